@@ -1,0 +1,28 @@
+// The odd integer rules, named: shifts count modulo 32, sums and products wrap,
+// a double that does not fit becomes the processor's out-of-range value.
+#pragma once
+
+#include <cstdint>
+
+namespace vistrel {
+
+constexpr uint32_t shl(uint32_t v, uint32_t count) { return v << (count & 31); }
+constexpr uint32_t shr(uint32_t v, uint32_t count) { return v >> (count & 31); }
+constexpr int32_t sar(int32_t v, uint32_t count) { return v >> (count & 31); }
+
+constexpr int32_t wrapAdd(int32_t a, int32_t b) {
+  return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
+}
+constexpr int32_t wrapSub(int32_t a, int32_t b) {
+  return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
+}
+constexpr int32_t wrapMul(int32_t a, int32_t b) {
+  return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
+}
+
+// Toward zero; outside the 32-bit range, NaN included, the lowest integer.
+constexpr int32_t truncToInt(double v) {
+  return v > -2147483649.0 && v < 2147483648.0 ? static_cast<int32_t>(v) : INT32_MIN;
+}
+
+}  // namespace vistrel

@@ -1,0 +1,45 @@
+// Which body of a vectorised loop runs. The published index names the level that
+// was chosen at start-up; its highest value takes the widest body that processor
+// and operating system have.
+#pragma once
+
+#include <cstdint>
+
+extern "C" {
+extern uint32_t ippJumpIndexForMergedLibs;
+}
+
+namespace vistrel {
+
+enum class Level { base, ssse3, sse41, avx2, avx512 };
+constexpr int kLevels = 5;
+
+inline Level widestLevel() {
+#if defined(__x86_64__) || defined(__i386__)
+  if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+      __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512dq") &&
+      __builtin_cpu_supports("avx512vbmi"))
+    return Level::avx512;
+  if (__builtin_cpu_supports("avx2")) return Level::avx2;
+  return Level::sse41;
+#else
+  return Level::base;
+#endif
+}
+
+// The body of the index's highest value. Tests lower it to reach every body.
+inline Level g_topLevel = widestLevel();
+
+inline Level currentLevel() {
+#if defined(__x86_64__) || defined(__i386__)
+  switch (ippJumpIndexForMergedLibs) {
+    case 3: return g_topLevel;
+    case 2: return Level::ssse3;
+    default: return Level::base;
+  }
+#else
+  return Level::base;
+#endif
+}
+
+}  // namespace vistrel

@@ -1,0 +1,41 @@
+// The colour filter mosaic and the region of interest.
+#pragma once
+
+#include <cstdint>
+
+namespace vistrel {
+
+constexpr int kBlue = 0, kGreen = 1, kRed = 2;
+
+// A site by row parity r and column parity c. Rows of r = 0 hold green and red,
+// rows of r = 1 blue and green; where r = c the site is green.
+//
+//        c = 0   c = 1
+//  r = 0   GR      R
+//  r = 1   B       GB
+enum Site { SITE_GR = 0, SITE_R = 1, SITE_B = 2, SITE_GB = 3 };
+
+constexpr Site siteAt(unsigned r, unsigned c) { return static_cast<Site>(2 * r + c); }
+constexpr bool isGreen(Site s) { return s == SITE_GR || s == SITE_GB; }
+constexpr int sensedChannel(Site s) { return s == SITE_R ? kRed : s == SITE_B ? kBlue : kGreen; }
+
+// Bit 0 of a phase code shifts the rows of the mosaic, bit 1 its columns.
+constexpr unsigned rowParity(unsigned nBayer, unsigned y) { return (nBayer + y) & 1; }
+constexpr unsigned columnParity(unsigned nBayer, unsigned x) { return ((nBayer >> 1) + x) & 1; }
+
+// The region at full sensor resolution. Region pixel (0, 0) is sensor position
+// (x0, y0); the functions that spread the mosaic apply x0 to the source, y0 only
+// to the phase.
+struct Region {
+  uint32_t F;         // binning factor of either axis
+  uint32_t Wf, Hf;    // size
+  uint32_t x0, y0;    // origin
+  unsigned r0, c0;    // parities of the first row and the first column
+
+  Region(uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
+         uint32_t nRoiHeight)
+      : F(nBinning + 1), Wf(F * nRoiWidth), Hf(F * nRoiHeight), x0(F * nRoiX), y0(F * nRoiY),
+        r0(rowParity(nBayer, y0)), c0(columnParity(nBayer, x0)) {}
+};
+
+}  // namespace vistrel

@@ -1,0 +1,22 @@
+// The demosaic functions, in the argument lists that they all share. Each fills the stream's
+// work buffer and ends by converting it into pDst.
+#pragma once
+
+#include <cstdint>
+
+namespace vistrel {
+
+#define VISTREL_DEMOSAIC(name)                                                                   \
+  void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,             \
+            uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,                \
+            uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst);                            \
+  void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,             \
+            uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX, uint32_t nRoiY,                 \
+            uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc, uint8_t* pDst,        \
+            uint32_t nDstBits, uint32_t nSrcBits)
+
+VISTREL_DEMOSAIC(ImageColorBilinear);  // the plain mean of the two or four nearest sites
+
+#undef VISTREL_DEMOSAIC
+
+}  // namespace vistrel

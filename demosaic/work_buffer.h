@@ -1,0 +1,18 @@
+// The work buffer: the stream's scratch image, three samples a pixel.
+#pragma once
+
+#include <cstdint>
+
+namespace vistrel {
+
+// Spreads the mosaic of the region into the guarded layout of pWork: each sample at its site's
+// channel, zero in the other two, green smoothed inside; then the guard of two pixels on every
+// side, each a copy of the image two pixels further in.
+void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
+                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
+                      uint8_t* pWork);
+void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
+                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
+                      const uint16_t* pSrc, uint16_t* pWork);
+
+}  // namespace vistrel
