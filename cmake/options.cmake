@@ -1,7 +1,7 @@
 # Build options, and the flags that every target of ours carries.
 
 option(VISTREL_APPS "Build the command-line program" ON)
-option(VISTREL_TESTS "Build the tests" ON)
+option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
 option(VISTREL_BENCH "Build the benchmarks (needs OpenCV, libdc1394, libswscale)" OFF)
 option(VISTREL_WERROR "Treat warnings as errors" OFF)
 set(VISTREL_SANITIZE "" CACHE STRING "Sanitizers for all targets, e.g. address,undefined")
@@ -10,19 +10,19 @@ if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
 endif()
 
+# No hidden visibility: exports.txt alone decides which names leave the library. Without
+# interposition the compiler still treats every name as its own.
 set(CMAKE_C_STANDARD 11)
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_C_VISIBILITY_PRESET hidden)
-set(CMAKE_CXX_VISIBILITY_PRESET hidden)
-set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 # Exactness is a property of the build: no fused multiply-add, no reassociation.
 add_library(vistrel_exact INTERFACE)
 target_compile_options(vistrel_exact INTERFACE
-  -ffp-contract=off -fno-fast-math -Wno-psabi $<$<NOT:$<CONFIG:Debug>>:-O3>)
+  -ffp-contract=off -fno-fast-math -fno-semantic-interposition -Wno-psabi
+  $<$<NOT:$<CONFIG:Debug>>:-O3>)
 
 add_library(vistrel_warnings INTERFACE)
 target_compile_options(vistrel_warnings INTERFACE
@@ -30,6 +30,7 @@ target_compile_options(vistrel_warnings INTERFACE
   $<$<BOOL:${VISTREL_WERROR}>:-Werror>)
 
 if(VISTREL_SANITIZE)
-  add_compile_options(-fsanitize=${VISTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_compile_options(
+    -fsanitize=${VISTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VISTREL_SANITIZE})
 endif()
