@@ -2,33 +2,27 @@
 // Matrices are arrays in row order: element (i, j) of an n by n one at i * n + j.
 #pragma once
 
-#if defined(__GNUC__)
-#define VISTREL_API __attribute__((visibility("default")))
-#else
-#define VISTREL_API
-#endif
-
 // Crout's LU decomposition with implicit row scaling, in place. n is at most 30.
 // pIndex receives n row numbers. *pSingular becomes 1 when a pivot of at most
 // 1e-5 was replaced by 1e-5, else 0. Returns 1, or 0 for a row of zeros.
-VISTREL_API int LUDecomp(double* pA, int n, int* pIndex, int* pSingular);
+int LUDecomp(double* pA, int n, int* pIndex, int* pSingular);
 
 // Solves with the factors of LUDecomp. pB: the right side, then the solution.
-VISTREL_API void LUSolve(double* pA, int n, int* pIndex, double* pB);
+void LUSolve(double* pA, int n, int* pIndex, double* pB);
 
 // The polynomial through five points: pCoef receives five coefficients, highest
 // power first. Returns 1, or 0 for a singular system, with pCoef untouched.
-VISTREL_API int Resolve4thOrderPolynomium(double* pX, double* pY, double* pCoef);
+int Resolve4thOrderPolynomium(double* pX, double* pY, double* pCoef);
 
 // The natural cubic spline through five points: four segments of a, b, c, d, with
 // y = ((a * t + b) * t + c) * t + d and t counted from the segment's first x.
 // Returns 1, or 0 for a singular system.
-VISTREL_API int Resolve4thOrderSpline(double* pX, double* pY, double* pCoef);
+int Resolve4thOrderSpline(double* pX, double* pY, double* pCoef);
 
 // A cubic spline through six points, five segments. It departs from the natural
 // spline in one matrix element; on equally spaced points the two are the same.
-VISTREL_API int Resolve5thOrderSpline(double* pX, double* pY, double* pCoef);
+int Resolve5thOrderSpline(double* pX, double* pY, double* pCoef);
 
 // The inverse of a 4 by 4 matrix by cofactors; pOut may be pIn. Returns 1, or 0
 // when the determinant is exactly zero, with pOut untouched.
-VISTREL_API int Invert4x4Matrix(double* pIn, double* pOut);
+int Invert4x4Matrix(double* pIn, double* pOut);

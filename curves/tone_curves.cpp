@@ -6,6 +6,7 @@
 #include <span>
 
 #include "common/arith.h"
+#include "curves/solvers.h"
 
 namespace {
 
