@@ -1,8 +1,134 @@
-// Processor detection and the choice of level (exported in plain C names).
-#pragma once
+/*
+ * Processor detection, and the choice of the variant that runs. Plain C.
+ *
+ * ippStaticInit (which ImgLoadDriver calls) detects the processor once and
+ * chooses; everything before it runs on the base variant. The words behind
+ * these functions are plain and unlocked: call what changes them only while no
+ * other call runs.
+ *
+ * On another processor family nothing is detected: probes answer 0, the base
+ * variant runs, and ippStaticInit returns 20.
+ */
+#ifndef VISTREL_PROCESSOR_H
+#define VISTREL_PROCESSOR_H
 
-#include <cstdint>
+#include <stdint.h>
 
+#ifdef __cplusplus
 extern "C" {
+#endif
+
+/* The variant that runs: 0 and 1 the base one, 2 SSSE3, 3 SSE4.1 and above. */
+extern uint32_t ippJumpIndexForMergedLibs;
+
+/* 1 on a processor with SSSE3 and MOVBE but no SSE4.1, else 0. */
+extern uint32_t ippJumpIndexForMergedLibsLP;
+
+/* Bits of a feature mask. */
+enum {
+  IPP_CPU_MMX = 0x0001,
+  IPP_CPU_SSE = 0x0002,
+  IPP_CPU_SSE2 = 0x0004,
+  IPP_CPU_SSE3 = 0x0008,
+  IPP_CPU_SSSE3 = 0x0010,
+  IPP_CPU_MOVBE = 0x0020,
+  IPP_CPU_SSE41 = 0x0040,
+  IPP_CPU_SSE42 = 0x0080,
+  IPP_CPU_AVX = 0x0100,    /* the processor has the instructions */
+  IPP_CPU_AVX_OS = 0x0200, /* the operating system has enabled them */
+  IPP_CPU_AES = 0x0400,
+  IPP_CPU_CLMUL = 0x0800,
+  IPP_CPU_FAMILY_B = 0x1000 /* reserved, of processor family 0xB only */
+};
+
+/*
+ * Detects the processor and chooses the variant and the enabled features by it.
+ * Returns 0; 36 below the base level; 20 on a processor of another vendor, where
+ * the choice stands all the same.
+ */
 int32_t ippStaticInit(void);
+int32_t ippInit(void); /* the same */
+
+/*
+ * Forces a level by its code, without asking whether the processor has it:
+ * 0, 32, 66 SSE3; 33, 34, 67 SSSE3; 36 SSSE3 with MOVBE; 35, 68 SSE4.1;
+ * 37, 69 SSE4.2; 38, 71 with AES; 0xFFFFFFFF detects, as ippInit does.
+ * Returns 0; 36 for a known code without a variant and 21 for an unknown one,
+ * and then nothing changes.
+ */
+int32_t ippStaticInitCpu(uint32_t nCode);
+int32_t ippInitCpu(uint32_t nCode); /* the same */
+
+/*
+ * Writes the detected features to *pMask and, unless pRegs is null, EAX, EBX,
+ * ECX and EDX of CPUID leaf 1 to pRegs; or, when *pMask holds the eight bytes
+ * "getinfoa", those of the leaf in pRegs[0] and the sub-leaf in pRegs[2].
+ * Returns 0; 36 on a processor without CPUID; -8 for a null pMask.
+ */
+int32_t ippGetCpuFeatures(uint64_t* pMask, uint32_t* pRegs);
+
+/* The enabled features, by choice or as set here. The setter returns 0. */
+int32_t ippSetCpuFeaturesMask(uint64_t nMask);
+uint64_t ippGetEnabledCpuFeatures(void);
+
+/* The detected features; 0 and *pMask untouched on a processor without CPUID. */
+int32_t ownGetMaskFeatures(uint64_t* pMask);
+
+/* 1 when every bit of nMask is enabled, else 0. */
+int32_t ownGetFeature(uint64_t nMask);
+
+/* As ippSetCpuFeaturesMask, but returns 1. */
+int32_t ownSetFeatureMask(uint64_t nMask);
+
+/* Runs CPUID and writes EAX, EBX, ECX and EDX to pRegs. */
+void ownGetReg(uint32_t* pRegs, uint32_t nLeaf, uint32_t nSubLeaf);
+
+/*
+ * pTable: pairs of a cache descriptor byte and a size, up to a descriptor of 0.
+ * Returns the size of the first pair whose descriptor CPUID leaf 2 reports, or
+ * -1 when there is none.
+ */
+int32_t ownGetCacheSize(const uint32_t* pTable);
+
+/* Probes of the processor: 1 or 0, or the number that the name asks for. */
+int32_t ipp_has_cpuid(void);
+uint32_t ipp_max_cpuid_input(void);
+int32_t ipp_has_rdtsc(void);
+int32_t ipp_is_mmx_extension(void);
+int32_t ipp_is_ssx_extension(void); /* SSE */
+int32_t ipp_is_wni_extension(void); /* SSE2 */
+int32_t ipp_is_htt_extension(void); /* several logical processors */
+int32_t ipp_is_pni_extension(void); /* SSE3 */
+
+/* 64-bit mode: 1 or 0, or the highest extended leaf where it is too low to tell. */
+uint32_t ipp_is_em64t_extension(void);
+int32_t ipp_is_mni_extension(void); /* SSSE3 */
+int32_t ipp_is_sse41_extension(void);
+int32_t ipp_is_sse42_extension(void);
+int32_t ipp_is_movbe(void);
+int32_t ipp_is_avx_extension(void);     /* and enabled by the system */
+int32_t ipp_get_cores_on_die(void);     /* 1 where it is not known */
+uint64_t ipp_get_pentium_counter(void); /* the time stamp counter */
+int32_t ipp_is_GenuineIntel(void);
+
+typedef struct IppPentiumIdent {
+  int32_t family, stepping, model, type;
+  int32_t leaf1Edx, leaf2Eax, leaf2Edx;
+  int32_t mmx;
+  int32_t reserved; /* not written */
+  int32_t sse, sse2, htt, sse3;
+  int32_t em64t; /* as ipp_is_em64t_extension */
+  int32_t ssse3, cores, sse41, sse42;
+  int32_t extendedFamily, extendedModel;
+  int32_t movbe;
+  int32_t avx; /* the processor's word, whatever the system enabled */
+  int32_t osxsave;
+} IppPentiumIdent;
+
+void ipp_get_pentium_ident(IppPentiumIdent* pIdent);
+
+#ifdef __cplusplus
 }
+#endif
+
+#endif

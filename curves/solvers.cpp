@@ -174,8 +174,8 @@ int Resolve5thOrderSpline(double* pX, double* pY, double* pCoef) {
 int Invert4x4Matrix(double* pIn, double* pOut) {
   double cofactors[16];
   for (int i = 0; i < 16; ++i) cofactors[i] = cofactor(pIn, i / 4, i % 4);
-  const double det = pIn[0] * cofactors[0] + pIn[1] * cofactors[1] + pIn[2] * cofactors[2] +
-                     pIn[3] * cofactors[3];
+  const double det =
+      pIn[0] * cofactors[0] + pIn[1] * cofactors[1] + pIn[2] * cofactors[2] + pIn[3] * cofactors[3];
   if (det == 0.0) return 0;
   const double r = 1.0 / det;
   for (int i = 0; i < 4; ++i)
