@@ -1,0 +1,13 @@
+// Ticks from a count of microseconds.
+#pragma once
+
+#include <cstdint>
+
+namespace vistrel {
+
+// quirk: tick_wraps_early (only the low word counts: back to 0 after 71.6 minutes)
+constexpr uint32_t ticksOf(uint64_t microseconds) {
+  return static_cast<uint32_t>(microseconds) / 1000;
+}
+
+}  // namespace vistrel
