@@ -1,1 +1,29 @@
-# Filled by the packaging rules.
+# What is installed, and how others find it: a CMake package and a pkg-config file.
+include(CMakePackageConfigHelpers)
+
+# Public headers lie flat in include/vistrel: <vistrel/vistrel.h>, <vistrel/solvers.h>. Among
+# themselves they include each other from the project's root; the copies, by bare name.
+set(VISTREL_C_HEADERS frontend/vistrel.h)
+set(VISTREL_CXX_HEADERS curves/solvers.h curves/tone_curves.h)
+foreach(header IN LISTS VISTREL_C_HEADERS VISTREL_CXX_HEADERS)
+  get_filename_component(name ${header} NAME)
+  file(READ ${header} text)
+  string(REGEX REPLACE "#include \"[a-z]+/([^\"]+)\"" "#include \"\\1\"" text "${text}")
+  file(CONFIGURE OUTPUT include/vistrel/${name} CONTENT "${text}" @ONLY)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
+endforeach()
+
+file(RELATIVE_PATH VISTREL_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+configure_file(cmake/vistrel.pc.in vistrel.pc @ONLY)
+configure_package_config_file(cmake/VistrelConfig.cmake.in VistrelConfig.cmake
+  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Vistrel)
+write_basic_package_version_file(VistrelConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+
+install(TARGETS Vistrel EXPORT Vistrel)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/include/vistrel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(EXPORT Vistrel NAMESPACE Vistrel:: FILE VistrelTargets.cmake
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Vistrel)
+install(FILES ${PROJECT_BINARY_DIR}/VistrelConfig.cmake
+  ${PROJECT_BINARY_DIR}/VistrelConfigVersion.cmake
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Vistrel)
+install(FILES ${PROJECT_BINARY_DIR}/vistrel.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

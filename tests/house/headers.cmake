@@ -1,0 +1,39 @@
+# cmake -D COMPILERS="CC;CXX" -D FOLDER=FOLDER -D C_HEADERS=... -D CXX_HEADERS=... -D SCRATCH=FOLDER
+# -P headers.cmake: fails unless every header of FOLDER compiles by itself, included twice,
+# without a warning: those in plain C in all standards of C and C++, the others from C++17 on.
+cmake_minimum_required(VERSION 3.25)
+
+list(GET COMPILERS 0 cc)
+list(GET COMPILERS 1 cxx)
+
+set(faults "")
+function(must_compile compiler header language standard)
+  get_filename_component(name ${header} NAME)
+  set(source ${SCRATCH}/${name}.${language})
+  file(WRITE ${source} "#include \"${name}\"\n#include \"${name}\"\nint main(void) { return 0; }\n")
+  execute_process(
+    COMMAND ${compiler} -std=${standard} -Wall -Wextra -Wpedantic -Werror -fsyntax-only
+      -I${FOLDER} ${source}
+    RESULT_VARIABLE result ERROR_VARIABLE error)
+  if(NOT result EQUAL 0)
+    set(faults "${faults}${name} as ${standard}:\n${error}\n" PARENT_SCOPE)
+  endif()
+endfunction()
+
+foreach(header IN LISTS C_HEADERS)
+  foreach(standard IN ITEMS c89 c99 c11 c17)
+    must_compile(${cc} ${header} c ${standard})
+  endforeach()
+  foreach(standard IN ITEMS c++98 c++11 c++14)
+    must_compile(${cxx} ${header} cpp ${standard})
+  endforeach()
+endforeach()
+foreach(header IN LISTS C_HEADERS CXX_HEADERS)
+  foreach(standard IN ITEMS c++17 c++20)
+    must_compile(${cxx} ${header} cpp ${standard})
+  endforeach()
+endforeach()
+
+if(faults)
+  message(FATAL_ERROR "${faults}")
+endif()
