@@ -3,6 +3,7 @@
 // and operating system have.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 extern "C" {
@@ -41,5 +42,15 @@ inline Level currentLevel() {
   return Level::base;
 #endif
 }
+
+// VISTREL_BY_LEVEL(name): vistrel::LEVEL::name of the current level, for a name that a body
+// compiled by each_level.inl defines.
+#if defined(__x86_64__) || defined(__i386__)
+#define VISTREL_BY_LEVEL(name)                       \
+  (std::array{&::vistrel::base::name, &::vistrel::ssse3::name, &::vistrel::sse41::name, \
+              &::vistrel::avx2::name, &::vistrel::avx512::name}[static_cast<int>(::vistrel::currentLevel())])
+#else
+#define VISTREL_BY_LEVEL(name) (&::vistrel::base::name)
+#endif
 
 }  // namespace vistrel

@@ -1,9 +1,26 @@
 // The work buffer: the stream's scratch image, three samples a pixel.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
+#include "common/mosaic.h"
+
 namespace vistrel {
+
+constexpr size_t kGuard = 2;  // pixels on every side of the image
+
+// The guarded layout: Hf + 4 rows of Wf + 4 pixels, the image in the middle.
+struct GuardedLayout {
+  size_t S;  // row stride, in samples
+
+  explicit GuardedLayout(const Region& region) : S(size_t{3} * region.Wf + 12) {}
+
+  // Image pixel (0, y). y may be -2 .. Hf + 1.
+  size_t row(ptrdiff_t y) const {
+    return static_cast<size_t>(y + ptrdiff_t{kGuard}) * S + 3 * kGuard;
+  }
+};
 
 // Spreads the mosaic of the region into the guarded layout of pWork: each sample at its site's
 // channel, zero in the other two, green smoothed inside; then the guard of two pixels on every
@@ -14,5 +31,9 @@ void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, ui
 void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
                       uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
                       const uint16_t* pSrc, uint16_t* pWork);
+
+// The same of a region.
+template <class T>
+void spreadMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* pWork);
 
 }  // namespace vistrel

@@ -10,6 +10,9 @@ namespace vistrel {
 
 constexpr unsigned kTableEntries = 1024;
 
+// nLutMode: 0, 1, 2 keep eight consecutive bits of a sample; every other value is a table.
+constexpr bool isWindow(uint32_t nLutMode) { return nLutMode <= 2; }
+
 // Stands where a sample pointer stands: element i is the table's byte for sample i.
 struct CLutTransform {
   const uint8_t* pLut;

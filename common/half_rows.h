@@ -1,0 +1,43 @@
+// Rows of a mosaic as two half rows, the even and the odd columns apart, so that a formula's
+// neighbour is one unit-stride load. A short ring of them stands for the frame.
+#pragma once
+
+#include <cstddef>
+#include <cstdlib>
+#include <memory>
+
+namespace vistrel {
+
+// A ring of `rows` rows of `halves` half rows each. In front of a half row lies one element of
+// guard, behind it one element of guard and room for vectors that run past the end.
+template <class T>
+class HalfRowRing {
+ public:
+  HalfRowRing(unsigned rows, unsigned halves, size_t columns)
+      : m_rows(rows), m_halves(halves), m_pitch(pitchOf(columns)),
+        m_block(static_cast<T*>(std::aligned_alloc(kAlign, rows * halves * m_pitch * sizeof(T)))) {}
+
+  explicit operator bool() const { return m_block != nullptr; }
+
+  T* half(unsigned row, unsigned which) const {
+    return m_block.get() + ((row % m_rows) * m_halves + which) * m_pitch + kAlign / sizeof(T);
+  }
+
+ private:
+  static constexpr size_t kAlign = 64;
+  static constexpr size_t kMargin = 3 * kAlign / sizeof(T);  // one in front, two behind
+
+  static size_t pitchOf(size_t columns) {
+    constexpr size_t unit = kAlign / sizeof(T);
+    return ((columns + 1) / 2 + kMargin + unit - 1) / unit * unit;
+  }
+
+  struct Free {
+    void operator()(T* block) const { std::free(block); }
+  };
+  unsigned m_rows, m_halves;
+  size_t m_pitch;
+  std::unique_ptr<T, Free> m_block;
+};
+
+}  // namespace vistrel

@@ -1,0 +1,206 @@
+// Six half rows of a vector's length (blue, green, red; even and odd columns) to pixels. A pair of
+// pixels is three units of two samples, x = (B, G), y = (R, B), z = (G, R): so the whole is three
+// unpackings and one interleaving of three vectors of units.
+
+#if VISTREL_LEVEL >= 1
+
+// To interleave x, y, z of n units, unit i of channel c belongs at position 3 * i + c. Modulo n
+// these positions differ within a channel: one permutation for each channel, then only blends.
+constexpr int unitAt(int n, int channel, int slot) {
+  const int inverseOf3 = n % 3 == 2 ? (n + 1) / 3 : (2 * n + 1) / 3;
+  return (inverseOf3 * (slot - channel + n)) % n;
+}
+
+template <int n, int unitBytes>
+struct UnitPermutation {
+  alignas(64) uint8_t bytes[3][n * unitBytes];
+  constexpr UnitPermutation() : bytes() {
+    for (int c = 0; c < 3; ++c)
+      for (int i = 0; i < n * unitBytes; ++i)
+        bytes[c][i] = static_cast<uint8_t>(unitAt(n, c, i / unitBytes) * unitBytes + i % unitBytes);
+  }
+};
+
+// The units of output vector j that channel c gives, as a mask of bits.
+constexpr uint32_t unitsOf(int n, int j, int c) {
+  uint32_t mask = 0;
+  for (int slot = 0; slot < n; ++slot)
+    if ((n * j + slot) % 3 == c) mask |= uint32_t{1} << slot;
+  return mask;
+}
+
+#if VISTREL_LEVEL == 4
+
+template <class T>
+constexpr int kUnits = 32 / static_cast<int>(sizeof(T));
+template <class T>
+constexpr UnitPermutation<kUnits<T>, 2 * static_cast<int>(sizeof(T))> kPermutation;
+
+template <class T, int j>
+VISTREL_INLINE void storeUnits(T* d, __m512i x, __m512i y, __m512i z) {
+  __m512i v;
+  if constexpr (sizeof(T) == 1)
+    v = _mm512_mask_blend_epi16(unitsOf(kUnits<T>, j, 2),
+                                _mm512_mask_blend_epi16(unitsOf(kUnits<T>, j, 1), x, y), z);
+  else
+    v = _mm512_mask_blend_epi32(unitsOf(kUnits<T>, j, 2),
+                                _mm512_mask_blend_epi32(unitsOf(kUnits<T>, j, 1), x, y), z);
+  _mm512_storeu_si512(d + j * kLanes<T>, v);
+}
+
+// The masks of all lanes keep g++ 12 from warning of its own header's undefined operands.
+VISTREL_INLINE __m512i permute(__m512i v, const uint8_t* order) {
+  return _mm512_maskz_permutexvar_epi8(~__mmask64{0}, _mm512_load_si512(order), v);
+}
+VISTREL_INLINE __m512i permuteQuarters(__m512i v) {
+  return _mm512_maskz_permutexvar_epi64(0xFF, _mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7), v);
+}
+
+template <class T>
+VISTREL_INLINE void interleave3(T* d, __m512i x, __m512i y, __m512i z) {
+  x = permute(x, kPermutation<T>.bytes[0]);
+  y = permute(y, kPermutation<T>.bytes[1]);
+  z = permute(z, kPermutation<T>.bytes[2]);
+  storeUnits<T, 0>(d, x, y, z);
+  storeUnits<T, 1>(d, x, y, z);
+  storeUnits<T, 2>(d, x, y, z);
+}
+
+template <class T>
+struct UnitPairs {  // (a, b) alternating, first and second half
+  __m512i lo, hi;
+  VISTREL_INLINE UnitPairs(VectorOf<T> va, VectorOf<T> vb) {
+    const __m512i a = permuteQuarters((__m512i)va), b = permuteQuarters((__m512i)vb);
+    lo = sizeof(T) == 1 ? _mm512_unpacklo_epi8(a, b) : _mm512_unpacklo_epi16(a, b);
+    hi = sizeof(T) == 1 ? _mm512_unpackhi_epi8(a, b) : _mm512_unpackhi_epi16(a, b);
+  }
+};
+
+template <class T>
+VISTREL_INLINE void storePixels(T* d, const VectorOf<T> (&b)[2], const VectorOf<T> (&g)[2],
+                                const VectorOf<T> (&r)[2]) {
+  const UnitPairs<T> x(b[0], g[0]), y(r[0], b[1]), z(g[1], r[1]);
+  interleave3<T>(d, x.lo, y.lo, z.lo);
+  interleave3<T>(d + 3 * kLanes<T>, x.hi, y.hi, z.hi);
+}
+
+#else
+
+template <class T>
+constexpr int kUnits = 8 / static_cast<int>(sizeof(T));  // of 16 bytes
+template <class T>
+constexpr UnitPermutation<kUnits<T>, 2 * static_cast<int>(sizeof(T))> kPermutation;
+
+// unitsOf for a blend of words.
+template <class T>
+constexpr int wordsOf(int j, int c) {
+  const uint32_t units = unitsOf(kUnits<T>, j, c);
+  if (sizeof(T) == 1) return static_cast<int>(units);
+  int words = 0;
+  for (int slot = 0; slot < 4; ++slot)
+    if (units >> slot & 1) words |= 3 << (2 * slot);
+  return words;
+}
+
+#if VISTREL_LEVEL == 3
+typedef __m256i Register;
+VISTREL_INLINE Register permute(Register v, const uint8_t* order) {
+  return _mm256_shuffle_epi8(
+      v, _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(order))));
+}
+template <int words>
+VISTREL_INLINE Register blend(Register a, Register b) {
+  return _mm256_blend_epi16(a, b, words);
+}
+template <class T>
+VISTREL_INLINE Register unpackLow(VectorOf<T> a, VectorOf<T> b) {
+  return sizeof(T) == 1 ? _mm256_unpacklo_epi8((Register)a, (Register)b)
+                        : _mm256_unpacklo_epi16((Register)a, (Register)b);
+}
+template <class T>
+VISTREL_INLINE Register unpackHigh(VectorOf<T> a, VectorOf<T> b) {
+  return sizeof(T) == 1 ? _mm256_unpackhi_epi8((Register)a, (Register)b)
+                        : _mm256_unpackhi_epi16((Register)a, (Register)b);
+}
+#else
+typedef __m128i Register;
+VISTREL_INLINE Register permute(Register v, const uint8_t* order) {
+  return _mm_shuffle_epi8(v, _mm_load_si128(reinterpret_cast<const __m128i*>(order)));
+}
+template <int words>
+VISTREL_INLINE Register blend(Register a, Register b) {
+#if VISTREL_LEVEL == 2
+  return _mm_blend_epi16(a, b, words);
+#else
+  const auto bit = [](int w) { return static_cast<short>(-(words >> w & 1)); };
+  const __m128i m = _mm_setr_epi16(bit(0), bit(1), bit(2), bit(3), bit(4), bit(5), bit(6), bit(7));
+  return _mm_or_si128(_mm_andnot_si128(m, a), _mm_and_si128(m, b));
+#endif
+}
+template <class T>
+VISTREL_INLINE Register unpackLow(VectorOf<T> a, VectorOf<T> b) {
+  return sizeof(T) == 1 ? _mm_unpacklo_epi8((Register)a, (Register)b)
+                        : _mm_unpacklo_epi16((Register)a, (Register)b);
+}
+template <class T>
+VISTREL_INLINE Register unpackHigh(VectorOf<T> a, VectorOf<T> b) {
+  return sizeof(T) == 1 ? _mm_unpackhi_epi8((Register)a, (Register)b)
+                        : _mm_unpackhi_epi16((Register)a, (Register)b);
+}
+#endif
+
+template <class T, int j>
+VISTREL_INLINE Register unitsFrom(Register x, Register y, Register z) {
+  return blend<wordsOf<T>(j, 2)>(blend<wordsOf<T>(j, 1)>(x, y), z);
+}
+
+struct Three {
+  Register v[3];
+};
+template <class T>
+VISTREL_INLINE Three interleave3(Register x, Register y, Register z) {
+  x = permute(x, kPermutation<T>.bytes[0]);
+  y = permute(y, kPermutation<T>.bytes[1]);
+  z = permute(z, kPermutation<T>.bytes[2]);
+  return {{unitsFrom<T, 0>(x, y, z), unitsFrom<T, 1>(x, y, z), unitsFrom<T, 2>(x, y, z)}};
+}
+
+template <class T>
+VISTREL_INLINE void storePixels(T* d, const VectorOf<T> (&b)[2], const VectorOf<T> (&g)[2],
+                                const VectorOf<T> (&r)[2]) {
+  const Three lo = interleave3<T>(unpackLow<T>(b[0], g[0]), unpackLow<T>(r[0], b[1]),
+                                  unpackLow<T>(g[1], r[1]));
+  const Three hi = interleave3<T>(unpackHigh<T>(b[0], g[0]), unpackHigh<T>(r[0], b[1]),
+                                  unpackHigh<T>(g[1], r[1]));
+  Register* out = reinterpret_cast<Register*>(d);
+#if VISTREL_LEVEL == 3
+  const auto put = [&](int i, Register first, Register second) __attribute__((target("avx2"))) {
+    _mm256_storeu_si256(out + i, _mm256_permute2x128_si256(first, second, 0x20));
+    _mm256_storeu_si256(out + i + 3, _mm256_permute2x128_si256(first, second, 0x31));
+  };
+  put(0, lo.v[0], lo.v[1]);
+  put(1, lo.v[2], hi.v[0]);
+  put(2, hi.v[1], hi.v[2]);
+#else
+  for (int i = 0; i < 3; ++i) _mm_storeu_si128(out + i, lo.v[i]);
+  for (int i = 0; i < 3; ++i) _mm_storeu_si128(out + 3 + i, hi.v[i]);
+#endif
+}
+
+#endif
+
+#else
+
+template <class T>
+VISTREL_INLINE void storePixels(T* d, const VectorOf<T> (&b)[2], const VectorOf<T> (&g)[2],
+                                const VectorOf<T> (&r)[2]) {
+  for (size_t k = 0; k < kLanes<T>; ++k)
+    for (size_t odd = 0; odd < 2; ++odd) {
+      T* pixel = d + 3 * (2 * k + odd);
+      pixel[0] = b[odd][k];
+      pixel[1] = g[odd][k];
+      pixel[2] = r[odd][k];
+    }
+}
+
+#endif

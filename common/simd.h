@@ -1,0 +1,15 @@
+// What bodies compiled by each_level.inl stand on.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__x86_64__) || defined(__i386__)
+#include <immintrin.h>
+#define VISTREL_X86 1
+#else
+#define VISTREL_X86 0
+#endif
+
+#define VISTREL_INLINE [[gnu::always_inline]] inline

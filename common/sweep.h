@@ -1,0 +1,32 @@
+// The one schedule: every stage of an algorithm runs row by row, as soon as the rows that it
+// reads are there, so that a frame passes through memory once.
+#pragma once
+
+namespace vistrel {
+
+// A stage reads `reach` rows above and below its own in the stage before.
+template <class RowFunction>
+struct Stage {
+  int reach;
+  RowFunction row;
+};
+
+template <class RowFunction>
+Stage<RowFunction> stage(int reach, RowFunction row) {
+  return {reach, row};
+}
+
+template <class... RowFunctions>
+void sweep(int height, Stage<RowFunctions>... stages) {
+  const int lagOfLast = (0 + ... + stages.reach);
+  for (int top = 0; top < height + lagOfLast; ++top) {
+    int y = top;
+    const auto step = [&](auto& stage) {
+      y -= stage.reach;
+      if (0 <= y && y < height) stage.row(y);
+    };
+    (step(stages), ...);
+  }
+}
+
+}  // namespace vistrel

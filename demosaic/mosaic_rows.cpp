@@ -1,0 +1,84 @@
+#include "demosaic/mosaic_rows.h"
+
+#include <algorithm>
+
+#include "common/level.h"
+#include "common/simd.h"
+
+namespace vistrel {
+
+// What each level has of its own.
+template <class T>
+struct MosaicKernels {
+  void (*split)(const T* source, size_t pairs, T* even, T* odd);
+  void (*smooth)(const T* green, const T* above, const T* below, size_t n, T* smoothed);
+};
+
+}  // namespace vistrel
+
+#define VISTREL_BODY "demosaic/mosaic_rows.inl"
+#include "common/each_level.inl"
+
+namespace vistrel {
+
+namespace {
+
+// Rows of the ring: a stage of reach 2 behind smoothing reads five of them, and loading is
+// ahead of it by one more.
+constexpr unsigned kRingRows = 8;
+
+template <class T>
+void guardHalf(T* half, size_t n) {
+  half[-1] = half[0];
+  half[n] = half[n - 1];
+}
+
+}  // namespace
+
+template <class T>
+MosaicRows<T>::MosaicRows(const Region& region, const T* pSrc, size_t sourceStride)
+    : m_region(region), m_source(pSrc + region.x0), m_stride(sourceStride),
+      m_raw(kRingRows, 2, region.Wf), m_green(kRingRows, 1, region.Wf) {}
+
+template <class T>
+void MosaicRows<T>::load(int y) {
+  const T* source = m_source + static_cast<size_t>(y) * m_stride;
+  T* even = m_raw.half(unsigned(y), 0);
+  T* odd = m_raw.half(unsigned(y), 1);
+  VISTREL_BY_LEVEL(kMosaicKernels<T>)->split(source, columns() / 2, even, odd);
+  if (columns() & 1) even[columns() / 2] = source[columns() - 1];
+  guardHalf(even, halfSize(0));
+  guardHalf(odd, halfSize(1));
+}
+
+template <class T>
+void MosaicRows<T>::smooth(int y) {
+  const unsigned parity = greenParity(y);
+  const size_t n = halfSize(parity);
+  const T* raw = m_raw.half(unsigned(y), parity);
+  T* green = m_green.half(unsigned(y), 0);
+  if (y == 0 || y == height() - 1) {
+    std::copy_n(raw, n, green);
+  } else {
+    const T* above = m_raw.half(unsigned(y - 1), 1 - parity) + parity - 1;
+    const T* below = m_raw.half(unsigned(y + 1), 1 - parity) + parity - 1;
+    VISTREL_BY_LEVEL(kMosaicKernels<T>)->smooth(raw, above, below, n, green);
+    // The region's outer columns stay raw.
+    if (parity == 0) green[0] = raw[0];
+    if ((columns() & 1) != parity) green[n - 1] = raw[n - 1];
+  }
+  guardHalf(green, n);
+}
+
+template <class T>
+const T* MosaicRows<T>::half(int y, unsigned columnParity) const {
+  if (y < 0) y += 2;
+  if (y >= height()) y -= 2;
+  return columnParity == greenParity(y) ? m_green.half(unsigned(y), 0)
+                                        : m_raw.half(unsigned(y), columnParity);
+}
+
+template class MosaicRows<uint8_t>;
+template class MosaicRows<uint16_t>;
+
+}  // namespace vistrel

@@ -1,0 +1,54 @@
+// The mosaic of a region as half rows, a few rows at a time: what every guarded sweep begins with.
+#pragma once
+
+#include "common/half_rows.h"
+#include "common/mosaic.h"
+
+namespace vistrel {
+
+// Rows y - reach .. y + reach of the mosaic, each as two halves by column parity.
+template <class T, int reach>
+struct MosaicWindow {
+  const T* half[2 * reach + 1][2];
+};
+
+template <class T>
+class MosaicRows {
+ public:
+  MosaicRows(const Region& region, const T* pSrc, size_t sourceStride);
+
+  explicit operator bool() const { return m_raw && m_green; }
+
+  void load(int y);    // from the source
+  void smooth(int y);  // green, from rows y - 1 .. y + 1 that were loaded
+
+  // A half of row y, smoothed if it holds green. Rows outside the region are the second rows
+  // inside, as in the guard; elements -1 and n of a half likewise.
+  const T* half(int y, unsigned columnParity) const;
+
+  template <int reach>
+  MosaicWindow<T, reach> window(int y) const {
+    MosaicWindow<T, reach> w;
+    for (int dy = -reach; dy <= reach; ++dy)
+      for (unsigned parity = 0; parity < 2; ++parity)
+        w.half[dy + reach][parity] = half(y + dy, parity);
+    return w;
+  }
+
+  // The column parity of the green sites of row y, and whether its others are red.
+  unsigned greenParity(int y) const { return (m_region.r0 ^ m_region.c0 ^ unsigned(y)) & 1; }
+  bool isRedRow(int y) const { return ((m_region.r0 ^ unsigned(y)) & 1) == 0; }
+
+  size_t columns() const { return m_region.Wf; }
+  int height() const { return static_cast<int>(m_region.Hf); }
+
+ private:
+  size_t halfSize(unsigned columnParity) const { return (m_region.Wf + 1 - columnParity) / 2; }
+
+  Region m_region;
+  const T* m_source;
+  size_t m_stride;
+  HalfRowRing<T> m_raw, m_green;
+};
+
+}  // namespace vistrel

@@ -1,0 +1,23 @@
+#include "common/lanes.inl"
+
+template <class T>
+void splitPairs(const T* __restrict source, size_t pairs, T* __restrict even, T* __restrict odd) {
+  for (size_t k = 0; k < pairs; ++k) {
+    even[k] = source[2 * k];
+    odd[k] = source[2 * k + 1];
+  }
+}
+
+// (4 * s + the four diagonals) >> 3, whose halving twice and once more loses nothing.
+// above, below: the green to the left of s in the rows beside it; the next one is to the right.
+template <class T>
+void smoothGreen(const T* green, const T* above, const T* below, size_t n, T* __restrict smoothed) {
+  for (size_t k = 0; k < n; k += kLanes<T>) {
+    const auto diagonals =
+        mean4(load(above + k), load(above + k + 1), load(below + k), load(below + k + 1));
+    store(smoothed + k, mean2(load(green + k), diagonals));
+  }
+}
+
+template <class T>
+constexpr MosaicKernels<T> kMosaicKernels{splitPairs<T>, smoothGreen<T>};

@@ -1,0 +1,66 @@
+#include "demosaic/work_buffer.h"
+
+#include <algorithm>
+
+namespace vistrel {
+
+namespace {
+
+// s: a green sample of the source that has all its neighbours.
+template <class T>
+T smoothed(const T* s, size_t stride) {
+  const uint32_t diagonals =
+      uint32_t{s[-1 - ptrdiff_t(stride)]} + s[1 - ptrdiff_t(stride)] + s[stride - 1] + s[stride + 1];
+  return static_cast<T>((diagonals + 4 * uint32_t{*s}) >> 3);
+}
+
+template <class T>
+void spreadPixel(const Region& region, size_t stride, const T* s, uint32_t i, uint32_t j,
+                 T* pixel) {
+  const Site site = siteAt((region.r0 + j) & 1, (region.c0 + i) & 1);
+  const bool interior = j > 0 && j + 1 < region.Hf && i > 0 && i + 1 < region.Wf;
+  std::fill_n(pixel, 3, T{0});
+  pixel[sensedChannel(site)] = isGreen(site) && interior ? smoothed(s, stride) : *s;
+}
+
+}  // namespace
+
+template <class T>
+void spreadMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* pWork) {
+  const GuardedLayout layout(region);
+  constexpr size_t side = 3 * kGuard;
+  const size_t end = size_t{3} * region.Wf;
+  for (uint32_t j = 0; j < region.Hf; ++j)
+    for (uint32_t i = 0; i < region.Wf; ++i)
+      spreadPixel(region, sourceStride, pSrc + j * sourceStride + region.x0 + i, i, j,
+                  pWork + layout.row(j) + 3 * i);
+  for (uint32_t j = 0; j < region.Hf; ++j) {
+    T* image = pWork + layout.row(j);
+    std::copy_n(image, side, image - side);
+    std::copy_n(image + end - side, side, image + end);
+  }
+  // The upper guard first: where the image is lower than the guard, the lower copy sees it.
+  const ptrdiff_t Hf = region.Hf;
+  T* const top = pWork + layout.row(0) - side;
+  std::copy_n(top, kGuard * layout.S, pWork);
+  std::copy_n(pWork + layout.row(Hf - 2) - side, kGuard * layout.S, pWork + layout.row(Hf) - side);
+}
+
+template void spreadMosaic(const Region&, size_t, const uint8_t*, uint8_t*);
+template void spreadMosaic(const Region&, size_t, const uint16_t*, uint16_t*);
+
+void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
+                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
+                      uint8_t* pWork) {
+  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
+  spreadMosaic(region, nImgWidth, pSrc, pWork);
+}
+
+void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
+                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
+                      const uint16_t* pSrc, uint16_t* pWork) {
+  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
+  spreadMosaic(region, nImgWidth, pSrc, pWork);
+}
+
+}  // namespace vistrel

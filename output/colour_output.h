@@ -1,0 +1,51 @@
+// The choice of output for a colour image: its layout, format, binning and table.
+#pragma once
+
+#include <cstdint>
+
+#include "output/row_writer.h"
+#include "output/table.h"
+
+namespace vistrel {
+
+// quirk: gray-stride. Rows of a gray block lie nStride samples apart, a third of what colour rows
+// do; at binning 1 they lie a guarded row of the output's width apart, whatever the layout.
+constexpr size_t grayStride(unsigned binning, uint32_t nStride, uint32_t nWidth) {
+  return binning == 1 ? size_t{3} * (nWidth + 4) : nStride;
+}
+
+class ColourOutput {
+ public:
+  // Of an 8-bit image.
+  ColourOutput(uint32_t nRoiWidth, uint32_t nFormat, uint32_t nBinning, bool guarded);
+
+  // Of a 16-bit image.
+  ColourOutput(uint32_t nRoiWidth, uint32_t nSrcBits, uint32_t nFormat, uint32_t nLutMode,
+               const uint16_t* pUserLut, uint32_t nBinning, uint32_t nDstBits, bool guarded);
+
+  ColourOutput(const ColourOutput&) = delete;
+  ColourOutput& operator=(const ColourOutput&) = delete;
+
+  // True when row y of the result needs just the image rows of block row y: the result can then
+  // follow the image row by row.
+  bool followsRows() const { return m_followsRows; }
+
+  // Row y of the result; image points to the layout's first sample.
+  void row(const void* image, void* destination, size_t y) const;
+
+  // Nothing at all where there is no such format or binning.
+  void convert(const void* image, void* destination, uint32_t nRoiHeight) const;
+
+ private:
+  ColourOutput(uint32_t nRoiWidth, uint32_t nBinning, bool guarded);
+  size_t strideOf(Pack pack) const;
+
+  uint32_t m_width, m_binning;
+  uint32_t m_pixelStride;  // of the image, in pixels
+  size_t m_start;          // of the image, in samples
+  bool m_followsRows = false;
+  RowWriter m_writer;
+  uint8_t m_table[kTableEntries];
+};
+
+}  // namespace vistrel

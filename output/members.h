@@ -1,0 +1,50 @@
+// How the binning members, one function for each factor and pack, come from RowWriter.
+#pragma once
+
+#include <type_traits>
+
+#include "output/row_writer.h"
+
+namespace vistrel {
+
+template <class Source, class Sample>
+constexpr Depth depthOf() {
+  if constexpr (std::is_same_v<Source, const uint8_t*>) return Depth::from8to8;
+  return sizeof(Sample) == 1 ? Depth::from16to8 : Depth::from16to16;
+}
+
+// stride: distance of two source rows, in samples.
+template <class Source, class Sample>
+void binImage(Pack pack, unsigned binning, Source source, size_t stride, uint32_t nSrcBits,
+              Sample* destination, uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits,
+              uint32_t nShiftAdjust) {
+  if constexpr (std::is_same_v<Source, CLutTransform>)
+    RowWriter(pack, binning, stride, nWidth, source.pLut, source.nShift)
+        .rows(source.pSrc, 0, destination, nHeight);
+  else
+    RowWriter(pack, depthOf<Source, Sample>(), binning, stride, nWidth,
+              reductionOf<Sample>(nSrcBits, nDstBits, nShiftAdjust))
+        .rows(source, 0, destination, nHeight);
+}
+
+#define VISTREL_MEMBER(name, pack, binning, stride)                                              \
+  template <class Source, class Sample>                                                          \
+  void name(Source source, uint32_t nStride, uint32_t nSrcBits, Sample* destination,             \
+            uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust) {       \
+    binImage(pack, binning, source, stride, nSrcBits, destination, nWidth, nHeight, nDstBits,    \
+             nShiftAdjust);                                                                      \
+  }
+
+#define VISTREL_INSTANCE(name, Source, Sample)                                                   \
+  template void name(Source, uint32_t, uint32_t, Sample*, uint32_t, uint32_t, uint32_t, uint32_t);
+
+#define VISTREL_INSTANCES_TO_8(name)                \
+  VISTREL_INSTANCE(name, const uint8_t*, uint8_t)   \
+  VISTREL_INSTANCE(name, const uint16_t*, uint8_t)  \
+  VISTREL_INSTANCE(name, CLutTransform, uint8_t)
+
+#define VISTREL_INSTANCES(name) \
+  VISTREL_INSTANCES_TO_8(name)  \
+  VISTREL_INSTANCE(name, const uint16_t*, uint16_t)
+
+}  // namespace vistrel

@@ -1,0 +1,12 @@
+#include "output/rows.h"
+
+#include "common/level.h"
+
+#define VISTREL_BODY "output/rows.inl"
+#include "common/each_level.inl"
+
+namespace vistrel {
+
+const RowTable& rowTable() { return *VISTREL_BY_LEVEL(kRows); }
+
+}  // namespace vistrel

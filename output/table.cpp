@@ -1,0 +1,23 @@
+#include "output/table.h"
+
+#include "curves/tone_curves.h"
+
+namespace vistrel {
+
+namespace {
+constexpr uint32_t kUserTable = 10;
+constexpr uint32_t kLastUserEntry = 4095;
+}  // namespace
+
+void Create10To8BitLUT(uint8_t* pTable, uint32_t nLutMode, const uint16_t* pUserLut,
+                       int32_t nUserShift) {
+  uint16_t words[kTableEntries] = {};
+  if (nLutMode == kUserTable)
+    for (uint32_t i = 0; i < kTableEntries; ++i)
+      words[i] = pUserLut[std::min(shl(i, static_cast<uint32_t>(nUserShift)), kLastUserEntry)];
+  else
+    GeneratePredefinedLut(static_cast<int>(nLutMode - 1), 10, 8, words);
+  for (uint32_t i = 0; i < kTableEntries; ++i) pTable[i] = static_cast<uint8_t>(words[i]);
+}
+
+}  // namespace vistrel
