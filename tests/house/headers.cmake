@@ -1,11 +1,11 @@
-# cmake -D COMPILERS="CC;CXX" -D FOLDER=FOLDER -D C_HEADERS=... -D CXX_HEADERS=... -D SCRATCH=FOLDER
-# -P headers.cmake: fails unless every header of FOLDER compiles by itself, included twice,
-# without a warning: those in plain C in all standards of C and C++, the others from C++17 on.
+# cmake -D CC=gcc -D CXX=g++ -D FOLDER=FOLDER -D C_HEADERS="A B" -D CXX_HEADERS="C D"
+# -D SCRATCH=FOLDER -P headers.cmake: fails unless every header of FOLDER compiles by itself,
+# included twice, without a warning: those in plain C in all standards of C and C++, the others
+# from C++17 on.
 cmake_minimum_required(VERSION 3.25)
 
-list(GET COMPILERS 0 cc)
-list(GET COMPILERS 1 cxx)
-
+separate_arguments(C_HEADERS)
+separate_arguments(CXX_HEADERS)
 set(faults "")
 function(must_compile compiler header language standard)
   get_filename_component(name ${header} NAME)
@@ -22,15 +22,15 @@ endfunction()
 
 foreach(header IN LISTS C_HEADERS)
   foreach(standard IN ITEMS c89 c99 c11 c17)
-    must_compile(${cc} ${header} c ${standard})
+    must_compile(${CC} ${header} c ${standard})
   endforeach()
   foreach(standard IN ITEMS c++98 c++11 c++14)
-    must_compile(${cxx} ${header} cpp ${standard})
+    must_compile(${CXX} ${header} cpp ${standard})
   endforeach()
 endforeach()
 foreach(header IN LISTS C_HEADERS CXX_HEADERS)
   foreach(standard IN ITEMS c++17 c++20)
-    must_compile(${cxx} ${header} cpp ${standard})
+    must_compile(${CXX} ${header} cpp ${standard})
   endforeach()
 endforeach()
 

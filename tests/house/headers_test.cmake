@@ -1,11 +1,11 @@
-# cmake -D COMPILERS="CC;CXX" -D SCRATCH=FOLDER -P headers_test.cmake: the header check must pass
+# cmake -D CC=gcc -D CXX=g++ -D SCRATCH=FOLDER -P headers_test.cmake: the header check must pass
 # a good header and refuse each of a list of bad ones.
 cmake_minimum_required(VERSION 3.25)
 
 function(check kind text result_variable)
   file(WRITE ${SCRATCH}/header.h "${text}\n")
   execute_process(
-    COMMAND ${CMAKE_COMMAND} "-D COMPILERS=${COMPILERS}" -D FOLDER=${SCRATCH} -D ${kind}=header.h
+    COMMAND ${CMAKE_COMMAND} -D CC=${CC} -D CXX=${CXX} -D FOLDER=${SCRATCH} -D ${kind}=header.h
       -D SCRATCH=${SCRATCH} -P ${CMAKE_CURRENT_LIST_DIR}/headers.cmake
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   set(${result_variable} ${result} PARENT_SCOPE)
