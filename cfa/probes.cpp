@@ -40,7 +40,8 @@ int32_t ipp_is_htt_extension() {
 
 uint32_t ipp_is_em64t_extension() {
   const uint32_t highest = leaf(kHighestExtendedLeaf).eax;
-  if (highest < kExtendedFeatures) return highest;  // quirk: em64t_highest_leaf
+  // quirk: highest-leaf-as-flag. Too low a leaf is returned itself, and reads as true.
+  if (highest < kExtendedFeatures) return highest;
   return static_cast<uint32_t>(bit(leaf(kExtendedFeatures).edx, 29));
 }
 
@@ -64,7 +65,7 @@ void ipp_get_pentium_ident(IppPentiumIdent* pIdent) {
   pIdent->family = bits(one.eax, 8, 4);
   pIdent->stepping = bits(one.eax, 0, 4);
   pIdent->model = bits(one.eax, 4, 4);
-  pIdent->type = bits(one.eax, 11, 2);  // quirk: ident_type_at_bit_11
+  pIdent->type = bits(one.eax, 11, 2);  // quirk: type-at-bit-11. One bit too low.
   pIdent->leaf1Edx = static_cast<int32_t>(one.edx);
   pIdent->leaf2Eax = static_cast<int32_t>(two.eax);
   pIdent->leaf2Edx = static_cast<int32_t>(two.edx);

@@ -167,7 +167,8 @@ int Resolve4thOrderSpline(double* pX, double* pY, double* pCoef) {
 
 int Resolve5thOrderSpline(double* pX, double* pY, double* pCoef) {
   Spline spline(pX, pY, 6);
-  spline.matrix[4 * spline.n + 3] = spline.h[2];  // quirk: h2_in_row_4 (a natural spline has h[3])
+  // quirk: spacing-two-in-row-four. A natural spline has h[3] there.
+  spline.matrix[4 * spline.n + 3] = spline.h[2];
   return spline.resolve(pY, pCoef);
 }
 

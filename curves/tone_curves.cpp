@@ -104,7 +104,7 @@ void GeneratePredefinedLut(int nCurve, int nInBits, int nOutBits, unsigned short
   const int shift = wrapSub(nInBits, nOutBits);
   if (nCurve == 6) return splineCurve(kCurvePoints[4], entries, shift, pLut);
   straightPieces(piecesOf(nCurve), entries, pLut);
-  // quirk: eight_bit_table_unshifted
+  // quirk: eight-bit-tables-unshifted. Whatever nOutBits says.
   if (nInBits != 8 && shift > 0) shiftRight(pLut, entries, shift);
 }
 
@@ -114,7 +114,8 @@ int GenerateGammaLut(int nGammaLow, int nGammaHigh, int nRampStart, int nRampEnd
   if (top < 1) return 1;
   const double full = static_cast<double>(top);
   const double low = nGammaLow * 0.1, high = nGammaHigh * 0.1;
-  for (int32_t i = 0; i < top; ++i) {  // quirk: gamma_last_entry_unwritten
+  // quirk: gamma-last-entry. It stays as the caller had it.
+  for (int32_t i = 0; i < top; ++i) {
     double x = i;
     if (i != 0) {
       double g = high;
