@@ -1,0 +1,31 @@
+// One row of the table on one frame: both sides checked, then timed against each other.
+#pragma once
+
+#include <string>
+
+#include "bench/measure.h"
+#include "bench/rows.h"
+
+namespace vistrel::bench {
+
+struct Result {
+  const Row& row;
+  const FrameSize& size;
+  Level level;
+  Timing ours, peer;  // nanoseconds of an input pixel
+
+  double ratio() const { return peer.minimum / ours.minimum; }
+  double medianRatio() const { return peer.median / ours.median; }
+  bool hasTarget() const { return level >= Level::avx2; }
+  const char* mark() const;  // met, least only, MISSED; - where there is no target
+};
+
+std::string rowName(const Row& row, const FrameSize& size);
+
+// Throws where the two sides show different pictures or another thread is at work.
+Result compare(const Row& row, const FrameSize& size, Level level, int rounds);
+
+// Of one run on a whole frame.
+Timing perPixel(const Timing& timing, const FrameSize& size);
+
+}  // namespace vistrel::bench

@@ -1,0 +1,31 @@
+// The source frames: a smooth coloured scene with noise, seen through an RGGB mosaic.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "bench/buffer.h"
+
+namespace vistrel::bench {
+
+struct FrameSize {
+  const char* name;
+  unsigned width, height;
+  size_t pixels() const { return size_t{width} * height; }
+};
+
+constexpr FrameSize kFrameSizes[] = {{"1080p", 1920, 1080}, {"12MP", 4096, 3000}};
+
+struct Frame {
+  static constexpr unsigned kWordBits = 12;  // significant bits of a word
+
+  FrameSize size;
+  Buffer<uint16_t> words;
+  Buffer<uint8_t> bytes;  // the words' high bits
+};
+
+// Samples stay below 1 / factor of the full scale: binning multiplies them by its factor, and
+// nothing is to clamp.
+Frame makeFrame(const FrameSize& size, unsigned factor);
+
+}  // namespace vistrel::bench

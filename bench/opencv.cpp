@@ -1,0 +1,108 @@
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+
+#include "bench/peers.h"
+
+namespace vistrel::bench {
+
+namespace {
+
+constexpr double kWordsToBytes = 1.0 / (1 << (Frame::kWordBits - 8));
+
+cv::Size sizeOf(const Frame& frame) {
+  return {static_cast<int>(frame.size.width), static_cast<int>(frame.size.height)};
+}
+
+cv::Mat bytesOf(const Frame& frame) { return {sizeOf(frame), CV_8UC1, frame.bytes.get()}; }
+cv::Mat wordsOf(const Frame& frame) { return {sizeOf(frame), CV_16UC1, frame.words.get()}; }
+
+cv::Size binned(const cv::Mat& image, unsigned factor) {
+  const int n = static_cast<int>(factor);
+  return {image.cols / n, image.rows / n};
+}
+
+// Whole blocks only: a ratio that is not an integer would take resize's slow way.
+cv::Mat wholeBlocks(const cv::Mat& image, unsigned factor) {
+  const cv::Size size = binned(image, factor) * static_cast<int>(factor);
+  return image(cv::Rect({0, 0}, size));
+}
+
+template <class Run>
+Task task(Run run, const cv::Mat& result, const Layout& layout) {
+  cv::setNumThreads(1);
+  return {run,
+          {result.data, static_cast<unsigned>(result.cols), static_cast<unsigned>(result.rows),
+           layout, 8}};
+}
+
+}  // namespace
+
+Task openCvBilinear(const Conversion&, const Frame& frame) {
+  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC3);
+  return task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGR); }, result, kBgr24);
+}
+
+Task openCvBilinearBgra(const Conversion&, const Frame& frame) {
+  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC4);
+  return task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGRA); }, result, kBgra32);
+}
+
+Task openCvBilinearGray(const Conversion&, const Frame& frame) {
+  const cv::Mat source = bytesOf(frame), colour(source.size(), CV_8UC3);
+  const cv::Mat result(source.size(), CV_8UC1);
+  return task(
+      [=] {
+        cv::cvtColor(source, colour, cv::COLOR_BayerRGGB2BGR);
+        cv::cvtColor(colour, result, cv::COLOR_BGR2GRAY);
+      },
+      result, kMono8);
+}
+
+Task openCvBilinearArea(const Conversion& c, const Frame& frame) {
+  const cv::Mat source = bytesOf(frame), colour(source.size(), CV_8UC3);
+  const cv::Mat blocks = wholeBlocks(colour, c.factor), result(binned(colour, c.factor), CV_8UC3);
+  return task(
+      [=] {
+        cv::cvtColor(source, colour, cv::COLOR_BayerRGGB2BGR);
+        cv::resize(blocks, result, result.size(), 0, 0, cv::INTER_AREA);
+      },
+      result, kBgr24);
+}
+
+Task openCvCopy(const Conversion&, const Frame& frame) {
+  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC1);
+  return task([=] { source.copyTo(result); }, result, kMono8);
+}
+
+Task openCvArea(const Conversion& c, const Frame& frame) {
+  const cv::Mat source = wholeBlocks(bytesOf(frame), c.factor);
+  const cv::Mat result(binned(source, c.factor), CV_8UC1);
+  return task([=] { cv::resize(source, result, result.size(), 0, 0, cv::INTER_AREA); }, result,
+              kMono8);
+}
+
+Task openCvConvert(const Conversion&, const Frame& frame) {
+  const cv::Mat source = wordsOf(frame), result(source.size(), CV_8UC1);
+  return task([=] { source.convertTo(result, CV_8U, kWordsToBytes); }, result, kMono8);
+}
+
+Task openCvAreaConvert(const Conversion& c, const Frame& frame) {
+  const cv::Mat source = wholeBlocks(wordsOf(frame), c.factor);
+  const cv::Mat means(binned(source, c.factor), CV_16UC1), result(means.size(), CV_8UC1);
+  return task(
+      [=] {
+        cv::resize(source, means, means.size(), 0, 0, cv::INTER_AREA);
+        means.convertTo(result, CV_8U, kWordsToBytes);
+      },
+      result, kMono8);
+}
+
+Task openCvTable(const Conversion&, const Frame& frame) {
+  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC1);
+  cv::Mat table(1, 256, CV_8UC1);
+  for (int i = 0; i < 256; ++i)
+    table.at<uint8_t>(i) = cv::saturate_cast<uint8_t>(255 * toneCurve((i + 0.5) / 256));
+  return task([=] { cv::LUT(source, table, result); }, result, kMono8);
+}
+
+}  // namespace vistrel::bench

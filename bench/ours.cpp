@@ -1,0 +1,75 @@
+#include <fmt/format.h>
+
+#include <cmath>
+#include <stdexcept>
+
+#include "bench/task.h"
+#include "frontend/vistrel.h"
+
+namespace vistrel::bench {
+
+namespace {
+
+constexpr uint32_t kStream = 1;
+constexpr uint32_t kUserTableMode = 10;
+
+struct Format {
+  const char* name;
+  Layout layout;
+  unsigned bits;      // of a result's sample
+  uint32_t nDstBits;  // the same, as the entry counts it
+};
+
+Format formatOf(uint32_t nFormat) {
+  constexpr unsigned kWordBits = Frame::kWordBits;
+  switch (nFormat) {
+    case IMG_FMT_MONO8: return {"MONO8", kMono8, 8, 8};
+    case IMG_FMT_MONO16: return {"MONO16", kMono16, kWordBits, kWordBits};
+    case IMG_FMT_BGR24: return {"BGR24", kBgr24, 8, 24};
+    case IMG_FMT_ARGB32: return {"ARGB32", kArgb32, 8, 24};
+    case IMG_FMT_GRAY8: return {"GRAY8", kMono8, 8, 8};
+    case IMG_FMT_GRAY16: return {"GRAY16", kMono16, kWordBits, kWordBits};
+    case IMG_FMT_BGR48: return {"BGR48", kBgr48, kWordBits, 3 * kWordBits};
+    default: throw std::invalid_argument(fmt::format("no format {}", nFormat));
+  }
+}
+
+void loadToneCurve() {
+  constexpr unsigned kEntries = 1 << Frame::kWordBits;
+  uint16_t table[kEntries];
+  for (unsigned i = 0; i < kEntries; ++i)
+    table[i] = static_cast<uint16_t>(std::lround(255 * toneCurve((i + 0.5) / kEntries)));
+  ImgLoadLookupTable(kStream, table, kEntries);
+}
+
+}  // namespace
+
+double toneCurve(double light) { return std::pow(light, 1 / 2.2); }
+
+std::string Conversion::name() const {
+  return fmt::format("{}{}/{}/{}x{}{}", algorithm, depth, formatOf(nFormat).name, factor, factor,
+                     nLutMode == kUserTableMode ? "/table" : "");
+}
+
+Task makeOurs(const Conversion& c, const Frame& frame) {
+  const FrameSize size = frame.size;
+  const Format format = formatOf(c.nFormat);
+  const unsigned width = size.width / c.factor, height = size.height / c.factor;
+  const auto result = allocate<uint8_t>(size_t{width} * height * format.layout.channels *
+                                        format.layout.sampleBytes);
+  if (!ImgInitialize(kStream, size.width, size.height)) throw std::bad_alloc();
+  loadToneCurve();
+  const auto run = [=] {
+    const uint32_t done =
+        c.depth == 8
+            ? ImgConvert8(kStream, c.nFormat, c.nAlgorithm, BAYER_RGGB, c.factor - 1, size.width,
+                          size.height, 0, 0, width, height, frame.bytes.get(), result.get(), 8, 0)
+            : ImgConvert16(kStream, c.nFormat, c.nAlgorithm, BAYER_RGGB, c.factor - 1,
+                           format.nDstBits, c.nLutMode, size.width, size.height, 0, 0, width,
+                           height, frame.words.get(), result.get(), Frame::kWordBits, 0);
+    if (!done) throw std::runtime_error("refused: " + c.name());
+  };
+  return {run, {result.get(), width, height, format.layout, format.bits}};
+}
+
+}  // namespace vistrel::bench

@@ -1,0 +1,25 @@
+// The peers, one block a package; rows.cpp uses only the blocks whose package was found.
+#pragma once
+
+#include "bench/task.h"
+
+namespace vistrel::bench {
+
+// OpenCV
+Task openCvBilinear(const Conversion&, const Frame&);  // to BGR24
+Task openCvBilinearBgra(const Conversion&, const Frame&);
+Task openCvBilinearGray(const Conversion&, const Frame&);  // to BGR24, then to gray
+Task openCvBilinearArea(const Conversion&, const Frame&);  // to BGR24, then means of blocks
+Task openCvCopy(const Conversion&, const Frame&);
+Task openCvArea(const Conversion&, const Frame&);
+Task openCvConvert(const Conversion&, const Frame&);      // 16 bits to 8
+Task openCvAreaConvert(const Conversion&, const Frame&);  // means of blocks, then 16 bits to 8
+Task openCvTable(const Conversion&, const Frame&);        // 8 bits to 8: it has no wider table
+
+// libdc1394
+Task dc1394Bilinear(const Conversion&, const Frame&);  // 16 bits to 16
+
+// libswscale
+Task swscaleBilinear(const Conversion&, const Frame&);  // 16 bits to RGB24
+
+}  // namespace vistrel::bench

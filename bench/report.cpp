@@ -1,0 +1,95 @@
+#include "bench/report.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <fstream>
+#include <stdexcept>
+#include <string_view>
+
+#include "bench/levels.h"
+
+namespace vistrel::bench {
+
+namespace {
+
+template <class... Args>
+void line(fmt::format_string<Args...> text, Args&&... args) {
+  fmt::print(text, std::forward<Args>(args)...);
+  std::fputc('\n', stdout);
+  std::fflush(stdout);
+}
+
+std::string processor() {
+  std::ifstream info("/proc/cpuinfo");
+  for (std::string text; std::getline(info, text);)
+    if (text.starts_with("model name")) return text.substr(text.find(':') + 2);
+  return "unknown processor";
+}
+
+nlohmann::ordered_json asJson(const Timing& t) {
+  return {{"minimum", t.minimum}, {"median", t.median}};
+}
+
+}  // namespace
+
+Report::Report(const std::string& filter, int rounds)
+    : m_json{{"processor", processor()},
+             {"compiler", __VERSION__},
+             {"filter", filter},
+             {"rounds", rounds},
+             {"unit", "nanoseconds of one thread per input pixel"},
+             {"floor", nlohmann::ordered_json::array()},
+             {"rows", nlohmann::ordered_json::array()}} {
+  line("{}; one thread; ns per input pixel, minimum and median of {} rounds", processor(), rounds);
+}
+
+void Report::beginFloor() { line("\n{:<28} {:<6} {:>7} {:>7}", "floor", "frame", "min", "med"); }
+
+void Report::add(const std::string& floor, const FrameSize& size, const Timing& t) {
+  line("{:<28} {:<6} {:7.3f} {:7.3f}", floor, size.name, t.minimum, t.median);
+  m_json["floor"].push_back({{"name", floor}, {"frame", size.name}, {"time", asJson(t)}});
+}
+
+void Report::beginLevel(Level level) {
+  line("\n{:<22} {:<6} {:>7} {:>7}  {:<23} {:>7} {:>7}  {:>6} {:>6}  {:>5} {:>5}", nameOf(level),
+       "frame", "min", "med", "peer", "min", "med", "ratio", "(med)", "least", "goal");
+}
+
+void Report::add(const Result& r) {
+  const std::string name = r.row.ours.name();
+  const Target& target = r.row.target;
+  const double goal = target.goalAt(r.level);
+  const std::string targets = r.hasTarget() ? fmt::format("{:5.2f} {:5.2f}", target.least, goal)
+                                            : fmt::format("{:>5} {:>5}", "-", "-");
+  line("{:<22} {:<6} {:7.3f} {:7.3f}  {:<23} {:7.3f} {:7.3f}  {:6.2f} {:6.2f}  {}  {}", name,
+       r.size.name, r.ours.minimum, r.ours.median, r.row.peer.name, r.peer.minimum, r.peer.median,
+       r.ratio(), r.medianRatio(), targets, r.mark());
+  const std::string_view mark = r.mark();
+  m_met += mark == "met";
+  m_leastOnly += mark == "least only";
+  m_missed += mark == "MISSED";
+  nlohmann::ordered_json entry{{"name", name},
+                               {"frame", r.size.name},
+                               {"level", nameOf(r.level)},
+                               {"ours", asJson(r.ours)},
+                               {"peer_name", r.row.peer.name},
+                               {"peer", asJson(r.peer)},
+                               {"ratio", {{"minimum", r.ratio()}, {"median", r.medianRatio()}}}};
+  if (r.hasTarget()) {
+    entry["least"] = target.least;
+    entry["goal"] = goal;
+    entry["mark"] = r.mark();
+  }
+  m_json["rows"].push_back(entry);
+}
+
+void Report::end() { line("\n{} met, {} least only, {} missed", m_met, m_leastOnly, m_missed); }
+
+void Report::write(const std::string& jsonFile) const {
+  std::ofstream file(jsonFile);
+  file << m_json.dump(2) << '\n';
+  if (!file.flush()) throw std::runtime_error("--json: cannot write " + jsonFile);
+}
+
+}  // namespace vistrel::bench

@@ -1,0 +1,51 @@
+#include "bench/rows.h"
+
+#include "bench/peers.h"
+#include "frontend/vistrel.h"
+
+namespace vistrel::bench {
+
+namespace {
+
+constexpr uint32_t kTopWindow = 0, kUserTable = 10;  // nLutMode
+
+constexpr Conversion bilinear(unsigned depth, uint32_t nFormat, unsigned factor = 1) {
+  return {"bilinear", DM_BILINEAR, depth, nFormat, factor, kTopWindow};
+}
+
+constexpr Conversion mono(unsigned depth, unsigned factor, uint32_t nLutMode = kTopWindow) {
+  return {"mono", DM_BILINEAR, depth, IMG_FMT_MONO8, factor, nLutMode};
+}
+
+}  // namespace
+
+const std::vector<Row>& rows() {
+  static const std::vector<Row> table = {
+#if VISTREL_BENCH_OPENCV
+    {bilinear(8, IMG_FMT_BGR24), {"OpenCV bilinear", openCvBilinear}, {1.0, 1.25, 2.0}},
+    {bilinear(8, IMG_FMT_ARGB32), {"OpenCV bilinear BGRA", openCvBilinearBgra}, {0.8, 1.0, 0}},
+    {bilinear(8, IMG_FMT_GRAY8), {"OpenCV bilinear, gray", openCvBilinearGray}, {0.9, 1.3, 0}},
+    {bilinear(8, IMG_FMT_BGR24, 2), {"OpenCV bilinear, AREA", openCvBilinearArea}, {1.3, 1.8, 0}},
+    {bilinear(8, IMG_FMT_BGR24, 3), {"OpenCV bilinear, AREA", openCvBilinearArea}, {2.5, 3.5, 0}},
+    {bilinear(8, IMG_FMT_BGR24, 4), {"OpenCV bilinear, AREA", openCvBilinearArea}, {2.5, 3.5, 0}},
+#endif
+#if VISTREL_BENCH_SWSCALE
+    {bilinear(16, IMG_FMT_BGR24), {"libswscale bayer16", swscaleBilinear}, {1.3, 1.5, 0}},
+#endif
+#if VISTREL_BENCH_DC1394
+    {bilinear(16, IMG_FMT_BGR48), {"libdc1394 bilinear", dc1394Bilinear}, {1.1, 1.3, 0}},
+#endif
+#if VISTREL_BENCH_OPENCV
+    {mono(8, 1), {"OpenCV copyTo", openCvCopy}, {0.95, 1.0, 0}},
+    {mono(8, 2), {"OpenCV AREA", openCvArea}, {0.9, 1.1, 0}},
+    {mono(8, 3), {"OpenCV AREA", openCvArea}, {3, 5, 0}},
+    {mono(8, 4), {"OpenCV AREA", openCvArea}, {5, 8, 0}},
+    {mono(16, 1), {"OpenCV convertTo", openCvConvert}, {1.1, 1.3, 0}},
+    {mono(16, 2), {"OpenCV AREA, convertTo", openCvAreaConvert}, {1.3, 1.7, 0}},
+    {mono(16, 1, kUserTable), {"OpenCV LUT 8u", openCvTable}, {0.8, 0.9, 0}},
+#endif
+  };
+  return table;
+}
+
+}  // namespace vistrel::bench
