@@ -49,7 +49,7 @@ VISTREL_INLINE void storeUnits(T* d, __m512i x, __m512i y, __m512i z) {
 }
 
 // The masks of all lanes keep g++ 12 from warning of its own header's undefined operands.
-VISTREL_INLINE __m512i permute(__m512i v, const uint8_t* order) {
+VISTREL_INLINE __m512i permuteAll(__m512i v, const uint8_t* order) {
   return _mm512_maskz_permutexvar_epi8(~__mmask64{0}, _mm512_load_si512(order), v);
 }
 VISTREL_INLINE __m512i permuteQuarters(__m512i v) {
@@ -58,9 +58,9 @@ VISTREL_INLINE __m512i permuteQuarters(__m512i v) {
 
 template <class T>
 VISTREL_INLINE void interleave3(T* d, __m512i x, __m512i y, __m512i z) {
-  x = permute(x, kPermutation<T>.bytes[0]);
-  y = permute(y, kPermutation<T>.bytes[1]);
-  z = permute(z, kPermutation<T>.bytes[2]);
+  x = permuteAll(x, kPermutation<T>.bytes[0]);
+  y = permuteAll(y, kPermutation<T>.bytes[1]);
+  z = permuteAll(z, kPermutation<T>.bytes[2]);
   storeUnits<T, 0>(d, x, y, z);
   storeUnits<T, 1>(d, x, y, z);
   storeUnits<T, 2>(d, x, y, z);
@@ -102,61 +102,39 @@ constexpr int wordsOf(int j, int c) {
   return words;
 }
 
-#if VISTREL_LEVEL == 3
-typedef __m256i Register;
-VISTREL_INLINE Register permute(Register v, const uint8_t* order) {
-  return _mm256_shuffle_epi8(
-      v, _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(order))));
-}
-template <int words>
-VISTREL_INLINE Register blend(Register a, Register b) {
-  return _mm256_blend_epi16(a, b, words);
-}
 template <class T>
 VISTREL_INLINE Register unpackLow(VectorOf<T> a, VectorOf<T> b) {
-  return sizeof(T) == 1 ? _mm256_unpacklo_epi8((Register)a, (Register)b)
-                        : _mm256_unpacklo_epi16((Register)a, (Register)b);
+  return sizeof(T) == 1 ? VISTREL_OP(unpacklo_epi8)((Register)a, (Register)b)
+                        : VISTREL_OP(unpacklo_epi16)((Register)a, (Register)b);
 }
 template <class T>
 VISTREL_INLINE Register unpackHigh(VectorOf<T> a, VectorOf<T> b) {
-  return sizeof(T) == 1 ? _mm256_unpackhi_epi8((Register)a, (Register)b)
-                        : _mm256_unpackhi_epi16((Register)a, (Register)b);
+  return sizeof(T) == 1 ? VISTREL_OP(unpackhi_epi8)((Register)a, (Register)b)
+                        : VISTREL_OP(unpackhi_epi16)((Register)a, (Register)b);
 }
-#else
-typedef __m128i Register;
-VISTREL_INLINE Register permute(Register v, const uint8_t* order) {
-  return _mm_shuffle_epi8(v, _mm_load_si128(reinterpret_cast<const __m128i*>(order)));
-}
-template <int words>
-VISTREL_INLINE Register blend(Register a, Register b) {
-#if VISTREL_LEVEL == 2
-  return _mm_blend_epi16(a, b, words);
-#else
-  const auto bit = [](int w) { return static_cast<short>(-(words >> w & 1)); };
-  const __m128i m = _mm_setr_epi16(bit(0), bit(1), bit(2), bit(3), bit(4), bit(5), bit(6), bit(7));
-  return _mm_or_si128(_mm_andnot_si128(m, a), _mm_and_si128(m, b));
-#endif
-}
-template <class T>
-VISTREL_INLINE Register unpackLow(VectorOf<T> a, VectorOf<T> b) {
-  return sizeof(T) == 1 ? _mm_unpacklo_epi8((Register)a, (Register)b)
-                        : _mm_unpacklo_epi16((Register)a, (Register)b);
-}
-template <class T>
-VISTREL_INLINE Register unpackHigh(VectorOf<T> a, VectorOf<T> b) {
-  return sizeof(T) == 1 ? _mm_unpackhi_epi8((Register)a, (Register)b)
-                        : _mm_unpackhi_epi16((Register)a, (Register)b);
-}
-#endif
 
 template <class T, int j>
 VISTREL_INLINE Register unitsFrom(Register x, Register y, Register z) {
-  return blend<wordsOf<T>(j, 2)>(blend<wordsOf<T>(j, 1)>(x, y), z);
+  return blendWords<wordsOf<T>(j, 2)>(blendWords<wordsOf<T>(j, 1)>(x, y), z);
 }
 
 struct Three {
   Register v[3];
 };
+
+// All first groups, in order, then all second ones.
+VISTREL_INLINE void storeInGroupOrder(void* d, const Register (&v)[6]) {
+  Register* out = static_cast<Register*>(d);
+#if VISTREL_LEVEL == 3
+  for (int i = 0; i < 3; ++i) {
+    storeRegister(out + i, _mm256_permute2x128_si256(v[2 * i], v[2 * i + 1], 0x20));
+    storeRegister(out + 3 + i, _mm256_permute2x128_si256(v[2 * i], v[2 * i + 1], 0x31));
+  }
+#else
+  for (int i = 0; i < 6; ++i) storeRegister(out + i, v[i]);
+#endif
+}
+
 template <class T>
 VISTREL_INLINE Three interleave3(Register x, Register y, Register z) {
   x = permute(x, kPermutation<T>.bytes[0]);
@@ -172,19 +150,8 @@ VISTREL_INLINE void storePixels(T* d, const VectorOf<T> (&b)[2], const VectorOf<
                                   unpackLow<T>(g[1], r[1]));
   const Three hi = interleave3<T>(unpackHigh<T>(b[0], g[0]), unpackHigh<T>(r[0], b[1]),
                                   unpackHigh<T>(g[1], r[1]));
-  Register* out = reinterpret_cast<Register*>(d);
-#if VISTREL_LEVEL == 3
-  const auto put = [&](int i, Register first, Register second) __attribute__((target("avx2"))) {
-    _mm256_storeu_si256(out + i, _mm256_permute2x128_si256(first, second, 0x20));
-    _mm256_storeu_si256(out + i + 3, _mm256_permute2x128_si256(first, second, 0x31));
-  };
-  put(0, lo.v[0], lo.v[1]);
-  put(1, lo.v[2], hi.v[0]);
-  put(2, hi.v[1], hi.v[2]);
-#else
-  for (int i = 0; i < 3; ++i) _mm_storeu_si128(out + i, lo.v[i]);
-  for (int i = 0; i < 3; ++i) _mm_storeu_si128(out + 3 + i, hi.v[i]);
-#endif
+  const Register v[] = {lo.v[0], lo.v[1], lo.v[2], hi.v[0], hi.v[1], hi.v[2]};
+  storeInGroupOrder(d, v);
 }
 
 #endif

@@ -1,4 +1,7 @@
 #include "common/lanes.inl"
+#if VISTREL_LEVEL >= 1
+#include "common/registers.inl"
+#endif
 #include "demosaic/bilinear.inl"
 #include "demosaic/pixel_row.inl"
 

@@ -1,6 +1,7 @@
 #include "output/rows.h"
 
 #include "common/level.h"
+#include "common/simd.h"
 
 #define VISTREL_BODY "output/rows.inl"
 #include "common/each_level.inl"

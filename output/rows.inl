@@ -1,4 +1,10 @@
-// The arithmetic of the output, one row of pixels at a time.
+// The arithmetic of the output, one row of pixels at a time: plain here, and where it pays in
+// registers, from the row's start as far as they reach.
+
+#include "common/lanes.inl"
+#if VISTREL_LEVEL >= 1
+#include "common/registers.inl"
+#endif
 
 template <int N>
 inline uint32_t divideByN(uint32_t sum) {
@@ -26,44 +32,82 @@ inline D clampTo(uint32_t v, uint32_t ceiling) {
   return static_cast<D>(v < ceiling ? v : ceiling);
 }
 
+// Rec. 601 luma, summed in this order and truncated.
+// quirk: gray-loses-one. Of pixels whose channels are equal, some come out one lower.
+inline uint32_t luma(uint32_t b, uint32_t g, uint32_t r) {
+  return static_cast<uint32_t>((g * 0.587 + r * 0.299) + b * 0.114);
+}
+
+#include "output/argb.inl"
+#include "output/map.inl"
+#include "output/reduce.inl"
+#if VISTREL_LEVEL >= 1
+#include "output/blocks16.inl"
+#include "output/blocks8.inl"
+#include "output/gray8.inl"
+#endif
+
+// The samples of a row's blocks, channel by channel.
+template <int N, int channels, class T, class D>
+void binRow(const T* __restrict s, size_t stride, D* __restrict d, size_t width, Reduction by) {
+  size_t x = 0;
+#if VISTREL_LEVEL >= 1
+  if constexpr (sizeof(T) == 1) {
+    if (by.shift == 0 && by.ceiling == 255) x = binBlocks8<N, channels>(s, stride, d, width);
+  } else if constexpr (sizeof(D) == 1 && channels == 1 && N != 3) {
+    x = binBlocks16<N>(s, stride, d, width, by);
+  }
+#endif
+  for (; x < width; ++x)
+    for (int c = 0; c < channels; ++c)
+      d[channels * x + c] = clampTo<D>(
+          binnedSample<N, channels>(s + channels * N * x, stride, c, by.shift), by.ceiling);
+}
+
+template <int N, int channels, class T, class D>
+void packedRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
+  const T* s = static_cast<const T*>(source);
+  D* d = static_cast<D*>(destination);
+  if constexpr (N == 1)
+    reduceSamples(s, d, channels * width, by);
+  else
+    binRow<N, channels>(s, stride, d, width, by);
+}
+
 template <int N, class T, class D>
 void monoRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
-  const T* __restrict s = static_cast<const T*>(source);
-  D* __restrict d = static_cast<D*>(destination);
-  for (size_t x = 0; x < width; ++x)
-    d[x] = clampTo<D>(binnedSample<N, 1>(s + N * x, stride, 0, by.shift), by.ceiling);
+  packedRow<N, 1, T, D>(source, stride, destination, width, by);
 }
 
 template <int N, class T, class D>
 void bgrRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
-  if constexpr (N == 1) return monoRow<1, T, D>(source, stride, destination, 3 * width, by);
-  const T* __restrict s = static_cast<const T*>(source);
-  D* __restrict d = static_cast<D*>(destination);
-  for (size_t x = 0; x < width; ++x)
-    for (int c = 0; c < 3; ++c)
-      d[3 * x + c] = clampTo<D>(binnedSample<N, 3>(s + 3 * N * x, stride, c, by.shift), by.ceiling);
+  packedRow<N, 3, T, D>(source, stride, destination, width, by);
 }
 
-// Byte 0 of a pixel stays as it was.
-template <int N, class T, class D>
+// By way of BGR, a few pixels at a time.
+template <int N, class T>
 void argbRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
-  const T* __restrict s = static_cast<const T*>(source);
-  D* __restrict d = static_cast<D*>(destination);
-  for (size_t x = 0; x < width; ++x)
-    for (int c = 0; c < 3; ++c)
-      d[4 * x + 3 - c] = clampTo<D>(binnedSample<N, 3>(s + 3 * N * x, stride, c, by.shift), by.ceiling);
-}
-
-// Rec. 601 luma, summed in this order and truncated: equal channels may come out one lower.
-inline uint32_t luma(uint32_t b, uint32_t g, uint32_t r) {
-  return static_cast<uint32_t>((g * 0.587 + r * 0.299) + b * 0.114);
+  constexpr size_t tileWidth = 256;
+  uint8_t tile[3 * tileWidth];
+  const T* s = static_cast<const T*>(source);
+  uint8_t* d = static_cast<uint8_t*>(destination);
+  for (size_t x = 0; x < width; x += tileWidth) {
+    const size_t n = width - x < tileWidth ? width - x : tileWidth;
+    bgrRow<N, T, uint8_t>(s + 3 * N * x, stride, tile, n, by);
+    spreadToArgb(tile, d + 4 * x, n);
+  }
 }
 
 template <int N, class T, class D>
 void grayRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
   const T* __restrict s = static_cast<const T*>(source);
   D* __restrict d = static_cast<D*>(destination);
-  for (size_t x = 0; x < width; ++x) {
+  size_t x = 0;
+#if VISTREL_LEVEL >= 1
+  if constexpr (N == 1 && sizeof(T) == 1)
+    if (by.shift == 0 && by.ceiling == 255) x = grayBytes(s, d, width);
+#endif
+  for (; x < width; ++x) {
     const T* block = s + 3 * N * x;
     const uint32_t b = binnedSample<N, 3>(block, stride, 0, by.shift);
     const uint32_t g = binnedSample<N, 3>(block, stride, 1, by.shift);
@@ -72,21 +116,17 @@ void grayRow(const void* source, size_t stride, void* destination, size_t width,
   }
 }
 
-inline void mapSamples(const uint16_t* source, uint8_t* destination, size_t n, const uint8_t* table,
-                       uint32_t shift) {
-  for (size_t i = 0; i < n; ++i) {
-    const uint32_t index = uint32_t{source[i]} >> shift;
-    destination[i] = table[index < 1024 ? index : 1023];
-  }
-}
-
-#define VISTREL_BINNINGS(row, T, D) {row<1, T, D>, row<2, T, D>, row<3, T, D>, row<4, T, D>}
+#define VISTREL_BINNINGS(row, ...) \
+  {row<1, __VA_ARGS__>, row<2, __VA_ARGS__>, row<3, __VA_ARGS__>, row<4, __VA_ARGS__>}
 #define VISTREL_DEPTHS(row)                    \
   {VISTREL_BINNINGS(row, uint8_t, uint8_t),    \
    VISTREL_BINNINGS(row, uint16_t, uint8_t),   \
    VISTREL_BINNINGS(row, uint16_t, uint16_t)}
 const RowTable kRows = {
-    {VISTREL_DEPTHS(monoRow), VISTREL_DEPTHS(bgrRow), VISTREL_DEPTHS(argbRow), VISTREL_DEPTHS(grayRow)},
+    {VISTREL_DEPTHS(monoRow),
+     VISTREL_DEPTHS(bgrRow),
+     {VISTREL_BINNINGS(argbRow, uint8_t), VISTREL_BINNINGS(argbRow, uint16_t), {}},
+     VISTREL_DEPTHS(grayRow)},
     mapSamples};
 #undef VISTREL_DEPTHS
 #undef VISTREL_BINNINGS
