@@ -1,0 +1,90 @@
+#include "tests/check/canvas.h"
+
+#include <fmt/format.h>
+#include <sys/mman.h>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <stdexcept>
+
+namespace vistrel::check {
+namespace {
+
+constexpr size_t kFence = size_t{1} << 20;
+constexpr size_t kMargin = 4096;
+
+uint8_t* reserve(size_t bytes) {
+  void* map = mmap(nullptr, bytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+  if (map == MAP_FAILED) throw std::bad_alloc();
+  return static_cast<uint8_t*>(map);
+}
+
+void open(uint8_t* from, size_t bytes) {
+  if (mprotect(from, bytes, PROT_READ | PROT_WRITE) != 0) throw std::bad_alloc();
+}
+
+}  // namespace
+
+void Block::paint(uint8_t colour) const {
+  for (size_t r = 0; r < zoneRows; ++r) std::memset(zone + r * zonePitch, colour, zoneBytes);
+}
+
+std::optional<ptrdiff_t> Block::stain(uint8_t colour) const {
+  const auto scan = [&](const uint8_t* from, const uint8_t* to) -> std::optional<ptrdiff_t> {
+    const uint8_t* found = std::find_if(from, to, [=](uint8_t b) { return b != colour; });
+    if (found == to) return std::nullopt;
+    return found - begin;
+  };
+  for (size_t r = 0; r < zoneRows; ++r) {
+    const uint8_t* from = zone + r * zonePitch;
+    const uint8_t* inner = zoneRows == 1 ? begin : row(r);
+    const size_t innerBytes = zoneRows == 1 ? shape.span() : shape.rowBytes;
+    if (const auto before = scan(from, inner)) return before;
+    if (const auto behind = scan(inner + innerBytes, from + zoneBytes)) return behind;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> Block::describe(const uint8_t* address) const {
+  const ptrdiff_t at = address - begin;
+  const ptrdiff_t span = static_cast<ptrdiff_t>(shape.span());
+  const ptrdiff_t near = static_cast<ptrdiff_t>(kFence);
+  if (at < -near || at >= span + near) return std::nullopt;
+  if (at < 0) return fmt::format("{} bytes before its first byte", -at);
+  if (at >= span) return fmt::format("{} bytes past its last byte", at - span + 1);
+  const size_t pitch = std::max<size_t>(shape.pitch, 1);
+  return fmt::format("byte {} of row {}, which has {}", static_cast<size_t>(at) % pitch,
+                     static_cast<size_t>(at) / pitch, shape.rowBytes);
+}
+
+Arena::Arena(size_t bytes)
+    : room_((bytes + kMargin - 1) / kMargin * kMargin), map_(reserve(room_ + 2 * kFence)) {
+  open(map_ + kFence, room_);
+}
+
+Arena::~Arena() { munmap(map_, room_ + 2 * kFence); }
+
+Block Arena::place(const Shape& shape, Edge edge) const {
+  const size_t span = shape.span();
+  if (span > room_) throw std::length_error(fmt::format("a block of {} bytes is too large", span));
+  const size_t margin = std::min(kMargin, room_ - span);
+  uint8_t* const room = map_ + kFence;
+  uint8_t* const begin = edge == Edge::start ? room : room + room_ - span;
+  uint8_t* const zone = edge == Edge::start ? begin : begin - margin;
+  return {shape, begin, zone, 1, span + margin, 0};
+}
+
+FencedRows::FencedRows() : map_(reserve(kRows * kPitch + kPage)) {
+  for (size_t r = 0; r < kRows; ++r) open(map_ + kPage + r * kPitch, kPage);
+}
+
+FencedRows::~FencedRows() { munmap(map_, kRows * kPitch + kPage); }
+
+Block FencedRows::place(const Shape& shape, Edge edge) const {
+  uint8_t* const page = map_ + kPage;
+  uint8_t* const begin = edge == Edge::start ? page : page + kPage - shape.rowBytes;
+  return {shape, begin, page, shape.rows, kPage, kPitch};
+}
+
+}  // namespace vistrel::check

@@ -1,0 +1,32 @@
+// Several calls on one stream: what an earlier one leaves shows in a later one.
+#include <algorithm>
+#include <utility>
+
+#include "tests/check/rooms.h"
+
+namespace vistrel::check {
+namespace {
+
+Case drawSequence(Draw& draw, const std::vector<Plan>& steps) {
+  Case calls;
+  const uint32_t count = 2 + draw.below(3);
+  while (calls.size() < count) {
+    const Plan& step = steps[draw.below(static_cast<uint32_t>(steps.size()))];
+    Draw own(draw.next(), draw.below(Draw::kComplete));
+    calls.push_back(step.draw(own).front());
+  }
+  return calls;
+}
+
+}  // namespace
+
+void addSequence(Catalogue& all) {
+  std::vector<Plan> steps;
+  std::copy_if(all.plans.begin(), all.plans.end(), std::back_inserter(steps),
+               [](const Plan& plan) { return plan.group == "demosaic" || plan.group == "skip"; });
+  all.plans.push_back({"sequence", "sequence", [steps](Draw& draw) {
+                         return drawSequence(draw, steps);
+                       }});
+}
+
+}  // namespace vistrel::check

@@ -1,0 +1,54 @@
+#include "tests/check/checker.h"
+
+#include <fmt/format.h>
+
+#include <cstring>
+
+#include "tests/check/levels.h"
+
+namespace vistrel::check {
+namespace {
+
+std::optional<Failure> faultOf(const Outcome& outcome, const char* side, const Memory& memory) {
+  if (!outcome.fault) return std::nullopt;
+  const char* what = strsignal(outcome.fault->signal);
+  return Failure{Kind::fault,
+                 fmt::format("{} ended by '{}', {}", side, what, place(memory, *outcome.fault))};
+}
+
+}  // namespace
+
+std::optional<Failure> Checker::checkCall(const Call& call, const Layout& layout, Level level) {
+  const Subject& subject = things_.subject(call.subject);
+  reference_.set(subject, call, layout);
+  product_.setLike(reference_, call, layout);
+  const Outcome expected = reference_.play(subject, call);
+  if (auto failure = faultOf(expected, "the reference", reference_.memory())) return failure;
+  setLevel(level, call.seed & 1);
+  const Outcome got = product_.play(subject, call);
+  if (auto failure = faultOf(got, "the product", product_.memory())) return failure;
+  if (got.result != expected.result)
+    return Failure{Kind::result, fmt::format("result: got {}, expected {}",
+                                             static_cast<int64_t>(got.result),
+                                             static_cast<int64_t>(expected.result))};
+  if (auto failure = stained(reference_.memory(), reference_.colour(), "the reference"))
+    return failure;
+  if (auto failure = stained(product_.memory(), product_.colour(), "the product")) return failure;
+  return difference(layout, product_.memory(), reference_.memory());
+}
+
+std::optional<Failure> Checker::check(const Case& calls, Level level) {
+  std::vector<Layout> layouts;
+  for (const Call& call : calls) layouts.push_back(things_.subject(call.subject).layout(call));
+  product_.beginCase(calls, layouts);
+  reference_.beginCase(calls, layouts);
+  for (size_t i = 0; i < calls.size(); ++i) {
+    auto failure = checkCall(calls[i], layouts[i], level);
+    if (!failure) continue;
+    if (calls.size() > 1) failure->text = fmt::format("call {}: {}", i + 1, failure->text);
+    return failure;
+  }
+  return std::nullopt;
+}
+
+}  // namespace vistrel::check

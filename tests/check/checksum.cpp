@@ -1,0 +1,91 @@
+#include "tests/check/checksum.h"
+
+#include <fmt/format.h>
+
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+
+namespace vistrel::check {
+namespace {
+
+constexpr uint32_t kCases = 200;
+constexpr uint64_t kSeed = 1;
+
+class Fold {
+ public:
+  void bytes(const uint8_t* from, size_t count) {
+    for (size_t k = 0; k < count; ++k) sum_ = (sum_ ^ from[k]) * 0x100000001B3;
+  }
+  void word(uint64_t value) { bytes(reinterpret_cast<const uint8_t*>(&value), sizeof value); }
+  uint64_t sum() const { return sum_; }
+
+ private:
+  uint64_t sum_ = 0xCBF29CE484222325;
+};
+
+void foldCall(Fold& fold, const Layout& layout, const Memory& memory, const Outcome& outcome) {
+  if (outcome.fault) throw std::runtime_error("a fault; the check itself tells where");
+  fold.word(outcome.result);
+  fold.bytes(memory.destination.begin, memory.destination.shape.span());
+  const uint8_t* const work = memory.work.begin;
+  const Range blank = layout.meaningless;
+  fold.bytes(work, blank.from);
+  fold.bytes(work + blank.to, memory.work.shape.span() - blank.to);
+}
+
+std::map<std::string, std::string> readGolden(const std::string& path) {
+  std::ifstream file(path);
+  if (!file) throw std::invalid_argument(fmt::format("'{}': cannot be opened", path));
+  std::map<std::string, std::string> golden;
+  for (std::string name, sum; file >> name >> sum;) golden[name] = sum;
+  return golden;
+}
+
+std::string asText(uint64_t sum) { return fmt::format("{:016x}", sum); }
+
+}  // namespace
+
+uint64_t checksum(const Catalogue& all, const Plan& plan, Side side) {
+  Stage stage(side);
+  Fold fold;
+  for (uint32_t n = 0; n < kCases; ++n) {
+    Draw draw(kSeed, n);
+    const Case calls = plan.draw(draw);
+    std::vector<Layout> layouts;
+    for (const Call& call : calls) layouts.push_back(all.subject(call.subject).layout(call));
+    stage.beginCase(calls, layouts);
+    for (size_t i = 0; i < calls.size(); ++i) {
+      const Subject& subject = all.subject(calls[i].subject);
+      stage.set(subject, calls[i], layouts[i]);
+      foldCall(fold, layouts[i], stage.memory(), stage.play(subject, calls[i]));
+    }
+  }
+  return fold.sum();
+}
+
+void printChecksums(const Catalogue& all) {
+  for (const Plan& plan : all.plans)
+    if (hasChecksum(plan)) fmt::print("{} {}\n", plan.name, asText(checksum(all, plan, kReference)));
+}
+
+bool compareChecksums(const Catalogue& all, const std::string& path) {
+  const auto golden = readGolden(path);
+  bool same = true;
+  for (const Plan& plan : all.plans) {
+    if (!hasChecksum(plan)) continue;
+    const auto entry = golden.find(plan.name);
+    const std::string expected = entry == golden.end() ? "none" : entry->second;
+    for (const Side side : {kReference, kProduct}) {
+      const std::string got = asText(checksum(all, plan, side));
+      if (got == expected) continue;
+      same = false;
+      fmt::print("FAIL {} of the {}: got {}, expected {}\n", plan.name,
+                 side == kProduct ? "product" : "reference", got, expected);
+    }
+  }
+  return same;
+}
+
+}  // namespace vistrel::check

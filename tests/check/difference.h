@@ -1,0 +1,28 @@
+// What a call has left behind, compared and told by its place.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "tests/check/subject.h"
+#include "tests/check/trap.h"
+
+namespace vistrel::check {
+
+enum class Kind { fault, result, source, destination, work, outside };
+
+struct Failure {
+  Kind kind;
+  std::string text;
+};
+
+// Where in the call's memory a fault happened.
+std::string place(const Memory& memory, const Fault& fault);
+
+// A byte outside the blocks that changed.
+std::optional<Failure> stained(const Memory& memory, uint8_t colour, const char* side);
+
+// The first sample that differs.
+std::optional<Failure> difference(const Layout& layout, const Memory& got, const Memory& expected);
+
+}  // namespace vistrel::check

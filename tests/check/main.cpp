@@ -1,0 +1,181 @@
+// vistrel-check: the library against the reference, function by function.
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "tests/check/checker.h"
+#include "tests/check/checksum.h"
+#include "tests/check/levels.h"
+#include "tests/check/measure.h"
+#include "tests/check/self_test.h"
+
+namespace vistrel::check {
+namespace {
+
+constexpr int kPassed = 0, kFailed = 1, kUsage = 2, kNoSuchLevel = 77;
+constexpr int kFailuresShown = 3;
+constexpr uint32_t kBenchCases = 4;
+
+struct Options {
+  bool list = false, selfTest = false, bench = false, checksum = false;
+  std::string filter, group, level, repeat, golden;
+  uint32_t cases = 0;   // 0: as many as the mode has by default
+  uint64_t seed = 1;
+};
+
+bool chosen(const Plan& plan, const Options& options) {
+  return plan.name.find(options.filter) != std::string::npos &&
+         (options.group.empty() || plan.group == options.group);
+}
+
+// Prints what went wrong and the line that repeats it.
+bool passes(Checker& checker, const Case& calls, Level level) {
+  const std::string repeat =
+      fmt::format("vistrel-check --level {} --repeat \"{}\"", name(level), text(calls));
+  setLastWords("FAIL " + repeat + "\n");
+  const auto failure = checker.check(calls, level);
+  if (!failure) return true;
+  fmt::print("FAIL {} at {}: {}\n  {}\n", calls.front().subject, name(level), failure->text, repeat);
+  return false;
+}
+
+// Up to kFailuresShown failures, then the level is left.
+int failuresAt(Checker& checker, const Plan& plan, Level level, const Options& options) {
+  const uint32_t cases = options.cases ? options.cases : Draw::kComplete;
+  int failures = 0;
+  for (uint32_t n = 0; n < cases && failures < kFailuresShown; ++n) {
+    Draw draw(options.seed, n);
+    if (!passes(checker, plan.draw(draw), level)) ++failures;
+  }
+  return failures;
+}
+
+bool checkPlan(Checker& checker, const Plan& plan, const std::vector<Level>& levels,
+               const Options& options) {
+  const auto start = std::chrono::steady_clock::now();
+  std::string failed, passed;
+  for (const Level level : levels) {
+    const bool good = failuresAt(checker, plan, level, options) == 0;
+    (good ? passed : failed) += fmt::format(" {}", plan.levels ? name(level) : "any level");
+    if (!plan.levels) break;
+  }
+  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+  if (!failed.empty()) fmt::print("FAILED {} at{}\n", plan.name, failed);
+  if (!passed.empty()) fmt::print("ok {} at{} ({:.1f} s)\n", plan.name, passed, time.count());
+  return failed.empty();
+}
+
+int check(const Catalogue& all, const std::vector<Level>& levels, const Options& options) {
+  Checker checker(all);
+  int plans = 0, failed = 0;
+  for (const Plan& plan : all.plans) {
+    if (!chosen(plan, options)) continue;
+    ++plans;
+    if (!checkPlan(checker, plan, levels, options)) ++failed;
+  }
+  if (plans == 0)
+    throw std::invalid_argument(
+        fmt::format("--filter '{}' --group '{}': no such function; --list names them",
+                    options.filter, options.group));
+  if (failed) fmt::print("{} of {} functions failed\n", failed, plans);
+  return failed ? kFailed : kPassed;
+}
+
+int repeat(const Catalogue& all, const std::vector<Level>& levels, const Options& options) {
+  const Case calls = readCase(options.repeat);
+  if (options.bench) {
+    measure(all, calls, levels);
+    return kPassed;
+  }
+  Checker checker(all);
+  int failed = 0;
+  for (const Level level : levels) {
+    if (passes(checker, calls, level)) fmt::print("ok at {}\n", name(level));
+    else ++failed;
+  }
+  return failed ? kFailed : kPassed;
+}
+
+int bench(const Catalogue& all, const std::vector<Level>& levels, const Options& options) {
+  fmt::print("nanoseconds a pixel of the source: least, median\n");
+  for (const Plan& plan : all.plans) {
+    if (!chosen(plan, options) || !plan.levels) continue;
+    for (uint32_t n = 0; n < (options.cases ? options.cases : kBenchCases); ++n) {
+      Draw draw = Draw::forBench(options.seed, n);
+      const Case calls = plan.draw(draw);
+      if (calls.size() == 1) measure(all, calls, levels);
+    }
+  }
+  return kPassed;
+}
+
+int list(const Catalogue& all, const Options& options) {
+  for (const Plan& plan : all.plans)
+    if (chosen(plan, options)) fmt::print("{:<10} {}\n", plan.group, plan.name);
+  return kPassed;
+}
+
+int compareGolden(const Catalogue& all, const std::vector<Level>& levels, const Options& options) {
+  bool same = true;
+  for (const Level level : levels) {
+    setLevel(level);
+    same = compareChecksums(all, options.golden) && same;
+  }
+  return same ? kPassed : kFailed;
+}
+
+int run(const Options& options) {
+  std::vector<Level> levels = levelsOfProcessor();
+  if (!options.level.empty()) {
+    const auto level = levelNamed(options.level);
+    if (!level) throw std::invalid_argument(fmt::format("--level '{}': no such level", options.level));
+    if (*level > levels.back()) {
+      fmt::print("this processor has no {}\n", options.level);
+      return kNoSuchLevel;
+    }
+    levels = {*level};
+  }
+  const Catalogue all = catalogue();
+  if (options.list) return list(all, options);
+  if (options.selfTest) return selfTest(all, options.seed) ? kPassed : kFailed;
+  if (!options.golden.empty()) return compareGolden(all, levels, options);
+  if (options.checksum) return printChecksums(all), kPassed;
+  if (!options.repeat.empty()) return repeat(all, levels, options);
+  return options.bench ? bench(all, levels, options) : check(all, levels, options);
+}
+
+int parseAndRun(int argc, char** argv) {
+  Options options;
+  CLI::App app("Compares every function of the library with the reference, byte by byte.");
+  app.add_flag("--list", options.list, "name the functions");
+  app.add_option("--filter", options.filter, "only those with TEXT in their name");
+  app.add_option("--group", options.group, "only those of a group");
+  app.add_option("--cases", options.cases, "cases a function; by default every small size")
+      ->envname("VISTREL_CHECK_CASES");
+  app.add_option("--seed", options.seed, "other cases with another number");
+  app.add_option("--level", options.level, "base, ssse3, sse41, avx2 or avx512; by default all");
+  app.add_option("--repeat", options.repeat, "one case, as a failure prints it");
+  app.add_flag("--self-test", options.selfTest, "prove that broken functions are caught");
+  app.add_flag("--bench", options.bench, "measure instead of comparing");
+  app.add_flag("--checksum", options.checksum, "print the reference's golden numbers");
+  app.add_option("--golden", options.golden, "compare both sides with a file of golden numbers");
+  CLI11_PARSE(app, argc, argv);
+  return run(options);
+}
+
+}  // namespace
+}  // namespace vistrel::check
+
+int main(int argc, char** argv) {
+  try {
+    return vistrel::check::parseAndRun(argc, argv);
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "vistrel-check: {}\n", error.what());
+    return vistrel::check::kUsage;
+  }
+}

@@ -1,0 +1,14 @@
+// How long the same cases take on either side.
+#pragma once
+
+#include <vector>
+
+#include "common/level.h"
+#include "tests/check/subject.h"
+
+namespace vistrel::check {
+
+// Prints one line a case and level.
+void measure(const Catalogue& all, const Case& calls, const std::vector<Level>& levels);
+
+}  // namespace vistrel::check

@@ -1,0 +1,16 @@
+// Each room's functions and the cases to try them with.
+#pragma once
+
+#include "tests/check/subject.h"
+
+namespace vistrel::check {
+
+void addCurves(Catalogue& all);
+void addOutput(Catalogue& all);
+void addMono(Catalogue& all);
+void addSkip(Catalogue& all);
+void addDemosaic(Catalogue& all);
+void addRegistry(Catalogue& all);
+void addSequence(Catalogue& all);   // after all those that it draws from
+
+}  // namespace vistrel::check

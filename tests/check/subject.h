@@ -1,0 +1,86 @@
+// What is checked: functions in two implementations, and the cases to try them with.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/check/call.h"
+#include "tests/check/canvas.h"
+#include "tests/check/draw.h"
+
+namespace vistrel::check {
+
+enum Side { kProduct, kReference };
+
+// What a call of one side works on.
+struct Memory {
+  Block source, destination, work, table;
+};
+
+// How bytes read as pixels, so that a difference can be told by its place.
+struct Raster {
+  size_t sampleBytes = 1;
+  size_t channels = 1;
+  size_t width = 0;      // pixels a row, guard included; 0: not a picture
+  size_t guard = 0;      // pixels of guard on the left and rows above
+};
+
+struct FrameSize {
+  uint32_t width, height;
+};
+
+struct Range {
+  size_t from = 0, to = 0;
+};
+
+// Which bytes a call may touch, and what is in them.
+struct Layout {
+  Shape source;
+  size_t sampleBytes = 1;             // of a source sample
+  uint32_t sourceBits = 8;
+  size_t destinationBytes = 0;
+  Raster destination;
+  size_t workBytes = 0;               // the part of the work buffer that the call may touch
+  std::optional<FrameSize> stream;    // the smallest size for ImgInitialize that allows the call
+  Raster work;
+  Range meaningless;                  // bytes of the work buffer that the call leaves at random
+  size_t tableEntries = 0;
+  uint64_t pixels = 0;                // of the source, to measure by
+};
+
+// A function in both implementations.
+struct Subject {
+  using Run = std::function<uint64_t(const Call&, const Memory&)>;
+
+  std::string name;
+  std::function<Layout(const Call&)> layout;
+  std::array<Run, 2> run;             // by Side
+  // Writes what the call reads. By default a frame by the call's pattern.
+  std::function<void(const Call&, const Layout&, const Memory&)> fill;
+};
+
+// Cases to try.
+struct Plan {
+  std::string name;
+  std::string group;
+  std::function<Case(Draw&)> draw;
+  bool levels = true;     // the product's answer comes from different code at each level
+  bool portable = true;   // the answer is the same on every processor
+};
+
+struct Catalogue {
+  std::vector<Subject> subjects;
+  std::vector<Plan> plans;
+
+  // One function, and a plan of one call a case.
+  void add(const std::string& group, Subject subject, std::function<Call(Draw&)> draw);
+  const Subject& subject(const std::string& name) const;
+};
+
+// Everything that there is.
+Catalogue catalogue();
+
+}  // namespace vistrel::check
