@@ -3,10 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <ostream>
 #include <vector>
 
 #include "common/level.h"
+
+namespace vistrel {
+
+inline void PrintTo(Level level, std::ostream* out) {
+  const char* const names[kLevels] = {"base", "ssse3", "sse41", "avx2", "avx512"};
+  *out << names[static_cast<int>(level)];
+}
+
+}  // namespace vistrel
 
 namespace vistrel::test {
 
@@ -15,11 +24,6 @@ inline std::vector<Level> reachableLevels() {
   for (int i = 0; i <= static_cast<int>(widestLevel()); ++i)
     levels.push_back(static_cast<Level>(i));
   return levels;
-}
-
-inline std::string levelName(const ::testing::TestParamInfo<Level>& info) {
-  const char* const names[kLevels] = {"base", "ssse3", "sse41", "avx2", "avx512"};
-  return names[static_cast<int>(info.param)];
 }
 
 // Steers the library to one level, and back to where it was.
@@ -55,4 +59,4 @@ class AtEveryLevel : public ::testing::TestWithParam<Level> {
 #define VISTREL_LEVEL_SUITE(Suite)                                                                \
   class Suite : public ::vistrel::test::AtEveryLevel {};                                          \
   INSTANTIATE_TEST_SUITE_P(Every, Suite, ::testing::ValuesIn(::vistrel::test::reachableLevels()), \
-                           ::vistrel::test::levelName)
+                           ::testing::PrintToStringParamName())
