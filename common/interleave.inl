@@ -1,4 +1,5 @@
-// Six half rows of a vector's length (blue, green, red; even and odd columns) to pixels. A pair of
+// Six half rows of a vector's length (blue, green, red; even and odd columns) to pixels, stored at d
+// and, unless it is null, at copy too. A pair of
 // pixels is three units of two samples, x = (B, G), y = (R, B), z = (G, R): so the whole is three
 // unpackings and one interleaving of three vectors of units.
 
@@ -37,15 +38,12 @@ template <class T>
 constexpr UnitPermutation<kUnits<T>, 2 * static_cast<int>(sizeof(T))> kPermutation;
 
 template <class T, int j>
-VISTREL_INLINE void storeUnits(T* d, __m512i x, __m512i y, __m512i z) {
-  __m512i v;
+VISTREL_INLINE __m512i unitsFrom(__m512i x, __m512i y, __m512i z) {
+  constexpr uint32_t ofY = unitsOf(kUnits<T>, j, 1), ofZ = unitsOf(kUnits<T>, j, 2);
   if constexpr (sizeof(T) == 1)
-    v = _mm512_mask_blend_epi16(unitsOf(kUnits<T>, j, 2),
-                                _mm512_mask_blend_epi16(unitsOf(kUnits<T>, j, 1), x, y), z);
+    return _mm512_mask_blend_epi16(ofZ, _mm512_mask_blend_epi16(ofY, x, y), z);
   else
-    v = _mm512_mask_blend_epi32(unitsOf(kUnits<T>, j, 2),
-                                _mm512_mask_blend_epi32(unitsOf(kUnits<T>, j, 1), x, y), z);
-  _mm512_storeu_si512(d + j * kLanes<T>, v);
+    return _mm512_mask_blend_epi32(ofZ, _mm512_mask_blend_epi32(ofY, x, y), z);
 }
 
 // The masks of all lanes keep g++ 12 from warning of its own header's undefined operands.
@@ -57,13 +55,14 @@ VISTREL_INLINE __m512i permuteQuarters(__m512i v) {
 }
 
 template <class T>
-VISTREL_INLINE void interleave3(T* d, __m512i x, __m512i y, __m512i z) {
+VISTREL_INLINE void interleave3(T* d, T* copy, __m512i x, __m512i y, __m512i z) {
   x = permuteAll(x, kPermutation<T>.bytes[0]);
   y = permuteAll(y, kPermutation<T>.bytes[1]);
   z = permuteAll(z, kPermutation<T>.bytes[2]);
-  storeUnits<T, 0>(d, x, y, z);
-  storeUnits<T, 1>(d, x, y, z);
-  storeUnits<T, 2>(d, x, y, z);
+  const __m512i v[] = {unitsFrom<T, 0>(x, y, z), unitsFrom<T, 1>(x, y, z), unitsFrom<T, 2>(x, y, z)};
+  for (int i = 0; i < 3; ++i) _mm512_storeu_si512(d + i * kLanes<T>, v[i]);
+  if (copy)
+    for (int i = 0; i < 3; ++i) _mm512_storeu_si512(copy + i * kLanes<T>, v[i]);
 }
 
 template <class T>
@@ -77,11 +76,11 @@ struct UnitPairs {  // (a, b) alternating, first and second half
 };
 
 template <class T>
-VISTREL_INLINE void storePixels(T* d, const VectorOf<T> (&b)[2], const VectorOf<T> (&g)[2],
-                                const VectorOf<T> (&r)[2]) {
+VISTREL_INLINE void storePixels(T* d, T* copy, const VectorOf<T> (&b)[2],
+                                const VectorOf<T> (&g)[2], const VectorOf<T> (&r)[2]) {
   const UnitPairs<T> x(b[0], g[0]), y(r[0], b[1]), z(g[1], r[1]);
-  interleave3<T>(d, x.lo, y.lo, z.lo);
-  interleave3<T>(d + 3 * kLanes<T>, x.hi, y.hi, z.hi);
+  interleave3<T>(d, copy, x.lo, y.lo, z.lo);
+  interleave3<T>(d + 3 * kLanes<T>, copy ? copy + 3 * kLanes<T> : nullptr, x.hi, y.hi, z.hi);
 }
 
 #else
@@ -144,14 +143,15 @@ VISTREL_INLINE Three interleave3(Register x, Register y, Register z) {
 }
 
 template <class T>
-VISTREL_INLINE void storePixels(T* d, const VectorOf<T> (&b)[2], const VectorOf<T> (&g)[2],
-                                const VectorOf<T> (&r)[2]) {
+VISTREL_INLINE void storePixels(T* d, T* copy, const VectorOf<T> (&b)[2],
+                                const VectorOf<T> (&g)[2], const VectorOf<T> (&r)[2]) {
   const Three lo = interleave3<T>(unpackLow<T>(b[0], g[0]), unpackLow<T>(r[0], b[1]),
                                   unpackLow<T>(g[1], r[1]));
   const Three hi = interleave3<T>(unpackHigh<T>(b[0], g[0]), unpackHigh<T>(r[0], b[1]),
                                   unpackHigh<T>(g[1], r[1]));
   const Register v[] = {lo.v[0], lo.v[1], lo.v[2], hi.v[0], hi.v[1], hi.v[2]};
   storeInGroupOrder(d, v);
+  if (copy) storeInGroupOrder(copy, v);
 }
 
 #endif
@@ -159,8 +159,8 @@ VISTREL_INLINE void storePixels(T* d, const VectorOf<T> (&b)[2], const VectorOf<
 #else
 
 template <class T>
-VISTREL_INLINE void storePixels(T* d, const VectorOf<T> (&b)[2], const VectorOf<T> (&g)[2],
-                                const VectorOf<T> (&r)[2]) {
+VISTREL_INLINE void storePixels(T* d, T* copy, const VectorOf<T> (&b)[2],
+                                const VectorOf<T> (&g)[2], const VectorOf<T> (&r)[2]) {
   for (size_t k = 0; k < kLanes<T>; ++k)
     for (size_t odd = 0; odd < 2; ++odd) {
       T* pixel = d + 3 * (2 * k + odd);
@@ -168,6 +168,7 @@ VISTREL_INLINE void storePixels(T* d, const VectorOf<T> (&b)[2], const VectorOf<
       pixel[1] = g[odd][k];
       pixel[2] = r[odd][k];
     }
+  if (copy) std::memcpy(copy, d, 6 * kLanes<T> * sizeof(T));
 }
 
 #endif

@@ -16,7 +16,7 @@ struct Tap {
 };
 
 template <class T, class Formulas, int greenParity, bool redRow>
-VISTREL_INLINE void storeBlock(const MosaicWindow<T, 1>& window, size_t k, T* pixels) {
+VISTREL_INLINE void storeBlock(const MosaicWindow<T, 1>& window, size_t k, T* pixels, T* copy) {
   const Tap<T, 1, greenParity> atGreen{window, k};
   const Tap<T, 1, 1 - greenParity> atColour{window, k};
   VectorOf<T> own[2], green[2], opposite[2];
@@ -27,26 +27,30 @@ VISTREL_INLINE void storeBlock(const MosaicWindow<T, 1>& window, size_t k, T* pi
   green[1 - greenParity] = Formulas::green(atColour);
   opposite[1 - greenParity] = Formulas::opposite(atColour);
   if constexpr (redRow)
-    storePixels<T>(pixels, opposite, green, own);
+    storePixels<T>(pixels, copy, opposite, green, own);
   else
-    storePixels<T>(pixels, own, green, opposite);
+    storePixels<T>(pixels, copy, own, green, opposite);
 }
 
+// Pixels of a row, and once more at copy unless that is null.
 template <class T, class Formulas, int greenParity, bool redRow>
-void pixelRow(const MosaicWindow<T, 1>& rows, size_t columns, T* __restrict pixels) {
+void pixelRow(const MosaicWindow<T, 1>& rows, size_t columns, T* pixels, T* copy) {
   const MosaicWindow<T, 1> window = rows;
   constexpr size_t step = 2 * kLanes<T>;
   size_t x = 0;
   for (; x + step <= columns; x += step)
-    storeBlock<T, Formulas, greenParity, redRow>(window, x / 2, pixels + 3 * x);
+    storeBlock<T, Formulas, greenParity, redRow>(window, x / 2, pixels + 3 * x,
+                                                 copy ? copy + 3 * x : nullptr);
   if (x == columns) return;
   T block[3 * step];
-  storeBlock<T, Formulas, greenParity, redRow>(window, x / 2, block);
-  std::memcpy(pixels + 3 * x, block, 3 * (columns - x) * sizeof(T));
+  storeBlock<T, Formulas, greenParity, redRow>(window, x / 2, block, nullptr);
+  const size_t rest = 3 * (columns - x) * sizeof(T);
+  std::memcpy(pixels + 3 * x, block, rest);
+  if (copy) std::memcpy(copy + 3 * x, block, rest);
 }
 
 template <class T>
-using PixelRow = void (*)(const MosaicWindow<T, 1>&, size_t columns, T* pixels);
+using PixelRow = void (*)(const MosaicWindow<T, 1>&, size_t columns, T* pixels, T* copy);
 
 // By column parity of the green sites and by the row's other colour.
 template <class T, class Formulas>

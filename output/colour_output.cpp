@@ -47,6 +47,7 @@ ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nFormat, uint32_t nBinni
   if (!format || format->words || nBinning >= kMaxBinning) return;
   const size_t stride = strideOf(format->pack);
   m_followsRows = stride == size_t{3} * m_pixelStride;
+  m_writesEveryByte = format->pack != Pack::argb;
   m_writer = RowWriter(format->pack, Depth::from8to8, m_binning, stride, m_width,
                        reductionOf<uint8_t>(8, 8, 0));
 }
@@ -59,6 +60,7 @@ ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nSrcBits, uint32_t nForm
   if (!format || nBinning >= kMaxBinning) return;
   const size_t stride = strideOf(format->pack);
   m_followsRows = stride == size_t{3} * m_pixelStride;
+  m_writesEveryByte = format->pack != Pack::argb;
   const uint32_t nChannelBits = nDstBits / format->divisor;
   if (format->words) {
     // quirk: words-have-no-table. Every table mode moves the window one place up instead.
@@ -72,14 +74,6 @@ ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nSrcBits, uint32_t nForm
     Create10To8BitLUT(m_table, nLutMode, pUserLut, static_cast<int32_t>(nSrcBits - 10));
     m_writer = RowWriter(format->pack, m_binning, stride, m_width, m_table, nSrcBits - 10);
   }
-}
-
-void ColourOutput::row(const void* image, void* destination, size_t y) const {
-  m_writer.row(image, m_start, destination, y);
-}
-
-void ColourOutput::convert(const void* image, void* destination, uint32_t nRoiHeight) const {
-  m_writer.rows(image, m_start, destination, nRoiHeight);
 }
 
 void ConvertToOutputFormat8(const uint8_t* pImage, uint32_t nRoiWidth, uint32_t nRoiHeight,

@@ -30,11 +30,23 @@ class ColourOutput {
   // follow the image row by row.
   bool followsRows() const { return m_followsRows; }
 
-  // Row y of the result; image points to the layout's first sample.
-  void row(const void* image, void* destination, size_t y) const;
+  // True when rows of the result are image rows as they are.
+  bool copiesRows() const { return m_followsRows && m_writer.copies(); }
 
-  // Nothing at all where there is no such format or binning.
-  void convert(const void* image, void* destination, uint32_t nRoiHeight) const;
+  // False when bytes of the result stay as the caller had them.
+  bool writesEveryByte() const { return m_writesEveryByte; }
+
+  size_t rowBytes() const { return m_writer.rowBytes(); }
+
+  // One row of the result from the image's block row, where its pixel 0 begins.
+  void row(const void* blockRow, void* destination) const { m_writer.row(blockRow, destination); }
+
+  // All rows from the layout's first sample. Nothing at all where there is no such format or
+  // binning.
+  template <class T>
+  void convert(const T* image, void* destination, uint32_t nRoiHeight) const {
+    m_writer.rows(image + m_start, destination, nRoiHeight);
+  }
 
  private:
   ColourOutput(uint32_t nRoiWidth, uint32_t nBinning, bool guarded);
@@ -44,6 +56,7 @@ class ColourOutput {
   uint32_t m_pixelStride;  // of the image, in pixels
   size_t m_start;          // of the image, in samples
   bool m_followsRows = false;
+  bool m_writesEveryByte = true;
   RowWriter m_writer;
   uint8_t m_table[kTableEntries];
 };

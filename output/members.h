@@ -20,11 +20,11 @@ void binImage(Pack pack, unsigned binning, Source source, size_t stride, uint32_
               uint32_t nShiftAdjust) {
   if constexpr (std::is_same_v<Source, CLutTransform>)
     RowWriter(pack, binning, stride, nWidth, source.pLut, source.nShift)
-        .rows(source.pSrc, 0, destination, nHeight);
+        .rows(source.pSrc, destination, nHeight);
   else
     RowWriter(pack, depthOf<Source, Sample>(), binning, stride, nWidth,
               reductionOf<Sample>(nSrcBits, nDstBits, nShiftAdjust))
-        .rows(source, 0, destination, nHeight);
+        .rows(source, destination, nHeight);
 }
 
 #define VISTREL_MEMBER(name, pack, binning, stride)                                              \

@@ -14,6 +14,11 @@ size_t bytesAPixel(Pack pack, Depth depth) {
   return samples * (depth == Depth::from16to16 ? 2 : 1);
 }
 
+bool keepsAll(Depth depth, Reduction by) {
+  const bool sameDepth = depth != Depth::from16to8;
+  return sameDepth && by.shift == 0 && by.ceiling == (depth == Depth::from8to8 ? 0xFF : 0xFFFF);
+}
+
 }  // namespace
 
 RowWriter::RowWriter(Pack pack, Depth depth, unsigned binning, size_t stride, size_t width,
@@ -21,7 +26,8 @@ RowWriter::RowWriter(Pack pack, Depth depth, unsigned binning, size_t stride, si
     : m_row(rowTable().row[static_cast<int>(pack)][static_cast<int>(depth)][binning - 1]),
       m_binning(binning), m_stride(stride), m_width(width),
       m_sourcePixel(pack == Pack::mono ? 1 : 3), m_sourceSample(depth == Depth::from8to8 ? 1 : 2),
-      m_pixelBytes(bytesAPixel(pack, depth)), m_reduction(reduction) {}
+      m_pixelBytes(bytesAPixel(pack, depth)), m_reduction(reduction),
+      m_copies(binning == 1 && (pack == Pack::mono || pack == Pack::bgr) && keepsAll(depth, reduction)) {}
 
 RowWriter::RowWriter(Pack pack, unsigned binning, size_t stride, size_t width,
                      const uint8_t* table, uint32_t tableShift)
@@ -30,17 +36,14 @@ RowWriter::RowWriter(Pack pack, unsigned binning, size_t stride, size_t width,
   m_table = table;
   m_tableShift = tableShift & 31;
   m_sourceSample = 2;
+  m_copies = false;
 }
 
-void RowWriter::row(const void* source, size_t start, void* destination, size_t y) const {
-  if (!m_row) return;
-  const size_t first = start + y * m_binning * m_stride;
-  const char* s = static_cast<const char*>(source) + first * m_sourceSample;
-  char* d = static_cast<char*>(destination) + y * m_width * m_pixelBytes;
+void RowWriter::row(const void* source, void* destination) const {
   if (m_table)
-    mappedRow(reinterpret_cast<const uint16_t*>(s), reinterpret_cast<uint8_t*>(d));
+    mappedRow(static_cast<const uint16_t*>(source), static_cast<uint8_t*>(destination));
   else
-    m_row(s, m_stride, d, m_width, m_reduction);
+    m_row(source, m_stride, destination, m_width, m_reduction);
 }
 
 void RowWriter::mappedRow(const uint16_t* source, uint8_t* destination) const {
@@ -57,9 +60,12 @@ void RowWriter::mappedRow(const uint16_t* source, uint8_t* destination) const {
   }
 }
 
-void RowWriter::rows(const void* source, size_t start, void* destination, size_t height) const {
-  if (m_width == 0) return;
-  for (size_t y = 0; y < height; ++y) row(source, start, destination, y);
+void RowWriter::rows(const void* source, void* destination, size_t height) const {
+  if (!m_row || m_width == 0) return;
+  const char* s = static_cast<const char*>(source);
+  const size_t step = m_binning * m_stride * m_sourceSample;
+  char* d = static_cast<char*>(destination);
+  for (size_t y = 0; y < height; ++y) row(s + y * step, d + y * rowBytes());
 }
 
 }  // namespace vistrel

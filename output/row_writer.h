@@ -19,11 +19,16 @@ class RowWriter {
   RowWriter(Pack pack, unsigned binning, size_t stride, size_t width, const uint8_t* table,
             uint32_t tableShift);
 
-  // Row y of the result. start: the first sample of the image behind source.
-  void row(const void* source, size_t start, void* destination, size_t y) const;
+  // One row of the result from the blocks that begin at source.
+  void row(const void* source, void* destination) const;
 
-  // All rows, packed.
-  void rows(const void* source, size_t start, void* destination, size_t height) const;
+  size_t rowBytes() const { return m_width * m_pixelBytes; }
+
+  // The result is the source's samples as they are.
+  bool copies() const { return m_copies; }
+
+  // All rows, packed; source: the first sample of the image.
+  void rows(const void* source, void* destination, size_t height) const;
 
  private:
   void mappedRow(const uint16_t* source, uint8_t* destination) const;
@@ -37,6 +42,7 @@ class RowWriter {
   size_t m_sourcePixel = 0, m_sourceSample = 0;  // samples a source pixel, bytes a sample
   size_t m_pixelBytes = 0;
   Reduction m_reduction{};
+  bool m_copies = false;
 };
 
 }  // namespace vistrel

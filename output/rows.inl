@@ -87,10 +87,12 @@ void bgrRow(const void* source, size_t stride, void* destination, size_t width, 
 // By way of BGR, a few pixels at a time.
 template <int N, class T>
 void argbRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
-  constexpr size_t tileWidth = 256;
-  uint8_t tile[3 * tileWidth];
   const T* s = static_cast<const T*>(source);
   uint8_t* d = static_cast<uint8_t*>(destination);
+  if constexpr (N == 1 && sizeof(T) == 1)
+    if (by.shift == 0 && by.ceiling == 255) return spreadToArgb(s, d, width);
+  constexpr size_t tileWidth = 256;
+  uint8_t tile[3 * tileWidth];
   for (size_t x = 0; x < width; x += tileWidth) {
     const size_t n = width - x < tileWidth ? width - x : tileWidth;
     bgrRow<N, T, uint8_t>(s + 3 * N * x, stride, tile, n, by);
