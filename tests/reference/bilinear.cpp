@@ -8,26 +8,23 @@ template <class T>
 void fill(T* work, const Region& region) {
   forEachPixel(region, work, [&](Site site, T* pixel) {
     const NeighboursXY<T> n{pixel, region.S};
-    const auto B = [&](int dx, int dy) { return n.B(dx, dy); };
-    const auto G = [&](int dx, int dy) { return n.G(dx, dy); };
-    const auto R = [&](int dx, int dy) { return n.R(dx, dy); };
     const auto store = [&](int channel, int v) { pixel[channel] = static_cast<T>(v); };
     switch (site) {
       case SITE_R:
-        store(kBlue, (B(1, 1) + B(-1, -1) + B(1, -1) + B(-1, 1)) >> 2);
-        store(kGreen, (G(1, 0) + G(-1, 0) + G(0, -1) + G(0, 1)) >> 2);
+        store(kBlue, (n.B(1, 1) + n.B(-1, -1) + n.B(1, -1) + n.B(-1, 1)) >> 2);
+        store(kGreen, (n.G(1, 0) + n.G(-1, 0) + n.G(0, -1) + n.G(0, 1)) >> 2);
         break;
       case SITE_B:
-        store(kGreen, (G(1, 0) + G(-1, 0) + G(0, -1) + G(0, 1)) >> 2);
-        store(kRed, (R(1, 1) + R(-1, -1) + R(1, -1) + R(-1, 1)) >> 2);
+        store(kGreen, (n.G(1, 0) + n.G(-1, 0) + n.G(0, -1) + n.G(0, 1)) >> 2);
+        store(kRed, (n.R(1, 1) + n.R(-1, -1) + n.R(1, -1) + n.R(-1, 1)) >> 2);
         break;
       case SITE_GR:
-        store(kBlue, (B(0, 1) + B(0, -1)) >> 1);
-        store(kRed, (R(1, 0) + R(-1, 0)) >> 1);
+        store(kBlue, (n.B(0, 1) + n.B(0, -1)) >> 1);
+        store(kRed, (n.R(1, 0) + n.R(-1, 0)) >> 1);
         break;
       case SITE_GB:
-        store(kBlue, (B(1, 0) + B(-1, 0)) >> 1);
-        store(kRed, (R(0, 1) + R(0, -1)) >> 1);
+        store(kBlue, (n.B(1, 0) + n.B(-1, 0)) >> 1);
+        store(kRed, (n.R(0, 1) + n.R(0, -1)) >> 1);
         break;
     }
   });

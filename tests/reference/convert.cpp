@@ -30,6 +30,12 @@ uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32
 #define RUN(name) run([](auto... arguments) { name(arguments...); })
   switch (nAlgorithm & 255) {
     case 0: return RUN(ImageColorBilinear);
+    case 3: return RUN(ImageColorGradientLaroche);
+    case 4: return RUN(ImageColorGradientHamilton);
+    case 5: return RUN(ImageColorVariableGradients);
+    case 6: return RUN(ImageColorHueCok);
+    case 7: return RUN(ImageColorHueKimmel);
+    case 8: return RUN(ImageColorPixelGrouping);
     default: return 0;
   }
 #undef RUN
@@ -66,6 +72,12 @@ uint32_t ImgConvert16(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint3
 #define RUN(name) run([](auto... arguments) { name(arguments...); })
   switch (nAlgorithm & 255) {
     case 0: return RUN(ImageColorBilinear);
+    case 3: return RUN(ImageColorGradientLaroche);
+    case 4: return RUN(ImageColorGradientHamilton);
+    case 5: return RUN(ImageColorVariableGradients);
+    case 6: return RUN(ImageColorHueCok);
+    case 7: return RUN(ImageColorHueKimmel);
+    case 8: return RUN(ImageColorPixelGrouping);
     default: return 0;
   }
 #undef RUN

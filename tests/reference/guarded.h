@@ -14,15 +14,20 @@ constexpr int kBlue = 0, kGreen = 1, kRed = 2;
 
 enum Site { SITE_GR, SITE_R, SITE_B, SITE_GB };
 
-// The region at full resolution; S is the row stride of the guarded layout, in samples.
+inline bool isGreen(Site site) { return site == SITE_GR || site == SITE_GB; }
+
+// The region as it was asked for, in binned pixels, and at full resolution; S is the row stride
+// of the guarded layout, in samples.
 struct Region {
-  uint32_t nBayer, F, Wf, Hf, x0, y0;
+  uint32_t nBayer, nRoiX, nRoiY, nRoiWidth, nRoiHeight;
+  uint32_t F, Wf, Hf, x0, y0;
   ptrdiff_t S;
 
-  Region(uint32_t bayer, uint32_t nBinning, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
-         uint32_t nRoiHeight)
-      : nBayer(bayer), F(nBinning + 1), Wf(F * nRoiWidth), Hf(F * nRoiHeight), x0(F * nRoiX),
-        y0(F * nRoiY), S(ptrdiff_t{3} * Wf + 12) {}
+  Region(uint32_t bayer, uint32_t nBinning, uint32_t roiX, uint32_t roiY, uint32_t roiWidth,
+         uint32_t roiHeight)
+      : nBayer(bayer), nRoiX(roiX), nRoiY(roiY), nRoiWidth(roiWidth), nRoiHeight(roiHeight),
+        F(nBinning + 1), Wf(F * roiWidth), Hf(F * roiHeight), x0(F * roiX), y0(F * roiY),
+        S(ptrdiff_t{3} * Wf + 12) {}
 
   // Image pixel (i, j) lies at sensor position (x0 + i, y0 + j).
   Site siteOf(uint32_t i, uint32_t j) const {
@@ -51,6 +56,22 @@ struct NeighboursXY {
   int G(int dx, int dy) const { return C(kGreen, dx, dy); }
   int R(int dx, int dy) const { return C(kRed, dx, dy); }
 };
+
+// The same, named by r rows down and c columns right.
+template <class T>
+struct NeighboursRC {
+  const T* p;
+  ptrdiff_t S;
+  int C(int channel, int r, int c) const { return p[r * S + 3 * c + channel]; }
+  int B(int r, int c) const { return C(kBlue, r, c); }
+  int G(int r, int c) const { return C(kGreen, r, c); }
+  int R(int r, int c) const { return C(kRed, r, c); }
+};
+
+// The ceiling of a computed sample. At 16 bits it is that of ten significant bits, whatever the
+// frame has; sensed samples are not held to it.
+template <class T>
+constexpr int kLimit = sizeof(T) == 1 ? 255 : 1023;
 
 template <class T>
 T* workBufferOf(uint32_t nIndex) {
