@@ -1,4 +1,6 @@
 // Pure readings of CPUID; leaf 1 unless another one is named.
+#include <initializer_list>
+
 #include "cfa/cpuid.h"
 #include "cfa/processor.h"
 
@@ -97,17 +99,16 @@ void ownGetReg(uint32_t* pRegs, uint32_t nLeaf, uint32_t nSubLeaf) {
 int32_t ownGetCacheSize(const uint32_t* pTable) {
   const CpuidRegisters r = leaf(2);
   if ((r.eax & 0xFF) != 1) return -1;
-  const uint32_t words[] = {r.eax, r.ebx, r.ecx, r.edx};
-  uint8_t descriptors[16] = {};
-  int packed = 0, count = 0;
-  for (int w = 0; w < 4; ++w) {
-    if (words[w] == 0 || bit(words[w], 31)) continue;
+  uint8_t descriptors[16];
+  int packed = 0;
+  for (uint32_t word : {r.eax, r.ebx, r.ecx, r.edx}) {
+    if (word == 0 || bit(word, 31)) continue;
     for (unsigned from = 0; from < 32; from += 8)
-      descriptors[packed++] = static_cast<uint8_t>(words[w] >> from);
-    count += w == 0 ? 3 : 4;
+      descriptors[packed++] = static_cast<uint8_t>(word >> from);
   }
+  // quirk: first-byte-skipped. It is the count in EAX, unless EAX itself is left out.
   for (; pTable[0] != 0; pTable += 2)
-    for (int i = count; i > 0; --i)  // position 0 is the count byte of EAX
+    for (int i = 1; i < packed; ++i)
       if (descriptors[i] == pTable[0]) return static_cast<int32_t>(pTable[1]);
   return -1;
 }
