@@ -1,0 +1,33 @@
+// A file that appears under its name whole or not at all.
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+
+namespace vistrel::app {
+
+// Writes beside the name and takes the name's place at commit(); destroyed before that, it
+// leaves no trace. One at a time. All members throw Failure (input/output).
+class AtomicFile {
+ public:
+  explicit AtomicFile(const std::filesystem::path& path);
+  ~AtomicFile();
+  AtomicFile(const AtomicFile&) = delete;
+  AtomicFile& operator=(const AtomicFile&) = delete;
+
+  std::FILE* stream() const { return stream_; }
+  void commit();
+
+  // Throws the Failure that names the file and the reason.
+  [[noreturn]] void failToWrite(const char* reason) const;
+
+ private:
+  std::filesystem::path path_;
+  std::FILE* stream_ = nullptr;
+};
+
+// From here on an interrupt or a request to end removes an unfinished file and ends the program
+// with 128 plus the signal's number. A file size limit becomes an ordinary error.
+void installSignalHandlers();
+
+}  // namespace vistrel::app

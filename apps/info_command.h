@@ -1,0 +1,11 @@
+// vistrel info: what is in a raw frame.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace vistrel::app {
+
+// Adds the command. When it is the one that was given, `status` is its exit status.
+void addInfoCommand(CLI::App& program, int& status);
+
+}  // namespace vistrel::app

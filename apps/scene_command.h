@@ -1,0 +1,11 @@
+// vistrel scene: a test scene as a raw frame.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace vistrel::app {
+
+// Adds the command. When it is the one that was given, `status` is its exit status.
+void addSceneCommand(CLI::App& program, int& status);
+
+}  // namespace vistrel::app

@@ -1,0 +1,23 @@
+// A conversion as the library will do it: region, phase, amounts.
+#pragma once
+
+#include "host/tables.h"
+
+namespace vistrel::host {
+
+struct Plan {
+  const Format* format;
+  uint32_t x, y, width, height;  // what the whole bins cover, in sensor pixels
+  uint32_t phase;                // of the pixel at x, y; not read for mono frames
+  uint32_t nDstBits;             // all channels together, without alpha
+  uint64_t sourceStride;         // bytes
+  vistrel_layout layout;
+};
+
+// Checks all but samples and memory. Throws Refusal.
+Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion);
+
+// Checks the memory of frame and image. Returns the image's stride in bytes.
+size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image);
+
+}  // namespace vistrel::host

@@ -1,0 +1,70 @@
+#include "host/samples.h"
+
+#include <cstring>
+#include <limits>
+
+#include "host/status.h"
+
+namespace vistrel::host {
+namespace {
+
+// The library numbers the samples from the region's first to its last with 32 bits.
+template <class T>
+bool usable(const unsigned char* source, const Plan& p) {
+  return reinterpret_cast<uintptr_t>(source) % alignof(T) == 0 && p.sourceStride % sizeof(T) == 0 &&
+         p.sourceStride / sizeof(T) <= std::numeric_limits<uint32_t>::max() / p.height;
+}
+
+}  // namespace
+
+template <class T>
+Samples<T>::Samples(const Plan& p, const vistrel_frame& frame, uint32_t excess) {
+  const auto* source = static_cast<const unsigned char*>(frame.samples) +
+                       p.y * static_cast<size_t>(p.sourceStride) + size_t{p.x} * sizeof(T);
+  if (usable<T>(source, p)) {
+    first_ = reinterpret_cast<const T*>(source);
+    stride_ = static_cast<uint32_t>(p.sourceStride / sizeof(T));
+  } else {
+    copyRows(source, p);
+  }
+  const T allowed = static_cast<T>((1u << frame.bits) - 1);
+  if (frame.bits == 8 * sizeof(T) || (allBits(p) & ~allowed) == 0) return;
+  if (excess == VISTREL_REFUSE) refuseExcess(p, frame.bits);
+  if (!copy_) copyRows(source, p);
+  for (size_t i = 0; i < size_t{p.width} * p.height; ++i) copy_[i] &= allowed;
+}
+
+template <class T>
+void Samples<T>::copyRows(const unsigned char* source, const Plan& p) {
+  copy_ = std::make_unique_for_overwrite<T[]>(size_t{p.width} * p.height);
+  first_ = copy_.get();
+  stride_ = p.width;
+  for (uint32_t row = 0; row < p.height; ++row)
+    std::memcpy(&copy_[size_t{row} * p.width], source + row * static_cast<size_t>(p.sourceStride),
+                size_t{p.width} * sizeof(T));
+}
+
+template <class T>
+T Samples<T>::allBits(const Plan& p) const {
+  T bits = 0;
+  for (uint32_t row = 0; row < p.height; ++row) {
+    const T* samples = first_ + size_t{row} * stride_;
+    for (uint32_t i = 0; i < p.width; ++i) bits |= samples[i];
+  }
+  return bits;
+}
+
+template <class T>
+void Samples<T>::refuseExcess(const Plan& p, uint32_t bits) const {
+  size_t i = 0;
+  const auto sample = [&] { return first_[i / p.width * stride_ + i % p.width]; };
+  while (sample() >> bits == 0) ++i;
+  refuse(VISTREL_EXCESS_SAMPLE,
+         "sample {} at column {}, row {}: a frame of {} bits has samples of at most {}", sample(),
+         p.x + i % p.width, p.y + i / p.width, bits, (1u << bits) - 1);
+}
+
+template class Samples<uint8_t>;
+template class Samples<uint16_t>;
+
+}  // namespace vistrel::host

@@ -1,0 +1,42 @@
+// Refusals inside the layer, and the one place where they become status codes.
+#pragma once
+
+#include <fmt/format.h>
+
+#include <new>
+#include <string>
+#include <utility>
+
+#include "host/vistrelhost.h"
+
+namespace vistrel::host {
+
+struct Refusal {
+  int32_t status;
+  std::string text;
+};
+
+template <class... Args>
+[[noreturn]] void refuse(int32_t status, fmt::format_string<Args...> format, Args&&... args) {
+  throw Refusal{status, fmt::format(format, std::forward<Args>(args)...)};
+}
+
+// Writes into the caller's error, if there is one, and returns the status.
+int32_t report(vistrel_error* error, int32_t status, const char* text) noexcept;
+
+// Runs the body of an entry; no exception leaves it.
+template <class Body>
+int32_t guarded(vistrel_error* error, Body body) noexcept {
+  try {
+    body();
+    return report(error, VISTREL_OK, "");
+  } catch (const Refusal& refusal) {
+    return report(error, refusal.status, refusal.text.c_str());
+  } catch (const std::bad_alloc&) {
+    return report(error, VISTREL_NO_MEMORY, "out of memory");
+  } catch (...) {
+    return report(error, VISTREL_INTERNAL, "unexpected exception");
+  }
+}
+
+}  // namespace vistrel::host

@@ -1,0 +1,75 @@
+#include "host/streams.h"
+
+#include <array>
+#include <condition_variable>
+#include <mutex>
+#include <new>
+
+#include "frontend/vistrel.h"
+
+namespace vistrel::host {
+namespace {
+
+constexpr uint32_t kStreams = 128;
+
+struct Size {
+  uint32_t width, height;
+};
+
+class Pool {
+ public:
+  // Registers every id at once. From then on a stream that grows touches its own slot of the
+  // library's tables and nothing else, so no conversion has to wait for it.
+  Pool() {
+    ImgLoadDriver();
+    for (uint32_t id = 0; id < kStreams; ++id) {
+      ImgInitialize(id, 0, 0);
+      free_[id] = kStreams - 1 - id;
+    }
+  }
+
+  // The stream that came back last: its buffer is the warmest.
+  uint32_t take() {
+    std::unique_lock lock(mutex_);
+    returned_.wait(lock, [this] { return count_ > 0; });
+    return free_[--count_];
+  }
+
+  void giveBack(uint32_t id) {
+    {
+      const std::lock_guard lock(mutex_);
+      free_[count_++] = id;
+    }
+    returned_.notify_one();
+  }
+
+  Size& size(uint32_t id) { return sizes_[id]; }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable returned_;
+  std::array<uint32_t, kStreams> free_;
+  uint32_t count_ = kStreams;
+  std::array<Size, kStreams> sizes_{};
+};
+
+// Never destroyed: a thread may still convert while the process ends.
+Pool& pool() {
+  static Pool& instance = *new Pool;
+  return instance;
+}
+
+}  // namespace
+
+StreamLease::StreamLease() : id_(pool().take()) {}
+StreamLease::~StreamLease() { pool().giveBack(id_); }
+
+void StreamLease::reserve(uint32_t width, uint32_t height) {
+  Size& size = pool().size(id_);
+  if (width <= size.width && height <= size.height) return;
+  size = {0, 0};
+  if (!ImgInitialize(id_, width, height)) throw std::bad_alloc();
+  size = {width, height};
+}
+
+}  // namespace vistrel::host

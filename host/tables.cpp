@@ -1,0 +1,68 @@
+#include "host/tables.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace vistrel::host {
+namespace {
+
+constexpr Format kFormats[] = {
+    {IMG_FMT_MONO8, "MONO8", false, 1, 1, 1},    {IMG_FMT_MONO16, "MONO16", false, 1, 1, 2},
+    {IMG_FMT_BGR24, "BGR24", true, 3, 3, 1},     {IMG_FMT_ARGB32, "ARGB32", true, 4, 3, 1},
+    {IMG_FMT_ARGB32_4, "ARGB32", true, 4, 3, 1}, {IMG_FMT_BGR48, "BGR48", true, 3, 3, 2},
+};
+
+constexpr vistrel_algorithm kAlgorithms[] = {
+    {"bilinear", DM_BILINEAR, 16, 2},
+};
+
+constexpr const char* kPhases[] = {"grbg", "bggr", "rggb", "gbrg", "mono"};
+
+template <class Table>
+auto findCode(const Table& table, uint32_t code) {
+  const auto row = std::find_if(std::begin(table), std::end(table),
+                                [code](const auto& r) { return r.code == code; });
+  return row == std::end(table) ? nullptr : &*row;
+}
+
+void append(std::string& list, const char* name, uint32_t code) {
+  list += fmt::format("{}{} ({})", list.empty() ? "" : ", ", name, code);
+}
+
+}  // namespace
+
+const Format* findFormat(uint32_t code) { return findCode(kFormats, code); }
+const vistrel_algorithm* findAlgorithm(uint32_t code) { return findCode(kAlgorithms, code); }
+
+std::string formatList(bool colour) {
+  std::string list;
+  for (const Format& f : kFormats)
+    if (f.colour == colour) append(list, f.name, f.code);
+  return list;
+}
+
+std::string algorithmList() {
+  std::string list;
+  for (const vistrel_algorithm& a : kAlgorithms) append(list, a.name, a.code);
+  return list;
+}
+
+std::string phaseList() {
+  std::string list;
+  for (uint32_t phase = 0; phase < std::size(kPhases); ++phase) append(list, kPhases[phase], phase);
+  return list;
+}
+
+}  // namespace vistrel::host
+
+using namespace vistrel::host;
+
+const vistrel_algorithm* vistrel_algorithm_at(size_t index) {
+  return index < std::size(kAlgorithms) ? &kAlgorithms[index] : nullptr;
+}
+
+const char* vistrel_phase_name(uint32_t phase) {
+  return phase < std::size(kPhases) ? kPhases[phase] : nullptr;
+}
