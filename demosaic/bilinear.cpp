@@ -19,9 +19,9 @@ void bilinear(const Conversion<T>& c) {
     return c.output.convert(c.work, c.pDst, c.nRoiHeight);
   }
   const auto& rows = *VISTREL_BY_LEVEL(kBilinearRows<T>);
-  sweepOnePass(c, [&](const MosaicRows<T>& mosaic, int y, T* pixels, T* copy) {
+  sweepOnePass(c, [&](const MosaicRows<T>& mosaic, int y, T* pixels, RowCopies<T>& copies) {
     rows[mosaic.greenParity(y)][mosaic.isRedRow(y)](mosaic.template window<1>(y), mosaic.columns(),
-                                                   pixels, copy);
+                                                   pixels, copies);
   });
 }
 

@@ -6,9 +6,8 @@
 #include <memory>
 #include <new>
 
-#include "common/stream.h"
 #include "common/sweep.h"
-#include "demosaic/mosaic_rows.h"
+#include "demosaic/pixel_row.h"
 #include "demosaic/work_buffer.h"
 #include "frontend/registry.h"
 #include "output/colour_output.h"
@@ -80,22 +79,31 @@ class FinishedRows {
 
   explicit operator bool() const { return !m_streams || (m_rows && m_result); }
 
-  // Pixel 0 of row y, to be filled, guard pixels beside it included.
+  // Pixel 0 of row y, to be filled, with the guard pixels beside it.
   T* row(int y) const {
-    return m_streams ? m_rows.get() + size_t(y % m_F) * m_c.layout.S + 3 * kGuard
-                     : m_c.imageRow(y);
+    return m_streams ? m_rows.get() + size_t(y % m_F) * m_c.layout.S + kSide : m_c.imageRow(y);
   }
 
-  // Where the pixels of row y are wanted once more while they are at hand, or null.
-  T* copy(int y) const {
-    return m_c.output.copiesRows() && !m_streams ? reinterpret_cast<T*>(result(y)) : nullptr;
+  // To be served while row y is filled, the guard beside it before.
+  RowCopies<T> copies(int y) const {
+    RowCopies<T> copies;
+    if (m_streams) copies.work = StreamCopy(m_c.imageRow(y) - kSide, row(y) - kSide);
+    if (m_c.output.copiesRows()) {
+      if (m_streams)
+        copies.result = StreamCopy(result(y), row(y));
+      else
+        copies.plain = reinterpret_cast<T*>(result(y));
+    }
+    return copies;
   }
 
-  // Row y and the guard beside it are complete.
-  void finish(int y) const {
-    if (m_streams)
-      streamCopy(m_c.imageRow(y) - 3 * kGuard, row(y) - 3 * kGuard, m_c.layout.S * sizeof(T));
-    if (m_c.output.followsRows() && y % m_F == m_F - 1 && !copy(y)) convert(y / m_F);
+  // Row y is filled.
+  void finish(int y, RowCopies<T>& copies) const {
+    const T* const imageEnd = row(y) + m_c.layout.S - 2 * kSide;
+    copies.work.finish(imageEnd + kSide);
+    copies.result.finish(imageEnd);
+    if (m_c.output.followsRows() && !m_c.output.copiesRows() && y % m_F == m_F - 1)
+      convert(y / m_F);
   }
 
   void finishAll() const {
@@ -109,11 +117,12 @@ class FinishedRows {
   void convert(int y) const {
     const T* blockRow = row(y * m_F);
     if (!m_streams || !m_c.output.writesEveryByte()) return m_c.output.row(blockRow, result(y));
-    if (m_c.output.copiesRows()) return streamCopy(result(y), blockRow, m_c.output.rowBytes());
+    const size_t bytes = m_c.output.rowBytes();
     m_c.output.row(blockRow, m_result.get());
-    streamCopy(result(y), m_result.get(), m_c.output.rowBytes());
+    StreamCopy(result(y), m_result.get()).finish(m_result.get() + bytes);
   }
 
+  static constexpr size_t kSide = 3 * kGuard;
   // Measured: ordinary stores win at 6 MB, streaming ones by a factor of two at 36 MB.
   static constexpr size_t kStreamBeyond = size_t{12} << 20;
 
@@ -124,10 +133,10 @@ class FinishedRows {
   std::unique_ptr<uint8_t[]> m_result;
 };
 
-// Runs an algorithm of one pass: pixelRow(mosaic, y, pixels, copy) fills image row y.
+// Runs an algorithm of one pass: pixelRow(mosaic, y, pixels, copies) fills image row y.
 template <class T, class PixelRow>
 void sweepOnePass(const Conversion<T>& c, PixelRow pixelRow) {
-  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride);
+  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 1);
   const FinishedRows<T> finished(c);
   if (!mosaic || !finished) return;
   const GuardWriter<T> guard(c, mosaic);
@@ -136,10 +145,11 @@ void sweepOnePass(const Conversion<T>& c, PixelRow pixelRow) {
         stage(1, [&](int y) { mosaic.smooth(y); }),
         stage(1, [&](int y) {
           T* const row = finished.row(y);
-          pixelRow(mosaic, y, row, finished.copy(y));
           guard.beside(y, row);
           guard.aboveAndBelow(y);
-          finished.finish(y);
+          RowCopies<T> copies = finished.copies(y);
+          pixelRow(mosaic, y, row, copies);
+          finished.finish(y, copies);
         }));
   finished.finishAll();
 }

@@ -23,9 +23,13 @@ namespace vistrel {
 
 namespace {
 
-// Rows of the ring: a stage of reach 2 behind smoothing reads five of them, and loading is
-// ahead of it by one more.
-constexpr unsigned kRingRows = 8;
+constexpr size_t kLine = 64;  // bytes
+
+// Rows are read in bursts; the next burst's lines are on their way meanwhile.
+void prefetchRow(const void* row, size_t bytes) {
+  for (size_t i = 0; i < bytes; i += kLine)
+    __builtin_prefetch(static_cast<const char*>(row) + i);
+}
 
 template <class T>
 void guardHalf(T* half, size_t n) {
@@ -35,10 +39,11 @@ void guardHalf(T* half, size_t n) {
 
 }  // namespace
 
+// Smoothing is one row behind loading and reads one row below its own.
 template <class T>
-MosaicRows<T>::MosaicRows(const Region& region, const T* pSrc, size_t sourceStride)
+MosaicRows<T>::MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned reach)
     : m_region(region), m_source(pSrc + region.x0), m_stride(sourceStride),
-      m_raw(kRingRows, 2, region.Wf), m_green(kRingRows, 1, region.Wf) {}
+      m_raw(2 * reach + 2, 2, region.Wf), m_green(2 * reach + 1, 1, region.Wf) {}
 
 template <class T>
 void MosaicRows<T>::load(int y) {
@@ -49,6 +54,7 @@ void MosaicRows<T>::load(int y) {
   if (columns() & 1) even[columns() / 2] = source[columns() - 1];
   guardHalf(even, halfSize(0));
   guardHalf(odd, halfSize(1));
+  if (y + 1 < height()) prefetchRow(source + m_stride, columns() * sizeof(T));
 }
 
 template <class T>

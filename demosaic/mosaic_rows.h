@@ -15,7 +15,8 @@ struct MosaicWindow {
 template <class T>
 class MosaicRows {
  public:
-  MosaicRows(const Region& region, const T* pSrc, size_t sourceStride);
+  // reach: of the stage behind smoothing.
+  MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned reach);
 
   explicit operator bool() const { return m_raw && m_green; }
 

@@ -32,15 +32,18 @@ VISTREL_INLINE void storeBlock(const MosaicWindow<T, 1>& window, size_t k, T* pi
     storePixels<T>(pixels, copy, own, green, opposite);
 }
 
-// Pixels of a row, and once more at copy unless that is null.
 template <class T, class Formulas, int greenParity, bool redRow>
-void pixelRow(const MosaicWindow<T, 1>& rows, size_t columns, T* pixels, T* copy) {
+void pixelRow(const MosaicWindow<T, 1>& rows, size_t columns, T* pixels, RowCopies<T>& copies) {
   const MosaicWindow<T, 1> window = rows;
+  T* const copy = copies.plain;
   constexpr size_t step = 2 * kLanes<T>;
   size_t x = 0;
-  for (; x + step <= columns; x += step)
+  for (; x + step <= columns; x += step) {
     storeBlock<T, Formulas, greenParity, redRow>(window, x / 2, pixels + 3 * x,
                                                  copy ? copy + 3 * x : nullptr);
+    copies.work.upTo(pixels + 3 * (x + step));
+    copies.result.upTo(pixels + 3 * (x + step));
+  }
   if (x == columns) return;
   T block[3 * step];
   storeBlock<T, Formulas, greenParity, redRow>(window, x / 2, block, nullptr);
@@ -48,9 +51,6 @@ void pixelRow(const MosaicWindow<T, 1>& rows, size_t columns, T* pixels, T* copy
   std::memcpy(pixels + 3 * x, block, rest);
   if (copy) std::memcpy(copy + 3 * x, block, rest);
 }
-
-template <class T>
-using PixelRow = void (*)(const MosaicWindow<T, 1>&, size_t columns, T* pixels, T* copy);
 
 // By column parity of the green sites and by the row's other colour.
 template <class T, class Formulas>
