@@ -94,7 +94,7 @@ Rgb spheres(const Spot& s) {
 }
 
 Rgb letters(const Spot& s) {
-  const double width = 1.76 * s.halfWidth;
+  const double width = 1.76 * std::min(s.halfWidth, 1.4 * s.halfHeight);
   const auto scaleOf = [width](std::string_view line) {  // 0: the line is too long for the card
     return static_cast<int>(width / (static_cast<int>(line.size()) * kGlyphAdvance - 1));
   };

@@ -1,0 +1,229 @@
+// Results that can be told by hand.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "tests/host/frames.h"
+
+namespace vistrel {
+namespace {
+
+using ::testing::ElementsAre;
+
+std::vector<uint16_t> wordsOf(const Image& image) {
+  std::vector<uint16_t> words(image.pixels.size() / 2);
+  std::memcpy(words.data(), image.pixels.data(), image.pixels.size());
+  return words;
+}
+
+// Every pixel of the image, or none if they differ.
+std::vector<uint32_t> plainPixel(const Image& image) {
+  const uint32_t channels = image.layout.channels;
+  const bool words = image.layout.row_bytes > size_t{image.layout.width} * channels;
+  const auto samples =
+      words ? wordsOf(image) : std::vector<uint16_t>(image.pixels.begin(), image.pixels.end());
+  for (size_t i = channels; i < samples.size(); ++i)
+    if (samples[i] != samples[i - channels]) return {};
+  return {samples.begin(), samples.begin() + channels};
+}
+
+TEST(Defaults, FitTheFrame) {
+  const uint8_t sample = 0;
+  EXPECT_EQ(defaultConversion(frameOf(&sample, 1, 1, VISTREL_MONO)).format, IMG_FMT_MONO8);
+  const vistrel_conversion c = defaultConversion(frameOf(&sample, 1, 1, BAYER_GBRG));
+  EXPECT_EQ(c.format, IMG_FMT_BGR24);
+  EXPECT_EQ(c.algorithm, DM_BILINEAR);
+  EXPECT_EQ(c.binning, 1u);
+  EXPECT_EQ(c.lut_mode, 0u);
+  EXPECT_EQ(c.excess, VISTREL_REFUSE);
+  EXPECT_EQ(c.region, nullptr);
+}
+
+TEST(Layout, FollowsRegionBinningAndFormat) {
+  const vistrel_frame frame{nullptr, 0, 0, 100, 50, 2, 12, BAYER_RGGB};
+  vistrel_conversion c = defaultConversion(frame);
+  const vistrel_region region{10, 20, 41, 23};
+  c.region = &region;
+  c.binning = 3;
+  c.format = IMG_FMT_BGR48;
+  const vistrel_layout l = layoutOf(frame, c);
+  EXPECT_EQ(l.width, 13u);
+  EXPECT_EQ(l.height, 7u);
+  EXPECT_EQ(l.channels, 3u);
+  EXPECT_EQ(l.bits, 12u);
+  EXPECT_EQ(l.row_bytes, 78u);
+  EXPECT_EQ(l.bytes, 546u);
+  c.format = IMG_FMT_ARGB32;
+  EXPECT_EQ(layoutOf(frame, c).channels, 4u);
+  EXPECT_EQ(layoutOf(frame, c).bits, 8u);
+  EXPECT_EQ(layoutOf(frame, c).row_bytes, 52u);
+}
+
+TEST(Mono, RegionIsCutOutAndBinned) {
+  const auto samples = samplesOf<uint8_t>(10, 8, [](uint32_t x, uint32_t y) { return 10 * y + x; });
+  const vistrel_frame frame = frameOf(samples.data(), 10, 8, VISTREL_MONO);
+  vistrel_conversion c = defaultConversion(frame);
+  const vistrel_region region{3, 1, 5, 4};
+  c.region = &region;
+  EXPECT_THAT(convert(frame, c).pixels, ElementsAre(13, 14, 15, 16, 17, 23, 24, 25, 26, 27, 33, 34,
+                                                    35, 36, 37, 43, 44, 45, 46, 47));
+  // The sum of four, halved: (13 + 14 + 23 + 24) / 2 and so on; the fifth column is no bin.
+  c.binning = 2;
+  EXPECT_THAT(convert(frame, c).pixels, ElementsAre(37, 41, 77, 81));
+}
+
+TEST(Mono, SixteenBitsKeepTheSamples) {
+  const auto samples =
+      samplesOf<uint16_t>(9, 3, [](uint32_t x, uint32_t y) { return 7000 * y + x; });
+  const vistrel_frame frame = frameOf(samples.data(), 9, 3, 14, VISTREL_MONO);
+  vistrel_conversion c = defaultConversion(frame);
+  c.format = IMG_FMT_MONO16;
+  EXPECT_EQ(wordsOf(convert(frame, c)), samples);
+}
+
+TEST(Mono, WindowsKeepOtherBits) {
+  const std::vector<uint16_t> samples{0x123, 0x3FF, 0x400, 0x7FF, 0x800, 0xFFF};
+  const vistrel_frame frame = frameOf(samples.data(), 6, 1, 12, VISTREL_MONO);
+  vistrel_conversion c = defaultConversion(frame);
+  EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0x12, 0x3F, 0x40, 0x7F, 0x80, 0xFF));
+  c.lut_mode = 1;
+  EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0x24, 0x7F, 0x80, 0xFF, 0xFF, 0xFF));
+  c.lut_mode = 2;
+  EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0x48, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF));
+}
+
+// The top ten bits choose one of 1024 entries; the pieces of curves 2 to 5 are straight lines.
+TEST(Mono, CurvesMapTheTopTenBits) {
+  struct Case {
+    uint32_t lutMode;
+    std::vector<uint16_t> tenBits;
+    std::vector<uint8_t> mapped;
+  };
+  const Case cases[] = {
+      {3, {64, 128, 767, 768, 1023}, {32, 64, 223, 224, 255}},
+      {4, {96, 192, 639, 640, 1023}, {48, 96, 207, 208, 255}},
+      {5, {32, 64, 128, 512, 1023}, {32, 64, 96, 192, 255}},
+      {6, {128, 256, 512, 768, 1023}, {16, 32, 96, 176, 255}},
+      {7,
+       {0, 81, 204, 409, 512, 655, 768, 880, 972, 1023},
+       {0, 10, 33, 102, 152, 215, 240, 250, 254, 255}},
+  };
+  for (const Case& k : cases) {
+    for (const uint32_t bits : {10u, 12u, 16u}) {
+      auto samples = k.tenBits;
+      for (auto& s : samples) s = static_cast<uint16_t>(s << (bits - 10));
+      const auto width = static_cast<uint32_t>(samples.size());
+      const vistrel_frame frame = frameOf(samples.data(), width, 1, bits, VISTREL_MONO);
+      vistrel_conversion c = defaultConversion(frame);
+      c.lut_mode = k.lutMode;
+      EXPECT_EQ(convert(frame, c).pixels, k.mapped) << bits << " bits, mode " << k.lutMode;
+    }
+  }
+}
+
+// A frame of one colour stays of one colour, at every phase and from every origin. In a bin of
+// three by three, one green tap reads red and one red tap reads blue.
+TEST(Colour, EveryPhaseOriginAndBinningKeepsAPlainColour) {
+  const std::vector<uint32_t> expected[] = {{5, 10, 20}, {10, 20, 40}, {15, 33, 55}, {20, 40, 80}};
+  for (uint32_t phase = 0; phase < 4; ++phase) {
+    const auto samples = samplesOf<uint8_t>(23, 21, plainColour(phase, 5, 10, 20));
+    const vistrel_frame frame = frameOf(samples.data(), 23, 21, phase);
+    for (uint32_t binning = 1; binning <= 4; ++binning) {
+      for (uint32_t origin = 0; origin < 16; ++origin) {
+        const vistrel_region region{origin % 4, origin / 4, 19, 17};
+        vistrel_conversion c = defaultConversion(frame);
+        c.binning = binning;
+        c.region = &region;
+        EXPECT_EQ(plainPixel(convert(frame, c)), expected[binning - 1])
+            << "phase " << phase << ", binning " << binning << ", origin " << origin;
+      }
+    }
+  }
+}
+
+TEST(Colour, EveryFormatAndDepthHasItsOwnLayout) {
+  const auto samples = samplesOf<uint16_t>(8, 6, plainColour(BAYER_GBRG, 0x123, 0x456, 0xF89));
+  const vistrel_frame frame = frameOf(samples.data(), 8, 6, 12, BAYER_GBRG);
+  vistrel_conversion c = defaultConversion(frame);
+  EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0x12, 0x45, 0xF8));
+  c.format = IMG_FMT_ARGB32;
+  EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0xFF, 0xF8, 0x45, 0x12));
+  c.format = IMG_FMT_ARGB32_4;
+  EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0xFF, 0xF8, 0x45, 0x12));
+  c.format = IMG_FMT_BGR48;
+  EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0x123, 0x456, 0xF89));
+  c.format = IMG_FMT_BGR24;
+  c.lut_mode = 2;
+  EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0x48, 0xFF, 0xFF));
+}
+
+// The mean of a slope's neighbours is its middle, so all channels hold the sample itself.
+TEST(Colour, RegionLiesWhereItShould) {
+  const auto slope = [](uint32_t x, uint32_t y) { return 40 * x + 60 * y; };
+  const auto samples = samplesOf<uint16_t>(31, 29, slope);
+  const vistrel_frame frame = frameOf(samples.data(), 31, 29, 12, BAYER_BGGR);
+  vistrel_conversion c = defaultConversion(frame);
+  c.format = IMG_FMT_BGR48;
+  for (uint32_t origin = 0; origin < 25; ++origin) {
+    const vistrel_region region{origin % 5, origin / 5, 26, 24};
+    c.region = &region;
+    const auto words = wordsOf(convert(frame, c));
+    for (uint32_t y = 1; y < region.height - 1; ++y)
+      for (uint32_t i = 3; i < 3 * (region.width - 1); ++i)
+        ASSERT_EQ(words[3 * region.width * y + i], slope(region.x + i / 3, region.y + y))
+            << "origin " << origin << ", row " << y << ", sample " << i;
+  }
+}
+
+TEST(Excess, IsRefusedByDefaultAndNamed) {
+  auto samples = samplesOf<uint16_t>(6, 5, [](uint32_t, uint32_t) { return 1023; });
+  samples[6 * 3 + 2] = 1024;
+  samples[6 * 4 + 0] = 0xFFFF;
+  const vistrel_frame frame = frameOf(samples.data(), 6, 5, 10, BAYER_GRBG);
+  try {
+    convert(frame, defaultConversion(frame));
+    FAIL() << "1024 was taken for a sample of 10 bits";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.status(), VISTREL_EXCESS_SAMPLE);
+    EXPECT_STREQ(error.what(),
+                 "sample 1024 at column 2, row 3: a frame of 10 bits has samples of at most 1023");
+  }
+}
+
+TEST(Excess, OutsideTheRegionDoesNotMatter) {
+  auto samples = samplesOf<uint16_t>(6, 5, [](uint32_t, uint32_t) { return 400; });
+  samples[0] = samples[5] = samples[6 * 4 + 1] = 0xFFFF;
+  const vistrel_frame frame = frameOf(samples.data(), 6, 5, 10, VISTREL_MONO);
+  vistrel_conversion c = defaultConversion(frame);
+  const vistrel_region region{1, 0, 4, 4};
+  c.region = &region;
+  EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(100));
+}
+
+TEST(Excess, IsMaskedOnDemand) {
+  const auto samples =
+      samplesOf<uint16_t>(4, 3, [](uint32_t x, uint32_t y) { return 0xA800 | (100 * y + x); });
+  const vistrel_frame frame = frameOf(samples.data(), 4, 3, 11, VISTREL_MONO);
+  vistrel_conversion c = defaultConversion(frame);
+  c.format = IMG_FMT_MONO16;
+  c.excess = VISTREL_MASK;
+  EXPECT_EQ(wordsOf(convert(frame, c)),
+            samplesOf<uint16_t>(4, 3, [](uint32_t x, uint32_t y) { return 100 * y + x; }));
+  EXPECT_EQ(samples[0], 0xA800) << "the caller's frame is not to be changed";
+}
+
+TEST(Tables, AreListed) {
+  ASSERT_NE(vistrel_algorithm_at(0), nullptr);
+  EXPECT_STREQ(vistrel_algorithm_at(0)->name, "bilinear");
+  EXPECT_EQ(vistrel_algorithm_at(1000), nullptr);
+  EXPECT_STREQ(vistrel_phase_name(BAYER_GRBG), "grbg");
+  EXPECT_STREQ(vistrel_phase_name(BAYER_BGGR), "bggr");
+  EXPECT_STREQ(vistrel_phase_name(BAYER_RGGB), "rggb");
+  EXPECT_STREQ(vistrel_phase_name(BAYER_GBRG), "gbrg");
+  EXPECT_STREQ(vistrel_phase_name(VISTREL_MONO), "mono");
+  EXPECT_EQ(vistrel_phase_name(5), nullptr);
+}
+
+}  // namespace
+}  // namespace vistrel

@@ -1,0 +1,35 @@
+/* The header in a C89 program, from the question for a layout to the pixels. */
+#include <stdio.h>
+#include <string.h>
+
+#include "host/vistrelhost.h"
+
+int main(void) {
+  unsigned char samples[16], pixels[16];
+  const unsigned char expected[4] = {20, 20, 20, 20};
+  vistrel_frame frame;
+  vistrel_conversion conversion;
+  vistrel_layout layout;
+  vistrel_image image;
+  vistrel_error error;
+
+  memset(samples, 10, sizeof samples);
+  memset(&frame, 0, sizeof frame);
+  frame.samples = samples;
+  frame.size = sizeof samples;
+  frame.width = frame.height = 4;
+  frame.bytes_per_sample = 1;
+  frame.bits = 8;
+  frame.phase = VISTREL_MONO;
+  vistrel_default_conversion(&frame, &conversion);
+  conversion.binning = 2;
+  image.pixels = pixels;
+  image.size = sizeof pixels;
+  image.stride = 0;
+  if (vistrel_get_layout(&frame, &conversion, &layout, &error) || layout.bytes != 4 ||
+      vistrel_convert(&frame, &conversion, &image, &error) || memcmp(pixels, expected, 4)) {
+    printf("status %d: %s\n", (int)error.status, error.text);
+    return 1;
+  }
+  return 0;
+}

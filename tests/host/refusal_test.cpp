@@ -1,0 +1,212 @@
+// Every refusal that needs neither samples nor memory: its code and its text.
+#include <gtest/gtest.h>
+
+#include "tests/host/frames.h"
+
+namespace vistrel {
+namespace {
+
+constexpr uint32_t kMost = 0xFFFFFFFF;
+
+vistrel_frame bayer(uint32_t width, uint32_t height) {
+  return {nullptr, 0, 0, width, height, 2, 12, BAYER_RGGB};
+}
+vistrel_frame mono(uint32_t width, uint32_t height) {
+  return {nullptr, 0, 0, width, height, 1, 8, VISTREL_MONO};
+}
+
+struct Refusal : ::testing::Test {
+  vistrel_frame frame = bayer(64, 48);
+  vistrel_conversion conversion = defaultConversion(frame);
+  vistrel_region region{0, 0, 64, 48};
+
+  void setFrame(const vistrel_frame& f) {
+    frame = f;
+    conversion = defaultConversion(frame);
+  }
+  void setRegion(uint32_t x, uint32_t y, uint32_t width, uint32_t height) {
+    region = {x, y, width, height};
+    conversion.region = &region;
+  }
+  void expect(int32_t status, const char* text) const {
+    const vistrel_error error = refusalOf(frame, conversion);
+    EXPECT_EQ(error.status, status);
+    EXPECT_STREQ(error.text, text);
+  }
+};
+
+TEST_F(Refusal, NoneForAnOrdinaryFrame) { expect(VISTREL_OK, ""); }
+
+TEST_F(Refusal, Size) {
+  setFrame(bayer(0, 48));
+  expect(VISTREL_BAD_SIZE, "width 0: a frame has 1 column or more");
+  setFrame(bayer(64, 0));
+  expect(VISTREL_BAD_SIZE, "height 0: a frame has 1 row or more");
+}
+
+TEST_F(Refusal, BytesPerSample) {
+  for (const uint32_t bytes : {0u, 3u, 4u}) {
+    frame.bytes_per_sample = bytes;
+    EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_BAD_BITS);
+  }
+  expect(VISTREL_BAD_BITS, "bytes_per_sample 4: 1 or 2 is allowed");
+}
+
+TEST_F(Refusal, Bits) {
+  for (const uint32_t bits : {0u, 7u, 17u, 32u, kMost}) {
+    frame.bits = bits;
+    EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_BAD_BITS) << bits;
+  }
+  frame.bits = 17;
+  expect(VISTREL_BAD_BITS, "bits 17: 8 to 16 are allowed");
+  frame.bytes_per_sample = 1;
+  frame.bits = 10;
+  expect(VISTREL_BAD_BITS, "bits 10: a sample of one byte has 8");
+}
+
+TEST_F(Refusal, Stride) {
+  frame.stride = 127;
+  expect(VISTREL_BAD_STRIDE, "stride 127: a row of 64 samples has 128 bytes");
+  frame.stride = 128;
+  expect(VISTREL_OK, "");
+}
+
+TEST_F(Refusal, Phase) {
+  frame.phase = 5;
+  expect(VISTREL_BAD_PHASE,
+         "phase 5: allowed are grbg (0), bggr (1), rggb (2), gbrg (3), mono (4)");
+}
+
+TEST_F(Refusal, Format) {
+  conversion.format = 99;
+  expect(VISTREL_BAD_FORMAT,
+         "format 99: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7)");
+  conversion.format = IMG_FMT_MONO16;
+  expect(VISTREL_BAD_FORMAT,
+         "format MONO16: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7)");
+  setFrame(mono(64, 48));
+  conversion.format = IMG_FMT_BGR24;
+  expect(VISTREL_BAD_FORMAT, "format BGR24: a mono frame becomes MONO8 (0), MONO16 (1)");
+  conversion.format = IMG_FMT_MONO16;
+  expect(VISTREL_BAD_FORMAT, "format MONO16: it needs a frame of 2 bytes a sample, this one has 1");
+}
+
+TEST_F(Refusal, Algorithm) {
+  conversion.algorithm = 9;
+  expect(VISTREL_BAD_ALGORITHM, "algorithm 9: there is bilinear (0)");
+  setFrame(mono(64, 48));
+  conversion.algorithm = 9;  // mono frames have none
+  expect(VISTREL_OK, "");
+}
+
+TEST_F(Refusal, Binning) {
+  conversion.binning = 0;
+  expect(VISTREL_BAD_BINNING, "binning 0: 1 to 4 are allowed");
+  conversion.binning = 5;
+  expect(VISTREL_BAD_BINNING, "binning 5: 1 to 4 are allowed");
+}
+
+TEST_F(Refusal, LutMode) {
+  conversion.lut_mode = 8;
+  expect(VISTREL_BAD_LUT_MODE, "lut_mode 8: 0 to 7 are allowed");
+  conversion.lut_mode = 1;
+  conversion.format = IMG_FMT_BGR48;
+  expect(VISTREL_BAD_LUT_MODE, "lut_mode 1: format BGR48 keeps all bits and allows 0 alone");
+}
+
+TEST_F(Refusal, LutModeWithoutTheBitsForIt) {
+  for (uint32_t bits = 8; bits <= 16; ++bits) {
+    frame.bits = bits;
+    for (uint32_t mode = 0; mode <= 7; ++mode) {
+      conversion.lut_mode = mode;
+      const uint32_t least = mode == 0 ? 8 : mode == 1 ? 9 : 10;
+      EXPECT_EQ(refusalOf(frame, conversion).status,
+                bits < least ? VISTREL_BAD_LUT_MODE : VISTREL_OK)
+          << bits << " bits, mode " << mode;
+    }
+  }
+  frame.bits = 9;
+  expect(VISTREL_BAD_LUT_MODE, "lut_mode 7: it needs 10 bits or more, the frame has 9");
+}
+
+TEST_F(Refusal, Excess) {
+  conversion.excess = 2;
+  expect(VISTREL_BAD_EXCESS, "excess 2: 0 (refuse) and 1 (mask) are allowed");
+}
+
+TEST_F(Refusal, RegionOutsideTheFrame) {
+  setRegion(1, 0, 64, 48);
+  expect(VISTREL_BAD_REGION, "region 64x48+1+0: it leaves the frame of 64x48");
+  setRegion(0, 40, 64, 9);
+  expect(VISTREL_BAD_REGION, "region 64x9+0+40: it leaves the frame of 64x48");
+  setRegion(kMost, 0, 2, 2);  // the sum of origin and size passes 32 bits
+  expect(VISTREL_BAD_REGION, "region 2x2+4294967295+0: it leaves the frame of 64x48");
+  setRegion(62, 46, 2, 2);
+  expect(VISTREL_OK, "");
+}
+
+TEST_F(Refusal, RegionThatBinsToNothing) {
+  setRegion(0, 0, 0, 10);
+  expect(VISTREL_REGION_TOO_SMALL, "region 0x10+0+0: not one whole bin of 1x1 pixels is in it");
+  setRegion(5, 5, 3, 40);
+  conversion.binning = 4;
+  expect(VISTREL_REGION_TOO_SMALL, "region 3x40+5+5: not one whole bin of 4x4 pixels is in it");
+}
+
+TEST_F(Refusal, LessThanADemosaicNeeds) {
+  setFrame(bayer(1, 1));
+  expect(VISTREL_REGION_TOO_SMALL, "region 1x1+0+0: algorithm bilinear needs 2x2 pixels or more");
+  setFrame(bayer(1, 100));
+  expect(VISTREL_REGION_TOO_SMALL, "region 1x100+0+0: algorithm bilinear needs 2x2 pixels or more");
+  setFrame(bayer(2, 2));
+  expect(VISTREL_OK, "");
+  setFrame(mono(1, 1));
+  expect(VISTREL_OK, "");
+}
+
+// 3 * 37831 + 18 samples in each of 37831 + 6 rows are 4294915707, the next size 4295142732.
+TEST_F(Refusal, WorkBufferThatCannotBeCounted) {
+  setFrame(bayer(37831, 37831));
+  expect(VISTREL_OK, "");
+  setFrame(bayer(37832, 37832));
+  expect(VISTREL_TOO_LARGE,
+         "region of 37832x37832 pixels: the work buffer has 4295142732 samples, "
+         "4294967295 are allowed");
+}
+
+TEST_F(Refusal, FrameAndImageThatCannotBeCounted) {
+  setFrame(mono(65536, 65535));
+  expect(VISTREL_OK, "");
+  setFrame(mono(65536, 65536));
+  expect(VISTREL_TOO_LARGE,
+         "region of 65536x65536 pixels: it has 4294967296 samples, 4294967295 are allowed");
+  setFrame(mono(kMost, kMost));
+  EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_TOO_LARGE);
+  setFrame(bayer(kMost, kMost));
+  EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_TOO_LARGE);
+  setFrame(bayer(32768, 32768));
+  expect(VISTREL_OK, "");
+  conversion.format = IMG_FMT_ARGB32;
+  expect(VISTREL_TOO_LARGE,
+         "region of 32768x32768 pixels: the image has 4294967296 samples, 4294967295 are allowed");
+}
+
+TEST_F(Refusal, StrideThatNoMemoryHolds) {
+  frame.stride = SIZE_MAX;
+  EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_TOO_LARGE);
+}
+
+TEST_F(Refusal, NullPointers) {
+  vistrel_layout layout{};
+  vistrel_error error{};
+  EXPECT_EQ(vistrel_get_layout(nullptr, &conversion, &layout, &error), VISTREL_NULL_POINTER);
+  EXPECT_STREQ(error.text, "frame is null");
+  EXPECT_EQ(vistrel_get_layout(&frame, nullptr, &layout, &error), VISTREL_NULL_POINTER);
+  EXPECT_STREQ(error.text, "conversion is null");
+  EXPECT_EQ(vistrel_get_layout(&frame, &conversion, nullptr, &error), VISTREL_NULL_POINTER);
+  EXPECT_STREQ(error.text, "layout is null");
+  EXPECT_EQ(vistrel_get_layout(&frame, &conversion, nullptr, nullptr), VISTREL_NULL_POINTER);
+}
+
+}  // namespace
+}  // namespace vistrel

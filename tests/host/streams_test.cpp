@@ -1,0 +1,95 @@
+// The pool of streams by itself, over two entries that only take notes.
+#include "host/streams.h"
+
+#include <gtest/gtest.h>
+
+#include <future>
+#include <memory>
+#include <new>
+#include <set>
+#include <vector>
+
+#include "frontend/vistrel.h"
+
+namespace {
+
+struct Call {
+  uint32_t id, width, height;
+  bool operator==(const Call&) const = default;
+};
+
+int g_loads = 0;
+std::vector<Call> g_calls;  // of ImgInitialize
+bool g_memory = true;
+
+}  // namespace
+
+int32_t ImgLoadDriver() { return ++g_loads; }
+
+uint32_t ImgInitialize(uint32_t nID, uint32_t nImgWidth, uint32_t nImgHeight) {
+  g_calls.push_back({nID, nImgWidth, nImgHeight});
+  return g_memory;
+}
+
+namespace vistrel::host {
+namespace {
+
+constexpr size_t kStreams = 128;
+
+std::vector<std::unique_ptr<StreamLease>> takeAll() {
+  std::vector<std::unique_ptr<StreamLease>> leases(kStreams);
+  for (auto& lease : leases) lease = std::make_unique<StreamLease>();
+  return leases;
+}
+
+// The calls that `work` leads to.
+template <class Work>
+std::vector<Call> callsOf(Work work) {
+  g_calls.clear();
+  work();
+  return g_calls;
+}
+
+TEST(Streams, AreDistinct) {
+  std::set<uint32_t> ids;
+  for (const auto& lease : takeAll()) ids.insert(lease->id());
+  EXPECT_EQ(ids.size(), kStreams);
+  EXPECT_EQ(g_loads, 1) << "a second load would empty the tables";
+}
+
+TEST(Streams, ComeBackLastFirst) {
+  const uint32_t id = StreamLease().id();
+  EXPECT_EQ(StreamLease().id(), id);
+}
+
+TEST(Streams, AreWaitedForWhenAllAreOut) {
+  auto leases = takeAll();
+  auto next = std::async(std::launch::async, [] { return StreamLease().id(); });
+  EXPECT_EQ(next.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+  const uint32_t id = leases[77]->id();
+  leases[77].reset();
+  EXPECT_EQ(next.get(), id);
+}
+
+TEST(Streams, GrowOnlyWhereTheyMust) {
+  StreamLease lease;
+  const uint32_t id = lease.id();
+  EXPECT_EQ(callsOf([&] { lease.reserve(40, 30); }), (std::vector<Call>{{id, 40, 30}}));
+  EXPECT_EQ(callsOf([&] { lease.reserve(40, 30); }), std::vector<Call>{});
+  EXPECT_EQ(callsOf([&] { lease.reserve(7, 9); }), std::vector<Call>{});
+  EXPECT_EQ(callsOf([&] { lease.reserve(30, 40); }), (std::vector<Call>{{id, 30, 40}}));
+}
+
+TEST(Streams, ThatCouldNotGrowTryAgain) {
+  StreamLease lease;
+  const uint32_t id = lease.id();
+  lease.reserve(50, 50);
+  g_memory = false;
+  EXPECT_THROW(lease.reserve(60, 60), std::bad_alloc);
+  g_memory = true;
+  EXPECT_EQ(callsOf([&] { lease.reserve(50, 50); }), (std::vector<Call>{{id, 50, 50}}))
+      << "the buffer of 50 x 50 is gone";
+}
+
+}  // namespace
+}  // namespace vistrel::host
