@@ -76,6 +76,7 @@ TEST(XdgDocuments, MayHaveBlanksRoundTheirName) {
 
 TEST(XdgDocuments, KeepWhatFollowsABackslash) {
   EXPECT_EQ(documents(R"(XDG_DOCUMENTS_DIR="/a\"b\\c\$d"x")"), R"(/a"b\c$d)");
+  EXPECT_EQ(documents("XDG_DOCUMENTS_DIR=\"/a\\"), "/a\\");  // nothing follows
 }
 
 TEST(XdgDocuments, IgnoreWhatIsNoFolder) {
