@@ -1,17 +1,30 @@
-// Samples through a table of 1024 bytes. Indices are formed a few at a time, so that the look-ups
-// are all that is left to be done one by one.
-inline void mapSamples(const uint16_t* __restrict source, uint8_t* __restrict destination,
-                       size_t n, const uint8_t* __restrict table, uint32_t shift) {
-  constexpr size_t tile = 256;
+// Samples through a table of 1024 bytes.
+
+// The table's index of n samples, at most its last one.
+inline void tableIndices(const uint16_t* __restrict s, uint16_t* __restrict index, size_t n,
+                         uint32_t shift) {
+  size_t i = 0;
+#if VISTREL_LEVEL >= 1
+  const __m128i count = _mm_cvtsi32_si128(static_cast<int>(shift));
+  constexpr size_t step = kRegisterBytes / 2;
+  for (; i + step <= n; i += step)
+    storeRegister(index + i, reduced(s + i, count, words(1023)));
+#endif
+  for (; i < n; ++i) index[i] = clampTo<uint16_t>(uint32_t{s[i]} >> shift, 1023);
+}
+
+// Indices are formed many at a time, so that the look-ups alone are done one by one.
+inline void mapSamples(const uint16_t* __restrict s, uint8_t* __restrict d, size_t n,
+                       const uint8_t* __restrict table, uint32_t shift) {
+  constexpr size_t tile = 512, unroll = 8;
   uint16_t index[tile];
   for (size_t begin = 0; begin < n; begin += tile) {
     const size_t count = n - begin < tile ? n - begin : tile;
-    const uint16_t* s = source + begin;
-    uint8_t* d = destination + begin;
-    for (size_t i = 0; i < count; ++i) {
-      const uint16_t v = static_cast<uint16_t>(uint32_t{s[i]} >> shift);
-      index[i] = v < 1023 ? v : 1023;
-    }
-    for (size_t i = 0; i < count; ++i) d[i] = table[index[i]];
+    tableIndices(s + begin, index, count, shift);
+    for (size_t i = 0; i < tile; i += 32) __builtin_prefetch(s + begin + 2 * tile + i);
+    size_t i = 0;
+    for (; i + unroll <= count; i += unroll)
+      for (size_t j = 0; j < unroll; ++j) d[begin + i + j] = table[index[i + j]];
+    for (; i < count; ++i) d[begin + i] = table[index[i]];
   }
 }

@@ -39,8 +39,8 @@ inline uint32_t luma(uint32_t b, uint32_t g, uint32_t r) {
 }
 
 #include "output/argb.inl"
-#include "output/map.inl"
 #include "output/reduce.inl"
+#include "output/map.inl"
 #if VISTREL_LEVEL >= 1
 #include "output/blocks16.inl"
 #include "output/blocks8.inl"
