@@ -72,7 +72,5 @@ VISTREL_INLINE V mean4(V a, V b, V c, V d) {
   return mean2(p, q) + ((a ^ b) & (c ^ d) & (p ^ q) & 1);
 }
 
-VISTREL_INLINE uint32_t mean2(uint32_t a, uint32_t b) { return (a + b) >> 1; }
-VISTREL_INLINE uint32_t mean4(uint32_t a, uint32_t b, uint32_t c, uint32_t d) {
-  return (a + b + c + d) >> 2;
-}
+VISTREL_INLINE int mean2(int a, int b) { return (a + b) >> 1; }
+VISTREL_INLINE int mean4(int a, int b, int c, int d) { return (a + b + c + d) >> 2; }

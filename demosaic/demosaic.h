@@ -15,7 +15,8 @@ namespace vistrel {
             uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc, uint8_t* pDst,        \
             uint32_t nDstBits, uint32_t nSrcBits)
 
-VISTREL_DEMOSAIC(ImageColorBilinear);  // the plain mean of the two or four nearest sites
+VISTREL_DEMOSAIC(ImageColorBilinear);         // the plain mean of the nearest sites
+VISTREL_DEMOSAIC(ImageColorGradientLaroche);  // Laroche and Prescott, US 5,373,322
 
 #undef VISTREL_DEMOSAIC
 

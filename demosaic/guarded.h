@@ -7,27 +7,10 @@
 #include <new>
 
 #include "common/sweep.h"
+#include "demosaic/conversion.h"
 #include "demosaic/pixel_row.h"
-#include "demosaic/work_buffer.h"
-#include "frontend/registry.h"
-#include "output/colour_output.h"
 
 namespace vistrel {
-
-// What the arguments of a conversion come to.
-template <class T>
-struct Conversion {
-  Region region;
-  const T* pSrc;
-  size_t sourceStride;
-  T* work;
-  uint8_t* pDst;
-  uint32_t nRoiHeight;
-  const ColourOutput& output;
-  GuardedLayout layout{region};
-
-  T* imageRow(ptrdiff_t y) const { return work + layout.row(y); }
-};
 
 // Writes the guard from the mosaic as it was spread, before any colour is filled in.
 template <class T>
@@ -133,25 +116,31 @@ class FinishedRows {
   std::unique_ptr<uint8_t[]> m_result;
 };
 
-// Runs an algorithm of one pass: pixelRow(mosaic, y, pixels, copies) fills image row y.
-template <class T, class PixelRow>
-void sweepOnePass(const Conversion<T>& c, PixelRow pixelRow) {
-  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 1);
+// The sweep of an algorithm: stages of its own between smoothing and the last one, which fills the
+// pixels of a row: pixelRow(y, pixels, copies).
+template <class T, class PixelRow, class... OwnStages>
+void sweepGuarded(const Conversion<T>& c, MosaicRows<T>& mosaic, int reachOfLast, PixelRow pixelRow,
+                  OwnStages... ownStages) {
   const FinishedRows<T> finished(c);
-  if (!mosaic || !finished) return;
+  if (!finished) return;
   const GuardWriter<T> guard(c, mosaic);
   sweep(mosaic.height(),
         stage(0, [&](int y) { mosaic.load(y); }),
         stage(1, [&](int y) { mosaic.smooth(y); }),
-        stage(1, [&](int y) {
+        ownStages...,
+        stage(reachOfLast, [&](int y) {
           T* const row = finished.row(y);
           guard.beside(y, row);
           guard.aboveAndBelow(y);
           RowCopies<T> copies = finished.copies(y);
-          pixelRow(mosaic, y, row, copies);
+          pixelRow(y, row, copies);
           finished.finish(y, copies);
         }));
   finished.finishAll();
 }
+
+// Wf or Hf of less than 2: the guard has copies of what the work buffer held, so that the work is
+// done in it, pass after pass.
+inline bool isThin(const Region& region) { return region.Wf < 2 || region.Hf < 2; }
 
 }  // namespace vistrel

@@ -41,9 +41,9 @@ void guardHalf(T* half, size_t n) {
 
 // Smoothing is one row behind loading and reads one row below its own.
 template <class T>
-MosaicRows<T>::MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned reach)
+MosaicRows<T>::MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows)
     : m_region(region), m_source(pSrc + region.x0), m_stride(sourceStride),
-      m_raw(2 * reach + 2, 2, region.Wf), m_green(2 * reach + 1, 1, region.Wf) {}
+      m_raw(rows + 1, 2, region.Wf), m_green(rows, 1, region.Wf) {}
 
 template <class T>
 void MosaicRows<T>::load(int y) {

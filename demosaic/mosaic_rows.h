@@ -6,17 +6,17 @@
 
 namespace vistrel {
 
-// Rows y - reach .. y + reach of the mosaic, each as two halves by column parity.
+// Rows y - reach .. y + reach of a plane, each as two halves by column parity.
 template <class T, int reach>
-struct MosaicWindow {
+struct HalfRowWindow {
   const T* half[2 * reach + 1][2];
 };
 
 template <class T>
 class MosaicRows {
  public:
-  // reach: of the stage behind smoothing.
-  MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned reach);
+  // rows: how many smoothed rows the stages behind smoothing need at a time.
+  MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows);
 
   explicit operator bool() const { return m_raw && m_green; }
 
@@ -28,8 +28,8 @@ class MosaicRows {
   const T* half(int y, unsigned columnParity) const;
 
   template <int reach>
-  MosaicWindow<T, reach> window(int y) const {
-    MosaicWindow<T, reach> w;
+  HalfRowWindow<T, reach> window(int y) const {
+    HalfRowWindow<T, reach> w;
     for (int dy = -reach; dy <= reach; ++dy)
       for (unsigned parity = 0; parity < 2; ++parity)
         w.half[dy + reach][parity] = half(y + dy, parity);
@@ -41,10 +41,10 @@ class MosaicRows {
   bool isRedRow(int y) const { return ((m_region.r0 ^ unsigned(y)) & 1) == 0; }
 
   size_t columns() const { return m_region.Wf; }
+  size_t halfSize(unsigned columnParity) const { return (m_region.Wf + 1 - columnParity) / 2; }
   int height() const { return static_cast<int>(m_region.Hf); }
 
  private:
-  size_t halfSize(unsigned columnParity) const { return (m_region.Wf + 1 - columnParity) / 2; }
 
   Region m_region;
   const T* m_source;

@@ -13,8 +13,14 @@ struct RowCopies {
   StreamCopy work, result;  // past the caches
 };
 
-template <class T>
-using PixelRow = void (*)(const MosaicWindow<T, 1>& window, size_t columns, T* pixels,
-                          RowCopies<T>& copies);
+// Rows: the half rows that it reads.
+template <class T, class Rows>
+using PixelRow = void (*)(const Rows& rows, size_t columns, T* pixels, RowCopies<T>& copies);
+
+// By column parity of the green sites, then by whether the row's other sites are red.
+template <class T, class Rows>
+struct PixelRows {
+  PixelRow<T, Rows> of[2][2];
+};
 
 }  // namespace vistrel

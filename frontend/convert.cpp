@@ -23,14 +23,19 @@ struct Algorithm {
   Demosaic16* of16;
 };
 
+constexpr Algorithm kNoAlgorithm = {nullptr, nullptr};
+
 // By code.
 constexpr Algorithm kAlgorithms[] = {
     {ImageColorBilinear, ImageColorBilinear},
+    kNoAlgorithm,
+    kNoAlgorithm,
+    {ImageColorGradientLaroche, ImageColorGradientLaroche},
 };
 
-const Algorithm* algorithmOf(uint32_t nAlgorithm) {
+const Algorithm& algorithmOf(uint32_t nAlgorithm) {
   const uint32_t code = nAlgorithm & 0xFF;
-  return code < std::size(kAlgorithms) ? &kAlgorithms[code] : nullptr;
+  return code < std::size(kAlgorithms) ? kAlgorithms[code] : kNoAlgorithm;
 }
 
 }  // namespace
@@ -53,9 +58,9 @@ uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32
     ConvertToOutputFormat8(pSrc, nRoiWidth, nRoiHeight, destination, nFormat, nBinning, 0);
     return 1;
   }
-  const Algorithm* algorithm = algorithmOf(nAlgorithm);
-  if (!algorithm) return 0;
-  algorithm->of8(ID2Index(nID), nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY, nRoiWidth,
+  const Algorithm& algorithm = algorithmOf(nAlgorithm);
+  if (!algorithm.of8) return 0;
+  algorithm.of8(ID2Index(nID), nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY, nRoiWidth,
                  nRoiHeight, pSrc, destination);
   return 1;
 }
@@ -81,9 +86,9 @@ uint32_t ImgConvert16(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint3
                             g_pwUserLUT[nIndex], nBinning, nDstBits, 0);
     return 1;
   }
-  const Algorithm* algorithm = algorithmOf(nAlgorithm);
-  if (!algorithm) return 0;
-  algorithm->of16(nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode, nRoiX, nRoiY, nRoiWidth,
+  const Algorithm& algorithm = algorithmOf(nAlgorithm);
+  if (!algorithm.of16) return 0;
+  algorithm.of16(nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode, nRoiX, nRoiY, nRoiWidth,
                   nRoiHeight, pSrc, static_cast<uint8_t*>(pDst), nDstBits, nSrcBits);
   return 1;
 }

@@ -1,0 +1,97 @@
+// The shape of the algorithms that first complete green, then find red and blue by it.
+#pragma once
+
+#include "demosaic/guarded.h"
+#include "demosaic/in_place.h"
+
+namespace vistrel {
+
+// The half rows behind a row of pixels: the mosaic and finished green.
+template <class T>
+struct GreenFirstRows {
+  HalfRowWindow<T, 1> mosaic, green;
+};
+
+// What each level compiles of such an algorithm.
+template <class T>
+struct GreenFirstKernels {
+  // Green of the n red or blue sites of a row, by the column parity of these sites.
+  void (*green[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, T* green);
+  PixelRows<T, GreenFirstRows<T>> pixels;
+};
+
+// Finished green, a few rows at a time: computed at red and blue sites, the mosaic's elsewhere.
+// Beyond the region it is zero where the mosaic has none.
+template <class T>
+class GreenRows {
+ public:
+  GreenRows(const MosaicRows<T>& mosaic, unsigned rows)
+      : m_mosaic(mosaic), m_rows(rows), m_ring(rows + 1, 1, mosaic.columns()) {
+    if (m_ring) std::fill_n(m_ring.half(rows, 0) - 1, mosaic.columns() / 2 + 3, T{0});
+  }
+
+  explicit operator bool() const { return bool(m_ring); }
+
+  T* computed(int y) const { return m_ring.half(unsigned(y) % m_rows, 0); }
+
+  void guard(int y) const {
+    T* half = computed(y);
+    half[-1] = half[m_mosaic.halfSize(1 - m_mosaic.greenParity(y))] = 0;
+  }
+
+  HalfRowWindow<T, 1> window(int y) const {
+    HalfRowWindow<T, 1> w;
+    for (int dy = -1; dy <= 1; ++dy) {
+      const unsigned parity = m_mosaic.greenParity(y + dy);
+      const bool inside = 0 <= y + dy && y + dy < m_mosaic.height();
+      w.half[dy + 1][parity] = m_mosaic.half(y + dy, parity);
+      w.half[dy + 1][1 - parity] = inside ? computed(y + dy) : m_ring.half(m_rows, 0);
+    }
+    return w;
+  }
+
+ private:
+  const MosaicRows<T>& m_mosaic;
+  unsigned m_rows;
+  HalfRowRing<T> m_ring;  // the last row stays zero
+};
+
+template <class T>
+void sweepGreenFirst(const Conversion<T>& c, const GreenFirstKernels<T>& kernels) {
+  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 5);
+  const GreenRows<T> green(mosaic, 3);
+  if (!mosaic || !green) return;
+  sweepGuarded(
+      c, mosaic, 1,
+      [&](int y, T* pixels, RowCopies<T>& copies) {
+        kernels.pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
+            {mosaic.template window<1>(y), green.window(y)}, mosaic.columns(), pixels, copies);
+      },
+      stage(2, [&](int y) {
+        const unsigned parity = 1 - mosaic.greenParity(y);
+        kernels.green[parity](mosaic.template window<2>(y), mosaic.halfSize(parity),
+                              green.computed(y));
+        green.guard(y);
+      }));
+}
+
+// Formulas: of one level, as they are applied to samples one by one.
+template <class Formulas, class T>
+void greenFirstInPlace(const Conversion<T>& c) {
+  spreadMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  passInPlace(c.region, c.work, [](const InPlacePixel<T>& p) {
+    if (!p.isGreen()) p.samples[kGreen] = static_cast<T>(Formulas::green(p.sensed()));
+  });
+  passInPlace(c.region, c.work, [](const InPlacePixel<T>& p) {
+    const auto m = p.sensed(), g = p.channel(kGreen);
+    if (p.isGreen()) {
+      p.samples[p.own()] = static_cast<T>(Formulas::along(m, g));
+      p.samples[p.opposite()] = static_cast<T>(Formulas::across(m, g));
+    } else {
+      p.samples[p.opposite()] = static_cast<T>(Formulas::opposite(m, g));
+    }
+  });
+  c.output.convert(c.work, c.pDst, c.nRoiHeight);
+}
+
+}  // namespace vistrel
