@@ -14,16 +14,24 @@ foreach(header IN LISTS VISTREL_C_HEADERS VISTREL_CXX_HEADERS)
 endforeach()
 
 file(RELATIVE_PATH VISTREL_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-configure_file(cmake/vistrel.pc.in vistrel.pc @ONLY)
+foreach(library IN ITEMS Vistrel vistrelhost)
+  string(TOLOWER ${library} name)
+  configure_file(cmake/library.pc.in pkgconfig/${name}.pc @ONLY)
+endforeach()
 configure_package_config_file(cmake/VistrelConfig.cmake.in VistrelConfig.cmake
   INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Vistrel)
 write_basic_package_version_file(VistrelConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 
-install(TARGETS Vistrel EXPORT Vistrel)
+target_include_directories(vistrelhost INTERFACE
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+install(TARGETS Vistrel vistrelhost EXPORT Vistrel)
+if(VISTREL_APPS)
+  install(TARGETS vistrel)
+endif()
 install(DIRECTORY ${PROJECT_BINARY_DIR}/include/vistrel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT Vistrel NAMESPACE Vistrel:: FILE VistrelTargets.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Vistrel)
 install(FILES ${PROJECT_BINARY_DIR}/VistrelConfig.cmake
   ${PROJECT_BINARY_DIR}/VistrelConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Vistrel)
-install(FILES ${PROJECT_BINARY_DIR}/vistrel.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/pkgconfig DESTINATION ${CMAKE_INSTALL_LIBDIR})

@@ -21,12 +21,6 @@
 
 #include "frontend/vistrel.h"
 
-#if defined(__GNUC__)
-#define VISTREL_HOST_API __attribute__((visibility("default")))
-#else
-#define VISTREL_HOST_API
-#endif
-
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -137,32 +131,29 @@ typedef struct vistrel_algorithm {
  * the bilinear algorithm, no binning, the highest bits, the whole frame; samples
  * with excess bits are refused. Reads frame->phase alone. Neither may be null.
  */
-VISTREL_HOST_API void vistrel_default_conversion(const vistrel_frame* frame,
-                                                 vistrel_conversion* conversion);
+void vistrel_default_conversion(const vistrel_frame* frame, vistrel_conversion* conversion);
 
 /*
  * Checks all that can be checked without the samples and describes the result.
  * frame->samples and frame->size are not read, so a caller can ask before it
  * allocates anything.
  */
-VISTREL_HOST_API int32_t vistrel_get_layout(const vistrel_frame* frame,
-                                            const vistrel_conversion* conversion,
-                                            vistrel_layout* layout, vistrel_error* error);
+int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion* conversion,
+                           vistrel_layout* layout, vistrel_error* error);
 
 /*
  * Converts frame into image. The work is done on the caller's thread. Up to 128
  * conversions run at once; further callers wait for one to end. Each of the 128
  * keeps about 6 bytes for every pixel of the largest colour frame it has served.
  */
-VISTREL_HOST_API int32_t vistrel_convert(const vistrel_frame* frame,
-                                         const vistrel_conversion* conversion,
-                                         const vistrel_image* image, vistrel_error* error);
+int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
+                        const vistrel_image* image, vistrel_error* error);
 
 /* The algorithm of the given index, counted from 0; null past the last one. */
-VISTREL_HOST_API const vistrel_algorithm* vistrel_algorithm_at(size_t index);
+const vistrel_algorithm* vistrel_algorithm_at(size_t index);
 
 /* "grbg", "bggr", "rggb", "gbrg", "mono"; null for a phase that there is not. */
-VISTREL_HOST_API const char* vistrel_phase_name(uint32_t phase);
+const char* vistrel_phase_name(uint32_t phase);
 
 #ifdef __cplusplus
 }

@@ -1,8 +1,9 @@
-# The way of CMake projects: find_package(Vistrel), target Vistrel::Vistrel.
+# The way of CMake projects: find_package(Vistrel), targets Vistrel::Vistrel and Vistrel::Host.
 include(${CMAKE_CURRENT_LIST_DIR}/stage.cmake)
 
-run(${CMAKE_COMMAND} -S ${PROJECT} -B build -D CMAKE_PREFIX_PATH=${PREFIX}
+run(${CMAKE_COMMAND} -S ${PROJECT} -B build -G ${GENERATOR} -D CMAKE_PREFIX_PATH=${PREFIX}
   -D CMAKE_C_COMPILER=${CC} -D CMAKE_CXX_COMPILER=${CXX} -D WANTED_VERSION=${VERSION})
 run(${CMAKE_COMMAND} --build build)
-run(build/frame.c.out)
-run(build/curve.cpp.out)
+foreach(program IN ITEMS frame curve host)
+  run(build/${program})
+endforeach()

@@ -1,0 +1,22 @@
+// A user of the validated layer: a conversion with a result worked out by hand, and a refusal.
+#include <cstdio>
+
+#include <vistrel/vistrel.hpp>
+
+int main() {
+  const uint16_t samples[4] = {0, 3, 4, 1023};
+  vistrel_frame frame = vistrel::frameOf(samples, 4, 1, 10, VISTREL_MONO);
+  const vistrel::Image image = vistrel::convert(frame, vistrel::defaultConversion(frame));
+  if (image.pixels != std::vector<uint8_t>{0, 0, 1, 255}) {
+    std::puts("wrong pixels");
+    return 1;
+  }
+  frame.width = 0;
+  try {
+    vistrel::layoutOf(frame, vistrel::defaultConversion(frame));
+  } catch (const vistrel::Error& error) {
+    return error.status() == VISTREL_BAD_SIZE ? 0 : 1;
+  }
+  std::puts("a frame without a pixel was not refused");
+  return 1;
+}
