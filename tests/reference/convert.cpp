@@ -22,6 +22,12 @@ uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32
     ConvertToOutputFormat8(pSrc, nRoiWidth, nRoiHeight, dst, nFormat, nBinning, 0);
     return 1;
   }
+  const uint32_t nThreshold = (nAlgorithm >> 8) & 255;
+  if ((nAlgorithm & 255) == 1) {
+    ImageColorDemosaicEx(nIndex, nThreshold, nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY,
+                         nRoiWidth, nRoiHeight, pSrc, dst);
+    return 1;
+  }
   const auto run = [&](auto demosaic) {
     demosaic(nIndex, nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY, nRoiWidth, nRoiHeight,
              pSrc, dst);
@@ -30,6 +36,7 @@ uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32
 #define RUN(name) run([](auto... arguments) { name(arguments...); })
   switch (nAlgorithm & 255) {
     case 0: return RUN(ImageColorBilinear);
+    case 2: return RUN(ImageColorNearNeighbor);
     case 3: return RUN(ImageColorGradientLaroche);
     case 4: return RUN(ImageColorGradientHamilton);
     case 5: return RUN(ImageColorVariableGradients);
@@ -64,6 +71,12 @@ uint32_t ImgConvert16(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint3
                             pUserLut, nBinning, nDstBits, 0);
     return 1;
   }
+  const uint32_t nThreshold = (nAlgorithm >> 8) & 255;
+  if ((nAlgorithm & 255) == 1) {
+    ImageColorDemosaicEx(nIndex, nThreshold, nImgWidth, nBayer, nBinning, nFormat, nLutMode, nRoiX,
+                         nRoiY, nRoiWidth, nRoiHeight, pSrc, dst, nDstBits, nSrcBits);
+    return 1;
+  }
   const auto run = [&](auto demosaic) {
     demosaic(nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode, nRoiX, nRoiY, nRoiWidth,
              nRoiHeight, pSrc, dst, nDstBits, nSrcBits);
@@ -72,6 +85,7 @@ uint32_t ImgConvert16(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint3
 #define RUN(name) run([](auto... arguments) { name(arguments...); })
   switch (nAlgorithm & 255) {
     case 0: return RUN(ImageColorBilinear);
+    case 2: return RUN(ImageColorNearNeighbor);
     case 3: return RUN(ImageColorGradientLaroche);
     case 4: return RUN(ImageColorGradientHamilton);
     case 5: return RUN(ImageColorVariableGradients);

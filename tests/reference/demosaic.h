@@ -28,7 +28,19 @@ REFERENCE_DEMOSAIC(ImageColorHueCok);
 REFERENCE_DEMOSAIC(ImageColorHueKimmel);
 REFERENCE_DEMOSAIC(vec_ImageColorHueKimmel);
 REFERENCE_DEMOSAIC(ImageColorPixelGrouping);
+REFERENCE_DEMOSAIC(ImageColorNearNeighbor);
+REFERENCE_DEMOSAIC(ImageColorDemosaicAHD);
 #undef REFERENCE_DEMOSAIC
+
+void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
+                          uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
+                          uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
+                          uint8_t* pDst);
+void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
+                          uint32_t nBinning, uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX,
+                          uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
+                          const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits,
+                          uint32_t nSrcBits);
 
 // One pixel of the variable gradients: writes its two missing channels.
 void calcOneGreenCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel);
