@@ -40,4 +40,10 @@ class HalfRowRing {
   std::unique_ptr<T, Free> m_block;
 };
 
+// Rows y - reach .. y + reach of a plane, each as two halves by column parity.
+template <class T, int reach>
+struct HalfRowWindow {
+  const T* half[2 * reach + 1][2];
+};
+
 }  // namespace vistrel

@@ -4,8 +4,8 @@
 #endif
 #include "common/wide.inl"
 #include "demosaic/bilinear.inl"
-#include "demosaic/pixel_row.inl"
-#include "demosaic/taps.inl"
+#include "common/pixel_row.inl"
+#include "common/taps.inl"
 
 struct FillBilinear {
   template <class T, int greenParity>

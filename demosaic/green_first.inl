@@ -4,8 +4,8 @@
 #include "common/registers.inl"
 #endif
 #include "common/wide.inl"
-#include "demosaic/pixel_row.inl"
-#include "demosaic/taps.inl"
+#include "common/pixel_row.inl"
+#include "common/taps.inl"
 
 template <class T, class Formulas, int parity>
 void greenRow(const HalfRowWindow<T, 2>& mosaic, size_t n, T* __restrict green) {

@@ -6,9 +6,10 @@
 #include <memory>
 #include <new>
 
+#include "common/pixel_row.h"
 #include "common/sweep.h"
 #include "demosaic/conversion.h"
-#include "demosaic/pixel_row.h"
+#include "demosaic/mosaic_rows.h"
 
 namespace vistrel {
 

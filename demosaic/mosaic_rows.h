@@ -6,12 +6,6 @@
 
 namespace vistrel {
 
-// Rows y - reach .. y + reach of a plane, each as two halves by column parity.
-template <class T, int reach>
-struct HalfRowWindow {
-  const T* half[2 * reach + 1][2];
-};
-
 template <class T>
 class MosaicRows {
  public:

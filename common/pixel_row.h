@@ -1,8 +1,10 @@
 // The function that fills a row of pixels, as every level compiles it.
 #pragma once
 
+#include <cstddef>
+
+#include "common/half_rows.h"
 #include "common/stream.h"
-#include "demosaic/mosaic_rows.h"
 
 namespace vistrel {
 
