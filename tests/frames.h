@@ -12,8 +12,8 @@
 namespace vistrel::test {
 
 // Widths below, at and above the vector bodies' steps, tails included.
-inline const std::vector<uint32_t> kWidths = {1,  2,  3,  5,  7,  8,  9,   15,  16,  17, 31,
-                                              32, 33, 47, 63, 64, 65, 127, 128, 129, 201};
+inline const std::vector<uint32_t> kWidths = {1,  2,  3,  5,  7,  8,   9,   15,  16,  17,  31, 32,
+                                              33, 47, 63, 64, 65, 127, 128, 129, 201, 257, 401};
 
 template <class T>
 std::vector<T> flat(size_t samples, unsigned value) {
@@ -46,8 +46,8 @@ std::vector<T> painted(uint32_t width, uint32_t height, Value value) {
 }
 
 // A destination between two margins. Every byte is 0x55 at first; the first sample lies at an
-// address that suits no vector.
-template <class T>
+// address that suits no vector, and with an odd margin no word either.
+template <class T, int kMargin = 67>
 class Canvas {
  public:
   static constexpr T kPreset = static_cast<T>(0x5555);
@@ -67,7 +67,6 @@ class Canvas {
   }
 
  private:
-  static constexpr int kMargin = 67;
   std::vector<T> m_all;
 };
 

@@ -36,11 +36,14 @@ inline uint32_t convert(const Call& c, const std::vector<uint16_t>& frame, void*
                       frame.data(), pDst, c.srcBits, c.skip);
 }
 
+// A destination for bytes or words.
+using Image = Canvas<uint8_t, 66>;
+
 // The result's pixels as bytes, those left alone included; expects the conversion to be done.
 template <class T>
 std::vector<uint8_t> converted(const Call& c, const std::vector<T>& frame) {
   const size_t bytes[] = {1, 2, 3, 4, 4, 1, 2, 6};
-  Canvas<uint8_t> canvas(bytes[c.format] * c.roiWidth * c.roiHeight);
+  Image canvas(bytes[c.format] * c.roiWidth * c.roiHeight);
   EXPECT_EQ(convert(c, frame, canvas.data()), 1u);
   return canvas.samples();
 }

@@ -18,14 +18,14 @@ const Words kWords = noise<uint16_t>(64 * 64, 4095, 2);
 
 template <class T>
 void expectRefused(const Call& call, const std::vector<T>& frame) {
-  Canvas<uint8_t> canvas(16 * 8 * 6);
+  Image canvas(16 * 8 * 6);
   EXPECT_EQ(convert(call, frame, canvas.data()), 0u);
   EXPECT_TRUE(canvas.untouched());
 }
 
 template <class T>
 void expectNothingWritten(const Call& call, const std::vector<T>& frame) {
-  Canvas<uint8_t> canvas(16 * 8 * 6);
+  Image canvas(16 * 8 * 6);
   EXPECT_EQ(convert(call, frame, canvas.data()), 1u);
   EXPECT_TRUE(canvas.untouched());
 }
@@ -41,7 +41,7 @@ TEST_P(Selector, CodesAboveEightAreRefused) {
 
 TEST_P(Selector, CodesAreComparedAfterTheCutToEightBits) {
   for (uint32_t code = 0; code < 12; ++code) {
-    Canvas<uint8_t> plain(16 * 8 * 3), threshold(16 * 8 * 3);
+    Image plain(16 * 8 * 3), threshold(16 * 8 * 3);
     const uint32_t done = convert({.algorithm = code}, kWords, plain.data());
     if (code == 1) continue;  // the one that reads the threshold
     EXPECT_EQ(convert({.algorithm = 0xFFFF0100 | code}, kWords, threshold.data()), done) << code;
@@ -81,7 +81,7 @@ TEST_P(Convert, Bgr48OfBytesRunsAndWritesNothing) {
 }
 
 TEST_P(Convert, UnknownFormatsFillTheWorkBufferAndWriteNothing) {
-  Canvas<uint8_t> unused(16 * 8 * 3);
+  Image unused(16 * 8 * 3);
   for (uint32_t format : {8u, 255u, 0xFFFFFFFFu}) {
     const auto left = [&](uint32_t of, const auto& frame) {
       std::fill_n(buffer(), 12 * 60, uint16_t{0xEEEE});

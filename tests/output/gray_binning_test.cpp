@@ -63,6 +63,23 @@ TEST_P(Gray1x1, AddsGreenAndRedFirstAndBlueLast) {
     for (uint32_t width : {1u, 16u, 67u}) EXPECT_EQ(gray(p[0], p[1], p[2], width), p[3]);
 }
 
+TEST_P(Gray1x1, EveryPixelOfBytes) {
+  constexpr uint32_t kGreensAndReds = 256 * 256;
+  Bytes image(3 * kGreensAndReds), expected(kGreensAndReds);
+  Canvas<uint8_t> canvas(kGreensAndReds);
+  for (unsigned blue = 0; blue < 256; ++blue) {
+    for (unsigned i = 0; i < kGreensAndReds; ++i) {
+      const unsigned green = i >> 8, red = i & 255;
+      image[3 * i] = static_cast<uint8_t>(blue);
+      image[3 * i + 1] = static_cast<uint8_t>(green);
+      image[3 * i + 2] = static_cast<uint8_t>(red);
+      expected[i] = static_cast<uint8_t>(luminance(blue, green, red));
+    }
+    ImageGrayBinning(1, image.data(), 0u, 8u, canvas.data(), kGreensAndReds, 1u, 8u, 0u);
+    ASSERT_EQ(canvas.samples(), expected) << "blue " << blue;
+  }
+}
+
 TEST_P(Gray1x1, SixteenBitsLoseOneToo) {
   Canvas<uint16_t> canvas(40);
   for (unsigned v : {1023u, 65535u}) {

@@ -159,5 +159,30 @@ TEST_P(Sizes, GrayOfWordsToBytes) { compare<Gray, uint16_t, uint8_t>(kWordsToByt
 TEST_P(Sizes, GrayOfWordsToWords) { compare<Gray, uint16_t, uint16_t>(kWordsToWords); }
 TEST_P(Sizes, GrayOfMappedWords) { compareMapped<Gray>(); }
 
+// Frames that no cache holds.
+TEST_P(Sizes, LargeMono) {
+  constexpr uint32_t kSide = 3701;
+  const auto source = noise<uint8_t>(kSide * kSide, 255, 1);
+  Canvas<uint8_t> whole(kSide * kSide), half(kSide / 2 * (kSide / 2));
+  ImageBinning(1, source.data(), kSide, 8u, whole.data(), kSide, kSide, 8u, 0u);
+  EXPECT_EQ(whole.samples(), source);
+  ImageBinning(2, source.data(), kSide, 8u, half.data(), kSide / 2, kSide / 2, 8u, 0u);
+  const auto expected = painted<uint8_t>(kSide / 2, kSide / 2, [&](uint32_t x, uint32_t y) {
+    const uint8_t* s = &source[2 * (y * kSide + x)];
+    return std::min((s[0] + s[1] + s[kSide] + s[kSide + 1]) / 2, 255);
+  });
+  EXPECT_EQ(half.samples(), expected);
+}
+
+TEST_P(Sizes, LargeBgrOfWords) {
+  constexpr uint32_t kSide = 2101;
+  const auto source = noise<uint16_t>(3 * kSide * kSide, 4095, 2);
+  Canvas<uint8_t> canvas(3 * kSide * kSide);
+  ImageBGRBinning(1, source.data(), kSide, 12u, canvas.data(), kSide, kSide, 8u, 0u);
+  std::vector<uint8_t> expected;
+  for (uint16_t sample : source) expected.push_back(static_cast<uint8_t>(sample >> 4));
+  EXPECT_EQ(canvas.samples(), expected);
+}
+
 }  // namespace
 }  // namespace vistrel::test

@@ -1,0 +1,55 @@
+// Bilinear conversions of frames that no cache holds.
+#include "output/colour.h"
+#include "tests/demosaic/bilinear.h"
+#include "tests/levels.h"
+
+namespace vistrel::test {
+namespace {
+
+// Every format that there is and one that there is not.
+const std::vector<uint32_t> kFormats = {2, 3, 5, 6, 7, 8};
+
+TEST(BilinearLarge, BytesAtEveryLevel) {
+  constexpr uint32_t w = 1052, h = 1006;  // of 2x2
+  const auto m = noiseMosaic<uint8_t>(BAYER_RGGB, 0, 0, 2 * w, 2 * h, 255, 1);
+  const auto filled = filledBuffer(m);
+  for (Level level : reachableLevels())
+    for (uint32_t format : kFormats) {
+      SCOPED_TRACE(::testing::Message() << ::testing::PrintToString(level) << ", " << format);
+      const LevelScope scope(level);
+      std::vector<uint8_t> buffer(m.samples());
+      Canvas<uint8_t> result(4 * w * h), expected(4 * w * h);
+      ConvertToOutputFormat8(filled.data(), w, h, expected.data(), format, 1, 1);
+      g_pwBGRBuff[kSlot] = reinterpret_cast<uint16_t*>(buffer.data());
+      ImageColorBilinear(kSlot, m.imgWidth, m.bayer, 1, format, 0, 0, w, h, m.frame.data(),
+                         result.data());
+      EXPECT_TRUE(result.samples() == expected.samples());
+      EXPECT_TRUE(buffer == filled);
+    }
+  g_pwBGRBuff[kSlot] = nullptr;
+}
+
+TEST(BilinearLarge, WordsAtEveryLevel) {
+  constexpr uint32_t w = 1531, h = 1403;
+  const auto m = noiseMosaic<uint16_t>(BAYER_GBRG, 3, 1, w, h, 4095, 2);
+  const auto filled = filledBuffer(m);
+  for (Level level : reachableLevels())
+    for (uint32_t format : kFormats) {
+      SCOPED_TRACE(::testing::Message() << ::testing::PrintToString(level) << ", " << format);
+      const LevelScope scope(level);
+      const uint32_t dstBits = format == IMG_FMT_GRAY8 || format == IMG_FMT_GRAY16 ? 10 : 30;
+      std::vector<uint16_t> buffer(m.samples());
+      Canvas<uint16_t> result(3 * w * h), expected(3 * w * h);
+      ConvertToOutputFormat16(filled.data(), w, h, 12, expected.data(), format, 1, nullptr, 0,
+                              dstBits, 1);
+      g_pwBGRBuff[kSlot] = buffer.data();
+      ImageColorBilinear(kSlot, m.imgWidth, m.bayer, 0, format, 1, 3, 1, w, h, m.frame.data(),
+                         reinterpret_cast<uint8_t*>(result.data()), dstBits, 12);
+      EXPECT_TRUE(result.samples() == expected.samples());
+      EXPECT_TRUE(buffer == filled);
+    }
+  g_pwBGRBuff[kSlot] = nullptr;
+}
+
+}  // namespace
+}  // namespace vistrel::test
