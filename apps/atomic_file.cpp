@@ -41,11 +41,11 @@ mode_t permissions(const fs::path& path) {
 
 }  // namespace
 
-AtomicFile::AtomicFile(const fs::path& path) : path_(resolve(path)) {
+AtomicFile::AtomicFile(const fs::path& path) : name_(path), target_(resolve(path)) {
   std::error_code error;
-  if (fs::exists(path_, error) && !fs::is_regular_file(path_, error))
+  if (fs::exists(target_, error) && !fs::is_regular_file(target_, error))
     failToWrite("it is not a regular file");
-  const std::string name = path_.parent_path() / ".vistrel-XXXXXX";
+  const std::string name = target_.parent_path() / ".vistrel-XXXXXX";
   if (name.size() >= sizeof g_unfinished) failToWrite("the name is too long");
   std::memcpy(g_unfinished, name.c_str(), name.size() + 1);
   const int descriptor = mkstemp(g_unfinished);
@@ -53,7 +53,7 @@ AtomicFile::AtomicFile(const fs::path& path) : path_(resolve(path)) {
     g_unfinished[0] = 0;
     failToWrite(std::strerror(errno));
   }
-  fchmod(descriptor, permissions(path_));
+  fchmod(descriptor, permissions(target_));
   stream_ = fdopen(descriptor, "wb");
 }
 
@@ -66,12 +66,12 @@ AtomicFile::~AtomicFile() {
 void AtomicFile::commit() {
   bool good = std::fflush(stream_) == 0 && fsync(fileno(stream_)) == 0;
   good = std::fclose(std::exchange(stream_, nullptr)) == 0 && good;
-  if (!good || std::rename(g_unfinished, path_.c_str()) != 0) failToWrite(std::strerror(errno));
+  if (!good || std::rename(g_unfinished, target_.c_str()) != 0) failToWrite(std::strerror(errno));
   g_unfinished[0] = 0;
 }
 
 void AtomicFile::failToWrite(const char* reason) const {
-  fail(kInputOutput, "{} cannot be written: {}", path_.string(), reason);
+  fail(kInputOutput, "{} cannot be written: {}", name_.string(), reason);
 }
 
 void installSignalHandlers() {

@@ -22,7 +22,8 @@ class AtomicFile {
   [[noreturn]] void failToWrite(const char* reason) const;
 
  private:
-  std::filesystem::path path_;
+  std::filesystem::path name_;    // as it was given
+  std::filesystem::path target_;  // where a link leads
   std::FILE* stream_ = nullptr;
 };
 

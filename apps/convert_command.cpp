@@ -66,6 +66,7 @@ void convertOne(const Job& job, const ConvertOptions& o) {
 }
 
 void checkOptions(const ConvertOptions& o) {
+  o.input.check();
   if (!o.input.phase && !o.input.fromName)
     fail(kUsage,
          "--phase is missing. It names the colours of the 2x2 block at the frame's left upper "

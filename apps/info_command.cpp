@@ -56,6 +56,7 @@ void printJson(const FrameFile& file, const Statistics& s) {
 }
 
 ExitStatus run(const InfoOptions& o) {
+  o.input.check();
   const Outcome outcome = attempt([&o] {
     FrameFile file(o.path, o.input);
     const Statistics statistics = statisticsOf(file.read());

@@ -34,6 +34,11 @@ void checkShape(vistrel_frame frame) {
 
 }  // namespace
 
+void InputOptions::check() const {
+  if (size && !bits && !fromName)
+    fail(kUsage, "--bits is missing: a header-less dump does not tell its depth");
+}
+
 FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& options) : path_(path) {
   checkIsFile(path);
   in_.open(path, std::ios::binary);

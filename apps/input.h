@@ -20,6 +20,9 @@ struct InputOptions {
   std::optional<uint32_t> bits;
   std::optional<uint32_t> phase;
   bool fromName = false;
+
+  // Throws Failure (usage) where something is missing.
+  void check() const;
 };
 
 // An open file whose header is read and whose length is enough.

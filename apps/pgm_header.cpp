@@ -23,25 +23,19 @@ void checkMagic(std::istream& in) {
   fail(kRejected, "no binary PGM: it does not begin with P5; -s WxH reads header-less dumps");
 }
 
-// White space and comments. Returns the first character after them, unread.
-int skipSpace(std::istream& in) {
-  for (;;) {
-    const int c = in.peek();
-    if (c == '#') {
-      in.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
-    } else if (c != kEnd && std::isspace(c)) {
-      in.get();
-    } else {
-      return c;
-    }
-  }
+bool isSpace(int c) { return c == '#' || (c != kEnd && std::isspace(c)); }
+
+// One white space, or a comment and the end of its line, which count as much.
+void skipOne(std::istream& in) {
+  if (in.get() == '#') in.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
 }
 
 std::string readWord(std::istream& in, const char* name) {
   constexpr size_t kLongest = 24;
-  if (skipSpace(in) == kEnd) fail(kRejected, "the header ends before the {}", name);
+  while (isSpace(in.peek())) skipOne(in);
+  if (in.peek() == kEnd) fail(kRejected, "the header ends before the {}", name);
   std::string word;
-  while (in.peek() != kEnd && !std::isspace(in.peek()) && word.size() < kLongest)
+  while (in.peek() != kEnd && !isSpace(in.peek()) && word.size() < kLongest)
     word += static_cast<char>(in.get());
   if (in.peek() == kEnd) fail(kRejected, "the header ends with the {}", name);
   return word;
@@ -66,7 +60,7 @@ PgmHeader readPgmHeader(std::istream& in) {
   header.width = readNumber(in, "width", std::numeric_limits<uint32_t>::max());
   header.height = readNumber(in, "height", std::numeric_limits<uint32_t>::max());
   header.maxval = readNumber(in, "maxval", 65535);
-  in.get();  // one white space; the next byte is a sample
+  skipOne(in);  // the next byte is a sample
   return header;
 }
 

@@ -1,0 +1,172 @@
+// Files that are not what they should be.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+uint32_t plain(uint32_t, uint32_t) { return 100; }
+
+struct BadInput : ::testing::Test {
+  Scratch scratch;
+
+  // The program names the file and the reason, exits as it should and leaves nothing behind.
+  void expect(int status, const std::string& text, const std::string& options) const {
+    const auto before = scratch.names();
+    const Result result = scratch.vistrel("convert in.pgm -o out.png " + options);
+    EXPECT_EQ(result.status, status) << text;
+    EXPECT_EQ(result.err, "vistrel: in.pgm: " + text + "\n");
+    EXPECT_EQ(scratch.names(), before);
+  }
+  void expectRejected(const std::string& file, const std::string& text,
+                      const std::string& options = "--phase mono") const {
+    scratch.write("in.pgm", file);
+    expect(3, text, options);
+  }
+};
+
+TEST_F(BadInput, MissingFile) {
+  expect(4, "cannot be read: No such file or directory", "--phase mono");
+}
+
+TEST_F(BadInput, Folder) {
+  std::filesystem::create_directory(scratch / "in.pgm");
+  expect(4, "it is not a regular file", "--phase mono");
+}
+
+TEST_F(BadInput, FileCutAnywhere) {
+  //                     0   3          13     19   23
+  const std::string header("P5\n# comment\n40 30\n255\n");
+  const std::string file = header + std::string(40 * 30, 'x');
+  const auto expected = [](size_t size) -> std::string {
+    if (size == 0) return "the file is empty";
+    if (size == 1)
+      return "no binary PGM: it does not begin with P5; -s WxH reads header-less dumps";
+    if (size <= 13) return "the header ends before the width";
+    if (size <= 15) return "the header ends with the width";
+    if (size <= 16) return "the header ends before the height";
+    if (size <= 18) return "the header ends with the height";
+    if (size <= 19) return "the header ends before the maxval";
+    if (size <= 22) return "the header ends with the maxval";
+    return "the file is too short: 40x30 samples of 8 bits do not fit its " + std::to_string(size) +
+           " bytes";
+  };
+  for (size_t size = 0; size < 64; ++size) expectRejected(file.substr(0, size), expected(size));
+  for (const size_t size : {header.size() + 600, file.size() - 1})
+    expectRejected(file.substr(0, size), expected(size));
+  scratch.write("in.pgm", file);
+  EXPECT_EQ(scratch.vistrel("convert in.pgm -o out.png --phase mono").status, 0);
+}
+
+TEST_F(BadInput, SixteenBitFileCutInASample) {
+  const std::string file = pgm(5, 4, 4095, plain);
+  expectRejected(file.substr(0, file.size() - 1),
+                 "the file is too short: 5x4 samples of 16 bits do not fit its 51 bytes");
+}
+
+TEST_F(BadInput, OtherFormats) {
+  expectRejected("P6\n2 2\n255\n",
+                 "its type is P6; of the PNM family this program reads binary "
+                 "PGM, P5");
+  expectRejected("P2\n2 2\n255\n1 2 3 4\n",
+                 "its type is P2; of the PNM family this program reads "
+                 "binary PGM, P5");
+  expectRejected("\x89PNG\r\n\x1a\n",
+                 "no binary PGM: it does not begin with P5; -s WxH reads header-less dumps");
+}
+
+TEST_F(BadInput, Maxval) {
+  expectRejected("P5\n2 2\n0\nabcd", "maxval 0: 1 to 65535 are allowed");
+  expectRejected("P5\n2 2\n65536\nabcd", "maxval 65536: 1 to 65535 are allowed");
+  expectRejected("P5\n2 2\n70000\nabcd", "maxval 70000: 1 to 65535 are allowed");
+  expectRejected("P5\n2 2\n99999999999\nabcd", "maxval 99999999999: 1 to 65535 are allowed");
+  expectRejected("P5\n2 2\nwhite\nabcd", "maxval \"white\": a number is expected");
+  expectRejected("P5\n2 2\n255x\nabcd", "maxval \"255x\": a number is expected");
+  expectRejected("P5\n2 2\n-1\nabcd", "maxval \"-1\": a number is expected");
+}
+
+TEST_F(BadInput, Sizes) {
+  expectRejected("P5\n0 2\n255\n", "width 0: 1 to 4294967295 are allowed");
+  expectRejected("P5\n2 0\n255\n", "height 0: 1 to 4294967295 are allowed");
+  expectRejected("P5\n4294967296 1\n255\n", "width 4294967296: 1 to 4294967295 are allowed");
+  expectRejected("P5\n1 1\n255\n",
+                 "the file is too short: 1x1 samples of 8 bits do not fit its 11 "
+                 "bytes");
+  expectRejected("P5\n2147483648 1\n255\nabcd",
+                 "the file is too short: 2147483648x1 samples of 8 bits do not fit its 24 bytes");
+  expectRejected("P5\n2147483648 2147483648\n65535\nabcd",
+                 "region of 2147483648x2147483648 pixels: it has 4611686018427387904 samples, "
+                 "4294967295 are allowed");
+  expectRejected("P5\n65536 65536\n255\nabcd",
+                 "region of 65536x65536 pixels: it has 4294967296 samples, 4294967295 are allowed");
+}
+
+TEST_F(BadInput, OnePixelHasNoColour) {
+  const std::string file = pgm(1, 1, 255, plain);
+  expectRejected(file, "region 1x1+0+0: algorithm bilinear needs 2x2 pixels or more",
+                 "--phase rggb");
+  EXPECT_EQ(scratch.vistrel("convert in.pgm -o out.png --phase mono").status, 0);
+}
+
+TEST_F(BadInput, Region) {
+  const std::string file = pgm(20, 10, 255, plain);
+  expectRejected(file, "region 20x10+1+0: it leaves the frame of 20x10",
+                 "--phase rggb --roi 20x10+1+0");
+  expectRejected(file, "region 4x4+4294967295+0: it leaves the frame of 20x10",
+                 "--phase rggb --roi 4x4+4294967295+0");
+  expectRejected(file, "region 0x4+0+0: not one whole bin of 1x1 pixels is in it",
+                 "--phase rggb --roi 0x4+0+0");
+  expectRejected(file, "region 3x10+0+0: not one whole bin of 4x4 pixels is in it",
+                 "--phase rggb --roi 3x10+0+0 --bin 4");
+}
+
+TEST_F(BadInput, Bits) {
+  expectRejected(pgm(4, 4, 255, plain), "bits 12: a sample of one byte has 8",
+                 "--phase rggb --bits 12");
+  expectRejected(
+      pgm(4, 4, 65535, [](uint32_t x, uint32_t y) { return x == 3 && y == 2 ? 1024 : 9; }),
+      "sample 1024 at column 3, row 2: a frame of 10 bits has samples of at most 1023",
+      "--phase rggb --bits 10");
+  expectRejected(pgm(4, 4, 255, plain), "lut_mode 3: it needs 10 bits or more, the frame has 8",
+                 "--phase rggb --curve 2");
+  expectRejected(pgm(4, 4, 255, plain),
+                 "format BGR48: it needs a frame of 2 bytes a sample, this one has 1",
+                 "--phase rggb --depth 16");
+}
+
+TEST_F(BadInput, NameThatTellsNothing) {
+  expectRejected(pgm(4, 4, 255, plain),
+                 "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in "
+                 "rose_12b_rggb.pgm",
+                 "--from-name");
+}
+
+TEST_F(BadInput, PictureTypeForTheOtherKindOfFrame) {
+  scratch.write("in.pgm", pgm(4, 4, 255, plain));
+  const Result colour = scratch.vistrel("convert in.pgm --phase rggb -o out.pgm");
+  EXPECT_EQ(colour.status, 3);
+  EXPECT_EQ(colour.err, "vistrel: in.pgm: a rggb frame does not fit out.pgm; use .ppm or .png\n");
+  const Result gray = scratch.vistrel("convert in.pgm --phase mono -o out.ppm");
+  EXPECT_EQ(gray.status, 3);
+  EXPECT_EQ(gray.err, "vistrel: in.pgm: a mono frame does not fit out.ppm; use .pgm or .png\n");
+}
+
+TEST_F(BadInput, DumpThatIsTooShort) {
+  scratch.write("in.pgm", std::string(99, 'x'));
+  expect(3, "the file is too short: 10x10 samples of 8 bits do not fit its 99 bytes",
+         "--phase mono -s 10x10 --bits 8");
+  expect(3, "the file is too short: 9x11 samples of 8 bits do not fit its 99 bytes",
+         "--phase mono -s 9x11 --bits 8 --skip 1");
+  expect(3, "the file is too short: 9x11 samples of 8 bits do not fit its 99 bytes",
+         "--phase mono -s 9x11 --bits 8 --skip 18446744073709551615");
+  expect(3, "the file is too short: 9x11 samples of 8 bits do not fit its 99 bytes",
+         "--phase mono -s 9x11 --bits 8 --stride 10");
+  expect(3, "stride 8: a row of 9 samples has 9 bytes", "--phase mono -s 9x11 --bits 8 --stride 8");
+}
+
+}  // namespace
+}  // namespace vistrel

@@ -1,0 +1,195 @@
+// From frames to pictures whose samples can be told by hand.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+uint32_t slope(uint32_t x, uint32_t y) { return 300 * y + 11 * x; }
+
+// Red 160, green 96, blue 48 of a 2x2 block that begins with red.
+uint32_t plainRggb(uint32_t x, uint32_t y) { return (x + y) % 2 ? 96 : y % 2 ? 48 : 160; }
+
+void expectDone(const Result& result) {
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.out, "");
+}
+
+void expectPlain(const Picture& picture, const std::vector<uint16_t>& colour) {
+  ASSERT_EQ(picture.channels, colour.size());
+  for (size_t i = 0; i < picture.samples.size(); ++i)
+    ASSERT_EQ(picture.samples[i], colour[i % colour.size()]) << "sample " << i;
+}
+
+TEST(Convert, MonoPgmStaysAsItIs) {
+  const Scratch scratch;
+  const std::string file = pgm(17, 5, 255, slope);
+  scratch.write("in.pgm", file);
+  expectDone(scratch.vistrel("convert in.pgm --phase mono -o out.pgm"));
+  EXPECT_EQ(scratch.read("out.pgm"), file);
+}
+
+TEST(Convert, WordsOfAPgmHaveTheHighByteFirst) {
+  const Scratch scratch;
+  const std::string file = pgm(17, 5, 4095, slope);
+  scratch.write("in.pgm", file);
+  expectDone(scratch.vistrel("convert in.pgm --phase mono --depth 16 -o out.pgm"));
+  EXPECT_EQ(scratch.read("out.pgm"), file);
+  expectDone(scratch.vistrel("convert in.pgm --phase mono -o out8.pgm"));
+  EXPECT_EQ(scratch.read("out8.pgm"),
+            pgm(17, 5, 255, [](uint32_t x, uint32_t y) { return slope(x, y) >> 4; }));
+}
+
+TEST(Convert, CommentsAndAnyWhiteSpaceMayStandInAHeader) {
+  const Scratch scratch;
+  const std::string samples = "\n#9 abcdef";  // the first is a newline, the second a hash
+  scratch.write("in.pgm", "P5 #made by hand\n\t# 9 9\r\n5#wide\n \v\f2\n#\n\n255 " + samples);
+  expectDone(scratch.vistrel("convert in.pgm --phase mono -o out.pgm"));
+  EXPECT_EQ(scratch.read("out.pgm"), "P5\n5 2\n255\n" + samples);
+  scratch.write("in.pgm", "P5#\n5 2 255# the last\n" + samples);
+  expectDone(scratch.vistrel("convert in.pgm --phase mono -o out.pgm"));
+  EXPECT_EQ(scratch.read("out.pgm"), "P5\n5 2\n255\n" + samples);
+}
+
+TEST(Convert, DepthFollowsMaxval) {
+  const Scratch scratch;
+  const auto top = [](uint32_t maxval) {
+    return pgm(1, 1, maxval, [=](uint32_t, uint32_t) { return maxval; });
+  };
+  // All bits set at the depth that was found come out as 255 in eight bits.
+  for (const uint32_t maxval : {511u, 1023u, 2047u, 4095u, 8191u, 16383u, 32767u, 65535u}) {
+    scratch.write("in.pgm", top(maxval));
+    expectDone(scratch.vistrel("convert in.pgm --phase mono -o out.png"));
+    EXPECT_EQ(readPng(scratch / "out.png").samples[0], 255) << maxval;
+  }
+  scratch.write("in.pgm", top(4092));  // no depth: counts as 16 bits
+  expectDone(scratch.vistrel("convert in.pgm --phase mono -o out.png"));
+  EXPECT_EQ(readPng(scratch / "out.png").samples[0], 15);
+  scratch.write("in.pgm", top(100));  // one byte, eight bits
+  expectDone(scratch.vistrel("convert in.pgm --phase mono -o out.png"));
+  EXPECT_EQ(readPng(scratch / "out.png").samples[0], 100);
+}
+
+TEST(Convert, PngHasRedGreenBlue) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(12, 10, 255, plainRggb));
+  expectDone(scratch.vistrel("convert in.pgm --phase rggb -o out.png"));
+  const Picture picture = readPng(scratch / "out.png");
+  EXPECT_EQ(picture.width, 12u);
+  EXPECT_EQ(picture.height, 10u);
+  EXPECT_EQ(picture.bits, 8u);
+  EXPECT_EQ(picture.significant, 0u);
+  expectPlain(picture, {160, 96, 48});
+}
+
+TEST(Convert, PpmHasRedGreenBlue) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(2, 2, 255, plainRggb));
+  expectDone(scratch.vistrel("convert in.pgm --phase rggb -o out.ppm"));
+  EXPECT_EQ(scratch.read("out.ppm"), "P6\n2 2\n255\n\xA0`0\xA0`0\xA0`0\xA0`0");
+  scratch.write("in.pgm", pgm(2, 2, 1023, plainRggb));
+  expectDone(scratch.vistrel("convert in.pgm --phase rggb --depth 16 -o out.ppm"));
+  const std::string pixel("\0\xA0\0`\0000", 6);
+  EXPECT_EQ(scratch.read("out.ppm"), "P6\n2 2\n1023\n" + pixel + pixel + pixel + pixel);
+}
+
+// Ten bits are spread over sixteen by repeating the highest ones: v * 64 + v / 16.
+TEST(Convert, PngOfSixteenBitsReachesFromBlackToWhite) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(1024, 1, 1023, [](uint32_t x, uint32_t) { return x; }));
+  expectDone(scratch.vistrel("convert in.pgm --phase mono --depth 16 -o out.png"));
+  const Picture picture = readPng(scratch / "out.png");
+  EXPECT_EQ(picture.bits, 16u);
+  EXPECT_EQ(picture.significant, 10u);
+  for (uint32_t v = 0; v < 1024; ++v) ASSERT_EQ(picture.samples[v], v * 64 + v / 16);
+  scratch.write("in.pgm", pgm(4, 4, 65535, [](uint32_t, uint32_t) { return 0x1234; }));
+  expectDone(scratch.vistrel("convert in.pgm --phase rggb --depth 16 -o out.png"));
+  EXPECT_EQ(readPng(scratch / "out.png").significant, 0u);
+  expectPlain(readPng(scratch / "out.png"), {0x1234, 0x1234, 0x1234});
+}
+
+TEST(Convert, RegionMovesThePhase) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(12, 10, 255, plainRggb));
+  for (const std::string origin : {"+0+0", "+1+0", "+0+1", "+1+1", "+2+3"}) {
+    expectDone(scratch.vistrel("convert in.pgm --phase rggb -o out.png --roi 7x5" + origin));
+    const Picture picture = readPng(scratch / "out.png");
+    EXPECT_EQ(picture.width, 7u);
+    EXPECT_EQ(picture.height, 5u);
+    expectPlain(picture, {160, 96, 48});
+  }
+}
+
+TEST(Convert, BinningRoundsTheRegionDown) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(12, 10, 255, [](uint32_t, uint32_t) { return 50; }));
+  expectDone(scratch.vistrel("convert in.pgm --phase mono --bin 3 --roi 11x8+1+2 -o out.png"));
+  const Picture picture = readPng(scratch / "out.png");
+  EXPECT_EQ(picture.width, 3u);
+  EXPECT_EQ(picture.height, 2u);
+  expectPlain(picture, {150});
+}
+
+TEST(Convert, WindowAndCurve) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(2, 2, 4095, [](uint32_t, uint32_t) { return 256; }));
+  const auto sample = [&scratch](const std::string& option) {
+    expectDone(scratch.vistrel("convert in.pgm --phase gbrg -o out.png " + option));
+    return readPng(scratch / "out.png").samples[0];
+  };
+  EXPECT_EQ(sample(""), 16);
+  EXPECT_EQ(sample("--window 0"), 16);
+  EXPECT_EQ(sample("--window 1"), 32);
+  EXPECT_EQ(sample("--window 2"), 64);
+  EXPECT_EQ(sample("--curve 2"), 32);  // 64 of 1024 becomes 128
+  EXPECT_EQ(sample("--curve 4"), 64);  // 64 of 1024 becomes 256
+  EXPECT_EQ(sample("--curve 5"), 8);   // 64 of 1024 becomes 32
+}
+
+TEST(Convert, MaskDropsExcessBits) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(2, 2, 65535, [](uint32_t, uint32_t) { return 0xF000 + 512; }));
+  expectDone(scratch.vistrel("convert in.pgm --phase mono --bits 10 --mask -o out.png"));
+  expectPlain(readPng(scratch / "out.png"), {128});
+}
+
+TEST(Convert, DumpsHaveNoHeader) {
+  const Scratch scratch;
+  // Two rows of three words, after a byte, four bytes apart from row to row.
+  scratch.write("in.raw", std::string("?\x01\x00\x02\x00\x00\x03....\x00\x01\x00\x02\x03\x00", 17));
+  const std::string options =
+      "convert in.raw -s 3x2 --bits 12 --phase mono --depth 16 --skip 1 --stride 10 -o out.pgm ";
+  expectDone(scratch.vistrel(options));
+  EXPECT_EQ(
+      scratch.read("out.pgm"),
+      "P5\n3 2\n4095\n" + std::string("\x00\x01\x00\x02\x03\x00\x01\x00\x02\x00\x00\x03", 12));
+  expectDone(scratch.vistrel(options + "--endian big"));
+  EXPECT_EQ(
+      scratch.read("out.pgm"),
+      "P5\n3 2\n4095\n" + std::string("\x01\x00\x02\x00\x00\x03\x00\x01\x00\x02\x03\x00", 12));
+}
+
+TEST(Convert, NameTellsBitsAndPhase) {
+  const Scratch scratch;
+  scratch.write("a_10b_rggb.pgm", pgm(4, 4, 65535, plainRggb));
+  expectDone(scratch.vistrel("convert a_10b_rggb.pgm --from-name -o out.png"));
+  expectPlain(readPng(scratch / "out.png"), {40, 24, 12});
+  scratch.write("a_9b.pgm", pgm(4, 4, 65535, [](uint32_t, uint32_t) { return 100; }));
+  expectDone(scratch.vistrel("convert a_9b.pgm --from-name -o out.png"));
+  expectPlain(readPng(scratch / "out.png"), {50});
+  // What is said outright counts more.
+  expectDone(scratch.vistrel("convert a_9b.pgm --from-name --bits 8 --phase grbg -o out.png"));
+  expectPlain(readPng(scratch / "out.png"), {100, 100, 100});
+  for (const std::string name : {"a_99b.pgm", "a_10b_rgbb.pgm", "a10b.pgm", "a_10b_rggb_1.pgm"}) {
+    scratch.write(name, pgm(4, 4, 255, plainRggb));
+    EXPECT_EQ(scratch.vistrel("convert " + name + " --from-name -o no.png").status, 3) << name;
+  }
+}
+
+}  // namespace
+}  // namespace vistrel

@@ -1,0 +1,93 @@
+#include "tests/apps/program.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace vistrel {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A file without a name that a child writes and we read.
+class Capture {
+ public:
+  Capture() : file_(std::tmpfile()) {}
+  ~Capture() { std::fclose(file_); }
+  Capture(const Capture&) = delete;
+  Capture& operator=(const Capture&) = delete;
+
+  void standFor(int descriptor) const { dup2(fileno(file_), descriptor); }
+  std::string text() const {
+    std::string text;
+    std::rewind(file_);
+    for (int c; (c = std::fgetc(file_)) != EOF;) text += static_cast<char>(c);
+    return text;
+  }
+
+ private:
+  std::FILE* file_;
+};
+
+}  // namespace
+
+Scratch::Scratch() {
+  std::string name = fs::temp_directory_path() / "vistrel-test-XXXXXX";
+  if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
+  folder_ = name;
+}
+
+Scratch::~Scratch() {
+  std::error_code ignored;
+  fs::remove_all(folder_, ignored);
+}
+
+void Scratch::write(const std::string& name, const std::string& bytes) const {
+  std::ofstream(folder_ / name, std::ios::binary) << bytes;
+}
+
+std::string Scratch::read(const std::string& name) const {
+  std::ostringstream bytes;
+  bytes << std::ifstream(folder_ / name, std::ios::binary).rdbuf();
+  return bytes.str();
+}
+
+std::vector<std::string> Scratch::names() const {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::recursive_directory_iterator(folder_))
+    if (!entry.is_directory()) names.push_back(fs::relative(entry.path(), folder_));
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+Result Scratch::run(std::vector<std::string> command, const std::function<void()>& prepare) const {
+  std::vector<char*> arguments;
+  for (std::string& argument : command) arguments.push_back(argument.data());
+  arguments.push_back(nullptr);
+  const Capture out, err;
+  const pid_t child = fork();
+  if (child == 0) {
+    out.standFor(STDOUT_FILENO);
+    err.standFor(STDERR_FILENO);
+    if (chdir(folder_.c_str()) != 0) _exit(126);
+    if (prepare) prepare();
+    execvp(arguments[0], arguments.data());
+    _exit(127);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), out.text(), err.text()};
+}
+
+Result Scratch::vistrel(const std::string& arguments, const std::function<void()>& prepare) const {
+  std::vector<std::string> command{VISTREL_PROGRAM};
+  std::istringstream words(arguments);
+  for (std::string word; words >> word;) command.push_back(word);
+  return run(command, prepare);
+}
+
+}  // namespace vistrel

@@ -1,0 +1,111 @@
+// What the command line says no to, before any file is opened.
+#include <gtest/gtest.h>
+
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+const std::string kHint = "\nRun with --help for more information.\n";
+
+void expectUsage(const std::string& arguments, const std::string& text) {
+  const Scratch scratch;
+  const Result result = scratch.vistrel(arguments);
+  EXPECT_EQ(result.status, 2) << arguments;
+  EXPECT_EQ(result.err, "vistrel: " + text) << arguments;
+  EXPECT_EQ(result.out, "") << arguments;
+  EXPECT_TRUE(scratch.names().empty()) << arguments;
+}
+
+TEST(Usage, Commands) {
+  expectUsage("", "a command is missing: convert, info or scene; --help tells more\n");
+  expectUsage("develop", "The following argument was not expected: develop" + kHint);
+}
+
+TEST(Usage, UnknownOption) {
+  expectUsage("convert a.pgm -o a.png --phase rggb --brighter",
+              "The following argument was not expected: --brighter" + kHint);
+}
+
+TEST(Usage, MissingArguments) {
+  expectUsage("convert -o a.png --phase mono", "IN is required" + kHint);
+  expectUsage("convert a.pgm --phase mono", "--output is required" + kHint);
+  expectUsage("info", "IN is required" + kHint);
+  expectUsage("scene", "--output is required" + kHint);
+}
+
+TEST(Usage, PhaseIsRequired) {
+  expectUsage("convert a.pgm -o a.png",
+              "--phase is missing. It names the colours of the 2x2 block at the frame's left upper "
+              "corner: rggb, bggr, grbg or gbrg; mono stands for a frame without colour filters. "
+              "With --from-name the file's name tells it\n");
+}
+
+TEST(Usage, DepthOfADumpIsRequired) {
+  const std::string text = "--bits is missing: a header-less dump does not tell its depth\n";
+  expectUsage("convert a.raw -o a.png --phase rggb -s 4x4", text);
+  expectUsage("info a.raw -s 4x4", text);
+}
+
+TEST(Usage, Phase) {
+  expectUsage("convert a.pgm -o a.png --phase rgbg",
+              "--phase rgbg: rggb, bggr, grbg, gbrg and mono are allowed\n");
+  expectUsage("scene -o a.pgm --phase bayer",
+              "--phase bayer: rggb, bggr, grbg, gbrg and mono are allowed\n");
+}
+
+TEST(Usage, Numbers) {
+  const std::string convert = "convert a.pgm -o a.png --phase rggb ";
+  expectUsage(convert + "--bin 0", "--bin: Value 0 not in range 1 to 4" + kHint);
+  expectUsage(convert + "--bin 5", "--bin: Value 5 not in range 1 to 4" + kHint);
+  expectUsage(convert + "--bits 0", "--bits: Value 0 not in range 8 to 16" + kHint);
+  expectUsage(convert + "--bits 7", "--bits: Value 7 not in range 8 to 16" + kHint);
+  expectUsage(convert + "--bits 17", "--bits: Value 17 not in range 8 to 16" + kHint);
+  expectUsage(convert + "--window 3", "--window: Value 3 not in range 0 to 2" + kHint);
+  expectUsage(convert + "--curve 1", "--curve: Value 1 not in range 2 to 6" + kHint);
+  expectUsage(convert + "--depth 12", "--depth: 12 not in {8,16}" + kHint);
+  expectUsage(convert + "-a sharpest", "--algorithm: sharpest not in {bilinear}" + kHint);
+  expectUsage("scene -o a.pgm --bits 7", "--bits: Value 7 not in range 8 to 16" + kHint);
+}
+
+TEST(Usage, Geometry) {
+  const std::string convert = "convert a.pgm -o a.png --phase rggb ";
+  for (const std::string size :
+       {"640", "640x", "x480", "640x480x2", "0x480", "640x0", "-1x5", "4294967296x1", "640X480"})
+    expectUsage(convert + "-s " + size,
+                "--size " + size + ": WxH is expected, both from 1, such as 640x480\n");
+  for (const std::string roi : {"640x480", "640x480+1", "640x480+1+", "640x480-1-1", "1x1+1+1+1"})
+    expectUsage(convert + "--roi " + roi,
+                "--roi " + roi + ": WxH+X+Y is expected, such as 640x480+16+8\n");
+}
+
+TEST(Usage, OptionsThatDoNotGoTogether) {
+  const std::string convert = "convert a.pgm -o a.png --phase rggb ";
+  expectUsage(convert + "--window 1 --curve 2", "--window excludes --curve" + kHint);
+  expectUsage(convert + "--skip 12", "--skip requires --size" + kHint);
+  expectUsage(convert + "--stride 12", "--stride requires --size" + kHint);
+  expectUsage(convert + "--endian big", "--endian requires --size" + kHint);
+  expectUsage(convert + "--depth 16 --curve 2",
+              "--depth 16 keeps all bits: --window and --curve do not go with it\n");
+}
+
+TEST(Usage, OutputFormat) {
+  const std::string text = ": the name of a picture ends in .png, .ppm (colour) or .pgm (gray)\n";
+  expectUsage("convert a.pgm --phase rggb -o a.jpg", "-o a.jpg" + text);
+  expectUsage("convert a.pgm --phase rggb -o picture", "-o picture" + text);
+  expectUsage("scene -o a.png", "-o a.png: a raw frame is a .pgm\n");
+}
+
+TEST(Usage, HelpIsNoError) {
+  const Scratch scratch;
+  for (const std::string command : {"", "convert ", "info ", "scene "}) {
+    const Result result = scratch.vistrel(command + "--help");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_NE(result.out.find("Usage: vistrel"), std::string::npos) << result.out;
+  }
+  EXPECT_EQ(scratch.vistrel("--version").out.substr(0, 8), "vistrel ");
+}
+
+}  // namespace
+}  // namespace vistrel
