@@ -32,9 +32,9 @@ void Block::paint(uint8_t colour) const {
 
 std::optional<ptrdiff_t> Block::stain(uint8_t colour) const {
   const auto scan = [&](const uint8_t* from, const uint8_t* to) -> std::optional<ptrdiff_t> {
-    const uint8_t* found = std::find_if(from, to, [=](uint8_t b) { return b != colour; });
-    if (found == to) return std::nullopt;
-    return found - begin;
+    const bool clean = from == to || (*from == colour && std::equal(from + 1, to, from));
+    if (clean) return std::nullopt;
+    return std::find_if(from, to, [=](uint8_t b) { return b != colour; }) - begin;
   };
   for (size_t r = 0; r < zoneRows; ++r) {
     const uint8_t* from = zone + r * zonePitch;

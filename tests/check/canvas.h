@@ -25,8 +25,8 @@ enum class Edge { end, start };
 
 struct Block {
   Shape shape;
-  uint8_t* begin = nullptr;      // the first byte that may be touched
-  uint8_t* zone = nullptr;       // where the known colour lies, round or between the bytes
+  uint8_t* begin = nullptr;  // the first byte that may be touched
+  uint8_t* zone = nullptr;   // where the known colour lies, round or between the bytes
   size_t zoneRows = 0, zoneBytes = 0, zonePitch = 0;
 
   template <class T = uint8_t>

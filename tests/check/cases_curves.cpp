@@ -56,35 +56,39 @@ Subject tableSubject(const char* name, Function product, Function reference,
 
 void addTables(Catalogue& all) {
   add(all,
-      tableSubject("UnityLut", UnityLut, reference::UnityLut,
-                   +[](decltype(&UnityLut) f, const Call& c, uint16_t* table) -> uint64_t {
-                     f(asInt(c.srcBits), asInt(c.dstBits), table);
-                     return 0;
-                   }),
+      tableSubject(
+          "UnityLut", UnityLut, reference::UnityLut,
+          +[](decltype(&UnityLut) f, const Call& c, uint16_t* table) -> uint64_t {
+            f(asInt(c.srcBits), asInt(c.dstBits), table);
+            return 0;
+          }),
       [](Draw& draw) { return drawTable(draw, 0); });
   add(all,
-      tableSubject("ResetLut", ResetLut, reference::ResetLut,
-                   +[](decltype(&ResetLut) f, const Call& c, uint16_t* table) -> uint64_t {
-                     f(table, asInt(c.a));
-                     return 0;
-                   }),
+      tableSubject(
+          "ResetLut", ResetLut, reference::ResetLut,
+          +[](decltype(&ResetLut) f, const Call& c, uint16_t* table) -> uint64_t {
+            f(table, asInt(c.a));
+            return 0;
+          }),
       [](Draw& draw) { return drawTable(draw, 16); });
   add(all,
-      tableSubject("GeneratePredefinedLut", GeneratePredefinedLut, reference::GeneratePredefinedLut,
-                   +[](decltype(&GeneratePredefinedLut) f, const Call& c,
-                       uint16_t* table) -> uint64_t {
-                     f(asInt(c.a), asInt(c.srcBits), asInt(c.dstBits), table);
-                     return 0;
-                   }),
+      tableSubject(
+          "GeneratePredefinedLut", GeneratePredefinedLut, reference::GeneratePredefinedLut,
+          +[](decltype(&GeneratePredefinedLut) f, const Call& c, uint16_t* table) -> uint64_t {
+            f(asInt(c.a), asInt(c.srcBits), asInt(c.dstBits), table);
+            return 0;
+          }),
       [](Draw& draw) { return drawTable(draw, 8); });
   // Its power function is the C library's.
-  add(all,
-      tableSubject("GenerateGammaLut", GenerateGammaLut, reference::GenerateGammaLut,
-                   +[](decltype(&GenerateGammaLut) f, const Call& c, uint16_t* table) -> uint64_t {
-                     f(asInt(c.a), asInt(c.b), asInt(c.c), asInt(c.d), asInt(c.srcBits),
-                       asInt(c.dstBits), table);
-                     return 0;
-                   }),
+  add(
+      all,
+      tableSubject(
+          "GenerateGammaLut", GenerateGammaLut, reference::GenerateGammaLut,
+          +[](decltype(&GenerateGammaLut) f, const Call& c, uint16_t* table) -> uint64_t {
+            f(asInt(c.a), asInt(c.b), asInt(c.c), asInt(c.d), asInt(c.srcBits), asInt(c.dstBits),
+              table);
+            return 0;
+          }),
       [](Draw& draw) { return drawTable(draw, draw.oneIn(2) ? 30 : 1 << 12); }, false);
 }
 
@@ -104,8 +108,10 @@ void addPoints(Catalogue& all) {
     return l;
   };
   add(all,
-      {"NormalizePredefinedLutPoints", layout,
-       {run(NormalizePredefinedLutPoints), run(reference::NormalizePredefinedLutPoints)}, {}},
+      {"NormalizePredefinedLutPoints",
+       layout,
+       {run(NormalizePredefinedLutPoints), run(reference::NormalizePredefinedLutPoints)},
+       {}},
       [](Draw& draw) { return drawTable(draw, 9); });
 }
 
@@ -180,8 +186,10 @@ void addSystems(Catalogue& all) {
     };
   };
   add(all,
-      {"LUDecomp", [](const Call& c) { return doubleLayout(c.a * c.a, c.a * c.a, c.a + 1); },
-       {decomposing(LUDecomp), decomposing(reference::LUDecomp)}, fillDoubles},
+      {"LUDecomp",
+       [](const Call& c) { return doubleLayout(c.a * c.a, c.a * c.a, c.a + 1); },
+       {decomposing(LUDecomp), decomposing(reference::LUDecomp)},
+       fillDoubles},
       draw);
   const auto solving = [](Decomp* decomp, Solve* solve) -> Subject::Run {
     return [=](const Call& c, const Memory& m) -> uint64_t {
@@ -196,7 +204,8 @@ void addSystems(Catalogue& all) {
   add(all,
       {"LUSolve",
        [](const Call& c) { return doubleLayout(c.a * c.a + c.a, c.a * c.a + c.a, c.a + 1); },
-       {solving(LUDecomp, LUSolve), solving(reference::LUDecomp, reference::LUSolve)}, fillDoubles},
+       {solving(LUDecomp, LUSolve), solving(reference::LUDecomp, reference::LUSolve)},
+       fillDoubles},
       draw);
 }
 
@@ -221,8 +230,10 @@ void addFit(Catalogue& all, const char* name, Fit* product, Fit* reference, uint
     };
   };
   add(all,
-      {name, [=](const Call&) { return doubleLayout(2 * points, coefficients, 0); },
-       {run(product), run(reference)}, fillPoints},
+      {name,
+       [=](const Call&) { return doubleLayout(2 * points, coefficients, 0); },
+       {run(product), run(reference)},
+       fillPoints},
       [=](Draw& draw) { return drawSystem(draw, points); });
 }
 
@@ -240,8 +251,10 @@ void addInvert(Catalogue& all) {
     };
   };
   add(all,
-      {"Invert4x4Matrix", [](const Call&) { return doubleLayout(16, 16, 0); },
-       {run(Invert4x4Matrix), run(reference::Invert4x4Matrix)}, fillDoubles},
+      {"Invert4x4Matrix",
+       [](const Call&) { return doubleLayout(16, 16, 0); },
+       {run(Invert4x4Matrix), run(reference::Invert4x4Matrix)},
+       fillDoubles},
       [](Draw& draw) { return drawSystem(draw, 4); });
 }
 

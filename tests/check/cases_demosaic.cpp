@@ -51,14 +51,17 @@ Call drawOne(Draw& draw, bool wide, const Algorithm& algorithm) {
 }
 
 void addAlgorithm(Catalogue& all, const Algorithm& algorithm, bool wide) {
-  all.add("demosaic", {std::string(algorithm.name) + (wide ? "-16" : "-8"),
-                       [=](const Call& call) { return layoutOf(call, wide); }, conversions(wide), {}},
+  all.add("demosaic",
+          {std::string(algorithm.name) + (wide ? "-16" : "-8"),
+           [=](const Call& call) { return layoutOf(call, wide); },
+           conversions(wide),
+           {}},
           [=](Draw& draw) { return drawOne(draw, wide, algorithm); });
 }
 
 template <class T>
-using Prepare = void(uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t,
-                     const T*, T*);
+using Prepare = void(uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, const T*,
+                     T*);
 
 template <class T>
 Subject::Run preparing(Prepare<T>* prepare) {
@@ -80,9 +83,11 @@ void addPrepare(Catalogue& all, const char* name) {
     setGuarded(l, call);
     return l;
   };
-  all.add("demosaic", {name, layout,
-                       {preparing<T>(PrepareBGRBuffer), preparing<T>(reference::PrepareBGRBuffer)},
-                       {}},
+  all.add("demosaic",
+          {name,
+           layout,
+           {preparing<T>(PrepareBGRBuffer), preparing<T>(reference::PrepareBGRBuffer)},
+           {}},
           [=](Draw& draw) {
             Call call;
             draw.size(call);

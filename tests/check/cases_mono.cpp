@@ -29,7 +29,8 @@ Call drawOne(Draw& draw, bool wide, uint32_t format) {
 }
 
 void addOne(Catalogue& all, const char* name, bool wide, uint32_t format) {
-  all.add("mono", {name, [=](const Call& call) { return layoutOf(call, wide); }, conversions(wide), {}},
+  all.add("mono",
+          {name, [=](const Call& call) { return layoutOf(call, wide); }, conversions(wide), {}},
           [=](Draw& draw) { return drawOne(draw, wide, format); });
 }
 

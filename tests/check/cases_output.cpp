@@ -79,7 +79,7 @@ template <class Source, class Sample>
 using Member = void(Source, uint32_t, uint32_t, Sample*, uint32_t, uint32_t, uint32_t, uint32_t);
 
 template <class Source, class Sample>
-using Members = std::array<Member<Source, Sample>*, 4>;   // 1x1 .. 4x4
+using Members = std::array<Member<Source, Sample>*, 4>;  // 1x1 .. 4x4
 
 template <class Source, class Sample>
 Subject::Run running(const Members<Source, Sample>& members) {
@@ -95,22 +95,24 @@ void addMember(Catalogue& all, const char* name, Family family,
                const Members<Source, Sample>& product,
                const Members<TheirSource, Sample>& reference) {
   all.add("output",
-          {name, [=](const Call& call) { return memberLayout<Source, Sample>(family, call); },
-           {running(product), running(reference)}, {}},
+          {name,
+           [=](const Call& call) { return memberLayout<Source, Sample>(family, call); },
+           {running(product), running(reference)},
+           {}},
           [=](Draw& draw) { return drawMember<Source>(draw, family, sizeof(Sample) == 2); });
 }
 
-#define VISTREL_MEMBERS(space, family, Source, Sample)                                         \
-  Members<Source, Sample> {                                                                    \
-    space::family##1x1<Source, Sample>, space::family##2x2<Source, Sample>,                    \
-        space::family##3x3<Source, Sample>, space::family##4x4<Source, Sample>                 \
+#define VISTREL_MEMBERS(space, family, Source, Sample)                               \
+  Members<Source, Sample> {                                                          \
+    space::family##1x1 < Source, Sample >, space::family##2x2 < Source, Sample >,    \
+        space::family##3x3 < Source, Sample >, space::family##4x4 < Source, Sample > \
   }
-#define VISTREL_ADD(name, kind, family, Source, Sample)                                        \
-  addMember(all, name, Family::kind, VISTREL_MEMBERS(vistrel, family, Source, Sample),         \
+#define VISTREL_ADD(name, kind, family, Source, Sample)                                \
+  addMember(all, name, Family::kind, VISTREL_MEMBERS(vistrel, family, Source, Sample), \
             VISTREL_MEMBERS(reference, family, Source, Sample))
-#define VISTREL_ADD_TABLE(name, kind, family)                                                  \
-  addMember(all, name, Family::kind,                                                           \
-            VISTREL_MEMBERS(vistrel, family, vistrel::CLutTransform, uint8_t),                 \
+#define VISTREL_ADD_TABLE(name, kind, family)                                  \
+  addMember(all, name, Family::kind,                                           \
+            VISTREL_MEMBERS(vistrel, family, vistrel::CLutTransform, uint8_t), \
             VISTREL_MEMBERS(reference, family, reference::CLutTransform, uint8_t))
 
 void addMembers(Catalogue& all) {
@@ -167,8 +169,8 @@ Subject::Run running(Convert16To* convert) {
 }
 
 void addDispatch(Catalogue& all, const char* name, bool wide, std::array<Subject::Run, 2> run) {
-  all.add("output", {name, [=](const Call& call) { return imageLayout(call, wide); },
-                     std::move(run), {}},
+  all.add("output",
+          {name, [=](const Call& call) { return imageLayout(call, wide); }, std::move(run), {}},
           [=](Draw& draw) { return drawImage(draw, wide); });
 }
 
@@ -197,8 +199,11 @@ void addTable(Catalogue& all) {
     l.pixels = kTableEntries;
     return l;
   };
-  all.add("output", {"Create10To8BitLUT", layout,
-                     {running(Create10To8BitLUT), running(reference::Create10To8BitLUT)}, {}},
+  all.add("output",
+          {"Create10To8BitLUT",
+           layout,
+           {running(Create10To8BitLUT), running(reference::Create10To8BitLUT)},
+           {}},
           [](Draw& draw) {
             Call call;
             draw.memory(call, false);

@@ -1,6 +1,7 @@
 // The table of streams: many calls in a row, with all that they leave in the tables.
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 #include <vector>
 
@@ -65,7 +66,11 @@ uint64_t stateOf(const Registry& r) {
     fold(r.buffers[slot] != nullptr);
     if (slot < kStreams) fold(r.ids[slot]);
     if (!r.tables[slot]) continue;
-    for (unsigned i = 0; i < kUserTableEntries; ++i) fold(r.tables[slot][i]);
+    for (unsigned i = 0; i < kUserTableEntries; i += 4) {
+      uint64_t entries;
+      std::memcpy(&entries, r.tables[slot] + i, sizeof entries);
+      fold(entries);
+    }
   }
   return state;
 }
@@ -87,8 +92,10 @@ uint64_t play(const Registry& r, const Call& call) {
       case 0: r.unload(); break;
       case 1:
       case 2:
-      case 3: answer = r.loadTable(id, entries.data(), random.pick({0, 1, 1024, 4096, 5000})); break;
-      default: answer = r.initialize(id, random.below(50), random.below(50)); break;
+      case 3:
+        answer = r.loadTable(id, entries.data(), random.pick({0, 1, 1024, 4096, 5000}));
+        break;
+      default: answer = r.initialize(id, random.below(50), 9); break;
     }
     folded = mix(folded ^ answer ^ stateOf(r));
   }

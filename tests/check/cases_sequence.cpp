@@ -12,7 +12,8 @@ Case drawSequence(Draw& draw, const std::vector<Plan>& steps) {
   const uint32_t count = 2 + draw.below(3);
   while (calls.size() < count) {
     const Plan& step = steps[draw.below(static_cast<uint32_t>(steps.size()))];
-    Draw own(draw.next(), draw.below(Draw::kComplete));
+    const uint64_t seed = draw.next();
+    Draw own(seed, draw.below(Draw::kComplete));
     calls.push_back(step.draw(own).front());
   }
   return calls;
@@ -24,9 +25,8 @@ void addSequence(Catalogue& all) {
   std::vector<Plan> steps;
   std::copy_if(all.plans.begin(), all.plans.end(), std::back_inserter(steps),
                [](const Plan& plan) { return plan.group == "demosaic" || plan.group == "skip"; });
-  all.plans.push_back({"sequence", "sequence", [steps](Draw& draw) {
-                         return drawSequence(draw, steps);
-                       }});
+  all.plans.push_back(
+      {"sequence", "sequence", [steps](Draw& draw) { return drawSequence(draw, steps); }});
 }
 
 }  // namespace vistrel::check

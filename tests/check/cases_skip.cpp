@@ -41,16 +41,21 @@ Call drawRefused(Draw& draw, bool wide) {
 }
 
 void addDepth(Catalogue& all, const char* depth, bool wide) {
-  all.add("skip", {std::string("skip-") + depth,
-                   [=](const Call& call) { return finishedLayout(call, wide); }, conversions(wide), {}},
+  all.add("skip",
+          {std::string("skip-") + depth,
+           [=](const Call& call) { return finishedLayout(call, wide); },
+           conversions(wide),
+           {}},
           [=](Draw& draw) {
             Call call = drawFinished(draw, wide);
             if (call.format == IMG_FMT_MONO16) call.format = 8;
             return call;
           });
-  all.add("skip", {std::string("refused-") + depth,
-                   [=](const Call& call) { return conversionLayout(call, wide); },
-                   conversions(wide), {}},
+  all.add("skip",
+          {std::string("refused-") + depth,
+           [=](const Call& call) { return conversionLayout(call, wide); },
+           conversions(wide),
+           {}},
           [=](Draw& draw) { return drawRefused(draw, wide); });
 }
 

@@ -28,9 +28,9 @@ std::optional<Failure> Checker::checkCall(const Call& call, const Layout& layout
   const Outcome got = product_.play(subject, call);
   if (auto failure = faultOf(got, "the product", product_.memory())) return failure;
   if (got.result != expected.result)
-    return Failure{Kind::result, fmt::format("result: got {}, expected {}",
-                                             static_cast<int64_t>(got.result),
-                                             static_cast<int64_t>(expected.result))};
+    return Failure{Kind::result,
+                   fmt::format("result: got {}, expected {}", static_cast<int64_t>(got.result),
+                               static_cast<int64_t>(expected.result))};
   if (auto failure = stained(reference_.memory(), reference_.colour(), "the reference"))
     return failure;
   if (auto failure = stained(product_.memory(), product_.colour(), "the product")) return failure;

@@ -14,8 +14,8 @@ uint64_t checksum(const Catalogue& all, const Plan& plan, Side side);
 // Prints the reference's numbers, in the form of the golden file.
 void printChecksums(const Catalogue& all);
 
-// Compares both sides, the product at its current level, with the numbers of a file.
-// Prints what differs; true when nothing does.
-bool compareChecksums(const Catalogue& all, const std::string& path);
+// Compares one side, the product at its current level, with the numbers of a file. Prints what
+// differs; true when nothing does.
+bool compareChecksums(const Catalogue& all, Side side, const std::string& path);
 
 }  // namespace vistrel::check

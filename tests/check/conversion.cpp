@@ -46,14 +46,17 @@ bool hasOutput(const Call& call, bool wide) {
 }
 
 void drawRegion(Draw& draw, Call& call, bool wide) {
-  const uint32_t fenced = static_cast<uint32_t>(FencedRows::kPitch / sampleBytes(wide));
+  const uint32_t s = static_cast<uint32_t>(sampleBytes(wide));
+  const uint32_t fenced = static_cast<uint32_t>(FencedRows::kPitch) / s;
+  const bool fits =
+      s * call.fullWidth() <= FencedRows::kPage && call.fullHeight() <= FencedRows::kRows;
   call.bayer = draw.oddly(40) ? draw.pick({4, 5, 6, 7, 0xFFFFFFFF}) : draw.below(4);
   call.roiX = draw.oddly(2) ? draw.below(9) : 0;
   call.roiY = draw.oddly(4) ? draw.below(5) : 0;
   const uint32_t rightEnd = call.factor() * (call.roiX + call.roiWidth);
   call.imgWidth = rightEnd + (draw.oddly(2) ? draw.below(20) : 0);
   call.imgHeight = call.factor() * (call.roiY + call.roiHeight) + draw.below(3);
-  if (draw.oddly(4) && rightEnd <= fenced) {
+  if (fits && rightEnd <= fenced && draw.oddly(4)) {
     call.place |= kFencedRows;
     call.imgWidth = fenced;
   }
@@ -78,8 +81,7 @@ Layout conversionLayout(const Call& call, bool wide) {
   Layout layout;
   layout.sampleBytes = sampleBytes(wide);
   layout.sourceBits = wide ? call.srcBits : 8;
-  layout.destinationBytes =
-      pixel.sampleBytes * pixel.channels * call.roiWidth * call.roiHeight;
+  layout.destinationBytes = pixel.sampleBytes * pixel.channels * call.roiWidth * call.roiHeight;
   layout.destination = {pixel.sampleBytes, pixel.channels, call.roiWidth, 0};
   layout.tableEntries = wide ? kTableEntries16 : 0;
   layout.pixels = uint64_t{call.fullWidth()} * call.fullHeight();
@@ -93,8 +95,7 @@ Shape imageShape(const Call& call, bool wide, bool guarded) {
   size_t pitch = 3 * stride;
   if (isGray(call.format)) pitch = call.binning == 0 ? 3 * (size_t{call.roiWidth} + 4) : stride;
   Shape shape = {guarded ? s * (6 * row + 30) : 0, call.fullHeight(), s * 3 * row, s * pitch};
-  if (shape.pitch < shape.rowBytes)
-    shape = {shape.origin, 1, shape.span(), shape.span()};
+  if (shape.pitch < shape.rowBytes) shape = {shape.origin, 1, shape.span(), shape.span()};
   return shape;
 }
 

@@ -6,7 +6,7 @@
 
 namespace vistrel::check {
 
-constexpr uint32_t kTableEntries16 = 4096;   // of a stream's look-up table
+constexpr uint32_t kTableEntries16 = 4096;  // of a stream's look-up table
 
 size_t sampleBytes(bool wide);
 bool isGray(uint32_t format);

@@ -8,10 +8,11 @@
 namespace vistrel::check {
 namespace {
 
-constexpr std::pair<const char*, Block Memory::*> kBlocks[] = {{"source", &Memory::source},
-                                                               {"destination", &Memory::destination},
-                                                               {"work buffer", &Memory::work},
-                                                               {"table", &Memory::table}};
+constexpr std::pair<const char*, Block Memory::*> kBlocks[] = {
+    {"source", &Memory::source},
+    {"destination", &Memory::destination},
+    {"work buffer", &Memory::work},
+    {"table", &Memory::table}};
 
 uint64_t sampleAt(const uint8_t* bytes, size_t sample, size_t sampleBytes) {
   uint64_t value = 0;
@@ -22,8 +23,10 @@ uint64_t sampleAt(const uint8_t* bytes, size_t sample, size_t sampleBytes) {
 std::string placeOf(const Raster& raster, size_t sample) {
   if (raster.width == 0) return fmt::format("sample {}", sample);
   const size_t pixel = sample / raster.channels;
-  const auto x = static_cast<ptrdiff_t>(pixel % raster.width) - static_cast<ptrdiff_t>(raster.guard);
-  const auto y = static_cast<ptrdiff_t>(pixel / raster.width) - static_cast<ptrdiff_t>(raster.guard);
+  const auto x =
+      static_cast<ptrdiff_t>(pixel % raster.width) - static_cast<ptrdiff_t>(raster.guard);
+  const auto y =
+      static_cast<ptrdiff_t>(pixel / raster.width) - static_cast<ptrdiff_t>(raster.guard);
   return fmt::format("pixel ({}, {}) channel {}", x, y, sample % raster.channels);
 }
 
@@ -71,9 +74,10 @@ std::optional<Failure> stained(const Memory& memory, uint8_t colour, const char*
   for (const auto& [what, member] : kBlocks) {
     const Block& block = memory.*member;
     if (const auto at = block.stain(colour))
-      return Failure{Kind::outside, fmt::format("{} wrote beside the {}, {} bytes from its beginning "
-                                                "(it has {})",
-                                                side, what, *at, block.shape.span())};
+      return Failure{Kind::outside,
+                     fmt::format("{} wrote beside the {}, {} bytes from its beginning "
+                                 "(it has {})",
+                                 side, what, *at, block.shape.span())};
   }
   return std::nullopt;
 }

@@ -5,7 +5,8 @@
 namespace vistrel::check {
 namespace {
 
-constexpr uint32_t kLargeEvery = 16;
+constexpr uint32_t kLargeEvery = 16, kLargeAt = 15;
+constexpr uint32_t kHugeEvery = 1024, kHugeAt = 95;         // one of the large ones
 constexpr uint32_t kBenchWidth = 1200, kBenchHeight = 900;  // divisible by every factor
 
 }  // namespace
@@ -18,8 +19,12 @@ Draw Draw::forBench(uint64_t seed, uint32_t number) {
   return draw;
 }
 
+bool Draw::isHuge() const { return number_ % kHugeEvery == kHugeAt; }
+bool Draw::isLarge() const { return number_ % kLargeEvery == kLargeAt; }
+
 uint32_t Draw::largeSide(uint32_t factor) {
-  const uint32_t full = 1 + below(std::min(kLarge, 1u << (4 + below(7))));
+  const uint32_t full =
+      isHuge() ? kHuge - below(200) : 1 + below(std::min(kLarge, 1u << (4 + below(7))));
   return std::max(1u, full / factor);
 }
 
@@ -30,8 +35,8 @@ void Draw::size(Call& call, bool emptyAllowed) {
     call.roiHeight = kBenchHeight / call.factor();
     return;
   }
-  if (number_ % kLargeEvery == kLargeEvery - 1) {
-    call.binning = below(4);
+  if (isLarge()) {
+    call.binning = isHuge() && oneIn(2) ? 0 : below(4);
     call.roiWidth = largeSide(call.factor());
     call.roiHeight = largeSide(call.factor());
     return;
@@ -45,9 +50,12 @@ void Draw::size(Call& call, bool emptyAllowed) {
 }
 
 void Draw::memory(Call& call, bool wide) {
-  call.pattern = bench_ ? static_cast<uint32_t>(Pattern::smooth) : below(kPatterns - (wide ? 0 : 1));
+  call.pattern =
+      bench_ ? static_cast<uint32_t>(Pattern::smooth) : below(kPatterns - (wide ? 0 : 1));
   call.seed = word();
-  call.place = below(8) | (oneIn(2) ? kWorkExact : 0u) | (oneIn(2) ? kNoTable : 0u);
+  call.place = below(8);
+  if (oneIn(2)) call.place |= kWorkExact;
+  if (oneIn(2)) call.place |= kNoTable;
 }
 
 uint32_t Draw::sourceBits() {

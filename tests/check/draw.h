@@ -8,10 +8,11 @@ namespace vistrel::check {
 
 class Draw : public Random {
  public:
-  // Every size of 1..40 by 1..40 once with binning 0 and once with another, and one case in
-  // sixteen of up to 700 pixels a side, come up within kComplete cases.
+  // Every size of 1..40 by 1..40 once with binning 0 and once with another, one case in sixteen
+  // of up to 700 pixels a side, and a few frames beyond the caches come up within kComplete cases.
   static constexpr uint32_t kSmall = 40;
   static constexpr uint32_t kLarge = 700;
+  static constexpr uint32_t kHuge = 2400;
   static constexpr uint32_t kComplete = 2 * kSmall * kSmall * 16 / 15 + 1;
 
   Draw(uint64_t seed, uint32_t number);
@@ -34,6 +35,8 @@ class Draw : public Random {
 
  private:
   uint32_t largeSide(uint32_t factor);
+  bool isHuge() const;
+  bool isLarge() const;
 
   uint32_t number_;
   bool bench_ = false;

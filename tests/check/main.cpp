@@ -24,7 +24,7 @@ constexpr uint32_t kBenchCases = 4;
 struct Options {
   bool list = false, selfTest = false, bench = false, checksum = false;
   std::string filter, group, level, repeat, golden;
-  uint32_t cases = 0;   // 0: as many as the mode has by default
+  uint32_t cases = 0;  // 0: as many as the mode has by default
   uint64_t seed = 1;
 };
 
@@ -40,7 +40,8 @@ bool passes(Checker& checker, const Case& calls, Level level) {
   setLastWords("FAIL " + repeat + "\n");
   const auto failure = checker.check(calls, level);
   if (!failure) return true;
-  fmt::print("FAIL {} at {}: {}\n  {}\n", calls.front().subject, name(level), failure->text, repeat);
+  fmt::print("FAIL {} at {}: {}\n  {}\n", calls.front().subject, name(level), failure->text,
+             repeat);
   return false;
 }
 
@@ -95,8 +96,10 @@ int repeat(const Catalogue& all, const std::vector<Level>& levels, const Options
   Checker checker(all);
   int failed = 0;
   for (const Level level : levels) {
-    if (passes(checker, calls, level)) fmt::print("ok at {}\n", name(level));
-    else ++failed;
+    if (passes(checker, calls, level))
+      fmt::print("ok at {}\n", name(level));
+    else
+      ++failed;
   }
   return failed ? kFailed : kPassed;
 }
@@ -121,10 +124,13 @@ int list(const Catalogue& all, const Options& options) {
 }
 
 int compareGolden(const Catalogue& all, const std::vector<Level>& levels, const Options& options) {
-  bool same = true;
+  bool same = compareChecksums(all, kReference, options.golden);
+  fmt::print("{} the reference\n", same ? "ok" : "FAILED");
   for (const Level level : levels) {
     setLevel(level);
-    same = compareChecksums(all, options.golden) && same;
+    const bool sameHere = compareChecksums(all, kProduct, options.golden);
+    fmt::print("{} the product at {}\n", sameHere ? "ok" : "FAILED", name(level));
+    same = same && sameHere;
   }
   return same ? kPassed : kFailed;
 }
@@ -133,7 +139,8 @@ int run(const Options& options) {
   std::vector<Level> levels = levelsOfProcessor();
   if (!options.level.empty()) {
     const auto level = levelNamed(options.level);
-    if (!level) throw std::invalid_argument(fmt::format("--level '{}': no such level", options.level));
+    if (!level)
+      throw std::invalid_argument(fmt::format("--level '{}': no such level", options.level));
     if (*level > levels.back()) {
       fmt::print("this processor has no {}\n", options.level);
       return kNoSuchLevel;

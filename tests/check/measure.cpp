@@ -13,7 +13,7 @@ namespace vistrel::check {
 namespace {
 
 struct Times {
-  double least, median;   // nanoseconds a pixel of the source
+  double least, median;  // nanoseconds a pixel of the source
 };
 
 double nanoseconds(const std::function<void()>& function) {

@@ -1,6 +1,7 @@
 // What test frames look like.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 namespace vistrel::check {
@@ -19,19 +20,23 @@ enum class Pattern : uint32_t {
 constexpr uint32_t kPatterns = 9;
 
 // A frame without memory: any sample by its position.
-struct Frame {
-  Pattern pattern;
-  uint64_t seed;
-  uint32_t maximum;   // the depth's largest sample
-  uint32_t largest;   // the sample type's
+class Frame {
+ public:
+  // maximum: the depth's largest sample; largest: the sample type's.
+  Frame(Pattern pattern, uint64_t seed, uint32_t maximum, uint32_t largest);
 
   uint32_t at(uint32_t x, uint32_t y) const;
 
  private:
   uint64_t noise(uint64_t x, uint64_t y) const;
-  uint32_t constant(uint32_t which) const;
   uint32_t smoothAt(uint32_t x, uint32_t y) const;
   uint32_t clampAt(uint32_t x, uint32_t y) const;
+
+  Pattern pattern_;
+  uint64_t seed_;
+  uint32_t maximum_, largest_;
+  std::array<uint32_t, 5> constants_;  // the frame's own few values
+  uint32_t periodX_, periodY_;
 };
 
 }  // namespace vistrel::check

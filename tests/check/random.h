@@ -21,9 +21,7 @@ class Random {
   uint32_t word() { return static_cast<uint32_t>(next() >> 32); }
 
   // 0 .. end - 1
-  uint32_t below(uint32_t end) {
-    return static_cast<uint32_t>((uint64_t{word()} * end) >> 32);
-  }
+  uint32_t below(uint32_t end) { return static_cast<uint32_t>((uint64_t{word()} * end) >> 32); }
   bool oneIn(uint32_t n) { return below(n) == 0; }
   uint32_t pick(std::initializer_list<uint32_t> values) {
     return values.begin()[below(static_cast<uint32_t>(values.size()))];

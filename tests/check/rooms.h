@@ -11,6 +11,6 @@ void addMono(Catalogue& all);
 void addSkip(Catalogue& all);
 void addDemosaic(Catalogue& all);
 void addRegistry(Catalogue& all);
-void addSequence(Catalogue& all);   // after all those that it draws from
+void addSequence(Catalogue& all);  // after all those that it draws from
 
 }  // namespace vistrel::check

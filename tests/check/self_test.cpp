@@ -18,9 +18,9 @@ using Breaking = uint64_t (*)(const Subject::Run& right, const Call&, const Memo
 
 struct Impostor {
   const char* what;
-  const char* base;           // the function that it pretends to be
+  const char* base;  // the function that it pretends to be
   Breaking broken;
-  std::set<Kind> signs;       // all of them, and no other, must come up
+  std::set<Kind> signs;  // all of them, and no other, must come up
 };
 
 void readAndForget(const uint8_t* address) {
@@ -34,55 +34,64 @@ void spoilFirstByte(const Block& block) {
 }
 
 const Impostor kImpostors[] = {
-    {"nothing wrong", "bilinear-16",
+    {"nothing wrong",
+     "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) { return right(c, m); },
      {}},
-    {"a wrong pixel", "mono-8to8",
+    {"a wrong pixel",
+     "mono-8to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        if (m.destination.shape.span() > 0) end(m.destination)[-1] ^= 1;
        return result;
      },
      {Kind::destination}},
-    {"a write past the destination", "mono-8to8",
+    {"a write past the destination",
+     "mono-8to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        *end(m.destination) = 0;
        return result;
      },
      {Kind::outside, Kind::fault}},
-    {"a write before the destination", "bilinear-16",
+    {"a write before the destination",
+     "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        m.destination.begin[-1] = 0;
        return result;
      },
      {Kind::outside, Kind::fault}},
-    {"a read past the source, thrown away", "mono-8to8",
+    {"a read past the source, thrown away",
+     "mono-8to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        readAndForget(end(m.source));
        return right(c, m);
      },
      {Kind::fault}},
-    {"a read before the source, thrown away", "bilinear-16",
+    {"a read before the source, thrown away",
+     "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        readAndForget(m.source.begin - 1);
        return right(c, m);
      },
      {Kind::fault}},
-    {"a read between the rows, thrown away", "bilinear-16",
+    {"a read between the rows, thrown away",
+     "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        if (m.source.shape.rows > 1) readAndForget(m.source.row(1) - 1);
        return right(c, m);
      },
      {Kind::fault}},
-    {"a read past the work buffer, thrown away", "bilinear-16",
+    {"a read past the work buffer, thrown away",
+     "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        readAndForget(end(m.work));
        return right(c, m);
      },
      {Kind::fault}},
-    {"a pixel made of bytes between the rows", "mono-16to16",
+    {"a pixel made of bytes between the rows",
+     "mono-16to16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        const Shape& s = m.source.shape;
@@ -91,7 +100,8 @@ const Impostor kImpostors[] = {
        return result;
      },
      {Kind::destination}},
-    {"a stale sample in the work buffer", "bilinear-16",
+    {"a stale sample in the work buffer",
+     "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint8_t stale = m.work.shape.span() ? *m.work.begin : 0;
        const uint64_t result = right(c, m);
@@ -99,7 +109,8 @@ const Impostor kImpostors[] = {
        return result;
      },
      {Kind::work}},
-    {"a sample behind the guard of the work buffer", "bilinear-16",
+    {"a sample behind the guard of the work buffer",
+     "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        const size_t guarded = 6 * (c.fullHeight() + 4) * (size_t{c.fullWidth()} + 4);
@@ -107,39 +118,44 @@ const Impostor kImpostors[] = {
        return result;
      },
      {Kind::work, Kind::outside, Kind::fault}},
-    {"an alpha byte that changed", "bilinear-16",
+    {"an alpha byte that changed",
+     "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        if (c.format == 3) spoilFirstByte(m.destination);
        return result;
      },
      {Kind::destination}},
-    {"a wrong result", "refused-8",
+    {"a wrong result",
+     "refused-8",
      [](const Subject::Run& right, const Call& c, const Memory& m) { return right(c, m) + 1; },
      {Kind::result}},
-    {"a source that changed", "mono-16to8",
+    {"a source that changed",
+     "mono-16to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        spoilFirstByte(m.source);
        return result;
      },
      {Kind::source}},
-    {"a user table that changed", "mono-16to8",
+    {"a user table that changed",
+     "mono-16to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        spoilFirstByte(m.table);
        return result;
      },
      {Kind::source}},
-    {"a wrong pixel at one phase, width and depth", "bilinear-16",
+    {"a wrong pixel at one phase, width and depth",
+     "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
-       if (c.bayer == 2 && c.fullWidth() % 8 == 3 && c.srcBits == 14)
-         spoilFirstByte(m.destination);
+       if (c.bayer == 2 && c.fullWidth() % 8 == 3 && c.srcBits == 14) spoilFirstByte(m.destination);
        return result;
      },
      {Kind::destination}},
-    {"a wrong pixel at the processor's highest level", "mono-8to8",
+    {"a wrong pixel at the processor's highest level",
+     "mono-8to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        if (currentLevel() == levelsOfProcessor().back()) spoilFirstByte(m.destination);

@@ -12,10 +12,12 @@
 namespace vistrel::check {
 namespace {
 
-constexpr size_t kArena = size_t{16} << 20;
+constexpr size_t kArena = size_t{64} << 20;  // reserved, not used until touched
 constexpr size_t kTableArena = size_t{16} << 10;
 
-Edge edge(const Call& call, Place atStart) { return call.place & atStart ? Edge::start : Edge::end; }
+Edge edge(const Call& call, Place atStart) {
+  return call.place & atStart ? Edge::start : Edge::end;
+}
 
 void fillWithGarbage(const Block& block, uint64_t seed) {
   const size_t bytes = block.shape.span();
@@ -30,17 +32,31 @@ void copyRows(const Block& from, const Block& to) {
     std::memcpy(to.row(r), from.row(r), from.shape.rowBytes);
 }
 
+// The frame's own samples as far as they go, then the same again: odd figures, so that the
+// repetition falls in with nothing.
+constexpr size_t kOwnRows = 509, kOwnSamples = 99991;
+
+template <class T>
+void fillRow(const Frame& frame, uint32_t x0, uint32_t y, T* row, size_t samples) {
+  const size_t own = std::min(samples, kOwnSamples);
+  for (size_t x = 0; x < own; ++x)
+    row[x] = static_cast<T>(frame.at(x0 + static_cast<uint32_t>(x), y));
+  for (size_t x = own; x < samples; ++x) row[x] = row[x - own];
+}
+
 template <class T>
 void fillWithFrame(const Call& call, const Layout& layout, const Block& block) {
   const uint32_t largest = std::numeric_limits<T>::max();
   const uint32_t bits = layout.sourceBits;
   const uint32_t maximum = bits == 0 || bits > 16 ? largest : std::min(largest, (1u << bits) - 1);
   const Frame frame{static_cast<Pattern>(call.pattern), call.seed, maximum, largest};
-  const uint32_t x0 = static_cast<uint32_t>(block.shape.origin / sizeof(T));
-  for (uint32_t y = 0; y < block.shape.rows; ++y) {
-    T* const row = reinterpret_cast<T*>(block.row(y));
-    const uint32_t samples = static_cast<uint32_t>(block.shape.rowBytes / sizeof(T));
-    for (uint32_t x = 0; x < samples; ++x) row[x] = static_cast<T>(frame.at(x0 + x, y));
+  const Shape& shape = block.shape;
+  for (size_t y = 0; y < shape.rows; ++y) {
+    if (y < kOwnRows)
+      fillRow(frame, static_cast<uint32_t>(shape.origin / sizeof(T)), static_cast<uint32_t>(y),
+              reinterpret_cast<T*>(block.row(y)), shape.rowBytes / sizeof(T));
+    else
+      std::memcpy(block.row(y), block.row(y - kOwnRows), shape.rowBytes);
   }
 }
 
@@ -57,7 +73,8 @@ size_t workBytes(const Case& calls, const std::vector<Layout>& layouts) {
     touched = std::max(touched, layout.workBytes + layout.workBytes % 2);
     if (!layout.stream) continue;
     stream = true;
-    size = {std::max(size.width, layout.stream->width), std::max(size.height, layout.stream->height)};
+    size = {std::max(size.width, layout.stream->width),
+            std::max(size.height, layout.stream->height)};
   }
   const bool exact = calls.size() == 1 && calls[0].place & kWorkExact;
   return stream && !exact ? workBytesFor(size) : touched;
@@ -87,8 +104,8 @@ void Stage::place(const Call& call, const Layout& layout) {
   memory_.source = call.place & kFencedRows && FencedRows::fits(layout.source)
                        ? rows_.place(layout.source, sourceEdge)
                        : source_.place(layout.source, sourceEdge);
-  memory_.destination = destination_.place(Shape::packed(layout.destinationBytes),
-                                           edge(call, kDestinationAtStart));
+  memory_.destination =
+      destination_.place(Shape::packed(layout.destinationBytes), edge(call, kDestinationAtStart));
   memory_.table = table_.place(Shape::packed(2 * layout.tableEntries), Edge::end);
   for (const Block* block : {&memory_.source, &memory_.destination, &memory_.table})
     block->paint(colour());

@@ -24,8 +24,8 @@ struct Memory {
 struct Raster {
   size_t sampleBytes = 1;
   size_t channels = 1;
-  size_t width = 0;      // pixels a row, guard included; 0: not a picture
-  size_t guard = 0;      // pixels of guard on the left and rows above
+  size_t width = 0;  // pixels a row, guard included; 0: not a picture
+  size_t guard = 0;  // pixels of guard on the left and rows above
 };
 
 struct FrameSize {
@@ -39,16 +39,16 @@ struct Range {
 // Which bytes a call may touch, and what is in them.
 struct Layout {
   Shape source;
-  size_t sampleBytes = 1;             // of a source sample
+  size_t sampleBytes = 1;  // of a source sample
   uint32_t sourceBits = 8;
   size_t destinationBytes = 0;
   Raster destination;
-  size_t workBytes = 0;               // the part of the work buffer that the call may touch
-  std::optional<FrameSize> stream;    // the smallest size for ImgInitialize that allows the call
+  size_t workBytes = 0;             // the part of the work buffer that the call may touch
+  std::optional<FrameSize> stream;  // the smallest size for ImgInitialize that allows the call
   Raster work;
-  Range meaningless;                  // bytes of the work buffer that the call leaves at random
+  Range meaningless;  // bytes of the work buffer that the call leaves at random
   size_t tableEntries = 0;
-  uint64_t pixels = 0;                // of the source, to measure by
+  uint64_t pixels = 0;  // of the source, to measure by
 };
 
 // A function in both implementations.
@@ -57,7 +57,7 @@ struct Subject {
 
   std::string name;
   std::function<Layout(const Call&)> layout;
-  std::array<Run, 2> run;             // by Side
+  std::array<Run, 2> run;  // by Side
   // Writes what the call reads. By default a frame by the call's pattern.
   std::function<void(const Call&, const Layout&, const Memory&)> fill;
 };
@@ -67,8 +67,8 @@ struct Plan {
   std::string name;
   std::string group;
   std::function<Case(Draw&)> draw;
-  bool levels = true;     // the product's answer comes from different code at each level
-  bool portable = true;   // the answer is the same on every processor
+  bool levels = true;    // the product's answer comes from different code at each level
+  bool portable = true;  // the answer is the same on every processor
 };
 
 struct Catalogue {
