@@ -16,6 +16,7 @@ namespace vistrel {
             uint32_t nDstBits, uint32_t nSrcBits)
 
 VISTREL_DEMOSAIC(ImageColorBilinear);         // the plain mean of the nearest sites
+VISTREL_DEMOSAIC(ImageColorNearNeighbor);     // nearest neighbours, green along an edge
 VISTREL_DEMOSAIC(ImageColorGradientLaroche);  // Laroche and Prescott, US 5,373,322
 
 #undef VISTREL_DEMOSAIC

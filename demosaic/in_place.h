@@ -32,7 +32,7 @@ struct InPlacePixel {
 // One pass: visit(pixel) for every image pixel.
 template <class T, class Visit>
 void passInPlace(const Region& region, T* work, Visit visit) {
-  const GuardedLayout layout(region);
+  const WorkLayout layout = guardedLayout(region);
   for (uint32_t j = 0; j < region.Hf; ++j)
     for (uint32_t i = 0; i < region.Wf; ++i)
       visit(InPlacePixel<T>{work + layout.row(j) + 3 * i, static_cast<ptrdiff_t>(layout.S),

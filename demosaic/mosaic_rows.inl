@@ -1,12 +1,5 @@
 #include "common/lanes.inl"
-
-template <class T>
-void splitPairs(const T* __restrict source, size_t pairs, T* __restrict even, T* __restrict odd) {
-  for (size_t k = 0; k < pairs; ++k) {
-    even[k] = source[2 * k];
-    odd[k] = source[2 * k + 1];
-  }
-}
+#include "common/split.inl"
 
 // (4 * s + the four diagonals) >> 3, whose halving twice and once more loses nothing.
 // above, below: the green to the left of s in the rows beside it; the next one is to the right.

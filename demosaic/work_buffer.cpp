@@ -27,8 +27,8 @@ void spreadPixel(const Region& region, size_t stride, const T* s, uint32_t i, ui
 
 template <class T>
 void spreadMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* pWork) {
-  const GuardedLayout layout(region);
-  constexpr size_t side = 3 * kGuard;
+  const WorkLayout layout = guardedLayout(region);
+  const size_t side = layout.side;
   const size_t end = size_t{3} * region.Wf;
   for (uint32_t j = 0; j < region.Hf; ++j)
     for (uint32_t i = 0; i < region.Wf; ++i)

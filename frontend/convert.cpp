@@ -29,7 +29,7 @@ constexpr Algorithm kNoAlgorithm = {nullptr, nullptr};
 constexpr Algorithm kAlgorithms[] = {
     {ImageColorBilinear, ImageColorBilinear},
     kNoAlgorithm,
-    kNoAlgorithm,
+    {ImageColorNearNeighbor, ImageColorNearNeighbor},
     {ImageColorGradientLaroche, ImageColorGradientLaroche},
 };
 

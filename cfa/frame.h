@@ -1,0 +1,53 @@
+// A mosaic of one sample a pixel, and the means that are taken of it.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+#include "cfa/cfa.h"
+
+namespace vistrel {
+
+// Means of samples that were scaled up by `shift` bits, rounded there, and scaled down again: the
+// rounding terms as they act on the samples themselves, and the bits that scaling leaves.
+struct Rounding {
+  int two = 1, four = 2;
+  uint32_t mask = 0xFFFF;
+
+  Rounding() = default;
+  explicit Rounding(uint32_t shift)
+      : two(shift == 0), four(shift == 0 ? 2 : shift == 1), mask(0xFFFFu >> std::min(shift, 16u)) {}
+};
+
+template <class T>
+struct CfaFrame {
+  const T* samples;
+  ptrdiff_t step;  // in samples
+  CfaSize size;
+  int grid;
+  Rounding rounding{};
+
+  // Green lies on one colour of a chessboard; rows hold red or blue beside it in turn.
+  bool isGreen(int x, int y) const { return ((x ^ y ^ (grid >= CFA_GRID_GBRG)) & 1) != 0; }
+  bool isRedRow(int y) const { return ((y ^ grid) & 1) != 0; }
+
+  // Coordinates just beyond an edge are mirrored at the edge's own sample.
+  int mirrored(int x, int y) const {
+    const int last[2] = {size.width - 1, size.height - 1};
+    return static_cast<int>(samples[mirror(y, last[1]) * step + mirror(x, last[0])] &
+                            rounding.mask);
+  }
+
+ private:
+  static int mirror(int c, int last) { return c < 0 ? -c : c > last ? 2 * last - c : c; }
+};
+
+// What is left of a rectangle whose far sides are clipped to the frame.
+inline CfaRect clipped(CfaRect roi, CfaSize size) {
+  roi.width = std::min(roi.width, size.width - roi.x);
+  roi.height = std::min(roi.height, size.height - roi.y);
+  return roi;
+}
+
+}  // namespace vistrel
