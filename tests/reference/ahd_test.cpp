@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "tests/reference/cfa.h"
@@ -21,9 +22,9 @@ struct Frame {
   uint8_t& at(int x, int y) { return samples[static_cast<size_t>(y * w + x)]; }
 };
 
-Frame noise(int w, int h) {
+Frame noise(int w, int h, uint32_t seed = 99) {
   Frame frame(w, h, 0);
-  uint32_t state = 99;
+  uint32_t state = seed;
   for (uint8_t& sample : frame.samples) {
     state = state * 1664525 + 1013904223;
     sample = static_cast<uint8_t>(state >> 24);
@@ -125,13 +126,17 @@ TEST(ReferenceAhd, ChoosesTheImageThatIsEven) {
 // gives what the whole frame gives there. RGGB, 34 by 30: the interior begins at (6, 6) and is 22
 // by 18, the right band begins at column 28.
 TEST(ReferenceAhd, StartsTheChoiceAfreshInEveryRectangle) {
-  const Frame frame = noise(34, 30);
-  const Result whole = demosaic(frame, RGGB, {0, 0, 34, 30});
-  for (int y = 0; y < 30; ++y)
-    EXPECT_EQ(demosaic(frame, RGGB, {0, y, 1, 1}).at(0, 0), whole.at(0, y)) << y;
-  for (int y = 6; y < 24; ++y) {
-    EXPECT_EQ(demosaic(frame, RGGB, {6, y, 1, 1}).at(0, 0), whole.at(6, y)) << y;
-    EXPECT_EQ(demosaic(frame, RGGB, {28, y, 1, 1}).at(0, 0), whole.at(28, y)) << y;
+  for (uint32_t seed = 0; seed < 10; ++seed) {
+    const Frame frame = noise(34, 30, seed);
+    const Result whole = demosaic(frame, RGGB, {0, 0, 34, 30});
+    const auto expectFresh = [&](int x, int y) {
+      EXPECT_EQ(demosaic(frame, RGGB, {x, y, 1, 1}).at(0, 0), whole.at(x, y)) << x << ' ' << y;
+    };
+    for (int y = 0; y < 30; ++y) expectFresh(0, y);
+    for (int y = 6; y < 24; ++y) {
+      expectFresh(6, y);
+      expectFresh(28, y);
+    }
   }
 }
 
@@ -162,6 +167,42 @@ TEST(ReferenceAhd, StaysInsideAFrameOfFive) {
   EXPECT_EQ(out.status, 0);
   for (int y = 0; y < 5; ++y)
     EXPECT_EQ(out.at(2, y)[y % 2 == 0 ? 0 : 1], frame.samples[static_cast<size_t>(y * 5 + 2)]);
+}
+
+// The image chosen at each red and blue site of a stark 16-bit frame, each a region of its own,
+// as a separate model of the formulas gives it: - along the row, | along the column, = a tie,
+// which is the row; . a green site or one where both images have the same green.
+TEST(ReferenceAhd, ChoosesAsTheModelDoes) {
+  const int W = 16, H = 14;
+  const char* const choices[H] = {"..|.-.|.=.|.|.=.", ".|.|.|.|.-.|.|.|", "|.|.|.|.-.-.-.-.",
+                                  ".=.|.|.|.-.|.|.|", "-.|.|.|.-.-.|.|.", ".-.|.|...|.|.|..",
+                                  "-.|.|.-.-.-.|.|.", ".=.|.|.=.-...|..", "|.|.-.|.|.-.=.-.",
+                                  ".-.-.|.|.|...-..", "|.|.-.|.|.-.-...", ".=.-.|.|.|.-.-.-",
+                                  "|.|.=.|.|.-.-.-.", ".|.-.|.|.=.-...-"};
+  std::vector<uint16_t> samples(W * H);
+  uint32_t state = 7;
+  for (uint16_t& sample : samples) {
+    state = state * 1664525 + 1013904223;
+    sample = static_cast<uint16_t>(state >> 31 != 0 ? 65535 : (state >> 16) & 0x3FFF);
+  }
+  const auto S = [&](int x, int y) -> int {
+    const auto mirror = [](int c, int L) { return c < 0 ? -c : c > L ? 2 * L - c : c; };
+    return samples[static_cast<size_t>(mirror(y, H - 1) * W + mirror(x, W - 1))];
+  };
+  for (int y = 0; y < H; ++y) {
+    for (int x = 0; x < W; ++x) {
+      const char choice = choices[y][x];
+      if (choice == '.') continue;
+      const int dx = choice == '|' ? 0 : 1, dy = 1 - dx;
+      const int a = S(x - dx, y - dy), b = S(x + dx, y + dy);
+      const int bend = (2 * S(x, y) - S(x - 2 * dx, y - 2 * dy) - S(x + 2 * dx, y + 2 * dy)) >> 2;
+      const int green = std::clamp(bend + ((a + b) >> 1), std::min(a, b), std::max(a, b));
+      uint16_t rgb[3] = {};
+      reference::ippiDemosaicAHD_16u_C1C3R(samples.data(), {x, y, 1, 1}, {W, H}, 2 * W, rgb, 6,
+                                           RGGB, nullptr, 0);
+      EXPECT_EQ(rgb[1], green) << x << ' ' << y;
+    }
+  }
 }
 
 }  // namespace

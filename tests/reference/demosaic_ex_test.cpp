@@ -86,6 +86,7 @@ TEST(ReferenceEdge, ScalesTheThresholdToTheSourceBits) {
   const auto A = [](int C) { return (2 * C + 1000 + 1000) >> 2; };
   EXPECT_EQ(green(1606), 2606);
   EXPECT_EQ(green(1605), (2605 >> 2) + (2605 >> 1) + (A(2605) >> 2));
+  EXPECT_EQ(green(1204), (2204 >> 2) + (2204 >> 1) + (A(2204) >> 2));
   EXPECT_EQ(green(1203), (2203 >> 1) + (A(2203) >> 1));
   EXPECT_EQ(green(802), (A(1802) >> 1) + (A(1802) >> 2) + (1802 >> 2));
   EXPECT_EQ(green(401), A(1401));
@@ -143,9 +144,21 @@ TEST(ReferenceEdge, ShowsStaleRowsAboveTheRegionsOrigin) {
   EXPECT_GT(fresh, 8);
 }
 
-TEST(ReferenceEdge, StaysInsideTheBufferFarBelow) {
-  const Edged out = edged(noise(16, 8), 40, GRBG, 0, 1000, 16, 8, 0x5A);
-  for (uint8_t sample : out.bgr) EXPECT_EQ(sample, 0x5A);
+// A buffer with room for four and a half rows of the guarded layout, and more behind it.
+TEST(ReferenceEdge, WritesNothingPastTheBuffer) {
+  const Mosaic<uint8_t> frame = noise(16, 8);
+  std::vector<uint16_t> memory(20 * 3 * 12 / 2, 0x5A5A);
+  std::vector<uint8_t> out(16 * 8 * 3);
+  reference::g_pwBGRBuff[0] = memory.data();
+  reference::g_anBGRBytes[0] = 60 * 4 + 30;
+  reference::ImageColorDemosaicEx(0, 40, 16, GRBG, 0, 7, 0, 0, 16, 8, frame.samples.data(),
+                                  out.data());
+  reference::g_pwBGRBuff[0] = nullptr;
+  const uint8_t* const bytes = reinterpret_cast<const uint8_t*>(memory.data());
+  int written = 0;
+  for (int k = 60 * 4; k < 60 * 4 + 30; ++k) written += bytes[k] != 0x5A;
+  EXPECT_GT(written, 15);
+  for (int k = 60 * 4 + 30; k < 60 * 12; ++k) EXPECT_EQ(bytes[k], 0x5A);
 }
 
 }  // namespace

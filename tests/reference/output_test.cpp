@@ -49,6 +49,10 @@ TEST(ReferenceTable, SamplesTheUserTableAtItsStride) {
   EXPECT_EQ(table[1023], 4092 % 251);
   reference::Create10To8BitLUT(table, 10, user.data(), 0);
   EXPECT_EQ(table[1023], 1023 % 251);
+  reference::Create10To8BitLUT(table, 10, user.data(), 4);  // entry 4095 at the most
+  EXPECT_EQ(table[255], 4080 % 251);
+  EXPECT_EQ(table[256], 4095 % 251);
+  EXPECT_EQ(table[1023], 4095 % 251);
   reference::Create10To8BitLUT(table, 8, user.data(), 0);
   EXPECT_THAT(table, Each(0));
 }
@@ -102,6 +106,15 @@ TEST(ReferenceGray, LosesOneWhereTheProductsRoundDown) {
   EXPECT_EQ(gray(254, 254, 254), 253);
   EXPECT_EQ(gray(0, 0, 1), 0);
   EXPECT_EQ(gray(0, 2, 0), 1);
+}
+
+// At 1x1 rows lie 3 * (2 + 4) samples apart, whatever the stride is: row 1 begins at sample 18.
+TEST(ReferenceGray, StepsByAGuardedRowAtOneByOne) {
+  std::vector<uint8_t> image(24, 0);
+  for (unsigned k = 18; k < 21; ++k) image[k] = 100;
+  uint8_t out[4] = {};
+  reference::ConvertToOutputFormat8(image.data(), 2, 2, out, 5, 0, 0);
+  EXPECT_THAT(out, ElementsAre(0, 0, 100, 0));
 }
 
 // Above 1x1 the rows of a block lie a third of an image row apart.

@@ -61,18 +61,34 @@ TEST(ReferencePixelGrouping, ExchangesSouthAndWest) {
   EXPECT_EQ(patch.green(), (3 * 70 + 70 + 100 - 99) >> 2);
 }
 
-// All costs lie above 65535, so no direction reaches the minimum: the south formula.
+// All costs lie above 65535, east and west lowest: no direction reaches the minimum, and the
+// south formula gives (3 * 22000 - 65535) >> 2. North and east would give less than 0.
 TEST(ReferencePixelGrouping, StartsTheMinimumAt65535) {
   Patch<uint16_t> patch;
   patch.K(-2, 0) = patch.K(2, 0) = patch.K(0, 2) = patch.K(0, -2) = 65535;
-  patch.K(0, 0) = 65000;
-  patch.G(-1, 0) = 65535;
-  patch.G(0, -1) = 65535;
-  EXPECT_EQ(patch.green(), 1023);  // (0 + 65535 - 535) >> 2 is above the ceiling
-  patch.G(-1, 0) = 0;
-  patch.G(1, 0) = 65535;
-  patch.K(2, 0) = 0;  // v = 3 * 65535 + 65000; the costs of north and south stay above
-  EXPECT_EQ(patch.green(), 1023);
+  patch.G(1, 0) = 22000;
+  EXPECT_EQ(patch.green(), 116);
+}
+
+// Blue 40 and 60 on one diagonal, 60 and 40 on the other, green even along neither: a tie takes
+// the diagonal that runs up to the right, on which green ends in 30.
+TEST(ReferencePixelGrouping, TakesTheRisingDiagonalOnATie) {
+  Patch<uint8_t> patch;
+  patch.G(0, 0) = 20;
+  patch.G(-1, 1) = 10;
+  patch.G(1, -1) = 30;
+  patch.G(-1, -1) = patch.G(1, 1) = 10;  // both diagonals differ by 10 and 10 from the middle
+  patch.at(0, -1, 1) = patch.at(0, -1, -1) = 40;
+  patch.at(0, 1, -1) = patch.at(0, 1, 1) = 60;
+  uint8_t red, blue;
+  const auto run = [&] {
+    reference::calcOneRedBlu8(&patch.at(0, 0, 0), 15, &red, &blue, 2);
+    return int{blue};
+  };
+  EXPECT_EQ(run(), 40 + 20 * 10 / 20);
+  EXPECT_EQ(red, 0);
+  patch.K(-2, 2) = 1;  // now the falling diagonal is quieter: an extreme, 20 / 4 + 50
+  EXPECT_EQ(run(), 55);
 }
 
 TEST(ReferencePixelGrouping, HoldsComputedSamplesTo1023) {
