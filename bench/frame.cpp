@@ -18,11 +18,12 @@ std::vector<double> wave(unsigned length, double waves, double phase) {
 
 }  // namespace
 
-Frame makeFrame(const FrameSize& size, unsigned factor) {
-  Frame frame{size, allocate<uint16_t>(size.pixels()), allocate<uint8_t>(size.pixels())};
+Frame makeFrame(const FrameSize& size, unsigned factor, unsigned wordBits) {
+  Frame frame{size, wordBits, allocate<uint16_t>(size.pixels()), allocate<uint8_t>(size.pixels())};
+  constexpr unsigned kBits = 12;
   constexpr double kFilter[2][2] = {{0.9, 0.7}, {0.7, 0.5}};  // red, green / green, blue
   constexpr unsigned kNoise = 128;                            // of 4096
-  const double peak = (1 << Frame::kWordBits) - 2.0 * kNoise;
+  const double peak = (1 << kBits) - 2.0 * kNoise;
   const auto columns = wave(size.width, 1.3, 0.4);
   const auto rows = wave(size.height, 0.8, 2.0);
   std::minstd_rand random(1);
@@ -32,8 +33,8 @@ Frame makeFrame(const FrameSize& size, unsigned factor) {
       const auto noise = static_cast<unsigned>(random() % kNoise);
       const unsigned sample = (static_cast<unsigned>(light) + noise) / factor;
       const size_t i = size_t{y} * size.width + x;
-      frame.words[i] = static_cast<uint16_t>(sample);
-      frame.bytes[i] = static_cast<uint8_t>(sample >> (Frame::kWordBits - 8));
+      frame.words[i] = static_cast<uint16_t>(sample >> (kBits - wordBits));
+      frame.bytes[i] = static_cast<uint8_t>(sample >> (kBits - 8));
     }
   }
   return frame;

@@ -17,15 +17,14 @@ struct FrameSize {
 constexpr FrameSize kFrameSizes[] = {{"1080p", 1920, 1080}, {"12MP", 4096, 3000}};
 
 struct Frame {
-  static constexpr unsigned kWordBits = 12;  // significant bits of a word
-
   FrameSize size;
+  unsigned wordBits;  // significant bits of a word
   Buffer<uint16_t> words;
   Buffer<uint8_t> bytes;  // the words' high bits
 };
 
 // Samples stay below 1 / factor of the full scale: binning multiplies them by its factor, and
 // nothing is to clamp.
-Frame makeFrame(const FrameSize& size, unsigned factor);
+Frame makeFrame(const FrameSize& size, unsigned factor, unsigned wordBits);
 
 }  // namespace vistrel::bench

@@ -38,7 +38,7 @@ bool addRow(Report& report, const Row& row, const FrameSize& size, Level level, 
 void runFloor(Report& report, int rounds) {
   report.beginFloor();
   for (const FrameSize& size : kFrameSizes) {
-    const auto jobs = floorJobs(makeFrame(size, 1));
+    const auto jobs = floorJobs(makeFrame(size, 1, 12));
     const auto times = measure(jobs, rounds);
     for (size_t i = 0; i < jobs.size(); ++i)
       report.add(jobs[i].name, size, perPixel(times[i], size));

@@ -7,14 +7,14 @@ namespace vistrel::bench {
 
 namespace {
 
-constexpr double kWordsToBytes = 1.0 / (1 << (Frame::kWordBits - 8));
-
 cv::Size sizeOf(const Frame& frame) {
   return {static_cast<int>(frame.size.width), static_cast<int>(frame.size.height)};
 }
 
 cv::Mat bytesOf(const Frame& frame) { return {sizeOf(frame), CV_8UC1, frame.bytes.get()}; }
 cv::Mat wordsOf(const Frame& frame) { return {sizeOf(frame), CV_16UC1, frame.words.get()}; }
+
+double wordsToBytes(const Frame& frame) { return 1.0 / (1 << (frame.wordBits - 8)); }
 
 cv::Size binned(const cv::Mat& image, unsigned factor) {
   const int n = static_cast<int>(factor);
@@ -83,16 +83,18 @@ Task openCvArea(const Conversion& c, const Frame& frame) {
 
 Task openCvConvert(const Conversion&, const Frame& frame) {
   const cv::Mat source = wordsOf(frame), result(source.size(), CV_8UC1);
-  return task([=] { source.convertTo(result, CV_8U, kWordsToBytes); }, result, kMono8);
+  const double scale = wordsToBytes(frame);
+  return task([=] { source.convertTo(result, CV_8U, scale); }, result, kMono8);
 }
 
 Task openCvAreaConvert(const Conversion& c, const Frame& frame) {
   const cv::Mat source = wholeBlocks(wordsOf(frame), c.factor);
   const cv::Mat means(binned(source, c.factor), CV_16UC1), result(means.size(), CV_8UC1);
+  const double scale = wordsToBytes(frame);
   return task(
       [=] {
         cv::resize(source, means, means.size(), 0, 0, cv::INTER_AREA);
-        means.convertTo(result, CV_8U, kWordsToBytes);
+        means.convertTo(result, CV_8U, scale);
       },
       result, kMono8);
 }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <stdexcept>
+#include <vector>
 
 #include "bench/task.h"
 #include "frontend/vistrel.h"
@@ -20,26 +21,25 @@ struct Format {
   uint32_t nDstBits;  // the same, as the entry counts it
 };
 
-Format formatOf(uint32_t nFormat) {
-  constexpr unsigned kWordBits = Frame::kWordBits;
+Format formatOf(uint32_t nFormat, unsigned wordBits) {
   switch (nFormat) {
     case IMG_FMT_MONO8: return {"MONO8", kMono8, 8, 8};
-    case IMG_FMT_MONO16: return {"MONO16", kMono16, kWordBits, kWordBits};
+    case IMG_FMT_MONO16: return {"MONO16", kMono16, wordBits, wordBits};
     case IMG_FMT_BGR24: return {"BGR24", kBgr24, 8, 24};
     case IMG_FMT_ARGB32: return {"ARGB32", kArgb32, 8, 24};
     case IMG_FMT_GRAY8: return {"GRAY8", kMono8, 8, 8};
-    case IMG_FMT_GRAY16: return {"GRAY16", kMono16, kWordBits, kWordBits};
-    case IMG_FMT_BGR48: return {"BGR48", kBgr48, kWordBits, 3 * kWordBits};
+    case IMG_FMT_GRAY16: return {"GRAY16", kMono16, wordBits, wordBits};
+    case IMG_FMT_BGR48: return {"BGR48", kBgr48, wordBits, 3 * wordBits};
     default: throw std::invalid_argument(fmt::format("no format {}", nFormat));
   }
 }
 
-void loadToneCurve() {
-  constexpr unsigned kEntries = 1 << Frame::kWordBits;
-  uint16_t table[kEntries];
-  for (unsigned i = 0; i < kEntries; ++i)
-    table[i] = static_cast<uint16_t>(std::lround(255 * toneCurve((i + 0.5) / kEntries)));
-  ImgLoadLookupTable(kStream, table, kEntries);
+void loadToneCurve(unsigned wordBits) {
+  const unsigned entries = 1u << wordBits;
+  std::vector<uint16_t> table(entries);
+  for (unsigned i = 0; i < entries; ++i)
+    table[i] = static_cast<uint16_t>(std::lround(255 * toneCurve((i + 0.5) / entries)));
+  ImgLoadLookupTable(kStream, table.data(), entries);
 }
 
 }  // namespace
@@ -47,18 +47,18 @@ void loadToneCurve() {
 double toneCurve(double light) { return std::pow(light, 1 / 2.2); }
 
 std::string Conversion::name() const {
-  return fmt::format("{}{}/{}/{}x{}{}", algorithm, depth, formatOf(nFormat).name, factor, factor,
-                     nLutMode == kUserTableMode ? "/table" : "");
+  return fmt::format("{}{}/{}/{}x{}{}", algorithm, depth, formatOf(nFormat, wordBits).name, factor,
+                     factor, nLutMode == kUserTableMode ? "/table" : "");
 }
 
 Task makeOurs(const Conversion& c, const Frame& frame) {
   const FrameSize size = frame.size;
-  const Format format = formatOf(c.nFormat);
+  const Format format = formatOf(c.nFormat, c.wordBits);
   const unsigned width = size.width / c.factor, height = size.height / c.factor;
   const auto result = allocate<uint8_t>(size_t{width} * height * format.layout.channels *
                                         format.layout.sampleBytes);
   if (!ImgInitialize(kStream, size.width, size.height)) throw std::bad_alloc();
-  loadToneCurve();
+  loadToneCurve(c.wordBits);
   const auto run = [=] {
     const uint32_t done =
         c.depth == 8
@@ -66,7 +66,7 @@ Task makeOurs(const Conversion& c, const Frame& frame) {
                           size.height, 0, 0, width, height, frame.bytes.get(), result.get(), 8, 0)
             : ImgConvert16(kStream, c.nFormat, c.nAlgorithm, BAYER_RGGB, c.factor - 1,
                            format.nDstBits, c.nLutMode, size.width, size.height, 0, 0, width,
-                           height, frame.words.get(), result.get(), Frame::kWordBits, 0);
+                           height, frame.words.get(), result.get(), c.wordBits, 0);
     if (!done) throw std::runtime_error("refused: " + c.name());
   };
   return {run, {result.get(), width, height, format.layout, format.bits}};

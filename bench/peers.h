@@ -16,8 +16,13 @@ Task openCvConvert(const Conversion&, const Frame&);      // 16 bits to 8
 Task openCvAreaConvert(const Conversion&, const Frame&);  // means of blocks, then 16 bits to 8
 Task openCvTable(const Conversion&, const Frame&);        // 8 bits to 8: it has no wider table
 
-// libdc1394
-Task dc1394Bilinear(const Conversion&, const Frame&);  // 16 bits to 16
+// libdc1394: 8 bits to 8, or 16 to 16
+Task dc1394Bilinear(const Conversion&, const Frame&);
+Task dc1394HqLinear(const Conversion&, const Frame&);  // fixed filters of 5 x 5
+Task dc1394EdgeSense(const Conversion&, const Frame&);
+
+// LibRaw
+Task librawPixelGrouping(const Conversion&, const Frame&);  // 16 bits to 16, four samples a pixel
 
 // libswscale
 Task swscaleBilinear(const Conversion&, const Frame&);  // 16 bits to RGB24

@@ -13,6 +13,11 @@ constexpr Conversion bilinear(unsigned depth, uint32_t nFormat, unsigned factor 
   return {"bilinear", DM_BILINEAR, depth, nFormat, factor, kTopWindow};
 }
 
+// Ten-bit words: more would be clamped.
+constexpr Conversion colour(const char* name, uint32_t nAlgorithm, unsigned depth) {
+  return {name, nAlgorithm, depth, IMG_FMT_BGR24, 1, kTopWindow, 10};
+}
+
 constexpr Conversion mono(unsigned depth, unsigned factor, uint32_t nLutMode = kTopWindow) {
   return {"mono", DM_BILINEAR, depth, IMG_FMT_MONO8, factor, nLutMode};
 }
@@ -34,6 +39,14 @@ const std::vector<Row>& rows() {
 #endif
 #if VISTREL_BENCH_DC1394
     {bilinear(16, IMG_FMT_BGR48), {"libdc1394 bilinear", dc1394Bilinear}, {1.1, 1.3, 0}},
+#endif
+#if VISTREL_BENCH_DC1394
+    {colour("laroche", DM_GRADIENT_LAROCHE, 8),
+     {"libdc1394 HQLINEAR", dc1394HqLinear},
+     {3, 4.5, 0}},
+    {colour("laroche", DM_GRADIENT_LAROCHE, 16),
+     {"libdc1394 HQLINEAR", dc1394HqLinear},
+     {2.5, 3.5, 0}},
 #endif
 #if VISTREL_BENCH_OPENCV
     {mono(8, 1), {"OpenCV copyTo", openCvCopy}, {0.95, 1.0, 0}},

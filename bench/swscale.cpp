@@ -14,7 +14,7 @@ Task swscaleBilinear(const Conversion&, const Frame& frame) {
   const int width = static_cast<int>(size.width), height = static_cast<int>(size.height);
   const auto source = allocate<uint16_t>(size.pixels());
   for (size_t i = 0; i < size.pixels(); ++i)
-    source[i] = static_cast<uint16_t>(frame.words[i] << (16 - Frame::kWordBits));
+    source[i] = static_cast<uint16_t>(frame.words[i] << (16 - frame.wordBits));
   const auto result = allocate<uint8_t>(3 * size.pixels());
   const std::shared_ptr<SwsContext> context(
       sws_getContext(width, height, AV_PIX_FMT_BAYER_RGGB16LE, width, height, AV_PIX_FMT_RGB24,

@@ -20,6 +20,7 @@ struct Conversion {
   uint32_t nFormat;
   unsigned factor;  // binning of either axis
   uint32_t nLutMode;
+  unsigned wordBits = 12;  // significant bits of a source word
 
   std::string name() const;  // e.g. bilinear8/BGR24/2x2
 };

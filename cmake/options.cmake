@@ -2,7 +2,7 @@
 
 option(VISTREL_APPS "Build the command-line program" ON)
 option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
-option(VISTREL_BENCH "Build the benchmarks (needs OpenCV, libdc1394, libswscale)" OFF)
+option(VISTREL_BENCH "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF)
 option(VISTREL_WERROR "Treat warnings as errors" OFF)
 set(VISTREL_SANITIZE "" CACHE STRING "Sanitizers for all targets, e.g. address,undefined")
 

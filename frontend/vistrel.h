@@ -36,7 +36,8 @@ enum {
 
 /* Demosaic algorithms: the low byte of nAlgorithm. */
 enum {
-  DM_BILINEAR = 0
+  DM_BILINEAR = 0,        /* the plain mean of the nearest sites */
+  DM_GRADIENT_LAROCHE = 3 /* Laroche and Prescott: colours as differences to green */
 };
 
 /* Bayer phase: the mosaic's 2x2 block at sensor position (0, 0), row by row. */
@@ -117,6 +118,39 @@ uint32_t ImgConvert16(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint3
                       uint32_t nImgHeight, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
                       uint32_t nRoiHeight, const uint16_t* pSrc, void* pDst, uint32_t nSrcBits,
                       uint32_t bSkipDemosaic);
+
+/* A kernel filter. */
+typedef struct _FLT_3X3 {
+  int32_t nDivisor;     /* of the weighted sum; not 0 */
+  int32_t anWeights[9]; /* row by row: upper left first, the centre fifth */
+} _FLT_3X3;
+
+/*
+ * Filters a finished image in place.
+ *
+ *   nID         stream, opened by ImgInitialize for an image at least as large;
+ *               its work buffer holds a copy of the image afterwards
+ *   pFilter     weights and divisor. Gray formats also take two fixed filters
+ *               in its place: the pointer value 0 for a mean of 2x2 samples, 1
+ *               for a mean of five samples of one colour of a mosaic
+ *   nFormat     IMG_FMT_MONO8 and GRAY8: bytes. IMG_FMT_MONO16 and GRAY16: words,
+ *               whose results stop at 1023. IMG_FMT_BGR24: three bytes a pixel.
+ *               All others, IMG_FMT_BGR48 among them: four bytes a pixel
+ *   nImgWidth, nImgHeight   size of the image, in pixels
+ *   pImage      rows of pixels without padding
+ *
+ * A sum is divided, truncated toward zero and clamped to 0..255 or 0..1023.
+ * With weights, the outer pixels on every side stay as they are; so does the
+ * whole image where it is less than 3 pixels wide or high. The mean of 2x2 leaves
+ * the last row and the last column (of words the last three columns); the mean
+ * of five leaves two rows on either side and the last four columns.
+ * In IMG_FMT_BGR24 the weights left and right of the centre apply to the bytes
+ * beside it; with four bytes a pixel, so does the lower left weight to the byte
+ * beside the lower one.
+ * Returns 1.
+ */
+uint32_t ImgFilter(uint32_t nID, const _FLT_3X3* pFilter, uint32_t nFormat, uint32_t nImgWidth,
+                   uint32_t nImgHeight, void* pImage);
 
 #ifdef __cplusplus
 }

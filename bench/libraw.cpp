@@ -1,0 +1,52 @@
+#include <libraw/libraw.h>
+#include <omp.h>
+
+#include "bench/peers.h"
+
+namespace vistrel::bench {
+
+namespace {
+
+constexpr unsigned kRggb = 0x94949494;  // as LibRaw writes it
+
+// LibRaw's interpolators work in its image of red, green, blue and second green. Nobody but a
+// class of its own can call them, one by one and without the rest of its development.
+class Interpolators : public LibRaw {
+ public:
+  explicit Interpolators(const Frame& frame) {
+    const FrameSize size = frame.size;
+    imgdata.sizes.width = imgdata.sizes.iwidth = static_cast<ushort>(size.width);
+    imgdata.sizes.height = imgdata.sizes.iheight = static_cast<ushort>(size.height);
+    imgdata.idata.filters = kRggb;
+    imgdata.idata.colors = 3;
+    imgdata.color.maximum = (1u << frame.wordBits) - 1;
+    m_image = allocate<ushort[4]>(size.pixels());
+    imgdata.image = m_image.get();
+    for (unsigned y = 0; y < size.height; ++y)
+      for (unsigned x = 0; x < size.width; ++x) {
+        const size_t i = size_t{y} * size.width + x;
+        imgdata.image[i][(y & 1) + (x & 1)] = frame.words[i];
+      }
+  }
+  ~Interpolators() override { imgdata.image = nullptr; }
+
+  using LibRaw::ppg_interpolate;
+
+  Picture picture(unsigned bits) const {
+    return {m_image.get(), imgdata.sizes.width, imgdata.sizes.height, {4, 2, {0, 1, 2}}, bits};
+  }
+
+ private:
+  Buffer<ushort[4]> m_image;
+};
+
+}  // namespace
+
+// Again and again on one image: it reads what was sensed, and greens that it writes first.
+Task librawPixelGrouping(const Conversion&, const Frame& frame) {
+  omp_set_num_threads(1);
+  const auto libraw = std::make_shared<Interpolators>(frame);
+  return {[=] { libraw->ppg_interpolate(); }, libraw->picture(frame.wordBits)};
+}
+
+}  // namespace vistrel::bench
