@@ -57,6 +57,23 @@ int32_t ippiCFAToRGB_16u_C1C3R(const uint16_t* pSrc, CfaRect srcRoi, CfaSize src
                                int32_t srcStep, uint16_t* pDst, int32_t dstStep, int32_t grid,
                                int32_t interpolation);
 
+/*
+ * Adaptive homogeneity-directed demosaicing (Hirakawa and Parks, 2005): every pixel from the better
+ * of two reconstructions, along rows and along columns.
+ *
+ *   srcRoi    the region; a negative origin moves to 0, then the far sides are clipped
+ *   srcSize   at least 5 x 5
+ *   pTmp      scratch of 30 lines, tmpStep bytes apart; may be null, it is not touched
+ *
+ * The others and the result as above. Without memory for a few rows nothing is written.
+ */
+int32_t ippiDemosaicAHD_8u_C1C3R(const uint8_t* pSrc, CfaRect srcRoi, CfaSize srcSize,
+                                 int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t grid,
+                                 uint8_t* pTmp, int32_t tmpStep);
+int32_t ippiDemosaicAHD_16u_C1C3R(const uint16_t* pSrc, CfaRect srcRoi, CfaSize srcSize,
+                                  int32_t srcStep, uint16_t* pDst, int32_t dstStep, int32_t grid,
+                                  uint16_t* pTmp, int32_t tmpStep);
+
 #ifdef __cplusplus
 }
 #endif

@@ -29,4 +29,19 @@ void sweep(int height, Stage<RowFunctions>... stages) {
   }
 }
 
+// The same over rows of which none lies outside: a stage runs where all the rows that it reads are
+// there, so that each loses its reach at either end.
+template <class... RowFunctions>
+void sweepInside(int height, Stage<RowFunctions>... stages) {
+  for (int newest = 0; newest < height; ++newest) {
+    int y = newest, first = 0;
+    const auto step = [&](auto& stage) {
+      y -= stage.reach;
+      first += stage.reach;
+      if (y >= first) stage.row(y);
+    };
+    (step(stages), ...);
+  }
+}
+
 }  // namespace vistrel
