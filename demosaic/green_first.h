@@ -83,7 +83,8 @@ void greenFirstInPlace(const Conversion<T>& c) {
     if (!p.isGreen()) p.samples[kGreen] = static_cast<T>(Formulas::green(p.sensed()));
   });
   passInPlace(c.region, c.work, [](const InPlacePixel<T>& p) {
-    const auto m = p.sensed(), g = p.channel(kGreen);
+    const auto m = p.sensed();
+    const auto g = p.channel(kGreen);
     if (p.isGreen()) {
       p.samples[p.own()] = static_cast<T>(Formulas::along(m, g));
       p.samples[p.opposite()] = static_cast<T>(Formulas::across(m, g));
