@@ -41,8 +41,8 @@ class AhdFrame {
       : m_roi(roi), m_seams(frame, roi), m_left(leftmost()), m_dst(dst), m_dstStep(dstStep),
         m_rows(frame, m_left, roi.x + roi.width - m_left, shift) {}
 
-  void run() {
-    if (!m_rows) return;
+  bool run() {
+    if (!m_rows) return false;
     const int top = m_roi.y - kReach;  // of the rows that are read
     sweepInside(m_roi.height + 2 * kReach,
                 stage(0, [&](int y) { m_rows.load(top + y); }),
@@ -50,6 +50,7 @@ class AhdFrame {
                 stage(1, [&](int y) { m_rows.colours(top + y); }),
                 stage(1, [&](int y) { m_rows.scores(top + y); }),
                 stage(1, [&](int y) { emit(top + y); }));
+    return true;
   }
 
  private:
@@ -86,11 +87,11 @@ class AhdFrame {
 }  // namespace
 
 template <class T>
-void demosaicAhd(const CfaFrame<T>& frame, CfaRect roi, T* pDst, ptrdiff_t dstStep, int shift) {
-  AhdFrame<T>(frame, roi, pDst, dstStep, shift).run();
+bool demosaicAhd(const CfaFrame<T>& frame, CfaRect roi, T* pDst, ptrdiff_t dstStep, int shift) {
+  return AhdFrame<T>(frame, roi, pDst, dstStep, shift).run();
 }
 
-template void demosaicAhd(const CfaFrame<uint8_t>&, CfaRect, uint8_t*, ptrdiff_t, int);
-template void demosaicAhd(const CfaFrame<uint16_t>&, CfaRect, uint16_t*, ptrdiff_t, int);
+template bool demosaicAhd(const CfaFrame<uint8_t>&, CfaRect, uint8_t*, ptrdiff_t, int);
+template bool demosaicAhd(const CfaFrame<uint16_t>&, CfaRect, uint16_t*, ptrdiff_t, int);
 
 }  // namespace vistrel

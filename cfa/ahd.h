@@ -7,8 +7,9 @@
 namespace vistrel {
 
 // roi: clipped to the frame, not empty. pDst: its first pixel; dstStep in samples. shift: samples
-// are scaled up by it, and the results down again. Writes nothing where memory is not to be had.
+// are scaled up by it, and the results down again. Returns false, with nothing written, where memory
+// is not to be had.
 template <class T>
-void demosaicAhd(const CfaFrame<T>& frame, CfaRect roi, T* pDst, ptrdiff_t dstStep, int shift);
+bool demosaicAhd(const CfaFrame<T>& frame, CfaRect roi, T* pDst, ptrdiff_t dstStep, int shift);
 
 }  // namespace vistrel

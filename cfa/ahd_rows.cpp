@@ -54,7 +54,7 @@ void AhdRows<T>::load(int y) {
   for (int i = end; i < static_cast<int>(m_columns); ++i) mirrored(i);
   if (m_shift)
     for (T* half : halves)
-      for (size_t k = 0; k < m_n; ++k) half[k] = static_cast<T>(uint32_t{half[k]} << m_shift);
+      for (size_t k = 0; k < m_n; ++k) half[k] = static_cast<T>(uint32_t{half[k]} << std::min(m_shift, 16));
 }
 
 template <class T>
@@ -172,7 +172,7 @@ void AhdRows<T>::store(int y, int from, int to, T* pixels) {
   };
   const T* const choice[2] = {m_choice.half(0, 0), m_choice.half(0, 1)};
   const ChosenRows<T> rows{move(halves(kAlongRow, y)), move(halves(kAlongColumn, y)),
-                           {at(choice)[0], at(choice)[1]}, m_shift};
+                           {at(choice)[0], at(choice)[1]}, std::min(m_shift, 15)};
   const unsigned parity = greenParity(y) ^ (static_cast<unsigned>(first) & 1);
   RowCopies<T> copies;
   // Red is stored first here, so a row of red sites stores its own colour as others do blue.

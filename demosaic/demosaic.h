@@ -18,6 +18,7 @@ namespace vistrel {
 VISTREL_DEMOSAIC(ImageColorBilinear);         // the plain mean of the nearest sites
 VISTREL_DEMOSAIC(ImageColorNearNeighbor);     // nearest neighbours, green along an edge
 VISTREL_DEMOSAIC(ImageColorGradientLaroche);  // Laroche and Prescott, US 5,373,322
+VISTREL_DEMOSAIC(ImageColorGradientHamilton); // Hamilton and Adams, US 5,629,734
 
 #undef VISTREL_DEMOSAIC
 

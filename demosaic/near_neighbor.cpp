@@ -1,18 +1,11 @@
-#include "demosaic/near_neighbor.h"
-
 #include "cfa/near_rows.h"
 #include "demosaic/finished_rows.h"
+#include "demosaic/image_functions.h"
+#include "demosaic/primitive_call.h"
 
 namespace vistrel {
 
 namespace {
-
-// The primitive's rectangle: the row origin moves the source too, and clips what is converted.
-template <class T>
-CfaRect rectangle(const Conversion<T>& c, CfaSize size) {
-  const Region& r = c.region;
-  return clipped({int(r.x0), int(r.y0), int(r.Wf), int(r.Hf)}, size);
-}
 
 template <class T>
 void convertRows(const Conversion<T>& c, NearRows<T>& rows, int height) {
@@ -35,12 +28,12 @@ void sweepRows(const Conversion<T>& c, NearRows<T>& rows) {
 
 template <class T>
 void nearNeighbor(const Conversion<T>& c) {
-  const CfaSize size{static_cast<int32_t>(c.sourceStride), static_cast<int32_t>(c.region.Hf)};
-  const CfaRect roi = rectangle(c, size);
+  const CfaSize size = primitiveSize(c);
+  const CfaRect roi = primitiveRoi(c);
   if (size.width < 2 || size.height < 2 || roi.width < 1 || roi.height < 1)
     return c.output.convert(c.work, c.pDst, c.nRoiHeight);
   // The 16-bit twin works on samples scaled to all sixteen bits.
-  const Rounding rounding = sizeof(T) == 1 ? Rounding() : Rounding((16 - c.nSrcBits) & 31);
+  const Rounding rounding = sizeof(T) == 1 ? Rounding() : Rounding(scaling(c));
   NearRows<T> rows({c.pSrc, ptrdiff_t(c.sourceStride), size,
                     static_cast<int>(VST2IPPBayerOffset(c.nBayer)), rounding},
                    roi);

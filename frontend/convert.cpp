@@ -31,6 +31,7 @@ constexpr Algorithm kAlgorithms[] = {
     kNoAlgorithm,
     {ImageColorNearNeighbor, ImageColorNearNeighbor},
     {ImageColorGradientLaroche, ImageColorGradientLaroche},
+    {ImageColorGradientHamilton, ImageColorGradientHamilton},
 };
 
 const Algorithm& algorithmOf(uint32_t nAlgorithm) {

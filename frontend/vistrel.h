@@ -36,8 +36,9 @@ enum {
 
 /* Demosaic algorithms: the low byte of nAlgorithm. */
 enum {
-  DM_BILINEAR = 0,        /* the plain mean of the nearest sites */
-  DM_GRADIENT_LAROCHE = 3 /* Laroche and Prescott: colours as differences to green */
+  DM_BILINEAR = 0,         /* the plain mean of the nearest sites */
+  DM_GRADIENT_LAROCHE = 3, /* Laroche and Prescott: colours as differences to green */
+  DM_GRADIENT_HAMILTON = 4 /* Hamilton and Adams: colours corrected by second differences */
 };
 
 /* Bayer phase: the mosaic's 2x2 block at sensor position (0, 0), row by row. */
