@@ -3,8 +3,11 @@ include(CMakePackageConfigHelpers)
 
 # Public headers lie flat in include/vistrel: <vistrel/vistrel.h>, <vistrel/solvers.h>. Among
 # themselves they include each other from the project's root; the copies, by bare name.
-set(VISTREL_C_HEADERS frontend/vistrel.h cfa/processor.h host/vistrelhost.h)
-set(VISTREL_CXX_HEADERS curves/solvers.h curves/tone_curves.h platform/platform.h host/vistrel.hpp)
+set(VISTREL_C_HEADERS
+  frontend/vistrel.h cfa/cfa.h cfa/processor.h host/vistrelhost.h)
+set(VISTREL_CXX_HEADERS
+  curves/solvers.h curves/tone_curves.h demosaic/image_functions.h platform/platform.h
+  host/vistrel.hpp)
 foreach(header IN LISTS VISTREL_C_HEADERS VISTREL_CXX_HEADERS)
   get_filename_component(name ${header} NAME)
   file(READ ${header} text)
