@@ -1,8 +1,7 @@
 #include "apps/frame_name.h"
 
+#include <charconv>
 #include <optional>
-#include <regex>
-#include <string>
 
 #include "apps/failure.h"
 #include "host/vistrelhost.h"
@@ -16,17 +15,23 @@ std::optional<uint32_t> findPhase(std::string_view text) {
   return {};
 }
 
+std::string_view lastWord(std::string_view stem) { return stem.substr(stem.rfind('_') + 1); }
+
 }  // namespace
 
 FrameName parseFrameName(std::string_view stem) {
-  static const std::regex pattern(R"(.*_(\d{1,2})b(?:_([a-z]{4}))?)");
-  std::match_results<std::string_view::const_iterator> match;
-  if (std::regex_match(stem.begin(), stem.end(), match, pattern)) {
-    const auto phase = match[2].matched ? findPhase(match[2].str()) : VISTREL_MONO;
-    if (phase) return {static_cast<uint32_t>(std::stoul(match[1].str())), *phase};
+  FrameName name{0, VISTREL_MONO};
+  if (const auto phase = findPhase(lastWord(stem))) {
+    name.phase = *phase;
+    stem = stem.substr(0, stem.rfind('_'));
   }
-  fail(kRejected, "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in {}",
-       "rose_12b_rggb.pgm");
+  const std::string_view word = lastWord(stem);
+  const char* const wordEnd = word.data() + word.size();
+  const auto [digitsEnd, error] = std::from_chars(word.data(), wordEnd, name.bits);
+  if (word == stem || error != std::errc{} || std::string_view(digitsEnd, wordEnd) != "b")
+    fail(kRejected, "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in {}",
+         "rose_12b_rggb.pgm");
+  return name;
 }
 
 uint32_t parsePhase(std::string_view option, std::string_view text) {
