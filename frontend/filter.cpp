@@ -1,28 +1,27 @@
 #include "frontend/filter.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdlib>
 #include <iterator>
-#include <type_traits>
 
 #include "common/arith.h"
 #include "common/level.h"
 #include "common/simd.h"
 #include "demosaic/depth.h"
-#include "frontend/registry.h"
+#include "frontend/filter_image.h"
 
 namespace vistrel {
 
-// n results of a row, from 1 up. taps: where the samples of the first one stand.
-template <class T>
-using FilterRow = void (*)(const T* const* taps, const _FLT_3X3* weights, size_t n, T* results);
-
-// What each level has of its own.
+// What each level has of its own: n results of a row, from 1 up; taps point to the samples of the
+// first one.
 template <class T>
 struct FilterRows {
-  FilterRow<T> box, fiveTaps;
-  FilterRow<T> weightedInWords, weighted;
+  using Fixed = void (*)(const T* const* taps, size_t n, T* results);
+  using Weighted = void (*)(const _FLT_3X3& filter, const T* const* taps, size_t n, T* results);
+  Fixed box, fiveTaps;
+  Weighted smallWeights, anyWeights;
 };
 
 }  // namespace vistrel
@@ -34,75 +33,17 @@ namespace vistrel {
 
 namespace {
 
-struct Tap {
-  ptrdiff_t row, column;
-};
-
-// Samples on each side of an image that stay as they are.
-struct Border {
-  ptrdiff_t top, bottom, left, right;
-};
-
-// Rows of samples, and their copy in the work buffer.
+// What the faster rows can do: of bytes, no sum and no part of one leaves a signed word; of words,
+// the weights are signed words.
 template <class T>
-struct Image {
-  T* samples;
-  T* copy;
-  ptrdiff_t width, height;
-  size_t copied;  // samples, counted in 32 bits of bytes
-
-  Image(unsigned nIndex, uint32_t rowSamples, uint32_t rows, T* pImage)
-      : samples(pImage), copy(reinterpret_cast<T*>(g_pwBGRBuff[nIndex])), width(rowSamples),
-        height(rows), copied(rowSamples * rows * uint32_t{sizeof(T)} / sizeof(T)) {}
-
-  bool hasInside(const Border& border) const {
-    return width > border.left + border.right && height > border.top + border.bottom;
+bool areSmall(const int32_t (&weights)[9]) {
+  int64_t sum = 0;
+  bool areWords = true;
+  for (const int32_t w : weights) {
+    sum += std::abs(int64_t{w});
+    areWords = areWords && w == static_cast<int16_t>(w);
   }
-};
-
-// Copies an image, as far as it is wanted, in front of the rows that change.
-template <class T>
-class CopyAhead {
- public:
-  explicit CopyAhead(const Image<T>& image) : m_image(image) {}
-
-  void upToRow(ptrdiff_t row) {
-    const size_t end = std::min(static_cast<size_t>(row * m_image.width), m_image.copied);
-    std::copy(m_image.samples + m_done, m_image.samples + end, m_image.copy + m_done);
-    m_done = end;
-  }
-
- private:
-  const Image<T>& m_image;
-  size_t m_done = 0;
-};
-
-// Changes the samples inside the border. tapsOf(r): the taps of row r. None reaches further down
-// than the border is high.
-template <class T, class TapsOf>
-void filterInside(const Image<T>& image, const Border& border, FilterRow<T> filterRow,
-                  const _FLT_3X3* weights, TapsOf tapsOf) {
-  CopyAhead copy(image);
-  const ptrdiff_t n = image.width - border.left - border.right;
-  const ptrdiff_t end = image.hasInside(border) ? image.height - border.bottom : 0;
-  for (ptrdiff_t r = border.top; r < end; ++r) {
-    copy.upToRow(r + border.bottom + 1);
-    const ptrdiff_t first = r * image.width + border.left;
-    const auto& taps = tapsOf(r);
-    const T* pointers[std::extent_v<std::remove_reference_t<decltype(taps)>>];
-    std::transform(std::begin(taps), std::end(taps), pointers, [&](const Tap& tap) {
-      return image.copy + first + tap.row * image.width + tap.column;
-    });
-    filterRow(pointers, weights, static_cast<size_t>(n), image.samples + first);
-  }
-  copy.upToRow(image.height);
-}
-
-// No sum of bytes leaves a signed word, nor does one of its parts.
-bool fitsWords(const _FLT_3X3& filter) {
-  int64_t reach = 0;
-  for (const int32_t weight : filter.anWeights) reach += std::abs(int64_t{weight});
-  return reach * 255 <= INT16_MAX;
+  return sizeof(T) == 1 ? sum * 255 <= INT16_MAX : areWords;
 }
 
 // The same filter with a positive divisor, where that changes no quotient; and by minus one no
@@ -114,46 +55,61 @@ _FLT_3X3 negated(const _FLT_3X3& filter) {
   return result;
 }
 
-// Nine weights over neighbours one pixel off, where taps does not say otherwise.
-template <class T>
-void weigh(const Image<T>& image, ptrdiff_t pixel, const Tap (&taps)[9], const _FLT_3X3* pFilter) {
-  const Border border{1, 1, pixel, pixel};
-  if (!image.hasInside(border)) return CopyAhead(image).upToRow(image.height);
-  const auto& rows = *VISTREL_BY_LEVEL(kFilterRows<T>);
-  const bool inWords = sizeof(T) == 1 && fitsWords(*pFilter);
-  const bool flips = inWords ? pFilter->nDivisor < 0 : pFilter->nDivisor == -1;
-  const _FLT_3X3 filter = flips ? negated(*pFilter) : *pFilter;
-  filterInside(image, border, inWords ? rows.weightedInWords : rows.weighted, &filter,
-               [&](ptrdiff_t) -> const auto& { return taps; });
+using NineTaps = std::array<Tap, 9>;
+
+// From the columns, row by row.
+constexpr NineTaps nineTaps(const int (&columns)[9]) {
+  NineTaps taps{};
+  for (int i = 0; i < 9; ++i) taps[i] = {i / 3 - 1, columns[i]};
+  return taps;
 }
 
-constexpr Tap kNeighbours[9] = {{-1, -1}, {-1, 0}, {-1, 1}, {0, -1}, {0, 0}, {0, 1}, {1, -1}, {1, 0}, {1, 1}};
+constexpr NineTaps kGrayTaps = nineTaps({-1, 0, 1, /**/ -1, 0, 1, /**/ -1, 0, 1});
 // quirk: filter-centre-row. The outer taps of the centre row are the neighbouring bytes, of other
 // channels.
-constexpr Tap kNeighboursRGB3[9] = {{-1, -3}, {-1, 0}, {-1, 3}, {0, -1}, {0, 0}, {0, 1}, {1, -3}, {1, 0}, {1, 3}};
-// quirk: filter-lower-left. The lower left tap is the byte before the lower one.
-constexpr Tap kNeighboursRGB4[9] = {{-1, -4}, {-1, 0}, {-1, 4}, {0, -4}, {0, 0}, {0, 4}, {1, -1}, {1, 0}, {1, 4}};
+constexpr NineTaps kRgb3Taps = nineTaps({-3, 0, 3, /**/ -1, 0, 1, /**/ -3, 0, 3});
+// quirk: filter-lower-left. The lower left tap is the byte right before the lower one.
+constexpr NineTaps kRgb4Taps = nineTaps({-4, 0, 4, /**/ -4, 0, 4, /**/ -1, 0, 4});
+
+// pixel: in samples, how wide the left and right border is.
+template <class T>
+void weigh(const Image<T>& image, ptrdiff_t pixel, const NineTaps& taps, const _FLT_3X3* pFilter) {
+  const Border border{1, 1, pixel, pixel};
+  if (!image.hasInside(border)) return CopyAhead(image).upToRow(image.height);
+  const bool small = areSmall<T>(pFilter->anWeights);
+  const bool flips = sizeof(T) == 1 && small ? pFilter->nDivisor < 0 : pFilter->nDivisor == -1;
+  const _FLT_3X3 filter = flips ? negated(*pFilter) : *pFilter;
+  const auto& rows = *VISTREL_BY_LEVEL(kFilterRows<T>);
+  const auto row = small ? rows.smallWeights : rows.anyWeights;
+  filterInside(
+      image, border, [&](ptrdiff_t) { return taps; },
+      [&](const T* const* samples, size_t n, T* results) { row(filter, samples, n, results); });
+}
 
 // The mean of a sample and its neighbours to the right and below.
 // quirk: filter-narrow-box. Of words the last three columns stay, of bytes only the last one.
 template <class T>
 void box(const Image<T>& image) {
-  static constexpr Tap kTaps[] = {{0, 0}, {0, 1}, {1, 0}, {1, 1}};
-  filterInside(image, {0, 1, 0, sizeof(T) == 1 ? 1 : 3}, VISTREL_BY_LEVEL(kFilterRows<T>)->box,
-               nullptr, [](ptrdiff_t) -> const auto& { return kTaps; });
+  static constexpr std::array<Tap, 4> kTaps = {{{0, 0}, {0, 1}, {1, 0}, {1, 1}}};
+  filterInside(
+      image, {0, 1, 0, sizeof(T) == 1 ? 1 : 3}, [](ptrdiff_t) { return kTaps; },
+      VISTREL_BY_LEVEL(kFilterRows<T>)->box);
 }
 
-// The mean of five samples of one colour of a mosaic: on the diagonals where row and column are
-// even, two samples off elsewhere.
+// The mean of five samples of one colour of a mosaic: a cross of diagonals where row and column
+// are even, one of samples two off elsewhere. Taps of even columns first, then those of odd ones.
 // quirk: filter-row-seam. It begins in column 0, whose left taps are the end of the row above.
 template <class T>
 void fiveTaps(const Image<T>& image) {
-#define VISTREL_DIAGONAL {-1, -1}, {-1, 1}, {0, 0}, {1, -1}, {1, 1}
-#define VISTREL_AXIAL {-2, 0}, {0, -2}, {0, 0}, {0, 2}, {2, 0}
-  static constexpr Tap kTaps[2][10] = {{VISTREL_DIAGONAL, VISTREL_AXIAL},
-                                       {VISTREL_AXIAL, VISTREL_AXIAL}};
-  filterInside(image, {2, 2, 0, 4}, VISTREL_BY_LEVEL(kFilterRows<T>)->fiveTaps, nullptr,
-               [](ptrdiff_t r) -> const auto& { return kTaps[r & 1]; });
+  static constexpr Tap kDiagonal[] = {{-1, -1}, {-1, 1}, {0, 0}, {1, -1}, {1, 1}};
+  static constexpr Tap kUpright[] = {{-2, 0}, {0, -2}, {0, 0}, {0, 2}, {2, 0}};
+  const auto tapsOf = [](ptrdiff_t r) {
+    std::array<Tap, 10> taps;
+    std::copy_n(r % 2 == 0 ? kDiagonal : kUpright, 5, taps.begin());
+    std::copy_n(kUpright, 5, taps.begin() + 5);
+    return taps;
+  };
+  filterInside(image, {2, 2, 0, 4}, tapsOf, VISTREL_BY_LEVEL(kFilterRows<T>)->fiveTaps);
 }
 
 // The pointer values of the fixed filters.
@@ -164,7 +120,7 @@ void filterGray(const Image<T>& image, const _FLT_3X3* pFilter) {
   switch (reinterpret_cast<uintptr_t>(pFilter)) {
     case kBox: return box(image);
     case kFiveTaps: return fiveTaps(image);
-    default: return weigh(image, 1, kNeighbours, pFilter);
+    default: return weigh(image, 1, kGrayTaps, pFilter);
   }
 }
 
@@ -182,12 +138,12 @@ void ImgFilterGray16(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidt
 
 void ImgFilterRGB3(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
                    uint32_t nImgHeight, uint8_t* pImage) {
-  weigh(Image(nIndex, 3 * nImgWidth, nImgHeight, pImage), 3, kNeighboursRGB3, pFilter);
+  weigh(Image(nIndex, 3 * nImgWidth, nImgHeight, pImage), 3, kRgb3Taps, pFilter);
 }
 
 void ImgFilterRGB4(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
                    uint32_t nImgHeight, uint8_t* pImage) {
-  weigh(Image(nIndex, 4 * nImgWidth, nImgHeight, pImage), 4, kNeighboursRGB4, pFilter);
+  weigh(Image(nIndex, 4 * nImgWidth, nImgHeight, pImage), 4, kRgb4Taps, pFilter);
 }
 
 }  // namespace vistrel
