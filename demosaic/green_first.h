@@ -1,5 +1,8 @@
-// The shape of the algorithms that first complete green, then find red and blue by it.
+// The shape of the algorithms that first complete green, then find red and blue
+// by it.
 #pragma once
+
+#include <climits>
 
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
@@ -9,19 +12,28 @@ namespace vistrel {
 // The half rows behind a row of pixels: the mosaic and finished green.
 template <class T>
 struct GreenFirstRows {
-  HalfRowWindow<T, 1> mosaic, green;
+  HalfRowWindow<T, 2> mosaic;
+  HalfRowWindow<T, 1> green;
 };
 
-// What each level compiles of such an algorithm.
 template <class T>
-struct GreenFirstKernels {
-  // Green of the n red or blue sites of a row, by the column parity of these sites.
+struct GreenFirstPasses {
+  // Green of the n red or blue sites of a row, by the column parity of these
+  // sites.
   void (*green[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, T* green);
   PixelRows<T, GreenFirstRows<T>> pixels;
 };
 
-// Finished green, a few rows at a time: computed at red and blue sites, the mosaic's elsewhere.
-// Beyond the region it is zero where the mosaic has none.
+// What each level compiles of such an algorithm: passes for any samples, and
+// faster ones for words of twelve bits.
+template <class T>
+struct GreenFirstKernels {
+  bool (*isTwelveBits)(const T* half, size_t n);
+  GreenFirstPasses<T> passes[2];
+};
+
+// Finished green, a few rows at a time: computed at red and blue sites, the
+// mosaic's elsewhere. Beyond the region it is zero where the mosaic has none.
 template <class T>
 class GreenRows {
  public:
@@ -58,19 +70,29 @@ class GreenRows {
 
 template <class T>
 void sweepGreenFirst(const Conversion<T>& c, const GreenFirstKernels<T>& kernels) {
-  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 5);
+  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 6);
   const GreenRows<T> green(mosaic, 3);
   if (!mosaic || !green) return;
+  int lastWide = INT_MIN;  // the last row that has a sample of more than twelve bits
+  const auto passes = [&](int y, int reach) -> const GreenFirstPasses<T>& {
+    return kernels.passes[lastWide < y - reach];
+  };
   sweepGuarded(
       c, mosaic, 1,
       [&](int y, T* pixels, RowCopies<T>& copies) {
-        kernels.pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
-            {mosaic.template window<1>(y), green.window(y)}, mosaic.columns(), pixels, copies);
+        passes(y, 3).pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
+            {mosaic.template window<2>(y), green.window(y)}, mosaic.columns(), pixels, copies);
       },
+      stage(0,
+            [&](int y) {
+              for (unsigned parity = 0; parity < 2; ++parity)
+                if (!kernels.isTwelveBits(mosaic.half(y, parity), mosaic.halfSize(parity)))
+                  lastWide = y;
+            }),
       stage(2, [&](int y) {
         const unsigned parity = 1 - mosaic.greenParity(y);
-        kernels.green[parity](mosaic.template window<2>(y), mosaic.halfSize(parity),
-                              green.computed(y));
+        passes(y, 2).green[parity](mosaic.template window<2>(y), mosaic.halfSize(parity),
+                                   green.computed(y));
         green.guard(y);
       }));
 }

@@ -5,43 +5,60 @@
 #endif
 #include "common/wide.inl"
 #include "common/pixel_row.inl"
-#include "common/taps.inl"
+#include "common/values.inl"
 
-template <class T, class Formulas, int parity>
+template <class T, class Formulas, class Values, int parity>
 void greenRow(const HalfRowWindow<T, 2>& mosaic, size_t n, T* __restrict green) {
   const HalfRowWindow<T, 2> rows = mosaic;
-  for (size_t k = 0; k < n; k += kLanes<T>)
-    store(green + k, narrow<T>(Formulas::green(WideTap<T, 2, parity>{rows, k}),
-                               Formulas::green(WideTap<T, 2, parity>{rows, k + kWideLanes<T>})));
+  for (size_t k = 0; k < n; k += kLanes<T>) {
+    typename Values::Value values[Values::kParts];
+    for (size_t i = 0; i < Values::kParts; ++i)
+      values[i] = Formulas::green(ValueTap<Values, 2, parity>{rows, k, i});
+    store(green + k, Values::join(values));
+  }
 }
 
-template <class Formulas>
+template <class Formulas, class Values>
 struct FillGreenFirst {
   template <class T, int greenParity>
   VISTREL_INLINE static Halves<T> at(const GreenFirstRows<T>& rows, size_t k) {
     constexpr int g = greenParity, c = 1 - greenParity;
-    constexpr size_t half = kWideLanes<T>;
-    Wide<T> along[2], across[2], opposite[2];
-    for (size_t i = 0; i < 2; ++i) {
-      const size_t at = k + i * half;
-      const WideTap<T, 1, g> mosaicAtGreen{rows.mosaic, at}, greenAtGreen{rows.green, at};
-      const WideTap<T, 1, c> mosaicAtColour{rows.mosaic, at}, greenAtColour{rows.green, at};
+    typename Values::Value along[Values::kParts], across[Values::kParts], opposite[Values::kParts];
+    for (size_t i = 0; i < Values::kParts; ++i) {
+      const ValueTap<Values, 2, g> mosaicAtGreen{rows.mosaic, k, i};
+      const ValueTap<Values, 2, c> mosaicAtColour{rows.mosaic, k, i};
+      const ValueTap<Values, 1, g> greenAtGreen{rows.green, k, i};
+      const ValueTap<Values, 1, c> greenAtColour{rows.green, k, i};
       along[i] = Formulas::along(mosaicAtGreen, greenAtGreen);
       across[i] = Formulas::across(mosaicAtGreen, greenAtGreen);
       opposite[i] = Formulas::opposite(mosaicAtColour, greenAtColour);
     }
     Halves<T> h;
-    h.own[g] = narrow<T>(along[0], along[1]);
+    h.own[g] = Values::join(along);
     h.green[g] = load(rows.green.half[1][g] + k);
-    h.opposite[g] = narrow<T>(across[0], across[1]);
-    h.own[c] = load(rows.mosaic.half[1][c] + k);
+    h.opposite[g] = Values::join(across);
+    h.own[c] = load(rows.mosaic.half[2][c] + k);
     h.green[c] = load(rows.green.half[1][c] + k);
-    h.opposite[c] = narrow<T>(opposite[0], opposite[1]);
+    h.opposite[c] = Values::join(opposite);
     return h;
   }
 };
 
+template <class T>
+bool isTwelveBits(const T* half, size_t n) {
+  if constexpr (sizeof(T) == 1) return true;
+  T bits = 0;
+  for (size_t k = 0; k < n; ++k) bits = static_cast<T>(bits | half[k]);
+  return bits < 4096;
+}
+
+template <class T, class Formulas, class Values>
+constexpr GreenFirstPasses<T> kGreenFirstPasses = {
+    {greenRow<T, Formulas, Values, 0>, greenRow<T, Formulas, Values, 1>},
+    kPixelRows<T, GreenFirstRows<T>, FillGreenFirst<Formulas, Values>>};
+
 template <class T, class Formulas>
 constexpr GreenFirstKernels<T> kGreenFirst = {
-    {greenRow<T, Formulas, 0>, greenRow<T, Formulas, 1>},
-    kPixelRows<T, GreenFirstRows<T>, FillGreenFirst<Formulas>>};
+    isTwelveBits<T>,
+    {kGreenFirstPasses<T, Formulas, Widened<T>>,
+     kGreenFirstPasses<T, Formulas, std::conditional_t<sizeof(T) == 1, Widened<T>, TwelveBits>>}};

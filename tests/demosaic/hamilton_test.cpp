@@ -1,4 +1,6 @@
 // Hamilton's gradients: the axis of green, the diagonal of the other colour, and the rim.
+#include <cstdlib>
+
 #include "tests/demosaic/demosaiced.h"
 #include "tests/levels.h"
 
@@ -125,6 +127,24 @@ TEST_P(Hamilton, ComputedWordsStopAtTenBitsSensedOnesPass) {
         EXPECT_EQ(out.blue(x, y), blueSite ? v : 1023u);
         EXPECT_EQ(out.green(x, y), redSite || blueSite ? 1023u : v);
         EXPECT_EQ(out.red(x, y), redSite ? v : 1023u);
+      }
+  }
+}
+
+// A sample that sixteen bits take, in a frame of twelve, changes nothing beyond its reach.
+TEST_P(Hamilton, OneWideSampleStaysAmongItsNeighbours) {
+  constexpr int width = 80, height = 14, x = 37;
+  for (int y = 0; y < height; ++y) {
+    Frame<uint16_t> frame(width, height, 0), wide(width, height, 0);
+    frame.samples = wide.samples = noise<uint16_t>(width * height, 4095, 5);
+    wide.at(x, static_cast<uint32_t>(y)) = 65535;
+    const auto before = hamilton(frame), after = hamilton(wide);
+    for (int j = 0; j < height; ++j)
+      for (int i = 0; i < width; ++i) {
+        if (std::abs(i - x) <= 3 && std::abs(j - y) <= 3) continue;
+        ASSERT_EQ(before.blue(i, j), after.blue(i, j)) << i << ", " << j;
+        ASSERT_EQ(before.green(i, j), after.green(i, j)) << i << ", " << j;
+        ASSERT_EQ(before.red(i, j), after.red(i, j)) << i << ", " << j;
       }
   }
 }
