@@ -33,7 +33,7 @@ constexpr Field kFields[] = {
     {"guarded", &Call::guarded},
     {"stride", &Call::stride},
     {"shift", &Call::shift},
-    {"features", &Call::features},
+
     {"unknown", &Call::unknown},
     {"a", &Call::a},
     {"b", &Call::b},

@@ -26,7 +26,6 @@ struct Call {
   uint32_t format = 0, algorithm = 0, bayer = 0, binning = 0, dstBits = 0, lutMode = 0;
   uint32_t imgWidth = 0, imgHeight = 0, roiX = 0, roiY = 0, roiWidth = 0, roiHeight = 0;
   uint32_t srcBits = 0, skip = 0, guarded = 0, stride = 0, shift = 0;
-  uint32_t features = 0;                // the enabled feature mask, for what depends on it
   uint32_t unknown = 0;                 // nonzero: the call names a stream that was never opened
   uint32_t a = 0, b = 0, c = 0, d = 0;  // small numbers of functions with arguments of their own
   uint32_t pattern = 0, seed = 0, place = 0;

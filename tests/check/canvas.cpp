@@ -36,12 +36,15 @@ std::optional<ptrdiff_t> Block::stain(uint8_t colour) const {
     if (clean) return std::nullopt;
     return std::find_if(from, to, [=](uint8_t b) { return b != colour; }) - begin;
   };
-  for (size_t r = 0; r < zoneRows; ++r) {
-    const uint8_t* from = zone + r * zonePitch;
-    const uint8_t* inner = zoneRows == 1 ? begin : row(r);
-    const size_t innerBytes = zoneRows == 1 ? shape.span() : shape.rowBytes;
-    if (const auto before = scan(from, inner)) return before;
-    if (const auto behind = scan(inner + innerBytes, from + zoneBytes)) return behind;
+  for (size_t z = 0; z < zoneRows; ++z) {
+    const size_t rows = zoneRows == 1 ? shape.rows : 1;  // that lie in this stretch
+    const uint8_t* const to = zone + z * zonePitch + zoneBytes;
+    const uint8_t* from = zone + z * zonePitch;
+    for (size_t r = z; r < z + rows; ++r) {
+      if (const auto stained = scan(from, row(r))) return stained;
+      from = row(r) + shape.rowBytes;
+    }
+    if (const auto stained = scan(from, to)) return stained;
   }
   return std::nullopt;
 }

@@ -26,8 +26,8 @@ int asInt(uint32_t v) { return static_cast<int>(v); }
 // A table of words for srcBits input bits.
 Layout tableLayout(const Call& call) {
   Layout layout;
-  layout.destinationBytes = sizeof(uint16_t) << call.srcBits;
-  layout.destination = {sizeof(uint16_t), 1, size_t{1} << call.srcBits, 0};
+  layout.destination = Shape::packed(sizeof(uint16_t) << call.srcBits);
+  layout.destinationRaster = {sizeof(uint16_t), 1, size_t{1} << call.srcBits};
   layout.pixels = uint64_t{1} << call.srcBits;
   return layout;
 }
@@ -103,8 +103,9 @@ void addPoints(Catalogue& all) {
   };
   const auto layout = [](const Call&) {
     Layout l;
-    l.destinationBytes = l.workBytes = 6 * sizeof(int);
-    l.destination = l.work = {sizeof(int), 1, 0, 0};
+    l.workBytes = 6 * sizeof(int);
+    l.destination = Shape::packed(l.workBytes);
+    l.destinationRaster = l.workRaster = {sizeof(int)};
     return l;
   };
   add(all,
@@ -158,10 +159,10 @@ Layout doubleLayout(size_t in, size_t out, size_t ints) {
   Layout layout;
   layout.sampleBytes = sizeof(double);
   layout.source = Shape::packed(in * sizeof(double));
-  layout.destinationBytes = out * sizeof(double);
-  layout.destination = {sizeof(double), 1, 0, 0};
+  layout.destination = Shape::packed(out * sizeof(double));
+  layout.destinationRaster = {sizeof(double)};
   layout.workBytes = ints * sizeof(int);
-  layout.work = {sizeof(int), 1, 0, 0};
+  layout.workRaster = {sizeof(int)};
   return layout;
 }
 

@@ -1,14 +1,15 @@
-// The demosaic algorithms through the public entries, and the spreading of the mosaic.
+// The demosaic algorithms, and the spreading of the mosaic.
+#include "demosaic/image_functions.h"
 #include "demosaic/work_buffer.h"
 #include "frontend/vistrel.h"
 #include "tests/check/conversion.h"
+#include "tests/check/mosaic_layout.h"
 #include "tests/check/rooms.h"
+#include "tests/check/stage.h"
 #include "tests/reference/demosaic.h"
 
 namespace vistrel::check {
 namespace {
-
-enum class Road { guarded };
 
 struct Algorithm {
   const char* name;
@@ -19,44 +20,57 @@ struct Algorithm {
 // One line an algorithm.
 constexpr Algorithm kAlgorithms[] = {
     {"bilinear", DM_BILINEAR, Road::guarded},
+    {"near-neighbor", 2, Road::nearest},
+    {"laroche", DM_GRADIENT_LAROCHE, Road::guarded},
+    {"hamilton", DM_GRADIENT_HAMILTON, Road::guarded},
 };
 
-bool refused(const Call& call, bool wide) {
-  return !wide && (call.format == IMG_FMT_MONO16 || call.format == IMG_FMT_GRAY16);
+std::string atDepth(const char* name, bool wide) {
+  return std::string(name) + (wide ? "-16" : "-8");
 }
 
-void setGuarded(Layout& layout, const Call& call) {
-  const size_t s = layout.sampleBytes, width = call.fullWidth(), height = call.fullHeight();
-  if (width > 0 && height > 0)
-    layout.source = {s * call.originX(), height, s * width, s * call.imgWidth};
-  layout.workBytes = s * (height + 4) * (3 * width + 12);
-  layout.stream = FrameSize{call.fullWidth(), call.fullHeight()};
-  layout.work = {s, 3, width + 4, 2};
-}
-
-Layout layoutOf(const Call& call, bool wide) {
-  Layout layout = conversionLayout(call, wide);
-  if (!refused(call, wide)) setGuarded(layout, call);
-  return layout;
-}
-
-Call drawOne(Draw& draw, bool wide, const Algorithm& algorithm) {
-  Call call;
-  draw.size(call);
-  drawColour(draw, call, wide);
-  drawRegion(draw, call, wide);
-  if (wide && call.format == IMG_FMT_MONO16) call.format = 8;
-  call.algorithm = (draw.word() & ~uint32_t{0xFF}) | algorithm.code;
-  return call;
-}
-
+// Through the public entries. Of the upper bits, only the edge demosaic looks at some.
 void addAlgorithm(Catalogue& all, const Algorithm& algorithm, bool wide) {
+  const auto draw = [=](Draw& d) {
+    Call call = drawMosaic(d, wide, algorithm.road);
+    call.algorithm = (d.word() & ~uint32_t{0xFF}) | algorithm.code;
+    return call;
+  };
   all.add("demosaic",
-          {std::string(algorithm.name) + (wide ? "-16" : "-8"),
-           [=](const Call& call) { return layoutOf(call, wide); },
+          {atDepth(algorithm.name, wide),
+           [=](const Call& call) { return mosaicLayout(call, wide, algorithm.road); },
            conversions(wide),
            {}},
-          [=](Draw& draw) { return drawOne(draw, wide, algorithm); });
+          draw);
+}
+
+// The one that has no code.
+void runHomogeneity(const auto& function, const Call& c, const Memory& m, uint8_t*) {
+  function(kSlot, c.imgWidth, c.bayer, c.binning, c.format, c.roiX, c.roiY, c.roiWidth, c.roiHeight,
+           m.source.as<uint8_t>(), m.destination.as());
+}
+
+void runHomogeneity(const auto& function, const Call& c, const Memory& m, uint16_t*) {
+  function(kSlot, c.imgWidth, c.bayer, c.binning, c.format, c.lutMode, c.roiX, c.roiY, c.roiWidth,
+           c.roiHeight, m.source.as<uint16_t>(), m.destination.as(), c.dstBits, c.srcBits);
+}
+
+template <class T>
+void addHomogeneity(Catalogue& all) {
+  const bool wide = sizeof(T) == 2;
+  const auto run = [](auto function) -> Subject::Run {
+    return [function](const Call& c, const Memory& m) -> uint64_t {
+      runHomogeneity(function, c, m, static_cast<T*>(nullptr));
+      return 0;
+    };
+  };
+  all.add("demosaic",
+          {atDepth("ImageColorDemosaicAHD", wide),
+           [](const Call& call) { return mosaicLayout(call, wide, Road::homogeneity); },
+           {run([](auto... arguments) { ImageColorDemosaicAHD(arguments...); }),
+            run([](auto... arguments) { reference::ImageColorDemosaicAHD(arguments...); })},
+           {}},
+          [](Draw& draw) { return drawMosaic(draw, wide, Road::homogeneity); });
 }
 
 template <class T>
@@ -73,9 +87,9 @@ Subject::Run preparing(Prepare<T>* prepare) {
 }
 
 template <class T>
-void addPrepare(Catalogue& all, const char* name) {
+void addPrepare(Catalogue& all) {
   const bool wide = sizeof(T) == 2;
-  const auto layout = [=](const Call& call) {
+  const auto layout = [](const Call& call) {
     Layout l;
     l.sampleBytes = sizeof(T);
     l.sourceBits = wide ? call.srcBits : 8;
@@ -83,29 +97,32 @@ void addPrepare(Catalogue& all, const char* name) {
     setGuarded(l, call);
     return l;
   };
+  const auto draw = [](Draw& d) {
+    Call call;
+    d.size(call);
+    d.memory(call, wide);
+    drawRegion(d, call, wide);
+    call.srcBits = wide ? d.sourceBits() : 0;
+    call.place |= kWorkExact;
+    return call;
+  };
   all.add("demosaic",
-          {name,
+          {atDepth("PrepareBGRBuffer", wide),
            layout,
            {preparing<T>(PrepareBGRBuffer), preparing<T>(reference::PrepareBGRBuffer)},
            {}},
-          [=](Draw& draw) {
-            Call call;
-            draw.size(call);
-            draw.memory(call, wide);
-            drawRegion(draw, call, wide);
-            call.srcBits = wide ? draw.sourceBits() : 0;
-            call.place |= kWorkExact;
-            return call;
-          });
+          draw);
 }
 
 }  // namespace
 
 void addDemosaic(Catalogue& all) {
-  addPrepare<uint8_t>(all, "PrepareBGRBuffer-8");
-  addPrepare<uint16_t>(all, "PrepareBGRBuffer-16");
+  addPrepare<uint8_t>(all);
+  addPrepare<uint16_t>(all);
   for (const Algorithm& algorithm : kAlgorithms)
     for (const bool wide : {false, true}) addAlgorithm(all, algorithm, wide);
+  addHomogeneity<uint8_t>(all);
+  addHomogeneity<uint16_t>(all);
 }
 
 }  // namespace vistrel::check

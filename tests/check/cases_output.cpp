@@ -39,9 +39,9 @@ Layout memberLayout(Family family, const Call& call) {
   layout.sampleBytes = std::is_same_v<Source, const uint8_t*> ? 1 : 2;
   layout.sourceBits = layout.sampleBytes == 1 ? 8 : call.a;
   layout.source = sourceShape(family, call, layout.sampleBytes);
-  layout.destinationBytes =
-      sizeof(Sample) * channelsWritten(family) * call.roiWidth * call.roiHeight;
-  layout.destination = {sizeof(Sample), channelsWritten(family), call.roiWidth, 0};
+  layout.destination =
+      Shape::packed(sizeof(Sample) * channelsWritten(family) * call.roiWidth * call.roiHeight);
+  layout.destinationRaster = {sizeof(Sample), channelsWritten(family), call.roiWidth};
   layout.tableEntries = kIsTable<Source> ? kTableEntries / sizeof(uint16_t) : 0;
   layout.pixels = uint64_t{call.fullWidth()} * call.fullHeight();
   return layout;
@@ -194,7 +194,7 @@ Subject::Run running(CreateTable* create) {
 void addTable(Catalogue& all) {
   const auto layout = [](const Call& call) {
     Layout l;
-    l.destinationBytes = kTableEntries;
+    l.destination = Shape::packed(kTableEntries);
     l.tableEntries = userEntries(call);
     l.pixels = kTableEntries;
     return l;

@@ -34,7 +34,10 @@ std::optional<Failure> Checker::checkCall(const Call& call, const Layout& layout
   if (auto failure = stained(reference_.memory(), reference_.colour(), "the reference"))
     return failure;
   if (auto failure = stained(product_.memory(), product_.colour(), "the product")) return failure;
-  return difference(layout, product_.memory(), reference_.memory());
+  if (auto failure = difference(layout, product_.memory(), reference_.memory())) return failure;
+  product_.settle(layout.meaningless);
+  reference_.settle(layout.meaningless);
+  return std::nullopt;
 }
 
 std::optional<Failure> Checker::check(const Case& calls, Level level) {

@@ -25,14 +25,11 @@ class Fold {
   uint64_t sum_ = 0xCBF29CE484222325;
 };
 
-void foldCall(Fold& fold, const Layout& layout, const Memory& memory, const Outcome& outcome) {
+void foldCall(Fold& fold, const Memory& memory, const Outcome& outcome) {
   if (outcome.fault) throw std::runtime_error("a fault; the check itself tells where");
   fold.word(outcome.result);
-  fold.bytes(memory.destination.begin, memory.destination.shape.span());
-  const uint8_t* const work = memory.work.begin;
-  const Range blank = layout.meaningless;
-  fold.bytes(work, blank.from);
-  fold.bytes(work + blank.to, memory.work.shape.span() - blank.to);
+  for (const Block* block : {&memory.destination, &memory.work})
+    for (size_t r = 0; r < block->shape.rows; ++r) fold.bytes(block->row(r), block->shape.rowBytes);
 }
 
 std::map<std::string, std::string> readGolden(const std::string& path) {
@@ -59,7 +56,9 @@ uint64_t checksum(const Catalogue& all, const Plan& plan, Side side) {
     for (size_t i = 0; i < calls.size(); ++i) {
       const Subject& subject = all.subject(calls[i].subject);
       stage.set(subject, calls[i], layouts[i]);
-      foldCall(fold, layouts[i], stage.memory(), stage.play(subject, calls[i]));
+      const Outcome outcome = stage.play(subject, calls[i]);
+      stage.settle(layouts[i].meaningless);
+      foldCall(fold, stage.memory(), outcome);
     }
   }
   return fold.sum();

@@ -45,7 +45,7 @@ bool hasOutput(const Call& call, bool wide) {
   return branch && call.binning <= 3 && call.roiWidth > 0 && call.roiHeight > 0;
 }
 
-void drawRegion(Draw& draw, Call& call, bool wide) {
+void drawRegion(Draw& draw, Call& call, bool wide, bool fencesAllowed) {
   const uint32_t s = static_cast<uint32_t>(sampleBytes(wide));
   const uint32_t fenced = static_cast<uint32_t>(FencedRows::kPitch) / s;
   const bool fits =
@@ -56,7 +56,7 @@ void drawRegion(Draw& draw, Call& call, bool wide) {
   const uint32_t rightEnd = call.factor() * (call.roiX + call.roiWidth);
   call.imgWidth = rightEnd + (draw.oddly(2) ? draw.below(20) : 0);
   call.imgHeight = call.factor() * (call.roiY + call.roiHeight) + draw.below(3);
-  if (fits && rightEnd <= fenced && draw.oddly(4)) {
+  if (fencesAllowed && fits && rightEnd <= fenced && draw.oddly(4)) {
     call.place |= kFencedRows;
     call.imgWidth = fenced;
   }
@@ -81,8 +81,9 @@ Layout conversionLayout(const Call& call, bool wide) {
   Layout layout;
   layout.sampleBytes = sampleBytes(wide);
   layout.sourceBits = wide ? call.srcBits : 8;
-  layout.destinationBytes = pixel.sampleBytes * pixel.channels * call.roiWidth * call.roiHeight;
-  layout.destination = {pixel.sampleBytes, pixel.channels, call.roiWidth, 0};
+  layout.destination =
+      Shape::packed(pixel.sampleBytes * pixel.channels * call.roiWidth * call.roiHeight);
+  layout.destinationRaster = {pixel.sampleBytes, pixel.channels, call.roiWidth};
   layout.tableEntries = wide ? kTableEntries16 : 0;
   layout.pixels = uint64_t{call.fullWidth()} * call.fullHeight();
   return layout;

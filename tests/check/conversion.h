@@ -13,8 +13,9 @@ bool isGray(uint32_t format);
 // Something is written: a colour format with an output branch, a binning that there is, a size.
 bool hasOutput(const Call& call, bool wide);
 
-// roiX, roiY, imgWidth, imgHeight, sometimes with rows far enough apart for fences between.
-void drawRegion(Draw& draw, Call& call, bool wide);
+// bayer, roiX, roiY, imgWidth, imgHeight; sometimes, where allowed, with rows far enough apart for
+// fences between.
+void drawRegion(Draw& draw, Call& call, bool wide, bool fencesAllowed = true);
 // format, dstBits, lutMode, srcBits of a colour conversion, and the place of its memory.
 void drawColour(Draw& draw, Call& call, bool wide);
 

@@ -23,10 +23,8 @@ uint64_t sampleAt(const uint8_t* bytes, size_t sample, size_t sampleBytes) {
 std::string placeOf(const Raster& raster, size_t sample) {
   if (raster.width == 0) return fmt::format("sample {}", sample);
   const size_t pixel = sample / raster.channels;
-  const auto x =
-      static_cast<ptrdiff_t>(pixel % raster.width) - static_cast<ptrdiff_t>(raster.guard);
-  const auto y =
-      static_cast<ptrdiff_t>(pixel / raster.width) - static_cast<ptrdiff_t>(raster.guard);
+  const auto x = static_cast<ptrdiff_t>(pixel % raster.width) - static_cast<ptrdiff_t>(raster.left);
+  const auto y = static_cast<ptrdiff_t>(pixel / raster.width) - static_cast<ptrdiff_t>(raster.top);
   return fmt::format("pixel ({}, {}) channel {}", x, y, sample % raster.channels);
 }
 
@@ -91,9 +89,9 @@ std::optional<Failure> difference(const Layout& layout, const Memory& got, const
   if (auto failure = compareRows(Kind::source, "table", got.table, expected.table, plain, {}))
     return failure;
   if (auto failure = compareRows(Kind::destination, "destination", got.destination,
-                                 expected.destination, layout.destination, {}))
+                                 expected.destination, layout.destinationRaster, {}))
     return failure;
-  return compareRows(Kind::work, "work buffer", got.work, expected.work, layout.work,
+  return compareRows(Kind::work, "work buffer", got.work, expected.work, layout.workRaster,
                      layout.meaningless);
 }
 

@@ -10,6 +10,8 @@ void addOutput(Catalogue& all);
 void addMono(Catalogue& all);
 void addSkip(Catalogue& all);
 void addDemosaic(Catalogue& all);
+void addCfa(Catalogue& all);
+void addFilter(Catalogue& all);
 void addRegistry(Catalogue& all);
 void addSequence(Catalogue& all);  // after all those that it draws from
 

@@ -100,6 +100,16 @@ const Impostor kImpostors[] = {
        return result;
      },
      {Kind::destination}},
+    {"a write between the rows",
+     "mono-16to16",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       const uint64_t result = right(c, m);
+       const Shape& s = m.source.shape;
+       if (s.rows > 1 && s.pitch > s.rowBytes && !(c.place & kFencedRows))
+         m.source.begin[s.rowBytes] = 0;
+       return result;
+     },
+     {Kind::outside}},
     {"a stale sample in the work buffer",
      "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {

@@ -29,6 +29,8 @@ class Stage {
   void set(const Subject& subject, const Call& call, const Layout& layout);
   // The same, with what another stage holds.
   void setLike(const Stage& other, const Call& call, const Layout& layout);
+  // Puts something definite where a call has left bytes of no meaning in the work buffer.
+  void settle(Range meaningless) const;
   Outcome play(const Subject& subject, const Call& call);
 
   const Memory& memory() const { return memory_; }

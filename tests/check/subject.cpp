@@ -30,8 +30,8 @@ const Subject& Catalogue::subject(const std::string& name) const {
 
 Catalogue catalogue() {
   Catalogue all;
-  for (const auto add :
-       {addCurves, addOutput, addMono, addSkip, addDemosaic, addRegistry, addSequence})
+  for (const auto add : {addCurves, addOutput, addMono, addSkip, addDemosaic, addCfa, addFilter,
+                         addRegistry, addSequence})
     add(all);
   return all;
 }

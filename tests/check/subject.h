@@ -25,7 +25,8 @@ struct Raster {
   size_t sampleBytes = 1;
   size_t channels = 1;
   size_t width = 0;  // pixels a row, guard included; 0: not a picture
-  size_t guard = 0;  // pixels of guard on the left and rows above
+  size_t left = 0;   // pixels of guard before a row
+  size_t top = 0;    // rows of guard
 };
 
 struct FrameSize {
@@ -41,11 +42,11 @@ struct Layout {
   Shape source;
   size_t sampleBytes = 1;  // of a source sample
   uint32_t sourceBits = 8;
-  size_t destinationBytes = 0;
-  Raster destination;
+  Shape destination;
+  Raster destinationRaster;
   size_t workBytes = 0;             // the part of the work buffer that the call may touch
   std::optional<FrameSize> stream;  // the smallest size for ImgInitialize that allows the call
-  Raster work;
+  Raster workRaster;
   Range meaningless;  // bytes of the work buffer that the call leaves at random
   size_t tableEntries = 0;
   uint64_t pixels = 0;  // of the source, to measure by

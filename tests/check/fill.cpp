@@ -1,0 +1,64 @@
+#include "tests/check/fill.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+#include "tests/check/pattern.h"
+#include "tests/check/random.h"
+
+namespace vistrel::check {
+namespace {
+
+// The frame's own samples as far as they go, then the same again: odd figures, so that the
+// repetition falls in with nothing.
+constexpr size_t kOwnRows = 509, kOwnSamples = 99991;
+
+template <class T>
+void fillRow(const Frame& frame, uint32_t x0, uint32_t y, T* row, size_t samples) {
+  const size_t own = std::min(samples, kOwnSamples);
+  for (size_t x = 0; x < own; ++x)
+    row[x] = static_cast<T>(frame.at(x0 + static_cast<uint32_t>(x), y));
+  for (size_t x = own; x < samples; ++x) row[x] = row[x - own];
+}
+
+template <class T>
+void fillWith(const Block& block, const Call& call, uint32_t bits) {
+  const uint32_t largest = std::numeric_limits<T>::max();
+  const uint32_t maximum = bits == 0 || bits > 16 ? largest : std::min(largest, (1u << bits) - 1);
+  const Frame frame{static_cast<Pattern>(call.pattern), call.seed, maximum, largest};
+  const Shape& shape = block.shape;
+  for (size_t y = 0; y < shape.rows; ++y) {
+    if (y < kOwnRows)
+      fillRow(frame, static_cast<uint32_t>(shape.origin / sizeof(T)), static_cast<uint32_t>(y),
+              reinterpret_cast<T*>(block.row(y)), shape.rowBytes / sizeof(T));
+    else
+      std::memcpy(block.row(y), block.row(y - kOwnRows), shape.rowBytes);
+  }
+}
+
+}  // namespace
+
+void fillWithNoise(const Block& block, uint64_t seed) {
+  uint64_t at = seed;
+  for (size_t r = 0; r < block.shape.rows; ++r) {
+    for (size_t x = 0; x < block.shape.rowBytes; x += 8) {
+      const uint64_t noise = mix(at++);
+      std::memcpy(block.row(r) + x, &noise, std::min<size_t>(8, block.shape.rowBytes - x));
+    }
+  }
+}
+
+void fillWithFrame(const Block& block, const Call& call, size_t sampleBytes, uint32_t bits) {
+  if (sampleBytes == 1)
+    fillWith<uint8_t>(block, call, bits);
+  else
+    fillWith<uint16_t>(block, call, bits);
+}
+
+void copyRows(const Block& from, const Block& to) {
+  for (size_t r = 0; r < from.shape.rows; ++r)
+    std::memcpy(to.row(r), from.row(r), from.shape.rowBytes);
+}
+
+}  // namespace vistrel::check

@@ -1,0 +1,114 @@
+#include "tests/check/mosaic_layout.h"
+
+#include <algorithm>
+
+#include "frontend/vistrel.h"
+#include "tests/check/conversion.h"
+
+namespace vistrel::check {
+namespace {
+
+constexpr uint32_t kNearestSmallest = 2, kHomogeneitySmallest = 5;
+
+bool isCompact(Road road) { return road == Road::nearest || road == Road::homogeneity; }
+uint32_t smallest(Road road) {
+  return road == Road::nearest ? kNearestSmallest : kHomogeneitySmallest;
+}
+
+// At the public entries.
+bool isRefused(const Call& call, bool wide) {
+  return !wide && (call.format == IMG_FMT_MONO16 || call.format == IMG_FMT_GRAY16);
+}
+
+Shape regionRows(const Call& call, size_t s) {
+  if (call.roiWidth == 0 || call.roiHeight == 0) return {};
+  return {s * call.originX(), call.fullHeight(), s * call.fullWidth(), s * call.imgWidth};
+}
+
+// The origin moves the rows in the work buffer, not those of the source.
+void setBlocks(Layout& layout, const Call& call) {
+  const size_t s = layout.sampleBytes, width = call.fullWidth();
+  const size_t rowsDown = call.factor() * call.roiY;
+  const size_t lastRow = rowsDown + (call.fullHeight() + 1) / 2 * 2 + 3;
+  const size_t columns = (width + 7) / 8 * 8 + 2;
+  layout.source = regionRows(call, s);
+  layout.workBytes = s * 3 * (lastRow * (width + 4) + columns);
+  layout.stream = FrameSize{call.fullWidth(), call.fullHeight() + static_cast<uint32_t>(rowsDown)};
+  layout.workRaster = {s, 3, width + 4, 2, 4};
+}
+
+// Rows of the region that a primitive converts: it counts the origin's rows of the source, but not
+// in the frame's height.
+size_t convertedRows(const Call& call, Road road) {
+  const uint32_t y0 = call.factor() * call.roiY;
+  const bool refused = call.imgWidth < smallest(road) || call.fullHeight() < smallest(road);
+  return refused || call.fullWidth() == 0 || y0 >= call.fullHeight() ? 0 : call.fullHeight() - y0;
+}
+
+Shape compactSource(const Call& call, bool wide, Road road) {
+  const size_t width = call.imgWidth, height = call.fullHeight();
+  if (wide) return Shape::packed(2 * height * width);
+  if (convertedRows(call, road) == 0) return {};
+  if (road == Road::homogeneity) return Shape::packed(height * width);
+  const size_t x0 = call.originX(), y0 = call.factor() * call.roiY;
+  const size_t left = x0 - std::min<size_t>(x0, 2), top = y0 - std::min<size_t>(y0, 2);
+  const size_t right = std::min(width, x0 + call.fullWidth() + 2);
+  return {top * width + left, height - top, right - left, width};
+}
+
+void setCompact(Layout& layout, const Call& call, bool wide, Road road) {
+  const size_t s = layout.sampleBytes;
+  const size_t row = 3 * s * call.fullWidth(), image = row * call.fullHeight();
+  const size_t frame = wide ? 3 * s * call.imgWidth * call.fullHeight() : image;
+  layout.source = compactSource(call, wide, road);
+  layout.workBytes = std::max(frame, imageShape(call, wide, false).span());
+  layout.stream = FrameSize{wide ? call.imgWidth : call.fullWidth(), call.fullHeight()};
+  layout.workRaster = {s, 3, call.fullWidth()};
+  if (wide) layout.meaningless = {row * convertedRows(call, road), frame};
+}
+
+// Words go through a buffer as large as the frame. What it holds behind the image is of no
+// meaning, and must not come into the result.
+void settleWords(Call& call, Road road) {
+  call.roiY = 0;
+  const bool sheared = isGray(call.format) && call.binning == 0;
+  if (sheared) {
+    call.roiX = 0;
+    call.imgWidth = call.fullWidth();
+  }
+  if (convertedRows(call, road) == 0 && hasOutput(call, true)) call.format = 8;
+}
+
+}  // namespace
+
+void setGuarded(Layout& layout, const Call& call) {
+  const size_t s = layout.sampleBytes, width = call.fullWidth(), height = call.fullHeight();
+  layout.source = regionRows(call, s);
+  layout.workBytes = s * (height + 4) * (3 * width + 12);
+  layout.stream = FrameSize{call.fullWidth(), call.fullHeight()};
+  layout.workRaster = {s, 3, width + 4, 2, 2};
+}
+
+Layout mosaicLayout(const Call& call, bool wide, Road road) {
+  Layout layout = conversionLayout(call, wide);
+  if (isRefused(call, wide) && road != Road::homogeneity) return layout;
+  if (road == Road::guarded)
+    setGuarded(layout, call);
+  else if (road == Road::blocks)
+    setBlocks(layout, call);
+  else
+    setCompact(layout, call, wide, road);
+  return layout;
+}
+
+Call drawMosaic(Draw& draw, bool wide, Road road) {
+  Call call;
+  draw.size(call, road != Road::blocks);
+  drawColour(draw, call, wide);
+  drawRegion(draw, call, wide, !(wide && isCompact(road)));
+  if (wide && call.format == IMG_FMT_MONO16) call.format = 8;
+  if (wide && isCompact(road)) settleWords(call, road);
+  return call;
+}
+
+}  // namespace vistrel::check
