@@ -33,7 +33,6 @@ constexpr Field kFields[] = {
     {"guarded", &Call::guarded},
     {"stride", &Call::stride},
     {"shift", &Call::shift},
-
     {"unknown", &Call::unknown},
     {"a", &Call::a},
     {"b", &Call::b},
