@@ -42,7 +42,7 @@ Timing perPixel(const Timing& t, const FrameSize& size) {
 
 Result compare(const Row& row, const FrameSize& size, Level level, int rounds) {
   const Frame frame = makeFrame(size, row.ours.factor, row.ours.wordBits);
-  const Task ours = makeOurs(row.ours, frame), peer = row.peer.make(row.ours, frame);
+  const Task ours = row.make(row.ours, frame), peer = row.peer.make(row.ours, frame);
   for (const Task* task : {&ours, &peer})
     if (!staysOnThisThread(task->run))
       throw std::runtime_error(rowName(row, size) + ": another thread is at work");

@@ -1,6 +1,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
+#include "bench/filter.h"
 #include "bench/peers.h"
 
 namespace vistrel::bench {
@@ -105,6 +106,38 @@ Task openCvTable(const Conversion&, const Frame& frame) {
   for (int i = 0; i < 256; ++i)
     table.at<uint8_t>(i) = cv::saturate_cast<uint8_t>(255 * toneCurve((i + 0.5) / 256));
   return task([=] { cv::LUT(source, table, result); }, result, kMono8);
+}
+
+namespace {
+
+// The weights of a filter's taps round their centre.
+cv::Mat kernelOf(uint32_t filter) {
+  const std::vector<float> gauss = {1, 2, 1, 2, 4, 2, 1, 2, 1};
+  if (filter == kGauss) return cv::Mat(gauss).reshape(1, 3) / kGaussDivisor;
+  cv::Mat kernel = cv::Mat::zeros(5, 5, CV_32F);
+  const cv::Point taps[] = {{2, 0}, {0, 2}, {2, 2}, {4, 2}, {2, 4}};
+  for (const cv::Point& tap : taps) kernel.at<float>(tap) = 0.2f;
+  return kernel;
+}
+
+}  // namespace
+
+Task openCvFilter(const Conversion& c, const Frame& frame) {
+  const Layout layout = imageLayout(c);
+  const bool words = layout.sampleBytes == 2;
+  const int type = CV_MAKETYPE(words ? CV_16U : CV_8U, static_cast<int>(layout.channels));
+  const auto samples = makeImage(c, frame);
+  const cv::Mat image(sizeOf(frame), type, samples.get()), result(image.size(), type);
+  const cv::Mat kernel = kernelOf(c.nAlgorithm);
+  const auto run = [=, kept = samples] {
+    if (c.nAlgorithm == kBox)
+      cv::boxFilter(image, result, -1, {2, 2}, {0, 0});
+    else
+      cv::filter2D(image, result, -1, kernel);
+  };
+  Task made = task(run, result, layout);
+  if (words) made.picture.bits = c.wordBits;
+  return made;
 }
 
 }  // namespace vistrel::bench

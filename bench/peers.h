@@ -15,6 +15,7 @@ Task openCvArea(const Conversion&, const Frame&);
 Task openCvConvert(const Conversion&, const Frame&);      // 16 bits to 8
 Task openCvAreaConvert(const Conversion&, const Frame&);  // means of blocks, then 16 bits to 8
 Task openCvTable(const Conversion&, const Frame&);        // 8 bits to 8: it has no wider table
+Task openCvFilter(const Conversion&, const Frame&);       // an image, out of place
 
 // libdc1394: 8 bits to 8, or 16 to 16
 Task dc1394Bilinear(const Conversion&, const Frame&);

@@ -1,5 +1,6 @@
 #include "bench/rows.h"
 
+#include "bench/filter.h"
 #include "bench/peers.h"
 #include "frontend/vistrel.h"
 
@@ -21,6 +22,13 @@ constexpr Conversion colour(const char* name, uint32_t nAlgorithm, unsigned dept
 constexpr Conversion mono(unsigned depth, unsigned factor, uint32_t nLutMode = kTopWindow) {
   return {"mono", DM_BILINEAR, depth, IMG_FMT_MONO8, factor, nLutMode};
 }
+
+#if VISTREL_BENCH_OPENCV
+Row filter(const char* name, uint32_t which, unsigned depth, uint32_t nFormat, Target target) {
+  const Peer peer{which == kBox ? "OpenCV boxFilter" : "OpenCV filter2D", openCvFilter};
+  return {{name, which, depth, nFormat, 1, kTopWindow, 10}, peer, target, makeFilter};
+}
+#endif
 
 }  // namespace
 
@@ -47,6 +55,12 @@ const std::vector<Row>& rows() {
     {colour("laroche", DM_GRADIENT_LAROCHE, 16),
      {"libdc1394 HQLINEAR", dc1394HqLinear},
      {2.5, 3.5, 0}},
+    {colour("hamilton", DM_GRADIENT_HAMILTON, 8),
+     {"libdc1394 HQLINEAR", dc1394HqLinear},
+     {2.5, 4, 0}},
+    {colour("hamilton", DM_GRADIENT_HAMILTON, 16),
+     {"libdc1394 HQLINEAR", dc1394HqLinear},
+     {2, 3, 0}},
 #endif
 #if VISTREL_BENCH_OPENCV
     {mono(8, 1), {"OpenCV copyTo", openCvCopy}, {0.95, 1.0, 0}},
@@ -56,6 +70,11 @@ const std::vector<Row>& rows() {
     {mono(16, 1), {"OpenCV convertTo", openCvConvert}, {1.1, 1.3, 0}},
     {mono(16, 2), {"OpenCV AREA, convertTo", openCvAreaConvert}, {1.3, 1.7, 0}},
     {mono(16, 1, kUserTable), {"OpenCV LUT 8u", openCvTable}, {0.8, 0.9, 0}},
+    filter("gauss", kGauss, 8, IMG_FMT_MONO8, {1.5, 2, 0}),
+    filter("gauss", kGauss, 8, IMG_FMT_BGR24, {1.5, 1.9, 0}),
+    filter("gauss", kGauss, 16, IMG_FMT_MONO16, {3.5, 4.5, 0}),
+    filter("box", kBox, 8, IMG_FMT_MONO8, {2.5, 3.5, 0}),
+    filter("five-tap", kFiveTaps, 8, IMG_FMT_MONO8, {1.3, 2, 0}),
 #endif
   };
   return table;

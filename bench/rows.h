@@ -22,6 +22,7 @@ struct Row {
   Conversion ours;
   Peer peer;
   Target target;
+  Task (*make)(const Conversion&, const Frame&) = makeOurs;
 };
 
 // The rows whose peer this build has.
