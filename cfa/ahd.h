@@ -1,15 +1,36 @@
-// The frame of adaptive homogeneity-directed demosaicing: five rectangles, of which each begins its
-// running choice anew.
+// Adaptive homogeneity-directed demosaicing of a region. It is cut into five rectangles, of which
+// each begins its running choice anew.
 #pragma once
 
-#include "cfa/frame.h"
+#include "cfa/ahd_rows.h"
 
 namespace vistrel {
 
-// roi: clipped to the frame, not empty. pDst: its first pixel; dstStep in samples. shift: samples
-// are scaled up by it, and the results down again. Returns false, with nothing written, where memory
-// is not to be had.
+// Where the rectangles meet. The inner one has a margin of the reach to the frame's edges, begins
+// at a red site and has even sides; above and below it lie bands of the region's width, beside it
+// the left and the right band.
+struct AhdSeams {
+  int x0, y0, xEnd, yEnd;  // the inner rectangle; its size may be negative
+};
+
 template <class T>
-bool demosaicAhd(const CfaFrame<T>& frame, CfaRect roi, T* pDst, ptrdiff_t dstStep, int shift);
+class AhdRegion {
+ public:
+  // roi: clipped to the frame, not empty. shift: samples are scaled up by it, and down again.
+  AhdRegion(const CfaFrame<T>& frame, CfaRect roi, int shift = 0, Level level = currentLevel());
+
+  explicit operator bool() const { return bool(m_rows); }
+
+  // Row y of the region. Rows are to be asked for in ascending order.
+  void row(int y, T* pixels, RowCopies<T>& copies);
+
+ private:
+  bool besideInner(int y) const { return m_seams.y0 <= y && y < m_seams.yEnd; }
+  CfaRect strip() const;
+
+  CfaRect m_roi;
+  AhdSeams m_seams;
+  AhdRows<T> m_rows;
+};
 
 }  // namespace vistrel

@@ -6,9 +6,25 @@
 #include "common/registers.inl"
 #endif
 #include "common/wide.inl"
+
 #include "common/pixel_row.inl"
 #include "common/split.inl"
 #include "common/taps.inl"
+
+template <>
+struct Lanes<uint32_t> {
+  typedef uint32_t Vector __attribute__((vector_size(kVectorBytes)));
+};
+template <class T>
+using UnsignedWide = VectorOf<std::make_unsigned_t<Signed<T>>>;
+
+// Scales samples up, and what passes the word's end away.
+template <class T>
+void ahdScale(T* half, size_t n, int shift) {
+  const T kept = static_cast<T>(shift < 16 ? ~0 : 0);
+  for (size_t k = 0; k < n; k += kLanes<T>)
+    store(half + k, (load(half + k) & kept) << (shift & 15));
+}
 
 // The mean of the neighbours a, b, led by the curvature of the site's own colour l, c, r, but never
 // beyond a and b. Both terms round down, each by itself.
@@ -18,140 +34,142 @@ VISTREL_INLINE V directedGreen(V a, V b, V l, V c, V r) {
   return larger(smaller(led, larger(a, b)), smaller(a, b));
 }
 
+// Green at the red or blue sites of a row, and by how much these differ from it, in both images.
 template <class T, int parity>
-VISTREL_INLINE void greenPart(const HalfRowWindow<T, 2>& rows, size_t k, Wide<T>& alongRow,
-                              Wide<T>& alongColumn) {
-  const WideTap<T, 2, parity> m{rows, k};
-  alongRow = directedGreen(m(-1, 0), m(1, 0), m(-2, 0), m(0, 0), m(2, 0));
-  alongColumn = directedGreen(m(0, -1), m(0, 1), m(0, -2), m(0, 0), m(0, 2));
-}
-
-// Green at the red or blue sites of a row, in both images.
-template <class T, int parity>
-void ahdGreen(const HalfRowWindow<T, 2>& mosaic, size_t n, T* alongRow, T* alongColumn) {
+void ahdGreen(const HalfRowWindow<T, 2>& mosaic, size_t n, const AhdGreen<T>& alongRow,
+              const AhdGreen<T>& alongColumn) {
   const HalfRowWindow<T, 2> rows = mosaic;
+  const AhdGreen<T> h = alongRow, v = alongColumn;
   for (size_t k = 0; k < n; k += kLanes<T>) {
-    Wide<T> h[2], v[2];
-    for (size_t i = 0; i < 2; ++i) greenPart<T, parity>(rows, k + i * kWideLanes<T>, h[i], v[i]);
-    store(alongRow + k, narrow<T>(h[0], h[1]));
-    store(alongColumn + k, narrow<T>(v[0], v[1]));
-  }
-}
-
-// Red and blue by differences to one image's green.
-template <class T>
-struct ColourByGreen {
-  static constexpr int kLargest = static_cast<T>(~T{0});
-
-  template <class M, class G>
-  VISTREL_INLINE static auto along(M m, G g) {  // at a green site: the colour of this row
-    return clampTo(g(0, 0) + (((m(-1, 0) - g(-1, 0)) + (m(1, 0) - g(1, 0))) >> 1), kLargest);
-  }
-  template <class M, class G>
-  VISTREL_INLINE static auto across(M m, G g) {  // there, the colour of the rows above and below
-    return clampTo(g(0, 0) + (((m(0, -1) - g(0, -1)) + (m(0, 1) - g(0, 1))) >> 1), kLargest);
-  }
-  template <class M, class G>
-  VISTREL_INLINE static auto opposite(M m, G g) {  // at a red or blue site: the diagonals' colour
-    return clampTo(g(0, 0) + (((m(-1, -1) - g(-1, -1)) + (m(1, -1) - g(1, -1)) +
-                               (m(-1, 1) - g(-1, 1)) + (m(1, 1) - g(1, 1))) >> 2),
-                   kLargest);
-  }
-};
-
-template <class T, int greenParity>
-void ahdColours(const HalfRowWindow<T, 1>& mosaicRows, const HalfRowWindow<T, 1>& greenRows,
-                size_t n, T* along, T* across, T* opposite) {
-  using F = ColourByGreen<T>;
-  const HalfRowWindow<T, 1> mosaic = mosaicRows, green = greenRows;
-  for (size_t k = 0; k < n; k += kLanes<T>) {
-    Wide<T> a[2], b[2], c[2];
+    Wide<T> hGreen[2], vGreen[2];
     for (size_t i = 0; i < 2; ++i) {
       const size_t at = k + i * kWideLanes<T>;
-      const WideTap<T, 1, greenParity> m{mosaic, at}, g{green, at};
-      const WideTap<T, 1, 1 - greenParity> mColour{mosaic, at}, gColour{green, at};
-      a[i] = F::along(m, g);
-      b[i] = F::across(m, g);
-      c[i] = F::opposite(mColour, gColour);
+      const WideTap<T, 2, parity> m{rows, at};
+      hGreen[i] = directedGreen(m(-1, 0), m(1, 0), m(-2, 0), m(0, 0), m(2, 0));
+      vGreen[i] = directedGreen(m(0, -1), m(0, 1), m(0, -2), m(0, 0), m(0, 2));
+      store(h.difference + at, m(0, 0) - hGreen[i]);
+      store(v.difference + at, m(0, 0) - vGreen[i]);
     }
-    store(along + k, narrow<T>(a[0], a[1]));
-    store(across + k, narrow<T>(b[0], b[1]));
-    store(opposite + k, narrow<T>(c[0], c[1]));
+    store(h.green + k, narrow<T>(hGreen[0], hGreen[1]));
+    store(v.green + k, narrow<T>(vGreen[0], vGreen[1]));
   }
 }
 
-// Luma and chroma of a half row, without offsets.
+// Luma and chroma without offsets, of differences to green: 66 R + 129 G + 25 B, 112 B - 74 G - 38
+// R and 112 R - 94 G - 18 B. The first, and steps on the way to the others, need the sign's bit.
 template <class T>
-void ahdLumaChroma(const T* __restrict r, const T* __restrict g, const T* __restrict b, size_t n,
-                   const LumaChroma<T>& to) {
-  using Signed = typename LumaChroma<T>::Value;
-  Signed* __restrict y = to.y;
-  Signed* __restrict u = to.u;
-  Signed* __restrict v = to.v;
-  for (size_t k = 0; k < n; ++k) {
-    const int R = r[k], G = g[k], B = b[k];
-    y[k] = static_cast<Signed>((66 * R + 129 * G + 25 * B + 128) >> 8);
-    u[k] = static_cast<Signed>((-38 * R - 74 * G + 112 * B + 128) >> 8);
-    v[k] = static_cast<Signed>((112 * R - 94 * G - 18 * B + 128) >> 8);
+VISTREL_INLINE void storeLumaChroma(const LumaChroma<T>& to, size_t k, Wide<T> R, Wide<T> G,
+                                    Wide<T> B, const LumaChromaWeights<T>& w) {
+  using U = UnsignedWide<T>;
+  const U g = (U)G, r = (U)R - g, b = (U)B - g;
+  store(to.y + k, (Wide<T>)((g * w.w220 + r * w.w66 + b * w.w25 + 128) >> 8));
+  store(to.u + k, (Wide<T>)(b * w.w112 - r * w.w38 + 128) >> 8);
+  store(to.v + k, (Wide<T>)(r * w.w112 - b * w.w18 + 128) >> 8);
+}
+
+// Red and blue of a row of one image, by the differences of sensed colours to its green.
+template <class T, int greenParity, bool redRow>
+void ahdColours(const AhdSensed<T>& source, size_t n, const AhdColours<T>& result) {
+  constexpr int g = greenParity, c = 1 - greenParity;
+  constexpr int kLargest = static_cast<T>(~T{0});
+  const AhdSensed<T> s = source;
+  const AhdColours<T> to = result;
+  const LumaChromaWeights<T> w = *source.weights;
+  for (size_t k = 0; k < n; k += kLanes<T>) {
+    Wide<T> along[2], across[2], opposite[2];
+    for (size_t i = 0; i < 2; ++i) {
+      const size_t at = k + i * kWideLanes<T>;
+      // Green sites have the differences of their row at elements at - c and at + g, those of the
+      // rows above and below at their own; the other sites just the other way round.
+      const auto beside = load(s.differences[1] + at - c) + load(s.differences[1] + at + g);
+      const auto upright = load(s.differences[0] + at) + load(s.differences[2] + at);
+      const auto diagonal = load(s.differences[0] + at - g) + load(s.differences[2] + at - g) +
+                            load(s.differences[0] + at + c) + load(s.differences[2] + at + c);
+      const Wide<T> green = loadWide(s.green[g] + at), other = loadWide(s.green[c] + at);
+      const Wide<T> own = loadWide(s.own + at);
+      along[i] = clampTo(green + (beside >> 1), kLargest);
+      across[i] = clampTo(green + (upright >> 1), kLargest);
+      opposite[i] = clampTo(other + (diagonal >> 2), kLargest);
+      storeLumaChroma<T>(to.lumaChroma[g], at, redRow ? along[i] : across[i], green,
+                         redRow ? across[i] : along[i], w);
+      storeLumaChroma<T>(to.lumaChroma[c], at, redRow ? own : opposite[i], other,
+                         redRow ? opposite[i] : own, w);
+    }
+    store(to.along + k, narrow<T>(along[0], along[1]));
+    store(to.across + k, narrow<T>(across[0], across[1]));
+    store(to.opposite + k, narrow<T>(opposite[0], opposite[1]));
   }
 }
 
+template <class T>
 struct Distance {
-  int luma, chroma;
+  Wide<T> luma, chroma;
+
+  VISTREL_INLINE Distance(const LumaChroma<T>& a, ptrdiff_t i, const LumaChroma<T>& b, ptrdiff_t k)
+      : luma(absolute(load(a.y + i) - load(b.y + k))) {
+    const auto u = (UnsignedWide<T>)(load(a.u + i) - load(b.u + k));
+    const auto v = (UnsignedWide<T>)(load(a.v + i) - load(b.v + k));
+    // Of bytes at most 57,480, without a sign; of words wrapped, and compared as it stands.
+    const auto sum = u * u + v * v;
+    chroma = (Wide<T>)(sizeof(T) == 1 ? sum ^ 0x8000 : sum);
+  }
 };
 
-// The chroma distance wraps in 32 bits and is compared as it stands.
 template <class T>
-VISTREL_INLINE Distance distance(const LumaChroma<T>& a, size_t i, const LumaChroma<T>& b,
-                                 size_t k) {
-  const int dy = a.y[i] - b.y[k];
-  const unsigned du = static_cast<unsigned>(a.u[i] - b.u[k]);
-  const unsigned dv = static_cast<unsigned>(a.v[i] - b.v[k]);
-  return {dy < 0 ? -dy : dy, static_cast<int>(du * du + dv * dv)};
-}
+struct Limits {
+  Wide<T> luma, chroma;
 
-VISTREL_INLINE int isWithin(Distance d, int luma, int chroma) {
-  return (d.luma <= luma) & (d.chroma <= chroma);
-}
+  // The lesser of the greater ones.
+  VISTREL_INLINE Limits(const Distance<T>& a, const Distance<T>& b, const Distance<T>& c,
+                        const Distance<T>& d)
+      : luma(smaller(larger(a.luma, b.luma), larger(c.luma, d.luma))),
+        chroma(smaller(larger(a.chroma, b.chroma), larger(c.chroma, d.chroma))) {}
 
-VISTREL_INLINE int count(Distance a, Distance b, Distance c, Distance d, int luma, int chroma) {
-  return isWithin(a, luma, chroma) + isWithin(b, luma, chroma) + isWithin(c, luma, chroma) +
-         isWithin(d, luma, chroma);
-}
+  VISTREL_INLINE auto exceededBy(const Distance<T>& d) const {  // minus one if so
+    return (d.luma > luma) | (d.chroma > chroma);
+  }
+};
 
-// How many more of the four neighbours look alike in the image along rows (h) than in the one along
-// columns (v), at the columns of one parity.
+// How many more of the four neighbours look alike in the image along rows than in the one along
+// columns, and four.
 template <class T, int parity>
-void ahdScores(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v, size_t n,
-               int8_t* __restrict scores) {
-  constexpr int left = parity - 1, right = parity;  // elements of the other half
-  for (size_t k = 0; k < n; ++k) {
-    const auto& hc = h[1][parity];
-    const auto& vc = v[1][parity];
-    const Distance hl = distance(h[1][1 - parity], k + left, hc, k);
-    const Distance hr = distance(h[1][1 - parity], k + right, hc, k);
-    const Distance hu = distance(h[0][parity], k, hc, k), hd = distance(h[2][parity], k, hc, k);
-    const Distance vl = distance(v[1][1 - parity], k + left, vc, k);
-    const Distance vr = distance(v[1][1 - parity], k + right, vc, k);
-    const Distance vu = distance(v[0][parity], k, vc, k), vd = distance(v[2][parity], k, vc, k);
-    const int luma = smaller(larger(hl.luma, hr.luma), larger(vu.luma, vd.luma));
-    const int chroma = smaller(larger(hl.chroma, hr.chroma), larger(vu.chroma, vd.chroma));
-    scores[k] = static_cast<int8_t>(count(hl, hr, hu, hd, luma, chroma) -
-                                    count(vl, vr, vu, vd, luma, chroma));
+VISTREL_INLINE Wide<T> score(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v,
+                             ptrdiff_t k) {
+  constexpr int other = 1 - parity;
+  const ptrdiff_t left = k + parity - 1, right = k + parity;  // of the other columns
+  const LumaChroma<T>&hHere = h[1][parity], &vHere = v[1][parity];
+  const Distance<T> hLeft(hHere, k, h[1][other], left), hRight(hHere, k, h[1][other], right);
+  const Distance<T> vUp(vHere, k, v[0][parity], k), vDown(vHere, k, v[2][parity], k);
+  const Limits<T> limits(hLeft, hRight, vUp, vDown);
+  Wide<T> sum = limits.exceededBy(hLeft) + limits.exceededBy(hRight) - limits.exceededBy(vUp) -
+                limits.exceededBy(vDown) + 4;
+  sum += limits.exceededBy({hHere, k, h[0][parity], k});
+  sum += limits.exceededBy({hHere, k, h[2][parity], k});
+  sum -= limits.exceededBy({vHere, k, v[1][other], left});
+  sum -= limits.exceededBy({vHere, k, v[1][other], right});
+  return sum;
+}
+
+template <class T, int parity>
+void ahdScores(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v, size_t n, T* scores) {
+  for (size_t k = 0; k < n; k += kLanes<T>) {
+    const ptrdiff_t at = static_cast<ptrdiff_t>(k);
+    store(scores + k, narrow<T>(score<T, parity>(h, v, at),
+                                score<T, parity>(h, v, at + ptrdiff_t{kWideLanes<T>})));
   }
 }
 
-// Sums of 3x3 scores. rows: three rows of two halves.
-inline void ahdSums(const int8_t* const (&rows)[3][2], size_t n, int8_t* __restrict even,
-                    int8_t* __restrict odd, int8_t* __restrict columnsEven,
-                    int8_t* __restrict columnsOdd) {
+// Sums of 3x3 scores, less the fours. rows: three rows of two halves.
+template <class T>
+void ahdSums(const T* const (&rows)[3][2], size_t n, int8_t* __restrict even,
+             int8_t* __restrict odd, T* __restrict evenColumns, T* __restrict oddColumns) {
   for (size_t k = 0; k <= n; ++k) {
-    columnsEven[k] = static_cast<int8_t>(rows[0][0][k] + rows[1][0][k] + rows[2][0][k]);
-    columnsOdd[k] = static_cast<int8_t>(rows[0][1][k] + rows[1][1][k] + rows[2][1][k]);
+    evenColumns[k] = static_cast<T>(rows[0][0][k] + rows[1][0][k] + rows[2][0][k]);
+    oddColumns[k] = static_cast<T>(rows[0][1][k] + rows[1][1][k] + rows[2][1][k]);
   }
   for (size_t k = 1; k < n; ++k) {
-    even[k] = static_cast<int8_t>(columnsOdd[k - 1] + columnsEven[k] + columnsOdd[k]);
-    odd[k] = static_cast<int8_t>(columnsEven[k] + columnsOdd[k] + columnsEven[k + 1]);
+    even[k] = static_cast<int8_t>(oddColumns[k - 1] + evenColumns[k] + oddColumns[k] - 36);
+    odd[k] = static_cast<int8_t>(evenColumns[k] + oddColumns[k] + evenColumns[k + 1] - 36);
   }
 }
 
@@ -176,11 +194,11 @@ struct FillChosen {
 };
 
 template <class T>
-constexpr AhdKernels<T> kAhd = {
-    splitPairs<T>,
-    {ahdGreen<T, 0>, ahdGreen<T, 1>},
-    {ahdColours<T, 0>, ahdColours<T, 1>},
-    ahdLumaChroma<T>,
-    {ahdScores<T, 0>, ahdScores<T, 1>},
-    ahdSums,
-    &kPixelRows<T, ChosenRows<T>, FillChosen>};
+constexpr AhdKernels<T> kAhd = {splitPairs<T>,
+                                ahdScale<T>,
+                                {ahdGreen<T, 0>, ahdGreen<T, 1>},
+                                {{ahdColours<T, 0, false>, ahdColours<T, 0, true>},
+                                 {ahdColours<T, 1, false>, ahdColours<T, 1, true>}},
+                                {ahdScores<T, 0>, ahdScores<T, 1>},
+                                ahdSums<T>,
+                                &kPixelRows<T, ChosenRows<T>, FillChosen>};

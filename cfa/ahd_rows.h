@@ -1,25 +1,59 @@
-// Adaptive homogeneity-directed demosaicing of any rectangle of a frame, row by row.
+// Adaptive homogeneity-directed demosaicing of a strip of a frame, row by row.
 #pragma once
 
 #include <type_traits>
-#include <vector>
 
 #include "cfa/frame.h"
 #include "common/half_rows.h"
+#include "common/level.h"
 #include "common/pixel_row.h"
 
 namespace vistrel {
 
-// Luma and chroma of a half row; words hold those of bytes.
+// Holds differences of samples, luma and chroma.
+template <class T>
+using Signed = std::conditional_t<sizeof(T) == 1, int16_t, int32_t>;
+
+// Of a row's red or blue sites, in one image.
+template <class T>
+struct AhdGreen {
+  T* green;
+  Signed<T>* difference;  // of the sensed colour to it
+};
+
+// Luma and chroma of a half row.
 template <class T>
 struct LumaChroma {
-  using Value = std::conditional_t<sizeof(T) == 1, int16_t, int32_t>;
-  Value *y, *u, *v;
+  Signed<T>*y, *u, *v;
+};
+
+// The kernels read these from memory: of constants g++ makes shifts and additions, which take
+// twice as long as products.
+template <class T>
+struct LumaChromaWeights {
+  std::make_unsigned_t<Signed<T>> w220 = 220, w112 = 112, w66 = 66, w38 = 38, w25 = 25, w18 = 18;
 };
 
 // Three rows by two halves.
 template <class T>
 using LumaChromaWindow = LumaChroma<T>[3][2];
+
+// What the colours of a row of one image are made of.
+template <class T>
+struct AhdSensed {
+  const T* own;                     // its red or blue sites
+  const T* green[2];                // by column parity
+  const Signed<T>* differences[3];  // of the row above, this one, the row below
+  const LumaChromaWeights<T>* weights;
+};
+
+// What they come to: at green sites the colour of this row and the one of the rows above and
+// below, at the other sites the colour that they do not sense; luma and chroma by column parity.
+template <class T>
+struct AhdColours {
+  T *along, *across, *opposite;
+  LumaChroma<T> lumaChroma[2];
+};
 
 // A row of one of the two images, by column parity. own: the colour that the row senses beside
 // green.
@@ -36,18 +70,19 @@ struct ChosenRows {
   int shift;
 };
 
-// What each level compiles. Functions in pairs: by the column parity that they work at.
+// What each level compiles. Pairs are by the column parity that they work at; colours by that of
+// the green sites, and by whether the row's other sites are red.
 template <class T>
 struct AhdKernels {
   void (*split)(const T* source, size_t pairs, T* even, T* odd);
-  void (*green[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, T* alongRow, T* alongColumn);
-  void (*colours[2])(const HalfRowWindow<T, 1>& mosaic, const HalfRowWindow<T, 1>& green, size_t n,
-                     T* along, T* across, T* opposite);
-  void (*lumaChroma)(const T* r, const T* g, const T* b, size_t n, const LumaChroma<T>& to);
+  void (*scale)(T* half, size_t n, int shift);
+  void (*green[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, const AhdGreen<T>& alongRow,
+                   const AhdGreen<T>& alongColumn);
+  void (*colours[2][2])(const AhdSensed<T>& source, size_t n, const AhdColours<T>& result);
   void (*scores[2])(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v, size_t n,
-                    int8_t* scores);
-  void (*sums)(const int8_t* const (&scores)[3][2], size_t n, int8_t* even, int8_t* odd,
-               int8_t* columnsEven, int8_t* columnsOdd);
+                    T* scores);
+  void (*sums)(const T* const (&scores)[3][2], size_t n, int8_t* even, int8_t* odd, T* evenColumns,
+               T* oddColumns);
   const PixelRows<T, ChosenRows<T>>* pixels;
 };
 
@@ -56,46 +91,51 @@ struct AhdKernels {
 template <class T>
 class AhdRows {
  public:
-  // left, columns: the strip. shift: samples are scaled up by it, and down again when written.
-  AhdRows(const CfaFrame<T>& frame, int left, int columns, int shift);
+  static constexpr int kReach = 5;  // rows and columns that a pixel depends on, on either side
+
+  // strip: its rows are to be asked for in ascending order. shift: samples are scaled up by it, and
+  // down again when stored.
+  AhdRows(const CfaFrame<T>& frame, CfaRect strip, int shift, Level level);
 
   explicit operator bool() const;
 
-  // In this order for ascending y; rows that lie outside the frame are mirrored.
+  // Makes everything of row y of the frame up to the sums of its scores.
+  void goTo(int y);
+
+  // Before a row is stored: its running choice begins anew in column x.
+  void beginAt(int x);
+
+  // Stores the row's columns x .. xEnd - 1.
+  void store(int x, int xEnd, T* pixels, RowCopies<T>& copies);
+
+ private:
+  static constexpr int kAlongRow = 0, kAlongColumn = 1, kImages = 2;
+
   void load(int y);
   void green(int y);    // of rows y - 2 .. y + 2
   void colours(int y);  // of rows y - 1 .. y + 1
   void scores(int y);   // of rows y - 1 .. y + 1
+  void sums(int y);     // of rows y - 1 .. y + 1
 
-  // The sums of scores in row y, of rows y - 1 .. y + 1.
-  void sums(int y);
-
-  // Sets the choice of the columns from .. to - 1 of the strip, starting anew.
-  void choose(int from, int to);
-
-  // Columns from .. to - 1 of row y.
-  void store(int y, int from, int to, T* pixels);
-
- private:
-  static constexpr int kAlongRow = 0, kAlongColumn = 1, kImages = 2;
-  static constexpr int kMargin = 5;
-
-  unsigned slot(int y) const { return static_cast<unsigned>(y + 2 * kMargin); }
+  unsigned slot(int y) const { return static_cast<unsigned>(y + 2 * kReach); }
   unsigned greenParity(int y) const { return m_frame.isGreen(m_first, y) ? 0 : 1; }
-  const T* greenHalf(int image, int y, unsigned parity) const;
+  AhdGreen<T> greenOf(int image, int y) const;
+  AhdColours<T> coloursOf(int image, int y) const;
   ImageHalves<T> halves(int image, int y) const;
-  LumaChroma<T> lumaChroma(int image, int y, unsigned parity) const;
-  void keepImage(int image, int y);
 
   CfaFrame<T> m_frame;
   int m_first;       // the frame column of element 0 of the even halves
-  size_t m_columns;  // with the margin on either side
+  size_t m_columns;  // with the reach on either side
   size_t m_n;        // elements of a half row
+  int m_top;         // the first row that is loaded
+  int m_loaded;      // rows before it are
+  int m_y = 0;       // the row that is gone to
   int m_shift;
   const AhdKernels<T>& m_kernels;
-  HalfRowRing<T> m_mosaic, m_green, m_colours, m_choice;
-  HalfRowRing<typename LumaChroma<T>::Value> m_lumaChroma;
-  HalfRowRing<int8_t> m_scores, m_sums;
+  LumaChromaWeights<T> m_weights;
+  HalfRowRing<T> m_mosaic, m_green, m_colours, m_scores, m_scoreColumns, m_choice;
+  HalfRowRing<Signed<T>> m_differences, m_lumaChroma;
+  HalfRowRing<int8_t> m_sums;
 };
 
 }  // namespace vistrel

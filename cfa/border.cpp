@@ -4,63 +4,89 @@ namespace vistrel {
 
 namespace {
 
+// Just beyond an edge, what lies on the pixel's other side.
+constexpr int mirror(int c, int last) { return c < 0 ? -c : c > last ? 2 * last - c : c; }
+
 template <class T>
-struct Border {
-  const CfaFrame<T>& frame;
-  CfaRect roi;
-  T* dst;  // the rectangle's first pixel
-  ptrdiff_t dstStep;
-
-  void pixel(int x, int y) const {
-    const auto s = [&](int dx, int dy) { return frame.mirrored(x + dx, y + dy); };
-    const auto two = [&](int a, int b) { return (a + b + frame.rounding.two) >> 1; };
-    const auto four = [&](int a, int b, int c, int d) {
-      return (a + b + c + d + frame.rounding.four) >> 2;
-    };
-    int own, green, opposite;  // own: the colour that the row holds beside green
-    if (frame.isGreen(x, y)) {
-      own = two(s(-1, 0), s(1, 0));
-      green = s(0, 0);
-      opposite = two(s(0, -1), s(0, 1));
-    } else {
-      own = s(0, 0);
-      green = four(s(0, -1), s(-1, 0), s(1, 0), s(0, 1));
-      opposite = four(s(-1, -1), s(1, -1), s(-1, 1), s(1, 1));
-    }
-    T* rgb = dst + (y - roi.y) * dstStep + 3 * (x - roi.x);
-    rgb[0] = static_cast<T>(frame.isRedRow(y) ? own : opposite);
-    rgb[1] = static_cast<T>(green);
-    rgb[2] = static_cast<T>(frame.isRedRow(y) ? opposite : own);
+void pixel(const CfaFrame<T>& frame, int x, int y, T* rgb) {
+  const auto line = [&](int dy) {
+    return frame.samples + mirror(y + dy, frame.size.height - 1) * frame.step;
+  };
+  const T* const lines[3] = {line(-1), line(0), line(1)};
+  const int columns[3] = {mirror(x - 1, frame.size.width - 1), x,
+                          mirror(x + 1, frame.size.width - 1)};
+  const Rounding& r = frame.rounding;
+  const auto s = [&](int dx, int dy) -> int {
+    return static_cast<int>(lines[dy + 1][columns[dx + 1]] & r.mask);
+  };
+  const auto two = [&](int a, int b) { return (a + b + r.two) >> 1; };
+  const auto four = [&](int a, int b, int c, int d) { return (a + b + c + d + r.four) >> 2; };
+  int own, green, opposite;  // own: the colour that the row holds beside green
+  if (frame.isGreen(x, y)) {
+    own = two(s(-1, 0), s(1, 0));
+    green = s(0, 0);
+    opposite = two(s(0, -1), s(0, 1));
+  } else {
+    own = s(0, 0);
+    green = four(s(0, -1), s(-1, 0), s(1, 0), s(0, 1));
+    opposite = four(s(-1, -1), s(1, -1), s(-1, 1), s(1, 1));
   }
-
-  void run(int x, int xEnd, int y) const {
-    for (; x < xEnd; ++x) pixel(x, y);
-  }
-
-  void all() const {
-    const int xEnd = roi.x + roi.width, yEnd = roi.y + roi.height;
-    const int right = std::max(2, frame.size.width - 2), bottom = std::max(2, frame.size.height - 2);
-    for (int y = roi.y; y < yEnd; ++y) {
-      if (y < 2 || y >= bottom) {
-        run(roi.x, xEnd, y);
-      } else {
-        run(roi.x, std::min(2, xEnd), y);
-        run(std::max(roi.x, right), xEnd, y);
-      }
-    }
-  }
-};
+  rgb[0] = static_cast<T>(frame.isRedRow(y) ? own : opposite);
+  rgb[1] = static_cast<T>(green);
+  rgb[2] = static_cast<T>(frame.isRedRow(y) ? opposite : own);
+}
 
 }  // namespace
 
-void ownBayerBorder_8u(const CfaFrame<uint8_t>& frame, CfaRect srcRoi, uint8_t* pDst,
-                       ptrdiff_t dstStep) {
-  Border<uint8_t>{frame, srcRoi, pDst, dstStep}.all();
+template <class T, int row>
+void ownBayerBrdHrz(const CfaFrame<T>& rows, CfaRect srcRoi, T* pDst) {
+  const CfaFrame<T> frame = rows;  // which no store can change
+  for (int i = 0; i < srcRoi.width; ++i) pixel(frame, srcRoi.x + i, row, pDst + 3 * i);
 }
 
-void ownBayerBorder_16u(const CfaFrame<uint16_t>& frame, CfaRect srcRoi, uint16_t* pDst,
-                        ptrdiff_t dstStep) {
-  Border<uint16_t>{frame, srcRoi, pDst, dstStep}.all();
+template <class T, int column>
+void ownBayerBrdVrt(const CfaFrame<T>& columns, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep) {
+  const CfaFrame<T> frame = columns;
+  for (int i = 0; i < srcRoi.height; ++i) pixel(frame, column, srcRoi.y + i, pDst + i * dstStep);
 }
+
+template <class T>
+void ownBayerBorder(const CfaFrame<T>& frame, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep) {
+  const int W = frame.size.width, H = frame.size.height;
+  const int x = srcRoi.x, y = srcRoi.y, xEnd = x + srcRoi.width, yEnd = y + srcRoi.height;
+  const auto at = [&](int column, int row) {
+    return pDst + (row - y) * dstStep + 3 * (column - x);
+  };
+  const auto hasRow = [&](int row) { return y <= row && row < yEnd; };
+  const auto hasColumn = [&](int column) { return x <= column && column < xEnd; };
+
+  if (y == 0) ownBayerBrdHrz2U<T>(frame.part(0, 0, {W, 2}), srcRoi, at(x, 0));
+  if (H >= 3 && hasRow(1)) ownBayerBrdHrz3<T>(frame.part(0, 0, {W, 3}), srcRoi, at(x, 1));
+
+  const int top = std::max(y, 2), bottom = std::min(yEnd, H - 2);
+  if (top < bottom) {
+    const CfaRect rows{x, top, srcRoi.width, bottom - top};
+    if (x == 0) ownBayerBrdVrt2L<T>(frame.part(0, 0, {2, H}), rows, at(0, top), dstStep);
+    if (W >= 3 && hasColumn(1))
+      ownBayerBrdVrt3<T>(frame.part(0, 0, {3, H}), rows, at(1, top), dstStep);
+    if (W >= 3 && hasColumn(W - 2))
+      ownBayerBrdVrt3<T>(frame.part(W - 3, 0, {3, H}), rows, at(W - 2, top), dstStep);
+    if (xEnd == W) ownBayerBrdVrt2R<T>(frame.part(W - 2, 0, {2, H}), rows, at(W - 1, top), dstStep);
+  }
+
+  if (H >= 3 && hasRow(H - 2))
+    ownBayerBrdHrz3<T>(frame.part(0, H - 3, {W, 3}), srcRoi, at(x, H - 2));
+  if (yEnd == H) ownBayerBrdHrz2D<T>(frame.part(0, H - 2, {W, 2}), srcRoi, at(x, H - 1));
+}
+
+#define VISTREL_INSTANTIATE(T)                                                    \
+  template void ownBayerBorder(const CfaFrame<T>&, CfaRect, T*, ptrdiff_t);       \
+  template void ownBayerBrdHrz<T, 0>(const CfaFrame<T>&, CfaRect, T*);            \
+  template void ownBayerBrdHrz<T, 1>(const CfaFrame<T>&, CfaRect, T*);            \
+  template void ownBayerBrdVrt<T, 0>(const CfaFrame<T>&, CfaRect, T*, ptrdiff_t); \
+  template void ownBayerBrdVrt<T, 1>(const CfaFrame<T>&, CfaRect, T*, ptrdiff_t)
+
+VISTREL_INSTANTIATE(uint8_t);
+VISTREL_INSTANTIATE(uint16_t);
 
 }  // namespace vistrel

@@ -6,10 +6,45 @@
 
 namespace vistrel {
 
-// pDst: the rectangle's first pixel; dstStep in samples. The rectangle is clipped already.
-void ownBayerBorder_8u(const CfaFrame<uint8_t>& frame, CfaRect srcRoi, uint8_t* pDst,
-                       ptrdiff_t dstStep);
-void ownBayerBorder_16u(const CfaFrame<uint16_t>& frame, CfaRect srcRoi, uint16_t* pDst,
-                        ptrdiff_t dstStep);
+// srcRoi: clipped to the frame. pDst: its first pixel; dstStep in samples.
+template <class T>
+void ownBayerBorder(const CfaFrame<T>& frame, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep);
+
+// The columns of srcRoi in a row of a frame, the rows of srcRoi in a column of a frame; pDst: their
+// first pixel.
+template <class T, int row>
+void ownBayerBrdHrz(const CfaFrame<T>& rows, CfaRect srcRoi, T* pDst);
+template <class T, int column>
+void ownBayerBrdVrt(const CfaFrame<T>& columns, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep);
+
+// The strips that a border consists of. A strip is given the lines that it reads, as a frame of
+// three or two lines: of three it is the middle one, of two the one on the edge.
+template <class T>
+constexpr auto ownBayerBrdHrz3 = &ownBayerBrdHrz<T, 1>;
+template <class T>
+constexpr auto ownBayerBrdHrz2D = &ownBayerBrdHrz<T, 1>;
+template <class T>
+constexpr auto ownBayerBrdHrz2U = &ownBayerBrdHrz<T, 0>;
+template <class T>
+constexpr auto ownBayerBrdVrt3 = &ownBayerBrdVrt<T, 1>;
+template <class T>
+constexpr auto ownBayerBrdVrt2R = &ownBayerBrdVrt<T, 1>;
+template <class T>
+constexpr auto ownBayerBrdVrt2L = &ownBayerBrdVrt<T, 0>;
+
+#define VISTREL_BOTH_DEPTHS(name)           \
+  constexpr auto name##_8u = name<uint8_t>; \
+  constexpr auto name##_16u = name<uint16_t>
+
+constexpr auto ownBayerBorder_8u = &ownBayerBorder<uint8_t>;
+constexpr auto ownBayerBorder_16u = &ownBayerBorder<uint16_t>;
+VISTREL_BOTH_DEPTHS(ownBayerBrdHrz3);
+VISTREL_BOTH_DEPTHS(ownBayerBrdHrz2D);
+VISTREL_BOTH_DEPTHS(ownBayerBrdHrz2U);
+VISTREL_BOTH_DEPTHS(ownBayerBrdVrt3);
+VISTREL_BOTH_DEPTHS(ownBayerBrdVrt2R);
+VISTREL_BOTH_DEPTHS(ownBayerBrdVrt2L);
+
+#undef VISTREL_BOTH_DEPTHS
 
 }  // namespace vistrel

@@ -15,8 +15,9 @@ int32_t cfaToRgb(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep
   if (roi.width < 1 || roi.height < 1) return CFA_OK;
   NearRows<T> rows({pSrc, srcStep >> (sizeof(T) - 1), srcSize, grid}, roi);
   if (!rows) return CFA_OK;
+  RowCopies<T> none;
   for (int y = 0; y < roi.height; ++y)
-    rows.row(y, pDst + y * ptrdiff_t{dstStep >> (sizeof(T) - 1)}, nullptr);
+    rows.row(y, pDst + y * ptrdiff_t{dstStep >> (sizeof(T) - 1)}, none);
   return CFA_OK;
 }
 

@@ -19,7 +19,11 @@ int32_t ahdPrimitive(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t src
   const CfaRect roi = clipped(srcRoi, srcSize);
   if (roi.width < 1 || roi.height < 1) return CFA_OK;
   const CfaFrame<T> frame{pSrc, srcStep >> (sizeof(T) - 1), srcSize, grid};
-  demosaicAhd(frame, roi, pDst, dstStep / int32_t{sizeof(T)}, 0);
+  AhdRegion<T> rows(frame, roi);
+  if (!rows) return CFA_OK;
+  RowCopies<T> none;
+  for (int y = 0; y < roi.height; ++y)
+    rows.row(y, pDst + y * ptrdiff_t{dstStep / int32_t{sizeof(T)}}, none);
   return CFA_OK;
 }
 

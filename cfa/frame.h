@@ -32,15 +32,13 @@ struct CfaFrame {
   bool isGreen(int x, int y) const { return ((x ^ y ^ (grid >= CFA_GRID_GBRG)) & 1) != 0; }
   bool isRedRow(int y) const { return ((y ^ grid) & 1) != 0; }
 
-  // Coordinates just beyond an edge are mirrored at the edge's own sample.
-  int mirrored(int x, int y) const {
-    const int last[2] = {size.width - 1, size.height - 1};
-    return static_cast<int>(samples[mirror(y, last[1]) * step + mirror(x, last[0])] &
-                            rounding.mask);
-  }
+  // One row down exchanges grids 0 and 3, 1 and 2; one column to the right 0 and 2, 1 and 3.
+  int gridAt(int x, int y) const { return grid ^ (y & 1 ? 3 : 0) ^ (x & 1 ? 2 : 0); }
 
- private:
-  static int mirror(int c, int last) { return c < 0 ? -c : c > last ? 2 * last - c : c; }
+  // A piece of this frame as a frame of its own.
+  CfaFrame part(int x, int y, CfaSize partSize) const {
+    return {samples + y * step + x, step, partSize, gridAt(x, y), rounding};
+  }
 };
 
 // What is left of a rectangle whose far sides are clipped to the frame.

@@ -1,37 +1,21 @@
 #include "cfa/near_rows.h"
 
 #include "cfa/border.h"
-#include "common/level.h"
 #include "common/simd.h"
+#include "common/stream.h"
 
 #define VISTREL_BODY "cfa/near_rows.inl"
 #include "common/each_level.inl"
 
 namespace vistrel {
 
-namespace {
-
 constexpr int kReach = 2;
 
-void border(const CfaFrame<uint8_t>& frame, CfaRect roi, uint8_t* pixels) {
-  ownBayerBorder_8u(frame, roi, pixels, 0);
-}
-void border(const CfaFrame<uint16_t>& frame, CfaRect roi, uint16_t* pixels) {
-  ownBayerBorder_16u(frame, roi, pixels, 0);
-}
-
 template <class T>
-void keepBits(T* half, size_t n, uint32_t mask) {
-  for (size_t k = 0; k < n; ++k) half[k] = static_cast<T>(half[k] & mask);
-}
-
-}  // namespace
-
-template <class T>
-NearRows<T>::NearRows(const CfaFrame<T>& frame, CfaRect srcRoi)
+NearRows<T>::NearRows(const CfaFrame<T>& frame, CfaRect srcRoi, Level level)
     : m_frame(frame), m_roi(srcRoi), m_x0(std::max(srcRoi.x, kReach)),
       m_x1(std::min(srcRoi.x + srcRoi.width, frame.size.width - kReach)),
-      m_loaded(std::max(srcRoi.y, kReach) - kReach), m_kernels(*VISTREL_BY_LEVEL(kNear<T>)),
+      m_loaded(std::max(srcRoi.y, kReach) - kReach), m_kernels(*VISTREL_AT_LEVEL(level, kNear<T>)),
       m_ring(2 * kReach + 1, 2, static_cast<size_t>(std::max(m_x1 - m_x0, 0)) + 2 * kReach) {}
 
 // Columns from kReach before the interior's first, so that its first is column 0 of element 1.
@@ -43,37 +27,43 @@ void NearRows<T>::load(int y) {
   T* odd = m_ring.half(unsigned(y), 1);
   m_kernels.split(source, columns / 2, even, odd);
   if (columns & 1) even[columns / 2] = source[columns - 1];
-  if (m_frame.rounding.mask < T(~T{0})) {
-    keepBits(even, (columns + 1) / 2, m_frame.rounding.mask);
-    keepBits(odd, columns / 2, m_frame.rounding.mask);
-  }
+  if (y + 1 < m_frame.size.height) prefetchRow(source + m_frame.step, columns * sizeof(T));
+  const T mask = static_cast<T>(m_frame.rounding.mask);
+  if (mask == T(~T{0})) return;
+  for (T* half : {even, odd}) m_kernels.keepBits(half, (columns + 1) / 2, mask);
 }
 
 template <class T>
-void NearRows<T>::interior(int y, T* pixels, T* copy) const {
+void NearRows<T>::interior(int y, T* pixels, RowCopies<T>& copies) const {
   HalfRowWindow<T, kReach> window;
   for (int dy = -kReach; dy <= kReach; ++dy)
     for (unsigned parity = 0; parity < 2; ++parity)
       window.half[dy + kReach][parity] = m_ring.half(unsigned(y + dy), parity) + kReach / 2;
   const unsigned greenParity = m_frame.isGreen(m_x0, y) ? 0 : 1;
-  const size_t first = 3 * static_cast<size_t>(m_x0 - m_roi.x);
-  RowCopies<T> copies;
-  copies.plain = copy ? copy + first : nullptr;
   // Red is stored first here, so a row of red sites stores its own colour as others do blue.
   m_kernels.pixels[m_frame.rounding.four]->of[greenParity][!m_frame.isRedRow(y)](
-      window, static_cast<size_t>(m_x1 - m_x0), pixels + first, copies);
+      window, static_cast<size_t>(m_x1 - m_x0), pixels, copies);
 }
 
+// The border comes first: then all that lies before a pixel is there when it is made.
 template <class T>
-void NearRows<T>::row(int y, T* pixels, T* copy) {
+void NearRows<T>::row(int y, T* pixels, RowCopies<T>& copies) {
   const int frameRow = m_roi.y + y;
-  const CfaRect only{m_roi.x, frameRow, m_roi.width, 1};
-  if (m_x0 < m_x1 && frameRow >= kReach && frameRow < m_frame.size.height - kReach) {
-    for (; m_loaded <= frameRow + kReach; ++m_loaded) load(m_loaded);
-    interior(frameRow, pixels, copy);
+  ownBayerBorder(m_frame, {m_roi.x, frameRow, m_roi.width, 1}, pixels, 0);
+  const size_t end = 3 * static_cast<size_t>(m_roi.width);
+  if (m_x0 >= m_x1 || frameRow < kReach || frameRow >= m_frame.size.height - kReach) {
+    if (copies.plain) std::copy(pixels, pixels + end, copies.plain);
+    return;
   }
-  border(m_frame, only, pixels);
-  if (copy) border(m_frame, only, copy);
+  for (; m_loaded <= frameRow + kReach; ++m_loaded) load(m_loaded);
+  const size_t from = 3 * static_cast<size_t>(m_x0 - m_roi.x);
+  if (copies.plain) {
+    const size_t to = 3 * static_cast<size_t>(m_x1 - m_roi.x);
+    std::copy(pixels, pixels + from, copies.plain);
+    std::copy(pixels + to, pixels + end, copies.plain + to);
+    copies.plain += from;
+  }
+  interior(frameRow, pixels + from, copies);
 }
 
 template class NearRows<uint8_t>;

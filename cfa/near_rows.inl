@@ -4,9 +4,15 @@
 #include "common/registers.inl"
 #endif
 #include "common/wide.inl"
+
 #include "common/pixel_row.inl"
 #include "common/split.inl"
 #include "common/taps.inl"
+
+template <class T>
+void keepBits(T* half, size_t n, T mask) {
+  for (size_t k = 0; k < n; ++k) half[k] &= mask;
+}
 
 // Means of two and four, rounded half up.
 struct RoundedMeans {
@@ -120,5 +126,7 @@ using MeansOf = std::conditional_t<sizeof(T) == 1, RoundedMeans, Means>;
 
 template <class T>
 constexpr NearKernels<T> kNear = {
-    splitPairs<T>, {&kNearPixels<T, MeansOf<T, PlainMeans>>,
-                    &kNearPixels<T, MeansOf<T, HalfRoundedMeans>>, &kNearPixels<T, RoundedMeans>}};
+    splitPairs<T>,
+    keepBits<T>,
+    {&kNearPixels<T, MeansOf<T, PlainMeans>>, &kNearPixels<T, MeansOf<T, HalfRoundedMeans>>,
+     &kNearPixels<T, RoundedMeans>}};

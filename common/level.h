@@ -43,14 +43,15 @@ inline Level currentLevel() {
 #endif
 }
 
-// VISTREL_BY_LEVEL(name): vistrel::LEVEL::name of the current level, for a name that a body
-// compiled by each_level.inl defines.
+// VISTREL_AT_LEVEL(level, name): vistrel::LEVEL::name, for a name that a body compiled by
+// each_level.inl defines. VISTREL_BY_LEVEL(name): that of the current level.
 #if defined(__x86_64__) || defined(__i386__)
-#define VISTREL_BY_LEVEL(name)                       \
-  (std::array{&::vistrel::base::name, &::vistrel::ssse3::name, &::vistrel::sse41::name, \
-              &::vistrel::avx2::name, &::vistrel::avx512::name}[static_cast<int>(::vistrel::currentLevel())])
+#define VISTREL_AT_LEVEL(level, name)                                                     \
+  (std::array{&::vistrel::base::name, &::vistrel::ssse3::name, &::vistrel::sse41::name,   \
+              &::vistrel::avx2::name, &::vistrel::avx512::name}[static_cast<int>(level)])
 #else
-#define VISTREL_BY_LEVEL(name) (&::vistrel::base::name)
+#define VISTREL_AT_LEVEL(level, name) (static_cast<void>(level), &::vistrel::base::name)
 #endif
+#define VISTREL_BY_LEVEL(name) VISTREL_AT_LEVEL(::vistrel::currentLevel(), name)
 
 }  // namespace vistrel

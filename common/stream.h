@@ -1,4 +1,4 @@
-// Copies past the caches, for memory that nobody reads soon.
+// Copies past the caches, for memory that nobody reads soon, and fetching what is read soon.
 #pragma once
 
 #include <cstddef>
@@ -10,6 +10,14 @@
 #endif
 
 namespace vistrel {
+
+constexpr ptrdiff_t kCacheLine = 64;
+
+// Rows are read in bursts; the next burst's lines are on their way meanwhile.
+inline void prefetchRow(const void* row, size_t bytes) {
+  for (size_t i = 0; i < bytes; i += size_t{kCacheLine})
+    __builtin_prefetch(static_cast<const char*>(row) + i);
+}
 
 // Copies a row past the caches while it is being made: each call takes what has become complete.
 class StreamCopy {
@@ -23,13 +31,17 @@ class StreamCopy {
 #if defined(__SSE2__)
     if (!m_d) return;
     const char* const e = static_cast<const char*>(end);
-    const ptrdiff_t head = -reinterpret_cast<intptr_t>(m_d) & (kLine - 1);
-    if (e - m_s < head + kLine) return;
-    copy(head);
-    for (; e - m_s >= kLine; m_d += kLine, m_s += kLine)
-      for (ptrdiff_t i = 0; i < kLine; i += ptrdiff_t{sizeof(__m128i)})
-        _mm_stream_si128(reinterpret_cast<__m128i*>(m_d + i),
-                         _mm_loadu_si128(reinterpret_cast<const __m128i*>(m_s + i)));
+    const ptrdiff_t head = -reinterpret_cast<intptr_t>(m_d) & (kCacheLine - 1);
+    if (e - m_s < head + kCacheLine) return;
+    if (head > 0) copy(head);
+    char* d = m_d;  // copies in registers: for all the compiler knows, a store may change members
+    const char* s = m_s;
+    for (; e - s >= kCacheLine; d += kCacheLine, s += kCacheLine)
+      for (ptrdiff_t i = 0; i < kCacheLine; i += ptrdiff_t{sizeof(__m128i)})
+        _mm_stream_si128(reinterpret_cast<__m128i*>(d + i),
+                         _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i)));
+    m_d = d;
+    m_s = s;
 #else
     static_cast<void>(end);
 #endif
@@ -43,8 +55,6 @@ class StreamCopy {
   }
 
  private:
-  static constexpr ptrdiff_t kLine = 64;
-
   void copy(ptrdiff_t n) {
     std::memcpy(m_d, m_s, static_cast<size_t>(n));
     m_d += n;

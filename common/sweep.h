@@ -29,19 +29,17 @@ void sweep(int height, Stage<RowFunctions>... stages) {
   }
 }
 
-// The same over rows of which none lies outside: a stage runs where all the rows that it reads are
-// there, so that each loses its reach at either end.
+// One step of a sweep over rows of which none lies outside: with its newest row every stage runs
+// where all the rows that it reads are there. So each loses its reach at the top.
 template <class... RowFunctions>
-void sweepInside(int height, Stage<RowFunctions>... stages) {
-  for (int newest = 0; newest < height; ++newest) {
-    int y = newest, first = 0;
-    const auto step = [&](auto& stage) {
-      y -= stage.reach;
-      first += stage.reach;
-      if (y >= first) stage.row(y);
-    };
-    (step(stages), ...);
-  }
+void stepInside(int newest, Stage<RowFunctions>... stages) {
+  int y = newest, first = 0;
+  const auto step = [&](auto& stage) {
+    y -= stage.reach;
+    first += stage.reach;
+    if (y >= first) stage.row(y);
+  };
+  (step(stages), ...);
 }
 
 }  // namespace vistrel

@@ -4,6 +4,7 @@
 
 #include "common/level.h"
 #include "common/simd.h"
+#include "common/stream.h"
 
 namespace vistrel {
 
@@ -22,14 +23,6 @@ struct MosaicKernels {
 namespace vistrel {
 
 namespace {
-
-constexpr size_t kLine = 64;  // bytes
-
-// Rows are read in bursts; the next burst's lines are on their way meanwhile.
-void prefetchRow(const void* row, size_t bytes) {
-  for (size_t i = 0; i < bytes; i += kLine)
-    __builtin_prefetch(static_cast<const char*>(row) + i);
-}
 
 template <class T>
 void guardHalf(T* half, size_t n) {

@@ -1,47 +1,20 @@
 #include "cfa/near_rows.h"
-#include "demosaic/finished_rows.h"
-#include "demosaic/image_functions.h"
 #include "demosaic/primitive_call.h"
 
 namespace vistrel {
 
 namespace {
 
-template <class T>
-void convertRows(const Conversion<T>& c, NearRows<T>& rows, int height) {
-  for (int y = 0; y < height; ++y) rows.row(y, c.imageRow(y), nullptr);
-  c.output.convert(c.work, c.pDst, c.nRoiHeight);
-}
+constexpr int kSmallestSide = 2;
 
-// All rows of the image are converted: the output can follow them.
-template <class T>
-void sweepRows(const Conversion<T>& c, NearRows<T>& rows) {
-  const FinishedRows<T> finished(c);
-  if (!finished) return;
-  for (int y = 0; y < static_cast<int>(c.region.Hf); ++y) {
-    RowCopies<T> copies = finished.copies(y);
-    rows.row(y, finished.row(y), copies.plain);
-    finished.finish(y, copies);
-  }
-  finished.finishAll();
-}
-
+// The 16-bit twin works on samples scaled to all sixteen bits.
 template <class T>
 void nearNeighbor(const Conversion<T>& c) {
-  const CfaSize size = primitiveSize(c);
-  const CfaRect roi = primitiveRoi(c);
-  if (size.width < 2 || size.height < 2 || roi.width < 1 || roi.height < 1)
-    return c.output.convert(c.work, c.pDst, c.nRoiHeight);
-  // The 16-bit twin works on samples scaled to all sixteen bits.
-  const Rounding rounding = sizeof(T) == 1 ? Rounding() : Rounding(scaling(c));
-  NearRows<T> rows({c.pSrc, ptrdiff_t(c.sourceStride), size,
-                    static_cast<int>(VST2IPPBayerOffset(c.nBayer)), rounding},
-                   roi);
-  if (!rows) return;
-  if (roi.width == int(c.region.Wf) && roi.height == int(c.region.Hf))
-    sweepRows(c, rows);
-  else
-    convertRows(c, rows, roi.height);
+  PrimitiveCall<T> call(c);
+  if (call.isRefused(kSmallestSide)) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
+  call.frame.rounding = Rounding(scaling(c));
+  NearRows<T> rows(call.frame, call.roi);
+  if (rows) convertRows(c, call.roi, rows);
 }
 
 }  // namespace

@@ -1,28 +1,56 @@
-// How a conversion's arguments become those of a filter-array primitive.
+// How a conversion hands the demosaic to a filter-array primitive.
 #pragma once
 
 #include "cfa/frame.h"
-#include "demosaic/conversion.h"
+#include "demosaic/finished_rows.h"
+#include "demosaic/image_functions.h"
 
 namespace vistrel {
-
-// The primitive sees a frame as high as the region.
-template <class T>
-CfaSize primitiveSize(const Conversion<T>& c) {
-  return {static_cast<int32_t>(c.sourceStride), static_cast<int32_t>(c.region.Hf)};
-}
-
-// The row origin moves the source here, and so cuts off the last rows.
-template <class T>
-CfaRect primitiveRoi(const Conversion<T>& c) {
-  const Region& r = c.region;
-  return clipped({int(r.x0), int(r.y0), int(r.Wf), int(r.Hf)}, primitiveSize(c));
-}
 
 // By how many bits the 16-bit twins scale samples up to all of their word.
 template <class T>
 uint32_t scaling(const Conversion<T>& c) {
-  return (16 - c.nSrcBits) & 31;
+  return sizeof(T) == 1 ? 0 : (16 - c.nSrcBits) & 31;
+}
+
+// What the primitive sees: a frame as high as the region, whose row origin therefore cuts off the
+// last rows; and its smallest size.
+template <class T>
+struct PrimitiveCall {
+  CfaFrame<T> frame;
+  CfaRect roi;
+
+  explicit PrimitiveCall(const Conversion<T>& c)
+      : frame{c.pSrc,
+              ptrdiff_t(c.sourceStride),
+              {static_cast<int32_t>(c.sourceStride), static_cast<int32_t>(c.region.Hf)},
+              static_cast<int>(VST2IPPBayerOffset(c.nBayer))},
+        roi(clipped({int(c.region.x0), int(c.region.y0), int(c.region.Wf), int(c.region.Hf)},
+                    frame.size)) {}
+
+  bool isRefused(int smallestSide) const {
+    return frame.size.width < smallestSide || frame.size.height < smallestSide || roi.width < 1 ||
+           roi.height < 1;
+  }
+};
+
+// Rows: has row(y, pixels, copies), in ascending order. The output can follow them where they are
+// the whole image.
+template <class T, class Rows>
+void convertRows(const Conversion<T>& c, CfaRect roi, Rows& rows) {
+  if (roi.width != int(c.region.Wf) || roi.height != int(c.region.Hf)) {
+    RowCopies<T> none;
+    for (int y = 0; y < roi.height; ++y) rows.row(y, c.imageRow(y), none);
+    return c.output.convert(c.work, c.pDst, c.nRoiHeight);
+  }
+  const FinishedRows<T> finished(c);
+  if (!finished) return;
+  for (int y = 0; y < roi.height; ++y) {
+    RowCopies<T> copies = finished.copies(y);
+    rows.row(y, finished.row(y), copies);
+    finished.finish(y, copies);
+  }
+  finished.finishAll();
 }
 
 }  // namespace vistrel

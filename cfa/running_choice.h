@@ -1,0 +1,66 @@
+// Which of the two images each pixel of a row comes from.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace vistrel {
+
+// A bit for each of sixteen sums.
+struct SumBits {
+  uint32_t negative, zero;
+
+  explicit SumBits(const int8_t* sums) {
+#if defined(__SSE2__)
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(sums));
+    negative = static_cast<uint32_t>(_mm_movemask_epi8(v));
+    zero = static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, _mm_setzero_si128())));
+#else
+    negative = zero = 0;
+    for (int i = 0; i < 16; ++i) {
+      negative |= uint32_t{sums[i] < 0} << i;
+      zero |= uint32_t{sums[i] == 0} << i;
+    }
+#endif
+  }
+};
+
+// All ones for each bit that is set, by the value of eight bits.
+template <class T>
+constexpr auto kMaskOfBits = [] {
+  std::array<std::array<T, 8>, 256> masks{};
+  for (unsigned bits = 0; bits < 256; ++bits)
+    for (unsigned i = 0; i < 8; ++i) masks[bits][i] = static_cast<T>(bits >> i & 1 ? ~0 : 0);
+  return masks;
+}();
+
+template <class T>
+void storeMasks(T* to, uint32_t bits) {
+  std::memcpy(to, kMaskOfBits<T>[bits & 0xFF].data(), 8 * sizeof(T));
+  std::memcpy(to + 8, kMaskOfBits<T>[bits >> 8 & 0xFF].data(), 8 * sizeof(T));
+}
+
+// All ones where the last sum that is not zero, from the left up to a column, is negative. Sixteen
+// pairs of columns at a time: an addition carries a choice along the pairs that are ties.
+template <class T>
+void runningChoice(const int8_t* evenSums, const int8_t* oddSums, size_t n, T* even, T* odd) {
+  uint32_t before = 0;  // the choice of the column before
+  for (size_t k = 0; k < n; k += 16) {
+    const SumBits e(evenSums + k), o(oddSums + k);
+    const uint32_t negative = o.negative | (o.zero & e.negative);
+    const uint32_t tied = o.zero & e.zero;
+    const uint32_t begins = (negative << 1 | before) & tied;
+    const uint32_t oddChoice = negative | (tied & ~(tied + begins));
+    storeMasks(odd + k, oddChoice);
+    storeMasks(even + k, e.negative | (e.zero & (oddChoice << 1 | before)));
+    before = oddChoice >> 15 & 1;
+  }
+}
+
+}  // namespace vistrel
