@@ -38,7 +38,8 @@ class WordQuotient {
     // No sum reaches 2^15: as divisor it gives zero as any larger one does.
     const uint32_t d = std::min<uint32_t>(divisor, 1 << 15);
     m_shift = std::bit_width(d - 1);
-    m_multiplier = Words{} + static_cast<uint16_t>(((uint32_t{1} << (15 + m_shift)) + d - 1) / d);
+    const auto multiplier = static_cast<uint16_t>(((uint32_t{1} << (15 + m_shift)) + d - 1) / d);
+    m_multiplier = Words{} + multiplier;
   }
   template <int limit>
   VISTREL_INLINE Words of(Words sum) const {
