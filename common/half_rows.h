@@ -4,18 +4,22 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 namespace vistrel {
 
 // A ring of `rows` rows of `halves` half rows each. In front of a half row lies one element of
-// guard, behind it one element of guard and room for vectors that run past the end.
+// guard, behind it one element of guard and room for vectors that run past the end. All starts as
+// zero: what a vector computes in that room stays among the values of samples.
 template <class T>
 class HalfRowRing {
  public:
   HalfRowRing(unsigned rows, unsigned halves, size_t columns)
       : m_rows(rows), m_halves(halves), m_pitch(pitchOf(columns)),
-        m_block(static_cast<T*>(std::aligned_alloc(kAlign, rows * halves * m_pitch * sizeof(T)))) {}
+        m_block(static_cast<T*>(std::aligned_alloc(kAlign, bytes()))) {
+    if (m_block) std::memset(m_block.get(), 0, bytes());
+  }
 
   explicit operator bool() const { return m_block != nullptr; }
 
@@ -31,6 +35,8 @@ class HalfRowRing {
     constexpr size_t unit = kAlign / sizeof(T);
     return ((columns + 1) / 2 + kMargin + unit - 1) / unit * unit;
   }
+
+  size_t bytes() const { return m_rows * m_halves * m_pitch * sizeof(T); }
 
   struct Free {
     void operator()(T* block) const { std::free(block); }
