@@ -10,29 +10,45 @@ namespace vistrel {
 
 namespace {
 
-using Demosaic8 = void(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,
-                       uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
-                       uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst);
-using Demosaic16 = void(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,
-                        uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX, uint32_t nRoiY,
-                        uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc,
-                        uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits);
+using Demosaic8 = void(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
+                       uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
+                       uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst);
+using Demosaic16 = void(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
+                        uint32_t nBinning, uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX,
+                        uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
+                        const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits);
 
+// The twins, both in the argument list of the only ones that take a threshold.
 struct Algorithm {
-  Demosaic8* of8;
-  Demosaic16* of16;
+  Demosaic8* of8 = nullptr;
+  Demosaic16* of16 = nullptr;
+
+  constexpr Algorithm() = default;
+  template <class Twins>
+  constexpr Algorithm(Twins twins) : of8(twins), of16(twins) {}
 };
 
-constexpr Algorithm kNoAlgorithm = {nullptr, nullptr};
+constexpr Algorithm kNoAlgorithm;
+
+#define VISTREL_WITHOUT_THRESHOLD(name) \
+  [](uint32_t nIndex, uint32_t, auto... others) { name(nIndex, others...); }
 
 // By code.
 constexpr Algorithm kAlgorithms[] = {
-    {ImageColorBilinear, ImageColorBilinear},
+    VISTREL_WITHOUT_THRESHOLD(ImageColorBilinear),
     kNoAlgorithm,
-    {ImageColorNearNeighbor, ImageColorNearNeighbor},
-    {ImageColorGradientLaroche, ImageColorGradientLaroche},
-    {ImageColorGradientHamilton, ImageColorGradientHamilton},
+    VISTREL_WITHOUT_THRESHOLD(ImageColorNearNeighbor),
+    VISTREL_WITHOUT_THRESHOLD(ImageColorGradientLaroche),
+    VISTREL_WITHOUT_THRESHOLD(ImageColorGradientHamilton),
+    kNoAlgorithm,
+    kNoAlgorithm,
+    kNoAlgorithm,
+    kNoAlgorithm,
 };
+
+#undef VISTREL_WITHOUT_THRESHOLD
+
+uint32_t thresholdOf(uint32_t nAlgorithm) { return nAlgorithm >> 8 & 0xFF; }
 
 const Algorithm& algorithmOf(uint32_t nAlgorithm) {
   const uint32_t code = nAlgorithm & 0xFF;
@@ -61,8 +77,8 @@ uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32
   }
   const Algorithm& algorithm = algorithmOf(nAlgorithm);
   if (!algorithm.of8) return 0;
-  algorithm.of8(ID2Index(nID), nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY, nRoiWidth,
-                 nRoiHeight, pSrc, destination);
+  algorithm.of8(ID2Index(nID), thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat, nRoiX,
+                nRoiY, nRoiWidth, nRoiHeight, pSrc, destination);
   return 1;
 }
 
@@ -89,7 +105,8 @@ uint32_t ImgConvert16(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint3
   }
   const Algorithm& algorithm = algorithmOf(nAlgorithm);
   if (!algorithm.of16) return 0;
-  algorithm.of16(nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode, nRoiX, nRoiY, nRoiWidth,
-                  nRoiHeight, pSrc, static_cast<uint8_t*>(pDst), nDstBits, nSrcBits);
+  algorithm.of16(nIndex, thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat, nLutMode,
+                 nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, static_cast<uint8_t*>(pDst), nDstBits,
+                 nSrcBits);
   return 1;
 }

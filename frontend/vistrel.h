@@ -36,9 +36,15 @@ enum {
 
 /* Demosaic algorithms: the low byte of nAlgorithm. */
 enum {
-  DM_BILINEAR = 0,         /* the plain mean of the nearest sites */
-  DM_GRADIENT_LAROCHE = 3, /* Laroche and Prescott: colours as differences to green */
-  DM_GRADIENT_HAMILTON = 4 /* Hamilton and Adams: colours corrected by second differences */
+  DM_BILINEAR = 0,           /* the plain mean of the nearest sites */
+  DM_EDGE_EX = 1,            /* colour differences along edges; the next byte is a threshold */
+  DM_NEAR_NEIGHBOR = 2,      /* nearest neighbours, green along an edge */
+  DM_GRADIENT_LAROCHE = 3,   /* Laroche and Prescott: colours as differences to green */
+  DM_GRADIENT_HAMILTON = 4,  /* Hamilton and Adams: colours corrected by second differences */
+  DM_VARIABLE_GRADIENTS = 5, /* Chang, Cheung and Pang: the mean of the quiet directions of eight */
+  DM_HUE_COK = 6,            /* Cok: colours as ratios to green */
+  DM_HUE_KIMMEL = 7,         /* Kimmel: ratios to green, weighted by gradients, corrected twice */
+  DM_PIXEL_GROUPING = 8      /* Lin: green of the quietest of four directions, then hue transit */
 };
 
 /* Bayer phase: the mosaic's 2x2 block at sensor position (0, 0), row by row. */
