@@ -78,6 +78,7 @@ Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion) 
   p.sourceStride = frame->stride ? frame->stride : rowBytes(*frame);
   placeRegion(p, *frame, *conversion);
   p.phase = phaseAt(frame->phase, p.x, p.y);
+  p.readsBeside = p.format->colour && conversion->algorithm == DM_NEAR_NEIGHBOR;
   shapeResult(p, *frame, conversion->binning);
   return p;
 }

@@ -11,6 +11,7 @@ struct Plan {
   uint32_t phase;                // of the pixel at x, y; not read for mono frames
   uint32_t nDstBits;             // all channels together, without alpha
   uint64_t sourceStride;         // bytes
+  bool readsBeside;              // the algorithm looks at what lies beside the region
   vistrel_layout layout;
 };
 

@@ -11,6 +11,7 @@ namespace {
 // The library numbers the samples from the region's first to its last with 32 bits.
 template <class T>
 bool usable(const unsigned char* source, const Plan& p) {
+  if (p.readsBeside && p.sourceStride != uint64_t{p.width} * sizeof(T)) return false;
   return reinterpret_cast<uintptr_t>(source) % alignof(T) == 0 && p.sourceStride % sizeof(T) == 0 &&
          p.sourceStride / sizeof(T) <= std::numeric_limits<uint32_t>::max() / p.height;
 }

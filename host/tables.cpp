@@ -14,8 +14,12 @@ constexpr Format kFormats[] = {
     {IMG_FMT_ARGB32_4, "ARGB32", true, 4, 3, 1}, {IMG_FMT_BGR48, "BGR48", true, 3, 3, 2},
 };
 
+// Name, code, most significant bits, minimal size. Ten bits for those that clamp at 1023.
 constexpr vistrel_algorithm kAlgorithms[] = {
     {"bilinear", DM_BILINEAR, 16, 2},
+    {"near", DM_NEAR_NEIGHBOR, 16, 2},
+    {"laroche", DM_GRADIENT_LAROCHE, 10, 2},
+    {"hamilton", DM_GRADIENT_HAMILTON, 10, 2},
 };
 
 constexpr const char* kPhases[] = {"grbg", "bggr", "rggb", "gbrg", "mono"};

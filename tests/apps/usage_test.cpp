@@ -1,6 +1,7 @@
 // What the command line says no to, before any file is opened.
 #include <gtest/gtest.h>
 
+#include "host/vistrelhost.h"
 #include "tests/apps/program.h"
 
 namespace vistrel {
@@ -15,6 +16,13 @@ void expectUsage(const std::string& arguments, const std::string& text) {
   EXPECT_EQ(result.err, "vistrel: " + text) << arguments;
   EXPECT_EQ(result.out, "") << arguments;
   EXPECT_TRUE(scratch.names().empty()) << arguments;
+}
+
+std::string algorithmNames() {
+  std::string names;
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    names.append(i ? "," : "").append(a->name);
+  return names;
 }
 
 TEST(Usage, Commands) {
@@ -64,7 +72,8 @@ TEST(Usage, Numbers) {
   expectUsage(convert + "--window 3", "--window: Value 3 not in range 0 to 2" + kHint);
   expectUsage(convert + "--curve 1", "--curve: Value 1 not in range 2 to 6" + kHint);
   expectUsage(convert + "--depth 12", "--depth: 12 not in {8,16}" + kHint);
-  expectUsage(convert + "-a sharpest", "--algorithm: sharpest not in {bilinear}" + kHint);
+  expectUsage(convert + "-a sharpest",
+              "--algorithm: sharpest not in {" + algorithmNames() + "}" + kHint);
   expectUsage("scene -o a.pgm --bits 7", "--bits: Value 7 not in range 8 to 16" + kHint);
 }
 

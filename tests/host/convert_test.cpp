@@ -122,6 +122,24 @@ TEST(Mono, CurvesMapTheTopTenBits) {
   }
 }
 
+// Near neighbours look beyond the region, where the frame goes on: only what is in it counts.
+TEST(Colour, NothingOutsideTheRegionMatters) {
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
+    auto samples = samplesOf<uint16_t>(
+        31, 29, [](uint32_t x, uint32_t y) { return (x * x + 7 * y * y + 13 * x * y) % 1024; });
+    const vistrel_region region{11, 5, 20, 24};
+    vistrel_frame frame = frameOf(samples.data(), 31, 29, 10, BAYER_BGGR);
+    vistrel_conversion c = defaultConversion(frame);
+    c.algorithm = a->code;
+    c.region = &region;
+    const auto pixels = convert(frame, c).pixels;
+    for (uint32_t y = 0; y < 29; ++y)
+      for (uint32_t x = 0; x < 31; ++x)
+        if (x < 11 || y < 5) samples[31 * y + x] = 0xFFFF;
+    EXPECT_EQ(convert(frame, c).pixels, pixels) << a->name;
+  }
+}
+
 // A frame of one colour stays of one colour, at every phase and from every origin. In a bin of
 // three by three, one green tap reads red and one red tap reads blue.
 TEST(Colour, EveryPhaseOriginAndBinningKeepsAPlainColour) {

@@ -1,6 +1,8 @@
 // Every refusal that needs neither samples nor memory: its code and its text.
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "tests/host/frames.h"
 
 namespace vistrel {
@@ -93,10 +95,26 @@ TEST_F(Refusal, Format) {
 
 TEST_F(Refusal, Algorithm) {
   conversion.algorithm = 9;
-  expect(VISTREL_BAD_ALGORITHM, "algorithm 9: there is bilinear (0)");
+  std::string list;
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    list.append(i ? ", " : "").append(a->name).append(" (" + std::to_string(a->code) + ")");
+  EXPECT_EQ(list.substr(0, 22), "bilinear (0), near (2)");
+  expect(VISTREL_BAD_ALGORITHM, ("algorithm 9: there is " + list).c_str());
   setFrame(mono(64, 48));
   conversion.algorithm = 9;  // mono frames have none
   expect(VISTREL_OK, "");
+}
+
+TEST_F(Refusal, MoreBitsThanAnAlgorithmIsMadeFor) {
+  conversion.algorithm = DM_GRADIENT_LAROCHE;
+  expect(VISTREL_BAD_ALGORITHM, "algorithm laroche: made for 10 bits at most, the frame has 12");
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
+    conversion.algorithm = a->code;
+    for (frame.bits = 8; frame.bits <= 16; ++frame.bits)
+      EXPECT_EQ(refusalOf(frame, conversion).status,
+                frame.bits > a->max_bits ? VISTREL_BAD_ALGORITHM : VISTREL_OK)
+          << a->name << ", " << frame.bits << " bits";
+  }
 }
 
 TEST_F(Refusal, Binning) {
