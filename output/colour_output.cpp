@@ -19,7 +19,7 @@ std::optional<Format> formatOf(uint32_t nFormat) {
   switch (nFormat) {
     case 2: return Format{Pack::bgr, false, 3};
     case 3:
-    case 4: return Format{Pack::argb, false, 3};  // three channels count, alpha does not
+    case 4: return Format{Pack::argb, false, 3};  // quirk: argb-ten-bits. 32 bits make ten each.
     case 5: return Format{Pack::gray, false, 1};
     case 6: return Format{Pack::gray, true, 1};
     case 7: return Format{Pack::bgr, true, 3};

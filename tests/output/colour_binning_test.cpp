@@ -60,6 +60,7 @@ TEST_P(Colour3x3, OneGreenSampleOfTheMiddleRowIsNotRead) {
   EXPECT_THAT(allMembers(3, oneChannel(27, 1, 90)), Each(Pixel{0, 240, 0}));
 }
 
+// quirk: middle-row-taps
 TEST_P(Colour3x3, EveryTapOfTheMiddleRow) {
   const Pixel reached[9] = {{30, 0, 0}, {0, 0, 0},  {0, 30, 0}, {30, 0, 30}, {0, 30, 0},
                             {0, 0, 30}, {30, 0, 0}, {0, 30, 0}, {0, 0, 30}};

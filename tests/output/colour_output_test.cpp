@@ -105,7 +105,7 @@ TEST_P(ColourDepth, TheSecondWindowShiftsByTwoLessAndClamps) {
   EXPECT_EQ(channel<uint8_t>(kArgb32, 0x2BC, 12, 24, 1), 0x57u);
 }
 
-// quirk: 32 bits of ARGB count as three channels of ten.
+// quirk: argb-ten-bits
 TEST_P(ColourDepth, ArgbOf32BitsHasTenBitsAChannel) {
   EXPECT_EQ(channel<uint8_t>(kArgb32, 0x123, 12, 32, 0), 0x48u);
   EXPECT_EQ(channel<uint8_t>(kArgb32, 0x3FF, 12, 32, 0), 255u);
@@ -130,7 +130,7 @@ TEST_P(ColourDepth, GrayUsesTheBitsUndivided) {
   EXPECT_EQ(channel<uint16_t>(kGray16, 100 << 2, 12, 10, 0), 100u);
 }
 
-// quirk: a curve or a table costs the 16-bit formats one bit of brightness.
+// quirk: words-have-no-table. A curve or a table costs one bit of brightness.
 TEST_P(ColourDepth, SixteenBitFormatsHaveNoTableAndShiftByOneMore) {
   for (uint32_t nLutMode : {3u, 5u, 7u, 8u, 10u, 0xFFFFFFFFu}) {
     EXPECT_EQ(channel<uint16_t>(kGray16, 200, 12, 12, nLutMode), 100u);

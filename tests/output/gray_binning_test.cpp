@@ -35,6 +35,7 @@ unsigned gray(unsigned blue, unsigned green, unsigned red, uint32_t width = 1) {
   return value;
 }
 
+// quirk: gray-loses-one
 TEST_P(Gray1x1, UniformValuesThatComeOutOneLower) {
   for (unsigned v : {1u, 2u, 4u, 8u, 11u, 13u, 16u, 22u, 26u, 27u, 32u, 64u, 128u, 254u})
     for (uint32_t width : {1u, 16u, 67u}) EXPECT_EQ(gray(v, v, v, width), v - 1);
@@ -175,6 +176,7 @@ TEST_P(GrayRows, TheStrideCountsSamplesAndNotPixels) {
   EXPECT_THAT(grayOf(48), ElementsAre(0, 0));
 }
 
+// quirk: gray-stride
 TEST_P(GrayRows, RowsMixInABinnedImage) {
   // A guarded image for 6 x 2 pixels of 2x2: rows of 16 pixels, row r holding 10 * r.
   const Bytes image = painted<uint8_t>(48, 8, [](uint32_t, uint32_t y) { return 10 * y; });

@@ -185,6 +185,7 @@ std::vector<uint16_t> reduce16(const std::vector<uint16_t>& row, uint32_t nSrcBi
   return canvas.samples();
 }
 
+// quirk: nine-bit-window
 TEST_P(Mono16, OnlyNineBitsHaveAWindowAndItMovesByOnePlace) {
   const std::vector<uint16_t> row = {0, 100, 511, 512, 1023};
   EXPECT_THAT(reduce16(row, 10, 9, 0), ElementsAre(0, 50, 255, 256, 511));

@@ -1,0 +1,48 @@
+# cmake -D SCRATCH=FOLDER -P quirks_test.cmake: the check of quirks must pass a small tree where all
+# three lists agree and refuse each of a list of single faults, naming it.
+cmake_minimum_required(VERSION 3.25)
+
+function(check_tree result_variable output_variable)
+  execute_process(
+    COMMAND ${CMAKE_COMMAND} -D ROOT=${SCRATCH} -P ${CMAKE_CURRENT_LIST_DIR}/quirks.cmake
+    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  set(${result_variable} ${result} PARENT_SCOPE)
+  set(${output_variable} "${output}" PARENT_SCOPE)
+endfunction()
+
+function(lawful_tree)
+  file(REMOVE_RECURSE ${SCRATCH})
+  file(WRITE ${SCRATCH}/docs/quirks.md "# Quirks\n\n## odd-row\n\nText.\n\n## late-end\n")
+  file(WRITE ${SCRATCH}/output/mono.inl "// quirk: odd-row. The last row.\n")
+  file(WRITE ${SCRATCH}/demosaic/cok.cpp "int n;  // quirk: late-end\n// quirk: odd-row\n")
+  file(WRITE ${SCRATCH}/tests/output/mono_test.cpp "// quirk: odd-row\n  // quirk: late-end. Why.\n")
+endfunction()
+
+function(must_refuse file line expected)
+  lawful_tree()
+  file(WRITE ${SCRATCH}/${file} "${line}\n")
+  check_tree(result output)
+  string(FIND "${output}" "${expected}" place)
+  if(result EQUAL 0 OR place EQUAL -1)
+    message(FATAL_ERROR "${file} with ${line}: expected \"${expected}\", got:\n${output}")
+  endif()
+endfunction()
+
+lawful_tree()
+check_tree(result output)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "a lawful tree was refused:\n${output}")
+endif()
+
+must_refuse(output/mono.inl "// quirk: odd-rows" "odd-rows: not in docs/quirks.md")
+must_refuse(output/mono.inl "// quirk: odd-rows" "odd-rows: not in the tests")
+must_refuse(demosaic/cok.cpp "// Nothing odd." "late-end: not in the sources")
+must_refuse(docs/quirks.md "## odd-row" "late-end: not in docs/quirks.md")
+must_refuse(tests/output/mono_test.cpp "// quirk: odd-row" "late-end: not in the tests")
+
+file(REMOVE_RECURSE ${SCRATCH})
+file(WRITE ${SCRATCH}/docs/quirks.md "# Quirks\n")
+check_tree(result output)
+if(result EQUAL 0)
+  message(FATAL_ERROR "a tree without quirks was passed")
+endif()
