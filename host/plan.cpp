@@ -33,6 +33,11 @@ void placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
            a.minimal_size, a.minimal_size);
 }
 
+const Format* madeFor(const Format& format, const vistrel_conversion& c) {
+  if (!isGray(format) || c.gray == VISTREL_RAW_GRAY) return &format;
+  return findFormat(format.sampleBytes == 2 ? IMG_FMT_BGR48 : IMG_FMT_BGR24);
+}
+
 // An odd origin moves the mosaic's columns (bit 1 of a phase) or rows (bit 0).
 uint32_t phaseAt(uint32_t phase, uint32_t x, uint32_t y) {
   return phase ^ (y & 1) ^ ((x & 1) << 1);
@@ -46,7 +51,7 @@ void checkAmounts(const Plan& p) {
   };
   // In this order no product leaves 64 bits.
   limit("it", uint64_t{p.width} * p.height);
-  limit("the image", uint64_t{p.layout.width} * p.layout.height * p.format->channels);
+  limit("the image", uint64_t{p.layout.width} * p.layout.height * p.made->channels);
   if (p.format->colour)
     limit("the work buffer", (3 * uint64_t{p.width} + 18) * (uint64_t{p.height} + 6));
 }
@@ -56,8 +61,8 @@ void shapeResult(Plan& p, const vistrel_frame& f, uint32_t binning) {
   l.width = p.width / binning;
   l.height = p.height / binning;
   l.channels = p.format->channels;
-  l.bits = p.format->sampleBytes == 2 ? f.bits : 8;
-  p.nDstBits = l.bits * p.format->sensed;
+  l.bits = p.format->sampleBytes == 2 ? p.bits : 8;
+  p.nDstBits = l.bits * p.made->sensed;
   checkAmounts(p);
   const uint64_t row = uint64_t{l.width} * l.channels * p.format->sampleBytes;
   if (p.sourceStride > kMostBytes / f.height || row > kMostBytes / l.height)
@@ -75,10 +80,12 @@ Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion) 
   checkArguments(*frame, *conversion);
   Plan p{};
   p.format = findFormat(conversion->format);
+  p.made = madeFor(*p.format, *conversion);
+  p.bits = workingBits(*frame, *conversion);
   p.sourceStride = frame->stride ? frame->stride : rowBytes(*frame);
   placeRegion(p, *frame, *conversion);
   p.phase = phaseAt(frame->phase, p.x, p.y);
-  p.readsBeside = p.format->colour && conversion->algorithm == DM_NEAR_NEIGHBOR;
+  p.readsBeside = p.format->colour && isCompact(conversion->algorithm);
   shapeResult(p, *frame, conversion->binning);
   return p;
 }

@@ -7,8 +7,10 @@ namespace vistrel::host {
 
 struct Plan {
   const Format* format;
+  const Format* made;            // what the library makes: colours where luma is wanted
   uint32_t x, y, width, height;  // what the whole bins cover, in sensor pixels
   uint32_t phase;                // of the pixel at x, y; not read for mono frames
+  uint32_t bits;                 // significant ones of a sample that the library gets
   uint32_t nDstBits;             // all channels together, without alpha
   uint64_t sourceStride;         // bytes
   bool readsBeside;              // the algorithm looks at what lies beside the region

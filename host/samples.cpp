@@ -29,10 +29,13 @@ Samples<T>::Samples(const Plan& p, const vistrel_frame& frame, uint32_t excess) 
     copyRows(source, p);
   }
   const T allowed = static_cast<T>((1u << frame.bits) - 1);
-  if (frame.bits == 8 * sizeof(T) || (allBits(p) & ~allowed) == 0) return;
-  if (excess == VISTREL_REFUSE) refuseExcess(p, frame.bits);
+  const bool exceed = frame.bits < 8 * sizeof(T) && (allBits(p) & ~allowed) != 0;
+  if (exceed && excess == VISTREL_REFUSE) refuseExcess(p, frame.bits);
+  const uint32_t shift = frame.bits - p.bits;
+  if (!exceed && !shift) return;
   if (!copy_) copyRows(source, p);
-  for (size_t i = 0; i < size_t{p.width} * p.height; ++i) copy_[i] &= allowed;
+  for (size_t i = 0; i < size_t{p.width} * p.height; ++i)
+    copy_[i] = static_cast<T>((copy_[i] & allowed) >> shift);
 }
 
 template <class T>

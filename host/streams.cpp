@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <new>
+#include <vector>
 
 #include "frontend/vistrel.h"
 
@@ -70,6 +71,13 @@ void StreamLease::reserve(uint32_t width, uint32_t height) {
   size = {0, 0};
   if (!ImgInitialize(id_, width, height)) throw std::bad_alloc();
   size = {width, height};
+}
+
+void StreamLease::loadTable(const uint16_t* table, uint32_t entries, uint32_t bits) {
+  std::vector<uint16_t> whole(size_t{1} << bits);
+  const size_t repeated = whole.size() / entries;
+  for (size_t i = 0; i < whole.size(); ++i) whole[i] = table[i / repeated];
+  if (!ImgLoadLookupTable(id_, whole.data(), 1u << bits)) throw std::bad_alloc();
 }
 
 }  // namespace vistrel::host

@@ -18,6 +18,9 @@ class StreamLease {
   // Makes the work buffer large enough for a region of this size. Throws std::bad_alloc.
   void reserve(uint32_t width, uint32_t height);
 
+  // Makes this the table of lut_mode 10, for samples of so many bits. Throws std::bad_alloc.
+  void loadTable(const uint16_t* table, uint32_t entries, uint32_t bits);
+
  private:
   uint32_t id_;
 };

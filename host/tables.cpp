@@ -12,6 +12,7 @@ constexpr Format kFormats[] = {
     {IMG_FMT_MONO8, "MONO8", false, 1, 1, 1},    {IMG_FMT_MONO16, "MONO16", false, 1, 1, 2},
     {IMG_FMT_BGR24, "BGR24", true, 3, 3, 1},     {IMG_FMT_ARGB32, "ARGB32", true, 4, 3, 1},
     {IMG_FMT_ARGB32_4, "ARGB32", true, 4, 3, 1}, {IMG_FMT_BGR48, "BGR48", true, 3, 3, 2},
+    {IMG_FMT_GRAY8, "GRAY8", true, 1, 1, 1},     {IMG_FMT_GRAY16, "GRAY16", true, 1, 1, 2},
 };
 
 // Name, code, most significant bits, minimal size. Ten bits for those that clamp at 1023.
@@ -20,6 +21,7 @@ constexpr vistrel_algorithm kAlgorithms[] = {
     {"near", DM_NEAR_NEIGHBOR, 16, 2},
     {"laroche", DM_GRADIENT_LAROCHE, 10, 2},
     {"hamilton", DM_GRADIENT_HAMILTON, 10, 2},
+    {"ahd", VISTREL_AHD, 16, 5},
 };
 
 constexpr const char* kPhases[] = {"grbg", "bggr", "rggb", "gbrg", "mono"};

@@ -16,6 +16,13 @@ struct Format {
   uint32_t sampleBytes;
 };
 
+inline bool isGray(const Format& f) { return f.colour && f.channels == 1; }
+
+// Whether an algorithm looks beside the region, and leaves its image without a guard.
+inline bool isCompact(uint32_t algorithm) {
+  return algorithm == DM_NEAR_NEIGHBOR || algorithm == VISTREL_AHD;
+}
+
 // Null for a code that is not in the table.
 const Format* findFormat(uint32_t code);
 const vistrel_algorithm* findAlgorithm(uint32_t code);

@@ -1,5 +1,7 @@
 #include "host/validate.h"
 
+#include <algorithm>
+
 #include "host/status.h"
 
 namespace vistrel::host {
@@ -36,30 +38,71 @@ void checkFormat(const vistrel_frame& f, const vistrel_conversion& c) {
 void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
   const vistrel_algorithm* a = findAlgorithm(c.algorithm);
   if (!a) refuse(VISTREL_BAD_ALGORITHM, "algorithm {}: there is {}", c.algorithm, algorithmList());
-  if (f.bits > a->max_bits)
-    refuse(VISTREL_BAD_ALGORITHM, "algorithm {}: made for {} bits at most, the frame has {}",
-           a->name, a->max_bits, f.bits);
+  const uint32_t bits = workingBits(f, c);
+  if (bits > a->max_bits)
+    refuse(VISTREL_BAD_ALGORITHM,
+           "algorithm {}: made for {} bits at most, the samples have {}; reduce_to {} drops the "
+           "lowest ones first",
+           a->name, a->max_bits, bits, a->max_bits);
+  const uint32_t most = c.algorithm == DM_EDGE_EX ? 255 : 0;
+  if (c.threshold > most)
+    refuse(VISTREL_BAD_THRESHOLD, "threshold {}: algorithm {} allows {}", c.threshold, a->name,
+           most ? "0 to 255" : "0 alone, it has none");
+}
+
+void checkGray(const vistrel_conversion& c) {
+  if (c.gray != VISTREL_LUMA && c.gray != VISTREL_RAW_GRAY)
+    refuse(VISTREL_BAD_GRAY, "gray {}: 0 (luma) and 1 (raw) are allowed", c.gray);
+  if (c.gray == VISTREL_RAW_GRAY && isCompact(c.algorithm))
+    refuse(VISTREL_BAD_GRAY,
+           "gray 1 (raw): the library's own gray of algorithm {} is sheared; 0 (luma) is allowed",
+           findAlgorithm(c.algorithm)->name);
+}
+
+void checkTable(const vistrel_conversion& c, uint32_t bits) {
+  if (!c.table) refuse(VISTREL_NULL_POINTER, "table is null");
+  if (bits > 12)
+    refuse(VISTREL_BAD_LUT_MODE,
+           "lut_mode 10: a table serves 10 to 12 bits, the samples have {}; reduce_to 12 drops the "
+           "lowest ones first",
+           bits);
+  if (c.table_entries != 1024 && c.table_entries != 1u << bits)
+    refuse(VISTREL_BAD_TABLE, "table_entries {}: samples of {} bits take {}", c.table_entries, bits,
+           bits == 10 ? "1024" : fmt::format("1024 or {}", 1u << bits));
+  for (uint32_t i = 0; i < c.table_entries; ++i)
+    if (c.table[i] > 255)
+      refuse(VISTREL_BAD_TABLE, "table[{}] {}: 0 to 255 are allowed", i, c.table[i]);
 }
 
 void checkLutMode(const vistrel_frame& f, const vistrel_conversion& c) {
-  if (c.lut_mode > 7) refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: 0 to 7 are allowed", c.lut_mode);
+  if (c.lut_mode > 7 && c.lut_mode != 10)
+    refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: 0 to 7 and 10 are allowed", c.lut_mode);
   if (c.lut_mode == 0) return;
   const Format& format = *findFormat(c.format);
   if (format.sampleBytes == 2)
     refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: format {} keeps all bits and allows 0 alone",
            c.lut_mode, format.name);
-  const uint32_t least = c.lut_mode > 2 ? 10 : 8 + c.lut_mode;
-  if (f.bits < least)
-    refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: it needs {} bits or more, the frame has {}",
-           c.lut_mode, least, f.bits);
+  const uint32_t bits = workingBits(f, c), least = c.lut_mode > 2 ? 10 : 8 + c.lut_mode;
+  if (bits < least)
+    refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: it needs {} bits or more, the samples have {}",
+           c.lut_mode, least, bits);
+  if (c.lut_mode == 10) checkTable(c, bits);
 }
 
 }  // namespace
 
+uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conversion) {
+  return conversion.reduce_to ? std::min(frame.bits, conversion.reduce_to) : frame.bits;
+}
+
 void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conversion) {
   checkFrame(frame);
   checkFormat(frame, conversion);
+  const uint32_t to = conversion.reduce_to;
+  if (to && (to < 8 || to > 16))
+    refuse(VISTREL_BAD_REDUCTION, "reduce_to {}: 0 (no reduction) and 8 to 16 are allowed", to);
   if (frame.phase != VISTREL_MONO) checkAlgorithm(frame, conversion);
+  if (isGray(*findFormat(conversion.format))) checkGray(conversion);
   if (conversion.binning < 1 || conversion.binning > 4)
     refuse(VISTREL_BAD_BINNING, "binning {}: 1 to 4 are allowed", conversion.binning);
   checkLutMode(frame, conversion);

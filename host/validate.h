@@ -5,6 +5,9 @@
 
 namespace vistrel::host {
 
+// The significant bits that are left of a sample after the reduction that is asked for.
+uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conversion);
+
 // Throws Refusal for anything that neither region, samples nor memory come into.
 void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conversion);
 

@@ -45,7 +45,11 @@ enum {
   VISTREL_SHORT_BUFFER = 15,     /* a buffer ends before its last row does */
   VISTREL_OVERLAP = 16,          /* frame and image share memory */
   VISTREL_NO_MEMORY = 17,        /* an allocation failed */
-  VISTREL_INTERNAL = 18          /* a fault of this layer; please report it */
+  VISTREL_INTERNAL = 18,         /* a fault of this layer; please report it */
+  VISTREL_BAD_THRESHOLD = 19,    /* threshold is not 0..255, or the algorithm has none */
+  VISTREL_BAD_REDUCTION = 20,    /* reduce_to is neither 0 nor 8..16 */
+  VISTREL_BAD_TABLE = 21,        /* the table has the wrong size or an entry above 255 */
+  VISTREL_BAD_GRAY = 22          /* gray is neither of the two, or not for this algorithm */
 };
 
 /* What a refusal says, in the caller's memory. */
@@ -75,6 +79,15 @@ typedef struct vistrel_region {
   uint32_t width, height; /* size, from 1 */
 } vistrel_region;
 
+/* Adaptive homogeneity-directed demosaicing, which has no DM_... code. */
+enum { VISTREL_AHD = 256 };
+
+/* Where the gray of IMG_FMT_GRAY8 and IMG_FMT_GRAY16 comes from. */
+enum {
+  VISTREL_LUMA = 0, /* (114 blue + 587 green + 299 red) / 1000 of the finished colours, rounded */
+  VISTREL_RAW_GRAY = 1 /* the library's own: one too low here and there; rows mixed when binned */
+};
+
 /* What to do with samples that have bits set above the frame's significant ones. */
 enum {
   VISTREL_REFUSE = 0, /* refuse the frame and say where the first one is */
@@ -85,19 +98,35 @@ enum {
 typedef struct vistrel_conversion {
   /*
    * IMG_FMT_MONO8 or IMG_FMT_MONO16 for mono frames; IMG_FMT_BGR24,
-   * IMG_FMT_ARGB32 (alpha is 255) or IMG_FMT_BGR48 for Bayer frames. The two
-   * formats of 16 bits need a frame of words and keep its significant bits.
+   * IMG_FMT_ARGB32 (alpha is 255), IMG_FMT_BGR48, IMG_FMT_GRAY8 or
+   * IMG_FMT_GRAY16 for Bayer frames. The three formats of 16 bits need a frame
+   * of words and keep its significant bits.
    */
   uint32_t format;
-  uint32_t algorithm; /* DM_...; not read for mono frames */
+  uint32_t algorithm; /* DM_... or VISTREL_AHD; not read for mono frames */
+  uint32_t threshold; /* of DM_EDGE_EX, 0..255 of 255: edges above it are kept. Else 0 */
+  uint32_t gray;      /* VISTREL_LUMA or VISTREL_RAW_GRAY; read for gray formats alone */
   uint32_t binning;   /* 1..4: each block of so many pixels either way makes one; its sum is
                          divided by this number, so the image gets brighter by as much */
   /*
+   * Samples of more than so many significant bits, 8..16, lose the lowest ones
+   * before all else, so that algorithms made for 10 bits can have them. 0: none do.
+   */
+  uint32_t reduce_to;
+  /*
    * Which 8 bits of a longer sample are kept: 0 the highest, 1 and 2 one and two
    * places lower, clamped, if there are so many bits; 3..7 tone curves 2..6, from
-   * 10 bits up. 0 for formats of 16 bits and for frames of bytes.
+   * 10 bits up; 10 the table below, for 10 to 12 bits. 0 for formats of 16 bits
+   * and for frames of bytes.
    */
   uint32_t lut_mode;
+  /*
+   * For lut_mode 10: a value of 0..255 for each of the highest ten bits of a
+   * sample, 1024, or for each sample that there can be, of which those are used
+   * whose lowest bits are zero. Else not read.
+   */
+  const uint16_t* table;
+  uint32_t table_entries;
   uint32_t excess;              /* VISTREL_REFUSE or VISTREL_MASK */
   const vistrel_region* region; /* null: the whole frame. Its size is rounded down to whole bins */
 } vistrel_conversion;
@@ -121,15 +150,15 @@ typedef struct vistrel_image {
 /* A demosaic algorithm. */
 typedef struct vistrel_algorithm {
   const char* name;      /* short, lower case, for command lines */
-  uint32_t code;         /* DM_... */
+  uint32_t code;         /* DM_... or VISTREL_AHD */
   uint32_t max_bits;     /* most significant bits that it is made for */
   uint32_t minimal_size; /* least width and height of a region, in sensor pixels */
 } vistrel_algorithm;
 
 /*
  * Fills conversion for frame: 8 bits a sample, mono or BGR by the frame's phase,
- * the bilinear algorithm, no binning, the highest bits, the whole frame; samples
- * with excess bits are refused. Reads frame->phase alone. Neither may be null.
+ * the bilinear algorithm, no binning, no reduction, the highest bits, the whole
+ * frame; samples with excess bits are refused. Reads frame->phase alone. Neither may be null.
  */
 void vistrel_default_conversion(const vistrel_frame* frame, vistrel_conversion* conversion);
 

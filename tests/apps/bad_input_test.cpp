@@ -131,7 +131,7 @@ TEST_F(BadInput, Bits) {
       pgm(4, 4, 65535, [](uint32_t x, uint32_t y) { return x == 3 && y == 2 ? 1024 : 9; }),
       "sample 1024 at column 3, row 2: a frame of 10 bits has samples of at most 1023",
       "--phase rggb --bits 10");
-  expectRejected(pgm(4, 4, 255, plain), "lut_mode 3: it needs 10 bits or more, the frame has 8",
+  expectRejected(pgm(4, 4, 255, plain), "lut_mode 3: it needs 10 bits or more, the samples have 8",
                  "--phase rggb --curve 2");
   expectRejected(pgm(4, 4, 255, plain),
                  "format BGR48: it needs a frame of 2 bytes a sample, this one has 1",

@@ -1,32 +1,12 @@
 // Results that can be told by hand.
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <cstring>
-
 #include "tests/host/frames.h"
 
 namespace vistrel {
 namespace {
 
 using ::testing::ElementsAre;
-
-std::vector<uint16_t> wordsOf(const Image& image) {
-  std::vector<uint16_t> words(image.pixels.size() / 2);
-  std::memcpy(words.data(), image.pixels.data(), image.pixels.size());
-  return words;
-}
-
-// Every pixel of the image, or none if they differ.
-std::vector<uint32_t> plainPixel(const Image& image) {
-  const uint32_t channels = image.layout.channels;
-  const bool words = image.layout.row_bytes > size_t{image.layout.width} * channels;
-  const auto samples =
-      words ? wordsOf(image) : std::vector<uint16_t>(image.pixels.begin(), image.pixels.end());
-  for (size_t i = channels; i < samples.size(); ++i)
-    if (samples[i] != samples[i - channels]) return {};
-  return {samples.begin(), samples.begin() + channels};
-}
 
 TEST(Defaults, FitTheFrame) {
   const uint8_t sample = 0;
@@ -191,6 +171,21 @@ TEST(Colour, RegionLiesWhereItShould) {
       for (uint32_t i = 3; i < 3 * (region.width - 1); ++i)
         ASSERT_EQ(words[3 * region.width * y + i], slope(region.x + i / 3, region.y + y))
             << "origin " << origin << ", row " << y << ", sample " << i;
+  }
+}
+
+// Every algorithm takes its smallest frame, in every phase, and keeps a plain frame plain there
+// as far as it has no dark or bright rim.
+TEST(Colour, EveryAlgorithmTakesItsSmallestFrame) {
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
+    const uint32_t side = a->minimal_size;
+    const std::vector<uint16_t> samples(side * side, 500);
+    for (uint32_t phase = 0; phase < 4; ++phase) {
+      const vistrel_frame frame = frameOf(samples.data(), side, side, 10, phase);
+      vistrel_conversion c = defaultConversion(frame);
+      c.algorithm = a->code;
+      EXPECT_EQ(convert(frame, c).layout.width, side) << a->name;
+    }
   }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <vector>
 
@@ -25,6 +26,23 @@ inline std::function<uint32_t(uint32_t, uint32_t)> plainColour(uint32_t phase, u
     const char filter = vistrel_phase_name(phase)[2 * (y & 1) + (x & 1)];
     return filter == 'b' ? blue : filter == 'g' ? green : red;
   };
+}
+
+inline std::vector<uint16_t> wordsOf(const Image& image) {
+  std::vector<uint16_t> words(image.pixels.size() / 2);
+  std::memcpy(words.data(), image.pixels.data(), image.pixels.size());
+  return words;
+}
+
+// Every pixel of the image, or none if they differ.
+inline std::vector<uint32_t> plainPixel(const Image& image) {
+  const uint32_t channels = image.layout.channels;
+  const bool words = image.layout.row_bytes > size_t{image.layout.width} * channels;
+  const auto samples =
+      words ? wordsOf(image) : std::vector<uint16_t>(image.pixels.begin(), image.pixels.end());
+  for (size_t i = channels; i < samples.size(); ++i)
+    if (samples[i] != samples[i - channels]) return {};
+  return {samples.begin(), samples.begin() + channels};
 }
 
 inline vistrel_error refusalOf(const vistrel_frame& frame, const vistrel_conversion& conversion) {

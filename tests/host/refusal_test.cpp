@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/host/frames.h"
 
@@ -82,10 +83,12 @@ TEST_F(Refusal, Phase) {
 TEST_F(Refusal, Format) {
   conversion.format = 99;
   expect(VISTREL_BAD_FORMAT,
-         "format 99: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7)");
+         "format 99: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7), "
+         "GRAY8 (5), GRAY16 (6)");
   conversion.format = IMG_FMT_MONO16;
   expect(VISTREL_BAD_FORMAT,
-         "format MONO16: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7)");
+         "format MONO16: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7), "
+         "GRAY8 (5), GRAY16 (6)");
   setFrame(mono(64, 48));
   conversion.format = IMG_FMT_BGR24;
   expect(VISTREL_BAD_FORMAT, "format BGR24: a mono frame becomes MONO8 (0), MONO16 (1)");
@@ -107,7 +110,16 @@ TEST_F(Refusal, Algorithm) {
 
 TEST_F(Refusal, MoreBitsThanAnAlgorithmIsMadeFor) {
   conversion.algorithm = DM_GRADIENT_LAROCHE;
-  expect(VISTREL_BAD_ALGORITHM, "algorithm laroche: made for 10 bits at most, the frame has 12");
+  expect(VISTREL_BAD_ALGORITHM,
+         "algorithm laroche: made for 10 bits at most, the samples have 12; reduce_to 10 drops the "
+         "lowest ones first");
+  conversion.reduce_to = 11;
+  expect(VISTREL_BAD_ALGORITHM,
+         "algorithm laroche: made for 10 bits at most, the samples have 11; reduce_to 10 drops the "
+         "lowest ones first");
+  conversion.reduce_to = 10;
+  expect(VISTREL_OK, "");
+  conversion.reduce_to = 0;
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
     conversion.algorithm = a->code;
     for (frame.bits = 8; frame.bits <= 16; ++frame.bits)
@@ -126,7 +138,7 @@ TEST_F(Refusal, Binning) {
 
 TEST_F(Refusal, LutMode) {
   conversion.lut_mode = 8;
-  expect(VISTREL_BAD_LUT_MODE, "lut_mode 8: 0 to 7 are allowed");
+  expect(VISTREL_BAD_LUT_MODE, "lut_mode 8: 0 to 7 and 10 are allowed");
   conversion.lut_mode = 1;
   conversion.format = IMG_FMT_BGR48;
   expect(VISTREL_BAD_LUT_MODE, "lut_mode 1: format BGR48 keeps all bits and allows 0 alone");
@@ -144,7 +156,68 @@ TEST_F(Refusal, LutModeWithoutTheBitsForIt) {
     }
   }
   frame.bits = 9;
-  expect(VISTREL_BAD_LUT_MODE, "lut_mode 7: it needs 10 bits or more, the frame has 9");
+  expect(VISTREL_BAD_LUT_MODE, "lut_mode 7: it needs 10 bits or more, the samples have 9");
+}
+
+TEST_F(Refusal, Reduction) {
+  for (const uint32_t bits : {1u, 7u, 17u, kMost}) {
+    conversion.reduce_to = bits;
+    EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_BAD_REDUCTION) << bits;
+  }
+  conversion.reduce_to = 7;
+  expect(VISTREL_BAD_REDUCTION, "reduce_to 7: 0 (no reduction) and 8 to 16 are allowed");
+  conversion.reduce_to = 9;
+  conversion.lut_mode = 2;
+  expect(VISTREL_BAD_LUT_MODE, "lut_mode 2: it needs 10 bits or more, the samples have 9");
+}
+
+TEST_F(Refusal, Threshold) {
+  conversion.threshold = 1;
+  expect(VISTREL_BAD_THRESHOLD, "threshold 1: algorithm bilinear allows 0 alone, it has none");
+}
+
+TEST_F(Refusal, Gray) {
+  conversion.gray = 2;  // not read for colours
+  expect(VISTREL_OK, "");
+  conversion.format = IMG_FMT_GRAY8;
+  expect(VISTREL_BAD_GRAY, "gray 2: 0 (luma) and 1 (raw) are allowed");
+  conversion.gray = VISTREL_RAW_GRAY;
+  expect(VISTREL_OK, "");
+  conversion.algorithm = DM_NEAR_NEIGHBOR;
+  expect(VISTREL_BAD_GRAY,
+         "gray 1 (raw): the library's own gray of algorithm near is sheared; 0 (luma) is allowed");
+  conversion.algorithm = VISTREL_AHD;
+  EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_BAD_GRAY);
+  conversion.gray = VISTREL_LUMA;
+  expect(VISTREL_OK, "");
+}
+
+TEST_F(Refusal, Table) {
+  std::vector<uint16_t> table(65536);
+  conversion.lut_mode = 10;
+  conversion.table_entries = 1024;
+  expect(VISTREL_NULL_POINTER, "table is null");
+  conversion.table = table.data();
+  for (const uint32_t entries : {0u, 256u, 1023u, 1025u, 2048u, 4095u, 8192u}) {
+    conversion.table_entries = entries;
+    EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_BAD_TABLE) << entries;
+  }
+  conversion.table_entries = 256;
+  expect(VISTREL_BAD_TABLE, "table_entries 256: samples of 12 bits take 1024 or 4096");
+  conversion.reduce_to = 10;
+  expect(VISTREL_BAD_TABLE, "table_entries 256: samples of 10 bits take 1024");
+  conversion.table_entries = 1024;
+  table[1023] = 256;
+  expect(VISTREL_BAD_TABLE, "table[1023] 256: 0 to 255 are allowed");
+  table[1023] = 255;
+  expect(VISTREL_OK, "");
+  conversion.reduce_to = 0;
+  frame.bits = 13;
+  expect(VISTREL_BAD_LUT_MODE,
+         "lut_mode 10: a table serves 10 to 12 bits, the samples have 13; reduce_to 12 drops the "
+         "lowest ones first");
+  frame.bits = 9;
+  expect(VISTREL_BAD_LUT_MODE, "lut_mode 10: it needs 10 bits or more, the samples have 9");
 }
 
 TEST_F(Refusal, Excess) {
@@ -178,6 +251,8 @@ TEST_F(Refusal, LessThanADemosaicNeeds) {
   expect(VISTREL_REGION_TOO_SMALL, "region 1x100+0+0: algorithm bilinear needs 2x2 pixels or more");
   setFrame(bayer(2, 2));
   expect(VISTREL_OK, "");
+  conversion.algorithm = VISTREL_AHD;
+  expect(VISTREL_REGION_TOO_SMALL, "region 2x2+0+0: algorithm ahd needs 5x5 pixels or more");
   setFrame(mono(1, 1));
   expect(VISTREL_OK, "");
 }

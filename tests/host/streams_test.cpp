@@ -31,6 +31,8 @@ uint32_t ImgInitialize(uint32_t nID, uint32_t nImgWidth, uint32_t nImgHeight) {
   return g_memory;
 }
 
+uint32_t ImgLoadLookupTable(uint32_t, const uint16_t*, uint32_t) { return g_memory; }
+
 namespace vistrel::host {
 namespace {
 
