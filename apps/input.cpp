@@ -13,13 +13,6 @@
 namespace vistrel::app {
 namespace {
 
-void checkIsFile(const std::filesystem::path& path) {
-  std::error_code error;
-  const auto status = std::filesystem::status(path, error);
-  if (!std::filesystem::exists(status)) fail(kInputOutput, "cannot be read: {}", error.message());
-  if (!std::filesystem::is_regular_file(status)) fail(kInputOutput, "it is not a regular file");
-}
-
 // A maxval of n set bits tells the depth, up to 15; the largest one only that there are two bytes.
 uint32_t bitsOf(uint32_t maxval) {
   if (maxval <= 255) return 8;
@@ -34,9 +27,25 @@ void checkShape(vistrel_frame frame) {
 
 }  // namespace
 
+void checkIsFile(const std::filesystem::path& path) {
+  std::error_code error;
+  const auto status = std::filesystem::status(path, error);
+  if (!std::filesystem::exists(status)) fail(kInputOutput, "cannot be read: {}", error.message());
+  if (!std::filesystem::is_regular_file(status)) fail(kInputOutput, "it is not a regular file");
+}
+
 void InputOptions::check() const {
   if (size && !bits && !fromName)
     fail(kUsage, "--bits is missing: a header-less dump does not tell its depth");
+}
+
+void InputOptions::checkWithPhase() const {
+  check();
+  if (!phase && !fromName)
+    fail(kUsage,
+         "--phase is missing. It names the colours of the 2x2 block at the frame's left upper "
+         "corner: rggb, bggr, grbg or gbrg; mono stands for a frame without colour filters. "
+         "With --from-name the file's name tells it");
 }
 
 FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& options) : path_(path) {

@@ -11,6 +11,9 @@
 
 namespace vistrel::app {
 
+// Throws Failure (input/output) for what is no file that can be read.
+void checkIsFile(const std::filesystem::path& path);
+
 // What the command line says about the inputs.
 struct InputOptions {
   std::optional<Size> size;  // of a header-less dump
@@ -23,6 +26,7 @@ struct InputOptions {
 
   // Throws Failure (usage) where something is missing.
   void check() const;
+  void checkWithPhase() const;
 };
 
 // An open file whose header is read and whose length is enough.

@@ -21,7 +21,7 @@ void expectUsage(const std::string& arguments, const std::string& text) {
 std::string algorithmNames() {
   std::string names;
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
-    names.append(i ? "," : "").append(a->name);
+    names.append(i ? ", " : "").append(a->name);
   return names;
 }
 
@@ -70,11 +70,23 @@ TEST(Usage, Numbers) {
   expectUsage(convert + "--bits 7", "--bits: Value 7 not in range 8 to 16" + kHint);
   expectUsage(convert + "--bits 17", "--bits: Value 17 not in range 8 to 16" + kHint);
   expectUsage(convert + "--window 3", "--window: Value 3 not in range 0 to 2" + kHint);
-  expectUsage(convert + "--curve 1", "--curve: Value 1 not in range 2 to 6" + kHint);
-  expectUsage(convert + "--depth 12", "--depth: 12 not in {8,16}" + kHint);
-  expectUsage(convert + "-a sharpest",
-              "--algorithm: sharpest not in {" + algorithmNames() + "}" + kHint);
+  expectUsage(convert + "--curve 1", "--curve 1: 2 to 6, or a file with a table, are allowed\n");
+  expectUsage(convert + "--depth 12", "--depth: 12 not in {8,16,reduce10}" + kHint);
+  expectUsage(convert + "--format bgr24", "--format: bgr24 not in {gray8,gray16}" + kHint);
+  expectUsage(convert + "--format gray8 --gray red", "--gray: red not in {luma,raw}" + kHint);
   expectUsage("scene -o a.pgm --bits 7", "--bits: Value 7 not in range 8 to 16" + kHint);
+}
+
+TEST(Usage, Algorithm) {
+  const std::string convert = "convert a.pgm -o a.png --phase rggb -a ";
+  for (const std::string name : {"sharpest", "sharpest:4", "Bilinear", "bilinea"})
+    expectUsage(convert + name, "--algorithm " + name + ": " + algorithmNames() + " are allowed\n");
+  expectUsage(convert + "laroche:5",
+              "--algorithm laroche:5: laroche takes no threshold, only edge does\n");
+  if (algorithmNames().find("edge") == std::string::npos) return;
+  for (const std::string threshold : {"256", "-1", "", "x", "5x", "99999999999"})
+    expectUsage(convert + "edge:" + threshold,
+                "--algorithm edge:" + threshold + ": a threshold of 0 to 255 is allowed\n");
 }
 
 TEST(Usage, Geometry) {
@@ -96,6 +108,11 @@ TEST(Usage, OptionsThatDoNotGoTogether) {
   expectUsage(convert + "--endian big", "--endian requires --size" + kHint);
   expectUsage(convert + "--depth 16 --curve 2",
               "--depth 16 keeps all bits: --window and --curve do not go with it\n");
+  expectUsage(convert + "--format gray16 --window 1",
+              "--format gray16 keeps all bits: --window and --curve do not go with it\n");
+  expectUsage(convert + "--depth 16 --format gray8",
+              "--depth 16 and --format gray8 do not go together; gray of all bits is gray16\n");
+  expectUsage(convert + "--gray raw", "--gray requires --format" + kHint);
 }
 
 TEST(Usage, OutputFormat) {

@@ -1,0 +1,26 @@
+// Demosaic algorithms by the names of the host layer's table.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string_view>
+
+#include "host/vistrelhost.h"
+
+namespace vistrel::app {
+
+struct Algorithm {
+  const vistrel_algorithm* row;
+  uint32_t threshold;  // 0 for all but the edge algorithm
+};
+
+// The table's algorithm of that index with its default threshold.
+Algorithm algorithmAt(size_t index);
+
+// NAME, or NAME:THRESHOLD where the algorithm has one. Throws Failure (usage).
+Algorithm parseAlgorithm(std::string_view option, std::string_view text);
+
+// "bilinear, near, laroche".
+std::string algorithmNames();
+
+}  // namespace vistrel::app

@@ -1,0 +1,85 @@
+// Algorithms, depths and gray from the command line.
+#include <gtest/gtest.h>
+
+#include "host/vistrelhost.h"
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 3 + 7 * x * y + (x ^ y) * 29) % 1024; }
+
+struct Choices : ::testing::Test {
+  Scratch scratch;
+
+  Picture convert(const std::string& options) const {
+    const Result result = scratch.vistrel("convert in.pgm -o out.png --phase rggb " + options);
+    EXPECT_EQ(result.err, "") << options;
+    return readPng(scratch / "out.png");
+  }
+};
+
+TEST_F(Choices, EveryAlgorithmGivesItsOwnPicture) {
+  scratch.write("in.pgm", pgm(40, 30, 1023, texture));
+  std::vector<std::vector<uint16_t>> pictures;
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
+    const Picture picture = convert(std::string("-a ") + a->name);
+    EXPECT_EQ(picture.samples.size(), 40 * 30 * 3u);
+    for (const auto& other : pictures) EXPECT_NE(picture.samples, other) << a->name;
+    pictures.push_back(picture.samples);
+  }
+}
+
+TEST_F(Choices, MoreThanTenBitsMustBeReduced) {
+  scratch.write("in.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return 4 * texture(x, y) + 3; }));
+  const Result result = scratch.vistrel("convert in.pgm -o out.png --phase rggb -a laroche");
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err,
+            "vistrel: in.pgm: algorithm laroche: made for 10 bits at most, the frame has 12; "
+            "--depth reduce10 drops the lowest ones first\n");
+  EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});
+  const auto reduced = convert("-a laroche --depth reduce10").samples;
+  scratch.write("in.pgm", pgm(40, 30, 1023, texture));
+  EXPECT_EQ(convert("-a laroche").samples, reduced);
+  EXPECT_EQ(convert("-a laroche --depth reduce10").samples, reduced);
+}
+
+TEST_F(Choices, GrayIsLumaOrTheLibrarysOwn) {
+  scratch.write("in.pgm", pgm(12, 10, 1023, [](uint32_t, uint32_t) { return 512; }));
+  Picture picture = convert("--format gray8");
+  EXPECT_EQ(picture.channels, 1u);
+  EXPECT_EQ(picture.bits, 8u);
+  EXPECT_EQ(picture.samples, std::vector<uint16_t>(120, 128));
+  EXPECT_EQ(convert("--format gray8 --gray raw").samples, std::vector<uint16_t>(120, 127));
+  picture = convert("--format gray16");
+  EXPECT_EQ(picture.significant, 10u);
+  EXPECT_EQ(picture.samples, std::vector<uint16_t>(120, 512 * 64 + 32));
+  // Of mono frames it is what they are made of anyway.
+  ASSERT_EQ(scratch.vistrel("convert in.pgm -o out.pgm --phase mono --format gray16").status, 0);
+  EXPECT_EQ(scratch.read("out.pgm"), scratch.read("in.pgm"));
+}
+
+TEST_F(Choices, GrayFitsAPgm) {
+  scratch.write("in.pgm", pgm(2, 2, 255, [](uint32_t, uint32_t) { return 65; }));
+  EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --format gray8 -o out.pgm").status, 0);
+  EXPECT_EQ(scratch.read("out.pgm"), "P5\n2 2\n255\nAAAA");
+  EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --format gray8 -o out.ppm").err,
+            "vistrel: in.pgm: a rggb frame does not fit out.ppm; use .pgm or .png\n");
+  EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --format gray16 -o out.pgm").err,
+            "vistrel: in.pgm: format GRAY16: it needs a frame of 2 bytes a sample, this one has "
+            "1\n");
+}
+
+TEST_F(Choices, RawGrayOfACompactImageIsRefused) {
+  scratch.write("in.pgm", pgm(8, 8, 255, [](uint32_t, uint32_t) { return 65; }));
+  const Result result =
+      scratch.vistrel("convert in.pgm --phase rggb --format gray8 --gray raw -a near -o out.png");
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err,
+            "vistrel: in.pgm: gray 1 (raw): the library's own gray of algorithm near is sheared; "
+            "0 (luma) is allowed\n");
+}
+
+}  // namespace
+}  // namespace vistrel
