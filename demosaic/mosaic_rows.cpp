@@ -32,6 +32,11 @@ void guardHalf(T* half, size_t n) {
 
 }  // namespace
 
+// Behind a half row, what the widest vector touches: a row that leaves it alone would keep an older
+// row's, of any size.
+template <class T>
+constexpr size_t kVectorRoom = 64 / sizeof(T);
+
 // Smoothing is one row behind loading and reads one row below its own.
 template <class T>
 MosaicRows<T>::MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows)
@@ -57,7 +62,7 @@ void MosaicRows<T>::smooth(int y) {
   const T* raw = m_raw.half(unsigned(y), parity);
   T* green = m_green.half(unsigned(y), 0);
   if (y == 0 || y == height() - 1) {
-    std::copy_n(raw, n, green);
+    std::copy_n(raw, n + kVectorRoom<T>, green);
   } else {
     const T* above = m_raw.half(unsigned(y - 1), 1 - parity) + parity - 1;
     const T* below = m_raw.half(unsigned(y + 1), 1 - parity) + parity - 1;
