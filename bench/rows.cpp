@@ -61,6 +61,12 @@ const std::vector<Row>& rows() {
     {colour("hamilton", DM_GRADIENT_HAMILTON, 16),
      {"libdc1394 HQLINEAR", dc1394HqLinear},
      {2, 3, 0}},
+    {colour("cok", DM_HUE_COK, 8), {"libdc1394 EDGESENSE", dc1394EdgeSense}, {1.3, 2, 0}},
+    {colour("cok", DM_HUE_COK, 16), {"libdc1394 EDGESENSE", dc1394EdgeSense}, {1.3, 2, 0}},
+#endif
+#if VISTREL_BENCH_LIBRAW
+    {colour("grouping", DM_PIXEL_GROUPING, 8), {"LibRaw PPG", librawPixelGrouping}, {4, 8, 0}},
+    {colour("grouping", DM_PIXEL_GROUPING, 16), {"LibRaw PPG", librawPixelGrouping}, {4, 8, 0}},
 #endif
 #if VISTREL_BENCH_OPENCV
     {mono(8, 1), {"OpenCV copyTo", openCvCopy}, {0.95, 1.0, 0}},

@@ -19,6 +19,8 @@ VISTREL_DEMOSAIC(ImageColorBilinear);         // the plain mean of the nearest s
 VISTREL_DEMOSAIC(ImageColorNearNeighbor);     // nearest neighbours, green along an edge
 VISTREL_DEMOSAIC(ImageColorGradientLaroche);  // Laroche and Prescott, US 5,373,322
 VISTREL_DEMOSAIC(ImageColorGradientHamilton); // Hamilton and Adams, US 5,629,734
+VISTREL_DEMOSAIC(ImageColorHueCok);           // Cok, US 4,642,678
+VISTREL_DEMOSAIC(ImageColorPixelGrouping);    // Lin 2003
 
 #undef VISTREL_DEMOSAIC
 

@@ -41,9 +41,9 @@ constexpr Algorithm kAlgorithms[] = {
     VISTREL_WITHOUT_THRESHOLD(ImageColorGradientLaroche),
     VISTREL_WITHOUT_THRESHOLD(ImageColorGradientHamilton),
     kNoAlgorithm,
+    VISTREL_WITHOUT_THRESHOLD(ImageColorHueCok),
     kNoAlgorithm,
-    kNoAlgorithm,
-    kNoAlgorithm,
+    VISTREL_WITHOUT_THRESHOLD(ImageColorPixelGrouping),
 };
 
 #undef VISTREL_WITHOUT_THRESHOLD

@@ -23,6 +23,8 @@ constexpr Algorithm kAlgorithms[] = {
     {"near-neighbor", 2, Road::nearest},
     {"laroche", DM_GRADIENT_LAROCHE, Road::guarded},
     {"hamilton", DM_GRADIENT_HAMILTON, Road::guarded},
+    {"cok", DM_HUE_COK, Road::guarded},
+    {"grouping", DM_PIXEL_GROUPING, Road::guarded},
 };
 
 std::string atDepth(const char* name, bool wide) {

@@ -1,0 +1,69 @@
+#include "common/arith.h"
+#include "common/level.h"
+#include "common/simd.h"
+#include "demosaic/conversion.h"
+#include "demosaic/depth.h"
+#include "demosaic/hue_rows.h"
+#include "demosaic/in_place.h"
+
+#define VISTREL_BODY "demosaic/cok.inl"
+#include "common/each_level.inl"
+
+namespace vistrel {
+
+namespace {
+
+template <class T>
+T stored(double v) {
+  return static_cast<T>(base::clampTo(truncToInt(v), kLimit<T>));
+}
+
+template <class T>
+void cokInPlace(const Conversion<T>& c) {
+  spreadMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  passInPlace(c.region, c.work, [](const InPlacePixel<T>& p) {
+    if (!p.isGreen()) p.samples[kGreen] = static_cast<T>(base::Cok::green(p.sensed()));
+  });
+  passInPlace(c.region, c.work, [](const InPlacePixel<T>& p) {
+    const auto m = p.sensed();
+    const auto g = p.channel(kGreen);
+    const auto hue = [&](int dx, int dy) {
+      return g(dx, dy) == 0 ? 0.0 : double(m(dx, dy)) / g(dx, dy);
+    };
+    const double green = g(0, 0);
+    if (p.isGreen()) {
+      p.samples[p.own()] = stored<T>(base::Cok::along(green, hue));
+      p.samples[p.opposite()] = stored<T>(base::Cok::across(green, hue));
+    } else {
+      p.samples[p.opposite()] = stored<T>(base::Cok::opposite(green, hue));
+    }
+  });
+  c.output.convert(c.work, c.pDst, c.nRoiHeight);
+}
+
+template <class T>
+void cok(const Conversion<T>& c) {
+  if (isThin(c.region)) return cokInPlace(c);
+  const CokKernels<T>& kernels = *VISTREL_BY_LEVEL(kCok<T>);
+  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 3);
+  const HueRows<T> rows(mosaic);
+  if (!mosaic || !rows) return;
+  sweepGuarded(
+      c, mosaic, 1,
+      [&](int y, T* pixels, RowCopies<T>& copies) {
+        kernels.pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
+            rows.around(y), mosaic.columns(), pixels, copies);
+      },
+      stage(1, [&](int y) {
+        const unsigned parity = 1 - mosaic.greenParity(y);
+        kernels.hues[parity](mosaic.template window<1>(y), mosaic.halfSize(parity), rows.green(y),
+                             rows.hues(y));
+        rows.guard(y);
+      }));
+}
+
+}  // namespace
+
+VISTREL_DEFINE_DEMOSAIC(ImageColorHueCok, cok)
+
+}  // namespace vistrel

@@ -1,0 +1,24 @@
+// The steps of the pixel grouping, on pixels of the work buffer in the guarded layout.
+#pragma once
+
+#include <cstdint>
+
+namespace vistrel {
+
+// Green of a red or blue site. pPixel: the pixel's blue sample. nStride: samples a row. nMode: the
+// channel that the site senses, 0 blue, 2 red.
+uint8_t calcOneGreen(uint8_t* pPixel, unsigned nStride, unsigned nMode);
+uint16_t calcOneGreen(uint16_t* pPixel, unsigned nStride, unsigned nMode);
+
+// Red in pFirst, blue in pSecond, by finished green; the sensed one of them is 0. nMode: the site,
+// 0 blue, 1 green beside blue, 2 red, 3 green beside red.
+void calcOneRedBlu8(uint8_t* pPixel, unsigned nStride, uint8_t* pFirst, uint8_t* pSecond,
+                    unsigned nMode);
+void calcOneRedBlu16(uint16_t* pPixel, unsigned nStride, uint16_t* pFirst, uint16_t* pSecond,
+                     unsigned nMode);
+
+// A colour in the middle of three positions, from their greens L1, L2, L3 and the colours V1, V3 of
+// the outer two. Where green passes steadily, so does the colour; else it bends half as green does.
+int HueTransit(int L1, int L2, int L3, int V1, int V3);
+
+}  // namespace vistrel
