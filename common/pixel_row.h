@@ -8,11 +8,14 @@
 
 namespace vistrel {
 
-// Where the samples of a row are wanted once more while they are at hand.
+// Where the samples of a row are wanted once more while they are at hand, and what is fetched
+// meanwhile.
 template <class T>
 struct RowCopies {
   T* plain = nullptr;
   StreamCopy work, result;  // past the caches
+  FetchAhead source,
+      changedResult;  // the next row of the mosaic; a result that is not just written
 };
 
 // Rows: the half rows that it reads.

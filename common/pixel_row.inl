@@ -27,6 +27,8 @@ void pixelRow(const Rows& source, size_t columns, T* pixels, RowCopies<T>& copie
   constexpr size_t step = 2 * kLanes<T>;
   size_t x = 0;
   for (; x + step <= columns; x += step) {
+    copies.source.pixels(x, step);
+    copies.changedResult.pixels(x, step);
     storeBlock<T, Rows, Fill, greenParity, redRow>(rows, x / 2, pixels + 3 * x,
                                                    copy ? copy + 3 * x : nullptr);
     copies.work.upTo(pixels + 3 * (x + step));

@@ -19,6 +19,23 @@ inline void prefetchRow(const void* row, size_t bytes) {
     __builtin_prefetch(static_cast<const char*>(row) + i);
 }
 
+// Fetches a row that is needed soon while another one is being made: all at once, its lines would
+// wait for each other.
+class FetchAhead {
+ public:
+  FetchAhead() = default;  // fetches nothing
+  FetchAhead(const void* row, size_t bytesAPixel)
+      : m_row(static_cast<const char*>(row)), m_bytesAPixel(bytesAPixel) {}
+
+  void pixels(size_t begin, size_t n) const {
+    if (m_row) prefetchRow(m_row + begin * m_bytesAPixel, n * m_bytesAPixel);
+  }
+
+ private:
+  const char* m_row = nullptr;
+  size_t m_bytesAPixel = 0;
+};
+
 // Copies a row past the caches while it is being made: each call takes what has become complete.
 class StreamCopy {
  public:

@@ -34,13 +34,16 @@ class FinishedRows {
   // To be served while row y is filled, the guard beside it before.
   RowCopies<T> copies(int y) const {
     RowCopies<T> copies;
-    if (m_streams) copies.work = StreamCopy(m_c.imageRow(y) - m_c.layout.side, row(y) - m_c.layout.side);
+    if (m_streams)
+      copies.work = StreamCopy(m_c.imageRow(y) - m_c.layout.side, row(y) - m_c.layout.side);
     if (m_c.output.copiesRows()) {
       if (m_streams)
         copies.result = StreamCopy(result(y), row(y));
       else
         copies.plain = reinterpret_cast<T*>(result(y));
     }
+    if (m_streams && m_F == 1 && !m_c.output.writesEveryByte())
+      copies.changedResult = FetchAhead(result(y), m_c.output.rowBytes() / m_c.region.Wf);
     return copies;
   }
 

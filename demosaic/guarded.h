@@ -53,15 +53,13 @@ void sweepGuarded(const Conversion<T>& c, MosaicRows<T>& mosaic, int reachOfLast
   const FinishedRows<T> finished(c);
   if (!finished) return;
   const GuardWriter<T> guard(c, mosaic);
-  sweep(mosaic.height(),
-        stage(0, [&](int y) { mosaic.load(y); }),
-        stage(1, [&](int y) { mosaic.smooth(y); }),
-        ownStages...,
-        stage(reachOfLast, [&](int y) {
+  sweep(mosaic.height(), stage(0, [&](int y) { mosaic.load(y); }),
+        stage(1, [&](int y) { mosaic.smooth(y); }), ownStages..., stage(reachOfLast, [&](int y) {
           T* const row = finished.row(y);
           guard.beside(y, row);
           guard.aboveAndBelow(y);
           RowCopies<T> copies = finished.copies(y);
+          copies.source = FetchAhead(mosaic.nextSource(), sizeof(T));
           pixelRow(y, row, copies);
           finished.finish(y, copies);
         }));

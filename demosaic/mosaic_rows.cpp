@@ -52,7 +52,7 @@ void MosaicRows<T>::load(int y) {
   if (columns() & 1) even[columns() / 2] = source[columns() - 1];
   guardHalf(even, halfSize(0));
   guardHalf(odd, halfSize(1));
-  if (y + 1 < height()) prefetchRow(source + m_stride, columns() * sizeof(T));
+  m_nextSource = y + 1 < height() ? source + m_stride : nullptr;
 }
 
 template <class T>

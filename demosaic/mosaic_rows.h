@@ -17,6 +17,9 @@ class MosaicRows {
   void load(int y);    // from the source
   void smooth(int y);  // green, from rows y - 1 .. y + 1 that were loaded
 
+  // The row that is loaded next; null when none is left.
+  const T* nextSource() const { return m_nextSource; }
+
   // A half of row y, smoothed if it holds green. Rows outside the region are the second rows
   // inside, as in the guard; elements -1 and n of a half likewise.
   const T* half(int y, unsigned columnParity) const;
@@ -39,9 +42,8 @@ class MosaicRows {
   int height() const { return static_cast<int>(m_region.Hf); }
 
  private:
-
   Region m_region;
-  const T* m_source;
+  const T *m_source, *m_nextSource = nullptr;
   size_t m_stride;
   HalfRowRing<T> m_raw, m_green;
 };

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "cfa/processor.h"
+#include "common/huge_pages.h"
 #include "frontend/vistrel.h"
 
 namespace vistrel {
@@ -66,7 +67,9 @@ uint32_t ImgInitialize(uint32_t nID, uint32_t nImgWidth, uint32_t nImgHeight) {
   const int slot = NewIndex(nID);
   if (slot < 0) return 0;
   std::free(g_pwBGRBuff[slot]);
-  g_pwBGRBuff[slot] = static_cast<uint16_t*>(std::malloc(workBufferBytes(nImgWidth, nImgHeight)));
+  const size_t bytes = workBufferBytes(nImgWidth, nImgHeight);
+  g_pwBGRBuff[slot] = static_cast<uint16_t*>(std::malloc(bytes));
+  adviseHugePages(g_pwBGRBuff[slot], bytes);
   return g_pwBGRBuff[slot] != nullptr;
 }
 
