@@ -46,4 +46,8 @@ Task dc1394EdgeSense(const Conversion& c, const Frame& frame) {
   return decoding(c, frame, DC1394_BAYER_METHOD_EDGESENSE);
 }
 
+Task dc1394VariableGradients(const Conversion& c, const Frame& frame) {
+  return decoding(c, frame, DC1394_BAYER_METHOD_VNG);
+}
+
 }  // namespace vistrel::bench

@@ -43,6 +43,11 @@ Task openCvBilinear(const Conversion&, const Frame& frame) {
   return task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGR); }, result, kBgr24);
 }
 
+Task openCvVariableGradients(const Conversion&, const Frame& frame) {
+  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC3);
+  return task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGR_VNG); }, result, kBgr24);
+}
+
 Task openCvBilinearBgra(const Conversion&, const Frame& frame) {
   const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC4);
   return task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGRA); }, result, kBgra32);

@@ -9,6 +9,7 @@ namespace vistrel::bench {
 Task openCvBilinear(const Conversion&, const Frame&);  // to BGR24
 Task openCvBilinearBgra(const Conversion&, const Frame&);
 Task openCvBilinearGray(const Conversion&, const Frame&);  // to BGR24, then to gray
+Task openCvVariableGradients(const Conversion&, const Frame&);  // to BGR24
 Task openCvBilinearArea(const Conversion&, const Frame&);  // to BGR24, then means of blocks
 Task openCvCopy(const Conversion&, const Frame&);
 Task openCvArea(const Conversion&, const Frame&);
@@ -21,6 +22,7 @@ Task openCvFilter(const Conversion&, const Frame&);       // an image, out of pl
 Task dc1394Bilinear(const Conversion&, const Frame&);
 Task dc1394HqLinear(const Conversion&, const Frame&);  // fixed filters of 5 x 5
 Task dc1394EdgeSense(const Conversion&, const Frame&);
+Task dc1394VariableGradients(const Conversion&, const Frame&);
 
 // LibRaw
 Task librawPixelGrouping(const Conversion&, const Frame&);  // 16 bits to 16, four samples a pixel

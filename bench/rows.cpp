@@ -69,6 +69,16 @@ const std::vector<Row>& rows() {
     {colour("grouping", DM_PIXEL_GROUPING, 16), {"LibRaw PPG", librawPixelGrouping}, {4, 8, 0}},
 #endif
 #if VISTREL_BENCH_OPENCV
+    {colour("variable-gradients", DM_VARIABLE_GRADIENTS, 8),
+     {"OpenCV VNG", openCvVariableGradients},
+     {1.5, 2.5, 0}},
+#endif
+#if VISTREL_BENCH_DC1394
+    {colour("variable-gradients", DM_VARIABLE_GRADIENTS, 16),
+     {"libdc1394 VNG", dc1394VariableGradients},
+     {15, 25, 0}},
+#endif
+#if VISTREL_BENCH_OPENCV
     {mono(8, 1), {"OpenCV copyTo", openCvCopy}, {0.95, 1.0, 0}},
     {mono(8, 2), {"OpenCV AREA", openCvArea}, {0.9, 1.1, 0}},
     {mono(8, 3), {"OpenCV AREA", openCvArea}, {3, 5, 0}},

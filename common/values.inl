@@ -44,6 +44,18 @@ struct TwelveBits {
   }
 };
 
+// Sixteen bits a value: for bytes, and for words that isTwelveBits finds.
+template <class T>
+using ShortValues = std::conditional_t<sizeof(T) == 1, Widened<T>, TwelveBits>;
+
+template <class T>
+bool isTwelveBits(const T* half, size_t n) {
+  if constexpr (sizeof(T) == 1) return true;
+  T bits = 0;
+  for (size_t k = 0; k < n; ++k) bits = static_cast<T>(bits | half[k]);
+  return bits < 4096;
+}
+
 // As the taps of taps.inl: one part of the values there.
 template <class Values, int reach, int parity>
 struct ValueTap {

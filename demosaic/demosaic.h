@@ -21,6 +21,7 @@ VISTREL_DEMOSAIC(ImageColorGradientLaroche);  // Laroche and Prescott, US 5,373,
 VISTREL_DEMOSAIC(ImageColorGradientHamilton); // Hamilton and Adams, US 5,629,734
 VISTREL_DEMOSAIC(ImageColorHueCok);           // Cok, US 4,642,678
 VISTREL_DEMOSAIC(ImageColorPixelGrouping);    // Lin 2003
+VISTREL_DEMOSAIC(ImageColorVariableGradients);  // Chang, Cheung and Pang, 1999
 
 #undef VISTREL_DEMOSAIC
 

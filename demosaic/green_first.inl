@@ -44,14 +44,6 @@ struct FillGreenFirst {
   }
 };
 
-template <class T>
-bool isTwelveBits(const T* half, size_t n) {
-  if constexpr (sizeof(T) == 1) return true;
-  T bits = 0;
-  for (size_t k = 0; k < n; ++k) bits = static_cast<T>(bits | half[k]);
-  return bits < 4096;
-}
-
 template <class T, class Formulas, class Values>
 constexpr GreenFirstPasses<T> kGreenFirstPasses = {
     {greenRow<T, Formulas, Values, 0>, greenRow<T, Formulas, Values, 1>},
@@ -60,5 +52,4 @@ constexpr GreenFirstPasses<T> kGreenFirstPasses = {
 template <class T, class Formulas>
 constexpr GreenFirstKernels<T> kGreenFirst = {
     isTwelveBits<T>,
-    {kGreenFirstPasses<T, Formulas, Widened<T>>,
-     kGreenFirstPasses<T, Formulas, std::conditional_t<sizeof(T) == 1, Widened<T>, TwelveBits>>}};
+    {kGreenFirstPasses<T, Formulas, Widened<T>>, kGreenFirstPasses<T, Formulas, ShortValues<T>>}};

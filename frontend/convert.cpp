@@ -40,7 +40,7 @@ constexpr Algorithm kAlgorithms[] = {
     VISTREL_WITHOUT_THRESHOLD(ImageColorNearNeighbor),
     VISTREL_WITHOUT_THRESHOLD(ImageColorGradientLaroche),
     VISTREL_WITHOUT_THRESHOLD(ImageColorGradientHamilton),
-    kNoAlgorithm,
+    VISTREL_WITHOUT_THRESHOLD(ImageColorVariableGradients),
     VISTREL_WITHOUT_THRESHOLD(ImageColorHueCok),
     kNoAlgorithm,
     VISTREL_WITHOUT_THRESHOLD(ImageColorPixelGrouping),

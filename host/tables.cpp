@@ -21,6 +21,7 @@ constexpr vistrel_algorithm kAlgorithms[] = {
     {"near", DM_NEAR_NEIGHBOR, 16, 2},
     {"laroche", DM_GRADIENT_LAROCHE, 10, 2},
     {"hamilton", DM_GRADIENT_HAMILTON, 10, 2},
+    {"vng", DM_VARIABLE_GRADIENTS, 10, 2},
     {"cok", DM_HUE_COK, 10, 2},
     {"grouping", DM_PIXEL_GROUPING, 10, 2},
     {"ahd", VISTREL_AHD, 16, 5},

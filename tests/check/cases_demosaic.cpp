@@ -25,6 +25,7 @@ constexpr Algorithm kAlgorithms[] = {
     {"hamilton", DM_GRADIENT_HAMILTON, Road::guarded},
     {"cok", DM_HUE_COK, Road::guarded},
     {"grouping", DM_PIXEL_GROUPING, Road::guarded},
+    {"variable-gradients", DM_VARIABLE_GRADIENTS, Road::guarded},
 };
 
 std::string atDepth(const char* name, bool wide) {

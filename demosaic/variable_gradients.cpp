@@ -1,0 +1,91 @@
+#include "demosaic/variable_gradients.h"
+
+#include <iterator>
+
+#include "common/level.h"
+#include "common/simd.h"
+#include "demosaic/conversion.h"
+#include "demosaic/depth.h"
+#include "demosaic/guarded.h"
+#include "demosaic/in_place.h"
+
+namespace vistrel {
+
+// What each level compiles.
+template <class T>
+struct VariableGradientsKernels {
+  bool (*isTwelveBits)(const T* half, size_t n);
+  PixelRows<T, HalfRowWindow<T, 2>> ofTwelveBits, ofAll;
+};
+
+}  // namespace vistrel
+
+#define VISTREL_BODY "demosaic/variable_gradients_rows.inl"
+#include "common/each_level.inl"
+
+namespace vistrel {
+
+namespace {
+
+template <class Site, class T>
+void fillMissing(const InPlacePixel<T>& p, int first, int second) {
+  const auto missing = base::Missing<T, int>::at(Site{}, p.sensed(), 65535);
+  p.samples[first] = static_cast<T>(missing.first);
+  p.samples[second] = static_cast<T>(missing.second);
+}
+
+template <class T>
+void fillAtGreen(const InPlacePixel<T>& p) {
+  fillMissing<base::AtGreen>(p, p.own(), p.opposite());
+}
+template <class T>
+void fillAtColour(const InPlacePixel<T>& p) {
+  fillMissing<base::AtColour>(p, kGreen, p.opposite());
+}
+
+template <class T>
+void variableGradientsInPlace(const Conversion<T>& c) {
+  spreadMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  passInPlace(c.region, c.work,
+              [](const InPlacePixel<T>& p) { p.isGreen() ? fillAtGreen(p) : fillAtColour(p); });
+  c.output.convert(c.work, c.pDst, c.nRoiHeight);
+}
+
+template <class T>
+void variableGradients(const Conversion<T>& c) {
+  if (isThin(c.region)) return variableGradientsInPlace(c);
+  const auto& kernels = *VISTREL_BY_LEVEL(kVariableGradients<T>);
+  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 5);
+  if (!mosaic) return;
+  const auto isTwelveBits = [&](int y) {
+    for (int j = y - 2; j <= y + 2; ++j)
+      for (unsigned parity = 0; parity < 2; ++parity)
+        if (!kernels.isTwelveBits(mosaic.half(j, parity), mosaic.halfSize(parity))) return false;
+    return true;
+  };
+  sweepGuarded(c, mosaic, 2, [&](int y, T* pixels, RowCopies<T>& copies) {
+    const auto window = mosaic.template window<2>(y);
+    const auto& rows = isTwelveBits(y) ? kernels.ofTwelveBits : kernels.ofAll;
+    rows.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](window, mosaic.columns(), pixels, copies);
+  });
+}
+
+}  // namespace
+
+VISTREL_DEFINE_DEMOSAIC(ImageColorVariableGradients, variableGradients)
+
+void calcOneGreenCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
+  fillAtGreen(InPlacePixel<uint8_t>{pPixel, ptrdiff_t{nRowSamples}, nChannel == 0, nChannel == 0});
+}
+void calcOneGreenCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
+  fillAtGreen(InPlacePixel<uint16_t>{pPixel, ptrdiff_t{nRowSamples}, nChannel == 0, nChannel == 0});
+}
+void calcOneRedBluCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
+  fillAtColour(InPlacePixel<uint8_t>{pPixel, ptrdiff_t{nRowSamples}, nChannel == 2, nChannel == 0});
+}
+void calcOneRedBluCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
+  fillAtColour(
+      InPlacePixel<uint16_t>{pPixel, ptrdiff_t{nRowSamples}, nChannel == 2, nChannel == 0});
+}
+
+}  // namespace vistrel
