@@ -75,6 +75,16 @@ Task openCvBilinearArea(const Conversion& c, const Frame& frame) {
       result, kBgr24);
 }
 
+Task openCvEdgeAware(const Conversion& c, const Frame& frame) {
+  const bool words = c.depth == 16;
+  const cv::Mat source = words ? wordsOf(frame) : bytesOf(frame);
+  const cv::Mat result(source.size(), words ? CV_16UC3 : CV_8UC3);
+  Task made = task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGR_EA); }, result,
+                   words ? kBgr48 : kBgr24);
+  if (words) made.picture.bits = frame.wordBits;
+  return made;
+}
+
 Task openCvCopy(const Conversion&, const Frame& frame) {
   const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC1);
   return task([=] { source.copyTo(result); }, result, kMono8);

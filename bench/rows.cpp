@@ -49,6 +49,12 @@ const std::vector<Row>& rows() {
     {bilinear(16, IMG_FMT_BGR48), {"libdc1394 bilinear", dc1394Bilinear}, {1.1, 1.3, 0}},
 #endif
 #if VISTREL_BENCH_DC1394
+    {colour("edge", DM_EDGE_EX | 100 << 8, 8),
+     {"libdc1394 EDGESENSE", dc1394EdgeSense},
+     {1.3, 2, 0}},
+    {colour("edge", DM_EDGE_EX | 100 << 8, 16),
+     {"libdc1394 EDGESENSE", dc1394EdgeSense},
+     {1.3, 2, 0}},
     {colour("laroche", DM_GRADIENT_LAROCHE, 8),
      {"libdc1394 HQLINEAR", dc1394HqLinear},
      {3, 4.5, 0}},
@@ -79,6 +85,12 @@ const std::vector<Row>& rows() {
      {15, 25, 0}},
 #endif
 #if VISTREL_BENCH_OPENCV
+    {colour("near", DM_NEAR_NEIGHBOR, 8),
+     {"OpenCV edge-aware", openCvEdgeAware},
+     {1.2, 1.5, 0}},
+    {colour("near", DM_NEAR_NEIGHBOR, 16),
+     {"OpenCV edge-aware 16u", openCvEdgeAware},
+     {2.5, 3.5, 0}},
     {mono(8, 1), {"OpenCV copyTo", openCvCopy}, {0.95, 1.0, 0}},
     {mono(8, 2), {"OpenCV AREA", openCvArea}, {0.9, 1.1, 0}},
     {mono(8, 3), {"OpenCV AREA", openCvArea}, {3, 5, 0}},

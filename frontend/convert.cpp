@@ -36,7 +36,7 @@ constexpr Algorithm kNoAlgorithm;
 // By code.
 constexpr Algorithm kAlgorithms[] = {
     VISTREL_WITHOUT_THRESHOLD(ImageColorBilinear),
-    kNoAlgorithm,
+    [](auto... all) { ImageColorDemosaicEx(all...); },
     VISTREL_WITHOUT_THRESHOLD(ImageColorNearNeighbor),
     VISTREL_WITHOUT_THRESHOLD(ImageColorGradientLaroche),
     VISTREL_WITHOUT_THRESHOLD(ImageColorGradientHamilton),

@@ -12,6 +12,7 @@
 namespace vistrel {
 
 uint16_t* g_pwBGRBuff[kStreams + 1];
+size_t g_anBGRBytes[kStreams + 1];
 uint32_t g_anIDs[kStreams];
 uint16_t* g_pwUserLUT[kStreams + 1];
 
@@ -67,9 +68,9 @@ uint32_t ImgInitialize(uint32_t nID, uint32_t nImgWidth, uint32_t nImgHeight) {
   const int slot = NewIndex(nID);
   if (slot < 0) return 0;
   std::free(g_pwBGRBuff[slot]);
-  const size_t bytes = workBufferBytes(nImgWidth, nImgHeight);
-  g_pwBGRBuff[slot] = static_cast<uint16_t*>(std::malloc(bytes));
-  adviseHugePages(g_pwBGRBuff[slot], bytes);
+  g_anBGRBytes[slot] = workBufferBytes(nImgWidth, nImgHeight);
+  g_pwBGRBuff[slot] = static_cast<uint16_t*>(std::malloc(g_anBGRBytes[slot]));
+  adviseHugePages(g_pwBGRBuff[slot], g_anBGRBytes[slot]);
   return g_pwBGRBuff[slot] != nullptr;
 }
 

@@ -2,6 +2,7 @@
 // A leaf header: the demosaic functions, below this room, read the two tables.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace vistrel {
@@ -13,6 +14,7 @@ constexpr unsigned kUserTableEntries = 4096;
 // Slot kStreams stands for every unknown id. Its work buffer is always null;
 // its user table is shared by all unknown ids and outlives load and unload.
 extern uint16_t* g_pwBGRBuff[kStreams + 1];
+extern size_t g_anBGRBytes[kStreams + 1];  // the size of each
 extern uint32_t g_anIDs[kStreams];
 extern uint16_t* g_pwUserLUT[kStreams + 1];
 

@@ -20,6 +20,7 @@ struct Algorithm {
 // One line an algorithm.
 constexpr Algorithm kAlgorithms[] = {
     {"bilinear", DM_BILINEAR, Road::guarded},
+    {"edge", DM_EDGE_EX, Road::blocks},
     {"near-neighbor", 2, Road::nearest},
     {"laroche", DM_GRADIENT_LAROCHE, Road::guarded},
     {"hamilton", DM_GRADIENT_HAMILTON, Road::guarded},

@@ -96,7 +96,7 @@ void Stage::attachStream(const Call& call) const {
   const unsigned tableSlot = call.unknown ? kStreams : kSlot;
   g_pwBGRBuff[kSlot] = reference::g_pwBGRBuff[kSlot] = work;
   g_pwUserLUT[tableSlot] = reference::g_pwUserLUT[tableSlot] = table;
-  reference::g_anBGRBytes[kSlot] = memory_.work.shape.span();
+  g_anBGRBytes[kSlot] = reference::g_anBGRBytes[kSlot] = memory_.work.shape.span();
 }
 
 Outcome Stage::play(const Subject& subject, const Call& call) {

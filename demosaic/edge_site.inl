@@ -1,0 +1,3 @@
+#include "common/lanes.inl"
+#include "common/wide.inl"
+#include "demosaic/edge.inl"
