@@ -85,9 +85,7 @@ const std::vector<Row>& rows() {
      {15, 25, 0}},
 #endif
 #if VISTREL_BENCH_OPENCV
-    {colour("near", DM_NEAR_NEIGHBOR, 8),
-     {"OpenCV edge-aware", openCvEdgeAware},
-     {1.2, 1.5, 0}},
+    {colour("near", DM_NEAR_NEIGHBOR, 8), {"OpenCV edge-aware", openCvEdgeAware}, {1.2, 1.5, 0}},
     {colour("near", DM_NEAR_NEIGHBOR, 16),
      {"OpenCV edge-aware 16u", openCvEdgeAware},
      {2.5, 3.5, 0}},

@@ -15,9 +15,11 @@ constexpr Format kFormats[] = {
     {IMG_FMT_GRAY8, "GRAY8", true, 1, 1, 1},     {IMG_FMT_GRAY16, "GRAY16", true, 1, 1, 2},
 };
 
-// Name, code, most significant bits, minimal size. Ten bits for those that clamp at 1023.
+// Name, code, most significant bits, minimal size. Ten bits for those that clamp at 1023, fifteen
+// for the one that compares words as signed numbers.
 constexpr vistrel_algorithm kAlgorithms[] = {
     {"bilinear", DM_BILINEAR, 16, 2},
+    {"edge", DM_EDGE_EX, 15, 2},
     {"near", DM_NEAR_NEIGHBOR, 16, 2},
     {"laroche", DM_GRADIENT_LAROCHE, 10, 2},
     {"hamilton", DM_GRADIENT_HAMILTON, 10, 2},

@@ -101,7 +101,7 @@ TEST_F(Refusal, Algorithm) {
   std::string list;
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
     list.append(i ? ", " : "").append(a->name).append(" (" + std::to_string(a->code) + ")");
-  EXPECT_EQ(list.substr(0, 22), "bilinear (0), near (2)");
+  EXPECT_EQ(list.substr(0, 22), "bilinear (0), edge (1)");
   expect(VISTREL_BAD_ALGORITHM, ("algorithm 9: there is " + list).c_str());
   setFrame(mono(64, 48));
   conversion.algorithm = 9;  // mono frames have none
