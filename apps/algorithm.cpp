@@ -33,6 +33,31 @@ std::string algorithmNames() {
   return names;
 }
 
+std::string labelOf(const Algorithm& algorithm) {
+  const std::string name = algorithm.row->name;
+  return hasThreshold(*algorithm.row) ? fmt::format("{}:{}", name, algorithm.threshold) : name;
+}
+
+void addAlgorithmsOption(CLI::App& command, std::vector<Algorithm>& algorithms) {
+  command
+      .add_option_function<std::vector<std::string>>(
+          "-a,--algorithm",
+          [&algorithms](const std::vector<std::string>& texts) {
+            for (const std::string& text : texts)
+              algorithms.push_back(parseAlgorithm("--algorithm", text));
+          },
+          "Only these algorithms, in this order (all)")
+      ->allow_extra_args(false)
+      ->type_name("NAME[:THRESHOLD]");
+}
+
+std::vector<Algorithm> orAll(const std::vector<Algorithm>& given) {
+  if (!given.empty()) return given;
+  std::vector<Algorithm> all;
+  for (size_t i = 0; vistrel_algorithm_at(i); ++i) all.push_back(algorithmAt(i));
+  return all;
+}
+
 Algorithm parseAlgorithm(std::string_view option, std::string_view text) {
   const size_t colon = text.find(':');
   auto algorithm = find(text.substr(0, colon));

@@ -3,7 +3,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/vistrelhost.h"
 
@@ -22,5 +24,14 @@ Algorithm parseAlgorithm(std::string_view option, std::string_view text);
 
 // "bilinear, near, laroche".
 std::string algorithmNames();
+
+// "edge:20"; the name alone where there is no threshold.
+std::string labelOf(const Algorithm& algorithm);
+
+// -a, to be given any number of times.
+void addAlgorithmsOption(CLI::App& command, std::vector<Algorithm>& algorithms);
+
+// Those that were given, or every one of the table.
+std::vector<Algorithm> orAll(const std::vector<Algorithm>& given);
 
 }  // namespace vistrel::app

@@ -14,21 +14,10 @@ fs::path inFolder(const fs::path& folder, const fs::path& input) {
   return folder / input.stem().concat(".png");
 }
 
-void checkIsFolder(const fs::path& path) {
-  std::error_code error;
-  if (fs::is_directory(path, error)) return;
-  if (fs::exists(path, error))
-    fail(kUsage, "-o {}: several inputs need a folder, this is a file", path.string());
-  fail(kInputOutput, "-o {}: there is no such folder", path.string());
-}
-
 void checkDistinct(const std::vector<Job>& jobs) {
   std::map<fs::path, fs::path> sources;
   for (const Job& job : jobs) {
-    std::error_code error;
-    if (fs::equivalent(job.from, job.to, error))
-      fail(kUsage, "-o {}: it is the same file as the input {}", job.to.string(),
-           job.from.string());
+    checkIsNoInput({job.from}, job.to);
     const auto [other, first] = sources.emplace(job.to, job.from);
     if (!first)
       fail(kUsage, "-o {}: both {} and {} would be written there", job.to.string(),
@@ -37,6 +26,22 @@ void checkDistinct(const std::vector<Job>& jobs) {
 }
 
 }  // namespace
+
+void checkIsFolder(const fs::path& path) {
+  std::error_code error;
+  if (fs::is_directory(path, error)) return;
+  if (fs::exists(path, error))
+    fail(kUsage, "-o {}: a folder is expected, this is a file", path.string());
+  fail(kInputOutput, "-o {}: there is no such folder", path.string());
+}
+
+void checkIsNoInput(const std::vector<std::string>& inputs, const fs::path& output) {
+  for (const std::string& input : inputs) {
+    std::error_code error;
+    if (fs::equivalent(input, output, error))
+      fail(kUsage, "-o {}: it is the same file as the input {}", output.string(), input);
+  }
+}
 
 std::vector<Job> planJobs(const std::vector<std::string>& inputs, const std::string& output) {
   const fs::path to = output;

@@ -11,6 +11,12 @@ struct Job {
   std::filesystem::path from, to;
 };
 
+// Throws Failure for what is no folder that is there.
+void checkIsFolder(const std::filesystem::path& path);
+
+// Throws Failure where the output would be written over one of the inputs.
+void checkIsNoInput(const std::vector<std::string>& inputs, const std::filesystem::path& output);
+
 // `output` is a picture, or a folder that gets a PNG for each input. Throws Failure for what
 // would write a file twice, or over an input, or into a folder that there is not.
 std::vector<Job> planJobs(const std::vector<std::string>& inputs, const std::string& output);

@@ -2,9 +2,11 @@
 #include <cstdio>
 
 #include "apps/atomic_file.h"
+#include "apps/compare_command.h"
 #include "apps/convert_command.h"
 #include "apps/failure.h"
 #include "apps/info_command.h"
+#include "apps/report_command.h"
 #include "apps/scene_command.h"
 
 using namespace vistrel::app;
@@ -17,14 +19,17 @@ int main(int argc, char** argv) {
     return fmt::format("vistrel: {}\nRun with --help for more information.\n", error.what());
   });
   int status = kDone;
+  addCompareCommand(program, status);
   addConvertCommand(program, status);
   addInfoCommand(program, status);
+  addReportCommand(program, status);
   addSceneCommand(program, status);
   const Outcome outcome = attempt([&] {
     try {
       program.parse(argc, argv);
       if (program.get_subcommands().empty())
-        fail(kUsage, "a command is missing: convert, info or scene; --help tells more");
+        fail(kUsage,
+             "a command is missing: compare, convert, info, report or scene; --help tells more");
     } catch (const CLI::ParseError& error) {
       status = program.exit(error) == 0 ? kDone : kUsage;
     }

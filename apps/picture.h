@@ -17,6 +17,9 @@ struct PictureType {
 // By the name's extension. Throws Failure (usage) for any but .png, .ppm and .pgm.
 const PictureType& pictureType(const std::filesystem::path& path);
 
+// A PNG of three channels of 8 bits as BGR24. Throws Failure: input/output, or rejected.
+Image readPng(const std::filesystem::path& path);
+
 // The writers take mono and BGR pixels and throw Failure (input/output).
 // PNG: samples of 9 to 15 bits are spread over 16, and the file tells how many were significant.
 void writePng(const Image& image, AtomicFile& file);

@@ -7,6 +7,7 @@
 #include <new>
 
 #include "apps/picture.h"
+#include "apps/png_errors.h"
 
 namespace vistrel::app {
 namespace {
@@ -15,21 +16,9 @@ namespace {
 constexpr png_uint_32 kMostPixels = 0x7FFFFFFF;
 constexpr int kFastCompression = 3;
 
-struct Message {
-  char text[160];
-};
-
-void onError(png_structp png, png_const_charp text) {
-  auto* message = static_cast<Message*>(png_get_error_ptr(png));
-  std::strncpy(message->text, text, sizeof message->text - 1);
-  png_longjmp(png, 1);
-}
-
-void onWarning(png_structp, png_const_charp) {}
-
 struct Writer {
-  explicit Writer(Message& message)
-      : png(png_create_write_struct(PNG_LIBPNG_VER_STRING, &message, onError, onWarning)),
+  explicit Writer(PngMessage& message)
+      : png(png_create_write_struct(PNG_LIBPNG_VER_STRING, &message, onPngError, onPngWarning)),
         info(png ? png_create_info_struct(png) : nullptr) {
     if (!info) throw std::bad_alloc();
   }
@@ -71,7 +60,7 @@ bool encode(png_structp png, png_infop info, const Image& image, std::FILE* to) 
 }  // namespace
 
 void writePng(const Image& image, AtomicFile& file) {
-  Message message{};
+  PngMessage message{};
   const Writer writer(message);
   if (!encode(writer.png, writer.info, image, file.stream()))
     file.failToWrite(std::ferror(file.stream()) ? std::strerror(errno) : message.text);

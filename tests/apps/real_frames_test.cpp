@@ -2,21 +2,16 @@
 // mean of the neighbours gives.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
+#include "tests/apps/real_frames.h"
 
 namespace vistrel {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path dataFolder() {
-  const char* folder = std::getenv("VISTREL_DATA");
-  return folder ? folder : VISTREL_DATA;
-}
 
 // A binary PGM without comments.
 struct Mosaic {
@@ -76,14 +71,6 @@ Name nameOf(const std::string& stem) {
   const size_t begin = stem.rfind('_', last - 1) + 1;
   return {static_cast<uint32_t>(std::stoul(stem.substr(begin, last - begin))),
           end == std::string::npos ? "mono" : stem.substr(end + 2)};
-}
-
-std::vector<fs::path> framesIn(const std::string& folder) {
-  std::vector<fs::path> frames;
-  const fs::path path = dataFolder() / folder;
-  if (fs::is_directory(path))
-    for (const auto& entry : fs::directory_iterator(path)) frames.push_back(entry.path());
-  return frames;
 }
 
 TEST(RealFrames, BayerFramesHaveTheirColours) {

@@ -26,7 +26,8 @@ std::string algorithmNames() {
 }
 
 TEST(Usage, Commands) {
-  expectUsage("", "a command is missing: convert, info or scene; --help tells more\n");
+  expectUsage("",
+              "a command is missing: compare, convert, info, report or scene; --help tells more\n");
   expectUsage("develop", "The following argument was not expected: develop" + kHint);
 }
 

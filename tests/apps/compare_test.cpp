@@ -1,0 +1,130 @@
+// The contact sheet.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "host/vistrelhost.h"
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 3 + 7 * x * y + (x ^ y) * 29) % 256; }
+
+size_t algorithms() {
+  size_t n = 0;
+  while (vistrel_algorithm_at(n)) ++n;
+  return n;
+}
+
+// How often `small`, each pixel `zoom` wide and high, lies in `large`.
+int timesIn(const Picture& large, const Picture& small, uint32_t zoom) {
+  const auto lies = [&](uint32_t left, uint32_t top) {
+    for (uint32_t y = 0; y < small.height * zoom; ++y)
+      for (uint32_t x = 0; x < small.width * zoom; ++x)
+        for (uint32_t c = 0; c < 3; ++c)
+          if (large.at(left + x, top + y, c) != small.at(x / zoom, y / zoom, c)) return false;
+    return true;
+  };
+  int times = 0;
+  for (uint32_t y = 0; y + small.height * zoom <= large.height; ++y)
+    for (uint32_t x = 0; x + small.width * zoom <= large.width; ++x) times += lies(x, y);
+  return times;
+}
+
+Picture part(const Picture& from, uint32_t left, uint32_t top, uint32_t width, uint32_t height) {
+  Picture p{width, height, 3, 8, 0, {}};
+  for (uint32_t y = 0; y < height; ++y)
+    for (uint32_t x = 0; x < width; ++x)
+      for (uint32_t c = 0; c < 3; ++c) p.samples.push_back(from.at(left + x, top + y, c));
+  return p;
+}
+
+struct Compare : ::testing::Test {
+  Scratch scratch;
+
+  Picture sheet(const std::string& options) const {
+    const Result result = scratch.vistrel("compare in.pgm --phase rggb -o out.png " + options);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    return readPng(scratch / "out.png");
+  }
+  void expectFailure(const std::string& options, int status, const std::string& text) const {
+    const auto before = scratch.names();
+    const Result result = scratch.vistrel("compare in.pgm " + options);
+    EXPECT_EQ(result.status, status) << options;
+    EXPECT_EQ(result.err, "vistrel: " + text + "\n");
+    EXPECT_EQ(scratch.names(), before);
+  }
+};
+
+// What is shown is a part of the whole frame's conversion: the crop has no border of its own.
+TEST_F(Compare, ShowsTheCropOnceForEachAlgorithm) {
+  scratch.write("in.pgm", pgm(90, 70, 255, texture));
+  const Picture all = sheet("--crop 12x9+40+31 --zoom 2");
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
+    ASSERT_EQ(
+        scratch.vistrel(std::string("convert in.pgm --phase rggb -o one.png -a ") + a->name).status,
+        0);
+    EXPECT_EQ(timesIn(all, part(readPng(scratch / "one.png"), 40, 31, 12, 9), 2), 1) << a->name;
+  }
+  const Picture two = sheet("--crop 12x9+40+31 --zoom 2 -a bilinear -a bilinear");
+  ASSERT_EQ(scratch.vistrel("convert in.pgm --phase rggb -o one.png").status, 0);
+  EXPECT_EQ(timesIn(two, part(readPng(scratch / "one.png"), 40, 31, 12, 9), 2), 2);
+}
+
+TEST_F(Compare, TakesTheMiddleOfTheFrame) {
+  scratch.write("in.pgm", pgm(140, 98, 255, texture));
+  ASSERT_EQ(scratch.vistrel("convert in.pgm --phase rggb -o one.png").status, 0);
+  EXPECT_EQ(
+      timesIn(sheet("-a bilinear --zoom 1"), part(readPng(scratch / "one.png"), 10, 4, 120, 90), 1),
+      1);
+}
+
+TEST_F(Compare, HasABlockForEachFrame) {
+  scratch.write("in.pgm", pgm(40, 30, 255, texture));
+  scratch.write("b.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return texture(x, y) * 16; }));
+  const uint32_t one = sheet("").height;
+  EXPECT_GT(sheet("b.pgm").height, 2 * one - 20);
+}
+
+TEST_F(Compare, ReducesWhatHasTooManyBits) {
+  scratch.write("in.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return texture(x, y) * 16; }));
+  const Picture all = sheet("--zoom 1 -a laroche");
+  ASSERT_EQ(
+      scratch.vistrel("convert in.pgm --phase rggb -o one.png -a laroche --depth reduce10").status,
+      0);
+  EXPECT_EQ(timesIn(all, readPng(scratch / "one.png"), 1), 1);
+}
+
+TEST_F(Compare, Refusals) {
+  scratch.write("in.pgm", pgm(40, 30, 255, texture));
+  expectFailure("--phase rggb -o out.pgm", 2, "-o out.pgm: a sheet is a .png or .ppm");
+  expectFailure("--phase mono -o out.png", 3,
+                "in.pgm: a mono frame has nothing to demosaic; --phase names a phase of four");
+  expectFailure("--phase rggb -o out.png --crop 10x10+31+0", 3,
+                "in.pgm: --crop 10x10+31+0: it leaves the frame of 40x30, or is empty");
+  expectFailure("--phase rggb -o out.png --crop 0x10+0+0", 3,
+                "in.pgm: --crop 0x10+0+0: it leaves the frame of 40x30, or is empty");
+  expectFailure("--phase rggb -o out.png --curve 2", 3,
+                "in.pgm: lut_mode 3: it needs 10 bits or more, the samples have 8");
+  scratch.write("in.ppm", pgm(40, 30, 255, texture));
+  EXPECT_EQ(scratch.vistrel("compare in.ppm --phase rggb -o in.ppm").err,
+            "vistrel: -o in.ppm: it is the same file as the input in.ppm\n");
+}
+
+TEST_F(Compare, SheetThatIsTooLarge) {
+  scratch.write("in.pgm", pgm(3000, 600, 255, texture));
+  const Result result =
+      scratch.vistrel("compare in.pgm --phase rggb -o out.png --crop 3000x600+0+0 --zoom 16");
+  EXPECT_EQ(result.status, 2);
+  EXPECT_NE(result.err.find("268435456 are allowed; take a smaller --crop or --zoom\n"),
+            std::string::npos)
+      << result.err;
+  EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});
+  EXPECT_GE(algorithms(), 2u);
+}
+
+}  // namespace
+}  // namespace vistrel

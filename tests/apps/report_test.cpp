@@ -1,0 +1,214 @@
+// Scores against a plain computation, refusals, and published figures where the pictures are there.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "host/vistrelhost.h"
+
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+#include "tests/apps/real_frames.h"
+
+namespace vistrel {
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr uint32_t kWidth = 44, kHeight = 37, kBorder = 10;
+const std::vector<std::string> kPhases{"grbg", "bggr", "rggb", "gbrg"};
+
+// Colours that are smooth enough for SSIM to say something.
+uint32_t texture(uint32_t x, uint32_t y) {
+  return 20 + (x * 3 + y * 2) % 40 + (x % 7 < 3 ? 50 : 0) + (x * y) % 11;
+}
+
+double cpsnr(const Picture& a, const Picture& b) {
+  double sum = 0;
+  int n = 0;
+  for (uint32_t y = kBorder; y < a.height - kBorder; ++y)
+    for (uint32_t x = kBorder; x < a.width - kBorder; ++x)
+      for (uint32_t c = 0; c < 3; ++c, ++n) sum += std::pow(a.at(x, y, c) - b.at(x, y, c), 2);
+  return 10 * std::log10(255 * 255 / (sum / n));
+}
+
+// Of one window, by deviations from its own means.
+double ssimAt(const Picture& a, const Picture& b, uint32_t left, uint32_t top, uint32_t c) {
+  double weights = 0, meanA = 0, meanB = 0, varA = 0, varB = 0, both = 0;
+  const auto visit = [&](const std::function<void(double w, double a, double b)>& f) {
+    for (int j = -5; j <= 5; ++j)
+      for (int i = -5; i <= 5; ++i)
+        f(std::exp(-(i * i + j * j) / 4.5), a.at(left + 5 + i, top + 5 + j, c),
+          b.at(left + 5 + i, top + 5 + j, c));
+  };
+  visit([&](double w, double p, double q) { weights += w, meanA += w * p, meanB += w * q; });
+  meanA /= weights, meanB /= weights;
+  visit([&](double w, double p, double q) {
+    varA += w * (p - meanA) * (p - meanA) / weights;
+    varB += w * (q - meanB) * (q - meanB) / weights;
+    both += w * (p - meanA) * (q - meanB) / weights;
+  });
+  return (2 * meanA * meanB + 6.5025) * (2 * both + 58.5225) /
+         ((meanA * meanA + meanB * meanB + 6.5025) * (varA + varB + 58.5225));
+}
+
+double ssim(const Picture& a, const Picture& b) {
+  double sum = 0;
+  int n = 0;
+  for (uint32_t y = kBorder; y + 11 <= a.height - kBorder; ++y)
+    for (uint32_t x = kBorder; x + 11 <= a.width - kBorder; ++x)
+      for (uint32_t c = 0; c < 3; ++c, ++n) sum += ssimAt(a, b, x, y, c);
+  return sum / n;
+}
+
+struct Report : ::testing::Test {
+  Scratch scratch;
+
+  // A picture in full colour, by way of a mosaic. Binning keeps it from being what an algorithm
+  // makes of its own mosaic.
+  void writePicture(const std::string& name, uint32_t width = kWidth, uint32_t height = kHeight,
+                    const std::function<uint32_t(uint32_t, uint32_t)>& sample = texture) const {
+    scratch.write("made.pgm", pgm(2 * width, 2 * height, 255, sample));
+    ASSERT_EQ(scratch.vistrel("convert made.pgm --phase rggb --bin 2 -o " + name).status, 0);
+  }
+  Json scores(const std::string& options) const {
+    const Result result = scratch.vistrel("report --json out.json --reference " + options);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.status, 0);
+    return Json::parse(scratch.read("out.json"));
+  }
+  void expectFailure(const std::string& options, int status, const std::string& text) const {
+    const auto before = scratch.names();
+    const Result result = scratch.vistrel("report " + options);
+    EXPECT_EQ(result.status, status) << options;
+    EXPECT_EQ(result.err, "vistrel: " + text + "\n");
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(scratch.names(), before);
+  }
+};
+
+TEST_F(Report, ScoresAreThoseOfAPlainComputation) {
+  writePicture("true.png");
+  const Picture truth = readPng(scratch / "true.png");
+  const Json json = scores("true.png -a bilinear -a ahd");
+  for (size_t a = 0; a < 2; ++a) {
+    const std::string name = a ? "ahd" : "bilinear";
+    double expectedCpsnr = 0, expectedSsim = 0;
+    for (const std::string& phase : kPhases) {
+      scratch.write(
+          "m.pgm", pgm(kWidth, kHeight, 255, [&](uint32_t x, uint32_t y) {
+            return truth.at(
+                x, y, static_cast<uint32_t>(std::string("rgb").find(phase[2 * (y % 2) + x % 2])));
+          }));
+      ASSERT_EQ(scratch.vistrel("convert m.pgm -o m.png -a " + name + " --phase " + phase).status,
+                0);
+      const Picture picture = readPng(scratch / "m.png");
+      expectedCpsnr += cpsnr(truth, picture) / 4;
+      expectedSsim += ssim(truth, picture) / 4;
+    }
+    const Json& score = json["pictures"][0]["scores"][a];
+    EXPECT_EQ(score["algorithm"], name);
+    EXPECT_NEAR(score["cpsnr_db"].get<double>(), expectedCpsnr, 1e-9);
+    EXPECT_NEAR(score["ssim"].get<double>(), expectedSsim, 1e-5);  // in floats there
+    EXPECT_GT(score["ns_per_pixel"].get<double>(), 0);
+  }
+}
+
+TEST_F(Report, MeansAreOverThePictures) {
+  writePicture("a.png");
+  writePicture("b.png", 61, 50, [](uint32_t x, uint32_t y) { return (x * 5 + y * 9) % 120; });
+  const Json json = scores("a.png b.png -a laroche -o .");
+  EXPECT_EQ(json["pictures"][1]["name"], "b");
+  EXPECT_EQ(json["pictures"][1]["width"], 61);
+  EXPECT_EQ(json["border_pixels"], 10);
+  for (const char* key : {"cpsnr_db", "ssim", "ns_per_pixel"}) {
+    const double a = json["pictures"][0]["scores"][0][key],
+                 b = json["pictures"][1]["scores"][0][key];
+    EXPECT_NEAR(json["mean"][0][key].get<double>(), (a + b) / 2, 1e-9) << key;
+  }
+}
+
+TEST_F(Report, PrintsATableAndDrawsThePlot) {
+  writePicture("a.png");
+  const Result result = scratch.vistrel("report --reference a.png -o .");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out.substr(0, 53), "a                        CPSNR dB     SSIM  ns/pixel\n");
+  size_t place = 0;
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    ASSERT_NE(place = result.out.find(std::string("\n  ") + a->name, place), std::string::npos);
+  const Picture plot = readPng(scratch / "report.png");
+  size_t marks = 0, discs = 1;  // the paint of a mean; one in the legend, one for each algorithm
+  for (size_t i = 0; i < plot.samples.size(); i += 3)
+    marks += plot.samples[i] == 176 && plot.samples[i + 1] == 38 && plot.samples[i + 2] == 38;
+  while (vistrel_algorithm_at(discs - 1)) ++discs;
+  // A disc of radius 7 with soft edges.
+  EXPECT_GE(marks, 120 * discs);
+  EXPECT_LE(marks, 154 * discs);
+}
+
+TEST_F(Report, EqualPicturesHaveNoError) {
+  writePicture("flat.png", 40, 40, [](uint32_t, uint32_t) { return 90; });
+  const Json json = scores("flat.png -a bilinear -o .");
+  EXPECT_TRUE(json["mean"][0]["cpsnr_db"].is_null());
+  EXPECT_NEAR(json["mean"][0]["ssim"].get<double>(), 1, 1e-6);
+  EXPECT_EQ(readPng(scratch / "report.png").channels, 3u);
+}
+
+TEST_F(Report, Refusals) {
+  expectFailure("--reference no.png", 4, "no.png: cannot be read: No such file or directory");
+  expectFailure("--reference no.png -o no", 4, "-o no: there is no such folder");
+  scratch.write("text.png", "no picture");
+  expectFailure("--reference text.png", 3, "text.png: Not a PNG file");
+  scratch.write("in.pgm", pgm(40, 40, 255, texture));
+  ASSERT_EQ(scratch.vistrel("convert in.pgm --phase mono -o gray.png").status, 0);
+  expectFailure("--reference gray.png", 3,
+                "gray.png: a PNG of 1 channels of 8 bits: three of 8, red, green and blue, are "
+                "expected");
+  writePicture("small.png", 30, 31);
+  expectFailure("--reference small.png --json out.json", 3,
+                "small.png: 30x31 pixels: 31x31 or more are needed, as 10 at each border do not "
+                "count and SSIM's window has 11");
+  writePicture("report.png");
+  expectFailure("--reference report.png -o .", 2,
+                "-o ./report.png: it is the same file as the input report.png");
+  expectFailure("--reference report.png --json report.png", 2,
+                "-o report.png: it is the same file as the input report.png");
+  scratch.write("cut.png", scratch.read("report.png").substr(0, 600));
+  expectFailure("--reference cut.png -o .", 3, "cut.png: Read Error");
+}
+
+TEST_F(Report, WhatCannotBeWrittenIsTold) {
+  writePicture("a.png");
+  const Result result = scratch.vistrel("report --reference a.png --json no/out.json");
+  EXPECT_EQ(result.status, 4);
+  EXPECT_EQ(result.err, "vistrel: no/out.json cannot be written: No such file or directory\n");
+}
+
+TEST_F(Report, GoesOnWithTheOthers) {
+  writePicture("a.png");
+  const Result result = scratch.vistrel("report --json out.json --reference no.png a.png");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "vistrel: no.png: cannot be read: No such file or directory\n");
+  EXPECT_EQ(Json::parse(scratch.read("out.json"))["pictures"].size(), 1u);
+}
+
+// Figures of others for the eight pictures: plain AHD has 37.47 dB, with one phase.
+TEST_F(Report, KodakPicturesScoreAsPublished) {
+  const auto pictures = framesIn("kodak");
+  if (pictures.empty()) GTEST_SKIP() << "VISTREL_DATA names no folder with kodak/";
+  std::string list;
+  for (const auto& picture : pictures) list += picture.string() + " ";
+  const Json mean = scores(list)["mean"];
+  int judged = 0;
+  for (const Json& score : mean) {
+    const std::string name = score["algorithm"].get<std::string>().substr(0, 4);
+    if (name != "ahd" && name != "edge") continue;
+    EXPECT_NEAR(score["cpsnr_db"].get<double>(), name == "ahd" ? 37.47 : 34.1, 0.1) << name;
+    ++judged;
+  }
+  EXPECT_GE(judged, 1);
+}
+
+}  // namespace
+}  // namespace vistrel
