@@ -2,34 +2,14 @@
 // mean of the neighbours gives.
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
-#include "tests/apps/real_frames.h"
+#include "tests/real_frames.h"
 
 namespace vistrel {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A binary PGM without comments.
-struct Mosaic {
-  uint32_t width = 0, height = 0, maxval = 0;
-  std::vector<unsigned char> bytes;
-
-  explicit Mosaic(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::string magic;
-    in >> magic >> width >> height >> maxval;
-    in.get();
-    bytes.assign(std::istreambuf_iterator<char>(in), {});
-  }
-  int at(int x, int y) const {
-    const size_t i = static_cast<size_t>(y) * width + x;
-    return maxval > 255 ? bytes[2 * i] << 8 | bytes[2 * i + 1] : bytes[i];
-  }
-};
 
 // The three means at a pixel that has two neighbours or more on every side.
 class Means {
@@ -59,26 +39,12 @@ class Means {
   std::string phase_;
 };
 
-struct Name {
-  uint32_t bits;
-  std::string phase;
-};
-
-// b03_dogfur_10b_grbg, m01_edge_8b
-Name nameOf(const std::string& stem) {
-  const size_t end = stem.find("b_", stem.find('_') + 1);
-  const size_t last = end == std::string::npos ? stem.size() - 1 : end;
-  const size_t begin = stem.rfind('_', last - 1) + 1;
-  return {static_cast<uint32_t>(std::stoul(stem.substr(begin, last - begin))),
-          end == std::string::npos ? "mono" : stem.substr(end + 2)};
-}
-
 TEST(RealFrames, BayerFramesHaveTheirColours) {
   const auto frames = framesIn("bayer");
   if (frames.empty()) GTEST_SKIP() << "VISTREL_DATA names no folder with bayer/";
   const Scratch scratch;
   for (const fs::path& frame : frames) {
-    const Name name = nameOf(frame.stem());
+    const FrameName name = frameNameOf(frame.stem());
     const Result result = scratch.vistrel("convert " + frame.string() + " -o out.png --phase " +
                                           name.phase + " --bits " + std::to_string(name.bits));
     ASSERT_EQ(result.status, 0) << result.err;
@@ -102,7 +68,7 @@ TEST(RealFrames, MonoFramesKeepTheirSamples) {
   if (frames.empty()) GTEST_SKIP() << "VISTREL_DATA names no folder with mono/";
   const Scratch scratch;
   for (const fs::path& frame : frames) {
-    const Name name = nameOf(frame.stem());
+    const FrameName name = frameNameOf(frame.stem());
     const Result result = scratch.vistrel("convert " + frame.string() + " -o out.png --from-name");
     ASSERT_EQ(result.status, 0) << result.err;
     const Picture picture = readPng(scratch / "out.png");

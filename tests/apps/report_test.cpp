@@ -9,7 +9,7 @@
 
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
-#include "tests/apps/real_frames.h"
+#include "tests/real_frames.h"
 
 namespace vistrel {
 namespace {
