@@ -98,7 +98,7 @@ void addConversionOptions(CLI::App& command, ConversionOptions& o) {
           "-a,--algorithm",
           [&o](const std::string& s) { o.algorithm = parseAlgorithm("--algorithm", s); },
           "Demosaic algorithm (bilinear): " + algorithmNames() +
-              ". Edge takes a threshold of 0..255, as edge:20")
+              ". edge:N smooths green that varies by up to N of 255 parts of full scale (0)")
       ->type_name("NAME[:THRESHOLD]");
   command
       .add_option_function<std::string>(

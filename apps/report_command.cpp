@@ -24,7 +24,7 @@ by every algorithm and compared with itself. CPSNR is 10 log10(255^2 / E), E the
 squared error averaged over all pixels and the three channels; SSIM the mean of
 the channels' (Gaussian window of 11 x 11, deviation 1.5). Ten pixels at each
 border are left out. Both are means over the phases; ns/pixel is the fastest of
-three conversions in each phase, on one thread. -o writes the plot, report.png.)";
+twelve conversions, three in each phase, on one thread.)";
 
 constexpr const char* kPlotName = "report.png";
 
@@ -120,7 +120,7 @@ void addReportCommand(CLI::App& program, int& status) {
   const auto o = std::make_shared<ReportOptions>();
   command->add_option("--reference", o->references, "Pictures in full colour: PNG, 3 x 8 bits")
       ->required()
-      ->type_name("IMAGE.png...");
+      ->type_name("IMAGE.png");
   addAlgorithmsOption(*command, o->algorithms);
   command->add_option("-o,--output", o->folder, "Folder for the plot, report.png")
       ->type_name("DIR");

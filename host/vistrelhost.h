@@ -104,7 +104,8 @@ typedef struct vistrel_conversion {
    */
   uint32_t format;
   uint32_t algorithm; /* DM_... or VISTREL_AHD; not read for mono frames */
-  uint32_t threshold; /* of DM_EDGE_EX, 0..255 of 255: edges above it are kept. Else 0 */
+  uint32_t threshold; /* DM_EDGE_EX: green that varies by up to so many of 255 parts of full
+                         scale is smoothed; 0 smooths none. 0 for all others */
   uint32_t gray;      /* VISTREL_LUMA or VISTREL_RAW_GRAY; read for gray formats alone */
   uint32_t binning;   /* 1..4: each block of so many pixels either way makes one; its sum is
                          divided by this number, so the image gets brighter by as much */

@@ -8,7 +8,7 @@ namespace vistrel::app {
 
 struct Score {
   double cpsnr = 0, ssim = 0;  // means over the four phases
-  double nsPerPixel = 0;       // of the fastest of kRuns conversions in each phase
+  double nsPerPixel = 0;       // of the fastest conversion of kRuns in each phase
 };
 
 constexpr int kRuns = 3;

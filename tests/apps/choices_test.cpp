@@ -31,6 +31,15 @@ TEST_F(Choices, EveryAlgorithmGivesItsOwnPicture) {
   }
 }
 
+// Green of a flat area with one bright site is smoothed only where its range is below a threshold.
+TEST_F(Choices, ThresholdReachesTheEdgeAlgorithm) {
+  scratch.write("in.pgm",
+                pgm(40, 30, 255, [](auto x, auto y) { return 100 + texture(x, y) % 20; }));
+  const auto sharp = convert("-a edge").samples;
+  EXPECT_EQ(convert("-a edge:0").samples, sharp);
+  EXPECT_NE(convert("-a edge:60").samples, sharp);
+}
+
 TEST_F(Choices, MoreThanTenBitsMustBeReduced) {
   scratch.write("in.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return 4 * texture(x, y) + 3; }));
   const Result result = scratch.vistrel("convert in.pgm -o out.png --phase rggb -a laroche");

@@ -174,6 +174,11 @@ TEST_F(Refusal, Reduction) {
 TEST_F(Refusal, Threshold) {
   conversion.threshold = 1;
   expect(VISTREL_BAD_THRESHOLD, "threshold 1: algorithm bilinear allows 0 alone, it has none");
+  conversion.algorithm = DM_EDGE_EX;
+  conversion.threshold = 255;
+  expect(VISTREL_OK, "");
+  conversion.threshold = 256;
+  expect(VISTREL_BAD_THRESHOLD, "threshold 256: algorithm edge allows 0 to 255");
 }
 
 TEST_F(Refusal, Gray) {
