@@ -1,6 +1,9 @@
 // What the command line says no to, before any file is opened.
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <sstream>
+
 #include "host/vistrelhost.h"
 #include "tests/apps/program.h"
 
@@ -124,13 +127,32 @@ TEST(Usage, OutputFormat) {
 
 TEST(Usage, HelpIsNoError) {
   const Scratch scratch;
-  for (const std::string command : {"", "convert ", "info ", "scene "}) {
+  for (const std::string command : {"", "compare ", "convert ", "info ", "report ", "scene "}) {
     const Result result = scratch.vistrel(command + "--help");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_NE(result.out.find("Usage: vistrel"), std::string::npos) << result.out;
+    if (command.empty()) continue;
+    EXPECT_NE(result.out.find("Example"), std::string::npos) << command;
+    EXPECT_NE(result.out.find("\n  vistrel " + command), std::string::npos) << command;
   }
   EXPECT_EQ(scratch.vistrel("--version").out.substr(0, 8), "vistrel ");
+}
+
+// docs/program.md has a line for every algorithm, with the bits that it is made for.
+TEST(Usage, TheManualNamesEveryAlgorithm) {
+  std::ostringstream manual;
+  manual << std::ifstream(VISTREL_MANUAL).rdbuf();
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
+    const size_t line = manual.str().find("\n| `" + std::string(a->name) + "` |");
+    ASSERT_NE(line, std::string::npos) << a->name;
+    const std::string text =
+        manual.str().substr(line + 1, manual.str().find('\n', line + 1) - line);
+    const std::string side = std::to_string(a->minimal_size);
+    EXPECT_NE(text.find("| 8 to " + std::to_string(a->max_bits) + " | " + side + "x" + side + " |"),
+              std::string::npos)
+        << text;
+  }
 }
 
 }  // namespace
