@@ -1,25 +1,25 @@
 #include "cfa/ahd.h"
-#include "cfa/cfa.h"
+#include "cfa/variants.h"
 
 namespace vistrel {
 
 namespace {
 
-constexpr int kSmallestFrame = 5;
+constexpr int kSmallestSide = 5;
 
-template <class T>
-int32_t ahdPrimitive(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, T* pDst,
-                     int32_t dstStep, int32_t grid) {
-  if (!pSrc || !pDst) return CFA_NULL_POINTER;
-  if (srcSize.width < kSmallestFrame || srcSize.height < kSmallestFrame) return CFA_BAD_SIZE;
+}  // namespace
+
+template <class T, uint32_t variant>
+int32_t ownAHD(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, T* pDst,
+               int32_t dstStep, int32_t grid, T*, int32_t) {
   if (grid < CFA_GRID_BGGR || grid > CFA_GRID_GRBG) return CFA_BAD_GRID;
-  // A negative origin moves; the sides stay as long as they were.
+  // quirk: origin-moves-region. A negative origin moves, and the sides stay as long as they were.
   srcRoi.x = std::max(srcRoi.x, 0);
   srcRoi.y = std::max(srcRoi.y, 0);
   const CfaRect roi = clipped(srcRoi, srcSize);
   if (roi.width < 1 || roi.height < 1) return CFA_OK;
   const CfaFrame<T> frame{pSrc, srcStep >> (sizeof(T) - 1), srcSize, grid};
-  AhdRegion<T> rows(frame, roi);
+  AhdRegion<T> rows(frame, roi, 0, levelOfIndex(variant));
   if (!rows) return CFA_OK;
   RowCopies<T> none;
   for (int y = 0; y < roi.height; ++y)
@@ -27,17 +27,31 @@ int32_t ahdPrimitive(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t src
   return CFA_OK;
 }
 
-}  // namespace
+template <class T, uint32_t variant>
+int32_t ippiDemosaicAHD(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, T* pDst,
+                        int32_t dstStep, int32_t grid, T* pTmp, int32_t tmpStep) {
+  if (!pSrc || !pDst) return CFA_NULL_POINTER;
+  if (srcSize.width < kSmallestSide || srcSize.height < kSmallestSide) return CFA_BAD_SIZE;
+  return ownAHD<T, variant>(pSrc, srcRoi, srcSize, srcStep, pDst, dstStep, grid, pTmp, tmpStep);
+}
+
+VISTREL_INSTANTIATE_VARIANTS(ownAHD, uint8_t);
+VISTREL_INSTANTIATE_VARIANTS(ownAHD, uint16_t);
+VISTREL_INSTANTIATE_VARIANTS(ippiDemosaicAHD, uint8_t);
+VISTREL_INSTANTIATE_VARIANTS(ippiDemosaicAHD, uint16_t);
+
 }  // namespace vistrel
 
 int32_t ippiDemosaicAHD_8u_C1C3R(const uint8_t* pSrc, CfaRect srcRoi, CfaSize srcSize,
                                  int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t grid,
-                                 uint8_t*, int32_t) {
-  return vistrel::ahdPrimitive(pSrc, srcRoi, srcSize, srcStep, pDst, dstStep, grid);
+                                 uint8_t* pTmp, int32_t tmpStep) {
+  return vistrel::ippiDemosaicAHD_8u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
+      pSrc, srcRoi, srcSize, srcStep, pDst, dstStep, grid, pTmp, tmpStep);
 }
 
 int32_t ippiDemosaicAHD_16u_C1C3R(const uint16_t* pSrc, CfaRect srcRoi, CfaSize srcSize,
                                   int32_t srcStep, uint16_t* pDst, int32_t dstStep, int32_t grid,
-                                  uint16_t*, int32_t) {
-  return vistrel::ahdPrimitive(pSrc, srcRoi, srcSize, srcStep, pDst, dstStep, grid);
+                                  uint16_t* pTmp, int32_t tmpStep) {
+  return vistrel::ippiDemosaicAHD_16u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
+      pSrc, srcRoi, srcSize, srcStep, pDst, dstStep, grid, pTmp, tmpStep);
 }

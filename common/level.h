@@ -31,17 +31,20 @@ inline Level widestLevel() {
 // The body of the index's highest value. Tests lower it to reach every body.
 inline Level g_topLevel = widestLevel();
 
-inline Level currentLevel() {
+inline Level levelOfIndex(uint32_t jumpIndex) {
 #if defined(__x86_64__) || defined(__i386__)
-  switch (ippJumpIndexForMergedLibs) {
+  switch (jumpIndex) {
     case 3: return g_topLevel;
     case 2: return Level::ssse3;
     default: return Level::base;
   }
 #else
+  static_cast<void>(jumpIndex);
   return Level::base;
 #endif
 }
+
+inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }
 
 // VISTREL_AT_LEVEL(level, name): vistrel::LEVEL::name, for a name that a body compiled by
 // each_level.inl defines. VISTREL_BY_LEVEL(name): that of the current level.

@@ -13,8 +13,8 @@ uint32_t scaling(const Conversion<T>& c) {
   return sizeof(T) == 1 ? 0 : (16 - c.nSrcBits) & 31;
 }
 
-// What the primitive sees: a frame as high as the region, whose row origin therefore cuts off the
-// last rows; and its smallest size.
+// What the primitive sees.
+// quirk: rows-below-origin. A frame as high as the region, whose first row cuts off the last ones.
 template <class T>
 struct PrimitiveCall {
   CfaFrame<T> frame;

@@ -1,0 +1,88 @@
+// The primitives' inner work on one rectangle alone. Steps are in samples of the nearest
+// neighbours, in bytes of the others. Where memory is not to be had, nothing is written.
+#pragma once
+
+#include "cfa/ahd_rows.h"
+#include "cfa/near_rows.h"
+#include "cfa/variants.h"
+
+namespace vistrel {
+
+// Nearest neighbours of a rectangle with a margin of two samples. pSrc: its first sample. grid: the
+// colours of its own upper left pixels.
+template <class T, int grid>
+void owncnBayerRect(const T* pSrc, int srcStep, int width, int height, T* pDst, int dstStep) {
+  const CfaFrame<T> frame{
+      pSrc - 2 * ptrdiff_t{srcStep} - 2, srcStep, {width + 4, height + 4}, grid};
+  NearRows<T> rows(frame, {2, 2, width, height});
+  if (!rows) return;
+  RowCopies<T> none;
+  for (int y = 0; y < height; ++y) rows.row(y, pDst + y * ptrdiff_t{dstStep}, none);
+}
+
+// A rectangle by homogeneity: its running choice begins anew in every row.
+template <class T>
+void ahdRectangle(const CfaFrame<T>& frame, CfaRect rect, T* pDst, ptrdiff_t dstStep, Level level) {
+  AhdRows<T> rows(frame, rect, 0, level);
+  if (!rows) return;
+  RowCopies<T> none;
+  for (int y = 0; y < rect.height; ++y) {
+    rows.goTo(rect.y + y);
+    rows.beginAt(rect.x);
+    rows.store(rect.x, rect.x + rect.width, pDst + y * dstStep, none);
+  }
+}
+
+// The frame that has the colours of `phase` at a rectangle's upper left pixels: 0 RG GB, 1 GB RG,
+// 2 BG GR, 3 GR BG. maxX, maxY: its last column and row.
+template <class T>
+CfaFrame<T> frameByPhase(const T* pSrc, int srcStep, CfaRect rect, int phase, int maxX, int maxY) {
+  constexpr int kGrids[4] = {CFA_GRID_RGGB, CFA_GRID_GBRG, CFA_GRID_BGGR, CFA_GRID_GRBG};
+  const CfaFrame<T> byRect{nullptr, 0, {}, kGrids[phase]};
+  return {pSrc, srcStep / int{sizeof(T)}, {maxX + 1, maxY + 1}, byRect.gridAt(rect.x, rect.y)};
+}
+
+// pSrc: the frame's first sample; pDst: the rectangle's first pixel. The scratch stays untouched.
+// Another phase than 0 .. 3 does nothing.
+template <class T, uint32_t variant>
+void localAHD(const T* pSrc, int srcStep, CfaRect rect, T* pDst, int dstStep, T* /*pTmp*/,
+              int /*tmpStep*/, int phase, int maxX, int maxY) {
+  if (phase < 0 || phase > 3) return;
+  ahdRectangle(frameByPhase(pSrc, srcStep, rect, phase, maxX, maxY), rect, pDst,
+               dstStep / int{sizeof(T)}, levelOfIndex(variant));
+}
+
+template <class T, int phase>
+void localAHDOfPhase(const T* pSrc, int srcStep, CfaRect rect, T* pDst, int dstStep, T* /*pTmp*/,
+                     int /*tmpStep*/, int maxX, int maxY) {
+  ahdRectangle(frameByPhase(pSrc, srcStep, rect, phase, maxX, maxY), rect, pDst,
+               dstStep / int{sizeof(T)}, currentLevel());
+}
+
+// Of phase 0 and with a margin of five samples, so that nothing is mirrored.
+template <class T>
+void localIntAHD(const T* pSrc, int srcStep, CfaRect rect, T* pDst, int dstStep, T* pTmp,
+                 int tmpStep) {
+  constexpr int kMargin = AhdRows<T>::kReach;
+  localAHDOfPhase<T, 0>(pSrc, srcStep, rect, pDst, dstStep, pTmp, tmpStep,
+                        rect.x + rect.width + kMargin - 1, rect.y + rect.height + kMargin - 1);
+}
+
+#define VISTREL_RECTANGLES(T, depth)                                             \
+  constexpr auto owncnBayerRectBGGR_##depth = &owncnBayerRect<T, CFA_GRID_BGGR>; \
+  constexpr auto owncnBayerRectRGGB_##depth = &owncnBayerRect<T, CFA_GRID_RGGB>; \
+  constexpr auto owncnBayerRectGBRG_##depth = &owncnBayerRect<T, CFA_GRID_GBRG>; \
+  constexpr auto owncnBayerRectGRBG_##depth = &owncnBayerRect<T, CFA_GRID_GRBG>; \
+  VISTREL_VARIANTS(localAHD_##depth, localAHD, T);                               \
+  constexpr auto localAHD_RGGB_##depth = &localAHDOfPhase<T, 0>;                 \
+  constexpr auto localAHD_GBRG_##depth = &localAHDOfPhase<T, 1>;                 \
+  constexpr auto localAHD_BGGR_##depth = &localAHDOfPhase<T, 2>;                 \
+  constexpr auto localAHD_GRBG_##depth = &localAHDOfPhase<T, 3>;                 \
+  constexpr auto localIntAHD_##depth = &localIntAHD<T>
+
+VISTREL_RECTANGLES(uint8_t, 8u);
+VISTREL_RECTANGLES(uint16_t, 16u);
+
+#undef VISTREL_RECTANGLES
+
+}  // namespace vistrel

@@ -1,0 +1,135 @@
+// Frames for the filter-array primitives, and what these make of them.
+#pragma once
+
+#include <array>
+#include <limits>
+
+#include "cfa/cfa.h"
+#include "tests/frames.h"
+
+namespace vistrel::test {
+
+template <class T>
+struct Mosaic {
+  int width, height;
+  std::vector<T> samples;
+
+  Mosaic(int w, int h, std::vector<T> s) : width(w), height(h), samples(std::move(s)) {}
+  Mosaic(int w, int h, unsigned value)
+      : Mosaic(w, h, flat<T>(static_cast<size_t>(w) * static_cast<size_t>(h), value)) {}
+
+  T& at(int x, int y) { return samples.at(static_cast<size_t>(y * width + x)); }
+  int at(int x, int y) const { return samples.at(static_cast<size_t>(y * width + x)); }
+  CfaSize size() const { return {width, height}; }
+  CfaRect all() const { return {0, 0, width, height}; }
+};
+
+template <class T>
+Mosaic<T> noiseMosaic(int w, int h, unsigned seed, unsigned top = std::numeric_limits<T>::max()) {
+  return {w, h, noise<T>(static_cast<size_t>(w) * static_cast<size_t>(h), top, seed)};
+}
+
+// What a rectangle is to be written into: on all sides there is room for what must not be.
+template <class T>
+class Rgb {
+ public:
+  using Pixel = std::array<int, 3>;  // red, green, blue
+  static constexpr T kPreset = static_cast<T>(0x5555);
+  static constexpr int kRoom = 9;
+
+  explicit Rgb(CfaRect rect)
+      : m_rect(rect), m_pitch(std::max(rect.width, 0) + 2 * kRoom),
+        m_samples(static_cast<size_t>(3 * m_pitch * (std::max(rect.height, 0) + 2 * kRoom)),
+                  kPreset) {}
+
+  T* data() { return m_samples.data() + index(m_rect.x, m_rect.y); }
+  int step() const { return 3 * m_pitch; }  // in samples
+  int stepBytes() const { return step() * int{sizeof(T)}; }
+
+  // By the frame's coordinates.
+  Pixel at(int x, int y) const {
+    const T* p = &m_samples.at(index(x, y));
+    return {p[0], p[1], p[2]};
+  }
+
+  // Whether nothing but `rect` was written, and all of that.
+  bool hasOnly(CfaRect rect) const {
+    for (int y = m_rect.y - kRoom; y < m_rect.y + std::max(m_rect.height, 0) + kRoom; ++y)
+      for (int x = m_rect.x - kRoom; x < m_rect.x + m_pitch - kRoom; ++x) {
+        const bool isInside =
+            rect.x <= x && x < rect.x + rect.width && rect.y <= y && y < rect.y + rect.height;
+        if ((at(x, y) == Pixel{kPreset, kPreset, kPreset}) == isInside) return false;
+      }
+    return true;
+  }
+  bool isUntouched() const { return hasOnly({m_rect.x, m_rect.y, 0, 0}); }
+
+ private:
+  size_t index(int x, int y) const {
+    return static_cast<size_t>(3 * ((y - m_rect.y + kRoom) * m_pitch + x - m_rect.x + kRoom));
+  }
+
+  CfaRect m_rect;
+  int m_pitch;
+  std::vector<T> m_samples;
+};
+
+inline int32_t cfaToRgb(const Mosaic<uint8_t>& m, CfaRect roi, int grid, Rgb<uint8_t>& rgb,
+                        int interpolation = 0) {
+  return ippiCFAToRGB_8u_C1C3R(m.samples.data(), roi, m.size(), m.width, rgb.data(),
+                               rgb.stepBytes(), grid, interpolation);
+}
+inline int32_t cfaToRgb(const Mosaic<uint16_t>& m, CfaRect roi, int grid, Rgb<uint16_t>& rgb,
+                        int interpolation = 0) {
+  return ippiCFAToRGB_16u_C1C3R(m.samples.data(), roi, m.size(), 2 * m.width, rgb.data(),
+                                rgb.stepBytes(), grid, interpolation);
+}
+inline int32_t demosaicAhd(const Mosaic<uint8_t>& m, CfaRect roi, int grid, Rgb<uint8_t>& rgb) {
+  return ippiDemosaicAHD_8u_C1C3R(m.samples.data(), roi, m.size(), m.width, rgb.data(),
+                                  rgb.stepBytes(), grid, nullptr, 0);
+}
+inline int32_t demosaicAhd(const Mosaic<uint16_t>& m, CfaRect roi, int grid, Rgb<uint16_t>& rgb) {
+  return ippiDemosaicAHD_16u_C1C3R(m.samples.data(), roi, m.size(), 2 * m.width, rgb.data(),
+                                   rgb.stepBytes(), grid, nullptr, 0);
+}
+
+template <class T>
+Rgb<T> nearest(const Mosaic<T>& m, int grid, CfaRect roi) {
+  Rgb<T> rgb(roi);
+  EXPECT_EQ(cfaToRgb(m, roi, grid, rgb), CFA_OK);
+  return rgb;
+}
+template <class T>
+Rgb<T> nearest(const Mosaic<T>& m, int grid) {
+  return nearest(m, grid, m.all());
+}
+template <class T>
+Rgb<T> homogeneous(const Mosaic<T>& m, int grid, CfaRect roi) {
+  Rgb<T> rgb(roi);
+  EXPECT_EQ(demosaicAhd(m, roi, grid, rgb), CFA_OK);
+  return rgb;
+}
+template <class T>
+Rgb<T> homogeneous(const Mosaic<T>& m, int grid) {
+  return homogeneous(m, grid, m.all());
+}
+
+// The colour that grid `grid` holds at (x, y), as an index into a pixel. Coordinates may be
+// negative.
+inline int colourAt(int grid, int x, int y) {
+  constexpr const char* kPatterns[4] = {"BGGR", "RGGB", "GBRG", "GRBG"};
+  const char c = kPatterns[grid][2 * (y & 1) + (x & 1)];
+  return c == 'R' ? 0 : c == 'G' ? 1 : 2;
+}
+
+// check(T{}) for T of either depth.
+template <class Check>
+void atBothDepths(Check check) {
+  check(uint8_t{});
+  check(uint16_t{});
+}
+
+template <class T>
+constexpr int kLargest = std::numeric_limits<T>::max();
+
+}  // namespace vistrel::test
