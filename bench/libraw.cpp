@@ -20,6 +20,7 @@ class Interpolators : public LibRaw {
     imgdata.idata.filters = kRggb;
     imgdata.idata.colors = 3;
     imgdata.color.maximum = (1u << frame.wordBits) - 1;
+    for (int i = 0; i < 3; ++i) imgdata.color.rgb_cam[i][i] = 1;  // for its measure of colour
     m_image = allocate<ushort[4]>(size.pixels());
     imgdata.image = m_image.get();
     for (unsigned y = 0; y < size.height; ++y)
@@ -30,6 +31,7 @@ class Interpolators : public LibRaw {
   }
   ~Interpolators() override { imgdata.image = nullptr; }
 
+  using LibRaw::ahd_interpolate;
   using LibRaw::ppg_interpolate;
 
   Picture picture(unsigned bits) const {
@@ -47,6 +49,12 @@ Task librawPixelGrouping(const Conversion&, const Frame& frame) {
   omp_set_num_threads(1);
   const auto libraw = std::make_shared<Interpolators>(frame);
   return {[=] { libraw->ppg_interpolate(); }, libraw->picture(frame.wordBits)};
+}
+
+Task librawAhd(const Conversion&, const Frame& frame) {
+  omp_set_num_threads(1);
+  const auto libraw = std::make_shared<Interpolators>(frame);
+  return {[=] { libraw->ahd_interpolate(); }, libraw->picture(frame.wordBits)};
 }
 
 }  // namespace vistrel::bench

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "bench/task.h"
+#include "demosaic/image_functions.h"
+#include "frontend/registry.h"
 #include "frontend/vistrel.h"
 
 namespace vistrel::bench {
@@ -42,6 +44,26 @@ void loadToneCurve(unsigned wordBits) {
   ImgLoadLookupTable(kStream, table.data(), entries);
 }
 
+// Memory for a result, and a stream that is ready for its frame.
+struct Result {
+  Buffer<uint8_t> memory;
+  Picture picture;
+  uint32_t nDstBits;
+
+  Result(const Conversion& c, const FrameSize& size) {
+    const Format format = formatOf(c.nFormat, c.wordBits);
+    const unsigned width = size.width / c.factor, height = size.height / c.factor;
+    memory = allocate<uint8_t>(size_t{width} * height * format.layout.channels *
+                               format.layout.sampleBytes);
+    picture = {data(), width, height, format.layout, format.bits};
+    nDstBits = format.nDstBits;
+    if (!ImgInitialize(kStream, size.width, size.height)) throw std::bad_alloc();
+    loadToneCurve(c.wordBits);
+  }
+
+  uint8_t* data() const { return memory.get(); }
+};
+
 }  // namespace
 
 double toneCurve(double light) { return std::pow(light, 1 / 2.2); }
@@ -52,24 +74,37 @@ std::string Conversion::name() const {
 }
 
 Task makeOurs(const Conversion& c, const Frame& frame) {
+  const Result result(c, frame.size);
   const FrameSize size = frame.size;
-  const Format format = formatOf(c.nFormat, c.wordBits);
-  const unsigned width = size.width / c.factor, height = size.height / c.factor;
-  const auto result = allocate<uint8_t>(size_t{width} * height * format.layout.channels *
-                                        format.layout.sampleBytes);
-  if (!ImgInitialize(kStream, size.width, size.height)) throw std::bad_alloc();
-  loadToneCurve(c.wordBits);
   const auto run = [=] {
+    const Picture& p = result.picture;
     const uint32_t done =
         c.depth == 8
             ? ImgConvert8(kStream, c.nFormat, c.nAlgorithm, BAYER_RGGB, c.factor - 1, size.width,
-                          size.height, 0, 0, width, height, frame.bytes.get(), result.get(), 8, 0)
+                          size.height, 0, 0, p.width, p.height, frame.bytes.get(), result.data(), 8,
+                          0)
             : ImgConvert16(kStream, c.nFormat, c.nAlgorithm, BAYER_RGGB, c.factor - 1,
-                           format.nDstBits, c.nLutMode, size.width, size.height, 0, 0, width,
-                           height, frame.words.get(), result.get(), c.wordBits, 0);
+                           result.nDstBits, c.nLutMode, size.width, size.height, 0, 0, p.width,
+                           p.height, frame.words.get(), result.data(), c.wordBits, 0);
     if (!done) throw std::runtime_error("refused: " + c.name());
   };
-  return {run, {result.get(), width, height, format.layout, format.bits}};
+  return {run, result.picture};
+}
+
+Task makeAhd(const Conversion& c, const Frame& frame) {
+  const Result result(c, frame.size);
+  const unsigned slot = static_cast<unsigned>(NewIndex(kStream));
+  const auto run = [=] {
+    const Picture& p = result.picture;
+    if (c.depth == 8)
+      ImageColorDemosaicAHD(slot, p.width, BAYER_RGGB, 0, c.nFormat, 0, 0, p.width, p.height,
+                            frame.bytes.get(), result.data());
+    else
+      ImageColorDemosaicAHD(slot, p.width, BAYER_RGGB, 0, c.nFormat, c.nLutMode, 0, 0, p.width,
+                            p.height, frame.words.get(), result.data(), result.nDstBits,
+                            c.wordBits);
+  };
+  return {run, result.picture};
 }
 
 }  // namespace vistrel::bench

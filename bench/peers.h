@@ -25,8 +25,9 @@ Task dc1394HqLinear(const Conversion&, const Frame&);  // fixed filters of 5 x 5
 Task dc1394EdgeSense(const Conversion&, const Frame&);
 Task dc1394VariableGradients(const Conversion&, const Frame&);
 
-// LibRaw
-Task librawPixelGrouping(const Conversion&, const Frame&);  // 16 bits to 16, four samples a pixel
+// LibRaw: 16 bits to 16, four samples a pixel
+Task librawPixelGrouping(const Conversion&, const Frame&);
+Task librawAhd(const Conversion&, const Frame&);
 
 // libswscale
 Task swscaleBilinear(const Conversion&, const Frame&);  // 16 bits to RGB24

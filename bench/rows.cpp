@@ -23,6 +23,13 @@ constexpr Conversion mono(unsigned depth, unsigned factor, uint32_t nLutMode = k
   return {"mono", DM_BILINEAR, depth, IMG_FMT_MONO8, factor, nLutMode};
 }
 
+#if VISTREL_BENCH_LIBRAW
+Row homogeneity(unsigned depth, Target target) {
+  return {
+      {"ahd", 0, depth, IMG_FMT_BGR24, 1, kTopWindow}, {"LibRaw AHD", librawAhd}, target, makeAhd};
+}
+#endif
+
 #if VISTREL_BENCH_OPENCV
 Row filter(const char* name, uint32_t which, unsigned depth, uint32_t nFormat, Target target) {
   const Peer peer{which == kBox ? "OpenCV boxFilter" : "OpenCV filter2D", openCvFilter};
@@ -73,6 +80,8 @@ const std::vector<Row>& rows() {
 #if VISTREL_BENCH_LIBRAW
     {colour("grouping", DM_PIXEL_GROUPING, 8), {"LibRaw PPG", librawPixelGrouping}, {4, 8, 0}},
     {colour("grouping", DM_PIXEL_GROUPING, 16), {"LibRaw PPG", librawPixelGrouping}, {4, 8, 0}},
+    homogeneity(8, {6, 12, 0}),
+    homogeneity(16, {4, 8, 0}),
 #endif
 #if VISTREL_BENCH_OPENCV
     {colour("variable-gradients", DM_VARIABLE_GRADIENTS, 8),

@@ -32,6 +32,8 @@ struct Peer {
 
 // The conversion by our own library, through its public entries.
 Task makeOurs(const Conversion& conversion, const Frame& frame);
+// By the function that no algorithm's code leads to; without binning.
+Task makeAhd(const Conversion& conversion, const Frame& frame);
 
 // The response of the table rows, 0..1 to 0..1, on both sides.
 double toneCurve(double light);
