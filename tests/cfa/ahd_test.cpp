@@ -2,6 +2,7 @@
 // both images, and the choice between them.
 #include "tests/cfa/primitives.h"
 #include "tests/levels.h"
+#include "tests/reference/cfa.h"
 
 namespace vistrel::test {
 namespace {
@@ -196,19 +197,46 @@ TEST_P(Ahd, ComputedColoursAreLimitedToTheSamplesRange) {
   });
 }
 
-// RGGB, 34 by 30: the interior begins at (6, 6) and is 22 by 18, the right band begins at column
-// 28. There, as in a region of one pixel, a tie is the image along rows.
+// In a frame of 34 by 30 the interior begins at the first red site from (5, 5) on; the right band
+// begins at xEnd, since the interior's width is even. There, as in a region of one pixel, a tie is
+// the image along rows.
+struct Interior {
+  int grid, x, y, xEnd, yEnd;
+};
+constexpr Interior kInteriors[] = {{CFA_GRID_RGGB, 6, 6, 28, 24},
+                                   {CFA_GRID_BGGR, 5, 5, 29, 25},
+                                   {CFA_GRID_GBRG, 6, 5, 28, 25},
+                                   {CFA_GRID_GRBG, 5, 6, 29, 24}};
+
 TEST_P(Ahd, TheChoiceBeginsAfreshAtEachRectanglesLeftEnd) {
-  for (unsigned seed = 0; seed < 4; ++seed) {
-    const Mosaic<uint8_t> m = noiseMosaic<uint8_t>(34, 30, seed);
-    const Rgb<uint8_t> whole = homogeneous(m, CFA_GRID_RGGB);
-    const auto expectFresh = [&](int x, int y) {
-      EXPECT_EQ(homogeneous(m, CFA_GRID_RGGB, {x, y, 1, 1}).at(x, y), whole.at(x, y))
-          << x << ' ' << y;
-    };
-    for (int y = 0; y < 30; ++y) expectFresh(0, y);
-    for (int y = 6; y < 24; ++y)
-      for (int x : {6, 28}) expectFresh(x, y);
+  for (const Interior& interior : kInteriors) {
+    const Mosaic<uint8_t> m = noiseMosaic<uint8_t>(34, 30, 8);
+    const Rgb<uint8_t> whole = homogeneous(m, interior.grid);
+    int inherited = 0;
+    for (int y = 0; y < 30; ++y)
+      for (int x = 0; x < 34; ++x) {
+        const bool isBeside = interior.y <= y && y < interior.yEnd;
+        const bool isFresh = x == 0 || (isBeside && (x == interior.x || x == interior.xEnd));
+        const auto alone = homogeneous(m, interior.grid, {x, y, 1, 1}).at(x, y);
+        EXPECT_TRUE(!isFresh || alone == whole.at(x, y)) << x << ' ' << y;
+        inherited += alone != whole.at(x, y);
+      }
+    EXPECT_GT(inherited, 0);
+  }
+}
+
+// Steps of chroma whose squares leave 32 bits: the choice follows what is left of them.
+TEST_P(Ahd, StarkFramesAreChosenAsThePlainFormulasChoose) {
+  Mosaic<uint16_t> m = noiseMosaic<uint16_t>(60, 20, 9);
+  for (uint16_t& sample : m.samples)
+    sample = sample % 3 == 0 ? 65535 : sample % 3 == 1 ? 0 : sample;
+  for (int grid = 0; grid < 4; ++grid) {
+    Rgb<uint16_t> expected(m.all());
+    EXPECT_EQ(reference::ippiDemosaicAHD_16u_C1C3R(m.samples.data(), {0, 0, 60, 20}, {60, 20}, 120,
+                                                   expected.data(), expected.stepBytes(), grid,
+                                                   nullptr, 0),
+              0);
+    expectSame(homogeneous(m, grid), 0, 0, expected, m.all());
   }
 }
 
