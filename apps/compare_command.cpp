@@ -100,7 +100,7 @@ ExitStatus run(CompareOptions& o) {
   o.tone.load();
   const PictureType& type = pictureType(o.output);
   if (type.channels == 1) fail(kUsage, "-o {}: a sheet is a .png or .ppm", o.output);
-  checkIsNoInput(o.inputs, o.output);
+  checkIsNoInput("-o", o.inputs, o.output);
   std::vector<Strip> strips;
   Progress progress(o.inputs.size());
   Tally tally;

@@ -17,7 +17,7 @@ fs::path inFolder(const fs::path& folder, const fs::path& input) {
 void checkDistinct(const std::vector<Job>& jobs) {
   std::map<fs::path, fs::path> sources;
   for (const Job& job : jobs) {
-    checkIsNoInput({job.from}, job.to);
+    checkIsNoInput("-o", {job.from}, job.to);
     const auto [other, first] = sources.emplace(job.to, job.from);
     if (!first)
       fail(kUsage, "-o {}: both {} and {} would be written there", job.to.string(),
@@ -35,11 +35,12 @@ void checkIsFolder(const fs::path& path) {
   fail(kInputOutput, "-o {}: there is no such folder", path.string());
 }
 
-void checkIsNoInput(const std::vector<std::string>& inputs, const fs::path& output) {
+void checkIsNoInput(std::string_view option, const std::vector<std::string>& inputs,
+                    const fs::path& output) {
   for (const std::string& input : inputs) {
     std::error_code error;
     if (fs::equivalent(input, output, error))
-      fail(kUsage, "-o {}: it is the same file as the input {}", output.string(), input);
+      fail(kUsage, "{} {}: it is the same file as the input {}", option, output.string(), input);
   }
 }
 

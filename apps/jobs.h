@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vistrel::app {
@@ -14,8 +15,9 @@ struct Job {
 // Throws Failure for what is no folder that is there.
 void checkIsFolder(const std::filesystem::path& path);
 
-// Throws Failure where the output would be written over one of the inputs.
-void checkIsNoInput(const std::vector<std::string>& inputs, const std::filesystem::path& output);
+// Throws Failure where the option's output would be written over one of the inputs.
+void checkIsNoInput(std::string_view option, const std::vector<std::string>& inputs,
+                    const std::filesystem::path& output);
 
 // `output` is a picture, or a folder that gets a PNG for each input. Throws Failure for what
 // would write a file twice, or over an input, or into a folder that there is not.

@@ -90,9 +90,9 @@ void writePlot(const std::string& folder, const std::vector<Trial>& trials,
 ExitStatus run(const ReportOptions& o) {
   if (!o.folder.empty()) {
     checkIsFolder(o.folder);
-    checkIsNoInput(o.references, std::filesystem::path(o.folder) / kPlotName);
+    checkIsNoInput("-o", o.references, std::filesystem::path(o.folder) / kPlotName);
   }
-  if (!o.json.empty()) checkIsNoInput(o.references, o.json);
+  if (!o.json.empty()) checkIsNoInput("--json", o.references, o.json);
   const std::vector<Algorithm> algorithms = orAll(o.algorithms);
   std::vector<Trial> trials;
   Progress progress(o.references.size());

@@ -12,12 +12,6 @@ namespace {
 
 uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 3 + 7 * x * y + (x ^ y) * 29) % 256; }
 
-size_t algorithms() {
-  size_t n = 0;
-  while (vistrel_algorithm_at(n)) ++n;
-  return n;
-}
-
 // How often `small`, each pixel `zoom` wide and high, lies in `large`.
 int timesIn(const Picture& large, const Picture& small, uint32_t zoom) {
   const auto lies = [&](uint32_t left, uint32_t top) {
@@ -123,7 +117,6 @@ TEST_F(Compare, SheetThatIsTooLarge) {
             std::string::npos)
       << result.err;
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});
-  EXPECT_GE(algorithms(), 2u);
 }
 
 }  // namespace

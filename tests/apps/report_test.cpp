@@ -173,7 +173,7 @@ TEST_F(Report, Refusals) {
   expectFailure("--reference report.png -o .", 2,
                 "-o ./report.png: it is the same file as the input report.png");
   expectFailure("--reference report.png --json report.png", 2,
-                "-o report.png: it is the same file as the input report.png");
+                "--json report.png: it is the same file as the input report.png");
   scratch.write("cut.png", scratch.read("report.png").substr(0, 600));
   expectFailure("--reference cut.png -o .", 3, "cut.png: Read Error");
 }

@@ -124,17 +124,22 @@ TEST(Colour, NothingOutsideTheRegionMatters) {
 // three by three, one green tap reads red and one red tap reads blue.
 TEST(Colour, EveryPhaseOriginAndBinningKeepsAPlainColour) {
   const std::vector<uint32_t> expected[] = {{5, 10, 20}, {10, 20, 40}, {15, 33, 55}, {20, 40, 80}};
-  for (uint32_t phase = 0; phase < 4; ++phase) {
-    const auto samples = samplesOf<uint8_t>(23, 21, plainColour(phase, 5, 10, 20));
-    const vistrel_frame frame = frameOf(samples.data(), 23, 21, phase);
-    for (uint32_t binning = 1; binning <= 4; ++binning) {
-      for (uint32_t origin = 0; origin < 16; ++origin) {
-        const vistrel_region region{origin % 4, origin / 4, 19, 17};
-        vistrel_conversion c = defaultConversion(frame);
-        c.binning = binning;
-        c.region = &region;
-        EXPECT_EQ(plainPixel(convert(frame, c)), expected[binning - 1])
-            << "phase " << phase << ", binning " << binning << ", origin " << origin;
+  for (const uint32_t algorithm :
+       {uint32_t{DM_BILINEAR}, uint32_t{DM_NEAR_NEIGHBOR}, uint32_t{VISTREL_AHD}}) {
+    for (uint32_t phase = 0; phase < 4; ++phase) {
+      const auto samples = samplesOf<uint8_t>(23, 21, plainColour(phase, 5, 10, 20));
+      const vistrel_frame frame = frameOf(samples.data(), 23, 21, phase);
+      for (uint32_t binning = 1; binning <= 4; ++binning) {
+        for (uint32_t origin = 0; origin < 16; ++origin) {
+          const vistrel_region region{origin % 4, origin / 4, 19, 17};
+          vistrel_conversion c = defaultConversion(frame);
+          c.algorithm = algorithm;
+          c.binning = binning;
+          c.region = &region;
+          EXPECT_EQ(plainPixel(convert(frame, c)), expected[binning - 1])
+              << "algorithm " << algorithm << ", phase " << phase << ", binning " << binning
+              << ", origin " << origin;
+        }
       }
     }
   }
