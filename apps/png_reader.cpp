@@ -55,6 +55,15 @@ void checkType(png_structp png, png_infop info) {
          png_get_channels(png, info), depth);
 }
 
+// Before its pixels take memory: deflate makes at most 1032 bytes of one.
+void checkLength(const std::filesystem::path& path, uint32_t width, uint32_t height) {
+  constexpr uint64_t kMostRatio = 1032;
+  const uint64_t size = std::filesystem::file_size(path);
+  if (uint64_t{width} * 3 * height / kMostRatio > size)
+    fail(kRejected, "the file is too short: {}x{} pixels do not fit its {} bytes", width, height,
+         size);
+}
+
 }  // namespace
 
 Image readPng(const std::filesystem::path& path) {
@@ -68,6 +77,7 @@ Image readPng(const std::filesystem::path& path) {
   checkType(reader.png, reader.info);
   const uint32_t width = png_get_image_width(reader.png, reader.info);
   const uint32_t height = png_get_image_height(reader.png, reader.info);
+  checkLength(path, width, height);
   const size_t rowBytes = size_t{width} * 3;
   Image image{{width, height, 3, 8, rowBytes, rowBytes * height}, {}};
   image.pixels.resize(image.layout.bytes);

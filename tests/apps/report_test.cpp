@@ -62,6 +62,18 @@ double ssim(const Picture& a, const Picture& b) {
   return sum / n;
 }
 
+// The check sum of a chunk of a PNG, bit by bit.
+std::string crcOf(const std::string& chunk) {
+  uint32_t crc = ~0u;
+  for (const char c : chunk) {
+    crc ^= static_cast<unsigned char>(c);
+    for (int bit = 0; bit < 8; ++bit) crc = crc >> 1 ^ (crc & 1 ? 0xEDB88320 : 0);
+  }
+  std::string bytes;
+  for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(~crc >> shift);
+  return bytes;
+}
+
 struct Report : ::testing::Test {
   Scratch scratch;
 
@@ -174,6 +186,11 @@ TEST_F(Report, Refusals) {
                 "-o ./report.png: it is the same file as the input report.png");
   expectFailure("--reference report.png --json report.png", 2,
                 "--json report.png: it is the same file as the input report.png");
+  // A header of 60000 x 60000 pixels, its check sum, and the beginning of their data.
+  const std::string huge("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\xEA\x60\0\0\xEA\x60\x08\x02\0\0\0", 29);
+  scratch.write("huge.png", huge + crcOf(huge.substr(12)) + std::string("\0\0\0\x20IDAT", 8));
+  expectFailure("--reference huge.png", 3,
+                "huge.png: the file is too short: 60000x60000 pixels do not fit its 41 bytes");
   scratch.write("cut.png", scratch.read("report.png").substr(0, 600));
   expectFailure("--reference cut.png -o .", 3, "cut.png: Read Error");
 }
