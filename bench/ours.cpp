@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bench/task.h"
+#include "cfa/processor.h"
 #include "demosaic/image_functions.h"
 #include "frontend/registry.h"
 #include "frontend/vistrel.h"
@@ -89,6 +90,17 @@ Task makeOurs(const Conversion& c, const Frame& frame) {
     if (!done) throw std::runtime_error("refused: " + c.name());
   };
   return {run, result.picture};
+}
+
+Task makeWithoutPacked(const Conversion& c, const Frame& frame) {
+  const Task task = makeOurs(c, frame);
+  const auto run = [whole = task.run] {
+    const uint64_t enabled = ippGetEnabledCpuFeatures();
+    ippSetCpuFeaturesMask(enabled & ~uint64_t{IPP_CPU_SSE});
+    whole();
+    ippSetCpuFeaturesMask(enabled);
+  };
+  return {run, task.picture};
 }
 
 Task makeAhd(const Conversion& c, const Frame& frame) {

@@ -28,6 +28,13 @@ Row homogeneity(unsigned depth, Target target) {
   return {
       {"ahd", 0, depth, IMG_FMT_BGR24, 1, kTopWindow}, {"LibRaw AHD", librawAhd}, target, makeAhd};
 }
+
+Row kimmelInDoubles(unsigned depth) {
+  return {colour("kimmel-doubles", DM_HUE_KIMMEL, depth),
+          {"LibRaw AHD", librawAhd},
+          {2.5, 4, 0},
+          makeWithoutPacked};
+}
 #endif
 
 #if VISTREL_BENCH_OPENCV
@@ -80,6 +87,9 @@ const std::vector<Row>& rows() {
 #if VISTREL_BENCH_LIBRAW
     {colour("grouping", DM_PIXEL_GROUPING, 8), {"LibRaw PPG", librawPixelGrouping}, {4, 8, 0}},
     {colour("grouping", DM_PIXEL_GROUPING, 16), {"LibRaw PPG", librawPixelGrouping}, {4, 8, 0}},
+    {colour("kimmel", DM_HUE_KIMMEL, 8), {"LibRaw PPG", librawPixelGrouping}, {3, 4.5, 0}},
+    kimmelInDoubles(8),
+    kimmelInDoubles(16),
     homogeneity(8, {6, 12, 0}),
     homogeneity(16, {4, 8, 0}),
 #endif

@@ -32,6 +32,8 @@ struct Peer {
 
 // The conversion by our own library, through its public entries.
 Task makeOurs(const Conversion& conversion, const Frame& frame);
+// With the packed operations off.
+Task makeWithoutPacked(const Conversion& conversion, const Frame& frame);
 // By the function that no algorithm's code leads to; without binning.
 Task makeAhd(const Conversion& conversion, const Frame& frame);
 

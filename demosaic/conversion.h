@@ -11,7 +11,7 @@ namespace vistrel {
 template <class T>
 struct Conversion {
   Region region;
-  uint32_t nBayer, nSrcBits;
+  uint32_t nBayer, nRoiX, nRoiY, nSrcBits;
   const T* pSrc;
   size_t sourceStride;
   T* work;
@@ -33,8 +33,8 @@ struct Conversion {
     const WorkLayout layout = layoutOf(region);                                                   \
     const ColourOutput output(nRoiWidth, nFormat, nBinning, layout.side != 0);                    \
     uint8_t* const work = reinterpret_cast<uint8_t*>(g_pwBGRBuff[nIndex]);                        \
-    convert(Conversion<uint8_t>{region, nBayer, 8, pSrc, nImgWidth, work, layout, pDst,           \
-                                nRoiHeight, output});                                             \
+    convert(Conversion<uint8_t>{region, nBayer, nRoiX, nRoiY, 8, pSrc, nImgWidth, work, layout,   \
+                                pDst, nRoiHeight, output});                                       \
   }                                                                                               \
   void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,              \
             uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX, uint32_t nRoiY,                  \
@@ -44,8 +44,8 @@ struct Conversion {
     const WorkLayout layout = layoutOf(region);                                                   \
     const ColourOutput output(nRoiWidth, nSrcBits, nFormat, nLutMode, g_pwUserLUT[nIndex],        \
                               nBinning, nDstBits, layout.side != 0);                              \
-    convert(Conversion<uint16_t>{region, nBayer, nSrcBits, pSrc, nImgWidth, g_pwBGRBuff[nIndex],  \
-                                 layout, pDst, nRoiHeight, output});                              \
+    convert(Conversion<uint16_t>{region, nBayer, nRoiX, nRoiY, nSrcBits, pSrc, nImgWidth,         \
+                                 g_pwBGRBuff[nIndex], layout, pDst, nRoiHeight, output});         \
   }
 
 #define VISTREL_DEFINE_DEMOSAIC(name, convert) \

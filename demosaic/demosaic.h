@@ -20,6 +20,8 @@ VISTREL_DEMOSAIC(ImageColorNearNeighbor);     // nearest neighbours, green along
 VISTREL_DEMOSAIC(ImageColorGradientLaroche);  // Laroche and Prescott, US 5,373,322
 VISTREL_DEMOSAIC(ImageColorGradientHamilton); // Hamilton and Adams, US 5,629,734
 VISTREL_DEMOSAIC(ImageColorHueCok);           // Cok, US 4,642,678
+VISTREL_DEMOSAIC(ImageColorHueKimmel);        // Kimmel 1999, in doubles; packed where OS_IsSSE()
+VISTREL_DEMOSAIC(vec_ImageColorHueKimmel);    // the same in packed floats
 VISTREL_DEMOSAIC(ImageColorPixelGrouping);    // Lin 2003
 VISTREL_DEMOSAIC(ImageColorVariableGradients);  // Chang, Cheung and Pang, 1999
 

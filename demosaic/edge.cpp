@@ -102,7 +102,7 @@ void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWid
   const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
   const ColourOutput output(nRoiWidth, nFormat, nBinning, true);
   uint8_t* const work = reinterpret_cast<uint8_t*>(g_pwBGRBuff[nIndex]);
-  demosaicEdges(below(Conversion<uint8_t>{region, nBayer, 8, pSrc, nImgWidth, work,
+  demosaicEdges(below(Conversion<uint8_t>{region, nBayer, nRoiX, nRoiY, 8, pSrc, nImgWidth, work,
                                           guardedLayout(region), pDst, nRoiHeight, output},
                       nIndex, settingsOf(nThreshold, 255)));
 }
@@ -118,8 +118,9 @@ void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWid
                             nDstBits, true);
   const uint32_t largest = shl(1, nSrcBits) - 1;
   demosaicEdges(
-      below(Conversion<uint16_t>{region, nBayer, nSrcBits, pSrc, nImgWidth, g_pwBGRBuff[nIndex],
-                                 guardedLayout(region), pDst, nRoiHeight, output},
+      below(Conversion<uint16_t>{region, nBayer, nRoiX, nRoiY, nSrcBits, pSrc, nImgWidth,
+                                 g_pwBGRBuff[nIndex], guardedLayout(region), pDst, nRoiHeight,
+                                 output},
             nIndex, settingsOf(nThreshold * largest / 255, largest)));
 }
 

@@ -42,7 +42,7 @@ constexpr Algorithm kAlgorithms[] = {
     VISTREL_WITHOUT_THRESHOLD(ImageColorGradientHamilton),
     VISTREL_WITHOUT_THRESHOLD(ImageColorVariableGradients),
     VISTREL_WITHOUT_THRESHOLD(ImageColorHueCok),
-    kNoAlgorithm,
+    VISTREL_WITHOUT_THRESHOLD(ImageColorHueKimmel),
     VISTREL_WITHOUT_THRESHOLD(ImageColorPixelGrouping),
 };
 

@@ -1,7 +1,9 @@
 // The demosaic algorithms, and the spreading of the mosaic.
+#include "cfa/processor.h"
 #include "demosaic/image_functions.h"
 #include "demosaic/work_buffer.h"
 #include "frontend/vistrel.h"
+#include "platform/platform.h"
 #include "tests/check/conversion.h"
 #include "tests/check/mosaic_layout.h"
 #include "tests/check/rooms.h"
@@ -11,10 +13,13 @@
 namespace vistrel::check {
 namespace {
 
+enum class Path { only, doubles, packed };  // Kimmel's has two
+
 struct Algorithm {
   const char* name;
   uint32_t code;
   Road road;
+  Path path = Path::only;
 };
 
 // One line an algorithm.
@@ -27,7 +32,40 @@ constexpr Algorithm kAlgorithms[] = {
     {"cok", DM_HUE_COK, Road::guarded},
     {"grouping", DM_PIXEL_GROUPING, Road::guarded},
     {"variable-gradients", DM_VARIABLE_GRADIENTS, Road::guarded},
+    {"kimmel", DM_HUE_KIMMEL, Road::guarded, Path::doubles},
+    {"kimmel-packed", DM_HUE_KIMMEL, Road::guarded, Path::packed},
 };
+
+// Sends either side along one path.
+class PathScope {
+ public:
+  explicit PathScope(Path path) {
+    if (path == Path::only) return;
+    const bool packed = path == Path::packed;
+    ippSetCpuFeaturesMask(packed ? m_mask | IPP_CPU_SSE : m_mask & ~uint64_t{IPP_CPU_SSE});
+    reference::g_bIsSSE = OS_IsSSE();
+  }
+  ~PathScope() {
+    ippSetCpuFeaturesMask(m_mask);
+    reference::g_bIsSSE = m_isSse;
+  }
+  PathScope(const PathScope&) = delete;
+  PathScope& operator=(const PathScope&) = delete;
+
+ private:
+  const uint64_t m_mask = ippGetEnabledCpuFeatures();
+  const int32_t m_isSse = reference::g_bIsSSE;
+};
+
+std::array<Subject::Run, 2> conversions(bool wide, Path path) {
+  auto runs = check::conversions(wide);
+  for (Subject::Run& run : runs)
+    run = [path, convert = run](const Call& call, const Memory& memory) {
+      const PathScope scope(path);
+      return convert(call, memory);
+    };
+  return runs;
+}
 
 std::string atDepth(const char* name, bool wide) {
   return std::string(name) + (wide ? "-16" : "-8");
@@ -43,9 +81,10 @@ void addAlgorithm(Catalogue& all, const Algorithm& algorithm, bool wide) {
   all.add("demosaic",
           {atDepth(algorithm.name, wide),
            [=](const Call& call) { return mosaicLayout(call, wide, algorithm.road); },
-           conversions(wide),
+           conversions(wide, algorithm.path),
            {}},
           draw);
+  all.plans.back().portable = algorithm.path != Path::packed;
 }
 
 // The one that has no code.
