@@ -33,6 +33,7 @@ void pixelRow(const Rows& source, size_t columns, T* pixels, RowCopies<T>& copie
                                                    copy ? copy + 3 * x : nullptr);
     copies.work.upTo(pixels + 3 * (x + step));
     copies.result.upTo(pixels + 3 * (x + step));
+    copies.piece(x + step);
   }
   if (x == columns) return;
   T block[3 * step];

@@ -1,6 +1,7 @@
 // The way of a finished row: into the work buffer, and on to the output.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <new>
 
@@ -13,7 +14,7 @@ namespace vistrel {
 // block row is complete. A work buffer larger than caches is written past them, and so is the
 // result; rows are then made in a small buffer that the output reads.
 template <class T>
-class FinishedRows {
+class FinishedRows final : private PieceReader {
  public:
   explicit FinishedRows(const Conversion<T>& c)
       : m_c(c), m_F(static_cast<int>(c.region.F)),
@@ -42,8 +43,14 @@ class FinishedRows {
       else
         copies.plain = reinterpret_cast<T*>(result(y));
     }
-    if (m_streams && m_F == 1 && !m_c.output.writesEveryByte())
-      copies.changedResult = FetchAhead(result(y), m_c.output.rowBytes() / m_c.region.Wf);
+    if (m_streams && convertsBlocks() && m_F == 1) {
+      if (m_c.output.writesEveryByte()) {
+        copies.reader = this;
+        copies.y = y;
+      } else {
+        copies.changedResult = FetchAhead(result(y), m_c.output.pixelBytes());
+      }
+    }
     return copies;
   }
 
@@ -52,7 +59,9 @@ class FinishedRows {
     const T* const imageEnd = row(y) + 3 * m_c.region.Wf;
     copies.work.finish(imageEnd + m_c.layout.side);
     copies.result.finish(imageEnd);
-    if (m_c.output.followsRows() && !m_c.output.copiesRows() && y % m_F == m_F - 1)
+    if (copies.reader)
+      copies.lastPiece(m_c.region.Wf);
+    else if (convertsBlocks() && y % m_F == m_F - 1)
       convert(y / m_F);
   }
 
@@ -64,12 +73,26 @@ class FinishedRows {
  private:
   uint8_t* result(int y) const { return m_c.pDst + size_t(y) * m_c.output.rowBytes(); }
 
+  bool convertsBlocks() const { return m_c.output.followsRows() && !m_c.output.copiesRows(); }
+
+  void read(int y, size_t begin, size_t end) const override {
+    const size_t bytes = m_c.output.pixelBytes();
+    while (begin < end) {
+      const size_t n = std::min(end - begin, kPiece);
+      convert(row(y) + 3 * begin, result(y) + bytes * begin, n);
+      begin += n;
+    }
+  }
+
   void convert(int y) const {
-    const T* blockRow = row(y * m_F);
-    if (!m_streams || !m_c.output.writesEveryByte()) return m_c.output.row(blockRow, result(y));
-    const size_t bytes = m_c.output.rowBytes();
-    m_c.output.row(blockRow, m_result.get());
-    StreamCopy(result(y), m_result.get()).finish(m_result.get() + bytes);
+    convert(row(y * m_F), result(y), m_c.output.rowBytes() / m_c.output.pixelBytes());
+  }
+
+  // n pixels of the result.
+  void convert(const T* pixels, uint8_t* result, size_t n) const {
+    if (!m_streams || !m_c.output.writesEveryByte()) return m_c.output.part(pixels, result, n);
+    m_c.output.part(pixels, m_result.get(), n);
+    StreamCopy(result, m_result.get()).finish(m_result.get() + n * m_c.output.pixelBytes());
   }
 
   // Measured: ordinary stores win at 6 MB, streaming ones by a factor of two at 36 MB.

@@ -37,9 +37,12 @@ class ColourOutput {
   bool writesEveryByte() const { return m_writesEveryByte; }
 
   size_t rowBytes() const { return m_writer.rowBytes(); }
+  size_t pixelBytes() const { return m_writer.pixelBytes(); }
 
-  // One row of the result from the image's block row, where its pixel 0 begins.
-  void row(const void* blockRow, void* destination) const { m_writer.row(blockRow, destination); }
+  // n pixels of a row of the result from the image's block row, where the first block begins.
+  void part(const void* blockRow, void* destination, size_t n) const {
+    m_writer.part(blockRow, destination, n);
+  }
 
   // All rows from the layout's first sample. Nothing at all where there is no such format or
   // binning.

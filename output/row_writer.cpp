@@ -39,18 +39,18 @@ RowWriter::RowWriter(Pack pack, unsigned binning, size_t stride, size_t width,
   m_copies = false;
 }
 
-void RowWriter::row(const void* source, void* destination) const {
+void RowWriter::part(const void* source, void* destination, size_t n) const {
   if (m_table)
-    mappedRow(static_cast<const uint16_t*>(source), static_cast<uint8_t*>(destination));
+    mapped(static_cast<const uint16_t*>(source), static_cast<uint8_t*>(destination), n);
   else
-    m_row(source, m_stride, destination, m_width, m_reduction);
+    m_row(source, m_stride, destination, n, m_reduction);
 }
 
-void RowWriter::mappedRow(const uint16_t* source, uint8_t* destination) const {
+void RowWriter::mapped(const uint16_t* source, uint8_t* destination, size_t n) const {
   alignas(64) uint8_t tile[kMaxBinning * kTileSamples];
   const size_t tileWidth = kTilePixels / m_binning;
-  for (size_t x = 0; x < m_width; x += tileWidth) {
-    const size_t width = std::min(tileWidth, m_width - x);
+  for (size_t x = 0; x < n; x += tileWidth) {
+    const size_t width = std::min(tileWidth, n - x);
     const size_t samples = m_sourcePixel * m_binning * width;
     for (unsigned i = 0; i < m_binning; ++i)
       m_map(source + i * m_stride, tile + i * kTileSamples, samples, m_table, m_tableShift);
@@ -65,7 +65,7 @@ void RowWriter::rows(const void* source, void* destination, size_t height) const
   const char* s = static_cast<const char*>(source);
   const size_t step = m_binning * m_stride * m_sourceSample;
   char* d = static_cast<char*>(destination);
-  for (size_t y = 0; y < height; ++y) row(s + y * step, d + y * rowBytes());
+  for (size_t y = 0; y < height; ++y) part(s + y * step, d + y * rowBytes(), m_width);
 }
 
 }  // namespace vistrel

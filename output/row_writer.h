@@ -10,8 +10,8 @@ class RowWriter {
  public:
   RowWriter() = default;  // writes nothing
 
-  // binning: 1..4. stride: distance of two source rows, in samples. The source that row() and
-  // rows() take points to bytes or words, as depth says.
+  // binning: 1..4. stride: distance of two source rows, in samples. The source that part()
+  // and rows() take points to bytes or words, as depth says.
   RowWriter(Pack pack, Depth depth, unsigned binning, size_t stride, size_t width,
             Reduction reduction);
 
@@ -19,10 +19,11 @@ class RowWriter {
   RowWriter(Pack pack, unsigned binning, size_t stride, size_t width, const uint8_t* table,
             uint32_t tableShift);
 
-  // One row of the result from the blocks that begin at source.
-  void row(const void* source, void* destination) const;
+  // The first n pixels of a row of the result from the blocks that begin at source.
+  void part(const void* source, void* destination, size_t n) const;
 
   size_t rowBytes() const { return m_width * m_pixelBytes; }
+  size_t pixelBytes() const { return m_pixelBytes; }
 
   // The result is the source's samples as they are.
   bool copies() const { return m_copies; }
@@ -31,7 +32,7 @@ class RowWriter {
   void rows(const void* source, void* destination, size_t height) const;
 
  private:
-  void mappedRow(const uint16_t* source, uint8_t* destination) const;
+  void mapped(const uint16_t* source, uint8_t* destination, size_t n) const;
 
   RowFunction m_row = nullptr;
   MapFunction m_map = nullptr;
