@@ -6,6 +6,7 @@
 #include <new>
 #include <vector>
 
+#include "cfa/processor.h"
 #include "frontend/vistrel.h"
 
 namespace vistrel::host {
@@ -21,8 +22,12 @@ class Pool {
  public:
   // Registers every id at once. From then on a stream that grows touches its own slot of the
   // library's tables and nothing else, so no conversion has to wait for it.
+  //
+  // The packed operations go off, which choose a path of Kimmel's hues and nothing else: that path
+  // turns many widths and phases black, and knows no binning.
   Pool() {
     ImgLoadDriver();
+    ippSetCpuFeaturesMask(ippGetEnabledCpuFeatures() & ~uint64_t{IPP_CPU_SSE});
     for (uint32_t id = 0; id < kStreams; ++id) {
       ImgInitialize(id, 0, 0);
       free_[id] = kStreams - 1 - id;

@@ -25,6 +25,7 @@ constexpr vistrel_algorithm kAlgorithms[] = {
     {"hamilton", DM_GRADIENT_HAMILTON, 10, 2},
     {"vng", DM_VARIABLE_GRADIENTS, 10, 2},
     {"cok", DM_HUE_COK, 10, 2},
+    {"kimmel", DM_HUE_KIMMEL, 10, 2},
     {"grouping", DM_PIXEL_GROUPING, 10, 2},
     {"ahd", VISTREL_AHD, 16, 5},
 };

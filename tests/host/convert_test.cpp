@@ -145,6 +145,36 @@ TEST(Colour, EveryPhaseOriginAndBinningKeepsAPlainColour) {
   }
 }
 
+std::vector<uint32_t> middlePixel(const Image& image) {
+  const size_t channels = image.layout.channels;
+  const bool words = image.layout.row_bytes > image.layout.width * channels;
+  const auto at = static_cast<ptrdiff_t>(
+      channels * (image.layout.height / 2 * image.layout.width + image.layout.width / 2));
+  if (!words) return {image.pixels.begin() + at, image.pixels.begin() + at + ptrdiff_t(channels)};
+  const auto samples = wordsOf(image);
+  return {samples.begin() + at, samples.begin() + at + ptrdiff_t(channels)};
+}
+
+// The library's packed path would give black for half of these, and for all that are binned.
+TEST(Colour, KimmelKeepsAPlainColourAtEveryPhaseWidthAndBinning) {
+  const std::vector<uint32_t> expected[] = {{5, 10, 20}, {10, 20, 40}, {15, 33, 55}, {20, 40, 80}};
+  for (uint32_t phase = 0; phase < 4; ++phase)
+    for (uint32_t width : {24u, 25u}) {
+      const auto bytes = samplesOf<uint8_t>(width, 21, plainColour(phase, 5, 10, 20));
+      const auto words = samplesOf<uint16_t>(width, 21, plainColour(phase, 5, 10, 20));
+      vistrel_frame frame = frameOf(words.data(), width, 21, 10, phase);
+      vistrel_conversion c = defaultConversion(frame);
+      c.algorithm = DM_HUE_KIMMEL;
+      c.format = IMG_FMT_BGR48;
+      EXPECT_EQ(middlePixel(convert(frame, c)), expected[0]) << phase << ", " << width;
+      frame = frameOf(bytes.data(), width, 21, phase);
+      c.format = IMG_FMT_BGR24;
+      for (c.binning = 1; c.binning <= 4; ++c.binning)
+        EXPECT_EQ(middlePixel(convert(frame, c)), expected[c.binning - 1])
+            << phase << ", " << width << ", binning " << c.binning;
+    }
+}
+
 TEST(Colour, EveryFormatAndDepthHasItsOwnLayout) {
   const auto samples = samplesOf<uint16_t>(8, 6, plainColour(BAYER_GBRG, 0x123, 0x456, 0xF89));
   const vistrel_frame frame = frameOf(samples.data(), 8, 6, 12, BAYER_GBRG);
