@@ -1,4 +1,4 @@
-// The pool of streams by itself, over two entries that only take notes.
+// The pool of streams by itself, over entries that only take notes.
 #include "host/streams.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@
 #include <set>
 #include <vector>
 
+#include "cfa/processor.h"
 #include "frontend/vistrel.h"
 
 namespace {
@@ -21,6 +22,7 @@ struct Call {
 int g_loads = 0;
 std::vector<Call> g_calls;  // of ImgInitialize
 bool g_memory = true;
+uint64_t g_features = 0xFF;
 
 }  // namespace
 
@@ -32,6 +34,13 @@ uint32_t ImgInitialize(uint32_t nID, uint32_t nImgWidth, uint32_t nImgHeight) {
 }
 
 uint32_t ImgLoadLookupTable(uint32_t, const uint16_t*, uint32_t) { return g_memory; }
+
+uint64_t ippGetEnabledCpuFeatures() { return g_features; }
+
+int32_t ippSetCpuFeaturesMask(uint64_t nMask) {
+  g_features = nMask;
+  return 0;
+}
 
 namespace vistrel::host {
 namespace {
@@ -50,6 +59,11 @@ std::vector<Call> callsOf(Work work) {
   g_calls.clear();
   work();
   return g_calls;
+}
+
+TEST(Streams, SwitchThePackedOperationsOffAndNothingElse) {
+  const StreamLease stream;
+  EXPECT_EQ(g_features, 0xFFu & ~uint64_t{IPP_CPU_SSE});
 }
 
 TEST(Streams, AreDistinct) {
