@@ -13,10 +13,11 @@ namespace vistrel {
 
 constexpr ptrdiff_t kCacheLine = 64;
 
-// Rows are read in bursts; the next burst's lines are on their way meanwhile.
+// Rows are read in bursts; the next burst's lines are on their way meanwhile, to the second cache:
+// the first one has no room for them.
 inline void prefetchRow(const void* row, size_t bytes) {
   for (size_t i = 0; i < bytes; i += size_t{kCacheLine})
-    __builtin_prefetch(static_cast<const char*>(row) + i);
+    __builtin_prefetch(static_cast<const char*>(row) + i, 0, 2);
 }
 
 // Fetches a row that is needed soon while another one is being made: all at once, its lines would
