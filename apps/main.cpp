@@ -1,13 +1,13 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 
-#include "apps/atomic_file.h"
-#include "apps/compare_command.h"
-#include "apps/convert_command.h"
+#include "apps/commands/compare_command.h"
+#include "apps/commands/convert_command.h"
+#include "apps/commands/info_command.h"
+#include "apps/commands/report_command.h"
+#include "apps/commands/scene_command.h"
 #include "apps/failure.h"
-#include "apps/info_command.h"
-#include "apps/report_command.h"
-#include "apps/scene_command.h"
+#include "apps/output/atomic_file.h"
 
 using namespace vistrel::app;
 

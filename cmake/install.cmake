@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 # Public headers lie flat in include/vistrel: <vistrel/vistrel.h>, <vistrel/solvers.h>. Among
 # themselves they include each other from the project's root; the copies, by bare name.
 set(VISTREL_C_HEADERS
-  frontend/vistrel.h cfa/cfa.h cfa/processor.h host/vistrelhost.h)
+  frontend/vistrel.h cfa/cfa.h cfa/processor.h host/vistrel_host.h)
 set(VISTREL_CXX_HEADERS
   curves/solvers.h curves/tone_curves.h demosaic/image_functions.h platform/platform.h
   host/vistrel.hpp)

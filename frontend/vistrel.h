@@ -6,7 +6,7 @@
  *
  * Nothing is validated: a size, a pointer or a stream id that does not fit is
  * the caller's fault. Programs that take input from elsewhere should use the
- * host layer (host/vistrelhost.h), which checks every argument.
+ * host layer (host/vistrel_host.h), which checks every argument.
  *
  * Order of calls: ImgLoadDriver once; ImgInitialize for each stream, and again
  * when its largest frame grows; any number of conversions; ImgUnloadDriver.
@@ -48,12 +48,7 @@ enum {
 };
 
 /* Bayer phase: the mosaic's 2x2 block at sensor position (0, 0), row by row. */
-enum {
-  BAYER_GRBG = 0,
-  BAYER_BGGR = 1,
-  BAYER_RGGB = 2,
-  BAYER_GBRG = 3
-};
+enum { BAYER_GRBG = 0, BAYER_BGGR = 1, BAYER_RGGB = 2, BAYER_GBRG = 3 };
 
 /*
  * Empties the table of 128 streams and chooses the processor level. Call it

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "host/vistrelhost.h"
+#include "host/vistrel_host.h"
 
 namespace vistrel::host {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/vistrelhost.h"
+#include "host/vistrel_host.h"
 
 namespace vistrel::host {
 

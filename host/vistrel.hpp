@@ -1,4 +1,4 @@
-// libvistrelhost for C++17: the functions of vistrelhost.h with exceptions in
+// libvistrelhost for C++17: the functions of vistrel_host.h with exceptions in
 // place of status codes, and memory that frees itself. Header only.
 #ifndef VISTREL_HPP
 #define VISTREL_HPP
@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "host/vistrelhost.h"
+#include "host/vistrel_host.h"
 
 namespace vistrel {
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "apps/canvas.h"
 #include "apps/report/trial.h"
+#include "apps/sheet/canvas.h"
 
 namespace vistrel::app {
 

@@ -1,7 +1,7 @@
 // An algorithm on trial: mosaics of a true picture, demosaiced, timed and judged.
 #pragma once
 
-#include "apps/algorithm.h"
+#include "apps/options/algorithm.h"
 #include "apps/report/quality.h"
 
 namespace vistrel::app {

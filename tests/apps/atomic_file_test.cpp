@@ -1,5 +1,5 @@
 // A file that is not finished, at the end of the program.
-#include "apps/atomic_file.h"
+#include "apps/output/atomic_file.h"
 
 #include <gtest/gtest.h>
 

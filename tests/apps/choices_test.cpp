@@ -1,7 +1,7 @@
 // Algorithms, depths and gray from the command line.
 #include <gtest/gtest.h>
 
-#include "host/vistrelhost.h"
+#include "host/vistrel_host.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "host/vistrelhost.h"
+#include "host/vistrel_host.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
 

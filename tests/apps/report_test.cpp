@@ -5,7 +5,7 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "host/vistrelhost.h"
+#include "host/vistrel_host.h"
 
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"

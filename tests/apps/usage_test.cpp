@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "host/vistrelhost.h"
+#include "host/vistrel_host.h"
 #include "tests/apps/program.h"
 
 namespace vistrel {

@@ -23,10 +23,9 @@ Case drawSequence(Draw& draw, const std::vector<Plan>& steps) {
 
 void addSequence(Catalogue& all) {
   std::vector<Plan> steps;
-  std::copy_if(all.plans.begin(), all.plans.end(), std::back_inserter(steps),
-               [](const Plan& plan) {
-                 return plan.portable && (plan.group == "demosaic" || plan.group == "skip");
-               });
+  std::copy_if(all.plans.begin(), all.plans.end(), std::back_inserter(steps), [](const Plan& plan) {
+    return plan.portable && (plan.group == "demosaic" || plan.group == "skip");
+  });
   all.plans.push_back(
       {"sequence", "sequence", [steps](Draw& draw) { return drawSequence(draw, steps); }});
 }

@@ -48,8 +48,8 @@ TEST_P(PixelGrouping, AFlatFrameStaysFlatInside) {
 
 // Where green is the same all around, the costs are those of the colour alone.
 TEST_P(PixelGrouping, TheQuietestDirectionCorrectsGreen) {
-  EXPECT_EQ(greenAmid(cross<uint8_t>(100, 100, 96, 140, 60, 60)), 101);  // north
-  EXPECT_EQ(greenAmid(cross<uint8_t>(100, 100, 140, 96, 60, 60)), 101);  // east
+  EXPECT_EQ(greenAmid(cross<uint8_t>(100, 100, 96, 140, 60, 60)), 101);    // north
+  EXPECT_EQ(greenAmid(cross<uint8_t>(100, 100, 140, 96, 60, 60)), 101);    // east
   EXPECT_EQ(greenAmid(cross<uint8_t>(100, 100, 96, 104, 104, 104)), 101);  // of equals, north
   EXPECT_EQ(greenAmid(cross<uint8_t>(100, 100, 140, 96, 104, 104)), 101);  // then east
 }

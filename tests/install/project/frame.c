@@ -26,7 +26,8 @@ int main(void) {
 
   ImgLoadDriver();
   failures += ImgInitialize(1, 4, 4) != 1;
-  failures += ImgConvert16(1, IMG_FMT_MONO8, 0, 0, 0, 8, 0, 4, 1, 0, 0, 4, 1, words, pixels, 10, 0) != 1;
+  failures +=
+      ImgConvert16(1, IMG_FMT_MONO8, 0, 0, 0, 8, 0, 4, 1, 0, 0, 4, 1, words, pixels, 10, 0) != 1;
   failures += expect("reduced", pixels, reduced, sizeof reduced);
   failures += ImgConvert8(1, IMG_FMT_MONO8, 0, 0, 1, 4, 2, 0, 0, 2, 1, bytes, pixels, 8, 0) != 1;
   failures += expect("binned", pixels, binned, sizeof binned);

@@ -1,0 +1,145 @@
+#include "apps/commands/compare_command.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/batch/jobs.h"
+#include "apps/batch/progress.h"
+#include "apps/failure.h"
+#include "apps/options/conversion_options.h"
+#include "apps/options/options.h"
+#include "apps/output/picture.h"
+#include "apps/sheet/contact_sheet.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr const char* kExamples = R"(Examples:
+  vistrel compare rose.pgm --phase rggb --bits 12 --window 2 -o sheet.png
+  vistrel compare a_8b_grbg.pgm b_8b_grbg.pgm --from-name --crop 120x80+640+400 --zoom 6 -o sheet.png
+  vistrel compare rose.pgm --phase rggb -a bilinear -a ahd -o sheet.png
+
+The sheet has a block for each frame, with the crop once for each algorithm.
+Where an algorithm is made for fewer bits than the frame has, the lowest ones are
+dropped first, and its label says so.)";
+
+constexpr uint32_t kCropWidth = 120, kCropHeight = 90;
+// What is converted around the crop, so that it shows no border of its own.
+constexpr uint32_t kMargin = 16;
+
+struct CompareOptions {
+  std::vector<std::string> inputs;
+  std::string output;
+  InputOptions input;
+  std::vector<Algorithm> algorithms;
+  std::optional<vistrel_region> crop;
+  uint32_t zoom = 3;
+  ToneOptions tone;
+  bool mask = false;
+};
+
+// The middle of the frame, where nothing else is asked for.
+vistrel_region cropOf(const vistrel_frame& f, const CompareOptions& o) {
+  if (!o.crop) {
+    const uint32_t width = std::min(f.width, kCropWidth), height = std::min(f.height, kCropHeight);
+    return {(f.width - width) / 2, (f.height - height) / 2, width, height};
+  }
+  const vistrel_region& c = *o.crop;
+  if (!c.width || !c.height || uint64_t{c.x} + c.width > f.width ||
+      uint64_t{c.y} + c.height > f.height)
+    fail(kRejected, "--crop {}x{}+{}+{}: it leaves the frame of {}x{}, or is empty", c.width,
+         c.height, c.x, c.y, f.width, f.height);
+  return c;
+}
+
+vistrel_region widened(const vistrel_region& c, const vistrel_frame& f) {
+  const uint32_t left = std::min(c.x, kMargin), top = std::min(c.y, kMargin);
+  const uint32_t right = std::min(f.width - c.x - c.width, kMargin);
+  const uint32_t bottom = std::min(f.height - c.y - c.height, kMargin);
+  return {c.x - left, c.y - top, left + c.width + right, top + c.height + bottom};
+}
+
+Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop, const Algorithm& algorithm,
+            const CompareOptions& o) {
+  const vistrel_region region = widened(crop, frame);
+  vistrel_conversion c = defaultConversion(frame);
+  c.algorithm = algorithm.row->code;
+  c.threshold = algorithm.threshold;
+  c.region = &region;
+  c.excess = o.mask ? VISTREL_MASK : VISTREL_REFUSE;
+  const bool reduced = frame.bits > algorithm.row->max_bits;
+  c.reduce_to = reduced ? algorithm.row->max_bits : 0;
+  o.tone.apply(c);
+  std::string label = labelOf(algorithm);
+  if (reduced) label += fmt::format(", {} bit", algorithm.row->max_bits);
+  return {
+      label, convert(frame, c), {crop.x - region.x, crop.y - region.y, crop.width, crop.height}};
+}
+
+Strip stripOf(const std::string& path, const CompareOptions& o) {
+  FrameFile file(path, o.input);
+  if (file.frame().phase == VISTREL_MONO)
+    fail(kRejected, "a mono frame has nothing to demosaic; --phase names a phase of four");
+  const vistrel_region crop = cropOf(file.frame(), o);
+  const vistrel_frame& frame = file.read();
+  Strip strip;
+  strip.title = fmt::format(
+      "{}  {} bit {}  {}x{}+{}+{}  {}x", std::filesystem::path(path).filename().string(),
+      frame.bits, vistrel_phase_name(frame.phase), crop.width, crop.height, crop.x, crop.y, o.zoom);
+  for (const Algorithm& algorithm : orAll(o.algorithms))
+    strip.cells.push_back(cellOf(frame, crop, algorithm, o));
+  return strip;
+}
+
+ExitStatus run(CompareOptions& o) {
+  o.input.checkWithPhase();
+  o.tone.load();
+  const PictureType& type = pictureType(o.output);
+  if (type.channels == 1) fail(kUsage, "-o {}: a sheet is a .png or .ppm", o.output);
+  checkIsNoInput("-o", o.inputs, o.output);
+  std::vector<Strip> strips;
+  Progress progress(o.inputs.size());
+  Tally tally;
+  for (const std::string& path : o.inputs) {
+    const Outcome outcome = attempt([&] { strips.push_back(stripOf(path, o)); });
+    if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
+    tally.add(outcome.status);
+    progress.step();
+  }
+  if (strips.empty()) return tally.status();
+  const Canvas sheet = sheetOf(strips, o.zoom);
+  AtomicFile output(o.output);
+  type.write(sheet.image(), output);
+  output.commit();
+  return tally.status();
+}
+
+}  // namespace
+
+void addCompareCommand(CLI::App& program, int& status) {
+  auto* command =
+      program.add_subcommand("compare", "Show one crop through every algorithm on a sheet");
+  const auto o = std::make_shared<CompareOptions>();
+  command->add_option("IN", o->inputs, "Frames: binary PGM, or dumps with --size")->required();
+  command->add_option("-o,--output", o->output, "Sheet (.png, .ppm)")->required()->type_name("OUT");
+  addPhaseOption(*command, o->input.phase);
+  addAlgorithmsOption(*command, o->algorithms);
+  command
+      ->add_option_function<std::string>(
+          "--crop", [o](const std::string& s) { o->crop = parseRegion("--crop", s); },
+          "What is shown, in sensor pixels (120x90 in the middle)")
+      ->type_name("WxH+X+Y");
+  between(command->add_option("--zoom", o->zoom, "Width and height of a shown pixel (3)"), 1, 16);
+  addToneOptions(*command, o->tone);
+  command->add_flag("--mask", o->mask,
+                    "Drop bits above the significant ones; else refuse the frame");
+  addInputOptions(*command, o->input);
+  command->footer(kExamples);
+  command->callback([o, &status] { status = run(*o); });
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,76 @@
+#include "apps/options/algorithm.h"
+
+#include <charconv>
+#include <optional>
+
+#include "apps/failure.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr uint32_t kMostThreshold = 255;
+constexpr uint32_t kDefaultThreshold = 0;
+
+bool hasThreshold(const vistrel_algorithm& a) { return a.code == DM_EDGE_EX; }
+
+std::optional<Algorithm> find(std::string_view name) {
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    if (name == a->name) return algorithmAt(i);
+  return {};
+}
+
+}  // namespace
+
+Algorithm algorithmAt(size_t index) {
+  const vistrel_algorithm* row = vistrel_algorithm_at(index);
+  return {row, hasThreshold(*row) ? kDefaultThreshold : 0};
+}
+
+std::string algorithmNames() {
+  std::string names;
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    names.append(i ? ", " : "").append(a->name);
+  return names;
+}
+
+std::string labelOf(const Algorithm& algorithm) {
+  const std::string name = algorithm.row->name;
+  return hasThreshold(*algorithm.row) ? fmt::format("{}:{}", name, algorithm.threshold) : name;
+}
+
+void addAlgorithmsOption(CLI::App& command, std::vector<Algorithm>& algorithms) {
+  command
+      .add_option_function<std::vector<std::string>>(
+          "-a,--algorithm",
+          [&algorithms](const std::vector<std::string>& texts) {
+            for (const std::string& text : texts)
+              algorithms.push_back(parseAlgorithm("--algorithm", text));
+          },
+          "Only these algorithms, in this order (all)")
+      ->allow_extra_args(false)
+      ->type_name("NAME[:THRESHOLD]");
+}
+
+std::vector<Algorithm> orAll(const std::vector<Algorithm>& given) {
+  if (!given.empty()) return given;
+  std::vector<Algorithm> all;
+  for (size_t i = 0; vistrel_algorithm_at(i); ++i) all.push_back(algorithmAt(i));
+  return all;
+}
+
+Algorithm parseAlgorithm(std::string_view option, std::string_view text) {
+  const size_t colon = text.find(':');
+  auto algorithm = find(text.substr(0, colon));
+  if (!algorithm) fail(kUsage, "{} {}: {} are allowed", option, text, algorithmNames());
+  if (colon == text.npos) return *algorithm;
+  if (!hasThreshold(*algorithm->row))
+    fail(kUsage, "{} {}: {} takes no threshold, only edge does", option, text,
+         algorithm->row->name);
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(&text[colon] + 1, end, algorithm->threshold);
+  if (error != std::errc{} || rest != end || algorithm->threshold > kMostThreshold)
+    fail(kUsage, "{} {}: a threshold of 0 to {} is allowed", option, text, kMostThreshold);
+  return *algorithm;
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,124 @@
+#include "apps/options/conversion_options.h"
+
+#include <charconv>
+
+#include "apps/failure.h"
+#include "apps/options/curve_file.h"
+#include "apps/options/geometry.h"
+#include "apps/options/options.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr uint32_t kReduced = 10;    // bits
+constexpr uint32_t kUserTable = 10;  // a lut_mode
+
+// The number that the whole text is.
+std::optional<uint32_t> numberIn(const std::string& text) {
+  uint32_t number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc{} || rest != end) return {};
+  return number;
+}
+
+uint32_t formatOf(const ConversionOptions& o, bool mono) {
+  const bool words = o.depth == "16" || o.format == "gray16";
+  if (mono) return words ? IMG_FMT_MONO16 : IMG_FMT_MONO8;
+  if (!o.format.empty()) return words ? IMG_FMT_GRAY16 : IMG_FMT_GRAY8;
+  return words ? IMG_FMT_BGR48 : IMG_FMT_BGR24;
+}
+
+}  // namespace
+
+void ToneOptions::load() {
+  const auto number = numberIn(curve);
+  if (number && (*number < 2 || *number > 6))
+    fail(kUsage, "--curve {}: 2 to 6, or a file with a table, are allowed", curve);
+  if (!curve.empty() && !number) table = readCurve(curve);
+}
+
+void ToneOptions::apply(vistrel_conversion& conversion) const {
+  conversion.lut_mode = window.value_or(0);
+  if (const auto number = numberIn(curve)) conversion.lut_mode = *number + 1;
+  if (table.empty()) return;
+  conversion.lut_mode = kUserTable;
+  conversion.table = table.data();
+  conversion.table_entries = static_cast<uint32_t>(table.size());
+}
+
+void ConversionOptions::load() {
+  if (depth == "16" && !format.empty())
+    fail(kUsage, "--depth 16 and --format {} do not go together; gray of all bits is gray16",
+         format);
+  const bool allBits = depth == "16" || format == "gray16";
+  if (allBits && (tone.window || !tone.curve.empty()))
+    fail(kUsage, "{} keeps all bits: --window and --curve do not go with it",
+         depth == "16" ? "--depth 16" : "--format gray16");
+  tone.load();
+}
+
+vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
+  const bool mono = frame.phase == VISTREL_MONO, reduced = depth == "reduce10";
+  const vistrel_algorithm& a = *algorithm.row;
+  if (!mono && !reduced && frame.bits > a.max_bits)
+    fail(kRejected,
+         "algorithm {}: made for {} bits at most, the frame has {}; --depth reduce10 drops the "
+         "lowest ones first",
+         a.name, a.max_bits, frame.bits);
+  vistrel_conversion c = defaultConversion(frame);
+  c.format = formatOf(*this, mono);
+  c.algorithm = a.code;
+  c.threshold = algorithm.threshold;
+  c.gray = gray == "raw" ? VISTREL_RAW_GRAY : VISTREL_LUMA;
+  c.binning = binning;
+  c.reduce_to = reduced ? kReduced : 0;
+  tone.apply(c);
+  c.excess = mask ? VISTREL_MASK : VISTREL_REFUSE;
+  c.region = region ? &*region : nullptr;
+  return c;
+}
+
+void addToneOptions(CLI::App& command, ToneOptions& o) {
+  auto* window =
+      between(command.add_option("--window", o.window,
+                                 "Which 8 bits are kept: the highest, one or two places lower (0)"),
+              0, 2);
+  command
+      .add_option("--curve", o.curve,
+                  "Tone curve in place of a window, from 10 bits: one of five, or a text or PGM of "
+                  "1024 values 0..255 (10 to 12 bits)")
+      ->type_name("2..6|FILE")
+      ->excludes(window);
+}
+
+void addConversionOptions(CLI::App& command, ConversionOptions& o) {
+  command
+      .add_option_function<std::string>(
+          "-a,--algorithm",
+          [&o](const std::string& s) { o.algorithm = parseAlgorithm("--algorithm", s); },
+          "Demosaic algorithm (bilinear): " + algorithmNames() +
+              ". edge:N smooths green that varies by up to N of 255 parts of full scale (0)")
+      ->type_name("NAME[:THRESHOLD]");
+  command
+      .add_option_function<std::string>(
+          "--roi", [&o](const std::string& s) { o.region = parseRegion("--roi", s); },
+          "Region in sensor pixels; its size is rounded down to whole bins")
+      ->type_name("WxH+X+Y");
+  between(command.add_option("--bin", o.binning, "Sum blocks of so many pixels either way (1)"), 1,
+          4);
+  addToneOptions(command, o.tone);
+  oneOf(command.add_option("--depth", o.depth,
+                           "Bits of a sample in the picture (8); reduce10 makes 8 of frames that "
+                           "lose all but ten bits first"),
+        {"8", "16", "reduce10"});
+  auto* format = oneOf(command.add_option("--format", o.format, "Gray in place of colours"),
+                       {"gray8", "gray16"});
+  oneOf(command.add_option("--gray", o.gray,
+                           "Gray is luma of the colours, or what the library itself makes (luma)"),
+        {"luma", "raw"})
+      ->needs(format);
+  command.add_flag("--mask", o.mask, "Drop bits above the significant ones; else refuse the frame");
+}
+
+}  // namespace vistrel::app

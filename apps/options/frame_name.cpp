@@ -1,0 +1,42 @@
+#include "apps/options/frame_name.h"
+
+#include <charconv>
+#include <optional>
+
+#include "apps/failure.h"
+#include "host/vistrel_host.h"
+
+namespace vistrel::app {
+namespace {
+
+std::optional<uint32_t> findPhase(std::string_view text) {
+  for (uint32_t phase = 0; const char* name = vistrel_phase_name(phase); ++phase)
+    if (text == name) return phase;
+  return {};
+}
+
+std::string_view lastWord(std::string_view stem) { return stem.substr(stem.rfind('_') + 1); }
+
+}  // namespace
+
+FrameName parseFrameName(std::string_view stem) {
+  FrameName name{0, VISTREL_MONO};
+  if (const auto phase = findPhase(lastWord(stem))) {
+    name.phase = *phase;
+    stem = stem.substr(0, stem.rfind('_'));
+  }
+  const std::string_view word = lastWord(stem);
+  const char* const wordEnd = word.data() + word.size();
+  const auto [digitsEnd, error] = std::from_chars(word.data(), wordEnd, name.bits);
+  if (word == stem || error != std::errc{} || std::string_view(digitsEnd, wordEnd) != "b")
+    fail(kRejected, "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in {}",
+         "rose_12b_rggb.pgm");
+  return name;
+}
+
+uint32_t parsePhase(std::string_view option, std::string_view text) {
+  if (const auto phase = findPhase(text)) return *phase;
+  fail(kUsage, "{} {}: rggb, bggr, grbg, gbrg and mono are allowed", option, text);
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,39 @@
+#include "apps/options/geometry.h"
+
+#include <charconv>
+
+#include "apps/failure.h"
+
+namespace vistrel::app {
+namespace {
+
+// Numbers with one separator before each but the first; nothing may follow them.
+bool parseNumbers(std::string_view text, std::string_view separators, uint32_t* numbers) {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  for (size_t i = 0; i <= separators.size(); ++i) {
+    if (i && (at == end || *at++ != separators[i - 1])) return false;
+    const auto [next, error] = std::from_chars(at, end, numbers[i]);
+    if (error != std::errc{}) return false;
+    at = next;
+  }
+  return at == end;
+}
+
+}  // namespace
+
+Size parseSize(std::string_view option, std::string_view text) {
+  uint32_t n[2];
+  if (!parseNumbers(text, "x", n) || !n[0] || !n[1])
+    fail(kUsage, "{} {}: WxH is expected, both from 1, such as 640x480", option, text);
+  return {n[0], n[1]};
+}
+
+vistrel_region parseRegion(std::string_view option, std::string_view text) {
+  uint32_t n[4];
+  if (!parseNumbers(text, "x++", n))
+    fail(kUsage, "{} {}: WxH+X+Y is expected, such as 640x480+16+8", option, text);
+  return {n[2], n[3], n[0], n[1]};
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,48 @@
+#include "apps/options/options.h"
+
+#include "apps/options/frame_name.h"
+
+namespace vistrel::app {
+
+CLI::Option* between(CLI::Option* option, int least, int most) {
+  const auto range = std::to_string(least) + ".." + std::to_string(most);
+  return option->check(CLI::Range(least, most).description(""))->type_name(range);
+}
+
+CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words) {
+  return option->check(CLI::IsMember(words).description(""))
+      ->type_name(CLI::detail::join(words, "|"));
+}
+
+void addInputOptions(CLI::App& command, InputOptions& options) {
+  auto* input = command.add_option_group("Input");
+  auto* size = input->add_option_function<std::string>(
+      "-s,--size", [&options](const std::string& s) { options.size = parseSize("--size", s); },
+      "Size of a header-less dump");
+  size->type_name("WxH");
+  between(input->add_option("--bits", options.bits,
+                            "Significant bits of a sample (PGM: by its maxval)"),
+          8, 16);
+  auto* endian = input->add_option_function<std::string>(
+      "--endian", [&options](const std::string& s) { options.bigEndian = s == "big"; },
+      "Byte order of a dump of more than 8 bits (little)");
+  oneOf(endian, {"little", "big"})->needs(size);
+  input->add_option("--skip", options.skip, "Bytes of a dump before its first sample (0)")
+      ->type_name("BYTES")
+      ->needs(size);
+  input->add_option("--stride", options.stride, "Bytes of a dump from row to row (packed)")
+      ->type_name("BYTES")
+      ->needs(size);
+  input->add_flag("--from-name", options.fromName,
+                  "Bits and phase by the file's name: ..._12b_rggb.pgm, ..._8b.pgm for mono");
+}
+
+void addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase) {
+  command
+      .add_option_function<std::string>(
+          "--phase", [&phase](const std::string& s) { phase = parsePhase("--phase", s); },
+          "Colours of the 2x2 block at the frame's left upper corner, row by row")
+      ->type_name("rggb|bggr|grbg|gbrg|mono");
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,25 @@
+// Options that more than one command has.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+#include "apps/input/frame_file.h"
+
+namespace vistrel::app {
+
+// A whole number from `least` to `most`.
+CLI::Option* between(CLI::Option* option, int least, int most);
+
+// One of `words`.
+CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words);
+
+// -s, --endian, --skip, --stride, --bits, --from-name.
+void addInputOptions(CLI::App& command, InputOptions& options);
+
+// --phase.
+void addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase);
+
+}  // namespace vistrel::app

@@ -1,0 +1,192 @@
+/*
+ * libvistrelhost: libVistrel behind one function that checks every argument.
+ *
+ * Plain C. A caller describes its frame and the result it wants, asks for the
+ * layout of that result, provides the memory and converts. There are no handles
+ * and no order of calls: the layer loads libVistrel at the first conversion and
+ * keeps its streams itself. Every function may be called from any number of
+ * threads at once. A process that uses this layer must not call libVistrel's
+ * Img entries beside it, since both would fill the same table of streams.
+ *
+ * Every function that can refuse returns a status: VISTREL_OK, or the code of
+ * the refusal. It also writes the code, and a text that names the argument, the
+ * value it got and what is allowed, into the caller's vistrel_error, unless that
+ * pointer is null. Nothing is written to a result that was refused.
+ */
+#ifndef VISTREL_HOST_H
+#define VISTREL_HOST_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "frontend/vistrel.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Status codes. Their values are stable; new ones are added at the end. */
+enum {
+  VISTREL_OK = 0,
+  VISTREL_NULL_POINTER = 1,      /* a pointer that may not be null is null */
+  VISTREL_BAD_SIZE = 2,          /* width or height is 0 */
+  VISTREL_BAD_BITS = 3,          /* bytes_per_sample or bits */
+  VISTREL_BAD_STRIDE = 4,        /* a stride is shorter than a row */
+  VISTREL_BAD_PHASE = 5,         /* phase is none of the five */
+  VISTREL_BAD_FORMAT = 6,        /* no such format, or not one for this frame */
+  VISTREL_BAD_ALGORITHM = 7,     /* no such algorithm, or too many bits for it */
+  VISTREL_BAD_BINNING = 8,       /* binning is not 1..4 */
+  VISTREL_BAD_REGION = 9,        /* the region leaves the frame */
+  VISTREL_REGION_TOO_SMALL = 10, /* nothing is left, or less than a demosaic needs */
+  VISTREL_BAD_LUT_MODE = 11,     /* no such mode, or not one for this frame and format */
+  VISTREL_BAD_EXCESS = 12,       /* excess is neither VISTREL_REFUSE nor VISTREL_MASK */
+  VISTREL_EXCESS_SAMPLE = 13,    /* a sample has more than the frame's significant bits */
+  VISTREL_TOO_LARGE = 14,        /* more samples than the library can count */
+  VISTREL_SHORT_BUFFER = 15,     /* a buffer ends before its last row does */
+  VISTREL_OVERLAP = 16,          /* frame and image share memory */
+  VISTREL_NO_MEMORY = 17,        /* an allocation failed */
+  VISTREL_INTERNAL = 18,         /* a fault of this layer; please report it */
+  VISTREL_BAD_THRESHOLD = 19,    /* threshold is not 0..255, or the algorithm has none */
+  VISTREL_BAD_REDUCTION = 20,    /* reduce_to is neither 0 nor 8..16 */
+  VISTREL_BAD_TABLE = 21,        /* the table has the wrong size or an entry above 255 */
+  VISTREL_BAD_GRAY = 22          /* gray is neither of the two, or not for this algorithm */
+};
+
+/* What a refusal says, in the caller's memory. */
+typedef struct vistrel_error {
+  int32_t status; /* one of the codes above */
+  char text[252]; /* UTF-8, ended by a zero; empty with VISTREL_OK */
+} vistrel_error;
+
+/* The phase of a frame without colour filters; BAYER_... 0..3 are the others. */
+enum { VISTREL_MONO = 4 };
+
+/* A raw frame, in the caller's memory for the length of a call. */
+typedef struct vistrel_frame {
+  const void* samples;       /* first sample: bytes, or 16-bit words of this machine's order */
+  size_t size;               /* bytes that may be read from there */
+  size_t stride;             /* bytes from row to row, at any alignment; 0: rows are packed */
+  uint32_t width;            /* pixels, from 1 */
+  uint32_t height;           /* pixels, from 1 */
+  uint32_t bytes_per_sample; /* 1 or 2 */
+  uint32_t bits;             /* significant bits, in the low bits: 8 of a byte, 8..16 of a word */
+  uint32_t phase;            /* BAYER_... of the 2x2 block at pixel (0, 0), or VISTREL_MONO */
+} vistrel_frame;
+
+/* A part of a frame, in sensor pixels. */
+typedef struct vistrel_region {
+  uint32_t x, y;          /* left upper corner */
+  uint32_t width, height; /* size, from 1 */
+} vistrel_region;
+
+/* Adaptive homogeneity-directed demosaicing, which has no DM_... code. */
+enum { VISTREL_AHD = 256 };
+
+/* Where the gray of IMG_FMT_GRAY8 and IMG_FMT_GRAY16 comes from. */
+enum {
+  VISTREL_LUMA = 0, /* (114 blue + 587 green + 299 red) / 1000 of the finished colours, rounded */
+  VISTREL_RAW_GRAY = 1 /* the library's own: one too low here and there; rows mixed when binned */
+};
+
+/* What to do with samples that have bits set above the frame's significant ones. */
+enum {
+  VISTREL_REFUSE = 0, /* refuse the frame and say where the first one is */
+  VISTREL_MASK = 1    /* drop those bits */
+};
+
+/* The result that is wanted. vistrel_default_conversion fills it. */
+typedef struct vistrel_conversion {
+  /*
+   * IMG_FMT_MONO8 or IMG_FMT_MONO16 for mono frames; IMG_FMT_BGR24,
+   * IMG_FMT_ARGB32 (alpha is 255), IMG_FMT_BGR48, IMG_FMT_GRAY8 or
+   * IMG_FMT_GRAY16 for Bayer frames. The three formats of 16 bits need a frame
+   * of words and keep its significant bits.
+   */
+  uint32_t format;
+  uint32_t algorithm; /* DM_... or VISTREL_AHD; not read for mono frames */
+  uint32_t threshold; /* DM_EDGE_EX: green that varies by up to so many of 255 parts of full
+                         scale is smoothed; 0 smooths none. 0 for all others */
+  uint32_t gray;      /* VISTREL_LUMA or VISTREL_RAW_GRAY; read for gray formats alone */
+  uint32_t binning;   /* 1..4: each block of so many pixels either way makes one; its sum is
+                         divided by this number, so the image gets brighter by as much */
+  /*
+   * Samples of more than so many significant bits, 8..16, lose the lowest ones
+   * before all else, so that algorithms made for 10 bits can have them. 0: none do.
+   */
+  uint32_t reduce_to;
+  /*
+   * Which 8 bits of a longer sample are kept: 0 the highest, 1 and 2 one and two
+   * places lower, clamped, if there are so many bits; 3..7 tone curves 2..6, from
+   * 10 bits up; 10 the table below, for 10 to 12 bits. 0 for formats of 16 bits
+   * and for frames of bytes.
+   */
+  uint32_t lut_mode;
+  /*
+   * For lut_mode 10: a value of 0..255 for each of the highest ten bits of a
+   * sample, 1024, or for each sample that there can be, of which those are used
+   * whose lowest bits are zero. Else not read.
+   */
+  const uint16_t* table;
+  uint32_t table_entries;
+  uint32_t excess;              /* VISTREL_REFUSE or VISTREL_MASK */
+  const vistrel_region* region; /* null: the whole frame. Its size is rounded down to whole bins */
+} vistrel_conversion;
+
+/* The shape of a result. */
+typedef struct vistrel_layout {
+  uint32_t width, height; /* pixels */
+  uint32_t channels;      /* samples of a pixel: 1, 3 or 4 */
+  uint32_t bits;          /* significant bits of a sample, in its low bits: 8..16 */
+  size_t row_bytes;       /* bytes of a row of pixels, without padding */
+  size_t bytes;           /* row_bytes * height */
+} vistrel_layout;
+
+/* Memory for a result. */
+typedef struct vistrel_image {
+  void* pixels;  /* first pixel, at any alignment */
+  size_t size;   /* bytes that may be written there */
+  size_t stride; /* bytes from row to row; 0: rows are packed. Bytes between are left alone */
+} vistrel_image;
+
+/* A demosaic algorithm. */
+typedef struct vistrel_algorithm {
+  const char* name;      /* short, lower case, for command lines */
+  uint32_t code;         /* DM_... or VISTREL_AHD */
+  uint32_t max_bits;     /* most significant bits that it is made for */
+  uint32_t minimal_size; /* least width and height of a region, in sensor pixels */
+} vistrel_algorithm;
+
+/*
+ * Fills conversion for frame: 8 bits a sample, mono or BGR by the frame's phase,
+ * the bilinear algorithm, no binning, no reduction, the highest bits, the whole
+ * frame; samples with excess bits are refused. Reads frame->phase alone. Neither may be null.
+ */
+void vistrel_default_conversion(const vistrel_frame* frame, vistrel_conversion* conversion);
+
+/*
+ * Checks all that can be checked without the samples and describes the result.
+ * frame->samples and frame->size are not read, so a caller can ask before it
+ * allocates anything.
+ */
+int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion* conversion,
+                           vistrel_layout* layout, vistrel_error* error);
+
+/*
+ * Converts frame into image. The work is done on the caller's thread. Up to 128
+ * conversions run at once; further callers wait for one to end. Each of the 128
+ * keeps about 6 bytes for every pixel of the largest colour frame it has served.
+ */
+int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
+                        const vistrel_image* image, vistrel_error* error);
+
+/* The algorithm of the given index, counted from 0; null past the last one. */
+const vistrel_algorithm* vistrel_algorithm_at(size_t index);
+
+/* "grbg", "bggr", "rggb", "gbrg", "mono"; null for a phase that there is not. */
+const char* vistrel_phase_name(uint32_t phase);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
