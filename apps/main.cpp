@@ -1,29 +1,17 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 
-#include "apps/commands/compare_command.h"
-#include "apps/commands/convert_command.h"
-#include "apps/commands/info_command.h"
-#include "apps/commands/report_command.h"
-#include "apps/commands/scene_command.h"
 #include "apps/failure.h"
 #include "apps/output/atomic_file.h"
+#include "apps/program.h"
 
 using namespace vistrel::app;
 
 int main(int argc, char** argv) {
   installSignalHandlers();
-  CLI::App program("Raw camera frames to pictures, exact to the sample", "vistrel");
-  program.set_version_flag("--version", "vistrel " VISTREL_VERSION);
-  program.failure_message([](const CLI::App*, const CLI::Error& error) {
-    return fmt::format("vistrel: {}\nRun with --help for more information.\n", error.what());
-  });
+  CLI::App program;
   int status = kDone;
-  addCompareCommand(program, status);
-  addConvertCommand(program, status);
-  addInfoCommand(program, status);
-  addReportCommand(program, status);
-  addSceneCommand(program, status);
+  describeProgram(program, status);
   const Outcome outcome = attempt([&] {
     try {
       program.parse(argc, argv);
