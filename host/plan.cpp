@@ -106,9 +106,7 @@ size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_i
   if (image->size < imageBytes)
     refuse(VISTREL_SHORT_BUFFER, "image->size {}: {} rows of stride {} take {} bytes", image->size,
            l.height, stride, imageBytes);
-  const auto from = reinterpret_cast<uintptr_t>(frame.samples);
-  const auto to = reinterpret_cast<uintptr_t>(image->pixels);
-  if (from < to + imageBytes && to < from + frameBytes)
+  if (overlap(frame.samples, frameBytes, image->pixels, imageBytes))
     refuse(VISTREL_OVERLAP, "image->pixels: it overlaps the frame's samples");
   return stride;
 }

@@ -21,6 +21,20 @@ template <class... Args>
   throw Refusal{status, fmt::format(format, std::forward<Args>(args)...)};
 }
 
+// Refuses a field of later versions that this one does not know.
+template <size_t n>
+void checkReserved(const char* name, const uint32_t (&fields)[n]) {
+  for (size_t i = 0; i < n; ++i)
+    if (fields[i])
+      refuse(VISTREL_BAD_RESERVED, "{}[{}] {}: 0 is allowed, this version knows no other", name, i,
+             fields[i]);
+}
+
+inline bool overlap(const void* a, size_t aBytes, const void* b, size_t bBytes) {
+  const auto from = reinterpret_cast<uintptr_t>(a), to = reinterpret_cast<uintptr_t>(b);
+  return from < to + bBytes && to < from + aBytes;
+}
+
 // Writes into the caller's error, if there is one, and returns the status.
 int32_t report(vistrel_error* error, int32_t status, const char* text) noexcept;
 

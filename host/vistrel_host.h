@@ -49,7 +49,9 @@ enum {
   VISTREL_BAD_THRESHOLD = 19,    /* threshold is not 0..255, or the algorithm has none */
   VISTREL_BAD_REDUCTION = 20,    /* reduce_to is neither 0 nor 8..16 */
   VISTREL_BAD_TABLE = 21,        /* the table has the wrong size or an entry above 255 */
-  VISTREL_BAD_GRAY = 22          /* gray is neither of the two, or not for this algorithm */
+  VISTREL_BAD_GRAY = 22,         /* gray is neither of the two, or not for this algorithm */
+  VISTREL_BAD_PACKING = 23,      /* no such packing */
+  VISTREL_BAD_RESERVED = 24      /* a reserved field is not 0 */
 };
 
 /* What a refusal says, in the caller's memory. */
@@ -178,6 +180,60 @@ int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion*
  */
 int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
                         const vistrel_image* image, vistrel_error* error);
+
+/*
+ * How samples lie in a dump. A row's last group may have fewer samples than the
+ * others; then it has the bytes that these need, ceil(samples * bits / 8).
+ */
+enum {
+  VISTREL_PACKING_BYTES = 0,  /* 8 bits: a byte each */
+  VISTREL_PACKING_LITTLE = 1, /* 8..16 bits: a word each, low byte first */
+  VISTREL_PACKING_BIG = 2,    /* 8..16 bits: a word each, high byte first */
+  /* 10, 12, 14 bits, PFNC's "p": a stream of bits, the lowest ones of a sample and of a byte
+     first: 4 samples in 5 bytes, 2 in 3, 4 in 7. */
+  VISTREL_PACKING_PFNC = 3,
+  /* 10, 12 bits, GigE Vision's "Packed": 2 samples in 3 bytes: the high 8 bits of the first;
+     low bits, the first one's from bit 0 and the second one's from bit 4; the high 8 of the
+     second. */
+  VISTREL_PACKING_GIGE = 4,
+  /* 10, 12, 14 bits, MIPI CSI-2: 4 samples in 5 bytes, 2 in 3, 4 in 7: the high 8 bits of each,
+     then the low bits of each as a stream that begins in bit 0. */
+  VISTREL_PACKING_MIPI = 5
+};
+
+/* A packed dump, in the caller's memory for the length of a call. */
+typedef struct vistrel_packed {
+  const void* bytes;    /* first byte */
+  size_t size;          /* bytes that may be read from there */
+  size_t stride;        /* bytes from row to row; 0: each row begins at the next whole byte */
+  uint32_t width;       /* pixels, from 1 */
+  uint32_t height;      /* pixels, from 1 */
+  uint32_t packing;     /* VISTREL_PACKING_... */
+  uint32_t bits;        /* of a sample, as the packing allows */
+  uint32_t continuous;  /* 1: rows follow each other without a byte boundary; 0 */
+  uint32_t reserved[3]; /* 0 */
+} vistrel_packed;
+
+/* What a dump takes, packed and unpacked. */
+typedef struct vistrel_packed_layout {
+  size_t row_bytes;          /* of a packed row without padding; of all of them, if continuous */
+  size_t bytes;              /* of the dump, padding behind its last row left out */
+  uint32_t bytes_per_sample; /* unpacked: 1 of VISTREL_PACKING_BYTES, else 2 */
+  size_t unpacked_bytes;     /* width * height * bytes_per_sample */
+} vistrel_packed_layout;
+
+/* Checks the description and measures the dump. Reads neither bytes nor size of it. */
+int32_t vistrel_get_packed_layout(const vistrel_packed* packed, vistrel_packed_layout* layout,
+                                  vistrel_error* error);
+
+/*
+ * Unpacks a dump into `samples`, memory of `size` bytes at any alignment: rows
+ * without padding of bytes or of 16-bit words of this machine, as a
+ * vistrel_frame takes them. Words of the packings LITTLE and BIG come out as
+ * they are, whatever their highest bits hold.
+ */
+int32_t vistrel_unpack(const vistrel_packed* packed, void* samples, size_t size,
+                       vistrel_error* error);
 
 /* The algorithm of the given index, counted from 0; null past the last one. */
 const vistrel_algorithm* vistrel_algorithm_at(size_t index);
