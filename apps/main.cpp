@@ -7,21 +7,28 @@
 
 using namespace vistrel::app;
 
-int main(int argc, char** argv) {
-  installSignalHandlers();
+namespace {
+
+// The exit status of the command that the command line names.
+int run(int argc, char** argv) {
   CLI::App program;
   int status = kDone;
   describeProgram(program, status);
-  const Outcome outcome = attempt([&] {
-    try {
-      program.parse(argc, argv);
-      if (program.get_subcommands().empty())
-        fail(kUsage,
-             "a command is missing: compare, convert, info, report or scene; --help tells more");
-    } catch (const CLI::ParseError& error) {
-      status = program.exit(error) == 0 ? kDone : kUsage;
-    }
-  });
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return program.exit(error) == 0 ? kDone : kUsage;
+  }
+  if (program.get_subcommands().empty()) fail(kUsage, "a command is missing; --help lists them");
+  return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  installSignalHandlers();
+  int status = kDone;
+  const Outcome outcome = attempt([&] { status = run(argc, argv); });
   if (outcome.status == kDone) return status;
   std::fputs(("vistrel: " + outcome.text + "\n").c_str(), stderr);
   return outcome.status;
