@@ -58,7 +58,8 @@ enum {
   VISTREL_BAD_GRAY = 22,         /* gray is neither of the two, or not for this algorithm */
   VISTREL_BAD_PACKING = 23,      /* no such packing */
   VISTREL_BAD_RESERVED = 24,     /* a reserved field is not 0 */
-  VISTREL_BAD_ALIGNMENT = 25     /* alignment is neither of the two */
+  VISTREL_BAD_ALIGNMENT = 25,    /* alignment is neither of the two */
+  VISTREL_BAD_LEVEL = 26         /* this machine has no such level */
 };
 
 /* What a refusal says, in the caller's memory. */
@@ -266,6 +267,19 @@ int32_t vistrel_parse_phase(const char* name, uint32_t* phase, vistrel_error* er
  * come back unchanged.
  */
 uint32_t vistrel_phase_at(uint32_t phase, uint32_t x, uint32_t y);
+
+/*
+ * The sets of instructions that the library's loops can use on this machine, by
+ * rising number from 0: "base", "ssse3", "sse41", "avx2", "avx512"; null past
+ * the last one. All give the same pixels.
+ */
+const char* vistrel_level_name(size_t level);
+
+/* The level in use: the last one, unless another has been set. */
+size_t vistrel_get_level(void);
+
+/* Sets it, for tests and benchmarks. No conversion may run at the same time. */
+int32_t vistrel_set_level(size_t level, vistrel_error* error);
 
 #ifdef __cplusplus
 }
