@@ -67,8 +67,6 @@ Pool& pool() {
 
 }  // namespace
 
-void loadLibrary() { pool(); }
-
 StreamLease::StreamLease() : id_(pool().take()) {}
 StreamLease::~StreamLease() { pool().giveBack(id_); }
 

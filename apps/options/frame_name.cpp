@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "apps/failure.h"
+#include "apps/names/phase_names.h"
 #include "host/vistrel_host.h"
 
 namespace vistrel::app {
@@ -36,7 +37,13 @@ FrameName parseFrameName(std::string_view stem) {
 
 uint32_t parsePhase(std::string_view option, std::string_view text) {
   if (const auto phase = findPhase(text)) return *phase;
-  fail(kUsage, "{} {}: rggb, bggr, grbg, gbrg and mono are allowed", option, text);
+  for (uint32_t phase = BAYER_GRBG; phase <= BAYER_GBRG; ++phase)
+    if (text == fmt::format("blue={},{}", phaseNames(phase).blue[0], phaseNames(phase).blue[1]))
+      return phase;
+  fail(kUsage,
+       "{} {}: rggb, bggr, grbg, gbrg and mono are allowed, and blue=0,0 to blue=1,1, "
+       "the row and column of the blue site",
+       option, text);
 }
 
 }  // namespace vistrel::app

@@ -14,7 +14,8 @@ struct FrameName {
 // Throws Failure (rejected) where the name does not tell.
 FrameName parseFrameName(std::string_view stem);
 
-// The code of "rggb", "mono" and so on. Throws Failure (usage).
+// The code of "rggb", "mono" and so on, or of "blue=1,1", the blue site's row and column. Throws
+// Failure (usage).
 uint32_t parsePhase(std::string_view option, std::string_view text);
 
 }  // namespace vistrel::app

@@ -34,15 +34,15 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
       ->type_name("BYTES")
       ->needs(size);
   input->add_flag("--from-name", options.fromName,
-                  "Bits and phase by a name such as rose_12b_rggb.pgm");
+                  "Bits and phase by the file's name: ..._12b_rggb.pgm, ..._8b.pgm for mono");
 }
 
 void addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase) {
   command
       .add_option_function<std::string>(
           "--phase", [&phase](const std::string& s) { phase = parsePhase("--phase", s); },
-          "Colours of the left upper 2x2 block, row by row: rggb, bggr, grbg or gbrg; or mono")
-      ->type_name("PHASE");
+          "Colours of the 2x2 block at the frame's left upper corner, row by row")
+      ->type_name("rggb|bggr|grbg|gbrg|mono");
 }
 
 }  // namespace vistrel::app

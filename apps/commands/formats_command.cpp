@@ -1,0 +1,115 @@
+#include "apps/commands/formats_command.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <string>
+
+#include "apps/failure.h"
+#include "apps/names/names_json.h"
+#include "apps/names/output_names.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr const char* kExamples = R"(Examples:
+  vistrel formats
+  vistrel formats pRCC
+  vistrel formats --json
+
+A name of this list, or a PFNC value, is what --pixfmt takes.)";
+
+struct FormatsOptions {
+  std::string name;
+  bool json = false;
+};
+
+const char* orDash(const char* text) { return text ? text : "-"; }
+std::string orDash(const std::string& text) { return text.empty() ? "-" : text; }
+
+void printPhases() {
+  fmt::print("Colours of the 2x2 block at the left upper corner\n");
+  fmt::print("  {:7}{:7}{:8}{:14}{:9}{:6}{:16}{:10}{}\n", "phase", "rows", "nBayer", "constant",
+             "PFNC", "FITS", "DNG CFAPattern", "blue=y,x", "OpenCV *");
+  for (uint32_t phase = 0; phase < kPhases; ++phase) {
+    const PhaseNames& n = phaseNames(phase);
+    const std::string blue = n.block ? fmt::format("{},{}", n.blue[0], n.blue[1]) : "-";
+    fmt::print("  {:7}{:7}{:8}{:14}{:9}{:6}{:16}{:10}{}\n", n.name, orDash(n.block),
+               n.block ? std::to_string(n.phase) : "-", n.constant, n.pfnc, orDash(n.fits),
+               orDash(n.dng), blue, orDash(n.opencv));
+  }
+  fmt::print(
+      "  * the letters of OpenCV are those of the block at row 1, column 1; no option "
+      "takes them\n");
+}
+
+void printTitle(uint32_t packing) {
+  constexpr const char* kTitles[] = {
+      "bytes",
+      "16-bit words, low byte first, samples in the low bits",
+      "16-bit words, high byte first, samples in the low bits",
+      "PFNC p: one stream of bits, lowest bits first",
+      "GigE Vision Packed: two pixels in three bytes",
+      "MIPI CSI-2: the high bytes of two or four pixels, then their low bits"};
+  fmt::print("\nRaw frames, {}\n", kTitles[packing]);
+  fmt::print("  {:<7}{:<6}{:<17}{:<12}{:<6}{:<12}{}\n", "phase", "bits", "PFNC", "value", "V4L2",
+             "GStreamer", "FFmpeg");
+}
+
+void print(const PixelFormat& f) {
+  fmt::print("  {:<7}{:<6}{:<17}{:<12}{:<6}{:<12}{}\n", phaseNames(f.phase).name, f.bits,
+             orDash(f.pfnc), orDash(f.pfncValue), orDash(f.v4l2), orDash(f.gstreamer),
+             orDash(f.ffmpeg));
+}
+
+void printRawFormats() {
+  const PixelFormat* last = nullptr;
+  for (const PixelFormat& f : pixelFormats()) {
+    if (!last || last->packing != f.packing) printTitle(f.packing);
+    print(f);
+    last = &f;
+  }
+}
+
+void printOutputs() {
+  fmt::print("\nResults\n  {:16}{:7}{:22}{:6}{:11}{:10}{}\n", "constant", "bytes", "order", "V4L2",
+             "GStreamer", "FFmpeg", "OpenCV");
+  for (const OutputNames& n : outputNames())
+    fmt::print("  {:16}{:<7}{:22}{:6}{:11}{:10}{}\n", n.constant, n.bytes, n.order, orDash(n.v4l2),
+               orDash(n.gstreamer), n.ffmpeg, n.opencv);
+}
+
+void printOne(const PixelFormat& f, bool json) {
+  if (json) {
+    fmt::print("{}\n", asJson(f));
+    return;
+  }
+  printTitle(f.packing);
+  print(f);
+}
+
+ExitStatus run(const FormatsOptions& o) {
+  if (!o.name.empty()) {
+    printOne(parsePixelFormat("NAME", o.name), o.json);
+  } else if (o.json) {
+    fmt::print("{}\n", namesAsJson());
+  } else {
+    printPhases();
+    printRawFormats();
+    printOutputs();
+  }
+  return kDone;
+}
+
+}  // namespace
+
+void addFormatsCommand(CLI::App& program, int& status) {
+  auto* command = program.add_subcommand("formats", "List what others call phases and formats");
+  const auto o = std::make_shared<FormatsOptions>();
+  command->add_option("NAME", o->name, "Tell of this raw format alone, by any of its names");
+  command->add_flag("--json", o->json, "Print JSON");
+  command->footer(kExamples);
+  command->callback([o, &status] { status = run(*o); });
+}
+
+}  // namespace vistrel::app

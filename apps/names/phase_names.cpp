@@ -1,0 +1,52 @@
+#include "apps/names/phase_names.h"
+
+#include "host/vistrel_host.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr PhaseNames kNames[kPhases] = {
+    {BAYER_GRBG,
+     "BAYER_GRBG",
+     "grbg",
+     "GR/BG",
+     "BayerGR",
+     "COLOR_BayerGB2BGR",
+     "GRBG",
+     "01 00 02 01",
+     {1, 0}},
+    {BAYER_BGGR,
+     "BAYER_BGGR",
+     "bggr",
+     "BG/GR",
+     "BayerBG",
+     "COLOR_BayerRG2BGR",
+     "BGGR",
+     "02 01 01 00",
+     {0, 0}},
+    {BAYER_RGGB,
+     "BAYER_RGGB",
+     "rggb",
+     "RG/GB",
+     "BayerRG",
+     "COLOR_BayerBG2BGR",
+     "RGGB",
+     "00 01 01 02",
+     {1, 1}},
+    {BAYER_GBRG,
+     "BAYER_GBRG",
+     "gbrg",
+     "GB/RG",
+     "BayerGB",
+     "COLOR_BayerGR2BGR",
+     "GBRG",
+     "01 02 00 01",
+     {0, 1}},
+    {VISTREL_MONO, "VISTREL_MONO", "mono", nullptr, "Mono", nullptr, nullptr, nullptr, {}},
+};
+
+}  // namespace
+
+const PhaseNames& phaseNames(uint32_t phase) { return kNames[phase]; }
+
+}  // namespace vistrel::app

@@ -1,0 +1,31 @@
+// What each convention calls the five phases.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace vistrel::app {
+
+// Null and empty where a convention has nothing for frames without colour filters.
+struct PhaseNames {
+  uint32_t phase;  // BAYER_... or VISTREL_MONO: the index in the table
+  const char* constant;
+  const char* name;         // ours
+  const char* block;        // its rows
+  const char* pfnc;         // beginning of the names of pixel formats
+  const char* opencv;       // of the block at row 1, column 1, so never read, only shown
+  const char* fits;         // BAYERPAT
+  const char* dng;          // CFAPattern: 0 red, 1 green, 2 blue
+  std::array<int, 2> blue;  // row and column of the blue site
+};
+
+inline constexpr uint32_t kPhases = 5;
+
+const PhaseNames& phaseNames(uint32_t phase);
+
+// The phase of a crop that begins at column x, row y.
+constexpr uint32_t phaseAt(uint32_t phase, uint32_t x, uint32_t y) {
+  return phase == 4 ? phase : phase ^ (y & 1) ^ (x & 1) << 1;
+}
+
+}  // namespace vistrel::app
