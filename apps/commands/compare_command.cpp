@@ -10,6 +10,7 @@
 #include "apps/batch/jobs.h"
 #include "apps/batch/progress.h"
 #include "apps/failure.h"
+#include "apps/input/frame_file.h"
 #include "apps/options/conversion_options.h"
 #include "apps/options/options.h"
 #include "apps/output/picture.h"

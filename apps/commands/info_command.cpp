@@ -5,6 +5,7 @@
 #include <string>
 
 #include "apps/failure.h"
+#include "apps/input/frame_file.h"
 #include "apps/input/statistics.h"
 #include "apps/options/options.h"
 
@@ -23,10 +24,17 @@ struct InfoOptions {
 
 void printText(const FrameFile& file, const Statistics& s) {
   const vistrel_frame& f = file.frame();
+  const Description& d = file.description();
+  fmt::print("format           {}\n", d.format);
   fmt::print("size             {} x {}\n", f.width, f.height);
+  if (d.frames > 1) fmt::print("frames           {}\n", d.frames);
   fmt::print("sample           {} byte{}\n", f.bytes_per_sample, f.bytes_per_sample > 1 ? "s" : "");
-  if (file.maxval()) fmt::print("maxval           {}\n", *file.maxval());
-  fmt::print("bits             {}\n", f.bits);
+  if (d.maxval) fmt::print("maxval           {}\n", *d.maxval);
+  fmt::print("bits             {}{}\n", f.bits, d.tellsBits ? "" : " (the file does not tell)");
+  fmt::print("phase            {}\n", d.phase ? vistrel_phase_name(*d.phase) : "not told");
+  if (d.black) fmt::print("black level      {}\n", *d.black);
+  if (d.white) fmt::print("white level      {}\n", *d.white);
+  if (d.trailing) fmt::print("trailing bytes   {}\n", d.trailing);
   fmt::print("bits used        {}\n", s.usedBits);
   fmt::print("zero low bits    {}\n", s.zeroLowBits);
   fmt::print("lowest           {}\n", s.lowest);
@@ -36,13 +44,27 @@ void printText(const FrameFile& file, const Statistics& s) {
              s.fullScale);
 }
 
+// Null for what the file does not tell.
+template <class T>
+nlohmann::ordered_json told(const std::optional<T>& value) {
+  return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
+}
+
 void printJson(const FrameFile& file, const Statistics& s) {
   const vistrel_frame& f = file.frame();
-  nlohmann::ordered_json json{{"width", f.width},
+  const Description& d = file.description();
+  nlohmann::ordered_json json{{"format", d.format},
+                              {"frames", d.frames},
+                              {"width", f.width},
                               {"height", f.height},
                               {"bytes_per_sample", f.bytes_per_sample},
-                              {"maxval", nullptr},
+                              {"maxval", told(d.maxval)},
                               {"bits", f.bits},
+                              {"tells_bits", d.tellsBits},
+                              {"phase", nullptr},
+                              {"black_level", told(d.black)},
+                              {"white_level", told(d.white)},
+                              {"trailing_bytes", d.trailing},
                               {"bits_used", s.usedBits},
                               {"zero_low_bits", s.zeroLowBits},
                               {"min", s.lowest},
@@ -51,7 +73,7 @@ void printJson(const FrameFile& file, const Statistics& s) {
                               {"mean", s.mean},
                               {"full_scale", s.fullScale},
                               {"percent_saturated", s.percentSaturated}};
-  if (file.maxval()) json["maxval"] = *file.maxval();
+  if (d.phase) json["phase"] = vistrel_phase_name(*d.phase);
   fmt::print("{}\n", json.dump(2));
 }
 
@@ -59,6 +81,8 @@ ExitStatus run(const InfoOptions& o) {
   o.input.check();
   const Outcome outcome = attempt([&o] {
     FrameFile file(o.path, o.input);
+    for (const std::string& remark : file.remarks())
+      fmt::print(stderr, "vistrel: {}: {}\n", o.path, remark);
     const Statistics statistics = statisticsOf(file.read());
     o.json ? printJson(file, statistics) : printText(file, statistics);
   });

@@ -1,33 +1,17 @@
-// Frames on disk: binary PGM, and header-less dumps that the command line describes.
+// Frames on disk, of any kind that there is a reader for.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
+#include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
-#include "apps/options/geometry.h"
+#include "apps/input/input_options.h"
+#include "apps/input/reader.h"
 
 namespace vistrel::app {
-
-// Throws Failure (input/output) for what is no file that can be read.
-void checkIsFile(const std::filesystem::path& path);
-
-// What the command line says about the inputs.
-struct InputOptions {
-  std::optional<Size> size;  // of a header-less dump
-  bool bigEndian = false;
-  uint64_t skip = 0;  // bytes before the first sample
-  size_t stride = 0;  // bytes from row to row; 0: packed
-  std::optional<uint32_t> bits;
-  std::optional<uint32_t> phase;
-  bool fromName = false;
-
-  // Throws Failure (usage) where something is missing.
-  void check() const;
-  void checkWithPhase() const;
-};
 
 // An open file whose header is read and whose length is enough.
 class FrameFile {
@@ -37,25 +21,28 @@ class FrameFile {
 
   // Size, bits and phase, the samples still to come. `phase` is VISTREL_MONO where nothing tells.
   const vistrel_frame& frame() const { return frame_; }
-  std::optional<uint32_t> maxval() const { return maxval_; }  // of a PGM
+  uint64_t frames() const { return description().frames; }
 
-  // Reads the samples into memory of this object, packed and in this machine's byte order.
-  const vistrel_frame& read();
+  // What the file itself tells.
+  const Description& description() const { return reader_->description(); }
+
+  // Where the options say other than the file: sentences for the user.
+  const std::vector<std::string>& remarks() const { return remarks_; }
+
+  // Reads the samples of frame n, or of the one that the options name, into memory of this object,
+  // packed and in this machine's byte order.
+  const vistrel_frame& read(uint64_t n);
+  const vistrel_frame& read() { return read(chosen_); }
 
  private:
-  void describePgm();
-  void describeDump(const InputOptions& options);
-  void describeBitsAndPhase(const InputOptions& options);
-  size_t rowBytes() const;
-  void checkLength();
-  void readRows(char* to);
+  void describe(const InputOptions& options);
+  void remark(const InputOptions& options);
 
-  std::filesystem::path path_;
-  std::ifstream in_;
+  std::unique_ptr<Source> source_;
+  std::unique_ptr<Reader> reader_;
   vistrel_frame frame_{};
-  std::optional<uint32_t> maxval_;
-  bool bigEndian_ = true;
-  uint64_t offset_ = 0;  // bytes
+  uint64_t chosen_;
+  std::vector<std::string> remarks_;
   std::vector<uint16_t> samples_;
 };
 

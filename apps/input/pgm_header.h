@@ -2,16 +2,20 @@
 #pragma once
 
 #include <cstdint>
-#include <istream>
+
+#include "apps/input/source.h"
 
 namespace vistrel::app {
 
 struct PgmHeader {
   uint32_t width, height;
-  uint32_t maxval;  // 1..65535; above 255 a sample has two bytes, the high one first
+  uint32_t maxval;     // 1..65535; above 255 a sample has two bytes, the high one first
+  uint64_t samplesAt;  // where the first sample begins
 };
 
-// Reads up to the first sample. Throws Failure (rejected).
-PgmHeader readPgmHeader(std::istream& in);
+bool beginsPgm(const Source& source, uint64_t at);
+
+// Reads the header that begins there. Throws Failure (rejected).
+PgmHeader readPgmHeader(const Source& source, uint64_t at);
 
 }  // namespace vistrel::app

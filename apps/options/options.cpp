@@ -20,9 +20,9 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
       "-s,--size", [&options](const std::string& s) { options.size = parseSize("--size", s); },
       "Size of a header-less dump");
   size->type_name("WxH");
-  between(input->add_option("--bits", options.bits,
-                            "Significant bits of a sample (PGM: by its maxval)"),
-          8, 16);
+  between(
+      input->add_option("--bits", options.bits, "Significant bits of a sample (as the file tells)"),
+      8, 16);
   auto* endian = input->add_option_function<std::string>(
       "--endian", [&options](const std::string& s) { options.bigEndian = s == "big"; },
       "Byte order of a dump of more than 8 bits (little)");
@@ -33,6 +33,8 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
   input->add_option("--stride", options.stride, "Bytes of a dump from row to row (packed)")
       ->type_name("BYTES")
       ->needs(size);
+  input->add_option("--frame", options.frame, "Which of a file's frames, from 0 (0)")
+      ->type_name("N");
   input->add_flag("--from-name", options.fromName,
                   "Bits and phase by the file's name: ..._12b_rggb.pgm, ..._8b.pgm for mono");
 }

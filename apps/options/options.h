@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/input/frame_file.h"
+#include "apps/input/input_options.h"
 
 namespace vistrel::app {
 
@@ -16,7 +16,7 @@ CLI::Option* between(CLI::Option* option, int least, int most);
 // One of `words`.
 CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words);
 
-// -s, --endian, --skip, --stride, --bits, --from-name.
+// -s, --endian, --skip, --stride, --bits, --frame, --from-name.
 void addInputOptions(CLI::App& command, InputOptions& options);
 
 // --phase.

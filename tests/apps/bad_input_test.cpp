@@ -9,6 +9,9 @@
 namespace vistrel {
 namespace {
 
+const std::string kUnknown =
+    "no frame of a kind that this program knows; -s WxH reads header-less dumps";
+
 uint32_t plain(uint32_t, uint32_t) { return 100; }
 
 struct BadInput : ::testing::Test {
@@ -44,8 +47,7 @@ TEST_F(BadInput, FileCutAnywhere) {
   const std::string file = header + std::string(40 * 30, 'x');
   const auto expected = [](size_t size) -> std::string {
     if (size == 0) return "the file is empty";
-    if (size == 1)
-      return "no binary PGM: it does not begin with P5; -s WxH reads header-less dumps";
+    if (size == 1) return kUnknown;
     if (size <= 13) return "the header ends before the width";
     if (size <= 15) return "the header ends with the width";
     if (size <= 16) return "the header ends before the height";
@@ -62,6 +64,22 @@ TEST_F(BadInput, FileCutAnywhere) {
   EXPECT_EQ(scratch.vistrel("convert in.pgm -o out.png --phase mono").status, 0);
 }
 
+TEST_F(BadInput, StreamOfImages) {
+  const std::string first = pgm(4, 4, 255, plain);
+  expectRejected(first + pgm(4, 5, 255, plain),
+                 "image 1 of the stream is 4x5 with maxval 255: all have to be like the first one, "
+                 "4x4 with maxval 255");
+  expectRejected(
+      first + first + pgm(4, 4, 1023, plain),
+      "image 2 of the stream is 4x4 with maxval 1023: all have to be like the first one, "
+      "4x4 with maxval 255");
+  expectRejected(first + first.substr(0, 26),
+                 "the file is too short: it ends within image 1 of the stream");
+  expectRejected(first + "P5 4", "the header ends with the width");
+  expectRejected(first + first, "--frame 2: the file has 2 frames, counted from 0",
+                 "--phase mono --frame 2");
+}
+
 TEST_F(BadInput, SixteenBitFileCutInASample) {
   const std::string file = pgm(5, 4, 4095, plain);
   expectRejected(file.substr(0, file.size() - 1),
@@ -75,8 +93,7 @@ TEST_F(BadInput, OtherFormats) {
   expectRejected("P2\n2 2\n255\n1 2 3 4\n",
                  "its type is P2; of the PNM family this program reads "
                  "binary PGM, P5");
-  expectRejected("\x89PNG\r\n\x1a\n",
-                 "no binary PGM: it does not begin with P5; -s WxH reads header-less dumps");
+  expectRejected("GIF89a", kUnknown);
 }
 
 TEST_F(BadInput, Maxval) {
@@ -136,6 +153,15 @@ TEST_F(BadInput, Bits) {
   expectRejected(pgm(4, 4, 255, plain),
                  "format BGR48: it needs a frame of 2 bytes a sample, this one has 1",
                  "--phase rggb --depth 16");
+}
+
+TEST_F(BadInput, PhaseThatNobodyTells) {
+  expectRejected(
+      pgm(4, 4, 255, plain),
+      "--phase is missing, and the file does not tell it. It names the colours of the "
+      "2x2 block at the frame's left upper corner: rggb, bggr, grbg or gbrg; mono stands "
+      "for a frame without colour filters. With --from-name the file's name tells it",
+      "");
 }
 
 TEST_F(BadInput, NameThatTellsNothing) {

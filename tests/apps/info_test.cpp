@@ -23,7 +23,9 @@ std::string fourSamples(uint32_t maxval, std::vector<uint32_t> samples) {
 
 TEST(Info, AllKeys) {
   const auto expected = nlohmann::json::parse(R"({
-    "width": 4, "height": 1, "bytes_per_sample": 2, "maxval": 1023, "bits": 10,
+    "format": "PGM", "frames": 1, "width": 4, "height": 1, "bytes_per_sample": 2, "maxval": 1023,
+    "bits": 10, "tells_bits": true, "phase": null, "black_level": null, "white_level": null,
+    "trailing_bytes": 0,
     "bits_used": 10, "zero_low_bits": 2, "min": 4, "max": 1020, "percent_at_max": 50.0,
     "mean": 513.0, "full_scale": 1020, "percent_saturated": 50.0})");
   EXPECT_EQ(infoOf(fourSamples(1023, {4, 1020, 8, 1020})), expected);
@@ -63,10 +65,12 @@ TEST(Info, Text) {
   const Scratch scratch;
   scratch.write("in.pgm", fourSamples(255, {0, 255, 128, 255}));
   EXPECT_EQ(scratch.vistrel("info in.pgm").out,
+            "format           PGM\n"
             "size             4 x 1\n"
             "sample           1 byte\n"
             "maxval           255\n"
             "bits             8\n"
+            "phase            not told\n"
             "bits used        8\n"
             "zero low bits    0\n"
             "lowest           0\n"

@@ -47,13 +47,6 @@ TEST(Usage, MissingArguments) {
   expectUsage("scene", "--output is required" + kHint);
 }
 
-TEST(Usage, PhaseIsRequired) {
-  expectUsage("convert a.pgm -o a.png",
-              "--phase is missing. It names the colours of the 2x2 block at the frame's left upper "
-              "corner: rggb, bggr, grbg or gbrg; mono stands for a frame without colour filters. "
-              "With --from-name the file's name tells it\n");
-}
-
 TEST(Usage, DepthOfADumpIsRequired) {
   const std::string text = "--bits is missing: a header-less dump does not tell its depth\n";
   expectUsage("convert a.raw -o a.png --phase rggb -s 4x4", text);

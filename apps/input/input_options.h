@@ -1,0 +1,28 @@
+// What the command line says about the inputs.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "apps/options/geometry.h"
+
+namespace vistrel::app {
+
+struct InputOptions {
+  std::optional<Size> size;  // of a header-less dump
+  bool bigEndian = false;
+  uint64_t skip = 0;  // bytes before the first sample
+  size_t stride = 0;  // bytes from row to row; 0: packed
+  std::optional<uint32_t> bits;
+  std::optional<uint32_t> phase;
+  bool fromName = false;
+  std::optional<uint64_t> frame;  // of several
+  bool needsPhase = false;        // a file that doesn't tell its phase is refused
+
+  // Throws Failure (usage) where something is missing.
+  void check() const;
+  void checkWithPhase();  // sets needsPhase
+};
+
+}  // namespace vistrel::app

@@ -1,0 +1,67 @@
+// What every kind of input has in common.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "apps/input/source.h"
+
+namespace vistrel::app {
+
+// What an input tells of its frames, which are all alike.
+struct Description {
+  std::string format;  // "PGM", "TIFF", ...
+  uint32_t width = 0, height = 0;
+  uint32_t bytesPerSample = 1;
+  uint32_t bits = 8;              // significant ones, in the low bits
+  bool tellsBits = false;         // else `bits` is all that a sample of this size may have
+  std::optional<uint32_t> phase;  // of the frame as it is read
+  uint64_t frames = 1;
+  std::optional<uint32_t> maxval;  // of a PGM
+  std::optional<double> black, white;
+  uint64_t trailing = 0;  // bytes after the last sample that nothing explains
+};
+
+// An open input whose description is complete and whose length is enough for it.
+class Reader {
+ public:
+  virtual ~Reader() = default;
+  const Description& description() const { return description_; }
+
+  // Writes the samples of frame n, from 0: packed rows, from the top, in this machine's byte order.
+  // `to` has room for width * height * bytesPerSample bytes. Throws Failure.
+  virtual void read(uint64_t n, void* to) = 0;
+
+ protected:
+  Description description_;
+};
+
+// A kind of input. `open` throws Failure for what it can't read; `source` outlives the reader.
+struct ReaderType {
+  bool (*recognises)(const Source& source, const std::string& head);
+  std::unique_ptr<Reader> (*open)(const Source& source);
+};
+
+// The reader for the source's content. Throws Failure (rejected) where there is none.
+std::unique_ptr<Reader> openReader(const Source& source);
+
+// Refuses what is no frame at all, and then one whose samples, of so many bits in the file, need
+// more than `available` bytes, before they take memory. One byte may stand for `ratio` bytes of
+// them.
+void checkSize(const Description& description, const Source& source, uint32_t storedBits,
+               uint64_t available, uint64_t ratio = 1);
+
+// The text for samples that end too early.
+[[noreturn]] void failTooShort(const Description& description, const Source& source,
+                               uint32_t storedBits);
+
+// The significant bits that a largest value tells: n where it is n set bits, else all `stored`
+// ones.
+uint32_t bitsOfLargest(uint64_t largest, uint32_t stored);
+
+// Turns words of the other byte order into this machine's.
+void swapWords(void* words, size_t count);
+
+}  // namespace vistrel::app

@@ -1,0 +1,55 @@
+#include <algorithm>
+#include <bit>
+
+#include "apps/failure.h"
+#include "apps/input/pgm_reader.h"
+#include "apps/input/png_reader.h"
+#include "apps/input/reader.h"
+#include "host/vistrel.hpp"
+
+namespace vistrel::app {
+namespace {
+
+constexpr size_t kHead = 64;
+
+constexpr const ReaderType* kTypes[] = {&kPgm, &kPng};
+
+}  // namespace
+
+std::unique_ptr<Reader> openReader(const Source& source) {
+  if (source.size() == 0) fail(kRejected, "the file is empty");
+  const std::string head = source.head(kHead);
+  for (const ReaderType* type : kTypes)
+    if (type->recognises(source, head)) return type->open(source);
+  fail(kRejected, "no frame of a kind that this program knows; -s WxH reads header-less dumps");
+}
+
+void failTooShort(const Description& d, const Source& source, uint32_t storedBits) {
+  fail(kRejected, "the file is too short: {}x{} samples of {} bits do not fit its {} bytes",
+       d.width, d.height, storedBits, source.size());
+}
+
+void checkSize(const Description& d, const Source& source, uint32_t storedBits, uint64_t available,
+               uint64_t ratio) {
+  vistrel_frame frame{};
+  frame.width = d.width;
+  frame.height = d.height;
+  frame.bytes_per_sample = d.bytesPerSample;
+  frame.bits = d.bits;
+  frame.phase = VISTREL_MONO;
+  layoutOf(frame, defaultConversion(frame));
+  const uint64_t rowBytes = (uint64_t{d.width} * storedBits + 7) / 8;
+  if (rowBytes > available * ratio / d.height) failTooShort(d, source, storedBits);
+}
+
+uint32_t bitsOfLargest(uint64_t largest, uint32_t stored) {
+  const auto bits = static_cast<uint32_t>(std::bit_width(largest));
+  return std::has_single_bit(largest + 1) && bits >= 8 && bits <= stored ? bits : stored;
+}
+
+void swapWords(void* words, size_t count) {
+  auto* bytes = static_cast<uint8_t*>(words);
+  for (size_t i = 0; i < count; ++i) std::swap(bytes[2 * i], bytes[2 * i + 1]);
+}
+
+}  // namespace vistrel::app

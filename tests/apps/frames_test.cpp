@@ -1,0 +1,94 @@
+// Files of several frames, and what they tell of themselves.
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <nlohmann/json.hpp>
+
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+struct Frames : ::testing::Test {
+  Scratch scratch;
+
+  nlohmann::json info(const std::string& arguments, const std::string& said = "") const {
+    const Result result = scratch.vistrel("info --json " + arguments);
+    EXPECT_EQ(result.status, 0) << arguments;
+    EXPECT_EQ(result.err, said);
+    return nlohmann::json::parse(result.out);
+  }
+};
+
+std::string flat(uint32_t value, uint32_t maxval = 255) {
+  return pgm(3, 2, maxval, [value](uint32_t, uint32_t) { return value; });
+}
+
+TEST_F(Frames, StreamOfPgms) {
+  scratch.write("in.pgm", flat(10, 1023) + flat(600, 1023) + flat(30, 1023) + "\n");
+  EXPECT_EQ(info("in.pgm")["frames"], 3);
+  EXPECT_EQ(info("in.pgm")["trailing_bytes"], 1);
+  EXPECT_EQ(info("in.pgm")["max"], 10);
+  EXPECT_EQ(info("in.pgm --frame 1")["max"], 600);
+  EXPECT_EQ(info("in.pgm --frame 2")["mean"], 30);
+}
+
+TEST_F(Frames, DumpOfSeveral) {
+  scratch.write("in.raw", "head" + std::string("aaxbbxccxddxe"));
+  const std::string options = "in.raw -s 2x2 --bits 8 --skip 4 --stride 3 ";
+  EXPECT_EQ(info(options)["frames"], 2);
+  EXPECT_EQ(info(options)["trailing_bytes"], 1);
+  EXPECT_EQ(info(options)["min"], 'a');
+  EXPECT_EQ(info(options)["max"], 'b');
+  EXPECT_EQ(info(options + "--frame 1")["min"], 'c');
+  EXPECT_EQ(info(options + "--frame 1")["max"], 'd');
+}
+
+TEST_F(Frames, LastRowOfADumpNeedsNoPadding) {
+  scratch.write("in.raw", "aaxbbxccxdd");
+  EXPECT_EQ(info("in.raw -s 2x2 --bits 8 --stride 3")["frames"], 2);
+  EXPECT_EQ(info("in.raw -s 2x2 --bits 8 --stride 3")["trailing_bytes"], 0);
+}
+
+TEST_F(Frames, WhatOptionsContradict) {
+  scratch.write("in.pgm", flat(600, 1023));
+  info("in.pgm --bits 10");
+  const auto told =
+      info("in.pgm --bits 12", "vistrel: in.pgm: taken as 12 bits; the file tells 10\n");
+  EXPECT_EQ(told["bits"], 12);
+}
+
+TEST_F(Frames, StandardInputAsAFile) {
+  scratch.write("in.pgm", flat(77));
+  const auto input = [this] { dup2(open((scratch / "in.pgm").c_str(), O_RDONLY), STDIN_FILENO); };
+  EXPECT_EQ(nlohmann::json::parse(scratch.vistrel("info --json -", input).out)["max"], 77);
+}
+
+TEST_F(Frames, StandardInputAsAPipe) {
+  scratch.write("in.pgm", flat(77));
+  const std::string program = VISTREL_PROGRAM;
+  const Result result = scratch.run({"sh", "-c", "cat in.pgm | " + program + " info --json -"});
+  EXPECT_EQ(nlohmann::json::parse(result.out)["max"], 77);
+  const Result empty = scratch.run({"sh", "-c", "cat /dev/null | " + program + " info -"});
+  EXPECT_EQ(empty.status, 3);
+  EXPECT_EQ(empty.err, "vistrel: -: the file is empty\n");
+  const Result closed = scratch.run({"sh", "-c", program + " info - <&-"});
+  EXPECT_EQ(closed.status, 4);
+  EXPECT_EQ(closed.err, "vistrel: -: cannot be read: Bad file descriptor\n");
+}
+
+TEST_F(Frames, GrayPng) {
+  scratch.write("in.pgm", pgm(5, 4, 4095, [](uint32_t x, uint32_t y) { return 1000 * x + y; }));
+  ASSERT_EQ(scratch.vistrel("convert in.pgm --phase mono --depth 16 -o out.png").status, 0);
+  EXPECT_EQ(info("out.png")["format"], "PNG");
+  EXPECT_EQ(info("out.png")["bits"], 12);
+  EXPECT_EQ(info("out.png")["max"], 4003);
+  ASSERT_EQ(scratch.vistrel("convert out.png --phase mono --depth 16 -o out.pgm").status, 0);
+  EXPECT_EQ(scratch.read("out.pgm"), scratch.read("in.pgm"));
+}
+
+}  // namespace
+}  // namespace vistrel
