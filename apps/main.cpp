@@ -9,29 +9,26 @@ using namespace vistrel::app;
 
 namespace {
 
-std::string commandsOf(const CLI::App& program) {
-  std::string names;
-  for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; }))
-    names += (names.empty() ? "" : ", ") + command->get_name();
-  return names;
+// The exit status of the command that the command line names.
+int run(int argc, char** argv) {
+  CLI::App program;
+  int status = kDone;
+  describeProgram(program, status);
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return program.exit(error) == 0 ? kDone : kUsage;
+  }
+  if (program.get_subcommands().empty()) fail(kUsage, "a command is missing; --help lists them");
+  return status;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   installSignalHandlers();
-  CLI::App program;
   int status = kDone;
-  describeProgram(program, status);
-  const Outcome outcome = attempt([&] {
-    try {
-      program.parse(argc, argv);
-      if (program.get_subcommands().empty())
-        fail(kUsage, "a command is missing: {}; --help tells more", commandsOf(program));
-    } catch (const CLI::ParseError& error) {
-      status = program.exit(error) == 0 ? kDone : kUsage;
-    }
-  });
+  const Outcome outcome = attempt([&] { status = run(argc, argv); });
   if (outcome.status == kDone) return status;
   std::fputs(("vistrel: " + outcome.text + "\n").c_str(), stderr);
   return outcome.status;

@@ -8,12 +8,14 @@
 #include "apps/commands/info_command.h"
 #include "apps/commands/report_command.h"
 #include "apps/commands/scene_command.h"
+#include "apps/options/help.h"
 
 namespace vistrel::app {
 
 void describeProgram(CLI::App& program, int& status) {
   program.name("vistrel");
   program.description("Raw camera frames to pictures, exact to the sample");
+  setHelp(program);
   program.set_version_flag("--version", "vistrel " VISTREL_VERSION);
   program.failure_message([](const CLI::App*, const CLI::Error& error) {
     return fmt::format("vistrel: {}\nRun with --help for more information.\n", error.what());

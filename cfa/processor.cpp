@@ -1,7 +1,10 @@
 #include "cfa/processor.h"
 
+#include <algorithm>
+
 #include "cfa/cpuid.h"
 #include "cfa/level_choice.h"
+#include "common/level.h"
 
 uint32_t ippJumpIndexForMergedLibs = 0;
 uint32_t ippJumpIndexForMergedLibsLP = 0;
@@ -126,6 +129,11 @@ int32_t ownGetMaskFeatures(uint64_t* pMask) {
 int32_t ownGetFeature(uint64_t nMask) { return (ownFeaturesMask & nMask) == nMask; }
 
 int32_t ownSetFeatureMask(uint64_t nMask) {
+  if (nMask >> 24 == kLevelLetters) {
+    const auto wanted = static_cast<Level>(nMask >> 16 & 0xFF);
+    g_topLevel = std::max(Level::sse41, std::min(wanted, widestLevel()));
+    nMask &= 0xFFFF;
+  }
   ownFeaturesMask = nMask;
   return 1;
 }

@@ -67,7 +67,14 @@ int32_t ippInitCpu(uint32_t nCode); /* the same */
  */
 int32_t ippGetCpuFeatures(uint64_t* pMask, uint32_t* pRegs);
 
-/* The enabled features, by choice or as set here. The setter returns 0. */
+/*
+ * The enabled features, by choice or as set here. The setter returns 0.
+ *
+ * A mask that holds the five letters "level" in its upper bytes, 'l' highest,
+ * also chooses the body of index 3: the next lower byte is 2 for SSE4.1, 3 for
+ * AVX2, 4 for AVX-512; the processor's widest runs where it has not that much.
+ * Of such a mask the low 16 bits are kept.
+ */
 int32_t ippSetCpuFeaturesMask(uint64_t nMask);
 uint64_t ippGetEnabledCpuFeatures(void);
 

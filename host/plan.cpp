@@ -38,11 +38,6 @@ const Format* madeFor(const Format& format, const vistrel_conversion& c) {
   return findFormat(format.sampleBytes == 2 ? IMG_FMT_BGR48 : IMG_FMT_BGR24);
 }
 
-// An odd origin moves the mosaic's columns (bit 1 of a phase) or rows (bit 0).
-uint32_t phaseAt(uint32_t phase, uint32_t x, uint32_t y) {
-  return phase ^ (y & 1) ^ ((x & 1) << 1);
-}
-
 void checkAmounts(const Plan& p) {
   const auto limit = [&p](const char* what, uint64_t samples) {
     if (samples > kMostSamples)
@@ -84,7 +79,7 @@ Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion) 
   p.bits = workingBits(*frame, *conversion);
   p.sourceStride = frame->stride ? frame->stride : rowBytes(*frame);
   placeRegion(p, *frame, *conversion);
-  p.phase = phaseAt(frame->phase, p.x, p.y);
+  p.phase = vistrel_phase_at(frame->phase, p.x, p.y);
   p.readsBeside = p.format->colour && isCompact(conversion->algorithm);
   shapeResult(p, *frame, conversion->binning);
   return p;

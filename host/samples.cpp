@@ -28,10 +28,12 @@ Samples<T>::Samples(const Plan& p, const vistrel_frame& frame, uint32_t excess) 
   } else {
     copyRows(source, p);
   }
-  const T allowed = static_cast<T>((1u << frame.bits) - 1);
-  const bool exceed = frame.bits < 8 * sizeof(T) && (allBits(p) & ~allowed) != 0;
-  if (exceed && excess == VISTREL_REFUSE) refuseExcess(p, frame.bits);
-  const uint32_t shift = frame.bits - p.bits;
+  const uint32_t unused = 8 * sizeof(T) - frame.bits;
+  const uint32_t below = frame.alignment == VISTREL_HIGH_BITS ? unused : 0;
+  const T allowed = static_cast<T>(((1u << frame.bits) - 1) << below);
+  const bool exceed = unused && (allBits(p) & ~allowed) != 0;
+  if (exceed && excess == VISTREL_REFUSE) refuseExcess(p, frame, allowed);
+  const uint32_t shift = below + frame.bits - p.bits;
   if (!exceed && !shift) return;
   if (!copy_) copyRows(source, p);
   for (size_t i = 0; i < size_t{p.width} * p.height; ++i)
@@ -59,13 +61,17 @@ T Samples<T>::allBits(const Plan& p) const {
 }
 
 template <class T>
-void Samples<T>::refuseExcess(const Plan& p, uint32_t bits) const {
+void Samples<T>::refuseExcess(const Plan& p, const vistrel_frame& frame, T allowed) const {
   size_t i = 0;
   const auto sample = [&] { return first_[i / p.width * stride_ + i % p.width]; };
-  while (sample() >> bits == 0) ++i;
-  refuse(VISTREL_EXCESS_SAMPLE,
-         "sample {} at column {}, row {}: a frame of {} bits has samples of at most {}", sample(),
-         p.x + i % p.width, p.y + i / p.width, bits, (1u << bits) - 1);
+  while ((sample() & ~allowed) == 0) ++i;
+  const auto place =
+      fmt::format("sample {} at column {}, row {}", sample(), p.x + i % p.width, p.y + i / p.width);
+  if (frame.alignment == VISTREL_HIGH_BITS)
+    refuse(VISTREL_EXCESS_SAMPLE, "{}: a frame of {} high bits has samples whose {} lowest are 0",
+           place, frame.bits, 8 * sizeof(T) - frame.bits);
+  refuse(VISTREL_EXCESS_SAMPLE, "{}: a frame of {} bits has samples of at most {}", place,
+         frame.bits, allowed);
 }
 
 template class Samples<uint8_t>;

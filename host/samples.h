@@ -1,5 +1,5 @@
 // The region's samples, as the library wants them: aligned, a whole number of
-// samples from row to row, no bit set above the significant ones.
+// samples from row to row, the significant bits lowest and no other bit set.
 #pragma once
 
 #include <memory>
@@ -21,7 +21,7 @@ class Samples {
  private:
   void copyRows(const unsigned char* source, const Plan& plan);
   T allBits(const Plan& plan) const;
-  [[noreturn]] void refuseExcess(const Plan& plan, uint32_t bits) const;
+  [[noreturn]] void refuseExcess(const Plan& plan, const vistrel_frame& frame, T allowed) const;
 
   const T* first_;
   uint32_t stride_;

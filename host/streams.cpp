@@ -67,6 +67,8 @@ Pool& pool() {
 
 }  // namespace
 
+void loadLibrary() { pool(); }
+
 StreamLease::StreamLease() : id_(pool().take()) {}
 StreamLease::~StreamLease() { pool().giveBack(id_); }
 

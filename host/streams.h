@@ -5,6 +5,9 @@
 
 namespace vistrel::host {
 
+// Loads the library and opens its streams, unless that is done.
+void loadLibrary();
+
 // A stream of one's own for as long as it lives. Waits while all are out.
 class StreamLease {
  public:

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "host/status.h"
+
 namespace vistrel::host {
 namespace {
 
@@ -37,6 +39,13 @@ auto findCode(const Table& table, uint32_t code) {
   const auto row = std::find_if(std::begin(table), std::end(table),
                                 [code](const auto& r) { return r.code == code; });
   return row == std::end(table) ? nullptr : &*row;
+}
+
+// `known` is of small letters. A locale has no say here.
+bool equalLetters(const char* known, const char* given) {
+  const auto small = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+  while (*known && *known == small(*given)) ++known, ++given;
+  return *known == small(*given);
 }
 
 void append(std::string& list, const char* name, uint32_t code) {
@@ -77,4 +86,21 @@ const vistrel_algorithm* vistrel_algorithm_at(size_t index) {
 
 const char* vistrel_phase_name(uint32_t phase) {
   return phase < std::size(kPhases) ? kPhases[phase] : nullptr;
+}
+
+int32_t vistrel_parse_phase(const char* name, uint32_t* phase, vistrel_error* error) {
+  return guarded(error, [&] {
+    if (!name) refuse(VISTREL_NULL_POINTER, "name is null");
+    if (!phase) refuse(VISTREL_NULL_POINTER, "phase is null");
+    const auto row = std::find_if(std::begin(kPhases), std::end(kPhases),
+                                  [name](const char* known) { return equalLetters(known, name); });
+    if (row == std::end(kPhases))
+      refuse(VISTREL_BAD_PHASE, "phase {:.40}: allowed are {}", name, phaseList());
+    *phase = static_cast<uint32_t>(row - kPhases);
+  });
+}
+
+// An odd origin moves the mosaic's columns (bit 1 of a phase) or rows (bit 0).
+uint32_t vistrel_phase_at(uint32_t phase, uint32_t x, uint32_t y) {
+  return phase < VISTREL_MONO ? phase ^ (y & 1) ^ ((x & 1) << 1) : phase;
 }

@@ -15,6 +15,10 @@ void checkFrame(const vistrel_frame& f) {
   if (f.bytes_per_sample == 1 && f.bits != 8)
     refuse(VISTREL_BAD_BITS, "bits {}: a sample of one byte has 8", f.bits);
   if (f.bits < 8 || f.bits > 16) refuse(VISTREL_BAD_BITS, "bits {}: 8 to 16 are allowed", f.bits);
+  if (f.alignment != VISTREL_LOW_BITS && f.alignment != VISTREL_HIGH_BITS)
+    refuse(VISTREL_BAD_ALIGNMENT, "alignment {}: 0 (low bits) and 1 (high bits) are allowed",
+           f.alignment);
+  checkReserved("frame->reserved", f.reserved);
   const uint64_t row = uint64_t{f.width} * f.bytes_per_sample;
   if (f.stride && f.stride < row)
     refuse(VISTREL_BAD_STRIDE, "stride {}: a row of {} samples has {} bytes", f.stride, f.width,

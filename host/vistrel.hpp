@@ -29,14 +29,15 @@ struct Image {
 };
 
 // A frame of packed samples that stay the caller's: bytes of 8 significant bits,
-// or words of `bits` of them. `phase` is BAYER_... or VISTREL_MONO.
+// or words of `bits` of them, the lowest. `phase` is BAYER_... or VISTREL_MONO.
 inline vistrel_frame frameOf(const uint8_t* samples, uint32_t width, uint32_t height,
                              uint32_t phase) {
-  return {samples, size_t{width} * height, 0, width, height, 1, 8, phase};
+  return {samples, size_t{width} * height, 0, width, height, 1, 8, phase, VISTREL_LOW_BITS, {}};
 }
 inline vistrel_frame frameOf(const uint16_t* samples, uint32_t width, uint32_t height,
                              uint32_t bits, uint32_t phase) {
-  return {samples, size_t{width} * height * 2, 0, width, height, 2, bits, phase};
+  return {samples, size_t{width} * height * 2, 0, width, height, 2, bits,
+          phase,   VISTREL_LOW_BITS,           {}};
 }
 
 // The conversion of vistrel_default_conversion, to be changed where needed.

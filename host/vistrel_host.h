@@ -12,6 +12,12 @@
  * the refusal. It also writes the code, and a text that names the argument, the
  * value it got and what is allowed, into the caller's vistrel_error, unless that
  * pointer is null. Nothing is written to a result that was refused.
+ *
+ * Set a structure to 0 before filling it, or fill it by the function that there
+ * is for it. Structures that callers fill end in reserved fields, which must be
+ * 0. A later version may give one of them a name; its 0 will mean what is done
+ * today, and a version that does not know the name refuses any other value. So
+ * programs and libraries of different minor versions understand each other.
  */
 #ifndef VISTREL_HOST_H
 #define VISTREL_HOST_H
@@ -40,7 +46,7 @@ enum {
   VISTREL_REGION_TOO_SMALL = 10, /* nothing is left, or less than a demosaic needs */
   VISTREL_BAD_LUT_MODE = 11,     /* no such mode, or not one for this frame and format */
   VISTREL_BAD_EXCESS = 12,       /* excess is neither VISTREL_REFUSE nor VISTREL_MASK */
-  VISTREL_EXCESS_SAMPLE = 13,    /* a sample has more than the frame's significant bits */
+  VISTREL_EXCESS_SAMPLE = 13,    /* a sample has bits beside the frame's significant ones */
   VISTREL_TOO_LARGE = 14,        /* more samples than the library can count */
   VISTREL_SHORT_BUFFER = 15,     /* a buffer ends before its last row does */
   VISTREL_OVERLAP = 16,          /* frame and image share memory */
@@ -51,7 +57,9 @@ enum {
   VISTREL_BAD_TABLE = 21,        /* the table has the wrong size or an entry above 255 */
   VISTREL_BAD_GRAY = 22,         /* gray is neither of the two, or not for this algorithm */
   VISTREL_BAD_PACKING = 23,      /* no such packing */
-  VISTREL_BAD_RESERVED = 24      /* a reserved field is not 0 */
+  VISTREL_BAD_RESERVED = 24,     /* a reserved field is not 0 */
+  VISTREL_BAD_ALIGNMENT = 25,    /* alignment is neither of the two */
+  VISTREL_BAD_LEVEL = 26         /* this machine has no such level */
 };
 
 /* What a refusal says, in the caller's memory. */
@@ -63,6 +71,12 @@ typedef struct vistrel_error {
 /* The phase of a frame without colour filters; BAYER_... 0..3 are the others. */
 enum { VISTREL_MONO = 4 };
 
+/* Where the significant bits of a word are. */
+enum {
+  VISTREL_LOW_BITS = 0, /* in the lowest bits, the others 0 */
+  VISTREL_HIGH_BITS = 1 /* in the highest bits, the others 0 */
+};
+
 /* A raw frame, in the caller's memory for the length of a call. */
 typedef struct vistrel_frame {
   const void* samples;       /* first sample: bytes, or 16-bit words of this machine's order */
@@ -71,8 +85,10 @@ typedef struct vistrel_frame {
   uint32_t width;            /* pixels, from 1 */
   uint32_t height;           /* pixels, from 1 */
   uint32_t bytes_per_sample; /* 1 or 2 */
-  uint32_t bits;             /* significant bits, in the low bits: 8 of a byte, 8..16 of a word */
+  uint32_t bits;             /* significant bits: 8 of a byte, 8..16 of a word */
   uint32_t phase;            /* BAYER_... of the 2x2 block at pixel (0, 0), or VISTREL_MONO */
+  uint32_t alignment;        /* VISTREL_LOW_BITS or VISTREL_HIGH_BITS */
+  uint32_t reserved[4];      /* 0 */
 } vistrel_frame;
 
 /* A part of a frame, in sensor pixels. */
@@ -90,7 +106,7 @@ enum {
   VISTREL_RAW_GRAY = 1 /* the library's own: one too low here and there; rows mixed when binned */
 };
 
-/* What to do with samples that have bits set above the frame's significant ones. */
+/* What to do with samples that have bits set beside the frame's significant ones. */
 enum {
   VISTREL_REFUSE = 0, /* refuse the frame and say where the first one is */
   VISTREL_MASK = 1    /* drop those bits */
@@ -240,6 +256,30 @@ const vistrel_algorithm* vistrel_algorithm_at(size_t index);
 
 /* "grbg", "bggr", "rggb", "gbrg", "mono"; null for a phase that there is not. */
 const char* vistrel_phase_name(uint32_t phase);
+
+/* The phase of that name, in small or capital letters: those of the 2x2 block, row by row. */
+int32_t vistrel_parse_phase(const char* name, uint32_t* phase, vistrel_error* error);
+
+/*
+ * The phase of what begins at pixel (x, y) of a frame of that phase: of a crop,
+ * and of a mirrored frame, which begins at what was its last column
+ * (width - 1, 0) or its last row (0, height - 1). Values that are no Bayer phase
+ * come back unchanged.
+ */
+uint32_t vistrel_phase_at(uint32_t phase, uint32_t x, uint32_t y);
+
+/*
+ * The sets of instructions that the library's loops can use on this machine, by
+ * rising number from 0: "base", "ssse3", "sse41", "avx2", "avx512"; null past
+ * the last one. All give the same pixels.
+ */
+const char* vistrel_level_name(size_t level);
+
+/* The level in use: the last one, unless another has been set. */
+size_t vistrel_get_level(void);
+
+/* Sets it, for tests and benchmarks. No conversion may run at the same time. */
+int32_t vistrel_set_level(size_t level, vistrel_error* error);
 
 #ifdef __cplusplus
 }

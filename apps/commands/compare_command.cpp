@@ -21,12 +21,12 @@ namespace {
 
 constexpr const char* kExamples = R"(Examples:
   vistrel compare rose.pgm --phase rggb --bits 12 --window 2 -o sheet.png
-  vistrel compare a_8b_grbg.pgm b_8b_grbg.pgm --from-name --crop 120x80+640+400 --zoom 6 -o sheet.png
+  vistrel compare [ab]_8b_grbg.pgm --from-name --crop 90x60+64+40 -o sheet.png
   vistrel compare rose.pgm --phase rggb -a bilinear -a ahd -o sheet.png
 
 The sheet has a block for each frame, with the crop once for each algorithm.
-Where an algorithm is made for fewer bits than the frame has, the lowest ones are
-dropped first, and its label says so.)";
+Where an algorithm is made for fewer bits than the frame has, the lowest ones
+are dropped first, and its label says so.)";
 
 constexpr uint32_t kCropWidth = 120, kCropHeight = 90;
 // What is converted around the crop, so that it shows no border of its own.
@@ -136,8 +136,7 @@ void addCompareCommand(CLI::App& program, int& status) {
       ->type_name("WxH+X+Y");
   between(command->add_option("--zoom", o->zoom, "Width and height of a shown pixel (3)"), 1, 16);
   addToneOptions(*command, o->tone);
-  command->add_flag("--mask", o->mask,
-                    "Drop bits above the significant ones; else refuse the frame");
+  command->add_flag("--mask", o->mask, "Drop bits above the significant ones, else refuse");
   addInputOptions(*command, o->input);
   command->footer(kExamples);
   command->callback([o, &status] { status = run(*o); });

@@ -9,6 +9,7 @@
 #include "apps/failure.h"
 #include "apps/input/frame_file.h"
 #include "apps/options/conversion_options.h"
+#include "apps/options/help.h"
 #include "apps/options/options.h"
 #include "apps/output/picture.h"
 
@@ -18,16 +19,10 @@ namespace {
 constexpr const char* kExamples = R"(Examples:
   vistrel convert rose.pgm --phase rggb --bits 12 -o rose.png
   vistrel convert frames/*.pgm --phase grbg -o pictures/
-  vistrel convert cam.raw -s 1280x960 --bits 10 --phase bggr --curve 4 -o cam.png
-  vistrel convert star_16b.pgm --from-name --bin 2 --roi 400x300+100+80 --depth 16 -o star.png
-  vistrel convert rose.pgm --phase rggb --bits 12 -a laroche --depth reduce10 -o rose.png
-  vistrel convert rose.pgm --phase rggb --bits 12 -a ahd --format gray8 --curve s.txt -o gray.pgm
-
-A picture shows the sensor's samples as they are: linear, without white balance.
-Brighten it with --window, --curve or --bin.
-
+  vistrel convert cam.raw -s 1280x960 --bits 10 --phase bggr -o cam.png
+A picture shows the samples as they are: linear, without white balance.
 Exit status: 0 all done, 1 some inputs failed, 2 usage, 3 all inputs rejected,
-4 a file could not be read or written.)";
+4 a file could not be read or written, 130 interrupted)";
 
 struct ConvertOptions {
   std::vector<std::string> inputs;
@@ -72,12 +67,14 @@ void addConvertCommand(CLI::App& program, int& status) {
   auto* command = program.add_subcommand("convert", "Turn raw frames into pictures");
   const auto o = std::make_shared<ConvertOptions>();
   command->add_option("IN", o->inputs, "Frames: binary PGM, or dumps with --size")->required();
-  command->add_option("-o,--output", o->output, "Picture (.png, .ppm, .pgm), or folder for PNGs")
-      ->required()
-      ->type_name("OUT");
-  addPhaseOption(*command, o->input.phase);
-  addConversionOptions(*command, o->conversion);
+  inGroup(*command, "Input", [&] { addPhaseOption(*command, o->input.phase); });
   addInputOptions(*command, o->input);
+  inGroup(*command, "Conversion", [&] { addConversionOptions(*command, o->conversion); });
+  inGroup(*command, "Output", [&] {
+    command->add_option("-o,--output", o->output, "Picture (.png, .ppm, .pgm), or folder for PNGs")
+        ->required()
+        ->type_name("OUT");
+  });
   command->footer(kExamples);
   command->callback([o, &status] { status = run(*o); });
 }

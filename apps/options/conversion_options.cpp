@@ -80,14 +80,10 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
 }
 
 void addToneOptions(CLI::App& command, ToneOptions& o) {
-  auto* window =
-      between(command.add_option("--window", o.window,
-                                 "Which 8 bits are kept: the highest, one or two places lower (0)"),
-              0, 2);
-  command
-      .add_option("--curve", o.curve,
-                  "Tone curve in place of a window, from 10 bits: one of five, or a text or PGM of "
-                  "1024 values 0..255 (10 to 12 bits)")
+  auto* window = between(command.add_option("--window", o.window,
+                                            "Which 8 bits: the highest, 1 or 2 places lower (0)"),
+                         0, 2);
+  command.add_option("--curve", o.curve, "Tone curve, or 1024 values 0..255 as a text or PGM")
       ->type_name("2..6|FILE")
       ->excludes(window);
 }
@@ -98,27 +94,25 @@ void addConversionOptions(CLI::App& command, ConversionOptions& o) {
           "-a,--algorithm",
           [&o](const std::string& s) { o.algorithm = parseAlgorithm("--algorithm", s); },
           "Demosaic algorithm (bilinear): " + algorithmNames() +
-              ". edge:N smooths green that varies by up to N of 255 parts of full scale (0)")
-      ->type_name("NAME[:THRESHOLD]");
+              ". edge:N smooths green that varies by up to N of 255")
+      ->type_name("NAME[:N]");
   command
       .add_option_function<std::string>(
           "--roi", [&o](const std::string& s) { o.region = parseRegion("--roi", s); },
-          "Region in sensor pixels; its size is rounded down to whole bins")
+          "Region in sensor pixels, rounded down to whole bins")
       ->type_name("WxH+X+Y");
   between(command.add_option("--bin", o.binning, "Sum blocks of so many pixels either way (1)"), 1,
           4);
   addToneOptions(command, o.tone);
-  oneOf(command.add_option("--depth", o.depth,
-                           "Bits of a sample in the picture (8); reduce10 makes 8 of frames that "
-                           "lose all but ten bits first"),
-        {"8", "16", "reduce10"});
+  oneOf(
+      command.add_option("--depth", o.depth, "Bits of a sample (8); reduce10: 8 of the 10 highest"),
+      {"8", "16", "reduce10"});
   auto* format = oneOf(command.add_option("--format", o.format, "Gray in place of colours"),
                        {"gray8", "gray16"});
-  oneOf(command.add_option("--gray", o.gray,
-                           "Gray is luma of the colours, or what the library itself makes (luma)"),
+  oneOf(command.add_option("--gray", o.gray, "Luma of the colours, or the library's own (luma)"),
         {"luma", "raw"})
       ->needs(format);
-  command.add_flag("--mask", o.mask, "Drop bits above the significant ones; else refuse the frame");
+  command.add_flag("--mask", o.mask, "Drop bits above the significant ones, else refuse");
 }
 
 }  // namespace vistrel::app

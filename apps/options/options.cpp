@@ -36,15 +36,15 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
   input->add_option("--frame", options.frame, "Which of a file's frames, from 0 (0)")
       ->type_name("N");
   input->add_flag("--from-name", options.fromName,
-                  "Bits and phase by the file's name: ..._12b_rggb.pgm, ..._8b.pgm for mono");
+                  "Bits and phase by a name such as rose_12b_rggb.pgm");
 }
 
 void addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase) {
   command
       .add_option_function<std::string>(
           "--phase", [&phase](const std::string& s) { phase = parsePhase("--phase", s); },
-          "Colours of the 2x2 block at the frame's left upper corner, row by row")
-      ->type_name("rggb|bggr|grbg|gbrg|mono");
+          "Colours of the left upper 2x2 block, row by row: rggb, bggr, grbg or gbrg; or mono")
+      ->type_name("PHASE");
 }
 
 }  // namespace vistrel::app

@@ -1,9 +1,11 @@
 // Detecting features, and reporting and enabling them.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstring>
 #include <iterator>
 
+#include "common/level.h"
 #include "tests/cfa/fake_processor.h"
 
 namespace vistrel::test {
@@ -133,6 +135,20 @@ TEST_F(Features, AreNotToBeHadWithoutCpuid) {
   EXPECT_EQ(ippGetCpuFeatures(nullptr, nullptr), 36);
   EXPECT_EQ(mask, 77u);
   EXPECT_THAT(registers, Each(7));
+}
+
+TEST_F(EnabledFeatures, ChooseTheBodyOfIndexThree) {
+  const uint64_t before = ippGetEnabledCpuFeatures();
+  const Level top = g_topLevel;
+  for (int level = 0; level < 256; ++level) {
+    ippSetCpuFeaturesMask(uint64_t{0x6C6576656C} << 24 | uint64_t(level) << 16 | 0xCDF);
+    const int expected = std::max(2, std::min(level, static_cast<int>(widestLevel())));
+    EXPECT_EQ(static_cast<int>(g_topLevel), expected) << level;
+    EXPECT_EQ(ippGetEnabledCpuFeatures(), 0xCDFu);
+  }
+  ippSetCpuFeaturesMask(before);
+  EXPECT_EQ(g_topLevel, widestLevel()) << "a plain mask leaves the choice alone";
+  g_topLevel = top;
 }
 
 TEST_F(EnabledFeatures, AreStoredAsGiven) {

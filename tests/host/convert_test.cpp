@@ -21,7 +21,7 @@ TEST(Defaults, FitTheFrame) {
 }
 
 TEST(Layout, FollowsRegionBinningAndFormat) {
-  const vistrel_frame frame{nullptr, 0, 0, 100, 50, 2, 12, BAYER_RGGB};
+  const vistrel_frame frame{nullptr, 0, 0, 100, 50, 2, 12, BAYER_RGGB, 0, {}};
   vistrel_conversion c = defaultConversion(frame);
   const vistrel_region region{10, 20, 41, 23};
   c.region = &region;
@@ -259,6 +259,47 @@ TEST(Excess, IsMaskedOnDemand) {
   EXPECT_EQ(wordsOf(convert(frame, c)),
             samplesOf<uint16_t>(4, 3, [](uint32_t x, uint32_t y) { return 100 * y + x; }));
   EXPECT_EQ(samples[0], 0xA800) << "the caller's frame is not to be changed";
+}
+
+// The same samples in the high bits give the same image.
+TEST(Alignment, OfHighBitsIsUndone) {
+  const auto low =
+      samplesOf<uint16_t>(12, 9, [](auto x, auto y) { return (x * 97 + y * 311) % 1024; });
+  for (const uint32_t phase : {uint32_t{BAYER_GBRG}, uint32_t{VISTREL_MONO}})
+    for (const uint32_t bits : {10u, 12u, 16u}) {
+      auto high = low;
+      for (uint16_t& s : high) s = static_cast<uint16_t>(s << (16 - bits));
+      vistrel_frame frame = frameOf(low.data(), 12, 9, bits, phase);
+      vistrel_conversion c = defaultConversion(frame);
+      c.format = phase == VISTREL_MONO ? IMG_FMT_MONO16 : IMG_FMT_BGR48;
+      for (const uint32_t reduced : {0u, 9u}) {
+        c.reduce_to = reduced;
+        const Image expected = convert(frame, c);
+        vistrel_frame aligned = frameOf(high.data(), 12, 9, bits, phase);
+        aligned.alignment = VISTREL_HIGH_BITS;
+        EXPECT_EQ(convert(aligned, c).pixels, expected.pixels) << bits << " bits";
+      }
+    }
+}
+
+TEST(Alignment, OfHighBitsHasZerosBelow) {
+  std::vector<uint16_t> samples(4 * 3, 0x1230);
+  samples[6] = 0x1238;
+  vistrel_frame frame = frameOf(samples.data(), 4, 3, 12, VISTREL_MONO);
+  frame.alignment = VISTREL_HIGH_BITS;
+  vistrel_conversion c = defaultConversion(frame);
+  c.format = IMG_FMT_MONO16;
+  try {
+    convert(frame, c);
+    FAIL() << "0x1238 was taken for twelve high bits";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.status(), VISTREL_EXCESS_SAMPLE);
+    EXPECT_STREQ(error.what(),
+                 "sample 4664 at column 2, row 1: a frame of 12 high bits has samples whose 4 "
+                 "lowest are 0");
+  }
+  c.excess = VISTREL_MASK;
+  EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0x123));
 }
 
 TEST(Tables, AreListed) {

@@ -95,8 +95,8 @@ TEST(Strides, AnyAlignmentWillDo) {
         samplesOf<uint16_t>(kWidth, 1, [&](uint32_t x, uint32_t) { return sample(x, y); });
     std::memcpy(&bytes[1 + y * kStride], row.data(), 2 * kWidth);
   }
-  const vistrel_frame frame{bytes.data() + 1, bytes.size() - 1, kStride, kWidth, kHeight, 2, 12,
-                            VISTREL_MONO};
+  const vistrel_frame frame{
+      bytes.data() + 1, bytes.size() - 1, kStride, kWidth, kHeight, 2, 12, VISTREL_MONO, 0, {}};
   vistrel_conversion conversion = defaultConversion(frame);
   conversion.format = IMG_FMT_MONO16;
   std::vector<uint8_t> pixels(1 + 2 * kWidth * kHeight);

@@ -12,10 +12,10 @@ namespace {
 constexpr uint32_t kMost = 0xFFFFFFFF;
 
 vistrel_frame bayer(uint32_t width, uint32_t height) {
-  return {nullptr, 0, 0, width, height, 2, 12, BAYER_RGGB};
+  return {nullptr, 0, 0, width, height, 2, 12, BAYER_RGGB, 0, {}};
 }
 vistrel_frame mono(uint32_t width, uint32_t height) {
-  return {nullptr, 0, 0, width, height, 1, 8, VISTREL_MONO};
+  return {nullptr, 0, 0, width, height, 1, 8, VISTREL_MONO, 0, {}};
 }
 
 struct Refusal : ::testing::Test {
@@ -78,6 +78,16 @@ TEST_F(Refusal, Phase) {
   frame.phase = 5;
   expect(VISTREL_BAD_PHASE,
          "phase 5: allowed are grbg (0), bggr (1), rggb (2), gbrg (3), mono (4)");
+}
+
+TEST_F(Refusal, Alignment) {
+  frame.alignment = 2;
+  expect(VISTREL_BAD_ALIGNMENT, "alignment 2: 0 (low bits) and 1 (high bits) are allowed");
+}
+
+TEST_F(Refusal, ReservedFields) {
+  frame.reserved[3] = 1;
+  expect(VISTREL_BAD_RESERVED, "frame->reserved[3] 1: 0 is allowed, this version knows no other");
 }
 
 TEST_F(Refusal, Format) {

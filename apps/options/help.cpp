@@ -1,0 +1,93 @@
+#include "apps/options/help.h"
+
+#include <algorithm>
+#include <sstream>
+#include <utility>
+
+namespace vistrel::app {
+namespace {
+
+constexpr size_t kWidth = 80, kColumn = 28;
+
+struct Section {
+  std::string title, lines;
+};
+
+bool takesMany(const CLI::Option* option) {
+  return option->get_expected_max() == CLI::detail::expected_max_vector_size;
+}
+
+// "-o,--output OUT", "IN..."
+std::string termOf(const CLI::Option* option) {
+  if (option->get_positional()) return option->get_name(true) + (takesMany(option) ? "..." : "");
+  const bool flag = option->get_type_size() == 0;
+  return option->get_name(false, true) + (flag ? "" : " " + option->get_type_name());
+}
+
+// Two columns; a term that is too long for the left one has a line to itself.
+std::string entry(const std::string& term, const std::string& meaning) {
+  std::string text, line = "  " + term;
+  if (line.size() + 2 > kColumn) text = std::exchange(line, "") + "\n";
+  line.resize(kColumn, ' ');
+  std::istringstream words(meaning);
+  for (std::string word; words >> word;) {
+    if (line.size() + word.size() > kWidth) {
+      text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+      line.assign(kColumn, ' ');
+    }
+    line += word + " ";
+  }
+  return text + line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+}
+
+void add(std::vector<Section>& sections, const std::string& title, const std::string& lines) {
+  const auto same = std::find_if(sections.begin(), sections.end(),
+                                 [&title](const Section& s) { return s.title == title; });
+  if (same != sections.end())
+    same->lines += lines;
+  else
+    sections.push_back({title, lines});
+}
+
+// CLI11 keeps an option group as a command without a name.
+bool isOptionGroup(const CLI::App& app) { return app.get_name().empty() && app.get_parent(); }
+
+void collect(const CLI::App& app, std::vector<Section>& sections) {
+  for (const CLI::Option* option : app.get_options({}))
+    if (!option->get_positional() && option != app.get_help_ptr())
+      add(sections, isOptionGroup(app) ? app.get_group() : option->get_group(),
+          entry(termOf(option), option->get_description()));
+  for (const CLI::App* part : app.get_subcommands({})) {
+    if (isOptionGroup(*part))
+      collect(*part, sections);
+    else
+      add(sections, "Commands", entry(part->get_name(), part->get_description()));
+  }
+}
+
+std::string usageOf(const CLI::App& app, const std::string& name) {
+  std::string usage = "Usage: " + name + (app.get_parent() ? "" : " COMMAND");
+  for (const CLI::Option* option : app.get_options({}))
+    if (option->get_required())
+      usage += " " + (option->get_positional()
+                          ? termOf(option)
+                          : option->get_name(false, false) + " " + option->get_type_name());
+  return usage + " [OPTIONS]\n";
+}
+
+std::string help(const CLI::App* app, std::string name, CLI::AppFormatMode) {
+  std::string positionals;
+  for (const CLI::Option* option : app->get_options({}))
+    if (option->get_positional()) positionals += entry(termOf(option), option->get_description());
+  std::vector<Section> sections;
+  collect(*app, sections);
+  std::string text = app->get_description() + "\n" + usageOf(*app, name) + positionals;
+  for (const Section& section : sections) text += section.title + ":\n" + section.lines;
+  return text + (app->get_footer().empty() ? "" : "\n" + app->get_footer() + "\n");
+}
+
+}  // namespace
+
+void setHelp(CLI::App& program) { program.formatter_fn(help); }
+
+}  // namespace vistrel::app
