@@ -1,5 +1,7 @@
+#include <cerrno>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include "demosaic/image_functions.h"
 #include "host/plan.h"
@@ -18,12 +20,12 @@ uint32_t selectorOf(const vistrel_conversion& c) { return c.algorithm | c.thresh
 uint32_t call(uint32_t id, const Plan& p, const vistrel_conversion& c,
               const Samples<uint8_t>& source, void* pixels) {
   return ImgConvert8(id, p.made->code, selectorOf(c), p.phase, c.binning - 1, source.stride(),
-                     p.height, 0, 0, p.layout.width, p.layout.height, source.first(), pixels, 8, 0);
+                     p.height, 0, 0, p.madeWidth, p.madeHeight, source.first(), pixels, 8, 0);
 }
 uint32_t call(uint32_t id, const Plan& p, const vistrel_conversion& c,
               const Samples<uint16_t>& source, void* pixels) {
   return ImgConvert16(id, p.made->code, selectorOf(c), p.phase, c.binning - 1, p.nDstBits,
-                      c.lut_mode, source.stride(), p.height, 0, 0, p.layout.width, p.layout.height,
+                      c.lut_mode, source.stride(), p.height, 0, 0, p.madeWidth, p.madeHeight,
                       source.first(), pixels, p.bits, 0);
 }
 
@@ -31,66 +33,73 @@ uint32_t call(uint32_t id, const Plan& p, const vistrel_conversion& c,
 void callAhd(uint32_t id, const Plan& p, const vistrel_conversion& c,
              const Samples<uint8_t>& source, void* pixels) {
   ImageColorDemosaicAHD(id, source.stride(), p.phase, c.binning - 1, p.made->code, 0, 0,
-                        p.layout.width, p.layout.height, const_cast<uint8_t*>(source.first()),
+                        p.madeWidth, p.madeHeight, const_cast<uint8_t*>(source.first()),
                         static_cast<uint8_t*>(pixels));
 }
 void callAhd(uint32_t id, const Plan& p, const vistrel_conversion& c,
              const Samples<uint16_t>& source, void* pixels) {
   ImageColorDemosaicAHD(id, source.stride(), p.phase, c.binning - 1, p.made->code, c.lut_mode, 0, 0,
-                        p.layout.width, p.layout.height, const_cast<uint16_t*>(source.first()),
+                        p.madeWidth, p.madeHeight, const_cast<uint16_t*>(source.first()),
                         static_cast<uint8_t*>(pixels), p.nDstBits, p.bits);
 }
 
-template <class T>
-void convertPacked(const Plan& p, const vistrel_frame& frame, const vistrel_conversion& c,
-                   void* pixels) {
-  const Samples<T> source(p, frame, c.excess);
-  StreamLease stream;
-  if (p.format->colour) stream.reserve(p.width, p.height);
-  if (c.lut_mode == 10) stream.loadTable(c.table, c.table_entries, p.bits);
-  if (p.made->channels > p.made->sensed) std::memset(pixels, kAlpha, p.layout.bytes);
-  if (p.format->colour && c.algorithm == VISTREL_AHD)
-    callAhd(stream.id(), p, c, source, pixels);
-  else if (!call(stream.id(), p, c, source, pixels))
-    refuse(VISTREL_INTERNAL, "the library refused format {}, algorithm {}", c.format, c.algorithm);
+// A library that is out of memory returns as ever. The allocation that failed has set errno.
+template <class Body>
+void watchMemory(Body body) {
+  const int before = errno;
+  errno = 0;
+  body();
+  const bool failed = errno == ENOMEM;
+  errno = before;
+  if (failed) throw std::bad_alloc();
 }
 
-void convertInto(const Plan& p, const vistrel_frame& frame, const vistrel_conversion& c,
-                 void* pixels) {
-  if (frame.bytes_per_sample == 1)
-    convertPacked<uint8_t>(p, frame, c, pixels);
-  else
-    convertPacked<uint16_t>(p, frame, c, pixels);
+template <class T>
+void make(vistrel_stream* own, const Plan& p, const vistrel_frame& frame,
+          const vistrel_conversion& c, void* pixels) {
+  std::optional<StreamLease> stream;
+  own ? stream.emplace(own) : stream.emplace();
+  const Samples<T> source(p, frame, c);
+  if (p.format->colour()) stream->reserve(p.width, p.height);
+  if (c.lut_mode == 10) stream->loadTable(c.table, c.table_entries, p.bits);
+  if (p.made->channels > p.made->sensed()) std::memset(pixels, kAlpha, p.madeBytes);
+  watchMemory([&] {
+    if (p.format->colour() && c.algorithm == VISTREL_AHD)
+      callAhd(stream->id(), p, c, source, pixels);
+    else if (!call(stream->id(), p, c, source, pixels))
+      refuse(VISTREL_INTERNAL, "the library refused format {}, algorithm {}", c.format,
+             c.algorithm);
+  });
 }
 
-// Rounded luminance of n pixels, in place.
-template <class T>
-void lumaInPlace(T* samples, size_t n) {
-  for (size_t i = 0; i < n; ++i) {
-    const T* bgr = samples + 3 * i;
-    samples[i] = static_cast<T>((114u * bgr[0] + 587u * bgr[1] + 299u * bgr[2] + 500) / 1000);
+// From the made image without its padding to the caller's rows.
+void finish(const Plan& p, const unsigned char* made, unsigned char* pixels, size_t stride) {
+  made += p.pad * (p.madeRowBytes + p.made->pixelBytes());
+  for (uint32_t row = 0; row < p.layout.height; ++row) {
+    const unsigned char* from = made + row * p.madeRowBytes;
+    unsigned char* const to = pixels + row * stride;
+    if (p.finish)
+      p.finish(from, p.layout.width, to);
+    else if (from != to)
+      std::memcpy(to, from, p.layout.row_bytes);
   }
 }
 
-void convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
+void convert(vistrel_stream* own, const vistrel_frame* frame, const vistrel_conversion* conversion,
              const vistrel_image* image) {
   const Plan plan = makePlan(frame, conversion);
   const size_t stride = checkMemory(plan, *frame, image);
-  const vistrel_layout& l = plan.layout;
-  auto* pixels = static_cast<unsigned char*>(image->pixels);
-  const bool aligned = reinterpret_cast<uintptr_t>(pixels) % plan.format->sampleBytes == 0;
-  const bool luma = plan.made != plan.format;
-  if (stride == l.row_bytes && aligned && !luma)
-    return convertInto(plan, *frame, *conversion, pixels);
-  const size_t madeBytes = l.bytes * (plan.made->channels / l.channels);
-  const auto packed = std::make_unique_for_overwrite<unsigned char[]>(madeBytes);
-  convertInto(plan, *frame, *conversion, packed.get());
-  const size_t n = size_t{l.width} * l.height;
-  if (luma && plan.made->sampleBytes == 1) lumaInPlace(packed.get(), n);
-  if (luma && plan.made->sampleBytes == 2)
-    lumaInPlace(reinterpret_cast<uint16_t*>(packed.get()), n);
-  for (size_t row = 0; row < l.height; ++row)
-    std::memcpy(pixels + row * stride, &packed[row * l.row_bytes], l.row_bytes);
+  auto* const pixels = static_cast<unsigned char*>(image->pixels);
+  const bool aligned = reinterpret_cast<uintptr_t>(pixels) % plan.made->bytes_per_sample == 0;
+  const bool fits = stride == plan.madeRowBytes && plan.madeBytes == plan.layout.bytes;
+  std::unique_ptr<unsigned char[]> copy;
+  if (!aligned || !fits) copy = std::make_unique_for_overwrite<unsigned char[]>(plan.madeBytes);
+  unsigned char* const made = copy ? copy.get() : pixels;
+  if (frame->bytes_per_sample == 1)
+    make<uint8_t>(own, plan, *frame, *conversion, made);
+  else
+    make<uint16_t>(own, plan, *frame, *conversion, made);
+  finish(plan, made, pixels, stride);
 }
 
 }  // namespace
@@ -116,5 +125,14 @@ int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion*
 
 int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
                         const vistrel_image* image, vistrel_error* error) {
-  return guarded(error, [&] { convert(frame, conversion, image); });
+  return guarded(error, [&] { convert(nullptr, frame, conversion, image); });
+}
+
+int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* frame,
+                               const vistrel_conversion* conversion, const vistrel_image* image,
+                               vistrel_error* error) {
+  return guarded(error, [&] {
+    if (!stream) refuse(VISTREL_NULL_POINTER, "stream is null");
+    convert(stream, frame, conversion, image);
+  });
 }

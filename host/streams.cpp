@@ -1,5 +1,7 @@
 #include "host/streams.h"
 
+#include <pthread.h>
+
 #include <array>
 #include <condition_variable>
 #include <mutex>
@@ -8,15 +10,17 @@
 
 #include "cfa/processor.h"
 #include "frontend/vistrel.h"
+#include "host/status.h"
 
 namespace vistrel::host {
 namespace {
 
 constexpr uint32_t kStreams = 128;
+using State = vistrel_stream::State;
 
-struct Size {
-  uint32_t width, height;
-};
+// Guards the pool and the library's tables of streams: whoever holds it sees them whole. So a
+// process that forks with it in hand leaves its child a pool that works.
+constinit std::mutex g_mutex;
 
 class Pool {
  public:
@@ -29,62 +33,138 @@ class Pool {
     ImgLoadDriver();
     ippSetCpuFeaturesMask(ippGetEnabledCpuFeatures() & ~uint64_t{IPP_CPU_SSE});
     for (uint32_t id = 0; id < kStreams; ++id) {
-      ImgInitialize(id, 0, 0);
+      if (!ImgInitialize(id, 0, 0)) {
+        ImgUnloadDriver();
+        throw std::bad_alloc();
+      }
       free_[id] = kStreams - 1 - id;
     }
   }
 
-  // The stream that came back last: its buffer is the warmest.
-  uint32_t take() {
-    std::unique_lock lock(mutex_);
+  // The stream that came back last: its buffer is the warmest. Null where there is none and the
+  // caller does not wait.
+  vistrel_stream* take(std::unique_lock<std::mutex>& lock, bool wait, State state) {
+    if (!count_ && !wait) return nullptr;
     returned_.wait(lock, [this] { return count_ > 0; });
-    return free_[--count_];
+    vistrel_stream& stream = streams_[free_[--count_]];
+    stream.state = state;
+    return &stream;
   }
 
-  void giveBack(uint32_t id) {
-    {
-      const std::lock_guard lock(mutex_);
-      free_[count_++] = id;
-    }
+  void giveBack(vistrel_stream& stream) {
+    stream.state = State::kFree;
+    free_[count_++] = idOf(stream);
     returned_.notify_one();
   }
 
-  Size& size(uint32_t id) { return sizes_[id]; }
+  uint32_t idOf(const vistrel_stream& stream) const {
+    return static_cast<uint32_t>(&stream - streams_.data());
+  }
+
+  void checkTaken(const vistrel_stream* stream) const {
+    if (!stream) refuse(VISTREL_NULL_POINTER, "stream is null");
+    const auto offset =
+        reinterpret_cast<uintptr_t>(stream) - reinterpret_cast<uintptr_t>(streams_.data());
+    if (offset >= sizeof streams_ || offset % sizeof *stream || stream->state == State::kFree)
+      refuse(VISTREL_BAD_STREAM, "stream: none that was taken and not yet given back");
+    if (stream->state == State::kBusy)
+      refuse(VISTREL_BAD_STREAM, "stream: another thread converts on it");
+  }
+
+  // In the child of a fork: the threads that converted and waited are not there any more.
+  void restore() {
+    new (&returned_) std::condition_variable;
+    for (vistrel_stream& stream : streams_)
+      if (stream.state == State::kBusy) giveBack(stream);
+  }
 
  private:
-  std::mutex mutex_;
   std::condition_variable returned_;
   std::array<uint32_t, kStreams> free_;
   uint32_t count_ = kStreams;
-  std::array<Size, kStreams> sizes_{};
+  std::array<vistrel_stream, kStreams> streams_;
 };
 
 // Never destroyed: a thread may still convert while the process ends.
+constinit Pool* g_pool = nullptr;
+
+// With the mutex in hand.
 Pool& pool() {
-  static Pool& instance = *new Pool;
-  return instance;
+  if (!g_pool) g_pool = new Pool;
+  return *g_pool;
 }
+
+[[maybe_unused]] const int g_forksAreWatched =
+    pthread_atfork([] { g_mutex.lock(); }, [] { g_mutex.unlock(); },
+                   [] {
+                     if (g_pool) g_pool->restore();
+                     g_mutex.unlock();
+                   });
 
 }  // namespace
 
-void loadLibrary() { pool(); }
+void loadLibrary() {
+  const std::lock_guard lock(g_mutex);
+  pool();
+}
 
-StreamLease::StreamLease() : id_(pool().take()) {}
-StreamLease::~StreamLease() { pool().giveBack(id_); }
+StreamLease::StreamLease() : after_(State::kFree) {
+  std::unique_lock lock(g_mutex);
+  stream_ = pool().take(lock, true, State::kBusy);
+}
+
+StreamLease::StreamLease(vistrel_stream* taken) : stream_(taken), after_(State::kTaken) {
+  const std::lock_guard lock(g_mutex);
+  pool().checkTaken(taken);
+  stream_->state = State::kBusy;
+}
+
+StreamLease::~StreamLease() {
+  const std::lock_guard lock(g_mutex);
+  stream_->state = after_;
+  if (after_ == State::kFree) pool().giveBack(*stream_);
+}
+
+uint32_t StreamLease::id() const { return g_pool->idOf(*stream_); }
 
 void StreamLease::reserve(uint32_t width, uint32_t height) {
-  Size& size = pool().size(id_);
-  if (width <= size.width && height <= size.height) return;
-  size = {0, 0};
-  if (!ImgInitialize(id_, width, height)) throw std::bad_alloc();
-  size = {width, height};
+  vistrel_stream& s = *stream_;
+  if (width <= s.width && height <= s.height) return;
+  const std::lock_guard lock(g_mutex);
+  s.width = s.height = 0;
+  if (!ImgInitialize(id(), width, height)) throw std::bad_alloc();
+  s.width = width;
+  s.height = height;
 }
 
 void StreamLease::loadTable(const uint16_t* table, uint32_t entries, uint32_t bits) {
   std::vector<uint16_t> whole(size_t{1} << bits);
   const size_t repeated = whole.size() / entries;
   for (size_t i = 0; i < whole.size(); ++i) whole[i] = table[i / repeated];
-  if (!ImgLoadLookupTable(id_, whole.data(), 1u << bits)) throw std::bad_alloc();
+  const std::lock_guard lock(g_mutex);
+  if (!ImgLoadLookupTable(id(), whole.data(), 1u << bits)) throw std::bad_alloc();
 }
 
 }  // namespace vistrel::host
+
+using namespace vistrel::host;
+
+int32_t vistrel_stream_take(uint32_t wait, vistrel_stream** stream, vistrel_error* error) {
+  return guarded(error, [&] {
+    if (!stream) refuse(VISTREL_NULL_POINTER, "stream is null");
+    if (wait != VISTREL_WAIT && wait != VISTREL_DONT_WAIT)
+      refuse(VISTREL_BAD_WAIT, "wait {}: 0 (wait) and 1 (do not wait) are allowed", wait);
+    std::unique_lock lock(g_mutex);
+    vistrel_stream* taken = pool().take(lock, wait == VISTREL_WAIT, State::kTaken);
+    if (!taken) refuse(VISTREL_NO_STREAM, "all {} streams are out", kStreams);
+    *stream = taken;
+  });
+}
+
+int32_t vistrel_stream_give_back(vistrel_stream* stream, vistrel_error* error) {
+  return guarded(error, [&] {
+    const std::lock_guard lock(g_mutex);
+    pool().checkTaken(stream);
+    pool().giveBack(*stream);
+  });
+}

@@ -3,20 +3,32 @@
 
 #include <cstdint>
 
+#include "host/vistrel_host.h"
+
+// What the pool knows of one; its place in the pool's array is its number.
+struct vistrel_stream {
+  enum State { kFree, kTaken, kBusy };
+  State state = kFree;
+  uint32_t width = 0, height = 0;  // that the work buffer is large enough for
+};
+
 namespace vistrel::host {
 
-// Loads the library and opens its streams, unless that is done.
+// Loads the library and opens its streams, unless that is done. Throws std::bad_alloc.
 void loadLibrary();
 
-// A stream of one's own for as long as it lives. Waits while all are out.
+// A stream that nobody else converts on for as long as it lives.
 class StreamLease {
  public:
+  // Waits while all are out. Throws std::bad_alloc.
   StreamLease();
+  // One that the caller has taken. Throws Refusal.
+  explicit StreamLease(vistrel_stream* taken);
   ~StreamLease();
   StreamLease(const StreamLease&) = delete;
   StreamLease& operator=(const StreamLease&) = delete;
 
-  uint32_t id() const { return id_; }
+  uint32_t id() const;
 
   // Makes the work buffer large enough for a region of this size. Throws std::bad_alloc.
   void reserve(uint32_t width, uint32_t height);
@@ -25,7 +37,8 @@ class StreamLease {
   void loadTable(const uint16_t* table, uint32_t entries, uint32_t bits);
 
  private:
-  uint32_t id_;
+  vistrel_stream* stream_;
+  vistrel_stream::State after_;
 };
 
 }  // namespace vistrel::host

@@ -11,10 +11,18 @@ namespace vistrel::host {
 namespace {
 
 constexpr Format kFormats[] = {
-    {IMG_FMT_MONO8, "MONO8", false, 1, 1, 1},    {IMG_FMT_MONO16, "MONO16", false, 1, 1, 2},
-    {IMG_FMT_BGR24, "BGR24", true, 3, 3, 1},     {IMG_FMT_ARGB32, "ARGB32", true, 4, 3, 1},
-    {IMG_FMT_ARGB32_4, "ARGB32", true, 4, 3, 1}, {IMG_FMT_BGR48, "BGR48", true, 3, 3, 2},
-    {IMG_FMT_GRAY8, "GRAY8", true, 1, 1, 1},     {IMG_FMT_GRAY16, "GRAY16", true, 1, 1, 2},
+    {{"MONO8", IMG_FMT_MONO8, 1, 1, 1}, IMG_FMT_MONO8, nullptr},
+    {{"MONO16", IMG_FMT_MONO16, 1, 2, 1}, IMG_FMT_MONO16, nullptr},
+    {{"BGR24", IMG_FMT_BGR24, 3, 1, 0}, IMG_FMT_BGR24, nullptr},
+    {{"ARGB32", IMG_FMT_ARGB32, 4, 1, 0}, IMG_FMT_ARGB32, nullptr},
+    {{"ARGB32", IMG_FMT_ARGB32_4, 4, 1, 0}, IMG_FMT_ARGB32_4, nullptr},
+    {{"BGR48", IMG_FMT_BGR48, 3, 2, 0}, IMG_FMT_BGR48, nullptr},
+    {{"GRAY8", IMG_FMT_GRAY8, 1, 1, 0}, IMG_FMT_BGR24, luma8},
+    {{"GRAY16", IMG_FMT_GRAY16, 1, 2, 0}, IMG_FMT_BGR48, luma16},
+    {{"RGB24", VISTREL_RGB24, 3, 1, 0}, IMG_FMT_BGR24, swapEnds8},
+    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0}, IMG_FMT_BGR24, addAlpha},
+    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0}, IMG_FMT_BGR24, swapEndsAddAlpha},
+    {{"RGB48", VISTREL_RGB48, 3, 2, 0}, IMG_FMT_BGR48, swapEnds16},
 };
 
 // Name, code, most significant bits, minimal size. Ten bits for those that clamp at 1023, fifteen
@@ -60,7 +68,7 @@ const vistrel_algorithm* findAlgorithm(uint32_t code) { return findCode(kAlgorit
 std::string formatList(bool colour) {
   std::string list;
   for (const Format& f : kFormats)
-    if (f.colour == colour) append(list, f.name, f.code);
+    if (f.colour() == colour) append(list, f.name, f.code);
   return list;
 }
 
@@ -79,6 +87,10 @@ std::string phaseList() {
 }  // namespace vistrel::host
 
 using namespace vistrel::host;
+
+const vistrel_format* vistrel_format_at(size_t index) {
+  return index < std::size(kFormats) ? &kFormats[index] : nullptr;
+}
 
 const vistrel_algorithm* vistrel_algorithm_at(size_t index) {
   return index < std::size(kAlgorithms) ? &kAlgorithms[index] : nullptr;

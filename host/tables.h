@@ -3,20 +3,20 @@
 
 #include <string>
 
+#include "host/pixels.h"
 #include "host/vistrel_host.h"
 
 namespace vistrel::host {
 
-struct Format {
-  uint32_t code;
-  const char* name;
-  bool colour;
-  uint32_t channels;  // samples of a pixel
-  uint32_t sensed;    // of these, the ones that hold light; the other is alpha
-  uint32_t sampleBytes;
-};
+struct Format : vistrel_format {
+  uint32_t made;  // the library's format that it is made of; its own code, if the library has it
+  Finish finish;  // how; else null
 
-inline bool isGray(const Format& f) { return f.colour && f.channels == 1; }
+  bool colour() const { return !mono; }
+  bool gray() const { return !mono && channels == 1; }
+  uint32_t sensed() const { return channels == 1 ? 1 : 3; }  // channels without alpha
+  uint32_t pixelBytes() const { return channels * bytes_per_sample; }
+};
 
 // Whether an algorithm looks beside the region, and leaves its image without a guard.
 inline bool isCompact(uint32_t algorithm) {

@@ -5,7 +5,6 @@
 #include "host/status.h"
 
 namespace vistrel::host {
-namespace {
 
 void checkFrame(const vistrel_frame& f) {
   if (!f.width) refuse(VISTREL_BAD_SIZE, "width 0: a frame has 1 column or more");
@@ -27,14 +26,16 @@ void checkFrame(const vistrel_frame& f) {
     refuse(VISTREL_BAD_PHASE, "phase {}: allowed are {}", f.phase, phaseList());
 }
 
+namespace {
+
 void checkFormat(const vistrel_frame& f, const vistrel_conversion& c) {
   const bool colour = f.phase != VISTREL_MONO;
   const Format* format = findFormat(c.format);
-  if (!format || format->colour != colour)
+  if (!format || format->colour() != colour)
     refuse(VISTREL_BAD_FORMAT, "format {}: a {} frame becomes {}",
            format ? format->name : fmt::to_string(c.format), vistrel_phase_name(f.phase),
            formatList(colour));
-  if (format->sampleBytes == 2 && f.bytes_per_sample == 1)
+  if (format->bytes_per_sample == 2 && f.bytes_per_sample == 1)
     refuse(VISTREL_BAD_FORMAT, "format {}: it needs a frame of 2 bytes a sample, this one has 1",
            format->name);
 }
@@ -83,7 +84,7 @@ void checkLutMode(const vistrel_frame& f, const vistrel_conversion& c) {
     refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: 0 to 7 and 10 are allowed", c.lut_mode);
   if (c.lut_mode == 0) return;
   const Format& format = *findFormat(c.format);
-  if (format.sampleBytes == 2)
+  if (format.bytes_per_sample == 2)
     refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: format {} keeps all bits and allows 0 alone",
            c.lut_mode, format.name);
   const uint32_t bits = workingBits(f, c), least = c.lut_mode > 2 ? 10 : 8 + c.lut_mode;
@@ -93,7 +94,43 @@ void checkLutMode(const vistrel_frame& f, const vistrel_conversion& c) {
   if (c.lut_mode == 10) checkTable(c, bits);
 }
 
+void checkPreparation(const vistrel_frame& f, const vistrel_conversion& c) {
+  checkBlack(f, c);
+  if (c.white_balance > VISTREL_BALANCE_GRAY_WORLD)
+    refuse(VISTREL_BAD_BALANCE,
+           "white_balance {}: 0 (none), 1 (gains) and 2 (gray-world) are allowed", c.white_balance);
+  if (c.white_balance != VISTREL_BALANCE_NONE && f.phase == VISTREL_MONO)
+    refuse(VISTREL_BAD_BALANCE, "white_balance {}: a mono frame has no colours; 0 is allowed",
+           c.white_balance);
+  for (size_t i = 0; c.white_balance == VISTREL_BALANCE_GAINS && i < 3; ++i)
+    if (!c.gains[i] || c.gains[i] > VISTREL_GAIN_MOST)
+      refuse(VISTREL_BAD_BALANCE, "gains[{}] {}: 1 to {} are allowed, {} is a gain of 1", i,
+             c.gains[i], uint32_t{VISTREL_GAIN_MOST}, uint32_t{VISTREL_GAIN_ONE});
+}
+
+void checkEdges(const vistrel_frame& f, const vistrel_conversion& c) {
+  if (c.edges != VISTREL_EDGES_NATIVE && c.edges != VISTREL_EDGES_PADDED)
+    refuse(VISTREL_BAD_EDGES, "edges {}: 0 (native) and 1 (padded) are allowed", c.edges);
+  if (c.edges == VISTREL_EDGES_PADDED && findFormat(c.format)->gray() && c.gray == VISTREL_RAW_GRAY)
+    refuse(VISTREL_BAD_EDGES, "edges 1 (padded): not with gray 1 (raw); 0 (native) is allowed");
+  if (c.edges == VISTREL_EDGES_PADDED && f.phase != VISTREL_MONO && (f.width < 2 || f.height < 2))
+    refuse(VISTREL_REGION_TOO_SMALL,
+           "frame {}x{}: to be padded a mosaic has 2 columns and 2 rows or more", f.width,
+           f.height);
+}
+
 }  // namespace
+
+void checkBlack(const vistrel_frame& f, const vistrel_conversion& c) {
+  if (c.black >> f.bits)
+    refuse(VISTREL_BAD_BLACK, "black {}: samples of {} bits allow 0 to {}", c.black, f.bits,
+           (1u << f.bits) - 1);
+}
+
+void checkExcess(const vistrel_conversion& c) {
+  if (c.excess != VISTREL_REFUSE && c.excess != VISTREL_MASK)
+    refuse(VISTREL_BAD_EXCESS, "excess {}: 0 (refuse) and 1 (mask) are allowed", c.excess);
+}
 
 uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conversion) {
   return conversion.reduce_to ? std::min(frame.bits, conversion.reduce_to) : frame.bits;
@@ -106,12 +143,14 @@ void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conver
   if (to && (to < 8 || to > 16))
     refuse(VISTREL_BAD_REDUCTION, "reduce_to {}: 0 (no reduction) and 8 to 16 are allowed", to);
   if (frame.phase != VISTREL_MONO) checkAlgorithm(frame, conversion);
-  if (isGray(*findFormat(conversion.format))) checkGray(conversion);
+  if (findFormat(conversion.format)->gray()) checkGray(conversion);
   if (conversion.binning < 1 || conversion.binning > 4)
     refuse(VISTREL_BAD_BINNING, "binning {}: 1 to 4 are allowed", conversion.binning);
   checkLutMode(frame, conversion);
-  if (conversion.excess != VISTREL_REFUSE && conversion.excess != VISTREL_MASK)
-    refuse(VISTREL_BAD_EXCESS, "excess {}: 0 (refuse) and 1 (mask) are allowed", conversion.excess);
+  checkExcess(conversion);
+  checkPreparation(frame, conversion);
+  checkEdges(frame, conversion);
+  checkReserved("conversion->reserved", conversion.reserved);
 }
 
 }  // namespace vistrel::host

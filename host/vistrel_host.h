@@ -2,11 +2,11 @@
  * libvistrelhost: libVistrel behind one function that checks every argument.
  *
  * Plain C. A caller describes its frame and the result it wants, asks for the
- * layout of that result, provides the memory and converts. There are no handles
- * and no order of calls: the layer loads libVistrel at the first conversion and
- * keeps its streams itself. Every function may be called from any number of
- * threads at once. A process that uses this layer must not call libVistrel's
- * Img entries beside it, since both would fill the same table of streams.
+ * layout of that result, provides the memory and converts. There is no order of
+ * calls: the layer loads libVistrel at the first conversion and keeps its streams
+ * itself. Every function may be called from any number of threads at once. A process that uses this
+ * layer must not call libVistrel's Img entries beside it, since both would fill the same table of
+ * streams.
  *
  * Every function that can refuse returns a status: VISTREL_OK, or the code of
  * the refusal. It also writes the code, and a text that names the argument, the
@@ -59,7 +59,13 @@ enum {
   VISTREL_BAD_PACKING = 23,      /* no such packing */
   VISTREL_BAD_RESERVED = 24,     /* a reserved field is not 0 */
   VISTREL_BAD_ALIGNMENT = 25,    /* alignment is neither of the two */
-  VISTREL_BAD_LEVEL = 26         /* this machine has no such level */
+  VISTREL_BAD_LEVEL = 26,        /* this machine has no such level */
+  VISTREL_BAD_STREAM = 27,       /* the stream was not taken, or converts right now */
+  VISTREL_NO_STREAM = 28,        /* all streams are out */
+  VISTREL_BAD_WAIT = 29,         /* wait is neither of the two */
+  VISTREL_BAD_BLACK = 30,        /* black is above full scale */
+  VISTREL_BAD_BALANCE = 31,      /* no such white balance, or not for this frame; a gain's limits */
+  VISTREL_BAD_EDGES = 32         /* edges is neither of the two, or not with raw gray */
 };
 
 /* What a refusal says, in the caller's memory. */
@@ -100,6 +106,14 @@ typedef struct vistrel_region {
 /* Adaptive homogeneity-directed demosaicing, which has no DM_... code. */
 enum { VISTREL_AHD = 256 };
 
+/* Pixel formats beside the library's, made of its colours. Alpha is 255. */
+enum {
+  VISTREL_RGB24 = 256,  /* bytes red, green, blue */
+  VISTREL_BGRA32 = 257, /* bytes blue, green, red, alpha */
+  VISTREL_RGBA32 = 258, /* bytes red, green, blue, alpha */
+  VISTREL_RGB48 = 259   /* words red, green, blue */
+};
+
 /* Where the gray of IMG_FMT_GRAY8 and IMG_FMT_GRAY16 comes from. */
 enum {
   VISTREL_LUMA = 0, /* (114 blue + 587 green + 299 red) / 1000 of the finished colours, rounded */
@@ -112,12 +126,30 @@ enum {
   VISTREL_MASK = 1    /* drop those bits */
 };
 
+/* White balance, by a gain for each colour. */
+enum {
+  VISTREL_BALANCE_NONE = 0,      /* all gains are 1 */
+  VISTREL_BALANCE_GAINS = 1,     /* those of the conversion */
+  VISTREL_BALANCE_GRAY_WORLD = 2 /* those of vistrel_measure_gains */
+};
+
+/* A gain of 1, and the largest one: 16. */
+enum { VISTREL_GAIN_ONE = 4096, VISTREL_GAIN_MOST = 65536 };
+
+/* What a demosaic sees beyond the region. */
+enum {
+  VISTREL_EDGES_NATIVE = 0, /* what the library makes up: several algorithms tint the border */
+  VISTREL_EDGES_PADDED = 1  /* the frame, and beyond it the frame mirrored in its outermost rows
+                               and columns, so that phases go on: 8 samples on each side, 9
+                               with a binning of 3 */
+};
+
 /* The result that is wanted. vistrel_default_conversion fills it. */
 typedef struct vistrel_conversion {
   /*
    * IMG_FMT_MONO8 or IMG_FMT_MONO16 for mono frames; IMG_FMT_BGR24,
-   * IMG_FMT_ARGB32 (alpha is 255), IMG_FMT_BGR48, IMG_FMT_GRAY8 or
-   * IMG_FMT_GRAY16 for Bayer frames. The three formats of 16 bits need a frame
+   * IMG_FMT_ARGB32 (alpha is 255), IMG_FMT_BGR48, IMG_FMT_GRAY8, IMG_FMT_GRAY16
+   * or one of the four above for Bayer frames. The formats of 16 bits need a frame
    * of words and keep its significant bits.
    */
   uint32_t format;
@@ -148,15 +180,38 @@ typedef struct vistrel_conversion {
   uint32_t table_entries;
   uint32_t excess;              /* VISTREL_REFUSE or VISTREL_MASK */
   const vistrel_region* region; /* null: the whole frame. Its size is rounded down to whole bins */
+  /*
+   * Preparation of the samples, off as long as these are 0, before all else but
+   * the check for excess bits. Of a sample s of the frame's significant bits
+   *
+   *   v = max(s - black, 0)
+   *   w = min((v * gain + 2048) >> 12, full scale)      rounded, a half up
+   *
+   * is left, with the gain of the sample's colour in 1/4096, and full scale
+   * 2^bits - 1. Then reduce_to has its turn.
+   */
+  uint32_t black;         /* 0 to full scale */
+  uint32_t white_balance; /* VISTREL_BALANCE_...; none for mono frames */
+  uint32_t gains[3];      /* red, green, blue: 1 to VISTREL_GAIN_MOST; else not read */
+  uint32_t edges;         /* VISTREL_EDGES_...; mono frames have none that matter */
+  uint32_t reserved[8];   /* 0 */
 } vistrel_conversion;
 
-/* The shape of a result. */
+/* The shape of a result, and every size there is to know. */
 typedef struct vistrel_layout {
   uint32_t width, height; /* pixels */
   uint32_t channels;      /* samples of a pixel: 1, 3 or 4 */
   uint32_t bits;          /* significant bits of a sample, in its low bits: 8..16 */
   size_t row_bytes;       /* bytes of a row of pixels, without padding */
   size_t bytes;           /* row_bytes * height */
+  size_t frame_bytes;     /* least size of the frame, by its stride */
+  /*
+   * Memory that a conversion needs beside frame and image, at most: the stream's
+   * work buffer, which stays, and copies of samples and pixels, which do not. Some
+   * rows and tables come on top.
+   */
+  size_t working_bytes;
+  uint32_t reserved[4]; /* 0 */
 } vistrel_layout;
 
 /* Memory for a result. */
@@ -165,6 +220,15 @@ typedef struct vistrel_image {
   size_t size;   /* bytes that may be written there */
   size_t stride; /* bytes from row to row; 0: rows are packed. Bytes between are left alone */
 } vistrel_image;
+
+/* A pixel format. */
+typedef struct vistrel_format {
+  const char* name;          /* "BGR24" */
+  uint32_t code;             /* IMG_FMT_... or VISTREL_... */
+  uint32_t channels;         /* samples of a pixel: 1, 3 or 4 */
+  uint32_t bytes_per_sample; /* 1 or 2 */
+  uint32_t mono;             /* 1: for mono frames, 0: for Bayer frames */
+} vistrel_format;
 
 /* A demosaic algorithm. */
 typedef struct vistrel_algorithm {
@@ -190,12 +254,54 @@ int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion*
                            vistrel_layout* layout, vistrel_error* error);
 
 /*
- * Converts frame into image. The work is done on the caller's thread. Up to 128
- * conversions run at once; further callers wait for one to end. Each of the 128
- * keeps about 6 bytes for every pixel of the largest colour frame it has served.
+ * Converts frame into image, on a stream that it takes and gives back: up to 128
+ * conversions run at once; further callers wait for one to end. The work is done
+ * on the caller's thread.
  */
 int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
                         const vistrel_image* image, vistrel_error* error);
+
+/*
+ * A stream: what one conversion at a time needs beside frame and image. There are
+ * 128. Each keeps about 6 bytes for every pixel of the largest colour frame it has
+ * served. To hold one saves a worker from waiting, and keeps its memory warm.
+ *
+ * A process may fork at any time, from any thread, and the child may convert.
+ * Streams that its one thread had taken are still taken there; those on which other
+ * threads were converting are free.
+ */
+typedef struct vistrel_stream vistrel_stream;
+
+/* What to do while all 128 are out. */
+enum {
+  VISTREL_WAIT = 0,     /* wait for one to come back */
+  VISTREL_DONT_WAIT = 1 /* refuse: VISTREL_NO_STREAM */
+};
+
+/* Takes a stream out. It belongs to the caller until it is given back. */
+int32_t vistrel_stream_take(uint32_t wait, vistrel_stream** stream, vistrel_error* error);
+
+/* vistrel_convert on this stream. Refused while another thread converts on it. */
+int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* frame,
+                               const vistrel_conversion* conversion, const vistrel_image* image,
+                               vistrel_error* error);
+
+/* Gives a stream back. The caller's pointer is no longer a stream. */
+int32_t vistrel_stream_give_back(vistrel_stream* stream, vistrel_error* error);
+
+/*
+ * The gains that make the means of a frame's three colours equal, in the order
+ * red, green, blue: gray-world. The mean m of a colour is that of its samples over
+ * the whole frame, those under black counted as 0, in 1/256, rounded. With the
+ * largest one M
+ *
+ *   gain = min((4096 * M + m / 2) / m, VISTREL_GAIN_MOST)      in integers
+ *
+ * so the smallest gain is 1. A mean of 0 has the largest gain; where all three
+ * are 0 all gains are 1. Reads black and excess of the conversion alone.
+ */
+int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversion* conversion,
+                              uint32_t gains[3], vistrel_error* error);
 
 /*
  * How samples lie in a dump. A row's last group may have fewer samples than the
@@ -250,6 +356,9 @@ int32_t vistrel_get_packed_layout(const vistrel_packed* packed, vistrel_packed_l
  */
 int32_t vistrel_unpack(const vistrel_packed* packed, void* samples, size_t size,
                        vistrel_error* error);
+
+/* The format of the given index, counted from 0; null past the last one. */
+const vistrel_format* vistrel_format_at(size_t index);
 
 /* The algorithm of the given index, counted from 0; null past the last one. */
 const vistrel_algorithm* vistrel_algorithm_at(size_t index);

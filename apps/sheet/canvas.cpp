@@ -10,7 +10,7 @@
 namespace vistrel::app {
 
 Canvas::Canvas(uint32_t width, uint32_t height, Paint ground) {
-  m_image.layout = {width, height, 3, 8, size_t{width} * 3, size_t{width} * 3 * height};
+  m_image.layout = {width, height, 3, 8, size_t{width} * 3, size_t{width} * 3 * height, 0, 0, {}};
   m_image.pixels.resize(m_image.layout.bytes);
   box(0, 0, static_cast<int>(width), static_cast<int>(height), ground);
 }

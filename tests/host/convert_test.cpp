@@ -34,6 +34,9 @@ TEST(Layout, FollowsRegionBinningAndFormat) {
   EXPECT_EQ(l.bits, 12u);
   EXPECT_EQ(l.row_bytes, 78u);
   EXPECT_EQ(l.bytes, 546u);
+  EXPECT_EQ(l.frame_bytes, 10000u);
+  // The work buffer of 39 x 21 pixels, as many samples, and the image.
+  EXPECT_EQ(l.working_bytes, 2u * (3 * 39 + 18) * (21 + 6) + 2 * 39 * 21 + 546);
   c.format = IMG_FMT_ARGB32;
   EXPECT_EQ(layoutOf(frame, c).channels, 4u);
   EXPECT_EQ(layoutOf(frame, c).bits, 8u);

@@ -94,11 +94,11 @@ TEST_F(Refusal, Format) {
   conversion.format = 99;
   expect(VISTREL_BAD_FORMAT,
          "format 99: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7), "
-         "GRAY8 (5), GRAY16 (6)");
+         "GRAY8 (5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259)");
   conversion.format = IMG_FMT_MONO16;
   expect(VISTREL_BAD_FORMAT,
          "format MONO16: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7), "
-         "GRAY8 (5), GRAY16 (6)");
+         "GRAY8 (5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259)");
   setFrame(mono(64, 48));
   conversion.format = IMG_FMT_BGR24;
   expect(VISTREL_BAD_FORMAT, "format BGR24: a mono frame becomes MONO8 (0), MONO16 (1)");
@@ -240,6 +240,53 @@ TEST_F(Refusal, Excess) {
   expect(VISTREL_BAD_EXCESS, "excess 2: 0 (refuse) and 1 (mask) are allowed");
 }
 
+TEST_F(Refusal, Black) {
+  conversion.black = 4095;
+  expect(VISTREL_OK, "");
+  conversion.black = 4096;
+  expect(VISTREL_BAD_BLACK, "black 4096: samples of 12 bits allow 0 to 4095");
+  frame.bits = 16;
+  conversion.black = 65536;
+  expect(VISTREL_BAD_BLACK, "black 65536: samples of 16 bits allow 0 to 65535");
+}
+
+TEST_F(Refusal, WhiteBalance) {
+  conversion.white_balance = 3;
+  expect(VISTREL_BAD_BALANCE,
+         "white_balance 3: 0 (none), 1 (gains) and 2 (gray-world) are allowed");
+  conversion.white_balance = VISTREL_BALANCE_GAINS;
+  conversion.gains[0] = 65536, conversion.gains[1] = 1;
+  expect(VISTREL_BAD_BALANCE, "gains[2] 0: 1 to 65536 are allowed, 4096 is a gain of 1");
+  conversion.gains[2] = 65537;
+  expect(VISTREL_BAD_BALANCE, "gains[2] 65537: 1 to 65536 are allowed, 4096 is a gain of 1");
+  conversion.gains[2] = 4096;
+  expect(VISTREL_OK, "");
+  setFrame(mono(64, 48));
+  conversion.white_balance = VISTREL_BALANCE_GRAY_WORLD;
+  expect(VISTREL_BAD_BALANCE, "white_balance 2: a mono frame has no colours; 0 is allowed");
+}
+
+TEST_F(Refusal, Edges) {
+  conversion.edges = 2;
+  expect(VISTREL_BAD_EDGES, "edges 2: 0 (native) and 1 (padded) are allowed");
+  conversion.edges = VISTREL_EDGES_PADDED;
+  conversion.format = IMG_FMT_GRAY8;
+  conversion.gray = VISTREL_RAW_GRAY;
+  expect(VISTREL_BAD_EDGES, "edges 1 (padded): not with gray 1 (raw); 0 (native) is allowed");
+  conversion.gray = VISTREL_LUMA;
+  expect(VISTREL_OK, "");
+  setFrame(bayer(1, 9));
+  conversion.edges = VISTREL_EDGES_PADDED;
+  expect(VISTREL_REGION_TOO_SMALL,
+         "frame 1x9: to be padded a mosaic has 2 columns and 2 rows or more");
+}
+
+TEST_F(Refusal, ReservedFieldsOfTheConversion) {
+  conversion.reserved[7] = 3;
+  expect(VISTREL_BAD_RESERVED,
+         "conversion->reserved[7] 3: 0 is allowed, this version knows no other");
+}
+
 TEST_F(Refusal, RegionOutsideTheFrame) {
   setRegion(1, 0, 64, 48);
   expect(VISTREL_BAD_REGION, "region 64x48+1+0: it leaves the frame of 64x48");
@@ -280,6 +327,13 @@ TEST_F(Refusal, WorkBufferThatCannotBeCounted) {
   expect(VISTREL_TOO_LARGE,
          "region of 37832x37832 pixels: the work buffer has 4295142732 samples, "
          "4294967295 are allowed");
+}
+
+TEST_F(Refusal, PaddingCountsInSixtyFourBits) {
+  setFrame(bayer(kMost, 2));
+  conversion.edges = VISTREL_EDGES_PADDED;
+  expect(VISTREL_TOO_LARGE,
+         "region of 4294967311x18 pixels: it has 77309411598 samples, 4294967295 are allowed");
 }
 
 TEST_F(Refusal, FrameAndImageThatCannotBeCounted) {

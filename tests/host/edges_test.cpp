@@ -1,0 +1,166 @@
+// Padded edges, against a frame that the test pads, converts natively and crops.
+#include <gtest/gtest.h>
+
+#include "tests/host/frames.h"
+
+namespace vistrel {
+namespace {
+
+constexpr uint32_t kPad = 36;  // a multiple of every binning, more than the layer's own
+
+// Steps to and fro between 0 and n - 1, so that no mirror is computed.
+uint32_t bounced(int64_t i, uint32_t n) {
+  uint32_t at = 0;
+  bool up = i > 0;
+  for (int64_t steps = std::abs(i); steps > 0; --steps) {
+    if (at == 0) up = true;
+    if (at == n - 1) up = false;
+    up ? ++at : --at;
+  }
+  return at;
+}
+
+std::vector<uint16_t> paddedBy(uint32_t pad, const std::vector<uint16_t>& samples, uint32_t width,
+                               uint32_t height) {
+  return samplesOf<uint16_t>(width + 2 * pad, height + 2 * pad, [&](uint32_t x, uint32_t y) {
+    return samples[bounced(int64_t{y} - pad, height) * width + bounced(int64_t{x} - pad, width)];
+  });
+}
+
+std::vector<uint8_t> cropped(const Image& image, uint32_t x, uint32_t y, uint32_t width,
+                             uint32_t height) {
+  const size_t pixel = image.layout.row_bytes / image.layout.width;
+  std::vector<uint8_t> result;
+  for (uint32_t row = y; row < y + height; ++row) {
+    const auto from =
+        image.pixels.begin() + static_cast<ptrdiff_t>(row * image.layout.row_bytes + x * pixel);
+    result.insert(result.end(), from, from + static_cast<ptrdiff_t>(width * pixel));
+  }
+  return result;
+}
+
+uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 7 + y * 131 + (x ^ y) * 59) % 1024; }
+
+struct Shape {
+  uint32_t width, height;
+  vistrel_region region;
+};
+
+void expectPadded(const Shape& s, uint32_t phase, vistrel_conversion c) {
+  const auto samples = samplesOf<uint16_t>(s.width, s.height, texture);
+  const auto padded = paddedBy(kPad, samples, s.width, s.height);
+  const vistrel_frame frame = frameOf(samples.data(), s.width, s.height, 10, phase);
+  const vistrel_frame large =
+      frameOf(padded.data(), s.width + 2 * kPad, s.height + 2 * kPad, 10, phase);
+  // From here to the large frame's border, so that bins lie as the region's do.
+  const vistrel_region from{s.region.x, s.region.y, large.width - s.region.x,
+                            large.height - s.region.y};
+  c.region = &from;
+  const uint32_t width = s.region.width / c.binning, height = s.region.height / c.binning;
+  const auto expected =
+      cropped(convert(large, c), kPad / c.binning, kPad / c.binning, width, height);
+  c.region = &s.region;
+  c.edges = VISTREL_EDGES_PADDED;
+  const Image image = convert(frame, c);
+  ASSERT_EQ(image.layout.width, width);
+  ASSERT_EQ(image.layout.height, height);
+  EXPECT_EQ(image.pixels, expected)
+      << "algorithm " << c.algorithm << ", format " << c.format << ", binning " << c.binning
+      << ", phase " << phase << ", frame " << s.width << 'x' << s.height;
+}
+
+constexpr Shape kShapes[] = {
+    {31, 27, {0, 0, 31, 27}}, {31, 27, {5, 3, 17, 13}}, {30, 24, {9, 10, 21, 14}},
+    {2, 2, {0, 0, 2, 2}},     {3, 2, {1, 0, 2, 2}},     {5, 40, {0, 1, 4, 36}},
+};
+
+vistrel_conversion conversionBy(uint32_t algorithm, uint32_t format) {
+  vistrel_conversion c{};
+  c.algorithm = algorithm;
+  c.format = format;
+  c.binning = 1;
+  return c;
+}
+
+TEST(PaddedEdges, AreThoseOfAPaddedFrameByEveryAlgorithm) {
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    for (const Shape& shape : kShapes)
+      for (uint32_t phase = 0; phase < 4; ++phase)
+        expectPadded(shape, phase, conversionBy(a->code, IMG_FMT_BGR48));
+}
+
+TEST(PaddedEdges, GoWithEveryFormatAndBinning) {
+  for (const uint32_t format : {uint32_t{IMG_FMT_BGR24}, uint32_t{IMG_FMT_ARGB32},
+                                uint32_t{IMG_FMT_GRAY16}, uint32_t{VISTREL_RGBA32}})
+    for (uint32_t binning = 1; binning <= 4; ++binning)
+      for (const Shape& shape : {kShapes[0], kShapes[1], kShapes[2]}) {
+        vistrel_conversion c = conversionBy(DM_GRADIENT_LAROCHE, format);
+        c.binning = binning;
+        expectPadded(shape, BAYER_GBRG, c);
+      }
+}
+
+// Ten pixels inside no algorithm sees the border.
+TEST(PaddedEdges, LeaveTheInteriorAsItIs) {
+  const auto samples = samplesOf<uint16_t>(48, 44, texture);
+  const vistrel_frame frame = frameOf(samples.data(), 48, 44, 10, BAYER_RGGB);
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
+    vistrel_conversion c = conversionBy(a->code, IMG_FMT_BGR24);
+    const auto native = cropped(convert(frame, c), 10, 10, 28, 24);
+    c.edges = VISTREL_EDGES_PADDED;
+    EXPECT_EQ(cropped(convert(frame, c), 10, 10, 28, 24), native) << a->name;
+  }
+}
+
+// A region of a padded image is the image's crop: beyond it lies the frame.
+TEST(PaddedEdges, OfARegionAreTheFrame) {
+  const auto samples = samplesOf<uint16_t>(40, 36, texture);
+  const vistrel_frame frame = frameOf(samples.data(), 40, 36, 10, BAYER_BGGR);
+  for (const uint32_t algorithm : {uint32_t{DM_HUE_KIMMEL}, uint32_t{DM_BILINEAR}}) {
+    vistrel_conversion c = conversionBy(algorithm, IMG_FMT_BGR24);
+    c.edges = VISTREL_EDGES_PADDED;
+    const auto expected = cropped(convert(frame, c), 7, 1, 1, 3);
+    const vistrel_region region{7, 1, 1, 3};  // less than a demosaic needs natively
+    c.region = &region;
+    EXPECT_EQ(convert(frame, c).pixels, expected);
+  }
+}
+
+TEST(PaddedEdges, KeepAPlainColourPlain) {
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    for (uint32_t phase = 0; phase < 4; ++phase) {
+      const auto samples = samplesOf<uint16_t>(9, 7, plainColour(phase, 300, 500, 700));
+      const vistrel_frame frame = frameOf(samples.data(), 9, 7, 10, phase);
+      vistrel_conversion c = conversionBy(a->code, IMG_FMT_BGR48);
+      c.edges = VISTREL_EDGES_PADDED;
+      EXPECT_EQ(plainPixel(convert(frame, c)), (std::vector<uint32_t>{300, 500, 700})) << a->name;
+    }
+}
+
+TEST(PaddedEdges, DoNothingToMonoFrames) {
+  const auto samples = samplesOf<uint16_t>(9, 1, texture);
+  const vistrel_frame frame = frameOf(samples.data(), 9, 1, 10, VISTREL_MONO);
+  vistrel_conversion c = conversionBy(0, IMG_FMT_MONO16);
+  c.edges = VISTREL_EDGES_PADDED;
+  EXPECT_EQ(wordsOf(convert(frame, c)), samples);
+}
+
+// Gains follow the colours into the padding.
+TEST(PaddedEdges, ArePreparedToo) {
+  const auto samples = samplesOf<uint16_t>(12, 11, texture);
+  const uint32_t gains[] = {8192, 4096, 6144};
+  const auto prepared = samplesOf<uint16_t>(12, 11, [&](uint32_t x, uint32_t y) {
+    const uint32_t gain =
+        y % 2 == 0 ? (x % 2 ? gains[1] : gains[0]) : (x % 2 ? gains[2] : gains[1]);
+    return std::min((samples[12 * y + x] * gain + 2048) >> 12, 1023u);
+  });
+  vistrel_conversion c = conversionBy(DM_VARIABLE_GRADIENTS, IMG_FMT_BGR48);
+  c.edges = VISTREL_EDGES_PADDED;
+  const auto expected = convert(frameOf(prepared.data(), 12, 11, 10, BAYER_RGGB), c).pixels;
+  c.white_balance = VISTREL_BALANCE_GAINS;
+  std::copy_n(gains, 3, c.gains);
+  EXPECT_EQ(convert(frameOf(samples.data(), 12, 11, 10, BAYER_RGGB), c).pixels, expected);
+}
+
+}  // namespace
+}  // namespace vistrel

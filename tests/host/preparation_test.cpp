@@ -1,0 +1,195 @@
+// Black level and white balance, by hand and against the formula of the header.
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+#include "tests/host/frames.h"
+
+namespace vistrel {
+namespace {
+
+using ::testing::ElementsAre;
+using Gains = std::array<uint32_t, 3>;
+
+// In real numbers, where a half is exact: samples and gains have 16 bits each.
+uint32_t expected(uint32_t sample, uint32_t black, uint32_t gain, uint32_t bits) {
+  const double v = sample > black ? sample - black : 0;
+  return static_cast<uint32_t>(std::min(std::floor(v * gain / 4096 + 0.5), std::exp2(bits) - 1));
+}
+
+uint32_t gainAt(uint32_t phase, uint32_t x, uint32_t y, const Gains& gains) {
+  return gains[std::string("rgb").find(vistrel_phase_name(phase)[2 * (y & 1) + (x & 1)])];
+}
+
+TEST(Black, IsTakenFromEverySample) {
+  const std::vector<uint8_t> samples{0, 15, 16, 17, 200, 255};
+  const vistrel_frame frame = frameOf(samples.data(), 6, 1, VISTREL_MONO);
+  vistrel_conversion c = defaultConversion(frame);
+  c.black = 16;
+  EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0, 0, 0, 1, 184, 239));
+  c.black = 255;
+  EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0, 0, 0, 0, 0, 0));
+}
+
+// Fourteen bits in the high ones: 0x1003 >> 2 is 1024 and so on. Bits are dropped last.
+TEST(Black, CountsInUnitsOfTheSample) {
+  const std::vector<uint16_t> samples{0x1003, 0x0FFC, 0xFFFC, 0x4000};
+  vistrel_frame frame = frameOf(samples.data(), 4, 1, 14, VISTREL_MONO);
+  frame.alignment = VISTREL_HIGH_BITS;
+  vistrel_conversion c = defaultConversion(frame);
+  c.format = IMG_FMT_MONO16;
+  c.excess = VISTREL_MASK;
+  c.black = 1023;
+  EXPECT_THAT(wordsOf(convert(frame, c)), ElementsAre(1, 0, 15360, 3073));
+  c.reduce_to = 10;
+  EXPECT_THAT(wordsOf(convert(frame, c)), ElementsAre(0, 0, 960, 192));
+}
+
+// A plain colour: blue 100, green 70, red 41, less 10 black, times 1.5, 2 and 1.25.
+TEST(Balance, GainsAreRoundedHalfUp) {
+  for (uint32_t phase = 0; phase < 4; ++phase) {
+    const auto samples = samplesOf<uint8_t>(11, 9, plainColour(phase, 100, 70, 41));
+    const vistrel_frame frame = frameOf(samples.data(), 11, 9, phase);
+    vistrel_conversion c = defaultConversion(frame);
+    c.black = 10;
+    c.white_balance = VISTREL_BALANCE_GAINS;
+    c.gains[0] = 5120, c.gains[1] = 8192, c.gains[2] = 6144;
+    // Red 31 * 1.25 = 38.75; green 60 * 2; blue 90 * 1.5.
+    EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(135, 120, 39));
+    c.gains[0] = 2048, c.gains[1] = 65536, c.gains[2] = 1;
+    // Red 15.5; green 960, clamped; blue 90 / 4096.
+    EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0, 255, 16));
+  }
+}
+
+// The prepared frame, made in the test, converted without preparation.
+TEST(Balance, IsTheFormulaInEveryPhaseAndRegion) {
+  const Gains gains{7001, 4096, 9999};
+  for (const uint32_t bits : {8u, 12u, 16u})
+    for (uint32_t phase = 0; phase < 4; ++phase) {
+      const auto samples = samplesOf<uint16_t>(17, 15, [bits](auto x, auto y) {
+        return (x * 7919 + y * 104729 + x * y * 31) % (1u << bits);
+      });
+      const auto prepared = samplesOf<uint16_t>(17, 15, [&](auto x, auto y) {
+        return expected(samples[17 * y + x], 33, gainAt(phase, x, y, gains), bits);
+      });
+      const vistrel_frame frame = frameOf(samples.data(), 17, 15, bits, phase);
+      const vistrel_frame wanted = frameOf(prepared.data(), 17, 15, bits, phase);
+      for (uint32_t origin = 0; origin < 4; ++origin) {
+        const vistrel_region region{origin % 2 + 2, origin / 2, 12, 13};
+        vistrel_conversion c = defaultConversion(frame);
+        c.format = IMG_FMT_BGR48;
+        c.region = &region;
+        const auto pixels = convert(wanted, c).pixels;
+        c.black = 33;
+        c.white_balance = VISTREL_BALANCE_GAINS;
+        std::copy(gains.begin(), gains.end(), c.gains);
+        ASSERT_EQ(convert(frame, c).pixels, pixels) << bits << " bits, phase " << phase;
+      }
+    }
+}
+
+TEST(Balance, GainsOfOneChangeNothing) {
+  const auto samples = samplesOf<uint16_t>(256, 256, [](auto x, auto y) { return 256 * y + x; });
+  const vistrel_frame frame = frameOf(samples.data(), 256, 256, 16, BAYER_BGGR);
+  vistrel_conversion c = defaultConversion(frame);
+  c.format = IMG_FMT_BGR48;
+  const auto pixels = convert(frame, c).pixels;
+  c.white_balance = VISTREL_BALANCE_GAINS;
+  c.gains[0] = c.gains[1] = c.gains[2] = VISTREL_GAIN_ONE;
+  EXPECT_EQ(convert(frame, c).pixels, pixels);
+}
+
+Gains measured(const vistrel_frame& frame, const vistrel_conversion& c) {
+  Gains gains{};
+  vistrel_error error{};
+  EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), VISTREL_OK) << error.text;
+  return gains;
+}
+
+TEST(GrayWorld, MakesPlainColoursEqual) {
+  for (uint32_t phase = 0; phase < 4; ++phase) {
+    const auto samples = samplesOf<uint16_t>(9, 7, plainColour(phase, 310, 610, 210));
+    const vistrel_frame frame = frameOf(samples.data(), 9, 7, 12, phase);
+    vistrel_conversion c = defaultConversion(frame);
+    c.black = 10;
+    // Means 200, 600, 300.
+    EXPECT_THAT(measured(frame, c), ElementsAre(3 * 4096, 4096, 2 * 4096));
+    c.format = IMG_FMT_BGR48;
+    c.white_balance = VISTREL_BALANCE_GRAY_WORLD;
+    EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(600, 600, 600));
+  }
+}
+
+// Red 3 of 3 samples and 0 of 1, over black: mean 9/4 = 576/256. Green 1: 256. Blue 7: 1792.
+// Gains (4096 * 1792 + 288) / 576 = 12743.6, (4096 * 1792 + 128) / 256 = 28672.5, 4096.
+TEST(GrayWorld, RoundsAsWritten) {
+  std::vector<uint8_t> samples{5, 3, 5, 3, 3, 9, 3, 9, 5, 3, 2, 3, 3, 9, 3, 9};
+  const vistrel_frame frame = frameOf(samples.data(), 4, 4, BAYER_RGGB);
+  vistrel_conversion c = defaultConversion(frame);
+  c.black = 2;
+  EXPECT_THAT(measured(frame, c), ElementsAre(12743, 28672, 4096));
+  c.black = 3;  // green has nothing left
+  EXPECT_THAT(measured(frame, c), ElementsAre(16384, 65536, 4096));
+  c.black = 9;
+  EXPECT_THAT(measured(frame, c), ElementsAre(4096, 4096, 4096));
+}
+
+TEST(GrayWorld, MeasuresTheWholeFrame) {
+  const auto samples =
+      samplesOf<uint16_t>(23, 19, [](auto x, auto y) { return (x * 131 + y * 37 + x * y) % 1024; });
+  const vistrel_frame frame = frameOf(samples.data(), 23, 19, 10, BAYER_GRBG);
+  vistrel_conversion c = defaultConversion(frame);
+  const Gains gains = measured(frame, c);
+  const vistrel_region region{3, 5, 11, 8};
+  c.region = &region;
+  c.white_balance = VISTREL_BALANCE_GRAY_WORLD;
+  const auto pixels = convert(frame, c).pixels;
+  c.white_balance = VISTREL_BALANCE_GAINS;
+  std::copy(gains.begin(), gains.end(), c.gains);
+  EXPECT_EQ(convert(frame, c).pixels, pixels);
+}
+
+TEST(GrayWorld, RefusesExcessAnywhere) {
+  std::vector<uint16_t> samples(6 * 6, 100);
+  samples[35] = 1024;
+  const vistrel_frame frame = frameOf(samples.data(), 6, 6, 10, BAYER_GRBG);
+  vistrel_conversion c = defaultConversion(frame);
+  Gains gains{};
+  vistrel_error error{};
+  EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), VISTREL_EXCESS_SAMPLE);
+  EXPECT_STREQ(error.text,
+               "sample 1024 at column 5, row 5: a frame of 10 bits has samples of at most 1023");
+  c.excess = VISTREL_MASK;
+  EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), VISTREL_OK);
+}
+
+TEST(GrayWorld, RefusesWhatItCannotMeasure) {
+  const std::vector<uint8_t> samples(6 * 6);
+  vistrel_frame frame = frameOf(samples.data(), 6, 6, VISTREL_MONO);
+  vistrel_conversion c = defaultConversion(frame);
+  Gains gains{};
+  vistrel_error error{};
+  const auto expect = [&](int32_t status, const char* text) {
+    EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), status);
+    EXPECT_STREQ(error.text, text);
+  };
+  expect(VISTREL_BAD_PHASE, "phase mono: a mono frame has no colours to balance");
+  frame.phase = BAYER_RGGB;
+  c.black = 256;
+  expect(VISTREL_BAD_BLACK, "black 256: samples of 8 bits allow 0 to 255");
+  c.black = 0;
+  c.excess = 2;
+  expect(VISTREL_BAD_EXCESS, "excess 2: 0 (refuse) and 1 (mask) are allowed");
+  c.excess = 0;
+  frame.size = 35;
+  expect(VISTREL_SHORT_BUFFER, "frame->size 35: 6 rows of stride 6 take 36 bytes");
+  frame.stride = SIZE_MAX / 4;
+  EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), VISTREL_TOO_LARGE);
+  EXPECT_EQ(vistrel_measure_gains(&frame, &c, nullptr, &error), VISTREL_NULL_POINTER);
+  EXPECT_EQ(vistrel_measure_gains(nullptr, &c, gains.data(), &error), VISTREL_NULL_POINTER);
+  EXPECT_EQ(vistrel_measure_gains(&frame, nullptr, gains.data(), &error), VISTREL_NULL_POINTER);
+}
+
+}  // namespace
+}  // namespace vistrel

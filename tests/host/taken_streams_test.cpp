@@ -1,0 +1,131 @@
+// Streams in a caller's hand.
+#include <gmock/gmock.h>
+
+#include <future>
+#include <thread>
+
+#include "tests/host/frames.h"
+
+namespace vistrel {
+namespace {
+
+using ::testing::Each;
+
+constexpr size_t kStreams = 128;
+
+vistrel_stream* take(uint32_t wait = VISTREL_WAIT) {
+  vistrel_stream* stream = nullptr;
+  vistrel_stream_take(wait, &stream, nullptr);
+  return stream;
+}
+
+struct TakenStreams : ::testing::Test {
+  std::vector<uint8_t> samples = std::vector<uint8_t>(8 * 6, 120);
+  vistrel_frame frame = frameOf(samples.data(), 8, 6, BAYER_RGGB);
+  vistrel_conversion conversion = defaultConversion(frame);
+  std::vector<uint8_t> pixels = std::vector<uint8_t>(3 * 8 * 6, 77);
+  vistrel_image image{pixels.data(), pixels.size(), 0};
+  vistrel_error error{};
+
+  int32_t convertOn(vistrel_stream* stream) {
+    return vistrel_stream_convert(stream, &frame, &conversion, &image, &error);
+  }
+};
+
+TEST_F(TakenStreams, Convert) {
+  vistrel_stream* const stream = take();
+  ASSERT_EQ(convertOn(stream), VISTREL_OK) << error.text;
+  EXPECT_THAT(pixels, Each(120));
+  ASSERT_EQ(convertOn(stream), VISTREL_OK) << "as often as is wanted";
+  EXPECT_EQ(vistrel_stream_give_back(stream, &error), VISTREL_OK);
+}
+
+TEST_F(TakenStreams, AreAHundredAndTwentyEight) {
+  std::vector<vistrel_stream*> streams(kStreams);
+  for (auto& stream : streams) ASSERT_NE(stream = take(VISTREL_DONT_WAIT), nullptr);
+  vistrel_stream* another = nullptr;
+  EXPECT_EQ(vistrel_stream_take(VISTREL_DONT_WAIT, &another, &error), VISTREL_NO_STREAM);
+  EXPECT_STREQ(error.text, "all 128 streams are out");
+  EXPECT_EQ(another, nullptr);
+  EXPECT_EQ(convertOn(streams[127]), VISTREL_OK);
+  auto waiting = std::async(std::launch::async, [] { return take(VISTREL_WAIT); });
+  EXPECT_EQ(waiting.wait_for(std::chrono::milliseconds(30)), std::future_status::timeout);
+  EXPECT_EQ(vistrel_stream_give_back(streams[5], nullptr), VISTREL_OK);
+  EXPECT_EQ(waiting.get(), streams[5]);
+  for (auto* stream : streams) EXPECT_EQ(vistrel_stream_give_back(stream, nullptr), VISTREL_OK);
+}
+
+TEST_F(TakenStreams, AreRefusedUnlessTaken) {
+  vistrel_stream* const stream = take();
+  vistrel_stream_give_back(stream, nullptr);
+  EXPECT_EQ(convertOn(stream), VISTREL_BAD_STREAM);
+  EXPECT_STREQ(error.text, "stream: none that was taken and not yet given back");
+  EXPECT_EQ(vistrel_stream_give_back(stream, &error), VISTREL_BAD_STREAM);
+  auto* const foreign = reinterpret_cast<vistrel_stream*>(pixels.data());
+  EXPECT_EQ(convertOn(foreign), VISTREL_BAD_STREAM);
+  auto* const inside = reinterpret_cast<vistrel_stream*>(reinterpret_cast<char*>(stream) + 1);
+  EXPECT_EQ(vistrel_stream_give_back(inside, &error), VISTREL_BAD_STREAM);
+  EXPECT_EQ(convertOn(nullptr), VISTREL_NULL_POINTER);
+  EXPECT_STREQ(error.text, "stream is null");
+  EXPECT_EQ(vistrel_stream_give_back(nullptr, &error), VISTREL_NULL_POINTER);
+  EXPECT_EQ(vistrel_stream_take(VISTREL_WAIT, nullptr, &error), VISTREL_NULL_POINTER);
+  vistrel_stream* none = nullptr;
+  EXPECT_EQ(vistrel_stream_take(2, &none, &error), VISTREL_BAD_WAIT);
+  EXPECT_STREQ(error.text, "wait 2: 0 (wait) and 1 (do not wait) are allowed");
+  EXPECT_THAT(pixels, Each(77));
+}
+
+// Two threads convert on one stream until one of them is refused.
+TEST_F(TakenStreams, ServeOneThreadAtATime) {
+  const std::vector<uint8_t> large(300 * 300, 50);
+  const vistrel_frame slow = frameOf(large.data(), 300, 300, BAYER_RGGB);
+  std::vector<uint8_t> result(3 * large.size());
+  const vistrel_image to{result.data(), result.size(), 0};
+  vistrel_stream* const stream = take();
+  std::atomic<bool> over = false;
+  vistrel_error workers{};
+  std::thread worker([&] {
+    while (!over && !vistrel_stream_convert(stream, &slow, &conversion, &to, &workers)) {
+    }
+    over = true;
+  });
+  while (!over && !convertOn(stream)) {
+  }
+  over = true;
+  worker.join();
+  const vistrel_error& refused = error.status ? error : workers;
+  EXPECT_EQ(refused.status, VISTREL_BAD_STREAM);
+  EXPECT_STREQ(refused.text, "stream: another thread converts on it");
+  EXPECT_EQ(convertOn(stream), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_give_back(stream, nullptr), VISTREL_OK);
+}
+
+// Sixteen threads take all the streams between them, over and over.
+TEST_F(TakenStreams, PassFromThreadToThread) {
+  std::atomic<int> wrong = 0;
+  std::vector<std::thread> threads;
+  for (uint32_t t = 0; t < 16; ++t)
+    threads.emplace_back([&wrong, t] {
+      for (uint32_t round = 0; round < 4; ++round) {
+        std::vector<vistrel_stream*> streams(kStreams / 16);
+        for (auto& stream : streams) stream = take();
+        for (uint32_t i = 0; i < streams.size(); ++i) {
+          const auto colour = static_cast<uint8_t>(16 * t + 4 * round + i % 4);
+          const uint32_t width = 6 + (i + t) % 9, height = 5 + (round + t) % 7;
+          const std::vector<uint8_t> in(width * height, colour);
+          std::vector<uint8_t> out(3 * in.size());
+          const vistrel_frame f = frameOf(in.data(), width, height, i % 4);
+          const vistrel_conversion c = defaultConversion(f);
+          const vistrel_image to{out.data(), out.size(), 0};
+          wrong += vistrel_stream_convert(streams[i], &f, &c, &to, nullptr) != VISTREL_OK;
+          wrong += out != std::vector<uint8_t>(out.size(), colour);
+        }
+        for (auto* stream : streams) wrong += vistrel_stream_give_back(stream, nullptr);
+      }
+    });
+  for (auto& thread : threads) thread.join();
+  EXPECT_EQ(wrong, 0);
+}
+
+}  // namespace
+}  // namespace vistrel
