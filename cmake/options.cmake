@@ -23,8 +23,11 @@ include_directories(${PROJECT_SOURCE_DIR})
 # Exactness is a property of the build: no fused multiply-add, no reassociation.
 add_library(vistrel_exact INTERFACE)
 target_compile_options(vistrel_exact INTERFACE
-  -ffp-contract=off -fno-fast-math -fno-semantic-interposition -Wno-psabi
-  $<$<NOT:$<CONFIG:Debug>>:-O3>)
+  -ffp-contract=off -fno-fast-math -fno-semantic-interposition -Wno-psabi)
+
+# For sources that take longer to compile than to run.
+add_library(vistrel_brief INTERFACE)
+target_compile_options(vistrel_brief INTERFACE $<IF:$<CONFIG:Debug>,-O0,-O1>)
 
 add_library(vistrel_warnings INTERFACE)
 target_compile_options(vistrel_warnings INTERFACE
