@@ -28,6 +28,8 @@ uint64_t g_features = 0xFF;
 
 int32_t ImgLoadDriver() { return ++g_loads; }
 
+void ImgUnloadDriver() {}
+
 uint32_t ImgInitialize(uint32_t nID, uint32_t nImgWidth, uint32_t nImgHeight) {
   g_calls.push_back({nID, nImgWidth, nImgHeight});
   return g_memory;
