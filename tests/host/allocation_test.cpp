@@ -1,0 +1,222 @@
+// The n-th allocation fails, for every n: out of memory is told, nothing is lost, the next call
+// works. This program's malloc and its kin stand before those of the C library.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdlib>
+
+#include "tests/host/frames.h"
+
+extern "C" {
+void* __libc_malloc(size_t bytes);
+void* __libc_calloc(size_t count, size_t bytes);
+void* __libc_realloc(void* block, size_t bytes);
+void* __libc_memalign(size_t alignment, size_t bytes);
+void __libc_free(void* block);
+}
+
+namespace {
+
+// Of this thread, while it watches.
+struct Watch {
+  bool on = false, fromThenOn = false;
+  int failAt = 0, calls = 0, failed = 0;
+};
+thread_local Watch g_watch;
+thread_local long g_live = 0;  // blocks
+
+void* counted(void* block) {
+  if (block) ++g_live;
+  return block;
+}
+
+bool fails() {
+  Watch& w = g_watch;
+  if (!w.on) return false;
+  ++w.calls;
+  if (w.calls != w.failAt && !(w.fromThenOn && w.calls > w.failAt)) return false;
+  ++w.failed;
+  errno = ENOMEM;
+  return true;
+}
+
+}  // namespace
+
+extern "C" {
+void* malloc(size_t bytes) { return fails() ? nullptr : counted(__libc_malloc(bytes)); }
+void* calloc(size_t count, size_t bytes) {
+  return fails() ? nullptr : counted(__libc_calloc(count, bytes));
+}
+void* realloc(void* block, size_t bytes) {
+  if (fails()) return nullptr;
+  void* const moved = __libc_realloc(block, bytes);
+  if (!block) counted(moved);
+  return moved;
+}
+void* aligned_alloc(size_t alignment, size_t bytes) {
+  return fails() ? nullptr : counted(__libc_memalign(alignment, bytes));
+}
+void free(void* block) {
+  if (block) --g_live;
+  __libc_free(block);
+}
+}
+
+namespace vistrel {
+namespace {
+
+// Lets each allocation of the work fail in turn, alone or with all that follow, and checks after
+// each. Returns how many there are.
+template <class Work, class Check>
+int failEach(const Work& work, bool fromThenOn, const Check& check) {
+  for (int n = 1;; ++n) {
+    vistrel_error error{};
+    g_watch = {true, fromThenOn, n, 0, 0};
+    const int32_t status = work(&error);
+    const Watch seen = g_watch;
+    g_watch = {};
+    if (!seen.failed) return n - 1;
+    EXPECT_EQ(status, VISTREL_NO_MEMORY) << "allocation " << n;
+    EXPECT_STREQ(error.text, "out of memory") << "allocation " << n;
+    check();
+    if (testing::Test::HasFailure()) return n;
+  }
+}
+
+struct Case {
+  const char* name;
+  uint32_t bits, phase;
+  void (*choose)(vistrel_conversion&);
+};
+
+const std::vector<uint16_t> g_table(1024, 9);
+constexpr vistrel_region kRegion{3, 2, 30, 25};
+
+const Case kCases[] = {
+    {"Mono", 12, VISTREL_MONO, [](vistrel_conversion& c) { c.region = &kRegion; }},
+    {"Bilinear", 12, BAYER_RGGB, [](vistrel_conversion&) {}},
+    {"AhdRegion", 14, BAYER_GRBG,
+     [](vistrel_conversion& c) { c.algorithm = VISTREL_AHD, c.region = &kRegion; }},
+    {"Near", 10, BAYER_GRBG, [](vistrel_conversion& c) { c.algorithm = DM_NEAR_NEIGHBOR; }},
+    {"Edge", 12, BAYER_BGGR,
+     [](vistrel_conversion& c) { c.algorithm = DM_EDGE_EX, c.threshold = 9; }},
+    {"VariableGradientsRgb", 10, BAYER_BGGR,
+     [](vistrel_conversion& c) { c.algorithm = DM_VARIABLE_GRADIENTS, c.format = VISTREL_RGB24; }},
+    {"LumaPadded", 12, BAYER_GBRG,
+     [](vistrel_conversion& c) { c.format = IMG_FMT_GRAY16, c.edges = VISTREL_EDGES_PADDED; }},
+    {"GrayWorld", 12, BAYER_GBRG,
+     [](vistrel_conversion& c) { c.white_balance = VISTREL_BALANCE_GRAY_WORLD, c.black = 9; }},
+    {"KimmelBinned", 10, BAYER_GBRG,
+     [](vistrel_conversion& c) { c.algorithm = DM_HUE_KIMMEL, c.binning = 3; }},
+    {"Table", 12, BAYER_RGGB,
+     [](vistrel_conversion& c) {
+       c.lut_mode = 10, c.table = g_table.data(), c.table_entries = 1024;
+     }},
+};
+void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
+
+struct Allocations : ::testing::TestWithParam<Case> {
+  const Case& c = GetParam();
+  std::vector<uint16_t> samples = samplesOf<uint16_t>(
+      40, 31, [this](auto x, auto y) { return (x * 211 + y * 397 + x * y) % (1u << c.bits); });
+  vistrel_frame frame = frameOf(samples, 40, 31, c.bits, c.phase);
+  vistrel_conversion conversion = defaultConversion(frame);
+  Image expected;
+
+  Allocations() {
+    c.choose(conversion);
+    expected = convert(frame, conversion);
+  }
+};
+
+TEST_P(Allocations, MayFail) {
+  std::vector<uint8_t> pixels(expected.pixels.size());
+  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  const auto work = [&](vistrel_error* error) {
+    return vistrel_convert(&frame, &conversion, &image, error);
+  };
+  long live = g_live;
+  const auto check = [&] {
+    std::fill(pixels.begin(), pixels.end(), uint8_t{77});
+    const int32_t status = work(nullptr);
+    EXPECT_EQ(g_live, live);
+    EXPECT_EQ(status, VISTREL_OK);
+    EXPECT_TRUE(pixels == expected.pixels);
+  };
+  for (const bool fromThenOn : {false, true}) {
+    live = g_live;
+    failEach(work, fromThenOn, check);
+  }
+}
+
+TEST_P(Allocations, MayFailWhereAStreamGrows) {
+  static size_t used = 1;  // by the other tests, and by earlier cases of this one
+  std::vector<vistrel_stream*> streams(used += 2);
+  for (auto& s : streams) ASSERT_EQ(vistrel_stream_take(VISTREL_WAIT, &s, nullptr), VISTREL_OK);
+  vistrel_stream* stream = streams.front();
+  std::vector<uint8_t> pixels(expected.pixels.size());
+  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  const auto work = [&](vistrel_error* error) {
+    return vistrel_stream_convert(stream, &frame, &conversion, &image, error);
+  };
+  const auto count = [&] {
+    g_watch = {true, false, 0, 0, 0};
+    EXPECT_EQ(work(nullptr), VISTREL_OK);
+    g_watch.on = false;
+    return g_watch.calls;
+  };
+  stream = streams[used - 2];
+  const int growing = count();
+  ASSERT_EQ(growing > count(), c.phase != VISTREL_MONO) << "this test wants streams that grow";
+  stream = streams[used - 1];
+  failEach(work, false, [] {});
+  EXPECT_EQ(work(nullptr), VISTREL_OK);
+  EXPECT_TRUE(pixels == expected.pixels);
+  for (auto* s : streams) vistrel_stream_give_back(s, nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, Allocations, ::testing::ValuesIn(kCases),
+                         [](const auto& test) { return test.param.name; });
+
+TEST(AllocationsOfThePool, MayFailAtTheFirstCall) {
+  const auto work = [](vistrel_error* error) {
+    vistrel_stream* stream = nullptr;
+    const int32_t status = vistrel_stream_take(VISTREL_WAIT, &stream, error);
+    if (status == VISTREL_OK) vistrel_stream_give_back(stream, nullptr);
+    return status;
+  };
+  const long live = g_live;
+  // In a process where no other test came first.
+  if (const int failures = failEach(work, false, [live] { EXPECT_EQ(g_live, live); })) {
+    EXPECT_GE(failures, 128);
+  }
+  EXPECT_EQ(work(nullptr), VISTREL_OK);
+}
+
+TEST(AllocationsOfTheCppFace, MayFail) {
+  const std::vector<uint8_t> samples(20 * 10, 50);
+  const vistrel_frame frame = frameOf(samples, 20, 10, BAYER_RGGB);
+  const vistrel_conversion conversion = defaultConversion(frame);
+  convert(frame, conversion);
+  const auto work = [&](vistrel_error* error) {
+    const auto image = tryConvert(frame, conversion);
+    if (!image) std::copy_n(image.error().what(), 14, error->text);
+    return image ? VISTREL_OK : image.error().status();
+  };
+  EXPECT_GE(failEach(work, false, [] {}), 2);
+  EXPECT_GE(failEach(work, true, [] {}), 2);
+}
+
+TEST(AllocationsOfARefusal, MayFail) {
+  vistrel_frame frame{};
+  vistrel_conversion conversion{};
+  vistrel_layout layout{};
+  const auto work = [&](vistrel_error* error) {
+    return vistrel_get_layout(&frame, &conversion, &layout, error);
+  };
+  const long live = g_live;
+  failEach(work, true, [live] { EXPECT_EQ(g_live, live); });
+}
+
+}  // namespace
+}  // namespace vistrel

@@ -1,0 +1,137 @@
+// The C++ face: results, exceptions, spans, owners.
+#include <gmock/gmock.h>
+
+#include <type_traits>
+
+#include "tests/host/frames.h"
+
+namespace vistrel {
+namespace {
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+
+struct Cpp : ::testing::Test {
+  std::vector<uint8_t> samples = std::vector<uint8_t>(6 * 4, 90);
+  vistrel_frame frame = frameOf(samples, 6, 4, BAYER_RGGB);
+  vistrel_conversion good = defaultConversion(frame), bad = good;
+  static constexpr const char* kText = "binning 7: 1 to 4 are allowed";
+
+  Cpp() { bad.binning = 7; }
+
+  template <class T>
+  static void expectRefusal(const Result<T>& result) {
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().status(), VISTREL_BAD_BINNING);
+    EXPECT_STREQ(result.error().what(), kText);
+    EXPECT_THROW(result.value(), Error);
+  }
+  template <class Work>
+  static void expectThrow(Work work) {
+    try {
+      work();
+      ADD_FAILURE() << "nothing was thrown";
+    } catch (const std::exception& error) {
+      EXPECT_STREQ(error.what(), kText);
+    }
+  }
+};
+
+TEST_F(Cpp, TwinsGiveTheSame) {
+  const Result<Image> image = tryConvert(frame, good);
+  ASSERT_TRUE(image);
+  EXPECT_THAT(image->pixels, Each(90));
+  EXPECT_EQ(convert(frame, good).pixels, image->pixels);
+  EXPECT_EQ((*image).layout.bytes, layoutOf(frame, good).bytes);
+  EXPECT_EQ(tryLayoutOf(frame, good)->bytes, 72u);
+  EXPECT_EQ(image.value().pixels.size(), 72u);
+}
+
+TEST_F(Cpp, TwinsRefuseTheSame) {
+  expectRefusal(tryConvert(frame, bad));
+  expectRefusal(tryLayoutOf(frame, bad));
+  uint8_t pixels[72];
+  expectRefusal(tryConvertInto(frame, bad, pixels));
+  Stream stream = Stream::take();
+  expectRefusal(stream.tryConvert(frame, bad));
+  expectThrow([&] { convert(frame, bad); });
+  expectThrow([&] { layoutOf(frame, bad); });
+  expectThrow([&] { convertInto(frame, bad, pixels); });
+  expectThrow([&] { stream.convert(frame, bad); });
+}
+
+TEST_F(Cpp, ConvertsIntoTheCallersRows) {
+  std::vector<uint8_t> pixels(4 * 20, 77);
+  EXPECT_EQ(convertInto(frame, good, pixels, 20).row_bytes, 18u);
+  for (size_t i = 0; i < pixels.size(); ++i) EXPECT_EQ(pixels[i], i % 20 < 18 ? 90 : 77) << i;
+  const auto little = tryConvertInto(frame, good, Span<uint8_t>(pixels.data(), 71));
+  ASSERT_FALSE(little);
+  EXPECT_EQ(little.error().status(), VISTREL_SHORT_BUFFER);
+}
+
+TEST_F(Cpp, FramesHaveTheSizeOfTheirSpan) {
+  samples.pop_back();
+  frame = frameOf(samples, 6, 4, BAYER_RGGB);
+  EXPECT_EQ(tryConvert(frame, good).error().status(), VISTREL_SHORT_BUFFER);
+  const std::array<uint16_t, 4> words{1, 2, 3, 4};
+  EXPECT_EQ(frameOf(words, 2, 2, 10, VISTREL_MONO).size, 8u);
+}
+
+TEST(CppSpan, RefersToWhatItIsMadeOf) {
+  int array[] = {1, 2, 3};
+  std::vector<int> vector{4, 5};
+  Span<int> writable(array);
+  writable[1] = 9;
+  EXPECT_THAT(array, ElementsAre(1, 9, 3));
+  Span<const int> readable = vector;
+  EXPECT_EQ(readable.data(), vector.data());
+  EXPECT_THAT(std::vector<int>(readable.begin(), readable.end()), ElementsAre(4, 5));
+  readable = writable;
+  EXPECT_EQ(readable.size(), 3u);
+  EXPECT_EQ(Span<int>().size(), 0u);
+  static_assert(!std::is_constructible_v<Span<int>, const std::vector<int>&>);
+  static_assert(!std::is_constructible_v<Span<int>, std::vector<char>&>);
+}
+
+TEST_F(Cpp, StreamsComeBackByThemselves) {
+  {
+    std::vector<Stream> all;
+    for (int i = 0; i < 128; ++i) all.push_back(Stream::take(VISTREL_DONT_WAIT));
+    const auto another = Stream::tryTake(VISTREL_DONT_WAIT);
+    ASSERT_FALSE(another);
+    EXPECT_EQ(another.error().status(), VISTREL_NO_STREAM);
+    Stream moved = std::move(all.back());
+    EXPECT_THAT(moved.convert(frame, good).pixels, Each(90));
+    EXPECT_EQ(all.back().tryConvert(frame, good).error().status(), VISTREL_NULL_POINTER);
+    all.back() = std::move(moved);
+  }
+  EXPECT_TRUE(Stream::tryTake(VISTREL_DONT_WAIT));
+}
+
+TEST_F(Cpp, MeasuresAndParses) {
+  const auto plain = samplesOf<uint8_t>(8, 6, plainColour(BAYER_BGGR, 50, 100, 25));
+  frame = frameOf(plain, 8, 6, BAYER_BGGR);
+  EXPECT_THAT(measureGains(frame, good), ElementsAre(16384, 4096, 8192));
+  EXPECT_EQ(parsePhase("GBRG"), uint32_t{BAYER_GBRG});
+  EXPECT_EQ(tryParsePhase("gr").error().status(), VISTREL_BAD_PHASE);
+  EXPECT_THROW(parsePhase("gr"), Error);
+  frame.phase = VISTREL_MONO;
+  EXPECT_FALSE(tryMeasureGains(frame, good));
+}
+
+// 0x2AB and 0x155 as in unpack_test.cpp.
+TEST(CppUnpack, GivesAFrameOfItsOwn) {
+  const uint8_t bytes[] = {0xAA, 0x13, 0x55};
+  OwnedFrame frame = unpack(packedOf(bytes, 2, 1, VISTREL_PACKING_GIGE, 10), VISTREL_MONO);
+  const OwnedFrame copy = frame;
+  frame = OwnedFrame();
+  vistrel_conversion c = defaultConversion(copy.get());
+  c.format = IMG_FMT_MONO16;
+  EXPECT_THAT(wordsOf(convert(copy.get(), c)), ElementsAre(0x2AB, 0x155));
+  const auto refused = tryUnpack(packedOf(bytes, 3, 1, VISTREL_PACKING_GIGE, 10), VISTREL_MONO);
+  ASSERT_FALSE(refused);
+  EXPECT_EQ(refused.error().status(), VISTREL_SHORT_BUFFER);
+}
+
+}  // namespace
+}  // namespace vistrel

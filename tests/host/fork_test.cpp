@@ -1,0 +1,106 @@
+// Processes that fork while they convert.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <thread>
+
+#include "tests/host/frames.h"
+
+namespace vistrel {
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr int kForks = 300;  // there a fork copies much
+#else
+constexpr int kForks = 10000;
+#endif
+
+bool convertsWell(uint8_t colour) {
+  const std::vector<uint8_t> samples(12 * 10, colour);
+  const vistrel_frame frame = frameOf(samples, 12, 10, BAYER_GRBG);
+  const auto image = tryConvert(frame, defaultConversion(frame));
+  return image && image->pixels == std::vector<uint8_t>(3 * 12 * 10, colour);
+}
+
+// Runs `work` in a child and tells whether it was true there.
+template <class Work>
+bool inChild(Work work) {
+  const pid_t child = fork();
+  if (child == 0) _exit(work() ? 0 : 1);
+  int status = -1;
+  return child > 0 && waitpid(child, &status, 0) == child && status == 0;
+}
+
+// A thread that converts until the end of the scope.
+class Worker {
+ public:
+  Worker() : thread_([this] { run(); }) {}
+  ~Worker() {
+    over_ = true;
+    thread_.join();
+    EXPECT_FALSE(failed_);
+    EXPECT_GT(count_, 0);
+  }
+
+ private:
+  void run() {
+    while (!over_) {
+      if (!convertsWell(static_cast<uint8_t>(++count_))) failed_ = true;
+      std::this_thread::sleep_for(std::chrono::microseconds(50));
+    }
+  }
+
+  std::atomic<bool> over_ = false, failed_ = false;
+  int count_ = 0;
+  std::thread thread_;
+};
+
+TEST(Forks, LeaveParentAndChildConverting) {
+  ASSERT_TRUE(convertsWell(1));
+  const Worker worker;
+  int failed = 0;
+  for (int i = 0; i < kForks; ++i)
+    failed += !inChild([i] { return i % 8 || convertsWell(static_cast<uint8_t>(i)); });
+  EXPECT_EQ(failed, 0);
+  EXPECT_TRUE(convertsWell(3));
+}
+
+// Those that other threads convert on are free there; the forking thread's own stays taken.
+TEST(Forks, LeaveTheChildEveryStreamButThoseTaken) {
+  Stream mine = Stream::take();
+  const Worker worker;
+  for (int i = 0; i < kForks / 100; ++i)
+    EXPECT_TRUE(inChild([&mine] {
+      const std::vector<uint8_t> samples(12 * 10, 5);
+      const vistrel_frame frame = frameOf(samples, 12, 10, BAYER_GRBG);
+      if (!mine.tryConvert(frame, defaultConversion(frame))) return false;
+      int taken = 0;
+      vistrel_stream* stream = nullptr;
+      while (vistrel_stream_take(VISTREL_DONT_WAIT, &stream, nullptr) == VISTREL_OK) ++taken;
+      return taken == 127;
+    }));
+}
+
+// In the child nobody is left who waits, and a stream that comes back finds who waits there.
+TEST(Forks, LetTheChildWait) {
+  std::vector<Stream> all;
+  for (int i = 0; i < 128; ++i) all.push_back(Stream::take());
+  std::thread waiting([] { EXPECT_TRUE(convertsWell(9)); });
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_TRUE(inChild([&all] {
+    std::thread childs([] {
+      if (!convertsWell(8)) _exit(2);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    all.pop_back();
+    childs.join();
+    return true;
+  }));
+  all.clear();
+  waiting.join();
+}
+
+}  // namespace
+}  // namespace vistrel
