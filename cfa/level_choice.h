@@ -13,9 +13,6 @@ constexpr int32_t kNullPointer = -8;
 // The eight bytes "getinfoa" in memory order.
 constexpr uint64_t kGetInfo = 0x616F666E69746567;
 
-// "level", in the upper bytes of a mask that chooses the body of index 3.
-constexpr uint64_t kLevelLetters = 0x6C6576656C;
-
 extern uint64_t ownFeaturesMask;  // enabled
 extern uint64_t ownFeatures;      // detected, once ownFeaturesAreValid
 extern int32_t ownFeaturesAreValid;

@@ -1,7 +1,5 @@
 #include "cfa/processor.h"
 
-#include <algorithm>
-
 #include "cfa/cpuid.h"
 #include "cfa/level_choice.h"
 #include "common/level.h"
@@ -61,8 +59,15 @@ bool isLevelWithoutVariant(uint32_t code) {
   return (code >= 1 && code <= 11) || code == 64 || code == 65 || code == 96;
 }
 
+void enable(uint64_t mask) {
+  ownFeaturesMask = mask;
+  g_enabledLevel = mask & IPP_CPU_NO_AVX2     ? Level::sse41
+                   : mask & IPP_CPU_NO_AVX512 ? Level::avx2
+                                              : Level::avx512;
+}
+
 int32_t take(const LevelChoice& choice) {
-  ownFeaturesMask = choice.enabled;
+  enable(choice.enabled);
   ippJumpIndexForMergedLibs = choice.index;
   ippJumpIndexForMergedLibsLP = choice.lp;
   return choice.status;
@@ -129,11 +134,6 @@ int32_t ownGetMaskFeatures(uint64_t* pMask) {
 int32_t ownGetFeature(uint64_t nMask) { return (ownFeaturesMask & nMask) == nMask; }
 
 int32_t ownSetFeatureMask(uint64_t nMask) {
-  if (nMask >> 24 == kLevelLetters) {
-    const auto wanted = static_cast<Level>(nMask >> 16 & 0xFF);
-    g_topLevel = std::max(Level::sse41, std::min(wanted, widestLevel()));
-    nMask &= 0xFFFF;
-  }
-  ownFeaturesMask = nMask;
+  enable(nMask);
   return 1;
 }

@@ -38,7 +38,11 @@ enum {
   IPP_CPU_AVX_OS = 0x0200, /* the operating system has enabled them */
   IPP_CPU_AES = 0x0400,
   IPP_CPU_CLMUL = 0x0800,
-  IPP_CPU_FAMILY_B = 0x1000 /* reserved, of processor family 0xB only */
+  IPP_CPU_FAMILY_B = 0x1000, /* reserved, of processor family 0xB only */
+
+  /* Never detected. Enabled, they keep the variant of index 3 from wider registers. */
+  IPP_CPU_NO_AVX2 = 0x20000000, /* nor AVX-512 */
+  IPP_CPU_NO_AVX512 = 0x40000000
 };
 
 /*
@@ -67,14 +71,7 @@ int32_t ippInitCpu(uint32_t nCode); /* the same */
  */
 int32_t ippGetCpuFeatures(uint64_t* pMask, uint32_t* pRegs);
 
-/*
- * The enabled features, by choice or as set here. The setter returns 0.
- *
- * A mask that holds the five letters "level" in its upper bytes, 'l' highest,
- * also chooses the body of index 3: the next lower byte is 2 for SSE4.1, 3 for
- * AVX2, 4 for AVX-512; the processor's widest runs where it has not that much.
- * Of such a mask the low 16 bits are kept.
- */
+/* The enabled features, by choice or as set here. The setter returns 0. */
 int32_t ippSetCpuFeaturesMask(uint64_t nMask);
 uint64_t ippGetEnabledCpuFeatures(void);
 

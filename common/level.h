@@ -28,13 +28,15 @@ inline Level widestLevel() {
 #endif
 }
 
-// The body of the index's highest value. Tests lower it to reach every body.
+// The body of the index's highest value: the lesser of the two. Tests lower the first to reach
+// every body; the second follows the enabled features.
 inline Level g_topLevel = widestLevel();
+inline Level g_enabledLevel = Level::avx512;
 
 inline Level levelOfIndex(uint32_t jumpIndex) {
 #if defined(__x86_64__) || defined(__i386__)
   switch (jumpIndex) {
-    case 3: return g_topLevel;
+    case 3: return g_topLevel < g_enabledLevel ? g_topLevel : g_enabledLevel;
     case 2: return Level::ssse3;
     default: return Level::base;
   }
@@ -49,8 +51,8 @@ inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }
 // VISTREL_AT_LEVEL(level, name): vistrel::LEVEL::name, for a name that a body compiled by
 // each_level.inl defines. VISTREL_BY_LEVEL(name): that of the current level.
 #if defined(__x86_64__) || defined(__i386__)
-#define VISTREL_AT_LEVEL(level, name)                                                     \
-  (std::array{&::vistrel::base::name, &::vistrel::ssse3::name, &::vistrel::sse41::name,   \
+#define VISTREL_AT_LEVEL(level, name)                                                   \
+  (std::array{&::vistrel::base::name, &::vistrel::ssse3::name, &::vistrel::sse41::name, \
               &::vistrel::avx2::name, &::vistrel::avx512::name}[static_cast<int>(level)])
 #else
 #define VISTREL_AT_LEVEL(level, name) (static_cast<void>(level), &::vistrel::base::name)

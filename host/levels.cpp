@@ -1,5 +1,5 @@
 // The levels of the library's vectorised loops, for tests and benchmarks.
-#include <atomic>
+#include <algorithm>
 
 #include "cfa/processor.h"
 #include "common/level.h"
@@ -10,7 +10,7 @@ namespace vistrel::host {
 namespace {
 
 constexpr const char* kNames[kLevels] = {"base", "ssse3", "sse41", "avx2", "avx512"};
-constexpr uint64_t kLevelMask = uint64_t{0x6C6576656C} << 24;  // see ippSetCpuFeaturesMask
+constexpr uint64_t kLimits = IPP_CPU_NO_AVX2 | IPP_CPU_NO_AVX512;
 
 bool has(Level level) {
   switch (level) {
@@ -21,10 +21,8 @@ bool has(Level level) {
   }
 }
 
-// The body of index 3, which the library does not tell.
-std::atomic<size_t>& topLevel() {
-  static std::atomic<size_t> level = static_cast<size_t>(widestLevel());
-  return level;
+uint64_t limitOf(Level level) {
+  return level == Level::sse41 ? IPP_CPU_NO_AVX2 : level == Level::avx2 ? IPP_CPU_NO_AVX512 : 0;
 }
 
 void setLevel(size_t level) {
@@ -36,9 +34,8 @@ void setLevel(size_t level) {
   }
   loadLibrary();  // which chooses a level
   ippJumpIndexForMergedLibs = level == 0 ? 1 : level == 1 ? 2 : 3;
-  if (level < 2) return;
-  ippSetCpuFeaturesMask(kLevelMask | level << 16 | (ippGetEnabledCpuFeatures() & 0xFFFF));
-  topLevel() = level;
+  ippSetCpuFeaturesMask((ippGetEnabledCpuFeatures() & ~kLimits) |
+                        limitOf(static_cast<Level>(level)));
 }
 
 }  // namespace
@@ -54,7 +51,12 @@ const char* vistrel_level_name(size_t level) {
 size_t vistrel_get_level() {
   loadLibrary();
   const uint32_t index = ippJumpIndexForMergedLibs;
-  return index == 3 ? topLevel().load() : index == 2 ? 1 : 0;
+  if (index != 3) return index == 2 ? 1 : 0;
+  const uint64_t enabled = ippGetEnabledCpuFeatures();
+  const Level most = enabled & IPP_CPU_NO_AVX2     ? Level::sse41
+                     : enabled & IPP_CPU_NO_AVX512 ? Level::avx2
+                                                   : Level::avx512;
+  return static_cast<size_t>(std::min(most, widestLevel()));
 }
 
 int32_t vistrel_set_level(size_t level, vistrel_error* error) {

@@ -137,18 +137,19 @@ TEST_F(Features, AreNotToBeHadWithoutCpuid) {
   EXPECT_THAT(registers, Each(7));
 }
 
-TEST_F(EnabledFeatures, ChooseTheBodyOfIndexThree) {
+TEST_F(EnabledFeatures, LimitTheBodyOfIndexThree) {
+  const auto bodyWith = [](uint64_t mask) {
+    ippSetCpuFeaturesMask(mask);
+    EXPECT_EQ(ippGetEnabledCpuFeatures(), mask);
+    return levelOfIndex(3);
+  };
   const uint64_t before = ippGetEnabledCpuFeatures();
-  const Level top = g_topLevel;
-  for (int level = 0; level < 256; ++level) {
-    ippSetCpuFeaturesMask(uint64_t{0x6C6576656C} << 24 | uint64_t(level) << 16 | 0xCDF);
-    const int expected = std::max(2, std::min(level, static_cast<int>(widestLevel())));
-    EXPECT_EQ(static_cast<int>(g_topLevel), expected) << level;
-    EXPECT_EQ(ippGetEnabledCpuFeatures(), 0xCDFu);
-  }
-  ippSetCpuFeaturesMask(before);
-  EXPECT_EQ(g_topLevel, widestLevel()) << "a plain mask leaves the choice alone";
-  g_topLevel = top;
+  EXPECT_EQ(bodyWith(0xCDF), widestLevel());
+  EXPECT_EQ(bodyWith(0xCDF | IPP_CPU_NO_AVX512), std::min(widestLevel(), Level::avx2));
+  EXPECT_EQ(bodyWith(0xCDF | IPP_CPU_NO_AVX2), std::min(widestLevel(), Level::sse41));
+  EXPECT_EQ(bodyWith(IPP_CPU_NO_AVX2 | IPP_CPU_NO_AVX512), std::min(widestLevel(), Level::sse41));
+  EXPECT_EQ(levelOfIndex(2), std::min(widestLevel(), Level::ssse3));
+  EXPECT_EQ(bodyWith(before), widestLevel());
 }
 
 TEST_F(EnabledFeatures, AreStoredAsGiven) {
