@@ -15,7 +15,8 @@ Image readPng(const std::filesystem::path& path) {
   if (rowBytes * png.height() / kDeflateRatio > source.size())
     fail(kRejected, "the file is too short: {}x{} pixels do not fit its {} bytes", png.width(),
          png.height(), source.size());
-  Image image{{png.width(), png.height(), 3, 8, rowBytes, rowBytes * png.height()}, {}};
+  Image image;
+  image.layout = {png.width(), png.height(), 3, 8, rowBytes, rowBytes * png.height(), 0, 0, {}};
   image.pixels.resize(image.layout.bytes);
   png.readRows(image.pixels.data(), rowBytes);
   return image;
