@@ -30,6 +30,13 @@ target_include_directories(vistrelhost INTERFACE
 install(TARGETS Vistrel vistrelhost EXPORT Vistrel)
 if(VISTREL_APPS)
   install(TARGETS vistrel)
+  set(manual ${PROJECT_BINARY_DIR}/manual)
+  install(DIRECTORY ${manual}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR})
+  install(FILES ${manual}/bash/vistrel
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+  install(FILES ${manual}/zsh/_vistrel DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+  install(FILES ${manual}/fish/vistrel.fish
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 install(DIRECTORY ${PROJECT_BINARY_DIR}/include/vistrel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT Vistrel NAMESPACE Vistrel:: FILE VistrelTargets.cmake

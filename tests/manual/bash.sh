@@ -1,0 +1,22 @@
+# What bash offers for some beginnings of a command line.
+. "$(dirname "$0")/expect.sh"
+. "$manual/bash/vistrel"
+
+offers() {  # WANTED WORD...
+  local wanted=$1
+  shift
+  COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)) COMPREPLY=()
+  "$(complete -p vistrel | sed 's/.*-F \([^ ]*\) .*/\1/')" || true
+  expect "$*" "$wanted" "${COMPREPLY[*]-}"
+}
+
+offers convert vistrel conv
+offers --version vistrel --v
+offers "grbg gbrg" vistrel convert --phase g
+offers near vistrel convert a.pgm -a n
+offers "2 3 4 5 6" vistrel convert --curve ""
+offers --from-name vistrel convert a.pgm --fro
+offers "" vistrel convert a
+offers "" vistrel convert -o ""
+offers "" vistrel nonsense --
+exit $((faults > 0))

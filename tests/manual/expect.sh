@@ -1,0 +1,22 @@
+# Included by the scripts beside it. They get the folder of pages and completions, and the program.
+set -euo pipefail
+manual=$1
+vistrel=$2
+faults=0
+
+# need PROGRAM...: skips the test where one is not installed.
+need() {
+  for program; do
+    command -v "$program" >/dev/null || { echo "skipped: $program is not installed"; exit 77; }
+  done
+}
+
+# expect WHAT WANTED GOT
+expect() {
+  [ "$2" = "$3" ] && return
+  printf '%s: expected "%s", got "%s"\n' "$@"
+  faults=$((faults + 1))
+}
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT

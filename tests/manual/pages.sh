@@ -1,0 +1,33 @@
+# The pages are sound, one stands for each command, and each tells every option that --help tells.
+. "$(dirname "$0")/expect.sh"
+need mandoc man
+
+# options TEXT: the names at the head of each option's line in --help.
+options() { grep -oE '^ +-[^ ]+' <<<"$1" | tr -d ' ' | tr ',' '\n' | sort -u; }
+
+# page NAME: the page without its fonts.
+page() { zcat "$manual/man1/$1.1.gz" | sed 's/\\f[BIR]//g; s/\\-/-/g'; }
+
+# told PAGE OPTION: the option heads a paragraph of the page.
+told() { grep -qE -- "(^|, )$2(,| |\$)" <<<"$1"; }
+
+check() {  # PAGE HELP
+  local text option
+  mandoc -T lint -W error "$manual/man1/$1.1.gz" || faults=$((faults + 1))
+  expect "man --warnings $1" "" "$(man --warnings -E UTF-8 -l "$manual/man1/$1.1.gz" 2>&1 >/dev/null)"
+  text=$(page "$1")
+  for option in $(options "$2"); do
+    told "$text" "$option" || expect "$1" "$option" "nothing"
+  done
+  ! told "$text" --no-such-option
+}
+
+commands=$("$vistrel" --help | sed '1,/ommands:$/d' | grep -oE '^  [a-z0-9]+ ' | tr -d ' ')
+[ "$(wc -w <<<"$commands")" -ge 5 ]
+check vistrel "$("$vistrel" --help)"
+for command in $commands; do
+  check "vistrel-$command" "$("$vistrel" "$command" --help)"
+  grep -qF "vistrel-$command(1)" <<<"$(page vistrel)" || expect vistrel "vistrel-$command" "nothing"
+done
+expect "pages" "$(wc -w <<<"$commands vistrel")" "$(find "$manual/man1" -name '*.1.gz' | wc -l)"
+exit $((faults > 0))
