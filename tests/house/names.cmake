@@ -1,17 +1,18 @@
-# cmake -D HEADER=vistrel.h -D README=README.md -P names.cmake: fails when the README lacks a pixel
-# format or an algorithm of the public header.
+# cmake -D HEADER=FILE -D LINES=REGEX -D NAME=REGEX -D PAGE=FILE -P names.cmake: fails when the page
+# lacks a name that a line of the public header defines.
 cmake_minimum_required(VERSION 3.25)
 
-file(STRINGS ${HEADER} lines REGEX "^ *(IMG_FMT|DM)_[A-Z0-9_]+ = ")
-file(READ ${README} readme)
+file(STRINGS ${HEADER} lines REGEX "${LINES}")
+file(READ ${PAGE} page)
 set(missing "")
 foreach(line IN LISTS lines)
-  string(REGEX MATCH "[A-Z0-9_]+" name "${line}")
-  if(NOT readme MATCHES "`${name}`")
+  string(REGEX MATCH "${NAME}" name "${line}")
+  string(REPLACE "(" "" name "${name}")  # behind a function's
+  if(NOT page MATCHES "`${name}`")
     string(APPEND missing " ${name}")
   endif()
 endforeach()
 list(LENGTH lines count)
 if(missing OR count LESS 9)
-  message(FATAL_ERROR "of ${count} names in ${HEADER}, ${README} lacks:${missing}")
+  message(FATAL_ERROR "of ${count} names in ${HEADER}, ${PAGE} lacks:${missing}")
 endif()
