@@ -47,7 +47,7 @@ void convertOne(const Job& job, const ConvertOptions& o) {
 
 ExitStatus run(ConvertOptions& o) {
   o.input.checkWithPhase();
-  o.conversion.load();
+  o.conversion.load(o.output);
   const std::vector<Job> jobs = planJobs(o.inputs, o.output);
   Progress progress(jobs.size());
   Tally tally;

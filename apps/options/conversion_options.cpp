@@ -6,6 +6,7 @@
 #include "apps/options/curve_file.h"
 #include "apps/options/geometry.h"
 #include "apps/options/options.h"
+#include "apps/options/output_format.h"
 
 namespace vistrel::app {
 namespace {
@@ -22,11 +23,17 @@ std::optional<uint32_t> numberIn(const std::string& text) {
   return number;
 }
 
+// Of --format, or else of --depth.
+const OutputFormat& formatOf(const ConversionOptions& o) {
+  return outputFormat(!o.format.empty() ? o.format : o.depth == "16" ? "bgr48" : "bgr24");
+}
+
+// A mono frame has gray alone, and without a format as many bits as --depth says.
 uint32_t formatOf(const ConversionOptions& o, bool mono) {
-  const bool words = o.depth == "16" || o.format == "gray16";
-  if (mono) return words ? IMG_FMT_MONO16 : IMG_FMT_MONO8;
-  if (!o.format.empty()) return words ? IMG_FMT_GRAY16 : IMG_FMT_GRAY8;
-  return words ? IMG_FMT_BGR48 : IMG_FMT_BGR24;
+  const OutputFormat& choice = formatOf(o);
+  const bool gray = o.format.empty() || o.format == "gray8" || o.format == "gray16";
+  if (mono && gray) return choice.allBits ? IMG_FMT_MONO16 : IMG_FMT_MONO8;
+  return choice.code;
 }
 
 }  // namespace
@@ -47,14 +54,15 @@ void ToneOptions::apply(vistrel_conversion& conversion) const {
   conversion.table_entries = static_cast<uint32_t>(table.size());
 }
 
-void ConversionOptions::load() {
+void ConversionOptions::load(const std::filesystem::path& output) {
   if (depth == "16" && !format.empty())
     fail(kUsage, "--depth 16 and --format {} do not go together; gray of all bits is gray16",
          format);
-  const bool allBits = depth == "16" || format == "gray16";
-  if (allBits && (tone.window || !tone.curve.empty()))
+  const OutputFormat& choice = formatOf(*this);
+  if (choice.allBits && (tone.window || !tone.curve.empty()))
     fail(kUsage, "{} keeps all bits: --window and --curve do not go with it",
-         depth == "16" ? "--depth 16" : "--format gray16");
+         format.empty() ? "--depth 16" : "--format " + format);
+  checkFits(choice, output);
   tone.load();
 }
 
@@ -73,6 +81,7 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   c.gray = gray == "raw" ? VISTREL_RAW_GRAY : VISTREL_LUMA;
   c.binning = binning;
   c.reduce_to = reduced ? kReduced : 0;
+  preparation.apply(c);
   tone.apply(c);
   c.excess = mask ? VISTREL_MASK : VISTREL_REFUSE;
   c.region = region ? &*region : nullptr;
@@ -103,12 +112,13 @@ void addConversionOptions(CLI::App& command, ConversionOptions& o) {
       ->type_name("WxH+X+Y");
   between(command.add_option("--bin", o.binning, "Sum blocks of so many pixels either way (1)"), 1,
           4);
+  addPreparationOptions(command, o.preparation);
   addToneOptions(command, o.tone);
   oneOf(
       command.add_option("--depth", o.depth, "Bits of a sample (8); reduce10: 8 of the 10 highest"),
       {"8", "16", "reduce10"});
-  auto* format = oneOf(command.add_option("--format", o.format, "Gray in place of colours"),
-                       {"gray8", "gray16"});
+  auto* format = oneOf(command.add_option("--format", o.format, "Gray, or another order (bgr24)"),
+                       outputFormatNames());
   oneOf(command.add_option("--gray", o.gray, "Luma of the colours, or the library's own (luma)"),
         {"luma", "raw"})
       ->needs(format);

@@ -3,11 +3,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "apps/options/algorithm.h"
+#include "apps/options/preparation_options.h"
 #include "host/vistrel.hpp"
 
 namespace vistrel::app {
@@ -27,12 +29,14 @@ struct ConversionOptions {
   Algorithm algorithm = algorithmAt(0);
   uint32_t binning = 1;
   std::optional<vistrel_region> region;
+  PreparationOptions preparation;
   ToneOptions tone;
   std::string depth = "8", format, gray = "luma";
   bool mask = false;
 
-  // Throws Failure for what does not go together, and for a curve that cannot be read.
-  void load();
+  // Throws Failure for what does not go together, also with a picture of that name, and for a
+  // curve that cannot be read.
+  void load(const std::filesystem::path& output);
 
   // Throws Failure (rejected) for more bits than the algorithm is made for.
   vistrel_conversion of(const vistrel_frame& frame) const;  // refers to these options

@@ -72,7 +72,12 @@ TEST(Usage, Numbers) {
   expectUsage(convert + "--window 3", "--window: Value 3 not in range 0 to 2" + kHint);
   expectUsage(convert + "--curve 1", "--curve 1: 2 to 6, or a file with a table, are allowed\n");
   expectUsage(convert + "--depth 12", "--depth: 12 not in {8,16,reduce10}" + kHint);
-  expectUsage(convert + "--format bgr24", "--format: bgr24 not in {gray8,gray16}" + kHint);
+  expectUsage(
+      convert + "--format bgr32",
+      "--format: bgr32 not in {gray8,gray16,bgr24,rgb24,bgra,rgba,argb,bgr48,rgb48}" + kHint);
+  expectUsage(convert + "--black -1", "--black: Value -1 not in range 0 to 65535" + kHint);
+  expectUsage(convert + "--black 65536", "--black: Value 65536 not in range 0 to 65535" + kHint);
+  expectUsage(convert + "--edges cut", "--edges: cut not in {native,padded}" + kHint);
   expectUsage(convert + "--format gray8 --gray red", "--gray: red not in {luma,raw}" + kHint);
   expectUsage("scene -o a.pgm --bits 7", "--bits: Value 7 not in range 8 to 16" + kHint);
 }
@@ -86,6 +91,23 @@ TEST(Usage, Algorithm) {
   for (const std::string threshold : {"256", "-1", "", "x", "5x", "99999999999"})
     expectUsage(convert + "edge:" + threshold,
                 "--algorithm edge:" + threshold + ": a threshold of 0 to 255 is allowed\n");
+}
+
+TEST(Usage, WhiteBalance) {
+  const std::string convert = "convert a.pgm -o a.png --phase rggb --wb ";
+  for (const std::string gains : {"Auto", "1", "1,1", "1,1,1,1", "1,,1", "1,1,", "0,1,1", "1,1,17",
+                                  "1,1,nan", "1,1,inf", "1;1;1", "1,1,1x", "0.0001,1,1", "-1,1,1"})
+    expectUsage(convert + gains, "--wb " + gains +
+                                     ": auto, or three gains R,G,B from 1/4096 to 16, as in "
+                                     "2.1,1,1.6\n");
+}
+
+TEST(Usage, FormatsOfDumpsAlone) {
+  for (const std::string format : {"rgb24", "bgra", "rgba", "argb", "rgb48"})
+    for (const std::string name : {"a.png", "a.ppm", "a.pgm"})
+      expectUsage("convert a.pgm --phase rggb --format " + format + " -o " + name,
+                  "--format " + format +
+                      ": for .raw and .bin alone; pictures take gray8, gray16, bgr24 and bgr48\n");
 }
 
 TEST(Usage, Geometry) {
@@ -107,6 +129,8 @@ TEST(Usage, OptionsThatDoNotGoTogether) {
   expectUsage(convert + "--endian big", "--endian requires --size" + kHint);
   expectUsage(convert + "--depth 16 --curve 2",
               "--depth 16 keeps all bits: --window and --curve do not go with it\n");
+  expectUsage(convert + "--format bgr48 --curve 3",
+              "--format bgr48 keeps all bits: --window and --curve do not go with it\n");
   expectUsage(convert + "--format gray16 --window 1",
               "--format gray16 keeps all bits: --window and --curve do not go with it\n");
   expectUsage(convert + "--depth 16 --format gray8",

@@ -1,0 +1,66 @@
+#include "apps/options/preparation_options.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+#include "apps/failure.h"
+#include "apps/options/options.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr int kMostBlack = 65535;
+constexpr double kOne = double{int{VISTREL_GAIN_ONE}}, kMost = double{int{VISTREL_GAIN_MOST}};
+
+[[noreturn]] void failBalance(const std::string& text) {
+  fail(kUsage, "--wb {}: auto, or three gains R,G,B from 1/4096 to 16, as in 2.1,1,1.6", text);
+}
+
+// In 1/4096, rounded.
+std::array<uint32_t, 3> parseGains(const std::string& text) {
+  std::array<uint32_t, 3> gains;
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  for (size_t i = 0; i < gains.size(); ++i) {
+    double gain = 0;
+    if (i && (at == end || *at++ != ',')) failBalance(text);
+    const auto [rest, error] = std::from_chars(at, end, gain, std::chars_format::fixed);
+    const double scaled = gain * kOne;
+    if (error != std::errc{} || !(scaled >= 1 && scaled <= kMost)) failBalance(text);
+    gains[i] = static_cast<uint32_t>(std::lround(scaled));
+    at = rest;
+  }
+  if (at != end) failBalance(text);
+  return gains;
+}
+
+}  // namespace
+
+void PreparationOptions::apply(vistrel_conversion& c) const {
+  c.black = black;
+  c.edges = edges == "padded" ? VISTREL_EDGES_PADDED : VISTREL_EDGES_NATIVE;
+  if (grayWorld) c.white_balance = VISTREL_BALANCE_GRAY_WORLD;
+  if (!gains) return;
+  c.white_balance = VISTREL_BALANCE_GAINS;
+  std::copy(gains->begin(), gains->end(), c.gains);
+}
+
+void addPreparationOptions(CLI::App& command, PreparationOptions& o) {
+  between(command.add_option("--black", o.black, "Level of black, taken from all samples (0)"), 0,
+          kMostBlack);
+  command
+      .add_option_function<std::string>(
+          "--wb",
+          [&o](const std::string& text) {
+            o.grayWorld = text == "auto";
+            if (!o.grayWorld) o.gains = parseGains(text);
+          },
+          "White balance: gains, or auto for equal means")
+      ->type_name("R,G,B|auto");
+  oneOf(command.add_option("--edges", o.edges, "Borders: the library's own, or padded (native)"),
+        {"native", "padded"});
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,26 @@
+// What is done to the mosaic before it is demosaiced, and to its borders.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "host/vistrel_host.h"
+
+namespace vistrel::app {
+
+// --black, --wb, --edges.
+struct PreparationOptions {
+  uint32_t black = 0;
+  bool grayWorld = false;
+  std::optional<std::array<uint32_t, 3>> gains;  // red, green, blue in 1/4096
+  std::string edges = "native";
+
+  void apply(vistrel_conversion& conversion) const;
+};
+
+void addPreparationOptions(CLI::App& command, PreparationOptions& options);
+
+}  // namespace vistrel::app

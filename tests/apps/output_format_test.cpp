@@ -1,0 +1,57 @@
+// The codes behind the names of --format.
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "apps/failure.h"
+#include "apps/options/conversion_options.h"
+
+namespace vistrel::app {
+namespace {
+
+vistrel_frame frame(uint32_t phase) {
+  const uint16_t* const none = nullptr;
+  return frameOf(none, 8, 6, 12, phase);
+}
+
+const std::map<std::string, uint32_t> kCodes{
+    {"gray8", IMG_FMT_GRAY8}, {"gray16", IMG_FMT_GRAY16}, {"bgr24", IMG_FMT_BGR24},
+    {"rgb24", VISTREL_RGB24}, {"bgra", VISTREL_BGRA32},   {"rgba", VISTREL_RGBA32},
+    {"argb", IMG_FMT_ARGB32}, {"bgr48", IMG_FMT_BGR48},   {"rgb48", VISTREL_RGB48},
+};
+
+TEST(OutputFormats, OfColoursAreAllThereAre) {
+  ConversionOptions o;
+  for (const auto& [name, code] : kCodes) {
+    o.format = name;
+    EXPECT_NO_THROW(o.load("dump.raw")) << name;
+    EXPECT_EQ(o.of(frame(BAYER_RGGB)).format, code) << name;
+    EXPECT_NO_THROW(layoutOf(frame(BAYER_RGGB), o.of(frame(BAYER_RGGB)))) << name;
+  }
+  o.format.clear();
+  EXPECT_EQ(o.of(frame(BAYER_RGGB)).format, uint32_t{IMG_FMT_BGR24});
+  o.depth = "16";
+  EXPECT_EQ(o.of(frame(BAYER_RGGB)).format, uint32_t{IMG_FMT_BGR48});
+}
+
+TEST(OutputFormats, OfMonoFramesAreGray) {
+  ConversionOptions o;
+  EXPECT_EQ(o.of(frame(VISTREL_MONO)).format, uint32_t{IMG_FMT_MONO8});
+  o.format = "gray16";
+  EXPECT_EQ(o.of(frame(VISTREL_MONO)).format, uint32_t{IMG_FMT_MONO16});
+  o.format = "rgb24";
+  EXPECT_THROW(layoutOf(frame(VISTREL_MONO), o.of(frame(VISTREL_MONO))), Error);
+}
+
+TEST(OutputFormats, ThatPicturesHaveNotAreForDumps) {
+  ConversionOptions o;
+  o.format = "rgba";
+  for (const char* name : {"a.raw", "a.bin", "raw:-", "bin:-"}) EXPECT_NO_THROW(o.load(name));
+  for (const char* name : {"a.png", "a", "folder/", "-", "png:-"})
+    EXPECT_THROW(o.load(name), Failure) << name;
+  o.format = "bgr48";
+  EXPECT_NO_THROW(o.load("a.png"));
+}
+
+}  // namespace
+}  // namespace vistrel::app

@@ -1,0 +1,69 @@
+// --black, --wb and --edges, by numbers worked out by hand.
+#include <gmock/gmock.h>
+
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+using ::testing::ElementsAre;
+
+// Red 41, green 70, blue 100 under RGGB filters.
+struct Preparation : ::testing::Test {
+  Scratch scratch;
+
+  Preparation() {
+    scratch.write("in.pgm", pgm(9, 7, 255, [](uint32_t x, uint32_t y) {
+                    return x % 2 != y % 2 ? 70u : x % 2 ? 100u : 41u;
+                  }));
+  }
+
+  Picture convert(const std::string& options) const {
+    const Result result = scratch.vistrel("convert in.pgm -o out.png --phase rggb " + options);
+    EXPECT_EQ(result.err, "") << options;
+    return readPng(scratch / "out.png");
+  }
+  // The one colour of the picture; nothing, where there are more.
+  static std::vector<uint16_t> plain(const Picture& p) {
+    for (size_t i = 3; i < p.samples.size(); ++i)
+      if (p.samples[i] != p.samples[i - 3]) return {};
+    return {p.samples.begin(), p.samples.begin() + 3};
+  }
+};
+
+TEST_F(Preparation, BlackIsTakenAway) {
+  EXPECT_THAT(plain(convert("")), ElementsAre(41, 70, 100));
+  EXPECT_THAT(plain(convert("--black 0")), ElementsAre(41, 70, 100));
+  EXPECT_THAT(plain(convert("--black 50")), ElementsAre(0, 20, 50));
+}
+
+// (41 - 10) * 1.25 = 38.75, (70 - 10) * 2, (100 - 10) * 1.5.
+TEST_F(Preparation, GainsMultiply) {
+  EXPECT_THAT(plain(convert("--black 10 --wb 1.25,2,1.5")), ElementsAre(39, 120, 135));
+  EXPECT_THAT(plain(convert("--wb 16,0.5,1")), ElementsAre(255, 35, 100));
+}
+
+TEST_F(Preparation, AutoMakesColoursEqual) {
+  EXPECT_THAT(plain(convert("--black 10 --wb auto")), ElementsAre(90, 90, 90));
+}
+
+TEST_F(Preparation, PaddedEdgesKeepThePlainColour) {
+  EXPECT_TRUE(plain(convert("-a laroche")).empty()) << "this algorithm tints the border";
+  EXPECT_TRUE(plain(convert("-a laroche --edges native")).empty());
+  EXPECT_THAT(plain(convert("-a laroche --edges padded")), ElementsAre(41, 70, 100));
+  EXPECT_THAT(plain(convert("-a laroche --edges padded --bin 2")), ElementsAre(82, 140, 200));
+}
+
+TEST_F(Preparation, IsRefusedWhereTheFrameHasNoPlaceForIt) {
+  EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --black 256 -o out.png").err,
+            "vistrel: in.pgm: black 256: samples of 8 bits allow 0 to 255\n");
+  const Result mono = scratch.vistrel("convert in.pgm --phase mono --wb auto -o out.png");
+  EXPECT_EQ(mono.status, 3);
+  EXPECT_EQ(mono.err,
+            "vistrel: in.pgm: white_balance 2: a mono frame has no colours; 0 is allowed\n");
+  EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});
+}
+
+}  // namespace
+}  // namespace vistrel
