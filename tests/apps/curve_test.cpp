@@ -40,7 +40,7 @@ struct Curve : ::testing::Test {
 
 TEST_F(Curve, MapsByTheHighestTenBits) {
   // 0, 1000, 2000, 3000 and 4000 of 4096 are 0, 250, 500, 750 and 1000 of 1024.
-  const std::string expected = std::string("P5\n5 1\n255\n") + "\xFF\xC1\x82\x44\x05";
+  const std::string expected = "P5\n5 1\n255\n\xFF\xC1\x82\x44\x05";
   for (const std::string& text : {falling("\n"), falling(" "), "# inverse\n" + falling(" # one\n"),
                                   falling("\r\n\t"), falling("\n", 4096)}) {
     scratch.write("curve", text);
