@@ -26,6 +26,7 @@ void printText(const FrameFile& file, const Statistics& s) {
   const vistrel_frame& f = file.frame();
   const Description& d = file.description();
   fmt::print("format           {}\n", d.format);
+  if (d.pixfmt) fmt::print("pixel format     {}\n", *d.pixfmt);
   fmt::print("size             {} x {}\n", f.width, f.height);
   if (d.frames > 1) fmt::print("frames           {}\n", d.frames);
   fmt::print("sample           {} byte{}\n", f.bytes_per_sample, f.bytes_per_sample > 1 ? "s" : "");
@@ -54,6 +55,7 @@ void printJson(const FrameFile& file, const Statistics& s) {
   const vistrel_frame& f = file.frame();
   const Description& d = file.description();
   nlohmann::ordered_json json{{"format", d.format},
+                              {"pixel_format", told(d.pixfmt)},
                               {"frames", d.frames},
                               {"width", f.width},
                               {"height", f.height},
@@ -95,7 +97,10 @@ ExitStatus run(const InfoOptions& o) {
 void addInfoCommand(CLI::App& program, int& status) {
   auto* command = program.add_subcommand("info", "Tell what is in a raw frame");
   const auto o = std::make_shared<InfoOptions>();
-  command->add_option("IN", o->path, "Frame: binary PGM, or a dump with --size")->required();
+  command
+      ->add_option("IN", o->path,
+                   "Frame: PGM, PNG, TIFF, DNG, FITS, camera raw, dump; - reads standard input")
+      ->required();
   command->add_flag("--json", o->json, "Print JSON");
   addInputOptions(*command, o->input);
   command->footer(kExamples);

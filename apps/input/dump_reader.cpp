@@ -1,60 +1,91 @@
 #include "apps/input/dump_reader.h"
 
 #include <algorithm>
-#include <bit>
 
 #include "apps/failure.h"
+#include "host/vistrel.hpp"
 
 namespace vistrel::app {
 namespace {
 
+uint32_t packingOf(const InputOptions& o, uint32_t bits) {
+  if (o.pixfmt) return o.pixfmt->packing;
+  if (bits == 8) return VISTREL_PACKING_BYTES;
+  return o.bigEndian ? VISTREL_PACKING_BIG : VISTREL_PACKING_LITTLE;
+}
+
+bool areWords(uint32_t packing) {
+  return packing == VISTREL_PACKING_LITTLE || packing == VISTREL_PACKING_BIG;
+}
+
+vistrel_packed packedOf(const InputOptions& o) {
+  vistrel_packed packed{};
+  packed.stride = o.stride;
+  packed.width = o.size->width;
+  packed.height = o.size->height;
+  packed.bits = o.bits.value_or(o.pixfmt ? o.pixfmt->bits : 0);
+  packed.packing = packingOf(o, packed.bits);
+  if (o.pixfmt && packed.bits != o.pixfmt->bits && !areWords(packed.packing))
+    fail(kRejected, "--bits {}: samples of that --pixfmt have {}", packed.bits, o.pixfmt->bits);
+  if (o.highBits && !areWords(packed.packing))
+    fail(kRejected, "--align high: it is for samples in words, and these are not");
+  return packed;
+}
+
+void check(int32_t status, const vistrel_error& error) {
+  if (status != VISTREL_OK) throw Error(error);
+}
+
 class DumpReader : public Reader {
  public:
   DumpReader(const Source& source, const InputOptions& o)
-      : source_(source), skip_(o.skip), bigEndian_(o.bigEndian) {
+      : source_(source), skip_(o.skip), packed_(packedOf(o)) {
+    vistrel_error error{};
+    check(vistrel_get_packed_layout(&packed_, &layout_, &error), error);
     Description& d = description_;
     d.format = "dump";
-    d.width = o.size->width;
-    d.height = o.size->height;
-    d.bits = *o.bits;
-    d.bytesPerSample = d.bits > 8 ? 2 : 1;
-    const uint64_t left = source.size() - std::min(skip_, source.size());
-    rowBytes_ = size_t{d.width} * d.bytesPerSample;
-    checkSize(d, source, 8 * d.bytesPerSample, left);
-    setStride(o.stride, left);
-    countFrames(left);
+    d.width = packed_.width;
+    d.height = packed_.height;
+    d.bits = packed_.bits;
+    d.bytesPerSample = layout_.bytes_per_sample;
+    d.highBits = o.highBits && d.bits < 16;
+    if (o.pixfmt) d.phase = o.pixfmt->phase;
+    if (o.pixfmt) d.pixfmt = o.pixfmt->pfnc;
+    countFrames();
   }
 
   void read(uint64_t n, void* to) override {
-    const uint64_t at = skip_ + n * stride_ * description_.height;
-    for (uint32_t y = 0; y < description_.height; ++y)
-      source_.read(at + y * stride_, static_cast<uint8_t*>(to) + y * rowBytes_, rowBytes_);
-    if (description_.bytesPerSample == 2 && bigEndian_ != (std::endian::native == std::endian::big))
-      swapWords(to, rowBytes_ / 2 * description_.height);
+    std::vector<uint8_t> bytes(layout_.bytes);
+    source_.read(skip_ + n * frameBytes(), bytes.data(), bytes.size());
+    vistrel_packed packed = packed_;
+    packed.bytes = bytes.data();
+    packed.size = bytes.size();
+    vistrel_error error{};
+    check(vistrel_unpack(&packed, to, layout_.unpacked_bytes, &error), error);
   }
 
  private:
-  void setStride(size_t stride, uint64_t left) {
-    const Description& d = description_;
-    stride_ = stride ? stride : rowBytes_;
-    if (stride_ < rowBytes_)
-      fail(kRejected, "stride {}: a row of {} samples has {} bytes", stride_, d.width, rowBytes_);
-    if ((d.height - 1) > (left - rowBytes_) / stride_)
-      failTooShort(d, source_, 8 * d.bytesPerSample);
+  uint64_t frameBytes() const {
+    return (packed_.stride ? packed_.stride : layout_.row_bytes) * packed_.height;
   }
 
   // The last row of the last frame may lack its padding.
-  void countFrames(uint64_t left) {
-    const uint64_t padding = stride_ - rowBytes_, frameBytes = stride_ * description_.height;
-    description_.frames = (left + padding) / frameBytes;
-    const uint64_t used = description_.frames * frameBytes;
+  void countFrames() {
+    const uint64_t left = source_.size() - std::min(skip_, source_.size());
+    if (left < layout_.bytes)
+      fail(kRejected, "the file is too short: {}x{} samples of {} bits do not fit its {} bytes",
+           packed_.width, packed_.height, bitsInFile(), source_.size());
+    description_.frames = 1 + (left - layout_.bytes) / frameBytes();
+    const uint64_t used = description_.frames * frameBytes();
     description_.trailing = left > used ? left - used : 0;
   }
 
+  uint32_t bitsInFile() const { return areWords(packed_.packing) ? 16 : packed_.bits; }
+
   const Source& source_;
-  uint64_t skip_, stride_ = 0;
-  size_t rowBytes_ = 0;
-  bool bigEndian_;
+  uint64_t skip_;
+  vistrel_packed packed_;
+  vistrel_packed_layout layout_{};
 };
 
 }  // namespace

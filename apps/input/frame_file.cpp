@@ -27,7 +27,7 @@ InputOptions withName(const std::filesystem::path& path, InputOptions o) {
 }  // namespace
 
 void InputOptions::check() const {
-  if (size && !bits && !fromName)
+  if (size && !bits && !fromName && !pixfmt)
     fail(kUsage, "--bits is missing: a header-less dump does not tell its depth");
 }
 
@@ -53,6 +53,7 @@ void FrameFile::describe(const InputOptions& o) {
   frame_.height = d.height;
   frame_.bytes_per_sample = d.bytesPerSample;
   frame_.bits = o.bits.value_or(d.bits);
+  frame_.alignment = d.highBits ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
   layoutOf(frame_, defaultConversion(frame_));  // refuses bits that such samples can't have
   frame_.phase = o.phase.value_or(d.phase.value_or(VISTREL_MONO));
@@ -60,10 +61,12 @@ void FrameFile::describe(const InputOptions& o) {
 
 void FrameFile::remark(const InputOptions& o) {
   const Description& d = description();
-  if (o.bits && d.tellsBits && *o.bits != d.bits)
-    remarks_.push_back(fmt::format("taken as {} bits; the file tells {}", *o.bits, d.bits));
+  const char* const teller = o.pixfmt ? "--pixfmt" : "the file";
+  const uint32_t bits = o.pixfmt ? o.pixfmt->bits : d.bits;
+  if (o.bits && (d.tellsBits || o.pixfmt) && *o.bits != bits)
+    remarks_.push_back(fmt::format("taken as {} bits; {} tells {}", *o.bits, teller, bits));
   if (o.phase && d.phase && *o.phase != *d.phase)
-    remarks_.push_back(fmt::format("taken as {}; the file tells {}", vistrel_phase_name(*o.phase),
+    remarks_.push_back(fmt::format("taken as {}; {} tells {}", vistrel_phase_name(*o.phase), teller,
                                    vistrel_phase_name(*d.phase)));
 }
 

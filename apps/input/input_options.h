@@ -5,15 +5,18 @@
 #include <cstdint>
 #include <optional>
 
+#include "apps/names/pixel_format.h"
 #include "apps/options/geometry.h"
 
 namespace vistrel::app {
 
 struct InputOptions {
-  std::optional<Size> size;  // of a header-less dump
+  std::optional<Size> size;             // of a header-less dump
+  const PixelFormat* pixfmt = nullptr;  // of a dump: phase, bits and packing
   bool bigEndian = false;
-  uint64_t skip = 0;  // bytes before the first sample
-  size_t stride = 0;  // bytes from row to row; 0: packed
+  bool highBits = false;  // samples lie in the high bits of their words
+  uint64_t skip = 0;      // bytes before the first sample
+  size_t stride = 0;      // bytes from row to row; 0: packed
   std::optional<uint32_t> bits;
   std::optional<uint32_t> phase;
   bool fromName = false;

@@ -15,13 +15,15 @@ struct Description {
   std::string format;  // "PGM", "TIFF", ...
   uint32_t width = 0, height = 0;
   uint32_t bytesPerSample = 1;
-  uint32_t bits = 8;              // significant ones, in the low bits
+  uint32_t bits = 8;              // significant ones
+  bool highBits = false;          // they are the highest ones of a word, not the lowest
   bool tellsBits = false;         // else `bits` is all that a sample of this size may have
   std::optional<uint32_t> phase;  // of the frame as it is read
   uint64_t frames = 1;
   std::optional<uint32_t> maxval;  // of a PGM
   std::optional<double> black, white;
-  uint64_t trailing = 0;  // bytes after the last sample that nothing explains
+  std::optional<std::string> pixfmt;  // PFNC name of what a dump holds
+  uint64_t trailing = 0;              // bytes after the last sample that nothing explains
 };
 
 // An open input whose description is complete and whose length is enough for it.
@@ -52,10 +54,6 @@ std::unique_ptr<Reader> openReader(const Source& source);
 // them.
 void checkSize(const Description& description, const Source& source, uint32_t storedBits,
                uint64_t available, uint64_t ratio = 1);
-
-// The text for samples that end too early.
-[[noreturn]] void failTooShort(const Description& description, const Source& source,
-                               uint32_t storedBits);
 
 // The significant bits that a largest value tells: n where it is n set bits, else all `stored`
 // ones.

@@ -2,9 +2,12 @@
 #include <bit>
 
 #include "apps/failure.h"
+#include "apps/input/camera_raw.h"
+#include "apps/input/fits_reader.h"
 #include "apps/input/pgm_reader.h"
 #include "apps/input/png_reader.h"
 #include "apps/input/reader.h"
+#include "apps/input/tiff_reader.h"
 #include "host/vistrel.hpp"
 
 namespace vistrel::app {
@@ -12,7 +15,8 @@ namespace {
 
 constexpr size_t kHead = 64;
 
-constexpr const ReaderType* kTypes[] = {&kPgm, &kPng};
+// By extension before content, since many camera raw files are TIFFs of a kind.
+constexpr const ReaderType* kTypes[] = {&kCameraRaw, &kPgm, &kPng, &kTiff, &kFits};
 
 }  // namespace
 
@@ -22,11 +26,6 @@ std::unique_ptr<Reader> openReader(const Source& source) {
   for (const ReaderType* type : kTypes)
     if (type->recognises(source, head)) return type->open(source);
   fail(kRejected, "no frame of a kind that this program knows; -s WxH reads header-less dumps");
-}
-
-void failTooShort(const Description& d, const Source& source, uint32_t storedBits) {
-  fail(kRejected, "the file is too short: {}x{} samples of {} bits do not fit its {} bytes",
-       d.width, d.height, storedBits, source.size());
 }
 
 void checkSize(const Description& d, const Source& source, uint32_t storedBits, uint64_t available,
@@ -39,7 +38,9 @@ void checkSize(const Description& d, const Source& source, uint32_t storedBits, 
   frame.phase = VISTREL_MONO;
   layoutOf(frame, defaultConversion(frame));
   const uint64_t rowBytes = (uint64_t{d.width} * storedBits + 7) / 8;
-  if (rowBytes > available * ratio / d.height) failTooShort(d, source, storedBits);
+  if (rowBytes > available * ratio / d.height)
+    fail(kRejected, "the file is too short: {}x{} samples of {} bits do not fit its {} bytes",
+         d.width, d.height, storedBits, source.size());
 }
 
 uint32_t bitsOfLargest(uint64_t largest, uint32_t stored) {

@@ -64,21 +64,23 @@ Source::Source(const fs::path& path)
   size_ = static_cast<uint64_t>(statusOf(file_.get()).st_size);
 }
 
-size_t Source::readSome(uint64_t at, void* to, size_t count) const {
+size_t Source::readSome(uint64_t at, void* to, size_t count) const noexcept {
   if (at >= size_) return 0;
   size_t done = 0;
   while (done < count) {
     const ssize_t n = pread(fileno(file_.get()), static_cast<char*>(to) + done, count - done,
                             static_cast<off_t>(at + done));
-    if (n < 0) failToRead();
-    if (n == 0) break;
+    if (n <= 0) break;
     done += static_cast<size_t>(n);
   }
   return done;
 }
 
 void Source::read(uint64_t at, void* to, size_t count) const {
-  if (readSome(at, to, count) != count) fail(kInputOutput, "cannot be read: it ends early");
+  errno = 0;
+  if (readSome(at, to, count) == count) return;
+  if (errno) failToRead();
+  fail(kInputOutput, "cannot be read: it ends early");
 }
 
 std::string Source::head(size_t count) const {

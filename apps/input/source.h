@@ -25,8 +25,8 @@ class Source {
   // Throws where fewer bytes than `count` are there.
   void read(uint64_t at, void* to, size_t count) const;
 
-  // As many of `count` bytes as there are.
-  size_t readSome(uint64_t at, void* to, size_t count) const;
+  // As many of `count` bytes as can be read; for callbacks of libraries in C.
+  size_t readSome(uint64_t at, void* to, size_t count) const noexcept;
 
   std::string head(size_t count) const;
   std::vector<uint8_t> all() const;

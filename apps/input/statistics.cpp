@@ -23,8 +23,9 @@ double countFrom(const Histogram& histogram, uint32_t value) {
       std::accumulate(histogram.begin() + value, histogram.end(), uint64_t{0}));
 }
 
-uint32_t fullScale(uint32_t bits, uint32_t zeroLowBits) {
-  return ((1u << bits) - 1) >> zeroLowBits << zeroLowBits;
+uint32_t fullScale(uint32_t bits, uint32_t zeroLowBits, bool highBits) {
+  const uint32_t all = highBits ? 0x10000 - (0x10000u >> bits) : (1u << bits) - 1;
+  return all >> zeroLowBits << zeroLowBits;
 }
 
 }  // namespace
@@ -49,7 +50,8 @@ Statistics statisticsOf(const vistrel_frame& frame) {
   s.mean = sum / all;
   s.usedBits = static_cast<uint32_t>(std::bit_width(bits));
   s.zeroLowBits = bits ? static_cast<uint32_t>(std::countr_zero(bits)) : 0;
-  s.fullScale = fullScale(frame.bits == 16 && bits ? s.usedBits : frame.bits, s.zeroLowBits);
+  s.fullScale = fullScale(frame.bits == 16 && bits ? s.usedBits : frame.bits, s.zeroLowBits,
+                          frame.alignment == VISTREL_HIGH_BITS);
   s.percentSaturated = 100 * countFrom(*histogram, s.fullScale) / all;
   s.percentAtHighest = 100 * countFrom(*histogram, s.highest) / all;
   return s;

@@ -27,6 +27,15 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
       "--endian", [&options](const std::string& s) { options.bigEndian = s == "big"; },
       "Byte order of a dump of more than 8 bits (little)");
   oneOf(endian, {"little", "big"})->needs(size);
+  auto* pixfmt = input->add_option_function<std::string>(
+      "--pixfmt",
+      [&options](const std::string& s) { options.pixfmt = &parsePixelFormat("--pixfmt", s); },
+      "Phase, bits and packing of a dump by a name of `formats`");
+  pixfmt->type_name("NAME")->needs(size)->excludes(endian);
+  auto* align = input->add_option_function<std::string>(
+      "--align", [&options](const std::string& s) { options.highBits = s == "high"; },
+      "Where the bits of a dump's words are (low)");
+  oneOf(align, {"low", "high"})->needs(size);
   input->add_option("--skip", options.skip, "Bytes of a dump before its first sample (0)")
       ->type_name("BYTES")
       ->needs(size);

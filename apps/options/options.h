@@ -16,7 +16,7 @@ CLI::Option* between(CLI::Option* option, int least, int most);
 // One of `words`.
 CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words);
 
-// -s, --endian, --skip, --stride, --bits, --frame, --from-name.
+// -s, --bits, --endian, --pixfmt, --align, --skip, --stride, --frame, --from-name.
 void addInputOptions(CLI::App& command, InputOptions& options);
 
 // --phase.

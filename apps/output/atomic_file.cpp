@@ -4,10 +4,11 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <climits>
 #include <csignal>
 #include <cstring>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "apps/failure.h"
 
@@ -16,11 +17,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The unfinished file's name, where a signal handler can read it; empty without one.
-char g_unfinished[PATH_MAX];
-
 void onSignal(int signal) {
-  if (g_unfinished[0]) unlink(g_unfinished);
+  removeAllUnfinished();
   _exit(128 + signal);
 }
 
@@ -30,44 +28,73 @@ fs::path resolve(const fs::path& path) {
   return fs::exists(path, error) ? fs::canonical(path) : path;
 }
 
-// Those of the file that is replaced, else what a new one gets.
-mode_t permissions(const fs::path& path) {
-  struct stat there {};
-  if (stat(path.c_str(), &there) == 0) return there.st_mode & 07777;
+mode_t permissionsOfNewFiles() {
   const mode_t mask = umask(0);
   umask(mask);
   return 0666 & ~mask;
 }
 
+// Those of the file that is replaced, else what a new one gets.
+mode_t permissions(const fs::path& path) {
+  static const mode_t ofNewFiles = permissionsOfNewFiles();  // once: all threads share the mask
+  struct stat there {};
+  return stat(path.c_str(), &there) == 0 ? there.st_mode & 07777 : ofNewFiles;
+}
+
+bool writeAll(int to, const char* bytes, size_t count) {
+  while (count) {
+    const ssize_t n = ::write(to, bytes, count);
+    if (n < 0) return false;
+    bytes += n;
+    count -= static_cast<size_t>(n);
+  }
+  return true;
+}
+
 }  // namespace
 
-AtomicFile::AtomicFile(const fs::path& path) : name_(path), target_(resolve(path)) {
+bool isStandardOutput(const fs::path& path) {
+  const std::string& name = path.native();
+  return name == "-" || name.ends_with(":-");
+}
+
+AtomicFile::AtomicFile(const fs::path& path) : name_(path), target_(path) {
+  if (isStandardOutput(path)) {
+    stream_ = std::tmpfile();
+    if (!stream_) failToWrite(std::strerror(errno));
+    return;
+  }
   std::error_code error;
+  target_ = resolve(path);
   if (fs::exists(target_, error) && !fs::is_regular_file(target_, error))
     failToWrite("it is not a regular file");
-  const std::string name = target_.parent_path() / ".vistrel-XXXXXX";
-  if (name.size() >= sizeof g_unfinished) failToWrite("the name is too long");
-  std::memcpy(g_unfinished, name.c_str(), name.size() + 1);
-  const int descriptor = mkstemp(g_unfinished);
-  if (descriptor < 0) {
-    g_unfinished[0] = 0;
-    failToWrite(std::strerror(errno));
-  }
+  const int descriptor = unfinished_.emplace((target_.parent_path() / "").string()).descriptor();
+  if (descriptor < 0) failToWrite(std::strerror(errno));
   fchmod(descriptor, permissions(target_));
-  stream_ = fdopen(descriptor, "wb");
+  stream_ = fdopen(descriptor, "w+b");
 }
 
 AtomicFile::~AtomicFile() {
   if (stream_) std::fclose(stream_);
-  if (g_unfinished[0]) unlink(g_unfinished);
-  g_unfinished[0] = 0;
+}
+
+void AtomicFile::write(const void* bytes, size_t count) {
+  if (std::fwrite(bytes, 1, count, stream_) != count) failToWrite(std::strerror(errno));
 }
 
 void AtomicFile::commit() {
+  if (!unfinished_) return copyToStandardOutput();
   bool good = std::fflush(stream_) == 0 && fsync(fileno(stream_)) == 0;
   good = std::fclose(std::exchange(stream_, nullptr)) == 0 && good;
-  if (!good || std::rename(g_unfinished, target_.c_str()) != 0) failToWrite(std::strerror(errno));
-  g_unfinished[0] = 0;
+  if (!good || !unfinished_->rename(target_.c_str())) failToWrite(std::strerror(errno));
+}
+
+void AtomicFile::copyToStandardOutput() {
+  std::rewind(stream_);
+  std::vector<char> part(1 << 16);
+  for (size_t n; (n = std::fread(part.data(), 1, part.size(), stream_)) > 0;)
+    if (!writeAll(STDOUT_FILENO, part.data(), n)) failToWrite(std::strerror(errno));
+  if (std::ferror(stream_)) failToWrite(std::strerror(errno));
 }
 
 void AtomicFile::failToWrite(const char* reason) const {
@@ -75,7 +102,7 @@ void AtomicFile::failToWrite(const char* reason) const {
 }
 
 void installSignalHandlers() {
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, onSignal);
+  for (const int signal : kEndingSignals) std::signal(signal, onSignal);
   std::signal(SIGXFSZ, SIG_IGN);
 }
 

@@ -3,11 +3,15 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
+
+#include "apps/output/unfinished.h"
 
 namespace vistrel::app {
 
 // Writes beside the name and takes the name's place at commit(); destroyed before that, it
-// leaves no trace. One at a time. All members throw Failure (input/output).
+// leaves no trace. "-", also after a type as in "png:-", is standard output, which gets all at
+// commit(). Any number of threads may have one. All members throw Failure (input/output).
 class AtomicFile {
  public:
   explicit AtomicFile(const std::filesystem::path& path);
@@ -16,18 +20,24 @@ class AtomicFile {
   AtomicFile& operator=(const AtomicFile&) = delete;
 
   std::FILE* stream() const { return stream_; }
+  void write(const void* bytes, size_t count);
   void commit();
 
   // Throws the Failure that names the file and the reason.
   [[noreturn]] void failToWrite(const char* reason) const;
 
  private:
-  std::filesystem::path name_;    // as it was given
-  std::filesystem::path target_;  // where a link leads
+  void copyToStandardOutput();
+
+  std::filesystem::path name_;            // as it was given
+  std::filesystem::path target_;          // where a link leads
+  std::optional<Unfinished> unfinished_;  // none of standard output
   std::FILE* stream_ = nullptr;
 };
 
-// From here on an interrupt or a request to end removes an unfinished file and ends the program
+bool isStandardOutput(const std::filesystem::path& path);
+
+// From here on an interrupt or a request to end removes unfinished files and ends the program
 // with 128 plus the signal's number. A file size limit becomes an ordinary error.
 void installSignalHandlers();
 

@@ -1,15 +1,25 @@
 #include "apps/output/picture.h"
 
+#include <string>
+
 #include "apps/failure.h"
 
 namespace vistrel::app {
 
 const PictureType& pictureType(const std::filesystem::path& path) {
-  static const PictureType types[] = {
-      {".png", 0, writePng}, {".ppm", 3, writePnm}, {".pgm", 1, writePnm}};
+  static const PictureType types[] = {{".png", 0, writePng},   {".tif", 0, writeTiff},
+                                      {".tiff", 0, writeTiff}, {".pam", 0, writePam},
+                                      {".ppm", 3, writePnm},   {".pgm", 1, writePnm},
+                                      {".raw", 0, writeRaw},   {".bin", 0, writeRaw}};
+  static const PictureType standardOutput{"", 0, writePnm};
+  if (path == "-") return standardOutput;
+  std::string extension = path.extension().string();
+  if (isStandardOutput(path)) extension = fmt::format(".{}", path.string().substr(0, path.string().size() - 2));
   for (const PictureType& type : types)
-    if (path.extension() == type.extension) return type;
-  fail(kUsage, "-o {}: the name of a picture ends in .png, .ppm (colour) or .pgm (gray)",
+    if (extension == type.extension) return type;
+  fail(kUsage,
+       "-o {}: the name of a picture ends in .png, .tif, .pam, .ppm (colour), .pgm (gray) or .raw; "
+       "standard output is - for PNM, png:- and so on",
        path.string());
 }
 

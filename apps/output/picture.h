@@ -1,4 +1,4 @@
-// Pictures on disk: PNG, PPM, PGM.
+// Pictures on disk: PNG, TIFF, the PNM family, and bare samples.
 #pragma once
 
 #include <filesystem>
@@ -14,16 +14,23 @@ struct PictureType {
   void (*write)(const Image& image, AtomicFile& file);
 };
 
-// By the name's extension. Throws Failure (usage) for any but .png, .ppm and .pgm.
+// By the name's extension; "-" is any PNM on standard output, "png:-" a PNG and so on. Throws
+// Failure (usage) for names that tell no type.
 const PictureType& pictureType(const std::filesystem::path& path);
 
 // A PNG of three channels of 8 bits as BGR24. Throws Failure: input/output, or rejected.
 Image readPng(const std::filesystem::path& path);
 
-// The writers take mono and BGR pixels and throw Failure (input/output).
+// The writers take mono, BGR and ARGB pixels and throw Failure (input/output).
 // PNG: samples of 9 to 15 bits are spread over 16, and the file tells how many were significant.
 void writePng(const Image& image, AtomicFile& file);
-// PPM or PGM by the image's channels: maxval is the largest value of the significant bits.
+// TIFF without compression: samples of 9 to 15 bits are spread over 16, as in a PNG.
+void writeTiff(const Image& image, AtomicFile& file);
+// PGM, PPM or PAM by the image's channels: maxval is the largest value of the significant bits.
 void writePnm(const Image& image, AtomicFile& file);
+void writePam(const Image& image, AtomicFile& file);
+// The image's bytes as the library has them: rows without padding, channels in the library's order,
+// words with the low byte first.
+void writeRaw(const Image& image, AtomicFile& file);
 
 }  // namespace vistrel::app

@@ -34,8 +34,10 @@ void describe(png_structp png, png_infop info, const vistrel_layout& l) {
   png_set_user_limits(png, kMostPixels, kMostPixels);
   png_set_compression_level(png, kFastCompression);
   png_set_IHDR(png, info, l.width, l.height, l.bits > 8 ? 16 : 8,
-               l.channels == 3 ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_GRAY, PNG_INTERLACE_NONE,
-               PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+               l.channels == 1   ? PNG_COLOR_TYPE_GRAY
+               : l.channels == 3 ? PNG_COLOR_TYPE_RGB
+                                 : PNG_COLOR_TYPE_RGB_ALPHA,
+               PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
   const auto bits = static_cast<png_byte>(l.bits);
   const png_color_8 significant{bits, bits, bits, bits, 0};
   const bool spread = l.bits > 8 && l.bits < 16;
@@ -43,6 +45,7 @@ void describe(png_structp png, png_infop info, const vistrel_layout& l) {
   png_write_info(png, info);
   if (spread) png_set_shift(png, &significant);
   if (l.channels == 3) png_set_bgr(png);
+  if (l.channels == 4) png_set_swap_alpha(png);
   if (l.bits > 8 && std::endian::native == std::endian::little) png_set_swap(png);
 }
 

@@ -1,24 +1,27 @@
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <vector>
 
 #include "apps/output/picture.h"
+#include "apps/output/pixel_row.h"
 
 namespace vistrel::app {
 namespace {
 
-// Red, green, blue; words with the high byte first.
-template <class Sample>
-void putRow(const uint8_t* from, const vistrel_layout& l, std::vector<uint8_t>& row) {
-  row.clear();
-  for (uint32_t x = 0; x < l.width; ++x) {
-    for (uint32_t c = l.channels; c-- > 0;) {
-      Sample sample;
-      std::memcpy(&sample, from + (size_t{x} * l.channels + c) * sizeof sample, sizeof sample);
-      if (sizeof sample == 2) row.push_back(static_cast<uint8_t>(sample >> 8));
-      row.push_back(static_cast<uint8_t>(sample));
-    }
+uint32_t maxvalOf(const vistrel_layout& l) { return (1u << l.bits) - 1; }
+
+// Words with the high byte first.
+void writeRows(const Image& image, AtomicFile& file) {
+  std::vector<uint8_t> row;
+  for (uint32_t y = 0; y < image.layout.height; ++y) {
+    row.clear();
+    if (image.layout.bits > 8)
+      forEachSample<uint16_t>(image, y, [&row](uint16_t sample) {
+        row.push_back(static_cast<uint8_t>(sample >> 8));
+        row.push_back(static_cast<uint8_t>(sample));
+      });
+    else
+      forEachSample<uint8_t>(image, y, [&row](uint8_t sample) { row.push_back(sample); });
+    file.write(row.data(), row.size());
   }
 }
 
@@ -26,15 +29,18 @@ void putRow(const uint8_t* from, const vistrel_layout& l, std::vector<uint8_t>& 
 
 void writePnm(const Image& image, AtomicFile& file) {
   const vistrel_layout& l = image.layout;
-  const int type = l.channels == 3 ? 6 : 5;
-  std::fprintf(file.stream(), "P%d\n%u %u\n%u\n", type, l.width, l.height, (1u << l.bits) - 1);
-  std::vector<uint8_t> row;
-  for (uint32_t y = 0; y < l.height; ++y) {
-    const uint8_t* from = image.pixels.data() + y * l.row_bytes;
-    l.bits > 8 ? putRow<uint16_t>(from, l, row) : putRow<uint8_t>(from, l, row);
-    if (std::fwrite(row.data(), 1, row.size(), file.stream()) != row.size())
-      file.failToWrite(std::strerror(errno));
-  }
+  if (l.channels == 4) return writePam(image, file);
+  std::fprintf(file.stream(), "P%d\n%u %u\n%u\n", l.channels == 3 ? 6 : 5, l.width, l.height,
+               maxvalOf(l));
+  writeRows(image, file);
+}
+
+void writePam(const Image& image, AtomicFile& file) {
+  const vistrel_layout& l = image.layout;
+  const char* const type = l.channels == 1 ? "GRAYSCALE" : l.channels == 3 ? "RGB" : "RGB_ALPHA";
+  std::fprintf(file.stream(), "P7\nWIDTH %u\nHEIGHT %u\nDEPTH %u\nMAXVAL %u\nTUPLTYPE %s\nENDHDR\n",
+               l.width, l.height, l.channels, maxvalOf(l), type);
+  writeRows(image, file);
 }
 
 }  // namespace vistrel::app

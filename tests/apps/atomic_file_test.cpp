@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <memory>
+#include <thread>
+#include <vector>
 
 #include "tests/apps/program.h"
 
@@ -15,10 +18,10 @@ using Names = std::vector<std::string>;
 
 void startAndRaise(const Scratch& scratch, int signal) {
   installSignalHandlers();
-  AtomicFile file(scratch / "out.png");
+  AtomicFile file(scratch / "out.png"), second(scratch / "second.png");
   std::fputs("half a picture", file.stream());
   std::fflush(file.stream());
-  if (scratch.names().size() != 2) _exit(1);  // it does stand beside out.png meanwhile
+  if (scratch.names().size() != 3) _exit(1);  // they do stand beside out.png meanwhile
   std::raise(signal);
 }
 
@@ -30,6 +33,30 @@ TEST(AtomicFileDeathTest, SignalsLeaveNothing) {
   EXPECT_EXIT(startAndRaise(scratch, SIGHUP), ExitedWithCode(129), "");
   EXPECT_EQ(scratch.names(), Names{"out.png"});
   EXPECT_EQ(scratch.read("out.png"), "old");
+}
+
+[[noreturn]] void writeForEver(const std::filesystem::path& path) {
+  for (;;) {
+    AtomicFile file(path);
+    std::fputs("a picture", file.stream());
+  }
+}
+
+// Threads that begin files all the time, and an end between any two of their steps.
+void startThreadsAndRaise(const Scratch& scratch, int microseconds) {
+  installSignalHandlers();
+  for (int i = 0; i < 4; ++i)
+    std::thread([&scratch] { writeForEver(scratch / "out.png"); }).detach();
+  std::this_thread::sleep_for(std::chrono::microseconds(2000 + microseconds));
+  std::raise(SIGINT);
+}
+
+TEST(AtomicFileDeathTest, SignalsLeaveNothingOfAnyThread) {
+  const Scratch scratch;
+  for (int i = 0; i < 20; ++i) {
+    EXPECT_EXIT(startThreadsAndRaise(scratch, 37 * i), ExitedWithCode(130), "");
+    EXPECT_EQ(scratch.names(), Names{});
+  }
 }
 
 TEST(AtomicFile, LeavesNothingUnlessCommitted) {
@@ -46,6 +73,33 @@ TEST(AtomicFile, LeavesNothingUnlessCommitted) {
   }
   EXPECT_EQ(scratch.names(), Names{"out.png"});
   EXPECT_EQ(scratch.read("out.png"), "a picture");
+}
+
+TEST(AtomicFile, ManyAtOnce) {
+  const Scratch scratch;
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < 8; ++thread)
+    threads.emplace_back([&scratch, thread] {
+      for (int i = 0; i < 5; ++i) {
+        const std::string name = std::to_string(thread) + "-" + std::to_string(i);
+        AtomicFile file(scratch / name);
+        file.write(name.data(), name.size());
+        if (i != 3) file.commit();
+      }
+    });
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(scratch.names().size(), 8u * 4);
+  for (const std::string& name : scratch.names()) EXPECT_EQ(scratch.read(name), name);
+}
+
+TEST(AtomicFile, RefusesMoreThanItCanRemove) {
+  const Scratch scratch;
+  std::vector<std::unique_ptr<AtomicFile>> files;
+  for (int i = 0; i < 256; ++i)
+    files.push_back(std::make_unique<AtomicFile>(scratch / std::to_string(i)));
+  EXPECT_THROW(AtomicFile(scratch / "last"), std::runtime_error);
+  files.clear();
+  EXPECT_EQ(scratch.names(), Names{});
 }
 
 }  // namespace

@@ -53,6 +53,52 @@ TEST_F(Frames, LastRowOfADumpNeedsNoPadding) {
   EXPECT_EQ(info("in.raw -s 2x2 --bits 8 --stride 3")["trailing_bytes"], 0);
 }
 
+// The samples 0x3FF, 0, 0x155, 1: in each packing by hand.
+TEST_F(Frames, DumpsByTheNameOfTheirFormat) {
+  using namespace std::string_literals;
+  const std::pair<const char*, std::string> dumps[] = {
+      {"BayerRG10p", "\xFF\x03\x50\x55\x00"s},  // 0x155 << 20 | 1 << 30, lowest byte first
+      {"BayerRG10Packed", "\xFF\x03\x00\x55\x11\x00"s},
+      {"pRAA", "\xFF\x00\x55\x00\x53"s},
+      {"rggb10le", "\xFF\x03\x00\x00\x55\x01\x01\x00"s}};
+  for (const auto& [name, bytes] : dumps) {
+    scratch.write("in.raw", bytes);
+    const std::string arguments = std::string("in.raw -s 4x1 --pixfmt ") + name;
+    const auto told = info(arguments);
+    EXPECT_EQ(told["phase"], "rggb") << name;
+    EXPECT_EQ(told["bits"], 10) << name;
+    const Result result =
+        scratch.vistrel("convert " + arguments + " --phase mono --depth 16 -o out.pgm");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(scratch.read("out.pgm"), "P5\n4 1\n1023\n\x03\xFF\x00\x00\x01\x55\x00\x01"s) << name;
+  }
+}
+
+TEST_F(Frames, DumpOfHighBits) {
+  scratch.write("in.raw", std::string("\xFF\xC0\x00\x40\x55\x40", 6));
+  const std::string arguments = "in.raw -s 3x1 --bits 10 --endian big --align high";
+  EXPECT_EQ(info(arguments)["full_scale"], 0xFFC0);
+  const Result result =
+      scratch.vistrel("convert " + arguments + " --phase mono --depth 16 -o out.pgm");
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(scratch.read("out.pgm"), std::string("P5\n3 1\n1023\n\x03\xFF\0\x01\x01\x55", 18));
+}
+
+TEST_F(Frames, DumpsThatDoNotGoTogether) {
+  scratch.write("in.raw", std::string(40, 'x'));
+  const auto expect = [this](const std::string& options, const std::string& text) {
+    const Result result = scratch.vistrel("info in.raw -s 4x2 " + options);
+    EXPECT_EQ(result.status, 3) << options;
+    EXPECT_EQ(result.err, "vistrel: in.raw: " + text + "\n");
+  };
+  expect("--pixfmt BayerRG10p --bits 12", "--bits 12: samples of that --pixfmt have 10");
+  expect("--pixfmt BayerRG10p --align high",
+         "--align high: it is for samples in words, and these are not");
+  expect("--bits 8 --align high", "--align high: it is for samples in words, and these are not");
+  expect("--pixfmt BayerRG12p --skip 30",
+         "the file is too short: 4x2 samples of 12 bits do not fit its 40 bytes");
+}
+
 TEST_F(Frames, WhatOptionsContradict) {
   scratch.write("in.pgm", flat(600, 1023));
   info("in.pgm --bits 10");

@@ -139,7 +139,8 @@ TEST(Usage, OptionsThatDoNotGoTogether) {
 }
 
 TEST(Usage, OutputFormat) {
-  const std::string text = ": the name of a picture ends in .png, .ppm (colour) or .pgm (gray)\n";
+  const std::string text = ": the name of a picture ends in .png, .tif, .pam, .ppm (colour), .pgm (gray) or .raw; "
+      "standard output is - for PNM, png:- and so on\n";
   expectUsage("convert a.pgm --phase rggb -o a.jpg", "-o a.jpg" + text);
   expectUsage("convert a.pgm --phase rggb -o picture", "-o picture" + text);
   expectUsage("scene -o a.png", "-o a.png: a raw frame is a .pgm\n");

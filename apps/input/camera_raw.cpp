@@ -1,0 +1,96 @@
+#include "apps/input/camera_raw.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+
+#include "apps/failure.h"
+#include "apps/plugin/camera_raw_plugin.h"
+
+namespace vistrel::app {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kPlugin = "vistrel-libraw.so";
+
+// Beside the program, as it is built, and where it is installed.
+fs::path findPlugin() {
+  std::error_code error;
+  const fs::path program = fs::read_symlink("/proc/self/exe", error).parent_path();
+  const fs::path installed = (program / VISTREL_PLUGINS_FROM_PROGRAM).lexically_normal();
+  for (const fs::path& folder : {program, installed})
+    if (fs::exists(folder / kPlugin, error)) return folder / kPlugin;
+  fail(kInputOutput,
+       "a camera raw file is read by the plug-in {}, which is installed neither in {} nor in {}",
+       kPlugin, installed.string(), program.string());
+}
+
+// It stays loaded until the program ends.
+vistrel_read_camera_raw_function loadPlugin() {
+  const fs::path path = findPlugin();
+  void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* const function = library ? dlsym(library, VISTREL_READ_CAMERA_RAW) : nullptr;
+  if (!function) fail(kInputOutput, "the plug-in {} cannot be loaded: {}", kPlugin, dlerror());
+  return reinterpret_cast<vistrel_read_camera_raw_function>(function);
+}
+
+class CameraRawReader : public Reader {
+ public:
+  explicit CameraRawReader(const Source& source) {
+    static const vistrel_read_camera_raw_function readCameraRaw = loadPlugin();
+    const std::vector<uint8_t> bytes = source.all();
+    char text[200] = "";
+    if (readCameraRaw(bytes.data(), bytes.size(), room, this, text) != 0)
+      fail(kRejected, "camera raw: {}", text);
+  }
+
+  void read(uint64_t, void* to) override {
+    std::memcpy(to, samples_.data(), samples_.size() * sizeof samples_[0]);
+  }
+
+ private:
+  static uint16_t* room(void* self, const vistrel_camera_raw* raw) {
+    auto* reader = static_cast<CameraRawReader*>(self);
+    Description& d = reader->description_;
+    d.format = "camera raw";
+    d.width = raw->width;
+    d.height = raw->height;
+    d.bytesPerSample = 2;
+    d.bits = raw->bits;
+    d.tellsBits = true;
+    d.phase = raw->phase;
+    d.black = raw->black;
+    d.white = raw->white;
+    try {
+      reader->samples_.resize(size_t{raw->width} * raw->height);
+    } catch (const std::bad_alloc&) {
+      return nullptr;
+    }
+    return reader->samples_.data();
+  }
+
+  std::vector<uint16_t> samples_;
+};
+
+bool recognises(const Source& source, const std::string&) {
+  constexpr const char* extensions[] = {
+      ".3fr", ".arw", ".cr2", ".cr3", ".crw", ".dcr", ".erf", ".iiq", ".kdc", ".mef", ".mos",
+      ".mrw", ".nef", ".nrw", ".orf", ".pef", ".raf", ".rw2", ".rwl", ".sr2", ".srf", ".srw"};
+  std::string extension = source.path().extension().string();
+  std::ranges::transform(extension, extension.begin(),
+                         [](unsigned char c) { return std::tolower(c); });
+  return std::ranges::find(extensions, extension) != std::end(extensions);
+}
+
+}  // namespace
+
+const ReaderType kCameraRaw{recognises, openCameraRaw};
+
+std::unique_ptr<Reader> openCameraRaw(const Source& source) {
+  return std::make_unique<CameraRawReader>(source);
+}
+
+}  // namespace vistrel::app

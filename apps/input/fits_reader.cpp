@@ -1,0 +1,86 @@
+#include "apps/input/fits_reader.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <cstring>
+
+#include "apps/failure.h"
+#include "apps/input/fits_input.h"
+#include "apps/names/phase_names.h"
+#include "host/vistrel_host.h"
+
+namespace vistrel::app {
+namespace {
+
+void checkShape(const FitsShape& s) {
+  if (s.axes != 2 && s.axes != 3) fail(kRejected, "FITS: {} axes: 2 or 3 are expected", s.axes);
+  for (const LONGLONG n : s.size)
+    if (n < 1 || n > UINT32_MAX)
+      fail(kRejected, "FITS: an axis of {}: 1 to {} are allowed", n, UINT32_MAX);
+  if (s.bits != BYTE_IMG && s.bits != SHORT_IMG)
+    fail(kRejected, "FITS: BITPIX {}: 8 and 16 are read", s.bits);
+  if (std::trunc(s.scale) != s.scale || std::trunc(s.zero) != s.zero || s.scale < 1)
+    fail(kRejected, "FITS: BSCALE {}, BZERO {}: whole numbers are expected, BSCALE from 1", s.scale,
+         s.zero);
+}
+
+// Of the first row and column in the file; nothing where the file does not tell.
+std::optional<uint32_t> phaseInFile(FitsInput& file) {
+  std::string pattern = file.text("BAYERPAT");
+  if (pattern.empty()) return {};
+  const auto x = static_cast<uint32_t>(std::llround(file.number("XBAYROFF", 0)) & 1);
+  const auto y = static_cast<uint32_t>(std::llround(file.number("YBAYROFF", 0)) & 1);
+  std::ranges::transform(pattern, pattern.begin(), [](unsigned char c) { return std::toupper(c); });
+  for (uint32_t phase = 0; phase < VISTREL_MONO; ++phase)
+    if (pattern == phaseNames(phase).fits) return phaseAt(phase, x, y);
+  fail(kRejected, "FITS: BAYERPAT {:?}: RGGB, BGGR, GRBG and GBRG are known", pattern);
+}
+
+class FitsReader : public Reader {
+ public:
+  explicit FitsReader(const Source& source) : file_(source) {
+    const FitsShape& s = file_.shape();
+    checkShape(s);
+    Description& d = description_;
+    d.format = "FITS";
+    d.width = static_cast<uint32_t>(s.size[0]);
+    d.height = static_cast<uint32_t>(s.size[1]);
+    d.frames = static_cast<uint64_t>(s.size[2]);
+    const bool asStored = s.bits == BYTE_IMG && s.scale == 1 && s.zero == 0;
+    d.bytesPerSample = asStored ? 1 : 2;
+    d.bits = 8 * d.bytesPerSample;
+    d.tellsBits = asStored;
+    const auto stored = static_cast<uint32_t>(s.bits);
+    const auto begin = std::min(static_cast<uint64_t>(s.begin), source.size());
+    checkSize(d, source, stored, (source.size() - begin) / d.frames);
+    isBottomUp_ = file_.text("ROWORDER") == "BOTTOM-UP";
+    d.phase = phaseInFile(file_);
+    if (d.phase && isBottomUp_) d.phase = phaseAt(*d.phase, 0, d.height - 1);
+  }
+
+  void read(uint64_t n, void* to) override {
+    file_.readPlane(n, description_.bytesPerSample == 2, to);
+    if (isBottomUp_) flip(static_cast<uint8_t*>(to));
+  }
+
+ private:
+  void flip(uint8_t* samples) const {
+    const size_t row = size_t{description_.width} * description_.bytesPerSample;
+    uint8_t *top = samples, *bottom = samples + (description_.height - 1) * row;
+    for (; top < bottom; top += row, bottom -= row) std::swap_ranges(top, top + row, bottom);
+  }
+
+  FitsInput file_;
+  bool isBottomUp_ = false;
+};
+
+bool recognises(const Source&, const std::string& head) { return head.substr(0, 9) == "SIMPLE  ="; }
+
+std::unique_ptr<Reader> open(const Source& source) { return std::make_unique<FitsReader>(source); }
+
+}  // namespace
+
+const ReaderType kFits{recognises, open};
+
+}  // namespace vistrel::app

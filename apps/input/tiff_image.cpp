@@ -1,0 +1,120 @@
+#include "apps/input/tiff_image.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+#include "apps/failure.h"
+#include "host/vistrel_host.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr size_t kMostDirectories = 4096;
+
+// Planes 0 red, 1 green, 2 blue of each phase's block.
+constexpr std::array<std::array<uint8_t, 4>, 4> kPatterns{
+    {{1, 0, 2, 1}, {2, 1, 1, 0}, {0, 1, 1, 2}, {1, 2, 0, 1}}};
+
+uint32_t phaseOf(TIFF* tiff) {
+  uint16_t* repeat = nullptr;
+  uint16_t count = 0;
+  uint8_t* pattern = nullptr;
+  if (!TIFFGetField(tiff, TIFFTAG_CFAREPEATPATTERNDIM, &repeat) ||
+      !TIFFGetField(tiff, TIFFTAG_CFAPATTERN, &count, &pattern))
+    fail(kRejected, "TIFF: a mosaic without CFARepeatPatternDim and CFAPattern");
+  if (repeat[0] != 2 || repeat[1] != 2 || count != 4)
+    fail(kRejected, "TIFF: a mosaic of {}x{} filters, {} of them named: 2x2 are expected",
+         repeat[1], repeat[0], count);
+  for (uint32_t phase = 0; phase < kPatterns.size(); ++phase)
+    if (std::equal(pattern, pattern + 4, kPatterns[phase].begin())) return phase;
+  fail(kRejected, "TIFF: CFAPattern {} {} {} {}: it is none of the four Bayer phases", pattern[0],
+       pattern[1], pattern[2], pattern[3]);
+}
+
+template <class T>
+std::optional<double> meanOf(TIFF* tiff, uint32_t tag) {
+  uint16_t count = 0;
+  T* values = nullptr;
+  if (!TIFFGetField(tiff, tag, &count, &values) || !count) return {};
+  return std::accumulate(values, values + count, 0.0) / count;
+}
+
+// The area that saw light, where the file names one.
+void takeActiveArea(TIFF* tiff, TiffImage& image) {
+  const uint32_t* area = nullptr;  // top, left, bottom, right
+  if (!TIFFGetField(tiff, TIFFTAG_ACTIVEAREA, &area)) return;
+  if (area[0] >= area[2] || area[1] >= area[3] || area[2] > image.rows || area[3] > image.columns)
+    fail(kRejected, "TIFF: ActiveArea {} {} {} {}: it leaves the image of {}x{}, or is empty",
+         area[0], area[1], area[2], area[3], image.columns, image.rows);
+  image.y = area[0];
+  image.x = area[1];
+  image.height = area[2] - area[0];
+  image.width = area[3] - area[1];
+}
+
+TiffImage currentImage(const TiffInput& tiff) {
+  TIFF* const t = tiff.handle();
+  TiffImage image{};
+  image.offset = TIFFCurrentDirOffset(t);
+  image.columns = image.width = tiff.get<uint32_t>(TIFFTAG_IMAGEWIDTH, 0);
+  image.rows = image.height = tiff.get<uint32_t>(TIFFTAG_IMAGELENGTH, 0);
+  image.bits = tiff.get<uint16_t>(TIFFTAG_BITSPERSAMPLE, 1);
+  image.samplesPerPixel = tiff.get<uint16_t>(TIFFTAG_SAMPLESPERPIXEL, 1);
+  image.photometric = tiff.get<uint16_t>(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
+  image.compression = tiff.get<uint16_t>(TIFFTAG_COMPRESSION, COMPRESSION_NONE);
+  image.sampleFormat = tiff.get<uint16_t>(TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
+  image.reduced = tiff.get<uint32_t>(TIFFTAG_SUBFILETYPE, 0) & FILETYPE_REDUCEDIMAGE;
+  image.isLinear = !meanOf<uint16_t>(t, TIFFTAG_LINEARIZATIONTABLE);
+  image.black = meanOf<float>(t, TIFFTAG_BLACKLEVEL);
+  image.white = meanOf<uint32_t>(t, TIFFTAG_WHITELEVEL);
+  return image;
+}
+
+// Where the directories below the current one begin.
+void addSubdirectories(TIFF* tiff, std::vector<uint64_t>& offsets) {
+  uint16_t count = 0;
+  uint64_t* below = nullptr;
+  if (TIFFGetField(tiff, TIFFTAG_SUBIFD, &count, &below))
+    offsets.insert(offsets.end(), below, below + count);
+}
+
+std::vector<TiffImage> allImages(TiffInput& tiff) {
+  TIFF* const t = tiff.handle();
+  std::vector<TiffImage> images;
+  std::vector<uint64_t> below;
+  do {
+    images.push_back(currentImage(tiff));
+    addSubdirectories(t, below);
+  } while (images.size() < kMostDirectories && TIFFReadDirectory(t));
+  for (const uint64_t offset : below)
+    if (images.size() < kMostDirectories && TIFFSetSubDirectory(t, offset))
+      images.push_back(currentImage(tiff));
+  return images;
+}
+
+}  // namespace
+
+std::vector<TiffImage> findTiffFrames(TiffInput& tiff) {
+  std::vector<TiffImage> images = allImages(tiff), frames;
+  const auto keep = [&](auto&& isFrame) {
+    if (frames.empty()) std::ranges::copy_if(images, std::back_inserter(frames), isFrame);
+  };
+  keep([](const TiffImage& i) { return i.photometric == PHOTOMETRIC_CFA && !i.reduced; });
+  keep([](const TiffImage& i) {
+    return i.photometric == PHOTOMETRIC_MINISBLACK && i.samplesPerPixel == 1 && !i.reduced;
+  });
+  if (frames.empty())
+    fail(kRejected,
+         "a TIFF of {} samples a pixel, photometric interpretation {}: a mosaic of one sample a "
+         "pixel or gray is expected",
+         images[0].samplesPerPixel, images[0].photometric);
+  for (TiffImage& image : frames) {
+    if (!TIFFSetSubDirectory(tiff.handle(), image.offset)) tiff.failToRead("a directory is lost");
+    takeActiveArea(tiff.handle(), image);
+    if (image.photometric == PHOTOMETRIC_CFA) image.phase = phaseOf(tiff.handle());
+  }
+  return frames;
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,60 @@
+#include "apps/input/tiff_input.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <new>
+
+#include "apps/failure.h"
+
+namespace vistrel::app {
+namespace {
+
+// What libtiff may take at once for a tag or a strip.
+constexpr tmsize_t kMostMemory = tmsize_t{4} << 30;
+
+using Options = std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)>;
+
+}  // namespace
+
+TiffInput::TiffInput(const Source& source) : source_(source), tiff_(nullptr, TIFFClose) {
+  const Options options(TIFFOpenOptionsAlloc(), TIFFOpenOptionsFree);
+  if (!options) throw std::bad_alloc();
+  TIFFOpenOptionsSetErrorHandlerExtR(options.get(), onError, this);
+  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), onWarning, this);
+  TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), kMostMemory);
+  // m: no mapping
+  tiff_.reset(TIFFClientOpenExt("TIFF", "rm", this, onRead, onWrite, onSeek, onClose, onSize,
+                                nullptr, nullptr, options.get()));
+  if (!tiff_) failToRead("it cannot be opened");
+}
+
+void TiffInput::failToRead(const char* otherwise) const {
+  fail(kRejected, "TIFF: {}", message_.empty() ? otherwise : message_);
+}
+
+int TiffInput::onError(TIFF*, void* self, const char*, const char* format, va_list arguments) {
+  auto& message = static_cast<TiffInput*>(self)->message_;
+  char text[200];
+  std::vsnprintf(text, sizeof text, format, arguments);
+  if (message.empty()) message = text;
+  return 1;
+}
+
+tmsize_t TiffInput::onRead(thandle_t self, void* to, tmsize_t count) {
+  auto* input = static_cast<TiffInput*>(self);
+  const size_t n = input->source_.readSome(input->at_, to, static_cast<size_t>(count));
+  input->at_ += n;
+  return static_cast<tmsize_t>(n);
+}
+
+toff_t TiffInput::onSeek(thandle_t self, toff_t to, int whence) {
+  auto* input = static_cast<TiffInput*>(self);
+  const uint64_t from = whence == SEEK_SET   ? 0
+                        : whence == SEEK_CUR ? input->at_
+                                             : input->source_.size();
+  return input->at_ = from + to;
+}
+
+toff_t TiffInput::onSize(thandle_t self) { return static_cast<TiffInput*>(self)->source_.size(); }
+
+}  // namespace vistrel::app

@@ -1,0 +1,45 @@
+// A TIFF that is read: what libtiff does, with failures in place of messages.
+#pragma once
+
+#include <tiffio.h>
+
+#include <memory>
+#include <string>
+
+#include "apps/input/source.h"
+
+namespace vistrel::app {
+
+class TiffInput {
+ public:
+  // Throws Failure for what is no TIFF.
+  explicit TiffInput(const Source& source);
+
+  TIFF* handle() const { return tiff_.get(); }
+
+  // Throws Failure with what libtiff said, or else with `otherwise`.
+  [[noreturn]] void failToRead(const char* otherwise) const;
+
+  // The value of a tag that has one, or `otherwise`.
+  template <class T>
+  T get(uint32_t tag, T otherwise) const {
+    T value = otherwise;
+    return TIFFGetFieldDefaulted(handle(), tag, &value) ? value : otherwise;
+  }
+
+ private:
+  static int onError(TIFF*, void* self, const char*, const char* format, va_list);
+  static int onWarning(TIFF*, void*, const char*, const char*, va_list) { return 1; }
+  static tmsize_t onRead(thandle_t self, void* to, tmsize_t count);
+  static tmsize_t onWrite(thandle_t, void*, tmsize_t) { return 0; }
+  static toff_t onSeek(thandle_t self, toff_t to, int whence);
+  static toff_t onSize(thandle_t self);
+  static int onClose(thandle_t) { return 0; }
+
+  const Source& source_;
+  uint64_t at_ = 0;
+  std::string message_;  // the first one
+  std::unique_ptr<TIFF, void (*)(TIFF*)> tiff_;
+};
+
+}  // namespace vistrel::app

@@ -1,0 +1,91 @@
+#include "apps/output/unfinished.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace vistrel::app {
+
+struct Unfinished::Slot {
+  std::atomic<bool> taken;
+  char name[PATH_MAX];  // empty: there is no file
+};
+
+Unfinished::Slot Unfinished::slots_[256];
+
+namespace {
+
+static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
+std::atomic<bool> g_ending;
+std::atomic<int> g_beginning;  // threads that make a file right now
+
+// While a file is made, no signal interrupts this thread, and handlers on others wait.
+class Beginning {
+ public:
+  Beginning() {
+    sigset_t ending;
+    sigemptyset(&ending);
+    for (const int signal : kEndingSignals) sigaddset(&ending, signal);
+    pthread_sigmask(SIG_BLOCK, &ending, &before_);
+    ++g_beginning;
+    if (g_ending) {
+      --g_beginning;
+      for (;;) pause();
+    }
+  }
+  ~Beginning() {
+    --g_beginning;
+    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+  }
+  Beginning(const Beginning&) = delete;
+  Beginning& operator=(const Beginning&) = delete;
+
+ private:
+  sigset_t before_;
+};
+
+}  // namespace
+
+Unfinished::Unfinished(const std::string& folder) {
+  const std::string name = folder + ".vistrel-XXXXXX";
+  errno = name.size() < PATH_MAX ? EMFILE : ENAMETOOLONG;
+  if (name.size() >= PATH_MAX) return;
+  for (Slot& slot : slots_) {
+    if (slot.taken.exchange(true)) continue;
+    slot_ = &slot;
+    const Beginning beginning;
+    std::memcpy(slot.name, name.c_str(), name.size() + 1);
+    descriptor_ = mkstemp(slot.name);
+    if (descriptor_ < 0) slot.name[0] = 0;
+    return;
+  }
+}
+
+Unfinished::~Unfinished() {
+  if (!slot_) return;
+  if (slot_->name[0]) unlink(slot_->name);
+  slot_->name[0] = 0;
+  slot_->taken = false;
+}
+
+bool Unfinished::rename(const char* name) {
+  if (std::rename(slot_->name, name) != 0) return false;
+  slot_->name[0] = 0;
+  return true;
+}
+
+void removeAllUnfinished() {
+  g_ending = true;
+  while (g_beginning) {
+  }
+  for (const Unfinished::Slot& slot : Unfinished::slots_)
+    if (slot.taken && slot.name[0]) unlink(slot.name);
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,89 @@
+// The mosaic of a camera raw file, by LibRaw: unpacked and not touched otherwise.
+#include <libraw/libraw.h>
+
+#include <algorithm>
+#include <bit>
+#include <cstdio>
+#include <stdexcept>
+
+#include "apps/plugin/camera_raw_plugin.h"
+#include "host/vistrel_host.h"
+
+namespace {
+
+void check(int status) {
+  if (status != LIBRAW_SUCCESS) throw std::runtime_error(LibRaw::strerror(status));
+}
+
+// LibRaw counts the two greens apart: 0 red, 1 green, 2 blue, 3 green of the blue rows.
+uint32_t phaseOf(LibRaw& raw) {
+  const auto colour = [&raw](int row, int column) {
+    const int c = raw.COLOR(row, column);
+    return c == 3 ? 1 : c;
+  };
+  if (raw.imgdata.idata.filters < 1000 || raw.imgdata.idata.colors != 3)
+    throw std::runtime_error("its filters are no Bayer mosaic of red, green and blue");
+  for (int row = 0; row < 8; ++row)
+    for (int column = 0; column < 2; ++column)
+      if (colour(row, column) != colour(row & 1, column))
+        throw std::runtime_error("its filters repeat after more than two rows");
+  constexpr int blocks[4][4] = {{1, 0, 2, 1}, {2, 1, 1, 0}, {0, 1, 1, 2}, {1, 2, 0, 1}};
+  for (uint32_t phase = 0; phase < 4; ++phase) {
+    const int* b = blocks[phase];
+    if (colour(0, 0) == b[0] && colour(0, 1) == b[1] && colour(1, 0) == b[2] &&
+        colour(1, 1) == b[3])
+      return phase;
+  }
+  throw std::runtime_error("its filters are none of the four Bayer phases");
+}
+
+const uint16_t* rowOf(const LibRaw& raw, uint32_t y) {
+  const auto& sizes = raw.imgdata.sizes;
+  return raw.imgdata.rawdata.raw_image + (y + sizes.top_margin) * (sizes.raw_pitch / 2) +
+         sizes.left_margin;
+}
+
+vistrel_camera_raw describe(LibRaw& raw) {
+  const auto& sizes = raw.imgdata.sizes;
+  if (!raw.imgdata.rawdata.raw_image) throw std::runtime_error("it holds no mosaic");
+  if (sizes.left_margin + sizes.width > sizes.raw_pitch / 2 ||
+      sizes.top_margin + sizes.height > sizes.raw_height || !sizes.width || !sizes.height)
+    throw std::runtime_error("its margins leave the image");
+  unsigned largest = raw.imgdata.color.maximum;
+  for (uint32_t y = 0; y < sizes.height; ++y)
+    largest =
+        std::max<unsigned>(largest, *std::max_element(rowOf(raw, y), rowOf(raw, y) + sizes.width));
+  const auto bits = std::clamp(static_cast<uint32_t>(std::bit_width(largest)), 8u, 16u);
+  return {sizes.width,
+          sizes.height,
+          bits,
+          phaseOf(raw),
+          static_cast<double>(raw.imgdata.color.black),
+          static_cast<double>(raw.imgdata.color.maximum)};
+}
+
+void read(const void* bytes, size_t size, vistrel_camera_raw_room room, void* context) {
+  LibRaw raw(LIBRAW_OPIONS_NO_DATAERR_CALLBACK);
+  check(raw.open_buffer(const_cast<void*>(bytes), size));
+  check(raw.unpack());
+  const vistrel_camera_raw shape = describe(raw);
+  uint16_t* to = room(context, &shape);
+  if (!to) throw std::bad_alloc();
+  for (uint32_t y = 0; y < shape.height; ++y) to = std::copy_n(rowOf(raw, y), shape.width, to);
+}
+
+}  // namespace
+
+extern "C" int vistrel_read_camera_raw(const void* bytes, size_t size, vistrel_camera_raw_room room,
+                                       void* context, char text[200]);
+
+int vistrel_read_camera_raw(const void* bytes, size_t size, vistrel_camera_raw_room room,
+                            void* context, char text[200]) {
+  try {
+    read(bytes, size, room, context);
+    return 0;
+  } catch (const std::exception& error) {
+    std::snprintf(text, 200, "%s", error.what());
+    return 1;
+  }
+}

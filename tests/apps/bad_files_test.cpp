@@ -1,0 +1,196 @@
+// Files of every kind that are not what they should be: refused with the reason, never a crash.
+#include <gtest/gtest.h>
+
+#include "tests/apps/fits_file.h"
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+#include "tests/apps/tiff_file.h"
+
+namespace vistrel {
+namespace {
+
+struct BadFiles : ::testing::Test {
+  Scratch scratch;
+
+  void expectRejected(const std::string& name, const std::string& text, int status = 3) const {
+    const Result result = scratch.vistrel("info " + name);
+    EXPECT_EQ(result.status, status) << text << "\n" << result.err;
+    EXPECT_EQ(result.err, "vistrel: " + name + ": " + text + "\n");
+    EXPECT_EQ(result.out, "");
+  }
+  // Cut anywhere, a file is refused or, where nothing that counts is lost, read.
+  void cutEverywhere(const std::string& name, size_t step) const {
+    const std::string whole = scratch.read(name);
+    for (size_t size = 0; size < whole.size(); size += step) {
+      scratch.write(name, whole.substr(0, size));
+      const Result result = scratch.vistrel("info " + name);
+      EXPECT_TRUE(result.status == 0 || result.status == 3) << size << ": " << result.err;
+      EXPECT_EQ(result.err.empty(), result.status == 0) << size;
+      EXPECT_EQ(result.err.find('\n') + 1, result.err.size()) << result.err;
+    }
+  }
+  void tiff(const std::string& text, const std::function<void(TiffSpec&)>& change) const {
+    TiffSpec spec;
+    change(spec);
+    writeTiff(scratch / "in.tif", spec, [](uint32_t, uint32_t) { return 1; });
+    expectRejected("in.tif", text);
+  }
+  void fits(const std::string& text, const std::string& file) const {
+    scratch.write("in.fits", file);
+    expectRejected("in.fits", text);
+  }
+};
+
+TEST_F(BadFiles, TiffOfOtherKinds) {
+  tiff(
+      "a TIFF of 3 samples a pixel, photometric interpretation 2: a mosaic of one sample a pixel "
+      "or "
+      "gray is expected",
+      [](TiffSpec& s) { s.samplesPerPixel = 3, s.bits = 8; });
+  tiff("TIFF: 4 bits a sample: 8 to 16 are allowed", [](TiffSpec& s) { s.bits = 4; });
+  tiff("TIFF: 17 bits a sample: 8 to 16 are allowed", [](TiffSpec& s) { s.bits = 17; });
+  tiff("TIFF: sample format 2: unsigned whole numbers, 1, are expected",
+       [](TiffSpec& s) { s.sampleFormat = 2; });
+  tiff("TIFF: its samples need a LinearizationTable, which is not supported", [](TiffSpec& s) {
+    s.linearization = {0, 5, 9};
+  });
+  tiff("TIFF: CFAPattern 0 1 2 1: it is none of the four Bayer phases", [](TiffSpec& s) {
+    s.cfa = {0, 1, 2, 1};
+  });
+  tiff("TIFF: a mosaic of 2x2 filters, 6 of them named: 2x2 are expected",
+       [](TiffSpec& s) { s.cfa = {0, 1, 1, 2, 0, 1}; });
+  tiff("TIFF: ActiveArea 0 0 6 7: it leaves the image of 7x5, or is empty", [](TiffSpec& s) {
+    s.activeArea = {0, 0, 6, 7};
+  });
+  tiff("TIFF: ActiveArea 4 0 4 7: it leaves the image of 7x5, or is empty", [](TiffSpec& s) {
+    s.activeArea = {4, 0, 4, 7};
+  });
+}
+
+// A directory by hand: libtiff writes nothing so wrong.
+std::string tiffOf(const std::vector<std::vector<uint32_t>>& tags) {
+  std::string file("II*\0\x08\0\0\0", 8);
+  const auto put = [&file](uint32_t value, int bytes) {
+    for (int i = 0; i < bytes; ++i) file += static_cast<char>(value >> 8 * i);
+  };
+  put(static_cast<uint32_t>(tags.size()), 2);
+  for (const auto& tag : tags) put(tag[0], 2), put(4, 2), put(1, 4), put(tag[1], 4);
+  put(0, 4);
+  return file;
+}
+
+TEST_F(BadFiles, TiffOfWrongSizes) {
+  const auto expectTiff = [this](uint32_t width, uint32_t height, uint32_t compression,
+                                 const std::string& text) {
+    scratch.write("in.tif", tiffOf({{256, width},
+                                    {257, height},
+                                    {258, 16},
+                                    {259, compression},
+                                    {262, 1},
+                                    {273, 8},
+                                    {277, 1},
+                                    {278, height},
+                                    {279, 100}}));
+    expectRejected("in.tif", text);
+  };
+  expectTiff(0, 5, 1, "TIFF: Computed scanline size is zero");
+  expectTiff(5, 0, 1, "TIFF: TIFF: Bad value 0 for \"RowsPerStrip\" tag");
+  expectTiff(1000, 1000, 1,
+             "the file is too short: 1000x1000 samples of 16 bits do not fit its 122 bytes");
+  expectTiff(60000, 60000, 5,
+             "the file is too short: 60000x60000 samples of 16 bits do not fit its 122 bytes");
+  expectTiff(4294967295u, 4294967295u, 1, "TIFF: it cannot be opened");
+  expectTiff(4, 4, 6,
+             "TIFF: compression 6: none (1), LZW (5), deflate (8) and PackBits (32773) are read");
+}
+
+TEST_F(BadFiles, TiffCutAnywhere) {
+  TiffSpec spec;
+  spec.cfa = {0, 1, 1, 2};
+  spec.inSubdirectory = spec.isDng = true;
+  writeTiff(scratch / "in.tif", spec, [](uint32_t x, uint32_t y) { return x * y; });
+  cutEverywhere("in.tif", 7);
+  spec.compression = 8;
+  spec.tile = 16;
+  writeTiff(scratch / "in.tif", spec, [](uint32_t x, uint32_t y) { return x * y; });
+  cutEverywhere("in.tif", 11);
+}
+
+TEST_F(BadFiles, Fits) {
+  const std::string data(2880, 1);
+  fits("FITS: BITPIX 32: 8 and 16 are read", vistrel::fits(cards(32, {"2", "2"}), data));
+  fits("FITS: BITPIX -32: 8 and 16 are read", vistrel::fits(cards(-32, {"2", "2"}), data));
+  fits("FITS: 1 axes: 2 or 3 are expected", vistrel::fits(cards(8, {"2"}), data));
+  fits("FITS: 4 axes: 2 or 3 are expected", vistrel::fits(cards(8, {"2", "2", "1", "1"}), data));
+  fits("FITS: there is no image in it", vistrel::fits(cards(8, {}), ""));
+  fits("FITS: an axis of 0: 1 to 4294967295 are allowed",
+       vistrel::fits(cards(8, {"0", "2"}), data));
+  fits("the file is too short: 3000x2000 samples of 8 bits do not fit its 5760 bytes",
+       vistrel::fits(cards(8, {"3000", "2000"}), data));
+  fits("the file is too short: 20x20 samples of 8 bits do not fit its 5760 bytes",
+       vistrel::fits(cards(8, {"20", "20", "1000"}), data));
+  auto header = cards(16, {"2", "2"});
+  header.push_back(card("BSCALE", "0.5"));
+  fits("FITS: BSCALE 0.5, BZERO 0: whole numbers are expected, BSCALE from 1",
+       vistrel::fits(header, data));
+  header = cards(8, {"2", "2"});
+  header.push_back(card("BAYERPAT", "'CMYG    '"));
+  fits("FITS: BAYERPAT \"CMYG\": RGGB, BGGR, GRBG and GBRG are known", vistrel::fits(header, data));
+  fits("FITS: a sample is below 0 or above 65535",
+       vistrel::fits(cards(16, {"2", "2"}), std::string(8, '\xFF')));
+}
+
+TEST_F(BadFiles, FitsThatCfitsioRefuses) {
+  const std::string file = vistrel::fits(cards(8, {"2", "2"}), "abcd");
+  for (const std::string& bad :
+       {std::string("SIMPLE  ="), file.substr(0, 1000), file.substr(0, 2880) + "ab",
+        vistrel::fits(cards(8, {"-2", "2"}), "abcd"),
+        vistrel::fits(cards(9, {"2", "2"}), "abcd")}) {
+    scratch.write("in.fits", bad);
+    const Result result = scratch.vistrel("info in.fits");
+    EXPECT_EQ(result.status, 3) << result.out;
+    EXPECT_EQ(result.err.find("vistrel: in.fits: "), 0u) << result.err;
+  }
+}
+
+TEST_F(BadFiles, Png) {
+  scratch.write("in.pgm", pgm(4, 4, 255, [](uint32_t x, uint32_t y) { return 40 * x + y; }));
+  ASSERT_EQ(scratch.vistrel("convert in.pgm --phase rggb -o in.png").status, 0);
+  expectRejected("in.png", "a PNG of 3 channels of 8 bits: gray of 8 or 16 bits is expected");
+  ASSERT_EQ(scratch.vistrel("convert in.pgm --phase mono -o in.png").status, 0);
+  const std::string file = scratch.read("in.png");
+  cutEverywhere("in.png", 3);
+  scratch.write("in.png", file.substr(0, 20) + '\x99' + file.substr(21));
+  expectRejected("in.png", "IHDR: CRC error");
+}
+
+TEST_F(BadFiles, Pgm) {
+  scratch.write("in.pgm", pgm(4, 4, 1023, [](uint32_t x, uint32_t y) { return 40 * x + y; }));
+  cutEverywhere("in.pgm", 1);
+}
+
+TEST_F(BadFiles, CameraRaw) {
+  if (!std::filesystem::exists(VISTREL_PLUGIN)) GTEST_SKIP() << "built without LibRaw";
+  scratch.write("in.nef", "no camera writes this");
+  const Result result = scratch.vistrel("info in.nef");
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err.find("vistrel: in.nef: camera raw: "), 0u) << result.err;
+  TiffSpec spec;
+  spec.width = 64;
+  spec.height = 48;
+  spec.cfa = {0, 1, 1, 2};
+  spec.isDng = true;
+  writeTiff(scratch / "in.nef", spec, [](uint32_t x, uint32_t y) { return x * y; });
+  cutEverywhere("in.nef", 501);
+}
+
+TEST_F(BadFiles, NothingIsKnown) {
+  scratch.write("in.bin", "what is this");
+  expectRejected("in.bin",
+                 "no frame of a kind that this program knows; -s WxH reads header-less dumps");
+  scratch.write("in.tif", "");
+  expectRejected("in.tif", "the file is empty");
+}
+
+}  // namespace
+}  // namespace vistrel
