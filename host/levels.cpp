@@ -49,7 +49,7 @@ const char* vistrel_level_name(size_t level) {
 }
 
 size_t vistrel_get_level() {
-  loadLibrary();
+  if (guarded(nullptr, [] { loadLibrary(); })) return 0;  // what an unloaded library runs
   const uint32_t index = ippJumpIndexForMergedLibs;
   if (index != 3) return index == 2 ? 1 : 0;
   const uint64_t enabled = ippGetEnabledCpuFeatures();

@@ -11,7 +11,7 @@
  * Every function that can refuse returns a status: VISTREL_OK, or the code of
  * the refusal. It also writes the code, and a text that names the argument, the
  * value it got and what is allowed, into the caller's vistrel_error, unless that
- * pointer is null. Nothing is written to a result that was refused.
+ * pointer is null. Nothing is written to a refused result, unless memory ran out.
  *
  * Set a structure to 0 before filling it, or fill it by the function that there
  * is for it. Structures that callers fill end in reserved fields, which must be

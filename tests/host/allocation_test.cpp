@@ -193,6 +193,17 @@ TEST(AllocationsOfThePool, MayFailAtTheFirstCall) {
   EXPECT_EQ(work(nullptr), VISTREL_OK);
 }
 
+TEST(AllocationsOfTheLevel, MayFailAtTheFirstCall) {
+  g_watch = {true, true, 1, 0, 0};
+  vistrel_get_level();  // throws nothing
+  const int32_t status = vistrel_set_level(0, nullptr);
+  const int failed = g_watch.failed;
+  g_watch = {};
+  EXPECT_EQ(status, failed ? VISTREL_NO_MEMORY : VISTREL_OK);
+  EXPECT_EQ(vistrel_set_level(0, nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_get_level(), 0u);
+}
+
 TEST(AllocationsOfTheCppFace, MayFail) {
   const std::vector<uint8_t> samples(20 * 10, 50);
   const vistrel_frame frame = frameOf(samples, 20, 10, BAYER_RGGB);
