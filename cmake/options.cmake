@@ -3,6 +3,7 @@
 option(VISTREL_APPS "Build the command-line program" ON)
 option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
 option(VISTREL_BENCH "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF)
+option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)
 option(VISTREL_WERROR "Treat warnings as errors" OFF)
 set(VISTREL_SANITIZE "" CACHE STRING "Sanitizers for all targets, e.g. address,undefined")
 
@@ -34,6 +35,9 @@ target_compile_options(vistrel_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
   $<$<BOOL:${VISTREL_WERROR}>:-Werror>)
 
+if(VISTREL_FUZZ)
+  set(VISTREL_SANITIZE fuzzer-no-link,address,undefined)
+endif()
 if(VISTREL_SANITIZE)
   add_compile_options(
     -fsanitize=${VISTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -1,0 +1,37 @@
+// Takes values from the front of a fuzzer's bytes; zeros past their end.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace vistrel {
+
+class Bytes {
+ public:
+  Bytes(const uint8_t* data, size_t size) : data_(data), left_(size) {}
+
+  template <class T = uint8_t>
+  T take() {
+    T value{};
+    const size_t n = std::min(sizeof value, left_);
+    if (n) std::memcpy(&value, data_, n);
+    data_ += n;
+    left_ -= n;
+    return value;
+  }
+  // Mostly less than `end`, now and then anything.
+  uint32_t below(uint32_t end) {
+    const auto kind = take();
+    return kind == 255 ? take<uint32_t>() : (kind & 1 ? take<uint16_t>() : kind / 2) % end;
+  }
+
+  const uint8_t* data() const { return data_; }
+  size_t left() const { return left_; }
+
+ private:
+  const uint8_t* data_;
+  size_t left_;
+};
+
+}  // namespace vistrel

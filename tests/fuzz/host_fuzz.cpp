@@ -1,0 +1,124 @@
+// Any description of frame, conversion and image, over memory of exactly the size that they tell:
+// converted or refused, and a refusal writes nothing.
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "host/vistrel_host.h"
+#include "tests/fuzz/bytes.h"
+
+using namespace vistrel;
+
+namespace {
+
+constexpr uint8_t kUntouched = 0x5A;
+constexpr size_t kMost = 1 << 18;
+
+void require(bool good, const char* what) {
+  if (good) return;
+  std::fprintf(stderr, "%s\n", what);
+  std::abort();
+}
+
+vistrel_frame frameFrom(Bytes& in) {
+  vistrel_frame f{};
+  f.width = in.below(48);
+  f.height = in.below(48);
+  f.bytes_per_sample = in.below(4);
+  f.bits = in.below(18);
+  f.phase = in.below(6);
+  f.alignment = in.below(3);
+  const uint8_t flags = in.take();
+  const size_t row = size_t{f.width} * f.bytes_per_sample;
+  f.stride = flags & 1 ? 0 : flags & 2 ? row + (flags >> 4) : in.take<uint64_t>();
+  f.size = (f.stride ? f.stride : row) * f.height;
+  if (flags & 4) f.size -= flags >> 5;
+  f.size = std::min(f.size, kMost);
+  return f;
+}
+
+vistrel_conversion conversionFrom(Bytes& in, vistrel_region& region, std::vector<uint16_t>& table) {
+  vistrel_conversion c{};
+  c.format = in.below(12);
+  if (in.take() & 1) c.format = 256 + in.below(5);
+  c.algorithm = in.below(13);
+  if (in.take() % 8 == 0) c.algorithm = VISTREL_AHD;
+  c.threshold = in.below(257);
+  c.gray = in.below(3);
+  c.binning = in.below(6);
+  c.reduce_to = in.below(18);
+  c.lut_mode = in.below(12);
+  table.resize(in.take() & 1 ? 1024 : in.below(4100) % 8192);
+  for (size_t i = 0; i < table.size(); ++i) table[i] = static_cast<uint16_t>(i * 7 & 255);
+  c.table = table.data();
+  c.table_entries = static_cast<uint32_t>(table.size());
+  c.excess = in.below(3);
+  if (in.take() & 1) {
+    region = {in.below(48), in.below(48), in.below(48), in.below(48)};
+    c.region = &region;
+  }
+  c.black = in.below(256);
+  c.white_balance = in.below(4);
+  for (uint32_t& gain : c.gains) gain = in.below(65540);
+  c.edges = in.below(3);
+  return c;
+}
+
+void convertAny(Bytes& in) {
+  vistrel_frame frame = frameFrom(in);
+  vistrel_region region{};
+  std::vector<uint16_t> table;
+  const vistrel_conversion conversion = conversionFrom(in, region, table);
+  vistrel_layout layout{};
+  vistrel_error error{};
+  const int32_t refused = vistrel_get_layout(&frame, &conversion, &layout, &error);
+  require(error.status == refused && (error.text[0] == 0) == (refused == 0), "status and text");
+  const uint8_t flags = in.take();
+  vistrel_image image{};
+  const size_t padding = flags & 1 ? flags >> 3 : 0;
+  image.stride = padding || flags & 2 ? layout.row_bytes + padding : 0;
+  image.size = layout.bytes + padding * (layout.height ? layout.height - 1 : 0);
+  if (flags & 4) image.size -= std::min<size_t>(image.size, flags >> 3);
+  if (image.size > kMost) return;
+  std::vector<uint8_t> samples(frame.size), pixels(image.size, kUntouched);
+  for (uint8_t& sample : samples) sample = in.take();
+  frame.samples = samples.data();
+  image.pixels = pixels.data();
+  const int32_t status = vistrel_convert(&frame, &conversion, &image, &error);
+  require(status != VISTREL_INTERNAL, "internal");
+  require(status == 0 || refused == 0 || status == refused, "one refusal, two codes");
+  for (size_t i = 0; i < pixels.size(); ++i)
+    if (status != 0 || (padding && i % (layout.row_bytes + padding) >= layout.row_bytes))
+      require(pixels[i] == kUntouched, "bytes that are not the image's");
+}
+
+void unpackAny(Bytes& in) {
+  vistrel_packed packed{};
+  packed.width = in.below(48);
+  packed.height = in.below(48);
+  packed.packing = in.below(7);
+  packed.bits = in.below(18);
+  packed.continuous = in.below(3);
+  if (in.take() & 1) packed.stride = in.below(200);
+  vistrel_packed_layout layout{};
+  vistrel_error error{};
+  if (vistrel_get_packed_layout(&packed, &layout, &error) != 0) return;
+  const uint8_t flags = in.take();
+  if (layout.bytes > kMost || layout.unpacked_bytes > kMost) return;
+  packed.size = layout.bytes - std::min<size_t>(layout.bytes, flags & 1 ? flags >> 4 : 0);
+  std::vector<uint8_t> bytes(packed.size);
+  for (uint8_t& byte : bytes) byte = in.take();
+  std::vector<uint8_t> samples(layout.unpacked_bytes - (flags & 2 ? 1 : 0));
+  packed.bytes = bytes.data();
+  const int32_t status = vistrel_unpack(&packed, samples.data(), samples.size(), &error);
+  require((status == 0) == (packed.size == layout.bytes && samples.size() == layout.unpacked_bytes),
+          "exactly the bytes that the layout tells");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  Bytes in(data, size);
+  in.take() & 1 ? unpackAny(in) : convertAny(in);
+  return 0;
+}

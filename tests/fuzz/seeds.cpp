@@ -1,0 +1,123 @@
+// seeds FOLDER: writes some small files for every target, FOLDER/TARGET/NAME.
+#include <cstdio>
+#include <fstream>
+
+#include "apps/names/pixel_format.h"
+#include "apps/output/picture.h"
+#include "tests/apps/fits_file.h"
+#include "tests/apps/pictures.h"
+#include "tests/apps/tiff_file.h"
+
+using namespace vistrel;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+uint32_t texture(uint32_t x, uint32_t y) { return (x * 37 ^ y * 11) & 255; }
+
+void save(const fs::path& path, const std::string& bytes) {
+  std::ofstream(path, std::ios::binary) << bytes;
+}
+
+void pgms(const fs::path& folder) {
+  save(folder / "bytes", pgm(5, 4, 255, texture));
+  save(folder / "stream", pgm(3, 2, 1023, texture) + pgm(3, 2, 1023, texture) + "\n");
+  save(folder / "comments", "P5 # a\n2 #b\n2\n255\nabcd");
+}
+
+void pngs(const fs::path& folder) {
+  for (const uint32_t bits : {8u, 12u, 16u})
+    for (const uint32_t channels : {1u, 3u}) {
+      const size_t row = 6 * channels * (bits > 8 ? 2 : 1);
+      Image image{{6, 5, channels, bits, row, row * 5, 0, 0, {}}, {}};
+      image.pixels.assign(row * 5, 7);
+      app::AtomicFile file(folder / (std::to_string(bits) + "x" + std::to_string(channels)));
+      app::writePng(image, file);
+      file.commit();
+    }
+}
+
+void tiffs(const fs::path& folder) {
+  TiffSpec spec;
+  for (const uint32_t compression : {1u, 5u, 8u, 32773u}) {
+    spec.compression = compression;
+    spec.tile = compression == 5 ? 16 : 0;
+    spec.bits = compression == 8 ? 16 : 12;
+    writeTiff(folder / ("compression" + std::to_string(compression)), spec, texture);
+  }
+  spec.cfa = {0, 1, 1, 2};
+  spec.isDng = spec.inSubdirectory = true;
+  spec.activeArea = {1, 1, 4, 6};
+  spec.white = 1023;
+  spec.black = 10;
+  spec.mode = "wb";
+  writeTiff(folder / "dng", spec, texture);
+}
+
+void fitses(const fs::path& folder) {
+  auto header = cards(16, {"4", "3", "2"});
+  header.push_back(card("BZERO", "32768"));
+  header.push_back(card("BAYERPAT", "'RGGB    '"));
+  header.push_back(card("XBAYROFF", "1"));
+  header.push_back(card("ROWORDER", "'BOTTOM-UP'"));
+  save(folder / "words", fits(header, std::string(48, 'a')));
+  save(folder / "bytes", fits(cards(8, {"4", "3"}), "abcdefghijkl"));
+  auto extension = cards(8, {"2", "1"});
+  extension[0] = card("XTENSION", "'IMAGE   '");
+  extension.push_back(card("PCOUNT", "0"));
+  extension.push_back(card("GCOUNT", "1"));
+  save(folder / "extension", fits(cards(8, {}), "") + fits(extension, "yz"));
+}
+
+// What Bytes::below() makes these numbers of; what Bytes::take() does, of half of them.
+std::string numbers(const std::vector<uint32_t>& values) {
+  std::string bytes;
+  for (const uint32_t value : values) bytes += static_cast<char>(2 * value);
+  return bytes;
+}
+
+void dumps(const fs::path& folder) {
+  const std::string samples(100, 'a');
+  for (uint32_t bits = 8; bits <= 16; ++bits)  // no format, no flags
+    save(folder / std::to_string(bits), numbers({5, 4, 100, bits}) + '\0' + samples);
+  for (uint32_t format = 0; format < app::pixelFormats().size(); format += 5)
+    save(folder / app::pixelFormats()[format].pfnc,
+         numbers({5, 4, format, 0}) + "\1" + std::string(1, '\0') + samples);
+}
+
+// In the order in which the target takes them: frame, conversion, image.
+std::string conversion(uint32_t bits, uint32_t format, const vistrel_algorithm* a) {
+  const bool isAhd = a->code == VISTREL_AHD;
+  const uint32_t bytes = bits > 8 ? 2 : 1;
+  return '\0' + numbers({11, 9, bytes, bits, BAYER_RGGB, 0}) + '\1' + numbers({format}) + '\0' +
+         numbers({isAhd ? 0 : a->code}) + (isAhd ? '\0' : '\1') + numbers({0, 0, 1, 0, 0}) + '\1' +
+         numbers({VISTREL_MASK}) + '\0' + numbers({3, 0, 100, 100, 100, 0}) + '\0' +
+         std::string(150, '\5');
+}
+
+void hosts(const fs::path& folder) {
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
+    save(folder / (std::string(a->name) + "8"), conversion(8, IMG_FMT_BGR24, a));
+    save(folder / (std::string(a->name) + "10"), conversion(10, IMG_FMT_BGR48, a));
+    save(folder / (std::string(a->name) + "-gray"), conversion(8, IMG_FMT_GRAY8, a));
+  }
+  for (uint32_t packing = 0; packing < 6; ++packing)
+    for (const uint32_t bits : {8u, 10u, 12u})
+      save(folder / ("packing" + std::to_string(packing) + "-" + std::to_string(bits)),
+           '\1' + numbers({9, 7, packing, bits, 0}) + '\0' + '\0' + std::string(150, 'a'));
+}
+
+}  // namespace
+
+int main(int, char** argv) {
+  const fs::path folder = argv[1];
+  for (const char* const target : {"pgm", "png", "tiff", "fits", "dump", "host"})
+    fs::create_directories(folder / target);
+  pgms(folder / "pgm");
+  pngs(folder / "png");
+  tiffs(folder / "tiff");
+  fitses(folder / "fits");
+  dumps(folder / "dump");
+  hosts(folder / "host");
+}
