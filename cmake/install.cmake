@@ -26,7 +26,7 @@ configure_package_config_file(cmake/VistrelConfig.cmake.in VistrelConfig.cmake
 write_basic_package_version_file(VistrelConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 
 target_include_directories(vistrelhost INTERFACE
-  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 install(TARGETS Vistrel vistrelhost EXPORT Vistrel)
 if(VISTREL_APPS)
   install(TARGETS vistrel)

@@ -19,7 +19,7 @@ check() {  # PAGE HELP
   for option in $(options "$2"); do
     told "$text" "$option" || expect "$1" "$option" "nothing"
   done
-  ! told "$text" --no-such-option
+  if told "$text" --no-such-option; then expect "$1" "nothing" --no-such-option; fi
 }
 
 commands=$("$vistrel" --help | sed '1,/ommands:$/d' | grep -oE '^  [a-z0-9]+ ' | tr -d ' ')

@@ -1,0 +1,7 @@
+# cmake -D FOLDER=FOLDER -P search_path.cmake: what is installed there loses its run path.
+file(GLOB files ${FOLDER}/bin/* ${FOLDER}/lib/*/lib*.so.* ${FOLDER}/lib/*/vistrel/*)
+foreach(file IN LISTS files)
+  if(NOT IS_SYMLINK ${file})
+    file(RPATH_REMOVE FILE ${file})
+  endif()
+endforeach()

@@ -1,0 +1,25 @@
+# examples.sh FOLDER [PROGRAM]: runs the built examples in FOLDER. What they print is worked out by
+# hand; the picture that they make is the one that the program makes.
+set -euo pipefail
+folder=$(realpath "$1")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cd "$scratch"
+
+expect() {  # WANTED EXAMPLE
+  local got
+  got=$("$folder/$2")
+  [[ "$got" == $1 ]] || { echo "$2: expected \"$1\", got \"$got\""; exit 1; }
+}
+
+expect "blue 40, green 40, red 200" plain
+expect "256 of 256 frames are right" stream
+expect "*algorithm vng: up to 10 bits*format BGR24: 3 bytes a pixel*level base*" list
+
+[ -x "${2-}" ] || exit 0
+"$2" scene -s 96x64 --bits 12 --phase gbrg -o scene.pgm
+"$2" convert scene.pgm --phase gbrg --bits 12 -o program.ppm
+"$folder/convert" scene.pgm gbrg 12 example.ppm
+cmp program.ppm example.ppm
+if "$folder/convert" scene.pgm gbrg 17 refused.ppm 2>text; then exit 1; fi
+grep -q "17" text
