@@ -1,0 +1,38 @@
+# commands.sh PROGRAM FILE...: runs every command line of the program in the files, be it in code
+# spans or in blocks, in a folder with the frames that they name. All must succeed.
+set -euo pipefail
+vistrel=$(realpath "$1")
+shift
+files=("$@")
+commands=$(for file in "${files[@]}"; do
+  # A span in backquotes, or a line of a block, with \ at its end continued.
+  sed -e ':a' -e '/\\$/N; s/\\\n */ /; ta' "$file" |
+    grep -oE '(^|`)vistrel [a-z][^`]*' | sed 's/^`//'
+done | sort -u)
+count=$(wc -l <<<"$commands")
+[ "$count" -ge 10 ] || { echo "only $count commands are there"; exit 1; }
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cd "$scratch"
+mkdir bin frames pictures
+ln -s "$vistrel" bin/vistrel
+export PATH=$scratch/bin:$PATH
+for name in frame rose frames/a frames/b; do
+  vistrel scene -s 640x480 --bits 12 --phase rggb -o $name.pgm
+done
+vistrel scene -s 640x480 --bits 16 -o deep.pgm
+tail -c $((640 * 480 * 2)) deep.pgm >in.raw
+head -c $((640 * 480)) in.raw >in8.raw
+{ head -c 512 in.raw; cat in.raw; } >header.raw
+
+faults=0
+while read -r command; do
+  if ! bash -c "$command" >log 2>&1; then
+    echo "$command"
+    cat log
+    faults=$((faults + 1))
+  fi
+done <<<"$commands"
+echo "$((count - faults)) of $count commands succeed"
+exit $((faults > 0))
