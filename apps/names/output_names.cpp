@@ -11,6 +11,10 @@ const std::vector<OutputNames>& outputNames() {
       {"IMG_FMT_GRAY8", 1, "gray", "GREY", "GRAY8", "gray", "CV_8UC1"},
       {"IMG_FMT_GRAY16", 2, "gray", "Y16", "GRAY16_LE", "gray16le", "CV_16UC1"},
       {"IMG_FMT_BGR48", 6, "blue green red", nullptr, nullptr, "bgr48le", "CV_16UC3"},
+      {"VISTREL_RGB24", 3, "red green blue", "RGB3", "RGB", "rgb24", "CV_8UC3"},
+      {"VISTREL_BGRA32", 4, "blue green red alpha", "AR24", "BGRA", "bgra", "CV_8UC4"},
+      {"VISTREL_RGBA32", 4, "red green blue alpha", "AB24", "RGBA", "rgba", "CV_8UC4"},
+      {"VISTREL_RGB48", 6, "red green blue", nullptr, nullptr, "rgb48le", "CV_16UC3"},
   };
   return names;
 }

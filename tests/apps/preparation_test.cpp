@@ -1,5 +1,7 @@
-// --black, --wb and --edges, by numbers worked out by hand.
+// --black, --wb, --edges and --format, by numbers worked out by hand.
 #include <gmock/gmock.h>
+
+#include <utility>
 
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
@@ -53,6 +55,40 @@ TEST_F(Preparation, PaddedEdgesKeepThePlainColour) {
   EXPECT_TRUE(plain(convert("-a laroche --edges native")).empty());
   EXPECT_THAT(plain(convert("-a laroche --edges padded")), ElementsAre(41, 70, 100));
   EXPECT_THAT(plain(convert("-a laroche --edges padded --bin 2")), ElementsAre(82, 140, 200));
+}
+
+TEST_F(Preparation, DumpsHaveEveryOrder) {
+  const std::string r = ")", g = "F", b = "d", a = "\xFF";  // 41, 70, 100, 255
+  const std::pair<std::string, std::string> pixels[] = {
+      {"", b + g + r},         {"bgr24", b + g + r},    {"rgb24", r + g + b},
+      {"bgra", b + g + r + a}, {"rgba", r + g + b + a}, {"argb", a + r + g + b},
+      {"gray8", "A"},  // 0.299 * 41 + 0.587 * 70 + 0.114 * 100 = 64.749
+  };
+  for (const auto& [format, pixel] : pixels) {
+    const std::string option = format.empty() ? "" : " --format " + format;
+    const Result result = scratch.vistrel("convert in.pgm --phase rggb -o out.raw" + option);
+    EXPECT_EQ(result.err, "");
+    std::string expected;
+    for (int i = 0; i < 9 * 7; ++i) expected += pixel;
+    EXPECT_EQ(scratch.read("out.raw"), expected) << format;
+    std::filesystem::remove(scratch / "out.raw");
+  }
+}
+
+// Twelve bits: 0x234, 0x567 and 0x89A, the low byte first.
+TEST_F(Preparation, DumpsKeepAllBitsInEitherOrder) {
+  scratch.write("in.pgm", pgm(9, 7, 4095, [](uint32_t x, uint32_t y) {
+                  return x % 2 != y % 2 ? 0x567u : x % 2 ? 0x89Au : 0x234u;
+                }));
+  const std::string r = "\x34\x02", g = "\x67\x05", b = "\x9A\x08";
+  for (const auto& [format, pixel] : {std::pair{"rgb48", r + g + b}, {"bgr48", b + g + r}}) {
+    const std::string command = "convert in.pgm --phase rggb -o out.raw --format ";
+    EXPECT_EQ(scratch.vistrel(command + format).err, "");
+    std::string expected;
+    for (int i = 0; i < 9 * 7; ++i) expected += pixel;
+    EXPECT_EQ(scratch.read("out.raw"), expected) << format;
+    std::filesystem::remove(scratch / "out.raw");
+  }
 }
 
 TEST_F(Preparation, IsRefusedWhereTheFrameHasNoPlaceForIt) {
