@@ -24,6 +24,10 @@ done
 vistrel scene -s 640x480 --bits 16 -o deep.pgm
 tail -c $((640 * 480 * 2)) deep.pgm >in.raw
 head -c $((640 * 480)) in.raw >in8.raw
+head -c $((1280 * 960 * 2)) /dev/zero >camera.raw
+vistrel scene -s 160x120 --bits 8 --phase rggb -o true.pgm
+vistrel convert true.pgm --phase rggb -o true.png
+head -c $((640 * 480 * 3 / 2)) in.raw >packed.raw
 { head -c 512 in.raw; cat in.raw; } >header.raw
 
 faults=0
