@@ -3,9 +3,17 @@
 #include "apps/failure.h"
 
 namespace vistrel::app {
+namespace {
 
-FitsInput::FitsInput(const Source& source)
-    : bytes_(source.all()), start_(bytes_.data()), size_(bytes_.size()) {
+constexpr size_t kBlock = 2880;
+
+}  // namespace
+
+FitsInput::FitsInput(const Source& source) : bytes_(source.all()) {
+  // cfitsio reads whole blocks, also beyond the end of what it was given.
+  bytes_.resize((bytes_.size() + kBlock - 1) / kBlock * kBlock);
+  start_ = bytes_.data();
+  size_ = bytes_.size();
   int status = 0;
   fits_open_memfile(&file_, "memory", READONLY, &start_, &size_, 0, nullptr, &status);
   check(status);

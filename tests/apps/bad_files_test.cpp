@@ -153,6 +153,11 @@ TEST_F(BadFiles, FitsThatCfitsioRefuses) {
   }
 }
 
+TEST_F(BadFiles, FitsCutAnywhere) {
+  scratch.write("in.fits", vistrel::fits(cards(16, {"40", "30"}), std::string(2400, 1)));
+  cutEverywhere("in.fits", 241);
+}
+
 TEST_F(BadFiles, Png) {
   scratch.write("in.pgm", pgm(4, 4, 255, [](uint32_t x, uint32_t y) { return 40 * x + y; }));
   ASSERT_EQ(scratch.vistrel("convert in.pgm --phase rggb -o in.png").status, 0);
