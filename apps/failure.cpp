@@ -6,16 +6,17 @@
 
 namespace vistrel::app {
 
-Outcome attempt(const std::function<void()>& work) {
+Outcome outcomeOfException() {
   try {
-    work();
-    return {};
+    throw;
   } catch (const Failure& failure) {
     return {failure.status(), failure.what()};
   } catch (const Error& refusal) {
     return {kRejected, refusal.what()};
   } catch (const std::bad_alloc&) {
-    return {kRejected, "it takes more memory than there is"};
+    return {kRejected, "out of memory"};  // short enough to need none itself
+  } catch (const std::exception& error) {  // of the standard library: files, threads
+    return {kInputOutput, error.what()};
   }
 }
 

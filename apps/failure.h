@@ -3,7 +3,6 @@
 
 #include <fmt/format.h>
 
-#include <functional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -37,8 +36,19 @@ struct Outcome {
   std::string text;
 };
 
+// What the exception that is handled right now means.
+Outcome outcomeOfException();
+
 // Runs `work` and tells what became of it.
-Outcome attempt(const std::function<void()>& work);
+template <class Work>
+Outcome attempt(Work&& work) {
+  try {
+    work();
+    return {};
+  } catch (...) {
+    return outcomeOfException();
+  }
+}
 
 // The outcomes of many inputs.
 class Tally {

@@ -30,6 +30,6 @@ int main(int argc, char** argv) {
   int status = kDone;
   const Outcome outcome = attempt([&] { status = run(argc, argv); });
   if (outcome.status == kDone) return status;
-  std::fputs(("vistrel: " + outcome.text + "\n").c_str(), stderr);
+  std::fprintf(stderr, "vistrel: %s\n", outcome.text.c_str());
   return outcome.status;
 }

@@ -4,41 +4,62 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <string>
+#include <nlohmann/json.hpp>
 
 namespace vistrel::app {
 namespace {
 
-constexpr size_t kCells = 40;
+using Json = nlohmann::ordered_json;
 
 // A standard error that is closed is no reason to stop.
 void put(const std::string& text) { std::fputs(text.c_str(), stderr); }
 
 }  // namespace
 
-Progress::Progress(size_t total) : total_(total), visible_(total > 1 && isatty(STDERR_FILENO)) {
-  draw();
+Show parseShow(std::string_view word) {
+  if (word == "always") return Show::kAlways;
+  if (word == "never") return Show::kNever;
+  return word == "json" ? Show::kJson : Show::kAuto;
 }
 
-void Progress::step() {
-  ++done_;
+Progress::Progress(size_t total, Show show)
+    : bar_(show == Show::kAlways || (show == Show::kAuto && total > 1 && isatty(STDERR_FILENO))),
+      json_(show == Show::kJson) {
+  standing_.total = total;
+  if (bar_) draw();
+}
+
+void Progress::made(uint64_t pixels) {
+  ++standing_.made;
+  standing_.pixels += pixels;
+  passed();
+}
+
+void Progress::passed() {
+  ++standing_.done;
   draw();
 }
 
 void Progress::say(std::string_view text) {
+  if (json_) {
+    const Json message{{"message", text}};
+    put(message.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n");
+    return;
+  }
   clear();
   put(fmt::format("vistrel: {}\n", text));
-  draw();
+  if (bar_) draw();
 }
 
-void Progress::draw() const {
-  if (!visible_) return;
-  const size_t filled = kCells * done_ / total_;
-  put(fmt::format("\r[{:#>{}}{:.>{}}] {}/{}", "", filled, "", kCells - filled, done_, total_));
+void Progress::draw() {
+  standing_.seconds =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+  if (bar_) put("\r\x1b[K" + barOf(standing_));
+  if (json_) put(jsonOf(standing_) + "\n");
 }
 
 void Progress::clear() const {
-  if (visible_) put("\r\x1b[K");
+  if (bar_) put("\r\x1b[K");
 }
 
 }  // namespace vistrel::app

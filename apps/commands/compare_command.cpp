@@ -109,7 +109,7 @@ ExitStatus run(CompareOptions& o) {
     const Outcome outcome = attempt([&] { strips.push_back(stripOf(path, o)); });
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
     tally.add(outcome.status);
-    progress.step();
+    progress.made();
   }
   if (strips.empty()) return tally.status();
   const Canvas sheet = sheetOf(strips, o.zoom);

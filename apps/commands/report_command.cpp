@@ -101,7 +101,7 @@ ExitStatus run(const ReportOptions& o) {
     const Outcome outcome = attempt([&] { trials.push_back(tryPicture(path, algorithms)); });
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
     tally.add(outcome.status);
-    progress.step();
+    progress.made();
   }
   for (const Trial& trial : trials) printScores(trial.name, algorithms, trial.scores);
   if (trials.size() > 1)

@@ -47,7 +47,10 @@ File standardInput() {
   const int descriptor = dup(STDIN_FILENO);
   if (descriptor < 0) failToRead();
   File input(fdopen(descriptor, "rb"), std::fclose);
-  return S_ISREG(statusOf(input.get()).st_mode) ? std::move(input) : copied(descriptor);
+  if (S_ISREG(statusOf(input.get()).st_mode)) return input;
+  File copy = copied(descriptor);
+  if (dup2(fileno(copy.get()), STDIN_FILENO) < 0) failToRead();  // for whoever opens it again
+  return copy;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "apps/options/curve_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstring>

@@ -72,6 +72,7 @@ AtomicFile::AtomicFile(const fs::path& path) : name_(path), target_(path) {
   if (descriptor < 0) failToWrite(std::strerror(errno));
   fchmod(descriptor, permissions(target_));
   stream_ = fdopen(descriptor, "w+b");
+  if (!stream_) failToWrite(std::strerror(errno));
 }
 
 AtomicFile::~AtomicFile() {

@@ -1,5 +1,9 @@
 #include "apps/output/unfinished.h"
 
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -9,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 namespace vistrel::app {
 
@@ -60,15 +65,30 @@ Unfinished::Unfinished(const std::string& folder) {
     if (slot.taken.exchange(true)) continue;
     slot_ = &slot;
     const Beginning beginning;
-    std::memcpy(slot.name, name.c_str(), name.size() + 1);
-    descriptor_ = mkstemp(slot.name);
+    do {
+      std::memcpy(slot.name, name.c_str(), name.size() + 1);
+      descriptor_ = mkstemp(slot.name);
+    } while (descriptor_ >= 0 && !lock());
     if (descriptor_ < 0) slot.name[0] = 0;
     return;
   }
 }
 
+// Tells others that somebody is at work, until this object ends. False where one of them had taken
+// the file for an abandoned one in between, and removed it.
+bool Unfinished::lock() {
+  lock_ = fcntl(descriptor_, F_DUPFD_CLOEXEC, 0);
+  struct stat status {};
+  if (lock_ < 0 || flock(lock_, LOCK_EX) != 0 || fstat(lock_, &status) != 0) return true;
+  if (status.st_nlink > 0) return true;
+  close(lock_);
+  close(descriptor_);
+  return false;
+}
+
 Unfinished::~Unfinished() {
   if (!slot_) return;
+  if (lock_ >= 0) close(lock_);
   if (slot_->name[0]) unlink(slot_->name);
   slot_->name[0] = 0;
   slot_->taken = false;
@@ -78,6 +98,19 @@ bool Unfinished::rename(const char* name) {
   if (std::rename(slot_->name, name) != 0) return false;
   slot_->name[0] = 0;
   return true;
+}
+
+void removeAbandonedIn(const std::string& folder) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> files(opendir(folder.c_str()), closedir);
+  if (!files) return;
+  while (const dirent* entry = readdir(files.get())) {
+    const std::string name = entry->d_name;
+    if (!name.starts_with(".vistrel-") || name.size() != sizeof ".vistrel-XXXXXX" - 1) continue;
+    const int file = openat(dirfd(files.get()), name.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+    if (file < 0) continue;
+    if (flock(file, LOCK_EX | LOCK_NB) == 0) unlinkat(dirfd(files.get()), name.c_str(), 0);
+    close(file);
+  }
 }
 
 void removeAllUnfinished() {

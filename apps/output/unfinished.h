@@ -21,13 +21,19 @@ class Unfinished {
   bool rename(const char* name);
 
  private:
+  bool lock();
+
   struct Slot;
   static Slot slots_[];
   friend void removeAllUnfinished();
 
   Slot* slot_ = nullptr;
   int descriptor_ = -1;
+  int lock_ = -1;
 };
+
+// Removes what processes left that were killed. Files of those that still run are locked.
+void removeAbandonedIn(const std::string& folder);
 
 // For signal handlers: no file is begun from here on, and those that there are go away.
 void removeAllUnfinished();

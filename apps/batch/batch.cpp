@@ -1,0 +1,140 @@
+#include "apps/batch/batch.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <chrono>
+#include <set>
+#include <thread>
+
+#include "apps/batch/workers.h"
+#include "apps/output/unfinished.h"
+
+namespace vistrel::app {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Nanoseconds since 1970 of the last change; nothing where there is no such file.
+std::optional<int64_t> modified(const fs::path& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+  return int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec;
+}
+
+Origin originOf(const Job& job, const std::string& options) {
+  std::error_code none;  // for standard input
+  const uint64_t bytes = fs::file_size(job.from, none);
+  return {job.from.string(), job.frame, none ? 0 : bytes, modified(job.from).value_or(0), options};
+}
+
+std::string nameOf(const Job& job) {
+  if (!job.frame) return job.from.string();
+  return fmt::format("{}, frame {}", job.from.string(), *job.frame);
+}
+
+unsigned threadsFor(unsigned workers) {
+  return workers ? workers : std::max(1u, std::thread::hardware_concurrency());
+}
+
+}  // namespace
+
+Batch::Batch(std::vector<Job> jobs, const BatchOptions& options, Work work)
+    : jobs_(std::move(jobs)), options_(options), work_(std::move(work)), results_(jobs_.size()),
+      ended_(jobs_.size()) {
+  if (!options_.manifest.empty())
+    manifest_ = std::make_unique<Manifest>(options_.manifest, options_.dryRun);
+}
+
+ExitStatus Batch::run() {
+  if (!options_.dryRun) removeAbandoned();
+  progress_ = std::make_unique<Progress>(jobs_.size(), options_.show);
+  runTasks({jobs_.size(), [this](size_t i) { return runJob(i); }, [this](size_t i) { ended(i); }},
+           threadsFor(options_.workers));
+  sumUp();
+  progress_.reset();
+  if (manifest_) manifest_->finish();
+  return status();
+}
+
+void Batch::removeAbandoned() const {
+  std::set<fs::path> folders;
+  for (const Job& job : jobs_) folders.insert(job.to.parent_path());
+  for (const fs::path& folder : folders) removeAbandonedIn(folder.empty() ? "." : folder);
+}
+
+bool Batch::runJob(size_t i) {
+  const auto start = std::chrono::steady_clock::now();
+  Result& result = results_[i];
+  result.outcome = attempt([&] { result.state = doJob(jobs_[i], result); });
+  if (result.outcome.status != kDone) result.state = State::kFailed;
+  result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  return result.state != State::kFailed || options_.keepGoing || options_.dryRun;
+}
+
+State Batch::doJob(const Job& job, Result& result) {
+  if (job.refusal.status != kDone) throw Failure(job.refusal.status, job.refusal.text);
+  const Origin origin = originOf(job, work_.options);
+  if (!options_.overwrite && isUpToDate(job, origin)) return State::kUpToDate;
+  if (options_.dryRun) {
+    result.layout = work_.check(job);
+    return State::kPlanned;
+  }
+  const Made made = work_.make(job);
+  result.layout = made.layout;
+  if (manifest_) manifest_->add(job.to, {origin, fs::file_size(job.to), made.crc});
+  return State::kMade;
+}
+
+bool Batch::isUpToDate(const Job& job, const Origin& origin) const {
+  if (manifest_) return manifest_->holds(job.to, origin);
+  const auto made = job.oneOfMany ? modified(job.to) : std::nullopt;
+  return made && *made > origin.modified &&
+         std::all_of(work_.sources.begin(), work_.sources.end(),
+                     [made](const fs::path& source) { return *made > modified(source); });
+}
+
+void Batch::ended(size_t i) {
+  const Result& result = results_[i];
+  if (result.state == State::kMade)
+    progress_->made(uint64_t{result.layout.width} * result.layout.height);
+  else
+    progress_->passed();
+  ended_[i] = true;
+  while (told_ < jobs_.size() && ended_[told_]) tell(told_++);
+}
+
+void Batch::tell(size_t i) {
+  const Job& job = jobs_[i];
+  const Result& result = results_[i];
+  if (result.state == State::kFailed)
+    progress_->say(fmt::format("{}: {}", nameOf(job), result.outcome.text));
+  if (!options_.dryRun || options_.json) return;
+  if (result.state == State::kUpToDate)
+    fmt::print("{} -> {}: up to date\n", nameOf(job), job.to.string());
+  if (result.state == State::kPlanned)
+    fmt::print("{} -> {}: {}x{}, {} of {} bits\n", nameOf(job), job.to.string(),
+               result.layout.width, result.layout.height,
+               result.layout.channels == 1 ? "gray" : "colour", result.layout.bits);
+}
+
+void Batch::sumUp() {
+  const auto count = [this](State state) {
+    return std::count_if(results_.begin(), results_.end(),
+                         [state](const Result& result) { return result.state == state; });
+  };
+  if (const auto n = count(State::kUpToDate); n > 0 && !options_.dryRun)
+    progress_->say(fmt::format("up to date: {} of {}{}; --overwrite makes them again", n,
+                               jobs_.size(), manifest_ ? "" : ", whatever their options were"));
+  if (const auto n = count(State::kNotBegun); n > 0)
+    progress_->say(
+        fmt::format("not begun: {} of {}; --keep-going goes on after a failure", n, jobs_.size()));
+}
+
+ExitStatus Batch::status() const {
+  Tally tally;  // where those that were not begun have not failed
+  for (const Result& result : results_) tally.add(result.outcome.status);
+  return tally.status();
+}
+
+}  // namespace vistrel::app

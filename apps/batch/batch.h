@@ -1,0 +1,78 @@
+// Runs the jobs of a batch and keeps what became of each.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "apps/batch/jobs.h"
+#include "apps/batch/manifest.h"
+#include "apps/batch/progress.h"
+#include "host/vistrel.hpp"
+
+namespace vistrel::app {
+
+struct BatchOptions {
+  unsigned workers = 1;  // 0: one for each processor
+  bool keepGoing = false, dryRun = false, overwrite = false, json = false;
+  std::string manifest;  // a file, or empty
+  Show show = Show::kAuto;
+};
+
+struct Made {
+  vistrel_layout layout;
+  uint32_t crc;  // of the pixels
+};
+
+// What there is to do for a job. Any thread calls these, for several jobs at once; they throw
+// Failure and Error.
+struct Work {
+  std::function<vistrel_layout(const Job&)> check;  // all but the samples
+  std::function<Made(const Job&)> make;
+  std::string options;                         // as in Origin
+  std::vector<std::filesystem::path> sources;  // what all pictures depend on beside their frames
+};
+
+enum class State { kNotBegun, kMade, kUpToDate, kPlanned, kFailed };
+
+struct Result {
+  State state = State::kNotBegun;
+  Outcome outcome;
+  vistrel_layout layout{};  // of what was made or is planned
+  double seconds = 0;
+};
+
+class Batch {
+ public:
+  Batch(std::vector<Job> jobs, const BatchOptions& options, Work work);
+
+  // Does all jobs; after one that failed, none is begun unless the options say so. Tells of
+  // failures in the order of the jobs.
+  ExitStatus run();
+
+  const std::vector<Job>& jobs() const { return jobs_; }
+  const std::vector<Result>& results() const { return results_; }
+
+ private:
+  void removeAbandoned() const;
+  bool runJob(size_t i);
+  State doJob(const Job& job, Result& result);
+  bool isUpToDate(const Job& job, const Origin& origin) const;
+  void ended(size_t i);
+  void tell(size_t i);
+  void sumUp();
+  ExitStatus status() const;
+
+  std::vector<Job> jobs_;
+  BatchOptions options_;
+  Work work_;
+  std::vector<Result> results_;
+  std::unique_ptr<Manifest> manifest_;
+  std::unique_ptr<Progress> progress_;
+  std::vector<bool> ended_;
+  size_t told_ = 0;  // so many results, from the first one
+};
+
+}  // namespace vistrel::app

@@ -1,0 +1,64 @@
+#include "apps/batch/batch_report.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <nlohmann/json.hpp>
+
+namespace vistrel::app {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+const char* nameOf(State state) {
+  switch (state) {
+    case State::kNotBegun: return "not begun";
+    case State::kMade: return "made";
+    case State::kUpToDate: return "up to date";
+    case State::kPlanned: return "planned";
+    case State::kFailed: return "failed";
+  }
+  return "";
+}
+
+double microseconds(double seconds) { return std::round(seconds * 1e6) / 1e6; }
+
+Json outputOf(const Job& job, const Result& result) {
+  Json json{{"output", job.to.string()}, {"status", nameOf(result.state)}};
+  if (job.frame) json["frame"] = *job.frame;
+  if (result.state == State::kFailed) json["error"] = result.outcome.text;
+  if (result.layout.width) {
+    const vistrel_layout& l = result.layout;
+    json.update(
+        {{"width", l.width}, {"height", l.height}, {"channels", l.channels}, {"bits", l.bits}});
+  }
+  json["seconds"] = microseconds(result.seconds);
+  return json;
+}
+
+// The jobs of an input stand one behind the other.
+Json inputsOf(const Batch& batch) {
+  Json inputs = Json::array();
+  for (size_t i = 0; i < batch.jobs().size(); ++i) {
+    const Job& job = batch.jobs()[i];
+    if (i == 0 || batch.jobs()[i - 1].from != job.from)
+      inputs.push_back({{"input", job.from.string()}, {"outputs", Json::array()}});
+    inputs.back()["outputs"].push_back(outputOf(job, batch.results()[i]));
+  }
+  return inputs;
+}
+
+}  // namespace
+
+void printReport(const Batch& batch, ExitStatus status, double seconds) {
+  const Json json{{"version", VISTREL_VERSION},
+                  {"exit_status", static_cast<int>(status)},
+                  {"seconds", microseconds(seconds)},
+                  {"inputs", inputsOf(batch)}};
+  const std::string text = json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  if (std::fputs(text.c_str(), stdout) < 0 || std::fflush(stdout) != 0)
+    fail(kInputOutput, "the report cannot be written: {}", std::strerror(errno));
+}
+
+}  // namespace vistrel::app

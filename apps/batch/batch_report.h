@@ -1,0 +1,11 @@
+// What became of a batch, as JSON on standard output.
+#pragma once
+
+#include "apps/batch/batch.h"
+
+namespace vistrel::app {
+
+// Throws Failure (input/output) where standard output takes no more.
+void printReport(const Batch& batch, ExitStatus status, double seconds);
+
+}  // namespace vistrel::app

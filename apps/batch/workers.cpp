@@ -1,0 +1,59 @@
+#include "apps/batch/workers.h"
+
+#include <atomic>
+#include <exception>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace vistrel::app {
+namespace {
+
+class Pool {
+ public:
+  explicit Pool(const Tasks& tasks) : tasks_(tasks) {}
+
+  void work() {
+    try {
+      for (size_t task; !stopped_ && (task = next_++) < tasks_.count;) {
+        if (!tasks_.run(task)) stopped_ = true;
+        const std::lock_guard lock(ending_);
+        tasks_.ended(task);
+      }
+    } catch (...) {
+      const std::lock_guard lock(ending_);
+      stopped_ = true;
+      if (!thrown_) thrown_ = std::current_exception();
+    }
+  }
+
+  void rethrow() const {
+    if (thrown_) std::rethrow_exception(thrown_);
+  }
+
+ private:
+  const Tasks& tasks_;
+  std::atomic<size_t> next_ = 0;
+  std::atomic<bool> stopped_ = false;
+  std::mutex ending_;
+  std::exception_ptr thrown_;
+};
+
+}  // namespace
+
+void runTasks(const Tasks& tasks, unsigned threads) {
+  Pool pool(tasks);
+  {
+    std::vector<std::jthread> others;
+    try {
+      for (size_t i = 1; i < threads && i < tasks.count; ++i)
+        others.emplace_back([&pool] { pool.work(); });
+    } catch (const std::exception&) {
+      // No memory or no thread for one more: those that there are do it all.
+    }
+    pool.work();
+  }
+  pool.rethrow();
+}
+
+}  // namespace vistrel::app

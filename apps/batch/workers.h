@@ -1,0 +1,21 @@
+// Threads that share a list of tasks.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+namespace vistrel::app {
+
+// Tasks 0 to count - 1.
+struct Tasks {
+  size_t count;
+  std::function<bool(size_t)> run;    // on any thread; false keeps further tasks from being begun
+  std::function<void(size_t)> ended;  // for one task at a time, in the order in which they end
+};
+
+// Begins tasks in order on so many threads, the caller's among them; on fewer where the system
+// gives no more. Returns when all that were begun have ended, or throws what one of the functions
+// threw, which also keeps further tasks from being begun.
+void runTasks(const Tasks& tasks, unsigned threads);
+
+}  // namespace vistrel::app

@@ -1,0 +1,48 @@
+#include "apps/options/batch_options.h"
+
+#include <algorithm>
+
+#include "apps/options/options.h"
+
+namespace vistrel::app {
+namespace {
+
+bool contains(const std::vector<std::string>& words, const std::string& word) {
+  return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+}  // namespace
+
+void addBatchOptions(CLI::App& command, BatchOptions& o) {
+  between(command.add_option("-j,--jobs", o.workers, "Frames at once (1); 0: one a processor"), 0,
+          256);
+  command.add_flag("--keep-going", o.keepGoing, "Go on after an input that failed");
+  command.add_flag("--overwrite", o.overwrite, "Make pictures that are up to date again");
+  command.add_flag("--dry-run", o.dryRun, "Check all inputs, say what would be done");
+  command.add_option("--manifest", o.manifest, "Record pictures, redo those that differ in it")
+      ->type_name("FILE");
+  command
+      .add_option_function<std::string>(
+          "--progress", [&o](const std::string& s) { o.show = parseShow(s); },
+          "auto (on a terminal), always, never or json")
+      ->check(CLI::IsMember({"auto", "always", "never", "json"}).description(""))
+      ->type_name("WHEN");
+  command.add_flag("--json", o.json, "Report on standard output as JSON");
+}
+
+std::string givenOptions(const CLI::App& command, const std::vector<std::string>& groups) {
+  const bool all = command.get_name().empty() && contains(groups, command.get_group());
+  std::string text;
+  for (const CLI::Option* option : command.get_options({})) {
+    if (option->count() == 0 || !(all || contains(groups, option->get_group()))) continue;
+    text += (text.empty() ? "" : " ") + option->get_name();
+    for (const std::string& value : option->results()) text += " " + value;
+  }
+  for (const CLI::App* part : command.get_subcommands({})) {
+    const std::string more = givenOptions(*part, groups);
+    text += (text.empty() || more.empty() ? "" : " ") + more;
+  }
+  return text;
+}
+
+}  // namespace vistrel::app

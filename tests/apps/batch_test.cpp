@@ -1,0 +1,256 @@
+// Many frames at once: which are done, which are not, and what is told of them.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <atomic>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+
+#include "apps/batch/standing.h"
+#include "apps/batch/workers.h"
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+using Names = std::vector<std::string>;
+
+// Frames a.pgm, b.pgm, c.pgm of one value each, a minute old, and one that is none.
+struct Batch : ::testing::Test {
+  Scratch scratch;
+  Batch() {
+    for (const char* name : {"a", "b", "c"}) put(name + std::string(".pgm"), 10 * name[0] % 256);
+    scratch.write("bad.pgm", "P5\n1 1\n0\n");
+    fs::create_directory(scratch / "out");
+  }
+  void put(const std::string& name, uint32_t value) const {
+    scratch.write(name, pgm(4, 3, 255, [value](uint32_t, uint32_t) { return value; }));
+    age(name, 60);
+  }
+  void age(const std::string& name, int seconds) const {
+    const auto now = fs::file_time_type::clock::now();
+    fs::last_write_time(scratch / name, now - std::chrono::seconds(seconds));
+  }
+  Result convert(const std::string& arguments) const {
+    return scratch.vistrel("convert --phase mono -o out " + arguments);
+  }
+  uint32_t valueOf(const std::string& picture) const {
+    return readPng(scratch / picture).samples[0];
+  }
+};
+
+TEST_F(Batch, StopsAfterTheFirstFailure) {
+  const Result result = convert("a.pgm bad.pgm b.pgm c.pgm");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err,
+            "vistrel: bad.pgm: maxval 0: 1 to 65535 are allowed\n"
+            "vistrel: not begun: 2 of 4; --keep-going goes on after a failure\n");
+  EXPECT_TRUE(fs::exists(scratch / "out/a.png"));
+  EXPECT_FALSE(fs::exists(scratch / "out/b.png"));
+}
+
+TEST_F(Batch, LeavesWhatIsUpToDate) {
+  EXPECT_EQ(convert("a.pgm b.pgm").err, "");
+  put("a.pgm", 7);
+  age("a.pgm", -60);  // later than its picture
+  put("b.pgm", 8);    // as old as before: nothing tells that it differs
+  const Result again = convert("a.pgm b.pgm");
+  EXPECT_EQ(again.status, 0);
+  EXPECT_EQ(again.err,
+            "vistrel: up to date: 1 of 2, whatever their options were; --overwrite makes them "
+            "again\n");
+  EXPECT_EQ(valueOf("out/a.png"), 7u);
+  EXPECT_EQ(valueOf("out/b.png"), 10u * 'b' % 256);
+  EXPECT_EQ(convert("a.pgm b.pgm --overwrite").err, "");
+  EXPECT_EQ(valueOf("out/b.png"), 8u);
+}
+
+TEST_F(Batch, APictureThatIsNamedIsAlwaysMade) {
+  for (const uint32_t value : {5u, 6u}) {
+    put("a.pgm", value);
+    EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o a.png").err, "");
+    EXPECT_EQ(valueOf("a.png"), value);
+  }
+}
+
+TEST_F(Batch, ACurveIsASourceToo) {
+  const auto curve = [this](const char* value) {
+    std::string table;
+    for (int i = 0; i < 1024; ++i) table += value;
+    scratch.write("curve.txt", table);
+  };
+  scratch.write("w.pgm", pgm(4, 3, 1023, [](uint32_t, uint32_t) { return 5; }));
+  age("w.pgm", 60);
+  curve("11 ");
+  age("curve.txt", 60);
+  EXPECT_EQ(convert("w.pgm --curve curve.txt").err, "");
+  EXPECT_EQ(valueOf("out/w.png"), 11u);
+  EXPECT_NE(convert("w.pgm --curve curve.txt").err, "");
+  curve("12 ");
+  age("curve.txt", -60);
+  EXPECT_EQ(convert("w.pgm --curve curve.txt").err, "");
+  EXPECT_EQ(valueOf("out/w.png"), 12u);
+}
+
+TEST_F(Batch, EveryFrameOfAFileGetsAPicture) {
+  scratch.write("two.pgm", scratch.read("a.pgm") + scratch.read("b.pgm"));
+  EXPECT_EQ(convert("two.pgm c.pgm --type pgm").err, "");
+  EXPECT_EQ(scratch.vistrel("convert two.pgm --phase mono -o one.png --frame 1").err, "");
+  EXPECT_EQ(scratch.vistrel("convert two.pgm --phase mono -o all.png").err, "");
+  EXPECT_EQ(scratch.names(),
+            (Names{"a.pgm", "all_000000.png", "all_000001.png", "b.pgm", "bad.pgm", "c.pgm",
+                   "one.png", "out/c.pgm", "out/two_000000.pgm", "out/two_000001.pgm", "two.pgm"}));
+  EXPECT_EQ(scratch.read("out/two_000001.pgm"), scratch.read("b.pgm"));
+  EXPECT_EQ(valueOf("all_000000.png"), 10u * 'a' % 256);
+  EXPECT_EQ(valueOf("one.png"), 10u * 'b' % 256);
+}
+
+TEST_F(Batch, TooManyFramesAreRefused) {
+  scratch.write("dots.raw", std::string(1'000'001, ' '));
+  const Result result = convert("dots.raw -s 1x1 --bits 8");
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err,
+            "vistrel: dots.raw: it has 1000001 frames: 1000000 at most are allowed at once; "
+            "--frame N takes one\n");
+}
+
+TEST_F(Batch, AFolderStandsForItsFiles) {
+  fs::create_directories(scratch / "in/deeper");
+  for (const std::string name : {"in/y.pgm", "in/x.pgm", "in/.hidden.pgm", "in/deeper/z.pgm"})
+    put(name, 1);
+  EXPECT_EQ(convert("in").err, "");
+  EXPECT_TRUE(fs::exists(scratch / "out/x.png"));
+  EXPECT_TRUE(fs::exists(scratch / "out/y.png"));
+  EXPECT_EQ(std::distance(fs::directory_iterator(scratch / "out"), {}), 2);
+  fs::create_directory(scratch / "empty");
+  EXPECT_EQ(convert("empty").err, "vistrel: empty: it is not a regular file\n");
+}
+
+TEST_F(Batch, NoInputIsWrittenOver) {
+  EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o b.png").err, "");
+  const std::string picture = scratch.read("b.png");
+  const Result result = scratch.vistrel("convert b.pgm b.png --phase mono -o . --overwrite");
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err, "vistrel: -o ./b.png: it is the same file as the input b.png\n");
+  EXPECT_EQ(scratch.read("b.png"), picture);
+}
+
+TEST_F(Batch, DryRunWritesNothing) {
+  EXPECT_EQ(convert("b.pgm").err, "");
+  const Names before = scratch.names();
+  const Result result = convert("a.pgm bad.pgm b.pgm --dry-run --manifest m.jsonl --overwrite");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.out,
+            "a.pgm -> out/a.png: 4x3, gray of 8 bits\nb.pgm -> out/b.png: 4x3, gray of 8 bits\n");
+  EXPECT_EQ(result.err, "vistrel: bad.pgm: maxval 0: 1 to 65535 are allowed\n");
+  EXPECT_EQ(convert("a.pgm b.pgm --dry-run").out,
+            "a.pgm -> out/a.png: 4x3, gray of 8 bits\nb.pgm -> out/b.png: up to date\n");
+  EXPECT_EQ(scratch.names(), before);
+}
+
+TEST_F(Batch, JsonReport) {
+  EXPECT_EQ(convert("b.pgm").err, "");
+  const Result result = convert("a.pgm b.pgm bad.pgm c.pgm --json");
+  EXPECT_EQ(result.status, 1);
+  const json report = json::parse(result.out);
+  EXPECT_EQ(report.at("exit_status"), 1);
+  EXPECT_GE(report.at("seconds"), 0.0);
+  ASSERT_EQ(report.at("inputs").size(), 4u);
+  const auto output = [&report](size_t i) { return report.at("inputs")[i].at("outputs").at(0); };
+  EXPECT_EQ(report.at("inputs")[3].at("input"), "c.pgm");
+  EXPECT_EQ(output(0).at("output"), "out/a.png");
+  EXPECT_EQ(output(0).at("status"), "made");
+  EXPECT_EQ(output(0).at("width"), 4);
+  EXPECT_EQ(output(0).at("height"), 3);
+  EXPECT_EQ(output(0).at("channels"), 1);
+  EXPECT_EQ(output(0).at("bits"), 8);
+  EXPECT_GT(output(0).at("seconds"), 0.0);
+  EXPECT_EQ(output(1).at("status"), "up to date");
+  EXPECT_EQ(output(2).at("status"), "failed");
+  EXPECT_EQ(output(2).at("error"), "maxval 0: 1 to 65535 are allowed");
+  EXPECT_EQ(output(3).at("status"), "not begun");
+}
+
+TEST_F(Batch, JsonProgress) {
+  const Result result = convert("a.pgm bad.pgm --progress json");
+  std::istringstream lines(result.err);
+  std::vector<json> objects;
+  for (std::string line; std::getline(lines, line);) objects.push_back(json::parse(line));
+  ASSERT_EQ(objects.size(), 3u);
+  EXPECT_EQ(objects[0].at("done"), 1);
+  EXPECT_EQ(objects[0].at("total"), 2);
+  EXPECT_EQ(objects[1].at("done"), 2);
+  EXPECT_EQ(objects[2].at("message"), "bad.pgm: maxval 0: 1 to 65535 are allowed");
+}
+
+TEST_F(Batch, AlwaysAndNeverShowABar) {
+  EXPECT_NE(convert("a.pgm --progress always").err.find("[####################] 1/1"),
+            std::string::npos);
+  EXPECT_EQ(convert("a.pgm --overwrite --progress never").err, "");
+}
+
+TEST(Standing, TellsRateAndRemainingTime) {
+  app::Standing s;
+  s.total = 8;
+  EXPECT_EQ(app::barOf(s), "[....................] 0/8");
+  s.done = 4;
+  s.made = 2;
+  s.pixels = 6'000'000;
+  s.seconds = 4;
+  // 2 frames in 4 s, 4 to go
+  EXPECT_EQ(app::barOf(s), "[##########..........] 4/8  0.5 frames/s  1.5 Mpixel/s  0:08 left");
+  EXPECT_EQ(app::jsonOf(s), R"({"done":4,"total":8,"seconds":4.0,"frames_per_second":0.5,)"
+                            R"("megapixels_per_second":1.5,"remaining_seconds":8.0})");
+  s.total = 3604 + 800000;
+  s.seconds = 2;
+  EXPECT_NE(app::barOf(s).find("223:13:20 left"), std::string::npos) << app::barOf(s);
+  EXPECT_LT(app::barOf(s).size(), 80u);
+}
+
+TEST(Workers, DoEveryTaskOnceAndTellOfEach) {
+  for (const unsigned threads : {1u, 3u, 100u}) {
+    std::vector<std::atomic<int>> run(50);
+    std::multiset<size_t> ended;
+    app::runTasks(
+        {run.size(), [&](size_t i) { return ++run[i] > 0; }, [&](size_t i) { ended.insert(i); }},
+        threads);
+    for (size_t i = 0; i < run.size(); ++i) {
+      EXPECT_EQ(run[i], 1);
+      EXPECT_EQ(ended.count(i), 1u);
+    }
+  }
+}
+
+TEST(Workers, BeginNoMoreAfterAFailure) {
+  std::atomic<size_t> last = 0;
+  app::runTasks({1000,
+                 [&](size_t i) {
+                   size_t seen = last;
+                   while (seen < i && !last.compare_exchange_weak(seen, i)) continue;
+                   return i != 5;
+                 },
+                 [](size_t) {}},
+                1);
+  EXPECT_EQ(last, 5u);
+}
+
+TEST(Workers, HandOnWhatIsThrown) {
+  for (const unsigned threads : {1u, 4u})
+    EXPECT_THROW(app::runTasks({8,
+                                [](size_t i) -> bool {
+                                  if (i == 3) throw std::runtime_error("three");
+                                  return true;
+                                },
+                                [](size_t) {}},
+                               threads),
+                 std::runtime_error);
+}
+
+}  // namespace
+}  // namespace vistrel

@@ -1,0 +1,152 @@
+// A batch that is ended in its midst, and several workers.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <map>
+#include <sstream>
+
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+namespace fs = std::filesystem;
+using Files = std::map<std::string, std::string>;
+
+constexpr int kFrames = 12;
+
+struct Killed : ::testing::Test {
+  Scratch scratch;
+  Killed() {
+    for (int i = 0; i < kFrames; ++i)
+      scratch.write("in" + std::to_string(i) + ".pgm",
+                    pgm(200, 150, 255, [i](uint32_t x, uint32_t y) {
+                      const uint32_t v = (x * 73856093 ^ y * 19349663 ^ i * 83492791) * 0x5BD1E995;
+                      return v >> 24;
+                    }));
+    for (const std::string folder : {"out", "whole"}) fs::create_directory(scratch / folder);
+  }
+
+  static std::string command(const std::string& folder, const std::string& options) {
+    std::string text = "convert --phase rggb -a vng " + options + " -o " + folder;
+    for (int i = 0; i < kFrames; ++i) text += " in" + std::to_string(i) + ".pgm";
+    return text;
+  }
+  Files filesIn(const std::string& folder) const {
+    Files files;
+    for (const auto& entry : fs::directory_iterator(scratch / folder)) {
+      const std::string name = entry.path().filename();
+      files[name] = scratch.read(folder + "/" + name);
+    }
+    return files;
+  }
+  bool inTheMidst() const {
+    bool unfinished = false, finished = false;
+    for (const auto& [name, bytes] : filesIn("out"))
+      (name[0] == '.' ? unfinished : finished) = true;
+    return unfinished && finished;
+  }
+
+  pid_t start(const std::string& arguments) const {
+    const pid_t child = fork();
+    if (child != 0) return child;
+    const std::string line = "exec \"$0\" " + arguments + " 2>/dev/null";
+    if (chdir((scratch / "").c_str()) != 0) _exit(126);
+    execlp("sh", "sh", "-c", line.c_str(), VISTREL_PROGRAM, nullptr);
+    _exit(127);
+  }
+
+  // Sends the signal while the program has finished some pictures and is writing another one;
+  // returns the status of wait(). Where the program was faster, it begins anew.
+  int endWith(int signal, const std::string& options) const {
+    for (;;) {
+      for (const auto& [name, bytes] : filesIn("out")) fs::remove(scratch / ("out/" + name));
+      const pid_t child = start(command("out", options));
+      int status = 0;
+      while (waitpid(child, &status, WNOHANG) == 0) {
+        kill(child, SIGSTOP);
+        const bool now = inTheMidst();
+        if (now) kill(child, signal);
+        kill(child, SIGCONT);
+        if (now && waitpid(child, &status, 0) == child) return status;
+        usleep(200);
+      }
+    }
+  }
+};
+
+TEST_F(Killed, LeavesWhatASecondRunCompletes) {
+  EXPECT_EQ(scratch.vistrel(command("whole", "")).err, "");
+  for (const std::string options : {"-j 1", "-j 3", "-j 3 --manifest m.jsonl"}) {
+    const int status = endWith(SIGKILL, options);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_TRUE(inTheMidst()) << "a file without its end is left";
+    EXPECT_EQ(scratch.vistrel(command("out", options)).status, 0);
+    EXPECT_TRUE(filesIn("out") == filesIn("whole")) << options;
+  }
+}
+
+TEST_F(Killed, InterruptsLeaveWholeFilesAlone) {
+  EXPECT_EQ(scratch.vistrel(command("whole", "")).err, "");
+  Files whole = filesIn("whole");
+  for (const auto& [signal, expected] : {std::pair{SIGINT, 130}, {SIGTERM, 143}}) {
+    const int status = endWith(signal, "-j 3");
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == expected) << status;
+    for (const auto& [name, bytes] : filesIn("out")) EXPECT_TRUE(whole[name] == bytes) << name;
+  }
+}
+
+TEST_F(Killed, FilesOfRunningProgramsStay) {
+  const pid_t child = start(command("out", "-j 2"));
+  int status = 0;
+  while (!inTheMidst() && waitpid(child, &status, WNOHANG) == 0) usleep(200);
+  EXPECT_EQ(scratch.vistrel("convert in0.pgm --phase rggb -o out/other.png").status, 0);
+  if (status == 0) waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0) << "the other run took a file away";
+}
+
+TEST_F(Killed, WorkersMakeNoDifference) {
+  scratch.write("in3.pgm", "P5\n1 1\n0\n");
+  scratch.write("in7.pgm", "P5\n1 1\n");
+  const Result one = scratch.vistrel(command("whole", "--keep-going"));
+  const Result four = scratch.vistrel(command("out", "--keep-going -j 4"));
+  EXPECT_EQ(one.status, 1);
+  EXPECT_EQ(four.status, 1);
+  EXPECT_EQ(one.err, four.err);
+  EXPECT_EQ(filesIn("whole").size(), kFrames - 2u);
+  EXPECT_TRUE(filesIn("out") == filesIn("whole"));
+}
+
+#ifdef VISTREL_FAILING_MALLOC
+// A small file's whole way, with each of the program's allocations failing once.
+TEST(FailingMalloc, IsToldAndLeavesNoHalfFile) {
+  const Scratch scratch;
+  scratch.write("in.pgm", "P5\n4 4\n255\n0123456789abcdef");
+  const Result result = scratch.run(
+      {"sh", "-c", "LD_PRELOAD=$0 exec \"$1\" convert in.pgm --phase mono -o out.pgm 9>statuses",
+       VISTREL_FAILING_MALLOC, VISTREL_PROGRAM});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(scratch.read("out.pgm"), scratch.read("in.pgm"));
+  EXPECT_EQ(scratch.names(), (std::vector<std::string>{"in.pgm", "out.pgm", "statuses"}));
+  std::istringstream statuses(scratch.read("statuses"));
+  size_t runs = 0, failures = 0;
+  for (int n, status; statuses >> n >> status; ++runs) {
+    ASSERT_TRUE(WIFEXITED(status)) << "allocation " << n << ": " << status;
+    EXPECT_TRUE(WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == 3 || WEXITSTATUS(status) == 4)
+        << "allocation " << n << ": " << status;
+    failures += status != 0;
+  }
+  EXPECT_GT(failures, 500u) << "the library that lets them fail is not at work";
+  EXPECT_EQ(static_cast<size_t>(std::count(result.err.begin(), result.err.end(), '\n')), failures)
+      << "one line for each\n"
+      << result.err;
+}
+#endif
+
+}  // namespace
+}  // namespace vistrel
