@@ -2,12 +2,17 @@
 
 #include <fmt/format.h>
 
+#include "apps/commands/bench_command.h"
+#include "apps/commands/cfa_command.h"
 #include "apps/commands/compare_command.h"
 #include "apps/commands/convert_command.h"
 #include "apps/commands/formats_command.h"
 #include "apps/commands/info_command.h"
+#include "apps/commands/mosaic_command.h"
 #include "apps/commands/report_command.h"
 #include "apps/commands/scene_command.h"
+#include "apps/commands/selftest_command.h"
+#include "apps/commands/unpack_command.h"
 #include "apps/options/help.h"
 
 namespace vistrel::app {
@@ -20,12 +25,17 @@ void describeProgram(CLI::App& program, int& status) {
   program.failure_message([](const CLI::App*, const CLI::Error& error) {
     return fmt::format("vistrel: {}\nRun with --help for more information.\n", error.what());
   });
+  addBenchCommand(program, status);
+  addCfaCommand(program, status);
   addCompareCommand(program, status);
   addConvertCommand(program, status);
   addFormatsCommand(program, status);
   addInfoCommand(program, status);
+  addMosaicCommand(program, status);
   addReportCommand(program, status);
   addSceneCommand(program, status);
+  addSelftestCommand(program, status);
+  addUnpackCommand(program, status);
 }
 
 }  // namespace vistrel::app

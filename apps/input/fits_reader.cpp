@@ -33,7 +33,7 @@ std::optional<uint32_t> phaseInFile(FitsInput& file) {
   const auto y = static_cast<uint32_t>(std::llround(file.number("YBAYROFF", 0)) & 1);
   std::ranges::transform(pattern, pattern.begin(), [](unsigned char c) { return std::toupper(c); });
   for (uint32_t phase = 0; phase < VISTREL_MONO; ++phase)
-    if (pattern == phaseNames(phase).fits) return phaseAt(phase, x, y);
+    if (pattern == phaseNames(phase).fits) return vistrel_phase_at(phase, x, y);
   fail(kRejected, "FITS: BAYERPAT {:?}: RGGB, BGGR, GRBG and GBRG are known", pattern);
 }
 
@@ -56,7 +56,7 @@ class FitsReader : public Reader {
     checkSize(d, source, stored, (source.size() - begin) / d.frames);
     isBottomUp_ = file_.text("ROWORDER") == "BOTTOM-UP";
     d.phase = phaseInFile(file_);
-    if (d.phase && isBottomUp_) d.phase = phaseAt(*d.phase, 0, d.height - 1);
+    if (d.phase && isBottomUp_) d.phase = vistrel_phase_at(*d.phase, 0, d.height - 1);
   }
 
   void read(uint64_t n, void* to) override {

@@ -23,9 +23,4 @@ inline constexpr uint32_t kPhases = 5;
 
 const PhaseNames& phaseNames(uint32_t phase);
 
-// The phase of a crop that begins at column x, row y.
-constexpr uint32_t phaseAt(uint32_t phase, uint32_t x, uint32_t y) {
-  return phase == 4 ? phase : phase ^ (y & 1) ^ (x & 1) << 1;
-}
-
 }  // namespace vistrel::app

@@ -18,8 +18,9 @@ struct PictureType {
 // Failure (usage) for names that tell no type.
 const PictureType& pictureType(const std::filesystem::path& path);
 
-// A PNG of three channels of 8 bits as BGR24. Throws Failure: input/output, or rejected.
-Image readPng(const std::filesystem::path& path);
+// A PNG of three channels of 8 bits, or of `mostBits` if that is 16, as blue, green, red. Throws
+// Failure: input/output, or rejected.
+Image readPng(const std::filesystem::path& path, uint32_t mostBits = 8);
 
 // The writers take mono, BGR and ARGB pixels and throw Failure (input/output).
 // PNG: samples of 9 to 15 bits are spread over 16, and the file tells how many were significant.

@@ -1,0 +1,110 @@
+#include "apps/commands/mosaic_command.h"
+
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/batch/jobs.h"
+#include "apps/failure.h"
+#include "apps/options/options.h"
+#include "apps/output/dump.h"
+#include "apps/output/picture.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr const char* kExamples = R"(Examples:
+  vistrel mosaic photo.png -o frame.pgm --phase rggb --bits 12
+  vistrel mosaic photo.png -o frame.raw --pixfmt BayerRG12p
+
+Each pixel keeps the colour of its filter. A sample v of a picture whose largest
+one is m becomes v (2^bits - 1) / m, rounded.)";
+
+struct MosaicOptions {
+  std::string input, output;
+  std::optional<uint32_t> phase, bits;
+  const PixelFormat* format = nullptr;  // of a dump
+};
+
+uint32_t sampleAt(const Image& image, uint32_t x, uint32_t y, uint32_t channel) {
+  const uint32_t bytes = image.layout.bits / 8;
+  const uint8_t* at = &image.pixels[y * image.layout.row_bytes + (size_t{x} * 3 + channel) * bytes];
+  if (bytes == 1) return *at;
+  uint16_t word;
+  std::memcpy(&word, at, 2);
+  return word;
+}
+
+std::vector<uint16_t> mosaicOf(const Image& image, uint32_t phase, uint32_t bits) {
+  const uint64_t from = (1u << image.layout.bits) - 1, to = (1u << bits) - 1;
+  std::vector<uint16_t> mosaic;
+  mosaic.reserve(size_t{image.layout.width} * image.layout.height);
+  for (uint32_t y = 0; y < image.layout.height; ++y)
+    for (uint32_t x = 0; x < image.layout.width; ++x) {
+      // The letters of the phase's name are the filters of its 2x2 block.
+      const char filter = vistrel_phase_name(phase)[2 * (y & 1) + (x & 1)];
+      const uint32_t channel = filter == 'b' ? 0 : filter == 'g' ? 1 : 2;
+      const uint64_t sample = sampleAt(image, x, y, channel);
+      mosaic.push_back(static_cast<uint16_t>((2 * sample * to + from) / (2 * from)));
+    }
+  return mosaic;
+}
+
+// A PGM's name takes no dump, and a dump's no PGM.
+void checkOutput(const MosaicOptions& o) {
+  const bool pgm = std::filesystem::path(o.output).extension() == ".pgm";
+  if (o.format && pgm)
+    fail(kUsage, "-o {}: --pixfmt makes a dump, .pgm is another format", o.output);
+  if (!o.format && !pgm)
+    fail(kUsage, "-o {}: a raw frame is a .pgm, or a dump by --pixfmt", o.output);
+  if (o.phase == VISTREL_MONO || (o.format && o.format->phase == VISTREL_MONO))
+    fail(kUsage, "{} mono: a mosaic has filters", o.format ? "--pixfmt" : "--phase");
+}
+
+void mosaicOne(const MosaicOptions& o) {
+  const Image picture = readPng(o.input, 16);
+  const uint32_t phase = o.format ? o.format->phase : o.phase.value_or(BAYER_RGGB);
+  const uint32_t bits = o.format ? o.format->bits : o.bits.value_or(picture.layout.bits);
+  const std::vector<uint16_t> samples = mosaicOf(picture, phase, bits);
+  AtomicFile output(o.output);
+  if (o.format)
+    writeDump(*o.format, samples, picture.layout.width, output);
+  else
+    writePgm(samples, picture.layout.width, bits, output);
+  output.commit();
+}
+
+ExitStatus run(const MosaicOptions& o) {
+  checkOutput(o);
+  checkIsNoInput("-o", {o.input}, o.output);
+  const Outcome outcome = attempt([&o] { mosaicOne(o); });
+  if (outcome.status != kDone) throw Failure(outcome.status, o.input + ": " + outcome.text);
+  return kDone;
+}
+
+}  // namespace
+
+void addMosaicCommand(CLI::App& program, int& status) {
+  auto* command = program.add_subcommand("mosaic", "Make a raw frame of a picture in full colour");
+  const auto o = std::make_shared<MosaicOptions>();
+  command->add_option("IN", o->input, "Picture: PNG, 3 channels of 8 or 16 bits")->required();
+  command->add_option("-o,--output", o->output, "Frame (.pgm), or a dump with --pixfmt")
+      ->required()
+      ->type_name("OUT");
+  addPhaseOption(*command, o->phase);
+  auto* bits = between(
+      command->add_option("--bits", o->bits, "Significant bits of a sample (those of IN)"), 8, 16);
+  command
+      ->add_option_function<std::string>(
+          "--pixfmt", [o](const std::string& s) { o->format = &parsePixelFormat("--pixfmt", s); },
+          "Make a dump of this format (see vistrel formats)")
+      ->type_name("NAME")
+      ->excludes(bits)
+      ->excludes(command->get_option("--phase"));
+  command->footer(kExamples);
+  command->callback([o, &status] { status = run(*o); });
+}
+
+}  // namespace vistrel::app

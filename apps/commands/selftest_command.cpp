@@ -1,0 +1,69 @@
+#include "apps/commands/selftest_command.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "apps/failure.h"
+#include "apps/selftest/run.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr const char* kExamples = R"(Example:
+  vistrel selftest --json
+
+Converts a built-in frame by every algorithm, in every depth and phase, binned
+and toned, with every set of instructions that this machine has, and compares
+hashes of the results with those of a reference implementation.
+
+Exit status: 0 all results are right, 1 some differ.)";
+
+std::string levelsOf(const selftest::Verdict& verdict) {
+  std::string levels;
+  for (const std::string& level : verdict.levels) levels += (levels.empty() ? "" : ", ") + level;
+  return levels;
+}
+
+void printText(const selftest::Verdict& v) {
+  for (const selftest::Difference& d : v.differences)
+    fmt::print("DIFFERS: {}, level {}: hash {:016x}, {:016x} is right\n", d.combination, d.level,
+               d.got, d.expected);
+  if (v.differences.empty())
+    fmt::print("OK: {} combinations at each of {} levels: {}\n", v.combinations, v.levels.size(),
+               levelsOf(v));
+  else
+    fmt::print("{} of {} results differ\n", v.differences.size(), v.combinations * v.levels.size());
+}
+
+void printJson(const selftest::Verdict& v) {
+  nlohmann::ordered_json json{{"ok", v.differences.empty()},
+                              {"version", VISTREL_VERSION},
+                              {"levels", v.levels},
+                              {"combinations", v.combinations},
+                              {"differences", nlohmann::ordered_json::array()}};
+  for (const selftest::Difference& d : v.differences)
+    json["differences"].push_back({{"combination", d.combination},
+                                   {"level", d.level},
+                                   {"expected", fmt::format("{:016x}", d.expected)},
+                                   {"got", fmt::format("{:016x}", d.got)}});
+  fmt::print("{}\n", json.dump(2));
+}
+
+}  // namespace
+
+void addSelftestCommand(CLI::App& program, int& status) {
+  auto* command =
+      program.add_subcommand("selftest", "Prove that this machine gives the right pixels");
+  const auto json = std::make_shared<bool>(false);
+  command->add_flag("--json", *json, "Print JSON");
+  command->footer(kExamples);
+  command->callback([json, &status] {
+    const selftest::Verdict verdict = selftest::run();
+    *json ? printJson(verdict) : printText(verdict);
+    status = verdict.differences.empty() ? kDone : kSomeFailed;
+  });
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,183 @@
+// Raw frames made of pictures, and packed dumps made plain again.
+#include <gtest/gtest.h>
+
+#include <fmt/format.h>
+#include <png.h>
+
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+constexpr uint32_t kWidth = 7, kHeight = 5;
+
+// Another value for each place and channel.
+uint32_t colourAt(uint32_t x, uint32_t y, uint32_t channel, uint32_t most) {
+  return (x * 7919 + y * 104729 + channel * 1299709) % (most + 1);
+}
+
+// Red, green, blue; 8 or 16 bits.
+template <class Sample>
+void writePicture(const std::filesystem::path& path, uint32_t format) {
+  constexpr uint32_t kMost = sizeof(Sample) == 1 ? 255 : 65535;
+  std::vector<Sample> samples;
+  for (uint32_t y = 0; y < kHeight; ++y)
+    for (uint32_t x = 0; x < kWidth; ++x)
+      for (uint32_t c = 0; c < 3; ++c)
+        samples.push_back(static_cast<Sample>(colourAt(x, y, c, kMost)));
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  image.width = kWidth;
+  image.height = kHeight;
+  image.format = format;
+  ASSERT_TRUE(png_image_write_to_file(&image, path.c_str(), 0, samples.data(), 0, nullptr));
+}
+
+std::string mosaicPgm(const std::string& phase, uint32_t most, uint32_t maxval) {
+  return pgm(kWidth, kHeight, maxval, [&](uint32_t x, uint32_t y) {
+    const size_t channel = std::string("rgb").find(phase[2 * (y % 2) + x % 2]);
+    const double sample = colourAt(x, y, static_cast<uint32_t>(channel), most);
+    return static_cast<uint32_t>(sample * maxval / most + 0.5);
+  });
+}
+
+TEST(Mosaic, EveryPhaseOfBytes) {
+  const Scratch scratch;
+  writePicture<uint8_t>(scratch / "in.png", PNG_FORMAT_RGB);
+  for (const std::string phase : {"rggb", "bggr", "grbg", "gbrg"}) {
+    EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.pgm --phase " + phase).err, "");
+    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm(phase, 255, 255)) << phase;
+  }
+}
+
+TEST(Mosaic, Depths) {
+  const Scratch scratch;
+  writePicture<uint8_t>(scratch / "8.png", PNG_FORMAT_RGB);
+  writePicture<uint16_t>(scratch / "16.png", PNG_FORMAT_LINEAR_RGB);
+  for (const uint32_t bits : {8u, 10u, 13u, 16u}) {
+    const std::string options = fmt::format(" -o out.pgm --bits {}", bits);
+    EXPECT_EQ(scratch.vistrel("mosaic 8.png" + options).err, "");
+    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm("rggb", 255, (1 << bits) - 1)) << bits;
+    EXPECT_EQ(scratch.vistrel("mosaic 16.png" + options).err, "");
+    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm("rggb", 65535, (1 << bits) - 1)) << bits;
+  }
+}
+
+TEST(Mosaic, Refusals) {
+  const Scratch scratch;
+  writePicture<uint8_t>(scratch / "in.png", PNG_FORMAT_RGB);
+  EXPECT_EQ(scratch.vistrel("mosaic in.png -o in.png").status, 2);
+  EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.pgm --phase mono").status, 2);
+  EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.raw --pixfmt GREY").status, 2);
+  EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.pgm --pixfmt RGGB").status, 2);
+  EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.raw --pixfmt RGGB --bits 8").status, 2);
+  EXPECT_EQ(scratch.vistrel("mosaic none.png -o out.pgm").status, 4);
+  scratch.write("gray.pgm", "P5 1 1 255\n.");
+  EXPECT_EQ(scratch.vistrel("mosaic gray.pgm -o out.pgm").status, 3);
+  EXPECT_EQ(scratch.names(), (std::vector<std::string>{"gray.pgm", "in.png"}));
+}
+
+// Bytes by the definitions of the packings, of the 12-bit samples 0x123, 0x456 and the 10-bit ones
+// 0x155, 0x2AA, 0x0F3, 0x30C.
+TEST(Unpack, BytesOfTheDefinitions) {
+  const struct {
+    const char* name;
+    std::string bytes;
+    std::vector<uint32_t> samples;
+  } cases[] = {
+      {"BayerRG12p", "\x23\x61\x45", {0x123, 0x456}},
+      {"BayerRG12Packed", "\x12\x63\x45", {0x123, 0x456}},
+      {"pRCC", "\x12\x45\x63", {0x123, 0x456}},
+      {"RG12", "\x23\x01\x56\x04", {0x123, 0x456}},
+      {"rggb12be", "\x01\x23\x04\x56", {0x123, 0x456}},
+      {"BayerRG10p", "\x55\xA9\x3A\x0F\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"BayerRG10Packed", "\x55\x21\xAA\x3C\x03\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"pRAA", "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"BA81", "\x7F\xFF", {0x7F, 0xFF}},
+  };
+  const Scratch scratch;
+  for (const auto& c : cases) {
+    scratch.write("in.raw", c.bytes);
+    const auto width = static_cast<uint32_t>(c.samples.size());
+    const Result result =
+        scratch.vistrel(fmt::format("unpack in.raw -s {}x1 --pixfmt {} -o out.pgm", width, c.name));
+    EXPECT_EQ(result.err, "") << c.name;
+    const uint32_t maxval = c.samples[0] == 0x123 ? 4095 : c.samples[0] == 0x155 ? 1023 : 255;
+    EXPECT_EQ(scratch.read("out.pgm"),
+              pgm(width, 1, maxval, [&](uint32_t x, uint32_t) { return c.samples[x]; }))
+        << c.name;
+  }
+}
+
+// Seven columns: every packing has an unfinished group at the end of a row.
+TEST(Unpack, WhatMosaicPacks) {
+  const Scratch scratch;
+  writePicture<uint16_t>(scratch / "in.png", PNG_FORMAT_LINEAR_RGB);
+  const struct {
+    const char* name;
+    const char* phase;
+    int bits;
+  } cases[] = {{"BayerGR8", "grbg", 8},
+               {"BG10", "bggr", 10},
+               {"gbrg14be", "gbrg", 14},
+               {"BYR2", "bggr", 16},
+               {"BayerRG10p", "rggb", 10},
+               {"BayerGB12p", "gbrg", 12},
+               {"BayerGR10Packed", "grbg", 10},
+               {"BayerBG12Packed", "bggr", 12},
+               {"pgAA", "grbg", 10},
+               {"pGCC", "gbrg", 12},
+               {"pREE", "rggb", 14}};
+  for (const auto& c : cases) {
+    const std::string format = std::string(" --pixfmt ") + c.name;
+    EXPECT_EQ(scratch.vistrel("mosaic in.png -o in.raw" + format).err, "");
+    EXPECT_EQ(scratch.vistrel("unpack in.raw -s 7x5 -o out.pgm" + format).err, "");
+    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm(c.phase, 65535, (1 << c.bits) - 1)) << c.name;
+  }
+}
+
+TEST(Unpack, RawWords) {
+  const Scratch scratch;
+  scratch.write("in.raw", "\x12\x63\x45");
+  EXPECT_EQ(scratch.vistrel("unpack in.raw -s 2x1 --pixfmt Mono12Packed -o out.raw").err, "");
+  EXPECT_EQ(scratch.read("out.raw"), std::string("\x23\x01\x56\x04"));
+}
+
+TEST(Unpack, Places) {
+  const Scratch scratch;
+  scratch.write("in.raw", "--ab..cd..ef..gh..");
+  EXPECT_EQ(scratch
+                .vistrel("unpack in.raw -s 2x2 --pixfmt GREY --skip 2 --stride 4 --frame 1 "
+                         "-o out.raw")
+                .err,
+            "");
+  EXPECT_EQ(scratch.read("out.raw"), "efgh");
+}
+
+TEST(Unpack, Refusals) {
+  const Scratch scratch;
+  scratch.write("in.raw", "abcdef");
+  const std::string unpack = "unpack in.raw -o out.pgm ";
+  EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2 --pixfmt GREY").status, 0);
+  std::filesystem::remove(scratch / "out.pgm");
+  EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2 --pixfmt none").status, 2);
+  EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2").status, 2);
+  EXPECT_EQ(scratch.vistrel(unpack).status, 2);
+  EXPECT_EQ(scratch.vistrel("unpack in.raw -o out.ppm -s 2x2 --pixfmt GREY").status, 2);
+  EXPECT_EQ(scratch.vistrel("unpack none.raw -o out.pgm -s 2x2 --pixfmt GREY").status, 4);
+  const Result cut = scratch.vistrel(unpack + "-s 2x2 --pixfmt Y16");
+  EXPECT_EQ(cut.status, 3);
+  EXPECT_NE(cut.err.find("in.raw: the file is too short"), std::string::npos) << cut.err;
+  EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2 --pixfmt GREY --frame 1").status, 3);
+  EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2 --pixfmt GREY --frame 18446744073709551615").status,
+            3);
+  EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2 --pixfmt GREY --stride 1").status, 3);
+  // 'b' << 8 | 'a' has more than ten bits.
+  const Result excess = scratch.vistrel(unpack + "-s 1x1 --pixfmt Y10");
+  EXPECT_EQ(excess.status, 3);
+  EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.raw"});
+}
+
+}  // namespace
+}  // namespace vistrel

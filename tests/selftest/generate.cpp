@@ -1,0 +1,89 @@
+// Plays the selftest's conversions through the reference. Without an argument it writes the hashes;
+// with the name of a file it tells whether that is what they are.
+#include <fmt/format.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "apps/selftest/cases.h"
+#include "host/vistrel_host.h"
+#include "tests/reference/convert.h"
+#include "tests/reference/demosaic.h"
+#include "tests/reference/registry.h"
+
+namespace {
+
+using namespace vistrel::app::selftest;
+
+constexpr uint32_t kStream = 1;
+
+uint32_t channelsOf(const Case& c) { return c.phase == VISTREL_MONO ? 1 : 3; }
+size_t samplesOf(const Case& c) {
+  return size_t{kWidth / c.binning} * (kHeight / c.binning) * channelsOf(c);
+}
+
+uint64_t hashOfBytes(const Case& c) {
+  const std::vector<uint16_t> words = testFrame(c.bits);
+  const std::vector<uint8_t> frame(words.begin(), words.end());
+  std::vector<uint8_t> image(samplesOf(c));
+  const uint32_t format = c.phase == VISTREL_MONO ? IMG_FMT_MONO8 : IMG_FMT_BGR24;
+  const uint32_t width = kWidth / c.binning, height = kHeight / c.binning;
+  if (c.code == VISTREL_AHD)
+    reference::ImageColorDemosaicAHD(reference::ID2Index(kStream), kWidth, c.phase, c.binning - 1,
+                                     format, 0, 0, width, height, frame.data(), image.data());
+  else
+    reference::ImgConvert8(kStream, format, c.code | c.threshold << 8, c.phase, c.binning - 1,
+                           kWidth, kHeight, 0, 0, width, height, frame.data(), image.data(), 8, 0);
+  return hashOf(image.data(), image.size());
+}
+
+// `Sample` is the result's: bytes where there is a window or a curve.
+template <class Sample>
+uint64_t hashOfWords(const Case& c, uint32_t format, uint32_t lutMode) {
+  const std::vector<uint16_t> frame = testFrame(c.bits);
+  std::vector<Sample> image(samplesOf(c));
+  const uint32_t dstBits = (sizeof(Sample) == 1 ? 8 : c.bits) * channelsOf(c);
+  const uint32_t width = kWidth / c.binning, height = kHeight / c.binning;
+  if (c.code == VISTREL_AHD)
+    reference::ImageColorDemosaicAHD(reference::ID2Index(kStream), kWidth, c.phase, c.binning - 1,
+                                     format, lutMode, 0, 0, width, height, frame.data(),
+                                     reinterpret_cast<uint8_t*>(image.data()), dstBits, c.bits);
+  else
+    reference::ImgConvert16(kStream, format, c.code | c.threshold << 8, c.phase, c.binning - 1,
+                            dstBits, lutMode, kWidth, kHeight, 0, 0, width, height, frame.data(),
+                            image.data(), c.bits, 0);
+  return hashOf(image.data(), image.size());
+}
+
+uint64_t hashOfCase(const Case& c) {
+  if (c.bits == 8) return hashOfBytes(c);
+  const bool mono = c.phase == VISTREL_MONO;
+  if (c.lutMode == kAllBits)
+    return hashOfWords<uint16_t>(c, mono ? IMG_FMT_MONO16 : IMG_FMT_BGR48, 0);
+  return hashOfWords<uint8_t>(c, mono ? IMG_FMT_MONO8 : IMG_FMT_BGR24, c.lutMode);
+}
+
+std::string golden() {
+  std::string text = "// Made by selftest_golden from the reference. In the order of allCases().\n";
+  for (const Case& c : allCases())
+    text += fmt::format("0x{:016X},  // {}\n", hashOfCase(c), nameOf(c));
+  return text;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  reference::g_bIsSSE = 0;
+  reference::ImgLoadDriver();
+  if (!reference::ImgInitialize(kStream, kWidth, kHeight)) return 2;
+  const std::string text = golden();
+  if (argc == 1) {
+    fmt::print("{}", text);
+    return 0;
+  }
+  std::ostringstream file;
+  file << std::ifstream(argv[1]).rdbuf();
+  const bool equal = file.str() == text;
+  fmt::print("{} is {}what the reference gives\n", argv[1], equal ? "" : "not ");
+  return equal ? 0 : 1;
+}
