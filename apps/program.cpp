@@ -7,6 +7,7 @@
 #include "apps/commands/compare_command.h"
 #include "apps/commands/convert_command.h"
 #include "apps/commands/formats_command.h"
+#include "apps/commands/guess_command.h"
 #include "apps/commands/info_command.h"
 #include "apps/commands/mosaic_command.h"
 #include "apps/commands/report_command.h"
@@ -30,6 +31,7 @@ void describeProgram(CLI::App& program, int& status) {
   addCompareCommand(program, status);
   addConvertCommand(program, status);
   addFormatsCommand(program, status);
+  addGuessCommand(program, status);
   addInfoCommand(program, status);
   addMosaicCommand(program, status);
   addReportCommand(program, status);

@@ -1,0 +1,132 @@
+#include "apps/commands/guess_command.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/failure.h"
+#include "apps/guess/guess.h"
+#include "apps/input/source.h"
+#include "apps/names/pixel_format.h"
+#include "apps/options/geometry.h"
+#include "host/vistrel_host.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr const char* kExamples = R"(Examples:
+  vistrel guess camera.raw
+  vistrel guess camera.raw -s 1280x960 --json
+
+Ranks what the file may be by the likeness of neighbouring samples. It is to
+hold one frame, without a header and padded rows. A dark frame may have more
+bits than it uses. Where green is can be measured, which of the other two sites
+is red can not: if colours come out wrong, take the second phase.)";
+
+// A frame of 16 x 16 bytes; what is read at once.
+constexpr uint64_t kLeast = 256, kMost = 128 << 20;
+
+struct GuessOptions {
+  std::string path;
+  std::optional<Size> size;
+  bool json = false;
+};
+
+// What convert needs to know. High bits have no name of a format.
+std::string optionsOf(const Guess& g, uint32_t phase) {
+  const std::string size = fmt::format("-s {}x{}", g.width, g.height);
+  const bool words = g.packing == VISTREL_PACKING_LITTLE || g.packing == VISTREL_PACKING_BIG;
+  if (words)
+    return fmt::format("{} --bits {}{}{} --phase {}", size, std::max(g.bits, 9u),
+                       g.packing == VISTREL_PACKING_BIG ? " --endian big" : "",
+                       g.highBits ? " --align high" : "", vistrel_phase_name(phase));
+  for (const PixelFormat& f : pixelFormats())
+    if (f.packing == g.packing && f.bits == g.bits && f.phase == phase)
+      return fmt::format("{} --pixfmt {}", size, f.pfnc.empty() ? f.v4l2 : f.pfnc);
+  return size;
+}
+
+// As a shell takes it.
+std::string quoted(const std::string& path) {
+  const auto plain = [](char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) || std::strchr("/._-+", c);
+  };
+  if (std::all_of(path.begin(), path.end(), plain)) return path;
+  std::string text = "'";
+  for (const char c : path) c == '\'' ? text += "'\\''" : text += c;
+  return text + "'";
+}
+
+std::string commandOf(const GuessOptions& o, const Guess& g, uint32_t phase) {
+  return fmt::format("vistrel convert {} {} -o guess.png", quoted(o.path), optionsOf(g, phase));
+}
+
+void printText(const GuessOptions& o, const std::vector<Guess>& guesses) {
+  for (const Guess& g : guesses) {
+    const std::string other =
+        g.phase == g.otherPhase ? "" : fmt::format(" or {}", vistrel_phase_name(g.otherPhase));
+    fmt::print("{:.3f}  {}x{}, {}, {} bits{}, {}{}\n       {}\n", g.score, g.width, g.height,
+               packingName(g.packing), g.bits, g.highBits ? " (the high ones)" : "",
+               vistrel_phase_name(g.phase), other, commandOf(o, g, g.phase));
+  }
+  fmt::print("Red and blue can't be told apart: try the second phase if colours are wrong.\n");
+}
+
+void printJson(const GuessOptions& o, const std::vector<Guess>& guesses) {
+  auto json = nlohmann::ordered_json::array();
+  for (const Guess& g : guesses)
+    json.push_back({{"score", g.score},
+                    {"width", g.width},
+                    {"height", g.height},
+                    {"packing", packingName(g.packing)},
+                    {"bits", g.bits},
+                    {"align", g.highBits ? "high" : "low"},
+                    {"phases", g.phase == g.otherPhase
+                                   ? nlohmann::ordered_json{vistrel_phase_name(g.phase)}
+                                   : nlohmann::ordered_json{vistrel_phase_name(g.phase),
+                                                            vistrel_phase_name(g.otherPhase)}},
+                    {"command", commandOf(o, g, g.phase)}});
+  fmt::print("{}\n", json.dump(2));
+}
+
+void guessOne(const GuessOptions& o) {
+  const Source source(o.path);
+  const uint64_t bytes = source.size();
+  if (bytes < kLeast || bytes > kMost)
+    fail(kRejected, "it has {} bytes: {} to {} are allowed", bytes, kLeast, kMost);
+  const std::vector<Guess> guesses = guessFormat(source.all(), o.size);
+  if (guesses.empty() && o.size)
+    fail(kRejected, "no packing makes {} bytes of {}x{} pixels", bytes, o.size->width,
+         o.size->height);
+  if (guesses.empty()) fail(kRejected, "no size fits {} bytes", bytes);
+  o.json ? printJson(o, guesses) : printText(o, guesses);
+}
+
+}  // namespace
+
+void addGuessCommand(CLI::App& program, int& status) {
+  auto* command = program.add_subcommand("guess", "Guess what a dump without a header is");
+  const auto o = std::make_shared<GuessOptions>();
+  command->add_option("IN", o->path, "Dump without a header; - is standard input")->required();
+  command
+      ->add_option_function<std::string>(
+          "-s,--size", [o](const std::string& s) { o->size = parseSize("--size", s); },
+          "Its size, where it is known")
+      ->type_name("WxH");
+  command->add_flag("--json", o->json, "Print JSON");
+  command->footer(kExamples);
+  command->callback([o, &status] {
+    const Outcome outcome = attempt([&o] { guessOne(*o); });
+    if (outcome.status != kDone) throw Failure(outcome.status, o->path + ": " + outcome.text);
+    status = kDone;
+  });
+}
+
+}  // namespace vistrel::app
