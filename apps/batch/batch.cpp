@@ -77,11 +77,11 @@ State Batch::doJob(const Job& job, Result& result) {
   const Origin origin = originOf(job, work_.options);
   if (!options_.overwrite && isUpToDate(job, origin)) return State::kUpToDate;
   if (options_.dryRun) {
-    result.layout = work_.check(job);
+    result.prospect = work_.check(job);
     return State::kPlanned;
   }
-  const Made made = work_.make(job);
-  result.layout = made.layout;
+  Made made = work_.make(job);
+  result.prospect = std::move(made.prospect);
   if (manifest_) manifest_->add(job.to, {origin, fs::file_size(job.to), made.crc});
   return State::kMade;
 }
@@ -96,8 +96,9 @@ bool Batch::isUpToDate(const Job& job, const Origin& origin) const {
 
 void Batch::ended(size_t i) {
   const Result& result = results_[i];
+  const vistrel_layout& l = result.prospect.layout;
   if (result.state == State::kMade)
-    progress_->made(uint64_t{result.layout.width} * result.layout.height);
+    progress_->made(uint64_t{l.width} * l.height);
   else
     progress_->passed();
   ended_[i] = true;
@@ -107,15 +108,17 @@ void Batch::ended(size_t i) {
 void Batch::tell(size_t i) {
   const Job& job = jobs_[i];
   const Result& result = results_[i];
+  for (const std::string& remark : result.prospect.remarks)
+    progress_->say(fmt::format("{}: {}", nameOf(job), remark));
   if (result.state == State::kFailed)
     progress_->say(fmt::format("{}: {}", nameOf(job), result.outcome.text));
   if (!options_.dryRun || options_.json) return;
   if (result.state == State::kUpToDate)
     fmt::print("{} -> {}: up to date\n", nameOf(job), job.to.string());
-  if (result.state == State::kPlanned)
-    fmt::print("{} -> {}: {}x{}, {} of {} bits\n", nameOf(job), job.to.string(),
-               result.layout.width, result.layout.height,
-               result.layout.channels == 1 ? "gray" : "colour", result.layout.bits);
+  if (result.state != State::kPlanned) return;
+  const vistrel_layout& l = result.prospect.layout;
+  fmt::print("{} -> {}: {}x{}, {} of {} bits\n", nameOf(job), job.to.string(), l.width, l.height,
+             l.channels == 1 ? "gray" : "colour", l.bits);
 }
 
 void Batch::sumUp() {

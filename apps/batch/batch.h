@@ -21,15 +21,21 @@ struct BatchOptions {
   Show show = Show::kAuto;
 };
 
-struct Made {
+// What a frame's header and the options lead to.
+struct Prospect {
   vistrel_layout layout;
+  std::vector<std::string> remarks;  // to the user
+};
+
+struct Made {
+  Prospect prospect;
   uint32_t crc;  // of the pixels
 };
 
 // What there is to do for a job. Any thread calls these, for several jobs at once; they throw
 // Failure and Error.
 struct Work {
-  std::function<vistrel_layout(const Job&)> check;  // all but the samples
+  std::function<Prospect(const Job&)> check;  // all but the samples
   std::function<Made(const Job&)> make;
   std::string options;                         // as in Origin
   std::vector<std::filesystem::path> sources;  // what all pictures depend on beside their frames
@@ -40,7 +46,7 @@ enum class State { kNotBegun, kMade, kUpToDate, kPlanned, kFailed };
 struct Result {
   State state = State::kNotBegun;
   Outcome outcome;
-  vistrel_layout layout{};  // of what was made or is planned
+  Prospect prospect{};  // of what was made or is planned
   double seconds = 0;
 };
 

@@ -28,8 +28,9 @@ Json outputOf(const Job& job, const Result& result) {
   Json json{{"output", job.to.string()}, {"status", nameOf(result.state)}};
   if (job.frame) json["frame"] = *job.frame;
   if (result.state == State::kFailed) json["error"] = result.outcome.text;
-  if (result.layout.width) {
-    const vistrel_layout& l = result.layout;
+  const auto& [l, remarks] = result.prospect;
+  if (!remarks.empty()) json["remarks"] = remarks;
+  if (l.width) {
     json.update(
         {{"width", l.width}, {"height", l.height}, {"channels", l.channels}, {"bits", l.bits}});
   }

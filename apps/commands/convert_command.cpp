@@ -46,6 +46,8 @@ struct Opened {
            layout.channels == 1 ? ".pgm" : ".ppm");
   }
 
+  Prospect prospect() const { return {layout, file.remarks()}; }
+
   FrameFile file;
   vistrel_conversion conversion;
   const PictureType& type;
@@ -60,7 +62,7 @@ Made makePicture(const Job& job, const ConvertOptions& o) {
   opened.type.write(image, output);
   output.commit();
   const auto crc = crc32_z(0, image.pixels.data(), image.pixels.size());
-  return {image.layout, static_cast<uint32_t>(crc)};
+  return {opened.prospect(), static_cast<uint32_t>(crc)};
 }
 
 // A curve of the user's may change while its name stays.
@@ -76,7 +78,7 @@ std::string optionsOf(const CLI::App& command, const ConvertOptions& o) {
 
 Work workFor(const CLI::App& command, const ConvertOptions& o) {
   Work work;
-  work.check = [&o](const Job& job) { return Opened(job, o).layout; };
+  work.check = [&o](const Job& job) { return Opened(job, o).prospect(); };
   work.make = [&o](const Job& job) { return makePicture(job, o); };
   work.options = optionsOf(command, o);
   if (!o.conversion.tone.table.empty()) work.sources = {o.conversion.tone.curve};

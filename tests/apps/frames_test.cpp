@@ -105,6 +105,11 @@ TEST_F(Frames, WhatOptionsContradict) {
   const auto told =
       info("in.pgm --bits 12", "vistrel: in.pgm: taken as 12 bits; the file tells 10\n");
   EXPECT_EQ(told["bits"], 12);
+  for (const char* dry : {"", " --dry-run"}) {
+    const auto convert = "convert in.pgm --bits 12 --phase mono -o out.png" + std::string(dry);
+    EXPECT_EQ(scratch.vistrel(convert).err,
+              "vistrel: in.pgm: taken as 12 bits; the file tells 10\n");
+  }
 }
 
 TEST_F(Frames, StandardInputAsAFile) {
