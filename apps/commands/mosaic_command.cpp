@@ -93,7 +93,7 @@ void addMosaicCommand(CLI::App& program, int& status) {
   command->add_option("-o,--output", o->output, "Frame (.pgm), or a dump with --pixfmt")
       ->required()
       ->type_name("OUT");
-  addPhaseOption(*command, o->phase);
+  auto* phase = addPhaseOption(*command, o->phase);
   auto* bits = between(
       command->add_option("--bits", o->bits, "Significant bits of a sample (those of IN)"), 8, 16);
   command
@@ -102,7 +102,7 @@ void addMosaicCommand(CLI::App& program, int& status) {
           "Make a dump of this format (see vistrel formats)")
       ->type_name("NAME")
       ->excludes(bits)
-      ->excludes(command->get_option("--phase"));
+      ->excludes(phase);
   command->footer(kExamples);
   command->callback([o, &status] { status = run(*o); });
 }

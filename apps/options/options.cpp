@@ -48,8 +48,8 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
                   "Bits and phase by a name such as rose_12b_rggb.pgm");
 }
 
-void addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase) {
-  command
+CLI::Option* addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase) {
+  return command
       .add_option_function<std::string>(
           "--phase", [&phase](const std::string& s) { phase = parsePhase("--phase", s); },
           "Colours of the left upper 2x2 block, row by row: rggb, bggr, grbg or gbrg; or mono")

@@ -20,6 +20,6 @@ CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words);
 void addInputOptions(CLI::App& command, InputOptions& options);
 
 // --phase.
-void addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase);
+CLI::Option* addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase);
 
 }  // namespace vistrel::app
