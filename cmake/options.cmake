@@ -2,6 +2,7 @@
 
 option(VISTREL_APPS "Build the command-line program" ON)
 option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
+option(VISTREL_ROOM_TESTS "Among the tests, those of single rooms of the library" ON)
 option(VISTREL_BENCH "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF)
 option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)
 option(VISTREL_WERROR "Treat warnings as errors" OFF)
