@@ -1,12 +1,12 @@
 /*
- * libvistrelhost: libVistrel behind one function that checks every argument.
+ * libvistrelhost: libVistrel behind functions that check every argument.
  *
  * Plain C. A caller describes its frame and the result it wants, asks for the
- * layout of that result, provides the memory and converts. There is no order of
- * calls: the layer loads libVistrel at the first conversion and keeps its streams
- * itself. Every function may be called from any number of threads at once. A process that uses this
- * layer must not call libVistrel's Img entries beside it, since both would fill the same table of
- * streams.
+ * layout of that result, provides the memory and converts. The layer loads
+ * libVistrel by itself and owns its streams. Every function but vistrel_set_level
+ * may be called from any number of threads at once. A process that uses this layer
+ * must not call libVistrel's Img entries beside it, since both would fill the same
+ * table of streams.
  *
  * Every function that can refuse returns a status: VISTREL_OK, or the code of
  * the refusal. It also writes the code, and a text that names the argument, the

@@ -8,6 +8,7 @@
 
 #include "apps/batch/jobs.h"
 #include "apps/failure.h"
+#include "apps/filter.h"
 #include "apps/options/options.h"
 #include "apps/output/dump.h"
 #include "apps/output/picture.h"
@@ -43,10 +44,7 @@ std::vector<uint16_t> mosaicOf(const Image& image, uint32_t phase, uint32_t bits
   mosaic.reserve(size_t{image.layout.width} * image.layout.height);
   for (uint32_t y = 0; y < image.layout.height; ++y)
     for (uint32_t x = 0; x < image.layout.width; ++x) {
-      // The letters of the phase's name are the filters of its 2x2 block.
-      const char filter = vistrel_phase_name(phase)[2 * (y & 1) + (x & 1)];
-      const uint32_t channel = filter == 'b' ? 0 : filter == 'g' ? 1 : 2;
-      const uint64_t sample = sampleAt(image, x, y, channel);
+      const uint64_t sample = sampleAt(image, x, y, channelAt(phase, x, y));
       mosaic.push_back(static_cast<uint16_t>((2 * sample * to + from) / (2 * from)));
     }
   return mosaic;

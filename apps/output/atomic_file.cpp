@@ -85,12 +85,14 @@ void AtomicFile::write(const void* bytes, size_t count) {
 
 void AtomicFile::commit() {
   if (!unfinished_) return copyToStandardOutput();
-  bool good = std::fflush(stream_) == 0 && fsync(fileno(stream_)) == 0;
+  // A write that failed long ago is remembered by the stream alone.
+  bool good = !std::ferror(stream_) && std::fflush(stream_) == 0 && fsync(fileno(stream_)) == 0;
   good = std::fclose(std::exchange(stream_, nullptr)) == 0 && good;
   if (!good || !unfinished_->rename(target_.c_str())) failToWrite(std::strerror(errno));
 }
 
 void AtomicFile::copyToStandardOutput() {
+  if (std::ferror(stream_)) failToWrite(std::strerror(errno));  // which rewinding forgets
   std::rewind(stream_);
   std::vector<char> part(1 << 16);
   for (size_t n; (n = std::fread(part.data(), 1, part.size(), stream_)) > 0;)

@@ -14,7 +14,8 @@ const PictureType& pictureType(const std::filesystem::path& path) {
   static const PictureType standardOutput{"", 0, writePnm};
   if (path == "-") return standardOutput;
   std::string extension = path.extension().string();
-  if (isStandardOutput(path)) extension = fmt::format(".{}", path.string().substr(0, path.string().size() - 2));
+  if (isStandardOutput(path))
+    extension = fmt::format(".{}", path.string().substr(0, path.string().size() - 2));
   for (const PictureType& type : types)
     if (extension == type.extension) return type;
   fail(kUsage,

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "apps/failure.h"
+#include "apps/filter.h"
 
 namespace vistrel::app {
 namespace {
@@ -30,12 +31,8 @@ std::vector<uint8_t> mosaicOf(const Image& truth, uint32_t phase) {
   std::vector<uint8_t> mosaic;
   mosaic.reserve(size_t{l.width} * l.height);
   for (uint32_t y = 0; y < l.height; ++y)
-    for (uint32_t x = 0; x < l.width; ++x) {
-      // The letters of the phase's name are the filters of its 2x2 block.
-      const char filter = vistrel_phase_name(phase)[2 * (y & 1) + (x & 1)];
-      const uint32_t channel = filter == 'b' ? 0 : filter == 'g' ? 1 : 2;
-      mosaic.push_back(truth.pixels[y * l.row_bytes + size_t{x} * 3 + channel]);
-    }
+    for (uint32_t x = 0; x < l.width; ++x)
+      mosaic.push_back(truth.pixels[y * l.row_bytes + size_t{x} * 3 + channelAt(phase, x, y)]);
   return mosaic;
 }
 
