@@ -26,6 +26,7 @@ include_directories(${PROJECT_SOURCE_DIR})
 add_library(vistrel_exact INTERFACE)
 target_compile_options(vistrel_exact INTERFACE
   -ffp-contract=off -fno-fast-math -fno-semantic-interposition -Wno-psabi)
+target_compile_definitions(vistrel_exact INTERFACE $<$<CONFIG:Debug>:VISTREL_KEEP_CALLS>)
 
 # For sources that take longer to compile than to run.
 add_library(vistrel_brief INTERFACE)

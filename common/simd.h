@@ -13,4 +13,10 @@
 #define VISTREL_X86 0
 #endif
 
+// Debug builds keep the calls: for the debugger, and because sanitizers make code of the inlined
+// bodies that takes minutes to compile.
+#ifdef VISTREL_KEEP_CALLS
+#define VISTREL_INLINE inline
+#else
 #define VISTREL_INLINE [[gnu::always_inline]] inline
+#endif
