@@ -81,12 +81,13 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop, const Algori
       label, convert(frame, c), {crop.x - region.x, crop.y - region.y, crop.width, crop.height}};
 }
 
-Strip stripOf(const std::string& path, const CompareOptions& o) {
+Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progress) {
   FrameFile file(path, o.input);
   if (file.frame().phase == VISTREL_MONO)
     fail(kRejected, "a mono frame has nothing to demosaic; --phase names a phase of four");
   const vistrel_region crop = cropOf(file.frame(), o);
   const vistrel_frame& frame = file.read();
+  for (const std::string& remark : file.remarks()) progress.say(fmt::format("{}: {}", path, remark));
   Strip strip;
   strip.title = fmt::format(
       "{}  {} bit {}  {}x{}+{}+{}  {}x", std::filesystem::path(path).filename().string(),
@@ -106,7 +107,7 @@ ExitStatus run(CompareOptions& o) {
   Progress progress(o.inputs.size());
   Tally tally;
   for (const std::string& path : o.inputs) {
-    const Outcome outcome = attempt([&] { strips.push_back(stripOf(path, o)); });
+    const Outcome outcome = attempt([&] { strips.push_back(stripOf(path, o, progress)); });
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
     tally.add(outcome.status);
     progress.made();

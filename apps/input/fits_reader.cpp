@@ -25,16 +25,26 @@ void checkShape(const FitsShape& s) {
          s.zero);
 }
 
-// Of the first row and column in the file; nothing where the file does not tell.
-std::optional<uint32_t> phaseInFile(FitsInput& file) {
-  std::string pattern = file.text("BAYERPAT");
-  if (pattern.empty()) return {};
-  const auto x = static_cast<uint32_t>(std::llround(file.number("XBAYROFF", 0)) & 1);
-  const auto y = static_cast<uint32_t>(std::llround(file.number("YBAYROFF", 0)) & 1);
+// The phase that BAYERPAT names, or VISTREL_MONO.
+uint32_t phaseOf(std::string pattern) {
   std::ranges::transform(pattern, pattern.begin(), [](unsigned char c) { return std::toupper(c); });
-  for (uint32_t phase = 0; phase < VISTREL_MONO; ++phase)
-    if (pattern == phaseNames(phase).fits) return vistrel_phase_at(phase, x, y);
-  fail(kRejected, "FITS: BAYERPAT {:?}: RGGB, BGGR, GRBG and GBRG are known", pattern);
+  uint32_t phase = 0;
+  while (phase < VISTREL_MONO && pattern != phaseNames(phase).fits) ++phase;
+  return phase;
+}
+
+// Of the first row and column in the file.
+void takePhase(FitsInput& file, Description& d) {
+  const std::string pattern = file.text("BAYERPAT");
+  if (pattern.empty()) return;
+  const uint32_t phase = phaseOf(pattern);
+  if (phase == VISTREL_MONO)
+    d.phaseFault = fmt::format("FITS: BAYERPAT {:?}: RGGB, BGGR, GRBG and GBRG are known", pattern);
+  const double x = file.number("XBAYROFF", 0), y = file.number("YBAYROFF", 0);
+  if (std::trunc(x) != x || std::trunc(y) != y)
+    d.phaseFault = fmt::format("FITS: XBAYROFF {}, YBAYROFF {}: whole numbers are expected", x, y);
+  const auto isOdd = [](double offset) -> uint32_t { return std::fmod(offset, 2) != 0; };
+  if (d.phaseFault.empty()) d.phase = vistrel_phase_at(phase, isOdd(x), isOdd(y));
 }
 
 class FitsReader : public Reader {
@@ -55,7 +65,7 @@ class FitsReader : public Reader {
     const auto begin = std::min(static_cast<uint64_t>(s.begin), source.size());
     checkSize(d, source, stored, (source.size() - begin) / d.frames);
     isBottomUp_ = file_.text("ROWORDER") == "BOTTOM-UP";
-    d.phase = phaseInFile(file_);
+    takePhase(file_, d);
     if (d.phase && isBottomUp_) d.phase = vistrel_phase_at(*d.phase, 0, d.height - 1);
   }
 

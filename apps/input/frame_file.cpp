@@ -2,6 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <bit>
+#include <functional>
+#include <numeric>
+
 #include "apps/failure.h"
 #include "apps/input/dump_reader.h"
 #include "apps/options/frame_name.h"
@@ -15,12 +20,27 @@ constexpr const char* kPhaseIsMissing =
     "the frame's left upper corner: rggb, bggr, grbg or gbrg; mono stands for a frame without "
     "colour filters. With --from-name the file's name tells it";
 
+using Remarks = std::vector<std::string>;
+
+void remarkBits(uint32_t taken, const char* teller, uint32_t told, Remarks& remarks) {
+  if (taken != told)
+    remarks.push_back(fmt::format("taken as {} bits; {} tells {}", taken, teller, told));
+}
+
+void remarkPhase(uint32_t taken, const char* teller, uint32_t told, Remarks& remarks) {
+  if (taken != told)
+    remarks.push_back(fmt::format("taken as {}; {} tells {}", vistrel_phase_name(taken), teller,
+                                  vistrel_phase_name(told)));
+}
+
 // The options, with what the file's name tells filled in.
-InputOptions withName(const std::filesystem::path& path, InputOptions o) {
+InputOptions withName(const std::filesystem::path& path, InputOptions o, Remarks& remarks) {
   if (!o.fromName) return o;
   const FrameName name = parseFrameName(path.stem().string());
   if (!o.bits) o.bits = name.bits;
   if (!o.phase) o.phase = name.phase;
+  remarkBits(*o.bits, "its name", name.bits, remarks);
+  remarkPhase(*o.phase, "its name", name.phase, remarks);
   return o;
 }
 
@@ -38,7 +58,7 @@ void InputOptions::checkWithPhase() {
 
 FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& options)
     : source_(std::make_unique<Source>(path)), chosen_(options.frame.value_or(0)) {
-  const InputOptions o = withName(path, options);
+  const InputOptions o = withName(path, options, remarks_);
   reader_ = o.size ? openDump(*source_, o) : openReader(*source_);
   describe(o);
   remark(o);
@@ -46,13 +66,16 @@ FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& opti
 
 void FrameFile::describe(const InputOptions& o) {
   const Description& d = description();
-  if (o.needsPhase && !o.phase && !d.phase) fail(kRejected, "{}", kPhaseIsMissing);
+  const std::string& fault = d.phaseFault;
+  if (o.needsPhase && !o.phase && !d.phase)
+    fail(kRejected, "{}", fault.empty() ? kPhaseIsMissing : fault + "; --phase tells another");
   if (chosen_ >= d.frames)
     fail(kRejected, "--frame {}: the file has {} frames, counted from 0", chosen_, d.frames);
   frame_.width = d.width;
   frame_.height = d.height;
   frame_.bytes_per_sample = d.bytesPerSample;
   frame_.bits = o.bits.value_or(d.bits);
+  bitsAreTold_ = o.bits || o.pixfmt || d.tellsBits;
   frame_.alignment = d.highBits ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
   layoutOf(frame_, defaultConversion(frame_));  // refuses bits that such samples can't have
@@ -62,12 +85,22 @@ void FrameFile::describe(const InputOptions& o) {
 void FrameFile::remark(const InputOptions& o) {
   const Description& d = description();
   const char* const teller = o.pixfmt ? "--pixfmt" : "the file";
-  const uint32_t bits = o.pixfmt ? o.pixfmt->bits : d.bits;
-  if (o.bits && (d.tellsBits || o.pixfmt) && *o.bits != bits)
-    remarks_.push_back(fmt::format("taken as {} bits; {} tells {}", *o.bits, teller, bits));
-  if (o.phase && d.phase && *o.phase != *d.phase)
-    remarks_.push_back(fmt::format("taken as {}; {} tells {}", vistrel_phase_name(*o.phase), teller,
-                                   vistrel_phase_name(*d.phase)));
+  if (o.bits && (d.tellsBits || o.pixfmt))
+    remarkBits(*o.bits, teller, o.pixfmt ? o.pixfmt->bits : d.bits, remarks_);
+  if (o.phase && d.phase) remarkPhase(*o.phase, teller, *d.phase, remarks_);
+  if (d.phaseFault.empty()) return;
+  const char* const taken = o.phase ? vistrel_phase_name(*o.phase) : nullptr;
+  remarks_.push_back(d.phaseFault + (taken ? fmt::format("; taken as {}", taken) : ""));
+}
+
+// Words of sixteen bits, as far as anybody knows, and the highest ones are 0.
+void FrameFile::remarkUnusedBits() {
+  if (bitsAreTold_) return;
+  const auto all = std::accumulate(samples_.begin(), samples_.end(), 0u, std::bit_or<>());
+  const auto used = static_cast<uint32_t>(std::bit_width(all));
+  if (used && used < frame_.bits)
+    remarks_.push_back(fmt::format("taken as {} bits, of which {} are used; --bits {} says so",
+                                   frame_.bits, used, std::max(used, 8u)));
 }
 
 const vistrel_frame& FrameFile::read(uint64_t n) {
@@ -77,6 +110,7 @@ const vistrel_frame& FrameFile::read(uint64_t n) {
   frame_.samples = samples_.data();
   frame_.size = bytes;
   frame_.stride = 0;
+  remarkUnusedBits();
   return frame_;
 }
 

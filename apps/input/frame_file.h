@@ -26,7 +26,8 @@ class FrameFile {
   // What the file itself tells.
   const Description& description() const { return reader_->description(); }
 
-  // Where the options say other than the file: sentences for the user.
+  // Where the options say other than the file, and what is left for them to say: sentences for the
+  // user. read() may add one.
   const std::vector<std::string>& remarks() const { return remarks_; }
 
   // Reads the samples of frame n, or of the one that the options name, into memory of this object,
@@ -37,11 +38,13 @@ class FrameFile {
  private:
   void describe(const InputOptions& options);
   void remark(const InputOptions& options);
+  void remarkUnusedBits();
 
   std::unique_ptr<Source> source_;
   std::unique_ptr<Reader> reader_;
   vistrel_frame frame_{};
   uint64_t chosen_;
+  bool bitsAreTold_;
   std::vector<std::string> remarks_;
   std::vector<uint16_t> samples_;
 };

@@ -19,6 +19,7 @@ struct Description {
   bool highBits = false;          // they are the highest ones of a word, not the lowest
   bool tellsBits = false;         // else `bits` is all that a sample of this size may have
   std::optional<uint32_t> phase;  // of the frame as it is read
+  std::string phaseFault;         // why what the file says of it makes no sense
   uint64_t frames = 1;
   std::optional<uint32_t> maxval;  // of a PGM
   std::optional<double> black, white;

@@ -16,20 +16,25 @@ constexpr size_t kMostDirectories = 4096;
 constexpr std::array<std::array<uint8_t, 4>, 4> kPatterns{
     {{1, 0, 2, 1}, {2, 1, 1, 0}, {0, 1, 1, 2}, {1, 2, 0, 1}}};
 
-uint32_t phaseOf(TIFF* tiff) {
+void takePhase(TIFF* tiff, TiffImage& image) {
   uint16_t* repeat = nullptr;
   uint16_t count = 0;
   uint8_t* pattern = nullptr;
   if (!TIFFGetField(tiff, TIFFTAG_CFAREPEATPATTERNDIM, &repeat) ||
       !TIFFGetField(tiff, TIFFTAG_CFAPATTERN, &count, &pattern))
-    fail(kRejected, "TIFF: a mosaic without CFARepeatPatternDim and CFAPattern");
-  if (repeat[0] != 2 || repeat[1] != 2 || count != 4)
-    fail(kRejected, "TIFF: a mosaic of {}x{} filters, {} of them named: 2x2 are expected",
-         repeat[1], repeat[0], count);
-  for (uint32_t phase = 0; phase < kPatterns.size(); ++phase)
-    if (std::equal(pattern, pattern + 4, kPatterns[phase].begin())) return phase;
-  fail(kRejected, "TIFF: CFAPattern {} {} {} {}: it is none of the four Bayer phases", pattern[0],
-       pattern[1], pattern[2], pattern[3]);
+    image.phaseFault = "TIFF: a mosaic without CFARepeatPatternDim and CFAPattern";
+  else if (repeat[0] != 2 || repeat[1] != 2 || count != 4)
+    image.phaseFault =
+        fmt::format("TIFF: a mosaic of {}x{} filters, {} of them named: 2x2 are expected",
+                    repeat[1], repeat[0], count);
+  else if (const auto known = std::ranges::find_if(
+               kPatterns, [&](const auto& p) { return std::equal(p.begin(), p.end(), pattern); });
+           known != kPatterns.end())
+    image.phase = static_cast<uint32_t>(known - kPatterns.begin());
+  else
+    image.phaseFault =
+        fmt::format("TIFF: CFAPattern {} {} {} {}: it is none of the four Bayer phases", pattern[0],
+                    pattern[1], pattern[2], pattern[3]);
 }
 
 template <class T>
@@ -112,7 +117,7 @@ std::vector<TiffImage> findTiffFrames(TiffInput& tiff) {
   for (TiffImage& image : frames) {
     if (!TIFFSetSubDirectory(tiff.handle(), image.offset)) tiff.failToRead("a directory is lost");
     takeActiveArea(tiff.handle(), image);
-    if (image.photometric == PHOTOMETRIC_CFA) image.phase = phaseOf(tiff.handle());
+    if (image.photometric == PHOTOMETRIC_CFA) takePhase(tiff.handle(), image);
   }
   return frames;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "apps/input/tiff_input.h"
@@ -19,6 +20,7 @@ struct TiffImage {
   uint32_t x, y;  // where the area begins that saw light; `width` and `height` are the area's
   uint32_t columns, rows;  // of all that is stored
   std::optional<uint32_t> phase;
+  std::string phaseFault;  // what is wrong with the tags that tell it
   std::optional<double> black, white;
 };
 

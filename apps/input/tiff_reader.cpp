@@ -1,6 +1,7 @@
 #include "apps/input/tiff_reader.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 #include "apps/failure.h"
@@ -50,6 +51,13 @@ void unpackBits(const uint8_t* from, uint32_t bits, size_t first, size_t count, 
   }
 }
 
+// As many as the level of white takes, which need not be all ones.
+uint32_t significantBits(const TiffImage& image) {
+  const auto white = std::bit_width(static_cast<uint64_t>(image.white.value_or(0)));
+  const auto bits = static_cast<uint32_t>(white);
+  return bits >= 8 && bits < image.bits ? bits : image.bits;
+}
+
 class TiffReader : public Reader {
  public:
   explicit TiffReader(const Source& source)
@@ -79,11 +87,10 @@ class TiffReader : public Reader {
     d.width = first.width;
     d.height = first.height;
     d.bytesPerSample = first.bits > 8 ? 2 : 1;
-    d.bits = first.bits == 16 && first.white
-                 ? bitsOfLargest(static_cast<uint64_t>(*first.white), first.bits)
-                 : first.bits;
-    d.tellsBits = d.bits < 16;
+    d.bits = significantBits(first);
+    d.tellsBits = d.bits < 16 || first.white;
     d.phase = first.phase;
+    d.phaseFault = first.phaseFault;
     d.black = first.black;
     d.white = first.white;
     d.frames = images_.size();

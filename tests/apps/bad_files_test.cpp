@@ -54,11 +54,6 @@ TEST_F(BadFiles, TiffOfOtherKinds) {
   tiff("TIFF: its samples need a LinearizationTable, which is not supported", [](TiffSpec& s) {
     s.linearization = {0, 5, 9};
   });
-  tiff("TIFF: CFAPattern 0 1 2 1: it is none of the four Bayer phases", [](TiffSpec& s) {
-    s.cfa = {0, 1, 2, 1};
-  });
-  tiff("TIFF: a mosaic of 2x2 filters, 6 of them named: 2x2 are expected",
-       [](TiffSpec& s) { s.cfa = {0, 1, 1, 2, 0, 1}; });
   tiff("TIFF: ActiveArea 0 0 6 7: it leaves the image of 7x5, or is empty", [](TiffSpec& s) {
     s.activeArea = {0, 0, 6, 7};
   });
@@ -133,9 +128,6 @@ TEST_F(BadFiles, Fits) {
   header.push_back(card("BSCALE", "0.5"));
   fits("FITS: BSCALE 0.5, BZERO 0: whole numbers are expected, BSCALE from 1",
        vistrel::fits(header, data));
-  header = cards(8, {"2", "2"});
-  header.push_back(card("BAYERPAT", "'CMYG    '"));
-  fits("FITS: BAYERPAT \"CMYG\": RGGB, BGGR, GRBG and GBRG are known", vistrel::fits(header, data));
   fits("FITS: a sample is below 0 or above 65535",
        vistrel::fits(cards(16, {"2", "2"}), std::string(8, '\xFF')));
 }

@@ -92,6 +92,14 @@ TEST_F(Compare, ReducesWhatHasTooManyBits) {
   EXPECT_EQ(timesIn(all, readPng(scratch / "one.png"), 1), 1);
 }
 
+TEST_F(Compare, TellsWhatOptionsContradict) {
+  scratch.write("in.pgm", pgm(40, 30, 1023, texture));
+  const Result result =
+      scratch.vistrel("compare in.pgm --phase rggb --bits 12 -a bilinear -o out.png");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "vistrel: in.pgm: taken as 12 bits; the file tells 10\n");
+}
+
 TEST_F(Compare, Refusals) {
   scratch.write("in.pgm", pgm(40, 30, 255, texture));
   expectFailure("--phase rggb -o out.pgm", 2, "-o out.pgm: a sheet is a .png or .ppm");

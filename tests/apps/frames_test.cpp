@@ -112,6 +112,38 @@ TEST_F(Frames, WhatOptionsContradict) {
   }
 }
 
+TEST_F(Frames, BitsThatNobodyTells) {
+  const auto said = [this](const std::string& arguments) {
+    const Result result = scratch.vistrel("convert " + arguments + " --phase mono -o out.png");
+    EXPECT_EQ(result.status, 0) << arguments;
+    EXPECT_EQ(result.out, "");
+    return result.err;
+  };
+  scratch.write("in.pgm", flat(2048, 65535));
+  EXPECT_EQ(said("in.pgm"),
+            "vistrel: in.pgm: taken as 16 bits, of which 12 are used; --bits 12 says so\n");
+  EXPECT_EQ(said("in.pgm --bits 12"), "");
+  EXPECT_EQ(said("in.pgm --bits 16"), "");
+  scratch.write("in.raw", std::string("\x03\0\x01\0", 4));
+  EXPECT_EQ(said("in.raw -s 2x1 --pixfmt Mono16"), "");
+  scratch.write("in.pgm", flat(1, 65535));
+  EXPECT_EQ(said("in.pgm"),
+            "vistrel: in.pgm: taken as 16 bits, of which 1 are used; --bits 8 says so\n");
+  for (const uint32_t quiet : {0u, 32768u}) {
+    scratch.write("in.pgm", flat(quiet, 65535));
+    EXPECT_EQ(said("in.pgm"), "");
+  }
+}
+
+TEST_F(Frames, WhatTheNameTellsOtherwise) {
+  scratch.write("a_10b_grbg.pgm", flat(600, 1023));
+  EXPECT_EQ(
+      scratch.vistrel("convert a_10b_grbg.pgm --from-name --phase rggb --bits 16 -o o.png").err,
+      "vistrel: a_10b_grbg.pgm: taken as 16 bits; its name tells 10\n"
+      "vistrel: a_10b_grbg.pgm: taken as rggb; its name tells grbg\n"
+      "vistrel: a_10b_grbg.pgm: taken as 16 bits; the file tells 10\n");
+}
+
 TEST_F(Frames, StandardInputAsAFile) {
   scratch.write("in.pgm", flat(77));
   const auto input = [this] { dup2(open((scratch / "in.pgm").c_str(), O_RDONLY), STDIN_FILENO); };

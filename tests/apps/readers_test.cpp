@@ -98,6 +98,25 @@ TEST_F(Readers, DngWithAThumbnail) {
   EXPECT_EQ(told["white_level"], 16383);
 }
 
+// 15520 takes 14 bits, 4094 takes 12.
+TEST_F(Readers, LevelOfWhiteTellsTheBitsOfWords) {
+  const auto bitsOf = [this](uint32_t stored, uint32_t white, uint32_t used) {
+    TiffSpec spec;
+    spec.bits = stored;
+    spec.isDng = true;
+    spec.white = white;
+    writeTiff(scratch / "in.dng", spec, noise(used));
+    expectSamples("in.dng", 7, 5, used, noise(used));
+    return info("in.dng")["bits"];
+  };
+  EXPECT_EQ(bitsOf(16, 15520, 14), 14);
+  EXPECT_EQ(bitsOf(14, 4094, 12), 12);
+  EXPECT_EQ(bitsOf(16, 65535, 16), 16);
+  EXPECT_EQ(bitsOf(16, 70000, 16), 16);
+  EXPECT_EQ(bitsOf(16, 100, 16), 16);
+  EXPECT_EQ(bitsOf(8, 200, 8), 8);
+}
+
 // The pattern is the one at the area's corner, and so is the frame.
 TEST_F(Readers, DngWithAnActiveArea) {
   for (const uint32_t tile : {0u, 16u}) {
@@ -174,6 +193,39 @@ TEST_F(Readers, FitsPhaseAndOrderOfRows) {
   EXPECT_EQ(phaseOf({rggb, card("ROWORDER", "'BOTTOM-UP'")}, "2"), "gbrg");
   EXPECT_EQ(phaseOf({rggb, card("ROWORDER", "'BOTTOM-UP'")}, "3"), "rggb");
   expectSamples("in.fits", 2, 3, 8, [](uint32_t x, uint32_t y) { return "efcdab"[2 * y + x]; });
+}
+
+// What a file says of its phase may be wrong; an option has its way.
+TEST_F(Readers, PhaseOverTagsThatMakeNoSense) {
+  const auto expect = [this](const std::string& file, const std::string& fault) {
+    const Result none = scratch.vistrel("convert " + file + " -o out.png");
+    EXPECT_EQ(none.status, 3);
+    EXPECT_EQ(none.err, "vistrel: " + file + ": " + fault + "; --phase tells another\n");
+    const Result told = scratch.vistrel("convert " + file + " --phase rggb -o out.png");
+    EXPECT_EQ(told.status, 0);
+    EXPECT_EQ(told.err, "vistrel: " + file + ": " + fault + "; taken as rggb\n");
+    const Result info = scratch.vistrel("info --json " + file);
+    EXPECT_EQ(info.err, "vistrel: " + file + ": " + fault + "\n");
+    EXPECT_TRUE(nlohmann::json::parse(info.out)["phase"].is_null());
+  };
+  const auto fitsOf = [this](std::vector<std::string> more) {
+    auto header = cards(8, {"2", "2"});
+    header.insert(header.end(), more.begin(), more.end());
+    scratch.write("in.fits", fits(header, "abcd"));
+  };
+  fitsOf({card("BAYERPAT", "'TRUE    '")});
+  expect("in.fits", "FITS: BAYERPAT \"TRUE\": RGGB, BGGR, GRBG and GBRG are known");
+  fitsOf({card("BAYERPAT", "'RGGB    '"), card("XBAYROFF", "0.5")});
+  expect("in.fits", "FITS: XBAYROFF 0.5, YBAYROFF 0: whole numbers are expected");
+  TiffSpec spec;
+  const auto expectTiff = [&](const std::vector<uint8_t>& cfa, const std::string& fault) {
+    spec.cfa = cfa;
+    writeTiff(scratch / "in.tif", spec, noise(12));
+    expect("in.tif", fault);
+  };
+  expectTiff({0, 1, 2, 1}, "TIFF: CFAPattern 0 1 2 1: it is none of the four Bayer phases");
+  expectTiff({0, 1, 1, 2, 0, 1},
+             "TIFF: a mosaic of 2x2 filters, 6 of them named: 2x2 are expected");
 }
 
 TEST_F(Readers, FitsCubeAndExtension) {
