@@ -118,6 +118,17 @@ Result<Image> makeImage(const vistrel_frame& frame, const vistrel_conversion& co
   });
 }
 
+// `convert` is called with the caller's memory.
+template <class Convert>
+Result<vistrel_layout> fillImage(const vistrel_frame& frame, const vistrel_conversion& conversion,
+                                 const vistrel_image& image, Convert convert) noexcept {
+  return attempt<vistrel_layout>([&](vistrel_layout& layout, vistrel_error* error) {
+    if (const int32_t refused = vistrel_get_layout(&frame, &conversion, &layout, error))
+      return refused;
+    return convert(image, error);
+  });
+}
+
 }  // namespace detail
 
 // A frame of packed samples that stay the caller's: bytes of 8 significant bits,
@@ -176,17 +187,27 @@ inline Image convert(const vistrel_frame& frame, const vistrel_conversion& conve
 inline Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
                                              const vistrel_conversion& conversion,
                                              Span<uint8_t> pixels, size_t stride = 0) noexcept {
-  return detail::attempt<vistrel_layout>([&](vistrel_layout& layout, vistrel_error* error) {
-    if (const int32_t refused = vistrel_get_layout(&frame, &conversion, &layout, error))
-      return refused;
-    const vistrel_image image{pixels.data(), pixels.size(), stride};
-    return vistrel_convert(&frame, &conversion, &image, error);
-  });
+  return detail::fillImage(frame, conversion, {pixels.data(), pixels.size(), stride},
+                           [&](const vistrel_image& image, vistrel_error* error) {
+                             return vistrel_convert(&frame, &conversion, &image, error);
+                           });
 }
 inline vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conversion& conversion,
                                   Span<uint8_t> pixels, size_t stride = 0) {
   return tryConvertInto(frame, conversion, pixels, stride).value();
 }
+
+namespace detail {
+
+// Its arguments must outlive it.
+inline auto onStream(vistrel_stream* stream, const vistrel_frame& frame,
+                     const vistrel_conversion& conversion) noexcept {
+  return [stream, &frame, &conversion](const vistrel_image& image, vistrel_error* error) {
+    return vistrel_stream_convert(stream, &frame, &conversion, &image, error);
+  };
+}
+
+}  // namespace detail
 
 // A stream of the process's 128, for as long as it lives. It may be moved, and used by one thread
 // at a time.
@@ -210,15 +231,23 @@ class Stream {
   }
   static Stream take(uint32_t wait = VISTREL_WAIT) { return tryTake(wait).value(); }
 
+  // Like the functions of these names.
   Result<Image> tryConvert(const vistrel_frame& frame,
                            const vistrel_conversion& conversion) noexcept {
-    return detail::makeImage(
-        frame, conversion, [&](const vistrel_image& image, vistrel_error* error) {
-          return vistrel_stream_convert(stream_, &frame, &conversion, &image, error);
-        });
+    return detail::makeImage(frame, conversion, detail::onStream(stream_, frame, conversion));
   }
   Image convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
     return tryConvert(frame, conversion).value();
+  }
+  Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
+                                        const vistrel_conversion& conversion, Span<uint8_t> pixels,
+                                        size_t stride = 0) noexcept {
+    return detail::fillImage(frame, conversion, {pixels.data(), pixels.size(), stride},
+                             detail::onStream(stream_, frame, conversion));
+  }
+  vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conversion& conversion,
+                             Span<uint8_t> pixels, size_t stride = 0) {
+    return tryConvertInto(frame, conversion, pixels, stride).value();
   }
 
  private:

@@ -54,19 +54,36 @@ TEST_F(Cpp, TwinsRefuseTheSame) {
   expectRefusal(tryConvertInto(frame, bad, pixels));
   Stream stream = Stream::take();
   expectRefusal(stream.tryConvert(frame, bad));
+  expectRefusal(stream.tryConvertInto(frame, bad, pixels));
   expectThrow([&] { convert(frame, bad); });
   expectThrow([&] { layoutOf(frame, bad); });
   expectThrow([&] { convertInto(frame, bad, pixels); });
   expectThrow([&] { stream.convert(frame, bad); });
+  expectThrow([&] { stream.convertInto(frame, bad, pixels); });
+}
+
+// `into` converts `frame` into pixels of the caller's.
+template <class Into>
+void expectTheCallersRows(Into into) {
+  std::vector<uint8_t> pixels(4 * 20, 77);
+  EXPECT_EQ(into(pixels, 20).value().row_bytes, 18u);
+  for (size_t i = 0; i < pixels.size(); ++i) EXPECT_EQ(pixels[i], i % 20 < 18 ? 90 : 77) << i;
+  const auto little = into(Span<uint8_t>(pixels.data(), 71), 0);
+  ASSERT_FALSE(little);
+  EXPECT_EQ(little.error().status(), VISTREL_SHORT_BUFFER);
 }
 
 TEST_F(Cpp, ConvertsIntoTheCallersRows) {
-  std::vector<uint8_t> pixels(4 * 20, 77);
-  EXPECT_EQ(convertInto(frame, good, pixels, 20).row_bytes, 18u);
-  for (size_t i = 0; i < pixels.size(); ++i) EXPECT_EQ(pixels[i], i % 20 < 18 ? 90 : 77) << i;
-  const auto little = tryConvertInto(frame, good, Span<uint8_t>(pixels.data(), 71));
-  ASSERT_FALSE(little);
-  EXPECT_EQ(little.error().status(), VISTREL_SHORT_BUFFER);
+  expectTheCallersRows([this](Span<uint8_t> pixels, size_t stride) {
+    return tryConvertInto(frame, good, pixels, stride);
+  });
+  Stream stream = Stream::take();
+  expectTheCallersRows([&](Span<uint8_t> pixels, size_t stride) {
+    return stream.tryConvertInto(frame, good, pixels, stride);
+  });
+  std::vector<uint8_t> pixels(72);
+  EXPECT_EQ(Stream::take().convertInto(frame, good, pixels).bytes, 72u);
+  EXPECT_THAT(pixels, Each(90));
 }
 
 TEST_F(Cpp, FramesHaveTheSizeOfTheirSpan) {
