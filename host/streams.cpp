@@ -16,7 +16,7 @@ namespace vistrel::host {
 namespace {
 
 constexpr uint32_t kStreams = 128;
-using State = vistrel_stream::State;
+using State = Slot::State;
 
 // Guards the pool and the library's tables of streams: whoever holds it sees them whole. So a
 // process that forks with it in hand leaves its child a pool that works.
@@ -43,46 +43,52 @@ class Pool {
 
   // The stream that came back last: its buffer is the warmest. Null where there is none and the
   // caller does not wait.
-  vistrel_stream* take(std::unique_lock<std::mutex>& lock, bool wait, State state) {
+  Slot* take(std::unique_lock<std::mutex>& lock, bool wait, State state) {
     if (!count_ && !wait) return nullptr;
     returned_.wait(lock, [this] { return count_ > 0; });
-    vistrel_stream& stream = streams_[free_[--count_]];
-    stream.state = state;
-    return &stream;
+    Slot& slot = slots_[free_[--count_]];
+    slot.state = state;
+    return &slot;
   }
 
-  void giveBack(vistrel_stream& stream) {
-    stream.state = State::kFree;
-    free_[count_++] = idOf(stream);
+  void giveBack(Slot& slot) {
+    slot.state = State::kFree;
+    ++slot.generation;
+    free_[count_++] = idOf(slot);
     returned_.notify_one();
   }
 
-  uint32_t idOf(const vistrel_stream& stream) const {
-    return static_cast<uint32_t>(&stream - streams_.data());
+  uint32_t idOf(const Slot& slot) const { return static_cast<uint32_t>(&slot - slots_.data()); }
+
+  // What the caller holds is no address but a number that is never handed out twice: the
+  // generation, and in the lowest byte the id, from 1, so that it is never null. (Of 32 bits, a
+  // slot begins anew after 2^24 owners.)
+  vistrel_stream* handleOf(const Slot& slot) const {
+    return reinterpret_cast<vistrel_stream*>(slot.generation << 8 | (idOf(slot) + 1));
   }
 
-  void checkTaken(const vistrel_stream* stream) const {
-    if (!stream) refuse(VISTREL_NULL_POINTER, "stream is null");
-    const auto offset =
-        reinterpret_cast<uintptr_t>(stream) - reinterpret_cast<uintptr_t>(streams_.data());
-    if (offset >= sizeof streams_ || offset % sizeof *stream || stream->state == State::kFree)
+  Slot& taken(const vistrel_stream* handle) {
+    if (!handle) refuse(VISTREL_NULL_POINTER, "stream is null");
+    const uintptr_t id = (reinterpret_cast<uintptr_t>(handle) & 0xFF) - 1;
+    if (id >= kStreams || handleOf(slots_[id]) != handle || slots_[id].state == State::kFree)
       refuse(VISTREL_BAD_STREAM, "stream: none that was taken and not yet given back");
-    if (stream->state == State::kBusy)
+    if (slots_[id].state == State::kBusy)
       refuse(VISTREL_BAD_STREAM, "stream: another thread converts on it");
+    return slots_[id];
   }
 
   // In the child of a fork: the threads that converted and waited are not there any more.
   void restore() {
     new (&returned_) std::condition_variable;
-    for (vistrel_stream& stream : streams_)
-      if (stream.state == State::kBusy) giveBack(stream);
+    for (Slot& slot : slots_)
+      if (slot.state == State::kBusy) giveBack(slot);
   }
 
  private:
   std::condition_variable returned_;
   std::array<uint32_t, kStreams> free_;
   uint32_t count_ = kStreams;
-  std::array<vistrel_stream, kStreams> streams_;
+  std::array<Slot, kStreams> slots_;
 };
 
 // Never destroyed: a thread may still convert while the process ends.
@@ -110,25 +116,25 @@ void loadLibrary() {
 
 StreamLease::StreamLease() : after_(State::kFree) {
   std::unique_lock lock(g_mutex);
-  stream_ = pool().take(lock, true, State::kBusy);
+  slot_ = pool().take(lock, true, State::kBusy);
 }
 
-StreamLease::StreamLease(vistrel_stream* taken) : stream_(taken), after_(State::kTaken) {
+StreamLease::StreamLease(vistrel_stream* taken) : after_(State::kTaken) {
   const std::lock_guard lock(g_mutex);
-  pool().checkTaken(taken);
-  stream_->state = State::kBusy;
+  slot_ = &pool().taken(taken);
+  slot_->state = State::kBusy;
 }
 
 StreamLease::~StreamLease() {
   const std::lock_guard lock(g_mutex);
-  stream_->state = after_;
-  if (after_ == State::kFree) pool().giveBack(*stream_);
+  slot_->state = after_;
+  if (after_ == State::kFree) pool().giveBack(*slot_);
 }
 
-uint32_t StreamLease::id() const { return g_pool->idOf(*stream_); }
+uint32_t StreamLease::id() const { return g_pool->idOf(*slot_); }
 
 void StreamLease::reserve(uint32_t width, uint32_t height) {
-  vistrel_stream& s = *stream_;
+  Slot& s = *slot_;
   if (width <= s.width && height <= s.height) return;
   const std::lock_guard lock(g_mutex);
   s.width = s.height = 0;
@@ -155,16 +161,15 @@ int32_t vistrel_stream_take(uint32_t wait, vistrel_stream** stream, vistrel_erro
     if (wait != VISTREL_WAIT && wait != VISTREL_DONT_WAIT)
       refuse(VISTREL_BAD_WAIT, "wait {}: 0 (wait) and 1 (do not wait) are allowed", wait);
     std::unique_lock lock(g_mutex);
-    vistrel_stream* taken = pool().take(lock, wait == VISTREL_WAIT, State::kTaken);
-    if (!taken) refuse(VISTREL_NO_STREAM, "all {} streams are out", kStreams);
-    *stream = taken;
+    const Slot* slot = pool().take(lock, wait == VISTREL_WAIT, State::kTaken);
+    if (!slot) refuse(VISTREL_NO_STREAM, "all {} streams are out", kStreams);
+    *stream = pool().handleOf(*slot);
   });
 }
 
 int32_t vistrel_stream_give_back(vistrel_stream* stream, vistrel_error* error) {
   return guarded(error, [&] {
     const std::lock_guard lock(g_mutex);
-    pool().checkTaken(stream);
-    pool().giveBack(*stream);
+    pool().giveBack(pool().taken(stream));
   });
 }

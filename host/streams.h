@@ -5,14 +5,15 @@
 
 #include "host/vistrel_host.h"
 
-// What the pool knows of one; its place in the pool's array is its number.
-struct vistrel_stream {
+namespace vistrel::host {
+
+// What the pool knows of a stream; its place in the pool's array is the stream's number.
+struct Slot {
   enum State { kFree, kTaken, kBusy };
   State state = kFree;
   uint32_t width = 0, height = 0;  // that the work buffer is large enough for
+  uintptr_t generation = 0;        // how often it was given back
 };
-
-namespace vistrel::host {
 
 // Loads the library and opens its streams, unless that is done. Throws std::bad_alloc.
 void loadLibrary();
@@ -37,8 +38,8 @@ class StreamLease {
   void loadTable(const uint16_t* table, uint32_t entries, uint32_t bits);
 
  private:
-  vistrel_stream* stream_;
-  vistrel_stream::State after_;
+  Slot* slot_;
+  Slot::State after_;
 };
 
 }  // namespace vistrel::host

@@ -286,7 +286,8 @@ int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* fram
                                const vistrel_conversion* conversion, const vistrel_image* image,
                                vistrel_error* error);
 
-/* Gives a stream back. The caller's pointer is no longer a stream. */
+/* Gives a stream back. The caller's pointer is no longer a stream, and never will be again: it is
+   refused from then on, whoever takes the stream next. */
 int32_t vistrel_stream_give_back(vistrel_stream* stream, vistrel_error* error);
 
 /*

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <future>
+#include <set>
 #include <thread>
 
 #include "tests/host/frames.h"
@@ -51,7 +52,7 @@ TEST_F(TakenStreams, AreAHundredAndTwentyEight) {
   auto waiting = std::async(std::launch::async, [] { return take(VISTREL_WAIT); });
   EXPECT_EQ(waiting.wait_for(std::chrono::milliseconds(30)), std::future_status::timeout);
   EXPECT_EQ(vistrel_stream_give_back(streams[5], nullptr), VISTREL_OK);
-  EXPECT_EQ(waiting.get(), streams[5]);
+  streams[5] = waiting.get();
   for (auto* stream : streams) EXPECT_EQ(vistrel_stream_give_back(stream, nullptr), VISTREL_OK);
 }
 
@@ -73,6 +74,32 @@ TEST_F(TakenStreams, AreRefusedUnlessTaken) {
   EXPECT_EQ(vistrel_stream_take(2, &none, &error), VISTREL_BAD_WAIT);
   EXPECT_STREQ(error.text, "wait 2: 0 (wait) and 1 (do not wait) are allowed");
   EXPECT_THAT(pixels, Each(77));
+}
+
+// The stream that came back last is the next to go out, under another name.
+TEST_F(TakenStreams, AreRefusedToFormerOwners) {
+  vistrel_stream* const former = take();
+  EXPECT_EQ(vistrel_stream_give_back(former, nullptr), VISTREL_OK);
+  vistrel_stream* const owner = take();
+  EXPECT_NE(owner, former);
+  EXPECT_EQ(convertOn(former), VISTREL_BAD_STREAM);
+  EXPECT_STREQ(error.text, "stream: none that was taken and not yet given back");
+  EXPECT_THAT(pixels, Each(77));
+  EXPECT_EQ(vistrel_stream_give_back(former, &error), VISTREL_BAD_STREAM);
+  EXPECT_EQ(convertOn(owner), VISTREL_OK) << error.text;
+  EXPECT_THAT(pixels, Each(120));
+  EXPECT_EQ(vistrel_stream_give_back(owner, &error), VISTREL_OK);
+}
+
+TEST_F(TakenStreams, HaveNamesThatAreUsedOnce) {
+  std::set<vistrel_stream*> names;
+  for (int i = 0; i < 1000; ++i) {
+    vistrel_stream* const stream = take();
+    EXPECT_NE(stream, nullptr);
+    names.insert(stream);
+    vistrel_stream_give_back(stream, nullptr);
+  }
+  EXPECT_EQ(names.size(), 1000u);
 }
 
 // Two threads convert on one stream until one of them is refused.
