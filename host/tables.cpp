@@ -15,7 +15,7 @@ constexpr Format kFormats[] = {
     {{"MONO16", IMG_FMT_MONO16, 1, 2, 1}, IMG_FMT_MONO16, nullptr},
     {{"BGR24", IMG_FMT_BGR24, 3, 1, 0}, IMG_FMT_BGR24, nullptr},
     {{"ARGB32", IMG_FMT_ARGB32, 4, 1, 0}, IMG_FMT_ARGB32, nullptr},
-    {{"ARGB32", IMG_FMT_ARGB32_4, 4, 1, 0}, IMG_FMT_ARGB32_4, nullptr},
+    {{"ARGB32_4", IMG_FMT_ARGB32_4, 4, 1, 0}, IMG_FMT_ARGB32_4, nullptr},
     {{"BGR48", IMG_FMT_BGR48, 3, 2, 0}, IMG_FMT_BGR48, nullptr},
     {{"GRAY8", IMG_FMT_GRAY8, 1, 1, 0}, IMG_FMT_BGR24, luma8},
     {{"GRAY16", IMG_FMT_GRAY16, 1, 2, 0}, IMG_FMT_BGR48, luma16},

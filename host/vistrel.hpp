@@ -29,22 +29,24 @@ class Error : public std::exception {
 };
 
 // A value, or the refusal to give one. value() throws the error that is in its place; * and ->
-// must not be used then.
+// must not be used then. What a temporary one gives is no reference, so that none dangles.
 template <class T>
-class Result {
+class [[nodiscard]] Result {
  public:
   Result(T value) : either_(std::move(value)) {}
   Result(const Error& error) : either_(error) {}
 
   explicit operator bool() const noexcept { return either_.index() == 0; }
-  T& operator*() noexcept { return *std::get_if<0>(&either_); }
-  const T& operator*() const noexcept { return *std::get_if<0>(&either_); }
+  T& operator*() & noexcept { return *std::get_if<0>(&either_); }
+  const T& operator*() const& noexcept { return *std::get_if<0>(&either_); }
+  T operator*() && noexcept { return std::move(*std::get_if<0>(&either_)); }
   T* operator->() noexcept { return std::get_if<0>(&either_); }
   const T* operator->() const noexcept { return std::get_if<0>(&either_); }
-  const Error& error() const noexcept { return *std::get_if<1>(&either_); }
+  const Error& error() const& noexcept { return *std::get_if<1>(&either_); }
+  Error error() && noexcept { return *std::get_if<1>(&either_); }
   T value() && {
-    if (!*this) throw error();
-    return std::move(**this);
+    if (!*this) throw *std::get_if<1>(&either_);
+    return std::move(*std::get_if<0>(&either_));
   }
   const T& value() const& {
     if (!*this) throw error();
@@ -55,15 +57,30 @@ class Result {
   std::variant<T, Error> either_;
 };
 
+namespace detail {
+
+template <class Container>
+using DataOf = decltype(std::declval<Container&>().data());
+
+// Whether a `Container &&` is a temporary that takes its elements along: other than a view's, those
+// of an owner are constant when it is.
+template <class Container>
+constexpr bool diesWithItsElements =
+    !std::is_reference_v<Container> &&
+    !std::is_same_v<DataOf<std::remove_const_t<Container>>, DataOf<const Container>>;
+
+}  // namespace detail
+
 // Elements that stay the caller's.
 template <class T>
 class Span {
  public:
   Span() = default;
   Span(T* first, size_t count) noexcept : first_(first), count_(count) {}
-  // Of a vector, an array, a string or another span.
-  template <class Container, class = std::enable_if_t<std::is_convertible_v<
-                                 decltype(std::declval<Container&>().data()), T*>>>
+  // Of a vector, an array, a string or another span; of temporaries, views alone.
+  template <class Container, class Data = detail::DataOf<Container>,
+            class = std::enable_if_t<std::is_convertible_v<Data, T*> &&
+                                     !detail::diesWithItsElements<Container>>>
   Span(Container&& container) noexcept : Span(container.data(), container.size()) {}
   template <size_t n>
   Span(T (&array)[n]) noexcept : Span(array, n) {}
@@ -281,13 +298,26 @@ inline vistrel_packed packedOf(Span<const uint8_t> bytes, uint32_t width, uint32
   return {bytes.data(), bytes.size(), 0, width, height, packing, bits, 0, {}};
 }
 
+namespace detail {
+
+// A phase that there is not, in the words of a conversion.
+inline int32_t refusePhase(const vistrel_frame& shape, vistrel_error* error) noexcept {
+  if (vistrel_phase_name(shape.phase)) return VISTREL_OK;
+  const vistrel_conversion conversion = defaultConversion(shape);
+  vistrel_layout layout;
+  return vistrel_get_layout(&shape, &conversion, &layout, error);
+}
+
+}  // namespace detail
+
 // A frame that owns its samples.
 class OwnedFrame {
  public:
   OwnedFrame() = default;
 
-  // For as long as this one lives and is not moved from.
-  vistrel_frame get() const noexcept {
+  // For as long as this one lives and is not moved from; so not of a temporary one.
+  vistrel_frame get() const&& = delete;
+  vistrel_frame get() const& noexcept {
     vistrel_frame frame = shape_;
     frame.samples = samples_.data();
     frame.size = samples_.size();
@@ -306,18 +336,54 @@ inline Result<OwnedFrame> tryUnpack(const vistrel_packed& packed, uint32_t phase
   return detail::attempt<OwnedFrame>([&](OwnedFrame& frame, vistrel_error* error) {
     vistrel_packed_layout layout{};
     if (const int32_t refused = vistrel_get_packed_layout(&packed, &layout, error)) return refused;
+    vistrel_frame& shape = frame.shape_;
+    shape.width = packed.width;
+    shape.height = packed.height;
+    shape.bytes_per_sample = layout.bytes_per_sample;
+    shape.bits = packed.bits;
+    shape.phase = phase;
+    if (const int32_t refused = detail::refusePhase(shape, error)) return refused;
     frame.samples_.resize(layout.unpacked_bytes);
-    frame.shape_.width = packed.width;
-    frame.shape_.height = packed.height;
-    frame.shape_.bytes_per_sample = layout.bytes_per_sample;
-    frame.shape_.bits = packed.bits;
-    frame.shape_.phase = phase;
     return vistrel_unpack(&packed, frame.samples_.data(), frame.samples_.size(), error);
   });
 }
 inline OwnedFrame unpack(const vistrel_packed& packed, uint32_t phase) {
   return tryUnpack(packed, phase).value();
 }
+
+// The size of a dump, packed and unpacked. Reads no byte of it.
+inline Result<vistrel_packed_layout> tryPackedLayoutOf(const vistrel_packed& packed) noexcept {
+  return detail::attempt<vistrel_packed_layout>(
+      [&](vistrel_packed_layout& layout, vistrel_error* error) {
+        return vistrel_get_packed_layout(&packed, &layout, error);
+      });
+}
+inline vistrel_packed_layout packedLayoutOf(const vistrel_packed& packed) {
+  return tryPackedLayoutOf(packed).value();
+}
+
+// Unpacks a dump into `samples`, the bytes of what vistrel_unpack writes. Returns the layout.
+inline Result<vistrel_packed_layout> tryUnpackInto(const vistrel_packed& packed,
+                                                   Span<uint8_t> samples) noexcept {
+  return detail::attempt<vistrel_packed_layout>(
+      [&](vistrel_packed_layout& layout, vistrel_error* error) {
+        if (const int32_t refused = vistrel_get_packed_layout(&packed, &layout, error))
+          return refused;
+        return vistrel_unpack(&packed, samples.data(), samples.size(), error);
+      });
+}
+inline vistrel_packed_layout unpackInto(const vistrel_packed& packed, Span<uint8_t> samples) {
+  return tryUnpackInto(packed, samples).value();
+}
+
+// Sets the level of vistrel_set_level. Returns the one that was in use.
+inline Result<size_t> trySetLevel(size_t level) noexcept {
+  return detail::attempt<size_t>([&](size_t& before, vistrel_error* error) {
+    before = vistrel_get_level();
+    return vistrel_set_level(level, error);
+  });
+}
+inline size_t setLevel(size_t level) { return trySetLevel(level).value(); }
 
 }  // namespace vistrel
 

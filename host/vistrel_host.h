@@ -148,8 +148,8 @@ enum {
 typedef struct vistrel_conversion {
   /*
    * IMG_FMT_MONO8 or IMG_FMT_MONO16 for mono frames; IMG_FMT_BGR24,
-   * IMG_FMT_ARGB32 (alpha is 255), IMG_FMT_BGR48, IMG_FMT_GRAY8, IMG_FMT_GRAY16
-   * or one of the four above for Bayer frames. The formats of 16 bits need a frame
+   * IMG_FMT_ARGB32 (alpha is 255), IMG_FMT_ARGB32_4 (the same), IMG_FMT_BGR48,
+   * IMG_FMT_GRAY8, IMG_FMT_GRAY16 or one of the four above for Bayer frames. The formats of 16 bits need a frame
    * of words and keep its significant bits.
    */
   uint32_t format;

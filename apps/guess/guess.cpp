@@ -30,15 +30,8 @@ Samples unpack(const Packed& p, const std::vector<uint8_t>& bytes) {
   if (p.bits == 8) return {bytes.begin(), bytes.end()};
   const auto groups = static_cast<uint32_t>(bytes.size() / p.bytes);
   Samples samples(size_t{groups} * p.pixels);
-  vistrel_packed packed{};
-  packed.bytes = bytes.data();
-  packed.size = bytes.size();
-  packed.width = groups * p.pixels;
-  packed.height = 1;
-  packed.packing = p.packing;
-  packed.bits = p.bits;
-  vistrel_error error{};
-  if (vistrel_unpack(&packed, samples.data(), samples.size() * 2, &error)) throw Error(error);
+  unpackInto(packedOf(bytes, groups * p.pixels, 1, p.packing, p.bits),
+             {reinterpret_cast<uint8_t*>(samples.data()), samples.size() * 2});
   return samples;
 }
 

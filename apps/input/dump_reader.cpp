@@ -32,16 +32,10 @@ vistrel_packed packedOf(const InputOptions& o) {
   return packed;
 }
 
-void check(int32_t status, const vistrel_error& error) {
-  if (status != VISTREL_OK) throw Error(error);
-}
-
 class DumpReader : public Reader {
  public:
   DumpReader(const Source& source, const InputOptions& o)
-      : source_(source), skip_(o.skip), packed_(packedOf(o)) {
-    vistrel_error error{};
-    check(vistrel_get_packed_layout(&packed_, &layout_, &error), error);
+      : source_(source), skip_(o.skip), packed_(packedOf(o)), layout_(packedLayoutOf(packed_)) {
     Description& d = description_;
     d.format = "dump";
     d.width = packed_.width;
@@ -60,8 +54,7 @@ class DumpReader : public Reader {
     vistrel_packed packed = packed_;
     packed.bytes = bytes.data();
     packed.size = bytes.size();
-    vistrel_error error{};
-    check(vistrel_unpack(&packed, to, layout_.unpacked_bytes, &error), error);
+    unpackInto(packed, {static_cast<uint8_t*>(to), layout_.unpacked_bytes});
   }
 
  private:
@@ -85,7 +78,7 @@ class DumpReader : public Reader {
   const Source& source_;
   uint64_t skip_;
   vistrel_packed packed_;
-  vistrel_packed_layout layout_{};
+  vistrel_packed_layout layout_;
 };
 
 }  // namespace

@@ -8,11 +8,6 @@
 namespace vistrel::app {
 namespace {
 
-void setLevel(size_t level) {
-  vistrel_error error{};
-  if (vistrel_set_level(level, &error)) throw Error(error);
-}
-
 class Run {
  public:
   Run(const vistrel_frame& frame, const Algorithm& algorithm)
@@ -25,10 +20,8 @@ class Run {
 
   // Nanoseconds a pixel.
   double time() {
-    const vistrel_image image{pixels_.data(), pixels_.size(), 0};
-    vistrel_error error{};
     const auto begin = std::chrono::steady_clock::now();
-    if (vistrel_convert(&frame_, &conversion_, &image, &error)) throw Error(error);
+    convertInto(frame_, conversion_, pixels_);
     const std::chrono::duration<double, std::nano> taken = std::chrono::steady_clock::now() - begin;
     return taken.count() / (double{1} * frame_.width * frame_.height);
   }

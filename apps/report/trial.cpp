@@ -17,10 +17,8 @@ double demosaic(const vistrel_frame& frame, const Algorithm& algorithm, Image& p
   vistrel_conversion conversion = defaultConversion(frame);
   conversion.algorithm = algorithm.row->code;
   conversion.threshold = algorithm.threshold;
-  const vistrel_image image{picture.pixels.data(), picture.pixels.size(), 0};
-  vistrel_error error{};
   const auto begin = std::chrono::steady_clock::now();
-  if (vistrel_convert(&frame, &conversion, &image, &error)) throw Error(error);
+  convertInto(frame, conversion, picture.pixels);
   return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - begin).count();
 }
 

@@ -39,11 +39,6 @@ uint64_t hashOfResult(const Case& c) {
   return hashOf(samples.data(), samples.size());
 }
 
-void setLevel(size_t level) {
-  vistrel_error error{};
-  if (vistrel_set_level(level, &error)) throw Error(error);
-}
-
 }  // namespace
 
 Verdict run() {

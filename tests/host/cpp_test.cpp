@@ -1,6 +1,10 @@
 // The C++ face: results, exceptions, spans, owners.
 #include <gmock/gmock.h>
 
+#include <cstring>
+#include <span>
+#include <string>
+#include <string_view>
 #include <type_traits>
 
 #include "tests/host/frames.h"
@@ -110,6 +114,37 @@ TEST(CppSpan, RefersToWhatItIsMadeOf) {
   static_assert(!std::is_constructible_v<Span<int>, std::vector<char>&>);
 }
 
+// What would dangle does not compile. Views may be temporary.
+template <class Samples>
+concept MakesAFrame = requires(Samples&& s) {
+  frameOf(static_cast<Samples&&>(s), 4, 4, 0);
+};
+static_assert(MakesAFrame<std::vector<uint8_t>&>);
+static_assert(MakesAFrame<const std::vector<uint8_t>&>);
+static_assert(MakesAFrame<const uint8_t (&)[16]>);
+static_assert(MakesAFrame<Span<uint8_t>>);
+static_assert(MakesAFrame<Span<const uint8_t>>);
+static_assert(MakesAFrame<std::span<uint8_t>>);
+static_assert(MakesAFrame<const std::span<const uint8_t>>);
+static_assert(!MakesAFrame<std::vector<uint8_t>>);
+static_assert(!MakesAFrame<const std::vector<uint8_t>>);
+static_assert(!MakesAFrame<std::array<uint8_t, 16>>);
+static_assert(std::is_constructible_v<Span<const char>, std::string_view>);
+static_assert(!std::is_constructible_v<Span<const char>, std::string>);
+
+template <class Owner>
+concept Lends = requires(Owner&& owner) {
+  static_cast<Owner&&>(owner).get();
+};
+static_assert(Lends<OwnedFrame&>);
+static_assert(Lends<const OwnedFrame&>);
+static_assert(!Lends<OwnedFrame>);
+static_assert(!Lends<const OwnedFrame>);
+
+static_assert(std::is_same_v<decltype(*std::declval<Result<Image>>()), Image>);
+static_assert(std::is_same_v<decltype(std::declval<Result<Image>>().value()), Image>);
+static_assert(std::is_same_v<decltype(std::declval<Result<Image>>().error()), Error>);
+
 TEST_F(Cpp, StreamsComeBackByThemselves) {
   {
     std::vector<Stream> all;
@@ -148,6 +183,44 @@ TEST(CppUnpack, GivesAFrameOfItsOwn) {
   const auto refused = tryUnpack(packedOf(bytes, 3, 1, VISTREL_PACKING_GIGE, 10), VISTREL_MONO);
   ASSERT_FALSE(refused);
   EXPECT_EQ(refused.error().status(), VISTREL_SHORT_BUFFER);
+}
+
+TEST(CppUnpack, RefusesAPhaseThatThereIsNot) {
+  const uint8_t bytes[] = {1, 2, 3, 4};
+  const auto packed = packedOf(bytes, 4, 1, VISTREL_PACKING_BYTES, 8);
+  EXPECT_TRUE(tryUnpack(packed, BAYER_GBRG)) << "a row is no mosaic yet, and may become one";
+  const auto refused = tryUnpack(packed, 99);
+  ASSERT_FALSE(refused);
+  EXPECT_EQ(refused.error().status(), VISTREL_BAD_PHASE);
+  EXPECT_STREQ(refused.error().what(),
+               "phase 99: allowed are grbg (0), bggr (1), rggb (2), gbrg (3), mono (4)");
+}
+
+TEST(CppUnpack, UnpacksIntoTheCallersMemory) {
+  const uint8_t bytes[] = {0xAA, 0x13, 0x55};
+  vistrel_packed packed = packedOf(bytes, 2, 1, VISTREL_PACKING_GIGE, 10);
+  EXPECT_EQ(packedLayoutOf(packed).unpacked_bytes, 4u);
+  uint8_t samples[5] = {9, 9, 9, 9, 9};
+  EXPECT_EQ(unpackInto(packed, samples).bytes, 3u);
+  uint16_t words[2];
+  std::memcpy(words, samples, 4);
+  EXPECT_THAT(words, ElementsAre(0x2AB, 0x155));
+  EXPECT_EQ(samples[4], 9);
+  EXPECT_EQ(tryUnpackInto(packed, {samples, 3}).error().status(), VISTREL_SHORT_BUFFER);
+  packed.bits = 11;
+  EXPECT_EQ(tryPackedLayoutOf(packed).error().status(), VISTREL_BAD_BITS);
+  EXPECT_EQ(tryUnpackInto(packed, samples).error().status(), VISTREL_BAD_BITS);
+  EXPECT_THROW(packedLayoutOf(packed), Error);
+  EXPECT_THROW(unpackInto(packed, samples), Error);
+}
+
+TEST(CppLevel, ChangesAndIsRefused) {
+  const size_t best = vistrel_get_level();
+  EXPECT_EQ(setLevel(0), best);
+  EXPECT_EQ(setLevel(best), 0u);
+  EXPECT_EQ(vistrel_get_level(), best);
+  EXPECT_EQ(trySetLevel(99).error().status(), VISTREL_BAD_LEVEL);
+  EXPECT_THROW(setLevel(99), Error);
 }
 
 }  // namespace

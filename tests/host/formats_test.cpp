@@ -86,7 +86,7 @@ TEST(FormatTable, IsStable) {
   }
   EXPECT_THAT(rows,
               ElementsAre("MONO8 0 1x1 mono", "MONO16 1 1x2 mono", "BGR24 2 3x1", "ARGB32 3 4x1",
-                          "ARGB32 4 4x1", "BGR48 7 3x2", "GRAY8 5 1x1", "GRAY16 6 1x2",
+                          "ARGB32_4 4 4x1", "BGR48 7 3x2", "GRAY8 5 1x1", "GRAY16 6 1x2",
                           "RGB24 256 3x1", "BGRA32 257 4x1", "RGBA32 258 4x1", "RGB48 259 3x2"));
 }
 

@@ -93,11 +93,11 @@ TEST_F(Refusal, ReservedFields) {
 TEST_F(Refusal, Format) {
   conversion.format = 99;
   expect(VISTREL_BAD_FORMAT,
-         "format 99: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7), "
+         "format 99: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), "
          "GRAY8 (5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259)");
   conversion.format = IMG_FMT_MONO16;
   expect(VISTREL_BAD_FORMAT,
-         "format MONO16: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32 (4), BGR48 (7), "
+         "format MONO16: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), "
          "GRAY8 (5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259)");
   setFrame(mono(64, 48));
   conversion.format = IMG_FMT_BGR24;
