@@ -14,7 +14,7 @@ Outcome outcomeOfException() {
   } catch (const Error& refusal) {
     return {kRejected, refusal.what()};
   } catch (const std::bad_alloc&) {
-    return {kRejected, "out of memory"};  // short enough to need none itself
+    return {kRejected, "out of memory"};   // short enough to need none itself
   } catch (const std::exception& error) {  // of the standard library: files, threads
     return {kInputOutput, error.what()};
   }
@@ -27,7 +27,8 @@ void Tally::add(ExitStatus status) {
 ExitStatus Tally::status() const {
   if (!rejected_ && !inputOutput_) return kDone;
   if (done_) return kSomeFailed;
-  return inputOutput_ ? kInputOutput : kRejected;
+  if (inputOutput_) return kInputOutput;
+  return left_ ? kSomeFailed : kRejected;
 }
 
 }  // namespace vistrel::app

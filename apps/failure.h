@@ -54,12 +54,14 @@ Outcome attempt(Work&& work) {
 class Tally {
  public:
   void add(ExitStatus status);
+  void leave() { left_ = true; }  // one that was not begun
 
-  // kDone, kSomeFailed, or, where nothing was done, kInputOutput before kRejected.
+  // kDone, kSomeFailed, or, where nothing was done, kInputOutput before kRejected; the latter only
+  // of all.
   ExitStatus status() const;
 
  private:
-  bool done_ = false, rejected_ = false, inputOutput_ = false;
+  bool done_ = false, rejected_ = false, inputOutput_ = false, left_ = false;
 };
 
 }  // namespace vistrel::app

@@ -1,5 +1,10 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include "apps/failure.h"
 #include "apps/output/atomic_file.h"
@@ -23,12 +28,30 @@ int run(int argc, char** argv) {
   return status;
 }
 
+// A stream that the caller closed must not become a file that is opened here; what is read from it
+// or written to it still fails.
+void keepStandardDescriptors() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+    if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_PATH);
+}
+
+// A full disk or a closed stream may not show before the last of the output goes out.
+void finishStandardOutput() {
+  if (std::fflush(stdout) != 0)
+    fail(kInputOutput, "standard output cannot be written: {}", std::strerror(errno));
+  if (std::ferror(stdout)) fail(kInputOutput, "standard output cannot be written");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  keepStandardDescriptors();
   installSignalHandlers();
   int status = kDone;
-  const Outcome outcome = attempt([&] { status = run(argc, argv); });
+  const Outcome outcome = attempt([&] {
+    status = run(argc, argv);
+    finishStandardOutput();
+  });
   if (outcome.status == kDone) return status;
   std::fprintf(stderr, "vistrel: %s\n", outcome.text.c_str());
   return outcome.status;

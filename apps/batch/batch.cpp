@@ -39,17 +39,18 @@ unsigned threadsFor(unsigned workers) {
 
 }  // namespace
 
-Batch::Batch(std::vector<Job> jobs, const BatchOptions& options, Work work)
-    : jobs_(std::move(jobs)), options_(options), work_(std::move(work)), results_(jobs_.size()),
-      ended_(jobs_.size()) {
+Batch::Batch(Plan plan, const BatchOptions& options, Work work)
+    : plan_(std::move(plan)), options_(options), work_(std::move(work)), results_(jobs().size()),
+      ended_(jobs().size()) {
   if (!options_.manifest.empty())
     manifest_ = std::make_unique<Manifest>(options_.manifest, options_.dryRun);
 }
 
 ExitStatus Batch::run() {
   if (!options_.dryRun) removeAbandoned();
-  progress_ = std::make_unique<Progress>(jobs_.size(), options_.show);
-  runTasks({jobs_.size(), [this](size_t i) { return runJob(i); }, [this](size_t i) { ended(i); }},
+  progress_ = std::make_unique<Progress>(jobs().size(), options_.show);
+  for (const std::string& remark : remarks()) progress_->say(remark);
+  runTasks({jobs().size(), [this](size_t i) { return runJob(i); }, [this](size_t i) { ended(i); }},
            threadsFor(options_.workers));
   sumUp();
   progress_.reset();
@@ -59,14 +60,14 @@ ExitStatus Batch::run() {
 
 void Batch::removeAbandoned() const {
   std::set<fs::path> folders;
-  for (const Job& job : jobs_) folders.insert(job.to.parent_path());
+  for (const Job& job : jobs()) folders.insert(job.to.parent_path());
   for (const fs::path& folder : folders) removeAbandonedIn(folder.empty() ? "." : folder);
 }
 
 bool Batch::runJob(size_t i) {
   const auto start = std::chrono::steady_clock::now();
   Result& result = results_[i];
-  result.outcome = attempt([&] { result.state = doJob(jobs_[i], result); });
+  result.outcome = attempt([&] { result.state = doJob(jobs()[i], result); });
   if (result.outcome.status != kDone) result.state = State::kFailed;
   result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   return result.state != State::kFailed || options_.keepGoing || options_.dryRun;
@@ -102,14 +103,15 @@ void Batch::ended(size_t i) {
   else
     progress_->passed();
   ended_[i] = true;
-  while (told_ < jobs_.size() && ended_[told_]) tell(told_++);
+  while (told_ < jobs().size() && ended_[told_]) tell(told_++);
 }
 
 void Batch::tell(size_t i) {
-  const Job& job = jobs_[i];
+  const Job& job = jobs()[i];
   const Result& result = results_[i];
-  for (const std::string& remark : result.prospect.remarks)
-    progress_->say(fmt::format("{}: {}", nameOf(job), remark));
+  if (!isSaid(i))
+    for (const std::string& remark : result.prospect.remarks)
+      progress_->say(fmt::format("{}: {}", job.from.string(), remark));
   if (result.state == State::kFailed)
     progress_->say(fmt::format("{}: {}", nameOf(job), result.outcome.text));
   if (!options_.dryRun || options_.json) return;
@@ -121,6 +123,12 @@ void Batch::tell(size_t i) {
              l.channels == 1 ? "gray" : "colour", l.bits);
 }
 
+// The frames of an input are all alike.
+bool Batch::isSaid(size_t i) const {
+  return i > 0 && jobs()[i - 1].from == jobs()[i].from &&
+         results_[i - 1].prospect.remarks == results_[i].prospect.remarks;
+}
+
 void Batch::sumUp() {
   const auto count = [this](State state) {
     return std::count_if(results_.begin(), results_.end(),
@@ -128,15 +136,16 @@ void Batch::sumUp() {
   };
   if (const auto n = count(State::kUpToDate); n > 0 && !options_.dryRun)
     progress_->say(fmt::format("up to date: {} of {}{}; --overwrite makes them again", n,
-                               jobs_.size(), manifest_ ? "" : ", whatever their options were"));
+                               jobs().size(), manifest_ ? "" : ", whatever their options were"));
   if (const auto n = count(State::kNotBegun); n > 0)
     progress_->say(
-        fmt::format("not begun: {} of {}; --keep-going goes on after a failure", n, jobs_.size()));
+        fmt::format("not begun: {} of {}; --keep-going goes on after a failure", n, jobs().size()));
 }
 
 ExitStatus Batch::status() const {
-  Tally tally;  // where those that were not begun have not failed
-  for (const Result& result : results_) tally.add(result.outcome.status);
+  Tally tally;
+  for (const Result& result : results_)
+    result.state == State::kNotBegun ? tally.leave() : tally.add(result.outcome.status);
   return tally.status();
 }
 

@@ -52,13 +52,14 @@ struct Result {
 
 class Batch {
  public:
-  Batch(std::vector<Job> jobs, const BatchOptions& options, Work work);
+  Batch(Plan plan, const BatchOptions& options, Work work);
 
   // Does all jobs; after one that failed, none is begun unless the options say so. Tells of
   // failures in the order of the jobs.
   ExitStatus run();
 
-  const std::vector<Job>& jobs() const { return jobs_; }
+  const std::vector<Job>& jobs() const { return plan_.jobs; }
+  const std::vector<std::string>& remarks() const { return plan_.remarks; }
   const std::vector<Result>& results() const { return results_; }
 
  private:
@@ -68,10 +69,11 @@ class Batch {
   bool isUpToDate(const Job& job, const Origin& origin) const;
   void ended(size_t i);
   void tell(size_t i);
+  bool isSaid(size_t i) const;
   void sumUp();
   ExitStatus status() const;
 
-  std::vector<Job> jobs_;
+  Plan plan_;
   BatchOptions options_;
   Work work_;
   std::vector<Result> results_;

@@ -1,9 +1,6 @@
 #include "apps/batch/batch_report.h"
 
-#include <cerrno>
 #include <cmath>
-#include <cstdio>
-#include <cstring>
 #include <nlohmann/json.hpp>
 
 namespace vistrel::app {
@@ -56,10 +53,10 @@ void printReport(const Batch& batch, ExitStatus status, double seconds) {
   const Json json{{"version", VISTREL_VERSION},
                   {"exit_status", static_cast<int>(status)},
                   {"seconds", microseconds(seconds)},
+                  {"remarks", batch.remarks()},
                   {"inputs", inputsOf(batch)}};
   const std::string text = json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-  if (std::fputs(text.c_str(), stdout) < 0 || std::fflush(stdout) != 0)
-    fail(kInputOutput, "the report cannot be written: {}", std::strerror(errno));
+  fmt::print("{}", text);
 }
 
 }  // namespace vistrel::app

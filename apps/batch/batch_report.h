@@ -5,7 +5,6 @@
 
 namespace vistrel::app {
 
-// Throws Failure (input/output) where standard output takes no more.
 void printReport(const Batch& batch, ExitStatus status, double seconds);
 
 }  // namespace vistrel::app

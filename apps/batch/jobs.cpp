@@ -1,10 +1,5 @@
 #include "apps/batch/jobs.h"
 
-#include <sys/stat.h>
-
-#include <algorithm>
-#include <map>
-
 #include "apps/output/picture.h"
 
 namespace vistrel::app {
@@ -13,31 +8,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr uint64_t kMostFrames = 1'000'000;  // six digits tell them apart
-
-bool isFolder(const fs::path& path) {
-  std::error_code error;
-  return fs::is_directory(path, error);
-}
-
-// Sorted, without those whose names begin with a dot.
-std::vector<fs::path> filesIn(const fs::path& folder) {
-  std::vector<fs::path> files;
-  for (const auto& entry : fs::directory_iterator(folder))
-    if (entry.is_regular_file() && entry.path().filename().string()[0] != '.')
-      files.push_back(entry.path());
-  std::sort(files.begin(), files.end());
-  return files;
-}
-
-std::vector<fs::path> expand(const std::vector<std::string>& inputs) {
-  std::vector<fs::path> files;
-  for (const fs::path input : inputs) {
-    const auto inside = isFolder(input) ? filesIn(input) : std::vector<fs::path>{};
-    files.insert(files.end(), inside.begin(), inside.end());
-    if (inside.empty()) files.push_back(input);  // which is refused then, if it is a folder
-  }
-  return files;
-}
 
 // The picture for an input in a folder, or the one that was named.
 struct Target {
@@ -62,6 +32,7 @@ void addJobs(const fs::path& input, const Target& target, const FramesOf& frames
   Job job{input, target.of(input), {}, target.folder, {}};
   uint64_t frames = 1;
   job.refusal = attempt([&] {
+    if (isFolder(input)) fail(kRejected, "no frame is in this folder");
     frames = framesOf(input);
     if (frames > kMostFrames)
       fail(kRejected, "it has {} frames: {} at most are allowed at once; --frame N takes one",
@@ -82,29 +53,26 @@ void addJobs(const fs::path& input, const Target& target, const FramesOf& frames
   }
 }
 
-using FileId = std::pair<dev_t, ino_t>;
-
-std::optional<FileId> idOf(const fs::path& path) {
-  struct stat status {};
-  if (stat(path.c_str(), &status) != 0) return {};
-  return FileId{status.st_dev, status.st_ino};
+// Pictures are no frames of the next run.
+void checkIsNoInput(const fs::path& folder, const fs::path& input, const std::string& extension) {
+  std::error_code error;
+  if (fs::equivalent(folder, input, error))
+    fail(kUsage,
+         "-o {}: it is the input folder {}, where the next run would take {} pictures for frames; "
+         "choose another folder, or name the frames one by one",
+         folder.string(), input.string(), extension);
 }
 
-void checkDistinct(const std::vector<fs::path>& inputs, const std::vector<Job>& jobs) {
-  std::map<FileId, fs::path> ids;
-  for (const fs::path& input : inputs)
-    if (const auto id = idOf(input)) ids.emplace(*id, input);
-  std::map<fs::path, fs::path> sources;
-  for (const Job& job : jobs) {
-    const auto id = idOf(job.to);
-    if (const auto same = id ? ids.find(*id) : ids.end(); same != ids.end())
-      fail(kUsage, "-o {}: it is the same file as the input {}", job.to.string(),
-           same->second.string());
-    const auto [other, first] = sources.emplace(job.to, job.from);
-    if (!first)
-      fail(kUsage, "-o {}: both {} and {} would be written there", job.to.string(),
-           other->second.string(), job.from.string());
-  }
+void checkTarget(const Target& target, const Inputs& inputs, const IsFrame& isFrame) {
+  if (target.path.empty()) fail(kUsage, "-o: the name of a picture or of a folder is expected");
+  if (!target.folder) return void(pictureType(target.path));
+  if (isStandardOutput(target.path))
+    fail(kUsage, "-o {}: it takes the picture of one input; several, or a folder, need a folder",
+         target.path.string());
+  checkIsFolder(target.path);
+  if (!isFrame("x" + target.extension)) return;
+  for (const fs::path& folder : inputs.folders)
+    checkIsNoInput(target.path, folder, target.extension);
 }
 
 }  // namespace
@@ -117,29 +85,17 @@ void checkIsFolder(const fs::path& path) {
   fail(kInputOutput, "-o {}: there is no such folder", path.string());
 }
 
-void checkIsNoInput(std::string_view option, const std::vector<std::string>& inputs,
-                    const fs::path& output) {
-  for (const std::string& input : inputs) {
-    std::error_code error;
-    if (fs::equivalent(input, output, error))
-      fail(kUsage, "{} {}: it is the same file as the input {}", option, output.string(), input);
-  }
-}
-
-std::vector<Job> planJobs(const std::vector<std::string>& inputs, const std::string& output,
-                          const std::string& extension, const FramesOf& framesOf) {
-  Target target{output, extension, false};
-  const std::vector<fs::path> files = expand(inputs);
-  target.folder = files.size() > 1 || files[0] != inputs[0] || !target.path.has_filename() ||
-                  isFolder(target.path);
-  if (target.folder)
-    checkIsFolder(target.path);
-  else
-    pictureType(target.path);
-  std::vector<Job> jobs;
-  for (const fs::path& file : files) addJobs(file, target, framesOf, jobs);
-  checkDistinct(files, jobs);
-  return jobs;
+Plan planJobs(const Assignment& a, RunFiles& files) {
+  Inputs inputs = findInputs(a.inputs, a.isFrame);
+  Target target{a.output, a.extension, false};
+  target.folder = inputs.files.size() > 1 || inputs.files[0] != a.inputs[0] ||
+                  !target.path.has_filename() || isFolder(target.path);
+  checkTarget(target, inputs, a.isFrame);
+  Plan plan{{}, std::move(inputs.remarks)};
+  for (const fs::path& file : inputs.files) addJobs(file, target, a.framesOf, plan.jobs);
+  for (const fs::path& file : inputs.files) files.addInput(file);
+  for (const Job& job : plan.jobs) files.addWritten("-o", job.to, job.from.string());
+  return plan;
 }
 
 }  // namespace vistrel::app

@@ -6,9 +6,10 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "apps/batch/inputs.h"
+#include "apps/batch/run_files.h"
 #include "apps/failure.h"
 
 namespace vistrel::app {
@@ -24,18 +25,25 @@ struct Job {
 // Throws Failure for what is no folder that is there.
 void checkIsFolder(const std::filesystem::path& path);
 
-// Throws Failure where the option's output would be written over one of the inputs.
-void checkIsNoInput(std::string_view option, const std::vector<std::string>& inputs,
-                    const std::filesystem::path& output);
-
 // How many frames an input has; throws Failure for one that cannot be opened.
 using FramesOf = std::function<uint64_t(const std::filesystem::path&)>;
 
-// `output` is a picture, or a folder that gets a picture of this extension (".png") for each input.
-// A folder among the inputs stands for the files in it. Each of several frames of an input gets a
-// picture, NAME_000000.png and so on. Throws Failure for what would write a file twice, or over an
-// input, or into a folder that there is not.
-std::vector<Job> planJobs(const std::vector<std::string>& inputs, const std::string& output,
-                          const std::string& extension, const FramesOf& framesOf);
+struct Assignment {
+  std::vector<std::string> inputs;
+  std::string output;     // a picture, or a folder that gets one for each input,
+  std::string extension;  // of this kind (".png")
+  IsFrame isFrame;        // of the files in a folder
+  FramesOf framesOf;
+};
+
+struct Plan {
+  std::vector<Job> jobs;
+  std::vector<std::string> remarks;  // to the user
+};
+
+// A folder among the inputs stands for the frames in it. Each of several frames of an input gets a
+// picture, NAME_000000.png and so on. Tells `files` of all of them, which throws Failure for what
+// would write a file twice, or over an input; throws Failure for a folder that there is not.
+Plan planJobs(const Assignment& assignment, RunFiles& files);
 
 }  // namespace vistrel::app

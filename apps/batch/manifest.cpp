@@ -48,7 +48,7 @@ std::pair<std::string, Entry> parse(const std::string& line) {
 }  // namespace
 
 Manifest::Manifest(const fs::path& path, bool readOnly) : path_(path) {
-  if (!readOnly) openToAppend();
+  readOnly ? checkAppendable() : openToAppend();
   load();
   if (!readOnly && ftruncate(descriptor_, static_cast<off_t>(good_)) != 0) failToWrite();
 }
@@ -63,6 +63,13 @@ void Manifest::openToAppend() {
   if (flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return;
   close(descriptor_);
   fail(kInputOutput, "--manifest {}: another run is writing it", path_.string());
+}
+
+void Manifest::checkAppendable() const {
+  checkWritable(path_);
+  std::error_code error;
+  if (fs::exists(path_, error) && faccessat(AT_FDCWD, path_.c_str(), W_OK, AT_EACCESS) != 0)
+    failToWrite();
 }
 
 void Manifest::load() {

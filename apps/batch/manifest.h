@@ -31,8 +31,8 @@ struct Entry {
 // of several lines for a picture the last one counts, and a last line without its end does not.
 class Manifest {
  public:
-  // Reads what there is. Throws Failure for a file that is no manifest or that another run has
-  // open, and unless `readOnly`, where it cannot be written.
+  // Reads what there is. Throws Failure for a file that is no manifest, that cannot be written or,
+  // unless `readOnly`, that another run has open.
   Manifest(const std::filesystem::path& path, bool readOnly);
   ~Manifest();
   Manifest(const Manifest&) = delete;
@@ -50,6 +50,7 @@ class Manifest {
  private:
   void load();
   void openToAppend();
+  void checkAppendable() const;
   [[noreturn]] void failToWrite() const;
 
   std::filesystem::path path_;

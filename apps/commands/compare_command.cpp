@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "apps/batch/jobs.h"
 #include "apps/batch/progress.h"
+#include "apps/batch/run_files.h"
 #include "apps/failure.h"
 #include "apps/input/frame_file.h"
 #include "apps/options/conversion_options.h"
@@ -102,7 +102,10 @@ ExitStatus run(CompareOptions& o) {
   o.tone.load();
   const PictureType& type = pictureType(o.output);
   if (type.channels == 1) fail(kUsage, "-o {}: a sheet is a .png or .ppm", o.output);
-  checkIsNoInput("-o", o.inputs, o.output);
+  RunFiles files;
+  files.addInputs(o.inputs);
+  if (const auto curve = o.tone.file()) files.addRead("--curve", *curve);
+  files.addWritten("-o", o.output);
   std::vector<Strip> strips;
   Progress progress(o.inputs.size());
   Tally tally;

@@ -11,6 +11,7 @@
 #include "apps/batch/batch_report.h"
 #include "apps/failure.h"
 #include "apps/input/frame_file.h"
+#include "apps/input/frame_names.h"
 #include "apps/options/batch_options.h"
 #include "apps/options/conversion_options.h"
 #include "apps/options/help.h"
@@ -78,7 +79,10 @@ std::string optionsOf(const CLI::App& command, const ConvertOptions& o) {
 
 Work workFor(const CLI::App& command, const ConvertOptions& o) {
   Work work;
-  work.check = [&o](const Job& job) { return Opened(job, o).prospect(); };
+  work.check = [&o](const Job& job) {
+    checkWritable(job.to);
+    return Opened(job, o).prospect();
+  };
   work.make = [&o](const Job& job) { return makePicture(job, o); };
   work.options = optionsOf(command, o);
   if (!o.conversion.tone.table.empty()) work.sources = {o.conversion.tone.curve};
@@ -88,15 +92,18 @@ Work workFor(const CLI::App& command, const ConvertOptions& o) {
 ExitStatus run(const CLI::App& command, ConvertOptions& o) {
   const auto start = std::chrono::steady_clock::now();
   o.input.checkWithPhase();
-  if (!o.batch.manifest.empty()) checkIsNoInput("--manifest", o.inputs, o.batch.manifest);
+  RunFiles files;
+  if (const auto curve = o.conversion.tone.file()) files.addRead("--curve", *curve);
   const FramesOf framesOf = [&o](const std::filesystem::path& path) {
     return o.input.frame ? 1 : FrameFile(path, o.input).frames();
   };
-  std::vector<Job> jobs = planJobs(o.inputs, o.output, "." + o.type, framesOf);
-  o.conversion.load(jobs.front().to);
+  const IsFrame isFrame = o.input.size ? isDumpName : isFrameName;
+  Plan plan = planJobs({o.inputs, o.output, "." + o.type, isFrame, framesOf}, files);
+  if (!o.batch.manifest.empty()) files.addWritten("--manifest", o.batch.manifest);
+  o.conversion.load(plan.jobs.front().to);
   if (isStandardOutput(o.output) && (o.batch.json || !o.batch.manifest.empty()))
     fail(kUsage, "-o {}: --json and --manifest do not go with it", o.output);
-  Batch batch(std::move(jobs), o.batch, workFor(command, o));
+  Batch batch(std::move(plan), o.batch, workFor(command, o));
   const ExitStatus status = batch.run();
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
   if (o.batch.json) printReport(batch, status, seconds.count());

@@ -83,8 +83,7 @@ ExitStatus run(const InfoOptions& o) {
   o.input.check();
   const Outcome outcome = attempt([&o] {
     FrameFile file(o.path, o.input);
-    for (const std::string& remark : file.remarks())
-      fmt::print(stderr, "vistrel: {}: {}\n", o.path, remark);
+    printRemarks(file, o.path);
     const Statistics statistics = statisticsOf(file.read());
     o.json ? printJson(file, statistics) : printText(file, statistics);
   });

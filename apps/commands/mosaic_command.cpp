@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/batch/jobs.h"
+#include "apps/batch/run_files.h"
 #include "apps/failure.h"
 #include "apps/filter.h"
 #include "apps/options/options.h"
@@ -76,7 +76,9 @@ void mosaicOne(const MosaicOptions& o) {
 
 ExitStatus run(const MosaicOptions& o) {
   checkOutput(o);
-  checkIsNoInput("-o", {o.input}, o.output);
+  RunFiles files;
+  files.addInput(o.input);
+  files.addWritten("-o", o.output);
   const Outcome outcome = attempt([&o] { mosaicOne(o); });
   if (outcome.status != kDone) throw Failure(outcome.status, o.input + ": " + outcome.text);
   return kDone;

@@ -87,12 +87,18 @@ void writePlot(const std::string& folder, const std::vector<Trial>& trials,
   file.commit();
 }
 
-ExitStatus run(const ReportOptions& o) {
+void checkFiles(const ReportOptions& o) {
+  RunFiles files;
+  files.addInputs(o.references);
   if (!o.folder.empty()) {
     checkIsFolder(o.folder);
-    checkIsNoInput("-o", o.references, std::filesystem::path(o.folder) / kPlotName);
+    files.addWritten("-o", std::filesystem::path(o.folder) / kPlotName);
   }
-  if (!o.json.empty()) checkIsNoInput("--json", o.references, o.json);
+  if (!o.json.empty()) files.addWritten("--json", o.json);
+}
+
+ExitStatus run(const ReportOptions& o) {
+  checkFiles(o);
   const std::vector<Algorithm> algorithms = orAll(o.algorithms);
   std::vector<Trial> trials;
   Progress progress(o.references.size());

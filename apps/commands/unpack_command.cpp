@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "apps/batch/jobs.h"
+#include "apps/batch/run_files.h"
 #include "apps/failure.h"
 #include "apps/input/frame_file.h"
 #include "apps/options/options.h"
@@ -17,22 +17,31 @@ constexpr const char* kExamples = R"(Examples:
   vistrel unpack cam.raw -s 1280x960 --pixfmt pRAA --stride 1600 -o words.raw
 
 Samples stay as they are. A .raw has bytes for formats of 8 bits, else 16-bit
-words, low byte first.)";
+words, low byte first. Of several frames, a .pgm and a .raw get all, one behind
+the other, or the one that --frame names.)";
 
 struct UnpackOptions {
   std::string input, output;
   InputOptions in;
 };
 
-void unpackOne(const UnpackOptions& o, const PictureType& type) {
-  FrameFile file(o.input, o.in);
-  vistrel_frame frame = file.read();
-  frame.phase = VISTREL_MONO;  // so that samples are kept
+// The samples as they are.
+Image imageOf(vistrel_frame frame) {
+  frame.phase = VISTREL_MONO;
   vistrel_conversion conversion = defaultConversion(frame);
   if (frame.bytes_per_sample == 2) conversion.format = IMG_FMT_MONO16;
-  const Image image = convert(frame, conversion);
+  return convert(frame, conversion);
+}
+
+void unpackFrames(const UnpackOptions& o, const PictureType& type) {
+  FrameFile file(o.input, o.in);
+  printRemarks(file, o.input);
+  const uint64_t first = o.in.frame.value_or(0), count = o.in.frame ? 1 : file.frames();
+  if (count > 1 && !type.many)
+    fail(kRejected, "it has {} frames: {} takes one, .pgm and .raw take all; --frame N names one",
+         count, o.output);
   AtomicFile output(o.output);
-  type.write(image, output);
+  for (uint64_t n = first; n < first + count; ++n) type.write(imageOf(file.read(n)), output);
   output.commit();
 }
 
@@ -41,8 +50,10 @@ ExitStatus run(const UnpackOptions& o) {
     fail(kUsage, "--size and --pixfmt are needed: a dump does not tell how its samples lie");
   const PictureType& type = pictureType(o.output);
   if (type.channels > 1) fail(kUsage, "-o {}: samples go to .pgm or .raw", o.output);
-  checkIsNoInput("-o", {o.input}, o.output);
-  const Outcome outcome = attempt([&] { unpackOne(o, type); });
+  RunFiles files;
+  files.addInput(o.input);
+  files.addWritten("-o", o.output);
+  const Outcome outcome = attempt([&] { unpackFrames(o, type); });
   if (outcome.status != kDone) throw Failure(outcome.status, o.input + ": " + outcome.text);
   return kDone;
 }

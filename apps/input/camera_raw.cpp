@@ -2,11 +2,10 @@
 
 #include <dlfcn.h>
 
-#include <algorithm>
-#include <cctype>
 #include <cstring>
 
 #include "apps/failure.h"
+#include "apps/input/frame_names.h"
 #include "apps/plugin/camera_raw_plugin.h"
 
 namespace vistrel::app {
@@ -75,15 +74,7 @@ class CameraRawReader : public Reader {
   std::vector<uint16_t> samples_;
 };
 
-bool recognises(const Source& source, const std::string&) {
-  constexpr const char* extensions[] = {
-      ".3fr", ".arw", ".cr2", ".cr3", ".crw", ".dcr", ".erf", ".iiq", ".kdc", ".mef", ".mos",
-      ".mrw", ".nef", ".nrw", ".orf", ".pef", ".raf", ".rw2", ".rwl", ".sr2", ".srf", ".srw"};
-  std::string extension = source.path().extension().string();
-  std::ranges::transform(extension, extension.begin(),
-                         [](unsigned char c) { return std::tolower(c); });
-  return std::ranges::find(extensions, extension) != std::end(extensions);
-}
+bool recognises(const Source& source, const std::string&) { return isCameraRawName(source.path()); }
 
 }  // namespace
 

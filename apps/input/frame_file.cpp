@@ -84,6 +84,9 @@ void FrameFile::describe(const InputOptions& o) {
 
 void FrameFile::remark(const InputOptions& o) {
   const Description& d = description();
+  if (d.trailing)
+    remarks_.push_back(fmt::format("{} byte{} after the last frame {} left out", d.trailing,
+                                   d.trailing > 1 ? "s" : "", d.trailing > 1 ? "are" : "is"));
   const char* const teller = o.pixfmt ? "--pixfmt" : "the file";
   if (o.bits && (d.tellsBits || o.pixfmt))
     remarkBits(*o.bits, teller, o.pixfmt ? o.pixfmt->bits : d.bits, remarks_);
@@ -101,6 +104,11 @@ void FrameFile::remarkUnusedBits() {
   if (used && used < frame_.bits)
     remarks_.push_back(fmt::format("taken as {} bits, of which {} are used; --bits {} says so",
                                    frame_.bits, used, std::max(used, 8u)));
+}
+
+void printRemarks(const FrameFile& file, const std::string& name) {
+  for (const std::string& remark : file.remarks())
+    fmt::print(stderr, "vistrel: {}: {}\n", name, remark);
 }
 
 const vistrel_frame& FrameFile::read(uint64_t n) {

@@ -26,8 +26,8 @@ class FrameFile {
   // What the file itself tells.
   const Description& description() const { return reader_->description(); }
 
-  // Where the options say other than the file, and what is left for them to say: sentences for the
-  // user. read() may add one.
+  // Where the options say other than the file, what is left for them to say, and what of the file
+  // is no frame: sentences for the user. read() may add one.
   const std::vector<std::string>& remarks() const { return remarks_; }
 
   // Reads the samples of frame n, or of the one that the options name, into memory of this object,
@@ -48,5 +48,8 @@ class FrameFile {
   std::vector<std::string> remarks_;
   std::vector<uint16_t> samples_;
 };
+
+// On standard error.
+void printRemarks(const FrameFile& file, const std::string& name);
 
 }  // namespace vistrel::app

@@ -47,6 +47,7 @@ File standardInput() {
   const int descriptor = dup(STDIN_FILENO);
   if (descriptor < 0) failToRead();
   File input(fdopen(descriptor, "rb"), std::fclose);
+  if (!input) failToRead();
   if (S_ISREG(statusOf(input.get()).st_mode)) return input;
   File copy = copied(descriptor);
   if (dup2(fileno(copy.get()), STDIN_FILENO) < 0) failToRead();  // for whoever opens it again

@@ -38,11 +38,16 @@ uint32_t formatOf(const ConversionOptions& o, bool mono) {
 
 }  // namespace
 
+std::optional<std::filesystem::path> ToneOptions::file() const {
+  if (curve.empty() || numberIn(curve)) return {};
+  return curve;
+}
+
 void ToneOptions::load() {
   const auto number = numberIn(curve);
   if (number && (*number < 2 || *number > 6))
     fail(kUsage, "--curve {}: 2 to 6, or a file with a table, are allowed", curve);
-  if (!curve.empty() && !number) table = readCurve(curve);
+  if (const auto path = file()) table = readCurve(*path);
 }
 
 void ToneOptions::apply(vistrel_conversion& conversion) const {

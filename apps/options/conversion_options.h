@@ -20,6 +20,8 @@ struct ToneOptions {
   std::string curve;            // a number or a file; empty without one
   std::vector<uint16_t> table;  // of the file
 
+  std::optional<std::filesystem::path> file() const;  // of the curve
+
   // Reads the file, if there is one. Throws Failure.
   void load();
   void apply(vistrel_conversion& conversion) const;  // which keeps a pointer to `table`

@@ -1,5 +1,6 @@
 #include "apps/output/atomic_file.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,10 +23,17 @@ void onSignal(int signal) {
   _exit(128 + signal);
 }
 
+[[noreturn]] void failToWriteTo(const fs::path& path, const char* reason) {
+  fail(kInputOutput, "{} cannot be written: {}", path.string(), reason);
+}
+
 // The file that a link leads to, so that the link stays.
-fs::path resolve(const fs::path& path) {
+fs::path targetOf(const fs::path& path) {
   std::error_code error;
-  return fs::exists(path, error) ? fs::canonical(path) : path;
+  const fs::path target = fs::exists(path, error) ? fs::canonical(path) : path;
+  if (fs::exists(target, error) && !fs::is_regular_file(target, error))
+    failToWriteTo(path, "it is not a regular file");
+  return target;
 }
 
 mode_t permissionsOfNewFiles() {
@@ -64,10 +72,7 @@ AtomicFile::AtomicFile(const fs::path& path) : name_(path), target_(path) {
     if (!stream_) failToWrite(std::strerror(errno));
     return;
   }
-  std::error_code error;
-  target_ = resolve(path);
-  if (fs::exists(target_, error) && !fs::is_regular_file(target_, error))
-    failToWrite("it is not a regular file");
+  target_ = targetOf(path);
   const int descriptor = unfinished_.emplace((target_.parent_path() / "").string()).descriptor();
   if (descriptor < 0) failToWrite(std::strerror(errno));
   fchmod(descriptor, permissions(target_));
@@ -100,8 +105,13 @@ void AtomicFile::copyToStandardOutput() {
   if (std::ferror(stream_)) failToWrite(std::strerror(errno));
 }
 
-void AtomicFile::failToWrite(const char* reason) const {
-  fail(kInputOutput, "{} cannot be written: {}", name_.string(), reason);
+void AtomicFile::failToWrite(const char* reason) const { failToWriteTo(name_, reason); }
+
+void checkWritable(const fs::path& path) {
+  if (isStandardOutput(path)) return;
+  const fs::path folder = targetOf(path).parent_path() / "";
+  if (faccessat(AT_FDCWD, folder.empty() ? "." : folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
+    failToWriteTo(path, std::strerror(errno));
 }
 
 void installSignalHandlers() {

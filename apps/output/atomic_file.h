@@ -35,6 +35,9 @@ class AtomicFile {
   std::FILE* stream_ = nullptr;
 };
 
+// Throws what an AtomicFile of that name would where it can't be begun; makes no file.
+void checkWritable(const std::filesystem::path& path);
+
 bool isStandardOutput(const std::filesystem::path& path);
 
 // From here on an interrupt or a request to end removes unfinished files and ends the program

@@ -7,11 +7,11 @@
 namespace vistrel::app {
 
 const PictureType& pictureType(const std::filesystem::path& path) {
-  static const PictureType types[] = {{".png", 0, writePng},   {".tif", 0, writeTiff},
-                                      {".tiff", 0, writeTiff}, {".pam", 0, writePam},
-                                      {".ppm", 3, writePnm},   {".pgm", 1, writePnm},
-                                      {".raw", 0, writeRaw},   {".bin", 0, writeRaw}};
-  static const PictureType standardOutput{"", 0, writePnm};
+  static const PictureType types[] = {{".png", 0, false, writePng},   {".tif", 0, false, writeTiff},
+                                      {".tiff", 0, false, writeTiff}, {".pam", 0, true, writePam},
+                                      {".ppm", 3, true, writePnm},    {".pgm", 1, true, writePnm},
+                                      {".raw", 0, true, writeRaw},    {".bin", 0, true, writeRaw}};
+  static const PictureType standardOutput{"", 0, true, writePnm};
   if (path == "-") return standardOutput;
   std::string extension = path.extension().string();
   if (isStandardOutput(path))

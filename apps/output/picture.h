@@ -11,6 +11,7 @@ namespace vistrel::app {
 struct PictureType {
   const char* extension;
   uint32_t channels;  // 0: any
+  bool many;          // images may stand one behind the other
   void (*write)(const Image& image, AtomicFile& file);
 };
 

@@ -38,7 +38,7 @@ TEST_F(BadInput, MissingFile) {
 
 TEST_F(BadInput, Folder) {
   std::filesystem::create_directory(scratch / "in.pgm");
-  expect(4, "it is not a regular file", "--phase mono");
+  expect(3, "no frame is in this folder", "--phase mono");
 }
 
 TEST_F(BadInput, FileCutAnywhere) {

@@ -1,6 +1,7 @@
 // Many frames at once: which are done, which are not, and what is told of them.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <filesystem>
@@ -128,8 +129,77 @@ TEST_F(Batch, AFolderStandsForItsFiles) {
   EXPECT_TRUE(fs::exists(scratch / "out/x.png"));
   EXPECT_TRUE(fs::exists(scratch / "out/y.png"));
   EXPECT_EQ(std::distance(fs::directory_iterator(scratch / "out"), {}), 2);
+}
+
+TEST_F(Batch, OfAFolderFramesAloneAreTaken) {
+  fs::create_directory(scratch / "in");
+  put("in/x.PGM", 1);
+  scratch.write("in/README.txt", "about x.pgm");
+  EXPECT_EQ(convert("in").err, "vistrel: in: left out, as no frame's name ends so: README.txt\n");
+  EXPECT_TRUE(fs::exists(scratch / "out/x.png"));
+  scratch.write("in/y.raw", "123456789012");
+  scratch.write("in/z", "");
+  const Result pgm = convert("in --overwrite --json");
+  EXPECT_EQ(pgm.status, 0);
+  EXPECT_EQ(json::parse(pgm.out).at("remarks"),
+            json{"in: left out, as no frame's name ends so: README.txt and 2 more"});
+  const Result dumps = convert("in -s 4x3 --bits 8 --overwrite");
+  EXPECT_EQ(dumps.status, 0);
+  EXPECT_EQ(dumps.err,
+            "vistrel: in: left out, as no frame's name ends so: README.txt and 2 more\n");
+  EXPECT_EQ(valueOf("out/y.png"), uint32_t{'1'});
+  scratch.write("in/bad.png", "");
+  EXPECT_EQ(convert("in --keep-going --overwrite").status, 1) << "a frame by name, but damaged";
+}
+
+TEST_F(Batch, AFolderWithoutFramesIsRefused) {
   fs::create_directory(scratch / "empty");
-  EXPECT_EQ(convert("empty").err, "vistrel: empty: it is not a regular file\n");
+  EXPECT_EQ(convert("empty").status, 3);
+  EXPECT_EQ(convert("empty").err, "vistrel: empty: no frame is in this folder\n");
+  EXPECT_EQ(convert("empty a.pgm --keep-going").status, 1);
+  EXPECT_TRUE(fs::exists(scratch / "out/a.png"));
+}
+
+TEST_F(Batch, PicturesDoNotGoAmongTheFramesOfAFolder) {
+  fs::create_directory(scratch / "in");
+  put("in/x.pgm", 1);
+  fs::create_directory_symlink("in", scratch / "link");
+  const Names before = scratch.names();
+  const Result png = scratch.vistrel("convert in --phase mono -o link");
+  EXPECT_EQ(png.status, 2);
+  EXPECT_EQ(png.err,
+            "vistrel: -o link: it is the input folder in, where the next run would take .png "
+            "pictures for frames; choose another folder, or name the frames one by one\n");
+  EXPECT_EQ(scratch.names(), before);
+  // Pictures of other kinds stand in nobody's way, nor do they beside frames that are named.
+  for (const std::string run : {"in --type ppm", "in --type ppm", "in/x.pgm", "in/x.pgm"})
+    EXPECT_EQ(scratch.vistrel("convert --phase rggb -o in " + run).status, 0) << run;
+}
+
+TEST_F(Batch, StandardOutputTakesThePictureOfOneInput) {
+  fs::create_directory(scratch / "in");
+  put("in/x.pgm", 1);
+  for (const std::string inputs : {"a.pgm b.pgm", "in"})
+    for (const std::string to : {"-", "png:-"}) {
+      const Result result = scratch.vistrel("convert " + inputs + " --phase mono -o " + to);
+      EXPECT_EQ(result.status, 2);
+      EXPECT_EQ(result.err, "vistrel: -o " + to +
+                                ": it takes the picture of one input; several, or a folder, need "
+                                "a folder\n");
+    }
+  const Result none =
+      scratch.run({VISTREL_PROGRAM, "convert", "a.pgm", "--phase", "mono", "-o", ""});
+  EXPECT_EQ(none.status, 2);
+  EXPECT_EQ(none.err, "vistrel: -o: the name of a picture or of a folder is expected\n");
+}
+
+// Nothing is done, and it is not for all inputs that something is known.
+TEST_F(Batch, StatusWhereNothingIsDone) {
+  EXPECT_EQ(convert("bad.pgm a.pgm b.pgm").status, 1) << "the others were not begun";
+  EXPECT_EQ(convert("missing.pgm a.pgm b.pgm").status, 4);
+  EXPECT_EQ(convert("a.pgm missing.pgm b.pgm").status, 1) << "one is done";
+  EXPECT_EQ(convert("a.pgm missing.pgm").status, 1) << "one is up to date";
+  EXPECT_EQ(scratch.names(), (Names{"a.pgm", "b.pgm", "bad.pgm", "c.pgm", "out/a.png"}));
 }
 
 TEST_F(Batch, NoInputIsWrittenOver) {
@@ -152,6 +222,45 @@ TEST_F(Batch, DryRunWritesNothing) {
   EXPECT_EQ(convert("a.pgm b.pgm --dry-run").out,
             "a.pgm -> out/a.png: 4x3, gray of 8 bits\nb.pgm -> out/b.png: up to date\n");
   EXPECT_EQ(scratch.names(), before);
+}
+
+TEST_F(Batch, DryRunFailsWhereTheRunWould) {
+  fs::create_directory(scratch / "full");
+  for (const std::string folder : {"", "full", "out"})
+    fs::permissions(scratch / folder, folder == "full" ? fs::perms{0555} : fs::perms{0777});
+  fs::create_symlink("/dev/null", scratch / "out/device.png");
+  scratch.write("lines", "");
+  fs::permissions(scratch / "lines", fs::perms{0444});
+  const auto nobody = [] {
+    if (geteuid() == 0 && setuid(65534) != 0) _exit(99);  // whom permissions bind
+  };
+  for (const std::string options :
+       {"-o no/a.png", "-o full/a.png", "-o full", "-o out/device.png", "-o a.pgm/a.png",
+        "-o out/a.png --manifest full/m", "-o out/a.png --manifest lines"}) {
+    const Result dry = scratch.vistrel("convert a.pgm --phase mono --dry-run " + options, nobody);
+    const Result run = scratch.vistrel("convert a.pgm --phase mono " + options, nobody);
+    EXPECT_EQ(dry.status, 4) << options;
+    EXPECT_EQ(run.status, 4) << options;
+    EXPECT_EQ(dry.out, "");
+    EXPECT_TRUE(dry.err == run.err || options.find("manifest full") != std::string::npos);
+  }
+}
+
+TEST_F(Batch, WhatIsLeftOutOfADumpIsTold) {
+  scratch.write("dump.raw", std::string(100, ' '));  // two frames of 49
+  const std::string dump = "convert dump.raw -s 7x7 --bits 8 --phase mono -o out ";
+  const std::string remark = "2 bytes after the last frame are left out";
+  const std::string line = "vistrel: dump.raw: " + remark + "\n";
+  EXPECT_EQ(scratch.vistrel(dump + "--dry-run").err, line);
+  const Result result = scratch.vistrel(dump + "--json");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, line) << "once, not for each frame";
+  const json outputs = json::parse(result.out).at("inputs").at(0).at("outputs");
+  EXPECT_EQ(outputs.at(1).at("remarks"), json{remark});
+  EXPECT_EQ(scratch.vistrel("unpack dump.raw -s 7x7 --pixfmt Mono8 -o x.pgm").err, line);
+  scratch.write("dump.raw", std::string(99, ' '));
+  EXPECT_EQ(scratch.vistrel(dump + "--overwrite").err,
+            "vistrel: dump.raw: 1 byte after the last frame is left out\n");
 }
 
 TEST_F(Batch, JsonReport) {

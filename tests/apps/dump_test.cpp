@@ -155,6 +155,27 @@ TEST(Unpack, Places) {
   EXPECT_EQ(scratch.read("out.raw"), "efgh");
 }
 
+TEST(Unpack, EveryFrameOfADump) {
+  const Scratch scratch;
+  scratch.write("in.raw", "abcdefgh?");  // two frames and a byte
+  const std::string unpack = "unpack in.raw -s 2x2 --pixfmt GREY -o ";
+  const std::string first = "P5\n2 2\n255\nabcd", second = "P5\n2 2\n255\nefgh";
+  EXPECT_EQ(scratch.vistrel(unpack + "out.pgm").status, 0);
+  EXPECT_EQ(scratch.read("out.pgm"), first + second);
+  EXPECT_EQ(scratch.vistrel(unpack + "-").out, first + second);
+  EXPECT_EQ(scratch.vistrel(unpack + "out.raw").status, 0);
+  EXPECT_EQ(scratch.read("out.raw"), "abcdefgh");
+  EXPECT_EQ(scratch.vistrel(unpack + "out.pgm --frame 1").status, 0);
+  EXPECT_EQ(scratch.read("out.pgm"), second);
+  const Result png = scratch.vistrel(unpack + "out.png");
+  EXPECT_EQ(png.status, 3);
+  EXPECT_EQ(png.err,
+            "vistrel: in.raw: 1 byte after the last frame is left out\n"
+            "vistrel: in.raw: it has 2 frames: out.png takes one, .pgm and .raw take all; --frame "
+            "N names one\n");
+  EXPECT_EQ(scratch.vistrel(unpack + "out.png --frame 0").status, 0);
+}
+
 TEST(Unpack, Refusals) {
   const Scratch scratch;
   scratch.write("in.raw", "abcdef");
