@@ -2,11 +2,15 @@
 #include "apps/output/atomic_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <memory>
 #include <thread>
 #include <vector>
+
+#include "apps/failure.h"
 
 #include "tests/apps/program.h"
 
@@ -73,6 +77,32 @@ TEST(AtomicFile, LeavesNothingUnlessCommitted) {
   }
   EXPECT_EQ(scratch.names(), Names{"out.png"});
   EXPECT_EQ(scratch.read("out.png"), "a picture");
+}
+
+void limitFileSize(rlim_t bytes) {
+  const rlimit limit{bytes, RLIM_INFINITY};
+  setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+// A write that fails for a while, unseen, and what the caller sees at the end.
+void failEarly(const std::filesystem::path& path) {
+  installSignalHandlers();
+  AtomicFile file(path);
+  limitFileSize(1000);
+  for (int i = 0; i < 10000; ++i) std::fputs("a line that does not fit\n", file.stream());
+  limitFileSize(RLIM_INFINITY);
+  std::fputs("the last line\n", file.stream());
+  if (std::fflush(file.stream()) != 0) _exit(1);  // by now the stream takes all
+  const Outcome outcome = attempt([&file] { file.commit(); });
+  _exit(outcome.status == kInputOutput ? 0 : 2);
+}
+
+TEST(AtomicFileDeathTest, AWriteThatFailedLongAgoIsRemembered) {
+  const Scratch scratch;
+  scratch.write("out.png", "old");
+  EXPECT_EXIT(failEarly(scratch / "out.png"), ExitedWithCode(0), "");
+  EXPECT_EQ(scratch.read("out.png"), "old");
+  EXPECT_EXIT(failEarly("png:-"), ExitedWithCode(0), "");
 }
 
 TEST(AtomicFile, ManyAtOnce) {

@@ -1,5 +1,8 @@
 // A batch that is ended in its midst, and several workers.
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -120,6 +123,65 @@ TEST_F(Killed, WorkersMakeNoDifference) {
   EXPECT_EQ(one.err, four.err);
   EXPECT_EQ(filesIn("whole").size(), kFrames - 2u);
   EXPECT_TRUE(filesIn("out") == filesIn("whole"));
+}
+
+// Pictures take 90,000 bytes and more each.
+TEST_F(Killed, WorkersThatCannotWriteLoseNothing) {
+  EXPECT_EQ(scratch.vistrel(command("whole", "")).err, "");
+  const Files whole = filesIn("whole");
+  Files old;
+  for (const auto& [name, bytes] : whole) scratch.write("out/" + name, old[name] = "old " + name);
+  const std::string options = "-j 4 --overwrite --keep-going --manifest m.jsonl";
+  const auto limit = [] {
+    const rlimit size{50'000, 50'000};
+    setrlimit(RLIMIT_FSIZE, &size);
+  };
+  const Result all = scratch.vistrel(command("out", options), limit);
+  EXPECT_EQ(all.status, 4);
+  EXPECT_EQ(std::count(all.err.begin(), all.err.end(), '\n'), kFrames) << all.err;
+  EXPECT_NE(all.err.find("in7.pgm: out/in7.png cannot be written: File too large\n"),
+            std::string::npos);
+  EXPECT_EQ(scratch.vistrel(command("out", "-j 4 --overwrite"), limit).status, 4);
+  EXPECT_TRUE(filesIn("out") == old);
+  EXPECT_EQ(scratch.read("m.jsonl"), "");
+  EXPECT_EQ(scratch.vistrel(command("out", options)).status, 0);
+  EXPECT_TRUE(filesIn("out") == whole);
+}
+
+// Some pictures find room and others do not, in the place of old ones.
+TEST_F(Killed, WorkersOnAFullDiskLoseNothing) {
+  EXPECT_EQ(scratch.vistrel(command("whole", "")).err, "");
+  const Files whole = filesIn("whole");
+  for (const std::string folder : {"disk", "kept"}) fs::create_directory(scratch / folder);
+  for (const auto& [room, expected] : {std::pair{"64k", 4}, {"512k", 1}}) {
+    const std::string name = "size=" + std::string(room);
+    const Result result =
+        scratch.run({"sh", "-c",
+                     "for i in 0 3 9; do echo old >disk/in$i.png; done; \"$0\" " +
+                         command("disk", "-j 4 --overwrite --keep-going") +
+                         "; status=$?; rm -rf kept; cp -r disk kept; exit $status",
+                     VISTREL_PROGRAM},
+                    [&name] {
+                      if (unshare(CLONE_NEWNS) != 0 ||
+                          mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+                          mount("none", "disk", "tmpfs", 0, name.c_str()) != 0)
+                        _exit(99);
+                    });
+    if (result.status == 99) GTEST_SKIP() << "only root may mount a small disk";
+    EXPECT_EQ(result.status, expected) << room;
+    size_t made = 0;
+    const Files kept = filesIn("kept");
+    for (const auto& [picture, bytes] : kept) {
+      const bool isWhole = whole.count(picture) && bytes == whole.at(picture);
+      EXPECT_TRUE(isWhole || bytes == "old\n") << picture;
+      made += isWhole;
+    }
+    for (const std::string old : {"in0.png", "in3.png", "in9.png"}) EXPECT_EQ(kept.count(old), 1u);
+    EXPECT_EQ(made > 0, expected == 1);
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n') + static_cast<long>(made),
+              kFrames);
+    EXPECT_NE(result.err.find("cannot be written: No space left on device\n"), std::string::npos);
+  }
 }
 
 #ifdef VISTREL_FAILING_MALLOC
