@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <string>
+
 #include "apps/commands/bench_command.h"
 #include "apps/commands/cfa_command.h"
 #include "apps/commands/compare_command.h"
@@ -17,10 +19,21 @@
 #include "apps/options/help.h"
 
 namespace vistrel::app {
+namespace {
+
+constexpr const char* kExamples = R"(Examples:
+  vistrel info rose.pgm
+  vistrel convert rose.pgm --phase rggb --bits 12 -o rose.png
+  vistrel convert --help
+
+)";
+
+}  // namespace
 
 void describeProgram(CLI::App& program, int& status) {
   program.name("vistrel");
   program.description("Raw camera frames to pictures, exact to the sample");
+  program.footer(std::string(kExamples) + kExitStatuses);
   setHelp(program);
   program.set_version_flag("--version", "vistrel " VISTREL_VERSION);
   program.failure_message([](const CLI::App*, const CLI::Error& error) {

@@ -25,8 +25,7 @@ constexpr const char* kExamples = R"(Examples:
   vistrel convert rose.pgm --phase rggb --bits 12 -o rose.png
   vistrel convert frames/*.pgm --phase grbg -j 4 -o pictures/
   vistrel convert cam.raw -s 1280x960 --bits 10 --phase bggr -o cam.png
-Exit status: 0 all done, 1 some inputs failed, 2 usage, 3 all inputs rejected,
-4 a file could not be read or written, 130 interrupted)";
+)";
 
 struct ConvertOptions {
   std::vector<std::string> inputs;
@@ -130,7 +129,7 @@ void addConvertCommand(CLI::App& program, int& status) {
   inGroup(*command, "Conversion", [&] { addConversionOptions(*command, o->conversion); });
   inGroup(*command, "Output", [&] { addOutputOptions(*command, *o); });
   inGroup(*command, "Batch", [&] { addBatchOptions(*command, o->batch); });
-  command->footer(kExamples);
+  command->footer(std::string(kExamples) + kExitStatuses);
   command->callback([o, command, &status] { status = run(*command, *o); });
 }
 

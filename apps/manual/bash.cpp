@@ -1,6 +1,4 @@
 // The completion for bash. It needs nothing but bash itself.
-#include <fstream>
-
 #include "apps/manual/description.h"
 
 namespace vistrel::app {
@@ -36,9 +34,7 @@ void writeCommand(const CommandText& command, std::ostream& out) {
 }  // namespace
 
 void writeBash(const ProgramText& program, const std::filesystem::path& folder) {
-  std::filesystem::create_directories(folder / "bash");
-  std::ofstream out(folder / "bash/vistrel");
-  out.exceptions(std::ios::failbit | std::ios::badbit);
+  std::ofstream out = create(folder / "bash/vistrel");
   out << "# bash completion for vistrel\n"
          "_vistrel() {\n"
          "  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words=\n"

@@ -92,7 +92,11 @@ void collect(CLI::App& app, bool isGroup, CommandText& command) {
 }
 
 CommandText textOf(CLI::App& app) {
-  CommandText command{app.get_name(), app.get_description(), app.get_footer(), {}, {}};
+  CommandText command{app.get_name(), app.get_description(), {}, {}, {}, {}};
+  auto footer = split(app.get_footer(), "Exit status: ");
+  footer.resize(2);
+  command.footer = footer[0];
+  command.exitStatus = footer[1];
   collect(app, false, command);
   return command;
 }
@@ -128,6 +132,14 @@ std::string escaped(const std::string& text, const std::string& special, char es
     result += c;
   }
   return result;
+}
+
+std::ofstream create(const std::filesystem::path& file) {
+  std::filesystem::create_directories(file.parent_path());
+  std::ofstream out;
+  out.exceptions(std::ios::failbit | std::ios::badbit);
+  out.open(file);
+  return out;
 }
 
 }  // namespace vistrel::app

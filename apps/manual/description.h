@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,8 @@ struct OptionText {
 };
 
 struct CommandText {
-  std::string name, text, footer;
+  std::string name, text;
+  std::string footer, exitStatus;  // paragraphs; the codes alone, in a sentence
   std::vector<OptionText> options, positionals;
 };
 
@@ -44,6 +46,9 @@ std::vector<std::string> split(const std::string& text, const std::string& betwe
 
 // `text` with `escape` before each character that is one of `special`.
 std::string escaped(const std::string& text, const std::string& special, char escape = '\\');
+
+// A new file, in a new folder if need be. A failure throws.
+std::ofstream create(const std::filesystem::path& file);
 
 void writeManPages(const ProgramText& program, const std::filesystem::path& folder);
 void writeBash(const ProgramText& program, const std::filesystem::path& folder);

@@ -1,8 +1,6 @@
 // The completion for fish.
 #include <fmt/format.h>
 
-#include <fstream>
-
 #include "apps/manual/description.h"
 
 namespace vistrel::app {
@@ -33,9 +31,7 @@ void writeOptions(const CommandText& command, const std::string& condition, std:
 }  // namespace
 
 void writeFish(const ProgramText& program, const std::filesystem::path& folder) {
-  std::filesystem::create_directories(folder / "fish");
-  std::ofstream out(folder / "fish/vistrel.fish");
-  out.exceptions(std::ios::failbit | std::ios::badbit);
+  std::ofstream out = create(folder / "fish/vistrel.fish");
   out << "# fish completion for vistrel\n";
   const std::string first = "__fish_use_subcommand";
   for (const CommandText& command : program.commands)

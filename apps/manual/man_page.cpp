@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <fstream>
 
 #include "apps/manual/description.h"
 
@@ -37,8 +36,7 @@ std::string trimmed(const std::string& line) {
 class Page {
  public:
   Page(const std::filesystem::path& folder, const std::string& name, const ProgramText& program)
-      : out_(folder / (name + ".1")) {
-    out_.exceptions(std::ios::failbit | std::ios::badbit);
+      : out_(create(folder / "man1" / (name + ".1"))) {
     std::string title = name;
     std::transform(title.begin(), title.end(), title.begin(),
                    [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
@@ -59,37 +57,21 @@ class Page {
     out_ << "\n";
   }
 
-  // Paragraphs of a footer: examples and the exit status get sections of their own.
-  void footer(const std::vector<std::string>& paragraphs, bool sections) {
-    for (const std::string& paragraph : paragraphs) {
-      const auto lines = split(paragraph, "\n");
-      const bool examples = lines[0].rfind("Example", 0) == 0;
-      const bool status = lines[0].rfind("Exit status: ", 0) == 0;
-      if ((examples || status) != sections) continue;
-      if (examples)
-        verbatim(lines);
-      else if (status)
-        filled("EXIT STATUS", lines, lines[0].find(": ") + 2);
-      else
-        filled("", lines, 0);
+  void paragraph(const std::string& text) {
+    for (const std::string& line : split(text, "\n")) out_ << roff(trimmed(line)) << "\n";
+  }
+
+  // The paragraphs of a footer that are examples, or the others.
+  void footer(const std::string& text, bool examples) {
+    for (const std::string& part : split(text, "\n\n")) {
+      if ((part.rfind("Example", 0) == 0) != examples) continue;
+      line(examples ? ".SH EXAMPLES\n.nf" : ".PP");
+      paragraph(examples ? part.substr(part.find('\n') + 1) : part);
+      if (examples) line(".fi");
     }
   }
 
  private:
-  void verbatim(const std::vector<std::string>& lines) {
-    out_ << ".SH EXAMPLES\n.nf\n";
-    for (size_t i = 1; i < lines.size(); ++i) out_ << roff(trimmed(lines[i])) << "\n";
-    out_ << ".fi\n";
-  }
-
-  void filled(const std::string& title, const std::vector<std::string>& lines, size_t from) {
-    out_ << (title.empty() ? ".PP" : ".SH " + title) << "\n";
-    for (const std::string& line : lines) {
-      out_ << roff(trimmed(line.substr(from))) << "\n";
-      from = 0;
-    }
-  }
-
   std::ofstream out_;
 };
 
@@ -106,23 +88,38 @@ void writeOptions(const CommandText& command, Page& page) {
   }
 }
 
+// What must be there as it must be typed, the rest in brackets.
+std::string synopsisOf(const CommandText& command) {
+  std::string text = bold("vistrel " + command.name);
+  for (const OptionText& p : command.positionals)
+    text += " " + (p.required ? italic(p.value) : "[" + italic(p.value) + "]") +
+            (p.repeated ? "..." : "");
+  for (const OptionText& o : command.options)
+    if (o.required) text += " " + bold(o.names.back()) + " " + italic(o.value);
+  return text + " [" + italic("OPTION") + "]...";
+}
+
+// A command that has no exit status of its own has the program's.
+void writeEnd(const CommandText& command, const ProgramText& program, Page& page) {
+  page.section("EXIT STATUS");
+  page.paragraph(command.exitStatus.empty() ? program.self.exitStatus : command.exitStatus);
+  page.footer(command.footer, true);
+}
+
 void writeCommand(const CommandText& command, const ProgramText& program,
                   const std::filesystem::path& folder) {
   Page page(folder, "vistrel-" + command.name, program);
   page.section("NAME");
   page.line(roff("vistrel-" + command.name) + " \\- " + roff(command.text));
   page.section("SYNOPSIS");
-  page.line(bold("vistrel " + command.name) + " [" + italic("OPTION") + "]...");
-  for (const OptionText& positional : command.positionals)
-    page.line(italic(positional.value) + (positional.repeated ? "..." : ""));
+  page.line(synopsisOf(command));
   page.section("DESCRIPTION");
   page.line(roff(command.text) + ".");
-  const auto paragraphs = split(command.footer, "\n\n");
-  page.footer(paragraphs, false);
+  page.footer(command.footer, false);
   page.section("OPTIONS");
   for (const OptionText& positional : command.positionals) page.option(positional);
   writeOptions(command, page);
-  page.footer(paragraphs, true);
+  writeEnd(command, program, page);
   page.section("SEE ALSO");
   page.line(bold("vistrel") + "(1)");
 }
@@ -139,15 +136,14 @@ void writeProgram(const ProgramText& program, const std::filesystem::path& folde
     page.line(".TP\n" + bold("vistrel-" + command.name) + "(1)\n" + roff(command.text) + ".");
   page.section("OPTIONS");
   for (const OptionText& option : program.self.options) page.option(option);
+  writeEnd(program.self, program, page);
 }
 
 }  // namespace
 
 void writeManPages(const ProgramText& program, const std::filesystem::path& folder) {
-  const auto pages = folder / "man1";
-  std::filesystem::create_directories(pages);
-  writeProgram(program, pages);
-  for (const CommandText& command : program.commands) writeCommand(command, program, pages);
+  writeProgram(program, folder);
+  for (const CommandText& command : program.commands) writeCommand(command, program, folder);
 }
 
 }  // namespace vistrel::app

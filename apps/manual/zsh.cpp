@@ -1,8 +1,6 @@
 // The completion for zsh, by its _arguments.
 #include <fmt/format.h>
 
-#include <fstream>
-
 #include "apps/manual/description.h"
 
 namespace vistrel::app {
@@ -51,9 +49,7 @@ std::string arguments(const CommandText& command) {
 }  // namespace
 
 void writeZsh(const ProgramText& program, const std::filesystem::path& folder) {
-  std::filesystem::create_directories(folder / "zsh");
-  std::ofstream out(folder / "zsh/_vistrel");
-  out.exceptions(std::ios::failbit | std::ios::badbit);
+  std::ofstream out = create(folder / "zsh/_vistrel");
   out << "#compdef vistrel\n"
          "_vistrel() {\n"
          "  local context state state_descr line\n"

@@ -18,4 +18,9 @@ void inGroup(CLI::App& command, const std::string& group, Add add) {
   for (auto i = before; i < options.size(); ++i) options[i]->group(group);
 }
 
+// The program's, for help and manual. A command that ends its footer with others has those.
+constexpr const char* kExitStatuses =
+    "Exit status: 0 all done, 1 some inputs failed, 2 usage, 3 all inputs rejected,\n"
+    "4 a file could not be read or written, 130 interrupted";
+
 }  // namespace vistrel::app

@@ -11,6 +11,12 @@ page() { zcat "$manual/man1/$1.1.gz" | sed 's/\\f[BIR]//g; s/\\-/-/g'; }
 # told PAGE OPTION: the option heads a paragraph of the page.
 told() { grep -qE -- "(^|, )$2(,| |\$)" <<<"$1"; }
 
+# section PAGE TITLE: the lines of a section.
+section() { sed -n "/^\.SH $2\$/,/^\.SH /{/^\.SH/!p}" <<<"$1"; }
+
+# required LINE: a synopsis without what is in brackets.
+required() { sed -E 's/^Usage: //; s/ \[[A-Za-z]+\](\.\.\.)?//g' <<<"$1"; }
+
 check() {  # PAGE HELP
   local text option
   mandoc -T lint -W error "$manual/man1/$1.1.gz" || faults=$((faults + 1))
@@ -19,10 +25,15 @@ check() {  # PAGE HELP
   for option in $(options "$2"); do
     told "$text" "$option" || expect "$1" "$option" "nothing"
   done
+  expect "$1, synopsis" "$(required "$(grep '^Usage: ' <<<"$2")")" \
+    "$(required "$(section "$text" SYNOPSIS)")"
+  expect "$1, examples" "$(grep '^  vistrel ' <<<"$2" | sed 's/^ *//')" \
+    "$(section "$text" EXAMPLES | grep -v '^\.')"
+  grep -q '^0 ' <<<"$(section "$text" 'EXIT STATUS')" || expect "$1" "an exit status" "nothing"
   if told "$text" --no-such-option; then expect "$1" "nothing" --no-such-option; fi
 }
 
-commands=$("$vistrel" --help | sed '1,/ommands:$/d' | grep -oE '^  [a-z0-9]+ ' | tr -d ' ')
+commands=$("$vistrel" --help | sed '1,/ommands:$/d; /^$/q' | grep -oE '^  [a-z0-9]+ ' | tr -d ' ')
 [ "$(wc -w <<<"$commands")" -ge 5 ]
 check vistrel "$("$vistrel" --help)"
 for command in $commands; do
