@@ -39,6 +39,14 @@ unsigned threadsFor(unsigned workers) {
 
 }  // namespace
 
+const Image& Desk::convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
+  if (!stream_) stream_ = Stream::take();
+  image_.layout = layoutOf(frame, conversion);
+  image_.pixels.resize(image_.layout.bytes);
+  stream_->convertInto(frame, conversion, image_.pixels);
+  return image_;
+}
+
 Batch::Batch(Plan plan, const BatchOptions& options, Work work)
     : plan_(std::move(plan)), options_(options), work_(std::move(work)), results_(jobs().size()),
       ended_(jobs().size()) {
@@ -50,8 +58,10 @@ ExitStatus Batch::run() {
   if (!options_.dryRun) removeAbandoned();
   progress_ = std::make_unique<Progress>(jobs().size(), options_.show);
   for (const std::string& remark : remarks()) progress_->say(remark);
-  runTasks({jobs().size(), [this](size_t i) { return runJob(i); }, [this](size_t i) { ended(i); }},
-           threadsFor(options_.workers));
+  std::vector<Desk> desks(threadsFor(options_.workers));
+  runTasks({jobs().size(), [&](size_t i, size_t worker) { return runJob(i, desks[worker]); },
+            [this](size_t i) { ended(i); }},
+           static_cast<unsigned>(desks.size()));
   sumUp();
   progress_.reset();
   if (manifest_) manifest_->finish();
@@ -64,16 +74,16 @@ void Batch::removeAbandoned() const {
   for (const fs::path& folder : folders) removeAbandonedIn(folder.empty() ? "." : folder);
 }
 
-bool Batch::runJob(size_t i) {
+bool Batch::runJob(size_t i, Desk& desk) {
   const auto start = std::chrono::steady_clock::now();
   Result& result = results_[i];
-  result.outcome = attempt([&] { result.state = doJob(jobs()[i], result); });
+  result.outcome = attempt([&] { result.state = doJob(jobs()[i], result, desk); });
   if (result.outcome.status != kDone) result.state = State::kFailed;
   result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   return result.state != State::kFailed || options_.keepGoing || options_.dryRun;
 }
 
-State Batch::doJob(const Job& job, Result& result) {
+State Batch::doJob(const Job& job, Result& result, Desk& desk) {
   if (job.refusal.status != kDone) throw Failure(job.refusal.status, job.refusal.text);
   const Origin origin = originOf(job, work_.options);
   if (!options_.overwrite && isUpToDate(job, origin)) return State::kUpToDate;
@@ -81,7 +91,7 @@ State Batch::doJob(const Job& job, Result& result) {
     result.prospect = work_.check(job);
     return State::kPlanned;
   }
-  Made made = work_.make(job);
+  Made made = work_.make(job, desk);
   result.prospect = std::move(made.prospect);
   if (manifest_) manifest_->add(job.to, {origin, fs::file_size(job.to), made.crc});
   return State::kMade;

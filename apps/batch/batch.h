@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,11 +33,22 @@ struct Made {
   uint32_t crc;  // of the pixels
 };
 
+// What a worker keeps from frame to frame: a stream, and memory for an image.
+class Desk {
+ public:
+  // Until the next one. Throws Error.
+  const Image& convert(const vistrel_frame& frame, const vistrel_conversion& conversion);
+
+ private:
+  std::optional<Stream> stream_;  // taken when it is needed first
+  Image image_;
+};
+
 // What there is to do for a job. Any thread calls these, for several jobs at once; they throw
 // Failure and Error.
 struct Work {
   std::function<Prospect(const Job&)> check;  // all but the samples
-  std::function<Made(const Job&)> make;
+  std::function<Made(const Job&, Desk&)> make;
   std::string options;                         // as in Origin
   std::vector<std::filesystem::path> sources;  // what all pictures depend on beside their frames
 };
@@ -64,8 +76,8 @@ class Batch {
 
  private:
   void removeAbandoned() const;
-  bool runJob(size_t i);
-  State doJob(const Job& job, Result& result);
+  bool runJob(size_t i, Desk& desk);
+  State doJob(const Job& job, Result& result, Desk& desk);
   bool isUpToDate(const Job& job, const Origin& origin) const;
   void ended(size_t i);
   void tell(size_t i);

@@ -13,10 +13,10 @@ class Pool {
  public:
   explicit Pool(const Tasks& tasks) : tasks_(tasks) {}
 
-  void work() {
+  void work(size_t worker) {
     try {
       for (size_t task; !stopped_ && (task = next_++) < tasks_.count;) {
-        if (!tasks_.run(task)) stopped_ = true;
+        if (!tasks_.run(task, worker)) stopped_ = true;
         const std::lock_guard lock(ending_);
         tasks_.ended(task);
       }
@@ -47,11 +47,11 @@ void runTasks(const Tasks& tasks, unsigned threads) {
     std::vector<std::jthread> others;
     try {
       for (size_t i = 1; i < threads && i < tasks.count; ++i)
-        others.emplace_back([&pool] { pool.work(); });
+        others.emplace_back([&pool, i] { pool.work(i); });
     } catch (const std::exception&) {
       // No memory or no thread for one more: those that there are do it all.
     }
-    pool.work();
+    pool.work(0);
   }
   pool.rethrow();
 }

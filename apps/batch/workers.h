@@ -9,7 +9,9 @@ namespace vistrel::app {
 // Tasks 0 to count - 1.
 struct Tasks {
   size_t count;
-  std::function<bool(size_t)> run;    // on any thread; false keeps further tasks from being begun
+  // On any thread, whose number, below that of the threads, comes second; false keeps further tasks
+  // from being begun.
+  std::function<bool(size_t, size_t)> run;
   std::function<void(size_t)> ended;  // for one task at a time, in the order in which they end
 };
 

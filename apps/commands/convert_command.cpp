@@ -54,10 +54,10 @@ struct Opened {
   vistrel_layout layout;
 };
 
-Made makePicture(const Job& job, const ConvertOptions& o) {
+Made makePicture(const Job& job, const ConvertOptions& o, Desk& desk) {
   Opened opened(job, o);
   const vistrel_frame& frame = job.frame ? opened.file.read(*job.frame) : opened.file.read();
-  const Image image = convert(frame, opened.conversion);
+  const Image& image = desk.convert(frame, opened.conversion);
   AtomicFile output(job.to);
   opened.type.write(image, output);
   output.commit();
@@ -82,7 +82,7 @@ Work workFor(const CLI::App& command, const ConvertOptions& o) {
     checkWritable(job.to);
     return Opened(job, o).prospect();
   };
-  work.make = [&o](const Job& job) { return makePicture(job, o); };
+  work.make = [&o](const Job& job, Desk& desk) { return makePicture(job, o, desk); };
   work.options = optionsOf(command, o);
   if (!o.conversion.tone.table.empty()) work.sources = {o.conversion.tone.curve};
   return work;

@@ -3,12 +3,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 
 #include "apps/batch/standing.h"
 #include "apps/batch/workers.h"
@@ -326,9 +328,9 @@ TEST(Workers, DoEveryTaskOnceAndTellOfEach) {
   for (const unsigned threads : {1u, 3u, 100u}) {
     std::vector<std::atomic<int>> run(50);
     std::multiset<size_t> ended;
-    app::runTasks(
-        {run.size(), [&](size_t i) { return ++run[i] > 0; }, [&](size_t i) { ended.insert(i); }},
-        threads);
+    app::runTasks({run.size(), [&](size_t i, size_t) { return ++run[i] > 0; },
+                   [&](size_t i) { ended.insert(i); }},
+                  threads);
     for (size_t i = 0; i < run.size(); ++i) {
       EXPECT_EQ(run[i], 1);
       EXPECT_EQ(ended.count(i), 1u);
@@ -336,10 +338,32 @@ TEST(Workers, DoEveryTaskOnceAndTellOfEach) {
   }
 }
 
+TEST(Workers, HaveANumberEach) {
+  constexpr size_t kThreads = 4;
+  std::array<std::set<std::thread::id>, kThreads> threads;  // of each number
+  std::atomic<size_t> numbers = 0;
+  app::runTasks({40,
+                 [&](size_t, size_t worker) {
+                   if (threads.at(worker).empty()) ++numbers;
+                   threads[worker].insert(std::this_thread::get_id());
+                   // None goes on before all have begun.
+                   while (numbers < kThreads) std::this_thread::yield();
+                   return true;
+                 },
+                 [](size_t) {}},
+                kThreads);
+  std::set<std::thread::id> all;
+  for (const auto& some : threads) {
+    EXPECT_EQ(some.size(), 1u);
+    all.insert(some.begin(), some.end());
+  }
+  EXPECT_EQ(all.size(), kThreads);
+}
+
 TEST(Workers, BeginNoMoreAfterAFailure) {
   std::atomic<size_t> last = 0;
   app::runTasks({1000,
-                 [&](size_t i) {
+                 [&](size_t i, size_t) {
                    size_t seen = last;
                    while (seen < i && !last.compare_exchange_weak(seen, i)) continue;
                    return i != 5;
@@ -352,7 +376,7 @@ TEST(Workers, BeginNoMoreAfterAFailure) {
 TEST(Workers, HandOnWhatIsThrown) {
   for (const unsigned threads : {1u, 4u})
     EXPECT_THROW(app::runTasks({8,
-                                [](size_t i) -> bool {
+                                [](size_t i, size_t) -> bool {
                                   if (i == 3) throw std::runtime_error("three");
                                   return true;
                                 },

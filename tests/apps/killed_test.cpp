@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <sstream>
@@ -183,6 +184,23 @@ TEST_F(Killed, WorkersOnAFullDiskLoseNothing) {
     EXPECT_NE(result.err.find("cannot be written: No space left on device\n"), std::string::npos);
   }
 }
+
+#ifdef VISTREL_COUNT_STREAMS
+TEST_F(Killed, AWorkerHoldsOneStream) {
+  for (const auto& [options, workers] : {std::pair{"-j 1", 1}, {"-j 4", 4}, {"--dry-run", 0}}) {
+    const Result result = scratch.run(
+        {"sh", "-c", "LD_PRELOAD=$0 exec \"$1\" " + command("out", options) + " --overwrite 9>told",
+         VISTREL_COUNT_STREAMS, VISTREL_PROGRAM});
+    EXPECT_EQ(result.status, 0) << result.err;
+    int taken = 0, back = 0, others = 0;
+    const std::string told = scratch.read("told");
+    ASSERT_EQ(std::sscanf(told.c_str(), "%d taken, %d back, %d others", &taken, &back, &others), 3);
+    EXPECT_TRUE(workers ? taken >= 1 && taken <= workers : taken == 0) << options << ": " << told;
+    EXPECT_EQ(back, taken);
+    EXPECT_EQ(others, 0);
+  }
+}
+#endif
 
 #ifdef VISTREL_FAILING_MALLOC
 // A small file's whole way, with each of the program's allocations failing once.
