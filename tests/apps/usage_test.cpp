@@ -155,12 +155,12 @@ std::string helpOf(const std::string& command) {
   return result.out;
 }
 
-// Of the list that the program's own help ends with.
+// Of the list in the program's own help.
 std::vector<std::string> commands() {
   const std::string help = helpOf("");
   std::istringstream lines(help.substr(help.find("\nCommands:\n") + 11));
   std::vector<std::string> names;
-  for (std::string line; std::getline(lines, line);)
+  for (std::string line; std::getline(lines, line) && !line.empty();)
     if (line.size() > 2 && line[2] != ' ') names.push_back(line.substr(2, line.find(' ', 2) - 2));
   return names;
 }
