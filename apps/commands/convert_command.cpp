@@ -98,6 +98,8 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
   };
   const IsFrame isFrame = o.input.size ? isDumpName : isFrameName;
   Plan plan = planJobs({o.inputs, o.output, "." + o.type, isFrame, framesOf}, files);
+  if (isStandardOutput(o.batch.manifest))
+    fail(kUsage, "--manifest {}: the name of a file is expected", o.batch.manifest);
   if (!o.batch.manifest.empty()) files.addWritten("--manifest", o.batch.manifest);
   o.conversion.load(plan.jobs.front().to);
   if (isStandardOutput(o.output) && (o.batch.json || !o.batch.manifest.empty()))

@@ -107,6 +107,9 @@ TEST_F(ManifestTest, IsNoOtherFile) {
   EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o out --manifest a.pgm").err,
             "vistrel: --manifest a.pgm: it is the same file as the input a.pgm\n");
   EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o out --manifest no/m").status, 4);
+  const Result stream = scratch.vistrel("convert a.pgm --phase mono -o out --manifest -");
+  EXPECT_EQ(stream.status, 2);
+  EXPECT_EQ(stream.err, "vistrel: --manifest -: the name of a file is expected\n");
 }
 
 }  // namespace
