@@ -2,7 +2,6 @@
 
 option(VISTREL_APPS "Build the command-line program" ON)
 option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
-option(VISTREL_ROOM_TESTS "Among the tests, those of single rooms of the library" ON)
 option(VISTREL_BENCH "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF)
 option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)
 option(VISTREL_WERROR "Treat warnings as errors" OFF)
@@ -46,5 +45,9 @@ if(VISTREL_SANITIZE)
   add_link_options(-fsanitize=${VISTREL_SANITIZE})
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     add_compile_options(-Wno-maybe-uninitialized)  # seen in std::regex, by its checks alone
+  else()
+    # Programs in C stand over libraries in C++, whose checks they must bring along.
+    add_link_options(-fsanitize-link-c++-runtime)
+    link_libraries($<$<LINK_LANGUAGE:C>:stdc++>)
   endif()
 endif()
