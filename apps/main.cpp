@@ -21,6 +21,12 @@ int run(int argc, char** argv) {
   describeProgram(program, status);
   try {
     program.parse(argc, argv);
+  } catch (const CLI::RequiredError& error) {
+    // A word that nobody expected may be why another one is missing.
+    const std::vector<std::string> strange = program.remaining(true);
+    program.exit(strange.empty() ? static_cast<const CLI::ParseError&>(error)
+                                 : CLI::ExtrasError(strange));
+    return kUsage;
   } catch (const CLI::ParseError& error) {
     return program.exit(error) == 0 ? kDone : kUsage;
   }

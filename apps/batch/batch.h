@@ -26,6 +26,7 @@ struct BatchOptions {
 struct Prospect {
   vistrel_layout layout;
   std::vector<std::string> remarks;  // to the user
+  std::vector<double> gains = {};    // red, green, blue, where they were measured
 };
 
 struct Made {

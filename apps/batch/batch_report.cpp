@@ -25,12 +25,13 @@ Json outputOf(const Job& job, const Result& result) {
   Json json{{"output", job.to.string()}, {"status", nameOf(result.state)}};
   if (job.frame) json["frame"] = *job.frame;
   if (result.state == State::kFailed) json["error"] = result.outcome.text;
-  const auto& [l, remarks] = result.prospect;
+  const auto& [l, remarks, gains] = result.prospect;
   if (!remarks.empty()) json["remarks"] = remarks;
   if (l.width) {
     json.update(
         {{"width", l.width}, {"height", l.height}, {"channels", l.channels}, {"bits", l.bits}});
   }
+  if (!gains.empty()) json["gains"] = gains;
   json["seconds"] = microseconds(result.seconds);
   return json;
 }

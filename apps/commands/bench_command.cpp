@@ -85,7 +85,9 @@ ExitStatus run(BenchOptions& o) {
   o.input.checkWithPhase();
   const Outcome outcome = attempt([&o] {
     FrameFile file(o.path, o.input);
-    benchFrame(file.read(), o);
+    const vistrel_frame& frame = file.read();
+    printRemarks(file, o.path);
+    benchFrame(frame, o);
   });
   if (outcome.status != kDone) throw Failure(outcome.status, o.path + ": " + outcome.text);
   return kDone;

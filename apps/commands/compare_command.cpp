@@ -87,7 +87,8 @@ Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progre
     fail(kRejected, "a mono frame has nothing to demosaic; --phase names a phase of four");
   const vistrel_region crop = cropOf(file.frame(), o);
   const vistrel_frame& frame = file.read();
-  for (const std::string& remark : file.remarks()) progress.say(fmt::format("{}: {}", path, remark));
+  for (const std::string& remark : file.remarks())
+    progress.say(fmt::format("{}: {}", path, remark));
   Strip strip;
   strip.title = fmt::format(
       "{}  {} bit {}  {}x{}+{}+{}  {}x", std::filesystem::path(path).filename().string(),
@@ -110,7 +111,9 @@ ExitStatus run(CompareOptions& o) {
   Progress progress(o.inputs.size());
   Tally tally;
   for (const std::string& path : o.inputs) {
-    const Outcome outcome = attempt([&] { strips.push_back(stripOf(path, o, progress)); });
+    const Outcome outcome = attempt([&] {
+      inTypedWords(o.tone.words(), [&] { strips.push_back(stripOf(path, o, progress)); });
+    });
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
     tally.add(outcome.status);
     progress.made();

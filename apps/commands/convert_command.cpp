@@ -2,6 +2,7 @@
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -29,7 +30,7 @@ constexpr const char* kExamples = R"(Examples:
 
 struct ConvertOptions {
   std::vector<std::string> inputs;
-  std::string output, type = "png";
+  std::string output, type;
   InputOptions input;
   ConversionOptions conversion;
   BatchOptions batch;
@@ -40,23 +41,50 @@ struct Opened {
   Opened(const Job& job, const ConvertOptions& o)
       : file(job.from, o.input), conversion(o.conversion.of(file.frame())),
         type(pictureType(job.to)), layout(layoutOf(file.frame(), conversion)) {
-    if (type.channels && type.channels != layout.channels)
-      fail(kRejected, "a {} frame does not fit {}; use {} or .png",
-           vistrel_phase_name(file.frame().phase), job.to.string(),
-           layout.channels == 1 ? ".pgm" : ".ppm");
+    if (type.channels && type.channels != layout.channels) failToFit(job, o.conversion.format);
+    notes = o.conversion.idleFor(file.frame());
   }
 
-  Prospect prospect() const { return {layout, file.remarks()}; }
+  Prospect prospect() const {
+    Prospect prospect{layout, file.remarks()};
+    prospect.remarks.insert(prospect.remarks.end(), notes.begin(), notes.end());
+    prospect.gains = gains;
+    return prospect;
+  }
+
+  // Gray-world's gains, once and for everybody to see.
+  void measureGains(const vistrel_frame& frame) {
+    if (conversion.white_balance != VISTREL_BALANCE_GRAY_WORLD) return;
+    const Gains measured = vistrel::measureGains(frame, conversion);
+    conversion.white_balance = VISTREL_BALANCE_GAINS;
+    std::copy(measured.begin(), measured.end(), conversion.gains);
+    for (const uint32_t gain : measured) gains.push_back(gain / double{int{VISTREL_GAIN_ONE}});
+    notes.push_back(fmt::format("--wb auto: as --wb {:.4f}", fmt::join(gains, ",")));
+  }
+
+  // The picture's type has another number of channels.
+  [[noreturn]] void failToFit(const Job& job, const std::string& format) const {
+    const bool gray = layout.channels == 1;
+    const std::string cause =
+        format.empty() ? fmt::format("a {} frame becomes", vistrel_phase_name(file.frame().phase))
+                       : fmt::format("--format {} makes", format);
+    fail(kRejected, "{} {}, and {} holds {}: use {} or .png{}", cause, gray ? "gray" : "colour",
+         job.to.string(), type.channels == 1 ? "gray" : "colour", gray ? ".pgm" : ".ppm",
+         gray || !format.empty() ? "" : ", or --format gray8");
+  }
 
   FrameFile file;
   vistrel_conversion conversion;
   const PictureType& type;
   vistrel_layout layout;
+  std::vector<std::string> notes;
+  std::vector<double> gains;
 };
 
 Made makePicture(const Job& job, const ConvertOptions& o, Desk& desk) {
   Opened opened(job, o);
   const vistrel_frame& frame = job.frame ? opened.file.read(*job.frame) : opened.file.read();
+  opened.measureGains(frame);
   const Image& image = desk.convert(frame, opened.conversion);
   AtomicFile output(job.to);
   opened.type.write(image, output);
@@ -78,14 +106,32 @@ std::string optionsOf(const CLI::App& command, const ConvertOptions& o) {
 
 Work workFor(const CLI::App& command, const ConvertOptions& o) {
   Work work;
-  work.check = [&o](const Job& job) {
+  const Wording words = o.conversion.words();
+  work.check = [&o, words](const Job& job) {
     checkWritable(job.to);
-    return Opened(job, o).prospect();
+    return inTypedWords(words, [&] { return Opened(job, o).prospect(); });
   };
-  work.make = [&o](const Job& job, Desk& desk) { return makePicture(job, o, desk); };
+  work.make = [&o, words](const Job& job, Desk& desk) {
+    return inTypedWords(words, [&] { return makePicture(job, o, desk); });
+  };
   work.options = optionsOf(command, o);
   if (!o.conversion.tone.table.empty()) work.sources = {o.conversion.tone.curve};
   return work;
+}
+
+// Refuses all options at once that do not go together.
+void checkTogether(const ConvertOptions& o, const std::filesystem::path& first) {
+  std::vector<std::string> found = o.conversion.contradictions();
+  const auto clash = [&](const std::string& option, const char* why) {
+    found.push_back(fmt::format("{} and -o {} do not go together: {}", option, o.output, why));
+  };
+  if (!o.type.empty() && !isSameType(pictureType("x." + o.type), pictureType(first)))
+    clash("--type " + o.type, "a picture's name tells its type, --type that of those in a folder");
+  const char* const report = "standard output takes the picture alone";
+  if (isStandardOutput(o.output) && o.batch.json) clash("--json", report);
+  if (isStandardOutput(o.output) && !o.batch.manifest.empty())
+    clash("--manifest " + o.batch.manifest, report);
+  if (!found.empty()) fail(kUsage, "{}", fmt::join(found, "\nvistrel: "));
 }
 
 ExitStatus run(const CLI::App& command, ConvertOptions& o) {
@@ -97,13 +143,13 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
     return o.input.frame ? 1 : FrameFile(path, o.input).frames();
   };
   const IsFrame isFrame = o.input.size ? isDumpName : isFrameName;
-  Plan plan = planJobs({o.inputs, o.output, "." + o.type, isFrame, framesOf}, files);
+  const std::string extension = "." + (o.type.empty() ? "png" : o.type);
+  Plan plan = planJobs({o.inputs, o.output, extension, isFrame, framesOf}, files);
   if (isStandardOutput(o.batch.manifest))
     fail(kUsage, "--manifest {}: the name of a file is expected", o.batch.manifest);
   if (!o.batch.manifest.empty()) files.addWritten("--manifest", o.batch.manifest);
+  checkTogether(o, plan.jobs.front().to);
   o.conversion.load(plan.jobs.front().to);
-  if (isStandardOutput(o.output) && (o.batch.json || !o.batch.manifest.empty()))
-    fail(kUsage, "-o {}: --json and --manifest do not go with it", o.output);
   Batch batch(std::move(plan), o.batch, workFor(command, o));
   const ExitStatus status = batch.run();
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;

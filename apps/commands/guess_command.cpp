@@ -13,7 +13,7 @@
 
 #include "apps/failure.h"
 #include "apps/guess/guess.h"
-#include "apps/input/source.h"
+#include "apps/input/reader.h"
 #include "apps/names/pixel_format.h"
 #include "apps/options/geometry.h"
 #include "host/vistrel_host.h"
@@ -98,6 +98,9 @@ void printJson(const GuessOptions& o, const std::vector<Guess>& guesses) {
 
 void guessOne(const GuessOptions& o) {
   const Source source(o.path);
+  if (const char* const kind = kindOf(source))
+    fail(kRejected, "it begins like a {} file, not like a dump; vistrel info tells what is in it",
+         kind);
   const uint64_t bytes = source.size();
   if (bytes < kLeast || bytes > kMost)
     fail(kRejected, "it has {} bytes: {} to {} are allowed", bytes, kLeast, kMost);

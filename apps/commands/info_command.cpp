@@ -3,6 +3,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "apps/failure.h"
 #include "apps/input/frame_file.h"
@@ -16,8 +17,10 @@ constexpr const char* kExamples = R"(Examples:
   vistrel info rose.pgm
   vistrel info cam.raw -s 1280x960 --bits 10 --json)";
 
+using Json = nlohmann::ordered_json;
+
 struct InfoOptions {
-  std::string path;
+  std::vector<std::string> paths;
   InputOptions input;
   bool json = false;
 };
@@ -47,48 +50,67 @@ void printText(const FrameFile& file, const Statistics& s) {
 
 // Null for what the file does not tell.
 template <class T>
-nlohmann::ordered_json told(const std::optional<T>& value) {
-  return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
+Json told(const std::optional<T>& value) {
+  return value ? Json(*value) : Json();
 }
 
-void printJson(const FrameFile& file, const Statistics& s) {
+Json jsonOf(const FrameFile& file, const Statistics& s) {
   const vistrel_frame& f = file.frame();
   const Description& d = file.description();
-  nlohmann::ordered_json json{{"format", d.format},
-                              {"pixel_format", told(d.pixfmt)},
-                              {"frames", d.frames},
-                              {"width", f.width},
-                              {"height", f.height},
-                              {"bytes_per_sample", f.bytes_per_sample},
-                              {"maxval", told(d.maxval)},
-                              {"bits", f.bits},
-                              {"tells_bits", d.tellsBits},
-                              {"phase", nullptr},
-                              {"black_level", told(d.black)},
-                              {"white_level", told(d.white)},
-                              {"trailing_bytes", d.trailing},
-                              {"bits_used", s.usedBits},
-                              {"zero_low_bits", s.zeroLowBits},
-                              {"min", s.lowest},
-                              {"max", s.highest},
-                              {"percent_at_max", s.percentAtHighest},
-                              {"mean", s.mean},
-                              {"full_scale", s.fullScale},
-                              {"percent_saturated", s.percentSaturated}};
+  Json json{{"format", d.format},
+            {"pixel_format", told(d.pixfmt)},
+            {"frames", d.frames},
+            {"width", f.width},
+            {"height", f.height},
+            {"bytes_per_sample", f.bytes_per_sample},
+            {"maxval", told(d.maxval)},
+            {"bits", f.bits},
+            {"tells_bits", d.tellsBits},
+            {"phase", nullptr},
+            {"black_level", told(d.black)},
+            {"white_level", told(d.white)},
+            {"trailing_bytes", d.trailing},
+            {"bits_used", s.usedBits},
+            {"zero_low_bits", s.zeroLowBits},
+            {"min", s.lowest},
+            {"max", s.highest},
+            {"percent_at_max", s.percentAtHighest},
+            {"mean", s.mean},
+            {"full_scale", s.fullScale},
+            {"percent_saturated", s.percentSaturated}};
   if (d.phase) json["phase"] = vistrel_phase_name(*d.phase);
-  fmt::print("{}\n", json.dump(2));
+  return json;
+}
+
+// Prints what is in a frame, or adds it to `all`. Of several, each is told with its file's name.
+void tell(const std::string& path, const InfoOptions& o, Json& all) {
+  const bool several = o.paths.size() > 1;
+  FrameFile file(path, o.input);
+  printRemarks(file, path);
+  const Statistics statistics = statisticsOf(file.read());
+  if (o.json) {
+    all.push_back(jsonOf(file, statistics));
+    if (several) all.back()["file"] = path;
+    return;
+  }
+  if (several) fmt::print("file             {}\n", path);
+  printText(file, statistics);
+  if (several) fmt::print("\n");
 }
 
 ExitStatus run(const InfoOptions& o) {
   o.input.check();
-  const Outcome outcome = attempt([&o] {
-    FrameFile file(o.path, o.input);
-    printRemarks(file, o.path);
-    const Statistics statistics = statisticsOf(file.read());
-    o.json ? printJson(file, statistics) : printText(file, statistics);
-  });
-  if (outcome.status != kDone) throw Failure(outcome.status, o.path + ": " + outcome.text);
-  return kDone;
+  Json all = Json::array();
+  Tally tally;
+  for (const std::string& path : o.paths) {
+    const Outcome outcome = attempt([&] { tell(path, o, all); });
+    if (outcome.status != kDone) fmt::print(stderr, "vistrel: {}: {}\n", path, outcome.text);
+    tally.add(outcome.status);
+  }
+  const bool one = o.paths.size() == 1;
+  if (o.json && !all.empty())
+    fmt::print("{}\n", (one ? all[0] : all).dump(2, ' ', false, Json::error_handler_t::replace));
+  return tally.status();
 }
 
 }  // namespace
@@ -97,8 +119,8 @@ void addInfoCommand(CLI::App& program, int& status) {
   auto* command = program.add_subcommand("info", "Tell what is in a raw frame");
   const auto o = std::make_shared<InfoOptions>();
   command
-      ->add_option("IN", o->path,
-                   "Frame: PGM, PNG, TIFF, DNG, FITS, camera raw, dump; - reads standard input")
+      ->add_option("IN", o->paths,
+                   "Frames: PGM, PNG, TIFF, DNG, FITS, camera raw, dump; - is standard input")
       ->required();
   command->add_flag("--json", o->json, "Print JSON");
   addInputOptions(*command, o->input);

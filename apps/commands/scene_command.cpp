@@ -62,7 +62,8 @@ void addSceneCommand(CLI::App& program, int& status) {
   command->add_option("--noise", o->noise, "Deviation at full light, percent of full scale (0.5)")
       ->check(CLI::Range(0.0, 100.0).description(""))
       ->type_name("PERCENT");
-  command->add_option("--seed", o->seed, "Number that the noise is made from (1)")->type_name("N");
+  fromZero(command->add_option("--seed", o->seed, "Number that the noise is made from (1)"))
+      ->type_name("N");
   command->footer(kExamples);
   command->callback([o, &status] { status = run(*o); });
 }

@@ -78,7 +78,7 @@ bool recognises(const Source& source, const std::string&) { return isCameraRawNa
 
 }  // namespace
 
-const ReaderType kCameraRaw{recognises, openCameraRaw};
+const ReaderType kCameraRaw{"camera raw", recognises, openCameraRaw};
 
 std::unique_ptr<Reader> openCameraRaw(const Source& source) {
   return std::make_unique<CameraRawReader>(source);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "apps/failure.h"
+#include "apps/options/wording.h"
 #include "host/vistrel.hpp"
 
 namespace vistrel::app {
@@ -32,10 +33,15 @@ vistrel_packed packedOf(const InputOptions& o) {
   return packed;
 }
 
+vistrel_packed_layout layoutOf(const vistrel_packed& packed) {
+  const auto stride = fmt::format("stride {}", packed.stride);
+  return inTypedWords({{stride, "--" + stride}}, [&packed] { return packedLayoutOf(packed); });
+}
+
 class DumpReader : public Reader {
  public:
   DumpReader(const Source& source, const InputOptions& o)
-      : source_(source), skip_(o.skip), packed_(packedOf(o)), layout_(packedLayoutOf(packed_)) {
+      : source_(source), skip_(o.skip), packed_(packedOf(o)), layout_(layoutOf(packed_)) {
     Description& d = description_;
     d.format = "dump";
     d.width = packed_.width;
@@ -65,9 +71,11 @@ class DumpReader : public Reader {
   // The last row of the last frame may lack its padding.
   void countFrames() {
     const uint64_t left = source_.size() - std::min(skip_, source_.size());
+    const auto room = skip_ ? fmt::format("the {} bytes behind --skip {}", left, skip_)
+                            : fmt::format("its {} bytes", left);
     if (left < layout_.bytes)
-      fail(kRejected, "the file is too short: {}x{} samples of {} bits do not fit its {} bytes",
-           packed_.width, packed_.height, bitsInFile(), source_.size());
+      fail(kRejected, "the file is too short: {}x{} samples of {} bits do not fit {}",
+           packed_.width, packed_.height, bitsInFile(), room);
     description_.frames = 1 + (left - layout_.bytes) / frameBytes();
     const uint64_t used = description_.frames * frameBytes();
     description_.trailing = left > used ? left - used : 0;

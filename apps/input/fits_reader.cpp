@@ -91,6 +91,6 @@ std::unique_ptr<Reader> open(const Source& source) { return std::make_unique<Fit
 
 }  // namespace
 
-const ReaderType kFits{recognises, open};
+const ReaderType kFits{"FITS", recognises, open};
 
 }  // namespace vistrel::app

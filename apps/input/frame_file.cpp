@@ -10,6 +10,7 @@
 #include "apps/failure.h"
 #include "apps/input/dump_reader.h"
 #include "apps/options/frame_name.h"
+#include "apps/options/wording.h"
 #include "host/vistrel.hpp"
 
 namespace vistrel::app {
@@ -60,6 +61,8 @@ FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& opti
     : source_(std::make_unique<Source>(path)), chosen_(options.frame.value_or(0)) {
   const InputOptions o = withName(path, options, remarks_);
   reader_ = o.size ? openDump(*source_, o) : openReader(*source_);
+  if (const char* const kind = o.size && !o.skip ? kindOf(*source_) : nullptr)
+    remarks_.push_back(fmt::format("taken as a dump by --size; it begins like a {} file", kind));
   describe(o);
   remark(o);
 }
@@ -78,7 +81,10 @@ void FrameFile::describe(const InputOptions& o) {
   bitsAreTold_ = o.bits || o.pixfmt || d.tellsBits;
   frame_.alignment = d.highBits ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
-  layoutOf(frame_, defaultConversion(frame_));  // refuses bits that such samples can't have
+  const auto bits = fmt::format("bits {}", frame_.bits);
+  const char* const teller = o.fromName ? "--from-name: " : "--";
+  inTypedWords({{bits, teller + bits}},  // refuses bits that such samples can't have
+               [this] { layoutOf(frame_, defaultConversion(frame_)); });
   frame_.phase = o.phase.value_or(d.phase.value_or(VISTREL_MONO));
 }
 

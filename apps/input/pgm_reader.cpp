@@ -1,6 +1,7 @@
 #include "apps/input/pgm_reader.h"
 
 #include <bit>
+#include <string_view>
 #include <vector>
 
 #include "apps/failure.h"
@@ -59,13 +60,15 @@ class PgmReader : public Reader {
 };
 
 bool recognises(const Source&, const std::string& head) {
-  return head.size() >= 2 && head[0] == 'P' && head[1] >= '1' && head[1] <= '7';
+  constexpr std::string_view kBehind = " \t\n\v\f\r#";
+  return head.size() >= 2 && head[0] == 'P' && head[1] >= '1' && head[1] <= '7' &&
+         (head.size() == 2 || kBehind.find(head[2]) != kBehind.npos);
 }
 
 std::unique_ptr<Reader> open(const Source& source) { return std::make_unique<PgmReader>(source); }
 
 }  // namespace
 
-const ReaderType kPgm{recognises, open};
+const ReaderType kPgm{"PNM (PGM)", recognises, open};
 
 }  // namespace vistrel::app

@@ -46,6 +46,6 @@ std::unique_ptr<Reader> open(const Source& source) { return std::make_unique<Png
 
 }  // namespace
 
-const ReaderType kPng{recognises, open};
+const ReaderType kPng{"PNG", recognises, open};
 
 }  // namespace vistrel::app

@@ -43,12 +43,16 @@ class Reader {
 
 // A kind of input. `open` throws Failure for what it can't read; `source` outlives the reader.
 struct ReaderType {
+  const char* name;  // of the kind
   bool (*recognises)(const Source& source, const std::string& head);
   std::unique_ptr<Reader> (*open)(const Source& source);
 };
 
 // The reader for the source's content. Throws Failure (rejected) where there is none.
 std::unique_ptr<Reader> openReader(const Source& source);
+
+// The kind that the source's first bytes are those of; null for a dump.
+const char* kindOf(const Source& source);
 
 // Refuses what is no frame at all, and then one whose samples, of so many bits in the file, need
 // more than `available` bytes, before they take memory. One byte may stand for `ratio` bytes of

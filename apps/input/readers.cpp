@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <bit>
+#include <span>
 
 #include "apps/failure.h"
 #include "apps/input/camera_raw.h"
@@ -18,13 +19,23 @@ constexpr size_t kHead = 64;
 // By extension before content, since many camera raw files are TIFFs of a kind.
 constexpr const ReaderType* kTypes[] = {&kCameraRaw, &kPgm, &kPng, &kTiff, &kFits};
 
+const ReaderType* typeOf(const Source& source, std::span<const ReaderType* const> types) {
+  const std::string head = source.head(kHead);
+  for (const ReaderType* type : types)
+    if (type->recognises(source, head)) return type;
+  return nullptr;
+}
+
 }  // namespace
+
+const char* kindOf(const Source& source) {
+  const ReaderType* const type = typeOf(source, std::span(kTypes).subspan(1));
+  return type ? type->name : nullptr;
+}
 
 std::unique_ptr<Reader> openReader(const Source& source) {
   if (source.size() == 0) fail(kRejected, "the file is empty");
-  const std::string head = source.head(kHead);
-  for (const ReaderType* type : kTypes)
-    if (type->recognises(source, head)) return type->open(source);
+  if (const ReaderType* type = typeOf(source, kTypes)) return type->open(source);
   fail(kRejected, "no frame of a kind that this program knows; -s WxH reads header-less dumps");
 }
 

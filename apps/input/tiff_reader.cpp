@@ -110,6 +110,17 @@ class TiffReader : public Reader {
     checkSize(stored, source_, first.bits, source_.size(), ratio);
   }
 
+  // A strip or tile that is to give so many bytes.
+  void checkBlock(TIFF* t, uint32_t block, tmsize_t bytes) const {
+    const uint64_t at = TIFFGetStrileOffset(t, block), stored = TIFFGetStrileByteCount(t, block);
+    const bool plain = images_[0].compression == COMPRESSION_NONE;
+    const uint64_t count = plain ? std::min(stored, static_cast<uint64_t>(bytes)) : stored;
+    if (at > source_.size() || count > source_.size() - at)
+      fail(kRejected,
+           "the file is too short: {} bytes of samples are to begin at byte {} of its {}", count,
+           at, source_.size());
+  }
+
   void readStrips(TIFF* t) {
     const TiffImage& image = images_[0];
     const uint32_t rows = std::min(tiff_.get<uint32_t>(TIFFTAG_ROWSPERSTRIP, 0), image.rows);
@@ -119,7 +130,9 @@ class TiffReader : public Reader {
     for (uint32_t y = 0; y < image.rows; y += std::min(rows, image.rows - y)) {
       const uint32_t count = std::min(rows, image.rows - y);
       const auto bytes = static_cast<tmsize_t>(rowBytes * count);
-      if (TIFFReadEncodedStrip(t, TIFFComputeStrip(t, y, 0), strip.data(), bytes) != bytes)
+      const uint32_t n = TIFFComputeStrip(t, y, 0);
+      checkBlock(t, n, bytes);
+      if (TIFFReadEncodedStrip(t, n, strip.data(), bytes) != bytes)
         tiff_.failToRead("a strip is too short");
       place(strip.data(), rowBytes, 0, y, image.columns, count);
     }
@@ -136,7 +149,9 @@ class TiffReader : public Reader {
     for (uint64_t y = 0; y < image.rows; y += height)
       for (uint64_t x = 0; x < image.columns; x += width) {
         const auto x0 = static_cast<uint32_t>(x), y0 = static_cast<uint32_t>(y);
-        if (TIFFReadEncodedTile(t, TIFFComputeTile(t, x0, y0, 0, 0), tile.data(), bytes) != bytes)
+        const uint32_t n = TIFFComputeTile(t, x0, y0, 0, 0);
+        checkBlock(t, n, bytes);
+        if (TIFFReadEncodedTile(t, n, tile.data(), bytes) != bytes)
           tiff_.failToRead("a tile is too short");
         place(tile.data(), rowBytes, x0, y0, width, height);
       }
@@ -188,6 +203,6 @@ std::unique_ptr<Reader> open(const Source& source) {
 
 }  // namespace
 
-const ReaderType kTiff{recognises, open};
+const ReaderType kTiff{"TIFF (DNG)", recognises, open};
 
 }  // namespace vistrel::app

@@ -60,29 +60,25 @@ void ToneOptions::apply(vistrel_conversion& conversion) const {
 }
 
 void ConversionOptions::load(const std::filesystem::path& output) {
-  if (depth == "16" && !format.empty())
-    fail(kUsage, "--depth 16 and --format {} do not go together; gray of all bits is gray16",
-         format);
-  const OutputFormat& choice = formatOf(*this);
-  if (choice.allBits && (tone.window || !tone.curve.empty()))
-    fail(kUsage, "{} keeps all bits: --window and --curve do not go with it",
-         format.empty() ? "--depth 16" : "--format " + format);
-  checkFits(choice, output);
+  checkFits(formatOf(*this), output);
   tone.load();
 }
 
+bool ConversionOptions::keepsAllBits() const { return formatOf(*this).allBits; }
+
 vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   const bool mono = frame.phase == VISTREL_MONO, reduced = depth == "reduce10";
-  const vistrel_algorithm& a = *algorithm.row;
+  const Algorithm chosen = algorithm.value_or(algorithmAt(0));
+  const vistrel_algorithm& a = *chosen.row;
   if (!mono && !reduced && frame.bits > a.max_bits)
     fail(kRejected,
-         "algorithm {}: made for {} bits at most, the frame has {}; --depth reduce10 drops the "
+         "--algorithm {}: made for {} bits at most, the frame has {}; --depth reduce10 drops the "
          "lowest ones first",
          a.name, a.max_bits, frame.bits);
   vistrel_conversion c = defaultConversion(frame);
   c.format = formatOf(*this, mono);
   c.algorithm = a.code;
-  c.threshold = algorithm.threshold;
+  c.threshold = chosen.threshold;
   c.gray = gray == "raw" ? VISTREL_RAW_GRAY : VISTREL_LUMA;
   c.binning = binning;
   c.reduce_to = reduced ? kReduced : 0;

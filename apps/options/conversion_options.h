@@ -10,6 +10,7 @@
 
 #include "apps/options/algorithm.h"
 #include "apps/options/preparation_options.h"
+#include "apps/options/wording.h"
 #include "host/vistrel.hpp"
 
 namespace vistrel::app {
@@ -25,23 +26,34 @@ struct ToneOptions {
   // Reads the file, if there is one. Throws Failure.
   void load();
   void apply(vistrel_conversion& conversion) const;  // which keeps a pointer to `table`
+  std::string typed() const;                         // "--curve 2"; empty without either
+  Wording words() const;
 };
 
 struct ConversionOptions {
-  Algorithm algorithm = algorithmAt(0);
+  std::optional<Algorithm> algorithm;  // bilinear
   uint32_t binning = 1;
   std::optional<vistrel_region> region;
   PreparationOptions preparation;
   ToneOptions tone;
-  std::string depth = "8", format, gray = "luma";
+  std::string depth, format, gray;  // empty: 8, that of the depth, luma
   bool mask = false;
 
-  // Throws Failure for what does not go together, also with a picture of that name, and for a
-  // curve that cannot be read.
+  // Throws Failure for a format that a picture of that name cannot have, and for a curve that
+  // cannot be read.
   void load(const std::filesystem::path& output);
+
+  // Options that do not go together, and those that have no effect on the frame: sentences for the
+  // user.
+  std::vector<std::string> contradictions() const;
+  std::vector<std::string> idleFor(const vistrel_frame& frame) const;
+
+  Wording words() const;
 
   // Throws Failure (rejected) for more bits than the algorithm is made for.
   vistrel_conversion of(const vistrel_frame& frame) const;  // refers to these options
+
+  bool keepsAllBits() const;
 };
 
 void addToneOptions(CLI::App& command, ToneOptions& options);

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <optional>
+#include <string>
 
 #include "apps/failure.h"
 #include "apps/names/phase_names.h"
@@ -11,9 +12,9 @@ namespace vistrel::app {
 namespace {
 
 std::optional<uint32_t> findPhase(std::string_view text) {
-  for (uint32_t phase = 0; const char* name = vistrel_phase_name(phase); ++phase)
-    if (text == name) return phase;
-  return {};
+  uint32_t phase = 0;
+  const bool known = vistrel_parse_phase(std::string(text).c_str(), &phase, nullptr) == VISTREL_OK;
+  return known ? std::optional(phase) : std::nullopt;
 }
 
 std::string_view lastWord(std::string_view stem) { return stem.substr(stem.rfind('_') + 1); }

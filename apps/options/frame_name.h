@@ -14,7 +14,7 @@ struct FrameName {
 // Throws Failure (rejected) where the name does not tell.
 FrameName parseFrameName(std::string_view stem);
 
-// The code of "rggb", "mono" and so on, or of "blue=1,1", the blue site's row and column. Throws
+// The code of "rggb", "MONO" and so on, or of "blue=1,1", the blue site's row and column. Throws
 // Failure (usage).
 uint32_t parsePhase(std::string_view option, std::string_view text);
 

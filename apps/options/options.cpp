@@ -1,5 +1,9 @@
 #include "apps/options/options.h"
 
+#include <fmt/format.h>
+
+#include <charconv>
+
 #include "apps/options/frame_name.h"
 
 namespace vistrel::app {
@@ -7,6 +11,17 @@ namespace vistrel::app {
 CLI::Option* between(CLI::Option* option, int least, int most) {
   const auto range = std::to_string(least) + ".." + std::to_string(most);
   return option->check(CLI::Range(least, most).description(""))->type_name(range);
+}
+
+CLI::Option* fromZero(CLI::Option* option) {
+  const auto fault = [](const std::string& text) -> std::string {
+    uint64_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    if (error == std::errc{} && rest == end) return {};
+    return fmt::format("Value {} not in range 0 to {}", text, UINT64_MAX);
+  };
+  return option->check(CLI::Validator(fault, ""));
 }
 
 CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words) {
@@ -36,13 +51,14 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
       "--align", [&options](const std::string& s) { options.highBits = s == "high"; },
       "Where the bits of a dump's words are (low)");
   oneOf(align, {"low", "high"})->needs(size);
-  input->add_option("--skip", options.skip, "Bytes of a dump before its first sample (0)")
+  fromZero(input->add_option("--skip", options.skip, "Bytes of a dump before its first sample (0)"))
       ->type_name("BYTES")
       ->needs(size);
-  input->add_option("--stride", options.stride, "Bytes of a dump from row to row (packed)")
+  fromZero(
+      input->add_option("--stride", options.stride, "Bytes of a dump from row to row (packed)"))
       ->type_name("BYTES")
       ->needs(size);
-  input->add_option("--frame", options.frame, "Which of a file's frames, from 0 (0)")
+  fromZero(input->add_option("--frame", options.frame, "Which of a file's frames, from 0 (0)"))
       ->type_name("N");
   input->add_flag("--from-name", options.fromName,
                   "Bits and phase by a name such as rose_12b_rggb.pgm");

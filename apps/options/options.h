@@ -13,6 +13,9 @@ namespace vistrel::app {
 // A whole number from `least` to `most`.
 CLI::Option* between(CLI::Option* option, int least, int most);
 
+// A whole number from 0.
+CLI::Option* fromZero(CLI::Option* option);
+
 // One of `words`.
 CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words);
 

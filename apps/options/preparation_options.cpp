@@ -47,6 +47,14 @@ void PreparationOptions::apply(vistrel_conversion& c) const {
   std::copy(gains->begin(), gains->end(), c.gains);
 }
 
+Wording PreparationOptions::words() const {
+  vistrel_conversion c{};
+  apply(c);
+  return {{fmt::format("black {}", black), fmt::format("--black {}", black)},
+          {fmt::format("white_balance {}", c.white_balance), "--wb " + balance},
+          {"; 0 is allowed", ""}};
+}
+
 void addPreparationOptions(CLI::App& command, PreparationOptions& o) {
   between(command.add_option("--black", o.black, "Level of black, taken from all samples (0)"), 0,
           kMostBlack);
@@ -54,6 +62,7 @@ void addPreparationOptions(CLI::App& command, PreparationOptions& o) {
       .add_option_function<std::string>(
           "--wb",
           [&o](const std::string& text) {
+            o.balance = text;
             o.grayWorld = text == "auto";
             if (!o.grayWorld) o.gains = parseGains(text);
           },

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "apps/options/wording.h"
 #include "host/vistrel_host.h"
 
 namespace vistrel::app {
@@ -14,11 +15,13 @@ namespace vistrel::app {
 // --black, --wb, --edges.
 struct PreparationOptions {
   uint32_t black = 0;
+  std::string balance;  // as it was typed
   bool grayWorld = false;
   std::optional<std::array<uint32_t, 3>> gains;  // red, green, blue in 1/4096
   std::string edges = "native";
 
   void apply(vistrel_conversion& conversion) const;
+  Wording words() const;
 };
 
 void addPreparationOptions(CLI::App& command, PreparationOptions& options);

@@ -19,6 +19,11 @@ struct PictureType {
 // Failure (usage) for names that tell no type.
 const PictureType& pictureType(const std::filesystem::path& path);
 
+// Whether both stand for the same files.
+inline bool isSameType(const PictureType& a, const PictureType& b) {
+  return a.write == b.write && a.channels == b.channels;
+}
+
 // A PNG of three channels of 8 bits, or of `mostBits` if that is 16, as blue, green, red. Throws
 // Failure: input/output, or rejected.
 Image readPng(const std::filesystem::path& path, uint32_t mostBits = 8);

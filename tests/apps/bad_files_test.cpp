@@ -99,6 +99,21 @@ TEST_F(BadFiles, TiffOfWrongSizes) {
              "TIFF: compression 6: none (1), LZW (5), deflate (8) and PackBits (32773) are read");
 }
 
+// The header is longer than the samples, so that the file has room enough for them.
+TEST_F(BadFiles, TiffWhoseSamplesAreCut) {
+  scratch.write("in.tif", tiffOf({{256, 4},
+                                  {257, 4},
+                                  {258, 16},
+                                  {259, 1},
+                                  {262, 1},
+                                  {273, 100},
+                                  {277, 1},
+                                  {278, 4},
+                                  {279, 32}}));
+  expectRejected("in.tif",
+                 "the file is too short: 32 bytes of samples are to begin at byte 100 of its 122");
+}
+
 TEST_F(BadFiles, TiffCutAnywhere) {
   TiffSpec spec;
   spec.cfa = {0, 1, 1, 2};

@@ -131,28 +131,35 @@ TEST_F(BadInput, OnePixelHasNoColour) {
 
 TEST_F(BadInput, Region) {
   const std::string file = pgm(20, 10, 255, plain);
-  expectRejected(file, "region 20x10+1+0: it leaves the frame of 20x10",
+  expectRejected(file, "--roi 20x10+1+0: it leaves the frame of 20x10",
                  "--phase rggb --roi 20x10+1+0");
-  expectRejected(file, "region 4x4+4294967295+0: it leaves the frame of 20x10",
+  expectRejected(file, "--roi 4x4+4294967295+0: it leaves the frame of 20x10",
                  "--phase rggb --roi 4x4+4294967295+0");
-  expectRejected(file, "region 0x4+0+0: not one whole bin of 1x1 pixels is in it",
+  expectRejected(file, "--roi 0x4+0+0: not one whole bin of 1x1 pixels is in it",
                  "--phase rggb --roi 0x4+0+0");
-  expectRejected(file, "region 3x10+0+0: not one whole bin of 4x4 pixels is in it",
+  expectRejected(file, "--roi 3x10+0+0: not one whole bin of 4x4 pixels is in it",
                  "--phase rggb --roi 3x10+0+0 --bin 4");
 }
 
 TEST_F(BadInput, Bits) {
-  expectRejected(pgm(4, 4, 255, plain), "bits 12: a sample of one byte has 8",
+  expectRejected(pgm(4, 4, 255, plain), "--bits 12: a sample of one byte has 8",
                  "--phase rggb --bits 12");
   expectRejected(
       pgm(4, 4, 65535, [](uint32_t x, uint32_t y) { return x == 3 && y == 2 ? 1024 : 9; }),
       "sample 1024 at column 3, row 2: a frame of 10 bits has samples of at most 1023",
       "--phase rggb --bits 10");
-  expectRejected(pgm(4, 4, 255, plain), "lut_mode 3: it needs 10 bits or more, the samples have 8",
+  expectRejected(pgm(4, 4, 255, plain), "--curve 2: it needs 10 bits or more, the samples have 8",
                  "--phase rggb --curve 2");
   expectRejected(pgm(4, 4, 255, plain),
-                 "format BGR48: it needs a frame of 2 bytes a sample, this one has 1",
+                 "--depth 16: it needs a frame of 2 bytes a sample, this one has 1",
                  "--phase rggb --depth 16");
+}
+
+TEST_F(BadInput, FormatForTheOtherKindOfFrame) {
+  expectRejected(pgm(4, 4, 1023, plain), "--format bgr48: a mono frame becomes gray8 and gray16",
+                 "--phase mono --format bgr48");
+  expectRejected(pgm(4, 4, 255, plain), "--window 1: it needs 9 bits or more, the samples have 8",
+                 "--phase rggb --window 1");
 }
 
 TEST_F(BadInput, PhaseThatNobodyTells) {
@@ -175,23 +182,28 @@ TEST_F(BadInput, PictureTypeForTheOtherKindOfFrame) {
   scratch.write("in.pgm", pgm(4, 4, 255, plain));
   const Result colour = scratch.vistrel("convert in.pgm --phase rggb -o out.pgm");
   EXPECT_EQ(colour.status, 3);
-  EXPECT_EQ(colour.err, "vistrel: in.pgm: a rggb frame does not fit out.pgm; use .ppm or .png\n");
+  EXPECT_EQ(colour.err,
+            "vistrel: in.pgm: a rggb frame becomes colour, and out.pgm holds gray: use .ppm or "
+            ".png, or --format gray8\n");
   const Result gray = scratch.vistrel("convert in.pgm --phase mono -o out.ppm");
   EXPECT_EQ(gray.status, 3);
-  EXPECT_EQ(gray.err, "vistrel: in.pgm: a mono frame does not fit out.ppm; use .pgm or .png\n");
+  EXPECT_EQ(
+      gray.err,
+      "vistrel: in.pgm: a mono frame becomes gray, and out.ppm holds colour: use .pgm or .png\n");
 }
 
 TEST_F(BadInput, DumpThatIsTooShort) {
   scratch.write("in.pgm", std::string(99, 'x'));
   expect(3, "the file is too short: 10x10 samples of 8 bits do not fit its 99 bytes",
          "--phase mono -s 10x10 --bits 8");
-  expect(3, "the file is too short: 9x11 samples of 8 bits do not fit its 99 bytes",
-         "--phase mono -s 9x11 --bits 8 --skip 1");
-  expect(3, "the file is too short: 9x11 samples of 8 bits do not fit its 99 bytes",
+  const std::string tooShort = "the file is too short: 9x11 samples of 8 bits do not fit the ";
+  expect(3, tooShort + "98 bytes behind --skip 1", "--phase mono -s 9x11 --bits 8 --skip 1");
+  expect(3, tooShort + "0 bytes behind --skip 18446744073709551615",
          "--phase mono -s 9x11 --bits 8 --skip 18446744073709551615");
   expect(3, "the file is too short: 9x11 samples of 8 bits do not fit its 99 bytes",
          "--phase mono -s 9x11 --bits 8 --stride 10");
-  expect(3, "stride 8: a row of 9 samples has 9 bytes", "--phase mono -s 9x11 --bits 8 --stride 8");
+  expect(3, "--stride 8: a row of 9 samples has 9 bytes",
+         "--phase mono -s 9x11 --bits 8 --stride 8");
 }
 
 }  // namespace

@@ -12,6 +12,12 @@
 namespace vistrel {
 namespace {
 
+TEST(Cfa, CapitalsAreTheSame) {
+  const Scratch scratch;
+  EXPECT_EQ(scratch.vistrel("cfa RGGB").out, scratch.vistrel("cfa rggb").out);
+  EXPECT_EQ(scratch.vistrel("cfa RGGB").status, 0);
+}
+
 using Letters = std::vector<std::string>;  // rows
 
 Letters frame(const std::string& phase, size_t width, size_t height) {

@@ -45,7 +45,7 @@ TEST_F(Choices, MoreThanTenBitsMustBeReduced) {
   const Result result = scratch.vistrel("convert in.pgm -o out.png --phase rggb -a laroche");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
-            "vistrel: in.pgm: algorithm laroche: made for 10 bits at most, the frame has 12; "
+            "vistrel: in.pgm: --algorithm laroche: made for 10 bits at most, the frame has 12; "
             "--depth reduce10 drops the lowest ones first\n");
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});
   const auto reduced = convert("-a laroche --depth reduce10").samples;
@@ -73,11 +73,33 @@ TEST_F(Choices, GrayFitsAPgm) {
   scratch.write("in.pgm", pgm(2, 2, 255, [](uint32_t, uint32_t) { return 65; }));
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --format gray8 -o out.pgm").status, 0);
   EXPECT_EQ(scratch.read("out.pgm"), "P5\n2 2\n255\nAAAA");
-  EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --format gray8 -o out.ppm").err,
-            "vistrel: in.pgm: a rggb frame does not fit out.ppm; use .pgm or .png\n");
+  EXPECT_EQ(
+      scratch.vistrel("convert in.pgm --phase rggb --format gray8 -o out.ppm").err,
+      "vistrel: in.pgm: --format gray8 makes gray, and out.ppm holds colour: use .pgm or .png\n");
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --format gray16 -o out.pgm").err,
-            "vistrel: in.pgm: format GRAY16: it needs a frame of 2 bytes a sample, this one has "
+            "vistrel: in.pgm: --format gray16: it needs a frame of 2 bytes a sample, this one has "
             "1\n");
+}
+
+// What agrees is no contradiction.
+TEST_F(Choices, DepthAndFormatThatSayTheSame) {
+  scratch.write("in.pgm", pgm(12, 10, 1023, texture));
+  EXPECT_EQ(convert("--depth 16 --format bgr48").samples, convert("--depth 16").samples);
+  EXPECT_EQ(convert("--depth 8 --format bgr24 --type png").samples, convert("").samples);
+}
+
+TEST_F(Choices, WithoutEffectAreTold) {
+  scratch.write("in.pgm", pgm(12, 10, 255, [](uint32_t x, uint32_t y) { return x * y; }));
+  const std::string convert = "convert in.pgm -o out.pgm ";
+  const Result mono =
+      scratch.vistrel(convert + "--phase mono -a ahd --edges padded --format gray8 --gray luma");
+  EXPECT_EQ(mono.err,
+            "vistrel: in.pgm: --algorithm ahd has no effect: the frame is mono\n"
+            "vistrel: in.pgm: --edges padded has no effect: the frame is mono\n"
+            "vistrel: in.pgm: --gray luma has no effect: the frame is mono\n");
+  EXPECT_EQ(scratch.read("out.pgm"), scratch.read("in.pgm"));
+  EXPECT_EQ(scratch.vistrel("convert in.pgm -o out.png --phase rggb --depth reduce10").err,
+            "vistrel: in.pgm: --depth reduce10 has no effect: the frame has 8 bits\n");
 }
 
 TEST_F(Choices, RawGrayOfACompactImageIsRefused) {
@@ -86,8 +108,8 @@ TEST_F(Choices, RawGrayOfACompactImageIsRefused) {
       scratch.vistrel("convert in.pgm --phase rggb --format gray8 --gray raw -a near -o out.png");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
-            "vistrel: in.pgm: gray 1 (raw): the library's own gray of algorithm near is sheared; "
-            "0 (luma) is allowed\n");
+            "vistrel: in.pgm: --gray raw: the library's own gray of algorithm near is sheared; "
+            "luma is allowed\n");
 }
 
 }  // namespace

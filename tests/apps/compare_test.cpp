@@ -110,7 +110,7 @@ TEST_F(Compare, Refusals) {
   expectFailure("--phase rggb -o out.png --crop 0x10+0+0", 3,
                 "in.pgm: --crop 0x10+0+0: it leaves the frame of 40x30, or is empty");
   expectFailure("--phase rggb -o out.png --curve 2", 3,
-                "in.pgm: lut_mode 3: it needs 10 bits or more, the samples have 8");
+                "in.pgm: --curve 2: it needs 10 bits or more, the samples have 8");
   scratch.write("in.ppm", pgm(40, 30, 255, texture));
   EXPECT_EQ(scratch.vistrel("compare in.ppm --phase rggb -o in.ppm").err,
             "vistrel: -o in.ppm: it is the same file as the input in.ppm\n");

@@ -93,14 +93,14 @@ TEST_F(Curve, PgmThatIsNone) {
 TEST_F(Curve, FrameThatItDoesNotServe) {
   scratch.write("curve", falling("\n", 2048));
   EXPECT_EQ(convert().err,
-            "vistrel: in.pgm: table_entries 2048: samples of 12 bits take 1024 or 4096\n");
+            "vistrel: in.pgm: --curve curve: 2048 entries: samples of 12 bits take 1024 or 4096\n");
   scratch.write("curve", falling("\n"));
   scratch.write("in.pgm", pgm(4, 4, 16383, [](uint32_t, uint32_t) { return 8000; }));
   const Result deep = convert();
   EXPECT_EQ(deep.status, 3);
   EXPECT_EQ(deep.err,
-            "vistrel: in.pgm: lut_mode 10: a table serves 10 to 12 bits, the samples have 14; "
-            "reduce_to 12 drops the lowest ones first\n");
+            "vistrel: in.pgm: --curve curve: a table serves 10 to 12 bits, the samples have 14; "
+            "--depth reduce10 drops the lowest ones first\n");
 }
 
 }  // namespace

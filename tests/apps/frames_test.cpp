@@ -98,7 +98,31 @@ TEST_F(Frames, DumpsThatDoNotGoTogether) {
          "--align high: it is for samples in words, and these are not");
   expect("--bits 8 --align high", "--align high: it is for samples in words, and these are not");
   expect("--pixfmt BayerRG12p --skip 30",
-         "the file is too short: 4x2 samples of 12 bits do not fit its 40 bytes");
+         "the file is too short: 4x2 samples of 12 bits do not fit the 10 bytes behind --skip 30");
+}
+
+TEST_F(Frames, DumpsThatHaveAHeader) {
+  const auto expectNote = [this](const std::string& begin, const std::string& kind) {
+    scratch.write("in.raw", begin + std::string(416 - begin.size(), 'x'));
+    const std::string note =
+        "vistrel: in.raw: taken as a dump by --size; it begins like a " + kind + " file\n";
+    EXPECT_EQ(scratch.vistrel("info in.raw -s 4x4 --bits 8").err, note);
+    EXPECT_EQ(scratch.vistrel("unpack in.raw -s 4x4 --pixfmt GREY -o out.pgm").err, note);
+    EXPECT_EQ(scratch.vistrel("convert in.raw -s 4x4 --bits 8 --phase mono --frame 0 -o o.png").err,
+              note);
+    EXPECT_EQ(scratch.vistrel("info in.raw -s 4x4 --bits 8 --skip 16").err, "");
+    const Result guess = scratch.vistrel("guess in.raw");
+    EXPECT_EQ(guess.status, 3);
+    EXPECT_EQ(guess.err, "vistrel: in.raw: it begins like a " + kind +
+                             " file, not like a dump; vistrel info tells what is in it\n");
+  };
+  using namespace std::string_literals;
+  expectNote("P5\n20 20\n255\n", "PNM (PGM)");
+  expectNote("\x89PNG\r\n\x1a\n", "PNG");
+  expectNote("II*\0"s, "TIFF (DNG)");
+  expectNote("SIMPLE  =", "FITS");
+  scratch.write("in.raw", "P5" + std::string(398, 'x'));  // two samples like others
+  EXPECT_EQ(scratch.vistrel("info in.raw -s 4x4 --bits 8").err, "");
 }
 
 TEST_F(Frames, WhatOptionsContradict) {

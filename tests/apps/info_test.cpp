@@ -79,6 +79,22 @@ TEST(Info, Text) {
             "saturated        50.000 % of samples, at 255 or above\n");
 }
 
+TEST(Info, SeveralFiles) {
+  const Scratch scratch;
+  scratch.write("a.pgm", fourSamples(255, {0, 255, 128, 255}));
+  scratch.write("b.pgm", fourSamples(1023, {7, 7, 7, 7}));
+  const std::string a = scratch.vistrel("info a.pgm").out, b = scratch.vistrel("info b.pgm").out;
+  const Result text = scratch.vistrel("info a.pgm none.pgm b.pgm");
+  EXPECT_EQ(text.status, 1);
+  EXPECT_EQ(text.err, "vistrel: none.pgm: cannot be read: No such file or directory\n");
+  EXPECT_EQ(text.out, "file             a.pgm\n" + a + "\nfile             b.pgm\n" + b + "\n");
+  const auto json = nlohmann::json::parse(scratch.vistrel("info a.pgm b.pgm --json").out);
+  ASSERT_EQ(json.size(), 2u);
+  EXPECT_EQ(json[0]["file"], "a.pgm");
+  EXPECT_EQ(json[1]["file"], "b.pgm");
+  EXPECT_EQ(json[1]["max"], 7);
+}
+
 TEST(Info, BadFiles) {
   const Scratch scratch;
   const Result missing = scratch.vistrel("info in.pgm");

@@ -1,6 +1,7 @@
 // --black, --wb, --edges and --format, by numbers worked out by hand.
 #include <gmock/gmock.h>
 
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "tests/apps/pictures.h"
@@ -47,7 +48,14 @@ TEST_F(Preparation, GainsMultiply) {
 }
 
 TEST_F(Preparation, AutoMakesColoursEqual) {
-  EXPECT_THAT(plain(convert("--black 10 --wb auto")), ElementsAre(90, 90, 90));
+  const Result result =
+      scratch.vistrel("convert in.pgm -o out.png --phase rggb --black 10 --wb auto --json");
+  EXPECT_THAT(plain(readPng(scratch / "out.png")), ElementsAre(90, 90, 90));
+  // 90 / 31, 90 / 60 and 1 in 4096th.
+  EXPECT_EQ(result.err, "vistrel: in.pgm: --wb auto: as --wb 2.9033,1.5000,1.0000\n");
+  const auto output = nlohmann::json::parse(result.out)["inputs"][0]["outputs"][0];
+  EXPECT_EQ(output["gains"], (nlohmann::json{11892. / 4096, 1.5, 1.}));
+  EXPECT_THAT(plain(convert("--black 10 --wb 2.9033,1.5000,1.0000")), ElementsAre(90, 90, 90));
 }
 
 TEST_F(Preparation, PaddedEdgesKeepThePlainColour) {
@@ -93,11 +101,10 @@ TEST_F(Preparation, DumpsKeepAllBitsInEitherOrder) {
 
 TEST_F(Preparation, IsRefusedWhereTheFrameHasNoPlaceForIt) {
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --black 256 -o out.png").err,
-            "vistrel: in.pgm: black 256: samples of 8 bits allow 0 to 255\n");
+            "vistrel: in.pgm: --black 256: samples of 8 bits allow 0 to 255\n");
   const Result mono = scratch.vistrel("convert in.pgm --phase mono --wb auto -o out.png");
   EXPECT_EQ(mono.status, 3);
-  EXPECT_EQ(mono.err,
-            "vistrel: in.pgm: white_balance 2: a mono frame has no colours; 0 is allowed\n");
+  EXPECT_EQ(mono.err, "vistrel: in.pgm: --wb auto: a mono frame has no colours\n");
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});
 }
 

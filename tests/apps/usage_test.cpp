@@ -36,6 +36,9 @@ TEST(Usage, Commands) {
 TEST(Usage, UnknownOption) {
   expectUsage("convert a.pgm -o a.png --phase rggb --brighter",
               "The following argument was not expected: --brighter" + kHint);
+  // Also where something else is missing because of it.
+  expectUsage("convert --brighter", "The following argument was not expected: --brighter" + kHint);
+  expectUsage("help convert", "The following argument was not expected: help" + kHint);
 }
 
 TEST(Usage, MissingArguments) {
@@ -79,6 +82,12 @@ TEST(Usage, Numbers) {
   expectUsage(convert + "--black 65536", "--black: Value 65536 not in range 0 to 65535" + kHint);
   expectUsage(convert + "--edges cut", "--edges: cut not in {native,padded}" + kHint);
   expectUsage(convert + "--format gray8 --gray red", "--gray: red not in {luma,raw}" + kHint);
+  for (const std::string option : {"--frame", "--skip", "--stride"})
+    for (const std::string value : {"-1", "18446744073709551616", "7x", "0x7", "1e3"})
+      expectUsage(convert + "-s 4x4 --bits 8 " + option + " " + value,
+                  option + ": Value " + value + " not in range 0 to 18446744073709551615" + kHint);
+  expectUsage("scene -o a.pgm --seed -1",
+              "--seed: Value -1 not in range 0 to 18446744073709551615" + kHint);
   expectUsage("scene -o a.pgm --bits 7", "--bits: Value 7 not in range 8 to 16" + kHint);
 }
 
@@ -127,19 +136,35 @@ TEST(Usage, OptionsThatDoNotGoTogether) {
   expectUsage(convert + "--skip 12", "--skip requires --size" + kHint);
   expectUsage(convert + "--stride 12", "--stride requires --size" + kHint);
   expectUsage(convert + "--endian big", "--endian requires --size" + kHint);
-  expectUsage(convert + "--depth 16 --curve 2",
-              "--depth 16 keeps all bits: --window and --curve do not go with it\n");
-  expectUsage(convert + "--format bgr48 --curve 3",
-              "--format bgr48 keeps all bits: --window and --curve do not go with it\n");
-  expectUsage(convert + "--format gray16 --window 1",
-              "--format gray16 keeps all bits: --window and --curve do not go with it\n");
-  expectUsage(convert + "--depth 16 --format gray8",
-              "--depth 16 and --format gray8 do not go together; gray of all bits is gray16\n");
+  const auto expectClash = [&](const std::string& one, const std::string& other,
+                               const std::string& why) {
+    expectUsage(convert + one + " " + other,
+                one + " and " + other + " do not go together: " + why + "\n");
+  };
+  expectClash("--curve 2", "--depth 16", "all bits are kept");
+  expectClash("--curve 3", "--format bgr48", "all bits are kept");
+  expectClash("--window 1", "--format gray16", "all bits are kept");
+  expectClash("--depth 16", "--format gray8", "it has 8 bits; bgr48 and gray16 keep all");
+  expectClash("--depth 8", "--format gray16", "it keeps all bits; bgr24 and gray8 have 8");
+  expectClash("--gray raw", "--format bgr24", "it is for gray8 and gray16");
+  expectUsage(convert + "--format gray8 --gray raw --edges padded",
+              "--gray raw and --edges padded do not go together: the library's own gray has native "
+              "edges alone\n");
+  expectUsage(convert + "--type tiff --depth 8 --format bgr48",
+              "--depth 8 and --format bgr48 do not go together: it keeps all bits; bgr24 and gray8 "
+              "have 8\n"
+              "vistrel: --type tiff and -o a.png do not go together: a picture's name tells its "
+              "type, --type that of those in a folder\n");
+  expectUsage("convert a.pgm --phase rggb -o - --json --manifest m.jsonl",
+              "--json and -o - do not go together: standard output takes the picture alone\n"
+              "vistrel: --manifest m.jsonl and -o - do not go together: standard output takes the "
+              "picture alone\n");
   expectUsage(convert + "--gray raw", "--gray requires --format" + kHint);
 }
 
 TEST(Usage, OutputFormat) {
-  const std::string text = ": the name of a picture ends in .png, .tif, .pam, .ppm (colour), .pgm (gray) or .raw; "
+  const std::string text =
+      ": the name of a picture ends in .png, .tif, .pam, .ppm (colour), .pgm (gray) or .raw; "
       "standard output is - for PNM, png:- and so on\n";
   expectUsage("convert a.pgm --phase rggb -o a.jpg", "-o a.jpg" + text);
   expectUsage("convert a.pgm --phase rggb -o picture", "-o picture" + text);
