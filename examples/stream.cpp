@@ -1,4 +1,5 @@
-// Many frames on a few workers, each of which holds a stream for all of its frames.
+// Many frames on a few workers, each of which holds a stream and an image's memory for all of its
+// frames.
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
@@ -17,15 +18,15 @@ void convertFrames() {
   const vistrel_frame frame = vistrel::frameOf(samples, kWidth, kHeight, 12, BAYER_GRBG);
   const vistrel_conversion conversion = vistrel::defaultConversion(frame);
   vistrel::Stream stream = vistrel::Stream::take();
+  std::vector<uint8_t> pixels(vistrel::layoutOf(frame, conversion).bytes);
 
   for (uint32_t n; (n = next++) < kFrames;) {
     std::fill(samples.begin(), samples.end(), static_cast<uint16_t>(n * 16 + 5));
-    const auto image = stream.tryConvert(frame, conversion);
-    if (!image) {
-      std::fprintf(stderr, "frame %u: %s\n", n, image.error().what());
+    const auto layout = stream.tryConvertInto(frame, conversion, pixels);
+    if (!layout) {
+      std::fprintf(stderr, "frame %u: %s\n", n, layout.error().what());
       continue;
     }
-    const auto& pixels = image->pixels;
     right += std::all_of(pixels.begin(), pixels.end(), [n](uint8_t p) { return p == n; });
   }
 }
