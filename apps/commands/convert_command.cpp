@@ -64,13 +64,14 @@ struct Opened {
 
   // The picture's type has another number of channels.
   [[noreturn]] void failToFit(const Job& job, const std::string& format) const {
-    const bool gray = layout.channels == 1;
+    const char* const kinds[] = {"", "gray", "", "colour", "colour with alpha"};
+    const char* const types[] = {"", ".pgm", "", ".ppm", ".pam"};
     const std::string cause =
         format.empty() ? fmt::format("a {} frame becomes", vistrel_phase_name(file.frame().phase))
                        : fmt::format("--format {} makes", format);
-    fail(kRejected, "{} {}, and {} holds {}: use {} or .png{}", cause, gray ? "gray" : "colour",
-         job.to.string(), type.channels == 1 ? "gray" : "colour", gray ? ".pgm" : ".ppm",
-         gray || !format.empty() ? "" : ", or --format gray8");
+    fail(kRejected, "{} {}, and {} holds {}: use {} or .png{}", cause, kinds[layout.channels],
+         job.to.string(), kinds[type.channels], types[layout.channels],
+         format.empty() && type.channels == 1 ? ", or --format gray8" : "");
   }
 
   FrameFile file;

@@ -38,6 +38,8 @@ void printText(const FrameFile& file, const Statistics& s) {
   fmt::print("phase            {}\n", d.phase ? vistrel_phase_name(*d.phase) : "not told");
   if (d.black) fmt::print("black level      {}\n", *d.black);
   if (d.white) fmt::print("white level      {}\n", *d.white);
+  if (d.orientation)
+    fmt::print("orientation      {} (pictures keep the sensor's)\n", *d.orientation);
   if (d.trailing) fmt::print("trailing bytes   {}\n", d.trailing);
   fmt::print("bits used        {}\n", s.usedBits);
   fmt::print("zero low bits    {}\n", s.zeroLowBits);
@@ -69,6 +71,7 @@ Json jsonOf(const FrameFile& file, const Statistics& s) {
             {"phase", nullptr},
             {"black_level", told(d.black)},
             {"white_level", told(d.white)},
+            {"orientation", told(d.orientation)},
             {"trailing_bytes", d.trailing},
             {"bits_used", s.usedBits},
             {"zero_low_bits", s.zeroLowBits},

@@ -1,5 +1,7 @@
 #include "apps/commands/mosaic_command.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstring>
 #include <memory>
 #include <optional>
@@ -38,8 +40,9 @@ uint32_t sampleAt(const Image& image, uint32_t x, uint32_t y, uint32_t channel) 
   return word;
 }
 
-std::vector<uint16_t> mosaicOf(const Image& image, uint32_t phase, uint32_t bits) {
-  const uint64_t from = (1u << image.layout.bits) - 1, to = (1u << bits) - 1;
+std::vector<uint16_t> mosaicOf(const ColourPicture& picture, uint32_t phase, uint32_t bits) {
+  const Image& image = picture.image;
+  const uint64_t from = picture.largest, to = (1u << bits) - 1;
   std::vector<uint16_t> mosaic;
   mosaic.reserve(size_t{image.layout.width} * image.layout.height);
   for (uint32_t y = 0; y < image.layout.height; ++y)
@@ -62,15 +65,17 @@ void checkOutput(const MosaicOptions& o) {
 }
 
 void mosaicOne(const MosaicOptions& o) {
-  const Image picture = readPng(o.input, 16);
+  const ColourPicture picture = readColourPicture(o.input);
+  const vistrel_layout& layout = picture.image.layout;
+  const auto own = std::max(8u, static_cast<uint32_t>(std::bit_width(picture.largest)));
   const uint32_t phase = o.format ? o.format->phase : o.phase.value_or(BAYER_RGGB);
-  const uint32_t bits = o.format ? o.format->bits : o.bits.value_or(picture.layout.bits);
+  const uint32_t bits = o.format ? o.format->bits : o.bits.value_or(own);
   const std::vector<uint16_t> samples = mosaicOf(picture, phase, bits);
   AtomicFile output(o.output);
   if (o.format)
-    writeDump(*o.format, samples, picture.layout.width, output);
+    writeDump(*o.format, samples, layout.width, output);
   else
-    writePgm(samples, picture.layout.width, bits, output);
+    writePgm(samples, layout.width, bits, output);
   output.commit();
 }
 
@@ -89,7 +94,8 @@ ExitStatus run(const MosaicOptions& o) {
 void addMosaicCommand(CLI::App& program, int& status) {
   auto* command = program.add_subcommand("mosaic", "Make a raw frame of a picture in full colour");
   const auto o = std::make_shared<MosaicOptions>();
-  command->add_option("IN", o->input, "Picture: PNG, 3 channels of 8 or 16 bits")->required();
+  command->add_option("IN", o->input, "Picture: PPM, or PNG of 3 channels of 8 or 16 bits")
+      ->required();
   command->add_option("-o,--output", o->output, "Frame (.pgm), or a dump with --pixfmt")
       ->required()
       ->type_name("OUT");

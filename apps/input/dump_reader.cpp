@@ -22,6 +22,7 @@ bool areWords(uint32_t packing) {
 vistrel_packed packedOf(const InputOptions& o) {
   vistrel_packed packed{};
   packed.stride = o.stride;
+  packed.continuous = o.continuous;
   packed.width = o.size->width;
   packed.height = o.size->height;
   packed.bits = o.bits.value_or(o.pixfmt ? o.pixfmt->bits : 0);
@@ -65,6 +66,7 @@ class DumpReader : public Reader {
 
  private:
   uint64_t frameBytes() const {
+    if (packed_.continuous) return layout_.bytes;
     return (packed_.stride ? packed_.stride : layout_.row_bytes) * packed_.height;
   }
 

@@ -79,13 +79,24 @@ void FrameFile::describe(const InputOptions& o) {
   frame_.bytes_per_sample = d.bytesPerSample;
   frame_.bits = o.bits.value_or(d.bits);
   bitsAreTold_ = o.bits || o.pixfmt || d.tellsBits;
-  frame_.alignment = d.highBits ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
+  frame_.alignment = hasHighBits(o) ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
   const auto bits = fmt::format("bits {}", frame_.bits);
   const char* const teller = o.fromName ? "--from-name: " : "--";
   inTypedWords({{bits, teller + bits}},  // refuses bits that such samples can't have
                [this] { layoutOf(frame_, defaultConversion(frame_)); });
   frame_.phase = o.phase.value_or(d.phase.value_or(VISTREL_MONO));
+}
+
+// Of dumps the reader knows; of other files the options alone.
+bool FrameFile::hasHighBits(const InputOptions& o) const {
+  const Description& d = description();
+  if (o.size || !o.highBits) return d.highBits;
+  if (d.bytesPerSample == 1)
+    fail(kRejected, "--align high: it is for samples in words, and these are not");
+  if (!bitsAreTold_)
+    fail(kRejected, "--align high: --bits is missing, and the file does not tell it");
+  return frame_.bits < 16;
 }
 
 void FrameFile::remark(const InputOptions& o) {

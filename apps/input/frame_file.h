@@ -37,6 +37,7 @@ class FrameFile {
 
  private:
   void describe(const InputOptions& options);
+  bool hasHighBits(const InputOptions& options) const;
   void remark(const InputOptions& options);
   void remarkUnusedBits();
 

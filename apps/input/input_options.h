@@ -14,9 +14,10 @@ struct InputOptions {
   std::optional<Size> size;             // of a header-less dump
   const PixelFormat* pixfmt = nullptr;  // of a dump: phase, bits and packing
   bool bigEndian = false;
-  bool highBits = false;  // samples lie in the high bits of their words
-  uint64_t skip = 0;      // bytes before the first sample
-  size_t stride = 0;      // bytes from row to row; 0: packed
+  bool highBits = false;    // samples lie in the high bits of their words
+  uint64_t skip = 0;        // bytes before the first sample
+  size_t stride = 0;        // bytes from row to row; 0: packed
+  bool continuous = false;  // rows of a dump have no byte boundary between them
   std::optional<uint32_t> bits;
   std::optional<uint32_t> phase;
   bool fromName = false;

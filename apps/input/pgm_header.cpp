@@ -40,9 +40,9 @@ class Cursor {
   size_t count_ = 0, next_ = 0;
 };
 
-void checkMagic(Cursor& in) {
+void checkMagic(Cursor& in, char expected) {
   const int p = in.get(), type = in.get();
-  if (p == 'P' && type == '5') return;
+  if (p == 'P' && type == expected) return;
   fail(kRejected, "its type is P{}; of the PNM family this program reads binary PGM, P5",
        static_cast<char>(type));
 }
@@ -84,9 +84,9 @@ bool beginsPgm(const Source& source, uint64_t at) {
   return source.readSome(at, magic, 2) == 2 && magic[0] == 'P' && magic[1] == '5';
 }
 
-PgmHeader readPgmHeader(const Source& source, uint64_t at) {
+PgmHeader readPgmHeader(const Source& source, uint64_t at, char type) {
   Cursor in(source, at);
-  checkMagic(in);
+  checkMagic(in, type);
   PgmHeader header{};
   header.width = readNumber(in, "width", std::numeric_limits<uint32_t>::max());
   header.height = readNumber(in, "height", std::numeric_limits<uint32_t>::max());

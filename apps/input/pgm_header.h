@@ -1,4 +1,4 @@
-// The header of a binary PGM: P5, width, height, maxval, comments between them.
+// The header of a binary PGM or PPM: P5 or P6, width, height, maxval, comments between them.
 #pragma once
 
 #include <cstdint>
@@ -16,6 +16,6 @@ struct PgmHeader {
 bool beginsPgm(const Source& source, uint64_t at);
 
 // Reads the header that begins there. Throws Failure (rejected).
-PgmHeader readPgmHeader(const Source& source, uint64_t at);
+PgmHeader readPgmHeader(const Source& source, uint64_t at, char type = '5');
 
 }  // namespace vistrel::app

@@ -23,8 +23,9 @@ struct Description {
   uint64_t frames = 1;
   std::optional<uint32_t> maxval;  // of a PGM
   std::optional<double> black, white;
-  std::optional<std::string> pixfmt;  // PFNC name of what a dump holds
-  uint64_t trailing = 0;              // bytes after the last sample that nothing explains
+  std::optional<uint32_t> orientation;  // TIFF's code; frames are as the sensor has them
+  std::optional<std::string> pixfmt;    // PFNC name of what a dump holds
+  uint64_t trailing = 0;                // bytes after the last sample that nothing explains
 };
 
 // An open input whose description is complete and whose length is enough for it.

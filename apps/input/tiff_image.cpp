@@ -73,6 +73,8 @@ TiffImage currentImage(const TiffInput& tiff) {
   image.isLinear = !meanOf<uint16_t>(t, TIFFTAG_LINEARIZATIONTABLE);
   image.black = meanOf<float>(t, TIFFTAG_BLACKLEVEL);
   image.white = meanOf<uint32_t>(t, TIFFTAG_WHITELEVEL);
+  uint16_t orientation = 0;
+  if (TIFFGetField(t, TIFFTAG_ORIENTATION, &orientation)) image.orientation = orientation;
   return image;
 }
 
@@ -117,6 +119,7 @@ std::vector<TiffImage> findTiffFrames(TiffInput& tiff) {
   for (TiffImage& image : frames) {
     if (!TIFFSetSubDirectory(tiff.handle(), image.offset)) tiff.failToRead("a directory is lost");
     takeActiveArea(tiff.handle(), image);
+    if (!image.orientation) image.orientation = images[0].orientation;  // where DNG has it
     if (image.photometric == PHOTOMETRIC_CFA) takePhase(tiff.handle(), image);
   }
   return frames;

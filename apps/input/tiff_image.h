@@ -22,6 +22,7 @@ struct TiffImage {
   std::optional<uint32_t> phase;
   std::string phaseFault;  // what is wrong with the tags that tell it
   std::optional<double> black, white;
+  std::optional<uint32_t> orientation;
 };
 
 // The mosaics of the main directories and those below them; where there are none, the gray images.

@@ -93,6 +93,7 @@ class TiffReader : public Reader {
     d.phaseFault = first.phaseFault;
     d.black = first.black;
     d.white = first.white;
+    d.orientation = first.orientation;
     d.frames = images_.size();
   }
 

@@ -33,7 +33,7 @@ uint32_t formatOf(const ConversionOptions& o, bool mono) {
   const OutputFormat& choice = formatOf(o);
   const bool gray = o.format.empty() || o.format == "gray8" || o.format == "gray16";
   if (mono && gray) return choice.allBits ? IMG_FMT_MONO16 : IMG_FMT_MONO8;
-  return choice.code;
+  return o.bare ? choice.code : choice.inPictures;
 }
 
 }  // namespace
@@ -60,7 +60,7 @@ void ToneOptions::apply(vistrel_conversion& conversion) const {
 }
 
 void ConversionOptions::load(const std::filesystem::path& output) {
-  checkFits(formatOf(*this), output);
+  bare = isDump(output);
   tone.load();
 }
 

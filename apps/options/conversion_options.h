@@ -38,9 +38,9 @@ struct ConversionOptions {
   ToneOptions tone;
   std::string depth, format, gray;  // empty: 8, that of the depth, luma
   bool mask = false;
+  bool bare = false;  // samples in the order of the format, not in that of a picture
 
-  // Throws Failure for a format that a picture of that name cannot have, and for a curve that
-  // cannot be read.
+  // For pictures of that kind of name. Throws Failure for a curve that cannot be read.
   void load(const std::filesystem::path& output);
 
   // Options that do not go together, and those that have no effect on the frame: sentences for the

@@ -45,19 +45,21 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
   auto* pixfmt = input->add_option_function<std::string>(
       "--pixfmt",
       [&options](const std::string& s) { options.pixfmt = &parsePixelFormat("--pixfmt", s); },
-      "Phase, bits and packing of a dump by a name of `formats`");
+      "Phase, bits, packing of a dump: name of `formats`");
   pixfmt->type_name("NAME")->needs(size)->excludes(endian);
   auto* align = input->add_option_function<std::string>(
       "--align", [&options](const std::string& s) { options.highBits = s == "high"; },
-      "Where the bits of a dump's words are (low)");
-  oneOf(align, {"low", "high"})->needs(size);
+      "Where the bits of words are (low)");
+  oneOf(align, {"low", "high"});
   fromZero(input->add_option("--skip", options.skip, "Bytes of a dump before its first sample (0)"))
       ->type_name("BYTES")
       ->needs(size);
-  fromZero(
-      input->add_option("--stride", options.stride, "Bytes of a dump from row to row (packed)"))
-      ->type_name("BYTES")
-      ->needs(size);
+  auto* stride = fromZero(
+      input->add_option("--stride", options.stride, "Bytes of a dump from row to row (packed)"));
+  stride->type_name("BYTES")->needs(size);
+  input->add_flag("--continuous", options.continuous, "Rows of a dump begin within bytes")
+      ->needs(size)
+      ->excludes(stride);
   fromZero(input->add_option("--frame", options.frame, "Which of a file's frames, from 0 (0)"))
       ->type_name("N");
   input->add_flag("--from-name", options.fromName,

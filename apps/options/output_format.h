@@ -10,16 +10,16 @@ namespace vistrel::app {
 
 struct OutputFormat {
   const char* name;
-  uint32_t code;  // IMG_FMT_... or VISTREL_...
-  bool allBits;   // keeps samples as long as they are
-  bool picture;   // pictures of every kind may have it; dumps have any
+  uint32_t code;        // IMG_FMT_... or VISTREL_...: of bare samples
+  bool allBits;         // keeps samples as long as they are
+  uint32_t inPictures;  // the code whose order the writers of pictures take
 };
 
 // The name must be one of those below.
 const OutputFormat& outputFormat(const std::string& name);
 std::vector<std::string> outputFormatNames();
 
-// Throws Failure (usage) for a format that a file of that name cannot have.
-void checkFits(const OutputFormat& format, const std::filesystem::path& output);
+// Whether a file of that name has bare samples.
+bool isDump(const std::filesystem::path& output);
 
 }  // namespace vistrel::app

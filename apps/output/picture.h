@@ -28,6 +28,15 @@ inline bool isSameType(const PictureType& a, const PictureType& b) {
 // Failure: input/output, or rejected.
 Image readPng(const std::filesystem::path& path, uint32_t mostBits = 8);
 
+// A picture of 8 or 16 bits whose samples are at most `largest`.
+struct ColourPicture {
+  Image image;
+  uint32_t largest;
+};
+
+// A binary PPM, or a PNG as above of up to 16 bits. Throws Failure: input/output, or rejected.
+ColourPicture readColourPicture(const std::filesystem::path& path);
+
 // The writers take mono, BGR and ARGB pixels and throw Failure (input/output).
 // PNG: samples of 9 to 15 bits are spread over 16, and the file tells how many were significant.
 void writePng(const Image& image, AtomicFile& file);

@@ -81,6 +81,13 @@ TEST_F(Choices, GrayFitsAPgm) {
             "1\n");
 }
 
+TEST_F(Choices, AlphaDoesNotFitAPpm) {
+  scratch.write("in.pgm", pgm(4, 4, 255, texture));
+  EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --format rgba -o out.ppm").err,
+            "vistrel: in.pgm: --format rgba makes colour with alpha, and out.ppm holds colour: use "
+            ".pam or .png\n");
+}
+
 // What agrees is no contradiction.
 TEST_F(Choices, DepthAndFormatThatSayTheSame) {
   scratch.write("in.pgm", pgm(12, 10, 1023, texture));

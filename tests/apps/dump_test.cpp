@@ -64,6 +64,35 @@ TEST(Mosaic, Depths) {
   }
 }
 
+// The PPM of a picture: bytes, or words with the high byte first.
+std::string ppm(uint32_t maxval) {
+  std::string file = fmt::format("P6\n{} {}\n{}\n", kWidth, kHeight, maxval);
+  for (uint32_t y = 0; y < kHeight; ++y)
+    for (uint32_t x = 0; x < kWidth; ++x)
+      for (uint32_t c = 0; c < 3; ++c) {
+        if (maxval > 255) file += static_cast<char>(colourAt(x, y, c, maxval) >> 8);
+        file += static_cast<char>(colourAt(x, y, c, maxval));
+      }
+  return file;
+}
+
+TEST(Mosaic, Ppm) {
+  const Scratch scratch;
+  for (const uint32_t maxval : {255u, 1023u, 65535u}) {
+    scratch.write("in.ppm", ppm(maxval));
+    EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.pgm --phase gbrg").err, "");
+    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm("gbrg", maxval, maxval));
+    EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.pgm --bits 12").err, "");
+    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm("rggb", maxval, 4095));
+  }
+  scratch.write("in.ppm", "P6 1 1 200\nab\xC9");
+  EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.pgm").err,
+            "vistrel: in.ppm: a sample is above the maxval of 200\n");
+  scratch.write("in.ppm", "P6 2 1 255\nabcde");
+  EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.pgm").err,
+            "vistrel: in.ppm: the file is too short: 2x1 pixels do not fit its 16 bytes\n");
+}
+
 TEST(Mosaic, Refusals) {
   const Scratch scratch;
   writePicture<uint8_t>(scratch / "in.png", PNG_FORMAT_RGB);
@@ -174,6 +203,22 @@ TEST(Unpack, EveryFrameOfADump) {
             "vistrel: in.raw: it has 2 frames: out.png takes one, .pgm and .raw take all; --frame "
             "N names one\n");
   EXPECT_EQ(scratch.vistrel(unpack + "out.png --frame 0").status, 0);
+}
+
+// Rows of 36 bits: 0x123, 0x456, 0x789 and 0xABC, 0xDEF, 0x012, then other samples.
+TEST(Unpack, ContinuousRows) {
+  const Scratch scratch;
+  scratch.write("in.raw", "\x23\x61\x45\x89\xC7\xAB\xEF\x2D\x01" + std::string(9, 'x'));
+  const std::string unpack = "unpack in.raw -s 3x2 --pixfmt BayerRG12p -o out.pgm --continuous";
+  EXPECT_EQ(scratch.vistrel(unpack + " --frame 0").err, "");
+  const uint32_t samples[] = {0x123, 0x456, 0x789, 0xABC, 0xDEF, 0x012};
+  const std::string expected =
+      pgm(3, 2, 4095, [&](uint32_t x, uint32_t y) { return samples[3 * y + x]; });
+  EXPECT_EQ(scratch.read("out.pgm"), expected);
+  EXPECT_EQ(scratch.vistrel(unpack).err, "");  // both frames
+  EXPECT_EQ(scratch.read("out.pgm").substr(0, expected.size()), expected);
+  EXPECT_EQ(scratch.read("out.pgm").size(), 2 * expected.size());
+  EXPECT_EQ(scratch.vistrel(unpack + " --stride 5").status, 2);
 }
 
 TEST(Unpack, Refusals) {

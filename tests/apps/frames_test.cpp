@@ -86,6 +86,23 @@ TEST_F(Frames, DumpOfHighBits) {
   EXPECT_EQ(scratch.read("out.pgm"), std::string("P5\n3 1\n1023\n\x03\xFF\0\x01\x01\x55", 18));
 }
 
+TEST_F(Frames, HighBitsOfFilesWithAHeader) {
+  scratch.write("in.pgm", pgm(3, 1, 65535, [](uint32_t x, uint32_t) { return x * 0x5550; }));
+  const std::string convert = "convert in.pgm --phase mono --depth 16 -o out.pgm --align high";
+  EXPECT_EQ(scratch.vistrel(convert + " --bits 12").err, "");
+  EXPECT_EQ(scratch.read("out.pgm"),
+            pgm(3, 1, 4095, [](uint32_t x, uint32_t) { return x * 0x555; }));
+  EXPECT_EQ(info("in.pgm --align high --bits 12")["full_scale"], 0xFFF0);
+  EXPECT_EQ(scratch.vistrel(convert + " --bits 10").err,
+            "vistrel: in.pgm: sample 21840 at column 1, row 0: a frame of 10 high bits has samples "
+            "whose 6 lowest are 0\n");
+  EXPECT_EQ(scratch.vistrel(convert).err,
+            "vistrel: in.pgm: --align high: --bits is missing, and the file does not tell it\n");
+  scratch.write("in.pgm", flat(77));
+  EXPECT_EQ(scratch.vistrel(convert).err,
+            "vistrel: in.pgm: --align high: it is for samples in words, and these are not\n");
+}
+
 TEST_F(Frames, DumpsThatDoNotGoTogether) {
   scratch.write("in.raw", std::string(40, 'x'));
   const auto expect = [this](const std::string& options, const std::string& text) {

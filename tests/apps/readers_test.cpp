@@ -117,6 +117,23 @@ TEST_F(Readers, LevelOfWhiteTellsTheBitsOfWords) {
   EXPECT_EQ(bitsOf(8, 200, 8), 8);
 }
 
+TEST_F(Readers, OrientationIsToldAndNotApplied) {
+  TiffSpec spec;
+  for (const bool below : {false, true}) {
+    spec.inSubdirectory = spec.isDng = below;
+    spec.orientation = 6;
+    writeTiff(scratch / "in.tif", spec, noise(12));
+    EXPECT_EQ(info("in.tif")["orientation"], 6) << below;
+    expectSamples("in.tif", 7, 5, 12, noise(12));
+  }
+  EXPECT_NE(scratch.vistrel("info in.tif")
+                .out.find("\norientation      6 (pictures keep the sensor's)\n"),
+            std::string::npos);
+  spec.orientation = 0;
+  writeTiff(scratch / "in.tif", spec, noise(12));
+  EXPECT_TRUE(info("in.tif")["orientation"].is_null());
+}
+
 // The pattern is the one at the area's corner, and so is the frame.
 TEST_F(Readers, DngWithAnActiveArea) {
   for (const uint32_t tile : {0u, 16u}) {

@@ -105,6 +105,7 @@ void writeTiff(const std::filesystem::path& path, const TiffSpec& s, const Sampl
   if (!t) throw std::runtime_error("no " + path.string());
   const uint8_t version[4] = {1, 4, 0, 0};
   if (s.isDng) TIFFSetField(t, TIFFTAG_DNGVERSION, version);
+  if (s.orientation) TIFFSetField(t, TIFFTAG_ORIENTATION, s.orientation);
   if (s.inSubdirectory) writeThumbnail(t);
   for (uint32_t page = 0; page < s.pages; ++page)
     writeImage(t, s, [&](uint32_t x, uint32_t y) { return sample(x, y + page * s.height); });

@@ -20,6 +20,7 @@ struct TiffSpec {
   std::vector<uint32_t> activeArea = {};  // top, left, bottom, right
   uint32_t white = 0;                     // 0: not told
   float black = -1;                       // below 0: not told
+  uint16_t orientation = 0;               // of the first directory; 0: not told
   bool isDng = false, inSubdirectory = false, isReduced = false;
   std::vector<uint16_t> linearization = {};
   uint32_t pages = 1;  // sample(x, y + page * height)

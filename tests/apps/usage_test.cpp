@@ -111,14 +111,6 @@ TEST(Usage, WhiteBalance) {
                                      "2.1,1,1.6\n");
 }
 
-TEST(Usage, FormatsOfDumpsAlone) {
-  for (const std::string format : {"rgb24", "bgra", "rgba", "argb", "rgb48"})
-    for (const std::string name : {"a.png", "a.ppm", "a.pgm"})
-      expectUsage("convert a.pgm --phase rggb --format " + format + " -o " + name,
-                  "--format " + format +
-                      ": for .raw and .bin alone; pictures take gray8, gray16, bgr24 and bgr48\n");
-}
-
 TEST(Usage, Geometry) {
   const std::string convert = "convert a.pgm -o a.png --phase rggb ";
   for (const std::string size :

@@ -108,6 +108,35 @@ TEST_F(Written, LibtiffsToolsReadTheSame) {
   }
 }
 
+std::string behind(const std::string& text, const std::string& mark) {
+  const size_t at = text.find(mark);
+  return at == text.npos ? "" : text.substr(at + mark.size());
+}
+
+// Every picture has the samples of the bare dump: red, green, blue and an alpha of 255.
+TEST_F(Written, AlphaIsReadByOthers) {
+  if (!has("pngtopam") || !has("tifftopnm")) GTEST_SKIP() << "netpbm is not installed";
+  const std::string kind = "in.pgm --phase rggb --format rgba -o ";
+  for (const char* const out : {"out.raw", "out.pam", "out.png", "out.tif"}) convert(kind + out);
+  const std::string rgba = scratch.read("out.raw");
+  ASSERT_EQ(rgba.size(), 23 * 17 * 4u);
+  EXPECT_EQ(behind(scratch.read("out.pam"), "TUPLTYPE RGB_ALPHA\nENDHDR\n"), rgba);
+  EXPECT_EQ(scratch.vistrel("convert " + kind + "-").out, scratch.read("out.pam"));
+  EXPECT_EQ(behind(shell("pngtopam -alphapam out.png"), "ENDHDR\n"), rgba);
+  convert("in.pgm --phase rggb -o out.ppm");
+  EXPECT_EQ(shell("tifftopnm -byrow -alphaout=alpha.pgm out.tif 2>/dev/null"),
+            scratch.read("out.ppm"));
+  EXPECT_EQ(behind(scratch.read("alpha.pgm"), "255\n"), std::string(23 * 17, '\xFF'));
+  for (const char* const out : {"out.png", "out.tif"}) {
+    std::istringstream in(scratch.run({"/usr/bin/python3", VISTREL_PRINT_SAMPLES, out}).out);
+    std::string width, height, mode, samples;
+    if (!(in >> width >> height >> mode)) GTEST_SKIP() << "python3-pil is not installed";
+    EXPECT_EQ(mode, "RGBA") << out;
+    for (int sample; in >> sample;) samples += static_cast<char>(sample);
+    EXPECT_EQ(samples, rgba) << out;
+  }
+}
+
 TEST_F(Written, SamplesOfATiffAreSpread) {
   convert("in.pgm --phase mono --depth 16 -o out.tif");
   ASSERT_EQ(scratch.vistrel("convert out.tif --phase mono --depth 16 -o out.pgm").status, 0);
