@@ -18,8 +18,8 @@
 namespace vistrel::app {
 
 struct Unfinished::Slot {
-  std::atomic<bool> taken;
-  char name[PATH_MAX];  // empty: there is no file
+  std::atomic<bool> taken, made;  // by an object; its file is there
+  char name[PATH_MAX];            // does not change while the file is there
 };
 
 Unfinished::Slot Unfinished::slots_[256];
@@ -69,7 +69,7 @@ Unfinished::Unfinished(const std::string& folder) {
       std::memcpy(slot.name, name.c_str(), name.size() + 1);
       descriptor_ = mkstemp(slot.name);
     } while (descriptor_ >= 0 && !lock());
-    if (descriptor_ < 0) slot.name[0] = 0;
+    slot.made = descriptor_ >= 0;
     return;
   }
 }
@@ -89,14 +89,14 @@ bool Unfinished::lock() {
 Unfinished::~Unfinished() {
   if (!slot_) return;
   if (lock_ >= 0) close(lock_);
-  if (slot_->name[0]) unlink(slot_->name);
-  slot_->name[0] = 0;
+  if (slot_->made) unlink(slot_->name);
+  slot_->made = false;
   slot_->taken = false;
 }
 
 bool Unfinished::rename(const char* name) {
   if (std::rename(slot_->name, name) != 0) return false;
-  slot_->name[0] = 0;
+  slot_->made = false;
   return true;
 }
 
@@ -118,7 +118,7 @@ void removeAllUnfinished() {
   while (g_beginning) {
   }
   for (const Unfinished::Slot& slot : Unfinished::slots_)
-    if (slot.taken && slot.name[0]) unlink(slot.name);
+    if (slot.made) unlink(slot.name);
 }
 
 }  // namespace vistrel::app
