@@ -13,7 +13,7 @@ struct BadFiles : ::testing::Test {
   Scratch scratch;
 
   void expectRejected(const std::string& name, const std::string& text, int status = 3) const {
-    const Result result = scratch.vistrel("info " + name);
+    const Finished result = scratch.vistrel("info " + name);
     EXPECT_EQ(result.status, status) << text << "\n" << result.err;
     EXPECT_EQ(result.err, "vistrel: " + name + ": " + text + "\n");
     EXPECT_EQ(result.out, "");
@@ -23,7 +23,7 @@ struct BadFiles : ::testing::Test {
     const std::string whole = scratch.read(name);
     for (size_t size = 0; size < whole.size(); size += step) {
       scratch.write(name, whole.substr(0, size));
-      const Result result = scratch.vistrel("info " + name);
+      const Finished result = scratch.vistrel("info " + name);
       EXPECT_TRUE(result.status == 0 || result.status == 3) << size << ": " << result.err;
       EXPECT_EQ(result.err.empty(), result.status == 0) << size;
       EXPECT_EQ(result.err.find('\n') + 1, result.err.size()) << result.err;
@@ -154,7 +154,7 @@ TEST_F(BadFiles, FitsThatCfitsioRefuses) {
         vistrel::fits(cards(8, {"-2", "2"}), "abcd"),
         vistrel::fits(cards(9, {"2", "2"}), "abcd")}) {
     scratch.write("in.fits", bad);
-    const Result result = scratch.vistrel("info in.fits");
+    const Finished result = scratch.vistrel("info in.fits");
     EXPECT_EQ(result.status, 3) << result.out;
     EXPECT_EQ(result.err.find("vistrel: in.fits: "), 0u) << result.err;
   }
@@ -184,7 +184,7 @@ TEST_F(BadFiles, Pgm) {
 TEST_F(BadFiles, CameraRaw) {
   if (!std::filesystem::exists(VISTREL_PLUGIN)) GTEST_SKIP() << "built without LibRaw";
   scratch.write("in.nef", "no camera writes this");
-  const Result result = scratch.vistrel("info in.nef");
+  const Finished result = scratch.vistrel("info in.nef");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err.find("vistrel: in.nef: camera raw: "), 0u) << result.err;
   TiffSpec spec;

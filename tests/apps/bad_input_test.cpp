@@ -20,7 +20,7 @@ struct BadInput : ::testing::Test {
   // The program names the file and the reason, exits as it should and leaves nothing behind.
   void expect(int status, const std::string& text, const std::string& options) const {
     const auto before = scratch.names();
-    const Result result = scratch.vistrel("convert in.pgm -o out.png " + options);
+    const Finished result = scratch.vistrel("convert in.pgm -o out.png " + options);
     EXPECT_EQ(result.status, status) << text;
     EXPECT_EQ(result.err, "vistrel: in.pgm: " + text + "\n");
     EXPECT_EQ(scratch.names(), before);
@@ -180,12 +180,12 @@ TEST_F(BadInput, NameThatTellsNothing) {
 
 TEST_F(BadInput, PictureTypeForTheOtherKindOfFrame) {
   scratch.write("in.pgm", pgm(4, 4, 255, plain));
-  const Result colour = scratch.vistrel("convert in.pgm --phase rggb -o out.pgm");
+  const Finished colour = scratch.vistrel("convert in.pgm --phase rggb -o out.pgm");
   EXPECT_EQ(colour.status, 3);
   EXPECT_EQ(colour.err,
             "vistrel: in.pgm: a rggb frame becomes colour, and out.pgm holds gray: use .ppm or "
             ".png, or --format gray8\n");
-  const Result gray = scratch.vistrel("convert in.pgm --phase mono -o out.ppm");
+  const Finished gray = scratch.vistrel("convert in.pgm --phase mono -o out.ppm");
   EXPECT_EQ(gray.status, 3);
   EXPECT_EQ(
       gray.err,

@@ -40,7 +40,7 @@ struct Batch : ::testing::Test {
     const auto now = fs::file_time_type::clock::now();
     fs::last_write_time(scratch / name, now - std::chrono::seconds(seconds));
   }
-  Result convert(const std::string& arguments) const {
+  Finished convert(const std::string& arguments) const {
     return scratch.vistrel("convert --phase mono -o out " + arguments);
   }
   uint32_t valueOf(const std::string& picture) const {
@@ -49,7 +49,7 @@ struct Batch : ::testing::Test {
 };
 
 TEST_F(Batch, StopsAfterTheFirstFailure) {
-  const Result result = convert("a.pgm bad.pgm b.pgm c.pgm");
+  const Finished result = convert("a.pgm bad.pgm b.pgm c.pgm");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.err,
             "vistrel: bad.pgm: maxval 0: 1 to 65535 are allowed\n"
@@ -63,7 +63,7 @@ TEST_F(Batch, LeavesWhatIsUpToDate) {
   put("a.pgm", 7);
   age("a.pgm", -60);  // later than its picture
   put("b.pgm", 8);    // as old as before: nothing tells that it differs
-  const Result again = convert("a.pgm b.pgm");
+  const Finished again = convert("a.pgm b.pgm");
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(again.err,
             "vistrel: up to date: 1 of 2, whatever their options were; --overwrite makes them "
@@ -116,7 +116,7 @@ TEST_F(Batch, EveryFrameOfAFileGetsAPicture) {
 
 TEST_F(Batch, TooManyFramesAreRefused) {
   scratch.write("dots.raw", std::string(1'000'001, ' '));
-  const Result result = convert("dots.raw -s 1x1 --bits 8");
+  const Finished result = convert("dots.raw -s 1x1 --bits 8");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
             "vistrel: dots.raw: it has 1000001 frames: 1000000 at most are allowed at once; "
@@ -141,11 +141,11 @@ TEST_F(Batch, OfAFolderFramesAloneAreTaken) {
   EXPECT_TRUE(fs::exists(scratch / "out/x.png"));
   scratch.write("in/y.raw", "123456789012");
   scratch.write("in/z", "");
-  const Result pgm = convert("in --overwrite --json");
+  const Finished pgm = convert("in --overwrite --json");
   EXPECT_EQ(pgm.status, 0);
   EXPECT_EQ(json::parse(pgm.out).at("remarks"),
             json{"in: left out, as no frame's name ends so: README.txt and 2 more"});
-  const Result dumps = convert("in -s 4x3 --bits 8 --overwrite");
+  const Finished dumps = convert("in -s 4x3 --bits 8 --overwrite");
   EXPECT_EQ(dumps.status, 0);
   EXPECT_EQ(dumps.err,
             "vistrel: in: left out, as no frame's name ends so: README.txt and 2 more\n");
@@ -167,7 +167,7 @@ TEST_F(Batch, PicturesDoNotGoAmongTheFramesOfAFolder) {
   put("in/x.pgm", 1);
   fs::create_directory_symlink("in", scratch / "link");
   const Names before = scratch.names();
-  const Result png = scratch.vistrel("convert in --phase mono -o link");
+  const Finished png = scratch.vistrel("convert in --phase mono -o link");
   EXPECT_EQ(png.status, 2);
   EXPECT_EQ(png.err,
             "vistrel: -o link: it is the input folder in, where the next run would take .png "
@@ -183,13 +183,13 @@ TEST_F(Batch, StandardOutputTakesThePictureOfOneInput) {
   put("in/x.pgm", 1);
   for (const std::string inputs : {"a.pgm b.pgm", "in"})
     for (const std::string to : {"-", "png:-"}) {
-      const Result result = scratch.vistrel("convert " + inputs + " --phase mono -o " + to);
+      const Finished result = scratch.vistrel("convert " + inputs + " --phase mono -o " + to);
       EXPECT_EQ(result.status, 2);
       EXPECT_EQ(result.err, "vistrel: -o " + to +
                                 ": it takes the picture of one input; several, or a folder, need "
                                 "a folder\n");
     }
-  const Result none =
+  const Finished none =
       scratch.run({VISTREL_PROGRAM, "convert", "a.pgm", "--phase", "mono", "-o", ""});
   EXPECT_EQ(none.status, 2);
   EXPECT_EQ(none.err, "vistrel: -o: the name of a picture or of a folder is expected\n");
@@ -207,7 +207,7 @@ TEST_F(Batch, StatusWhereNothingIsDone) {
 TEST_F(Batch, NoInputIsWrittenOver) {
   EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o b.png").err, "");
   const std::string picture = scratch.read("b.png");
-  const Result result = scratch.vistrel("convert b.pgm b.png --phase mono -o . --overwrite");
+  const Finished result = scratch.vistrel("convert b.pgm b.png --phase mono -o . --overwrite");
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.err, "vistrel: -o ./b.png: it is the same file as the input b.png\n");
   EXPECT_EQ(scratch.read("b.png"), picture);
@@ -216,7 +216,7 @@ TEST_F(Batch, NoInputIsWrittenOver) {
 TEST_F(Batch, DryRunWritesNothing) {
   EXPECT_EQ(convert("b.pgm").err, "");
   const Names before = scratch.names();
-  const Result result = convert("a.pgm bad.pgm b.pgm --dry-run --manifest m.jsonl --overwrite");
+  const Finished result = convert("a.pgm bad.pgm b.pgm --dry-run --manifest m.jsonl --overwrite");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.out,
             "a.pgm -> out/a.png: 4x3, gray of 8 bits\nb.pgm -> out/b.png: 4x3, gray of 8 bits\n");
@@ -239,8 +239,8 @@ TEST_F(Batch, DryRunFailsWhereTheRunWould) {
   for (const std::string options :
        {"-o no/a.png", "-o full/a.png", "-o full", "-o out/device.png", "-o a.pgm/a.png",
         "-o out/a.png --manifest full/m", "-o out/a.png --manifest lines"}) {
-    const Result dry = scratch.vistrel("convert a.pgm --phase mono --dry-run " + options, nobody);
-    const Result run = scratch.vistrel("convert a.pgm --phase mono " + options, nobody);
+    const Finished dry = scratch.vistrel("convert a.pgm --phase mono --dry-run " + options, nobody);
+    const Finished run = scratch.vistrel("convert a.pgm --phase mono " + options, nobody);
     EXPECT_EQ(dry.status, 4) << options;
     EXPECT_EQ(run.status, 4) << options;
     EXPECT_EQ(dry.out, "");
@@ -254,7 +254,7 @@ TEST_F(Batch, WhatIsLeftOutOfADumpIsTold) {
   const std::string remark = "2 bytes after the last frame are left out";
   const std::string line = "vistrel: dump.raw: " + remark + "\n";
   EXPECT_EQ(scratch.vistrel(dump + "--dry-run").err, line);
-  const Result result = scratch.vistrel(dump + "--json");
+  const Finished result = scratch.vistrel(dump + "--json");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err, line) << "once, not for each frame";
   const json outputs = json::parse(result.out).at("inputs").at(0).at("outputs");
@@ -267,7 +267,7 @@ TEST_F(Batch, WhatIsLeftOutOfADumpIsTold) {
 
 TEST_F(Batch, JsonReport) {
   EXPECT_EQ(convert("b.pgm").err, "");
-  const Result result = convert("a.pgm b.pgm bad.pgm c.pgm --json");
+  const Finished result = convert("a.pgm b.pgm bad.pgm c.pgm --json");
   EXPECT_EQ(result.status, 1);
   const json report = json::parse(result.out);
   EXPECT_EQ(report.at("exit_status"), 1);
@@ -289,7 +289,7 @@ TEST_F(Batch, JsonReport) {
 }
 
 TEST_F(Batch, JsonProgress) {
-  const Result result = convert("a.pgm bad.pgm --progress json");
+  const Finished result = convert("a.pgm bad.pgm --progress json");
   std::istringstream lines(result.err);
   std::vector<json> objects;
   for (std::string line; std::getline(lines, line);) objects.push_back(json::parse(line));

@@ -19,7 +19,7 @@ class Bench : public testing::Test {
 };
 
 TEST_F(Bench, EveryAlgorithmAtEveryLevel) {
-  const Result result = scratch.vistrel("bench in.pgm --phase rggb --rounds 3 --json");
+  const Finished result = scratch.vistrel("bench in.pgm --phase rggb --rounds 3 --json");
   ASSERT_EQ(result.status, 0) << result.err;
   const auto json = nlohmann::json::parse(result.out);
   EXPECT_EQ(json["bits"], 12);
@@ -38,7 +38,7 @@ TEST_F(Bench, EveryAlgorithmAtEveryLevel) {
 }
 
 TEST_F(Bench, Text) {
-  const Result result = scratch.vistrel("bench in.pgm --phase gbrg --rounds 1 -a vng -a ahd");
+  const Finished result = scratch.vistrel("bench in.pgm --phase gbrg --rounds 1 -a vng -a ahd");
   EXPECT_EQ(result.out.find("64x48 pixels, 12 bits, gbrg; ns/pixel, fastest (median) of 1 rounds"),
             0u)
       << result.err;

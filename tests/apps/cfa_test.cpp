@@ -46,7 +46,7 @@ Letters flippedV(Letters rows) {
 std::string phaseOf(const Letters& rows) { return rows[0].substr(0, 2) + rows[1].substr(0, 2); }
 
 std::string told(const std::string& arguments) {
-  const Result result = Scratch().vistrel("cfa " + arguments + " --json");
+  const Finished result = Scratch().vistrel("cfa " + arguments + " --json");
   EXPECT_EQ(result.status, 0) << result.err;
   return nlohmann::json::parse(result.out)["phase"];
 }
@@ -121,7 +121,7 @@ TEST(Cfa, Refusals) {
       {"rggb --rotate 90", "--rotate: 90 not in {180}"},
   };
   for (const auto& c : cases) {
-    const Result result = scratch.vistrel(std::string("cfa ") + c.arguments);
+    const Finished result = scratch.vistrel(std::string("cfa ") + c.arguments);
     EXPECT_EQ(result.status, 2) << c.arguments;
     EXPECT_EQ(result.err.find(std::string("vistrel: ") + c.text), 0u) << result.err;
   }

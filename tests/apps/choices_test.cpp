@@ -14,7 +14,7 @@ struct Choices : ::testing::Test {
   Scratch scratch;
 
   Picture convert(const std::string& options) const {
-    const Result result = scratch.vistrel("convert in.pgm -o out.png --phase rggb " + options);
+    const Finished result = scratch.vistrel("convert in.pgm -o out.png --phase rggb " + options);
     EXPECT_EQ(result.err, "") << options;
     return readPng(scratch / "out.png");
   }
@@ -42,7 +42,7 @@ TEST_F(Choices, ThresholdReachesTheEdgeAlgorithm) {
 
 TEST_F(Choices, MoreThanTenBitsMustBeReduced) {
   scratch.write("in.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return 4 * texture(x, y) + 3; }));
-  const Result result = scratch.vistrel("convert in.pgm -o out.png --phase rggb -a laroche");
+  const Finished result = scratch.vistrel("convert in.pgm -o out.png --phase rggb -a laroche");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
             "vistrel: in.pgm: --algorithm laroche: made for 10 bits at most, the frame has 12; "
@@ -98,7 +98,7 @@ TEST_F(Choices, DepthAndFormatThatSayTheSame) {
 TEST_F(Choices, WithoutEffectAreTold) {
   scratch.write("in.pgm", pgm(12, 10, 255, [](uint32_t x, uint32_t y) { return x * y; }));
   const std::string convert = "convert in.pgm -o out.pgm ";
-  const Result mono =
+  const Finished mono =
       scratch.vistrel(convert + "--phase mono -a ahd --edges padded --format gray8 --gray luma");
   EXPECT_EQ(mono.err,
             "vistrel: in.pgm: --algorithm ahd has no effect: the frame is mono\n"
@@ -111,7 +111,7 @@ TEST_F(Choices, WithoutEffectAreTold) {
 
 TEST_F(Choices, RawGrayOfACompactImageIsRefused) {
   scratch.write("in.pgm", pgm(8, 8, 255, [](uint32_t, uint32_t) { return 65; }));
-  const Result result =
+  const Finished result =
       scratch.vistrel("convert in.pgm --phase rggb --format gray8 --gray raw -a near -o out.png");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,

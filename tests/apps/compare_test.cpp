@@ -39,14 +39,14 @@ struct Compare : ::testing::Test {
   Scratch scratch;
 
   Picture sheet(const std::string& options) const {
-    const Result result = scratch.vistrel("compare in.pgm --phase rggb -o out.png " + options);
+    const Finished result = scratch.vistrel("compare in.pgm --phase rggb -o out.png " + options);
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     return readPng(scratch / "out.png");
   }
   void expectFailure(const std::string& options, int status, const std::string& text) const {
     const auto before = scratch.names();
-    const Result result = scratch.vistrel("compare in.pgm " + options);
+    const Finished result = scratch.vistrel("compare in.pgm " + options);
     EXPECT_EQ(result.status, status) << options;
     EXPECT_EQ(result.err, "vistrel: " + text + "\n");
     EXPECT_EQ(scratch.names(), before);
@@ -94,7 +94,7 @@ TEST_F(Compare, ReducesWhatHasTooManyBits) {
 
 TEST_F(Compare, TellsWhatOptionsContradict) {
   scratch.write("in.pgm", pgm(40, 30, 1023, texture));
-  const Result result =
+  const Finished result =
       scratch.vistrel("compare in.pgm --phase rggb --bits 12 -a bilinear -o out.png");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err, "vistrel: in.pgm: taken as 12 bits; the file tells 10\n");
@@ -118,7 +118,7 @@ TEST_F(Compare, Refusals) {
 
 TEST_F(Compare, SheetThatIsTooLarge) {
   scratch.write("in.pgm", pgm(3000, 600, 255, texture));
-  const Result result =
+  const Finished result =
       scratch.vistrel("compare in.pgm --phase rggb -o out.png --crop 3000x600+0+0 --zoom 16");
   EXPECT_EQ(result.status, 2);
   EXPECT_NE(result.err.find("268435456 are allowed; take a smaller --crop or --zoom\n"),

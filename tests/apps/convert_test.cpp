@@ -14,7 +14,7 @@ uint32_t slope(uint32_t x, uint32_t y) { return 300 * y + 11 * x; }
 // Red 160, green 96, blue 48 of a 2x2 block that begins with red.
 uint32_t plainRggb(uint32_t x, uint32_t y) { return (x + y) % 2 ? 96 : y % 2 ? 48 : 160; }
 
-void expectDone(const Result& result) {
+void expectDone(const Finished& result) {
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.out, "");

@@ -22,7 +22,7 @@ struct Curve : ::testing::Test {
     scratch.write("in.pgm", pgm(5, 1, 4095, [](uint32_t x, uint32_t) { return 1000 * x; }));
   }
 
-  Result convert() const {
+  Finished convert() const {
     return scratch.vistrel("convert in.pgm --phase mono -o out.pgm --curve curve");
   }
   void expectRefused(const std::string& file, const std::string& text, int status = 2) const {
@@ -31,7 +31,7 @@ struct Curve : ::testing::Test {
   }
   void expectFailure(const std::string& text, int status) const {
     const auto before = scratch.names();
-    const Result result = convert();
+    const Finished result = convert();
     EXPECT_EQ(result.status, status) << text;
     EXPECT_EQ(result.err, "vistrel: --curve curve: " + text + "\n");
     EXPECT_EQ(scratch.names(), before);
@@ -44,7 +44,7 @@ TEST_F(Curve, MapsByTheHighestTenBits) {
   for (const std::string& text : {falling("\n"), falling(" "), "# inverse\n" + falling(" # one\n"),
                                   falling("\r\n\t"), falling("\n", 4096)}) {
     scratch.write("curve", text);
-    const Result result = convert();
+    const Finished result = convert();
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(scratch.read("out.pgm"), expected);
   }
@@ -96,7 +96,7 @@ TEST_F(Curve, FrameThatItDoesNotServe) {
             "vistrel: in.pgm: --curve curve: 2048 entries: samples of 12 bits take 1024 or 4096\n");
   scratch.write("curve", falling("\n"));
   scratch.write("in.pgm", pgm(4, 4, 16383, [](uint32_t, uint32_t) { return 8000; }));
-  const Result deep = convert();
+  const Finished deep = convert();
   EXPECT_EQ(deep.status, 3);
   EXPECT_EQ(deep.err,
             "vistrel: in.pgm: --curve curve: a table serves 10 to 12 bits, the samples have 14; "

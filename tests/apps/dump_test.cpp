@@ -129,7 +129,7 @@ TEST(Unpack, BytesOfTheDefinitions) {
   for (const auto& c : cases) {
     scratch.write("in.raw", c.bytes);
     const auto width = static_cast<uint32_t>(c.samples.size());
-    const Result result =
+    const Finished result =
         scratch.vistrel(fmt::format("unpack in.raw -s {}x1 --pixfmt {} -o out.pgm", width, c.name));
     EXPECT_EQ(result.err, "") << c.name;
     const uint32_t maxval = c.samples[0] == 0x123 ? 4095 : c.samples[0] == 0x155 ? 1023 : 255;
@@ -196,7 +196,7 @@ TEST(Unpack, EveryFrameOfADump) {
   EXPECT_EQ(scratch.read("out.raw"), "abcdefgh");
   EXPECT_EQ(scratch.vistrel(unpack + "out.pgm --frame 1").status, 0);
   EXPECT_EQ(scratch.read("out.pgm"), second);
-  const Result png = scratch.vistrel(unpack + "out.png");
+  const Finished png = scratch.vistrel(unpack + "out.png");
   EXPECT_EQ(png.status, 3);
   EXPECT_EQ(png.err,
             "vistrel: in.raw: 1 byte after the last frame is left out\n"
@@ -232,7 +232,7 @@ TEST(Unpack, Refusals) {
   EXPECT_EQ(scratch.vistrel(unpack).status, 2);
   EXPECT_EQ(scratch.vistrel("unpack in.raw -o out.ppm -s 2x2 --pixfmt GREY").status, 2);
   EXPECT_EQ(scratch.vistrel("unpack none.raw -o out.pgm -s 2x2 --pixfmt GREY").status, 4);
-  const Result cut = scratch.vistrel(unpack + "-s 2x2 --pixfmt Y16");
+  const Finished cut = scratch.vistrel(unpack + "-s 2x2 --pixfmt Y16");
   EXPECT_EQ(cut.status, 3);
   EXPECT_NE(cut.err.find("in.raw: the file is too short"), std::string::npos) << cut.err;
   EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2 --pixfmt GREY --frame 1").status, 3);
@@ -240,7 +240,7 @@ TEST(Unpack, Refusals) {
             3);
   EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2 --pixfmt GREY --stride 1").status, 3);
   // 'b' << 8 | 'a' has more than ten bits.
-  const Result excess = scratch.vistrel(unpack + "-s 1x1 --pixfmt Y10");
+  const Finished excess = scratch.vistrel(unpack + "-s 1x1 --pixfmt Y10");
   EXPECT_EQ(excess.status, 3);
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.raw"});
 }

@@ -258,7 +258,7 @@ TEST(Formats, One) {
     "pfnc": null, "pfnc_value": null, "v4l2": "pBEE", "gstreamer": null, "ffmpeg": null})"));
   EXPECT_NE(scratch.vistrel("formats BYR2").out.find("\n  bggr   16    BayerBG16 "),
             std::string::npos);
-  const Result none = scratch.vistrel("formats COLOR_BayerBG2BGR");
+  const Finished none = scratch.vistrel("formats COLOR_BayerBG2BGR");
   EXPECT_EQ(none.status, 2);
   EXPECT_EQ(none.err.find("vistrel: NAME COLOR_BayerBG2BGR: no pixel format of that name."), 0u);
 }

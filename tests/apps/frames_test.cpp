@@ -16,7 +16,7 @@ struct Frames : ::testing::Test {
   Scratch scratch;
 
   nlohmann::json info(const std::string& arguments, const std::string& said = "") const {
-    const Result result = scratch.vistrel("info --json " + arguments);
+    const Finished result = scratch.vistrel("info --json " + arguments);
     EXPECT_EQ(result.status, 0) << arguments;
     EXPECT_EQ(result.err, said);
     return nlohmann::json::parse(result.out);
@@ -69,7 +69,7 @@ TEST_F(Frames, DumpsByTheNameOfTheirFormat) {
     const auto told = info(arguments);
     EXPECT_EQ(told["phase"], "rggb") << name;
     EXPECT_EQ(told["bits"], 10) << name;
-    const Result result =
+    const Finished result =
         scratch.vistrel("convert " + arguments + " --phase mono --depth 16 -o out.pgm");
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(scratch.read("out.pgm"), "P5\n4 1\n1023\n\x03\xFF\x00\x00\x01\x55\x00\x01"s) << name;
@@ -80,7 +80,7 @@ TEST_F(Frames, DumpOfHighBits) {
   scratch.write("in.raw", std::string("\xFF\xC0\x00\x40\x55\x40", 6));
   const std::string arguments = "in.raw -s 3x1 --bits 10 --endian big --align high";
   EXPECT_EQ(info(arguments)["full_scale"], 0xFFC0);
-  const Result result =
+  const Finished result =
       scratch.vistrel("convert " + arguments + " --phase mono --depth 16 -o out.pgm");
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_EQ(scratch.read("out.pgm"), std::string("P5\n3 1\n1023\n\x03\xFF\0\x01\x01\x55", 18));
@@ -106,7 +106,7 @@ TEST_F(Frames, HighBitsOfFilesWithAHeader) {
 TEST_F(Frames, DumpsThatDoNotGoTogether) {
   scratch.write("in.raw", std::string(40, 'x'));
   const auto expect = [this](const std::string& options, const std::string& text) {
-    const Result result = scratch.vistrel("info in.raw -s 4x2 " + options);
+    const Finished result = scratch.vistrel("info in.raw -s 4x2 " + options);
     EXPECT_EQ(result.status, 3) << options;
     EXPECT_EQ(result.err, "vistrel: in.raw: " + text + "\n");
   };
@@ -128,7 +128,7 @@ TEST_F(Frames, DumpsThatHaveAHeader) {
     EXPECT_EQ(scratch.vistrel("convert in.raw -s 4x4 --bits 8 --phase mono --frame 0 -o o.png").err,
               note);
     EXPECT_EQ(scratch.vistrel("info in.raw -s 4x4 --bits 8 --skip 16").err, "");
-    const Result guess = scratch.vistrel("guess in.raw");
+    const Finished guess = scratch.vistrel("guess in.raw");
     EXPECT_EQ(guess.status, 3);
     EXPECT_EQ(guess.err, "vistrel: in.raw: it begins like a " + kind +
                              " file, not like a dump; vistrel info tells what is in it\n");
@@ -157,7 +157,7 @@ TEST_F(Frames, WhatOptionsContradict) {
 
 TEST_F(Frames, BitsThatNobodyTells) {
   const auto said = [this](const std::string& arguments) {
-    const Result result = scratch.vistrel("convert " + arguments + " --phase mono -o out.png");
+    const Finished result = scratch.vistrel("convert " + arguments + " --phase mono -o out.png");
     EXPECT_EQ(result.status, 0) << arguments;
     EXPECT_EQ(result.out, "");
     return result.err;
@@ -196,12 +196,12 @@ TEST_F(Frames, StandardInputAsAFile) {
 TEST_F(Frames, StandardInputAsAPipe) {
   scratch.write("in.pgm", flat(77));
   const std::string program = VISTREL_PROGRAM;
-  const Result result = scratch.run({"sh", "-c", "cat in.pgm | " + program + " info --json -"});
+  const Finished result = scratch.run({"sh", "-c", "cat in.pgm | " + program + " info --json -"});
   EXPECT_EQ(nlohmann::json::parse(result.out)["max"], 77);
-  const Result empty = scratch.run({"sh", "-c", "cat /dev/null | " + program + " info -"});
+  const Finished empty = scratch.run({"sh", "-c", "cat /dev/null | " + program + " info -"});
   EXPECT_EQ(empty.status, 3);
   EXPECT_EQ(empty.err, "vistrel: -: the file is empty\n");
-  const Result closed = scratch.run({"sh", "-c", program + " info - <&-"});
+  const Finished closed = scratch.run({"sh", "-c", program + " info - <&-"});
   EXPECT_EQ(closed.status, 4);
   EXPECT_EQ(closed.err, "vistrel: -: cannot be read: Bad file descriptor\n");
   EXPECT_EQ(scratch.run({"sh", "-c", program + " info - 0>>in.pgm"}).status, 4) << "write only";

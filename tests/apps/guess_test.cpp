@@ -14,7 +14,7 @@ TEST(Guess, Program) {
   scratch.vistrel("scene -s 400x300 --bits 12 --phase gbrg -o scene.pgm");
   const std::string pgm = scratch.read("scene.pgm");
   scratch.write("in.raw", pgm.substr(pgm.size() - 400 * 300 * 2));  // high byte first
-  const Result result = scratch.vistrel("guess in.raw --json");
+  const Finished result = scratch.vistrel("guess in.raw --json");
   ASSERT_EQ(result.status, 0) << result.err;
   const auto best = nlohmann::json::parse(result.out)[0];
   EXPECT_EQ(best["width"], 400);
@@ -33,14 +33,14 @@ TEST(Guess, Program) {
 TEST(Guess, PathsAreQuoted) {
   const Scratch scratch;
   scratch.write("it's mine.raw", std::string(32 * 32, 'a'));
-  const Result result = scratch.run({VISTREL_PROGRAM, "guess", "it's mine.raw"});
+  const Finished result = scratch.run({VISTREL_PROGRAM, "guess", "it's mine.raw"});
   EXPECT_NE(result.out.find("vistrel convert 'it'\\''s mine.raw' -s 32x32 "), std::string::npos)
       << result.out;
 }
 
 void expectRefusal(const Scratch& scratch, const std::string& arguments, int status,
                    const std::string& text) {
-  const Result result = scratch.vistrel("guess " + arguments);
+  const Finished result = scratch.vistrel("guess " + arguments);
   EXPECT_EQ(result.status, status) << arguments;
   EXPECT_EQ(result.err, "vistrel: " + text + "\n");
   EXPECT_EQ(result.out, "");

@@ -12,7 +12,7 @@ namespace {
 nlohmann::json infoOf(const std::string& file, const std::string& options = "") {
   const Scratch scratch;
   scratch.write("in.pgm", file);
-  const Result result = scratch.vistrel("info in.pgm --json " + options);
+  const Finished result = scratch.vistrel("info in.pgm --json " + options);
   EXPECT_EQ(result.status, 0) << result.err;
   return nlohmann::json::parse(result.out);
 }
@@ -84,7 +84,7 @@ TEST(Info, SeveralFiles) {
   scratch.write("a.pgm", fourSamples(255, {0, 255, 128, 255}));
   scratch.write("b.pgm", fourSamples(1023, {7, 7, 7, 7}));
   const std::string a = scratch.vistrel("info a.pgm").out, b = scratch.vistrel("info b.pgm").out;
-  const Result text = scratch.vistrel("info a.pgm none.pgm b.pgm");
+  const Finished text = scratch.vistrel("info a.pgm none.pgm b.pgm");
   EXPECT_EQ(text.status, 1);
   EXPECT_EQ(text.err, "vistrel: none.pgm: cannot be read: No such file or directory\n");
   EXPECT_EQ(text.out, "file             a.pgm\n" + a + "\nfile             b.pgm\n" + b + "\n");
@@ -97,11 +97,11 @@ TEST(Info, SeveralFiles) {
 
 TEST(Info, BadFiles) {
   const Scratch scratch;
-  const Result missing = scratch.vistrel("info in.pgm");
+  const Finished missing = scratch.vistrel("info in.pgm");
   EXPECT_EQ(missing.status, 4);
   EXPECT_EQ(missing.err, "vistrel: in.pgm: cannot be read: No such file or directory\n");
   scratch.write("in.pgm", "P5\n4 4\n255\nabc");
-  const Result cut = scratch.vistrel("info in.pgm --json");
+  const Finished cut = scratch.vistrel("info in.pgm --json");
   EXPECT_EQ(cut.status, 3);
   EXPECT_EQ(cut.out, "");
   EXPECT_EQ(cut.err,

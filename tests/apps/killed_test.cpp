@@ -117,8 +117,8 @@ TEST_F(Killed, FilesOfRunningProgramsStay) {
 TEST_F(Killed, WorkersMakeNoDifference) {
   scratch.write("in3.pgm", "P5\n1 1\n0\n");
   scratch.write("in7.pgm", "P5\n1 1\n");
-  const Result one = scratch.vistrel(command("whole", "--keep-going"));
-  const Result four = scratch.vistrel(command("out", "--keep-going -j 4"));
+  const Finished one = scratch.vistrel(command("whole", "--keep-going"));
+  const Finished four = scratch.vistrel(command("out", "--keep-going -j 4"));
   EXPECT_EQ(one.status, 1);
   EXPECT_EQ(four.status, 1);
   EXPECT_EQ(one.err, four.err);
@@ -137,7 +137,7 @@ TEST_F(Killed, WorkersThatCannotWriteLoseNothing) {
     const rlimit size{50'000, 50'000};
     setrlimit(RLIMIT_FSIZE, &size);
   };
-  const Result all = scratch.vistrel(command("out", options), limit);
+  const Finished all = scratch.vistrel(command("out", options), limit);
   EXPECT_EQ(all.status, 4);
   EXPECT_EQ(std::count(all.err.begin(), all.err.end(), '\n'), kFrames) << all.err;
   EXPECT_NE(all.err.find("in7.pgm: out/in7.png cannot be written: File too large\n"),
@@ -156,7 +156,7 @@ TEST_F(Killed, WorkersOnAFullDiskLoseNothing) {
   for (const std::string folder : {"disk", "kept"}) fs::create_directory(scratch / folder);
   for (const auto& [room, expected] : {std::pair{"64k", 4}, {"512k", 1}}) {
     const std::string name = "size=" + std::string(room);
-    const Result result =
+    const Finished result =
         scratch.run({"sh", "-c",
                      "for i in 0 3 9; do echo old >disk/in$i.png; done; \"$0\" " +
                          command("disk", "-j 4 --overwrite --keep-going") +
@@ -188,7 +188,7 @@ TEST_F(Killed, WorkersOnAFullDiskLoseNothing) {
 #ifdef VISTREL_COUNT_STREAMS
 TEST_F(Killed, AWorkerHoldsOneStream) {
   for (const auto& [options, workers] : {std::pair{"-j 1", 1}, {"-j 4", 4}, {"--dry-run", 0}}) {
-    const Result result = scratch.run(
+    const Finished result = scratch.run(
         {"sh", "-c", "LD_PRELOAD=$0 exec \"$1\" " + command("out", options) + " --overwrite 9>told",
          VISTREL_COUNT_STREAMS, VISTREL_PROGRAM});
     EXPECT_EQ(result.status, 0) << result.err;
@@ -207,7 +207,7 @@ TEST_F(Killed, AWorkerHoldsOneStream) {
 TEST(FailingMalloc, IsToldAndLeavesNoHalfFile) {
   const Scratch scratch;
   scratch.write("in.pgm", "P5\n4 4\n255\n0123456789abcdef");
-  const Result result = scratch.run(
+  const Finished result = scratch.run(
       {"sh", "-c", "LD_PRELOAD=$0 exec \"$1\" convert in.pgm --phase mono -o out.pgm 9>statuses",
        VISTREL_FAILING_MALLOC, VISTREL_PROGRAM});
   EXPECT_EQ(result.status, 0);

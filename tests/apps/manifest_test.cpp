@@ -22,7 +22,7 @@ struct ManifestTest : ::testing::Test {
                     pgm(3, 3, 255, [](uint32_t x, uint32_t y) { return "123456789"[3 * y + x]; }));
     fs::create_directory(scratch / "out");
   }
-  Result convert(const std::string& arguments = "") const {
+  Finished convert(const std::string& arguments = "") const {
     return scratch.vistrel("convert a.pgm b.pgm --phase mono -o out --manifest m.jsonl " +
                            arguments);
   }
@@ -100,14 +100,14 @@ TEST_F(ManifestTest, ALineWithoutItsEndDoesNotCount) {
 
 TEST_F(ManifestTest, IsNoOtherFile) {
   scratch.write("m.jsonl", "notes\n");
-  const Result result = convert();
+  const Finished result = convert();
   EXPECT_EQ(result.status, 4);
   EXPECT_EQ(result.err, "vistrel: --manifest m.jsonl: line 1 is no line of a manifest\n");
   EXPECT_EQ(scratch.read("m.jsonl"), "notes\n");
   EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o out --manifest a.pgm").err,
             "vistrel: --manifest a.pgm: it is the same file as the input a.pgm\n");
   EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o out --manifest no/m").status, 4);
-  const Result stream = scratch.vistrel("convert a.pgm --phase mono -o out --manifest -");
+  const Finished stream = scratch.vistrel("convert a.pgm --phase mono -o out --manifest -");
   EXPECT_EQ(stream.status, 2);
   EXPECT_EQ(stream.err, "vistrel: --manifest -: the name of a file is expected\n");
 }

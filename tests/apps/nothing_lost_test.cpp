@@ -24,7 +24,7 @@ struct NothingLost : ::testing::Test {
   // The program refuses the two files and touches neither.
   void expectRefusal(const std::string& command, const std::string& text) const {
     const Names before = scratch.names();
-    const Result result = scratch.vistrel(command);
+    const Finished result = scratch.vistrel(command);
     EXPECT_EQ(result.status, 2) << command;
     EXPECT_EQ(result.err, "vistrel: " + text + "\n");
     EXPECT_EQ(scratch.names(), before);
@@ -68,8 +68,8 @@ TEST_F(NothingLost, ScoresAreNoPlot) {
 }
 
 TEST_F(NothingLost, StandardInputIsAFileToo) {
-  const Result result = scratch.vistrel("convert - --phase mono -o in.pgm",
-                                        [] { dup2(open("in.pgm", O_RDONLY), STDIN_FILENO); });
+  const Finished result = scratch.vistrel("convert - --phase mono -o in.pgm",
+                                          [] { dup2(open("in.pgm", O_RDONLY), STDIN_FILENO); });
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.err, "vistrel: -o in.pgm: it is the same file as the input -\n");
 }
@@ -79,7 +79,7 @@ TEST_F(NothingLost, OutputThatDoesNotFitIsTold) {
        {"info in.pgm", "info in.pgm --json", "cfa rggb", "formats", "formats --json", "--help",
         "--version", "convert --help", "convert in.pgm --phase mono -o x.png --json",
         "convert in.pgm --phase mono -o x.png --dry-run"}) {
-    const Result result =
+    const Finished result =
         scratch.vistrel(command, [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
     EXPECT_EQ(result.status, 4) << command;
     EXPECT_NE(result.err.find("cannot"), std::string::npos) << command;
@@ -88,12 +88,12 @@ TEST_F(NothingLost, OutputThatDoesNotFitIsTold) {
 }
 
 TEST_F(NothingLost, OutputThatIsClosedIsTold) {
-  const Result info = scratch.vistrel("info in.pgm", [] { close(STDOUT_FILENO); });
+  const Finished info = scratch.vistrel("info in.pgm", [] { close(STDOUT_FILENO); });
   EXPECT_EQ(info.status, 4);
   EXPECT_EQ(info.err, "vistrel: standard output cannot be written: Bad file descriptor\n");
   // Of what is written into the picture's file while standard output has its place.
-  const Result report = scratch.vistrel("convert in.pgm --phase mono --depth 16 -o x.pgm --json",
-                                        [] { close(STDOUT_FILENO); });
+  const Finished report = scratch.vistrel("convert in.pgm --phase mono --depth 16 -o x.pgm --json",
+                                          [] { close(STDOUT_FILENO); });
   EXPECT_EQ(report.status, 4);
   EXPECT_EQ(scratch.read("x.pgm"), scratch.read("in.pgm"));
   // Nothing is lost where there is nothing to say.

@@ -29,12 +29,12 @@ struct Output : ::testing::Test {
   Scratch scratch;
   Output() { scratch.write("in.pgm", pgm(64, 64, 255, noise)); }
 
-  Result convert(const std::string& to, const std::function<void()>& prepare = {}) const {
+  Finished convert(const std::string& to, const std::function<void()>& prepare = {}) const {
     return scratch.vistrel("convert in.pgm --phase mono -o " + to, prepare);
   }
   void expectFailure(const std::string& to, int status, const std::string& text) const {
     const Names before = scratch.names();
-    const Result result = convert(to);
+    const Finished result = convert(to);
     EXPECT_EQ(result.status, status) << to;
     EXPECT_EQ(result.err, "vistrel: " + text + "\n");
     EXPECT_EQ(scratch.names(), before);
@@ -99,7 +99,7 @@ TEST_F(Output, DeviceIsNotReplaced) {
 TEST_F(Output, FileSizeLimit) {
   for (const std::string to : {"out.png", "out.pgm"}) {
     scratch.write(to, "old");
-    const Result result = convert(to, [] {
+    const Finished result = convert(to, [] {
       const rlimit limit{1000, 1000};
       setrlimit(RLIMIT_FSIZE, &limit);
     });
@@ -122,7 +122,7 @@ TEST_F(Output, DiskIsFull) {
   fs::create_directory(scratch / "disk");
   for (const std::string to : {"disk/out.png", "disk/out.pgm"}) {
     scratch.write("in.pgm", pgm(200, 200, 255, noise));
-    const Result result = scratch.run(
+    const Finished result = scratch.run(
         {"sh", "-c",
          "\"$0\" convert in.pgm --phase mono -o " + to + "; status=$?; ls -A disk; exit $status",
          VISTREL_PROGRAM},
@@ -143,13 +143,13 @@ struct ManyInputs : ::testing::Test {
     scratch.write("bad.pgm", "P5\n1 1\n0\n");
     fs::create_directory(scratch / "out");
   }
-  Result convert(const std::string& inputs, const std::string& to = "out") const {
+  Finished convert(const std::string& inputs, const std::string& to = "out") const {
     return scratch.vistrel("convert --phase mono -o " + to + " " + inputs);
   }
 };
 
 TEST_F(ManyInputs, GoToAFolder) {
-  const Result result = convert("a.pgm b.pgm");
+  const Finished result = convert("a.pgm b.pgm");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err, "") << "no bar where nobody watches";
   EXPECT_EQ(readPng(scratch / "out/a.png").width, 8u);
@@ -157,7 +157,7 @@ TEST_F(ManyInputs, GoToAFolder) {
 }
 
 TEST_F(ManyInputs, FailOneByOne) {
-  const Result some = convert("--keep-going a.pgm bad.pgm missing.pgm b.pgm");
+  const Finished some = convert("--keep-going a.pgm bad.pgm missing.pgm b.pgm");
   EXPECT_EQ(some.status, 1);
   EXPECT_EQ(some.err,
             "vistrel: bad.pgm: maxval 0: 1 to 65535 are allowed\n"
@@ -173,10 +173,10 @@ TEST_F(ManyInputs, FailAll) {
 }
 
 TEST_F(ManyInputs, NeedAFolder) {
-  const Result none = convert("a.pgm b.pgm", "no");
+  const Finished none = convert("a.pgm b.pgm", "no");
   EXPECT_EQ(none.status, 4);
   EXPECT_EQ(none.err, "vistrel: -o no: there is no such folder\n");
-  const Result file = convert("a.pgm b.pgm", "bad.pgm");
+  const Finished file = convert("a.pgm b.pgm", "bad.pgm");
   EXPECT_EQ(file.status, 2);
   EXPECT_EQ(file.err, "vistrel: -o bad.pgm: a folder is expected, this is a file\n");
 }
@@ -184,7 +184,7 @@ TEST_F(ManyInputs, NeedAFolder) {
 TEST_F(ManyInputs, NeedNamesOfTheirOwn) {
   fs::create_directory(scratch / "more");
   scratch.write("more/a.pgm", pgm(8, 8, 255, noise));
-  const Result result = convert("a.pgm more/a.pgm");
+  const Finished result = convert("a.pgm more/a.pgm");
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.err,
             "vistrel: -o out/a.png: both a.pgm and more/a.pgm would be written there\n");
@@ -196,8 +196,8 @@ TEST_F(ManyInputs, ShowABarOnATerminal) {
   if (terminal < 0 || grantpt(terminal) || unlockpt(terminal)) GTEST_SKIP() << "no terminals";
   const std::string name = ptsname(terminal);
   const int keep = open(name.c_str(), O_RDWR | O_NOCTTY);
-  const Result result = scratch.vistrel("convert --phase mono -o out a.pgm b.pgm",
-                                        [keep] { dup2(keep, STDERR_FILENO); });
+  const Finished result = scratch.vistrel("convert --phase mono -o out a.pgm b.pgm",
+                                          [keep] { dup2(keep, STDERR_FILENO); });
   EXPECT_EQ(result.status, 0);
   close(keep);  // with nobody left to write, reading ends
   std::string text;

@@ -23,7 +23,7 @@ struct Preparation : ::testing::Test {
   }
 
   Picture convert(const std::string& options) const {
-    const Result result = scratch.vistrel("convert in.pgm -o out.png --phase rggb " + options);
+    const Finished result = scratch.vistrel("convert in.pgm -o out.png --phase rggb " + options);
     EXPECT_EQ(result.err, "") << options;
     return readPng(scratch / "out.png");
   }
@@ -48,7 +48,7 @@ TEST_F(Preparation, GainsMultiply) {
 }
 
 TEST_F(Preparation, AutoMakesColoursEqual) {
-  const Result result =
+  const Finished result =
       scratch.vistrel("convert in.pgm -o out.png --phase rggb --black 10 --wb auto --json");
   EXPECT_THAT(plain(readPng(scratch / "out.png")), ElementsAre(90, 90, 90));
   // 90 / 31, 90 / 60 and 1 in 4096th.
@@ -74,7 +74,7 @@ TEST_F(Preparation, DumpsHaveEveryOrder) {
   };
   for (const auto& [format, pixel] : pixels) {
     const std::string option = format.empty() ? "" : " --format " + format;
-    const Result result = scratch.vistrel("convert in.pgm --phase rggb -o out.raw" + option);
+    const Finished result = scratch.vistrel("convert in.pgm --phase rggb -o out.raw" + option);
     EXPECT_EQ(result.err, "");
     std::string expected;
     for (int i = 0; i < 9 * 7; ++i) expected += pixel;
@@ -102,7 +102,7 @@ TEST_F(Preparation, DumpsKeepAllBitsInEitherOrder) {
 TEST_F(Preparation, IsRefusedWhereTheFrameHasNoPlaceForIt) {
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --black 256 -o out.png").err,
             "vistrel: in.pgm: --black 256: samples of 8 bits allow 0 to 255\n");
-  const Result mono = scratch.vistrel("convert in.pgm --phase mono --wb auto -o out.png");
+  const Finished mono = scratch.vistrel("convert in.pgm --phase mono --wb auto -o out.png");
   EXPECT_EQ(mono.status, 3);
   EXPECT_EQ(mono.err, "vistrel: in.pgm: --wb auto: a mono frame has no colours\n");
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});

@@ -64,7 +64,8 @@ std::vector<std::string> Scratch::names() const {
   return names;
 }
 
-Result Scratch::run(std::vector<std::string> command, const std::function<void()>& prepare) const {
+Finished Scratch::run(std::vector<std::string> command,
+                      const std::function<void()>& prepare) const {
   std::vector<char*> arguments;
   for (std::string& argument : command) arguments.push_back(argument.data());
   arguments.push_back(nullptr);
@@ -83,7 +84,8 @@ Result Scratch::run(std::vector<std::string> command, const std::function<void()
   return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), out.text(), err.text()};
 }
 
-Result Scratch::vistrel(const std::string& arguments, const std::function<void()>& prepare) const {
+Finished Scratch::vistrel(const std::string& arguments,
+                          const std::function<void()>& prepare) const {
   std::vector<std::string> command{VISTREL_PROGRAM};
   std::istringstream words(arguments);
   for (std::string word; words >> word;) command.push_back(word);

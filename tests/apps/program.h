@@ -9,7 +9,7 @@
 
 namespace vistrel {
 
-struct Result {
+struct Finished {
   int status;  // exit status; 128 plus the signal's number where one ended it
   std::string out, err;
 };
@@ -28,10 +28,10 @@ class Scratch {
   std::vector<std::string> names() const;  // of all files in it, sorted
 
   // Runs a command there; `prepare` is called in the new process before it starts.
-  Result run(std::vector<std::string> command, const std::function<void()>& prepare = {}) const;
+  Finished run(std::vector<std::string> command, const std::function<void()>& prepare = {}) const;
 
   // Runs the program with these arguments, split at spaces.
-  Result vistrel(const std::string& arguments, const std::function<void()>& prepare = {}) const;
+  Finished vistrel(const std::string& arguments, const std::function<void()>& prepare = {}) const;
 
  private:
   std::filesystem::path folder_;

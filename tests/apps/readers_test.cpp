@@ -18,7 +18,7 @@ struct Readers : ::testing::Test {
   Scratch scratch;
 
   nlohmann::json info(const std::string& arguments) const {
-    const Result result = scratch.vistrel("info --json " + arguments);
+    const Finished result = scratch.vistrel("info --json " + arguments);
     EXPECT_EQ(result.status, 0) << result.err;
     return result.status ? nlohmann::json() : nlohmann::json::parse(result.out);
   }
@@ -26,7 +26,8 @@ struct Readers : ::testing::Test {
   void expectSamples(const std::string& file, uint32_t width, uint32_t height, uint32_t bits,
                      const Sample& sample) const {
     const std::string options = bits > 8 ? " --depth 16" : "";
-    const Result result = scratch.vistrel("convert " + file + " --phase mono -o out.pgm" + options);
+    const Finished result =
+        scratch.vistrel("convert " + file + " --phase mono -o out.pgm" + options);
     EXPECT_EQ(result.status, 0) << file << ": " << result.err;
     EXPECT_EQ(scratch.read("out.pgm"), pgm(width, height, (1u << bits) - 1, sample)) << file;
   }
@@ -77,7 +78,7 @@ TEST_F(Readers, TiffTellsItsPhase) {
     EXPECT_EQ(info("in.tif")["format"], "TIFF");
     EXPECT_EQ(info("in.tif")["bits"], 12);
   }
-  const Result converted = scratch.vistrel("convert in.tif -o out.png");
+  const Finished converted = scratch.vistrel("convert in.tif -o out.png");
   EXPECT_EQ(converted.status, 0) << converted.err;
 }
 
@@ -215,13 +216,13 @@ TEST_F(Readers, FitsPhaseAndOrderOfRows) {
 // What a file says of its phase may be wrong; an option has its way.
 TEST_F(Readers, PhaseOverTagsThatMakeNoSense) {
   const auto expect = [this](const std::string& file, const std::string& fault) {
-    const Result none = scratch.vistrel("convert " + file + " -o out.png");
+    const Finished none = scratch.vistrel("convert " + file + " -o out.png");
     EXPECT_EQ(none.status, 3);
     EXPECT_EQ(none.err, "vistrel: " + file + ": " + fault + "; --phase tells another\n");
-    const Result told = scratch.vistrel("convert " + file + " --phase rggb -o out.png");
+    const Finished told = scratch.vistrel("convert " + file + " --phase rggb -o out.png");
     EXPECT_EQ(told.status, 0);
     EXPECT_EQ(told.err, "vistrel: " + file + ": " + fault + "; taken as rggb\n");
-    const Result info = scratch.vistrel("info --json " + file);
+    const Finished info = scratch.vistrel("info --json " + file);
     EXPECT_EQ(info.err, "vistrel: " + file + ": " + fault + "\n");
     EXPECT_TRUE(nlohmann::json::parse(info.out)["phase"].is_null());
   };
@@ -278,7 +279,7 @@ TEST_F(Readers, CameraRawByThePlugin) {
 TEST_F(Readers, CameraRawWithoutThePlugin) {
   scratch.write("in.cr2", "II*\0");
   std::filesystem::copy_file(VISTREL_PROGRAM, scratch / "vistrel");
-  const Result result = scratch.run({(scratch / "vistrel").string(), "info", "in.cr2"});
+  const Finished result = scratch.run({(scratch / "vistrel").string(), "info", "in.cr2"});
   EXPECT_EQ(result.status, 4);
   EXPECT_EQ(result.err.find("vistrel: in.cr2: a camera raw file is read by the plug-in "
                             "vistrel-libraw.so, which is installed neither in "),

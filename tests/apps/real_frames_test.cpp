@@ -45,8 +45,8 @@ TEST(RealFrames, BayerFramesHaveTheirColours) {
   const Scratch scratch;
   for (const fs::path& frame : frames) {
     const FrameName name = frameNameOf(frame.stem());
-    const Result result = scratch.vistrel("convert " + frame.string() + " -o out.png --phase " +
-                                          name.phase + " --bits " + std::to_string(name.bits));
+    const Finished result = scratch.vistrel("convert " + frame.string() + " -o out.png --phase " +
+                                            name.phase + " --bits " + std::to_string(name.bits));
     ASSERT_EQ(result.status, 0) << result.err;
     const Picture picture = readPng(scratch / "out.png");
     const Mosaic mosaic(frame);
@@ -69,7 +69,8 @@ TEST(RealFrames, MonoFramesKeepTheirSamples) {
   const Scratch scratch;
   for (const fs::path& frame : frames) {
     const FrameName name = frameNameOf(frame.stem());
-    const Result result = scratch.vistrel("convert " + frame.string() + " -o out.png --from-name");
+    const Finished result =
+        scratch.vistrel("convert " + frame.string() + " -o out.png --from-name");
     ASSERT_EQ(result.status, 0) << result.err;
     const Picture picture = readPng(scratch / "out.png");
     const Mosaic mosaic(frame);

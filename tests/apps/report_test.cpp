@@ -85,14 +85,14 @@ struct Report : ::testing::Test {
     ASSERT_EQ(scratch.vistrel("convert made.pgm --phase rggb --bin 2 -o " + name).status, 0);
   }
   Json scores(const std::string& options) const {
-    const Result result = scratch.vistrel("report --json out.json --reference " + options);
+    const Finished result = scratch.vistrel("report --json out.json --reference " + options);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.status, 0);
     return Json::parse(scratch.read("out.json"));
   }
   void expectFailure(const std::string& options, int status, const std::string& text) const {
     const auto before = scratch.names();
-    const Result result = scratch.vistrel("report " + options);
+    const Finished result = scratch.vistrel("report " + options);
     EXPECT_EQ(result.status, status) << options;
     EXPECT_EQ(result.err, "vistrel: " + text + "\n");
     EXPECT_EQ(result.out, "");
@@ -143,7 +143,7 @@ TEST_F(Report, MeansAreOverThePictures) {
 
 TEST_F(Report, PrintsATableAndDrawsThePlot) {
   writePicture("a.png");
-  const Result result = scratch.vistrel("report --reference a.png -o .");
+  const Finished result = scratch.vistrel("report --reference a.png -o .");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.out.substr(0, 53), "a                        CPSNR dB     SSIM  ns/pixel\n");
   size_t place = 0;
@@ -197,14 +197,14 @@ TEST_F(Report, Refusals) {
 
 TEST_F(Report, WhatCannotBeWrittenIsTold) {
   writePicture("a.png");
-  const Result result = scratch.vistrel("report --reference a.png --json no/out.json");
+  const Finished result = scratch.vistrel("report --reference a.png --json no/out.json");
   EXPECT_EQ(result.status, 4);
   EXPECT_EQ(result.err, "vistrel: no/out.json cannot be written: No such file or directory\n");
 }
 
 TEST_F(Report, GoesOnWithTheOthers) {
   writePicture("a.png");
-  const Result result = scratch.vistrel("report --json out.json --reference no.png a.png");
+  const Finished result = scratch.vistrel("report --json out.json --reference no.png a.png");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.err, "vistrel: no.png: cannot be read: No such file or directory\n");
   EXPECT_EQ(Json::parse(scratch.read("out.json"))["pictures"].size(), 1u);

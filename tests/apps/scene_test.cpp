@@ -38,7 +38,7 @@ TEST(Scene, HasTheSizeAndDepthThatWasAskedFor) {
 
 TEST(Scene, TooLargeIsRefused) {
   const Scratch scratch;
-  const Result result = scratch.vistrel("scene -o a.pgm -s 65536x65536");
+  const Finished result = scratch.vistrel("scene -o a.pgm -s 65536x65536");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
             "vistrel: region of 65536x65536 pixels: it has 4294967296 samples, 4294967295 are "

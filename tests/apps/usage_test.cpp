@@ -14,7 +14,7 @@ const std::string kHint = "\nRun with --help for more information.\n";
 
 void expectUsage(const std::string& arguments, const std::string& text) {
   const Scratch scratch;
-  const Result result = scratch.vistrel(arguments);
+  const Finished result = scratch.vistrel(arguments);
   EXPECT_EQ(result.status, 2) << arguments;
   EXPECT_EQ(result.err, "vistrel: " + text) << arguments;
   EXPECT_EQ(result.out, "") << arguments;
@@ -165,7 +165,7 @@ TEST(Usage, OutputFormat) {
 
 std::string helpOf(const std::string& command) {
   const Scratch scratch;
-  const Result result = scratch.vistrel(command + " --help");
+  const Finished result = scratch.vistrel(command + " --help");
   EXPECT_EQ(result.status, 0) << command;
   EXPECT_EQ(result.err, "") << command;
   EXPECT_NE(result.out.find("Usage: vistrel " + command), std::string::npos) << result.out;

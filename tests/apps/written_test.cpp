@@ -25,12 +25,12 @@ struct Written : ::testing::Test {
     return scratch.run({"sh", "-c", "command -v " + tool}).status == 0;
   }
   void convert(const std::string& options) const {
-    const Result result = scratch.vistrel("convert " + options);
+    const Finished result = scratch.vistrel("convert " + options);
     ASSERT_EQ(result.status, 0) << result.err;
   }
   // The standard output of a command of the shell.
   std::string shell(const std::string& command) const {
-    const Result result = scratch.run({"sh", "-c", command});
+    const Finished result = scratch.run({"sh", "-c", command});
     EXPECT_EQ(result.status, 0) << command << ": " << result.err;
     return result.out;
   }
@@ -169,8 +169,8 @@ TEST_F(Written, StandardOutput) {
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb -o -").out, scratch.read("out.ppm"));
   convert("in.pgm --phase rggb -o out.tif");
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb -o tif:-").out, scratch.read("out.tif"));
-  const Result full = scratch.vistrel("convert in.pgm --phase rggb -o -",
-                                      [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
+  const Finished full = scratch.vistrel("convert in.pgm --phase rggb -o -",
+                                        [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
   EXPECT_EQ(full.status, 4);
   EXPECT_EQ(full.err, "vistrel: in.pgm: - cannot be written: No space left on device\n");
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb -o jpg:-").status, 2);

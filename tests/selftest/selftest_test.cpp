@@ -25,7 +25,7 @@ size_t levels() {
 }
 
 TEST(Selftest, ThisMachineIsRight) {
-  const Result result = Scratch().vistrel("selftest");
+  const Finished result = Scratch().vistrel("selftest");
   EXPECT_EQ(result.status, 0) << result.out;
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.out.find("OK: "), 0u) << result.out;
@@ -42,12 +42,12 @@ TEST(Selftest, Json) {
 }
 
 TEST(Selftest, AWrongPixelIsNoticedAndNamed) {
-  const Result text = Scratch().vistrel("selftest", preloadWrongPixel);
+  const Finished text = Scratch().vistrel("selftest", preloadWrongPixel);
   EXPECT_EQ(text.status, 1);
   EXPECT_EQ(text.out.find("DIFFERS: vng, 10 bits, gbrg, binning 1, level base: hash "), 0u)
       << text.out << text.err;
   EXPECT_NE(text.out.find("\n1 of "), std::string::npos) << text.out;
-  const Result result = Scratch().vistrel("selftest --json", preloadWrongPixel);
+  const Finished result = Scratch().vistrel("selftest --json", preloadWrongPixel);
   EXPECT_EQ(result.status, 1);
   const auto json = nlohmann::json::parse(result.out);
   EXPECT_EQ(json["ok"], false);
