@@ -34,7 +34,7 @@ std::string nameOf(const Job& job) {
 }
 
 unsigned threadsFor(unsigned workers) {
-  return workers ? workers : std::max(1u, std::thread::hardware_concurrency());
+  return workers ? workers : std::clamp(std::thread::hardware_concurrency(), 1u, kMostWorkers);
 }
 
 }  // namespace
@@ -119,8 +119,9 @@ void Batch::ended(size_t i) {
 void Batch::tell(size_t i) {
   const Job& job = jobs()[i];
   const Result& result = results_[i];
-  if (!isSaid(i))
-    for (const std::string& remark : result.prospect.remarks)
+  if (i > 0 && jobs()[i - 1].from != job.from) said_.clear();
+  for (const std::string& remark : result.prospect.remarks)
+    if (said_.insert(remark).second)
       progress_->say(fmt::format("{}: {}", job.from.string(), remark));
   if (result.state == State::kFailed)
     progress_->say(fmt::format("{}: {}", nameOf(job), result.outcome.text));
@@ -131,12 +132,6 @@ void Batch::tell(size_t i) {
   const vistrel_layout& l = result.prospect.layout;
   fmt::print("{} -> {}: {}x{}, {} of {} bits\n", nameOf(job), job.to.string(), l.width, l.height,
              l.channels == 1 ? "gray" : "colour", l.bits);
-}
-
-// The frames of an input are all alike.
-bool Batch::isSaid(size_t i) const {
-  return i > 0 && jobs()[i - 1].from == jobs()[i].from &&
-         results_[i - 1].prospect.remarks == results_[i].prospect.remarks;
 }
 
 void Batch::sumUp() {

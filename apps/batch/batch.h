@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,9 @@
 #include "host/vistrel.hpp"
 
 namespace vistrel::app {
+
+// Each has a stream of its own for as long as the batch runs.
+constexpr unsigned kMostWorkers = 128;
 
 struct BatchOptions {
   unsigned workers = 1;  // 0: one for each processor
@@ -82,7 +86,6 @@ class Batch {
   bool isUpToDate(const Job& job, const Origin& origin) const;
   void ended(size_t i);
   void tell(size_t i);
-  bool isSaid(size_t i) const;
   void sumUp();
   ExitStatus status() const;
 
@@ -91,6 +94,7 @@ class Batch {
   Work work_;
   std::vector<Result> results_;
   std::unique_ptr<Manifest> manifest_;
+  std::set<std::string> said_;  // of the remarks on the input that is told of
   std::unique_ptr<Progress> progress_;
   std::vector<bool> ended_;
   size_t told_ = 0;  // so many results, from the first one

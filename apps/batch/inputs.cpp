@@ -12,8 +12,9 @@ namespace fs = std::filesystem;
 // Sorted, without those whose names begin with a dot.
 std::vector<fs::path> filesIn(const fs::path& folder) {
   std::vector<fs::path> files;
+  std::error_code error;  // of a link that leads nowhere
   for (const auto& entry : fs::directory_iterator(folder))
-    if (entry.is_regular_file() && entry.path().filename().string()[0] != '.')
+    if (entry.is_regular_file(error) && entry.path().filename().string()[0] != '.')
       files.push_back(entry.path());
   std::sort(files.begin(), files.end());
   return files;

@@ -93,7 +93,7 @@ void printJson(const GuessOptions& o, const std::vector<Guess>& guesses) {
                                    : nlohmann::ordered_json{vistrel_phase_name(g.phase),
                                                             vistrel_phase_name(g.otherPhase)}},
                     {"command", commandOf(o, g, g.phase)}});
-  fmt::print("{}\n", json.dump(2));
+  fmt::print("{}\n", json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
 }
 
 void guessOne(const GuessOptions& o) {

@@ -75,8 +75,9 @@ void writeJson(const std::string& path, const std::vector<Trial>& trials,
                                 {"height", t.height},
                                 {"scores", jsonOf(algorithms, t.scores)}});
   AtomicFile file(path);
-  if (std::fputs((json.dump(2) + "\n").c_str(), file.stream()) < 0)
-    file.failToWrite(std::strerror(errno));
+  const std::string text =
+      json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+  if (std::fputs((text + "\n").c_str(), file.stream()) < 0) file.failToWrite(std::strerror(errno));
   file.commit();
 }
 

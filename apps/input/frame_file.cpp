@@ -96,6 +96,8 @@ bool FrameFile::hasHighBits(const InputOptions& o) const {
     fail(kRejected, "--align high: it is for samples in words, and these are not");
   if (!bitsAreTold_)
     fail(kRejected, "--align high: --bits is missing, and the file does not tell it");
+  if (d.tellsBits && d.bits < 16)
+    fail(kRejected, "--align high: the file tells that its samples are the lowest {} bits", d.bits);
   return frame_.bits < 16;
 }
 

@@ -15,7 +15,7 @@ bool contains(const std::vector<std::string>& words, const std::string& word) {
 
 void addBatchOptions(CLI::App& command, BatchOptions& o) {
   between(command.add_option("-j,--jobs", o.workers, "Frames at once (1); 0: one a processor"), 0,
-          256);
+          kMostWorkers);
   command.add_flag("--keep-going", o.keepGoing, "Go on after an input that failed");
   command.add_flag("--overwrite", o.overwrite, "Make pictures that are up to date again");
   command.add_flag("--dry-run", o.dryRun, "Check all inputs, say what would be done");

@@ -48,6 +48,39 @@ struct Batch : ::testing::Test {
   }
 };
 
+// Three bytes are left over; the remark on them comes once, though gains differ between the frames.
+TEST_F(Batch, RemarksOnAnInputAreSaidOnce) {
+  std::string other(64, '\x20');
+  other[0] = '\x40';  // red alone
+  scratch.write("in.raw", std::string(64, '\x10') + other + std::string(64, '\x10') + "end");
+  const Finished result =
+      scratch.vistrel("convert in.raw -s 8x8 --bits 8 --phase rggb --wb auto -o out");
+  EXPECT_EQ(result.status, 0);
+  const std::string left = "vistrel: in.raw: 3 bytes after the last frame are left out\n";
+  EXPECT_EQ(result.err.find(left), result.err.rfind(left)) << result.err;
+  EXPECT_NE(result.err.find(left), std::string::npos) << result.err;
+}
+
+TEST_F(Batch, HasAStreamForEveryWorker) {
+  scratch.write("in.raw", std::string(300 * 36, 'x'));
+  const std::string arguments = "convert in.raw -s 6x6 --bits 8 --phase rggb -o out -j ";
+  EXPECT_EQ(scratch.vistrel(arguments + "128").status, 0);
+  EXPECT_TRUE(fs::exists(scratch / "out/in_000299.png"));
+  const Finished result = scratch.vistrel(arguments + "129");
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err.rfind("vistrel: --jobs: Value 129 not in range 0 to 128", 0), 0u)
+      << result.err;
+}
+
+TEST_F(Batch, LinksThatLeadNowhereAreNoFrames) {
+  fs::create_directory(scratch / "in");
+  fs::create_symlink("loop", scratch / "in/loop.pgm");
+  put("in/a.pgm", 7);
+  const Finished result = convert("in");
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(valueOf("out/a.png"), 7u);
+}
+
 TEST_F(Batch, StopsAfterTheFirstFailure) {
   const Finished result = convert("a.pgm bad.pgm b.pgm c.pgm");
   EXPECT_EQ(result.status, 1);

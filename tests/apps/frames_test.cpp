@@ -98,6 +98,10 @@ TEST_F(Frames, HighBitsOfFilesWithAHeader) {
             "whose 6 lowest are 0\n");
   EXPECT_EQ(scratch.vistrel(convert).err,
             "vistrel: in.pgm: --align high: --bits is missing, and the file does not tell it\n");
+  scratch.write("in.pgm", pgm(3, 1, 4095, [](uint32_t x, uint32_t) { return x; }));
+  EXPECT_EQ(
+      scratch.vistrel(convert).err,
+      "vistrel: in.pgm: --align high: the file tells that its samples are the lowest 12 bits\n");
   scratch.write("in.pgm", flat(77));
   EXPECT_EQ(scratch.vistrel(convert).err,
             "vistrel: in.pgm: --align high: it is for samples in words, and these are not\n");
