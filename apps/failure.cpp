@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 

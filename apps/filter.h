@@ -1,7 +1,7 @@
 // The colour filters of a mosaic.
 #pragma once
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <new>
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 template <class T>
 using Buffer = std::shared_ptr<T[]>;
@@ -21,4 +21,4 @@ Buffer<T> allocate(size_t count) {
   return Buffer<T>(static_cast<T*>(block), [](T* p) { std::free(p); });
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

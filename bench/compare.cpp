@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -51,4 +51,4 @@ Result compare(const Row& row, const FrameSize& size, Level level, int rounds) {
   return {row, size, level, perPixel(times[0], size), perPixel(times[1], size)};
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

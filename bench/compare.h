@@ -6,7 +6,7 @@
 #include "bench/measure.h"
 #include "bench/rows.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 struct Result {
   const Row& row;
@@ -28,4 +28,4 @@ Result compare(const Row& row, const FrameSize& size, Level level, int rounds);
 // Of one run on a whole frame.
 Timing perPixel(const Timing& timing, const FrameSize& size);
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -2,7 +2,7 @@
 
 #include "bench/peers.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -50,4 +50,4 @@ Task dc1394VariableGradients(const Conversion& c, const Frame& frame) {
   return decoding(c, frame, DC1394_BAYER_METHOD_VNG);
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

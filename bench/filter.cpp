@@ -2,9 +2,9 @@
 #include <stdexcept>
 
 #include "bench/filter.h"
-#include "frontend/vistrel.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -51,4 +51,4 @@ Task makeFilter(const Conversion& c, const Frame& frame) {
           {image.get(), size.width, size.height, imageLayout(c), c.depth == 8 ? 8 : c.wordBits}};
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

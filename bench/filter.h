@@ -3,7 +3,7 @@
 
 #include "bench/task.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 // Conversion::nAlgorithm of a filter.
 constexpr uint32_t kBox = 0, kFiveTaps = 1, kGauss = 2;
@@ -17,4 +17,4 @@ Buffer<uint8_t> makeImage(const Conversion& conversion, const Frame& frame);
 // The library's filter. It changes its image at every run.
 Task makeFilter(const Conversion& conversion, const Frame& frame);
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -5,7 +5,7 @@
 #include <emmintrin.h>
 #endif
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -43,4 +43,4 @@ std::vector<Job> floorJobs(const Frame& frame) {
   };
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

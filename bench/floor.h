@@ -6,9 +6,9 @@
 #include "bench/frame.h"
 #include "bench/measure.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 // Reads one byte a pixel and writes three, with ordinary and with non-temporal stores; memcpy.
 std::vector<Job> floorJobs(const Frame& frame);
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

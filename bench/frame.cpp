@@ -4,7 +4,7 @@
 #include <random>
 #include <vector>
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -40,4 +40,4 @@ Frame makeFrame(const FrameSize& size, unsigned factor, unsigned wordBits) {
   return frame;
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

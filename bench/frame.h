@@ -6,7 +6,7 @@
 
 #include "bench/buffer.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 struct FrameSize {
   const char* name;
@@ -27,4 +27,4 @@ struct Frame {
 // nothing is to clamp.
 Frame makeFrame(const FrameSize& size, unsigned factor, unsigned wordBits);
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -3,7 +3,7 @@
 
 #include "bench/peers.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -21,8 +21,8 @@ class Interpolators : public LibRaw {
     imgdata.idata.colors = 3;
     imgdata.color.maximum = (1u << frame.wordBits) - 1;
     for (int i = 0; i < 3; ++i) imgdata.color.rgb_cam[i][i] = 1;  // for its measure of colour
-    m_image = allocate<ushort[4]>(size.pixels());
-    imgdata.image = m_image.get();
+    image_ = allocate<ushort[4]>(size.pixels());
+    imgdata.image = image_.get();
     for (unsigned y = 0; y < size.height; ++y)
       for (unsigned x = 0; x < size.width; ++x) {
         const size_t i = size_t{y} * size.width + x;
@@ -35,11 +35,11 @@ class Interpolators : public LibRaw {
   using LibRaw::ppg_interpolate;
 
   Picture picture(unsigned bits) const {
-    return {m_image.get(), imgdata.sizes.width, imgdata.sizes.height, {4, 2, {0, 1, 2}}, bits};
+    return {image_.get(), imgdata.sizes.width, imgdata.sizes.height, {4, 2, {0, 1, 2}}, bits};
   }
 
  private:
-  Buffer<ushort[4]> m_image;
+  Buffer<ushort[4]> image_;
 };
 
 }  // namespace
@@ -57,4 +57,4 @@ Task librawAhd(const Conversion&, const Frame& frame) {
   return {[=] { libraw->ahd_interpolate(); }, libraw->picture(frame.wordBits)};
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

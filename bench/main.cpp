@@ -11,9 +11,9 @@
 #include "bench/floor.h"
 #include "bench/levels.h"
 #include "bench/report.h"
-#include "frontend/vistrel.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -62,7 +62,7 @@ std::vector<Level> chosenLevels(const std::vector<std::string>& names) {
     if (!level || *level > widestLevel())
       throw std::invalid_argument(
           fmt::format("--level: {} is not a level of this processor; its "
-                      "widest of SSE2, SSSE3, SSE4.1, AVX2, AVX-512 is {}",
+                      "widest of base, ssse3, sse41, avx2, avx512 is {}",
                       name, nameOf(widestLevel())));
     levels.push_back(*level);
   }
@@ -115,10 +115,10 @@ bool run(const Options& options) {
 
 }  // namespace
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench
 
 int main(int argc, char** argv) {
-  using namespace vistrel::bench;
+  using namespace vistrel::core::bench;
   CLI::App app("Times the library's conversions against peers, on one thread", "vistrel-bench");
   Options options;
   app.add_option("filter", options.filter,
@@ -127,8 +127,8 @@ int main(int argc, char** argv) {
       ->check(regularExpression, "");
   app.add_option("--json", options.json, "Also write the results to this file");
   app.add_option("--level", options.levels,
-                 "Processor levels of ours, of SSE2, SSSE3, SSE4.1, AVX2, AVX-512; by default AVX2 "
-                 "and AVX-512, as far as the processor has them")
+                 "Processor levels of ours, of base, ssse3, sse41, avx2, avx512; by default avx2 "
+                 "and avx512, as far as the processor has them")
       ->delimiter(',')
       ->allow_extra_args(false);
   app.add_option("--rounds", options.rounds, "Repetitions of each side")

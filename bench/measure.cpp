@@ -9,7 +9,7 @@
 #include <map>
 #include <stdexcept>
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -85,4 +85,4 @@ bool staysOnThisThread(const std::function<void()>& run) {
   return std::distance(threads, none) == 1 && processSpent < 1.1 * threadSpent + 1e-4;
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

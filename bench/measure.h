@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 struct Job {
   std::string name;
@@ -26,4 +26,4 @@ std::vector<Timing> measure(const std::vector<Job>& jobs, int rounds);
 // process has no other one (a pool's idle worker could wake later), nor spends time outside it.
 bool staysOnThisThread(const std::function<void()>& run);
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -4,7 +4,7 @@
 #include "bench/filter.h"
 #include "bench/peers.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -155,4 +155,4 @@ Task openCvFilter(const Conversion& c, const Frame& frame) {
   return made;
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "bench/task.h"
-#include "cfa/processor.h"
-#include "demosaic/image_functions.h"
-#include "frontend/registry.h"
-#include "frontend/vistrel.h"
+#include "streams/registry.h"
+#include "vistrel/image_functions.h"
+#include "vistrel/processor.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -119,4 +119,4 @@ Task makeAhd(const Conversion& c, const Frame& frame) {
   return {run, result.picture};
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

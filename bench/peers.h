@@ -3,15 +3,15 @@
 
 #include "bench/task.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 // OpenCV
 Task openCvBilinear(const Conversion&, const Frame&);  // to BGR24
 Task openCvBilinearBgra(const Conversion&, const Frame&);
-Task openCvBilinearGray(const Conversion&, const Frame&);  // to BGR24, then to gray
+Task openCvBilinearGray(const Conversion&, const Frame&);       // to BGR24, then to gray
 Task openCvVariableGradients(const Conversion&, const Frame&);  // to BGR24
-Task openCvBilinearArea(const Conversion&, const Frame&);  // to BGR24, then means of blocks
-Task openCvEdgeAware(const Conversion&, const Frame&);     // to as many bits as it has
+Task openCvBilinearArea(const Conversion&, const Frame&);       // to BGR24, then means of blocks
+Task openCvEdgeAware(const Conversion&, const Frame&);          // to as many bits as it has
 Task openCvCopy(const Conversion&, const Frame&);
 Task openCvArea(const Conversion&, const Frame&);
 Task openCvConvert(const Conversion&, const Frame&);      // 16 bits to 8
@@ -32,4 +32,4 @@ Task librawAhd(const Conversion&, const Frame&);
 // libswscale
 Task swscaleBilinear(const Conversion&, const Frame&);  // 16 bits to RGB24
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -49,4 +49,4 @@ double largestDifference(const Picture& a, const Picture& b, double gain) {
   return largest;
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 struct Layout {
   unsigned channels;
@@ -28,4 +28,4 @@ struct Picture {
 // over one of 8 x 8 tiles.
 double largestDifference(const Picture& a, const Picture& b, double gain);
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -9,7 +9,7 @@
 
 #include "bench/levels.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -34,13 +34,13 @@ nlohmann::ordered_json asJson(const Timing& t) {
 }  // namespace
 
 Report::Report(const std::string& filter, int rounds)
-    : m_json{{"processor", processor()},
-             {"compiler", __VERSION__},
-             {"filter", filter},
-             {"rounds", rounds},
-             {"unit", "nanoseconds of one thread per input pixel"},
-             {"floor", nlohmann::ordered_json::array()},
-             {"rows", nlohmann::ordered_json::array()}} {
+    : json_{{"processor", processor()},
+            {"compiler", __VERSION__},
+            {"filter", filter},
+            {"rounds", rounds},
+            {"unit", "nanoseconds of one thread per input pixel"},
+            {"floor", nlohmann::ordered_json::array()},
+            {"rows", nlohmann::ordered_json::array()}} {
   line("{}; one thread; ns per input pixel, minimum and median of {} rounds", processor(), rounds);
 }
 
@@ -48,7 +48,7 @@ void Report::beginFloor() { line("\n{:<28} {:<6} {:>7} {:>7}", "floor", "frame",
 
 void Report::add(const std::string& floor, const FrameSize& size, const Timing& t) {
   line("{:<28} {:<6} {:7.3f} {:7.3f}", floor, size.name, t.minimum, t.median);
-  m_json["floor"].push_back({{"name", floor}, {"frame", size.name}, {"time", asJson(t)}});
+  json_["floor"].push_back({{"name", floor}, {"frame", size.name}, {"time", asJson(t)}});
 }
 
 void Report::beginLevel(Level level) {
@@ -66,9 +66,9 @@ void Report::add(const Result& r) {
        r.size.name, r.ours.minimum, r.ours.median, r.row.peer.name, r.peer.minimum, r.peer.median,
        r.ratio(), r.medianRatio(), targets, r.mark());
   const std::string_view mark = r.mark();
-  m_met += mark == "met";
-  m_leastOnly += mark == "least only";
-  m_missed += mark == "MISSED";
+  met_ += mark == "met";
+  leastOnly_ += mark == "least only";
+  missed_ += mark == "MISSED";
   nlohmann::ordered_json entry{{"name", name},
                                {"frame", r.size.name},
                                {"level", nameOf(r.level)},
@@ -81,15 +81,15 @@ void Report::add(const Result& r) {
     entry["goal"] = goal;
     entry["mark"] = r.mark();
   }
-  m_json["rows"].push_back(entry);
+  json_["rows"].push_back(entry);
 }
 
-void Report::end() { line("\n{} met, {} least only, {} missed", m_met, m_leastOnly, m_missed); }
+void Report::end() { line("\n{} met, {} least only, {} missed", met_, leastOnly_, missed_); }
 
 void Report::write(const std::string& jsonFile) const {
   std::ofstream file(jsonFile);
-  file << m_json.dump(2) << '\n';
+  file << json_.dump(2) << '\n';
   if (!file.flush()) throw std::runtime_error("--json: cannot write " + jsonFile);
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -6,7 +6,7 @@
 
 #include "bench/compare.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 class Report {
  public:
@@ -19,8 +19,8 @@ class Report {
   void write(const std::string& jsonFile) const;
 
  private:
-  nlohmann::ordered_json m_json;
-  int m_met = 0, m_leastOnly = 0, m_missed = 0;
+  nlohmann::ordered_json json_;
+  int met_ = 0, leastOnly_ = 0, missed_ = 0;
 };
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

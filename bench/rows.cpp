@@ -2,9 +2,9 @@
 
 #include "bench/filter.h"
 #include "bench/peers.h"
-#include "frontend/vistrel.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 namespace {
 
@@ -125,4 +125,4 @@ const std::vector<Row>& rows() {
   return table;
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

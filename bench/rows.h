@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "bench/task.h"
-#include "common/level.h"
+#include "cpu/level.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 // Ratios, peer's time / our time; stated for AVX2 and up.
 struct Target {
@@ -28,4 +28,4 @@ struct Row {
 // The rows whose peer this build has.
 const std::vector<Row>& rows();
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

@@ -6,7 +6,7 @@ extern "C" {
 
 #include "bench/peers.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 // It takes a word's 16 bits for its full scale: the source is moved up to it once.
 Task swscaleBilinear(const Conversion&, const Frame& frame) {
@@ -30,4 +30,4 @@ Task swscaleBilinear(const Conversion&, const Frame& frame) {
   return {run, {result.get(), size.width, size.height, kRgb24, 8}};
 }
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

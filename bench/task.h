@@ -6,7 +6,7 @@
 #include "bench/frame.h"
 #include "bench/picture.h"
 
-namespace vistrel::bench {
+namespace vistrel::core::bench {
 
 struct Task {
   std::function<void()> run;
@@ -40,4 +40,4 @@ Task makeAhd(const Conversion& conversion, const Frame& frame);
 // The response of the table rows, 0..1 to 0..1, on both sides.
 double toneCurve(double light);
 
-}  // namespace vistrel::bench
+}  // namespace vistrel::core::bench

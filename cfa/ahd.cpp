@@ -1,6 +1,6 @@
 #include "cfa/ahd.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -22,30 +22,30 @@ AhdSeams seamsOf(const CfaFrame<T>& frame, CfaRect roi) {
 
 template <class T>
 AhdRegion<T>::AhdRegion(const CfaFrame<T>& frame, CfaRect roi, int shift, Level level)
-    : m_roi(roi), m_seams(seamsOf(frame, roi)), m_rows(frame, strip(), shift, level) {}
+    : roi_(roi), seams_(seamsOf(frame, roi)), rows_(frame, strip(), shift, level) {}
 
 // The right band may begin to the left of the region: its choice runs from there.
 template <class T>
 CfaRect AhdRegion<T>::strip() const {
-  const int left = m_seams.y0 < m_seams.yEnd ? std::min(m_roi.x, m_seams.xEnd) : m_roi.x;
-  return {left, m_roi.y, m_roi.x + m_roi.width - left, m_roi.height};
+  const int left = seams_.y0 < seams_.yEnd ? std::min(roi_.x, seams_.xEnd) : roi_.x;
+  return {left, roi_.y, roi_.x + roi_.width - left, roi_.height};
 }
 
 template <class T>
 void AhdRegion<T>::row(int y, T* pixels, RowCopies<T>& copies) {
-  const int frameRow = m_roi.y + y, end = m_roi.x + m_roi.width;
-  m_rows.goTo(frameRow);
+  const int frameRow = roi_.y + y, end = roi_.x + roi_.width;
+  rows_.goTo(frameRow);
   if (besideInner(frameRow)) {
-    m_rows.beginAt(strip().x);
-    if (m_seams.x0 < m_seams.xEnd) m_rows.beginAt(m_seams.x0);
-    if (m_seams.xEnd < end) m_rows.beginAt(m_seams.xEnd);
+    rows_.beginAt(strip().x);
+    if (seams_.x0 < seams_.xEnd) rows_.beginAt(seams_.x0);
+    if (seams_.xEnd < end) rows_.beginAt(seams_.xEnd);
   } else {
-    m_rows.beginAt(m_roi.x);
+    rows_.beginAt(roi_.x);
   }
-  m_rows.store(m_roi.x, end, pixels, copies);
+  rows_.store(roi_.x, end, pixels, copies);
 }
 
 template class AhdRegion<uint8_t>;
 template class AhdRegion<uint16_t>;
 
-}  // namespace vistrel
+}  // namespace vistrel::core

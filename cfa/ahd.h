@@ -4,7 +4,7 @@
 
 #include "cfa/ahd_rows.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Where the rectangles meet. The inner one has a margin of the reach to the frame's edges, begins
 // at a red site and has even sides; above and below it lie bands of the region's width, beside it
@@ -19,18 +19,18 @@ class AhdRegion {
   // roi: clipped to the frame, not empty. shift: samples are scaled up by it, and down again.
   AhdRegion(const CfaFrame<T>& frame, CfaRect roi, int shift = 0, Level level = currentLevel());
 
-  explicit operator bool() const { return bool(m_rows); }
+  explicit operator bool() const { return bool(rows_); }
 
   // Row y of the region. Rows are to be asked for in ascending order.
   void row(int y, T* pixels, RowCopies<T>& copies);
 
  private:
-  bool besideInner(int y) const { return m_seams.y0 <= y && y < m_seams.yEnd; }
+  bool besideInner(int y) const { return seams_.y0 <= y && y < seams_.yEnd; }
   CfaRect strip() const;
 
-  CfaRect m_roi;
-  AhdSeams m_seams;
-  AhdRows<T> m_rows;
+  CfaRect roi_;
+  AhdSeams seams_;
+  AhdRows<T> rows_;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

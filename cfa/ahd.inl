@@ -1,15 +1,15 @@
 // Hirakawa and Parks, "Adaptive homogeneity-directed demosaicing algorithm" (2005): the frame is
 // rebuilt twice, with green along rows and along columns, and each pixel is taken from the image
 // in which more of its neighbours look alike.
-#include "common/lanes.inl"
+#include "common/simd/lanes.inl"
 #if VISTREL_LEVEL >= 1
-#include "common/registers.inl"
+#include "common/simd/registers.inl"
 #endif
-#include "common/wide.inl"
+#include "common/simd/wide.inl"
 
-#include "common/pixel_row.inl"
-#include "common/split.inl"
-#include "common/taps.inl"
+#include "common/rows/pixel_row.inl"
+#include "common/simd/split.inl"
+#include "common/simd/taps.inl"
 
 template <>
 struct Lanes<uint32_t> {

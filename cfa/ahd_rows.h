@@ -4,11 +4,11 @@
 #include <type_traits>
 
 #include "cfa/frame.h"
-#include "common/half_rows.h"
-#include "common/level.h"
-#include "common/pixel_row.h"
+#include "common/rows/half_rows.h"
+#include "common/rows/pixel_row.h"
+#include "cpu/level.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Holds differences of samples, luma and chroma.
 template <class T>
@@ -118,24 +118,24 @@ class AhdRows {
   void sums(int y);     // of rows y - 1 .. y + 1
 
   unsigned slot(int y) const { return static_cast<unsigned>(y + 2 * kReach); }
-  unsigned greenParity(int y) const { return m_frame.isGreen(m_first, y) ? 0 : 1; }
+  unsigned greenParity(int y) const { return frame_.isGreen(first_, y) ? 0 : 1; }
   AhdGreen<T> greenOf(int image, int y) const;
   AhdColours<T> coloursOf(int image, int y) const;
   ImageHalves<T> halves(int image, int y) const;
 
-  CfaFrame<T> m_frame;
-  int m_first;       // the frame column of element 0 of the even halves
-  size_t m_columns;  // with the reach on either side
-  size_t m_n;        // elements of a half row
-  int m_top;         // the first row that is loaded
-  int m_loaded;      // rows before it are
-  int m_y = 0;       // the row that is gone to
-  int m_shift;
-  const AhdKernels<T>& m_kernels;
-  LumaChromaWeights<T> m_weights;
-  HalfRowRing<T> m_mosaic, m_green, m_colours, m_scores, m_scoreColumns, m_choice;
-  HalfRowRing<Signed<T>> m_differences, m_lumaChroma;
-  HalfRowRing<int8_t> m_sums;
+  CfaFrame<T> frame_;
+  int first_;       // the frame column of element 0 of the even halves
+  size_t columns_;  // with the reach on either side
+  size_t n_;        // elements of a half row
+  int top_;         // the first row that is loaded
+  int loaded_;      // rows before it are
+  int y_ = 0;       // the row that is gone to
+  int shift_;
+  const AhdKernels<T>& kernels_;
+  LumaChromaWeights<T> weights_;
+  HalfRowRing<T> mosaic_, green_, colours_, scores_, scoreColumns_, choice_;
+  HalfRowRing<Signed<T>> differences_, lumaChroma_;
+  HalfRowRing<int8_t> sums_;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,6 +1,6 @@
 #include "cfa/border.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -89,4 +89,4 @@ void ownBayerBorder(const CfaFrame<T>& frame, CfaRect srcRoi, T* pDst, ptrdiff_t
 VISTREL_INSTANTIATE(uint8_t);
 VISTREL_INSTANTIATE(uint16_t);
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -4,7 +4,7 @@
 
 #include "cfa/frame.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // srcRoi: clipped to the frame. pDst: its first pixel; dstStep in samples.
 template <class T>
@@ -47,4 +47,4 @@ VISTREL_BOTH_DEPTHS(ownBayerBrdVrt2L);
 
 #undef VISTREL_BOTH_DEPTHS
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,7 +1,7 @@
 #include "cfa/near_rows.h"
 #include "cfa/variants.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 template <class T, uint32_t variant>
 int32_t ippiCFAToRGB(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, T* pDst,
@@ -23,17 +23,17 @@ int32_t ippiCFAToRGB(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t src
 VISTREL_INSTANTIATE_VARIANTS(ippiCFAToRGB, uint8_t);
 VISTREL_INSTANTIATE_VARIANTS(ippiCFAToRGB, uint16_t);
 
-}  // namespace vistrel
+}  // namespace vistrel::core
 
 int32_t ippiCFAToRGB_8u_C1C3R(const uint8_t* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep,
                               uint8_t* pDst, int32_t dstStep, int32_t grid, int32_t interpolation) {
-  return vistrel::ippiCFAToRGB_8u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
+  return vistrel::core::ippiCFAToRGB_8u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
       pSrc, srcRoi, srcSize, srcStep, pDst, dstStep, grid, interpolation);
 }
 
 int32_t ippiCFAToRGB_16u_C1C3R(const uint16_t* pSrc, CfaRect srcRoi, CfaSize srcSize,
                                int32_t srcStep, uint16_t* pDst, int32_t dstStep, int32_t grid,
                                int32_t interpolation) {
-  return vistrel::ippiCFAToRGB_16u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
+  return vistrel::core::ippiCFAToRGB_16u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
       pSrc, srcRoi, srcSize, srcStep, pDst, dstStep, grid, interpolation);
 }

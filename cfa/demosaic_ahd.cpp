@@ -1,7 +1,7 @@
 #include "cfa/ahd.h"
 #include "cfa/variants.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -40,18 +40,18 @@ VISTREL_INSTANTIATE_VARIANTS(ownAHD, uint16_t);
 VISTREL_INSTANTIATE_VARIANTS(ippiDemosaicAHD, uint8_t);
 VISTREL_INSTANTIATE_VARIANTS(ippiDemosaicAHD, uint16_t);
 
-}  // namespace vistrel
+}  // namespace vistrel::core
 
 int32_t ippiDemosaicAHD_8u_C1C3R(const uint8_t* pSrc, CfaRect srcRoi, CfaSize srcSize,
                                  int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t grid,
                                  uint8_t* pTmp, int32_t tmpStep) {
-  return vistrel::ippiDemosaicAHD_8u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
+  return vistrel::core::ippiDemosaicAHD_8u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
       pSrc, srcRoi, srcSize, srcStep, pDst, dstStep, grid, pTmp, tmpStep);
 }
 
 int32_t ippiDemosaicAHD_16u_C1C3R(const uint16_t* pSrc, CfaRect srcRoi, CfaSize srcSize,
                                   int32_t srcStep, uint16_t* pDst, int32_t dstStep, int32_t grid,
                                   uint16_t* pTmp, int32_t tmpStep) {
-  return vistrel::ippiDemosaicAHD_16u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
+  return vistrel::core::ippiDemosaicAHD_16u_C1C3R_arraddr[ippJumpIndexForMergedLibs](
       pSrc, srcRoi, srcSize, srcStep, pDst, dstStep, grid, pTmp, tmpStep);
 }

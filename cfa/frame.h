@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "cfa/cfa.h"
+#include "vistrel/cfa.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Means of samples that were scaled up by `shift` bits, rounded there, and scaled down again: the
 // rounding terms as they act on the samples themselves, and the bits that scaling leaves.
@@ -48,4 +48,4 @@ inline CfaRect clipped(CfaRect roi, CfaSize size) {
   return roi;
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

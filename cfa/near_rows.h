@@ -3,11 +3,11 @@
 #pragma once
 
 #include "cfa/frame.h"
-#include "common/half_rows.h"
-#include "common/level.h"
-#include "common/pixel_row.h"
+#include "common/rows/half_rows.h"
+#include "common/rows/pixel_row.h"
+#include "cpu/level.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // What each level compiles. Pixels by the rounding term of means of four.
 template <class T>
@@ -23,7 +23,7 @@ class NearRows {
   // srcRoi: clipped to the frame, its origin inside.
   NearRows(const CfaFrame<T>& frame, CfaRect srcRoi, Level level = currentLevel());
 
-  explicit operator bool() const { return bool(m_ring); }
+  explicit operator bool() const { return bool(ring_); }
 
   // Row y of the rectangle. Rows are to be asked for in ascending order.
   void row(int y, T* pixels, RowCopies<T>& copies);
@@ -32,12 +32,12 @@ class NearRows {
   void load(int y);
   void interior(int y, T* pixels, RowCopies<T>& copies) const;
 
-  CfaFrame<T> m_frame;
-  CfaRect m_roi;
-  int m_x0, m_x1;  // the interior's columns
-  int m_loaded;    // frame rows before it are in the ring, as far as they are needed
-  const NearKernels<T>& m_kernels;
-  HalfRowRing<T> m_ring;
+  CfaFrame<T> frame_;
+  CfaRect roi_;
+  int x0_, x1_;  // the interior's columns
+  int loaded_;   // frame rows before it are in the ring, as far as they are needed
+  const NearKernels<T>& kernels_;
+  HalfRowRing<T> ring_;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,13 +1,13 @@
 // Nearest neighbours inside a frame, where all that the formulas read is there.
-#include "common/lanes.inl"
+#include "common/simd/lanes.inl"
 #if VISTREL_LEVEL >= 1
-#include "common/registers.inl"
+#include "common/simd/registers.inl"
 #endif
-#include "common/wide.inl"
+#include "common/simd/wide.inl"
 
-#include "common/pixel_row.inl"
-#include "common/split.inl"
-#include "common/taps.inl"
+#include "common/rows/pixel_row.inl"
+#include "common/simd/split.inl"
+#include "common/simd/taps.inl"
 
 template <class T>
 void keepBits(T* half, size_t n, T mask) {

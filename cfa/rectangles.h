@@ -6,7 +6,7 @@
 #include "cfa/near_rows.h"
 #include "cfa/variants.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Nearest neighbours of a rectangle with a margin of two samples. pSrc: its first sample. grid: the
 // colours of its own upper left pixels.
@@ -85,4 +85,4 @@ VISTREL_RECTANGLES(uint16_t, 16u);
 
 #undef VISTREL_RECTANGLES
 
-}  // namespace vistrel
+}  // namespace vistrel::core

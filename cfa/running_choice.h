@@ -10,7 +10,7 @@
 #include <emmintrin.h>
 #endif
 
-namespace vistrel {
+namespace vistrel::core {
 
 // A bit for each of sixteen sums.
 struct SumBits {
@@ -63,4 +63,4 @@ void runningChoice(const int8_t* evenSums, const int8_t* oddSums, size_t n, T* e
   }
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -4,9 +4,9 @@
 
 #include <cstdint>
 
-#include "cfa/cfa.h"
+#include "vistrel/cfa.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Variants are numbered as ippJumpIndexForMergedLibs is: 0 and 1 m7, 2 u8, 3 y8.
 
@@ -50,4 +50,4 @@ VISTREL_JUMP_TABLE(ippiDemosaicAHD_16u_C1C3R);
   template decltype(function<T, 2>) function<T, 2>; \
   template decltype(function<T, 3>) function<T, 3>
 
-}  // namespace vistrel
+}  // namespace vistrel::core

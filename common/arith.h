@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace vistrel {
+namespace vistrel::core {
 
 constexpr uint32_t shl(uint32_t v, uint32_t count) { return v << (count & 31); }
 constexpr uint32_t shr(uint32_t v, uint32_t count) { return v >> (count & 31); }
@@ -25,4 +25,4 @@ constexpr int32_t truncToInt(double v) {
   return v > -2147483649.0 && v < 2147483648.0 ? static_cast<int32_t>(v) : INT32_MIN;
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -8,7 +8,7 @@
 #include <sys/mman.h>
 #endif
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Asks for huge pages where the system has them for the asking: in a buffer larger than the caches,
 // looking up small ones costs a tenth of a conversion's time. Contents stay.
@@ -25,4 +25,4 @@ inline void adviseHugePages(void* memory, size_t bytes) {
 #endif
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace vistrel {
+namespace vistrel::core {
 
 constexpr int kBlue = 0, kGreen = 1, kRed = 2;
 
@@ -27,10 +27,10 @@ constexpr unsigned columnParity(unsigned nBayer, unsigned x) { return ((nBayer >
 // (x0, y0); the functions that spread the mosaic apply x0 to the source, y0 only
 // to the phase.
 struct Region {
-  uint32_t F;         // binning factor of either axis
-  uint32_t Wf, Hf;    // size
-  uint32_t x0, y0;    // origin
-  unsigned r0, c0;    // parities of the first row and the first column
+  uint32_t F;       // binning factor of either axis
+  uint32_t Wf, Hf;  // size
+  uint32_t x0, y0;  // origin
+  unsigned r0, c0;  // parities of the first row and the first column
 
   Region(uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
          uint32_t nRoiHeight)
@@ -38,4 +38,4 @@ struct Region {
         r0(rowParity(nBayer, y0)), c0(columnParity(nBayer, x0)) {}
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,7 +1,7 @@
 // The polynomial and the splines through a few points.
 #include <algorithm>
 
-#include "curves/solvers.h"
+#include "vistrel/solvers.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "curves/solvers.h"
+#include "vistrel/solvers.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "curves/tone_curves.h"
+#include "vistrel/tone_curves.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,15 +6,15 @@
 #include <span>
 
 #include "common/arith.h"
-#include "curves/solvers.h"
+#include "vistrel/solvers.h"
 
 namespace {
 
-using vistrel::sar;
-using vistrel::shl;
-using vistrel::shr;
-using vistrel::truncToInt;
-using vistrel::wrapSub;
+using vistrel::core::sar;
+using vistrel::core::shl;
+using vistrel::core::shr;
+using vistrel::core::truncToInt;
+using vistrel::core::wrapSub;
 
 constexpr int kPoints = 6;
 struct Points {

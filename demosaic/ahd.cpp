@@ -2,7 +2,7 @@
 
 #include "demosaic/primitive_call.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -19,19 +19,19 @@ void ahd(const Conversion<T>& c) {
 VISTREL_DEFINE_DEMOSAIC_IN(compactLayout, demosaicAhdToOutput, ahd)
 
 }  // namespace
-}  // namespace vistrel
+}  // namespace vistrel::core
 
 void ImageColorDemosaicAHD(unsigned nIndex, unsigned nImgWidth, unsigned nBayer, unsigned nBinning,
                            unsigned nFormat, unsigned nRoiX, unsigned nRoiY, unsigned nRoiWidth,
                            unsigned nRoiHeight, unsigned char* pSrc, unsigned char* pDst) {
-  vistrel::demosaicAhdToOutput(nIndex, nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY,
-                               nRoiWidth, nRoiHeight, pSrc, pDst);
+  vistrel::core::demosaicAhdToOutput(nIndex, nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY,
+                                     nRoiWidth, nRoiHeight, pSrc, pDst);
 }
 
 void ImageColorDemosaicAHD(unsigned nIndex, unsigned nImgWidth, unsigned nBayer, unsigned nBinning,
                            unsigned nFormat, unsigned nLutMode, unsigned nRoiX, unsigned nRoiY,
                            unsigned nRoiWidth, unsigned nRoiHeight, unsigned short* pSrc,
                            unsigned char* pDst, unsigned nDstBits, unsigned nSrcBits) {
-  vistrel::demosaicAhdToOutput(nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode, nRoiX, nRoiY,
-                               nRoiWidth, nRoiHeight, pSrc, pDst, nDstBits, nSrcBits);
+  vistrel::core::demosaicAhdToOutput(nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode, nRoiX,
+                                     nRoiY, nRoiWidth, nRoiHeight, pSrc, pDst, nDstBits, nSrcBits);
 }

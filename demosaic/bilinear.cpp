@@ -1,13 +1,13 @@
-#include "common/level.h"
-#include "common/simd.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
 #include "demosaic/conversion.h"
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
 #define VISTREL_BODY "demosaic/bilinear_rows.inl"
-#include "common/each_level.inl"
+#include "common/simd/each_level.inl"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -44,4 +44,4 @@ void bilinear(const Conversion<T>& c) {
 
 VISTREL_DEFINE_DEMOSAIC(ImageColorBilinear, bilinear)
 
-}  // namespace vistrel
+}  // namespace vistrel::core

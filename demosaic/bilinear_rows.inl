@@ -1,11 +1,11 @@
-#include "common/lanes.inl"
+#include "common/simd/lanes.inl"
 #if VISTREL_LEVEL >= 1
-#include "common/registers.inl"
+#include "common/simd/registers.inl"
 #endif
-#include "common/wide.inl"
+#include "common/simd/wide.inl"
 #include "demosaic/bilinear.inl"
-#include "common/pixel_row.inl"
-#include "common/taps.inl"
+#include "common/rows/pixel_row.inl"
+#include "common/simd/taps.inl"
 
 struct FillBilinear {
   template <class T, int greenParity>

@@ -6,7 +6,7 @@
 #include "demosaic/edge_kernels.h"
 #include "demosaic/edge_rows.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 struct EdgeSettings {
   int thresholds[4];  // of smoothing, falling
@@ -19,23 +19,23 @@ class BlockEnds {
   static constexpr int kBlock = 8;
 
   BlockEnds(const EdgeFrame<T>& frame, const EdgeSettings& settings)
-      : m_frame(frame), m_settings(settings), m_pixels(-frame.columns() & (kBlock - 1)) {}
+      : frame_(frame), settings_(settings), pixels_(-frame.columns() & (kBlock - 1)) {}
 
   // Pixels beyond the end of a row, 0..7.
-  size_t pixels() const { return size_t(m_pixels); }
+  size_t pixels() const { return size_t(pixels_); }
 
   // Those of row y. They see what lies there: zeros, then the rows below from their beginning.
   void compute(int y, T* ends) const {
-    if (m_pixels == 0) return;
+    if (pixels_ == 0) return;
     T patch[kPatchRows * kPatchColumns];
     for (int j = 0; j < kPatchRows; ++j)
       for (int i = 0; i < kPatchColumns; ++i)
-        patch[j * kPatchColumns + i] = m_frame.at(y + j - kReach, m_frame.columns() + i - kReach);
+        patch[j * kPatchColumns + i] = frame_.at(y + j - kReach, frame_.columns() + i - kReach);
     int colours[3][kBlock];
     for (int first : {0, 1}) callKernel(patch, y, first, colours);
-    for (ptrdiff_t i = 0; i < m_pixels; ++i)
+    for (ptrdiff_t i = 0; i < pixels_; ++i)
       for (int channel = 0; channel < 3; ++channel)
-        *ends++ = static_cast<T>(std::clamp(colours[channel][i], 0, m_settings.limit));
+        *ends++ = static_cast<T>(std::clamp(colours[channel][i], 0, settings_.limit));
   }
 
  private:
@@ -47,19 +47,19 @@ class BlockEnds {
     const int position = kReach * kPatchColumns + kReach + first;
     int *const red = colours[kRed] + first, *const blue = colours[kBlue] + first;
     int* const green = colours[kGreen] + first;
-    EdgeSettings settings = m_settings;
+    EdgeSettings settings = settings_;
     auto& [t0, t1, t2, t3] = settings.thresholds;
-    if (unsigned(m_frame.columns() + first) % 2 == m_frame.greenParity(y))
+    if (unsigned(frame_.columns() + first) % 2 == frame_.greenParity(y))
       vec_G_CalcGreen_3x3x4_ext(patch, position, kPatchColumns, red, blue, green, t0, t1, t2, t3,
-                                m_frame.isBlueRow(y));
+                                frame_.isBlueRow(y));
     else
       vec_RB_CalcGreen_3x3x4_ext(patch, position, kPatchColumns, red, blue, green,
-                                 m_frame.isBlueRow(y));
+                                 frame_.isBlueRow(y));
   }
 
-  const EdgeFrame<T>& m_frame;
-  const EdgeSettings m_settings;
-  ptrdiff_t m_pixels;
+  const EdgeFrame<T>& frame_;
+  const EdgeSettings settings_;
+  ptrdiff_t pixels_;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,15 +1,15 @@
 #include "common/arith.h"
-#include "common/level.h"
-#include "common/simd.h"
+#include "common/depth.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
 #include "demosaic/conversion.h"
-#include "demosaic/depth.h"
 #include "demosaic/hue_rows.h"
 #include "demosaic/in_place.h"
 
 #define VISTREL_BODY "demosaic/cok.inl"
-#include "common/each_level.inl"
+#include "common/simd/each_level.inl"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -66,4 +66,4 @@ void cok(const Conversion<T>& c) {
 
 VISTREL_DEFINE_DEMOSAIC(ImageColorHueCok, cok)
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -4,14 +4,14 @@
 //
 // quirk: hue-loses-one. Hues are doubles that were rounded, and sums are taken in the order that
 // stands here: green times a hue can fall just short of the whole number that it should be.
-#include "common/lanes.inl"
+#include "common/simd/lanes.inl"
 #if VISTREL_LEVEL >= 1
-#include "common/registers.inl"
+#include "common/simd/registers.inl"
 #endif
-#include "common/wide.inl"
-#include "common/doubles.inl"
-#include "common/pixel_row.inl"
-#include "common/taps.inl"
+#include "common/simd/wide.inl"
+#include "common/simd/doubles.inl"
+#include "common/rows/pixel_row.inl"
+#include "common/simd/taps.inl"
 
 struct Cok {
   template <class M>

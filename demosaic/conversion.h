@@ -3,10 +3,10 @@
 
 #include "demosaic/demosaic.h"
 #include "demosaic/work_buffer.h"
-#include "frontend/registry.h"
 #include "output/colour_output.h"
+#include "streams/registry.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 template <class T>
 struct Conversion {
@@ -25,30 +25,30 @@ struct Conversion {
 
 // Both overloads of `name`, by the function template `convert`, which takes a Conversion whose
 // image has the layout that `layoutOf` gives.
-#define VISTREL_DEFINE_DEMOSAIC_IN(layoutOf, name, convert)                                       \
-  void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,              \
-            uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,                 \
-            uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst) {                            \
-    const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);                   \
-    const WorkLayout layout = layoutOf(region);                                                   \
-    const ColourOutput output(nRoiWidth, nFormat, nBinning, layout.side != 0);                    \
-    uint8_t* const work = reinterpret_cast<uint8_t*>(g_pwBGRBuff[nIndex]);                        \
-    convert(Conversion<uint8_t>{region, nBayer, nRoiX, nRoiY, 8, pSrc, nImgWidth, work, layout,   \
-                                pDst, nRoiHeight, output});                                       \
-  }                                                                                               \
-  void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,              \
-            uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX, uint32_t nRoiY,                  \
-            uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc, uint8_t* pDst,         \
-            uint32_t nDstBits, uint32_t nSrcBits) {                                               \
-    const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);                   \
-    const WorkLayout layout = layoutOf(region);                                                   \
-    const ColourOutput output(nRoiWidth, nSrcBits, nFormat, nLutMode, g_pwUserLUT[nIndex],        \
-                              nBinning, nDstBits, layout.side != 0);                              \
-    convert(Conversion<uint16_t>{region, nBayer, nRoiX, nRoiY, nSrcBits, pSrc, nImgWidth,         \
-                                 g_pwBGRBuff[nIndex], layout, pDst, nRoiHeight, output});         \
+#define VISTREL_DEFINE_DEMOSAIC_IN(layoutOf, name, convert)                                     \
+  void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,            \
+            uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,               \
+            uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst) {                          \
+    const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);                 \
+    const WorkLayout layout = layoutOf(region);                                                 \
+    const ColourOutput output(nRoiWidth, nFormat, nBinning, layout.side != 0);                  \
+    uint8_t* const work = reinterpret_cast<uint8_t*>(g_pwBGRBuff[nIndex]);                      \
+    convert(Conversion<uint8_t>{region, nBayer, nRoiX, nRoiY, 8, pSrc, nImgWidth, work, layout, \
+                                pDst, nRoiHeight, output});                                     \
+  }                                                                                             \
+  void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,            \
+            uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX, uint32_t nRoiY,                \
+            uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc, uint8_t* pDst,       \
+            uint32_t nDstBits, uint32_t nSrcBits) {                                             \
+    const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);                 \
+    const WorkLayout layout = layoutOf(region);                                                 \
+    const ColourOutput output(nRoiWidth, nSrcBits, nFormat, nLutMode, g_pwUserLUT[nIndex],      \
+                              nBinning, nDstBits, layout.side != 0);                            \
+    convert(Conversion<uint16_t>{region, nBayer, nRoiX, nRoiY, nSrcBits, pSrc, nImgWidth,       \
+                                 g_pwBGRBuff[nIndex], layout, pDst, nRoiHeight, output});       \
   }
 
 #define VISTREL_DEFINE_DEMOSAIC(name, convert) \
   VISTREL_DEFINE_DEMOSAIC_IN(guardedLayout, name, convert)
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -3,14 +3,14 @@
 #include <limits>
 
 #include "common/arith.h"
-#include "common/level.h"
-#include "common/simd.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
 #include "demosaic/edge_output.h"
 
 #define VISTREL_BODY "demosaic/edge_rows.inl"
-#include "common/each_level.inl"
+#include "common/simd/each_level.inl"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -117,11 +117,10 @@ void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWid
   const ColourOutput output(nRoiWidth, nSrcBits, nFormat, nLutMode, g_pwUserLUT[nIndex], nBinning,
                             nDstBits, true);
   const uint32_t largest = shl(1, nSrcBits) - 1;
-  demosaicEdges(
-      below(Conversion<uint16_t>{region, nBayer, nRoiX, nRoiY, nSrcBits, pSrc, nImgWidth,
-                                 g_pwBGRBuff[nIndex], guardedLayout(region), pDst, nRoiHeight,
-                                 output},
-            nIndex, settingsOf(nThreshold * largest / 255, largest)));
+  demosaicEdges(below(
+      Conversion<uint16_t>{region, nBayer, nRoiX, nRoiY, nSrcBits, pSrc, nImgWidth,
+                           g_pwBGRBuff[nIndex], guardedLayout(region), pDst, nRoiHeight, output},
+      nIndex, settingsOf(nThreshold * largest / 255, largest)));
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,12 +1,12 @@
 #include "demosaic/edge_kernels.h"
 
-#include "common/level.h"
-#include "common/simd.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
 
 #define VISTREL_BODY "demosaic/edge_site.inl"
-#include "common/each_level.inl"
+#include "common/simd/each_level.inl"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -81,4 +81,4 @@ VISTREL_INSTANCES(unsigned char*)
 VISTREL_INSTANCES(unsigned short*)
 #undef VISTREL_INSTANCES
 
-}  // namespace vistrel
+}  // namespace vistrel::core

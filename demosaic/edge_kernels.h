@@ -3,7 +3,7 @@
 // reads two rows and two columns around its pixels. pBuf points to bytes or words.
 #pragma once
 
-namespace vistrel {
+namespace vistrel::core {
 
 // At red sites, or where bBlueRow is 1 at blue ones.
 template <class T>
@@ -16,4 +16,4 @@ template <class T>
 void vec_G_CalcGreen_3x3x4_ext(T pBuf, int nPos, int nStride, int* pRed, int* pBlue, int* pGreen,
                                int& T0, int& T1, int& T2, int& T3, int bBlueRow);
 
-}  // namespace vistrel
+}  // namespace vistrel::core

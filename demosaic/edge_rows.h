@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
-#include "common/half_rows.h"
-#include "common/pixel_row.h"
+#include "common/rows/half_rows.h"
+#include "common/rows/pixel_row.h"
 #include "demosaic/conversion.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // The type of samples and that of the lanes that are to hold sums of them.
 template <class T, class L>
@@ -52,43 +52,43 @@ template <class T>
 class EdgeFrame {
  public:
   explicit EdgeFrame(const Conversion<T>& c)
-      : m_columns(c.region.Wf), m_height(static_cast<int>(c.region.Hf)), m_nBayer(c.nBayer),
-        m_source(c.pSrc + c.region.x0), m_stride(c.sourceStride) {}
+      : columns_(c.region.Wf), height_(static_cast<int>(c.region.Hf)), nBayer_(c.nBayer),
+        source_(c.pSrc + c.region.x0), stride_(c.sourceStride) {}
 
-  ptrdiff_t columns() const { return m_columns; }
-  int height() const { return m_height; }
+  ptrdiff_t columns() const { return columns_; }
+  int height() const { return height_; }
 
-  bool isBlueRow(int y) const { return rowParity(m_nBayer, unsigned(y)) == 1; }
+  bool isBlueRow(int y) const { return rowParity(nBayer_, unsigned(y)) == 1; }
 
   // The column parity of the green sites of row y.
   // quirk: edge-phase. The region's columns count from its own first one, wherever that lies.
   unsigned greenParity(int y) const {
-    return rowParity(m_nBayer, unsigned(y)) ^ columnParity(m_nBayer, 0);
+    return rowParity(nBayer_, unsigned(y)) ^ columnParity(nBayer_, 0);
   }
 
   // The row of the source that stands at y; null where there are zeros.
   const T* row(int y) const {
     if (-2 <= y && y < 0)
       y += 2;
-    else if (m_height <= y && y < m_height + 2)
+    else if (height_ <= y && y < height_ + 2)
       y -= 2;
-    return 0 <= y && y < m_height ? m_source + size_t(y) * m_stride : nullptr;
+    return 0 <= y && y < height_ ? source_ + size_t(y) * stride_ : nullptr;
   }
 
   // Two columns of zeros on either side; beyond them the neighbouring rows.
   T at(int y, ptrdiff_t x) const {
-    const ptrdiff_t stride = m_columns + 4, column = x + 2;
+    const ptrdiff_t stride = columns_ + 4, column = x + 2;
     const ptrdiff_t rowsDown = column / stride, i = column % stride - 2;
     const T* const samples = row(y + static_cast<int>(rowsDown));
-    return samples && 0 <= i && i < m_columns ? samples[i] : T{0};
+    return samples && 0 <= i && i < columns_ ? samples[i] : T{0};
   }
 
  private:
-  ptrdiff_t m_columns;
-  int m_height;
-  uint32_t m_nBayer;
-  const T* m_source;
-  size_t m_stride;
+  ptrdiff_t columns_;
+  int height_;
+  uint32_t nBayer_;
+  const T* source_;
+  size_t stride_;
 };
 
 // Some rows of it as half rows.
@@ -97,18 +97,18 @@ template <class T>
 class EdgeMosaic {
  public:
   explicit EdgeMosaic(const EdgeFrame<T>& frame)
-      : m_frame(frame), m_ring(kRows, 2, size_t(frame.columns())) {}
+      : frame_(frame), ring_(kRows, 2, size_t(frame.columns())) {}
 
-  explicit operator bool() const { return bool(m_ring); }
+  explicit operator bool() const { return bool(ring_); }
 
   void load(int y, void (*split)(const T*, size_t, T*, T*)) {
     T *const even = half(y, 0), *const odd = half(y, 1);
-    const size_t columns = size_t(m_frame.columns());
+    const size_t columns = size_t(frame_.columns());
     for (T* const half : {even, odd}) {
       std::fill_n(half - 2, 2, T{0});
       std::fill_n(half + columns / 2, 2, T{0});
     }
-    const T* const row = m_frame.row(y);
+    const T* const row = frame_.row(y);
     if (!row) {
       std::fill_n(even, columns / 2, T{0});
       std::fill_n(odd, columns / 2, T{0});
@@ -116,7 +116,7 @@ class EdgeMosaic {
     }
     split(row, columns / 2, even, odd);
     if (columns & 1) even[columns / 2] = row[columns - 1];
-    if (const T* const next = m_frame.row(y + 1)) prefetchRow(next, columns * sizeof(T));
+    if (const T* const next = frame_.row(y + 1)) prefetchRow(next, columns * sizeof(T));
   }
 
   template <int reach>
@@ -131,22 +131,22 @@ class EdgeMosaic {
  private:
   static constexpr unsigned kRows = 5;
 
-  T* half(int y, unsigned parity) const { return m_ring.half(unsigned(y) + kRows, parity); }
+  T* half(int y, unsigned parity) const { return ring_.half(unsigned(y) + kRows, parity); }
 
-  const EdgeFrame<T>& m_frame;
-  HalfRowRing<T> m_ring;
+  const EdgeFrame<T>& frame_;
+  HalfRowRing<T> ring_;
 };
 
 // Some rows of measures.
 template <class Lane>
 class MeasureRows {
  public:
-  explicit MeasureRows(size_t columns) : m_ring(kRows, kMeasures, columns) {}
+  explicit MeasureRows(size_t columns) : ring_(kRows, kMeasures, columns) {}
 
-  explicit operator bool() const { return bool(m_ring); }
+  explicit operator bool() const { return bool(ring_); }
 
   MeasureRow<Lane> row(int y) const {
-    const auto measure = [&](unsigned which) { return m_ring.half(unsigned(y) + kRows, which); };
+    const auto measure = [&](unsigned which) { return ring_.half(unsigned(y) + kRows, which); };
     return {measure(0), measure(1), measure(2), measure(3), measure(4), measure(5)};
   }
   MeasureWindow<Lane> window(int y) const { return {row(y - 1), row(y), row(y + 1)}; }
@@ -154,7 +154,7 @@ class MeasureRows {
  private:
   static constexpr unsigned kRows = 3, kMeasures = 6;
 
-  HalfRowRing<Lane> m_ring;
+  HalfRowRing<Lane> ring_;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,11 +1,11 @@
 // Rows of the edge demosaic. Lane: signed, of a sample's length or twice that.
-#include "common/lanes.inl"
-#include "common/split.inl"
+#include "common/simd/lanes.inl"
+#include "common/simd/split.inl"
 #if VISTREL_LEVEL >= 1
-#include "common/registers.inl"
+#include "common/simd/registers.inl"
 #endif
-#include "common/pixel_row.inl"
-#include "common/wide.inl"
+#include "common/rows/pixel_row.inl"
+#include "common/simd/wide.inl"
 #include "demosaic/edge.inl"
 
 template <class Lane, class T>

@@ -1,3 +1,3 @@
-#include "common/lanes.inl"
-#include "common/wide.inl"
+#include "common/simd/lanes.inl"
+#include "common/simd/wide.inl"
 #include "demosaic/edge.inl"

@@ -7,7 +7,7 @@
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // The half rows behind a row of pixels: the mosaic and finished green.
 template <class T>
@@ -38,34 +38,34 @@ template <class T>
 class GreenRows {
  public:
   GreenRows(const MosaicRows<T>& mosaic, unsigned rows)
-      : m_mosaic(mosaic), m_rows(rows), m_ring(rows + 1, 1, mosaic.columns()) {
-    if (m_ring) std::fill_n(m_ring.half(rows, 0) - 1, mosaic.columns() / 2 + 3, T{0});
+      : mosaic_(mosaic), rows_(rows), ring_(rows + 1, 1, mosaic.columns()) {
+    if (ring_) std::fill_n(ring_.half(rows, 0) - 1, mosaic.columns() / 2 + 3, T{0});
   }
 
-  explicit operator bool() const { return bool(m_ring); }
+  explicit operator bool() const { return bool(ring_); }
 
-  T* computed(int y) const { return m_ring.half(unsigned(y) % m_rows, 0); }
+  T* computed(int y) const { return ring_.half(unsigned(y) % rows_, 0); }
 
   void guard(int y) const {
     T* half = computed(y);
-    half[-1] = half[m_mosaic.halfSize(1 - m_mosaic.greenParity(y))] = 0;
+    half[-1] = half[mosaic_.halfSize(1 - mosaic_.greenParity(y))] = 0;
   }
 
   HalfRowWindow<T, 1> window(int y) const {
     HalfRowWindow<T, 1> w;
     for (int dy = -1; dy <= 1; ++dy) {
-      const unsigned parity = m_mosaic.greenParity(y + dy);
-      const bool inside = 0 <= y + dy && y + dy < m_mosaic.height();
-      w.half[dy + 1][parity] = m_mosaic.half(y + dy, parity);
-      w.half[dy + 1][1 - parity] = inside ? computed(y + dy) : m_ring.half(m_rows, 0);
+      const unsigned parity = mosaic_.greenParity(y + dy);
+      const bool inside = 0 <= y + dy && y + dy < mosaic_.height();
+      w.half[dy + 1][parity] = mosaic_.half(y + dy, parity);
+      w.half[dy + 1][1 - parity] = inside ? computed(y + dy) : ring_.half(rows_, 0);
     }
     return w;
   }
 
  private:
-  const MosaicRows<T>& m_mosaic;
-  unsigned m_rows;
-  HalfRowRing<T> m_ring;  // the last row stays zero
+  const MosaicRows<T>& mosaic_;
+  unsigned rows_;
+  HalfRowRing<T> ring_;  // the last row stays zero
 };
 
 template <class T>
@@ -117,4 +117,4 @@ void greenFirstInPlace(const Conversion<T>& c) {
   c.output.convert(c.work, c.pDst, c.nRoiHeight);
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

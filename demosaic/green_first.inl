@@ -1,11 +1,11 @@
 // The kernels of green_first.h, from formulas in signed arithmetic.
-#include "common/lanes.inl"
+#include "common/simd/lanes.inl"
 #if VISTREL_LEVEL >= 1
-#include "common/registers.inl"
+#include "common/simd/registers.inl"
 #endif
-#include "common/wide.inl"
-#include "common/pixel_row.inl"
-#include "common/values.inl"
+#include "common/simd/wide.inl"
+#include "common/rows/pixel_row.inl"
+#include "common/simd/values.inl"
 
 template <class T, class Formulas, class Values, int parity>
 void greenRow(const HalfRowWindow<T, 2>& mosaic, size_t n, T* __restrict green) {

@@ -4,45 +4,45 @@
 
 #include <algorithm>
 
-#include "common/pixel_row.h"
-#include "common/sweep.h"
+#include "common/rows/pixel_row.h"
+#include "common/rows/sweep.h"
 #include "demosaic/finished_rows.h"
 #include "demosaic/mosaic_rows.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Writes the guard from the mosaic as it was spread, before any colour is filled in.
 template <class T>
 class GuardWriter {
  public:
-  GuardWriter(const Conversion<T>& c, const MosaicRows<T>& mosaic) : m_c(c), m_mosaic(mosaic) {}
+  GuardWriter(const Conversion<T>& c, const MosaicRows<T>& mosaic) : c_(c), mosaic_(mosaic) {}
 
   // The guard pixels to the left and right of row y.
   void beside(int y, T* row) const {
-    const ptrdiff_t Wf = ptrdiff_t(m_mosaic.columns());
+    const ptrdiff_t Wf = ptrdiff_t(mosaic_.columns());
     for (ptrdiff_t x : {ptrdiff_t{-2}, ptrdiff_t{-1}, Wf, Wf + 1}) pixel(y, x, row);
   }
 
   // The guard rows that are copies of row y.
   void aboveAndBelow(int y) const {
-    if (y < 2) wholeRow(y, m_c.imageRow(y - 2));
-    if (y >= m_mosaic.height() - 2) wholeRow(y, m_c.imageRow(y + 2));
+    if (y < 2) wholeRow(y, c_.imageRow(y - 2));
+    if (y >= mosaic_.height() - 2) wholeRow(y, c_.imageRow(y + 2));
   }
 
  private:
   void pixel(int y, ptrdiff_t x, T* row) const {
     const unsigned parity = unsigned(x) & 1;
-    const bool isGreen = parity == m_mosaic.greenParity(y);
-    const int channel = isGreen ? kGreen : m_mosaic.isRedRow(y) ? kRed : kBlue;
+    const bool isGreen = parity == mosaic_.greenParity(y);
+    const int channel = isGreen ? kGreen : mosaic_.isRedRow(y) ? kRed : kBlue;
     std::fill_n(row + 3 * x, 3, T{0});
-    row[3 * x + channel] = m_mosaic.half(y, parity)[(x - ptrdiff_t(parity)) / 2];
+    row[3 * x + channel] = mosaic_.half(y, parity)[(x - ptrdiff_t(parity)) / 2];
   }
   void wholeRow(int y, T* row) const {
-    for (ptrdiff_t x = -2; x < ptrdiff_t(m_mosaic.columns()) + 2; ++x) pixel(y, x, row);
+    for (ptrdiff_t x = -2; x < ptrdiff_t(mosaic_.columns()) + 2; ++x) pixel(y, x, row);
   }
 
-  const Conversion<T>& m_c;
-  const MosaicRows<T>& m_mosaic;
+  const Conversion<T>& c_;
+  const MosaicRows<T>& mosaic_;
 };
 
 // The sweep of an algorithm: stages of its own between smoothing and the last one, which fills the
@@ -70,4 +70,4 @@ void sweepGuarded(const Conversion<T>& c, MosaicRows<T>& mosaic, int reachOfLast
 // done in it, pass after pass.
 inline bool isThin(const Region& region) { return region.Wf < 2 || region.Hf < 2; }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

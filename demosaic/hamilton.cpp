@@ -1,13 +1,13 @@
-#include "common/level.h"
-#include "common/simd.h"
+#include "common/depth.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
 #include "demosaic/conversion.h"
-#include "demosaic/depth.h"
 #include "demosaic/green_first.h"
 
 #define VISTREL_BODY "demosaic/hamilton.inl"
-#include "common/each_level.inl"
+#include "common/simd/each_level.inl"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -21,4 +21,4 @@ void hamilton(const Conversion<T>& c) {
 
 VISTREL_DEFINE_DEMOSAIC(ImageColorGradientHamilton, hamilton)
 
-}  // namespace vistrel
+}  // namespace vistrel::core

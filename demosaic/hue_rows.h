@@ -3,7 +3,7 @@
 
 #include "demosaic/guarded.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // A row's hues, one for each red or blue site, apart by the place that their samples have in a lane
 // of four bytes: so samples and hues meet without leaving their lanes.
@@ -42,31 +42,30 @@ template <class T>
 class HueRows {
  public:
   explicit HueRows(const MosaicRows<T>& mosaic)
-      : m_mosaic(mosaic), m_green(2, 1, mosaic.columns()),
-        m_hues(kRows + 1, kParts, 2 * partSize()) {
-    if (!m_hues) return;
+      : mosaic_(mosaic), green_(2, 1, mosaic.columns()), hues_(kRows + 1, kParts, 2 * partSize()) {
+    if (!hues_) return;
     for (double* part : parts(kRows).part) std::fill_n(part - 1, partSize() + kVector, 0.0);
   }
 
-  explicit operator bool() const { return m_green && m_hues; }
+  explicit operator bool() const { return green_ && hues_; }
 
-  T* green(int y) const { return m_green.half(unsigned(y), 0); }
+  T* green(int y) const { return green_.half(unsigned(y), 0); }
   HueParts<T> hues(int y) const { return parts(unsigned(y) % kRows); }
 
   // quirk: guard-green. Beyond the region green is zero at such sites, and so is the hue.
   void guard(int y) const {
-    const int n = static_cast<int>(m_mosaic.halfSize(1 - m_mosaic.greenParity(y)));
+    const int n = static_cast<int>(mosaic_.halfSize(1 - mosaic_.greenParity(y)));
     *hues(y).element(-1) = *hues(y).element(n) = 0;
   }
 
   CokRows<T> around(int y) const {
-    const unsigned parity = m_mosaic.greenParity(y);
+    const unsigned parity = mosaic_.greenParity(y);
     CokRows<T> rows;
-    rows.green[parity] = m_mosaic.half(y, parity);
+    rows.green[parity] = mosaic_.half(y, parity);
     rows.green[1 - parity] = green(y);
-    rows.colour = m_mosaic.half(y, 1 - parity);
+    rows.colour = mosaic_.half(y, 1 - parity);
     for (int dy = -1; dy <= 1; ++dy) {
-      const bool inside = 0 <= y + dy && y + dy < m_mosaic.height();
+      const bool inside = 0 <= y + dy && y + dy < mosaic_.height();
       rows.hues.row[dy + 1] = inside ? hues(y + dy) : parts(kRows);
     }
     return rows;
@@ -76,17 +75,17 @@ class HueRows {
   static constexpr unsigned kRows = 3, kParts = HueParts<T>::kParts;
   static constexpr size_t kVector = 16;  // room behind a part
 
-  size_t partSize() const { return m_mosaic.halfSize(0) / kParts + 1; }
+  size_t partSize() const { return mosaic_.halfSize(0) / kParts + 1; }
 
   HueParts<T> parts(unsigned row) const {
     HueParts<T> p;
-    for (unsigned i = 0; i < kParts; ++i) p.part[i] = m_hues.half(row, i);
+    for (unsigned i = 0; i < kParts; ++i) p.part[i] = hues_.half(row, i);
     return p;
   }
 
-  const MosaicRows<T>& m_mosaic;
-  HalfRowRing<T> m_green;
-  HalfRowRing<double> m_hues;  // the last row stays zero
+  const MosaicRows<T>& mosaic_;
+  HalfRowRing<T> green_;
+  HalfRowRing<double> hues_;  // the last row stays zero
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

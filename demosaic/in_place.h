@@ -4,7 +4,7 @@
 
 #include "demosaic/work_buffer.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // A pixel of the work buffer and its neighbourhood.
 template <class T>
@@ -39,4 +39,4 @@ void passInPlace(const Region& region, T* work, Visit visit) {
                             (region.r0 + j) & 1, (region.c0 + i) & 1});
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

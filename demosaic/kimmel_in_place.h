@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "common/arith.h"
-#include "demosaic/depth.h"
+#include "common/depth.h"
 #include "demosaic/in_place.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 template <class Real, class Tap>
 auto asReals(Tap tap) {
@@ -65,4 +65,4 @@ void fillInOrder(Pass pass) {
   pass(&KimmelPixel<T, Real>::fillAtGreen);
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

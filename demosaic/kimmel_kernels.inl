@@ -1,12 +1,12 @@
 // Rows of Kimmel's passes in floats or doubles, and the way of samples into these and back.
-#include "common/lanes.inl"
+#include "common/simd/lanes.inl"
 #if VISTREL_LEVEL >= 1
-#include "common/registers.inl"
+#include "common/simd/registers.inl"
 #endif
-#include "common/wide.inl"
-#include "common/reals.inl"
-#include "common/pixel_row.inl"
-#include "common/taps.inl"
+#include "common/simd/wide.inl"
+#include "common/simd/reals.inl"
+#include "common/rows/pixel_row.inl"
+#include "common/simd/taps.inl"
 #include "demosaic/kimmel.inl"
 
 template <class T, class Real>

@@ -5,7 +5,7 @@
 
 #include "demosaic/guarded.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // The half rows that a pass reads. own: the colour that a row senses beside green; opposite: the
 // one of the rows above and below.
@@ -48,15 +48,15 @@ class KimmelRows {
   enum Plane : unsigned { kEven, kOdd, kGreenThere, kHue, kOpposite, kOppositeHue, kPlanes };
 
   explicit KimmelRows(const MosaicRows<T>& mosaic)
-      : m_mosaic(mosaic), m_ring(kRows + 1, kPlanes, mosaic.columns()) {}
+      : mosaic_(mosaic), ring_(kRows + 1, kPlanes, mosaic.columns()) {}
 
-  explicit operator bool() const { return bool(m_ring); }
+  explicit operator bool() const { return bool(ring_); }
 
-  Real* half(int y, unsigned plane) const { return m_ring.half(unsigned(y) % kRows, plane); }
+  Real* half(int y, unsigned plane) const { return ring_.half(unsigned(y) % kRows, plane); }
   // The planes of the mosaic that hold row y's green and the colour beside it.
-  Plane greens(int y) const { return Plane(m_mosaic.greenParity(y)); }
-  Plane colours(int y) const { return Plane(1 - m_mosaic.greenParity(y)); }
-  size_t sites(int y) const { return m_mosaic.halfSize(colours(y)); }  // red or blue ones
+  Plane greens(int y) const { return Plane(mosaic_.greenParity(y)); }
+  Plane colours(int y) const { return Plane(1 - mosaic_.greenParity(y)); }
+  size_t sites(int y) const { return mosaic_.halfSize(colours(y)); }  // red or blue ones
 
   // Row y of such planes is computed.
   //
@@ -85,8 +85,8 @@ class KimmelRows {
 
   // The ring's last row stays zero.
   const Real* row(int y, Plane plane) const {
-    const bool above = y < 0, below = y >= m_mosaic.height();
-    if ((above || below) && plane > kOdd) return m_ring.half(kRows, plane);
+    const bool above = y < 0, below = y >= mosaic_.height();
+    if ((above || below) && plane > kOdd) return ring_.half(kRows, plane);
     return half(above ? y + 2 : below ? y - 2 : y, plane);
   }
 
@@ -102,8 +102,8 @@ class KimmelRows {
     return w;
   }
 
-  const MosaicRows<T>& m_mosaic;
-  HalfRowRing<Real> m_ring;
+  const MosaicRows<T>& mosaic_;
+  HalfRowRing<Real> ring_;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

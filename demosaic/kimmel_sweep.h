@@ -3,21 +3,20 @@
 
 #include "demosaic/kimmel_rows.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 template <class T, class Real>
 class KimmelSweep {
  public:
   // tail: the column from which the second pass takes plain hues.
   KimmelSweep(const Conversion<T>& c, const KimmelKernels<T, Real>& kernels, size_t tail)
-      : m_c(c), m_kernels(kernels), m_tail(tail), m_mosaic(c.region, c.pSrc, c.sourceStride, 5),
-        m_rows(m_mosaic), m_values(1, 2, c.region.Wf), m_samples(1, kHalves, c.region.Wf) {}
+      : c_(c), kernels_(kernels), tail_(tail), mosaic_(c.region, c.pSrc, c.sourceStride, 5),
+        rows_(mosaic_), values_(1, 2, c.region.Wf), samples_(1, kHalves, c.region.Wf) {}
 
   void run() {
-    if (!m_mosaic || !m_rows || !m_values || !m_samples) return;
+    if (!mosaic_ || !rows_ || !values_ || !samples_) return;
     sweepGuarded(
-        m_c, m_mosaic, 1,
-        [&](int y, T* pixels, RowCopies<T>& copies) { finish(y, pixels, copies); },
+        c_, mosaic_, 1, [&](int y, T* pixels, RowCopies<T>& copies) { finish(y, pixels, copies); },
         stage(0, [&](int y) { widen(y); }), stage(2, [&](int y) { fillGreen(y); }),
         stage(1, [&](int y) { fillOpposite(y); }));
   }
@@ -28,57 +27,56 @@ class KimmelSweep {
 
   void widen(int y) {
     for (unsigned parity = 0; parity < 2; ++parity)
-      m_kernels.toReals(m_mosaic.half(y, parity), -1,
-                        static_cast<ptrdiff_t>(m_mosaic.halfSize(parity)) + 1,
-                        m_rows.half(y, parity));
+      kernels_.toReals(mosaic_.half(y, parity), -1,
+                       static_cast<ptrdiff_t>(mosaic_.halfSize(parity)) + 1, rows_.half(y, parity));
   }
 
   void fillGreen(int y) {
-    Real* const green = m_rows.half(y, Rows::kGreenThere);
-    Real* const hue = m_rows.half(y, Rows::kHue);
-    m_kernels.green[m_rows.colours(y)](m_rows.mosaic(y), m_rows.sites(y), green, hue);
-    m_rows.guard(y, {Rows::kGreenThere, Rows::kHue});
+    Real* const green = rows_.half(y, Rows::kGreenThere);
+    Real* const hue = rows_.half(y, Rows::kHue);
+    kernels_.green[rows_.colours(y)](rows_.mosaic(y), rows_.sites(y), green, hue);
+    rows_.guard(y, {Rows::kGreenThere, Rows::kHue});
   }
 
   void fillOpposite(int y) {
-    const unsigned parity = m_rows.colours(y);
-    const size_t sites = m_rows.sites(y);
-    Real* const colour = m_rows.half(y, Rows::kOpposite);
-    Real* const hue = m_rows.half(y, Rows::kOppositeHue);
-    const auto rows = m_rows.diagonals(y);
-    m_kernels.opposite[parity](rows, 0, sites, colour, hue);
-    m_kernels.oppositeInTail[parity](rows, m_tail / 2, sites, colour, hue);
-    m_rows.guard(y, {Rows::kOpposite, Rows::kOppositeHue});
+    const unsigned parity = rows_.colours(y);
+    const size_t sites = rows_.sites(y);
+    Real* const colour = rows_.half(y, Rows::kOpposite);
+    Real* const hue = rows_.half(y, Rows::kOppositeHue);
+    const auto rows = rows_.diagonals(y);
+    kernels_.opposite[parity](rows, 0, sites, colour, hue);
+    kernels_.oppositeInTail[parity](rows, tail_ / 2, sites, colour, hue);
+    rows_.guard(y, {Rows::kOpposite, Rows::kOppositeHue});
   }
 
   T* narrowed(const Real* reals, size_t n, Half half) {
-    T* const samples = m_samples.half(0, half);
-    m_kernels.toSamples(reals, n, samples);
+    T* const samples = samples_.half(0, half);
+    kernels_.toSamples(reals, n, samples);
     return samples;
   }
 
   void finish(int y, T* pixels, RowCopies<T>& copies) {
-    const unsigned g = m_rows.greens(y), c = m_rows.colours(y);
-    const size_t greens = m_mosaic.halfSize(g), sites = m_rows.sites(y);
-    Real *const own = m_values.half(0, 0), *const opposite = m_values.half(0, 1);
-    m_kernels.atGreen[g](m_rows.cross(y), greens, own, opposite);
+    const unsigned g = rows_.greens(y), c = rows_.colours(y);
+    const size_t greens = mosaic_.halfSize(g), sites = rows_.sites(y);
+    Real *const own = values_.half(0, 0), *const opposite = values_.half(0, 1);
+    kernels_.atGreen[g](rows_.cross(y), greens, own, opposite);
     FinishedHalves<T> halves;
     halves.own[g] = narrowed(own, greens, kOwnAtGreen);
-    halves.green[g] = m_mosaic.half(y, g);
+    halves.green[g] = mosaic_.half(y, g);
     halves.opposite[g] = narrowed(opposite, greens, kOppositeAtGreen);
-    halves.own[c] = m_mosaic.half(y, c);
-    halves.green[c] = narrowed(m_rows.half(y, Rows::kGreenThere), sites, kGreenThere);
-    halves.opposite[c] = narrowed(m_rows.half(y, Rows::kOpposite), sites, kOppositeThere);
-    m_kernels.pixels.of[g][m_mosaic.isRedRow(y)](halves, m_mosaic.columns(), pixels, copies);
+    halves.own[c] = mosaic_.half(y, c);
+    halves.green[c] = narrowed(rows_.half(y, Rows::kGreenThere), sites, kGreenThere);
+    halves.opposite[c] = narrowed(rows_.half(y, Rows::kOpposite), sites, kOppositeThere);
+    kernels_.pixels.of[g][mosaic_.isRedRow(y)](halves, mosaic_.columns(), pixels, copies);
   }
 
-  const Conversion<T>& m_c;
-  const KimmelKernels<T, Real>& m_kernels;
-  size_t m_tail;
-  MosaicRows<T> m_mosaic;
-  Rows m_rows;
-  HalfRowRing<Real> m_values;
-  HalfRowRing<T> m_samples;
+  const Conversion<T>& c_;
+  const KimmelKernels<T, Real>& kernels_;
+  size_t tail_;
+  MosaicRows<T> mosaic_;
+  Rows rows_;
+  HalfRowRing<Real> values_;
+  HalfRowRing<T> samples_;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "common/level.h"
-#include "common/simd.h"
-#include "common/stream.h"
+#include "common/rows/nontemporal.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // What each level has of its own.
 template <class T>
@@ -15,12 +15,12 @@ struct MosaicKernels {
   void (*smooth)(const T* green, const T* above, const T* below, size_t n, T* smoothed);
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core
 
 #define VISTREL_BODY "demosaic/mosaic_rows.inl"
-#include "common/each_level.inl"
+#include "common/simd/each_level.inl"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -40,32 +40,32 @@ constexpr size_t kVectorRoom = 64 / sizeof(T);
 // Smoothing is one row behind loading and reads one row below its own.
 template <class T>
 MosaicRows<T>::MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows)
-    : m_region(region), m_source(pSrc + region.x0), m_stride(sourceStride),
-      m_raw(rows + 1, 2, region.Wf), m_green(rows, 1, region.Wf) {}
+    : region_(region), source_(pSrc + region.x0), stride_(sourceStride),
+      raw_(rows + 1, 2, region.Wf), green_(rows, 1, region.Wf) {}
 
 template <class T>
 void MosaicRows<T>::load(int y) {
-  const T* source = m_source + static_cast<size_t>(y) * m_stride;
-  T* even = m_raw.half(unsigned(y), 0);
-  T* odd = m_raw.half(unsigned(y), 1);
+  const T* source = source_ + static_cast<size_t>(y) * stride_;
+  T* even = raw_.half(unsigned(y), 0);
+  T* odd = raw_.half(unsigned(y), 1);
   VISTREL_BY_LEVEL(kMosaicKernels<T>)->split(source, columns() / 2, even, odd);
   if (columns() & 1) even[columns() / 2] = source[columns() - 1];
   guardHalf(even, halfSize(0));
   guardHalf(odd, halfSize(1));
-  m_nextSource = y + 1 < height() ? source + m_stride : nullptr;
+  nextSource_ = y + 1 < height() ? source + stride_ : nullptr;
 }
 
 template <class T>
 void MosaicRows<T>::smooth(int y) {
   const unsigned parity = greenParity(y);
   const size_t n = halfSize(parity);
-  const T* raw = m_raw.half(unsigned(y), parity);
-  T* green = m_green.half(unsigned(y), 0);
+  const T* raw = raw_.half(unsigned(y), parity);
+  T* green = green_.half(unsigned(y), 0);
   if (y == 0 || y == height() - 1) {
     std::copy_n(raw, n + kVectorRoom<T>, green);
   } else {
-    const T* above = m_raw.half(unsigned(y - 1), 1 - parity) + parity - 1;
-    const T* below = m_raw.half(unsigned(y + 1), 1 - parity) + parity - 1;
+    const T* above = raw_.half(unsigned(y - 1), 1 - parity) + parity - 1;
+    const T* below = raw_.half(unsigned(y + 1), 1 - parity) + parity - 1;
     VISTREL_BY_LEVEL(kMosaicKernels<T>)->smooth(raw, above, below, n, green);
     // The region's outer columns stay raw.
     if (parity == 0) green[0] = raw[0];
@@ -78,11 +78,11 @@ template <class T>
 const T* MosaicRows<T>::half(int y, unsigned columnParity) const {
   if (y < 0) y += 2;
   if (y >= height()) y -= 2;
-  return columnParity == greenParity(y) ? m_green.half(unsigned(y), 0)
-                                        : m_raw.half(unsigned(y), columnParity);
+  return columnParity == greenParity(y) ? green_.half(unsigned(y), 0)
+                                        : raw_.half(unsigned(y), columnParity);
 }
 
 template class MosaicRows<uint8_t>;
 template class MosaicRows<uint16_t>;
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,10 +1,10 @@
 // The mosaic of a region as half rows, a few rows at a time: what every guarded sweep begins with.
 #pragma once
 
-#include "common/half_rows.h"
 #include "common/mosaic.h"
+#include "common/rows/half_rows.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 template <class T>
 class MosaicRows {
@@ -12,13 +12,13 @@ class MosaicRows {
   // rows: how many smoothed rows the stages behind smoothing need at a time.
   MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows);
 
-  explicit operator bool() const { return m_raw && m_green; }
+  explicit operator bool() const { return raw_ && green_; }
 
   void load(int y);    // from the source
   void smooth(int y);  // green, from rows y - 1 .. y + 1 that were loaded
 
   // The row that is loaded next; null when none is left.
-  const T* nextSource() const { return m_nextSource; }
+  const T* nextSource() const { return nextSource_; }
 
   // A half of row y, smoothed if it holds green. Rows outside the region are the second rows
   // inside, as in the guard; elements -1 and n of a half likewise.
@@ -34,18 +34,18 @@ class MosaicRows {
   }
 
   // The column parity of the green sites of row y, and whether its others are red.
-  unsigned greenParity(int y) const { return (m_region.r0 ^ m_region.c0 ^ unsigned(y)) & 1; }
-  bool isRedRow(int y) const { return ((m_region.r0 ^ unsigned(y)) & 1) == 0; }
+  unsigned greenParity(int y) const { return (region_.r0 ^ region_.c0 ^ unsigned(y)) & 1; }
+  bool isRedRow(int y) const { return ((region_.r0 ^ unsigned(y)) & 1) == 0; }
 
-  size_t columns() const { return m_region.Wf; }
-  size_t halfSize(unsigned columnParity) const { return (m_region.Wf + 1 - columnParity) / 2; }
-  int height() const { return static_cast<int>(m_region.Hf); }
+  size_t columns() const { return region_.Wf; }
+  size_t halfSize(unsigned columnParity) const { return (region_.Wf + 1 - columnParity) / 2; }
+  int height() const { return static_cast<int>(region_.Hf); }
 
  private:
-  Region m_region;
-  const T *m_source, *m_nextSource = nullptr;
-  size_t m_stride;
-  HalfRowRing<T> m_raw, m_green;
+  Region region_;
+  const T *source_, *nextSource_ = nullptr;
+  size_t stride_;
+  HalfRowRing<T> raw_, green_;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,5 +1,5 @@
-#include "common/lanes.inl"
-#include "common/split.inl"
+#include "common/simd/lanes.inl"
+#include "common/simd/split.inl"
 
 // (4 * s + the four diagonals) >> 3, whose halving twice and once more loses nothing.
 // above, below: the green to the left of s in the rows beside it; the next one is to the right.

@@ -1,7 +1,7 @@
 #include "cfa/near_rows.h"
 #include "demosaic/primitive_call.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -21,7 +21,7 @@ void nearNeighbor(const Conversion<T>& c) {
 
 VISTREL_DEFINE_DEMOSAIC_IN(compactLayout, ImageColorNearNeighbor, nearNeighbor)
 
-}  // namespace vistrel
+}  // namespace vistrel::core
 
 unsigned VST2IPPBayerOffset(unsigned nBayer) {
   constexpr unsigned grids[] = {CFA_GRID_GBRG, CFA_GRID_RGGB, CFA_GRID_BGGR, CFA_GRID_GRBG};

@@ -1,16 +1,16 @@
 #include "demosaic/pixel_grouping.h"
 
 #include "common/arith.h"
-#include "common/level.h"
-#include "common/simd.h"
+#include "common/depth.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
 #include "demosaic/conversion.h"
-#include "demosaic/depth.h"
 #include "demosaic/green_first.h"
 
 #define VISTREL_BODY "demosaic/pixel_grouping.inl"
-#include "common/each_level.inl"
+#include "common/simd/each_level.inl"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -75,4 +75,4 @@ int HueTransit(int L1, int L2, int L3, int V1, int V3) {
 
 VISTREL_DEFINE_DEMOSAIC(ImageColorPixelGrouping, pixelGrouping)
 
-}  // namespace vistrel
+}  // namespace vistrel::core

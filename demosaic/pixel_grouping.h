@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Green of a red or blue site. pPixel: the pixel's blue sample. nStride: samples a row. nMode: the
 // channel that the site senses, 0 blue, 2 red.
@@ -21,4 +21,4 @@ void calcOneRedBlu16(uint16_t* pPixel, unsigned nStride, uint16_t* pFirst, uint1
 // the outer two. Where green passes steadily, so does the colour; else it bends half as green does.
 int HueTransit(int L1, int L2, int L3, int V1, int V3);
 
-}  // namespace vistrel
+}  // namespace vistrel::core

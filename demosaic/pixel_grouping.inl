@@ -5,8 +5,8 @@
 // quirk: guard-green. Beyond the region green is zero where another colour is sensed: the rim takes
 // the green inside for a peak.
 #include "demosaic/green_first.inl"
-#include "common/doubles.inl"
-#include "common/quotient.inl"
+#include "common/simd/doubles.inl"
+#include "common/simd/quotient.inl"
 
 // A colour in the middle of three positions: greens L1, L2, L3, colours V1 and V3 of the outer two.
 template <class V>

@@ -3,9 +3,9 @@
 
 #include "cfa/frame.h"
 #include "demosaic/finished_rows.h"
-#include "demosaic/image_functions.h"
+#include "vistrel/image_functions.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // By how many bits the 16-bit twins scale samples up to all of their word.
 template <class T>
@@ -53,4 +53,4 @@ void convertRows(const Conversion<T>& c, CfaRect roi, Rows& rows) {
   finished.finishAll();
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

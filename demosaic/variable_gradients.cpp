@@ -2,14 +2,14 @@
 
 #include <iterator>
 
-#include "common/level.h"
-#include "common/simd.h"
+#include "common/depth.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
 #include "demosaic/conversion.h"
-#include "demosaic/depth.h"
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // What each level compiles.
 template <class T>
@@ -18,12 +18,12 @@ struct VariableGradientsKernels {
   PixelRows<T, HalfRowWindow<T, 2>> ofTwelveBits, ofAll;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core
 
 #define VISTREL_BODY "demosaic/variable_gradients_rows.inl"
-#include "common/each_level.inl"
+#include "common/simd/each_level.inl"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -88,4 +88,4 @@ void calcOneRedBluCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChann
       InPlacePixel<uint16_t>{pPixel, ptrdiff_t{nRowSamples}, nChannel == 2, nChannel == 0});
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Write the two colours that a pixel of the guarded layout lacks. nRowSamples: from row to row.
 // nChannel: at a green site the colour of its row, at a red or blue one that of its diagonals.
@@ -12,4 +12,4 @@ void calcOneGreenCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChanne
 void calcOneRedBluCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel);
 void calcOneRedBluCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel);
 
-}  // namespace vistrel
+}  // namespace vistrel::core

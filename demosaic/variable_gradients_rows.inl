@@ -1,10 +1,10 @@
-#include "common/lanes.inl"
+#include "common/simd/lanes.inl"
 #if VISTREL_LEVEL >= 1
-#include "common/registers.inl"
+#include "common/simd/registers.inl"
 #endif
-#include "common/wide.inl"
-#include "common/pixel_row.inl"
-#include "common/values.inl"
+#include "common/simd/wide.inl"
+#include "common/rows/pixel_row.inl"
+#include "common/simd/values.inl"
 
 // Quotients by 1 to 8, truncated, of two values by the same n. A reciprocal is a little too large,
 // so that a multiple of n never falls short, by less than its other quotients stay below the next

@@ -2,15 +2,15 @@
 
 #include <algorithm>
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
 // s: a green sample of the source that has all its neighbours.
 template <class T>
 T smoothed(const T* s, size_t stride) {
-  const uint32_t diagonals =
-      uint32_t{s[-1 - ptrdiff_t(stride)]} + s[1 - ptrdiff_t(stride)] + s[stride - 1] + s[stride + 1];
+  const uint32_t diagonals = uint32_t{s[-1 - ptrdiff_t(stride)]} + s[1 - ptrdiff_t(stride)] +
+                             s[stride - 1] + s[stride + 1];
   return static_cast<T>((diagonals + 4 * uint32_t{*s}) >> 3);
 }
 
@@ -57,10 +57,10 @@ void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, ui
 }
 
 void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
-                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
-                      const uint16_t* pSrc, uint16_t* pWork) {
+                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc,
+                      uint16_t* pWork) {
   const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
   spreadMosaic(region, nImgWidth, pSrc, pWork);
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

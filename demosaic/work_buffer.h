@@ -6,7 +6,7 @@
 
 #include "common/mosaic.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 constexpr size_t kGuard = 2;  // pixels on every side of the image
 
@@ -35,11 +35,11 @@ void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, ui
                       uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
                       uint8_t* pWork);
 void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
-                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
-                      const uint16_t* pSrc, uint16_t* pWork);
+                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc,
+                      uint16_t* pWork);
 
 // The same of a region.
 template <class T>
 void spreadMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* pWork);
 
-}  // namespace vistrel
+}  // namespace vistrel::core

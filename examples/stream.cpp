@@ -15,9 +15,9 @@ std::atomic<uint32_t> next, right;
 // Frame n is gray: every sample has 12 bits, of which the highest 8 are n.
 void convertFrames() {
   std::vector<uint16_t> samples(kWidth * kHeight);
-  const vistrel_frame frame = vistrel::frameOf(samples, kWidth, kHeight, 12, BAYER_GRBG);
+  const vistrel_frame frame = vistrel::frameOf(samples, kWidth, kHeight, 12, VISTREL_GRBG);
   const vistrel_conversion conversion = vistrel::defaultConversion(frame);
-  vistrel::Stream stream = vistrel::Stream::take();
+  vistrel::Stream stream = vistrel::Stream::acquire();
   std::vector<uint8_t> pixels(vistrel::layoutOf(frame, conversion).bytes);
 
   for (uint32_t n; (n = next++) < kFrames;) {

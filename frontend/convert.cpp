@@ -1,12 +1,12 @@
 #include <iterator>
 
 #include "demosaic/demosaic.h"
-#include "frontend/registry.h"
-#include "frontend/vistrel.h"
 #include "output/colour.h"
 #include "output/mono.h"
+#include "streams/registry.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -56,9 +56,9 @@ const Algorithm& algorithmOf(uint32_t nAlgorithm) {
 }
 
 }  // namespace
-}  // namespace vistrel
+}  // namespace vistrel::core
 
-using namespace vistrel;
+using namespace vistrel::core;
 
 uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32_t nBayer,
                      uint32_t nBinning, uint32_t nImgWidth, uint32_t nImgHeight, uint32_t nRoiX,

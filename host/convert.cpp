@@ -3,11 +3,12 @@
 #include <memory>
 #include <optional>
 
-#include "demosaic/image_functions.h"
 #include "host/plan.h"
 #include "host/samples.h"
 #include "host/status.h"
 #include "host/streams.h"
+#include "vistrel/image_functions.h"
+#include "vistrel/vistrel.h"
 
 namespace vistrel::host {
 namespace {
@@ -25,7 +26,7 @@ uint32_t call(uint32_t id, const Plan& p, const vistrel_conversion& c,
 uint32_t call(uint32_t id, const Plan& p, const vistrel_conversion& c,
               const Samples<uint16_t>& source, void* pixels) {
   return ImgConvert16(id, p.made->code, selectorOf(c), p.phase, c.binning - 1, p.nDstBits,
-                      c.lut_mode, source.stride(), p.height, 0, 0, p.madeWidth, p.madeHeight,
+                      c.reduction, source.stride(), p.height, 0, 0, p.madeWidth, p.madeHeight,
                       source.first(), pixels, p.bits, 0);
 }
 
@@ -38,8 +39,8 @@ void callAhd(uint32_t id, const Plan& p, const vistrel_conversion& c,
 }
 void callAhd(uint32_t id, const Plan& p, const vistrel_conversion& c,
              const Samples<uint16_t>& source, void* pixels) {
-  ImageColorDemosaicAHD(id, source.stride(), p.phase, c.binning - 1, p.made->code, c.lut_mode, 0, 0,
-                        p.madeWidth, p.madeHeight, const_cast<uint16_t*>(source.first()),
+  ImageColorDemosaicAHD(id, source.stride(), p.phase, c.binning - 1, p.made->code, c.reduction, 0,
+                        0, p.madeWidth, p.madeHeight, const_cast<uint16_t*>(source.first()),
                         static_cast<uint8_t*>(pixels), p.nDstBits, p.bits);
 }
 
@@ -61,7 +62,7 @@ void make(vistrel_stream* own, const Plan& p, const vistrel_frame& frame,
   own ? stream.emplace(own) : stream.emplace();
   const Samples<T> source(p, frame, c);
   if (p.format->colour()) stream->reserve(p.width, p.height);
-  if (c.lut_mode == 10) stream->loadTable(c.table, c.table_entries, p.bits);
+  if (c.reduction == 10) stream->loadTable(c.table, c.table_entries, p.bits);
   if (p.made->channels > p.made->sensed()) std::memset(pixels, kAlpha, p.madeBytes);
   watchMemory([&] {
     if (p.format->colour() && c.algorithm == VISTREL_AHD)
@@ -110,8 +111,8 @@ using namespace vistrel::host;
 void vistrel_default_conversion(const vistrel_frame* frame, vistrel_conversion* conversion) {
   const bool mono = frame->phase == VISTREL_MONO;
   *conversion = {};
-  conversion->format = mono ? IMG_FMT_MONO8 : IMG_FMT_BGR24;
-  conversion->algorithm = DM_BILINEAR;
+  conversion->format = mono ? VISTREL_MONO8 : VISTREL_BGR24;
+  conversion->algorithm = VISTREL_BILINEAR;
   conversion->binning = 1;
 }
 

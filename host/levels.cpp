@@ -1,15 +1,14 @@
 // The levels of the library's vectorised loops, for tests and benchmarks.
-#include <algorithm>
-
-#include "cfa/processor.h"
-#include "common/level.h"
+#include "cpu/level.h"
 #include "host/status.h"
 #include "host/streams.h"
+#include "vistrel/processor.h"
 
 namespace vistrel::host {
 namespace {
 
-constexpr const char* kNames[kLevels] = {"base", "ssse3", "sse41", "avx2", "avx512"};
+using core::Level;
+
 constexpr uint64_t kLimits = IPP_CPU_NO_AVX2 | IPP_CPU_NO_AVX512;
 
 bool has(Level level) {
@@ -17,7 +16,7 @@ bool has(Level level) {
     case Level::base: return true;
     case Level::ssse3: return ipp_is_mni_extension();
     case Level::sse41: return ipp_is_sse41_extension();
-    default: return level <= widestLevel();
+    default: return level <= core::widestLevel();
   }
 }
 
@@ -26,7 +25,7 @@ uint64_t limitOf(Level level) {
 }
 
 void setLevel(size_t level) {
-  if (level >= kLevels || !has(static_cast<Level>(level))) {
+  if (level >= core::kLevels || !has(static_cast<Level>(level))) {
     std::string names;
     for (size_t i = 0; const char* name = vistrel_level_name(i); ++i)
       names += fmt::format("{}{} ({})", i ? ", " : "", name, i);
@@ -45,18 +44,15 @@ using namespace vistrel;
 using namespace vistrel::host;
 
 const char* vistrel_level_name(size_t level) {
-  return level < kLevels && has(static_cast<Level>(level)) ? kNames[level] : nullptr;
+  return level < core::kLevels && has(static_cast<Level>(level)) ? core::kLevelNames[level].data()
+                                                                 : nullptr;
 }
 
-size_t vistrel_get_level() {
+size_t vistrel_level() {
   if (guarded(nullptr, [] { loadLibrary(); })) return 0;  // what an unloaded library runs
   const uint32_t index = ippJumpIndexForMergedLibs;
   if (index != 3) return index == 2 ? 1 : 0;
-  const uint64_t enabled = ippGetEnabledCpuFeatures();
-  const Level most = enabled & IPP_CPU_NO_AVX2     ? Level::sse41
-                     : enabled & IPP_CPU_NO_AVX512 ? Level::avx2
-                                                   : Level::avx512;
-  return static_cast<size_t>(std::min(most, widestLevel()));
+  return static_cast<size_t>(core::currentLevel());
 }
 
 int32_t vistrel_set_level(size_t level, vistrel_error* error) {

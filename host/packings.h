@@ -1,7 +1,7 @@
 // The packings of dumps, by code and bits.
 #pragma once
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 

@@ -44,9 +44,9 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
                  uint64_t{p.layout.height} * c.binning + 2 * around};
   if (!p.format->colour()) return e;
   const vistrel_algorithm& a = *findAlgorithm(c.algorithm);
-  if (e.width < a.minimal_size || e.height < a.minimal_size)
+  if (e.width < a.min_size || e.height < a.min_size)
     refuse(VISTREL_REGION_TOO_SMALL, "{}: algorithm {} needs {}x{} pixels or more", text, a.name,
-           a.minimal_size, a.minimal_size);
+           a.min_size, a.min_size);
   return e;
 }
 

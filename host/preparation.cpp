@@ -66,10 +66,10 @@ Gains measureGains(const vistrel_frame& frame, const vistrel_conversion& convers
   Gains gains{VISTREL_GAIN_ONE, VISTREL_GAIN_ONE, VISTREL_GAIN_ONE};
   for (size_t i = 0; most && i < 3; ++i) {
     const uint64_t m = means[i];
-    gains[i] = VISTREL_GAIN_MOST;
+    gains[i] = VISTREL_GAIN_MAX;
     if (m)
       gains[i] = static_cast<uint32_t>(
-          std::min<uint64_t>((VISTREL_GAIN_ONE * most + m / 2) / m, VISTREL_GAIN_MOST));
+          std::min<uint64_t>((VISTREL_GAIN_ONE * most + m / 2) / m, VISTREL_GAIN_MAX));
   }
   return gains;
 }

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 

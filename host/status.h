@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 

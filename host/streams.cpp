@@ -8,9 +8,9 @@
 #include <new>
 #include <vector>
 
-#include "cfa/processor.h"
-#include "frontend/vistrel.h"
 #include "host/status.h"
+#include "vistrel/processor.h"
+#include "vistrel/vistrel.h"
 
 namespace vistrel::host {
 namespace {
@@ -155,10 +155,10 @@ void StreamLease::loadTable(const uint16_t* table, uint32_t entries, uint32_t bi
 
 using namespace vistrel::host;
 
-int32_t vistrel_stream_take(uint32_t wait, vistrel_stream** stream, vistrel_error* error) {
+int32_t vistrel_stream_acquire(uint32_t wait, vistrel_stream** stream, vistrel_error* error) {
   return guarded(error, [&] {
     if (!stream) refuse(VISTREL_NULL_POINTER, "stream is null");
-    if (wait != VISTREL_WAIT && wait != VISTREL_DONT_WAIT)
+    if (wait != VISTREL_WAIT && wait != VISTREL_NO_WAIT)
       refuse(VISTREL_BAD_WAIT, "wait {}: 0 (wait) and 1 (do not wait) are allowed", wait);
     std::unique_lock lock(g_mutex);
     const Slot* slot = pool().take(lock, wait == VISTREL_WAIT, State::kTaken);
@@ -167,7 +167,7 @@ int32_t vistrel_stream_take(uint32_t wait, vistrel_stream** stream, vistrel_erro
   });
 }
 
-int32_t vistrel_stream_give_back(vistrel_stream* stream, vistrel_error* error) {
+int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error) {
   return guarded(error, [&] {
     const std::lock_guard lock(g_mutex);
     pool().giveBack(pool().taken(stream));

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 
@@ -34,7 +34,7 @@ class StreamLease {
   // Makes the work buffer large enough for a region of this size. Throws std::bad_alloc.
   void reserve(uint32_t width, uint32_t height);
 
-  // Makes this the table of lut_mode 10, for samples of so many bits. Throws std::bad_alloc.
+  // Makes this the table of reduction 10, for samples of so many bits. Throws std::bad_alloc.
   void loadTable(const uint16_t* table, uint32_t entries, uint32_t bits);
 
  private:

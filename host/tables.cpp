@@ -11,33 +11,28 @@ namespace vistrel::host {
 namespace {
 
 constexpr Format kFormats[] = {
-    {{"MONO8", IMG_FMT_MONO8, 1, 1, 1}, IMG_FMT_MONO8, nullptr},
-    {{"MONO16", IMG_FMT_MONO16, 1, 2, 1}, IMG_FMT_MONO16, nullptr},
-    {{"BGR24", IMG_FMT_BGR24, 3, 1, 0}, IMG_FMT_BGR24, nullptr},
-    {{"ARGB32", IMG_FMT_ARGB32, 4, 1, 0}, IMG_FMT_ARGB32, nullptr},
-    {{"ARGB32_4", IMG_FMT_ARGB32_4, 4, 1, 0}, IMG_FMT_ARGB32_4, nullptr},
-    {{"BGR48", IMG_FMT_BGR48, 3, 2, 0}, IMG_FMT_BGR48, nullptr},
-    {{"GRAY8", IMG_FMT_GRAY8, 1, 1, 0}, IMG_FMT_BGR24, luma8},
-    {{"GRAY16", IMG_FMT_GRAY16, 1, 2, 0}, IMG_FMT_BGR48, luma16},
-    {{"RGB24", VISTREL_RGB24, 3, 1, 0}, IMG_FMT_BGR24, swapEnds8},
-    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0}, IMG_FMT_BGR24, addAlpha},
-    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0}, IMG_FMT_BGR24, swapEndsAddAlpha},
-    {{"RGB48", VISTREL_RGB48, 3, 2, 0}, IMG_FMT_BGR48, swapEnds16},
+    {{"MONO8", VISTREL_MONO8, 1, 1, 1}, VISTREL_MONO8, nullptr},
+    {{"MONO16", VISTREL_MONO16, 1, 2, 1}, VISTREL_MONO16, nullptr},
+    {{"BGR24", VISTREL_BGR24, 3, 1, 0}, VISTREL_BGR24, nullptr},
+    {{"ARGB32", VISTREL_ARGB32, 4, 1, 0}, VISTREL_ARGB32, nullptr},
+    {{"ARGB32_4", VISTREL_ARGB32_4, 4, 1, 0}, VISTREL_ARGB32_4, nullptr},
+    {{"BGR48", VISTREL_BGR48, 3, 2, 0}, VISTREL_BGR48, nullptr},
+    {{"GRAY8", VISTREL_GRAY8, 1, 1, 0}, VISTREL_BGR24, luma8},
+    {{"GRAY16", VISTREL_GRAY16, 1, 2, 0}, VISTREL_BGR48, luma16},
+    {{"RGB24", VISTREL_RGB24, 3, 1, 0}, VISTREL_BGR24, swapEnds8},
+    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0}, VISTREL_BGR24, addAlpha},
+    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0}, VISTREL_BGR24, swapEndsAddAlpha},
+    {{"RGB48", VISTREL_RGB48, 3, 2, 0}, VISTREL_BGR48, swapEnds16},
 };
 
 // Name, code, most significant bits, minimal size. Ten bits for those that clamp at 1023, fifteen
 // for the one that compares words as signed numbers.
 constexpr vistrel_algorithm kAlgorithms[] = {
-    {"bilinear", DM_BILINEAR, 16, 2},
-    {"edge", DM_EDGE_EX, 15, 2},
-    {"near", DM_NEAR_NEIGHBOR, 16, 2},
-    {"laroche", DM_GRADIENT_LAROCHE, 10, 2},
-    {"hamilton", DM_GRADIENT_HAMILTON, 10, 2},
-    {"vng", DM_VARIABLE_GRADIENTS, 10, 2},
-    {"cok", DM_HUE_COK, 10, 2},
-    {"kimmel", DM_HUE_KIMMEL, 10, 2},
-    {"grouping", DM_PIXEL_GROUPING, 10, 2},
-    {"ahd", VISTREL_AHD, 16, 5},
+    {"bilinear", VISTREL_BILINEAR, 16, 2}, {"edge", VISTREL_EDGE, 15, 2},
+    {"near", VISTREL_NEAR, 16, 2},         {"laroche", VISTREL_LAROCHE, 10, 2},
+    {"hamilton", VISTREL_HAMILTON, 10, 2}, {"vng", VISTREL_VNG, 10, 2},
+    {"cok", VISTREL_COK, 10, 2},           {"kimmel", VISTREL_KIMMEL, 10, 2},
+    {"grouping", VISTREL_GROUPING, 10, 2}, {"ahd", VISTREL_AHD, 16, 5},
 };
 
 constexpr const char* kPhases[] = {"grbg", "bggr", "rggb", "gbrg", "mono"};

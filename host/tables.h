@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/pixels.h"
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 
@@ -20,7 +20,7 @@ struct Format : vistrel_format {
 
 // Whether an algorithm looks beside the region, and leaves its image without a guard.
 inline bool isCompact(uint32_t algorithm) {
-  return algorithm == DM_NEAR_NEIGHBOR || algorithm == VISTREL_AHD;
+  return algorithm == VISTREL_NEAR || algorithm == VISTREL_AHD;
 }
 
 // Null for a code that is not in the table.

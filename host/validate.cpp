@@ -46,10 +46,10 @@ void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
   const uint32_t bits = workingBits(f, c);
   if (bits > a->max_bits)
     refuse(VISTREL_BAD_ALGORITHM,
-           "algorithm {}: made for {} bits at most, the samples have {}; reduce_to {} drops the "
+           "algorithm {}: made for {} bits at most, the samples have {}; truncate_to {} drops the "
            "lowest ones first",
            a->name, a->max_bits, bits, a->max_bits);
-  const uint32_t most = c.algorithm == DM_EDGE_EX ? 255 : 0;
+  const uint32_t most = c.algorithm == VISTREL_EDGE ? 255 : 0;
   if (c.threshold > most)
     refuse(VISTREL_BAD_THRESHOLD, "threshold {}: algorithm {} allows {}", c.threshold, a->name,
            most ? "0 to 255" : "0 alone, it has none");
@@ -67,10 +67,11 @@ void checkGray(const vistrel_conversion& c) {
 void checkTable(const vistrel_conversion& c, uint32_t bits) {
   if (!c.table) refuse(VISTREL_NULL_POINTER, "table is null");
   if (bits > 12)
-    refuse(VISTREL_BAD_LUT_MODE,
-           "lut_mode 10: a table serves 10 to 12 bits, the samples have {}; reduce_to 12 drops the "
-           "lowest ones first",
-           bits);
+    refuse(
+        VISTREL_BAD_REDUCTION,
+        "reduction 10: a table serves 10 to 12 bits, the samples have {}; truncate_to 12 drops the "
+        "lowest ones first",
+        bits);
   if (c.table_entries != 1024 && c.table_entries != 1u << bits)
     refuse(VISTREL_BAD_TABLE, "table_entries {}: samples of {} bits take {}", c.table_entries, bits,
            bits == 10 ? "1024" : fmt::format("1024 or {}", 1u << bits));
@@ -80,18 +81,18 @@ void checkTable(const vistrel_conversion& c, uint32_t bits) {
 }
 
 void checkLutMode(const vistrel_frame& f, const vistrel_conversion& c) {
-  if (c.lut_mode > 7 && c.lut_mode != 10)
-    refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: 0 to 7 and 10 are allowed", c.lut_mode);
-  if (c.lut_mode == 0) return;
+  if (c.reduction > 7 && c.reduction != 10)
+    refuse(VISTREL_BAD_REDUCTION, "reduction {}: 0 to 7 and 10 are allowed", c.reduction);
+  if (c.reduction == 0) return;
   const Format& format = *findFormat(c.format);
   if (format.bytes_per_sample == 2)
-    refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: format {} keeps all bits and allows 0 alone",
-           c.lut_mode, format.name);
-  const uint32_t bits = workingBits(f, c), least = c.lut_mode > 2 ? 10 : 8 + c.lut_mode;
+    refuse(VISTREL_BAD_REDUCTION, "reduction {}: format {} keeps all bits and allows 0 alone",
+           c.reduction, format.name);
+  const uint32_t bits = workingBits(f, c), least = c.reduction > 2 ? 10 : 8 + c.reduction;
   if (bits < least)
-    refuse(VISTREL_BAD_LUT_MODE, "lut_mode {}: it needs {} bits or more, the samples have {}",
-           c.lut_mode, least, bits);
-  if (c.lut_mode == 10) checkTable(c, bits);
+    refuse(VISTREL_BAD_REDUCTION, "reduction {}: it needs {} bits or more, the samples have {}",
+           c.reduction, least, bits);
+  if (c.reduction == 10) checkTable(c, bits);
 }
 
 void checkPreparation(const vistrel_frame& f, const vistrel_conversion& c) {
@@ -103,9 +104,9 @@ void checkPreparation(const vistrel_frame& f, const vistrel_conversion& c) {
     refuse(VISTREL_BAD_BALANCE, "white_balance {}: a mono frame has no colours; 0 is allowed",
            c.white_balance);
   for (size_t i = 0; c.white_balance == VISTREL_BALANCE_GAINS && i < 3; ++i)
-    if (!c.gains[i] || c.gains[i] > VISTREL_GAIN_MOST)
+    if (!c.gains[i] || c.gains[i] > VISTREL_GAIN_MAX)
       refuse(VISTREL_BAD_BALANCE, "gains[{}] {}: 1 to {} are allowed, {} is a gain of 1", i,
-             c.gains[i], uint32_t{VISTREL_GAIN_MOST}, uint32_t{VISTREL_GAIN_ONE});
+             c.gains[i], uint32_t{VISTREL_GAIN_MAX}, uint32_t{VISTREL_GAIN_ONE});
 }
 
 void checkEdges(const vistrel_frame& f, const vistrel_conversion& c) {
@@ -133,15 +134,15 @@ void checkExcess(const vistrel_conversion& c) {
 }
 
 uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conversion) {
-  return conversion.reduce_to ? std::min(frame.bits, conversion.reduce_to) : frame.bits;
+  return conversion.truncate_to ? std::min(frame.bits, conversion.truncate_to) : frame.bits;
 }
 
 void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conversion) {
   checkFrame(frame);
   checkFormat(frame, conversion);
-  const uint32_t to = conversion.reduce_to;
+  const uint32_t to = conversion.truncate_to;
   if (to && (to < 8 || to > 16))
-    refuse(VISTREL_BAD_REDUCTION, "reduce_to {}: 0 (no reduction) and 8 to 16 are allowed", to);
+    refuse(VISTREL_BAD_TRUNCATION, "truncate_to {}: 0 (no reduction) and 8 to 16 are allowed", to);
   if (frame.phase != VISTREL_MONO) checkAlgorithm(frame, conversion);
   if (findFormat(conversion.format)->gray()) checkGray(conversion);
   if (conversion.binning < 1 || conversion.binning > 4)

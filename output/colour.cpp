@@ -3,7 +3,7 @@
 #include "output/colour_output.h"
 #include "output/members.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 VISTREL_MEMBER(ImageBGRBinning1x1, Pack::bgr, 1, size_t{3} * nStride)
 VISTREL_MEMBER(ImageBGRBinning2x2, Pack::bgr, 2, size_t{3} * nStride)
@@ -32,4 +32,4 @@ VISTREL_INSTANCES(ImageGrayBinning2x2)
 VISTREL_INSTANCES(ImageGrayBinning3x3)
 VISTREL_INSTANCES(ImageGrayBinning4x4)
 
-}  // namespace vistrel
+}  // namespace vistrel::core

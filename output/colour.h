@@ -5,14 +5,14 @@
 
 #include "output/table.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // The binning members. nStride counts pixels for BGR and ARGB; for gray it counts samples, and
 // the 1x1 gray member does not read it: its rows lie 3 * (nWidth + 4) samples apart.
 // Source is const uint8_t*, const uint16_t* or CLutTransform.
-#define VISTREL_BINNING_MEMBER(name)                                                        \
-  template <class Source, class Sample>                                                     \
-  void name(Source source, uint32_t nStride, uint32_t nSrcBits, Sample* destination,        \
+#define VISTREL_BINNING_MEMBER(name)                                                 \
+  template <class Source, class Sample>                                              \
+  void name(Source source, uint32_t nStride, uint32_t nSrcBits, Sample* destination, \
             uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust)
 VISTREL_BINNING_MEMBER(ImageBGRBinning1x1);
 VISTREL_BINNING_MEMBER(ImageBGRBinning2x2);
@@ -39,4 +39,4 @@ void ConvertToOutputFormat16(const uint16_t* pImage, uint32_t nRoiWidth, uint32_
                              const uint16_t* pUserLut, uint32_t nBinning, uint32_t nDstBits,
                              int32_t bGuarded);
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -4,7 +4,7 @@
 
 #include "output/colour.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 
@@ -30,15 +30,14 @@ std::optional<Format> formatOf(uint32_t nFormat) {
 }  // namespace
 
 ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nBinning, bool guarded)
-    : m_width(nRoiWidth), m_binning(nBinning + 1) {
-  const uint32_t P = m_binning * nRoiWidth;
-  m_pixelStride = guarded ? P + 4 : P;
-  m_start = guarded ? 6 * P + 24 + 6 : 0;
+    : width_(nRoiWidth), binning_(nBinning + 1) {
+  const uint32_t P = binning_ * nRoiWidth;
+  pixelStride_ = guarded ? P + 4 : P;
+  start_ = guarded ? 6 * P + 24 + 6 : 0;
 }
 
 size_t ColourOutput::strideOf(Pack pack) const {
-  return pack == Pack::gray ? grayStride(m_binning, m_pixelStride, m_width)
-                            : size_t{3} * m_pixelStride;
+  return pack == Pack::gray ? grayStride(binning_, pixelStride_, width_) : size_t{3} * pixelStride_;
 }
 
 ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nFormat, uint32_t nBinning, bool guarded)
@@ -46,10 +45,10 @@ ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nFormat, uint32_t nBinni
   const auto format = formatOf(nFormat);
   if (!format || format->words || nBinning >= kMaxBinning) return;
   const size_t stride = strideOf(format->pack);
-  m_followsRows = stride == size_t{3} * m_pixelStride;
-  m_writesEveryByte = format->pack != Pack::argb;
-  m_writer = RowWriter(format->pack, Depth::from8to8, m_binning, stride, m_width,
-                       reductionOf<uint8_t>(8, 8, 0));
+  followsRows_ = stride == size_t{3} * pixelStride_;
+  writesEveryByte_ = format->pack != Pack::argb;
+  writer_ = RowWriter(format->pack, Depth::from8to8, binning_, stride, width_,
+                      reductionOf<uint8_t>(8, 8, 0));
 }
 
 ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nSrcBits, uint32_t nFormat,
@@ -59,20 +58,20 @@ ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nSrcBits, uint32_t nForm
   const auto format = formatOf(nFormat);
   if (!format || nBinning >= kMaxBinning) return;
   const size_t stride = strideOf(format->pack);
-  m_followsRows = stride == size_t{3} * m_pixelStride;
-  m_writesEveryByte = format->pack != Pack::argb;
+  followsRows_ = stride == size_t{3} * pixelStride_;
+  writesEveryByte_ = format->pack != Pack::argb;
   const uint32_t nChannelBits = nDstBits / format->divisor;
   if (format->words) {
     // quirk: words-have-no-table. Every table mode moves the window one place up instead.
     const uint32_t nAdjust = isWindow(nLutMode) ? nLutMode : uint32_t(-1);
-    m_writer = RowWriter(format->pack, Depth::from16to16, m_binning, stride, m_width,
-                         reductionOf<uint16_t>(nSrcBits, nChannelBits, nAdjust));
+    writer_ = RowWriter(format->pack, Depth::from16to16, binning_, stride, width_,
+                        reductionOf<uint16_t>(nSrcBits, nChannelBits, nAdjust));
   } else if (isWindow(nLutMode)) {
-    m_writer = RowWriter(format->pack, Depth::from16to8, m_binning, stride, m_width,
-                         reductionOf<uint8_t>(nSrcBits, nChannelBits, nLutMode));
+    writer_ = RowWriter(format->pack, Depth::from16to8, binning_, stride, width_,
+                        reductionOf<uint8_t>(nSrcBits, nChannelBits, nLutMode));
   } else {
-    Create10To8BitLUT(m_table, nLutMode, pUserLut, static_cast<int32_t>(nSrcBits - 10));
-    m_writer = RowWriter(format->pack, m_binning, stride, m_width, m_table, nSrcBits - 10);
+    Create10To8BitLUT(table_, nLutMode, pUserLut, static_cast<int32_t>(nSrcBits - 10));
+    writer_ = RowWriter(format->pack, binning_, stride, width_, table_, nSrcBits - 10);
   }
 }
 
@@ -89,4 +88,4 @@ void ConvertToOutputFormat16(const uint16_t* pImage, uint32_t nRoiWidth, uint32_
       .convert(pImage, pDst, nRoiHeight);
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -6,7 +6,7 @@
 #include "output/row_writer.h"
 #include "output/table.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // quirk: gray-stride. Rows of a gray block lie nStride samples apart, a third of what colour rows
 // do; at binning 1 they lie a guarded row of the output's width apart, whatever the layout.
@@ -28,40 +28,40 @@ class ColourOutput {
 
   // True when row y of the result needs just the image rows of block row y: the result can then
   // follow the image row by row.
-  bool followsRows() const { return m_followsRows; }
+  bool followsRows() const { return followsRows_; }
 
   // True when rows of the result are image rows as they are.
-  bool copiesRows() const { return m_followsRows && m_writer.copies(); }
+  bool copiesRows() const { return followsRows_ && writer_.copies(); }
 
   // False when bytes of the result stay as the caller had them.
-  bool writesEveryByte() const { return m_writesEveryByte; }
+  bool writesEveryByte() const { return writesEveryByte_; }
 
-  size_t rowBytes() const { return m_writer.rowBytes(); }
-  size_t pixelBytes() const { return m_writer.pixelBytes(); }
+  size_t rowBytes() const { return writer_.rowBytes(); }
+  size_t pixelBytes() const { return writer_.pixelBytes(); }
 
   // n pixels of a row of the result from the image's block row, where the first block begins.
   void part(const void* blockRow, void* destination, size_t n) const {
-    m_writer.part(blockRow, destination, n);
+    writer_.part(blockRow, destination, n);
   }
 
   // All rows from the layout's first sample. Nothing at all where there is no such format or
   // binning.
   template <class T>
   void convert(const T* image, void* destination, uint32_t nRoiHeight) const {
-    m_writer.rows(image + m_start, destination, nRoiHeight);
+    writer_.rows(image + start_, destination, nRoiHeight);
   }
 
  private:
   ColourOutput(uint32_t nRoiWidth, uint32_t nBinning, bool guarded);
   size_t strideOf(Pack pack) const;
 
-  uint32_t m_width, m_binning;
-  uint32_t m_pixelStride;  // of the image, in pixels
-  size_t m_start;          // of the image, in samples
-  bool m_followsRows = false;
-  bool m_writesEveryByte = true;
-  RowWriter m_writer;
-  uint8_t m_table[kTableEntries];
+  uint32_t width_, binning_;
+  uint32_t pixelStride_;  // of the image, in pixels
+  size_t start_;          // of the image, in samples
+  bool followsRows_ = false;
+  bool writesEveryByte_ = true;
+  RowWriter writer_;
+  uint8_t table_[kTableEntries];
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -5,7 +5,7 @@
 
 #include "output/row_writer.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 template <class Source, class Sample>
 constexpr Depth depthOf() {
@@ -27,24 +27,24 @@ void binImage(Pack pack, unsigned binning, Source source, size_t stride, uint32_
         .rows(source, destination, nHeight);
 }
 
-#define VISTREL_MEMBER(name, pack, binning, stride)                                              \
-  template <class Source, class Sample>                                                          \
-  void name(Source source, uint32_t nStride, uint32_t nSrcBits, Sample* destination,             \
-            uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust) {       \
-    binImage(pack, binning, source, stride, nSrcBits, destination, nWidth, nHeight, nDstBits,    \
-             nShiftAdjust);                                                                      \
+#define VISTREL_MEMBER(name, pack, binning, stride)                                           \
+  template <class Source, class Sample>                                                       \
+  void name(Source source, uint32_t nStride, uint32_t nSrcBits, Sample* destination,          \
+            uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust) {    \
+    binImage(pack, binning, source, stride, nSrcBits, destination, nWidth, nHeight, nDstBits, \
+             nShiftAdjust);                                                                   \
   }
 
-#define VISTREL_INSTANCE(name, Source, Sample)                                                   \
+#define VISTREL_INSTANCE(name, Source, Sample) \
   template void name(Source, uint32_t, uint32_t, Sample*, uint32_t, uint32_t, uint32_t, uint32_t);
 
-#define VISTREL_INSTANCES_TO_8(name)                \
-  VISTREL_INSTANCE(name, const uint8_t*, uint8_t)   \
-  VISTREL_INSTANCE(name, const uint16_t*, uint8_t)  \
+#define VISTREL_INSTANCES_TO_8(name)               \
+  VISTREL_INSTANCE(name, const uint8_t*, uint8_t)  \
+  VISTREL_INSTANCE(name, const uint16_t*, uint8_t) \
   VISTREL_INSTANCE(name, CLutTransform, uint8_t)
 
 #define VISTREL_INSTANCES(name) \
   VISTREL_INSTANCES_TO_8(name)  \
   VISTREL_INSTANCE(name, const uint16_t*, uint16_t)
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -2,7 +2,7 @@
 
 #include "output/members.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 VISTREL_MEMBER(ImageBinning1x1, Pack::mono, 1, nStride)
 VISTREL_MEMBER(ImageBinning2x2, Pack::mono, 2, nStride)
@@ -62,4 +62,4 @@ void Image16BitGrayScale(const uint16_t* pSrc, uint32_t nImgWidth, uint32_t, uin
   binMono(nBinning, p, nImgWidth, nSrcBits, pDst, nRoiWidth, nRoiHeight, nDstBits, nShiftAdjust);
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -5,7 +5,7 @@
 
 #include "output/table.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 // The binning members: sums blocks of N x N samples, each shifted right first, divides by N,
 // clamps. nStride counts samples. Source is const uint8_t*, const uint16_t* or CLutTransform.
@@ -39,4 +39,4 @@ void Image16BitGrayScale(const uint16_t* pSrc, uint32_t nImgWidth, uint32_t nImg
                          uint32_t nRoiWidth, uint32_t nRoiHeight, uint32_t nDstBits,
                          uint32_t nBinning, uint32_t nLutMode);
 
-}  // namespace vistrel
+}  // namespace vistrel::core

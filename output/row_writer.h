@@ -4,7 +4,7 @@
 #include "output/rows.h"
 #include "output/table.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 class RowWriter {
  public:
@@ -22,11 +22,11 @@ class RowWriter {
   // The first n pixels of a row of the result from the blocks that begin at source.
   void part(const void* source, void* destination, size_t n) const;
 
-  size_t rowBytes() const { return m_width * m_pixelBytes; }
-  size_t pixelBytes() const { return m_pixelBytes; }
+  size_t rowBytes() const { return width_ * pixelBytes_; }
+  size_t pixelBytes() const { return pixelBytes_; }
 
   // The result is the source's samples as they are.
-  bool copies() const { return m_copies; }
+  bool copies() const { return copies_; }
 
   // All rows, packed; source: the first sample of the image.
   void rows(const void* source, void* destination, size_t height) const;
@@ -34,16 +34,16 @@ class RowWriter {
  private:
   void mapped(const uint16_t* source, uint8_t* destination, size_t n) const;
 
-  RowFunction m_row = nullptr;
-  MapFunction m_map = nullptr;
-  const uint8_t* m_table = nullptr;
-  uint32_t m_tableShift = 0;
-  unsigned m_binning = 1;
-  size_t m_stride = 0, m_width = 0;
-  size_t m_sourcePixel = 0, m_sourceSample = 0;  // samples a source pixel, bytes a sample
-  size_t m_pixelBytes = 0;
-  Reduction m_reduction{};
-  bool m_copies = false;
+  RowFunction row_ = nullptr;
+  MapFunction map_ = nullptr;
+  const uint8_t* table_ = nullptr;
+  uint32_t tableShift_ = 0;
+  unsigned binning_ = 1;
+  size_t stride_ = 0, width_ = 0;
+  size_t sourcePixel_ = 0, sourceSample_ = 0;  // samples a source pixel, bytes a sample
+  size_t pixelBytes_ = 0;
+  Reduction reduction_{};
+  bool copies_ = false;
 };
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -1,13 +1,13 @@
 #include "output/rows.h"
 
-#include "common/level.h"
-#include "common/simd.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
 
 #define VISTREL_BODY "output/rows.inl"
-#include "common/each_level.inl"
+#include "common/simd/each_level.inl"
 
-namespace vistrel {
+namespace vistrel::core {
 
 const RowTable& rowTable() { return *VISTREL_BY_LEVEL(kRows); }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

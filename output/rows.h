@@ -7,7 +7,7 @@
 
 #include "common/arith.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 enum class Pack { mono, bgr, argb, gray };
 enum class Depth { from8to8, from16to8, from16to16 };
@@ -42,4 +42,4 @@ struct RowTable {
 // The kernels of the current level.
 const RowTable& rowTable();
 
-}  // namespace vistrel
+}  // namespace vistrel::core

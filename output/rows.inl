@@ -1,9 +1,9 @@
 // The arithmetic of the output, one row of pixels at a time: plain here, and where it pays in
 // registers, from the row's start as far as they reach.
 
-#include "common/lanes.inl"
+#include "common/simd/lanes.inl"
 #if VISTREL_LEVEL >= 1
-#include "common/registers.inl"
+#include "common/simd/registers.inl"
 #endif
 
 template <int N>

@@ -1,8 +1,8 @@
 #include "output/table.h"
 
-#include "curves/tone_curves.h"
+#include "vistrel/tone_curves.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 namespace {
 constexpr uint32_t kUserTable = 10;
@@ -20,4 +20,4 @@ void Create10To8BitLUT(uint8_t* pTable, uint32_t nLutMode, const uint16_t* pUser
   for (uint32_t i = 0; i < kTableEntries; ++i) pTable[i] = static_cast<uint8_t>(words[i]);
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

@@ -6,7 +6,7 @@
 
 #include "common/arith.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
 constexpr unsigned kTableEntries = 1024;
 
@@ -30,4 +30,4 @@ struct CLutTransform {
 void Create10To8BitLUT(uint8_t* pTable, uint32_t nLutMode, const uint16_t* pUserLut,
                        int32_t nUserShift);
 
-}  // namespace vistrel
+}  // namespace vistrel::core

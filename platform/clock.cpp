@@ -3,12 +3,13 @@
 #include <chrono>
 #include <ctime>
 
-#include "platform/platform.h"
+#include "vistrel/platform.h"
 
 uint32_t OS_GetTickCount() {
   using namespace std::chrono;
   const auto sinceStart = steady_clock::now().time_since_epoch();
-  return vistrel::ticksOf(static_cast<uint64_t>(duration_cast<microseconds>(sinceStart).count()));
+  return vistrel::core::ticksOf(
+      static_cast<uint64_t>(duration_cast<microseconds>(sinceStart).count()));
 }
 
 uint32_t OS_timeGetTime() { return OS_GetTickCount(); }

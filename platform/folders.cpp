@@ -4,8 +4,8 @@
 #include <cstring>
 #include <fstream>
 
-#include "platform/platform.h"
 #include "platform/xdg.h"
+#include "vistrel/platform.h"
 
 namespace {
 
@@ -17,14 +17,14 @@ std::string variable(const char* name) {
 }
 
 std::string folderOf(int16_t domain, uint32_t type) {
-  const vistrel::XdgVariables variables = {variable("HOME"), variable("XDG_CONFIG_HOME"),
-                                           variable("XDG_DATA_HOME")};
+  const vistrel::core::XdgVariables variables = {variable("HOME"), variable("XDG_CONFIG_HOME"),
+                                                 variable("XDG_DATA_HOME")};
   if (domain == kUserDomain && type == kDocumentsFolder) {
-    std::ifstream userDirs(vistrel::xdgUserDirsFile(variables));
-    return vistrel::xdgDocumentsFolder(variables, userDirs);
+    std::ifstream userDirs(vistrel::core::xdgUserDirsFile(variables));
+    return vistrel::core::xdgDocumentsFolder(variables, userDirs);
   }
   if (domain == kAppropriateDisk && type == kDomainLibrary)
-    return vistrel::xdgDataFolder(variables);
+    return vistrel::core::xdgDataFolder(variables);
   return "";
 }
 

@@ -1,4 +1,4 @@
-#include "platform/platform.h"
+#include "vistrel/platform.h"
 
 void OS_InitializeCriticalSection(pthread_mutex_t* m) { pthread_mutex_init(m, nullptr); }
 void OS_DeleteCriticalSection(pthread_mutex_t* m) { pthread_mutex_destroy(m); }

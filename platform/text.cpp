@@ -1,6 +1,6 @@
 #include <cstring>
 
-#include "platform/platform.h"
+#include "vistrel/platform.h"
 
 namespace {
 

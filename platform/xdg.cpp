@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace vistrel {
+namespace vistrel::core {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
@@ -65,4 +65,4 @@ std::string xdgDocumentsFolder(const XdgVariables& variables, std::istream& user
   return folder;
 }
 
-}  // namespace vistrel
+}  // namespace vistrel::core

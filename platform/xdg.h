@@ -4,7 +4,7 @@
 #include <istream>
 #include <string>
 
-namespace vistrel {
+namespace vistrel::core {
 
 // Values of HOME, XDG_CONFIG_HOME and XDG_DATA_HOME, empty where unset. Those that are not
 // absolute count as unset.
@@ -19,4 +19,4 @@ std::string xdgUserDirsFile(const XdgVariables& variables);
 // userDirs: the text of that file; its last valid XDG_DOCUMENTS_DIR counts.
 std::string xdgDocumentsFolder(const XdgVariables& variables, std::istream& userDirs);
 
-}  // namespace vistrel
+}  // namespace vistrel::core

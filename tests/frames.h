@@ -9,7 +9,7 @@
 #include <random>
 #include <vector>
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 
 // Widths below, at and above the vector bodies' steps, tails included.
 inline const std::vector<uint32_t> kWidths = {1,  2,  3,  5,  7,  8,   9,   15,  16,  17,  31, 32,
@@ -52,22 +52,22 @@ class Canvas {
  public:
   static constexpr T kPreset = static_cast<T>(0x5555);
 
-  explicit Canvas(size_t samples) : m_all(samples + 2 * kMargin, kPreset) {}
+  explicit Canvas(size_t samples) : all_(samples + 2 * kMargin, kPreset) {}
   ~Canvas() {
-    EXPECT_EQ(std::count(m_all.begin(), m_all.begin() + kMargin, kPreset), kMargin);
-    EXPECT_EQ(std::count(m_all.end() - kMargin, m_all.end(), kPreset), kMargin);
+    EXPECT_EQ(std::count(all_.begin(), all_.begin() + kMargin, kPreset), kMargin);
+    EXPECT_EQ(std::count(all_.end() - kMargin, all_.end(), kPreset), kMargin);
   }
   Canvas(const Canvas&) = delete;
   Canvas& operator=(const Canvas&) = delete;
 
-  T* data() { return m_all.data() + kMargin; }
-  std::vector<T> samples() const { return {m_all.begin() + kMargin, m_all.end() - kMargin}; }
+  T* data() { return all_.data() + kMargin; }
+  std::vector<T> samples() const { return {all_.begin() + kMargin, all_.end() - kMargin}; }
   bool untouched() const {
-    return std::all_of(m_all.begin(), m_all.end(), [](T v) { return v == kPreset; });
+    return std::all_of(all_.begin(), all_.end(), [](T v) { return v == kPreset; });
   }
 
  private:
-  std::vector<T> m_all;
+  std::vector<T> all_;
 };
 
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -4,45 +4,34 @@
 #include <gtest/gtest.h>
 
 #include <ostream>
-#include <vector>
 
-#include "common/level.h"
+#include "cpu/level.h"
 
-namespace vistrel {
+namespace vistrel::core {
 
-inline void PrintTo(Level level, std::ostream* out) {
-  const char* const names[kLevels] = {"base", "ssse3", "sse41", "avx2", "avx512"};
-  *out << names[static_cast<int>(level)];
-}
+inline void PrintTo(Level level, std::ostream* out) { *out << nameOf(level); }
 
-}  // namespace vistrel
+}  // namespace vistrel::core
 
-namespace vistrel::test {
-
-inline std::vector<Level> reachableLevels() {
-  std::vector<Level> levels;
-  for (int i = 0; i <= static_cast<int>(widestLevel()); ++i)
-    levels.push_back(static_cast<Level>(i));
-  return levels;
-}
+namespace vistrel::core::test {
 
 // Steers the library to one level, and back to where it was.
 class LevelScope {
  public:
   explicit LevelScope(Level level) {
-    ippJumpIndexForMergedLibs = level == Level::base ? 0 : level == Level::ssse3 ? 2 : 3;
-    if (level >= Level::sse41) g_topLevel = level;
+    ippJumpIndexForMergedLibs = indexOfLevel(level);
+    g_topLevel = level;
   }
   ~LevelScope() {
-    ippJumpIndexForMergedLibs = m_index;
-    g_topLevel = m_top;
+    ippJumpIndexForMergedLibs = index_;
+    g_topLevel = top_;
   }
   LevelScope(const LevelScope&) = delete;
   LevelScope& operator=(const LevelScope&) = delete;
 
  private:
-  const uint32_t m_index = ippJumpIndexForMergedLibs;
-  const Level m_top = g_topLevel;
+  const uint32_t index_ = ippJumpIndexForMergedLibs;
+  const Level top_ = g_topLevel;
 };
 
 class AtEveryLevel : public ::testing::TestWithParam<Level> {
@@ -50,13 +39,13 @@ class AtEveryLevel : public ::testing::TestWithParam<Level> {
   void SetUp() override { ASSERT_EQ(currentLevel(), GetParam()); }
 
  private:
-  LevelScope m_scope{GetParam()};
+  LevelScope scope_{GetParam()};
 };
 
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test
 
 // Declares a suite whose TEST_P cases run once a level.
 #define VISTREL_LEVEL_SUITE(Suite)                                                                \
-  class Suite : public ::vistrel::test::AtEveryLevel {};                                          \
-  INSTANTIATE_TEST_SUITE_P(Every, Suite, ::testing::ValuesIn(::vistrel::test::reachableLevels()), \
+  class Suite : public ::vistrel::core::test::AtEveryLevel {};                                    \
+  INSTANTIATE_TEST_SUITE_P(Every, Suite, ::testing::ValuesIn(::vistrel::core::supportedLevels()), \
                            ::testing::PrintToStringParamName())

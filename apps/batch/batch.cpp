@@ -40,7 +40,7 @@ unsigned threadsFor(unsigned workers) {
 }  // namespace
 
 const Image& Desk::convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
-  if (!stream_) stream_ = Stream::take();
+  if (!stream_) stream_ = Stream::acquire();
   image_.layout = layoutOf(frame, conversion);
   image_.pixels.resize(image_.layout.bytes);
   stream_->convertInto(frame, conversion, image_.pixels);

@@ -12,7 +12,7 @@
 #include "apps/batch/jobs.h"
 #include "apps/batch/manifest.h"
 #include "apps/batch/progress.h"
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 

@@ -11,8 +11,8 @@
 #include "apps/failure.h"
 #include "apps/input/frame_file.h"
 #include "apps/options/options.h"
-#include "apps/report/stopwatch.h"
-#include "apps/scene/sensor.h"
+#include "apps/tools/report/stopwatch.h"
+#include "apps/tools/scene/sensor.h"
 
 namespace vistrel::app {
 namespace {
@@ -78,8 +78,8 @@ void benchFrame(const vistrel_frame& frame, const BenchOptions& o) {
 ExitStatus run(BenchOptions& o) {
   if (o.path.empty()) {
     const Scene scene(1024, 768, "VISTREL");
-    const Image image = expose(scene, 1024, 768, {8, BAYER_RGGB, 0.5, 1});
-    benchFrame(frameOf(image.pixels.data(), 1024, 768, BAYER_RGGB), o);
+    const Image image = expose(scene, 1024, 768, {8, VISTREL_RGGB, 0.5, 1});
+    benchFrame(frameOf(image.pixels.data(), 1024, 768, VISTREL_RGGB), o);
     return kDone;
   }
   o.input.checkWithPhase();

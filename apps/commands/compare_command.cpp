@@ -14,7 +14,7 @@
 #include "apps/options/conversion_options.h"
 #include "apps/options/options.h"
 #include "apps/output/picture.h"
-#include "apps/sheet/contact_sheet.h"
+#include "apps/tools/sheet/contact_sheet.h"
 
 namespace vistrel::app {
 namespace {
@@ -73,7 +73,7 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop, const Algori
   c.region = &region;
   c.excess = o.mask ? VISTREL_MASK : VISTREL_REFUSE;
   const bool reduced = frame.bits > algorithm.row->max_bits;
-  c.reduce_to = reduced ? algorithm.row->max_bits : 0;
+  c.truncate_to = reduced ? algorithm.row->max_bits : 0;
   o.tone.apply(c);
   std::string label = labelOf(algorithm);
   if (reduced) label += fmt::format(", {} bit", algorithm.row->max_bits);

@@ -12,11 +12,11 @@
 #include <vector>
 
 #include "apps/failure.h"
-#include "apps/guess/guess.h"
 #include "apps/input/reader.h"
 #include "apps/names/pixel_format.h"
 #include "apps/options/geometry.h"
-#include "host/vistrel_host.h"
+#include "apps/tools/guess/guess.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {

@@ -68,7 +68,7 @@ void mosaicOne(const MosaicOptions& o) {
   const ColourPicture picture = readColourPicture(o.input);
   const vistrel_layout& layout = picture.image.layout;
   const auto own = std::max(8u, static_cast<uint32_t>(std::bit_width(picture.largest)));
-  const uint32_t phase = o.format ? o.format->phase : o.phase.value_or(BAYER_RGGB);
+  const uint32_t phase = o.format ? o.format->phase : o.phase.value_or(VISTREL_RGGB);
   const uint32_t bits = o.format ? o.format->bits : o.bits.value_or(own);
   const std::vector<uint16_t> samples = mosaicOf(picture, phase, bits);
   AtomicFile output(o.output);

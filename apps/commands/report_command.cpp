@@ -11,7 +11,7 @@
 #include "apps/batch/progress.h"
 #include "apps/failure.h"
 #include "apps/output/picture.h"
-#include "apps/report/plot.h"
+#include "apps/tools/report/plot.h"
 
 namespace vistrel::app {
 namespace {

@@ -8,7 +8,7 @@
 #include "apps/failure.h"
 #include "apps/options/options.h"
 #include "apps/output/picture.h"
-#include "apps/scene/sensor.h"
+#include "apps/tools/scene/sensor.h"
 
 namespace vistrel::app {
 namespace {
@@ -37,7 +37,7 @@ std::string titleOf(const SceneOptions& o, uint32_t phase) {
 ExitStatus run(const SceneOptions& o) {
   const PictureType& type = pictureType(o.output);
   if (type.channels != 1) fail(kUsage, "-o {}: a raw frame is a .pgm", o.output);
-  const uint32_t phase = o.phase.value_or(BAYER_RGGB);
+  const uint32_t phase = o.phase.value_or(VISTREL_RGGB);
   const Scene scene(o.size.width, o.size.height, titleOf(o, phase));
   const Image image = expose(scene, o.size.width, o.size.height, {o.bits, phase, o.noise, o.seed});
   AtomicFile output(o.output);

@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/failure.h"
-#include "apps/selftest/run.h"
+#include "apps/tools/selftest/run.h"
 
 namespace vistrel::app {
 namespace {

@@ -29,7 +29,7 @@ struct UnpackOptions {
 Image imageOf(vistrel_frame frame) {
   frame.phase = VISTREL_MONO;
   vistrel_conversion conversion = defaultConversion(frame);
-  if (frame.bytes_per_sample == 2) conversion.format = IMG_FMT_MONO16;
+  if (frame.bytes_per_sample == 2) conversion.format = VISTREL_MONO16;
   return convert(frame, conversion);
 }
 

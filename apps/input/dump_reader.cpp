@@ -4,7 +4,7 @@
 
 #include "apps/failure.h"
 #include "apps/options/wording.h"
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 namespace {

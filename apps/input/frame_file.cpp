@@ -11,7 +11,7 @@
 #include "apps/input/dump_reader.h"
 #include "apps/options/frame_name.h"
 #include "apps/options/wording.h"
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 namespace {

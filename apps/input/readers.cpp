@@ -9,7 +9,7 @@
 #include "apps/input/png_reader.h"
 #include "apps/input/reader.h"
 #include "apps/input/tiff_reader.h"
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 

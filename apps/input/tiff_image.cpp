@@ -5,7 +5,7 @@
 #include <numeric>
 
 #include "apps/failure.h"
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {

@@ -1,13 +1,13 @@
 #include "apps/names/phase_names.h"
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
 
 constexpr PhaseNames kNames[kPhases] = {
-    {BAYER_GRBG,
-     "BAYER_GRBG",
+    {VISTREL_GRBG,
+     "VISTREL_GRBG",
      "grbg",
      "GR/BG",
      "BayerGR",
@@ -15,8 +15,8 @@ constexpr PhaseNames kNames[kPhases] = {
      "GRBG",
      "01 00 02 01",
      {1, 0}},
-    {BAYER_BGGR,
-     "BAYER_BGGR",
+    {VISTREL_BGGR,
+     "VISTREL_BGGR",
      "bggr",
      "BG/GR",
      "BayerBG",
@@ -24,8 +24,8 @@ constexpr PhaseNames kNames[kPhases] = {
      "BGGR",
      "02 01 01 00",
      {0, 0}},
-    {BAYER_RGGB,
-     "BAYER_RGGB",
+    {VISTREL_RGGB,
+     "VISTREL_RGGB",
      "rggb",
      "RG/GB",
      "BayerRG",
@@ -33,8 +33,8 @@ constexpr PhaseNames kNames[kPhases] = {
      "RGGB",
      "00 01 01 02",
      {1, 1}},
-    {BAYER_GBRG,
-     "BAYER_GBRG",
+    {VISTREL_GBRG,
+     "VISTREL_GBRG",
      "gbrg",
      "GB/RG",
      "BayerGB",

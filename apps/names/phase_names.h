@@ -8,7 +8,7 @@ namespace vistrel::app {
 
 // Null and empty where a convention has nothing for frames without colour filters.
 struct PhaseNames {
-  uint32_t phase;  // BAYER_... or VISTREL_MONO: the index in the table
+  uint32_t phase;  // VISTREL_GRBG to VISTREL_MONO: the index in the table
   const char* constant;
   const char* name;         // ours
   const char* block;        // its rows

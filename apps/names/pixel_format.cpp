@@ -7,7 +7,7 @@
 
 #include "apps/failure.h"
 #include "apps/names/phase_names.h"
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {

@@ -10,7 +10,7 @@ namespace vistrel::app {
 
 // Empty where a convention has no name for it.
 struct PixelFormat {
-  uint32_t phase;  // BAYER_... or VISTREL_MONO
+  uint32_t phase;  // VISTREL_GRBG to VISTREL_MONO
   uint32_t bits;
   uint32_t packing;             // VISTREL_PACKING_...
   std::string pfnc, pfncValue;  // a name, 0x and eight digits

@@ -11,7 +11,7 @@ namespace {
 constexpr uint32_t kMostThreshold = 255;
 constexpr uint32_t kDefaultThreshold = 0;
 
-bool hasThreshold(const vistrel_algorithm& a) { return a.code == DM_EDGE_EX; }
+bool hasThreshold(const vistrel_algorithm& a) { return a.code == VISTREL_EDGE; }
 
 std::optional<Algorithm> find(std::string_view name) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 

@@ -18,10 +18,10 @@ std::string ToneOptions::typed() const {
 Wording ToneOptions::words() const {
   vistrel_conversion c{};
   apply(c);
-  return {{fmt::format("lut_mode {}", c.lut_mode), typed()},
+  return {{fmt::format("reduction {}", c.reduction), typed()},
           {fmt::format("table_entries {}", c.table_entries),
            fmt::format("{}: {} entries", typed(), c.table_entries)},
-          {"; reduce_to 12 drops the lowest ones first", ""}};
+          {"; truncate_to 12 drops the lowest ones first", ""}};
 }
 
 std::vector<std::string> ConversionOptions::contradictions() const {
@@ -59,10 +59,10 @@ std::vector<std::string> ConversionOptions::idleFor(const vistrel_frame& frame) 
 }
 
 Wording ConversionOptions::words() const {
-  Wording words{{"reduce_to 12", "--depth reduce10"},
+  Wording words{{"truncate_to 12", "--depth reduce10"},
                 {"gray 1 (raw)", "--gray raw"},
                 {"0 (luma)", "luma"},
-                {fmt::format("MONO8 ({}), MONO16 ({})", int{IMG_FMT_MONO8}, int{IMG_FMT_MONO16}),
+                {fmt::format("MONO8 ({}), MONO16 ({})", int{VISTREL_MONO8}, int{VISTREL_MONO16}),
                  "gray8 and gray16"}};
   append(words, tone.words());
   append(words, preparation.words());

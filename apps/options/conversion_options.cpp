@@ -12,7 +12,7 @@ namespace vistrel::app {
 namespace {
 
 constexpr uint32_t kReduced = 10;    // bits
-constexpr uint32_t kUserTable = 10;  // a lut_mode
+constexpr uint32_t kUserTable = 10;  // a reduction
 
 // The number that the whole text is.
 std::optional<uint32_t> numberIn(const std::string& text) {
@@ -32,7 +32,7 @@ const OutputFormat& formatOf(const ConversionOptions& o) {
 uint32_t formatOf(const ConversionOptions& o, bool mono) {
   const OutputFormat& choice = formatOf(o);
   const bool gray = o.format.empty() || o.format == "gray8" || o.format == "gray16";
-  if (mono && gray) return choice.allBits ? IMG_FMT_MONO16 : IMG_FMT_MONO8;
+  if (mono && gray) return choice.allBits ? VISTREL_MONO16 : VISTREL_MONO8;
   return o.bare ? choice.code : choice.inPictures;
 }
 
@@ -51,10 +51,10 @@ void ToneOptions::load() {
 }
 
 void ToneOptions::apply(vistrel_conversion& conversion) const {
-  conversion.lut_mode = window.value_or(0);
-  if (const auto number = numberIn(curve)) conversion.lut_mode = *number + 1;
+  conversion.reduction = window.value_or(0);
+  if (const auto number = numberIn(curve)) conversion.reduction = *number + 1;
   if (table.empty()) return;
-  conversion.lut_mode = kUserTable;
+  conversion.reduction = kUserTable;
   conversion.table = table.data();
   conversion.table_entries = static_cast<uint32_t>(table.size());
 }
@@ -81,7 +81,7 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   c.threshold = chosen.threshold;
   c.gray = gray == "raw" ? VISTREL_RAW_GRAY : VISTREL_LUMA;
   c.binning = binning;
-  c.reduce_to = reduced ? kReduced : 0;
+  c.truncate_to = reduced ? kReduced : 0;
   preparation.apply(c);
   tone.apply(c);
   c.excess = mask ? VISTREL_MASK : VISTREL_REFUSE;

@@ -11,7 +11,7 @@
 #include "apps/options/algorithm.h"
 #include "apps/options/preparation_options.h"
 #include "apps/options/wording.h"
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 

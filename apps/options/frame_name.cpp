@@ -6,7 +6,7 @@
 
 #include "apps/failure.h"
 #include "apps/names/phase_names.h"
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
@@ -38,7 +38,7 @@ FrameName parseFrameName(std::string_view stem) {
 
 uint32_t parsePhase(std::string_view option, std::string_view text) {
   if (const auto phase = findPhase(text)) return *phase;
-  for (uint32_t phase = BAYER_GRBG; phase <= BAYER_GBRG; ++phase)
+  for (uint32_t phase = VISTREL_GRBG; phase <= VISTREL_GBRG; ++phase)
     if (text == fmt::format("blue={},{}", phaseNames(phase).blue[0], phaseNames(phase).blue[1]))
       return phase;
   fail(kUsage,

@@ -3,21 +3,21 @@
 #include <algorithm>
 #include <iterator>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
 
 constexpr OutputFormat kFormats[] = {
-    {"gray8", IMG_FMT_GRAY8, false, IMG_FMT_GRAY8},
-    {"gray16", IMG_FMT_GRAY16, true, IMG_FMT_GRAY16},
-    {"bgr24", IMG_FMT_BGR24, false, IMG_FMT_BGR24},
-    {"rgb24", VISTREL_RGB24, false, IMG_FMT_BGR24},
-    {"bgra", VISTREL_BGRA32, false, IMG_FMT_ARGB32},
-    {"rgba", VISTREL_RGBA32, false, IMG_FMT_ARGB32},
-    {"argb", IMG_FMT_ARGB32, false, IMG_FMT_ARGB32},
-    {"bgr48", IMG_FMT_BGR48, true, IMG_FMT_BGR48},
-    {"rgb48", VISTREL_RGB48, true, IMG_FMT_BGR48},
+    {"gray8", VISTREL_GRAY8, false, VISTREL_GRAY8},
+    {"gray16", VISTREL_GRAY16, true, VISTREL_GRAY16},
+    {"bgr24", VISTREL_BGR24, false, VISTREL_BGR24},
+    {"rgb24", VISTREL_RGB24, false, VISTREL_BGR24},
+    {"bgra", VISTREL_BGRA32, false, VISTREL_ARGB32},
+    {"rgba", VISTREL_RGBA32, false, VISTREL_ARGB32},
+    {"argb", VISTREL_ARGB32, false, VISTREL_ARGB32},
+    {"bgr48", VISTREL_BGR48, true, VISTREL_BGR48},
+    {"rgb48", VISTREL_RGB48, true, VISTREL_BGR48},
 };
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace vistrel::app {
 
 struct OutputFormat {
   const char* name;
-  uint32_t code;        // IMG_FMT_... or VISTREL_...: of bare samples
+  uint32_t code;        // VISTREL_...: of bare samples
   bool allBits;         // keeps samples as long as they are
   uint32_t inPictures;  // the code whose order the writers of pictures take
 };

@@ -12,7 +12,7 @@ namespace vistrel::app {
 namespace {
 
 constexpr int kMostBlack = 65535;
-constexpr double kOne = double{int{VISTREL_GAIN_ONE}}, kMost = double{int{VISTREL_GAIN_MOST}};
+constexpr double kOne = double{int{VISTREL_GAIN_ONE}}, kMost = double{int{VISTREL_GAIN_MAX}};
 
 [[noreturn]] void failBalance(const std::string& text) {
   fail(kUsage, "--wb {}: auto, or three gains R,G,B from 1/4096 to 16, as in 2.1,1,1.6", text);

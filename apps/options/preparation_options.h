@@ -8,7 +8,7 @@
 #include <string>
 
 #include "apps/options/wording.h"
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 

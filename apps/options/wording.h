@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "apps/failure.h"
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "apps/output/atomic_file.h"
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 

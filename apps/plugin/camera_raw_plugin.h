@@ -13,7 +13,7 @@ extern "C" {
 struct vistrel_camera_raw {
   uint32_t width, height;
   uint32_t bits;  /* significant, in the low bits of a word: 8..16 */
-  uint32_t phase; /* BAYER_... */
+  uint32_t phase; /* VISTREL_GRBG to VISTREL_GBRG */
   double black, white;
 };
 

@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "apps/plugin/camera_raw_plugin.h"
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace {
 

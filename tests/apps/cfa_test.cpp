@@ -99,7 +99,7 @@ TEST(Cfa, Text) {
             "FITS BAYERPAT    BGGR\n"
             "DNG CFAPattern   02 01 01 00\n"
             "OpenCV           COLOR_BayerRG2BGR (the letters of row 1, column 1)\n"
-            "constant         BAYER_BGGR\n"
+            "constant         VISTREL_BGGR\n"
             "PFNC             BayerBG8 BayerBG10 BayerBG12 BayerBG14 BayerBG16 BayerBG10p "
             "BayerBG12p BayerBG10Packed BayerBG12Packed\n"
             "V4L2             BA81 BG10 BG12 BG14 BYR2 pBAA pBCC pBEE\n"

@@ -1,9 +1,9 @@
 // Algorithms, depths and gray from the command line.
 #include <gtest/gtest.h>
 
-#include "host/vistrel_host.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel {
 namespace {

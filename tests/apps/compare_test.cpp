@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "host/vistrel_host.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel {
 namespace {

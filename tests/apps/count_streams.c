@@ -11,16 +11,16 @@ static int taken, given_back, others;
 
 static void* next(const char* name) { return dlsym(RTLD_NEXT, name); }
 
-int32_t vistrel_stream_take(uint32_t wait, void** stream, void* error) {
+int32_t vistrel_stream_acquire(uint32_t wait, void** stream, void* error) {
   int32_t (*take)(uint32_t, void**, void*);
-  *(void**)&take = next("vistrel_stream_take");
+  *(void**)&take = next("vistrel_stream_acquire");
   __atomic_add_fetch(&taken, 1, __ATOMIC_RELAXED);
   return take(wait, stream, error);
 }
 
-int32_t vistrel_stream_give_back(void* stream, void* error) {
+int32_t vistrel_stream_release(void* stream, void* error) {
   int32_t (*give_back)(void*, void*);
-  *(void**)&give_back = next("vistrel_stream_give_back");
+  *(void**)&give_back = next("vistrel_stream_release");
   __atomic_add_fetch(&given_back, 1, __ATOMIC_RELAXED);
   return give_back(stream, error);
 }

@@ -9,8 +9,8 @@
 #include "apps/failure.h"
 #include "apps/names/names_json.h"
 #include "apps/options/frame_name.h"
-#include "host/vistrel_host.h"
 #include "tests/apps/program.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel {
 namespace {
@@ -21,7 +21,7 @@ struct Named {
   uint32_t packing;
 };
 
-constexpr uint32_t GR = BAYER_GRBG, BG = BAYER_BGGR, RG = BAYER_RGGB, GB = BAYER_GBRG,
+constexpr uint32_t GR = VISTREL_GRBG, BG = VISTREL_BGGR, RG = VISTREL_RGGB, GB = VISTREL_GBRG,
                    M = VISTREL_MONO;
 
 // Names with their PFNC values.
@@ -227,11 +227,11 @@ TEST(Formats, JsonIsTheTable) {
   }
   ASSERT_EQ(json["phases"].size(), 5u);
   EXPECT_EQ(json["phases"][2], nlohmann::json::parse(R"({
-    "phase": "rggb", "rows": "RG/GB", "nBayer": 2, "constant": "BAYER_RGGB", "pfnc": "BayerRG",
+    "phase": "rggb", "rows": "RG/GB", "nBayer": 2, "constant": "VISTREL_RGGB", "pfnc": "BayerRG",
     "fits": "RGGB", "dng": "00 01 01 02", "blue": [1, 1], "opencv": "COLOR_BayerBG2BGR"})"));
   EXPECT_TRUE(json["phases"][4]["nBayer"].is_null());
   EXPECT_EQ(json["results"][3], nlohmann::json::parse(R"({
-    "constant": "IMG_FMT_ARGB32", "bytes": 4, "order": "alpha red green blue", "v4l2": "BA24",
+    "constant": "VISTREL_ARGB32", "bytes": 4, "order": "alpha red green blue", "v4l2": "BA24",
     "gstreamer": "ARGB", "ffmpeg": "argb", "opencv": "CV_8UC4"})"));
 }
 

@@ -3,13 +3,13 @@
 
 #include <cstdio>
 
-#include "apps/guess/guess.h"
 #include "apps/input/frame_file.h"
 #include "apps/names/pixel_format.h"
 #include "apps/output/dump.h"
-#include "apps/scene/sensor.h"
-#include "host/vistrel_host.h"
+#include "apps/tools/guess/guess.h"
+#include "apps/tools/scene/sensor.h"
 #include "tests/real_frames.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel {
 namespace {
@@ -60,7 +60,7 @@ TEST(Guess, Scenes) {
   constexpr uint32_t kWidth = 240, kHeight = 180, kBits = 14;
   const app::Scene scene(kWidth, kHeight, "TITLE");
   Share share;
-  for (const uint32_t phase : {BAYER_RGGB, BAYER_BGGR, BAYER_GRBG, BAYER_GBRG}) {
+  for (const uint32_t phase : {VISTREL_RGGB, VISTREL_BGGR, VISTREL_GRBG, VISTREL_GBRG}) {
     const Image image = app::expose(scene, kWidth, kHeight, {kBits, phase, 0.5, 1});
     vistrel_frame frame{};
     frame.samples = image.pixels.data();

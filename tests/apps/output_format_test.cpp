@@ -15,9 +15,9 @@ vistrel_frame frame(uint32_t phase) {
 }
 
 const std::map<std::string, uint32_t> kCodes{
-    {"gray8", IMG_FMT_GRAY8}, {"gray16", IMG_FMT_GRAY16}, {"bgr24", IMG_FMT_BGR24},
+    {"gray8", VISTREL_GRAY8}, {"gray16", VISTREL_GRAY16}, {"bgr24", VISTREL_BGR24},
     {"rgb24", VISTREL_RGB24}, {"bgra", VISTREL_BGRA32},   {"rgba", VISTREL_RGBA32},
-    {"argb", IMG_FMT_ARGB32}, {"bgr48", IMG_FMT_BGR48},   {"rgb48", VISTREL_RGB48},
+    {"argb", VISTREL_ARGB32}, {"bgr48", VISTREL_BGR48},   {"rgb48", VISTREL_RGB48},
 };
 
 TEST(OutputFormats, OfColoursAreAllThereAre) {
@@ -25,41 +25,41 @@ TEST(OutputFormats, OfColoursAreAllThereAre) {
   for (const auto& [name, code] : kCodes) {
     o.format = name;
     EXPECT_NO_THROW(o.load("dump.raw")) << name;
-    EXPECT_EQ(o.of(frame(BAYER_RGGB)).format, code) << name;
-    EXPECT_NO_THROW(layoutOf(frame(BAYER_RGGB), o.of(frame(BAYER_RGGB)))) << name;
+    EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, code) << name;
+    EXPECT_NO_THROW(layoutOf(frame(VISTREL_RGGB), o.of(frame(VISTREL_RGGB)))) << name;
   }
   o.format.clear();
-  EXPECT_EQ(o.of(frame(BAYER_RGGB)).format, uint32_t{IMG_FMT_BGR24});
+  EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, uint32_t{VISTREL_BGR24});
   o.depth = "16";
-  EXPECT_EQ(o.of(frame(BAYER_RGGB)).format, uint32_t{IMG_FMT_BGR48});
+  EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, uint32_t{VISTREL_BGR48});
 }
 
 TEST(OutputFormats, OfMonoFramesAreGray) {
   ConversionOptions o;
-  EXPECT_EQ(o.of(frame(VISTREL_MONO)).format, uint32_t{IMG_FMT_MONO8});
+  EXPECT_EQ(o.of(frame(VISTREL_MONO)).format, uint32_t{VISTREL_MONO8});
   o.format = "gray16";
-  EXPECT_EQ(o.of(frame(VISTREL_MONO)).format, uint32_t{IMG_FMT_MONO16});
+  EXPECT_EQ(o.of(frame(VISTREL_MONO)).format, uint32_t{VISTREL_MONO16});
   o.format = "rgb24";
   EXPECT_THROW(layoutOf(frame(VISTREL_MONO), o.of(frame(VISTREL_MONO))), Error);
 }
 
 // The order of samples is the file's matter there.
 TEST(OutputFormats, OfPicturesHaveTheWritersOrder) {
-  const std::map<std::string, uint32_t> codes{{"rgb24", IMG_FMT_BGR24},  {"bgra", IMG_FMT_ARGB32},
-                                              {"rgba", IMG_FMT_ARGB32},  {"argb", IMG_FMT_ARGB32},
-                                              {"rgb48", IMG_FMT_BGR48},  {"bgr48", IMG_FMT_BGR48},
-                                              {"gray16", IMG_FMT_GRAY16}};
+  const std::map<std::string, uint32_t> codes{{"rgb24", VISTREL_BGR24},  {"bgra", VISTREL_ARGB32},
+                                              {"rgba", VISTREL_ARGB32},  {"argb", VISTREL_ARGB32},
+                                              {"rgb48", VISTREL_BGR48},  {"bgr48", VISTREL_BGR48},
+                                              {"gray16", VISTREL_GRAY16}};
   ConversionOptions o;
   for (const auto& [name, code] : codes)
     for (const char* file : {"a.png", "a", "folder/", "-", "png:-"}) {
       o.format = name;
       o.load(file);
-      EXPECT_EQ(o.of(frame(BAYER_RGGB)).format, code) << name << " " << file;
+      EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, code) << name << " " << file;
     }
   for (const char* file : {"a.raw", "a.bin", "raw:-", "bin:-"}) {
     o.format = "rgba";
     o.load(file);
-    EXPECT_EQ(o.of(frame(BAYER_RGGB)).format, uint32_t{VISTREL_RGBA32}) << file;
+    EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, uint32_t{VISTREL_RGBA32}) << file;
   }
 }
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"

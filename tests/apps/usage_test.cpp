@@ -4,8 +4,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "host/vistrel_host.h"
 #include "tests/apps/program.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel {
 namespace {
@@ -216,7 +216,7 @@ TEST(Usage, TheManualNamesEveryAlgorithm) {
     ASSERT_NE(line, std::string::npos) << a->name;
     const std::string text =
         manual.str().substr(line + 1, manual.str().find('\n', line + 1) - line);
-    const std::string side = std::to_string(a->minimal_size);
+    const std::string side = std::to_string(a->min_size);
     EXPECT_NE(text.find("| 8 to " + std::to_string(a->max_bits) + " | " + side + "x" + side + " |"),
               std::string::npos)
         << text;

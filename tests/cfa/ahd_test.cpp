@@ -4,7 +4,7 @@
 #include "tests/levels.h"
 #include "tests/reference/cfa.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -260,4 +260,4 @@ TEST_P(Ahd, WhatLiesBesideTheFrameDoesNotMatter) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

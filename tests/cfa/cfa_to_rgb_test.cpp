@@ -4,7 +4,7 @@
 #include "tests/cfa/primitives.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::ElementsAre;
@@ -222,4 +222,4 @@ TEST_P(CfaToRgb, ARectangleIsAPieceOfTheFrame) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -4,10 +4,10 @@
 #include <array>
 #include <limits>
 
-#include "cfa/cfa.h"
 #include "tests/frames.h"
+#include "vistrel/cfa.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 
 template <class T>
 struct Mosaic {
@@ -38,40 +38,40 @@ class Rgb {
   static constexpr int kRoom = 9;
 
   explicit Rgb(CfaRect rect)
-      : m_rect(rect), m_pitch(std::max(rect.width, 0) + 2 * kRoom),
-        m_samples(static_cast<size_t>(3 * m_pitch * (std::max(rect.height, 0) + 2 * kRoom)),
-                  kPreset) {}
+      : rect_(rect), pitch_(std::max(rect.width, 0) + 2 * kRoom),
+        samples_(static_cast<size_t>(3 * pitch_ * (std::max(rect.height, 0) + 2 * kRoom)),
+                 kPreset) {}
 
-  T* data() { return m_samples.data() + index(m_rect.x, m_rect.y); }
-  int step() const { return 3 * m_pitch; }  // in samples
+  T* data() { return samples_.data() + index(rect_.x, rect_.y); }
+  int step() const { return 3 * pitch_; }  // in samples
   int stepBytes() const { return step() * int{sizeof(T)}; }
 
   // By the frame's coordinates.
   Pixel at(int x, int y) const {
-    const T* p = &m_samples.at(index(x, y));
+    const T* p = &samples_.at(index(x, y));
     return {p[0], p[1], p[2]};
   }
 
   // Whether nothing but `rect` was written, and all of that.
   bool hasOnly(CfaRect rect) const {
-    for (int y = m_rect.y - kRoom; y < m_rect.y + std::max(m_rect.height, 0) + kRoom; ++y)
-      for (int x = m_rect.x - kRoom; x < m_rect.x + m_pitch - kRoom; ++x) {
+    for (int y = rect_.y - kRoom; y < rect_.y + std::max(rect_.height, 0) + kRoom; ++y)
+      for (int x = rect_.x - kRoom; x < rect_.x + pitch_ - kRoom; ++x) {
         const bool isInside =
             rect.x <= x && x < rect.x + rect.width && rect.y <= y && y < rect.y + rect.height;
         if ((at(x, y) == Pixel{kPreset, kPreset, kPreset}) == isInside) return false;
       }
     return true;
   }
-  bool isUntouched() const { return hasOnly({m_rect.x, m_rect.y, 0, 0}); }
+  bool isUntouched() const { return hasOnly({rect_.x, rect_.y, 0, 0}); }
 
  private:
   size_t index(int x, int y) const {
-    return static_cast<size_t>(3 * ((y - m_rect.y + kRoom) * m_pitch + x - m_rect.x + kRoom));
+    return static_cast<size_t>(3 * ((y - rect_.y + kRoom) * pitch_ + x - rect_.x + kRoom));
   }
 
-  CfaRect m_rect;
-  int m_pitch;
-  std::vector<T> m_samples;
+  CfaRect rect_;
+  int pitch_;
+  std::vector<T> samples_;
 };
 
 inline int32_t cfaToRgb(const Mosaic<uint8_t>& m, CfaRect roi, int grid, Rgb<uint8_t>& rgb,
@@ -132,4 +132,4 @@ void atBothDepths(Check check) {
 template <class T>
 constexpr int kLargest = std::numeric_limits<T>::max();
 
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -4,7 +4,7 @@
 #include "tests/cfa/primitives.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 VISTREL_LEVEL_SUITE(Rectangles);
@@ -92,7 +92,7 @@ TEST_P(Rectangles, OfHomogeneityKnowTheirPhase) {
 }
 
 TEST(RectanglesOfHomogeneity, AreChosenByPhase) {
-  if (reachableLevels().back() < Level::sse41) GTEST_SKIP() << "a processor without SSE4.1";
+  if (supportedLevels().back() < Level::sse41) GTEST_SKIP() << "a processor without SSE4.1";
   for (auto local : {m7_localAHD_8u, u8_localAHD_8u, y8_localAHD_8u})
     expectEveryPhase<uint8_t>(local);
   for (auto local : {m7_localAHD_16u, u8_localAHD_16u, y8_localAHD_16u})
@@ -143,4 +143,4 @@ TEST_P(Rectangles, OfOnePixelHaveThatOfALargerOne) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

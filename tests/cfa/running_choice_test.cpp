@@ -3,7 +3,7 @@
 
 #include "tests/frames.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 // A letter a column: H along the row, V along the column.
@@ -55,4 +55,4 @@ TEST(RunningChoice, FollowsEveryRowOfSums) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -4,7 +4,7 @@
 #include "tests/cfa/primitives.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 template <class Table, class Variant>
@@ -54,7 +54,7 @@ void expectOneResult(const Mosaic<T>& m, Run run, Public callPublic) {
       for (int x = 0; x < m.width; ++x) ASSERT_EQ(result.at(x, y), results[0].at(x, y));
 }
 
-bool reachesEverySlot() { return reachableLevels().size() > static_cast<size_t>(Level::sse41); }
+bool reachesEverySlot() { return supportedLevels().size() > static_cast<size_t>(Level::sse41); }
 
 TEST(Variants, EverySlotConvertsAlike) {
   if (!reachesEverySlot()) GTEST_SKIP() << "a processor without SSE4.1";
@@ -122,4 +122,4 @@ TEST(Variants, OwnWorkTestsTheGridItself) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -7,7 +7,7 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 struct Field {
@@ -100,4 +100,4 @@ Case readCase(const std::string& line) {
   return calls;
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

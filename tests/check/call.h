@@ -8,7 +8,7 @@
 
 #include "tests/check/pattern.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 // Where a block lies: bits of Call::place. Without one, its end lies against a fence.
 enum Place : uint32_t {
@@ -44,4 +44,4 @@ std::string text(const Case& calls);
 // Throws std::invalid_argument with a text that names what it could not read.
 Case readCase(const std::string& line);
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -8,7 +8,7 @@
 #include <new>
 #include <stdexcept>
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 constexpr size_t kFence = size_t{1} << 20;
@@ -90,4 +90,4 @@ Block FencedRows::place(const Shape& shape, Edge edge) const {
   return {shape, begin, page, shape.rows, kPage, kPitch};
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 // Rows of bytes. The function is handed the address `origin` bytes before the first one.
 struct Shape {
@@ -78,4 +78,4 @@ class FencedRows {
   uint8_t* map_;
 };
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -1,12 +1,12 @@
 // The filter-array primitives, called by themselves.
 #include <algorithm>
 
-#include "cfa/cfa.h"
-#include "demosaic/image_functions.h"
 #include "tests/check/rooms.h"
 #include "tests/reference/cfa.h"
+#include "vistrel/cfa.h"
+#include "vistrel/image_functions.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 // bayer is the grid, stride and `a` are the steps of source and destination in bytes, `b` tells
@@ -139,4 +139,4 @@ void addCfa(Catalogue& all) {
   addOffset(all);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -3,12 +3,12 @@
 #include <cstring>
 #include <limits>
 
-#include "curves/solvers.h"
-#include "curves/tone_curves.h"
 #include "tests/check/rooms.h"
 #include "tests/reference/curves.h"
+#include "vistrel/solvers.h"
+#include "vistrel/tone_curves.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 constexpr bool kByProcessor = false;
@@ -274,4 +274,4 @@ void addCurves(Catalogue& all) {
   addInvert(all);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -1,16 +1,16 @@
 // The demosaic algorithms, and the spreading of the mosaic.
-#include "cfa/processor.h"
-#include "demosaic/image_functions.h"
 #include "demosaic/work_buffer.h"
-#include "frontend/vistrel.h"
-#include "platform/platform.h"
 #include "tests/check/conversion.h"
 #include "tests/check/mosaic_layout.h"
 #include "tests/check/rooms.h"
 #include "tests/check/stage.h"
 #include "tests/reference/demosaic.h"
+#include "vistrel/image_functions.h"
+#include "vistrel/platform.h"
+#include "vistrel/processor.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 enum class Path { only, doubles, packed };  // Kimmel's has two
@@ -42,19 +42,19 @@ class PathScope {
   explicit PathScope(Path path) {
     if (path == Path::only) return;
     const bool packed = path == Path::packed;
-    ippSetCpuFeaturesMask(packed ? m_mask | IPP_CPU_SSE : m_mask & ~uint64_t{IPP_CPU_SSE});
+    ippSetCpuFeaturesMask(packed ? mask_ | IPP_CPU_SSE : mask_ & ~uint64_t{IPP_CPU_SSE});
     reference::g_bIsSSE = OS_IsSSE();
   }
   ~PathScope() {
-    ippSetCpuFeaturesMask(m_mask);
-    reference::g_bIsSSE = m_isSse;
+    ippSetCpuFeaturesMask(mask_);
+    reference::g_bIsSSE = isSse_;
   }
   PathScope(const PathScope&) = delete;
   PathScope& operator=(const PathScope&) = delete;
 
  private:
-  const uint64_t m_mask = ippGetEnabledCpuFeatures();
-  const int32_t m_isSse = reference::g_bIsSSE;
+  const uint64_t mask_ = ippGetEnabledCpuFeatures();
+  const int32_t isSse_ = reference::g_bIsSSE;
 };
 
 std::array<Subject::Run, 2> conversions(bool wide, Path path) {
@@ -168,4 +168,4 @@ void addDemosaic(Catalogue& all) {
   addHomogeneity<uint16_t>(all);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

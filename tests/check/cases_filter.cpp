@@ -1,14 +1,14 @@
 // The kernel filters over finished images, in place.
 #include <cstring>
 
-#include "frontend/vistrel.h"
 #include "tests/check/conversion.h"
 #include "tests/check/fill.h"
 #include "tests/check/rooms.h"
 #include "tests/check/stage.h"
 #include "tests/reference/filter.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 // `a`: which filter. The first two are those that a gray format takes in place of a pointer.
@@ -98,4 +98,4 @@ void addFilter(Catalogue& all) {
           drawOne);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -1,9 +1,9 @@
 // The monochrome formats, through the public entries.
-#include "frontend/vistrel.h"
 #include "tests/check/conversion.h"
 #include "tests/check/rooms.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 Layout layoutOf(const Call& call, bool wide) {
@@ -42,4 +42,4 @@ void addMono(Catalogue& all) {
   addOne(all, "mono-16to16", true, IMG_FMT_MONO16);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

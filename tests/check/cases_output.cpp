@@ -9,7 +9,7 @@
 #include "tests/check/rooms.h"
 #include "tests/reference/output.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 enum class Family { mono, bgr, argb, gray };
@@ -107,12 +107,11 @@ void addMember(Catalogue& all, const char* name, Family family,
     space::family##1x1 < Source, Sample >, space::family##2x2 < Source, Sample >,    \
         space::family##3x3 < Source, Sample >, space::family##4x4 < Source, Sample > \
   }
-#define VISTREL_ADD(name, kind, family, Source, Sample)                                \
-  addMember(all, name, Family::kind, VISTREL_MEMBERS(vistrel, family, Source, Sample), \
+#define VISTREL_ADD(name, kind, family, Source, Sample)                             \
+  addMember(all, name, Family::kind, VISTREL_MEMBERS(core, family, Source, Sample), \
             VISTREL_MEMBERS(reference, family, Source, Sample))
-#define VISTREL_ADD_TABLE(name, kind, family)                                  \
-  addMember(all, name, Family::kind,                                           \
-            VISTREL_MEMBERS(vistrel, family, vistrel::CLutTransform, uint8_t), \
+#define VISTREL_ADD_TABLE(name, kind, family)                                                     \
+  addMember(all, name, Family::kind, VISTREL_MEMBERS(core, family, core::CLutTransform, uint8_t), \
             VISTREL_MEMBERS(reference, family, reference::CLutTransform, uint8_t))
 
 void addMembers(Catalogue& all) {
@@ -224,4 +223,4 @@ void addOutput(Catalogue& all) {
   addTable(all);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -5,12 +5,12 @@
 #include <iterator>
 #include <vector>
 
-#include "frontend/registry.h"
-#include "frontend/vistrel.h"
+#include "streams/registry.h"
 #include "tests/check/rooms.h"
 #include "tests/reference/registry.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 // One side's entries and tables.
@@ -120,4 +120,4 @@ void addRegistry(Catalogue& all) {
   all.plans.back().levels = false;
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -4,7 +4,7 @@
 
 #include "tests/check/rooms.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 Case drawSequence(Draw& draw, const std::vector<Plan>& steps) {
@@ -30,4 +30,4 @@ void addSequence(Catalogue& all) {
       {"sequence", "sequence", [steps](Draw& draw) { return drawSequence(draw, steps); }});
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

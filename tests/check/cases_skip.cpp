@@ -1,9 +1,9 @@
 // Images that are finished already, and what the public entries refuse.
-#include "frontend/vistrel.h"
 #include "tests/check/conversion.h"
 #include "tests/check/rooms.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 Call drawFinished(Draw& draw, bool wide) {
@@ -66,4 +66,4 @@ void addSkip(Catalogue& all) {
   addDepth(all, "16", true);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

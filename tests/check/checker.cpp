@@ -6,7 +6,7 @@
 
 #include "tests/check/levels.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 std::optional<Failure> faultOf(const Outcome& outcome, const char* side, const Memory& memory) {
@@ -54,4 +54,4 @@ std::optional<Failure> Checker::check(const Case& calls, Level level) {
   return std::nullopt;
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -3,11 +3,11 @@
 
 #include <optional>
 
-#include "common/level.h"
+#include "cpu/level.h"
 #include "tests/check/difference.h"
 #include "tests/check/stage.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 class Checker {
  public:
@@ -23,4 +23,4 @@ class Checker {
   Stage reference_{kReference};
 };
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -7,7 +7,7 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 constexpr uint32_t kCases = 200;
@@ -85,4 +85,4 @@ bool compareChecksums(const Catalogue& all, Side side, const std::string& path) 
   return same;
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

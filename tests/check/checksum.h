@@ -5,7 +5,7 @@
 
 #include "tests/check/stage.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 // Plans whose answers depend on the processor or the C library have none.
 inline bool hasChecksum(const Plan& plan) { return plan.portable; }
@@ -18,4 +18,4 @@ void printChecksums(const Catalogue& all);
 // differs; true when nothing does.
 bool compareChecksums(const Catalogue& all, Side side, const std::string& path);
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "frontend/vistrel.h"
 #include "tests/check/stage.h"
 #include "tests/reference/convert.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 struct PixelShape {
@@ -121,4 +121,4 @@ std::array<Subject::Run, 2> conversions(bool wide) {
   return {running(ImgConvert8), running(reference::ImgConvert8)};
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

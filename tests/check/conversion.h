@@ -4,7 +4,7 @@
 
 #include "tests/check/subject.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 constexpr uint32_t kTableEntries16 = 4096;  // of a stream's look-up table
 
@@ -35,4 +35,4 @@ Subject::Run running(Convert8* convert);
 Subject::Run running(Convert16* convert);
 std::array<Subject::Run, 2> conversions(bool wide);
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

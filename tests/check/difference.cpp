@@ -5,7 +5,7 @@
 #include <cstring>
 #include <utility>
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 constexpr std::pair<const char*, Block Memory::*> kBlocks[] = {
@@ -95,4 +95,4 @@ std::optional<Failure> difference(const Layout& layout, const Memory& got, const
                      layout.meaningless);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

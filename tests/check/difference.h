@@ -7,7 +7,7 @@
 #include "tests/check/subject.h"
 #include "tests/check/trap.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 enum class Kind { fault, result, source, destination, work, outside };
 
@@ -25,4 +25,4 @@ std::optional<Failure> stained(const Memory& memory, uint8_t colour, const char*
 // The first sample that differs.
 std::optional<Failure> difference(const Layout& layout, const Memory& got, const Memory& expected);
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

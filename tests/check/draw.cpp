@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 constexpr uint32_t kLargeEvery = 16, kLargeAt = 15;
@@ -76,4 +76,4 @@ uint32_t Draw::sampleBits(uint32_t srcBits) {
   return oneIn(2) ? 8 : pick({9, 10, 12, 16, srcBits, srcBits});
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

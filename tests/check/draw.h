@@ -4,7 +4,7 @@
 #include "tests/check/call.h"
 #include "tests/check/random.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 class Draw : public Random {
  public:
@@ -42,4 +42,4 @@ class Draw : public Random {
   bool bench_ = false;
 };
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -7,7 +7,7 @@
 #include "tests/check/pattern.h"
 #include "tests/check/random.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 // The frame's own samples as far as they go, then the same again: odd figures, so that the
@@ -61,4 +61,4 @@ void copyRows(const Block& from, const Block& to) {
     std::memcpy(to.row(r), from.row(r), from.shape.rowBytes);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

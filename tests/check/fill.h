@@ -4,7 +4,7 @@
 #include "tests/check/call.h"
 #include "tests/check/canvas.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 // Noise, the same wherever the block lies.
 void fillWithNoise(const Block& block, uint64_t seed);
@@ -15,4 +15,4 @@ void fillWithFrame(const Block& block, const Call& call, size_t sampleBytes, uin
 
 void copyRows(const Block& from, const Block& to);
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

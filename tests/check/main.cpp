@@ -14,7 +14,7 @@
 #include "tests/check/measure.h"
 #include "tests/check/self_test.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 constexpr int kPassed = 0, kFailed = 1, kUsage = 2, kNoSuchLevel = 77;
@@ -36,11 +36,11 @@ bool chosen(const Plan& plan, const Options& options) {
 // Prints what went wrong and the line that repeats it.
 bool passes(Checker& checker, const Case& calls, Level level) {
   const std::string repeat =
-      fmt::format("vistrel-check --level {} --repeat \"{}\"", name(level), text(calls));
+      fmt::format("vistrel-check --level {} --repeat \"{}\"", nameOf(level), text(calls));
   setLastWords("FAIL " + repeat + "\n");
   const auto failure = checker.check(calls, level);
   if (!failure) return true;
-  fmt::print("FAIL {} at {}: {}\n  {}\n", calls.front().subject, name(level), failure->text,
+  fmt::print("FAIL {} at {}: {}\n  {}\n", calls.front().subject, nameOf(level), failure->text,
              repeat);
   return false;
 }
@@ -62,7 +62,7 @@ bool checkPlan(Checker& checker, const Plan& plan, const std::vector<Level>& lev
   std::string failed, passed;
   for (const Level level : levels) {
     const bool good = failuresAt(checker, plan, level, options) == 0;
-    (good ? passed : failed) += fmt::format(" {}", plan.levels ? name(level) : "any level");
+    (good ? passed : failed) += fmt::format(" {}", plan.levels ? nameOf(level) : "any level");
     if (!plan.levels) break;
   }
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
@@ -97,7 +97,7 @@ int repeat(const Catalogue& all, const std::vector<Level>& levels, const Options
   int failed = 0;
   for (const Level level : levels) {
     if (passes(checker, calls, level))
-      fmt::print("ok at {}\n", name(level));
+      fmt::print("ok at {}\n", nameOf(level));
     else
       ++failed;
   }
@@ -129,14 +129,14 @@ int compareGolden(const Catalogue& all, const std::vector<Level>& levels, const 
   for (const Level level : levels) {
     setLevel(level);
     const bool sameHere = compareChecksums(all, kProduct, options.golden);
-    fmt::print("{} the product at {}\n", sameHere ? "ok" : "FAILED", name(level));
+    fmt::print("{} the product at {}\n", sameHere ? "ok" : "FAILED", nameOf(level));
     same = same && sameHere;
   }
   return same ? kPassed : kFailed;
 }
 
 int run(const Options& options) {
-  std::vector<Level> levels = levelsOfProcessor();
+  std::vector<Level> levels = supportedLevels();
   if (!options.level.empty()) {
     const auto level = levelNamed(options.level);
     if (!level)
@@ -176,13 +176,13 @@ int parseAndRun(int argc, char** argv) {
 }
 
 }  // namespace
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check
 
 int main(int argc, char** argv) {
   try {
-    return vistrel::check::parseAndRun(argc, argv);
+    return vistrel::core::check::parseAndRun(argc, argv);
   } catch (const std::exception& error) {
     fmt::print(stderr, "vistrel-check: {}\n", error.what());
-    return vistrel::check::kUsage;
+    return vistrel::core::check::kUsage;
   }
 }

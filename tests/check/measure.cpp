@@ -9,7 +9,7 @@
 #include "tests/check/levels.h"
 #include "tests/check/stage.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 struct Times {
@@ -52,9 +52,9 @@ void measure(const Catalogue& all, const Case& calls, const std::vector<Level>& 
   for (const Level level : levels) {
     setLevel(level);
     const Times product = timesOf(all, calls, kProduct);
-    fmt::print("  {:<10}{:>9.3f}{:>9.3f}{:>8.1f}x\n", name(level), product.least, product.median,
+    fmt::print("  {:<10}{:>9.3f}{:>9.3f}{:>8.1f}x\n", nameOf(level), product.least, product.median,
                reference.least / product.least);
   }
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

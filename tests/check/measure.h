@@ -3,12 +3,12 @@
 
 #include <vector>
 
-#include "common/level.h"
+#include "cpu/level.h"
 #include "tests/check/subject.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 // Prints one line a case and level.
 void measure(const Catalogue& all, const Case& calls, const std::vector<Level>& levels);
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "frontend/vistrel.h"
 #include "tests/check/conversion.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 constexpr uint32_t kNearestSmallest = 2, kHomogeneitySmallest = 5;
@@ -111,4 +111,4 @@ Call drawMosaic(Draw& draw, bool wide, Road road) {
   return call;
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -3,7 +3,7 @@
 
 #include "tests/check/subject.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 // The ways in which algorithms use their memory.
 enum class Road {
@@ -21,4 +21,4 @@ Layout mosaicLayout(const Call& call, bool wide, Road road);
 // The guarded layout's part, for the function that makes it.
 void setGuarded(Layout& layout, const Call& call);
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -4,7 +4,7 @@
 
 #include "tests/check/random.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 Frame::Frame(Pattern pattern, uint64_t seed, uint32_t maximum, uint32_t largest)
     : pattern_(pattern), seed_(seed), maximum_(maximum), largest_(largest) {
@@ -58,4 +58,4 @@ uint32_t Frame::at(uint32_t x, uint32_t y) const {
   return static_cast<uint32_t>(noise(x, y) & largest_);
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

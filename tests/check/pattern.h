@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 enum class Pattern : uint32_t {
   random,
@@ -39,4 +39,4 @@ class Frame {
   uint32_t periodX_, periodY_;
 };
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

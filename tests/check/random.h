@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <initializer_list>
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 constexpr uint64_t mix(uint64_t v) {
   v += 0x9E3779B97F4A7C15;
@@ -31,4 +31,4 @@ class Random {
   uint64_t state_;
 };
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -3,7 +3,7 @@
 
 #include "tests/check/subject.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 void addCurves(Catalogue& all);
 void addOutput(Catalogue& all);
@@ -15,4 +15,4 @@ void addFilter(Catalogue& all);
 void addRegistry(Catalogue& all);
 void addSequence(Catalogue& all);  // after all those that it draws from
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -10,7 +10,7 @@
 #include "tests/check/checker.h"
 #include "tests/check/levels.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 // Runs the right implementation and does something wrong beside it.
@@ -168,7 +168,7 @@ const Impostor kImpostors[] = {
      "mono-8to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
-       if (currentLevel() == levelsOfProcessor().back()) spoilFirstByte(m.destination);
+       if (currentLevel() == supportedLevels().back()) spoilFirstByte(m.destination);
        return result;
      },
      {Kind::destination}},
@@ -201,7 +201,7 @@ std::map<Kind, std::string> signsOf(const Catalogue& all, const Impostor& impost
   for (uint32_t n = 0; n < Draw::kComplete; ++n) {
     Draw draw(seed, n);
     const Case calls = plan.draw(draw);
-    if (const auto failure = checker.check(calls, levelsOfProcessor().back()))
+    if (const auto failure = checker.check(calls, supportedLevels().back()))
       signs.emplace(failure->kind, failure->text);
   }
   return signs;
@@ -227,4 +227,4 @@ bool selfTest(const Catalogue& all, uint64_t seed) {
   return allCaught;
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -6,9 +6,9 @@
 
 #include "tests/check/subject.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 // Prints a line for each; true when all were caught.
 bool selfTest(const Catalogue& all, uint64_t seed);
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

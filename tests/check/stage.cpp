@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "frontend/registry.h"
-#include "frontend/vistrel.h"
+#include "streams/registry.h"
 #include "tests/check/fill.h"
 #include "tests/check/random.h"
 #include "tests/reference/registry.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 constexpr size_t kArena = size_t{64} << 20;  // reserved, not used until touched
@@ -106,4 +106,4 @@ Outcome Stage::play(const Subject& subject, const Call& call) {
   return outcome;
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

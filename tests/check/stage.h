@@ -6,7 +6,7 @@
 #include "tests/check/subject.h"
 #include "tests/check/trap.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 // The stream's place in the tables of either side, and an id that is in none.
 constexpr unsigned kSlot = 2;
@@ -47,4 +47,4 @@ class Stage {
   Memory memory_;
 };
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -8,7 +8,7 @@
 
 #include "tests/check/rooms.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 void Catalogue::add(const std::string& group, Subject subject, std::function<Call(Draw&)> draw) {
   const std::string name = subject.name;
@@ -36,4 +36,4 @@ Catalogue catalogue() {
   return all;
 }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

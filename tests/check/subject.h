@@ -11,7 +11,7 @@
 #include "tests/check/canvas.h"
 #include "tests/check/draw.h"
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 enum Side { kProduct, kReference };
 
@@ -84,4 +84,4 @@ struct Catalogue {
 // Everything that there is.
 Catalogue catalogue();
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

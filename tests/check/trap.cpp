@@ -7,7 +7,7 @@
 // Present in a sanitizer's runtime alone.
 extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)(void));
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 namespace {
 
 constexpr int kSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
@@ -56,4 +56,4 @@ std::optional<Fault> trapped(const std::function<void()>& function) {
 
 void setLastWords(const std::string& text) { g_lastWords = text; }
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

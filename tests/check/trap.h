@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace vistrel::check {
+namespace vistrel::core::check {
 
 struct Fault {
   int signal;
@@ -19,4 +19,4 @@ std::optional<Fault> trapped(const std::function<void()>& function);
 // A text for the last words of a process that a sanitizer or a signal outside a trap ends.
 void setLastWords(const std::string& text);
 
-}  // namespace vistrel::check
+}  // namespace vistrel::core::check

@@ -6,31 +6,31 @@
 #include <random>
 #include <vector>
 
-#include "curves/solvers.h"
-#include "curves/tone_curves.h"
 #include "tests/reference/curves.h"
+#include "vistrel/solvers.h"
+#include "vistrel/tone_curves.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 constexpr int kCases = 2000;
 
 class Draw {
  public:
-  explicit Draw(unsigned seed) : m_engine(seed) {}
-  int integer(int from, int to) { return std::uniform_int_distribution(from, to)(m_engine); }
+  explicit Draw(unsigned seed) : engine_(seed) {}
+  int integer(int from, int to) { return std::uniform_int_distribution(from, to)(engine_); }
 
   // Small integers among them, so that ties, zeros and equal rows come up.
   std::vector<double> numbers(size_t count) {
     std::vector<double> values(count);
     const bool small = integer(0, 1) != 0;
     for (double& v : values)
-      v = small ? integer(-2, 2) : std::uniform_real_distribution(-100.0, 100.0)(m_engine);
+      v = small ? integer(-2, 2) : std::uniform_real_distribution(-100.0, 100.0)(engine_);
     return values;
   }
 
  private:
-  std::mt19937 m_engine;
+  std::mt19937 engine_;
 };
 
 template <class T>
@@ -115,4 +115,4 @@ TEST(SameAsPlain, GammaTables) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -4,9 +4,9 @@
 
 #include <vector>
 
-#include "curves/tone_curves.h"
+#include "vistrel/tone_curves.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -109,4 +109,4 @@ TEST(Gamma, WritesNothingWithoutATop) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

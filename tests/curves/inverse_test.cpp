@@ -1,12 +1,12 @@
 // The inverse of a 4 by 4 matrix.
-#include "curves/solvers.h"
+#include "vistrel/solvers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <vector>
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::DoubleNear;
@@ -59,4 +59,4 @@ TEST(Inverse, WorksInPlace) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

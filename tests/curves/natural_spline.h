@@ -5,16 +5,16 @@
 #include <cstddef>
 #include <vector>
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 
 class NaturalSpline {
  public:
   NaturalSpline(std::vector<double> x, std::vector<double> y)
-      : m_x(std::move(x)), m_y(std::move(y)), m_second(m_x.size()) {
-    const size_t n = m_x.size();
+      : x_(std::move(x)), y_(std::move(y)), second_(x_.size()) {
+    const size_t n = x_.size();
     std::vector<double> diagonal(n), right(n);
     for (size_t k = 1; k + 1 < n; ++k) {
-      diagonal[k] = 2 * (m_x[k + 1] - m_x[k - 1]);
+      diagonal[k] = 2 * (x_[k + 1] - x_[k - 1]);
       right[k] = 6 * (slope(k) - slope(k - 1));
       if (k == 1) continue;
       const double factor = h(k - 1) / diagonal[k - 1];
@@ -22,25 +22,25 @@ class NaturalSpline {
       right[k] -= factor * right[k - 1];
     }
     for (size_t k = n - 2; k > 0; --k)
-      m_second[k] = (right[k] - h(k) * m_second[k + 1]) / diagonal[k];
+      second_[k] = (right[k] - h(k) * second_[k + 1]) / diagonal[k];
   }
 
-  double second(size_t k) const { return m_second[k]; }
+  double second(size_t k) const { return second_[k]; }
 
   // At x, by the cubic of segment k.
   double at(size_t k, double x) const {
-    const double left = x - m_x[k], right = m_x[k + 1] - x, width = h(k);
-    return (m_second[k] * right * right * right + m_second[k + 1] * left * left * left) /
+    const double left = x - x_[k], right = x_[k + 1] - x, width = h(k);
+    return (second_[k] * right * right * right + second_[k + 1] * left * left * left) /
                (6 * width) +
-           (m_y[k] / width - m_second[k] * width / 6) * right +
-           (m_y[k + 1] / width - m_second[k + 1] * width / 6) * left;
+           (y_[k] / width - second_[k] * width / 6) * right +
+           (y_[k + 1] / width - second_[k + 1] * width / 6) * left;
   }
 
  private:
-  double h(size_t k) const { return m_x[k + 1] - m_x[k]; }
-  double slope(size_t k) const { return (m_y[k + 1] - m_y[k]) / h(k); }
+  double h(size_t k) const { return x_[k + 1] - x_[k]; }
+  double slope(size_t k) const { return (y_[k + 1] - y_[k]) / h(k); }
 
-  std::vector<double> m_x, m_y, m_second;
+  std::vector<double> x_, y_, second_;
 };
 
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

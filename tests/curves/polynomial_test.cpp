@@ -1,5 +1,5 @@
 // The polynomial through five points.
-#include "curves/solvers.h"
+#include "vistrel/solvers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 #include <limits>
 #include <vector>
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::DoubleNear;
@@ -42,4 +42,4 @@ TEST(Polynomial, LetsNaNThrough) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

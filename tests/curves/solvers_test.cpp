@@ -1,5 +1,5 @@
 // The dense solver.
-#include "curves/solvers.h"
+#include "vistrel/solvers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 #include <limits>
 #include <vector>
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::DoubleNear;
@@ -162,4 +162,4 @@ TEST(LUSolve, BeginsToSubtractAtTheFirstNonzero) {
 TEST(LUSolve, TakesNaNForNonzero) { EXPECT_THAT(solved({1, 0, 1, 1}, {kNaN, 5}), Each(IsNan())); }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -6,10 +6,10 @@
 #include <limits>
 #include <vector>
 
-#include "curves/solvers.h"
 #include "tests/curves/natural_spline.h"
+#include "vistrel/solvers.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -126,4 +126,4 @@ TEST(Spline, LetsNaNThrough) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

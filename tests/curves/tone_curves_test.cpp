@@ -1,5 +1,5 @@
 // The predefined curves, the straight line and the points of an editor.
-#include "curves/tone_curves.h"
+#include "vistrel/tone_curves.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 
 #include "tests/curves/natural_spline.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -217,4 +217,4 @@ TEST(NormalizePredefinedLutPoints, HandsOutThePointsOfEachCurve) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "demosaic/demosaic.h"
-#include "frontend/registry.h"
+#include "streams/registry.h"
 #include "tests/demosaic/guarded.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 
 constexpr uint32_t kSlot = 9;
 
@@ -61,4 +61,4 @@ std::vector<T> filledBuffer(const Mosaic<T>& m) {
   });
 }
 
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

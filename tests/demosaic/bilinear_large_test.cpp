@@ -3,7 +3,7 @@
 #include "tests/demosaic/bilinear.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 // Every format that there is and one that there is not.
@@ -13,7 +13,7 @@ TEST(BilinearLarge, BytesAtEveryLevel) {
   constexpr uint32_t w = 1052, h = 1006;  // of 2x2
   const auto m = noiseMosaic<uint8_t>(BAYER_RGGB, 0, 0, 2 * w, 2 * h, 255, 1);
   const auto filled = filledBuffer(m);
-  for (Level level : reachableLevels())
+  for (Level level : supportedLevels())
     for (uint32_t format : kFormats) {
       SCOPED_TRACE(::testing::Message() << ::testing::PrintToString(level) << ", " << format);
       const LevelScope scope(level);
@@ -33,7 +33,7 @@ TEST(BilinearLarge, WordsAtEveryLevel) {
   constexpr uint32_t w = 1531, h = 1403;
   const auto m = noiseMosaic<uint16_t>(BAYER_GBRG, 3, 1, w, h, 4095, 2);
   const auto filled = filledBuffer(m);
-  for (Level level : reachableLevels())
+  for (Level level : supportedLevels())
     for (uint32_t format : kFormats) {
       SCOPED_TRACE(::testing::Message() << ::testing::PrintToString(level) << ", " << format);
       const LevelScope scope(level);
@@ -52,4 +52,4 @@ TEST(BilinearLarge, WordsAtEveryLevel) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

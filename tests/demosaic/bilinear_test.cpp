@@ -5,7 +5,7 @@
 #include "tests/demosaic/bilinear.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -189,4 +189,4 @@ TEST_P(BilinearStale, ASingleColumnAveragesWithWhatTheBufferHeld) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

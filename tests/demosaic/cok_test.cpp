@@ -2,7 +2,7 @@
 #include "tests/demosaic/demosaiced.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 VISTREL_LEVEL_SUITE(Cok);
@@ -145,4 +145,4 @@ TEST_P(Cok, ASinglePixelTakesItsColoursFromWhatTheBufferHeld) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

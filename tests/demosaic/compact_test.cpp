@@ -1,11 +1,11 @@
 // Near neighbours and the homogeneity-directed function: how they call the primitives, and the
 // compact image that they leave.
 #include "common/mosaic.h"
-#include "demosaic/image_functions.h"
 #include "tests/demosaic/demosaiced.h"
 #include "tests/levels.h"
+#include "vistrel/image_functions.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -169,4 +169,4 @@ TEST_P(CompactImage, SmallFramesShowWhatTheWorkBufferHeld) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

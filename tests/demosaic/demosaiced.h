@@ -4,11 +4,11 @@
 #include <type_traits>
 
 #include "demosaic/demosaic.h"
-#include "frontend/registry.h"
-#include "frontend/vistrel.h"
+#include "streams/registry.h"
 #include "tests/frames.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 
 template <class T>
 struct Frame {
@@ -36,13 +36,13 @@ class Demosaiced {
  public:
   // before: what the work buffer holds.
   Demosaiced(Demosaic<T>* demosaic, uint32_t bayer, const Frame<T>& frame, unsigned before = 0xEE)
-      : m_stride(3 * frame.width + 12),
-        m_work(flat<T>(size_t{m_stride} * (frame.height + 4), before)) {
+      : stride_(3 * frame.width + 12),
+        work_(flat<T>(size_t{stride_} * (frame.height + 4), before)) {
     constexpr unsigned slot = 9;
     const uint32_t w = frame.width, h = frame.height;
     Canvas<T> canvas(size_t{3} * w * h);
     uint8_t* const pDst = reinterpret_cast<uint8_t*>(canvas.data());
-    g_pwBGRBuff[slot] = reinterpret_cast<uint16_t*>(m_work.data());
+    g_pwBGRBuff[slot] = reinterpret_cast<uint16_t*>(work_.data());
     if constexpr (sizeof(T) == 1)
       demosaic(slot, w, bayer, 0, IMG_FMT_BGR24, 0, 0, w, h, frame.samples.data(), pDst);
     else
@@ -58,19 +58,19 @@ class Demosaiced {
 
  private:
   size_t index(int x, int y) const {
-    return static_cast<size_t>((y + 2) * static_cast<int>(m_stride) + 3 * (x + 2));
+    return static_cast<size_t>((y + 2) * static_cast<int>(stride_) + 3 * (x + 2));
   }
-  int channel(int x, int y, size_t c) const { return m_work.at(index(x, y) + c); }
+  int channel(int x, int y, size_t c) const { return work_.at(index(x, y) + c); }
 
   // The result is the work buffer's image.
   void expectSameRow(const std::vector<T>& image, uint32_t y, uint32_t w) const {
     const auto row = image.begin() + ptrdiff_t{3} * y * w;
-    const auto work = m_work.begin() + static_cast<ptrdiff_t>(index(0, static_cast<int>(y)));
+    const auto work = work_.begin() + static_cast<ptrdiff_t>(index(0, static_cast<int>(y)));
     EXPECT_TRUE(std::equal(row, row + ptrdiff_t{3} * w, work)) << "row " << y;
   }
 
-  uint32_t m_stride;
-  std::vector<T> m_work;
+  uint32_t stride_;
+  std::vector<T> work_;
 };
 
 // Every sample takes the value of its column.
@@ -82,4 +82,4 @@ Frame<T> columns(const std::vector<unsigned>& values, uint32_t height) {
   return frame;
 }
 
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -7,7 +7,7 @@
 #include "tests/frames.h"
 #include "tests/reference/edge_kernels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -233,4 +233,4 @@ TEST(EdgeKernels, AgreeWithThePlainFormulasOnNoise) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

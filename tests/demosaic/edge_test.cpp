@@ -3,12 +3,12 @@
 #include <array>
 
 #include "demosaic/demosaic.h"
-#include "frontend/registry.h"
-#include "frontend/vistrel.h"
+#include "streams/registry.h"
 #include "tests/demosaic/demosaiced.h"
 #include "tests/levels.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -27,13 +27,12 @@ class Edged {
   static constexpr T kBefore = 0xEE;
 
   Edged(const Frame<T>& frame, uint32_t nBayer, uint32_t nThreshold, EdgeRegion r, uint32_t bits)
-      : m_stride(3 * r.width + 12),
-        m_work(flat<T>(size_t{m_stride} * (r.height + r.y + 8), kBefore)) {
+      : stride_(3 * r.width + 12), work_(flat<T>(size_t{stride_} * (r.height + r.y + 8), kBefore)) {
     constexpr unsigned slot = 9;
     Canvas<T> canvas(size_t{3} * r.width * r.height);
     uint8_t* const pDst = reinterpret_cast<uint8_t*>(canvas.data());
-    g_pwBGRBuff[slot] = reinterpret_cast<uint16_t*>(m_work.data());
-    g_anBGRBytes[slot] = m_work.size() * sizeof(T);
+    g_pwBGRBuff[slot] = reinterpret_cast<uint16_t*>(work_.data());
+    g_anBGRBytes[slot] = work_.size() * sizeof(T);
     if constexpr (sizeof(T) == 1)
       ImageColorDemosaicEx(slot, nThreshold, frame.width, nBayer, 0, IMG_FMT_BGR24, r.x, r.y,
                            r.width, r.height, frame.samples.data(), pDst);
@@ -49,18 +48,18 @@ class Edged {
 
   // Blue, green, red of a pixel in the work buffer.
   std::array<int, 3> at(int x, int y) const {
-    const auto i = static_cast<size_t>((y + 4) * static_cast<int>(m_stride) + 3 * (x + 2));
-    return {m_work.at(i), m_work.at(i + 1), m_work.at(i + 2)};
+    const auto i = static_cast<size_t>((y + 4) * static_cast<int>(stride_) + 3 * (x + 2));
+    return {work_.at(i), work_.at(i + 1), work_.at(i + 2)};
   }
   std::vector<T> rows(uint32_t from, uint32_t to) const {
-    return {m_work.begin() + ptrdiff_t(from) * m_stride, m_work.begin() + ptrdiff_t(to) * m_stride};
+    return {work_.begin() + ptrdiff_t(from) * stride_, work_.begin() + ptrdiff_t(to) * stride_};
   }
 
   std::vector<T> image;
 
  private:
-  uint32_t m_stride;
-  std::vector<T> m_work;
+  uint32_t stride_;
+  std::vector<T> work_;
 };
 
 // What each filter lets through, of a frame with red in its upper left corner.
@@ -251,4 +250,4 @@ TEST_P(Edge, AnOddFirstRowPairsOtherRows) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -3,10 +3,10 @@
 
 #include "common/mosaic.h"
 #include "demosaic/work_buffer.h"
-#include "frontend/vistrel.h"
 #include "tests/frames.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 
 // A frame and the region of it that is spread, in unbinned pixels of the sensor.
 template <class T>
@@ -76,4 +76,4 @@ Mosaic<T> noiseMosaic(uint32_t bayer, int x0, int y0, int Wf, int Hf, unsigned t
           Hf};
 }
 
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -4,7 +4,7 @@
 #include "tests/demosaic/demosaiced.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 VISTREL_LEVEL_SUITE(Hamilton);
@@ -157,4 +157,4 @@ TEST_P(Hamilton, ASinglePixelTakesItsColoursFromWhatTheBufferHeld) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

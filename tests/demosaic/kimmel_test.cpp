@@ -2,13 +2,13 @@
 #include <array>
 #include <set>
 
-#include "cfa/processor.h"
-#include "platform/platform.h"
 #include "tests/demosaic/demosaiced.h"
 #include "tests/demosaic/guarded.h"
 #include "tests/levels.h"
+#include "vistrel/platform.h"
+#include "vistrel/processor.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 VISTREL_LEVEL_SUITE(Kimmel);
@@ -17,14 +17,14 @@ VISTREL_LEVEL_SUITE(Kimmel);
 class PackedScope {
  public:
   explicit PackedScope(bool packed) {
-    ippSetCpuFeaturesMask(packed ? m_mask | IPP_CPU_SSE : m_mask & ~uint64_t{IPP_CPU_SSE});
+    ippSetCpuFeaturesMask(packed ? mask_ | IPP_CPU_SSE : mask_ & ~uint64_t{IPP_CPU_SSE});
   }
-  ~PackedScope() { ippSetCpuFeaturesMask(m_mask); }
+  ~PackedScope() { ippSetCpuFeaturesMask(mask_); }
   PackedScope(const PackedScope&) = delete;
   PackedScope& operator=(const PackedScope&) = delete;
 
  private:
-  const uint64_t m_mask = ippGetEnabledCpuFeatures();
+  const uint64_t mask_ = ippGetEnabledCpuFeatures();
 };
 
 template <class T>
@@ -257,4 +257,4 @@ TEST_P(Kimmel, ThePackedWalkKnowsNoBinning) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

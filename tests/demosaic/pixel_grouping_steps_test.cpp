@@ -3,7 +3,7 @@
 
 #include "demosaic/pixel_grouping.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 constexpr unsigned kBlueSite = 0, kGreenBesideBlue = 1, kRedSite = 2, kGreenBesideRed = 3;
@@ -215,4 +215,4 @@ TEST(HueTransit, WrapsTheProduct) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

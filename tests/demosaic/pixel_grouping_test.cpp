@@ -2,7 +2,7 @@
 #include "tests/demosaic/demosaiced.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 VISTREL_LEVEL_SUITE(PixelGrouping);
@@ -128,4 +128,4 @@ TEST_P(PixelGrouping, ASinglePixelTakesItsColoursFromWhatTheBufferHeld) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -8,7 +8,7 @@
 #include "tests/demosaic/guarded.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 VISTREL_LEVEL_SUITE(VariableGradients);
@@ -189,20 +189,20 @@ template <class T>
 class Patch {
  public:
   Patch(bool green, unsigned nChannel, unsigned value)
-      : m_green(green), m_channel(nChannel), m_samples(5 * kStride) {
+      : green_(green), channel_(nChannel), samples_(5 * kStride) {
     for (int dy = -2; dy <= 2; ++dy)
       for (int dx = -2; dx <= 2; ++dx) sensed(dx, dy) = static_cast<T>(value);
   }
 
   T& at(int dx, int dy, unsigned channel) {
-    return m_samples.at(static_cast<size_t>((dy + 2) * static_cast<int>(kStride) + 3 * (dx + 2)) +
-                        channel);
+    return samples_.at(static_cast<size_t>((dy + 2) * static_cast<int>(kStride) + 3 * (dx + 2)) +
+                       channel);
   }
   T& sensed(int dx, int dy) {
-    const unsigned other = 2 - m_channel;
+    const unsigned other = 2 - channel_;
     const bool evenRow = dy % 2 == 0, evenColumn = dx % 2 == 0;
-    if (m_green) return at(dx, dy, evenRow == evenColumn ? 1 : evenRow ? m_channel : other);
-    return at(dx, dy, evenRow != evenColumn ? 1 : evenRow ? other : m_channel);
+    if (green_) return at(dx, dy, evenRow == evenColumn ? 1 : evenRow ? channel_ : other);
+    return at(dx, dy, evenRow != evenColumn ? 1 : evenRow ? other : channel_);
   }
   // '#' for high, anything else for low.
   void draw(const std::array<std::string, 5>& rows, unsigned low, unsigned high) {
@@ -214,7 +214,7 @@ class Patch {
   }
   // The pixel that comes out: blue, green, red.
   std::array<int, 3> run() {
-    (m_green ? green : colour)(&at(0, 0, 0), kStride, m_channel);
+    (green_ ? green : colour)(&at(0, 0, 0), kStride, channel_);
     return {at(0, 0, 0), at(0, 0, 1), at(0, 0, 2)};
   }
 
@@ -223,9 +223,9 @@ class Patch {
   static void green(T* p, unsigned stride, unsigned c) { calcOneGreenCenter(p, stride, c); }
   static void colour(T* p, unsigned stride, unsigned c) { calcOneRedBluCenter(p, stride, c); }
 
-  bool m_green;
-  unsigned m_channel;
-  std::vector<T> m_samples;
+  bool green_;
+  unsigned channel_;
+  std::vector<T> samples_;
 };
 
 template <class T>
@@ -281,4 +281,4 @@ TEST(OnePixel, WithNoDirectionKeptTheSensedValueStandsForAll) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

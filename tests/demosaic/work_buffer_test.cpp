@@ -6,7 +6,7 @@
 
 #include "tests/demosaic/guarded.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -251,4 +251,4 @@ TEST(Stale, NoRowsStillCopyTheGuard) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

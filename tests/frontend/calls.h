@@ -1,12 +1,12 @@
 // Conversions by named arguments, and a driver that is loaded for the length of a test.
 #pragma once
 
-#include "frontend/registry.h"
-#include "frontend/vistrel.h"
+#include "streams/registry.h"
 #include "tests/frames.h"
 #include "tests/levels.h"
+#include "vistrel/vistrel.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 
 constexpr uint32_t kStream = 7;
 
@@ -70,13 +70,13 @@ class StreamAtEveryLevel : public ::testing::TestWithParam<Level> {
 
  private:
   static constexpr size_t kSamples = (3 * 64 + 18) * (64 + 6);
-  LoadedDriver m_driver;
-  LevelScope m_scope{GetParam()};
+  LoadedDriver driver_;
+  LevelScope scope_{GetParam()};
 };
 
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test
 
 #define VISTREL_STREAM_SUITE(Suite)                                                               \
-  class Suite : public ::vistrel::test::StreamAtEveryLevel {};                                    \
-  INSTANTIATE_TEST_SUITE_P(Every, Suite, ::testing::ValuesIn(::vistrel::test::reachableLevels()), \
+  class Suite : public ::vistrel::core::test::StreamAtEveryLevel {};                              \
+  INSTANTIATE_TEST_SUITE_P(Every, Suite, ::testing::ValuesIn(::vistrel::core::supportedLevels()), \
                            ::testing::PrintToStringParamName())

@@ -1,7 +1,7 @@
 // The choice of path by format, selector word and skip flag.
 #include "tests/frontend/calls.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -245,4 +245,4 @@ TEST_P(Convert, AColourFormatUnderAnUnknownIdFaultsAtOnce) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -1,5 +1,5 @@
 // Filters of finished images, in place.
-#include "frontend/filter.h"
+#include "frontend/filter/filter.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 #include "tests/frontend/calls.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -402,4 +402,4 @@ TEST_P(Filter, TheWorkBufferHoldsTheWholeCopyAndNoMore) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "host/vistrel_host.h"
 #include "tests/fuzz/bytes.h"
+#include "vistrel/vistrel_host.h"
 
 using namespace vistrel;
 
@@ -46,8 +46,8 @@ vistrel_conversion conversionFrom(Bytes& in, vistrel_region& region, std::vector
   c.threshold = in.below(257);
   c.gray = in.below(3);
   c.binning = in.below(6);
-  c.reduce_to = in.below(18);
-  c.lut_mode = in.below(12);
+  c.truncate_to = in.below(18);
+  c.reduction = in.below(12);
   table.resize(in.take() & 1 ? 1024 : in.below(4100) % 8192);
   for (size_t i = 0; i < table.size(); ++i) table[i] = static_cast<uint16_t>(i * 7 & 255);
   c.table = table.data();

@@ -90,7 +90,7 @@ void dumps(const fs::path& folder) {
 std::string conversion(uint32_t bits, uint32_t format, const vistrel_algorithm* a) {
   const bool isAhd = a->code == VISTREL_AHD;
   const uint32_t bytes = bits > 8 ? 2 : 1;
-  return '\0' + numbers({11, 9, bytes, bits, BAYER_RGGB, 0}) + '\1' + numbers({format}) + '\0' +
+  return '\0' + numbers({11, 9, bytes, bits, VISTREL_RGGB, 0}) + '\1' + numbers({format}) + '\0' +
          numbers({isAhd ? 0 : a->code}) + (isAhd ? '\0' : '\1') + numbers({0, 0, 1, 0, 0}) + '\1' +
          numbers({VISTREL_MASK}) + '\0' + numbers({3, 0, 100, 100, 100, 0}) + '\0' +
          std::string(150, '\5');
@@ -98,9 +98,9 @@ std::string conversion(uint32_t bits, uint32_t format, const vistrel_algorithm* 
 
 void hosts(const fs::path& folder) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
-    save(folder / (std::string(a->name) + "8"), conversion(8, IMG_FMT_BGR24, a));
-    save(folder / (std::string(a->name) + "10"), conversion(10, IMG_FMT_BGR48, a));
-    save(folder / (std::string(a->name) + "-gray"), conversion(8, IMG_FMT_GRAY8, a));
+    save(folder / (std::string(a->name) + "8"), conversion(8, VISTREL_BGR24, a));
+    save(folder / (std::string(a->name) + "10"), conversion(10, VISTREL_BGR48, a));
+    save(folder / (std::string(a->name) + "-gray"), conversion(8, VISTREL_GRAY8, a));
   }
   for (uint32_t packing = 0; packing < 6; ++packing)
     for (const uint32_t bits : {8u, 10u, 12u})

@@ -1,8 +1,8 @@
 // The algorithm without a code: what the primitive makes of the region, blue first.
 #include <gtest/gtest.h>
 
-#include "cfa/cfa.h"
 #include "tests/host/frames.h"
+#include "vistrel/cfa.h"
 
 namespace vistrel {
 namespace {

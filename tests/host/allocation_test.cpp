@@ -94,23 +94,23 @@ constexpr vistrel_region kRegion{3, 2, 30, 25};
 
 const Case kCases[] = {
     {"Mono", 12, VISTREL_MONO, [](vistrel_conversion& c) { c.region = &kRegion; }},
-    {"Bilinear", 12, BAYER_RGGB, [](vistrel_conversion&) {}},
-    {"AhdRegion", 14, BAYER_GRBG,
+    {"Bilinear", 12, VISTREL_RGGB, [](vistrel_conversion&) {}},
+    {"AhdRegion", 14, VISTREL_GRBG,
      [](vistrel_conversion& c) { c.algorithm = VISTREL_AHD, c.region = &kRegion; }},
-    {"Near", 10, BAYER_GRBG, [](vistrel_conversion& c) { c.algorithm = DM_NEAR_NEIGHBOR; }},
-    {"Edge", 12, BAYER_BGGR,
-     [](vistrel_conversion& c) { c.algorithm = DM_EDGE_EX, c.threshold = 9; }},
-    {"VariableGradientsRgb", 10, BAYER_BGGR,
-     [](vistrel_conversion& c) { c.algorithm = DM_VARIABLE_GRADIENTS, c.format = VISTREL_RGB24; }},
-    {"LumaPadded", 12, BAYER_GBRG,
-     [](vistrel_conversion& c) { c.format = IMG_FMT_GRAY16, c.edges = VISTREL_EDGES_PADDED; }},
-    {"GrayWorld", 12, BAYER_GBRG,
+    {"Near", 10, VISTREL_GRBG, [](vistrel_conversion& c) { c.algorithm = VISTREL_NEAR; }},
+    {"Edge", 12, VISTREL_BGGR,
+     [](vistrel_conversion& c) { c.algorithm = VISTREL_EDGE, c.threshold = 9; }},
+    {"VariableGradientsRgb", 10, VISTREL_BGGR,
+     [](vistrel_conversion& c) { c.algorithm = VISTREL_VNG, c.format = VISTREL_RGB24; }},
+    {"LumaPadded", 12, VISTREL_GBRG,
+     [](vistrel_conversion& c) { c.format = VISTREL_GRAY16, c.edges = VISTREL_EDGES_PADDED; }},
+    {"GrayWorld", 12, VISTREL_GBRG,
      [](vistrel_conversion& c) { c.white_balance = VISTREL_BALANCE_GRAY_WORLD, c.black = 9; }},
-    {"KimmelBinned", 10, BAYER_GBRG,
-     [](vistrel_conversion& c) { c.algorithm = DM_HUE_KIMMEL, c.binning = 3; }},
-    {"Table", 12, BAYER_RGGB,
+    {"KimmelBinned", 10, VISTREL_GBRG,
+     [](vistrel_conversion& c) { c.algorithm = VISTREL_KIMMEL, c.binning = 3; }},
+    {"Table", 12, VISTREL_RGGB,
      [](vistrel_conversion& c) {
-       c.lut_mode = 10, c.table = g_table.data(), c.table_entries = 1024;
+       c.reduction = 10, c.table = g_table.data(), c.table_entries = 1024;
      }},
 };
 void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
@@ -152,7 +152,7 @@ TEST_P(Allocations, MayFail) {
 TEST_P(Allocations, MayFailWhereAStreamGrows) {
   static size_t used = 1;  // by the other tests, and by earlier cases of this one
   std::vector<vistrel_stream*> streams(used += 2);
-  for (auto& s : streams) ASSERT_EQ(vistrel_stream_take(VISTREL_WAIT, &s, nullptr), VISTREL_OK);
+  for (auto& s : streams) ASSERT_EQ(vistrel_stream_acquire(VISTREL_WAIT, &s, nullptr), VISTREL_OK);
   vistrel_stream* stream = streams.front();
   std::vector<uint8_t> pixels(expected.pixels.size());
   const vistrel_image image{pixels.data(), pixels.size(), 0};
@@ -172,7 +172,7 @@ TEST_P(Allocations, MayFailWhereAStreamGrows) {
   failEach(work, false, [] {});
   EXPECT_EQ(work(nullptr), VISTREL_OK);
   EXPECT_TRUE(pixels == expected.pixels);
-  for (auto* s : streams) vistrel_stream_give_back(s, nullptr);
+  for (auto* s : streams) vistrel_stream_release(s, nullptr);
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, Allocations, ::testing::ValuesIn(kCases),
@@ -181,8 +181,8 @@ INSTANTIATE_TEST_SUITE_P(Every, Allocations, ::testing::ValuesIn(kCases),
 TEST(AllocationsOfThePool, MayFailAtTheFirstCall) {
   const auto work = [](vistrel_error* error) {
     vistrel_stream* stream = nullptr;
-    const int32_t status = vistrel_stream_take(VISTREL_WAIT, &stream, error);
-    if (status == VISTREL_OK) vistrel_stream_give_back(stream, nullptr);
+    const int32_t status = vistrel_stream_acquire(VISTREL_WAIT, &stream, error);
+    if (status == VISTREL_OK) vistrel_stream_release(stream, nullptr);
     return status;
   };
   const long live = g_live;
@@ -195,18 +195,18 @@ TEST(AllocationsOfThePool, MayFailAtTheFirstCall) {
 
 TEST(AllocationsOfTheLevel, MayFailAtTheFirstCall) {
   g_watch = {true, true, 1, 0, 0};
-  vistrel_get_level();  // throws nothing
+  vistrel_level();  // throws nothing
   const int32_t status = vistrel_set_level(0, nullptr);
   const int failed = g_watch.failed;
   g_watch = {};
   EXPECT_EQ(status, failed ? VISTREL_NO_MEMORY : VISTREL_OK);
   EXPECT_EQ(vistrel_set_level(0, nullptr), VISTREL_OK);
-  EXPECT_EQ(vistrel_get_level(), 0u);
+  EXPECT_EQ(vistrel_level(), 0u);
 }
 
 TEST(AllocationsOfTheCppFace, MayFail) {
   const std::vector<uint8_t> samples(20 * 10, 50);
-  const vistrel_frame frame = frameOf(samples, 20, 10, BAYER_RGGB);
+  const vistrel_frame frame = frameOf(samples, 20, 10, VISTREL_RGGB);
   const vistrel_conversion conversion = defaultConversion(frame);
   convert(frame, conversion);
   const auto work = [&](vistrel_error* error) {

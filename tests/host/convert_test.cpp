@@ -10,23 +10,23 @@ using ::testing::ElementsAre;
 
 TEST(Defaults, FitTheFrame) {
   const uint8_t sample = 0;
-  EXPECT_EQ(defaultConversion(frameOf(&sample, 1, 1, VISTREL_MONO)).format, IMG_FMT_MONO8);
-  const vistrel_conversion c = defaultConversion(frameOf(&sample, 1, 1, BAYER_GBRG));
-  EXPECT_EQ(c.format, IMG_FMT_BGR24);
-  EXPECT_EQ(c.algorithm, DM_BILINEAR);
+  EXPECT_EQ(defaultConversion(frameOf(&sample, 1, 1, VISTREL_MONO)).format, VISTREL_MONO8);
+  const vistrel_conversion c = defaultConversion(frameOf(&sample, 1, 1, VISTREL_GBRG));
+  EXPECT_EQ(c.format, VISTREL_BGR24);
+  EXPECT_EQ(c.algorithm, VISTREL_BILINEAR);
   EXPECT_EQ(c.binning, 1u);
-  EXPECT_EQ(c.lut_mode, 0u);
+  EXPECT_EQ(c.reduction, 0u);
   EXPECT_EQ(c.excess, VISTREL_REFUSE);
   EXPECT_EQ(c.region, nullptr);
 }
 
 TEST(Layout, FollowsRegionBinningAndFormat) {
-  const vistrel_frame frame{nullptr, 0, 0, 100, 50, 2, 12, BAYER_RGGB, 0, {}};
+  const vistrel_frame frame{nullptr, 0, 0, 100, 50, 2, 12, VISTREL_RGGB, 0, {}};
   vistrel_conversion c = defaultConversion(frame);
   const vistrel_region region{10, 20, 41, 23};
   c.region = &region;
   c.binning = 3;
-  c.format = IMG_FMT_BGR48;
+  c.format = VISTREL_BGR48;
   const vistrel_layout l = layoutOf(frame, c);
   EXPECT_EQ(l.width, 13u);
   EXPECT_EQ(l.height, 7u);
@@ -37,7 +37,7 @@ TEST(Layout, FollowsRegionBinningAndFormat) {
   EXPECT_EQ(l.frame_bytes, 10000u);
   // The work buffer of 39 x 21 pixels, as many samples, and the image.
   EXPECT_EQ(l.working_bytes, 2u * (3 * 39 + 18) * (21 + 6) + 2 * 39 * 21 + 546);
-  c.format = IMG_FMT_ARGB32;
+  c.format = VISTREL_ARGB32;
   EXPECT_EQ(layoutOf(frame, c).channels, 4u);
   EXPECT_EQ(layoutOf(frame, c).bits, 8u);
   EXPECT_EQ(layoutOf(frame, c).row_bytes, 52u);
@@ -61,7 +61,7 @@ TEST(Mono, SixteenBitsKeepTheSamples) {
       samplesOf<uint16_t>(9, 3, [](uint32_t x, uint32_t y) { return 7000 * y + x; });
   const vistrel_frame frame = frameOf(samples.data(), 9, 3, 14, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
-  c.format = IMG_FMT_MONO16;
+  c.format = VISTREL_MONO16;
   EXPECT_EQ(wordsOf(convert(frame, c)), samples);
 }
 
@@ -70,9 +70,9 @@ TEST(Mono, WindowsKeepOtherBits) {
   const vistrel_frame frame = frameOf(samples.data(), 6, 1, 12, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
   EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0x12, 0x3F, 0x40, 0x7F, 0x80, 0xFF));
-  c.lut_mode = 1;
+  c.reduction = 1;
   EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0x24, 0x7F, 0x80, 0xFF, 0xFF, 0xFF));
-  c.lut_mode = 2;
+  c.reduction = 2;
   EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0x48, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF));
 }
 
@@ -99,7 +99,7 @@ TEST(Mono, CurvesMapTheTopTenBits) {
       const auto width = static_cast<uint32_t>(samples.size());
       const vistrel_frame frame = frameOf(samples.data(), width, 1, bits, VISTREL_MONO);
       vistrel_conversion c = defaultConversion(frame);
-      c.lut_mode = k.lutMode;
+      c.reduction = k.lutMode;
       EXPECT_EQ(convert(frame, c).pixels, k.mapped) << bits << " bits, mode " << k.lutMode;
     }
   }
@@ -111,7 +111,7 @@ TEST(Colour, NothingOutsideTheRegionMatters) {
     auto samples = samplesOf<uint16_t>(
         31, 29, [](uint32_t x, uint32_t y) { return (x * x + 7 * y * y + 13 * x * y) % 1024; });
     const vistrel_region region{11, 5, 20, 24};
-    vistrel_frame frame = frameOf(samples.data(), 31, 29, 10, BAYER_BGGR);
+    vistrel_frame frame = frameOf(samples.data(), 31, 29, 10, VISTREL_BGGR);
     vistrel_conversion c = defaultConversion(frame);
     c.algorithm = a->code;
     c.region = &region;
@@ -128,7 +128,7 @@ TEST(Colour, NothingOutsideTheRegionMatters) {
 TEST(Colour, EveryPhaseOriginAndBinningKeepsAPlainColour) {
   const std::vector<uint32_t> expected[] = {{5, 10, 20}, {10, 20, 40}, {15, 33, 55}, {20, 40, 80}};
   for (const uint32_t algorithm :
-       {uint32_t{DM_BILINEAR}, uint32_t{DM_NEAR_NEIGHBOR}, uint32_t{VISTREL_AHD}}) {
+       {uint32_t{VISTREL_BILINEAR}, uint32_t{VISTREL_NEAR}, uint32_t{VISTREL_AHD}}) {
     for (uint32_t phase = 0; phase < 4; ++phase) {
       const auto samples = samplesOf<uint8_t>(23, 21, plainColour(phase, 5, 10, 20));
       const vistrel_frame frame = frameOf(samples.data(), 23, 21, phase);
@@ -167,11 +167,11 @@ TEST(Colour, KimmelKeepsAPlainColourAtEveryPhaseWidthAndBinning) {
       const auto words = samplesOf<uint16_t>(width, 21, plainColour(phase, 5, 10, 20));
       vistrel_frame frame = frameOf(words.data(), width, 21, 10, phase);
       vistrel_conversion c = defaultConversion(frame);
-      c.algorithm = DM_HUE_KIMMEL;
-      c.format = IMG_FMT_BGR48;
+      c.algorithm = VISTREL_KIMMEL;
+      c.format = VISTREL_BGR48;
       EXPECT_EQ(middlePixel(convert(frame, c)), expected[0]) << phase << ", " << width;
       frame = frameOf(bytes.data(), width, 21, phase);
-      c.format = IMG_FMT_BGR24;
+      c.format = VISTREL_BGR24;
       for (c.binning = 1; c.binning <= 4; ++c.binning)
         EXPECT_EQ(middlePixel(convert(frame, c)), expected[c.binning - 1])
             << phase << ", " << width << ", binning " << c.binning;
@@ -179,18 +179,18 @@ TEST(Colour, KimmelKeepsAPlainColourAtEveryPhaseWidthAndBinning) {
 }
 
 TEST(Colour, EveryFormatAndDepthHasItsOwnLayout) {
-  const auto samples = samplesOf<uint16_t>(8, 6, plainColour(BAYER_GBRG, 0x123, 0x456, 0xF89));
-  const vistrel_frame frame = frameOf(samples.data(), 8, 6, 12, BAYER_GBRG);
+  const auto samples = samplesOf<uint16_t>(8, 6, plainColour(VISTREL_GBRG, 0x123, 0x456, 0xF89));
+  const vistrel_frame frame = frameOf(samples.data(), 8, 6, 12, VISTREL_GBRG);
   vistrel_conversion c = defaultConversion(frame);
   EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0x12, 0x45, 0xF8));
-  c.format = IMG_FMT_ARGB32;
+  c.format = VISTREL_ARGB32;
   EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0xFF, 0xF8, 0x45, 0x12));
-  c.format = IMG_FMT_ARGB32_4;
+  c.format = VISTREL_ARGB32_4;
   EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0xFF, 0xF8, 0x45, 0x12));
-  c.format = IMG_FMT_BGR48;
+  c.format = VISTREL_BGR48;
   EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0x123, 0x456, 0xF89));
-  c.format = IMG_FMT_BGR24;
-  c.lut_mode = 2;
+  c.format = VISTREL_BGR24;
+  c.reduction = 2;
   EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0x48, 0xFF, 0xFF));
 }
 
@@ -198,9 +198,9 @@ TEST(Colour, EveryFormatAndDepthHasItsOwnLayout) {
 TEST(Colour, RegionLiesWhereItShould) {
   const auto slope = [](uint32_t x, uint32_t y) { return 40 * x + 60 * y; };
   const auto samples = samplesOf<uint16_t>(31, 29, slope);
-  const vistrel_frame frame = frameOf(samples.data(), 31, 29, 12, BAYER_BGGR);
+  const vistrel_frame frame = frameOf(samples.data(), 31, 29, 12, VISTREL_BGGR);
   vistrel_conversion c = defaultConversion(frame);
-  c.format = IMG_FMT_BGR48;
+  c.format = VISTREL_BGR48;
   for (uint32_t origin = 0; origin < 25; ++origin) {
     const vistrel_region region{origin % 5, origin / 5, 26, 24};
     c.region = &region;
@@ -216,7 +216,7 @@ TEST(Colour, RegionLiesWhereItShould) {
 // as far as it has no dark or bright rim.
 TEST(Colour, EveryAlgorithmTakesItsSmallestFrame) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
-    const uint32_t side = a->minimal_size;
+    const uint32_t side = a->min_size;
     const std::vector<uint16_t> samples(side * side, 500);
     for (uint32_t phase = 0; phase < 4; ++phase) {
       const vistrel_frame frame = frameOf(samples.data(), side, side, 10, phase);
@@ -231,7 +231,7 @@ TEST(Excess, IsRefusedByDefaultAndNamed) {
   auto samples = samplesOf<uint16_t>(6, 5, [](uint32_t, uint32_t) { return 1023; });
   samples[6 * 3 + 2] = 1024;
   samples[6 * 4 + 0] = 0xFFFF;
-  const vistrel_frame frame = frameOf(samples.data(), 6, 5, 10, BAYER_GRBG);
+  const vistrel_frame frame = frameOf(samples.data(), 6, 5, 10, VISTREL_GRBG);
   try {
     convert(frame, defaultConversion(frame));
     FAIL() << "1024 was taken for a sample of 10 bits";
@@ -257,7 +257,7 @@ TEST(Excess, IsMaskedOnDemand) {
       samplesOf<uint16_t>(4, 3, [](uint32_t x, uint32_t y) { return 0xA800 | (100 * y + x); });
   const vistrel_frame frame = frameOf(samples.data(), 4, 3, 11, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
-  c.format = IMG_FMT_MONO16;
+  c.format = VISTREL_MONO16;
   c.excess = VISTREL_MASK;
   EXPECT_EQ(wordsOf(convert(frame, c)),
             samplesOf<uint16_t>(4, 3, [](uint32_t x, uint32_t y) { return 100 * y + x; }));
@@ -268,15 +268,15 @@ TEST(Excess, IsMaskedOnDemand) {
 TEST(Alignment, OfHighBitsIsUndone) {
   const auto low =
       samplesOf<uint16_t>(12, 9, [](auto x, auto y) { return (x * 97 + y * 311) % 1024; });
-  for (const uint32_t phase : {uint32_t{BAYER_GBRG}, uint32_t{VISTREL_MONO}})
+  for (const uint32_t phase : {uint32_t{VISTREL_GBRG}, uint32_t{VISTREL_MONO}})
     for (const uint32_t bits : {10u, 12u, 16u}) {
       auto high = low;
       for (uint16_t& s : high) s = static_cast<uint16_t>(s << (16 - bits));
       vistrel_frame frame = frameOf(low.data(), 12, 9, bits, phase);
       vistrel_conversion c = defaultConversion(frame);
-      c.format = phase == VISTREL_MONO ? IMG_FMT_MONO16 : IMG_FMT_BGR48;
+      c.format = phase == VISTREL_MONO ? VISTREL_MONO16 : VISTREL_BGR48;
       for (const uint32_t reduced : {0u, 9u}) {
-        c.reduce_to = reduced;
+        c.truncate_to = reduced;
         const Image expected = convert(frame, c);
         vistrel_frame aligned = frameOf(high.data(), 12, 9, bits, phase);
         aligned.alignment = VISTREL_HIGH_BITS;
@@ -291,7 +291,7 @@ TEST(Alignment, OfHighBitsHasZerosBelow) {
   vistrel_frame frame = frameOf(samples.data(), 4, 3, 12, VISTREL_MONO);
   frame.alignment = VISTREL_HIGH_BITS;
   vistrel_conversion c = defaultConversion(frame);
-  c.format = IMG_FMT_MONO16;
+  c.format = VISTREL_MONO16;
   try {
     convert(frame, c);
     FAIL() << "0x1238 was taken for twelve high bits";
@@ -309,10 +309,10 @@ TEST(Tables, AreListed) {
   ASSERT_NE(vistrel_algorithm_at(0), nullptr);
   EXPECT_STREQ(vistrel_algorithm_at(0)->name, "bilinear");
   EXPECT_EQ(vistrel_algorithm_at(1000), nullptr);
-  EXPECT_STREQ(vistrel_phase_name(BAYER_GRBG), "grbg");
-  EXPECT_STREQ(vistrel_phase_name(BAYER_BGGR), "bggr");
-  EXPECT_STREQ(vistrel_phase_name(BAYER_RGGB), "rggb");
-  EXPECT_STREQ(vistrel_phase_name(BAYER_GBRG), "gbrg");
+  EXPECT_STREQ(vistrel_phase_name(VISTREL_GRBG), "grbg");
+  EXPECT_STREQ(vistrel_phase_name(VISTREL_BGGR), "bggr");
+  EXPECT_STREQ(vistrel_phase_name(VISTREL_RGGB), "rggb");
+  EXPECT_STREQ(vistrel_phase_name(VISTREL_GBRG), "gbrg");
   EXPECT_STREQ(vistrel_phase_name(VISTREL_MONO), "mono");
   EXPECT_EQ(vistrel_phase_name(5), nullptr);
 }

@@ -17,7 +17,7 @@ using ::testing::ElementsAre;
 
 struct Cpp : ::testing::Test {
   std::vector<uint8_t> samples = std::vector<uint8_t>(6 * 4, 90);
-  vistrel_frame frame = frameOf(samples, 6, 4, BAYER_RGGB);
+  vistrel_frame frame = frameOf(samples, 6, 4, VISTREL_RGGB);
   vistrel_conversion good = defaultConversion(frame), bad = good;
   static constexpr const char* kText = "binning 7: 1 to 4 are allowed";
 
@@ -56,7 +56,7 @@ TEST_F(Cpp, TwinsRefuseTheSame) {
   expectRefusal(tryLayoutOf(frame, bad));
   uint8_t pixels[72];
   expectRefusal(tryConvertInto(frame, bad, pixels));
-  Stream stream = Stream::take();
+  Stream stream = Stream::acquire();
   expectRefusal(stream.tryConvert(frame, bad));
   expectRefusal(stream.tryConvertInto(frame, bad, pixels));
   expectThrow([&] { convert(frame, bad); });
@@ -81,18 +81,18 @@ TEST_F(Cpp, ConvertsIntoTheCallersRows) {
   expectTheCallersRows([this](Span<uint8_t> pixels, size_t stride) {
     return tryConvertInto(frame, good, pixels, stride);
   });
-  Stream stream = Stream::take();
+  Stream stream = Stream::acquire();
   expectTheCallersRows([&](Span<uint8_t> pixels, size_t stride) {
     return stream.tryConvertInto(frame, good, pixels, stride);
   });
   std::vector<uint8_t> pixels(72);
-  EXPECT_EQ(Stream::take().convertInto(frame, good, pixels).bytes, 72u);
+  EXPECT_EQ(Stream::acquire().convertInto(frame, good, pixels).bytes, 72u);
   EXPECT_THAT(pixels, Each(90));
 }
 
 TEST_F(Cpp, FramesHaveTheSizeOfTheirSpan) {
   samples.pop_back();
-  frame = frameOf(samples, 6, 4, BAYER_RGGB);
+  frame = frameOf(samples, 6, 4, VISTREL_RGGB);
   EXPECT_EQ(tryConvert(frame, good).error().status(), VISTREL_SHORT_BUFFER);
   const std::array<uint16_t, 4> words{1, 2, 3, 4};
   EXPECT_EQ(frameOf(words, 2, 2, 10, VISTREL_MONO).size, 8u);
@@ -148,8 +148,8 @@ static_assert(std::is_same_v<decltype(std::declval<Result<Image>>().error()), Er
 TEST_F(Cpp, StreamsComeBackByThemselves) {
   {
     std::vector<Stream> all;
-    for (int i = 0; i < 128; ++i) all.push_back(Stream::take(VISTREL_DONT_WAIT));
-    const auto another = Stream::tryTake(VISTREL_DONT_WAIT);
+    for (int i = 0; i < 128; ++i) all.push_back(Stream::acquire(VISTREL_NO_WAIT));
+    const auto another = Stream::tryAcquire(VISTREL_NO_WAIT);
     ASSERT_FALSE(another);
     EXPECT_EQ(another.error().status(), VISTREL_NO_STREAM);
     Stream moved = std::move(all.back());
@@ -157,14 +157,14 @@ TEST_F(Cpp, StreamsComeBackByThemselves) {
     EXPECT_EQ(all.back().tryConvert(frame, good).error().status(), VISTREL_NULL_POINTER);
     all.back() = std::move(moved);
   }
-  EXPECT_TRUE(Stream::tryTake(VISTREL_DONT_WAIT));
+  EXPECT_TRUE(Stream::tryAcquire(VISTREL_NO_WAIT));
 }
 
 TEST_F(Cpp, MeasuresAndParses) {
-  const auto plain = samplesOf<uint8_t>(8, 6, plainColour(BAYER_BGGR, 50, 100, 25));
-  frame = frameOf(plain, 8, 6, BAYER_BGGR);
+  const auto plain = samplesOf<uint8_t>(8, 6, plainColour(VISTREL_BGGR, 50, 100, 25));
+  frame = frameOf(plain, 8, 6, VISTREL_BGGR);
   EXPECT_THAT(measureGains(frame, good), ElementsAre(16384, 4096, 8192));
-  EXPECT_EQ(parsePhase("GBRG"), uint32_t{BAYER_GBRG});
+  EXPECT_EQ(parsePhase("GBRG"), uint32_t{VISTREL_GBRG});
   EXPECT_EQ(tryParsePhase("gr").error().status(), VISTREL_BAD_PHASE);
   EXPECT_THROW(parsePhase("gr"), Error);
   frame.phase = VISTREL_MONO;
@@ -178,7 +178,7 @@ TEST(CppUnpack, GivesAFrameOfItsOwn) {
   const OwnedFrame copy = frame;
   frame = OwnedFrame();
   vistrel_conversion c = defaultConversion(copy.get());
-  c.format = IMG_FMT_MONO16;
+  c.format = VISTREL_MONO16;
   EXPECT_THAT(wordsOf(convert(copy.get(), c)), ElementsAre(0x2AB, 0x155));
   const auto refused = tryUnpack(packedOf(bytes, 3, 1, VISTREL_PACKING_GIGE, 10), VISTREL_MONO);
   ASSERT_FALSE(refused);
@@ -188,7 +188,7 @@ TEST(CppUnpack, GivesAFrameOfItsOwn) {
 TEST(CppUnpack, RefusesAPhaseThatThereIsNot) {
   const uint8_t bytes[] = {1, 2, 3, 4};
   const auto packed = packedOf(bytes, 4, 1, VISTREL_PACKING_BYTES, 8);
-  EXPECT_TRUE(tryUnpack(packed, BAYER_GBRG)) << "a row is no mosaic yet, and may become one";
+  EXPECT_TRUE(tryUnpack(packed, VISTREL_GBRG)) << "a row is no mosaic yet, and may become one";
   const auto refused = tryUnpack(packed, 99);
   ASSERT_FALSE(refused);
   EXPECT_EQ(refused.error().status(), VISTREL_BAD_PHASE);
@@ -215,10 +215,10 @@ TEST(CppUnpack, UnpacksIntoTheCallersMemory) {
 }
 
 TEST(CppLevel, ChangesAndIsRefused) {
-  const size_t best = vistrel_get_level();
+  const size_t best = vistrel_level();
   EXPECT_EQ(setLevel(0), best);
   EXPECT_EQ(setLevel(best), 0u);
-  EXPECT_EQ(vistrel_get_level(), best);
+  EXPECT_EQ(vistrel_level(), best);
   EXPECT_EQ(trySetLevel(99).error().status(), VISTREL_BAD_LEVEL);
   EXPECT_THROW(setLevel(99), Error);
 }

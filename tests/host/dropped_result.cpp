@@ -1,5 +1,5 @@
 // Must not compile where warnings are errors: the refusal would pass unseen.
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 void drop(const vistrel_frame& frame, vistrel::Span<uint8_t> pixels) {
   vistrel::tryConvertInto(frame, vistrel::defaultConversion(frame), pixels);

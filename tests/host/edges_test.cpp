@@ -86,26 +86,26 @@ TEST(PaddedEdges, AreThoseOfAPaddedFrameByEveryAlgorithm) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
     for (const Shape& shape : kShapes)
       for (uint32_t phase = 0; phase < 4; ++phase)
-        expectPadded(shape, phase, conversionBy(a->code, IMG_FMT_BGR48));
+        expectPadded(shape, phase, conversionBy(a->code, VISTREL_BGR48));
 }
 
 TEST(PaddedEdges, GoWithEveryFormatAndBinning) {
-  for (const uint32_t format : {uint32_t{IMG_FMT_BGR24}, uint32_t{IMG_FMT_ARGB32},
-                                uint32_t{IMG_FMT_GRAY16}, uint32_t{VISTREL_RGBA32}})
+  for (const uint32_t format : {uint32_t{VISTREL_BGR24}, uint32_t{VISTREL_ARGB32},
+                                uint32_t{VISTREL_GRAY16}, uint32_t{VISTREL_RGBA32}})
     for (uint32_t binning = 1; binning <= 4; ++binning)
       for (const Shape& shape : {kShapes[0], kShapes[1], kShapes[2]}) {
-        vistrel_conversion c = conversionBy(DM_GRADIENT_LAROCHE, format);
+        vistrel_conversion c = conversionBy(VISTREL_LAROCHE, format);
         c.binning = binning;
-        expectPadded(shape, BAYER_GBRG, c);
+        expectPadded(shape, VISTREL_GBRG, c);
       }
 }
 
 // Ten pixels inside no algorithm sees the border.
 TEST(PaddedEdges, LeaveTheInteriorAsItIs) {
   const auto samples = samplesOf<uint16_t>(48, 44, texture);
-  const vistrel_frame frame = frameOf(samples.data(), 48, 44, 10, BAYER_RGGB);
+  const vistrel_frame frame = frameOf(samples.data(), 48, 44, 10, VISTREL_RGGB);
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
-    vistrel_conversion c = conversionBy(a->code, IMG_FMT_BGR24);
+    vistrel_conversion c = conversionBy(a->code, VISTREL_BGR24);
     const auto native = cropped(convert(frame, c), 10, 10, 28, 24);
     c.edges = VISTREL_EDGES_PADDED;
     EXPECT_EQ(cropped(convert(frame, c), 10, 10, 28, 24), native) << a->name;
@@ -115,9 +115,9 @@ TEST(PaddedEdges, LeaveTheInteriorAsItIs) {
 // A region of a padded image is the image's crop: beyond it lies the frame.
 TEST(PaddedEdges, OfARegionAreTheFrame) {
   const auto samples = samplesOf<uint16_t>(40, 36, texture);
-  const vistrel_frame frame = frameOf(samples.data(), 40, 36, 10, BAYER_BGGR);
-  for (const uint32_t algorithm : {uint32_t{DM_HUE_KIMMEL}, uint32_t{DM_BILINEAR}}) {
-    vistrel_conversion c = conversionBy(algorithm, IMG_FMT_BGR24);
+  const vistrel_frame frame = frameOf(samples.data(), 40, 36, 10, VISTREL_BGGR);
+  for (const uint32_t algorithm : {uint32_t{VISTREL_KIMMEL}, uint32_t{VISTREL_BILINEAR}}) {
+    vistrel_conversion c = conversionBy(algorithm, VISTREL_BGR24);
     c.edges = VISTREL_EDGES_PADDED;
     const auto expected = cropped(convert(frame, c), 7, 1, 1, 3);
     const vistrel_region region{7, 1, 1, 3};  // less than a demosaic needs natively
@@ -131,7 +131,7 @@ TEST(PaddedEdges, KeepAPlainColourPlain) {
     for (uint32_t phase = 0; phase < 4; ++phase) {
       const auto samples = samplesOf<uint16_t>(9, 7, plainColour(phase, 300, 500, 700));
       const vistrel_frame frame = frameOf(samples.data(), 9, 7, 10, phase);
-      vistrel_conversion c = conversionBy(a->code, IMG_FMT_BGR48);
+      vistrel_conversion c = conversionBy(a->code, VISTREL_BGR48);
       c.edges = VISTREL_EDGES_PADDED;
       EXPECT_EQ(plainPixel(convert(frame, c)), (std::vector<uint32_t>{300, 500, 700})) << a->name;
     }
@@ -140,7 +140,7 @@ TEST(PaddedEdges, KeepAPlainColourPlain) {
 TEST(PaddedEdges, DoNothingToMonoFrames) {
   const auto samples = samplesOf<uint16_t>(9, 1, texture);
   const vistrel_frame frame = frameOf(samples.data(), 9, 1, 10, VISTREL_MONO);
-  vistrel_conversion c = conversionBy(0, IMG_FMT_MONO16);
+  vistrel_conversion c = conversionBy(0, VISTREL_MONO16);
   c.edges = VISTREL_EDGES_PADDED;
   EXPECT_EQ(wordsOf(convert(frame, c)), samples);
 }
@@ -154,12 +154,12 @@ TEST(PaddedEdges, ArePreparedToo) {
         y % 2 == 0 ? (x % 2 ? gains[1] : gains[0]) : (x % 2 ? gains[2] : gains[1]);
     return std::min((samples[12 * y + x] * gain + 2048) >> 12, 1023u);
   });
-  vistrel_conversion c = conversionBy(DM_VARIABLE_GRADIENTS, IMG_FMT_BGR48);
+  vistrel_conversion c = conversionBy(VISTREL_VNG, VISTREL_BGR48);
   c.edges = VISTREL_EDGES_PADDED;
-  const auto expected = convert(frameOf(prepared.data(), 12, 11, 10, BAYER_RGGB), c).pixels;
+  const auto expected = convert(frameOf(prepared.data(), 12, 11, 10, VISTREL_RGGB), c).pixels;
   c.white_balance = VISTREL_BALANCE_GAINS;
   std::copy_n(gains, 3, c.gains);
-  EXPECT_EQ(convert(frameOf(samples.data(), 12, 11, 10, BAYER_RGGB), c).pixels, expected);
+  EXPECT_EQ(convert(frameOf(samples.data(), 12, 11, 10, VISTREL_RGGB), c).pixels, expected);
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ constexpr int kForks = 10000;
 
 bool convertsWell(uint8_t colour) {
   const std::vector<uint8_t> samples(12 * 10, colour);
-  const vistrel_frame frame = frameOf(samples, 12, 10, BAYER_GRBG);
+  const vistrel_frame frame = frameOf(samples, 12, 10, VISTREL_GRBG);
   const auto image = tryConvert(frame, defaultConversion(frame));
   return image && image->pixels == std::vector<uint8_t>(3 * 12 * 10, colour);
 }
@@ -69,16 +69,16 @@ TEST(Forks, LeaveParentAndChildConverting) {
 
 // Those that other threads convert on are free there; the forking thread's own stays taken.
 TEST(Forks, LeaveTheChildEveryStreamButThoseTaken) {
-  Stream mine = Stream::take();
+  Stream mine = Stream::acquire();
   const Worker worker;
   for (int i = 0; i < kForks / 100; ++i)
     EXPECT_TRUE(inChild([&mine] {
       const std::vector<uint8_t> samples(12 * 10, 5);
-      const vistrel_frame frame = frameOf(samples, 12, 10, BAYER_GRBG);
+      const vistrel_frame frame = frameOf(samples, 12, 10, VISTREL_GRBG);
       if (!mine.tryConvert(frame, defaultConversion(frame))) return false;
       int taken = 0;
       vistrel_stream* stream = nullptr;
-      while (vistrel_stream_take(VISTREL_DONT_WAIT, &stream, nullptr) == VISTREL_OK) ++taken;
+      while (vistrel_stream_acquire(VISTREL_NO_WAIT, &stream, nullptr) == VISTREL_OK) ++taken;
       return taken == 127;
     }));
 }
@@ -89,7 +89,7 @@ TEST(Forks, LetTheChildWait) {
   GTEST_SKIP() << "the thread sanitizer ends a child that starts threads";
 #endif
   std::vector<Stream> all;
-  for (int i = 0; i < 128; ++i) all.push_back(Stream::take());
+  for (int i = 0; i < 128; ++i) all.push_back(Stream::acquire());
   std::thread waiting([] { EXPECT_TRUE(convertsWell(9)); });
   std::this_thread::sleep_for(std::chrono::milliseconds(20));
   EXPECT_TRUE(inChild([&all] {

@@ -13,7 +13,7 @@ using ::testing::ElementsAre;
 struct Formats : ::testing::Test {
   std::vector<uint16_t> samples = samplesOf<uint16_t>(
       19, 13, [](auto x, auto y) { return (x * 211 + y * 397 + (x ^ y) * 41) % 4096; });
-  vistrel_frame frame = frameOf(samples.data(), 19, 13, 12, BAYER_GBRG);
+  vistrel_frame frame = frameOf(samples.data(), 19, 13, 12, VISTREL_GBRG);
   vistrel_conversion conversion = defaultConversion(frame);
 
   Image as(uint32_t format) {
@@ -33,12 +33,12 @@ struct Formats : ::testing::Test {
 TEST_F(Formats, AreTheColoursInTheirOrder) {
   for (const uint32_t binning : {1u, 2u, 3u}) {
     conversion.binning = binning;
-    const auto bgr = as(IMG_FMT_BGR24).pixels;
+    const auto bgr = as(VISTREL_BGR24).pixels;
     EXPECT_EQ(as(VISTREL_RGB24).pixels, reordered(bgr, {2, 1, 0}));
     EXPECT_EQ(as(VISTREL_BGRA32).pixels, reordered(bgr, {0, 1, 2, 3}));
     EXPECT_EQ(as(VISTREL_RGBA32).pixels, reordered(bgr, {2, 1, 0, 3}));
-    EXPECT_EQ(as(IMG_FMT_ARGB32).pixels, reordered(bgr, {3, 2, 1, 0}));
-    EXPECT_EQ(wordsOf(as(VISTREL_RGB48)), reordered(wordsOf(as(IMG_FMT_BGR48)), {2, 1, 0}));
+    EXPECT_EQ(as(VISTREL_ARGB32).pixels, reordered(bgr, {3, 2, 1, 0}));
+    EXPECT_EQ(wordsOf(as(VISTREL_RGB48)), reordered(wordsOf(as(VISTREL_BGR48)), {2, 1, 0}));
   }
 }
 
@@ -72,7 +72,7 @@ TEST_F(Formats, GoWhereTheStrideSays) {
 
 TEST_F(Formats, OfWordsNeedWords) {
   const std::vector<uint8_t> bytes(8 * 8);
-  frame = frameOf(bytes.data(), 8, 8, BAYER_RGGB);
+  frame = frameOf(bytes.data(), 8, 8, VISTREL_RGGB);
   conversion.format = VISTREL_RGB48;
   EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_BAD_FORMAT);
 }

@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "host/vistrel.hpp"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel {
 

@@ -1,8 +1,8 @@
 // Every level that this machine has, and the same pixels from each.
 #include <gtest/gtest.h>
 
-#include "cfa/processor.h"
 #include "tests/host/frames.h"
+#include "vistrel/processor.h"
 
 namespace vistrel {
 namespace {
@@ -14,7 +14,7 @@ size_t levelCount() {
 }
 
 struct Levels : ::testing::Test {
-  const size_t before = vistrel_get_level();
+  const size_t before = vistrel_level();
   ~Levels() override { vistrel_set_level(before, nullptr); }
 };
 
@@ -27,7 +27,7 @@ TEST_F(Levels, AreSetAndTold) {
   constexpr uint32_t kIndices[] = {1, 2, 3, 3, 3};
   for (size_t level = 0; level < levelCount(); ++level) {
     ASSERT_EQ(vistrel_set_level(level, nullptr), VISTREL_OK);
-    EXPECT_EQ(vistrel_get_level(), level);
+    EXPECT_EQ(vistrel_level(), level);
     EXPECT_EQ(ippJumpIndexForMergedLibs, kIndices[level]);
     EXPECT_EQ(ippGetEnabledCpuFeatures() & IPP_CPU_SSE, 0u) << "Kimmel's packed path stays off";
   }
@@ -36,7 +36,7 @@ TEST_F(Levels, AreSetAndTold) {
 TEST_F(Levels, GiveTheSamePixels) {
   const auto samples = samplesOf<uint16_t>(
       131, 37, [](auto x, auto y) { return (x * x * 7 + y * 131 + (x ^ y) * 59) % 1024; });
-  const vistrel_frame frame = frameOf(samples.data(), 131, 37, 10, BAYER_GBRG);
+  const vistrel_frame frame = frameOf(samples.data(), 131, 37, 10, VISTREL_GBRG);
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
     vistrel_conversion c = defaultConversion(frame);
     c.algorithm = a->code;
@@ -55,7 +55,7 @@ TEST_F(Levels, ThatAreNotThereAreRefused) {
   const std::string text = "level " + std::to_string(levelCount()) + ": this machine has base (0)";
   EXPECT_EQ(std::string(error.text).substr(0, text.size()), text);
   EXPECT_EQ(vistrel_set_level(SIZE_MAX, &error), VISTREL_BAD_LEVEL);
-  EXPECT_EQ(vistrel_get_level(), before);
+  EXPECT_EQ(vistrel_level(), before);
 }
 
 }  // namespace

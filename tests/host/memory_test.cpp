@@ -98,7 +98,7 @@ TEST(Strides, AnyAlignmentWillDo) {
   const vistrel_frame frame{
       bytes.data() + 1, bytes.size() - 1, kStride, kWidth, kHeight, 2, 12, VISTREL_MONO, 0, {}};
   vistrel_conversion conversion = defaultConversion(frame);
-  conversion.format = IMG_FMT_MONO16;
+  conversion.format = VISTREL_MONO16;
   std::vector<uint8_t> pixels(1 + 2 * kWidth * kHeight);
   const vistrel_image image{pixels.data() + 1, pixels.size() - 1, 0};
   ASSERT_EQ(vistrel_convert(&frame, &conversion, &image, nullptr), VISTREL_OK);

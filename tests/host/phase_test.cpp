@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel {
 namespace {
@@ -48,7 +48,7 @@ TEST(PhaseAt, AddsUpAndComesBack) {
                   vistrel_phase_at(phase, a % 4 + b % 4, a / 4 + b / 4));
         EXPECT_EQ(vistrel_phase_at(once, a % 4, a / 4), phase);
       }
-  EXPECT_EQ(vistrel_phase_at(BAYER_RGGB, 0xFFFFFFFF, 0), BAYER_GRBG);
+  EXPECT_EQ(vistrel_phase_at(VISTREL_RGGB, 0xFFFFFFFF, 0), VISTREL_GRBG);
 }
 
 TEST(PhaseAt, LeavesOtherValuesAlone) {
@@ -63,7 +63,7 @@ TEST(ParsePhase, TakesEveryName) {
     EXPECT_EQ(phase, known);
   }
   EXPECT_EQ(vistrel_parse_phase("RGGB", &phase, nullptr), VISTREL_OK);
-  EXPECT_EQ(phase, BAYER_RGGB);
+  EXPECT_EQ(phase, VISTREL_RGGB);
   EXPECT_EQ(vistrel_parse_phase("Mono", &phase, nullptr), VISTREL_OK);
   EXPECT_EQ(phase, VISTREL_MONO);
 }

@@ -2,7 +2,7 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 int main(void) {
   unsigned char samples[16], pixels[16];

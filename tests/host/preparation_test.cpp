@@ -37,11 +37,11 @@ TEST(Black, CountsInUnitsOfTheSample) {
   vistrel_frame frame = frameOf(samples.data(), 4, 1, 14, VISTREL_MONO);
   frame.alignment = VISTREL_HIGH_BITS;
   vistrel_conversion c = defaultConversion(frame);
-  c.format = IMG_FMT_MONO16;
+  c.format = VISTREL_MONO16;
   c.excess = VISTREL_MASK;
   c.black = 1023;
   EXPECT_THAT(wordsOf(convert(frame, c)), ElementsAre(1, 0, 15360, 3073));
-  c.reduce_to = 10;
+  c.truncate_to = 10;
   EXPECT_THAT(wordsOf(convert(frame, c)), ElementsAre(0, 0, 960, 192));
 }
 
@@ -78,7 +78,7 @@ TEST(Balance, IsTheFormulaInEveryPhaseAndRegion) {
       for (uint32_t origin = 0; origin < 4; ++origin) {
         const vistrel_region region{origin % 2 + 2, origin / 2, 12, 13};
         vistrel_conversion c = defaultConversion(frame);
-        c.format = IMG_FMT_BGR48;
+        c.format = VISTREL_BGR48;
         c.region = &region;
         const auto pixels = convert(wanted, c).pixels;
         c.black = 33;
@@ -91,9 +91,9 @@ TEST(Balance, IsTheFormulaInEveryPhaseAndRegion) {
 
 TEST(Balance, GainsOfOneChangeNothing) {
   const auto samples = samplesOf<uint16_t>(256, 256, [](auto x, auto y) { return 256 * y + x; });
-  const vistrel_frame frame = frameOf(samples.data(), 256, 256, 16, BAYER_BGGR);
+  const vistrel_frame frame = frameOf(samples.data(), 256, 256, 16, VISTREL_BGGR);
   vistrel_conversion c = defaultConversion(frame);
-  c.format = IMG_FMT_BGR48;
+  c.format = VISTREL_BGR48;
   const auto pixels = convert(frame, c).pixels;
   c.white_balance = VISTREL_BALANCE_GAINS;
   c.gains[0] = c.gains[1] = c.gains[2] = VISTREL_GAIN_ONE;
@@ -115,7 +115,7 @@ TEST(GrayWorld, MakesPlainColoursEqual) {
     c.black = 10;
     // Means 200, 600, 300.
     EXPECT_THAT(measured(frame, c), ElementsAre(3 * 4096, 4096, 2 * 4096));
-    c.format = IMG_FMT_BGR48;
+    c.format = VISTREL_BGR48;
     c.white_balance = VISTREL_BALANCE_GRAY_WORLD;
     EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(600, 600, 600));
   }
@@ -125,7 +125,7 @@ TEST(GrayWorld, MakesPlainColoursEqual) {
 // Gains (4096 * 1792 + 288) / 576 = 12743.6, (4096 * 1792 + 128) / 256 = 28672.5, 4096.
 TEST(GrayWorld, RoundsAsWritten) {
   std::vector<uint8_t> samples{5, 3, 5, 3, 3, 9, 3, 9, 5, 3, 2, 3, 3, 9, 3, 9};
-  const vistrel_frame frame = frameOf(samples.data(), 4, 4, BAYER_RGGB);
+  const vistrel_frame frame = frameOf(samples.data(), 4, 4, VISTREL_RGGB);
   vistrel_conversion c = defaultConversion(frame);
   c.black = 2;
   EXPECT_THAT(measured(frame, c), ElementsAre(12743, 28672, 4096));
@@ -138,7 +138,7 @@ TEST(GrayWorld, RoundsAsWritten) {
 TEST(GrayWorld, MeasuresTheWholeFrame) {
   const auto samples =
       samplesOf<uint16_t>(23, 19, [](auto x, auto y) { return (x * 131 + y * 37 + x * y) % 1024; });
-  const vistrel_frame frame = frameOf(samples.data(), 23, 19, 10, BAYER_GRBG);
+  const vistrel_frame frame = frameOf(samples.data(), 23, 19, 10, VISTREL_GRBG);
   vistrel_conversion c = defaultConversion(frame);
   const Gains gains = measured(frame, c);
   const vistrel_region region{3, 5, 11, 8};
@@ -153,7 +153,7 @@ TEST(GrayWorld, MeasuresTheWholeFrame) {
 TEST(GrayWorld, RefusesExcessAnywhere) {
   std::vector<uint16_t> samples(6 * 6, 100);
   samples[35] = 1024;
-  const vistrel_frame frame = frameOf(samples.data(), 6, 6, 10, BAYER_GRBG);
+  const vistrel_frame frame = frameOf(samples.data(), 6, 6, 10, VISTREL_GRBG);
   vistrel_conversion c = defaultConversion(frame);
   Gains gains{};
   vistrel_error error{};
@@ -175,7 +175,7 @@ TEST(GrayWorld, RefusesWhatItCannotMeasure) {
     EXPECT_STREQ(error.text, text);
   };
   expect(VISTREL_BAD_PHASE, "phase mono: a mono frame has no colours to balance");
-  frame.phase = BAYER_RGGB;
+  frame.phase = VISTREL_RGGB;
   c.black = 256;
   expect(VISTREL_BAD_BLACK, "black 256: samples of 8 bits allow 0 to 255");
   c.black = 0;

@@ -66,8 +66,8 @@ TEST(RealFrames, EveryAlgorithmKeepsTheMeanOfEveryColour) {
     for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
       vistrel_conversion c = defaultConversion(real.frame);
       c.algorithm = a->code;
-      c.reduce_to = a->max_bits;
-      if (name.bits > 8) c.format = IMG_FMT_BGR48;
+      c.truncate_to = a->max_bits;
+      if (name.bits > 8) c.format = VISTREL_BGR48;
       const Image image = convert(real.frame, c);
       ASSERT_EQ(image.layout.width, mosaic.width);
       ASSERT_EQ(image.layout.height, mosaic.height);

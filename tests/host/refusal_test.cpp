@@ -12,7 +12,7 @@ namespace {
 constexpr uint32_t kMost = 0xFFFFFFFF;
 
 vistrel_frame bayer(uint32_t width, uint32_t height) {
-  return {nullptr, 0, 0, width, height, 2, 12, BAYER_RGGB, 0, {}};
+  return {nullptr, 0, 0, width, height, 2, 12, VISTREL_RGGB, 0, {}};
 }
 vistrel_frame mono(uint32_t width, uint32_t height) {
   return {nullptr, 0, 0, width, height, 1, 8, VISTREL_MONO, 0, {}};
@@ -95,14 +95,14 @@ TEST_F(Refusal, Format) {
   expect(VISTREL_BAD_FORMAT,
          "format 99: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), "
          "GRAY8 (5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259)");
-  conversion.format = IMG_FMT_MONO16;
+  conversion.format = VISTREL_MONO16;
   expect(VISTREL_BAD_FORMAT,
          "format MONO16: a rggb frame becomes BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), "
          "GRAY8 (5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259)");
   setFrame(mono(64, 48));
-  conversion.format = IMG_FMT_BGR24;
+  conversion.format = VISTREL_BGR24;
   expect(VISTREL_BAD_FORMAT, "format BGR24: a mono frame becomes MONO8 (0), MONO16 (1)");
-  conversion.format = IMG_FMT_MONO16;
+  conversion.format = VISTREL_MONO16;
   expect(VISTREL_BAD_FORMAT, "format MONO16: it needs a frame of 2 bytes a sample, this one has 1");
 }
 
@@ -119,17 +119,19 @@ TEST_F(Refusal, Algorithm) {
 }
 
 TEST_F(Refusal, MoreBitsThanAnAlgorithmIsMadeFor) {
-  conversion.algorithm = DM_GRADIENT_LAROCHE;
-  expect(VISTREL_BAD_ALGORITHM,
-         "algorithm laroche: made for 10 bits at most, the samples have 12; reduce_to 10 drops the "
-         "lowest ones first");
-  conversion.reduce_to = 11;
-  expect(VISTREL_BAD_ALGORITHM,
-         "algorithm laroche: made for 10 bits at most, the samples have 11; reduce_to 10 drops the "
-         "lowest ones first");
-  conversion.reduce_to = 10;
+  conversion.algorithm = VISTREL_LAROCHE;
+  expect(
+      VISTREL_BAD_ALGORITHM,
+      "algorithm laroche: made for 10 bits at most, the samples have 12; truncate_to 10 drops the "
+      "lowest ones first");
+  conversion.truncate_to = 11;
+  expect(
+      VISTREL_BAD_ALGORITHM,
+      "algorithm laroche: made for 10 bits at most, the samples have 11; truncate_to 10 drops the "
+      "lowest ones first");
+  conversion.truncate_to = 10;
   expect(VISTREL_OK, "");
-  conversion.reduce_to = 0;
+  conversion.truncate_to = 0;
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
     conversion.algorithm = a->code;
     for (frame.bits = 8; frame.bits <= 16; ++frame.bits)
@@ -147,44 +149,44 @@ TEST_F(Refusal, Binning) {
 }
 
 TEST_F(Refusal, LutMode) {
-  conversion.lut_mode = 8;
-  expect(VISTREL_BAD_LUT_MODE, "lut_mode 8: 0 to 7 and 10 are allowed");
-  conversion.lut_mode = 1;
-  conversion.format = IMG_FMT_BGR48;
-  expect(VISTREL_BAD_LUT_MODE, "lut_mode 1: format BGR48 keeps all bits and allows 0 alone");
+  conversion.reduction = 8;
+  expect(VISTREL_BAD_REDUCTION, "reduction 8: 0 to 7 and 10 are allowed");
+  conversion.reduction = 1;
+  conversion.format = VISTREL_BGR48;
+  expect(VISTREL_BAD_REDUCTION, "reduction 1: format BGR48 keeps all bits and allows 0 alone");
 }
 
 TEST_F(Refusal, LutModeWithoutTheBitsForIt) {
   for (uint32_t bits = 8; bits <= 16; ++bits) {
     frame.bits = bits;
     for (uint32_t mode = 0; mode <= 7; ++mode) {
-      conversion.lut_mode = mode;
+      conversion.reduction = mode;
       const uint32_t least = mode == 0 ? 8 : mode == 1 ? 9 : 10;
       EXPECT_EQ(refusalOf(frame, conversion).status,
-                bits < least ? VISTREL_BAD_LUT_MODE : VISTREL_OK)
+                bits < least ? VISTREL_BAD_REDUCTION : VISTREL_OK)
           << bits << " bits, mode " << mode;
     }
   }
   frame.bits = 9;
-  expect(VISTREL_BAD_LUT_MODE, "lut_mode 7: it needs 10 bits or more, the samples have 9");
+  expect(VISTREL_BAD_REDUCTION, "reduction 7: it needs 10 bits or more, the samples have 9");
 }
 
 TEST_F(Refusal, Reduction) {
   for (const uint32_t bits : {1u, 7u, 17u, kMost}) {
-    conversion.reduce_to = bits;
-    EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_BAD_REDUCTION) << bits;
+    conversion.truncate_to = bits;
+    EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_BAD_TRUNCATION) << bits;
   }
-  conversion.reduce_to = 7;
-  expect(VISTREL_BAD_REDUCTION, "reduce_to 7: 0 (no reduction) and 8 to 16 are allowed");
-  conversion.reduce_to = 9;
-  conversion.lut_mode = 2;
-  expect(VISTREL_BAD_LUT_MODE, "lut_mode 2: it needs 10 bits or more, the samples have 9");
+  conversion.truncate_to = 7;
+  expect(VISTREL_BAD_TRUNCATION, "truncate_to 7: 0 (no reduction) and 8 to 16 are allowed");
+  conversion.truncate_to = 9;
+  conversion.reduction = 2;
+  expect(VISTREL_BAD_REDUCTION, "reduction 2: it needs 10 bits or more, the samples have 9");
 }
 
 TEST_F(Refusal, Threshold) {
   conversion.threshold = 1;
   expect(VISTREL_BAD_THRESHOLD, "threshold 1: algorithm bilinear allows 0 alone, it has none");
-  conversion.algorithm = DM_EDGE_EX;
+  conversion.algorithm = VISTREL_EDGE;
   conversion.threshold = 255;
   expect(VISTREL_OK, "");
   conversion.threshold = 256;
@@ -194,11 +196,11 @@ TEST_F(Refusal, Threshold) {
 TEST_F(Refusal, Gray) {
   conversion.gray = 2;  // not read for colours
   expect(VISTREL_OK, "");
-  conversion.format = IMG_FMT_GRAY8;
+  conversion.format = VISTREL_GRAY8;
   expect(VISTREL_BAD_GRAY, "gray 2: 0 (luma) and 1 (raw) are allowed");
   conversion.gray = VISTREL_RAW_GRAY;
   expect(VISTREL_OK, "");
-  conversion.algorithm = DM_NEAR_NEIGHBOR;
+  conversion.algorithm = VISTREL_NEAR;
   expect(VISTREL_BAD_GRAY,
          "gray 1 (raw): the library's own gray of algorithm near is sheared; 0 (luma) is allowed");
   conversion.algorithm = VISTREL_AHD;
@@ -209,7 +211,7 @@ TEST_F(Refusal, Gray) {
 
 TEST_F(Refusal, Table) {
   std::vector<uint16_t> table(65536);
-  conversion.lut_mode = 10;
+  conversion.reduction = 10;
   conversion.table_entries = 1024;
   expect(VISTREL_NULL_POINTER, "table is null");
   conversion.table = table.data();
@@ -219,20 +221,21 @@ TEST_F(Refusal, Table) {
   }
   conversion.table_entries = 256;
   expect(VISTREL_BAD_TABLE, "table_entries 256: samples of 12 bits take 1024 or 4096");
-  conversion.reduce_to = 10;
+  conversion.truncate_to = 10;
   expect(VISTREL_BAD_TABLE, "table_entries 256: samples of 10 bits take 1024");
   conversion.table_entries = 1024;
   table[1023] = 256;
   expect(VISTREL_BAD_TABLE, "table[1023] 256: 0 to 255 are allowed");
   table[1023] = 255;
   expect(VISTREL_OK, "");
-  conversion.reduce_to = 0;
+  conversion.truncate_to = 0;
   frame.bits = 13;
-  expect(VISTREL_BAD_LUT_MODE,
-         "lut_mode 10: a table serves 10 to 12 bits, the samples have 13; reduce_to 12 drops the "
-         "lowest ones first");
+  expect(
+      VISTREL_BAD_REDUCTION,
+      "reduction 10: a table serves 10 to 12 bits, the samples have 13; truncate_to 12 drops the "
+      "lowest ones first");
   frame.bits = 9;
-  expect(VISTREL_BAD_LUT_MODE, "lut_mode 10: it needs 10 bits or more, the samples have 9");
+  expect(VISTREL_BAD_REDUCTION, "reduction 10: it needs 10 bits or more, the samples have 9");
 }
 
 TEST_F(Refusal, Excess) {
@@ -270,7 +273,7 @@ TEST_F(Refusal, Edges) {
   conversion.edges = 2;
   expect(VISTREL_BAD_EDGES, "edges 2: 0 (native) and 1 (padded) are allowed");
   conversion.edges = VISTREL_EDGES_PADDED;
-  conversion.format = IMG_FMT_GRAY8;
+  conversion.format = VISTREL_GRAY8;
   conversion.gray = VISTREL_RAW_GRAY;
   expect(VISTREL_BAD_EDGES, "edges 1 (padded): not with gray 1 (raw); 0 (native) is allowed");
   conversion.gray = VISTREL_LUMA;
@@ -348,7 +351,7 @@ TEST_F(Refusal, FrameAndImageThatCannotBeCounted) {
   EXPECT_EQ(refusalOf(frame, conversion).status, VISTREL_TOO_LARGE);
   setFrame(bayer(32768, 32768));
   expect(VISTREL_OK, "");
-  conversion.format = IMG_FMT_ARGB32;
+  conversion.format = VISTREL_ARGB32;
   expect(VISTREL_TOO_LARGE,
          "region of 32768x32768 pixels: the image has 4294967296 samples, 4294967295 are allowed");
 }

@@ -9,8 +9,8 @@
 #include <set>
 #include <vector>
 
-#include "cfa/processor.h"
-#include "frontend/vistrel.h"
+#include "vistrel/processor.h"
+#include "vistrel/vistrel.h"
 
 namespace {
 

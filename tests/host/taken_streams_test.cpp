@@ -16,13 +16,13 @@ constexpr size_t kStreams = 128;
 
 vistrel_stream* take(uint32_t wait = VISTREL_WAIT) {
   vistrel_stream* stream = nullptr;
-  vistrel_stream_take(wait, &stream, nullptr);
+  vistrel_stream_acquire(wait, &stream, nullptr);
   return stream;
 }
 
 struct TakenStreams : ::testing::Test {
   std::vector<uint8_t> samples = std::vector<uint8_t>(8 * 6, 120);
-  vistrel_frame frame = frameOf(samples.data(), 8, 6, BAYER_RGGB);
+  vistrel_frame frame = frameOf(samples.data(), 8, 6, VISTREL_RGGB);
   vistrel_conversion conversion = defaultConversion(frame);
   std::vector<uint8_t> pixels = std::vector<uint8_t>(3 * 8 * 6, 77);
   vistrel_image image{pixels.data(), pixels.size(), 0};
@@ -38,40 +38,40 @@ TEST_F(TakenStreams, Convert) {
   ASSERT_EQ(convertOn(stream), VISTREL_OK) << error.text;
   EXPECT_THAT(pixels, Each(120));
   ASSERT_EQ(convertOn(stream), VISTREL_OK) << "as often as is wanted";
-  EXPECT_EQ(vistrel_stream_give_back(stream, &error), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_release(stream, &error), VISTREL_OK);
 }
 
 TEST_F(TakenStreams, AreAHundredAndTwentyEight) {
   std::vector<vistrel_stream*> streams(kStreams);
-  for (auto& stream : streams) ASSERT_NE(stream = take(VISTREL_DONT_WAIT), nullptr);
+  for (auto& stream : streams) ASSERT_NE(stream = take(VISTREL_NO_WAIT), nullptr);
   vistrel_stream* another = nullptr;
-  EXPECT_EQ(vistrel_stream_take(VISTREL_DONT_WAIT, &another, &error), VISTREL_NO_STREAM);
+  EXPECT_EQ(vistrel_stream_acquire(VISTREL_NO_WAIT, &another, &error), VISTREL_NO_STREAM);
   EXPECT_STREQ(error.text, "all 128 streams are out");
   EXPECT_EQ(another, nullptr);
   EXPECT_EQ(convertOn(streams[127]), VISTREL_OK);
   auto waiting = std::async(std::launch::async, [] { return take(VISTREL_WAIT); });
   EXPECT_EQ(waiting.wait_for(std::chrono::milliseconds(30)), std::future_status::timeout);
-  EXPECT_EQ(vistrel_stream_give_back(streams[5], nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_release(streams[5], nullptr), VISTREL_OK);
   streams[5] = waiting.get();
-  for (auto* stream : streams) EXPECT_EQ(vistrel_stream_give_back(stream, nullptr), VISTREL_OK);
+  for (auto* stream : streams) EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
 }
 
 TEST_F(TakenStreams, AreRefusedUnlessTaken) {
   vistrel_stream* const stream = take();
-  vistrel_stream_give_back(stream, nullptr);
+  vistrel_stream_release(stream, nullptr);
   EXPECT_EQ(convertOn(stream), VISTREL_BAD_STREAM);
   EXPECT_STREQ(error.text, "stream: none that was taken and not yet given back");
-  EXPECT_EQ(vistrel_stream_give_back(stream, &error), VISTREL_BAD_STREAM);
+  EXPECT_EQ(vistrel_stream_release(stream, &error), VISTREL_BAD_STREAM);
   auto* const foreign = reinterpret_cast<vistrel_stream*>(pixels.data());
   EXPECT_EQ(convertOn(foreign), VISTREL_BAD_STREAM);
   auto* const inside = reinterpret_cast<vistrel_stream*>(reinterpret_cast<char*>(stream) + 1);
-  EXPECT_EQ(vistrel_stream_give_back(inside, &error), VISTREL_BAD_STREAM);
+  EXPECT_EQ(vistrel_stream_release(inside, &error), VISTREL_BAD_STREAM);
   EXPECT_EQ(convertOn(nullptr), VISTREL_NULL_POINTER);
   EXPECT_STREQ(error.text, "stream is null");
-  EXPECT_EQ(vistrel_stream_give_back(nullptr, &error), VISTREL_NULL_POINTER);
-  EXPECT_EQ(vistrel_stream_take(VISTREL_WAIT, nullptr, &error), VISTREL_NULL_POINTER);
+  EXPECT_EQ(vistrel_stream_release(nullptr, &error), VISTREL_NULL_POINTER);
+  EXPECT_EQ(vistrel_stream_acquire(VISTREL_WAIT, nullptr, &error), VISTREL_NULL_POINTER);
   vistrel_stream* none = nullptr;
-  EXPECT_EQ(vistrel_stream_take(2, &none, &error), VISTREL_BAD_WAIT);
+  EXPECT_EQ(vistrel_stream_acquire(2, &none, &error), VISTREL_BAD_WAIT);
   EXPECT_STREQ(error.text, "wait 2: 0 (wait) and 1 (do not wait) are allowed");
   EXPECT_THAT(pixels, Each(77));
 }
@@ -79,16 +79,16 @@ TEST_F(TakenStreams, AreRefusedUnlessTaken) {
 // The stream that came back last is the next to go out, under another name.
 TEST_F(TakenStreams, AreRefusedToFormerOwners) {
   vistrel_stream* const former = take();
-  EXPECT_EQ(vistrel_stream_give_back(former, nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_release(former, nullptr), VISTREL_OK);
   vistrel_stream* const owner = take();
   EXPECT_NE(owner, former);
   EXPECT_EQ(convertOn(former), VISTREL_BAD_STREAM);
   EXPECT_STREQ(error.text, "stream: none that was taken and not yet given back");
   EXPECT_THAT(pixels, Each(77));
-  EXPECT_EQ(vistrel_stream_give_back(former, &error), VISTREL_BAD_STREAM);
+  EXPECT_EQ(vistrel_stream_release(former, &error), VISTREL_BAD_STREAM);
   EXPECT_EQ(convertOn(owner), VISTREL_OK) << error.text;
   EXPECT_THAT(pixels, Each(120));
-  EXPECT_EQ(vistrel_stream_give_back(owner, &error), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_release(owner, &error), VISTREL_OK);
 }
 
 TEST_F(TakenStreams, HaveNamesThatAreUsedOnce) {
@@ -97,7 +97,7 @@ TEST_F(TakenStreams, HaveNamesThatAreUsedOnce) {
     vistrel_stream* const stream = take();
     EXPECT_NE(stream, nullptr);
     names.insert(stream);
-    vistrel_stream_give_back(stream, nullptr);
+    vistrel_stream_release(stream, nullptr);
   }
   EXPECT_EQ(names.size(), 1000u);
 }
@@ -105,7 +105,7 @@ TEST_F(TakenStreams, HaveNamesThatAreUsedOnce) {
 // Two threads convert on one stream until one of them is refused.
 TEST_F(TakenStreams, ServeOneThreadAtATime) {
   const std::vector<uint8_t> large(300 * 300, 50);
-  const vistrel_frame slow = frameOf(large.data(), 300, 300, BAYER_RGGB);
+  const vistrel_frame slow = frameOf(large.data(), 300, 300, VISTREL_RGGB);
   std::vector<uint8_t> result(3 * large.size());
   const vistrel_image to{result.data(), result.size(), 0};
   vistrel_stream* const stream = take();
@@ -124,7 +124,7 @@ TEST_F(TakenStreams, ServeOneThreadAtATime) {
   EXPECT_EQ(refused.status, VISTREL_BAD_STREAM);
   EXPECT_STREQ(refused.text, "stream: another thread converts on it");
   EXPECT_EQ(convertOn(stream), VISTREL_OK);
-  EXPECT_EQ(vistrel_stream_give_back(stream, nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
 }
 
 // Sixteen threads take all the streams between them, over and over.
@@ -147,7 +147,7 @@ TEST_F(TakenStreams, PassFromThreadToThread) {
           wrong += vistrel_stream_convert(streams[i], &f, &c, &to, nullptr) != VISTREL_OK;
           wrong += out != std::vector<uint8_t>(out.size(), colour);
         }
-        for (auto* stream : streams) wrong += vistrel_stream_give_back(stream, nullptr);
+        for (auto* stream : streams) wrong += vistrel_stream_release(stream, nullptr);
       }
     });
   for (auto& thread : threads) thread.join();

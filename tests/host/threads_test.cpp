@@ -21,7 +21,7 @@ uint64_t foreignPixels(uint32_t thread) {
     const auto samples = samplesOf<uint8_t>(width, height, plainColour(phase, blue, green, red));
     const vistrel_frame frame = frameOf(samples.data(), width, height, phase);
     vistrel_conversion conversion = defaultConversion(frame);
-    conversion.algorithm = thread % 2 ? uint32_t{VISTREL_AHD} : uint32_t{DM_BILINEAR};
+    conversion.algorithm = thread % 2 ? uint32_t{VISTREL_AHD} : uint32_t{VISTREL_BILINEAR};
     const Image image = convert(frame, conversion);
     for (size_t i = 0; i < image.pixels.size(); i += 3)
       foreign +=

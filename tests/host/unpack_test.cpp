@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "host/vistrel_host.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel {
 namespace {

@@ -3,7 +3,7 @@
 #include "tests/levels.h"
 #include "tests/output/members.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -158,4 +158,4 @@ TEST_P(ColourMember, WritesNothingWithoutWidthOrHeight) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

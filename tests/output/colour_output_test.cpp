@@ -4,7 +4,7 @@
 #include "tests/frames.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -224,4 +224,4 @@ TEST_P(ColourFormats, NoFormatHasABinningAboveThree) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -3,7 +3,7 @@
 #include "tests/levels.h"
 #include "tests/output/members.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -225,4 +225,4 @@ TEST_P(GrayRows, AGuardedImageIsRightAt1x1) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

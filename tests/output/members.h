@@ -8,7 +8,7 @@
 #include "output/colour.h"
 #include "output/mono.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 
 template <class Source>
 using AsRead =
@@ -20,9 +20,9 @@ using AsRead =
   void name(unsigned n, Source source, uint32_t nStride, uint32_t nSrcBits, Sample* pDst,     \
             uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust) {    \
     using S = AsRead<Source>;                                                                 \
-    constexpr decltype(&vistrel::name##1x1<S, Sample>) members[] = {                          \
-        &vistrel::name##1x1<S, Sample>, &vistrel::name##2x2<S, Sample>,                       \
-        &vistrel::name##3x3<S, Sample>, &vistrel::name##4x4<S, Sample>};                      \
+    constexpr decltype(&vistrel::core::name##1x1<S, Sample>) members[] = {                          \
+        &vistrel::core::name##1x1<S, Sample>, &vistrel::core::name##2x2<S, Sample>,                       \
+        &vistrel::core::name##3x3<S, Sample>, &vistrel::core::name##4x4<S, Sample>};                      \
     members[n - 1](source, nStride, nSrcBits, pDst, nWidth, nHeight, nDstBits, nShiftAdjust); \
   }
 // clang-format on
@@ -52,4 +52,4 @@ inline unsigned luminance(unsigned blue, unsigned green, unsigned red) {
   return static_cast<unsigned>((green * 0.587 + red * 0.299) + blue * 0.114);
 }
 
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -5,7 +5,7 @@
 #include "tests/levels.h"
 #include "tests/output/members.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -228,4 +228,4 @@ TEST_P(MonoMember, NoEntryKnowsABinningAboveThree) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

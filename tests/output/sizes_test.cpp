@@ -3,7 +3,7 @@
 #include "tests/levels.h"
 #include "tests/output/members.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 VISTREL_LEVEL_SUITE(Sizes);
@@ -185,4 +185,4 @@ TEST_P(Sizes, LargeBgrOfWords) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -8,7 +8,7 @@
 #include "tests/frames.h"
 #include "tests/levels.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -184,4 +184,4 @@ TEST_P(Curves, ApplyBeforeTheSum) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -8,9 +8,9 @@
 #include <cstdlib>
 #include <thread>
 
-#include "platform/platform.h"
+#include "vistrel/platform.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 TEST(Ticks, AreMilliseconds) {
@@ -99,4 +99,4 @@ TEST(LocalTime, IsARecordOfEightWordsInOrder) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -8,9 +8,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/platform.h"
+#include "vistrel/platform.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -19,17 +19,17 @@ using ::testing::Each;
 // An environment variable for the length of a test.
 class Variable {
  public:
-  Variable(const char* name, const std::string& value) : m_name(name) {
-    if (const char* before = std::getenv(name)) m_before = before;
+  Variable(const char* name, const std::string& value) : name_(name) {
+    if (const char* before = std::getenv(name)) before_ = before;
     value.empty() ? unsetenv(name) : setenv(name, value.c_str(), 1);
   }
-  ~Variable() { m_before ? setenv(m_name, m_before->c_str(), 1) : unsetenv(m_name); }
+  ~Variable() { before_ ? setenv(name_, before_->c_str(), 1) : unsetenv(name_); }
   Variable(const Variable&) = delete;
   Variable& operator=(const Variable&) = delete;
 
  private:
-  const char* const m_name;
-  std::optional<std::string> m_before;
+  const char* const name_;
+  std::optional<std::string> before_;
 };
 
 // A home of its own, with nothing in it.
@@ -43,8 +43,7 @@ class Folders : public ::testing::Test {
   }
 
   const fs::path home = newFolder();
-  Variable m_home{"HOME", home.string()}, m_config{"XDG_CONFIG_HOME", ""},
-      m_data{"XDG_DATA_HOME", ""};
+  Variable home_{"HOME", home.string()}, config_{"XDG_CONFIG_HOME", ""}, data_{"XDG_DATA_HOME", ""};
 };
 
 constexpr size_t kPathBytes = 1024;
@@ -190,4 +189,4 @@ TEST(DiskSize, IsThatOfTheRootWhateverThePath) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -5,25 +5,25 @@
 #include <thread>
 #include <vector>
 
-#include "platform/platform.h"
+#include "vistrel/platform.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 class CriticalSection : public ::testing::Test {
  protected:
-  CriticalSection() { OS_InitializeCriticalSection(&m_mutex); }
-  ~CriticalSection() override { OS_DeleteCriticalSection(&m_mutex); }
+  CriticalSection() { OS_InitializeCriticalSection(&mutex_); }
+  ~CriticalSection() override { OS_DeleteCriticalSection(&mutex_); }
 
-  pthread_mutex_t m_mutex;
+  pthread_mutex_t mutex_;
 };
 
 TEST_F(CriticalSection, IsHeldFromEnterToLeave) {
-  OS_EnterCriticalSection(&m_mutex);
-  EXPECT_EQ(pthread_mutex_trylock(&m_mutex), EBUSY);
-  OS_LeaveCriticalSection(&m_mutex);
-  EXPECT_EQ(pthread_mutex_trylock(&m_mutex), 0);
-  OS_LeaveCriticalSection(&m_mutex);
+  OS_EnterCriticalSection(&mutex_);
+  EXPECT_EQ(pthread_mutex_trylock(&mutex_), EBUSY);
+  OS_LeaveCriticalSection(&mutex_);
+  EXPECT_EQ(pthread_mutex_trylock(&mutex_), 0);
+  OS_LeaveCriticalSection(&mutex_);
 }
 
 TEST_F(CriticalSection, LetsOneThreadInAtATime) {
@@ -33,9 +33,9 @@ TEST_F(CriticalSection, LetsOneThreadInAtATime) {
   for (int i = 0; i < kThreads; ++i)
     threads.emplace_back([&] {
       for (int turn = 0; turn < kTurns; ++turn) {
-        OS_EnterCriticalSection(&m_mutex);
+        OS_EnterCriticalSection(&mutex_);
         ++count;
-        OS_LeaveCriticalSection(&m_mutex);
+        OS_LeaveCriticalSection(&mutex_);
       }
     });
   for (std::thread& thread : threads) thread.join();
@@ -43,4 +43,4 @@ TEST_F(CriticalSection, LetsOneThreadInAtATime) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "platform/platform.h"
+#include "vistrel/platform.h"
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 using ::testing::Each;
@@ -117,4 +117,4 @@ TEST(ZeroMemory, ClearsAsManyBytesAsAsked) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

@@ -5,7 +5,7 @@
 
 #include <sstream>
 
-namespace vistrel::test {
+namespace vistrel::core::test {
 namespace {
 
 const XdgVariables kHome = {"/home/ana", "", ""};
@@ -98,4 +98,4 @@ TEST(XdgDocuments, IgnoreWhatIsNoFolder) {
 }
 
 }  // namespace
-}  // namespace vistrel::test
+}  // namespace vistrel::core::test

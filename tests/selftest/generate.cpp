@@ -5,11 +5,11 @@
 #include <fstream>
 #include <sstream>
 
-#include "apps/selftest/cases.h"
-#include "host/vistrel_host.h"
+#include "apps/tools/selftest/cases.h"
 #include "tests/reference/convert.h"
 #include "tests/reference/demosaic.h"
 #include "tests/reference/registry.h"
+#include "vistrel/vistrel_host.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ uint64_t hashOfBytes(const Case& c) {
   const std::vector<uint16_t> words = testFrame(c.bits);
   const std::vector<uint8_t> frame(words.begin(), words.end());
   std::vector<uint8_t> image(samplesOf(c));
-  const uint32_t format = c.phase == VISTREL_MONO ? IMG_FMT_MONO8 : IMG_FMT_BGR24;
+  const uint32_t format = c.phase == VISTREL_MONO ? VISTREL_MONO8 : VISTREL_BGR24;
   const uint32_t width = kWidth / c.binning, height = kHeight / c.binning;
   if (c.code == VISTREL_AHD)
     reference::ImageColorDemosaicAHD(reference::ID2Index(kStream), kWidth, c.phase, c.binning - 1,
@@ -59,8 +59,8 @@ uint64_t hashOfCase(const Case& c) {
   if (c.bits == 8) return hashOfBytes(c);
   const bool mono = c.phase == VISTREL_MONO;
   if (c.lutMode == kAllBits)
-    return hashOfWords<uint16_t>(c, mono ? IMG_FMT_MONO16 : IMG_FMT_BGR48, 0);
-  return hashOfWords<uint8_t>(c, mono ? IMG_FMT_MONO8 : IMG_FMT_BGR24, c.lutMode);
+    return hashOfWords<uint16_t>(c, mono ? VISTREL_MONO16 : VISTREL_BGR48, 0);
+  return hashOfWords<uint8_t>(c, mono ? VISTREL_MONO8 : VISTREL_BGR24, c.lutMode);
 }
 
 std::string golden() {

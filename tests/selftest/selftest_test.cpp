@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
-#include "host/vistrel_host.h"
 #include "tests/apps/program.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel {
 namespace {

@@ -1,0 +1,109 @@
+#include "apps/tools/report/plot.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace vistrel::app {
+namespace {
+
+constexpr Paint kPaper{250, 249, 245}, kInk{32, 36, 44}, kPale{205, 206, 208}, kBand{240, 239, 233};
+constexpr Paint kPicture{120, 160, 205}, kMean{176, 38, 38};
+constexpr int kScale = 2, kRow = 44, kMargin = 28;
+constexpr int kLeft = 250, kPlotWidth = 900, kRight = 320;
+
+// The whole decibels that the axis begins and ends with.
+struct Axis {
+  int least, most, step;
+  int top, bottom;  // of the plot
+
+  double x(double cpsnr) const { return kLeft + kPlotWidth * (cpsnr - least) / (most - least); }
+};
+
+Axis axisOf(const std::vector<Trial>& trials, int top, size_t rows) {
+  double least = 100, most = 0;
+  for (const Trial& trial : trials)
+    for (const Score& s : trial.scores)
+      if (std::isfinite(s.cpsnr)) least = std::min(least, s.cpsnr), most = std::max(most, s.cpsnr);
+  const int step = most - least > 30 ? 5 : most - least > 10 ? 2 : 1;
+  const int first = static_cast<int>(std::floor(std::min(least, most) / step)) * step;
+  const int last = std::max(first + step, static_cast<int>(std::ceil(most / step)) * step);
+  return {first, last, step, top, top + static_cast<int>(rows) * kRow};
+}
+
+void centred(Canvas& canvas, double x, int y, const std::string& line, Paint paint) {
+  canvas.text(static_cast<int>(x) - Canvas::textWidth(kScale, line) / 2, y, kScale, line, paint);
+}
+
+void drawAxis(Canvas& canvas, const Axis& axis) {
+  for (int value = axis.least; value <= axis.most; value += axis.step) {
+    const int x = static_cast<int>(axis.x(value));
+    canvas.box(x, axis.top, 1, axis.bottom - axis.top + 6, kPale);
+    centred(canvas, x, axis.bottom + 12, fmt::to_string(value), kInk);
+  }
+  centred(canvas, kLeft + kPlotWidth / 2, axis.bottom + 38,
+          fmt::format("CPSNR in dB, {} pixels at each border left out", kBorder), kInk);
+}
+
+void drawRow(Canvas& canvas, const Axis& axis, int y, const std::string& label, size_t algorithm,
+             const std::vector<Trial>& trials, const Score& mean) {
+  const int textTop = y - Canvas::textHeight(kScale) / 2;
+  canvas.text(kLeft - 20 - Canvas::textWidth(kScale, label), textTop, kScale, label, kInk);
+  for (const Trial& trial : trials)
+    if (const double cpsnr = trial.scores[algorithm].cpsnr; std::isfinite(cpsnr))
+      canvas.disc(axis.x(cpsnr), y, 4, kPicture);
+  if (std::isfinite(mean.cpsnr)) canvas.disc(axis.x(mean.cpsnr), y, 7, kMean);
+  canvas.text(kLeft + kPlotWidth + 24, textTop, kScale,
+              fmt::format("{:6.2f}  {:6.4f}  {:6.2f}", mean.cpsnr, mean.ssim, mean.nsPerPixel),
+              kInk);
+}
+
+void drawHead(Canvas& canvas, size_t pictures) {
+  canvas.text(
+      kMargin, kMargin, kScale + 1,
+      fmt::format("Demosaicing: {} picture{} in four phases", pictures, pictures == 1 ? "" : "s"),
+      kInk);
+  const int y = kMargin + 44;
+  canvas.disc(kLeft + 6, y + 7, 4, kPicture);
+  canvas.text(kLeft + 20, y, kScale, "one picture", kInk);
+  canvas.disc(kLeft + 206, y + 7, 7, kMean);
+  canvas.text(kLeft + 222, y, kScale, "mean", kInk);
+  canvas.text(kLeft + kPlotWidth + 24, y, kScale, "    dB    SSIM   ns/px", kInk);
+}
+
+}  // namespace
+
+std::vector<Score> meanOf(const std::vector<Trial>& trials) {
+  std::vector<Score> mean(trials.empty() ? 0 : trials[0].scores.size());
+  const auto n = static_cast<double>(trials.size());
+  for (const Trial& trial : trials)
+    for (size_t i = 0; i < mean.size(); ++i) {
+      mean[i].cpsnr += trial.scores[i].cpsnr / n;
+      mean[i].ssim += trial.scores[i].ssim / n;
+      mean[i].nsPerPixel += trial.scores[i].nsPerPixel / n;
+    }
+  return mean;
+}
+
+Canvas plotOf(const std::vector<Trial>& trials, const std::vector<Algorithm>& algorithms) {
+  const std::vector<Score> mean = meanOf(trials);
+  std::vector<size_t> order(algorithms.size());
+  std::iota(order.begin(), order.end(), size_t{0});
+  std::stable_sort(order.begin(), order.end(),
+                   [&mean](size_t a, size_t b) { return mean[a].cpsnr > mean[b].cpsnr; });
+  const Axis axis = axisOf(trials, kMargin + 76, order.size());
+  Canvas canvas(kLeft + kPlotWidth + kRight, static_cast<uint32_t>(axis.bottom + 38 + 14 + kMargin),
+                kPaper);
+  for (size_t row = 0; row < order.size(); row += 2)
+    canvas.box(kLeft, axis.top + static_cast<int>(row) * kRow, kPlotWidth, kRow, kBand);
+  drawHead(canvas, trials.size());
+  drawAxis(canvas, axis);
+  for (size_t row = 0; row < order.size(); ++row)
+    drawRow(canvas, axis, axis.top + static_cast<int>(row) * kRow + kRow / 2,
+            labelOf(algorithms[order[row]]), order[row], trials, mean[order[row]]);
+  return canvas;
+}
+
+}  // namespace vistrel::app

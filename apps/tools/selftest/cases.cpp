@@ -1,0 +1,101 @@
+#include "apps/tools/selftest/cases.h"
+
+#include <fmt/format.h>
+
+#include "vistrel/vistrel_host.h"
+
+namespace vistrel::app::selftest {
+namespace {
+
+constexpr uint32_t kDepths[] = {8, 10, 12, 14, 16};
+
+void addAlgorithm(std::vector<Case>& cases, const vistrel_algorithm& a, uint32_t threshold) {
+  const std::string name = threshold ? fmt::format("{}:{}", a.name, threshold) : a.name;
+  for (const uint32_t bits : kDepths) {
+    if (bits > a.max_bits) break;
+    for (uint32_t phase = 0; phase < VISTREL_MONO; ++phase)
+      cases.push_back({name, a.code, threshold, bits, phase, 1, kAllBits});
+    for (uint32_t binning = 2; binning <= 4; ++binning)
+      cases.push_back({name, a.code, threshold, bits, VISTREL_RGGB, binning, kAllBits});
+  }
+}
+
+void addMono(std::vector<Case>& cases) {
+  for (const uint32_t bits : kDepths)
+    for (uint32_t binning = 1; binning <= 4; ++binning)
+      cases.push_back({"mono", 0, 0, bits, VISTREL_MONO, binning, kAllBits});
+}
+
+// Three windows and five curves, in colour and in gray.
+void addTones(std::vector<Case>& cases) {
+  for (uint32_t mode = 0; mode <= 7; ++mode) {
+    cases.push_back({"bilinear", VISTREL_BILINEAR, 0, 12, VISTREL_GRBG, 1, mode});
+    cases.push_back({"mono", 0, 0, 12, VISTREL_MONO, 1, mode});
+  }
+}
+
+// Any number, from which another place's number can't be guessed.
+uint32_t noise(uint32_t x, uint32_t y) {
+  uint32_t v = x * 73856093u ^ y * 19349663u;
+  v = (v ^ v >> 13) * 0x5BD1E995u;
+  return v ^ v >> 15;
+}
+
+// Of 0..65535, in bands of 29 columns.
+uint32_t lightAt(uint32_t x, uint32_t y) {
+  switch (x / 29) {
+    case 0: return noise(x, y) & 65535;
+    case 1: return (x * 2251 + y * 1777) % 65536;
+    case 2: return noise(x, y) & 1 ? 65535 : 0;
+    case 3: return 64000 + (noise(x, y) & 1535);
+    case 4: return noise(x, y) & 2047;
+    case 5: return (x + y) / 6 % 2 ? 52000 + (noise(x, y) & 4095) : 9000;
+    default: return 30000 + 40 * x + (noise(x, y) & 511);
+  }
+}
+
+constexpr uint64_t kSeed = 0xCBF29CE484222325, kPrime = 0x100000001B3;
+
+}  // namespace
+
+std::string nameOf(const Case& c) {
+  const std::string tone = c.lutMode == kAllBits ? "" : fmt::format(", lut mode {}", c.lutMode);
+  return fmt::format("{}, {} bits, {}, binning {}{}", c.algorithm, c.bits,
+                     vistrel_phase_name(c.phase), c.binning, tone);
+}
+
+std::vector<Case> allCases() {
+  std::vector<Case> cases;
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
+    addAlgorithm(cases, *a, 0);
+    if (a->code == VISTREL_EDGE) addAlgorithm(cases, *a, 20);
+  }
+  addMono(cases);
+  addTones(cases);
+  return cases;
+}
+
+std::vector<uint16_t> testFrame(uint32_t bits) {
+  std::vector<uint16_t> frame;
+  for (uint32_t y = 0; y < kHeight; ++y)
+    for (uint32_t x = 0; x < kWidth; ++x)
+      frame.push_back(static_cast<uint16_t>(lightAt(x, y) >> (16 - bits)));
+  return frame;
+}
+
+uint64_t hashOf(const uint8_t* samples, size_t count) {
+  uint64_t hash = kSeed;
+  for (size_t i = 0; i < count; ++i) hash = (hash ^ samples[i]) * kPrime;
+  return hash;
+}
+
+uint64_t hashOf(const uint16_t* samples, size_t count) {
+  uint64_t hash = kSeed;
+  for (size_t i = 0; i < count; ++i) {
+    hash = (hash ^ (samples[i] & 255u)) * kPrime;
+    hash = (hash ^ samples[i] >> 8) * kPrime;
+  }
+  return hash;
+}
+
+}  // namespace vistrel::app::selftest

@@ -1,0 +1,13 @@
+// Every difference between the 8-bit and the 16-bit twin of an algorithm.
+#pragma once
+
+#include <cstdint>
+
+namespace vistrel::core {
+
+// quirk: ten-bit-limit. Where a computed value is clamped, words stop at ten bits, whatever the
+// depth of the source; sensed samples pass.
+template <class T>
+constexpr int kLimit = sizeof(T) == 1 ? 255 : 1023;
+
+}  // namespace vistrel::core

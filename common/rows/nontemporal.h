@@ -1,0 +1,94 @@
+// Copies past the caches, for memory that nobody reads soon, and fetching what is read soon.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace vistrel::core {
+
+constexpr ptrdiff_t kCacheLine = 64;
+
+// Rows are read in bursts; the next burst's lines are on their way meanwhile. locality: 3 for the
+// nearest cache, 2 for the second one, as the compiler counts.
+template <int locality = 3>
+void prefetchRow(const void* row, size_t bytes) {
+  for (size_t i = 0; i < bytes; i += size_t{kCacheLine})
+    __builtin_prefetch(static_cast<const char*>(row) + i, 0, locality);
+}
+
+// Fetches a row that is needed soon while another one is being made: all at once, its lines would
+// wait for each other. It goes to the second cache: the nearest one has no room for it.
+class FetchAhead {
+ public:
+  FetchAhead() = default;  // fetches nothing
+  FetchAhead(const void* row, size_t bytesAPixel)
+      : row_(static_cast<const char*>(row)), bytesAPixel_(bytesAPixel) {}
+
+  void pixels(size_t begin, size_t n) const {
+    if (row_) prefetchRow<2>(row_ + begin * bytesAPixel_, n * bytesAPixel_);
+  }
+
+ private:
+  const char* row_ = nullptr;
+  size_t bytesAPixel_ = 0;
+};
+
+// Copies a row past the caches while it is being made: each call takes what has become complete.
+class StreamCopy {
+ public:
+  StreamCopy() = default;  // copies nothing
+  StreamCopy(void* destination, const void* source)
+      : d_(static_cast<char*>(destination)), s_(static_cast<const char*>(source)) {}
+
+  // Whole lines of the destination, from source bytes before end.
+  void upTo(const void* end) {
+#if defined(__SSE2__)
+    if (!d_) return;
+    const char* const e = static_cast<const char*>(end);
+    const ptrdiff_t head = -reinterpret_cast<intptr_t>(d_) & (kCacheLine - 1);
+    if (e - s_ < head + kCacheLine) return;
+    if (head > 0) copy(head);
+    char* d = d_;  // copies in registers: for all the compiler knows, a store may change members
+    const char* s = s_;
+    for (; e - s >= kCacheLine; d += kCacheLine, s += kCacheLine)
+      for (ptrdiff_t i = 0; i < kCacheLine; i += ptrdiff_t{sizeof(__m128i)})
+        _mm_stream_si128(reinterpret_cast<__m128i*>(d + i),
+                         _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i)));
+    d_ = d;
+    s_ = s;
+#else
+    static_cast<void>(end);
+#endif
+  }
+
+  // All source bytes before end.
+  void finish(const void* end) {
+    if (!d_) return;
+    upTo(end);
+    copy(static_cast<const char*>(end) - s_);
+  }
+
+ private:
+  void copy(ptrdiff_t n) {
+    std::memcpy(d_, s_, static_cast<size_t>(n));
+    d_ += n;
+    s_ += n;
+  }
+
+  char* d_ = nullptr;
+  const char* s_ = nullptr;
+};
+
+// Until then other threads need not see the bytes.
+inline void streamFence() {
+#if defined(__SSE2__)
+  _mm_sfence();
+#endif
+}
+
+}  // namespace vistrel::core

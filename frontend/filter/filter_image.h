@@ -1,0 +1,75 @@
+// An image under a filter: its rows, and the copy of them that the filter reads.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+
+#include "streams/registry.h"
+
+namespace vistrel::core {
+
+struct Tap {
+  ptrdiff_t row, column;
+};
+
+// Samples on each side of an image that stay as they are.
+struct Border {
+  ptrdiff_t top, bottom, left, right;
+};
+
+// Rows of samples, and their copy in the work buffer.
+template <class T>
+struct Image {
+  T* samples;
+  T* copy;
+  ptrdiff_t width, height;
+  size_t copied;  // samples, counted in 32 bits of bytes
+
+  Image(unsigned nIndex, uint32_t rowSamples, uint32_t rows, T* pImage)
+      : samples(pImage), copy(reinterpret_cast<T*>(g_pwBGRBuff[nIndex])), width(rowSamples),
+        height(rows), copied(rowSamples * rows * uint32_t{sizeof(T)} / sizeof(T)) {}
+
+  bool hasInside(const Border& border) const {
+    return width > border.left + border.right && height > border.top + border.bottom;
+  }
+};
+
+// Copies an image, as far as it is wanted, in front of the rows that change.
+template <class T>
+class CopyAhead {
+ public:
+  explicit CopyAhead(const Image<T>& image) : image_(image) {}
+
+  void upToRow(ptrdiff_t row) {
+    const size_t end = std::min(static_cast<size_t>(row * image_.width), image_.copied);
+    std::copy(image_.samples + done_, image_.samples + end, image_.copy + done_);
+    done_ = end;
+  }
+
+ private:
+  const Image<T>& image_;
+  size_t done_ = 0;
+};
+
+// Changes the samples inside the border, of which no tap reaches out. tapsOf(r): an array of the
+// taps of row r. filterRow(taps, n, results): the n results of a row, where taps point to the
+// samples of the first one.
+template <class T, class TapsOf, class FilterRow>
+void filterInside(const Image<T>& image, const Border& border, TapsOf tapsOf, FilterRow filterRow) {
+  CopyAhead copy(image);
+  const ptrdiff_t n = image.width - border.left - border.right;
+  const ptrdiff_t end = image.hasInside(border) ? image.height - border.bottom : 0;
+  for (ptrdiff_t r = border.top; r < end; ++r) {
+    copy.upToRow(r + border.bottom + 1);
+    const ptrdiff_t first = r * image.width + border.left;
+    const auto taps = tapsOf(r);
+    const T* samples[taps.size()];
+    std::transform(taps.begin(), taps.end(), samples, [&](const Tap& tap) {
+      return image.copy + first + tap.row * image.width + tap.column;
+    });
+    filterRow(samples, static_cast<size_t>(n), image.samples + first);
+  }
+  copy.upToRow(image.height);
+}
+
+}  // namespace vistrel::core

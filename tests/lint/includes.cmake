@@ -1,0 +1,79 @@
+# cmake -D ROOT=FOLDER -P includes.cmake: fails when a file includes a module it may not see.
+cmake_minimum_required(VERSION 3.25)
+
+# The public headers, whose paths begin with "vistrel/", are two modules: "entries" belong to
+# libVistrel, "interface" to libvistrelhost.
+set(entries)
+set(interface)
+set(common)
+set(cpu entries common)
+set(streams entries cpu common)
+set(curves entries common)
+set(output entries curves cpu common)
+set(cfa entries cpu common)
+set(platform entries common)
+set(demosaic entries streams output cfa platform cpu common)
+set(frontend entries demosaic output streams cpu common)
+set(host interface entries cpu)
+set(apps interface)
+set(bench entries interface common cpu streams curves output cfa platform demosaic frontend)
+set(tests ${bench} host apps bench)
+set(modules
+  common cpu streams curves output cfa platform demosaic frontend host apps bench tests)
+set(all_modules entries interface ${modules})
+
+# The module of an included path; of a public header by its name.
+function(module_of path result_variable)
+  string(REGEX MATCH "^[a-z]+" folder "${path}")
+  if(path MATCHES "^vistrel/(vistrel_host\\.h|vistrel\\.hpp)$")
+    set(folder interface)
+  elseif(folder STREQUAL "vistrel")
+    set(folder entries)
+  endif()
+  set(${result_variable} "${folder}" PARENT_SCOPE)
+endfunction()
+
+# Sets what is wrong with a file of the module including this; empty when nothing is.
+function(judge module included fault_variable)
+  set(fault "")
+  module_of("${included}" folder)
+  if(NOT included MATCHES "^([a-z]+)/")
+    set(fault "write it from the project's root")
+  elseif(NOT folder IN_LIST all_modules)
+    set(fault "there is no module ${folder}/")
+  elseif(NOT (folder STREQUAL module OR folder IN_LIST ${module}))
+    list(JOIN ${module} ", " allowed)
+    set(fault "${module}/ may include only: ${module}, ${allowed}")
+  endif()
+  set(${fault_variable} "${fault}" PARENT_SCOPE)
+endfunction()
+
+# In quotes, or a path of ours in angle brackets, or the body that each_level.inl includes.
+list(JOIN modules "|" any_module)
+set(ours "(include[ \t]*(\"|<(${any_module}|vistrel)/)|define VISTREL_BODY \")")
+
+set(faults "")
+set(count 0)
+foreach(module IN LISTS modules)
+  file(GLOB_RECURSE files RELATIVE ${ROOT}
+    ${ROOT}/${module}/*.h ${ROOT}/${module}/*.hpp ${ROOT}/${module}/*.inl ${ROOT}/${module}/*.c
+    ${ROOT}/${module}/*.cpp)
+  foreach(file IN LISTS files)
+    math(EXPR count "${count} + 1")
+    file(STRINGS ${ROOT}/${file} lines REGEX "^[ \t]*#[ \t]*${ours}")
+    foreach(line IN LISTS lines)
+      string(REGEX REPLACE "^[^<\"]*[<\"]([^>\"]*).*" "\\1" included "${line}")
+      judge(${module} "${included}" fault)
+      if(fault)
+        string(APPEND faults "  ${file}: \"${included}\": ${fault}\n")
+      endif()
+    endforeach()
+  endforeach()
+endforeach()
+
+if(NOT count)
+  message(FATAL_ERROR "no source file under ${ROOT}")
+elseif(faults)
+  message(FATAL_ERROR "includes against the direction of the modules:\n${faults}")
+endif()
+message(STATUS "${count} files include only what they may")

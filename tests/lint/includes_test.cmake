@@ -1,0 +1,57 @@
+# cmake -D SCRATCH=FOLDER -P includes_test.cmake: the include check must pass a small lawful tree
+# and refuse each of a list of single faults, naming it.
+cmake_minimum_required(VERSION 3.25)
+
+function(check_tree result_variable output_variable)
+  execute_process(
+    COMMAND ${CMAKE_COMMAND} -D ROOT=${SCRATCH} -P ${CMAKE_CURRENT_LIST_DIR}/includes.cmake
+    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  set(${result_variable} ${result} PARENT_SCOPE)
+  set(${output_variable} "${output}" PARENT_SCOPE)
+endfunction()
+
+function(lawful_tree)
+  file(REMOVE_RECURSE ${SCRATCH})
+  file(WRITE ${SCRATCH}/common/arith.h "#include <cstdint>\n")
+  file(WRITE ${SCRATCH}/output/mono.cpp "#include \"output/mono.h\"\n#include \"common/arith.h\"\n")
+  file(WRITE ${SCRATCH}/demosaic/edge.cpp "#include \"streams/registry.h\"\n")
+  file(WRITE ${SCRATCH}/host/host.cpp "#include \"vistrel/vistrel.h\"\n")
+  file(WRITE ${SCRATCH}/tests/output/mono_test.cpp "#include \"demosaic/demosaic.h\"\n")
+endfunction()
+
+function(must_refuse file line)
+  lawful_tree()
+  file(WRITE ${SCRATCH}/${file} "${line}\n")
+  check_tree(result output)
+  string(FIND "${output}" "${file}" named)
+  if(result EQUAL 0 OR named EQUAL -1)
+    message(FATAL_ERROR "${file} with ${line} was not refused by name:\n${output}")
+  endif()
+endfunction()
+
+lawful_tree()
+check_tree(result output)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "a lawful tree was refused:\n${output}")
+endif()
+
+must_refuse(cpu/level.h "#include \"curves/solvers.h\"")
+must_refuse(output/colour.h "#include \"demosaic/work_buffer.h\"")
+must_refuse(demosaic/bilinear.cpp "#include \"frontend/convert.h\"")
+must_refuse(host/pool.cpp "#include \"streams/registry.h\"")
+must_refuse(apps/main.cpp "#include \"vistrel/vistrel.h\"")
+must_refuse(apps/main.cpp "#include <vistrel/vistrel.h>")
+must_refuse(demosaic/edge.cpp "#include \"vistrel/vistrel_host.h\"")
+must_refuse(frontend/convert.cpp "#  include \"tests/check/check.h\"")
+must_refuse(output/rows.cpp "#define VISTREL_BODY \"demosaic/rows.inl\"")
+must_refuse(host/geometry.cpp "#include <output/mono.h>")
+must_refuse(cfa/ahd.inl "#include \"../common/arith.h\"")
+must_refuse(curves/solvers.cpp "#include \"solvers.h\"")
+must_refuse(platform/clock.cpp "#include \"elsewhere/clock.h\"")
+
+file(REMOVE_RECURSE ${SCRATCH})
+file(MAKE_DIRECTORY ${SCRATCH})
+check_tree(result output)
+if(result EQUAL 0)
+  message(FATAL_ERROR "an empty tree was passed")
+endif()
