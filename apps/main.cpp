@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstring>
 
-#include "apps/failure.h"
-#include "apps/output/atomic_file.h"
+#include "apps/error.h"
+#include "apps/files/atomic_file.h"
 #include "apps/program.h"
 
 using namespace vistrel::app;

@@ -4,18 +4,7 @@
 
 #include <string>
 
-#include "apps/commands/bench_command.h"
-#include "apps/commands/cfa_command.h"
-#include "apps/commands/compare_command.h"
-#include "apps/commands/convert_command.h"
-#include "apps/commands/formats_command.h"
-#include "apps/commands/guess_command.h"
-#include "apps/commands/info_command.h"
-#include "apps/commands/mosaic_command.h"
-#include "apps/commands/report_command.h"
-#include "apps/commands/scene_command.h"
-#include "apps/commands/selftest_command.h"
-#include "apps/commands/unpack_command.h"
+#include "apps/commands/commands.h"
 #include "apps/options/help.h"
 
 namespace vistrel::app {

@@ -8,7 +8,7 @@
 #include <thread>
 
 #include "apps/batch/workers.h"
-#include "apps/output/unfinished.h"
+#include "apps/files/temporary_file.h"
 
 namespace vistrel::app {
 namespace {
@@ -34,7 +34,7 @@ std::string nameOf(const Job& job) {
 }
 
 unsigned threadsFor(unsigned workers) {
-  return workers ? workers : std::clamp(std::thread::hardware_concurrency(), 1u, kMostWorkers);
+  return workers ? workers : std::clamp(std::thread::hardware_concurrency(), 1u, kMaxWorkers);
 }
 
 }  // namespace
@@ -56,7 +56,7 @@ Batch::Batch(Plan plan, const BatchOptions& options, Work work)
 
 ExitStatus Batch::run() {
   if (!options_.dryRun) removeAbandoned();
-  progress_ = std::make_unique<Progress>(jobs().size(), options_.show);
+  progress_ = std::make_unique<Progress>(jobs().size(), options_.progress);
   for (const std::string& remark : remarks()) progress_->say(remark);
   std::vector<Desk> desks(threadsFor(options_.workers));
   runTasks({jobs().size(), [&](size_t i, size_t worker) { return runJob(i, desks[worker]); },

@@ -11,20 +11,11 @@
 
 #include "apps/batch/jobs.h"
 #include "apps/batch/manifest.h"
-#include "apps/batch/progress.h"
+#include "apps/options/batch_options.h"
+#include "apps/progress/progress.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
-
-// Each has a stream of its own for as long as the batch runs.
-constexpr unsigned kMostWorkers = 128;
-
-struct BatchOptions {
-  unsigned workers = 1;  // 0: one for each processor
-  bool keepGoing = false, dryRun = false, overwrite = false, json = false;
-  std::string manifest;  // a file, or empty
-  Show show = Show::kAuto;
-};
 
 // What a frame's header and the options lead to.
 struct Prospect {
@@ -99,5 +90,8 @@ class Batch {
   std::vector<bool> ended_;
   size_t told_ = 0;  // so many results, from the first one
 };
+
+// Prints what became of the batch as JSON on standard output.
+void printReport(const Batch& batch, ExitStatus status, double seconds);
 
 }  // namespace vistrel::app

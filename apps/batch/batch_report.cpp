@@ -1,4 +1,4 @@
-#include "apps/batch/batch_report.h"
+#include "apps/batch/batch.h"
 
 #include <cmath>
 #include <nlohmann/json.hpp>

@@ -1,6 +1,6 @@
 #include "apps/batch/jobs.h"
 
-#include "apps/output/picture.h"
+#include "apps/pictures/picture.h"
 
 namespace vistrel::app {
 namespace {

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "apps/batch/inputs.h"
-#include "apps/batch/run_files.h"
-#include "apps/failure.h"
+#include "apps/error.h"
+#include "apps/files/run_files.h"
 
 namespace vistrel::app {
 

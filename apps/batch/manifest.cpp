@@ -9,8 +9,8 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "apps/failure.h"
-#include "apps/output/atomic_file.h"
+#include "apps/error.h"
+#include "apps/files/atomic_file.h"
 
 namespace vistrel::app {
 namespace {

@@ -1,4 +1,4 @@
-#include "apps/commands/bench_command.h"
+#include "apps/commands/commands.h"
 
 #include <fmt/format.h>
 
@@ -8,8 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/input/frame_file.h"
+#include "apps/options/input_options.h"
 #include "apps/options/options.h"
 #include "apps/tools/report/stopwatch.h"
 #include "apps/tools/scene/sensor.h"

@@ -1,4 +1,4 @@
-#include "apps/commands/cfa_command.h"
+#include "apps/commands/commands.h"
 
 #include <fmt/format.h>
 
@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/names/names_json.h"
 #include "apps/options/frame_name.h"
 #include "apps/options/geometry.h"

@@ -1,4 +1,4 @@
-#include "apps/commands/compare_command.h"
+#include "apps/commands/commands.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -7,13 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "apps/batch/progress.h"
-#include "apps/batch/run_files.h"
-#include "apps/failure.h"
+#include "apps/error.h"
+#include "apps/files/run_files.h"
+#include "apps/input/curve_file.h"
 #include "apps/input/frame_file.h"
 #include "apps/options/conversion_options.h"
+#include "apps/options/input_options.h"
 #include "apps/options/options.h"
-#include "apps/output/picture.h"
+#include "apps/pictures/picture.h"
+#include "apps/progress/progress.h"
 #include "apps/tools/sheet/contact_sheet.h"
 
 namespace vistrel::app {
@@ -100,13 +102,14 @@ Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progre
 
 ExitStatus run(CompareOptions& o) {
   o.input.checkWithPhase();
-  o.tone.load();
   const PictureType& type = pictureType(o.output);
   if (type.channels == 1) fail(kUsage, "-o {}: a sheet is a .png or .ppm", o.output);
   RunFiles files;
   files.addInputs(o.inputs);
-  if (const auto curve = o.tone.file()) files.addRead("--curve", *curve);
+  const auto curve = o.tone.file();
+  if (curve) files.addRead("--curve", *curve);
   files.addWritten("-o", o.output);
+  if (curve) o.tone.table = readCurve(*curve);
   std::vector<Strip> strips;
   Progress progress(o.inputs.size());
   Tally tally;

@@ -1,4 +1,4 @@
-#include "apps/commands/convert_command.h"
+#include "apps/commands/commands.h"
 
 #include <zlib.h>
 
@@ -9,15 +9,17 @@
 #include <vector>
 
 #include "apps/batch/batch.h"
-#include "apps/batch/batch_report.h"
-#include "apps/failure.h"
+#include "apps/error.h"
+#include "apps/input/curve_file.h"
 #include "apps/input/frame_file.h"
 #include "apps/input/frame_names.h"
 #include "apps/options/batch_options.h"
 #include "apps/options/conversion_options.h"
 #include "apps/options/help.h"
+#include "apps/options/input_options.h"
 #include "apps/options/options.h"
-#include "apps/output/picture.h"
+#include "apps/options/output_format.h"
+#include "apps/pictures/picture.h"
 
 namespace vistrel::app {
 namespace {
@@ -139,7 +141,8 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
   const auto start = std::chrono::steady_clock::now();
   o.input.checkWithPhase();
   RunFiles files;
-  if (const auto curve = o.conversion.tone.file()) files.addRead("--curve", *curve);
+  const auto curve = o.conversion.tone.file();
+  if (curve) files.addRead("--curve", *curve);
   const FramesOf framesOf = [&o](const std::filesystem::path& path) {
     return o.input.frame ? 1 : FrameFile(path, o.input).frames();
   };
@@ -150,7 +153,8 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
     fail(kUsage, "--manifest {}: the name of a file is expected", o.batch.manifest);
   if (!o.batch.manifest.empty()) files.addWritten("--manifest", o.batch.manifest);
   checkTogether(o, plan.jobs.front().to);
-  o.conversion.load(plan.jobs.front().to);
+  o.conversion.bare = isDump(plan.jobs.front().to);
+  if (curve) o.conversion.tone.table = readCurve(*curve);
   Batch batch(std::move(plan), o.batch, workFor(command, o));
   const ExitStatus status = batch.run();
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;

@@ -1,11 +1,11 @@
-#include "apps/commands/formats_command.h"
+#include "apps/commands/commands.h"
 
 #include <fmt/format.h>
 
 #include <memory>
 #include <string>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/names/names_json.h"
 #include "apps/names/output_names.h"
 

@@ -1,4 +1,4 @@
-#include "apps/commands/guess_command.h"
+#include "apps/commands/commands.h"
 
 #include <fmt/format.h>
 
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/input/reader.h"
 #include "apps/names/pixel_format.h"
 #include "apps/options/geometry.h"

@@ -1,13 +1,14 @@
-#include "apps/commands/info_command.h"
+#include "apps/commands/commands.h"
 
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/input/frame_file.h"
 #include "apps/input/statistics.h"
+#include "apps/options/input_options.h"
 #include "apps/options/options.h"
 
 namespace vistrel::app {

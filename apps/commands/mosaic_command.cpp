@@ -1,4 +1,4 @@
-#include "apps/commands/mosaic_command.h"
+#include "apps/commands/commands.h"
 
 #include <algorithm>
 #include <bit>
@@ -8,12 +8,13 @@
 #include <string>
 #include <vector>
 
-#include "apps/batch/run_files.h"
-#include "apps/failure.h"
-#include "apps/filter.h"
+#include "apps/error.h"
+#include "apps/files/run_files.h"
+#include "apps/names/phase_names.h"
+#include "apps/options/input_options.h"
 #include "apps/options/options.h"
-#include "apps/output/dump.h"
-#include "apps/output/picture.h"
+#include "apps/pictures/picture.h"
+#include "apps/pictures/raw_frame.h"
 
 namespace vistrel::app {
 namespace {

@@ -1,4 +1,4 @@
-#include "apps/commands/report_command.h"
+#include "apps/commands/commands.h"
 
 #include <cmath>
 #include <filesystem>
@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "apps/batch/jobs.h"
-#include "apps/batch/progress.h"
-#include "apps/failure.h"
-#include "apps/output/picture.h"
+#include "apps/error.h"
+#include "apps/pictures/picture.h"
+#include "apps/progress/progress.h"
 #include "apps/tools/report/plot.h"
 
 namespace vistrel::app {

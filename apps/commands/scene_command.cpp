@@ -1,13 +1,14 @@
-#include "apps/commands/scene_command.h"
+#include "apps/commands/commands.h"
 
 #include <algorithm>
 #include <cctype>
 #include <memory>
 #include <string>
 
-#include "apps/failure.h"
+#include "apps/error.h"
+#include "apps/options/input_options.h"
 #include "apps/options/options.h"
-#include "apps/output/picture.h"
+#include "apps/pictures/picture.h"
 #include "apps/tools/scene/sensor.h"
 
 namespace vistrel::app {

@@ -1,11 +1,11 @@
-#include "apps/commands/selftest_command.h"
+#include "apps/commands/commands.h"
 
 #include <fmt/format.h>
 
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/tools/selftest/run.h"
 
 namespace vistrel::app {

@@ -1,13 +1,14 @@
-#include "apps/commands/unpack_command.h"
+#include "apps/commands/commands.h"
 
 #include <memory>
 #include <string>
 
-#include "apps/batch/run_files.h"
-#include "apps/failure.h"
+#include "apps/error.h"
+#include "apps/files/run_files.h"
 #include "apps/input/frame_file.h"
+#include "apps/options/input_options.h"
 #include "apps/options/options.h"
-#include "apps/output/picture.h"
+#include "apps/pictures/picture.h"
 
 namespace vistrel::app {
 namespace {

@@ -1,10 +1,10 @@
-#include "apps/input/camera_raw.h"
+#include "apps/input/readers.h"
 
 #include <dlfcn.h>
 
 #include <cstring>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/input/frame_names.h"
 #include "apps/plugin/camera_raw_plugin.h"
 

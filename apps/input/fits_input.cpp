@@ -1,6 +1,6 @@
 #include "apps/input/fits_input.h"
 
-#include "apps/failure.h"
+#include "apps/error.h"
 
 namespace vistrel::app {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/input/source.h"
+#include "apps/files/source.h"
 
 namespace vistrel::app {
 

@@ -1,11 +1,11 @@
-#include "apps/input/fits_reader.h"
+#include "apps/input/readers.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <cstring>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/input/fits_input.h"
 #include "apps/names/phase_names.h"
 #include "vistrel/vistrel_host.h"

@@ -7,8 +7,8 @@
 #include <functional>
 #include <numeric>
 
-#include "apps/failure.h"
-#include "apps/input/dump_reader.h"
+#include "apps/error.h"
+#include "apps/input/readers.h"
 #include "apps/options/frame_name.h"
 #include "apps/options/wording.h"
 #include "vistrel/vistrel.hpp"
@@ -47,20 +47,10 @@ InputOptions withName(const std::filesystem::path& path, InputOptions o, Remarks
 
 }  // namespace
 
-void InputOptions::check() const {
-  if (size && !bits && !fromName && !pixfmt)
-    fail(kUsage, "--bits is missing: a header-less dump does not tell its depth");
-}
-
-void InputOptions::checkWithPhase() {
-  check();
-  needsPhase = true;
-}
-
 FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& options)
     : source_(std::make_unique<Source>(path)), chosen_(options.frame.value_or(0)) {
   const InputOptions o = withName(path, options, remarks_);
-  reader_ = o.size ? openDump(*source_, o) : openReader(*source_);
+  reader_ = o.size ? openHeaderless(*source_, o) : openReader(*source_);
   if (const char* const kind = o.size && !o.skip ? kindOf(*source_) : nullptr)
     remarks_.push_back(fmt::format("taken as a dump by --size; it begins like a {} file", kind));
   describe(o);

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "apps/input/input_options.h"
 #include "apps/input/reader.h"
+#include "apps/options/input_options.h"
 
 namespace vistrel::app {
 

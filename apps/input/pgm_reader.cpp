@@ -1,11 +1,11 @@
-#include "apps/input/pgm_reader.h"
+#include "apps/input/readers.h"
 
 #include <bit>
 #include <string_view>
 #include <vector>
 
-#include "apps/failure.h"
-#include "apps/input/pgm_header.h"
+#include "apps/error.h"
+#include "apps/pictures/pgm_header.h"
 
 namespace vistrel::app {
 namespace {
@@ -29,7 +29,7 @@ class PgmReader : public Reader {
   void read(uint64_t n, void* to) override {
     source_.read(at_[n], to, imageBytes());
     if (description_.bytesPerSample == 2 && std::endian::native == std::endian::little)
-      swapWords(to, imageBytes() / 2);
+      swapBytes(to, imageBytes() / 2);
   }
 
  private:

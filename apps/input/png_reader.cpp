@@ -1,7 +1,7 @@
-#include "apps/input/png_reader.h"
+#include "apps/input/readers.h"
 
-#include "apps/failure.h"
-#include "apps/input/png_input.h"
+#include "apps/error.h"
+#include "apps/pictures/png_input.h"
 
 namespace vistrel::app {
 namespace {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "apps/input/source.h"
+#include "apps/files/source.h"
 
 namespace vistrel::app {
 
@@ -64,8 +64,5 @@ void checkSize(const Description& description, const Source& source, uint32_t st
 // The significant bits that a largest value tells: n where it is n set bits, else all `stored`
 // ones.
 uint32_t bitsOfLargest(uint64_t largest, uint32_t stored);
-
-// Turns words of the other byte order into this machine's.
-void swapWords(void* words, size_t count);
 
 }  // namespace vistrel::app

@@ -1,14 +1,10 @@
+#include "apps/input/readers.h"
+
 #include <algorithm>
 #include <bit>
 #include <span>
 
-#include "apps/failure.h"
-#include "apps/input/camera_raw.h"
-#include "apps/input/fits_reader.h"
-#include "apps/input/pgm_reader.h"
-#include "apps/input/png_reader.h"
-#include "apps/input/reader.h"
-#include "apps/input/tiff_reader.h"
+#include "apps/error.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
@@ -57,11 +53,6 @@ void checkSize(const Description& d, const Source& source, uint32_t storedBits, 
 uint32_t bitsOfLargest(uint64_t largest, uint32_t stored) {
   const auto bits = static_cast<uint32_t>(std::bit_width(largest));
   return std::has_single_bit(largest + 1) && bits >= 8 && bits <= stored ? bits : stored;
-}
-
-void swapWords(void* words, size_t count) {
-  auto* bytes = static_cast<uint8_t*>(words);
-  for (size_t i = 0; i < count; ++i) std::swap(bytes[2 * i], bytes[2 * i + 1]);
 }
 
 }  // namespace vistrel::app

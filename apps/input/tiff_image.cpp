@@ -1,10 +1,10 @@
 #include "apps/input/tiff_image.h"
 
 #include <algorithm>
-#include <array>
 #include <numeric>
 
-#include "apps/failure.h"
+#include "apps/error.h"
+#include "apps/names/phase_names.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
@@ -12,9 +12,19 @@ namespace {
 
 constexpr size_t kMostDirectories = 4096;
 
-// Planes 0 red, 1 green, 2 blue of each phase's block.
-constexpr std::array<std::array<uint8_t, 4>, 4> kPatterns{
-    {{1, 0, 2, 1}, {2, 1, 1, 0}, {0, 1, 1, 2}, {1, 2, 0, 1}}};
+// Whether the block's filters, row by row, are `pattern`: 0 red, 1 green, 2 blue.
+bool hasPattern(uint32_t phase, const uint8_t* pattern) {
+  for (uint32_t i = 0; i < 4; ++i)
+    if (pattern[i] != 2 - channelAt(phase, i & 1, i >> 1)) return false;
+  return true;
+}
+
+// VISTREL_MONO if the pattern is none of a Bayer mosaic.
+uint32_t phaseOf(const uint8_t* pattern) {
+  uint32_t phase = 0;
+  while (phase < VISTREL_MONO && !hasPattern(phase, pattern)) ++phase;
+  return phase;
+}
 
 void takePhase(TIFF* tiff, TiffImage& image) {
   uint16_t* repeat = nullptr;
@@ -27,10 +37,8 @@ void takePhase(TIFF* tiff, TiffImage& image) {
     image.phaseFault =
         fmt::format("TIFF: a mosaic of {}x{} filters, {} of them named: 2x2 are expected",
                     repeat[1], repeat[0], count);
-  else if (const auto known = std::ranges::find_if(
-               kPatterns, [&](const auto& p) { return std::equal(p.begin(), p.end(), pattern); });
-           known != kPatterns.end())
-    image.phase = static_cast<uint32_t>(known - kPatterns.begin());
+  else if (const uint32_t phase = phaseOf(pattern); phase != VISTREL_MONO)
+    image.phase = phase;
   else
     image.phaseFault =
         fmt::format("TIFF: CFAPattern {} {} {} {}: it is none of the four Bayer phases", pattern[0],

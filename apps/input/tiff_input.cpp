@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <new>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 
 namespace vistrel::app {
 namespace {

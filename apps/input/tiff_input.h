@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "apps/input/source.h"
+#include "apps/files/source.h"
 
 namespace vistrel::app {
 

@@ -1,11 +1,10 @@
-#include "apps/input/tiff_reader.h"
+#include "apps/input/readers.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 
-#include "apps/failure.h"
-#include "apps/input/camera_raw.h"
+#include "apps/error.h"
 #include "apps/input/tiff_image.h"
 
 namespace vistrel::app {

@@ -23,4 +23,8 @@ inline constexpr uint32_t kPhases = 5;
 
 const PhaseNames& phaseNames(uint32_t phase);
 
+// The colour of the filter at (x, y), counted as in a BGR pixel: 0 blue, 1 green, 2 red. `phase` is
+// not VISTREL_MONO.
+uint32_t channelAt(uint32_t phase, uint32_t x, uint32_t y);
+
 }  // namespace vistrel::app

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/names/phase_names.h"
 #include "vistrel/vistrel_host.h"
 

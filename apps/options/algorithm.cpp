@@ -3,7 +3,7 @@
 #include <charconv>
 #include <optional>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 
 namespace vistrel::app {
 namespace {

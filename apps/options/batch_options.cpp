@@ -1,5 +1,6 @@
 #include "apps/options/batch_options.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 
 #include "apps/options/options.h"
@@ -11,11 +12,17 @@ bool contains(const std::vector<std::string>& words, const std::string& word) {
   return std::find(words.begin(), words.end(), word) != words.end();
 }
 
+ProgressMode parseProgressMode(const std::string& word) {
+  if (word == "always") return ProgressMode::kAlways;
+  if (word == "never") return ProgressMode::kNever;
+  return word == "json" ? ProgressMode::kJson : ProgressMode::kAuto;
+}
+
 }  // namespace
 
 void addBatchOptions(CLI::App& command, BatchOptions& o) {
   between(command.add_option("-j,--jobs", o.workers, "Frames at once (1); 0: one a processor"), 0,
-          kMostWorkers);
+          kMaxWorkers);
   command.add_flag("--keep-going", o.keepGoing, "Go on after an input that failed");
   command.add_flag("--overwrite", o.overwrite, "Make pictures that are up to date again");
   command.add_flag("--dry-run", o.dryRun, "Check all inputs, say what would be done");
@@ -23,7 +30,7 @@ void addBatchOptions(CLI::App& command, BatchOptions& o) {
       ->type_name("FILE");
   command
       .add_option_function<std::string>(
-          "--progress", [&o](const std::string& s) { o.show = parseShow(s); },
+          "--progress", [&o](const std::string& s) { o.progress = parseProgressMode(s); },
           "auto (on a terminal), always, never or json")
       ->check(CLI::IsMember({"auto", "always", "never", "json"}).description(""))
       ->type_name("WHEN");

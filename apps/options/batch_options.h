@@ -1,16 +1,37 @@
 // What the command line says about many frames at once.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
 
-#include "apps/batch/batch.h"
+namespace CLI {
+class App;
+}
 
 namespace vistrel::app {
+
+// Each worker holds a stream of its own for as long as the batch runs.
+constexpr unsigned kMaxWorkers = 128;
+
+// What standard error shows while a batch runs.
+enum class ProgressMode {
+  kAuto,    // a bar on a terminal, if there is more than one frame
+  kAlways,  // a bar
+  kNever,
+  kJson  // one object per line
+};
+
+struct BatchOptions {
+  unsigned workers = 1;  // 0: one per processor
+  bool keepGoing = false, dryRun = false, overwrite = false, json = false;
+  std::string manifest;  // a file; empty for none
+  ProgressMode progress = ProgressMode::kAuto;
+};
 
 // -j, --keep-going, --overwrite, --dry-run, --manifest, --progress, --json.
 void addBatchOptions(CLI::App& command, BatchOptions& options);
 
-// The options of these groups as they were given, for comparison with those of another run.
+// The options of these groups as the user gave them, to compare with those of another run.
 std::string givenOptions(const CLI::App& command, const std::vector<std::string>& groups);
 
 }  // namespace vistrel::app

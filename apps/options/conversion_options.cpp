@@ -2,8 +2,7 @@
 
 #include <charconv>
 
-#include "apps/failure.h"
-#include "apps/options/curve_file.h"
+#include "apps/error.h"
 #include "apps/options/geometry.h"
 #include "apps/options/options.h"
 #include "apps/options/output_format.h"
@@ -39,15 +38,12 @@ uint32_t formatOf(const ConversionOptions& o, bool mono) {
 }  // namespace
 
 std::optional<std::filesystem::path> ToneOptions::file() const {
-  if (curve.empty() || numberIn(curve)) return {};
-  return curve;
-}
-
-void ToneOptions::load() {
+  if (curve.empty()) return {};
   const auto number = numberIn(curve);
-  if (number && (*number < 2 || *number > 6))
+  if (!number) return curve;
+  if (*number < 2 || *number > 6)
     fail(kUsage, "--curve {}: 2 to 6, or a file with a table, are allowed", curve);
-  if (const auto path = file()) table = readCurve(*path);
+  return {};
 }
 
 void ToneOptions::apply(vistrel_conversion& conversion) const {
@@ -57,11 +53,6 @@ void ToneOptions::apply(vistrel_conversion& conversion) const {
   conversion.reduction = kUserTable;
   conversion.table = table.data();
   conversion.table_entries = static_cast<uint32_t>(table.size());
-}
-
-void ConversionOptions::load(const std::filesystem::path& output) {
-  bare = isDump(output);
-  tone.load();
 }
 
 bool ConversionOptions::keepsAllBits() const { return formatOf(*this).allBits; }

@@ -21,10 +21,9 @@ struct ToneOptions {
   std::string curve;            // a number or a file; empty without one
   std::vector<uint16_t> table;  // of the file
 
-  std::optional<std::filesystem::path> file() const;  // of the curve
+  // The curve's file, if it is one. Throws Failure (usage) for a number that is no curve.
+  std::optional<std::filesystem::path> file() const;
 
-  // Reads the file, if there is one. Throws Failure.
-  void load();
   void apply(vistrel_conversion& conversion) const;  // which keeps a pointer to `table`
   std::string typed() const;                         // "--curve 2"; empty without either
   Wording words() const;
@@ -39,9 +38,6 @@ struct ConversionOptions {
   std::string depth, format, gray;  // empty: 8, that of the depth, luma
   bool mask = false;
   bool bare = false;  // samples in the order of the format, not in that of a picture
-
-  // For pictures of that kind of name. Throws Failure for a curve that cannot be read.
-  void load(const std::filesystem::path& output);
 
   // Options that do not go together, and those that have no effect on the frame: sentences for the
   // user.

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/names/phase_names.h"
 #include "vistrel/vistrel_host.h"
 

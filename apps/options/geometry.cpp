@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 
 namespace vistrel::app {
 namespace {

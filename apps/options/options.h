@@ -1,12 +1,10 @@
-// Options that more than one command has.
+// What values an option accepts.
 #pragma once
 
 #include <CLI/CLI.hpp>
 
 #include <string>
 #include <vector>
-
-#include "apps/input/input_options.h"
 
 namespace vistrel::app {
 
@@ -18,11 +16,5 @@ CLI::Option* fromZero(CLI::Option* option);
 
 // One of `words`.
 CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words);
-
-// -s, --bits, --endian, --pixfmt, --align, --skip, --stride, --frame, --from-name.
-void addInputOptions(CLI::App& command, InputOptions& options);
-
-// --phase.
-CLI::Option* addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase);
 
 }  // namespace vistrel::app

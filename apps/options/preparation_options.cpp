@@ -5,7 +5,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/options/options.h"
 
 namespace vistrel::app {

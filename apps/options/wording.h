@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {

@@ -1,5 +1,5 @@
 // A file that is not finished, at the end of the program.
-#include "apps/output/atomic_file.h"
+#include "apps/files/atomic_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 
 #include "tests/apps/program.h"
 

@@ -12,8 +12,8 @@
 #include <stdexcept>
 #include <thread>
 
-#include "apps/batch/standing.h"
 #include "apps/batch/workers.h"
+#include "apps/progress/progress_stats.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
 

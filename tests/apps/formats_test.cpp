@@ -6,7 +6,7 @@
 #include <fstream>
 #include <set>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/names/names_json.h"
 #include "apps/options/frame_name.h"
 #include "tests/apps/program.h"

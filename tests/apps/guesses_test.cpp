@@ -5,7 +5,7 @@
 
 #include "apps/input/frame_file.h"
 #include "apps/names/pixel_format.h"
-#include "apps/output/dump.h"
+#include "apps/pictures/raw_frame.h"
 #include "apps/tools/guess/guess.h"
 #include "apps/tools/scene/sensor.h"
 #include "tests/real_frames.h"

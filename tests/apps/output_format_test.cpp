@@ -3,7 +3,7 @@
 
 #include <map>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 #include "apps/options/conversion_options.h"
 
 namespace vistrel::app {

@@ -1,6 +1,6 @@
 // Dumps of any description: the first bytes are the options, the others the file.
-#include "apps/failure.h"
-#include "apps/input/dump_reader.h"
+#include "apps/error.h"
+#include "apps/input/readers.h"
 #include "tests/fuzz/bytes.h"
 #include "tests/fuzz/memory_file.h"
 #include "tests/fuzz/read_frames.h"
@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const MemoryFile file(in.data(), in.left());
   app::attempt([&] {
     const app::Source source(file.path());
-    readFrames(*openDump(source, o));
+    readFrames(*openHeaderless(source, o));
   });
   return 0;
 }

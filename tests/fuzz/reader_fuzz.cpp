@@ -1,7 +1,6 @@
-// One reader on any bytes. VISTREL_FUZZ_TYPE is its ReaderType, VISTREL_FUZZ_HEADER declares it.
-#include VISTREL_FUZZ_HEADER
-
-#include "apps/failure.h"
+// One reader on any bytes. VISTREL_FUZZ_TYPE is its ReaderType.
+#include "apps/error.h"
+#include "apps/input/readers.h"
 #include "tests/fuzz/memory_file.h"
 #include "tests/fuzz/read_frames.h"
 

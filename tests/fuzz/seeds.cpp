@@ -3,7 +3,7 @@
 #include <fstream>
 
 #include "apps/names/pixel_format.h"
-#include "apps/output/picture.h"
+#include "apps/pictures/picture.h"
 #include "tests/apps/fits_file.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/tiff_file.h"

@@ -15,16 +15,43 @@ set(platform entries common)
 set(demosaic entries streams output cfa platform cpu common)
 set(frontend entries demosaic output streams cpu common)
 set(host interface entries cpu)
-set(apps interface)
 set(bench entries interface common cpu streams curves output cfa platform demosaic frontend)
-set(tests ${bench} host apps bench)
+
+# In apps/ each folder is a module, and so is each source that lies beside them.
+set(apps/error interface)
+set(apps/plugin interface)
+set(apps/names interface apps/error)
+set(apps/files apps/error)
+set(apps/options interface apps/names apps/error)
+set(apps/progress apps/options)
+set(apps/pictures interface apps/names apps/files apps/error)
+set(apps/input interface apps/plugin apps/options apps/names apps/pictures apps/files apps/error)
+set(apps/batch interface apps/options apps/progress apps/pictures apps/files apps/error)
+set(apps/tools/drawing interface)
+set(apps/tools/scene interface apps/tools/drawing apps/names)
+set(apps/tools/sheet apps/tools/drawing apps/error)
+set(apps/tools/report interface apps/tools/drawing apps/options apps/names apps/error)
+set(apps/tools/guess interface apps/options)
+set(apps/tools/selftest interface)
+set(apps/commands interface apps/input apps/batch apps/tools/report apps/tools/scene
+  apps/tools/sheet apps/tools/guess apps/tools/selftest apps/options apps/names apps/progress
+  apps/pictures apps/files apps/error)
+set(apps/program apps/commands apps/options)
+set(apps/main apps/program apps/files apps/error)
+set(apps/tools/manual interface apps/program)
+set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/drawing
+  apps/tools/guess apps/tools/manual apps/tools/report apps/tools/scene apps/tools/selftest
+  apps/tools/sheet apps/options apps/progress apps/names apps/plugin apps/pictures apps/files
+  apps/error)
+
+set(tests ${bench} host ${apps} bench)
 set(modules
   common cpu streams curves output cfa platform demosaic frontend host apps bench tests)
-set(all_modules entries interface ${modules})
+set(all_modules entries interface ${modules} ${apps})
 
-# The module of an included path; of a public header by its name.
+# The module of a path from the root; of a public header by its name.
 function(module_of path result_variable)
-  string(REGEX MATCH "^[a-z]+" folder "${path}")
+  string(REGEX MATCH "^(apps/tools/|apps/)?[a-z]+" folder "${path}")
   if(path MATCHES "^vistrel/(vistrel_host\\.h|vistrel\\.hpp)$")
     set(folder interface)
   elseif(folder STREQUAL "vistrel")
@@ -63,7 +90,8 @@ foreach(module IN LISTS modules)
     file(STRINGS ${ROOT}/${file} lines REGEX "^[ \t]*#[ \t]*${ours}")
     foreach(line IN LISTS lines)
       string(REGEX REPLACE "^[^<\"]*[<\"]([^>\"]*).*" "\\1" included "${line}")
-      judge(${module} "${included}" fault)
+      module_of("${file}" own_module)
+      judge(${own_module} "${included}" fault)
       if(fault)
         string(APPEND faults "  ${file}: \"${included}\": ${fault}\n")
       endif()

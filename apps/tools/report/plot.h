@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "apps/tools/report/trial.h"
-#include "apps/tools/sheet/canvas.h"
+#include "apps/tools/drawing/canvas.h"
+#include "apps/tools/report/evaluation.h"
 
 namespace vistrel::app {
 

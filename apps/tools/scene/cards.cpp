@@ -3,7 +3,7 @@
 #include <numbers>
 #include <string_view>
 
-#include "apps/tools/scene/font.h"
+#include "apps/tools/drawing/font.h"
 
 namespace vistrel::app {
 namespace {

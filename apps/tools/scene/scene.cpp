@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "apps/tools/scene/font.h"
+#include "apps/tools/drawing/font.h"
 
 namespace vistrel::app {
 namespace {

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "apps/names/phase_names.h"
+
 namespace vistrel::app {
 namespace {
 
@@ -17,12 +19,8 @@ Rgb average(const Scene& scene, uint32_t x, uint32_t y) {
 
 double filtered(Rgb light, uint32_t phase, uint32_t x, uint32_t y) {
   if (phase == VISTREL_MONO) return luma(light);
-  // The letters of the phase's name are the filters of its 2x2 block.
-  switch (vistrel_phase_name(phase)[2 * (y & 1) + (x & 1)]) {
-    case 'r': return light.r;
-    case 'g': return light.g;
-    default: return light.b;
-  }
+  const double channels[] = {light.b, light.g, light.r};
+  return channels[channelAt(phase, x, y)];
 }
 
 // A pure function of its arguments, so that a pixel's noise depends on no other pixel's.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "apps/failure.h"
+#include "apps/error.h"
 
 namespace vistrel::app {
 namespace {

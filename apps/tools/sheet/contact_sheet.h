@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/tools/sheet/canvas.h"
+#include "apps/tools/drawing/canvas.h"
 
 namespace vistrel::app {
 

@@ -1,0 +1,122 @@
+#include "apps/files/atomic_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "apps/error.h"
+
+namespace vistrel::app {
+namespace {
+
+namespace fs = std::filesystem;
+
+void onSignal(int signal) {
+  removeAllUnfinished();
+  _exit(128 + signal);
+}
+
+[[noreturn]] void failToWriteTo(const fs::path& path, const char* reason) {
+  fail(kInputOutput, "{} cannot be written: {}", path.string(), reason);
+}
+
+// The file that a link leads to, so that the link stays.
+fs::path targetOf(const fs::path& path) {
+  std::error_code error;
+  const fs::path target = fs::exists(path, error) ? fs::canonical(path) : path;
+  if (fs::exists(target, error) && !fs::is_regular_file(target, error))
+    failToWriteTo(path, "it is not a regular file");
+  return target;
+}
+
+mode_t permissionsOfNewFiles() {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return 0666 & ~mask;
+}
+
+// Those of the file that is replaced, else what a new one gets.
+mode_t permissions(const fs::path& path) {
+  static const mode_t ofNewFiles = permissionsOfNewFiles();  // once: all threads share the mask
+  struct stat there {};
+  return stat(path.c_str(), &there) == 0 ? there.st_mode & 07777 : ofNewFiles;
+}
+
+bool writeAll(int to, const char* bytes, size_t count) {
+  while (count) {
+    const ssize_t n = ::write(to, bytes, count);
+    if (n < 0) return false;
+    bytes += n;
+    count -= static_cast<size_t>(n);
+  }
+  return true;
+}
+
+}  // namespace
+
+bool isStandardOutput(const fs::path& path) {
+  const std::string& name = path.native();
+  return name == "-" || name.ends_with(":-");
+}
+
+AtomicFile::AtomicFile(const fs::path& path) : name_(path), target_(path) {
+  if (isStandardOutput(path)) {
+    stream_ = std::tmpfile();
+    if (!stream_) failToWrite(std::strerror(errno));
+    return;
+  }
+  target_ = targetOf(path);
+  const int descriptor = unfinished_.emplace((target_.parent_path() / "").string()).descriptor();
+  if (descriptor < 0) failToWrite(std::strerror(errno));
+  fchmod(descriptor, permissions(target_));
+  stream_ = fdopen(descriptor, "w+b");
+  if (!stream_) failToWrite(std::strerror(errno));
+}
+
+AtomicFile::~AtomicFile() {
+  if (stream_) std::fclose(stream_);
+}
+
+void AtomicFile::write(const void* bytes, size_t count) {
+  if (std::fwrite(bytes, 1, count, stream_) != count) failToWrite(std::strerror(errno));
+}
+
+void AtomicFile::commit() {
+  if (!unfinished_) return copyToStandardOutput();
+  // A write that failed long ago is remembered by the stream alone.
+  bool good = !std::ferror(stream_) && std::fflush(stream_) == 0 && fsync(fileno(stream_)) == 0;
+  good = std::fclose(std::exchange(stream_, nullptr)) == 0 && good;
+  if (!good || !unfinished_->rename(target_.c_str())) failToWrite(std::strerror(errno));
+}
+
+void AtomicFile::copyToStandardOutput() {
+  if (std::ferror(stream_)) failToWrite(std::strerror(errno));  // which rewinding forgets
+  std::rewind(stream_);
+  std::vector<char> part(1 << 16);
+  for (size_t n; (n = std::fread(part.data(), 1, part.size(), stream_)) > 0;)
+    if (!writeAll(STDOUT_FILENO, part.data(), n)) failToWrite(std::strerror(errno));
+  if (std::ferror(stream_)) failToWrite(std::strerror(errno));
+}
+
+void AtomicFile::failToWrite(const char* reason) const { failToWriteTo(name_, reason); }
+
+void checkWritable(const fs::path& path) {
+  if (isStandardOutput(path)) return;
+  const fs::path folder = targetOf(path).parent_path() / "";
+  if (faccessat(AT_FDCWD, folder.empty() ? "." : folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
+    failToWriteTo(path, std::strerror(errno));
+}
+
+void installSignalHandlers() {
+  for (const int signal : kEndingSignals) std::signal(signal, onSignal);
+  std::signal(SIGXFSZ, SIG_IGN);
+}
+
+}  // namespace vistrel::app

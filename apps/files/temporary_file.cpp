@@ -1,0 +1,124 @@
+#include "apps/files/temporary_file.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace vistrel::app {
+
+struct Unfinished::Slot {
+  std::atomic<bool> taken, made;  // by an object; its file is there
+  char name[PATH_MAX];            // does not change while the file is there
+};
+
+Unfinished::Slot Unfinished::slots_[256];
+
+namespace {
+
+static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
+std::atomic<bool> g_ending;
+std::atomic<int> g_beginning;  // threads that make a file right now
+
+// While a file is made, no signal interrupts this thread, and handlers on others wait.
+class Beginning {
+ public:
+  Beginning() {
+    sigset_t ending;
+    sigemptyset(&ending);
+    for (const int signal : kEndingSignals) sigaddset(&ending, signal);
+    pthread_sigmask(SIG_BLOCK, &ending, &before_);
+    ++g_beginning;
+    if (g_ending) {
+      --g_beginning;
+      for (;;) pause();
+    }
+  }
+  ~Beginning() {
+    --g_beginning;
+    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+  }
+  Beginning(const Beginning&) = delete;
+  Beginning& operator=(const Beginning&) = delete;
+
+ private:
+  sigset_t before_;
+};
+
+}  // namespace
+
+Unfinished::Unfinished(const std::string& folder) {
+  const std::string name = folder + ".vistrel-XXXXXX";
+  errno = name.size() < PATH_MAX ? EMFILE : ENAMETOOLONG;
+  if (name.size() >= PATH_MAX) return;
+  for (Slot& slot : slots_) {
+    if (slot.taken.exchange(true)) continue;
+    slot_ = &slot;
+    const Beginning beginning;
+    do {
+      std::memcpy(slot.name, name.c_str(), name.size() + 1);
+      descriptor_ = mkstemp(slot.name);
+    } while (descriptor_ >= 0 && !lock());
+    slot.made = descriptor_ >= 0;
+    return;
+  }
+}
+
+// Tells others that somebody is at work, until this object ends. False where one of them had taken
+// the file for an abandoned one in between, and removed it.
+bool Unfinished::lock() {
+  lock_ = fcntl(descriptor_, F_DUPFD_CLOEXEC, 0);
+  struct stat status {};
+  if (lock_ < 0 || flock(lock_, LOCK_EX) != 0 || fstat(lock_, &status) != 0) return true;
+  if (status.st_nlink > 0) return true;
+  close(lock_);
+  close(descriptor_);
+  return false;
+}
+
+Unfinished::~Unfinished() {
+  if (!slot_) return;
+  if (lock_ >= 0) close(lock_);
+  if (slot_->made) unlink(slot_->name);
+  slot_->made = false;
+  slot_->taken = false;
+}
+
+bool Unfinished::rename(const char* name) {
+  if (std::rename(slot_->name, name) != 0) return false;
+  slot_->made = false;
+  return true;
+}
+
+void removeAbandonedIn(const std::string& folder) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> files(opendir(folder.c_str()), closedir);
+  if (!files) return;
+  while (const dirent* entry = readdir(files.get())) {
+    const std::string name = entry->d_name;
+    if (!name.starts_with(".vistrel-") || name.size() != sizeof ".vistrel-XXXXXX" - 1) continue;
+    const int file = openat(dirfd(files.get()), name.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+    if (file < 0) continue;
+    if (flock(file, LOCK_EX | LOCK_NB) == 0) unlinkat(dirfd(files.get()), name.c_str(), 0);
+    close(file);
+  }
+}
+
+void removeAllUnfinished() {
+  g_ending = true;
+  while (g_beginning) {
+  }
+  for (const Unfinished::Slot& slot : Unfinished::slots_)
+    if (slot.made) unlink(slot.name);
+}
+
+}  // namespace vistrel::app

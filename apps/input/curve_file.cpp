@@ -1,0 +1,89 @@
+#include "apps/input/curve_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "apps/error.h"
+#include "apps/input/frame_file.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr uint32_t kMostValue = 255;
+constexpr size_t kMostEntries = 4096;
+
+uint16_t parseEntry(const std::string& word, size_t line) {
+  uint32_t value = 0;
+  const char* const end = word.data() + word.size();
+  const auto [rest, error] = std::from_chars(word.data(), end, value);
+  if (rest != end || error == std::errc::invalid_argument)
+    fail(kUsage, "line {}: {:?}: a number is expected", line, word);
+  if (error != std::errc{} || value > kMostValue)
+    fail(kUsage, "line {}: {}: 0 to {} are allowed", line, word, kMostValue);
+  return static_cast<uint16_t>(value);
+}
+
+std::vector<uint16_t> readText(std::istream& in) {
+  std::vector<uint16_t> table;
+  std::string line;
+  for (size_t number = 1; std::getline(in, line) && table.size() <= kMostEntries; ++number) {
+    std::istringstream words(line.substr(0, line.find('#')));
+    for (std::string word; words >> word;) table.push_back(parseEntry(word, number));
+  }
+  return table;
+}
+
+std::vector<uint16_t> readSamples(const std::filesystem::path& path) {
+  FrameFile file(path, {});
+  const vistrel_frame& f = file.read();
+  const size_t n = size_t{f.width} * f.height;
+  std::vector<uint16_t> table(n);
+  if (f.bytes_per_sample == 2)
+    std::memcpy(table.data(), f.samples, 2 * n);
+  else
+    std::copy_n(static_cast<const uint8_t*>(f.samples), n, table.begin());
+  for (size_t i = 0; i < n; ++i)
+    if (table[i] > kMostValue)
+      fail(kUsage, "entry {}: {}: 0 to {} are allowed", i, table[i], kMostValue);
+  return table;
+}
+
+bool isPgm(std::istream& in) {
+  char magic[2] = {};
+  in.read(magic, 2);
+  const bool is = in.gcount() == 2 && magic[0] == 'P' && magic[1] == '5';
+  in.clear();
+  in.seekg(0);
+  return is;
+}
+
+std::vector<uint16_t> readTable(const std::filesystem::path& path) {
+  checkIsFile(path);
+  std::ifstream in(path, std::ios::binary);
+  if (!in) fail(kInputOutput, "cannot be read: {}", std::strerror(errno));
+  return isPgm(in) ? readSamples(path) : readText(in);
+}
+
+}  // namespace
+
+std::vector<uint16_t> readCurve(const std::filesystem::path& path) {
+  std::vector<uint16_t> table;
+  const Outcome outcome = attempt([&] {
+    table = readTable(path);
+    const size_t n = table.size();
+    if (n > kMostEntries) fail(kUsage, "more than {} entries", kMostEntries);
+    if (n != 1024 && n != 2048 && n != 4096)
+      fail(kUsage, "{} entries: 1024 are expected, one for each value of ten bits, or 2048 or 4096",
+           n);
+  });
+  if (outcome.status == kDone) return table;
+  throw Failure(outcome.status == kInputOutput ? kInputOutput : kUsage,
+                "--curve " + path.string() + ": " + outcome.text);
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,25 @@
+// The kinds of input that this program reads: each is a file of its own in this folder.
+#pragma once
+
+#include <memory>
+
+#include "apps/input/reader.h"
+#include "apps/options/input_options.h"
+
+namespace vistrel::app {
+
+extern const ReaderType kPgm;   // binary, any number of images in one file
+extern const ReaderType kPng;   // gray, 8 or 16 bits; the sBIT chunk says how many are significant
+extern const ReaderType kTiff;  // mosaic or gray, and DNG that is not compressed by JPEG
+extern const ReaderType kFits;  // 8 or 16 bits; the third axis counts frames
+extern const ReaderType kCameraRaw;  // recognised by the file name extension
+
+// Loads a plug-in on the first call. Throws Failure: input/output if there is no plug-in, rejected
+// if it can't read the file.
+std::unique_ptr<Reader> openCameraRaw(const Source& source);
+
+// A headerless raw file. `options` must have a size and either bits or a pixel format. Throws
+// Failure.
+std::unique_ptr<Reader> openHeaderless(const Source& source, const InputOptions& options);
+
+}  // namespace vistrel::app

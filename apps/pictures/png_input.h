@@ -1,0 +1,47 @@
+// A PNG that is read: what libpng does, with failures in place of jumps.
+#pragma once
+
+#include <png.h>
+
+#include "apps/files/source.h"
+#include "apps/pictures/png_errors.h"
+
+namespace vistrel::app {
+
+class PngInput {
+ public:
+  // Reads all that stands before the pixels. Throws Failure.
+  explicit PngInput(const Source& source);
+  ~PngInput();
+  PngInput(const PngInput&) = delete;
+  PngInput& operator=(const PngInput&) = delete;
+
+  uint32_t width() const { return png_get_image_width(png_, info_); }
+  uint32_t height() const { return png_get_image_height(png_, info_); }
+  uint32_t bits() const { return png_get_bit_depth(png_, info_); }
+  uint32_t channels() const { return png_get_channels(png_, info_); }
+  int colourType() const { return png_get_color_type(png_, info_); }
+
+  // Significant bits of a gray sample; all, where the file does not tell, or less than 8.
+  uint32_t grayBits() const;
+
+  // Writes rows from the top: blue, green, red; words of this machine, moved down to the
+  // significant bits. `rows` may be read once. Throws Failure.
+  void readRows(uint8_t* to, size_t rowBytes);
+
+ private:
+  bool readHeader();
+  bool decode(uint8_t* to, size_t rowBytes);
+  static void onRead(png_structp png, png_bytep to, size_t count);
+
+  const Source& source_;
+  uint64_t at_ = 0;
+  PngMessage message_{};
+  png_structp png_;
+  png_infop info_;
+};
+
+// Deflate makes at most so many bytes of one.
+constexpr uint64_t kDeflateRatio = 1032;
+
+}  // namespace vistrel::app

@@ -1,0 +1,86 @@
+#include "apps/pictures/raw_frame.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace vistrel::app {
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+void putByte(uint32_t byte, Bytes& to) { to.push_back(static_cast<uint8_t>(byte)); }
+
+// The lowest `bits` of each sample, as one stream of bits, lowest first.
+void putStream(const uint16_t* samples, size_t count, uint32_t bits, Bytes& to) {
+  uint32_t kept = 0, held = 0;
+  for (size_t i = 0; i < count; ++i) {
+    held |= (samples[i] & ((1u << bits) - 1)) << kept;
+    for (kept += bits; kept >= 8; kept -= 8, held >>= 8) putByte(held, to);
+  }
+  if (kept) putByte(held, to);
+}
+
+void putGige(const uint16_t* samples, size_t count, uint32_t bits, Bytes& to) {
+  const uint32_t low = bits - 8, mask = (1u << low) - 1;
+  for (size_t i = 0; i < count; i += 2) {
+    const bool pair = i + 1 < count;
+    putByte(uint32_t{samples[i]} >> low, to);
+    putByte((samples[i] & mask) | (pair ? (samples[i + 1] & mask) << 4 : 0), to);
+    if (pair) putByte(uint32_t{samples[i + 1]} >> low, to);
+  }
+}
+
+void putMipi(const uint16_t* samples, size_t count, uint32_t bits, Bytes& to) {
+  const size_t group = bits == 12 ? 2 : 4;
+  for (size_t i = 0; i < count; i += group) {
+    const size_t n = std::min(group, count - i);
+    for (size_t k = 0; k < n; ++k) putByte(uint32_t{samples[i + k]} >> (bits - 8), to);
+    putStream(samples + i, n, bits - 8, to);
+  }
+}
+
+}  // namespace
+
+Bytes packRow(const PixelFormat& format, const uint16_t* samples, size_t count) {
+  Bytes row;
+  switch (format.packing) {
+    case VISTREL_PACKING_BYTES: putStream(samples, count, 8, row); break;
+    case VISTREL_PACKING_LITTLE: putStream(samples, count, 16, row); break;
+    case VISTREL_PACKING_BIG:
+      for (size_t i = 0; i < count; ++i) {
+        putByte(uint32_t{samples[i]} >> 8, row);
+        putByte(samples[i], row);
+      }
+      break;
+    case VISTREL_PACKING_PFNC: putStream(samples, count, format.bits, row); break;
+    case VISTREL_PACKING_GIGE: putGige(samples, count, format.bits, row); break;
+    case VISTREL_PACKING_MIPI: putMipi(samples, count, format.bits, row); break;
+  }
+  return row;
+}
+
+void writeDump(const PixelFormat& format, const std::vector<uint16_t>& samples, uint32_t width,
+               AtomicFile& file) {
+  for (size_t at = 0; at < samples.size(); at += width) {
+    const Bytes row = packRow(format, samples.data() + at, width);
+    file.write(row.data(), row.size());
+  }
+}
+
+void writePgm(const std::vector<uint16_t>& samples, uint32_t width, uint32_t bits,
+              AtomicFile& file) {
+  const auto height = static_cast<uint32_t>(samples.size() / width);
+  const uint32_t bytes = bits > 8 ? 2 : 1;
+  Image image;
+  image.layout = {width, height, 1, bits, size_t{width} * bytes, samples.size() * bytes, 0, 0, {}};
+  for (const uint16_t sample : samples) {
+    uint8_t word[2];
+    std::memcpy(word, &sample, 2);
+    const auto low = static_cast<uint8_t>(sample);
+    image.pixels.insert(image.pixels.end(), bytes == 2 ? word : &low,
+                        bytes == 2 ? word + 2 : &low + 1);
+  }
+  writePnm(image, file);
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,36 @@
+// What is said on standard error while a batch runs.
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <string_view>
+
+#include "apps/options/batch_options.h"
+#include "apps/progress/progress_stats.h"
+
+namespace vistrel::app {
+
+// For one thread at a time.
+class Progress {
+ public:
+  explicit Progress(size_t total, ProgressMode mode = ProgressMode::kAuto);
+  ~Progress() { clear(); }
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+  void made(uint64_t pixels = 0);  // one more frame, of so many pixels in its picture
+  void passed();                   // one more frame, without a picture
+
+  // A message that stays, above the bar.
+  void say(std::string_view text);
+
+ private:
+  void draw();
+  void clear() const;
+
+  bool bar_, json_;
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+  Standing standing_;
+};
+
+}  // namespace vistrel::app
