@@ -2,13 +2,13 @@
 
 #include <zlib.h>
 
-#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "apps/batch/batch.h"
+#include "apps/commands/conversion_job.h"
 #include "apps/error.h"
 #include "apps/input/curve_file.h"
 #include "apps/input/frame_file.h"
@@ -38,64 +38,6 @@ struct ConvertOptions {
   BatchOptions batch;
 };
 
-// A job's frame, its header read, and what is to become of it.
-struct Opened {
-  Opened(const Job& job, const ConvertOptions& o)
-      : file(job.from, o.input), conversion(o.conversion.of(file.frame())),
-        type(pictureType(job.to)), layout(layoutOf(file.frame(), conversion)) {
-    if (type.channels && type.channels != layout.channels) failToFit(job, o.conversion.format);
-    notes = o.conversion.idleFor(file.frame());
-  }
-
-  Prospect prospect() const {
-    Prospect prospect{layout, file.remarks()};
-    prospect.remarks.insert(prospect.remarks.end(), notes.begin(), notes.end());
-    prospect.gains = gains;
-    return prospect;
-  }
-
-  // Gray-world's gains, once and for everybody to see.
-  void measureGains(const vistrel_frame& frame) {
-    if (conversion.white_balance != VISTREL_BALANCE_GRAY_WORLD) return;
-    const Gains measured = vistrel::measureGains(frame, conversion);
-    conversion.white_balance = VISTREL_BALANCE_GAINS;
-    std::copy(measured.begin(), measured.end(), conversion.gains);
-    for (const uint32_t gain : measured) gains.push_back(gain / double{int{VISTREL_GAIN_ONE}});
-    notes.push_back(fmt::format("--wb auto: as --wb {:.4f}", fmt::join(gains, ",")));
-  }
-
-  // The picture's type has another number of channels.
-  [[noreturn]] void failToFit(const Job& job, const std::string& format) const {
-    const char* const kinds[] = {"", "gray", "", "colour", "colour with alpha"};
-    const char* const types[] = {"", ".pgm", "", ".ppm", ".pam"};
-    const std::string cause =
-        format.empty() ? fmt::format("a {} frame becomes", vistrel_phase_name(file.frame().phase))
-                       : fmt::format("--format {} makes", format);
-    fail(kRejected, "{} {}, and {} holds {}: use {} or .png{}", cause, kinds[layout.channels],
-         job.to.string(), kinds[type.channels], types[layout.channels],
-         format.empty() && type.channels == 1 ? ", or --format gray8" : "");
-  }
-
-  FrameFile file;
-  vistrel_conversion conversion;
-  const PictureType& type;
-  vistrel_layout layout;
-  std::vector<std::string> notes;
-  std::vector<double> gains;
-};
-
-Made makePicture(const Job& job, const ConvertOptions& o, Desk& desk) {
-  Opened opened(job, o);
-  const vistrel_frame& frame = job.frame ? opened.file.read(*job.frame) : opened.file.read();
-  opened.measureGains(frame);
-  const Image& image = desk.convert(frame, opened.conversion);
-  AtomicFile output(job.to);
-  opened.type.write(image, output);
-  output.commit();
-  const auto crc = crc32_z(0, image.pixels.data(), image.pixels.size());
-  return {opened.prospect(), static_cast<uint32_t>(crc)};
-}
-
 // A curve of the user's may change while its name stays.
 std::string optionsOf(const CLI::App& command, const ConvertOptions& o) {
   std::string options = givenOptions(command, {"Input", "Conversion"});
@@ -112,10 +54,10 @@ Work workFor(const CLI::App& command, const ConvertOptions& o) {
   const Wording words = o.conversion.words();
   work.check = [&o, words](const Job& job) {
     checkWritable(job.to);
-    return inTypedWords(words, [&] { return Opened(job, o).prospect(); });
+    return inTypedWords(words, [&] { return ConversionJob(job, o.input, o.conversion).preview(); });
   };
   work.make = [&o, words](const Job& job, Desk& desk) {
-    return inTypedWords(words, [&] { return makePicture(job, o, desk); });
+    return inTypedWords(words, [&] { return ConversionJob(job, o.input, o.conversion).run(desk); });
   };
   work.options = optionsOf(command, o);
   if (!o.conversion.tone.table.empty()) work.sources = {o.conversion.tone.curve};

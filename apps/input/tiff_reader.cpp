@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 #include "apps/error.h"
+#include "apps/input/tiff_blocks.h"
 #include "apps/input/tiff_image.h"
 
 namespace vistrel::app {
@@ -40,16 +40,6 @@ void checkImage(const TiffImage& image) {
          image.compression);
 }
 
-// Samples of 9 to 15 bits lie side by side, the highest bit first.
-void unpackBits(const uint8_t* from, uint32_t bits, size_t first, size_t count, uint16_t* to) {
-  for (size_t i = 0; i < count; ++i) {
-    uint32_t sample = 0;
-    for (size_t bit = (first + i) * bits, end = bit + bits; bit < end; ++bit)
-      sample = sample << 1 | (from[bit / 8] >> (7 - bit % 8) & 1);
-    to[i] = static_cast<uint16_t>(sample);
-  }
-}
-
 // As many as the level of white takes, which need not be all ones.
 uint32_t significantBits(const TiffImage& image) {
   const auto white = std::bit_width(static_cast<uint64_t>(image.white.value_or(0)));
@@ -73,10 +63,9 @@ class TiffReader : public Reader {
   }
 
   void read(uint64_t n, void* to) override {
-    TIFF* const t = tiff_.handle();
-    if (!TIFFSetSubDirectory(t, images_[n].offset)) tiff_.failToRead("a directory is lost");
-    to_ = static_cast<uint8_t*>(to);
-    TIFFIsTiled(t) ? readTiles(t) : readStrips(t);
+    if (!TIFFSetSubDirectory(tiff_.handle(), images_[n].offset))
+      tiff_.failToRead("a directory is lost");
+    readTiffBlocks(tiff_, source_, images_[0], static_cast<uint8_t*>(to));
   }
 
  private:
@@ -110,78 +99,10 @@ class TiffReader : public Reader {
     checkSize(stored, source_, first.bits, source_.size(), ratio);
   }
 
-  // A strip or tile that is to give so many bytes.
-  void checkBlock(TIFF* t, uint32_t block, tmsize_t bytes) const {
-    const uint64_t at = TIFFGetStrileOffset(t, block), stored = TIFFGetStrileByteCount(t, block);
-    const bool plain = images_[0].compression == COMPRESSION_NONE;
-    const uint64_t count = plain ? std::min(stored, static_cast<uint64_t>(bytes)) : stored;
-    if (at > source_.size() || count > source_.size() - at)
-      fail(kRejected,
-           "the file is too short: {} bytes of samples are to begin at byte {} of its {}", count,
-           at, source_.size());
-  }
-
-  void readStrips(TIFF* t) {
-    const TiffImage& image = images_[0];
-    const uint32_t rows = std::min(tiff_.get<uint32_t>(TIFFTAG_ROWSPERSTRIP, 0), image.rows);
-    const size_t rowBytes = (size_t{image.columns} * image.bits + 7) / 8;
-    if (rows == 0) tiff_.failToRead("strips of no rows");
-    std::vector<uint8_t> strip(rowBytes * rows);
-    for (uint32_t y = 0; y < image.rows; y += std::min(rows, image.rows - y)) {
-      const uint32_t count = std::min(rows, image.rows - y);
-      const auto bytes = static_cast<tmsize_t>(rowBytes * count);
-      const uint32_t n = TIFFComputeStrip(t, y, 0);
-      checkBlock(t, n, bytes);
-      if (TIFFReadEncodedStrip(t, n, strip.data(), bytes) != bytes)
-        tiff_.failToRead("a strip is too short");
-      place(strip.data(), rowBytes, 0, y, image.columns, count);
-    }
-  }
-
-  void readTiles(TIFF* t) {
-    const TiffImage& image = images_[0];
-    const auto width = tiff_.get<uint32_t>(TIFFTAG_TILEWIDTH, 0);
-    const auto height = tiff_.get<uint32_t>(TIFFTAG_TILELENGTH, 0);
-    const size_t rowBytes = (size_t{width} * image.bits + 7) / 8;
-    std::vector<uint8_t> tile(rowBytes * height);
-    const auto bytes = static_cast<tmsize_t>(tile.size());
-    if (!width || !height) tiff_.failToRead("tiles of no pixels");
-    for (uint64_t y = 0; y < image.rows; y += height)
-      for (uint64_t x = 0; x < image.columns; x += width) {
-        const auto x0 = static_cast<uint32_t>(x), y0 = static_cast<uint32_t>(y);
-        const uint32_t n = TIFFComputeTile(t, x0, y0, 0, 0);
-        checkBlock(t, n, bytes);
-        if (TIFFReadEncodedTile(t, n, tile.data(), bytes) != bytes)
-          tiff_.failToRead("a tile is too short");
-        place(tile.data(), rowBytes, x0, y0, width, height);
-      }
-  }
-
-  // Copies what of a block at (x0, y0) lies in the frame.
-  void place(const uint8_t* block, size_t rowBytes, uint32_t x0, uint32_t y0, uint32_t width,
-             uint32_t height) {
-    const TiffImage& image = images_[0];
-    const uint64_t left = std::max(x0, image.x), top = std::max(y0, image.y);
-    const uint64_t right = std::min(uint64_t{x0} + width, uint64_t{image.x} + image.width);
-    const uint64_t bottom = std::min(uint64_t{y0} + height, uint64_t{image.y} + image.height);
-    for (uint64_t y = top; y < bottom && left < right; ++y)
-      unpack(block + (y - y0) * rowBytes, left - x0, right - left,
-             to_ + ((y - image.y) * image.width + left - image.x) * description_.bytesPerSample);
-  }
-
-  void unpack(const uint8_t* row, size_t first, size_t count, uint8_t* to) const {
-    const uint32_t bits = images_[0].bits;
-    if (bits % 8 == 0)
-      std::memcpy(to, row + first * bits / 8, count * bits / 8);
-    else
-      unpackBits(row, bits, first, count, reinterpret_cast<uint16_t*>(to));
-  }
-
   const Source& source_;
   TiffInput tiff_;
   bool isDng_;
   std::vector<TiffImage> images_;
-  uint8_t* to_ = nullptr;
 };
 
 bool recognises(const Source&, const std::string& head) {

@@ -1,0 +1,59 @@
+#include "apps/commands/conversion_job.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+
+#include "apps/error.h"
+
+namespace vistrel::app {
+
+ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
+                             const ConversionOptions& options)
+    : job_(job), options_(options), file_(job.from, input), conversion_(options.of(file_.frame())),
+      type_(pictureType(job.to)), layout_(layoutOf(file_.frame(), conversion_)),
+      notes_(options.idleFor(file_.frame())) {
+  if (type_.channels && type_.channels != layout_.channels) failToFit();
+}
+
+Prospect ConversionJob::preview() const {
+  Prospect preview{layout_, file_.remarks(), gains_};
+  preview.remarks.insert(preview.remarks.end(), notes_.begin(), notes_.end());
+  return preview;
+}
+
+Made ConversionJob::run(Desk& desk) {
+  const vistrel_frame& frame = job_.frame ? file_.read(*job_.frame) : file_.read();
+  measureGains(frame);
+  const Image& image = desk.convert(frame, conversion_);
+  AtomicFile output(job_.to);
+  type_.write(image, output);
+  output.commit();
+  const auto crc = crc32_z(0, image.pixels.data(), image.pixels.size());
+  return {preview(), static_cast<uint32_t>(crc)};
+}
+
+// Measures the gains of gray-world here rather than in the library, so that the user sees them.
+void ConversionJob::measureGains(const vistrel_frame& frame) {
+  if (conversion_.white_balance != VISTREL_BALANCE_GRAY_WORLD) return;
+  const Gains measured = vistrel::measureGains(frame, conversion_);
+  conversion_.white_balance = VISTREL_BALANCE_GAINS;
+  std::copy(measured.begin(), measured.end(), conversion_.gains);
+  for (const uint32_t gain : measured) gains_.push_back(gain / double{int{VISTREL_GAIN_ONE}});
+  notes_.push_back(fmt::format("--wb auto: as --wb {:.4f}", fmt::join(gains_, ",")));
+}
+
+// The picture's type has another number of channels than the result.
+void ConversionJob::failToFit() const {
+  const char* const kinds[] = {"", "gray", "", "colour", "colour with alpha"};
+  const char* const types[] = {"", ".pgm", "", ".ppm", ".pam"};
+  const std::string& format = options_.format;
+  const std::string cause =
+      format.empty() ? fmt::format("a {} frame becomes", vistrel_phase_name(file_.frame().phase))
+                     : fmt::format("--format {} makes", format);
+  fail(kRejected, "{} {}, and {} holds {}: use {} or .png{}", cause, kinds[layout_.channels],
+       job_.to.string(), kinds[type_.channels], types[layout_.channels],
+       format.empty() && type_.channels == 1 ? ", or --format gray8" : "");
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,39 @@
+// One job of convert: a frame whose header has been read, and its conversion.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "apps/batch/batch.h"
+#include "apps/input/frame_file.h"
+#include "apps/options/conversion_options.h"
+#include "apps/pictures/picture.h"
+
+namespace vistrel::app {
+
+class ConversionJob {
+ public:
+  // Opens the frame and checks all that can be checked without its samples. Throws Failure and
+  // Error. The options must outlive the object.
+  ConversionJob(const Job& job, const InputOptions& input, const ConversionOptions& options);
+
+  Prospect preview() const;
+
+  // Converts the frame and writes the picture.
+  Made run(Desk& desk);
+
+ private:
+  [[noreturn]] void failToFit() const;
+  void measureGains(const vistrel_frame& frame);
+
+  const Job& job_;
+  const ConversionOptions& options_;
+  FrameFile file_;
+  vistrel_conversion conversion_;
+  const PictureType& type_;
+  vistrel_layout layout_;
+  std::vector<std::string> notes_;
+  std::vector<double> gains_;
+};
+
+}  // namespace vistrel::app

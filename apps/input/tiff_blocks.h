@@ -1,0 +1,16 @@
+// The samples of a TIFF image, which lie in strips or in tiles.
+#pragma once
+
+#include <cstdint>
+
+#include "apps/files/source.h"
+#include "apps/input/tiff_image.h"
+
+namespace vistrel::app {
+
+// Reads the image of the current directory, whose description is `image`: the samples of its area,
+// bytes for 8 bits and 16-bit samples for more. Throws Failure.
+void readTiffBlocks(const TiffInput& tiff, const Source& source, const TiffImage& image,
+                    uint8_t* to);
+
+}  // namespace vistrel::app
