@@ -9,26 +9,26 @@ namespace vistrel::app {
 Outcome outcomeOfException() {
   try {
     throw;
-  } catch (const Failure& failure) {
-    return {failure.status(), failure.what()};
-  } catch (const Error& refusal) {
-    return {kRejected, refusal.what()};
+  } catch (const ProgramError& error) {
+    return {error.status(), error.what()};
+  } catch (const Error& error) {
+    return {kRejected, error.what()};
   } catch (const std::bad_alloc&) {
-    return {kRejected, "out of memory"};   // short enough to need none itself
-  } catch (const std::exception& error) {  // of the standard library: files, threads
+    return {kRejected, "out of memory"};   // short enough to need no allocation
+  } catch (const std::exception& error) {  // from the standard library: files, threads
     return {kInputOutput, error.what()};
   }
 }
 
-void Tally::add(ExitStatus status) {
+void ExitStatusSum::add(ExitStatus status) {
   (status == kDone ? done_ : status == kInputOutput ? inputOutput_ : rejected_) = true;
 }
 
-ExitStatus Tally::status() const {
+ExitStatus ExitStatusSum::status() const {
   if (!rejected_ && !inputOutput_) return kDone;
   if (done_) return kSomeFailed;
   if (inputOutput_) return kInputOutput;
-  return left_ ? kSomeFailed : kRejected;
+  return skipped_ ? kSomeFailed : kRejected;
 }
 
 }  // namespace vistrel::app

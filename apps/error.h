@@ -1,4 +1,4 @@
-// How the program says no: a text for the user and the exit status it leads to.
+// Errors: a message for the user, and the exit status that the program ends with.
 #pragma once
 
 #include <fmt/format.h>
@@ -17,9 +17,10 @@ enum ExitStatus {
   kInputOutput = 4,
 };
 
-class Failure : public std::runtime_error {
+class ProgramError : public std::runtime_error {
  public:
-  Failure(ExitStatus status, const std::string& text) : std::runtime_error(text), status_(status) {}
+  ProgramError(ExitStatus status, const std::string& text)
+      : std::runtime_error(text), status_(status) {}
   ExitStatus status() const { return status_; }
 
  private:
@@ -27,8 +28,9 @@ class Failure : public std::runtime_error {
 };
 
 template <class... Args>
-[[noreturn]] void fail(ExitStatus status, fmt::format_string<Args...> format, Args&&... args) {
-  throw Failure(status, fmt::format(format, std::forward<Args>(args)...));
+[[noreturn]] void throwError(ExitStatus status, fmt::format_string<Args...> format,
+                             Args&&... args) {
+  throw ProgramError(status, fmt::format(format, std::forward<Args>(args)...));
 }
 
 struct Outcome {
@@ -36,32 +38,32 @@ struct Outcome {
   std::string text;
 };
 
-// What the exception that is handled right now means.
+// Describes the exception that is being handled.
 Outcome outcomeOfException();
 
-// Runs `work` and tells what became of it.
-template <class Work>
-Outcome attempt(Work&& work) {
+// Runs `action` and catches what it throws.
+template <class Action>
+Outcome attempt(Action&& action) {
   try {
-    work();
+    action();
     return {};
   } catch (...) {
     return outcomeOfException();
   }
 }
 
-// The outcomes of many inputs.
-class Tally {
+// The exit status of a run over many inputs.
+class ExitStatusSum {
  public:
   void add(ExitStatus status);
-  void leave() { left_ = true; }  // one that was not begun
+  void addSkipped() { skipped_ = true; }  // for an input that was not started
 
-  // kDone, kSomeFailed, or, where nothing was done, kInputOutput before kRejected; the latter only
-  // of all.
+  // kDone if nothing failed and kSomeFailed if some inputs succeeded. If none did: kInputOutput if
+  // a file could not be read or written, kRejected if all inputs were rejected.
   ExitStatus status() const;
 
  private:
-  bool done_ = false, rejected_ = false, inputOutput_ = false, left_ = false;
+  bool done_ = false, rejected_ = false, inputOutput_ = false, skipped_ = false;
 };
 
 }  // namespace vistrel::app

@@ -30,7 +30,8 @@ int run(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return program.exit(error) == 0 ? kDone : kUsage;
   }
-  if (program.get_subcommands().empty()) fail(kUsage, "a command is missing; --help lists them");
+  if (program.get_subcommands().empty())
+    throwError(kUsage, "a command is missing; --help lists them");
   return status;
 }
 
@@ -44,8 +45,8 @@ void keepStandardDescriptors() {
 // A full disk or a closed stream may not show before the last of the output goes out.
 void finishStandardOutput() {
   if (std::fflush(stdout) != 0)
-    fail(kInputOutput, "standard output cannot be written: {}", std::strerror(errno));
-  if (std::ferror(stdout)) fail(kInputOutput, "standard output cannot be written");
+    throwError(kInputOutput, "standard output cannot be written: {}", std::strerror(errno));
+  if (std::ferror(stdout)) throwError(kInputOutput, "standard output cannot be written");
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
-// The whole command line: every command with every option.
+// The whole command line: every command with all its options.
 #pragma once
 
 #include <CLI/CLI.hpp>
 
 namespace vistrel::app {
 
-// Adds all commands to `program`. The one that is given sets `status`, its exit status.
+// Adds all commands to `program`. The one that the user gives sets `status` to its exit status.
 void describeProgram(CLI::App& program, int& status);
 
 }  // namespace vistrel::app

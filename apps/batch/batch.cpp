@@ -7,7 +7,7 @@
 #include <set>
 #include <thread>
 
-#include "apps/batch/workers.h"
+#include "apps/batch/run_tasks.h"
 #include "apps/files/temporary_file.h"
 
 namespace vistrel::app {
@@ -22,7 +22,7 @@ std::optional<int64_t> modified(const fs::path& path) {
   return int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec;
 }
 
-Origin originOf(const Job& job, const std::string& options) {
+Provenance provenanceOf(const Job& job, const std::string& options) {
   std::error_code none;  // for standard input
   const uint64_t bytes = fs::file_size(job.from, none);
   return {job.from.string(), job.frame, none ? 0 : bytes, modified(job.from).value_or(0), options};
@@ -39,7 +39,7 @@ unsigned threadsFor(unsigned workers) {
 
 }  // namespace
 
-const Image& Desk::convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
+const Image& Worker::convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
   if (!stream_) stream_ = Stream::acquire();
   image_.layout = layoutOf(frame, conversion);
   image_.pixels.resize(image_.layout.bytes);
@@ -47,94 +47,94 @@ const Image& Desk::convert(const vistrel_frame& frame, const vistrel_conversion&
   return image_;
 }
 
-Batch::Batch(Plan plan, const BatchOptions& options, Work work)
-    : plan_(std::move(plan)), options_(options), work_(std::move(work)), results_(jobs().size()),
+Batch::Batch(Plan plan, const BatchOptions& options, BatchTask task)
+    : plan_(std::move(plan)), options_(options), task_(std::move(task)), results_(jobs().size()),
       ended_(jobs().size()) {
   if (!options_.manifest.empty())
     manifest_ = std::make_unique<Manifest>(options_.manifest, options_.dryRun);
 }
 
 ExitStatus Batch::run() {
-  if (!options_.dryRun) removeAbandoned();
+  if (!options_.dryRun) removeStale();
   progress_ = std::make_unique<Progress>(jobs().size(), options_.progress);
-  for (const std::string& remark : remarks()) progress_->say(remark);
-  std::vector<Desk> desks(threadsFor(options_.workers));
-  runTasks({jobs().size(), [&](size_t i, size_t worker) { return runJob(i, desks[worker]); },
+  for (const std::string& warning : warnings()) progress_->say(warning);
+  std::vector<Worker> workers(threadsFor(options_.workers));
+  runTasks({jobs().size(), [&](size_t i, size_t worker) { return runJob(i, workers[worker]); },
             [this](size_t i) { ended(i); }},
-           static_cast<unsigned>(desks.size()));
-  sumUp();
+           static_cast<unsigned>(workers.size()));
+  printSummary();
   progress_.reset();
   if (manifest_) manifest_->finish();
   return status();
 }
 
-void Batch::removeAbandoned() const {
+void Batch::removeStale() const {
   std::set<fs::path> folders;
   for (const Job& job : jobs()) folders.insert(job.to.parent_path());
-  for (const fs::path& folder : folders) removeAbandonedIn(folder.empty() ? "." : folder);
+  for (const fs::path& folder : folders) removeStaleFiles(folder.empty() ? "." : folder);
 }
 
-bool Batch::runJob(size_t i, Desk& desk) {
+bool Batch::runJob(size_t i, Worker& worker) {
   const auto start = std::chrono::steady_clock::now();
   Result& result = results_[i];
-  result.outcome = attempt([&] { result.state = doJob(jobs()[i], result, desk); });
+  result.outcome = attempt([&] { result.state = doJob(jobs()[i], result, worker); });
   if (result.outcome.status != kDone) result.state = State::kFailed;
   result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   return result.state != State::kFailed || options_.keepGoing || options_.dryRun;
 }
 
-State Batch::doJob(const Job& job, Result& result, Desk& desk) {
-  if (job.refusal.status != kDone) throw Failure(job.refusal.status, job.refusal.text);
-  const Origin origin = originOf(job, work_.options);
-  if (!options_.overwrite && isUpToDate(job, origin)) return State::kUpToDate;
+State Batch::doJob(const Job& job, Result& result, Worker& worker) {
+  if (job.outcome.status != kDone) throw ProgramError(job.outcome.status, job.outcome.text);
+  const Provenance provenance = provenanceOf(job, task_.options);
+  if (!options_.overwrite && isUpToDate(job, provenance)) return State::kUpToDate;
   if (options_.dryRun) {
-    result.prospect = work_.check(job);
+    result.preview = task_.check(job);
     return State::kPlanned;
   }
-  Made made = work_.make(job, desk);
-  result.prospect = std::move(made.prospect);
-  if (manifest_) manifest_->add(job.to, {origin, fs::file_size(job.to), made.crc});
+  JobOutput made = task_.make(job, worker);
+  result.preview = std::move(made.preview);
+  if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), made.crc});
   return State::kMade;
 }
 
-bool Batch::isUpToDate(const Job& job, const Origin& origin) const {
-  if (manifest_) return manifest_->holds(job.to, origin);
+bool Batch::isUpToDate(const Job& job, const Provenance& provenance) const {
+  if (manifest_) return manifest_->holds(job.to, provenance);
   const auto made = job.oneOfMany ? modified(job.to) : std::nullopt;
-  return made && *made > origin.modified &&
-         std::all_of(work_.sources.begin(), work_.sources.end(),
+  return made && *made > provenance.modified &&
+         std::all_of(task_.sources.begin(), task_.sources.end(),
                      [made](const fs::path& source) { return *made > modified(source); });
 }
 
 void Batch::ended(size_t i) {
   const Result& result = results_[i];
-  const vistrel_layout& l = result.prospect.layout;
+  const vistrel_layout& l = result.preview.layout;
   if (result.state == State::kMade)
     progress_->made(uint64_t{l.width} * l.height);
   else
     progress_->passed();
   ended_[i] = true;
-  while (told_ < jobs().size() && ended_[told_]) tell(told_++);
+  while (reported_ < jobs().size() && ended_[reported_]) report(reported_++);
 }
 
-void Batch::tell(size_t i) {
+void Batch::report(size_t i) {
   const Job& job = jobs()[i];
   const Result& result = results_[i];
-  if (i > 0 && jobs()[i - 1].from != job.from) said_.clear();
-  for (const std::string& remark : result.prospect.remarks)
-    if (said_.insert(remark).second)
-      progress_->say(fmt::format("{}: {}", job.from.string(), remark));
+  if (i > 0 && jobs()[i - 1].from != job.from) shown_.clear();
+  for (const std::string& warning : result.preview.warnings)
+    if (shown_.insert(warning).second)
+      progress_->say(fmt::format("{}: {}", job.from.string(), warning));
   if (result.state == State::kFailed)
     progress_->say(fmt::format("{}: {}", nameOf(job), result.outcome.text));
   if (!options_.dryRun || options_.json) return;
   if (result.state == State::kUpToDate)
     fmt::print("{} -> {}: up to date\n", nameOf(job), job.to.string());
   if (result.state != State::kPlanned) return;
-  const vistrel_layout& l = result.prospect.layout;
+  const vistrel_layout& l = result.preview.layout;
   fmt::print("{} -> {}: {}x{}, {} of {} bits\n", nameOf(job), job.to.string(), l.width, l.height,
              l.channels == 1 ? "gray" : "colour", l.bits);
 }
 
-void Batch::sumUp() {
+void Batch::printSummary() {
   const auto count = [this](State state) {
     return std::count_if(results_.begin(), results_.end(),
                          [state](const Result& result) { return result.state == state; });
@@ -148,10 +148,10 @@ void Batch::sumUp() {
 }
 
 ExitStatus Batch::status() const {
-  Tally tally;
+  ExitStatusSum sum;
   for (const Result& result : results_)
-    result.state == State::kNotBegun ? tally.leave() : tally.add(result.outcome.status);
-  return tally.status();
+    result.state == State::kNotBegun ? sum.addSkipped() : sum.add(result.outcome.status);
+  return sum.status();
 }
 
 }  // namespace vistrel::app

@@ -1,4 +1,4 @@
-// Runs the jobs of a batch and keeps what became of each.
+// Runs the jobs of a batch and records their results.
 #pragma once
 
 #include <filesystem>
@@ -17,36 +17,36 @@
 
 namespace vistrel::app {
 
-// What a frame's header and the options lead to.
-struct Prospect {
+// What a conversion will produce, from the frame's header and the options.
+struct Preview {
   vistrel_layout layout;
-  std::vector<std::string> remarks;  // to the user
-  std::vector<double> gains = {};    // red, green, blue, where they were measured
+  std::vector<std::string> warnings;  // for the user
+  std::vector<double> gains = {};     // red, green, blue, if they were measured
 };
 
-struct Made {
-  Prospect prospect;
-  uint32_t crc;  // of the pixels
+struct JobOutput {
+  Preview preview;
+  uint32_t crc;  // CRC-32 of the pixels
 };
 
-// What a worker keeps from frame to frame: a stream, and memory for an image.
-class Desk {
+// One thread's stream and image memory, which it keeps from frame to frame.
+class Worker {
  public:
-  // Until the next one. Throws Error.
+  // The image is valid until the next call. Throws Error.
   const Image& convert(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
  private:
-  std::optional<Stream> stream_;  // taken when it is needed first
+  std::optional<Stream> stream_;  // acquired on first use
   Image image_;
 };
 
-// What there is to do for a job. Any thread calls these, for several jobs at once; they throw
-// Failure and Error.
-struct Work {
-  std::function<Prospect(const Job&)> check;  // all but the samples
-  std::function<Made(const Job&, Desk&)> make;
-  std::string options;                         // as in Origin
-  std::vector<std::filesystem::path> sources;  // what all pictures depend on beside their frames
+// How to carry out a job. Several threads call the functions at once, for different jobs. They
+// throw ProgramError and Error.
+struct BatchTask {
+  std::function<Preview(const Job&)> check;  // everything but the samples
+  std::function<JobOutput(const Job&, Worker&)> make;
+  std::string options;                         // see Provenance
+  std::vector<std::filesystem::path> sources;  // files that all pictures depend on besides frames
 };
 
 enum class State { kNotBegun, kMade, kUpToDate, kPlanned, kFailed };
@@ -54,41 +54,41 @@ enum class State { kNotBegun, kMade, kUpToDate, kPlanned, kFailed };
 struct Result {
   State state = State::kNotBegun;
   Outcome outcome;
-  Prospect prospect{};  // of what was made or is planned
+  Preview preview{};  // of a picture that was made or is planned
   double seconds = 0;
 };
 
 class Batch {
  public:
-  Batch(Plan plan, const BatchOptions& options, Work work);
+  Batch(Plan plan, const BatchOptions& options, BatchTask task);
 
-  // Does all jobs; after one that failed, none is begun unless the options say so. Tells of
+  // Runs all jobs. After a failure, starts no further job unless the options say so. Reports
   // failures in the order of the jobs.
   ExitStatus run();
 
   const std::vector<Job>& jobs() const { return plan_.jobs; }
-  const std::vector<std::string>& remarks() const { return plan_.remarks; }
+  const std::vector<std::string>& warnings() const { return plan_.warnings; }
   const std::vector<Result>& results() const { return results_; }
 
  private:
-  void removeAbandoned() const;
-  bool runJob(size_t i, Desk& desk);
-  State doJob(const Job& job, Result& result, Desk& desk);
-  bool isUpToDate(const Job& job, const Origin& origin) const;
+  void removeStale() const;
+  bool runJob(size_t i, Worker& worker);
+  State doJob(const Job& job, Result& result, Worker& worker);
+  bool isUpToDate(const Job& job, const Provenance& provenance) const;
   void ended(size_t i);
-  void tell(size_t i);
-  void sumUp();
+  void report(size_t i);
+  void printSummary();
   ExitStatus status() const;
 
   Plan plan_;
   BatchOptions options_;
-  Work work_;
+  BatchTask task_;
   std::vector<Result> results_;
   std::unique_ptr<Manifest> manifest_;
-  std::set<std::string> said_;  // of the remarks on the input that is told of
+  std::set<std::string> shown_;  // warnings about the current input
   std::unique_ptr<Progress> progress_;
   std::vector<bool> ended_;
-  size_t told_ = 0;  // so many results, from the first one
+  size_t reported_ = 0;  // so many of the first results
 };
 
 // Prints what became of the batch as JSON on standard output.

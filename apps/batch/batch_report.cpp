@@ -25,8 +25,8 @@ Json outputOf(const Job& job, const Result& result) {
   Json json{{"output", job.to.string()}, {"status", nameOf(result.state)}};
   if (job.frame) json["frame"] = *job.frame;
   if (result.state == State::kFailed) json["error"] = result.outcome.text;
-  const auto& [l, remarks, gains] = result.prospect;
-  if (!remarks.empty()) json["remarks"] = remarks;
+  const auto& [l, warnings, gains] = result.preview;
+  if (!warnings.empty()) json["warnings"] = warnings;
   if (l.width) {
     json.update(
         {{"width", l.width}, {"height", l.height}, {"channels", l.channels}, {"bits", l.bits}});
@@ -54,7 +54,7 @@ void printReport(const Batch& batch, ExitStatus status, double seconds) {
   const Json json{{"version", VISTREL_VERSION},
                   {"exit_status", static_cast<int>(status)},
                   {"seconds", microseconds(seconds)},
-                  {"remarks", batch.remarks()},
+                  {"warnings", batch.warnings()},
                   {"inputs", inputsOf(batch)}};
   const std::string text = json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
   fmt::print("{}", text);

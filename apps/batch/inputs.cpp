@@ -24,9 +24,9 @@ void addFolder(const fs::path& folder, const IsFrame& isFrame, Inputs& inputs) {
   std::vector<fs::path> frames = filesIn(folder);
   const auto others = std::stable_partition(frames.begin(), frames.end(), isFrame);
   if (const auto n = frames.end() - others; n > 0)
-    inputs.remarks.push_back(fmt::format("{}: left out, as no frame's name ends so: {}{}",
-                                         folder.string(), others->filename().string(),
-                                         n > 1 ? fmt::format(" and {} more", n - 1) : ""));
+    inputs.warnings.push_back(fmt::format("{}: left out, as no frame's name ends so: {}{}",
+                                          folder.string(), others->filename().string(),
+                                          n > 1 ? fmt::format(" and {} more", n - 1) : ""));
   frames.erase(others, frames.end());
   inputs.files.insert(inputs.files.end(), frames.begin(), frames.end());
   if (frames.empty()) inputs.files.push_back(folder);

@@ -7,7 +7,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr uint64_t kMostFrames = 1'000'000;  // six digits tell them apart
+constexpr uint64_t kMaxFrames = 1'000'000;  // six digits tell them apart
 
 // The picture for an input in a folder, or the one that was named.
 struct Target {
@@ -31,16 +31,17 @@ void addJobs(const fs::path& input, const Target& target, const FramesOf& frames
              std::vector<Job>& jobs) {
   Job job{input, target.of(input), {}, target.folder, {}};
   uint64_t frames = 1;
-  job.refusal = attempt([&] {
-    if (isFolder(input)) fail(kRejected, "no frame is in this folder");
+  job.outcome = attempt([&] {
+    if (isFolder(input)) throwError(kRejected, "no frame is in this folder");
     frames = framesOf(input);
-    if (frames > kMostFrames)
-      fail(kRejected, "it has {} frames: {} at most are allowed at once; --frame N takes one",
-           frames, kMostFrames);
+    if (frames > kMaxFrames)
+      throwError(kRejected, "it has {} frames: {} at most are allowed at once; --frame N takes one",
+                 frames, kMaxFrames);
     if (frames > 1 && isStandardOutput(target.path))
-      fail(kRejected, "it has {} frames: standard output takes one; --frame N names it", frames);
+      throwError(kRejected, "it has {} frames: standard output takes one; --frame N names it",
+                 frames);
   });
-  if (job.refusal.status != kDone || frames == 1) {
+  if (job.outcome.status != kDone || frames == 1) {
     jobs.push_back(job);
     return;
   }
@@ -57,18 +58,21 @@ void addJobs(const fs::path& input, const Target& target, const FramesOf& frames
 void checkIsNoInput(const fs::path& folder, const fs::path& input, const std::string& extension) {
   std::error_code error;
   if (fs::equivalent(folder, input, error))
-    fail(kUsage,
-         "-o {}: it is the input folder {}, where the next run would take {} pictures for frames; "
-         "choose another folder, or name the frames one by one",
-         folder.string(), input.string(), extension);
+    throwError(
+        kUsage,
+        "-o {}: it is the input folder {}, where the next run would take {} pictures for frames; "
+        "choose another folder, or name the frames one by one",
+        folder.string(), input.string(), extension);
 }
 
 void checkTarget(const Target& target, const Inputs& inputs, const IsFrame& isFrame) {
-  if (target.path.empty()) fail(kUsage, "-o: the name of a picture or of a folder is expected");
+  if (target.path.empty())
+    throwError(kUsage, "-o: the name of a picture or of a folder is expected");
   if (!target.folder) return void(pictureType(target.path));
   if (isStandardOutput(target.path))
-    fail(kUsage, "-o {}: it takes the picture of one input; several, or a folder, need a folder",
-         target.path.string());
+    throwError(kUsage,
+               "-o {}: it takes the picture of one input; several, or a folder, need a folder",
+               target.path.string());
   checkIsFolder(target.path);
   if (!isFrame("x" + target.extension)) return;
   for (const fs::path& folder : inputs.folders)
@@ -81,17 +85,17 @@ void checkIsFolder(const fs::path& path) {
   if (isFolder(path)) return;
   std::error_code error;
   if (fs::exists(path, error))
-    fail(kUsage, "-o {}: a folder is expected, this is a file", path.string());
-  fail(kInputOutput, "-o {}: there is no such folder", path.string());
+    throwError(kUsage, "-o {}: a folder is expected, this is a file", path.string());
+  throwError(kInputOutput, "-o {}: there is no such folder", path.string());
 }
 
-Plan planJobs(const Assignment& a, RunFiles& files) {
+Plan planJobs(const BatchRequest& a, RunFiles& files) {
   Inputs inputs = findInputs(a.inputs, a.isFrame);
   Target target{a.output, a.extension, false};
   target.folder = inputs.files.size() > 1 || inputs.files[0] != a.inputs[0] ||
                   !target.path.has_filename() || isFolder(target.path);
   checkTarget(target, inputs, a.isFrame);
-  Plan plan{{}, std::move(inputs.remarks)};
+  Plan plan{{}, std::move(inputs.warnings)};
   for (const fs::path& file : inputs.files) addJobs(file, target, a.framesOf, plan.jobs);
   for (const fs::path& file : inputs.files) files.addInput(file);
   for (const Job& job : plan.jobs) files.addWritten("-o", job.to, job.from.string());

@@ -1,4 +1,4 @@
-// Which input becomes which output.
+// Which input becomes which picture.
 #pragma once
 
 #include <cstdint>
@@ -14,36 +14,37 @@
 
 namespace vistrel::app {
 
-// One frame and the picture that it becomes.
+// One frame and its picture.
 struct Job {
   std::filesystem::path from, to;
-  std::optional<uint64_t> frame;  // of several
-  bool oneOfMany = false;         // the output's name was made here, not given
-  Outcome refusal;                // of an input that cannot even be opened
+  std::optional<uint64_t> frame;  // if the input has several
+  bool oneOfMany = false;         // the output's name is derived, not given
+  Outcome outcome;                // of opening the input
 };
 
-// Throws Failure for what is no folder that is there.
+// Throws ProgramError if there is no such folder.
 void checkIsFolder(const std::filesystem::path& path);
 
-// How many frames an input has; throws Failure for one that cannot be opened.
+// The number of frames in an input. Throws ProgramError if it cannot be opened.
 using FramesOf = std::function<uint64_t(const std::filesystem::path&)>;
 
-struct Assignment {
+struct BatchRequest {
   std::vector<std::string> inputs;
-  std::string output;     // a picture, or a folder that gets one for each input,
-  std::string extension;  // of this kind (".png")
-  IsFrame isFrame;        // of the files in a folder
+  std::string output;     // a picture, or a folder for one per input
+  std::string extension;  // of the pictures in a folder, for instance ".png"
+  IsFrame isFrame;        // applied to the files in a folder
   FramesOf framesOf;
 };
 
 struct Plan {
   std::vector<Job> jobs;
-  std::vector<std::string> remarks;  // to the user
+  std::vector<std::string> warnings;  // for the user
 };
 
-// A folder among the inputs stands for the frames in it. Each of several frames of an input gets a
-// picture, NAME_000000.png and so on. Tells `files` of all of them, which throws Failure for what
-// would write a file twice, or over an input; throws Failure for a folder that there is not.
-Plan planJobs(const Assignment& assignment, RunFiles& files);
+// A folder among the inputs stands for the frames in it. If an input has several frames, each gets
+// a picture of its own: NAME_000000.png and so on. Adds all files to `files`. Throws ProgramError
+// if a file would be written twice, if an input would be overwritten, or if the output folder does
+// not exist.
+Plan planJobs(const BatchRequest& assignment, RunFiles& files);
 
 }  // namespace vistrel::app

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
 std::string lineOf(const std::string& picture, const Entry& entry) {
-  const Origin& o = entry.origin;
+  const Provenance& o = entry.provenance;
   Json json{{"output", picture}, {"input", o.input}};
   if (o.frame) json["frame"] = *o.frame;
   json["input_bytes"] = o.bytes;
@@ -33,7 +33,7 @@ std::string lineOf(const std::string& picture, const Entry& entry) {
 std::pair<std::string, Entry> parse(const std::string& line) {
   const Json json = Json::parse(line);
   Entry entry;
-  Origin& o = entry.origin;
+  Provenance& o = entry.provenance;
   o.input = json.at("input").get<std::string>();
   if (json.contains("frame")) o.frame = json.at("frame").get<uint64_t>();
   o.bytes = json.at("input_bytes").get<uint64_t>();
@@ -50,7 +50,7 @@ std::pair<std::string, Entry> parse(const std::string& line) {
 Manifest::Manifest(const fs::path& path, bool readOnly) : path_(path) {
   readOnly ? checkAppendable() : openToAppend();
   load();
-  if (!readOnly && ftruncate(descriptor_, static_cast<off_t>(good_)) != 0) failToWrite();
+  if (!readOnly && ftruncate(descriptor_, static_cast<off_t>(good_)) != 0) throwWriteError();
 }
 
 Manifest::~Manifest() {
@@ -59,17 +59,17 @@ Manifest::~Manifest() {
 
 void Manifest::openToAppend() {
   descriptor_ = open(path_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
-  if (descriptor_ < 0) failToWrite();
+  if (descriptor_ < 0) throwWriteError();
   if (flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return;
   close(descriptor_);
-  fail(kInputOutput, "--manifest {}: another run is writing it", path_.string());
+  throwError(kInputOutput, "--manifest {}: another run is writing it", path_.string());
 }
 
 void Manifest::checkAppendable() const {
   checkWritable(path_);
   std::error_code error;
   if (fs::exists(path_, error) && faccessat(AT_FDCWD, path_.c_str(), W_OK, AT_EACCESS) != 0)
-    failToWrite();
+    throwWriteError();
 }
 
 void Manifest::load() {
@@ -82,16 +82,17 @@ void Manifest::load() {
     } catch (const std::bad_alloc&) {
       throw;
     } catch (const std::exception&) {
-      fail(kInputOutput, "--manifest {}: line {} is no line of a manifest", path_.string(), number);
+      throwError(kInputOutput, "--manifest {}: line {} is no line of a manifest", path_.string(),
+                 number);
     }
     good_ += line.size() + 1;
   }
 }
 
-bool Manifest::holds(const fs::path& picture, const Origin& origin) const {
+bool Manifest::holds(const fs::path& picture, const Provenance& provenance) const {
   const std::lock_guard lock(mutex_);
   const auto found = entries_.find(picture.string());
-  if (found == entries_.end() || found->second.origin != origin) return false;
+  if (found == entries_.end() || found->second.provenance != provenance) return false;
   std::error_code error;
   return fs::is_regular_file(picture, error) &&
          fs::file_size(picture, error) == found->second.bytes;
@@ -103,7 +104,7 @@ void Manifest::add(const fs::path& picture, const Entry& entry) {
   entries_[picture.string()] = entry;
   changed_ = true;
   const ssize_t written = write(descriptor_, line.data(), line.size());
-  if (written != static_cast<ssize_t>(line.size())) failToWrite();
+  if (written != static_cast<ssize_t>(line.size())) throwWriteError();
 }
 
 void Manifest::finish() {
@@ -114,8 +115,9 @@ void Manifest::finish() {
   file.commit();
 }
 
-void Manifest::failToWrite() const {
-  fail(kInputOutput, "--manifest {}: cannot be written: {}", path_.string(), std::strerror(errno));
+void Manifest::throwWriteError() const {
+  throwError(kInputOutput, "--manifest {}: cannot be written: {}", path_.string(),
+             std::strerror(errno));
 }
 
 }  // namespace vistrel::app

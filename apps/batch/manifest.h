@@ -1,4 +1,4 @@
-// A record of the pictures that were made, and of what.
+// A record of the pictures that were made and of their provenance.
 #pragma once
 
 #include <cstdint>
@@ -10,52 +10,52 @@
 
 namespace vistrel::app {
 
-// All that a picture depends on.
-struct Origin {
+// Everything that a picture depends on.
+struct Provenance {
   std::string input;
-  std::optional<uint64_t> frame;  // of several
+  std::optional<uint64_t> frame;  // if the input has several
   uint64_t bytes = 0;             // of the input
-  int64_t modified = 0;           // the input, nanoseconds since 1970
-  std::string options;            // that were given for the input and the conversion
+  int64_t modified = 0;           // of the input, nanoseconds since 1970
+  std::string options;            // given for the input and the conversion
 
-  bool operator==(const Origin&) const = default;
+  bool operator==(const Provenance&) const = default;
 };
 
 struct Entry {
-  Origin origin;
+  Provenance provenance;
   uint64_t bytes = 0;  // of the picture's file
-  uint32_t crc = 0;    // CRC-32 of its pixels, as the library gives them
+  uint32_t crc = 0;    // CRC-32 of its pixels, as the library delivers them
 };
 
-// A file with an object on each line. A line is appended, whole, as soon as its picture is there;
-// of several lines for a picture the last one counts, and a last line without its end does not.
+// A file with one JSON object per line. A complete line is appended as soon as its picture exists.
+// The last line about a picture counts; an incomplete last line is ignored.
 class Manifest {
  public:
-  // Reads what there is. Throws Failure for a file that is no manifest, that cannot be written or,
-  // unless `readOnly`, that another run has open.
+  // Reads the file if it exists. Throws ProgramError if it is not a manifest, if it cannot be
+  // written or, unless `readOnly`, if another run has it open.
   Manifest(const std::filesystem::path& path, bool readOnly);
   ~Manifest();
   Manifest(const Manifest&) = delete;
   Manifest& operator=(const Manifest&) = delete;
 
-  // Whether this picture was made of just that, and still has its size.
-  bool holds(const std::filesystem::path& picture, const Origin& origin) const;
+  // Whether the picture has exactly this provenance, and its file still has the recorded size.
+  bool holds(const std::filesystem::path& picture, const Provenance& provenance) const;
 
-  // Any thread may call it.
+  // Thread-safe.
   void add(const std::filesystem::path& picture, const Entry& entry);
 
-  // Puts all lines in the order of the pictures' names, one for each.
+  // Rewrites the file: one line per picture, sorted by the pictures' names.
   void finish();
 
  private:
   void load();
   void openToAppend();
   void checkAppendable() const;
-  [[noreturn]] void failToWrite() const;
+  [[noreturn]] void throwWriteError() const;
 
   std::filesystem::path path_;
   std::map<std::string, Entry> entries_;
-  uint64_t good_ = 0;  // bytes of whole lines
+  uint64_t good_ = 0;  // bytes of complete lines
   int descriptor_ = -1;
   bool changed_ = false;
   mutable std::mutex mutex_;

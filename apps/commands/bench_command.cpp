@@ -71,7 +71,8 @@ void printJson(const vistrel_frame& frame, const std::vector<Timing>& timings, i
 }
 
 void benchFrame(const vistrel_frame& frame, const BenchOptions& o) {
-  if (frame.phase == VISTREL_MONO) fail(kRejected, "a frame without colour filters: nothing to do");
+  if (frame.phase == VISTREL_MONO)
+    throwError(kRejected, "a frame without colour filters: nothing to do");
   const std::vector<Timing> timings = timeAll(frame, orAll(o.algorithms), o.rounds);
   o.json ? printJson(frame, timings, o.rounds) : printText(frame, timings, o.rounds);
 }
@@ -87,10 +88,10 @@ ExitStatus run(BenchOptions& o) {
   const Outcome outcome = attempt([&o] {
     FrameFile file(o.path, o.input);
     const vistrel_frame& frame = file.read();
-    printRemarks(file, o.path);
+    printWarnings(file, o.path);
     benchFrame(frame, o);
   });
-  if (outcome.status != kDone) throw Failure(outcome.status, o.path + ": " + outcome.text);
+  if (outcome.status != kDone) throw ProgramError(outcome.status, o.path + ": " + outcome.text);
   return kDone;
 }
 

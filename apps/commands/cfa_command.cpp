@@ -38,11 +38,11 @@ uint32_t resultOf(const CfaOptions& o) {
   if (o.crop) {
     const vistrel_region& crop = *o.crop;
     if (!crop.width || !crop.height)
-      fail(kUsage, "--crop: {}x{} pixels; nothing is left", crop.width, crop.height);
+      throwError(kUsage, "--crop: {}x{} pixels; nothing is left", crop.width, crop.height);
     if (o.size && (uint64_t{crop.x} + crop.width > size.width ||
                    uint64_t{crop.y} + crop.height > size.height))
-      fail(kUsage, "--crop {}x{}+{}+{}: it leaves the frame of {}x{}", crop.width, crop.height,
-           crop.x, crop.y, size.width, size.height);
+      throwError(kUsage, "--crop {}x{}+{}+{}: it leaves the frame of {}x{}", crop.width,
+                 crop.height, crop.x, crop.y, size.width, size.height);
     phase = vistrel_phase_at(phase, crop.x, crop.y);
     size = {crop.width, crop.height};
   }

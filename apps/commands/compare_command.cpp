@@ -54,8 +54,8 @@ vistrel_region cropOf(const vistrel_frame& f, const CompareOptions& o) {
   const vistrel_region& c = *o.crop;
   if (!c.width || !c.height || uint64_t{c.x} + c.width > f.width ||
       uint64_t{c.y} + c.height > f.height)
-    fail(kRejected, "--crop {}x{}+{}+{}: it leaves the frame of {}x{}, or is empty", c.width,
-         c.height, c.x, c.y, f.width, f.height);
+    throwError(kRejected, "--crop {}x{}+{}+{}: it leaves the frame of {}x{}, or is empty", c.width,
+               c.height, c.x, c.y, f.width, f.height);
   return c;
 }
 
@@ -86,11 +86,11 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop, const Algori
 Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progress) {
   FrameFile file(path, o.input);
   if (file.frame().phase == VISTREL_MONO)
-    fail(kRejected, "a mono frame has nothing to demosaic; --phase names a phase of four");
+    throwError(kRejected, "a mono frame has nothing to demosaic; --phase names a phase of four");
   const vistrel_region crop = cropOf(file.frame(), o);
   const vistrel_frame& frame = file.read();
-  for (const std::string& remark : file.remarks())
-    progress.say(fmt::format("{}: {}", path, remark));
+  for (const std::string& warning : file.warnings())
+    progress.say(fmt::format("{}: {}", path, warning));
   Strip strip;
   strip.title = fmt::format(
       "{}  {} bit {}  {}x{}+{}+{}  {}x", std::filesystem::path(path).filename().string(),
@@ -103,7 +103,7 @@ Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progre
 ExitStatus run(CompareOptions& o) {
   o.input.checkWithPhase();
   const PictureType& type = pictureType(o.output);
-  if (type.channels == 1) fail(kUsage, "-o {}: a sheet is a .png or .ppm", o.output);
+  if (type.channels == 1) throwError(kUsage, "-o {}: a sheet is a .png or .ppm", o.output);
   RunFiles files;
   files.addInputs(o.inputs);
   const auto curve = o.tone.file();
@@ -112,21 +112,21 @@ ExitStatus run(CompareOptions& o) {
   if (curve) o.tone.table = readCurve(*curve);
   std::vector<Strip> strips;
   Progress progress(o.inputs.size());
-  Tally tally;
+  ExitStatusSum sum;
   for (const std::string& path : o.inputs) {
     const Outcome outcome = attempt([&] {
       inTypedWords(o.tone.words(), [&] { strips.push_back(stripOf(path, o, progress)); });
     });
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
-    tally.add(outcome.status);
+    sum.add(outcome.status);
     progress.made();
   }
-  if (strips.empty()) return tally.status();
+  if (strips.empty()) return sum.status();
   const Canvas sheet = sheetOf(strips, o.zoom);
   AtomicFile output(o.output);
   type.write(sheet.image(), output);
   output.commit();
-  return tally.status();
+  return sum.status();
 }
 
 }  // namespace

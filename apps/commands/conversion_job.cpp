@@ -12,20 +12,20 @@ ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
                              const ConversionOptions& options)
     : job_(job), options_(options), file_(job.from, input), conversion_(options.of(file_.frame())),
       type_(pictureType(job.to)), layout_(layoutOf(file_.frame(), conversion_)),
-      notes_(options.idleFor(file_.frame())) {
-  if (type_.channels && type_.channels != layout_.channels) failToFit();
+      notes_(options.unusedOptions(file_.frame())) {
+  if (type_.channels && type_.channels != layout_.channels) throwMisfit();
 }
 
-Prospect ConversionJob::preview() const {
-  Prospect preview{layout_, file_.remarks(), gains_};
-  preview.remarks.insert(preview.remarks.end(), notes_.begin(), notes_.end());
+Preview ConversionJob::preview() const {
+  Preview preview{layout_, file_.warnings(), gains_};
+  preview.warnings.insert(preview.warnings.end(), notes_.begin(), notes_.end());
   return preview;
 }
 
-Made ConversionJob::run(Desk& desk) {
+JobOutput ConversionJob::run(Worker& worker) {
   const vistrel_frame& frame = job_.frame ? file_.read(*job_.frame) : file_.read();
   measureGains(frame);
-  const Image& image = desk.convert(frame, conversion_);
+  const Image& image = worker.convert(frame, conversion_);
   AtomicFile output(job_.to);
   type_.write(image, output);
   output.commit();
@@ -44,16 +44,16 @@ void ConversionJob::measureGains(const vistrel_frame& frame) {
 }
 
 // The picture's type has another number of channels than the result.
-void ConversionJob::failToFit() const {
+void ConversionJob::throwMisfit() const {
   const char* const kinds[] = {"", "gray", "", "colour", "colour with alpha"};
   const char* const types[] = {"", ".pgm", "", ".ppm", ".pam"};
   const std::string& format = options_.format;
   const std::string cause =
       format.empty() ? fmt::format("a {} frame becomes", vistrel_phase_name(file_.frame().phase))
                      : fmt::format("--format {} makes", format);
-  fail(kRejected, "{} {}, and {} holds {}: use {} or .png{}", cause, kinds[layout_.channels],
-       job_.to.string(), kinds[type_.channels], types[layout_.channels],
-       format.empty() && type_.channels == 1 ? ", or --format gray8" : "");
+  throwError(kRejected, "{} {}, and {} holds {}: use {} or .png{}", cause, kinds[layout_.channels],
+             job_.to.string(), kinds[type_.channels], types[layout_.channels],
+             format.empty() && type_.channels == 1 ? ", or --format gray8" : "");
 }
 
 }  // namespace vistrel::app

@@ -1,4 +1,4 @@
-// One job of convert: a frame whose header has been read, and its conversion.
+// One job of the convert command: a frame whose header has been read, and its conversion.
 #pragma once
 
 #include <string>
@@ -13,17 +13,17 @@ namespace vistrel::app {
 
 class ConversionJob {
  public:
-  // Opens the frame and checks all that can be checked without its samples. Throws Failure and
+  // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
   // Error. The options must outlive the object.
   ConversionJob(const Job& job, const InputOptions& input, const ConversionOptions& options);
 
-  Prospect preview() const;
+  Preview preview() const;
 
   // Converts the frame and writes the picture.
-  Made run(Desk& desk);
+  JobOutput run(Worker& worker);
 
  private:
-  [[noreturn]] void failToFit() const;
+  [[noreturn]] void throwMisfit() const;
   void measureGains(const vistrel_frame& frame);
 
   const Job& job_;

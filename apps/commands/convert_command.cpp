@@ -49,24 +49,25 @@ std::string optionsOf(const CLI::App& command, const ConvertOptions& o) {
   return options;
 }
 
-Work workFor(const CLI::App& command, const ConvertOptions& o) {
-  Work work;
+BatchTask taskFor(const CLI::App& command, const ConvertOptions& o) {
+  BatchTask task;
   const Wording words = o.conversion.words();
-  work.check = [&o, words](const Job& job) {
+  task.check = [&o, words](const Job& job) {
     checkWritable(job.to);
     return inTypedWords(words, [&] { return ConversionJob(job, o.input, o.conversion).preview(); });
   };
-  work.make = [&o, words](const Job& job, Desk& desk) {
-    return inTypedWords(words, [&] { return ConversionJob(job, o.input, o.conversion).run(desk); });
+  task.make = [&o, words](const Job& job, Worker& worker) {
+    return inTypedWords(words,
+                        [&] { return ConversionJob(job, o.input, o.conversion).run(worker); });
   };
-  work.options = optionsOf(command, o);
-  if (!o.conversion.tone.table.empty()) work.sources = {o.conversion.tone.curve};
-  return work;
+  task.options = optionsOf(command, o);
+  if (!o.conversion.tone.table.empty()) task.sources = {o.conversion.tone.curve};
+  return task;
 }
 
 // Refuses all options at once that do not go together.
 void checkTogether(const ConvertOptions& o, const std::filesystem::path& first) {
-  std::vector<std::string> found = o.conversion.contradictions();
+  std::vector<std::string> found = o.conversion.conflicts();
   const auto clash = [&](const std::string& option, const char* why) {
     found.push_back(fmt::format("{} and -o {} do not go together: {}", option, o.output, why));
   };
@@ -76,7 +77,7 @@ void checkTogether(const ConvertOptions& o, const std::filesystem::path& first) 
   if (isStandardOutput(o.output) && o.batch.json) clash("--json", report);
   if (isStandardOutput(o.output) && !o.batch.manifest.empty())
     clash("--manifest " + o.batch.manifest, report);
-  if (!found.empty()) fail(kUsage, "{}", fmt::join(found, "\nvistrel: "));
+  if (!found.empty()) throwError(kUsage, "{}", fmt::join(found, "\nvistrel: "));
 }
 
 ExitStatus run(const CLI::App& command, ConvertOptions& o) {
@@ -88,16 +89,16 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
   const FramesOf framesOf = [&o](const std::filesystem::path& path) {
     return o.input.frame ? 1 : FrameFile(path, o.input).frames();
   };
-  const IsFrame isFrame = o.input.size ? isDumpName : isFrameName;
+  const IsFrame isFrame = o.input.size ? isHeaderlessName : isFrameName;
   const std::string extension = "." + (o.type.empty() ? "png" : o.type);
   Plan plan = planJobs({o.inputs, o.output, extension, isFrame, framesOf}, files);
   if (isStandardOutput(o.batch.manifest))
-    fail(kUsage, "--manifest {}: the name of a file is expected", o.batch.manifest);
+    throwError(kUsage, "--manifest {}: the name of a file is expected", o.batch.manifest);
   if (!o.batch.manifest.empty()) files.addWritten("--manifest", o.batch.manifest);
   checkTogether(o, plan.jobs.front().to);
-  o.conversion.bare = isDump(plan.jobs.front().to);
+  o.conversion.bare = isRawFile(plan.jobs.front().to);
   if (curve) o.conversion.tone.table = readCurve(*curve);
-  Batch batch(std::move(plan), o.batch, workFor(command, o));
+  Batch batch(std::move(plan), o.batch, taskFor(command, o));
   const ExitStatus status = batch.run();
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
   if (o.batch.json) printReport(batch, status, seconds.count());

@@ -31,7 +31,7 @@ bits than it uses. Where green is can be measured, which of the other two sites
 is red can not: if colours come out wrong, take the second phase.)";
 
 // A frame of 16 x 16 bytes; what is read at once.
-constexpr uint64_t kLeast = 256, kMost = 128 << 20;
+constexpr uint64_t kMin = 256, kMax = 128 << 20;
 
 struct GuessOptions {
   std::string path;
@@ -99,16 +99,16 @@ void printJson(const GuessOptions& o, const std::vector<Guess>& guesses) {
 void guessOne(const GuessOptions& o) {
   const Source source(o.path);
   if (const char* const kind = kindOf(source))
-    fail(kRejected, "it begins like a {} file, not like a dump; vistrel info tells what is in it",
-         kind);
+    throwError(kRejected,
+               "it begins like a {} file, not like a dump; vistrel info tells what is in it", kind);
   const uint64_t bytes = source.size();
-  if (bytes < kLeast || bytes > kMost)
-    fail(kRejected, "it has {} bytes: {} to {} are allowed", bytes, kLeast, kMost);
+  if (bytes < kMin || bytes > kMax)
+    throwError(kRejected, "it has {} bytes: {} to {} are allowed", bytes, kMin, kMax);
   const std::vector<Guess> guesses = guessFormat(source.all(), o.size);
   if (guesses.empty() && o.size)
-    fail(kRejected, "no packing makes {} bytes of {}x{} pixels", bytes, o.size->width,
-         o.size->height);
-  if (guesses.empty()) fail(kRejected, "no size fits {} bytes", bytes);
+    throwError(kRejected, "no packing makes {} bytes of {}x{} pixels", bytes, o.size->width,
+               o.size->height);
+  if (guesses.empty()) throwError(kRejected, "no size fits {} bytes", bytes);
   o.json ? printJson(o, guesses) : printText(o, guesses);
 }
 
@@ -127,7 +127,7 @@ void addGuessCommand(CLI::App& program, int& status) {
   command->footer(kExamples);
   command->callback([o, &status] {
     const Outcome outcome = attempt([&o] { guessOne(*o); });
-    if (outcome.status != kDone) throw Failure(outcome.status, o->path + ": " + outcome.text);
+    if (outcome.status != kDone) throw ProgramError(outcome.status, o->path + ": " + outcome.text);
     status = kDone;
   });
 }

@@ -35,7 +35,7 @@ void printText(const FrameFile& file, const Statistics& s) {
   if (d.frames > 1) fmt::print("frames           {}\n", d.frames);
   fmt::print("sample           {} byte{}\n", f.bytes_per_sample, f.bytes_per_sample > 1 ? "s" : "");
   if (d.maxval) fmt::print("maxval           {}\n", *d.maxval);
-  fmt::print("bits             {}{}\n", f.bits, d.tellsBits ? "" : " (the file does not tell)");
+  fmt::print("bits             {}{}\n", f.bits, d.bitsKnown ? "" : " (the file does not tell)");
   fmt::print("phase            {}\n", d.phase ? vistrel_phase_name(*d.phase) : "not told");
   if (d.black) fmt::print("black level      {}\n", *d.black);
   if (d.white) fmt::print("white level      {}\n", *d.white);
@@ -53,7 +53,7 @@ void printText(const FrameFile& file, const Statistics& s) {
 
 // Null for what the file does not tell.
 template <class T>
-Json told(const std::optional<T>& value) {
+Json orNull(const std::optional<T>& value) {
   return value ? Json(*value) : Json();
 }
 
@@ -61,18 +61,18 @@ Json jsonOf(const FrameFile& file, const Statistics& s) {
   const vistrel_frame& f = file.frame();
   const Description& d = file.description();
   Json json{{"format", d.format},
-            {"pixel_format", told(d.pixfmt)},
+            {"pixel_format", orNull(d.pixfmt)},
             {"frames", d.frames},
             {"width", f.width},
             {"height", f.height},
             {"bytes_per_sample", f.bytes_per_sample},
-            {"maxval", told(d.maxval)},
+            {"maxval", orNull(d.maxval)},
             {"bits", f.bits},
-            {"tells_bits", d.tellsBits},
+            {"bits_known", d.bitsKnown},
             {"phase", nullptr},
-            {"black_level", told(d.black)},
-            {"white_level", told(d.white)},
-            {"orientation", told(d.orientation)},
+            {"black_level", orNull(d.black)},
+            {"white_level", orNull(d.white)},
+            {"orientation", orNull(d.orientation)},
             {"trailing_bytes", d.trailing},
             {"bits_used", s.usedBits},
             {"zero_low_bits", s.zeroLowBits},
@@ -87,10 +87,10 @@ Json jsonOf(const FrameFile& file, const Statistics& s) {
 }
 
 // Prints what is in a frame, or adds it to `all`. Of several, each is told with its file's name.
-void tell(const std::string& path, const InfoOptions& o, Json& all) {
+void describe(const std::string& path, const InfoOptions& o, Json& all) {
   const bool several = o.paths.size() > 1;
   FrameFile file(path, o.input);
-  printRemarks(file, path);
+  printWarnings(file, path);
   const Statistics statistics = statisticsOf(file.read());
   if (o.json) {
     all.push_back(jsonOf(file, statistics));
@@ -105,16 +105,16 @@ void tell(const std::string& path, const InfoOptions& o, Json& all) {
 ExitStatus run(const InfoOptions& o) {
   o.input.check();
   Json all = Json::array();
-  Tally tally;
+  ExitStatusSum sum;
   for (const std::string& path : o.paths) {
-    const Outcome outcome = attempt([&] { tell(path, o, all); });
+    const Outcome outcome = attempt([&] { describe(path, o, all); });
     if (outcome.status != kDone) fmt::print(stderr, "vistrel: {}: {}\n", path, outcome.text);
-    tally.add(outcome.status);
+    sum.add(outcome.status);
   }
   const bool one = o.paths.size() == 1;
   if (o.json && !all.empty())
     fmt::print("{}\n", (one ? all[0] : all).dump(2, ' ', false, Json::error_handler_t::replace));
-  return tally.status();
+  return sum.status();
 }
 
 }  // namespace

@@ -58,11 +58,11 @@ std::vector<uint16_t> mosaicOf(const ColourPicture& picture, uint32_t phase, uin
 void checkOutput(const MosaicOptions& o) {
   const bool pgm = std::filesystem::path(o.output).extension() == ".pgm";
   if (o.format && pgm)
-    fail(kUsage, "-o {}: --pixfmt makes a dump, .pgm is another format", o.output);
+    throwError(kUsage, "-o {}: --pixfmt makes a dump, .pgm is another format", o.output);
   if (!o.format && !pgm)
-    fail(kUsage, "-o {}: a raw frame is a .pgm, or a dump by --pixfmt", o.output);
+    throwError(kUsage, "-o {}: a raw frame is a .pgm, or a dump by --pixfmt", o.output);
   if (o.phase == VISTREL_MONO || (o.format && o.format->phase == VISTREL_MONO))
-    fail(kUsage, "{} mono: a mosaic has filters", o.format ? "--pixfmt" : "--phase");
+    throwError(kUsage, "{} mono: a mosaic has filters", o.format ? "--pixfmt" : "--phase");
 }
 
 void mosaicOne(const MosaicOptions& o) {
@@ -74,7 +74,7 @@ void mosaicOne(const MosaicOptions& o) {
   const std::vector<uint16_t> samples = mosaicOf(picture, phase, bits);
   AtomicFile output(o.output);
   if (o.format)
-    writeDump(*o.format, samples, layout.width, output);
+    writeHeaderless(*o.format, samples, layout.width, output);
   else
     writePgm(samples, layout.width, bits, output);
   output.commit();
@@ -86,7 +86,7 @@ ExitStatus run(const MosaicOptions& o) {
   files.addInput(o.input);
   files.addWritten("-o", o.output);
   const Outcome outcome = attempt([&o] { mosaicOne(o); });
-  if (outcome.status != kDone) throw Failure(outcome.status, o.input + ": " + outcome.text);
+  if (outcome.status != kDone) throw ProgramError(outcome.status, o.input + ": " + outcome.text);
   return kDone;
 }
 

@@ -34,11 +34,11 @@ struct ReportOptions {
   std::string folder, json;
 };
 
-Trial tryPicture(const std::string& path, const std::vector<Algorithm>& algorithms) {
-  const Image truth = readPng(path);
-  checkTruth(truth);
-  return {std::filesystem::path(path).stem(), truth.layout.width, truth.layout.height,
-          tryAll(truth, algorithms)};
+Evaluation evaluatePicture(const std::string& path, const std::vector<Algorithm>& algorithms) {
+  const Image reference = readPng(path);
+  checkReference(reference);
+  return {std::filesystem::path(path).stem(), reference.layout.width, reference.layout.height,
+          evaluateAll(reference, algorithms)};
 }
 
 void printScores(const std::string& head, const std::vector<Algorithm>& algorithms,
@@ -63,13 +63,13 @@ nlohmann::ordered_json jsonOf(const std::vector<Algorithm>& algorithms,
   return list;
 }
 
-void writeJson(const std::string& path, const std::vector<Trial>& trials,
+void writeJson(const std::string& path, const std::vector<Evaluation>& evaluations,
                const std::vector<Algorithm>& algorithms) {
   nlohmann::ordered_json json{{"border_pixels", kBorder},
                               {"phases", {"grbg", "bggr", "rggb", "gbrg"}},
                               {"pictures", nlohmann::ordered_json::array()},
-                              {"mean", jsonOf(algorithms, meanOf(trials))}};
-  for (const Trial& t : trials)
+                              {"mean", jsonOf(algorithms, meanOf(evaluations))}};
+  for (const Evaluation& t : evaluations)
     json["pictures"].push_back({{"name", t.name},
                                 {"width", t.width},
                                 {"height", t.height},
@@ -77,14 +77,15 @@ void writeJson(const std::string& path, const std::vector<Trial>& trials,
   AtomicFile file(path);
   const std::string text =
       json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
-  if (std::fputs((text + "\n").c_str(), file.stream()) < 0) file.failToWrite(std::strerror(errno));
+  if (std::fputs((text + "\n").c_str(), file.stream()) < 0)
+    file.throwWriteError(std::strerror(errno));
   file.commit();
 }
 
-void writePlot(const std::string& folder, const std::vector<Trial>& trials,
+void writePlot(const std::string& folder, const std::vector<Evaluation>& evaluations,
                const std::vector<Algorithm>& algorithms) {
   AtomicFile file(std::filesystem::path(folder) / kPlotName);
-  writePng(plotOf(trials, algorithms).image(), file);
+  writePng(plotOf(evaluations, algorithms).image(), file);
   file.commit();
 }
 
@@ -101,22 +102,24 @@ void checkFiles(const ReportOptions& o) {
 ExitStatus run(const ReportOptions& o) {
   checkFiles(o);
   const std::vector<Algorithm> algorithms = orAll(o.algorithms);
-  std::vector<Trial> trials;
+  std::vector<Evaluation> evaluations;
   Progress progress(o.references.size());
-  Tally tally;
+  ExitStatusSum sum;
   for (const std::string& path : o.references) {
-    const Outcome outcome = attempt([&] { trials.push_back(tryPicture(path, algorithms)); });
+    const Outcome outcome =
+        attempt([&] { evaluations.push_back(evaluatePicture(path, algorithms)); });
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
-    tally.add(outcome.status);
+    sum.add(outcome.status);
     progress.made();
   }
-  for (const Trial& trial : trials) printScores(trial.name, algorithms, trial.scores);
-  if (trials.size() > 1)
-    printScores(fmt::format("mean of {}", trials.size()), algorithms, meanOf(trials));
-  if (trials.empty()) return tally.status();
-  if (!o.json.empty()) writeJson(o.json, trials, algorithms);
-  if (!o.folder.empty()) writePlot(o.folder, trials, algorithms);
-  return tally.status();
+  for (const Evaluation& evaluation : evaluations)
+    printScores(evaluation.name, algorithms, evaluation.scores);
+  if (evaluations.size() > 1)
+    printScores(fmt::format("mean of {}", evaluations.size()), algorithms, meanOf(evaluations));
+  if (evaluations.empty()) return sum.status();
+  if (!o.json.empty()) writeJson(o.json, evaluations, algorithms);
+  if (!o.folder.empty()) writePlot(o.folder, evaluations, algorithms);
+  return sum.status();
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ std::string titleOf(const SceneOptions& o, uint32_t phase) {
 
 ExitStatus run(const SceneOptions& o) {
   const PictureType& type = pictureType(o.output);
-  if (type.channels != 1) fail(kUsage, "-o {}: a raw frame is a .pgm", o.output);
+  if (type.channels != 1) throwError(kUsage, "-o {}: a raw frame is a .pgm", o.output);
   const uint32_t phase = o.phase.value_or(VISTREL_RGGB);
   const Scene scene(o.size.width, o.size.height, titleOf(o, phase));
   const Image image = expose(scene, o.size.width, o.size.height, {o.bits, phase, o.noise, o.seed});

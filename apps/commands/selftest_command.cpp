@@ -20,13 +20,13 @@ hashes of the results with those of a reference implementation.
 
 Exit status: 0 all results are right, 1 some differ.)";
 
-std::string levelsOf(const selftest::Verdict& verdict) {
+std::string levelsOf(const selftest::Summary& summary) {
   std::string levels;
-  for (const std::string& level : verdict.levels) levels += (levels.empty() ? "" : ", ") + level;
+  for (const std::string& level : summary.levels) levels += (levels.empty() ? "" : ", ") + level;
   return levels;
 }
 
-void printText(const selftest::Verdict& v) {
+void printText(const selftest::Summary& v) {
   for (const selftest::Difference& d : v.differences)
     fmt::print("DIFFERS: {}, level {}: hash {:016x}, {:016x} is right\n", d.combination, d.level,
                d.got, d.expected);
@@ -37,7 +37,7 @@ void printText(const selftest::Verdict& v) {
     fmt::print("{} of {} results differ\n", v.differences.size(), v.combinations * v.levels.size());
 }
 
-void printJson(const selftest::Verdict& v) {
+void printJson(const selftest::Summary& v) {
   nlohmann::ordered_json json{{"ok", v.differences.empty()},
                               {"version", VISTREL_VERSION},
                               {"levels", v.levels},
@@ -60,9 +60,9 @@ void addSelftestCommand(CLI::App& program, int& status) {
   command->add_flag("--json", *json, "Print JSON");
   command->footer(kExamples);
   command->callback([json, &status] {
-    const selftest::Verdict verdict = selftest::run();
-    *json ? printJson(verdict) : printText(verdict);
-    status = verdict.differences.empty() ? kDone : kSomeFailed;
+    const selftest::Summary summary = selftest::run();
+    *json ? printJson(summary) : printText(summary);
+    status = summary.differences.empty() ? kDone : kSomeFailed;
   });
 }
 

@@ -36,11 +36,12 @@ Image imageOf(vistrel_frame frame) {
 
 void unpackFrames(const UnpackOptions& o, const PictureType& type) {
   FrameFile file(o.input, o.in);
-  printRemarks(file, o.input);
+  printWarnings(file, o.input);
   const uint64_t first = o.in.frame.value_or(0), count = o.in.frame ? 1 : file.frames();
   if (count > 1 && !type.many)
-    fail(kRejected, "it has {} frames: {} takes one, .pgm and .raw take all; --frame N names one",
-         count, o.output);
+    throwError(kRejected,
+               "it has {} frames: {} takes one, .pgm and .raw take all; --frame N names one", count,
+               o.output);
   AtomicFile output(o.output);
   for (uint64_t n = first; n < first + count; ++n) type.write(imageOf(file.read(n)), output);
   output.commit();
@@ -48,14 +49,14 @@ void unpackFrames(const UnpackOptions& o, const PictureType& type) {
 
 ExitStatus run(const UnpackOptions& o) {
   if (!o.in.size || !o.in.pixfmt)
-    fail(kUsage, "--size and --pixfmt are needed: a dump does not tell how its samples lie");
+    throwError(kUsage, "--size and --pixfmt are needed: a dump does not tell how its samples lie");
   const PictureType& type = pictureType(o.output);
-  if (type.channels > 1) fail(kUsage, "-o {}: samples go to .pgm or .raw", o.output);
+  if (type.channels > 1) throwError(kUsage, "-o {}: samples go to .pgm or .raw", o.output);
   RunFiles files;
   files.addInput(o.input);
   files.addWritten("-o", o.output);
   const Outcome outcome = attempt([&] { unpackFrames(o, type); });
-  if (outcome.status != kDone) throw Failure(outcome.status, o.input + ": " + outcome.text);
+  if (outcome.status != kDone) throw ProgramError(outcome.status, o.input + ": " + outcome.text);
   return kDone;
 }
 

@@ -19,12 +19,12 @@ namespace {
 namespace fs = std::filesystem;
 
 void onSignal(int signal) {
-  removeAllUnfinished();
+  removeAllTemporaryFiles();
   _exit(128 + signal);
 }
 
-[[noreturn]] void failToWriteTo(const fs::path& path, const char* reason) {
-  fail(kInputOutput, "{} cannot be written: {}", path.string(), reason);
+[[noreturn]] void throwWriteErrorTo(const fs::path& path, const char* reason) {
+  throwError(kInputOutput, "{} cannot be written: {}", path.string(), reason);
 }
 
 // The file that a link leads to, so that the link stays.
@@ -32,7 +32,7 @@ fs::path targetOf(const fs::path& path) {
   std::error_code error;
   const fs::path target = fs::exists(path, error) ? fs::canonical(path) : path;
   if (fs::exists(target, error) && !fs::is_regular_file(target, error))
-    failToWriteTo(path, "it is not a regular file");
+    throwWriteErrorTo(path, "it is not a regular file");
   return target;
 }
 
@@ -69,15 +69,15 @@ bool isStandardOutput(const fs::path& path) {
 AtomicFile::AtomicFile(const fs::path& path) : name_(path), target_(path) {
   if (isStandardOutput(path)) {
     stream_ = std::tmpfile();
-    if (!stream_) failToWrite(std::strerror(errno));
+    if (!stream_) throwWriteError(std::strerror(errno));
     return;
   }
   target_ = targetOf(path);
-  const int descriptor = unfinished_.emplace((target_.parent_path() / "").string()).descriptor();
-  if (descriptor < 0) failToWrite(std::strerror(errno));
+  const int descriptor = temporary_.emplace((target_.parent_path() / "").string()).descriptor();
+  if (descriptor < 0) throwWriteError(std::strerror(errno));
   fchmod(descriptor, permissions(target_));
   stream_ = fdopen(descriptor, "w+b");
-  if (!stream_) failToWrite(std::strerror(errno));
+  if (!stream_) throwWriteError(std::strerror(errno));
 }
 
 AtomicFile::~AtomicFile() {
@@ -85,37 +85,37 @@ AtomicFile::~AtomicFile() {
 }
 
 void AtomicFile::write(const void* bytes, size_t count) {
-  if (std::fwrite(bytes, 1, count, stream_) != count) failToWrite(std::strerror(errno));
+  if (std::fwrite(bytes, 1, count, stream_) != count) throwWriteError(std::strerror(errno));
 }
 
 void AtomicFile::commit() {
-  if (!unfinished_) return copyToStandardOutput();
+  if (!temporary_) return copyToStandardOutput();
   // A write that failed long ago is remembered by the stream alone.
   bool good = !std::ferror(stream_) && std::fflush(stream_) == 0 && fsync(fileno(stream_)) == 0;
   good = std::fclose(std::exchange(stream_, nullptr)) == 0 && good;
-  if (!good || !unfinished_->rename(target_.c_str())) failToWrite(std::strerror(errno));
+  if (!good || !temporary_->rename(target_.c_str())) throwWriteError(std::strerror(errno));
 }
 
 void AtomicFile::copyToStandardOutput() {
-  if (std::ferror(stream_)) failToWrite(std::strerror(errno));  // which rewinding forgets
+  if (std::ferror(stream_)) throwWriteError(std::strerror(errno));  // which rewinding forgets
   std::rewind(stream_);
   std::vector<char> part(1 << 16);
   for (size_t n; (n = std::fread(part.data(), 1, part.size(), stream_)) > 0;)
-    if (!writeAll(STDOUT_FILENO, part.data(), n)) failToWrite(std::strerror(errno));
-  if (std::ferror(stream_)) failToWrite(std::strerror(errno));
+    if (!writeAll(STDOUT_FILENO, part.data(), n)) throwWriteError(std::strerror(errno));
+  if (std::ferror(stream_)) throwWriteError(std::strerror(errno));
 }
 
-void AtomicFile::failToWrite(const char* reason) const { failToWriteTo(name_, reason); }
+void AtomicFile::throwWriteError(const char* reason) const { throwWriteErrorTo(name_, reason); }
 
 void checkWritable(const fs::path& path) {
   if (isStandardOutput(path)) return;
   const fs::path folder = targetOf(path).parent_path() / "";
   if (faccessat(AT_FDCWD, folder.empty() ? "." : folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
-    failToWriteTo(path, std::strerror(errno));
+    throwWriteErrorTo(path, std::strerror(errno));
 }
 
 void installSignalHandlers() {
-  for (const int signal : kEndingSignals) std::signal(signal, onSignal);
+  for (const int signal : kTerminatingSignals) std::signal(signal, onSignal);
   std::signal(SIGXFSZ, SIG_IGN);
 }
 

@@ -1,4 +1,4 @@
-// A file that appears under its name whole or not at all.
+// A file that appears under its name complete or not at all.
 #pragma once
 
 #include <cstdio>
@@ -9,9 +9,10 @@
 
 namespace vistrel::app {
 
-// Writes beside the name and takes the name's place at commit(); destroyed before that, it
-// leaves no trace. "-", also after a type as in "png:-", is standard output, which gets all at
-// commit(). Any number of threads may have one. All members throw Failure (input/output).
+// Writes to a temporary file in the same folder, which commit() renames; without commit() it
+// leaves no trace. "-", also after a type as in "png:-", is standard output, which receives
+// everything at commit(). Any number of threads may each have one. All members throw ProgramError
+// (input/output).
 class AtomicFile {
  public:
   explicit AtomicFile(const std::filesystem::path& path);
@@ -23,25 +24,25 @@ class AtomicFile {
   void write(const void* bytes, size_t count);
   void commit();
 
-  // Throws the Failure that names the file and the reason.
-  [[noreturn]] void failToWrite(const char* reason) const;
+  // Throws a ProgramError that names the file and the reason.
+  [[noreturn]] void throwWriteError(const char* reason) const;
 
  private:
   void copyToStandardOutput();
 
-  std::filesystem::path name_;            // as it was given
-  std::filesystem::path target_;          // where a link leads
-  std::optional<Unfinished> unfinished_;  // none of standard output
+  std::filesystem::path name_;              // as given
+  std::filesystem::path target_;            // with links resolved
+  std::optional<TemporaryFile> temporary_;  // empty for standard output
   std::FILE* stream_ = nullptr;
 };
 
-// Throws what an AtomicFile of that name would where it can't be begun; makes no file.
+// Throws what the constructor of an AtomicFile of that name would throw, but creates no file.
 void checkWritable(const std::filesystem::path& path);
 
 bool isStandardOutput(const std::filesystem::path& path);
 
-// From here on an interrupt or a request to end removes unfinished files and ends the program
-// with 128 plus the signal's number. A file size limit becomes an ordinary error.
+// From now on, SIGINT, SIGTERM and SIGHUP remove all temporary files and end the program with 128
+// plus the signal's number. Exceeding a file size limit becomes an ordinary error.
 void installSignalHandlers();
 
 }  // namespace vistrel::app

@@ -46,8 +46,8 @@ void RunFiles::addWritten(const std::string& option, const fs::path& path,
   if (isNew) return;
   const Use& other = there->second;
   if (!input.empty() && !other.input.empty())
-    fail(kUsage, "{}: both {} and {} would be written there", name, other.input, input);
-  fail(kUsage, "{}: it is the same file as {}", name, other.name);
+    throwError(kUsage, "{}: both {} and {} would be written there", name, other.input, input);
+  throwError(kUsage, "{}: it is the same file as {}", name, other.name);
 }
 
 // Where a file would be that there is not.

@@ -1,4 +1,4 @@
-// The files of a run: it writes over none that it needs, and none twice.
+// The files of a run: ensures that it overwrites no input and writes no file twice.
 #pragma once
 
 #include <filesystem>
@@ -8,26 +8,26 @@
 
 namespace vistrel::app {
 
-// Told of all files that are read and then of all that are written, before anything is written.
-// Two names are one file where a link or another way leads to the same place. Standard output is
-// no file.
+// Add all files that are read, then all that are written, before writing anything. Two names are
+// the same file if they lead to the same place, for instance through a link. Standard output does
+// not count as a file.
 class RunFiles {
  public:
   void addInput(const std::filesystem::path& path);
   void addInputs(const std::vector<std::string>& paths);
 
-  // A file that an option names, e.g. a curve.
+  // A file that an option names, for instance a curve.
   void addRead(const std::string& option, const std::filesystem::path& path);
 
-  // A file that an option leads to; `input` is what it is made of, where that tells files of one
-  // option apart. Throws Failure (usage) where it has been told of already.
+  // A file that is written because of an option; `input` is what it is made from, if one option
+  // leads to several files. Throws ProgramError (usage) if the file has already been added.
   void addWritten(const std::string& option, const std::filesystem::path& path,
                   const std::string& input = "");
 
  private:
   struct Use {
-    std::string name;   // as users know it
-    std::string input;  // of a file that is written
+    std::string name;   // as the user knows it
+    std::string input;  // of a written file
   };
 
   void addThere(const std::filesystem::path& path, const std::string& name);

@@ -16,18 +16,20 @@ namespace {
 namespace fs = std::filesystem;
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-[[noreturn]] void failToRead() { fail(kInputOutput, "cannot be read: {}", std::strerror(errno)); }
+[[noreturn]] void throwReadError() {
+  throwError(kInputOutput, "cannot be read: {}", std::strerror(errno));
+}
 
 File opened(const fs::path& path) {
   checkIsFile(path);
   File file(std::fopen(path.c_str(), "rb"), std::fclose);
-  if (!file) failToRead();
+  if (!file) throwReadError();
   return file;
 }
 
 struct stat statusOf(std::FILE* file) {
   struct stat status {};
-  if (fstat(fileno(file), &status) != 0) failToRead();
+  if (fstat(fileno(file), &status) != 0) throwReadError();
   return status;
 }
 
@@ -35,23 +37,25 @@ File copied(int from) {
   File file(std::tmpfile(), std::fclose);
   std::vector<char> part(1 << 16);
   for (ssize_t n; (n = ::read(from, part.data(), part.size())) != 0;) {
-    if (n < 0) failToRead();
+    if (n < 0) throwReadError();
     if (!file || std::fwrite(part.data(), 1, static_cast<size_t>(n), file.get()) == 0)
-      fail(kInputOutput, "standard input cannot be kept in {}: {}", P_tmpdir, std::strerror(errno));
+      throwError(kInputOutput, "standard input cannot be kept in {}: {}", P_tmpdir,
+                 std::strerror(errno));
   }
   if (!file || std::fflush(file.get()) != 0)
-    fail(kInputOutput, "standard input cannot be kept in {}: {}", P_tmpdir, std::strerror(errno));
+    throwError(kInputOutput, "standard input cannot be kept in {}: {}", P_tmpdir,
+               std::strerror(errno));
   return file;
 }
 
 File standardInput() {
   const int descriptor = dup(STDIN_FILENO);
-  if (descriptor < 0) failToRead();
+  if (descriptor < 0) throwReadError();
   File input(fdopen(descriptor, "rb"), std::fclose);
-  if (!input) failToRead();
+  if (!input) throwReadError();
   if (S_ISREG(statusOf(input.get()).st_mode)) return input;
   File copy = copied(descriptor);
-  if (dup2(fileno(copy.get()), STDIN_FILENO) < 0) failToRead();  // for whoever opens it again
+  if (dup2(fileno(copy.get()), STDIN_FILENO) < 0) throwReadError();  // for whoever opens it again
   return copy;
 }
 
@@ -60,8 +64,8 @@ File standardInput() {
 void checkIsFile(const fs::path& path) {
   std::error_code error;
   const auto status = fs::status(path, error);
-  if (!fs::exists(status)) fail(kInputOutput, "cannot be read: {}", error.message());
-  if (!fs::is_regular_file(status)) fail(kInputOutput, "it is not a regular file");
+  if (!fs::exists(status)) throwError(kInputOutput, "cannot be read: {}", error.message());
+  if (!fs::is_regular_file(status)) throwError(kInputOutput, "it is not a regular file");
 }
 
 Source::Source(const fs::path& path)
@@ -84,8 +88,8 @@ size_t Source::readSome(uint64_t at, void* to, size_t count) const noexcept {
 void Source::read(uint64_t at, void* to, size_t count) const {
   errno = 0;
   if (readSome(at, to, count) == count) return;
-  if (errno) failToRead();
-  fail(kInputOutput, "cannot be read: it ends early");
+  if (errno) throwReadError();
+  throwError(kInputOutput, "cannot be read: it ends early");
 }
 
 std::string Source::head(size_t count) const {

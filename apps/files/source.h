@@ -1,4 +1,4 @@
-// Where a frame's bytes come from: a file, or standard input.
+// Input bytes: a file or standard input.
 #pragma once
 
 #include <cstdint>
@@ -10,22 +10,23 @@
 
 namespace vistrel::app {
 
-// Throws Failure (input/output) for what is no file that can be read.
+// Throws ProgramError (input/output) if there is no regular file of that name.
 void checkIsFile(const std::filesystem::path& path);
 
-// Bytes of a known number, read at any place. All members throw Failure (input/output).
+// A known number of bytes with random access. All members throw ProgramError (input/output).
 class Source {
  public:
-  // "-" is standard input; where that is no file, all of it goes to a nameless temporary one.
+  // "-" is standard input; if that is not a file, its content is copied to an unnamed temporary
+  // file.
   explicit Source(const std::filesystem::path& path);
 
   const std::filesystem::path& path() const { return path_; }
   uint64_t size() const { return size_; }
 
-  // Throws where fewer bytes than `count` are there.
+  // Throws if fewer than `count` bytes are left.
   void read(uint64_t at, void* to, size_t count) const;
 
-  // As many of `count` bytes as can be read; for callbacks of libraries in C.
+  // Reads up to `count` bytes and returns how many; for callbacks from C libraries.
   size_t readSome(uint64_t at, void* to, size_t count) const noexcept;
 
   std::string head(size_t count) const;

@@ -17,39 +17,39 @@
 
 namespace vistrel::app {
 
-struct Unfinished::Slot {
+struct TemporaryFile::Slot {
   std::atomic<bool> taken, made;  // by an object; its file is there
   char name[PATH_MAX];            // does not change while the file is there
 };
 
-Unfinished::Slot Unfinished::slots_[256];
+TemporaryFile::Slot TemporaryFile::slots_[256];
 
 namespace {
 
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
-std::atomic<bool> g_ending;
-std::atomic<int> g_beginning;  // threads that make a file right now
+std::atomic<bool> g_terminating;
+std::atomic<int> g_creating;  // threads that make a file right now
 
 // While a file is made, no signal interrupts this thread, and handlers on others wait.
-class Beginning {
+class CreationGuard {
  public:
-  Beginning() {
+  CreationGuard() {
     sigset_t ending;
     sigemptyset(&ending);
-    for (const int signal : kEndingSignals) sigaddset(&ending, signal);
+    for (const int signal : kTerminatingSignals) sigaddset(&ending, signal);
     pthread_sigmask(SIG_BLOCK, &ending, &before_);
-    ++g_beginning;
-    if (g_ending) {
-      --g_beginning;
+    ++g_creating;
+    if (g_terminating) {
+      --g_creating;
       for (;;) pause();
     }
   }
-  ~Beginning() {
-    --g_beginning;
+  ~CreationGuard() {
+    --g_creating;
     pthread_sigmask(SIG_SETMASK, &before_, nullptr);
   }
-  Beginning(const Beginning&) = delete;
-  Beginning& operator=(const Beginning&) = delete;
+  CreationGuard(const CreationGuard&) = delete;
+  CreationGuard& operator=(const CreationGuard&) = delete;
 
  private:
   sigset_t before_;
@@ -57,14 +57,14 @@ class Beginning {
 
 }  // namespace
 
-Unfinished::Unfinished(const std::string& folder) {
+TemporaryFile::TemporaryFile(const std::string& folder) {
   const std::string name = folder + ".vistrel-XXXXXX";
   errno = name.size() < PATH_MAX ? EMFILE : ENAMETOOLONG;
   if (name.size() >= PATH_MAX) return;
   for (Slot& slot : slots_) {
     if (slot.taken.exchange(true)) continue;
     slot_ = &slot;
-    const Beginning beginning;
+    const CreationGuard guard;
     do {
       std::memcpy(slot.name, name.c_str(), name.size() + 1);
       descriptor_ = mkstemp(slot.name);
@@ -76,7 +76,7 @@ Unfinished::Unfinished(const std::string& folder) {
 
 // Tells others that somebody is at work, until this object ends. False where one of them had taken
 // the file for an abandoned one in between, and removed it.
-bool Unfinished::lock() {
+bool TemporaryFile::lock() {
   lock_ = fcntl(descriptor_, F_DUPFD_CLOEXEC, 0);
   struct stat status {};
   if (lock_ < 0 || flock(lock_, LOCK_EX) != 0 || fstat(lock_, &status) != 0) return true;
@@ -86,7 +86,7 @@ bool Unfinished::lock() {
   return false;
 }
 
-Unfinished::~Unfinished() {
+TemporaryFile::~TemporaryFile() {
   if (!slot_) return;
   if (lock_ >= 0) close(lock_);
   if (slot_->made) unlink(slot_->name);
@@ -94,13 +94,13 @@ Unfinished::~Unfinished() {
   slot_->taken = false;
 }
 
-bool Unfinished::rename(const char* name) {
+bool TemporaryFile::rename(const char* name) {
   if (std::rename(slot_->name, name) != 0) return false;
   slot_->made = false;
   return true;
 }
 
-void removeAbandonedIn(const std::string& folder) {
+void removeStaleFiles(const std::string& folder) {
   const std::unique_ptr<DIR, int (*)(DIR*)> files(opendir(folder.c_str()), closedir);
   if (!files) return;
   while (const dirent* entry = readdir(files.get())) {
@@ -113,11 +113,11 @@ void removeAbandonedIn(const std::string& folder) {
   }
 }
 
-void removeAllUnfinished() {
-  g_ending = true;
-  while (g_beginning) {
+void removeAllTemporaryFiles() {
+  g_terminating = true;
+  while (g_creating) {
   }
-  for (const Unfinished::Slot& slot : Unfinished::slots_)
+  for (const TemporaryFile::Slot& slot : TemporaryFile::slots_)
     if (slot.made) unlink(slot.name);
 }
 

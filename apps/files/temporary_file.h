@@ -1,23 +1,24 @@
-// The names of files that are not finished, where a signal handler can read them.
+// Temporary files, with their names where a signal handler can read them.
 #pragma once
 
 #include <string>
 
 namespace vistrel::app {
 
-// A file of mode 0600 with a name of its own in `folder`, which a signal removes. Any number of
-// threads may have some, 256 altogether.
-class Unfinished {
+// A file of mode 0600 with a unique name in `folder`. A terminating signal removes it. Any number
+// of threads may hold such files, up to 256 in all.
+class TemporaryFile {
  public:
-  // `descriptor` is below 0 where the file can't be made; errno tells why.
-  explicit Unfinished(const std::string& folder);
-  ~Unfinished();  // removes the file
-  Unfinished(const Unfinished&) = delete;
-  Unfinished& operator=(const Unfinished&) = delete;
+  // If the file can't be created, descriptor() is negative and errno has the reason.
+  explicit TemporaryFile(const std::string& folder);
+  ~TemporaryFile();  // removes the file
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
 
   int descriptor() const { return descriptor_; }
 
-  // Gives the file its name; false where that fails. Then there is nothing to remove any more.
+  // Gives the file its final name and returns true; from then on there is nothing to remove.
+  // Returns false on failure.
   bool rename(const char* name);
 
  private:
@@ -25,20 +26,20 @@ class Unfinished {
 
   struct Slot;
   static Slot slots_[];
-  friend void removeAllUnfinished();
+  friend void removeAllTemporaryFiles();
 
   Slot* slot_ = nullptr;
   int descriptor_ = -1;
   int lock_ = -1;
 };
 
-// Removes what processes left that were killed. Files of those that still run are locked.
-void removeAbandonedIn(const std::string& folder);
+// Removes files left behind by killed processes. Running processes keep their files locked.
+void removeStaleFiles(const std::string& folder);
 
-// For signal handlers: no file is begun from here on, and those that there are go away.
-void removeAllUnfinished();
+// For signal handlers: removes all files and keeps further ones from being created.
+void removeAllTemporaryFiles();
 
 // The signals that end the program.
-inline constexpr int kEndingSignals[] = {2, 15, 1};  // SIGINT, SIGTERM, SIGHUP
+inline constexpr int kTerminatingSignals[] = {2, 15, 1};  // SIGINT, SIGTERM, SIGHUP
 
 }  // namespace vistrel::app

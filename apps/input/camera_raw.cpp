@@ -22,9 +22,10 @@ fs::path findPlugin() {
   const fs::path installed = (program / VISTREL_PLUGINS_FROM_PROGRAM).lexically_normal();
   for (const fs::path& folder : {program, installed})
     if (fs::exists(folder / kPlugin, error)) return folder / kPlugin;
-  fail(kInputOutput,
-       "a camera raw file is read by the plug-in {}, which is installed neither in {} nor in {}",
-       kPlugin, installed.string(), program.string());
+  throwError(
+      kInputOutput,
+      "a camera raw file is read by the plug-in {}, which is installed neither in {} nor in {}",
+      kPlugin, installed.string(), program.string());
 }
 
 // It stays loaded until the program ends.
@@ -32,7 +33,8 @@ vistrel_read_camera_raw_function loadPlugin() {
   const fs::path path = findPlugin();
   void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   void* const function = library ? dlsym(library, VISTREL_READ_CAMERA_RAW) : nullptr;
-  if (!function) fail(kInputOutput, "the plug-in {} cannot be loaded: {}", kPlugin, dlerror());
+  if (!function)
+    throwError(kInputOutput, "the plug-in {} cannot be loaded: {}", kPlugin, dlerror());
   return reinterpret_cast<vistrel_read_camera_raw_function>(function);
 }
 
@@ -42,8 +44,8 @@ class CameraRawReader : public Reader {
     static const vistrel_read_camera_raw_function readCameraRaw = loadPlugin();
     const std::vector<uint8_t> bytes = source.all();
     char text[200] = "";
-    if (readCameraRaw(bytes.data(), bytes.size(), room, this, text) != 0)
-      fail(kRejected, "camera raw: {}", text);
+    if (readCameraRaw(bytes.data(), bytes.size(), allocateSamples, this, text) != 0)
+      throwError(kRejected, "camera raw: {}", text);
   }
 
   void read(uint64_t, void* to) override {
@@ -51,7 +53,7 @@ class CameraRawReader : public Reader {
   }
 
  private:
-  static uint16_t* room(void* self, const vistrel_camera_raw* raw) {
+  static uint16_t* allocateSamples(void* self, const vistrel_camera_raw* raw) {
     auto* reader = static_cast<CameraRawReader*>(self);
     Description& d = reader->description_;
     d.format = "camera raw";
@@ -59,7 +61,7 @@ class CameraRawReader : public Reader {
     d.height = raw->height;
     d.bytesPerSample = 2;
     d.bits = raw->bits;
-    d.tellsBits = true;
+    d.bitsKnown = true;
     d.phase = raw->phase;
     d.black = raw->black;
     d.white = raw->white;

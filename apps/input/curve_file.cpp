@@ -14,24 +14,24 @@
 namespace vistrel::app {
 namespace {
 
-constexpr uint32_t kMostValue = 255;
-constexpr size_t kMostEntries = 4096;
+constexpr uint32_t kMaxValue = 255;
+constexpr size_t kMaxEntries = 4096;
 
 uint16_t parseEntry(const std::string& word, size_t line) {
   uint32_t value = 0;
   const char* const end = word.data() + word.size();
   const auto [rest, error] = std::from_chars(word.data(), end, value);
   if (rest != end || error == std::errc::invalid_argument)
-    fail(kUsage, "line {}: {:?}: a number is expected", line, word);
-  if (error != std::errc{} || value > kMostValue)
-    fail(kUsage, "line {}: {}: 0 to {} are allowed", line, word, kMostValue);
+    throwError(kUsage, "line {}: {:?}: a number is expected", line, word);
+  if (error != std::errc{} || value > kMaxValue)
+    throwError(kUsage, "line {}: {}: 0 to {} are allowed", line, word, kMaxValue);
   return static_cast<uint16_t>(value);
 }
 
 std::vector<uint16_t> readText(std::istream& in) {
   std::vector<uint16_t> table;
   std::string line;
-  for (size_t number = 1; std::getline(in, line) && table.size() <= kMostEntries; ++number) {
+  for (size_t number = 1; std::getline(in, line) && table.size() <= kMaxEntries; ++number) {
     std::istringstream words(line.substr(0, line.find('#')));
     for (std::string word; words >> word;) table.push_back(parseEntry(word, number));
   }
@@ -48,8 +48,8 @@ std::vector<uint16_t> readSamples(const std::filesystem::path& path) {
   else
     std::copy_n(static_cast<const uint8_t*>(f.samples), n, table.begin());
   for (size_t i = 0; i < n; ++i)
-    if (table[i] > kMostValue)
-      fail(kUsage, "entry {}: {}: 0 to {} are allowed", i, table[i], kMostValue);
+    if (table[i] > kMaxValue)
+      throwError(kUsage, "entry {}: {}: 0 to {} are allowed", i, table[i], kMaxValue);
   return table;
 }
 
@@ -65,7 +65,7 @@ bool isPgm(std::istream& in) {
 std::vector<uint16_t> readTable(const std::filesystem::path& path) {
   checkIsFile(path);
   std::ifstream in(path, std::ios::binary);
-  if (!in) fail(kInputOutput, "cannot be read: {}", std::strerror(errno));
+  if (!in) throwError(kInputOutput, "cannot be read: {}", std::strerror(errno));
   return isPgm(in) ? readSamples(path) : readText(in);
 }
 
@@ -76,14 +76,15 @@ std::vector<uint16_t> readCurve(const std::filesystem::path& path) {
   const Outcome outcome = attempt([&] {
     table = readTable(path);
     const size_t n = table.size();
-    if (n > kMostEntries) fail(kUsage, "more than {} entries", kMostEntries);
+    if (n > kMaxEntries) throwError(kUsage, "more than {} entries", kMaxEntries);
     if (n != 1024 && n != 2048 && n != 4096)
-      fail(kUsage, "{} entries: 1024 are expected, one for each value of ten bits, or 2048 or 4096",
-           n);
+      throwError(kUsage,
+                 "{} entries: 1024 are expected, one for each value of ten bits, or 2048 or 4096",
+                 n);
   });
   if (outcome.status == kDone) return table;
-  throw Failure(outcome.status == kInputOutput ? kInputOutput : kUsage,
-                "--curve " + path.string() + ": " + outcome.text);
+  throw ProgramError(outcome.status == kInputOutput ? kInputOutput : kUsage,
+                     "--curve " + path.string() + ": " + outcome.text);
 }
 
 }  // namespace vistrel::app

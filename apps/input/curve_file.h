@@ -1,4 +1,4 @@
-// Tone curves of the user's: text or PGM.
+// Tone curves in files: text or PGM.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,9 @@
 
 namespace vistrel::app {
 
-// 1024, 2048 or 4096 entries of 0..255. A text has numbers between white space, and comments from
-// # to the end of a line. Throws Failure: input/output, or usage for what is no such table.
+// Reads 1024, 2048 or 4096 entries of 0..255. A text file holds numbers separated by white space;
+// a comment runs from # to the end of the line. Throws ProgramError: input/output, or usage for an
+// invalid table.
 std::vector<uint16_t> readCurve(const std::filesystem::path& path);
 
 }  // namespace vistrel::app

@@ -48,12 +48,12 @@ double FitsInput::number(const char* keyword, double otherwise) {
   return value;
 }
 
-void FitsInput::readPlane(uint64_t n, bool words, void* to) {
+void FitsInput::readPlane(uint64_t n, bool wide, void* to) {
   LONGLONG first[3] = {1, 1, static_cast<LONGLONG>(n) + 1};
   int status = 0;
-  fits_read_pixll(file_, words ? TUSHORT : TBYTE, first, shape_.size[0] * shape_.size[1], nullptr,
+  fits_read_pixll(file_, wide ? TUSHORT : TBYTE, first, shape_.size[0] * shape_.size[1], nullptr,
                   to, nullptr, &status);
-  if (status == NUM_OVERFLOW) fail(kRejected, "FITS: a sample is below 0 or above 65535");
+  if (status == NUM_OVERFLOW) throwError(kRejected, "FITS: a sample is below 0 or above 65535");
   check(status);
 }
 
@@ -62,7 +62,7 @@ void FitsInput::check(int status) const {
   fits_clear_errmsg();
   char text[FLEN_STATUS];
   fits_get_errstatus(status, text);
-  fail(kRejected, "FITS: {} (status {} of cfitsio)", text, status);
+  throwError(kRejected, "FITS: {} (status {} of cfitsio)", text, status);
 }
 
 void FitsInput::findImage() {
@@ -75,7 +75,7 @@ void FitsInput::findImage() {
     check(status);
     if (type != IMAGE_HDU) continue;
     if (fits_is_compressed_image(file_, &status))
-      fail(kRejected, "FITS: its image is compressed by tiles, which is not supported");
+      throwError(kRejected, "FITS: its image is compressed by tiles, which is not supported");
     fits_get_img_paramll(file_, 3, &shape_.bits, &shape_.axes, shape_.size, &status);
     check(status);
     if (shape_.axes == 0) continue;
@@ -86,7 +86,7 @@ void FitsInput::findImage() {
     check(status);
     return;
   }
-  fail(kRejected, "FITS: there is no image in it");
+  throwError(kRejected, "FITS: there is no image in it");
 }
 
 }  // namespace vistrel::app

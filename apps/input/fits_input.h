@@ -1,4 +1,4 @@
-// A FITS file that is read: what cfitsio does, with failures in place of status codes.
+// Reading FITS through cfitsio, with exceptions in place of status codes.
 #pragma once
 
 #include <fitsio.h>
@@ -14,12 +14,12 @@ struct FitsShape {
   int bits = 0, axes = 0;
   LONGLONG size[3] = {1, 1, 1};
   double scale = 1, zero = 0;
-  LONGLONG begin = 0;  // where the samples begin in the file
+  LONGLONG begin = 0;  // offset of the samples in the file
 };
 
 class FitsInput {
  public:
-  // Opens the first image that is not empty. Throws Failure.
+  // Opens the first non-empty image. Throws ProgramError.
   explicit FitsInput(const Source& source);
   ~FitsInput();
   FitsInput(const FitsInput&) = delete;
@@ -27,12 +27,13 @@ class FitsInput {
 
   const FitsShape& shape() const { return shape_; }
 
-  // Of the header; empty and `otherwise` where the keyword is missing. Throws Failure.
+  // The value of a header keyword; an empty string or `otherwise` if it is missing. Throws
+  // ProgramError.
   std::string text(const char* keyword);
   double number(const char* keyword, double otherwise);
 
-  // All samples of plane n, from 0, in the file's order of rows, as bytes or as 16-bit words.
-  void readPlane(uint64_t n, bool words, void* to);
+  // Reads plane n, counted from 0, in the file's row order, as 8-bit or 16-bit samples.
+  void readPlane(uint64_t n, bool wide, void* to);
 
  private:
   void check(int status) const;

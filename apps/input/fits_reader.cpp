@@ -14,15 +14,16 @@ namespace vistrel::app {
 namespace {
 
 void checkShape(const FitsShape& s) {
-  if (s.axes != 2 && s.axes != 3) fail(kRejected, "FITS: {} axes: 2 or 3 are expected", s.axes);
+  if (s.axes != 2 && s.axes != 3)
+    throwError(kRejected, "FITS: {} axes: 2 or 3 are expected", s.axes);
   for (const LONGLONG n : s.size)
     if (n < 1 || n > UINT32_MAX)
-      fail(kRejected, "FITS: an axis of {}: 1 to {} are allowed", n, UINT32_MAX);
+      throwError(kRejected, "FITS: an axis of {}: 1 to {} are allowed", n, UINT32_MAX);
   if (s.bits != BYTE_IMG && s.bits != SHORT_IMG)
-    fail(kRejected, "FITS: BITPIX {}: 8 and 16 are read", s.bits);
+    throwError(kRejected, "FITS: BITPIX {}: 8 and 16 are read", s.bits);
   if (std::trunc(s.scale) != s.scale || std::trunc(s.zero) != s.zero || s.scale < 1)
-    fail(kRejected, "FITS: BSCALE {}, BZERO {}: whole numbers are expected, BSCALE from 1", s.scale,
-         s.zero);
+    throwError(kRejected, "FITS: BSCALE {}, BZERO {}: whole numbers are expected, BSCALE from 1",
+               s.scale, s.zero);
 }
 
 // The phase that BAYERPAT names, or VISTREL_MONO.
@@ -60,7 +61,7 @@ class FitsReader : public Reader {
     const bool asStored = s.bits == BYTE_IMG && s.scale == 1 && s.zero == 0;
     d.bytesPerSample = asStored ? 1 : 2;
     d.bits = 8 * d.bytesPerSample;
-    d.tellsBits = asStored;
+    d.bitsKnown = asStored;
     const auto stored = static_cast<uint32_t>(s.bits);
     const auto begin = std::min(static_cast<uint64_t>(s.begin), source.size());
     checkSize(d, source, stored, (source.size() - begin) / d.frames);

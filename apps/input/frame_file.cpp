@@ -21,27 +21,27 @@ constexpr const char* kPhaseIsMissing =
     "the frame's left upper corner: rggb, bggr, grbg or gbrg; mono stands for a frame without "
     "colour filters. With --from-name the file's name tells it";
 
-using Remarks = std::vector<std::string>;
+using Warnings = std::vector<std::string>;
 
-void remarkBits(uint32_t taken, const char* teller, uint32_t told, Remarks& remarks) {
+void warnIfBitsDiffer(uint32_t taken, const char* teller, uint32_t told, Warnings& warnings) {
   if (taken != told)
-    remarks.push_back(fmt::format("taken as {} bits; {} tells {}", taken, teller, told));
+    warnings.push_back(fmt::format("taken as {} bits; {} tells {}", taken, teller, told));
 }
 
-void remarkPhase(uint32_t taken, const char* teller, uint32_t told, Remarks& remarks) {
+void warnIfPhasesDiffer(uint32_t taken, const char* teller, uint32_t told, Warnings& warnings) {
   if (taken != told)
-    remarks.push_back(fmt::format("taken as {}; {} tells {}", vistrel_phase_name(taken), teller,
-                                  vistrel_phase_name(told)));
+    warnings.push_back(fmt::format("taken as {}; {} tells {}", vistrel_phase_name(taken), teller,
+                                   vistrel_phase_name(told)));
 }
 
 // The options, with what the file's name tells filled in.
-InputOptions withName(const std::filesystem::path& path, InputOptions o, Remarks& remarks) {
+InputOptions withName(const std::filesystem::path& path, InputOptions o, Warnings& warnings) {
   if (!o.fromName) return o;
   const FrameName name = parseFrameName(path.stem().string());
   if (!o.bits) o.bits = name.bits;
   if (!o.phase) o.phase = name.phase;
-  remarkBits(*o.bits, "its name", name.bits, remarks);
-  remarkPhase(*o.phase, "its name", name.phase, remarks);
+  warnIfBitsDiffer(*o.bits, "its name", name.bits, warnings);
+  warnIfPhasesDiffer(*o.phase, "its name", name.phase, warnings);
   return o;
 }
 
@@ -49,26 +49,27 @@ InputOptions withName(const std::filesystem::path& path, InputOptions o, Remarks
 
 FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& options)
     : source_(std::make_unique<Source>(path)), chosen_(options.frame.value_or(0)) {
-  const InputOptions o = withName(path, options, remarks_);
+  const InputOptions o = withName(path, options, warnings_);
   reader_ = o.size ? openHeaderless(*source_, o) : openReader(*source_);
   if (const char* const kind = o.size && !o.skip ? kindOf(*source_) : nullptr)
-    remarks_.push_back(fmt::format("taken as a dump by --size; it begins like a {} file", kind));
+    warnings_.push_back(fmt::format("taken as a dump by --size; it begins like a {} file", kind));
   describe(o);
-  remark(o);
+  addWarnings(o);
 }
 
 void FrameFile::describe(const InputOptions& o) {
   const Description& d = description();
   const std::string& fault = d.phaseFault;
   if (o.needsPhase && !o.phase && !d.phase)
-    fail(kRejected, "{}", fault.empty() ? kPhaseIsMissing : fault + "; --phase tells another");
+    throwError(kRejected, "{}",
+               fault.empty() ? kPhaseIsMissing : fault + "; --phase tells another");
   if (chosen_ >= d.frames)
-    fail(kRejected, "--frame {}: the file has {} frames, counted from 0", chosen_, d.frames);
+    throwError(kRejected, "--frame {}: the file has {} frames, counted from 0", chosen_, d.frames);
   frame_.width = d.width;
   frame_.height = d.height;
   frame_.bytes_per_sample = d.bytesPerSample;
   frame_.bits = o.bits.value_or(d.bits);
-  bitsAreTold_ = o.bits || o.pixfmt || d.tellsBits;
+  bitsKnown_ = o.bits || o.pixfmt || d.bitsKnown;
   frame_.alignment = hasHighBits(o) ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
   const auto bits = fmt::format("bits {}", frame_.bits);
@@ -83,41 +84,42 @@ bool FrameFile::hasHighBits(const InputOptions& o) const {
   const Description& d = description();
   if (o.size || !o.highBits) return d.highBits;
   if (d.bytesPerSample == 1)
-    fail(kRejected, "--align high: it is for samples in words, and these are not");
-  if (!bitsAreTold_)
-    fail(kRejected, "--align high: --bits is missing, and the file does not tell it");
-  if (d.tellsBits && d.bits < 16)
-    fail(kRejected, "--align high: the file tells that its samples are the lowest {} bits", d.bits);
+    throwError(kRejected, "--align high: it is for samples in words, and these are not");
+  if (!bitsKnown_)
+    throwError(kRejected, "--align high: --bits is missing, and the file does not tell it");
+  if (d.bitsKnown && d.bits < 16)
+    throwError(kRejected, "--align high: the file tells that its samples are the lowest {} bits",
+               d.bits);
   return frame_.bits < 16;
 }
 
-void FrameFile::remark(const InputOptions& o) {
+void FrameFile::addWarnings(const InputOptions& o) {
   const Description& d = description();
   if (d.trailing)
-    remarks_.push_back(fmt::format("{} byte{} after the last frame {} left out", d.trailing,
-                                   d.trailing > 1 ? "s" : "", d.trailing > 1 ? "are" : "is"));
+    warnings_.push_back(fmt::format("{} byte{} after the last frame {} left out", d.trailing,
+                                    d.trailing > 1 ? "s" : "", d.trailing > 1 ? "are" : "is"));
   const char* const teller = o.pixfmt ? "--pixfmt" : "the file";
-  if (o.bits && (d.tellsBits || o.pixfmt))
-    remarkBits(*o.bits, teller, o.pixfmt ? o.pixfmt->bits : d.bits, remarks_);
-  if (o.phase && d.phase) remarkPhase(*o.phase, teller, *d.phase, remarks_);
+  if (o.bits && (d.bitsKnown || o.pixfmt))
+    warnIfBitsDiffer(*o.bits, teller, o.pixfmt ? o.pixfmt->bits : d.bits, warnings_);
+  if (o.phase && d.phase) warnIfPhasesDiffer(*o.phase, teller, *d.phase, warnings_);
   if (d.phaseFault.empty()) return;
   const char* const taken = o.phase ? vistrel_phase_name(*o.phase) : nullptr;
-  remarks_.push_back(d.phaseFault + (taken ? fmt::format("; taken as {}", taken) : ""));
+  warnings_.push_back(d.phaseFault + (taken ? fmt::format("; taken as {}", taken) : ""));
 }
 
 // Words of sixteen bits, as far as anybody knows, and the highest ones are 0.
-void FrameFile::remarkUnusedBits() {
-  if (bitsAreTold_) return;
+void FrameFile::warnOfUnusedBits() {
+  if (bitsKnown_) return;
   const auto all = std::accumulate(samples_.begin(), samples_.end(), 0u, std::bit_or<>());
   const auto used = static_cast<uint32_t>(std::bit_width(all));
   if (used && used < frame_.bits)
-    remarks_.push_back(fmt::format("taken as {} bits, of which {} are used; --bits {} says so",
-                                   frame_.bits, used, std::max(used, 8u)));
+    warnings_.push_back(fmt::format("taken as {} bits, of which {} are used; --bits {} says so",
+                                    frame_.bits, used, std::max(used, 8u)));
 }
 
-void printRemarks(const FrameFile& file, const std::string& name) {
-  for (const std::string& remark : file.remarks())
-    fmt::print(stderr, "vistrel: {}: {}\n", name, remark);
+void printWarnings(const FrameFile& file, const std::string& name) {
+  for (const std::string& warning : file.warnings())
+    fmt::print(stderr, "vistrel: {}: {}\n", name, warning);
 }
 
 const vistrel_frame& FrameFile::read(uint64_t n) {
@@ -127,7 +129,7 @@ const vistrel_frame& FrameFile::read(uint64_t n) {
   frame_.samples = samples_.data();
   frame_.size = bytes;
   frame_.stride = 0;
-  remarkUnusedBits();
+  warnOfUnusedBits();
   return frame_;
 }
 

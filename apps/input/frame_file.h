@@ -1,4 +1,4 @@
-// Frames on disk, of any kind that there is a reader for.
+// Frames in files of any kind that has a reader.
 #pragma once
 
 #include <cstdint>
@@ -13,44 +13,44 @@
 
 namespace vistrel::app {
 
-// An open file whose header is read and whose length is enough.
+// An open file: its header has been read, and it is long enough for its frames.
 class FrameFile {
  public:
-  // Throws Failure: input/output where it cannot be read, rejected where it is no frame.
+  // Throws ProgramError: input/output if it cannot be read, rejected if it is not a frame.
   FrameFile(const std::filesystem::path& path, const InputOptions& options);
 
-  // Size, bits and phase, the samples still to come. `phase` is VISTREL_MONO where nothing tells.
+  // Size, bits and phase, without the samples. `phase` is VISTREL_MONO if it is not specified.
   const vistrel_frame& frame() const { return frame_; }
   uint64_t frames() const { return description().frames; }
 
-  // What the file itself tells.
+  // What the file itself says.
   const Description& description() const { return reader_->description(); }
 
-  // Where the options say other than the file, what is left for them to say, and what of the file
-  // is no frame: sentences for the user. read() may add one.
-  const std::vector<std::string>& remarks() const { return remarks_; }
+  // Messages for the user: options that contradict the file, options that are advisable, and bytes
+  // that belong to no frame. read() may add one.
+  const std::vector<std::string>& warnings() const { return warnings_; }
 
-  // Reads the samples of frame n, or of the one that the options name, into memory of this object,
-  // packed and in this machine's byte order.
+  // Reads the samples of frame n, or of the one that the options choose, into memory of this
+  // object: packed, in native byte order.
   const vistrel_frame& read(uint64_t n);
   const vistrel_frame& read() { return read(chosen_); }
 
  private:
   void describe(const InputOptions& options);
   bool hasHighBits(const InputOptions& options) const;
-  void remark(const InputOptions& options);
-  void remarkUnusedBits();
+  void addWarnings(const InputOptions& options);
+  void warnOfUnusedBits();
 
   std::unique_ptr<Source> source_;
   std::unique_ptr<Reader> reader_;
   vistrel_frame frame_{};
   uint64_t chosen_;
-  bool bitsAreTold_;
-  std::vector<std::string> remarks_;
+  bool bitsKnown_;
+  std::vector<std::string> warnings_;
   std::vector<uint16_t> samples_;
 };
 
-// On standard error.
-void printRemarks(const FrameFile& file, const std::string& name);
+// Prints the warnings on standard error.
+void printWarnings(const FrameFile& file, const std::string& name);
 
 }  // namespace vistrel::app

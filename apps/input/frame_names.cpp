@@ -13,7 +13,7 @@ constexpr const char* kPlain[] = {".pgm", ".pnm", ".png",  ".tif", ".tiff",
 constexpr const char* kCameraRaw[] = {
     ".3fr", ".arw", ".cr2", ".cr3", ".crw", ".dcr", ".erf", ".iiq", ".kdc", ".mef", ".mos",
     ".mrw", ".nef", ".nrw", ".orf", ".pef", ".raf", ".rw2", ".rwl", ".sr2", ".srf", ".srw"};
-constexpr const char* kDumps[] = {".raw", ".bin", ".dat", ".img", ".dump"};
+constexpr const char* kHeaderless[] = {".raw", ".bin", ".dat", ".img", ".dump"};
 
 bool endsLike(const std::filesystem::path& path, std::span<const char* const> ends) {
   std::string end = path.extension().string();
@@ -30,6 +30,6 @@ bool isFrameName(const std::filesystem::path& path) {
 
 bool isCameraRawName(const std::filesystem::path& path) { return endsLike(path, kCameraRaw); }
 
-bool isDumpName(const std::filesystem::path& path) { return endsLike(path, kDumps); }
+bool isHeaderlessName(const std::filesystem::path& path) { return endsLike(path, kHeaderless); }
 
 }  // namespace vistrel::app

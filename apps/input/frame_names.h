@@ -1,13 +1,13 @@
-// Which files of a folder are frames, by the ends of their names.
+// Which files of a folder are frames, by their extensions.
 #pragma once
 
 #include <filesystem>
 
 namespace vistrel::app {
 
-// Capitals and small letters are all the same.
-bool isFrameName(const std::filesystem::path& path);  // of a kind that is read without options
+// Case is ignored.
+bool isFrameName(const std::filesystem::path& path);  // readable without options
 bool isCameraRawName(const std::filesystem::path& path);
-bool isDumpName(const std::filesystem::path& path);
+bool isHeaderlessName(const std::filesystem::path& path);
 
 }  // namespace vistrel::app

@@ -28,9 +28,10 @@ vistrel_packed packedOf(const InputOptions& o) {
   packed.bits = o.bits.value_or(o.pixfmt ? o.pixfmt->bits : 0);
   packed.packing = packingOf(o, packed.bits);
   if (o.pixfmt && packed.bits != o.pixfmt->bits && !areWords(packed.packing))
-    fail(kRejected, "--bits {}: samples of that --pixfmt have {}", packed.bits, o.pixfmt->bits);
+    throwError(kRejected, "--bits {}: samples of that --pixfmt have {}", packed.bits,
+               o.pixfmt->bits);
   if (o.highBits && !areWords(packed.packing))
-    fail(kRejected, "--align high: it is for samples in words, and these are not");
+    throwError(kRejected, "--align high: it is for samples in words, and these are not");
   return packed;
 }
 
@@ -73,11 +74,11 @@ class HeaderlessReader : public Reader {
   // The last row of the last frame may lack its padding.
   void countFrames() {
     const uint64_t left = source_.size() - std::min(skip_, source_.size());
-    const auto room = skip_ ? fmt::format("the {} bytes behind --skip {}", left, skip_)
-                            : fmt::format("its {} bytes", left);
+    const auto allocateSamples = skip_ ? fmt::format("the {} bytes behind --skip {}", left, skip_)
+                                       : fmt::format("its {} bytes", left);
     if (left < layout_.bytes)
-      fail(kRejected, "the file is too short: {}x{} samples of {} bits do not fit {}",
-           packed_.width, packed_.height, bitsInFile(), room);
+      throwError(kRejected, "the file is too short: {}x{} samples of {} bits do not fit {}",
+                 packed_.width, packed_.height, bitsInFile(), allocateSamples);
     description_.frames = 1 + (left - layout_.bytes) / frameBytes();
     const uint64_t used = description_.frames * frameBytes();
     description_.trailing = left > used ? left - used : 0;

@@ -21,7 +21,7 @@ class PgmReader : public Reader {
     d.maxval = header.maxval;
     d.bytesPerSample = header.maxval > 255 ? 2 : 1;
     d.bits = bitsOfLargest(header.maxval, 8 * d.bytesPerSample);
-    d.tellsBits = header.maxval < 256 || d.bits < 16;
+    d.bitsKnown = header.maxval < 256 || d.bits < 16;
     checkSize(d, source, 8 * d.bytesPerSample, source.size() - header.samplesAt);
     findImages(header);
   }
@@ -42,13 +42,15 @@ class PgmReader : public Reader {
     for (uint64_t end; beginsPgm(source_, end = at_.back() + imageBytes());) {
       const PgmHeader next = readPgmHeader(source_, end);
       if (next.width != first.width || next.height != first.height || next.maxval != first.maxval)
-        fail(kRejected,
-             "image {} of the stream is {}x{} with maxval {}: all have to be like the first one, "
-             "{}x{} with maxval {}",
-             at_.size(), next.width, next.height, next.maxval, first.width, first.height,
-             first.maxval);
+        throwError(
+            kRejected,
+            "image {} of the stream is {}x{} with maxval {}: all have to be like the first one, "
+            "{}x{} with maxval {}",
+            at_.size(), next.width, next.height, next.maxval, first.width, first.height,
+            first.maxval);
       if (source_.size() - next.samplesAt < imageBytes())
-        fail(kRejected, "the file is too short: it ends within image {} of the stream", at_.size());
+        throwError(kRejected, "the file is too short: it ends within image {} of the stream",
+                   at_.size());
       at_.push_back(next.samplesAt);
     }
     description_.frames = at_.size();

@@ -17,7 +17,7 @@ class PngReader : public Reader {
     d.height = png.height();
     d.bytesPerSample = png.bits() / 8;
     d.bits = png.grayBits();
-    d.tellsBits = d.bits < 16;
+    d.bitsKnown = d.bits < 16;
     checkSize(d, source, png.bits(), source.size(), kDeflateRatio);
   }
 
@@ -30,9 +30,9 @@ class PngReader : public Reader {
  private:
   static void checkType(const PngInput& png) {
     if (png.colourType() != PNG_COLOR_TYPE_GRAY || png.bits() < 8)
-      fail(kRejected, "a PNG of {} channel{} of {} bits{}: gray of 8 or 16 bits is expected",
-           png.channels(), png.channels() > 1 ? "s" : "", png.bits(),
-           png.colourType() == PNG_COLOR_TYPE_PALETTE ? " with a palette" : "");
+      throwError(kRejected, "a PNG of {} channel{} of {} bits{}: gray of 8 or 16 bits is expected",
+                 png.channels(), png.channels() > 1 ? "s" : "", png.bits(),
+                 png.colourType() == PNG_COLOR_TYPE_PALETTE ? " with a palette" : "");
   }
 
   const Source& source_;

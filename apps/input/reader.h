@@ -1,4 +1,4 @@
-// What every kind of input has in common.
+// The interface that all kinds of input share.
 #pragma once
 
 #include <cstdint>
@@ -10,59 +10,59 @@
 
 namespace vistrel::app {
 
-// What an input tells of its frames, which are all alike.
+// What an input says about its frames, which are all alike.
 struct Description {
   std::string format;  // "PGM", "TIFF", ...
   uint32_t width = 0, height = 0;
   uint32_t bytesPerSample = 1;
-  uint32_t bits = 8;              // significant ones
-  bool highBits = false;          // they are the highest ones of a word, not the lowest
-  bool tellsBits = false;         // else `bits` is all that a sample of this size may have
+  uint32_t bits = 8;              // significant bits
+  bool highBits = false;          // they are the highest bits of a 16-bit sample, not the lowest
+  bool bitsKnown = false;         // otherwise `bits` is the size of a sample
   std::optional<uint32_t> phase;  // of the frame as it is read
-  std::string phaseFault;         // why what the file says of it makes no sense
+  std::string phaseFault;         // why the phase in the file is invalid
   uint64_t frames = 1;
-  std::optional<uint32_t> maxval;  // of a PGM
+  std::optional<uint32_t> maxval;  // in a PGM
   std::optional<double> black, white;
-  std::optional<uint32_t> orientation;  // TIFF's code; frames are as the sensor has them
-  std::optional<std::string> pixfmt;    // PFNC name of what a dump holds
-  uint64_t trailing = 0;                // bytes after the last sample that nothing explains
+  std::optional<uint32_t> orientation;  // TIFF's code; frames keep the orientation of the sensor
+  std::optional<std::string> pixfmt;    // PFNC name of a headerless raw file's format
+  uint64_t trailing = 0;                // bytes after the last sample that belong to nothing
 };
 
-// An open input whose description is complete and whose length is enough for it.
+// An open input. Its description is complete, and it is long enough for its frames.
 class Reader {
  public:
   virtual ~Reader() = default;
   const Description& description() const { return description_; }
 
-  // Writes the samples of frame n, from 0: packed rows, from the top, in this machine's byte order.
-  // `to` has room for width * height * bytesPerSample bytes. Throws Failure.
+  // Writes the samples of frame n, counted from 0: packed rows, from the top, in native byte order.
+  // `to` holds width * height * bytesPerSample bytes. Throws ProgramError.
   virtual void read(uint64_t n, void* to) = 0;
 
  protected:
   Description description_;
 };
 
-// A kind of input. `open` throws Failure for what it can't read; `source` outlives the reader.
+// A kind of input. `open` throws ProgramError if it can't read the source, which must outlive the
+// reader.
 struct ReaderType {
   const char* name;  // of the kind
   bool (*recognises)(const Source& source, const std::string& head);
   std::unique_ptr<Reader> (*open)(const Source& source);
 };
 
-// The reader for the source's content. Throws Failure (rejected) where there is none.
+// Opens the reader for the content of the source. Throws ProgramError (rejected) if there is none.
 std::unique_ptr<Reader> openReader(const Source& source);
 
-// The kind that the source's first bytes are those of; null for a dump.
+// The kind of file that the first bytes suggest; null if they suggest none.
 const char* kindOf(const Source& source);
 
-// Refuses what is no frame at all, and then one whose samples, of so many bits in the file, need
-// more than `available` bytes, before they take memory. One byte may stand for `ratio` bytes of
-// them.
+// Checks, before memory is allocated, that the description is that of a frame, and that
+// `available` bytes can hold its samples, of `storedBits` each in the file. With compression one
+// byte may decode to up to `ratio` bytes.
 void checkSize(const Description& description, const Source& source, uint32_t storedBits,
                uint64_t available, uint64_t ratio = 1);
 
-// The significant bits that a largest value tells: n where it is n set bits, else all `stored`
-// ones.
+// The significant bits implied by a largest value: n if it is 2^n - 1, otherwise `stored`.
 uint32_t bitsOfLargest(uint64_t largest, uint32_t stored);
 
 }  // namespace vistrel::app

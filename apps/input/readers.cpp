@@ -30,9 +30,10 @@ const char* kindOf(const Source& source) {
 }
 
 std::unique_ptr<Reader> openReader(const Source& source) {
-  if (source.size() == 0) fail(kRejected, "the file is empty");
+  if (source.size() == 0) throwError(kRejected, "the file is empty");
   if (const ReaderType* type = typeOf(source, kTypes)) return type->open(source);
-  fail(kRejected, "no frame of a kind that this program knows; -s WxH reads header-less dumps");
+  throwError(kRejected,
+             "no frame of a kind that this program knows; -s WxH reads header-less dumps");
 }
 
 void checkSize(const Description& d, const Source& source, uint32_t storedBits, uint64_t available,
@@ -46,8 +47,8 @@ void checkSize(const Description& d, const Source& source, uint32_t storedBits, 
   layoutOf(frame, defaultConversion(frame));
   const uint64_t rowBytes = (uint64_t{d.width} * storedBits + 7) / 8;
   if (rowBytes > available * ratio / d.height)
-    fail(kRejected, "the file is too short: {}x{} samples of {} bits do not fit its {} bytes",
-         d.width, d.height, storedBits, source.size());
+    throwError(kRejected, "the file is too short: {}x{} samples of {} bits do not fit its {} bytes",
+               d.width, d.height, storedBits, source.size());
 }
 
 uint32_t bitsOfLargest(uint64_t largest, uint32_t stored) {

@@ -14,12 +14,12 @@ extern const ReaderType kTiff;  // mosaic or gray, and DNG that is not compresse
 extern const ReaderType kFits;  // 8 or 16 bits; the third axis counts frames
 extern const ReaderType kCameraRaw;  // recognised by the file name extension
 
-// Loads a plug-in on the first call. Throws Failure: input/output if there is no plug-in, rejected
-// if it can't read the file.
+// Loads a plug-in on the first call. Throws ProgramError: input/output if there is no plug-in,
+// rejected if it can't read the file.
 std::unique_ptr<Reader> openCameraRaw(const Source& source);
 
 // A headerless raw file. `options` must have a size and either bits or a pixel format. Throws
-// Failure.
+// ProgramError.
 std::unique_ptr<Reader> openHeaderless(const Source& source, const InputOptions& options);
 
 }  // namespace vistrel::app

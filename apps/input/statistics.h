@@ -1,4 +1,4 @@
-// What the samples of a frame are like.
+// Statistics of the samples of a frame.
 #pragma once
 
 #include <cstdint>
@@ -10,10 +10,10 @@ namespace vistrel::app {
 struct Statistics {
   uint32_t lowest, highest;
   double mean;
-  uint32_t usedBits;     // up to the highest bit that any sample sets
-  uint32_t zeroLowBits;  // bits at the lower end that no sample sets
-  // The largest value of the frame's bits, without the zero low bits. Where a frame counts as 16
-  // bits only because nothing tells its depth, the used bits take their place.
+  uint32_t usedBits;     // up to the highest bit set in any sample
+  uint32_t zeroLowBits;  // low bits that are 0 in all samples
+  // The largest value of the frame's bits, with the zero low bits cleared. For a frame of 16 bits,
+  // whose real depth may be unknown, the largest value of the used bits.
   uint32_t fullScale;
   double percentSaturated;  // samples at full scale or above
   double percentAtHighest;  // samples at the highest value

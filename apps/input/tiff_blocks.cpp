@@ -28,7 +28,7 @@ class BlockReader {
     TIFF* const t = tiff_.handle();
     const uint32_t rows = std::min(tiff_.get<uint32_t>(TIFFTAG_ROWSPERSTRIP, 0), image_.rows);
     const size_t rowBytes = bytesOf(image_.columns);
-    if (rows == 0) tiff_.failToRead("strips of no rows");
+    if (rows == 0) tiff_.throwReadError("strips of no rows");
     std::vector<uint8_t> strip(rowBytes * rows);
     for (uint32_t y = 0; y < image_.rows; y += std::min(rows, image_.rows - y)) {
       const uint32_t count = std::min(rows, image_.rows - y);
@@ -36,7 +36,7 @@ class BlockReader {
       const uint32_t n = TIFFComputeStrip(t, y, 0);
       checkBlock(n, bytes);
       if (TIFFReadEncodedStrip(t, n, strip.data(), bytes) != bytes)
-        tiff_.failToRead("a strip is too short");
+        tiff_.throwReadError("a strip is too short");
       place(strip.data(), {0, y, image_.columns, count});
     }
   }
@@ -45,7 +45,7 @@ class BlockReader {
     TIFF* const t = tiff_.handle();
     const auto width = tiff_.get<uint32_t>(TIFFTAG_TILEWIDTH, 0);
     const auto height = tiff_.get<uint32_t>(TIFFTAG_TILELENGTH, 0);
-    if (!width || !height) tiff_.failToRead("tiles of no pixels");
+    if (!width || !height) tiff_.throwReadError("tiles of no pixels");
     std::vector<uint8_t> tile(bytesOf(width) * height);
     const auto bytes = static_cast<tmsize_t>(tile.size());
     for (uint64_t y = 0; y < image_.rows; y += height)
@@ -54,7 +54,7 @@ class BlockReader {
         const uint32_t n = TIFFComputeTile(t, x0, y0, 0, 0);
         checkBlock(n, bytes);
         if (TIFFReadEncodedTile(t, n, tile.data(), bytes) != bytes)
-          tiff_.failToRead("a tile is too short");
+          tiff_.throwReadError("a tile is too short");
         place(tile.data(), {x0, y0, width, height});
       }
   }
@@ -73,9 +73,9 @@ class BlockReader {
     const bool plain = image_.compression == COMPRESSION_NONE;
     const uint64_t count = plain ? std::min(stored, static_cast<uint64_t>(bytes)) : stored;
     if (at > source_.size() || count > source_.size() - at)
-      fail(kRejected,
-           "the file is too short: {} bytes of samples are to begin at byte {} of its {}", count,
-           at, source_.size());
+      throwError(kRejected,
+                 "the file is too short: {} bytes of samples are to begin at byte {} of its {}",
+                 count, at, source_.size());
   }
 
   // Copies the part of a block that lies in the frame.

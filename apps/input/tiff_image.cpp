@@ -10,7 +10,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr size_t kMostDirectories = 4096;
+constexpr size_t kMaxDirectories = 4096;
 
 // Whether the block's filters, row by row, are `pattern`: 0 red, 1 green, 2 blue.
 bool hasPattern(uint32_t phase, const uint8_t* pattern) {
@@ -58,8 +58,8 @@ void takeActiveArea(TIFF* tiff, TiffImage& image) {
   const uint32_t* area = nullptr;  // top, left, bottom, right
   if (!TIFFGetField(tiff, TIFFTAG_ACTIVEAREA, &area)) return;
   if (area[0] >= area[2] || area[1] >= area[3] || area[2] > image.rows || area[3] > image.columns)
-    fail(kRejected, "TIFF: ActiveArea {} {} {} {}: it leaves the image of {}x{}, or is empty",
-         area[0], area[1], area[2], area[3], image.columns, image.rows);
+    throwError(kRejected, "TIFF: ActiveArea {} {} {} {}: it leaves the image of {}x{}, or is empty",
+               area[0], area[1], area[2], area[3], image.columns, image.rows);
   image.y = area[0];
   image.x = area[1];
   image.height = area[2] - area[0];
@@ -101,9 +101,9 @@ std::vector<TiffImage> allImages(TiffInput& tiff) {
   do {
     images.push_back(currentImage(tiff));
     addSubdirectories(t, below);
-  } while (images.size() < kMostDirectories && TIFFReadDirectory(t));
+  } while (images.size() < kMaxDirectories && TIFFReadDirectory(t));
   for (const uint64_t offset : below)
-    if (images.size() < kMostDirectories && TIFFSetSubDirectory(t, offset))
+    if (images.size() < kMaxDirectories && TIFFSetSubDirectory(t, offset))
       images.push_back(currentImage(tiff));
   return images;
 }
@@ -120,12 +120,14 @@ std::vector<TiffImage> findTiffFrames(TiffInput& tiff) {
     return i.photometric == PHOTOMETRIC_MINISBLACK && i.samplesPerPixel == 1 && !i.reduced;
   });
   if (frames.empty())
-    fail(kRejected,
-         "a TIFF of {} samples a pixel, photometric interpretation {}: a mosaic of one sample a "
-         "pixel or gray is expected",
-         images[0].samplesPerPixel, images[0].photometric);
+    throwError(
+        kRejected,
+        "a TIFF of {} samples a pixel, photometric interpretation {}: a mosaic of one sample a "
+        "pixel or gray is expected",
+        images[0].samplesPerPixel, images[0].photometric);
   for (TiffImage& image : frames) {
-    if (!TIFFSetSubDirectory(tiff.handle(), image.offset)) tiff.failToRead("a directory is lost");
+    if (!TIFFSetSubDirectory(tiff.handle(), image.offset))
+      tiff.throwReadError("a directory is lost");
     takeActiveArea(tiff.handle(), image);
     if (!image.orientation) image.orientation = images[0].orientation;  // where DNG has it
     if (image.photometric == PHOTOMETRIC_CFA) takePhase(tiff.handle(), image);

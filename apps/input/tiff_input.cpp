@@ -10,7 +10,7 @@ namespace vistrel::app {
 namespace {
 
 // What libtiff may take at once for a tag or a strip.
-constexpr tmsize_t kMostMemory = tmsize_t{4} << 30;
+constexpr tmsize_t kMaxMemory = tmsize_t{4} << 30;
 
 using Options = std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)>;
 
@@ -21,15 +21,15 @@ TiffInput::TiffInput(const Source& source) : source_(source), tiff_(nullptr, TIF
   if (!options) throw std::bad_alloc();
   TIFFOpenOptionsSetErrorHandlerExtR(options.get(), onError, this);
   TIFFOpenOptionsSetWarningHandlerExtR(options.get(), onWarning, this);
-  TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), kMostMemory);
+  TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), kMaxMemory);
   // m: no mapping
   tiff_.reset(TIFFClientOpenExt("TIFF", "rm", this, onRead, onWrite, onSeek, onClose, onSize,
                                 nullptr, nullptr, options.get()));
-  if (!tiff_) failToRead("it cannot be opened");
+  if (!tiff_) throwReadError("it cannot be opened");
 }
 
-void TiffInput::failToRead(const char* otherwise) const {
-  fail(kRejected, "TIFF: {}", message_.empty() ? otherwise : message_);
+void TiffInput::throwReadError(const char* otherwise) const {
+  throwError(kRejected, "TIFF: {}", message_.empty() ? otherwise : message_);
 }
 
 int TiffInput::onError(TIFF*, void* self, const char*, const char* format, va_list arguments) {

@@ -1,4 +1,4 @@
-// A TIFF that is read: what libtiff does, with failures in place of messages.
+// Reading TIFF through libtiff, with exceptions in place of messages.
 #pragma once
 
 #include <tiffio.h>
@@ -12,15 +12,15 @@ namespace vistrel::app {
 
 class TiffInput {
  public:
-  // Throws Failure for what is no TIFF.
+  // Throws ProgramError if the source is not a TIFF.
   explicit TiffInput(const Source& source);
 
   TIFF* handle() const { return tiff_.get(); }
 
-  // Throws Failure with what libtiff said, or else with `otherwise`.
-  [[noreturn]] void failToRead(const char* otherwise) const;
+  // Throws ProgramError with libtiff's message, or with `otherwise` if there is none.
+  [[noreturn]] void throwReadError(const char* otherwise) const;
 
-  // The value of a tag that has one, or `otherwise`.
+  // The value of a tag, or its default, or `otherwise`.
   template <class T>
   T get(uint32_t tag, T otherwise) const {
     T value = otherwise;

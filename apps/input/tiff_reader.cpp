@@ -11,7 +11,7 @@ namespace vistrel::app {
 namespace {
 
 // No compression that is read here makes more bytes of one: deflate 1032, LZW 2730.
-constexpr uint64_t kMostRatio = 4096;
+constexpr uint64_t kMaxRatio = 4096;
 
 bool isKnown(uint32_t compression) {
   constexpr uint32_t known[] = {COMPRESSION_NONE, COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE,
@@ -26,18 +26,19 @@ bool isDng(const TiffInput& tiff) {
 
 void checkImage(const TiffImage& image) {
   if (image.samplesPerPixel != 1)
-    fail(kRejected, "TIFF: {} samples a pixel: 1 is expected of a mosaic", image.samplesPerPixel);
+    throwError(kRejected, "TIFF: {} samples a pixel: 1 is expected of a mosaic",
+               image.samplesPerPixel);
   if (image.bits < 8 || image.bits > 16)
-    fail(kRejected, "TIFF: {} bits a sample: 8 to 16 are allowed", image.bits);
+    throwError(kRejected, "TIFF: {} bits a sample: 8 to 16 are allowed", image.bits);
   if (image.sampleFormat != SAMPLEFORMAT_UINT && image.sampleFormat != SAMPLEFORMAT_VOID)
-    fail(kRejected, "TIFF: sample format {}: unsigned whole numbers, 1, are expected",
-         image.sampleFormat);
+    throwError(kRejected, "TIFF: sample format {}: unsigned whole numbers, 1, are expected",
+               image.sampleFormat);
   if (!image.isLinear)
-    fail(kRejected, "TIFF: its samples need a LinearizationTable, which is not supported");
+    throwError(kRejected, "TIFF: its samples need a LinearizationTable, which is not supported");
   if (!isKnown(image.compression))
-    fail(kRejected,
-         "TIFF: compression {}: none (1), LZW (5), deflate (8) and PackBits (32773) are read",
-         image.compression);
+    throwError(kRejected,
+               "TIFF: compression {}: none (1), LZW (5), deflate (8) and PackBits (32773) are read",
+               image.compression);
 }
 
 // As many as the level of white takes, which need not be all ones.
@@ -64,7 +65,7 @@ class TiffReader : public Reader {
 
   void read(uint64_t n, void* to) override {
     if (!TIFFSetSubDirectory(tiff_.handle(), images_[n].offset))
-      tiff_.failToRead("a directory is lost");
+      tiff_.throwReadError("a directory is lost");
     readTiffBlocks(tiff_, source_, images_[0], static_cast<uint8_t*>(to));
   }
 
@@ -76,7 +77,7 @@ class TiffReader : public Reader {
     d.height = first.height;
     d.bytesPerSample = first.bits > 8 ? 2 : 1;
     d.bits = significantBits(first);
-    d.tellsBits = d.bits < 16 || first.white;
+    d.bitsKnown = d.bits < 16 || first.white;
     d.phase = first.phase;
     d.phaseFault = first.phaseFault;
     d.black = first.black;
@@ -88,7 +89,7 @@ class TiffReader : public Reader {
   // Of all that is stored, and of a tile, which may reach beyond it.
   void checkLength(const TiffImage& first) {
     TIFFSetSubDirectory(tiff_.handle(), first.offset);
-    const uint64_t ratio = first.compression == COMPRESSION_NONE ? 1 : kMostRatio;
+    const uint64_t ratio = first.compression == COMPRESSION_NONE ? 1 : kMaxRatio;
     Description stored = description_;
     stored.width = first.columns;
     stored.height = first.rows;

@@ -1,4 +1,4 @@
-// The tables of names as JSON texts. Null stands where a convention has no name.
+// The tables of names as JSON. A name that a convention lacks is null.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// What each convention calls the formats that a conversion writes.
+// The names of the output formats in each convention.
 #pragma once
 
 #include <cstdint>
@@ -6,15 +6,15 @@
 
 namespace vistrel::app {
 
-// Null where a convention has no name for it.
+// A name that a convention lacks is null.
 struct OutputNames {
   const char* constant;
-  uint32_t bytes;     // of a pixel
-  const char* order;  // of its samples
+  uint32_t bytes;     // per pixel
+  const char* order;  // of the samples
   const char* v4l2;
   const char* gstreamer;
   const char* ffmpeg;
-  const char* opencv;  // type of the matrix
+  const char* opencv;  // matrix type
 };
 
 const std::vector<OutputNames>& outputNames();

@@ -1,4 +1,4 @@
-// What each convention calls the five phases.
+// The names of the five phases in each convention.
 #pragma once
 
 #include <array>
@@ -6,14 +6,14 @@
 
 namespace vistrel::app {
 
-// Null and empty where a convention has nothing for frames without colour filters.
+// Null or empty if a convention has nothing for frames without colour filters.
 struct PhaseNames {
   uint32_t phase;  // VISTREL_GRBG to VISTREL_MONO: the index in the table
   const char* constant;
   const char* name;         // ours
-  const char* block;        // its rows
-  const char* pfnc;         // beginning of the names of pixel formats
-  const char* opencv;       // of the block at row 1, column 1, so never read, only shown
+  const char* block;        // rows of the 2x2 block
+  const char* pfnc;         // prefix of pixel format names
+  const char* opencv;       // named after the block at row 1, column 1; shown, never parsed
   const char* fits;         // BAYERPAT
   const char* dng;          // CFAPattern: 0 red, 1 green, 2 blue
   std::array<int, 2> blue;  // row and column of the blue site

@@ -110,10 +110,11 @@ const PixelFormat* findPixelFormat(std::string_view name) {
 
 const PixelFormat& parsePixelFormat(std::string_view option, std::string_view text) {
   if (const PixelFormat* format = findPixelFormat(text)) return *format;
-  fail(kUsage,
-       "{} {}: no pixel format of that name. BayerRG12p (PFNC), pRCC (V4L2), rggb12le (GStreamer) "
-       "and bayer_rggb16le (FFmpeg) are such names; `vistrel formats` lists all",
-       option, text);
+  throwError(
+      kUsage,
+      "{} {}: no pixel format of that name. BayerRG12p (PFNC), pRCC (V4L2), rggb12le (GStreamer) "
+      "and bayer_rggb16le (FFmpeg) are such names; `vistrel formats` lists all",
+      option, text);
 }
 
 const char* packingName(uint32_t packing) {

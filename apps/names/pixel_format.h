@@ -1,4 +1,4 @@
-// Raw pixel formats: how samples lie in memory, and what each convention calls that.
+// Raw pixel formats: how samples are packed in memory, and the names in each convention.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace vistrel::app {
 
-// Empty where a convention has no name for it.
+// A name that a convention lacks is empty.
 struct PixelFormat {
   uint32_t phase;  // VISTREL_GRBG to VISTREL_MONO
   uint32_t bits;
@@ -17,14 +17,14 @@ struct PixelFormat {
   std::string v4l2, gstreamer, ffmpeg;
 };
 
-// All of them: by packing, then bits, then phase.
+// All formats, ordered by packing, then bits, then phase.
 const std::vector<PixelFormat>& pixelFormats();
 
-// The format that any convention calls so, or of that PFNC value (0x...); else null. The case
-// counts where only it tells two V4L2 codes apart.
+// The format with that name in any convention, or with that PFNC value (0x...); null if there is
+// none. Case is ignored, except in V4L2 codes, some of which differ in case alone.
 const PixelFormat* findPixelFormat(std::string_view name);
 
-// The same. Throws Failure (usage) where there is none.
+// As above, but throws ProgramError (usage) if there is none.
 const PixelFormat& parsePixelFormat(std::string_view option, std::string_view text);
 
 // "bytes", "words-le", "words-be", "pfnc", "gige", "mipi".

@@ -8,7 +8,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr uint32_t kMostThreshold = 255;
+constexpr uint32_t kMaxThreshold = 255;
 constexpr uint32_t kDefaultThreshold = 0;
 
 bool hasThreshold(const vistrel_algorithm& a) { return a.code == VISTREL_EDGE; }
@@ -61,15 +61,15 @@ std::vector<Algorithm> orAll(const std::vector<Algorithm>& given) {
 Algorithm parseAlgorithm(std::string_view option, std::string_view text) {
   const size_t colon = text.find(':');
   auto algorithm = find(text.substr(0, colon));
-  if (!algorithm) fail(kUsage, "{} {}: {} are allowed", option, text, algorithmNames());
+  if (!algorithm) throwError(kUsage, "{} {}: {} are allowed", option, text, algorithmNames());
   if (colon == text.npos) return *algorithm;
   if (!hasThreshold(*algorithm->row))
-    fail(kUsage, "{} {}: {} takes no threshold, only edge does", option, text,
-         algorithm->row->name);
+    throwError(kUsage, "{} {}: {} takes no threshold, only edge does", option, text,
+               algorithm->row->name);
   const char* const end = text.data() + text.size();
   const auto [rest, error] = std::from_chars(&text[colon] + 1, end, algorithm->threshold);
-  if (error != std::errc{} || rest != end || algorithm->threshold > kMostThreshold)
-    fail(kUsage, "{} {}: a threshold of 0 to {} is allowed", option, text, kMostThreshold);
+  if (error != std::errc{} || rest != end || algorithm->threshold > kMaxThreshold)
+    throwError(kUsage, "{} {}: a threshold of 0 to {} is allowed", option, text, kMaxThreshold);
   return *algorithm;
 }
 

@@ -1,4 +1,4 @@
-// Demosaic algorithms by the names of the host layer's table.
+// Demosaic algorithms, by their names in the host layer's table.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -13,25 +13,25 @@ namespace vistrel::app {
 
 struct Algorithm {
   const vistrel_algorithm* row;
-  uint32_t threshold;  // 0 for all but the edge algorithm
+  uint32_t threshold;  // of the edge algorithm; 0 for the others
 };
 
-// The table's algorithm of that index with its default threshold.
+// The algorithm at that index of the table, with its default threshold.
 Algorithm algorithmAt(size_t index);
 
-// NAME, or NAME:THRESHOLD where the algorithm has one. Throws Failure (usage).
+// Parses NAME, or NAME:THRESHOLD if the algorithm has one. Throws ProgramError (usage).
 Algorithm parseAlgorithm(std::string_view option, std::string_view text);
 
 // "bilinear, near, laroche".
 std::string algorithmNames();
 
-// "edge:20"; the name alone where there is no threshold.
+// "edge:20"; the name alone if the algorithm has no threshold.
 std::string labelOf(const Algorithm& algorithm);
 
-// -a, to be given any number of times.
+// -a, which may be repeated.
 void addAlgorithmsOption(CLI::App& command, std::vector<Algorithm>& algorithms);
 
-// Those that were given, or every one of the table.
+// The given algorithms, or all if none is given.
 std::vector<Algorithm> orAll(const std::vector<Algorithm>& given);
 
 }  // namespace vistrel::app

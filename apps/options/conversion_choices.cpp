@@ -24,7 +24,7 @@ Wording ToneOptions::words() const {
           {"; truncate_to 12 drops the lowest ones first", ""}};
 }
 
-std::vector<std::string> ConversionOptions::contradictions() const {
+std::vector<std::string> ConversionOptions::conflicts() const {
   std::vector<std::string> found;
   const auto clash = [&found](const std::string& one, const std::string& other, const char* why) {
     found.push_back(fmt::format("{} and {} do not go together: {}", one, other, why));
@@ -43,7 +43,7 @@ std::vector<std::string> ConversionOptions::contradictions() const {
   return found;
 }
 
-std::vector<std::string> ConversionOptions::idleFor(const vistrel_frame& frame) const {
+std::vector<std::string> ConversionOptions::unusedOptions(const vistrel_frame& frame) const {
   std::vector<std::string> idle;
   const bool mono = frame.phase == VISTREL_MONO;
   const auto onMono = [&idle](const std::string& option) {

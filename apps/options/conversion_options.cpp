@@ -42,7 +42,7 @@ std::optional<std::filesystem::path> ToneOptions::file() const {
   const auto number = numberIn(curve);
   if (!number) return curve;
   if (*number < 2 || *number > 6)
-    fail(kUsage, "--curve {}: 2 to 6, or a file with a table, are allowed", curve);
+    throwError(kUsage, "--curve {}: 2 to 6, or a file with a table, are allowed", curve);
   return {};
 }
 
@@ -62,10 +62,11 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   const Algorithm chosen = algorithm.value_or(algorithmAt(0));
   const vistrel_algorithm& a = *chosen.row;
   if (!mono && !reduced && frame.bits > a.max_bits)
-    fail(kRejected,
-         "--algorithm {}: made for {} bits at most, the frame has {}; --depth reduce10 drops the "
-         "lowest ones first",
-         a.name, a.max_bits, frame.bits);
+    throwError(
+        kRejected,
+        "--algorithm {}: made for {} bits at most, the frame has {}; --depth reduce10 drops the "
+        "lowest ones first",
+        a.name, a.max_bits, frame.bits);
   vistrel_conversion c = defaultConversion(frame);
   c.format = formatOf(*this, mono);
   c.algorithm = a.code;

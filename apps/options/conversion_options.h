@@ -1,4 +1,4 @@
-// What the command line says about a result: depth, tone, binning, gray.
+// Options of a conversion: algorithm, depth, tone, binning, gray.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -18,14 +18,15 @@ namespace vistrel::app {
 // --window, --curve.
 struct ToneOptions {
   std::optional<uint32_t> window;
-  std::string curve;            // a number or a file; empty without one
-  std::vector<uint16_t> table;  // of the file
+  std::string curve;            // a number or a file; empty for none
+  std::vector<uint16_t> table;  // read from the file
 
-  // The curve's file, if it is one. Throws Failure (usage) for a number that is no curve.
+  // The file of the curve, if it is not a number. Throws ProgramError (usage) for a number that
+  // names no curve.
   std::optional<std::filesystem::path> file() const;
 
-  void apply(vistrel_conversion& conversion) const;  // which keeps a pointer to `table`
-  std::string typed() const;                         // "--curve 2"; empty without either
+  void apply(vistrel_conversion& conversion) const;  // keeps a pointer to `table`
+  std::string typed() const;                         // "--curve 2"; empty if neither is given
   Wording words() const;
 };
 
@@ -35,19 +36,19 @@ struct ConversionOptions {
   std::optional<vistrel_region> region;
   PreparationOptions preparation;
   ToneOptions tone;
-  std::string depth, format, gray;  // empty: 8, that of the depth, luma
+  std::string depth, format, gray;  // empty: 8, the depth's format, luma
   bool mask = false;
-  bool bare = false;  // samples in the order of the format, not in that of a picture
+  bool bare = false;  // samples in the format's own order, not in that of a picture
 
-  // Options that do not go together, and those that have no effect on the frame: sentences for the
-  // user.
-  std::vector<std::string> contradictions() const;
-  std::vector<std::string> idleFor(const vistrel_frame& frame) const;
+  // Messages for the user: options that conflict, and options that have no effect on the frame.
+  std::vector<std::string> conflicts() const;
+  std::vector<std::string> unusedOptions(const vistrel_frame& frame) const;
 
   Wording words() const;
 
-  // Throws Failure (rejected) for more bits than the algorithm is made for.
-  vistrel_conversion of(const vistrel_frame& frame) const;  // refers to these options
+  // Throws ProgramError (rejected) if the frame has more bits than the algorithm supports. The
+  // result refers to these options.
+  vistrel_conversion of(const vistrel_frame& frame) const;
 
   bool keepsAllBits() const;
 };

@@ -31,8 +31,9 @@ FrameName parseFrameName(std::string_view stem) {
   const char* const wordEnd = word.data() + word.size();
   const auto [digitsEnd, error] = std::from_chars(word.data(), wordEnd, name.bits);
   if (word == stem || error != std::errc{} || std::string_view(digitsEnd, wordEnd) != "b")
-    fail(kRejected, "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in {}",
-         "rose_12b_rggb.pgm");
+    throwError(kRejected,
+               "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in {}",
+               "rose_12b_rggb.pgm");
   return name;
 }
 
@@ -41,10 +42,10 @@ uint32_t parsePhase(std::string_view option, std::string_view text) {
   for (uint32_t phase = VISTREL_GRBG; phase <= VISTREL_GBRG; ++phase)
     if (text == fmt::format("blue={},{}", phaseNames(phase).blue[0], phaseNames(phase).blue[1]))
       return phase;
-  fail(kUsage,
-       "{} {}: rggb, bggr, grbg, gbrg and mono are allowed, and blue=0,0 to blue=1,1, "
-       "the row and column of the blue site",
-       option, text);
+  throwError(kUsage,
+             "{} {}: rggb, bggr, grbg, gbrg and mono are allowed, and blue=0,0 to blue=1,1, "
+             "the row and column of the blue site",
+             option, text);
 }
 
 }  // namespace vistrel::app

@@ -1,4 +1,4 @@
-// What a file's name tells of the frame: ..._12b_rggb.pgm, ..._8b.pgm.
+// Bits and phase from the name of a file: ..._12b_rggb.pgm, ..._8b.pgm.
 #pragma once
 
 #include <cstdint>
@@ -8,14 +8,14 @@ namespace vistrel::app {
 
 struct FrameName {
   uint32_t bits;
-  uint32_t phase;  // VISTREL_MONO where no phase follows the bits
+  uint32_t phase;  // VISTREL_MONO if no phase follows the bits
 };
 
-// Throws Failure (rejected) where the name does not tell.
+// Throws ProgramError (rejected) if the name has no bits.
 FrameName parseFrameName(std::string_view stem);
 
-// The code of "rggb", "MONO" and so on, or of "blue=1,1", the blue site's row and column. Throws
-// Failure (usage).
+// Parses "rggb", "MONO" and so on, or "blue=1,1": the row and column of the blue site. Throws
+// ProgramError (usage).
 uint32_t parsePhase(std::string_view option, std::string_view text);
 
 }  // namespace vistrel::app

@@ -25,14 +25,14 @@ bool parseNumbers(std::string_view text, std::string_view separators, uint32_t* 
 Size parseSize(std::string_view option, std::string_view text) {
   uint32_t n[2];
   if (!parseNumbers(text, "x", n) || !n[0] || !n[1])
-    fail(kUsage, "{} {}: WxH is expected, both from 1, such as 640x480", option, text);
+    throwError(kUsage, "{} {}: WxH is expected, both from 1, such as 640x480", option, text);
   return {n[0], n[1]};
 }
 
 vistrel_region parseRegion(std::string_view option, std::string_view text) {
   uint32_t n[4];
   if (!parseNumbers(text, "x++", n))
-    fail(kUsage, "{} {}: WxH+X+Y is expected, such as 640x480+16+8", option, text);
+    throwError(kUsage, "{} {}: WxH+X+Y is expected, such as 640x480+16+8", option, text);
   return {n[2], n[3], n[0], n[1]};
 }
 

@@ -1,4 +1,4 @@
-// Sizes and regions as people write them: 640x480, 640x480+16+8.
+// Sizes and regions as users type them: 640x480, 640x480+16+8.
 #pragma once
 
 #include <string_view>
@@ -11,10 +11,10 @@ struct Size {
   uint32_t width, height;
 };
 
-// WxH, both from 1. Throws Failure (usage) with `option` in its text.
+// Parses WxH, both at least 1. Throws ProgramError (usage) that names `option`.
 Size parseSize(std::string_view option, std::string_view text);
 
-// WxH+X+Y. A size of 0 passes: that nothing is left of it, the conversion says.
+// Parses WxH+X+Y. Accepts a size of 0, which the conversion rejects.
 vistrel_region parseRegion(std::string_view option, std::string_view text);
 
 }  // namespace vistrel::app

@@ -10,7 +10,7 @@ namespace vistrel::app {
 
 void InputOptions::check() const {
   if (size && !bits && !fromName && !pixfmt)
-    fail(kUsage, "--bits is missing: a header-less dump does not tell its depth");
+    throwError(kUsage, "--bits is missing: a header-less dump does not tell its depth");
 }
 
 void InputOptions::checkWithPhase() {

@@ -1,4 +1,4 @@
-// What the command line says about the inputs.
+// Options that describe the inputs.
 #pragma once
 
 #include <cstddef>
@@ -16,20 +16,20 @@ class Option;
 namespace vistrel::app {
 
 struct InputOptions {
-  std::optional<Size> size;             // of a header-less dump
-  const PixelFormat* pixfmt = nullptr;  // of a dump: phase, bits and packing
+  std::optional<Size> size;             // of a headerless raw file
+  const PixelFormat* pixfmt = nullptr;  // of a headerless raw file: phase, bits and packing
   bool bigEndian = false;
-  bool highBits = false;    // samples lie in the high bits of their words
+  bool highBits = false;    // of 16-bit samples, the high bits are significant
   uint64_t skip = 0;        // bytes before the first sample
-  size_t stride = 0;        // bytes from row to row; 0: packed
-  bool continuous = false;  // rows of a dump have no byte boundary between them
+  size_t stride = 0;        // bytes from one row to the next; 0: packed
+  bool continuous = false;  // rows need not begin at a byte boundary
   std::optional<uint32_t> bits;
   std::optional<uint32_t> phase;
   bool fromName = false;
-  std::optional<uint64_t> frame;  // of several
-  bool needsPhase = false;        // a file that doesn't tell its phase is refused
+  std::optional<uint64_t> frame;  // index of one frame among several
+  bool needsPhase = false;        // reject a file that doesn't specify its phase
 
-  // Throws Failure (usage) where something is missing.
+  // Throws ProgramError (usage) if a required option is missing.
   void check() const;
   void checkWithPhase();  // sets needsPhase
 };

@@ -6,9 +6,9 @@
 
 namespace vistrel::app {
 
-CLI::Option* between(CLI::Option* option, int least, int most) {
-  const auto range = std::to_string(least) + ".." + std::to_string(most);
-  return option->check(CLI::Range(least, most).description(""))->type_name(range);
+CLI::Option* between(CLI::Option* option, int min, int max) {
+  const auto range = std::to_string(min) + ".." + std::to_string(max);
+  return option->check(CLI::Range(min, max).description(""))->type_name(range);
 }
 
 CLI::Option* fromZero(CLI::Option* option) {

@@ -1,4 +1,4 @@
-// What values an option accepts.
+// Checks of option values.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -8,13 +8,13 @@
 
 namespace vistrel::app {
 
-// A whole number from `least` to `most`.
-CLI::Option* between(CLI::Option* option, int least, int most);
+// Accepts integers from `min` to `max`.
+CLI::Option* between(CLI::Option* option, int min, int max);
 
-// A whole number from 0.
+// Accepts integers from 0.
 CLI::Option* fromZero(CLI::Option* option);
 
-// One of `words`.
+// Accepts one of `words`.
 CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words);
 
 }  // namespace vistrel::app

@@ -22,7 +22,7 @@ constexpr OutputFormat kFormats[] = {
 
 }  // namespace
 
-bool isDump(const std::filesystem::path& output) {
+bool isRawFile(const std::filesystem::path& output) {
   const auto extension = output.extension();
   return extension == ".raw" || extension == ".bin" || output == "raw:-" || output == "bin:-";
 }

@@ -1,4 +1,4 @@
-// Pixel formats by the names of --format.
+// Pixel formats, by their names in --format.
 #pragma once
 
 #include <cstdint>
@@ -10,16 +10,16 @@ namespace vistrel::app {
 
 struct OutputFormat {
   const char* name;
-  uint32_t code;        // VISTREL_...: of bare samples
-  bool allBits;         // keeps samples as long as they are
-  uint32_t inPictures;  // the code whose order the writers of pictures take
+  uint32_t code;        // VISTREL_...: in a headerless raw file
+  bool allBits;         // keeps all bits of a sample
+  uint32_t inPictures;  // the code that picture writers expect
 };
 
-// The name must be one of those below.
+// `name` must be one of outputFormatNames().
 const OutputFormat& outputFormat(const std::string& name);
 std::vector<std::string> outputFormatNames();
 
-// Whether a file of that name has bare samples.
-bool isDump(const std::filesystem::path& output);
+// Whether the name of an output asks for a headerless raw file.
+bool isRawFile(const std::filesystem::path& output);
 
 }  // namespace vistrel::app

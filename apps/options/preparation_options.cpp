@@ -11,11 +11,12 @@
 namespace vistrel::app {
 namespace {
 
-constexpr int kMostBlack = 65535;
-constexpr double kOne = double{int{VISTREL_GAIN_ONE}}, kMost = double{int{VISTREL_GAIN_MAX}};
+constexpr int kMaxBlack = 65535;
+constexpr double kOne = double{int{VISTREL_GAIN_ONE}}, kMax = double{int{VISTREL_GAIN_MAX}};
 
-[[noreturn]] void failBalance(const std::string& text) {
-  fail(kUsage, "--wb {}: auto, or three gains R,G,B from 1/4096 to 16, as in 2.1,1,1.6", text);
+[[noreturn]] void throwBalanceError(const std::string& text) {
+  throwError(kUsage, "--wb {}: auto, or three gains R,G,B from 1/4096 to 16, as in 2.1,1,1.6",
+             text);
 }
 
 // In 1/4096, rounded.
@@ -25,14 +26,14 @@ std::array<uint32_t, 3> parseGains(const std::string& text) {
   const char* const end = at + text.size();
   for (size_t i = 0; i < gains.size(); ++i) {
     double gain = 0;
-    if (i && (at == end || *at++ != ',')) failBalance(text);
+    if (i && (at == end || *at++ != ',')) throwBalanceError(text);
     const auto [rest, error] = std::from_chars(at, end, gain, std::chars_format::fixed);
     const double scaled = gain * kOne;
-    if (error != std::errc{} || !(scaled >= 1 && scaled <= kMost)) failBalance(text);
+    if (error != std::errc{} || !(scaled >= 1 && scaled <= kMax)) throwBalanceError(text);
     gains[i] = static_cast<uint32_t>(std::lround(scaled));
     at = rest;
   }
-  if (at != end) failBalance(text);
+  if (at != end) throwBalanceError(text);
   return gains;
 }
 
@@ -57,7 +58,7 @@ Wording PreparationOptions::words() const {
 
 void addPreparationOptions(CLI::App& command, PreparationOptions& o) {
   between(command.add_option("--black", o.black, "Level of black, taken from all samples (0)"), 0,
-          kMostBlack);
+          kMaxBlack);
   command
       .add_option_function<std::string>(
           "--wb",

@@ -1,4 +1,4 @@
-// What is done to the mosaic before it is demosaiced, and to its borders.
+// What happens to the mosaic before demosaicing, and to its borders.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -15,7 +15,7 @@ namespace vistrel::app {
 // --black, --wb, --edges.
 struct PreparationOptions {
   uint32_t black = 0;
-  std::string balance;  // as it was typed
+  std::string balance;  // as typed
   bool grayWorld = false;
   std::optional<std::array<uint32_t, 3>> gains;  // red, green, blue in 1/4096
   std::string edges = "native";

@@ -18,13 +18,13 @@ using Wording = std::vector<Word>;
 // `text` with typed options in place of the host's words, wherever they stand alone.
 std::string reworded(std::string text, const Wording& wording);
 
-// Does the work; a refusal of the host layer becomes a Failure in the typed words.
+// Does the work; a refusal of the host layer becomes a ProgramError in the typed words.
 template <class Work>
 auto inTypedWords(const Wording& wording, Work&& work) {
   try {
     return work();
   } catch (const Error& refusal) {
-    throw Failure(kRejected, reworded(refusal.what(), wording));
+    throw ProgramError(kRejected, reworded(refusal.what(), wording));
   }
 }
 

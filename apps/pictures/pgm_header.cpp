@@ -43,8 +43,8 @@ class Cursor {
 void checkMagic(Cursor& in, char expected) {
   const int p = in.get(), type = in.get();
   if (p == 'P' && type == expected) return;
-  fail(kRejected, "its type is P{}; of the PNM family this program reads binary PGM, P5",
-       static_cast<char>(type));
+  throwError(kRejected, "its type is P{}; of the PNM family this program reads binary PGM, P5",
+             static_cast<char>(type));
 }
 
 bool isSpace(int c) { return c == '#' || (c != kEnd && std::isspace(c)); }
@@ -58,11 +58,11 @@ void skipOne(Cursor& in) {
 std::string readWord(Cursor& in, const char* name) {
   constexpr size_t kLongest = 24;
   while (isSpace(in.peek())) skipOne(in);
-  if (in.peek() == kEnd) fail(kRejected, "the header ends before the {}", name);
+  if (in.peek() == kEnd) throwError(kRejected, "the header ends before the {}", name);
   std::string word;
   while (in.peek() != kEnd && !isSpace(in.peek()) && word.size() < kLongest)
     word += static_cast<char>(in.get());
-  if (in.peek() == kEnd) fail(kRejected, "the header ends with the {}", name);
+  if (in.peek() == kEnd) throwError(kRejected, "the header ends with the {}", name);
   return word;
 }
 
@@ -71,9 +71,9 @@ uint32_t readNumber(Cursor& in, const char* name, uint32_t most) {
   uint32_t number = 0;
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
   const bool isNumber = *end == 0 && error != std::errc::invalid_argument;
-  if (!isNumber) fail(kRejected, "{} {:?}: a number is expected", name, word);
+  if (!isNumber) throwError(kRejected, "{} {:?}: a number is expected", name, word);
   if (error != std::errc{} || number < 1 || number > most)
-    fail(kRejected, "{} {}: 1 to {} are allowed", name, word, most);
+    throwError(kRejected, "{} {}: 1 to {} are allowed", name, word, most);
   return number;
 }
 

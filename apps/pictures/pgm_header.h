@@ -1,4 +1,4 @@
-// The header of a binary PGM or PPM: P5 or P6, width, height, maxval, comments between them.
+// The header of a binary PGM or PPM: P5 or P6, width, height, maxval, with comments between them.
 #pragma once
 
 #include <cstdint>
@@ -9,13 +9,13 @@ namespace vistrel::app {
 
 struct PgmHeader {
   uint32_t width, height;
-  uint32_t maxval;     // 1..65535; above 255 a sample has two bytes, the high one first
-  uint64_t samplesAt;  // where the first sample begins
+  uint32_t maxval;     // 1..65535; above 255 samples have 16 bits, big-endian
+  uint64_t samplesAt;  // offset of the first sample
 };
 
 bool beginsPgm(const Source& source, uint64_t at);
 
-// Reads the header that begins there. Throws Failure (rejected).
+// Reads the header at offset `at`. Throws ProgramError (rejected).
 PgmHeader readPgmHeader(const Source& source, uint64_t at, char type = '5');
 
 }  // namespace vistrel::app

@@ -21,10 +21,11 @@ const PictureType& pictureType(const std::filesystem::path& path) {
     extension = fmt::format(".{}", path.string().substr(0, path.string().size() - 2));
   for (const PictureType& type : types)
     if (extension == type.extension) return type;
-  fail(kUsage,
-       "-o {}: the name of a picture ends in .png, .tif, .pam, .ppm (colour), .pgm (gray) or .raw; "
-       "standard output is - for PNM, png:- and so on",
-       path.string());
+  throwError(
+      kUsage,
+      "-o {}: the name of a picture ends in .png, .tif, .pam, .ppm (colour), .pgm (gray) or .raw; "
+      "standard output is - for PNM, png:- and so on",
+      path.string());
 }
 
 void writeRaw(const Image& image, AtomicFile& file) {

@@ -1,4 +1,4 @@
-// A row of an image in the order that files want.
+// The samples of an image in the order that picture files have.
 #pragma once
 
 #include <cstdint>
@@ -9,11 +9,11 @@
 
 namespace vistrel::app {
 
-// Row y as red, green, blue and alpha, or gray, through `put(sample)`.
+// Calls `put(sample)` for each sample of row y: red, green, blue and alpha, or gray.
 template <class Sample, class Put>
 void forEachSample(const Image& image, uint32_t y, const Put& put) {
   const vistrel_layout& l = image.layout;
-  // Where each is in a pixel: gray; blue, green, red; alpha, red, green, blue.
+  // Positions in the library's pixels: gray; blue, green, red; alpha, red, green, blue.
   static constexpr uint32_t orders[5][4] = {{}, {0}, {}, {2, 1, 0}, {1, 2, 3, 0}};
   const uint8_t* from = image.pixels.data() + y * l.row_bytes;
   for (uint32_t x = 0; x < l.width; ++x, from += l.channels * sizeof(Sample))

@@ -1,4 +1,4 @@
-// How libpng's errors come back: by a jump, with the text kept.
+// Error handlers for libpng: keep the message and jump back.
 #pragma once
 
 #include <png.h>

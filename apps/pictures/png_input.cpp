@@ -15,19 +15,19 @@ PngInput::PngInput(const Source& source)
   if (info_ && readHeader()) return;
   png_destroy_read_struct(&png_, &info_, nullptr);
   if (!message_.text[0]) throw std::bad_alloc();
-  fail(kRejected, "{}", message_.text);
+  throwError(kRejected, "{}", message_.text);
 }
 
 PngInput::~PngInput() { png_destroy_read_struct(&png_, &info_, nullptr); }
 
 uint32_t PngInput::grayBits() const {
   png_color_8p significant = nullptr;
-  const bool told = png_get_sBIT(png_, info_, &significant) && colourType() == PNG_COLOR_TYPE_GRAY;
-  return told && significant->gray >= 8 ? significant->gray : bits();
+  const bool known = png_get_sBIT(png_, info_, &significant) && colourType() == PNG_COLOR_TYPE_GRAY;
+  return known && significant->gray >= 8 ? significant->gray : bits();
 }
 
 void PngInput::readRows(uint8_t* to, size_t rowBytes) {
-  if (!decode(to, rowBytes)) fail(kRejected, "{}", message_.text);
+  if (!decode(to, rowBytes)) throwError(kRejected, "{}", message_.text);
 }
 
 // False after an error. Nothing in here has a destructor: errors jump.

@@ -1,4 +1,4 @@
-// A PNG that is read: what libpng does, with failures in place of jumps.
+// Reading PNG through libpng, with exceptions in place of jumps.
 #pragma once
 
 #include <png.h>
@@ -10,7 +10,7 @@ namespace vistrel::app {
 
 class PngInput {
  public:
-  // Reads all that stands before the pixels. Throws Failure.
+  // Reads everything before the pixels. Throws ProgramError.
   explicit PngInput(const Source& source);
   ~PngInput();
   PngInput(const PngInput&) = delete;
@@ -22,11 +22,12 @@ class PngInput {
   uint32_t channels() const { return png_get_channels(png_, info_); }
   int colourType() const { return png_get_color_type(png_, info_); }
 
-  // Significant bits of a gray sample; all, where the file does not tell, or less than 8.
+  // Significant bits of a gray sample; all bits if the file doesn't specify them, or says fewer
+  // than 8.
   uint32_t grayBits() const;
 
-  // Writes rows from the top: blue, green, red; words of this machine, moved down to the
-  // significant bits. `rows` may be read once. Throws Failure.
+  // Decodes all rows, from the top: blue, green, red; 16-bit samples in native byte order, shifted
+  // down to the significant bits. May be called once. Throws ProgramError.
   void readRows(uint8_t* to, size_t rowBytes);
 
  private:
@@ -41,7 +42,7 @@ class PngInput {
   png_infop info_;
 };
 
-// Deflate makes at most so many bytes of one.
+// Deflate decodes one byte to at most this many.
 constexpr uint64_t kDeflateRatio = 1032;
 
 }  // namespace vistrel::app

@@ -59,8 +59,8 @@ Bytes packRow(const PixelFormat& format, const uint16_t* samples, size_t count) 
   return row;
 }
 
-void writeDump(const PixelFormat& format, const std::vector<uint16_t>& samples, uint32_t width,
-               AtomicFile& file) {
+void writeHeaderless(const PixelFormat& format, const std::vector<uint16_t>& samples,
+                     uint32_t width, AtomicFile& file) {
   for (size_t at = 0; at < samples.size(); at += width) {
     const Bytes row = packRow(format, samples.data() + at, width);
     file.write(row.data(), row.size());

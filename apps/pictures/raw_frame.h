@@ -1,4 +1,4 @@
-// Raw frames: dumps without a header, and PGM.
+// Writing raw frames: headerless raw files and PGM.
 #pragma once
 
 #include <cstdint>
@@ -9,14 +9,15 @@
 
 namespace vistrel::app {
 
-// `count` samples of a row as that format has them. Samples have no bits above the format's.
+// Packs `count` samples of a row. No sample may have bits above those of the format.
 std::vector<uint8_t> packRow(const PixelFormat& format, const uint16_t* samples, size_t count);
 
-// Rows of `width` samples, each beginning at a byte. Throws Failure (input/output).
-void writeDump(const PixelFormat& format, const std::vector<uint16_t>& samples, uint32_t width,
-               AtomicFile& file);
+// Writes rows of `width` samples; each row begins at a byte boundary. Throws ProgramError
+// (input/output).
+void writeHeaderless(const PixelFormat& format, const std::vector<uint16_t>& samples,
+                     uint32_t width, AtomicFile& file);
 
-// The same as PGM, of so many significant bits.
+// As above, but as a PGM of `bits` significant bits.
 void writePgm(const std::vector<uint16_t>& samples, uint32_t width, uint32_t bits,
               AtomicFile& file);
 

@@ -10,12 +10,12 @@
 namespace vistrel::app {
 namespace {
 
-// Red, green, blue to blue, green, red. Throws Failure for a sample above `largest`.
+// Red, green, blue to blue, green, red. Throws ProgramError for a sample above `largest`.
 template <class Sample>
 void finish(uint8_t* pixels, size_t count, uint32_t largest) {
   auto* const samples = reinterpret_cast<Sample*>(pixels);
   if (*std::max_element(samples, samples + 3 * count) > largest)
-    fail(kRejected, "a sample is above the maxval of {}", largest);
+    throwError(kRejected, "a sample is above the maxval of {}", largest);
   for (size_t i = 0; i < count; ++i) std::swap(samples[3 * i], samples[3 * i + 2]);
 }
 
@@ -24,8 +24,8 @@ ColourPicture readPpm(const Source& source) {
   const uint32_t bits = h.maxval > 255 ? 16 : 8;
   const uint64_t rowBytes = uint64_t{h.width} * 3 * bits / 8;
   if (rowBytes > (source.size() - h.samplesAt) / h.height)
-    fail(kRejected, "the file is too short: {}x{} pixels do not fit its {} bytes", h.width,
-         h.height, source.size());
+    throwError(kRejected, "the file is too short: {}x{} pixels do not fit its {} bytes", h.width,
+               h.height, source.size());
   ColourPicture picture{{{h.width, h.height, 3, bits, rowBytes, rowBytes * h.height, 0, 0, {}}, {}},
                         h.maxval};
   auto& pixels = picture.image.pixels;
@@ -44,13 +44,13 @@ Image readPng(const std::filesystem::path& path, uint32_t maxBits) {
   const Source source(path);
   PngInput png(source);
   if (png.colourType() != PNG_COLOR_TYPE_RGB || png.bits() > maxBits)
-    fail(kRejected,
-         "a PNG of {} channels of {} bits: three of 8{}, red, green and blue, are expected",
-         png.channels(), png.bits(), maxBits > 8 ? " or 16" : "");
+    throwError(kRejected,
+               "a PNG of {} channels of {} bits: three of 8{}, red, green and blue, are expected",
+               png.channels(), png.bits(), maxBits > 8 ? " or 16" : "");
   const size_t rowBytes = size_t{png.width()} * 3 * png.bits() / 8;
   if (rowBytes * png.height() / kDeflateRatio > source.size())
-    fail(kRejected, "the file is too short: {}x{} pixels do not fit its {} bytes", png.width(),
-         png.height(), source.size());
+    throwError(kRejected, "the file is too short: {}x{} pixels do not fit its {} bytes",
+               png.width(), png.height(), source.size());
   Image image;
   image.layout = {png.width(), png.height(), 3, png.bits(), rowBytes, rowBytes * png.height(), 0, 0,
                   {}};

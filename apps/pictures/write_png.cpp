@@ -13,7 +13,7 @@ namespace vistrel::app {
 namespace {
 
 // libpng's own ceiling of a million columns and rows is for files from strangers.
-constexpr png_uint_32 kMostPixels = 0x7FFFFFFF;
+constexpr png_uint_32 kMaxPixels = 0x7FFFFFFF;
 constexpr int kFastCompression = 3;
 
 struct Writer {
@@ -31,7 +31,7 @@ struct Writer {
 };
 
 void describe(png_structp png, png_infop info, const vistrel_layout& l) {
-  png_set_user_limits(png, kMostPixels, kMostPixels);
+  png_set_user_limits(png, kMaxPixels, kMaxPixels);
   png_set_compression_level(png, kFastCompression);
   png_set_IHDR(png, info, l.width, l.height, l.bits > 8 ? 16 : 8,
                l.channels == 1   ? PNG_COLOR_TYPE_GRAY
@@ -66,7 +66,7 @@ void writePng(const Image& image, AtomicFile& file) {
   PngMessage message{};
   const Writer writer(message);
   if (!encode(writer.png, writer.info, image, file.stream()))
-    file.failToWrite(std::ferror(file.stream()) ? std::strerror(errno) : message.text);
+    file.throwWriteError(std::ferror(file.stream()) ? std::strerror(errno) : message.text);
 }
 
 }  // namespace vistrel::app

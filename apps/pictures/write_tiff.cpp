@@ -17,7 +17,7 @@ namespace vistrel::app {
 namespace {
 
 // From here on offsets need 64 bits.
-constexpr size_t kMostClassicBytes = 0xF0000000;
+constexpr size_t kMaxClassicBytes = 0xF0000000;
 
 struct Message {
   char text[160];
@@ -83,7 +83,7 @@ bool writeRows(TIFF* tiff, const Image& image) {
 void writeTiff(const Image& image, AtomicFile& file) {
   Message message{};
   errno = 0;
-  const Tiff tiff = openTiff(file, message, image.layout.bytes > kMostClassicBytes);
+  const Tiff tiff = openTiff(file, message, image.layout.bytes > kMaxClassicBytes);
   if (tiff) {
     describe(tiff.get(), image.layout);
     const bool words = image.layout.bits > 8;
@@ -91,7 +91,7 @@ void writeTiff(const Image& image, AtomicFile& file) {
     if (words ? writeRows<uint16_t>(tiff.get(), image) : writeRows<uint8_t>(tiff.get(), image))
       return;
   }
-  file.failToWrite(errno ? std::strerror(errno) : message.text);
+  file.throwWriteError(errno ? std::strerror(errno) : message.text);
 }
 
 }  // namespace vistrel::app

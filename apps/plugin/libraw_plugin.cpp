@@ -62,25 +62,28 @@ vistrel_camera_raw describe(LibRaw& raw) {
           static_cast<double>(raw.imgdata.color.maximum)};
 }
 
-void read(const void* bytes, size_t size, vistrel_camera_raw_room room, void* context) {
+void read(const void* bytes, size_t size, vistrel_camera_raw_allocate allocateSamples,
+          void* context) {
   LibRaw raw(LIBRAW_OPIONS_NO_DATAERR_CALLBACK);
   check(raw.open_buffer(const_cast<void*>(bytes), size));
   check(raw.unpack());
   const vistrel_camera_raw shape = describe(raw);
-  uint16_t* to = room(context, &shape);
+  uint16_t* to = allocateSamples(context, &shape);
   if (!to) throw std::bad_alloc();
   for (uint32_t y = 0; y < shape.height; ++y) to = std::copy_n(rowOf(raw, y), shape.width, to);
 }
 
 }  // namespace
 
-extern "C" int vistrel_read_camera_raw(const void* bytes, size_t size, vistrel_camera_raw_room room,
-                                       void* context, char text[200]);
+extern "C" int vistrel_read_camera_raw(const void* bytes, size_t size,
+                                       vistrel_camera_raw_allocate allocateSamples, void* context,
+                                       char text[200]);
 
-int vistrel_read_camera_raw(const void* bytes, size_t size, vistrel_camera_raw_room room,
-                            void* context, char text[200]) {
+int vistrel_read_camera_raw(const void* bytes, size_t size,
+                            vistrel_camera_raw_allocate allocateSamples, void* context,
+                            char text[200]) {
   try {
-    read(bytes, size, room, context);
+    read(bytes, size, allocateSamples, context);
     return 0;
   } catch (const std::exception& error) {
     std::snprintf(text, 200, "%s", error.what());

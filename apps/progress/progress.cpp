@@ -20,18 +20,18 @@ Progress::Progress(size_t total, ProgressMode mode)
     : bar_(mode == ProgressMode::kAlways ||
            (mode == ProgressMode::kAuto && total > 1 && isatty(STDERR_FILENO))),
       json_(mode == ProgressMode::kJson) {
-  standing_.total = total;
+  stats_.total = total;
   if (bar_) draw();
 }
 
 void Progress::made(uint64_t pixels) {
-  ++standing_.made;
-  standing_.pixels += pixels;
+  ++stats_.made;
+  stats_.pixels += pixels;
   passed();
 }
 
 void Progress::passed() {
-  ++standing_.done;
+  ++stats_.done;
   draw();
 }
 
@@ -47,10 +47,9 @@ void Progress::say(std::string_view text) {
 }
 
 void Progress::draw() {
-  standing_.seconds =
-      std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
-  if (bar_) put("\r\x1b[K" + barOf(standing_));
-  if (json_) put(jsonOf(standing_) + "\n");
+  stats_.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+  if (bar_) put("\r\x1b[K" + barOf(stats_));
+  if (json_) put(jsonOf(stats_) + "\n");
 }
 
 void Progress::clear() const {

@@ -1,4 +1,4 @@
-// What is said on standard error while a batch runs.
+// Progress and messages on standard error.
 #pragma once
 
 #include <chrono>
@@ -10,7 +10,7 @@
 
 namespace vistrel::app {
 
-// For one thread at a time.
+// Not thread-safe.
 class Progress {
  public:
   explicit Progress(size_t total, ProgressMode mode = ProgressMode::kAuto);
@@ -18,10 +18,10 @@ class Progress {
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  void made(uint64_t pixels = 0);  // one more frame, of so many pixels in its picture
+  void made(uint64_t pixels = 0);  // one more frame, with so many pixels in its picture
   void passed();                   // one more frame, without a picture
 
-  // A message that stays, above the bar.
+  // Prints a message, which stays above the bar.
   void say(std::string_view text);
 
  private:
@@ -30,7 +30,7 @@ class Progress {
 
   bool bar_, json_;
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-  Standing standing_;
+  ProgressStats stats_;
 };
 
 }  // namespace vistrel::app

@@ -22,7 +22,7 @@ double thousandths(double value) { return std::round(value * 1000) / 1000; }
 
 }  // namespace
 
-std::string barOf(const Standing& s) {
+std::string barOf(const ProgressStats& s) {
   const size_t filled = s.total ? kCells * s.done / s.total : kCells;
   std::string bar =
       fmt::format("[{:#>{}}{:.>{}}] {}/{}", "", filled, "", kCells - filled, s.done, s.total);
@@ -32,7 +32,7 @@ std::string barOf(const Standing& s) {
   return bar + "  " + clock(s.remaining()) + " left";
 }
 
-std::string jsonOf(const Standing& s) {
+std::string jsonOf(const ProgressStats& s) {
   nlohmann::ordered_json json{{"done", s.done},
                               {"total", s.total},
                               {"seconds", thousandths(s.seconds)},

@@ -12,7 +12,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "apps/batch/workers.h"
+#include "apps/batch/run_tasks.h"
 #include "apps/progress/progress_stats.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
@@ -176,7 +176,7 @@ TEST_F(Batch, OfAFolderFramesAloneAreTaken) {
   scratch.write("in/z", "");
   const Finished pgm = convert("in --overwrite --json");
   EXPECT_EQ(pgm.status, 0);
-  EXPECT_EQ(json::parse(pgm.out).at("remarks"),
+  EXPECT_EQ(json::parse(pgm.out).at("warnings"),
             json{"in: left out, as no frame's name ends so: README.txt and 2 more"});
   const Finished dumps = convert("in -s 4x3 --bits 8 --overwrite");
   EXPECT_EQ(dumps.status, 0);
@@ -284,14 +284,14 @@ TEST_F(Batch, DryRunFailsWhereTheRunWould) {
 TEST_F(Batch, WhatIsLeftOutOfADumpIsTold) {
   scratch.write("dump.raw", std::string(100, ' '));  // two frames of 49
   const std::string dump = "convert dump.raw -s 7x7 --bits 8 --phase mono -o out ";
-  const std::string remark = "2 bytes after the last frame are left out";
-  const std::string line = "vistrel: dump.raw: " + remark + "\n";
+  const std::string warning = "2 bytes after the last frame are left out";
+  const std::string line = "vistrel: dump.raw: " + warning + "\n";
   EXPECT_EQ(scratch.vistrel(dump + "--dry-run").err, line);
   const Finished result = scratch.vistrel(dump + "--json");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err, line) << "once, not for each frame";
   const json outputs = json::parse(result.out).at("inputs").at(0).at("outputs");
-  EXPECT_EQ(outputs.at(1).at("remarks"), json{remark});
+  EXPECT_EQ(outputs.at(1).at("warnings"), json{warning});
   EXPECT_EQ(scratch.vistrel("unpack dump.raw -s 7x7 --pixfmt Mono8 -o x.pgm").err, line);
   scratch.write("dump.raw", std::string(99, ' '));
   EXPECT_EQ(scratch.vistrel(dump + "--overwrite").err,
@@ -339,8 +339,8 @@ TEST_F(Batch, AlwaysAndNeverShowABar) {
   EXPECT_EQ(convert("a.pgm --overwrite --progress never").err, "");
 }
 
-TEST(Standing, TellsRateAndRemainingTime) {
-  app::Standing s;
+TEST(ProgressStats, TellsRateAndRemainingTime) {
+  app::ProgressStats s;
   s.total = 8;
   EXPECT_EQ(app::barOf(s), "[....................] 0/8");
   s.done = 4;

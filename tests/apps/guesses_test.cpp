@@ -35,7 +35,7 @@ struct Share {
 };
 
 // Of that frame in every packing for which it has bits enough.
-void judge(const std::string& name, const vistrel_frame& frame, Share& share) {
+void evaluate(const std::string& name, const vistrel_frame& frame, Share& share) {
   for (const app::PixelFormat& format : app::pixelFormats()) {
     if (format.phase != frame.phase || format.bits > frame.bits) continue;
     const auto guesses = app::guessFormat(dumpOf(frame, format));
@@ -70,7 +70,7 @@ TEST(Guess, Scenes) {
     frame.bytes_per_sample = 2;
     frame.bits = kBits;
     frame.phase = phase;
-    judge(vistrel_phase_name(phase), frame, share);
+    evaluate(vistrel_phase_name(phase), frame, share);
   }
   EXPECT_EQ(share.formats, share.all) << share.wrong;
   EXPECT_EQ(share.phases, share.all) << share.wrong;
@@ -88,7 +88,7 @@ TEST(Guess, RealFrames) {
   for (const auto& path : frames) {
     const std::string name = path.stem().string();
     app::FrameFile file(path, options);
-    judge(name, file.read(), name.find("ngc7023") == std::string::npos ? clear : nebula);
+    evaluate(name, file.read(), name.find("ngc7023") == std::string::npos ? clear : nebula);
   }
   std::printf(
       "clear frames: size and packing right in %zu, green in %zu of %zu dumps\n"

@@ -24,7 +24,7 @@ std::string fourSamples(uint32_t maxval, std::vector<uint32_t> samples) {
 TEST(Info, AllKeys) {
   const auto expected = nlohmann::json::parse(R"({
     "format": "PGM", "pixel_format": null, "frames": 1, "width": 4, "height": 1, "bytes_per_sample": 2, "maxval": 1023,
-    "bits": 10, "tells_bits": true, "phase": null, "black_level": null, "white_level": null, "orientation": null,
+    "bits": 10, "bits_known": true, "phase": null, "black_level": null, "white_level": null, "orientation": null,
     "trailing_bytes": 0,
     "bits_used": 10, "zero_low_bits": 2, "min": 4, "max": 1020, "percent_at_max": 50.0,
     "mean": 513.0, "full_scale": 1020, "percent_saturated": 50.0})");
@@ -54,7 +54,7 @@ TEST(Info, BlackFrame) {
   EXPECT_EQ(info["percent_at_max"], 100.0);
 }
 
-TEST(Info, Dump) {
+TEST(Info, HeaderlessRaw) {
   const auto info = infoOf(std::string("\x00\x03\x01\x00", 4), "-s 2x1 --bits 10");
   EXPECT_TRUE(info["maxval"].is_null());
   EXPECT_EQ(info["min"], 1);

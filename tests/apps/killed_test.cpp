@@ -154,8 +154,8 @@ TEST_F(Killed, WorkersOnAFullDiskLoseNothing) {
   EXPECT_EQ(scratch.vistrel(command("whole", "")).err, "");
   const Files whole = filesIn("whole");
   for (const std::string folder : {"disk", "kept"}) fs::create_directory(scratch / folder);
-  for (const auto& [room, expected] : {std::pair{"64k", 4}, {"512k", 1}}) {
-    const std::string name = "size=" + std::string(room);
+  for (const auto& [capacity, expected] : {std::pair{"64k", 4}, {"512k", 1}}) {
+    const std::string name = "size=" + std::string(capacity);
     const Finished result =
         scratch.run({"sh", "-c",
                      "for i in 0 3 9; do echo old >disk/in$i.png; done; \"$0\" " +
@@ -169,7 +169,7 @@ TEST_F(Killed, WorkersOnAFullDiskLoseNothing) {
                         _exit(99);
                     });
     if (result.status == 99) GTEST_SKIP() << "only root may mount a small disk";
-    EXPECT_EQ(result.status, expected) << room;
+    EXPECT_EQ(result.status, expected) << capacity;
     size_t made = 0;
     const Files kept = filesIn("kept");
     for (const auto& [picture, bytes] : kept) {

@@ -5,6 +5,7 @@
 
 #include "apps/error.h"
 #include "apps/options/conversion_options.h"
+#include "apps/options/output_format.h"
 
 namespace vistrel::app {
 namespace {
@@ -24,7 +25,7 @@ TEST(OutputFormats, OfColoursAreAllThereAre) {
   ConversionOptions o;
   for (const auto& [name, code] : kCodes) {
     o.format = name;
-    EXPECT_NO_THROW(o.load("dump.raw")) << name;
+    o.bare = true;
     EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, code) << name;
     EXPECT_NO_THROW(layoutOf(frame(VISTREL_RGGB), o.of(frame(VISTREL_RGGB)))) << name;
   }
@@ -53,12 +54,12 @@ TEST(OutputFormats, OfPicturesHaveTheWritersOrder) {
   for (const auto& [name, code] : codes)
     for (const char* file : {"a.png", "a", "folder/", "-", "png:-"}) {
       o.format = name;
-      o.load(file);
+      o.bare = isRawFile(file);
       EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, code) << name << " " << file;
     }
   for (const char* file : {"a.raw", "a.bin", "raw:-", "bin:-"}) {
     o.format = "rgba";
-    o.load(file);
+    o.bare = isRawFile(file);
     EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, uint32_t{VISTREL_RGBA32}) << file;
   }
 }

@@ -178,7 +178,7 @@ TEST_F(Readers, FitsOfUnsignedWords) {
   });
   EXPECT_EQ(info("in.fits")["format"], "FITS");
   EXPECT_TRUE(info("in.fits")["phase"].is_null());
-  EXPECT_EQ(info("in.fits")["tells_bits"], false);
+  EXPECT_EQ(info("in.fits")["bits_known"], false);
 }
 
 TEST_F(Readers, FitsOfBytesAndOfScaledWords) {

@@ -102,7 +102,7 @@ struct Report : ::testing::Test {
 
 TEST_F(Report, ScoresAreThoseOfAPlainComputation) {
   writePicture("true.png");
-  const Picture truth = readPng(scratch / "true.png");
+  const Picture reference = readPng(scratch / "true.png");
   const Json json = scores("true.png -a bilinear -a ahd");
   for (size_t a = 0; a < 2; ++a) {
     const std::string name = a ? "ahd" : "bilinear";
@@ -110,14 +110,14 @@ TEST_F(Report, ScoresAreThoseOfAPlainComputation) {
     for (const std::string& phase : kPhases) {
       scratch.write(
           "m.pgm", pgm(kWidth, kHeight, 255, [&](uint32_t x, uint32_t y) {
-            return truth.at(
+            return reference.at(
                 x, y, static_cast<uint32_t>(std::string("rgb").find(phase[2 * (y % 2) + x % 2])));
           }));
       ASSERT_EQ(scratch.vistrel("convert m.pgm -o m.png -a " + name + " --phase " + phase).status,
                 0);
       const Picture picture = readPng(scratch / "m.png");
-      expectedCpsnr += cpsnr(truth, picture) / 4;
-      expectedSsim += ssim(truth, picture) / 4;
+      expectedCpsnr += cpsnr(reference, picture) / 4;
+      expectedSsim += ssim(reference, picture) / 4;
     }
     const Json& score = json["pictures"][0]["scores"][a];
     EXPECT_EQ(score["algorithm"], name);

@@ -12,7 +12,7 @@ using namespace vistrel;
 namespace {
 
 constexpr uint8_t kUntouched = 0x5A;
-constexpr size_t kMost = 1 << 18;
+constexpr size_t kMax = 1 << 18;
 
 void require(bool good, const char* what) {
   if (good) return;
@@ -33,7 +33,7 @@ vistrel_frame frameFrom(Bytes& in) {
   f.stride = flags & 1 ? 0 : flags & 2 ? row + (flags >> 4) : in.take<uint64_t>();
   f.size = (f.stride ? f.stride : row) * f.height;
   if (flags & 4) f.size -= flags >> 5;
-  f.size = std::min(f.size, kMost);
+  f.size = std::min(f.size, kMax);
   return f;
 }
 
@@ -79,7 +79,7 @@ void convertAny(Bytes& in) {
   image.stride = padding || flags & 2 ? layout.row_bytes + padding : 0;
   image.size = layout.bytes + padding * (layout.height ? layout.height - 1 : 0);
   if (flags & 4) image.size -= std::min<size_t>(image.size, flags >> 3);
-  if (image.size > kMost) return;
+  if (image.size > kMax) return;
   std::vector<uint8_t> samples(frame.size), pixels(image.size, kUntouched);
   for (uint8_t& sample : samples) sample = in.take();
   frame.samples = samples.data();
@@ -104,7 +104,7 @@ void unpackAny(Bytes& in) {
   vistrel_error error{};
   if (vistrel_get_packed_layout(&packed, &layout, &error) != 0) return;
   const uint8_t flags = in.take();
-  if (layout.bytes > kMost || layout.unpacked_bytes > kMost) return;
+  if (layout.bytes > kMax || layout.unpacked_bytes > kMax) return;
   packed.size = layout.bytes - std::min<size_t>(layout.bytes, flags & 1 ? flags >> 4 : 0);
   std::vector<uint8_t> bytes(packed.size);
   for (uint8_t& byte : bytes) byte = in.take();

@@ -77,7 +77,7 @@ std::string numbers(const std::vector<uint32_t>& values) {
   return bytes;
 }
 
-void dumps(const fs::path& folder) {
+void headerless(const fs::path& folder) {
   const std::string samples(100, 'a');
   for (uint32_t bits = 8; bits <= 16; ++bits)  // no format, no flags
     save(folder / std::to_string(bits), numbers({5, 4, 100, bits}) + '\0' + samples);
@@ -112,12 +112,12 @@ void hosts(const fs::path& folder) {
 
 int main(int, char** argv) {
   const fs::path folder = argv[1];
-  for (const char* const target : {"pgm", "png", "tiff", "fits", "dump", "host"})
+  for (const char* const target : {"pgm", "png", "tiff", "fits", "headerless", "host"})
     fs::create_directories(folder / target);
   pgms(folder / "pgm");
   pngs(folder / "png");
   tiffs(folder / "tiff");
   fitses(folder / "fits");
-  dumps(folder / "dump");
+  headerless(folder / "headerless");
   hosts(folder / "host");
 }

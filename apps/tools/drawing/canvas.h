@@ -1,5 +1,4 @@
-// A picture to draw on: boxes, letters, magnified pixels. The order of a colour is red, green,
-// blue.
+// A picture to draw on: boxes, discs, text, magnified pixels.
 #pragma once
 
 #include <string_view>
@@ -16,23 +15,23 @@ class Canvas {
  public:
   Canvas(uint32_t width, uint32_t height, Paint ground);
 
-  // What leaves the canvas is cut off.
+  // Drawing is clipped to the canvas.
   void box(int left, int top, int width, int height, Paint paint);
-  void disc(double x, double y, double radius, Paint paint);  // with soft edges
+  void disc(double x, double y, double radius, Paint paint);  // antialiased
 
-  // A line of text in the scene's font; lower case becomes upper. A dot of a letter is `scale`
-  // pixels wide and high.
+  // A line of text, converted to upper case. Each dot of the font becomes `scale` x `scale`
+  // pixels.
   void text(int left, int top, int scale, std::string_view line, Paint paint);
   static int textWidth(int scale, std::string_view line);
   static int textHeight(int scale);
 
-  // The part of a BGR24 or MONO8 image, each pixel `zoom` wide and high.
+  // Part of a BGR24 or MONO8 image, with each pixel magnified to `zoom` x `zoom`.
   void magnified(int left, int top, uint32_t zoom, const Image& image, const vistrel_region& part);
 
   const Image& image() const { return image_; }
 
  private:
-  uint8_t* pixel(int x, int y);  // blue, green, red; null outside
+  uint8_t* pixel(int x, int y);  // blue, green, red; null outside the canvas
   void put(int x, int y, Paint paint, double share = 1);
 
   Image image_;

@@ -114,13 +114,13 @@ bool fitsThree(const Packed& p, const std::vector<uint8_t>& bytes) {
   return (p.bits == 10) == ((middle & 0xCC) == 0);
 }
 
-struct Dump {
+struct RawBytes {
   const std::vector<uint8_t>& bytes;
   std::array<double, 8> evenness;  // by period: 2, 3, 5, 7
 };
 
 // How alike neighbours are, and how well the bytes go with the groups.
-double fitOf(const Packed& p, const Dump& dump, const Samples& s) {
+double fitOf(const Packed& p, const RawBytes& dump, const Samples& s) {
   const auto& even = dump.evenness;
   const double bytes =
       p.bytes > 1 ? 1 - even[p.bytes] : std::min({even[2], even[3], even[5], even[7]});
@@ -128,7 +128,7 @@ double fitOf(const Packed& p, const Dump& dump, const Samples& s) {
   return far > kFlat ? bytes * std::max(0.0, 1 - difference(s, 2) / far) : 0;
 }
 
-void addGuesses(const Packed& p, const Dump& dump, const std::optional<Size>& known,
+void addGuesses(const Packed& p, const RawBytes& dump, const std::optional<Size>& known,
                 std::vector<Guess>& guesses) {
   const auto& bytes = dump.bytes;
   if (bytes.size() % p.bytes || (p.bytes == 3 && !fitsThree(p, bytes))) return;
@@ -152,14 +152,14 @@ void addGuesses(const Packed& p, const Dump& dump, const std::optional<Size>& kn
 }  // namespace
 
 std::vector<Guess> guessFormat(const std::vector<uint8_t>& bytes, const std::optional<Size>& size) {
-  constexpr size_t kMost = 8;
-  Dump dump{bytes, {}};
+  constexpr size_t kMax = 8;
+  RawBytes dump{bytes, {}};
   for (const uint32_t period : {2u, 3u, 5u, 7u}) dump.evenness[period] = evenness(bytes, period);
   std::vector<Guess> guesses;
   for (const Packed& p : kPackings) addGuesses(p, dump, size, guesses);
   std::stable_sort(guesses.begin(), guesses.end(),
                    [](const Guess& a, const Guess& b) { return a.score > b.score; });
-  if (guesses.size() > kMost) guesses.resize(kMost);
+  if (guesses.size() > kMax) guesses.resize(kMax);
   return guesses;
 }
 

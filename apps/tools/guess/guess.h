@@ -1,5 +1,5 @@
-// What a dump without a header may be: size, packing, depth and phase, by the likeness of
-// neighbours.
+// Guesses size, packing, depth and phase of a headerless raw file from the similarity of
+// neighbouring samples.
 #pragma once
 
 #include <cstdint>
@@ -13,14 +13,14 @@ namespace vistrel::app {
 struct Guess {
   uint32_t width, height;
   uint32_t packing;     // VISTREL_PACKING_...
-  uint32_t bits;        // significant ones that are in use
-  bool highBits;        // of 16-bit words
-  uint32_t phase;       // green is measured; of the two that are left, the first is a coin tossed
-  uint32_t otherPhase;  // the same with red and blue exchanged; mono has no other
+  uint32_t bits;        // significant bits in use
+  bool highBits;        // of 16-bit samples, the high bits are significant
+  uint32_t phase;       // the green sites are measured; red and blue are arbitrary
+  uint32_t otherPhase;  // with red and blue exchanged; the same for mono
   double score;         // 0..1
 };
 
-// The likeliest ones, the best first; of that size alone where it is known. None where no size
+// The most likely guesses, best first; only those of `size` if it is given. Empty if no size
 // fits.
 std::vector<Guess> guessFormat(const std::vector<uint8_t>& bytes,
                                const std::optional<Size>& size = {});

@@ -1,4 +1,4 @@
-// How alike samples are that lie so far apart.
+// How similar samples at a given distance are.
 #pragma once
 
 #include <cstddef>
@@ -9,16 +9,16 @@ namespace vistrel::app {
 
 using Samples = std::vector<uint16_t>;
 
-// How much samples at that distance differ, a mean over some thousand places.
+// The mean difference of samples at that distance, measured at some thousand places.
 double difference(const Samples& s, size_t distance);
 
-// What samples differ by that have nothing to do with each other, kFlat at least.
+// The mean difference of unrelated samples; at least kFlat.
 constexpr double kFlat = 1e-9;
 double unlike(const Samples& s);
 
-// Whether bytes at different places of a group behave alike, 0..1: so do plain bytes, but not the
-// high and low bytes of words, and not the bytes of groups. 0 where two bits or more are set in
-// some places and never in others.
+// How similarly bytes at different positions of a group behave, 0..1. 8-bit samples score high;
+// the high and low bytes of 16-bit samples and the bytes of packed groups score low. 0 if two or
+// more bits are set at some positions and never at others.
 double evenness(const std::vector<uint8_t>& bytes, uint32_t period);
 
 }  // namespace vistrel::app

@@ -1,4 +1,4 @@
-// What man pages and completions tell: the command line's own description, in plain form.
+// The content of man pages and completions, extracted from the description of the command line.
 #pragma once
 
 #include <filesystem>
@@ -12,22 +12,22 @@ class App;
 
 namespace vistrel::app {
 
-// What may stand in place of a value.
+// What kind of value an option takes.
 enum class Value { kNone, kWords, kFile, kFolder, kOther };
 
 struct OptionText {
   std::vector<std::string> names;  // "-o", "--output"; empty for a positional
-  std::string value;               // how the value is called; empty for a flag
+  std::string value;               // placeholder of the value; empty for a flag
   Value kind = Value::kNone;
   std::vector<std::string> words;  // values to offer
   std::string text;
-  std::string group;  // the title it stands under
+  std::string group;  // the title above it
   bool required = false, repeated = false;
 };
 
 struct CommandText {
   std::string name, text;
-  std::string footer, exitStatus;  // paragraphs; the codes alone, in a sentence
+  std::string footer, exitStatus;  // paragraphs; the sentence with the codes
   std::vector<OptionText> options, positionals;
 };
 
@@ -40,14 +40,14 @@ struct ProgramText {
 
 ProgramText textOf(CLI::App& program, const std::string& date);
 
-// "a, b, c", and back.
+// Joins words, and splits text.
 std::string joined(const std::vector<std::string>& words, const std::string& between);
 std::vector<std::string> split(const std::string& text, const std::string& between);
 
-// `text` with `escape` before each character that is one of `special`.
+// `text` with `escape` before each character of `special`.
 std::string escaped(const std::string& text, const std::string& special, char escape = '\\');
 
-// A new file, in a new folder if need be. A failure throws.
+// Creates a file, and its folder if necessary. Throws on failure, also of later writes.
 std::ofstream create(const std::filesystem::path& file);
 
 void writeManPages(const ProgramText& program, const std::filesystem::path& folder);

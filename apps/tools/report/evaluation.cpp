@@ -24,39 +24,40 @@ double demosaic(const vistrel_frame& frame, const Algorithm& algorithm, Image& p
 
 }  // namespace
 
-std::vector<uint8_t> mosaicOf(const Image& truth, uint32_t phase) {
-  const vistrel_layout& l = truth.layout;
+std::vector<uint8_t> mosaicOf(const Image& reference, uint32_t phase) {
+  const vistrel_layout& l = reference.layout;
   std::vector<uint8_t> mosaic;
   mosaic.reserve(size_t{l.width} * l.height);
   for (uint32_t y = 0; y < l.height; ++y)
     for (uint32_t x = 0; x < l.width; ++x)
-      mosaic.push_back(truth.pixels[y * l.row_bytes + size_t{x} * 3 + channelAt(phase, x, y)]);
+      mosaic.push_back(reference.pixels[y * l.row_bytes + size_t{x} * 3 + channelAt(phase, x, y)]);
   return mosaic;
 }
 
-void checkTruth(const Image& truth) {
-  constexpr uint32_t kLeast = 2 * kBorder + kWindow;
-  const vistrel_layout& l = truth.layout;
-  if (l.width < kLeast || l.height < kLeast)
-    fail(kRejected,
-         "{}x{} pixels: {}x{} or more are needed, as {} at each border do not count and SSIM's "
-         "window has {}",
-         l.width, l.height, kLeast, kLeast, kBorder, kWindow);
+void checkReference(const Image& reference) {
+  constexpr uint32_t kMin = 2 * kBorder + kWindow;
+  const vistrel_layout& l = reference.layout;
+  if (l.width < kMin || l.height < kMin)
+    throwError(
+        kRejected,
+        "{}x{} pixels: {}x{} or more are needed, as {} at each border do not count and SSIM's "
+        "window has {}",
+        l.width, l.height, kMin, kMin, kBorder, kWindow);
 }
 
-std::vector<Score> tryAll(const Image& truth, const std::vector<Algorithm>& algorithms) {
-  const Judge judge(truth);
-  const uint32_t width = truth.layout.width, height = truth.layout.height;
+std::vector<Score> evaluateAll(const Image& reference, const std::vector<Algorithm>& algorithms) {
+  const Evaluator evaluator(reference);
+  const uint32_t width = reference.layout.width, height = reference.layout.height;
   std::vector<Score> scores(algorithms.size());
   std::vector<double> fastest(algorithms.size(), std::numeric_limits<double>::infinity());
-  Image picture{truth.layout, std::vector<uint8_t>(truth.layout.bytes)};
+  Image picture{reference.layout, std::vector<uint8_t>(reference.layout.bytes)};
   for (uint32_t phase = 0; phase < kBayerPhases; ++phase) {
-    const std::vector<uint8_t> mosaic = mosaicOf(truth, phase);
+    const std::vector<uint8_t> mosaic = mosaicOf(reference, phase);
     const vistrel_frame frame = frameOf(mosaic.data(), width, height, phase);
     for (size_t i = 0; i < algorithms.size(); ++i) {
       for (int run = 0; run < kRuns; ++run)
         fastest[i] = std::min(fastest[i], demosaic(frame, algorithms[i], picture));
-      const Quality quality = judge.of(picture);
+      const Quality quality = evaluator.of(picture);
       scores[i].cpsnr += quality.cpsnr / kBayerPhases;
       scores[i].ssim += quality.ssim / kBayerPhases;
       scores[i].nsPerPixel = fastest[i] / (double{1} * width * height);

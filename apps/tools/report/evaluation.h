@@ -1,4 +1,4 @@
-// An algorithm on trial: mosaics of a true picture, demosaiced, timed and judged.
+// Evaluates algorithms: demosaics mosaics of a reference image, times and scores the results.
 #pragma once
 
 #include "apps/options/algorithm.h"
@@ -8,18 +8,18 @@ namespace vistrel::app {
 
 struct Score {
   double cpsnr = 0, ssim = 0;  // means over the four phases
-  double nsPerPixel = 0;       // of the fastest conversion of kRuns in each phase
+  double nsPerPixel = 0;       // the fastest of kRuns conversions per phase
 };
 
 constexpr int kRuns = 3;
 
-// The samples that a sensor with filters of that phase would have seen.
-std::vector<uint8_t> mosaicOf(const Image& truth, uint32_t phase);
+// The samples that a sensor with filters of that phase would see.
+std::vector<uint8_t> mosaicOf(const Image& reference, uint32_t phase);
 
-// Throws Failure (rejected) for a picture that is too small to be judged.
-void checkTruth(const Image& truth);
+// Throws ProgramError (rejected) if the image is too small to be scored.
+void checkReference(const Image& reference);
 
 // One score for each algorithm.
-std::vector<Score> tryAll(const Image& truth, const std::vector<Algorithm>& algorithms);
+std::vector<Score> evaluateAll(const Image& reference, const std::vector<Algorithm>& algorithms);
 
 }  // namespace vistrel::app

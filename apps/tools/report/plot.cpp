@@ -22,10 +22,10 @@ struct Axis {
   double x(double cpsnr) const { return kLeft + kPlotWidth * (cpsnr - least) / (most - least); }
 };
 
-Axis axisOf(const std::vector<Trial>& trials, int top, size_t rows) {
+Axis axisOf(const std::vector<Evaluation>& evaluations, int top, size_t rows) {
   double least = 100, most = 0;
-  for (const Trial& trial : trials)
-    for (const Score& s : trial.scores)
+  for (const Evaluation& evaluation : evaluations)
+    for (const Score& s : evaluation.scores)
       if (std::isfinite(s.cpsnr)) least = std::min(least, s.cpsnr), most = std::max(most, s.cpsnr);
   const int step = most - least > 30 ? 5 : most - least > 10 ? 2 : 1;
   const int first = static_cast<int>(std::floor(std::min(least, most) / step)) * step;
@@ -48,11 +48,11 @@ void drawAxis(Canvas& canvas, const Axis& axis) {
 }
 
 void drawRow(Canvas& canvas, const Axis& axis, int y, const std::string& label, size_t algorithm,
-             const std::vector<Trial>& trials, const Score& mean) {
+             const std::vector<Evaluation>& evaluations, const Score& mean) {
   const int textTop = y - Canvas::textHeight(kScale) / 2;
   canvas.text(kLeft - 20 - Canvas::textWidth(kScale, label), textTop, kScale, label, kInk);
-  for (const Trial& trial : trials)
-    if (const double cpsnr = trial.scores[algorithm].cpsnr; std::isfinite(cpsnr))
+  for (const Evaluation& evaluation : evaluations)
+    if (const double cpsnr = evaluation.scores[algorithm].cpsnr; std::isfinite(cpsnr))
       canvas.disc(axis.x(cpsnr), y, 4, kPicture);
   if (std::isfinite(mean.cpsnr)) canvas.disc(axis.x(mean.cpsnr), y, 7, kMean);
   canvas.text(kLeft + kPlotWidth + 24, textTop, kScale,
@@ -75,34 +75,35 @@ void drawHead(Canvas& canvas, size_t pictures) {
 
 }  // namespace
 
-std::vector<Score> meanOf(const std::vector<Trial>& trials) {
-  std::vector<Score> mean(trials.empty() ? 0 : trials[0].scores.size());
-  const auto n = static_cast<double>(trials.size());
-  for (const Trial& trial : trials)
+std::vector<Score> meanOf(const std::vector<Evaluation>& evaluations) {
+  std::vector<Score> mean(evaluations.empty() ? 0 : evaluations[0].scores.size());
+  const auto n = static_cast<double>(evaluations.size());
+  for (const Evaluation& evaluation : evaluations)
     for (size_t i = 0; i < mean.size(); ++i) {
-      mean[i].cpsnr += trial.scores[i].cpsnr / n;
-      mean[i].ssim += trial.scores[i].ssim / n;
-      mean[i].nsPerPixel += trial.scores[i].nsPerPixel / n;
+      mean[i].cpsnr += evaluation.scores[i].cpsnr / n;
+      mean[i].ssim += evaluation.scores[i].ssim / n;
+      mean[i].nsPerPixel += evaluation.scores[i].nsPerPixel / n;
     }
   return mean;
 }
 
-Canvas plotOf(const std::vector<Trial>& trials, const std::vector<Algorithm>& algorithms) {
-  const std::vector<Score> mean = meanOf(trials);
+Canvas plotOf(const std::vector<Evaluation>& evaluations,
+              const std::vector<Algorithm>& algorithms) {
+  const std::vector<Score> mean = meanOf(evaluations);
   std::vector<size_t> order(algorithms.size());
   std::iota(order.begin(), order.end(), size_t{0});
   std::stable_sort(order.begin(), order.end(),
                    [&mean](size_t a, size_t b) { return mean[a].cpsnr > mean[b].cpsnr; });
-  const Axis axis = axisOf(trials, kMargin + 76, order.size());
+  const Axis axis = axisOf(evaluations, kMargin + 76, order.size());
   Canvas canvas(kLeft + kPlotWidth + kRight, static_cast<uint32_t>(axis.bottom + 38 + 14 + kMargin),
                 kPaper);
   for (size_t row = 0; row < order.size(); row += 2)
     canvas.box(kLeft, axis.top + static_cast<int>(row) * kRow, kPlotWidth, kRow, kBand);
-  drawHead(canvas, trials.size());
+  drawHead(canvas, evaluations.size());
   drawAxis(canvas, axis);
   for (size_t row = 0; row < order.size(); ++row)
     drawRow(canvas, axis, axis.top + static_cast<int>(row) * kRow + kRow / 2,
-            labelOf(algorithms[order[row]]), order[row], trials, mean[order[row]]);
+            labelOf(algorithms[order[row]]), order[row], evaluations, mean[order[row]]);
   return canvas;
 }
 

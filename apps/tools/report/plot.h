@@ -1,4 +1,4 @@
-// Scores as a picture: a line of dots for each algorithm.
+// A plot of scores: a row of dots for each algorithm.
 #pragma once
 
 #include <string>
@@ -8,17 +8,17 @@
 
 namespace vistrel::app {
 
-struct Trial {
-  std::string name;  // of the picture
+struct Evaluation {
+  std::string name;  // of the reference image
   uint32_t width, height;
   std::vector<Score> scores;  // by algorithm
 };
 
 // By algorithm.
-std::vector<Score> meanOf(const std::vector<Trial>& trials);
+std::vector<Score> meanOf(const std::vector<Evaluation>& evaluations);
 
-// CPSNR to the right, algorithms from the best mean down: small dots for the pictures, a large one
-// for the mean.
-Canvas plotOf(const std::vector<Trial>& trials, const std::vector<Algorithm>& algorithms);
+// CPSNR grows to the right; algorithms are sorted by their mean, best first. Small dots are single
+// images, large ones the mean.
+Canvas plotOf(const std::vector<Evaluation>& evaluations, const std::vector<Algorithm>& algorithms);
 
 }  // namespace vistrel::app

@@ -45,28 +45,28 @@ double squaredError(const std::vector<float>& a, const std::vector<float>& b) {
 
 }  // namespace
 
-Judge::Judge(const Image& truth)
-    : width_(truth.layout.width - 2 * kBorder), height_(truth.layout.height - 2 * kBorder) {
+Evaluator::Evaluator(const Image& reference)
+    : width_(reference.layout.width - 2 * kBorder), height_(reference.layout.height - 2 * kBorder) {
   for (uint32_t c = 0; c < 3; ++c) {
-    Plane& plane = truth_[c];
-    plane.samples = planeOf(truth, c);
+    Plane& plane = reference_[c];
+    plane.samples = planeOf(reference, c);
     plane.mean = blurred(plane.samples);
     plane.meanOfSquares = blurred(product(plane.samples, plane.samples));
   }
 }
 
-Quality Judge::of(const Image& picture) const {
+Quality Evaluator::of(const Image& picture) const {
   double error = 0, similarity = 0;
   for (uint32_t c = 0; c < 3; ++c) {
     const std::vector<float> plane = planeOf(picture, c);
-    error += squaredError(truth_[c].samples, plane);
-    similarity += ssim(truth_[c], plane);
+    error += squaredError(reference_[c].samples, plane);
+    similarity += ssim(reference_[c], plane);
   }
   const double mean = error / (3.0 * width_ * height_);
   return {10 * std::log10(kPeak * kPeak / mean), similarity / 3};
 }
 
-std::vector<float> Judge::planeOf(const Image& image, uint32_t channel) const {
+std::vector<float> Evaluator::planeOf(const Image& image, uint32_t channel) const {
   std::vector<float> plane;
   plane.reserve(size_t{width_} * height_);
   for (uint32_t y = kBorder; y < kBorder + height_; ++y) {
@@ -77,7 +77,7 @@ std::vector<float> Judge::planeOf(const Image& image, uint32_t channel) const {
 }
 
 // Where the whole window lies in the plane.
-std::vector<float> Judge::blurred(const std::vector<float>& plane) const {
+std::vector<float> Evaluator::blurred(const std::vector<float>& plane) const {
   const size_t width = width_ - kWindow + 1, height = height_ - kWindow + 1;
   std::vector<float> alongRows(width * height_), result(width * height);
   for (size_t y = 0; y < height_; ++y)
@@ -87,15 +87,15 @@ std::vector<float> Judge::blurred(const std::vector<float>& plane) const {
   return result;
 }
 
-double Judge::ssim(const Plane& truth, const std::vector<float>& picture) const {
+double Evaluator::ssim(const Plane& reference, const std::vector<float>& picture) const {
   constexpr double kC1 = (0.01 * kPeak) * (0.01 * kPeak), kC2 = (0.03 * kPeak) * (0.03 * kPeak);
   const std::vector<float> mean = blurred(picture);
   const std::vector<float> meanOfSquares = blurred(product(picture, picture));
-  const std::vector<float> meanOfProducts = blurred(product(truth.samples, picture));
+  const std::vector<float> meanOfProducts = blurred(product(reference.samples, picture));
   double sum = 0;
   for (size_t i = 0; i < mean.size(); ++i) {
-    const double a = truth.mean[i], b = mean[i];
-    const double variances = truth.meanOfSquares[i] - a * a + meanOfSquares[i] - b * b;
+    const double a = reference.mean[i], b = mean[i];
+    const double variances = reference.meanOfSquares[i] - a * a + meanOfSquares[i] - b * b;
     const double covariance = meanOfProducts[i] - a * b;
     sum += (2 * a * b + kC1) * (2 * covariance + kC2) / ((a * a + b * b + kC1) * (variances + kC2));
   }

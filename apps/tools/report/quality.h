@@ -1,4 +1,4 @@
-// How near a picture comes to the true one.
+// How close a picture comes to the reference image.
 #pragma once
 
 #include <array>
@@ -8,23 +8,24 @@
 
 namespace vistrel::app {
 
-// Pixels at each border that do not count: there algorithms have no neighbours.
+// Pixels at each border that do not count, since algorithms lack neighbours there.
 constexpr uint32_t kBorder = 10;
-// Side of SSIM's window.
+// Width and height of SSIM's window.
 constexpr uint32_t kWindow = 11;
 
 struct Quality {
-  double cpsnr;  // dB; infinite for equal pictures
-  double ssim;   // 1 for equal pictures
+  double cpsnr;  // dB; infinite if the pictures are equal
+  double ssim;   // 1 if the pictures are equal
 };
 
-// CPSNR: 10 log10(255^2 / E), E the mean squared error of all pixels and channels. SSIM (Wang,
-// Bovik, Sheikh, Simoncelli, 2004): the mean over the channels, by a Gaussian window of 11 x 11
-// with deviation 1.5, K1 = 0.01 and K2 = 0.03, where the window lies inside the border.
-class Judge {
+// CPSNR is 10 log10(255^2 / E), where E is the mean squared error over all pixels and channels.
+// SSIM (Wang, Bovik, Sheikh, Simoncelli, 2004) is the mean over the channels, with a Gaussian
+// window of 11 x 11, standard deviation 1.5, K1 = 0.01 and K2 = 0.03, at all positions where the
+// window lies inside the border.
+class Evaluator {
  public:
-  // A BGR24 image of 2 * kBorder + kWindow pixels or more either way.
-  explicit Judge(const Image& truth);
+  // `reference` is a BGR24 image, at least 2 * kBorder + kWindow pixels wide and high.
+  explicit Evaluator(const Image& reference);
 
   Quality of(const Image& picture) const;  // of the same shape
 
@@ -35,10 +36,10 @@ class Judge {
 
   std::vector<float> planeOf(const Image& image, uint32_t channel) const;
   std::vector<float> blurred(const std::vector<float>& plane) const;
-  double ssim(const Plane& truth, const std::vector<float>& picture) const;
+  double ssim(const Plane& reference, const std::vector<float>& picture) const;
 
   uint32_t width_, height_;  // inside the border
-  std::array<Plane, 3> truth_;
+  std::array<Plane, 3> reference_;
 };
 
 }  // namespace vistrel::app

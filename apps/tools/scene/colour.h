@@ -1,4 +1,4 @@
-// Colours as a display shows them: 0 is black, 1 is white.
+// Display colours: 0 is black, 1 is white.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +17,7 @@ constexpr Rgb gray(double v) { return {v, v, v}; }
 // a at t = 0, b at t = 1.
 constexpr Rgb mix(Rgb a, Rgb b, double t) { return a * (1 - t) + b * t; }
 
-// Smoothly from 0 at `from` to 1 at `to`.
+// Rises smoothly from 0 at `from` to 1 at `to`.
 constexpr double smoothStep(double from, double to, double x) {
   const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
   return t * t * (3 - 2 * t);

@@ -7,7 +7,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr double kLeastCard = 16;  // pixels
+constexpr double kMinCard = 16;  // pixels
 constexpr Rgb kTitle{0.95, 0.96, 0.98};
 
 Rgb wedge(const Spot& s) {
@@ -34,7 +34,7 @@ Scene::Scene(uint32_t width, uint32_t height, std::string title)
   const double strip = std::floor(0.07 * height_);
   const double stripWidth = std::floor((width_ - 3 * margin_) / 2);
   const double stripTop = height_ - margin_ - strip;
-  if (strip >= 4 && stripWidth >= kLeastCard) {
+  if (strip >= 4 && stripWidth >= kMinCard) {
     boxes_.push_back({margin_, stripTop, stripWidth, strip, wedge});
     boxes_.push_back({2 * margin_ + stripWidth, stripTop, stripWidth, strip, hues});
   }
@@ -53,7 +53,7 @@ void Scene::placeCards(double top, double bottom) {
   const int rows = 6 / columns;
   const double width = std::floor((width_ - margin_ * (columns + 1)) / columns);
   const double height = std::floor((bottom - top - margin_ * (rows - 1)) / rows);
-  if (width < kLeastCard || height < kLeastCard) return;
+  if (width < kMinCard || height < kMinCard) return;
   for (int i = 0; i < 6; ++i)
     boxes_.push_back({margin_ + i % columns * (width + margin_),
                       top + i / columns * (height + margin_), width, height, kCards[i]});

@@ -1,4 +1,4 @@
-// The test scene: six cards on a soft ground, a title, a wedge of grays and a band of hues.
+// The test scene: six cards on a soft background, a title, a gray wedge and a band of hues.
 #pragma once
 
 #include <array>
@@ -10,12 +10,12 @@
 
 namespace vistrel::app {
 
-// Lays itself out for any size; what would be too small to see is left out.
+// Adapts its layout to any size; leaves out parts that would be too small to see.
 class Scene {
  public:
   Scene(uint32_t width, uint32_t height, std::string title);
 
-  // The colour at a place, in pixels from the left upper corner.
+  // The colour at a position, in pixels from the top left corner.
   Rgb at(double x, double y) const;
 
  private:
@@ -24,7 +24,7 @@ class Scene {
     Rgb (*paint)(const Spot&);
 
     Spot spotAt(double x, double y) const;
-    bool contains(double x, double y) const;  // its corners are round
+    bool contains(double x, double y) const;  // with rounded corners
   };
 
   void placeCards(double top, double bottom);

@@ -9,11 +9,11 @@ namespace vistrel::app {
 struct Sensor {
   uint32_t bits;   // 8..16
   uint32_t phase;  // VISTREL_GRBG to VISTREL_MONO
-  double noise;    // standard deviation at full light, in percent of full scale
+  double noise;    // standard deviation at full scale, in percent of it
   uint64_t seed;   // of the noise
 };
 
-// A mono image of the sensor's samples: bytes of 8 bits, else words.
+// The sensor's samples as a mono image, of 8 or 16 bits per sample.
 Image expose(const Scene& scene, uint32_t width, uint32_t height, const Sensor& sensor);
 
 }  // namespace vistrel::app

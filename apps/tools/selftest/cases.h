@@ -1,5 +1,5 @@
-// The conversions that the selftest plays. A generator in tests/selftest plays the same ones
-// through the reference and writes the hashes, golden.inl.
+// The conversions that the selftest runs. A generator in tests/selftest runs the same ones through
+// the reference implementation and writes the hashes to golden.inl.
 #pragma once
 
 #include <cstdint>
@@ -8,13 +8,14 @@
 
 namespace vistrel::app::selftest {
 
-constexpr uint32_t kWidth = 203, kHeight = 37;  // rows longer than any vector, with a rest
+constexpr uint32_t kWidth = 203,
+                   kHeight = 37;  // rows longer than any vector, and not a multiple of one
 
 struct Case {
   std::string algorithm;  // "mono" for frames without filters
   uint32_t code;          // VISTREL_BILINEAR to VISTREL_AHD
   uint32_t threshold;
-  uint32_t bits;  // 8: bytes, else words
+  uint32_t bits;  // 8: 8-bit samples, otherwise 16-bit ones
   uint32_t phase;
   uint32_t binning;
   uint32_t lutMode;  // a window or a curve; kAllBits: none
@@ -26,10 +27,10 @@ std::string nameOf(const Case& c);
 
 std::vector<Case> allCases();
 
-// Flat, steep, quiet, noisy and saturated places, by integer arithmetic alone.
+// A frame with flat, steep, quiet, noisy and saturated areas, from integer arithmetic alone.
 std::vector<uint16_t> testFrame(uint32_t bits);
 
-// FNV-1a, 64 bits, of samples of one or two bytes; of words the low byte first.
+// 64-bit FNV-1a of 8-bit or 16-bit samples; of the latter in little-endian order.
 uint64_t hashOf(const uint8_t* samples, size_t count);
 uint64_t hashOf(const uint16_t* samples, size_t count);
 

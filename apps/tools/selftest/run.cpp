@@ -41,21 +41,21 @@ uint64_t hashOfResult(const Case& c) {
 
 }  // namespace
 
-Verdict run() {
+Summary run() {
   const std::vector<Case> cases = allCases();
-  Verdict verdict{{}, cases.size(), {}};
+  Summary summary{{}, cases.size(), {}};
   const size_t before = vistrel_level();
   for (size_t level = 0; const char* name = vistrel_level_name(level); ++level) {
     setLevel(level);
-    verdict.levels.push_back(name);
+    summary.levels.push_back(name);
     for (size_t i = 0; i < cases.size(); ++i) {
       const uint64_t expected = i < std::size(kGolden) ? kGolden[i] : 0;
       const uint64_t got = hashOfResult(cases[i]);
-      if (got != expected) verdict.differences.push_back({nameOf(cases[i]), name, expected, got});
+      if (got != expected) summary.differences.push_back({nameOf(cases[i]), name, expected, got});
     }
   }
   setLevel(before);
-  return verdict;
+  return summary;
 }
 
 }  // namespace vistrel::app::selftest

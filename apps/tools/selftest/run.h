@@ -1,4 +1,4 @@
-// Plays the selftest's conversions on this machine.
+// Runs the selftest's conversions on this machine.
 #pragma once
 
 #include <cstdint>
@@ -13,13 +13,13 @@ struct Difference {
   uint64_t expected, got;
 };
 
-struct Verdict {
+struct Summary {
   std::vector<std::string> levels;
   size_t combinations;  // at each level
   std::vector<Difference> differences;
 };
 
-// Every conversion at every level of this machine.
-Verdict run();
+// Runs every conversion at every level of this machine.
+Summary run();
 
 }  // namespace vistrel::app::selftest

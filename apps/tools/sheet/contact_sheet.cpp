@@ -11,7 +11,7 @@ namespace {
 constexpr Paint kGround{28, 30, 34}, kTitle{240, 240, 236}, kLabel{190, 194, 200};
 constexpr int kScale = 2, kGap = 14;
 constexpr int kTitleHeight = 7 * (kScale + 1) + kGap, kLabelHeight = 7 * kScale + 6;
-constexpr int64_t kMostPixels = int64_t{1} << 28;
+constexpr int64_t kMaxPixels = int64_t{1} << 28;
 
 struct Block {
   int columns, rows;
@@ -56,9 +56,9 @@ Canvas sheetOf(const std::vector<Strip>& strips, uint32_t zoom) {
     width = std::max<int64_t>(width, block.width(strip));
     height += block.height();
   }
-  if (width * height > kMostPixels)
-    fail(kUsage, "a sheet of {}x{} pixels: {} are allowed; take a smaller --crop or --zoom", width,
-         height, kMostPixels);
+  if (width * height > kMaxPixels)
+    throwError(kUsage, "a sheet of {}x{} pixels: {} are allowed; take a smaller --crop or --zoom",
+               width, height, kMaxPixels);
   Canvas canvas(static_cast<uint32_t>(width), static_cast<uint32_t>(height), kGround);
   int top = kGap;
   for (const Strip& strip : strips) {

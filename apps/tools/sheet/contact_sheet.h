@@ -1,4 +1,4 @@
-// Titled rows of equal pictures with labels.
+// Titled strips of labelled pictures.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace vistrel::app {
 struct Cell {
   std::string label;
   Image image;          // BGR24
-  vistrel_region part;  // what of it is shown
+  vistrel_region part;  // the part that is shown
 };
 
 struct Strip {
@@ -19,7 +19,7 @@ struct Strip {
   std::vector<Cell> cells;
 };
 
-// Throws Failure (usage) for a sheet that is too large to be looked at.
+// Throws ProgramError (usage) if the sheet would be too large to view.
 Canvas sheetOf(const std::vector<Strip>& strips, uint32_t zoom);
 
 }  // namespace vistrel::app

@@ -20,12 +20,12 @@ uint32_t colourAt(uint32_t x, uint32_t y, uint32_t channel, uint32_t most) {
 // Red, green, blue; 8 or 16 bits.
 template <class Sample>
 void writePicture(const std::filesystem::path& path, uint32_t format) {
-  constexpr uint32_t kMost = sizeof(Sample) == 1 ? 255 : 65535;
+  constexpr uint32_t kMax = sizeof(Sample) == 1 ? 255 : 65535;
   std::vector<Sample> samples;
   for (uint32_t y = 0; y < kHeight; ++y)
     for (uint32_t x = 0; x < kWidth; ++x)
       for (uint32_t c = 0; c < 3; ++c)
-        samples.push_back(static_cast<Sample>(colourAt(x, y, c, kMost)));
+        samples.push_back(static_cast<Sample>(colourAt(x, y, c, kMax)));
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
   image.width = kWidth;

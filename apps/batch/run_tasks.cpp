@@ -1,4 +1,4 @@
-#include "apps/batch/workers.h"
+#include "apps/batch/run_tasks.h"
 
 #include <atomic>
 #include <exception>
