@@ -14,7 +14,7 @@ using namespace vistrel::app;
 
 namespace {
 
-// The exit status of the command that the command line names.
+// Runs the command on the command line and returns its exit status.
 int run(int argc, char** argv) {
   CLI::App program;
   int status = kDone;
@@ -22,10 +22,10 @@ int run(int argc, char** argv) {
   try {
     program.parse(argc, argv);
   } catch (const CLI::RequiredError& error) {
-    // A word that nobody expected may be why another one is missing.
-    const std::vector<std::string> strange = program.remaining(true);
-    program.exit(strange.empty() ? static_cast<const CLI::ParseError&>(error)
-                                 : CLI::ExtrasError(strange));
+    // An unexpected argument may be the reason why a required one is missing.
+    const std::vector<std::string> unexpected = program.remaining(true);
+    program.exit(unexpected.empty() ? static_cast<const CLI::ParseError&>(error)
+                                    : CLI::ExtrasError(unexpected));
     return kUsage;
   } catch (const CLI::ParseError& error) {
     return program.exit(error) == 0 ? kDone : kUsage;
@@ -35,14 +35,14 @@ int run(int argc, char** argv) {
   return status;
 }
 
-// A stream that the caller closed must not become a file that is opened here; what is read from it
-// or written to it still fails.
+// If the caller closed a standard descriptor, no file opened later may take its number. Reading
+// from it or writing to it still fails.
 void keepStandardDescriptors() {
-  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-    if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_PATH);
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+    if (fcntl(descriptor, F_GETFD) < 0) open("/dev/null", O_PATH);
 }
 
-// A full disk or a closed stream may not show before the last of the output goes out.
+// A full disk or a closed standard output may only show when the last output is flushed.
 void finishStandardOutput() {
   if (std::fflush(stdout) != 0)
     throwError(kInputOutput, "standard output cannot be written: {}", std::strerror(errno));

@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Nanoseconds since 1970 of the last change; nothing where there is no such file.
+// Time of the last change, in nanoseconds since 1970; empty if there is no such file.
 std::optional<int64_t> modified(const fs::path& path) {
   struct stat status {};
   if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
@@ -23,7 +23,7 @@ std::optional<int64_t> modified(const fs::path& path) {
 }
 
 Provenance provenanceOf(const Job& job, const std::string& options) {
-  std::error_code none;  // for standard input
+  std::error_code none;  // set for standard input
   const uint64_t bytes = fs::file_size(job.from, none);
   return {job.from.string(), job.frame, none ? 0 : bytes, modified(job.from).value_or(0), options};
 }
@@ -140,11 +140,11 @@ void Batch::printSummary() {
                          [state](const Result& result) { return result.state == state; });
   };
   if (const auto n = count(State::kUpToDate); n > 0 && !options_.dryRun)
-    progress_->say(fmt::format("up to date: {} of {}{}; --overwrite makes them again", n,
-                               jobs().size(), manifest_ ? "" : ", whatever their options were"));
+    progress_->say(fmt::format("up to date: {} of {}{}; --overwrite remakes them", n, jobs().size(),
+                               manifest_ ? "" : ", regardless of their options"));
   if (const auto n = count(State::kNotBegun); n > 0)
-    progress_->say(
-        fmt::format("not begun: {} of {}; --keep-going goes on after a failure", n, jobs().size()));
+    progress_->say(fmt::format("not begun: {} of {}; --keep-going continues after a failure", n,
+                               jobs().size()));
 }
 
 ExitStatus Batch::status() const {

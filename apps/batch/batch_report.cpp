@@ -36,7 +36,7 @@ Json outputOf(const Job& job, const Result& result) {
   return json;
 }
 
-// The jobs of an input stand one behind the other.
+// The jobs of an input are adjacent.
 Json inputsOf(const Batch& batch) {
   Json inputs = Json::array();
   for (size_t i = 0; i < batch.jobs().size(); ++i) {

@@ -9,10 +9,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Sorted, without those whose names begin with a dot.
+// Sorted, without hidden files.
 std::vector<fs::path> filesIn(const fs::path& folder) {
   std::vector<fs::path> files;
-  std::error_code error;  // of a link that leads nowhere
+  std::error_code error;  // from a dangling link
   for (const auto& entry : fs::directory_iterator(folder))
     if (entry.is_regular_file(error) && entry.path().filename().string()[0] != '.')
       files.push_back(entry.path());
@@ -24,9 +24,9 @@ void addFolder(const fs::path& folder, const IsFrame& isFrame, Inputs& inputs) {
   std::vector<fs::path> frames = filesIn(folder);
   const auto others = std::stable_partition(frames.begin(), frames.end(), isFrame);
   if (const auto n = frames.end() - others; n > 0)
-    inputs.warnings.push_back(fmt::format("{}: left out, as no frame's name ends so: {}{}",
-                                          folder.string(), others->filename().string(),
-                                          n > 1 ? fmt::format(" and {} more", n - 1) : ""));
+    inputs.warnings.push_back(
+        fmt::format("{}: ignoring files without the extension of a frame: {}{}", folder.string(),
+                    others->filename().string(), n > 1 ? fmt::format(" and {} more", n - 1) : ""));
   frames.erase(others, frames.end());
   inputs.files.insert(inputs.files.end(), frames.begin(), frames.end());
   if (frames.empty()) inputs.files.push_back(folder);

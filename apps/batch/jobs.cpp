@@ -7,9 +7,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr uint64_t kMaxFrames = 1'000'000;  // six digits tell them apart
+constexpr uint64_t kMaxFrames = 1'000'000;  // six digits number them
 
-// The picture for an input in a folder, or the one that was named.
+// The output: a single picture, or a folder with a picture for each input.
 struct Target {
   fs::path path;
   std::string extension;
@@ -32,13 +32,14 @@ void addJobs(const fs::path& input, const Target& target, const FramesOf& frames
   Job job{input, target.of(input), {}, target.folder, {}};
   uint64_t frames = 1;
   job.outcome = attempt([&] {
-    if (isFolder(input)) throwError(kRejected, "no frame is in this folder");
+    if (isFolder(input)) throwError(kRejected, "there is no frame in this folder");
     frames = framesOf(input);
     if (frames > kMaxFrames)
-      throwError(kRejected, "it has {} frames: {} at most are allowed at once; --frame N takes one",
-                 frames, kMaxFrames);
+      throwError(kRejected,
+                 "it has {} frames: at most {} are allowed at once; --frame N selects one", frames,
+                 kMaxFrames);
     if (frames > 1 && isStandardOutput(target.path))
-      throwError(kRejected, "it has {} frames: standard output takes one; --frame N names it",
+      throwError(kRejected, "it has {} frames: standard output takes one; --frame N selects it",
                  frames);
   });
   if (job.outcome.status != kDone || frames == 1) {
@@ -54,7 +55,7 @@ void addJobs(const fs::path& input, const Target& target, const FramesOf& frames
   }
 }
 
-// Pictures are no frames of the next run.
+// The next run must not take pictures for frames.
 void checkIsNoInput(const fs::path& folder, const fs::path& input, const std::string& extension) {
   std::error_code error;
   if (fs::equivalent(folder, input, error))
@@ -70,9 +71,10 @@ void checkTarget(const Target& target, const Inputs& inputs, const IsFrame& isFr
     throwError(kUsage, "-o: the name of a picture or of a folder is expected");
   if (!target.folder) return void(pictureType(target.path));
   if (isStandardOutput(target.path))
-    throwError(kUsage,
-               "-o {}: it takes the picture of one input; several, or a folder, need a folder",
-               target.path.string());
+    throwError(
+        kUsage,
+        "-o {}: it takes a single picture; several inputs, or a folder of inputs, need a folder",
+        target.path.string());
   checkIsFolder(target.path);
   if (!isFrame("x" + target.extension)) return;
   for (const fs::path& folder : inputs.folders)

@@ -82,7 +82,7 @@ void Manifest::load() {
     } catch (const std::bad_alloc&) {
       throw;
     } catch (const std::exception&) {
-      throwError(kInputOutput, "--manifest {}: line {} is no line of a manifest", path_.string(),
+      throwError(kInputOutput, "--manifest {}: line {} is not a manifest entry", path_.string(),
                  number);
     }
     good_ += line.size() + 1;

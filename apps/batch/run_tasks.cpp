@@ -49,7 +49,7 @@ void runTasks(const Tasks& tasks, unsigned threads) {
       for (size_t i = 1; i < threads && i < tasks.count; ++i)
         others.emplace_back([&pool, i] { pool.work(i); });
     } catch (const std::exception&) {
-      // No memory or no thread for one more: those that there are do it all.
+      // No memory or no thread left: the existing threads do all the work.
     }
     pool.work(0);
   }

@@ -22,11 +22,11 @@ constexpr const char* kExamples = R"(Examples:
   vistrel bench
   vistrel bench rose.pgm --phase rggb --bits 12 -a bilinear -a ahd --rounds 25
 
-Every algorithm converts the frame to 8 bits a sample, blue, green, red, with
-every set of instructions that this machine has: once in each round, on one
-thread, all checks included. The table has nanoseconds a pixel: the fastest of
-all rounds, and the median. A frame deeper than an algorithm takes loses its
-lowest bits first. Without a frame it is the test scene: 1024x768, 8 bits.)";
+Every algorithm converts the frame to BGR of 8 bits per sample, with every
+instruction set level of this machine: once per round, on one thread, all checks
+included. The table shows nanoseconds per pixel: the fastest of all rounds, and
+the median. If the frame has more bits than an algorithm supports, its lowest
+bits are dropped first. The default frame is the test scene: 1024x768, 8 bits.)";
 
 struct BenchOptions {
   std::string path;
@@ -72,7 +72,7 @@ void printJson(const vistrel_frame& frame, const std::vector<Timing>& timings, i
 
 void benchFrame(const vistrel_frame& frame, const BenchOptions& o) {
   if (frame.phase == VISTREL_MONO)
-    throwError(kRejected, "a frame without colour filters: nothing to do");
+    throwError(kRejected, "a mono frame: there is nothing to demosaic");
   const std::vector<Timing> timings = timeAll(frame, orAll(o.algorithms), o.rounds);
   o.json ? printJson(frame, timings, o.rounds) : printText(frame, timings, o.rounds);
 }
@@ -102,7 +102,7 @@ void addBenchCommand(CLI::App& program, int& status) {
   const auto o = std::make_shared<BenchOptions>();
   command->add_option("FRAME", o->path, "Frame to convert (the test scene)");
   addAlgorithmsOption(*command, o->algorithms);
-  between(command->add_option("--rounds", o->rounds, "How often (11)"), 1, 10000);
+  between(command->add_option("--rounds", o->rounds, "Number of rounds (11)"), 1, 10000);
   command->add_flag("--json", o->json, "Print JSON");
   addPhaseOption(*command, o->input.phase);
   addInputOptions(*command, o->input);

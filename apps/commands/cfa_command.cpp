@@ -21,8 +21,8 @@ constexpr const char* kExamples = R"(Examples:
   vistrel cfa blue=1,1 --crop 640x480+3+2
   vistrel cfa grbg -s 1280x961 --flip v --json
 
-The crop is taken first, then the flip, then the turn. Without a size or a crop
-width and height count as even.)";
+The frame is cropped first, then flipped, then rotated. Without --size or --crop,
+its width and height are assumed to be even.)";
 
 struct CfaOptions {
   std::string phase;
@@ -41,7 +41,7 @@ uint32_t resultOf(const CfaOptions& o) {
       throwError(kUsage, "--crop: {}x{} pixels; nothing is left", crop.width, crop.height);
     if (o.size && (uint64_t{crop.x} + crop.width > size.width ||
                    uint64_t{crop.y} + crop.height > size.height))
-      throwError(kUsage, "--crop {}x{}+{}+{}: it leaves the frame of {}x{}", crop.width,
+      throwError(kUsage, "--crop {}x{}+{}+{}: it exceeds the frame of {}x{}", crop.width,
                  crop.height, crop.x, crop.y, size.width, size.height);
     phase = vistrel_phase_at(phase, crop.x, crop.y);
     size = {crop.width, crop.height};
@@ -52,7 +52,7 @@ uint32_t resultOf(const CfaOptions& o) {
   return phase;
 }
 
-// All names that one convention has for formats of that phase.
+// All names of formats of that phase in one convention.
 std::string namesOf(uint32_t phase, std::string PixelFormat::*convention) {
   std::string names;
   for (const PixelFormat& f : pixelFormats())
@@ -93,7 +93,7 @@ ExitStatus run(const CfaOptions& o) {
 }  // namespace
 
 void addCfaCommand(CLI::App& program, int& status) {
-  auto* command = program.add_subcommand("cfa", "Tell the phase of a crop or a mirrored frame");
+  auto* command = program.add_subcommand("cfa", "Compute the phase of a crop or a mirrored frame");
   const auto o = std::make_shared<CfaOptions>();
   command->add_option("PHASE", o->phase, "rggb, bggr, grbg, gbrg, mono, or blue=y,x")->required();
   command
@@ -104,11 +104,11 @@ void addCfaCommand(CLI::App& program, int& status) {
   command
       ->add_option_function<std::string>(
           "--crop", [o](const std::string& s) { o->crop = parseRegion("--crop", s); },
-          "Cut this out of the frame")
+          "Crop the frame to this region")
       ->type_name("WxH+X+Y");
   oneOf(command->add_option("--flip", o->flip, "Mirror left and right, or top and bottom"),
         {"h", "v"});
-  oneOf(command->add_option("--rotate", o->rotate, "Turn by so many degrees"), {"180"});
+  oneOf(command->add_option("--rotate", o->rotate, "Rotate by this many degrees"), {"180"});
   command->add_flag("--json", o->json, "Print JSON");
   command->footer(kExamples);
   command->callback([o, &status] { status = run(*o); });

@@ -26,12 +26,12 @@ constexpr const char* kExamples = R"(Examples:
   vistrel compare [ab]_8b_grbg.pgm --from-name --crop 90x60+64+40 -o sheet.png
   vistrel compare rose.pgm --phase rggb -a bilinear -a ahd -o sheet.png
 
-The sheet has a block for each frame, with the crop once for each algorithm.
-Where an algorithm is made for fewer bits than the frame has, the lowest ones
-are dropped first, and its label says so.)";
+The sheet has a block for each frame, with one copy of the crop per algorithm.
+If an algorithm supports fewer bits than the frame has, the lowest bits are
+dropped first, and the label says so.)";
 
 constexpr uint32_t kCropWidth = 120, kCropHeight = 90;
-// What is converted around the crop, so that it shows no border of its own.
+// Pixels converted around the crop, so that it shows no border effects.
 constexpr uint32_t kMargin = 16;
 
 struct CompareOptions {
@@ -45,7 +45,7 @@ struct CompareOptions {
   bool mask = false;
 };
 
-// The middle of the frame, where nothing else is asked for.
+// The middle of the frame by default.
 vistrel_region cropOf(const vistrel_frame& f, const CompareOptions& o) {
   if (!o.crop) {
     const uint32_t width = std::min(f.width, kCropWidth), height = std::min(f.height, kCropHeight);
@@ -54,7 +54,7 @@ vistrel_region cropOf(const vistrel_frame& f, const CompareOptions& o) {
   const vistrel_region& c = *o.crop;
   if (!c.width || !c.height || uint64_t{c.x} + c.width > f.width ||
       uint64_t{c.y} + c.height > f.height)
-    throwError(kRejected, "--crop {}x{}+{}+{}: it leaves the frame of {}x{}, or is empty", c.width,
+    throwError(kRejected, "--crop {}x{}+{}+{}: it exceeds the frame of {}x{}, or is empty", c.width,
                c.height, c.x, c.y, f.width, f.height);
   return c;
 }
@@ -86,7 +86,8 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop, const Algori
 Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progress) {
   FrameFile file(path, o.input);
   if (file.frame().phase == VISTREL_MONO)
-    throwError(kRejected, "a mono frame has nothing to demosaic; --phase names a phase of four");
+    throwError(kRejected,
+               "a mono frame cannot be demosaiced; --phase names one of the four Bayer phases");
   const vistrel_region crop = cropOf(file.frame(), o);
   const vistrel_frame& frame = file.read();
   for (const std::string& warning : file.warnings())
@@ -132,21 +133,20 @@ ExitStatus run(CompareOptions& o) {
 }  // namespace
 
 void addCompareCommand(CLI::App& program, int& status) {
-  auto* command =
-      program.add_subcommand("compare", "Show one crop through every algorithm on a sheet");
+  auto* command = program.add_subcommand("compare", "Show one crop by every algorithm on a sheet");
   const auto o = std::make_shared<CompareOptions>();
-  command->add_option("IN", o->inputs, "Frames: binary PGM, or dumps with --size")->required();
+  command->add_option("IN", o->inputs, "Frames, or headerless raw files with --size")->required();
   command->add_option("-o,--output", o->output, "Sheet (.png, .ppm)")->required()->type_name("OUT");
   addPhaseOption(*command, o->input.phase);
   addAlgorithmsOption(*command, o->algorithms);
   command
       ->add_option_function<std::string>(
           "--crop", [o](const std::string& s) { o->crop = parseRegion("--crop", s); },
-          "What is shown, in sensor pixels (120x90 in the middle)")
+          "Region to show, in sensor pixels (120x90 in the middle)")
       ->type_name("WxH+X+Y");
-  between(command->add_option("--zoom", o->zoom, "Width and height of a shown pixel (3)"), 1, 16);
+  between(command->add_option("--zoom", o->zoom, "Magnification (3)"), 1, 16);
   addToneOptions(*command, o->tone);
-  command->add_flag("--mask", o->mask, "Drop bits above the significant ones, else refuse");
+  command->add_flag("--mask", o->mask, "Drop bits above the significant ones, don't reject");
   addInputOptions(*command, o->input);
   command->footer(kExamples);
   command->callback([o, &status] { status = run(*o); });

@@ -40,7 +40,7 @@ void ConversionJob::measureGains(const vistrel_frame& frame) {
   conversion_.white_balance = VISTREL_BALANCE_GAINS;
   std::copy(measured.begin(), measured.end(), conversion_.gains);
   for (const uint32_t gain : measured) gains_.push_back(gain / double{int{VISTREL_GAIN_ONE}});
-  notes_.push_back(fmt::format("--wb auto: as --wb {:.4f}", fmt::join(gains_, ",")));
+  notes_.push_back(fmt::format("--wb auto: the gains are --wb {:.4f}", fmt::join(gains_, ",")));
 }
 
 // The picture's type has another number of channels than the result.

@@ -38,7 +38,7 @@ struct ConvertOptions {
   BatchOptions batch;
 };
 
-// A curve of the user's may change while its name stays.
+// Includes a hash of the curve's table, since the file may change under the same name.
 std::string optionsOf(const CLI::App& command, const ConvertOptions& o) {
   std::string options = givenOptions(command, {"Input", "Conversion"});
   const auto& table = o.conversion.tone.table;
@@ -65,15 +65,16 @@ BatchTask taskFor(const CLI::App& command, const ConvertOptions& o) {
   return task;
 }
 
-// Refuses all options at once that do not go together.
+// Rejects all conflicting options at once.
 void checkTogether(const ConvertOptions& o, const std::filesystem::path& first) {
   std::vector<std::string> found = o.conversion.conflicts();
   const auto clash = [&](const std::string& option, const char* why) {
-    found.push_back(fmt::format("{} and -o {} do not go together: {}", option, o.output, why));
+    found.push_back(fmt::format("{} and -o {} cannot be combined: {}", option, o.output, why));
   };
   if (!o.type.empty() && !isSameType(pictureType("x." + o.type), pictureType(first)))
-    clash("--type " + o.type, "a picture's name tells its type, --type that of those in a folder");
-  const char* const report = "standard output takes the picture alone";
+    clash("--type " + o.type,
+          "a picture's name sets its type, --type that of pictures in a folder");
+  const char* const report = "standard output is for the picture alone";
   if (isStandardOutput(o.output) && o.batch.json) clash("--json", report);
   if (isStandardOutput(o.output) && !o.batch.manifest.empty())
     clash("--manifest " + o.batch.manifest, report);
@@ -93,7 +94,7 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
   const std::string extension = "." + (o.type.empty() ? "png" : o.type);
   Plan plan = planJobs({o.inputs, o.output, extension, isFrame, framesOf}, files);
   if (isStandardOutput(o.batch.manifest))
-    throwError(kUsage, "--manifest {}: the name of a file is expected", o.batch.manifest);
+    throwError(kUsage, "--manifest {}: a file name is expected", o.batch.manifest);
   if (!o.batch.manifest.empty()) files.addWritten("--manifest", o.batch.manifest);
   checkTogether(o, plan.jobs.front().to);
   o.conversion.bare = isRawFile(plan.jobs.front().to);
@@ -106,7 +107,7 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
 }
 
 void addOutputOptions(CLI::App& command, ConvertOptions& o) {
-  command.add_option("-o,--output", o.output, "Picture, by its ending; a folder; or - or png:-")
+  command.add_option("-o,--output", o.output, "Picture, by its extension; a folder; or - or png:-")
       ->required()
       ->type_name("OUT");
   oneOf(command.add_option("--type", o.type, "png, tiff, pam, ppm, pgm or raw, in a folder (png)"),

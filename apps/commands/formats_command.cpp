@@ -17,7 +17,7 @@ constexpr const char* kExamples = R"(Examples:
   vistrel formats pRCC
   vistrel formats --json
 
-A name of this list, or a PFNC value, is what --pixfmt takes.)";
+--pixfmt accepts the names of this list, and PFNC values.)";
 
 struct FormatsOptions {
   std::string name;
@@ -28,7 +28,7 @@ const char* orDash(const char* text) { return text ? text : "-"; }
 std::string orDash(const std::string& text) { return text.empty() ? "-" : text; }
 
 void printPhases() {
-  fmt::print("Colours of the 2x2 block at the left upper corner\n");
+  fmt::print("Colours of the 2x2 block in the top left corner\n");
   fmt::print("  {:7}{:7}{:8}{:14}{:9}{:6}{:16}{:10}{}\n", "phase", "rows", "nBayer", "constant",
              "PFNC", "FITS", "DNG CFAPattern", "blue=y,x", "OpenCV *");
   for (uint32_t phase = 0; phase < kPhases; ++phase) {
@@ -40,14 +40,14 @@ void printPhases() {
   }
   fmt::print(
       "  * the letters of OpenCV are those of the block at row 1, column 1; no option "
-      "takes them\n");
+      "accepts them\n");
 }
 
 void printTitle(uint32_t packing) {
   constexpr const char* kTitles[] = {
       "bytes",
-      "16-bit words, low byte first, samples in the low bits",
-      "16-bit words, high byte first, samples in the low bits",
+      "16-bit samples, little-endian, in the low bits",
+      "16-bit samples, big-endian, in the low bits",
       "PFNC p: one stream of bits, lowest bits first",
       "GigE Vision Packed: two pixels in three bytes",
       "MIPI CSI-2: the high bytes of two or four pixels, then their low bits"};
@@ -104,9 +104,9 @@ ExitStatus run(const FormatsOptions& o) {
 }  // namespace
 
 void addFormatsCommand(CLI::App& program, int& status) {
-  auto* command = program.add_subcommand("formats", "List what others call phases and formats");
+  auto* command = program.add_subcommand("formats", "List the names of phases and formats");
   const auto o = std::make_shared<FormatsOptions>();
-  command->add_option("NAME", o->name, "Tell of this raw format alone, by any of its names");
+  command->add_option("NAME", o->name, "Show only this raw format, by any of its names");
   command->add_flag("--json", o->json, "Print JSON");
   command->footer(kExamples);
   command->callback([o, &status] { status = run(*o); });

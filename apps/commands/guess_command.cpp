@@ -25,12 +25,12 @@ constexpr const char* kExamples = R"(Examples:
   vistrel guess camera.raw
   vistrel guess camera.raw -s 1280x960 --json
 
-Ranks what the file may be by the likeness of neighbouring samples. It is to
-hold one frame, without a header and padded rows. A dark frame may have more
-bits than it uses. Where green is can be measured, which of the other two sites
-is red can not: if colours come out wrong, take the second phase.)";
+Ranks possible formats by the similarity of neighbouring samples. The file must
+hold one frame, without a header or row padding. A dark frame may have more bits
+than it uses. The green sites can be measured, but not which of the other two is
+red: if colours come out wrong, use the second phase.)";
 
-// A frame of 16 x 16 bytes; what is read at once.
+// A frame of 16 x 16 bytes; the most that is read into memory.
 constexpr uint64_t kMin = 256, kMax = 128 << 20;
 
 struct GuessOptions {
@@ -39,11 +39,11 @@ struct GuessOptions {
   bool json = false;
 };
 
-// What convert needs to know. High bits have no name of a format.
+// The options that convert needs. Samples in high bits have no named format.
 std::string optionsOf(const Guess& g, uint32_t phase) {
   const std::string size = fmt::format("-s {}x{}", g.width, g.height);
-  const bool words = g.packing == VISTREL_PACKING_LITTLE || g.packing == VISTREL_PACKING_BIG;
-  if (words)
+  const bool is16Bit = g.packing == VISTREL_PACKING_LITTLE || g.packing == VISTREL_PACKING_BIG;
+  if (is16Bit)
     return fmt::format("{} --bits {}{}{} --phase {}", size, std::max(g.bits, 9u),
                        g.packing == VISTREL_PACKING_BIG ? " --endian big" : "",
                        g.highBits ? " --align high" : "", vistrel_phase_name(phase));
@@ -53,7 +53,7 @@ std::string optionsOf(const Guess& g, uint32_t phase) {
   return size;
 }
 
-// As a shell takes it.
+// Quotes a path for a shell.
 std::string quoted(const std::string& path) {
   const auto plain = [](char c) {
     return std::isalnum(static_cast<unsigned char>(c)) || std::strchr("/._-+", c);
@@ -76,7 +76,7 @@ void printText(const GuessOptions& o, const std::vector<Guess>& guesses) {
                packingName(g.packing), g.bits, g.highBits ? " (the high ones)" : "",
                vistrel_phase_name(g.phase), other, commandOf(o, g, g.phase));
   }
-  fmt::print("Red and blue can't be told apart: try the second phase if colours are wrong.\n");
+  fmt::print("Red and blue cannot be told apart: try the second phase if colours are wrong.\n");
 }
 
 void printJson(const GuessOptions& o, const std::vector<Guess>& guesses) {
@@ -100,14 +100,15 @@ void guessOne(const GuessOptions& o) {
   const Source source(o.path);
   if (const char* const kind = kindOf(source))
     throwError(kRejected,
-               "it begins like a {} file, not like a dump; vistrel info tells what is in it", kind);
+               "it begins like a {} file, so it is not headerless; vistrel info describes it",
+               kind);
   const uint64_t bytes = source.size();
   if (bytes < kMin || bytes > kMax)
     throwError(kRejected, "it has {} bytes: {} to {} are allowed", bytes, kMin, kMax);
   const std::vector<Guess> guesses = guessFormat(source.all(), o.size);
   if (guesses.empty() && o.size)
-    throwError(kRejected, "no packing makes {} bytes of {}x{} pixels", bytes, o.size->width,
-               o.size->height);
+    throwError(kRejected, "no packing of {}x{} pixels takes {} bytes", o.size->width,
+               o.size->height, bytes);
   if (guesses.empty()) throwError(kRejected, "no size fits {} bytes", bytes);
   o.json ? printJson(o, guesses) : printText(o, guesses);
 }
@@ -115,13 +116,13 @@ void guessOne(const GuessOptions& o) {
 }  // namespace
 
 void addGuessCommand(CLI::App& program, int& status) {
-  auto* command = program.add_subcommand("guess", "Guess what a dump without a header is");
+  auto* command = program.add_subcommand("guess", "Guess the format of a headerless raw file");
   const auto o = std::make_shared<GuessOptions>();
-  command->add_option("IN", o->path, "Dump without a header; - is standard input")->required();
+  command->add_option("IN", o->path, "Headerless raw file; - is standard input")->required();
   command
       ->add_option_function<std::string>(
           "-s,--size", [o](const std::string& s) { o->size = parseSize("--size", s); },
-          "Its size, where it is known")
+          "Its size, if known")
       ->type_name("WxH");
   command->add_flag("--json", o->json, "Print JSON");
   command->footer(kExamples);

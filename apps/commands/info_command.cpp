@@ -35,12 +35,12 @@ void printText(const FrameFile& file, const Statistics& s) {
   if (d.frames > 1) fmt::print("frames           {}\n", d.frames);
   fmt::print("sample           {} byte{}\n", f.bytes_per_sample, f.bytes_per_sample > 1 ? "s" : "");
   if (d.maxval) fmt::print("maxval           {}\n", *d.maxval);
-  fmt::print("bits             {}{}\n", f.bits, d.bitsKnown ? "" : " (the file does not tell)");
-  fmt::print("phase            {}\n", d.phase ? vistrel_phase_name(*d.phase) : "not told");
+  fmt::print("bits             {}{}\n", f.bits, d.bitsKnown ? "" : " (not specified)");
+  fmt::print("phase            {}\n", d.phase ? vistrel_phase_name(*d.phase) : "not specified");
   if (d.black) fmt::print("black level      {}\n", *d.black);
   if (d.white) fmt::print("white level      {}\n", *d.white);
   if (d.orientation)
-    fmt::print("orientation      {} (pictures keep the sensor's)\n", *d.orientation);
+    fmt::print("orientation      {} (pictures keep the sensor's orientation)\n", *d.orientation);
   if (d.trailing) fmt::print("trailing bytes   {}\n", d.trailing);
   fmt::print("bits used        {}\n", s.usedBits);
   fmt::print("zero low bits    {}\n", s.zeroLowBits);
@@ -51,7 +51,7 @@ void printText(const FrameFile& file, const Statistics& s) {
              s.fullScale);
 }
 
-// Null for what the file does not tell.
+// Null for what the file does not specify.
 template <class T>
 Json orNull(const std::optional<T>& value) {
   return value ? Json(*value) : Json();
@@ -86,7 +86,8 @@ Json jsonOf(const FrameFile& file, const Statistics& s) {
   return json;
 }
 
-// Prints what is in a frame, or adds it to `all`. Of several, each is told with its file's name.
+// Prints the description of a frame, or adds it to `all`; with its file's name if there are
+// several.
 void describe(const std::string& path, const InfoOptions& o, Json& all) {
   const bool several = o.paths.size() > 1;
   FrameFile file(path, o.input);
@@ -120,11 +121,11 @@ ExitStatus run(const InfoOptions& o) {
 }  // namespace
 
 void addInfoCommand(CLI::App& program, int& status) {
-  auto* command = program.add_subcommand("info", "Tell what is in a raw frame");
+  auto* command = program.add_subcommand("info", "Describe raw frames");
   const auto o = std::make_shared<InfoOptions>();
   command
       ->add_option("IN", o->paths,
-                   "Frames: PGM, PNG, TIFF, DNG, FITS, camera raw, dump; - is standard input")
+                   "Frames: PGM, PNG, TIFF, DNG, FITS, camera raw, headerless; - is standard input")
       ->required();
   command->add_flag("--json", o->json, "Print JSON");
   addInputOptions(*command, o->input);

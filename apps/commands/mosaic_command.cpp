@@ -23,22 +23,22 @@ constexpr const char* kExamples = R"(Examples:
   vistrel mosaic photo.png -o frame.pgm --phase rggb --bits 12
   vistrel mosaic photo.png -o frame.raw --pixfmt BayerRG12p
 
-Each pixel keeps the colour of its filter. A sample v of a picture whose largest
-one is m becomes v (2^bits - 1) / m, rounded.)";
+Each pixel keeps the colour of its filter. Sample v of a picture with maximum m
+becomes v (2^bits - 1) / m, rounded.)";
 
 struct MosaicOptions {
   std::string input, output;
   std::optional<uint32_t> phase, bits;
-  const PixelFormat* format = nullptr;  // of a dump
+  const PixelFormat* format = nullptr;  // of a headerless raw file
 };
 
 uint32_t sampleAt(const Image& image, uint32_t x, uint32_t y, uint32_t channel) {
   const uint32_t bytes = image.layout.bits / 8;
   const uint8_t* at = &image.pixels[y * image.layout.row_bytes + (size_t{x} * 3 + channel) * bytes];
   if (bytes == 1) return *at;
-  uint16_t word;
-  std::memcpy(&word, at, 2);
-  return word;
+  uint16_t sample;
+  std::memcpy(&sample, at, 2);
+  return sample;
 }
 
 std::vector<uint16_t> mosaicOf(const ColourPicture& picture, uint32_t phase, uint32_t bits) {
@@ -54,15 +54,15 @@ std::vector<uint16_t> mosaicOf(const ColourPicture& picture, uint32_t phase, uin
   return mosaic;
 }
 
-// A PGM's name takes no dump, and a dump's no PGM.
+// A .pgm cannot be headerless, and a headerless raw file needs a format.
 void checkOutput(const MosaicOptions& o) {
   const bool pgm = std::filesystem::path(o.output).extension() == ".pgm";
   if (o.format && pgm)
-    throwError(kUsage, "-o {}: --pixfmt makes a dump, .pgm is another format", o.output);
+    throwError(kUsage, "-o {}: --pixfmt writes a headerless raw file, not a .pgm", o.output);
   if (!o.format && !pgm)
-    throwError(kUsage, "-o {}: a raw frame is a .pgm, or a dump by --pixfmt", o.output);
+    throwError(kUsage, "-o {}: a raw frame is a .pgm, or headerless with --pixfmt", o.output);
   if (o.phase == VISTREL_MONO || (o.format && o.format->phase == VISTREL_MONO))
-    throwError(kUsage, "{} mono: a mosaic has filters", o.format ? "--pixfmt" : "--phase");
+    throwError(kUsage, "{} mono: a mosaic needs colour filters", o.format ? "--pixfmt" : "--phase");
 }
 
 void mosaicOne(const MosaicOptions& o) {
@@ -93,11 +93,12 @@ ExitStatus run(const MosaicOptions& o) {
 }  // namespace
 
 void addMosaicCommand(CLI::App& program, int& status) {
-  auto* command = program.add_subcommand("mosaic", "Make a raw frame of a picture in full colour");
+  auto* command = program.add_subcommand("mosaic", "Turn a full-colour picture into a raw frame");
   const auto o = std::make_shared<MosaicOptions>();
   command->add_option("IN", o->input, "Picture: PPM, or PNG of 3 channels of 8 or 16 bits")
       ->required();
-  command->add_option("-o,--output", o->output, "Frame (.pgm), or a dump with --pixfmt")
+  command
+      ->add_option("-o,--output", o->output, "Frame (.pgm), or headerless raw file with --pixfmt")
       ->required()
       ->type_name("OUT");
   auto* phase = addPhaseOption(*command, o->phase);
@@ -106,7 +107,7 @@ void addMosaicCommand(CLI::App& program, int& status) {
   command
       ->add_option_function<std::string>(
           "--pixfmt", [o](const std::string& s) { o->format = &parsePixelFormat("--pixfmt", s); },
-          "Make a dump of this format (see vistrel formats)")
+          "Write a headerless raw file of this format (see vistrel formats)")
       ->type_name("NAME")
       ->excludes(bits)
       ->excludes(phase);

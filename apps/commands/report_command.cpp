@@ -19,12 +19,13 @@ namespace {
 constexpr const char* kExamples = R"(Example:
   vistrel report --reference kodak/*.png -o . --json scores.json
 
-Every picture is sampled as sensors of the four Bayer phases would, demosaiced
-by every algorithm and compared with itself. CPSNR is 10 log10(255^2 / E), E the
-squared error averaged over all pixels and the three channels; SSIM the mean of
-the channels' (Gaussian window of 11 x 11, deviation 1.5). Ten pixels at each
-border are left out. Both are means over the phases; ns/pixel is the fastest of
-twelve conversions, three in each phase, on one thread.)";
+Every reference image is sampled as sensors of the four Bayer phases would,
+demosaiced by every algorithm and compared with the result. CPSNR is
+10 log10(255^2 / E), where E is the squared error averaged over all pixels and
+channels; SSIM is the mean over the channels (Gaussian window of 11 x 11,
+standard deviation 1.5). Ten pixels at each border are excluded. Both are means
+over the phases; ns/pixel is the fastest of twelve conversions, three in each
+phase, on one thread.)";
 
 constexpr const char* kPlotName = "report.png";
 
@@ -54,7 +55,7 @@ nlohmann::ordered_json jsonOf(const std::vector<Algorithm>& algorithms,
   auto list = nlohmann::ordered_json::array();
   for (size_t i = 0; i < algorithms.size(); ++i) {
     nlohmann::ordered_json score{{"algorithm", labelOf(algorithms[i])},
-                                 {"cpsnr_db", nullptr},  // of equal pictures
+                                 {"cpsnr_db", nullptr},  // if the pictures are equal
                                  {"ssim", scores[i].ssim},
                                  {"ns_per_pixel", scores[i].nsPerPixel}};
     if (std::isfinite(scores[i].cpsnr)) score["cpsnr_db"] = scores[i].cpsnr;
@@ -126,9 +127,9 @@ ExitStatus run(const ReportOptions& o) {
 
 void addReportCommand(CLI::App& program, int& status) {
   auto* command = program.add_subcommand(
-      "report", "Tell how near every algorithm comes to true pictures, and how fast");
+      "report", "Score how close each algorithm comes to reference images, and time it");
   const auto o = std::make_shared<ReportOptions>();
-  command->add_option("--reference", o->references, "Pictures in full colour: PNG, 3 x 8 bits")
+  command->add_option("--reference", o->references, "Full-colour reference images: PNG, 3 x 8 bits")
       ->required()
       ->type_name("IMAGE.png");
   addAlgorithmsOption(*command, o->algorithms);

@@ -60,11 +60,10 @@ void addSceneCommand(CLI::App& program, int& status) {
       ->type_name("WxH");
   between(command->add_option("--bits", o->bits, "Significant bits of a sample (12)"), 8, 16);
   addPhaseOption(*command, o->phase);
-  command->add_option("--noise", o->noise, "Deviation at full light, percent of full scale (0.5)")
+  command->add_option("--noise", o->noise, "Noise: deviation at full scale, in percent of it (0.5)")
       ->check(CLI::Range(0.0, 100.0).description(""))
       ->type_name("PERCENT");
-  fromZero(command->add_option("--seed", o->seed, "Number that the noise is made from (1)"))
-      ->type_name("N");
+  fromZero(command->add_option("--seed", o->seed, "Seed of the noise (1)"))->type_name("N");
   command->footer(kExamples);
   command->callback([o, &status] { status = run(*o); });
 }

@@ -14,11 +14,11 @@ namespace {
 constexpr const char* kExamples = R"(Example:
   vistrel selftest --json
 
-Converts a built-in frame by every algorithm, in every depth and phase, binned
-and toned, with every set of instructions that this machine has, and compares
-hashes of the results with those of a reference implementation.
+Converts a built-in frame by every algorithm, in every depth and phase, with
+binning and tone curves, at every instruction set level of this machine, and
+compares hashes of the results with those of a reference implementation.
 
-Exit status: 0 all results are right, 1 some differ.)";
+Exit status: 0 all results are correct, 1 some differ.)";
 
 std::string levelsOf(const selftest::Summary& summary) {
   std::string levels;
@@ -28,7 +28,7 @@ std::string levelsOf(const selftest::Summary& summary) {
 
 void printText(const selftest::Summary& v) {
   for (const selftest::Difference& d : v.differences)
-    fmt::print("DIFFERS: {}, level {}: hash {:016x}, {:016x} is right\n", d.combination, d.level,
+    fmt::print("DIFFERS: {}, level {}: hash {:016x}, expected {:016x}\n", d.combination, d.level,
                d.got, d.expected);
   if (v.differences.empty())
     fmt::print("OK: {} combinations at each of {} levels: {}\n", v.combinations, v.levels.size(),
@@ -55,7 +55,7 @@ void printJson(const selftest::Summary& v) {
 
 void addSelftestCommand(CLI::App& program, int& status) {
   auto* command =
-      program.add_subcommand("selftest", "Prove that this machine gives the right pixels");
+      program.add_subcommand("selftest", "Check that this machine computes the right pixels");
   const auto json = std::make_shared<bool>(false);
   command->add_flag("--json", *json, "Print JSON");
   command->footer(kExamples);

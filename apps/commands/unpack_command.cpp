@@ -15,18 +15,18 @@ namespace {
 
 constexpr const char* kExamples = R"(Examples:
   vistrel unpack cam.raw -s 1280x960 --pixfmt BayerRG12p -o frame.pgm
-  vistrel unpack cam.raw -s 1280x960 --pixfmt pRAA --stride 1600 -o words.raw
+  vistrel unpack cam.raw -s 1280x960 --pixfmt pRAA --stride 1600 -o samples.raw
 
-Samples stay as they are. A .raw has bytes for formats of 8 bits, else 16-bit
-words, low byte first. Of several frames, a .pgm and a .raw get all, one behind
-the other, or the one that --frame names.)";
+Sample values do not change. A .raw file has 8-bit samples for formats of 8
+bits, otherwise 16-bit ones in little-endian order. A .pgm or .raw receives all
+frames of the file, one after the other, or the one that --frame selects.)";
 
 struct UnpackOptions {
   std::string input, output;
   InputOptions in;
 };
 
-// The samples as they are.
+// The unchanged samples.
 Image imageOf(vistrel_frame frame) {
   frame.phase = VISTREL_MONO;
   vistrel_conversion conversion = defaultConversion(frame);
@@ -40,8 +40,8 @@ void unpackFrames(const UnpackOptions& o, const PictureType& type) {
   const uint64_t first = o.in.frame.value_or(0), count = o.in.frame ? 1 : file.frames();
   if (count > 1 && !type.many)
     throwError(kRejected,
-               "it has {} frames: {} takes one, .pgm and .raw take all; --frame N names one", count,
-               o.output);
+               "it has {} frames: {} takes one, .pgm and .raw take all; --frame N selects one",
+               count, o.output);
   AtomicFile output(o.output);
   for (uint64_t n = first; n < first + count; ++n) type.write(imageOf(file.read(n)), output);
   output.commit();
@@ -49,7 +49,9 @@ void unpackFrames(const UnpackOptions& o, const PictureType& type) {
 
 ExitStatus run(const UnpackOptions& o) {
   if (!o.in.size || !o.in.pixfmt)
-    throwError(kUsage, "--size and --pixfmt are needed: a dump does not tell how its samples lie");
+    throwError(
+        kUsage,
+        "--size and --pixfmt are required: a headerless raw file does not specify its format");
   const PictureType& type = pictureType(o.output);
   if (type.channels > 1) throwError(kUsage, "-o {}: samples go to .pgm or .raw", o.output);
   RunFiles files;
@@ -63,9 +65,10 @@ ExitStatus run(const UnpackOptions& o) {
 }  // namespace
 
 void addUnpackCommand(CLI::App& program, int& status) {
-  auto* command = program.add_subcommand("unpack", "Turn a packed dump into plain samples");
+  auto* command =
+      program.add_subcommand("unpack", "Unpack a headerless raw file into plain samples");
   const auto o = std::make_shared<UnpackOptions>();
-  command->add_option("IN", o->input, "Dump without a header; - is standard input")->required();
+  command->add_option("IN", o->input, "Headerless raw file; - is standard input")->required();
   command->add_option("-o,--output", o->output, "Samples (.pgm, .raw)")
       ->required()
       ->type_name("OUT");

@@ -27,7 +27,7 @@ void onSignal(int signal) {
   throwError(kInputOutput, "{} cannot be written: {}", path.string(), reason);
 }
 
-// The file that a link leads to, so that the link stays.
+// Resolves links, so that a link survives.
 fs::path targetOf(const fs::path& path) {
   std::error_code error;
   const fs::path target = fs::exists(path, error) ? fs::canonical(path) : path;
@@ -42,9 +42,10 @@ mode_t permissionsOfNewFiles() {
   return 0666 & ~mask;
 }
 
-// Those of the file that is replaced, else what a new one gets.
+// The permissions of the file to be replaced, or those of a new file.
 mode_t permissions(const fs::path& path) {
-  static const mode_t ofNewFiles = permissionsOfNewFiles();  // once: all threads share the mask
+  static const mode_t ofNewFiles =
+      permissionsOfNewFiles();  // once, since all threads share the mask
   struct stat there {};
   return stat(path.c_str(), &there) == 0 ? there.st_mode & 07777 : ofNewFiles;
 }
@@ -90,14 +91,14 @@ void AtomicFile::write(const void* bytes, size_t count) {
 
 void AtomicFile::commit() {
   if (!temporary_) return copyToStandardOutput();
-  // A write that failed long ago is remembered by the stream alone.
+  // Only the stream remembers an earlier write that failed.
   bool good = !std::ferror(stream_) && std::fflush(stream_) == 0 && fsync(fileno(stream_)) == 0;
   good = std::fclose(std::exchange(stream_, nullptr)) == 0 && good;
   if (!good || !temporary_->rename(target_.c_str())) throwWriteError(std::strerror(errno));
 }
 
 void AtomicFile::copyToStandardOutput() {
-  if (std::ferror(stream_)) throwWriteError(std::strerror(errno));  // which rewinding forgets
+  if (std::ferror(stream_)) throwWriteError(std::strerror(errno));  // rewinding clears the error
   std::rewind(stream_);
   std::vector<char> part(1 << 16);
   for (size_t n; (n = std::fread(part.data(), 1, part.size(), stream_)) > 0;)

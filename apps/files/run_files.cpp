@@ -22,18 +22,18 @@ std::optional<std::string> fileAt(const fs::path& path) {
 
 }  // namespace
 
-void RunFiles::addInput(const fs::path& path) { addThere(path, "the input " + path.string()); }
+void RunFiles::addInput(const fs::path& path) { addExisting(path, "the input " + path.string()); }
 
 void RunFiles::addInputs(const std::vector<std::string>& paths) {
   for (const std::string& path : paths) addInput(path);
 }
 
 void RunFiles::addRead(const std::string& option, const fs::path& path) {
-  addThere(path, option + " " + path.string());
+  addExisting(path, option + " " + path.string());
 }
 
-// Of a file that there is not, nothing can be lost.
-void RunFiles::addThere(const fs::path& path, const std::string& name) {
+// A file that doesn't exist cannot be overwritten.
+void RunFiles::addExisting(const fs::path& path, const std::string& name) {
   if (const auto file = fileAt(path)) uses_.emplace(*file, Use{name, ""});
 }
 
@@ -50,7 +50,7 @@ void RunFiles::addWritten(const std::string& option, const fs::path& path,
   throwError(kUsage, "{}: it is the same file as {}", name, other.name);
 }
 
-// Where a file would be that there is not.
+// The place where a file that doesn't exist would be created.
 std::string RunFiles::placeOf(const fs::path& path) {
   return canonicalFolder(path.parent_path()) + "/" + path.filename().string();
 }

@@ -30,7 +30,7 @@ class RunFiles {
     std::string input;  // of a written file
   };
 
-  void addThere(const std::filesystem::path& path, const std::string& name);
+  void addExisting(const std::filesystem::path& path, const std::string& name);
   std::string placeOf(const std::filesystem::path& path);
   const std::string& canonicalFolder(const std::filesystem::path& folder);
 

@@ -55,7 +55,8 @@ File standardInput() {
   if (!input) throwReadError();
   if (S_ISREG(statusOf(input.get()).st_mode)) return input;
   File copy = copied(descriptor);
-  if (dup2(fileno(copy.get()), STDIN_FILENO) < 0) throwReadError();  // for whoever opens it again
+  if (dup2(fileno(copy.get()), STDIN_FILENO) < 0)
+    throwReadError();  // so that it can be opened again
   return copy;
 }
 

@@ -18,8 +18,8 @@
 namespace vistrel::app {
 
 struct TemporaryFile::Slot {
-  std::atomic<bool> taken, made;  // by an object; its file is there
-  char name[PATH_MAX];            // does not change while the file is there
+  std::atomic<bool> taken, made;  // slot in use; file exists
+  char name[PATH_MAX];            // constant while the file exists
 };
 
 TemporaryFile::Slot TemporaryFile::slots_[256];
@@ -28,16 +28,17 @@ namespace {
 
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
 std::atomic<bool> g_terminating;
-std::atomic<int> g_creating;  // threads that make a file right now
+std::atomic<int> g_creating;  // threads that are creating a file
 
-// While a file is made, no signal interrupts this thread, and handlers on others wait.
+// While a thread creates a file, terminating signals are blocked on it, and handlers on other
+// threads wait.
 class CreationGuard {
  public:
   CreationGuard() {
-    sigset_t ending;
-    sigemptyset(&ending);
-    for (const int signal : kTerminatingSignals) sigaddset(&ending, signal);
-    pthread_sigmask(SIG_BLOCK, &ending, &before_);
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : kTerminatingSignals) sigaddset(&signals, signal);
+    pthread_sigmask(SIG_BLOCK, &signals, &before_);
     ++g_creating;
     if (g_terminating) {
       --g_creating;
@@ -74,8 +75,8 @@ TemporaryFile::TemporaryFile(const std::string& folder) {
   }
 }
 
-// Tells others that somebody is at work, until this object ends. False where one of them had taken
-// the file for an abandoned one in between, and removed it.
+// Locks the file for the lifetime of this object, which marks it as in use. Returns false if
+// another process took the file for a stale one before it was locked, and removed it.
 bool TemporaryFile::lock() {
   lock_ = fcntl(descriptor_, F_DUPFD_CLOEXEC, 0);
   struct stat status {};

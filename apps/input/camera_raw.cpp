@@ -15,20 +15,19 @@ namespace fs = std::filesystem;
 
 constexpr const char* kPlugin = "vistrel-libraw.so";
 
-// Beside the program, as it is built, and where it is installed.
+// Next to the program, as in a build folder, or where it is installed.
 fs::path findPlugin() {
   std::error_code error;
   const fs::path program = fs::read_symlink("/proc/self/exe", error).parent_path();
   const fs::path installed = (program / VISTREL_PLUGINS_FROM_PROGRAM).lexically_normal();
   for (const fs::path& folder : {program, installed})
     if (fs::exists(folder / kPlugin, error)) return folder / kPlugin;
-  throwError(
-      kInputOutput,
-      "a camera raw file is read by the plug-in {}, which is installed neither in {} nor in {}",
-      kPlugin, installed.string(), program.string());
+  throwError(kInputOutput,
+             "reading a camera raw file needs the plug-in {}, which is neither in {} nor in {}",
+             kPlugin, installed.string(), program.string());
 }
 
-// It stays loaded until the program ends.
+// The plug-in stays loaded until the program ends.
 vistrel_read_camera_raw_function loadPlugin() {
   const fs::path path = findPlugin();
   void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -10,7 +10,7 @@ constexpr size_t kBlock = 2880;
 }  // namespace
 
 FitsInput::FitsInput(const Source& source) : bytes_(source.all()) {
-  // cfitsio reads whole blocks, also beyond the end of what it was given.
+  // cfitsio reads whole blocks, even past the end of the buffer.
   bytes_.resize((bytes_.size() + kBlock - 1) / kBlock * kBlock);
   start_ = bytes_.data();
   size_ = bytes_.size();
@@ -86,7 +86,7 @@ void FitsInput::findImage() {
     check(status);
     return;
   }
-  throwError(kRejected, "FITS: there is no image in it");
+  throwError(kRejected, "FITS: it contains no image");
 }
 
 }  // namespace vistrel::app

@@ -26,7 +26,7 @@ void checkShape(const FitsShape& s) {
                s.scale, s.zero);
 }
 
-// The phase that BAYERPAT names, or VISTREL_MONO.
+// The phase that BAYERPAT names, or VISTREL_MONO if it is invalid.
 uint32_t phaseOf(std::string pattern) {
   std::ranges::transform(pattern, pattern.begin(), [](unsigned char c) { return std::toupper(c); });
   uint32_t phase = 0;
@@ -34,8 +34,8 @@ uint32_t phaseOf(std::string pattern) {
   return phase;
 }
 
-// Of the first row and column in the file.
-void takePhase(FitsInput& file, Description& d) {
+// Sets the phase at the first row and column in the file.
+void readPhase(FitsInput& file, Description& d) {
   const std::string pattern = file.text("BAYERPAT");
   if (pattern.empty()) return;
   const uint32_t phase = phaseOf(pattern);
@@ -66,7 +66,7 @@ class FitsReader : public Reader {
     const auto begin = std::min(static_cast<uint64_t>(s.begin), source.size());
     checkSize(d, source, stored, (source.size() - begin) / d.frames);
     isBottomUp_ = file_.text("ROWORDER") == "BOTTOM-UP";
-    takePhase(file_, d);
+    readPhase(file_, d);
     if (d.phase && isBottomUp_) d.phase = vistrel_phase_at(*d.phase, 0, d.height - 1);
   }
 

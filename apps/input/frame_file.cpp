@@ -17,24 +17,26 @@ namespace vistrel::app {
 namespace {
 
 constexpr const char* kPhaseIsMissing =
-    "--phase is missing, and the file does not tell it. It names the colours of the 2x2 block at "
-    "the frame's left upper corner: rggb, bggr, grbg or gbrg; mono stands for a frame without "
-    "colour filters. With --from-name the file's name tells it";
+    "--phase is missing, and the file does not specify it. It names the colours of the 2x2 block "
+    "in "
+    "the top left corner of the frame: rggb, bggr, grbg or gbrg; mono is for a frame without "
+    "colour "
+    "filters. With --from-name the file's name specifies it";
 
 using Warnings = std::vector<std::string>;
 
-void warnIfBitsDiffer(uint32_t taken, const char* teller, uint32_t told, Warnings& warnings) {
-  if (taken != told)
-    warnings.push_back(fmt::format("taken as {} bits; {} tells {}", taken, teller, told));
+void warnIfBitsDiffer(uint32_t used, const char* origin, uint32_t stated, Warnings& warnings) {
+  if (used != stated)
+    warnings.push_back(fmt::format("using {} bits; {} says {}", used, origin, stated));
 }
 
-void warnIfPhasesDiffer(uint32_t taken, const char* teller, uint32_t told, Warnings& warnings) {
-  if (taken != told)
-    warnings.push_back(fmt::format("taken as {}; {} tells {}", vistrel_phase_name(taken), teller,
-                                   vistrel_phase_name(told)));
+void warnIfPhasesDiffer(uint32_t used, const char* origin, uint32_t stated, Warnings& warnings) {
+  if (used != stated)
+    warnings.push_back(fmt::format("using {}; {} says {}", vistrel_phase_name(used), origin,
+                                   vistrel_phase_name(stated)));
 }
 
-// The options, with what the file's name tells filled in.
+// The options, completed from the file's name.
 InputOptions withName(const std::filesystem::path& path, InputOptions o, Warnings& warnings) {
   if (!o.fromName) return o;
   const FrameName name = parseFrameName(path.stem().string());
@@ -52,7 +54,8 @@ FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& opti
   const InputOptions o = withName(path, options, warnings_);
   reader_ = o.size ? openHeaderless(*source_, o) : openReader(*source_);
   if (const char* const kind = o.size && !o.skip ? kindOf(*source_) : nullptr)
-    warnings_.push_back(fmt::format("taken as a dump by --size; it begins like a {} file", kind));
+    warnings_.push_back(
+        fmt::format("read as headerless raw because of --size; it begins like a {} file", kind));
   describe(o);
   addWarnings(o);
 }
@@ -61,8 +64,7 @@ void FrameFile::describe(const InputOptions& o) {
   const Description& d = description();
   const std::string& fault = d.phaseFault;
   if (o.needsPhase && !o.phase && !d.phase)
-    throwError(kRejected, "{}",
-               fault.empty() ? kPhaseIsMissing : fault + "; --phase tells another");
+    throwError(kRejected, "{}", fault.empty() ? kPhaseIsMissing : fault + "; --phase overrides it");
   if (chosen_ >= d.frames)
     throwError(kRejected, "--frame {}: the file has {} frames, counted from 0", chosen_, d.frames);
   frame_.width = d.width;
@@ -73,22 +75,22 @@ void FrameFile::describe(const InputOptions& o) {
   frame_.alignment = hasHighBits(o) ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
   const auto bits = fmt::format("bits {}", frame_.bits);
-  const char* const teller = o.fromName ? "--from-name: " : "--";
-  inTypedWords({{bits, teller + bits}},  // refuses bits that such samples can't have
+  const char* const origin = o.fromName ? "--from-name: " : "--";
+  inTypedWords({{bits, origin + bits}},  // rejects bits that such samples can't have
                [this] { layoutOf(frame_, defaultConversion(frame_)); });
   frame_.phase = o.phase.value_or(d.phase.value_or(VISTREL_MONO));
 }
 
-// Of dumps the reader knows; of other files the options alone.
+// The reader knows it of headerless raw files; of other files only the options do.
 bool FrameFile::hasHighBits(const InputOptions& o) const {
   const Description& d = description();
   if (o.size || !o.highBits) return d.highBits;
   if (d.bytesPerSample == 1)
-    throwError(kRejected, "--align high: it is for samples in words, and these are not");
+    throwError(kRejected, "--align high: it applies to 16-bit samples only");
   if (!bitsKnown_)
-    throwError(kRejected, "--align high: --bits is missing, and the file does not tell it");
+    throwError(kRejected, "--align high: --bits is missing, and the file does not specify it");
   if (d.bitsKnown && d.bits < 16)
-    throwError(kRejected, "--align high: the file tells that its samples are the lowest {} bits",
+    throwError(kRejected, "--align high: the file says that its samples are in the low {} bits",
                d.bits);
   return frame_.bits < 16;
 }
@@ -96,25 +98,26 @@ bool FrameFile::hasHighBits(const InputOptions& o) const {
 void FrameFile::addWarnings(const InputOptions& o) {
   const Description& d = description();
   if (d.trailing)
-    warnings_.push_back(fmt::format("{} byte{} after the last frame {} left out", d.trailing,
+    warnings_.push_back(fmt::format("{} byte{} after the last frame {} ignored", d.trailing,
                                     d.trailing > 1 ? "s" : "", d.trailing > 1 ? "are" : "is"));
-  const char* const teller = o.pixfmt ? "--pixfmt" : "the file";
+  const char* const origin = o.pixfmt ? "--pixfmt" : "the file";
   if (o.bits && (d.bitsKnown || o.pixfmt))
-    warnIfBitsDiffer(*o.bits, teller, o.pixfmt ? o.pixfmt->bits : d.bits, warnings_);
-  if (o.phase && d.phase) warnIfPhasesDiffer(*o.phase, teller, *d.phase, warnings_);
+    warnIfBitsDiffer(*o.bits, origin, o.pixfmt ? o.pixfmt->bits : d.bits, warnings_);
+  if (o.phase && d.phase) warnIfPhasesDiffer(*o.phase, origin, *d.phase, warnings_);
   if (d.phaseFault.empty()) return;
-  const char* const taken = o.phase ? vistrel_phase_name(*o.phase) : nullptr;
-  warnings_.push_back(d.phaseFault + (taken ? fmt::format("; taken as {}", taken) : ""));
+  const char* const used = o.phase ? vistrel_phase_name(*o.phase) : nullptr;
+  warnings_.push_back(d.phaseFault + (used ? fmt::format("; using {}", used) : ""));
 }
 
-// Words of sixteen bits, as far as anybody knows, and the highest ones are 0.
+// Warns if the bits are not specified, so that 16 are assumed, and the highest are always 0.
 void FrameFile::warnOfUnusedBits() {
   if (bitsKnown_) return;
   const auto all = std::accumulate(samples_.begin(), samples_.end(), 0u, std::bit_or<>());
   const auto used = static_cast<uint32_t>(std::bit_width(all));
   if (used && used < frame_.bits)
-    warnings_.push_back(fmt::format("taken as {} bits, of which {} are used; --bits {} says so",
-                                    frame_.bits, used, std::max(used, 8u)));
+    warnings_.push_back(
+        fmt::format("using {} bits, only {} of which are set; --bits {} would use those",
+                    frame_.bits, used, std::max(used, 8u)));
 }
 
 void printWarnings(const FrameFile& file, const std::string& name) {

@@ -15,7 +15,7 @@ uint32_t packingOf(const InputOptions& o, uint32_t bits) {
   return o.bigEndian ? VISTREL_PACKING_BIG : VISTREL_PACKING_LITTLE;
 }
 
-bool areWords(uint32_t packing) {
+bool are16Bit(uint32_t packing) {
   return packing == VISTREL_PACKING_LITTLE || packing == VISTREL_PACKING_BIG;
 }
 
@@ -27,11 +27,11 @@ vistrel_packed packedOf(const InputOptions& o) {
   packed.height = o.size->height;
   packed.bits = o.bits.value_or(o.pixfmt ? o.pixfmt->bits : 0);
   packed.packing = packingOf(o, packed.bits);
-  if (o.pixfmt && packed.bits != o.pixfmt->bits && !areWords(packed.packing))
+  if (o.pixfmt && packed.bits != o.pixfmt->bits && !are16Bit(packed.packing))
     throwError(kRejected, "--bits {}: samples of that --pixfmt have {}", packed.bits,
                o.pixfmt->bits);
-  if (o.highBits && !areWords(packed.packing))
-    throwError(kRejected, "--align high: it is for samples in words, and these are not");
+  if (o.highBits && !are16Bit(packed.packing))
+    throwError(kRejected, "--align high: it applies to 16-bit samples only");
   return packed;
 }
 
@@ -45,7 +45,7 @@ class HeaderlessReader : public Reader {
   HeaderlessReader(const Source& source, const InputOptions& o)
       : source_(source), skip_(o.skip), packed_(packedOf(o)), layout_(layoutOf(packed_)) {
     Description& d = description_;
-    d.format = "dump";
+    d.format = "headerless raw";
     d.width = packed_.width;
     d.height = packed_.height;
     d.bits = packed_.bits;
@@ -71,20 +71,20 @@ class HeaderlessReader : public Reader {
     return (packed_.stride ? packed_.stride : layout_.row_bytes) * packed_.height;
   }
 
-  // The last row of the last frame may lack its padding.
+  // The last row of the last frame may lack padding.
   void countFrames() {
     const uint64_t left = source_.size() - std::min(skip_, source_.size());
-    const auto allocateSamples = skip_ ? fmt::format("the {} bytes behind --skip {}", left, skip_)
-                                       : fmt::format("its {} bytes", left);
+    const auto capacity = skip_ ? fmt::format("the {} bytes after --skip {}", left, skip_)
+                                : fmt::format("its {} bytes", left);
     if (left < layout_.bytes)
       throwError(kRejected, "the file is too short: {}x{} samples of {} bits do not fit {}",
-                 packed_.width, packed_.height, bitsInFile(), allocateSamples);
+                 packed_.width, packed_.height, bitsInFile(), capacity);
     description_.frames = 1 + (left - layout_.bytes) / frameBytes();
     const uint64_t used = description_.frames * frameBytes();
     description_.trailing = left > used ? left - used : 0;
   }
 
-  uint32_t bitsInFile() const { return areWords(packed_.packing) ? 16 : packed_.bits; }
+  uint32_t bitsInFile() const { return are16Bit(packed_.packing) ? 16 : packed_.bits; }
 
   const Source& source_;
   uint64_t skip_;

@@ -58,7 +58,7 @@ class PgmReader : public Reader {
   }
 
   const Source& source_;
-  std::vector<uint64_t> at_;  // where the samples of each image begin
+  std::vector<uint64_t> at_;  // offset of each image's samples
 };
 
 bool recognises(const Source&, const std::string& head) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr size_t kHead = 64;
 
-// By extension before content, since many camera raw files are TIFFs of a kind.
+// Camera raw files come first, recognised by extension, since many of them look like TIFFs.
 constexpr const ReaderType* kTypes[] = {&kCameraRaw, &kPgm, &kPng, &kTiff, &kFits};
 
 const ReaderType* typeOf(const Source& source, std::span<const ReaderType* const> types) {
@@ -32,8 +32,7 @@ const char* kindOf(const Source& source) {
 std::unique_ptr<Reader> openReader(const Source& source) {
   if (source.size() == 0) throwError(kRejected, "the file is empty");
   if (const ReaderType* type = typeOf(source, kTypes)) return type->open(source);
-  throwError(kRejected,
-             "no frame of a kind that this program knows; -s WxH reads header-less dumps");
+  throwError(kRejected, "unknown kind of frame; -s WxH reads headerless raw files");
 }
 
 void checkSize(const Description& d, const Source& source, uint32_t storedBits, uint64_t available,

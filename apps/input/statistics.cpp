@@ -9,7 +9,7 @@
 namespace vistrel::app {
 namespace {
 
-// How often each value occurs.
+// The number of samples of each value.
 using Histogram = std::array<uint64_t, 65536>;
 
 template <class T>

@@ -19,14 +19,14 @@ bool hasPattern(uint32_t phase, const uint8_t* pattern) {
   return true;
 }
 
-// VISTREL_MONO if the pattern is none of a Bayer mosaic.
+// VISTREL_MONO if it is not the pattern of a Bayer mosaic.
 uint32_t phaseOf(const uint8_t* pattern) {
   uint32_t phase = 0;
   while (phase < VISTREL_MONO && !hasPattern(phase, pattern)) ++phase;
   return phase;
 }
 
-void takePhase(TIFF* tiff, TiffImage& image) {
+void readPhase(TIFF* tiff, TiffImage& image) {
   uint16_t* repeat = nullptr;
   uint16_t count = 0;
   uint8_t* pattern = nullptr;
@@ -40,9 +40,8 @@ void takePhase(TIFF* tiff, TiffImage& image) {
   else if (const uint32_t phase = phaseOf(pattern); phase != VISTREL_MONO)
     image.phase = phase;
   else
-    image.phaseFault =
-        fmt::format("TIFF: CFAPattern {} {} {} {}: it is none of the four Bayer phases", pattern[0],
-                    pattern[1], pattern[2], pattern[3]);
+    image.phaseFault = fmt::format("TIFF: CFAPattern {} {} {} {}: not one of the four Bayer phases",
+                                   pattern[0], pattern[1], pattern[2], pattern[3]);
 }
 
 template <class T>
@@ -53,13 +52,14 @@ std::optional<double> meanOf(TIFF* tiff, uint32_t tag) {
   return std::accumulate(values, values + count, 0.0) / count;
 }
 
-// The area that saw light, where the file names one.
-void takeActiveArea(TIFF* tiff, TiffImage& image) {
+// Sets the active area, if the file specifies one.
+void readActiveArea(TIFF* tiff, TiffImage& image) {
   const uint32_t* area = nullptr;  // top, left, bottom, right
   if (!TIFFGetField(tiff, TIFFTAG_ACTIVEAREA, &area)) return;
   if (area[0] >= area[2] || area[1] >= area[3] || area[2] > image.rows || area[3] > image.columns)
-    throwError(kRejected, "TIFF: ActiveArea {} {} {} {}: it leaves the image of {}x{}, or is empty",
-               area[0], area[1], area[2], area[3], image.columns, image.rows);
+    throwError(kRejected,
+               "TIFF: ActiveArea {} {} {} {}: it exceeds the image of {}x{}, or is empty", area[0],
+               area[1], area[2], area[3], image.columns, image.rows);
   image.y = area[0];
   image.x = area[1];
   image.height = area[2] - area[0];
@@ -86,7 +86,7 @@ TiffImage currentImage(const TiffInput& tiff) {
   return image;
 }
 
-// Where the directories below the current one begin.
+// Appends the offsets of the current directory's subdirectories.
 void addSubdirectories(TIFF* tiff, std::vector<uint64_t>& offsets) {
   uint16_t count = 0;
   uint64_t* below = nullptr;
@@ -128,9 +128,9 @@ std::vector<TiffImage> findTiffFrames(TiffInput& tiff) {
   for (TiffImage& image : frames) {
     if (!TIFFSetSubDirectory(tiff.handle(), image.offset))
       tiff.throwReadError("a directory is lost");
-    takeActiveArea(tiff.handle(), image);
-    if (!image.orientation) image.orientation = images[0].orientation;  // where DNG has it
-    if (image.photometric == PHOTOMETRIC_CFA) takePhase(tiff.handle(), image);
+    readActiveArea(tiff.handle(), image);
+    if (!image.orientation) image.orientation = images[0].orientation;  // DNG keeps it there
+    if (image.photometric == PHOTOMETRIC_CFA) readPhase(tiff.handle(), image);
   }
   return frames;
 }

@@ -9,7 +9,7 @@
 namespace vistrel::app {
 namespace {
 
-// What libtiff may take at once for a tag or a strip.
+// Limit of a single allocation in libtiff, for a tag or a strip.
 constexpr tmsize_t kMaxMemory = tmsize_t{4} << 30;
 
 using Options = std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)>;
@@ -22,7 +22,7 @@ TiffInput::TiffInput(const Source& source) : source_(source), tiff_(nullptr, TIF
   TIFFOpenOptionsSetErrorHandlerExtR(options.get(), onError, this);
   TIFFOpenOptionsSetWarningHandlerExtR(options.get(), onWarning, this);
   TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), kMaxMemory);
-  // m: no mapping
+  // m: no memory mapping
   tiff_.reset(TIFFClientOpenExt("TIFF", "rm", this, onRead, onWrite, onSeek, onClose, onSize,
                                 nullptr, nullptr, options.get()));
   if (!tiff_) throwReadError("it cannot be opened");

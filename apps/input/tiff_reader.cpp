@@ -10,7 +10,7 @@
 namespace vistrel::app {
 namespace {
 
-// No compression that is read here makes more bytes of one: deflate 1032, LZW 2730.
+// An upper limit for the compressions read here: deflate 1032, LZW 2730.
 constexpr uint64_t kMaxRatio = 4096;
 
 bool isKnown(uint32_t compression) {
@@ -19,7 +19,7 @@ bool isKnown(uint32_t compression) {
   return std::ranges::find(known, compression) != std::end(known);
 }
 
-// While the first directory is the current one.
+// Call while the first directory is current.
 bool isDng(const TiffInput& tiff) {
   return tiff.get<const uint8_t*>(TIFFTAG_DNGVERSION, nullptr) != nullptr;
 }
@@ -41,7 +41,7 @@ void checkImage(const TiffImage& image) {
                image.compression);
 }
 
-// As many as the level of white takes, which need not be all ones.
+// The bits that the white level needs; it need not be 2^n - 1.
 uint32_t significantBits(const TiffImage& image) {
   const auto white = std::bit_width(static_cast<uint64_t>(image.white.value_or(0)));
   const auto bits = static_cast<uint32_t>(white);
@@ -86,7 +86,7 @@ class TiffReader : public Reader {
     d.frames = images_.size();
   }
 
-  // Of all that is stored, and of a tile, which may reach beyond it.
+  // Checks the stored image and, since tiles may exceed the image, one tile.
   void checkLength(const TiffImage& first) {
     TIFFSetSubDirectory(tiff_.handle(), first.offset);
     const uint64_t ratio = first.compression == COMPRESSION_NONE ? 1 : kMaxRatio;
@@ -112,7 +112,7 @@ bool recognises(const Source&, const std::string& head) {
   return magic == "II*\0"s || magic == "MM\0*"s || magic == "II+\0"s || magic == "MM\0+"s;
 }
 
-// A DNG whose mosaic is compressed in a way that libtiff has not.
+// A DNG whose compression libtiff doesn't support.
 bool needsPlugin(const Source& source) {
   TiffInput tiff(source);
   return isDng(tiff) && !isKnown(findTiffFrames(tiff)[0].compression);

@@ -12,16 +12,16 @@
 namespace vistrel::app {
 namespace {
 
-// The five phases' formats of one depth and packing. Values and codes: GR, BG, RG, GB, mono.
+// The formats of one depth and packing for the five phases: GR, BG, RG, GB, mono.
 struct Kind {
   uint32_t packing;
   uint32_t bits;
-  const char* pfnc;  // after the phase's part
+  const char* pfnc;  // suffix after the phase
   uint32_t pfncValues[kPhases];
   const char* v4l2[kPhases];
-  const char* gstreamer = nullptr;  // after grbg, bggr, ...
+  const char* gstreamer = nullptr;  // suffix after grbg, bggr, ...
   const char* gstreamerGray = nullptr;
-  const char* ffmpeg = nullptr;  // after bayer_grbg, bayer_bggr, ...
+  const char* ffmpeg = nullptr;  // suffix after bayer_grbg, bayer_bggr, ...
   const char* ffmpegGray = nullptr;
 };
 
@@ -99,7 +99,7 @@ const std::vector<PixelFormat>& pixelFormats() {
 }
 
 const PixelFormat* findPixelFormat(std::string_view name) {
-  name = name.substr(0, name.find_last_not_of(' ') + 1);  // V4L2 pads its codes to four letters
+  name = name.substr(0, name.find_last_not_of(' ') + 1);  // V4L2 pads its codes to four characters
   if (name.empty()) return nullptr;
   for (const PixelFormat& f : pixelFormats())
     if (isCalled(f, name)) return &f;
@@ -110,15 +110,14 @@ const PixelFormat* findPixelFormat(std::string_view name) {
 
 const PixelFormat& parsePixelFormat(std::string_view option, std::string_view text) {
   if (const PixelFormat* format = findPixelFormat(text)) return *format;
-  throwError(
-      kUsage,
-      "{} {}: no pixel format of that name. BayerRG12p (PFNC), pRCC (V4L2), rggb12le (GStreamer) "
-      "and bayer_rggb16le (FFmpeg) are such names; `vistrel formats` lists all",
-      option, text);
+  throwError(kUsage,
+             "{} {}: unknown pixel format. BayerRG12p (PFNC), pRCC (V4L2), rggb12le (GStreamer) "
+             "and bayer_rggb16le (FFmpeg) are valid names; `vistrel formats` lists all",
+             option, text);
 }
 
 const char* packingName(uint32_t packing) {
-  constexpr const char* kNames[] = {"bytes", "words-le", "words-be", "pfnc", "gige", "mipi"};
+  constexpr const char* kNames[] = {"bytes", "16bit-le", "16bit-be", "pfnc", "gige", "mipi"};
   return kNames[packing];
 }
 

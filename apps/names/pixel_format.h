@@ -27,7 +27,7 @@ const PixelFormat* findPixelFormat(std::string_view name);
 // As above, but throws ProgramError (usage) if there is none.
 const PixelFormat& parsePixelFormat(std::string_view option, std::string_view text);
 
-// "bytes", "words-le", "words-be", "pfnc", "gige", "mipi".
+// "bytes", "16bit-le", "16bit-be", "pfnc", "gige", "mipi".
 const char* packingName(uint32_t packing);
 
 }  // namespace vistrel::app

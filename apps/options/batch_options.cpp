@@ -21,12 +21,12 @@ ProgressMode parseProgressMode(const std::string& word) {
 }  // namespace
 
 void addBatchOptions(CLI::App& command, BatchOptions& o) {
-  between(command.add_option("-j,--jobs", o.workers, "Frames at once (1); 0: one a processor"), 0,
+  between(command.add_option("-j,--jobs", o.workers, "Frames at once (1); 0: one per processor"), 0,
           kMaxWorkers);
-  command.add_flag("--keep-going", o.keepGoing, "Go on after an input that failed");
-  command.add_flag("--overwrite", o.overwrite, "Make pictures that are up to date again");
-  command.add_flag("--dry-run", o.dryRun, "Check all inputs, say what would be done");
-  command.add_option("--manifest", o.manifest, "Record pictures, redo those that differ in it")
+  command.add_flag("--keep-going", o.keepGoing, "Continue after an input fails");
+  command.add_flag("--overwrite", o.overwrite, "Remake pictures that are up to date");
+  command.add_flag("--dry-run", o.dryRun, "Check all inputs, show what would be done");
+  command.add_option("--manifest", o.manifest, "Record pictures; remake those that differ from it")
       ->type_name("FILE");
   command
       .add_option_function<std::string>(

@@ -1,4 +1,4 @@
-// What the options of a conversion say to each other, to a frame and to the user.
+// Checks of the conversion options against each other and against a frame.
 #include "apps/options/conversion_options.h"
 
 namespace vistrel::app {
@@ -27,7 +27,7 @@ Wording ToneOptions::words() const {
 std::vector<std::string> ConversionOptions::conflicts() const {
   std::vector<std::string> found;
   const auto clash = [&found](const std::string& one, const std::string& other, const char* why) {
-    found.push_back(fmt::format("{} and {} do not go together: {}", one, other, why));
+    found.push_back(fmt::format("{} and {} cannot be combined: {}", one, other, why));
   };
   const bool allBits = keepsAllBits();
   if (depth == "16" && !allBits)

@@ -11,9 +11,9 @@ namespace vistrel::app {
 namespace {
 
 constexpr uint32_t kReduced = 10;    // bits
-constexpr uint32_t kUserTable = 10;  // a reduction
+constexpr uint32_t kUserTable = 10;  // the reduction by a table
 
-// The number that the whole text is.
+// The number, if the whole text is one.
 std::optional<uint32_t> numberIn(const std::string& text) {
   uint32_t number = 0;
   const char* const end = text.data() + text.size();
@@ -22,12 +22,12 @@ std::optional<uint32_t> numberIn(const std::string& text) {
   return number;
 }
 
-// Of --format, or else of --depth.
+// The format that --format names, or the one that --depth implies.
 const OutputFormat& formatOf(const ConversionOptions& o) {
   return outputFormat(!o.format.empty() ? o.format : o.depth == "16" ? "bgr48" : "bgr24");
 }
 
-// A mono frame has gray alone, and without a format as many bits as --depth says.
+// A mono frame can only become gray; without --format, --depth sets its bits.
 uint32_t formatOf(const ConversionOptions& o, bool mono) {
   const OutputFormat& choice = formatOf(o);
   const bool gray = o.format.empty() || o.format == "gray8" || o.format == "gray16";
@@ -64,8 +64,8 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   if (!mono && !reduced && frame.bits > a.max_bits)
     throwError(
         kRejected,
-        "--algorithm {}: made for {} bits at most, the frame has {}; --depth reduce10 drops the "
-        "lowest ones first",
+        "--algorithm {}: supports at most {} bits, the frame has {}; --depth reduce10 drops the "
+        "lowest bits first",
         a.name, a.max_bits, frame.bits);
   vistrel_conversion c = defaultConversion(frame);
   c.format = formatOf(*this, mono);
@@ -85,7 +85,7 @@ void addToneOptions(CLI::App& command, ToneOptions& o) {
   auto* window = between(command.add_option("--window", o.window,
                                             "Which 8 bits: the highest, 1 or 2 places lower (0)"),
                          0, 2);
-  command.add_option("--curve", o.curve, "Tone curve, or 1024 values 0..255 as a text or PGM")
+  command.add_option("--curve", o.curve, "Tone curve, or a text or PGM of 1024 values 0..255")
       ->type_name("2..6|FILE")
       ->excludes(window);
 }
@@ -103,19 +103,19 @@ void addConversionOptions(CLI::App& command, ConversionOptions& o) {
           "--roi", [&o](const std::string& s) { o.region = parseRegion("--roi", s); },
           "Region in sensor pixels, rounded down to whole bins")
       ->type_name("WxH+X+Y");
-  between(command.add_option("--bin", o.binning, "Sum blocks of so many pixels either way (1)"), 1,
-          4);
+  between(command.add_option("--bin", o.binning, "Sum blocks of N x N pixels (1)"), 1, 4);
   addPreparationOptions(command, o.preparation);
   addToneOptions(command, o.tone);
   oneOf(
-      command.add_option("--depth", o.depth, "Bits of a sample (8); reduce10: 8 of the 10 highest"),
+      command.add_option("--depth", o.depth, "Bits per sample (8); reduce10: 8 of the 10 highest"),
       {"8", "16", "reduce10"});
-  auto* format = oneOf(command.add_option("--format", o.format, "Gray, or another order (bgr24)"),
-                       outputFormatNames());
+  auto* format =
+      oneOf(command.add_option("--format", o.format, "Pixel format of the result (bgr24)"),
+            outputFormatNames());
   oneOf(command.add_option("--gray", o.gray, "Luma of the colours, or the library's own (luma)"),
         {"luma", "raw"})
       ->needs(format);
-  command.add_flag("--mask", o.mask, "Drop bits above the significant ones, else refuse");
+  command.add_flag("--mask", o.mask, "Drop bits above the significant ones, don't reject");
 }
 
 }  // namespace vistrel::app

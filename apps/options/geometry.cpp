@@ -7,7 +7,7 @@
 namespace vistrel::app {
 namespace {
 
-// Numbers with one separator before each but the first; nothing may follow them.
+// Parses all of `text`: numbers with separators[i] between number i and the next.
 bool parseNumbers(std::string_view text, std::string_view separators, uint32_t* numbers) {
   const char* at = text.data();
   const char* const end = at + text.size();
@@ -25,7 +25,7 @@ bool parseNumbers(std::string_view text, std::string_view separators, uint32_t* 
 Size parseSize(std::string_view option, std::string_view text) {
   uint32_t n[2];
   if (!parseNumbers(text, "x", n) || !n[0] || !n[1])
-    throwError(kUsage, "{} {}: WxH is expected, both from 1, such as 640x480", option, text);
+    throwError(kUsage, "{} {}: WxH is expected, both at least 1, such as 640x480", option, text);
   return {n[0], n[1]};
 }
 

@@ -24,7 +24,7 @@ std::string termOf(const CLI::Option* option) {
   return option->get_name(false, true) + (flag ? "" : " " + option->get_type_name());
 }
 
-// Two columns; a term that is too long for the left one has a line to itself.
+// Two columns; a term that is too long for the left one gets a line of its own.
 std::string entry(const std::string& term, const std::string& meaning) {
   std::string text, line = "  " + term;
   if (line.size() + 2 > kColumn) text = std::exchange(line, "") + "\n";
@@ -49,7 +49,7 @@ void add(std::vector<Section>& sections, const std::string& title, const std::st
     sections.push_back({title, lines});
 }
 
-// CLI11 keeps an option group as a command without a name.
+// CLI11 represents an option group as a subcommand without a name.
 bool isOptionGroup(const CLI::App& app) { return app.get_name().empty() && app.get_parent(); }
 
 void collect(const CLI::App& app, std::vector<Section>& sections) {

@@ -57,7 +57,7 @@ Wording PreparationOptions::words() const {
 }
 
 void addPreparationOptions(CLI::App& command, PreparationOptions& o) {
-  between(command.add_option("--black", o.black, "Level of black, taken from all samples (0)"), 0,
+  between(command.add_option("--black", o.black, "Black level, subtracted from all samples (0)"), 0,
           kMaxBlack);
   command
       .add_option_function<std::string>(

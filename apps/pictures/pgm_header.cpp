@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kEnd = std::char_traits<char>::eof();
 
-// One byte after the other.
+// Buffered access, byte by byte.
 class Cursor {
  public:
   Cursor(const Source& source, uint64_t at) : source_(source), partAt_(at) {}
@@ -49,7 +49,7 @@ void checkMagic(Cursor& in, char expected) {
 
 bool isSpace(int c) { return c == '#' || (c != kEnd && std::isspace(c)); }
 
-// One white space, or a comment and the end of its line, which count as much.
+// Skips one white space character, or a comment, which counts as one.
 void skipOne(Cursor& in) {
   if (in.get() != '#') return;
   for (int c = in.get(); c != kEnd && c != '\n';) c = in.get();
@@ -66,14 +66,14 @@ std::string readWord(Cursor& in, const char* name) {
   return word;
 }
 
-uint32_t readNumber(Cursor& in, const char* name, uint32_t most) {
+uint32_t readNumber(Cursor& in, const char* name, uint32_t max) {
   const std::string word = readWord(in, name);
   uint32_t number = 0;
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
   const bool isNumber = *end == 0 && error != std::errc::invalid_argument;
   if (!isNumber) throwError(kRejected, "{} {:?}: a number is expected", name, word);
-  if (error != std::errc{} || number < 1 || number > most)
-    throwError(kRejected, "{} {}: 1 to {} are allowed", name, word, most);
+  if (error != std::errc{} || number < 1 || number > max)
+    throwError(kRejected, "{} {}: 1 to {} are allowed", name, word, max);
   return number;
 }
 

@@ -30,7 +30,7 @@ void PngInput::readRows(uint8_t* to, size_t rowBytes) {
   if (!decode(to, rowBytes)) throwError(kRejected, "{}", message_.text);
 }
 
-// False after an error. Nothing in here has a destructor: errors jump.
+// Returns false after an error. Errors jump, so nothing in here may have a destructor.
 bool PngInput::readHeader() {
   if (setjmp(png_jmpbuf(png_))) return false;
   png_set_read_fn(png_, this, onRead);

@@ -10,7 +10,7 @@ using Bytes = std::vector<uint8_t>;
 
 void putByte(uint32_t byte, Bytes& to) { to.push_back(static_cast<uint8_t>(byte)); }
 
-// The lowest `bits` of each sample, as one stream of bits, lowest first.
+// Appends the lowest `bits` of each sample as one stream of bits, least significant bit first.
 void putStream(const uint16_t* samples, size_t count, uint32_t bits, Bytes& to) {
   uint32_t kept = 0, held = 0;
   for (size_t i = 0; i < count; ++i) {
@@ -74,11 +74,11 @@ void writePgm(const std::vector<uint16_t>& samples, uint32_t width, uint32_t bit
   Image image;
   image.layout = {width, height, 1, bits, size_t{width} * bytes, samples.size() * bytes, 0, 0, {}};
   for (const uint16_t sample : samples) {
-    uint8_t word[2];
-    std::memcpy(word, &sample, 2);
+    uint8_t native[2];
+    std::memcpy(native, &sample, 2);
     const auto low = static_cast<uint8_t>(sample);
-    image.pixels.insert(image.pixels.end(), bytes == 2 ? word : &low,
-                        bytes == 2 ? word + 2 : &low + 1);
+    image.pixels.insert(image.pixels.end(), bytes == 2 ? native : &low,
+                        bytes == 2 ? native + 2 : &low + 1);
   }
   writePnm(image, file);
 }

@@ -10,7 +10,7 @@
 namespace vistrel::app {
 namespace {
 
-// Red, green, blue to blue, green, red. Throws ProgramError for a sample above `largest`.
+// Swaps red and blue. Throws ProgramError if a sample is above `largest`.
 template <class Sample>
 void finish(uint8_t* pixels, size_t count, uint32_t largest) {
   auto* const samples = reinterpret_cast<Sample*>(pixels);

@@ -12,7 +12,7 @@
 namespace vistrel::app {
 namespace {
 
-// libpng's own ceiling of a million columns and rows is for files from strangers.
+// libpng's default limit of a million columns and rows is meant for untrusted input.
 constexpr png_uint_32 kMaxPixels = 0x7FFFFFFF;
 constexpr int kFastCompression = 3;
 
@@ -40,16 +40,16 @@ void describe(png_structp png, png_infop info, const vistrel_layout& l) {
                PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
   const auto bits = static_cast<png_byte>(l.bits);
   const png_color_8 significant{bits, bits, bits, bits, 0};
-  const bool spread = l.bits > 8 && l.bits < 16;
-  if (spread) png_set_sBIT(png, info, &significant);
+  const bool scale = l.bits > 8 && l.bits < 16;
+  if (scale) png_set_sBIT(png, info, &significant);
   png_write_info(png, info);
-  if (spread) png_set_shift(png, &significant);
+  if (scale) png_set_shift(png, &significant);
   if (l.channels == 3) png_set_bgr(png);
   if (l.channels == 4) png_set_swap_alpha(png);
   if (l.bits > 8 && std::endian::native == std::endian::little) png_set_swap(png);
 }
 
-// False after an error. Nothing in here has a destructor: errors jump.
+// Returns false after an error. Errors jump, so nothing in here may have a destructor.
 bool encode(png_structp png, png_infop info, const Image& image, std::FILE* to) {
   if (setjmp(png_jmpbuf(png))) return false;
   png_init_io(png, to);

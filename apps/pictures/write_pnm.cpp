@@ -9,7 +9,7 @@ namespace {
 
 uint32_t maxvalOf(const vistrel_layout& l) { return (1u << l.bits) - 1; }
 
-// Words with the high byte first.
+// 16-bit samples are big-endian.
 void writeRows(const Image& image, AtomicFile& file) {
   std::vector<uint8_t> row;
   for (uint32_t y = 0; y < image.layout.height; ++y) {

@@ -16,7 +16,7 @@
 namespace vistrel::app {
 namespace {
 
-// From here on offsets need 64 bits.
+// Larger files need 64-bit offsets.
 constexpr size_t kMaxClassicBytes = 0xF0000000;
 
 struct Message {
@@ -39,7 +39,7 @@ Tiff openTiff(const AtomicFile& file, Message& message, bool large) {
   if (!options) throw std::bad_alloc();
   TIFFOpenOptionsSetErrorHandlerExtR(options.get(), keepText, &message);
   TIFFOpenOptionsSetWarningHandlerExtR(options.get(), dropText, nullptr);
-  // Closing it closes the descriptor, so it has one of its own.
+  // TIFFClose() closes the descriptor, so it gets a duplicate.
   return {TIFFFdOpenExt(dup(fileno(file.stream())), "TIFF", large ? "w8" : "w", options.get()),
           TIFFClose};
 }
@@ -59,8 +59,8 @@ void describe(TIFF* tiff, const vistrel_layout& l) {
   if (l.channels == 4) TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &alpha);
 }
 
-// 16 bits whose highest ones are the sample's, repeated below, so that white stays white.
-uint16_t spread(uint32_t sample, uint32_t bits) {
+// Scales a sample to 16 bits by repeating its bits below, so that white stays white.
+uint16_t scaled(uint32_t sample, uint32_t bits) {
   return static_cast<uint16_t>(sample << (16 - bits) | sample >> (2 * bits - 16));
 }
 
@@ -71,7 +71,7 @@ bool writeRows(TIFF* tiff, const Image& image) {
   for (uint32_t y = 0; y < l.height; ++y) {
     row.clear();
     forEachSample<Sample>(image, y, [&](Sample sample) {
-      row.push_back(sizeof sample == 1 ? sample : static_cast<Sample>(spread(sample, l.bits)));
+      row.push_back(sizeof sample == 1 ? sample : static_cast<Sample>(scaled(sample, l.bits)));
     });
     if (TIFFWriteScanline(tiff, row.data(), y, 0) != 1) return false;
   }
@@ -86,9 +86,9 @@ void writeTiff(const Image& image, AtomicFile& file) {
   const Tiff tiff = openTiff(file, message, image.layout.bytes > kMaxClassicBytes);
   if (tiff) {
     describe(tiff.get(), image.layout);
-    const bool words = image.layout.bits > 8;
+    const bool wide = image.layout.bits > 8;
     errno = 0;
-    if (words ? writeRows<uint16_t>(tiff.get(), image) : writeRows<uint8_t>(tiff.get(), image))
+    if (wide ? writeRows<uint16_t>(tiff.get(), image) : writeRows<uint8_t>(tiff.get(), image))
       return;
   }
   file.throwWriteError(errno ? std::strerror(errno) : message.text);

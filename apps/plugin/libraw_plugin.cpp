@@ -1,4 +1,4 @@
-// The mosaic of a camera raw file, by LibRaw: unpacked and not touched otherwise.
+// Reads the mosaic of a camera raw file through LibRaw: unpacked, otherwise unchanged.
 #include <libraw/libraw.h>
 
 #include <algorithm>
@@ -15,14 +15,14 @@ void check(int status) {
   if (status != LIBRAW_SUCCESS) throw std::runtime_error(LibRaw::strerror(status));
 }
 
-// LibRaw counts the two greens apart: 0 red, 1 green, 2 blue, 3 green of the blue rows.
+// LibRaw distinguishes the two greens: 0 red, 1 green, 2 blue, 3 green of the blue rows.
 uint32_t phaseOf(LibRaw& raw) {
   const auto colour = [&raw](int row, int column) {
     const int c = raw.COLOR(row, column);
     return c == 3 ? 1 : c;
   };
   if (raw.imgdata.idata.filters < 1000 || raw.imgdata.idata.colors != 3)
-    throw std::runtime_error("its filters are no Bayer mosaic of red, green and blue");
+    throw std::runtime_error("its filters are not a Bayer mosaic of red, green and blue");
   for (int row = 0; row < 8; ++row)
     for (int column = 0; column < 2; ++column)
       if (colour(row, column) != colour(row & 1, column))
@@ -48,7 +48,7 @@ vistrel_camera_raw describe(LibRaw& raw) {
   if (!raw.imgdata.rawdata.raw_image) throw std::runtime_error("it holds no mosaic");
   if (sizes.left_margin + sizes.width > sizes.raw_pitch / 2 ||
       sizes.top_margin + sizes.height > sizes.raw_height || !sizes.width || !sizes.height)
-    throw std::runtime_error("its margins leave the image");
+    throw std::runtime_error("its margins exceed the image");
   unsigned largest = raw.imgdata.color.maximum;
   for (uint32_t y = 0; y < sizes.height; ++y)
     largest =

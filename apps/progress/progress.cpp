@@ -11,7 +11,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// A standard error that is closed is no reason to stop.
+// Ignores errors: a closed standard error is no reason to stop.
 void put(const std::string& text) { std::fputs(text.c_str(), stderr); }
 
 }  // namespace

@@ -54,10 +54,10 @@ TEST_F(BadFiles, TiffOfOtherKinds) {
   tiff("TIFF: its samples need a LinearizationTable, which is not supported", [](TiffSpec& s) {
     s.linearization = {0, 5, 9};
   });
-  tiff("TIFF: ActiveArea 0 0 6 7: it leaves the image of 7x5, or is empty", [](TiffSpec& s) {
+  tiff("TIFF: ActiveArea 0 0 6 7: it exceeds the image of 7x5, or is empty", [](TiffSpec& s) {
     s.activeArea = {0, 0, 6, 7};
   });
-  tiff("TIFF: ActiveArea 4 0 4 7: it leaves the image of 7x5, or is empty", [](TiffSpec& s) {
+  tiff("TIFF: ActiveArea 4 0 4 7: it exceeds the image of 7x5, or is empty", [](TiffSpec& s) {
     s.activeArea = {4, 0, 4, 7};
   });
 }
@@ -132,7 +132,7 @@ TEST_F(BadFiles, Fits) {
   fits("FITS: BITPIX -32: 8 and 16 are read", vistrel::fits(cards(-32, {"2", "2"}), data));
   fits("FITS: 1 axes: 2 or 3 are expected", vistrel::fits(cards(8, {"2"}), data));
   fits("FITS: 4 axes: 2 or 3 are expected", vistrel::fits(cards(8, {"2", "2", "1", "1"}), data));
-  fits("FITS: there is no image in it", vistrel::fits(cards(8, {}), ""));
+  fits("FITS: it contains no image", vistrel::fits(cards(8, {}), ""));
   fits("FITS: an axis of 0: 1 to 4294967295 are allowed",
        vistrel::fits(cards(8, {"0", "2"}), data));
   fits("the file is too short: 3000x2000 samples of 8 bits do not fit its 5760 bytes",
@@ -198,8 +198,7 @@ TEST_F(BadFiles, CameraRaw) {
 
 TEST_F(BadFiles, NothingIsKnown) {
   scratch.write("in.bin", "what is this");
-  expectRejected("in.bin",
-                 "no frame of a kind that this program knows; -s WxH reads header-less dumps");
+  expectRejected("in.bin", "unknown kind of frame; -s WxH reads headerless raw files");
   scratch.write("in.tif", "");
   expectRejected("in.tif", "the file is empty");
 }

@@ -9,8 +9,7 @@
 namespace vistrel {
 namespace {
 
-const std::string kUnknown =
-    "no frame of a kind that this program knows; -s WxH reads header-less dumps";
+const std::string kUnknown = "unknown kind of frame; -s WxH reads headerless raw files";
 
 uint32_t plain(uint32_t, uint32_t) { return 100; }
 
@@ -38,7 +37,7 @@ TEST_F(BadInput, MissingFile) {
 
 TEST_F(BadInput, Folder) {
   std::filesystem::create_directory(scratch / "in.pgm");
-  expect(3, "no frame is in this folder", "--phase mono");
+  expect(3, "there is no frame in this folder", "--phase mono");
 }
 
 TEST_F(BadInput, FileCutAnywhere) {
@@ -165,9 +164,9 @@ TEST_F(BadInput, FormatForTheOtherKindOfFrame) {
 TEST_F(BadInput, PhaseThatNobodyTells) {
   expectRejected(
       pgm(4, 4, 255, plain),
-      "--phase is missing, and the file does not tell it. It names the colours of the "
-      "2x2 block at the frame's left upper corner: rggb, bggr, grbg or gbrg; mono stands "
-      "for a frame without colour filters. With --from-name the file's name tells it",
+      "--phase is missing, and the file does not specify it. It names the colours of the 2x2 "
+      "block in the top left corner of the frame: rggb, bggr, grbg or gbrg; mono is for a frame "
+      "without colour filters. With --from-name the file's name specifies it",
       "");
 }
 
@@ -197,8 +196,8 @@ TEST_F(BadInput, DumpThatIsTooShort) {
   expect(3, "the file is too short: 10x10 samples of 8 bits do not fit its 99 bytes",
          "--phase mono -s 10x10 --bits 8");
   const std::string tooShort = "the file is too short: 9x11 samples of 8 bits do not fit the ";
-  expect(3, tooShort + "98 bytes behind --skip 1", "--phase mono -s 9x11 --bits 8 --skip 1");
-  expect(3, tooShort + "0 bytes behind --skip 18446744073709551615",
+  expect(3, tooShort + "98 bytes after --skip 1", "--phase mono -s 9x11 --bits 8 --skip 1");
+  expect(3, tooShort + "0 bytes after --skip 18446744073709551615",
          "--phase mono -s 9x11 --bits 8 --skip 18446744073709551615");
   expect(3, "the file is too short: 9x11 samples of 8 bits do not fit its 99 bytes",
          "--phase mono -s 9x11 --bits 8 --stride 10");

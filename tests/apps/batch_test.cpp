@@ -56,7 +56,7 @@ TEST_F(Batch, RemarksOnAnInputAreSaidOnce) {
   const Finished result =
       scratch.vistrel("convert in.raw -s 8x8 --bits 8 --phase rggb --wb auto -o out");
   EXPECT_EQ(result.status, 0);
-  const std::string left = "vistrel: in.raw: 3 bytes after the last frame are left out\n";
+  const std::string left = "vistrel: in.raw: 3 bytes after the last frame are ignored\n";
   EXPECT_EQ(result.err.find(left), result.err.rfind(left)) << result.err;
   EXPECT_NE(result.err.find(left), std::string::npos) << result.err;
 }
@@ -86,7 +86,7 @@ TEST_F(Batch, StopsAfterTheFirstFailure) {
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.err,
             "vistrel: bad.pgm: maxval 0: 1 to 65535 are allowed\n"
-            "vistrel: not begun: 2 of 4; --keep-going goes on after a failure\n");
+            "vistrel: not begun: 2 of 4; --keep-going continues after a failure\n");
   EXPECT_TRUE(fs::exists(scratch / "out/a.png"));
   EXPECT_FALSE(fs::exists(scratch / "out/b.png"));
 }
@@ -99,7 +99,7 @@ TEST_F(Batch, LeavesWhatIsUpToDate) {
   const Finished again = convert("a.pgm b.pgm");
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(again.err,
-            "vistrel: up to date: 1 of 2, whatever their options were; --overwrite makes them "
+            "vistrel: up to date: 1 of 2, regardless of their options; --overwrite makes them "
             "again\n");
   EXPECT_EQ(valueOf("out/a.png"), 7u);
   EXPECT_EQ(valueOf("out/b.png"), 10u * 'b' % 256);
@@ -170,18 +170,20 @@ TEST_F(Batch, OfAFolderFramesAloneAreTaken) {
   fs::create_directory(scratch / "in");
   put("in/x.PGM", 1);
   scratch.write("in/README.txt", "about x.pgm");
-  EXPECT_EQ(convert("in").err, "vistrel: in: left out, as no frame's name ends so: README.txt\n");
+  EXPECT_EQ(convert("in").err,
+            "vistrel: in: ignoring files without the extension of a frame: README.txt\n");
   EXPECT_TRUE(fs::exists(scratch / "out/x.png"));
   scratch.write("in/y.raw", "123456789012");
   scratch.write("in/z", "");
   const Finished pgm = convert("in --overwrite --json");
   EXPECT_EQ(pgm.status, 0);
   EXPECT_EQ(json::parse(pgm.out).at("warnings"),
-            json{"in: left out, as no frame's name ends so: README.txt and 2 more"});
+            json{"in: ignoring files without the extension of a frame: README.txt and 2 more"});
   const Finished dumps = convert("in -s 4x3 --bits 8 --overwrite");
   EXPECT_EQ(dumps.status, 0);
-  EXPECT_EQ(dumps.err,
-            "vistrel: in: left out, as no frame's name ends so: README.txt and 2 more\n");
+  EXPECT_EQ(
+      dumps.err,
+      "vistrel: in: ignoring files without the extension of a frame: README.txt and 2 more\n");
   EXPECT_EQ(valueOf("out/y.png"), uint32_t{'1'});
   scratch.write("in/bad.png", "");
   EXPECT_EQ(convert("in --keep-going --overwrite").status, 1) << "a frame by name, but damaged";
@@ -190,7 +192,7 @@ TEST_F(Batch, OfAFolderFramesAloneAreTaken) {
 TEST_F(Batch, AFolderWithoutFramesIsRefused) {
   fs::create_directory(scratch / "empty");
   EXPECT_EQ(convert("empty").status, 3);
-  EXPECT_EQ(convert("empty").err, "vistrel: empty: no frame is in this folder\n");
+  EXPECT_EQ(convert("empty").err, "vistrel: empty: there is no frame in this folder\n");
   EXPECT_EQ(convert("empty a.pgm --keep-going").status, 1);
   EXPECT_TRUE(fs::exists(scratch / "out/a.png"));
 }
@@ -219,8 +221,8 @@ TEST_F(Batch, StandardOutputTakesThePictureOfOneInput) {
       const Finished result = scratch.vistrel("convert " + inputs + " --phase mono -o " + to);
       EXPECT_EQ(result.status, 2);
       EXPECT_EQ(result.err, "vistrel: -o " + to +
-                                ": it takes the picture of one input; several, or a folder, need "
-                                "a folder\n");
+                                ": it takes a single picture; several inputs, or a folder of "
+                                "inputs, need a folder\n");
     }
   const Finished none =
       scratch.run({VISTREL_PROGRAM, "convert", "a.pgm", "--phase", "mono", "-o", ""});
@@ -284,7 +286,7 @@ TEST_F(Batch, DryRunFailsWhereTheRunWould) {
 TEST_F(Batch, WhatIsLeftOutOfADumpIsTold) {
   scratch.write("dump.raw", std::string(100, ' '));  // two frames of 49
   const std::string dump = "convert dump.raw -s 7x7 --bits 8 --phase mono -o out ";
-  const std::string warning = "2 bytes after the last frame are left out";
+  const std::string warning = "2 bytes after the last frame are ignored";
   const std::string line = "vistrel: dump.raw: " + warning + "\n";
   EXPECT_EQ(scratch.vistrel(dump + "--dry-run").err, line);
   const Finished result = scratch.vistrel(dump + "--json");
@@ -295,7 +297,7 @@ TEST_F(Batch, WhatIsLeftOutOfADumpIsTold) {
   EXPECT_EQ(scratch.vistrel("unpack dump.raw -s 7x7 --pixfmt Mono8 -o x.pgm").err, line);
   scratch.write("dump.raw", std::string(99, ' '));
   EXPECT_EQ(scratch.vistrel(dump + "--overwrite").err,
-            "vistrel: dump.raw: 1 byte after the last frame is left out\n");
+            "vistrel: dump.raw: 1 byte after the last frame is ignored\n");
 }
 
 TEST_F(Batch, JsonReport) {

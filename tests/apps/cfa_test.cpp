@@ -45,7 +45,7 @@ Letters flippedV(Letters rows) {
 
 std::string phaseOf(const Letters& rows) { return rows[0].substr(0, 2) + rows[1].substr(0, 2); }
 
-std::string told(const std::string& arguments) {
+std::string resultOf(const std::string& arguments) {
   const Finished result = Scratch().vistrel("cfa " + arguments + " --json");
   EXPECT_EQ(result.status, 0) << result.err;
   return nlohmann::json::parse(result.out)["phase"];
@@ -57,8 +57,9 @@ TEST(Cfa, Crops) {
   for (const std::string& phase : kPhases)
     for (size_t x = 0; x < 2; ++x)
       for (size_t y = 0; y < 2; ++y)
-        EXPECT_EQ(told(phase + " --crop 4x4+" + std::to_string(x + 2) + "+" + std::to_string(y)),
-                  phaseOf(cropped(frame(phase, 8, 8), 4, 4, x + 2, y)));
+        EXPECT_EQ(
+            resultOf(phase + " --crop 4x4+" + std::to_string(x + 2) + "+" + std::to_string(y)),
+            phaseOf(cropped(frame(phase, 8, 8), 4, 4, x + 2, y)));
 }
 
 TEST(Cfa, FlipsAndTurns) {
@@ -67,27 +68,27 @@ TEST(Cfa, FlipsAndTurns) {
       for (size_t height : {4, 5}) {
         const std::string size = phase + fmt::format(" -s {}x{}", width, height);
         const Letters rows = frame(phase, width, height);
-        EXPECT_EQ(told(size + " --flip h"), phaseOf(flippedH(rows)));
-        EXPECT_EQ(told(size + " --flip v"), phaseOf(flippedV(rows)));
-        EXPECT_EQ(told(size + " --rotate 180"), phaseOf(flippedV(flippedH(rows))));
+        EXPECT_EQ(resultOf(size + " --flip h"), phaseOf(flippedH(rows)));
+        EXPECT_EQ(resultOf(size + " --flip v"), phaseOf(flippedV(rows)));
+        EXPECT_EQ(resultOf(size + " --rotate 180"), phaseOf(flippedV(flippedH(rows))));
       }
 }
 
 TEST(Cfa, CropThenFlipThenTurn) {
   const Letters crop = cropped(frame("grbg", 9, 9), 5, 4, 1, 2);
-  EXPECT_EQ(told("grbg -s 9x9 --crop 5x4+1+2 --flip h --rotate 180"), phaseOf(flippedV(crop)));
+  EXPECT_EQ(resultOf("grbg -s 9x9 --crop 5x4+1+2 --flip h --rotate 180"), phaseOf(flippedV(crop)));
 }
 
 TEST(Cfa, WithoutASizeItIsEven) {
-  EXPECT_EQ(told("rggb --flip h"), "grbg");
-  EXPECT_EQ(told("rggb --flip v"), "gbrg");
-  EXPECT_EQ(told("rggb --rotate 180"), "bggr");
+  EXPECT_EQ(resultOf("rggb --flip h"), "grbg");
+  EXPECT_EQ(resultOf("rggb --flip v"), "gbrg");
+  EXPECT_EQ(resultOf("rggb --rotate 180"), "bggr");
 }
 
 TEST(Cfa, OtherNames) {
-  EXPECT_EQ(told("blue=1,1"), "rggb");
-  EXPECT_EQ(told("blue=0,1 --crop 2x2+1+0"), "bggr");
-  EXPECT_EQ(told("mono --crop 3x3+1+1 --flip h"), "mono");
+  EXPECT_EQ(resultOf("blue=1,1"), "rggb");
+  EXPECT_EQ(resultOf("blue=0,1 --crop 2x2+1+0"), "bggr");
+  EXPECT_EQ(resultOf("mono --crop 3x3+1+1 --flip h"), "mono");
 }
 
 TEST(Cfa, Text) {
@@ -115,8 +116,8 @@ TEST(Cfa, Refusals) {
   } cases[] = {
       {"rgb", "PHASE rgb: rggb, bggr, grbg, gbrg and mono are allowed"},
       {"rggb --crop 0x4+1+1", "--crop: 0x4 pixels; nothing is left"},
-      {"rggb -s 8x8 --crop 4x4+5+0", "--crop 4x4+5+0: it leaves the frame of 8x8"},
-      {"rggb -s 8x8 --crop 4x4+0+4294967295", "--crop 4x4+0+4294967295: it leaves the frame of"},
+      {"rggb -s 8x8 --crop 4x4+5+0", "--crop 4x4+5+0: it exceeds the frame of 8x8"},
+      {"rggb -s 8x8 --crop 4x4+0+4294967295", "--crop 4x4+0+4294967295: it exceeds the frame of"},
       {"rggb --flip x", "--flip: x not in {h,v}"},
       {"rggb --rotate 90", "--rotate: 90 not in {180}"},
   };

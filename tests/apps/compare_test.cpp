@@ -97,18 +97,19 @@ TEST_F(Compare, TellsWhatOptionsContradict) {
   const Finished result =
       scratch.vistrel("compare in.pgm --phase rggb --bits 12 -a bilinear -o out.png");
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.err, "vistrel: in.pgm: taken as 12 bits; the file tells 10\n");
+  EXPECT_EQ(result.err, "vistrel: in.pgm: using 12 bits; the file says 10\n");
 }
 
 TEST_F(Compare, Refusals) {
   scratch.write("in.pgm", pgm(40, 30, 255, texture));
   expectFailure("--phase rggb -o out.pgm", 2, "-o out.pgm: a sheet is a .png or .ppm");
-  expectFailure("--phase mono -o out.png", 3,
-                "in.pgm: a mono frame has nothing to demosaic; --phase names a phase of four");
+  expectFailure(
+      "--phase mono -o out.png", 3,
+      "in.pgm: a mono frame cannot be demosaiced; --phase names one of the four Bayer phases");
   expectFailure("--phase rggb -o out.png --crop 10x10+31+0", 3,
-                "in.pgm: --crop 10x10+31+0: it leaves the frame of 40x30, or is empty");
+                "in.pgm: --crop 10x10+31+0: it exceeds the frame of 40x30, or is empty");
   expectFailure("--phase rggb -o out.png --crop 0x10+0+0", 3,
-                "in.pgm: --crop 0x10+0+0: it leaves the frame of 40x30, or is empty");
+                "in.pgm: --crop 0x10+0+0: it exceeds the frame of 40x30, or is empty");
   expectFailure("--phase rggb -o out.png --curve 2", 3,
                 "in.pgm: --curve 2: it needs 10 bits or more, the samples have 8");
   scratch.write("in.ppm", pgm(40, 30, 255, texture));

@@ -68,8 +68,9 @@ TEST(Convert, DepthFollowsMaxval) {
     EXPECT_EQ(readPng(scratch / "out.png").samples[0], 255) << maxval;
   }
   scratch.write("in.pgm", top(4092));  // no depth: counts as 16 bits
-  EXPECT_EQ(scratch.vistrel("convert in.pgm --phase mono -o out.png").err,
-            "vistrel: in.pgm: taken as 16 bits, of which 12 are used; --bits 12 says so\n");
+  EXPECT_EQ(
+      scratch.vistrel("convert in.pgm --phase mono -o out.png").err,
+      "vistrel: in.pgm: using 16 bits, only 12 of which are set; --bits 12 would use those\n");
   EXPECT_EQ(readPng(scratch / "out.png").samples[0], 15);
   scratch.write("in.pgm", top(100));  // one byte, eight bits
   expectDone(scratch.vistrel("convert in.pgm --phase mono -o out.png"));
@@ -185,8 +186,8 @@ TEST(Convert, NameTellsBitsAndPhase) {
   expectPlain(readPng(scratch / "out.png"), {50});
   // What is said outright counts more.
   EXPECT_EQ(scratch.vistrel("convert a_9b.pgm --from-name --bits 8 --phase grbg -o out.png").err,
-            "vistrel: a_9b.pgm: taken as 8 bits; its name tells 9\n"
-            "vistrel: a_9b.pgm: taken as grbg; its name tells mono\n");
+            "vistrel: a_9b.pgm: using 8 bits; its name says 9\n"
+            "vistrel: a_9b.pgm: using grbg; its name says mono\n");
   expectPlain(readPng(scratch / "out.png"), {100, 100, 100});
   for (const std::string name : {"a_99b.pgm", "a_10b_rgbb.pgm", "a10b.pgm", "a_10b_rggb_1.pgm"}) {
     scratch.write(name, pgm(4, 4, 255, plainRggb));

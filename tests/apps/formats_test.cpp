@@ -260,7 +260,7 @@ TEST(Formats, One) {
             std::string::npos);
   const Finished none = scratch.vistrel("formats COLOR_BayerBG2BGR");
   EXPECT_EQ(none.status, 2);
-  EXPECT_EQ(none.err.find("vistrel: NAME COLOR_BayerBG2BGR: no pixel format of that name."), 0u);
+  EXPECT_EQ(none.err.find("vistrel: NAME COLOR_BayerBG2BGR: unknown pixel format."), 0u);
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ std::string flat(uint32_t value, uint32_t maxval = 255) {
 
 TEST_F(Frames, StreamOfPgms) {
   scratch.write("in.pgm", flat(10, 1023) + flat(600, 1023) + flat(30, 1023) + "\n");
-  const std::string said = "vistrel: in.pgm: 1 byte after the last frame is left out\n";
+  const std::string said = "vistrel: in.pgm: 1 byte after the last frame is ignored\n";
   EXPECT_EQ(info("in.pgm", said)["frames"], 3);
   EXPECT_EQ(info("in.pgm", said)["trailing_bytes"], 1);
   EXPECT_EQ(info("in.pgm", said)["max"], 10);
@@ -40,7 +40,7 @@ TEST_F(Frames, StreamOfPgms) {
 TEST_F(Frames, DumpOfSeveral) {
   scratch.write("in.raw", "head" + std::string("aaxbbxccxddxe"));
   const std::string options = "in.raw -s 2x2 --bits 8 --skip 4 --stride 3 ";
-  const std::string said = "vistrel: in.raw: 1 byte after the last frame is left out\n";
+  const std::string said = "vistrel: in.raw: 1 byte after the last frame is ignored\n";
   EXPECT_EQ(info(options, said)["frames"], 2);
   EXPECT_EQ(info(options, said)["trailing_bytes"], 1);
   EXPECT_EQ(info(options, said)["min"], 'a');
@@ -97,14 +97,14 @@ TEST_F(Frames, HighBitsOfFilesWithAHeader) {
             "vistrel: in.pgm: sample 21840 at column 1, row 0: a frame of 10 high bits has samples "
             "whose 6 lowest are 0\n");
   EXPECT_EQ(scratch.vistrel(convert).err,
-            "vistrel: in.pgm: --align high: --bits is missing, and the file does not tell it\n");
+            "vistrel: in.pgm: --align high: --bits is missing, and the file does not specify it\n");
   scratch.write("in.pgm", pgm(3, 1, 4095, [](uint32_t x, uint32_t) { return x; }));
   EXPECT_EQ(
       scratch.vistrel(convert).err,
-      "vistrel: in.pgm: --align high: the file tells that its samples are the lowest 12 bits\n");
+      "vistrel: in.pgm: --align high: the file says that its samples are in the low 12 bits\n");
   scratch.write("in.pgm", flat(77));
   EXPECT_EQ(scratch.vistrel(convert).err,
-            "vistrel: in.pgm: --align high: it is for samples in words, and these are not\n");
+            "vistrel: in.pgm: --align high: it applies to 16-bit samples only\n");
 }
 
 TEST_F(Frames, DumpsThatDoNotGoTogether) {
@@ -115,18 +115,18 @@ TEST_F(Frames, DumpsThatDoNotGoTogether) {
     EXPECT_EQ(result.err, "vistrel: in.raw: " + text + "\n");
   };
   expect("--pixfmt BayerRG10p --bits 12", "--bits 12: samples of that --pixfmt have 10");
-  expect("--pixfmt BayerRG10p --align high",
-         "--align high: it is for samples in words, and these are not");
-  expect("--bits 8 --align high", "--align high: it is for samples in words, and these are not");
+  expect("--pixfmt BayerRG10p --align high", "--align high: it applies to 16-bit samples only");
+  expect("--bits 8 --align high", "--align high: it applies to 16-bit samples only");
   expect("--pixfmt BayerRG12p --skip 30",
-         "the file is too short: 4x2 samples of 12 bits do not fit the 10 bytes behind --skip 30");
+         "the file is too short: 4x2 samples of 12 bits do not fit the 10 bytes after --skip 30");
 }
 
 TEST_F(Frames, DumpsThatHaveAHeader) {
   const auto expectNote = [this](const std::string& begin, const std::string& kind) {
     scratch.write("in.raw", begin + std::string(416 - begin.size(), 'x'));
     const std::string note =
-        "vistrel: in.raw: taken as a dump by --size; it begins like a " + kind + " file\n";
+        "vistrel: in.raw: read as headerless raw because of --size; it begins like a " + kind +
+        " file\n";
     EXPECT_EQ(scratch.vistrel("info in.raw -s 4x4 --bits 8").err, note);
     EXPECT_EQ(scratch.vistrel("unpack in.raw -s 4x4 --pixfmt GREY -o out.pgm").err, note);
     EXPECT_EQ(scratch.vistrel("convert in.raw -s 4x4 --bits 8 --phase mono --frame 0 -o o.png").err,
@@ -135,7 +135,7 @@ TEST_F(Frames, DumpsThatHaveAHeader) {
     const Finished guess = scratch.vistrel("guess in.raw");
     EXPECT_EQ(guess.status, 3);
     EXPECT_EQ(guess.err, "vistrel: in.raw: it begins like a " + kind +
-                             " file, not like a dump; vistrel info tells what is in it\n");
+                             " file, so it is not headerless; vistrel info describes it\n");
   };
   using namespace std::string_literals;
   expectNote("P5\n20 20\n255\n", "PNM (PGM)");
@@ -149,13 +149,11 @@ TEST_F(Frames, DumpsThatHaveAHeader) {
 TEST_F(Frames, WhatOptionsContradict) {
   scratch.write("in.pgm", flat(600, 1023));
   info("in.pgm --bits 10");
-  const auto told =
-      info("in.pgm --bits 12", "vistrel: in.pgm: taken as 12 bits; the file tells 10\n");
+  const auto told = info("in.pgm --bits 12", "vistrel: in.pgm: using 12 bits; the file says 10\n");
   EXPECT_EQ(told["bits"], 12);
   for (const char* dry : {"", " --dry-run"}) {
     const auto convert = "convert in.pgm --bits 12 --phase mono -o out.png" + std::string(dry);
-    EXPECT_EQ(scratch.vistrel(convert).err,
-              "vistrel: in.pgm: taken as 12 bits; the file tells 10\n");
+    EXPECT_EQ(scratch.vistrel(convert).err, "vistrel: in.pgm: using 12 bits; the file says 10\n");
   }
 }
 
@@ -167,15 +165,16 @@ TEST_F(Frames, BitsThatNobodyTells) {
     return result.err;
   };
   scratch.write("in.pgm", flat(2048, 65535));
-  EXPECT_EQ(said("in.pgm"),
-            "vistrel: in.pgm: taken as 16 bits, of which 12 are used; --bits 12 says so\n");
+  EXPECT_EQ(
+      said("in.pgm"),
+      "vistrel: in.pgm: using 16 bits, only 12 of which are set; --bits 12 would use those\n");
   EXPECT_EQ(said("in.pgm --bits 12"), "");
   EXPECT_EQ(said("in.pgm --bits 16"), "");
   scratch.write("in.raw", std::string("\x03\0\x01\0", 4));
   EXPECT_EQ(said("in.raw -s 2x1 --pixfmt Mono16"), "");
   scratch.write("in.pgm", flat(1, 65535));
   EXPECT_EQ(said("in.pgm"),
-            "vistrel: in.pgm: taken as 16 bits, of which 1 are used; --bits 8 says so\n");
+            "vistrel: in.pgm: using 16 bits, only 1 of which are set; --bits 8 would use those\n");
   for (const uint32_t quiet : {0u, 32768u}) {
     scratch.write("in.pgm", flat(quiet, 65535));
     EXPECT_EQ(said("in.pgm"), "");
@@ -186,9 +185,9 @@ TEST_F(Frames, WhatTheNameTellsOtherwise) {
   scratch.write("a_10b_grbg.pgm", flat(600, 1023));
   EXPECT_EQ(
       scratch.vistrel("convert a_10b_grbg.pgm --from-name --phase rggb --bits 16 -o o.png").err,
-      "vistrel: a_10b_grbg.pgm: taken as 16 bits; its name tells 10\n"
-      "vistrel: a_10b_grbg.pgm: taken as rggb; its name tells grbg\n"
-      "vistrel: a_10b_grbg.pgm: taken as 16 bits; the file tells 10\n");
+      "vistrel: a_10b_grbg.pgm: using 16 bits; its name says 10\n"
+      "vistrel: a_10b_grbg.pgm: using rggb; its name says grbg\n"
+      "vistrel: a_10b_grbg.pgm: using 16 bits; the file says 10\n");
 }
 
 TEST_F(Frames, StandardInputAsAFile) {

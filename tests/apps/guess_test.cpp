@@ -19,14 +19,14 @@ TEST(Guess, Program) {
   const auto best = nlohmann::json::parse(result.out)[0];
   EXPECT_EQ(best["width"], 400);
   EXPECT_EQ(best["height"], 300);
-  EXPECT_EQ(best["packing"], "words-be");
+  EXPECT_EQ(best["packing"], "16bit-be");
   EXPECT_EQ(best["bits"], 12);
   EXPECT_EQ(best["command"],
             "vistrel convert in.raw -s 400x300 --bits 12 --endian big --phase grbg -o guess.png");
   EXPECT_EQ(best["phases"], (nlohmann::json{"grbg", "gbrg"}));
   // The line works as it stands.
   EXPECT_EQ(scratch.vistrel(best["command"].get<std::string>().substr(8)).status, 0);
-  EXPECT_NE(scratch.vistrel("guess in.raw").out.find("Red and blue can't be told apart"),
+  EXPECT_NE(scratch.vistrel("guess in.raw").out.find("Red and blue cannot be told apart"),
             std::string::npos);
 }
 
@@ -62,9 +62,9 @@ TEST(Guess, Refusals) {
   scratch.write("prime.raw", std::string(1009, 'a'));
   expectRefusal(scratch, "prime.raw", 3, "prime.raw: no size fits 1009 bytes");
   expectRefusal(scratch, "prime.raw -s 30x30", 3,
-                "prime.raw: no packing makes 1009 bytes of 30x30 pixels");
+                "prime.raw: no packing of 30x30 pixels takes 1009 bytes");
   expectRefusal(scratch, "prime.raw -s 30", 2,
-                "--size 30: WxH is expected, both from 1, such as 640x480");
+                "--size 30: WxH is expected, both at least 1, such as 640x480");
 }
 
 }  // namespace

@@ -199,9 +199,9 @@ TEST(Unpack, EveryFrameOfADump) {
   const Finished png = scratch.vistrel(unpack + "out.png");
   EXPECT_EQ(png.status, 3);
   EXPECT_EQ(png.err,
-            "vistrel: in.raw: 1 byte after the last frame is left out\n"
+            "vistrel: in.raw: 1 byte after the last frame is ignored\n"
             "vistrel: in.raw: it has 2 frames: out.png takes one, .pgm and .raw take all; --frame "
-            "N names one\n");
+            "N selects one\n");
   EXPECT_EQ(scratch.vistrel(unpack + "out.png --frame 0").status, 0);
 }
 

@@ -70,7 +70,7 @@ TEST(Info, Text) {
             "sample           1 byte\n"
             "maxval           255\n"
             "bits             8\n"
-            "phase            not told\n"
+            "phase            not specified\n"
             "bits used        8\n"
             "zero low bits    0\n"
             "lowest           0\n"

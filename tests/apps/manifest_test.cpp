@@ -102,14 +102,14 @@ TEST_F(ManifestTest, IsNoOtherFile) {
   scratch.write("m.jsonl", "notes\n");
   const Finished result = convert();
   EXPECT_EQ(result.status, 4);
-  EXPECT_EQ(result.err, "vistrel: --manifest m.jsonl: line 1 is no line of a manifest\n");
+  EXPECT_EQ(result.err, "vistrel: --manifest m.jsonl: line 1 is not a manifest entry\n");
   EXPECT_EQ(scratch.read("m.jsonl"), "notes\n");
   EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o out --manifest a.pgm").err,
             "vistrel: --manifest a.pgm: it is the same file as the input a.pgm\n");
   EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o out --manifest no/m").status, 4);
   const Finished stream = scratch.vistrel("convert a.pgm --phase mono -o out --manifest -");
   EXPECT_EQ(stream.status, 2);
-  EXPECT_EQ(stream.err, "vistrel: --manifest -: the name of a file is expected\n");
+  EXPECT_EQ(stream.err, "vistrel: --manifest -: a file name is expected\n");
 }
 
 }  // namespace

@@ -52,7 +52,7 @@ TEST_F(Preparation, AutoMakesColoursEqual) {
       scratch.vistrel("convert in.pgm -o out.png --phase rggb --black 10 --wb auto --json");
   EXPECT_THAT(plain(readPng(scratch / "out.png")), ElementsAre(90, 90, 90));
   // 90 / 31, 90 / 60 and 1 in 4096th.
-  EXPECT_EQ(result.err, "vistrel: in.pgm: --wb auto: as --wb 2.9033,1.5000,1.0000\n");
+  EXPECT_EQ(result.err, "vistrel: in.pgm: --wb auto: the gains are --wb 2.9033,1.5000,1.0000\n");
   const auto output = nlohmann::json::parse(result.out)["inputs"][0]["outputs"][0];
   EXPECT_EQ(output["gains"], (nlohmann::json{11892. / 4096, 1.5, 1.}));
   EXPECT_THAT(plain(convert("--black 10 --wb 2.9033,1.5000,1.0000")), ElementsAre(90, 90, 90));

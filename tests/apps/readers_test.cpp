@@ -218,10 +218,10 @@ TEST_F(Readers, PhaseOverTagsThatMakeNoSense) {
   const auto expect = [this](const std::string& file, const std::string& fault) {
     const Finished none = scratch.vistrel("convert " + file + " -o out.png");
     EXPECT_EQ(none.status, 3);
-    EXPECT_EQ(none.err, "vistrel: " + file + ": " + fault + "; --phase tells another\n");
+    EXPECT_EQ(none.err, "vistrel: " + file + ": " + fault + "; --phase overrides it\n");
     const Finished told = scratch.vistrel("convert " + file + " --phase rggb -o out.png");
     EXPECT_EQ(told.status, 0);
-    EXPECT_EQ(told.err, "vistrel: " + file + ": " + fault + "; taken as rggb\n");
+    EXPECT_EQ(told.err, "vistrel: " + file + ": " + fault + "; using rggb\n");
     const Finished info = scratch.vistrel("info --json " + file);
     EXPECT_EQ(info.err, "vistrel: " + file + ": " + fault + "\n");
     EXPECT_TRUE(nlohmann::json::parse(info.out)["phase"].is_null());
@@ -241,7 +241,7 @@ TEST_F(Readers, PhaseOverTagsThatMakeNoSense) {
     writeTiff(scratch / "in.tif", spec, noise(12));
     expect("in.tif", fault);
   };
-  expectTiff({0, 1, 2, 1}, "TIFF: CFAPattern 0 1 2 1: it is none of the four Bayer phases");
+  expectTiff({0, 1, 2, 1}, "TIFF: CFAPattern 0 1 2 1: not one of the four Bayer phases");
   expectTiff({0, 1, 1, 2, 0, 1},
              "TIFF: a mosaic of 2x2 filters, 6 of them named: 2x2 are expected");
 }
@@ -281,8 +281,8 @@ TEST_F(Readers, CameraRawWithoutThePlugin) {
   std::filesystem::copy_file(VISTREL_PROGRAM, scratch / "vistrel");
   const Finished result = scratch.run({(scratch / "vistrel").string(), "info", "in.cr2"});
   EXPECT_EQ(result.status, 4);
-  EXPECT_EQ(result.err.find("vistrel: in.cr2: a camera raw file is read by the plug-in "
-                            "vistrel-libraw.so, which is installed neither in "),
+  EXPECT_EQ(result.err.find("vistrel: in.cr2: reading a camera raw file needs the plug-in "
+                            "vistrel-libraw.so, which is neither in "),
             0u)
       << result.err;
 }

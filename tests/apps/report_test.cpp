@@ -178,9 +178,10 @@ TEST_F(Report, Refusals) {
                 "gray.png: a PNG of 1 channels of 8 bits: three of 8, red, green and blue, are "
                 "expected");
   writePicture("small.png", 30, 31);
-  expectFailure("--reference small.png --json out.json", 3,
-                "small.png: 30x31 pixels: 31x31 or more are needed, as 10 at each border do not "
-                "count and SSIM's window has 11");
+  expectFailure(
+      "--reference small.png --json out.json", 3,
+      "small.png: 30x31 pixels: at least 31x31 are needed, since 10 at each border do not "
+      "count and SSIM's window has 11");
   writePicture("report.png");
   expectFailure("--reference report.png -o .", 2,
                 "-o ./report.png: it is the same file as the input report.png");

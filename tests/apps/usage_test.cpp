@@ -49,7 +49,7 @@ TEST(Usage, MissingArguments) {
 }
 
 TEST(Usage, DepthOfADumpIsRequired) {
-  const std::string text = "--bits is missing: a header-less dump does not tell its depth\n";
+  const std::string text = "--bits is missing: a headerless raw file does not specify its depth\n";
   expectUsage("convert a.raw -o a.png --phase rggb -s 4x4", text);
   expectUsage("info a.raw -s 4x4", text);
 }
@@ -116,7 +116,7 @@ TEST(Usage, Geometry) {
   for (const std::string size :
        {"640", "640x", "x480", "640x480x2", "0x480", "640x0", "-1x5", "4294967296x1", "640X480"})
     expectUsage(convert + "-s " + size,
-                "--size " + size + ": WxH is expected, both from 1, such as 640x480\n");
+                "--size " + size + ": WxH is expected, both at least 1, such as 640x480\n");
   for (const std::string roi : {"640x480", "640x480+1", "640x480+1+", "640x480-1-1", "1x1+1+1+1"})
     expectUsage(convert + "--roi " + roi,
                 "--roi " + roi + ": WxH+X+Y is expected, such as 640x480+16+8\n");
@@ -131,7 +131,7 @@ TEST(Usage, OptionsThatDoNotGoTogether) {
   const auto expectClash = [&](const std::string& one, const std::string& other,
                                const std::string& why) {
     expectUsage(convert + one + " " + other,
-                one + " and " + other + " do not go together: " + why + "\n");
+                one + " and " + other + " cannot be combined: " + why + "\n");
   };
   expectClash("--curve 2", "--depth 16", "all bits are kept");
   expectClash("--curve 3", "--format bgr48", "all bits are kept");
@@ -140,16 +140,16 @@ TEST(Usage, OptionsThatDoNotGoTogether) {
   expectClash("--depth 8", "--format gray16", "it keeps all bits; bgr24 and gray8 have 8");
   expectClash("--gray raw", "--format bgr24", "it is for gray8 and gray16");
   expectUsage(convert + "--format gray8 --gray raw --edges padded",
-              "--gray raw and --edges padded do not go together: the library's own gray has native "
+              "--gray raw and --edges padded cannot be combined: the library's own gray has native "
               "edges alone\n");
   expectUsage(convert + "--type tiff --depth 8 --format bgr48",
-              "--depth 8 and --format bgr48 do not go together: it keeps all bits; bgr24 and gray8 "
+              "--depth 8 and --format bgr48 cannot be combined: it keeps all bits; bgr24 and gray8 "
               "have 8\n"
-              "vistrel: --type tiff and -o a.png do not go together: a picture's name tells its "
-              "type, --type that of those in a folder\n");
+              "vistrel: --type tiff and -o a.png cannot be combined: a picture's name sets its "
+              "type, --type that of pictures in a folder\n");
   expectUsage("convert a.pgm --phase rggb -o - --json --manifest m.jsonl",
-              "--json and -o - do not go together: standard output takes the picture alone\n"
-              "vistrel: --manifest m.jsonl and -o - do not go together: standard output takes the "
+              "--json and -o - cannot be combined: standard output is for the picture alone\n"
+              "vistrel: --manifest m.jsonl and -o - cannot be combined: standard output is for the "
               "picture alone\n");
   expectUsage(convert + "--gray raw", "--gray requires --format" + kHint);
 }

@@ -14,7 +14,7 @@ namespace {
 
 struct Packed {
   uint32_t packing, bits;
-  uint32_t pixels, bytes;  // of a group
+  uint32_t pixels, bytes;  // per group
 };
 
 constexpr Packed kPackings[] = {
@@ -25,7 +25,7 @@ constexpr Packed kPackings[] = {
     {VISTREL_PACKING_MIPI, 12, 2, 3}, {VISTREL_PACKING_MIPI, 14, 4, 7},
 };
 
-// All groups of the bytes, as one row.
+// Unpacks all complete groups as one row.
 Samples unpack(const Packed& p, const std::vector<uint8_t>& bytes) {
   if (p.bits == 8) return {bytes.begin(), bytes.end()};
   const auto groups = static_cast<uint32_t>(bytes.size() / p.bytes);
@@ -41,8 +41,8 @@ double shapeOf(double aspect) {
   return aspect > 0.7 && aspect < 2.4 ? 0.8 : 0.5;
 }
 
-// Significant bits of words, and whether they are the highest ones.
-void describeWords(const Samples& s, Guess& g) {
+// Finds the significant bits of 16-bit samples, and whether they are the highest ones.
+void describe16Bit(const Samples& s, Guess& g) {
   uint32_t all = 0;
   for (const uint16_t sample : s) all |= sample;
   const auto used = static_cast<uint32_t>(std::bit_width(all));
@@ -51,21 +51,21 @@ void describeWords(const Samples& s, Guess& g) {
   g.bits = std::clamp(g.highBits ? 16 - zeros : used + (used & 1), 8u, 16u);
 }
 
-// Green is where the diagonal's two sites are more alike than the other diagonal's.
+// Green is on the diagonal whose two sites are more alike.
 void describePhase(const Samples& s, Guess& g) {
-  double falling = 0, rising = 0;  // sites 0,0 with 1,1; sites 0,1 with 1,0
-  double beside = 0, twice = 0;
-  const uint32_t step = std::max(2u, g.height / 100 & ~1u);  // some rows will do
+  double falling = 0, rising = 0;  // sites (0, 0) and (1, 1); sites (0, 1) and (1, 0)
+  double adjacent = 0, twice = 0;
+  const uint32_t step = std::max(2u, g.height / 100 & ~1u);  // some rows suffice
   for (uint32_t y = 0; y + 2 < g.height; y += step)
     for (uint32_t x = 0; x + 2 < g.width; x += 2) {
       const size_t at = size_t{y} * g.width + x;
       falling += std::abs(s[at] - s[at + g.width + 1]);
       rising += std::abs(s[at + 1] - s[at + g.width]);
-      beside += std::abs(s[at] - s[at + 1]);
+      adjacent += std::abs(s[at] - s[at + 1]);
       twice += std::abs(s[at] - s[at + 2]);
     }
   g.phase = VISTREL_MONO;
-  if (beside >= twice) g.phase = rising <= falling ? VISTREL_RGGB : VISTREL_GRBG;
+  if (adjacent >= twice) g.phase = rising <= falling ? VISTREL_RGGB : VISTREL_GRBG;
   g.otherPhase = vistrel_phase_at(g.phase, 1, 1);
 }
 
@@ -74,7 +74,7 @@ struct Shape {
   double score;
 };
 
-// Sizes of so many samples in whole groups: the one that is known, or all that are usual.
+// Sizes that yield this number of samples in whole groups: the known one, or all plausible ones.
 std::vector<Size> sizesOf(size_t samples, const Packed& p, const std::optional<Size>& known) {
   std::vector<Size> sizes;
   const auto add = [&](size_t width, size_t height) {
@@ -93,7 +93,7 @@ std::vector<Size> sizesOf(size_t samples, const Packed& p, const std::optional<S
   return sizes;
 }
 
-// The best of these sizes, by the likeness of pixels two rows apart.
+// The best of these sizes, by the similarity of pixels two rows apart.
 std::vector<Shape> shapesOf(const Samples& s, const std::vector<Size>& sizes) {
   const double far = unlike(s);
   std::vector<Shape> shapes;
@@ -107,7 +107,7 @@ std::vector<Shape> shapesOf(const Samples& s, const std::vector<Size>& sizes) {
   return shapes;
 }
 
-// In groups of three bytes, GigE's samples of 10 bits leave four bits of the middle one at 0.
+// In groups of three bytes, GigE's 10-bit samples leave four bits of the middle byte at 0.
 bool fitsThree(const Packed& p, const std::vector<uint8_t>& bytes) {
   uint32_t middle = 0;
   for (size_t i = 1; i < bytes.size(); i += 3) middle |= bytes[i];
@@ -119,23 +119,23 @@ struct RawBytes {
   std::array<double, 8> evenness;  // by period: 2, 3, 5, 7
 };
 
-// How alike neighbours are, and how well the bytes go with the groups.
-double fitOf(const Packed& p, const RawBytes& dump, const Samples& s) {
-  const auto& even = dump.evenness;
+// How similar neighbours are, and how well the bytes match the groups.
+double fitOf(const Packed& p, const RawBytes& raw, const Samples& s) {
+  const auto& even = raw.evenness;
   const double bytes =
       p.bytes > 1 ? 1 - even[p.bytes] : std::min({even[2], even[3], even[5], even[7]});
   const double far = unlike(s);
   return far > kFlat ? bytes * std::max(0.0, 1 - difference(s, 2) / far) : 0;
 }
 
-void addGuesses(const Packed& p, const RawBytes& dump, const std::optional<Size>& known,
+void addGuesses(const Packed& p, const RawBytes& raw, const std::optional<Size>& known,
                 std::vector<Guess>& guesses) {
-  const auto& bytes = dump.bytes;
+  const auto& bytes = raw.bytes;
   if (bytes.size() % p.bytes || (p.bytes == 3 && !fitsThree(p, bytes))) return;
   const std::vector<Size> sizes = sizesOf(bytes.size() / p.bytes * p.pixels, p, known);
   if (sizes.empty()) return;
   const Samples s = unpack(p, bytes);
-  const double fit = fitOf(p, dump, s);
+  const double fit = fitOf(p, raw, s);
   for (const Shape& shape : shapesOf(s, sizes)) {
     Guess g{};
     g.width = shape.size.width;
@@ -143,7 +143,7 @@ void addGuesses(const Packed& p, const RawBytes& dump, const std::optional<Size>
     g.packing = p.packing;
     g.bits = p.bits;
     g.score = std::cbrt(fit * shape.score);
-    if (p.bytes == 2) describeWords(s, g);
+    if (p.bytes == 2) describe16Bit(s, g);
     describePhase(s, g);
     guesses.push_back(g);
   }
@@ -153,10 +153,10 @@ void addGuesses(const Packed& p, const RawBytes& dump, const std::optional<Size>
 
 std::vector<Guess> guessFormat(const std::vector<uint8_t>& bytes, const std::optional<Size>& size) {
   constexpr size_t kMax = 8;
-  RawBytes dump{bytes, {}};
-  for (const uint32_t period : {2u, 3u, 5u, 7u}) dump.evenness[period] = evenness(bytes, period);
+  RawBytes raw{bytes, {}};
+  for (const uint32_t period : {2u, 3u, 5u, 7u}) raw.evenness[period] = evenness(bytes, period);
   std::vector<Guess> guesses;
-  for (const Packed& p : kPackings) addGuesses(p, dump, size, guesses);
+  for (const Packed& p : kPackings) addGuesses(p, raw, size, guesses);
   std::stable_sort(guesses.begin(), guesses.end(),
                    [](const Guess& a, const Guess& b) { return a.score > b.score; });
   if (guesses.size() > kMax) guesses.resize(kMax);

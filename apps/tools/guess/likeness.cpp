@@ -25,8 +25,8 @@ double unlike(const Samples& s) {
 }
 
 double evenness(const std::vector<uint8_t>& bytes, uint32_t period) {
-  double least = HUGE_VAL, most = 0;
-  uint32_t everywhere = 255, anywhere = 0;  // bits that are ever set
+  double min = HUGE_VAL, max = 0;
+  uint32_t everywhere = 255, anywhere = 0;  // bits set at all positions, and at any
   for (uint32_t k = 0; k < period; ++k) {
     Samples every((bytes.size() - k + period - 1) / period);
     uint32_t set = 0;
@@ -34,11 +34,11 @@ double evenness(const std::vector<uint8_t>& bytes, uint32_t period) {
     everywhere &= set;
     anywhere |= set;
     const double likeness = difference(every, 2) / unlike(every);
-    least = std::min(least, likeness);
-    most = std::max(most, likeness);
+    min = std::min(min, likeness);
+    max = std::max(max, likeness);
   }
   if (std::popcount(anywhere & ~everywhere) >= 2) return 0;
-  return most > 0 ? least / most : 1;
+  return max > 0 ? min / max : 1;
 }
 
 }  // namespace vistrel::app

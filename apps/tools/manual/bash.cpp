@@ -1,4 +1,4 @@
-// The completion for bash. It needs nothing but bash itself.
+// The completion for bash. It needs only bash itself.
 #include "apps/tools/manual/description.h"
 
 namespace vistrel::app {
@@ -11,7 +11,7 @@ std::string namesOf(const CommandText& command) {
   return joined(names, " ");
 }
 
-// What follows an option that takes a value. Files are bash's default where nothing is offered.
+// Completes the value of an option. Without a suggestion, bash offers files by default.
 std::string action(const OptionText& option) {
   const std::string words = option.words.empty() ? "" : "words='" + joined(option.words, " ") + "'";
   if (option.kind == Value::kFile) return words.empty() ? "return" : words;

@@ -10,7 +10,7 @@
 namespace vistrel::app {
 namespace {
 
-// The words that "a|b|c", "1..4" and "2..6|FILE" stand for.
+// The words in placeholders such as "a|b|c", "1..4" and "2..6|FILE".
 std::vector<std::string> wordsOf(const std::string& value) {
   std::vector<std::string> words;
   static const std::regex range("([0-9]+)\\.\\.([0-9]+)"), word("[a-z0-9+-]+");
@@ -25,7 +25,7 @@ std::vector<std::string> wordsOf(const std::string& value) {
   return words;
 }
 
-// The words that the library has for a value.
+// The values that the library knows, or else those of the placeholder.
 std::vector<std::string> knownWords(const OptionText& option) {
   std::vector<std::string> words;
   if (option.value.rfind("PHASE", 0) == 0)
@@ -45,7 +45,7 @@ Value kindOf(const OptionText& option) {
   return option.words.empty() ? Value::kOther : Value::kWords;
 }
 
-// "Needs --size. Excludes --curve.", in the order of their names.
+// "Needs --size. Excludes --curve.", sorted by name.
 std::string relations(const CLI::Option& option) {
   std::string text;
   const auto add = [&text](const char* verb, const std::set<CLI::Option*>& others) {
@@ -78,8 +78,8 @@ OptionText textOf(const CLI::Option& option) {
   return text;
 }
 
-// Options of `app` and of the groups within it, which are nameless commands to CLI11, each with
-// a --help of its own.
+// Collects the options of `app` and of its groups. CLI11 represents a group as a nameless
+// subcommand with a --help of its own.
 void collect(CLI::App& app, bool isGroup, CommandText& command) {
   for (const CLI::Option* option : app.get_options()) {
     if (option->get_group().empty() || (isGroup && option == app.get_help_ptr())) continue;

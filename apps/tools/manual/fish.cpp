@@ -8,7 +8,7 @@ namespace {
 
 std::string quoted(const std::string& text) { return fmt::format("'{}'", escaped(text, "\\'")); }
 
-// -x: a value and no files. -r -F: a value, files among them.
+// -x: a value, but no files. -r -F: a value, which may be a file.
 std::string value(const OptionText& option) {
   const std::string words = option.words.empty() ? "" : " -a " + quoted(joined(option.words, " "));
   switch (option.kind) {

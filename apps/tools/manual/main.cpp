@@ -1,4 +1,4 @@
-// vistrel_manual FOLDER DATE: writes the program's man pages and completions into FOLDER.
+// vistrel_manual FOLDER DATE: writes the program's man pages and completions to FOLDER.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 

@@ -1,4 +1,4 @@
-// Man pages: one of the program, one of each command.
+// Man pages: one for the program and one for each command.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 namespace vistrel::app {
 namespace {
 
-// Text as roff takes it literally.
+// Escapes text for roff.
 std::string roff(const std::string& text) {
   std::string result;
   if (!text.empty() && (text[0] == '.' || text[0] == '\'')) result = "\\&";
@@ -61,7 +61,7 @@ class Page {
     for (const std::string& line : split(text, "\n")) out_ << roff(trimmed(line)) << "\n";
   }
 
-  // The paragraphs of a footer that are examples, or the others.
+  // Writes either the paragraphs with examples or the others.
   void footer(const std::string& text, bool examples) {
     for (const std::string& part : split(text, "\n\n")) {
       if ((part.rfind("Example", 0) == 0) != examples) continue;
@@ -75,7 +75,7 @@ class Page {
   std::ofstream out_;
 };
 
-// By groups, each at the place of its first option. "Options" is that of those that have none.
+// Writes options by group, in order of first appearance. "Options" is for those without a group.
 void writeOptions(const CommandText& command, Page& page) {
   std::vector<std::string> groups{"Options"};
   for (const OptionText& option : command.options)
@@ -88,7 +88,7 @@ void writeOptions(const CommandText& command, Page& page) {
   }
 }
 
-// What must be there as it must be typed, the rest in brackets.
+// Required arguments as they are typed, the rest in brackets.
 std::string synopsisOf(const CommandText& command) {
   std::string text = bold("vistrel " + command.name);
   for (const OptionText& p : command.positionals)
@@ -99,7 +99,7 @@ std::string synopsisOf(const CommandText& command) {
   return text + " [" + italic("OPTION") + "]...";
 }
 
-// A command that has no exit status of its own has the program's.
+// A command without an exit status section of its own gets the program's.
 void writeEnd(const CommandText& command, const ProgramText& program, Page& page) {
   page.section("EXIT STATUS");
   page.paragraph(command.exitStatus.empty() ? program.self.exitStatus : command.exitStatus);

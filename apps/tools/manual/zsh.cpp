@@ -1,4 +1,4 @@
-// The completion for zsh, by its _arguments.
+// The completion for zsh, based on _arguments.
 #include <fmt/format.h>
 
 #include "apps/tools/manual/description.h"
@@ -6,7 +6,7 @@
 namespace vistrel::app {
 namespace {
 
-// Within single quotes.
+// Quotes text for the shell.
 std::string quoted(const std::string& text) {
   std::string result = "'";
   for (const char c : text) result += c == '\'' ? std::string("'\\''") : std::string(1, c);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr uint32_t kBayerPhases = 4;
 
-// Demosaics into `picture`; returns the nanoseconds that it took.
+// Demosaics into `picture` and returns the time in nanoseconds.
 double demosaic(const vistrel_frame& frame, const Algorithm& algorithm, Image& picture) {
   vistrel_conversion conversion = defaultConversion(frame);
   conversion.algorithm = algorithm.row->code;
@@ -38,11 +38,10 @@ void checkReference(const Image& reference) {
   constexpr uint32_t kMin = 2 * kBorder + kWindow;
   const vistrel_layout& l = reference.layout;
   if (l.width < kMin || l.height < kMin)
-    throwError(
-        kRejected,
-        "{}x{} pixels: {}x{} or more are needed, as {} at each border do not count and SSIM's "
-        "window has {}",
-        l.width, l.height, kMin, kMin, kBorder, kWindow);
+    throwError(kRejected,
+               "{}x{} pixels: at least {}x{} are needed, since {} at each border do not count and "
+               "SSIM's window has {}",
+               l.width, l.height, kMin, kMin, kBorder, kWindow);
 }
 
 std::vector<Score> evaluateAll(const Image& reference, const std::vector<Algorithm>& algorithms) {

@@ -14,22 +14,22 @@ constexpr Paint kPicture{120, 160, 205}, kMean{176, 38, 38};
 constexpr int kScale = 2, kRow = 44, kMargin = 28;
 constexpr int kLeft = 250, kPlotWidth = 900, kRight = 320;
 
-// The whole decibels that the axis begins and ends with.
+// An axis between whole decibels.
 struct Axis {
-  int least, most, step;
+  int min, max, step;
   int top, bottom;  // of the plot
 
-  double x(double cpsnr) const { return kLeft + kPlotWidth * (cpsnr - least) / (most - least); }
+  double x(double cpsnr) const { return kLeft + kPlotWidth * (cpsnr - min) / (max - min); }
 };
 
 Axis axisOf(const std::vector<Evaluation>& evaluations, int top, size_t rows) {
-  double least = 100, most = 0;
+  double min = 100, max = 0;
   for (const Evaluation& evaluation : evaluations)
     for (const Score& s : evaluation.scores)
-      if (std::isfinite(s.cpsnr)) least = std::min(least, s.cpsnr), most = std::max(most, s.cpsnr);
-  const int step = most - least > 30 ? 5 : most - least > 10 ? 2 : 1;
-  const int first = static_cast<int>(std::floor(std::min(least, most) / step)) * step;
-  const int last = std::max(first + step, static_cast<int>(std::ceil(most / step)) * step);
+      if (std::isfinite(s.cpsnr)) min = std::min(min, s.cpsnr), max = std::max(max, s.cpsnr);
+  const int step = max - min > 30 ? 5 : max - min > 10 ? 2 : 1;
+  const int first = static_cast<int>(std::floor(std::min(min, max) / step)) * step;
+  const int last = std::max(first + step, static_cast<int>(std::ceil(max / step)) * step);
   return {first, last, step, top, top + static_cast<int>(rows) * kRow};
 }
 
@@ -38,13 +38,13 @@ void centred(Canvas& canvas, double x, int y, const std::string& line, Paint pai
 }
 
 void drawAxis(Canvas& canvas, const Axis& axis) {
-  for (int value = axis.least; value <= axis.most; value += axis.step) {
+  for (int value = axis.min; value <= axis.max; value += axis.step) {
     const int x = static_cast<int>(axis.x(value));
     canvas.box(x, axis.top, 1, axis.bottom - axis.top + 6, kPale);
     centred(canvas, x, axis.bottom + 12, fmt::to_string(value), kInk);
   }
   centred(canvas, kLeft + kPlotWidth / 2, axis.bottom + 38,
-          fmt::format("CPSNR in dB, {} pixels at each border left out", kBorder), kInk);
+          fmt::format("CPSNR in dB, {} pixels at each border excluded", kBorder), kInk);
 }
 
 void drawRow(Canvas& canvas, const Axis& axis, int y, const std::string& label, size_t algorithm,

@@ -76,7 +76,7 @@ std::vector<float> Evaluator::planeOf(const Image& image, uint32_t channel) cons
   return plane;
 }
 
-// Where the whole window lies in the plane.
+// Only positions where the whole window lies inside the plane.
 std::vector<float> Evaluator::blurred(const std::vector<float>& plane) const {
   const size_t width = width_ - kWindow + 1, height = height_ - kWindow + 1;
   std::vector<float> alongRows(width * height_), result(width * height);

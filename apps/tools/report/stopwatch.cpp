@@ -18,7 +18,7 @@ class Run {
     pixels_.resize(layoutOf(frame, conversion_).bytes);
   }
 
-  // Nanoseconds a pixel.
+  // Nanoseconds per pixel.
   double time() {
     const auto begin = std::chrono::steady_clock::now();
     convertInto(frame_, conversion_, pixels_);

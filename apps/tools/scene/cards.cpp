@@ -33,7 +33,7 @@ bool inTurnedSquare(const Spot& s, double centreX, double half) {
                   std::abs(x * std::sin(kTurn) + y * std::cos(kTurn))) < half;
 }
 
-// Lit from the left above: shade and highlight of a sphere of radius 1 at (x, y) of its disc.
+// Shading and highlight of a unit sphere at (x, y) of its disc, lit from the top left.
 Rgb lit(Rgb colour, double x, double y) {
   const double z = std::sqrt(std::max(0.0, 1 - x * x - y * y));
   const double light = std::max(0.0, -0.48 * x - 0.58 * y + 0.66 * z);
@@ -44,7 +44,7 @@ Rgb lit(Rgb colour, double x, double y) {
 }  // namespace
 
 Rgb zonePlate(const Spot& s) {
-  constexpr double kFinest = 0.4;  // cycles a pixel, at the card's nearest side
+  constexpr double kFinest = 0.4;  // cycles per pixel, at the nearer edge of the card
   const double phase = pi * kFinest * (s.x * s.x + s.y * s.y) / s.radius();
   return mix(kInk, kPaper, 0.5 + 0.5 * std::cos(phase));
 }
@@ -95,7 +95,7 @@ Rgb spheres(const Spot& s) {
 
 Rgb letters(const Spot& s) {
   const double width = 1.76 * std::min(s.halfWidth, 1.4 * s.halfHeight);
-  const auto scaleOf = [width](std::string_view line) {  // 0: the line is too long for the card
+  const auto scaleOf = [width](std::string_view line) {  // 0 if the line is too long for the card
     return static_cast<int>(width / (static_cast<int>(line.size()) * kGlyphAdvance - 1));
   };
   double height = 0;

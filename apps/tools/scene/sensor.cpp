@@ -7,7 +7,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr int kProbes = 3;  // of a pixel's area, either way
+constexpr int kProbes = 3;  // per pixel, in each direction
 
 Rgb average(const Scene& scene, uint32_t x, uint32_t y) {
   Rgb sum{0, 0, 0};
@@ -23,7 +23,7 @@ double filtered(Rgb light, uint32_t phase, uint32_t x, uint32_t y) {
   return channels[channelAt(phase, x, y)];
 }
 
-// A pure function of its arguments, so that a pixel's noise depends on no other pixel's.
+// splitmix64: a pure function, so that the noise of a pixel depends on no other pixel.
 uint64_t scramble(uint64_t v) {
   v += 0x9E3779B97F4A7C15;
   v = (v ^ (v >> 30)) * 0xBF58476D1CE4E5B9;
@@ -31,7 +31,7 @@ uint64_t scramble(uint64_t v) {
   return v ^ (v >> 31);
 }
 
-// Mean 0, standard deviation 1, nearly normal: four evenly spread numbers added.
+// Mean 0, standard deviation 1, nearly normal: the sum of four uniformly distributed numbers.
 double normal(uint64_t seed, uint32_t x, uint32_t y) {
   const uint64_t v = scramble(scramble(seed) ^ (uint64_t{y} << 32 | x));
   const double sum =
@@ -39,7 +39,7 @@ double normal(uint64_t seed, uint32_t x, uint32_t y) {
   return (sum / 65535 - 2) * std::sqrt(3.0);
 }
 
-// Light arrives in grains: the deviation grows with its root, from a floor.
+// Shot noise: the deviation grows with the square root of the light, above a floor.
 double noisy(double light, const Sensor& sensor, uint32_t x, uint32_t y) {
   const double deviation = sensor.noise / 100 * std::sqrt(std::max(light, 0.02));
   return light + deviation * normal(sensor.seed, x, y);
@@ -59,15 +59,15 @@ Image expose(const Scene& scene, uint32_t width, uint32_t height, const Sensor& 
   Image image{layoutOf(width, height, sensor.bits), {}};
   image.pixels.resize(image.layout.bytes);
   const size_t sampleBytes = sensor.bits > 8 ? 2 : 1;
-  const double most = (1 << sensor.bits) - 1;
+  const double fullScale = (1 << sensor.bits) - 1;
   uint8_t* to = image.pixels.data();
   for (uint32_t y = 0; y < height; ++y) {
     for (uint32_t x = 0; x < width; ++x, to += sampleBytes) {
       const double light = filtered(average(scene, x, y), sensor.phase, x, y);
-      const double value = std::clamp(noisy(light, sensor, x, y), 0.0, 1.0) * most + 0.5;
-      const auto word = static_cast<uint16_t>(value);
-      const auto byte = static_cast<uint8_t>(word);
-      sampleBytes == 2 ? std::memcpy(to, &word, 2) : std::memcpy(to, &byte, 1);
+      const double value = std::clamp(noisy(light, sensor, x, y), 0.0, 1.0) * fullScale + 0.5;
+      const auto sample = static_cast<uint16_t>(value);
+      const auto byte = static_cast<uint8_t>(sample);
+      sampleBytes == 2 ? std::memcpy(to, &sample, 2) : std::memcpy(to, &byte, 1);
     }
   }
   return image;

@@ -34,14 +34,14 @@ void addTones(std::vector<Case>& cases) {
   }
 }
 
-// Any number, from which another place's number can't be guessed.
+// A pseudo-random number for each position.
 uint32_t noise(uint32_t x, uint32_t y) {
   uint32_t v = x * 73856093u ^ y * 19349663u;
   v = (v ^ v >> 13) * 0x5BD1E995u;
   return v ^ v >> 15;
 }
 
-// Of 0..65535, in bands of 29 columns.
+// 0..65535, in bands of 29 columns.
 uint32_t lightAt(uint32_t x, uint32_t y) {
   switch (x / 29) {
     case 0: return noise(x, y) & 65535;
