@@ -1,4 +1,4 @@
-// A file that is not finished, at the end of the program.
+// Temporary files when the program ends.
 #include "apps/files/atomic_file.h"
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ void startAndRaise(const Scratch& scratch, int signal) {
   AtomicFile file(scratch / "out.png"), second(scratch / "second.png");
   std::fputs("half a picture", file.stream());
   std::fflush(file.stream());
-  if (scratch.names().size() != 3) _exit(1);  // they do stand beside out.png meanwhile
+  if (scratch.names().size() != 3) _exit(1);  // both temporary files exist beside out.png
   std::raise(signal);
 }
 
@@ -46,7 +46,7 @@ TEST(AtomicFileDeathTest, SignalsLeaveNothing) {
   }
 }
 
-// Threads that begin files all the time, and an end between any two of their steps.
+// Threads create files all the time; the program may end between any two of their steps.
 void startThreadsAndRaise(const Scratch& scratch, int microseconds) {
   installSignalHandlers();
   for (int i = 0; i < 4; ++i)
@@ -84,7 +84,7 @@ void limitFileSize(rlim_t bytes) {
   setrlimit(RLIMIT_FSIZE, &limit);
 }
 
-// A write that fails for a while, unseen, and what the caller sees at the end.
+// A write fails temporarily and unnoticed; commit() must still report it.
 void failEarly(const std::filesystem::path& path) {
   installSignalHandlers();
   AtomicFile file(path);
@@ -92,12 +92,12 @@ void failEarly(const std::filesystem::path& path) {
   for (int i = 0; i < 10000; ++i) std::fputs("a line that does not fit\n", file.stream());
   limitFileSize(RLIM_INFINITY);
   std::fputs("the last line\n", file.stream());
-  if (std::fflush(file.stream()) != 0) _exit(1);  // by now the stream takes all
+  if (std::fflush(file.stream()) != 0) _exit(1);  // now the stream accepts everything
   const Outcome outcome = attempt([&file] { file.commit(); });
   _exit(outcome.status == kInputOutput ? 0 : 2);
 }
 
-TEST(AtomicFileDeathTest, AWriteThatFailedLongAgoIsRemembered) {
+TEST(AtomicFileDeathTest, RemembersAnEarlierFailedWrite) {
   const Scratch scratch;
   scratch.write("out.png", "old");
   EXPECT_EXIT(failEarly(scratch / "out.png"), ExitedWithCode(0), "");
@@ -122,7 +122,7 @@ TEST(AtomicFile, ManyAtOnce) {
   for (const std::string& name : scratch.names()) EXPECT_EQ(scratch.read(name), name);
 }
 
-TEST(AtomicFile, RefusesMoreThanItCanRemove) {
+TEST(AtomicFile, RejectsMoreFilesThanItCanRemove) {
   const Scratch scratch;
   std::vector<std::unique_ptr<AtomicFile>> files;
   for (int i = 0; i < 256; ++i)

@@ -1,4 +1,4 @@
-// Files of every kind that are not what they should be: refused with the reason, never a crash.
+// Invalid files of every kind: rejected with the reason, never a crash.
 #include <gtest/gtest.h>
 
 #include "tests/apps/fits_file.h"
@@ -18,7 +18,7 @@ struct BadFiles : ::testing::Test {
     EXPECT_EQ(result.err, "vistrel: " + name + ": " + text + "\n");
     EXPECT_EQ(result.out, "");
   }
-  // Cut anywhere, a file is refused or, where nothing that counts is lost, read.
+  // Wherever a file is truncated, it is rejected or, if nothing important is missing, read.
   void cutEverywhere(const std::string& name, size_t step) const {
     const std::string whole = scratch.read(name);
     for (size_t size = 0; size < whole.size(); size += step) {
@@ -62,7 +62,7 @@ TEST_F(BadFiles, TiffOfOtherKinds) {
   });
 }
 
-// A directory by hand: libtiff writes nothing so wrong.
+// A directory written by hand, since libtiff would not write it.
 std::string tiffOf(const std::vector<std::vector<uint32_t>>& tags) {
   std::string file("II*\0\x08\0\0\0", 8);
   const auto put = [&file](uint32_t value, int bytes) {
@@ -99,8 +99,8 @@ TEST_F(BadFiles, TiffOfWrongSizes) {
              "TIFF: compression 6: none (1), LZW (5), deflate (8) and PackBits (32773) are read");
 }
 
-// The header is longer than the samples, so that the file has room enough for them.
-TEST_F(BadFiles, TiffWhoseSamplesAreCut) {
+// The header is longer than the samples, so that the file has enough bytes for them.
+TEST_F(BadFiles, TiffWithTruncatedSamples) {
   scratch.write("in.tif", tiffOf({{256, 4},
                                   {257, 4},
                                   {258, 16},
@@ -114,7 +114,7 @@ TEST_F(BadFiles, TiffWhoseSamplesAreCut) {
                  "the file is too short: 32 bytes of samples are to begin at byte 100 of its 122");
 }
 
-TEST_F(BadFiles, TiffCutAnywhere) {
+TEST_F(BadFiles, TiffTruncatedAnywhere) {
   TiffSpec spec;
   spec.cfa = {0, 1, 1, 2};
   spec.inSubdirectory = spec.isDng = true;
@@ -147,7 +147,7 @@ TEST_F(BadFiles, Fits) {
        vistrel::fits(cards(16, {"2", "2"}), std::string(8, '\xFF')));
 }
 
-TEST_F(BadFiles, FitsThatCfitsioRefuses) {
+TEST_F(BadFiles, FitsThatCfitsioRejects) {
   const std::string file = vistrel::fits(cards(8, {"2", "2"}), "abcd");
   for (const std::string& bad :
        {std::string("SIMPLE  ="), file.substr(0, 1000), file.substr(0, 2880) + "ab",
@@ -160,7 +160,7 @@ TEST_F(BadFiles, FitsThatCfitsioRefuses) {
   }
 }
 
-TEST_F(BadFiles, FitsCutAnywhere) {
+TEST_F(BadFiles, FitsTruncatedAnywhere) {
   scratch.write("in.fits", vistrel::fits(cards(16, {"40", "30"}), std::string(2400, 1)));
   cutEverywhere("in.fits", 241);
 }
@@ -196,7 +196,7 @@ TEST_F(BadFiles, CameraRaw) {
   cutEverywhere("in.nef", 501);
 }
 
-TEST_F(BadFiles, NothingIsKnown) {
+TEST_F(BadFiles, UnknownFormat) {
   scratch.write("in.bin", "what is this");
   expectRejected("in.bin", "unknown kind of frame; -s WxH reads headerless raw files");
   scratch.write("in.tif", "");

@@ -1,4 +1,4 @@
-// Files that are not what they should be.
+// Invalid input.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -16,7 +16,7 @@ uint32_t plain(uint32_t, uint32_t) { return 100; }
 struct BadInput : ::testing::Test {
   Scratch scratch;
 
-  // The program names the file and the reason, exits as it should and leaves nothing behind.
+  // The program names the file and the reason, ends with the right status and leaves no file.
   void expect(int status, const std::string& text, const std::string& options) const {
     const auto before = scratch.names();
     const Finished result = scratch.vistrel("convert in.pgm -o out.png " + options);
@@ -40,7 +40,7 @@ TEST_F(BadInput, Folder) {
   expect(3, "there is no frame in this folder", "--phase mono");
 }
 
-TEST_F(BadInput, FileCutAnywhere) {
+TEST_F(BadInput, FileTruncatedAnywhere) {
   //                     0   3          13     19   23
   const std::string header("P5\n# comment\n40 30\n255\n");
   const std::string file = header + std::string(40 * 30, 'x');
@@ -79,7 +79,7 @@ TEST_F(BadInput, StreamOfImages) {
                  "--phase mono --frame 2");
 }
 
-TEST_F(BadInput, SixteenBitFileCutInASample) {
+TEST_F(BadInput, SixteenBitFileTruncatedInASample) {
   const std::string file = pgm(5, 4, 4095, plain);
   expectRejected(file.substr(0, file.size() - 1),
                  "the file is too short: 5x4 samples of 16 bits do not fit its 51 bytes");
@@ -161,7 +161,7 @@ TEST_F(BadInput, FormatForTheOtherKindOfFrame) {
                  "--phase rggb --window 1");
 }
 
-TEST_F(BadInput, PhaseThatNobodyTells) {
+TEST_F(BadInput, UnspecifiedPhase) {
   expectRejected(
       pgm(4, 4, 255, plain),
       "--phase is missing, and the file does not specify it. It names the colours of the 2x2 "
@@ -170,7 +170,7 @@ TEST_F(BadInput, PhaseThatNobodyTells) {
       "");
 }
 
-TEST_F(BadInput, NameThatTellsNothing) {
+TEST_F(BadInput, NameWithoutBitsAndPhase) {
   expectRejected(pgm(4, 4, 255, plain),
                  "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in "
                  "rose_12b_rggb.pgm",
@@ -191,7 +191,7 @@ TEST_F(BadInput, PictureTypeForTheOtherKindOfFrame) {
       "vistrel: in.pgm: a mono frame becomes gray, and out.ppm holds colour: use .pgm or .png\n");
 }
 
-TEST_F(BadInput, DumpThatIsTooShort) {
+TEST_F(BadInput, HeaderlessFileThatIsTooShort) {
   scratch.write("in.pgm", std::string(99, 'x'));
   expect(3, "the file is too short: 10x10 samples of 8 bits do not fit its 99 bytes",
          "--phase mono -s 10x10 --bits 8");

@@ -1,4 +1,4 @@
-// Many frames at once: which are done, which are not, and what is told of them.
+// Many frames at once: which are done, which are not, and what is reported.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 using Names = std::vector<std::string>;
 
-// Frames a.pgm, b.pgm, c.pgm of one value each, a minute old, and one that is none.
+// Frames a.pgm, b.pgm, c.pgm of one value each, a minute old, and an invalid one.
 struct Batch : ::testing::Test {
   Scratch scratch;
   Batch() {
@@ -48,10 +48,10 @@ struct Batch : ::testing::Test {
   }
 };
 
-// Three bytes are left over; the remark on them comes once, though gains differ between the frames.
-TEST_F(Batch, RemarksOnAnInputAreSaidOnce) {
+// Three bytes are left over; the warning appears once, although gains differ between the frames.
+TEST_F(Batch, WarningsAboutAnInputAppearOnce) {
   std::string other(64, '\x20');
-  other[0] = '\x40';  // red alone
+  other[0] = '\x40';  // only red
   scratch.write("in.raw", std::string(64, '\x10') + other + std::string(64, '\x10') + "end");
   const Finished result =
       scratch.vistrel("convert in.raw -s 8x8 --bits 8 --phase rggb --wb auto -o out");
@@ -72,7 +72,7 @@ TEST_F(Batch, HasAStreamForEveryWorker) {
       << result.err;
 }
 
-TEST_F(Batch, LinksThatLeadNowhereAreNoFrames) {
+TEST_F(Batch, DanglingLinksAreIgnored) {
   fs::create_directory(scratch / "in");
   fs::create_symlink("loop", scratch / "in/loop.pgm");
   put("in/a.pgm", 7);
@@ -91,11 +91,11 @@ TEST_F(Batch, StopsAfterTheFirstFailure) {
   EXPECT_FALSE(fs::exists(scratch / "out/b.png"));
 }
 
-TEST_F(Batch, LeavesWhatIsUpToDate) {
+TEST_F(Batch, SkipsWhatIsUpToDate) {
   EXPECT_EQ(convert("a.pgm b.pgm").err, "");
   put("a.pgm", 7);
   age("a.pgm", -60);  // later than its picture
-  put("b.pgm", 8);    // as old as before: nothing tells that it differs
+  put("b.pgm", 8);    // as old as before, so the change goes unnoticed
   const Finished again = convert("a.pgm b.pgm");
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(again.err,
@@ -107,7 +107,7 @@ TEST_F(Batch, LeavesWhatIsUpToDate) {
   EXPECT_EQ(valueOf("out/b.png"), 8u);
 }
 
-TEST_F(Batch, APictureThatIsNamedIsAlwaysMade) {
+TEST_F(Batch, ANamedPictureIsAlwaysMade) {
   for (const uint32_t value : {5u, 6u}) {
     put("a.pgm", value);
     EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o a.png").err, "");
@@ -147,7 +147,7 @@ TEST_F(Batch, EveryFrameOfAFileGetsAPicture) {
   EXPECT_EQ(valueOf("one.png"), 10u * 'b' % 256);
 }
 
-TEST_F(Batch, TooManyFramesAreRefused) {
+TEST_F(Batch, TooManyFramesAreRejected) {
   scratch.write("dots.raw", std::string(1'000'001, ' '));
   const Finished result = convert("dots.raw -s 1x1 --bits 8");
   EXPECT_EQ(result.status, 3);
@@ -166,7 +166,7 @@ TEST_F(Batch, AFolderStandsForItsFiles) {
   EXPECT_EQ(std::distance(fs::directory_iterator(scratch / "out"), {}), 2);
 }
 
-TEST_F(Batch, OfAFolderFramesAloneAreTaken) {
+TEST_F(Batch, OnlyFramesOfAFolderAreRead) {
   fs::create_directory(scratch / "in");
   put("in/x.PGM", 1);
   scratch.write("in/README.txt", "about x.pgm");
@@ -179,17 +179,17 @@ TEST_F(Batch, OfAFolderFramesAloneAreTaken) {
   EXPECT_EQ(pgm.status, 0);
   EXPECT_EQ(json::parse(pgm.out).at("warnings"),
             json{"in: ignoring files without the extension of a frame: README.txt and 2 more"});
-  const Finished dumps = convert("in -s 4x3 --bits 8 --overwrite");
-  EXPECT_EQ(dumps.status, 0);
+  const Finished headerless = convert("in -s 4x3 --bits 8 --overwrite");
+  EXPECT_EQ(headerless.status, 0);
   EXPECT_EQ(
-      dumps.err,
+      headerless.err,
       "vistrel: in: ignoring files without the extension of a frame: README.txt and 2 more\n");
   EXPECT_EQ(valueOf("out/y.png"), uint32_t{'1'});
   scratch.write("in/bad.png", "");
   EXPECT_EQ(convert("in --keep-going --overwrite").status, 1) << "a frame by name, but damaged";
 }
 
-TEST_F(Batch, AFolderWithoutFramesIsRefused) {
+TEST_F(Batch, AFolderWithoutFramesIsRejected) {
   fs::create_directory(scratch / "empty");
   EXPECT_EQ(convert("empty").status, 3);
   EXPECT_EQ(convert("empty").err, "vistrel: empty: there is no frame in this folder\n");
@@ -197,7 +197,7 @@ TEST_F(Batch, AFolderWithoutFramesIsRefused) {
   EXPECT_TRUE(fs::exists(scratch / "out/a.png"));
 }
 
-TEST_F(Batch, PicturesDoNotGoAmongTheFramesOfAFolder) {
+TEST_F(Batch, PicturesAreNotWrittenAmongTheFramesOfAFolder) {
   fs::create_directory(scratch / "in");
   put("in/x.pgm", 1);
   fs::create_directory_symlink("in", scratch / "link");
@@ -208,12 +208,12 @@ TEST_F(Batch, PicturesDoNotGoAmongTheFramesOfAFolder) {
             "vistrel: -o link: it is the input folder in, where the next run would take .png "
             "pictures for frames; choose another folder, or name the frames one by one\n");
   EXPECT_EQ(scratch.names(), before);
-  // Pictures of other kinds stand in nobody's way, nor do they beside frames that are named.
+  // Pictures of other types are harmless there, and so are pictures beside frames given by name.
   for (const std::string run : {"in --type ppm", "in --type ppm", "in/x.pgm", "in/x.pgm"})
     EXPECT_EQ(scratch.vistrel("convert --phase rggb -o in " + run).status, 0) << run;
 }
 
-TEST_F(Batch, StandardOutputTakesThePictureOfOneInput) {
+TEST_F(Batch, StandardOutputTakesASinglePicture) {
   fs::create_directory(scratch / "in");
   put("in/x.pgm", 1);
   for (const std::string inputs : {"a.pgm b.pgm", "in"})
@@ -230,8 +230,8 @@ TEST_F(Batch, StandardOutputTakesThePictureOfOneInput) {
   EXPECT_EQ(none.err, "vistrel: -o: the name of a picture or of a folder is expected\n");
 }
 
-// Nothing is done, and it is not for all inputs that something is known.
-TEST_F(Batch, StatusWhereNothingIsDone) {
+// Nothing is done, and not every input has been tried.
+TEST_F(Batch, StatusIfNothingIsDone) {
   EXPECT_EQ(convert("bad.pgm a.pgm b.pgm").status, 1) << "the others were not begun";
   EXPECT_EQ(convert("missing.pgm a.pgm b.pgm").status, 4);
   EXPECT_EQ(convert("a.pgm missing.pgm b.pgm").status, 1) << "one is done";
@@ -239,7 +239,7 @@ TEST_F(Batch, StatusWhereNothingIsDone) {
   EXPECT_EQ(scratch.names(), (Names{"a.pgm", "b.pgm", "bad.pgm", "c.pgm", "out/a.png"}));
 }
 
-TEST_F(Batch, NoInputIsWrittenOver) {
+TEST_F(Batch, NoInputIsOverwritten) {
   EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o b.png").err, "");
   const std::string picture = scratch.read("b.png");
   const Finished result = scratch.vistrel("convert b.pgm b.png --phase mono -o . --overwrite");
@@ -261,7 +261,7 @@ TEST_F(Batch, DryRunWritesNothing) {
   EXPECT_EQ(scratch.names(), before);
 }
 
-TEST_F(Batch, DryRunFailsWhereTheRunWould) {
+TEST_F(Batch, DryRunFailsIfTheRunWould) {
   fs::create_directory(scratch / "full");
   for (const std::string folder : {"", "full", "out"})
     fs::permissions(scratch / folder, folder == "full" ? fs::perms{0555} : fs::perms{0777});
@@ -269,7 +269,7 @@ TEST_F(Batch, DryRunFailsWhereTheRunWould) {
   scratch.write("lines", "");
   fs::permissions(scratch / "lines", fs::perms{0444});
   const auto nobody = [] {
-    if (geteuid() == 0 && setuid(65534) != 0) _exit(99);  // whom permissions bind
+    if (geteuid() == 0 && setuid(65534) != 0) _exit(99);  // a user without special permissions
   };
   for (const std::string options :
        {"-o no/a.png", "-o full/a.png", "-o full", "-o out/device.png", "-o a.pgm/a.png",
@@ -283,21 +283,21 @@ TEST_F(Batch, DryRunFailsWhereTheRunWould) {
   }
 }
 
-TEST_F(Batch, WhatIsLeftOutOfADumpIsTold) {
-  scratch.write("dump.raw", std::string(100, ' '));  // two frames of 49
-  const std::string dump = "convert dump.raw -s 7x7 --bits 8 --phase mono -o out ";
+TEST_F(Batch, TrailingBytesCauseAWarning) {
+  scratch.write("frames.raw", std::string(100, ' '));  // two frames of 49
+  const std::string command = "convert frames.raw -s 7x7 --bits 8 --phase mono -o out ";
   const std::string warning = "2 bytes after the last frame are ignored";
-  const std::string line = "vistrel: dump.raw: " + warning + "\n";
-  EXPECT_EQ(scratch.vistrel(dump + "--dry-run").err, line);
-  const Finished result = scratch.vistrel(dump + "--json");
+  const std::string line = "vistrel: frames.raw: " + warning + "\n";
+  EXPECT_EQ(scratch.vistrel(command + "--dry-run").err, line);
+  const Finished result = scratch.vistrel(command + "--json");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err, line) << "once, not for each frame";
   const json outputs = json::parse(result.out).at("inputs").at(0).at("outputs");
   EXPECT_EQ(outputs.at(1).at("warnings"), json{warning});
-  EXPECT_EQ(scratch.vistrel("unpack dump.raw -s 7x7 --pixfmt Mono8 -o x.pgm").err, line);
-  scratch.write("dump.raw", std::string(99, ' '));
-  EXPECT_EQ(scratch.vistrel(dump + "--overwrite").err,
-            "vistrel: dump.raw: 1 byte after the last frame is ignored\n");
+  EXPECT_EQ(scratch.vistrel("unpack frames.raw -s 7x7 --pixfmt Mono8 -o x.pgm").err, line);
+  scratch.write("frames.raw", std::string(99, ' '));
+  EXPECT_EQ(scratch.vistrel(command + "--overwrite").err,
+            "vistrel: frames.raw: 1 byte after the last frame is ignored\n");
 }
 
 TEST_F(Batch, JsonReport) {
@@ -341,7 +341,7 @@ TEST_F(Batch, AlwaysAndNeverShowABar) {
   EXPECT_EQ(convert("a.pgm --overwrite --progress never").err, "");
 }
 
-TEST(ProgressStats, TellsRateAndRemainingTime) {
+TEST(ProgressStats, HasRateAndRemainingTime) {
   app::ProgressStats s;
   s.total = 8;
   EXPECT_EQ(app::barOf(s), "[....................] 0/8");
@@ -359,7 +359,7 @@ TEST(ProgressStats, TellsRateAndRemainingTime) {
   EXPECT_LT(app::barOf(s).size(), 80u);
 }
 
-TEST(Workers, DoEveryTaskOnceAndTellOfEach) {
+TEST(RunTasks, RunsAndReportsEveryTaskOnce) {
   for (const unsigned threads : {1u, 3u, 100u}) {
     std::vector<std::atomic<int>> run(50);
     std::multiset<size_t> ended;
@@ -373,15 +373,15 @@ TEST(Workers, DoEveryTaskOnceAndTellOfEach) {
   }
 }
 
-TEST(Workers, HaveANumberEach) {
+TEST(RunTasks, NumbersThreads) {
   constexpr size_t kThreads = 4;
-  std::array<std::set<std::thread::id>, kThreads> threads;  // of each number
+  std::array<std::set<std::thread::id>, kThreads> threads;  // by number
   std::atomic<size_t> numbers = 0;
   app::runTasks({40,
                  [&](size_t, size_t worker) {
                    if (threads.at(worker).empty()) ++numbers;
                    threads[worker].insert(std::this_thread::get_id());
-                   // None goes on before all have begun.
+                   // None continues before all have started.
                    while (numbers < kThreads) std::this_thread::yield();
                    return true;
                  },
@@ -395,7 +395,7 @@ TEST(Workers, HaveANumberEach) {
   EXPECT_EQ(all.size(), kThreads);
 }
 
-TEST(Workers, BeginNoMoreAfterAFailure) {
+TEST(RunTasks, StartsNoMoreAfterAFailure) {
   std::atomic<size_t> last = 0;
   app::runTasks({1000,
                  [&](size_t i, size_t) {
@@ -408,7 +408,7 @@ TEST(Workers, BeginNoMoreAfterAFailure) {
   EXPECT_EQ(last, 5u);
 }
 
-TEST(Workers, HandOnWhatIsThrown) {
+TEST(RunTasks, RethrowsExceptions) {
   for (const unsigned threads : {1u, 4u})
     EXPECT_THROW(app::runTasks({8,
                                 [](size_t i, size_t) -> bool {

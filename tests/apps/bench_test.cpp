@@ -1,4 +1,4 @@
-// vistrel bench, from outside.
+// vistrel bench, as a process.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -47,7 +47,7 @@ TEST_F(Bench, Text) {
   EXPECT_EQ(result.out.find("bilinear"), std::string::npos);
 }
 
-TEST_F(Bench, Refusals) {
+TEST_F(Bench, Errors) {
   EXPECT_EQ(scratch.vistrel("bench in.pgm --phase mono").status, 3);
   EXPECT_EQ(scratch.vistrel("bench none.pgm --phase rggb").status, 4);
   EXPECT_EQ(scratch.vistrel("bench in.pgm --phase rggb --rounds 0").status, 2);

@@ -1,4 +1,5 @@
-// Phases of crops and mirrored frames, against frames of letters that are really cut and turned.
+// Phases of crops and mirrored frames, compared with frames of letters that are really cropped and
+// rotated.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,7 +13,7 @@
 namespace vistrel {
 namespace {
 
-TEST(Cfa, CapitalsAreTheSame) {
+TEST(Cfa, CaseIsIgnored) {
   const Scratch scratch;
   EXPECT_EQ(scratch.vistrel("cfa RGGB").out, scratch.vistrel("cfa rggb").out);
   EXPECT_EQ(scratch.vistrel("cfa RGGB").status, 0);
@@ -62,7 +63,7 @@ TEST(Cfa, Crops) {
             phaseOf(cropped(frame(phase, 8, 8), 4, 4, x + 2, y)));
 }
 
-TEST(Cfa, FlipsAndTurns) {
+TEST(Cfa, FlipsAndRotations) {
   for (const std::string& phase : kPhases)
     for (size_t width : {6, 7})
       for (size_t height : {4, 5}) {
@@ -74,7 +75,7 @@ TEST(Cfa, FlipsAndTurns) {
       }
 }
 
-TEST(Cfa, CropThenFlipThenTurn) {
+TEST(Cfa, CropThenFlipThenRotate) {
   const Letters crop = cropped(frame("grbg", 9, 9), 5, 4, 1, 2);
   EXPECT_EQ(resultOf("grbg -s 9x9 --crop 5x4+1+2 --flip h --rotate 180"), phaseOf(flippedV(crop)));
 }
@@ -109,7 +110,7 @@ TEST(Cfa, Text) {
             "FFmpeg           bayer_bggr8 bayer_bggr16le bayer_bggr16be\n");
 }
 
-TEST(Cfa, Refusals) {
+TEST(Cfa, Errors) {
   const Scratch scratch;
   const struct {
     const char *arguments, *text;

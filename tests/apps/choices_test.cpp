@@ -31,7 +31,8 @@ TEST_F(Choices, EveryAlgorithmGivesItsOwnPicture) {
   }
 }
 
-// Green of a flat area with one bright site is smoothed only where its range is below a threshold.
+// Green of a flat area with one bright site is smoothed only where its range is below the
+// threshold.
 TEST_F(Choices, ThresholdReachesTheEdgeAlgorithm) {
   scratch.write("in.pgm",
                 pgm(40, 30, 255, [](auto x, auto y) { return 100 + texture(x, y) % 20; }));
@@ -64,7 +65,7 @@ TEST_F(Choices, GrayIsLumaOrTheLibrarysOwn) {
   picture = convert("--format gray16");
   EXPECT_EQ(picture.significant, 10u);
   EXPECT_EQ(picture.samples, std::vector<uint16_t>(120, 512 * 64 + 32));
-  // Of mono frames it is what they are made of anyway.
+  // For mono frames it makes no difference.
   ASSERT_EQ(scratch.vistrel("convert in.pgm -o out.pgm --phase mono --format gray16").status, 0);
   EXPECT_EQ(scratch.read("out.pgm"), scratch.read("in.pgm"));
 }
@@ -88,14 +89,14 @@ TEST_F(Choices, AlphaDoesNotFitAPpm) {
             ".pam or .png\n");
 }
 
-// What agrees is no contradiction.
-TEST_F(Choices, DepthAndFormatThatSayTheSame) {
+// Options that agree do not conflict.
+TEST_F(Choices, DepthAndFormatThatAgree) {
   scratch.write("in.pgm", pgm(12, 10, 1023, texture));
   EXPECT_EQ(convert("--depth 16 --format bgr48").samples, convert("--depth 16").samples);
   EXPECT_EQ(convert("--depth 8 --format bgr24 --type png").samples, convert("").samples);
 }
 
-TEST_F(Choices, WithoutEffectAreTold) {
+TEST_F(Choices, WithoutEffectCauseAWarning) {
   scratch.write("in.pgm", pgm(12, 10, 255, [](uint32_t x, uint32_t y) { return x * y; }));
   const std::string convert = "convert in.pgm -o out.pgm ";
   const Finished mono =
@@ -109,7 +110,7 @@ TEST_F(Choices, WithoutEffectAreTold) {
             "vistrel: in.pgm: --depth reduce10 has no effect: the frame has 8 bits\n");
 }
 
-TEST_F(Choices, RawGrayOfACompactImageIsRefused) {
+TEST_F(Choices, RawGrayOfACompactImageIsRejected) {
   scratch.write("in.pgm", pgm(8, 8, 255, [](uint32_t, uint32_t) { return 65; }));
   const Finished result =
       scratch.vistrel("convert in.pgm --phase rggb --format gray8 --gray raw -a near -o out.png");

@@ -12,7 +12,7 @@ namespace {
 
 uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 3 + 7 * x * y + (x ^ y) * 29) % 256; }
 
-// How often `small`, each pixel `zoom` wide and high, lies in `large`.
+// How often `small`, magnified by `zoom`, occurs in `large`.
 int timesIn(const Picture& large, const Picture& small, uint32_t zoom) {
   const auto lies = [&](uint32_t left, uint32_t top) {
     for (uint32_t y = 0; y < small.height * zoom; ++y)
@@ -53,7 +53,7 @@ struct Compare : ::testing::Test {
   }
 };
 
-// What is shown is a part of the whole frame's conversion: the crop has no border of its own.
+// The crop is part of the whole frame's conversion: it has no border effects.
 TEST_F(Compare, ShowsTheCropOnceForEachAlgorithm) {
   scratch.write("in.pgm", pgm(90, 70, 255, texture));
   const Picture all = sheet("--crop 12x9+40+31 --zoom 2");
@@ -83,7 +83,7 @@ TEST_F(Compare, HasABlockForEachFrame) {
   EXPECT_GT(sheet("b.pgm").height, 2 * one - 20);
 }
 
-TEST_F(Compare, ReducesWhatHasTooManyBits) {
+TEST_F(Compare, ReducesFramesWithTooManyBits) {
   scratch.write("in.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return texture(x, y) * 16; }));
   const Picture all = sheet("--zoom 1 -a laroche");
   ASSERT_EQ(
@@ -92,7 +92,7 @@ TEST_F(Compare, ReducesWhatHasTooManyBits) {
   EXPECT_EQ(timesIn(all, readPng(scratch / "one.png"), 1), 1);
 }
 
-TEST_F(Compare, TellsWhatOptionsContradict) {
+TEST_F(Compare, WarnsIfOptionsContradictTheFile) {
   scratch.write("in.pgm", pgm(40, 30, 1023, texture));
   const Finished result =
       scratch.vistrel("compare in.pgm --phase rggb --bits 12 -a bilinear -o out.png");
@@ -100,7 +100,7 @@ TEST_F(Compare, TellsWhatOptionsContradict) {
   EXPECT_EQ(result.err, "vistrel: in.pgm: using 12 bits; the file says 10\n");
 }
 
-TEST_F(Compare, Refusals) {
+TEST_F(Compare, Errors) {
   scratch.write("in.pgm", pgm(40, 30, 255, texture));
   expectFailure("--phase rggb -o out.pgm", 2, "-o out.pgm: a sheet is a .png or .ppm");
   expectFailure(

@@ -1,4 +1,4 @@
-// From frames to pictures whose samples can be told by hand.
+// From frames to pictures whose samples can be worked out by hand.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -26,7 +26,7 @@ void expectPlain(const Picture& picture, const std::vector<uint16_t>& colour) {
     ASSERT_EQ(picture.samples[i], colour[i % colour.size()]) << "sample " << i;
 }
 
-TEST(Convert, MonoPgmStaysAsItIs) {
+TEST(Convert, MonoPgmIsUnchanged) {
   const Scratch scratch;
   const std::string file = pgm(17, 5, 255, slope);
   scratch.write("in.pgm", file);
@@ -34,7 +34,7 @@ TEST(Convert, MonoPgmStaysAsItIs) {
   EXPECT_EQ(scratch.read("out.pgm"), file);
 }
 
-TEST(Convert, WordsOfAPgmHaveTheHighByteFirst) {
+TEST(Convert, SixteenBitPgmIsBigEndian) {
   const Scratch scratch;
   const std::string file = pgm(17, 5, 4095, slope);
   scratch.write("in.pgm", file);
@@ -45,7 +45,7 @@ TEST(Convert, WordsOfAPgmHaveTheHighByteFirst) {
             pgm(17, 5, 255, [](uint32_t x, uint32_t y) { return slope(x, y) >> 4; }));
 }
 
-TEST(Convert, CommentsAndAnyWhiteSpaceMayStandInAHeader) {
+TEST(Convert, HeadersMayHaveCommentsAndAnyWhiteSpace) {
   const Scratch scratch;
   const std::string samples = "\n#9 abcdef";  // the first is a newline, the second a hash
   scratch.write("in.pgm", "P5 #made by hand\n\t# 9 9\r\n5#wide\n \v\f2\n#\n\n255 " + samples);
@@ -61,13 +61,13 @@ TEST(Convert, DepthFollowsMaxval) {
   const auto top = [](uint32_t maxval) {
     return pgm(1, 1, maxval, [=](uint32_t, uint32_t) { return maxval; });
   };
-  // All bits set at the depth that was found come out as 255 in eight bits.
+  // If all bits of the detected depth are set, the result is 255.
   for (const uint32_t maxval : {511u, 1023u, 2047u, 4095u, 8191u, 16383u, 32767u, 65535u}) {
     scratch.write("in.pgm", top(maxval));
     expectDone(scratch.vistrel("convert in.pgm --phase mono -o out.png"));
     EXPECT_EQ(readPng(scratch / "out.png").samples[0], 255) << maxval;
   }
-  scratch.write("in.pgm", top(4092));  // no depth: counts as 16 bits
+  scratch.write("in.pgm", top(4092));  // unspecified depth: 16 bits
   EXPECT_EQ(
       scratch.vistrel("convert in.pgm --phase mono -o out.png").err,
       "vistrel: in.pgm: using 16 bits, only 12 of which are set; --bits 12 would use those\n");
@@ -100,7 +100,7 @@ TEST(Convert, PpmHasRedGreenBlue) {
   EXPECT_EQ(scratch.read("out.ppm"), "P6\n2 2\n1023\n" + pixel + pixel + pixel + pixel);
 }
 
-// Ten bits are spread over sixteen by repeating the highest ones: v * 64 + v / 16.
+// Ten bits are scaled to sixteen by repeating the highest ones: v * 64 + v / 16.
 TEST(Convert, PngOfSixteenBitsReachesFromBlackToWhite) {
   const Scratch scratch;
   scratch.write("in.pgm", pgm(1024, 1, 1023, [](uint32_t x, uint32_t) { return x; }));
@@ -160,9 +160,9 @@ TEST(Convert, MaskDropsExcessBits) {
   expectPlain(readPng(scratch / "out.png"), {128});
 }
 
-TEST(Convert, DumpsHaveNoHeader) {
+TEST(Convert, HeaderlessRawFile) {
   const Scratch scratch;
-  // Two rows of three words, after a byte, four bytes apart from row to row.
+  // Two rows of three 16-bit samples, after one byte, with four bytes of padding.
   scratch.write("in.raw", std::string("?\x01\x00\x02\x00\x00\x03....\x00\x01\x00\x02\x03\x00", 17));
   const std::string options =
       "convert in.raw -s 3x2 --bits 12 --phase mono --depth 16 --skip 1 --stride 10 -o out.pgm ";
@@ -176,7 +176,7 @@ TEST(Convert, DumpsHaveNoHeader) {
       "P5\n3 2\n4095\n" + std::string("\x01\x00\x02\x00\x00\x03\x00\x01\x00\x02\x03\x00", 12));
 }
 
-TEST(Convert, NameTellsBitsAndPhase) {
+TEST(Convert, NameSpecifiesBitsAndPhase) {
   const Scratch scratch;
   scratch.write("a_10b_rggb.pgm", pgm(4, 4, 65535, plainRggb));
   expectDone(scratch.vistrel("convert a_10b_rggb.pgm --from-name -o out.png"));
@@ -184,7 +184,7 @@ TEST(Convert, NameTellsBitsAndPhase) {
   scratch.write("a_9b.pgm", pgm(4, 4, 65535, [](uint32_t, uint32_t) { return 100; }));
   expectDone(scratch.vistrel("convert a_9b.pgm --from-name -o out.png"));
   expectPlain(readPng(scratch / "out.png"), {50});
-  // What is said outright counts more.
+  // Options override it.
   EXPECT_EQ(scratch.vistrel("convert a_9b.pgm --from-name --bits 8 --phase grbg -o out.png").err,
             "vistrel: a_9b.pgm: using 8 bits; its name says 9\n"
             "vistrel: a_9b.pgm: using grbg; its name says mono\n");

@@ -1,6 +1,6 @@
 /*
- * For LD_PRELOAD: writes to descriptor 9, when the program ends, how many streams were taken and
- * given back, and how many conversions were others, without a stream of the caller's.
+ * For LD_PRELOAD: when the program ends, writes to descriptor 9 how many streams it acquired and
+ * released, and how many conversions ran without a stream of the caller's.
  */
 #define _GNU_SOURCE
 #include <dlfcn.h>
@@ -32,6 +32,6 @@ int32_t vistrel_convert(const void* frame, const void* conversion, const void* i
   return convert(frame, conversion, image, error);
 }
 
-__attribute__((destructor)) static void tell(void) {
+__attribute__((destructor)) static void report(void) {
   dprintf(9, "%d taken, %d back, %d others", taken, given_back, others);
 }

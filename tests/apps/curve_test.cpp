@@ -62,7 +62,7 @@ TEST_F(Curve, FileIsMissing) {
   expectFailure("it is not a regular file", 4);
 }
 
-TEST_F(Curve, EntriesThatAreNone) {
+TEST_F(Curve, InvalidEntries) {
   expectRefused("# x\n1 2\n3 256 5\n", "line 3: 256: 0 to 255 are allowed");
   expectRefused("1\n99999999999\n", "line 2: 99999999999: 0 to 255 are allowed");
   expectRefused("1\n\n-1\n", "line 3: \"-1\": a number is expected");
@@ -81,7 +81,7 @@ TEST_F(Curve, TooFewOrTooMany) {
   expectRefused(falling("\n", 4096) + "0", "more than 4096 entries");
 }
 
-TEST_F(Curve, PgmThatIsNone) {
+TEST_F(Curve, InvalidPgm) {
   expectRefused("P5\n1024 1\n255\nabc",
                 "the file is too short: 1024x1 samples of 8 bits do not fit its 17 bytes");
   expectRefused(pgm(1024, 1, 65535, [](uint32_t x, uint32_t) { return x == 7 ? 256 : 0; }),
@@ -90,7 +90,7 @@ TEST_F(Curve, PgmThatIsNone) {
                 "256 entries: 1024 are expected, one for each value of ten bits, or 2048 or 4096");
 }
 
-TEST_F(Curve, FrameThatItDoesNotServe) {
+TEST_F(Curve, FrameOfTheWrongDepth) {
   scratch.write("curve", falling("\n", 2048));
   EXPECT_EQ(convert().err,
             "vistrel: in.pgm: --curve curve: 2048 entries: samples of 12 bits take 1024 or 4096\n");

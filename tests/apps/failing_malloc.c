@@ -1,7 +1,7 @@
 /*
- * For LD_PRELOAD: runs a program's main() again and again, each time in a child of its own, and
- * lets the first, the second, the third allocation of it fail, until none is left. Writes
- * a line "n status" for each to descriptor 9, where status is that of wait().
+ * For LD_PRELOAD: runs a program's main() repeatedly, each time in a child process, and lets its
+ * first, second, third allocation fail and so on, until there are no more. For each run it writes
+ * a line "n status" to descriptor 9, where status is that of wait().
  */
 #define _GNU_SOURCE
 #include <dlfcn.h>
@@ -22,7 +22,7 @@ extern void* __libc_memalign(size_t, size_t);
 
 static Main real_main;
 static long left;    /* allocations until the one that fails; 0: none does */
-static int* reached; /* in memory that parent and child share */
+static int* reached; /* shared by parent and child */
 
 static int fails(void) {
   if (left == 0 || --left != 0) return 0;

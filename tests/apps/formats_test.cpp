@@ -1,4 +1,4 @@
-// Names of phases and formats, against lists written by hand.
+// Names of phases and formats, compared with lists written by hand.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -139,7 +139,7 @@ TEST(Formats, EveryNameOfTheHandWrittenLists) {
   for (const Named& f : kOthers) expectFormat(f.name, f.phase, f.bits, f.packing);
 }
 
-// So nothing stands in the table that the lists do not have.
+// So the table contains nothing that is missing in the lists.
 TEST(Formats, NoOtherPfncOrV4l2Names) {
   size_t pfnc = 0, v4l2 = 0;
   for (const app::PixelFormat& f : app::pixelFormats()) {
@@ -185,7 +185,7 @@ TEST(Formats, Phases) {
   }
 }
 
-// The conventions say one thing in several ways: each is derived from our letters.
+// All conventions' names can be derived from our letters.
 TEST(Formats, PhaseNamesAgree) {
   for (uint32_t phase = 0; phase < 4; ++phase) {
     const app::PhaseNames& n = app::phaseNames(phase);

@@ -1,4 +1,4 @@
-// Files of several frames, and what they tell of themselves.
+// Files of several frames, and what they say about themselves.
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -37,7 +37,7 @@ TEST_F(Frames, StreamOfPgms) {
   EXPECT_EQ(info("in.pgm --frame 2", said)["mean"], 30);
 }
 
-TEST_F(Frames, DumpOfSeveral) {
+TEST_F(Frames, HeaderlessFileOfSeveralFrames) {
   scratch.write("in.raw", "head" + std::string("aaxbbxccxddxe"));
   const std::string options = "in.raw -s 2x2 --bits 8 --skip 4 --stride 3 ";
   const std::string said = "vistrel: in.raw: 1 byte after the last frame is ignored\n";
@@ -49,26 +49,26 @@ TEST_F(Frames, DumpOfSeveral) {
   EXPECT_EQ(info(options + "--frame 1", said)["max"], 'd');
 }
 
-TEST_F(Frames, LastRowOfADumpNeedsNoPadding) {
+TEST_F(Frames, LastHeaderlessRowNeedsNoPadding) {
   scratch.write("in.raw", "aaxbbxccxdd");
   EXPECT_EQ(info("in.raw -s 2x2 --bits 8 --stride 3")["frames"], 2);
   EXPECT_EQ(info("in.raw -s 2x2 --bits 8 --stride 3")["trailing_bytes"], 0);
 }
 
-// The samples 0x3FF, 0, 0x155, 1: in each packing by hand.
-TEST_F(Frames, DumpsByTheNameOfTheirFormat) {
+// The samples 0x3FF, 0, 0x155, 1, packed by hand.
+TEST_F(Frames, HeaderlessFilesByPixelFormat) {
   using namespace std::string_literals;
-  const std::pair<const char*, std::string> dumps[] = {
+  const std::pair<const char*, std::string> files[] = {
       {"BayerRG10p", "\xFF\x03\x50\x55\x00"s},  // 0x155 << 20 | 1 << 30, lowest byte first
       {"BayerRG10Packed", "\xFF\x03\x00\x55\x11\x00"s},
       {"pRAA", "\xFF\x00\x55\x00\x53"s},
       {"rggb10le", "\xFF\x03\x00\x00\x55\x01\x01\x00"s}};
-  for (const auto& [name, bytes] : dumps) {
+  for (const auto& [name, bytes] : files) {
     scratch.write("in.raw", bytes);
     const std::string arguments = std::string("in.raw -s 4x1 --pixfmt ") + name;
-    const auto told = info(arguments);
-    EXPECT_EQ(told["phase"], "rggb") << name;
-    EXPECT_EQ(told["bits"], 10) << name;
+    const auto description = info(arguments);
+    EXPECT_EQ(description["phase"], "rggb") << name;
+    EXPECT_EQ(description["bits"], 10) << name;
     const Finished result =
         scratch.vistrel("convert " + arguments + " --phase mono --depth 16 -o out.pgm");
     EXPECT_EQ(result.status, 0) << result.err;
@@ -76,7 +76,7 @@ TEST_F(Frames, DumpsByTheNameOfTheirFormat) {
   }
 }
 
-TEST_F(Frames, DumpOfHighBits) {
+TEST_F(Frames, HeaderlessFileOfHighBits) {
   scratch.write("in.raw", std::string("\xFF\xC0\x00\x40\x55\x40", 6));
   const std::string arguments = "in.raw -s 3x1 --bits 10 --endian big --align high";
   EXPECT_EQ(info(arguments)["full_scale"], 0xFFC0);
@@ -107,7 +107,7 @@ TEST_F(Frames, HighBitsOfFilesWithAHeader) {
             "vistrel: in.pgm: --align high: it applies to 16-bit samples only\n");
 }
 
-TEST_F(Frames, DumpsThatDoNotGoTogether) {
+TEST_F(Frames, ConflictingOptionsOfHeaderlessFiles) {
   scratch.write("in.raw", std::string(40, 'x'));
   const auto expect = [this](const std::string& options, const std::string& text) {
     const Finished result = scratch.vistrel("info in.raw -s 4x2 " + options);
@@ -121,7 +121,7 @@ TEST_F(Frames, DumpsThatDoNotGoTogether) {
          "the file is too short: 4x2 samples of 12 bits do not fit the 10 bytes after --skip 30");
 }
 
-TEST_F(Frames, DumpsThatHaveAHeader) {
+TEST_F(Frames, HeaderlessFilesWithAHeader) {
   const auto expectNote = [this](const std::string& begin, const std::string& kind) {
     scratch.write("in.raw", begin + std::string(416 - begin.size(), 'x'));
     const std::string note =
@@ -146,18 +146,19 @@ TEST_F(Frames, DumpsThatHaveAHeader) {
   EXPECT_EQ(scratch.vistrel("info in.raw -s 4x4 --bits 8").err, "");
 }
 
-TEST_F(Frames, WhatOptionsContradict) {
+TEST_F(Frames, OptionsThatContradictTheFile) {
   scratch.write("in.pgm", flat(600, 1023));
   info("in.pgm --bits 10");
-  const auto told = info("in.pgm --bits 12", "vistrel: in.pgm: using 12 bits; the file says 10\n");
-  EXPECT_EQ(told["bits"], 12);
+  const auto description =
+      info("in.pgm --bits 12", "vistrel: in.pgm: using 12 bits; the file says 10\n");
+  EXPECT_EQ(description["bits"], 12);
   for (const char* dry : {"", " --dry-run"}) {
     const auto convert = "convert in.pgm --bits 12 --phase mono -o out.png" + std::string(dry);
     EXPECT_EQ(scratch.vistrel(convert).err, "vistrel: in.pgm: using 12 bits; the file says 10\n");
   }
 }
 
-TEST_F(Frames, BitsThatNobodyTells) {
+TEST_F(Frames, UnspecifiedBits) {
   const auto said = [this](const std::string& arguments) {
     const Finished result = scratch.vistrel("convert " + arguments + " --phase mono -o out.png");
     EXPECT_EQ(result.status, 0) << arguments;
@@ -181,7 +182,7 @@ TEST_F(Frames, BitsThatNobodyTells) {
   }
 }
 
-TEST_F(Frames, WhatTheNameTellsOtherwise) {
+TEST_F(Frames, OptionsThatContradictTheName) {
   scratch.write("a_10b_grbg.pgm", flat(600, 1023));
   EXPECT_EQ(
       scratch.vistrel("convert a_10b_grbg.pgm --from-name --phase rggb --bits 16 -o o.png").err,

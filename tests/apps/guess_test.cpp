@@ -1,4 +1,4 @@
-// vistrel guess, from outside.
+// vistrel guess, as a process.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -13,7 +13,7 @@ TEST(Guess, Program) {
   const Scratch scratch;
   scratch.vistrel("scene -s 400x300 --bits 12 --phase gbrg -o scene.pgm");
   const std::string pgm = scratch.read("scene.pgm");
-  scratch.write("in.raw", pgm.substr(pgm.size() - 400 * 300 * 2));  // high byte first
+  scratch.write("in.raw", pgm.substr(pgm.size() - 400 * 300 * 2));  // big-endian
   const Finished result = scratch.vistrel("guess in.raw --json");
   ASSERT_EQ(result.status, 0) << result.err;
   const auto best = nlohmann::json::parse(result.out)[0];
@@ -24,7 +24,7 @@ TEST(Guess, Program) {
   EXPECT_EQ(best["command"],
             "vistrel convert in.raw -s 400x300 --bits 12 --endian big --phase grbg -o guess.png");
   EXPECT_EQ(best["phases"], (nlohmann::json{"grbg", "gbrg"}));
-  // The line works as it stands.
+  // The command line works.
   EXPECT_EQ(scratch.vistrel(best["command"].get<std::string>().substr(8)).status, 0);
   EXPECT_NE(scratch.vistrel("guess in.raw").out.find("Red and blue cannot be told apart"),
             std::string::npos);
@@ -46,7 +46,7 @@ void expectRefusal(const Scratch& scratch, const std::string& arguments, int sta
   EXPECT_EQ(result.out, "");
 }
 
-TEST(Guess, Refusals) {
+TEST(Guess, Errors) {
   const Scratch scratch;
   expectRefusal(scratch, "none.raw", 4, "none.raw: cannot be read: No such file or directory");
   for (const int bytes : {0, 255}) {

@@ -1,4 +1,4 @@
-// Whether first guesses are right: scenes and real frames, dumped in every packing.
+// Whether first guesses are right, for scenes and real frames in every packing.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -16,8 +16,8 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-// Samples of the frame, without the bits that the format has no room for.
-Bytes dumpOf(const vistrel_frame& frame, const app::PixelFormat& format) {
+// The frame's samples in that format, without the bits that don't fit.
+Bytes packed(const vistrel_frame& frame, const app::PixelFormat& format) {
   std::vector<uint16_t> samples(size_t{frame.width} * frame.height);
   for (size_t i = 0; i < samples.size(); ++i) {
     const uint16_t sample = frame.bytes_per_sample == 1
@@ -28,17 +28,17 @@ Bytes dumpOf(const vistrel_frame& frame, const app::PixelFormat& format) {
   return app::packRow(format, samples.data(), samples.size());
 }
 
-// How many first guesses are right, of how many dumps.
+// How many first guesses are right, of how many files.
 struct Share {
   size_t formats = 0, phases = 0, all = 0;  // formats: size, packing and the bits of packed ones
   std::string wrong;
 };
 
-// Of that frame in every packing for which it has bits enough.
+// Guesses that frame in every packing for which it has enough bits.
 void evaluate(const std::string& name, const vistrel_frame& frame, Share& share) {
   for (const app::PixelFormat& format : app::pixelFormats()) {
     if (format.phase != frame.phase || format.bits > frame.bits) continue;
-    const auto guesses = app::guessFormat(dumpOf(frame, format));
+    const auto guesses = app::guessFormat(packed(frame, format));
     const app::Guess best = guesses.empty() ? app::Guess{} : guesses[0];
     const bool words =
         format.packing == VISTREL_PACKING_LITTLE || format.packing == VISTREL_PACKING_BIG;
@@ -77,8 +77,8 @@ TEST(Guess, Scenes) {
   EXPECT_EQ(share.all, 4u * 14);
 }
 
-// Their names tell bits and phase. Of a nebula that is mostly noise, some are missed;
-// docs/program.md tells how many.
+// Their names specify bits and phase. Some guesses about a nebula that is mostly noise are wrong;
+// docs/program.md says how many.
 TEST(Guess, RealFrames) {
   const auto frames = framesIn("bayer");
   if (frames.empty()) GTEST_SKIP() << "no real frames";
@@ -91,15 +91,15 @@ TEST(Guess, RealFrames) {
     evaluate(name, file.read(), name.find("ngc7023") == std::string::npos ? clear : nebula);
   }
   std::printf(
-      "clear frames: size and packing right in %zu, green in %zu of %zu dumps\n"
-      "nebula: size and packing right in %zu, green in %zu of %zu dumps\n%s",
+      "clear frames: size and packing right in %zu, green in %zu of %zu files\n"
+      "nebula: size and packing right in %zu, green in %zu of %zu files\n%s",
       clear.formats, clear.phases, clear.all, nebula.formats, nebula.phases, nebula.all,
       nebula.wrong.c_str());
   EXPECT_EQ(clear.formats, clear.all) << clear.wrong;
   EXPECT_EQ(clear.phases, clear.all) << clear.wrong;
 }
 
-// Words of 10 bits in the high places, of a size that is told.
+// 16-bit samples with 10 significant high bits, of a known size.
 TEST(Guess, KnownSizeAndHighBits) {
   std::vector<uint16_t> samples;
   for (uint32_t y = 0; y < 60; ++y)

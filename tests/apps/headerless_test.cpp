@@ -1,4 +1,4 @@
-// Raw frames made of pictures, and packed dumps made plain again.
+// Raw frames made from pictures, and headerless raw files unpacked.
 #include <gtest/gtest.h>
 
 #include <fmt/format.h>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr uint32_t kWidth = 7, kHeight = 5;
 
-// Another value for each place and channel.
+// A different value for each position and channel.
 uint32_t colourAt(uint32_t x, uint32_t y, uint32_t channel, uint32_t most) {
   return (x * 7919 + y * 104729 + channel * 1299709) % (most + 1);
 }
@@ -42,7 +42,7 @@ std::string mosaicPgm(const std::string& phase, uint32_t most, uint32_t maxval) 
   });
 }
 
-TEST(Mosaic, EveryPhaseOfBytes) {
+TEST(Mosaic, EveryPhaseOfEightBits) {
   const Scratch scratch;
   writePicture<uint8_t>(scratch / "in.png", PNG_FORMAT_RGB);
   for (const std::string phase : {"rggb", "bggr", "grbg", "gbrg"}) {
@@ -64,7 +64,7 @@ TEST(Mosaic, Depths) {
   }
 }
 
-// The PPM of a picture: bytes, or words with the high byte first.
+// A PPM of the picture: 8-bit samples, or big-endian 16-bit ones.
 std::string ppm(uint32_t maxval) {
   std::string file = fmt::format("P6\n{} {}\n{}\n", kWidth, kHeight, maxval);
   for (uint32_t y = 0; y < kHeight; ++y)
@@ -93,7 +93,7 @@ TEST(Mosaic, Ppm) {
             "vistrel: in.ppm: the file is too short: 2x1 pixels do not fit its 16 bytes\n");
 }
 
-TEST(Mosaic, Refusals) {
+TEST(Mosaic, Errors) {
   const Scratch scratch;
   writePicture<uint8_t>(scratch / "in.png", PNG_FORMAT_RGB);
   EXPECT_EQ(scratch.vistrel("mosaic in.png -o in.png").status, 2);
@@ -139,7 +139,7 @@ TEST(Unpack, BytesOfTheDefinitions) {
   }
 }
 
-// Seven columns: every packing has an unfinished group at the end of a row.
+// Seven columns: in every packing a row ends with an incomplete group.
 TEST(Unpack, WhatMosaicPacks) {
   const Scratch scratch;
   writePicture<uint16_t>(scratch / "in.png", PNG_FORMAT_LINEAR_RGB);
@@ -166,7 +166,7 @@ TEST(Unpack, WhatMosaicPacks) {
   }
 }
 
-TEST(Unpack, RawWords) {
+TEST(Unpack, SixteenBitRaw) {
   const Scratch scratch;
   scratch.write("in.raw", "\x12\x63\x45");
   EXPECT_EQ(scratch.vistrel("unpack in.raw -s 2x1 --pixfmt Mono12Packed -o out.raw").err, "");
@@ -184,7 +184,7 @@ TEST(Unpack, Places) {
   EXPECT_EQ(scratch.read("out.raw"), "efgh");
 }
 
-TEST(Unpack, EveryFrameOfADump) {
+TEST(Unpack, EveryFrameOfAFile) {
   const Scratch scratch;
   scratch.write("in.raw", "abcdefgh?");  // two frames and a byte
   const std::string unpack = "unpack in.raw -s 2x2 --pixfmt GREY -o ";
@@ -221,7 +221,7 @@ TEST(Unpack, ContinuousRows) {
   EXPECT_EQ(scratch.vistrel(unpack + " --stride 5").status, 2);
 }
 
-TEST(Unpack, Refusals) {
+TEST(Unpack, Errors) {
   const Scratch scratch;
   scratch.write("in.raw", "abcdef");
   const std::string unpack = "unpack in.raw -o out.pgm ";

@@ -1,4 +1,4 @@
-// What the program tells of a frame.
+// vistrel info, as a process.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -31,7 +31,7 @@ TEST(Info, AllKeys) {
   EXPECT_EQ(infoOf(fourSamples(1023, {4, 1020, 8, 1020})), expected);
 }
 
-TEST(Info, DepthThatNothingTellsIsTheUsedOne) {
+TEST(Info, UnspecifiedDepthIsTheUsedOne) {
   const auto info = infoOf(fourSamples(65535, {1, 4095, 4095, 4095}));
   EXPECT_EQ(info["bits"], 16);
   EXPECT_EQ(info["bits_used"], 12);
@@ -39,7 +39,7 @@ TEST(Info, DepthThatNothingTellsIsTheUsedOne) {
   EXPECT_EQ(info["percent_saturated"], 75.0);
 }
 
-TEST(Info, DepthThatIsToldCounts) {
+TEST(Info, SpecifiedDepthCounts) {
   const auto info = infoOf(fourSamples(65535, {1, 900, 4095, 5000}), "--bits 12");
   EXPECT_EQ(info["bits"], 12);
   EXPECT_EQ(info["bits_used"], 13);

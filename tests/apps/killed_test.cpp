@@ -1,4 +1,4 @@
-// A batch that is ended in its midst, and several workers.
+// A batch that is killed, and several workers.
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
@@ -66,7 +66,7 @@ struct Killed : ::testing::Test {
   }
 
   // Sends the signal while the program has finished some pictures and is writing another one;
-  // returns the status of wait(). Where the program was faster, it begins anew.
+  // returns the status of wait(). Starts again if the program finished first.
   int endWith(int signal, const std::string& options) const {
     for (;;) {
       for (const auto& [name, bytes] : filesIn("out")) fs::remove(scratch / ("out/" + name));
@@ -95,7 +95,7 @@ TEST_F(Killed, LeavesWhatASecondRunCompletes) {
   }
 }
 
-TEST_F(Killed, InterruptsLeaveWholeFilesAlone) {
+TEST_F(Killed, InterruptsLeaveOnlyCompleteFiles) {
   EXPECT_EQ(scratch.vistrel(command("whole", "")).err, "");
   Files whole = filesIn("whole");
   for (const auto& [signal, expected] : {std::pair{SIGINT, 130}, {SIGTERM, 143}}) {
@@ -105,7 +105,7 @@ TEST_F(Killed, InterruptsLeaveWholeFilesAlone) {
   }
 }
 
-TEST_F(Killed, FilesOfRunningProgramsStay) {
+TEST_F(Killed, KeepsFilesOfRunningPrograms) {
   const pid_t child = start(command("out", "-j 2"));
   int status = 0;
   while (!inTheMidst() && waitpid(child, &status, WNOHANG) == 0) usleep(200);
@@ -126,7 +126,7 @@ TEST_F(Killed, WorkersMakeNoDifference) {
   EXPECT_TRUE(filesIn("out") == filesIn("whole"));
 }
 
-// Pictures take 90,000 bytes and more each.
+// Pictures take at least 90,000 bytes each.
 TEST_F(Killed, WorkersThatCannotWriteLoseNothing) {
   EXPECT_EQ(scratch.vistrel(command("whole", "")).err, "");
   const Files whole = filesIn("whole");
@@ -149,7 +149,7 @@ TEST_F(Killed, WorkersThatCannotWriteLoseNothing) {
   EXPECT_TRUE(filesIn("out") == whole);
 }
 
-// Some pictures find room and others do not, in the place of old ones.
+// There is space for some new pictures in place of old ones, but not for all.
 TEST_F(Killed, WorkersOnAFullDiskLoseNothing) {
   EXPECT_EQ(scratch.vistrel(command("whole", "")).err, "");
   const Files whole = filesIn("whole");
@@ -189,13 +189,16 @@ TEST_F(Killed, WorkersOnAFullDiskLoseNothing) {
 TEST_F(Killed, AWorkerHoldsOneStream) {
   for (const auto& [options, workers] : {std::pair{"-j 1", 1}, {"-j 4", 4}, {"--dry-run", 0}}) {
     const Finished result = scratch.run(
-        {"sh", "-c", "LD_PRELOAD=$0 exec \"$1\" " + command("out", options) + " --overwrite 9>told",
+        {"sh", "-c",
+         "LD_PRELOAD=$0 exec \"$1\" " + command("out", options) + " --overwrite 9>streams",
          VISTREL_COUNT_STREAMS, VISTREL_PROGRAM});
     EXPECT_EQ(result.status, 0) << result.err;
     int taken = 0, back = 0, others = 0;
-    const std::string told = scratch.read("told");
-    ASSERT_EQ(std::sscanf(told.c_str(), "%d taken, %d back, %d others", &taken, &back, &others), 3);
-    EXPECT_TRUE(workers ? taken >= 1 && taken <= workers : taken == 0) << options << ": " << told;
+    const std::string streams = scratch.read("streams");
+    ASSERT_EQ(std::sscanf(streams.c_str(), "%d taken, %d back, %d others", &taken, &back, &others),
+              3);
+    EXPECT_TRUE(workers ? taken >= 1 && taken <= workers : taken == 0)
+        << options << ": " << streams;
     EXPECT_EQ(back, taken);
     EXPECT_EQ(others, 0);
   }
@@ -203,8 +206,8 @@ TEST_F(Killed, AWorkerHoldsOneStream) {
 #endif
 
 #ifdef VISTREL_FAILING_MALLOC
-// A small file's whole way, with each of the program's allocations failing once.
-TEST(FailingMalloc, IsToldAndLeavesNoHalfFile) {
+// Converts a small file with each of the program's allocations failing once.
+TEST(FailingMalloc, IsReportedAndLeavesNoPartialFile) {
   const Scratch scratch;
   scratch.write("in.pgm", "P5\n4 4\n255\n0123456789abcdef");
   const Finished result = scratch.run(

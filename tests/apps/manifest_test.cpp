@@ -1,4 +1,4 @@
-// A batch that records what it made, and finds it again.
+// A batch that keeps a manifest, and a later one that uses it.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -42,7 +42,7 @@ struct ManifestTest : ::testing::Test {
   }
 };
 
-TEST_F(ManifestTest, TellsWhatWasMadeOfWhat) {
+TEST_F(ManifestTest, RecordsWhatWasMadeFromWhat) {
   EXPECT_EQ(convert("--mask").err, "");
   ASSERT_EQ(lines().size(), 2u);
   const json line = lines()[0];
@@ -74,7 +74,7 @@ TEST_F(ManifestTest, RedoesWhatDiffers) {
   EXPECT_EQ(lines().size(), 2u);
 }
 
-TEST_F(ManifestTest, LooksIntoACurve) {
+TEST_F(ManifestTest, DependsOnTheContentOfACurve) {
   const auto curve = [this](const char* value) {
     std::string table;
     for (int i = 0; i < 1024; ++i) table += value;
@@ -89,8 +89,8 @@ TEST_F(ManifestTest, LooksIntoACurve) {
   EXPECT_EQ(made("--curve curve.txt"), 2u);
 }
 
-// What a run leaves that was killed while it wrote a line.
-TEST_F(ManifestTest, ALineWithoutItsEndDoesNotCount) {
+// As left by a run that was killed while it wrote a line.
+TEST_F(ManifestTest, AnIncompleteLineIsIgnored) {
   EXPECT_EQ(made(), 2u);
   const std::string whole = scratch.read("m.jsonl");
   scratch.write("m.jsonl", whole.substr(0, whole.size() - 1));
@@ -98,7 +98,7 @@ TEST_F(ManifestTest, ALineWithoutItsEndDoesNotCount) {
   EXPECT_EQ(scratch.read("m.jsonl"), whole);
 }
 
-TEST_F(ManifestTest, IsNoOtherFile) {
+TEST_F(ManifestTest, RejectsOtherFiles) {
   scratch.write("m.jsonl", "notes\n");
   const Finished result = convert();
   EXPECT_EQ(result.status, 4);

@@ -1,4 +1,4 @@
-// Files that a run needs or makes twice, and output that nobody gets.
+// Files that a run reads and writes, or writes twice, and output that is lost.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -21,7 +21,7 @@ struct NothingLost : ::testing::Test {
     fs::create_directory(scratch / "out");
     fs::create_directory_symlink("out", scratch / "link");
   }
-  // The program refuses the two files and touches neither.
+  // The program rejects the two files and changes neither.
   void expectRefusal(const std::string& command, const std::string& text) const {
     const Names before = scratch.names();
     const Finished result = scratch.vistrel(command);
@@ -74,7 +74,7 @@ TEST_F(NothingLost, StandardInputIsAFileToo) {
   EXPECT_EQ(result.err, "vistrel: -o in.pgm: it is the same file as the input -\n");
 }
 
-TEST_F(NothingLost, OutputThatDoesNotFitIsTold) {
+TEST_F(NothingLost, OutputToAFullDiskIsReported) {
   for (const std::string command :
        {"info in.pgm", "info in.pgm --json", "cfa rggb", "formats", "formats --json", "--help",
         "--version", "convert --help", "convert in.pgm --phase mono -o x.png --json",
@@ -87,16 +87,16 @@ TEST_F(NothingLost, OutputThatDoesNotFitIsTold) {
   }
 }
 
-TEST_F(NothingLost, OutputThatIsClosedIsTold) {
+TEST_F(NothingLost, ClosedOutputIsReported) {
   const Finished info = scratch.vistrel("info in.pgm", [] { close(STDOUT_FILENO); });
   EXPECT_EQ(info.status, 4);
   EXPECT_EQ(info.err, "vistrel: standard output cannot be written: Bad file descriptor\n");
-  // Of what is written into the picture's file while standard output has its place.
+  // Nothing is written into the picture's file if it takes the descriptor of standard output.
   const Finished report = scratch.vistrel("convert in.pgm --phase mono --depth 16 -o x.pgm --json",
                                           [] { close(STDOUT_FILENO); });
   EXPECT_EQ(report.status, 4);
   EXPECT_EQ(scratch.read("x.pgm"), scratch.read("in.pgm"));
-  // Nothing is lost where there is nothing to say.
+  // No error if there is no output.
   EXPECT_EQ(scratch
                 .vistrel("convert in.pgm --phase mono -o y.png",
                          [] {

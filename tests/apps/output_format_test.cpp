@@ -21,7 +21,7 @@ const std::map<std::string, uint32_t> kCodes{
     {"argb", VISTREL_ARGB32}, {"bgr48", VISTREL_BGR48},   {"rgb48", VISTREL_RGB48},
 };
 
-TEST(OutputFormats, OfColoursAreAllThereAre) {
+TEST(OutputFormats, OfColourFramesAreAllFormats) {
   ConversionOptions o;
   for (const auto& [name, code] : kCodes) {
     o.format = name;
@@ -44,7 +44,7 @@ TEST(OutputFormats, OfMonoFramesAreGray) {
   EXPECT_THROW(layoutOf(frame(VISTREL_MONO), o.of(frame(VISTREL_MONO))), Error);
 }
 
-// The order of samples is the file's matter there.
+// The picture's type determines the order of samples.
 TEST(OutputFormats, OfPicturesHaveTheWritersOrder) {
   const std::map<std::string, uint32_t> codes{{"rgb24", VISTREL_BGR24},  {"bgra", VISTREL_ARGB32},
                                               {"rgba", VISTREL_ARGB32},  {"argb", VISTREL_ARGB32},

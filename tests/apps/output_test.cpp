@@ -1,4 +1,4 @@
-// Where pictures go: whole or not at all, and over nothing that is still needed.
+// Output files: complete or absent, and never over a file that is still needed.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sched.h>
@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-// Noise that no compression shrinks much.
+// Incompressible noise.
 uint32_t noise(uint32_t x, uint32_t y) {
   uint32_t v = x * 73856093 ^ y * 19349663;
   v = (v ^ v >> 13) * 0x5BD1E995;
@@ -41,7 +41,7 @@ struct Output : ::testing::Test {
   }
 };
 
-TEST_F(Output, ReplacesWhatIsThere) {
+TEST_F(Output, ReplacesExistingFiles) {
   scratch.write("out.png", "old");
   chmod((scratch / "out.png").c_str(), 0640);
   EXPECT_EQ(convert("out.png").status, 0);
@@ -84,7 +84,7 @@ TEST_F(Output, FolderIsAFile) {
   expectFailure("file/out.png", 4, "in.pgm: file/out.png cannot be written: Not a directory");
 }
 
-TEST_F(Output, FolderTakesNoFiles) {
+TEST_F(Output, FolderIsNotWritable) {
   if (!fs::exists("/proc/self")) GTEST_SKIP() << "no /proc";
   expectFailure("/proc/out.png", 4,
                 "in.pgm: /proc/out.png cannot be written: No such file or directory");
@@ -110,7 +110,7 @@ TEST_F(Output, FileSizeLimit) {
   EXPECT_EQ(scratch.names(), (Names{"in.pgm", "out.pgm", "out.png"}));
 }
 
-// A disk of two pages that no other process sees.
+// A disk of two pages in a private namespace.
 void mountTinyDisk() {
   const bool mounted = unshare(CLONE_NEWNS) == 0 &&
                        mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
@@ -190,7 +190,7 @@ TEST_F(ManyInputs, NeedNamesOfTheirOwn) {
             "vistrel: -o out/a.png: both a.pgm and more/a.pgm would be written there\n");
 }
 
-// The program's standard error is a terminal here.
+// Here the program's standard error is a terminal.
 TEST_F(ManyInputs, ShowABarOnATerminal) {
   const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
   if (terminal < 0 || grantpt(terminal) || unlockpt(terminal)) GTEST_SKIP() << "no terminals";
@@ -199,7 +199,7 @@ TEST_F(ManyInputs, ShowABarOnATerminal) {
   const Finished result = scratch.vistrel("convert --phase mono -o out a.pgm b.pgm",
                                           [keep] { dup2(keep, STDERR_FILENO); });
   EXPECT_EQ(result.status, 0);
-  close(keep);  // with nobody left to write, reading ends
+  close(keep);  // without a writer, reading ends
   std::string text;
   char part[256];
   for (ssize_t n; (n = read(terminal, part, sizeof part)) > 0;)

@@ -23,7 +23,7 @@ std::string pgm(uint32_t width, uint32_t height, uint32_t maxval,
 Picture readPng(const std::filesystem::path& path) {
   std::FILE* file = std::fopen(path.c_str(), "rb");
   if (!file) throw std::runtime_error("no " + path.string());
-  // Without handlers of ours, libpng reports an error and ends the test program.
+  // Without handlers, libpng prints errors and aborts the test program.
   png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
   png_infop info = png_create_info_struct(png);
   if (setjmp(png_jmpbuf(png))) throw std::runtime_error("bad PNG " + path.string());

@@ -1,4 +1,4 @@
-// Files for the program to read, and what is in the ones that it wrote.
+// Writes files for the program to read, and reads those that it wrote.
 #pragma once
 
 #include <cstdint>
@@ -9,14 +9,14 @@
 
 namespace vistrel {
 
-// A binary PGM of one byte a sample, or two, the high one first.
+// A binary PGM of 8-bit samples, or of big-endian 16-bit ones.
 std::string pgm(uint32_t width, uint32_t height, uint32_t maxval,
                 const std::function<uint32_t(uint32_t x, uint32_t y)>& sample);
 
 struct Picture {
   uint32_t width, height, channels;
-  uint32_t bits;         // of a sample in the file: 8 or 16
-  uint32_t significant;  // as the file tells; 0 where it does not
+  uint32_t bits;         // per sample in the file: 8 or 16
+  uint32_t significant;  // as the file says; 0 if it doesn't
   std::vector<uint16_t> samples;
 
   uint16_t at(uint32_t x, uint32_t y, uint32_t channel) const {
@@ -24,7 +24,7 @@ struct Picture {
   }
 };
 
-// As the file has it: red, green, blue; nothing is scaled.
+// As in the file: red, green, blue, not scaled.
 Picture readPng(const std::filesystem::path& path);
 
 }  // namespace vistrel

@@ -1,4 +1,4 @@
-// --black, --wb, --edges and --format, by numbers worked out by hand.
+// --black, --wb, --edges and --format, compared with numbers worked out by hand.
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>
@@ -27,7 +27,7 @@ struct Preparation : ::testing::Test {
     EXPECT_EQ(result.err, "") << options;
     return readPng(scratch / "out.png");
   }
-  // The one colour of the picture; nothing, where there are more.
+  // The picture's colour; empty if there are several.
   static std::vector<uint16_t> plain(const Picture& p) {
     for (size_t i = 3; i < p.samples.size(); ++i)
       if (p.samples[i] != p.samples[i - 3]) return {};
@@ -35,7 +35,7 @@ struct Preparation : ::testing::Test {
   }
 };
 
-TEST_F(Preparation, BlackIsTakenAway) {
+TEST_F(Preparation, BlackIsSubtracted) {
   EXPECT_THAT(plain(convert("")), ElementsAre(41, 70, 100));
   EXPECT_THAT(plain(convert("--black 0")), ElementsAre(41, 70, 100));
   EXPECT_THAT(plain(convert("--black 50")), ElementsAre(0, 20, 50));
@@ -65,7 +65,7 @@ TEST_F(Preparation, PaddedEdgesKeepThePlainColour) {
   EXPECT_THAT(plain(convert("-a laroche --edges padded --bin 2")), ElementsAre(82, 140, 200));
 }
 
-TEST_F(Preparation, DumpsHaveEveryOrder) {
+TEST_F(Preparation, HeaderlessFilesHaveEveryOrder) {
   const std::string r = ")", g = "F", b = "d", a = "\xFF";  // 41, 70, 100, 255
   const std::pair<std::string, std::string> pixels[] = {
       {"", b + g + r},         {"bgr24", b + g + r},    {"rgb24", r + g + b},
@@ -83,8 +83,8 @@ TEST_F(Preparation, DumpsHaveEveryOrder) {
   }
 }
 
-// Twelve bits: 0x234, 0x567 and 0x89A, the low byte first.
-TEST_F(Preparation, DumpsKeepAllBitsInEitherOrder) {
+// Twelve bits: 0x234, 0x567 and 0x89A, little-endian.
+TEST_F(Preparation, HeaderlessFilesKeepAllBitsInEitherOrder) {
   scratch.write("in.pgm", pgm(9, 7, 4095, [](uint32_t x, uint32_t y) {
                   return x % 2 != y % 2 ? 0x567u : x % 2 ? 0x89Au : 0x234u;
                 }));
@@ -99,7 +99,7 @@ TEST_F(Preparation, DumpsKeepAllBitsInEitherOrder) {
   }
 }
 
-TEST_F(Preparation, IsRefusedWhereTheFrameHasNoPlaceForIt) {
+TEST_F(Preparation, IsRejectedIfItExceedsTheFrame) {
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --black 256 -o out.png").err,
             "vistrel: in.pgm: --black 256: samples of 8 bits allow 0 to 255\n");
   const Finished mono = scratch.vistrel("convert in.pgm --phase mono --wb auto -o out.png");

@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A file without a name that a child writes and we read.
+// An unnamed file that a child process writes and we read.
 class Capture {
  public:
   Capture() : file_(std::tmpfile()) {}

@@ -1,4 +1,4 @@
-// Runs the program in a folder of its own and keeps what it says.
+// Runs the program in a temporary folder and captures its output.
 #pragma once
 
 #include <cstdint>
@@ -10,11 +10,11 @@
 namespace vistrel {
 
 struct Finished {
-  int status;  // exit status; 128 plus the signal's number where one ended it
+  int status;  // exit status; 128 plus the signal's number after a signal
   std::string out, err;
 };
 
-// A folder that goes away with its object. Names are relative to it.
+// A folder that is removed with its object. Names are relative to it.
 class Scratch {
  public:
   Scratch();

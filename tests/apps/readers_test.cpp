@@ -1,4 +1,4 @@
-// Frames of every kind: their samples, and what they tell of themselves.
+// Frames of every kind: their samples, and what they say about themselves.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -22,7 +22,7 @@ struct Readers : ::testing::Test {
     EXPECT_EQ(result.status, 0) << result.err;
     return result.status ? nlohmann::json() : nlohmann::json::parse(result.out);
   }
-  // The program's own conversion of a mono frame is the frame.
+  // Converting a mono frame yields the frame itself.
   void expectSamples(const std::string& file, uint32_t width, uint32_t height, uint32_t bits,
                      const Sample& sample) const {
     const std::string options = bits > 8 ? " --depth 16" : "";
@@ -67,7 +67,7 @@ TEST_F(Readers, TiffOfTilesAndCompressed) {
       }
 }
 
-TEST_F(Readers, TiffTellsItsPhase) {
+TEST_F(Readers, TiffSpecifiesItsPhase) {
   const std::pair<std::vector<uint8_t>, const char*> phases[] = {
       {kGrbg, "grbg"}, {kBggr, "bggr"}, {kRggb, "rggb"}, {kGbrg, "gbrg"}};
   for (const auto& [cfa, name] : phases) {
@@ -91,16 +91,16 @@ TEST_F(Readers, DngWithAThumbnail) {
   spec.black = 600;
   writeTiff(scratch / "in.dng", spec, noise(14));
   expectSamples("in.dng", 7, 5, 14, noise(14));
-  const auto told = info("in.dng");
-  EXPECT_EQ(told["format"], "DNG");
-  EXPECT_EQ(told["phase"], "rggb");
-  EXPECT_EQ(told["bits"], 14);
-  EXPECT_EQ(told["black_level"], 600);
-  EXPECT_EQ(told["white_level"], 16383);
+  const auto description = info("in.dng");
+  EXPECT_EQ(description["format"], "DNG");
+  EXPECT_EQ(description["phase"], "rggb");
+  EXPECT_EQ(description["bits"], 14);
+  EXPECT_EQ(description["black_level"], 600);
+  EXPECT_EQ(description["white_level"], 16383);
 }
 
 // 15520 takes 14 bits, 4094 takes 12.
-TEST_F(Readers, LevelOfWhiteTellsTheBitsOfWords) {
+TEST_F(Readers, WhiteLevelDeterminesTheBits) {
   const auto bitsOf = [this](uint32_t stored, uint32_t white, uint32_t used) {
     TiffSpec spec;
     spec.bits = stored;
@@ -118,7 +118,7 @@ TEST_F(Readers, LevelOfWhiteTellsTheBitsOfWords) {
   EXPECT_EQ(bitsOf(8, 200, 8), 8);
 }
 
-TEST_F(Readers, OrientationIsToldAndNotApplied) {
+TEST_F(Readers, OrientationIsReportedButNotApplied) {
   TiffSpec spec;
   for (const bool below : {false, true}) {
     spec.inSubdirectory = spec.isDng = below;
@@ -135,7 +135,7 @@ TEST_F(Readers, OrientationIsToldAndNotApplied) {
   EXPECT_TRUE(info("in.tif")["orientation"].is_null());
 }
 
-// The pattern is the one at the area's corner, and so is the frame.
+// Pattern and frame begin at the area's corner.
 TEST_F(Readers, DngWithAnActiveArea) {
   for (const uint32_t tile : {0u, 16u}) {
     TiffSpec spec;
@@ -162,16 +162,16 @@ TEST_F(Readers, TiffOfPages) {
   EXPECT_EQ(info("in.tif --frame 2")["max"], 14);
 }
 
-std::string words(const std::vector<int>& values) {
+std::string bigEndian(const std::vector<int>& values) {
   std::string bytes;
   for (const int v : values) bytes += {static_cast<char>(v >> 8), static_cast<char>(v)};
   return bytes;
 }
 
-TEST_F(Readers, FitsOfUnsignedWords) {
+TEST_F(Readers, FitsOfUnsignedSamples) {
   auto header = cards(16, {"2", "2"});
   header.push_back(card("BZERO", "32768"));
-  scratch.write("in.fits", fits(header, words({-32768, -32767, 0, 32767})));
+  scratch.write("in.fits", fits(header, bigEndian({-32768, -32767, 0, 32767})));
   expectSamples("in.fits", 2, 2, 16, [](uint32_t x, uint32_t y) {
     const uint32_t expected[2][2] = {{0, 1}, {32768, 65535}};
     return expected[y][x];
@@ -181,13 +181,13 @@ TEST_F(Readers, FitsOfUnsignedWords) {
   EXPECT_EQ(info("in.fits")["bits_known"], false);
 }
 
-TEST_F(Readers, FitsOfBytesAndOfScaledWords) {
+TEST_F(Readers, FitsOfBytesAndOfScaledSamples) {
   scratch.write("in.fits", fits(cards(8, {"3", "1"}), "abc"));
   expectSamples("in.fits", 3, 1, 8, [](uint32_t x, uint32_t) { return 'a' + x; });
   auto header = cards(16, {"3", "1"});
   header.push_back(card("BSCALE", "4"));
   header.push_back(card("BZERO", "100"));
-  scratch.write("in.fits", fits(header, words({-25, 0, 1000})));
+  scratch.write("in.fits", fits(header, bigEndian({-25, 0, 1000})));
   expectSamples("in.fits", 3, 1, 16, [](uint32_t x, uint32_t) {
     const uint32_t expected[] = {0, 100, 4100};
     return expected[x];
@@ -207,21 +207,21 @@ TEST_F(Readers, FitsPhaseAndOrderOfRows) {
   EXPECT_EQ(phaseOf({rggb, card("YBAYROFF", "1")}, "2"), "gbrg");
   EXPECT_EQ(phaseOf({rggb, card("XBAYROFF", "1"), card("YBAYROFF", "3")}, "2"), "bggr");
   EXPECT_EQ(phaseOf({rggb, card("ROWORDER", "'TOP-DOWN'")}, "2"), "rggb");
-  // The last row comes first: of an even number of rows it is a GB one.
+  // The last row comes first: with an even number of rows, it is a GB row.
   EXPECT_EQ(phaseOf({rggb, card("ROWORDER", "'BOTTOM-UP'")}, "2"), "gbrg");
   EXPECT_EQ(phaseOf({rggb, card("ROWORDER", "'BOTTOM-UP'")}, "3"), "rggb");
   expectSamples("in.fits", 2, 3, 8, [](uint32_t x, uint32_t y) { return "efcdab"[2 * y + x]; });
 }
 
-// What a file says of its phase may be wrong; an option has its way.
-TEST_F(Readers, PhaseOverTagsThatMakeNoSense) {
+// If the file's phase is invalid, an option overrides it.
+TEST_F(Readers, OptionOverridesInvalidPhase) {
   const auto expect = [this](const std::string& file, const std::string& fault) {
     const Finished none = scratch.vistrel("convert " + file + " -o out.png");
     EXPECT_EQ(none.status, 3);
     EXPECT_EQ(none.err, "vistrel: " + file + ": " + fault + "; --phase overrides it\n");
-    const Finished told = scratch.vistrel("convert " + file + " --phase rggb -o out.png");
-    EXPECT_EQ(told.status, 0);
-    EXPECT_EQ(told.err, "vistrel: " + file + ": " + fault + "; using rggb\n");
+    const Finished overridden = scratch.vistrel("convert " + file + " --phase rggb -o out.png");
+    EXPECT_EQ(overridden.status, 0);
+    EXPECT_EQ(overridden.err, "vistrel: " + file + ": " + fault + "; using rggb\n");
     const Finished info = scratch.vistrel("info --json " + file);
     EXPECT_EQ(info.err, "vistrel: " + file + ": " + fault + "\n");
     EXPECT_TRUE(nlohmann::json::parse(info.out)["phase"].is_null());
@@ -258,7 +258,7 @@ TEST_F(Readers, FitsCubeAndExtension) {
   EXPECT_EQ(info("in.fits")["min"], 'y');
 }
 
-// LibRaw takes what it reads by content, so that a DNG may stand for a camera's file.
+// LibRaw goes by content, so a DNG may stand in for a camera raw file.
 TEST_F(Readers, CameraRawByThePlugin) {
   if (!std::filesystem::exists(VISTREL_PLUGIN)) GTEST_SKIP() << "built without LibRaw";
   TiffSpec spec;
@@ -269,10 +269,10 @@ TEST_F(Readers, CameraRawByThePlugin) {
   spec.isDng = true;
   spec.white = 16383;
   writeTiff(scratch / "in.nef", spec, noise(14));
-  const auto told = info("in.nef");
-  EXPECT_EQ(told["format"], "camera raw");
-  EXPECT_EQ(told["phase"], "gbrg");
-  EXPECT_EQ(told["bits"], 14);
+  const auto description = info("in.nef");
+  EXPECT_EQ(description["format"], "camera raw");
+  EXPECT_EQ(description["phase"], "gbrg");
+  EXPECT_EQ(description["bits"], 14);
   expectSamples("in.nef", 64, 48, 14, noise(14));
 }
 

@@ -1,5 +1,5 @@
-// Frames of real sensors, where they are at hand: every picture has the samples that the plain
-// mean of the neighbours gives.
+// Frames of real sensors, if available: every picture has the samples that plain means of the
+// neighbours yield.
 #include <gtest/gtest.h>
 
 #include "tests/apps/pictures.h"

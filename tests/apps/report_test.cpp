@@ -1,4 +1,5 @@
-// Scores against a plain computation, refusals, and published figures where the pictures are there.
+// Scores compared with a plain computation, errors, and published figures if the images are
+// available.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -19,7 +20,7 @@ using Json = nlohmann::json;
 constexpr uint32_t kWidth = 44, kHeight = 37, kBorder = 10;
 const std::vector<std::string> kPhases{"grbg", "bggr", "rggb", "gbrg"};
 
-// Colours that are smooth enough for SSIM to say something.
+// Colours that are smooth enough for a meaningful SSIM.
 uint32_t texture(uint32_t x, uint32_t y) {
   return 20 + (x * 3 + y * 2) % 40 + (x % 7 < 3 ? 50 : 0) + (x * y) % 11;
 }
@@ -33,7 +34,7 @@ double cpsnr(const Picture& a, const Picture& b) {
   return 10 * std::log10(255 * 255 / (sum / n));
 }
 
-// Of one window, by deviations from its own means.
+// SSIM of one window, from deviations from its means.
 double ssimAt(const Picture& a, const Picture& b, uint32_t left, uint32_t top, uint32_t c) {
   double weights = 0, meanA = 0, meanB = 0, varA = 0, varB = 0, both = 0;
   const auto visit = [&](const std::function<void(double w, double a, double b)>& f) {
@@ -77,8 +78,8 @@ std::string crcOf(const std::string& chunk) {
 struct Report : ::testing::Test {
   Scratch scratch;
 
-  // A picture in full colour, by way of a mosaic. Binning keeps it from being what an algorithm
-  // makes of its own mosaic.
+  // A full-colour picture made from a mosaic. Binning keeps an algorithm from reproducing it
+  // exactly.
   void writePicture(const std::string& name, uint32_t width = kWidth, uint32_t height = kHeight,
                     const std::function<uint32_t(uint32_t, uint32_t)>& sample = texture) const {
     scratch.write("made.pgm", pgm(2 * width, 2 * height, 255, sample));
@@ -122,7 +123,7 @@ TEST_F(Report, ScoresAreThoseOfAPlainComputation) {
     const Json& score = json["pictures"][0]["scores"][a];
     EXPECT_EQ(score["algorithm"], name);
     EXPECT_NEAR(score["cpsnr_db"].get<double>(), expectedCpsnr, 1e-9);
-    EXPECT_NEAR(score["ssim"].get<double>(), expectedSsim, 1e-5);  // in floats there
+    EXPECT_NEAR(score["ssim"].get<double>(), expectedSsim, 1e-5);  // the program uses floats
     EXPECT_GT(score["ns_per_pixel"].get<double>(), 0);
   }
 }
@@ -150,7 +151,7 @@ TEST_F(Report, PrintsATableAndDrawsThePlot) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
     ASSERT_NE(place = result.out.find(std::string("\n  ") + a->name, place), std::string::npos);
   const Picture plot = readPng(scratch / "report.png");
-  size_t marks = 0, discs = 1;  // the paint of a mean; one in the legend, one for each algorithm
+  size_t marks = 0, discs = 1;  // the colour of means; one disc in the legend, one per algorithm
   for (size_t i = 0; i < plot.samples.size(); i += 3)
     marks += plot.samples[i] == 176 && plot.samples[i + 1] == 38 && plot.samples[i + 2] == 38;
   while (vistrel_algorithm_at(discs - 1)) ++discs;
@@ -167,7 +168,7 @@ TEST_F(Report, EqualPicturesHaveNoError) {
   EXPECT_EQ(readPng(scratch / "report.png").channels, 3u);
 }
 
-TEST_F(Report, Refusals) {
+TEST_F(Report, Errors) {
   expectFailure("--reference no.png", 4, "no.png: cannot be read: No such file or directory");
   expectFailure("--reference no.png -o no", 4, "-o no: there is no such folder");
   scratch.write("text.png", "no picture");
@@ -196,14 +197,14 @@ TEST_F(Report, Refusals) {
   expectFailure("--reference cut.png -o .", 3, "cut.png: the file is too short");
 }
 
-TEST_F(Report, WhatCannotBeWrittenIsTold) {
+TEST_F(Report, WriteErrorsAreReported) {
   writePicture("a.png");
   const Finished result = scratch.vistrel("report --reference a.png --json no/out.json");
   EXPECT_EQ(result.status, 4);
   EXPECT_EQ(result.err, "vistrel: no/out.json cannot be written: No such file or directory\n");
 }
 
-TEST_F(Report, GoesOnWithTheOthers) {
+TEST_F(Report, ContinuesWithTheOthers) {
   writePicture("a.png");
   const Finished result = scratch.vistrel("report --json out.json --reference no.png a.png");
   EXPECT_EQ(result.status, 1);
@@ -211,7 +212,7 @@ TEST_F(Report, GoesOnWithTheOthers) {
   EXPECT_EQ(Json::parse(scratch.read("out.json"))["pictures"].size(), 1u);
 }
 
-// Figures of others for the eight pictures, with one phase: plain AHD has 37.47 dB, colour
+// Published figures for the eight images, with one phase: plain AHD has 37.47 dB, colour
 // differences along edges 34.1 with some smoothing.
 TEST_F(Report, KodakPicturesScoreAsTheMethodsShould) {
   const auto pictures = framesIn("kodak");

@@ -1,4 +1,4 @@
-// The test scene: the same one at every depth and phase.
+// The test scene is the same at every depth and phase.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -10,7 +10,7 @@
 namespace vistrel {
 namespace {
 
-// The sample at (x, y) of a binary PGM of that width and two bytes a sample.
+// The sample at (x, y) of a binary 16-bit PGM of that width.
 int sampleOf(const std::string& file, uint32_t width, uint32_t height, uint32_t x, uint32_t y) {
   const size_t at = file.size() - 2 * width * height + 2 * (y * width + x);
   return static_cast<unsigned char>(file[at]) << 8 | static_cast<unsigned char>(file[at + 1]);
@@ -25,7 +25,7 @@ TEST(Scene, IsTheSameEveryTime) {
   EXPECT_NE(scratch.read("a.pgm"), scratch.read("c.pgm"));
 }
 
-TEST(Scene, HasTheSizeAndDepthThatWasAskedFor) {
+TEST(Scene, HasTheRequestedSizeAndDepth) {
   const Scratch scratch;
   EXPECT_EQ(scratch.vistrel("scene -o a.pgm -s 31x17 --bits 8 --phase mono").status, 0);
   EXPECT_EQ(scratch.read("a.pgm").size(), 13 + 31 * 17u);
@@ -36,7 +36,7 @@ TEST(Scene, HasTheSizeAndDepthThatWasAskedFor) {
   EXPECT_EQ(scratch.vistrel("scene -o c.pgm -s 1x1").status, 0);
 }
 
-TEST(Scene, TooLargeIsRefused) {
+TEST(Scene, TooLargeIsRejected) {
   const Scratch scratch;
   const Finished result = scratch.vistrel("scene -o a.pgm -s 65536x65536");
   EXPECT_EQ(result.status, 3);
@@ -46,9 +46,8 @@ TEST(Scene, TooLargeIsRefused) {
   EXPECT_TRUE(scratch.names().empty());
 }
 
-// Every site of the four phases sees one of the colours of the same light: where two phases have
-// the same filter at a pixel, they have the same sample. (No room for a title, which tells the
-// phase.)
+// If two phases have the same filter at a pixel, they have the same sample there. (The frame is too
+// small for a title, which would contain the phase.)
 TEST(Scene, PhasesLookAtTheSameLight) {
   const Scratch scratch;
   const std::vector<std::string> phases{"rggb", "bggr", "grbg", "gbrg"};
@@ -69,7 +68,7 @@ TEST(Scene, PhasesLookAtTheSameLight) {
   EXPECT_EQ(compared, 80 * 80);  // half the pixels, green against green, in two pairs of phases
 }
 
-TEST(Scene, NoiseHasTheDeviationThatWasAskedFor) {
+TEST(Scene, NoiseHasTheRequestedDeviation) {
   const Scratch scratch;
   constexpr uint32_t kSize = 400;
   const std::string options = "scene -s 400x400 --bits 16 --phase mono -o ";
@@ -81,7 +80,7 @@ TEST(Scene, NoiseHasTheDeviationThatWasAskedFor) {
   for (uint32_t y = 0; y < kSize; ++y) {
     for (uint32_t x = 0; x < kSize; ++x) {
       const double light = sampleOf(clean, kSize, kSize, x, y) / 65535.0;
-      if (light < 0.15 || light > 0.85) continue;  // nothing is clipped in between
+      if (light < 0.15 || light > 0.85) continue;  // nothing is clipped in this range
       const double error = sampleOf(noisy, kSize, kSize, x, y) / 65535.0 - light;
       sum += error;
       squares += error * error;
@@ -90,7 +89,7 @@ TEST(Scene, NoiseHasTheDeviationThatWasAskedFor) {
     }
   }
   ASSERT_GT(count, 40000);
-  // Of so many samples, mean and variance lie within a few percent.
+  // With this many samples, mean and variance are within a few percent.
   EXPECT_LT(std::abs(sum / count), 0.0005);
   EXPECT_NEAR(squares / expected, 1, 0.03);
 }

@@ -7,7 +7,7 @@
 namespace vistrel {
 namespace {
 
-// The highest bit first, each row from a byte of its own; words of this machine for 16 bits.
+// Most significant bit first, rows begin at byte boundaries; 16-bit samples in native byte order.
 std::vector<uint8_t> packedRow(const TiffSpec& s, uint32_t x0, uint32_t width, uint32_t y,
                                const Sample& sample) {
   std::vector<uint8_t> row;
@@ -83,7 +83,7 @@ void writeImage(TIFF* t, const TiffSpec& s, const Sample& sample) {
   TIFFWriteDirectory(t);
 }
 
-// The first directory of a camera's file: a small picture in colour.
+// The first directory of a camera raw file: a thumbnail.
 void writeThumbnail(TIFF* t) {
   TiffSpec s;
   s.width = s.height = 2;

@@ -1,4 +1,4 @@
-// What the command line says no to, before any file is opened.
+// Command lines that are rejected before any file is opened.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -36,7 +36,7 @@ TEST(Usage, Commands) {
 TEST(Usage, UnknownOption) {
   expectUsage("convert a.pgm -o a.png --phase rggb --brighter",
               "The following argument was not expected: --brighter" + kHint);
-  // Also where something else is missing because of it.
+  // Even if it leaves another argument missing.
   expectUsage("convert --brighter", "The following argument was not expected: --brighter" + kHint);
   expectUsage("help convert", "The following argument was not expected: help" + kHint);
 }
@@ -48,7 +48,7 @@ TEST(Usage, MissingArguments) {
   expectUsage("scene", "--output is required" + kHint);
 }
 
-TEST(Usage, DepthOfADumpIsRequired) {
+TEST(Usage, DepthOfAHeaderlessFileIsRequired) {
   const std::string text = "--bits is missing: a headerless raw file does not specify its depth\n";
   expectUsage("convert a.raw -o a.png --phase rggb -s 4x4", text);
   expectUsage("info a.raw -s 4x4", text);
@@ -122,7 +122,7 @@ TEST(Usage, Geometry) {
                 "--roi " + roi + ": WxH+X+Y is expected, such as 640x480+16+8\n");
 }
 
-TEST(Usage, OptionsThatDoNotGoTogether) {
+TEST(Usage, ConflictingOptions) {
   const std::string convert = "convert a.pgm -o a.png --phase rggb ";
   expectUsage(convert + "--window 1 --curve 2", "--window excludes --curve" + kHint);
   expectUsage(convert + "--skip 12", "--skip requires --size" + kHint);
@@ -172,7 +172,7 @@ std::string helpOf(const std::string& command) {
   return result.out;
 }
 
-// Of the list in the program's own help.
+// From the list in the program's help.
 std::vector<std::string> commands() {
   const std::string help = helpOf("");
   std::istringstream lines(help.substr(help.find("\nCommands:\n") + 11));
@@ -207,7 +207,7 @@ TEST(Usage, Version) {
   EXPECT_EQ(scratch.vistrel("--version").out.substr(0, 8), "vistrel ");
 }
 
-// docs/program.md has a line for every algorithm, with the bits that it is made for.
+// docs/program.md has a line for every algorithm, with the bits that it supports.
 TEST(Usage, TheManualNamesEveryAlgorithm) {
   std::ostringstream manual;
   manual << std::ifstream(VISTREL_MANUAL).rdbuf();

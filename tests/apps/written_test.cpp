@@ -1,4 +1,4 @@
-// What the program writes, read by others: the same samples.
+// Other programs read the same samples from the files that this one writes.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -28,7 +28,7 @@ struct Written : ::testing::Test {
     const Finished result = scratch.vistrel("convert " + options);
     ASSERT_EQ(result.status, 0) << result.err;
   }
-  // The standard output of a command of the shell.
+  // The standard output of a shell command.
   std::string shell(const std::string& command) const {
     const Finished result = scratch.run({"sh", "-c", command});
     EXPECT_EQ(result.status, 0) << command << ": " << result.err;
@@ -71,7 +71,7 @@ std::vector<uint32_t> samplesOf(const std::string& pnm) {
 TEST_F(Written, PillowReadsTheSame) {
   if (scratch.run({"/usr/bin/python3", "-c", "import PIL"}).status != 0)
     GTEST_SKIP() << "python3-pil is not installed";
-  for (const int i : {0, 1, 3}) {  // it has no colours of 16 bits
+  for (const int i : {0, 1, 3}) {  // it doesn't support 16-bit colour
     const std::string& kind = kKinds[i];
     const std::string pnm = kind.find("mono") == std::string::npos ? "out.ppm" : "out.pgm";
     convert(kind + " -o " + pnm);
@@ -88,7 +88,7 @@ TEST_F(Written, PillowReadsTheSame) {
   }
 }
 
-// As one strip, that tool puts the samples behind the header's 8 bytes.
+// That tool writes a single strip, whose samples follow the header's 8 bytes.
 TEST_F(Written, LibtiffsToolsReadTheSame) {
   if (!has("tiffcp") || !has("tiffinfo")) GTEST_SKIP() << "libtiff-tools is not installed";
   for (const std::string& kind : kKinds) {
@@ -99,11 +99,11 @@ TEST_F(Written, LibtiffsToolsReadTheSame) {
     shell("tiffcp -L -c none -r 17 out.tif copy.tif");
     const std::string copy = scratch.read("copy.tif");
     std::vector<uint32_t> samples;
-    const bool words = kind.find("16") != std::string::npos;
+    const bool wide = kind.find("16") != std::string::npos;
     const auto byte = [&copy](size_t i) { return static_cast<uint8_t>(copy[i]); };
     const auto expected = samplesOf(scratch.read(pnm));
     for (size_t i = 0; i < expected.size(); ++i)
-      samples.push_back(words ? byte(8 + 2 * i) | byte(9 + 2 * i) << 8 : byte(8 + i));
+      samples.push_back(wide ? byte(8 + 2 * i) | byte(9 + 2 * i) << 8 : byte(8 + i));
     EXPECT_EQ(samples, expected) << kind;
   }
 }
@@ -113,7 +113,7 @@ std::string behind(const std::string& text, const std::string& mark) {
   return at == text.npos ? "" : text.substr(at + mark.size());
 }
 
-// Every picture has the samples of the bare dump: red, green, blue and an alpha of 255.
+// Every picture has the samples of the headerless raw file: red, green, blue and an alpha of 255.
 TEST_F(Written, AlphaIsReadByOthers) {
   if (!has("pngtopam") || !has("tifftopnm")) GTEST_SKIP() << "netpbm is not installed";
   const std::string kind = "in.pgm --phase rggb --format rgba -o ";
@@ -137,7 +137,7 @@ TEST_F(Written, AlphaIsReadByOthers) {
   }
 }
 
-TEST_F(Written, SamplesOfATiffAreSpread) {
+TEST_F(Written, SamplesOfATiffAreScaled) {
   convert("in.pgm --phase mono --depth 16 -o out.tif");
   ASSERT_EQ(scratch.vistrel("convert out.tif --phase mono --depth 16 -o out.pgm").status, 0);
   EXPECT_EQ(scratch.read("out.pgm"), pgm(23, 17, 65535, [](uint32_t x, uint32_t y) {
@@ -153,7 +153,7 @@ TEST_F(Written, Pam) {
             "P7\nWIDTH 2\nHEIGHT 1\nDEPTH 1\nMAXVAL 255\nTUPLTYPE GRAYSCALE\nENDHDR\nab");
 }
 
-TEST_F(Written, RawIsWhatTheLibraryHas) {
+TEST_F(Written, RawIsTheLibrarysOutput) {
   scratch.write("two.pgm", pgm(2, 2, 4095, [](uint32_t x, uint32_t y) { return 256 * x + y + 2; }));
   convert("two.pgm --phase mono --depth 16 -o out.raw");
   EXPECT_EQ(scratch.read("out.raw"), std::string("\2\0\2\1\3\0\3\1", 8));

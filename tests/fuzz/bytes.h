@@ -1,4 +1,4 @@
-// Takes values from the front of a fuzzer's bytes; zeros past their end.
+// Consumes values from a fuzzer's bytes; past the end they are zero.
 #pragma once
 
 #include <algorithm>
@@ -20,7 +20,7 @@ class Bytes {
     left_ -= n;
     return value;
   }
-  // Mostly less than `end`, now and then anything.
+  // Usually less than `end`, occasionally any value.
   uint32_t below(uint32_t end) {
     const auto kind = take();
     return kind == 255 ? take<uint32_t>() : (kind & 1 ? take<uint16_t>() : kind / 2) % end;

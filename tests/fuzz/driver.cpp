@@ -1,5 +1,5 @@
-// In place of libFuzzer: runs every seed of a folder, then mutations of them, the same every time,
-// for a second and a half at most.
+// Replaces libFuzzer: runs every seed of a folder, then mutations of them, the same every time, for
+// at most a second and a half.
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
@@ -56,7 +56,7 @@ int main(int, char** argv) {
   for (; count < 5000 && Clock::now() < end; ++count) {
     Input input = seeds[random() % seeds.size()];
     mutate(input, random);
-    // A copy of its own, so that its end is guarded.
+    // A separate copy, so that reading past its end is detected.
     const Input exact(input);
     LLVMFuzzerTestOneInput(exact.data(), exact.size());
   }

@@ -1,4 +1,4 @@
-// Dumps of any description: the first bytes are the options, the others the file.
+// Headerless raw files of any description: the first bytes are the options, the rest is the file.
 #include "apps/error.h"
 #include "apps/input/readers.h"
 #include "tests/fuzz/bytes.h"

@@ -1,5 +1,5 @@
-// Any description of frame, conversion and image, over memory of exactly the size that they tell:
-// converted or refused, and a refusal writes nothing.
+// Any description of frame, conversion and image, with memory of exactly the specified size:
+// converted or rejected; a rejected conversion writes nothing.
 #include <cstdio>
 #include <cstdlib>
 #include <vector>

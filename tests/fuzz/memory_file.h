@@ -1,4 +1,4 @@
-// Bytes under a name that any reader can open.
+// Bytes in memory under a name that any reader can open.
 #pragma once
 
 #include <sys/mman.h>

@@ -1,4 +1,4 @@
-// Reads the first and the last frame of a reader, into memory of the exact size.
+// Reads the first and last frames of a reader into memory of the exact size.
 #pragma once
 
 #include <vector>

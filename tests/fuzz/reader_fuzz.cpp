@@ -1,4 +1,4 @@
-// One reader on any bytes. VISTREL_FUZZ_TYPE is its ReaderType.
+// Feeds any bytes to one reader, whose ReaderType is VISTREL_FUZZ_TYPE.
 #include "apps/error.h"
 #include "apps/input/readers.h"
 #include "tests/fuzz/memory_file.h"

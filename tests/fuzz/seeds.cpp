@@ -1,4 +1,4 @@
-// seeds FOLDER: writes some small files for every target, FOLDER/TARGET/NAME.
+// seeds FOLDER: writes small files for every target as FOLDER/TARGET/NAME.
 #include <cstdio>
 #include <fstream>
 
@@ -21,7 +21,7 @@ void save(const fs::path& path, const std::string& bytes) {
 }
 
 void pgms(const fs::path& folder) {
-  save(folder / "bytes", pgm(5, 4, 255, texture));
+  save(folder / "8bit", pgm(5, 4, 255, texture));
   save(folder / "stream", pgm(3, 2, 1023, texture) + pgm(3, 2, 1023, texture) + "\n");
   save(folder / "comments", "P5 # a\n2 #b\n2\n255\nabcd");
 }
@@ -61,8 +61,8 @@ void fitses(const fs::path& folder) {
   header.push_back(card("BAYERPAT", "'RGGB    '"));
   header.push_back(card("XBAYROFF", "1"));
   header.push_back(card("ROWORDER", "'BOTTOM-UP'"));
-  save(folder / "words", fits(header, std::string(48, 'a')));
-  save(folder / "bytes", fits(cards(8, {"4", "3"}), "abcdefghijkl"));
+  save(folder / "16bit", fits(header, std::string(48, 'a')));
+  save(folder / "8bit", fits(cards(8, {"4", "3"}), "abcdefghijkl"));
   auto extension = cards(8, {"2", "1"});
   extension[0] = card("XTENSION", "'IMAGE   '");
   extension.push_back(card("PCOUNT", "0"));
@@ -70,7 +70,7 @@ void fitses(const fs::path& folder) {
   save(folder / "extension", fits(cards(8, {}), "") + fits(extension, "yz"));
 }
 
-// What Bytes::below() makes these numbers of; what Bytes::take() does, of half of them.
+// The bytes from which Bytes::below() makes these numbers, and Bytes::take() their doubles.
 std::string numbers(const std::vector<uint32_t>& values) {
   std::string bytes;
   for (const uint32_t value : values) bytes += static_cast<char>(2 * value);
@@ -86,7 +86,7 @@ void headerless(const fs::path& folder) {
          numbers({5, 4, format, 0}) + "\1" + std::string(1, '\0') + samples);
 }
 
-// In the order in which the target takes them: frame, conversion, image.
+// In the order in which the target consumes them: frame, conversion, image.
 std::string conversion(uint32_t bits, uint32_t format, const vistrel_algorithm* a) {
   const bool isAhd = a->code == VISTREL_AHD;
   const uint32_t bytes = bits > 8 ? 2 : 1;

@@ -1,4 +1,4 @@
-# What bash offers for some beginnings of a command line.
+# What bash suggests for some incomplete command lines.
 . "$(dirname "$0")/expect.sh"
 . "$manual/bash/vistrel"
 

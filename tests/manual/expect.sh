@@ -1,10 +1,10 @@
-# Included by the scripts beside it. They get the folder of pages and completions, and the program.
+# Sourced by the other scripts. Their arguments: the folder of pages and completions, the program.
 set -euo pipefail
 manual=$1
 vistrel=$2
 faults=0
 
-# need PROGRAM...: skips the test where one is not installed.
+# need PROGRAM...: skips the test if one is not installed.
 need() {
   for program; do
     command -v "$program" >/dev/null || { echo "skipped: $program is not installed"; exit 77; }

@@ -1,4 +1,4 @@
-# What fish offers for some beginnings of a command line.
+# What fish suggests for some incomplete command lines.
 . "$(dirname "$0")/expect.sh"
 need fish
 export HOME=$scratch XDG_CONFIG_HOME=$scratch XDG_DATA_HOME=$scratch

@@ -1,20 +1,20 @@
-# The pages are sound, one stands for each command, and each tells every option that --help tells.
+# The pages are valid, every command has one, and each describes every option that --help lists.
 . "$(dirname "$0")/expect.sh"
 need mandoc man
 
-# options TEXT: the names at the head of each option's line in --help.
+# options TEXT: the names at the beginning of each option's line in --help.
 options() { grep -oE '^ +-[^ ]+' <<<"$1" | tr -d ' ' | tr ',' '\n' | sort -u; }
 
-# page NAME: the page without its fonts.
+# page NAME: the page without font changes.
 page() { zcat "$manual/man1/$1.1.gz" | sed 's/\\f[BIR]//g; s/\\-/-/g'; }
 
-# told PAGE OPTION: the option heads a paragraph of the page.
-told() { grep -qE -- "(^|, )$2(,| |\$)" <<<"$1"; }
+# describes PAGE OPTION: the page has a paragraph about the option.
+describes() { grep -qE -- "(^|, )$2(,| |\$)" <<<"$1"; }
 
 # section PAGE TITLE: the lines of a section.
 section() { sed -n "/^\.SH $2\$/,/^\.SH /{/^\.SH/!p}" <<<"$1"; }
 
-# required LINE: a synopsis without what is in brackets.
+# required LINE: a synopsis without the optional parts in brackets.
 required() { sed -E 's/^Usage: //; s/ \[[A-Za-z]+\](\.\.\.)?//g' <<<"$1"; }
 
 check() {  # PAGE HELP
@@ -23,14 +23,14 @@ check() {  # PAGE HELP
   expect "man --warnings $1" "" "$(man --warnings -E UTF-8 -l "$manual/man1/$1.1.gz" 2>&1 >/dev/null)"
   text=$(page "$1")
   for option in $(options "$2"); do
-    told "$text" "$option" || expect "$1" "$option" "nothing"
+    describes "$text" "$option" || expect "$1" "$option" "nothing"
   done
   expect "$1, synopsis" "$(required "$(grep '^Usage: ' <<<"$2")")" \
     "$(required "$(section "$text" SYNOPSIS)")"
   expect "$1, examples" "$(grep '^  vistrel ' <<<"$2" | sed 's/^ *//')" \
     "$(section "$text" EXAMPLES | grep -v '^\.')"
   grep -q '^0 ' <<<"$(section "$text" 'EXIT STATUS')" || expect "$1" "an exit status" "nothing"
-  if told "$text" --no-such-option; then expect "$1" "nothing" --no-such-option; fi
+  if describes "$text" --no-such-option; then expect "$1" "nothing" --no-such-option; fi
 }
 
 commands=$("$vistrel" --help | sed '1,/ommands:$/d; /^$/q' | grep -oE '^  [a-z0-9]+ ' | tr -d ' ')

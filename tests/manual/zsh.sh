@@ -1,4 +1,4 @@
-# What zsh makes of some beginnings of a command line, typed at a terminal with a tab behind.
+# How zsh completes some command lines, typed at a terminal and followed by a tab.
 . "$(dirname "$0")/expect.sh"
 need zsh
 export HOME=$scratch ZDOTDIR=$scratch TERM=dumb

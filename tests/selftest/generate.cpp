@@ -1,5 +1,5 @@
-// Plays the selftest's conversions through the reference. Without an argument it writes the hashes;
-// with the name of a file it tells whether that is what they are.
+// Runs the selftest's conversions through the reference implementation. Without an argument it
+// writes the hashes; with the name of a file it checks that file.
 #include <fmt/format.h>
 
 #include <fstream>
@@ -23,8 +23,8 @@ size_t samplesOf(const Case& c) {
 }
 
 uint64_t hashOfBytes(const Case& c) {
-  const std::vector<uint16_t> words = testFrame(c.bits);
-  const std::vector<uint8_t> frame(words.begin(), words.end());
+  const std::vector<uint16_t> samples = testFrame(c.bits);
+  const std::vector<uint8_t> frame(samples.begin(), samples.end());
   std::vector<uint8_t> image(samplesOf(c));
   const uint32_t format = c.phase == VISTREL_MONO ? VISTREL_MONO8 : VISTREL_BGR24;
   const uint32_t width = kWidth / c.binning, height = kHeight / c.binning;
@@ -37,9 +37,9 @@ uint64_t hashOfBytes(const Case& c) {
   return hashOf(image.data(), image.size());
 }
 
-// `Sample` is the result's: bytes where there is a window or a curve.
+// `Sample` is that of the result: 8 bits with a window or a curve.
 template <class Sample>
-uint64_t hashOfWords(const Case& c, uint32_t format, uint32_t lutMode) {
+uint64_t hashOf16Bit(const Case& c, uint32_t format, uint32_t lutMode) {
   const std::vector<uint16_t> frame = testFrame(c.bits);
   std::vector<Sample> image(samplesOf(c));
   const uint32_t dstBits = (sizeof(Sample) == 1 ? 8 : c.bits) * channelsOf(c);
@@ -59,8 +59,8 @@ uint64_t hashOfCase(const Case& c) {
   if (c.bits == 8) return hashOfBytes(c);
   const bool mono = c.phase == VISTREL_MONO;
   if (c.lutMode == kAllBits)
-    return hashOfWords<uint16_t>(c, mono ? VISTREL_MONO16 : VISTREL_BGR48, 0);
-  return hashOfWords<uint8_t>(c, mono ? VISTREL_MONO8 : VISTREL_BGR24, c.lutMode);
+    return hashOf16Bit<uint16_t>(c, mono ? VISTREL_MONO16 : VISTREL_BGR48, 0);
+  return hashOf16Bit<uint8_t>(c, mono ? VISTREL_MONO8 : VISTREL_BGR24, c.lutMode);
 }
 
 std::string golden() {

@@ -1,4 +1,4 @@
-// vistrel selftest, from outside.
+// vistrel selftest, as a process.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -12,7 +12,7 @@ namespace {
 
 void preloadWrongPixel() {
   setenv("LD_PRELOAD", VISTREL_WRONG_PIXEL, 1);
-  // A sanitizer wants to be the first library of all; the order does not matter here.
+  // A sanitizer insists on being the first library; the order does not matter here.
   const char* const options = std::getenv("ASAN_OPTIONS");
   const std::string with = std::string(options ? options : "") + ":verify_asan_link_order=0";
   setenv("ASAN_OPTIONS", with.c_str(), 1);
@@ -31,8 +31,8 @@ TEST(Selftest, ThisMachineIsRight) {
   EXPECT_EQ(result.out.find("OK: "), 0u) << result.out;
 }
 
-// Bits by hand: 11 rows of algorithms (edge twice) with 5 + 4 + 4 + 5 + 6 x 2 + 5 = 35 depths, each
-// in four phases and three binnings; mono in 5 depths and four binnings; 16 tones.
+// Counted by hand: 11 rows of algorithms (edge twice) with 5 + 4 + 4 + 5 + 6 x 2 + 5 = 35 depths,
+// each in four phases and three binnings; mono in 5 depths and four binnings; 16 tones.
 TEST(Selftest, Json) {
   const auto json = nlohmann::json::parse(Scratch().vistrel("selftest --json").out);
   EXPECT_EQ(json["ok"], true);
@@ -41,7 +41,7 @@ TEST(Selftest, Json) {
   EXPECT_TRUE(json["differences"].empty());
 }
 
-TEST(Selftest, AWrongPixelIsNoticedAndNamed) {
+TEST(Selftest, AWrongPixelIsDetectedAndNamed) {
   const Finished text = Scratch().vistrel("selftest", preloadWrongPixel);
   EXPECT_EQ(text.status, 1);
   EXPECT_EQ(text.out.find("DIFFERS: vng, 10 bits, gbrg, binning 1, level base: hash "), 0u)

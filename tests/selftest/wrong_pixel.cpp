@@ -1,4 +1,4 @@
-// Preloaded before the program: one pixel of one conversion at one level comes out one bit wrong.
+// For LD_PRELOAD: flips one bit of one pixel, in one conversion at one level.
 #include <dlfcn.h>
 
 #include <cstring>
