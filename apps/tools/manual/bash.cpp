@@ -19,40 +19,43 @@ std::string action(const OptionText& option) {
   return (words.empty() ? "" : words + "; ") + "compopt +o default 2>/dev/null";
 }
 
-void writeCommand(const CommandText& command, std::ostream& out) {
-  out << "      " << command.name << ")\n";
-  out << "        case $before in\n";
+std::string caseOf(const CommandText& command) {
+  std::string text = "      " + command.name + ")\n        case $before in\n";
   for (const OptionText& option : command.options)
     if (option.kind != Value::kNone)
-      out << "          " << joined(option.names, " | ") << ") " << action(option) << " ;;\n";
-  out << "          *)\n";
-  if (!command.positionals.empty()) out << "            [[ $word == -* ]] || return\n";
-  out << "            words='" << namesOf(command) << "' ;;\n";
-  out << "        esac ;;\n";
+      text += "          " + joined(option.names, " | ") + ") " + action(option) + " ;;\n";
+  text += "          *)\n";
+  if (!command.positionals.empty()) text += "            [[ $word == -* ]] || return\n";
+  return text + "            words='" + namesOf(command) + "' ;;\n        esac ;;\n";
 }
+
+constexpr const char* kScript = R"sh(# bash completion for vistrel
+_vistrel() {
+  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words=
+  COMPREPLY=()
+  if ((COMP_CWORD == 1)); then
+    words='@COMMANDS@'
+    compopt +o default 2>/dev/null
+  else
+    case ${COMP_WORDS[1]} in
+@CASES@    esac
+  fi
+  COMPREPLY=($(compgen -W "$words" -- "$word"))
+}
+complete -o default -F _vistrel vistrel
+)sh";
 
 }  // namespace
 
 void writeBash(const ProgramText& program, const std::filesystem::path& folder) {
-  std::ofstream out = create(folder / "bash/vistrel");
-  out << "# bash completion for vistrel\n"
-         "_vistrel() {\n"
-         "  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words=\n"
-         "  COMPREPLY=()\n"
-         "  if ((COMP_CWORD == 1)); then\n"
-         "    words='";
-  for (const CommandText& command : program.commands) out << command.name << " ";
-  out << namesOf(program.self)
-      << "'\n"
-         "    compopt +o default 2>/dev/null\n"
-         "  else\n"
-         "    case ${COMP_WORDS[1]} in\n";
-  for (const CommandText& command : program.commands) writeCommand(command, out);
-  out << "    esac\n"
-         "  fi\n"
-         "  COMPREPLY=($(compgen -W \"$words\" -- \"$word\"))\n"
-         "}\n"
-         "complete -o default -F _vistrel vistrel\n";
+  std::string commands, cases;
+  for (const CommandText& command : program.commands) {
+    commands += command.name + " ";
+    cases += caseOf(command);
+  }
+  commands += namesOf(program.self);
+  create(folder / "bash/vistrel") << filled(kScript,
+                                            {{"@COMMANDS@", commands}, {"@CASES@", cases}});
 }
 
 }  // namespace vistrel::app

@@ -134,6 +134,11 @@ std::string escaped(const std::string& text, const std::string& special, char es
   return result;
 }
 
+std::string filled(std::string text, const std::map<std::string, std::string>& values) {
+  for (const auto& [key, value] : values) text.replace(text.find(key), key.size(), value);
+  return text;
+}
+
 std::ofstream create(const std::filesystem::path& file) {
   std::filesystem::create_directories(file.parent_path());
   std::ofstream out;

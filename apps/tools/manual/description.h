@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,9 @@ std::vector<std::string> split(const std::string& text, const std::string& betwe
 
 // `text` with `escape` before each character of `special`.
 std::string escaped(const std::string& text, const std::string& special, char escape = '\\');
+
+// `text` with each key replaced by its value.
+std::string filled(std::string text, const std::map<std::string, std::string>& values);
 
 // Creates a file, and its folder if necessary. Throws on failure, also of later writes.
 std::ofstream create(const std::filesystem::path& file);

@@ -46,32 +46,35 @@ std::string arguments(const CommandText& command) {
   return list;
 }
 
+constexpr const char* kScript = R"sh(#compdef vistrel
+_vistrel() {
+  local context state state_descr line
+  typeset -A opt_args
+  _arguments -C '1:command:->command' '*::argument:->argument'@OPTIONS@
+  case $state in
+    command)
+      local -a commands=(
+@COMMANDS@      )
+      _describe command commands ;;
+    argument)
+      case $words[1] in
+@CASES@      esac ;;
+  esac
+}
+_vistrel "$@"
+)sh";
+
 }  // namespace
 
 void writeZsh(const ProgramText& program, const std::filesystem::path& folder) {
-  std::ofstream out = create(folder / "zsh/_vistrel");
-  out << "#compdef vistrel\n"
-         "_vistrel() {\n"
-         "  local context state state_descr line\n"
-         "  typeset -A opt_args\n"
-         "  _arguments -C '1:command:->command' '*::argument:->argument'"
-      << arguments(program.self)
-      << "\n"
-         "  case $state in\n"
-         "    command)\n"
-         "      local -a commands=(\n";
-  for (const CommandText& command : program.commands)
-    out << "        " << quoted(command.name + ":" + escaped(command.text, ":")) << "\n";
-  out << "      )\n"
-         "      _describe command commands ;;\n"
-         "    argument)\n"
-         "      case $words[1] in\n";
-  for (const CommandText& command : program.commands)
-    out << "        " << command.name << ") _arguments" << arguments(command) << " ;;\n";
-  out << "      esac ;;\n"
-         "  esac\n"
-         "}\n"
-         "_vistrel \"$@\"\n";
+  std::string commands, cases;
+  for (const CommandText& command : program.commands) {
+    commands += "        " + quoted(command.name + ":" + escaped(command.text, ":")) + "\n";
+    cases += "        " + command.name + ") _arguments" + arguments(command) + " ;;\n";
+  }
+  create(folder / "zsh/_vistrel") << filled(
+      kScript,
+      {{"@OPTIONS@", arguments(program.self)}, {"@COMMANDS@", commands}, {"@CASES@", cases}});
 }
 
 }  // namespace vistrel::app
