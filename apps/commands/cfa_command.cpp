@@ -21,8 +21,8 @@ constexpr const char* kExamples = R"(Examples:
   vistrel cfa blue=1,1 --crop 640x480+3+2
   vistrel cfa grbg -s 1280x961 --flip v --json
 
-The frame is cropped first, then flipped, then rotated. Without --size or --crop,
-its width and height are assumed to be even.)";
+The frame is cropped first, then flipped, then rotated. Without --size or
+--crop, its width and height are assumed to be even.)";
 
 struct CfaOptions {
   std::string phase;

@@ -99,8 +99,8 @@ TEST_F(Batch, SkipsWhatIsUpToDate) {
   const Finished again = convert("a.pgm b.pgm");
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(again.err,
-            "vistrel: up to date: 1 of 2, regardless of their options; --overwrite makes them "
-            "again\n");
+            "vistrel: up to date: 1 of 2, regardless of their options; --overwrite remakes "
+            "them\n");
   EXPECT_EQ(valueOf("out/a.png"), 7u);
   EXPECT_EQ(valueOf("out/b.png"), 10u * 'b' % 256);
   EXPECT_EQ(convert("a.pgm b.pgm --overwrite").err, "");
@@ -152,8 +152,8 @@ TEST_F(Batch, TooManyFramesAreRejected) {
   const Finished result = convert("dots.raw -s 1x1 --bits 8");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
-            "vistrel: dots.raw: it has 1000001 frames: 1000000 at most are allowed at once; "
-            "--frame N takes one\n");
+            "vistrel: dots.raw: it has 1000001 frames: at most 1000000 are allowed at once; "
+            "--frame N selects one\n");
 }
 
 TEST_F(Batch, AFolderStandsForItsFiles) {

@@ -196,7 +196,7 @@ TEST(Formats, PhaseNamesAgree) {
       dng += std::string(dng.empty() ? "" : " ") + (c == 'r' ? "00" : c == 'g' ? "01" : "02");
     }
     EXPECT_EQ(upper, n.fits);
-    EXPECT_EQ("BAYER_" + upper, n.constant);
+    EXPECT_EQ("VISTREL_" + upper, n.constant);
     EXPECT_EQ(upper.substr(0, 2) + "/" + upper.substr(2), n.block);
     EXPECT_EQ("Bayer" + upper.substr(0, 2), n.pfnc);
     EXPECT_EQ(dng, n.dng);

@@ -128,7 +128,7 @@ TEST_F(Readers, OrientationIsReportedButNotApplied) {
     expectSamples("in.tif", 7, 5, 12, noise(12));
   }
   EXPECT_NE(scratch.vistrel("info in.tif")
-                .out.find("\norientation      6 (pictures keep the sensor's)\n"),
+                .out.find("\norientation      6 (pictures keep the sensor's orientation)\n"),
             std::string::npos);
   spec.orientation = 0;
   writeTiff(scratch / "in.tif", spec, noise(12));
