@@ -49,10 +49,8 @@ constexpr PhaseNames kNames[kPhases] = {
 
 const PhaseNames& phaseNames(uint32_t phase) { return kNames[phase]; }
 
-// The letters of the name are the filters of the 2x2 block, row by row.
 uint32_t channelAt(uint32_t phase, uint32_t x, uint32_t y) {
-  const char filter = kNames[phase].name[2 * (y & 1) + (x & 1)];
-  return filter == 'b' ? 0 : filter == 'g' ? 1 : 2;
+  return VISTREL_BLUE - vistrel_colour_at(phase, x, y);
 }
 
 }  // namespace vistrel::app

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "vistrel/vistrel_host.h"
+
 namespace CLI {
 class App;
 }
@@ -11,7 +13,7 @@ class App;
 namespace vistrel::app {
 
 // Each worker holds a stream of its own for as long as the batch runs.
-constexpr unsigned kMaxWorkers = 128;
+constexpr unsigned kMaxWorkers = VISTREL_MAX_STREAMS;
 
 // What standard error shows while a batch runs.
 enum class ProgressMode {
