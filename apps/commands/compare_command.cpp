@@ -116,7 +116,7 @@ ExitStatus run(CompareOptions& o) {
   ExitStatusSum sum;
   for (const std::string& path : o.inputs) {
     const Outcome outcome = attempt([&] {
-      inTypedWords(o.tone.words(), [&] { strips.push_back(stripOf(path, o, progress)); });
+      withOptionNames(o.tone.optionNames(), [&] { strips.push_back(stripOf(path, o, progress)); });
     });
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
     sum.add(outcome.status);

@@ -51,14 +51,15 @@ std::string optionsOf(const CLI::App& command, const ConvertOptions& o) {
 
 BatchTask taskFor(const CLI::App& command, const ConvertOptions& o) {
   BatchTask task;
-  const Wording words = o.conversion.words();
-  task.check = [&o, words](const Job& job) {
+  const OptionNames names = o.conversion.optionNames();
+  task.check = [&o, names](const Job& job) {
     checkWritable(job.to);
-    return inTypedWords(words, [&] { return ConversionJob(job, o.input, o.conversion).preview(); });
+    return withOptionNames(names,
+                           [&] { return ConversionJob(job, o.input, o.conversion).preview(); });
   };
-  task.make = [&o, words](const Job& job, Worker& worker) {
-    return inTypedWords(words,
-                        [&] { return ConversionJob(job, o.input, o.conversion).run(worker); });
+  task.make = [&o, names](const Job& job, Worker& worker) {
+    return withOptionNames(names,
+                           [&] { return ConversionJob(job, o.input, o.conversion).run(worker); });
   };
   task.options = optionsOf(command, o);
   if (!o.conversion.tone.table.empty()) task.sources = {o.conversion.tone.curve};

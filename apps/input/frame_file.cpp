@@ -10,7 +10,7 @@
 #include "apps/error.h"
 #include "apps/input/readers.h"
 #include "apps/options/frame_name.h"
-#include "apps/options/wording.h"
+#include "apps/options/option_names.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
@@ -75,8 +75,8 @@ void FrameFile::describe(const InputOptions& o) {
   frame_.alignment = hasHighBits(o) ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
   const char* const option = o.fromName ? "--from-name: bits" : "--bits";
-  inTypedWords({{"frame.bits", option, ""}},  // rejects bits that such samples can't have
-               [this] { layoutOf(frame_, defaultConversion(frame_)); });
+  withOptionNames({{"frame.bits", option, ""}},  // rejects bits that such samples can't have
+                  [this] { layoutOf(frame_, defaultConversion(frame_)); });
   frame_.phase = o.phase.value_or(d.phase.value_or(VISTREL_MONO));
 }
 

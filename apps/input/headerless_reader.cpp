@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "apps/error.h"
-#include "apps/options/wording.h"
+#include "apps/options/option_names.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
@@ -36,8 +36,8 @@ vistrel_packed packedOf(const InputOptions& o) {
 }
 
 vistrel_packed_layout layoutOf(const vistrel_packed& packed) {
-  return inTypedWords({{"packed.stride", "--stride", ""}},
-                      [&packed] { return packedLayoutOf(packed); });
+  return withOptionNames({{"packed.stride", "--stride", ""}},
+                         [&packed] { return packedLayoutOf(packed); });
 }
 
 class HeaderlessReader : public Reader {

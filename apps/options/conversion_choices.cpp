@@ -4,8 +4,8 @@
 namespace vistrel::app {
 namespace {
 
-void append(Wording& words, const Wording& more) {
-  words.insert(words.end(), more.begin(), more.end());
+void append(OptionNames& names, const OptionNames& more) {
+  names.insert(names.end(), more.begin(), more.end());
 }
 
 }  // namespace
@@ -15,7 +15,7 @@ std::string ToneOptions::typed() const {
   return window ? fmt::format("--window {}", *window) : "";
 }
 
-Wording ToneOptions::words() const {
+OptionNames ToneOptions::optionNames() const {
   if (curve.empty())
     return {{"conversion.reduction", "--window", fmt::format("{}", window.value_or(0))}};
   return {
@@ -30,15 +30,16 @@ std::vector<std::string> ConversionOptions::conflicts() const {
   };
   const bool allBits = keepsAllBits();
   if (depth == "16" && !allBits)
-    clash("--depth 16", "--format " + format, "it has 8 bits; bgr48 and gray16 keep all");
+    clash("--depth 16", "--format " + format, "that format has 8 bits; bgr48 and gray16 keep all");
   if (depth == "8" && allBits)
-    clash("--depth 8", "--format " + format, "it keeps all bits; bgr24 and gray8 have 8");
+    clash("--depth 8", "--format " + format, "that format keeps all bits; bgr24 and gray8 have 8");
   if (allBits && !tone.typed().empty())
-    clash(tone.typed(), format.empty() ? "--depth 16" : "--format " + format, "all bits are kept");
+    clash(tone.typed(), format.empty() ? "--depth 16" : "--format " + format,
+          "the latter keeps all bits");
   if (!gray.empty() && format != "gray8" && format != "gray16")
-    clash("--gray " + gray, "--format " + format, "it is for gray8 and gray16");
+    clash("--gray " + gray, "--format " + format, "it applies to gray8 and gray16 only");
   if (gray == "raw" && preparation.edges == "padded")
-    clash("--gray raw", "--edges padded", "the library's own gray has native edges alone");
+    clash("--gray raw", "--edges padded", "the library's own gray supports only native edges");
   return found;
 }
 
@@ -57,15 +58,15 @@ std::vector<std::string> ConversionOptions::unusedOptions(const vistrel_frame& f
   return idle;
 }
 
-Wording ConversionOptions::words() const {
-  Wording words{{"frame.samples", "sample", ""},
-                {"conversion.gray", "--gray", gray},
-                {"conversion.region", "--roi", ""},
-                format.empty() ? Word{"conversion.format", "--depth", depth}
-                               : Word{"conversion.format", "--format", format}};
-  append(words, tone.words());
-  append(words, preparation.words());
-  return words;
+OptionNames ConversionOptions::optionNames() const {
+  OptionNames names{{"frame.samples", "sample", ""},
+                    {"conversion.gray", "--gray", gray},
+                    {"conversion.region", "--roi", ""},
+                    format.empty() ? OptionName{"conversion.format", "--depth", depth}
+                                   : OptionName{"conversion.format", "--format", format}};
+  append(names, tone.optionNames());
+  append(names, preparation.optionNames());
+  return names;
 }
 
 }  // namespace vistrel::app

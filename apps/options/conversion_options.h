@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "apps/options/algorithm.h"
+#include "apps/options/option_names.h"
 #include "apps/options/preparation_options.h"
-#include "apps/options/wording.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
@@ -27,7 +27,7 @@ struct ToneOptions {
 
   void apply(vistrel_conversion& conversion) const;  // keeps a pointer to `table`
   std::string typed() const;                         // "--curve 2"; empty if neither is given
-  Wording words() const;
+  OptionNames optionNames() const;
 };
 
 struct ConversionOptions {
@@ -44,7 +44,7 @@ struct ConversionOptions {
   std::vector<std::string> conflicts() const;
   std::vector<std::string> unusedOptions(const vistrel_frame& frame) const;
 
-  Wording words() const;
+  OptionNames optionNames() const;
 
   // Throws ProgramError (rejected) if the frame has more bits than the algorithm supports. The
   // result refers to these options.

@@ -48,7 +48,7 @@ void PreparationOptions::apply(vistrel_conversion& c) const {
   std::copy(gains->begin(), gains->end(), c.gains);
 }
 
-Wording PreparationOptions::words() const {
+OptionNames PreparationOptions::optionNames() const {
   return {{"conversion.black", "--black", ""},
           {"conversion.white_balance", "--wb", balance},
           {"conversion.edges", "--edges", edges}};

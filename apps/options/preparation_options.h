@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "apps/options/wording.h"
+#include "apps/options/option_names.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
@@ -21,7 +21,7 @@ struct PreparationOptions {
   std::string edges = "native";
 
   void apply(vistrel_conversion& conversion) const;
-  Wording words() const;
+  OptionNames optionNames() const;
 };
 
 void addPreparationOptions(CLI::App& command, PreparationOptions& options);

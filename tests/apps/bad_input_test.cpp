@@ -122,8 +122,7 @@ TEST_F(BadInput, Sizes) {
 
 TEST_F(BadInput, OnePixelHasNoColour) {
   const std::string file = pgm(1, 1, 255, plain);
-  expectRejected(file, "frame 1x1: algorithm bilinear needs 2x2 pixels or more",
-                 "--phase rggb");
+  expectRejected(file, "frame 1x1: algorithm bilinear needs 2x2 pixels or more", "--phase rggb");
   EXPECT_EQ(scratch.vistrel("convert in.pgm -o out.png --phase mono").status, 0);
 }
 

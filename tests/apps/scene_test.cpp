@@ -40,8 +40,7 @@ TEST(Scene, TooLargeIsRejected) {
   const Scratch scratch;
   const Finished result = scratch.vistrel("scene -o a.pgm -s 65536x65536");
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.err,
-            "vistrel: frame 65536x65536: it has more than 4294967295 samples\n");
+  EXPECT_EQ(result.err, "vistrel: frame 65536x65536: it has more than 4294967295 samples\n");
   EXPECT_TRUE(scratch.names().empty());
 }
 

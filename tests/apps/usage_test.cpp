@@ -133,18 +133,18 @@ TEST(Usage, ConflictingOptions) {
     expectUsage(convert + one + " " + other,
                 one + " and " + other + " cannot be combined: " + why + "\n");
   };
-  expectClash("--curve 2", "--depth 16", "all bits are kept");
-  expectClash("--curve 3", "--format bgr48", "all bits are kept");
-  expectClash("--window 1", "--format gray16", "all bits are kept");
-  expectClash("--depth 16", "--format gray8", "it has 8 bits; bgr48 and gray16 keep all");
-  expectClash("--depth 8", "--format gray16", "it keeps all bits; bgr24 and gray8 have 8");
-  expectClash("--gray raw", "--format bgr24", "it is for gray8 and gray16");
+  expectClash("--curve 2", "--depth 16", "the latter keeps all bits");
+  expectClash("--curve 3", "--format bgr48", "the latter keeps all bits");
+  expectClash("--window 1", "--format gray16", "the latter keeps all bits");
+  expectClash("--depth 16", "--format gray8", "that format has 8 bits; bgr48 and gray16 keep all");
+  expectClash("--depth 8", "--format gray16", "that format keeps all bits; bgr24 and gray8 have 8");
+  expectClash("--gray raw", "--format bgr24", "it applies to gray8 and gray16 only");
   expectUsage(convert + "--format gray8 --gray raw --edges padded",
-              "--gray raw and --edges padded cannot be combined: the library's own gray has native "
-              "edges alone\n");
+              "--gray raw and --edges padded cannot be combined: the library's own gray supports "
+              "only native edges\n");
   expectUsage(convert + "--type tiff --depth 8 --format bgr48",
-              "--depth 8 and --format bgr48 cannot be combined: it keeps all bits; bgr24 and gray8 "
-              "have 8\n"
+              "--depth 8 and --format bgr48 cannot be combined: that format keeps all bits; bgr24 "
+              "and gray8 have 8\n"
               "vistrel: --type tiff and -o a.png cannot be combined: a picture's name sets its "
               "type, --type that of pictures in a folder\n");
   expectUsage("convert a.pgm --phase rggb -o - --json --manifest m.jsonl",
