@@ -1,4 +1,4 @@
-#include "cfa/ahd.h"
+#include "cfa/ahd/ahd.h"
 #include "cfa/variants.h"
 
 namespace vistrel::core {

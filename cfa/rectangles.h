@@ -2,8 +2,8 @@
 // neighbours, in bytes of the others. Where memory is not to be had, nothing is written.
 #pragma once
 
-#include "cfa/ahd_rows.h"
-#include "cfa/near_rows.h"
+#include "cfa/ahd/ahd_rows.h"
+#include "cfa/near/near_rows.h"
 #include "cfa/variants.h"
 
 namespace vistrel::core {

@@ -10,13 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/arch.h"
 #include "vistrel/processor.h"
-
-#if defined(__x86_64__) || defined(__i386__)
-#define VISTREL_X86 1
-#else
-#define VISTREL_X86 0
-#endif
 
 namespace vistrel::core {
 

@@ -1,4 +1,4 @@
-#include "cfa/ahd.h"
+#include "cfa/ahd/ahd.h"
 
 #include "demosaic/primitive_call.h"
 

@@ -4,8 +4,8 @@
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
-#define VISTREL_BODY "demosaic/bilinear_rows.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/bilinear_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 

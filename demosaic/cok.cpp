@@ -6,8 +6,8 @@
 #include "demosaic/hue_rows.h"
 #include "demosaic/in_place.h"
 
-#define VISTREL_BODY "demosaic/cok.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/cok_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 

@@ -2,8 +2,6 @@
 // by it.
 #pragma once
 
-#include <climits>
-
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
@@ -24,12 +22,11 @@ struct GreenFirstPasses {
   PixelRows<T, GreenFirstRows<T>> pixels;
 };
 
-// What each level compiles of such an algorithm: passes for any samples, and
-// faster ones for words of twelve bits.
+// What each level compiles of such an algorithm: passes for any samples, and faster ones for
+// samples of twelve bits at most.
 template <class T>
 struct GreenFirstKernels {
-  bool (*isTwelveBits)(const T* half, size_t n);
-  GreenFirstPasses<T> passes[2];
+  GreenFirstPasses<T> anyBits, twelveBits;
 };
 
 // Finished green, a few rows at a time: computed at red and blue sites, the
@@ -73,26 +70,20 @@ void sweepGreenFirst(const Conversion<T>& c, const GreenFirstKernels<T>& kernels
   MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 6);
   const GreenRows<T> green(mosaic, 3);
   if (!mosaic || !green) return;
-  int lastWide = INT_MIN;  // the last row that has a sample of more than twelve bits
-  const auto passes = [&](int y, int reach) -> const GreenFirstPasses<T>& {
-    return kernels.passes[lastWide < y - reach];
+  // Smoothing reaches one row further than the window.
+  const auto passes = [&](int y) -> const GreenFirstPasses<T>& {
+    return mosaic.isTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
   };
   sweepGuarded(
       c, mosaic, 1,
       [&](int y, T* pixels, RowCopies<T>& copies) {
-        passes(y, 3).pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
+        passes(y).pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
             {mosaic.template window<2>(y), green.window(y)}, mosaic.columns(), pixels, copies);
       },
-      stage(0,
-            [&](int y) {
-              for (unsigned parity = 0; parity < 2; ++parity)
-                if (!kernels.isTwelveBits(mosaic.half(y, parity), mosaic.halfSize(parity)))
-                  lastWide = y;
-            }),
       stage(2, [&](int y) {
         const unsigned parity = 1 - mosaic.greenParity(y);
-        passes(y, 2).green[parity](mosaic.template window<2>(y), mosaic.halfSize(parity),
-                                   green.computed(y));
+        passes(y).green[parity](mosaic.template window<2>(y), mosaic.halfSize(parity),
+                                green.computed(y));
         green.guard(y);
       }));
 }

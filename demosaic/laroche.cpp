@@ -4,8 +4,8 @@
 #include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
-#define VISTREL_BODY "demosaic/laroche.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/laroche_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 

@@ -6,19 +6,8 @@
 #include "common/simd/simd.h"
 #include "cpu/level.h"
 
-namespace vistrel::core {
-
-// What each level has of its own.
-template <class T>
-struct MosaicKernels {
-  void (*split)(const T* source, size_t pairs, T* even, T* odd);
-  void (*smooth)(const T* green, const T* above, const T* below, size_t n, T* smoothed);
-};
-
-}  // namespace vistrel::core
-
-#define VISTREL_BODY "demosaic/mosaic_rows.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/mosaic_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 
@@ -48,8 +37,9 @@ void MosaicRows<T>::load(int y) {
   const T* source = source_ + static_cast<size_t>(y) * stride_;
   T* even = raw_.half(unsigned(y), 0);
   T* odd = raw_.half(unsigned(y), 1);
-  VISTREL_BY_LEVEL(kMosaicKernels<T>)->split(source, columns() / 2, even, odd);
-  if (columns() & 1) even[columns() / 2] = source[columns() - 1];
+  T bits = VISTREL_BY_LEVEL(kMosaicKernels<T>)->split(source, columns() / 2, even, odd);
+  if (columns() & 1) bits |= even[columns() / 2] = source[columns() - 1];
+  if (bits >> 12) lastWide_ = y;
   guardHalf(even, halfSize(0));
   guardHalf(odd, halfSize(1));
   nextSource_ = y + 1 < height() ? source + stride_ : nullptr;

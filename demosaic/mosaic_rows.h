@@ -1,10 +1,19 @@
 // The mosaic of a region as half rows, a few rows at a time: what every guarded sweep begins with.
 #pragma once
 
+#include <climits>
+
 #include "common/mosaic.h"
 #include "common/rows/half_rows.h"
 
 namespace vistrel::core {
+
+// What each level has of its own.
+template <class T>
+struct MosaicKernels {
+  T (*split)(const T* source, size_t pairs, T* even, T* odd);
+  void (*smooth)(const T* green, const T* above, const T* below, size_t n, T* smoothed);
+};
 
 template <class T>
 class MosaicRows {
@@ -33,6 +42,9 @@ class MosaicRows {
     return w;
   }
 
+  // Whether neither row y nor a row loaded after it has a sample of more than twelve bits.
+  bool isTwelveBitsFrom(int y) const { return lastWide_ < y; }
+
   // The column parity of the green sites of row y, and whether its others are red.
   unsigned greenParity(int y) const { return (region_.r0 ^ region_.c0 ^ unsigned(y)) & 1; }
   bool isRedRow(int y) const { return ((region_.r0 ^ unsigned(y)) & 1) == 0; }
@@ -45,6 +57,7 @@ class MosaicRows {
   Region region_;
   const T *source_, *nextSource_ = nullptr;
   size_t stride_;
+  int lastWide_ = INT_MIN;  // the last row that has a sample of more than twelve bits
   HalfRowRing<T> raw_, green_;
 };
 

@@ -1,4 +1,4 @@
-#include "cfa/near_rows.h"
+#include "cfa/near/near_rows.h"
 #include "demosaic/primitive_call.h"
 
 namespace vistrel::core {

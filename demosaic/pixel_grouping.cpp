@@ -7,8 +7,8 @@
 #include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
-#define VISTREL_BODY "demosaic/pixel_grouping.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/pixel_grouping_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 

@@ -8,26 +8,12 @@
 
 #include "common/arith.h"
 #include "common/depth.h"
-#include "common/simd/simd.h"
 #include "cpu/level.h"
 #include "frontend/filter/filter_image.h"
+#include "frontend/filter/filter_rows.h"
 
-namespace vistrel::core {
-
-// What each level has of its own: n results of a row, from 1 up; taps point to the samples of the
-// first one.
-template <class T>
-struct FilterRows {
-  using Fixed = void (*)(const T* const* taps, size_t n, T* results);
-  using Weighted = void (*)(const _FLT_3X3& filter, const T* const* taps, size_t n, T* results);
-  Fixed box, fiveTaps;
-  Weighted smallWeights, anyWeights;
-};
-
-}  // namespace vistrel::core
-
-#define VISTREL_BODY "frontend/filter/filter.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "frontend/filter/filter_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 

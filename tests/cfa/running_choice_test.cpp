@@ -1,5 +1,5 @@
 // Which image each pixel of a row comes from: that of the last sum that is not zero.
-#include "cfa/running_choice.h"
+#include "cfa/ahd/running_choice.h"
 
 #include "tests/frames.h"
 

@@ -1,5 +1,5 @@
 // The edge demosaic's kernels, called by name on a patch of the mosaic.
-#include "demosaic/edge_kernels.h"
+#include "demosaic/edge/edge_sites.h"
 
 #include <array>
 #include <random>
