@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 namespace vistrel::core {
 
@@ -9,5 +10,9 @@ namespace vistrel::core {
 // depth of the source; sensed samples pass.
 template <class T>
 constexpr int kLimit = sizeof(T) == 1 ? 255 : 1023;
+
+// Signed, of twice the sample's length: for sums and differences.
+template <class T>
+using Widened = std::conditional_t<sizeof(T) == 1, int16_t, int32_t>;
 
 }  // namespace vistrel::core

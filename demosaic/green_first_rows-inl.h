@@ -6,7 +6,7 @@
 #define VISTREL_GREEN_FIRST_ROWS_INL_H
 #endif
 
-#include "common/rows/pixel_row-inl.h"
+#include "common/rows/pixel_kernels-inl.h"
 #include "common/simd/taps-inl.h"
 #include "demosaic/green_first.h"
 
@@ -53,7 +53,7 @@ struct FillGreenFirst {
 template <class T, class Formulas, class Values>
 constexpr GreenFirstPasses<T> kGreenFirstPasses = {
     {greenRow<T, Formulas, Values, 0>, greenRow<T, Formulas, Values, 1>},
-    kPixelRows<T, GreenFirstRows<T>, FillGreenFirst<Formulas, Values>>};
+    kPixelKernels<T, GreenFirstRows<T>, FillGreenFirst<Formulas, Values>>};
 
 template <class T, class Formulas>
 constexpr GreenFirstKernels<T> kGreenFirst = {kGreenFirstPasses<T, Formulas, EvenOdd<T>>,

@@ -13,7 +13,7 @@ namespace {
 
 template <class T>
 void hamilton(const Conversion<T>& c) {
-  if (isThin(c.region)) return greenFirstInPlace<base::Hamilton<T>>(c);
+  if (isDegenerate(c.region)) return greenFirstInPlace<base::Hamilton<T>>(c);
   sweepGreenFirst(c, *VISTREL_BY_LEVEL(kHamilton<T>));
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 template <class T>
 void laroche(const Conversion<T>& c) {
-  if (isThin(c.region)) return greenFirstInPlace<base::Laroche<T>>(c);
+  if (isDegenerate(c.region)) return greenFirstInPlace<base::Laroche<T>>(c);
   sweepGreenFirst(c, *VISTREL_BY_LEVEL(kLaroche<T>));
 }
 

@@ -1,4 +1,4 @@
-#include "cfa/near/near_rows.h"
+#include "cfa/near/near.h"
 #include "demosaic/primitive_call.h"
 
 namespace vistrel::core {
@@ -13,8 +13,8 @@ void nearNeighbor(const Conversion<T>& c) {
   PrimitiveCall<T> call(c);
   if (call.isRefused(kSmallestSide)) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
   call.frame.rounding = Rounding(scaling(c));
-  NearRows<T> rows(call.frame, call.roi);
-  if (rows) convertRows(c, call.roi, rows);
+  NearRegion<T> region(call.frame, call.roi);
+  convertRegion(c, call.roi, region);
 }
 
 }  // namespace

@@ -45,7 +45,7 @@ void redAndBlueOf(const InPlacePixel<T>& p, T* pFirst, T* pSecond) {
 
 template <class T>
 void pixelGrouping(const Conversion<T>& c) {
-  if (isThin(c.region)) return greenFirstInPlace<PixelGrouping<T>>(c);
+  if (isDegenerate(c.region)) return greenFirstInPlace<PixelGrouping<T>>(c);
   sweepGreenFirst(c, *VISTREL_BY_LEVEL(kPixelGrouping<T>));
 }
 

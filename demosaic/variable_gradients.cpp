@@ -34,7 +34,7 @@ void fillAtColour(const InPlacePixel<T>& p) {
 
 template <class T>
 void variableGradientsInPlace(const Conversion<T>& c) {
-  spreadMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  scatterMosaic(c.region, c.sourceStride, c.pSrc, c.work);
   passInPlace(c.region, c.work,
               [](const InPlacePixel<T>& p) { p.isGreen() ? fillAtGreen(p) : fillAtColour(p); });
   c.output.convert(c.work, c.pDst, c.nRoiHeight);
@@ -42,14 +42,14 @@ void variableGradientsInPlace(const Conversion<T>& c) {
 
 template <class T>
 void variableGradients(const Conversion<T>& c) {
-  if (isThin(c.region)) return variableGradientsInPlace(c);
+  if (isDegenerate(c.region)) return variableGradientsInPlace(c);
   const auto& kernels = *VISTREL_BY_LEVEL(kVariableGradients<T>);
-  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 5);
+  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 5);
   if (!mosaic) return;
-  sweepGuarded(c, mosaic, 2, [&](int y, T* pixels, RowCopies<T>& copies) {
+  sweepGuarded(c, mosaic, 2, [&](int y, RowSink<T>& sink) {
     const auto window = mosaic.template window<2>(y);
     const auto& rows = mosaic.isTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
-    rows.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](window, mosaic.columns(), pixels, copies);
+    rows.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](window, mosaic.columns(), sink);
   });
 }
 

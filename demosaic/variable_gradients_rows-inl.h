@@ -5,7 +5,7 @@
 #define VISTREL_VARIABLE_GRADIENTS_ROWS_INL_H
 #endif
 
-#include "common/rows/pixel_row-inl.h"
+#include "common/rows/pixel_kernels-inl.h"
 #include "common/simd/taps-inl.h"
 #include "demosaic/variable_gradients_formulas-inl.h"
 #include "demosaic/variable_gradients_rows.h"
@@ -44,11 +44,12 @@ struct FillVariableGradients {
 };
 
 template <class T, class Values>
-constexpr const auto& kRowsOf = kPixelRows<T, HalfRowWindow<T, 2>, FillVariableGradients<Values>>;
+constexpr const auto& kVariableGradientsPixels =
+    kPixelKernels<T, HalfRowWindow<T, 2>, FillVariableGradients<Values>>;
 
 template <class T>
-constexpr VariableGradientsKernels<T> kVariableGradients = {kRowsOf<T, ShortValues<T>>,
-                                                            kRowsOf<T, EvenOdd<T>>};
+constexpr VariableGradientsKernels<T> kVariableGradients = {
+    kVariableGradientsPixels<T, ShortValues<T>>, kVariableGradientsPixels<T, EvenOdd<T>>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -28,7 +28,7 @@ inline WorkLayout guardedLayout(const Region& region) {
 // Nothing but the image.
 inline WorkLayout compactLayout(const Region& region) { return {size_t{3} * region.Wf, 0, 0}; }
 
-// Spreads the mosaic of the region into the guarded layout of pWork: each sample at its site's
+// Scatters the mosaic of the region into the guarded layout of pWork: each sample at its site's
 // channel, zero in the other two, green smoothed inside; then the guard of two pixels on every
 // side, each a copy of the image two pixels further in.
 void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
@@ -40,6 +40,6 @@ void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, ui
 
 // The same of a region.
 template <class T>
-void spreadMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* pWork);
+void scatterMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* pWork);
 
 }  // namespace vistrel::core

@@ -1,6 +1,4 @@
-// Hirakawa and Parks, "Adaptive homogeneity-directed demosaicing algorithm" (2005): the frame is
-// rebuilt twice, with green along rows and along columns, and each pixel is taken from the image
-// in which more of its neighbours look alike.
+// The row kernels of adaptive homogeneity-directed demosaicing.
 #if defined(VISTREL_AHD_ROWS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_AHD_ROWS_INL_H
 #undef VISTREL_AHD_ROWS_INL_H
@@ -8,16 +6,13 @@
 #define VISTREL_AHD_ROWS_INL_H
 #endif
 
-#include "cfa/ahd/ahd_rows.h"
-#include "common/rows/pixel_row-inl.h"
+#include "cfa/ahd/ahd_formulas-inl.h"
+#include "common/rows/pixel_kernels-inl.h"
 #include "common/simd/split-inl.h"
 #include "common/simd/taps-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
-
-template <class T>
-using UnsignedWide = Vec<std::make_unsigned_t<Signed<T>>>;
 
 // Scales samples up, and what passes the word's end away.
 template <class T>
@@ -25,14 +20,6 @@ void ahdScale(T* half, size_t n, int shift) {
   const T kept = static_cast<T>(shift < 16 ? ~0 : 0);
   for (size_t k = 0; k < n; k += kLanes<T>)
     store(half + k, (load(half + k) & kept) << (shift & 15));
-}
-
-// The mean of the neighbours a, b, led by the curvature of the site's own colour l, c, r, but never
-// beyond a and b. Both terms round down, each by itself.
-template <class V>
-VISTREL_INLINE V directedGreen(V a, V b, V l, V c, V r) {
-  const V led = ((c + c - l - r) >> 2) + ((a + b) >> 1);
-  return larger(smaller(led, larger(a, b)), smaller(a, b));
 }
 
 // Green at the red or blue sites of a row, and by how much these differ from it, in both images.
@@ -46,8 +33,8 @@ void ahdGreen(const HalfRowWindow<T, 2>& mosaic, size_t n, const AhdGreen<T>& al
     for (size_t i = 0; i < 2; ++i) {
       const size_t at = k + i * kWideLanes<T>;
       const ValueTap<LowHigh<T>, 2, parity> m{rows, k, {i}};
-      hGreen[i] = directedGreen(m(-1, 0), m(1, 0), m(-2, 0), m(0, 0), m(2, 0));
-      vGreen[i] = directedGreen(m(0, -1), m(0, 1), m(0, -2), m(0, 0), m(0, 2));
+      hGreen[i] = Ahd<T>::greenAlongRow(m);
+      vGreen[i] = Ahd<T>::greenAlongColumn(m);
       store(h.difference + at, m(0, 0) - hGreen[i]);
       store(v.difference + at, m(0, 0) - vGreen[i]);
     }
@@ -56,23 +43,28 @@ void ahdGreen(const HalfRowWindow<T, 2>& mosaic, size_t n, const AhdGreen<T>& al
   }
 }
 
-// Luma and chroma without offsets, of differences to green: 66 R + 129 G + 25 B, 112 B - 74 G - 38
-// R and 112 R - 94 G - 18 B. The first, and steps on the way to the others, need the sign's bit.
+// Differences of red and blue sites, seen from sites of one column parity.
+template <class T, int parity>
+struct DifferenceTap {
+  const Widened<T>* const (&rows)[3];
+  ptrdiff_t k;
+
+  VISTREL_INLINE Wide<T> operator()(int dx, int dy) const {
+    return load(rows[dy + 1] + k + ((parity + dx) >> 1));
+  }
+};
+
 template <class T>
-VISTREL_INLINE void storeLumaChroma(const LumaChroma<T>& to, size_t k, Wide<T> R, Wide<T> G,
-                                    Wide<T> B, const LumaChromaWeights<T>& w) {
-  using U = UnsignedWide<T>;
-  const U g = (U)G, r = (U)R - g, b = (U)B - g;
-  store(to.y + k, (Wide<T>)((g * w.w220 + r * w.w66 + b * w.w25 + 128) >> 8));
-  store(to.u + k, (Wide<T>)(b * w.w112 - r * w.w38 + 128) >> 8);
-  store(to.v + k, (Wide<T>)(r * w.w112 - b * w.w18 + 128) >> 8);
+VISTREL_INLINE void storeAt(const LumaChroma<T>& to, size_t k, const LumaChromaOf<T>& of) {
+  store(to.y + k, of.y);
+  store(to.u + k, of.u);
+  store(to.v + k, of.v);
 }
 
 // Red and blue of a row of one image, by the differences of sensed colours to its green.
 template <class T, int greenParity, bool redRow>
 void ahdColours(const AhdSensed<T>& source, size_t n, const AhdColours<T>& result) {
   constexpr int g = greenParity, c = 1 - greenParity;
-  constexpr int kLargest = static_cast<T>(~T{0});
   const AhdSensed<T> s = source;
   const AhdColours<T> to = result;
   const LumaChromaWeights<T> w = *source.weights;
@@ -80,75 +72,22 @@ void ahdColours(const AhdSensed<T>& source, size_t n, const AhdColours<T>& resul
     Wide<T> along[2], across[2], opposite[2];
     for (size_t i = 0; i < 2; ++i) {
       const size_t at = k + i * kWideLanes<T>;
-      // Green sites have the differences of their row at elements at - c and at + g, those of the
-      // rows above and below at their own; the other sites just the other way round.
-      const auto beside = load(s.differences[1] + at - c) + load(s.differences[1] + at + g);
-      const auto upright = load(s.differences[0] + at) + load(s.differences[2] + at);
-      const auto diagonal = load(s.differences[0] + at - g) + load(s.differences[2] + at - g) +
-                            load(s.differences[0] + at + c) + load(s.differences[2] + at + c);
+      const DifferenceTap<T, g> atGreen{s.differences, static_cast<ptrdiff_t>(at)};
+      const DifferenceTap<T, c> atColour{s.differences, static_cast<ptrdiff_t>(at)};
       const Wide<T> green = loadWide(s.green[g] + at), other = loadWide(s.green[c] + at);
       const Wide<T> own = loadWide(s.own + at);
-      along[i] = clampTo(green + (beside >> 1), kLargest);
-      across[i] = clampTo(green + (upright >> 1), kLargest);
-      opposite[i] = clampTo(other + (diagonal >> 2), kLargest);
-      storeLumaChroma<T>(to.lumaChroma[g], at, redRow ? along[i] : across[i], green,
-                         redRow ? across[i] : along[i], w);
-      storeLumaChroma<T>(to.lumaChroma[c], at, redRow ? own : opposite[i], other,
-                         redRow ? opposite[i] : own, w);
+      along[i] = Ahd<T>::along(green, atGreen);
+      across[i] = Ahd<T>::across(green, atGreen);
+      opposite[i] = Ahd<T>::opposite(other, atColour);
+      storeAt(to.lumaChroma[g], at,
+              {redRow ? along[i] : across[i], green, redRow ? across[i] : along[i], w});
+      storeAt(to.lumaChroma[c], at,
+              {redRow ? own : opposite[i], other, redRow ? opposite[i] : own, w});
     }
     store(to.along + k, LowHigh<T>::join(along));
     store(to.across + k, LowHigh<T>::join(across));
     store(to.opposite + k, LowHigh<T>::join(opposite));
   }
-}
-
-template <class T>
-struct Distance {
-  Wide<T> luma, chroma;
-
-  VISTREL_INLINE Distance(const LumaChroma<T>& a, ptrdiff_t i, const LumaChroma<T>& b, ptrdiff_t k)
-      : luma(absolute(load(a.y + i) - load(b.y + k))) {
-    const auto u = (UnsignedWide<T>)(load(a.u + i) - load(b.u + k));
-    const auto v = (UnsignedWide<T>)(load(a.v + i) - load(b.v + k));
-    // Of bytes at most 57,480, without a sign; of words wrapped, and compared as it stands.
-    const auto sum = u * u + v * v;
-    chroma = (Wide<T>)(sizeof(T) == 1 ? sum ^ 0x8000 : sum);
-  }
-};
-
-template <class T>
-struct Limits {
-  Wide<T> luma, chroma;
-
-  // The lesser of the greater ones.
-  VISTREL_INLINE Limits(const Distance<T>& a, const Distance<T>& b, const Distance<T>& c,
-                        const Distance<T>& d)
-      : luma(smaller(larger(a.luma, b.luma), larger(c.luma, d.luma))),
-        chroma(smaller(larger(a.chroma, b.chroma), larger(c.chroma, d.chroma))) {}
-
-  VISTREL_INLINE auto exceededBy(const Distance<T>& d) const {  // minus one if so
-    return (d.luma > luma) | (d.chroma > chroma);
-  }
-};
-
-// How many more of the four neighbours look alike in the image along rows than in the one along
-// columns, and four.
-template <class T, int parity>
-VISTREL_INLINE Wide<T> score(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v,
-                             ptrdiff_t k) {
-  constexpr int other = 1 - parity;
-  const ptrdiff_t left = k + parity - 1, right = k + parity;  // of the other columns
-  const LumaChroma<T>&hHere = h[1][parity], &vHere = v[1][parity];
-  const Distance<T> hLeft(hHere, k, h[1][other], left), hRight(hHere, k, h[1][other], right);
-  const Distance<T> vUp(vHere, k, v[0][parity], k), vDown(vHere, k, v[2][parity], k);
-  const Limits<T> limits(hLeft, hRight, vUp, vDown);
-  Wide<T> sum = limits.exceededBy(hLeft) + limits.exceededBy(hRight) - limits.exceededBy(vUp) -
-                limits.exceededBy(vDown) + 4;
-  sum += limits.exceededBy({hHere, k, h[0][parity], k});
-  sum += limits.exceededBy({hHere, k, h[2][parity], k});
-  sum -= limits.exceededBy({vHere, k, v[1][other], left});
-  sum -= limits.exceededBy({vHere, k, v[1][other], right});
-  return sum;
 }
 
 template <class T, int parity>
@@ -202,7 +141,7 @@ constexpr AhdKernels<T> kAhd = {splitPairs<T>,
                                  {ahdColours<T, 1, false>, ahdColours<T, 1, true>}},
                                 {ahdScores<T, 0>, ahdScores<T, 1>},
                                 ahdSums<T>,
-                                &kPixelRows<T, ChosenRows<T>, FillChosen>};
+                                &kPixelKernels<T, ChosenRows<T>, FillChosen>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

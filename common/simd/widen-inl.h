@@ -17,14 +17,12 @@
 #define VISTREL_WIDEN_INL_H
 #endif
 
+#include "common/depth.h"
 #include "common/simd/lanes-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Signed, of twice the sample's length.
-template <class T>
-using Widened = std::conditional_t<sizeof(T) == 1, int16_t, int32_t>;
 template <class T>
 using Wide = Vec<Widened<T>>;
 template <class T>

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "common/arith.h"
-#include "common/simd/simd.h"
+#include "common/rows/sweep.h"
 #include "cpu/level.h"
 #include "demosaic/edge/edge_output.h"
 
@@ -14,9 +14,6 @@ namespace vistrel::core {
 
 namespace {
 
-// Samples of so many bits, and what is summed of them, fit signed words.
-constexpr unsigned kWordBits = 12;
-
 template <class T>
 struct EdgeConversion {
   Conversion<T> c;
@@ -24,58 +21,76 @@ struct EdgeConversion {
   const T* workEnd;
 };
 
-// A row of pixels' surroundings. What a lane can't hold lies beyond all samples too.
-template <class T, class Lane>
-EdgeWindow<T, Lane> windowOf(const EdgeMosaic<T>& mosaic, const MeasureRows<Lane>& measures,
-                             const EdgeSettings& settings, int y) {
-  static constexpr int kLargest = std::numeric_limits<Lane>::max();
-  EdgeWindow<T, Lane> window{
-      mosaic.template window<1>(y), measures.window(y), {}, std::min(settings.limit, kLargest)};
-  std::transform(std::begin(settings.thresholds), std::end(settings.thresholds), window.thresholds,
-                 [](int t) { return static_cast<Lane>(std::clamp(t, -1, kLargest)); });
-  return window;
-}
+template <class T>
+class EdgeSweep {
+ public:
+  explicit EdgeSweep(const EdgeConversion<T>& e)
+      : settings_(e.settings), kernels_(*VISTREL_BY_LEVEL(kEdge<T>)), frame_(e.c),
+        columns_(e.c.region.Wf), mosaic_(frame_), measures_(columns_), ends_(frame_, e.settings),
+        output_(e.c, ends_, e.workEnd), first_(static_cast<int>(e.c.region.y0)) {}
 
-// False when it comes upon samples that the lanes are too short for: it is to be done anew then.
-template <class T, class Lane>
-bool sweepEdges(const EdgeConversion<T>& e) {
-  using Types = EdgeTypes<T, Lane>;
-  const EdgeKernels<T, Lane>& kernels = *VISTREL_BY_LEVEL(kEdge<Types>);
-  const EdgeFrame<T> frame(e.c);
-  const size_t columns = e.c.region.Wf;
-  const BlockEnds<T> ends(frame, e.settings);
-  EdgeMosaic<T> mosaic(frame);
-  const MeasureRows<Lane> measures(columns);
-  EdgeOutput<T> output(e.c, ends, e.workEnd);
-  if (!mosaic || !measures || !output) return true;
-  const int first = static_cast<int>(e.c.region.y0), end = first + (frame.height() + 1) / 2 * 2;
-  for (int y = first - 3; y <= end + 2; ++y) {
-    if (sizeof(Lane) == sizeof(T) && frame.row(y) &&
-        !kernels.holdsBits(frame.row(y), columns, kWordBits))
-      return false;
-    mosaic.load(y, kernels.split);
-    const int measured = y - 2, finished = y - 3;
-    if (measured >= first - 1)
-      kernels.measure[1 - frame.greenParity(measured)](mosaic.template window<2>(measured),
-                                                       columns / 2, measures.row(measured));
-    if (finished >= first)
-      output.row(finished, [&](T* pixels, RowCopies<T>& copies) {
-        kernels.pixels.of[frame.greenParity(finished)][!frame.isBlueRow(finished)](
-            windowOf(mosaic, measures, e.settings, finished), columns, pixels, copies);
-      });
+  // Whole pairs of rows.
+  void run() {
+    if (!mosaic_ || !measures_ || !output_) return;
+    const int end = first_ + (frame_.height() + 1) / 2 * 2;
+    sweep({first_, end}, kUnbounded, stage(0, [&](int y) { mosaic_.load(y, kernels_); }),
+          stage(2,
+                [&](int y) { isNarrow(y - 2) ? measureAs<int16_t>(y) : measureAs<Widened<T>>(y); }),
+          stage(1, [&](int y) { isNarrow(y - 3) ? fillAs<int16_t>(y) : fillAs<Widened<T>>(y); }));
+    output_.finish();
   }
-  output.finish();
-  return true;
-}
+
+ private:
+  // Whether narrow lanes hold all that is summed of the rows from y on.
+  bool isNarrow(int y) const { return settings_.limit >> 12 == 0 && mosaic_.isTwelveBitsFrom(y); }
+
+  template <class Lane>
+  void measureAs(int y) {
+    kernels_.template of<Lane>().measure[1 - frame_.greenParity(y)](
+        mosaic_.template window<2>(y), columns_ / 2, measures_.template row<Lane>(y));
+    measures_.laneBytes(y) = sizeof(Lane);
+  }
+
+  template <class Lane>
+  void fillAs(int y) {
+    for (int row = y - 1; row <= y + 1; ++row)
+      if (measures_.laneBytes(row) != sizeof(Lane)) measureAs<Lane>(row);
+    RowSink<T> sink = output_.row(y);
+    kernels_.template of<Lane>().pixels.of[frame_.greenParity(y)][!frame_.isBlueRow(y)](
+        surroundings<Lane>(y), columns_, sink);
+    output_.finish(y, sink);
+  }
+
+  // What lanes can't hold is above all samples anyway.
+  template <class Lane>
+  EdgeWindow<T, Lane> surroundings(int y) const {
+    static constexpr int kLargest = std::numeric_limits<Lane>::max();
+    EdgeWindow<T, Lane> window{mosaic_.template window<1>(y),
+                               measures_.template window<Lane>(y),
+                               {},
+                               std::min(settings_.limit, kLargest)};
+    std::transform(std::begin(settings_.thresholds), std::end(settings_.thresholds),
+                   window.thresholds,
+                   [](int t) { return static_cast<Lane>(std::clamp(t, -1, kLargest)); });
+    return window;
+  }
+
+  const EdgeSettings settings_;
+  const EdgeKernels<T>& kernels_;
+  const EdgeFrame<T> frame_;
+  size_t columns_;
+  EdgeMosaicRing<T> mosaic_;
+  MeasureRing<T> measures_;
+  const BlockEnds<T> ends_;
+  EdgeOutput<T> output_;
+  int first_;
+};
 
 template <class T>
 void demosaicEdges(const EdgeConversion<T>& e) {
-  using Widened = std::conditional_t<sizeof(T) == 1, int16_t, int32_t>;
   const Conversion<T>& c = e.c;
   if (c.region.Wf == 0 || c.region.Hf == 0) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
-  if constexpr (sizeof(T) == 2)
-    if (e.settings.limit >> kWordBits == 0 && sweepEdges<T, int16_t>(e)) return;
-  sweepEdges<T, Widened>(e);
+  EdgeSweep<T>(e).run();
 }
 
 // The image lies two rows lower in the work buffer than that of the other algorithms.

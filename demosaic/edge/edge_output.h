@@ -1,41 +1,47 @@
-// The way of the edge demosaic's rows into the work buffer and the result.
+// Routes the edge demosaic's rows to the work buffer and to the result.
 #pragma once
 
 #include "demosaic/edge/block_ends.h"
-#include "demosaic/finished_rows.h"
+#include "demosaic/work_image.h"
 
 namespace vistrel::core {
 
 // Leaves the work buffer as blocks of eight pixels by two rows do, one after the other. What they
 // compute beyond the end of a row goes to the right guard and on into the row below.
 template <class T>
-class EdgeOutput {
+class EdgeOutput final : public ImageSink<T> {
  public:
   // workEnd: of the work buffer. Nothing is written there.
   EdgeOutput(const Conversion<T>& c, const BlockEnds<T>& ends, const T* workEnd)
-      : c_(c), image_(withoutGuard(c)), finished_(image_), ends_(ends), workEnd_(workEnd),
+      : c_(c), image_(withoutGuard(c)), work_(image_), ends_(ends), workEnd_(workEnd),
         first_(static_cast<int>(c.region.y0)), spare_(new (std::nothrow) T[rowSamples()]) {}
 
-  explicit operator bool() const { return finished_ && spare_; }
+  explicit operator bool() const { return work_ && spare_; }
 
-  // From y0 on, row by row. fill(pixels, copies) makes the pixels of row y.
-  template <class Fill>
-  void row(int y, Fill fill) {
-    const bool isFollowed = first_ == 0 && y < static_cast<int>(c_.region.Hf);
-    T* const pixels = isFollowed ? finished_.row(y) : spare_.get();
-    RowCopies<T> copies = isFollowed ? finished_.copies(y) : RowCopies<T>();
-    make(y, pixels, copies, fill);
-    if (isFollowed)
-      finished_.finish(y, copies);
-    else
-      store(pixels, rowSamples(), image_.imageRow(y));
+  // From y0 on, row by row.
+  RowSink<T> row(int y) override {
+    if (!isFollowed(y)) return RowSink<T>(spare_.get());
+    const RowSink<T> sink = work_.row(y);
+    return overwrittenPixels(y) ? RowSink<T>(sink.pixels()) : sink;
+  }
+
+  void finish(int y, RowSink<T>& sink) override {
+    const size_t overwritten = 3 * overwrittenPixels(y);
+    std::copy_n(beyond_ + kBetweenRows, overwritten, sink.pixels());
+    if (isFollowed(y)) {
+      if (overwritten) sink = work_.row(y);
+      if (overwritten) sink.copyPixels(0, c_.region.Wf);
+      work_.finish(y, sink);
+    } else {
+      store(sink.pixels(), rowSamples(), image_.imageRow(y));
+    }
     ends_.compute(y, beyond_);
     store(beyond_, 3 * ends_.pixels(), image_.imageRow(y) + rowSamples());
   }
 
-  // All rows are there.
+  // All rows are finished.
   void finish() const {
-    streamFence();
+    storeFence();
     if (first_ > 0 || !c_.output.followsRows()) c_.output.convert(c_.work, c_.pDst, c_.nRoiHeight);
   }
 
@@ -48,15 +54,8 @@ class EdgeOutput {
     return c;
   }
 
-  template <class Fill>
-  void make(int y, T* pixels, RowCopies<T>& copies, Fill fill) {
-    const size_t overwritten = 3 * overwrittenPixels(y);
-    if (overwritten == 0) return fill(pixels, copies);
-    RowCopies<T> none;
-    fill(pixels, none);
-    std::copy_n(beyond_ + kBetweenRows, overwritten, pixels);
-    if (copies.plain) std::copy_n(pixels, rowSamples(), copies.plain);
-  }
+  // The output follows the row.
+  bool isFollowed(int y) const { return first_ == 0 && y < static_cast<int>(c_.region.Hf); }
 
   size_t rowSamples() const { return 3 * c_.region.Wf; }
 
@@ -69,13 +68,13 @@ class EdgeOutput {
   }
 
   void store(const T* samples, size_t n, T* to) const {
-    const ptrdiff_t room = std::max<ptrdiff_t>(workEnd_ - to, 0);
-    std::copy_n(samples, std::min(n, size_t(room)), to);
+    const ptrdiff_t capacity = std::max<ptrdiff_t>(workEnd_ - to, 0);
+    std::copy_n(samples, std::min(n, size_t(capacity)), to);
   }
 
   const Conversion<T>& c_;
   const Conversion<T> image_;
-  const FinishedRows<T> finished_;
+  WorkImage<T> work_;
   const BlockEnds<T>& ends_;
   const T* workEnd_;
   int first_;

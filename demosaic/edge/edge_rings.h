@@ -2,19 +2,15 @@
 #pragma once
 
 #include <algorithm>
+#include <climits>
 
+#include "common/depth.h"
 #include "common/rows/half_rows.h"
-#include "common/rows/pixel_row.h"
+#include "common/rows/pixel_kernels.h"
+#include "common/rows/row_source.h"
 #include "demosaic/conversion.h"
 
 namespace vistrel::core {
-
-// The type of samples and that of the lanes that are to hold sums of them.
-template <class T, class L>
-struct EdgeTypes {
-  using Sample = T;
-  using Lane = L;
-};
 
 // Measures of the red or blue sites of a row, see edge.inl.
 template <class Lane>
@@ -38,12 +34,26 @@ struct EdgeWindow {
 
 // What each level compiles.
 template <class T, class Lane>
-struct EdgeKernels {
-  T (*split)(const T* source, size_t pairs, T* even, T* odd);
-  bool (*holdsBits)(const T* row, size_t n, unsigned bits);
+struct EdgeLaneKernels {
   // By the column parity of the red or blue sites, of which the row has n.
   void (*measure[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, const MeasureRow<Lane>& to);
-  PixelRows<T, EdgeWindow<T, Lane>> pixels;
+  PixelKernels<T, EdgeWindow<T, Lane>> pixels;
+};
+
+// Sums of samples of twelve bits at most fit lanes of 16 bits; others need twice a sample's length.
+template <class T>
+struct EdgeKernels {
+  T (*split)(const T* source, size_t pairs, T* even, T* odd);
+  EdgeLaneKernels<T, int16_t> narrow;
+  EdgeLaneKernels<T, Widened<T>> wide;
+
+  template <class Lane>
+  const EdgeLaneKernels<T, Lane>& of() const {
+    if constexpr (std::is_same_v<Lane, int16_t>)
+      return narrow;
+    else
+      return wide;
+  }
 };
 
 // The frame with its surroundings: two rows above and below it that continue the mosaic, and zeros
@@ -53,7 +63,7 @@ class EdgeFrame {
  public:
   explicit EdgeFrame(const Conversion<T>& c)
       : columns_(c.region.Wf), height_(static_cast<int>(c.region.Hf)), nBayer_(c.nBayer),
-        source_(c.pSrc + c.region.x0), stride_(c.sourceStride) {}
+        source_(c.pSrc + c.region.x0, static_cast<ptrdiff_t>(c.sourceStride), height_) {}
 
   ptrdiff_t columns() const { return columns_; }
   int height() const { return height_; }
@@ -72,7 +82,7 @@ class EdgeFrame {
       y += 2;
     else if (height_ <= y && y < height_ + 2)
       y -= 2;
-    return 0 <= y && y < height_ ? source_ + size_t(y) * stride_ : nullptr;
+    return source_.has(y) ? source_.row(y) : nullptr;
   }
 
   // Two columns of zeros on either side; beyond them the neighbouring rows.
@@ -87,21 +97,20 @@ class EdgeFrame {
   ptrdiff_t columns_;
   int height_;
   uint32_t nBayer_;
-  const T* source_;
-  size_t stride_;
+  RowSource<T> source_;
 };
 
 // Some rows of it as half rows.
 // quirk: zero-sides. Above and below, the mosaic goes on; at the sides formulas read zeros.
 template <class T>
-class EdgeMosaic {
+class EdgeMosaicRing {
  public:
-  explicit EdgeMosaic(const EdgeFrame<T>& frame)
+  explicit EdgeMosaicRing(const EdgeFrame<T>& frame)
       : frame_(frame), ring_(kRows, 2, size_t(frame.columns())) {}
 
   explicit operator bool() const { return bool(ring_); }
 
-  void load(int y, T (*split)(const T*, size_t, T*, T*)) {
+  void load(int y, const EdgeKernels<T>& kernels) {
     T *const even = half(y, 0), *const odd = half(y, 1);
     const size_t columns = size_t(frame_.columns());
     for (T* const half : {even, odd}) {
@@ -114,47 +123,58 @@ class EdgeMosaic {
       std::fill_n(odd, columns / 2, T{0});
       return;
     }
-    split(row, columns / 2, even, odd);
-    if (columns & 1) even[columns / 2] = row[columns - 1];
+    T bits = kernels.split(row, columns / 2, even, odd);
+    if (columns & 1) bits |= even[columns / 2] = row[columns - 1];
+    if (bits >> 12) lastWide_ = y;
     if (const T* const next = frame_.row(y + 1)) prefetchRow(next, columns * sizeof(T));
   }
 
+  // Whether neither row y nor a row loaded after it has a sample of more than twelve bits.
+  bool isTwelveBitsFrom(int y) const { return lastWide_ < y; }
+
   template <int reach>
   HalfRowWindow<T, reach> window(int y) const {
-    HalfRowWindow<T, reach> w;
-    for (int dy = -reach; dy <= reach; ++dy)
-      for (unsigned parity = 0; parity < 2; ++parity)
-        w.half[dy + reach][parity] = half(y + dy, parity);
-    return w;
+    return windowOf<reach>(y, [this](int row, unsigned parity) { return half(row, parity); });
   }
 
  private:
-  static constexpr unsigned kRows = 5;
+  static constexpr unsigned kRows = 7;  // that a row of pixels depends on
 
   T* half(int y, unsigned parity) const { return ring_.half(unsigned(y) + kRows, parity); }
 
   const EdgeFrame<T>& frame_;
   HalfRowRing<T> ring_;
+  int lastWide_ = INT_MIN;
 };
 
-// Some rows of measures.
-template <class Lane>
-class MeasureRows {
+// Some rows of measures, each in narrow or in wide lanes.
+template <class T>
+class MeasureRing {
  public:
-  explicit MeasureRows(size_t columns) : ring_(kRows, kMeasures, columns) {}
+  explicit MeasureRing(size_t columns) : ring_(kRows, kMeasures, columns) {}
 
   explicit operator bool() const { return bool(ring_); }
 
+  template <class Lane>
   MeasureRow<Lane> row(int y) const {
-    const auto measure = [&](unsigned which) { return ring_.half(unsigned(y) + kRows, which); };
+    const auto measure = [&](unsigned which) {
+      return reinterpret_cast<Lane*>(ring_.half(unsigned(y) + kRows, which));
+    };
     return {measure(0), measure(1), measure(2), measure(3), measure(4), measure(5)};
   }
-  MeasureWindow<Lane> window(int y) const { return {row(y - 1), row(y), row(y + 1)}; }
+  template <class Lane>
+  MeasureWindow<Lane> window(int y) const {
+    return {row<Lane>(y - 1), row<Lane>(y), row<Lane>(y + 1)};
+  }
+
+  // In which lanes row y was measured: their bytes.
+  size_t& laneBytes(int y) { return laneBytes_[(unsigned(y) + kRows) % kRows]; }
 
  private:
   static constexpr unsigned kRows = 3, kMeasures = 6;
 
-  HalfRowRing<Lane> ring_;
+  HalfRowRing<Widened<T>> ring_;
+  size_t laneBytes_[kRows] = {};
 };
 
 }  // namespace vistrel::core

@@ -6,7 +6,7 @@
 #define VISTREL_EDGE_ROWS_INL_H
 #endif
 
-#include "common/rows/pixel_row-inl.h"
+#include "common/rows/pixel_kernels-inl.h"
 #include "common/simd/split-inl.h"
 #include "common/simd/taps-inl.h"
 #include "demosaic/edge/edge_formulas-inl.h"
@@ -96,21 +96,13 @@ struct FillEdge {
   }
 };
 
-template <class T>
-bool holdsBits(const T* row, size_t n, unsigned bits) {
-  T all = 0;
-  for (size_t i = 0; i < n; ++i) all |= row[i];
-  return all >> bits == 0;
-}
-
 template <class T, class Lane>
-constexpr EdgeKernels<T, Lane> kEdgeOf = {splitPairs<T>,
-                                          holdsBits<T>,
-                                          {measureRow<T, Lane, 0>, measureRow<T, Lane, 1>},
-                                          kPixelRows<T, EdgeWindow<T, Lane>, FillEdge<Lane>>};
+constexpr EdgeLaneKernels<T, Lane> kEdgeOf = {
+    {measureRow<T, Lane, 0>, measureRow<T, Lane, 1>},
+    kPixelKernels<T, EdgeWindow<T, Lane>, FillEdge<Lane>>};
 
-template <class Types>
-constexpr const auto& kEdge = kEdgeOf<typename Types::Sample, typename Types::Lane>;
+template <class T>
+constexpr EdgeKernels<T> kEdge = {splitPairs<T>, kEdgeOf<T, int16_t>, kEdgeOf<T, Widened<T>>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -16,11 +16,11 @@ namespace {
 
 template <class T>
 void inDoubles(const Conversion<T>& c) {
-  if (!isThin(c.region)) {
+  if (!isDegenerate(c.region)) {
     const size_t noTail = size_t{c.region.Wf} + 1;
     return KimmelSweep<T, double>(c, *VISTREL_BY_LEVEL(kKimmelOfDoubles<T>), noTail).run();
   }
-  spreadMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  scatterMosaic(c.region, c.sourceStride, c.pSrc, c.work);
   const auto pass = [&](auto fill) {
     passInPlace(c.region, c.work, [fill](const InPlacePixel<T>& p) {
       (KimmelPixel<T, double>{p, false}.*fill)();
@@ -45,7 +45,7 @@ class KimmelWalk {
       KimmelSweep<T, float>(c_, *VISTREL_BY_LEVEL(kKimmelOfFloats<T>), tail_).run();
       return;
     }
-    spreadMosaic(c_.region, c_.sourceStride, c_.pSrc, c_.work);
+    scatterMosaic(c_.region, c_.sourceStride, c_.pSrc, c_.work);
     fillInOrder<T, float>([this](auto fill) { this->pass(fill); });
     c_.output.convert(c_.work, c_.pDst, c_.nRoiHeight);
   }
@@ -53,7 +53,7 @@ class KimmelWalk {
  private:
   // The walk is that of the buffer, and its sites are those of the mosaic.
   bool isBuffer() const {
-    return c_.region.F == 1 && !isThin(c_.region) && (tail_ == 0 || shiftOfBlocks() == 0);
+    return c_.region.F == 1 && !isDegenerate(c_.region) && (tail_ == 0 || shiftOfBlocks() == 0);
   }
 
   // quirk: shifted-blocks. Blocks count their columns' parity from the end of the row, and those of

@@ -21,7 +21,7 @@ struct KimmelCross {
 
 // A row that is finished, by column parity.
 template <class T>
-struct FinishedHalves {
+struct CompleteHalves {
   const T *own[2], *green[2], *opposite[2];
 };
 
@@ -37,17 +37,17 @@ struct KimmelKernels {
   void (*green[2])(const HalfRowWindow<Real, 2>& mosaic, size_t n, Real* green, Real* hue);
   Opposite opposite[2], oppositeInTail[2];
   void (*atGreen[2])(const KimmelCross<Real>& rows, size_t n, Real* own, Real* opposite);
-  PixelRows<T, FinishedHalves<T>> pixels;
+  PixelKernels<T, CompleteHalves<T>> pixels;
 };
 
 // The mosaic, repeated beyond the region as in the guard, and what its red and blue sites get: one
 // element a site, zero beyond the region.
 template <class T, class Real>
-class KimmelRows {
+class KimmelRing {
  public:
   enum Plane : unsigned { kEven, kOdd, kGreenThere, kHue, kOpposite, kOppositeHue, kPlanes };
 
-  explicit KimmelRows(const MosaicRows<T>& mosaic)
+  explicit KimmelRing(const MosaicRing<T>& mosaic)
       : mosaic_(mosaic), ring_(kRows + 1, kPlanes, mosaic.columns()) {}
 
   explicit operator bool() const { return bool(ring_); }
@@ -102,7 +102,7 @@ class KimmelRows {
     return w;
   }
 
-  const MosaicRows<T>& mosaic_;
+  const MosaicRing<T>& mosaic_;
   HalfRowRing<Real> ring_;
 };
 

@@ -7,7 +7,7 @@
 #endif
 
 #include "common/depth.h"
-#include "common/rows/pixel_row-inl.h"
+#include "common/rows/pixel_kernels-inl.h"
 #include "common/simd/taps-inl.h"
 #include "demosaic/kimmel/kimmel_formulas-inl.h"
 #include "demosaic/kimmel/kimmel_ring.h"
@@ -91,7 +91,7 @@ void atGreenRow(const KimmelCross<Real>& source, size_t n, Real* __restrict own,
 
 struct FillFinished {
   template <class T, int greenParity>
-  VISTREL_INLINE static Halves<T> at(const FinishedHalves<T>& rows, size_t k) {
+  VISTREL_INLINE static Halves<T> at(const CompleteHalves<T>& rows, size_t k) {
     Halves<T> h;
     for (size_t parity = 0; parity < 2; ++parity) {
       h.own[parity] = load(rows.own[parity] + k);
@@ -110,7 +110,7 @@ constexpr KimmelKernels<T, Real> kKimmel = {
     {oppositeRow<T, Real, 0, false>, oppositeRow<T, Real, 1, false>},
     {oppositeRow<T, Real, 0, true>, oppositeRow<T, Real, 1, true>},
     {atGreenRow<T, Real, 0>, atGreenRow<T, Real, 1>},
-    kPixelRows<T, FinishedHalves<T>, FillFinished>};
+    kPixelKernels<T, CompleteHalves<T>, FillFinished>};
 
 template <class T>
 constexpr const auto& kKimmelOfDoubles = kKimmel<T, double>;

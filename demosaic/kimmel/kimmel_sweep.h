@@ -16,13 +16,13 @@ class KimmelSweep {
   void run() {
     if (!mosaic_ || !rows_ || !values_ || !samples_) return;
     sweepGuarded(
-        c_, mosaic_, 1, [&](int y, T* pixels, RowCopies<T>& copies) { finish(y, pixels, copies); },
+        c_, mosaic_, 1, [&](int y, RowSink<T>& sink) { finish(y, sink); },
         stage(0, [&](int y) { widen(y); }), stage(2, [&](int y) { fillGreen(y); }),
         stage(1, [&](int y) { fillOpposite(y); }));
   }
 
  private:
-  using Rows = KimmelRows<T, Real>;
+  using Rows = KimmelRing<T, Real>;
   enum Half : unsigned { kOwnAtGreen, kOppositeAtGreen, kGreenThere, kOppositeThere, kHalves };
 
   void widen(int y) {
@@ -55,25 +55,25 @@ class KimmelSweep {
     return samples;
   }
 
-  void finish(int y, T* pixels, RowCopies<T>& copies) {
+  void finish(int y, RowSink<T>& sink) {
     const unsigned g = rows_.greens(y), c = rows_.colours(y);
     const size_t greens = mosaic_.halfSize(g), sites = rows_.sites(y);
     Real *const own = values_.half(0, 0), *const opposite = values_.half(0, 1);
     kernels_.atGreen[g](rows_.cross(y), greens, own, opposite);
-    FinishedHalves<T> halves;
+    CompleteHalves<T> halves;
     halves.own[g] = narrowed(own, greens, kOwnAtGreen);
     halves.green[g] = mosaic_.half(y, g);
     halves.opposite[g] = narrowed(opposite, greens, kOppositeAtGreen);
     halves.own[c] = mosaic_.half(y, c);
     halves.green[c] = narrowed(rows_.half(y, Rows::kGreenThere), sites, kGreenThere);
     halves.opposite[c] = narrowed(rows_.half(y, Rows::kOpposite), sites, kOppositeThere);
-    kernels_.pixels.of[g][mosaic_.isRedRow(y)](halves, mosaic_.columns(), pixels, copies);
+    kernels_.pixels.of[g][mosaic_.isRedRow(y)](halves, mosaic_.columns(), sink);
   }
 
   const Conversion<T>& c_;
   const KimmelKernels<T, Real>& kernels_;
   size_t tail_;
-  MosaicRows<T> mosaic_;
+  MosaicRing<T> mosaic_;
   Rows rows_;
   HalfRowRing<Real> values_;
   HalfRowRing<T> samples_;

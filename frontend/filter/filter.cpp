@@ -65,7 +65,7 @@ void weigh(const Image<T>& image, ptrdiff_t pixel, const NineTaps& taps, const _
   const bool small = areSmall<T>(pFilter->anWeights);
   const bool flips = sizeof(T) == 1 && small ? pFilter->nDivisor < 0 : pFilter->nDivisor == -1;
   const _FLT_3X3 filter = flips ? negated(*pFilter) : *pFilter;
-  const auto& rows = *VISTREL_BY_LEVEL(kFilterRows<T>);
+  const auto& rows = *VISTREL_BY_LEVEL(kFilterKernels<T>);
   const auto row = small ? rows.smallWeights : rows.anyWeights;
   filterInside(
       image, border, [&](ptrdiff_t) { return taps; },
@@ -79,7 +79,7 @@ void box(const Image<T>& image) {
   static constexpr std::array<Tap, 4> kTaps = {{{0, 0}, {0, 1}, {1, 0}, {1, 1}}};
   filterInside(
       image, {0, 1, 0, sizeof(T) == 1 ? 1 : 3}, [](ptrdiff_t) { return kTaps; },
-      VISTREL_BY_LEVEL(kFilterRows<T>)->box);
+      VISTREL_BY_LEVEL(kFilterKernels<T>)->box);
 }
 
 // The mean of five samples of one colour of a mosaic: a cross of diagonals where row and column
@@ -95,7 +95,7 @@ void fiveTaps(const Image<T>& image) {
     std::copy_n(kUpright, 5, taps.begin() + 5);
     return taps;
   };
-  filterInside(image, {2, 2, 0, 4}, tapsOf, VISTREL_BY_LEVEL(kFilterRows<T>)->fiveTaps);
+  filterInside(image, {2, 2, 0, 4}, tapsOf, VISTREL_BY_LEVEL(kFilterKernels<T>)->fiveTaps);
 }
 
 // The pointer values of the fixed filters.

@@ -96,7 +96,7 @@ void weightedRow(const _FLT_3X3& filter, const T* const* taps, size_t n, T* d) {
 }
 
 template <class T>
-constexpr FilterRows<T> kFilterRows = {fixedRow<T, Box<T>>, fixedRow<T, FiveTaps<T>>,
+constexpr FilterKernels<T> kFilterKernels = {fixedRow<T, Box<T>>, fixedRow<T, FiveTaps<T>>,
                                        weightedRow<T, SmallWeights<T>>,
                                        weightedRow<T, AnyWeights<T>>};
 

@@ -10,7 +10,7 @@ namespace vistrel::core {
 // What each level has of its own: n results of a row, from 1 up; taps point to the samples of the
 // first one.
 template <class T>
-struct FilterRows {
+struct FilterKernels {
   using Fixed = void (*)(const T* const* taps, size_t n, T* results);
   using Weighted = void (*)(const _FLT_3X3& filter, const T* const* taps, size_t n, T* results);
   Fixed box, fiveTaps;

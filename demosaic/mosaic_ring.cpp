@@ -1,12 +1,11 @@
-#include "demosaic/mosaic_rows.h"
+#include "demosaic/mosaic_ring.h"
 
 #include <algorithm>
 
-#include "common/rows/nontemporal.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
 
-#define VISTREL_BODY "demosaic/mosaic_rows-inl.h"
+#define VISTREL_BODY "demosaic/mosaic_ring-inl.h"
 #include "common/simd/each_level.h"
 
 namespace vistrel::core {
@@ -28,13 +27,14 @@ constexpr size_t kVectorRoom = 64 / sizeof(T);
 
 // Smoothing is one row behind loading and reads one row below its own.
 template <class T>
-MosaicRows<T>::MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows)
-    : region_(region), source_(pSrc + region.x0), stride_(sourceStride),
+MosaicRing<T>::MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows)
+    : region_(region),
+      source_(pSrc + region.x0, static_cast<ptrdiff_t>(sourceStride), static_cast<int>(region.Hf)),
       raw_(rows + 1, 2, region.Wf), green_(rows, 1, region.Wf) {}
 
 template <class T>
-void MosaicRows<T>::load(int y) {
-  const T* source = source_ + static_cast<size_t>(y) * stride_;
+void MosaicRing<T>::load(int y) {
+  const T* const source = source_.row(y);
   T* even = raw_.half(unsigned(y), 0);
   T* odd = raw_.half(unsigned(y), 1);
   T bits = VISTREL_BY_LEVEL(kMosaicKernels<T>)->split(source, columns() / 2, even, odd);
@@ -42,11 +42,11 @@ void MosaicRows<T>::load(int y) {
   if (bits >> 12) lastWide_ = y;
   guardHalf(even, halfSize(0));
   guardHalf(odd, halfSize(1));
-  nextSource_ = y + 1 < height() ? source + stride_ : nullptr;
+  nextSource_ = source_.has(y + 1) ? source_.row(y + 1) : nullptr;
 }
 
 template <class T>
-void MosaicRows<T>::smooth(int y) {
+void MosaicRing<T>::smooth(int y) {
   const unsigned parity = greenParity(y);
   const size_t n = halfSize(parity);
   const T* raw = raw_.half(unsigned(y), parity);
@@ -65,14 +65,14 @@ void MosaicRows<T>::smooth(int y) {
 }
 
 template <class T>
-const T* MosaicRows<T>::half(int y, unsigned columnParity) const {
+const T* MosaicRing<T>::half(int y, unsigned columnParity) const {
   if (y < 0) y += 2;
   if (y >= height()) y -= 2;
   return columnParity == greenParity(y) ? green_.half(unsigned(y), 0)
                                         : raw_.half(unsigned(y), columnParity);
 }
 
-template class MosaicRows<uint8_t>;
-template class MosaicRows<uint16_t>;
+template class MosaicRing<uint8_t>;
+template class MosaicRing<uint16_t>;
 
 }  // namespace vistrel::core

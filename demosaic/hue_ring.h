@@ -35,13 +35,13 @@ struct CokRows {
 template <class T>
 struct CokKernels {
   void (*hues[2])(const HalfRowWindow<T, 1>& mosaic, size_t n, T* green, const HueParts<T>& hues);
-  PixelRows<T, CokRows<T>> pixels;
+  PixelKernels<T, CokRows<T>> pixels;
 };
 
 template <class T>
-class HueRows {
+class HueRing {
  public:
-  explicit HueRows(const MosaicRows<T>& mosaic)
+  explicit HueRing(const MosaicRing<T>& mosaic)
       : mosaic_(mosaic), green_(2, 1, mosaic.columns()), hues_(kRows + 1, kParts, 2 * partSize()) {
     if (!hues_) return;
     for (double* part : parts(kRows).part) std::fill_n(part - 1, partSize() + kVector, 0.0);
@@ -83,7 +83,7 @@ class HueRows {
     return p;
   }
 
-  const MosaicRows<T>& mosaic_;
+  const MosaicRing<T>& mosaic_;
   HalfRowRing<T> green_;
   HalfRowRing<double> hues_;  // the last row stays zero
 };

@@ -5,6 +5,7 @@
 
 #include "common/mosaic.h"
 #include "common/rows/half_rows.h"
+#include "common/rows/row_source.h"
 
 namespace vistrel::core {
 
@@ -16,10 +17,10 @@ struct MosaicKernels {
 };
 
 template <class T>
-class MosaicRows {
+class MosaicRing {
  public:
   // rows: how many smoothed rows the stages behind smoothing need at a time.
-  MosaicRows(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows);
+  MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows);
 
   explicit operator bool() const { return raw_ && green_; }
 
@@ -35,11 +36,7 @@ class MosaicRows {
 
   template <int reach>
   HalfRowWindow<T, reach> window(int y) const {
-    HalfRowWindow<T, reach> w;
-    for (int dy = -reach; dy <= reach; ++dy)
-      for (unsigned parity = 0; parity < 2; ++parity)
-        w.half[dy + reach][parity] = half(y + dy, parity);
-    return w;
+    return windowOf<reach>(y, [this](int row, unsigned parity) { return half(row, parity); });
   }
 
   // Whether neither row y nor a row loaded after it has a sample of more than twelve bits.
@@ -55,8 +52,8 @@ class MosaicRows {
 
  private:
   Region region_;
-  const T *source_, *nextSource_ = nullptr;
-  size_t stride_;
+  RowSource<T> source_;
+  const T* nextSource_ = nullptr;
   int lastWide_ = INT_MIN;  // the last row that has a sample of more than twelve bits
   HalfRowRing<T> raw_, green_;
 };

@@ -1,13 +1,13 @@
 // A row of finished pixels from half rows. No site is tested within a row: its green sites all have
 // one column parity, its others are all red or all blue.
-#if defined(VISTREL_PIXEL_ROW_INL_H) == defined(VISTREL_TOGGLE)
-#ifdef VISTREL_PIXEL_ROW_INL_H
-#undef VISTREL_PIXEL_ROW_INL_H
+#if defined(VISTREL_PIXEL_KERNELS_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_PIXEL_KERNELS_INL_H
+#undef VISTREL_PIXEL_KERNELS_INL_H
 #else
-#define VISTREL_PIXEL_ROW_INL_H
+#define VISTREL_PIXEL_KERNELS_INL_H
 #endif
 
-#include "common/rows/pixel_row.h"
+#include "common/rows/pixel_kernels.h"
 #include "common/simd/interleave-inl.h"
 
 VISTREL_BEGIN_TARGET
@@ -31,31 +31,26 @@ VISTREL_INLINE void storeBlock(const Rows& rows, size_t k, T* pixels, T* copy) {
 }
 
 template <class T, class Rows, class Fill, int greenParity, bool redRow>
-void pixelRow(const Rows& source, size_t columns, T* pixels, RowCopies<T>& copies) {
+void pixelRow(const Rows& source, size_t columns, RowSink<T>& sink) {
   const Rows rows = source;
-  T* const copy = copies.plain;
+  T *const pixels = sink.pixels(), *const copy = sink.copy();
   constexpr size_t step = 2 * kLanes<T>;
   size_t x = 0;
   for (; x + step <= columns; x += step) {
-    copies.source.pixels(x, step);
-    copies.changedResult.pixels(x, step);
     storeBlock<T, Rows, Fill, greenParity, redRow>(rows, x / 2, pixels + 3 * x,
                                                    copy ? copy + 3 * x : nullptr);
-    copies.work.upTo(pixels + 3 * (x + step));
-    copies.result.upTo(pixels + 3 * (x + step));
-    copies.piece(x + step);
+    sink.written(x, x + step);
   }
   if (x == columns) return;
   T block[3 * step];
   storeBlock<T, Rows, Fill, greenParity, redRow>(rows, x / 2, block, nullptr);
-  const size_t rest = 3 * (columns - x) * sizeof(T);
-  std::memcpy(pixels + 3 * x, block, rest);
-  if (copy) std::memcpy(copy + 3 * x, block, rest);
+  std::memcpy(pixels + 3 * x, block, 3 * (columns - x) * sizeof(T));
+  sink.copyPixels(x, columns);
 }
 
 // By column parity of the green sites and by the row's other colour.
 template <class T, class Rows, class Fill>
-constexpr PixelRows<T, Rows> kPixelRows = {
+constexpr PixelKernels<T, Rows> kPixelKernels = {
     {{pixelRow<T, Rows, Fill, 0, false>, pixelRow<T, Rows, Fill, 0, true>},
      {pixelRow<T, Rows, Fill, 1, false>, pixelRow<T, Rows, Fill, 1, true>}}};
 

@@ -1,13 +1,13 @@
-#if defined(VISTREL_MOSAIC_ROWS_INL_H) == defined(VISTREL_TOGGLE)
-#ifdef VISTREL_MOSAIC_ROWS_INL_H
-#undef VISTREL_MOSAIC_ROWS_INL_H
+#if defined(VISTREL_MOSAIC_RING_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_MOSAIC_RING_INL_H
+#undef VISTREL_MOSAIC_RING_INL_H
 #else
-#define VISTREL_MOSAIC_ROWS_INL_H
+#define VISTREL_MOSAIC_RING_INL_H
 #endif
 
 #include "common/simd/lanes-inl.h"
 #include "common/simd/split-inl.h"
-#include "demosaic/mosaic_rows.h"
+#include "demosaic/mosaic_ring.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
