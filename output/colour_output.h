@@ -3,16 +3,11 @@
 
 #include <cstdint>
 
+#include "common/work_layout.h"
 #include "output/row_writer.h"
 #include "output/table.h"
 
 namespace vistrel::core {
-
-// quirk: gray-stride. Rows of a gray block lie nStride samples apart, a third of what colour rows
-// do; at binning 1 they lie a guarded row of the output's width apart, whatever the layout.
-constexpr size_t grayStride(unsigned binning, uint32_t nStride, uint32_t nWidth) {
-  return binning == 1 ? size_t{3} * (nWidth + 4) : nStride;
-}
 
 class ColourOutput {
  public:
@@ -48,7 +43,7 @@ class ColourOutput {
   // binning.
   template <class T>
   void convert(const T* image, void* destination, uint32_t nRoiHeight) const {
-    writer_.rows(image + start_, destination, nRoiHeight);
+    writer_.rows(image + layout_.row(0), destination, nRoiHeight);
   }
 
  private:
@@ -56,8 +51,7 @@ class ColourOutput {
   size_t strideOf(Pack pack) const;
 
   uint32_t width_, binning_;
-  uint32_t pixelStride_;  // of the image, in pixels
-  size_t start_;          // of the image, in samples
+  WorkLayout layout_;  // of the image
   bool followsRows_ = false;
   bool writesEveryByte_ = true;
   RowWriter writer_;
