@@ -11,6 +11,12 @@ namespace vistrel::core {
 
 enum class Pack { mono, bgr, argb, gray };
 enum class Depth { from8to8, from16to8, from16to16 };
+template <class From, class To>
+constexpr Depth depthOf() {
+  if (sizeof(From) == 1) return Depth::from8to8;
+  return sizeof(To) == 1 ? Depth::from16to8 : Depth::from16to16;
+}
+
 constexpr int kPacks = 4, kDepths = 3, kMaxBinning = 4;
 
 // Each sample is shifted right by `shift` before the sum; a result above `ceiling` becomes it.

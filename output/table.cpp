@@ -1,5 +1,8 @@
 #include "output/table.h"
 
+#include <algorithm>
+
+#include "common/arith.h"
 #include "vistrel/tone_curves.h"
 
 namespace vistrel::core {

@@ -5,8 +5,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "output/colour.h"
-#include "output/mono.h"
+#include "output/by_name.h"
 
 namespace vistrel::core::test {
 
