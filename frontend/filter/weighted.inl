@@ -158,7 +158,7 @@ class Weighted {
 template <class T>
 using AnyWeights = Weighted<T, Sums<T, uint32_t>, DoubleWordQuotient>;
 
-// For weights that are small, see areSmall().
+// For weights that pass fitsFastPath().
 template <class T>
 using SmallWeights = std::conditional_t<sizeof(T) == 1,
                                         Weighted<uint8_t, Sums<uint8_t, uint16_t>, WordQuotient>,
