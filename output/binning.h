@@ -1,4 +1,4 @@
-// What the binning members of by_name.h share.
+// Definition of the binning members in by_name.h: one body, and the list of their instances.
 #pragma once
 
 #include <type_traits>
@@ -8,7 +8,7 @@
 
 namespace vistrel::core {
 
-// stride: distance of two source rows, in samples.
+// stride: distance between two source rows, in samples.
 template <class Source, class Sample>
 void binImage(Pack pack, unsigned binning, Source source, size_t stride, uint32_t nSrcBits,
               Sample* destination, uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits,

@@ -1,5 +1,5 @@
-// Called by tests only, by name: one function for each factor, pack and source of a binning, and
-// the table that stands in for their source. The library writes rows through RowWriter instead.
+// Only tests call these functions, by name: one for each binning factor, pack and source, and the
+// table that can take the place of their source. The library itself writes rows by RowWriter.
 #pragma once
 
 #include <algorithm>

@@ -1,13 +1,13 @@
-// Three-sample-a-pixel images (blue, green, red) to the output formats.
+// Converts images of three samples per pixel (blue, green, red) to the output formats.
 #pragma once
 
 #include <cstdint>
 
 namespace vistrel::core {
 
-// Converts a finished image. bGuarded: nonzero when pImage is a work buffer with its guard of
-// two pixels on every side, 0 when rows follow each other without one. Formats or binnings
-// that there are not leave pDst as it was.
+// Converts a finished image. bGuarded: nonzero if pImage is a work buffer with its guard of two
+// pixels on every side, 0 if rows follow each other without one. Unknown formats and binnings leave
+// pDst unchanged.
 void ConvertToOutputFormat8(const uint8_t* pImage, uint32_t nRoiWidth, uint32_t nRoiHeight,
                             uint8_t* pDst, uint32_t nFormat, uint32_t nBinning, int32_t bGuarded);
 

@@ -8,10 +8,10 @@ namespace vistrel::core {
 
 namespace {
 
-// How a format of colour images is written; bits of a channel = nDstBits / divisor.
+// How a colour format is written. A channel has nDstBits / divisor bits.
 struct Format {
   Pack pack;
-  bool words;
+  bool is16Bit;
   unsigned divisor;
 };
 
@@ -20,7 +20,7 @@ std::optional<Format> formatOf(uint32_t nFormat) {
     case IMG_FMT_BGR24: return Format{Pack::bgr, false, 3};
     case IMG_FMT_ARGB32:
     case IMG_FMT_ARGB32_4:
-      return Format{Pack::argb, false, 3};  // quirk: argb-ten-bits. 32 bits make ten each.
+      return Format{Pack::argb, false, 3};  // quirk: argb-ten-bits. 32 bits give ten per channel.
     case IMG_FMT_GRAY8: return Format{Pack::gray, false, 1};
     case IMG_FMT_GRAY16: return Format{Pack::gray, true, 1};
     case IMG_FMT_BGR48: return Format{Pack::bgr, true, 3};
@@ -42,7 +42,7 @@ size_t ColourOutput::strideOf(Pack pack) const {
 ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nFormat, uint32_t nBinning, bool guarded)
     : ColourOutput(nRoiWidth, nBinning, guarded) {
   const auto format = formatOf(nFormat);
-  if (!format || format->words || nBinning >= kMaxBinning) return;
+  if (!format || format->is16Bit || nBinning >= kMaxBinning) return;
   const size_t stride = strideOf(format->pack);
   followsRows_ = stride == layout_.S;
   writesEveryByte_ = format->pack != Pack::argb;
@@ -60,8 +60,8 @@ ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nSrcBits, uint32_t nForm
   followsRows_ = stride == layout_.S;
   writesEveryByte_ = format->pack != Pack::argb;
   const uint32_t nChannelBits = nDstBits / format->divisor;
-  if (format->words) {
-    // quirk: words-have-no-table. Every table mode moves the window one place up instead.
+  if (format->is16Bit) {
+    // quirk: words-have-no-table. Every table mode moves the window up by one bit instead.
     const uint32_t nAdjust = isWindow(nLutMode) ? nLutMode : uint32_t(-1);
     writer_ = RowWriter(format->pack, Depth::from16to16, binning_, stride, width_,
                         reductionOf<uint16_t>(nSrcBits, nChannelBits, nAdjust));

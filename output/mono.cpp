@@ -7,14 +7,14 @@ namespace vistrel::core {
 
 namespace {
 
-// The product is formed in 32 bits.
+// The offset is computed in 32 bits.
 template <class T>
 const T* regionStart(const T* pSrc, uint32_t nImgWidth, uint32_t nRoiX, uint32_t nRoiY,
                      uint32_t nBinning) {
   return pSrc + (nBinning + 1) * (nRoiY * nImgWidth + nRoiX);
 }
 
-// A binning that does not exist leaves pDst as it was.
+// An unknown binning leaves pDst unchanged.
 template <class T, class Sample>
 void reduceMono(uint32_t nBinning, const T* source, uint32_t nStride, Reduction reduction,
                 Sample* pDst, uint32_t nWidth, uint32_t nHeight) {
@@ -51,7 +51,7 @@ void Image16BitGrayScale(const uint16_t* pSrc, uint32_t nImgWidth, uint32_t, uin
                          uint16_t* pDst, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
                          uint32_t nRoiHeight, uint32_t nDstBits, uint32_t nBinning,
                          uint32_t nLutMode) {
-  // quirk: nine-bit-window. Only a result of 9 bits has a window to move, by one place.
+  // quirk: nine-bit-window. Only a 9-bit result has a window, and it moves by one bit.
   const uint32_t nShiftAdjust = nDstBits == 9 && nLutMode != 0;
   const uint16_t* p = regionStart(pSrc, nImgWidth, nRoiX, nRoiY, nBinning);
   reduceMono(nBinning, p, nImgWidth, reductionOf<uint16_t>(nSrcBits, nDstBits, nShiftAdjust), pDst,

@@ -1,4 +1,4 @@
-// Monochrome frames: cut out, binned, reduced and clamped in one pass.
+// Monochrome frames: crops, bins, reduces and clamps samples in one pass.
 #pragma once
 
 #include <cstdint>
