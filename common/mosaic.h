@@ -63,8 +63,8 @@ class Mosaic {
 };
 
 // The region at full sensor resolution. Region pixel (0, 0) is sensor position
-// (x0, y0); the functions that spread the mosaic apply x0 to the source, y0 only
-// to the phase.
+// (x0, y0); the functions that scatter the mosaic apply x0 to the source, y0
+// only to the phase.
 struct Region {
   uint32_t F;       // binning factor of either axis
   uint32_t Wf, Hf;  // size
