@@ -1,5 +1,5 @@
-# cmake -D ROOT=FOLDER -P quirks.cmake: fails unless the same names of quirks stand in docs/quirks.md
-# as headings "## name", in the sources as "// quirk: name", and likewise in the *_test.cpp of tests/.
+# cmake -D ROOT=FOLDER -P quirks.cmake: fails unless the same names of quirks are in docs/quirks.md
+# as headings "## name", in the sources as "// quirk: name", and likewise in tests/**/*_test.cpp.
 cmake_minimum_required(VERSION 3.25)
 
 # The names after `mark` in files.
