@@ -22,8 +22,3 @@ void nearNeighbor(const Conversion<T>& c) {
 VISTREL_DEFINE_DEMOSAIC_IN(compactLayout, ImageColorNearNeighbor, nearNeighbor)
 
 }  // namespace vistrel::core
-
-unsigned VST2IPPBayerOffset(unsigned nBayer) {
-  constexpr unsigned grids[] = {CFA_GRID_GBRG, CFA_GRID_RGGB, CFA_GRID_BGGR, CFA_GRID_GRBG};
-  return nBayer < 4 ? grids[nBayer] : grids[0];
-}

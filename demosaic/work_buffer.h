@@ -5,28 +5,9 @@
 #include <cstdint>
 
 #include "common/mosaic.h"
+#include "common/work_layout.h"
 
 namespace vistrel::core {
-
-constexpr size_t kGuard = 2;  // pixels on every side of the image
-
-// Where the image lies in the work buffer, in samples.
-struct WorkLayout {
-  size_t S;      // distance of two rows
-  size_t side;   // what lies beside a row on either side
-  size_t above;  // rows above the image
-
-  // Image pixel (0, y); y may lie in the guard.
-  size_t row(ptrdiff_t y) const { return static_cast<size_t>(y + ptrdiff_t(above)) * S + side; }
-};
-
-// The image in the middle of Hf + 4 rows of Wf + 4 pixels.
-inline WorkLayout guardedLayout(const Region& region) {
-  return {size_t{3} * region.Wf + 6 * kGuard, 3 * kGuard, kGuard};
-}
-
-// Nothing but the image.
-inline WorkLayout compactLayout(const Region& region) { return {size_t{3} * region.Wf, 0, 0}; }
 
 // Scatters the mosaic of the region into the guarded layout of pWork: each sample at its site's
 // channel, zero in the other two, green smoothed inside; then the guard of two pixels on every

@@ -1,5 +1,5 @@
-// Monochrome blocks of 2x2 and 4x4 words to bytes. A sample clamped at 1023 first changes no result
-// of 8 bits, and keeps every sum in a signed word.
+// Monochrome blocks of 2x2 and 4x4 16-bit samples to bytes. A sample clamped at 1023 first changes
+// no result of 8 bits, and keeps every sum below 32768.
 #if defined(VISTREL_BLOCKS16_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_BLOCKS16_INL_H
 #undef VISTREL_BLOCKS16_INL_H
@@ -15,8 +15,8 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 #if VISTREL_SSSE3
 
 VISTREL_INLINE Register columnSums(const uint16_t* s, size_t stride, int rows, __m128i shift) {
-  Register sum = reduced(s, shift, words(1023));
-  for (int i = 1; i < rows; ++i) sum = add16(sum, reduced(s + i * stride, shift, words(1023)));
+  Register sum = reduced(s, shift, set1_16(1023));
+  for (int i = 1; i < rows; ++i) sum = add16(sum, reduced(s + i * stride, shift, set1_16(1023)));
   return sum;
 }
 
@@ -41,7 +41,7 @@ VISTREL_INLINE size_t binBlocks16(const uint16_t* s, size_t stride, uint8_t* d, 
                                   Reduction by) {
   constexpr size_t half = kRegisterBytes / 2;
   const __m128i shift = _mm_cvtsi32_si128(static_cast<int>(by.shift));
-  const Register ceiling = words(static_cast<int>(by.ceiling));
+  const Register ceiling = set1_16(static_cast<int>(by.ceiling));
   size_t x = 0;
   for (; x + 2 * half <= width; x += 2 * half) {
     const Register low = min16(blockMeans16<N>(s + N * x, stride, shift), ceiling);

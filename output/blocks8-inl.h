@@ -49,14 +49,14 @@ VISTREL_INLINE Register tapSums(const uint8_t* s, size_t stride) {
   return v;
 }
 
-// The blocks of every group, as words below 32768; blocks of 3 and 4 in the even ones.
+// The blocks of every group, as 16-bit values below 32768; blocks of 3 and 4 in the even ones.
 template <int N, int channels>
 VISTREL_INLINE Register blockMeans(const uint8_t* s, size_t stride) {
   const Register sums = tapSums<N, channels, 0>(s, stride);
   if constexpr (N == 2) return VISTREL_OP(srli_epi16)(sums, 1);
   const Register whole = pairSums16(sums);
   if constexpr (N == 4) return VISTREL_OP(srli_epi32)(whole, 2);
-  return VISTREL_OP(srli_epi16)(VISTREL_OP(mulhi_epu16)(whole, words(0xAAAB)), 1);
+  return VISTREL_OP(srli_epi16)(VISTREL_OP(mulhi_epu16)(whole, set1_16(0xAAAB)), 1);
 }
 
 template <int N>

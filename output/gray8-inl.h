@@ -22,7 +22,7 @@ alignas(16) constexpr uint8_t kBlueOnly[16] = {0, 0x80, 0x80, 0x80, 3, 0x80, 0x8
                                                6, 0x80, 0x80, 0x80, 9, 0x80, 0x80, 0x80};
 
 struct FourLumas {  // of every group
-  Register luma;    // double words
+  Register luma;    // in 32 bits each
   Register exact;   // all ones where 1000 divides
 };
 
@@ -47,8 +47,8 @@ VISTREL_INLINE size_t grayBytes(const uint8_t* bgr, uint8_t* d, size_t width) {
   size_t x = 0;
   for (; 3 * x + 12 * (kGroups - 1) + 16 <= 3 * width; x += step) {
     const FourLumas four = lumas(bgr + 3 * x);
-    const Register words = pack32(four.luma, four.luma);
-    const Register bytes = pack16(words, words);
+    const Register lumas16 = pack32(four.luma, four.luma);
+    const Register bytes = pack16(lumas16, lumas16);
     for (int g = 0; g < kGroups; ++g) storeOutputs<4>(d + x + 4 * g, group(bytes, g));
     if (VISTREL_OP(movemask_epi8)(four.exact) == 0) continue;
     for (size_t i = x; i < x + step; ++i)

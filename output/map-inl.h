@@ -18,7 +18,7 @@ inline void tableIndices(const uint16_t* __restrict s, uint16_t* __restrict inde
 #if VISTREL_SSSE3
   const __m128i count = _mm_cvtsi32_si128(static_cast<int>(shift));
   constexpr size_t step = kRegisterBytes / 2;
-  for (; i + step <= n; i += step) storeRegister(index + i, reduced(s + i, count, words(1023)));
+  for (; i + step <= n; i += step) storeRegister(index + i, reduced(s + i, count, set1_16(1023)));
 #endif
   for (; i < n; ++i) index[i] = atMost<uint16_t>(uint32_t{s[i]} >> shift, 1023);
 }

@@ -38,7 +38,7 @@ inline void reduceSamples(const uint16_t* __restrict s, uint8_t* __restrict d, s
 #if VISTREL_SSSE3
   constexpr size_t half = kRegisterBytes / 2;
   const __m128i shift = _mm_cvtsi32_si128(static_cast<int>(by.shift));
-  const Register ceiling = words(static_cast<int>(by.ceiling));
+  const Register ceiling = set1_16(static_cast<int>(by.ceiling));
   for (; i + 2 * half <= n; i += 2 * half)
     storeRegister(d + i, inOrder(pack16(reduced(s + i, shift, ceiling),
                                         reduced(s + i + half, shift, ceiling))));
@@ -52,7 +52,7 @@ inline void reduceSamples(const uint16_t* __restrict s, uint16_t* __restrict d, 
 #if VISTREL_SSSE3
   constexpr size_t half = kRegisterBytes / 2;
   const __m128i shift = _mm_cvtsi32_si128(static_cast<int>(by.shift));
-  const Register ceiling = words(static_cast<int>(by.ceiling));
+  const Register ceiling = set1_16(static_cast<int>(by.ceiling));
   for (; i + half <= n; i += half) storeRegister(d + i, reduced(s + i, shift, ceiling));
 #endif
   reduceRest(s, d, i, n, by);

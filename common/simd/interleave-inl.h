@@ -103,15 +103,15 @@ constexpr int kUnits = 8 / static_cast<int>(sizeof(T));  // of 16 bytes
 template <class T>
 constexpr UnitPermutation<kUnits<T>, 2 * static_cast<int>(sizeof(T))> kPermutation;
 
-// unitsOf for a blend of words.
+// unitsOf for a blend of 16-bit lanes.
 template <class T>
-constexpr int wordsOf(int j, int c) {
+constexpr int lanes16Of(int j, int c) {
   const uint32_t units = unitsOf(kUnits<T>, j, c);
   if (sizeof(T) == 1) return static_cast<int>(units);
-  int words = 0;
+  int lanes = 0;
   for (int slot = 0; slot < 4; ++slot)
-    if (units >> slot & 1) words |= 3 << (2 * slot);
-  return words;
+    if (units >> slot & 1) lanes |= 3 << (2 * slot);
+  return lanes;
 }
 
 template <class T>
@@ -127,7 +127,7 @@ VISTREL_INLINE Register unpackHigh(Vec<T> a, Vec<T> b) {
 
 template <class T, int j>
 VISTREL_INLINE Register unitsFrom(Register x, Register y, Register z) {
-  return blendWords<wordsOf<T>(j, 2)>(blendWords<wordsOf<T>(j, 1)>(x, y), z);
+  return blend16<lanes16Of<T>(j, 2)>(blend16<lanes16Of<T>(j, 1)>(x, y), z);
 }
 
 struct Three {

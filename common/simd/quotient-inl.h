@@ -23,7 +23,7 @@ VISTREL_INLINE Vec<int32_t> productOver(Vec<int32_t> a, Vec<int32_t> b, Vec<int3
 }
 
 // Of values below 4096: a float holds the product, and the quotient of integers below 2^24 does not
-// reach the next integer by rounding. Even elements, then odd ones, as halves of double words.
+// reach the next integer by rounding. Even elements, then odd ones, as halves of 32 bits.
 VISTREL_INLINE Vec<float> evenFloats(Vec<int16_t> v) {
   return __builtin_convertvector(as<Vec<int32_t>>(v) << 16 >> 16, Vec<float>);
 }

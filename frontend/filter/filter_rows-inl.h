@@ -97,8 +97,8 @@ void weightedRow(const _FLT_3X3& filter, const T* const* taps, size_t n, T* d) {
 
 template <class T>
 constexpr FilterKernels<T> kFilterKernels = {fixedRow<T, Box<T>>, fixedRow<T, FiveTaps<T>>,
-                                       weightedRow<T, SmallWeights<T>>,
-                                       weightedRow<T, AnyWeights<T>>};
+                                             weightedRow<T, FastWeights<T>>,
+                                             weightedRow<T, AnyWeights<T>>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -7,14 +7,14 @@
 
 namespace vistrel::core {
 
-// What each level has of its own: n results of a row, from 1 up; taps point to the samples of the
-// first one.
+// The row kernels of a level. They compute n results of a row, n >= 1; taps point to the samples of
+// the first result.
 template <class T>
 struct FilterKernels {
   using Fixed = void (*)(const T* const* taps, size_t n, T* results);
   using Weighted = void (*)(const _FLT_3X3& filter, const T* const* taps, size_t n, T* results);
   Fixed box, fiveTaps;
-  Weighted smallWeights, anyWeights;
+  Weighted fastWeights, anyWeights;
 };
 
 }  // namespace vistrel::core

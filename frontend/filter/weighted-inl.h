@@ -43,10 +43,10 @@ VISTREL_INLINE U16 highProduct(U16 a, U16 b) {
 
 // Quotients of sums that fit a word, 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
 // n < 2^15, where 2^s is the power of two at or above d.
-class U16Quotient {
+class Quotient16 {
  public:
   typedef uint16_t Lane;
-  explicit U16Quotient(int32_t divisor) {
+  explicit Quotient16(int32_t divisor) {
     // No sum reaches 2^15: as divisor it gives zero as any larger one does.
     const uint32_t d = std::min<uint32_t>(divisor, 1 << 15);
     shift_ = std::bit_width(d - 1);
@@ -67,10 +67,10 @@ class U16Quotient {
 
 // Quotients of any sum by any divisor. Half of one off the nearest multiple of the divisor, no sum
 // is near enough to be carried over it by the rounding of a reciprocal and a product.
-class U32Quotient {
+class Quotient32 {
  public:
   typedef uint32_t Lane;
-  explicit U32Quotient(int32_t divisor)
+  explicit Quotient32(int32_t divisor)
       : reciprocal_(1.0 / divisor), half_(divisor < 0 ? -0.5 : 0.5) {}
 
   template <int limit>
@@ -101,9 +101,9 @@ class Sums {
   Vec<Lane> weights_[9];
 };
 
-// The same of words by weights of 16 bits, where the taps of a row are neighbours: products of
-// pairs, without widening. They are signed, so half of their range is taken off the samples. A pair
-// reaches one sample beyond a row of an odd length.
+// The same of 16-bit samples by weights of 16 bits, where the taps of a row are neighbours:
+// products of pairs, without widening. They are signed, so half of their range is taken off the
+// samples. A pair reaches one sample beyond a row of an odd length.
 class PairSums {
  public:
   explicit PairSums(const int32_t (&weights)[9]) {
@@ -165,13 +165,13 @@ class Weighted {
 };
 
 template <class T>
-using AnyWeights = Weighted<T, Sums<T, uint32_t>, U32Quotient>;
+using AnyWeights = Weighted<T, Sums<T, uint32_t>, Quotient32>;
 
-// For weights that are small, see areSmall().
+// For weights that pass fitsFastPath().
 template <class T>
-using SmallWeights =
-    std::conditional_t<sizeof(T) == 1, Weighted<uint8_t, Sums<uint8_t, uint16_t>, U16Quotient>,
-                       Weighted<uint16_t, PairSums, U32Quotient>>;
+using FastWeights =
+    std::conditional_t<sizeof(T) == 1, Weighted<uint8_t, Sums<uint8_t, uint16_t>, Quotient16>,
+                       Weighted<uint16_t, PairSums, Quotient32>>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

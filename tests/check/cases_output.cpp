@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "common/arith.h"
+#include "output/by_name.h"
 #include "output/colour.h"
 #include "output/mono.h"
 #include "output/table.h"

@@ -1,4 +1,5 @@
 // Gray binning: the luminance to its last bit, and the rows that it reads.
+#include "output/colour.h"
 #include "tests/frames.h"
 #include "tests/levels.h"
 #include "tests/output/members.h"

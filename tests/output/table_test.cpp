@@ -3,6 +3,7 @@
 
 #include <numeric>
 
+#include "output/by_name.h"
 #include "output/colour.h"
 #include "output/mono.h"
 #include "tests/frames.h"

@@ -1,19 +1,14 @@
-// How the binning members, one function for each factor and pack, come from RowWriter.
+// Definition of the binning members in by_name.h: one body, and the list of their instances.
 #pragma once
 
 #include <type_traits>
 
+#include "output/by_name.h"
 #include "output/row_writer.h"
 
 namespace vistrel::core {
 
-template <class Source, class Sample>
-constexpr Depth depthOf() {
-  if constexpr (std::is_same_v<Source, const uint8_t*>) return Depth::from8to8;
-  return sizeof(Sample) == 1 ? Depth::from16to8 : Depth::from16to16;
-}
-
-// stride: distance of two source rows, in samples.
+// stride: distance between two source rows, in samples.
 template <class Source, class Sample>
 void binImage(Pack pack, unsigned binning, Source source, size_t stride, uint32_t nSrcBits,
               Sample* destination, uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits,
@@ -22,18 +17,10 @@ void binImage(Pack pack, unsigned binning, Source source, size_t stride, uint32_
     RowWriter(pack, binning, stride, nWidth, source.pLut, source.nShift)
         .rows(source.pSrc, destination, nHeight);
   else
-    RowWriter(pack, depthOf<Source, Sample>(), binning, stride, nWidth,
+    RowWriter(pack, depthOf<std::remove_pointer_t<Source>, Sample>(), binning, stride, nWidth,
               reductionOf<Sample>(nSrcBits, nDstBits, nShiftAdjust))
         .rows(source, destination, nHeight);
 }
-
-#define VISTREL_MEMBER(name, pack, binning, stride)                                           \
-  template <class Source, class Sample>                                                       \
-  void name(Source source, uint32_t nStride, uint32_t nSrcBits, Sample* destination,          \
-            uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust) {    \
-    binImage(pack, binning, source, stride, nSrcBits, destination, nWidth, nHeight, nDstBits, \
-             nShiftAdjust);                                                                   \
-  }
 
 #define VISTREL_INSTANCE(name, Source, Sample) \
   template void name(Source, uint32_t, uint32_t, Sample*, uint32_t, uint32_t, uint32_t, uint32_t);
