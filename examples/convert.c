@@ -1,16 +1,15 @@
-/* convert FRAME.pgm PHASE BITS PICTURE.ppm: a frame of 16-bit words in a binary PGM to a picture.
- */
+/* convert FRAME.pgm PHASE BITS PICTURE.ppm: a binary PGM of 16-bit samples to a picture. */
 #include <stdio.h>
 #include <stdlib.h>
 #include <vistrel/vistrel_host.h>
 
-static int refuse(const char* text) {
+static int fail(const char* text) {
   fprintf(stderr, "%s\n", text);
   return 1;
 }
 
 static int convert(FILE* in, const char* phase, unsigned bits, FILE* out) {
-  vistrel_packed dump = {0};
+  vistrel_packed packed = {0};
   vistrel_packed_layout unpacked;
   vistrel_frame frame = {0};
   vistrel_conversion conversion;
@@ -19,30 +18,30 @@ static int convert(FILE* in, const char* phase, unsigned bits, FILE* out) {
   vistrel_error error;
   static unsigned char bytes[1 << 24], samples[1 << 24], pixels[1 << 24];
 
-  if (fscanf(in, "P5 %u %u %*u", &dump.width, &dump.height) != 2) return refuse("not a PGM");
+  if (fscanf(in, "P5 %u %u %*u", &packed.width, &packed.height) != 2) return fail("not a PGM");
   fgetc(in);
-  dump.bytes = bytes;
-  dump.size = fread(bytes, 1, sizeof bytes, in);
-  dump.packing = VISTREL_PACKING_BIG;
-  dump.bits = bits;
-  if (vistrel_get_packed_layout(&dump, &unpacked, &error) ||
-      vistrel_unpack(&dump, samples, sizeof samples, &error))
-    return refuse(error.text);
+  packed.bytes = bytes;
+  packed.size = fread(bytes, 1, sizeof bytes, in);
+  packed.packing = VISTREL_PACKING_BIG;
+  packed.bits = bits;
+  if (vistrel_get_packed_layout(&packed, &unpacked, &error) ||
+      vistrel_unpack(&packed, samples, sizeof samples, &error))
+    return fail(error.text);
 
   frame.samples = samples;
   frame.size = unpacked.unpacked_bytes;
-  frame.width = dump.width;
-  frame.height = dump.height;
+  frame.width = packed.width;
+  frame.height = packed.height;
   frame.bytes_per_sample = unpacked.bytes_per_sample;
   frame.bits = bits;
-  if (vistrel_parse_phase(phase, &frame.phase, &error)) return refuse(error.text);
+  if (vistrel_parse_phase(phase, &frame.phase, &error)) return fail(error.text);
   vistrel_default_conversion(&frame, &conversion);
   conversion.format = VISTREL_RGB24;
   image.pixels = pixels;
   image.size = sizeof pixels;
   if (vistrel_get_layout(&frame, &conversion, &layout, &error) ||
       vistrel_convert(&frame, &conversion, &image, &error))
-    return refuse(error.text);
+    return fail(error.text);
 
   fprintf(out, "P6\n%u %u\n255\n", (unsigned)layout.width, (unsigned)layout.height);
   return fwrite(pixels, 1, layout.bytes, out) != layout.bytes || fclose(out);
@@ -50,6 +49,6 @@ static int convert(FILE* in, const char* phase, unsigned bits, FILE* out) {
 
 int main(int argc, char** argv) {
   FILE *in = argc == 5 ? fopen(argv[1], "rb") : NULL, *out = in ? fopen(argv[4], "wb") : NULL;
-  if (!out) return refuse("convert FRAME.pgm PHASE BITS PICTURE.ppm");
+  if (!out) return fail("convert FRAME.pgm PHASE BITS PICTURE.ppm");
   return convert(in, argv[2], (unsigned)strtoul(argv[3], NULL, 10), out);
 }

@@ -1,4 +1,4 @@
-/* What the layer offers on this machine: algorithms, formats, sets of instructions. */
+/* What the layer offers on this machine: algorithms, formats, instruction sets. */
 #include <stdio.h>
 #include <vistrel/vistrel_host.h>
 

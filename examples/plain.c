@@ -1,4 +1,4 @@
-/* The library itself: a red wall under RGGB filters. Nothing is checked on the way. */
+/* The library itself, which checks nothing: a red wall under RGGB filters. */
 #include <stdint.h>
 #include <stdio.h>
 #include <vistrel/vistrel.h>

@@ -1,5 +1,4 @@
-// Many frames on a few workers, each of which holds a stream and an image's memory for all of its
-// frames.
+// Many frames on a few workers. Each holds one stream and one image buffer for all its frames.
 #include <algorithm>
 #include <atomic>
 #include <cstdio>

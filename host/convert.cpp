@@ -17,36 +17,36 @@ constexpr int kAlpha = 255;
 
 uint32_t selectorOf(const vistrel_conversion& c) { return c.algorithm | c.threshold << 8; }
 
-// The library gets the region's first sample and the phase there, and so row 0 and column 0.
+// The library gets the region's first sample and the phase there, so the region is at (0, 0).
 uint32_t call(uint32_t id, const Plan& p, const vistrel_conversion& c,
               const Samples<uint8_t>& source, void* pixels) {
-  return ImgConvert8(id, p.made->code, selectorOf(c), p.phase, c.binning - 1, source.stride(),
-                     p.height, 0, 0, p.madeWidth, p.madeHeight, source.first(), pixels, 8, 0);
+  return ImgConvert8(id, p.native->code, selectorOf(c), p.phase, c.binning - 1, source.stride(),
+                     p.height, 0, 0, p.nativeWidth, p.nativeHeight, source.first(), pixels, 8, 0);
 }
 uint32_t call(uint32_t id, const Plan& p, const vistrel_conversion& c,
               const Samples<uint16_t>& source, void* pixels) {
-  return ImgConvert16(id, p.made->code, selectorOf(c), p.phase, c.binning - 1, p.nDstBits,
-                      c.reduction, source.stride(), p.height, 0, 0, p.madeWidth, p.madeHeight,
+  return ImgConvert16(id, p.native->code, selectorOf(c), p.phase, c.binning - 1, p.nDstBits,
+                      c.reduction, source.stride(), p.height, 0, 0, p.nativeWidth, p.nativeHeight,
                       source.first(), pixels, p.bits, 0);
 }
 
-// These functions take slots, which the pool's ids are, and do not write to the source.
+// These functions take slots, which are the same as the pool's ids, and do not write to the source.
 void callAhd(uint32_t id, const Plan& p, const vistrel_conversion& c,
              const Samples<uint8_t>& source, void* pixels) {
-  ImageColorDemosaicAHD(id, source.stride(), p.phase, c.binning - 1, p.made->code, 0, 0,
-                        p.madeWidth, p.madeHeight, const_cast<uint8_t*>(source.first()),
+  ImageColorDemosaicAHD(id, source.stride(), p.phase, c.binning - 1, p.native->code, 0, 0,
+                        p.nativeWidth, p.nativeHeight, const_cast<uint8_t*>(source.first()),
                         static_cast<uint8_t*>(pixels));
 }
 void callAhd(uint32_t id, const Plan& p, const vistrel_conversion& c,
              const Samples<uint16_t>& source, void* pixels) {
-  ImageColorDemosaicAHD(id, source.stride(), p.phase, c.binning - 1, p.made->code, c.reduction, 0,
-                        0, p.madeWidth, p.madeHeight, const_cast<uint16_t*>(source.first()),
+  ImageColorDemosaicAHD(id, source.stride(), p.phase, c.binning - 1, p.native->code, c.reduction, 0,
+                        0, p.nativeWidth, p.nativeHeight, const_cast<uint16_t*>(source.first()),
                         static_cast<uint8_t*>(pixels), p.nDstBits, p.bits);
 }
 
-// A library that is out of memory returns as ever. The allocation that failed has set errno.
+// The library does not report that it ran out of memory, but the failed allocation set errno.
 template <class Body>
-void watchMemory(Body body) {
+void reportNoMemory(Body body) {
   const int before = errno;
   errno = 0;
   body();
@@ -56,51 +56,51 @@ void watchMemory(Body body) {
 }
 
 template <class T>
-void make(vistrel_stream* own, const Plan& p, const vistrel_frame& frame,
-          const vistrel_conversion& c, void* pixels) {
+void convertNative(vistrel_stream* callerStream, const Plan& p, const vistrel_frame& frame,
+                   const vistrel_conversion& c, void* pixels) {
   std::optional<StreamLease> stream;
-  own ? stream.emplace(own) : stream.emplace();
+  callerStream ? stream.emplace(callerStream) : stream.emplace();
   const Samples<T> source(p, frame, c);
   if (p.format->colour()) stream->reserve(p.width, p.height);
-  if (c.reduction == 10) stream->loadTable(c.table, c.table_entries, p.bits);
-  if (p.made->channels > p.made->sensed()) std::memset(pixels, kAlpha, p.madeBytes);
-  watchMemory([&] {
+  if (c.reduction == VISTREL_TABLE) stream->loadTable(c.table, c.table_entries, p.bits);
+  if (p.native->channels > p.native->sensed()) std::memset(pixels, kAlpha, p.nativeBytes);
+  reportNoMemory([&] {
     if (p.format->colour() && c.algorithm == VISTREL_AHD)
       callAhd(stream->id(), p, c, source, pixels);
     else if (!call(stream->id(), p, c, source, pixels))
-      refuse(VISTREL_INTERNAL, "the library refused format {}, algorithm {}", c.format,
+      reject(VISTREL_INTERNAL, "", "", "the library rejected format {}, algorithm {}", c.format,
              c.algorithm);
   });
 }
 
-// From the made image without its padding to the caller's rows.
-void finish(const Plan& p, const unsigned char* made, unsigned char* pixels, size_t stride) {
-  made += p.pad * (p.madeRowBytes + p.made->pixelBytes());
+// Repacks the native image, without its padding, into the caller's rows.
+void repack(const Plan& p, const unsigned char* native, unsigned char* pixels, size_t stride) {
+  native += p.pad * (p.nativeRowBytes + p.native->pixelBytes());
   for (uint32_t row = 0; row < p.layout.height; ++row) {
-    const unsigned char* from = made + row * p.madeRowBytes;
+    const unsigned char* from = native + row * p.nativeRowBytes;
     unsigned char* const to = pixels + row * stride;
-    if (p.finish)
-      p.finish(from, p.layout.width, to);
+    if (p.repack)
+      p.repack(from, p.layout.width, to);
     else if (from != to)
       std::memcpy(to, from, p.layout.row_bytes);
   }
 }
 
-void convert(vistrel_stream* own, const vistrel_frame* frame, const vistrel_conversion* conversion,
-             const vistrel_image* image) {
+void convert(vistrel_stream* callerStream, const vistrel_frame* frame,
+             const vistrel_conversion* conversion, const vistrel_image* image) {
   const Plan plan = makePlan(frame, conversion);
   const size_t stride = checkMemory(plan, *frame, image);
   auto* const pixels = static_cast<unsigned char*>(image->pixels);
-  const bool aligned = reinterpret_cast<uintptr_t>(pixels) % plan.made->bytes_per_sample == 0;
-  const bool fits = stride == plan.madeRowBytes && plan.madeBytes == plan.layout.bytes;
+  const bool aligned = reinterpret_cast<uintptr_t>(pixels) % plan.native->bytes_per_sample == 0;
+  const bool fits = stride == plan.nativeRowBytes && plan.nativeBytes == plan.layout.bytes;
   std::unique_ptr<unsigned char[]> copy;
-  if (!aligned || !fits) copy = std::make_unique_for_overwrite<unsigned char[]>(plan.madeBytes);
-  unsigned char* const made = copy ? copy.get() : pixels;
+  if (!aligned || !fits) copy = std::make_unique_for_overwrite<unsigned char[]>(plan.nativeBytes);
+  unsigned char* const native = copy ? copy.get() : pixels;
   if (frame->bytes_per_sample == 1)
-    make<uint8_t>(own, plan, *frame, *conversion, made);
+    convertNative<uint8_t>(callerStream, plan, *frame, *conversion, native);
   else
-    make<uint16_t>(own, plan, *frame, *conversion, made);
-  finish(plan, made, pixels, stride);
+    convertNative<uint16_t>(callerStream, plan, *frame, *conversion, native);
+  repack(plan, native, pixels, stride);
 }
 
 }  // namespace
@@ -118,22 +118,22 @@ void vistrel_default_conversion(const vistrel_frame* frame, vistrel_conversion* 
 
 int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion* conversion,
                            vistrel_layout* layout, vistrel_error* error) {
-  return guarded(error, [&] {
-    if (!layout) refuse(VISTREL_NULL_POINTER, "layout is null");
+  return toStatus(error, [&] {
+    checkPointer(layout, "layout");
     *layout = makePlan(frame, conversion).layout;
   });
 }
 
 int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
                         const vistrel_image* image, vistrel_error* error) {
-  return guarded(error, [&] { convert(nullptr, frame, conversion, image); });
+  return toStatus(error, [&] { convert(nullptr, frame, conversion, image); });
 }
 
 int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* frame,
                                const vistrel_conversion* conversion, const vistrel_image* image,
                                vistrel_error* error) {
-  return guarded(error, [&] {
-    if (!stream) refuse(VISTREL_NULL_POINTER, "stream is null");
+  return toStatus(error, [&] {
+    checkPointer(stream, "stream");
     convert(stream, frame, conversion, image);
   });
 }

@@ -1,4 +1,6 @@
-// The levels of the library's vectorised loops, for tests and benchmarks.
+// The levels of the library's vector loops, for tests and benchmarks.
+#include <algorithm>
+
 #include "cpu/level.h"
 #include "host/status.h"
 #include "host/streams.h"
@@ -29,7 +31,7 @@ void setLevel(size_t level) {
     std::string names;
     for (size_t i = 0; const char* name = vistrel_level_name(i); ++i)
       names += fmt::format("{}{} ({})", i ? ", " : "", name, i);
-    refuse(VISTREL_BAD_LEVEL, "level {}: this machine has {}", level, names);
+    reject(VISTREL_BAD_LEVEL, "level", level, "this machine has {}", names);
   }
   loadLibrary();  // which chooses a level
   ippJumpIndexForMergedLibs = level == 0 ? 1 : level == 1 ? 2 : 3;
@@ -49,12 +51,13 @@ const char* vistrel_level_name(size_t level) {
 }
 
 size_t vistrel_level() {
-  if (guarded(nullptr, [] { loadLibrary(); })) return 0;  // what an unloaded library runs
+  if (toStatus(nullptr, [] { loadLibrary(); })) return 0;  // as the library before it is loaded
   const uint32_t index = ippJumpIndexForMergedLibs;
   if (index != 3) return index == 2 ? 1 : 0;
-  return static_cast<size_t>(core::currentLevel());
+  const Level enabled = core::enabledLevel(ippGetEnabledCpuFeatures());
+  return static_cast<size_t>(std::min(core::widestLevel(), enabled));
 }
 
 int32_t vistrel_set_level(size_t level, vistrel_error* error) {
-  return guarded(error, [&] { setLevel(level); });
+  return toStatus(error, [&] { setLevel(level); });
 }

@@ -10,22 +10,22 @@ namespace {
 using Byte = unsigned char;
 
 // A packing: groups of kPixels samples in kBytes bytes, and sample k of a group. The last group of
-// a row may hold but n samples.
+// a row may have only n samples.
 
 struct Bytes {
   static constexpr unsigned kPixels = 1, kBytes = 1;
   static uint8_t sample(const Byte* group, unsigned, unsigned) { return group[0]; }
 };
 
-template <unsigned kLowByte>  // its place in a word
-struct Words {
+template <unsigned kLowByte>  // its place
+struct TwoBytes {
   static constexpr unsigned kPixels = 1, kBytes = 2;
   static uint16_t sample(const Byte* group, unsigned, unsigned) {
     return static_cast<uint16_t>(group[kLowByte] | group[1 - kLowByte] << 8);
   }
 };
 
-// Field k of a stream of fields, lowest bits first; reads no byte that the field has no bit in.
+// Field k of a stream of fields, lowest bits first; only reads the bytes that the field is in.
 template <unsigned kBits>
 unsigned field(const Byte* stream, unsigned k) {
   const unsigned shift = k * kBits % 8;
@@ -79,8 +79,8 @@ void unpackRow(const Byte* from, uint64_t samples, Byte* to) {
 
 constexpr Packing kPackings[] = {
     {VISTREL_PACKING_BYTES, "BYTES", 8, 8, 8, unpackRow<Bytes>},
-    {VISTREL_PACKING_LITTLE, "LITTLE", 8, 16, 16, unpackRow<Words<0>>},
-    {VISTREL_PACKING_BIG, "BIG", 8, 16, 16, unpackRow<Words<1>>},
+    {VISTREL_PACKING_LITTLE, "LITTLE", 8, 16, 16, unpackRow<TwoBytes<0>>},
+    {VISTREL_PACKING_BIG, "BIG", 8, 16, 16, unpackRow<TwoBytes<1>>},
     {VISTREL_PACKING_PFNC, "PFNC", 10, 10, 10, unpackRow<Pfnc<10>>},
     {VISTREL_PACKING_PFNC, "PFNC", 12, 12, 12, unpackRow<Pfnc<12>>},
     {VISTREL_PACKING_PFNC, "PFNC", 14, 14, 14, unpackRow<Pfnc<14>>},
@@ -96,17 +96,18 @@ constexpr Packing kPackings[] = {
 const Packing& findPacking(uint32_t code, uint32_t bits) {
   std::string packings, allowed, name;
   for (const Packing& row : kPackings) {
-    if (row.code == code && row.leastBits <= bits && bits <= row.mostBits) return row;
+    if (row.code == code && row.minBits <= bits && bits <= row.maxBits) return row;
     if (row.code == code) {
       name = row.name;
-      allowed += fmt::format("{}{}", allowed.empty() ? "" : ", ", row.leastBits) +
-                 (row.mostBits > row.leastBits ? fmt::format(" to {}", row.mostBits) : "");
+      allowed += fmt::format("{}{}", allowed.empty() ? "" : ", ", row.minBits) +
+                 (row.maxBits > row.minBits ? fmt::format(" to {}", row.maxBits) : "");
     }
     if (packings.find(row.name) == packings.npos)
       packings += fmt::format("{}{} ({})", packings.empty() ? "" : ", ", row.name, row.code);
   }
-  if (allowed.empty()) refuse(VISTREL_BAD_PACKING, "packing {}: allowed are {}", code, packings);
-  refuse(VISTREL_BAD_BITS, "bits {}: packing {} allows {}", bits, name, allowed);
+  if (allowed.empty())
+    reject(VISTREL_BAD_PACKING, "packed.packing", code, "{} are allowed", packings);
+  reject(VISTREL_BAD_BITS, "packed.bits", bits, "packing {} allows {}", name, allowed);
 }
 
 }  // namespace vistrel::host

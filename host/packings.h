@@ -1,4 +1,4 @@
-// The packings of dumps, by code and bits.
+// The packings of packed frames, by code and bits.
 #pragma once
 
 #include "vistrel/vistrel_host.h"
@@ -8,12 +8,12 @@ namespace vistrel::host {
 struct Packing {
   uint32_t code;
   const char* name;
-  uint32_t leastBits, mostBits;
-  uint32_t storedBits;  // that a sample takes
+  uint32_t minBits, maxBits;
+  uint32_t storedBits;  // bits that a sample takes
   void (*unpackRow)(const unsigned char* from, uint64_t samples, unsigned char* to);
 };
 
-// Throws Refusal for a packing that there is not, and for bits that it has not.
+// Throws Rejection for an unknown packing, and for bits that it does not allow.
 const Packing& findPacking(uint32_t code, uint32_t bits);
 
 }  // namespace vistrel::host

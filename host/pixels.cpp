@@ -9,14 +9,14 @@ namespace {
 
 constexpr uint8_t kAlpha = 255;
 
-// Each pixel of three samples T becomes what the function returns: an array of samples.
+// Replaces each pixel of three samples T by the array of samples that the function returns.
 template <class T, class OfPixel>
 void forEachPixel(const unsigned char* bgr, size_t n, unsigned char* pixels, OfPixel ofPixel) {
   for (size_t i = 0; i < n; ++i) {
     std::array<T, 3> p;
     std::memcpy(p.data(), bgr + i * sizeof p, sizeof p);
-    const auto made = ofPixel(p);
-    std::memcpy(pixels + i * sizeof made, made.data(), sizeof made);
+    const auto result = ofPixel(p);
+    std::memcpy(pixels + i * sizeof result, result.data(), sizeof result);
   }
 }
 

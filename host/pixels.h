@@ -1,13 +1,13 @@
-// From rows of the library's colours to those of other formats.
+// From rows of the library's native formats to those of other formats.
 #pragma once
 
 #include <cstddef>
 
 namespace vistrel::host {
 
-// Makes n pixels of blue, green, red into as many of another format, at any alignment. Pixels of
-// the same size may be made in place.
-using Finish = void (*)(const unsigned char* bgr, size_t n, unsigned char* pixels);
+// Turns n pixels of blue, green, red into n pixels of another format, at any alignment. Pixels of
+// the same size may be repacked in place.
+using Repack = void (*)(const unsigned char* bgr, size_t n, unsigned char* pixels);
 
 void luma8(const unsigned char* bgr, size_t n, unsigned char* pixels);
 void luma16(const unsigned char* bgr, size_t n, unsigned char* pixels);

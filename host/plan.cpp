@@ -9,34 +9,45 @@ namespace vistrel::host {
 namespace {
 
 // The library numbers samples with 32 bits, in a frame, a work buffer and a result.
-constexpr uint64_t kMostSamples = std::numeric_limits<uint32_t>::max();
-constexpr uint64_t kMostBytes = std::numeric_limits<size_t>::max() / 2;
+constexpr uint64_t kMaxSamples = std::numeric_limits<uint32_t>::max();
+constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
 
 // Wide enough for every algorithm's reach.
-constexpr uint32_t kLeastPadding = 8;
+constexpr uint32_t kMinPadding = 8;
 
 uint64_t rowBytes(const vistrel_frame& f) { return uint64_t{f.width} * f.bytes_per_sample; }
+
+// Rejects a conversion for what it converts: its region, or else the whole frame.
+template <class... Args>
+[[noreturn]] void rejectRegion(int32_t status, const vistrel_frame& f, const vistrel_conversion& c,
+                               fmt::format_string<Args...> reason, Args&&... args) {
+  if (!c.region)
+    reject(status, "frame", fmt::format("{}x{}", f.width, f.height), reason,
+           std::forward<Args>(args)...);
+  const vistrel_region& r = *c.region;
+  reject(status, "conversion.region", fmt::format("{}x{}+{}+{}", r.width, r.height, r.x, r.y),
+         reason, std::forward<Args>(args)...);
+}
 
 struct Extent {
   uint64_t width, height;  // sensor pixels, padding included
 };
 
-// On each side, in pixels of the result, so that bins stay what they are.
+// On each side, in pixels of the result, so that bins keep their places.
 uint32_t paddingOf(const Format& format, const vistrel_conversion& c) {
   if (c.edges == VISTREL_EDGES_NATIVE || !format.colour()) return 0;
-  return (kLeastPadding + c.binning - 1) / c.binning;
+  return (kMinPadding + c.binning - 1) / c.binning;
 }
 
 Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   const vistrel_region r = c.region ? *c.region : vistrel_region{0, 0, f.width, f.height};
-  const auto text = fmt::format("region {}x{}+{}+{}", r.width, r.height, r.x, r.y);
   if (uint64_t{r.x} + r.width > f.width || uint64_t{r.y} + r.height > f.height)
-    refuse(VISTREL_BAD_REGION, "{}: it leaves the frame of {}x{}", text, f.width, f.height);
+    rejectRegion(VISTREL_BAD_REGION, f, c, "it leaves the frame of {}x{}", f.width, f.height);
   p.layout.width = r.width / c.binning;
   p.layout.height = r.height / c.binning;
   if (!p.layout.width || !p.layout.height)
-    refuse(VISTREL_REGION_TOO_SMALL, "{}: not one whole bin of {}x{} pixels is in it", text,
-           c.binning, c.binning);
+    rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "it contains no whole bin of {}x{} pixels",
+                 c.binning, c.binning);
   const uint32_t around = p.pad * c.binning;
   p.x = int64_t{r.x} - around;
   p.y = int64_t{r.y} - around;
@@ -45,56 +56,63 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
   if (!p.format->colour()) return e;
   const vistrel_algorithm& a = *findAlgorithm(c.algorithm);
   if (e.width < a.min_size || e.height < a.min_size)
-    refuse(VISTREL_REGION_TOO_SMALL, "{}: algorithm {} needs {}x{} pixels or more", text, a.name,
-           a.min_size, a.min_size);
+    rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "algorithm {} needs {}x{} pixels or more", a.name,
+                 a.min_size, a.min_size);
   return e;
 }
 
-void checkAmounts(const Plan& p, const Extent& e, uint32_t binning) {
-  const auto limit = [&e](const char* what, uint64_t samples) {
-    if (samples > kMostSamples)
-      refuse(VISTREL_TOO_LARGE, "region of {}x{} pixels: {} has {} samples, {} are allowed",
-             e.width, e.height, what, samples, kMostSamples);
+// The samples that the library has to number. No product leaves 64 bits: the first one is compared
+// by division, and the others are below 40 times its limit.
+void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
+                  const vistrel_conversion& c) {
+  const auto exceeds = [&](const char* what) {
+    rejectRegion(VISTREL_TOO_LARGE, f, c, "{} has more than {} samples", what, kMaxSamples);
   };
-  // In this order no product leaves 64 bits: a side has less than 2^32 + 18 samples.
-  limit("it", e.width * e.height);
-  limit("the image", e.width / binning * (e.height / binning) * p.made->channels);
-  if (p.format->colour()) limit("the work buffer", (3 * e.width + 18) * (e.height + 6));
+  if (e.width > kMaxSamples / e.height) exceeds(p.pad ? "with its padding it" : "it");
+  if (e.width / c.binning * (e.height / c.binning) * p.native->channels > kMaxSamples)
+    exceeds("the image");
+  if (p.format->colour() && (3 * e.width + 18) * (e.height + 6) > kMaxSamples)
+    exceeds("the work buffer");
 }
 
-void shapeMade(Plan& p, const Extent& e, uint32_t binning) {
-  checkAmounts(p, e, binning);
+void shapeNative(Plan& p, const Extent& e, const vistrel_frame& f, const vistrel_conversion& c) {
+  checkAmounts(p, e, f, c);
   p.width = static_cast<uint32_t>(e.width);
   p.height = static_cast<uint32_t>(e.height);
-  p.madeWidth = p.width / binning;
-  p.madeHeight = p.height / binning;
-  const uint64_t row = uint64_t{p.madeWidth} * p.made->pixelBytes();
-  if (row > kMostBytes / p.madeHeight)
-    refuse(VISTREL_TOO_LARGE, "region of {}x{} pixels: no memory is that large", p.width, p.height);
-  p.madeRowBytes = static_cast<size_t>(row);
-  p.madeBytes = p.madeRowBytes * p.madeHeight;
+  p.nativeWidth = p.width / c.binning;
+  p.nativeHeight = p.height / c.binning;
+  const uint64_t row = uint64_t{p.nativeWidth} * p.native->pixelBytes();
+  if (row > kMaxBytes / p.nativeHeight)
+    rejectRegion(VISTREL_TOO_LARGE, f, c, "no memory can hold the image");
+  p.nativeRowBytes = static_cast<size_t>(row);
+  p.nativeBytes = p.nativeRowBytes * p.nativeHeight;
 }
 
-void shapeResult(Plan& p, const vistrel_frame& f) {
+void checkFrameBytes(const vistrel_frame& f) {
+  if (strideOf(f) > kMaxBytes / f.height)
+    reject(VISTREL_TOO_LARGE, "frame.stride", strideOf(f), "no memory can hold {} such rows",
+           f.height);
+}
+
+void shapeResult(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   vistrel_layout& l = p.layout;
   l.channels = p.format->channels;
   l.bits = p.format->bytes_per_sample == 2 ? p.bits : 8;
-  p.nDstBits = l.bits * p.made->sensed();
+  p.nDstBits = l.bits * p.native->sensed();
+  checkFrameBytes(f);
   const uint64_t row = uint64_t{l.width} * p.format->pixelBytes();
-  if (strideOf(f) > kMostBytes / f.height || row > kMostBytes / l.height)
-    refuse(VISTREL_TOO_LARGE, "frame of {}x{} pixels, stride {}: no memory is that large", f.width,
-           f.height, strideOf(f));
+  if (row > kMaxBytes / l.height)
+    rejectRegion(VISTREL_TOO_LARGE, f, c, "no memory can hold the image");
   l.row_bytes = static_cast<size_t>(row);
   l.bytes = l.row_bytes * l.height;
   l.frame_bytes = static_cast<size_t>(bytesOf(f));
-  // Each has less than 2^35 bytes.
+  // Each term is below 2^35.
   const uint64_t buffer =
       p.format->colour() ? 2 * (3 * uint64_t{p.width} + 18) * (uint64_t{p.height} + 6) : 0;
   const uint64_t working =
-      buffer + uint64_t{p.width} * p.height * f.bytes_per_sample + uint64_t{p.madeBytes};
-  if (working > kMostBytes)
-    refuse(VISTREL_TOO_LARGE, "region of {}x{} pixels: it takes {} bytes of working memory",
-           p.width, p.height, working);
+      buffer + uint64_t{p.width} * p.height * f.bytes_per_sample + uint64_t{p.nativeBytes};
+  if (working > kMaxBytes)
+    rejectRegion(VISTREL_TOO_LARGE, f, c, "it takes {} bytes of working memory", working);
   l.working_bytes = static_cast<size_t>(working);
 }
 
@@ -105,49 +123,49 @@ uint64_t strideOf(const vistrel_frame& f) { return f.stride ? f.stride : rowByte
 uint64_t bytesOf(const vistrel_frame& f) { return strideOf(f) * (f.height - 1) + rowBytes(f); }
 
 Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion) {
-  if (!frame) refuse(VISTREL_NULL_POINTER, "frame is null");
-  if (!conversion) refuse(VISTREL_NULL_POINTER, "conversion is null");
+  checkPointer(frame, "frame");
+  checkPointer(conversion, "conversion");
   const vistrel_conversion& c = *conversion;
   checkArguments(*frame, c);
   Plan p{};
   p.format = findFormat(c.format);
-  const bool own = p.format->gray() && c.gray == VISTREL_RAW_GRAY;
-  p.made = own ? p.format : findFormat(p.format->made);
-  p.finish = own ? nullptr : p.format->finish;
+  const bool rawGray = p.format->gray() && c.gray == VISTREL_RAW_GRAY;
+  p.native = rawGray ? p.format : findFormat(p.format->native);
+  p.repack = rawGray ? nullptr : p.format->repack;
   p.bits = workingBits(*frame, c);
   p.pad = paddingOf(*p.format, c);
   const Extent extent = placeRegion(p, *frame, c);
   p.phase = vistrel_phase_at(frame->phase, static_cast<uint32_t>(p.x), static_cast<uint32_t>(p.y));
   p.readsBeside = p.format->colour() && isCompact(c.algorithm);
-  shapeMade(p, extent, c.binning);
-  shapeResult(p, *frame);
+  shapeNative(p, extent, *frame, c);
+  shapeResult(p, *frame, c);
   return p;
 }
 
 void checkSamples(const vistrel_frame& frame) {
-  if (!frame.samples) refuse(VISTREL_NULL_POINTER, "frame->samples is null");
-  if (strideOf(frame) > kMostBytes / frame.height)
-    refuse(VISTREL_TOO_LARGE, "frame of {}x{} pixels, stride {}: no memory is that large",
-           frame.width, frame.height, strideOf(frame));
+  checkPointer(frame.samples, "frame.samples");
+  checkFrameBytes(frame);
   if (frame.size < bytesOf(frame))
-    refuse(VISTREL_SHORT_BUFFER, "frame->size {}: {} rows of stride {} take {} bytes", frame.size,
+    reject(VISTREL_SHORT_BUFFER, "frame.size", frame.size, "{} rows of stride {} take {} bytes",
            frame.height, strideOf(frame), bytesOf(frame));
 }
 
 size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image) {
   checkSamples(frame);
-  if (!image) refuse(VISTREL_NULL_POINTER, "image is null");
-  if (!image->pixels) refuse(VISTREL_NULL_POINTER, "image->pixels is null");
+  checkPointer(image, "image");
+  checkPointer(image->pixels, "image.pixels");
   const vistrel_layout& l = plan.layout;
   const size_t stride = image->stride ? image->stride : l.row_bytes;
-  if (stride < l.row_bytes || stride > kMostBytes / l.height)
-    refuse(VISTREL_BAD_STRIDE, "image->stride {}: a row has {} bytes", stride, l.row_bytes);
+  if (stride < l.row_bytes)
+    reject(VISTREL_BAD_STRIDE, "image.stride", stride, "a row has {} bytes", l.row_bytes);
+  if (stride > kMaxBytes / l.height)
+    reject(VISTREL_BAD_STRIDE, "image.stride", stride, "no memory can hold {} such rows", l.height);
   const size_t imageBytes = stride * (l.height - 1) + l.row_bytes;
   if (image->size < imageBytes)
-    refuse(VISTREL_SHORT_BUFFER, "image->size {}: {} rows of stride {} take {} bytes", image->size,
+    reject(VISTREL_SHORT_BUFFER, "image.size", image->size, "{} rows of stride {} take {} bytes",
            l.height, stride, imageBytes);
   if (overlap(frame.samples, l.frame_bytes, image->pixels, imageBytes))
-    refuse(VISTREL_OVERLAP, "image->pixels: it overlaps the frame's samples");
+    reject(VISTREL_OVERLAP, "image.pixels", "", "they overlap the frame's samples");
   return stride;
 }
 

@@ -1,4 +1,4 @@
-// A conversion as the library will do it: region, phase, amounts.
+// A conversion as the library will run it: region, phase, sizes.
 #pragma once
 
 #include "host/tables.h"
@@ -11,27 +11,27 @@ uint64_t bytesOf(const vistrel_frame& frame);
 
 struct Plan {
   const Format* format;
-  const Format* made;      // what the library makes
-  Finish finish;           // from there to the format; null where they are the same
-  int64_t x, y;            // first sample that is converted; it may lie in front of the frame
-  uint32_t width, height;  // samples that are converted: whole bins, padding included
-  uint32_t pad;            // pixels of the made image on each side that are cut off
+  const Format* native;    // what the library writes
+  Repack repack;           // from there to the format; null where they are the same
+  int64_t x, y;            // first sample to convert; with padding it may lie outside the frame
+  uint32_t width, height;  // samples to convert: whole bins, padding included
+  uint32_t pad;            // pixels on each side of the native image that are cut off
   uint32_t phase;          // of the sample at x, y; not read for mono frames
-  uint32_t bits;           // significant ones of a sample that the library gets
-  uint32_t nDstBits;       // all channels together, without alpha
-  uint32_t madeWidth, madeHeight;  // pixels
-  size_t madeRowBytes, madeBytes;
-  bool readsBeside;  // the algorithm looks at what lies beside the region
+  uint32_t bits;           // significant bits of a sample that the library gets
+  uint32_t nDstBits;       // of all channels together, without alpha
+  uint32_t nativeWidth, nativeHeight;  // pixels
+  size_t nativeRowBytes, nativeBytes;
+  bool readsBeside;  // the algorithm reads samples outside the region
   vistrel_layout layout;
 };
 
-// Checks all but samples and memory. Throws Refusal.
+// Checks everything but samples and memory. Throws Rejection.
 Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion);
 
-// Checks the memory of a frame. Throws Refusal.
+// Checks the memory of a frame. Throws Rejection.
 void checkSamples(const vistrel_frame& frame);
 
-// Checks the memory of frame and image. Returns the image's stride in bytes.
+// Checks the memory of frame and image. Returns the image's stride in bytes. Throws Rejection.
 size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image);
 
 }  // namespace vistrel::host

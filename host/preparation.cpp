@@ -20,16 +20,16 @@ Sums sumsAboveBlack(const vistrel_frame& f, const vistrel_conversion& c) {
   Sums sums{};
   for (uint32_t y = 0; y < f.height; ++y, from += strideOf(f)) {
     std::memcpy(row.data(), from, row.size() * sizeof(T));
-    if (c.excess == VISTREL_REFUSE && significant.exceeded(row.data(), row.size()))
+    if (c.excess == VISTREL_REJECT && significant.exceeded(row.data(), row.size()))
       for (uint32_t x = 0; x < f.width; ++x)
-        if (significant.exceeded(row[x])) significant.refuseSample(row[x], x, y);
+        if (significant.exceeded(row[x])) significant.rejectSample(row[x], x, y);
     uint64_t even = 0, odd = 0;  // columns
     for (uint32_t x = 0; x < f.width; ++x) {
       const uint32_t sample = (row[x] & significant.bits) >> significant.below;
       (x & 1 ? odd : even) += aboveBlack(sample, c.black);
     }
-    sums[colourAt(f.phase, 0, y)] += even;
-    sums[colourAt(f.phase, 1, y)] += odd;
+    sums[vistrel_colour_at(f.phase, 0, y)] += even;
+    sums[vistrel_colour_at(f.phase, 1, y)] += odd;
   }
   return sums;
 }
@@ -38,12 +38,12 @@ Sums countsOf(const vistrel_frame& f) {
   Sums counts{};
   for (uint32_t y = 0; y < 2; ++y)
     for (uint32_t x = 0; x < 2; ++x)
-      counts[colourAt(f.phase, x, y)] +=
+      counts[vistrel_colour_at(f.phase, x, y)] +=
           ((uint64_t{f.width} + 1 - x) / 2) * ((uint64_t{f.height} + 1 - y) / 2);
   return counts;
 }
 
-// In 1/256, rounded; in two parts, since 256 times a sum may be too much.
+// In 1/256, rounded; in two parts, since 256 times a sum may leave 64 bits.
 uint64_t meanOf(uint64_t sum, uint64_t count) {
   if (!count) return 0;
   return sum / count * 256 + (sum % count * 256 + count / 2) / count;
@@ -51,25 +51,20 @@ uint64_t meanOf(uint64_t sum, uint64_t count) {
 
 }  // namespace
 
-uint32_t colourAt(uint32_t phase, uint32_t x, uint32_t y) {
-  const char filter = vistrel_phase_name(phase)[2 * (y & 1) + (x & 1)];
-  return filter == 'r' ? 0 : filter == 'g' ? 1 : 2;
-}
-
 Gains measureGains(const vistrel_frame& frame, const vistrel_conversion& conversion) {
   const Sums sums = frame.bytes_per_sample == 1 ? sumsAboveBlack<uint8_t>(frame, conversion)
                                                 : sumsAboveBlack<uint16_t>(frame, conversion);
   const Sums counts = countsOf(frame);
   Sums means{};
   for (size_t i = 0; i < 3; ++i) means[i] = meanOf(sums[i], counts[i]);
-  const uint64_t most = *std::max_element(means.begin(), means.end());
+  const uint64_t max = *std::max_element(means.begin(), means.end());
   Gains gains{VISTREL_GAIN_ONE, VISTREL_GAIN_ONE, VISTREL_GAIN_ONE};
-  for (size_t i = 0; most && i < 3; ++i) {
+  for (size_t i = 0; max && i < 3; ++i) {
     const uint64_t m = means[i];
     gains[i] = VISTREL_GAIN_MAX;
     if (m)
       gains[i] = static_cast<uint32_t>(
-          std::min<uint64_t>((VISTREL_GAIN_ONE * most + m / 2) / m, VISTREL_GAIN_MAX));
+          std::min<uint64_t>((VISTREL_GAIN_ONE * max + m / 2) / m, VISTREL_GAIN_MAX));
   }
   return gains;
 }
@@ -86,13 +81,13 @@ using namespace vistrel::host;
 
 int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversion* conversion,
                               uint32_t gains[3], vistrel_error* error) {
-  return guarded(error, [&] {
-    if (!frame) refuse(VISTREL_NULL_POINTER, "frame is null");
-    if (!conversion) refuse(VISTREL_NULL_POINTER, "conversion is null");
-    if (!gains) refuse(VISTREL_NULL_POINTER, "gains is null");
+  return toStatus(error, [&] {
+    checkPointer(frame, "frame");
+    checkPointer(conversion, "conversion");
+    checkPointer(gains, "gains");
     checkFrame(*frame);
     if (frame->phase == VISTREL_MONO)
-      refuse(VISTREL_BAD_PHASE, "phase mono: a mono frame has no colours to balance");
+      reject(VISTREL_BAD_PHASE, "frame.phase", "mono", "a mono frame has no colours to balance");
     checkExcess(*conversion);
     checkBlack(*frame, *conversion);
     checkSamples(*frame);

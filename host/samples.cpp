@@ -8,8 +8,8 @@
 namespace vistrel::host {
 namespace {
 
-// Column or row i of n. Beyond the first and the last one all is mirrored in them, any number of
-// times, which keeps even ones even.
+// The column or row of a frame of n that i stands for: the frame is mirrored about its first and
+// last ones, any number of times. So even ones stay even.
 uint32_t mirrored(int64_t i, uint32_t n) {
   if (i >= 0 && i < n) return static_cast<uint32_t>(i);
   const int64_t period = 2 * (int64_t{n} - 1);
@@ -23,7 +23,8 @@ const unsigned char* at(const vistrel_frame& f, uint32_t x, uint32_t y) {
          size_t{x} * sizeof(T);
 }
 
-// The library numbers the samples from the first to the last with 32 bits.
+// Whether the library can read the frame in place. It numbers the samples from the first to the
+// last with 32 bits.
 template <class T>
 bool usable(const Plan& p, const vistrel_frame& f) {
   const uint64_t stride = strideOf(f);
@@ -54,7 +55,7 @@ Samples<T>::Samples(const Plan& p, const vistrel_frame& frame, const vistrel_con
     : plan_(p), frame_(frame), significant_(frame) {
   referOrCopy();
   const bool exceed = exceeded();
-  if (exceed && c.excess == VISTREL_REFUSE) refuseExcess();
+  if (exceed && c.excess == VISTREL_REJECT) rejectExcess();
   const bool changed = c.black || c.white_balance || significant_.below || p.bits < frame.bits;
   if (!exceed && !changed) return;
   if (!copy_) copy();
@@ -86,12 +87,12 @@ bool Samples<T>::exceeded() const {
 }
 
 template <class T>
-void Samples<T>::refuseExcess() const {
+void Samples<T>::rejectExcess() const {
   for (uint32_t row = 0; row < plan_.height; ++row)
     for (uint32_t column = 0; column < plan_.width; ++column) {
       const T sample = first_[size_t{row} * stride_ + column];
       if (significant_.exceeded(sample))
-        significant_.refuseSample(sample, mirrored(plan_.x + column, frame_.width),
+        significant_.rejectSample(sample, mirrored(plan_.x + column, frame_.width),
                                   mirrored(plan_.y + row, frame_.height));
     }
 }
@@ -101,7 +102,7 @@ void Samples<T>::prepare(const vistrel_conversion& c) {
   const Gains gains = gainsOf(frame_, c);
   const auto gainAt = [&](uint32_t x, uint32_t y) -> uint32_t {
     if (frame_.phase == VISTREL_MONO) return VISTREL_GAIN_ONE;
-    return gains[colourAt(plan_.phase, x, y)];
+    return gains[vistrel_colour_at(plan_.phase, x, y)];
   };
   const uint32_t fullScale = (1u << frame_.bits) - 1, dropped = frame_.bits - plan_.bits;
   for (uint32_t y = 0; y < plan_.height; ++y) {

@@ -1,5 +1,5 @@
-// The samples to convert, as the library wants them: aligned, a whole number of
-// samples from row to row, the significant bits lowest and no other bit set.
+// The samples to convert, as the library expects them: aligned, a whole number of samples from row
+// to row, the significant bits lowest and no other bit set.
 #pragma once
 
 #include <memory>
@@ -12,7 +12,7 @@ namespace vistrel::host {
 template <class T>
 class Samples {
  public:
-  // Refers to the frame where it can and copies where it must. Throws Refusal and
+  // Refers to the frame where it can, and copies it where it must. Throws Rejection and
   // std::bad_alloc.
   Samples(const Plan& plan, const vistrel_frame& frame, const vistrel_conversion& conversion);
 
@@ -23,7 +23,7 @@ class Samples {
   void referOrCopy();
   void copy();
   bool exceeded() const;
-  void refuseExcess() const;
+  void rejectExcess() const;
   void prepare(const vistrel_conversion& conversion);
 
   const Plan& plan_;

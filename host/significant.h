@@ -1,4 +1,4 @@
-// The significant bits of a frame's samples, and the refusal of others.
+// The significant bits of a frame's samples, and the rejection of samples with others.
 #pragma once
 
 #include "host/status.h"
@@ -12,7 +12,7 @@ struct Significant {
         below(frame.alignment == VISTREL_HIGH_BITS ? unused : 0),
         bits(static_cast<T>(((1u << frame.bits) - 1) << below)) {}
 
-  // Whether a sample of the row has others.
+  // Whether a sample of the row has other bits set.
   bool exceeded(const T* row, size_t n) const {
     T all = 0;
     if (unused)
@@ -21,17 +21,17 @@ struct Significant {
   }
   bool exceeded(T sample) const { return exceeded(&sample, 1); }
 
-  [[noreturn]] void refuseSample(T sample, uint32_t x, uint32_t y) const {
-    const auto place = fmt::format("sample {} at column {}, row {}", sample, x, y);
+  [[noreturn]] void rejectSample(T sample, uint32_t x, uint32_t y) const {
+    const auto value = fmt::format("{} at column {}, row {}", sample, x, y);
     const uint32_t count = 8 * sizeof(T) - unused;
     if (below)
-      refuse(VISTREL_EXCESS_SAMPLE, "{}: a frame of {} high bits has samples whose {} lowest are 0",
-             place, count, below);
-    refuse(VISTREL_EXCESS_SAMPLE, "{}: a frame of {} bits has samples of at most {}", place, count,
-           bits);
+      reject(VISTREL_EXCESS_SAMPLE, "frame.samples", value,
+             "the lowest {} of 16 bits are 0 in samples of {} high bits", below, count);
+    reject(VISTREL_EXCESS_SAMPLE, "frame.samples", value, "samples of {} bits are at most {}",
+           count, bits);
   }
 
-  uint32_t unused, below;  // bits that are not significant, and those of them below the others
+  uint32_t unused, below;  // bits that are not significant, and how many of them are lowest
   T bits;                  // the significant ones
 };
 

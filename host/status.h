@@ -1,33 +1,43 @@
-// Refusals inside the layer, and the one place where they become status codes.
+// Rejections inside the layer, and the one place where they become status codes and texts.
 #pragma once
 
 #include <fmt/format.h>
 
 #include <new>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 
-struct Refusal {
+// The parts of a vistrel_error.
+struct Rejection {
   int32_t status;
-  std::string text;
+  std::string argument, value, reason;
 };
 
-template <class... Args>
-[[noreturn]] void refuse(int32_t status, fmt::format_string<Args...> format, Args&&... args) {
-  throw Refusal{status, fmt::format(format, std::forward<Args>(args)...)};
+// `argument` is a parameter or a field of one, such as "frame.stride"; `value` is what the caller
+// passed, or "".
+template <class Value, class... Args>
+[[noreturn]] void reject(int32_t status, std::string_view argument, const Value& value,
+                         fmt::format_string<Args...> reason, Args&&... args) {
+  throw Rejection{status, std::string(argument), fmt::format("{}", value),
+                  fmt::format(reason, std::forward<Args>(args)...)};
 }
 
-// Refuses a field of later versions that this one does not know.
+inline void checkPointer(const void* pointer, std::string_view argument) {
+  if (!pointer) reject(VISTREL_NULL_POINTER, argument, "", "must not be null");
+}
+
+// Rejects a field of a later version, which this one does not know.
 template <size_t n>
-void checkReserved(const char* name, const uint32_t (&fields)[n]) {
+void checkReserved(std::string_view argument, const uint32_t (&fields)[n]) {
   for (size_t i = 0; i < n; ++i)
     if (fields[i])
-      refuse(VISTREL_BAD_RESERVED, "{}[{}] {}: 0 is allowed, this version knows no other", name, i,
-             fields[i]);
+      reject(VISTREL_BAD_RESERVED, fmt::format("{}[{}]", argument, i), fields[i],
+             "only 0 is allowed in this version");
 }
 
 inline bool overlap(const void* a, size_t aBytes, const void* b, size_t bBytes) {
@@ -35,17 +45,18 @@ inline bool overlap(const void* a, size_t aBytes, const void* b, size_t bBytes) 
   return from < to + bBytes && to < from + aBytes;
 }
 
-// Writes into the caller's error, if there is one, and returns the status.
-int32_t report(vistrel_error* error, int32_t status, const char* text) noexcept;
+// Describes the outcome in the caller's error, if there is one, and returns the status.
+int32_t report(vistrel_error* error, int32_t status, std::string_view reason = "",
+               std::string_view argument = "", std::string_view value = "") noexcept;
 
 // Runs the body of an entry; no exception leaves it.
 template <class Body>
-int32_t guarded(vistrel_error* error, Body body) noexcept {
+int32_t toStatus(vistrel_error* error, Body body) noexcept {
   try {
     body();
-    return report(error, VISTREL_OK, "");
-  } catch (const Refusal& refusal) {
-    return report(error, refusal.status, refusal.text.c_str());
+    return report(error, VISTREL_OK);
+  } catch (const Rejection& r) {
+    return report(error, r.status, r.reason, r.argument, r.value);
   } catch (const std::bad_alloc&) {
     return report(error, VISTREL_NO_MEMORY, "out of memory");
   } catch (...) {

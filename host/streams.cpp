@@ -15,20 +15,20 @@
 namespace vistrel::host {
 namespace {
 
-constexpr uint32_t kStreams = 128;
+constexpr uint32_t kStreams = VISTREL_MAX_STREAMS;
 using State = Slot::State;
 
-// Guards the pool and the library's tables of streams: whoever holds it sees them whole. So a
-// process that forks with it in hand leaves its child a pool that works.
+// Guards the pool and the library's tables of streams: whoever holds it sees both in order. A
+// process forks while it holds the mutex, so its child has a pool that works.
 constinit std::mutex g_mutex;
 
 class Pool {
  public:
-  // Registers every id at once. From then on a stream that grows touches its own slot of the
-  // library's tables and nothing else, so no conversion has to wait for it.
+  // Registers every id at once. From then on a stream that grows only changes its own slot of the
+  // library's tables, so no conversion has to wait for it.
   //
-  // The packed operations go off, which choose a path of Kimmel's hues and nothing else: that path
-  // turns many widths and phases black, and knows no binning.
+  // Switches the packed operations off, which only choose a path of Kimmel's hues: that path turns
+  // many widths and phases black, and ignores binning.
   Pool() {
     ImgLoadDriver();
     ippSetCpuFeaturesMask(ippGetEnabledCpuFeatures() & ~uint64_t{IPP_CPU_SSE});
@@ -41,66 +41,66 @@ class Pool {
     }
   }
 
-  // The stream that came back last: its buffer is the warmest. Null where there is none and the
+  // The stream that was released last: its buffer is the warmest. Null if all are in use and the
   // caller does not wait.
-  Slot* take(std::unique_lock<std::mutex>& lock, bool wait, State state) {
+  Slot* acquire(std::unique_lock<std::mutex>& lock, bool wait, State state) {
     if (!count_ && !wait) return nullptr;
-    returned_.wait(lock, [this] { return count_ > 0; });
+    released_.wait(lock, [this] { return count_ > 0; });
     Slot& slot = slots_[free_[--count_]];
     slot.state = state;
     return &slot;
   }
 
-  void giveBack(Slot& slot) {
+  void release(Slot& slot) {
     slot.state = State::kFree;
     ++slot.generation;
     free_[count_++] = idOf(slot);
-    returned_.notify_one();
+    released_.notify_one();
   }
 
   uint32_t idOf(const Slot& slot) const { return static_cast<uint32_t>(&slot - slots_.data()); }
 
-  // What the caller holds is no address but a number that is never handed out twice: the
-  // generation, and in the lowest byte the id, from 1, so that it is never null. (Of 32 bits, a
-  // slot begins anew after 2^24 owners.)
+  // A handle is no address but a number that is never handed out twice: the generation, and in the
+  // lowest byte the id + 1, so that no handle is null. (With 32-bit pointers, the numbers of a slot
+  // repeat after 2^24 owners.)
   vistrel_stream* handleOf(const Slot& slot) const {
     return reinterpret_cast<vistrel_stream*>(slot.generation << 8 | (idOf(slot) + 1));
   }
 
-  Slot& taken(const vistrel_stream* handle) {
-    if (!handle) refuse(VISTREL_NULL_POINTER, "stream is null");
+  Slot& acquired(const vistrel_stream* handle) {
+    checkPointer(handle, "stream");
     const uintptr_t id = (reinterpret_cast<uintptr_t>(handle) & 0xFF) - 1;
     if (id >= kStreams || handleOf(slots_[id]) != handle || slots_[id].state == State::kFree)
-      refuse(VISTREL_BAD_STREAM, "stream: none that was taken and not yet given back");
+      reject(VISTREL_BAD_STREAM, "stream", "", "it is not acquired");
     if (slots_[id].state == State::kBusy)
-      refuse(VISTREL_BAD_STREAM, "stream: another thread converts on it");
+      reject(VISTREL_BAD_STREAM, "stream", "", "another thread is converting on it");
     return slots_[id];
   }
 
-  // In the child of a fork: the threads that converted and waited are not there any more.
+  // For the child of a fork, where the threads that were converting or waiting do not exist.
   void restore() {
-    new (&returned_) std::condition_variable;
+    new (&released_) std::condition_variable;
     for (Slot& slot : slots_)
-      if (slot.state == State::kBusy) giveBack(slot);
+      if (slot.state == State::kBusy) release(slot);
   }
 
  private:
-  std::condition_variable returned_;
+  std::condition_variable released_;
   std::array<uint32_t, kStreams> free_;
   uint32_t count_ = kStreams;
   std::array<Slot, kStreams> slots_;
 };
 
-// Never destroyed: a thread may still convert while the process ends.
+// Never destroyed: a thread may still be converting while the process ends.
 constinit Pool* g_pool = nullptr;
 
-// With the mutex in hand.
+// The caller holds the mutex.
 Pool& pool() {
   if (!g_pool) g_pool = new Pool;
   return *g_pool;
 }
 
-[[maybe_unused]] const int g_forksAreWatched =
+[[maybe_unused]] const int g_forkHandlers =
     pthread_atfork([] { g_mutex.lock(); }, [] { g_mutex.unlock(); },
                    [] {
                      if (g_pool) g_pool->restore();
@@ -116,19 +116,19 @@ void loadLibrary() {
 
 StreamLease::StreamLease() : after_(State::kFree) {
   std::unique_lock lock(g_mutex);
-  slot_ = pool().take(lock, true, State::kBusy);
+  slot_ = pool().acquire(lock, true, State::kBusy);
 }
 
-StreamLease::StreamLease(vistrel_stream* taken) : after_(State::kTaken) {
+StreamLease::StreamLease(vistrel_stream* acquired) : after_(State::kAcquired) {
   const std::lock_guard lock(g_mutex);
-  slot_ = &pool().taken(taken);
+  slot_ = &pool().acquired(acquired);
   slot_->state = State::kBusy;
 }
 
 StreamLease::~StreamLease() {
   const std::lock_guard lock(g_mutex);
   slot_->state = after_;
-  if (after_ == State::kFree) pool().giveBack(*slot_);
+  if (after_ == State::kFree) pool().release(*slot_);
 }
 
 uint32_t StreamLease::id() const { return g_pool->idOf(*slot_); }
@@ -156,20 +156,20 @@ void StreamLease::loadTable(const uint16_t* table, uint32_t entries, uint32_t bi
 using namespace vistrel::host;
 
 int32_t vistrel_stream_acquire(uint32_t wait, vistrel_stream** stream, vistrel_error* error) {
-  return guarded(error, [&] {
-    if (!stream) refuse(VISTREL_NULL_POINTER, "stream is null");
+  return toStatus(error, [&] {
+    checkPointer(stream, "stream");
     if (wait != VISTREL_WAIT && wait != VISTREL_NO_WAIT)
-      refuse(VISTREL_BAD_WAIT, "wait {}: 0 (wait) and 1 (do not wait) are allowed", wait);
+      reject(VISTREL_BAD_WAIT, "wait", wait, "0 (wait) and 1 (do not wait) are allowed");
     std::unique_lock lock(g_mutex);
-    const Slot* slot = pool().take(lock, wait == VISTREL_WAIT, State::kTaken);
-    if (!slot) refuse(VISTREL_NO_STREAM, "all {} streams are out", kStreams);
+    const Slot* slot = pool().acquire(lock, wait == VISTREL_WAIT, State::kAcquired);
+    if (!slot) reject(VISTREL_NO_STREAM, "", "", "all {} streams are in use", kStreams);
     *stream = pool().handleOf(*slot);
   });
 }
 
 int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error) {
-  return guarded(error, [&] {
+  return toStatus(error, [&] {
     const std::lock_guard lock(g_mutex);
-    pool().giveBack(pool().taken(stream));
+    pool().release(pool().acquired(stream));
   });
 }

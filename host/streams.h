@@ -1,4 +1,4 @@
-// The library's 128 streams, handed out and taken back.
+// The library's streams, acquired and released.
 #pragma once
 
 #include <cstdint>
@@ -7,24 +7,24 @@
 
 namespace vistrel::host {
 
-// What the pool knows of a stream; its place in the pool's array is the stream's number.
+// The pool's record of a stream; its index in the pool is the stream's id.
 struct Slot {
-  enum State { kFree, kTaken, kBusy };
+  enum State { kFree, kAcquired, kBusy };
   State state = kFree;
-  uint32_t width = 0, height = 0;  // that the work buffer is large enough for
-  uintptr_t generation = 0;        // how often it was given back
+  uint32_t width = 0, height = 0;  // size that the work buffer is large enough for
+  uintptr_t generation = 0;        // how often it was released
 };
 
-// Loads the library and opens its streams, unless that is done. Throws std::bad_alloc.
+// Loads the library and opens its streams, unless it is loaded. Throws std::bad_alloc.
 void loadLibrary();
 
-// A stream that nobody else converts on for as long as it lives.
+// Exclusive use of a stream, for as long as the lease lives.
 class StreamLease {
  public:
-  // Waits while all are out. Throws std::bad_alloc.
+  // Of any stream; waits while all are in use. Throws std::bad_alloc.
   StreamLease();
-  // One that the caller has taken. Throws Refusal.
-  explicit StreamLease(vistrel_stream* taken);
+  // Of one that the caller has acquired. Throws Rejection.
+  explicit StreamLease(vistrel_stream* acquired);
   ~StreamLease();
   StreamLease(const StreamLease&) = delete;
   StreamLease& operator=(const StreamLease&) = delete;
@@ -34,7 +34,7 @@ class StreamLease {
   // Makes the work buffer large enough for a region of this size. Throws std::bad_alloc.
   void reserve(uint32_t width, uint32_t height);
 
-  // Makes this the table of reduction 10, for samples of so many bits. Throws std::bad_alloc.
+  // Loads the table of VISTREL_TABLE, for samples of so many bits. Throws std::bad_alloc.
   void loadTable(const uint16_t* table, uint32_t entries, uint32_t bits);
 
  private:

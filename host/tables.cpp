@@ -25,8 +25,8 @@ constexpr Format kFormats[] = {
     {{"RGB48", VISTREL_RGB48, 3, 2, 0}, VISTREL_BGR48, swapEnds16},
 };
 
-// Name, code, most significant bits, minimal size. Ten bits for those that clamp at 1023, fifteen
-// for the one that compares words as signed numbers.
+// Name, code, maximum bits, minimum size. Ten bits for algorithms that clamp at 1023, fifteen for
+// the one that compares 16-bit samples as signed numbers.
 constexpr vistrel_algorithm kAlgorithms[] = {
     {"bilinear", VISTREL_BILINEAR, 16, 2}, {"edge", VISTREL_EDGE, 15, 2},
     {"near", VISTREL_NEAR, 16, 2},         {"laroche", VISTREL_LAROCHE, 10, 2},
@@ -35,6 +35,7 @@ constexpr vistrel_algorithm kAlgorithms[] = {
     {"grouping", VISTREL_GROUPING, 10, 2}, {"ahd", VISTREL_AHD, 16, 5},
 };
 
+// The letters of a phase's name are the filters of its 2x2 block, row by row.
 constexpr const char* kPhases[] = {"grbg", "bggr", "rggb", "gbrg", "mono"};
 
 template <class Table>
@@ -44,11 +45,11 @@ auto findCode(const Table& table, uint32_t code) {
   return row == std::end(table) ? nullptr : &*row;
 }
 
-// `known` is of small letters. A locale has no say here.
+// `known` is in lower case. Does not depend on the locale.
 bool equalLetters(const char* known, const char* given) {
-  const auto small = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-  while (*known && *known == small(*given)) ++known, ++given;
-  return *known == small(*given);
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+  while (*known && *known == lower(*given)) ++known, ++given;
+  return *known == lower(*given);
 }
 
 void append(std::string& list, const char* name, uint32_t code) {
@@ -96,18 +97,24 @@ const char* vistrel_phase_name(uint32_t phase) {
 }
 
 int32_t vistrel_parse_phase(const char* name, uint32_t* phase, vistrel_error* error) {
-  return guarded(error, [&] {
-    if (!name) refuse(VISTREL_NULL_POINTER, "name is null");
-    if (!phase) refuse(VISTREL_NULL_POINTER, "phase is null");
+  return toStatus(error, [&] {
+    checkPointer(name, "name");
+    checkPointer(phase, "phase");
     const auto row = std::find_if(std::begin(kPhases), std::end(kPhases),
                                   [name](const char* known) { return equalLetters(known, name); });
     if (row == std::end(kPhases))
-      refuse(VISTREL_BAD_PHASE, "phase {:.40}: allowed are {}", name, phaseList());
+      reject(VISTREL_BAD_PHASE, "name", name, "{} are allowed", phaseList());
     *phase = static_cast<uint32_t>(row - kPhases);
   });
 }
 
-// An odd origin moves the mosaic's columns (bit 1 of a phase) or rows (bit 0).
+// An odd x swaps the mosaic's columns (bit 1 of a phase), an odd y its rows (bit 0).
 uint32_t vistrel_phase_at(uint32_t phase, uint32_t x, uint32_t y) {
   return phase < VISTREL_MONO ? phase ^ (y & 1) ^ ((x & 1) << 1) : phase;
+}
+
+uint32_t vistrel_colour_at(uint32_t phase, uint32_t x, uint32_t y) {
+  if (phase >= VISTREL_MONO) return VISTREL_NO_COLOUR;
+  const char filter = kPhases[phase][2 * (y & 1) + (x & 1)];
+  return filter == 'r' ? VISTREL_RED : filter == 'g' ? VISTREL_GREEN : VISTREL_BLUE;
 }

@@ -1,4 +1,4 @@
-// What there is to choose from: formats, algorithms, phases.
+// The tables of formats, algorithms and phases.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 namespace vistrel::host {
 
 struct Format : vistrel_format {
-  uint32_t made;  // the library's format that it is made of; its own code, if the library has it
-  Finish finish;  // how; else null
+  uint32_t native;  // the library's format that it is made from; its own code, if it is native
+  Repack repack;    // from there; null if it is native
 
   bool colour() const { return !mono; }
   bool gray() const { return !mono && channels == 1; }
@@ -18,16 +18,16 @@ struct Format : vistrel_format {
   uint32_t pixelBytes() const { return channels * bytes_per_sample; }
 };
 
-// Whether an algorithm looks beside the region, and leaves its image without a guard.
+// Whether an algorithm reads samples outside the region, and leaves its image without a guard.
 inline bool isCompact(uint32_t algorithm) {
   return algorithm == VISTREL_NEAR || algorithm == VISTREL_AHD;
 }
 
-// Null for a code that is not in the table.
+// Null for an unknown code.
 const Format* findFormat(uint32_t code);
 const vistrel_algorithm* findAlgorithm(uint32_t code);
 
-// For texts: "MONO8 (0), MONO16 (1)".
+// For reasons: "MONO8 (0), MONO16 (1)".
 std::string formatList(bool colour);
 std::string algorithmList();
 std::string phaseList();

@@ -1,4 +1,4 @@
-// Packed dumps to samples.
+// Packed frames to samples.
 #include <limits>
 
 #include "host/packings.h"
@@ -9,66 +9,77 @@ namespace {
 
 using Byte = unsigned char;
 
-constexpr uint64_t kMostBytes = std::numeric_limits<size_t>::max() / 2;
+constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
 
-struct Dump {
+struct PackedFrame {
   const Packing* packing;
-  uint64_t samples, rows;  // of a row; rows without a byte boundary between them are one
+  uint64_t samples, rows;  // samples of a row; continuous rows are one row
   size_t rowBytes, stride, bytes;
-  size_t sampleBytes, unpacked;  // of one, and of all of them in the caller's memory
+  size_t sampleBytes, unpackedBytes;  // of one sample, of all samples
 };
 
-[[noreturn]] void refuseSize(const vistrel_packed& p) {
-  refuse(VISTREL_TOO_LARGE, "dump of {}x{} pixels, stride {}: no memory is that large", p.width,
-         p.height, p.stride);
+// Checks the fields, each by itself.
+void checkPacked(const vistrel_packed& p) {
+  if (!p.width) reject(VISTREL_BAD_SIZE, "packed.width", 0, "a packed frame has at least 1 column");
+  if (!p.height) reject(VISTREL_BAD_SIZE, "packed.height", 0, "a packed frame has at least 1 row");
+  if (p.continuous > 1)
+    reject(VISTREL_BAD_STRIDE, "packed.continuous", p.continuous, "0 and 1 are allowed");
+  if (p.continuous && p.stride)
+    reject(VISTREL_BAD_STRIDE, "packed.stride", p.stride,
+           "continuous rows have none; only 0 is allowed");
+  checkReserved("packed.reserved", p.reserved);
 }
 
-Dump measure(const vistrel_packed* packed) {
-  if (!packed) refuse(VISTREL_NULL_POINTER, "packed is null");
+[[noreturn]] void rejectSize(const vistrel_packed& p) {
+  reject(VISTREL_TOO_LARGE, "packed", fmt::format("{}x{}, stride {}", p.width, p.height, p.stride),
+         "no memory can hold it");
+}
+
+PackedFrame measure(const vistrel_packed* packed) {
+  checkPointer(packed, "packed");
   const vistrel_packed& p = *packed;
-  if (!p.width) refuse(VISTREL_BAD_SIZE, "width 0: a dump has 1 column or more");
-  if (!p.height) refuse(VISTREL_BAD_SIZE, "height 0: a dump has 1 row or more");
-  if (p.continuous > 1)
-    refuse(VISTREL_BAD_STRIDE, "continuous {}: 0 and 1 are allowed", p.continuous);
-  if (p.continuous && p.stride)
-    refuse(VISTREL_BAD_STRIDE, "stride {}: a continuous dump has no stride; 0 is allowed",
-           p.stride);
-  checkReserved("packed->reserved", p.reserved);
+  checkPacked(p);
   const uint64_t all = uint64_t{p.width} * p.height;
-  Dump d{&findPacking(p.packing, p.bits), p.width, p.height, 0, 0, 0, 1, 0};
-  if (p.continuous) d.samples = all, d.rows = 1;
-  d.sampleBytes = p.packing == VISTREL_PACKING_BYTES ? 1 : 2;
-  if (all > kMostBytes / d.sampleBytes) refuseSize(p);
-  d.unpacked = static_cast<size_t>(all * d.sampleBytes);
-  // Eight samples have storedBits bytes. At most two bytes a sample, so it fits.
-  const uint64_t stored = d.packing->storedBits;
-  d.rowBytes = static_cast<size_t>(d.samples / 8 * stored + (d.samples % 8 * stored + 7) / 8);
-  d.stride = p.stride ? p.stride : d.rowBytes;
-  if (d.stride < d.rowBytes)
-    refuse(VISTREL_BAD_STRIDE, "stride {}: a row of {} samples has {} bytes", p.stride, p.width,
-           d.rowBytes);
-  if (d.stride > kMostBytes / d.rows) refuseSize(p);
-  d.bytes = static_cast<size_t>(d.stride * (d.rows - 1) + d.rowBytes);
-  return d;
+  PackedFrame f{};
+  f.packing = &findPacking(p.packing, p.bits);
+  f.samples = p.continuous ? all : p.width;
+  f.rows = p.continuous ? 1 : p.height;
+  f.sampleBytes = p.packing == VISTREL_PACKING_BYTES ? 1 : 2;
+  if (all > kMaxBytes / f.sampleBytes) rejectSize(p);
+  f.unpackedBytes = static_cast<size_t>(all * f.sampleBytes);
+  // Eight samples take storedBits bytes. A sample takes at most two bytes, so the sum fits.
+  const uint64_t stored = f.packing->storedBits;
+  f.rowBytes = static_cast<size_t>(f.samples / 8 * stored + (f.samples % 8 * stored + 7) / 8);
+  f.stride = p.stride ? p.stride : f.rowBytes;
+  if (f.stride < f.rowBytes)
+    reject(VISTREL_BAD_STRIDE, "packed.stride", p.stride, "a row of {} samples has {} bytes",
+           p.width, f.rowBytes);
+  if (f.stride > kMaxBytes / f.rows) rejectSize(p);
+  f.bytes = static_cast<size_t>(f.stride * (f.rows - 1) + f.rowBytes);
+  return f;
+}
+
+void checkMemory(const PackedFrame& f, const vistrel_packed& p, const void* samples, size_t size) {
+  checkPointer(p.bytes, "packed.bytes");
+  checkPointer(samples, "samples");
+  if (p.size < f.bytes)
+    reject(VISTREL_SHORT_BUFFER, "packed.size", p.size,
+           "{} rows of {} bytes, stride {}, take {} bytes", f.rows, f.rowBytes, f.stride, f.bytes);
+  if (size < f.unpackedBytes)
+    reject(VISTREL_SHORT_BUFFER, "size", size, "{}x{} samples take {} bytes", p.width, p.height,
+           f.unpackedBytes);
+  if (overlap(p.bytes, f.bytes, samples, f.unpackedBytes))
+    reject(VISTREL_OVERLAP, "samples", "", "they overlap the packed bytes");
 }
 
 void unpack(const vistrel_packed* packed, void* samples, size_t size) {
-  const Dump d = measure(packed);
-  if (!packed->bytes) refuse(VISTREL_NULL_POINTER, "packed->bytes is null");
-  if (!samples) refuse(VISTREL_NULL_POINTER, "samples is null");
-  if (packed->size < d.bytes)
-    refuse(VISTREL_SHORT_BUFFER, "packed->size {}: {} rows of {} bytes, stride {}, take {} bytes",
-           packed->size, d.rows, d.rowBytes, d.stride, d.bytes);
-  if (size < d.unpacked)
-    refuse(VISTREL_SHORT_BUFFER, "size {}: {}x{} samples take {} bytes", size, packed->width,
-           packed->height, d.unpacked);
-  if (overlap(packed->bytes, d.bytes, samples, d.unpacked))
-    refuse(VISTREL_OVERLAP, "samples: they overlap the packed bytes");
+  const PackedFrame f = measure(packed);
+  checkMemory(f, *packed, samples, size);
   const auto* from = static_cast<const Byte*>(packed->bytes);
   auto* to = static_cast<Byte*>(samples);
-  const size_t rowUnpacked = static_cast<size_t>(d.samples) * d.sampleBytes;
-  for (uint64_t row = 0; row < d.rows; ++row)
-    d.packing->unpackRow(from + row * d.stride, d.samples, to + row * rowUnpacked);
+  const size_t unpackedRowBytes = static_cast<size_t>(f.samples) * f.sampleBytes;
+  for (uint64_t row = 0; row < f.rows; ++row)
+    f.packing->unpackRow(from + row * f.stride, f.samples, to + row * unpackedRowBytes);
 }
 
 }  // namespace
@@ -78,14 +89,14 @@ using namespace vistrel::host;
 
 int32_t vistrel_get_packed_layout(const vistrel_packed* packed, vistrel_packed_layout* layout,
                                   vistrel_error* error) {
-  return guarded(error, [&] {
-    if (!layout) refuse(VISTREL_NULL_POINTER, "layout is null");
-    const Dump d = measure(packed);
-    *layout = {d.rowBytes, d.bytes, static_cast<uint32_t>(d.sampleBytes), d.unpacked};
+  return toStatus(error, [&] {
+    checkPointer(layout, "layout");
+    const PackedFrame f = measure(packed);
+    *layout = {f.rowBytes, f.bytes, static_cast<uint32_t>(f.sampleBytes), f.unpackedBytes};
   });
 }
 
 int32_t vistrel_unpack(const vistrel_packed* packed, void* samples, size_t size,
                        vistrel_error* error) {
-  return guarded(error, [&] { unpack(packed, samples, size); });
+  return toStatus(error, [&] { unpack(packed, samples, size); });
 }

@@ -5,16 +5,16 @@
 
 namespace vistrel::host {
 
-// The significant bits that are left of a sample after the reduction that is asked for.
+// The significant bits of a sample after the truncation that the conversion asks for.
 uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
-// Throw Refusal: for the frame's description, for a choice that there is not, for a black level
-// that the frame cannot have.
+// Throw Rejection for a bad description of a frame, for an unknown choice, for a black level that
+// the frame's samples cannot have.
 void checkFrame(const vistrel_frame& frame);
 void checkExcess(const vistrel_conversion& conversion);
 void checkBlack(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
-// Throws Refusal for anything that neither region, samples nor memory come into.
+// Throws Rejection for everything that does not depend on region, samples or memory.
 void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
 }  // namespace vistrel::host

@@ -17,7 +17,7 @@
 namespace vistrel::app {
 
 // Each has a stream of its own for as long as the batch runs.
-constexpr unsigned kMostWorkers = 128;
+constexpr unsigned kMostWorkers = VISTREL_MAX_STREAMS;
 
 struct BatchOptions {
   unsigned workers = 1;  // 0: one for each processor

@@ -35,8 +35,8 @@ vistrel_packed packedOf(const InputOptions& o) {
 }
 
 vistrel_packed_layout layoutOf(const vistrel_packed& packed) {
-  const auto stride = fmt::format("stride {}", packed.stride);
-  return inTypedWords({{stride, "--" + stride}}, [&packed] { return packedLayoutOf(packed); });
+  return inTypedWords({{"packed.stride", "--stride", ""}},
+                      [&packed] { return packedLayoutOf(packed); });
 }
 
 class DumpReader : public Reader {

@@ -81,9 +81,8 @@ void FrameFile::describe(const InputOptions& o) {
   bitsAreTold_ = o.bits || o.pixfmt || d.tellsBits;
   frame_.alignment = hasHighBits(o) ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
-  const auto bits = fmt::format("bits {}", frame_.bits);
-  const char* const teller = o.fromName ? "--from-name: " : "--";
-  inTypedWords({{bits, teller + bits}},  // refuses bits that such samples can't have
+  const char* const option = o.fromName ? "--from-name: bits" : "--bits";
+  inTypedWords({{"frame.bits", option, ""}},  // rejects bits that such samples can't have
                [this] { layoutOf(frame_, defaultConversion(frame_)); });
   frame_.phase = o.phase.value_or(d.phase.value_or(VISTREL_MONO));
 }

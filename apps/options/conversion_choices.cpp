@@ -16,12 +16,11 @@ std::string ToneOptions::typed() const {
 }
 
 Wording ToneOptions::words() const {
-  vistrel_conversion c{};
-  apply(c);
-  return {{fmt::format("reduction {}", c.reduction), typed()},
-          {fmt::format("table_entries {}", c.table_entries),
-           fmt::format("{}: {} entries", typed(), c.table_entries)},
-          {"; truncate_to 12 drops the lowest ones first", ""}};
+  if (curve.empty())
+    return {{"conversion.reduction", "--window", fmt::format("{}", window.value_or(0))}};
+  return {
+      {"conversion.reduction", "--curve", curve},
+      {"conversion.table_entries", "--curve", fmt::format("{}: {} entries", curve, table.size())}};
 }
 
 std::vector<std::string> ConversionOptions::contradictions() const {
@@ -59,21 +58,13 @@ std::vector<std::string> ConversionOptions::idleFor(const vistrel_frame& frame) 
 }
 
 Wording ConversionOptions::words() const {
-  Wording words{{"truncate_to 12", "--depth reduce10"},
-                {"gray 1 (raw)", "--gray raw"},
-                {"0 (luma)", "luma"},
-                {fmt::format("MONO8 ({}), MONO16 ({})", int{VISTREL_MONO8}, int{VISTREL_MONO16}),
-                 "gray8 and gray16"}};
+  Wording words{{"frame.samples", "sample", ""},
+                {"conversion.gray", "--gray", gray},
+                {"conversion.region", "--roi", ""},
+                format.empty() ? Word{"conversion.format", "--depth", depth}
+                               : Word{"conversion.format", "--format", format}};
   append(words, tone.words());
   append(words, preparation.words());
-  const std::string typed = format.empty() ? "--depth " + depth : "--format " + format;
-  for (size_t i = 0; const vistrel_format* f = vistrel_format_at(i); ++i)
-    words.push_back({std::string("format ") + f->name, typed});
-  if (region) {
-    const auto place =
-        fmt::format("{}x{}+{}+{}", region->width, region->height, region->x, region->y);
-    words.push_back({"region " + place, "--roi " + place});
-  }
   return words;
 }
 

@@ -48,11 +48,9 @@ void PreparationOptions::apply(vistrel_conversion& c) const {
 }
 
 Wording PreparationOptions::words() const {
-  vistrel_conversion c{};
-  apply(c);
-  return {{fmt::format("black {}", black), fmt::format("--black {}", black)},
-          {fmt::format("white_balance {}", c.white_balance), "--wb " + balance},
-          {"; 0 is allowed", ""}};
+  return {{"conversion.black", "--black", ""},
+          {"conversion.white_balance", "--wb", balance},
+          {"conversion.edges", "--edges", edges}};
 }
 
 void addPreparationOptions(CLI::App& command, PreparationOptions& o) {

@@ -1,30 +1,16 @@
 #include "apps/options/wording.h"
 
-#include <cctype>
+#include <algorithm>
 
 namespace vistrel::app {
-namespace {
 
-bool isPartOfAWord(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; }
-
-// Whether the part is whole words.
-bool standsAlone(const std::string& text, size_t at, size_t length) {
-  const auto cut = [&text](size_t i) {
-    return i > 0 && i < text.size() && isPartOfAWord(text[i - 1]) && isPartOfAWord(text[i]);
-  };
-  return !cut(at) && !cut(at + length);
-}
-
-}  // namespace
-
-std::string reworded(std::string text, const Wording& wording) {
-  for (const auto& [host, typed] : wording)
-    for (size_t at = 0; (at = text.find(host, at)) != text.npos;) {
-      const bool matches = standsAlone(text, at, host.size());
-      if (matches) text.replace(at, host.size(), typed);
-      at += matches ? typed.size() : 1;
-    }
-  return text;
+std::string textOf(const Error& error, const Wording& wording) {
+  const auto word = std::find_if(wording.begin(), wording.end(), [&error](const Word& w) {
+    return w.argument == error.argument();
+  });
+  if (word == wording.end()) return error.what();
+  const std::string value = word->value.empty() ? error.value() : word->value;
+  return fmt::format("{} {}: {}", word->option, value, error.reason());
 }
 
 }  // namespace vistrel::app

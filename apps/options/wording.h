@@ -1,4 +1,4 @@
-// Refusals of the host layer in the words of the command line.
+// The host layer's arguments by the names of the command line.
 #pragma once
 
 #include <string>
@@ -9,22 +9,23 @@
 
 namespace vistrel::app {
 
-// What the host layer calls an argument and its value, and the option that was typed.
+// An argument of the host layer, the option that sets it, and the value as it was typed; an empty
+// one is the same as the host layer's.
 struct Word {
-  std::string host, typed;
+  std::string argument, option, value;
 };
 using Wording = std::vector<Word>;
 
-// `text` with typed options in place of the host's words, wherever they stand alone.
-std::string reworded(std::string text, const Wording& wording);
+// "--option VALUE: reason"; the host layer's own text where no option sets the argument.
+std::string textOf(const Error& error, const Wording& wording);
 
-// Does the work; a refusal of the host layer becomes a Failure in the typed words.
+// Does the work; an error of the host layer becomes a Failure that names options.
 template <class Work>
 auto inTypedWords(const Wording& wording, Work&& work) {
   try {
     return work();
-  } catch (const Error& refusal) {
-    throw Failure(kRejected, reworded(refusal.what(), wording));
+  } catch (const Error& error) {
+    throw Failure(kRejected, textOf(error, wording));
   }
 }
 

@@ -1,6 +1,6 @@
-// libvistrelhost for C++17: the functions of vistrel_host.h over memory that frees itself. Header
-// only. Each comes twice: `tryX` returns a Result and throws nothing, `x` returns the value and
-// throws Error.
+// libvistrelhost for C++17: the functions of vistrel_host.h with owned memory. Header only. Each
+// function comes twice: `tryX` returns a Result and throws nothing, `x` returns the value or throws
+// Error.
 #ifndef VISTREL_HPP
 #define VISTREL_HPP
 
@@ -17,19 +17,22 @@
 
 namespace vistrel {
 
-// A refusal: status() is its VISTREL_... code, what() its text.
+// A rejection: status() is its VISTREL_... code, what() its text, the others are parts of the text.
 class Error : public std::exception {
  public:
   explicit Error(const vistrel_error& error) noexcept : error_(error) {}
   int32_t status() const noexcept { return error_.status; }
   const char* what() const noexcept override { return error_.text; }
+  const char* argument() const noexcept { return error_.argument; }
+  const char* value() const noexcept { return error_.value; }
+  const char* reason() const noexcept { return error_.reason; }
 
  private:
   vistrel_error error_;
 };
 
-// A value, or the refusal to give one. value() throws the error that is in its place; * and ->
-// must not be used then. What a temporary one gives is no reference, so that none dangles.
+// A value or an error. With an error, value() throws it, and * and -> must not be used. *, value()
+// and error() of a temporary result return by value, so that no reference dangles.
 template <class T>
 class [[nodiscard]] Result {
  public:
@@ -62,8 +65,8 @@ namespace detail {
 template <class Container>
 using DataOf = decltype(std::declval<Container&>().data());
 
-// Whether a `Container &&` is a temporary that takes its elements along: other than a view's, those
-// of an owner are constant when it is.
+// Whether a `Container &&` is a temporary whose elements die with it: unlike a view's elements,
+// those of an owner are const if the owner is.
 template <class Container>
 constexpr bool diesWithItsElements =
     !std::is_reference_v<Container> &&
@@ -71,13 +74,13 @@ constexpr bool diesWithItsElements =
 
 }  // namespace detail
 
-// Elements that stay the caller's.
+// A view of the caller's elements.
 template <class T>
 class Span {
  public:
   Span() = default;
   Span(T* first, size_t count) noexcept : first_(first), count_(count) {}
-  // Of a vector, an array, a string or another span; of temporaries, views alone.
+  // Of a vector, an array, a string or another span; of a temporary only if it is a view.
   template <class Container, class Data = detail::DataOf<Container>,
             class = std::enable_if_t<std::is_convertible_v<Data, T*> &&
                                      !detail::diesWithItsElements<Container>>>
@@ -98,23 +101,22 @@ class Span {
 
 namespace detail {
 
-// What `work` makes of a value of its own, unless its status is a refusal.
+// The value that `work` fills in, or the error that it reports.
 template <class T, class Work>
 Result<T> attempt(Work work) noexcept {
-  vistrel_error error{VISTREL_NO_MEMORY, "out of memory"};
   try {
     T value{};
-    vistrel_error refusal{};
-    if (work(value, &refusal) == VISTREL_OK) return value;
-    error = refusal;
+    vistrel_error error{};
+    if (work(value, &error) == VISTREL_OK) return value;
+    return Error(error);
   } catch (const std::bad_alloc&) {
+    return Error({VISTREL_NO_MEMORY, "", "", "out of memory", "out of memory", {}});
   }
-  return Error(error);
 }
 
 }  // namespace detail
 
-// A finished image. Rows are packed; samples of more than 8 bits are words.
+// An image. Its rows have no padding; samples of more than 8 bits take two bytes each.
 struct Image {
   vistrel_layout layout{};
   std::vector<uint8_t> pixels;
@@ -122,34 +124,34 @@ struct Image {
 
 namespace detail {
 
-// `convert` is called with memory of the image's size.
+// Calls `convert` with memory of the image's size.
 template <class Convert>
 Result<Image> makeImage(const vistrel_frame& frame, const vistrel_conversion& conversion,
                         Convert convert) noexcept {
   return attempt<Image>([&](Image& result, vistrel_error* error) {
-    if (const int32_t refused = vistrel_get_layout(&frame, &conversion, &result.layout, error))
-      return refused;
+    if (const int32_t rejected = vistrel_get_layout(&frame, &conversion, &result.layout, error))
+      return rejected;
     result.pixels.resize(result.layout.bytes);
     const vistrel_image image{result.pixels.data(), result.pixels.size(), 0};
     return convert(image, error);
   });
 }
 
-// `convert` is called with the caller's memory.
+// Calls `convert` with the caller's memory.
 template <class Convert>
 Result<vistrel_layout> fillImage(const vistrel_frame& frame, const vistrel_conversion& conversion,
                                  const vistrel_image& image, Convert convert) noexcept {
   return attempt<vistrel_layout>([&](vistrel_layout& layout, vistrel_error* error) {
-    if (const int32_t refused = vistrel_get_layout(&frame, &conversion, &layout, error))
-      return refused;
+    if (const int32_t rejected = vistrel_get_layout(&frame, &conversion, &layout, error))
+      return rejected;
     return convert(image, error);
   });
 }
 
 }  // namespace detail
 
-// A frame of packed samples that stay the caller's: bytes of 8 significant bits,
-// or words of `bits` of them, the lowest. `phase` is VISTREL_GRBG to VISTREL_MONO.
+// A frame of the caller's samples, in rows without padding: bytes of 8 significant bits, or 16-bit
+// samples whose lowest `bits` are significant. `phase` is VISTREL_GRBG to VISTREL_MONO.
 inline vistrel_frame frameOf(Span<const uint8_t> samples, uint32_t width, uint32_t height,
                              uint32_t phase) {
   return {samples.data(), samples.size(), 0, width, height, 1, 8, phase, VISTREL_LOW_BITS, {}};
@@ -159,7 +161,7 @@ inline vistrel_frame frameOf(Span<const uint16_t> samples, uint32_t width, uint3
   return {samples.data(), samples.size() * 2, 0, width, height, 2, bits,
           phase,          VISTREL_LOW_BITS,   {}};
 }
-// The same, of as many samples as width and height say.
+// The same, of width * height samples.
 inline vistrel_frame frameOf(const uint8_t* samples, uint32_t width, uint32_t height,
                              uint32_t phase) {
   return frameOf({samples, size_t{width} * height}, width, height, phase);
@@ -169,14 +171,14 @@ inline vistrel_frame frameOf(const uint16_t* samples, uint32_t width, uint32_t h
   return frameOf({samples, size_t{width} * height}, width, height, bits, phase);
 }
 
-// The conversion of vistrel_default_conversion, to be changed where needed.
+// The conversion of vistrel_default_conversion, to change where needed.
 inline vistrel_conversion defaultConversion(const vistrel_frame& frame) {
   vistrel_conversion conversion{};
   vistrel_default_conversion(&frame, &conversion);
   return conversion;
 }
 
-// The shape that `conversion` gives `frame`, and every size. Reads no sample.
+// The shape of the result, and all sizes. Reads no sample.
 inline Result<vistrel_layout> tryLayoutOf(const vistrel_frame& frame,
                                           const vistrel_conversion& conversion) noexcept {
   return detail::attempt<vistrel_layout>([&](vistrel_layout& layout, vistrel_error* error) {
@@ -187,7 +189,7 @@ inline vistrel_layout layoutOf(const vistrel_frame& frame, const vistrel_convers
   return tryLayoutOf(frame, conversion).value();
 }
 
-// Converts `frame` into memory of its own.
+// Converts `frame` into a new image.
 inline Result<Image> tryConvert(const vistrel_frame& frame,
                                 const vistrel_conversion& conversion) noexcept {
   return detail::makeImage(frame, conversion,
@@ -199,8 +201,8 @@ inline Image convert(const vistrel_frame& frame, const vistrel_conversion& conve
   return tryConvert(frame, conversion).value();
 }
 
-// Converts `frame` into `pixels`, with so many bytes from row to row; 0: rows are packed. Returns
-// the layout.
+// Converts `frame` into `pixels`, with `stride` bytes from row to row; 0: rows have no padding.
+// Returns the layout.
 inline Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
                                              const vistrel_conversion& conversion,
                                              Span<uint8_t> pixels, size_t stride = 0) noexcept {
@@ -216,7 +218,7 @@ inline vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conv
 
 namespace detail {
 
-// Its arguments must outlive it.
+// Converts on a stream. The arguments must outlive the function object.
 inline auto onStream(vistrel_stream* stream, const vistrel_frame& frame,
                      const vistrel_conversion& conversion) noexcept {
   return [stream, &frame, &conversion](const vistrel_image& image, vistrel_error* error) {
@@ -226,11 +228,11 @@ inline auto onStream(vistrel_stream* stream, const vistrel_frame& frame,
 
 }  // namespace detail
 
-// A stream of the process's 128, for as long as it lives. It may be moved, and used by one thread
-// at a time.
+// Holds one of the process's VISTREL_MAX_STREAMS streams for as long as it lives. It may be moved,
+// and used by one thread at a time.
 class Stream {
  public:
-  Stream() = default;  // none
+  Stream() = default;  // holds none
   Stream(Stream&& other) noexcept : stream_(std::exchange(other.stream_, nullptr)) {}
   Stream& operator=(Stream&& other) noexcept {
     std::swap(stream_, other.stream_);
@@ -248,7 +250,7 @@ class Stream {
   }
   static Stream acquire(uint32_t wait = VISTREL_WAIT) { return tryAcquire(wait).value(); }
 
-  // Like the functions of these names.
+  // Like the functions of the same names.
   Result<Image> tryConvert(const vistrel_frame& frame,
                            const vistrel_conversion& conversion) noexcept {
     return detail::makeImage(frame, conversion, detail::onStream(stream_, frame, conversion));
@@ -284,7 +286,7 @@ inline Gains measureGains(const vistrel_frame& frame, const vistrel_conversion& 
   return tryMeasureGains(frame, conversion).value();
 }
 
-// VISTREL_GRBG to VISTREL_MONO by name, in small or capital letters.
+// VISTREL_GRBG to VISTREL_MONO by name, in lower or upper case.
 inline Result<uint32_t> tryParsePhase(const char* name) noexcept {
   return detail::attempt<uint32_t>([&](uint32_t& phase, vistrel_error* error) {
     return vistrel_parse_phase(name, &phase, error);
@@ -292,7 +294,7 @@ inline Result<uint32_t> tryParsePhase(const char* name) noexcept {
 }
 inline uint32_t parsePhase(const char* name) { return tryParsePhase(name).value(); }
 
-// A packed dump without padding that stays the caller's; `packing` is VISTREL_PACKING_...
+// A packed frame of the caller's bytes, without padding; `packing` is VISTREL_PACKING_...
 inline vistrel_packed packedOf(Span<const uint8_t> bytes, uint32_t width, uint32_t height,
                                uint32_t packing, uint32_t bits) {
   return {bytes.data(), bytes.size(), 0, width, height, packing, bits, 0, {}};
@@ -300,8 +302,8 @@ inline vistrel_packed packedOf(Span<const uint8_t> bytes, uint32_t width, uint32
 
 namespace detail {
 
-// A phase that there is not, in the words of a conversion.
-inline int32_t refusePhase(const vistrel_frame& shape, vistrel_error* error) noexcept {
+// Rejects an unknown phase as a conversion does.
+inline int32_t checkPhase(const vistrel_frame& shape, vistrel_error* error) noexcept {
   if (vistrel_phase_name(shape.phase)) return VISTREL_OK;
   const vistrel_conversion conversion = defaultConversion(shape);
   vistrel_layout layout;
@@ -315,7 +317,8 @@ class OwnedFrame {
  public:
   OwnedFrame() = default;
 
-  // For as long as this one lives and is not moved from; so not of a temporary one.
+  // Refers to the samples: valid while this frame lives and is not moved from, so not of a
+  // temporary.
   vistrel_frame get() const&& = delete;
   vistrel_frame get() const& noexcept {
     vistrel_frame frame = shape_;
@@ -331,18 +334,19 @@ class OwnedFrame {
   std::vector<uint8_t> samples_;
 };
 
-// The samples of a dump, as a frame of that phase.
+// The samples of a packed frame, as a frame of that phase.
 inline Result<OwnedFrame> tryUnpack(const vistrel_packed& packed, uint32_t phase) noexcept {
   return detail::attempt<OwnedFrame>([&](OwnedFrame& frame, vistrel_error* error) {
     vistrel_packed_layout layout{};
-    if (const int32_t refused = vistrel_get_packed_layout(&packed, &layout, error)) return refused;
+    if (const int32_t rejected = vistrel_get_packed_layout(&packed, &layout, error))
+      return rejected;
     vistrel_frame& shape = frame.shape_;
     shape.width = packed.width;
     shape.height = packed.height;
     shape.bytes_per_sample = layout.bytes_per_sample;
     shape.bits = packed.bits;
     shape.phase = phase;
-    if (const int32_t refused = detail::refusePhase(shape, error)) return refused;
+    if (const int32_t rejected = detail::checkPhase(shape, error)) return rejected;
     frame.samples_.resize(layout.unpacked_bytes);
     return vistrel_unpack(&packed, frame.samples_.data(), frame.samples_.size(), error);
   });
@@ -351,7 +355,7 @@ inline OwnedFrame unpack(const vistrel_packed& packed, uint32_t phase) {
   return tryUnpack(packed, phase).value();
 }
 
-// The size of a dump, packed and unpacked. Reads no byte of it.
+// The sizes of a packed frame and of its samples. Reads no byte of it.
 inline Result<vistrel_packed_layout> tryPackedLayoutOf(const vistrel_packed& packed) noexcept {
   return detail::attempt<vistrel_packed_layout>(
       [&](vistrel_packed_layout& layout, vistrel_error* error) {
@@ -362,13 +366,13 @@ inline vistrel_packed_layout packedLayoutOf(const vistrel_packed& packed) {
   return tryPackedLayoutOf(packed).value();
 }
 
-// Unpacks a dump into `samples`, the bytes of what vistrel_unpack writes. Returns the layout.
+// Unpacks a packed frame into `samples`, the bytes that vistrel_unpack writes. Returns the layout.
 inline Result<vistrel_packed_layout> tryUnpackInto(const vistrel_packed& packed,
                                                    Span<uint8_t> samples) noexcept {
   return detail::attempt<vistrel_packed_layout>(
       [&](vistrel_packed_layout& layout, vistrel_error* error) {
-        if (const int32_t refused = vistrel_get_packed_layout(&packed, &layout, error))
-          return refused;
+        if (const int32_t rejected = vistrel_get_packed_layout(&packed, &layout, error))
+          return rejected;
         return vistrel_unpack(&packed, samples.data(), samples.size(), error);
       });
 }
@@ -376,7 +380,7 @@ inline vistrel_packed_layout unpackInto(const vistrel_packed& packed, Span<uint8
   return tryUnpackInto(packed, samples).value();
 }
 
-// Sets the level of vistrel_set_level. Returns the one that was in use.
+// Sets the level, as vistrel_set_level does. Returns the previous one.
 inline Result<size_t> trySetLevel(size_t level) noexcept {
   return detail::attempt<size_t>([&](size_t& before, vistrel_error* error) {
     before = vistrel_level();

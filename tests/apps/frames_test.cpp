@@ -94,8 +94,8 @@ TEST_F(Frames, HighBitsOfFilesWithAHeader) {
             pgm(3, 1, 4095, [](uint32_t x, uint32_t) { return x * 0x555; }));
   EXPECT_EQ(info("in.pgm --align high --bits 12")["full_scale"], 0xFFF0);
   EXPECT_EQ(scratch.vistrel(convert + " --bits 10").err,
-            "vistrel: in.pgm: sample 21840 at column 1, row 0: a frame of 10 high bits has samples "
-            "whose 6 lowest are 0\n");
+            "vistrel: in.pgm: sample 21840 at column 1, row 0: the lowest 6 of 16 bits are 0 in "
+            "samples of 10 high bits\n");
   EXPECT_EQ(scratch.vistrel(convert).err,
             "vistrel: in.pgm: --align high: --bits is missing, and the file does not tell it\n");
   scratch.write("in.pgm", pgm(3, 1, 4095, [](uint32_t x, uint32_t) { return x; }));

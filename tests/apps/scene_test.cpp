@@ -41,8 +41,7 @@ TEST(Scene, TooLargeIsRefused) {
   const Finished result = scratch.vistrel("scene -o a.pgm -s 65536x65536");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
-            "vistrel: region of 65536x65536 pixels: it has 4294967296 samples, 4294967295 are "
-            "allowed\n");
+            "vistrel: frame 65536x65536: it has more than 4294967295 samples\n");
   EXPECT_TRUE(scratch.names().empty());
 }
 

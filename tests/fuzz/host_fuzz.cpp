@@ -1,5 +1,5 @@
-// Any description of frame, conversion and image, over memory of exactly the size that they tell:
-// converted or refused, and a refusal writes nothing.
+// Any description of frame, conversion and image, over memory of exactly the described size: it is
+// converted or rejected, and a rejected call writes nothing.
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -12,7 +12,7 @@ using namespace vistrel;
 namespace {
 
 constexpr uint8_t kUntouched = 0x5A;
-constexpr size_t kMost = 1 << 18;
+constexpr size_t kMaxBytes = 1 << 18;
 
 void require(bool good, const char* what) {
   if (good) return;
@@ -33,7 +33,7 @@ vistrel_frame frameFrom(Bytes& in) {
   f.stride = flags & 1 ? 0 : flags & 2 ? row + (flags >> 4) : in.take<uint64_t>();
   f.size = (f.stride ? f.stride : row) * f.height;
   if (flags & 4) f.size -= flags >> 5;
-  f.size = std::min(f.size, kMost);
+  f.size = std::min(f.size, kMaxBytes);
   return f;
 }
 
@@ -71,22 +71,22 @@ void convertAny(Bytes& in) {
   const vistrel_conversion conversion = conversionFrom(in, region, table);
   vistrel_layout layout{};
   vistrel_error error{};
-  const int32_t refused = vistrel_get_layout(&frame, &conversion, &layout, &error);
-  require(error.status == refused && (error.text[0] == 0) == (refused == 0), "status and text");
+  const int32_t rejected = vistrel_get_layout(&frame, &conversion, &layout, &error);
+  require(error.status == rejected && (error.text[0] == 0) == (rejected == 0), "status and text");
   const uint8_t flags = in.take();
   vistrel_image image{};
   const size_t padding = flags & 1 ? flags >> 3 : 0;
   image.stride = padding || flags & 2 ? layout.row_bytes + padding : 0;
   image.size = layout.bytes + padding * (layout.height ? layout.height - 1 : 0);
   if (flags & 4) image.size -= std::min<size_t>(image.size, flags >> 3);
-  if (image.size > kMost) return;
+  if (image.size > kMaxBytes) return;
   std::vector<uint8_t> samples(frame.size), pixels(image.size, kUntouched);
   for (uint8_t& sample : samples) sample = in.take();
   frame.samples = samples.data();
   image.pixels = pixels.data();
   const int32_t status = vistrel_convert(&frame, &conversion, &image, &error);
   require(status != VISTREL_INTERNAL, "internal");
-  require(status == 0 || refused == 0 || status == refused, "one refusal, two codes");
+  require(status == 0 || rejected == 0 || status == rejected, "one rejection, two codes");
   for (size_t i = 0; i < pixels.size(); ++i)
     if (status != 0 || (padding && i % (layout.row_bytes + padding) >= layout.row_bytes))
       require(pixels[i] == kUntouched, "bytes that are not the image's");
@@ -104,7 +104,7 @@ void unpackAny(Bytes& in) {
   vistrel_error error{};
   if (vistrel_get_packed_layout(&packed, &layout, &error) != 0) return;
   const uint8_t flags = in.take();
-  if (layout.bytes > kMost || layout.unpacked_bytes > kMost) return;
+  if (layout.bytes > kMaxBytes || layout.unpacked_bytes > kMaxBytes) return;
   packed.size = layout.bytes - std::min<size_t>(layout.bytes, flags & 1 ? flags >> 4 : 0);
   std::vector<uint8_t> bytes(packed.size);
   for (uint8_t& byte : bytes) byte = in.take();
@@ -112,7 +112,7 @@ void unpackAny(Bytes& in) {
   packed.bytes = bytes.data();
   const int32_t status = vistrel_unpack(&packed, samples.data(), samples.size(), &error);
   require((status == 0) == (packed.size == layout.bytes && samples.size() == layout.unpacked_bytes),
-          "exactly the bytes that the layout tells");
+          "exactly the bytes of the layout");
 }
 
 }  // namespace

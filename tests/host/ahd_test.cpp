@@ -1,4 +1,4 @@
-// The algorithm without a code: what the primitive makes of the region, blue first.
+// AHD has no code in the library: the result is that of its primitive for the region, blue first.
 #include <gtest/gtest.h>
 
 #include "tests/host/frames.h"
@@ -36,7 +36,7 @@ TEST(Ahd, IsThePrimitiveOfTheRegionInBytes) {
   }
 }
 
-TEST(Ahd, IsThePrimitiveOfSamplesScaledToTheirWords) {
+TEST(Ahd, IsThePrimitiveOfSamplesScaledTo16Bits) {
   constexpr uint32_t kBits = 13;
   const auto samples =
       samplesOf<uint16_t>(kWidth, kHeight, [](auto x, auto y) { return texture(x, y) % 8192; });

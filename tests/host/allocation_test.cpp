@@ -1,11 +1,12 @@
-// The n-th allocation fails, for every n: out of memory is told, nothing is lost, the next call
-// works. This program's malloc and its kin stand before those of the C library.
+// The n-th allocation fails, for every n: the call reports it, nothing leaks, and the next call
+// works. This program's malloc and the like replace those of the C library.
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <cstdlib>
 
 #include "tests/host/frames.h"
+#include "tests/host/rejection.h"
 
 extern "C" {
 void* __libc_malloc(size_t bytes);
@@ -17,13 +18,13 @@ void __libc_free(void* block);
 
 namespace {
 
-// Of this thread, while it watches.
+// Allocations of this thread, while it watches.
 struct Watch {
   bool on = false, fromThenOn = false;
   int failAt = 0, calls = 0, failed = 0;
 };
 thread_local Watch g_watch;
-thread_local long g_live = 0;  // blocks
+thread_local long g_live = 0;  // blocks that are allocated
 
 void* counted(void* block) {
   if (block) ++g_live;
@@ -65,8 +66,8 @@ void free(void* block) {
 namespace vistrel {
 namespace {
 
-// Lets each allocation of the work fail in turn, alone or with all that follow, and checks after
-// each. Returns how many there are.
+// Fails each allocation of the work in turn, alone or with all that follow, and checks after each.
+// Returns how many there are.
 template <class Work, class Check>
 int failEach(const Work& work, bool fromThenOn, const Check& check) {
   for (int n = 1;; ++n) {
@@ -77,7 +78,7 @@ int failEach(const Work& work, bool fromThenOn, const Check& check) {
     g_watch = {};
     if (!seen.failed) return n - 1;
     EXPECT_EQ(status, VISTREL_NO_MEMORY) << "allocation " << n;
-    EXPECT_STREQ(error.text, "out of memory") << "allocation " << n;
+    expectError(error, {VISTREL_NO_MEMORY, "", "", "out of memory"});
     check();
     if (testing::Test::HasFailure()) return n;
   }
@@ -110,7 +111,7 @@ const Case kCases[] = {
      [](vistrel_conversion& c) { c.algorithm = VISTREL_KIMMEL, c.binning = 3; }},
     {"Table", 12, VISTREL_RGGB,
      [](vistrel_conversion& c) {
-       c.reduction = 10, c.table = g_table.data(), c.table_entries = 1024;
+       c.reduction = VISTREL_TABLE, c.table = g_table.data(), c.table_entries = 1024;
      }},
 };
 void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
@@ -167,7 +168,7 @@ TEST_P(Allocations, MayFailWhereAStreamGrows) {
   };
   stream = streams[used - 2];
   const int growing = count();
-  ASSERT_EQ(growing > count(), c.phase != VISTREL_MONO) << "this test wants streams that grow";
+  ASSERT_EQ(growing > count(), c.phase != VISTREL_MONO) << "the streams must grow in this test";
   stream = streams[used - 1];
   failEach(work, false, [] {});
   EXPECT_EQ(work(nullptr), VISTREL_OK);
@@ -186,7 +187,7 @@ TEST(AllocationsOfThePool, MayFailAtTheFirstCall) {
     return status;
   };
   const long live = g_live;
-  // In a process where no other test came first.
+  // In a process where no other test ran before.
   if (const int failures = failEach(work, false, [live] { EXPECT_EQ(g_live, live); })) {
     EXPECT_GE(failures, 128);
   }
@@ -195,7 +196,7 @@ TEST(AllocationsOfThePool, MayFailAtTheFirstCall) {
 
 TEST(AllocationsOfTheLevel, MayFailAtTheFirstCall) {
   g_watch = {true, true, 1, 0, 0};
-  vistrel_level();  // throws nothing
+  vistrel_level();  // does not throw
   const int32_t status = vistrel_set_level(0, nullptr);
   const int failed = g_watch.failed;
   g_watch = {};
@@ -204,21 +205,25 @@ TEST(AllocationsOfTheLevel, MayFailAtTheFirstCall) {
   EXPECT_EQ(vistrel_level(), 0u);
 }
 
-TEST(AllocationsOfTheCppFace, MayFail) {
+TEST(AllocationsOfTheCppInterface, MayFail) {
   const std::vector<uint8_t> samples(20 * 10, 50);
   const vistrel_frame frame = frameOf(samples, 20, 10, VISTREL_RGGB);
   const vistrel_conversion conversion = defaultConversion(frame);
   convert(frame, conversion);
   const auto work = [&](vistrel_error* error) {
     const auto image = tryConvert(frame, conversion);
-    if (!image) std::copy_n(image.error().what(), 14, error->text);
+    if (!image) {
+      std::copy_n(image.error().reason(), 14, error->reason);
+      std::copy_n(image.error().what(), 14, error->text);
+      error->status = image.error().status();
+    }
     return image ? VISTREL_OK : image.error().status();
   };
   EXPECT_GE(failEach(work, false, [] {}), 2);
   EXPECT_GE(failEach(work, true, [] {}), 2);
 }
 
-TEST(AllocationsOfARefusal, MayFail) {
+TEST(AllocationsOfARejection, MayFail) {
   vistrel_frame frame{};
   vistrel_conversion conversion{};
   vistrel_layout layout{};

@@ -1,4 +1,4 @@
-// The C++ face: results, exceptions, spans, owners.
+// The C++ interface: results, exceptions, spans, owners.
 #include <gmock/gmock.h>
 
 #include <cstring>
@@ -19,15 +19,18 @@ struct Cpp : ::testing::Test {
   std::vector<uint8_t> samples = std::vector<uint8_t>(6 * 4, 90);
   vistrel_frame frame = frameOf(samples, 6, 4, VISTREL_RGGB);
   vistrel_conversion good = defaultConversion(frame), bad = good;
-  static constexpr const char* kText = "binning 7: 1 to 4 are allowed";
+  static constexpr const char* kText = "conversion.binning 7: 1 to 4 are allowed";
 
   Cpp() { bad.binning = 7; }
 
   template <class T>
-  static void expectRefusal(const Result<T>& result) {
+  static void expectRejection(const Result<T>& result) {
     ASSERT_FALSE(result);
     EXPECT_EQ(result.error().status(), VISTREL_BAD_BINNING);
     EXPECT_STREQ(result.error().what(), kText);
+    EXPECT_STREQ(result.error().argument(), "conversion.binning");
+    EXPECT_STREQ(result.error().value(), "7");
+    EXPECT_STREQ(result.error().reason(), "1 to 4 are allowed");
     EXPECT_THROW(result.value(), Error);
   }
   template <class Work>
@@ -51,14 +54,14 @@ TEST_F(Cpp, TwinsGiveTheSame) {
   EXPECT_EQ(image.value().pixels.size(), 72u);
 }
 
-TEST_F(Cpp, TwinsRefuseTheSame) {
-  expectRefusal(tryConvert(frame, bad));
-  expectRefusal(tryLayoutOf(frame, bad));
+TEST_F(Cpp, TwinsRejectTheSame) {
+  expectRejection(tryConvert(frame, bad));
+  expectRejection(tryLayoutOf(frame, bad));
   uint8_t pixels[72];
-  expectRefusal(tryConvertInto(frame, bad, pixels));
+  expectRejection(tryConvertInto(frame, bad, pixels));
   Stream stream = Stream::acquire();
-  expectRefusal(stream.tryConvert(frame, bad));
-  expectRefusal(stream.tryConvertInto(frame, bad, pixels));
+  expectRejection(stream.tryConvert(frame, bad));
+  expectRejection(stream.tryConvertInto(frame, bad, pixels));
   expectThrow([&] { convert(frame, bad); });
   expectThrow([&] { layoutOf(frame, bad); });
   expectThrow([&] { convertInto(frame, bad, pixels); });
@@ -66,7 +69,7 @@ TEST_F(Cpp, TwinsRefuseTheSame) {
   expectThrow([&] { stream.convertInto(frame, bad, pixels); });
 }
 
-// `into` converts `frame` into pixels of the caller's.
+// `into` converts `frame` into the caller's pixels.
 template <class Into>
 void expectTheCallersRows(Into into) {
   std::vector<uint8_t> pixels(4 * 20, 77);
@@ -94,8 +97,8 @@ TEST_F(Cpp, FramesHaveTheSizeOfTheirSpan) {
   samples.pop_back();
   frame = frameOf(samples, 6, 4, VISTREL_RGGB);
   EXPECT_EQ(tryConvert(frame, good).error().status(), VISTREL_SHORT_BUFFER);
-  const std::array<uint16_t, 4> words{1, 2, 3, 4};
-  EXPECT_EQ(frameOf(words, 2, 2, 10, VISTREL_MONO).size, 8u);
+  const std::array<uint16_t, 4> sixteenBits{1, 2, 3, 4};
+  EXPECT_EQ(frameOf(sixteenBits, 2, 2, 10, VISTREL_MONO).size, 8u);
 }
 
 TEST(CppSpan, RefersToWhatItIsMadeOf) {
@@ -114,7 +117,7 @@ TEST(CppSpan, RefersToWhatItIsMadeOf) {
   static_assert(!std::is_constructible_v<Span<int>, std::vector<char>&>);
 }
 
-// What would dangle does not compile. Views may be temporary.
+// References that would dangle do not compile. Views may be temporary.
 template <class Samples>
 concept MakesAFrame = requires(Samples&& s) {
   frameOf(static_cast<Samples&&>(s), 4, 4, 0);
@@ -145,10 +148,10 @@ static_assert(std::is_same_v<decltype(*std::declval<Result<Image>>()), Image>);
 static_assert(std::is_same_v<decltype(std::declval<Result<Image>>().value()), Image>);
 static_assert(std::is_same_v<decltype(std::declval<Result<Image>>().error()), Error>);
 
-TEST_F(Cpp, StreamsComeBackByThemselves) {
+TEST_F(Cpp, StreamsAreReleasedByTheirOwners) {
   {
     std::vector<Stream> all;
-    for (int i = 0; i < 128; ++i) all.push_back(Stream::acquire(VISTREL_NO_WAIT));
+    for (int i = 0; i < VISTREL_MAX_STREAMS; ++i) all.push_back(Stream::acquire(VISTREL_NO_WAIT));
     const auto another = Stream::tryAcquire(VISTREL_NO_WAIT);
     ASSERT_FALSE(another);
     EXPECT_EQ(another.error().status(), VISTREL_NO_STREAM);
@@ -171,29 +174,29 @@ TEST_F(Cpp, MeasuresAndParses) {
   EXPECT_FALSE(tryMeasureGains(frame, good));
 }
 
-// 0x2AB and 0x155 as in unpack_test.cpp.
-TEST(CppUnpack, GivesAFrameOfItsOwn) {
+// 0x2AB and 0x155 as in packings_test.cpp.
+TEST(CppUnpack, ReturnsAFrameThatOwnsItsSamples) {
   const uint8_t bytes[] = {0xAA, 0x13, 0x55};
   OwnedFrame frame = unpack(packedOf(bytes, 2, 1, VISTREL_PACKING_GIGE, 10), VISTREL_MONO);
   const OwnedFrame copy = frame;
   frame = OwnedFrame();
   vistrel_conversion c = defaultConversion(copy.get());
   c.format = VISTREL_MONO16;
-  EXPECT_THAT(wordsOf(convert(copy.get(), c)), ElementsAre(0x2AB, 0x155));
-  const auto refused = tryUnpack(packedOf(bytes, 3, 1, VISTREL_PACKING_GIGE, 10), VISTREL_MONO);
-  ASSERT_FALSE(refused);
-  EXPECT_EQ(refused.error().status(), VISTREL_SHORT_BUFFER);
+  EXPECT_THAT(samples16Of(convert(copy.get(), c)), ElementsAre(0x2AB, 0x155));
+  const auto rejected = tryUnpack(packedOf(bytes, 3, 1, VISTREL_PACKING_GIGE, 10), VISTREL_MONO);
+  ASSERT_FALSE(rejected);
+  EXPECT_EQ(rejected.error().status(), VISTREL_SHORT_BUFFER);
 }
 
-TEST(CppUnpack, RefusesAPhaseThatThereIsNot) {
+TEST(CppUnpack, RejectsAnUnknownPhase) {
   const uint8_t bytes[] = {1, 2, 3, 4};
   const auto packed = packedOf(bytes, 4, 1, VISTREL_PACKING_BYTES, 8);
   EXPECT_TRUE(tryUnpack(packed, VISTREL_GBRG)) << "a row is no mosaic yet, and may become one";
-  const auto refused = tryUnpack(packed, 99);
-  ASSERT_FALSE(refused);
-  EXPECT_EQ(refused.error().status(), VISTREL_BAD_PHASE);
-  EXPECT_STREQ(refused.error().what(),
-               "phase 99: allowed are grbg (0), bggr (1), rggb (2), gbrg (3), mono (4)");
+  const auto rejected = tryUnpack(packed, 99);
+  ASSERT_FALSE(rejected);
+  EXPECT_EQ(rejected.error().status(), VISTREL_BAD_PHASE);
+  EXPECT_STREQ(rejected.error().what(),
+               "frame.phase 99: grbg (0), bggr (1), rggb (2), gbrg (3), mono (4) are allowed");
 }
 
 TEST(CppUnpack, UnpacksIntoTheCallersMemory) {
@@ -202,9 +205,9 @@ TEST(CppUnpack, UnpacksIntoTheCallersMemory) {
   EXPECT_EQ(packedLayoutOf(packed).unpacked_bytes, 4u);
   uint8_t samples[5] = {9, 9, 9, 9, 9};
   EXPECT_EQ(unpackInto(packed, samples).bytes, 3u);
-  uint16_t words[2];
-  std::memcpy(words, samples, 4);
-  EXPECT_THAT(words, ElementsAre(0x2AB, 0x155));
+  uint16_t unpacked[2];
+  std::memcpy(unpacked, samples, 4);
+  EXPECT_THAT(unpacked, ElementsAre(0x2AB, 0x155));
   EXPECT_EQ(samples[4], 9);
   EXPECT_EQ(tryUnpackInto(packed, {samples, 3}).error().status(), VISTREL_SHORT_BUFFER);
   packed.bits = 11;
@@ -214,7 +217,7 @@ TEST(CppUnpack, UnpacksIntoTheCallersMemory) {
   EXPECT_THROW(unpackInto(packed, samples), Error);
 }
 
-TEST(CppLevel, ChangesAndIsRefused) {
+TEST(CppLevel, ChangesOrIsRejected) {
   const size_t best = vistrel_level();
   EXPECT_EQ(setLevel(0), best);
   EXPECT_EQ(setLevel(best), 0u);

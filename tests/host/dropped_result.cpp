@@ -1,4 +1,4 @@
-// Must not compile where warnings are errors: the refusal would pass unseen.
+// Must not compile with warnings as errors: the rejection would go unnoticed.
 #include "vistrel/vistrel.hpp"
 
 void drop(const vistrel_frame& frame, vistrel::Span<uint8_t> pixels) {

@@ -1,4 +1,4 @@
-// Padded edges, against a frame that the test pads, converts natively and crops.
+// Padded edges, against a frame that the test pads, converts with native edges and crops.
 #include <gtest/gtest.h>
 
 #include "tests/host/frames.h"
@@ -8,7 +8,7 @@ namespace {
 
 constexpr uint32_t kPad = 36;  // a multiple of every binning, more than the layer's own
 
-// Steps to and fro between 0 and n - 1, so that no mirror is computed.
+// Steps back and forth between 0 and n - 1, so that no mirror is computed.
 uint32_t bounced(int64_t i, uint32_t n) {
   uint32_t at = 0;
   bool up = i > 0;
@@ -52,7 +52,7 @@ void expectPadded(const Shape& s, uint32_t phase, vistrel_conversion c) {
   const vistrel_frame frame = frameOf(samples.data(), s.width, s.height, 10, phase);
   const vistrel_frame large =
       frameOf(padded.data(), s.width + 2 * kPad, s.height + 2 * kPad, 10, phase);
-  // From here to the large frame's border, so that bins lie as the region's do.
+  // From here to the large frame's border, so that its bins are those of the region.
   const vistrel_region from{s.region.x, s.region.y, large.width - s.region.x,
                             large.height - s.region.y};
   c.region = &from;
@@ -100,7 +100,7 @@ TEST(PaddedEdges, GoWithEveryFormatAndBinning) {
       }
 }
 
-// Ten pixels inside no algorithm sees the border.
+// No algorithm sees the border from ten pixels inside.
 TEST(PaddedEdges, LeaveTheInteriorAsItIs) {
   const auto samples = samplesOf<uint16_t>(48, 44, texture);
   const vistrel_frame frame = frameOf(samples.data(), 48, 44, 10, VISTREL_RGGB);
@@ -142,7 +142,7 @@ TEST(PaddedEdges, DoNothingToMonoFrames) {
   const vistrel_frame frame = frameOf(samples.data(), 9, 1, 10, VISTREL_MONO);
   vistrel_conversion c = conversionBy(0, VISTREL_MONO16);
   c.edges = VISTREL_EDGES_PADDED;
-  EXPECT_EQ(wordsOf(convert(frame, c)), samples);
+  EXPECT_EQ(samples16Of(convert(frame, c)), samples);
 }
 
 // Gains follow the colours into the padding.

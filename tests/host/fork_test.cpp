@@ -12,7 +12,7 @@ namespace vistrel {
 namespace {
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int kForks = 300;  // there a fork copies much
+constexpr int kForks = 300;  // forks are slow under sanitizers
 #else
 constexpr int kForks = 10000;
 #endif
@@ -24,7 +24,7 @@ bool convertsWell(uint8_t colour) {
   return image && image->pixels == std::vector<uint8_t>(3 * 12 * 10, colour);
 }
 
-// Runs `work` in a child and tells whether it was true there.
+// Runs `work` in a child and returns whether it was true there.
 template <class Work>
 bool inChild(Work work) {
   const pid_t child = fork();
@@ -33,7 +33,7 @@ bool inChild(Work work) {
   return child > 0 && waitpid(child, &status, 0) == child && status == 0;
 }
 
-// A thread that converts until the end of the scope.
+// A thread that converts until the end of its scope.
 class Worker {
  public:
   Worker() : thread_([this] { run(); }) {}
@@ -67,8 +67,8 @@ TEST(Forks, LeaveParentAndChildConverting) {
   EXPECT_TRUE(convertsWell(3));
 }
 
-// Those that other threads convert on are free there; the forking thread's own stays taken.
-TEST(Forks, LeaveTheChildEveryStreamButThoseTaken) {
+// Streams of converting threads are free there; the forking thread's own stays acquired.
+TEST(Forks, LeaveTheChildEveryStreamButThoseAcquired) {
   Stream mine = Stream::acquire();
   const Worker worker;
   for (int i = 0; i < kForks / 100; ++i)
@@ -76,20 +76,20 @@ TEST(Forks, LeaveTheChildEveryStreamButThoseTaken) {
       const std::vector<uint8_t> samples(12 * 10, 5);
       const vistrel_frame frame = frameOf(samples, 12, 10, VISTREL_GRBG);
       if (!mine.tryConvert(frame, defaultConversion(frame))) return false;
-      int taken = 0;
+      int acquired = 0;
       vistrel_stream* stream = nullptr;
-      while (vistrel_stream_acquire(VISTREL_NO_WAIT, &stream, nullptr) == VISTREL_OK) ++taken;
-      return taken == 127;
+      while (vistrel_stream_acquire(VISTREL_NO_WAIT, &stream, nullptr) == VISTREL_OK) ++acquired;
+      return acquired == VISTREL_MAX_STREAMS - 1;
     }));
 }
 
-// In the child nobody is left who waits, and a stream that comes back finds who waits there.
+// The waiting thread of the parent does not exist in the child; a released stream wakes its own.
 TEST(Forks, LetTheChildWait) {
 #ifdef __SANITIZE_THREAD__
   GTEST_SKIP() << "the thread sanitizer ends a child that starts threads";
 #endif
   std::vector<Stream> all;
-  for (int i = 0; i < 128; ++i) all.push_back(Stream::acquire());
+  for (int i = 0; i < VISTREL_MAX_STREAMS; ++i) all.push_back(Stream::acquire());
   std::thread waiting([] { EXPECT_TRUE(convertsWell(9)); });
   std::this_thread::sleep_for(std::chrono::milliseconds(20));
   EXPECT_TRUE(inChild([&all] {

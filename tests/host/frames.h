@@ -1,4 +1,4 @@
-// Frames whose conversion can be told by hand.
+// Frames whose conversion can be worked out by hand.
 #pragma once
 
 #include <cstdint>
@@ -28,24 +28,24 @@ inline std::function<uint32_t(uint32_t, uint32_t)> plainColour(uint32_t phase, u
   };
 }
 
-inline std::vector<uint16_t> wordsOf(const Image& image) {
-  std::vector<uint16_t> words(image.pixels.size() / 2);
-  std::memcpy(words.data(), image.pixels.data(), image.pixels.size());
-  return words;
+inline std::vector<uint16_t> samples16Of(const Image& image) {
+  std::vector<uint16_t> samples(image.pixels.size() / 2);
+  std::memcpy(samples.data(), image.pixels.data(), image.pixels.size());
+  return samples;
 }
 
 // Every pixel of the image, or none if they differ.
 inline std::vector<uint32_t> plainPixel(const Image& image) {
   const uint32_t channels = image.layout.channels;
-  const bool words = image.layout.row_bytes > size_t{image.layout.width} * channels;
+  const bool wide = image.layout.row_bytes > size_t{image.layout.width} * channels;
   const auto samples =
-      words ? wordsOf(image) : std::vector<uint16_t>(image.pixels.begin(), image.pixels.end());
+      wide ? samples16Of(image) : std::vector<uint16_t>(image.pixels.begin(), image.pixels.end());
   for (size_t i = channels; i < samples.size(); ++i)
     if (samples[i] != samples[i - channels]) return {};
   return {samples.begin(), samples.begin() + channels};
 }
 
-inline vistrel_error refusalOf(const vistrel_frame& frame, const vistrel_conversion& conversion) {
+inline vistrel_error rejectionOf(const vistrel_frame& frame, const vistrel_conversion& conversion) {
   vistrel_layout layout{};
   vistrel_error error{};
   vistrel_get_layout(&frame, &conversion, &layout, &error);

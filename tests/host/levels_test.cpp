@@ -1,4 +1,4 @@
-// Every level that this machine has, and the same pixels from each.
+// Every level of this machine gives the same pixels.
 #include <gtest/gtest.h>
 
 #include "tests/host/frames.h"
@@ -23,7 +23,7 @@ TEST_F(Levels, BeginWithBaseAndEndWithTheOneInUse) {
   EXPECT_EQ(before, levelCount() - 1);
 }
 
-TEST_F(Levels, AreSetAndTold) {
+TEST_F(Levels, AreSetAndReported) {
   constexpr uint32_t kIndices[] = {1, 2, 3, 3, 3};
   for (size_t level = 0; level < levelCount(); ++level) {
     ASSERT_EQ(vistrel_set_level(level, nullptr), VISTREL_OK);
@@ -49,9 +49,10 @@ TEST_F(Levels, GiveTheSamePixels) {
   }
 }
 
-TEST_F(Levels, ThatAreNotThereAreRefused) {
+TEST_F(Levels, ThatDoNotExistAreRejected) {
   vistrel_error error{};
   EXPECT_EQ(vistrel_set_level(levelCount(), &error), VISTREL_BAD_LEVEL);
+  EXPECT_STREQ(error.argument, "level");
   const std::string text = "level " + std::to_string(levelCount()) + ": this machine has base (0)";
   EXPECT_EQ(std::string(error.text).substr(0, text.size()), text);
   EXPECT_EQ(vistrel_set_level(SIZE_MAX, &error), VISTREL_BAD_LEVEL);

@@ -1,4 +1,4 @@
-/* The header in a C89 program, from the question for a layout to the pixels. */
+/* The header in a C89 program, from the layout to the pixels. */
 #include <stdio.h>
 #include <string.h>
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "tests/host/frames.h"
+#include "tests/host/rejection.h"
 
 namespace vistrel {
 namespace {
@@ -31,7 +32,7 @@ TEST(Black, IsTakenFromEverySample) {
   EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0, 0, 0, 0, 0, 0));
 }
 
-// Fourteen bits in the high ones: 0x1003 >> 2 is 1024 and so on. Bits are dropped last.
+// Fourteen high bits: 0x1003 >> 2 is 1024 and so on. Bits are dropped last.
 TEST(Black, CountsInUnitsOfTheSample) {
   const std::vector<uint16_t> samples{0x1003, 0x0FFC, 0xFFFC, 0x4000};
   vistrel_frame frame = frameOf(samples.data(), 4, 1, 14, VISTREL_MONO);
@@ -40,9 +41,9 @@ TEST(Black, CountsInUnitsOfTheSample) {
   c.format = VISTREL_MONO16;
   c.excess = VISTREL_MASK;
   c.black = 1023;
-  EXPECT_THAT(wordsOf(convert(frame, c)), ElementsAre(1, 0, 15360, 3073));
+  EXPECT_THAT(samples16Of(convert(frame, c)), ElementsAre(1, 0, 15360, 3073));
   c.truncate_to = 10;
-  EXPECT_THAT(wordsOf(convert(frame, c)), ElementsAre(0, 0, 960, 192));
+  EXPECT_THAT(samples16Of(convert(frame, c)), ElementsAre(0, 0, 960, 192));
 }
 
 // A plain colour: blue 100, green 70, red 41, less 10 black, times 1.5, 2 and 1.25.
@@ -123,7 +124,7 @@ TEST(GrayWorld, MakesPlainColoursEqual) {
 
 // Red 3 of 3 samples and 0 of 1, over black: mean 9/4 = 576/256. Green 1: 256. Blue 7: 1792.
 // Gains (4096 * 1792 + 288) / 576 = 12743.6, (4096 * 1792 + 128) / 256 = 28672.5, 4096.
-TEST(GrayWorld, RoundsAsWritten) {
+TEST(GrayWorld, RoundsAsDocumented) {
   std::vector<uint8_t> samples{5, 3, 5, 3, 3, 9, 3, 9, 5, 3, 2, 3, 3, 9, 3, 9};
   const vistrel_frame frame = frameOf(samples.data(), 4, 4, VISTREL_RGGB);
   vistrel_conversion c = defaultConversion(frame);
@@ -150,7 +151,7 @@ TEST(GrayWorld, MeasuresTheWholeFrame) {
   EXPECT_EQ(convert(frame, c).pixels, pixels);
 }
 
-TEST(GrayWorld, RefusesExcessAnywhere) {
+TEST(GrayWorld, RejectsExcessAnywhere) {
   std::vector<uint16_t> samples(6 * 6, 100);
   samples[35] = 1024;
   const vistrel_frame frame = frameOf(samples.data(), 6, 6, 10, VISTREL_GRBG);
@@ -158,32 +159,32 @@ TEST(GrayWorld, RefusesExcessAnywhere) {
   Gains gains{};
   vistrel_error error{};
   EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), VISTREL_EXCESS_SAMPLE);
-  EXPECT_STREQ(error.text,
-               "sample 1024 at column 5, row 5: a frame of 10 bits has samples of at most 1023");
+  expectError(error, {VISTREL_EXCESS_SAMPLE, "frame.samples", "1024 at column 5, row 5",
+                      "samples of 10 bits are at most 1023"});
   c.excess = VISTREL_MASK;
   EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), VISTREL_OK);
 }
 
-TEST(GrayWorld, RefusesWhatItCannotMeasure) {
+TEST(GrayWorld, RejectsWhatItCannotMeasure) {
   const std::vector<uint8_t> samples(6 * 6);
   vistrel_frame frame = frameOf(samples.data(), 6, 6, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
   Gains gains{};
   vistrel_error error{};
-  const auto expect = [&](int32_t status, const char* text) {
-    EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), status);
-    EXPECT_STREQ(error.text, text);
+  const auto expect = [&](const Rejection& expected) {
+    EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), expected.status);
+    expectError(error, expected);
   };
-  expect(VISTREL_BAD_PHASE, "phase mono: a mono frame has no colours to balance");
+  expect({VISTREL_BAD_PHASE, "frame.phase", "mono", "a mono frame has no colours to balance"});
   frame.phase = VISTREL_RGGB;
   c.black = 256;
-  expect(VISTREL_BAD_BLACK, "black 256: samples of 8 bits allow 0 to 255");
+  expect({VISTREL_BAD_BLACK, "conversion.black", "256", "samples of 8 bits allow 0 to 255"});
   c.black = 0;
   c.excess = 2;
-  expect(VISTREL_BAD_EXCESS, "excess 2: 0 (refuse) and 1 (mask) are allowed");
+  expect({VISTREL_BAD_EXCESS, "conversion.excess", "2", "0 (reject) and 1 (mask) are allowed"});
   c.excess = 0;
   frame.size = 35;
-  expect(VISTREL_SHORT_BUFFER, "frame->size 35: 6 rows of stride 6 take 36 bytes");
+  expect({VISTREL_SHORT_BUFFER, "frame.size", "35", "6 rows of stride 6 take 36 bytes"});
   frame.stride = SIZE_MAX / 4;
   EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), VISTREL_TOO_LARGE);
   EXPECT_EQ(vistrel_measure_gains(&frame, &c, nullptr, &error), VISTREL_NULL_POINTER);

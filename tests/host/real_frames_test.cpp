@@ -1,4 +1,4 @@
-// Every algorithm on every frame of real sensors that is at hand.
+// Every algorithm on every available frame of a real sensor.
 #include "tests/real_frames.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ Means meansOf(const Mosaic& mosaic, const std::string& phase, uint32_t bits) {
 
 Means meansOf(const Image& image) {
   const std::vector<uint16_t> samples =
-      image.layout.bits > 8 ? wordsOf(image)
+      image.layout.bits > 8 ? samples16Of(image)
                             : std::vector<uint16_t>(image.pixels.begin(), image.pixels.end());
   Means sums{};
   for (size_t i = 0; i < samples.size(); ++i) sums[i % 3] += samples[i];
@@ -36,25 +36,25 @@ Means meansOf(const Image& image) {
   return sums;
 }
 
-// The samples of a frame and what the host layer is told of it.
+// The samples of a frame and its description.
 struct RealFrame {
-  std::vector<uint16_t> words;
+  std::vector<uint16_t> samples;
   std::vector<uint8_t> bytes;
   vistrel_frame frame;
 
   RealFrame(const Mosaic& m, const FrameName& name) {
     for (uint32_t y = 0; y < m.height; ++y)
       for (uint32_t x = 0; x < m.width; ++x)
-        words.push_back(static_cast<uint16_t>(m.at(static_cast<int>(x), static_cast<int>(y))));
-    bytes.assign(words.begin(), words.end());
+        samples.push_back(static_cast<uint16_t>(m.at(static_cast<int>(x), static_cast<int>(y))));
+    bytes.assign(samples.begin(), samples.end());
     uint32_t phase = 0;
     while (name.phase != vistrel_phase_name(phase)) ++phase;
     frame = name.bits == 8 ? frameOf(bytes.data(), m.width, m.height, phase)
-                           : frameOf(words.data(), m.width, m.height, name.bits, phase);
+                           : frameOf(samples.data(), m.width, m.height, name.bits, phase);
   }
 };
 
-// Each colour is on average as bright as the sensor saw it, to a hundredth of full scale.
+// The mean of each colour is that of the sensor, within a hundredth of full scale.
 TEST(RealFrames, EveryAlgorithmKeepsTheMeanOfEveryColour) {
   const auto frames = framesIn("bayer");
   if (frames.empty()) GTEST_SKIP() << "VISTREL_DATA names no folder with bayer/";

@@ -1,4 +1,4 @@
-// The pool of streams by itself, over entries that only take notes.
+// The pool of streams alone, on stubs of the library that record calls.
 #include "host/streams.h"
 
 #include <gtest/gtest.h>
@@ -47,15 +47,15 @@ int32_t ippSetCpuFeaturesMask(uint64_t nMask) {
 namespace vistrel::host {
 namespace {
 
-constexpr size_t kStreams = 128;
+constexpr size_t kStreams = VISTREL_MAX_STREAMS;
 
-std::vector<std::unique_ptr<StreamLease>> takeAll() {
+std::vector<std::unique_ptr<StreamLease>> leaseAll() {
   std::vector<std::unique_ptr<StreamLease>> leases(kStreams);
   for (auto& lease : leases) lease = std::make_unique<StreamLease>();
   return leases;
 }
 
-// The calls that `work` leads to.
+// The calls that `work` makes.
 template <class Work>
 std::vector<Call> callsOf(Work work) {
   g_calls.clear();
@@ -70,18 +70,18 @@ TEST(Streams, SwitchThePackedOperationsOffAndNothingElse) {
 
 TEST(Streams, AreDistinct) {
   std::set<uint32_t> ids;
-  for (const auto& lease : takeAll()) ids.insert(lease->id());
+  for (const auto& lease : leaseAll()) ids.insert(lease->id());
   EXPECT_EQ(ids.size(), kStreams);
   EXPECT_EQ(g_loads, 1) << "a second load would empty the tables";
 }
 
-TEST(Streams, ComeBackLastFirst) {
+TEST(Streams, AreReusedLastFirst) {
   const uint32_t id = StreamLease().id();
   EXPECT_EQ(StreamLease().id(), id);
 }
 
-TEST(Streams, AreWaitedForWhenAllAreOut) {
-  auto leases = takeAll();
+TEST(Streams, AreWaitedForWhenAllAreInUse) {
+  auto leases = leaseAll();
   auto next = std::async(std::launch::async, [] { return StreamLease().id(); });
   EXPECT_EQ(next.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
   const uint32_t id = leases[77]->id();
@@ -89,7 +89,7 @@ TEST(Streams, AreWaitedForWhenAllAreOut) {
   EXPECT_EQ(next.get(), id);
 }
 
-TEST(Streams, GrowOnlyWhereTheyMust) {
+TEST(Streams, GrowOnlyIfTheyMust) {
   StreamLease lease;
   const uint32_t id = lease.id();
   EXPECT_EQ(callsOf([&] { lease.reserve(40, 30); }), (std::vector<Call>{{id, 40, 30}}));
@@ -98,7 +98,7 @@ TEST(Streams, GrowOnlyWhereTheyMust) {
   EXPECT_EQ(callsOf([&] { lease.reserve(30, 40); }), (std::vector<Call>{{id, 30, 40}}));
 }
 
-TEST(Streams, ThatCouldNotGrowTryAgain) {
+TEST(Streams, ThatFailedToGrowTryAgain) {
   StreamLease lease;
   const uint32_t id = lease.id();
   lease.reserve(50, 50);
@@ -106,7 +106,7 @@ TEST(Streams, ThatCouldNotGrowTryAgain) {
   EXPECT_THROW(lease.reserve(60, 60), std::bad_alloc);
   g_memory = true;
   EXPECT_EQ(callsOf([&] { lease.reserve(50, 50); }), (std::vector<Call>{{id, 50, 50}}))
-      << "the buffer of 50 x 50 is gone";
+      << "the buffer of 50 x 50 was freed";
 }
 
 }  // namespace

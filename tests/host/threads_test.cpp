@@ -1,4 +1,4 @@
-// More threads than there are streams, each with frames of its own.
+// More threads than streams, each with its own frames.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr uint32_t kThreads = 150, kRounds = 12;
 
-// How many pixels of the thread's frames came out in a colour that is not the thread's.
+// How many pixels of the thread's frames have a colour that is not the thread's.
 uint64_t foreignPixels(uint32_t thread) {
   const uint32_t blue = thread, green = 255 - thread, red = thread / 2;
   uint64_t foreign = 0;

@@ -1,4 +1,4 @@
-// Streams in a caller's hand.
+// Streams that a caller has acquired.
 #include <gmock/gmock.h>
 
 #include <future>
@@ -6,21 +6,22 @@
 #include <thread>
 
 #include "tests/host/frames.h"
+#include "tests/host/rejection.h"
 
 namespace vistrel {
 namespace {
-
 using ::testing::Each;
 
-constexpr size_t kStreams = 128;
+constexpr size_t kStreams = VISTREL_MAX_STREAMS;
+const Rejection kNotAcquired{VISTREL_BAD_STREAM, "stream", "", "it is not acquired"};
 
-vistrel_stream* take(uint32_t wait = VISTREL_WAIT) {
+vistrel_stream* acquire(uint32_t wait = VISTREL_WAIT) {
   vistrel_stream* stream = nullptr;
   vistrel_stream_acquire(wait, &stream, nullptr);
   return stream;
 }
 
-struct TakenStreams : ::testing::Test {
+struct AcquiredStreams : ::testing::Test {
   std::vector<uint8_t> samples = std::vector<uint8_t>(8 * 6, 120);
   vistrel_frame frame = frameOf(samples.data(), 8, 6, VISTREL_RGGB);
   vistrel_conversion conversion = defaultConversion(frame);
@@ -33,57 +34,57 @@ struct TakenStreams : ::testing::Test {
   }
 };
 
-TEST_F(TakenStreams, Convert) {
-  vistrel_stream* const stream = take();
+TEST_F(AcquiredStreams, Convert) {
+  vistrel_stream* const stream = acquire();
   ASSERT_EQ(convertOn(stream), VISTREL_OK) << error.text;
   EXPECT_THAT(pixels, Each(120));
-  ASSERT_EQ(convertOn(stream), VISTREL_OK) << "as often as is wanted";
+  ASSERT_EQ(convertOn(stream), VISTREL_OK) << "any number of times";
   EXPECT_EQ(vistrel_stream_release(stream, &error), VISTREL_OK);
 }
 
-TEST_F(TakenStreams, AreAHundredAndTwentyEight) {
+TEST_F(AcquiredStreams, AreAHundredAndTwentyEight) {
   std::vector<vistrel_stream*> streams(kStreams);
-  for (auto& stream : streams) ASSERT_NE(stream = take(VISTREL_NO_WAIT), nullptr);
+  for (auto& stream : streams) ASSERT_NE(stream = acquire(VISTREL_NO_WAIT), nullptr);
   vistrel_stream* another = nullptr;
   EXPECT_EQ(vistrel_stream_acquire(VISTREL_NO_WAIT, &another, &error), VISTREL_NO_STREAM);
-  EXPECT_STREQ(error.text, "all 128 streams are out");
+  expectError(error, {VISTREL_NO_STREAM, "", "", "all 128 streams are in use"});
   EXPECT_EQ(another, nullptr);
   EXPECT_EQ(convertOn(streams[127]), VISTREL_OK);
-  auto waiting = std::async(std::launch::async, [] { return take(VISTREL_WAIT); });
+  auto waiting = std::async(std::launch::async, [] { return acquire(VISTREL_WAIT); });
   EXPECT_EQ(waiting.wait_for(std::chrono::milliseconds(30)), std::future_status::timeout);
   EXPECT_EQ(vistrel_stream_release(streams[5], nullptr), VISTREL_OK);
   streams[5] = waiting.get();
   for (auto* stream : streams) EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
 }
 
-TEST_F(TakenStreams, AreRefusedUnlessTaken) {
-  vistrel_stream* const stream = take();
+TEST_F(AcquiredStreams, AreRejectedUnlessAcquired) {
+  vistrel_stream* const stream = acquire();
   vistrel_stream_release(stream, nullptr);
   EXPECT_EQ(convertOn(stream), VISTREL_BAD_STREAM);
-  EXPECT_STREQ(error.text, "stream: none that was taken and not yet given back");
+  expectError(error, kNotAcquired);
   EXPECT_EQ(vistrel_stream_release(stream, &error), VISTREL_BAD_STREAM);
   auto* const foreign = reinterpret_cast<vistrel_stream*>(pixels.data());
   EXPECT_EQ(convertOn(foreign), VISTREL_BAD_STREAM);
   auto* const inside = reinterpret_cast<vistrel_stream*>(reinterpret_cast<char*>(stream) + 1);
   EXPECT_EQ(vistrel_stream_release(inside, &error), VISTREL_BAD_STREAM);
   EXPECT_EQ(convertOn(nullptr), VISTREL_NULL_POINTER);
-  EXPECT_STREQ(error.text, "stream is null");
+  expectError(error, nullPointer("stream"));
   EXPECT_EQ(vistrel_stream_release(nullptr, &error), VISTREL_NULL_POINTER);
   EXPECT_EQ(vistrel_stream_acquire(VISTREL_WAIT, nullptr, &error), VISTREL_NULL_POINTER);
   vistrel_stream* none = nullptr;
   EXPECT_EQ(vistrel_stream_acquire(2, &none, &error), VISTREL_BAD_WAIT);
-  EXPECT_STREQ(error.text, "wait 2: 0 (wait) and 1 (do not wait) are allowed");
+  expectError(error, {VISTREL_BAD_WAIT, "wait", "2", "0 (wait) and 1 (do not wait) are allowed"});
   EXPECT_THAT(pixels, Each(77));
 }
 
-// The stream that came back last is the next to go out, under another name.
-TEST_F(TakenStreams, AreRefusedToFormerOwners) {
-  vistrel_stream* const former = take();
+// The stream that was released last is acquired next, under another handle.
+TEST_F(AcquiredStreams, AreRejectedFromFormerOwners) {
+  vistrel_stream* const former = acquire();
   EXPECT_EQ(vistrel_stream_release(former, nullptr), VISTREL_OK);
-  vistrel_stream* const owner = take();
+  vistrel_stream* const owner = acquire();
   EXPECT_NE(owner, former);
   EXPECT_EQ(convertOn(former), VISTREL_BAD_STREAM);
-  EXPECT_STREQ(error.text, "stream: none that was taken and not yet given back");
+  expectError(error, kNotAcquired);
   EXPECT_THAT(pixels, Each(77));
   EXPECT_EQ(vistrel_stream_release(former, &error), VISTREL_BAD_STREAM);
   EXPECT_EQ(convertOn(owner), VISTREL_OK) << error.text;
@@ -91,24 +92,24 @@ TEST_F(TakenStreams, AreRefusedToFormerOwners) {
   EXPECT_EQ(vistrel_stream_release(owner, &error), VISTREL_OK);
 }
 
-TEST_F(TakenStreams, HaveNamesThatAreUsedOnce) {
-  std::set<vistrel_stream*> names;
+TEST_F(AcquiredStreams, HaveHandlesThatAreUsedOnce) {
+  std::set<vistrel_stream*> handles;
   for (int i = 0; i < 1000; ++i) {
-    vistrel_stream* const stream = take();
+    vistrel_stream* const stream = acquire();
     EXPECT_NE(stream, nullptr);
-    names.insert(stream);
+    handles.insert(stream);
     vistrel_stream_release(stream, nullptr);
   }
-  EXPECT_EQ(names.size(), 1000u);
+  EXPECT_EQ(handles.size(), 1000u);
 }
 
-// Two threads convert on one stream until one of them is refused.
-TEST_F(TakenStreams, ServeOneThreadAtATime) {
+// Two threads convert on one stream until one of them is rejected.
+TEST_F(AcquiredStreams, ServeOneThreadAtATime) {
   const std::vector<uint8_t> large(300 * 300, 50);
   const vistrel_frame slow = frameOf(large.data(), 300, 300, VISTREL_RGGB);
   std::vector<uint8_t> result(3 * large.size());
   const vistrel_image to{result.data(), result.size(), 0};
-  vistrel_stream* const stream = take();
+  vistrel_stream* const stream = acquire();
   std::atomic<bool> over = false;
   vistrel_error workers{};
   std::thread worker([&] {
@@ -120,22 +121,21 @@ TEST_F(TakenStreams, ServeOneThreadAtATime) {
   }
   over = true;
   worker.join();
-  const vistrel_error& refused = error.status ? error : workers;
-  EXPECT_EQ(refused.status, VISTREL_BAD_STREAM);
-  EXPECT_STREQ(refused.text, "stream: another thread converts on it");
+  const vistrel_error& rejected = error.status ? error : workers;
+  expectError(rejected, {VISTREL_BAD_STREAM, "stream", "", "another thread is converting on it"});
   EXPECT_EQ(convertOn(stream), VISTREL_OK);
   EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
 }
 
-// Sixteen threads take all the streams between them, over and over.
-TEST_F(TakenStreams, PassFromThreadToThread) {
+// Sixteen threads acquire all the streams between them, again and again.
+TEST_F(AcquiredStreams, PassFromThreadToThread) {
   std::atomic<int> wrong = 0;
   std::vector<std::thread> threads;
   for (uint32_t t = 0; t < 16; ++t)
     threads.emplace_back([&wrong, t] {
       for (uint32_t round = 0; round < 4; ++round) {
         std::vector<vistrel_stream*> streams(kStreams / 16);
-        for (auto& stream : streams) stream = take();
+        for (auto& stream : streams) stream = acquire();
         for (uint32_t i = 0; i < streams.size(); ++i) {
           const auto colour = static_cast<uint8_t>(16 * t + 4 * round + i % 4);
           const uint32_t width = 6 + (i + t) % 9, height = 5 + (round + t) % 7;
