@@ -76,8 +76,8 @@ TEST_P(AhdRows, DifferencesOfColoursRoundDown) {
   });
 }
 
-// Greens of `beside` round the red site, of `elsewhere` all about; blue everywhere the same. At the
-// blue sites green is the mean of both.
+// Greens of `beside` around the red site, of `elsewhere` all about; blue everywhere the same. At
+// the blue sites green is the mean of both.
 template <class T>
 int blueOf(int beside, int elsewhere, int blue) {
   Symmetric<T> frame(static_cast<unsigned>(elsewhere));

@@ -62,7 +62,7 @@ TEST_P(CfaToRgb, TheInterpolationArgumentChangesNothing) {
 }
 
 // (x + 1) >> 1 samples a row: the odd byte of a step is dropped.
-TEST_P(CfaToRgb, AnOddStepOfWordsLosesItsLastByte) {
+TEST_P(CfaToRgb, AnOddStepOfSixteenBitSamplesLosesItsLastByte) {
   const Mosaic<uint16_t> m = noiseMosaic<uint16_t>(12, 7, 4);
   const Rgb<uint16_t> even = nearest(m, 1);
   Rgb<uint16_t> odd(m.all());

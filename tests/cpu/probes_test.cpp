@@ -41,13 +41,13 @@ TEST_F(Probes, ReadOneBitOfLeafOne) {
   }
 }
 
-TEST_F(Probes, TellTheHighestLeaf) {
+TEST_F(Probes, ReportTheHighestLeaf) {
   EXPECT_EQ(ipp_max_cpuid_input(), 0x16u);
   fake.leaves[{0, 0}].eax = 0x80000003;
   EXPECT_EQ(ipp_max_cpuid_input(), 0x80000003u);
 }
 
-TEST_F(Probes, TellWhetherThereIsCpuid) {
+TEST_F(Probes, ReportWhetherThereIsCpuid) {
   EXPECT_EQ(ipp_has_cpuid(), 1);
   fake.present = false;
   EXPECT_EQ(ipp_has_cpuid(), 0);
