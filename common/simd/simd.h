@@ -1,4 +1,5 @@
-// The frame of every *-inl.h file: vector code that is compiled once for each instruction-set level.
+// The frame of every *-inl.h file: vector code that is compiled once for each instruction-set
+// level.
 //
 // Such a file has a guard of its own, includes what it uses and opens its target and namespace:
 //
@@ -73,7 +74,8 @@
 #define VISTREL_BEGIN_TARGET_4 \
   VISTREL_BEGIN_TARGET_OF("avx2,avx512f,avx512bw,avx512vl,avx512dq,avx512vbmi")
 #else
-#define VISTREL_BEGIN_TARGET_OF(isa) VISTREL_PRAGMA(GCC push_options) VISTREL_PRAGMA(GCC target(isa))
+#define VISTREL_BEGIN_TARGET_OF(isa) \
+  VISTREL_PRAGMA(GCC push_options) VISTREL_PRAGMA(GCC target(isa))
 #define VISTREL_END_TARGET_1 VISTREL_PRAGMA(GCC pop_options)
 #define VISTREL_BEGIN_TARGET_4 \
   VISTREL_BEGIN_TARGET_OF(     \

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "demosaic/edge/edge_sites.h"
 #include "demosaic/edge/edge_rings.h"
+#include "demosaic/edge/edge_sites.h"
 
 namespace vistrel::core {
 
