@@ -1,4 +1,4 @@
-// Monochrome blocks of 2x2 and 4x4 16-bit samples to bytes. A sample clamped at 1023 first changes no
+// Monochrome blocks of 2x2 and 4x4 16-bit samples to bytes. A sample clamped at 1023 first changes
 // no result of 8 bits, and keeps every sum below 32768.
 #if defined(VISTREL_BLOCKS16_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_BLOCKS16_INL_H

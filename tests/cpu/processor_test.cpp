@@ -121,13 +121,13 @@ TEST_F(Features, TakeTheKnownMaskForAnyOtherWithoutRegisters) {
   EXPECT_EQ(mask, 2u);
 }
 
-TEST_F(Features, WantSomewhereToReportTo) {
+TEST_F(Features, NeedADestination) {
   uint32_t registers[] = {7, 7, 7, 7};
   EXPECT_EQ(ippGetCpuFeatures(nullptr, registers), -8);
   EXPECT_THAT(registers, Each(7));
 }
 
-TEST_F(Features, AreNotToBeHadWithoutCpuid) {
+TEST_F(Features, AreMissingWithoutCpuid) {
   fake.present = false;
   uint64_t mask = 77;
   uint32_t registers[] = {7, 7, 7, 7};

@@ -1,4 +1,5 @@
-// Every binning member at widths around the vector bodies' steps, beside the plain arithmetic.
+// Every binning member at widths around the vector bodies' steps, compared with the plain
+// arithmetic.
 #include "tests/frames.h"
 #include "tests/levels.h"
 #include "tests/output/members.h"
@@ -15,12 +16,12 @@ struct Reduce {
   uint32_t nSrcBits, nDstBits, nShiftAdjust, top;
 };
 const std::vector<Reduce> kBytes = {{8, 8, 0, 255}};
-const std::vector<Reduce> kWordsToBytes = {
-    {8, 8, 0, 255},    {12, 8, 0, 4095},          {12, 8, 2, 4095},  {16, 8, 0, 65535},
-    {12, 10, 0, 4095}, {10, 9, 0xFFFFFFFF, 1023}, {8, 10, 0, 65535}, {8, 8, 0, 65535}};
-const std::vector<Reduce> kWordsToWords = {{12, 12, 0, 4095},          {16, 16, 0, 65535},
-                                           {12, 10, 0xFFFFFFFF, 4095}, {10, 10, 0, 65535},
-                                           {10, 9, 1, 65535},          {14, 12, 2, 16383}};
+const std::vector<Reduce> k16To8 = {{8, 8, 0, 255},    {12, 8, 0, 4095},  {12, 8, 2, 4095},
+                                    {16, 8, 0, 65535}, {12, 10, 0, 4095}, {10, 9, 0xFFFFFFFF, 1023},
+                                    {8, 10, 0, 65535}, {8, 8, 0, 65535}};
+const std::vector<Reduce> k16To16 = {{12, 12, 0, 4095},          {16, 16, 0, 65535},
+                                     {12, 10, 0xFFFFFFFF, 4095}, {10, 10, 0, 65535},
+                                     {10, 9, 1, 65535},          {14, 12, 2, 16383}};
 
 // What a member is asked for. stride: in the family's own unit.
 struct Job {
@@ -144,20 +145,20 @@ void compareMapped() {
 }
 
 TEST_P(Sizes, MonoOfBytes) { compare<Mono, uint8_t, uint8_t>(kBytes); }
-TEST_P(Sizes, MonoOfWordsToBytes) { compare<Mono, uint16_t, uint8_t>(kWordsToBytes); }
-TEST_P(Sizes, MonoOfWordsToWords) { compare<Mono, uint16_t, uint16_t>(kWordsToWords); }
-TEST_P(Sizes, MonoOfMappedWords) { compareMapped<Mono>(); }
+TEST_P(Sizes, MonoOf16To8) { compare<Mono, uint16_t, uint8_t>(k16To8); }
+TEST_P(Sizes, MonoOf16To16) { compare<Mono, uint16_t, uint16_t>(k16To16); }
+TEST_P(Sizes, MonoOfMappedSixteenBitSamples) { compareMapped<Mono>(); }
 TEST_P(Sizes, BgrOfBytes) { compare<Bgr, uint8_t, uint8_t>(kBytes); }
-TEST_P(Sizes, BgrOfWordsToBytes) { compare<Bgr, uint16_t, uint8_t>(kWordsToBytes); }
-TEST_P(Sizes, BgrOfWordsToWords) { compare<Bgr, uint16_t, uint16_t>(kWordsToWords); }
-TEST_P(Sizes, BgrOfMappedWords) { compareMapped<Bgr>(); }
+TEST_P(Sizes, BgrOf16To8) { compare<Bgr, uint16_t, uint8_t>(k16To8); }
+TEST_P(Sizes, BgrOf16To16) { compare<Bgr, uint16_t, uint16_t>(k16To16); }
+TEST_P(Sizes, BgrOfMappedSixteenBitSamples) { compareMapped<Bgr>(); }
 TEST_P(Sizes, ArgbOfBytes) { compare<Argb, uint8_t, uint8_t>(kBytes); }
-TEST_P(Sizes, ArgbOfWordsToBytes) { compare<Argb, uint16_t, uint8_t>(kWordsToBytes); }
-TEST_P(Sizes, ArgbOfMappedWords) { compareMapped<Argb>(); }
+TEST_P(Sizes, ArgbOf16To8) { compare<Argb, uint16_t, uint8_t>(k16To8); }
+TEST_P(Sizes, ArgbOfMappedSixteenBitSamples) { compareMapped<Argb>(); }
 TEST_P(Sizes, GrayOfBytes) { compare<Gray, uint8_t, uint8_t>(kBytes); }
-TEST_P(Sizes, GrayOfWordsToBytes) { compare<Gray, uint16_t, uint8_t>(kWordsToBytes); }
-TEST_P(Sizes, GrayOfWordsToWords) { compare<Gray, uint16_t, uint16_t>(kWordsToWords); }
-TEST_P(Sizes, GrayOfMappedWords) { compareMapped<Gray>(); }
+TEST_P(Sizes, GrayOf16To8) { compare<Gray, uint16_t, uint8_t>(k16To8); }
+TEST_P(Sizes, GrayOf16To16) { compare<Gray, uint16_t, uint16_t>(k16To16); }
+TEST_P(Sizes, GrayOfMappedSixteenBitSamples) { compareMapped<Gray>(); }
 
 // Frames that no cache holds.
 TEST_P(Sizes, LargeMono) {
@@ -174,7 +175,7 @@ TEST_P(Sizes, LargeMono) {
   EXPECT_EQ(half.samples(), expected);
 }
 
-TEST_P(Sizes, LargeBgrOfWords) {
+TEST_P(Sizes, LargeBgrOfSixteenBitSamples) {
   constexpr uint32_t kSide = 2101;
   const auto source = noise<uint16_t>(3 * kSide * kSide, 4095, 2);
   Canvas<uint8_t> canvas(3 * kSide * kSide);

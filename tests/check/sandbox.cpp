@@ -1,4 +1,4 @@
-#include "tests/check/stage.h"
+#include "tests/check/sandbox.h"
 
 #include <algorithm>
 
@@ -40,7 +40,7 @@ size_t workBytes(const Case& calls, const std::vector<Layout>& layouts) {
 
 }  // namespace
 
-Stage::Stage(Side side)
+Sandbox::Sandbox(Side side)
     : side_(side), source_(kArena), destination_(kArena), work_(kArena), table_(kTableArena) {
   ImgLoadDriver();
   reference::ImgLoadDriver();
@@ -50,25 +50,25 @@ Stage::Stage(Side side)
   }
 }
 
-void Stage::beginCase(const Case& calls, const std::vector<Layout>& layouts) {
+void Sandbox::beginCase(const Case& calls, const std::vector<Layout>& layouts) {
   const Shape shape = Shape::packed(workBytes(calls, layouts));
   memory_.work = work_.place(shape, edge(calls[0], kWorkAtStart));
-  memory_.work.paint(colour());
+  memory_.work.writeCanary(canary());
   fillWithNoise(memory_.work, mix(calls[0].seed));
 }
 
-void Stage::place(const Call& call, const Layout& layout) {
+void Sandbox::place(const Call& call, const Layout& layout) {
   const Edge sourceEdge = edge(call, kSourceAtStart);
-  memory_.source = call.place & kFencedRows && FencedRows::fits(layout.source)
+  memory_.source = call.place & kGuardPageRows && GuardPageRows::fits(layout.source)
                        ? rows_.place(layout.source, sourceEdge)
                        : source_.place(layout.source, sourceEdge);
   memory_.destination = destination_.place(layout.destination, edge(call, kDestinationAtStart));
   memory_.table = table_.place(Shape::packed(2 * layout.tableEntries), Edge::end);
   for (const Block* block : {&memory_.source, &memory_.destination, &memory_.table})
-    block->paint(colour());
+    block->writeCanary(canary());
 }
 
-void Stage::set(const Subject& subject, const Call& call, const Layout& layout) {
+void Sandbox::set(const Subject& subject, const Call& call, const Layout& layout) {
   place(call, layout);
   fillWithNoise(memory_.destination, mix(call.seed + 1));
   fillWithNoise(memory_.table, mix(call.seed + 2));
@@ -78,19 +78,19 @@ void Stage::set(const Subject& subject, const Call& call, const Layout& layout) 
     fillWithFrame(memory_.source, call, layout.sampleBytes, layout.sourceBits);
 }
 
-void Stage::setLike(const Stage& other, const Call& call, const Layout& layout) {
+void Sandbox::setLike(const Sandbox& other, const Call& call, const Layout& layout) {
   place(call, layout);
   copyRows(other.memory_.source, memory_.source);
   copyRows(other.memory_.destination, memory_.destination);
   copyRows(other.memory_.table, memory_.table);
 }
 
-void Stage::settle(Range meaningless) const {
+void Sandbox::settle(Range meaningless) const {
   std::fill(memory_.work.begin + meaningless.from, memory_.work.begin + meaningless.to, uint8_t{0});
 }
 
-// In both tables, so that either implementation can be played on either side's memory.
-void Stage::attachStream(const Call& call) const {
+// Sets both tables, so that either implementation can run on either side's memory.
+void Sandbox::attachStream(const Call& call) const {
   uint16_t* const work = memory_.work.as<uint16_t>();
   uint16_t* const table = call.place & kNoTable ? nullptr : memory_.table.as<uint16_t>();
   const unsigned tableSlot = call.unknown ? kStreams : kSlot;
@@ -99,7 +99,7 @@ void Stage::attachStream(const Call& call) const {
   g_anBGRBytes[kSlot] = reference::g_anBGRBytes[kSlot] = memory_.work.shape.span();
 }
 
-Outcome Stage::play(const Subject& subject, const Call& call) {
+Outcome Sandbox::call(const Subject& subject, const Call& call) {
   attachStream(call);
   Outcome outcome;
   outcome.fault = trapped([&] { outcome.result = subject.run[side_](call, memory_); });

@@ -1,6 +1,6 @@
-// Memory under guard. A block of exactly the bytes that a call may touch lies against a page
-// that nobody may touch, with its end or with its beginning, so that even a read whose result
-// is thrown away faults. The open side carries a known colour that must stay.
+// Memory with guard pages. A block has exactly the bytes that a call may touch. Its end or its
+// beginning lies against a protected page, so that even a read whose result is discarded faults.
+// The bytes on its other side hold a canary value, which no call may change.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace vistrel::core::check {
 
-// Rows of bytes. The function is handed the address `origin` bytes before the first one.
+// Rows of bytes. The function under test gets the address `origin` bytes before the first one.
 struct Shape {
   size_t origin = 0;
   size_t rows = 0;
@@ -26,7 +26,7 @@ enum class Edge { end, start };
 struct Block {
   Shape shape;
   uint8_t* begin = nullptr;  // the first byte that may be touched
-  uint8_t* zone = nullptr;   // where the known colour lies, round or between the bytes
+  uint8_t* zone = nullptr;   // holds the canary, around the block and between its rows
   size_t zoneRows = 0, zoneBytes = 0, zonePitch = 0;
 
   template <class T = uint8_t>
@@ -35,14 +35,14 @@ struct Block {
   }
   uint8_t* row(size_t r) const { return begin + r * shape.pitch; }
 
-  void paint(uint8_t colour) const;
-  // Distance from `begin` of the first byte outside the block that lost its colour.
-  std::optional<ptrdiff_t> stain(uint8_t colour) const;
-  // Where an address lies, in words, if it is near the block.
+  void writeCanary(uint8_t canary) const;
+  // Distance from `begin` of the first byte outside the block that is not the canary.
+  std::optional<ptrdiff_t> findCorruption(uint8_t canary) const;
+  // Describes where an address lies, if it is near the block.
   std::optional<std::string> describe(const uint8_t* address) const;
 };
 
-// A stretch of memory with a fence of untouchable pages on either side.
+// A memory area between guard pages.
 class Arena {
  public:
   explicit Arena(size_t bytes);
@@ -53,21 +53,21 @@ class Arena {
   Block place(const Shape& shape, Edge edge) const;
 
  private:
-  size_t room_;
+  size_t capacity_;
   uint8_t* map_;
 };
 
-// Every other page is a fence: rows at this pitch lie against a fence each.
-class FencedRows {
+// Every other page is a guard page: at this pitch, each row lies against one.
+class GuardPageRows {
  public:
   static constexpr size_t kPage = 4096;
   static constexpr size_t kPitch = 2 * kPage;
   static constexpr size_t kRows = 256;
 
-  FencedRows();
-  ~FencedRows();
-  FencedRows(const FencedRows&) = delete;
-  FencedRows& operator=(const FencedRows&) = delete;
+  GuardPageRows();
+  ~GuardPageRows();
+  GuardPageRows(const GuardPageRows&) = delete;
+  GuardPageRows& operator=(const GuardPageRows&) = delete;
 
   static bool fits(const Shape& shape) {
     return shape.pitch == kPitch && shape.rowBytes <= kPage && shape.rows <= kRows;

@@ -1,4 +1,4 @@
-// The splines through five and six points.
+// The splines through five and six points, and the polynomial through five.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,7 +12,10 @@
 namespace vistrel::core::test {
 namespace {
 
+using ::testing::DoubleNear;
 using ::testing::Each;
+using ::testing::IsNan;
+using ::testing::Pointwise;
 
 using Values = std::vector<double>;
 
@@ -123,6 +126,32 @@ TEST(Spline, LetsNaNThrough) {
   const Values c = spline({0, 1, 2, 3, 4}, {0, 1, nan, 3, 5});
   EXPECT_TRUE(std::isnan(segment(c, 1).a));
   EXPECT_EQ(segment(c, 3).d, 3);
+}
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+Values polynomial(Values x, Values y, int expected) {
+  Values coefficients(5, 77);
+  EXPECT_EQ(Resolve4thOrderPolynomium(x.data(), y.data(), coefficients.data()), expected);
+  return coefficients;
+}
+
+TEST(Polynomial, FindsTheSquare) {
+  EXPECT_THAT(polynomial({0, 1, 2, 3, 4}, {0, 1, 4, 9, 16}, 1),
+              Pointwise(DoubleNear(1e-12), {0.0, 0.0, 1.0, 0.0, 0.0}));
+}
+
+TEST(Polynomial, HasTheHighestPowerFirst) {  // 2 x^4 - 3 x^3 + x^2 - 5 x + 7
+  EXPECT_THAT(polynomial({-2, -1, 0, 1, 2}, {77, 18, 7, 2, 9}, 1),
+              Pointwise(DoubleNear(1e-12), {2.0, -3.0, 1.0, -5.0, 7.0}));
+}
+
+TEST(Polynomial, RefusesTwoPointsOverEachOther) {
+  EXPECT_THAT(polynomial({0, 1, 1, 3, 4}, {0, 1, 2, 9, 16}, 0), Each(77));
+}
+
+TEST(Polynomial, LetsNaNThrough) {
+  EXPECT_THAT(polynomial({0, 1, 2, 3, 4}, {0, 1, kNaN, 9, 16}, 1), Each(IsNan()));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// One side's memory and stream, on which its calls are played.
+// One side's memory and stream, on which its calls run.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace vistrel::core::check {
 
-// The stream's place in the tables of either side, and an id that is in none.
+// The stream's slot in the tables of both sides, and an id that is in neither.
 constexpr unsigned kSlot = 2;
 constexpr uint32_t kKnownId = 1002;
 constexpr uint32_t kUnknownId = 77;
@@ -19,23 +19,24 @@ struct Outcome {
   uint64_t result = 0;
 };
 
-class Stage {
+class Sandbox {
  public:
-  explicit Stage(Side side);
+  explicit Sandbox(Side side);
 
-  // Gives the stream a work buffer for all calls of a case, full of old samples.
+  // Gives the stream a work buffer for all calls of a case, filled with noise.
   void beginCase(const Case& calls, const std::vector<Layout>& layouts);
   // Lays out the call's blocks and fills them.
   void set(const Subject& subject, const Call& call, const Layout& layout);
-  // The same, with what another stage holds.
-  void setLike(const Stage& other, const Call& call, const Layout& layout);
-  // Puts something definite where a call has left bytes of no meaning in the work buffer.
+  // Does the same with the contents of another sandbox.
+  void setLike(const Sandbox& other, const Call& call, const Layout& layout);
+  // Clears the bytes of the work buffer whose value is unspecified after a call.
   void settle(Range meaningless) const;
-  Outcome play(const Subject& subject, const Call& call);
+  Outcome call(const Subject& subject, const Call& call);
 
   const Memory& memory() const { return memory_; }
-  // Of the bytes that no call may touch. Each side has its own: a value made of them differs.
-  uint8_t colour() const { return side_ == kProduct ? 0xA7 : 0x58; }
+  // The value of the bytes that no call may touch. It differs between the sides, so that a result
+  // computed from such bytes differs too.
+  uint8_t canary() const { return side_ == kProduct ? 0xA7 : 0x58; }
 
  private:
   void place(const Call& call, const Layout& layout);
@@ -43,7 +44,7 @@ class Stage {
 
   Side side_;
   Arena source_, destination_, work_, table_;
-  FencedRows rows_;
+  GuardPageRows rows_;
   Memory memory_;
 };
 

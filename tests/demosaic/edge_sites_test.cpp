@@ -1,4 +1,4 @@
-// The edge demosaic's kernels, called by name on a patch of the mosaic.
+// The edge demosaic's colours of four pixels, on a patch of the mosaic.
 #include "demosaic/edge/edge_sites.h"
 
 #include <array>
@@ -65,7 +65,7 @@ void atBothDepths(Check check) {
   check(uint16_t{});
 }
 
-TEST(EdgeKernels, FillEverySecondElementOfAFlatWithItsValue) {
+TEST(EdgeSites, FillEverySecondElementOfAFlatWithItsValue) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     for (int v : {0, 1, 77, int{std::numeric_limits<T>::max()}})
@@ -80,7 +80,7 @@ TEST(EdgeKernels, FillEverySecondElementOfAFlatWithItsValue) {
   });
 }
 
-TEST(EdgeKernels, ATieOfDirectionsTakesTheColumn) {
+TEST(EdgeSites, ATieOfDirectionsTakesTheColumn) {
   Patch<uint8_t> patch(50);
   patch.set(10, {{0, -1}, {0, 1}});
   patch.set(91, {{-1, 0}, {1, 0}});
@@ -98,7 +98,7 @@ int peak(int value, Thresholds t) {
   return atGreen(patch, t, 0).green[0];
 }
 
-TEST(EdgeKernels, GreenTakesQuartersOfTheMean) {
+TEST(EdgeSites, GreenTakesQuartersOfTheMean) {
   EXPECT_EQ(peak(255, {254, 191, 127, 63}), 255);
   EXPECT_EQ(peak(255, kWidest), 63 + 127 + 31);  // 221
   EXPECT_EQ(peak(191, kWidest), (191 >> 1) + (95 >> 1));
@@ -106,7 +106,7 @@ TEST(EdgeKernels, GreenTakesQuartersOfTheMean) {
   EXPECT_EQ(peak(63, kWidest), 31);
 }
 
-TEST(EdgeKernels, ARangeEqualToAThresholdIsNotAboveIt) {
+TEST(EdgeSites, ARangeEqualToAThresholdIsNotAboveIt) {
   EXPECT_EQ(peak(191, {255, 191, 127, 63}), (191 >> 1) + (95 >> 1));  // the second
   EXPECT_EQ(peak(192, {255, 191, 127, 63}), (192 >> 2) + (192 >> 1) + (96 >> 2));
   EXPECT_EQ(peak(64, {64, 63, 62, 61}), (64 >> 2) + (64 >> 1) + (32 >> 2));  // the first
@@ -114,14 +114,14 @@ TEST(EdgeKernels, ARangeEqualToAThresholdIsNotAboveIt) {
   EXPECT_EQ(peak(64, {67, 66, 65, 64}), 32);                                 // the last
 }
 
-TEST(EdgeKernels, WithoutThresholdsOnlyAFlatIsSmoothed) {
+TEST(EdgeSites, WithoutThresholdsOnlyAFlatIsSmoothed) {
   for (int v : {0, 3, 254, 255})
     EXPECT_EQ(atGreen(Patch<uint8_t>(unsigned(v)), kNone, 0).green[0], v);
   EXPECT_EQ(peak(1, kNone), 1);
 }
 
 // A half is lost in either row before the sum: else it would be 4 >> 2.
-TEST(EdgeKernels, TheMeanOfGreenTruncatesItsPairsFirst) {
+TEST(EdgeSites, TheMeanOfGreenTruncatesItsPairsFirst) {
   Patch<uint8_t> patch(0);
   patch.at(-1, -1) = 3;
   patch.at(0, 0) = patch.at(1, 1) = 1;
@@ -129,7 +129,7 @@ TEST(EdgeKernels, TheMeanOfGreenTruncatesItsPairsFirst) {
 }
 
 // Which of the rows' two colours a result is, by bBlueRow.
-TEST(EdgeKernels, RowsOfBlueExchangeRedAndBlue) {
+TEST(EdgeSites, RowsOfBlueExchangeRedAndBlue) {
   Patch<uint8_t> green(100), other(100);
   for (int x = -1; x <= 7; x += 2) green.at(x, 0) = 180;                   // left and right
   for (int x = -2; x <= 8; x += 2) green.at(x, -1) = green.at(x, 1) = 40;  // above and below
@@ -146,7 +146,7 @@ TEST(EdgeKernels, RowsOfBlueExchangeRedAndBlue) {
 }
 
 // Green, flat, lies one above a single diagonal: a sum of -1, of which a quarter is -1.
-TEST(EdgeKernels, SumsOfDifferencesRoundDown) {
+TEST(EdgeSites, SumsOfDifferencesRoundDown) {
   Patch<uint8_t> diagonal(100), upright(100);
   diagonal.at(1, 1) = 99;
   EXPECT_EQ(atRedOrBlue(diagonal, 0).blue[0], 99);
@@ -166,7 +166,7 @@ Patch<uint8_t> stripes(uint8_t evenGreen, uint8_t oddGreen, uint8_t diagonal) {
   return patch;
 }
 
-TEST(EdgeKernels, ResultsMayLeaveTheRangeOfSamples) {
+TEST(EdgeSites, ResultsMayLeaveTheRangeOfSamples) {
   EXPECT_EQ(atRedOrBlue(stripes(200, 0, 255), 0).green[0], 200);
   EXPECT_EQ(atRedOrBlue(stripes(200, 0, 255), 0).blue[0], 200 + 255);
   EXPECT_EQ(atRedOrBlue(stripes(0, 255, 0), 1).red[0], -255);
@@ -188,7 +188,7 @@ TEST(EdgeKernels, ResultsMayLeaveTheRangeOfSamples) {
 }
 
 // quirk: signed-words
-TEST(EdgeKernels, ASampleWithAllSixteenBitsCountsAsTheSmaller) {
+TEST(EdgeSites, ASampleWithAllSixteenBitsCountsAsTheSmaller) {
   Patch<uint16_t> patch(1000);
   patch.at(0, 0) = 40000;
   patch.set(40000, {{0, -2}, {0, 2}});
@@ -225,7 +225,7 @@ void compareOnNoise(unsigned top, unsigned seed) {
   ASSERT_EQ(atGreen(patch, t, bBlueRow), g) << seed;
 }
 
-TEST(EdgeKernels, AgreeWithThePlainFormulasOnNoise) {
+TEST(EdgeSites, AgreeWithThePlainFormulasOnNoise) {
   for (unsigned seed = 0; seed < 2000; ++seed) {
     compareOnNoise<uint8_t>(seed % 3 == 0 ? 3 : 255, seed);
     compareOnNoise<uint16_t>(seed % 3 == 0 ? 7 : seed % 3 == 1 ? 4095 : 65535, seed);

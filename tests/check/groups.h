@@ -1,4 +1,4 @@
-// Each room's functions and the cases to try them with.
+// The groups of functions, each with the cases to try them with.
 #pragma once
 
 #include "tests/check/subject.h"
