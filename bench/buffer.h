@@ -1,4 +1,4 @@
-// Memory for frames and results: on cache-line boundaries, touched, shared by its users.
+// Memory for frames and results: aligned to cache lines, already touched, shared by its users.
 #pragma once
 
 #include <cstdlib>

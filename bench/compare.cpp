@@ -8,9 +8,9 @@ namespace vistrel::core::bench {
 
 namespace {
 
-// A wrong phase, channel order or size must not pass for a result. Truncation, where a peer
-// rounds, takes up to a code, and binning multiplies it by its factor; blocks of 3 x 3 take one
-// green and one red sample in nine from a neighbouring channel.
+// Rejects results with a wrong phase, channel order or size. Some differences are allowed: where a
+// peer rounds, truncation costs up to one code, which binning multiplies by its factor; blocks of
+// 3 x 3 take one green and one red sample in nine from a neighbouring channel.
 void checkSamePicture(const Row& row, const Task& ours, const Task& peer) {
   const unsigned factor = row.ours.factor;
   const bool mixes = factor == 3 && ours.picture.layout.channels > 1;
@@ -28,7 +28,7 @@ void checkSamePicture(const Row& row, const Task& ours, const Task& peer) {
 const char* Result::mark() const {
   if (!hasTarget()) return "-";
   if (ratio() >= row.target.goalAt(level)) return "met";
-  return ratio() >= row.target.least ? "least only" : "MISSED";
+  return ratio() >= row.target.required ? "acceptable" : "MISSED";
 }
 
 std::string rowName(const Row& row, const FrameSize& size) {
@@ -41,11 +41,11 @@ Timing perPixel(const Timing& t, const FrameSize& size) {
 }
 
 Result compare(const Row& row, const FrameSize& size, Level level, int rounds) {
-  const Frame frame = makeFrame(size, row.ours.factor, row.ours.wordBits);
+  const Frame frame = makeFrame(size, row.ours.factor, row.ours.significantBits);
   const Task ours = row.make(row.ours, frame), peer = row.peer.make(row.ours, frame);
   for (const Task* task : {&ours, &peer})
     if (!staysOnThisThread(task->run))
-      throw std::runtime_error(rowName(row, size) + ": another thread is at work");
+      throw std::runtime_error(rowName(row, size) + ": another thread is running");
   checkSamePicture(row, ours, peer);
   const auto times = measure({{"ours", ours.run}, {"peer", peer.run}}, rounds);
   return {row, size, level, perPixel(times[0], size), perPixel(times[1], size)};

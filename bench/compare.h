@@ -1,4 +1,4 @@
-// One row of the table on one frame: both sides checked, then timed against each other.
+// Measures one row of the table on one frame: checks both sides, then times them together.
 #pragma once
 
 #include <string>
@@ -12,20 +12,20 @@ struct Result {
   const Row& row;
   const FrameSize& size;
   Level level;
-  Timing ours, peer;  // nanoseconds of an input pixel
+  Timing ours, peer;  // nanoseconds per input pixel
 
   double ratio() const { return peer.minimum / ours.minimum; }
   double medianRatio() const { return peer.median / ours.median; }
   bool hasTarget() const { return level >= Level::avx2; }
-  const char* mark() const;  // met, least only, MISSED; - where there is no target
+  const char* mark() const;  // met, acceptable, MISSED; - if there is no target
 };
 
 std::string rowName(const Row& row, const FrameSize& size);
 
-// Throws where the two sides show different pictures or another thread is at work.
+// Throws if the two sides show different pictures or another thread is running.
 Result compare(const Row& row, const FrameSize& size, Level level, int rounds);
 
-// Of one run on a whole frame.
+// timing: of one run on a whole frame.
 Timing perPixel(const Timing& timing, const FrameSize& size);
 
 }  // namespace vistrel::core::bench

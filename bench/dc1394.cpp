@@ -12,7 +12,7 @@ Task decoding8(const Frame& frame, dc1394bayer_method_t method) {
   const FrameSize size = frame.size;
   const auto result = allocate<uint8_t>(3 * size.pixels());
   const auto run = [=] {
-    dc1394_bayer_decoding_8bit(frame.bytes.get(), result.get(), size.width, size.height, kPhase,
+    dc1394_bayer_decoding_8bit(frame.samples8.get(), result.get(), size.width, size.height, kPhase,
                                method);
   };
   return {run, {result.get(), size.width, size.height, kRgb24, 8}};
@@ -22,10 +22,10 @@ Task decoding16(const Frame& frame, dc1394bayer_method_t method) {
   const FrameSize size = frame.size;
   const auto result = allocate<uint16_t>(3 * size.pixels());
   const auto run = [=] {
-    dc1394_bayer_decoding_16bit(frame.words.get(), result.get(), size.width, size.height, kPhase,
-                                method, frame.wordBits);
+    dc1394_bayer_decoding_16bit(frame.samples16.get(), result.get(), size.width, size.height,
+                                kPhase, method, frame.significantBits);
   };
-  return {run, {result.get(), size.width, size.height, kRgb48, frame.wordBits}};
+  return {run, {result.get(), size.width, size.height, kRgb48, frame.significantBits}};
 }
 
 Task decoding(const Conversion& c, const Frame& frame, dc1394bayer_method_t method) {

@@ -10,14 +10,14 @@ namespace {
 
 constexpr uint32_t kStream = 1;
 
-// The record, or the pointer value of a fixed filter.
+// The weights, or the pointer value of a fixed filter.
 const _FLT_3X3* recordOf(uint32_t filter) {
   static constexpr _FLT_3X3 kRecord = {kGaussDivisor, {1, 2, 1, 2, 4, 2, 1, 2, 1}};
   return filter == kGauss ? &kRecord : reinterpret_cast<const _FLT_3X3*>(uintptr_t{filter});
 }
 
-// One site of each block of 2 x 2 stands for all its pixels and their channels: what some filters
-// mix, some do not.
+// Gives all pixels and channels of a 2 x 2 block the sample of one site, since only some filters
+// mix neighbouring channels.
 template <class T>
 Buffer<uint8_t> imageOf(const FrameSize& size, const T* samples, unsigned channels) {
   auto image = allocate<uint8_t>(size.pixels() * channels * sizeof(T));
@@ -36,8 +36,8 @@ Layout imageLayout(const Conversion& c) {
 
 Buffer<uint8_t> makeImage(const Conversion& c, const Frame& frame) {
   const unsigned channels = imageLayout(c).channels;
-  return c.depth == 8 ? imageOf(frame.size, frame.bytes.get(), channels)
-                      : imageOf(frame.size, frame.words.get(), channels);
+  return c.depth == 8 ? imageOf(frame.size, frame.samples8.get(), channels)
+                      : imageOf(frame.size, frame.samples16.get(), channels);
 }
 
 Task makeFilter(const Conversion& c, const Frame& frame) {
@@ -47,8 +47,9 @@ Task makeFilter(const Conversion& c, const Frame& frame) {
   const auto run = [=] {
     ImgFilter(kStream, recordOf(c.nAlgorithm), c.nFormat, size.width, size.height, image.get());
   };
-  return {run,
-          {image.get(), size.width, size.height, imageLayout(c), c.depth == 8 ? 8 : c.wordBits}};
+  return {
+      run,
+      {image.get(), size.width, size.height, imageLayout(c), c.depth == 8 ? 8 : c.significantBits}};
 }
 
 }  // namespace vistrel::core::bench

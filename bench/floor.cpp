@@ -17,7 +17,7 @@ void oneToThree(const uint8_t* source, uint8_t* result, size_t pixels) {
 }
 
 #if defined(__SSE2__)
-void oneToThreeStreaming(const uint8_t* source, uint8_t* result, size_t pixels) {
+void oneToThreeNonTemporal(const uint8_t* source, uint8_t* result, size_t pixels) {
   auto* to = reinterpret_cast<__m128i*>(result);
   for (size_t i = 0; i + kBlock <= pixels; i += kBlock, to += 3) {
     const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source + i));
@@ -30,14 +30,14 @@ void oneToThreeStreaming(const uint8_t* source, uint8_t* result, size_t pixels) 
 }  // namespace
 
 std::vector<Job> floorJobs(const Frame& frame) {
-  const auto source = frame.bytes;
+  const auto source = frame.samples8;
   const size_t pixels = frame.size.pixels();
   const auto result = allocate<uint8_t>(3 * pixels);
   return {
     {"1 byte to 3", [=] { oneToThree(source.get(), result.get(), pixels); }},
 #if defined(__SSE2__)
         {"1 byte to 3, non-temporal",
-         [=] { oneToThreeStreaming(source.get(), result.get(), pixels); }},
+         [=] { oneToThreeNonTemporal(source.get(), result.get(), pixels); }},
 #endif
         {"memcpy", [=] { std::memcpy(result.get(), source.get(), pixels); }},
   };

@@ -1,4 +1,4 @@
-// What memory alone costs: loops that only move bytes.
+// The cost of memory access alone: loops that only move bytes.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,8 @@
 
 namespace vistrel::core::bench {
 
-// Reads one byte a pixel and writes three, with ordinary and with non-temporal stores; memcpy.
+// Loops that read one byte per pixel and write three, with ordinary and with non-temporal stores,
+// and memcpy.
 std::vector<Job> floorJobs(const Frame& frame);
 
 }  // namespace vistrel::core::bench

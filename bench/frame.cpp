@@ -8,7 +8,7 @@ namespace vistrel::core::bench {
 
 namespace {
 
-// Light along one axis, 0.5 .. 1: a few waves over the frame, so that no two tiles look alike.
+// Light along one axis, 0.5 .. 1: a few waves across the frame, so that all tiles differ.
 std::vector<double> wave(unsigned length, double waves, double phase) {
   std::vector<double> light(length);
   for (unsigned i = 0; i < length; ++i)
@@ -18,8 +18,9 @@ std::vector<double> wave(unsigned length, double waves, double phase) {
 
 }  // namespace
 
-Frame makeFrame(const FrameSize& size, unsigned factor, unsigned wordBits) {
-  Frame frame{size, wordBits, allocate<uint16_t>(size.pixels()), allocate<uint8_t>(size.pixels())};
+Frame makeFrame(const FrameSize& size, unsigned factor, unsigned significantBits) {
+  Frame frame{size, significantBits, allocate<uint16_t>(size.pixels()),
+              allocate<uint8_t>(size.pixels())};
   constexpr unsigned kBits = 12;
   constexpr double kFilter[2][2] = {{0.9, 0.7}, {0.7, 0.5}};  // red, green / green, blue
   constexpr unsigned kNoise = 128;                            // of 4096
@@ -33,8 +34,8 @@ Frame makeFrame(const FrameSize& size, unsigned factor, unsigned wordBits) {
       const auto noise = static_cast<unsigned>(random() % kNoise);
       const unsigned sample = (static_cast<unsigned>(light) + noise) / factor;
       const size_t i = size_t{y} * size.width + x;
-      frame.words[i] = static_cast<uint16_t>(sample >> (kBits - wordBits));
-      frame.bytes[i] = static_cast<uint8_t>(sample >> (kBits - 8));
+      frame.samples16[i] = static_cast<uint16_t>(sample >> (kBits - significantBits));
+      frame.samples8[i] = static_cast<uint8_t>(sample >> (kBits - 8));
     }
   }
   return frame;

@@ -1,4 +1,4 @@
-// The source frames: a smooth coloured scene with noise, seen through an RGGB mosaic.
+// The source frames: a smooth coloured scene with noise, under an RGGB mosaic.
 #pragma once
 
 #include <cstdint>
@@ -18,13 +18,13 @@ constexpr FrameSize kFrameSizes[] = {{"1080p", 1920, 1080}, {"12MP", 4096, 3000}
 
 struct Frame {
   FrameSize size;
-  unsigned wordBits;  // significant bits of a word
-  Buffer<uint16_t> words;
-  Buffer<uint8_t> bytes;  // the words' high bits
+  unsigned significantBits;  // of samples16
+  Buffer<uint16_t> samples16;
+  Buffer<uint8_t> samples8;  // the high bits of samples16
 };
 
-// Samples stay below 1 / factor of the full scale: binning multiplies them by its factor, and
-// nothing is to clamp.
-Frame makeFrame(const FrameSize& size, unsigned factor, unsigned wordBits);
+// Samples stay below 1 / factor of full scale: binning multiplies them by its factor, and results
+// must not be clamped.
+Frame makeFrame(const FrameSize& size, unsigned factor, unsigned significantBits);
 
 }  // namespace vistrel::core::bench

@@ -1,4 +1,4 @@
-// The levels to time, and the library steered to one of them.
+// Chooses the levels to time and sets the level of the library.
 #pragma once
 
 #include <vector>
@@ -7,10 +7,10 @@
 
 namespace vistrel::core::bench {
 
-// AVX2, for which the goals are stated, and what is above it; else the widest level there is.
+// AVX2, for which the goals are stated, and AVX-512; otherwise the widest supported level.
 std::vector<Level> usualLevels();
 
-// From here on our vectorised loops run at this level. The peers choose their own.
+// Makes our vectorised loops run at this level. The peers choose their own.
 void setLevel(Level level);
 
 }  // namespace vistrel::core::bench

@@ -9,8 +9,8 @@ namespace {
 
 constexpr unsigned kRggb = 0x94949494;  // as LibRaw writes it
 
-// LibRaw's interpolators work in its image of red, green, blue and second green. Nobody but a
-// class of its own can call them, one by one and without the rest of its development.
+// LibRaw's interpolators work in place on an image of red, green, blue and second green. Only a
+// derived class can call them one by one, without the rest of LibRaw's processing.
 class Interpolators : public LibRaw {
  public:
   explicit Interpolators(const Frame& frame) {
@@ -19,14 +19,14 @@ class Interpolators : public LibRaw {
     imgdata.sizes.height = imgdata.sizes.iheight = static_cast<ushort>(size.height);
     imgdata.idata.filters = kRggb;
     imgdata.idata.colors = 3;
-    imgdata.color.maximum = (1u << frame.wordBits) - 1;
-    for (int i = 0; i < 3; ++i) imgdata.color.rgb_cam[i][i] = 1;  // for its measure of colour
+    imgdata.color.maximum = (1u << frame.significantBits) - 1;
+    for (int i = 0; i < 3; ++i) imgdata.color.rgb_cam[i][i] = 1;  // for its colour differences
     image_ = allocate<ushort[4]>(size.pixels());
     imgdata.image = image_.get();
     for (unsigned y = 0; y < size.height; ++y)
       for (unsigned x = 0; x < size.width; ++x) {
         const size_t i = size_t{y} * size.width + x;
-        imgdata.image[i][(y & 1) + (x & 1)] = frame.words[i];
+        imgdata.image[i][(y & 1) + (x & 1)] = frame.samples16[i];
       }
   }
   ~Interpolators() override { imgdata.image = nullptr; }
@@ -44,17 +44,17 @@ class Interpolators : public LibRaw {
 
 }  // namespace
 
-// Again and again on one image: it reads what was sensed, and greens that it writes first.
+// Runs repeatedly on one image: it reads only sensed samples and greens that it has just written.
 Task librawPixelGrouping(const Conversion&, const Frame& frame) {
   omp_set_num_threads(1);
   const auto libraw = std::make_shared<Interpolators>(frame);
-  return {[=] { libraw->ppg_interpolate(); }, libraw->picture(frame.wordBits)};
+  return {[=] { libraw->ppg_interpolate(); }, libraw->picture(frame.significantBits)};
 }
 
 Task librawAhd(const Conversion&, const Frame& frame) {
   omp_set_num_threads(1);
   const auto libraw = std::make_shared<Interpolators>(frame);
-  return {[=] { libraw->ahd_interpolate(); }, libraw->picture(frame.wordBits)};
+  return {[=] { libraw->ahd_interpolate(); }, libraw->picture(frame.significantBits)};
 }
 
 }  // namespace vistrel::core::bench

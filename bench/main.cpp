@@ -1,4 +1,4 @@
-// Whole public calls of the library, side by side with peers in the same process and run.
+// Times whole public calls of the library against peers in the same process and run.
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
@@ -24,7 +24,7 @@ struct Options {
   bool list = false;
 };
 
-// A row that can't be compared is told, and the others go on.
+// Reports a row that can't be compared; the other rows still run.
 bool addRow(Report& report, const Row& row, const FrameSize& size, Level level, int rounds) {
   try {
     report.add(compare(row, size, level, rounds));
@@ -61,7 +61,7 @@ std::vector<Level> chosenLevels(const std::vector<std::string>& names) {
     const auto level = levelNamed(name);
     if (!level || *level > widestLevel())
       throw std::invalid_argument(
-          fmt::format("--level: {} is not a level of this processor; its "
+          fmt::format("--level: {} is not a level of this processor; the "
                       "widest of base, ssse3, sse41, avx2, avx512 is {}",
                       name, nameOf(widestLevel())));
     levels.push_back(*level);
@@ -69,7 +69,7 @@ std::vector<Level> chosenLevels(const std::vector<std::string>& names) {
   return levels;
 }
 
-// A row and a frame that the filter found.
+// A row and a frame that match the filter.
 struct Choice {
   const Row& row;
   const FrameSize& size;
@@ -83,7 +83,7 @@ std::vector<Choice> chosenRows(const std::regex& filter) {
   return choices;
 }
 
-// Returns whether every row could be compared.
+// Returns true if every row could be compared.
 bool run(const Options& options) {
   const std::regex filter(options.filter, std::regex::icase);
   const auto choices = chosenRows(filter);
@@ -94,7 +94,7 @@ bool run(const Options& options) {
   const bool floor = std::regex_search("floor", filter);
   if (choices.empty() && !floor)
     throw std::invalid_argument(
-        fmt::format("filter: no row is named like '{}'; --list tells the names", options.filter));
+        fmt::format("filter: no row is named like '{}'; --list prints the names", options.filter));
   const auto levels = chosenLevels(options.levels);
   ImgLoadDriver();
   Report report(options.filter, options.rounds);
@@ -122,13 +122,13 @@ int main(int argc, char** argv) {
   CLI::App app("Times the library's conversions against peers, on one thread", "vistrel-bench");
   Options options;
   app.add_option("filter", options.filter,
-                 "Only rows whose name (see --list) this regular expression finds; 'floor' for "
+                 "Only rows whose name (see --list) matches this regular expression; 'floor' for "
                  "the loops that only move bytes")
       ->check(regularExpression, "");
   app.add_option("--json", options.json, "Also write the results to this file");
   app.add_option("--level", options.levels,
-                 "Processor levels of ours, of base, ssse3, sse41, avx2, avx512; by default avx2 "
-                 "and avx512, as far as the processor has them")
+                 "Processor levels of the library: base, ssse3, sse41, avx2, avx512; by default "
+                 "avx2 and avx512 if the processor has them")
       ->delimiter(',')
       ->allow_extra_args(false);
   app.add_option("--rounds", options.rounds, "Repetitions of each side")

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kRepetitionSeconds = 0.008;
 
-// Collects the repetitions' times and prints nothing.
+// Collects the times of the repetitions without printing.
 class Collector : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context&) override { return true; }

@@ -1,5 +1,5 @@
-// Times several jobs against each other: short repetitions of each, in random order, so that
-// the machine's noise falls on all alike.
+// Times several jobs against each other: short repetitions in random order, so that the machine's
+// noise affects all of them alike.
 #pragma once
 
 #include <functional>
@@ -14,16 +14,17 @@ struct Job {
 };
 
 struct Timing {
-  double minimum, median;  // over the rounds, nanoseconds of one run on this thread
+  double minimum, median;  // over all rounds; nanoseconds per run on this thread
 };
 
-// Once, before the first measurement.
+// Call it once, before the first measurement.
 void prepareMeasuring();
 
 std::vector<Timing> measure(const std::vector<Job>& jobs, int rounds);
 
-// Whether all the work of one run is done by the calling thread, which is all that is timed: the
-// process has no other one (a pool's idle worker could wake later), nor spends time outside it.
+// Whether the calling thread does all the work of one run; only this thread is timed. The process
+// must have no other thread (an idle worker of a pool could wake up later) and spend no time
+// elsewhere.
 bool staysOnThisThread(const std::function<void()>& run);
 
 }  // namespace vistrel::core::bench

@@ -12,17 +12,17 @@ cv::Size sizeOf(const Frame& frame) {
   return {static_cast<int>(frame.size.width), static_cast<int>(frame.size.height)};
 }
 
-cv::Mat bytesOf(const Frame& frame) { return {sizeOf(frame), CV_8UC1, frame.bytes.get()}; }
-cv::Mat wordsOf(const Frame& frame) { return {sizeOf(frame), CV_16UC1, frame.words.get()}; }
+cv::Mat samples8Of(const Frame& frame) { return {sizeOf(frame), CV_8UC1, frame.samples8.get()}; }
+cv::Mat samples16Of(const Frame& frame) { return {sizeOf(frame), CV_16UC1, frame.samples16.get()}; }
 
-double wordsToBytes(const Frame& frame) { return 1.0 / (1 << (frame.wordBits - 8)); }
+double scaleTo8Bits(const Frame& frame) { return 1.0 / (1 << (frame.significantBits - 8)); }
 
 cv::Size binned(const cv::Mat& image, unsigned factor) {
   const int n = static_cast<int>(factor);
   return {image.cols / n, image.rows / n};
 }
 
-// Whole blocks only: a ratio that is not an integer would take resize's slow way.
+// Whole blocks only: for a ratio that is not an integer, resize is slow.
 cv::Mat wholeBlocks(const cv::Mat& image, unsigned factor) {
   const cv::Size size = binned(image, factor) * static_cast<int>(factor);
   return image(cv::Rect({0, 0}, size));
@@ -39,22 +39,22 @@ Task task(Run run, const cv::Mat& result, const Layout& layout) {
 }  // namespace
 
 Task openCvBilinear(const Conversion&, const Frame& frame) {
-  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC3);
+  const cv::Mat source = samples8Of(frame), result(source.size(), CV_8UC3);
   return task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGR); }, result, kBgr24);
 }
 
 Task openCvVariableGradients(const Conversion&, const Frame& frame) {
-  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC3);
+  const cv::Mat source = samples8Of(frame), result(source.size(), CV_8UC3);
   return task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGR_VNG); }, result, kBgr24);
 }
 
 Task openCvBilinearBgra(const Conversion&, const Frame& frame) {
-  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC4);
+  const cv::Mat source = samples8Of(frame), result(source.size(), CV_8UC4);
   return task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGRA); }, result, kBgra32);
 }
 
 Task openCvBilinearGray(const Conversion&, const Frame& frame) {
-  const cv::Mat source = bytesOf(frame), colour(source.size(), CV_8UC3);
+  const cv::Mat source = samples8Of(frame), colour(source.size(), CV_8UC3);
   const cv::Mat result(source.size(), CV_8UC1);
   return task(
       [=] {
@@ -65,7 +65,7 @@ Task openCvBilinearGray(const Conversion&, const Frame& frame) {
 }
 
 Task openCvBilinearArea(const Conversion& c, const Frame& frame) {
-  const cv::Mat source = bytesOf(frame), colour(source.size(), CV_8UC3);
+  const cv::Mat source = samples8Of(frame), colour(source.size(), CV_8UC3);
   const cv::Mat blocks = wholeBlocks(colour, c.factor), result(binned(colour, c.factor), CV_8UC3);
   return task(
       [=] {
@@ -76,37 +76,37 @@ Task openCvBilinearArea(const Conversion& c, const Frame& frame) {
 }
 
 Task openCvEdgeAware(const Conversion& c, const Frame& frame) {
-  const bool words = c.depth == 16;
-  const cv::Mat source = words ? wordsOf(frame) : bytesOf(frame);
-  const cv::Mat result(source.size(), words ? CV_16UC3 : CV_8UC3);
+  const bool is16Bit = c.depth == 16;
+  const cv::Mat source = is16Bit ? samples16Of(frame) : samples8Of(frame);
+  const cv::Mat result(source.size(), is16Bit ? CV_16UC3 : CV_8UC3);
   Task made = task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGR_EA); }, result,
-                   words ? kBgr48 : kBgr24);
-  if (words) made.picture.bits = frame.wordBits;
+                   is16Bit ? kBgr48 : kBgr24);
+  if (is16Bit) made.picture.bits = frame.significantBits;
   return made;
 }
 
 Task openCvCopy(const Conversion&, const Frame& frame) {
-  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC1);
+  const cv::Mat source = samples8Of(frame), result(source.size(), CV_8UC1);
   return task([=] { source.copyTo(result); }, result, kMono8);
 }
 
 Task openCvArea(const Conversion& c, const Frame& frame) {
-  const cv::Mat source = wholeBlocks(bytesOf(frame), c.factor);
+  const cv::Mat source = wholeBlocks(samples8Of(frame), c.factor);
   const cv::Mat result(binned(source, c.factor), CV_8UC1);
   return task([=] { cv::resize(source, result, result.size(), 0, 0, cv::INTER_AREA); }, result,
               kMono8);
 }
 
 Task openCvConvert(const Conversion&, const Frame& frame) {
-  const cv::Mat source = wordsOf(frame), result(source.size(), CV_8UC1);
-  const double scale = wordsToBytes(frame);
+  const cv::Mat source = samples16Of(frame), result(source.size(), CV_8UC1);
+  const double scale = scaleTo8Bits(frame);
   return task([=] { source.convertTo(result, CV_8U, scale); }, result, kMono8);
 }
 
 Task openCvAreaConvert(const Conversion& c, const Frame& frame) {
-  const cv::Mat source = wholeBlocks(wordsOf(frame), c.factor);
+  const cv::Mat source = wholeBlocks(samples16Of(frame), c.factor);
   const cv::Mat means(binned(source, c.factor), CV_16UC1), result(means.size(), CV_8UC1);
-  const double scale = wordsToBytes(frame);
+  const double scale = scaleTo8Bits(frame);
   return task(
       [=] {
         cv::resize(source, means, means.size(), 0, 0, cv::INTER_AREA);
@@ -116,7 +116,7 @@ Task openCvAreaConvert(const Conversion& c, const Frame& frame) {
 }
 
 Task openCvTable(const Conversion&, const Frame& frame) {
-  const cv::Mat source = bytesOf(frame), result(source.size(), CV_8UC1);
+  const cv::Mat source = samples8Of(frame), result(source.size(), CV_8UC1);
   cv::Mat table(1, 256, CV_8UC1);
   for (int i = 0; i < 256; ++i)
     table.at<uint8_t>(i) = cv::saturate_cast<uint8_t>(255 * toneCurve((i + 0.5) / 256));
@@ -125,7 +125,7 @@ Task openCvTable(const Conversion&, const Frame& frame) {
 
 namespace {
 
-// The weights of a filter's taps round their centre.
+// The weights of a filter's taps around the centre.
 cv::Mat kernelOf(uint32_t filter) {
   const std::vector<float> gauss = {1, 2, 1, 2, 4, 2, 1, 2, 1};
   if (filter == kGauss) return cv::Mat(gauss).reshape(1, 3) / kGaussDivisor;
@@ -139,8 +139,8 @@ cv::Mat kernelOf(uint32_t filter) {
 
 Task openCvFilter(const Conversion& c, const Frame& frame) {
   const Layout layout = imageLayout(c);
-  const bool words = layout.sampleBytes == 2;
-  const int type = CV_MAKETYPE(words ? CV_16U : CV_8U, static_cast<int>(layout.channels));
+  const bool is16Bit = layout.sampleBytes == 2;
+  const int type = CV_MAKETYPE(is16Bit ? CV_16U : CV_8U, static_cast<int>(layout.channels));
   const auto samples = makeImage(c, frame);
   const cv::Mat image(sizeOf(frame), type, samples.get()), result(image.size(), type);
   const cv::Mat kernel = kernelOf(c.nAlgorithm);
@@ -151,7 +151,7 @@ Task openCvFilter(const Conversion& c, const Frame& frame) {
       cv::filter2D(image, result, -1, kernel);
   };
   Task made = task(run, result, layout);
-  if (words) made.picture.bits = c.wordBits;
+  if (is16Bit) made.picture.bits = c.significantBits;
   return made;
 }
 

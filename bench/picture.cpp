@@ -9,7 +9,7 @@ namespace vistrel::core::bench {
 namespace {
 
 constexpr unsigned kTiles = 8;
-constexpr unsigned kMargin = 3;  // left out: peers differ there, or leave that much black
+constexpr unsigned kMargin = 3;  // ignored: peers differ there or leave it black
 using Means = std::vector<std::array<double, 3>>;
 
 template <class T>

@@ -1,4 +1,4 @@
-// A finished picture in either side's layout, and whether two of them show the same.
+// A finished picture in either side's layout, and the comparison of two pictures.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@ namespace vistrel::core::bench {
 struct Layout {
   unsigned channels;
   unsigned sampleBytes;         // 1 or 2
-  std::array<unsigned, 3> rgb;  // where red, green and blue stand in a pixel
+  std::array<unsigned, 3> rgb;  // index of red, green and blue in a pixel
 };
 
 constexpr Layout kMono8{1, 1, {0, 0, 0}}, kMono16{1, 2, {0, 0, 0}};
@@ -24,8 +24,8 @@ struct Picture {
   unsigned bits;  // full scale of a sample
 };
 
-// The largest difference, in codes of 8 bits, between a's and gain times b's mean of a channel
-// over one of 8 x 8 tiles.
+// Compares the means of each channel over 8 x 8 tiles: the largest difference between a's means and
+// b's means times gain, in 8-bit codes.
 double largestDifference(const Picture& a, const Picture& b, double gain);
 
 }  // namespace vistrel::core::bench

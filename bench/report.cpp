@@ -52,22 +52,22 @@ void Report::add(const std::string& floor, const FrameSize& size, const Timing& 
 }
 
 void Report::beginLevel(Level level) {
-  line("\n{:<22} {:<6} {:>7} {:>7}  {:<23} {:>7} {:>7}  {:>6} {:>6}  {:>5} {:>5}", nameOf(level),
-       "frame", "min", "med", "peer", "min", "med", "ratio", "(med)", "least", "goal");
+  line("\n{:<22} {:<6} {:>7} {:>7}  {:<23} {:>7} {:>7}  {:>6} {:>6}  {:>8} {:>5}", nameOf(level),
+       "frame", "min", "med", "peer", "min", "med", "ratio", "(med)", "required", "goal");
 }
 
 void Report::add(const Result& r) {
   const std::string name = r.row.ours.name();
   const Target& target = r.row.target;
   const double goal = target.goalAt(r.level);
-  const std::string targets = r.hasTarget() ? fmt::format("{:5.2f} {:5.2f}", target.least, goal)
-                                            : fmt::format("{:>5} {:>5}", "-", "-");
+  const std::string targets = r.hasTarget() ? fmt::format("{:8.2f} {:5.2f}", target.required, goal)
+                                            : fmt::format("{:>8} {:>5}", "-", "-");
   line("{:<22} {:<6} {:7.3f} {:7.3f}  {:<23} {:7.3f} {:7.3f}  {:6.2f} {:6.2f}  {}  {}", name,
        r.size.name, r.ours.minimum, r.ours.median, r.row.peer.name, r.peer.minimum, r.peer.median,
        r.ratio(), r.medianRatio(), targets, r.mark());
   const std::string_view mark = r.mark();
   met_ += mark == "met";
-  leastOnly_ += mark == "least only";
+  acceptable_ += mark == "acceptable";
   missed_ += mark == "MISSED";
   nlohmann::ordered_json entry{{"name", name},
                                {"frame", r.size.name},
@@ -77,14 +77,14 @@ void Report::add(const Result& r) {
                                {"peer", asJson(r.peer)},
                                {"ratio", {{"minimum", r.ratio()}, {"median", r.medianRatio()}}}};
   if (r.hasTarget()) {
-    entry["least"] = target.least;
+    entry["required"] = target.required;
     entry["goal"] = goal;
     entry["mark"] = r.mark();
   }
   json_["rows"].push_back(entry);
 }
 
-void Report::end() { line("\n{} met, {} least only, {} missed", met_, leastOnly_, missed_); }
+void Report::end() { line("\n{} met, {} acceptable, {} missed", met_, acceptable_, missed_); }
 
 void Report::write(const std::string& jsonFile) const {
   std::ofstream file(jsonFile);

@@ -1,4 +1,4 @@
-// The results as a table on the screen and as JSON.
+// Prints the results as a table and writes them as JSON.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -20,7 +20,7 @@ class Report {
 
  private:
   nlohmann::ordered_json json_;
-  int met_ = 0, leastOnly_ = 0, missed_ = 0;
+  int met_ = 0, acceptable_ = 0, missed_ = 0;
 };
 
 }  // namespace vistrel::core::bench

@@ -14,7 +14,7 @@ constexpr Conversion bilinear(unsigned depth, uint32_t nFormat, unsigned factor 
   return {"bilinear", DM_BILINEAR, depth, nFormat, factor, kTopWindow};
 }
 
-// Ten-bit words: more would be clamped.
+// 10-bit samples: higher values would be clamped.
 constexpr Conversion colour(const char* name, uint32_t nAlgorithm, unsigned depth) {
   return {name, nAlgorithm, depth, IMG_FMT_BGR24, 1, kTopWindow, 10};
 }

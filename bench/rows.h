@@ -1,4 +1,4 @@
-// The table: what is converted, against whom, and how much faster it has to be.
+// The table of comparisons: the conversion, the peer, and how much faster ours has to be.
 #pragma once
 
 #include <vector>
@@ -8,10 +8,10 @@
 
 namespace vistrel::core::bench {
 
-// Ratios, peer's time / our time; stated for AVX2 and up.
+// Ratios of the peer's time to ours; stated for AVX2 and above.
 struct Target {
-  double least, goal;
-  double goalAvx512;  // 0: the same as goal
+  double required, goal;
+  double goalAvx512;  // 0: same as goal
 
   double goalAt(Level level) const {
     return level == Level::avx512 && goalAvx512 > 0 ? goalAvx512 : goal;

@@ -8,19 +8,19 @@ extern "C" {
 
 namespace vistrel::core::bench {
 
-// It takes a word's 16 bits for its full scale: the source is moved up to it once.
+// It uses 16 bits as full scale: the source is scaled up to that once.
 Task swscaleBilinear(const Conversion&, const Frame& frame) {
   const FrameSize size = frame.size;
   const int width = static_cast<int>(size.width), height = static_cast<int>(size.height);
   const auto source = allocate<uint16_t>(size.pixels());
   for (size_t i = 0; i < size.pixels(); ++i)
-    source[i] = static_cast<uint16_t>(frame.words[i] << (16 - frame.wordBits));
+    source[i] = static_cast<uint16_t>(frame.samples16[i] << (16 - frame.significantBits));
   const auto result = allocate<uint8_t>(3 * size.pixels());
   const std::shared_ptr<SwsContext> context(
       sws_getContext(width, height, AV_PIX_FMT_BAYER_RGGB16LE, width, height, AV_PIX_FMT_RGB24,
                      SWS_BILINEAR, nullptr, nullptr, nullptr),
       sws_freeContext);
-  if (!context) throw std::runtime_error("libswscale has no way from bayer_rggb16le to rgb24");
+  if (!context) throw std::runtime_error("libswscale can't convert bayer_rggb16le to rgb24");
   const auto run = [=] {
     const auto* from = reinterpret_cast<const uint8_t*>(source.get());
     uint8_t* to = result.get();

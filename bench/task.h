@@ -1,4 +1,4 @@
-// One conversion of a frame, ready to be run again and again.
+// One conversion of a frame that can be run repeatedly.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,7 @@ namespace vistrel::core::bench {
 
 struct Task {
   std::function<void()> run;
-  Picture picture;  // what run() leaves behind
+  Picture picture;  // the result of run()
 };
 
 struct Conversion {
@@ -20,7 +20,7 @@ struct Conversion {
   uint32_t nFormat;
   unsigned factor;  // binning of either axis
   uint32_t nLutMode;
-  unsigned wordBits = 12;  // significant bits of a source word
+  unsigned significantBits = 12;  // of a 16-bit source sample
 
   std::string name() const;  // e.g. bilinear8/BGR24/2x2
 };
@@ -30,14 +30,14 @@ struct Peer {
   Task (*make)(const Conversion&, const Frame&);
 };
 
-// The conversion by our own library, through its public entries.
+// The conversion by our library, through its public entries.
 Task makeOurs(const Conversion& conversion, const Frame& frame);
-// With the packed operations off.
+// The same with packed operations disabled.
 Task makeWithoutPacked(const Conversion& conversion, const Frame& frame);
-// By the function that no algorithm's code leads to; without binning.
+// The conversion by a function that has no algorithm code; without binning.
 Task makeAhd(const Conversion& conversion, const Frame& frame);
 
-// The response of the table rows, 0..1 to 0..1, on both sides.
+// The tone curve of the table rows on both sides: 0..1 to 0..1.
 double toneCurve(double light);
 
 }  // namespace vistrel::core::bench

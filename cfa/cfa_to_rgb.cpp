@@ -1,4 +1,4 @@
-#include "cfa/near_rows.h"
+#include "cfa/near/near.h"
 #include "cfa/variants.h"
 
 namespace vistrel::core {
@@ -12,11 +12,9 @@ int32_t ippiCFAToRGB(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t src
   const CfaRect roi = clipped(srcRoi, srcSize);
   if (roi.width < 1 || roi.height < 1) return CFA_OK;
   const CfaFrame<T> frame{pSrc, srcStep >> (sizeof(T) - 1), srcSize, grid};
-  NearRows<T> rows(frame, roi, levelOfIndex(variant));
-  if (!rows) return CFA_OK;
-  RowCopies<T> none;
-  for (int y = 0; y < roi.height; ++y)
-    rows.row(y, pDst + y * ptrdiff_t{dstStep >> (sizeof(T) - 1)}, none);
+  PlainImage<T> image(pDst, dstStep >> (sizeof(T) - 1));
+  NearRegion<T> region(frame, roi, levelOfIndex(variant));
+  if (region) region.makeInto(image);
   return CFA_OK;
 }
 

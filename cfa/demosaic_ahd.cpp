@@ -1,4 +1,4 @@
-#include "cfa/ahd.h"
+#include "cfa/ahd/ahd.h"
 #include "cfa/variants.h"
 
 namespace vistrel::core {
@@ -19,11 +19,9 @@ int32_t ownAHD(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, 
   const CfaRect roi = clipped(srcRoi, srcSize);
   if (roi.width < 1 || roi.height < 1) return CFA_OK;
   const CfaFrame<T> frame{pSrc, srcStep >> (sizeof(T) - 1), srcSize, grid};
-  AhdRegion<T> rows(frame, roi, 0, levelOfIndex(variant));
-  if (!rows) return CFA_OK;
-  RowCopies<T> none;
-  for (int y = 0; y < roi.height; ++y)
-    rows.row(y, pDst + y * ptrdiff_t{dstStep / int32_t{sizeof(T)}}, none);
+  PlainImage<T> image(pDst, dstStep / int32_t{sizeof(T)});
+  AhdRegion<T> region(frame, roi, 0, levelOfIndex(variant));
+  if (region) region.makeInto(image);
   return CFA_OK;
 }
 

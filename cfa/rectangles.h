@@ -2,8 +2,8 @@
 // neighbours, in bytes of the others. Where memory is not to be had, nothing is written.
 #pragma once
 
-#include "cfa/ahd_rows.h"
-#include "cfa/near_rows.h"
+#include "cfa/ahd/ahd.h"
+#include "cfa/near/near.h"
 #include "cfa/variants.h"
 
 namespace vistrel::core {
@@ -14,23 +14,18 @@ template <class T, int grid>
 void owncnBayerRect(const T* pSrc, int srcStep, int width, int height, T* pDst, int dstStep) {
   const CfaFrame<T> frame{
       pSrc - 2 * ptrdiff_t{srcStep} - 2, srcStep, {width + 4, height + 4}, grid};
-  NearRows<T> rows(frame, {2, 2, width, height});
-  if (!rows) return;
-  RowCopies<T> none;
-  for (int y = 0; y < height; ++y) rows.row(y, pDst + y * ptrdiff_t{dstStep}, none);
+  PlainImage<T> image(pDst, dstStep);
+  NearRegion<T> region(frame, {2, 2, width, height});
+  if (region) region.makeInto(image);
 }
 
 // A rectangle by homogeneity: its running choice begins anew in every row.
 template <class T>
 void ahdRectangle(const CfaFrame<T>& frame, CfaRect rect, T* pDst, ptrdiff_t dstStep, Level level) {
-  AhdRows<T> rows(frame, rect, 0, level);
-  if (!rows) return;
-  RowCopies<T> none;
-  for (int y = 0; y < rect.height; ++y) {
-    rows.goTo(rect.y + y);
-    rows.beginAt(rect.x);
-    rows.store(rect.x, rect.x + rect.width, pDst + y * dstStep, none);
-  }
+  PlainImage<T> image(pDst, dstStep);
+  AhdStrip<T> strip(frame, rect.x, rect.width, 0, level);
+  if (!strip) return;
+  strip.makeInto(image, rect, [&](int, const AhdChoice<T>& choice) { choice.restartAt(rect.x); });
 }
 
 // The frame that has the colours of `phase` at a rectangle's upper left pixels: 0 RG GB, 1 GB RG,
@@ -63,7 +58,7 @@ void localAHDOfPhase(const T* pSrc, int srcStep, CfaRect rect, T* pDst, int dstS
 template <class T>
 void localIntAHD(const T* pSrc, int srcStep, CfaRect rect, T* pDst, int dstStep, T* pTmp,
                  int tmpStep) {
-  constexpr int kMargin = AhdRows<T>::kReach;
+  constexpr int kMargin = kAhdReach;
   localAHDOfPhase<T, 0>(pSrc, srcStep, rect, pDst, dstStep, pTmp, tmpStep,
                         rect.x + rect.width + kMargin - 1, rect.y + rect.height + kMargin - 1);
 }

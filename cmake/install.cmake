@@ -5,8 +5,16 @@ include(CMakePackageConfigHelpers)
 set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h)
 set(VISTREL_CXX_HEADERS solvers.h tone_curves.h image_functions.h platform.h vistrel.hpp)
 
+set(libraries Vistrel)
+set(other_headers "")
+if(VISTREL_HOST)
+  list(APPEND libraries vistrelhost)
+else()
+  set(other_headers PATTERN vistrel_host.h EXCLUDE PATTERN vistrel.hpp EXCLUDE)
+endif()
+
 file(RELATIVE_PATH VISTREL_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-foreach(library IN ITEMS Vistrel vistrelhost)
+foreach(library IN LISTS libraries)
   string(TOLOWER ${library} name)
   configure_file(cmake/library.pc.in pkgconfig/${name}.pc @ONLY)
 endforeach()
@@ -14,9 +22,7 @@ configure_package_config_file(cmake/VistrelConfig.cmake.in VistrelConfig.cmake
   INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Vistrel)
 write_basic_package_version_file(VistrelConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 
-target_include_directories(vistrelhost INTERFACE
-  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-install(TARGETS Vistrel vistrelhost EXPORT Vistrel)
+install(TARGETS ${libraries} EXPORT Vistrel)
 if(VISTREL_APPS)
   install(TARGETS vistrel)
   set(manual ${PROJECT_BINARY_DIR}/manual)
@@ -27,7 +33,8 @@ if(VISTREL_APPS)
   install(FILES ${manual}/fish/vistrel.fish
     DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vistrel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vistrel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  ${other_headers})
 install(EXPORT Vistrel NAMESPACE Vistrel:: FILE VistrelTargets.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Vistrel)
 install(FILES ${PROJECT_BINARY_DIR}/VistrelConfig.cmake

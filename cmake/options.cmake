@@ -1,8 +1,12 @@
 # Build options, and the flags that every target of ours carries.
 
-option(VISTREL_APPS "Build the command-line program" ON)
-option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
-option(VISTREL_BENCH "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF)
+# libVistrel alone needs no package. Everything else stands on libvistrelhost, which needs fmt.
+include(CMakeDependentOption)
+option(VISTREL_HOST "Build libvistrelhost" ON)
+cmake_dependent_option(VISTREL_APPS "Build the command-line program" ON VISTREL_HOST OFF)
+cmake_dependent_option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL} VISTREL_HOST OFF)
+cmake_dependent_option(VISTREL_BENCH
+  "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF VISTREL_HOST OFF)
 option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)
 option(VISTREL_WERROR "Treat warnings as errors" OFF)
 set(VISTREL_SANITIZE "" CACHE STRING "Sanitizers for all targets, e.g. address,undefined")

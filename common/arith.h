@@ -1,5 +1,5 @@
-// The odd integer rules, named: shifts count modulo 32, sums and products wrap,
-// a double that does not fit becomes the processor's out-of-range value.
+// Names for unusual integer rules: shift counts are modulo 32, sums and products wrap,
+// and a double out of range becomes the processor's out-of-range value.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Memory that is walked through from end to end.
+// Huge pages for memory that is accessed from end to end.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@
 
 namespace vistrel::core {
 
-// Asks for huge pages where the system has them for the asking: in a buffer larger than the caches,
-// looking up small ones costs a tenth of a conversion's time. Contents stay.
+// Requests huge pages, if the system grants them on request: in a buffer larger than the caches,
+// looking up small pages costs a tenth of a conversion's time. The contents stay.
 inline void adviseHugePages(void* memory, size_t bytes) {
 #if defined(__linux__)
   constexpr uintptr_t kHugePage = uintptr_t{2} << 20;

@@ -1,4 +1,4 @@
-// The machine behind the probes.
+// The processor that the probes read.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ class Processor {
   ~Processor() = default;
 };
 
-// The machine that is asked. Tests put others in its place.
+// The processor in use. Tests replace it.
 extern const Processor* g_processor;
 
 }  // namespace vistrel::core

@@ -1,6 +1,6 @@
-// Instruction-set levels: which body of a vectorised loop runs. The published index names the level
-// that was chosen at start-up; its highest value takes the widest body that processor and operating
-// system support.
+// Instruction-set levels: they decide which body of a vectorised loop runs. The public jump index
+// holds the level chosen at start-up; its highest value stands for the widest body that processor
+// and operating system support.
 #pragma once
 
 #include <algorithm>
@@ -10,13 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/arch.h"
 #include "vistrel/processor.h"
-
-#if defined(__x86_64__) || defined(__i386__)
-#define VISTREL_X86 1
-#else
-#define VISTREL_X86 0
-#endif
 
 namespace vistrel::core {
 
@@ -72,8 +67,8 @@ constexpr Level enabledLevel([[maybe_unused]] uint64_t featureMask) {
   return static_cast<Level>(kLevels - 1);
 }
 
-// The body of the highest index is the lesser of the two. Tests lower the first to reach every
-// body; the second follows the enabled features.
+// The highest index runs the lower of these two levels. Tests lower the first one to reach every
+// body; the second one follows the enabled features.
 inline Level g_topLevel = widestLevel();
 inline Level g_enabledLevel = enabledLevel(0);
 
@@ -87,7 +82,7 @@ inline Level levelOfIndex([[maybe_unused]] uint32_t jumpIndex) {
 #endif
 }
 
-// The lowest index that reaches the level; for the base level 0, as before any start-up call.
+// The lowest index that reaches the level; 0 for the base level, as before start-up.
 constexpr uint32_t indexOfLevel(Level level) {
   if (level == Level::base) return 0;
   return static_cast<int>(level) == 1 ? 2 : 3;
@@ -95,8 +90,8 @@ constexpr uint32_t indexOfLevel(Level level) {
 
 inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }
 
-// VISTREL_AT_LEVEL(level, name): the address of vistrel::core::LEVEL::name, for a name that a body
-// compiled by each_level.h defines. VISTREL_BY_LEVEL(name): that of the current level.
+// VISTREL_AT_LEVEL(level, name): the address of vistrel::core::LEVEL::name; a body that is compiled
+// for each level defines the name. VISTREL_BY_LEVEL(name): that of the current level.
 #define VISTREL_BODY_OF(level, name) &::vistrel::core::level::name
 #if VISTREL_X86
 #define VISTREL_AT_LEVEL(level, name)                                    \

@@ -1,4 +1,4 @@
-// From detected features to a level, and the words that hold the choice.
+// Chooses a level by the detected features, and holds the choice.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@ extern uint64_t ownFeaturesMask;  // enabled
 extern uint64_t ownFeatures;      // detected, once ownFeaturesAreValid
 extern int32_t ownFeaturesAreValid;
 
-// What a processor needs at least, and what is enabled at that level and below it.
+// The features that a processor must have, and those enabled at that level and below it.
 struct BaseLevel {
   uint64_t required, enabled, enabledBelow;
 };

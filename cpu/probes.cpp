@@ -1,4 +1,4 @@
-// Pure readings of CPUID; leaf 1 unless another one is named.
+// Reads single facts from CPUID; from leaf 1 unless another leaf is named.
 #include <initializer_list>
 
 #include "cpu/cpuid.h"
@@ -15,10 +15,10 @@ constexpr uint32_t kSseAndAvxState = 6;
 
 CpuidRegisters leaf(uint32_t number) { return g_processor->cpuid(number, 0); }
 
-constexpr int32_t bits(uint32_t word, unsigned from, unsigned count) {
-  return static_cast<int32_t>((word >> from) & ((1u << count) - 1));
+constexpr int32_t bits(uint32_t value, unsigned from, unsigned count) {
+  return static_cast<int32_t>((value >> from) & ((1u << count) - 1));
 }
-constexpr int32_t bit(uint32_t word, unsigned number) { return bits(word, number, 1); }
+constexpr int32_t bit(uint32_t value, unsigned number) { return bits(value, number, 1); }
 
 }  // namespace
 
@@ -42,7 +42,7 @@ int32_t ipp_is_htt_extension() {
 
 uint32_t ipp_is_em64t_extension() {
   const uint32_t highest = leaf(kHighestExtendedLeaf).eax;
-  // quirk: highest-leaf-as-flag. Too low a leaf is returned itself, and reads as true.
+  // quirk: highest-leaf-as-flag. If it is too low, it is returned itself and reads as true.
   if (highest < kExtendedFeatures) return highest;
   return static_cast<uint32_t>(bit(leaf(kExtendedFeatures).edx, 29));
 }
@@ -101,12 +101,12 @@ int32_t ownGetCacheSize(const uint32_t* pTable) {
   if ((r.eax & 0xFF) != 1) return -1;
   uint8_t descriptors[16];
   int packed = 0;
-  for (uint32_t word : {r.eax, r.ebx, r.ecx, r.edx}) {
-    if (word == 0 || bit(word, 31)) continue;
+  for (uint32_t value : {r.eax, r.ebx, r.ecx, r.edx}) {
+    if (value == 0 || bit(value, 31)) continue;
     for (unsigned from = 0; from < 32; from += 8)
-      descriptors[packed++] = static_cast<uint8_t>(word >> from);
+      descriptors[packed++] = static_cast<uint8_t>(value >> from);
   }
-  // quirk: first-byte-skipped. It is the count in EAX, unless EAX itself is left out.
+  // quirk: first-byte-skipped. It is the count in EAX, unless EAX itself was skipped.
   for (; pTable[0] != 0; pTable += 2)
     for (int i = 1; i < packed; ++i)
       if (descriptors[i] == pTable[0]) return static_cast<int32_t>(pTable[1]);

@@ -16,7 +16,7 @@ int32_t ownFeaturesAreValid = 0;
 namespace {
 
 struct FeatureBit {
-  uint32_t CpuidRegisters::*word;
+  uint32_t CpuidRegisters::*output;
   unsigned bit;
   uint64_t feature;
 };
@@ -43,12 +43,12 @@ constexpr CodedLevel kCodedLevels[] = {
 };
 constexpr uint32_t kDetect = 0xFFFFFFFF;
 
-// Asks for the system's AVX state and the family's leaf only where leaf 1 gives reason to.
+// Reads the operating system's AVX state and the family's leaf only if leaf 1 calls for it.
 uint64_t detectFeatures() {
   const CpuidRegisters one = g_processor->cpuid(1, 0);
   uint64_t mask = 0;
   for (const FeatureBit& f : kFeatureBits)
-    if (one.*f.word >> f.bit & 1) mask |= f.feature;
+    if (one.*f.output >> f.bit & 1) mask |= f.feature;
   if (ipp_is_avx_extension()) mask |= IPP_CPU_AVX_OS;
   const bool familyB = (one.eax >> 8 & 0xF) == 0xB;
   if (familyB && g_processor->cpuid(kFamilyFeatures, 0).edx & 2) mask |= IPP_CPU_FAMILY_B;
@@ -64,7 +64,7 @@ void enable(uint64_t mask) {
   g_enabledLevel = enabledLevel(mask);
 }
 
-int32_t take(const LevelChoice& choice) {
+int32_t apply(const LevelChoice& choice) {
   enable(choice.enabled);
   ippJumpIndexForMergedLibs = choice.index;
   ippJumpIndexForMergedLibsLP = choice.lp;
@@ -87,7 +87,7 @@ using namespace vistrel::core;
 int32_t ippStaticInit() {
   uint64_t features = 0;
   int32_t status = ippGetCpuFeatures(&features, nullptr);
-  status = take(status == 0 ? chooseLevel(features) : LevelChoice{7, 0, 0, status});
+  status = apply(status == 0 ? chooseLevel(features) : LevelChoice{7, 0, 0, status});
   return ipp_has_cpuid() && ipp_is_GenuineIntel() ? status : kOtherVendor;
 }
 
@@ -96,7 +96,7 @@ int32_t ippInit() { return ippStaticInit(); }
 int32_t ippStaticInitCpu(uint32_t nCode) {
   if (nCode == kDetect) return ippInit();
   for (const CodedLevel& level : kCodedLevels)
-    if (level.code == nCode) return take(level.choice);
+    if (level.code == nCode) return apply(level.choice);
   return isLevelWithoutVariant(nCode) ? kBelowBase : kUnknownCode;
 }
 

@@ -1,4 +1,4 @@
-// The polynomial and the splines through a few points.
+// Fits a polynomial and splines through a few points.
 #include <algorithm>
 
 #include "vistrel/solvers.h"
@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kMaxPoints = 6;
 
-// Factors and solves in place; false where the system is singular or nearly so.
+// Factors and solves in place. Returns false if the system is singular or nearly so.
 bool solve(double* pA, int n, double* pB) {
   int index[kMaxPoints];
   int singular;
@@ -20,7 +20,7 @@ struct Spline {
   int n;  // points
   double h[kMaxPoints - 1];
   double matrix[kMaxPoints * kMaxPoints];
-  double second[kMaxPoints];  // the right side, then the second derivatives
+  double second[kMaxPoints];  // the right-hand side, then the second derivatives
 
   Spline(const double* pX, const double* pY, int points) : n(points), matrix{} {
     for (int k = 0; k < n - 1; ++k) h[k] = pX[k + 1] - pX[k];

@@ -8,7 +8,7 @@ namespace {
 constexpr int kMaxRows = 30;
 constexpr double kSmallestPivot = 1e-5;
 
-// The largest absolute value, or NaN where the row holds one: such a row is not a row of zeros.
+// The largest absolute value, or NaN if the row has one: such a row does not count as zeros.
 double largestOf(const double* row, int n) {
   double largest = 0;
   for (int j = 0; j < n && !std::isnan(largest); ++j) {
@@ -18,15 +18,15 @@ double largestOf(const double* row, int n) {
   return largest;
 }
 
-// a(i, j) less the products a(i, k) * a(k, j), k ascending below the given end, one at a time.
+// Subtracts the products a(i, k) * a(k, j) from a(i, j), one at a time, for k = 0 .. end - 1.
 double reduced(const double* pA, int n, int i, int j, int end) {
   double s = pA[i * n + j];
   for (int k = 0; k < end; ++k) s -= pA[i * n + k] * pA[k * n + j];
   return s;
 }
 
-// Reduces column j from the diagonal down; returns the row of its best scaled pivot, the last
-// among equals, or j where no candidate compares.
+// Reduces column j from the diagonal down. Returns the row of the best scaled pivot, the last one
+// of equals, or j if every candidate is NaN.
 int reduceAndFindPivot(double* pA, int n, int j, const double* scale) {
   double big = 0;
   int imax = j;
@@ -41,7 +41,7 @@ int reduceAndFindPivot(double* pA, int n, int j, const double* scale) {
   return imax;
 }
 
-// The signed determinant of what is left of a 4 by 4 matrix without row i and column j.
+// The signed determinant of a 4 by 4 matrix without its row i and column j.
 double cofactor(const double* m, int i, int j) {
   double s[9];
   double* out = s;

@@ -29,8 +29,8 @@ constexpr Points kCurvePoints[] = {
 };
 constexpr Points kStraightLine = {{0, 20, 40, 60, 80, 100}, {0, 20, 40, 60, 80, 100}};
 
-// A straight piece up to end: ((slope * i) >> halvings) + offset, with end and offset in
-// sixteenths of the table.
+// A straight piece up to `end`: ((slope * i) >> halvings) + offset. End and offset are sixteenths
+// of the table.
 struct Piece {
   int end, slope, halvings, offset;
 };
@@ -49,7 +49,7 @@ std::span<const Piece> piecesOf(int nCurve) {
   }
 }
 
-// Not positive for 31 bits. Held wide, so that multiples of it do not overflow.
+// Not positive for 31 bits. 64 bits wide, so that multiples do not overflow.
 int64_t tableEntries(int nInBits) { return static_cast<int32_t>(shl(1, nInBits)); }
 
 void shiftRight(unsigned short* pLut, int64_t entries, int count) {
@@ -104,7 +104,7 @@ void GeneratePredefinedLut(int nCurve, int nInBits, int nOutBits, unsigned short
   const int shift = wrapSub(nInBits, nOutBits);
   if (nCurve == 6) return splineCurve(kCurvePoints[4], entries, shift, pLut);
   straightPieces(piecesOf(nCurve), entries, pLut);
-  // quirk: eight-bit-tables-unshifted. Whatever nOutBits says.
+  // quirk: eight-bit-tables-unshifted. nOutBits is ignored.
   if (nInBits != 8 && shift > 0) shiftRight(pLut, entries, shift);
 }
 
@@ -114,7 +114,7 @@ int GenerateGammaLut(int nGammaLow, int nGammaHigh, int nRampStart, int nRampEnd
   if (top < 1) return 1;
   const double full = static_cast<double>(top);
   const double low = nGammaLow * 0.1, high = nGammaHigh * 0.1;
-  // quirk: gamma-last-entry. It stays as the caller had it.
+  // quirk: gamma-last-entry. It stays unchanged.
   for (int32_t i = 0; i < top; ++i) {
     double x = i;
     if (i != 0) {

@@ -1,4 +1,4 @@
-#include "cfa/ahd.h"
+#include "cfa/ahd/ahd.h"
 
 #include "demosaic/primitive_call.h"
 
@@ -12,8 +12,8 @@ template <class T>
 void ahd(const Conversion<T>& c) {
   const PrimitiveCall<T> call(c);
   if (call.isRefused(kSmallestSide)) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
-  AhdRegion<T> rows(call.frame, call.roi, static_cast<int>(scaling(c)));
-  if (rows) convertRows(c, call.roi, rows);
+  AhdRegion<T> region(call.frame, call.roi, static_cast<int>(scaling(c)));
+  convertRegion(c, call.roi, region);
 }
 
 VISTREL_DEFINE_DEMOSAIC_IN(compactLayout, demosaicAhdToOutput, ahd)

@@ -4,8 +4,8 @@
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
-#define VISTREL_BODY "demosaic/bilinear_rows.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/bilinear_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 
@@ -14,7 +14,7 @@ namespace {
 template <class T>
 void bilinearInPlace(const Conversion<T>& c) {
   using base::Bilinear;
-  spreadMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  scatterMosaic(c.region, c.sourceStride, c.pSrc, c.work);
   passInPlace(c.region, c.work, [](const InPlacePixel<T>& p) {
     const auto m = p.sensed();
     if (p.isGreen()) {
@@ -30,13 +30,13 @@ void bilinearInPlace(const Conversion<T>& c) {
 
 template <class T>
 void bilinear(const Conversion<T>& c) {
-  if (isThin(c.region)) return bilinearInPlace(c);
-  const auto& rows = *VISTREL_BY_LEVEL(kBilinearRows<T>);
-  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 3);
+  if (isDegenerate(c.region)) return bilinearInPlace(c);
+  const auto& rows = *VISTREL_BY_LEVEL(kBilinearKernels<T>);
+  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 3);
   if (!mosaic) return;
-  sweepGuarded(c, mosaic, 1, [&](int y, T* pixels, RowCopies<T>& copies) {
+  sweepGuarded(c, mosaic, 1, [&](int y, RowSink<T>& sink) {
     rows.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](mosaic.template window<1>(y),
-                                                       mosaic.columns(), pixels, copies);
+                                                       mosaic.columns(), sink);
   });
 }
 

@@ -3,11 +3,11 @@
 #include "common/simd/simd.h"
 #include "cpu/level.h"
 #include "demosaic/conversion.h"
-#include "demosaic/hue_rows.h"
+#include "demosaic/hue_ring.h"
 #include "demosaic/in_place.h"
 
-#define VISTREL_BODY "demosaic/cok.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/cok_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 
@@ -20,7 +20,7 @@ T stored(double v) {
 
 template <class T>
 void cokInPlace(const Conversion<T>& c) {
-  spreadMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  scatterMosaic(c.region, c.sourceStride, c.pSrc, c.work);
   passInPlace(c.region, c.work, [](const InPlacePixel<T>& p) {
     if (!p.isGreen()) p.samples[kGreen] = static_cast<T>(base::Cok::green(p.sensed()));
   });
@@ -43,16 +43,16 @@ void cokInPlace(const Conversion<T>& c) {
 
 template <class T>
 void cok(const Conversion<T>& c) {
-  if (isThin(c.region)) return cokInPlace(c);
+  if (isDegenerate(c.region)) return cokInPlace(c);
   const CokKernels<T>& kernels = *VISTREL_BY_LEVEL(kCok<T>);
-  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 3);
-  const HueRows<T> rows(mosaic);
+  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 3);
+  const HueRing<T> rows(mosaic);
   if (!mosaic || !rows) return;
   sweepGuarded(
       c, mosaic, 1,
-      [&](int y, T* pixels, RowCopies<T>& copies) {
-        kernels.pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
-            rows.around(y), mosaic.columns(), pixels, copies);
+      [&](int y, RowSink<T>& sink) {
+        kernels.pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](rows.around(y),
+                                                                     mosaic.columns(), sink);
       },
       stage(1, [&](int y) {
         const unsigned parity = 1 - mosaic.greenParity(y);

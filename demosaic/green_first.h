@@ -2,8 +2,6 @@
 // by it.
 #pragma once
 
-#include <climits>
-
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
@@ -21,23 +19,22 @@ struct GreenFirstPasses {
   // Green of the n red or blue sites of a row, by the column parity of these
   // sites.
   void (*green[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, T* green);
-  PixelRows<T, GreenFirstRows<T>> pixels;
+  PixelKernels<T, GreenFirstRows<T>> pixels;
 };
 
-// What each level compiles of such an algorithm: passes for any samples, and
-// faster ones for words of twelve bits.
+// What each level compiles of such an algorithm: passes for any samples, and faster ones for
+// samples of twelve bits at most.
 template <class T>
 struct GreenFirstKernels {
-  bool (*isTwelveBits)(const T* half, size_t n);
-  GreenFirstPasses<T> passes[2];
+  GreenFirstPasses<T> anyBits, twelveBits;
 };
 
 // Finished green, a few rows at a time: computed at red and blue sites, the
 // mosaic's elsewhere. Beyond the region it is zero where the mosaic has none.
 template <class T>
-class GreenRows {
+class GreenRing {
  public:
-  GreenRows(const MosaicRows<T>& mosaic, unsigned rows)
+  GreenRing(const MosaicRing<T>& mosaic, unsigned rows)
       : mosaic_(mosaic), rows_(rows), ring_(rows + 1, 1, mosaic.columns()) {
     if (ring_) std::fill_n(ring_.half(rows, 0) - 1, mosaic.columns() / 2 + 3, T{0});
   }
@@ -63,36 +60,30 @@ class GreenRows {
   }
 
  private:
-  const MosaicRows<T>& mosaic_;
+  const MosaicRing<T>& mosaic_;
   unsigned rows_;
   HalfRowRing<T> ring_;  // the last row stays zero
 };
 
 template <class T>
 void sweepGreenFirst(const Conversion<T>& c, const GreenFirstKernels<T>& kernels) {
-  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 6);
-  const GreenRows<T> green(mosaic, 3);
+  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 6);
+  const GreenRing<T> green(mosaic, 3);
   if (!mosaic || !green) return;
-  int lastWide = INT_MIN;  // the last row that has a sample of more than twelve bits
-  const auto passes = [&](int y, int reach) -> const GreenFirstPasses<T>& {
-    return kernels.passes[lastWide < y - reach];
+  // Smoothing reaches one row further than the window.
+  const auto passes = [&](int y) -> const GreenFirstPasses<T>& {
+    return mosaic.isTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
   };
   sweepGuarded(
       c, mosaic, 1,
-      [&](int y, T* pixels, RowCopies<T>& copies) {
-        passes(y, 3).pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
-            {mosaic.template window<2>(y), green.window(y)}, mosaic.columns(), pixels, copies);
+      [&](int y, RowSink<T>& sink) {
+        passes(y).pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
+            {mosaic.template window<2>(y), green.window(y)}, mosaic.columns(), sink);
       },
-      stage(0,
-            [&](int y) {
-              for (unsigned parity = 0; parity < 2; ++parity)
-                if (!kernels.isTwelveBits(mosaic.half(y, parity), mosaic.halfSize(parity)))
-                  lastWide = y;
-            }),
       stage(2, [&](int y) {
         const unsigned parity = 1 - mosaic.greenParity(y);
-        passes(y, 2).green[parity](mosaic.template window<2>(y), mosaic.halfSize(parity),
-                                   green.computed(y));
+        passes(y).green[parity](mosaic.template window<2>(y), mosaic.halfSize(parity),
+                                green.computed(y));
         green.guard(y);
       }));
 }
@@ -100,7 +91,7 @@ void sweepGreenFirst(const Conversion<T>& c, const GreenFirstKernels<T>& kernels
 // Formulas: of one level, as they are applied to samples one by one.
 template <class Formulas, class T>
 void greenFirstInPlace(const Conversion<T>& c) {
-  spreadMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  scatterMosaic(c.region, c.sourceStride, c.pSrc, c.work);
   passInPlace(c.region, c.work, [](const InPlacePixel<T>& p) {
     if (!p.isGreen()) p.samples[kGreen] = static_cast<T>(Formulas::green(p.sensed()));
   });

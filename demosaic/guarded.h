@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "common/rows/pixel_row.h"
+#include "common/rows/pixel_kernels.h"
 #include "common/rows/sweep.h"
-#include "demosaic/finished_rows.h"
-#include "demosaic/mosaic_rows.h"
+#include "demosaic/mosaic_ring.h"
+#include "demosaic/work_image.h"
 
 namespace vistrel::core {
 
@@ -15,7 +15,7 @@ namespace vistrel::core {
 template <class T>
 class GuardWriter {
  public:
-  GuardWriter(const Conversion<T>& c, const MosaicRows<T>& mosaic) : c_(c), mosaic_(mosaic) {}
+  GuardWriter(const Conversion<T>& c, const MosaicRing<T>& mosaic) : c_(c), mosaic_(mosaic) {}
 
   // The guard pixels to the left and right of row y.
   void beside(int y, T* row) const {
@@ -42,32 +42,32 @@ class GuardWriter {
   }
 
   const Conversion<T>& c_;
-  const MosaicRows<T>& mosaic_;
+  const MosaicRing<T>& mosaic_;
 };
 
 // The sweep of an algorithm: stages of its own between smoothing and the last one, which fills the
-// pixels of a row: pixelRow(y, pixels, copies).
+// pixels of a row: pixelRow(y, sink).
 template <class T, class PixelRow, class... OwnStages>
-void sweepGuarded(const Conversion<T>& c, MosaicRows<T>& mosaic, int reachOfLast, PixelRow pixelRow,
+void sweepGuarded(const Conversion<T>& c, MosaicRing<T>& mosaic, int reachOfLast, PixelRow pixelRow,
                   OwnStages... ownStages) {
-  const FinishedRows<T> finished(c);
-  if (!finished) return;
+  WorkImage<T> image(c);
+  if (!image) return;
   const GuardWriter<T> guard(c, mosaic);
-  sweep(mosaic.height(), stage(0, [&](int y) { mosaic.load(y); }),
+  const RowInterval rows{0, mosaic.height()};
+  sweep(rows, rows, stage(0, [&](int y) { mosaic.load(y); }),
         stage(1, [&](int y) { mosaic.smooth(y); }), ownStages..., stage(reachOfLast, [&](int y) {
-          T* const row = finished.row(y);
-          guard.beside(y, row);
+          RowSink<T> sink = image.row(y);
+          guard.beside(y, sink.pixels());
           guard.aboveAndBelow(y);
-          RowCopies<T> copies = finished.copies(y);
-          copies.source = FetchAhead(mosaic.nextSource(), sizeof(T));
-          pixelRow(y, row, copies);
-          finished.finish(y, copies);
+          sink.fetch({mosaic.nextSource(), sizeof(T)});
+          pixelRow(y, sink);
+          image.finish(y, sink);
         }));
-  finished.finishAll();
+  image.finish();
 }
 
 // Wf or Hf of less than 2: the guard has copies of what the work buffer held, so that the work is
 // done in it, pass after pass.
-inline bool isThin(const Region& region) { return region.Wf < 2 || region.Hf < 2; }
+inline bool isDegenerate(const Region& region) { return region.Wf < 2 || region.Hf < 2; }
 
 }  // namespace vistrel::core

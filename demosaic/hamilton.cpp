@@ -4,8 +4,8 @@
 #include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
-#define VISTREL_BODY "demosaic/hamilton.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/hamilton_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 
@@ -13,7 +13,7 @@ namespace {
 
 template <class T>
 void hamilton(const Conversion<T>& c) {
-  if (isThin(c.region)) return greenFirstInPlace<base::Hamilton<T>>(c);
+  if (isDegenerate(c.region)) return greenFirstInPlace<base::Hamilton<T>>(c);
   sweepGreenFirst(c, *VISTREL_BY_LEVEL(kHamilton<T>));
 }
 

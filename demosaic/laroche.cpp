@@ -4,8 +4,8 @@
 #include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
-#define VISTREL_BODY "demosaic/laroche.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/laroche_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 
@@ -13,7 +13,7 @@ namespace {
 
 template <class T>
 void laroche(const Conversion<T>& c) {
-  if (isThin(c.region)) return greenFirstInPlace<base::Laroche<T>>(c);
+  if (isDegenerate(c.region)) return greenFirstInPlace<base::Laroche<T>>(c);
   sweepGreenFirst(c, *VISTREL_BY_LEVEL(kLaroche<T>));
 }
 

@@ -1,4 +1,4 @@
-#include "cfa/near_rows.h"
+#include "cfa/near/near.h"
 #include "demosaic/primitive_call.h"
 
 namespace vistrel::core {
@@ -13,8 +13,8 @@ void nearNeighbor(const Conversion<T>& c) {
   PrimitiveCall<T> call(c);
   if (call.isRefused(kSmallestSide)) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
   call.frame.rounding = Rounding(scaling(c));
-  NearRows<T> rows(call.frame, call.roi);
-  if (rows) convertRows(c, call.roi, rows);
+  NearRegion<T> region(call.frame, call.roi);
+  convertRegion(c, call.roi, region);
 }
 
 }  // namespace
@@ -22,8 +22,3 @@ void nearNeighbor(const Conversion<T>& c) {
 VISTREL_DEFINE_DEMOSAIC_IN(compactLayout, ImageColorNearNeighbor, nearNeighbor)
 
 }  // namespace vistrel::core
-
-unsigned VST2IPPBayerOffset(unsigned nBayer) {
-  constexpr unsigned grids[] = {CFA_GRID_GBRG, CFA_GRID_RGGB, CFA_GRID_BGGR, CFA_GRID_GRBG};
-  return nBayer < 4 ? grids[nBayer] : grids[0];
-}

@@ -7,8 +7,8 @@
 #include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
-#define VISTREL_BODY "demosaic/pixel_grouping.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/pixel_grouping_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 
@@ -45,7 +45,7 @@ void redAndBlueOf(const InPlacePixel<T>& p, T* pFirst, T* pSecond) {
 
 template <class T>
 void pixelGrouping(const Conversion<T>& c) {
-  if (isThin(c.region)) return greenFirstInPlace<PixelGrouping<T>>(c);
+  if (isDegenerate(c.region)) return greenFirstInPlace<PixelGrouping<T>>(c);
   sweepGreenFirst(c, *VISTREL_BY_LEVEL(kPixelGrouping<T>));
 }
 

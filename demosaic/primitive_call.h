@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cfa/frame.h"
-#include "demosaic/finished_rows.h"
+#include "demosaic/work_image.h"
 #include "vistrel/image_functions.h"
 
 namespace vistrel::core {
@@ -34,23 +34,19 @@ struct PrimitiveCall {
   }
 };
 
-// Rows: has row(y, pixels, copies), in ascending order. The output can follow them where they are
-// the whole image.
-template <class T, class Rows>
-void convertRows(const Conversion<T>& c, CfaRect roi, Rows& rows) {
+// Region: has makeInto(image). The output can follow its rows where they are the whole image.
+template <class T, class Region>
+void convertRegion(const Conversion<T>& c, CfaRect roi, Region& region) {
+  if (!region) return;
   if (roi.width != int(c.region.Wf) || roi.height != int(c.region.Hf)) {
-    RowCopies<T> none;
-    for (int y = 0; y < roi.height; ++y) rows.row(y, c.imageRow(y), none);
+    PlainImage<T> image(c.imageRow(0), static_cast<ptrdiff_t>(c.layout.S));
+    region.makeInto(image);
     return c.output.convert(c.work, c.pDst, c.nRoiHeight);
   }
-  const FinishedRows<T> finished(c);
-  if (!finished) return;
-  for (int y = 0; y < roi.height; ++y) {
-    RowCopies<T> copies = finished.copies(y);
-    rows.row(y, finished.row(y), copies);
-    finished.finish(y, copies);
-  }
-  finished.finishAll();
+  WorkImage<T> image(c);
+  if (!image) return;
+  region.makeInto(image);
+  image.finish();
 }
 
 }  // namespace vistrel::core

@@ -9,19 +9,8 @@
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
-namespace vistrel::core {
-
-// What each level compiles.
-template <class T>
-struct VariableGradientsKernels {
-  bool (*isTwelveBits)(const T* half, size_t n);
-  PixelRows<T, HalfRowWindow<T, 2>> ofTwelveBits, ofAll;
-};
-
-}  // namespace vistrel::core
-
-#define VISTREL_BODY "demosaic/variable_gradients_rows.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "demosaic/variable_gradients_rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 
@@ -45,7 +34,7 @@ void fillAtColour(const InPlacePixel<T>& p) {
 
 template <class T>
 void variableGradientsInPlace(const Conversion<T>& c) {
-  spreadMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  scatterMosaic(c.region, c.sourceStride, c.pSrc, c.work);
   passInPlace(c.region, c.work,
               [](const InPlacePixel<T>& p) { p.isGreen() ? fillAtGreen(p) : fillAtColour(p); });
   c.output.convert(c.work, c.pDst, c.nRoiHeight);
@@ -53,20 +42,14 @@ void variableGradientsInPlace(const Conversion<T>& c) {
 
 template <class T>
 void variableGradients(const Conversion<T>& c) {
-  if (isThin(c.region)) return variableGradientsInPlace(c);
+  if (isDegenerate(c.region)) return variableGradientsInPlace(c);
   const auto& kernels = *VISTREL_BY_LEVEL(kVariableGradients<T>);
-  MosaicRows<T> mosaic(c.region, c.pSrc, c.sourceStride, 5);
+  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 5);
   if (!mosaic) return;
-  const auto isTwelveBits = [&](int y) {
-    for (int j = y - 2; j <= y + 2; ++j)
-      for (unsigned parity = 0; parity < 2; ++parity)
-        if (!kernels.isTwelveBits(mosaic.half(j, parity), mosaic.halfSize(parity))) return false;
-    return true;
-  };
-  sweepGuarded(c, mosaic, 2, [&](int y, T* pixels, RowCopies<T>& copies) {
+  sweepGuarded(c, mosaic, 2, [&](int y, RowSink<T>& sink) {
     const auto window = mosaic.template window<2>(y);
-    const auto& rows = isTwelveBits(y) ? kernels.ofTwelveBits : kernels.ofAll;
-    rows.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](window, mosaic.columns(), pixels, copies);
+    const auto& rows = mosaic.isTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
+    rows.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](window, mosaic.columns(), sink);
   });
 }
 

@@ -15,8 +15,8 @@ T smoothed(const T* s, size_t stride) {
 }
 
 template <class T>
-void spreadPixel(const Region& region, size_t stride, const T* s, uint32_t i, uint32_t j,
-                 T* pixel) {
+void scatterPixel(const Region& region, size_t stride, const T* s, uint32_t i, uint32_t j,
+                  T* pixel) {
   const Site site = siteAt((region.r0 + j) & 1, (region.c0 + i) & 1);
   const bool interior = j > 0 && j + 1 < region.Hf && i > 0 && i + 1 < region.Wf;
   std::fill_n(pixel, 3, T{0});
@@ -26,14 +26,14 @@ void spreadPixel(const Region& region, size_t stride, const T* s, uint32_t i, ui
 }  // namespace
 
 template <class T>
-void spreadMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* pWork) {
+void scatterMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* pWork) {
   const WorkLayout layout = guardedLayout(region);
   const size_t side = layout.side;
   const size_t end = size_t{3} * region.Wf;
   for (uint32_t j = 0; j < region.Hf; ++j)
     for (uint32_t i = 0; i < region.Wf; ++i)
-      spreadPixel(region, sourceStride, pSrc + j * sourceStride + region.x0 + i, i, j,
-                  pWork + layout.row(j) + 3 * i);
+      scatterPixel(region, sourceStride, pSrc + j * sourceStride + region.x0 + i, i, j,
+                   pWork + layout.row(j) + 3 * i);
   for (uint32_t j = 0; j < region.Hf; ++j) {
     T* image = pWork + layout.row(j);
     std::copy_n(image, side, image - side);
@@ -46,21 +46,21 @@ void spreadMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* p
   std::copy_n(pWork + layout.row(Hf - 2) - side, kGuard * layout.S, pWork + layout.row(Hf) - side);
 }
 
-template void spreadMosaic(const Region&, size_t, const uint8_t*, uint8_t*);
-template void spreadMosaic(const Region&, size_t, const uint16_t*, uint16_t*);
+template void scatterMosaic(const Region&, size_t, const uint8_t*, uint8_t*);
+template void scatterMosaic(const Region&, size_t, const uint16_t*, uint16_t*);
 
 void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
                       uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
                       uint8_t* pWork) {
   const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
-  spreadMosaic(region, nImgWidth, pSrc, pWork);
+  scatterMosaic(region, nImgWidth, pSrc, pWork);
 }
 
 void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
                       uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc,
                       uint16_t* pWork) {
   const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
-  spreadMosaic(region, nImgWidth, pSrc, pWork);
+  scatterMosaic(region, nImgWidth, pSrc, pWork);
 }
 
 }  // namespace vistrel::core

@@ -10,49 +10,54 @@ namespace vistrel::core {
 
 namespace {
 
-using Demosaic8 = void(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
-                       uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
-                       uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst);
-using Demosaic16 = void(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
-                        uint32_t nBinning, uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX,
-                        uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
-                        const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits);
+using Demosaic8 = void(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,
+                       uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
+                       uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst);
+using Demosaic16 = void(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,
+                        uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX, uint32_t nRoiY,
+                        uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc,
+                        uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits);
 
-// The twins, both in the argument list of the only ones that take a threshold.
+using Threshold8 = void(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
+                        uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
+                        uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
+                        uint8_t* pDst);
+using Threshold16 = void(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
+                         uint32_t nBinning, uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX,
+                         uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
+                         const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits);
+
+// The functions for either depth, as if all of them took a threshold.
 struct Algorithm {
-  Demosaic8* of8 = nullptr;
-  Demosaic16* of16 = nullptr;
-
-  constexpr Algorithm() = default;
-  template <class Twins>
-  constexpr Algorithm(Twins twins) : of8(twins), of16(twins) {}
+  Threshold8* of8;
+  Threshold16* of16;
 };
 
-constexpr Algorithm kNoAlgorithm;
-
-#define VISTREL_WITHOUT_THRESHOLD(name) \
-  [](uint32_t nIndex, uint32_t, auto... others) { name(nIndex, others...); }
+template <Demosaic8* of8, Demosaic16* of16>
+constexpr Algorithm withoutThreshold() {
+  return {[](uint32_t nIndex, uint32_t, auto... others) { of8(nIndex, others...); },
+          [](uint32_t nIndex, uint32_t, auto... others) { of16(nIndex, others...); }};
+}
 
 // By code.
 constexpr Algorithm kAlgorithms[] = {
-    VISTREL_WITHOUT_THRESHOLD(ImageColorBilinear),
-    [](auto... all) { ImageColorDemosaicEx(all...); },
-    VISTREL_WITHOUT_THRESHOLD(ImageColorNearNeighbor),
-    VISTREL_WITHOUT_THRESHOLD(ImageColorGradientLaroche),
-    VISTREL_WITHOUT_THRESHOLD(ImageColorGradientHamilton),
-    VISTREL_WITHOUT_THRESHOLD(ImageColorVariableGradients),
-    VISTREL_WITHOUT_THRESHOLD(ImageColorHueCok),
-    VISTREL_WITHOUT_THRESHOLD(ImageColorHueKimmel),
-    VISTREL_WITHOUT_THRESHOLD(ImageColorPixelGrouping),
+    withoutThreshold<ImageColorBilinear, ImageColorBilinear>(),
+    {ImageColorDemosaicEx, ImageColorDemosaicEx},
+    withoutThreshold<ImageColorNearNeighbor, ImageColorNearNeighbor>(),
+    withoutThreshold<ImageColorGradientLaroche, ImageColorGradientLaroche>(),
+    withoutThreshold<ImageColorGradientHamilton, ImageColorGradientHamilton>(),
+    withoutThreshold<ImageColorVariableGradients, ImageColorVariableGradients>(),
+    withoutThreshold<ImageColorHueCok, ImageColorHueCok>(),
+    withoutThreshold<ImageColorHueKimmel, ImageColorHueKimmel>(),
+    withoutThreshold<ImageColorPixelGrouping, ImageColorPixelGrouping>(),
 };
-
-#undef VISTREL_WITHOUT_THRESHOLD
 
 uint32_t thresholdOf(uint32_t nAlgorithm) { return nAlgorithm >> 8 & 0xFF; }
 
-const Algorithm& algorithmOf(uint32_t nAlgorithm) {
+// Null for an unknown code.
+const Algorithm* algorithmOf(uint32_t nAlgorithm) {
   const uint32_t code = nAlgorithm & 0xFF;
-  return code < std::size(kAlgorithms) ? kAlgorithms[code] : kNoAlgorithm;
+  return code < std::size(kAlgorithms) ? &kAlgorithms[code] : nullptr;
 }
 
 }  // namespace
@@ -75,10 +80,10 @@ uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32
     ConvertToOutputFormat8(pSrc, nRoiWidth, nRoiHeight, destination, nFormat, nBinning, 0);
     return 1;
   }
-  const Algorithm& algorithm = algorithmOf(nAlgorithm);
-  if (!algorithm.of8) return 0;
-  algorithm.of8(ID2Index(nID), thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat, nRoiX,
-                nRoiY, nRoiWidth, nRoiHeight, pSrc, destination);
+  const Algorithm* const algorithm = algorithmOf(nAlgorithm);
+  if (!algorithm) return 0;
+  algorithm->of8(ID2Index(nID), thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat,
+                 nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, destination);
   return 1;
 }
 
@@ -103,10 +108,10 @@ uint32_t ImgConvert16(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint3
                             g_pwUserLUT[nIndex], nBinning, nDstBits, 0);
     return 1;
   }
-  const Algorithm& algorithm = algorithmOf(nAlgorithm);
-  if (!algorithm.of16) return 0;
-  algorithm.of16(nIndex, thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat, nLutMode,
-                 nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, static_cast<uint8_t*>(pDst), nDstBits,
-                 nSrcBits);
+  const Algorithm* const algorithm = algorithmOf(nAlgorithm);
+  if (!algorithm) return 0;
+  algorithm->of16(nIndex, thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat, nLutMode,
+                  nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, static_cast<uint8_t*>(pDst), nDstBits,
+                  nSrcBits);
   return 1;
 }

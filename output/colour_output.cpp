@@ -2,27 +2,28 @@
 
 #include <optional>
 
-#include "output/colour.h"
+#include "vistrel/vistrel.h"
 
 namespace vistrel::core {
 
 namespace {
 
-// How a format of colour images is written; bits of a channel = nDstBits / divisor.
+// How a colour format is written. A channel has nDstBits / divisor bits.
 struct Format {
   Pack pack;
-  bool words;
+  bool is16Bit;
   unsigned divisor;
 };
 
 std::optional<Format> formatOf(uint32_t nFormat) {
   switch (nFormat) {
-    case 2: return Format{Pack::bgr, false, 3};
-    case 3:
-    case 4: return Format{Pack::argb, false, 3};  // quirk: argb-ten-bits. 32 bits make ten each.
-    case 5: return Format{Pack::gray, false, 1};
-    case 6: return Format{Pack::gray, true, 1};
-    case 7: return Format{Pack::bgr, true, 3};
+    case IMG_FMT_BGR24: return Format{Pack::bgr, false, 3};
+    case IMG_FMT_ARGB32:
+    case IMG_FMT_ARGB32_4:
+      return Format{Pack::argb, false, 3};  // quirk: argb-ten-bits. 32 bits give ten per channel.
+    case IMG_FMT_GRAY8: return Format{Pack::gray, false, 1};
+    case IMG_FMT_GRAY16: return Format{Pack::gray, true, 1};
+    case IMG_FMT_BGR48: return Format{Pack::bgr, true, 3};
     default: return std::nullopt;
   }
 }
@@ -30,22 +31,20 @@ std::optional<Format> formatOf(uint32_t nFormat) {
 }  // namespace
 
 ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nBinning, bool guarded)
-    : width_(nRoiWidth), binning_(nBinning + 1) {
-  const uint32_t P = binning_ * nRoiWidth;
-  pixelStride_ = guarded ? P + 4 : P;
-  start_ = guarded ? 6 * P + 24 + 6 : 0;
-}
+    : width_(nRoiWidth), binning_(nBinning + 1),
+      layout_(guarded ? WorkLayout::guarded(binning_ * nRoiWidth)
+                      : WorkLayout::compact(binning_ * nRoiWidth)) {}
 
 size_t ColourOutput::strideOf(Pack pack) const {
-  return pack == Pack::gray ? grayStride(binning_, pixelStride_, width_) : size_t{3} * pixelStride_;
+  return pack == Pack::gray ? grayStride(binning_, layout_.pixelStride(), width_) : layout_.S;
 }
 
 ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nFormat, uint32_t nBinning, bool guarded)
     : ColourOutput(nRoiWidth, nBinning, guarded) {
   const auto format = formatOf(nFormat);
-  if (!format || format->words || nBinning >= kMaxBinning) return;
+  if (!format || format->is16Bit || nBinning >= kMaxBinning) return;
   const size_t stride = strideOf(format->pack);
-  followsRows_ = stride == size_t{3} * pixelStride_;
+  followsRows_ = stride == layout_.S;
   writesEveryByte_ = format->pack != Pack::argb;
   writer_ = RowWriter(format->pack, Depth::from8to8, binning_, stride, width_,
                       reductionOf<uint8_t>(8, 8, 0));
@@ -58,11 +57,11 @@ ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nSrcBits, uint32_t nForm
   const auto format = formatOf(nFormat);
   if (!format || nBinning >= kMaxBinning) return;
   const size_t stride = strideOf(format->pack);
-  followsRows_ = stride == size_t{3} * pixelStride_;
+  followsRows_ = stride == layout_.S;
   writesEveryByte_ = format->pack != Pack::argb;
   const uint32_t nChannelBits = nDstBits / format->divisor;
-  if (format->words) {
-    // quirk: words-have-no-table. Every table mode moves the window one place up instead.
+  if (format->is16Bit) {
+    // quirk: words-have-no-table. Every table mode moves the window up by one bit instead.
     const uint32_t nAdjust = isWindow(nLutMode) ? nLutMode : uint32_t(-1);
     writer_ = RowWriter(format->pack, Depth::from16to16, binning_, stride, width_,
                         reductionOf<uint16_t>(nSrcBits, nChannelBits, nAdjust));
@@ -73,19 +72,6 @@ ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nSrcBits, uint32_t nForm
     Create10To8BitLUT(table_, nLutMode, pUserLut, static_cast<int32_t>(nSrcBits - 10));
     writer_ = RowWriter(format->pack, binning_, stride, width_, table_, nSrcBits - 10);
   }
-}
-
-void ConvertToOutputFormat8(const uint8_t* pImage, uint32_t nRoiWidth, uint32_t nRoiHeight,
-                            uint8_t* pDst, uint32_t nFormat, uint32_t nBinning, int32_t bGuarded) {
-  ColourOutput(nRoiWidth, nFormat, nBinning, bGuarded).convert(pImage, pDst, nRoiHeight);
-}
-
-void ConvertToOutputFormat16(const uint16_t* pImage, uint32_t nRoiWidth, uint32_t nRoiHeight,
-                             uint32_t nSrcBits, void* pDst, uint32_t nFormat, uint32_t nLutMode,
-                             const uint16_t* pUserLut, uint32_t nBinning, uint32_t nDstBits,
-                             int32_t bGuarded) {
-  ColourOutput(nRoiWidth, nSrcBits, nFormat, nLutMode, pUserLut, nBinning, nDstBits, bGuarded)
-      .convert(pImage, pDst, nRoiHeight);
 }
 
 }  // namespace vistrel::core

@@ -1,33 +1,26 @@
 #include "output/mono.h"
 
-#include "output/members.h"
+#include "output/row_writer.h"
+#include "output/table.h"
 
 namespace vistrel::core {
 
-VISTREL_MEMBER(ImageBinning1x1, Pack::mono, 1, nStride)
-VISTREL_MEMBER(ImageBinning2x2, Pack::mono, 2, nStride)
-VISTREL_MEMBER(ImageBinning3x3, Pack::mono, 3, nStride)
-VISTREL_MEMBER(ImageBinning4x4, Pack::mono, 4, nStride)
-VISTREL_INSTANCES(ImageBinning1x1)
-VISTREL_INSTANCES(ImageBinning2x2)
-VISTREL_INSTANCES(ImageBinning3x3)
-VISTREL_INSTANCES(ImageBinning4x4)
-
 namespace {
 
-// The product is formed in 32 bits.
+// The offset is computed in 32 bits.
 template <class T>
 const T* regionStart(const T* pSrc, uint32_t nImgWidth, uint32_t nRoiX, uint32_t nRoiY,
                      uint32_t nBinning) {
   return pSrc + (nBinning + 1) * (nRoiY * nImgWidth + nRoiX);
 }
 
-template <class Source, class Sample>
-void binMono(uint32_t nBinning, Source source, uint32_t nStride, uint32_t nSrcBits, Sample* pDst,
-             uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust) {
-  if (nBinning < kMaxBinning)
-    binImage(Pack::mono, nBinning + 1, source, nStride, nSrcBits, pDst, nWidth, nHeight, nDstBits,
-             nShiftAdjust);
+// An unknown binning leaves pDst unchanged.
+template <class T, class Sample>
+void reduceMono(uint32_t nBinning, const T* source, uint32_t nStride, Reduction reduction,
+                Sample* pDst, uint32_t nWidth, uint32_t nHeight) {
+  if (nBinning >= kMaxBinning) return;
+  RowWriter(Pack::mono, depthOf<T, Sample>(), nBinning + 1, nStride, nWidth, reduction)
+      .rows(source, pDst, nHeight);
 }
 
 }  // namespace
@@ -36,7 +29,7 @@ void Image8BitGrayScale(const uint8_t* pSrc, uint32_t nImgWidth, uint32_t, uint3
                         uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
                         uint32_t nBinning) {
   const uint8_t* p = regionStart(pSrc, nImgWidth, nRoiX, nRoiY, nBinning);
-  binMono(nBinning, p, nImgWidth, 8, pDst, nRoiWidth, nRoiHeight, 8, 0);
+  reduceMono(nBinning, p, nImgWidth, reductionOf<uint8_t>(8, 8, 0), pDst, nRoiWidth, nRoiHeight);
 }
 
 void Image8BitGrayScale(const uint16_t* pSrc, uint32_t nImgWidth, uint32_t, uint32_t nSrcBits,
@@ -45,21 +38,24 @@ void Image8BitGrayScale(const uint16_t* pSrc, uint32_t nImgWidth, uint32_t, uint
                         const uint16_t* pUserLut) {
   const uint16_t* p = regionStart(pSrc, nImgWidth, nRoiX, nRoiY, nBinning);
   if (isWindow(nLutMode))
-    return binMono(nBinning, p, nImgWidth, nSrcBits, pDst, nRoiWidth, nRoiHeight, 8, nLutMode);
+    return reduceMono(nBinning, p, nImgWidth, reductionOf<uint8_t>(nSrcBits, 8, nLutMode), pDst,
+                      nRoiWidth, nRoiHeight);
+  if (nBinning >= kMaxBinning) return;
   uint8_t table[kTableEntries];
   Create10To8BitLUT(table, nLutMode, pUserLut, static_cast<int32_t>(nSrcBits - 10));
-  binMono(nBinning, CLutTransform{table, p, nSrcBits - 10}, nImgWidth, 8, pDst, nRoiWidth,
-          nRoiHeight, 8, 0);
+  RowWriter(Pack::mono, nBinning + 1, nImgWidth, nRoiWidth, table, nSrcBits - 10)
+      .rows(p, pDst, nRoiHeight);
 }
 
 void Image16BitGrayScale(const uint16_t* pSrc, uint32_t nImgWidth, uint32_t, uint32_t nSrcBits,
                          uint16_t* pDst, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
                          uint32_t nRoiHeight, uint32_t nDstBits, uint32_t nBinning,
                          uint32_t nLutMode) {
-  // quirk: nine-bit-window. Only a result of 9 bits has a window to move, by one place.
+  // quirk: nine-bit-window. Only a 9-bit result has a window, and it moves by one bit.
   const uint32_t nShiftAdjust = nDstBits == 9 && nLutMode != 0;
   const uint16_t* p = regionStart(pSrc, nImgWidth, nRoiX, nRoiY, nBinning);
-  binMono(nBinning, p, nImgWidth, nSrcBits, pDst, nRoiWidth, nRoiHeight, nDstBits, nShiftAdjust);
+  reduceMono(nBinning, p, nImgWidth, reductionOf<uint16_t>(nSrcBits, nDstBits, nShiftAdjust), pDst,
+             nRoiWidth, nRoiHeight);
 }
 
 }  // namespace vistrel::core

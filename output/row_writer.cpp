@@ -9,12 +9,12 @@ namespace {
 constexpr size_t kTilePixels = 384;  // source pixels of a table tile: a few kilobytes of stack
 constexpr size_t kTileSamples = 3 * kTilePixels;
 
-size_t bytesAPixel(Pack pack, Depth depth) {
+size_t bytesPerPixel(Pack pack, Depth depth) {
   const size_t samples = pack == Pack::bgr ? 3 : pack == Pack::argb ? 4 : 1;
   return samples * (depth == Depth::from16to16 ? 2 : 1);
 }
 
-bool keepsAll(Depth depth, Reduction by) {
+bool keepsSamples(Depth depth, Reduction by) {
   const bool sameDepth = depth != Depth::from16to8;
   return sameDepth && by.shift == 0 && by.ceiling == (depth == Depth::from8to8 ? 0xFF : 0xFFFF);
 }
@@ -25,9 +25,9 @@ RowWriter::RowWriter(Pack pack, Depth depth, unsigned binning, size_t stride, si
                      Reduction reduction)
     : row_(rowTable().row[static_cast<int>(pack)][static_cast<int>(depth)][binning - 1]),
       binning_(binning), stride_(stride), width_(width), sourcePixel_(pack == Pack::mono ? 1 : 3),
-      sourceSample_(depth == Depth::from8to8 ? 1 : 2), pixelBytes_(bytesAPixel(pack, depth)),
+      sourceSample_(depth == Depth::from8to8 ? 1 : 2), pixelBytes_(bytesPerPixel(pack, depth)),
       reduction_(reduction), copies_(binning == 1 && (pack == Pack::mono || pack == Pack::bgr) &&
-                                     keepsAll(depth, reduction)) {}
+                                     keepsSamples(depth, reduction)) {}
 
 RowWriter::RowWriter(Pack pack, unsigned binning, size_t stride, size_t width, const uint8_t* table,
                      uint32_t tableShift)

@@ -1,4 +1,4 @@
-// What stands between a source and its rows of output pixels: kernel, stride, reduction, table.
+// Writes rows of output pixels: kernel, strides, reduction, table.
 #pragma once
 
 #include "output/rows.h"
@@ -10,25 +10,26 @@ class RowWriter {
  public:
   RowWriter() = default;  // writes nothing
 
-  // binning: 1..4. stride: distance of two source rows, in samples. The source that part()
-  // and rows() take points to bytes or words, as depth says.
+  // binning: 1..4. stride: distance between two source rows, in samples. The source of part() and
+  // rows() has 8-bit or 16-bit samples, as depth specifies.
   RowWriter(Pack pack, Depth depth, unsigned binning, size_t stride, size_t width,
             Reduction reduction);
 
-  // A source of words that each pass through `table` first, shifted right by `tableShift`.
+  // For a source of 16-bit samples that are mapped first: each is shifted right by `tableShift`,
+  // then replaced by its entry of `table`.
   RowWriter(Pack pack, unsigned binning, size_t stride, size_t width, const uint8_t* table,
             uint32_t tableShift);
 
-  // The first n pixels of a row of the result from the blocks that begin at source.
+  // Writes the first n pixels of a row of the result; their blocks begin at source.
   void part(const void* source, void* destination, size_t n) const;
 
   size_t rowBytes() const { return width_ * pixelBytes_; }
   size_t pixelBytes() const { return pixelBytes_; }
 
-  // The result is the source's samples as they are.
+  // True if the result is an unchanged copy of the source's samples.
   bool copies() const { return copies_; }
 
-  // All rows, packed; source: the first sample of the image.
+  // Writes all rows, packed; source points to the first sample of the image.
   void rows(const void* source, void* destination, size_t height) const;
 
  private:
@@ -40,7 +41,7 @@ class RowWriter {
   uint32_t tableShift_ = 0;
   unsigned binning_ = 1;
   size_t stride_ = 0, width_ = 0;
-  size_t sourcePixel_ = 0, sourceSample_ = 0;  // samples a source pixel, bytes a sample
+  size_t sourcePixel_ = 0, sourceSample_ = 0;  // samples per source pixel, bytes per sample
   size_t pixelBytes_ = 0;
   Reduction reduction_{};
   bool copies_ = false;

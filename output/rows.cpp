@@ -3,8 +3,8 @@
 #include "common/simd/simd.h"
 #include "cpu/level.h"
 
-#define VISTREL_BODY "output/rows.inl"
-#include "common/simd/each_level.inl"
+#define VISTREL_BODY "output/rows-inl.h"
+#include "common/simd/each_level.h"
 
 namespace vistrel::core {
 

@@ -1,5 +1,5 @@
-// One row of output pixels from the N source rows behind it: the kernels of this room, compiled
-// once for each instruction-set level.
+// Row kernels of the output: each writes one row of output pixels from the N source rows of its
+// blocks. They are compiled once for each instruction-set level.
 #pragma once
 
 #include <cstddef>
@@ -11,22 +11,28 @@ namespace vistrel::core {
 
 enum class Pack { mono, bgr, argb, gray };
 enum class Depth { from8to8, from16to8, from16to16 };
+template <class From, class To>
+constexpr Depth depthOf() {
+  if (sizeof(From) == 1) return Depth::from8to8;
+  return sizeof(To) == 1 ? Depth::from16to8 : Depth::from16to16;
+}
+
 constexpr int kPacks = 4, kDepths = 3, kMaxBinning = 4;
 
-// Each sample is shifted right by `shift` before the sum; a result above `ceiling` becomes it.
+// Samples are shifted right by `shift` before they are added; results are limited to `ceiling`.
 struct Reduction {
   uint32_t shift, ceiling;
 };
 
-// A difference of bits may be negative: it wraps, and counts modulo 32. The ceiling is cut to
-// the width of the sample.
+// The difference of bits may be negative: it wraps and counts modulo 32. The ceiling is truncated
+// to the width of the sample.
 template <class Sample>
 constexpr Reduction reductionOf(uint32_t nSrcBits, uint32_t nDstBits, uint32_t nShiftAdjust) {
   return {(nSrcBits - nDstBits - nShiftAdjust) & 31, static_cast<Sample>(shl(1, nDstBits) - 1)};
 }
 
-// source: the first sample of the row's first block; stride: distance of two source rows, in
-// samples; width: output pixels.
+// source points to the first sample of the row's first block. stride: distance between two source
+// rows, in samples. width: output pixels.
 using RowFunction = void (*)(const void* source, size_t stride, void* destination, size_t width,
                              Reduction reduction);
 

@@ -1,32 +1,17 @@
-// Sample reduction by table: 1024 bytes, indexed by the top ten bits of a sample.
+// Reduces samples by a table of 1024 bytes, indexed by the top ten bits of a sample.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-
-#include "common/arith.h"
 
 namespace vistrel::core {
 
 constexpr unsigned kTableEntries = 1024;
 
-// nLutMode: 0, 1, 2 keep eight consecutive bits of a sample; every other value is a table.
+// Whether nLutMode keeps eight consecutive bits of a sample; every other value is a table.
 constexpr bool isWindow(uint32_t nLutMode) { return nLutMode <= 2; }
 
-// Stands where a sample pointer stands: element i is the table's byte for sample i.
-struct CLutTransform {
-  const uint8_t* pLut;
-  const uint16_t* pSrc;
-  uint32_t nShift;
-
-  uint8_t operator[](size_t i) const {
-    return pLut[std::min<uint32_t>(shr(pSrc[i], nShift), kTableEntries - 1)];
-  }
-  CLutTransform operator+(size_t n) const { return {pLut, pSrc + n, nShift}; }
-};
-
-// Fills pTable by nLutMode: 3..7 a predefined curve, 10 the user table, read at
-// every 2^nUserShift-th entry. Modes that name nothing give a table of zeros.
+// Fills pTable by nLutMode: 3..7 a predefined curve; 10 the user table, of which every
+// 2^nUserShift-th entry is read. Unknown modes give a table of zeros.
 void Create10To8BitLUT(uint8_t* pTable, uint32_t nLutMode, const uint16_t* pUserLut,
                        int32_t nUserShift);
 

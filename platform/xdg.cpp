@@ -15,15 +15,15 @@ std::string below(const std::string& home, std::string_view folder) {
   return isAbsolute(home) ? home + std::string(folder) : "";
 }
 
-// Takes the expected text, and blanks in front of it, off the line.
-bool take(std::string_view& line, std::string_view expected) {
+// Removes the expected text and blanks before it from the line.
+bool consume(std::string_view& line, std::string_view expected) {
   line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
   if (!line.starts_with(expected)) return false;
   line.remove_prefix(expected.size());
   return true;
 }
 
-// What stands up to the closing quote; a backslash keeps the character after it as it is.
+// The text up to the closing quote; a backslash escapes the character after it.
 std::string unquoted(std::string_view text) {
   std::string value;
   for (size_t i = 0; i < text.size() && text[i] != '"'; ++i) {
@@ -33,9 +33,9 @@ std::string unquoted(std::string_view text) {
   return value;
 }
 
-// The folder that a line XDG_DOCUMENTS_DIR="$HOME/..." or "/..." names, else empty.
+// The folder that a line XDG_DOCUMENTS_DIR="$HOME/..." or "/..." names; empty for other lines.
 std::string documentsEntry(std::string_view line, const std::string& home) {
-  if (!take(line, "XDG_DOCUMENTS_DIR") || !take(line, "=") || !take(line, "\"")) return "";
+  if (!consume(line, "XDG_DOCUMENTS_DIR") || !consume(line, "=") || !consume(line, "\"")) return "";
   const bool underHome = line.starts_with(kHome);
   if (underHome) line.remove_prefix(kHome.size());
   std::string folder = unquoted(line);

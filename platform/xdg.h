@@ -1,4 +1,4 @@
-// The user's folders by the XDG rules, as names: nothing is looked up on disk.
+// Names of the user's folders by the XDG rules; nothing on disk is read.
 #pragma once
 
 #include <istream>
@@ -6,17 +6,17 @@
 
 namespace vistrel::core {
 
-// Values of HOME, XDG_CONFIG_HOME and XDG_DATA_HOME, empty where unset. Those that are not
-// absolute count as unset.
+// Values of HOME, XDG_CONFIG_HOME and XDG_DATA_HOME, empty if unset. A path that is not absolute
+// counts as unset.
 struct XdgVariables {
   std::string home, configHome, dataHome;
 };
 
-// Empty where nothing names the folder or the file.
+// Both are empty if no variable names the folder or the file.
 std::string xdgDataFolder(const XdgVariables& variables);
 std::string xdgUserDirsFile(const XdgVariables& variables);
 
-// userDirs: the text of that file; its last valid XDG_DOCUMENTS_DIR counts.
+// userDirs is the text of that file; its last valid XDG_DOCUMENTS_DIR counts.
 std::string xdgDocumentsFolder(const XdgVariables& variables, std::istream& userDirs);
 
 }  // namespace vistrel::core

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "common/huge_pages.h"
+#include "common/work_layout.h"
 #include "vistrel/processor.h"
 #include "vistrel/vistrel.h"
 
@@ -33,12 +34,6 @@ int NewIndex(uint32_t nID) {
 int32_t InitIPPStaticLibraries() { return ippStaticInit(); }
 
 namespace {
-
-// Formed in 32 bits, doubled in the width of a size: it wraps at 2^32 samples.
-size_t workBufferBytes(uint32_t width, uint32_t height) {
-  const uint32_t samples = (3 * width + 18) * (height + 6);
-  return size_t{samples} * 2;
-}
 
 void release(uint16_t*& block) {
   std::free(block);

@@ -1,5 +1,4 @@
-// The table of streams: a caller's id, its work buffer, its look-up table.
-// A leaf header: the demosaic functions, below this room, read the two tables.
+// The table of streams: the caller's id, the work buffer and the look-up table of each.
 #pragma once
 
 #include <cstddef>
@@ -11,17 +10,17 @@ constexpr unsigned kStreams = 128;
 constexpr uint32_t kFreeSlot = 0xFFFFFFFF;
 constexpr unsigned kUserTableEntries = 4096;
 
-// Slot kStreams stands for every unknown id. Its work buffer is always null;
-// its user table is shared by all unknown ids and outlives load and unload.
+// Slot kStreams stands for all unknown ids. Its work buffer is always null. They share its user
+// table, which load and unload leave alone.
 extern uint16_t* g_pwBGRBuff[kStreams + 1];
-extern size_t g_anBGRBytes[kStreams + 1];  // the size of each
+extern size_t g_anBGRBytes[kStreams + 1];  // sizes of the work buffers
 extern uint32_t g_anIDs[kStreams];
 extern uint16_t* g_pwUserLUT[kStreams + 1];
 
-// The first slot that holds nID, or kStreams.
+// Returns the first slot that holds nID, or kStreams.
 unsigned ID2Index(uint32_t nID);
 
-// The slot of nID, taking a free one if there is none yet; -1 when all are taken.
+// Returns the slot of nID; a new id gets a free slot. Returns -1 if all slots are in use.
 int NewIndex(uint32_t nID);
 
 int32_t InitIPPStaticLibraries();

@@ -1,4 +1,4 @@
-// Copies past the caches, for memory that nobody reads soon, and fetching what is read soon.
+// Stores past the caches, for memory that nobody reads soon, and prefetching what is read soon.
 #pragma once
 
 #include <cstddef>
@@ -23,14 +23,14 @@ void prefetchRow(const void* row, size_t bytes) {
 
 // Fetches a row that is needed soon while another one is being made: all at once, its lines would
 // wait for each other. It goes to the second cache: the nearest one has no room for it.
-class FetchAhead {
+class Prefetcher {
  public:
-  FetchAhead() = default;  // fetches nothing
-  FetchAhead(const void* row, size_t bytesAPixel)
+  Prefetcher() = default;  // fetches nothing
+  Prefetcher(const void* row, size_t bytesAPixel)
       : row_(static_cast<const char*>(row)), bytesAPixel_(bytesAPixel) {}
 
-  void pixels(size_t begin, size_t n) const {
-    if (row_) prefetchRow<2>(row_ + begin * bytesAPixel_, n * bytesAPixel_);
+  void fetch(size_t begin, size_t end) const {
+    if (row_) prefetchRow<2>(row_ + begin * bytesAPixel_, (end - begin) * bytesAPixel_);
   }
 
  private:
@@ -39,10 +39,10 @@ class FetchAhead {
 };
 
 // Copies a row past the caches while it is being made: each call takes what has become complete.
-class StreamCopy {
+class NonTemporalCopy {
  public:
-  StreamCopy() = default;  // copies nothing
-  StreamCopy(void* destination, const void* source)
+  NonTemporalCopy() = default;  // copies nothing
+  NonTemporalCopy(void* destination, const void* source)
       : d_(static_cast<char*>(destination)), s_(static_cast<const char*>(source)) {}
 
   // Whole lines of the destination, from source bytes before end.
@@ -84,8 +84,8 @@ class StreamCopy {
   const char* s_ = nullptr;
 };
 
-// Until then other threads need not see the bytes.
-inline void streamFence() {
+// Makes the non-temporal stores above visible to other threads.
+inline void storeFence() {
 #if defined(__SSE2__)
   _mm_sfence();
 #endif

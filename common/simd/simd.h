@@ -1,4 +1,26 @@
-// What bodies compiled by each_level.inl stand on.
+// The frame of every *-inl.h file: vector code that is compiled once for each instruction-set
+// level.
+//
+// Such a file has a guard of its own, includes what it uses and opens its target and namespace:
+//
+//   #if defined(VISTREL_TAPS_INL_H) == defined(VISTREL_TOGGLE)
+//   #ifdef VISTREL_TAPS_INL_H
+//   #undef VISTREL_TAPS_INL_H
+//   #else
+//   #define VISTREL_TAPS_INL_H
+//   #endif
+//
+//   #include "common/simd/lanes-inl.h"
+//
+//   VISTREL_BEGIN_TARGET
+//   namespace vistrel::core::VISTREL_NAMESPACE {
+//   ...
+//   }  // namespace vistrel::core::VISTREL_NAMESPACE
+//   VISTREL_END_TARGET
+//   #endif
+//
+// each_level.h includes one of them for every level and turns VISTREL_TOGGLE over in between, so
+// that the guard lets it in once a level. Included by itself, it is compiled for the base level.
 #pragma once
 
 #include <cstddef>
@@ -6,12 +28,65 @@
 #include <cstring>
 #include <type_traits>
 
-#if defined(__x86_64__) || defined(__i386__)
+#include "common/arch.h"
+
+#if VISTREL_X86
 #include <immintrin.h>
-#define VISTREL_X86 1
-#else
-#define VISTREL_X86 0
+#elif defined(__aarch64__)
+#include <arm_neon.h>
 #endif
+
+// The level that is compiled: 0 base, 1 to 4 SSSE3, SSE4.1, AVX2, AVX-512, 5 NEON.
+#ifndef VISTREL_LEVEL
+#define VISTREL_LEVEL 0
+#endif
+
+// What it has.
+#define VISTREL_SSSE3 (VISTREL_LEVEL >= 1 && VISTREL_LEVEL <= 4)
+#define VISTREL_SSE41 (VISTREL_LEVEL >= 2 && VISTREL_LEVEL <= 4)
+#define VISTREL_AVX2 (VISTREL_LEVEL >= 3 && VISTREL_LEVEL <= 4)
+#define VISTREL_AVX512 (VISTREL_LEVEL == 4)
+#define VISTREL_NEON (VISTREL_LEVEL == 5)
+
+#define VISTREL_PASTE(a, b) VISTREL_PASTE_EXPANDED(a, b)
+#define VISTREL_PASTE_EXPANDED(a, b) a##b
+
+#define VISTREL_NAMESPACE VISTREL_PASTE(VISTREL_NAMESPACE_, VISTREL_LEVEL)
+#define VISTREL_NAMESPACE_0 base
+#define VISTREL_NAMESPACE_1 ssse3
+#define VISTREL_NAMESPACE_2 sse41
+#define VISTREL_NAMESPACE_3 avx2
+#define VISTREL_NAMESPACE_4 avx512
+#define VISTREL_NAMESPACE_5 neon
+
+// A region of functions for the level's instructions. So no file needs a flag of its own.
+#define VISTREL_BEGIN_TARGET VISTREL_PASTE(VISTREL_BEGIN_TARGET_, VISTREL_LEVEL)
+#define VISTREL_END_TARGET VISTREL_PASTE(VISTREL_END_TARGET_, VISTREL_LEVEL)
+#define VISTREL_BEGIN_TARGET_0
+#define VISTREL_END_TARGET_0
+#define VISTREL_BEGIN_TARGET_5
+#define VISTREL_END_TARGET_5
+#define VISTREL_PRAGMA(text) _Pragma(#text)
+#if defined(__clang__)
+#define VISTREL_BEGIN_TARGET_OF(isa) \
+  VISTREL_PRAGMA(clang attribute push(__attribute__((target(isa))), apply_to = function))
+#define VISTREL_END_TARGET_1 VISTREL_PRAGMA(clang attribute pop)
+#define VISTREL_BEGIN_TARGET_4 \
+  VISTREL_BEGIN_TARGET_OF("avx2,avx512f,avx512bw,avx512vl,avx512dq,avx512vbmi")
+#else
+#define VISTREL_BEGIN_TARGET_OF(isa) \
+  VISTREL_PRAGMA(GCC push_options) VISTREL_PRAGMA(GCC target(isa))
+#define VISTREL_END_TARGET_1 VISTREL_PRAGMA(GCC pop_options)
+#define VISTREL_BEGIN_TARGET_4 \
+  VISTREL_BEGIN_TARGET_OF(     \
+      "avx2,avx512f,avx512bw,avx512vl,avx512dq,avx512vbmi,prefer-vector-width=512")
+#endif
+#define VISTREL_BEGIN_TARGET_1 VISTREL_BEGIN_TARGET_OF("ssse3")
+#define VISTREL_BEGIN_TARGET_2 VISTREL_BEGIN_TARGET_OF("sse4.1")
+#define VISTREL_BEGIN_TARGET_3 VISTREL_BEGIN_TARGET_OF("avx2")
+#define VISTREL_END_TARGET_2 VISTREL_END_TARGET_1
+#define VISTREL_END_TARGET_3 VISTREL_END_TARGET_1
+#define VISTREL_END_TARGET_4 VISTREL_END_TARGET_1
 
 // Debug builds keep the calls: for the debugger, and because sanitizers make code of the inlined
 // bodies that takes minutes to compile.

@@ -1,6 +1,7 @@
-// The kernel filters, one for each kind of image. Each first copies the image to the stream's work
-// buffer, reads that copy alone and changes the image in place; its outer rows and columns stay.
-// nImgWidth counts pixels; gray images take the pointer values 0 and 1 for the fixed filters.
+// The 3x3 filters, one for each kind of image. A filter copies the image to the stream's work
+// buffer, reads only that copy and changes the image in place; outer rows and columns stay
+// unchanged. nImgWidth counts pixels. For gray images the pointer values 0 and 1 select the fixed
+// filters.
 #pragma once
 
 #include <cstdint>

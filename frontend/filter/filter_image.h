@@ -1,4 +1,4 @@
-// An image under a filter: its rows, and the copy of them that the filter reads.
+// The image that a filter changes, and the copy of it that the filter reads.
 #pragma once
 
 #include <algorithm>
@@ -12,20 +12,20 @@ struct Tap {
   ptrdiff_t row, column;
 };
 
-// Samples on each side of an image that stay as they are.
+// How many samples on each side of an image stay unchanged.
 struct Border {
   ptrdiff_t top, bottom, left, right;
 };
 
 // Rows of samples, and their copy in the work buffer.
 template <class T>
-struct Image {
+struct FilterImage {
   T* samples;
   T* copy;
   ptrdiff_t width, height;
-  size_t copied;  // samples, counted in 32 bits of bytes
+  size_t copied;  // samples; their bytes are counted in 32 bits
 
-  Image(unsigned nIndex, uint32_t rowSamples, uint32_t rows, T* pImage)
+  FilterImage(unsigned nIndex, uint32_t rowSamples, uint32_t rows, T* pImage)
       : samples(pImage), copy(reinterpret_cast<T*>(g_pwBGRBuff[nIndex])), width(rowSamples),
         height(rows), copied(rowSamples * rows * uint32_t{sizeof(T)} / sizeof(T)) {}
 
@@ -34,11 +34,11 @@ struct Image {
   }
 };
 
-// Copies an image, as far as it is wanted, in front of the rows that change.
+// Copies rows of an image before the filter changes them.
 template <class T>
 class CopyAhead {
  public:
-  explicit CopyAhead(const Image<T>& image) : image_(image) {}
+  explicit CopyAhead(const FilterImage<T>& image) : image_(image) {}
 
   void upToRow(ptrdiff_t row) {
     const size_t end = std::min(static_cast<size_t>(row * image_.width), image_.copied);
@@ -47,15 +47,16 @@ class CopyAhead {
   }
 
  private:
-  const Image<T>& image_;
+  const FilterImage<T>& image_;
   size_t done_ = 0;
 };
 
-// Changes the samples inside the border, of which no tap reaches out. tapsOf(r): an array of the
-// taps of row r. filterRow(taps, n, results): the n results of a row, where taps point to the
-// samples of the first one.
+// Changes the samples inside the border; from there no tap reaches beyond the image. tapsOf(r)
+// returns an array with the taps of row r. filterRow(taps, n, results) computes the n results of a
+// row; taps point to the samples of the first result.
 template <class T, class TapsOf, class FilterRow>
-void filterInside(const Image<T>& image, const Border& border, TapsOf tapsOf, FilterRow filterRow) {
+void filterInside(const FilterImage<T>& image, const Border& border, TapsOf tapsOf,
+                  FilterRow filterRow) {
   CopyAhead copy(image);
   const ptrdiff_t n = image.width - border.left - border.right;
   const ptrdiff_t end = image.hasInside(border) ? image.height - border.bottom : 0;

@@ -1,14 +1,16 @@
-// Image functions that a host may call by name; no algorithm code leads to them (exported).
+// Exported image functions that have no algorithm code: a host calls them by name.
 #pragma once
 
-// The grid code that makes a filter-array primitive write blue, green, red: of nBayer's mosaic with
-// red and blue exchanged, since a primitive writes red first. Codes above 3 give that of 0.
+// Returns the grid code that makes a colour filter array primitive write blue, green, red. Since a
+// primitive writes red first, it is the code of nBayer's mosaic with red and blue exchanged. For
+// nBayer above 3 the result is that for 0.
 unsigned VST2IPPBayerOffset(unsigned nBayer);
 
-// Adaptive homogeneity-directed demosaicing (Hirakawa and Parks, 2005) of the region into the work
-// buffer of slot nIndex, and from there into pDst, as a conversion of the same arguments would.
-// The source's rows begin at F * nRoiY, and only F * (nRoiHeight - nRoiY) of them are converted.
-// nImgWidth and F * nRoiHeight must be at least 5. Where memory is not to be had, pDst stays.
+// Adaptive homogeneity-directed demosaicing (Hirakawa and Parks, 2005). It converts the region into
+// the work buffer of slot nIndex, and from there into pDst as a conversion with the same arguments
+// would. F is the binning factor: source rows begin at F * nRoiY, and only
+// F * (nRoiHeight - nRoiY) of them are converted. nImgWidth and F * nRoiHeight must be at least 5.
+// If allocation fails, pDst stays unchanged.
 void ImageColorDemosaicAHD(unsigned nIndex, unsigned nImgWidth, unsigned nBayer, unsigned nBinning,
                            unsigned nFormat, unsigned nRoiX, unsigned nRoiY, unsigned nRoiWidth,
                            unsigned nRoiHeight, unsigned char* pSrc, unsigned char* pDst);

@@ -29,7 +29,7 @@ Mosaic<T> noiseMosaic(int w, int h, unsigned seed, unsigned top = std::numeric_l
   return {w, h, noise<T>(static_cast<size_t>(w) * static_cast<size_t>(h), top, seed)};
 }
 
-// What a rectangle is to be written into: on all sides there is room for what must not be.
+// The destination of a rectangle, with a margin on every side that must stay as it is.
 template <class T>
 class Rgb {
  public:

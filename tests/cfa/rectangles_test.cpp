@@ -1,4 +1,4 @@
-// The work on one rectangle, called by name, beside what the primitives make of the whole frame.
+// The functions for one rectangle, compared with what the primitives make of the whole frame.
 #include "cfa/rectangles.h"
 
 #include "tests/cfa/primitives.h"
@@ -29,15 +29,15 @@ TEST_P(Rectangles, OfNearestNeighboursBearTheirColoursInTheirNames) {
   for (int width : {1, 2, 15, 16, 17, 33, 70}) {
     const CfaRect rect{2, 2, width, 5};
     const Mosaic<uint8_t> bytes = noiseMosaic<uint8_t>(width + 4, 9, 1, 80);
-    const Mosaic<uint16_t> words = noiseMosaic<uint16_t>(width + 4, 9, 2, 9000);
+    const Mosaic<uint16_t> samples16 = noiseMosaic<uint16_t>(width + 4, 9, 2, 9000);
     expectNearest(bytes, CFA_GRID_BGGR, rect, owncnBayerRectBGGR_8u);
     expectNearest(bytes, CFA_GRID_RGGB, rect, owncnBayerRectRGGB_8u);
     expectNearest(bytes, CFA_GRID_GBRG, rect, owncnBayerRectGBRG_8u);
     expectNearest(bytes, CFA_GRID_GRBG, rect, owncnBayerRectGRBG_8u);
-    expectNearest(words, CFA_GRID_BGGR, rect, owncnBayerRectBGGR_16u);
-    expectNearest(words, CFA_GRID_RGGB, rect, owncnBayerRectRGGB_16u);
-    expectNearest(words, CFA_GRID_GBRG, rect, owncnBayerRectGBRG_16u);
-    expectNearest(words, CFA_GRID_GRBG, rect, owncnBayerRectGRBG_16u);
+    expectNearest(samples16, CFA_GRID_BGGR, rect, owncnBayerRectBGGR_16u);
+    expectNearest(samples16, CFA_GRID_RGGB, rect, owncnBayerRectRGGB_16u);
+    expectNearest(samples16, CFA_GRID_GBRG, rect, owncnBayerRectGBRG_16u);
+    expectNearest(samples16, CFA_GRID_GRBG, rect, owncnBayerRectGRBG_16u);
   }
 }
 

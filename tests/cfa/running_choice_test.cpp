@@ -1,5 +1,5 @@
 // Which image each pixel of a row comes from: that of the last sum that is not zero.
-#include "cfa/running_choice.h"
+#include "cfa/ahd/running_choice.h"
 
 #include "tests/frames.h"
 
@@ -9,11 +9,11 @@ namespace {
 // A letter a column: H along the row, V along the column.
 template <class T>
 std::string choices(const std::vector<int>& sums) {
-  const size_t n = (sums.size() + 1) / 2, room = n + 16;
-  std::vector<int8_t> even(room), odd(room);
+  const size_t n = (sums.size() + 1) / 2, capacity = n + 16;
+  std::vector<int8_t> even(capacity), odd(capacity);
   for (size_t x = 0; x < sums.size(); ++x)
     (x % 2 ? odd : even)[x / 2] = static_cast<int8_t>(sums[x]);
-  std::vector<T> evenChoice(room), oddChoice(room);
+  std::vector<T> evenChoice(capacity), oddChoice(capacity);
   runningChoice(even.data(), odd.data(), n, evenChoice.data(), oddChoice.data());
   std::string text;
   for (size_t x = 0; x < sums.size(); ++x) {

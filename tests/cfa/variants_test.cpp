@@ -59,7 +59,7 @@ bool reachesEverySlot() { return supportedLevels().size() > static_cast<size_t>(
 TEST(Variants, EverySlotConvertsAlike) {
   if (!reachesEverySlot()) GTEST_SKIP() << "a processor without SSE4.1";
   const Mosaic<uint8_t> bytes = noiseMosaic<uint8_t>(150, 20, 1);
-  const Mosaic<uint16_t> words = noiseMosaic<uint16_t>(150, 20, 2);
+  const Mosaic<uint16_t> samples16 = noiseMosaic<uint16_t>(150, 20, 2);
   expectOneResult(
       bytes,
       [&](uint32_t slot, uint8_t* d, int step) {
@@ -71,21 +71,21 @@ TEST(Variants, EverySlotConvertsAlike) {
                                        step, 1, 0);
       });
   expectOneResult(
-      words,
+      samples16,
       [&](uint32_t slot, uint16_t* d, int step) {
-        return ippiCFAToRGB_16u_C1C3R_arraddr[slot](words.samples.data(), words.all(), words.size(),
-                                                    300, d, step, 1, 0);
+        return ippiCFAToRGB_16u_C1C3R_arraddr[slot](samples16.samples.data(), samples16.all(),
+                                                    samples16.size(), 300, d, step, 1, 0);
       },
       [&](uint16_t* d, int step) {
-        return ::ippiCFAToRGB_16u_C1C3R(words.samples.data(), words.all(), words.size(), 300, d,
-                                        step, 1, 0);
+        return ::ippiCFAToRGB_16u_C1C3R(samples16.samples.data(), samples16.all(), samples16.size(),
+                                        300, d, step, 1, 0);
       });
 }
 
 TEST(Variants, EverySlotDemosaicsAlike) {
   if (!reachesEverySlot()) GTEST_SKIP() << "a processor without SSE4.1";
   const Mosaic<uint8_t> bytes = noiseMosaic<uint8_t>(150, 20, 3);
-  const Mosaic<uint16_t> words = noiseMosaic<uint16_t>(150, 20, 4);
+  const Mosaic<uint16_t> samples16 = noiseMosaic<uint16_t>(150, 20, 4);
   expectOneResult(
       bytes,
       [&](uint32_t slot, uint8_t* d, int step) {
@@ -97,14 +97,15 @@ TEST(Variants, EverySlotDemosaicsAlike) {
                                           step, 1, nullptr, 0);
       });
   expectOneResult(
-      words,
+      samples16,
       [&](uint32_t slot, uint16_t* d, int step) {
-        return ippiDemosaicAHD_16u_C1C3R_arraddr[slot](words.samples.data(), words.all(),
-                                                       words.size(), 300, d, step, 1, nullptr, 0);
+        return ippiDemosaicAHD_16u_C1C3R_arraddr[slot](samples16.samples.data(), samples16.all(),
+                                                       samples16.size(), 300, d, step, 1, nullptr,
+                                                       0);
       },
       [&](uint16_t* d, int step) {
-        return ::ippiDemosaicAHD_16u_C1C3R(words.samples.data(), words.all(), words.size(), 300, d,
-                                           step, 1, nullptr, 0);
+        return ::ippiDemosaicAHD_16u_C1C3R(samples16.samples.data(), samples16.all(),
+                                           samples16.size(), 300, d, step, 1, nullptr, 0);
       });
 }
 
@@ -113,10 +114,10 @@ TEST(Variants, OwnWorkTestsTheGridItself) {
   uint8_t pixel[3] = {1, 2, 3};
   for (auto own : {m7_ownAHD_8u_w7, u8_ownAHD_8u_w7, y8_ownAHD_8u_w7})
     EXPECT_EQ(own(samples, {0, 0, 1, 1}, {5, 5}, 5, pixel, 3, 4, nullptr, 0), -5);
-  const uint16_t words[25] = {};
+  const uint16_t samples16[25] = {};
   uint16_t wide[3] = {1, 2, 3};
   for (auto own : {m7_ownAHD_16u_w7, u8_ownAHD_16u_w7, y8_ownAHD_16u_w7})
-    EXPECT_EQ(own(words, {0, 0, 1, 1}, {5, 5}, 10, wide, 6, -1, nullptr, 0), -5);
+    EXPECT_EQ(own(samples16, {0, 0, 1, 1}, {5, 5}, 10, wide, 6, -1, nullptr, 0), -5);
   EXPECT_EQ(pixel[0], 1);
   EXPECT_EQ(wide[0], 1);
 }

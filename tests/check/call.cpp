@@ -54,7 +54,7 @@ uint32_t number(const std::string& word, const std::string& digits) {
     read = 0;
   }
   if (read == 0 || read != digits.size() || value > UINT32_MAX)
-    throw std::invalid_argument(fmt::format("'{}': a number of 0..4294967295 is wanted", word));
+    throw std::invalid_argument(fmt::format("'{}': expected a number from 0 to 4294967295", word));
   return static_cast<uint32_t>(value);
 }
 

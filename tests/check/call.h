@@ -1,5 +1,5 @@
-// One call of one function, with every argument, and a case: calls on one stream in a row.
-// Both can be written as a line of text and read back.
+// One call of a function with all arguments, and a case: successive calls on one stream. Both can
+// be written as a line of text and read back.
 #pragma once
 
 #include <cstdint>
@@ -10,24 +10,25 @@
 
 namespace vistrel::core::check {
 
-// Where a block lies: bits of Call::place. Without one, its end lies against a fence.
+// Where a block lies: bits of Call::place. Without its bit, its end lies against a guard page.
 enum Place : uint32_t {
   kSourceAtStart = 1,
   kDestinationAtStart = 2,
   kWorkAtStart = 4,
-  kFencedRows = 8,  // a fence beside every row of the source
-  kWorkExact = 16,  // a work buffer of the bytes that the call may touch, not as ImgInitialize
-  kNoTable = 32     // the stream has no look-up table
+  kGuardPageRows = 8,  // a guard page beside every row of the source
+  kWorkExact = 16,     // a work buffer of the bytes that the call may touch, not of the size that
+                       // ImgInitialize makes
+  kNoTable = 32        // the stream has no look-up table
 };
 
-// The arguments under their own names. A subject reads those that it has.
+// The arguments by name. A subject reads the ones that its function has.
 struct Call {
   std::string subject;
   uint32_t format = 0, algorithm = 0, bayer = 0, binning = 0, dstBits = 0, lutMode = 0;
   uint32_t imgWidth = 0, imgHeight = 0, roiX = 0, roiY = 0, roiWidth = 0, roiHeight = 0;
   uint32_t srcBits = 0, skip = 0, guarded = 0, stride = 0, shift = 0;
-  uint32_t unknown = 0;                 // nonzero: the call names a stream that was never opened
-  uint32_t a = 0, b = 0, c = 0, d = 0;  // small numbers of functions with arguments of their own
+  uint32_t unknown = 0;                 // nonzero: the stream was never opened
+  uint32_t a = 0, b = 0, c = 0, d = 0;  // further arguments of single functions
   uint32_t pattern = 0, seed = 0, place = 0;
 
   uint32_t factor() const { return binning + 1; }
@@ -41,7 +42,7 @@ using Case = std::vector<Call>;
 std::string text(const Call& call);
 std::string text(const Case& calls);
 
-// Throws std::invalid_argument with a text that names what it could not read.
+// Throws std::invalid_argument, which names what it could not read.
 Case readCase(const std::string& line);
 
 }  // namespace vistrel::core::check

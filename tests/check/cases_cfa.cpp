@@ -1,7 +1,7 @@
-// The filter-array primitives, called by themselves.
+// The filter-array primitives, called directly.
 #include <algorithm>
 
-#include "tests/check/rooms.h"
+#include "tests/check/groups.h"
 #include "tests/reference/cfa.h"
 #include "vistrel/cfa.h"
 #include "vistrel/image_functions.h"
@@ -9,12 +9,12 @@
 namespace vistrel::core::check {
 namespace {
 
-// bayer is the grid, stride and `a` are the steps of source and destination in bytes, `b` tells
+// bayer is the grid; stride and `a` are the steps of source and destination in bytes; `b` says
 // which pointer is null: 1 the source, 2 the destination. The rectangle may begin left of or above
-// the frame where the function moves such a rectangle in.
+// the frame if the function moves such a rectangle into the frame.
 struct Primitive {
   int32_t smallest;  // side of a frame
-  int32_t reach;     // samples read round the rectangle; 0: the whole frame
+  int32_t reach;     // samples read around the rectangle; 0: the whole frame
 };
 constexpr Primitive kNearest = {2, 2}, kHomogeneity = {5, 0};
 
@@ -24,7 +24,7 @@ CfaRect rectOf(const Call& call) {
   return {asInt(call.roiX), asInt(call.roiY), asInt(call.roiWidth), asInt(call.roiHeight)};
 }
 
-// What is left of the rectangle. Empty where the function refuses.
+// The part of the rectangle inside the frame. Empty if the function returns an error.
 CfaRect clipped(const Call& call, const Primitive& primitive) {
   const int32_t width = asInt(call.imgWidth), height = asInt(call.imgHeight);
   CfaRect r = rectOf(call);
@@ -90,7 +90,7 @@ Subject::Run running(Function function) {
   };
 }
 
-// Calls a primitive of either side with its own types of rectangle and size, and what comes last.
+// Calls a primitive of either side with that side's own rectangle and size types.
 #define VISTREL_PRIMITIVE(space, Function, T, ...)                                                \
   running<T>([](const T* source, const Call& c, int step, T* destination, int dstStep) {          \
     return space::Function(source,                                                                \

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <limits>
 
-#include "tests/check/rooms.h"
+#include "tests/check/groups.h"
 #include "tests/reference/curves.h"
 #include "vistrel/solvers.h"
 #include "vistrel/tone_curves.h"
@@ -23,7 +23,7 @@ void add(Catalogue& all, Subject subject, Draws draw, bool portable = true) {
 
 int asInt(uint32_t v) { return static_cast<int>(v); }
 
-// A table of words for srcBits input bits.
+// A table of 16-bit entries for srcBits input bits.
 Layout tableLayout(const Call& call) {
   Layout layout;
   layout.destination = Shape::packed(sizeof(uint16_t) << call.srcBits);
@@ -32,7 +32,7 @@ Layout tableLayout(const Call& call) {
   return layout;
 }
 
-// `a` .. `d` are signed numbers that each function names for itself.
+// `a` .. `d` are signed numbers whose meaning depends on the function.
 Call drawTable(Draw& draw, uint32_t highest) {
   Call call;
   draw.memory(call, false);
@@ -116,7 +116,7 @@ void addPoints(Catalogue& all) {
       [](Draw& draw) { return drawTable(draw, 9); });
 }
 
-// What a NaN carries beside being none is of no meaning.
+// The payload of a NaN is unspecified.
 void settleNaNs(const Block& block) {
   double* const values = block.as<double>();
   for (size_t k = 0; k < block.shape.span() / sizeof(double); ++k)

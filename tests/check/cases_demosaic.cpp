@@ -1,9 +1,9 @@
-// The demosaic algorithms, and the spreading of the mosaic.
+// The demosaic algorithms, and the step that scatters the mosaic into the work buffer.
 #include "demosaic/work_buffer.h"
 #include "tests/check/conversion.h"
+#include "tests/check/groups.h"
 #include "tests/check/mosaic_layout.h"
-#include "tests/check/rooms.h"
-#include "tests/check/stage.h"
+#include "tests/check/sandbox.h"
 #include "tests/reference/demosaic.h"
 #include "vistrel/image_functions.h"
 #include "vistrel/platform.h"
@@ -13,30 +13,30 @@
 namespace vistrel::core::check {
 namespace {
 
-enum class Path { only, doubles, packed };  // Kimmel's has two
+enum class Path { only, doubles, packed };  // Kimmel's algorithm has two
 
 struct Algorithm {
   const char* name;
   uint32_t code;
-  Road road;
+  MemoryLayout memoryLayout;
   Path path = Path::only;
 };
 
-// One line an algorithm.
+// One line per algorithm.
 constexpr Algorithm kAlgorithms[] = {
-    {"bilinear", DM_BILINEAR, Road::guarded},
-    {"edge", DM_EDGE_EX, Road::blocks},
-    {"near-neighbor", 2, Road::nearest},
-    {"laroche", DM_GRADIENT_LAROCHE, Road::guarded},
-    {"hamilton", DM_GRADIENT_HAMILTON, Road::guarded},
-    {"cok", DM_HUE_COK, Road::guarded},
-    {"grouping", DM_PIXEL_GROUPING, Road::guarded},
-    {"variable-gradients", DM_VARIABLE_GRADIENTS, Road::guarded},
-    {"kimmel", DM_HUE_KIMMEL, Road::guarded, Path::doubles},
-    {"kimmel-packed", DM_HUE_KIMMEL, Road::guarded, Path::packed},
+    {"bilinear", DM_BILINEAR, MemoryLayout::guarded},
+    {"edge", DM_EDGE_EX, MemoryLayout::blocks},
+    {"near-neighbor", 2, MemoryLayout::nearest},
+    {"laroche", DM_GRADIENT_LAROCHE, MemoryLayout::guarded},
+    {"hamilton", DM_GRADIENT_HAMILTON, MemoryLayout::guarded},
+    {"cok", DM_HUE_COK, MemoryLayout::guarded},
+    {"grouping", DM_PIXEL_GROUPING, MemoryLayout::guarded},
+    {"variable-gradients", DM_VARIABLE_GRADIENTS, MemoryLayout::guarded},
+    {"kimmel", DM_HUE_KIMMEL, MemoryLayout::guarded, Path::doubles},
+    {"kimmel-packed", DM_HUE_KIMMEL, MemoryLayout::guarded, Path::packed},
 };
 
-// Sends either side along one path.
+// Selects a path on both sides.
 class PathScope {
  public:
   explicit PathScope(Path path) {
@@ -71,23 +71,23 @@ std::string atDepth(const char* name, bool wide) {
   return std::string(name) + (wide ? "-16" : "-8");
 }
 
-// Through the public entries. Of the upper bits, only the edge demosaic looks at some.
+// Calls the public entries. The edge demosaic alone reads some of the upper bits.
 void addAlgorithm(Catalogue& all, const Algorithm& algorithm, bool wide) {
   const auto draw = [=](Draw& d) {
-    Call call = drawMosaic(d, wide, algorithm.road);
+    Call call = drawMosaic(d, wide, algorithm.memoryLayout);
     call.algorithm = (d.word() & ~uint32_t{0xFF}) | algorithm.code;
     return call;
   };
   all.add("demosaic",
           {atDepth(algorithm.name, wide),
-           [=](const Call& call) { return mosaicLayout(call, wide, algorithm.road); },
+           [=](const Call& call) { return mosaicLayout(call, wide, algorithm.memoryLayout); },
            conversions(wide, algorithm.path),
            {}},
           draw);
   all.plans.back().portable = algorithm.path != Path::packed;
 }
 
-// The one that has no code.
+// The homogeneity-directed algorithm has a function of its own, not a code.
 void runHomogeneity(const auto& function, const Call& c, const Memory& m, uint8_t*) {
   function(kSlot, c.imgWidth, c.bayer, c.binning, c.format, c.roiX, c.roiY, c.roiWidth, c.roiHeight,
            m.source.as<uint8_t>(), m.destination.as());
@@ -109,11 +109,11 @@ void addHomogeneity(Catalogue& all) {
   };
   all.add("demosaic",
           {atDepth("ImageColorDemosaicAHD", wide),
-           [](const Call& call) { return mosaicLayout(call, wide, Road::homogeneity); },
+           [](const Call& call) { return mosaicLayout(call, wide, MemoryLayout::homogeneity); },
            {run([](auto... arguments) { ImageColorDemosaicAHD(arguments...); }),
             run([](auto... arguments) { reference::ImageColorDemosaicAHD(arguments...); })},
            {}},
-          [](Draw& draw) { return drawMosaic(draw, wide, Road::homogeneity); });
+          [](Draw& draw) { return drawMosaic(draw, wide, MemoryLayout::homogeneity); });
 }
 
 template <class T>

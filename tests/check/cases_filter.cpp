@@ -1,25 +1,25 @@
-// The kernel filters over finished images, in place.
+// The 3x3 filters, in place over finished images.
 #include <cstring>
 
 #include "tests/check/conversion.h"
 #include "tests/check/fill.h"
-#include "tests/check/rooms.h"
-#include "tests/check/stage.h"
+#include "tests/check/groups.h"
+#include "tests/check/sandbox.h"
 #include "tests/reference/filter.h"
 #include "vistrel/vistrel.h"
 
 namespace vistrel::core::check {
 namespace {
 
-// `a`: which filter. The first two are those that a gray format takes in place of a pointer.
+// `a` selects the filter. Gray formats accept the first two in place of a pointer.
 enum Filter : uint32_t { kBox, kFiveTaps, kRecord };
 
-bool isWords(uint32_t format) { return format == IMG_FMT_MONO16 || format == IMG_FMT_GRAY16; }
-bool isBytes(uint32_t format) { return format == IMG_FMT_MONO8 || format == IMG_FMT_GRAY8; }
+bool is16Bit(uint32_t format) { return format == IMG_FMT_MONO16 || format == IMG_FMT_GRAY16; }
+bool is8Bit(uint32_t format) { return format == IMG_FMT_MONO8 || format == IMG_FMT_GRAY8; }
 
 Raster rasterOf(const Call& call) {
-  if (isWords(call.format)) return {2, 1, call.roiWidth};
-  if (isBytes(call.format)) return {1, 1, call.roiWidth};
+  if (is16Bit(call.format)) return {2, 1, call.roiWidth};
+  if (is8Bit(call.format)) return {1, 1, call.roiWidth};
   return {1, call.format == IMG_FMT_BGR24 ? 3u : 4u, call.roiWidth};
 }
 
@@ -62,7 +62,7 @@ void fillRecordAndImage(const Call& call, const Layout& layout, const Memory& me
 void settleSize(Call& call) {
   if (call.a == kFiveTaps && call.roiWidth == 1) call.roiWidth = 2;
   if (call.a == kFiveTaps && call.roiHeight == 1) call.roiHeight = 2;
-  if (call.a == kBox && isWords(call.format) && call.roiWidth == 1) call.roiWidth = 2;
+  if (call.a == kBox && is16Bit(call.format) && call.roiWidth == 1) call.roiWidth = 2;
 }
 
 Call drawOne(Draw& draw) {
@@ -71,8 +71,8 @@ Call drawOne(Draw& draw) {
   call.binning = 0;
   draw.memory(call, true);
   call.format = draw.oddly(10) ? draw.pick({7, 8, 77, 0xFFFFFFFF}) : draw.below(7);
-  call.srcBits = isWords(call.format) ? draw.pick({10, 10, 12, 16}) : 8;
-  const bool gray = isWords(call.format) || isBytes(call.format);
+  call.srcBits = is16Bit(call.format) ? draw.pick({10, 10, 12, 16}) : 8;
+  const bool gray = is16Bit(call.format) || is8Bit(call.format);
   call.a = gray ? draw.below(3) : uint32_t{kRecord};
   settleSize(call);
   return call;

@@ -1,6 +1,6 @@
 // The monochrome formats, through the public entries.
 #include "tests/check/conversion.h"
-#include "tests/check/rooms.h"
+#include "tests/check/groups.h"
 #include "vistrel/vistrel.h"
 
 namespace vistrel::core::check {

@@ -1,12 +1,14 @@
-// From finished samples to the output formats: members, their dispatch, the table.
+// From demosaiced samples to the output formats: the members, the functions that choose one, the
+// table.
 #include <algorithm>
 
 #include "common/arith.h"
+#include "output/by_name.h"
 #include "output/colour.h"
 #include "output/mono.h"
 #include "output/table.h"
 #include "tests/check/conversion.h"
-#include "tests/check/rooms.h"
+#include "tests/check/groups.h"
 #include "tests/reference/output.h"
 
 namespace vistrel::core::check {
@@ -19,7 +21,7 @@ size_t channelsWritten(Family family) {
   return family == Family::bgr ? 3 : family == Family::argb ? 4 : 1;
 }
 
-// Which samples a member reads. Its stride counts samples or pixels, as the family has it.
+// The samples that a member reads. Its stride counts samples or pixels, depending on the family.
 Shape sourceShape(Family family, const Call& call, size_t s) {
   if (call.roiWidth == 0 || call.roiHeight == 0) return {};
   size_t pitch = call.stride;

@@ -1,4 +1,4 @@
-// The table of streams: many calls in a row, with all that they leave in the tables.
+// The table of streams: successive calls, with everything that they leave in the tables.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -6,14 +6,14 @@
 #include <vector>
 
 #include "streams/registry.h"
-#include "tests/check/rooms.h"
+#include "tests/check/groups.h"
 #include "tests/reference/registry.h"
 #include "vistrel/vistrel.h"
 
 namespace vistrel::core::check {
 namespace {
 
-// One side's entries and tables.
+// One side's functions and tables.
 struct Registry {
   int32_t (*load)();
   void (*unload)();
@@ -33,24 +33,24 @@ Registry registryOf(Side side) {
           reference::g_pwUserLUT};
 }
 
-// Keeps the checker's own stream out of the game.
-class Aside {
+// Saves the checker's own stream and restores it afterwards.
+class SavedTables {
  public:
-  explicit Aside(const Registry& r)
+  explicit SavedTables(const Registry& r)
       : registry_(r), buffers_(r.buffers, r.buffers + kStreams + 1), ids_(r.ids, r.ids + kStreams),
         tables_(r.tables, r.tables + kStreams + 1) {
     r.tables[kStreams] = nullptr;
     r.load();
   }
-  ~Aside() {
+  ~SavedTables() {
     registry_.unload();
     std::free(registry_.tables[kStreams]);
     std::copy(buffers_.begin(), buffers_.end(), registry_.buffers);
     std::copy(ids_.begin(), ids_.end(), registry_.ids);
     std::copy(tables_.begin(), tables_.end(), registry_.tables);
   }
-  Aside(const Aside&) = delete;
-  Aside& operator=(const Aside&) = delete;
+  SavedTables(const SavedTables&) = delete;
+  SavedTables& operator=(const SavedTables&) = delete;
 
  private:
   const Registry& registry_;
@@ -75,10 +75,10 @@ uint64_t stateOf(const Registry& r) {
   return state;
 }
 
-// `a` calls over `b` ids, one of them the mark of a free slot. The result: the answers and the
-// tables after each call, folded.
-uint64_t play(const Registry& r, const Call& call) {
-  const Aside aside(r);
+// Makes `a` calls with `b` ids, one of which is the value of a free slot. Returns a hash of the
+// results and of the tables after each call.
+uint64_t runCalls(const Registry& r, const Call& call) {
+  const SavedTables saved(r);
   Random random(call.seed);
   std::vector<uint16_t> entries(5000);
   std::generate(entries.begin(), entries.end(),
@@ -106,7 +106,7 @@ uint64_t play(const Registry& r, const Call& call) {
 
 void addRegistry(Catalogue& all) {
   const auto run = [](Side side) -> Subject::Run {
-    return [side](const Call& call, const Memory&) { return play(registryOf(side), call); };
+    return [side](const Call& call, const Memory&) { return runCalls(registryOf(side), call); };
   };
   all.add("registry",
           {"registry", [](const Call&) { return Layout{}; }, {run(kProduct), run(kReference)}, {}},

@@ -1,8 +1,8 @@
-// Several calls on one stream: what an earlier one leaves shows in a later one.
+// Several calls on one stream: what one call leaves behind can affect a later one.
 #include <algorithm>
 #include <utility>
 
-#include "tests/check/rooms.h"
+#include "tests/check/groups.h"
 
 namespace vistrel::core::check {
 namespace {

@@ -1,6 +1,6 @@
-// Images that are finished already, and what the public entries refuse.
+// Images that need no demosaicing, and calls that the public entries reject.
 #include "tests/check/conversion.h"
-#include "tests/check/rooms.h"
+#include "tests/check/groups.h"
 #include "vistrel/vistrel.h"
 
 namespace vistrel::core::check {
@@ -26,7 +26,7 @@ Layout finishedLayout(const Call& call, bool wide) {
   return layout;
 }
 
-// No algorithm, or on bytes a format of words: neither frame nor buffers are looked at.
+// An unknown algorithm, or a 16-bit format for 8-bit samples: neither frame nor buffers are read.
 Call drawRefused(Draw& draw, bool wide) {
   Call call = drawFinished(draw, wide);
   call.algorithm = (call.algorithm & ~uint32_t{0xFF}) | (9 + draw.below(247));

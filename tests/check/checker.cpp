@@ -19,21 +19,22 @@ std::optional<Failure> faultOf(const Outcome& outcome, const char* side, const M
 }  // namespace
 
 std::optional<Failure> Checker::checkCall(const Call& call, const Layout& layout, Level level) {
-  const Subject& subject = things_.subject(call.subject);
+  const Subject& subject = catalogue_.subject(call.subject);
   reference_.set(subject, call, layout);
   product_.setLike(reference_, call, layout);
-  const Outcome expected = reference_.play(subject, call);
+  const Outcome expected = reference_.call(subject, call);
   if (auto failure = faultOf(expected, "the reference", reference_.memory())) return failure;
   setLevel(level, call.seed & 1);
-  const Outcome got = product_.play(subject, call);
+  const Outcome got = product_.call(subject, call);
   if (auto failure = faultOf(got, "the product", product_.memory())) return failure;
   if (got.result != expected.result)
     return Failure{Kind::result,
                    fmt::format("result: got {}, expected {}", static_cast<int64_t>(got.result),
                                static_cast<int64_t>(expected.result))};
-  if (auto failure = stained(reference_.memory(), reference_.colour(), "the reference"))
+  if (auto failure = findCorruption(reference_.memory(), reference_.canary(), "the reference"))
     return failure;
-  if (auto failure = stained(product_.memory(), product_.colour(), "the product")) return failure;
+  if (auto failure = findCorruption(product_.memory(), product_.canary(), "the product"))
+    return failure;
   if (auto failure = difference(layout, product_.memory(), reference_.memory())) return failure;
   product_.settle(layout.meaningless);
   reference_.settle(layout.meaningless);
@@ -42,7 +43,7 @@ std::optional<Failure> Checker::checkCall(const Call& call, const Layout& layout
 
 std::optional<Failure> Checker::check(const Case& calls, Level level) {
   std::vector<Layout> layouts;
-  for (const Call& call : calls) layouts.push_back(things_.subject(call.subject).layout(call));
+  for (const Call& call : calls) layouts.push_back(catalogue_.subject(call.subject).layout(call));
   product_.beginCase(calls, layouts);
   reference_.beginCase(calls, layouts);
   for (size_t i = 0; i < calls.size(); ++i) {

@@ -26,7 +26,7 @@ class Fold {
 };
 
 void foldCall(Fold& fold, const Memory& memory, const Outcome& outcome) {
-  if (outcome.fault) throw std::runtime_error("a fault; the check itself tells where");
+  if (outcome.fault) throw std::runtime_error("a fault; run the check to see where");
   fold.word(outcome.result);
   for (const Block* block : {&memory.destination, &memory.work})
     for (size_t r = 0; r < block->shape.rows; ++r) fold.bytes(block->row(r), block->shape.rowBytes);
@@ -45,20 +45,20 @@ std::string asText(uint64_t sum) { return fmt::format("{:016x}", sum); }
 }  // namespace
 
 uint64_t checksum(const Catalogue& all, const Plan& plan, Side side) {
-  Stage stage(side);
+  Sandbox sandbox(side);
   Fold fold;
   for (uint32_t n = 0; n < kCases; ++n) {
     Draw draw(kSeed, n);
     const Case calls = plan.draw(draw);
     std::vector<Layout> layouts;
     for (const Call& call : calls) layouts.push_back(all.subject(call.subject).layout(call));
-    stage.beginCase(calls, layouts);
+    sandbox.beginCase(calls, layouts);
     for (size_t i = 0; i < calls.size(); ++i) {
       const Subject& subject = all.subject(calls[i].subject);
-      stage.set(subject, calls[i], layouts[i]);
-      const Outcome outcome = stage.play(subject, calls[i]);
-      stage.settle(layouts[i].meaningless);
-      foldCall(fold, stage.memory(), outcome);
+      sandbox.set(subject, calls[i], layouts[i]);
+      const Outcome outcome = sandbox.call(subject, calls[i]);
+      sandbox.settle(layouts[i].meaningless);
+      foldCall(fold, sandbox.memory(), outcome);
     }
   }
   return fold.sum();

@@ -1,21 +1,21 @@
-// One number a plan: the answers to a fixed set of cases, folded.
+// One number per plan: a hash of the results of a fixed set of cases.
 #pragma once
 
 #include <string>
 
-#include "tests/check/stage.h"
+#include "tests/check/sandbox.h"
 
 namespace vistrel::core::check {
 
-// Plans whose answers depend on the processor or the C library have none.
+// Plans whose results depend on the processor or on the C library have none.
 inline bool hasChecksum(const Plan& plan) { return plan.portable; }
 uint64_t checksum(const Catalogue& all, const Plan& plan, Side side);
 
 // Prints the reference's numbers, in the form of the golden file.
 void printChecksums(const Catalogue& all);
 
-// Compares one side, the product at its current level, with the numbers of a file. Prints what
-// differs; true when nothing does.
+// Compares one side (the product: at its current level) with the numbers of a file. Prints what
+// differs; returns true if nothing does.
 bool compareChecksums(const Catalogue& all, Side side, const std::string& path);
 
 }  // namespace vistrel::core::check

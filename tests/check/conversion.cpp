@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tests/check/stage.h"
+#include "tests/check/sandbox.h"
 #include "tests/reference/convert.h"
 #include "vistrel/vistrel.h"
 
@@ -13,7 +13,7 @@ struct PixelShape {
   size_t sampleBytes, channels;
 };
 
-// Formats that there are not get room for the largest pixel, in which nothing may change.
+// For unknown formats, the destination has the size of the largest pixel and must not change.
 PixelShape pixelShape(uint32_t format) {
   switch (format) {
     case IMG_FMT_MONO8:
@@ -45,20 +45,20 @@ bool hasOutput(const Call& call, bool wide) {
   return branch && call.binning <= 3 && call.roiWidth > 0 && call.roiHeight > 0;
 }
 
-void drawRegion(Draw& draw, Call& call, bool wide, bool fencesAllowed) {
+void drawRegion(Draw& draw, Call& call, bool wide, bool guardPagesAllowed) {
   const uint32_t s = static_cast<uint32_t>(sampleBytes(wide));
-  const uint32_t fenced = static_cast<uint32_t>(FencedRows::kPitch) / s;
+  const uint32_t pitch = static_cast<uint32_t>(GuardPageRows::kPitch) / s;
   const bool fits =
-      s * call.fullWidth() <= FencedRows::kPage && call.fullHeight() <= FencedRows::kRows;
+      s * call.fullWidth() <= GuardPageRows::kPage && call.fullHeight() <= GuardPageRows::kRows;
   call.bayer = draw.oddly(40) ? draw.pick({4, 5, 6, 7, 0xFFFFFFFF}) : draw.below(4);
   call.roiX = draw.oddly(2) ? draw.below(9) : 0;
   call.roiY = draw.oddly(4) ? draw.below(5) : 0;
   const uint32_t rightEnd = call.factor() * (call.roiX + call.roiWidth);
   call.imgWidth = rightEnd + (draw.oddly(2) ? draw.below(20) : 0);
   call.imgHeight = call.factor() * (call.roiY + call.roiHeight) + draw.below(3);
-  if (fencesAllowed && fits && rightEnd <= fenced && draw.oddly(4)) {
-    call.place |= kFencedRows;
-    call.imgWidth = fenced;
+  if (guardPagesAllowed && fits && rightEnd <= pitch && draw.oddly(4)) {
+    call.place |= kGuardPageRows;
+    call.imgWidth = pitch;
   }
 }
 

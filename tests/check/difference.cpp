@@ -28,7 +28,7 @@ std::string placeOf(const Raster& raster, size_t sample) {
   return fmt::format("pixel ({}, {}) channel {}", x, y, sample % raster.channels);
 }
 
-// Of one row of bytes; what lies in `ignored` may differ.
+// Compares one row of bytes, without those in `ignored`.
 std::optional<std::string> firstDifference(const uint8_t* got, const uint8_t* expected,
                                            size_t bytes, const Raster& raster, Range ignored) {
   const size_t size = raster.sampleBytes;
@@ -68,12 +68,12 @@ std::string place(const Memory& memory, const Fault& fault) {
   return fmt::format("at {}", static_cast<const void*>(fault.address));
 }
 
-std::optional<Failure> stained(const Memory& memory, uint8_t colour, const char* side) {
+std::optional<Failure> findCorruption(const Memory& memory, uint8_t canary, const char* side) {
   for (const auto& [what, member] : kBlocks) {
     const Block& block = memory.*member;
-    if (const auto at = block.stain(colour))
+    if (const auto at = block.findCorruption(canary))
       return Failure{Kind::outside,
-                     fmt::format("{} wrote beside the {}, {} bytes from its beginning "
+                     fmt::format("{} wrote outside the {}, {} bytes from its beginning "
                                  "(it has {})",
                                  side, what, *at, block.shape.span())};
   }

@@ -1,4 +1,4 @@
-// What a call has left behind, compared and told by its place.
+// Compares what a call has left behind and describes the first difference.
 #pragma once
 
 #include <optional>
@@ -19,8 +19,8 @@ struct Failure {
 // Where in the call's memory a fault happened.
 std::string place(const Memory& memory, const Fault& fault);
 
-// A byte outside the blocks that changed.
-std::optional<Failure> stained(const Memory& memory, uint8_t colour, const char* side);
+// The first byte outside the blocks that changed.
+std::optional<Failure> findCorruption(const Memory& memory, uint8_t canary, const char* side);
 
 // The first sample that differs.
 std::optional<Failure> difference(const Layout& layout, const Memory& got, const Memory& expected);

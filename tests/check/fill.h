@@ -1,8 +1,8 @@
 // What a call finds in its memory.
 #pragma once
 
+#include "tests/check/block.h"
 #include "tests/check/call.h"
-#include "tests/check/canvas.h"
 
 namespace vistrel::core::check {
 

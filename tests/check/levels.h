@@ -1,4 +1,4 @@
-// Steers the library to a level.
+// Sets the level of the library.
 #pragma once
 
 #include "cpu/level.h"

@@ -37,7 +37,7 @@ bool chosen(const Plan& plan, const Options& options) {
 bool passes(Checker& checker, const Case& calls, Level level) {
   const std::string repeat =
       fmt::format("vistrel-check --level {} --repeat \"{}\"", nameOf(level), text(calls));
-  setLastWords("FAIL " + repeat + "\n");
+  setTerminationMessage("FAIL " + repeat + "\n");
   const auto failure = checker.check(calls, level);
   if (!failure) return true;
   fmt::print("FAIL {} at {}: {}\n  {}\n", calls.front().subject, nameOf(level), failure->text,
@@ -45,7 +45,7 @@ bool passes(Checker& checker, const Case& calls, Level level) {
   return false;
 }
 
-// Up to kFailuresShown failures, then the level is left.
+// Stops after kFailuresShown failures.
 int failuresAt(Checker& checker, const Plan& plan, Level level, const Options& options) {
   const uint32_t cases = options.cases ? options.cases : Draw::kComplete;
   int failures = 0;
@@ -80,9 +80,8 @@ int check(const Catalogue& all, const std::vector<Level>& levels, const Options&
     if (!checkPlan(checker, plan, levels, options)) ++failed;
   }
   if (plans == 0)
-    throw std::invalid_argument(
-        fmt::format("--filter '{}' --group '{}': no such function; --list names them",
-                    options.filter, options.group));
+    throw std::invalid_argument(fmt::format(
+        "--filter '{}' --group '{}': no such function; see --list", options.filter, options.group));
   if (failed) fmt::print("{} of {} functions failed\n", failed, plans);
   return failed ? kFailed : kPassed;
 }
@@ -105,7 +104,7 @@ int repeat(const Catalogue& all, const std::vector<Level>& levels, const Options
 }
 
 int bench(const Catalogue& all, const std::vector<Level>& levels, const Options& options) {
-  fmt::print("nanoseconds a pixel of the source: least, median\n");
+  fmt::print("nanoseconds per source pixel: minimum, median\n");
   for (const Plan& plan : all.plans) {
     if (!chosen(plan, options) || !plan.levels) continue;
     for (uint32_t n = 0; n < (options.cases ? options.cases : kBenchCases); ++n) {
@@ -159,12 +158,12 @@ int run(const Options& options) {
 int parseAndRun(int argc, char** argv) {
   Options options;
   CLI::App app("Compares every function of the library with the reference, byte by byte.");
-  app.add_flag("--list", options.list, "name the functions");
-  app.add_option("--filter", options.filter, "only those with TEXT in their name");
-  app.add_option("--group", options.group, "only those of a group");
-  app.add_option("--cases", options.cases, "cases a function; by default every small size")
+  app.add_flag("--list", options.list, "list the functions");
+  app.add_option("--filter", options.filter, "only functions with TEXT in their name");
+  app.add_option("--group", options.group, "only the functions of a group");
+  app.add_option("--cases", options.cases, "cases per function; by default every small size")
       ->envname("VISTREL_CHECK_CASES");
-  app.add_option("--seed", options.seed, "other cases with another number");
+  app.add_option("--seed", options.seed, "draw other cases");
   app.add_option("--level", options.level, "base, ssse3, sse41, avx2 or avx512; by default all");
   app.add_option("--repeat", options.repeat, "one case, as a failure prints it");
   app.add_flag("--self-test", options.selfTest, "prove that broken functions are caught");

@@ -7,13 +7,13 @@
 #include <stdexcept>
 
 #include "tests/check/levels.h"
-#include "tests/check/stage.h"
+#include "tests/check/sandbox.h"
 
 namespace vistrel::core::check {
 namespace {
 
 struct Times {
-  double least, median;  // nanoseconds a pixel of the source
+  double minimum, median;  // nanoseconds a pixel of the source
 };
 
 double nanoseconds(const std::function<void()>& function) {
@@ -23,19 +23,20 @@ double nanoseconds(const std::function<void()>& function) {
 }
 
 Times timesOf(const Catalogue& all, const Case& calls, Side side) {
-  constexpr size_t kLeastRuns = 5, kMostRuns = 50;
+  constexpr size_t kMinRuns = 5, kMaxRuns = 50;
   constexpr double kEnough = 2e8;
   const Call& call = calls.front();
   const Subject& subject = all.subject(call.subject);
   const Layout layout = subject.layout(call);
-  Stage stage(side);
-  stage.beginCase(calls, {layout});
-  stage.set(subject, call, layout);
-  if (stage.play(subject, call).fault) throw std::runtime_error("a fault; the check tells where");
+  Sandbox sandbox(side);
+  sandbox.beginCase(calls, {layout});
+  sandbox.set(subject, call, layout);
+  if (sandbox.call(subject, call).fault)
+    throw std::runtime_error("a fault; run the check to see where");
   std::vector<double> runs;
   double total = 0;
-  while (runs.size() < kLeastRuns || (runs.size() < kMostRuns && total < kEnough)) {
-    runs.push_back(nanoseconds([&] { stage.play(subject, call); }));
+  while (runs.size() < kMinRuns || (runs.size() < kMaxRuns && total < kEnough)) {
+    runs.push_back(nanoseconds([&] { sandbox.call(subject, call); }));
     total += runs.back();
   }
   std::sort(runs.begin(), runs.end());
@@ -47,13 +48,13 @@ Times timesOf(const Catalogue& all, const Case& calls, Side side) {
 
 void measure(const Catalogue& all, const Case& calls, const std::vector<Level>& levels) {
   const Times reference = timesOf(all, calls, kReference);
-  fmt::print("{}\n  {:<10}{:>9.3f}{:>9.3f}\n", text(calls), "reference", reference.least,
+  fmt::print("{}\n  {:<10}{:>9.3f}{:>9.3f}\n", text(calls), "reference", reference.minimum,
              reference.median);
   for (const Level level : levels) {
     setLevel(level);
     const Times product = timesOf(all, calls, kProduct);
-    fmt::print("  {:<10}{:>9.3f}{:>9.3f}{:>8.1f}x\n", nameOf(level), product.least, product.median,
-               reference.least / product.least);
+    fmt::print("  {:<10}{:>9.3f}{:>9.3f}{:>8.1f}x\n", nameOf(level), product.minimum,
+               product.median, reference.minimum / product.minimum);
   }
 }
 

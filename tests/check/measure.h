@@ -1,4 +1,4 @@
-// How long the same cases take on either side.
+// Measures how long a case takes on each side.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace vistrel::core::check {
 
-// Prints one line a case and level.
+// Prints one line per case and level.
 void measure(const Catalogue& all, const Case& calls, const std::vector<Level>& levels);
 
 }  // namespace vistrel::core::check

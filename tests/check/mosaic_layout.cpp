@@ -10,9 +10,11 @@ namespace {
 
 constexpr uint32_t kNearestSmallest = 2, kHomogeneitySmallest = 5;
 
-bool isCompact(Road road) { return road == Road::nearest || road == Road::homogeneity; }
-uint32_t smallest(Road road) {
-  return road == Road::nearest ? kNearestSmallest : kHomogeneitySmallest;
+bool isCompact(MemoryLayout memoryLayout) {
+  return memoryLayout == MemoryLayout::nearest || memoryLayout == MemoryLayout::homogeneity;
+}
+uint32_t smallest(MemoryLayout memoryLayout) {
+  return memoryLayout == MemoryLayout::nearest ? kNearestSmallest : kHomogeneitySmallest;
 }
 
 // At the public entries.
@@ -39,44 +41,45 @@ void setBlocks(Layout& layout, const Call& call) {
 
 // Rows of the region that a primitive converts: it counts the origin's rows of the source, but not
 // in the frame's height.
-size_t convertedRows(const Call& call, Road road) {
+size_t convertedRows(const Call& call, MemoryLayout memoryLayout) {
   const uint32_t y0 = call.factor() * call.roiY;
-  const bool refused = call.imgWidth < smallest(road) || call.fullHeight() < smallest(road);
+  const bool refused =
+      call.imgWidth < smallest(memoryLayout) || call.fullHeight() < smallest(memoryLayout);
   return refused || call.fullWidth() == 0 || y0 >= call.fullHeight() ? 0 : call.fullHeight() - y0;
 }
 
-Shape compactSource(const Call& call, bool wide, Road road) {
+Shape compactSource(const Call& call, bool wide, MemoryLayout memoryLayout) {
   const size_t width = call.imgWidth, height = call.fullHeight();
   if (wide) return Shape::packed(2 * height * width);
-  if (convertedRows(call, road) == 0) return {};
-  if (road == Road::homogeneity) return Shape::packed(height * width);
+  if (convertedRows(call, memoryLayout) == 0) return {};
+  if (memoryLayout == MemoryLayout::homogeneity) return Shape::packed(height * width);
   const size_t x0 = call.originX(), y0 = call.factor() * call.roiY;
   const size_t left = x0 - std::min<size_t>(x0, 2), top = y0 - std::min<size_t>(y0, 2);
   const size_t right = std::min(width, x0 + call.fullWidth() + 2);
   return {top * width + left, height - top, right - left, width};
 }
 
-void setCompact(Layout& layout, const Call& call, bool wide, Road road) {
+void setCompact(Layout& layout, const Call& call, bool wide, MemoryLayout memoryLayout) {
   const size_t s = layout.sampleBytes;
   const size_t row = 3 * s * call.fullWidth(), image = row * call.fullHeight();
   const size_t frame = wide ? 3 * s * call.imgWidth * call.fullHeight() : image;
-  layout.source = compactSource(call, wide, road);
+  layout.source = compactSource(call, wide, memoryLayout);
   layout.workBytes = std::max(frame, imageShape(call, wide, false).span());
   layout.stream = FrameSize{wide ? call.imgWidth : call.fullWidth(), call.fullHeight()};
   layout.workRaster = {s, 3, call.fullWidth()};
-  if (wide) layout.meaningless = {row * convertedRows(call, road), frame};
+  if (wide) layout.meaningless = {row * convertedRows(call, memoryLayout), frame};
 }
 
-// Words go through a buffer as large as the frame. What it holds behind the image is of no
-// meaning, and must not come into the result.
-void settleWords(Call& call, Road road) {
+// 16-bit samples go through a buffer as large as the frame. Its bytes after the image are
+// unspecified, and must not reach the result.
+void settle16Bit(Call& call, MemoryLayout memoryLayout) {
   call.roiY = 0;
   const bool sheared = isGray(call.format) && call.binning == 0;
   if (sheared) {
     call.roiX = 0;
     call.imgWidth = call.fullWidth();
   }
-  if (convertedRows(call, road) == 0 && hasOutput(call, true)) call.format = 8;
+  if (convertedRows(call, memoryLayout) == 0 && hasOutput(call, true)) call.format = 8;
 }
 
 }  // namespace
@@ -89,25 +92,25 @@ void setGuarded(Layout& layout, const Call& call) {
   layout.workRaster = {s, 3, width + 4, 2, 2};
 }
 
-Layout mosaicLayout(const Call& call, bool wide, Road road) {
+Layout mosaicLayout(const Call& call, bool wide, MemoryLayout memoryLayout) {
   Layout layout = conversionLayout(call, wide);
-  if (isRefused(call, wide) && road != Road::homogeneity) return layout;
-  if (road == Road::guarded)
+  if (isRefused(call, wide) && memoryLayout != MemoryLayout::homogeneity) return layout;
+  if (memoryLayout == MemoryLayout::guarded)
     setGuarded(layout, call);
-  else if (road == Road::blocks)
+  else if (memoryLayout == MemoryLayout::blocks)
     setBlocks(layout, call);
   else
-    setCompact(layout, call, wide, road);
+    setCompact(layout, call, wide, memoryLayout);
   return layout;
 }
 
-Call drawMosaic(Draw& draw, bool wide, Road road) {
+Call drawMosaic(Draw& draw, bool wide, MemoryLayout memoryLayout) {
   Call call;
-  draw.size(call, road != Road::blocks);
+  draw.size(call, memoryLayout != MemoryLayout::blocks);
   drawColour(draw, call, wide);
-  drawRegion(draw, call, wide, !(wide && isCompact(road)));
+  drawRegion(draw, call, wide, !(wide && isCompact(memoryLayout)));
   if (wide && call.format == IMG_FMT_MONO16) call.format = 8;
-  if (wide && isCompact(road)) settleWords(call, road);
+  if (wide && isCompact(memoryLayout)) settle16Bit(call, memoryLayout);
   return call;
 }
 

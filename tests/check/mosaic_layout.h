@@ -5,20 +5,20 @@
 
 namespace vistrel::core::check {
 
-// The ways in which algorithms use their memory.
-enum class Road {
+// How algorithms use their memory.
+enum class MemoryLayout {
   guarded,     // in place, in a work buffer with a guard of two pixels
   blocks,      // blocks of 8 by 2 pixels, two rows lower in the work buffer
-  nearest,     // a primitive, without a guard; reads two samples round the region
-  homogeneity  // the same, and reads the whole frame
+  nearest,     // a primitive, without a guard; reads two samples around the region
+  homogeneity  // the same, but reads the whole frame
 };
 
-// The arguments of a conversion by this road, so that its answer is laid down.
-Call drawMosaic(Draw& draw, bool wide, Road road);
+// Draws the arguments of a conversion so that its result is defined.
+Call drawMosaic(Draw& draw, bool wide, MemoryLayout memoryLayout);
 
-Layout mosaicLayout(const Call& call, bool wide, Road road);
+Layout mosaicLayout(const Call& call, bool wide, MemoryLayout memoryLayout);
 
-// The guarded layout's part, for the function that makes it.
+// The part that all algorithms with a guarded work buffer share.
 void setGuarded(Layout& layout, const Call& call);
 
 }  // namespace vistrel::core::check

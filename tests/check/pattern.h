@@ -1,4 +1,4 @@
-// What test frames look like.
+// The contents of test frames.
 #pragma once
 
 #include <array>
@@ -14,12 +14,12 @@ enum class Pattern : uint32_t {
   impulses,  // a few bright or dark samples on a flat ground
   extremes,  // every sample 0 or the maximum
   smooth,    // slow waves under a little noise
-  clamps,    // values round the limits of 10 bits and of the depth, in small blocks
+  clamps,    // values around the limits of 10 bits and of the depth, in small blocks
   stray      // all 16 bits, whatever the depth
 };
 constexpr uint32_t kPatterns = 9;
 
-// A frame without memory: any sample by its position.
+// Computes any sample of a frame from its position.
 class Frame {
  public:
   // maximum: the depth's largest sample; largest: the sample type's.
@@ -35,7 +35,7 @@ class Frame {
   Pattern pattern_;
   uint64_t seed_;
   uint32_t maximum_, largest_;
-  std::array<uint32_t, 5> constants_;  // the frame's own few values
+  std::array<uint32_t, 5> constants_;  // the values that the pattern uses
   uint32_t periodX_, periodY_;
 };
 

@@ -1,4 +1,4 @@
-// Reproducible randomness: the same numbers on every machine and with every library.
+// Reproducible random numbers: the same on every machine and with every library.
 #pragma once
 
 #include <cstdint>

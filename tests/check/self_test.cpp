@@ -13,17 +13,17 @@
 namespace vistrel::core::check {
 namespace {
 
-// Runs the right implementation and does something wrong beside it.
-using Breaking = uint64_t (*)(const Subject::Run& right, const Call&, const Memory&);
+// Runs the correct implementation and does something wrong in addition.
+using Mutation = uint64_t (*)(const Subject::Run& right, const Call&, const Memory&);
 
-struct Impostor {
+struct Mutant {
   const char* what;
-  const char* base;  // the function that it pretends to be
-  Breaking broken;
-  std::set<Kind> signs;  // all of them, and no other, must come up
+  const char* base;  // the function that it replaces
+  Mutation mutation;
+  std::set<Kind> expected;  // the checker must report all of these kinds and no other
 };
 
-void readAndForget(const uint8_t* address) {
+void readAndDiscard(const uint8_t* address) {
   [[maybe_unused]] const uint8_t value = *const_cast<const volatile uint8_t*>(address);
 }
 
@@ -33,7 +33,7 @@ void spoilFirstByte(const Block& block) {
   if (block.shape.span() > 0) *block.begin ^= 1;
 }
 
-const Impostor kImpostors[] = {
+const Mutant kMutants[] = {
     {"nothing wrong",
      "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) { return right(c, m); },
@@ -62,31 +62,31 @@ const Impostor kImpostors[] = {
        return result;
      },
      {Kind::outside, Kind::fault}},
-    {"a read past the source, thrown away",
+    {"a read past the source, discarded",
      "mono-8to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
-       readAndForget(end(m.source));
+       readAndDiscard(end(m.source));
        return right(c, m);
      },
      {Kind::fault}},
-    {"a read before the source, thrown away",
+    {"a read before the source, discarded",
      "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
-       readAndForget(m.source.begin - 1);
+       readAndDiscard(m.source.begin - 1);
        return right(c, m);
      },
      {Kind::fault}},
-    {"a read between the rows, thrown away",
+    {"a read between the rows, discarded",
      "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
-       if (m.source.shape.rows > 1) readAndForget(m.source.row(1) - 1);
+       if (m.source.shape.rows > 1) readAndDiscard(m.source.row(1) - 1);
        return right(c, m);
      },
      {Kind::fault}},
-    {"a read past the work buffer, thrown away",
+    {"a read past the work buffer, discarded",
      "bilinear-16",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
-       readAndForget(end(m.work));
+       readAndDiscard(end(m.work));
        return right(c, m);
      },
      {Kind::fault}},
@@ -95,7 +95,7 @@ const Impostor kImpostors[] = {
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        const Shape& s = m.source.shape;
-       if (s.rows > 1 && s.pitch > s.rowBytes && !(c.place & kFencedRows))
+       if (s.rows > 1 && s.pitch > s.rowBytes && !(c.place & kGuardPageRows))
          *m.destination.begin = m.source.begin[s.rowBytes];
        return result;
      },
@@ -105,7 +105,7 @@ const Impostor kImpostors[] = {
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
        const Shape& s = m.source.shape;
-       if (s.rows > 1 && s.pitch > s.rowBytes && !(c.place & kFencedRows))
+       if (s.rows > 1 && s.pitch > s.rowBytes && !(c.place & kGuardPageRows))
          m.source.begin[s.rowBytes] = 0;
        return result;
      },
@@ -174,55 +174,55 @@ const Impostor kImpostors[] = {
      {Kind::destination}},
 };
 
-std::string signsText(const std::set<Kind>& signs) {
+std::string kindsText(const std::set<Kind>& kinds) {
   constexpr const char* kNames[] = {"fault", "result", "source", "destination", "work", "outside"};
   std::vector<std::string> names;
-  for (const Kind kind : signs) names.push_back(kNames[static_cast<size_t>(kind)]);
+  for (const Kind kind : kinds) names.push_back(kNames[static_cast<size_t>(kind)]);
   return names.empty() ? "nothing" : fmt::format("{}", fmt::join(names, ", "));
 }
 
-// A catalogue in which the impostor stands in the product's place.
-Catalogue disguised(const Catalogue& all, const Impostor& impostor) {
-  Catalogue cast;
-  Subject subject = all.subject(impostor.base);
-  subject.run[kProduct] = [right = subject.run[kReference], broken = impostor.broken](
-                              const Call& c, const Memory& m) { return broken(right, c, m); };
-  cast.subjects.push_back(std::move(subject));
-  return cast;
+// A catalogue with the mutant in the product's place.
+Catalogue catalogueOf(const Catalogue& all, const Mutant& mutant) {
+  Catalogue catalogue;
+  Subject subject = all.subject(mutant.base);
+  subject.run[kProduct] = [right = subject.run[kReference], mutation = mutant.mutation](
+                              const Call& c, const Memory& m) { return mutation(right, c, m); };
+  catalogue.subjects.push_back(std::move(subject));
+  return catalogue;
 }
 
-// Every sign that comes up, with the first text that told of it.
-std::map<Kind, std::string> signsOf(const Catalogue& all, const Impostor& impostor, uint64_t seed) {
+// Every kind of failure that the checker reports, each with the first text.
+std::map<Kind, std::string> failuresOf(const Catalogue& all, const Mutant& mutant, uint64_t seed) {
   const Plan& plan = *std::find_if(all.plans.begin(), all.plans.end(),
-                                   [&](const Plan& p) { return p.name == impostor.base; });
-  const Catalogue cast = disguised(all, impostor);
-  Checker checker(cast);
-  std::map<Kind, std::string> signs;
+                                   [&](const Plan& p) { return p.name == mutant.base; });
+  const Catalogue catalogue = catalogueOf(all, mutant);
+  Checker checker(catalogue);
+  std::map<Kind, std::string> failures;
   for (uint32_t n = 0; n < Draw::kComplete; ++n) {
     Draw draw(seed, n);
     const Case calls = plan.draw(draw);
     if (const auto failure = checker.check(calls, supportedLevels().back()))
-      signs.emplace(failure->kind, failure->text);
+      failures.emplace(failure->kind, failure->text);
   }
-  return signs;
+  return failures;
 }
 
 }  // namespace
 
 bool selfTest(const Catalogue& all, uint64_t seed) {
   bool allCaught = true;
-  for (const Impostor& impostor : kImpostors) {
+  for (const Mutant& mutant : kMutants) {
     std::set<Kind> seen;
     std::string texts;
-    for (const auto& [kind, text] : signsOf(all, impostor, seed)) {
+    for (const auto& [kind, text] : failuresOf(all, mutant, seed)) {
       seen.insert(kind);
       texts += fmt::format("    {}\n", text);
     }
-    const bool caught = seen == impostor.signs;
+    const bool caught = seen == mutant.expected;
     allCaught = allCaught && caught;
-    fmt::print("{} {}, in {}: seen by {}\n{}", caught ? "ok" : "MISSED", impostor.what,
-               impostor.base, signsText(seen), texts);
-    if (!caught) fmt::print("    to be seen by {}\n", signsText(impostor.signs));
+    fmt::print("{} {}, in {}: seen by {}\n{}", caught ? "ok" : "MISSED", mutant.what, mutant.base,
+               kindsText(seen), texts);
+    if (!caught) fmt::print("    expected {}\n", kindsText(mutant.expected));
   }
   return allCaught;
 }

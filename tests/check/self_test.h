@@ -1,5 +1,5 @@
-// Proves that the checker sees what is wrong: functions broken on purpose, each of which must
-// be caught, by the right sign, within the ordinary cases.
+// Proves that the checker notices errors: it must catch functions that are broken on purpose, each
+// with the expected kinds of failure, within the default number of cases.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace vistrel::core::check {
 
-// Prints a line for each; true when all were caught.
+// Prints a line for each; returns true if all were caught.
 bool selfTest(const Catalogue& all, uint64_t seed);
 
 }  // namespace vistrel::core::check

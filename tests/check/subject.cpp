@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "tests/check/rooms.h"
+#include "tests/check/groups.h"
 
 namespace vistrel::core::check {
 
@@ -24,7 +24,7 @@ const Subject& Catalogue::subject(const std::string& name) const {
   const auto found = std::find_if(subjects.begin(), subjects.end(),
                                   [&](const Subject& s) { return s.name == name; });
   if (found == subjects.end())
-    throw std::invalid_argument(fmt::format("'{}': no such function; --list names them", name));
+    throw std::invalid_argument(fmt::format("'{}': no such function; see --list", name));
   return *found;
 }
 

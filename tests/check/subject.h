@@ -1,4 +1,4 @@
-// What is checked: functions in two implementations, and the cases to try them with.
+// The functions to check, in two implementations, and the cases to try them with.
 #pragma once
 
 #include <array>
@@ -7,20 +7,20 @@
 #include <string>
 #include <vector>
 
+#include "tests/check/block.h"
 #include "tests/check/call.h"
-#include "tests/check/canvas.h"
 #include "tests/check/draw.h"
 
 namespace vistrel::core::check {
 
 enum Side { kProduct, kReference };
 
-// What a call of one side works on.
+// The memory that one side's call works on.
 struct Memory {
   Block source, destination, work, table;
 };
 
-// How bytes read as pixels, so that a difference can be told by its place.
+// How bytes form pixels, to describe where a difference is.
 struct Raster {
   size_t sampleBytes = 1;
   size_t channels = 1;
@@ -37,7 +37,7 @@ struct Range {
   size_t from = 0, to = 0;
 };
 
-// Which bytes a call may touch, and what is in them.
+// Which bytes a call may touch, and what they hold.
 struct Layout {
   Shape source;
   size_t sampleBytes = 1;  // of a source sample
@@ -47,9 +47,9 @@ struct Layout {
   size_t workBytes = 0;             // the part of the work buffer that the call may touch
   std::optional<FrameSize> stream;  // the smallest size for ImgInitialize that allows the call
   Raster workRaster;
-  Range meaningless;  // bytes of the work buffer that the call leaves at random
+  Range meaningless;  // bytes of the work buffer that are unspecified after the call
   size_t tableEntries = 0;
-  uint64_t pixels = 0;  // of the source, to measure by
+  uint64_t pixels = 0;  // of the source, for the time per pixel
 };
 
 // A function in both implementations.
@@ -59,7 +59,7 @@ struct Subject {
   std::string name;
   std::function<Layout(const Call&)> layout;
   std::array<Run, 2> run;  // by Side
-  // Writes what the call reads. By default a frame by the call's pattern.
+  // Writes what the call reads. Empty: a frame with the call's pattern.
   std::function<void(const Call&, const Layout&, const Memory&)> fill;
 };
 
@@ -68,20 +68,20 @@ struct Plan {
   std::string name;
   std::string group;
   std::function<Case(Draw&)> draw;
-  bool levels = true;    // the product's answer comes from different code at each level
-  bool portable = true;  // the answer is the same on every processor
+  bool levels = true;    // the product runs different code at each level
+  bool portable = true;  // the result is the same on every processor
 };
 
 struct Catalogue {
   std::vector<Subject> subjects;
   std::vector<Plan> plans;
 
-  // One function, and a plan of one call a case.
+  // Adds a function and a plan whose cases have one call.
   void add(const std::string& group, Subject subject, std::function<Call(Draw&)> draw);
   const Subject& subject(const std::string& name) const;
 };
 
-// Everything that there is.
+// All groups.
 Catalogue catalogue();
 
 }  // namespace vistrel::core::check

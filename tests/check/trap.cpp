@@ -4,7 +4,7 @@
 #include <signal.h>
 #include <unistd.h>
 
-// Present in a sanitizer's runtime alone.
+// Only the runtimes of sanitizers have it.
 extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)(void));
 
 namespace vistrel::core::check {
@@ -15,15 +15,16 @@ constexpr int kSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 sigjmp_buf g_return;
 volatile sig_atomic_t g_armed = 0;
 Fault g_fault;
-std::string g_lastWords;
+std::string g_terminationMessage;
 
-void speakLastWords() {
-  [[maybe_unused]] const ssize_t n = write(STDERR_FILENO, g_lastWords.data(), g_lastWords.size());
+void writeTerminationMessage() {
+  [[maybe_unused]] const ssize_t n =
+      write(STDERR_FILENO, g_terminationMessage.data(), g_terminationMessage.size());
 }
 
 void onSignal(int signal, siginfo_t* info, void*) {
   if (!g_armed) {
-    speakLastWords();
+    writeTerminationMessage();
     ::signal(signal, SIG_DFL);
     raise(signal);
     return;
@@ -39,7 +40,7 @@ void install() {
   action.sa_flags = SA_SIGINFO | SA_NODEFER;
   sigemptyset(&action.sa_mask);
   for (const int signal : kSignals) sigaction(signal, &action, nullptr);
-  if (__sanitizer_set_death_callback) __sanitizer_set_death_callback(speakLastWords);
+  if (__sanitizer_set_death_callback) __sanitizer_set_death_callback(writeTerminationMessage);
 }
 
 }  // namespace
@@ -54,6 +55,6 @@ std::optional<Fault> trapped(const std::function<void()>& function) {
   return std::nullopt;
 }
 
-void setLastWords(const std::string& text) { g_lastWords = text; }
+void setTerminationMessage(const std::string& text) { g_terminationMessage = text; }
 
 }  // namespace vistrel::core::check

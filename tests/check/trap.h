@@ -1,4 +1,4 @@
-// Runs a function and survives it when it touches what it may not.
+// Runs a function and survives its faults.
 #pragma once
 
 #include <cstdint>
@@ -13,10 +13,10 @@ struct Fault {
   const uint8_t* address;
 };
 
-// What the function's destructors would have released stays: a fault ends the case.
+// After a fault the function's destructors do not run: what they would have released stays.
 std::optional<Fault> trapped(const std::function<void()>& function);
 
-// A text for the last words of a process that a sanitizer or a signal outside a trap ends.
-void setLastWords(const std::string& text);
+// The text that the process prints when a sanitizer, or a signal outside trapped(), ends it.
+void setTerminationMessage(const std::string& text);
 
 }  // namespace vistrel::core::check

@@ -1,4 +1,4 @@
-// A machine that answers as told, in the place of the real one for the length of a test.
+// A fake processor whose answers a test sets; it replaces the real one during the test.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -37,7 +37,7 @@ class FakeProcessor final : public Processor {
   uint64_t timeStamp() const override { return time; }
 };
 
-// Begins undetected, on the fake machine; leaves every word as it was.
+// Begins without detected features, on the fake processor; restores all globals.
 class OnFakeProcessor : public ::testing::Test {
  protected:
   OnFakeProcessor() {

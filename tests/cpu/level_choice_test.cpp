@@ -29,7 +29,7 @@ TEST(ChooseLevel, PrefersSse41) {
   EXPECT_EQ(chooseLevel(kAll ^ 0x10), (LevelChoice{0xCCF, 3, 0, 0}));
 }
 
-TEST(ChooseLevel, TellsSsse3WithMovbeFromSsse3) {
+TEST(ChooseLevel, DistinguishesSsse3WithMovbeFromSsse3) {
   EXPECT_EQ(chooseLevel(0x3F), (LevelChoice{0x1F, 2, 1, 0}));
   EXPECT_EQ(chooseLevel(0x1F), (LevelChoice{0x1F, 2, 0, 0}));
   EXPECT_EQ(chooseLevel(kAll ^ 0x40), (LevelChoice{0x1F, 2, 1, 0}));

@@ -15,7 +15,7 @@ struct Outcome {
   std::vector<T> image, buffer;
 };
 
-// Unbinned, at full depth: bytes to BGR24, words to BGR48.
+// Unbinned, at full depth: bytes to BGR24, 16-bit samples to BGR48.
 template <class T>
 Outcome<T> convert(const Mosaic<T>& m, std::vector<T> buffer) {
   const uint32_t x0 = static_cast<uint32_t>(m.x0), y0 = static_cast<uint32_t>(m.y0),
@@ -46,7 +46,7 @@ unsigned interpolated(const Mosaic<T>& m, int i, int j, int channel) {
   for (int dj = -1; dj <= 1; ++dj)
     for (int di = -1; di <= 1; ++di) {
       if (sensedChannel(m.site(i + di, j + dj)) != channel) continue;
-      sum += m.spread(i + di, j + dj, channel);
+      sum += m.scattered(i + di, j + dj, channel);
       ++count;
     }
   return sum / count;
@@ -57,7 +57,7 @@ template <class T>
 std::vector<T> filledBuffer(const Mosaic<T>& m) {
   return m.buffer([&](int i, int j, int c) {
     const bool guard = i < 0 || j < 0 || i >= m.Wf || j >= m.Hf;
-    return guard ? m.spread(i, j, c) : interpolated(m, i, j, c);
+    return guard ? m.scattered(i, j, c) : interpolated(m, i, j, c);
   });
 }
 

@@ -6,7 +6,7 @@
 namespace vistrel::core::test {
 namespace {
 
-// Every format that there is and one that there is not.
+// Every format, and one that does not exist.
 const std::vector<uint32_t> kFormats = {2, 3, 5, 6, 7, 8};
 
 TEST(BilinearLarge, BytesAtEveryLevel) {
@@ -29,7 +29,7 @@ TEST(BilinearLarge, BytesAtEveryLevel) {
   g_pwBGRBuff[kSlot] = nullptr;
 }
 
-TEST(BilinearLarge, WordsAtEveryLevel) {
+TEST(BilinearLarge, SixteenBitSamplesAtEveryLevel) {
   constexpr uint32_t w = 1531, h = 1403;
   const auto m = noiseMosaic<uint16_t>(BAYER_GBRG, 3, 1, w, h, 4095, 2);
   const auto filled = filledBuffer(m);

@@ -40,8 +40,8 @@ void compareSizes(unsigned top) {
 }
 
 TEST_P(Bilinear, MeansOfBytesAtEverySize) { compareSizes<uint8_t>(255); }
-TEST_P(Bilinear, MeansOfTenBitWordsAtEverySize) { compareSizes<uint16_t>(1023); }
-TEST_P(Bilinear, MeansOfFullWordsAtEverySize) { compareSizes<uint16_t>(65535); }
+TEST_P(Bilinear, MeansOfTenBitSamplesAtEverySize) { compareSizes<uint16_t>(1023); }
+TEST_P(Bilinear, MeansOfSixteenBitSamplesAtEverySize) { compareSizes<uint16_t>(65535); }
 
 TEST_P(Bilinear, OneLargeSampleAmongSmallOnes) {
   for (size_t at : {0u, 70u, 333u, 334u, 658u}) {

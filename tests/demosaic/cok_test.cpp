@@ -107,9 +107,9 @@ TEST_P(Cok, ABrightGreenTimesAHueAboveOneIsClamped) {
   EXPECT_EQ(bytes.green(1, 0), 120);
   EXPECT_EQ(bytes.green(3, 0), 120);
   EXPECT_EQ(bytes.red(2, 0), 255);  // 200 * 4 / 2
-  const auto words = cok(brightGreen<uint16_t>(10));
-  EXPECT_EQ(words.green(1, 0), 1200);
-  EXPECT_EQ(words.red(2, 0), 1023);  // 2000 * 4 / 2
+  const auto samples16 = cok(brightGreen<uint16_t>(10));
+  EXPECT_EQ(samples16.green(1, 0), 1200);
+  EXPECT_EQ(samples16.red(2, 0), 1023);  // 2000 * 4 / 2
   EXPECT_EQ(cok(brightGreen<uint16_t>(2)).red(2, 0), 800);
 }
 

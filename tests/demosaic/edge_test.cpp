@@ -102,7 +102,7 @@ TEST_P(Edge, TheWidestThresholdOfBytesIs255And191And127And63) {
 }
 
 // 4095 * 100 / 255 = 1605, three quarters 1203, half 802, a quarter 401.
-TEST_P(Edge, TheThresholdOfWordsIsScaledToTheirBits) {
+TEST_P(Edge, TheThresholdOfSixteenBitSamplesIsScaledToTheirBits) {
   EXPECT_EQ(peak<uint16_t>(1606, 100, 12), 1606);
   EXPECT_EQ(peak<uint16_t>(1605, 100, 12), 401 + 802 + 200);
   EXPECT_EQ(peak<uint16_t>(1204, 100, 12), 301 + 602 + 150);

@@ -8,7 +8,7 @@
 
 namespace vistrel::core::test {
 
-// A frame and the region of it that is spread, in unbinned pixels of the sensor.
+// A frame and the region of it that is scattered, in unbinned pixels of the sensor.
 template <class T>
 struct Mosaic {
   std::vector<T> frame;
@@ -38,7 +38,7 @@ struct Mosaic {
   }
 
   // Of the image and its guard; a guard pixel is the image pixel two further in.
-  unsigned spread(int i, int j, int channel) const {
+  unsigned scattered(int i, int j, int channel) const {
     i += i < 0 ? 2 : i >= Wf ? -2 : 0;
     j += j < 0 ? 2 : j >= Hf ? -2 : 0;
     return channel == sensedChannel(site(i, j)) ? sensed(i, j) : 0;
@@ -53,8 +53,8 @@ struct Mosaic {
         for (int c = 0; c < 3; ++c) all.push_back(static_cast<T>(value(i, j, c)));
     return all;
   }
-  std::vector<T> spreadBuffer() const {
-    return buffer([&](int i, int j, int c) { return spread(i, j, c); });
+  std::vector<T> scatteredBuffer() const {
+    return buffer([&](int i, int j, int c) { return scattered(i, j, c); });
   }
 };
 

@@ -118,7 +118,7 @@ TEST_P(Hamilton, AFlatFrameStaysFlatInsideAndBrightensOnTheRim) {
 }
 
 // quirk: ten-bit-limit
-TEST_P(Hamilton, ComputedWordsStopAtTenBitsSensedOnesPass) {
+TEST_P(Hamilton, ComputedSamplesStopAtTenBitsSensedOnesPass) {
   for (unsigned v : {1024u, 4000u, 65535u}) {
     const auto out = hamilton(Frame<uint16_t>(8, 8, v));
     for (int y = 0; y < 8; ++y)

@@ -114,7 +114,7 @@ TEST_P(Kimmel, ADifferenceOfTwoMakesTheRadicandTwo) {
 }
 
 // quirk: ten-bit-limit
-TEST_P(Kimmel, ComputedWordsStopAtTenBitsSensedOnesPass) {
+TEST_P(Kimmel, ComputedSamplesStopAtTenBitsSensedOnesPass) {
   const PackedScope on(true);
   for (unsigned v : {1024u, 4095u, 65535u}) {
     const Frame<uint16_t> frame(40, 8, v);
@@ -145,14 +145,14 @@ TEST_P(Kimmel, TheEnabledFeaturesChooseThePath) {
 TEST_P(Kimmel, PackedHuesAreAtMostTheirGreen) {
   for (uint32_t bayer = 0; bayer < 2; ++bayer) {
     const auto bytes = coloured<uint8_t>(bayer, 32, 9, {5, 1, 5});
-    const auto words = coloured<uint16_t>(bayer, 32, 9, {5, 1, 5});
+    const auto samples16 = coloured<uint16_t>(bayer, 32, 9, {5, 1, 5});
     expectInside(inDoubles(bayer, bytes), 32, 9, {5, 1, 5});
     for (int y = 2; y < 7; ++y)
       for (int x = 2; x < 30; ++x) {
         const bool green =
             isGreen(siteAt(rowParity(bayer, unsigned(y)), columnParity(bayer, unsigned(x))));
         for (const auto& [blue, g, red] :
-             {pixel(packed(bayer, bytes), x, y), pixel(packed(bayer, words), x, y)})
+             {pixel(packed(bayer, bytes), x, y), pixel(packed(bayer, samples16), x, y)})
           ASSERT_EQ((std::multiset{blue, red}), (std::multiset{1, green ? 1 : 5}));
       }
   }
@@ -212,7 +212,7 @@ void expectBlack(const Demosaiced<T>& out, int width, int height) {
 }
 
 // quirk: shifted-blocks
-TEST_P(Kimmel, BlocksOfWordsLeaveOutTheColumnPhase) {
+TEST_P(Kimmel, BlocksOfSixteenBitSamplesIgnoreTheColumnPhase) {
   for (uint32_t bayer : {BAYER_RGGB, BAYER_GBRG}) {
     expectBlack(packed(bayer, noiseFrame<uint16_t>(16, 9, 60, 900)), 16, 9);
     expectNearDoubles<uint16_t>(bayer, 15, 9);
@@ -239,7 +239,7 @@ TEST_P(Kimmel, BlocksOfBytesAreOutOfPhaseInOddWidths) {
 // quirk: unbinned-walk
 TEST_P(Kimmel, ThePackedWalkKnowsNoBinning) {
   const auto m = noiseMosaic<uint8_t>(BAYER_GRBG, 0, 0, 16, 6, 255, 1);
-  const std::vector<uint8_t> before = m.spreadBuffer();
+  const std::vector<uint8_t> before = m.scatteredBuffer();
   std::vector<uint8_t> work(m.samples()), result(3 * 8 * 3);
   g_pwBGRBuff[9] = reinterpret_cast<uint16_t*>(work.data());
   vec_ImageColorHueKimmel(9, m.imgWidth, BAYER_GRBG, 1, IMG_FMT_BGR24, 0, 0, 8, 3, m.frame.data(),

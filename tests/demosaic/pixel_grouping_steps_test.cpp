@@ -101,7 +101,7 @@ TEST(CalcOneGreen, TurnsAnOvershootOfBytesBlack) {
   EXPECT_EQ(bright.greenOf(kRedSite), 255);  // 1023 / 4
 }
 
-TEST(CalcOneGreen, StopsWordsAtTenBits) {
+TEST(CalcOneGreen, StopsSixteenBitSamplesAtTenBits) {
   auto bright = crossing<uint16_t>(2, 4000, 70, 100, 9000, 9000, 9000);
   bright.green(-1, 0) = 4000;
   EXPECT_EQ(bright.greenOf(kRedSite), 1023);

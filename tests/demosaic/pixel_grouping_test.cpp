@@ -33,15 +33,15 @@ int greenAmid(const Frame<T>& frame) {
 TEST_P(PixelGrouping, AFlatFrameStaysFlatInside) {
   for (unsigned v : {0u, 1u, 100u, 255u}) {
     const auto bytes = grouping(Frame<uint8_t>(8, 8, v));
-    const auto words = grouping(Frame<uint16_t>(8, 8, 4 * v));
+    const auto samples16 = grouping(Frame<uint16_t>(8, 8, 4 * v));
     for (int y = 1; y < 7; ++y)
       for (int x = 1; x < 7; ++x) {
         EXPECT_EQ(bytes.blue(x, y), int(v));
         EXPECT_EQ(bytes.green(x, y), int(v));
         EXPECT_EQ(bytes.red(x, y), int(v));
-        EXPECT_EQ(words.blue(x, y), int(4 * v));
-        EXPECT_EQ(words.green(x, y), int(4 * v));
-        EXPECT_EQ(words.red(x, y), int(4 * v));
+        EXPECT_EQ(samples16.blue(x, y), int(4 * v));
+        EXPECT_EQ(samples16.green(x, y), int(4 * v));
+        EXPECT_EQ(samples16.red(x, y), int(4 * v));
       }
   }
 }
@@ -107,7 +107,7 @@ TEST_P(PixelGrouping, TheRimTakesItsGreenForAPeak) {
 }
 
 // quirk: ten-bit-limit
-TEST_P(PixelGrouping, ComputedWordsStopAtTenBitsSensedOnesPass) {
+TEST_P(PixelGrouping, ComputedSamplesStopAtTenBitsSensedOnesPass) {
   for (unsigned v : {1024u, 4095u, 65535u}) {
     const auto out = grouping(Frame<uint16_t>(8, 8, v));
     for (int y = 0; y < 8; ++y)

@@ -21,7 +21,7 @@ using Gradients = std::array<int, 8>;
 
 constexpr int kSensed = 100;
 
-// A red site of 100 and eight reds round it, all else `others`: so each direction has the gradient
+// A red site of 100 and eight reds around it, all else `others`: so each direction has the gradient
 // that its red differs by. What comes out is the green there; blue is the same.
 template <class T>
 int greenAt(uint32_t x, const Gradients& g, unsigned others) {
@@ -118,7 +118,7 @@ TEST_P(VariableGradients, FlatColoursComeOutEverywhere) {
 }
 
 // quirk: ten-bit-limit
-TEST_P(VariableGradients, ComputedWordsStopAtTenBitsSensedOnesPass) {
+TEST_P(VariableGradients, ComputedSamplesStopAtTenBitsSensedOnesPass) {
   for (unsigned v : {1024u, 4095u, 4096u, 65535u}) {
     const Demosaiced<uint16_t> out(ImageColorVariableGradients, BAYER_GRBG,
                                    Frame<uint16_t>(70, 8, v));
@@ -132,12 +132,12 @@ TEST_P(VariableGradients, ComputedWordsStopAtTenBitsSensedOnesPass) {
   }
 }
 
-// Pixel by pixel on the spread mosaic.
+// Pixel by pixel on the scattered mosaic.
 template <class T>
 void expectPixelByPixel(unsigned top, int width, int height) {
   for (uint32_t bayer = 0; bayer < 4; ++bayer) {
     const auto m = noiseMosaic<T>(bayer, 1, 3, width, height, top, bayer);
-    std::vector<T> expected = m.spreadBuffer(), work(m.samples());
+    std::vector<T> expected = m.scatteredBuffer(), work(m.samples());
     const auto stride = static_cast<unsigned>(m.stride());
     for (int j = 0; j < height; ++j)
       for (int i = 0; i < width; ++i) {
@@ -183,7 +183,7 @@ TEST_P(VariableGradients, ASinglePixelTakesItsColoursFromWhatTheBufferHeld) {
   EXPECT_EQ(out.red(0, 0), 70);
 }
 
-// Five by five pixels round a green site with H beside it and V above it, or round a red or blue
+// Five by five pixels around a green site with H beside it and V above it, or around a red or blue
 // one.
 template <class T>
 class Patch {

@@ -1,4 +1,4 @@
-// How the mosaic is spread into the work buffer, and the guard around it.
+// How the mosaic is scattered into the work buffer, and the guard around it.
 #include "demosaic/work_buffer.h"
 
 #include <array>
@@ -14,11 +14,11 @@ using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 
 using Bytes = std::vector<uint8_t>;
-using Words = std::vector<uint16_t>;
+using Samples16 = std::vector<uint16_t>;
 
-// Spreads a region of whole pixels, F of them to each binned one, over a preset buffer.
+// Scatters a region of whole pixels, F of them to each binned one, over a preset buffer.
 template <class T>
-std::vector<T> spread(const Mosaic<T>& m, T preset = 0xEE, uint32_t F = 1) {
+std::vector<T> scatter(const Mosaic<T>& m, T preset = 0xEE, uint32_t F = 1) {
   std::vector<T> buffer(m.samples(), preset);
   PrepareBGRBuffer(m.imgWidth, m.bayer, F - 1, static_cast<uint32_t>(m.x0) / F,
                    static_cast<uint32_t>(m.y0) / F, static_cast<uint32_t>(m.Wf) / F,
@@ -39,14 +39,14 @@ Mosaic<uint8_t> ramp(uint32_t bayer, int Wf, int Hf) {  // sample (x, y) is 10 *
   return {painted<uint8_t>(w, h, at), w, bayer, 0, 0, Wf, Hf};
 }
 
-TEST(Spread, EachPhaseBeginsAsItsNameSays) {
+TEST(Scatter, EachPhaseBeginsAsItsNameSays) {
   struct Phase {
     uint32_t bayer;
     const char* block;  // rows 0 and 1, columns 0 and 1
   };
   for (const Phase& phase : {Phase{0, "GRBG"}, {1, "BGGR"}, {2, "RGGB"}, {3, "GBRG"}}) {
     const auto m = ramp(phase.bayer, 4, 4);
-    const Bytes buffer = spread(m);
+    const Bytes buffer = scatter(m);
     for (int k = 0; k < 4; ++k) {
       Pixel expected{};
       const char colour = phase.block[k];
@@ -56,30 +56,30 @@ TEST(Spread, EachPhaseBeginsAsItsNameSays) {
   }
 }
 
-TEST(Spread, OnlyTheTwoLowBitsOfThePhaseCount) {
+TEST(Scatter, OnlyTheTwoLowBitsOfThePhaseCount) {
   for (uint32_t bayer = 0; bayer < 4; ++bayer)
     for (uint32_t high : {4u, 8u, 0x80000000u, 0xFFFFFFFCu})
-      EXPECT_EQ(spread(ramp(bayer + high, 6, 5)), spread(ramp(bayer, 6, 5)));
+      EXPECT_EQ(scatter(ramp(bayer + high, 6, 5)), scatter(ramp(bayer, 6, 5)));
 }
 
-TEST(Spread, SmoothsInnerGreensByTheFourDiagonals) {
+TEST(Scatter, SmoothsInnerGreensByTheFourDiagonals) {
   Mosaic<uint8_t> m{Bytes(25), 5, BAYER_GRBG, 0, 0, 5, 5};
   m.frame = {100, 9, 101, 9, 0, 9, 50, 9, 9, 9, 102, 9, 107, 9, 0, 9, 0, 9, 0, 9, 0, 9, 0, 9, 0};
   // (100 + 101 + 102 + 107 + 4 * 50) >> 3 is 610 >> 3
-  EXPECT_EQ(pixel(m, spread(m), 1, 1), (Pixel{0, 76, 0}));
+  EXPECT_EQ(pixel(m, scatter(m), 1, 1), (Pixel{0, 76, 0}));
 }
 
-TEST(Spread, TheSmoothingTruncates) {
+TEST(Scatter, TheSmoothingTruncates) {
   Mosaic<uint8_t> m{flat<uint8_t>(9, 1), 3, BAYER_GRBG, 0, 0, 3, 3};
-  EXPECT_EQ(pixel(m, spread(m), 1, 1)[1], 1u);
+  EXPECT_EQ(pixel(m, scatter(m), 1, 1)[1], 1u);
   m.frame[0] = 0;  // 7 >> 3
-  EXPECT_EQ(pixel(m, spread(m), 1, 1)[1], 0u);
+  EXPECT_EQ(pixel(m, scatter(m), 1, 1)[1], 0u);
 }
 
-TEST(Spread, TheSmoothingReadsTheSourceAndNotSmoothedValues) {
+TEST(Scatter, TheSmoothingReadsTheSourceAndNotSmoothedValues) {
   // A single green of 80 at (2, 2): its diagonals get 80 >> 3, and nothing goes further.
   Mosaic<uint8_t> m{impulse<uint8_t>(81, 2 * 9 + 2, 80), 9, BAYER_GRBG, 0, 0, 9, 9};
-  const Bytes buffer = spread(m);
+  const Bytes buffer = scatter(m);
   for (int j = 0; j < 9; ++j)
     for (int i = 0; i < 9; ++i) {
       const unsigned green = i == 2 && j == 2                               ? 40
@@ -89,10 +89,10 @@ TEST(Spread, TheSmoothingReadsTheSourceAndNotSmoothedValues) {
     }
 }
 
-TEST(Spread, TheOutermostRingStaysRaw) {
+TEST(Scatter, TheOutermostRingStaysRaw) {
   // The region lies inside the frame: its ring has neighbours, and is left alone all the same.
   Mosaic<uint8_t> m = noiseMosaic<uint8_t>(BAYER_GRBG, 3, 0, 8, 6, 255, 3);
-  const Bytes buffer = spread(m);
+  const Bytes buffer = scatter(m);
   int smoothed = 0;
   for (int j = 0; j < 6; ++j)
     for (int i = 0; i < 8; ++i) {
@@ -105,9 +105,9 @@ TEST(Spread, TheOutermostRingStaysRaw) {
   EXPECT_GE(smoothed, 10);
 }
 
-TEST(Spread, RedAndBlueAreStoredAsTheyAre) {
+TEST(Scatter, RedAndBlueAreStoredAsTheyAre) {
   const auto m = noiseMosaic<uint16_t>(BAYER_RGGB, 0, 0, 20, 20, 65535, 4);
-  const Words buffer = spread<uint16_t>(m);
+  const Samples16 buffer = scatter<uint16_t>(m);
   for (int j = 0; j < 20; ++j)
     for (int i = 0; i < 20; ++i) {
       if (isGreen(m.site(i, j))) continue;
@@ -117,36 +117,36 @@ TEST(Spread, RedAndBlueAreStoredAsTheyAre) {
     }
 }
 
-TEST(Spread, WhiteStaysWhite) {
+TEST(Scatter, WhiteStaysWhite) {
   for (uint32_t bayer = 0; bayer < 4; ++bayer) {
     const Mosaic<uint8_t> bytes{flat<uint8_t>(100, 255), 10, bayer, 0, 0, 10, 10};
-    const Mosaic<uint16_t> words{flat<uint16_t>(100, 65535), 10, bayer, 0, 0, 10, 10};
-    const Bytes b = spread(bytes);
-    const Words w = spread<uint16_t>(words);
+    const Mosaic<uint16_t> samples16{flat<uint16_t>(100, 65535), 10, bayer, 0, 0, 10, 10};
+    const Bytes b = scatter(bytes);
+    const Samples16 w = scatter<uint16_t>(samples16);
     for (int j = -2; j < 12; ++j)
       for (int i = -2; i < 12; ++i) {
-        const Pixel p = pixel(bytes, b, i, j), q = pixel(words, w, i, j);
+        const Pixel p = pixel(bytes, b, i, j), q = pixel(samples16, w, i, j);
         EXPECT_EQ(p[0] + p[1] + p[2], 255u);
         EXPECT_EQ(q[0] + q[1] + q[2], 65535u);
       }
   }
 }
 
-TEST(Spread, AnOddOriginMovesThePhaseAlong) {
+TEST(Scatter, AnOddOriginMovesThePhaseAlong) {
   for (uint32_t F : {1u, 3u}) {
     const int side = 6 * static_cast<int>(F), step = static_cast<int>(F);
     Mosaic<uint8_t> m = noiseMosaic<uint8_t>(BAYER_GBRG, 0, 0, side + step, side, 255, 5);
     m.Wf = side;
     Mosaic<uint8_t> right = m;
     right.x0 = step;
-    const Bytes here = spread<uint8_t>(m, 0, F), there = spread<uint8_t>(right, 0, F);
+    const Bytes here = scatter<uint8_t>(m, 0, F), there = scatter<uint8_t>(right, 0, F);
     for (int j = 1; j < side - 1; ++j)
       for (int i = step + 1; i < side - 1; ++i)
         EXPECT_EQ(pixel(right, there, i - step, j), pixel(m, here, i, j)) << i << ", " << j;
   }
 }
 
-TEST(Spread, TheRowOriginMovesThePhaseAndNotTheSource) {
+TEST(Scatter, TheRowOriginMovesThePhaseAndNotTheSource) {
   for (uint32_t F : {1u, 2u, 3u, 4u})
     for (int roiY : {1, 2, 3}) {
       const int side = 12, y0 = roiY * static_cast<int>(F);
@@ -154,14 +154,14 @@ TEST(Spread, TheRowOriginMovesThePhaseAndNotTheSource) {
       Mosaic<uint8_t> top = m;
       top.y0 = 0;
       top.bayer = m.bayer ^ (static_cast<uint32_t>(y0) & 1);
-      EXPECT_EQ(spread<uint8_t>(m, 0, F), spread<uint8_t>(top, 0, F));
-      EXPECT_EQ(spread<uint8_t>(m, 0, F), m.spreadBuffer());
+      EXPECT_EQ(scatter<uint8_t>(m, 0, F), scatter<uint8_t>(top, 0, F));
+      EXPECT_EQ(scatter<uint8_t>(m, 0, F), m.scatteredBuffer());
     }
 }
 
 TEST(Guard, IsAShiftByTwoAndNotAMirror) {
   const auto m = ramp(BAYER_GRBG, 8, 6);
-  const Bytes buffer = spread(m);
+  const Bytes buffer = scatter(m);
   for (int j = 0; j < 6; ++j) {
     EXPECT_EQ(pixel(m, buffer, -2, j), pixel(m, buffer, 0, j));
     EXPECT_EQ(pixel(m, buffer, -1, j), pixel(m, buffer, 1, j));
@@ -182,7 +182,7 @@ TEST(Guard, IsAShiftByTwoAndNotAMirror) {
 
 TEST(Guard, CornersAreCopiesOfTheImagesCorners) {
   const auto m = ramp(BAYER_BGGR, 7, 5);
-  const Bytes buffer = spread(m);
+  const Bytes buffer = scatter(m);
   for (int dj : {0, 1})
     for (int di : {0, 1}) {
       EXPECT_EQ(pixel(m, buffer, -2 + di, -2 + dj), pixel(m, buffer, di, dj));
@@ -194,7 +194,7 @@ TEST(Guard, CornersAreCopiesOfTheImagesCorners) {
 
 TEST(Guard, HoldsSmoothedGreens) {
   const auto m = noiseMosaic<uint8_t>(BAYER_GRBG, 0, 0, 9, 9, 255, 7);
-  const Bytes buffer = spread(m);
+  const Bytes buffer = scatter(m);
   EXPECT_NE(m.sensed(1, 1), m.source(1, 1));
   EXPECT_EQ(pixel(m, buffer, -1, -1), (Pixel{0, m.sensed(1, 1), 0}));
 }
@@ -206,12 +206,12 @@ void everySampleIsWritten(unsigned top) {
       for (uint32_t bayer = 0; bayer < 4; ++bayer)
         for (int x0 : {0, 1}) {
           const auto m = noiseMosaic<T>(bayer, x0, 0, Wf, Hf, top, 8);
-          ASSERT_EQ(spread<T>(m, 0xEE), m.spreadBuffer()) << Wf << " x " << Hf;
+          ASSERT_EQ(scatter<T>(m, 0xEE), m.scatteredBuffer()) << Wf << " x " << Hf;
         }
 }
 
-TEST(Spread, WritesEverySampleOfBytes) { everySampleIsWritten<uint8_t>(255); }
-TEST(Spread, WritesEverySampleOfWords) { everySampleIsWritten<uint16_t>(65535); }
+TEST(Scatter, WritesEverySampleOfBytes) { everySampleIsWritten<uint8_t>(255); }
+TEST(Scatter, WritesEverySampleOfSixteenBitSamples) { everySampleIsWritten<uint16_t>(65535); }
 
 // Below two pixels the copies take what the buffer held, in their order: left, right, top, bottom.
 TEST(Stale, OneRowCopiesTheRowBelowItIntoTheGuard) {

@@ -36,7 +36,7 @@ inline uint32_t convert(const Call& c, const std::vector<uint16_t>& frame, void*
                       frame.data(), pDst, c.srcBits, c.skip);
 }
 
-// A destination for bytes or words.
+// A destination for 8-bit or 16-bit samples.
 using Image = Canvas<uint8_t, 66>;
 
 // The result's pixels as bytes, those left alone included; expects the conversion to be done.

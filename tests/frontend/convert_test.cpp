@@ -1,4 +1,4 @@
-// The choice of path by format, selector word and skip flag.
+// The choice of path by format, selector and skip flag.
 #include "tests/frontend/calls.h"
 
 namespace vistrel::core::test {
@@ -11,10 +11,10 @@ VISTREL_STREAM_SUITE(Selector);
 VISTREL_STREAM_SUITE(SkipDemosaic);
 
 using Bytes = std::vector<uint8_t>;
-using Words = std::vector<uint16_t>;
+using Samples16 = std::vector<uint16_t>;
 
 const Bytes kBytes = noise<uint8_t>(64 * 64, 255, 1);
-const Words kWords = noise<uint16_t>(64 * 64, 4095, 2);
+const Samples16 kSamples16 = noise<uint16_t>(64 * 64, 4095, 2);
 
 template <class T>
 void expectRefused(const Call& call, const std::vector<T>& frame) {
@@ -34,7 +34,7 @@ TEST_P(Selector, CodesAboveEightAreRefused) {
   for (uint32_t code : {9u, 10u, 127u, 200u, 255u, 0x0109u, 0xFFFFFF09u})
     for (uint32_t format : {2u, 3u, 4u, 5u, 7u, 8u, 255u}) {
       expectRefused({.format = format, .algorithm = code}, kBytes);
-      expectRefused({.format = format, .algorithm = code}, kWords);
+      expectRefused({.format = format, .algorithm = code}, kSamples16);
     }
   EXPECT_TRUE(bufferUntouched());
 }
@@ -42,9 +42,10 @@ TEST_P(Selector, CodesAboveEightAreRefused) {
 TEST_P(Selector, CodesAreComparedAfterTheCutToEightBits) {
   for (uint32_t code = 0; code < 12; ++code) {
     Image plain(16 * 8 * 3), threshold(16 * 8 * 3);
-    const uint32_t done = convert({.algorithm = code}, kWords, plain.data());
+    const uint32_t done = convert({.algorithm = code}, kSamples16, plain.data());
     if (code == 1) continue;  // the one that reads the threshold
-    EXPECT_EQ(convert({.algorithm = 0xFFFF0100 | code}, kWords, threshold.data()), done) << code;
+    EXPECT_EQ(convert({.algorithm = 0xFFFF0100 | code}, kSamples16, threshold.data()), done)
+        << code;
     EXPECT_EQ(plain.samples(), threshold.samples()) << code;
   }
 }
@@ -61,8 +62,8 @@ TEST_P(Selector, IsNotLookedAtForMonoFormats) {
     Call other8 = mono8, other16 = mono16;
     other8.algorithm = other16.algorithm = code;
     EXPECT_EQ(converted(other8, kBytes), converted(mono8, kBytes));
-    EXPECT_EQ(converted(other8, kWords), converted(mono8, kWords));
-    EXPECT_EQ(converted(other16, kWords), converted(mono16, kWords));
+    EXPECT_EQ(converted(other8, kSamples16), converted(mono8, kSamples16));
+    EXPECT_EQ(converted(other16, kSamples16), converted(mono16, kSamples16));
   }
 }
 
@@ -86,12 +87,12 @@ TEST_P(Convert, UnknownFormatsFillTheWorkBufferAndWriteNothing) {
     const auto left = [&](uint32_t of, const auto& frame) {
       std::fill_n(buffer(), 12 * 60, uint16_t{0xEEEE});
       EXPECT_EQ(convert({.format = of}, frame, unused.data()), 1u);
-      return Words(buffer(), buffer() + 12 * 60);  // 16 x 8 pixels within their guard
+      return Samples16(buffer(), buffer() + 12 * 60);  // 16 x 8 pixels within their guard
     };
     expectNothingWritten({.format = format}, kBytes);
-    expectNothingWritten({.format = format}, kWords);
+    expectNothingWritten({.format = format}, kSamples16);
     EXPECT_EQ(left(format, kBytes), left(IMG_FMT_BGR24, kBytes));
-    EXPECT_EQ(left(format, kWords), left(IMG_FMT_BGR24, kWords));
+    EXPECT_EQ(left(format, kSamples16), left(IMG_FMT_BGR24, kSamples16));
   }
 }
 
@@ -99,7 +100,7 @@ TEST_P(Convert, BinningAboveThreeIsSilent) {
   for (uint32_t format : {0u, 1u, 2u, 3u, 4u, 5u, 6u, 7u})
     for (uint32_t skip : {0u, 1u}) {
       const Call call{.format = format, .binning = 4, .roiWidth = 6, .roiHeight = 6, .skip = skip};
-      expectNothingWritten(call, Words(3 * 64 * 64));
+      expectNothingWritten(call, Samples16(3 * 64 * 64));
       if (format != 1 && format != 6) expectNothingWritten(call, Bytes(3 * 64 * 64));
     }
 }
@@ -112,7 +113,7 @@ TEST_P(Convert, BothArgbCodesGiveTheSameBytes) {
       EXPECT_EQ(converted(three, kBytes), converted(four, kBytes));
       for (uint32_t lutMode : {0u, 2u, 4u}) {
         three.lutMode = four.lutMode = lutMode;
-        EXPECT_EQ(converted(three, kWords), converted(four, kWords));
+        EXPECT_EQ(converted(three, kSamples16), converted(four, kSamples16));
       }
     }
 }
@@ -128,15 +129,15 @@ TEST_P(Convert, ArgbKeepsTheFirstByteOfEveryPixel) {
 TEST_P(Convert, MonoFormatsWorkUnderAnUnknownId) {
   const Call known{.format = 0}, unknown{.format = 0, .id = 12345};
   EXPECT_EQ(converted(unknown, kBytes), converted(known, kBytes));
-  EXPECT_EQ(converted(unknown, kWords), converted(known, kWords));
-  EXPECT_EQ(converted({.format = 1, .dstBits = 12, .id = 12345}, kWords),
-            converted({.format = 1, .dstBits = 12}, kWords));
+  EXPECT_EQ(converted(unknown, kSamples16), converted(known, kSamples16));
+  EXPECT_EQ(converted({.format = 1, .dstBits = 12, .id = 12345}, kSamples16),
+            converted({.format = 1, .dstBits = 12}, kSamples16));
 }
 
 TEST_P(Convert, MonoFormatsLeaveTheWorkBufferAlone) {
   converted({.format = 0, .binning = 1}, kBytes);
-  converted({.format = 0, .lutMode = 3, .skip = 1}, kWords);
-  converted({.format = 1, .dstBits = 12}, kWords);
+  converted({.format = 0, .lutMode = 3, .skip = 1}, kSamples16);
+  converted({.format = 1, .dstBits = 12}, kSamples16);
   EXPECT_TRUE(bufferUntouched());
 }
 
@@ -145,7 +146,7 @@ TEST_P(Convert, MonoFormatsIgnoreTheSkipFlag) {
   Call skipped = region;
   skipped.skip = 1;
   EXPECT_EQ(converted(skipped, kBytes), converted(region, kBytes));
-  EXPECT_EQ(converted(skipped, kWords), converted(region, kWords));
+  EXPECT_EQ(converted(skipped, kSamples16), converted(region, kSamples16));
 }
 
 TEST_P(Convert, BytesIgnoreTheSourceBits) {
@@ -161,14 +162,14 @@ TEST_P(Convert, TheFramesHeightIsNotRead) {
     Call none = full;
     none.imgHeight = 0;
     EXPECT_EQ(converted(none, kBytes), converted(full, kBytes));
-    EXPECT_EQ(converted(none, kWords), converted(full, kWords));
+    EXPECT_EQ(converted(none, kSamples16), converted(full, kSamples16));
   }
 }
 
 TEST_P(Convert, Mono8IgnoresTheDestinationBits) {
   for (uint32_t dstBits : {0u, 9u, 16u, 0xFFFFFFFFu})
-    EXPECT_EQ(converted({.format = 0, .dstBits = dstBits}, kWords),
-              converted({.format = 0}, kWords));
+    EXPECT_EQ(converted({.format = 0, .dstBits = dstBits}, kSamples16),
+              converted({.format = 0}, kSamples16));
 }
 
 // 12 bits to 8: four samples of 0x12F become 0x12 each, their sum is halved.
@@ -187,14 +188,15 @@ TEST_P(SkipDemosaic, TheCodeIsNotLookedAt) {
   const Call call{.algorithm = 9, .skip = 1};
   EXPECT_EQ(converted(call, kBytes), Bytes(kBytes.begin(), kBytes.begin() + 3 * 16 * 8));
   Bytes expected;
-  for (size_t i = 0; i < 3 * 16 * 8; ++i) expected.push_back(static_cast<uint8_t>(kWords[i] >> 4));
-  EXPECT_EQ(converted(call, kWords), expected);
+  for (size_t i = 0; i < 3 * 16 * 8; ++i)
+    expected.push_back(static_cast<uint8_t>(kSamples16[i] >> 4));
+  EXPECT_EQ(converted(call, kSamples16), expected);
 }
 
 TEST_P(SkipDemosaic, AnyNonzeroFlagCounts) {
   for (uint32_t skip : {1u, 2u, 256u, 0x80000000u}) {
     EXPECT_EQ(converted({.skip = skip}, kBytes), converted({.skip = 1}, kBytes));
-    EXPECT_EQ(converted({.skip = skip}, kWords), converted({.skip = 1}, kWords));
+    EXPECT_EQ(converted({.skip = skip}, kSamples16), converted({.skip = 1}, kSamples16));
   }
   EXPECT_TRUE(bufferUntouched());
 }
@@ -211,7 +213,7 @@ TEST_P(SkipDemosaic, IgnoresTheOriginTheFrameSizeAndThePhase) {
                          .roiY = 1000,
                          .skip = 1};
     EXPECT_EQ(converted(elsewhere, kBytes), converted(here, kBytes));
-    EXPECT_EQ(converted(elsewhere, kWords), converted(here, kWords));
+    EXPECT_EQ(converted(elsewhere, kSamples16), converted(here, kSamples16));
   }
 }
 
@@ -225,23 +227,23 @@ TEST_P(SkipDemosaic, RowsAreAsLongAsTheBinnedRegion) {
 TEST_P(SkipDemosaic, IsDoneForEveryColourFormatThereIsOrNot) {
   for (uint32_t format : {8u, 99u, 0xFFFFFFFFu}) {
     expectNothingWritten({.format = format, .skip = 1}, kBytes);
-    expectNothingWritten({.format = format, .skip = 1}, kWords);
+    expectNothingWritten({.format = format, .skip = 1}, kSamples16);
   }
-  const Words image(3 * 20 * 8 + 12 * 8, 1000);
+  const Samples16 image(3 * 20 * 8 + 12 * 8, 1000);
   EXPECT_THAT(converted({.format = 6, .dstBits = 12, .skip = 1}, image)[0], 1000 & 255);
   EXPECT_THAT(converted({.format = 7, .dstBits = 36, .skip = 1}, image)[1], 1000 >> 8);
 }
 
 TEST_P(SkipDemosaic, WorksUnderAnUnknownId) {
   EXPECT_EQ(converted({.skip = 1, .id = 12345}, kBytes), converted({.skip = 1}, kBytes));
-  EXPECT_EQ(converted({.skip = 1, .id = 12345}, kWords), converted({.skip = 1}, kWords));
+  EXPECT_EQ(converted({.skip = 1, .id = 12345}, kSamples16), converted({.skip = 1}, kSamples16));
 }
 
 TEST_P(Convert, AColourFormatUnderAnUnknownIdFaultsAtOnce) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   std::vector<uint8_t> image(16 * 8 * 3);
   EXPECT_DEATH(convert({.id = 12345}, kBytes, image.data()), "");
-  EXPECT_DEATH(convert({.id = 12345}, kWords, image.data()), "");
+  EXPECT_DEATH(convert({.id = 12345}, kSamples16, image.data()), "");
 }
 
 }  // namespace

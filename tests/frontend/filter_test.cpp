@@ -18,7 +18,7 @@ VISTREL_STREAM_SUITE(WeightedFilter);
 VISTREL_STREAM_SUITE(FixedFilter);
 
 using Bytes = std::vector<uint8_t>;
-using Words = std::vector<uint16_t>;
+using Samples16 = std::vector<uint16_t>;
 
 const _FLT_3X3* const kBox = nullptr;
 const _FLT_3X3* const kFiveTaps = reinterpret_cast<const _FLT_3X3*>(uintptr_t{1});
@@ -60,15 +60,16 @@ TEST_P(WeightedFilter, TheIdentityLeavesEveryFormatUnchanged) {
     const Bytes image = noise<uint8_t>(width * 5 * 4, 255, width);
     for (uint32_t format : {0u, 5u, 2u, 3u, 4u, 7u, 8u, 0xFFFFFFFFu})
       EXPECT_EQ(filtered(&kIdentity, format, size, image), image);
-    const Words words = noise<uint16_t>(width * 5, 1023, width);
-    for (uint32_t format : {1u, 6u}) EXPECT_EQ(filtered(&kIdentity, format, size, words), words);
+    const Samples16 samples16 = noise<uint16_t>(width * 5, 1023, width);
+    for (uint32_t format : {1u, 6u})
+      EXPECT_EQ(filtered(&kIdentity, format, size, samples16), samples16);
   }
 }
 
 // quirk: ten-bit-limit
-TEST_P(WeightedFilter, BrightWordsStopAtTenBitsAndTheOuterRingStays) {
+TEST_P(WeightedFilter, BrightSixteenBitSamplesStopAtTenBitsAndTheOuterRingStays) {
   for (uint32_t width : {3u, 9u, 40u}) {
-    const Words after =
+    const Samples16 after =
         filtered(&kMean, IMG_FMT_GRAY16, {width, 7}, flat<uint16_t>(width * 7, 2000));
     for (uint32_t y = 0; y < 7; ++y)
       for (uint32_t x = 0; x < width; ++x) {
@@ -83,8 +84,8 @@ TEST_P(WeightedFilter, ANegativeDivisorTurnsPositiveWeightsToZero) {
   filter.nDivisor = -1;
   const Bytes bytes = filtered(&filter, IMG_FMT_GRAY8, {3, 3}, flat<uint8_t>(9, 200));
   EXPECT_THAT(bytes, ElementsAre(200, 200, 200, 200, 0, 200, 200, 200, 200));
-  const Words words = filtered(&filter, IMG_FMT_GRAY16, {3, 3}, flat<uint16_t>(9, 200));
-  EXPECT_THAT(words, ElementsAre(200, 200, 200, 200, 0, 200, 200, 200, 200));
+  const Samples16 samples16 = filtered(&filter, IMG_FMT_GRAY16, {3, 3}, flat<uint16_t>(9, 200));
+  EXPECT_THAT(samples16, ElementsAre(200, 200, 200, 200, 0, 200, 200, 200, 200));
 }
 
 TEST_P(WeightedFilter, ANegativeDivisorAndNegativeWeightsMakeAPositiveMean) {
@@ -92,9 +93,9 @@ TEST_P(WeightedFilter, ANegativeDivisorAndNegativeWeightsMakeAPositiveMean) {
   const Bytes bytes = noise<uint8_t>(40 * 9, 255, 3);
   EXPECT_EQ(filtered(&filter, IMG_FMT_GRAY8, {40, 9}, bytes),
             filtered(&kMean, IMG_FMT_GRAY8, {40, 9}, bytes));
-  const Words words = noise<uint16_t>(40 * 9, 1023, 3);
-  EXPECT_EQ(filtered(&filter, IMG_FMT_GRAY16, {40, 9}, words),
-            filtered(&kMean, IMG_FMT_GRAY16, {40, 9}, words));
+  const Samples16 samples16 = noise<uint16_t>(40 * 9, 1023, 3);
+  EXPECT_EQ(filtered(&filter, IMG_FMT_GRAY16, {40, 9}, samples16),
+            filtered(&kMean, IMG_FMT_GRAY16, {40, 9}, samples16));
 }
 
 TEST_P(WeightedFilter, ThreeByThreeChangesTheCentreAlone) {
@@ -102,7 +103,7 @@ TEST_P(WeightedFilter, ThreeByThreeChangesTheCentreAlone) {
   const _FLT_3X3 filter = {2, {1, 2, 3, 4, 5, 6, 7, 8, 9}};  // 1 + 4 + 9 + ... + 81 = 285
   EXPECT_THAT(filtered(&filter, IMG_FMT_GRAY8, {3, 3}, image),
               ElementsAre(1, 2, 3, 4, 142, 6, 7, 8, 9));
-  EXPECT_THAT(filtered(&filter, IMG_FMT_GRAY16, {3, 3}, Words(image.begin(), image.end())),
+  EXPECT_THAT(filtered(&filter, IMG_FMT_GRAY16, {3, 3}, Samples16(image.begin(), image.end())),
               ElementsAre(1, 2, 3, 4, 142, 6, 7, 8, 9));
 }
 
@@ -110,16 +111,16 @@ TEST_P(WeightedFilter, ThreeByThreeChangesTheCentreAlone) {
 TEST_P(WeightedFilter, GrayTapsAreTheNineNeighbours) {
   const Size size = {70, 6};
   const Bytes image = noise<uint8_t>(70 * 6, 255, 5);
-  const Words words = noise<uint16_t>(70 * 6, 1023, 6);
+  const Samples16 samples16 = noise<uint16_t>(70 * 6, 1023, 6);
   for (int k = 0; k < 9; ++k) {
     const _FLT_3X3 filter = tap(k);
     const Bytes bytesAfter = filtered(&filter, IMG_FMT_MONO8, size, image);
-    const Words wordsAfter = filtered(&filter, IMG_FMT_MONO16, size, words);
+    const Samples16 samples16After = filtered(&filter, IMG_FMT_MONO16, size, samples16);
     for (int y = 1; y < 5; ++y)
       for (int x = 1; x < 69; ++x) {
         const int from = (y + k / 3 - 1) * 70 + x + k % 3 - 1;
         ASSERT_EQ(bytesAfter[y * 70 + x], image[from]) << k << ": " << x << ", " << y;
-        ASSERT_EQ(wordsAfter[y * 70 + x], words[from]) << k << ": " << x << ", " << y;
+        ASSERT_EQ(samples16After[y * 70 + x], samples16[from]) << k << ": " << x << ", " << y;
       }
   }
 }
@@ -172,9 +173,9 @@ TEST_P(WeightedFilter, ImagesOfOneOrTwoRowsOrColumnsStayAndAreCopiedAllTheSame) 
       EXPECT_TRUE(std::equal(image.begin(), image.begin() + ptrdiff_t(copied),
                              reinterpret_cast<uint8_t*>(buffer())));
     }
-    const Words words = noise<uint16_t>(pixels, 65535, 1);
-    EXPECT_EQ(filtered(&kMean, IMG_FMT_GRAY16, size, words), words);
-    EXPECT_TRUE(std::equal(words.begin(), words.end(), buffer()));
+    const Samples16 samples16 = noise<uint16_t>(pixels, 65535, 1);
+    EXPECT_EQ(filtered(&kMean, IMG_FMT_GRAY16, size, samples16), samples16);
+    EXPECT_TRUE(std::equal(samples16.begin(), samples16.end(), buffer()));
   }
 }
 
@@ -209,8 +210,9 @@ TEST_P(WeightedFilter, QuotientsOfLargeSumsAreExact) {
   for (const int32_t divisor : kDivisors)
     for (const int32_t weight : {1, 2, 255, 257, 32767, -32768, 32768, 65537, 16777217, -77777}) {
       const _FLT_3X3 filter = {divisor, {0, 0, 0, 0, weight, 0, 0, 0, 0}};
-      const Words image = painted<uint16_t>(width, 3, [](uint32_t x, uint32_t) { return x * 64; });
-      const Words after = filtered(&filter, IMG_FMT_GRAY16, {width, 3}, image);
+      const Samples16 image =
+          painted<uint16_t>(width, 3, [](uint32_t x, uint32_t) { return x * 64; });
+      const Samples16 after = filtered(&filter, IMG_FMT_GRAY16, {width, 3}, image);
       const Bytes bytes = painted<uint8_t>(width, 3, [](uint32_t x, uint32_t) { return x; });
       const Bytes bytesAfter = filtered(&filter, IMG_FMT_GRAY8, {width, 3}, bytes);
       for (uint32_t x = width + 1; x < 2 * width - 1; ++x) {
@@ -272,29 +274,29 @@ TEST_P(FixedFilter, TheBoxOfBytesLeavesTheLastRowAndColumn) {
 }
 
 // quirk: filter-narrow-box
-TEST_P(FixedFilter, TheBoxOfFourColumnsOfWordsChangesTheFirstOneOnly) {
-  const Words image = noise<uint16_t>(4 * 6, 1023, 4);
-  Words expected = image;
+TEST_P(FixedFilter, TheBoxOfFourColumnsOfSixteenBitSamplesChangesTheFirstOneOnly) {
+  const Samples16 image = noise<uint16_t>(4 * 6, 1023, 4);
+  Samples16 expected = image;
   for (int y = 0; y < 5; ++y)
     expected[4 * y] = static_cast<uint16_t>(
         (image[4 * y] + image[4 * y + 1] + image[4 * y + 4] + image[4 * y + 5]) / 4);
   EXPECT_EQ(filtered(kBox, IMG_FMT_GRAY16, {4, 6}, image), expected);
   for (uint32_t width : {2u, 3u}) {
-    const Words narrow = noise<uint16_t>(width * 6, 1023, width);
+    const Samples16 narrow = noise<uint16_t>(width * 6, 1023, width);
     EXPECT_EQ(filtered(kBox, IMG_FMT_GRAY16, {width, 6}, narrow), narrow);
   }
 }
 
 // quirk: ten-bit-limit
-TEST_P(FixedFilter, MeansOfBrightWordsStopAtTenBits) {
+TEST_P(FixedFilter, MeansOfBrightSixteenBitSamplesStopAtTenBits) {
   for (const unsigned v : {1023, 1024, 40000, 65535}) {
-    const Words image = flat<uint16_t>(5 * 5, v);
+    const Samples16 image = flat<uint16_t>(5 * 5, v);
     EXPECT_EQ(filtered(kBox, IMG_FMT_GRAY16, {5, 5}, image)[0], 1023);
     EXPECT_EQ(filtered(kFiveTaps, IMG_FMT_GRAY16, {5, 5}, image)[10], 1023);
   }
   // 5119 / 5 = 1023 in either way, 5114 / 5 = 1022.
   for (const int last : {5119 - 4000, 5114 - 4000}) {
-    Words image = flat<uint16_t>(5 * 5, 1000);
+    Samples16 image = flat<uint16_t>(5 * 5, 1000);
     image[10] = static_cast<uint16_t>(last);
     EXPECT_EQ(filtered(kFiveTaps, IMG_FMT_GRAY16, {5, 5}, image)[10], last == 1119 ? 1023 : 1022);
   }
@@ -307,8 +309,9 @@ TEST_P(FixedFilter, TheMeanOfFiveOnFiveRowsChangesRowTwoUpToTheFifthLastColumn) 
     std::vector<size_t> expected;
     for (size_t x = 0; x + 4 < width; ++x) expected.push_back(2 * width + x);
     EXPECT_EQ(changes(image, filtered(kFiveTaps, IMG_FMT_GRAY8, {width, 5}, image)), expected);
-    const Words words(image.begin(), image.end());
-    EXPECT_EQ(changes(words, filtered(kFiveTaps, IMG_FMT_GRAY16, {width, 5}, words)), expected);
+    const Samples16 samples16(image.begin(), image.end());
+    EXPECT_EQ(changes(samples16, filtered(kFiveTaps, IMG_FMT_GRAY16, {width, 5}, samples16)),
+              expected);
   }
 }
 
@@ -317,8 +320,8 @@ TEST_P(FixedFilter, TheMeanOfFiveLeavesUpToFourRowsOrColumns) {
     for (const Size size : {Size{small, 9}, Size{9, small}}) {
       const Bytes image = noise<uint8_t>(9 * small, 255, small);
       EXPECT_EQ(filtered(kFiveTaps, IMG_FMT_GRAY8, size, image), image);
-      const Words words = noise<uint16_t>(9 * small, 1023, small);
-      EXPECT_EQ(filtered(kFiveTaps, IMG_FMT_GRAY16, size, words), words);
+      const Samples16 samples16 = noise<uint16_t>(9 * small, 1023, small);
+      EXPECT_EQ(filtered(kFiveTaps, IMG_FMT_GRAY16, size, samples16), samples16);
     }
 }
 
@@ -377,11 +380,12 @@ TEST_P(Filter, FormatsChooseTheMember) {
   EXPECT_EQ(filtered(&kMean, 2, size, image), by(ImgFilterRGB3));
   for (uint32_t format : {3u, 4u, 7u, 8u, 255u, 0xFFFFFFFFu})
     EXPECT_EQ(filtered(&kMean, format, size, image), by(ImgFilterRGB4));
-  Words words = noise<uint16_t>(11 * 6, 1023, 2);
-  const Words one = filtered(&kMean, 1, size, words), six = filtered(&kMean, 6, size, words);
-  ImgFilterGray16(0, &kMean, 11, 6, words.data());
-  EXPECT_EQ(one, words);
-  EXPECT_EQ(six, words);
+  Samples16 samples16 = noise<uint16_t>(11 * 6, 1023, 2);
+  const Samples16 one = filtered(&kMean, 1, size, samples16),
+                  six = filtered(&kMean, 6, size, samples16);
+  ImgFilterGray16(0, &kMean, 11, 6, samples16.data());
+  EXPECT_EQ(one, samples16);
+  EXPECT_EQ(six, samples16);
 }
 
 TEST_P(Filter, TheWorkBufferHoldsTheWholeCopyAndNoMore) {

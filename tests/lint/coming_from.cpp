@@ -33,7 +33,7 @@ struct Mat {
 namespace {
 
 cv::Mat colours(cv::Mat raw) {
-#include <coming_from.inl>  // the page, as CMake cut it out
+#include <coming_from.inl>  // extracted from the page by CMake
   return bgr;
 }
 

@@ -1,5 +1,5 @@
-# commands.sh PROGRAM FILE...: runs every command line of the program in the files, be it in code
-# spans or in blocks, in a folder with the frames that they name. All must succeed.
+# commands.sh PROGRAM FILE...: runs every command line of the program in the files, from code spans
+# and code blocks, in a folder with the frames that they name. All must succeed.
 set -euo pipefail
 vistrel=$(realpath "$1")
 shift
@@ -10,7 +10,7 @@ commands=$(for file in "${files[@]}"; do
     grep -oE '(^|`)vistrel [a-z][^`]*' | sed 's/^`//'
 done | sort -u)
 count=$(wc -l <<<"$commands")
-[ "$count" -ge 10 ] || { echo "only $count commands are there"; exit 1; }
+[ "$count" -ge 10 ] || { echo "found only $count commands"; exit 1; }
 
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT

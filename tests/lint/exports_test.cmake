@@ -1,8 +1,8 @@
 # cmake -D NM=nm -D LIBRARY=FILE -D LIST=exports.txt -D SCRATCH=FOLDER -P exports_test.cmake: the
-# check of exported names must notice a name too many and a name too few.
+# check of exported names must notice an extra name and a missing one.
 cmake_minimum_required(VERSION 3.25)
 
-function(must_refuse list expected)
+function(must_reject list expected)
   file(WRITE ${SCRATCH}/exports.txt "${list}")
   execute_process(
     COMMAND ${CMAKE_COMMAND} -D NM=${NM} -D LIBRARY=${LIBRARY} -D LIST=${SCRATCH}/exports.txt
@@ -15,9 +15,9 @@ function(must_refuse list expected)
 endfunction()
 
 file(READ ${LIST} list)
-must_refuse("${list}\nNoSuchName\n" "listed, but not exported: NoSuchName")
-must_refuse("${list}\nLUSolve(float*)\n" "listed, but not exported: LUSolve(float*)")
+must_reject("${list}\nNoSuchName\n" "listed, but not exported: NoSuchName")
+must_reject("${list}\nLUSolve(float*)\n" "listed, but not exported: LUSolve(float*)")
 string(REPLACE "ImgConvert8\n" "" shorter "${list}")
-must_refuse("${shorter}" "exported, but not listed: ImgConvert8")
+must_reject("${shorter}" "exported, but not listed: ImgConvert8")
 string(REGEX REPLACE "LUSolve[^\n]*\n" "" shorter "${list}")
-must_refuse("${shorter}" "exported, but not listed: LUSolve(double*, int, int*, double*)")
+must_reject("${shorter}" "exported, but not listed: LUSolve(double*, int, int*, double*)")

@@ -1,5 +1,5 @@
 # cmake -D CC=gcc -D CXX=g++ -D SCRATCH=FOLDER -P headers_test.cmake: the header check must pass
-# a good header and refuse each of a list of bad ones.
+# a good header and reject each of a list of bad ones.
 cmake_minimum_required(VERSION 3.25)
 
 function(check kind text result_variable)
@@ -14,11 +14,11 @@ endfunction()
 function(must_pass kind text)
   check(${kind} "${text}" result)
   if(NOT result EQUAL 0)
-    message(FATAL_ERROR "a good header was refused: ${text}")
+    message(FATAL_ERROR "a good header was rejected: ${text}")
   endif()
 endfunction()
 
-function(must_refuse kind text)
+function(must_reject kind text)
   check(${kind} "${text}" result)
   if(result EQUAL 0)
     message(FATAL_ERROR "a bad header was passed: ${text}")
@@ -28,9 +28,9 @@ endfunction()
 must_pass(C_HEADERS "#ifndef H\n#define H\n#include <stdint.h>\nint32_t f(void);\n#endif")
 must_pass(CXX_HEADERS "#pragma once\nnamespace n { int f(); }")
 
-must_refuse(C_HEADERS "int32_t f(void);")                # lacks <stdint.h>
-must_refuse(C_HEADERS "// a comment that C89 lacks")
-must_refuse(C_HEADERS "#pragma once\nenum { A, };")      # a comma that C89 and C++98 lack
-must_refuse(C_HEADERS "struct s { int n; };")            # lacks a guard
-must_refuse(C_HEADERS "int f(int class);")               # a word of C++
-must_refuse(CXX_HEADERS "#pragma once\ntemplate <class T> concept C = true;")  # C++20
+must_reject(C_HEADERS "int32_t f(void);")                # lacks <stdint.h>
+must_reject(C_HEADERS "// a comment that C89 lacks")
+must_reject(C_HEADERS "#pragma once\nenum { A, };")      # a comma that C89 and C++98 lack
+must_reject(C_HEADERS "struct s { int n; };")            # lacks a guard
+must_reject(C_HEADERS "int f(int class);")               # a word of C++
+must_reject(CXX_HEADERS "#pragma once\ntemplate <class T> concept C = true;")  # C++20

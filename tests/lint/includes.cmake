@@ -1,4 +1,4 @@
-# cmake -D ROOT=FOLDER -P includes.cmake: fails when a file includes a module it may not see.
+# cmake -D ROOT=FOLDER -P includes.cmake: fails if a file includes a module that its own module may not use.
 cmake_minimum_required(VERSION 3.25)
 
 # The public headers, whose paths begin with "vistrel/", are two modules: "entries" belong to
@@ -60,12 +60,12 @@ function(module_of path result_variable)
   set(${result_variable} "${folder}" PARENT_SCOPE)
 endfunction()
 
-# Sets what is wrong with a file of the module including this; empty when nothing is.
-function(judge module included fault_variable)
+# Sets what is wrong if a file of the module includes this; empty if nothing is.
+function(check_include module included fault_variable)
   set(fault "")
   module_of("${included}" folder)
   if(NOT included MATCHES "^([a-z]+)/")
-    set(fault "write it from the project's root")
+    set(fault "write the path from the project's root")
   elseif(NOT folder IN_LIST all_modules)
     set(fault "there is no module ${folder}/")
   elseif(NOT (folder STREQUAL module OR folder IN_LIST ${module}))
@@ -91,7 +91,7 @@ foreach(module IN LISTS modules)
     foreach(line IN LISTS lines)
       string(REGEX REPLACE "^[^<\"]*[<\"]([^>\"]*).*" "\\1" included "${line}")
       module_of("${file}" own_module)
-      judge(${own_module} "${included}" fault)
+      check_include(${own_module} "${included}" fault)
       if(fault)
         string(APPEND faults "  ${file}: \"${included}\": ${fault}\n")
       endif()

@@ -1,5 +1,5 @@
-# cmake -D ROOT=FOLDER -P quirks.cmake: fails unless the same names of quirks stand in docs/quirks.md
-# as headings "## name", in the sources as "// quirk: name", and likewise in the *_test.cpp of tests/.
+# cmake -D ROOT=FOLDER -P quirks.cmake: fails unless the same names of quirks are in docs/quirks.md
+# as headings "## name", in the sources as "// quirk: name", and likewise in tests/**/*_test.cpp.
 cmake_minimum_required(VERSION 3.25)
 
 # The names after `mark` in files.
@@ -17,9 +17,9 @@ function(names_in files mark names_variable)
 endfunction()
 
 set(sources "")
-foreach(room IN ITEMS common curves output cfa platform demosaic frontend host apps)
-  file(GLOB_RECURSE files ${ROOT}/${room}/*.h ${ROOT}/${room}/*.hpp ${ROOT}/${room}/*.inl
-    ${ROOT}/${room}/*.cpp)
+foreach(module IN ITEMS common cpu streams curves output cfa platform demosaic frontend host apps)
+  file(GLOB_RECURSE files ${ROOT}/${module}/*.h ${ROOT}/${module}/*.hpp ${ROOT}/${module}/*.inl
+    ${ROOT}/${module}/*.cpp)
   list(APPEND sources ${files})
 endforeach()
 file(GLOB_RECURSE tests ${ROOT}/tests/*_test.cpp)

@@ -1,5 +1,5 @@
 # cmake -D SCRATCH=FOLDER -P quirks_test.cmake: the check of quirks must pass a small tree where all
-# three lists agree and refuse each of a list of single faults, naming it.
+# three lists agree and reject each of a list of single faults, naming it.
 cmake_minimum_required(VERSION 3.25)
 
 function(check_tree result_variable output_variable)
@@ -10,7 +10,7 @@ function(check_tree result_variable output_variable)
   set(${output_variable} "${output}" PARENT_SCOPE)
 endfunction()
 
-function(lawful_tree)
+function(good_tree)
   file(REMOVE_RECURSE ${SCRATCH})
   file(WRITE ${SCRATCH}/docs/quirks.md "# Quirks\n\n## odd-row\n\nText.\n\n## late-end\n")
   file(WRITE ${SCRATCH}/output/mono.inl "// quirk: odd-row. The last row.\n")
@@ -18,8 +18,8 @@ function(lawful_tree)
   file(WRITE ${SCRATCH}/tests/output/mono_test.cpp "// quirk: odd-row\n  // quirk: late-end. Why.\n")
 endfunction()
 
-function(must_refuse file line expected)
-  lawful_tree()
+function(must_reject file line expected)
+  good_tree()
   file(WRITE ${SCRATCH}/${file} "${line}\n")
   check_tree(result output)
   string(FIND "${output}" "${expected}" place)
@@ -28,17 +28,17 @@ function(must_refuse file line expected)
   endif()
 endfunction()
 
-lawful_tree()
+good_tree()
 check_tree(result output)
 if(NOT result EQUAL 0)
-  message(FATAL_ERROR "a lawful tree was refused:\n${output}")
+  message(FATAL_ERROR "a good tree was rejected:\n${output}")
 endif()
 
-must_refuse(output/mono.inl "// quirk: odd-rows" "odd-rows: not in docs/quirks.md")
-must_refuse(output/mono.inl "// quirk: odd-rows" "odd-rows: not in the tests")
-must_refuse(demosaic/cok.cpp "// Nothing odd." "late-end: not in the sources")
-must_refuse(docs/quirks.md "## odd-row" "late-end: not in docs/quirks.md")
-must_refuse(tests/output/mono_test.cpp "// quirk: odd-row" "late-end: not in the tests")
+must_reject(output/mono.inl "// quirk: odd-rows" "odd-rows: not in docs/quirks.md")
+must_reject(output/mono.inl "// quirk: odd-rows" "odd-rows: not in the tests")
+must_reject(demosaic/cok.cpp "// Nothing odd." "late-end: not in the sources")
+must_reject(docs/quirks.md "## odd-row" "late-end: not in docs/quirks.md")
+must_reject(tests/output/mono_test.cpp "// quirk: odd-row" "late-end: not in the tests")
 
 file(REMOVE_RECURSE ${SCRATCH})
 file(WRITE ${SCRATCH}/docs/quirks.md "# Quirks\n")

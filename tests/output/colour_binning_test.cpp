@@ -13,7 +13,7 @@ VISTREL_LEVEL_SUITE(ColourMember);
 VISTREL_LEVEL_SUITE(Colour3x3);
 
 using Bytes = std::vector<uint8_t>;
-using Words = std::vector<uint16_t>;
+using Samples16 = std::vector<uint16_t>;
 using Pixel = std::array<unsigned, 3>;
 
 // What all seven members make of one block of n x n pixels: blue, green, red.
@@ -24,17 +24,18 @@ Pixel pixelOfArgb(const uint8_t* argb) { return {argb[3], argb[2], argb[1]}; }
 std::vector<Pixel> allMembers(unsigned n, const Bytes& block) {
   Bytes table(1024);
   for (unsigned i = 0; i < 256; ++i) table[i] = static_cast<uint8_t>(i);
-  const Words words(block.begin(), block.end());
-  Words high;
+  const Samples16 samples16(block.begin(), block.end());
+  Samples16 high;
   for (uint8_t sample : block) high.push_back(static_cast<uint16_t>(sample << 4 | 0xF));
-  const CLutTransform mapped{table.data(), words.data(), 0};
+  const CLutTransform mapped{table.data(), samples16.data(), 0};
   std::vector<Pixel> pixels;
   uint8_t out[4];
   uint16_t wide[3];
   ImageBGRBinning(n, block.data(), n, 8u, out, 1u, 1u, 8u, 0u), pixels.push_back(pixelOf(out));
   ImageBGRBinning(n, high.data(), n, 12u, out, 1u, 1u, 8u, 0u), pixels.push_back(pixelOf(out));
   ImageBGRBinning(n, mapped, n, 8u, out, 1u, 1u, 8u, 0u), pixels.push_back(pixelOf(out));
-  ImageBGRBinning(n, words.data(), n, 8u, wide, 1u, 1u, 8u, 0u), pixels.push_back(pixelOf(wide));
+  ImageBGRBinning(n, samples16.data(), n, 8u, wide, 1u, 1u, 8u, 0u),
+      pixels.push_back(pixelOf(wide));
   ImageARGBBinning(n, block.data(), n, 8u, out, 1u, 1u, 8u, 0u), pixels.push_back(pixelOfArgb(out));
   ImageARGBBinning(n, high.data(), n, 12u, out, 1u, 1u, 8u, 0u), pixels.push_back(pixelOfArgb(out));
   ImageARGBBinning(n, mapped, n, 8u, out, 1u, 1u, 8u, 0u), pixels.push_back(pixelOfArgb(out));
@@ -126,22 +127,22 @@ TEST_P(ColourMember, StoresBgrInSourceOrderAndArgbReversed) {
 
 TEST_P(ColourMember, ShiftsEachSampleBeforeTheSum) {
   Canvas<uint8_t> canvas(3);
-  const Words image = flat<uint16_t>(12, 15);
+  const Samples16 image = flat<uint16_t>(12, 15);
   ImageBGRBinning(2, image.data(), 2u, 12u, canvas.data(), 1u, 1u, 8u, 0u);
   EXPECT_THAT(canvas.samples(), Each(0));
 }
 
 TEST_P(ColourMember, ClampsToItsCeilingAndCutsThatToTheSampleWidth) {
   constexpr uint32_t kWidth = 70;
-  const Words image = flat<uint16_t>(3 * kWidth, 40000);
+  const Samples16 image = flat<uint16_t>(3 * kWidth, 40000);
   Canvas<uint8_t> bytes(3 * kWidth);
-  Canvas<uint16_t> words(3 * kWidth);
+  Canvas<uint16_t> samples16(3 * kWidth);
   ImageBGRBinning(1, image.data(), kWidth, 10u, bytes.data(), kWidth, 1u, 10u, 0u);
   EXPECT_THAT(bytes.samples(), Each(255));
-  ImageBGRBinning(1, image.data(), kWidth, 10u, words.data(), kWidth, 1u, 10u, 0u);
-  EXPECT_THAT(words.samples(), Each(1023));
-  ImageBGRBinning(1, image.data(), kWidth, 16u, words.data(), kWidth, 1u, 16u, 0u);
-  EXPECT_THAT(words.samples(), Each(40000));
+  ImageBGRBinning(1, image.data(), kWidth, 10u, samples16.data(), kWidth, 1u, 10u, 0u);
+  EXPECT_THAT(samples16.samples(), Each(1023));
+  ImageBGRBinning(1, image.data(), kWidth, 16u, samples16.data(), kWidth, 1u, 16u, 0u);
+  EXPECT_THAT(samples16.samples(), Each(40000));
 }
 
 TEST_P(ColourMember, WritesNothingWithoutWidthOrHeight) {

@@ -15,7 +15,7 @@ VISTREL_LEVEL_SUITE(ColourDepth);
 VISTREL_LEVEL_SUITE(ColourFormats);
 
 using Bytes = std::vector<uint8_t>;
-using Words = std::vector<uint16_t>;
+using Samples16 = std::vector<uint16_t>;
 
 constexpr uint32_t kBgr24 = 2, kArgb32 = 3, kGray8 = 5, kGray16 = 6, kBgr48 = 7;
 
@@ -62,8 +62,8 @@ TEST_P(ColourLayout, ACompactImageHasNoGuard) {
   }
 }
 
-TEST_P(ColourLayout, WordsLieAsBytesDoCountedInSamples) {
-  Words image(8 * 612);
+TEST_P(ColourLayout, SixteenBitSamplesLieAsBytesDoCountedInSamples) {
+  Samples16 image(8 * 612);
   image[1230] = image[1230 + 2 * 612] = 100;
   Canvas<uint8_t> canvas(600);
   ConvertToOutputFormat16(image.data(), 100, 2, 8, canvas.data(), kBgr24, 0, nullptr, 1, 24, 1);
@@ -77,7 +77,7 @@ template <class Sample>
 unsigned channel(uint32_t nFormat, unsigned value, uint32_t nSrcBits, uint32_t nDstBits,
                  uint32_t nLutMode, const uint16_t* pUserLut = nullptr) {
   const size_t step = nFormat == kBgr24 || nFormat == kBgr48 ? 3 : nFormat == kArgb32 ? 4 : 1;
-  const Words image = flat<uint16_t>(180, value);
+  const Samples16 image = flat<uint16_t>(180, value);
   Canvas<Sample> canvas(60 * step);
   ConvertToOutputFormat16(image.data(), 60, 1, nSrcBits, canvas.data(), nFormat, nLutMode, pUserLut,
                           0, nDstBits, 0);
@@ -148,7 +148,7 @@ TEST_P(ColourDepth, SixteenBitFormatsMoveTheirWindow) {
 }
 
 TEST_P(ColourDepth, TableModesIgnoreTheDestinationBits) {
-  Words user(4096);
+  Samples16 user(4096);
   user[4 * 300] = 200;
   for (uint32_t nFormat : {kBgr24, kArgb32, 4u, kGray8})
     for (uint32_t nDstBits : {0u, 8u, 24u, 32u})
@@ -160,7 +160,7 @@ TEST_P(ColourDepth, TableModesIgnoreTheDestinationBits) {
 TEST_P(ColourDepth, CurvesApplyToEveryEightBitFormat) {
   // Curve 5 maps 512 of 1024 to 96, which all formats double in 2x2.
   for (uint32_t nFormat : {2u, 3u, 4u, 5u}) {
-    const Words image = flat<uint16_t>(12 * 60, 512 << 2);
+    const Samples16 image = flat<uint16_t>(12 * 60, 512 << 2);
     Canvas<uint8_t> canvas(240);
     ConvertToOutputFormat16(image.data(), 60, 1, 12, canvas.data(), nFormat, 6, nullptr, 1, 24, 0);
     const Bytes result = canvas.samples();
@@ -173,8 +173,8 @@ TEST_P(ColourDepth, CurvesApplyToEveryEightBitFormat) {
 }
 
 TEST_P(ColourFormats, BothArgbCodesGiveTheSameBytes) {
-  const Words words = noise<uint16_t>(3 * 16 * 40 * 3, 4095, 8);
-  const Bytes bytes(words.begin(), words.end());
+  const Samples16 samples16 = noise<uint16_t>(3 * 16 * 40 * 3, 4095, 8);
+  const Bytes bytes(samples16.begin(), samples16.end());
   for (uint32_t nBinning = 0; nBinning < 4; ++nBinning) {
     Canvas<uint8_t> three(480), four(480);
     ConvertToOutputFormat8(bytes.data(), 40, 3, three.data(), 3, nBinning, 0);
@@ -183,8 +183,8 @@ TEST_P(ColourFormats, BothArgbCodesGiveTheSameBytes) {
     EXPECT_FALSE(four.untouched());
     for (uint32_t nLutMode : {0u, 2u, 3u}) {
       for (auto* canvas : {&three, &four})
-        ConvertToOutputFormat16(words.data(), 40, 3, 12, canvas->data(), canvas == &three ? 3 : 4,
-                                nLutMode, nullptr, nBinning, 24, 0);
+        ConvertToOutputFormat16(samples16.data(), 40, 3, 12, canvas->data(),
+                                canvas == &three ? 3 : 4, nLutMode, nullptr, nBinning, 24, 0);
       EXPECT_EQ(three.samples(), four.samples());
     }
   }
@@ -199,8 +199,8 @@ TEST_P(ColourFormats, BytesHaveNoMonoNorSixteenBitFormats) {
   EXPECT_TRUE(canvas.untouched());
 }
 
-TEST_P(ColourFormats, WordsHaveNoMonoFormats) {
-  const Words image(12 * 100, 9);
+TEST_P(ColourFormats, SixteenBitSamplesHaveNoMonoFormats) {
+  const Samples16 image(12 * 100, 9);
   Canvas<uint8_t> canvas(600);
   for (uint32_t nFormat : {0u, 1u, 8u, 255u, 0xFFFFFFFFu})
     for (uint32_t nLutMode : {0u, 3u})
@@ -210,7 +210,7 @@ TEST_P(ColourFormats, WordsHaveNoMonoFormats) {
 }
 
 TEST_P(ColourFormats, NoFormatHasABinningAboveThree) {
-  const Words image(3 * 64 * 64, 9);
+  const Samples16 image(3 * 64 * 64, 9);
   const Bytes bytes(3 * 64 * 64, 9);
   Canvas<uint8_t> canvas(600);
   for (uint32_t nBinning : {4u, 5u, 255u, 0xFFFFFFFFu})

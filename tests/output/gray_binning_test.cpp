@@ -1,4 +1,5 @@
 // Gray binning: the luminance to its last bit, and the rows that it reads.
+#include "output/colour.h"
 #include "tests/frames.h"
 #include "tests/levels.h"
 #include "tests/output/members.h"
@@ -15,19 +16,19 @@ VISTREL_LEVEL_SUITE(Gray3x3);
 VISTREL_LEVEL_SUITE(GrayRows);
 
 using Bytes = std::vector<uint8_t>;
-using Words = std::vector<uint16_t>;
+using Samples16 = std::vector<uint16_t>;
 
 // Pixel (blue, green, red) `width` times over through the 1x1 members; all results are equal.
 unsigned gray(unsigned blue, unsigned green, unsigned red, uint32_t width = 1) {
   const Bytes image = painted<uint8_t>(3, width, [&](uint32_t c, uint32_t) {
     return c == 0 ? blue : c == 1 ? green : red;
   });
-  const Words words(image.begin(), image.end());
+  const Samples16 samples16(image.begin(), image.end());
   Canvas<uint8_t> bytes(width), reduced(width);
   Canvas<uint16_t> wide(width);
   ImageGrayBinning(1, image.data(), width, 8u, bytes.data(), width, 1u, 8u, 0u);
-  ImageGrayBinning(1, words.data(), width, 8u, reduced.data(), width, 1u, 8u, 0u);
-  ImageGrayBinning(1, words.data(), width, 8u, wide.data(), width, 1u, 8u, 0u);
+  ImageGrayBinning(1, samples16.data(), width, 8u, reduced.data(), width, 1u, 8u, 0u);
+  ImageGrayBinning(1, samples16.data(), width, 8u, wide.data(), width, 1u, 8u, 0u);
   const unsigned value = bytes.data()[0];
   EXPECT_THAT(bytes.samples(), Each(value));
   EXPECT_THAT(reduced.samples(), Each(value));
@@ -84,7 +85,7 @@ TEST_P(Gray1x1, EveryPixelOfBytes) {
 TEST_P(Gray1x1, SixteenBitsLoseOneToo) {
   Canvas<uint16_t> canvas(40);
   for (unsigned v : {1023u, 65535u}) {
-    const Words image = flat<uint16_t>(120, v);
+    const Samples16 image = flat<uint16_t>(120, v);
     ImageGrayBinning(1, image.data(), 40u, 16u, canvas.data(), 40u, 1u, 16u, 0u);
     EXPECT_THAT(canvas.samples(), Each(v - 1));
   }
@@ -93,7 +94,7 @@ TEST_P(Gray1x1, SixteenBitsLoseOneToo) {
 TEST_P(Gray1x1, MapsTheSamplesBeforeItWeighsThem) {
   Bytes table(1024);
   table[1000] = 254;
-  const Words image = flat<uint16_t>(90, 4000);
+  const Samples16 image = flat<uint16_t>(90, 4000);
   Canvas<uint8_t> canvas(30);
   ImageGrayBinning(1, CLutTransform{table.data(), image.data(), 2}, 30u, 8u, canvas.data(), 30u, 1u,
                    8u, 0u);
@@ -119,7 +120,7 @@ TEST_P(GrayMember, UniformImageComesOutTwiceAsBrightIn2x2) {
 }
 
 TEST_P(GrayMember, CutsTheCeilingToTheSampleWidth) {
-  const Words image = flat<uint16_t>(90, 40000);
+  const Samples16 image = flat<uint16_t>(90, 40000);
   Canvas<uint8_t> canvas(30);
   ImageGrayBinning(1, image.data(), 30u, 10u, canvas.data(), 30u, 1u, 10u, 0u);
   EXPECT_THAT(canvas.samples(), Each(255));
@@ -131,11 +132,11 @@ TEST_P(Gray3x3, EveryTapOfTheMiddleRow) {
   for (uint32_t k = 0; k < 9; ++k) {
     Bytes image(27);
     image[9 + k] = 90;
-    Words words(image.begin(), image.end());
+    Samples16 samples16(image.begin(), image.end());
     uint8_t bytes = 0;
     uint16_t wide = 0;
     ImageGrayBinning(3, image.data(), 9u, 8u, &bytes, 1u, 1u, 8u, 0u);
-    ImageGrayBinning(3, words.data(), 9u, 8u, &wide, 1u, 1u, 8u, 0u);
+    ImageGrayBinning(3, samples16.data(), 9u, 8u, &wide, 1u, 1u, 8u, 0u);
     EXPECT_EQ(bytes, expected[k]) << "offset " << k;
     EXPECT_EQ(wide, expected[k]) << "offset " << k;
   }

@@ -5,8 +5,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "output/colour.h"
-#include "output/mono.h"
+#include "output/by_name.h"
 
 namespace vistrel::core::test {
 
@@ -20,9 +19,9 @@ using AsRead =
   void name(unsigned n, Source source, uint32_t nStride, uint32_t nSrcBits, Sample* pDst,     \
             uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust) {    \
     using S = AsRead<Source>;                                                                 \
-    constexpr decltype(&vistrel::core::name##1x1<S, Sample>) members[] = {                          \
-        &vistrel::core::name##1x1<S, Sample>, &vistrel::core::name##2x2<S, Sample>,                       \
-        &vistrel::core::name##3x3<S, Sample>, &vistrel::core::name##4x4<S, Sample>};                      \
+    constexpr decltype(&core::name##1x1<S, Sample>) members[] = {                             \
+        &core::name##1x1<S, Sample>, &core::name##2x2<S, Sample>,                             \
+        &core::name##3x3<S, Sample>, &core::name##4x4<S, Sample>};                            \
     members[n - 1](source, nStride, nSrcBits, pDst, nWidth, nHeight, nDstBits, nShiftAdjust); \
   }
 // clang-format on

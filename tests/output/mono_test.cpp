@@ -16,7 +16,7 @@ VISTREL_LEVEL_SUITE(Mono8);
 VISTREL_LEVEL_SUITE(Mono16To8);
 VISTREL_LEVEL_SUITE(Mono16);
 
-// One output row from words, through the member itself.
+// One output row from 16-bit samples, through the member itself.
 template <class Sample>
 std::vector<Sample> member(unsigned n, const std::vector<uint16_t>& source, uint32_t nSrcBits,
                            uint32_t nDstBits, uint32_t nShiftAdjust) {
@@ -213,15 +213,15 @@ TEST_P(Mono16, BinnedPixelsClampAtTheirCeiling) {
 
 TEST_P(MonoMember, NoEntryKnowsABinningAboveThree) {
   const std::vector<uint8_t> bytes(4096);
-  const std::vector<uint16_t> words(4096);
+  const std::vector<uint16_t> samples16(4096);
   Canvas<uint8_t> dst8(16);
   Canvas<uint16_t> dst16(16);
   for (uint32_t nBinning : {4u, 5u, 255u, 0xFFFFFFFFu}) {
     Image8BitGrayScale(bytes.data(), 32, 32, 8, dst8.data(), 0, 0, 4, 4, nBinning);
     for (uint32_t nLutMode : {0u, 1u, 2u, 3u, 10u})
-      Image8BitGrayScale(words.data(), 32, 32, 12, dst8.data(), 0, 0, 4, 4, nBinning, nLutMode,
-                         words.data());
-    Image16BitGrayScale(words.data(), 32, 32, 12, dst16.data(), 0, 0, 4, 4, 12, nBinning, 0);
+      Image8BitGrayScale(samples16.data(), 32, 32, 12, dst8.data(), 0, 0, 4, 4, nBinning, nLutMode,
+                         samples16.data());
+    Image16BitGrayScale(samples16.data(), 32, 32, 12, dst16.data(), 0, 0, 4, 4, 12, nBinning, 0);
   }
   EXPECT_TRUE(dst8.untouched());
   EXPECT_TRUE(dst16.untouched());

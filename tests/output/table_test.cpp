@@ -3,6 +3,7 @@
 
 #include <numeric>
 
+#include "output/by_name.h"
 #include "output/colour.h"
 #include "output/mono.h"
 #include "tests/frames.h"
@@ -18,16 +19,17 @@ VISTREL_LEVEL_SUITE(UserTable);
 VISTREL_LEVEL_SUITE(Curves);
 
 using Bytes = std::vector<uint8_t>;
-using Words = std::vector<uint16_t>;
+using Samples16 = std::vector<uint16_t>;
 
-Bytes makeTable(uint32_t nLutMode, const Words& user = {}, int32_t nUserShift = 0) {
+Bytes makeTable(uint32_t nLutMode, const Samples16& user = {}, int32_t nUserShift = 0) {
   Bytes table(kTableEntries, 0x77);
   Create10To8BitLUT(table.data(), nLutMode, user.empty() ? nullptr : user.data(), nUserShift);
   return table;
 }
 
-// A row of words through nLutMode, unbinned.
-Bytes reduce(const Words& row, uint32_t nSrcBits, uint32_t nLutMode, const Words& user = {}) {
+// A row of 16-bit samples through nLutMode, unbinned.
+Bytes reduce(const Samples16& row, uint32_t nSrcBits, uint32_t nLutMode,
+             const Samples16& user = {}) {
   const uint32_t width = static_cast<uint32_t>(row.size());
   Canvas<uint8_t> canvas(width);
   Image8BitGrayScale(row.data(), width, 1, nSrcBits, canvas.data(), 0, 0, width, 1, 0, nLutMode,
@@ -36,19 +38,19 @@ Bytes reduce(const Words& row, uint32_t nSrcBits, uint32_t nLutMode, const Words
 }
 
 // 0, 1, 2 ...
-Words ramp(size_t samples) {
-  Words words(samples);
-  std::iota(words.begin(), words.end(), uint16_t{0});
-  return words;
+Samples16 ramp(size_t samples) {
+  Samples16 samples16(samples);
+  std::iota(samples16.begin(), samples16.end(), uint16_t{0});
+  return samples16;
 }
 
 TEST(MakeTable, CopiesTheFirst1024EntriesOfATenBitTable) {
-  const Words user = noise<uint16_t>(4096, 255, 1);
+  const Samples16 user = noise<uint16_t>(4096, 255, 1);
   EXPECT_EQ(makeTable(10, user, 0), Bytes(user.begin(), user.begin() + 1024));
 }
 
 TEST(MakeTable, TakesEveryFourthEntryForTwelveBits) {
-  const Words user = noise<uint16_t>(4096, 255, 1);
+  const Samples16 user = noise<uint16_t>(4096, 255, 1);
   const Bytes table = makeTable(10, user, 2);
   for (size_t i = 0; i < 1024; ++i) ASSERT_EQ(table[i], user[4 * i]);
 }
@@ -59,7 +61,7 @@ TEST(MakeTable, DropsTheHighByteWithoutClamping) {
 }
 
 TEST(MakeTable, NeverReadsPastTheUserTable) {
-  Words user = flat<uint16_t>(4096, 1);
+  Samples16 user = flat<uint16_t>(4096, 1);
   user[4095] = 200;
   const Bytes table = makeTable(10, user, 4);
   EXPECT_THAT(Bytes(table.begin(), table.begin() + 256), Each(1));
@@ -106,7 +108,7 @@ TEST(TableSource, LimitsTheIndexAndCountsTheShiftModulo32) {
   Bytes table(1024);
   table[1023] = 9;
   table[1] = 7;
-  const Words samples = {1023, 1024, 65535, 1};
+  const Samples16 samples = {1023, 1024, 65535, 1};
   const CLutTransform direct{table.data(), samples.data(), 0},
       wrapped{table.data(), samples.data(), 32};
   for (size_t i : {0u, 1u, 2u}) EXPECT_EQ(direct[i], 9);
@@ -115,13 +117,13 @@ TEST(TableSource, LimitsTheIndexAndCountsTheShiftModulo32) {
 }
 
 TEST_P(UserTable, AQuarterRampOfTenBitsEqualsTheFirstWindow) {
-  Words user = ramp(1024), samples = ramp(1024);
+  Samples16 user = ramp(1024), samples = ramp(1024);
   for (uint16_t& entry : user) entry = static_cast<uint16_t>(entry >> 2);
   EXPECT_EQ(reduce(samples, 10, 10, user), reduce(samples, 10, 0));
 }
 
 TEST_P(UserTable, EveryFourthEntryDecidesForFourSamplesOfTwelveBits) {
-  const Words user = noise<uint16_t>(4096, 255, 4);
+  const Samples16 user = noise<uint16_t>(4096, 255, 4);
   const Bytes result = reduce(ramp(4096), 12, 10, user);
   for (size_t i = 0; i < result.size(); ++i) ASSERT_EQ(result[i], user[i / 4 * 4]) << i;
 }
@@ -131,30 +133,30 @@ TEST_P(UserTable, AllZeroGivesAllZeroUpToTheTop) {
 }
 
 TEST_P(UserTable, MappedBytesAreSummedAndClamped) {
-  const Words user = flat<uint16_t>(1024, 255), frame = ramp(4 * 100);
+  const Samples16 user = flat<uint16_t>(1024, 255), frame = ramp(4 * 100);
   Canvas<uint8_t> canvas(100);
   Image8BitGrayScale(frame.data(), 200, 2, 10, canvas.data(), 0, 0, 100, 1, 1, 10, user.data());
   EXPECT_THAT(canvas.samples(), Each(255));
 }
 
 TEST_P(UserTable, MapsTheSamplesAndNotTheBinnedValue) {
-  Words user(1024);
+  Samples16 user(1024);
   user[10] = 100, user[20] = 7, user[15] = 50, user[30] = 60;
-  const Words block = {10, 10, 20, 20};
+  const Samples16 block = {10, 10, 20, 20};
   uint8_t out = 0;
   Image8BitGrayScale(block.data(), 2, 2, 10, &out, 0, 0, 1, 1, 1, 10, user.data());
   EXPECT_EQ(out, (100 + 100 + 7 + 7) / 2);
 }
 
 TEST_P(UserTable, FewerThanTenBitsGiveAFlatImage) {
-  Words user = flat<uint16_t>(4096, 5);
+  Samples16 user = flat<uint16_t>(4096, 5);
   user[0] = 77;
   for (uint32_t nSrcBits : {0u, 8u, 9u})
     EXPECT_THAT(reduce(ramp(512), nSrcBits, 10, user), Each(77)) << nSrcBits;
 }
 
 TEST_P(UserTable, SamplesAboveTheSourceBitsReadTheLastEntry) {
-  Words user = ramp(1024);
+  Samples16 user = ramp(1024);
   user[1023] = 200;
   EXPECT_THAT(reduce(flat<uint16_t>(70, 65535), 10, 10, user), Each(200));
 }

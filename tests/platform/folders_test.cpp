@@ -161,7 +161,7 @@ struct Sizes {
   bool operator==(const Sizes&) const = default;
 };
 
-Sizes told(const char* path) {
+Sizes sizesOf(const char* path) {
   uint32_t totalLow = 1, totalHigh = 1, freeLow = 1, freeHigh = 1;
   EXPECT_EQ(OS_GetDiskFreeSpaceEx(path, &totalLow, &totalHigh, &freeLow, &freeHigh), 0);
   return {uint64_t{totalHigh} << 32 | totalLow, uint64_t{freeHigh} << 32 | freeLow};
@@ -178,7 +178,7 @@ TEST(DiskSize, IsThatOfTheRootWhateverThePath) {
        {"/", "/proc", "/no/such/folder", "", static_cast<const char*>(nullptr)}) {
     bool compared = false;
     for (int attempt = 0; attempt < 1000 && !compared; ++attempt) {
-      const Sizes before = ofRoot(), sizes = told(path);
+      const Sizes before = ofRoot(), sizes = sizesOf(path);
       EXPECT_EQ(sizes.total, before.total);
       if (before != ofRoot()) continue;
       EXPECT_EQ(sizes.free, before.free);

@@ -31,7 +31,7 @@ struct Frame {
   bool isRedRow(int y) const { return colour(0, y) == 'R' || colour(1, y) == 'R'; }
 };
 
-// Values at the coordinates of a rectangle and of three pixels round it.
+// Values at the coordinates of a rectangle and of three pixels around it.
 class Plane {
  public:
   explicit Plane(CfaRect a)
@@ -44,7 +44,7 @@ class Plane {
   std::vector<int> values_;
 };
 
-// Calls visit(x, y) for the rectangle and `reach` pixels round it.
+// Calls visit(x, y) for the rectangle and `reach` pixels around it.
 template <class Visit>
 void forEach(CfaRect a, int reach, Visit visit) {
   for (int y = a.y - reach; y < a.y + a.height + reach; ++y)

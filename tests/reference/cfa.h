@@ -16,7 +16,7 @@ struct CfaSize {
 // The frame's top left 2 by 2 samples, row by row.
 enum { CFA_GRID_BGGR, CFA_GRID_RGGB, CFA_GRID_GBRG, CFA_GRID_GRBG };
 
-// Steps in bytes. 0, or -8 for a null pointer, -6 for a small frame, -5 for a grid there is not.
+// Steps in bytes. 0, or -8 for a null pointer, -6 for a small frame, -5 for an invalid grid.
 int32_t ippiCFAToRGB_8u_C1C3R(const uint8_t* pSrc, CfaRect srcRoi, CfaSize srcSize, int srcStep,
                               uint8_t* pDst, int dstStep, int grid, int interpolation);
 int32_t ippiCFAToRGB_16u_C1C3R(const uint16_t* pSrc, CfaRect srcRoi, CfaSize srcSize, int srcStep,

@@ -124,12 +124,12 @@ TEST(ReferenceCfaToRgb, WritesNothingPastTheFarSides) {
   }
 }
 
-TEST(ReferenceCfaToRgb, TakesWordsAsItTakesBytes) {
+TEST(ReferenceCfaToRgb, TakesSixteenBitSamplesAsItTakesBytes) {
   const Frame frame = noise(9, 8);
-  const std::vector<uint16_t> words(frame.samples.begin(), frame.samples.end());
+  const std::vector<uint16_t> samples16(frame.samples.begin(), frame.samples.end());
   std::vector<uint16_t> out(9 * 8 * 3);
-  EXPECT_EQ(reference::ippiCFAToRGB_16u_C1C3R(words.data(), {0, 0, 9, 8}, {9, 8}, 18, out.data(),
-                                              54, 3, 0),
+  EXPECT_EQ(reference::ippiCFAToRGB_16u_C1C3R(samples16.data(), {0, 0, 9, 8}, {9, 8}, 18,
+                                              out.data(), 54, 3, 0),
             0);
   const Result bytes = convert(frame, 3);
   EXPECT_TRUE(std::equal(out.begin(), out.end(), bytes.rgb.begin()));

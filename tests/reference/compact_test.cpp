@@ -25,11 +25,11 @@ class ReferenceCompact : public testing::Test {
                          uint32_t, uint32_t, const uint8_t*, uint8_t*);
   static constexpr Bytes kBytes[] = {reference::ImageColorNearNeighbor,
                                      reference::ImageColorDemosaicAHD};
-  using Words = void (*)(uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t,
-                         uint32_t, uint32_t, uint32_t, const uint16_t*, uint8_t*, uint32_t,
-                         uint32_t);
-  static constexpr Words kWords[] = {reference::ImageColorNearNeighbor,
-                                     reference::ImageColorDemosaicAHD};
+  using Samples16 = void (*)(uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t,
+                             uint32_t, uint32_t, uint32_t, const uint16_t*, uint8_t*, uint32_t,
+                             uint32_t);
+  static constexpr Samples16 kSamples16[] = {reference::ImageColorNearNeighbor,
+                                             reference::ImageColorDemosaicAHD};
 };
 
 // Blue 50, green 100, red 200 at their sites.
@@ -48,11 +48,12 @@ Mosaic<T> coloured(uint32_t nBayer, uint32_t w, uint32_t h) {
 TEST_F(ReferenceCompact, DeliversBlueGreenRed) {
   for (uint32_t nBayer = 0; nBayer < 4; ++nBayer) {
     const Mosaic<uint8_t> bytes = coloured<uint8_t>(nBayer, 9, 8);
-    const Mosaic<uint16_t> words = coloured<uint16_t>(nBayer, 9, 8);
+    const Mosaic<uint16_t> samples16 = coloured<uint16_t>(nBayer, 9, 8);
     for (int k = 0; k < 2; ++k) {
       std::vector<uint8_t> out(9 * 8 * 3), other(9 * 8 * 3);
       kBytes[k](0, 9, nBayer, 0, 2, 0, 0, 9, 8, bytes.samples.data(), out.data());
-      kWords[k](0, 9, nBayer, 0, 2, 0, 0, 0, 9, 8, words.samples.data(), other.data(), 24, 8);
+      kSamples16[k](0, 9, nBayer, 0, 2, 0, 0, 0, 9, 8, samples16.samples.data(), other.data(), 24,
+                    8);
       for (size_t at = 0; at < out.size(); ++at)
         EXPECT_EQ(out[at], at % 3 == 0 ? 50 : at % 3 == 1 ? 100 : 200);
       EXPECT_EQ(other, out);

@@ -73,14 +73,14 @@ void ConvertToOutputFormat16(const uint16_t* pImage, uint32_t nRoiWidth, uint32_
   const Addressing a = addressingOf(nRoiWidth, nBinning, bGuarded);
   const uint16_t* const start = pImage + a.start;
   uint8_t* const bytes = static_cast<uint8_t*>(pDst);
-  uint16_t* const words = static_cast<uint16_t*>(pDst);
+  uint16_t* const samples16 = static_cast<uint16_t*>(pDst);
   const uint32_t w = nRoiWidth, h = nRoiHeight;
   const uint32_t nAdjust = nLutMode <= 2 ? nLutMode : 0xFFFFFFFF;
 
   if (nFormat == 7)
-    return callBGR(start, a.stride, nSrcBits, words, w, h, nDstBits / 3, nAdjust, nBinning);
+    return callBGR(start, a.stride, nSrcBits, samples16, w, h, nDstBits / 3, nAdjust, nBinning);
   if (nFormat == 6)
-    return callGray(start, a.stride, nSrcBits, words, w, h, nDstBits, nAdjust, nBinning);
+    return callGray(start, a.stride, nSrcBits, samples16, w, h, nDstBits, nAdjust, nBinning);
   if (nFormat < 2 || nFormat > 7) return;
 
   if (nAdjust != 0xFFFFFFFF) {

@@ -49,13 +49,13 @@ void runKernel(const T* copy, int position, int Sm, Thresholds t, int r, int c, 
     vec_RB_CalcGreen_3x3x4_ext(copy, position, Sm, out.red + k, out.blue + k, out.green + k, r);
 }
 
-// `room`: the samples of the work buffer; what would lie past them is not written.
+// `capacity`: the samples of the work buffer; what would lie past them is not written.
 template <class T>
-void storeRow(const BlockRow& colours, int M, size_t at, size_t room, T* work) {
+void storeRow(const BlockRow& colours, int M, size_t at, size_t capacity, T* work) {
   for (size_t k = 0; k < 8; ++k) {
     const int bgr[3] = {colours.blue[k], colours.green[k], colours.red[k]};
     for (size_t c = 0; c < 3; ++c)
-      if (at + 3 * k + c < room) work[at + 3 * k + c] = static_cast<T>(clamp(bgr[c], 0, M));
+      if (at + 3 * k + c < capacity) work[at + 3 * k + c] = static_cast<T>(clamp(bgr[c], 0, M));
   }
 }
 
@@ -70,7 +70,7 @@ void fill(uint32_t nIndex, uint32_t nImgWidth, const Region& region, const Thres
   const std::vector<T> copy = mosaicCopyOf(pSrc, nImgWidth, region, ye + 8);
 
   T* const work = workBufferOf<T>(nIndex);
-  const size_t room = g_anBGRBytes[nIndex] / sizeof(T);
+  const size_t capacity = g_anBGRBytes[nIndex] / sizeof(T);
   const int a = static_cast<int>((region.y0 + region.nBayer) & 1);
   const int b = static_cast<int>((region.nBayer >> 1) & 1);  // x0 has no part in it
   for (int y = ys; y < ye; y += 2) {
@@ -81,7 +81,7 @@ void fill(uint32_t nIndex, uint32_t nImgWidth, const Region& region, const Thres
           runKernel(copy.data(), (y + j) * Sm + x + 2 + k, Sm, t, (a + j) & 1, (b + k) & 1, k,
                     rows[j]);
       for (int j = 0; j < 2; ++j)
-        storeRow(rows[j], M, static_cast<size_t>((y + j) * region.S + 3 * (x + 2)), room, work);
+        storeRow(rows[j], M, static_cast<size_t>((y + j) * region.S + 3 * (x + 2)), capacity, work);
     }
   }
 }

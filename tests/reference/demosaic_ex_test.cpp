@@ -144,7 +144,7 @@ TEST(ReferenceEdge, ShowsStaleRowsAboveTheRegionsOrigin) {
   EXPECT_GT(fresh, 8);
 }
 
-// A buffer with room for four and a half rows of the guarded layout, and more behind it.
+// A buffer with capacity for four and a half rows of the guarded layout, and more behind it.
 TEST(ReferenceEdge, WritesNothingPastTheBuffer) {
   const Mosaic<uint8_t> frame = noise(16, 8);
   std::vector<uint16_t> memory(20 * 3 * 12 / 2, 0x5A5A);

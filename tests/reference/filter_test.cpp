@@ -46,7 +46,7 @@ TEST_F(ReferenceFilter, IdentityChangesNothing) {
   }
 }
 
-TEST_F(ReferenceFilter, HoldsWordsTo1023) {
+TEST_F(ReferenceFilter, HoldsSixteenBitSamplesTo1023) {
   std::vector<uint16_t> image(6 * 5, 2000);
   filter(ninth, 1, 6, 5, image);
   for (unsigned y = 0; y < 5; ++y) {
@@ -116,11 +116,11 @@ TEST_F(ReferenceFilter, RunsTheFiveTapsOverTheMiddleOfFiveRows) {
   EXPECT_EQ(image[16], (before[8] + before[10] + before[16] + before[22] + before[24]) / 5);
 }
 
-TEST_F(ReferenceFilter, StopsTheBoxOfWordsTwoColumnsEarlier) {
-  std::vector<uint16_t> words(4 * 3, 1);
-  words[1] = 2001;
-  filter(numbered(0), 6, 4, 3, words);
-  EXPECT_THAT(words, testing::ElementsAre(501, 2001, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1));
+TEST_F(ReferenceFilter, StopsTheBoxOfSixteenBitSamplesTwoColumnsEarlier) {
+  std::vector<uint16_t> samples16(4 * 3, 1);
+  samples16[1] = 2001;
+  filter(numbered(0), 6, 4, 3, samples16);
+  EXPECT_THAT(samples16, testing::ElementsAre(501, 2001, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1));
   std::vector<uint16_t> bright(4 * 2, 3000);
   filter(numbered(0), 1, 4, 2, bright);
   EXPECT_THAT(bright, testing::ElementsAre(1023, 3000, 3000, 3000, 3000, 3000, 3000, 3000));

@@ -78,7 +78,7 @@ T* workBufferOf(uint32_t nIndex) {
   return reinterpret_cast<T*>(g_pwBGRBuff[nIndex]);
 }
 
-// Defines both overloads of a function that spreads the mosaic, runs fill(work, region) and
+// Defines both overloads of a function that scatters the mosaic, runs fill(work, region) and
 // converts.
 #define REFERENCE_GUARDED(name, fill)                                                        \
   void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,         \

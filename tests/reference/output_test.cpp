@@ -79,18 +79,18 @@ TEST(ReferenceColour, LeavesAlphaAlone) {
 TEST(ReferenceColour, DividesDestinationBitsByThree) {
   const uint16_t image[3] = {4095, 16, 1024};
   uint8_t bytes[4] = {};
-  uint16_t words[3] = {};
+  uint16_t samples16[3] = {};
   const auto convert = [&](void* out, uint32_t format, uint32_t mode, uint32_t bits) {
     reference::ConvertToOutputFormat16(image, 1, 1, 12, out, format, mode, nullptr, 0, bits, 0);
   };
   convert(bytes, 3, 0, 32);  // ten bits a channel, clamped to a byte
   EXPECT_THAT(bytes, ElementsAre(0, 255, 4, 255));
-  convert(words, 7, 0, 36);
-  EXPECT_THAT(words, ElementsAre(4095, 16, 1024));
-  convert(words, 7, 0, 48);
-  EXPECT_THAT(words, Each(0));
-  convert(words, 7, 5, 36);
-  EXPECT_THAT(words, ElementsAre(2047, 8, 512));
+  convert(samples16, 7, 0, 36);
+  EXPECT_THAT(samples16, ElementsAre(4095, 16, 1024));
+  convert(samples16, 7, 0, 48);
+  EXPECT_THAT(samples16, Each(0));
+  convert(samples16, 7, 5, 36);
+  EXPECT_THAT(samples16, ElementsAre(2047, 8, 512));
 }
 
 TEST(ReferenceGray, LosesOneWhereTheProductsRoundDown) {

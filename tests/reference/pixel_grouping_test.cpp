@@ -7,7 +7,7 @@
 
 namespace {
 
-// Five by five pixels round a red site; (r, c) is a row down, a column right.
+// Five by five pixels around a red site; (r, c) is a row down, a column right.
 template <class T>
 struct Patch {
   std::vector<T> samples = std::vector<T>(75, 0);

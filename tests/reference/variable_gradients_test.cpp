@@ -8,7 +8,7 @@
 
 namespace {
 
-// A mosaic of 5 by 5 pixels round a green site with red beside it and blue above it.
+// A mosaic of 5 by 5 pixels around a green site with red beside it and blue above it.
 template <class T>
 class Patch {
  public:

@@ -64,7 +64,9 @@ uint64_t hashOfCase(const Case& c) {
 }
 
 std::string golden() {
-  std::string text = "// Made by selftest_golden from the reference. In the order of allCases().\n";
+  std::string text =
+      "// clang-format off\n"
+      "// Made by selftest_golden from the reference. In the order of allCases().\n";
   for (const Case& c : allCases())
     text += fmt::format("0x{:016X},  // {}\n", hashOfCase(c), nameOf(c));
   return text;

@@ -1,3 +1,4 @@
+// clang-format off
 // Made by selftest_golden from the reference. In the order of allCases().
 0xCF854CB9AAEF4465,  // bilinear, 8 bits, grbg, binning 1
 0xAFFE7A6617A9E4A6,  // bilinear, 8 bits, bggr, binning 1

@@ -1,0 +1,91 @@
+// What the row kernels of adaptive homogeneity-directed demosaicing read and make.
+#pragma once
+
+#include <type_traits>
+
+#include "common/depth.h"
+#include "common/rows/half_rows.h"
+#include "common/rows/pixel_kernels.h"
+
+namespace vistrel::core {
+
+// Of a row's red or blue sites, in one image.
+template <class T>
+struct AhdGreen {
+  T* green;
+  Widened<T>* difference;  // of the sensed colour to it
+};
+
+// Luma and chroma of a half row.
+template <class T>
+struct LumaChroma {
+  Widened<T>*y, *u, *v;
+};
+
+// The kernels read these from memory: of constants g++ makes shifts and additions, which take
+// twice as long as products.
+template <class T>
+struct LumaChromaWeights {
+  std::make_unsigned_t<Widened<T>> w220 = 220, w112 = 112, w66 = 66, w38 = 38, w25 = 25, w18 = 18;
+};
+
+// Three rows by two halves.
+template <class T>
+struct LumaChromaWindow {
+  LumaChroma<T> row[3][2];
+
+  const LumaChroma<T>* operator[](int i) const { return row[i]; }
+};
+
+// The two images: green along rows, and along columns.
+enum AhdImage : unsigned { kAlongRow, kAlongColumn, kAhdImages };
+
+// What the colours of a row of one image are made of.
+template <class T>
+struct AhdSensed {
+  const T* own;                      // its red or blue sites
+  const T* green[2];                 // by column parity
+  const Widened<T>* differences[3];  // of the row above, this one, the row below
+  const LumaChromaWeights<T>* weights;
+};
+
+// What they come to: at green sites the colour of this row and the one of the rows above and
+// below, at the other sites the colour that they do not sense; luma and chroma by column parity.
+template <class T>
+struct AhdColours {
+  T *along, *across, *opposite;
+  LumaChroma<T> lumaChroma[2];
+};
+
+// A row of one of the two images, by column parity. own: the colour that the row senses beside
+// green.
+template <class T>
+struct ImageHalves {
+  const T *own[2], *green[2], *opposite[2];
+};
+
+// A row of both images, and which of them each pixel comes from. shift: on the way out.
+template <class T>
+struct ChosenRows {
+  ImageHalves<T> h, v;
+  const T* choice[2];
+  int shift;
+};
+
+// What each level compiles. Pairs are by the column parity that they work at; colours by that of
+// the green sites, and by whether the row's other sites are red.
+template <class T>
+struct AhdKernels {
+  T (*split)(const T* source, size_t pairs, T* even, T* odd);
+  void (*scale)(T* half, size_t n, int shift);
+  void (*green[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, const AhdGreen<T>& alongRow,
+                   const AhdGreen<T>& alongColumn);
+  void (*colours[2][2])(const AhdSensed<T>& source, size_t n, const AhdColours<T>& result);
+  void (*scores[2])(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v, size_t n,
+                    T* scores);
+  void (*sums)(const T* const (&scores)[3][2], size_t n, int8_t* even, int8_t* odd, T* evenColumns,
+               T* oddColumns);
+  const PixelKernels<T, ChosenRows<T>>* pixels;
+};
+
+}  // namespace vistrel::core

@@ -1,0 +1,59 @@
+// From which of the two images each pixel of a row is taken.
+#pragma once
+
+#include "cfa/ahd/reconstruction.h"
+
+namespace vistrel::core {
+
+template <class T>
+class AhdChoice {
+ public:
+  AhdChoice(const AhdReconstruction<T>& images, int first, size_t columns,
+            const AhdKernels<T>& kernels)
+      : images_(images), first_(first), kernels_(kernels), scores_(3, 2, columns),
+        scoreColumns_(1, 2, columns), sums_(1, 2, columns), choice_(1, 2, columns) {}
+
+  // False if an allocation failed.
+  explicit operator bool() const { return scores_ && scoreColumns_ && sums_ && choice_; }
+
+  // How many more neighbours of a pixel look alike in one image than in the other.
+  void score(int y) const {
+    const LumaChromaWindow<T> h = images_.lumaChroma(kAlongRow, y);
+    const LumaChromaWindow<T> v = images_.lumaChroma(kAlongColumn, y);
+    for (unsigned p = 0; p < 2; ++p)
+      kernels_.scores[p](h, v, images_.halfSize(), scores_.half(slot(y), p));
+  }
+
+  // Sums of the scores of rows y - 1 .. y + 1.
+  void sum(int y) const {
+    const T* rows[3][2];
+    for (int dy = -1; dy <= 1; ++dy)
+      for (unsigned p = 0; p < 2; ++p) rows[dy + 1][p] = scores_.half(slot(y + dy), p);
+    kernels_.sums(rows, images_.halfSize(), sums_.half(0, 0), sums_.half(0, 1),
+                  scoreColumns_.half(0, 0), scoreColumns_.half(0, 1));
+  }
+
+  // The running choice of the row just summed begins anew in column x: there a tie is the image
+  // along rows.
+  void restartAt(int x) const {
+    const int i = x - first_;
+    int8_t& sum = sums_.half(0, i & 1)[i / 2];
+    if (sum == 0) sum = 1;
+  }
+
+  // All ones where the image along columns is taken, by column parity.
+  void run() const;
+  const T* half(unsigned parity) const { return choice_.half(0, parity); }
+
+ private:
+  unsigned slot(int y) const { return static_cast<unsigned>(y + 16); }
+
+  const AhdReconstruction<T>& images_;
+  int first_;
+  const AhdKernels<T>& kernels_;
+  HalfRowRing<T> scores_, scoreColumns_;
+  HalfRowRing<int8_t> sums_;
+  HalfRowRing<T> choice_;
+};
+
+}  // namespace vistrel::core

@@ -1,0 +1,110 @@
+#include "cfa/ahd/reconstruction.h"
+
+namespace vistrel::core {
+
+namespace {
+
+// Of an image's half rows among the colours.
+constexpr unsigned kAlong = 0, kAcross = 1, kOpposite = 2, kComputed = 3;
+
+// One reflection; in a frame of five rows or columns the farthest sample falls short of it and is
+// the one on the nearest edge.
+int mirror(int c, int last) {
+  const int reflected = c < 0 ? -c : c > last ? 2 * last - c : c;
+  return std::clamp(reflected, 0, last);
+}
+
+}  // namespace
+
+// Each ring has as many rows as lie between the making of a row and its last use.
+template <class T>
+AhdReconstruction<T>::AhdReconstruction(const CfaFrame<T>& frame, int first, size_t columns,
+                                        int shift, const AhdKernels<T>& kernels)
+    : frame_(frame), source_(frame.samples, frame.step, frame.size.height), first_(first),
+      columns_(columns), shift_(shift), kernels_(kernels), mosaic_(6, 2, columns),
+      green_(4, kAhdImages, columns), colours_(3, kAhdImages * kComputed, columns),
+      differences_(3, kAhdImages, columns), lumaChroma_(3, kAhdImages * 2 * 3, columns) {}
+
+template <class T>
+void AhdReconstruction<T>::load(int y) {
+  const T* source = source_.row(mirror(y, source_.height() - 1));
+  T* const halves[2] = {mosaic_.half(slot(y), 0), mosaic_.half(slot(y), 1)};
+  const int lastColumn = frame_.size.width - 1, columns = static_cast<int>(columns_);
+  const int begin = first_ < 0 ? (1 - first_) & ~1 : 0;  // even, inside the frame from here
+  const int inside = std::min(columns, lastColumn + 1 - first_);
+  const int end = begin + std::max(0, inside - begin) / 2 * 2;
+  if (begin < end)
+    kernels_.split(source + first_ + begin, static_cast<size_t>(end - begin) / 2,
+                   halves[0] + begin / 2, halves[1] + begin / 2);
+  const auto mirrored = [&](int i) {
+    halves[i & 1][i / 2] = source[mirror(first_ + i, lastColumn)];
+  };
+  for (int i = 0; i < std::min(begin, columns); ++i) mirrored(i);
+  for (int i = end; i < columns; ++i) mirrored(i);
+  if (shift_)
+    for (T* half : halves) kernels_.scale(half, halfSize(), shift_);
+}
+
+template <class T>
+AhdGreen<T> AhdReconstruction<T>::greenOf(AhdImage image, int y) const {
+  return {green_.half(slot(y), image), differences_.half(slot(y), image)};
+}
+
+template <class T>
+void AhdReconstruction<T>::fillGreen(int y) {
+  const auto mosaic = windowOf<2>(
+      y, [&](int row, unsigned parity) -> const T* { return mosaic_.half(slot(row), parity); });
+  kernels_.green[1 - greenParity(y)](mosaic, halfSize(), greenOf(kAlongRow, y),
+                                     greenOf(kAlongColumn, y));
+}
+
+template <class T>
+AhdColours<T> AhdReconstruction<T>::coloursOf(AhdImage image, int y) const {
+  const auto computed = [&](unsigned which) {
+    return colours_.half(slot(y), image * kComputed + which);
+  };
+  const auto lumaChroma = [&](unsigned parity) {
+    const unsigned first = (image * 2 + parity) * 3;
+    return LumaChroma<T>{lumaChroma_.half(slot(y), first), lumaChroma_.half(slot(y), first + 1),
+                         lumaChroma_.half(slot(y), first + 2)};
+  };
+  return {computed(kAlong), computed(kAcross), computed(kOpposite), {lumaChroma(0), lumaChroma(1)}};
+}
+
+template <class T>
+ImageHalves<T> AhdReconstruction<T>::halves(AhdImage image, int y) const {
+  const unsigned g = greenParity(y), c = 1 - g;
+  const AhdColours<T> colours = coloursOf(image, y);
+  ImageHalves<T> h;
+  h.own[g] = colours.along;
+  h.own[c] = mosaic_.half(slot(y), c);
+  h.green[g] = mosaic_.half(slot(y), g);
+  h.green[c] = greenOf(image, y).green;
+  h.opposite[g] = colours.across;
+  h.opposite[c] = colours.opposite;
+  return h;
+}
+
+template <class T>
+void AhdReconstruction<T>::fillColours(int y) {
+  for (const AhdImage image : {kAlongRow, kAlongColumn}) {
+    const ImageHalves<T> h = halves(image, y);
+    const unsigned g = greenParity(y);
+    AhdSensed<T> source{h.own[1 - g], {h.green[0], h.green[1]}, {}, &weights_};
+    for (int dy = -1; dy <= 1; ++dy) source.differences[dy + 1] = greenOf(image, y + dy).difference;
+    kernels_.colours[g][isRedRow(y)](source, halfSize(), coloursOf(image, y));
+  }
+}
+
+template <class T>
+LumaChromaWindow<T> AhdReconstruction<T>::lumaChroma(AhdImage image, int y) const {
+  LumaChromaWindow<T> window;
+  for (int dy = -1; dy <= 1; ++dy)
+    for (unsigned p = 0; p < 2; ++p) window.row[dy + 1][p] = coloursOf(image, y + dy).lumaChroma[p];
+  return window;
+}
+
+template class AhdReconstruction<uint8_t>;
+template class AhdReconstruction<uint16_t>;
+
+}  // namespace vistrel::core

@@ -1,0 +1,55 @@
+// A strip of a frame, rebuilt twice: with green along rows and along columns.
+#pragma once
+
+#include "cfa/ahd/ahd_rows.h"
+#include "cfa/frame.h"
+#include "common/rows/row_source.h"
+
+namespace vistrel::core {
+
+// Both images are functions of the mirrored frame alone, so that one sweep serves every rectangle
+// that the strip holds.
+template <class T>
+class AhdReconstruction {
+ public:
+  // first, columns: of the strip with all that it reads on either side. shift: samples are scaled
+  // up by it.
+  AhdReconstruction(const CfaFrame<T>& frame, int first, size_t columns, int shift,
+                    const AhdKernels<T>& kernels);
+
+  // False if an allocation failed.
+  explicit operator bool() const {
+    return mosaic_ && green_ && colours_ && differences_ && lumaChroma_;
+  }
+
+  void load(int y);
+  void fillGreen(int y);    // of rows y - 2 .. y + 2
+  void fillColours(int y);  // of rows y - 1 .. y + 1
+
+  ImageHalves<T> halves(AhdImage image, int y) const;
+  LumaChromaWindow<T> lumaChroma(AhdImage image, int y) const;
+
+  unsigned greenParity(int y) const { return frame_.isGreen(first_, y) ? 0 : 1; }
+  bool isRedRow(int y) const { return frame_.isRedRow(y); }
+  size_t halfSize() const { return (columns_ + 1) / 2; }
+
+ private:
+  // From the first row that is loaded up no slot is negative.
+  unsigned slot(int y) const { return static_cast<unsigned>(y + kSlotOfRow0); }
+  AhdGreen<T> greenOf(AhdImage image, int y) const;
+  AhdColours<T> coloursOf(AhdImage image, int y) const;
+
+  static constexpr int kSlotOfRow0 = 16;
+
+  CfaFrame<T> frame_;
+  RowSource<T> source_;
+  int first_;  // the frame column of element 0 of the even halves
+  size_t columns_;
+  int shift_;
+  const AhdKernels<T>& kernels_;
+  LumaChromaWeights<T> weights_;
+  HalfRowRing<T> mosaic_, green_, colours_;
+  HalfRowRing<Widened<T>> differences_, lumaChroma_;
+};
+
+}  // namespace vistrel::core

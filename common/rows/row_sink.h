@@ -1,0 +1,110 @@
+// Where finished pixels go: one row, and an image of them.
+#pragma once
+
+#include <cstddef>
+
+#include "common/rows/nontemporal.h"
+
+namespace vistrel::core {
+
+// Hears of a row's pixels while they are made, a chunk at a time.
+class ChunkListener {
+ public:
+  static constexpr size_t kChunk = 256;  // pixels, about
+
+  virtual void written(int y, size_t begin, size_t end) const = 0;
+
+ protected:
+  ~ChunkListener() = default;
+};
+
+// A kernel stores a row's pixels, three samples each, at pixels() and, unless it is null, at copy()
+// too, and says how far it has come. The rest is the sink's affair, as its owner has set it up.
+template <class T>
+class RowSink {
+ public:
+  explicit RowSink(T* pixels, T* copy = nullptr) : pixels_(pixels), copy_(copy) {}
+
+  T* pixels() const { return pixels_ + 3 * first_; }
+  T* copy() const { return copy_ ? copy_ + 3 * first_ : nullptr; }
+
+  // From here on pixels are counted from the n-th on.
+  void skip(size_t n) { first_ += n; }
+
+  // Pixels begin .. end - 1 are stored, and all before them.
+  void written(size_t begin, size_t end) {
+    begin += first_;
+    end += first_;
+    source_.fetch(begin, end);
+    destination_.fetch(begin, end);
+    work_.upTo(pixels_ + 3 * end);
+    result_.upTo(pixels_ + 3 * end);
+    if (listener_ && end - heard_ >= ChunkListener::kChunk) tell(end);
+  }
+
+  // The whole row is stored, which has so many pixels.
+  void finish(size_t columns) {
+    work_.finish(workEnd_);
+    result_.finish(pixels_ + 3 * columns);
+    if (listener_) tell(columns);
+  }
+
+  // Copies pixels begin .. end - 1 from pixels() to copy(): those that were stored there alone.
+  void copyPixels(size_t begin, size_t end) const {
+    if (copy_) std::memcpy(copy() + 3 * begin, pixels() + 3 * begin, 3 * (end - begin) * sizeof(T));
+  }
+
+  // What is fetched while the row is made: a row that is read next, and the result's row where some
+  // of its bytes stay.
+  void fetch(Prefetcher source) { source_ = source; }
+  void fetchDestination(Prefetcher destination) { destination_ = destination; }
+
+  // Copies past the caches. The first ends at workEnd, the second with the last pixel.
+  void stream(NonTemporalCopy work, const T* workEnd) { work_ = work, workEnd_ = workEnd; }
+  void streamResult(NonTemporalCopy result) { result_ = result; }
+
+  void listen(const ChunkListener* listener, int y) { listener_ = listener, y_ = y; }
+
+ private:
+  void tell(size_t end) {
+    listener_->written(y_, heard_, end);
+    heard_ = end;
+  }
+
+  T *pixels_, *copy_;
+  size_t first_ = 0;
+  NonTemporalCopy work_, result_;
+  const T* workEnd_ = nullptr;
+  Prefetcher source_, destination_;
+  const ChunkListener* listener_ = nullptr;
+  int y_ = 0;
+  size_t heard_ = 0;
+};
+
+// Hands out the sinks of an image's rows, one after the other.
+template <class T>
+class ImageSink {
+ public:
+  virtual RowSink<T> row(int y) = 0;
+  // Row y is stored, all of it.
+  virtual void finish(int y, RowSink<T>& sink) = 0;
+
+ protected:
+  ~ImageSink() = default;
+};
+
+// Rows in memory, and nothing else. step: from row to row, in samples.
+template <class T>
+class PlainImage final : public ImageSink<T> {
+ public:
+  PlainImage(T* pixels, ptrdiff_t step) : pixels_(pixels), step_(step) {}
+
+  RowSink<T> row(int y) override { return RowSink<T>(pixels_ + y * step_); }
+  void finish(int, RowSink<T>&) override {}
+
+ private:
+  T* pixels_;
+  ptrdiff_t step_;
+};
+
+}  // namespace vistrel::core

@@ -1,0 +1,44 @@
+// Compiles VISTREL_BODY, the path of a *-inl.h file, once for each instruction-set level: as
+// vistrel::core::base, vistrel::core::ssse3 and so on. The guards count the levels, so a source
+// has one body.
+#ifdef VISTREL_EACH_LEVEL
+#error "This source has compiled a body for each level already."
+#endif
+#define VISTREL_EACH_LEVEL
+#include "common/simd/simd.h"
+
+#include VISTREL_BODY
+
+#if VISTREL_X86
+
+#undef VISTREL_LEVEL
+#define VISTREL_LEVEL 1
+#define VISTREL_TOGGLE
+#include VISTREL_BODY
+
+#undef VISTREL_LEVEL
+#define VISTREL_LEVEL 2
+#undef VISTREL_TOGGLE
+#include VISTREL_BODY
+
+#undef VISTREL_LEVEL
+#define VISTREL_LEVEL 3
+#define VISTREL_TOGGLE
+#include VISTREL_BODY
+
+#undef VISTREL_LEVEL
+#define VISTREL_LEVEL 4
+#undef VISTREL_TOGGLE
+#include VISTREL_BODY
+
+#elif defined(__aarch64__)
+
+#undef VISTREL_LEVEL
+#define VISTREL_LEVEL 5
+#define VISTREL_TOGGLE
+#include VISTREL_BODY
+
+#endif
+
+#undef VISTREL_LEVEL
+#define VISTREL_LEVEL 0

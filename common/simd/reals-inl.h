@@ -1,0 +1,64 @@
+// Operations on vectors of floats and doubles.
+#if defined(VISTREL_REALS_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_REALS_INL_H
+#undef VISTREL_REALS_INL_H
+#else
+#define VISTREL_REALS_INL_H
+#endif
+
+#include "common/simd/lanes-inl.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+// Toward zero, of values that fit 32 bits.
+VISTREL_INLINE Vec<float> truncated(Vec<float> v) {
+  return __builtin_convertvector(__builtin_convertvector(v, Vec<int32_t>), Vec<float>);
+}
+VISTREL_INLINE Vec<double> truncated(Vec<double> v) {
+  using Half = Vec<int32_t, kVectorBytes / 2>;
+  return __builtin_convertvector(__builtin_convertvector(v, Half), Vec<double>);
+}
+
+VISTREL_INLINE double squareRoot(double v) { return __builtin_sqrt(v); }
+VISTREL_INLINE Vec<double> squareRoot(Vec<double> v) {
+#if VISTREL_AVX512
+  return as<Vec<double>>(_mm512_maskz_sqrt_pd(0xFF, as<__m512d>(v)));
+#elif VISTREL_AVX2
+  return as<Vec<double>>(_mm256_sqrt_pd(as<__m256d>(v)));
+#elif VISTREL_X86
+  return as<Vec<double>>(_mm_sqrt_pd(as<__m128d>(v)));
+#else
+  for (size_t k = 0; k < kLanes<double>; ++k) v[k] = squareRoot(v[k]);
+  return v;
+#endif
+}
+
+// 1 / sqrt(v) to about twelve bits: the processor's packed operation, the same at every level. It
+// is never that of AVX-512, which has another table.
+VISTREL_INLINE float approximateRoot(float v) {
+#if VISTREL_X86
+  return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(v)));
+#else
+  return 1 / __builtin_sqrtf(v);
+#endif
+}
+VISTREL_INLINE Vec<float> approximateRoot(Vec<float> v) {
+#if VISTREL_AVX512
+  const auto low = _mm256_rsqrt_ps(__builtin_shufflevector(v, v, 0, 1, 2, 3, 4, 5, 6, 7));
+  const auto high = _mm256_rsqrt_ps(__builtin_shufflevector(v, v, 8, 9, 10, 11, 12, 13, 14, 15));
+  return __builtin_shufflevector(low, high, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+#elif VISTREL_AVX2
+  return as<Vec<float>>(_mm256_rsqrt_ps(as<__m256>(v)));
+#elif VISTREL_X86
+  return as<Vec<float>>(_mm_rsqrt_ps(as<__m128>(v)));
+#else
+  for (size_t k = 0; k < kLanes<float>; ++k) v[k] = approximateRoot(v[k]);
+  return v;
+#endif
+}
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

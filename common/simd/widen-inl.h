@@ -1,0 +1,157 @@
+// A vector of samples as values in wider lanes. Each way of widening has the same vocabulary:
+//
+//   Sample, Value    the type of a sample, and a vector of values
+//   kParts           values come in so many vectors
+//   load(p, i)       part i of the samples at p
+//   part(v, i)       part i of a vector of samples
+//   join(parts)      values that fit the sample, as samples again
+//
+//   LowHigh    the lower half of the samples, then the upper one
+//   EvenOdd    the even elements, then the odd ones: no sample leaves its place
+//   AsSigned   one part, in lanes of the sample's length
+//   AsDouble   doubles: part i has the elements i, i + kParts, i + 2 * kParts ...
+#if defined(VISTREL_WIDEN_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_WIDEN_INL_H
+#undef VISTREL_WIDEN_INL_H
+#else
+#define VISTREL_WIDEN_INL_H
+#endif
+
+#include "common/depth.h"
+#include "common/simd/lanes-inl.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+template <class T>
+using Wide = Vec<Widened<T>>;
+template <class T>
+constexpr size_t kWideLanes = kLanes<T> / 2;
+
+template <class T>
+VISTREL_INLINE Wide<T> loadWide(const T* p) {
+#if VISTREL_AVX512
+  const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  if constexpr (sizeof(T) == 1)
+    return as<Wide<T>>(_mm512_maskz_cvtepu8_epi16(~__mmask32{0}, v));
+  else
+    return as<Wide<T>>(_mm512_maskz_cvtepu16_epi32(0xFFFF, v));
+#elif VISTREL_AVX2
+  const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+  return as<Wide<T>>(sizeof(T) == 1 ? _mm256_cvtepu8_epi16(v) : _mm256_cvtepu16_epi32(v));
+#else
+  Vec<T, kVectorBytes / 2> v;
+  std::memcpy(&v, p, sizeof v);
+  return __builtin_convertvector(v, Wide<T>);
+#endif
+}
+
+template <class T>
+struct LowHigh {
+  using Sample = T;
+  using Value = Wide<T>;
+  static constexpr size_t kParts = 2;
+
+  VISTREL_INLINE static Value load(const T* p, size_t i) { return loadWide(p + i * kWideLanes<T>); }
+
+  VISTREL_INLINE static Vec<T> join(const Value (&parts)[2]) {
+    const Value low = parts[0], high = parts[1];
+#if VISTREL_AVX512
+    const __m512i packed = sizeof(T) == 1
+                               ? _mm512_packus_epi16(as<__m512i>(low), as<__m512i>(high))
+                               : _mm512_packus_epi32(as<__m512i>(low), as<__m512i>(high));
+    const __m512i order = _mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7);
+    return as<Vec<T>>(_mm512_maskz_permutexvar_epi64(0xFF, order, packed));
+#elif VISTREL_AVX2
+    const __m256i packed = sizeof(T) == 1
+                               ? _mm256_packus_epi16(as<__m256i>(low), as<__m256i>(high))
+                               : _mm256_packus_epi32(as<__m256i>(low), as<__m256i>(high));
+    return as<Vec<T>>(_mm256_permute4x64_epi64(packed, 0xD8));
+#elif VISTREL_SSE41
+    return as<Vec<T>>(sizeof(T) == 1 ? _mm_packus_epi16(as<__m128i>(low), as<__m128i>(high))
+                                     : _mm_packus_epi32(as<__m128i>(low), as<__m128i>(high)));
+#else
+    using Half = Vec<T, kVectorBytes / 2>;
+    const Half halves[2] = {__builtin_convertvector(low, Half),
+                            __builtin_convertvector(high, Half)};
+    Vec<T> v;
+    std::memcpy(&v, halves, sizeof v);
+    return v;
+#endif
+  }
+};
+
+template <class T>
+struct EvenOdd {
+  using Sample = T;
+  using Value = Wide<T>;
+  static constexpr size_t kParts = 2;
+
+  VISTREL_INLINE static Value part(Vec<T> v, size_t i) {
+    const auto pairs = as<Pairs>(v);
+    return as<Value>(i == 0 ? pairs & static_cast<T>(-1) : pairs >> kBits);
+  }
+  VISTREL_INLINE static Value load(const T* p, size_t i) {
+    return part(VISTREL_NAMESPACE::load(p), i);
+  }
+  VISTREL_INLINE static Vec<T> join(const Value (&parts)[2]) {
+    return as<Vec<T>>(as<Pairs>(parts[0]) | as<Pairs>(parts[1]) << kBits);
+  }
+
+ private:
+  using Pairs = Vec<std::make_unsigned_t<Widened<T>>>;
+  static constexpr int kBits = 8 * static_cast<int>(sizeof(T));
+};
+
+// For samples of twelve bits at most, eight of which still have a sum.
+template <class T>
+struct AsSigned {
+  using Sample = T;
+  using Value = Vec<std::make_signed_t<T>>;
+  static constexpr size_t kParts = 1;
+
+  VISTREL_INLINE static Value part(Vec<T> v, size_t) { return as<Value>(v); }
+  VISTREL_INLINE static Value load(const T* p, size_t) {
+    return as<Value>(VISTREL_NAMESPACE::load(p));
+  }
+  VISTREL_INLINE static Vec<T> join(const Value (&parts)[1]) { return as<Vec<T>>(parts[0]); }
+};
+
+// Sixteen bits a value: for bytes, and for 16-bit samples of twelve bits at most.
+template <class T>
+using ShortValues = std::conditional_t<sizeof(T) == 1, EvenOdd<T>, AsSigned<T>>;
+
+using Doubles = Vec<double, 2 * kVectorBytes>;  // one for each 32 bits of a vector
+constexpr size_t kDoubles = kVectorBytes / sizeof(int32_t);
+
+template <class T>
+struct AsDouble {
+  using Sample = T;
+  using Value = Doubles;
+  static constexpr size_t kParts = sizeof(int32_t) / sizeof(T);
+
+  VISTREL_INLINE static Doubles part(Vec<T> v, size_t i) {
+    const int unused = kBits * static_cast<int>(kParts - 1 - i);
+    const Lane lanes = as<Lane>(v) << unused >> (kBits * static_cast<int>(kParts - 1));
+    return __builtin_convertvector(as<Vec<int32_t>>(lanes), Doubles);
+  }
+
+  // Of values from 0 up that fit 32 bits: truncated, at most limit.
+  VISTREL_INLINE static Vec<T> join(const Doubles (&parts)[kParts], int limit) {
+    Lane joined{};
+    for (size_t i = 0; i < kParts; ++i) {
+      const auto v = __builtin_convertvector(parts[i], Vec<int32_t>);
+      joined |= as<Lane>(smaller(v, v - v + limit)) << (kBits * static_cast<int>(i));
+    }
+    return as<Vec<T>>(joined);
+  }
+
+ private:
+  using Lane = Vec<uint32_t>;
+  static constexpr int kBits = 8 * static_cast<int>(sizeof(T));
+};
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

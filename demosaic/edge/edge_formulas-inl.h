@@ -1,0 +1,136 @@
+// Colours as differences to green, and green along the weaker of two activities, which is found
+// for every red or blue site by itself. m: the mosaic; q: measures of red and blue sites. Both by
+// their distance from the site in hand.
+#if defined(VISTREL_EDGE_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_EDGE_FORMULAS_INL_H
+#undef VISTREL_EDGE_FORMULAS_INL_H
+#else
+#define VISTREL_EDGE_FORMULAS_INL_H
+#endif
+
+#include "common/simd/lanes-inl.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+// quirk: signed-words. Words compare as signed ones: where one of two samples has all 16 bits, the
+// difference of the two is negative.
+template <class V>
+VISTREL_INLINE V inOrder(V sample) {
+  return sample ^ 0x8000;
+}
+VISTREL_INLINE Vec<int16_t> inOrder(Vec<int16_t> sample) { return sample; }
+
+// The largest minus the smallest.
+template <class V, class... More>
+VISTREL_INLINE V range(V first, More... more) {
+  V most = inOrder(first), least = most;
+  ((most = larger(most, inOrder(more)), least = smaller(least, inOrder(more))), ...);
+  return inOrder(most) - inOrder(least);
+}
+template <class M>
+VISTREL_INLINE auto down(M m, int dx, int dy) {
+  return range(m(dx, dy - 1), m(dx, dy + 1));
+}
+template <class M>
+VISTREL_INLINE auto across(M m, int dx, int dy) {
+  return range(m(dx - 1, dy), m(dx + 1, dy));
+}
+template <class V>
+VISTREL_INLINE V twice(V v) {
+  return v + v;
+}
+
+// What is measured at a red or blue site: changes down the columns, three side by side or five in a
+// cross, changes across the rows likewise, and both means of green.
+//
+//   vertical  | | |    verticals    |      horizontal  -    horizontals    -
+//                                 | | |                -                 - - -
+//                                   |                  -                   -
+struct Measures {
+  template <class M>
+  VISTREL_INLINE static auto vertical(M m) {
+    return down(m, -1, 0) + down(m, 0, 0) + down(m, 1, 0);
+  }
+  template <class M>
+  VISTREL_INLINE static auto verticals(M m) {
+    return vertical(m) + down(m, 0, -1) + down(m, 0, 1);
+  }
+  template <class M>
+  VISTREL_INLINE static auto horizontal(M m) {
+    return across(m, 0, -1) + across(m, 0, 0) + across(m, 0, 1);
+  }
+  template <class M>
+  VISTREL_INLINE static auto horizontals(M m) {
+    return horizontal(m) + across(m, -1, 0) + across(m, 1, 0);
+  }
+  template <class M>
+  VISTREL_INLINE static auto inRow(M m) {
+    return (m(-1, 0) + m(1, 0)) >> 1;
+  }
+  template <class M>
+  VISTREL_INLINE static auto inColumn(M m) {
+    return (m(0, -1) + m(0, 1)) >> 1;
+  }
+};
+
+// A site's activity on the side of the site in hand counts double; a tie takes the column's green.
+struct Edge {
+  template <class Q>
+  VISTREL_INLINE static auto green(Q q) {  // at a red or blue site
+    return chosen(q, 0, 0, q.verticals(0, 0), q.horizontals(0, 0));
+  }
+  template <class M, class Q>
+  VISTREL_INLINE static auto opposite(M m, Q q) {  // there, the colour of the diagonals
+    return green(q) + ((corner(m, q, -1, -1) + corner(m, q, 1, -1) + corner(m, q, 1, 1) +
+                        corner(m, q, -1, 1)) >>
+                       2);
+  }
+  template <class M, class Q, class V>
+  VISTREL_INLINE static auto along(M m, Q q, V g) {  // at a green site: the colour of this row
+    return g + ((beside(m, q, -1) + beside(m, q, 1)) >> 1);
+  }
+  template <class M, class Q, class V>
+  VISTREL_INLINE static auto acrossRows(M m, Q q, V g) {  // there, that of the rows beside it
+    return g + ((above(m, q, -1) + above(m, q, 1)) >> 1);
+  }
+
+  // Its green: the quieter its surroundings, the more quarters of a mean. t: falling thresholds.
+  template <class M, class Q, class V>
+  VISTREL_INLINE static V smoothed(M m, Q q, const V (&t)[4]) {
+    const V own = m(0, 0), r = range(own, m(-1, -1), m(1, -1), m(-1, 1), m(1, 1));
+    const V mean = (twice(own) + q.inRow(0, -1) + q.inRow(0, 1)) >> 2;
+    const V one = (own >> 2) + (own >> 1) + (mean >> 2), two = (own >> 1) + (mean >> 1),
+            three = (mean >> 1) + (mean >> 2) + (own >> 2);
+    return select(r > t[0], own,
+                  select(r > t[1], one, select(r > t[2], two, select(r > t[3], three, mean))));
+  }
+
+ private:
+  template <class Q, class V>
+  VISTREL_INLINE static V chosen(Q q, int dx, int dy, V vertical, V horizontal) {
+    return select(vertical > horizontal, q.inRow(dx, dy), q.inColumn(dx, dy));
+  }
+
+  // How far the colour of a neighbouring site lies above its green.
+  template <class M, class Q>
+  VISTREL_INLINE static auto corner(M m, Q q, int dx, int dy) {
+    return m(dx, dy) - chosen(q, dx, dy, q.vertical(dx, dy) + twice(down(m, dx, 0)),
+                              q.horizontal(dx, dy) + twice(across(m, 0, dy)));
+  }
+  template <class M, class Q>
+  VISTREL_INLINE static auto beside(M m, Q q, int dx) {
+    return m(dx, 0) -
+           chosen(q, dx, 0, q.verticals(dx, 0), q.horizontal(dx, 0) + twice(across(m, 0, 0)));
+  }
+  template <class M, class Q>
+  VISTREL_INLINE static auto above(M m, Q q, int dy) {
+    return m(0, dy) -
+           chosen(q, 0, dy, q.vertical(0, dy) + twice(down(m, 0, 0)), q.horizontals(0, dy));
+  }
+};
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

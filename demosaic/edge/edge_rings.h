@@ -1,0 +1,180 @@
+// A few rows of the mosaic and of what is measured at its red and blue sites.
+#pragma once
+
+#include <algorithm>
+#include <climits>
+
+#include "common/depth.h"
+#include "common/rows/half_rows.h"
+#include "common/rows/pixel_kernels.h"
+#include "common/rows/row_source.h"
+#include "demosaic/conversion.h"
+
+namespace vistrel::core {
+
+// Measures of the red or blue sites of a row, see edge.inl.
+template <class Lane>
+struct MeasureRow {
+  Lane *vertical, *verticals, *horizontal, *horizontals, *inRow, *inColumn;
+};
+
+template <class Lane>
+struct MeasureWindow {
+  MeasureRow<Lane> row[3];
+};
+
+// Behind a row of pixels.
+template <class T, class Lane>
+struct EdgeWindow {
+  HalfRowWindow<T, 1> mosaic;
+  MeasureWindow<Lane> measures;
+  Lane thresholds[4];
+  int limit;
+};
+
+// What each level compiles.
+template <class T, class Lane>
+struct EdgeLaneKernels {
+  // By the column parity of the red or blue sites, of which the row has n.
+  void (*measure[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, const MeasureRow<Lane>& to);
+  PixelKernels<T, EdgeWindow<T, Lane>> pixels;
+};
+
+// Sums of samples of twelve bits at most fit lanes of 16 bits; others need twice a sample's length.
+template <class T>
+struct EdgeKernels {
+  T (*split)(const T* source, size_t pairs, T* even, T* odd);
+  EdgeLaneKernels<T, int16_t> narrow;
+  EdgeLaneKernels<T, Widened<T>> wide;
+
+  template <class Lane>
+  const EdgeLaneKernels<T, Lane>& of() const {
+    if constexpr (std::is_same_v<Lane, int16_t>)
+      return narrow;
+    else
+      return wide;
+  }
+};
+
+// The frame with its surroundings: two rows above and below it that continue the mosaic, and zeros
+// beyond those and on either side.
+template <class T>
+class EdgeFrame {
+ public:
+  explicit EdgeFrame(const Conversion<T>& c)
+      : columns_(c.region.Wf), height_(static_cast<int>(c.region.Hf)), nBayer_(c.nBayer),
+        source_(c.pSrc + c.region.x0, static_cast<ptrdiff_t>(c.sourceStride), height_) {}
+
+  ptrdiff_t columns() const { return columns_; }
+  int height() const { return height_; }
+
+  bool isBlueRow(int y) const { return rowParity(nBayer_, unsigned(y)) == 1; }
+
+  // The column parity of the green sites of row y.
+  // quirk: edge-phase. The region's columns count from its own first one, wherever that lies.
+  unsigned greenParity(int y) const {
+    return rowParity(nBayer_, unsigned(y)) ^ columnParity(nBayer_, 0);
+  }
+
+  // The row of the source that stands at y; null where there are zeros.
+  const T* row(int y) const {
+    if (-2 <= y && y < 0)
+      y += 2;
+    else if (height_ <= y && y < height_ + 2)
+      y -= 2;
+    return source_.has(y) ? source_.row(y) : nullptr;
+  }
+
+  // Two columns of zeros on either side; beyond them the neighbouring rows.
+  T at(int y, ptrdiff_t x) const {
+    const ptrdiff_t stride = columns_ + 4, column = x + 2;
+    const ptrdiff_t rowsDown = column / stride, i = column % stride - 2;
+    const T* const samples = row(y + static_cast<int>(rowsDown));
+    return samples && 0 <= i && i < columns_ ? samples[i] : T{0};
+  }
+
+ private:
+  ptrdiff_t columns_;
+  int height_;
+  uint32_t nBayer_;
+  RowSource<T> source_;
+};
+
+// Some rows of it as half rows.
+// quirk: zero-sides. Above and below, the mosaic goes on; at the sides formulas read zeros.
+template <class T>
+class EdgeMosaicRing {
+ public:
+  explicit EdgeMosaicRing(const EdgeFrame<T>& frame)
+      : frame_(frame), ring_(kRows, 2, size_t(frame.columns())) {}
+
+  explicit operator bool() const { return bool(ring_); }
+
+  void load(int y, const EdgeKernels<T>& kernels) {
+    T *const even = half(y, 0), *const odd = half(y, 1);
+    const size_t columns = size_t(frame_.columns());
+    for (T* const half : {even, odd}) {
+      std::fill_n(half - 2, 2, T{0});
+      std::fill_n(half + columns / 2, 2, T{0});
+    }
+    const T* const row = frame_.row(y);
+    if (!row) {
+      std::fill_n(even, columns / 2, T{0});
+      std::fill_n(odd, columns / 2, T{0});
+      return;
+    }
+    T bits = kernels.split(row, columns / 2, even, odd);
+    if (columns & 1) bits |= even[columns / 2] = row[columns - 1];
+    if (bits >> 12) lastWide_ = y;
+    if (const T* const next = frame_.row(y + 1)) prefetchRow(next, columns * sizeof(T));
+  }
+
+  // Whether neither row y nor a row loaded after it has a sample of more than twelve bits.
+  bool isTwelveBitsFrom(int y) const { return lastWide_ < y; }
+
+  template <int reach>
+  HalfRowWindow<T, reach> window(int y) const {
+    return windowOf<reach>(y, [this](int row, unsigned parity) { return half(row, parity); });
+  }
+
+ private:
+  static constexpr unsigned kRows = 7;  // that a row of pixels depends on
+
+  T* half(int y, unsigned parity) const { return ring_.half(unsigned(y) + kRows, parity); }
+
+  const EdgeFrame<T>& frame_;
+  HalfRowRing<T> ring_;
+  int lastWide_ = INT_MIN;
+};
+
+// Some rows of measures, each in narrow or in wide lanes.
+template <class T>
+class MeasureRing {
+ public:
+  explicit MeasureRing(size_t columns) : ring_(kRows, kMeasures, columns) {}
+
+  explicit operator bool() const { return bool(ring_); }
+
+  template <class Lane>
+  MeasureRow<Lane> row(int y) const {
+    const auto measure = [&](unsigned which) {
+      return reinterpret_cast<Lane*>(ring_.half(unsigned(y) + kRows, which));
+    };
+    return {measure(0), measure(1), measure(2), measure(3), measure(4), measure(5)};
+  }
+  template <class Lane>
+  MeasureWindow<Lane> window(int y) const {
+    return {row<Lane>(y - 1), row<Lane>(y), row<Lane>(y + 1)};
+  }
+
+  // In which lanes row y was measured: their bytes.
+  size_t& laneBytes(int y) { return laneBytes_[(unsigned(y) + kRows) % kRows]; }
+
+ private:
+  static constexpr unsigned kRows = 3, kMeasures = 6;
+
+  HalfRowRing<Widened<T>> ring_;
+  size_t laneBytes_[kRows] = {};
+};
+
+}  // namespace vistrel::core

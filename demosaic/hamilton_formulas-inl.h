@@ -1,0 +1,65 @@
+// Hamilton and Adams, US patent 5,629,734 (1997): green along the axis on which it changes less,
+// then red and blue along the quieter diagonal, corrected by the second difference of green.
+// m: the mosaic, g: finished green.
+//
+// Values are halves and quarters, truncated toward zero and then clamped at zero: a shift, which
+// rounds down, stores the same.
+//
+// quirk: unsensed-correction. The method corrects green too, by the second difference of the colour
+// that the site senses. Here that term is taken of the other one, which is zero at all five places:
+// nothing is left of it, in the costs or in the value.
+//
+// quirk: guard-green. Beyond the region green is zero where another colour is sensed.
+#if defined(VISTREL_HAMILTON_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_HAMILTON_FORMULAS_INL_H
+#undef VISTREL_HAMILTON_FORMULAS_INL_H
+#else
+#define VISTREL_HAMILTON_FORMULAS_INL_H
+#endif
+
+#include "common/depth.h"
+#include "common/simd/lanes-inl.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+template <class T>
+struct Hamilton {
+  template <class M>
+  VISTREL_INLINE static auto green(M m) {  // at a red or blue site
+    const auto dv = absolute(m(0, -1) - m(0, 1)), dh = absolute(m(-1, 0) - m(1, 0));
+    const auto sv = m(0, -1) + m(0, 1), sh = m(-1, 0) + m(1, 0);
+    return limited(select(dh < dv, sh >> 1, select(dh > dv, sv >> 1, (sv + sh) >> 2)));
+  }
+  template <class M, class G>
+  VISTREL_INLINE static auto opposite(M m, G g) {  // there, the colour of the diagonals
+    const auto a1 = 2 * g(0, 0) - g(-1, -1) - g(1, 1), a2 = 2 * g(0, 0) - g(1, -1) - g(-1, 1);
+    const auto d1 = absolute(m(-1, -1) - m(1, 1)) + absolute(a1);
+    const auto d2 = absolute(m(1, -1) - m(-1, 1)) + absolute(a2);
+    const auto v1 = m(-1, -1) + m(1, 1) + a1, v2 = m(1, -1) + m(-1, 1) + a2;
+    return limited(select(d1 < d2, v1 >> 1, select(d1 > d2, v2 >> 1, (v1 + v2) >> 2)));
+  }
+  template <class M, class G>
+  VISTREL_INLINE static auto along(M m, G g) {  // at a green site: the colour of this row
+    return straight(m(-1, 0) + m(1, 0), 2 * g(0, 0) - g(-1, 0) - g(1, 0));
+  }
+  template <class M, class G>
+  VISTREL_INLINE static auto across(M m, G g) {  // there, the colour of the rows above and below
+    return straight(m(0, -1) + m(0, 1), 2 * g(0, 0) - g(0, -1) - g(0, 1));
+  }
+
+  // Sum of two samples and second difference of green; at a green site that counts by half.
+  template <class V>
+  VISTREL_INLINE static V straight(V sum, V difference) {
+    return limited((2 * sum + difference) >> 2);
+  }
+  template <class V>
+  VISTREL_INLINE static V limited(V v) {
+    return clampTo(v, kLimit<T>);
+  }
+};
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

@@ -1,0 +1,91 @@
+// A few rows of green and hue at the red and blue sites.
+#pragma once
+
+#include "demosaic/guarded.h"
+
+namespace vistrel::core {
+
+// A row's hues, one for each red or blue site, apart by the place that their samples have in a lane
+// of four bytes: so samples and hues meet without leaving their lanes.
+template <class T>
+struct HueParts {
+  static constexpr int kParts = 4 / int{sizeof(T)};
+  double* part[kParts];
+
+  // Of site i; i + kParts, i + 2 * kParts ... follow.
+  double* element(int i) const {
+    const int which = i & (kParts - 1);
+    return part[which] + (i - which) / kParts;
+  }
+};
+
+template <class T>
+struct HueWindow {
+  HueParts<T> row[3];
+};
+
+// Behind a row of pixels. green: by column parity; colour: sensed at the other sites.
+template <class T>
+struct CokRows {
+  const T *green[2], *colour;
+  HueWindow<T> hues;
+};
+
+// What each level compiles, by the column parity of the red or blue sites.
+template <class T>
+struct CokKernels {
+  void (*hues[2])(const HalfRowWindow<T, 1>& mosaic, size_t n, T* green, const HueParts<T>& hues);
+  PixelKernels<T, CokRows<T>> pixels;
+};
+
+template <class T>
+class HueRing {
+ public:
+  explicit HueRing(const MosaicRing<T>& mosaic)
+      : mosaic_(mosaic), green_(2, 1, mosaic.columns()), hues_(kRows + 1, kParts, 2 * partSize()) {
+    if (!hues_) return;
+    for (double* part : parts(kRows).part) std::fill_n(part - 1, partSize() + kVector, 0.0);
+  }
+
+  explicit operator bool() const { return green_ && hues_; }
+
+  T* green(int y) const { return green_.half(unsigned(y), 0); }
+  HueParts<T> hues(int y) const { return parts(unsigned(y) % kRows); }
+
+  // quirk: guard-green. Beyond the region green is zero at such sites, and so is the hue.
+  void guard(int y) const {
+    const int n = static_cast<int>(mosaic_.halfSize(1 - mosaic_.greenParity(y)));
+    *hues(y).element(-1) = *hues(y).element(n) = 0;
+  }
+
+  CokRows<T> around(int y) const {
+    const unsigned parity = mosaic_.greenParity(y);
+    CokRows<T> rows;
+    rows.green[parity] = mosaic_.half(y, parity);
+    rows.green[1 - parity] = green(y);
+    rows.colour = mosaic_.half(y, 1 - parity);
+    for (int dy = -1; dy <= 1; ++dy) {
+      const bool inside = 0 <= y + dy && y + dy < mosaic_.height();
+      rows.hues.row[dy + 1] = inside ? hues(y + dy) : parts(kRows);
+    }
+    return rows;
+  }
+
+ private:
+  static constexpr unsigned kRows = 3, kParts = HueParts<T>::kParts;
+  static constexpr size_t kVector = 16;  // room behind a part
+
+  size_t partSize() const { return mosaic_.halfSize(0) / kParts + 1; }
+
+  HueParts<T> parts(unsigned row) const {
+    HueParts<T> p;
+    for (unsigned i = 0; i < kParts; ++i) p.part[i] = hues_.half(row, i);
+    return p;
+  }
+
+  const MosaicRing<T>& mosaic_;
+  HalfRowRing<T> green_;
+  HalfRowRing<double> hues_;  // the last row stays zero
+};
+
+}  // namespace vistrel::core

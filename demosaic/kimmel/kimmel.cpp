@@ -1,0 +1,99 @@
+#include "common/depth.h"
+#include "common/simd/simd.h"
+#include "cpu/level.h"
+#include "demosaic/conversion.h"
+#include "demosaic/kimmel/kimmel_sweep.h"
+#include "vistrel/platform.h"
+
+#define VISTREL_BODY "demosaic/kimmel/kimmel_rows-inl.h"
+#include "common/simd/each_level.h"
+
+#include "demosaic/kimmel/kimmel_in_place.h"
+
+namespace vistrel::core {
+
+namespace {
+
+template <class T>
+void inDoubles(const Conversion<T>& c) {
+  if (!isDegenerate(c.region)) {
+    const size_t noTail = size_t{c.region.Wf} + 1;
+    return KimmelSweep<T, double>(c, *VISTREL_BY_LEVEL(kKimmelOfDoubles<T>), noTail).run();
+  }
+  scatterMosaic(c.region, c.sourceStride, c.pSrc, c.work);
+  const auto pass = [&](auto fill) {
+    passInPlace(c.region, c.work, [fill](const InPlacePixel<T>& p) {
+      (KimmelPixel<T, double>{p, false}.*fill)();
+    });
+  };
+  fillInOrder<T, double>(pass);
+  c.output.convert(c.work, c.pDst, c.nRoiHeight);
+}
+
+// The packed path: floats, in blocks of eight columns and a tail of single ones.
+template <class T>
+class KimmelWalk {
+ public:
+  // quirk: unbinned-walk. It takes the region for an unbinned one. With binning, its rows begin
+  // elsewhere than the buffer's and meet each other's pixels: hence whole passes, in order.
+  explicit KimmelWalk(const Conversion<T>& c)
+      : c_(c), walked_(c.nBayer, 0, c.nRoiX, c.nRoiY, c.region.Wf / c.region.F, c.nRoiHeight),
+        tail_(walked_.Wf & ~7u) {}
+
+  void run() const {
+    if (isBuffer()) {
+      KimmelSweep<T, float>(c_, *VISTREL_BY_LEVEL(kKimmelOfFloats<T>), tail_).run();
+      return;
+    }
+    scatterMosaic(c_.region, c_.sourceStride, c_.pSrc, c_.work);
+    fillInOrder<T, float>([this](auto fill) { this->pass(fill); });
+    c_.output.convert(c_.work, c_.pDst, c_.nRoiHeight);
+  }
+
+ private:
+  // The walk is that of the buffer, and its sites are those of the mosaic.
+  bool isBuffer() const {
+    return c_.region.F == 1 && !isDegenerate(c_.region) && (tail_ == 0 || shiftOfBlocks() == 0);
+  }
+
+  // quirk: shifted-blocks. Blocks count their columns' parity from the end of the row, and those of
+  // words do so without the phase: often they take green sites for red and blue ones.
+  unsigned shiftOfBlocks() const {
+    return (walked_.Wf + (sizeof(T) == 1 ? 0 : c_.nBayer >> 1)) & 1;
+  }
+
+  template <class Fill>
+  void pass(Fill fill) const {
+    const size_t pitch = guardedLayout(walked_).S;
+    const auto S = static_cast<ptrdiff_t>(c_.layout.S);
+    for (uint32_t k = 0; k < walked_.Hf; ++k)
+      for (uint32_t i = 0; i < walked_.Wf; ++i) {
+        const bool inBlock = i < tail_;
+        const unsigned r = (walked_.r0 + k) & 1;
+        const unsigned c = (walked_.c0 + i + (inBlock ? shiftOfBlocks() : 0)) & 1;
+        T* const pixel = c_.imageRow(0) + k * pitch + size_t{3} * i;
+        (KimmelPixel<T, float>{{pixel, S, r, c}, inBlock}.*fill)();
+      }
+  }
+
+  const Conversion<T>& c_;
+  Region walked_;
+  uint32_t tail_;
+};
+
+template <class T>
+void packed(const Conversion<T>& c) {
+  KimmelWalk<T>(c).run();
+}
+
+template <class T>
+void kimmel(const Conversion<T>& c) {
+  OS_IsSSE() ? packed(c) : inDoubles(c);
+}
+
+}  // namespace
+
+VISTREL_DEFINE_DEMOSAIC(ImageColorHueKimmel, kimmel)
+VISTREL_DEFINE_DEMOSAIC(vec_ImageColorHueKimmel, packed)
+
+}  // namespace vistrel::core

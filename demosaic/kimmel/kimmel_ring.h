@@ -1,0 +1,109 @@
+// What Kimmel's passes leave to each other: a few rows of floats or doubles.
+#pragma once
+
+#include <initializer_list>
+
+#include "demosaic/guarded.h"
+
+namespace vistrel::core {
+
+// The half rows that a pass reads. own: the colour that a row senses beside green; opposite: the
+// one of the rows above and below.
+template <class Real>
+struct KimmelDiagonals {
+  HalfRowWindow<Real, 2> mosaic;
+  HalfRowWindow<Real, 1> green, hue;
+};
+template <class Real>
+struct KimmelCross {
+  HalfRowWindow<Real, 1> green, own, ownHue, opposite, oppositeHue;
+};
+
+// A row that is finished, by column parity.
+template <class T>
+struct CompleteHalves {
+  const T *own[2], *green[2], *opposite[2];
+};
+
+// What each level compiles, by the column parity of the sites that are filled. Opposite: elements
+// from `from` on, once with hues that are at hand and once, at the end of rows, with plain ones.
+template <class T, class Real>
+struct KimmelKernels {
+  using Opposite = void (*)(const KimmelDiagonals<Real>& rows, size_t from, size_t n, Real* colour,
+                            Real* hue);
+
+  void (*toReals)(const T* samples, ptrdiff_t from, ptrdiff_t to, Real* reals);
+  void (*toSamples)(const Real* reals, size_t n, T* samples);
+  void (*green[2])(const HalfRowWindow<Real, 2>& mosaic, size_t n, Real* green, Real* hue);
+  Opposite opposite[2], oppositeInTail[2];
+  void (*atGreen[2])(const KimmelCross<Real>& rows, size_t n, Real* own, Real* opposite);
+  PixelKernels<T, CompleteHalves<T>> pixels;
+};
+
+// The mosaic, repeated beyond the region as in the guard, and what its red and blue sites get: one
+// element a site, zero beyond the region.
+template <class T, class Real>
+class KimmelRing {
+ public:
+  enum Plane : unsigned { kEven, kOdd, kGreenThere, kHue, kOpposite, kOppositeHue, kPlanes };
+
+  explicit KimmelRing(const MosaicRing<T>& mosaic)
+      : mosaic_(mosaic), ring_(kRows + 1, kPlanes, mosaic.columns()) {}
+
+  explicit operator bool() const { return bool(ring_); }
+
+  Real* half(int y, unsigned plane) const { return ring_.half(unsigned(y) % kRows, plane); }
+  // The planes of the mosaic that hold row y's green and the colour beside it.
+  Plane greens(int y) const { return Plane(mosaic_.greenParity(y)); }
+  Plane colours(int y) const { return Plane(1 - mosaic_.greenParity(y)); }
+  size_t sites(int y) const { return mosaic_.halfSize(colours(y)); }  // red or blue ones
+
+  // Row y of such planes is computed.
+  //
+  // quirk: guard-green. Beyond the region green is zero where another colour is sensed.
+  void guard(int y, std::initializer_list<Plane> planes) const {
+    for (Plane plane : planes) half(y, plane)[-1] = half(y, plane)[sites(y)] = 0;
+  }
+
+  HalfRowWindow<Real, 2> mosaic(int y) const {
+    HalfRowWindow<Real, 2> w;
+    for (int dy = -2; dy <= 2; ++dy)
+      for (Plane plane : {kEven, kOdd}) w.half[dy + 2][plane] = row(y + dy, plane);
+    return w;
+  }
+  KimmelDiagonals<Real> diagonals(int y) const {
+    return {mosaic(y), around(y, kGreenThere, kGreenThere), around(y, kHue, kHue)};
+  }
+  KimmelCross<Real> cross(int y) const {
+    return {around(y, kGreenThere, kGreenThere), around(y, colours(y), kOpposite),
+            around(y, kHue, kOppositeHue), around(y, kOpposite, colours(y + 1)),
+            around(y, kOppositeHue, kHue)};
+  }
+
+ private:
+  static constexpr unsigned kRows = 6;
+
+  // The ring's last row stays zero.
+  const Real* row(int y, Plane plane) const {
+    const bool above = y < 0, below = y >= mosaic_.height();
+    if ((above || below) && plane > kOdd) return ring_.half(kRows, plane);
+    return half(above ? y + 2 : below ? y - 2 : y, plane);
+  }
+
+  // What lies at the red and blue sites of row y and of the rows above and below, with row y's
+  // green between them.
+  HalfRowWindow<Real, 1> around(int y, Plane beside, Plane aboveAndBelow) const {
+    const unsigned green = greens(y);
+    HalfRowWindow<Real, 1> w{};
+    w.half[0][green] = row(y - 1, aboveAndBelow);
+    w.half[1][green] = half(y, green);
+    w.half[1][1 - green] = half(y, beside);
+    w.half[2][green] = row(y + 1, aboveAndBelow);
+    return w;
+  }
+
+  const MosaicRing<T>& mosaic_;
+  HalfRowRing<Real> ring_;
+};
+
+}  // namespace vistrel::core

@@ -1,0 +1,82 @@
+// Kimmel's passes as one sweep.
+#pragma once
+
+#include "demosaic/kimmel/kimmel_ring.h"
+
+namespace vistrel::core {
+
+template <class T, class Real>
+class KimmelSweep {
+ public:
+  // tail: the column from which the second pass takes plain hues.
+  KimmelSweep(const Conversion<T>& c, const KimmelKernels<T, Real>& kernels, size_t tail)
+      : c_(c), kernels_(kernels), tail_(tail), mosaic_(c.region, c.pSrc, c.sourceStride, 5),
+        rows_(mosaic_), values_(1, 2, c.region.Wf), samples_(1, kHalves, c.region.Wf) {}
+
+  void run() {
+    if (!mosaic_ || !rows_ || !values_ || !samples_) return;
+    sweepGuarded(
+        c_, mosaic_, 1, [&](int y, RowSink<T>& sink) { finish(y, sink); },
+        stage(0, [&](int y) { widen(y); }), stage(2, [&](int y) { fillGreen(y); }),
+        stage(1, [&](int y) { fillOpposite(y); }));
+  }
+
+ private:
+  using Rows = KimmelRing<T, Real>;
+  enum Half : unsigned { kOwnAtGreen, kOppositeAtGreen, kGreenThere, kOppositeThere, kHalves };
+
+  void widen(int y) {
+    for (unsigned parity = 0; parity < 2; ++parity)
+      kernels_.toReals(mosaic_.half(y, parity), -1,
+                       static_cast<ptrdiff_t>(mosaic_.halfSize(parity)) + 1, rows_.half(y, parity));
+  }
+
+  void fillGreen(int y) {
+    Real* const green = rows_.half(y, Rows::kGreenThere);
+    Real* const hue = rows_.half(y, Rows::kHue);
+    kernels_.green[rows_.colours(y)](rows_.mosaic(y), rows_.sites(y), green, hue);
+    rows_.guard(y, {Rows::kGreenThere, Rows::kHue});
+  }
+
+  void fillOpposite(int y) {
+    const unsigned parity = rows_.colours(y);
+    const size_t sites = rows_.sites(y);
+    Real* const colour = rows_.half(y, Rows::kOpposite);
+    Real* const hue = rows_.half(y, Rows::kOppositeHue);
+    const auto rows = rows_.diagonals(y);
+    kernels_.opposite[parity](rows, 0, sites, colour, hue);
+    kernels_.oppositeInTail[parity](rows, tail_ / 2, sites, colour, hue);
+    rows_.guard(y, {Rows::kOpposite, Rows::kOppositeHue});
+  }
+
+  T* narrowed(const Real* reals, size_t n, Half half) {
+    T* const samples = samples_.half(0, half);
+    kernels_.toSamples(reals, n, samples);
+    return samples;
+  }
+
+  void finish(int y, RowSink<T>& sink) {
+    const unsigned g = rows_.greens(y), c = rows_.colours(y);
+    const size_t greens = mosaic_.halfSize(g), sites = rows_.sites(y);
+    Real *const own = values_.half(0, 0), *const opposite = values_.half(0, 1);
+    kernels_.atGreen[g](rows_.cross(y), greens, own, opposite);
+    CompleteHalves<T> halves;
+    halves.own[g] = narrowed(own, greens, kOwnAtGreen);
+    halves.green[g] = mosaic_.half(y, g);
+    halves.opposite[g] = narrowed(opposite, greens, kOppositeAtGreen);
+    halves.own[c] = mosaic_.half(y, c);
+    halves.green[c] = narrowed(rows_.half(y, Rows::kGreenThere), sites, kGreenThere);
+    halves.opposite[c] = narrowed(rows_.half(y, Rows::kOpposite), sites, kOppositeThere);
+    kernels_.pixels.of[g][mosaic_.isRedRow(y)](halves, mosaic_.columns(), sink);
+  }
+
+  const Conversion<T>& c_;
+  const KimmelKernels<T, Real>& kernels_;
+  size_t tail_;
+  MosaicRing<T> mosaic_;
+  Rows rows_;
+  HalfRowRing<Real> values_;
+  HalfRowRing<T> samples_;
+};
+
+}  // namespace vistrel::core

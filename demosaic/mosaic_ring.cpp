@@ -1,0 +1,78 @@
+#include "demosaic/mosaic_ring.h"
+
+#include <algorithm>
+
+#include "common/simd/simd.h"
+#include "cpu/level.h"
+
+#define VISTREL_BODY "demosaic/mosaic_ring-inl.h"
+#include "common/simd/each_level.h"
+
+namespace vistrel::core {
+
+namespace {
+
+template <class T>
+void guardHalf(T* half, size_t n) {
+  half[-1] = half[0];
+  half[n] = half[n - 1];
+}
+
+}  // namespace
+
+// Behind a half row, what the widest vector touches: a row that leaves it alone would keep an older
+// row's, of any size.
+template <class T>
+constexpr size_t kVectorRoom = 64 / sizeof(T);
+
+// Smoothing is one row behind loading and reads one row below its own.
+template <class T>
+MosaicRing<T>::MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows)
+    : region_(region),
+      source_(pSrc + region.x0, static_cast<ptrdiff_t>(sourceStride), static_cast<int>(region.Hf)),
+      raw_(rows + 1, 2, region.Wf), green_(rows, 1, region.Wf) {}
+
+template <class T>
+void MosaicRing<T>::load(int y) {
+  const T* const source = source_.row(y);
+  T* even = raw_.half(unsigned(y), 0);
+  T* odd = raw_.half(unsigned(y), 1);
+  T bits = VISTREL_BY_LEVEL(kMosaicKernels<T>)->split(source, columns() / 2, even, odd);
+  if (columns() & 1) bits |= even[columns() / 2] = source[columns() - 1];
+  if (bits >> 12) lastWide_ = y;
+  guardHalf(even, halfSize(0));
+  guardHalf(odd, halfSize(1));
+  nextSource_ = source_.has(y + 1) ? source_.row(y + 1) : nullptr;
+}
+
+template <class T>
+void MosaicRing<T>::smooth(int y) {
+  const unsigned parity = greenParity(y);
+  const size_t n = halfSize(parity);
+  const T* raw = raw_.half(unsigned(y), parity);
+  T* green = green_.half(unsigned(y), 0);
+  if (y == 0 || y == height() - 1) {
+    std::copy_n(raw, n + kVectorRoom<T>, green);
+  } else {
+    const T* above = raw_.half(unsigned(y - 1), 1 - parity) + parity - 1;
+    const T* below = raw_.half(unsigned(y + 1), 1 - parity) + parity - 1;
+    VISTREL_BY_LEVEL(kMosaicKernels<T>)->smooth(raw, above, below, n, green);
+    // The region's outer columns stay raw.
+    if (parity == 0) green[0] = raw[0];
+    if ((columns() & 1) != parity) green[n - 1] = raw[n - 1];
+  }
+  guardHalf(green, n);
+}
+
+template <class T>
+const T* MosaicRing<T>::half(int y, unsigned columnParity) const {
+  if (y < 0) y += 2;
+  if (y >= height()) y -= 2;
+  return columnParity == greenParity(y) ? green_.half(unsigned(y), 0)
+                                        : raw_.half(unsigned(y), columnParity);
+}
+
+template class MosaicRing<uint8_t>;
+template class MosaicRing<uint16_t>;
+
+}  // namespace vistrel::core

@@ -1,0 +1,61 @@
+// The mosaic of a region as half rows, a few rows at a time: what every guarded sweep begins with.
+#pragma once
+
+#include <climits>
+
+#include "common/mosaic.h"
+#include "common/rows/half_rows.h"
+#include "common/rows/row_source.h"
+
+namespace vistrel::core {
+
+// What each level has of its own.
+template <class T>
+struct MosaicKernels {
+  T (*split)(const T* source, size_t pairs, T* even, T* odd);
+  void (*smooth)(const T* green, const T* above, const T* below, size_t n, T* smoothed);
+};
+
+template <class T>
+class MosaicRing {
+ public:
+  // rows: how many smoothed rows the stages behind smoothing need at a time.
+  MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows);
+
+  explicit operator bool() const { return raw_ && green_; }
+
+  void load(int y);    // from the source
+  void smooth(int y);  // green, from rows y - 1 .. y + 1 that were loaded
+
+  // The row that is loaded next; null when none is left.
+  const T* nextSource() const { return nextSource_; }
+
+  // A half of row y, smoothed if it holds green. Rows outside the region are the second rows
+  // inside, as in the guard; elements -1 and n of a half likewise.
+  const T* half(int y, unsigned columnParity) const;
+
+  template <int reach>
+  HalfRowWindow<T, reach> window(int y) const {
+    return windowOf<reach>(y, [this](int row, unsigned parity) { return half(row, parity); });
+  }
+
+  // Whether neither row y nor a row loaded after it has a sample of more than twelve bits.
+  bool isTwelveBitsFrom(int y) const { return lastWide_ < y; }
+
+  // The column parity of the green sites of row y, and whether its others are red.
+  unsigned greenParity(int y) const { return (region_.r0 ^ region_.c0 ^ unsigned(y)) & 1; }
+  bool isRedRow(int y) const { return ((region_.r0 ^ unsigned(y)) & 1) == 0; }
+
+  size_t columns() const { return region_.Wf; }
+  size_t halfSize(unsigned columnParity) const { return (region_.Wf + 1 - columnParity) / 2; }
+  int height() const { return static_cast<int>(region_.Hf); }
+
+ private:
+  Region region_;
+  RowSource<T> source_;
+  const T* nextSource_ = nullptr;
+  int lastWide_ = INT_MIN;  // the last row that has a sample of more than twelve bits
+  HalfRowRing<T> raw_, green_;
+};
+
+}  // namespace vistrel::core

@@ -1,0 +1,179 @@
+// Nine taps with weights of their own, over a divisor.
+#if defined(VISTREL_WEIGHTED_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_WEIGHTED_INL_H
+#undef VISTREL_WEIGHTED_INL_H
+#else
+#define VISTREL_WEIGHTED_INL_H
+#endif
+
+#include <algorithm>
+#include <bit>
+
+#include "common/depth.h"
+#include "common/simd/widen-inl.h"
+#include "vistrel/vistrel.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+using U16 = Vec<uint16_t>;
+using U32 = Vec<uint32_t>;
+
+// The samples at one place of wider lanes, zero-extended: every second one, or every fourth.
+template <class Lane, class T>
+VISTREL_INLINE Vec<Lane> samplesAt(int place, const T* p) {
+  constexpr int places = sizeof(Lane) / sizeof(T), bits = 8 * sizeof(T);
+  const Vec<Lane> lanes = (Vec<Lane>)load(p) >> (bits * place);
+  return place == places - 1 ? lanes : lanes & static_cast<T>(-1);
+}
+
+VISTREL_INLINE U16 highProduct(U16 a, U16 b) {
+#if VISTREL_AVX512
+  return (U16)_mm512_mulhi_epu16((__m512i)a, (__m512i)b);
+#elif VISTREL_AVX2
+  return (U16)_mm256_mulhi_epu16((__m256i)a, (__m256i)b);
+#elif VISTREL_X86
+  return (U16)_mm_mulhi_epu16((__m128i)a, (__m128i)b);
+#else
+  for (size_t i = 0; i < kLanes<uint16_t>; ++i)
+    a[i] = static_cast<uint16_t>(uint32_t{a[i]} * b[i] >> 16);
+  return a;
+#endif
+}
+
+// Quotients of sums that fit a word, 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
+// n < 2^15, where 2^s is the power of two at or above d.
+class Quotient16 {
+ public:
+  typedef uint16_t Lane;
+  explicit Quotient16(int32_t divisor) {
+    // No sum reaches 2^15: as divisor it gives zero as any larger one does.
+    const uint32_t d = std::min<uint32_t>(divisor, 1 << 15);
+    shift_ = std::bit_width(d - 1);
+    const auto multiplier = static_cast<uint16_t>(((uint32_t{1} << (15 + shift_)) + d - 1) / d);
+    multiplier_ = U16{} + multiplier;
+  }
+  template <int limit>
+  VISTREL_INLINE U16 of(U16 sum) const {
+    const U16 n = (U16)larger((Vec<int16_t>)sum, Vec<int16_t>{});
+    const U16 q = highProduct(n + n, multiplier_) >> shift_;
+    return (U16)smaller((Vec<int16_t>)q, Vec<int16_t>{} + int16_t{limit});
+  }
+
+ private:
+  int shift_;
+  U16 multiplier_;
+};
+
+// Quotients of any sum by any divisor. Half of one off the nearest multiple of the divisor, no sum
+// is near enough to be carried over it by the rounding of a reciprocal and a product.
+class Quotient32 {
+ public:
+  typedef uint32_t Lane;
+  explicit Quotient32(int32_t divisor)
+      : reciprocal_(1.0 / divisor), half_(divisor < 0 ? -0.5 : 0.5) {}
+
+  template <int limit>
+  VISTREL_INLINE U32 of(U32 sum) const {
+    const Doubles n = __builtin_convertvector((Vec<int32_t>)sum, Doubles);
+    const auto q = __builtin_convertvector((n + half_) * reciprocal_, Vec<int32_t>);
+    return (U32)clampTo(q, limit);
+  }
+
+ private:
+  double reciprocal_, half_;
+};
+
+// The weighted sums of nine taps, wrapped to a lane.
+template <class T, class Lane>
+class Sums {
+ public:
+  explicit Sums(const int32_t (&weights)[9]) {
+    for (int i = 0; i < 9; ++i) weights_[i] = Vec<Lane>{} + static_cast<Lane>(weights[i]);
+  }
+  VISTREL_INLINE Vec<Lane> at(const T* const* taps, size_t x, int place) const {
+    Vec<Lane> sum{};
+    for (int i = 0; i < 9; ++i) sum += weights_[i] * samplesAt<Lane>(place, taps[i] + x);
+    return sum;
+  }
+
+ private:
+  Vec<Lane> weights_[9];
+};
+
+// The same of 16-bit samples by weights of 16 bits, where the taps of a row are neighbours:
+// products of pairs, without widening. They are signed, so half of their range is taken off the
+// samples. A pair reaches one sample beyond a row of an odd length.
+class PairSums {
+ public:
+  explicit PairSums(const int32_t (&weights)[9]) {
+    uint32_t all = 0;
+    for (int row = 0; row < 3; ++row) {
+      const int32_t* const w = weights + 3 * row;
+      const uint32_t left = static_cast<uint16_t>(w[0]), right = static_cast<uint16_t>(w[2]);
+      left_[row] += left | static_cast<uint32_t>(w[1]) << 16;
+      right_[row][0] += right;
+      right_[row][1] += right << 16;
+      for (int i = 0; i < 3; ++i) all += static_cast<uint32_t>(w[i]);
+    }
+    taken_ += all << 15;
+  }
+  VISTREL_INLINE U32 at(const uint16_t* const* taps, size_t x, int place) const {
+    U32 sum = taken_;
+    for (int row = 0; row < 3; ++row)
+      sum += pairProducts(load(taps[3 * row + place] + x), left_[row]) +
+             pairProducts(load(taps[3 * row + 2] + x), right_[row][place]);
+    return sum;
+  }
+
+ private:
+  VISTREL_INLINE static U32 pairProducts(U16 samples, U32 weights) {
+    const auto s = samples ^ 0x8000;
+#if VISTREL_AVX512
+    return (U32)_mm512_madd_epi16((__m512i)s, (__m512i)weights);
+#elif VISTREL_AVX2
+    return (U32)_mm256_madd_epi16((__m256i)s, (__m256i)weights);
+#elif VISTREL_X86
+    return (U32)_mm_madd_epi16((__m128i)s, (__m128i)weights);
+#else
+    const auto a = (Vec<int32_t>)s, b = (Vec<int32_t>)weights;
+    return (U32)(((a << 16) >> 16) * ((b << 16) >> 16)) + (U32)((a >> 16) * (b >> 16));
+#endif
+  }
+
+  U32 left_[3]{}, right_[3][2]{}, taken_{};
+};
+
+// Nine taps with weights of their own.
+template <class T, class Sums, class Quotient>
+class Weighted {
+ public:
+  static constexpr size_t kTaps = 9;
+  explicit Weighted(const _FLT_3X3& filter) : sums_(filter.anWeights), quotient_(filter.nDivisor) {}
+
+  VISTREL_INLINE Vec<T> at(const T* const* taps, size_t x) const {
+    constexpr int bits = 8 * sizeof(T), places = kLanes<T> / kLanes<typename Quotient::Lane>;
+    Vec<typename Quotient::Lane> result{};
+    for (int place = 0; place < places; ++place)
+      result |= quotient_.template of<kLimit<T>>(sums_.at(taps, x, place)) << (bits * place);
+    return (Vec<T>)result;
+  }
+
+ private:
+  Sums sums_;
+  Quotient quotient_;
+};
+
+template <class T>
+using AnyWeights = Weighted<T, Sums<T, uint32_t>, Quotient32>;
+
+// For weights that pass fitsFastPath().
+template <class T>
+using FastWeights =
+    std::conditional_t<sizeof(T) == 1, Weighted<uint8_t, Sums<uint8_t, uint16_t>, Quotient16>,
+                       Weighted<uint16_t, PairSums, Quotient32>>;
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

@@ -1,0 +1,59 @@
+// Monochrome blocks of 2x2 and 4x4 16-bit samples to bytes. A sample clamped at 1023 first changes
+// no result of 8 bits, and keeps every sum below 32768.
+#if defined(VISTREL_BLOCKS16_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_BLOCKS16_INL_H
+#undef VISTREL_BLOCKS16_INL_H
+#else
+#define VISTREL_BLOCKS16_INL_H
+#endif
+
+#include "output/reduce-inl.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+#if VISTREL_SSSE3
+
+VISTREL_INLINE Register columnSums(const uint16_t* s, size_t stride, int rows, __m128i shift) {
+  Register sum = reduced(s, shift, set1_16(1023));
+  for (int i = 1; i < rows; ++i) sum = add16(sum, reduced(s + i * stride, shift, set1_16(1023)));
+  return sum;
+}
+
+// A register's length of bytes from N times as many words a row.
+template <int N>
+VISTREL_INLINE Register blockMeans16(const uint16_t* s, size_t stride, __m128i shift) {
+  constexpr size_t step = kRegisterBytes / 2;
+  if constexpr (N == 1) {
+    return columnSums(s, stride, 1, shift);
+  }
+  Register sums[N];
+  for (int i = 0; i < N; ++i) sums[i] = pairSums16(columnSums(s + i * step, stride, N, shift));
+  Register pairs = inOrder(pack32(sums[0], sums[1]));
+  if constexpr (N == 2) return VISTREL_OP(srli_epi16)(pairs, 1);
+  const Register more = inOrder(pack32(sums[2], sums[3]));
+  pairs = inOrder(pack32(pairSums16(pairs), pairSums16(more)));
+  return VISTREL_OP(srli_epi16)(pairs, 2);
+}
+
+template <int N>
+VISTREL_INLINE size_t binBlocks16(const uint16_t* s, size_t stride, uint8_t* d, size_t width,
+                                  Reduction by) {
+  constexpr size_t half = kRegisterBytes / 2;
+  const __m128i shift = _mm_cvtsi32_si128(static_cast<int>(by.shift));
+  const Register ceiling = set1_16(static_cast<int>(by.ceiling));
+  size_t x = 0;
+  for (; x + 2 * half <= width; x += 2 * half) {
+    const Register low = min16(blockMeans16<N>(s + N * x, stride, shift), ceiling);
+    const Register high = min16(blockMeans16<N>(s + N * (x + half), stride, shift), ceiling);
+    storeRegister(d + x, inOrder(pack16(low, high)));
+  }
+  return x;
+}
+
+#endif
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

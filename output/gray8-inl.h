@@ -1,0 +1,65 @@
+// Luma of bytes, a register of pixels at a time. 1000 times the exact luma is an integer; only
+// where 1000 divides it does the rounding of the sum in double precision decide, so there, and
+// nowhere else, that sum is formed.
+#if defined(VISTREL_GRAY8_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_GRAY8_INL_H
+#undef VISTREL_GRAY8_INL_H
+#else
+#define VISTREL_GRAY8_INL_H
+#endif
+
+#include "output/blocks8-inl.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+#if VISTREL_SSSE3
+
+// Words (green, red) and (blue, 0) of four pixels of three bytes.
+alignas(16) constexpr uint8_t kGreenRed[16] = {1, 0x80, 2, 0x80, 4,  0x80, 5,  0x80,
+                                               7, 0x80, 8, 0x80, 10, 0x80, 11, 0x80};
+alignas(16) constexpr uint8_t kBlueOnly[16] = {0, 0x80, 0x80, 0x80, 3, 0x80, 0x80, 0x80,
+                                               6, 0x80, 0x80, 0x80, 9, 0x80, 0x80, 0x80};
+
+struct FourLumas {  // of every group
+  Register luma;    // in 32 bits each
+  Register exact;   // all ones where 1000 divides
+};
+
+VISTREL_INLINE FourLumas lumas(const uint8_t* bgr) {
+  const Register v = loadGroups(bgr, 12);
+  const Register weightsGreenRed = VISTREL_OP(set1_epi32)(299 << 16 | 587);
+  const Register thousandfold =
+      add32(VISTREL_OP(madd_epi16)(permute(v, kGreenRed), weightsGreenRed),
+            VISTREL_OP(madd_epi16)(permute(v, kBlueOnly), VISTREL_OP(set1_epi32)(114)));
+  // Within 0.0001 of the quotient, whose fraction is 0 or at least 0.001.
+  const auto quotient = VISTREL_OP(add_ps)(
+      VISTREL_OP(mul_ps)(VISTREL_OP(cvtepi32_ps)(thousandfold), VISTREL_OP(set1_ps)(0.001f)),
+      VISTREL_OP(set1_ps)(0.0005f));
+  const Register luma = VISTREL_OP(cvttps_epi32)(quotient);
+  const Register back = VISTREL_OP(madd_epi16)(luma, VISTREL_OP(set1_epi32)(1000));
+  return {luma, VISTREL_OP(cmpeq_epi32)(back, thousandfold)};
+}
+
+// Pixels from the row's start, as many as can be read without a byte beyond the row.
+VISTREL_INLINE size_t grayBytes(const uint8_t* bgr, uint8_t* d, size_t width) {
+  constexpr size_t step = 4 * kGroups;
+  size_t x = 0;
+  for (; 3 * x + 12 * (kGroups - 1) + 16 <= 3 * width; x += step) {
+    const FourLumas four = lumas(bgr + 3 * x);
+    const Register lumas16 = pack32(four.luma, four.luma);
+    const Register bytes = pack16(lumas16, lumas16);
+    for (int g = 0; g < kGroups; ++g) storeOutputs<4>(d + x + 4 * g, group(bytes, g));
+    if (VISTREL_OP(movemask_epi8)(four.exact) == 0) continue;
+    for (size_t i = x; i < x + step; ++i)
+      d[i] = static_cast<uint8_t>(luma(bgr[3 * i], bgr[3 * i + 1], bgr[3 * i + 2]));
+  }
+  return x;
+}
+
+#endif
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

@@ -1,0 +1,45 @@
+// Samples through a table of 1024 bytes.
+#if defined(VISTREL_MAP_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_MAP_INL_H
+#undef VISTREL_MAP_INL_H
+#else
+#define VISTREL_MAP_INL_H
+#endif
+
+#include "output/reduce-inl.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+// The table's index of n samples, at most its last one.
+inline void tableIndices(const uint16_t* __restrict s, uint16_t* __restrict index, size_t n,
+                         uint32_t shift) {
+  size_t i = 0;
+#if VISTREL_SSSE3
+  const __m128i count = _mm_cvtsi32_si128(static_cast<int>(shift));
+  constexpr size_t step = kRegisterBytes / 2;
+  for (; i + step <= n; i += step) storeRegister(index + i, reduced(s + i, count, set1_16(1023)));
+#endif
+  for (; i < n; ++i) index[i] = atMost<uint16_t>(uint32_t{s[i]} >> shift, 1023);
+}
+
+// Indices are formed many at a time, so that the look-ups alone are done one by one.
+inline void mapSamples(const uint16_t* __restrict s, uint8_t* __restrict d, size_t n,
+                       const uint8_t* __restrict table, uint32_t shift) {
+  constexpr size_t tile = 512, unroll = 8;
+  uint16_t index[tile];
+  for (size_t begin = 0; begin < n; begin += tile) {
+    const size_t count = n - begin < tile ? n - begin : tile;
+    tableIndices(s + begin, index, count, shift);
+    for (size_t i = 0; i < tile; i += 32) __builtin_prefetch(s + begin + 2 * tile + i);
+    size_t i = 0;
+    for (; i + unroll <= count; i += unroll)
+      for (size_t j = 0; j < unroll; ++j) d[begin + i + j] = table[index[i + j]];
+    for (; i < count; ++i) d[begin + i] = table[index[i]];
+  }
+}
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

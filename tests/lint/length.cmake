@@ -1,0 +1,22 @@
+# cmake -D ROOT=FOLDER -P length.cmake: fails when a source outside tests/ has more than 400 lines.
+cmake_minimum_required(VERSION 3.25)
+set(kMaxLines 400)
+
+include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)
+sources(${ROOT} files)
+list(FILTER files EXCLUDE REGEX "^tests/")
+set(faults "")
+foreach(file IN LISTS files)
+  file(READ ${ROOT}/${file} text)
+  string(REGEX REPLACE "[^\n]" "" newlines "${text}")
+  string(LENGTH "${newlines}" lines)
+  if(lines GREATER kMaxLines)
+    string(APPEND faults "  ${file}: ${lines} lines, the limit is ${kMaxLines}\n")
+  endif()
+endforeach()
+
+if(NOT files)
+  message(FATAL_ERROR "no source file under ${ROOT}")
+elseif(faults)
+  message(FATAL_ERROR "files to split:\n${faults}")
+endif()

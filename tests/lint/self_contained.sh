@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# self_contained.sh COMPILER FOLDER SCRATCH: fails unless every header outside tests/ and bench/
+# compiles alone, and every vector body (*-inl.h) also at each level.
+set -euo pipefail
+export compiler=$1 scratch=$3
+root=$2
+mkdir -p "$scratch"
+scratch=$(realpath "$scratch")
+cd "$root"
+
+compile() {
+  "$compiler" -std=c++20 -Wall -Werror -Wno-psabi -I. -Iinclude "$@"
+}
+
+must_compile() {  # NAME SOURCE [OPTION...]
+  local log
+  log=$(printf '%s\n' "$2" | compile -fsyntax-only "${@:3}" -x c++ - 2>&1) || {
+    printf '%s does not compile alone:\n%s\n' "$1" "$log"
+    return 1
+  }
+}
+
+check() {  # HEADER
+  local options=()
+  # It includes the body that another file names.
+  if grep -q '^ *# *include VISTREL_BODY' "$1"; then return; fi
+  if grep -q '^#include <CLI/CLI.hpp>' "$1"; then options=(-include "$scratch/cli.h"); fi
+  must_compile "$1" "#include \"$1\"" "${options[@]}" || return
+  [[ $1 == *-inl.h ]] || return 0
+  must_compile "$1 at each level" "#define VISTREL_BODY \"$1\"
+#include \"common/simd/each_level.h\""
+}
+export -f compile must_compile check
+
+mapfile -t headers < <(find [a-z]* \( -path build -o -path tests -o -path bench \) -prune \
+  -o \( -name '*.h' -o -name '*.hpp' \) -print)
+[ ${#headers[@]} -gt 0 ] || { echo "no headers in $root"; exit 1; }
+# CLI11 is slow to compile. Only headers that include it themselves get it precompiled.
+if grep -q '^#include <CLI/CLI.hpp>' "${headers[@]}"; then
+  echo '#include <CLI/CLI.hpp>' >"$scratch/cli.h"
+  compile -x c++-header "$scratch/cli.h" -o "$scratch/cli.h.gch"
+fi
+printf '%s\n' "${headers[@]}" | xargs -P "$(nproc)" -I{} bash -c 'check {}'
+echo "${#headers[@]} headers compile alone"

@@ -1,0 +1,13 @@
+# sources(ROOT VARIABLE): sets the C and C++ sources of the project, by their paths from ROOT.
+function(sources root variable)
+  file(GLOB folders RELATIVE ${root} ${root}/[a-z]*)
+  list(REMOVE_ITEM folders build)
+  set(found "")
+  foreach(folder IN LISTS folders)
+    foreach(ending IN ITEMS h hpp inl c cpp)
+      file(GLOB_RECURSE files RELATIVE ${root} ${root}/${folder}/*.${ending})
+      list(APPEND found ${files})
+    endforeach()
+  endforeach()
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
