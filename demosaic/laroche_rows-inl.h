@@ -9,13 +9,11 @@
 #include "demosaic/green_first_rows-inl.h"
 #include "demosaic/laroche_formulas-inl.h"
 
-VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 template <class T>
 constexpr const auto& kLaroche = kGreenFirst<T, Laroche<T>>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
-VISTREL_END_TARGET
 
 #endif

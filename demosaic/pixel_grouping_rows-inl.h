@@ -9,13 +9,11 @@
 #include "demosaic/green_first_rows-inl.h"
 #include "demosaic/pixel_grouping_formulas-inl.h"
 
-VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 template <class T>
 constexpr const auto& kPixelGrouping = kGreenFirst<T, PixelGrouping<T>>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
-VISTREL_END_TARGET
 
 #endif

@@ -22,14 +22,6 @@ TEST_P(NearNeighbor, HasBlueFirstInEveryPhase) {
   }
 }
 
-TEST(BayerOffset, IsTheGridWithRedAndBlueExchanged) {
-  EXPECT_EQ(VST2IPPBayerOffset(BAYER_GRBG), 2u);
-  EXPECT_EQ(VST2IPPBayerOffset(BAYER_BGGR), 1u);
-  EXPECT_EQ(VST2IPPBayerOffset(BAYER_RGGB), 0u);
-  EXPECT_EQ(VST2IPPBayerOffset(BAYER_GBRG), 3u);
-  for (unsigned other : {4u, 5u, 0xFFFFFFFFu}) EXPECT_EQ(VST2IPPBayerOffset(other), 2u);
-}
-
 // (1 + 2 + 1) >> 1 of all sixteen bits is 2. Samples of ten bits are taken 64 times as large: of
 // (64 + 128 + 1) >> 1 a 64th is left, cut.
 TEST_P(NearNeighbor, RoundsAtTheScaleOfSixteenBits) {

@@ -7,9 +7,9 @@ namespace {
 
 using ::testing::ElementsAre;
 
-VISTREL_LEVEL_SUITE(AhdRows);
+VISTREL_LEVEL_SUITE(Reconstruction);
 
-TEST_P(AhdRows, SensedSamplesAreNotTouched) {
+TEST_P(Reconstruction, SensedSamplesAreNotTouched) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     Mosaic<T> m = noiseMosaic<T>(37, 15, 6);
@@ -47,7 +47,7 @@ int greenOf(int a, int b, int c, int l, int r) {
   return frame.centre()[1];
 }
 
-TEST_P(AhdRows, GreenStaysBetweenItsNeighbours) {
+TEST_P(Reconstruction, GreenStaysBetweenItsNeighbours) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     EXPECT_EQ(greenOf<T>(10, 20, 0, 100, 100), 10);  // -50 + 15
@@ -58,7 +58,7 @@ TEST_P(AhdRows, GreenStaysBetweenItsNeighbours) {
   });
 }
 
-TEST_P(AhdRows, GreensTwoTermsRoundDownEachByItself) {
+TEST_P(Reconstruction, GreensTwoTermsRoundDownEachByItself) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     EXPECT_EQ(greenOf<T>(10, 30, 50, 50, 51), 20 - 1);  // -1 / 4
@@ -68,7 +68,7 @@ TEST_P(AhdRows, GreensTwoTermsRoundDownEachByItself) {
   });
 }
 
-TEST_P(AhdRows, DifferencesOfColoursRoundDown) {
+TEST_P(Reconstruction, DifferencesOfColoursRoundDown) {
   atBothDepths([](auto depth) {
     Symmetric<decltype(depth)> frame(100);
     frame.set(1, 1, 99);  // a sum of four differences of -1
@@ -89,7 +89,7 @@ int blueOf(int beside, int elsewhere, int blue) {
   return frame.centre()[2];
 }
 
-TEST_P(AhdRows, ComputedColoursAreLimitedToTheSamplesRange) {
+TEST_P(Reconstruction, ComputedColoursAreLimitedToTheSamplesRange) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     EXPECT_EQ(blueOf<T>(0, 6, 0), 0);                       // 0 + (0 - 3)

@@ -9,7 +9,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-VISTREL_LEVEL_SUITE(NearRows);
+VISTREL_LEVEL_SUITE(Near);
 
 // A frame of RGGB with red at (4, 4), its neighbours up to two samples away as given.
 struct Cross {
@@ -31,7 +31,7 @@ int greenOf(const Cross& v) {
   return nearest(m, CFA_GRID_RGGB).at(4, 4)[1];
 }
 
-TEST_P(NearRows, GreenFollowsTheSmallerGradientAndRoundsUp) {
+TEST_P(Near, GreenFollowsTheSmallerGradientAndRoundsUp) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     // Of up and down 10 and 21, of left and right 30 and 61.
@@ -42,7 +42,7 @@ TEST_P(NearRows, GreenFollowsTheSmallerGradientAndRoundsUp) {
   });
 }
 
-TEST_P(NearRows, EqualGradientsGiveTheMeanOfFour) {
+TEST_P(Near, EqualGradientsGiveTheMeanOfFour) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     EXPECT_EQ(greenOf<T>({0, 10, 21, 30, 61, 50, 54, 54, 50}), (10 + 21 + 30 + 61 + 2) >> 2);
@@ -54,7 +54,7 @@ TEST_P(NearRows, EqualGradientsGiveTheMeanOfFour) {
   });
 }
 
-TEST_P(NearRows, TheSiteItselfHasNoPartInItsGreen) {
+TEST_P(Near, TheSiteItselfHasNoPartInItsGreen) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     for (int c : {0, 1, 100, kLargest<T>})
@@ -62,7 +62,7 @@ TEST_P(NearRows, TheSiteItselfHasNoPartInItsGreen) {
   });
 }
 
-TEST_P(NearRows, AFlatFrameStaysFlat) {
+TEST_P(Near, AFlatFrameStaysFlat) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     for (int value : {0, 1, 77, kLargest<T>})
@@ -74,7 +74,7 @@ TEST_P(NearRows, AFlatFrameStaysFlat) {
   });
 }
 
-TEST_P(NearRows, GreenFollowsAStrongUprightEdge) {
+TEST_P(Near, GreenFollowsAStrongUprightEdge) {
   Mosaic<uint8_t> m(10, 9, 10);
   for (int y = 0; y < 9; ++y)
     for (int x = 5; x < 10; ++x) m.at(x, y) = 200;
@@ -84,7 +84,7 @@ TEST_P(NearRows, GreenFollowsAStrongUprightEdge) {
 }
 
 // In a frame of five by five only the centre has the neighbourhood that a choice takes.
-TEST_P(NearRows, OneOfTwentyFivePixelsIsInside) {
+TEST_P(Near, OneOfTwentyFivePixelsIsInside) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     Mosaic<T> m(5, 5, 10);
@@ -98,7 +98,7 @@ TEST_P(NearRows, OneOfTwentyFivePixelsIsInside) {
   });
 }
 
-TEST_P(NearRows, NoneOfSixteenPixelsIsInside) {
+TEST_P(Near, NoneOfSixteenPixelsIsInside) {
   Mosaic<uint8_t> m(4, 4, 10);
   for (int y = 0; y < 4; ++y) m.at(3, y) = 200;
   const Rgb<uint8_t> rgb = nearest(m, CFA_GRID_RGGB);
@@ -126,7 +126,7 @@ typename Rgb<T>::Pixel insidePixel(const Mosaic<T>& m, int grid, int x, int y) {
 }
 
 // Blocks of a vector's length and what is left of a row: the same formulas.
-TEST_P(NearRows, EveryWidthFollowsTheFormulas) {
+TEST_P(Near, EveryWidthFollowsTheFormulas) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     for (uint32_t width : kWidths) {
@@ -142,7 +142,7 @@ TEST_P(NearRows, EveryWidthFollowsTheFormulas) {
 }
 
 // Whatever a rectangle begins on, odd columns and rows included, its pixels are the frame's.
-TEST_P(NearRows, ARectangleIsAPieceOfTheFrame) {
+TEST_P(Near, ARectangleIsAPieceOfTheFrame) {
   const Mosaic<uint8_t> m = noiseMosaic<uint8_t>(13, 11, 5, 80);
   for (int grid = 0; grid < 4; ++grid) {
     const Rgb<uint8_t> whole = nearest(m, grid);
