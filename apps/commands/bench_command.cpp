@@ -18,7 +18,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kBenchExamples = R"(Examples:
   vistrel bench
   vistrel bench rose.pgm --phase rggb --bits 12 -a bilinear -a ahd --rounds 25
 
@@ -106,7 +106,7 @@ void addBenchCommand(CLI::App& program, int& status) {
   command->add_flag("--json", o->json, "Print JSON");
   addPhaseOption(*command, o->input.phase);
   addInputOptions(*command, o->input);
-  command->footer(kExamples);
+  command->footer(kBenchExamples);
   command->callback([o, &status] { status = run(*o); });
 }
 

@@ -16,7 +16,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kCfaExamples = R"(Examples:
   vistrel cfa rggb
   vistrel cfa blue=1,1 --crop 640x480+3+2
   vistrel cfa grbg -s 1280x961 --flip v --json
@@ -110,7 +110,7 @@ void addCfaCommand(CLI::App& program, int& status) {
         {"h", "v"});
   oneOf(command->add_option("--rotate", o->rotate, "Rotate by this many degrees"), {"180"});
   command->add_flag("--json", o->json, "Print JSON");
-  command->footer(kExamples);
+  command->footer(kCfaExamples);
   command->callback([o, &status] { status = run(*o); });
 }
 

@@ -21,7 +21,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kCompareExamples = R"(Examples:
   vistrel compare rose.pgm --phase rggb --bits 12 --window 2 -o sheet.png
   vistrel compare [ab]_8b_grbg.pgm --from-name --crop 90x60+64+40 -o sheet.png
   vistrel compare rose.pgm --phase rggb -a bilinear -a ahd -o sheet.png
@@ -148,7 +148,7 @@ void addCompareCommand(CLI::App& program, int& status) {
   addToneOptions(*command, o->tone);
   command->add_flag("--mask", o->mask, "Drop bits above the significant ones, don't reject");
   addInputOptions(*command, o->input);
-  command->footer(kExamples);
+  command->footer(kCompareExamples);
   command->callback([o, &status] { status = run(*o); });
 }
 

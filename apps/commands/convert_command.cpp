@@ -24,7 +24,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kConvertExamples = R"(Examples:
   vistrel convert rose.pgm --phase rggb --bits 12 -o rose.png
   vistrel convert frames/*.pgm --phase grbg -j 4 -o pictures/
   vistrel convert cam.raw -s 1280x960 --bits 10 --phase bggr -o cam.png
@@ -127,7 +127,7 @@ void addConvertCommand(CLI::App& program, int& status) {
   inGroup(*command, "Conversion", [&] { addConversionOptions(*command, o->conversion); });
   inGroup(*command, "Output", [&] { addOutputOptions(*command, *o); });
   inGroup(*command, "Batch", [&] { addBatchOptions(*command, o->batch); });
-  command->footer(std::string(kExamples) + kExitStatuses);
+  command->footer(std::string(kConvertExamples) + kExitStatuses);
   command->callback([o, command, &status] { status = run(*command, *o); });
 }
 

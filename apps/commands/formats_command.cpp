@@ -12,7 +12,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kFormatsExamples = R"(Examples:
   vistrel formats
   vistrel formats pRCC
   vistrel formats --json
@@ -108,7 +108,7 @@ void addFormatsCommand(CLI::App& program, int& status) {
   const auto o = std::make_shared<FormatsOptions>();
   command->add_option("NAME", o->name, "Show only this raw format, by any of its names");
   command->add_flag("--json", o->json, "Print JSON");
-  command->footer(kExamples);
+  command->footer(kFormatsExamples);
   command->callback([o, &status] { status = run(*o); });
 }
 

@@ -21,7 +21,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kGuessExamples = R"(Examples:
   vistrel guess camera.raw
   vistrel guess camera.raw -s 1280x960 --json
 
@@ -125,7 +125,7 @@ void addGuessCommand(CLI::App& program, int& status) {
           "Its size, if known")
       ->type_name("WxH");
   command->add_flag("--json", o->json, "Print JSON");
-  command->footer(kExamples);
+  command->footer(kGuessExamples);
   command->callback([o, &status] {
     const Outcome outcome = attempt([&o] { guessOne(*o); });
     if (outcome.status != kDone) throw ProgramError(outcome.status, o->path + ": " + outcome.text);

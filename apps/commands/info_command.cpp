@@ -14,7 +14,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kInfoExamples = R"(Examples:
   vistrel info rose.pgm
   vistrel info cam.raw -s 1280x960 --bits 10 --json)";
 
@@ -129,7 +129,7 @@ void addInfoCommand(CLI::App& program, int& status) {
       ->required();
   command->add_flag("--json", o->json, "Print JSON");
   addInputOptions(*command, o->input);
-  command->footer(kExamples);
+  command->footer(kInfoExamples);
   command->callback([o, &status] { status = run(*o); });
 }
 

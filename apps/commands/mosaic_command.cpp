@@ -19,7 +19,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kMosaicExamples = R"(Examples:
   vistrel mosaic photo.png -o frame.pgm --phase rggb --bits 12
   vistrel mosaic photo.png -o frame.raw --pixfmt BayerRG12p
 
@@ -111,7 +111,7 @@ void addMosaicCommand(CLI::App& program, int& status) {
       ->type_name("NAME")
       ->excludes(bits)
       ->excludes(phase);
-  command->footer(kExamples);
+  command->footer(kMosaicExamples);
   command->callback([o, &status] { status = run(*o); });
 }
 

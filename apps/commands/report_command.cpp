@@ -16,7 +16,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Example:
+constexpr const char* kReportExamples = R"(Example:
   vistrel report --reference kodak/*.png -o . --json scores.json
 
 Every reference image is sampled as sensors of the four Bayer phases would,
@@ -136,7 +136,7 @@ void addReportCommand(CLI::App& program, int& status) {
   command->add_option("-o,--output", o->folder, "Folder for the plot, report.png")
       ->type_name("DIR");
   command->add_option("--json", o->json, "File for the scores as JSON")->type_name("FILE");
-  command->footer(kExamples);
+  command->footer(kReportExamples);
   command->callback([o, &status] { status = run(*o); });
 }
 

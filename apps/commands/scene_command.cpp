@@ -14,7 +14,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Example:
+constexpr const char* kSceneExamples = R"(Example:
   vistrel scene -o scene.pgm -s 1920x1280 --bits 12 --phase rggb
   vistrel convert scene.pgm --phase rggb -o scene.png)";
 
@@ -64,7 +64,7 @@ void addSceneCommand(CLI::App& program, int& status) {
       ->check(CLI::Range(0.0, 100.0).description(""))
       ->type_name("PERCENT");
   fromZero(command->add_option("--seed", o->seed, "Seed of the noise (1)"))->type_name("N");
-  command->footer(kExamples);
+  command->footer(kSceneExamples);
   command->callback([o, &status] { status = run(*o); });
 }
 

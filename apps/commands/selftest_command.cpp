@@ -11,7 +11,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Example:
+constexpr const char* kSelftestExamples = R"(Example:
   vistrel selftest --json
 
 Converts a built-in frame by every algorithm, in every depth and phase, with
@@ -58,7 +58,7 @@ void addSelftestCommand(CLI::App& program, int& status) {
       program.add_subcommand("selftest", "Check that this machine computes the right pixels");
   const auto json = std::make_shared<bool>(false);
   command->add_flag("--json", *json, "Print JSON");
-  command->footer(kExamples);
+  command->footer(kSelftestExamples);
   command->callback([json, &status] {
     const selftest::Summary summary = selftest::run();
     *json ? printJson(summary) : printText(summary);

@@ -13,7 +13,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kUnpackExamples = R"(Examples:
   vistrel unpack cam.raw -s 1280x960 --pixfmt BayerRG12p -o frame.pgm
   vistrel unpack cam.raw -s 1280x960 --pixfmt pRAA --stride 1600 -o samples.raw
 
@@ -73,7 +73,7 @@ void addUnpackCommand(CLI::App& program, int& status) {
       ->required()
       ->type_name("OUT");
   addInputOptions(*command, o->in);
-  command->footer(kExamples);
+  command->footer(kUnpackExamples);
   command->callback([o, &status] { status = run(*o); });
 }
 

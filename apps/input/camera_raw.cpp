@@ -75,11 +75,13 @@ class CameraRawReader : public Reader {
   std::vector<uint16_t> samples_;
 };
 
-bool recognises(const Source& source, const std::string&) { return isCameraRawName(source.path()); }
+bool recognisesCameraRaw(const Source& source, const std::string&) {
+  return isCameraRawName(source.path());
+}
 
 }  // namespace
 
-const ReaderType kCameraRaw{"camera raw", recognises, openCameraRaw};
+const ReaderType kCameraRaw{"camera raw", recognisesCameraRaw, openCameraRaw};
 
 std::unique_ptr<Reader> openCameraRaw(const Source& source) {
   return std::make_unique<CameraRawReader>(source);

@@ -86,12 +86,16 @@ class FitsReader : public Reader {
   bool isBottomUp_ = false;
 };
 
-bool recognises(const Source&, const std::string& head) { return head.substr(0, 9) == "SIMPLE  ="; }
+bool recognisesFits(const Source&, const std::string& head) {
+  return head.substr(0, 9) == "SIMPLE  =";
+}
 
-std::unique_ptr<Reader> open(const Source& source) { return std::make_unique<FitsReader>(source); }
+std::unique_ptr<Reader> openFits(const Source& source) {
+  return std::make_unique<FitsReader>(source);
+}
 
 }  // namespace
 
-const ReaderType kFits{"FITS", recognises, open};
+const ReaderType kFits{"FITS", recognisesFits, openFits};
 
 }  // namespace vistrel::app

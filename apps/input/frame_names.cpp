@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* kPlain[] = {".pgm", ".pnm", ".png",  ".tif", ".tiff",
                                   ".dng", ".fit", ".fits", ".fts"};
-constexpr const char* kCameraRaw[] = {
+constexpr const char* kCameraRawNames[] = {
     ".3fr", ".arw", ".cr2", ".cr3", ".crw", ".dcr", ".erf", ".iiq", ".kdc", ".mef", ".mos",
     ".mrw", ".nef", ".nrw", ".orf", ".pef", ".raf", ".rw2", ".rwl", ".sr2", ".srf", ".srw"};
 constexpr const char* kHeaderless[] = {".raw", ".bin", ".dat", ".img", ".dump"};
@@ -28,7 +28,7 @@ bool isFrameName(const std::filesystem::path& path) {
   return endsLike(path, kPlain) || isCameraRawName(path);
 }
 
-bool isCameraRawName(const std::filesystem::path& path) { return endsLike(path, kCameraRaw); }
+bool isCameraRawName(const std::filesystem::path& path) { return endsLike(path, kCameraRawNames); }
 
 bool isHeaderlessName(const std::filesystem::path& path) { return endsLike(path, kHeaderless); }
 

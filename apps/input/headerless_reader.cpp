@@ -35,7 +35,7 @@ vistrel_packed packedOf(const InputOptions& o) {
   return packed;
 }
 
-vistrel_packed_layout layoutOf(const vistrel_packed& packed) {
+vistrel_packed_layout headerlessLayout(const vistrel_packed& packed) {
   return withOptionNames({{"packed.stride", "--stride", ""}},
                          [&packed] { return packedLayoutOf(packed); });
 }
@@ -43,7 +43,7 @@ vistrel_packed_layout layoutOf(const vistrel_packed& packed) {
 class HeaderlessReader : public Reader {
  public:
   HeaderlessReader(const Source& source, const InputOptions& o)
-      : source_(source), skip_(o.skip), packed_(packedOf(o)), layout_(layoutOf(packed_)) {
+      : source_(source), skip_(o.skip), packed_(packedOf(o)), layout_(headerlessLayout(packed_)) {
     Description& d = description_;
     d.format = "headerless raw";
     d.width = packed_.width;

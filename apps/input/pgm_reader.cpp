@@ -61,16 +61,18 @@ class PgmReader : public Reader {
   std::vector<uint64_t> at_;  // offset of each image's samples
 };
 
-bool recognises(const Source&, const std::string& head) {
+bool recognisesPgm(const Source&, const std::string& head) {
   constexpr std::string_view kBehind = " \t\n\v\f\r#";
   return head.size() >= 2 && head[0] == 'P' && head[1] >= '1' && head[1] <= '7' &&
          (head.size() == 2 || kBehind.find(head[2]) != kBehind.npos);
 }
 
-std::unique_ptr<Reader> open(const Source& source) { return std::make_unique<PgmReader>(source); }
+std::unique_ptr<Reader> openPgm(const Source& source) {
+  return std::make_unique<PgmReader>(source);
+}
 
 }  // namespace
 
-const ReaderType kPgm{"PNM (PGM)", recognises, open};
+const ReaderType kPgm{"PNM (PGM)", recognisesPgm, openPgm};
 
 }  // namespace vistrel::app

@@ -38,14 +38,16 @@ class PngReader : public Reader {
   const Source& source_;
 };
 
-bool recognises(const Source&, const std::string& head) {
+bool recognisesPng(const Source&, const std::string& head) {
   return head.substr(0, 8) == "\x89PNG\r\n\x1a\n";
 }
 
-std::unique_ptr<Reader> open(const Source& source) { return std::make_unique<PngReader>(source); }
+std::unique_ptr<Reader> openPng(const Source& source) {
+  return std::make_unique<PngReader>(source);
+}
 
 }  // namespace
 
-const ReaderType kPng{"PNG", recognises, open};
+const ReaderType kPng{"PNG", recognisesPng, openPng};
 
 }  // namespace vistrel::app

@@ -106,7 +106,7 @@ class TiffReader : public Reader {
   std::vector<TiffImage> images_;
 };
 
-bool recognises(const Source&, const std::string& head) {
+bool recognisesTiff(const Source&, const std::string& head) {
   const std::string magic = head.substr(0, 4);
   using namespace std::string_literals;
   return magic == "II*\0"s || magic == "MM\0*"s || magic == "II+\0"s || magic == "MM\0+"s;
@@ -118,13 +118,13 @@ bool needsPlugin(const Source& source) {
   return isDng(tiff) && !isKnown(findTiffFrames(tiff)[0].compression);
 }
 
-std::unique_ptr<Reader> open(const Source& source) {
+std::unique_ptr<Reader> openTiff(const Source& source) {
   if (needsPlugin(source)) return openCameraRaw(source);
   return std::make_unique<TiffReader>(source);
 }
 
 }  // namespace
 
-const ReaderType kTiff{"TIFF (DNG)", recognises, open};
+const ReaderType kTiff{"TIFF (DNG)", recognisesTiff, openTiff};
 
 }  // namespace vistrel::app

@@ -5,7 +5,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr PhaseNames kNames[kPhases] = {
+constexpr PhaseNames kPhaseNames[kPhases] = {
     {VISTREL_GRBG,
      "VISTREL_GRBG",
      "grbg",
@@ -47,7 +47,7 @@ constexpr PhaseNames kNames[kPhases] = {
 
 }  // namespace
 
-const PhaseNames& phaseNames(uint32_t phase) { return kNames[phase]; }
+const PhaseNames& phaseNames(uint32_t phase) { return kPhaseNames[phase]; }
 
 uint32_t channelAt(uint32_t phase, uint32_t x, uint32_t y) {
   return VISTREL_BLUE - vistrel_colour_at(phase, x, y);

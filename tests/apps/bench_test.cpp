@@ -21,20 +21,20 @@ class Bench : public testing::Test {
 TEST_F(Bench, EveryAlgorithmAtEveryLevel) {
   const Finished result = scratch.vistrel("bench in.pgm --phase rggb --rounds 3 --json");
   ASSERT_EQ(result.status, 0) << result.err;
-  const auto json = nlohmann::json::parse(result.out);
-  EXPECT_EQ(json["bits"], 12);
-  EXPECT_EQ(json["rounds"], 3);
+  const auto report = nlohmann::json::parse(result.out);
+  EXPECT_EQ(report["bits"], 12);
+  EXPECT_EQ(report["rounds"], 3);
   size_t i = 0;
   for (size_t level = 0; vistrel_level_name(level); ++level)
     for (size_t a = 0; const vistrel_algorithm* row = vistrel_algorithm_at(a); ++a, ++i) {
-      const auto& t = json["timings"].at(i);
+      const auto& t = report["timings"].at(i);
       EXPECT_EQ(t["level"], vistrel_level_name(level));
       EXPECT_EQ(t["algorithm"].get<std::string>().find(row->name), 0u);
       EXPECT_EQ(t["bits"], std::min(12u, row->max_bits));
       EXPECT_GT(t["ns_per_pixel"], 0.0);
       EXPECT_GE(t["median_ns_per_pixel"], t["ns_per_pixel"]);
     }
-  EXPECT_EQ(json["timings"].size(), i);
+  EXPECT_EQ(report["timings"].size(), i);
 }
 
 TEST_F(Bench, Text) {

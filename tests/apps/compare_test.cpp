@@ -10,7 +10,7 @@
 namespace vistrel {
 namespace {
 
-uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 3 + 7 * x * y + (x ^ y) * 29) % 256; }
+uint32_t sampleAt(uint32_t x, uint32_t y) { return (x * x * 3 + 7 * x * y + (x ^ y) * 29) % 256; }
 
 // How often `small`, magnified by `zoom`, occurs in `large`.
 int timesIn(const Picture& large, const Picture& small, uint32_t zoom) {
@@ -55,7 +55,7 @@ struct Compare : ::testing::Test {
 
 // The crop is part of the whole frame's conversion: it has no border effects.
 TEST_F(Compare, ShowsTheCropOnceForEachAlgorithm) {
-  scratch.write("in.pgm", pgm(90, 70, 255, texture));
+  scratch.write("in.pgm", pgm(90, 70, 255, sampleAt));
   const Picture all = sheet("--crop 12x9+40+31 --zoom 2");
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
     ASSERT_EQ(
@@ -69,7 +69,7 @@ TEST_F(Compare, ShowsTheCropOnceForEachAlgorithm) {
 }
 
 TEST_F(Compare, TakesTheMiddleOfTheFrame) {
-  scratch.write("in.pgm", pgm(140, 98, 255, texture));
+  scratch.write("in.pgm", pgm(140, 98, 255, sampleAt));
   ASSERT_EQ(scratch.vistrel("convert in.pgm --phase rggb -o one.png").status, 0);
   EXPECT_EQ(
       timesIn(sheet("-a bilinear --zoom 1"), part(readPng(scratch / "one.png"), 10, 4, 120, 90), 1),
@@ -77,14 +77,14 @@ TEST_F(Compare, TakesTheMiddleOfTheFrame) {
 }
 
 TEST_F(Compare, HasABlockForEachFrame) {
-  scratch.write("in.pgm", pgm(40, 30, 255, texture));
-  scratch.write("b.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return texture(x, y) * 16; }));
+  scratch.write("in.pgm", pgm(40, 30, 255, sampleAt));
+  scratch.write("b.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return sampleAt(x, y) * 16; }));
   const uint32_t one = sheet("").height;
   EXPECT_GT(sheet("b.pgm").height, 2 * one - 20);
 }
 
 TEST_F(Compare, ReducesFramesWithTooManyBits) {
-  scratch.write("in.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return texture(x, y) * 16; }));
+  scratch.write("in.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return sampleAt(x, y) * 16; }));
   const Picture all = sheet("--zoom 1 -a laroche");
   ASSERT_EQ(
       scratch.vistrel("convert in.pgm --phase rggb -o one.png -a laroche --depth reduce10").status,
@@ -93,7 +93,7 @@ TEST_F(Compare, ReducesFramesWithTooManyBits) {
 }
 
 TEST_F(Compare, WarnsIfOptionsContradictTheFile) {
-  scratch.write("in.pgm", pgm(40, 30, 1023, texture));
+  scratch.write("in.pgm", pgm(40, 30, 1023, sampleAt));
   const Finished result =
       scratch.vistrel("compare in.pgm --phase rggb --bits 12 -a bilinear -o out.png");
   EXPECT_EQ(result.status, 0);
@@ -101,7 +101,7 @@ TEST_F(Compare, WarnsIfOptionsContradictTheFile) {
 }
 
 TEST_F(Compare, Errors) {
-  scratch.write("in.pgm", pgm(40, 30, 255, texture));
+  scratch.write("in.pgm", pgm(40, 30, 255, sampleAt));
   expectFailure("--phase rggb -o out.pgm", 2, "-o out.pgm: a sheet is a .png or .ppm");
   expectFailure(
       "--phase mono -o out.png", 3,
@@ -112,13 +112,13 @@ TEST_F(Compare, Errors) {
                 "in.pgm: --crop 0x10+0+0: it exceeds the frame of 40x30, or is empty");
   expectFailure("--phase rggb -o out.png --curve 2", 3,
                 "in.pgm: --curve 2: it needs 10 bits or more, the samples have 8");
-  scratch.write("in.ppm", pgm(40, 30, 255, texture));
+  scratch.write("in.ppm", pgm(40, 30, 255, sampleAt));
   EXPECT_EQ(scratch.vistrel("compare in.ppm --phase rggb -o in.ppm").err,
             "vistrel: -o in.ppm: it is the same file as the input in.ppm\n");
 }
 
 TEST_F(Compare, SheetThatIsTooLarge) {
-  scratch.write("in.pgm", pgm(3000, 600, 255, texture));
+  scratch.write("in.pgm", pgm(3000, 600, 255, sampleAt));
   const Finished result =
       scratch.vistrel("compare in.pgm --phase rggb -o out.png --crop 3000x600+0+0 --zoom 16");
   EXPECT_EQ(result.status, 2);

@@ -10,7 +10,7 @@
 namespace vistrel {
 namespace {
 
-constexpr uint32_t kWidth = 7, kHeight = 5;
+constexpr uint32_t kFrameWidth = 7, kFrameHeight = 5;
 
 // A different value for each position and channel.
 uint32_t colourAt(uint32_t x, uint32_t y, uint32_t channel, uint32_t most) {
@@ -22,20 +22,20 @@ template <class Sample>
 void writePicture(const std::filesystem::path& path, uint32_t format) {
   constexpr uint32_t kMax = sizeof(Sample) == 1 ? 255 : 65535;
   std::vector<Sample> samples;
-  for (uint32_t y = 0; y < kHeight; ++y)
-    for (uint32_t x = 0; x < kWidth; ++x)
+  for (uint32_t y = 0; y < kFrameHeight; ++y)
+    for (uint32_t x = 0; x < kFrameWidth; ++x)
       for (uint32_t c = 0; c < 3; ++c)
         samples.push_back(static_cast<Sample>(colourAt(x, y, c, kMax)));
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
-  image.width = kWidth;
-  image.height = kHeight;
+  image.width = kFrameWidth;
+  image.height = kFrameHeight;
   image.format = format;
   ASSERT_TRUE(png_image_write_to_file(&image, path.c_str(), 0, samples.data(), 0, nullptr));
 }
 
 std::string mosaicPgm(const std::string& phase, uint32_t most, uint32_t maxval) {
-  return pgm(kWidth, kHeight, maxval, [&](uint32_t x, uint32_t y) {
+  return pgm(kFrameWidth, kFrameHeight, maxval, [&](uint32_t x, uint32_t y) {
     const size_t channel = std::string("rgb").find(phase[2 * (y % 2) + x % 2]);
     const double sample = colourAt(x, y, static_cast<uint32_t>(channel), most);
     return static_cast<uint32_t>(sample * maxval / most + 0.5);
@@ -66,9 +66,9 @@ TEST(Mosaic, Depths) {
 
 // A PPM of the picture: 8-bit samples, or big-endian 16-bit ones.
 std::string ppm(uint32_t maxval) {
-  std::string file = fmt::format("P6\n{} {}\n{}\n", kWidth, kHeight, maxval);
-  for (uint32_t y = 0; y < kHeight; ++y)
-    for (uint32_t x = 0; x < kWidth; ++x)
+  std::string file = fmt::format("P6\n{} {}\n{}\n", kFrameWidth, kFrameHeight, maxval);
+  for (uint32_t y = 0; y < kFrameHeight; ++y)
+    for (uint32_t x = 0; x < kFrameWidth; ++x)
       for (uint32_t c = 0; c < 3; ++c) {
         if (maxval > 255) file += static_cast<char>(colourAt(x, y, c, maxval) >> 8);
         file += static_cast<char>(colourAt(x, y, c, maxval));

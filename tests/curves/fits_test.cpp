@@ -128,7 +128,7 @@ TEST(Spline, LetsNaNThrough) {
   EXPECT_EQ(segment(c, 3).d, 3);
 }
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kQuietNaN = std::numeric_limits<double>::quiet_NaN();
 
 Values polynomial(Values x, Values y, int expected) {
   Values coefficients(5, 77);
@@ -151,7 +151,7 @@ TEST(Polynomial, RefusesTwoPointsOverEachOther) {
 }
 
 TEST(Polynomial, LetsNaNThrough) {
-  EXPECT_THAT(polynomial({0, 1, 2, 3, 4}, {0, 1, kNaN, 9, 16}, 1), Each(IsNan()));
+  EXPECT_THAT(polynomial({0, 1, 2, 3, 4}, {0, 1, kQuietNaN, 9, 16}, 1), Each(IsNan()));
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace {
 using ::testing::Each;
 using ::testing::ElementsAre;
 
-constexpr unsigned short kBefore = 7777;
+constexpr unsigned short kUnset = 7777;
 constexpr int kAll = 1 << 20;  // a ramp that the table does not reach
 
 struct Gamma {
@@ -20,7 +20,7 @@ struct Gamma {
 };
 
 std::vector<unsigned short> gammaTable(Gamma g, int nInBits, int nOutBits) {
-  std::vector<unsigned short> table(size_t{1} << nInBits, kBefore);
+  std::vector<unsigned short> table(size_t{1} << nInBits, kUnset);
   GenerateGammaLut(g.low, g.high, g.rampStart, g.rampEnd, nInBits, nOutBits, table.data());
   return table;
 }
@@ -38,9 +38,9 @@ TEST(Gamma, OfOneIsTheLine) {
 
 // quirk: gamma-last-entry
 TEST(Gamma, LeavesTheLastEntryAlone) {
-  EXPECT_EQ(gammaTable({10, 10, 50, 200}, 8, 8)[255], kBefore);
-  EXPECT_EQ(gammaTable({22, 18, 50, 200}, 10, 8)[1023], kBefore);
-  EXPECT_EQ(gammaTable({22, 18, 50, 200}, 8, 10)[255], kBefore);
+  EXPECT_EQ(gammaTable({10, 10, 50, 200}, 8, 8)[255], kUnset);
+  EXPECT_EQ(gammaTable({22, 18, 50, 200}, 10, 8)[1023], kUnset);
+  EXPECT_EQ(gammaTable({22, 18, 50, 200}, 8, 10)[255], kUnset);
 }
 
 TEST(Gamma, OfTwoIsTheSquareRoot) {
@@ -101,11 +101,11 @@ TEST(Gamma, CountsTheShiftModulo32) {
 
 TEST(Gamma, WritesNothingWithoutATop) {
   for (int nInBits : {0, 32}) {
-    std::vector<unsigned short> table(4, kBefore);
+    std::vector<unsigned short> table(4, kUnset);
     GenerateGammaLut(22, 22, 0, 0, nInBits, 8, table.data());
-    EXPECT_THAT(table, Each(kBefore)) << nInBits;
+    EXPECT_THAT(table, Each(kUnset)) << nInBits;
   }
-  EXPECT_THAT(gammaTable({22, 22, 0, 0}, 1, 1), ElementsAre(0, kBefore));
+  EXPECT_THAT(gammaTable({22, 22, 0, 0}, 1, 1), ElementsAre(0, kUnset));
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ Frame<T> coloured(uint32_t bayer, uint32_t width, uint32_t height, std::array<un
 }
 
 template <class T>
-Frame<T> noiseFrame(uint32_t width, uint32_t height, unsigned from, unsigned range) {
+Frame<T> noiseFrom(uint32_t width, uint32_t height, unsigned from, unsigned range) {
   Frame<T> frame(width, height, 0);
   frame.samples = noise<T>(frame.samples.size(), range, width + height);
   for (T& sample : frame.samples) sample = static_cast<T>(sample + from);
@@ -175,7 +175,7 @@ TEST_P(Kimmel, TheTailAloneTakesPlainHuesAtRedAndBlueSites) {
 // frames alone: elsewhere a code in one pass moves the weights of the next one.
 template <class T>
 void expectNearDoubles(uint32_t bayer, uint32_t width, uint32_t height) {
-  const auto noisy = noiseFrame<T>(width, height, 60, 190);
+  const auto noisy = noiseFrom<T>(width, height, 60, 190);
   const auto plain = coloured<T>(bayer, width, height, {90, 120, 61});
   const auto exactGreen = inDoubles(bayer, noisy), green = packed(bayer, noisy);
   const auto exact = inDoubles(bayer, plain), out = packed(bayer, plain);
@@ -214,22 +214,22 @@ void expectBlack(const Demosaiced<T>& out, int width, int height) {
 // quirk: shifted-blocks
 TEST_P(Kimmel, BlocksOfSixteenBitSamplesIgnoreTheColumnPhase) {
   for (uint32_t bayer : {BAYER_RGGB, BAYER_GBRG}) {
-    expectBlack(packed(bayer, noiseFrame<uint16_t>(16, 9, 60, 900)), 16, 9);
+    expectBlack(packed(bayer, noiseFrom<uint16_t>(16, 9, 60, 900)), 16, 9);
     expectNearDoubles<uint16_t>(bayer, 15, 9);
-    const auto twelve = noiseFrame<uint16_t>(12, 9, 60, 900);
+    const auto twelve = noiseFrom<uint16_t>(12, 9, 60, 900);
     expectBlack(packed(bayer, twelve), 8, 9);
     const auto out = packed(bayer, twelve), exact = inDoubles<uint16_t>(bayer, twelve);
     for (int y = 0; y < 9; ++y)
       for (int x = 9; x < 12; ++x) ASSERT_NEAR(out.green(x, y), exact.green(x, y), 1);
   }
   for (uint32_t bayer : {BAYER_GRBG, BAYER_BGGR})
-    expectBlack(packed(bayer, noiseFrame<uint16_t>(17, 9, 60, 900)), 16, 9);
+    expectBlack(packed(bayer, noiseFrom<uint16_t>(17, 9, 60, 900)), 16, 9);
 }
 
 // quirk: shifted-blocks
 TEST_P(Kimmel, BlocksOfBytesAreOutOfPhaseInOddWidths) {
   for (uint32_t bayer = 0; bayer < 4; ++bayer) {
-    expectBlack(packed(bayer, noiseFrame<uint8_t>(17, 9, 60, 190)), 16, 9);
+    expectBlack(packed(bayer, noiseFrom<uint8_t>(17, 9, 60, 190)), 16, 9);
   }
 }
 

@@ -80,8 +80,8 @@ TEST_P(PixelGrouping, CostsAbove65535LeaveSouth) {
 }
 
 // Blue at the diagonals of (3, 2), green and red flat.
-Frame<uint8_t> diagonals(uint8_t upperLeft, uint8_t lowerRight, uint8_t upperRight,
-                         uint8_t lowerLeft) {
+Frame<uint8_t> fourDiagonals(uint8_t upperLeft, uint8_t lowerRight, uint8_t upperRight,
+                             uint8_t lowerLeft) {
   Frame<uint8_t> frame(8, 8, 100);
   frame.at(2, 1) = upperLeft;
   frame.at(4, 3) = lowerRight;
@@ -92,8 +92,8 @@ Frame<uint8_t> diagonals(uint8_t upperLeft, uint8_t lowerRight, uint8_t upperRig
 
 // The blue of 104 makes its own green 101: (200 - 100 - 101) / 4 + 102 = 101.75.
 TEST_P(PixelGrouping, TheOtherColourFollowsTheQuieterDiagonal) {
-  EXPECT_EQ(grouping(diagonals(100, 104, 100, 150)).blue(3, 2), 101);
-  EXPECT_EQ(grouping(diagonals(100, 150, 100, 104)).blue(3, 2), 101);
+  EXPECT_EQ(grouping(fourDiagonals(100, 104, 100, 150)).blue(3, 2), 101);
+  EXPECT_EQ(grouping(fourDiagonals(100, 150, 100, 104)).blue(3, 2), 101);
 }
 
 // quirk: guard-green

@@ -186,9 +186,9 @@ TEST_P(VariableGradients, ASinglePixelTakesItsColoursFromWhatTheBufferHeld) {
 // Five by five pixels around a green site with H beside it and V above it, or around a red or blue
 // one.
 template <class T>
-class Patch {
+class GradientPatch {
  public:
-  Patch(bool green, unsigned nChannel, unsigned value)
+  GradientPatch(bool green, unsigned nChannel, unsigned value)
       : green_(green), channel_(nChannel), samples_(5 * kStride) {
     for (int dy = -2; dy <= 2; ++dy)
       for (int dx = -2; dx <= 2; ++dx) sensed(dx, dy) = static_cast<T>(value);
@@ -231,7 +231,7 @@ class Patch {
 template <class T>
 void channelsGoWhereTheyBelong() {
   for (unsigned channel : {0u, 2u}) {
-    Patch<T> green(true, channel, 100), colour(false, channel, 100);
+    GradientPatch<T> green(true, channel, 100), colour(false, channel, 100);
     for (int dy = -2; dy <= 2; ++dy)
       for (int dx = -2; dx <= 2; ++dx) {
         const bool evenRow = dy % 2 == 0, evenColumn = dx % 2 == 0;
@@ -253,7 +253,7 @@ TEST(OnePixel, ChannelsGoWhereTheyBelong) {
 
 template <class T>
 std::array<int, 3> greenPixel(const Gradients& g) {
-  Patch<T> patch(true, 2, 100);
+  GradientPatch<T> patch(true, 2, 100);
   for (size_t k = 0; k < g.size(); ++k)
     patch.sensed(kPlaces[k][0], kPlaces[k][1]) = static_cast<T>(100 + g[k]);
   return patch.run();
@@ -271,7 +271,7 @@ TEST(OnePixel, GreenSitesChooseAlike) {
 
 // All eight gradients are 196104 or 196105, the threshold is 65535 + 98052.
 TEST(OnePixel, WithNoDirectionKeptTheSensedValueStandsForAll) {
-  Patch<uint16_t> patch(true, 2, 0);
+  GradientPatch<uint16_t> patch(true, 2, 0);
   patch.draw({"###.#", "...#.", "##..#", "###.#", "###.#"}, 0, 65535);
   patch.sensed(0, 0) = 500;
   EXPECT_THAT(patch.run(), ::testing::ElementsAre(500, 500, 500));

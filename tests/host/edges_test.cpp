@@ -39,7 +39,7 @@ std::vector<uint8_t> cropped(const Image& image, uint32_t x, uint32_t y, uint32_
   return result;
 }
 
-uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 7 + y * 131 + (x ^ y) * 59) % 1024; }
+uint32_t edgeTexture(uint32_t x, uint32_t y) { return (x * x * 7 + y * 131 + (x ^ y) * 59) % 1024; }
 
 struct Shape {
   uint32_t width, height;
@@ -47,7 +47,7 @@ struct Shape {
 };
 
 void expectPadded(const Shape& s, uint32_t phase, vistrel_conversion c) {
-  const auto samples = samplesOf<uint16_t>(s.width, s.height, texture);
+  const auto samples = samplesOf<uint16_t>(s.width, s.height, edgeTexture);
   const auto padded = paddedBy(kPad, samples, s.width, s.height);
   const vistrel_frame frame = frameOf(samples.data(), s.width, s.height, 10, phase);
   const vistrel_frame large =
@@ -102,7 +102,7 @@ TEST(PaddedEdges, GoWithEveryFormatAndBinning) {
 
 // No algorithm sees the border from ten pixels inside.
 TEST(PaddedEdges, LeaveTheInteriorAsItIs) {
-  const auto samples = samplesOf<uint16_t>(48, 44, texture);
+  const auto samples = samplesOf<uint16_t>(48, 44, edgeTexture);
   const vistrel_frame frame = frameOf(samples.data(), 48, 44, 10, VISTREL_RGGB);
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
     vistrel_conversion c = conversionBy(a->code, VISTREL_BGR24);
@@ -114,7 +114,7 @@ TEST(PaddedEdges, LeaveTheInteriorAsItIs) {
 
 // A region of a padded image is the image's crop: beyond it lies the frame.
 TEST(PaddedEdges, OfARegionAreTheFrame) {
-  const auto samples = samplesOf<uint16_t>(40, 36, texture);
+  const auto samples = samplesOf<uint16_t>(40, 36, edgeTexture);
   const vistrel_frame frame = frameOf(samples.data(), 40, 36, 10, VISTREL_BGGR);
   for (const uint32_t algorithm : {uint32_t{VISTREL_KIMMEL}, uint32_t{VISTREL_BILINEAR}}) {
     vistrel_conversion c = conversionBy(algorithm, VISTREL_BGR24);
@@ -138,7 +138,7 @@ TEST(PaddedEdges, KeepAPlainColourPlain) {
 }
 
 TEST(PaddedEdges, DoNothingToMonoFrames) {
-  const auto samples = samplesOf<uint16_t>(9, 1, texture);
+  const auto samples = samplesOf<uint16_t>(9, 1, edgeTexture);
   const vistrel_frame frame = frameOf(samples.data(), 9, 1, 10, VISTREL_MONO);
   vistrel_conversion c = conversionBy(0, VISTREL_MONO16);
   c.edges = VISTREL_EDGES_PADDED;
@@ -147,7 +147,7 @@ TEST(PaddedEdges, DoNothingToMonoFrames) {
 
 // Gains follow the colours into the padding.
 TEST(PaddedEdges, ArePreparedToo) {
-  const auto samples = samplesOf<uint16_t>(12, 11, texture);
+  const auto samples = samplesOf<uint16_t>(12, 11, edgeTexture);
   const uint32_t gains[] = {8192, 4096, 6144};
   const auto prepared = samplesOf<uint16_t>(12, 11, [&](uint32_t x, uint32_t y) {
     const uint32_t gain =

@@ -123,15 +123,15 @@ TEST_P(Unpack, EveryWidthTakesTheBytesOfItsLastBit) {
 }
 
 TEST_P(Unpack, RowsBeginAtTheirStride) {
-  constexpr uint32_t kWidth = 7, kHeight = 3;
-  vistrel_packed packed{nullptr, 0, 0, kWidth, kHeight, c.packing, c.bits, 0, {}};
+  const uint32_t width = 7, height = 3;
+  vistrel_packed packed{nullptr, 0, 0, width, height, c.packing, c.bits, 0, {}};
   const size_t tight = layoutOf(packed).row_bytes;
   for (const size_t stride : {tight, tight + 5}) {
-    std::vector<uint8_t> bytes(stride * (kHeight - 1) + tight);
+    std::vector<uint8_t> bytes(stride * (height - 1) + tight);
     std::vector<uint16_t> all;
-    for (uint32_t y = 0; y < kHeight; ++y) {
+    for (uint32_t y = 0; y < height; ++y) {
       std::vector<uint16_t> row;
-      for (uint32_t x = 0; x < kWidth; ++x)
+      for (uint32_t x = 0; x < width; ++x)
         row.push_back(static_cast<uint16_t>((y * 977 + x * 331) % values));
       pack(row, &bytes[y * stride]);
       all.insert(all.end(), row.begin(), row.end());

@@ -12,7 +12,7 @@ std::string namesOf(const CommandText& command) {
 }
 
 // Completes the value of an option. Without a suggestion, bash offers files by default.
-std::string action(const OptionText& option) {
+std::string bashAction(const OptionText& option) {
   const std::string words = option.words.empty() ? "" : "words='" + joined(option.words, " ") + "'";
   if (option.kind == Value::kFile) return words.empty() ? "return" : words;
   if (option.kind == Value::kFolder) return "COMPREPLY=($(compgen -d -- \"$word\")); return";
@@ -23,7 +23,7 @@ std::string caseOf(const CommandText& command) {
   std::string text = "      " + command.name + ")\n        case $before in\n";
   for (const OptionText& option : command.options)
     if (option.kind != Value::kNone)
-      text += "          " + joined(option.names, " | ") + ") " + action(option) + " ;;\n";
+      text += "          " + joined(option.names, " | ") + ") " + bashAction(option) + " ;;\n";
   text += "          *)\n";
   if (!command.positionals.empty()) text += "            [[ $word == -* ]] || return\n";
   return text + "            words='" + namesOf(command) + "' ;;\n        esac ;;\n";

@@ -7,13 +7,13 @@ namespace vistrel::app {
 namespace {
 
 // Quotes text for the shell.
-std::string quoted(const std::string& text) {
+std::string zshQuoted(const std::string& text) {
   std::string result = "'";
   for (const char c : text) result += c == '\'' ? std::string("'\\''") : std::string(1, c);
   return result + "'";
 }
 
-std::string action(const OptionText& option) {
+std::string zshAction(const OptionText& option) {
   const std::string words = fmt::format("({})", joined(option.words, " "));
   switch (option.kind) {
     case Value::kWords: return words;
@@ -30,12 +30,12 @@ std::string action(const OptionText& option) {
 std::string argument(const OptionText& option) {
   const std::string value =
       option.value.empty() ? ""
-                           : fmt::format(":{}:{}", escaped(option.value, ":[]"), action(option));
-  if (option.names.empty()) return quoted((option.repeated ? "*" : "") + value);
+                           : fmt::format(":{}:{}", escaped(option.value, ":[]"), zshAction(option));
+  if (option.names.empty()) return zshQuoted((option.repeated ? "*" : "") + value);
   const std::string text = fmt::format("[{}]{}", escaped(option.text, ":[]"), value);
   const std::string others = option.repeated ? "*" : fmt::format("({})", joined(option.names, " "));
-  if (option.names.size() == 1) return quoted(others + option.names[0] + text);
-  return quoted(others) + "{" + joined(option.names, ",") + "}" + quoted(text);
+  if (option.names.size() == 1) return zshQuoted(others + option.names[0] + text);
+  return zshQuoted(others) + "{" + joined(option.names, ",") + "}" + zshQuoted(text);
 }
 
 std::string arguments(const CommandText& command) {
@@ -46,7 +46,7 @@ std::string arguments(const CommandText& command) {
   return list;
 }
 
-constexpr const char* kScript = R"sh(#compdef vistrel
+constexpr const char* kZshScript = R"sh(#compdef vistrel
 _vistrel() {
   local context state state_descr line
   typeset -A opt_args
@@ -69,11 +69,11 @@ _vistrel "$@"
 void writeZsh(const ProgramText& program, const std::filesystem::path& folder) {
   std::string commands, cases;
   for (const CommandText& command : program.commands) {
-    commands += "        " + quoted(command.name + ":" + escaped(command.text, ":")) + "\n";
+    commands += "        " + zshQuoted(command.name + ":" + escaped(command.text, ":")) + "\n";
     cases += "        " + command.name + ") _arguments" + arguments(command) + " ;;\n";
   }
   create(folder / "zsh/_vistrel") << filled(
-      kScript,
+      kZshScript,
       {{"@OPTIONS@", arguments(program.self)}, {"@COMMANDS@", commands}, {"@CASES@", cases}});
 }
 

@@ -8,7 +8,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr Paint kGround{28, 30, 34}, kTitle{240, 240, 236}, kLabel{190, 194, 200};
+constexpr Paint kGround{28, 30, 34}, kHeading{240, 240, 236}, kLabel{190, 194, 200};
 constexpr int kScale = 2, kGap = 14;
 constexpr int kTitleHeight = 7 * (kScale + 1) + kGap, kLabelHeight = 7 * kScale + 6;
 constexpr int64_t kMaxPixels = int64_t{1} << 28;
@@ -36,7 +36,7 @@ struct Block {
 };
 
 void draw(Canvas& canvas, int top, const Strip& strip, const Block& block, uint32_t zoom) {
-  canvas.text(kGap, top, kScale + 1, strip.title, kTitle);
+  canvas.text(kGap, top, kScale + 1, strip.title, kHeading);
   for (size_t i = 0; i < strip.cells.size(); ++i) {
     const Cell& cell = strip.cells[i];
     const int place = static_cast<int>(i);
