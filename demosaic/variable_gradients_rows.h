@@ -1,6 +1,7 @@
 // The row kernels of the variable gradients, as each level compiles them.
 #pragma once
 
+#include "common/rows/half_rows.h"
 #include "common/rows/pixel_kernels.h"
 
 namespace vistrel::core {
