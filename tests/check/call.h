@@ -35,6 +35,7 @@ struct Call {
   uint32_t fullWidth() const { return factor() * roiWidth; }
   uint32_t fullHeight() const { return factor() * roiHeight; }
   uint32_t originX() const { return factor() * roiX; }
+  bool operator==(const Call&) const = default;
 };
 
 using Case = std::vector<Call>;

@@ -13,12 +13,15 @@ class Checker {
  public:
   explicit Checker(const Catalogue& catalogue) : catalogue_(catalogue) {}
 
+  // The reference runs a case of one call once: the next level compares with the same results.
   std::optional<Failure> check(const Case& calls, Level level);
 
  private:
   std::optional<Failure> checkCall(const Call& call, const Layout& layout, Level level);
 
   const Catalogue& catalogue_;
+  Case kept_;  // the case whose results the reference's memory holds
+  Outcome expected_;
   Sandbox product_{kProduct};
   Sandbox reference_{kReference};
 };

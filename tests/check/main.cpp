@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <chrono>
 #include <exception>
 #include <stdexcept>
@@ -45,26 +46,33 @@ bool passes(Checker& checker, const Case& calls, Level level) {
   return false;
 }
 
-// Stops after kFailuresShown failures.
-int failuresAt(Checker& checker, const Plan& plan, Level level, const Options& options) {
+using Failures = std::array<int, kLevels>;
+
+// Runs each case at every level. Leaves a level after kFailuresShown failures.
+Failures countFailures(Checker& checker, const Plan& plan, const std::vector<Level>& levels,
+                       const Options& options) {
   const uint32_t cases = options.cases ? options.cases : Draw::kComplete;
-  int failures = 0;
-  for (uint32_t n = 0; n < cases && failures < kFailuresShown; ++n) {
+  Failures failures = {};
+  for (uint32_t n = 0; n < cases; ++n) {
     Draw draw(options.seed, n);
-    if (!passes(checker, plan.draw(draw), level)) ++failures;
+    const Case calls = plan.draw(draw);
+    for (const Level level : levels) {
+      int& count = failures[static_cast<size_t>(level)];
+      if (count < kFailuresShown && !passes(checker, calls, level)) ++count;
+    }
   }
   return failures;
 }
 
-bool checkPlan(Checker& checker, const Plan& plan, const std::vector<Level>& levels,
+bool checkPlan(Checker& checker, const Plan& plan, std::vector<Level> levels,
                const Options& options) {
   const auto start = std::chrono::steady_clock::now();
+  if (!plan.levels) levels.resize(1);
+  const Failures failures = countFailures(checker, plan, levels, options);
   std::string failed, passed;
-  for (const Level level : levels) {
-    const bool good = failuresAt(checker, plan, level, options) == 0;
-    (good ? passed : failed) += fmt::format(" {}", plan.levels ? nameOf(level) : "any level");
-    if (!plan.levels) break;
-  }
+  for (const Level level : levels)
+    (failures[static_cast<size_t>(level)] ? failed : passed) +=
+        fmt::format(" {}", plan.levels ? nameOf(level) : "any level");
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
   if (!failed.empty()) fmt::print("FAILED {} at{}\n", plan.name, failed);
   if (!passed.empty()) fmt::print("ok {} at{} ({:.1f} s)\n", plan.name, passed, time.count());
