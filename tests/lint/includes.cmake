@@ -75,7 +75,7 @@ function(check_include module included fault_variable)
   set(${fault_variable} "${fault}" PARENT_SCOPE)
 endfunction()
 
-# In quotes, or a path of ours in angle brackets, or the body that each_level.inl includes.
+# In quotes, or a path of ours in angle brackets, or the body that each_level.h includes.
 list(JOIN modules "|" any_module)
 set(ours "(include[ \t]*(\"|<(${any_module}|vistrel)/)|define VISTREL_BODY \")")
 
