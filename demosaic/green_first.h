@@ -67,7 +67,7 @@ class GreenRing {
 
 template <class T>
 void sweepGreenFirst(const Conversion<T>& c, const GreenFirstKernels<T>& kernels) {
-  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 6);
+  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 6, RowDepth::found);
   const GreenRing<T> green(mosaic, 3);
   if (!mosaic || !green) return;
   // Smoothing reaches one row further than the window.

@@ -27,8 +27,9 @@ constexpr size_t kVectorRoom = 64 / sizeof(T);
 
 // Smoothing is one row behind loading and reads one row below its own.
 template <class T>
-MosaicRing<T>::MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows)
-    : region_(region),
+MosaicRing<T>::MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows,
+                          RowDepth depth)
+    : region_(region), depth_(depth),
       source_(pSrc + region.x0, static_cast<ptrdiff_t>(sourceStride), static_cast<int>(region.Hf)),
       raw_(rows + 1, 2, region.Wf), green_(rows, 1, region.Wf) {}
 
@@ -37,9 +38,15 @@ void MosaicRing<T>::load(int y) {
   const T* const source = source_.row(y);
   T* even = raw_.half(unsigned(y), 0);
   T* odd = raw_.half(unsigned(y), 1);
-  T bits = VISTREL_BY_LEVEL(kMosaicKernels<T>)->split(source, columns() / 2, even, odd);
-  if (columns() & 1) bits |= even[columns() / 2] = source[columns() - 1];
-  if (bits >> 12) lastWide_ = y;
+  const MosaicKernels<T>& kernels = *VISTREL_BY_LEVEL(kMosaicKernels<T>);
+  if (columns() & 1) even[columns() / 2] = source[columns() - 1];
+  if (depth_ == RowDepth::found) {
+    T bits = kernels.splitAndBits(source, columns() / 2, even, odd);
+    if (columns() & 1) bits |= source[columns() - 1];
+    if (bits >> 12) lastWide_ = y;
+  } else {
+    kernels.split(source, columns() / 2, even, odd);
+  }
   guardHalf(even, halfSize(0));
   guardHalf(odd, halfSize(1));
   nextSource_ = source_.has(y + 1) ? source_.row(y + 1) : nullptr;

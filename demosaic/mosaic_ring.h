@@ -12,15 +12,20 @@ namespace vistrel::core {
 // What each level has of its own.
 template <class T>
 struct MosaicKernels {
-  T (*split)(const T* source, size_t pairs, T* even, T* odd);
+  void (*split)(const T* source, size_t pairs, T* even, T* odd);
+  T (*splitAndBits)(const T* source, size_t pairs, T* even, T* odd);
   void (*smooth)(const T* green, const T* above, const T* below, size_t n, T* smoothed);
 };
+
+// Whether it is found out which rows have samples of more than twelve bits.
+enum class RowDepth { ignored, found };
 
 template <class T>
 class MosaicRing {
  public:
   // rows: how many smoothed rows the stages behind smoothing need at a time.
-  MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows);
+  MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows,
+             RowDepth depth = RowDepth::ignored);
 
   explicit operator bool() const { return raw_ && green_; }
 
@@ -39,7 +44,8 @@ class MosaicRing {
     return windowOf<reach>(y, [this](int row, unsigned parity) { return half(row, parity); });
   }
 
-  // Whether neither row y nor a row loaded after it has a sample of more than twelve bits.
+  // Whether neither row y nor a row loaded after it has a sample of more than twelve bits; where
+  // depths are found.
   bool isTwelveBitsFrom(int y) const { return lastWide_ < y; }
 
   // The column parity of the green sites of row y, and whether its others are red.
@@ -52,6 +58,7 @@ class MosaicRing {
 
  private:
   Region region_;
+  RowDepth depth_;
   RowSource<T> source_;
   const T* nextSource_ = nullptr;
   int lastWide_ = INT_MIN;  // the last row that has a sample of more than twelve bits

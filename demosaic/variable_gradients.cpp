@@ -44,7 +44,7 @@ template <class T>
 void variableGradients(const Conversion<T>& c) {
   if (isDegenerate(c.region)) return variableGradientsInPlace(c);
   const auto& kernels = *VISTREL_BY_LEVEL(kVariableGradients<T>);
-  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 5);
+  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 5, RowDepth::found);
   if (!mosaic) return;
   sweepGuarded(c, mosaic, 2, [&](int y, RowSink<T>& sink) {
     const auto window = mosaic.template window<2>(y);

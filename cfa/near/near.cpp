@@ -20,6 +20,11 @@ NearRegion<T>::NearRegion(const CfaFrame<T>& frame, CfaRect roi, Level level)
       ring_(2 * kReach + 1, 2, static_cast<size_t>(std::max(x1_ - x0_, 0)) + 2 * kReach) {}
 
 template <class T>
+bool NearRegion<T>::hasInterior(int y) const {
+  return hasInterior() && source_.has(y - kReach) && source_.has(y + kReach);
+}
+
+template <class T>
 void NearRegion<T>::makeInto(ImageSink<T>& image) {
   sweep({roi_.y, roi_.y + roi_.height}, {0, source_.height()}, stage(0, [&](int y) { load(y); }),
         stage(kReach, [&](int y) {
@@ -51,12 +56,14 @@ void NearRegion<T>::load(int y) {
 template <class T>
 void NearRegion<T>::border(int y, RowSink<T>& sink) const {
   ownBayerBorder(frame_, {roi_.x, y, roi_.width, 1}, sink.pixels(), 0);
-  sink.copyPixels(0, static_cast<size_t>(roi_.width));
+  const bool whole = !hasInterior(y);
+  sink.copyPixels(0, static_cast<size_t>((whole ? roi_.x + roi_.width : x0_) - roi_.x));
+  if (!whole) sink.copyPixels(static_cast<size_t>(x1_ - roi_.x), static_cast<size_t>(roi_.width));
 }
 
 template <class T>
 void NearRegion<T>::interior(int y, RowSink<T>& sink) const {
-  if (!hasInterior() || !source_.has(y - kReach) || !source_.has(y + kReach)) return;
+  if (!hasInterior(y)) return;
   const auto window = windowOf<kReach>(y, [&](int row, unsigned parity) -> const T* {
     return ring_.half(unsigned(row), parity) + kReach / 2;
   });

@@ -13,7 +13,7 @@ namespace vistrel::core {
 // What each level compiles. Pixels by the rounding term of means of four.
 template <class T>
 struct NearKernels {
-  T (*split)(const T* source, size_t pairs, T* even, T* odd);
+  void (*split)(const T* source, size_t pairs, T* even, T* odd);
   void (*keepBits)(T* half, size_t n, T mask);
   const PixelKernels<T, HalfRowWindow<T, 2>>* pixels[3];
 };
@@ -31,6 +31,7 @@ class NearRegion {
 
  private:
   bool hasInterior() const { return x0_ < x1_; }
+  bool hasInterior(int y) const;
   void load(int y);
   void border(int y, RowSink<T>& sink) const;
   void interior(int y, RowSink<T>& sink) const;

@@ -31,8 +31,9 @@ VISTREL_INLINE void storeBlock(const Rows& rows, size_t k, T* pixels, T* copy) {
 }
 
 template <class T, class Rows, class Fill, int greenParity, bool redRow>
-void pixelRow(const Rows& source, size_t columns, RowSink<T>& sink) {
+void pixelRow(const Rows& source, size_t columns, RowSink<T>& result) {
   const Rows rows = source;
+  RowSink<T> sink = result;  // which no store of a pixel can change
   T *const pixels = sink.pixels(), *const copy = sink.copy();
   constexpr size_t step = 2 * kLanes<T>;
   size_t x = 0;
@@ -41,11 +42,13 @@ void pixelRow(const Rows& source, size_t columns, RowSink<T>& sink) {
                                                    copy ? copy + 3 * x : nullptr);
     sink.written(x, x + step);
   }
+  result = sink;
   if (x == columns) return;
   T block[3 * step];
   storeBlock<T, Rows, Fill, greenParity, redRow>(rows, x / 2, block, nullptr);
-  std::memcpy(pixels + 3 * x, block, 3 * (columns - x) * sizeof(T));
-  sink.copyPixels(x, columns);
+  const size_t rest = 3 * (columns - x) * sizeof(T);
+  std::memcpy(pixels + 3 * x, block, rest);
+  if (copy) std::memcpy(copy + 3 * x, block, rest);
 }
 
 // By column parity of the green sites and by the row's other colour.

@@ -36,6 +36,7 @@ class RowSink {
     begin += first_;
     end += first_;
     source_.fetch(begin, end);
+    if (!isWatched_) return;
     destination_.fetch(begin, end);
     work_.upTo(pixels_ + 3 * end);
     result_.upTo(pixels_ + 3 * end);
@@ -57,13 +58,17 @@ class RowSink {
   // What is fetched while the row is made: a row that is read next, and the result's row where some
   // of its bytes stay.
   void fetch(Prefetcher source) { source_ = source; }
-  void fetchDestination(Prefetcher destination) { destination_ = destination; }
+  void fetchDestination(Prefetcher destination) { destination_ = destination, isWatched_ = true; }
 
   // Copies past the caches. The first ends at workEnd, the second with the last pixel.
-  void stream(NonTemporalCopy work, const T* workEnd) { work_ = work, workEnd_ = workEnd; }
-  void streamResult(NonTemporalCopy result) { result_ = result; }
+  void stream(NonTemporalCopy work, const T* workEnd) {
+    work_ = work, workEnd_ = workEnd, isWatched_ = true;
+  }
+  void streamResult(NonTemporalCopy result) { result_ = result, isWatched_ = true; }
 
-  void listen(const ChunkListener* listener, int y) { listener_ = listener, y_ = y; }
+  void listen(const ChunkListener* listener, int y) {
+    listener_ = listener, y_ = y, isWatched_ = true;
+  }
 
  private:
   void tell(size_t end) {
@@ -73,6 +78,7 @@ class RowSink {
 
   T *pixels_, *copy_;
   size_t first_ = 0;
+  bool isWatched_ = false;  // anything below but the source is set
   NonTemporalCopy work_, result_;
   const T* workEnd_ = nullptr;
   Prefetcher source_, destination_;

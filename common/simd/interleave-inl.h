@@ -182,20 +182,23 @@ VISTREL_INLINE Vec<uint16_t> inTurn(const Vec<uint16_t> (&halves)[2]) {
   return as<Vec<uint16_t>>(upper ? vzip2q_u16(even, odd) : vzip1q_u16(even, odd));
 }
 VISTREL_INLINE void store3(uint8_t* d, Vec<uint8_t> b, Vec<uint8_t> g, Vec<uint8_t> r) {
-  vst3q_u8(d, {as<uint8x16_t>(b), as<uint8x16_t>(g), as<uint8x16_t>(r)});
+  const uint8x16x3_t pixels = {as<uint8x16_t>(b), as<uint8x16_t>(g), as<uint8x16_t>(r)};
+  vst3q_u8(d, pixels);
 }
 VISTREL_INLINE void store3(uint16_t* d, Vec<uint16_t> b, Vec<uint16_t> g, Vec<uint16_t> r) {
-  vst3q_u16(d, {as<uint16x8_t>(b), as<uint16x8_t>(g), as<uint16x8_t>(r)});
+  const uint16x8x3_t pixels = {as<uint16x8_t>(b), as<uint16x8_t>(g), as<uint16x8_t>(r)};
+  vst3q_u16(d, pixels);
 }
 
 template <class T>
 VISTREL_INLINE void storePixels(T* d, T* copy, const Vec<T> (&b)[2], const Vec<T> (&g)[2],
                                 const Vec<T> (&r)[2]) {
-  for (T* to : {d, copy}) {
-    if (!to) return;
+  const auto storeAt = [&](T* to) {
     store3(to, inTurn<false>(b), inTurn<false>(g), inTurn<false>(r));
     store3(to + 3 * kLanes<T>, inTurn<true>(b), inTurn<true>(g), inTurn<true>(r));
-  }
+  };
+  storeAt(d);
+  if (copy) storeAt(copy);
 }
 
 #else

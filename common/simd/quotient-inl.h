@@ -17,9 +17,7 @@ VISTREL_INLINE int productOver(int a, int b, int c) { return wrapMul(a, b) / c; 
 
 VISTREL_INLINE Vec<int32_t> productOver(Vec<int32_t> a, Vec<int32_t> b, Vec<int32_t> c) {
   const auto product = as<Vec<int32_t>>(as<Vec<uint32_t>>(a) * as<Vec<uint32_t>>(b));
-  return __builtin_convertvector(
-      __builtin_convertvector(product, Doubles) / __builtin_convertvector(c, Doubles),
-      Vec<int32_t>);
+  return toIntegers(toDoubles(product) / toDoubles(c));
 }
 
 // Of values below 4096: a float holds the product, and the quotient of integers below 2^24 does not

@@ -16,8 +16,12 @@ VISTREL_INLINE Vec<float> truncated(Vec<float> v) {
   return __builtin_convertvector(__builtin_convertvector(v, Vec<int32_t>), Vec<float>);
 }
 VISTREL_INLINE Vec<double> truncated(Vec<double> v) {
+#if VISTREL_NEON
+  return as<Vec<double>>(vcvtq_f64_s64(vcvtq_s64_f64(as<float64x2_t>(v))));
+#else
   using Half = Vec<int32_t, kVectorBytes / 2>;
   return __builtin_convertvector(__builtin_convertvector(v, Half), Vec<double>);
+#endif
 }
 
 VISTREL_INLINE double squareRoot(double v) { return __builtin_sqrt(v); }
@@ -28,6 +32,8 @@ VISTREL_INLINE Vec<double> squareRoot(Vec<double> v) {
   return as<Vec<double>>(_mm256_sqrt_pd(as<__m256d>(v)));
 #elif VISTREL_X86
   return as<Vec<double>>(_mm_sqrt_pd(as<__m128d>(v)));
+#elif VISTREL_NEON
+  return as<Vec<double>>(vsqrtq_f64(as<float64x2_t>(v)));
 #else
   for (size_t k = 0; k < kLanes<double>; ++k) v[k] = squareRoot(v[k]);
   return v;

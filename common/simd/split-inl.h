@@ -1,4 +1,4 @@
-// A row's even and odd columns to two half rows. Returns the bits that any 16-bit sample has.
+// A row's even and odd columns to two half rows.
 #if defined(VISTREL_SPLIT_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_SPLIT_INL_H
 #undef VISTREL_SPLIT_INL_H
@@ -12,12 +12,27 @@ VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 template <class T>
-T splitPairs(const T* __restrict source, size_t pairs, T* __restrict even, T* __restrict odd) {
-  T bits = 0;
+void splitPairs(const T* __restrict source, size_t pairs, T* __restrict even, T* __restrict odd) {
   for (size_t k = 0; k < pairs; ++k) {
     even[k] = source[2 * k];
     odd[k] = source[2 * k + 1];
-    if constexpr (sizeof(T) == 2) bits |= even[k] | odd[k];
+  }
+}
+
+// The same, and the bits that any sample has; of bytes they are of no interest, and 0.
+template <class T>
+T splitPairsAndBits(const T* __restrict source, size_t pairs, T* __restrict even,
+                    T* __restrict odd) {
+  if constexpr (sizeof(T) == 1) {
+    splitPairs(source, pairs, even, odd);
+    return 0;
+  }
+  T bits = 0;
+  for (size_t k = 0; k < pairs; ++k) {
+    const T first = source[2 * k], second = source[2 * k + 1];
+    even[k] = first;
+    odd[k] = second;
+    bits |= first | second;
   }
   return bits;
 }

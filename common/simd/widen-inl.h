@@ -39,6 +39,11 @@ VISTREL_INLINE Wide<T> loadWide(const T* p) {
 #elif VISTREL_AVX2
   const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
   return as<Wide<T>>(sizeof(T) == 1 ? _mm256_cvtepu8_epi16(v) : _mm256_cvtepu16_epi32(v));
+#elif VISTREL_NEON
+  if constexpr (sizeof(T) == 1)
+    return as<Wide<T>>(vmovl_u8(vld1_u8(p)));
+  else
+    return as<Wide<T>>(vmovl_u16(vld1_u16(p)));
 #else
   Vec<T, kVectorBytes / 2> v;
   std::memcpy(&v, p, sizeof v);
@@ -70,6 +75,11 @@ struct LowHigh {
 #elif VISTREL_SSE41
     return as<Vec<T>>(sizeof(T) == 1 ? _mm_packus_epi16(as<__m128i>(low), as<__m128i>(high))
                                      : _mm_packus_epi32(as<__m128i>(low), as<__m128i>(high)));
+#elif VISTREL_NEON
+    if constexpr (sizeof(T) == 1)
+      return as<Vec<T>>(vuzp1q_u8(as<uint8x16_t>(low), as<uint8x16_t>(high)));
+    else
+      return as<Vec<T>>(vuzp1q_u16(as<uint16x8_t>(low), as<uint16x8_t>(high)));
 #else
     using Half = Vec<T, kVectorBytes / 2>;
     const Half halves[2] = {__builtin_convertvector(low, Half),
@@ -124,6 +134,30 @@ using ShortValues = std::conditional_t<sizeof(T) == 1, EvenOdd<T>, AsSigned<T>>;
 using Doubles = Vec<double, 2 * kVectorBytes>;  // one for each 32 bits of a vector
 constexpr size_t kDoubles = kVectorBytes / sizeof(int32_t);
 
+VISTREL_INLINE Doubles toDoubles(Vec<int32_t> v) {
+#if VISTREL_NEON
+  const auto integers = as<int32x4_t>(v);
+  const float64x2_t halves[2] = {vcvtq_f64_s64(vmovl_s32(vget_low_s32(integers))),
+                                 vcvtq_f64_s64(vmovl_high_s32(integers))};
+  Doubles d;
+  std::memcpy(&d, halves, sizeof d);
+  return d;
+#else
+  return __builtin_convertvector(v, Doubles);
+#endif
+}
+// Toward zero.
+VISTREL_INLINE Vec<int32_t> toIntegers(Doubles d) {
+#if VISTREL_NEON
+  float64x2_t halves[2];
+  std::memcpy(halves, &d, sizeof d);
+  return as<Vec<int32_t>>(
+      vmovn_high_s64(vmovn_s64(vcvtq_s64_f64(halves[0])), vcvtq_s64_f64(halves[1])));
+#else
+  return __builtin_convertvector(d, Vec<int32_t>);
+#endif
+}
+
 template <class T>
 struct AsDouble {
   using Sample = T;
@@ -133,14 +167,14 @@ struct AsDouble {
   VISTREL_INLINE static Doubles part(Vec<T> v, size_t i) {
     const int unused = kBits * static_cast<int>(kParts - 1 - i);
     const Lane lanes = as<Lane>(v) << unused >> (kBits * static_cast<int>(kParts - 1));
-    return __builtin_convertvector(as<Vec<int32_t>>(lanes), Doubles);
+    return toDoubles(as<Vec<int32_t>>(lanes));
   }
 
   // Of values from 0 up that fit 32 bits: truncated, at most limit.
   VISTREL_INLINE static Vec<T> join(const Doubles (&parts)[kParts], int limit) {
     Lane joined{};
     for (size_t i = 0; i < kParts; ++i) {
-      const auto v = __builtin_convertvector(parts[i], Vec<int32_t>);
+      const auto v = toIntegers(parts[i]);
       joined |= as<Lane>(smaller(v, v - v + limit)) << (kBits * static_cast<int>(i));
     }
     return as<Vec<T>>(joined);

@@ -47,14 +47,11 @@ class EdgeSweep {
   template <class Lane>
   void measureAs(int y) {
     kernels_.template of<Lane>().measure[1 - frame_.greenParity(y)](
-        mosaic_.template window<2>(y), columns_ / 2, measures_.template row<Lane>(y));
-    measures_.laneBytes(y) = sizeof(Lane);
+        mosaic_.template window<2>(y), columns_ / 2, measures_.template made<Lane>(y));
   }
 
   template <class Lane>
   void fillAs(int y) {
-    for (int row = y - 1; row <= y + 1; ++row)
-      if (measures_.laneBytes(row) != sizeof(Lane)) measureAs<Lane>(row);
     RowSink<T> sink = output_.row(y);
     kernels_.template of<Lane>().pixels.of[frame_.greenParity(y)][!frame_.isBlueRow(y)](
         surroundings<Lane>(y), columns_, sink);
@@ -63,7 +60,7 @@ class EdgeSweep {
 
   // What lanes can't hold is above all samples anyway.
   template <class Lane>
-  EdgeWindow<T, Lane> surroundings(int y) const {
+  EdgeWindow<T, Lane> surroundings(int y) {
     static constexpr int kLargest = std::numeric_limits<Lane>::max();
     EdgeWindow<T, Lane> window{mosaic_.template window<1>(y),
                                measures_.template window<Lane>(y),

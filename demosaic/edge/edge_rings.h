@@ -138,7 +138,7 @@ class EdgeMosaicRing {
   }
 
  private:
-  static constexpr unsigned kRows = 7;  // that a row of pixels depends on
+  static constexpr unsigned kRows = 5;
 
   T* half(int y, unsigned parity) const { return ring_.half(unsigned(y) + kRows, parity); }
 
@@ -151,30 +151,60 @@ class EdgeMosaicRing {
 template <class T>
 class MeasureRing {
  public:
-  explicit MeasureRing(size_t columns) : ring_(kRows, kMeasures, columns) {}
+  explicit MeasureRing(size_t columns)
+      : sites_(static_cast<ptrdiff_t>(columns / 2)),
+        narrow_(kRows, kMeasures, sizeof(T) == 1 ? 0 : columns), wide_(kRows, kMeasures, columns) {}
 
-  explicit operator bool() const { return bool(ring_); }
+  explicit operator bool() const { return narrow_ && wide_; }
 
+  // Row y, to be measured.
   template <class Lane>
-  MeasureRow<Lane> row(int y) const {
-    const auto measure = [&](unsigned which) {
-      return reinterpret_cast<Lane*>(ring_.half(unsigned(y) + kRows, which));
-    };
-    return {measure(0), measure(1), measure(2), measure(3), measure(4), measure(5)};
+  MeasureRow<Lane> made(int y) {
+    isNarrow_[slot(y)] = sizeof(Lane) < sizeof(Widened<T>);
+    return row<Lane>(y);
   }
+
+  // Rows y - 1 .. y + 1. Narrow rows become wide where wide ones are wanted.
   template <class Lane>
-  MeasureWindow<Lane> window(int y) const {
+  MeasureWindow<Lane> window(int y) {
+    if constexpr (std::is_same_v<Lane, Widened<T>>)
+      for (int i = y - 1; i <= y + 1; ++i)
+        if (isNarrow_[slot(i)]) widen(i);
     return {row<Lane>(y - 1), row<Lane>(y), row<Lane>(y + 1)};
   }
-
-  // In which lanes row y was measured: their bytes.
-  size_t& laneBytes(int y) { return laneBytes_[(unsigned(y) + kRows) % kRows]; }
 
  private:
   static constexpr unsigned kRows = 3, kMeasures = 6;
 
-  HalfRowRing<Widened<T>> ring_;
-  size_t laneBytes_[kRows] = {};
+  static unsigned slot(int y) { return (unsigned(y) + kRows) % kRows; }
+
+  template <class Lane>
+  Lane* measure(int y, unsigned which) const {
+    if constexpr (std::is_same_v<Lane, Widened<T>>)
+      return wide_.half(slot(y), which);
+    else
+      return narrow_.half(slot(y), which);
+  }
+
+  template <class Lane>
+  MeasureRow<Lane> row(int y) const {
+    return {measure<Lane>(y, 0), measure<Lane>(y, 1), measure<Lane>(y, 2),
+            measure<Lane>(y, 3), measure<Lane>(y, 4), measure<Lane>(y, 5)};
+  }
+
+  // From one site before the region to one beyond it.
+  void widen(int y) {
+    for (unsigned which = 0; which < kMeasures; ++which) {
+      const int16_t* const narrow = measure<int16_t>(y, which);
+      std::copy(narrow - 1, narrow + sites_ + 2, measure<Widened<T>>(y, which) - 1);
+    }
+    isNarrow_[slot(y)] = false;
+  }
+
+  ptrdiff_t sites_;
+  HalfRowRing<int16_t> narrow_;
+  HalfRowRing<Widened<T>> wide_;
+  bool isNarrow_[kRows] = {};
 };
 
 }  // namespace vistrel::core

@@ -75,8 +75,8 @@ class Quotient32 {
 
   template <int limit>
   VISTREL_INLINE U32 of(U32 sum) const {
-    const Doubles n = __builtin_convertvector((Vec<int32_t>)sum, Doubles);
-    const auto q = __builtin_convertvector((n + half_) * reciprocal_, Vec<int32_t>);
+    const Doubles n = toDoubles((Vec<int32_t>)sum);
+    const auto q = toIntegers((n + half_) * reciprocal_);
     return (U32)clampTo(q, limit);
   }
 
