@@ -13,8 +13,8 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// quirk: signed-words. Words compare as signed ones: where one of two samples has all 16 bits, the
-// difference of the two is negative.
+// quirk: signed-samples. 16-bit samples compare as signed numbers: where one of two samples has all
+// 16 bits, the difference of the two is negative.
 template <class V>
 VISTREL_INLINE V inOrder(V sample) {
   return sample ^ 0x8000;

@@ -187,7 +187,7 @@ TEST(EdgeSites, ResultsMayLeaveTheRangeOfSamples) {
   EXPECT_EQ(below.blue[0], -255);
 }
 
-// quirk: signed-words
+// quirk: signed-samples
 TEST(EdgeSites, ASampleWithAllSixteenBitsCountsAsTheSmaller) {
   Patch<uint16_t> patch(1000);
   patch.at(0, 0) = 40000;

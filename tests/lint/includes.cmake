@@ -52,7 +52,7 @@ set(all_modules entries interface ${modules} ${apps})
 # The module of a path from the root; of a public header by its name.
 function(module_of path result_variable)
   string(REGEX MATCH "^(apps/tools/|apps/)?[a-z]+" folder "${path}")
-  if(path MATCHES "^vistrel/(vistrel_host\\.h|vistrel\\.hpp)$")
+  if(path MATCHES "^vistrel/(vistrel_(host|types)\\.h|vistrel\\.hpp)$")
     set(folder interface)
   elseif(folder STREQUAL "vistrel")
     set(folder entries)
@@ -75,7 +75,7 @@ function(check_include module included fault_variable)
   set(${fault_variable} "${fault}" PARENT_SCOPE)
 endfunction()
 
-# In quotes, or a path of ours in angle brackets, or the body that each_level.inl includes.
+# In quotes, or a path of ours in angle brackets, or the body that each_level.h includes.
 list(JOIN modules "|" any_module)
 set(ours "(include[ \t]*(\"|<(${any_module}|vistrel)/)|define VISTREL_BODY \")")
 

@@ -130,7 +130,7 @@ TEST_P(ColourDepth, GrayUsesTheBitsUndivided) {
   EXPECT_EQ(channel<uint16_t>(kGray16, 100 << 2, 12, 10, 0), 100u);
 }
 
-// quirk: words-have-no-table. A curve or a table costs one bit of brightness.
+// quirk: no-table-for-16-bits. A curve or a table costs one bit of brightness.
 TEST_P(ColourDepth, SixteenBitFormatsHaveNoTableAndShiftByOneMore) {
   for (uint32_t nLutMode : {3u, 5u, 7u, 8u, 10u, 0xFFFFFFFFu}) {
     EXPECT_EQ(channel<uint16_t>(kGray16, 200, 12, 12, nLutMode), 100u);

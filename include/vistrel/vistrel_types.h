@@ -1,0 +1,259 @@
+/* What the functions of vistrel_host.h take and give: statuses, choices, structures. Plain C. */
+#ifndef VISTREL_TYPES_H
+#define VISTREL_TYPES_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+/* Status codes. Their values are stable; new ones are added at the end. */
+enum {
+  VISTREL_OK = 0,
+  VISTREL_NULL_POINTER = 1,      /* a pointer that must not be null is null */
+  VISTREL_BAD_SIZE = 2,          /* width or height is 0 */
+  VISTREL_BAD_BITS = 3,          /* bytes_per_sample or bits */
+  VISTREL_BAD_STRIDE = 4,        /* a stride is shorter than a row */
+  VISTREL_BAD_PHASE = 5,         /* no such phase, or not one for this call */
+  VISTREL_BAD_FORMAT = 6,        /* no such format, or not one for this frame */
+  VISTREL_BAD_ALGORITHM = 7,     /* no such algorithm, or too many bits for it */
+  VISTREL_BAD_BINNING = 8,       /* binning is not 1..4 */
+  VISTREL_BAD_REGION = 9,        /* the region leaves the frame */
+  VISTREL_REGION_TOO_SMALL = 10, /* no whole bin is left, or less than an algorithm needs */
+  VISTREL_BAD_REDUCTION = 11,    /* no such reduction, or not one for this frame and format */
+  VISTREL_BAD_EXCESS = 12,       /* excess is neither VISTREL_REFUSE nor VISTREL_MASK */
+  VISTREL_EXCESS_SAMPLE = 13,    /* a sample has bits set outside the significant ones */
+  VISTREL_TOO_LARGE = 14,        /* more than the library can count or memory can hold */
+  VISTREL_SHORT_BUFFER = 15,     /* a buffer ends before its last row does */
+  VISTREL_OVERLAP = 16,          /* input and output share memory */
+  VISTREL_NO_MEMORY = 17,        /* an allocation failed */
+  VISTREL_INTERNAL = 18,         /* a bug in this layer; please report it */
+  VISTREL_BAD_THRESHOLD = 19,    /* threshold is not 0..255, or the algorithm has none */
+  VISTREL_BAD_TRUNCATION = 20,   /* truncate_to is neither 0 nor 8..16 */
+  VISTREL_BAD_TABLE = 21,        /* the table has the wrong size or an entry above 255 */
+  VISTREL_BAD_GRAY = 22,         /* no such gray, or not one for this algorithm */
+  VISTREL_BAD_PACKING = 23,      /* no such packing */
+  VISTREL_BAD_RESERVED = 24,     /* a reserved field is not 0 */
+  VISTREL_BAD_ALIGNMENT = 25,    /* no such alignment */
+  VISTREL_BAD_LEVEL = 26,        /* this machine has no such level */
+  VISTREL_BAD_STREAM = 27,       /* the stream is not acquired, or is converting */
+  VISTREL_NO_STREAM = 28,        /* all streams are in use */
+  VISTREL_BAD_WAIT = 29,         /* wait is neither VISTREL_WAIT nor VISTREL_NO_WAIT */
+  VISTREL_BAD_BLACK = 30,        /* black is above full scale */
+  VISTREL_BAD_BALANCE = 31,      /* no such white balance, not one for this frame, or a bad gain */
+  VISTREL_BAD_EDGES = 32         /* no such edges, or not with raw gray */
+};
+
+/*
+ * Why a call was rejected. All texts are printable ASCII, end in a zero and are
+ * empty with VISTREL_OK; other characters that a caller passed appear as "?".
+ * `argument` is empty where no argument is at fault: with VISTREL_NO_MEMORY,
+ * VISTREL_INTERNAL and VISTREL_NO_STREAM.
+ */
+typedef struct vistrel_error {
+  int32_t status;       /* one of the codes above */
+  char argument[48];    /* a parameter, or a field of one: "wait", "frame.stride",
+                           "conversion.gains[2]" */
+  char value[64];       /* its value; may be empty */
+  char reason[376];     /* what is wrong with it, or what is allowed */
+  char text[496];       /* "ARGUMENT VALUE: REASON", "ARGUMENT: REASON" or "REASON" */
+  uint32_t reserved[9]; /* written as 0 */
+} vistrel_error;
+
+/* Bayer phases: the mosaic's 2x2 block at pixel (0, 0), row by row. Mono: no colour filters. */
+enum { VISTREL_GRBG = 0, VISTREL_BGGR = 1, VISTREL_RGGB = 2, VISTREL_GBRG = 3, VISTREL_MONO = 4 };
+
+/* Colours of a mosaic's filters, and their order in gains. */
+enum { VISTREL_RED = 0, VISTREL_GREEN = 1, VISTREL_BLUE = 2, VISTREL_NO_COLOUR = 3 };
+
+/* Where the significant bits of a 16-bit sample are. */
+enum {
+  VISTREL_LOW_BITS = 0, /* in the lowest bits, the others 0 */
+  VISTREL_HIGH_BITS = 1 /* in the highest bits, the others 0 */
+};
+
+/* A raw frame, in the caller's memory for the length of a call. */
+typedef struct vistrel_frame {
+  const void* samples; /* first sample: bytes, or 16-bit samples in this machine's byte order */
+  size_t size;         /* bytes that may be read from there */
+  size_t stride;       /* bytes from row to row, at any alignment; 0: rows have no padding */
+  uint32_t width;      /* pixels, from 1 */
+  uint32_t height;     /* pixels, from 1 */
+  uint32_t bytes_per_sample; /* 1 or 2 */
+  uint32_t bits;             /* significant bits of a sample: 8 of a byte, 8..16 of 16 bits */
+  uint32_t phase;            /* VISTREL_GRBG to VISTREL_MONO */
+  uint32_t alignment;        /* VISTREL_LOW_BITS or VISTREL_HIGH_BITS */
+  uint32_t reserved[4];      /* 0 */
+} vistrel_frame;
+
+/* A part of a frame, in sensor pixels. */
+typedef struct vistrel_region {
+  uint32_t x, y;          /* upper left corner */
+  uint32_t width, height; /* size, from 1 */
+} vistrel_region;
+
+/* Demosaic algorithms. */
+enum {
+  VISTREL_BILINEAR = 0, /* the plain mean of the nearest sites */
+  VISTREL_EDGE = 1,     /* colour differences along edges; takes a threshold */
+  VISTREL_NEAR = 2,     /* nearest neighbours, green along an edge */
+  VISTREL_LAROCHE = 3,  /* Laroche and Prescott: colours as differences to green */
+  VISTREL_HAMILTON = 4, /* Hamilton and Adams: colours corrected by second differences */
+  VISTREL_VNG = 5,      /* Chang, Cheung and Pang: variable number of gradients */
+  VISTREL_COK = 6,      /* Cok: colours as ratios to green */
+  VISTREL_KIMMEL = 7,   /* Kimmel: ratios to green, weighted by gradients */
+  VISTREL_GROUPING = 8, /* Lin: pixel grouping */
+  VISTREL_AHD = 256     /* Hirakawa and Parks: adaptive homogeneity-directed */
+};
+
+/* Pixel formats. Alpha is 255. */
+enum {
+  VISTREL_MONO8 = 0,    /* 1 byte; for mono frames */
+  VISTREL_MONO16 = 1,   /* one 16-bit sample; for mono frames */
+  VISTREL_BGR24 = 2,    /* bytes blue, green, red */
+  VISTREL_ARGB32 = 3,   /* bytes alpha, red, green, blue */
+  VISTREL_ARGB32_4 = 4, /* the same under a second code */
+  VISTREL_GRAY8 = 5,    /* 1 byte of luminance */
+  VISTREL_GRAY16 = 6,   /* one 16-bit sample of luminance */
+  VISTREL_BGR48 = 7,    /* 16-bit samples blue, green, red */
+  VISTREL_RGB24 = 256,  /* bytes red, green, blue */
+  VISTREL_BGRA32 = 257, /* bytes blue, green, red, alpha */
+  VISTREL_RGBA32 = 258, /* bytes red, green, blue, alpha */
+  VISTREL_RGB48 = 259   /* 16-bit samples red, green, blue */
+};
+
+/* How samples of more than 8 bits become 8. Windows keep eight consecutive bits, clamped. */
+enum {
+  VISTREL_WINDOW_HIGH = 0,   /* the highest eight bits */
+  VISTREL_WINDOW_MIDDLE = 1, /* one place lower; from 9 bits up */
+  VISTREL_WINDOW_LOW = 2,    /* two places lower; from 10 bits up */
+  VISTREL_CURVE_2 = 3,       /* tone curves, from 10 bits up */
+  VISTREL_CURVE_3 = 4,
+  VISTREL_CURVE_4 = 5,
+  VISTREL_CURVE_5 = 6,
+  VISTREL_CURVE_6 = 7,
+  VISTREL_TABLE = 10 /* the conversion's own table, for 10 to 12 bits */
+};
+
+/* Where the gray of VISTREL_GRAY8 and VISTREL_GRAY16 comes from. */
+enum {
+  VISTREL_LUMA = 0, /* (114 blue + 587 green + 299 red) / 1000 of the finished colours, rounded */
+  VISTREL_RAW_GRAY = 1 /* the library's own: some values are one too low; binning mixes rows */
+};
+
+/* What to do with samples that have bits set outside the frame's significant ones. */
+enum {
+  VISTREL_REFUSE = 0, /* reject the conversion and report the first such sample */
+  VISTREL_MASK = 1    /* clear those bits */
+};
+
+/* White balance: a gain for each colour. */
+enum {
+  VISTREL_BALANCE_NONE = 0,      /* all gains are 1 */
+  VISTREL_BALANCE_GAINS = 1,     /* the gains of the conversion */
+  VISTREL_BALANCE_GRAY_WORLD = 2 /* the gains of vistrel_measure_gains */
+};
+
+/* A gain of 1, and the largest one: 16. */
+enum { VISTREL_GAIN_ONE = 4096, VISTREL_GAIN_MAX = 65536 };
+
+/* What an algorithm sees beyond the region. */
+enum {
+  VISTREL_EDGES_NATIVE = 0, /* what the library makes up: several algorithms tint the border */
+  VISTREL_EDGES_PADDED = 1  /* the frame, and beyond it the frame mirrored about its outermost rows
+                               and columns, so that the mosaic continues: 8 samples on each side,
+                               9 with a binning of 3 */
+};
+
+/* The wanted result. vistrel_default_conversion fills it. */
+typedef struct vistrel_conversion {
+  /*
+   * VISTREL_MONO8 or VISTREL_MONO16 for mono frames, any other format for Bayer
+   * frames. Formats of 16 bits need a frame of 16-bit samples and keep its
+   * significant bits.
+   */
+  uint32_t format;
+  uint32_t algorithm; /* VISTREL_BILINEAR to VISTREL_AHD; not read for mono frames */
+  uint32_t threshold; /* for VISTREL_EDGE, 0..255: smooths green that varies by up to that many
+                         255ths of full scale; 0 smooths none. 0 for all other algorithms */
+  uint32_t gray;      /* VISTREL_LUMA or VISTREL_RAW_GRAY; only read for gray formats */
+  uint32_t binning;   /* 1..4: each block of binning x binning pixels becomes one pixel, their sum
+                         divided by binning; so the image gets brighter by that factor */
+  /*
+   * 8..16: samples of more significant bits first lose their lowest ones, down to
+   * this number, so that algorithms made for 10 bits accept them. 0: no truncation.
+   */
+  uint32_t truncate_to;
+  /*
+   * VISTREL_WINDOW_..., VISTREL_CURVE_... or VISTREL_TABLE: how samples of more than 8 bits become
+   * 8. VISTREL_WINDOW_HIGH for formats of 16 bits and for frames of bytes.
+   */
+  uint32_t reduction;
+  /*
+   * Only read for VISTREL_TABLE: values of 0..255, either 1024, one for each value
+   * of a sample's highest ten bits, or one for each possible sample, of which only
+   * those for samples whose lower bits are 0 are used.
+   */
+  const uint16_t* table;
+  uint32_t table_entries;
+  uint32_t excess;              /* VISTREL_REFUSE or VISTREL_MASK */
+  const vistrel_region* region; /* null: the whole frame. Its size is rounded down to whole bins */
+  /*
+   * Preparation of the samples: off while these are 0, and applied before all else
+   * but the check for excess bits. A sample s of the frame's significant bits
+   * becomes w:
+   *
+   *   v = max(s - black, 0)
+   *   w = min((v * gain + 2048) >> 12, full scale)      rounded, halves up
+   *
+   * with the gain of the sample's colour in 1/4096, and full scale 2^bits - 1.
+   * truncate_to applies to w.
+   */
+  uint32_t black;         /* 0 to full scale */
+  uint32_t white_balance; /* VISTREL_BALANCE_...; VISTREL_BALANCE_NONE for mono frames */
+  uint32_t gains[3];      /* red, green, blue: 1 to VISTREL_GAIN_MAX; only read for
+                             VISTREL_BALANCE_GAINS */
+  uint32_t edges;         /* VISTREL_EDGES_...; makes no difference to mono frames */
+  uint32_t reserved[8];   /* 0 */
+} vistrel_conversion;
+
+/* The shape of a result, and all sizes. */
+typedef struct vistrel_layout {
+  uint32_t width, height; /* pixels */
+  uint32_t channels;      /* samples of a pixel: 1, 3 or 4 */
+  uint32_t bits;          /* significant bits of a sample, in its low bits: 8..16 */
+  size_t row_bytes;       /* bytes of a row of pixels, without padding */
+  size_t bytes;           /* row_bytes * height */
+  size_t frame_bytes;     /* minimum size of the frame, with its stride */
+  /*
+   * Maximum memory that a conversion needs besides frame and image: the stream's
+   * work buffer, which the stream keeps, and copies of samples and pixels, which
+   * are freed. A few rows and tables come on top.
+   */
+  size_t working_bytes;
+  uint32_t reserved[4]; /* written as 0 */
+} vistrel_layout;
+
+/* Memory for a result. */
+typedef struct vistrel_image {
+  void* pixels;  /* first pixel, at any alignment */
+  size_t size;   /* bytes that may be written there */
+  size_t stride; /* bytes from row to row; 0: rows have no padding. Padding is not written */
+} vistrel_image;
+
+/* A pixel format. */
+typedef struct vistrel_format {
+  const char* name;          /* "BGR24" */
+  uint32_t code;             /* VISTREL_MONO8 to VISTREL_RGB48 */
+  uint32_t channels;         /* samples of a pixel: 1, 3 or 4 */
+  uint32_t bytes_per_sample; /* 1 or 2 */
+  uint32_t mono;             /* 1: for mono frames, 0: for Bayer frames */
+} vistrel_format;
+
+/* A demosaic algorithm. */
+typedef struct vistrel_algorithm {
+  const char* name;  /* short, lower case, for command lines */
+  uint32_t code;     /* VISTREL_BILINEAR to VISTREL_AHD */
+  uint32_t max_bits; /* maximum significant bits of a sample */
+  uint32_t min_size; /* minimum width and height of a region with native edges, in sensor pixels */
+} vistrel_algorithm;
+
+#endif
