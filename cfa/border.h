@@ -32,19 +32,4 @@ constexpr auto ownBayerBrdVrt2R = &ownBayerBrdVrt<T, 1>;
 template <class T>
 constexpr auto ownBayerBrdVrt2L = &ownBayerBrdVrt<T, 0>;
 
-#define VISTREL_BOTH_DEPTHS(name)           \
-  constexpr auto name##_8u = name<uint8_t>; \
-  constexpr auto name##_16u = name<uint16_t>
-
-constexpr auto ownBayerBorder_8u = &ownBayerBorder<uint8_t>;
-constexpr auto ownBayerBorder_16u = &ownBayerBorder<uint16_t>;
-VISTREL_BOTH_DEPTHS(ownBayerBrdHrz3);
-VISTREL_BOTH_DEPTHS(ownBayerBrdHrz2D);
-VISTREL_BOTH_DEPTHS(ownBayerBrdHrz2U);
-VISTREL_BOTH_DEPTHS(ownBayerBrdVrt3);
-VISTREL_BOTH_DEPTHS(ownBayerBrdVrt2R);
-VISTREL_BOTH_DEPTHS(ownBayerBrdVrt2L);
-
-#undef VISTREL_BOTH_DEPTHS
-
 }  // namespace vistrel::core

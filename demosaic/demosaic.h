@@ -25,7 +25,7 @@ VISTREL_DEMOSAIC(vec_ImageColorHueKimmel);      // the same in packed floats
 VISTREL_DEMOSAIC(ImageColorPixelGrouping);      // Lin 2003
 VISTREL_DEMOSAIC(ImageColorVariableGradients);  // Chang, Cheung and Pang, 1999
 
-// Edge-sensing colour differences. nThreshold, 0..255 on the scale of a byte, tells how much a
+// Edge-sensing colour differences. nThreshold, 0..255 on the scale of a byte, says how much a
 // green sample may differ from those around it and still be smoothed.
 void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
                           uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,

@@ -73,7 +73,7 @@ class HueRing {
 
  private:
   static constexpr unsigned kRows = 3, kParts = HueParts<T>::kParts;
-  static constexpr size_t kVector = 16;  // room behind a part
+  static constexpr size_t kVector = 16;  // slack behind a part
 
   size_t partSize() const { return mosaic_.halfSize(0) / kParts + 1; }
 

@@ -1,4 +1,4 @@
-#include "demosaic/pixel_grouping.h"
+#include "demosaic/by_name.h"
 
 #include "common/arith.h"
 #include "common/depth.h"

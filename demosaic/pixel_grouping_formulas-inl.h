@@ -80,7 +80,7 @@ struct PixelGrouping {
     return limited(v);
   }
   // quirk: cost-ceiling. The search for the least cost begins at 65535: where all are above it,
-  // none is chosen and south remains. Signed words are never that large.
+  // none is chosen and south remains. Signed 16-bit values are never that large.
   template <class V>
   VISTREL_INLINE static V leastOf(V costs) {
     if constexpr (std::is_same_v<V, Vec<int16_t>>)

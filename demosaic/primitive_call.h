@@ -7,7 +7,7 @@
 
 namespace vistrel::core {
 
-// By how many bits the 16-bit twins scale samples up to all of their word.
+// By how many bits the 16-bit twins scale samples up to all 16 bits.
 template <class T>
 uint32_t scaling(const Conversion<T>& c) {
   return sizeof(T) == 1 ? 0 : (16 - c.nSrcBits) & 31;

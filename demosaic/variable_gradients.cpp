@@ -1,4 +1,4 @@
-#include "demosaic/variable_gradients.h"
+#include "demosaic/by_name.h"
 
 #include <iterator>
 

@@ -20,7 +20,7 @@ VISTREL_INLINE Register columnSums(const uint16_t* s, size_t stride, int rows, _
   return sum;
 }
 
-// A register's length of bytes from N times as many words a row.
+// A register's length of bytes from N times as many 16-bit samples a row.
 template <int N>
 VISTREL_INLINE Register blockMeans16(const uint16_t* s, size_t stride, __m128i shift) {
   constexpr size_t step = kRegisterBytes / 2;

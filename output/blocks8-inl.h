@@ -16,7 +16,7 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 #if VISTREL_SSSE3
 
 // What a group of 16 source bytes yields: kOutputs results from kSource bytes. Blocks of 2 need one
-// pair sum, larger ones two: a result stands in a word or in a double word.
+// pair sum, larger ones two: a result has 16 or 32 bits.
 template <int N, int channels>
 struct Taps {
   static constexpr int kWidth = N == 2 ? 2 : 4;  // bytes of a result's taps, zeros included

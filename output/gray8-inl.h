@@ -15,7 +15,7 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 
 #if VISTREL_SSSE3
 
-// Words (green, red) and (blue, 0) of four pixels of three bytes.
+// 16-bit pairs (green, red) and (blue, 0) of four pixels of three bytes.
 alignas(16) constexpr uint8_t kGreenRed[16] = {1, 0x80, 2, 0x80, 4,  0x80, 5,  0x80,
                                                7, 0x80, 8, 0x80, 10, 0x80, 11, 0x80};
 alignas(16) constexpr uint8_t kBlueOnly[16] = {0, 0x80, 0x80, 0x80, 3, 0x80, 0x80, 0x80,

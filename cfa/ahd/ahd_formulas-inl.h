@@ -79,7 +79,7 @@ struct Distance {
       : luma(absolute(load(a.y + i) - load(b.y + k))) {
     const auto u = as<UnsignedWide<T>>(load(a.u + i) - load(b.u + k));
     const auto v = as<UnsignedWide<T>>(load(a.v + i) - load(b.v + k));
-    // Of bytes at most 57,480, without a sign; of words wrapped, and compared as it stands.
+    // Of bytes at most 57,480, without a sign; of 16-bit samples it wraps and is compared so.
     const auto sum = u * u + v * v;
     chroma = as<Wide<T>>(sizeof(T) == 1 ? sum ^ 0x8000 : sum);
   }

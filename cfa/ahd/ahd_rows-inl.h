@@ -14,7 +14,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Scales samples up, and what passes the word's end away.
+// Scales samples up; bits beyond the sixteenth are lost.
 template <class T>
 void ahdScale(T* half, size_t n, int shift) {
   const T kept = static_cast<T>(shift < 16 ? ~0 : 0);

@@ -28,7 +28,7 @@ struct RoundedMeans {
   }
 };
 
-// Truncated, of words below 16384.
+// Truncated, of 16-bit samples below 16384.
 struct PlainMeans {
   static constexpr bool kWide = false;
   template <class V>
@@ -41,7 +41,7 @@ struct PlainMeans {
   }
 };
 
-// Of words that had one bit of room: half of the rounding survives.
+// Of 16-bit samples scaled up by one bit: half of the rounding survives.
 struct HalfRoundedMeans {
   static constexpr bool kWide = true;
   template <class V>

@@ -22,7 +22,7 @@ void prefetchRow(const void* row, size_t bytes) {
 }
 
 // Fetches a row that is needed soon while another one is being made: all at once, its lines would
-// wait for each other. It goes to the second cache: the nearest one has no room for it.
+// wait for each other. It goes to the second cache: the nearest one has no space for it.
 class Prefetcher {
  public:
   Prefetcher() = default;  // fetches nothing

@@ -31,18 +31,17 @@ VISTREL_INLINE void storeBlock(const Rows& rows, size_t k, T* pixels, T* copy) {
 }
 
 template <class T, class Rows, class Fill, int greenParity, bool redRow>
-void pixelRow(const Rows& source, size_t columns, RowSink<T>& result) {
+void pixelRow(const Rows& source, size_t columns, RowSink<T>& sink) {
   const Rows rows = source;
-  RowSink<T> sink = result;  // which no store of a pixel can change
+  const auto progress = sink.progress();
   T *const pixels = sink.pixels(), *const copy = sink.copy();
   constexpr size_t step = 2 * kLanes<T>;
   size_t x = 0;
   for (; x + step <= columns; x += step) {
     storeBlock<T, Rows, Fill, greenParity, redRow>(rows, x / 2, pixels + 3 * x,
                                                    copy ? copy + 3 * x : nullptr);
-    sink.written(x, x + step);
+    progress.written(x, x + step);
   }
-  result = sink;
   if (x == columns) return;
   T block[3 * step];
   storeBlock<T, Rows, Fill, greenParity, redRow>(rows, x / 2, block, nullptr);

@@ -31,17 +31,24 @@ class RowSink {
   // From here on pixels are counted from the n-th on.
   void skip(size_t n) { first_ += n; }
 
-  // Pixels begin .. end - 1 are stored, and all before them.
-  void written(size_t begin, size_t end) {
-    begin += first_;
-    end += first_;
-    source_.fetch(begin, end);
-    if (!isWatched_) return;
-    destination_.fetch(begin, end);
-    work_.upTo(pixels_ + 3 * end);
-    result_.upTo(pixels_ + 3 * end);
-    if (listener_ && end - heard_ >= ChunkListener::kChunk) tell(end);
-  }
+  // How a kernel says how far it has come. It lies in registers: no store of a pixel can change it.
+  class Progress {
+   public:
+    explicit Progress(RowSink& sink)
+        : source_(sink.source_), first_(sink.first_), watched_(sink.isWatched_ ? &sink : nullptr) {}
+
+    // Pixels begin .. end - 1 are stored, and all before them.
+    void written(size_t begin, size_t end) const {
+      source_.fetch(first_ + begin, first_ + end);
+      if (watched_) watched_->pass(first_ + begin, first_ + end);
+    }
+
+   private:
+    Prefetcher source_;
+    size_t first_;
+    RowSink* watched_;
+  };
+  Progress progress() { return Progress(*this); }
 
   // The whole row is stored, which has so many pixels.
   void finish(size_t columns) {
@@ -71,6 +78,13 @@ class RowSink {
   }
 
  private:
+  // A call, so that kernels stay small.
+  [[gnu::noinline]] void pass(size_t begin, size_t end) {
+    destination_.fetch(begin, end);
+    work_.upTo(pixels_ + 3 * end);
+    result_.upTo(pixels_ + 3 * end);
+    if (listener_ && end - heard_ >= ChunkListener::kChunk) tell(end);
+  }
   void tell(size_t end) {
     listener_->written(y_, heard_, end);
     heard_ = end;

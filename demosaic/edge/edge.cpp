@@ -111,12 +111,11 @@ void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWid
                           uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
                           uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
                           uint8_t* pDst) {
-  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
-  const ColourOutput output(nRoiWidth, nFormat, nBinning, true);
-  uint8_t* const work = reinterpret_cast<uint8_t*>(g_pwBGRBuff[nIndex]);
-  demosaicEdges(below(Conversion<uint8_t>{region, nBayer, nRoiX, nRoiY, 8, pSrc, nImgWidth, work,
-                                          guardedLayout(region), pDst, nRoiHeight, output},
-                      nIndex, settingsOf(nThreshold, 255)));
+  const auto convert = [=](const Conversion<uint8_t>& c) {
+    demosaicEdges(below(c, nIndex, settingsOf(nThreshold, 255)));
+  };
+  withConversion(guardedLayout, convert, nIndex, nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY,
+                 nRoiWidth, nRoiHeight, pSrc, pDst);
 }
 
 // Its threshold is one of bytes: 255 stands for the largest sample.
@@ -125,14 +124,12 @@ void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWid
                           uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
                           const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits,
                           uint32_t nSrcBits) {
-  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
-  const ColourOutput output(nRoiWidth, nSrcBits, nFormat, nLutMode, g_pwUserLUT[nIndex], nBinning,
-                            nDstBits, true);
   const uint32_t largest = shl(1, nSrcBits) - 1;
-  demosaicEdges(below(
-      Conversion<uint16_t>{region, nBayer, nRoiX, nRoiY, nSrcBits, pSrc, nImgWidth,
-                           g_pwBGRBuff[nIndex], guardedLayout(region), pDst, nRoiHeight, output},
-      nIndex, settingsOf(nThreshold * largest / 255, largest)));
+  const auto convert = [=](const Conversion<uint16_t>& c) {
+    demosaicEdges(below(c, nIndex, settingsOf(nThreshold * largest / 255, largest)));
+  };
+  withConversion(guardedLayout, convert, nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode,
+                 nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, pDst, nDstBits, nSrcBits);
 }
 
 }  // namespace vistrel::core

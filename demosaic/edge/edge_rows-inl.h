@@ -54,7 +54,7 @@ void measureRow(const HalfRowWindow<T, 2>& mosaic, size_t n, const MeasureRow<La
   }
 }
 
-// Limits beyond a word let sums wrap in it.
+// Limits above 16 bits let sums wrap there.
 template <class V>
 VISTREL_INLINE V limited(V v, int limit) {
   v = clampTo(v, limit);

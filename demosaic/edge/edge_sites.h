@@ -1,6 +1,6 @@
 // The edge demosaic's colours of four pixels: lanes l = 0..3 at nPos + 2 * l of a mosaic with rows
 // nStride samples apart. Lane l's results go to element 2 * l of each output, unclamped. A call
-// reads two rows and two columns around its pixels. pBuf points to bytes or words.
+// reads two rows and two columns around its pixels. pBuf points to samples of 8 or 16 bits.
 #pragma once
 
 namespace vistrel::core {

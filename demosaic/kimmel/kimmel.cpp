@@ -57,7 +57,7 @@ class KimmelWalk {
   }
 
   // quirk: shifted-blocks. Blocks count their columns' parity from the end of the row, and those of
-  // words do so without the phase: often they take green sites for red and blue ones.
+  // 16-bit samples do so without the phase: often they take green sites for red and blue ones.
   unsigned shiftOfBlocks() const {
     return (walked_.Wf + (sizeof(T) == 1 ? 0 : c_.nBayer >> 1)) & 1;
   }

@@ -41,7 +41,7 @@ VISTREL_INLINE U16 highProduct(U16 a, U16 b) {
 #endif
 }
 
-// Quotients of sums that fit a word, 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
+// Quotients of sums that fit 16 bits, 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
 // n < 2^15, where 2^s is the power of two at or above d.
 class Quotient16 {
  public:

@@ -1,6 +1,6 @@
 // Within two pixels of the frame's edge: plain means, a missing neighbour replaced by the opposite
 // one. The expected values are written out edge by edge, without any mirror.
-#include "cfa/border.h"
+#include "cfa/by_name.h"
 
 #include "tests/cfa/primitives.h"
 #include "tests/levels.h"

@@ -1,5 +1,6 @@
 // The edge demosaic as a whole: thresholds, sides, repeated rows, phase, and what its blocks do
 // beyond the end of a row.
+#include <algorithm>
 #include <array>
 
 #include "demosaic/demosaic.h"
@@ -247,6 +248,25 @@ TEST_P(Edge, AnOddFirstRowPairsOtherRows) {
   const Edged<uint8_t> edged(frame, BAYER_RGGB, 0, {0, 1, 9, 8}, 8);
   EXPECT_THAT(edged.at(1, 3), ElementsAre(50, 100, 200));
   EXPECT_THAT(edged.at(1, 4), ElementsAre(200, 100, 50));
+}
+
+// Rows whose samples exceed 12 bits lie between rows whose samples do not. With a limit of 13 bits
+// all are computed in wide lanes; a limit of 12 bits only caps the same values lower.
+TEST_P(Edge, LargerSamplesAmongSmallOnesChangeNoOtherValue) {
+  Frame<uint16_t> frame(37, 26, 0);
+  uint32_t random = 7;
+  for (uint32_t y = 0; y < frame.height; ++y)
+    for (uint32_t x = 0; x < frame.width; ++x) {
+      random = random * 1664525 + 1013904223;
+      const bool isLarge = y == 9 || y == 10 || y == 18;
+      frame.at(x, y) = static_cast<uint16_t>((random >> 20) + (isLarge ? 1500 : 0));
+    }
+  const Edged<uint16_t> capped(frame, BAYER_RGGB, 0, 12), whole(frame, BAYER_RGGB, 0, 13);
+  for (int y = 0; y < 26; ++y)
+    for (int x = 0; x < 37; ++x)
+      for (size_t channel = 0; channel < 3; ++channel)
+        EXPECT_EQ(capped.at(x, y)[channel], std::min(whole.at(x, y)[channel], 4095))
+            << "column " << x << ", row " << y << ", channel " << channel;
 }
 
 }  // namespace

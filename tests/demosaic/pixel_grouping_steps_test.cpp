@@ -1,7 +1,7 @@
 // The steps of the pixel grouping, on single pixels.
 #include <gtest/gtest.h>
 
-#include "demosaic/pixel_grouping.h"
+#include "demosaic/by_name.h"
 
 namespace vistrel::core::test {
 namespace {

@@ -1,5 +1,5 @@
 // Variable gradients: which directions are kept, what they give, and the functions of one pixel.
-#include "demosaic/variable_gradients.h"
+#include "demosaic/by_name.h"
 
 #include <array>
 #include <string>

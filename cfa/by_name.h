@@ -1,8 +1,10 @@
-// The primitives' inner work on one rectangle alone. Steps are in samples of the nearest
-// neighbours, in bytes of the others. Where memory is not to be had, nothing is written.
+// Only tests call these functions, by name: the primitives' inner work on one rectangle alone, and
+// the strips of a border for either depth. Steps are in samples of the nearest neighbours, in bytes
+// of the others. If an allocation fails, nothing is written.
 #pragma once
 
 #include "cfa/ahd/ahd.h"
+#include "cfa/border.h"
 #include "cfa/near/near.h"
 #include "cfa/variants.h"
 
@@ -79,5 +81,20 @@ VISTREL_RECTANGLES(uint8_t, 8u);
 VISTREL_RECTANGLES(uint16_t, 16u);
 
 #undef VISTREL_RECTANGLES
+
+#define VISTREL_BOTH_DEPTHS(name)           \
+  constexpr auto name##_8u = name<uint8_t>; \
+  constexpr auto name##_16u = name<uint16_t>
+
+constexpr auto ownBayerBorder_8u = &ownBayerBorder<uint8_t>;
+constexpr auto ownBayerBorder_16u = &ownBayerBorder<uint16_t>;
+VISTREL_BOTH_DEPTHS(ownBayerBrdHrz3);
+VISTREL_BOTH_DEPTHS(ownBayerBrdHrz2D);
+VISTREL_BOTH_DEPTHS(ownBayerBrdHrz2U);
+VISTREL_BOTH_DEPTHS(ownBayerBrdVrt3);
+VISTREL_BOTH_DEPTHS(ownBayerBrdVrt2R);
+VISTREL_BOTH_DEPTHS(ownBayerBrdVrt2L);
+
+#undef VISTREL_BOTH_DEPTHS
 
 }  // namespace vistrel::core

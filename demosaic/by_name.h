@@ -1,9 +1,12 @@
-// The steps of the pixel grouping, on pixels of the work buffer in the guarded layout.
+// Only tests call these functions, by name: single steps of the pixel grouping and of the variable
+// gradients, on pixels of the work buffer in the guarded layout.
 #pragma once
 
 #include <cstdint>
 
 namespace vistrel::core {
+
+// The steps of the pixel grouping.
 
 // Green of a red or blue site. pPixel: the pixel's blue sample. nStride: samples a row. nMode: the
 // channel that the site senses, 0 blue, 2 red.
@@ -20,5 +23,14 @@ void calcOneRedBlu16(uint16_t* pPixel, unsigned nStride, uint16_t* pFirst, uint1
 // A colour in the middle of three positions, from their greens L1, L2, L3 and the colours V1, V3 of
 // the outer two. Where green passes steadily, so does the colour; else it bends half as green does.
 int HueTransit(int L1, int L2, int L3, int V1, int V3);
+
+// One pixel of the variable gradients.
+
+// Write the two colours that a pixel of the guarded layout lacks. nRowSamples: from row to row.
+// nChannel: at a green site the colour of its row, at a red or blue one that of its diagonals.
+void calcOneGreenCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel);
+void calcOneGreenCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel);
+void calcOneRedBluCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel);
+void calcOneRedBluCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel);
 
 }  // namespace vistrel::core

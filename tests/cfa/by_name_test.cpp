@@ -1,5 +1,5 @@
 // The functions for one rectangle, compared with what the primitives make of the whole frame.
-#include "cfa/rectangles.h"
+#include "cfa/by_name.h"
 
 #include "tests/cfa/primitives.h"
 #include "tests/levels.h"
