@@ -46,7 +46,7 @@ class AhdChoice {
   const T* half(unsigned parity) const { return choice_.half(0, parity); }
 
  private:
-  unsigned slot(int y) const { return static_cast<unsigned>(y + 16); }
+  static unsigned slot(int y) { return AhdReconstruction<T>::slot(y); }
 
   const AhdReconstruction<T>& images_;
   int first_;

@@ -29,17 +29,16 @@ class AhdReconstruction {
   ImageHalves<T> halves(AhdImage image, int y) const;
   LumaChromaWindow<T> lumaChroma(AhdImage image, int y) const;
 
+  // Of a row in a ring: not negative from the first row that is loaded on.
+  static unsigned slot(int y) { return static_cast<unsigned>(y + 16); }
+
   unsigned greenParity(int y) const { return frame_.isGreen(first_, y) ? 0 : 1; }
   bool isRedRow(int y) const { return frame_.isRedRow(y); }
   size_t halfSize() const { return (columns_ + 1) / 2; }
 
  private:
-  // From the first row that is loaded up no slot is negative.
-  unsigned slot(int y) const { return static_cast<unsigned>(y + kSlotOfRow0); }
   AhdGreen<T> greenOf(AhdImage image, int y) const;
   AhdColours<T> coloursOf(AhdImage image, int y) const;
-
-  static constexpr int kSlotOfRow0 = 16;
 
   CfaFrame<T> frame_;
   RowSource<T> source_;

@@ -132,7 +132,6 @@ template <class T>
 using ShortValues = std::conditional_t<sizeof(T) == 1, EvenOdd<T>, AsSigned<T>>;
 
 using Doubles = Vec<double, 2 * kVectorBytes>;  // one for each 32 bits of a vector
-constexpr size_t kDoubles = kVectorBytes / sizeof(int32_t);
 
 VISTREL_INLINE Doubles toDoubles(Vec<int32_t> v) {
 #if VISTREL_NEON

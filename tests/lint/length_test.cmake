@@ -2,13 +2,8 @@
 # and tests of any length, and reject a source of 401 lines in each folder, by name.
 cmake_minimum_required(VERSION 3.25)
 
-function(check_tree result_variable output_variable)
-  execute_process(
-    COMMAND ${CMAKE_COMMAND} -D ROOT=${SCRATCH} -P ${CMAKE_CURRENT_LIST_DIR}/length.cmake
-    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
-  set(${result_variable} ${result} PARENT_SCOPE)
-  set(${output_variable} "${output}" PARENT_SCOPE)
-endfunction()
+set(script length.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/check_tree.cmake)
 
 string(REPEAT "int n[] = {1};\n" 400 longest)
 function(good_tree)

@@ -2,13 +2,8 @@
 # three lists agree and reject each of a list of single faults, naming it.
 cmake_minimum_required(VERSION 3.25)
 
-function(check_tree result_variable output_variable)
-  execute_process(
-    COMMAND ${CMAKE_COMMAND} -D ROOT=${SCRATCH} -P ${CMAKE_CURRENT_LIST_DIR}/quirks.cmake
-    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
-  set(${result_variable} ${result} PARENT_SCOPE)
-  set(${output_variable} "${output}" PARENT_SCOPE)
-endfunction()
+set(script quirks.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/check_tree.cmake)
 
 function(good_tree)
   file(REMOVE_RECURSE ${SCRATCH})
