@@ -66,19 +66,20 @@ struct Killed : ::testing::Test {
   }
 
   // Sends the signal while the program has finished some pictures and is writing another one;
-  // returns the status of wait(). Starts again if the program finished first.
+  // returns the status of wait(). Starts again if the program finished first. A stop takes effect
+  // some time after kill() returns, so we look only at a program that is known to stand still.
   int endWith(int signal, const std::string& options) const {
     for (;;) {
       for (const auto& [name, bytes] : filesIn("out")) fs::remove(scratch / ("out/" + name));
       const pid_t child = start(command("out", options));
-      int status = 0;
-      while (waitpid(child, &status, WNOHANG) == 0) {
+      for (int status = 0;; usleep(200)) {
         kill(child, SIGSTOP);
+        waitpid(child, &status, WUNTRACED);
+        if (!WIFSTOPPED(status)) break;
         const bool now = inTheMidst();
         if (now) kill(child, signal);
         kill(child, SIGCONT);
         if (now && waitpid(child, &status, 0) == child) return status;
-        usleep(200);
       }
     }
   }
