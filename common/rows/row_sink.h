@@ -37,10 +37,12 @@ class RowSink {
     explicit Progress(RowSink& sink)
         : source_(sink.source_), first_(sink.first_), watched_(sink.isWatched_ ? &sink : nullptr) {}
 
-    // Pixels begin .. end - 1 are stored, and all before them.
+    // Pixels begin .. end - 1 are stored, and all before them. The sink hears of it a chunk at a
+    // time: a call costs as much as some twenty pixels.
     void written(size_t begin, size_t end) const {
       source_.fetch(first_ + begin, first_ + end);
-      if (watched_) watched_->pass(first_ + begin, first_ + end);
+      if (watched_ && begin / ChunkListener::kChunk != end / ChunkListener::kChunk)
+        watched_->pass(first_ + end);
     }
 
    private:
@@ -54,7 +56,7 @@ class RowSink {
   void finish(size_t columns) {
     work_.finish(workEnd_);
     result_.finish(pixels_ + 3 * columns);
-    if (listener_) tell(columns);
+    if (listener_) listener_->written(y_, passed_, columns);
   }
 
   // Copies pixels begin .. end - 1 from pixels() to copy(): those that were stored there alone.
@@ -79,15 +81,12 @@ class RowSink {
 
  private:
   // A call, so that kernels stay small.
-  [[gnu::noinline]] void pass(size_t begin, size_t end) {
-    destination_.fetch(begin, end);
+  [[gnu::noinline]] void pass(size_t end) {
+    destination_.fetch(passed_, end);
     work_.upTo(pixels_ + 3 * end);
     result_.upTo(pixels_ + 3 * end);
-    if (listener_ && end - heard_ >= ChunkListener::kChunk) tell(end);
-  }
-  void tell(size_t end) {
-    listener_->written(y_, heard_, end);
-    heard_ = end;
+    if (listener_) listener_->written(y_, passed_, end);
+    passed_ = end;
   }
 
   T *pixels_, *copy_;
@@ -98,7 +97,7 @@ class RowSink {
   Prefetcher source_, destination_;
   const ChunkListener* listener_ = nullptr;
   int y_ = 0;
-  size_t heard_ = 0;
+  size_t passed_ = 0;  // pixels that pass() has seen
 };
 
 // Hands out the sinks of an image's rows, one after the other.
