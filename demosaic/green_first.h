@@ -72,7 +72,7 @@ void sweepGreenFirst(const Conversion<T>& c, const GreenFirstKernels<T>& kernels
   if (!mosaic || !green) return;
   // Smoothing reaches one row further than the window.
   const auto passes = [&](int y) -> const GreenFirstPasses<T>& {
-    return mosaic.isTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
+    return mosaic.depths().areTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
   };
   sweepGuarded(
       c, mosaic, 1,

@@ -24,7 +24,7 @@ void smoothGreen(const T* green, const T* above, const T* below, size_t n, T* __
 }
 
 template <class T>
-constexpr MosaicKernels<T> kMosaicKernels{splitPairs<T>, splitPairsAndBits<T>, smoothGreen<T>};
+constexpr MosaicKernels<T> kMosaicKernels{splitRow<T>, splitRowAndBits<T>, smoothGreen<T>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

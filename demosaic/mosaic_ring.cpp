@@ -39,14 +39,10 @@ void MosaicRing<T>::load(int y) {
   T* even = raw_.half(unsigned(y), 0);
   T* odd = raw_.half(unsigned(y), 1);
   const MosaicKernels<T>& kernels = *VISTREL_BY_LEVEL(kMosaicKernels<T>);
-  if (columns() & 1) even[columns() / 2] = source[columns() - 1];
-  if (depth_ == RowDepth::found) {
-    T bits = kernels.splitAndBits(source, columns() / 2, even, odd);
-    if (columns() & 1) bits |= source[columns() - 1];
-    if (bits >> 12) lastWide_ = y;
-  } else {
-    kernels.split(source, columns() / 2, even, odd);
-  }
+  if (depth_ == RowDepth::found)
+    depths_.loaded(y, kernels.splitAndBits(source, columns(), even, odd));
+  else
+    kernels.split(source, columns(), even, odd);
   guardHalf(even, halfSize(0));
   guardHalf(odd, halfSize(1));
   nextSource_ = source_.has(y + 1) ? source_.row(y + 1) : nullptr;

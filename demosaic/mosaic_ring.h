@@ -1,10 +1,9 @@
 // The mosaic of a region as half rows, a few rows at a time: what every guarded sweep begins with.
 #pragma once
 
-#include <climits>
-
 #include "common/mosaic.h"
 #include "common/rows/half_rows.h"
+#include "common/rows/row_depths.h"
 #include "common/rows/row_source.h"
 
 namespace vistrel::core {
@@ -12,8 +11,8 @@ namespace vistrel::core {
 // What each level has of its own.
 template <class T>
 struct MosaicKernels {
-  void (*split)(const T* source, size_t pairs, T* even, T* odd);
-  T (*splitAndBits)(const T* source, size_t pairs, T* even, T* odd);
+  void (*split)(const T* source, size_t columns, T* even, T* odd);
+  T (*splitAndBits)(const T* source, size_t columns, T* even, T* odd);
   void (*smooth)(const T* green, const T* above, const T* below, size_t n, T* smoothed);
 };
 
@@ -44,9 +43,7 @@ class MosaicRing {
     return windowOf<reach>(y, [this](int row, unsigned parity) { return half(row, parity); });
   }
 
-  // Whether neither row y nor a row loaded after it has a sample of more than twelve bits; where
-  // depths are found.
-  bool isTwelveBitsFrom(int y) const { return lastWide_ < y; }
+  const RowDepths& depths() const { return depths_; }  // where they are found
 
   // The column parity of the green sites of row y, and whether its others are red.
   unsigned greenParity(int y) const { return (region_.r0 ^ region_.c0 ^ unsigned(y)) & 1; }
@@ -59,9 +56,9 @@ class MosaicRing {
  private:
   Region region_;
   RowDepth depth_;
+  RowDepths depths_;
   RowSource<T> source_;
   const T* nextSource_ = nullptr;
-  int lastWide_ = INT_MIN;  // the last row that has a sample of more than twelve bits
   HalfRowRing<T> raw_, green_;
 };
 

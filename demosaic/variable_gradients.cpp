@@ -48,7 +48,8 @@ void variableGradients(const Conversion<T>& c) {
   if (!mosaic) return;
   sweepGuarded(c, mosaic, 2, [&](int y, RowSink<T>& sink) {
     const auto window = mosaic.template window<2>(y);
-    const auto& rows = mosaic.isTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
+    const bool isNarrow = mosaic.depths().areTwelveBitsFrom(y - 3);
+    const auto& rows = isNarrow ? kernels.twelveBits : kernels.anyBits;
     rows.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](window, mosaic.columns(), sink);
   });
 }

@@ -134,7 +134,7 @@ struct FillChosen {
 };
 
 template <class T>
-constexpr AhdKernels<T> kAhd = {splitPairs<T>,
+constexpr AhdKernels<T> kAhd = {splitRow<T>,
                                 ahdScale<T>,
                                 {ahdGreen<T, 0>, ahdGreen<T, 1>},
                                 {{ahdColours<T, 0, false>, ahdColours<T, 0, true>},

@@ -76,7 +76,7 @@ struct ChosenRows {
 // the green sites, and by whether the row's other sites are red.
 template <class T>
 struct AhdKernels {
-  void (*split)(const T* source, size_t pairs, T* even, T* odd);
+  void (*split)(const T* source, size_t columns, T* even, T* odd);
   void (*scale)(T* half, size_t n, int shift);
   void (*green[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, const AhdGreen<T>& alongRow,
                    const AhdGreen<T>& alongColumn);

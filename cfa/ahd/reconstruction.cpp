@@ -34,8 +34,8 @@ void AhdReconstruction<T>::load(int y) {
   const int inside = std::min(columns, lastColumn + 1 - first_);
   const int end = begin + std::max(0, inside - begin) / 2 * 2;
   if (begin < end)
-    kernels_.split(source + first_ + begin, static_cast<size_t>(end - begin) / 2,
-                   halves[0] + begin / 2, halves[1] + begin / 2);
+    kernels_.split(source + first_ + begin, static_cast<size_t>(end - begin), halves[0] + begin / 2,
+                   halves[1] + begin / 2);
   const auto mirrored = [&](int i) {
     halves[i & 1][i / 2] = source[mirror(first_ + i, lastColumn)];
   };

@@ -44,8 +44,7 @@ void NearRegion<T>::load(int y) {
   const T* source = source_.row(y) + first;
   T* even = ring_.half(unsigned(y), 0);
   T* odd = ring_.half(unsigned(y), 1);
-  kernels_.split(source, columns / 2, even, odd);
-  if (columns & 1) even[columns / 2] = source[columns - 1];
+  kernels_.split(source, columns, even, odd);
   if (source_.has(y + 1)) prefetchRow(source_.row(y + 1) + first, columns * sizeof(T));
   const T mask = static_cast<T>(frame_.rounding.mask);
   if (mask == T(~T{0})) return;

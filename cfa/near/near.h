@@ -13,7 +13,7 @@ namespace vistrel::core {
 // What each level compiles. Pixels by the rounding term of means of four.
 template <class T>
 struct NearKernels {
-  void (*split)(const T* source, size_t pairs, T* even, T* odd);
+  void (*split)(const T* source, size_t columns, T* even, T* odd);
   void (*keepBits)(T* half, size_t n, T mask);
   const PixelKernels<T, HalfRowWindow<T, 2>>* pixels[3];
 };

@@ -62,7 +62,7 @@ using MeansOf = std::conditional_t<sizeof(T) == 1, RoundedMeans, Means>;
 
 template <class T>
 constexpr NearKernels<T> kNear = {
-    splitPairs<T>,
+    splitRow<T>,
     keepBits<T>,
     {&kNearPixels<T, MeansOf<T, PlainMeans>>, &kNearPixels<T, MeansOf<T, HalfRoundedMeans>>,
      &kNearPixels<T, RoundedMeans>}};

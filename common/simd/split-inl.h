@@ -12,21 +12,24 @@ VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 template <class T>
-void splitPairs(const T* __restrict source, size_t pairs, T* __restrict even, T* __restrict odd) {
+void splitRow(const T* __restrict source, size_t columns, T* __restrict even, T* __restrict odd) {
+  const size_t pairs = columns / 2;
   for (size_t k = 0; k < pairs; ++k) {
     even[k] = source[2 * k];
     odd[k] = source[2 * k + 1];
   }
+  if (columns & 1) even[pairs] = source[2 * pairs];
 }
 
 // The same, and the bits that any sample has; of bytes they are of no interest, and 0.
 template <class T>
-T splitPairsAndBits(const T* __restrict source, size_t pairs, T* __restrict even,
-                    T* __restrict odd) {
+T splitRowAndBits(const T* __restrict source, size_t columns, T* __restrict even,
+                  T* __restrict odd) {
   if constexpr (sizeof(T) == 1) {
-    splitPairs(source, pairs, even, odd);
+    splitRow(source, columns, even, odd);
     return 0;
   }
+  const size_t pairs = columns / 2;
   T bits = 0;
   for (size_t k = 0; k < pairs; ++k) {
     const T first = source[2 * k], second = source[2 * k + 1];
@@ -34,6 +37,7 @@ T splitPairsAndBits(const T* __restrict source, size_t pairs, T* __restrict even
     odd[k] = second;
     bits |= first | second;
   }
+  if (columns & 1) bits |= even[pairs] = source[2 * pairs];
   return bits;
 }
 

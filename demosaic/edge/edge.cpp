@@ -42,7 +42,9 @@ class EdgeSweep {
 
  private:
   // Whether narrow lanes hold all that is summed of the rows from y on.
-  bool isNarrow(int y) const { return settings_.limit >> 12 == 0 && mosaic_.isTwelveBitsFrom(y); }
+  bool isNarrow(int y) const {
+    return isTwelveBits(settings_.limit) && mosaic_.depths().areTwelveBitsFrom(y);
+  }
 
   template <class Lane>
   void measureAs(int y) {

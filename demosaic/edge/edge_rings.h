@@ -2,11 +2,11 @@
 #pragma once
 
 #include <algorithm>
-#include <climits>
 
 #include "common/depth.h"
 #include "common/rows/half_rows.h"
 #include "common/rows/pixel_kernels.h"
+#include "common/rows/row_depths.h"
 #include "common/rows/row_source.h"
 #include "demosaic/conversion.h"
 
@@ -43,7 +43,7 @@ struct EdgeLaneKernels {
 // Sums of samples of twelve bits at most fit lanes of 16 bits; others need twice a sample's length.
 template <class T>
 struct EdgeKernels {
-  T (*split)(const T* source, size_t pairs, T* even, T* odd);
+  T (*split)(const T* source, size_t columns, T* even, T* odd);
   EdgeLaneKernels<T, int16_t> narrow;
   EdgeLaneKernels<T, Widened<T>> wide;
 
@@ -123,14 +123,11 @@ class EdgeMosaicRing {
       std::fill_n(odd, columns / 2, T{0});
       return;
     }
-    T bits = kernels.split(row, columns / 2, even, odd);
-    if (columns & 1) bits |= even[columns / 2] = row[columns - 1];
-    if (bits >> 12) lastWide_ = y;
+    depths_.loaded(y, kernels.split(row, columns, even, odd));
     if (const T* const next = frame_.row(y + 1)) prefetchRow(next, columns * sizeof(T));
   }
 
-  // Whether neither row y nor a row loaded after it has a sample of more than twelve bits.
-  bool isTwelveBitsFrom(int y) const { return lastWide_ < y; }
+  const RowDepths& depths() const { return depths_; }
 
   template <int reach>
   HalfRowWindow<T, reach> window(int y) const {
@@ -144,7 +141,7 @@ class EdgeMosaicRing {
 
   const EdgeFrame<T>& frame_;
   HalfRowRing<T> ring_;
-  int lastWide_ = INT_MIN;
+  RowDepths depths_;
 };
 
 // Some rows of measures, each in narrow or in wide lanes.

@@ -102,8 +102,7 @@ constexpr EdgeLaneKernels<T, Lane> kEdgeOf = {
     kPixelKernels<T, EdgeWindow<T, Lane>, FillEdge<Lane>>};
 
 template <class T>
-constexpr EdgeKernels<T> kEdge = {splitPairsAndBits<T>, kEdgeOf<T, int16_t>,
-                                  kEdgeOf<T, Widened<T>>};
+constexpr EdgeKernels<T> kEdge = {splitRowAndBits<T>, kEdgeOf<T, int16_t>, kEdgeOf<T, Widened<T>>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET
