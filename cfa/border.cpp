@@ -22,7 +22,7 @@ void pixel(const CfaFrame<T>& frame, int x, int y, T* rgb) {
   const auto two = [&](int a, int b) { return (a + b + r.two) >> 1; };
   const auto four = [&](int a, int b, int c, int d) { return (a + b + c + d + r.four) >> 2; };
   int own, green, opposite;  // own: the colour that the row holds beside green
-  if (frame.isGreen(x, y)) {
+  if (frame.mosaic.isGreenAt(x, y)) {
     own = two(s(-1, 0), s(1, 0));
     green = s(0, 0);
     opposite = two(s(0, -1), s(0, 1));
@@ -31,9 +31,9 @@ void pixel(const CfaFrame<T>& frame, int x, int y, T* rgb) {
     green = four(s(0, -1), s(-1, 0), s(1, 0), s(0, 1));
     opposite = four(s(-1, -1), s(1, -1), s(-1, 1), s(1, 1));
   }
-  rgb[0] = static_cast<T>(frame.isRedRow(y) ? own : opposite);
+  rgb[0] = static_cast<T>(frame.mosaic.isRedRow(y) ? own : opposite);
   rgb[1] = static_cast<T>(green);
-  rgb[2] = static_cast<T>(frame.isRedRow(y) ? opposite : own);
+  rgb[2] = static_cast<T>(frame.mosaic.isRedRow(y) ? opposite : own);
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ namespace vistrel::core {
 template <class T, int grid>
 void owncnBayerRect(const T* pSrc, int srcStep, int width, int height, T* pDst, int dstStep) {
   const CfaFrame<T> frame{
-      pSrc - 2 * ptrdiff_t{srcStep} - 2, srcStep, {width + 4, height + 4}, grid};
+      pSrc - 2 * ptrdiff_t{srcStep} - 2, srcStep, {width + 4, height + 4}, Mosaic::ofGrid(grid)};
   PlainImage<T> image(pDst, dstStep);
   NearRegion<T> region(frame, {2, 2, width, height});
   if (region) region.makeInto(image);
@@ -35,8 +35,8 @@ void ahdRectangle(const CfaFrame<T>& frame, CfaRect rect, T* pDst, ptrdiff_t dst
 template <class T>
 CfaFrame<T> frameByPhase(const T* pSrc, int srcStep, CfaRect rect, int phase, int maxX, int maxY) {
   constexpr int kGrids[4] = {CFA_GRID_RGGB, CFA_GRID_GBRG, CFA_GRID_BGGR, CFA_GRID_GRBG};
-  const CfaFrame<T> byRect{nullptr, 0, {}, kGrids[phase]};
-  return {pSrc, srcStep / int{sizeof(T)}, {maxX + 1, maxY + 1}, byRect.gridAt(rect.x, rect.y)};
+  const Mosaic mosaic = Mosaic::ofGrid(kGrids[phase]).from(-rect.x, -rect.y);
+  return {pSrc, srcStep / int{sizeof(T)}, {maxX + 1, maxY + 1}, mosaic};
 }
 
 // pSrc: the frame's first sample; pDst: the rectangle's first pixel. The scratch stays untouched.

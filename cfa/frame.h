@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "common/mosaic.h"
 #include "vistrel/cfa.h"
 
 namespace vistrel::core {
@@ -25,19 +26,12 @@ struct CfaFrame {
   const T* samples;
   ptrdiff_t step;  // in samples
   CfaSize size;
-  int grid;
+  Mosaic mosaic;
   Rounding rounding{};
-
-  // Green lies on one colour of a chessboard; rows hold red or blue beside it in turn.
-  bool isGreen(int x, int y) const { return ((x ^ y ^ (grid >= CFA_GRID_GBRG)) & 1) != 0; }
-  bool isRedRow(int y) const { return ((y ^ grid) & 1) != 0; }
-
-  // One row down exchanges grids 0 and 3, 1 and 2; one column to the right 0 and 2, 1 and 3.
-  int gridAt(int x, int y) const { return grid ^ (y & 1 ? 3 : 0) ^ (x & 1 ? 2 : 0); }
 
   // A piece of this frame as a frame of its own.
   CfaFrame part(int x, int y, CfaSize partSize) const {
-    return {samples + y * step + x, step, partSize, gridAt(x, y), rounding};
+    return {samples + y * step + x, step, partSize, mosaic.from(x, y), rounding};
   }
 };
 

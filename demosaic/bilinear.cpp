@@ -32,11 +32,10 @@ template <class T>
 void bilinear(const Conversion<T>& c) {
   if (isDegenerate(c.region)) return bilinearInPlace(c);
   const auto& rows = *VISTREL_BY_LEVEL(kBilinearKernels<T>);
-  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 3);
-  if (!mosaic) return;
-  sweepGuarded(c, mosaic, 1, [&](int y, RowSink<T>& sink) {
-    rows.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](mosaic.template window<1>(y),
-                                                       mosaic.columns(), sink);
+  MosaicRing<T> ring(c.region, c.pSrc, c.sourceStride, 3);
+  if (!ring) return;
+  sweepGuarded(c, ring, 1, [&](int y, RowSink<T>& sink) {
+    rows.ofRow(ring.mosaic(), y)(ring.template window<1>(y), ring.columns(), sink);
   });
 }
 

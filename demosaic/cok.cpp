@@ -45,19 +45,17 @@ template <class T>
 void cok(const Conversion<T>& c) {
   if (isDegenerate(c.region)) return cokInPlace(c);
   const CokKernels<T>& kernels = *VISTREL_BY_LEVEL(kCok<T>);
-  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 3);
-  const HueRing<T> rows(mosaic);
-  if (!mosaic || !rows) return;
+  MosaicRing<T> ring(c.region, c.pSrc, c.sourceStride, 3);
+  const HueRing<T> rows(ring);
+  if (!ring || !rows) return;
   sweepGuarded(
-      c, mosaic, 1,
+      c, ring, 1,
       [&](int y, RowSink<T>& sink) {
-        kernels.pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](rows.around(y),
-                                                                     mosaic.columns(), sink);
+        kernels.pixels.ofRow(ring.mosaic(), y)(rows.around(y), ring.columns(), sink);
       },
       stage(1, [&](int y) {
-        const unsigned parity = 1 - mosaic.greenParity(y);
-        kernels.hues[parity](mosaic.template window<1>(y), mosaic.halfSize(parity), rows.green(y),
-                             rows.hues(y));
+        kernels.hues[ring.mosaic().colourParity(y)](ring.template window<1>(y), ring.colourSites(y),
+                                                    rows.green(y), rows.hues(y));
         rows.guard(y);
       }));
 }

@@ -34,56 +34,55 @@ struct GreenFirstKernels {
 template <class T>
 class GreenRing {
  public:
-  GreenRing(const MosaicRing<T>& mosaic, unsigned rows)
-      : mosaic_(mosaic), rows_(rows), ring_(rows + 1, 1, mosaic.columns()) {
-    if (ring_) std::fill_n(ring_.half(rows, 0) - 1, mosaic.columns() / 2 + 3, T{0});
+  GreenRing(const MosaicRing<T>& ring, unsigned rows)
+      : ring_(ring), rows_(rows), green_(rows + 1, 1, ring.columns()) {
+    if (green_) std::fill_n(green_.half(rows, 0) - 1, ring.columns() / 2 + 3, T{0});
   }
 
-  explicit operator bool() const { return bool(ring_); }
+  explicit operator bool() const { return bool(green_); }
 
-  T* computed(int y) const { return ring_.half(unsigned(y) % rows_, 0); }
+  T* computed(int y) const { return green_.half(unsigned(y) % rows_, 0); }
 
   void guard(int y) const {
     T* half = computed(y);
-    half[-1] = half[mosaic_.halfSize(1 - mosaic_.greenParity(y))] = 0;
+    half[-1] = half[ring_.colourSites(y)] = 0;
   }
 
   HalfRowWindow<T, 1> window(int y) const {
     HalfRowWindow<T, 1> w;
     for (int dy = -1; dy <= 1; ++dy) {
-      const unsigned parity = mosaic_.greenParity(y + dy);
-      const bool inside = 0 <= y + dy && y + dy < mosaic_.height();
-      w.half[dy + 1][parity] = mosaic_.half(y + dy, parity);
-      w.half[dy + 1][1 - parity] = inside ? computed(y + dy) : ring_.half(rows_, 0);
+      const unsigned parity = ring_.mosaic().greenParity(y + dy);
+      const bool inside = 0 <= y + dy && y + dy < ring_.height();
+      w.half[dy + 1][parity] = ring_.half(y + dy, parity);
+      w.half[dy + 1][1 - parity] = inside ? computed(y + dy) : green_.half(rows_, 0);
     }
     return w;
   }
 
  private:
-  const MosaicRing<T>& mosaic_;
+  const MosaicRing<T>& ring_;
   unsigned rows_;
-  HalfRowRing<T> ring_;  // the last row stays zero
+  HalfRowRing<T> green_;  // the last row stays zero
 };
 
 template <class T>
 void sweepGreenFirst(const Conversion<T>& c, const GreenFirstKernels<T>& kernels) {
-  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 6, RowDepth::found);
-  const GreenRing<T> green(mosaic, 3);
-  if (!mosaic || !green) return;
+  MosaicRing<T> ring(c.region, c.pSrc, c.sourceStride, 6, RowDepth::found);
+  const GreenRing<T> green(ring, 3);
+  if (!ring || !green) return;
   // Smoothing reaches one row further than the window.
   const auto passes = [&](int y) -> const GreenFirstPasses<T>& {
-    return mosaic.depths().areTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
+    return ring.depths().areTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
   };
   sweepGuarded(
-      c, mosaic, 1,
+      c, ring, 1,
       [&](int y, RowSink<T>& sink) {
-        passes(y).pixels.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](
-            {mosaic.template window<2>(y), green.window(y)}, mosaic.columns(), sink);
+        passes(y).pixels.ofRow(ring.mosaic(), y)({ring.template window<2>(y), green.window(y)},
+                                                 ring.columns(), sink);
       },
       stage(2, [&](int y) {
-        const unsigned parity = 1 - mosaic.greenParity(y);
-        passes(y).green[parity](mosaic.template window<2>(y), mosaic.halfSize(parity),
-                                green.computed(y));
+        passes(y).green[ring.mosaic().colourParity(y)](ring.template window<2>(y),
+                                                       ring.colourSites(y), green.computed(y));
         green.guard(y);
       }));
 }

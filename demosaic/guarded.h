@@ -15,51 +15,49 @@ namespace vistrel::core {
 template <class T>
 class GuardWriter {
  public:
-  GuardWriter(const Conversion<T>& c, const MosaicRing<T>& mosaic) : c_(c), mosaic_(mosaic) {}
+  GuardWriter(const Conversion<T>& c, const MosaicRing<T>& ring) : c_(c), ring_(ring) {}
 
   // The guard pixels to the left and right of row y.
   void beside(int y, T* row) const {
-    const ptrdiff_t Wf = ptrdiff_t(mosaic_.columns());
+    const ptrdiff_t Wf = ptrdiff_t(ring_.columns());
     for (ptrdiff_t x : {ptrdiff_t{-2}, ptrdiff_t{-1}, Wf, Wf + 1}) pixel(y, x, row);
   }
 
   // The guard rows that are copies of row y.
   void aboveAndBelow(int y) const {
     if (y < 2) wholeRow(y, c_.imageRow(y - 2));
-    if (y >= mosaic_.height() - 2) wholeRow(y, c_.imageRow(y + 2));
+    if (y >= ring_.height() - 2) wholeRow(y, c_.imageRow(y + 2));
   }
 
  private:
   void pixel(int y, ptrdiff_t x, T* row) const {
     const unsigned parity = unsigned(x) & 1;
-    const bool isGreen = parity == mosaic_.greenParity(y);
-    const int channel = isGreen ? kGreen : mosaic_.isRedRow(y) ? kRed : kBlue;
     std::fill_n(row + 3 * x, 3, T{0});
-    row[3 * x + channel] = mosaic_.half(y, parity)[(x - ptrdiff_t(parity)) / 2];
+    row[3 * x + ring_.mosaic().colourAt(x, y)] = ring_.half(y, parity)[(x - ptrdiff_t(parity)) / 2];
   }
   void wholeRow(int y, T* row) const {
-    for (ptrdiff_t x = -2; x < ptrdiff_t(mosaic_.columns()) + 2; ++x) pixel(y, x, row);
+    for (ptrdiff_t x = -2; x < ptrdiff_t(ring_.columns()) + 2; ++x) pixel(y, x, row);
   }
 
   const Conversion<T>& c_;
-  const MosaicRing<T>& mosaic_;
+  const MosaicRing<T>& ring_;
 };
 
 // The sweep of an algorithm: stages of its own between smoothing and the last one, which fills the
 // pixels of a row: pixelRow(y, sink).
 template <class T, class PixelRow, class... OwnStages>
-void sweepGuarded(const Conversion<T>& c, MosaicRing<T>& mosaic, int reachOfLast, PixelRow pixelRow,
+void sweepGuarded(const Conversion<T>& c, MosaicRing<T>& ring, int reachOfLast, PixelRow pixelRow,
                   OwnStages... ownStages) {
   WorkImage<T> image(c);
   if (!image) return;
-  const GuardWriter<T> guard(c, mosaic);
-  const RowInterval rows{0, mosaic.height()};
-  sweep(rows, rows, stage(0, [&](int y) { mosaic.load(y); }),
-        stage(1, [&](int y) { mosaic.smooth(y); }), ownStages..., stage(reachOfLast, [&](int y) {
+  const GuardWriter<T> guard(c, ring);
+  const RowInterval rows{0, ring.height()};
+  sweep(rows, rows, stage(0, [&](int y) { ring.load(y); }),
+        stage(1, [&](int y) { ring.smooth(y); }), ownStages..., stage(reachOfLast, [&](int y) {
           RowSink<T> sink = image.row(y);
           guard.beside(y, sink.pixels());
           guard.aboveAndBelow(y);
-          sink.fetch({mosaic.nextSource(), sizeof(T)});
+          sink.fetch({ring.nextSource(), sizeof(T)});
           pixelRow(y, sink);
           image.finish(y, sink);
         }));

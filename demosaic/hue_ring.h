@@ -41,8 +41,8 @@ struct CokKernels {
 template <class T>
 class HueRing {
  public:
-  explicit HueRing(const MosaicRing<T>& mosaic)
-      : mosaic_(mosaic), green_(2, 1, mosaic.columns()), hues_(kRows + 1, kParts, 2 * partSize()) {
+  explicit HueRing(const MosaicRing<T>& ring)
+      : ring_(ring), green_(2, 1, ring.columns()), hues_(kRows + 1, kParts, 2 * partSize()) {
     if (!hues_) return;
     for (double* part : parts(kRows).part) std::fill_n(part - 1, partSize() + kVector, 0.0);
   }
@@ -54,18 +54,18 @@ class HueRing {
 
   // quirk: guard-green. Beyond the region green is zero at such sites, and so is the hue.
   void guard(int y) const {
-    const int n = static_cast<int>(mosaic_.halfSize(1 - mosaic_.greenParity(y)));
+    const int n = static_cast<int>(ring_.colourSites(y));
     *hues(y).element(-1) = *hues(y).element(n) = 0;
   }
 
   CokRows<T> around(int y) const {
-    const unsigned parity = mosaic_.greenParity(y);
+    const unsigned parity = ring_.mosaic().greenParity(y);
     CokRows<T> rows;
-    rows.green[parity] = mosaic_.half(y, parity);
+    rows.green[parity] = ring_.half(y, parity);
     rows.green[1 - parity] = green(y);
-    rows.colour = mosaic_.half(y, 1 - parity);
+    rows.colour = ring_.half(y, 1 - parity);
     for (int dy = -1; dy <= 1; ++dy) {
-      const bool inside = 0 <= y + dy && y + dy < mosaic_.height();
+      const bool inside = 0 <= y + dy && y + dy < ring_.height();
       rows.hues.row[dy + 1] = inside ? hues(y + dy) : parts(kRows);
     }
     return rows;
@@ -75,7 +75,7 @@ class HueRing {
   static constexpr unsigned kRows = 3, kParts = HueParts<T>::kParts;
   static constexpr size_t kVector = 16;  // slack behind a part
 
-  size_t partSize() const { return mosaic_.halfSize(0) / kParts + 1; }
+  size_t partSize() const { return ring_.halfSize(0) / kParts + 1; }
 
   HueParts<T> parts(unsigned row) const {
     HueParts<T> p;
@@ -83,7 +83,7 @@ class HueRing {
     return p;
   }
 
-  const MosaicRing<T>& mosaic_;
+  const MosaicRing<T>& ring_;
   HalfRowRing<T> green_;
   HalfRowRing<double> hues_;  // the last row stays zero
 };

@@ -11,17 +11,17 @@ template <class T>
 struct InPlacePixel {
   T* samples;
   ptrdiff_t S;
-  unsigned r, c;  // parities of its site
+  Mosaic mosaic;  // as seen from it
 
-  bool isGreen() const { return r == c; }
-  int own() const { return r == 0 ? kRed : kBlue; }  // the colour that its row senses beside green
+  bool isGreen() const { return mosaic.isGreenAt(0, 0); }
+  // The colour that its row senses beside green, and the one of the rows above and below.
+  int own() const { return mosaic.isRedRow(0) ? kRed : kBlue; }
   int opposite() const { return kRed + kBlue - own(); }
 
   // The samples that were sensed, and those of one channel.
   auto sensed() const {
     return [*this](int dx, int dy) -> int {
-      const Site site = siteAt((r + unsigned(dy)) & 1, (c + unsigned(dx)) & 1);
-      return samples[dy * S + 3 * dx + sensedChannel(site)];
+      return samples[dy * S + 3 * dx + mosaic.colourAt(dx, dy)];
     };
   }
   auto channel(int which) const {
@@ -36,7 +36,7 @@ void passInPlace(const Region& region, T* work, Visit visit) {
   for (uint32_t j = 0; j < region.Hf; ++j)
     for (uint32_t i = 0; i < region.Wf; ++i)
       visit(InPlacePixel<T>{work + layout.row(j) + 3 * i, static_cast<ptrdiff_t>(layout.S),
-                            (region.r0 + j) & 1, (region.c0 + i) & 1});
+                            region.mosaic.from(i, j)});
 }
 
 }  // namespace vistrel::core

@@ -50,7 +50,7 @@ void MosaicRing<T>::load(int y) {
 
 template <class T>
 void MosaicRing<T>::smooth(int y) {
-  const unsigned parity = greenParity(y);
+  const unsigned parity = mosaic().greenParity(y);
   const size_t n = halfSize(parity);
   const T* raw = raw_.half(unsigned(y), parity);
   T* green = green_.half(unsigned(y), 0);
@@ -71,8 +71,8 @@ template <class T>
 const T* MosaicRing<T>::half(int y, unsigned columnParity) const {
   if (y < 0) y += 2;
   if (y >= height()) y -= 2;
-  return columnParity == greenParity(y) ? green_.half(unsigned(y), 0)
-                                        : raw_.half(unsigned(y), columnParity);
+  return columnParity == mosaic().greenParity(y) ? green_.half(unsigned(y), 0)
+                                                 : raw_.half(unsigned(y), columnParity);
 }
 
 template class MosaicRing<uint8_t>;

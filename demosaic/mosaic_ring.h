@@ -45,12 +45,11 @@ class MosaicRing {
 
   const RowDepths& depths() const { return depths_; }  // where they are found
 
-  // The column parity of the green sites of row y, and whether its others are red.
-  unsigned greenParity(int y) const { return (region_.r0 ^ region_.c0 ^ unsigned(y)) & 1; }
-  bool isRedRow(int y) const { return ((region_.r0 ^ unsigned(y)) & 1) == 0; }
-
+  const Mosaic& mosaic() const { return region_.mosaic; }
   size_t columns() const { return region_.Wf; }
   size_t halfSize(unsigned columnParity) const { return (region_.Wf + 1 - columnParity) / 2; }
+  // The red or blue sites of row y.
+  size_t colourSites(int y) const { return halfSize(mosaic().colourParity(y)); }
   int height() const { return static_cast<int>(region_.Hf); }
 
  private:

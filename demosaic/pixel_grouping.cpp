@@ -19,8 +19,7 @@ using base::PixelGrouping;
 template <class T>
 InPlacePixel<T> pixelAt(T* pPixel, unsigned nStride, unsigned nMode) {
   constexpr Site kSites[] = {SITE_B, SITE_GB, SITE_R, SITE_GR};
-  const unsigned site = kSites[nMode];
-  return {pPixel, static_cast<ptrdiff_t>(nStride), site >> 1, site & 1};
+  return {pPixel, static_cast<ptrdiff_t>(nStride), Mosaic(kSites[nMode])};
 }
 
 template <class T>

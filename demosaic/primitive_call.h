@@ -24,7 +24,7 @@ struct PrimitiveCall {
       : frame{c.pSrc,
               ptrdiff_t(c.sourceStride),
               {static_cast<int32_t>(c.sourceStride), static_cast<int32_t>(c.region.Hf)},
-              static_cast<int>(VST2IPPBayerOffset(c.nBayer))},
+              Mosaic::ofGrid(VST2IPPBayerOffset(c.nBayer))},
         roi(clipped({int(c.region.x0), int(c.region.y0), int(c.region.Wf), int(c.region.Hf)},
                     frame.size)) {}
 

@@ -44,32 +44,37 @@ template <class T>
 void variableGradients(const Conversion<T>& c) {
   if (isDegenerate(c.region)) return variableGradientsInPlace(c);
   const auto& kernels = *VISTREL_BY_LEVEL(kVariableGradients<T>);
-  MosaicRing<T> mosaic(c.region, c.pSrc, c.sourceStride, 5, RowDepth::found);
-  if (!mosaic) return;
-  sweepGuarded(c, mosaic, 2, [&](int y, RowSink<T>& sink) {
-    const auto window = mosaic.template window<2>(y);
-    const bool isNarrow = mosaic.depths().areTwelveBitsFrom(y - 3);
+  MosaicRing<T> ring(c.region, c.pSrc, c.sourceStride, 5, RowDepth::found);
+  if (!ring) return;
+  sweepGuarded(c, ring, 2, [&](int y, RowSink<T>& sink) {
+    const bool isNarrow = ring.depths().areTwelveBitsFrom(y - 3);
     const auto& rows = isNarrow ? kernels.twelveBits : kernels.anyBits;
-    rows.of[mosaic.greenParity(y)][mosaic.isRedRow(y)](window, mosaic.columns(), sink);
+    rows.ofRow(ring.mosaic(), y)(ring.template window<2>(y), ring.columns(), sink);
   });
 }
+
+template <class T>
+InPlacePixel<T> pixelAt(T* pPixel, unsigned nRowSamples, Site site) {
+  return {pPixel, ptrdiff_t{nRowSamples}, Mosaic(site)};
+}
+Site greenBeside(unsigned nChannel) { return nChannel == kBlue ? SITE_GB : SITE_GR; }
+Site colourOpposite(unsigned nChannel) { return nChannel == kBlue ? SITE_R : SITE_B; }
 
 }  // namespace
 
 VISTREL_DEFINE_DEMOSAIC(ImageColorVariableGradients, variableGradients)
 
 void calcOneGreenCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
-  fillAtGreen(InPlacePixel<uint8_t>{pPixel, ptrdiff_t{nRowSamples}, nChannel == 0, nChannel == 0});
+  fillAtGreen(pixelAt(pPixel, nRowSamples, greenBeside(nChannel)));
 }
 void calcOneGreenCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
-  fillAtGreen(InPlacePixel<uint16_t>{pPixel, ptrdiff_t{nRowSamples}, nChannel == 0, nChannel == 0});
+  fillAtGreen(pixelAt(pPixel, nRowSamples, greenBeside(nChannel)));
 }
 void calcOneRedBluCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
-  fillAtColour(InPlacePixel<uint8_t>{pPixel, ptrdiff_t{nRowSamples}, nChannel == 2, nChannel == 0});
+  fillAtColour(pixelAt(pPixel, nRowSamples, colourOpposite(nChannel)));
 }
 void calcOneRedBluCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
-  fillAtColour(
-      InPlacePixel<uint16_t>{pPixel, ptrdiff_t{nRowSamples}, nChannel == 2, nChannel == 0});
+  fillAtColour(pixelAt(pPixel, nRowSamples, colourOpposite(nChannel)));
 }
 
 }  // namespace vistrel::core

@@ -17,7 +17,7 @@ T smoothed(const T* s, size_t stride) {
 template <class T>
 void scatterPixel(const Region& region, size_t stride, const T* s, uint32_t i, uint32_t j,
                   T* pixel) {
-  const Site site = siteAt((region.r0 + j) & 1, (region.c0 + i) & 1);
+  const Site site = region.mosaic.siteAt(i, j);
   const bool interior = j > 0 && j + 1 < region.Hf && i > 0 && i + 1 < region.Wf;
   std::fill_n(pixel, 3, T{0});
   pixel[sensedChannel(site)] = isGreen(site) && interior ? smoothed(s, stride) : *s;

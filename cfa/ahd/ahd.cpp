@@ -12,9 +12,8 @@ constexpr int evenDown(int v) { return v & ~1; }
 template <class T>
 AhdBoundaries boundariesOf(const CfaFrame<T>& frame, CfaRect roi) {
   AhdBoundaries b{std::max(roi.x, kAhdReach), std::max(roi.y, kAhdReach), 0, 0};
-  const bool redAtOrBelow = frame.isRedRow(b.y0) != frame.isGreen(b.x0, b.y0);
-  if (!redAtOrBelow) ++b.x0;
-  if (frame.isGreen(b.x0, b.y0)) ++b.y0;
+  if (!frame.mosaic.isRedRow(b.y0)) ++b.y0;
+  if (frame.mosaic.isGreenAt(b.x0, b.y0)) ++b.x0;
   b.xEnd = b.x0 + evenDown(std::min(frame.size.width - kAhdReach, roi.x + roi.width) - b.x0);
   b.yEnd = b.y0 + evenDown(std::min(frame.size.height - kAhdReach, roi.y + roi.height) - b.y0);
   return b;
@@ -52,9 +51,9 @@ void AhdStrip<T>::store(int y, int x, int xEnd, RowSink<T>& sink) {
     moveTo(column, image->opposite);
   }
   moveTo(column, rows.choice);
-  const unsigned parity = images_.greenParity(y) ^ (static_cast<unsigned>(column) & 1);
-  // Red is stored first here, so a row of red sites stores its own colour as others do blue.
-  kernels_.pixels->of[parity][!images_.isRedRow(y)](rows, static_cast<size_t>(xEnd - x), sink);
+  // Kernels store blue first; here red comes first.
+  const Mosaic mosaic = images_.mosaic().from(column, 0).exchanged();
+  kernels_.pixels->ofRow(mosaic, y)(rows, static_cast<size_t>(xEnd - x), sink);
 }
 
 template <class T>

@@ -52,10 +52,10 @@ AhdGreen<T> AhdReconstruction<T>::greenOf(AhdImage image, int y) const {
 
 template <class T>
 void AhdReconstruction<T>::fillGreen(int y) {
-  const auto mosaic = windowOf<2>(
+  const auto rows = windowOf<2>(
       y, [&](int row, unsigned parity) -> const T* { return mosaic_.half(slot(row), parity); });
-  kernels_.green[1 - greenParity(y)](mosaic, halfSize(), greenOf(kAlongRow, y),
-                                     greenOf(kAlongColumn, y));
+  kernels_.green[mosaic().colourParity(y)](rows, halfSize(), greenOf(kAlongRow, y),
+                                           greenOf(kAlongColumn, y));
 }
 
 template <class T>
@@ -73,7 +73,7 @@ AhdColours<T> AhdReconstruction<T>::coloursOf(AhdImage image, int y) const {
 
 template <class T>
 ImageHalves<T> AhdReconstruction<T>::halves(AhdImage image, int y) const {
-  const unsigned g = greenParity(y), c = 1 - g;
+  const unsigned g = mosaic().greenParity(y), c = 1 - g;
   const AhdColours<T> colours = coloursOf(image, y);
   ImageHalves<T> h;
   h.own[g] = colours.along;
@@ -89,10 +89,10 @@ template <class T>
 void AhdReconstruction<T>::fillColours(int y) {
   for (const AhdImage image : {kAlongRow, kAlongColumn}) {
     const ImageHalves<T> h = halves(image, y);
-    const unsigned g = greenParity(y);
+    const unsigned g = mosaic().greenParity(y);
     AhdSensed<T> source{h.own[1 - g], {h.green[0], h.green[1]}, {}, &weights_};
     for (int dy = -1; dy <= 1; ++dy) source.differences[dy + 1] = greenOf(image, y + dy).difference;
-    kernels_.colours[g][isRedRow(y)](source, halfSize(), coloursOf(image, y));
+    kernels_.colours[g][mosaic().isRedRow(y)](source, halfSize(), coloursOf(image, y));
   }
 }
 

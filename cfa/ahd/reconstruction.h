@@ -32,8 +32,8 @@ class AhdReconstruction {
   // Of a row in a ring: not negative from the first row that is loaded on.
   static unsigned slot(int y) { return static_cast<unsigned>(y + 16); }
 
-  unsigned greenParity(int y) const { return frame_.isGreen(first_, y) ? 0 : 1; }
-  bool isRedRow(int y) const { return frame_.isRedRow(y); }
+  // As seen from the strip's first column.
+  Mosaic mosaic() const { return frame_.mosaic.from(first_, 0); }
   size_t halfSize() const { return (columns_ + 1) / 2; }
 
  private:

@@ -66,11 +66,11 @@ void NearRegion<T>::interior(int y, RowSink<T>& sink) const {
   const auto window = windowOf<kReach>(y, [&](int row, unsigned parity) -> const T* {
     return ring_.half(unsigned(row), parity) + kReach / 2;
   });
-  const unsigned greenParity = frame_.isGreen(x0_, y) ? 0 : 1;
-  // Red is stored first here, so a row of red sites stores its own colour as others do blue.
   sink.skip(static_cast<size_t>(x0_ - roi_.x));
-  kernels_.pixels[frame_.rounding.four]->of[greenParity][!frame_.isRedRow(y)](
-      window, static_cast<size_t>(x1_ - x0_), sink);
+  // Kernels store blue first; here red comes first.
+  const Mosaic mosaic = frame_.mosaic.from(x0_, 0).exchanged();
+  kernels_.pixels[frame_.rounding.four]->ofRow(mosaic, y)(window, static_cast<size_t>(x1_ - x0_),
+                                                          sink);
 }
 
 template class NearRegion<uint8_t>;

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "common/mosaic.h"
 #include "common/rows/row_sink.h"
 
 namespace vistrel::core {
@@ -11,10 +12,14 @@ namespace vistrel::core {
 template <class T, class Rows>
 using PixelKernel = void (*)(const Rows& rows, size_t columns, RowSink<T>& sink);
 
-// By column parity of the green sites, then by whether the row's other sites are red.
 template <class T, class Rows>
 struct PixelKernels {
+  // By column parity of the green sites, then by whether the row's other sites are red.
   PixelKernel<T, Rows> of[2][2];
+
+  PixelKernel<T, Rows> ofRow(const Mosaic& mosaic, int y) const {
+    return of[mosaic.greenParity(y)][mosaic.isRedRow(y)];
+  }
 };
 
 }  // namespace vistrel::core

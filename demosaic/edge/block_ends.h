@@ -47,14 +47,14 @@ class BlockEnds {
     const int position = kReach * kPatchColumns + kReach + first;
     int *const red = colours[kRed] + first, *const blue = colours[kBlue] + first;
     int* const green = colours[kGreen] + first;
+    const bool isBlueRow = !frame_.mosaic().isRedRow(y);
     EdgeSettings settings = settings_;
     auto& [t0, t1, t2, t3] = settings.thresholds;
-    if (unsigned(frame_.columns() + first) % 2 == frame_.greenParity(y))
+    if (frame_.mosaic().isGreenAt(frame_.columns() + first, y))
       vec_G_CalcGreen_3x3x4_ext(patch, position, kPatchColumns, red, blue, green, t0, t1, t2, t3,
-                                frame_.isBlueRow(y));
+                                isBlueRow);
     else
-      vec_RB_CalcGreen_3x3x4_ext(patch, position, kPatchColumns, red, blue, green,
-                                 frame_.isBlueRow(y));
+      vec_RB_CalcGreen_3x3x4_ext(patch, position, kPatchColumns, red, blue, green, isBlueRow);
   }
 
   const EdgeFrame<T>& frame_;

@@ -26,14 +26,14 @@ class EdgeSweep {
  public:
   explicit EdgeSweep(const EdgeConversion<T>& e)
       : settings_(e.settings), kernels_(*VISTREL_BY_LEVEL(kEdge<T>)), frame_(e.c),
-        columns_(e.c.region.Wf), mosaic_(frame_), measures_(columns_), ends_(frame_, e.settings),
+        columns_(e.c.region.Wf), ring_(frame_), measures_(columns_), ends_(frame_, e.settings),
         output_(e.c, ends_, e.workEnd), first_(static_cast<int>(e.c.region.y0)) {}
 
   // Whole pairs of rows.
   void run() {
-    if (!mosaic_ || !measures_ || !output_) return;
+    if (!ring_ || !measures_ || !output_) return;
     const int end = first_ + (frame_.height() + 1) / 2 * 2;
-    sweep({first_, end}, kUnbounded, stage(0, [&](int y) { mosaic_.load(y, kernels_); }),
+    sweep({first_, end}, kUnbounded, stage(0, [&](int y) { ring_.load(y, kernels_); }),
           stage(2,
                 [&](int y) { isNarrow(y - 2) ? measureAs<int16_t>(y) : measureAs<Widened<T>>(y); }),
           stage(1, [&](int y) { isNarrow(y - 3) ? fillAs<int16_t>(y) : fillAs<Widened<T>>(y); }));
@@ -43,20 +43,20 @@ class EdgeSweep {
  private:
   // Whether narrow lanes hold all that is summed of the rows from y on.
   bool isNarrow(int y) const {
-    return isTwelveBits(settings_.limit) && mosaic_.depths().areTwelveBitsFrom(y);
+    return isTwelveBits(settings_.limit) && ring_.depths().areTwelveBitsFrom(y);
   }
 
   template <class Lane>
   void measureAs(int y) {
-    kernels_.template of<Lane>().measure[1 - frame_.greenParity(y)](
-        mosaic_.template window<2>(y), columns_ / 2, measures_.template made<Lane>(y));
+    kernels_.template of<Lane>().measure[frame_.mosaic().colourParity(y)](
+        ring_.template window<2>(y), columns_ / 2, measures_.template made<Lane>(y));
   }
 
   template <class Lane>
   void fillAs(int y) {
     RowSink<T> sink = output_.row(y);
-    kernels_.template of<Lane>().pixels.of[frame_.greenParity(y)][!frame_.isBlueRow(y)](
-        surroundings<Lane>(y), columns_, sink);
+    kernels_.template of<Lane>().pixels.ofRow(frame_.mosaic(), y)(surroundings<Lane>(y), columns_,
+                                                                  sink);
     output_.finish(y, sink);
   }
 
@@ -64,7 +64,7 @@ class EdgeSweep {
   template <class Lane>
   EdgeWindow<T, Lane> surroundings(int y) {
     static constexpr int kLargest = std::numeric_limits<Lane>::max();
-    EdgeWindow<T, Lane> window{mosaic_.template window<1>(y),
+    EdgeWindow<T, Lane> window{ring_.template window<1>(y),
                                measures_.template window<Lane>(y),
                                {},
                                std::min(settings_.limit, kLargest)};
@@ -78,7 +78,7 @@ class EdgeSweep {
   const EdgeKernels<T>& kernels_;
   const EdgeFrame<T> frame_;
   size_t columns_;
-  EdgeMosaicRing<T> mosaic_;
+  EdgeMosaicRing<T> ring_;
   MeasureRing<T> measures_;
   const BlockEnds<T> ends_;
   EdgeOutput<T> output_;

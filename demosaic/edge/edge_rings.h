@@ -62,19 +62,15 @@ template <class T>
 class EdgeFrame {
  public:
   explicit EdgeFrame(const Conversion<T>& c)
-      : columns_(c.region.Wf), height_(static_cast<int>(c.region.Hf)), nBayer_(c.nBayer),
+      : columns_(c.region.Wf), height_(static_cast<int>(c.region.Hf)),
+        mosaic_(Mosaic::ofPhase(c.nBayer)),
         source_(c.pSrc + c.region.x0, static_cast<ptrdiff_t>(c.sourceStride), height_) {}
 
   ptrdiff_t columns() const { return columns_; }
   int height() const { return height_; }
 
-  bool isBlueRow(int y) const { return rowParity(nBayer_, unsigned(y)) == 1; }
-
-  // The column parity of the green sites of row y.
   // quirk: edge-phase. The region's columns count from its own first one, wherever that lies.
-  unsigned greenParity(int y) const {
-    return rowParity(nBayer_, unsigned(y)) ^ columnParity(nBayer_, 0);
-  }
+  const Mosaic& mosaic() const { return mosaic_; }
 
   // The row of the source that stands at y; null where there are zeros.
   const T* row(int y) const {
@@ -96,7 +92,7 @@ class EdgeFrame {
  private:
   ptrdiff_t columns_;
   int height_;
-  uint32_t nBayer_;
+  Mosaic mosaic_;
   RowSource<T> source_;
 };
 

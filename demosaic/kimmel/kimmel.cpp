@@ -53,26 +53,28 @@ class KimmelWalk {
  private:
   // The walk is that of the buffer, and its sites are those of the mosaic.
   bool isBuffer() const {
-    return c_.region.F == 1 && !isDegenerate(c_.region) && (tail_ == 0 || shiftOfBlocks() == 0);
+    return c_.region.F == 1 && !isDegenerate(c_.region) &&
+           (tail_ == 0 || blockMosaic() == walked_.mosaic);
   }
 
   // quirk: shifted-blocks. Blocks count their columns' parity from the end of the row, and those of
   // 16-bit samples do so without the phase: often they take green sites for red and blue ones.
-  unsigned shiftOfBlocks() const {
-    return (walked_.Wf + (sizeof(T) == 1 ? 0 : c_.nBayer >> 1)) & 1;
+  Mosaic blockMosaic() const {
+    const unsigned phase = sizeof(T) == 1 ? c_.nBayer : c_.nBayer & ~kColumnShift;
+    return Mosaic::ofPhase(phase).from(walked_.x0 + walked_.Wf, walked_.y0);
   }
 
   template <class Fill>
   void pass(Fill fill) const {
     const size_t pitch = guardedLayout(walked_).S;
     const auto S = static_cast<ptrdiff_t>(c_.layout.S);
+    const Mosaic blocks = blockMosaic();
     for (uint32_t k = 0; k < walked_.Hf; ++k)
       for (uint32_t i = 0; i < walked_.Wf; ++i) {
         const bool inBlock = i < tail_;
-        const unsigned r = (walked_.r0 + k) & 1;
-        const unsigned c = (walked_.c0 + i + (inBlock ? shiftOfBlocks() : 0)) & 1;
+        const Mosaic mosaic = inBlock ? blocks : walked_.mosaic;
         T* const pixel = c_.imageRow(0) + k * pitch + size_t{3} * i;
-        (KimmelPixel<T, float>{{pixel, S, r, c}, inBlock}.*fill)();
+        (KimmelPixel<T, float>{{pixel, S, mosaic.from(i, k)}, inBlock}.*fill)();
       }
   }
 

@@ -47,16 +47,16 @@ class KimmelRing {
  public:
   enum Plane : unsigned { kEven, kOdd, kGreenThere, kHue, kOpposite, kOppositeHue, kPlanes };
 
-  explicit KimmelRing(const MosaicRing<T>& mosaic)
-      : mosaic_(mosaic), ring_(kRows + 1, kPlanes, mosaic.columns()) {}
+  explicit KimmelRing(const MosaicRing<T>& ring)
+      : ring_(ring), planes_(kRows + 1, kPlanes, ring.columns()) {}
 
-  explicit operator bool() const { return bool(ring_); }
+  explicit operator bool() const { return bool(planes_); }
 
-  Real* half(int y, unsigned plane) const { return ring_.half(unsigned(y) % kRows, plane); }
+  Real* half(int y, unsigned plane) const { return planes_.half(unsigned(y) % kRows, plane); }
   // The planes of the mosaic that hold row y's green and the colour beside it.
-  Plane greens(int y) const { return Plane(mosaic_.greenParity(y)); }
-  Plane colours(int y) const { return Plane(1 - mosaic_.greenParity(y)); }
-  size_t sites(int y) const { return mosaic_.halfSize(colours(y)); }  // red or blue ones
+  Plane greens(int y) const { return Plane(ring_.mosaic().greenParity(y)); }
+  Plane colours(int y) const { return Plane(ring_.mosaic().colourParity(y)); }
+  size_t sites(int y) const { return ring_.colourSites(y); }  // red or blue ones
 
   // Row y of such planes is computed.
   //
@@ -85,8 +85,8 @@ class KimmelRing {
 
   // The ring's last row stays zero.
   const Real* row(int y, Plane plane) const {
-    const bool above = y < 0, below = y >= mosaic_.height();
-    if ((above || below) && plane > kOdd) return ring_.half(kRows, plane);
+    const bool above = y < 0, below = y >= ring_.height();
+    if ((above || below) && plane > kOdd) return planes_.half(kRows, plane);
     return half(above ? y + 2 : below ? y - 2 : y, plane);
   }
 
@@ -102,8 +102,8 @@ class KimmelRing {
     return w;
   }
 
-  const MosaicRing<T>& mosaic_;
-  HalfRowRing<Real> ring_;
+  const MosaicRing<T>& ring_;
+  HalfRowRing<Real> planes_;
 };
 
 }  // namespace vistrel::core

@@ -10,13 +10,13 @@ class KimmelSweep {
  public:
   // tail: the column from which the second pass takes plain hues.
   KimmelSweep(const Conversion<T>& c, const KimmelKernels<T, Real>& kernels, size_t tail)
-      : c_(c), kernels_(kernels), tail_(tail), mosaic_(c.region, c.pSrc, c.sourceStride, 5),
-        rows_(mosaic_), values_(1, 2, c.region.Wf), samples_(1, kHalves, c.region.Wf) {}
+      : c_(c), kernels_(kernels), tail_(tail), ring_(c.region, c.pSrc, c.sourceStride, 5),
+        rows_(ring_), values_(1, 2, c.region.Wf), samples_(1, kHalves, c.region.Wf) {}
 
   void run() {
-    if (!mosaic_ || !rows_ || !values_ || !samples_) return;
+    if (!ring_ || !rows_ || !values_ || !samples_) return;
     sweepGuarded(
-        c_, mosaic_, 1, [&](int y, RowSink<T>& sink) { finish(y, sink); },
+        c_, ring_, 1, [&](int y, RowSink<T>& sink) { finish(y, sink); },
         stage(0, [&](int y) { widen(y); }), stage(2, [&](int y) { fillGreen(y); }),
         stage(1, [&](int y) { fillOpposite(y); }));
   }
@@ -27,8 +27,8 @@ class KimmelSweep {
 
   void widen(int y) {
     for (unsigned parity = 0; parity < 2; ++parity)
-      kernels_.toReals(mosaic_.half(y, parity), -1,
-                       static_cast<ptrdiff_t>(mosaic_.halfSize(parity)) + 1, rows_.half(y, parity));
+      kernels_.toReals(ring_.half(y, parity), -1,
+                       static_cast<ptrdiff_t>(ring_.halfSize(parity)) + 1, rows_.half(y, parity));
   }
 
   void fillGreen(int y) {
@@ -57,23 +57,23 @@ class KimmelSweep {
 
   void finish(int y, RowSink<T>& sink) {
     const unsigned g = rows_.greens(y), c = rows_.colours(y);
-    const size_t greens = mosaic_.halfSize(g), sites = rows_.sites(y);
+    const size_t greens = ring_.halfSize(g), sites = rows_.sites(y);
     Real *const own = values_.half(0, 0), *const opposite = values_.half(0, 1);
     kernels_.atGreen[g](rows_.cross(y), greens, own, opposite);
     CompleteHalves<T> halves;
     halves.own[g] = narrowed(own, greens, kOwnAtGreen);
-    halves.green[g] = mosaic_.half(y, g);
+    halves.green[g] = ring_.half(y, g);
     halves.opposite[g] = narrowed(opposite, greens, kOppositeAtGreen);
-    halves.own[c] = mosaic_.half(y, c);
+    halves.own[c] = ring_.half(y, c);
     halves.green[c] = narrowed(rows_.half(y, Rows::kGreenThere), sites, kGreenThere);
     halves.opposite[c] = narrowed(rows_.half(y, Rows::kOpposite), sites, kOppositeThere);
-    kernels_.pixels.of[g][mosaic_.isRedRow(y)](halves, mosaic_.columns(), sink);
+    kernels_.pixels.ofRow(ring_.mosaic(), y)(halves, ring_.columns(), sink);
   }
 
   const Conversion<T>& c_;
   const KimmelKernels<T, Real>& kernels_;
   size_t tail_;
-  MosaicRing<T> mosaic_;
+  MosaicRing<T> ring_;
   Rows rows_;
   HalfRowRing<Real> values_;
   HalfRowRing<T> samples_;

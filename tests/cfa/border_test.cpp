@@ -126,8 +126,8 @@ TEST_P(CfaBorder, GreenNeverFollowsAnEdge) {
 template <class T>
 Rgb<T> borderOf(const Mosaic<T>& m, int grid, CfaRect roi) {
   Rgb<T> rgb(roi);
-  ownBayerBorder(CfaFrame<T>{m.samples.data(), m.width, m.size(), grid}, roi, rgb.data(),
-                 ptrdiff_t{rgb.step()});
+  ownBayerBorder(CfaFrame<T>{m.samples.data(), m.width, m.size(), core::Mosaic::ofGrid(grid)}, roi,
+                 rgb.data(), ptrdiff_t{rgb.step()});
   return rgb;
 }
 
@@ -171,7 +171,8 @@ TEST(CfaBorderAlone, HasNothingToDoInside) {
 template <class T>
 struct Strips {
   Mosaic<T> m = noiseMosaic<T>(11, 9, 10, 80);
-  CfaFrame<T> frame{m.samples.data(), m.width, m.size(), CFA_GRID_GBRG};
+  static constexpr int kGrid = CFA_GRID_GBRG;
+  CfaFrame<T> frame{m.samples.data(), m.width, m.size(), core::Mosaic::ofGrid(kGrid)};
   CfaRect roi{3, 2, 5, 4};
   Rgb<T> rgb{m.all()};
   ptrdiff_t step = rgb.step();
@@ -180,7 +181,7 @@ struct Strips {
     EXPECT_TRUE(rgb.hasOnly(strip));
     for (int y = strip.y; y < strip.y + strip.height; ++y)
       for (int x = strip.x; x < strip.x + strip.width; ++x)
-        EXPECT_EQ(rgb.at(x, y), borderPixel(m, frame.grid, x, y));
+        EXPECT_EQ(rgb.at(x, y), borderPixel(m, kGrid, x, y));
   }
   T* at(int x, int y) { return rgb.data() + y * step + 3 * x; }
 };
@@ -208,17 +209,6 @@ TEST(CfaStrips, VerticalOnesSeeThreeOrTwoColumns) {
   secondLast.expect({9, 2, 1, 4});
   ownBayerBrdVrt2R_16u(right.frame.part(9, 0, {2, 9}), right.roi, right.at(10, 2), right.step);
   right.expect({10, 2, 1, 4});
-}
-
-TEST(CfaGrid, MovesWithTheOrigin) {
-  for (int grid = 0; grid < 4; ++grid) {
-    const CfaFrame<uint8_t> frame{nullptr, 0, {8, 8}, grid};
-    for (int y = 0; y < 3; ++y)
-      for (int x = 0; x < 3; ++x)
-        for (int dy = 0; dy < 2; ++dy)
-          for (int dx = 0; dx < 2; ++dx)
-            EXPECT_EQ(colourAt(frame.gridAt(x, y), dx, dy), colourAt(grid, x + dx, y + dy));
-  }
 }
 
 }  // namespace

@@ -55,6 +55,17 @@ TEST(Mosaic, DistinguishesTheTwoGreenSites) {
   EXPECT_EQ(grbg.siteAt(1, 1), SITE_GB);
 }
 
+TEST(Mosaic, IsDeterminedByOneSite) {
+  for (const Site site : {SITE_GR, SITE_R, SITE_B, SITE_GB})
+    EXPECT_EQ(Mosaic(site).siteAt(0, 0), site);
+  EXPECT_EQ(Mosaic(SITE_R), Mosaic::ofPhase(2));
+}
+
+TEST(Mosaic, ExchangesRedAndBlue) {
+  EXPECT_EQ(lettersOf(Mosaic::ofPhase(0).exchanged()), "GBRG");
+  EXPECT_EQ(lettersOf(Mosaic::ofPhase(1).exchanged()), "RGGB");
+}
+
 TEST(Mosaic, MovesItsOrigin) {
   const Mosaic grbg = Mosaic::ofPhase(0);
   EXPECT_EQ(lettersOf(grbg.from(1, 0)), "RGGB");
@@ -67,11 +78,11 @@ TEST(Mosaic, DescribesItsRows) {
   for (unsigned code = 0; code < 4; ++code) {
     const Mosaic mosaic = Mosaic::ofPhase(code);
     for (int y = -3; y < 4; ++y) {
-      const int green = static_cast<int>(mosaic.greenParity(y));
+      const unsigned green = mosaic.greenParity(y), other = mosaic.colourParity(y);
       EXPECT_TRUE(mosaic.isGreenAt(green, y));
-      EXPECT_FALSE(mosaic.isGreenAt(1 - green, y));
+      EXPECT_FALSE(mosaic.isGreenAt(other, y));
       EXPECT_EQ(mosaic.colourAt(green, y), kGreen);
-      EXPECT_EQ(mosaic.colourAt(1 - green, y), mosaic.isRedRow(y) ? kRed : kBlue);
+      EXPECT_EQ(mosaic.colourAt(other, y), mosaic.isRedRow(y) ? kRed : kBlue);
     }
   }
 }

@@ -38,12 +38,11 @@ std::vector<T> compact(auto demosaic, const Frame<T>& frame, uint32_t nBayer, Co
 // A frame of one colour: red 200, green 100, blue 50.
 template <class T>
 Frame<T> plainColours(uint32_t nBayer, uint32_t w, uint32_t h) {
-  Frame<T> frame(w, h, 100);
+  constexpr T kBgr[] = {50, 100, 200};
+  Frame<T> frame(w, h, 0);
   for (uint32_t y = 0; y < h; ++y)
-    for (uint32_t x = 0; x < w; ++x) {
-      const unsigned row = rowParity(nBayer, y), column = columnParity(nBayer, x);
-      if (row != column) frame.at(x, y) = row == 1 ? 50 : 200;
-    }
+    for (uint32_t x = 0; x < w; ++x)
+      frame.at(x, y) = kBgr[core::Mosaic::ofPhase(nBayer).colourAt(x, y)];
   return frame;
 }
 

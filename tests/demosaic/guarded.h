@@ -19,10 +19,7 @@ struct Mosaic {
   size_t stride() const { return 3 * static_cast<size_t>(Wf) + 12; }
   size_t samples() const { return (static_cast<size_t>(Hf) + 4) * stride(); }
 
-  Site site(int i, int j) const {
-    return siteAt(rowParity(bayer, static_cast<unsigned>(y0 + j)),
-                  columnParity(bayer, static_cast<unsigned>(x0 + i)));
-  }
+  Site site(int i, int j) const { return core::Mosaic::ofPhase(bayer).siteAt(x0 + i, y0 + j); }
   // Source rows begin at the frame's first, whatever y0 is.
   unsigned source(int i, int j) const {
     return frame.at(static_cast<size_t>(j) * imgWidth + static_cast<size_t>(x0 + i));

@@ -43,8 +43,8 @@ Frame<T> coloured(uint32_t bayer, uint32_t width, uint32_t height, std::array<un
   Frame<T> frame(width, height, 0);
   for (uint32_t y = 0; y < height; ++y)
     for (uint32_t x = 0; x < width; ++x)
-      frame.at(x, y) = static_cast<T>(bgr[static_cast<size_t>(
-          sensedChannel(siteAt(rowParity(bayer, y), columnParity(bayer, x))))]);
+      frame.at(x, y) =
+          static_cast<T>(bgr[static_cast<size_t>(core::Mosaic::ofPhase(bayer).colourAt(x, y))]);
   return frame;
 }
 
@@ -149,8 +149,7 @@ TEST_P(Kimmel, PackedHuesAreAtMostTheirGreen) {
     expectInside(inDoubles(bayer, bytes), 32, 9, {5, 1, 5});
     for (int y = 2; y < 7; ++y)
       for (int x = 2; x < 30; ++x) {
-        const bool green =
-            isGreen(siteAt(rowParity(bayer, unsigned(y)), columnParity(bayer, unsigned(x))));
+        const bool green = core::Mosaic::ofPhase(bayer).isGreenAt(x, y);
         for (const auto& [blue, g, red] :
              {pixel(packed(bayer, bytes), x, y), pixel(packed(bayer, samples16), x, y)})
           ASSERT_EQ((std::multiset{blue, red}), (std::multiset{1, green ? 1 : 5}));

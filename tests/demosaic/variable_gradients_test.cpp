@@ -102,7 +102,7 @@ TEST_P(VariableGradients, FlatColoursComeOutEverywhere) {
       Frame<uint8_t> frame(width, 7, 0);
       for (uint32_t y = 0; y < 7; ++y)
         for (uint32_t x = 0; x < width; ++x) {
-          const int channel = sensedChannel(siteAt(rowParity(bayer, y), columnParity(bayer, x)));
+          const int channel = core::Mosaic::ofPhase(bayer).colourAt(x, y);
           frame.at(x, y) = static_cast<uint8_t>(channel == kBlue    ? 10
                                                 : channel == kGreen ? 200
                                                                     : 90);
