@@ -14,20 +14,23 @@ namespace vistrel::core {
 // colours of its own upper left pixels.
 template <class T, int grid>
 void owncnBayerRect(const T* pSrc, int srcStep, int width, int height, T* pDst, int dstStep) {
-  const CfaFrame<T> frame{
-      pSrc - 2 * ptrdiff_t{srcStep} - 2, srcStep, {width + 4, height + 4}, Mosaic::ofGrid(grid)};
+  PlainRows<T> source(pSrc - 2 * ptrdiff_t{srcStep} - 2, srcStep, height + 4);
   PlainImage<T> image(pDst, dstStep);
-  NearRegion<T> region(frame, {2, 2, width, height});
-  if (region) region.makeInto(image);
+  makeNear<T>({source, {width + 4, height + 4}, Mosaic::ofGrid(grid)}, {2, 2, width, height}, image,
+              currentLevel());
 }
 
 // A rectangle by homogeneity: its running choice begins anew in every row.
 template <class T>
 void ahdRectangle(const CfaFrame<T>& frame, CfaRect rect, T* pDst, ptrdiff_t dstStep, Level level) {
+  PlainRows<T> source(frame.samples, frame.step, frame.size.height);
   PlainImage<T> image(pDst, dstStep);
-  AhdStrip<T> strip(frame, rect.x, rect.width, 0, level);
-  if (!strip) return;
-  strip.makeInto(image, rect, [&](int, const AhdChoice<T>& choice) { choice.restartAt(rect.x); });
+  withArena([&](Arena& arena) {
+    AhdStrip<T> strip({source, frame.size, frame.mosaic}, rect.x, rect.width, {.level = level},
+                      arena);
+    const auto restart = [&](int, const AhdChoice<T>& choice) { choice.restartAt(rect.x); };
+    if (!arena.counts()) strip.sweep(image, rect, rowsOf(rect), restart).finish();
+  });
 }
 
 // The frame that has the colours of `phase` at a rectangle's upper left pixels: 0 RG GB, 1 GB RG,

@@ -11,10 +11,9 @@ int32_t ippiCFAToRGB(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t src
   if (grid < CFA_GRID_BGGR || grid > CFA_GRID_GRBG) return CFA_BAD_GRID;
   const CfaRect roi = clipped(srcRoi, srcSize);
   if (roi.width < 1 || roi.height < 1) return CFA_OK;
-  const CfaFrame<T> frame{pSrc, srcStep >> (sizeof(T) - 1), srcSize, Mosaic::ofGrid(grid)};
+  PlainRows<T> source(pSrc, srcStep >> (sizeof(T) - 1), srcSize.height);
   PlainImage<T> image(pDst, dstStep >> (sizeof(T) - 1));
-  NearRegion<T> region(frame, roi, levelOfIndex(variant));
-  if (region) region.makeInto(image);
+  makeNear<T>({source, srcSize, Mosaic::ofGrid(grid)}, roi, image, levelOfIndex(variant));
   return CFA_OK;
 }
 

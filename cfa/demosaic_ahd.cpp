@@ -18,10 +18,13 @@ int32_t ownAHD(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, 
   srcRoi.y = std::max(srcRoi.y, 0);
   const CfaRect roi = clipped(srcRoi, srcSize);
   if (roi.width < 1 || roi.height < 1) return CFA_OK;
-  const CfaFrame<T> frame{pSrc, srcStep >> (sizeof(T) - 1), srcSize, Mosaic::ofGrid(grid)};
+  PlainRows<T> source(pSrc, srcStep >> (sizeof(T) - 1), srcSize.height);
   PlainImage<T> image(pDst, dstStep / int32_t{sizeof(T)});
-  AhdRegion<T> region(frame, roi, 0, levelOfIndex(variant));
-  if (region) region.makeInto(image);
+  withArena([&](Arena& arena) {
+    AhdRegion<T> region({source, srcSize, Mosaic::ofGrid(grid)}, roi,
+                        {.level = levelOfIndex(variant)}, arena);
+    if (!arena.counts()) region.sweep(image, rowsOf(roi)).finish();
+  });
   return CFA_OK;
 }
 

@@ -6,6 +6,8 @@
 #include <cstdint>
 
 #include "common/mosaic.h"
+#include "common/rows/row_source.h"
+#include "common/rows/sweep.h"
 #include "vistrel/cfa.h"
 
 namespace vistrel::core {
@@ -34,6 +36,19 @@ struct CfaFrame {
     return {samples + y * step + x, step, partSize, mosaic.from(x, y), rounding};
   }
 };
+
+// The same where rows come one after the other.
+template <class T>
+struct CfaRows {
+  RowSource<T>& source;
+  CfaSize size;
+  Mosaic mosaic;
+  Rounding rounding{};
+
+  bool has(int y) const { return 0 <= y && y < size.height; }
+};
+
+inline RowInterval rowsOf(CfaRect rect) { return {rect.y, rect.y + rect.height}; }
 
 // What is left of a rectangle whose far sides are clipped to the frame.
 inline CfaRect clipped(CfaRect roi, CfaSize size) {

@@ -1,37 +1,34 @@
 #include "cfa/ahd/ahd.h"
 
-#include "demosaic/primitive_call.h"
+#include "demosaic/algorithms.h"
+#include "demosaic/primitive.h"
 
 namespace vistrel::core {
 
 namespace {
 
-constexpr int kSmallestSide = 5;
-
+// The primitive takes red for blue and blue for red: so blue comes first.
 template <class T>
-void ahd(const Conversion<T>& c) {
-  const PrimitiveCall<T> call(c);
-  if (call.isRefused(kSmallestSide)) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
-  AhdRegion<T> region(call.frame, call.roi, static_cast<int>(scaling(c)));
-  convertRegion(c, call.roi, region);
-}
+class AhdDemosaic {
+ public:
+  AhdDemosaic(const DemosaicJob<T>& job, Arena& arena)
+      : job_(job),
+        region_({job.source, {job.columns, job.height}, job.mosaic.exchanged()}, job.roi,
+                {.shift = int(scaling(job)), .redLast = job.order != job.mosaic}, arena) {}
 
-VISTREL_DEFINE_DEMOSAIC_IN(compactLayout, demosaicAhdToOutput, ahd)
+  auto sweep() { return region_.sweep(job_.image, job_.rows); }
+
+ private:
+  DemosaicJob<T> job_;
+  AhdRegion<T> region_;
+};
 
 }  // namespace
+
+template <class T>
+DemosaicAlgorithm<T> ahd() {
+  return {makeDemosaic<T, AhdDemosaic>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(ahd);
+
 }  // namespace vistrel::core
-
-void ImageColorDemosaicAHD(unsigned nIndex, unsigned nImgWidth, unsigned nBayer, unsigned nBinning,
-                           unsigned nFormat, unsigned nRoiX, unsigned nRoiY, unsigned nRoiWidth,
-                           unsigned nRoiHeight, unsigned char* pSrc, unsigned char* pDst) {
-  vistrel::core::demosaicAhdToOutput(nIndex, nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY,
-                                     nRoiWidth, nRoiHeight, pSrc, pDst);
-}
-
-void ImageColorDemosaicAHD(unsigned nIndex, unsigned nImgWidth, unsigned nBayer, unsigned nBinning,
-                           unsigned nFormat, unsigned nLutMode, unsigned nRoiX, unsigned nRoiY,
-                           unsigned nRoiWidth, unsigned nRoiHeight, unsigned short* pSrc,
-                           unsigned char* pDst, unsigned nDstBits, unsigned nSrcBits) {
-  vistrel::core::demosaicAhdToOutput(nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode, nRoiX,
-                                     nRoiY, nRoiWidth, nRoiHeight, pSrc, pDst, nDstBits, nSrcBits);
-}

@@ -1,5 +1,6 @@
 #include "common/simd/simd.h"
 #include "cpu/level.h"
+#include "demosaic/algorithms.h"
 #include "demosaic/conversion.h"
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
@@ -29,18 +30,28 @@ void bilinearInPlace(const Conversion<T>& c) {
 }
 
 template <class T>
-void bilinear(const Conversion<T>& c) {
-  if (isDegenerate(c.region)) return bilinearInPlace(c);
-  const auto& rows = *VISTREL_BY_LEVEL(kBilinearKernels<T>);
-  MosaicRing<T> ring(c.region, c.pSrc, c.sourceStride, 3);
-  if (!ring) return;
-  sweepGuarded(c, ring, 1, [&](int y, RowSink<T>& sink) {
-    rows.ofRow(ring.mosaic(), y)(ring.template window<1>(y), ring.columns(), sink);
-  });
-}
+class Bilinear {
+ public:
+  Bilinear(const DemosaicJob<T>& job, Arena& arena) : job_(job), ring_(job, 3, arena) {}
+
+  auto sweep() {
+    return sweepGuarded(job_, ring_, 1, [this](int y, RowSink<T>& sink) {
+      kernels_.ofRow(job_.order, y)(ring_.template window<1>(y), ring_.columns(), sink);
+    });
+  }
+
+ private:
+  DemosaicJob<T> job_;
+  MosaicRing<T> ring_;
+  const PixelKernels<T, HalfRowWindow<T, 1>>& kernels_ = *VISTREL_BY_LEVEL(kBilinearKernels<T>);
+};
 
 }  // namespace
 
-VISTREL_DEFINE_DEMOSAIC(ImageColorBilinear, bilinear)
+template <class T>
+DemosaicAlgorithm<T> bilinear() {
+  return {makeDemosaic<T, Bilinear>, bilinearInPlace<T>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(bilinear);
 
 }  // namespace vistrel::core

@@ -2,6 +2,7 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
+#include "demosaic/algorithms.h"
 #include "demosaic/conversion.h"
 #include "demosaic/hue_ring.h"
 #include "demosaic/in_place.h"
@@ -42,26 +43,39 @@ void cokInPlace(const Conversion<T>& c) {
 }
 
 template <class T>
-void cok(const Conversion<T>& c) {
-  if (isDegenerate(c.region)) return cokInPlace(c);
-  const CokKernels<T>& kernels = *VISTREL_BY_LEVEL(kCok<T>);
-  MosaicRing<T> ring(c.region, c.pSrc, c.sourceStride, 3);
-  const HueRing<T> rows(ring);
-  if (!ring || !rows) return;
-  sweepGuarded(
-      c, ring, 1,
-      [&](int y, RowSink<T>& sink) {
-        kernels.pixels.ofRow(ring.mosaic(), y)(rows.around(y), ring.columns(), sink);
-      },
-      stage(1, [&](int y) {
-        kernels.hues[ring.mosaic().colourParity(y)](ring.template window<1>(y), ring.colourSites(y),
-                                                    rows.green(y), rows.hues(y));
-        rows.guard(y);
-      }));
-}
+class CokDemosaic {
+ public:
+  CokDemosaic(const DemosaicJob<T>& job, Arena& arena)
+      : job_(job), ring_(job, 3, arena), hues_(ring_, arena) {}
+
+  auto sweep() {
+    return sweepGuarded(
+        job_, ring_, 1, [this](int y, RowSink<T>& sink) { fill(y, sink); },
+        stage(1, [this](int y) { findHues(y); }));
+  }
+
+ private:
+  void findHues(int y) {
+    kernels_.hues[ring_.mosaic().colourParity(y)](ring_.template window<1>(y), ring_.colourSites(y),
+                                                  hues_.green(y), hues_.hues(y));
+    hues_.guard(y);
+  }
+  void fill(int y, RowSink<T>& sink) const {
+    kernels_.pixels.ofRow(job_.order, y)(hues_.around(y), ring_.columns(), sink);
+  }
+
+  DemosaicJob<T> job_;
+  MosaicRing<T> ring_;
+  HueRing<T> hues_;
+  const CokKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kCok<T>);
+};
 
 }  // namespace
 
-VISTREL_DEFINE_DEMOSAIC(ImageColorHueCok, cok)
+template <class T>
+DemosaicAlgorithm<T> cok() {
+  return {makeDemosaic<T, CokDemosaic>, cokInPlace<T>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(cok);
 
 }  // namespace vistrel::core

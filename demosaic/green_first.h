@@ -2,6 +2,7 @@
 // by it.
 #pragma once
 
+#include "demosaic/conversion.h"
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
@@ -34,12 +35,8 @@ struct GreenFirstKernels {
 template <class T>
 class GreenRing {
  public:
-  GreenRing(const MosaicRing<T>& ring, unsigned rows)
-      : ring_(ring), rows_(rows), green_(rows + 1, 1, ring.columns()) {
-    if (green_) std::fill_n(green_.half(rows, 0) - 1, ring.columns() / 2 + 3, T{0});
-  }
-
-  explicit operator bool() const { return bool(green_); }
+  GreenRing(const MosaicRing<T>& ring, unsigned rows, Arena& arena)
+      : ring_(ring), rows_(rows), green_(rows + 1, 1, ring.columns(), arena) {}
 
   T* computed(int y) const { return green_.half(unsigned(y) % rows_, 0); }
 
@@ -66,26 +63,40 @@ class GreenRing {
 };
 
 template <class T>
-void sweepGreenFirst(const Conversion<T>& c, const GreenFirstKernels<T>& kernels) {
-  MosaicRing<T> ring(c.region, c.pSrc, c.sourceStride, 6, RowDepth::found);
-  const GreenRing<T> green(ring, 3);
-  if (!ring || !green) return;
+class GreenFirst {
+ public:
+  GreenFirst(const DemosaicJob<T>& job, const GreenFirstKernels<T>& kernels, Arena& arena)
+      : job_(job), kernels_(kernels), ring_(job, 6, arena, RowDepth::found),
+        green_(ring_, 3, arena) {}
+
+  auto sweep() {
+    return sweepGuarded(
+        job_, ring_, 1, [this](int y, RowSink<T>& sink) { fill(y, sink); },
+        stage(2, [this](int y) { fillGreen(y); }));
+  }
+
+ private:
   // Smoothing reaches one row further than the window.
-  const auto passes = [&](int y) -> const GreenFirstPasses<T>& {
-    return ring.depths().areTwelveBitsFrom(y - 3) ? kernels.twelveBits : kernels.anyBits;
-  };
-  sweepGuarded(
-      c, ring, 1,
-      [&](int y, RowSink<T>& sink) {
-        passes(y).pixels.ofRow(ring.mosaic(), y)({ring.template window<2>(y), green.window(y)},
-                                                 ring.columns(), sink);
-      },
-      stage(2, [&](int y) {
-        passes(y).green[ring.mosaic().colourParity(y)](ring.template window<2>(y),
-                                                       ring.colourSites(y), green.computed(y));
-        green.guard(y);
-      }));
-}
+  const GreenFirstPasses<T>& passes(int y) const {
+    return ring_.depths().areTwelveBitsFrom(y - 3) ? kernels_.twelveBits : kernels_.anyBits;
+  }
+
+  void fillGreen(int y) {
+    passes(y).green[ring_.mosaic().colourParity(y)](ring_.template window<2>(y),
+                                                    ring_.colourSites(y), green_.computed(y));
+    green_.guard(y);
+  }
+
+  void fill(int y, RowSink<T>& sink) const {
+    passes(y).pixels.ofRow(job_.order, y)({ring_.template window<2>(y), green_.window(y)},
+                                          ring_.columns(), sink);
+  }
+
+  DemosaicJob<T> job_;
+  const GreenFirstKernels<T>& kernels_;
+  MosaicRing<T> ring_;
+  GreenRing<T> green_;
+};
 
 // Formulas: of one level, as they are applied to samples one by one.
 template <class Formulas, class T>

@@ -1,6 +1,7 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
+#include "demosaic/algorithms.h"
 #include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
@@ -12,13 +13,18 @@ namespace vistrel::core {
 namespace {
 
 template <class T>
-void hamilton(const Conversion<T>& c) {
-  if (isDegenerate(c.region)) return greenFirstInPlace<base::Hamilton<T>>(c);
-  sweepGreenFirst(c, *VISTREL_BY_LEVEL(kHamilton<T>));
-}
+class HamiltonDemosaic : public GreenFirst<T> {
+ public:
+  HamiltonDemosaic(const DemosaicJob<T>& job, Arena& arena)
+      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kHamilton<T>), arena) {}
+};
 
 }  // namespace
 
-VISTREL_DEFINE_DEMOSAIC(ImageColorGradientHamilton, hamilton)
+template <class T>
+DemosaicAlgorithm<T> hamilton() {
+  return {makeDemosaic<T, HamiltonDemosaic>, greenFirstInPlace<base::Hamilton<T>, T>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(hamilton);
 
 }  // namespace vistrel::core

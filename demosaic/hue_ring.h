@@ -41,13 +41,9 @@ struct CokKernels {
 template <class T>
 class HueRing {
  public:
-  explicit HueRing(const MosaicRing<T>& ring)
-      : ring_(ring), green_(2, 1, ring.columns()), hues_(kRows + 1, kParts, 2 * partSize()) {
-    if (!hues_) return;
-    for (double* part : parts(kRows).part) std::fill_n(part - 1, partSize() + kVector, 0.0);
-  }
-
-  explicit operator bool() const { return green_ && hues_; }
+  HueRing(const MosaicRing<T>& ring, Arena& arena)
+      : ring_(ring), green_(2, 1, ring.columns(), arena),
+        hues_(kRows + 1, kParts, 2 * partSize(), arena) {}
 
   T* green(int y) const { return green_.half(unsigned(y), 0); }
   HueParts<T> hues(int y) const { return parts(unsigned(y) % kRows); }

@@ -1,6 +1,7 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
+#include "demosaic/algorithms.h"
 #include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
@@ -12,13 +13,18 @@ namespace vistrel::core {
 namespace {
 
 template <class T>
-void laroche(const Conversion<T>& c) {
-  if (isDegenerate(c.region)) return greenFirstInPlace<base::Laroche<T>>(c);
-  sweepGreenFirst(c, *VISTREL_BY_LEVEL(kLaroche<T>));
-}
+class LarocheDemosaic : public GreenFirst<T> {
+ public:
+  LarocheDemosaic(const DemosaicJob<T>& job, Arena& arena)
+      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kLaroche<T>), arena) {}
+};
 
 }  // namespace
 
-VISTREL_DEFINE_DEMOSAIC(ImageColorGradientLaroche, laroche)
+template <class T>
+DemosaicAlgorithm<T> laroche() {
+  return {makeDemosaic<T, LarocheDemosaic>, greenFirstInPlace<base::Laroche<T>, T>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(laroche);
 
 }  // namespace vistrel::core

@@ -27,11 +27,10 @@ constexpr size_t kVectorRoom = 64 / sizeof(T);
 
 // Smoothing is one row behind loading and reads one row below its own.
 template <class T>
-MosaicRing<T>::MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows,
-                          RowDepth depth)
-    : region_(region), depth_(depth),
-      source_(pSrc + region.x0, static_cast<ptrdiff_t>(sourceStride), static_cast<int>(region.Hf)),
-      raw_(rows + 1, 2, region.Wf), green_(rows, 1, region.Wf) {}
+MosaicRing<T>::MosaicRing(const DemosaicJob<T>& job, unsigned rows, Arena& arena, RowDepth depth)
+    : source_(job.source), mosaic_(job.mosaic), columns_(static_cast<size_t>(job.columns)),
+      height_(job.height), depth_(depth), raw_(rows + 1, 2, columns_, arena),
+      green_(rows, 1, columns_, arena) {}
 
 template <class T>
 void MosaicRing<T>::load(int y) {
@@ -45,7 +44,6 @@ void MosaicRing<T>::load(int y) {
     kernels.split(source, columns(), even, odd);
   guardHalf(even, halfSize(0));
   guardHalf(odd, halfSize(1));
-  nextSource_ = source_.has(y + 1) ? source_.row(y + 1) : nullptr;
 }
 
 template <class T>

@@ -1,10 +1,9 @@
 // The mosaic of a region as half rows, a few rows at a time: what every guarded sweep begins with.
 #pragma once
 
-#include "common/mosaic.h"
 #include "common/rows/half_rows.h"
 #include "common/rows/row_depths.h"
-#include "common/rows/row_source.h"
+#include "demosaic/job.h"
 
 namespace vistrel::core {
 
@@ -23,16 +22,14 @@ template <class T>
 class MosaicRing {
  public:
   // rows: how many smoothed rows the stages behind smoothing need at a time.
-  MosaicRing(const Region& region, const T* pSrc, size_t sourceStride, unsigned rows,
+  MosaicRing(const DemosaicJob<T>& job, unsigned rows, Arena& arena,
              RowDepth depth = RowDepth::ignored);
-
-  explicit operator bool() const { return raw_ && green_; }
 
   void load(int y);    // from the source
   void smooth(int y);  // green, from rows y - 1 .. y + 1 that were loaded
 
-  // The row that is loaded next; null when none is left.
-  const T* nextSource() const { return nextSource_; }
+  // Fetches the row that is loaded next.
+  Prefetcher nextSource() const { return source_.next(); }
 
   // A half of row y, smoothed if it holds green. Rows outside the region are the second rows
   // inside, as in the guard; elements -1 and n of a half likewise.
@@ -45,19 +42,20 @@ class MosaicRing {
 
   const RowDepths& depths() const { return depths_; }  // where they are found
 
-  const Mosaic& mosaic() const { return region_.mosaic; }
-  size_t columns() const { return region_.Wf; }
-  size_t halfSize(unsigned columnParity) const { return (region_.Wf + 1 - columnParity) / 2; }
+  const Mosaic& mosaic() const { return mosaic_; }
+  size_t columns() const { return columns_; }
+  size_t halfSize(unsigned columnParity) const { return (columns_ + 1 - columnParity) / 2; }
   // The red or blue sites of row y.
   size_t colourSites(int y) const { return halfSize(mosaic().colourParity(y)); }
-  int height() const { return static_cast<int>(region_.Hf); }
+  int height() const { return height_; }
 
  private:
-  Region region_;
+  RowSource<T>& source_;
+  Mosaic mosaic_;
+  size_t columns_;
+  int height_;
   RowDepth depth_;
   RowDepths depths_;
-  RowSource<T> source_;
-  const T* nextSource_ = nullptr;
   HalfRowRing<T> raw_, green_;
 };
 

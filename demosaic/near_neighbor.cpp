@@ -1,24 +1,34 @@
 #include "cfa/near/near.h"
-#include "demosaic/primitive_call.h"
+#include "demosaic/algorithms.h"
+#include "demosaic/primitive.h"
 
 namespace vistrel::core {
 
 namespace {
 
-constexpr int kSmallestSide = 2;
-
 // The 16-bit twin works on samples scaled to all sixteen bits.
 template <class T>
-void nearNeighbor(const Conversion<T>& c) {
-  PrimitiveCall<T> call(c);
-  if (call.isRefused(kSmallestSide)) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
-  call.frame.rounding = Rounding(scaling(c));
-  NearRegion<T> region(call.frame, call.roi);
-  convertRegion(c, call.roi, region);
-}
+class NearDemosaic {
+ public:
+  NearDemosaic(const DemosaicJob<T>& job, Arena& arena)
+      : job_(job),
+        region_(
+            {job.source, {job.columns, job.height}, job.order.exchanged(), Rounding(scaling(job))},
+            job.roi, arena) {}
+
+  auto sweep() { return region_.sweep(job_.image, job_.rows); }
+
+ private:
+  DemosaicJob<T> job_;
+  NearRegion<T> region_;
+};
 
 }  // namespace
 
-VISTREL_DEFINE_DEMOSAIC_IN(compactLayout, ImageColorNearNeighbor, nearNeighbor)
+template <class T>
+DemosaicAlgorithm<T> near() {
+  return {makeDemosaic<T, NearDemosaic>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(near);
 
 }  // namespace vistrel::core

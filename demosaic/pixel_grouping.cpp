@@ -4,6 +4,7 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
+#include "demosaic/algorithms.h"
 #include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
@@ -43,10 +44,11 @@ void redAndBlueOf(const InPlacePixel<T>& p, T* pFirst, T* pSecond) {
 }
 
 template <class T>
-void pixelGrouping(const Conversion<T>& c) {
-  if (isDegenerate(c.region)) return greenFirstInPlace<PixelGrouping<T>>(c);
-  sweepGreenFirst(c, *VISTREL_BY_LEVEL(kPixelGrouping<T>));
-}
+class GroupingDemosaic : public GreenFirst<T> {
+ public:
+  GroupingDemosaic(const DemosaicJob<T>& job, Arena& arena)
+      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kPixelGrouping<T>), arena) {}
+};
 
 }  // namespace
 
@@ -72,6 +74,10 @@ int HueTransit(int L1, int L2, int L3, int V1, int V3) {
   return base::hueTransit(L1, L2, L3, V1, V3);
 }
 
-VISTREL_DEFINE_DEMOSAIC(ImageColorPixelGrouping, pixelGrouping)
+template <class T>
+DemosaicAlgorithm<T> pixelGrouping() {
+  return {makeDemosaic<T, GroupingDemosaic>, greenFirstInPlace<PixelGrouping<T>, T>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(pixelGrouping);
 
 }  // namespace vistrel::core

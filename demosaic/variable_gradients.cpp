@@ -5,6 +5,7 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
+#include "demosaic/algorithms.h"
 #include "demosaic/conversion.h"
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
@@ -41,17 +42,24 @@ void variableGradientsInPlace(const Conversion<T>& c) {
 }
 
 template <class T>
-void variableGradients(const Conversion<T>& c) {
-  if (isDegenerate(c.region)) return variableGradientsInPlace(c);
-  const auto& kernels = *VISTREL_BY_LEVEL(kVariableGradients<T>);
-  MosaicRing<T> ring(c.region, c.pSrc, c.sourceStride, 5, RowDepth::found);
-  if (!ring) return;
-  sweepGuarded(c, ring, 2, [&](int y, RowSink<T>& sink) {
-    const bool isNarrow = ring.depths().areTwelveBitsFrom(y - 3);
-    const auto& rows = isNarrow ? kernels.twelveBits : kernels.anyBits;
-    rows.ofRow(ring.mosaic(), y)(ring.template window<2>(y), ring.columns(), sink);
-  });
-}
+class VariableGradients {
+ public:
+  VariableGradients(const DemosaicJob<T>& job, Arena& arena)
+      : job_(job), ring_(job, 5, arena, RowDepth::found) {}
+
+  auto sweep() {
+    return sweepGuarded(job_, ring_, 2, [this](int y, RowSink<T>& sink) {
+      const bool isNarrow = ring_.depths().areTwelveBitsFrom(y - 3);
+      const auto& kernels = isNarrow ? kernels_.twelveBits : kernels_.anyBits;
+      kernels.ofRow(job_.order, y)(ring_.template window<2>(y), ring_.columns(), sink);
+    });
+  }
+
+ private:
+  DemosaicJob<T> job_;
+  MosaicRing<T> ring_;
+  const VariableGradientsKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kVariableGradients<T>);
+};
 
 template <class T>
 InPlacePixel<T> pixelAt(T* pPixel, unsigned nRowSamples, Site site) {
@@ -62,7 +70,11 @@ Site colourOpposite(unsigned nChannel) { return nChannel == kBlue ? SITE_R : SIT
 
 }  // namespace
 
-VISTREL_DEFINE_DEMOSAIC(ImageColorVariableGradients, variableGradients)
+template <class T>
+DemosaicAlgorithm<T> variableGradients() {
+  return {makeDemosaic<T, VariableGradients>, variableGradientsInPlace<T>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(variableGradients);
 
 void calcOneGreenCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
   fillAtGreen(pixelAt(pPixel, nRowSamples, greenBeside(nChannel)));

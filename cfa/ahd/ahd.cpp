@@ -10,7 +10,7 @@ namespace {
 constexpr int evenDown(int v) { return v & ~1; }
 
 template <class T>
-AhdBoundaries boundariesOf(const CfaFrame<T>& frame, CfaRect roi) {
+AhdBoundaries boundariesOf(const CfaRows<T>& frame, CfaRect roi) {
   AhdBoundaries b{std::max(roi.x, kAhdReach), std::max(roi.y, kAhdReach), 0, 0};
   if (!frame.mosaic.isRedRow(b.y0)) ++b.y0;
   if (frame.mosaic.isGreenAt(b.x0, b.y0)) ++b.x0;
@@ -31,11 +31,13 @@ void moveTo(int column, const T* (&halves)[2]) {
 }  // namespace
 
 template <class T>
-AhdStrip<T>::AhdStrip(const CfaFrame<T>& frame, int x, int width, int shift, Level level)
-    : first_(x - kAhdReach), shift_(std::min(shift, 15)),
-      kernels_(*VISTREL_AT_LEVEL(level, kAhd<T>)),
-      images_(frame, first_, static_cast<size_t>(width) + 2 * kAhdReach, shift, kernels_),
-      choice_(images_, first_, static_cast<size_t>(width) + 2 * kAhdReach, kernels_) {}
+AhdStrip<T>::AhdStrip(const CfaRows<T>& frame, int x, int width, const AhdSettings& settings,
+                      Arena& arena)
+    : first_(x - kAhdReach), shift_(std::min(settings.shift, 15)), redLast_(settings.redLast),
+      kernels_(*VISTREL_AT_LEVEL(settings.level, kAhd<T>)),
+      images_(frame, first_, static_cast<size_t>(width) + 2 * kAhdReach, settings.shift, kernels_,
+              arena),
+      choice_(images_, first_, static_cast<size_t>(width) + 2 * kAhdReach, kernels_, arena) {}
 
 template <class T>
 void AhdStrip<T>::store(int y, int x, int xEnd, RowSink<T>& sink) {
@@ -51,15 +53,17 @@ void AhdStrip<T>::store(int y, int x, int xEnd, RowSink<T>& sink) {
     moveTo(column, image->opposite);
   }
   moveTo(column, rows.choice);
-  // Kernels store blue first; here red comes first.
-  const Mosaic mosaic = images_.mosaic().from(column, 0).exchanged();
-  kernels_.pixels->ofRow(mosaic, y)(rows, static_cast<size_t>(xEnd - x), sink);
+  // Kernels store blue first.
+  const Mosaic mosaic = images_.mosaic().from(column, 0);
+  kernels_.pixels->ofRow(redLast_ ? mosaic : mosaic.exchanged(), y)(
+      rows, static_cast<size_t>(xEnd - x), sink);
 }
 
 template <class T>
-AhdRegion<T>::AhdRegion(const CfaFrame<T>& frame, CfaRect roi, int shift, Level level)
+AhdRegion<T>::AhdRegion(const CfaRows<T>& frame, CfaRect roi, const AhdSettings& settings,
+                        Arena& arena)
     : roi_(roi), inner_(boundariesOf(frame, roi)),
-      strip_(frame, left(), end() - left(), shift, level) {}
+      strip_(frame, left(), end() - left(), settings, arena) {}
 
 // The right band may begin to the left of the region: its choice runs from there.
 template <class T>
@@ -68,13 +72,11 @@ int AhdRegion<T>::left() const {
 }
 
 template <class T>
-void AhdRegion<T>::makeInto(ImageSink<T>& image) {
-  strip_.makeInto(image, roi_, [this](int y, const AhdChoice<T>& choice) {
-    if (!besideInner(y)) return choice.restartAt(roi_.x);
-    choice.restartAt(left());
-    if (inner_.x0 < inner_.xEnd) choice.restartAt(inner_.x0);
-    if (inner_.xEnd < end()) choice.restartAt(inner_.xEnd);
-  });
+void AhdRegion<T>::restart(int y, const AhdChoice<T>& choice) const {
+  if (!besideInner(y)) return choice.restartAt(roi_.x);
+  choice.restartAt(left());
+  if (inner_.x0 < inner_.xEnd) choice.restartAt(inner_.x0);
+  if (inner_.xEnd < end()) choice.restartAt(inner_.xEnd);
 }
 
 template class AhdStrip<uint8_t>;

@@ -10,29 +10,33 @@ namespace vistrel::core {
 
 constexpr int kAhdReach = 5;  // rows and columns that a pixel depends on, on either side
 
+struct AhdSettings {
+  int shift = 0;         // samples are scaled up by it, and down again when stored
+  bool redLast = false;  // in a pixel; else it is the first sample
+  Level level = currentLevel();
+};
+
 // Columns of a frame, row by row.
 template <class T>
 class AhdStrip {
  public:
-  // x, width: of the strip. shift: samples are scaled up by it, and down again when stored.
-  AhdStrip(const CfaFrame<T>& frame, int x, int width, int shift, Level level);
+  // x, width: of the strip.
+  AhdStrip(const CfaRows<T>& frame, int x, int width, const AhdSettings& settings, Arena& arena);
 
-  // False if an allocation failed.
-  explicit operator bool() const { return images_ && choice_; }
-
-  // Makes a rectangle of the strip. restarts(y, choice): restarts the choice of row y.
-  template <class Restarts>
-  void makeInto(ImageSink<T>& image, CfaRect rect, Restarts restarts) {
-    sweep({rect.y, rect.y + rect.height}, kUnbounded, stage(0, [&](int y) { images_.load(y); }),
-          stage(2, [&](int y) { images_.fillGreen(y); }),
-          stage(1, [&](int y) { images_.fillColours(y); }),
-          stage(1, [&](int y) { choice_.score(y); }), stage(1, [&](int y) {
-            choice_.sum(y);
-            restarts(y, choice_);
-            RowSink<T> sink = image.row(y - rect.y);
-            store(y, rect.x, rect.x + rect.width, sink);
-            image.finish(y - rect.y, sink);
-          }));
+  // Makes rows of a rectangle of the strip. restart(y, choice): restarts the choice of row y.
+  template <class Restart>
+  auto sweep(ImageSink<T>& image, CfaRect rect, RowInterval rows, Restart restart) {
+    return Sweep(rows, kUnbounded, stage(0, [this](int y) { images_.load(y); }),
+                 stage(2, [this](int y) { images_.fillGreen(y); }),
+                 stage(1, [this](int y) { images_.fillColours(y); }),
+                 stage(1, [this](int y) { choice_.score(y); }),
+                 stage(1, [this, &image, rect, restart](int y) {
+                   choice_.sum(y);
+                   restart(y, choice_);
+                   RowSink<T> sink = image.row(y - rect.y);
+                   store(y, rect.x, rect.x + rect.width, sink);
+                   image.finish(y - rect.y, sink);
+                 }));
   }
 
  private:
@@ -40,6 +44,7 @@ class AhdStrip {
 
   int first_;  // the column of element 0 of the even halves
   int shift_;
+  bool redLast_;
   const AhdKernels<T>& kernels_;
   AhdReconstruction<T> images_;
   AhdChoice<T> choice_;
@@ -56,14 +61,16 @@ template <class T>
 class AhdRegion {
  public:
   // roi: clipped to the frame, not empty.
-  AhdRegion(const CfaFrame<T>& frame, CfaRect roi, int shift = 0, Level level = currentLevel());
+  AhdRegion(const CfaRows<T>& frame, CfaRect roi, const AhdSettings& settings, Arena& arena);
 
-  // False if an allocation failed.
-  explicit operator bool() const { return bool(strip_); }
-
-  void makeInto(ImageSink<T>& image);
+  // Makes rows of the roi, which are counted as the frame's.
+  auto sweep(ImageSink<T>& image, RowInterval rows) {
+    return strip_.sweep(image, roi_, rows,
+                        [this](int y, const AhdChoice<T>& choice) { restart(y, choice); });
+  }
 
  private:
+  void restart(int y, const AhdChoice<T>& choice) const;
   bool besideInner(int y) const { return inner_.y0 <= y && y < inner_.yEnd; }
   int left() const;
   int end() const { return roi_.x + roi_.width; }

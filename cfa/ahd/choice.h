@@ -9,12 +9,10 @@ template <class T>
 class AhdChoice {
  public:
   AhdChoice(const AhdReconstruction<T>& images, int first, size_t columns,
-            const AhdKernels<T>& kernels)
-      : images_(images), first_(first), kernels_(kernels), scores_(3, 2, columns),
-        scoreColumns_(1, 2, columns), sums_(1, 2, columns), choice_(1, 2, columns) {}
-
-  // False if an allocation failed.
-  explicit operator bool() const { return scores_ && scoreColumns_ && sums_ && choice_; }
+            const AhdKernels<T>& kernels, Arena& arena)
+      : images_(images), first_(first), kernels_(kernels), scores_(3, 2, columns, arena),
+        scoreColumns_(1, 2, columns, arena), sums_(1, 2, columns, arena),
+        choice_(1, 2, columns, arena) {}
 
   // How many more neighbours of a pixel look alike in one image than in the other.
   void score(int y) const {

@@ -18,16 +18,17 @@ int mirror(int c, int last) {
 
 // Each ring has as many rows as lie between the making of a row and its last use.
 template <class T>
-AhdReconstruction<T>::AhdReconstruction(const CfaFrame<T>& frame, int first, size_t columns,
-                                        int shift, const AhdKernels<T>& kernels)
-    : frame_(frame), source_(frame.samples, frame.step, frame.size.height), first_(first),
-      columns_(columns), shift_(shift), kernels_(kernels), mosaic_(6, 2, columns),
-      green_(4, kAhdImages, columns), colours_(3, kAhdImages * kComputed, columns),
-      differences_(3, kAhdImages, columns), lumaChroma_(3, kAhdImages * 2 * 3, columns) {}
+AhdReconstruction<T>::AhdReconstruction(const CfaRows<T>& frame, int first, size_t columns,
+                                        int shift, const AhdKernels<T>& kernels, Arena& arena)
+    : frame_(frame), first_(first), columns_(columns), shift_(shift), kernels_(kernels),
+      mosaic_(6, 2, columns, arena), green_(4, kAhdImages, columns, arena),
+      colours_(3, kAhdImages * kComputed, columns, arena),
+      differences_(3, kAhdImages, columns, arena),
+      lumaChroma_(3, kAhdImages * 2 * 3, columns, arena) {}
 
 template <class T>
 void AhdReconstruction<T>::load(int y) {
-  const T* source = source_.row(mirror(y, source_.height() - 1));
+  const T* source = frame_.source.row(mirror(y, frame_.size.height - 1));
   T* const halves[2] = {mosaic_.half(slot(y), 0), mosaic_.half(slot(y), 1)};
   const int lastColumn = frame_.size.width - 1, columns = static_cast<int>(columns_);
   const int begin = first_ < 0 ? (1 - first_) & ~1 : 0;  // even, inside the frame from here

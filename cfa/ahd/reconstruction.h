@@ -14,13 +14,8 @@ class AhdReconstruction {
  public:
   // first, columns: of the strip with all that it reads on either side. shift: samples are scaled
   // up by it.
-  AhdReconstruction(const CfaFrame<T>& frame, int first, size_t columns, int shift,
-                    const AhdKernels<T>& kernels);
-
-  // False if an allocation failed.
-  explicit operator bool() const {
-    return mosaic_ && green_ && colours_ && differences_ && lumaChroma_;
-  }
+  AhdReconstruction(const CfaRows<T>& frame, int first, size_t columns, int shift,
+                    const AhdKernels<T>& kernels, Arena& arena);
 
   void load(int y);
   void fillGreen(int y);    // of rows y - 2 .. y + 2
@@ -40,8 +35,7 @@ class AhdReconstruction {
   AhdGreen<T> greenOf(AhdImage image, int y) const;
   AhdColours<T> coloursOf(AhdImage image, int y) const;
 
-  CfaFrame<T> frame_;
-  RowSource<T> source_;
+  CfaRows<T> frame_;
   int first_;  // the frame column of element 0 of the even halves
   size_t columns_;
   int shift_;

@@ -1,51 +1,35 @@
 #include "cfa/near/near.h"
 
-#include "cfa/border.h"
-#include "common/rows/sweep.h"
-
 #define VISTREL_BODY "cfa/near/near_rows-inl.h"
 #include "common/simd/each_level.h"
 
 namespace vistrel::core {
 
-namespace {
-constexpr int kReach = 2;
-}
-
 template <class T>
-NearRegion<T>::NearRegion(const CfaFrame<T>& frame, CfaRect roi, Level level)
-    : frame_(frame), source_(frame.samples, frame.step, frame.size.height), roi_(roi),
-      x0_(std::max(roi.x, kReach)), x1_(std::min(roi.x + roi.width, frame.size.width - kReach)),
+NearRegion<T>::NearRegion(const CfaRows<T>& frame, CfaRect roi, Arena& arena, Level level)
+    : frame_(frame), roi_(roi), x0_(std::max(roi.x, kReach)),
+      x1_(std::min(roi.x + roi.width, frame.size.width - kReach)),
       kernels_(*VISTREL_AT_LEVEL(level, kNear<T>)),
-      ring_(2 * kReach + 1, 2, static_cast<size_t>(std::max(x1_ - x0_, 0)) + 2 * kReach) {}
+      ring_(2 * kReach + 1, 2, static_cast<size_t>(std::max(x1_ - x0_, 0)) + 2 * kReach, arena),
+      border_(frame, roi, arena) {}
 
 template <class T>
 bool NearRegion<T>::hasInterior(int y) const {
-  return hasInterior() && source_.has(y - kReach) && source_.has(y + kReach);
-}
-
-template <class T>
-void NearRegion<T>::makeInto(ImageSink<T>& image) {
-  sweep({roi_.y, roi_.y + roi_.height}, {0, source_.height()}, stage(0, [&](int y) { load(y); }),
-        stage(kReach, [&](int y) {
-          RowSink<T> sink = image.row(y - roi_.y);
-          border(y, sink);
-          interior(y, sink);
-          image.finish(y - roi_.y, sink);
-        }));
+  return hasInterior() && frame_.has(y - kReach) && frame_.has(y + kReach);
 }
 
 // Columns from kReach before the interior's first, so that its first is column 0 of element 1.
 template <class T>
 void NearRegion<T>::load(int y) {
+  const T* const row = frame_.source.row(y);
+  border_.load(y, row);
   if (!hasInterior()) return;
   const int first = x0_ - kReach;
   const size_t columns = static_cast<size_t>(x1_ + kReach - first);
-  const T* source = source_.row(y) + first;
   T* even = ring_.half(unsigned(y), 0);
   T* odd = ring_.half(unsigned(y), 1);
-  kernels_.split(source, columns, even, odd);
-  if (source_.has(y + 1)) prefetchRow(source_.row(y + 1) + first, columns * sizeof(T));
+  kernels_.split(row + first, columns, even, odd);
+  frame_.source.next().fetch(static_cast<size_t>(first), static_cast<size_t>(first) + columns);
   const T mask = static_cast<T>(frame_.rounding.mask);
   if (mask == T(~T{0})) return;
   for (T* half : {even, odd}) kernels_.keepBits(half, (columns + 1) / 2, mask);
@@ -54,7 +38,7 @@ void NearRegion<T>::load(int y) {
 // The border comes first: then all that lies before a pixel is there when it is made.
 template <class T>
 void NearRegion<T>::border(int y, RowSink<T>& sink) const {
-  ownBayerBorder(frame_, {roi_.x, y, roi_.width, 1}, sink.pixels(), 0);
+  border_.write(y, sink.pixels());
   const bool whole = !hasInterior(y);
   sink.copyPixels(0, static_cast<size_t>((whole ? roi_.x + roi_.width : x0_) - roi_.x));
   if (!whole) sink.copyPixels(static_cast<size_t>(x1_ - roi_.x), static_cast<size_t>(roi_.width));

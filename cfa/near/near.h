@@ -2,10 +2,10 @@
 // vector code, the rest by the border.
 #pragma once
 
-#include "cfa/frame.h"
+#include "cfa/near/near_border.h"
 #include "common/rows/half_rows.h"
 #include "common/rows/pixel_kernels.h"
-#include "common/rows/row_source.h"
+#include "common/rows/sweep.h"
 #include "cpu/level.h"
 
 namespace vistrel::core {
@@ -22,26 +22,43 @@ template <class T>
 class NearRegion {
  public:
   // roi: clipped to the frame, its origin inside.
-  NearRegion(const CfaFrame<T>& frame, CfaRect roi, Level level = currentLevel());
+  NearRegion(const CfaRows<T>& frame, CfaRect roi, Arena& arena, Level level = currentLevel());
 
-  // False if an allocation failed.
-  explicit operator bool() const { return bool(ring_); }
-
-  void makeInto(ImageSink<T>& image);
+  // Makes rows of the roi, which are counted as the frame's.
+  auto sweep(ImageSink<T>& image, RowInterval rows) {
+    return Sweep(rows, {0, frame_.size.height}, stage(0, [this](int y) { load(y); }),
+                 stage(kReach, [this, &image](int y) {
+                   RowSink<T> sink = image.row(y - roi_.y);
+                   border(y, sink);
+                   interior(y, sink);
+                   image.finish(y - roi_.y, sink);
+                 }));
+  }
 
  private:
+  static constexpr int kReach = NearBorder<T>::kWidth;
+
   bool hasInterior() const { return x0_ < x1_; }
   bool hasInterior(int y) const;
   void load(int y);
   void border(int y, RowSink<T>& sink) const;
   void interior(int y, RowSink<T>& sink) const;
 
-  CfaFrame<T> frame_;
-  RowSource<T> source_;
+  CfaRows<T> frame_;
   CfaRect roi_;
   int x0_, x1_;  // the interior's columns
   const NearKernels<T>& kernels_;
   HalfRowRing<T> ring_;
+  NearBorder<T> border_;
 };
+
+// All of the roi. Writes nothing if an allocation fails.
+template <class T>
+void makeNear(const CfaRows<T>& frame, CfaRect roi, ImageSink<T>& image, Level level) {
+  withArena([&](Arena& arena) {
+    NearRegion<T> region(frame, roi, arena, level);
+    if (!arena.counts()) region.sweep(image, rowsOf(roi)).finish();
+  });
+}
 
 }  // namespace vistrel::core

@@ -6,11 +6,11 @@
 //   half 1      R   R   R                    R R R
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
-#include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <type_traits>
+
+#include "common/rows/arena.h"
 
 namespace vistrel::core {
 
@@ -20,20 +20,18 @@ namespace vistrel::core {
 template <class T>
 class HalfRowRing {
  public:
-  HalfRowRing(unsigned rows, unsigned halves, size_t columns)
+  HalfRowRing(unsigned rows, unsigned halves, size_t columns, Arena& arena)
       : rows_(rows), halves_(halves), pitch_(pitchOf(columns)),
-        block_(static_cast<T*>(std::aligned_alloc(kAlign, bytes()))) {
-    if (block_) std::memset(block_.get(), 0, bytes());
+        block_(arena.take<T>(rows_ * halves_ * pitch_)) {
+    if (block_) std::fill_n(block_, rows_ * halves_ * pitch_, T{0});
   }
 
-  explicit operator bool() const { return block_ != nullptr; }
-
   T* half(unsigned row, unsigned which) const {
-    return block_.get() + ((row % rows_) * halves_ + which) * pitch_ + kAlign / sizeof(T);
+    return block_ + ((row % rows_) * halves_ + which) * pitch_ + kAlign / sizeof(T);
   }
 
  private:
-  static constexpr size_t kAlign = 64;
+  static constexpr size_t kAlign = Arena::kAlign;
   static constexpr size_t kMargin = 3 * kAlign / sizeof(T);  // one in front, two behind
 
   static size_t pitchOf(size_t columns) {
@@ -41,14 +39,9 @@ class HalfRowRing {
     return ((columns + 1) / 2 + kMargin + unit - 1) / unit * unit;
   }
 
-  size_t bytes() const { return rows_ * halves_ * pitch_ * sizeof(T); }
-
-  struct Free {
-    void operator()(T* block) const { std::free(block); }
-  };
   unsigned rows_, halves_;
   size_t pitch_;
-  std::unique_ptr<T, Free> block_;
+  T* block_;  // null where memory is only counted
 };
 
 // Rows y - reach .. y + reach of a plane, each as two halves by column parity.

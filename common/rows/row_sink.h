@@ -26,7 +26,10 @@ class RowSink {
   explicit RowSink(T* pixels, T* copy = nullptr) : pixels_(pixels), copy_(copy) {}
 
   T* pixels() const { return pixels_ + 3 * first_; }
-  T* copy() const { return copy_ ? copy_ + 3 * first_ : nullptr; }
+  T* copy() const { return copy_ && !isHeld_ ? copy_ + 3 * first_ : nullptr; }
+
+  // Pixels may still change until the row is finished.
+  void hold() { isHeld_ = true; }
 
   // From here on pixels are counted from the n-th on.
   void skip(size_t n) { first_ += n; }
@@ -35,7 +38,8 @@ class RowSink {
   class Progress {
    public:
     explicit Progress(RowSink& sink)
-        : source_(sink.source_), first_(sink.first_), watched_(sink.isWatched_ ? &sink : nullptr) {}
+        : source_(sink.source_), first_(sink.first_),
+          watched_(sink.isWatched_ && !sink.isHeld_ ? &sink : nullptr) {}
 
     // Pixels begin .. end - 1 are stored, and all before them. The sink hears of it a chunk at a
     // time: a call costs as much as some twenty pixels.
@@ -54,6 +58,7 @@ class RowSink {
 
   // The whole row is stored, which has so many pixels.
   void finish(size_t columns) {
+    if (copy_ && isHeld_) std::memcpy(copy_, pixels_, 3 * columns * sizeof(T));
     work_.finish(workEnd_);
     result_.finish(pixels_ + 3 * columns);
     if (listener_) listener_->written(y_, passed_, columns);
@@ -91,6 +96,7 @@ class RowSink {
 
   T *pixels_, *copy_;
   size_t first_ = 0;
+  bool isHeld_ = false;
   bool isWatched_ = false;  // anything below but the source is set
   NonTemporalCopy work_, result_;
   const T* workEnd_ = nullptr;

@@ -2,7 +2,9 @@
 // reads are there, so that a frame passes through memory once.
 #pragma once
 
+#include <algorithm>
 #include <limits>
+#include <tuple>
 
 namespace vistrel::core {
 
@@ -28,18 +30,43 @@ constexpr RowInterval kUnbounded{std::numeric_limits<int>::min(), std::numeric_l
 // Makes the given rows of the last stage. The stages before make the rows that these depend on, as
 // far as they lie within `bounds`: those of the frame, or more where rows continue beyond it.
 template <class... RowFunctions>
-void sweep(RowInterval rows, RowInterval bounds, Stage<RowFunctions>... stages) {
-  const int reachOfAll = (0 + ... + stages.reach);
-  for (int top = rows.first - reachOfAll; top < rows.end + reachOfAll; ++top) {
-    int y = top, reach = reachOfAll;  // from here to the last stage
-    const auto step = [&](auto& stage) {
+class Sweep {
+ public:
+  Sweep(RowInterval rows, RowInterval bounds, Stage<RowFunctions>... stages)
+      : rows_(rows), bounds_(bounds), stages_(stages...), reach_((0 + ... + stages.reach)),
+        next_(rows.first - reach_) {}
+
+  // Does all that the first stage's rows before `end` allow.
+  void advance(int end) {
+    for (end = std::min(end, last()); next_ < end; ++next_) step(next_);
+  }
+  void finish() { advance(last()); }
+
+  // The first stage's rows: from this one on, and up to the one before last().
+  int first() const { return rows_.first - reach_; }
+  int last() const { return rows_.end + reach_; }
+
+ private:
+  // The first stage makes row `top`, each stage behind it the row that this completes.
+  void step(int top) {
+    int y = top, reach = reach_;  // from here to the last stage
+    const auto make = [&](auto& stage) {
       y -= stage.reach;
       reach -= stage.reach;
-      const bool isWanted = rows.first - reach <= y && y < rows.end + reach;
-      if (isWanted && bounds.first <= y && y < bounds.end) stage.row(y);
+      const bool isWanted = rows_.first - reach <= y && y < rows_.end + reach;
+      if (isWanted && bounds_.first <= y && y < bounds_.end) stage.row(y);
     };
-    (step(stages), ...);
+    std::apply([&](auto&... stage) { (make(stage), ...); }, stages_);
   }
+
+  RowInterval rows_, bounds_;
+  std::tuple<Stage<RowFunctions>...> stages_;
+  int reach_, next_;
+};
+
+template <class... RowFunctions>
+void sweep(RowInterval rows, RowInterval bounds, Stage<RowFunctions>... stages) {
+  Sweep(rows, bounds, stages...).finish();
 }
 
 }  // namespace vistrel::core

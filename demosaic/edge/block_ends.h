@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <utility>
 
 #include "demosaic/edge/edge_rings.h"
 #include "demosaic/edge/edge_sites.h"
@@ -18,8 +19,14 @@ class BlockEnds {
  public:
   static constexpr int kBlock = 8;
 
-  BlockEnds(const EdgeFrame<T>& frame, const EdgeSettings& settings)
-      : frame_(frame), settings_(settings), pixels_(-frame.columns() & (kBlock - 1)) {}
+  BlockEnds(const EdgeMosaicRing<T>& ring, const DemosaicJob<T>& job, const EdgeSettings& settings)
+      : ring_(ring), columns_(job.columns), mosaic_(job.mosaic), settings_(settings),
+        pixels_(-columns_ & (kBlock - 1)) {
+    if (job.order != job.mosaic) std::swap(order_[0], order_[2]);
+  }
+
+  // How far below its own row it reads: in narrow regions the end of a block lies two rows down.
+  static int reach(int columns) { return columns < 4 ? 4 : 3; }
 
   // Pixels beyond the end of a row, 0..7.
   size_t pixels() const { return size_t(pixels_); }
@@ -30,11 +37,11 @@ class BlockEnds {
     T patch[kPatchRows * kPatchColumns];
     for (int j = 0; j < kPatchRows; ++j)
       for (int i = 0; i < kPatchColumns; ++i)
-        patch[j * kPatchColumns + i] = frame_.at(y + j - kReach, frame_.columns() + i - kReach);
+        patch[j * kPatchColumns + i] = ring_.at(y + j - kReach, columns_ + i - kReach);
     int colours[3][kBlock];
     for (int first : {0, 1}) callKernel(patch, y, first, colours);
     for (ptrdiff_t i = 0; i < pixels_; ++i)
-      for (int channel = 0; channel < 3; ++channel)
+      for (int channel : order_)
         *ends++ = static_cast<T>(std::clamp(colours[channel][i], 0, settings_.limit));
   }
 
@@ -47,19 +54,22 @@ class BlockEnds {
     const int position = kReach * kPatchColumns + kReach + first;
     int *const red = colours[kRed] + first, *const blue = colours[kBlue] + first;
     int* const green = colours[kGreen] + first;
-    const bool isBlueRow = !frame_.mosaic().isRedRow(y);
+    const bool isBlueRow = !mosaic_.isRedRow(y);
     EdgeSettings settings = settings_;
     auto& [t0, t1, t2, t3] = settings.thresholds;
-    if (frame_.mosaic().isGreenAt(frame_.columns() + first, y))
+    if (mosaic_.isGreenAt(columns_ + first, y))
       vec_G_CalcGreen_3x3x4_ext(patch, position, kPatchColumns, red, blue, green, t0, t1, t2, t3,
                                 isBlueRow);
     else
       vec_RB_CalcGreen_3x3x4_ext(patch, position, kPatchColumns, red, blue, green, isBlueRow);
   }
 
-  const EdgeFrame<T>& frame_;
-  const EdgeSettings settings_;
+  const EdgeMosaicRing<T>& ring_;
+  ptrdiff_t columns_;
+  Mosaic mosaic_;
+  EdgeSettings settings_;
   ptrdiff_t pixels_;
+  int order_[3] = {kBlue, kGreen, kRed};
 };
 
 }  // namespace vistrel::core

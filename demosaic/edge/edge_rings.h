@@ -2,17 +2,17 @@
 #pragma once
 
 #include <algorithm>
+#include <climits>
 
 #include "common/depth.h"
 #include "common/rows/half_rows.h"
 #include "common/rows/pixel_kernels.h"
 #include "common/rows/row_depths.h"
-#include "common/rows/row_source.h"
-#include "demosaic/conversion.h"
+#include "demosaic/job.h"
 
 namespace vistrel::core {
 
-// Measures of the red or blue sites of a row, see edge.inl.
+// Measures of the red or blue sites of a row.
 template <class Lane>
 struct MeasureRow {
   Lane *vertical, *verticals, *horizontal, *horizontals, *inRow, *inColumn;
@@ -56,87 +56,85 @@ struct EdgeKernels {
   }
 };
 
-// The frame with its surroundings: two rows above and below it that continue the mosaic, and zeros
-// beyond those and on either side.
+// Some rows of the frame as half rows, with its surroundings: two rows above and below it that
+// continue the mosaic, and zeros beyond those and on either side.
+// quirk: zero-sides. Above and below, the mosaic goes on; at the sides formulas read zeros.
 template <class T>
-class EdgeFrame {
+class EdgeMosaicRing {
  public:
-  explicit EdgeFrame(const Conversion<T>& c)
-      : columns_(c.region.Wf), height_(static_cast<int>(c.region.Hf)),
-        mosaic_(Mosaic::ofPhase(c.nBayer)),
-        source_(c.pSrc + c.region.x0, static_cast<ptrdiff_t>(c.sourceStride), height_) {}
+  EdgeMosaicRing(const DemosaicJob<T>& job, Arena& arena)
+      : source_(job.source), columns_(job.columns), height_(job.height),
+        ring_(kRows + 1, 2, size_t(columns_), arena) {}
 
-  ptrdiff_t columns() const { return columns_; }
-  int height() const { return height_; }
+  // A row that is repeated below the frame is only loaded if the sweep began behind it. Rows above
+  // the frame repeat what is loaded later.
+  void load(int y, const EdgeKernels<T>& kernels) {
+    const int row = rowAt(y);
+    if (row == kNone || row > y) return;
+    Slot& slot = slots_[slotOf(row)];
+    if (slot.row != row) slot = {row, split(row, kernels)};
+    depths_.loaded(y, slot.bits);
+  }
 
-  // quirk: edge-phase. The region's columns count from its own first one, wherever that lies.
-  const Mosaic& mosaic() const { return mosaic_; }
+  const RowDepths& depths() const { return depths_; }
+  Prefetcher nextSource() const { return source_.next(); }
 
-  // The row of the source that stands at y; null where there are zeros.
-  const T* row(int y) const {
-    if (-2 <= y && y < 0)
-      y += 2;
-    else if (height_ <= y && y < height_ + 2)
-      y -= 2;
-    return source_.has(y) ? source_.row(y) : nullptr;
+  template <int reach>
+  HalfRowWindow<T, reach> window(int y) const {
+    return windowOf<reach>(
+        y, [this](int row, unsigned parity) -> const T* { return half(row, parity); });
   }
 
   // Two columns of zeros on either side; beyond them the neighbouring rows.
   T at(int y, ptrdiff_t x) const {
     const ptrdiff_t stride = columns_ + 4, column = x + 2;
-    const ptrdiff_t rowsDown = column / stride, i = column % stride - 2;
-    const T* const samples = row(y + static_cast<int>(rowsDown));
-    return samples && 0 <= i && i < columns_ ? samples[i] : T{0};
+    const int row = y + static_cast<int>(column / stride);
+    const ptrdiff_t i = column % stride - 2;
+    return 0 <= i && i < columns_ ? half(row, unsigned(i) & 1)[i / 2] : T{0};
   }
 
  private:
-  ptrdiff_t columns_;
-  int height_;
-  Mosaic mosaic_;
-  RowSource<T> source_;
-};
+  static constexpr int kRows = 8;
+  static constexpr int kNone = INT_MIN;
 
-// Some rows of it as half rows.
-// quirk: zero-sides. Above and below, the mosaic goes on; at the sides formulas read zeros.
-template <class T>
-class EdgeMosaicRing {
- public:
-  explicit EdgeMosaicRing(const EdgeFrame<T>& frame)
-      : frame_(frame), ring_(kRows, 2, size_t(frame.columns())) {}
+  struct Slot {
+    int row = kNone;
+    T bits = 0;  // that its samples have
+  };
 
-  explicit operator bool() const { return bool(ring_); }
+  static unsigned slotOf(int y) { return unsigned(y) % kRows; }
 
-  void load(int y, const EdgeKernels<T>& kernels) {
-    T *const even = half(y, 0), *const odd = half(y, 1);
-    const size_t columns = size_t(frame_.columns());
+  // The frame's row that stands at y; kNone where there are zeros.
+  int rowAt(int y) const {
+    if (-2 <= y && y < 0)
+      y += 2;
+    else if (height_ <= y && y < height_ + 2)
+      y -= 2;
+    return 0 <= y && y < height_ ? y : kNone;
+  }
+
+  // Returns the bits that samples of the row have.
+  T split(int y, const EdgeKernels<T>& kernels) {
+    T *const even = ring_.half(slotOf(y), 0), *const odd = ring_.half(slotOf(y), 1);
+    const size_t columns = size_t(columns_);
     for (T* const half : {even, odd}) {
       std::fill_n(half - 2, 2, T{0});
       std::fill_n(half + columns / 2, 2, T{0});
     }
-    const T* const row = frame_.row(y);
-    if (!row) {
-      std::fill_n(even, columns / 2, T{0});
-      std::fill_n(odd, columns / 2, T{0});
-      return;
-    }
-    depths_.loaded(y, kernels.split(row, columns, even, odd));
-    if (const T* const next = frame_.row(y + 1)) prefetchRow(next, columns * sizeof(T));
+    return kernels.split(source_.row(y), columns, even, odd);
   }
 
-  const RowDepths& depths() const { return depths_; }
-
-  template <int reach>
-  HalfRowWindow<T, reach> window(int y) const {
-    return windowOf<reach>(y, [this](int row, unsigned parity) { return half(row, parity); });
+  // The ring's last row stays zero.
+  const T* half(int y, unsigned parity) const {
+    const int row = rowAt(y);
+    return ring_.half(row == kNone ? unsigned(kRows) : slotOf(row), parity);
   }
 
- private:
-  static constexpr unsigned kRows = 5;
-
-  T* half(int y, unsigned parity) const { return ring_.half(unsigned(y) + kRows, parity); }
-
-  const EdgeFrame<T>& frame_;
+  RowSource<T>& source_;
+  ptrdiff_t columns_;
+  int height_;
   HalfRowRing<T> ring_;
+  Slot slots_[kRows];
   RowDepths depths_;
 };
 
@@ -144,11 +142,10 @@ class EdgeMosaicRing {
 template <class T>
 class MeasureRing {
  public:
-  explicit MeasureRing(size_t columns)
+  MeasureRing(size_t columns, Arena& arena)
       : sites_(static_cast<ptrdiff_t>(columns / 2)),
-        narrow_(kRows, kMeasures, sizeof(T) == 1 ? 0 : columns), wide_(kRows, kMeasures, columns) {}
-
-  explicit operator bool() const { return narrow_ && wide_; }
+        narrow_(kRows, kMeasures, sizeof(T) == 1 ? 0 : columns, arena),
+        wide_(kRows, kMeasures, columns, arena) {}
 
   // Row y, to be measured.
   template <class Lane>

@@ -1,9 +1,9 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
+#include "demosaic/algorithms.h"
 #include "demosaic/conversion.h"
 #include "demosaic/kimmel/kimmel_sweep.h"
-#include "vistrel/platform.h"
 
 #define VISTREL_BODY "demosaic/kimmel/kimmel_rows-inl.h"
 #include "common/simd/each_level.h"
@@ -15,11 +15,7 @@ namespace vistrel::core {
 namespace {
 
 template <class T>
-void inDoubles(const Conversion<T>& c) {
-  if (!isDegenerate(c.region)) {
-    const size_t noTail = size_t{c.region.Wf} + 1;
-    return KimmelSweep<T, double>(c, *VISTREL_BY_LEVEL(kKimmelOfDoubles<T>), noTail).run();
-  }
+void kimmelInPlace(const Conversion<T>& c) {
   scatterMosaic(c.region, c.sourceStride, c.pSrc, c.work);
   const auto pass = [&](auto fill) {
     passInPlace(c.region, c.work, [fill](const InPlacePixel<T>& p) {
@@ -30,6 +26,27 @@ void inDoubles(const Conversion<T>& c) {
   c.output.convert(c.work, c.pDst, c.nRoiHeight);
 }
 
+template <class T>
+class KimmelDoubles : public KimmelSweep<T, double> {
+ public:
+  KimmelDoubles(const DemosaicJob<T>& job, Arena& arena)
+      : KimmelSweep<T, double>(job, *VISTREL_BY_LEVEL(kKimmelOfDoubles<T>), kNoTail, arena) {}
+
+ private:
+  static constexpr size_t kNoTail = SIZE_MAX;
+};
+
+// The columns of the packed path that are in blocks of eight; behind them lies the tail.
+constexpr uint32_t inBlocks(uint32_t columns) { return columns & ~7u; }
+
+template <class T>
+class KimmelFloats : public KimmelSweep<T, float> {
+ public:
+  KimmelFloats(const DemosaicJob<T>& job, Arena& arena)
+      : KimmelSweep<T, float>(job, *VISTREL_BY_LEVEL(kKimmelOfFloats<T>),
+                              inBlocks(static_cast<uint32_t>(job.columns)), arena) {}
+};
+
 // The packed path: floats, in blocks of eight columns and a tail of single ones.
 template <class T>
 class KimmelWalk {
@@ -38,25 +55,22 @@ class KimmelWalk {
   // elsewhere than the buffer's and meet each other's pixels: hence whole passes, in order.
   explicit KimmelWalk(const Conversion<T>& c)
       : c_(c), walked_(c.nBayer, 0, c.nRoiX, c.nRoiY, c.region.Wf / c.region.F, c.nRoiHeight),
-        tail_(walked_.Wf & ~7u) {}
+        tail_(inBlocks(walked_.Wf)) {}
+
+  // Whether the walk is that of the buffer, and its sites are those of the mosaic: then a sweep
+  // does the same.
+  bool isSweep() const {
+    return c_.region.F == 1 && !isDegenerate(c_.region) &&
+           (tail_ == 0 || blockMosaic() == walked_.mosaic);
+  }
 
   void run() const {
-    if (isBuffer()) {
-      KimmelSweep<T, float>(c_, *VISTREL_BY_LEVEL(kKimmelOfFloats<T>), tail_).run();
-      return;
-    }
     scatterMosaic(c_.region, c_.sourceStride, c_.pSrc, c_.work);
     fillInOrder<T, float>([this](auto fill) { this->pass(fill); });
     c_.output.convert(c_.work, c_.pDst, c_.nRoiHeight);
   }
 
  private:
-  // The walk is that of the buffer, and its sites are those of the mosaic.
-  bool isBuffer() const {
-    return c_.region.F == 1 && !isDegenerate(c_.region) &&
-           (tail_ == 0 || blockMosaic() == walked_.mosaic);
-  }
-
   // quirk: shifted-blocks. Blocks count their columns' parity from the end of the row, and those of
   // 16-bit samples do so without the phase: often they take green sites for red and blue ones.
   Mosaic blockMosaic() const {
@@ -84,18 +98,29 @@ class KimmelWalk {
 };
 
 template <class T>
-void packed(const Conversion<T>& c) {
+void walk(const Conversion<T>& c) {
   KimmelWalk<T>(c).run();
-}
-
-template <class T>
-void kimmel(const Conversion<T>& c) {
-  OS_IsSSE() ? packed(c) : inDoubles(c);
 }
 
 }  // namespace
 
-VISTREL_DEFINE_DEMOSAIC(ImageColorHueKimmel, kimmel)
-VISTREL_DEFINE_DEMOSAIC(vec_ImageColorHueKimmel, packed)
+template <class T>
+DemosaicAlgorithm<T> kimmel() {
+  return {makeDemosaic<T, KimmelDoubles>, kimmelInPlace<T>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(kimmel);
+
+template <class T>
+DemosaicAlgorithm<T> packedKimmel() {
+  return {makeDemosaic<T, KimmelFloats>, walk<T>};
+}
+VISTREL_DEMOSAIC_ALGORITHM(packedKimmel);
+
+template <class T>
+bool packedKimmelSweeps(const Conversion<T>& c) {
+  return KimmelWalk<T>(c).isSweep();
+}
+template bool packedKimmelSweeps(const Conversion<uint8_t>& c);
+template bool packedKimmelSweeps(const Conversion<uint16_t>& c);
 
 }  // namespace vistrel::core

@@ -47,10 +47,8 @@ class KimmelRing {
  public:
   enum Plane : unsigned { kEven, kOdd, kGreenThere, kHue, kOpposite, kOppositeHue, kPlanes };
 
-  explicit KimmelRing(const MosaicRing<T>& ring)
-      : ring_(ring), planes_(kRows + 1, kPlanes, ring.columns()) {}
-
-  explicit operator bool() const { return bool(planes_); }
+  KimmelRing(const MosaicRing<T>& ring, Arena& arena)
+      : ring_(ring), planes_(kRows + 1, kPlanes, ring.columns(), arena) {}
 
   Real* half(int y, unsigned plane) const { return planes_.half(unsigned(y) % kRows, plane); }
   // The planes of the mosaic that hold row y's green and the colour beside it.

@@ -9,16 +9,16 @@ template <class T, class Real>
 class KimmelSweep {
  public:
   // tail: the column from which the second pass takes plain hues.
-  KimmelSweep(const Conversion<T>& c, const KimmelKernels<T, Real>& kernels, size_t tail)
-      : c_(c), kernels_(kernels), tail_(tail), ring_(c.region, c.pSrc, c.sourceStride, 5),
-        rows_(ring_), values_(1, 2, c.region.Wf), samples_(1, kHalves, c.region.Wf) {}
+  KimmelSweep(const DemosaicJob<T>& job, const KimmelKernels<T, Real>& kernels, size_t tail,
+              Arena& arena)
+      : job_(job), kernels_(kernels), tail_(tail), ring_(job, 5, arena), rows_(ring_, arena),
+        values_(1, 2, ring_.columns(), arena), samples_(1, kHalves, ring_.columns(), arena) {}
 
-  void run() {
-    if (!ring_ || !rows_ || !values_ || !samples_) return;
-    sweepGuarded(
-        c_, ring_, 1, [&](int y, RowSink<T>& sink) { finish(y, sink); },
-        stage(0, [&](int y) { widen(y); }), stage(2, [&](int y) { fillGreen(y); }),
-        stage(1, [&](int y) { fillOpposite(y); }));
+  auto sweep() {
+    return sweepGuarded(
+        job_, ring_, 1, [this](int y, RowSink<T>& sink) { finish(y, sink); },
+        stage(0, [this](int y) { widen(y); }), stage(2, [this](int y) { fillGreen(y); }),
+        stage(1, [this](int y) { fillOpposite(y); }));
   }
 
  private:
@@ -67,10 +67,10 @@ class KimmelSweep {
     halves.own[c] = ring_.half(y, c);
     halves.green[c] = narrowed(rows_.half(y, Rows::kGreenThere), sites, kGreenThere);
     halves.opposite[c] = narrowed(rows_.half(y, Rows::kOpposite), sites, kOppositeThere);
-    kernels_.pixels.ofRow(ring_.mosaic(), y)(halves, ring_.columns(), sink);
+    kernels_.pixels.ofRow(job_.order, y)(halves, ring_.columns(), sink);
   }
 
-  const Conversion<T>& c_;
+  DemosaicJob<T> job_;
   const KimmelKernels<T, Real>& kernels_;
   size_t tail_;
   MosaicRing<T> ring_;
