@@ -62,7 +62,7 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
     return streams_ && convertsBlocks() && F_ == 1 && c_.output.writesEveryByte();
   }
 
-  void written(int y, size_t begin, size_t end) const override {
+  void written(int y, size_t begin, size_t end) override {
     const size_t bytes = c_.output.pixelBytes();
     while (begin < end) {
       const size_t n = std::min(end - begin, kChunk);

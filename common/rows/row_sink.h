@@ -12,7 +12,7 @@ class ChunkListener {
  public:
   static constexpr size_t kChunk = 256;  // pixels, about
 
-  virtual void written(int y, size_t begin, size_t end) const = 0;
+  virtual void written(int y, size_t begin, size_t end) = 0;
 
  protected:
   ~ChunkListener() = default;
@@ -25,6 +25,7 @@ class RowSink {
  public:
   explicit RowSink(T* pixels, T* copy = nullptr) : pixels_(pixels), copy_(copy) {}
 
+  T* row() const { return pixels_; }
   T* pixels() const { return pixels_ + 3 * first_; }
   T* copy() const { return copy_ && !isHeld_ ? copy_ + 3 * first_ : nullptr; }
 
@@ -80,7 +81,7 @@ class RowSink {
   }
   void streamResult(NonTemporalCopy result) { result_ = result, isWatched_ = true; }
 
-  void listen(const ChunkListener* listener, int y) {
+  void listen(ChunkListener* listener, int y) {
     listener_ = listener, y_ = y, isWatched_ = true;
   }
 
@@ -101,7 +102,7 @@ class RowSink {
   NonTemporalCopy work_, result_;
   const T* workEnd_ = nullptr;
   Prefetcher source_, destination_;
-  const ChunkListener* listener_ = nullptr;
+  ChunkListener* listener_ = nullptr;
   int y_ = 0;
   size_t passed_ = 0;  // pixels that pass() has seen
 };

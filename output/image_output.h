@@ -1,0 +1,108 @@
+// From an engine's rows of samples to rows of finished pixels.
+#pragma once
+
+#include <algorithm>
+
+#include "common/rows/row_sink.h"
+#include "output/pixel_rows.h"
+#include "output/row_writer.h"
+
+namespace vistrel::core {
+
+// What becomes of the engine's rows.
+struct OutputShape {
+  RowWriter writer;        // bins and reduces; its result is what the rows of pixels take
+  bool changes;            // whether it does anything
+  unsigned binning;        // rows and columns that become a pixel
+  size_t left, width;      // columns before the first one that is wanted; pixels of the result
+  int top;                 // the engine's row that is the first one wanted
+  size_t pixelBytes;       // of a pixel that the rows take
+};
+
+// Collects the rows of a bin, then reduces them a chunk at a time, so that all stays in the nearest
+// cache.
+class ChunkedOutput {
+ public:
+  static constexpr size_t kChunk = ChunkListener::kChunk;  // pixels
+
+  ChunkedOutput(const OutputShape& shape, PixelRows& rows, Arena& arena)
+      : shape_(shape), rows_(rows), chunk_(arena.take<unsigned char>(kChunk * shape.pixelBytes)) {}
+
+  // n pixels of the row that was begun. bins: the first one's first sample.
+  void append(const void* bins, size_t n, size_t bytesABin) {
+    const auto* from = static_cast<const unsigned char*>(bins);
+    if (!shape_.changes) return rows_.append(from, n);
+    for (size_t done = 0; done < n; done += kChunk) {
+      const size_t count = std::min(n - done, kChunk);
+      shape_.writer.part(from + done * bytesABin, chunk_, count);
+      rows_.append(chunk_, count);
+    }
+  }
+
+ private:
+  const OutputShape shape_;
+  PixelRows& rows_;
+  unsigned char* chunk_;
+};
+
+// The sink of a demosaic.
+template <class T>
+class ImageOutput final : public ImageSink<T>, private ChunkListener {
+ public:
+  // columns: of the engine's rows, of which some may be left out.
+  ImageOutput(const OutputShape& shape, size_t columns, PixelRows& rows, Arena& arena)
+      : shape_(shape), columns_(columns), rows_(rows), chunks_(shape, rows, arena),
+        stage_(arena.take<T>(shape.binning * pitchOf(columns))) {}
+
+  // Distance of two rows of a bin, in samples.
+  static size_t pitchOf(size_t columns) { return (3 * columns + 63) / 64 * 64; }
+
+  RowSink<T> row(int y) override {
+    const int row = y - shape_.top;
+    if (!shape_.changes && columns_ == shape_.width)
+      if (void* const pixels = rows_.inPlace(static_cast<size_t>(row)))
+        return RowSink<T>(static_cast<T*>(pixels));
+    RowSink<T> sink(staged(row));
+    if (shape_.binning > 1) return sink;
+    rows_.begin(static_cast<size_t>(row));
+    sink.listen(this, row);
+    return sink;
+  }
+
+  void finish(int y, RowSink<T>& sink) override {
+    sink.finish(columns_);
+    const int row = y - shape_.top, F = static_cast<int>(shape_.binning);
+    if (F == 1 && isStaged(sink)) rows_.end();
+    if (F == 1 || row % F != F - 1) return;
+    rows_.begin(static_cast<size_t>(row / F));
+    append(staged(row / F * F), 0, shape_.width);
+    rows_.end();
+  }
+
+ private:
+  T* staged(int row) const {
+    return stage_ + static_cast<size_t>(row) % shape_.binning * pitchOf(columns_);
+  }
+  bool isStaged(const RowSink<T>& sink) const { return sink.row() == stage_; }
+
+  // Pixels begin .. end - 1 of the result. bins: the row's first sample, of columns left out too.
+  void append(const T* bins, size_t begin, size_t end) {
+    const size_t bin = 3 * shape_.binning;
+    chunks_.append(bins + 3 * shape_.left + bin * begin, end - begin, bin * sizeof(T));
+  }
+
+  void written(int row, size_t begin, size_t end) override {
+    const auto wanted = [&](size_t column) {
+      return std::clamp(column, shape_.left, shape_.left + shape_.width) - shape_.left;
+    };
+    if (wanted(begin) < wanted(end)) append(staged(row), wanted(begin), wanted(end));
+  }
+
+  const OutputShape shape_;
+  size_t columns_;
+  PixelRows& rows_;
+  ChunkedOutput chunks_;
+  T* stage_;
+};
+
+}  // namespace vistrel::core
