@@ -13,10 +13,8 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Luma in 65536ths of a code per code of the sample, and in 256ths: black, the half that rounds,
-// and one for the three products that are truncated.
-constexpr uint16_t kLumaBlue = 4064, kLumaGreen = 40254, kLumaRed = 11966;
-constexpr uint16_t kLumaOffset = 16 * 256 + 128 + 1;
+// Luma, in 17 4096ths of a code: black, and the half that rounds.
+constexpr int kLumaOffset = 3966, kLumaFactor = 17;
 
 // Chroma in 32768ths, from differences to green, in 128ths; in 128ths: gray and the half that
 // rounds.
@@ -25,20 +23,16 @@ constexpr int16_t kChromaOffset = 128 * 128 + 64;
 
 #if VISTREL_SSSE3
 
-// Of bytes times 256.
-VISTREL_INLINE Vec<uint16_t> luma709(Vec<uint8_t> blue, Vec<uint8_t> green, Vec<uint8_t> red) {
-  const auto sum = upperProduct(as<Vec<uint16_t>>(blue), kLumaBlue) +
-                   upperProduct(as<Vec<uint16_t>>(green), kLumaGreen) +
-                   upperProduct(as<Vec<uint16_t>>(red), kLumaRed);
-  return (sum + kLumaOffset) >> 8;
+// Of pairs (blue, green) and (red, green), whose green makes half of the sum each.
+VISTREL_INLINE Vec<uint16_t> luma709(Vec<uint8_t> blueGreen, Vec<uint8_t> redGreen) {
+  const auto sum = weighted<15, 74>(blueGreen) + weighted<44, 74>(redGreen) + kLumaOffset;
+  return upperProduct(sum, kLumaFactor << 4);
 }
 
 VISTREL_INLINE Vec<uint8_t> luma709(const Channels<uint8_t>& bgr) {
-  const Vec<uint8_t> zero{};
-  const Pairs<uint8_t> blue = pairsOf(zero, bgr.first), green = pairsOf(zero, bgr.second),
-                       red = pairsOf(zero, bgr.third);
-  return packed(luma709(blue.lower, green.lower, red.lower),
-                luma709(blue.upper, green.upper, red.upper));
+  const Pairs<uint8_t> blueGreen = pairsOf(bgr.first, bgr.second);
+  const Pairs<uint8_t> redGreen = pairsOf(bgr.third, bgr.second);
+  return packed(luma709(blueGreen.lower, redGreen.lower), luma709(blueGreen.upper, redGreen.upper));
 }
 
 struct Chroma {
@@ -113,9 +107,8 @@ struct Luma709 {
   static constexpr size_t kUnits = 1;
   VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[1]) {
     const uint8_t* bgr = from[0];
-    to[0][0] = static_cast<uint8_t>((kLumaOffset + (kLumaBlue * bgr[0] >> 8) +
-                                     (kLumaGreen * bgr[1] >> 8) + (kLumaRed * bgr[2] >> 8)) >>
-                                    8);
+    const int sum = 15 * bgr[0] + 148 * bgr[1] + 44 * bgr[2] + kLumaOffset;
+    to[0][0] = static_cast<uint8_t>((kLumaFactor * sum) >> 12);
   }
 #endif
 };

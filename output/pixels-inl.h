@@ -81,14 +81,15 @@ struct LastTwice {
   }
 };
 
-void convertToChromaPairs(const void* upper, const void* lower, size_t n, void* cbcr) {
+inline void convertToChromaPairs(const void* upper, const void* lower, size_t n, void* cbcr) {
   BlockRows<ChromaPairs>{{bytes(upper), bytes(lower)}, {bytes(cbcr)}}.convert(n / 2);
   if (n % 2 == 0) return;
   const LastTwice above(bytes(upper), n), below(bytes(lower), n);
   BlockRows<ChromaPairs>{{above.pair, below.pair}, {bytes(cbcr) + (n - 1)}}.convert(1);
 }
 
-void convertToChromaPlanes(const void* upper, const void* lower, size_t n, void* cb, void* cr) {
+inline void convertToChromaPlanes(const void* upper, const void* lower, size_t n, void* cb,
+                                  void* cr) {
   BlockRows<ChromaPlanes>{{bytes(upper), bytes(lower)}, {bytes(cb), bytes(cr)}}.convert(n / 2);
   if (n % 2 == 0) return;
   const LastTwice above(bytes(upper), n), below(bytes(lower), n);

@@ -29,7 +29,7 @@ struct PixelFormatKernels {
   // BT.709 luma and chroma of bytes, in limited range: luma 16 to 235, chroma 16 to 240. With >>
   // rounding down:
   //
-  //   luma  Y = (4225 + (4064 * blue >> 8) + (40254 * green >> 8) + (11966 * red >> 8)) >> 8
+  //   luma  Y = 17 * (15 * blue + 148 * green + 44 * red + 3966) >> 12
   //
   // Chroma belongs to blocks of 2x2 pixels. Let b, g, r be 32 times the sums of a block's samples,
   // which is 128 times their means, and product(v, w) = (v * w + 16384) >> 15:
@@ -38,7 +38,7 @@ struct PixelFormatKernels {
   //   Cr = (16448 + product(r - g, 14392) + product(b - g, -1320)) >> 7
   //
   // Black is (16, 128, 128), white (235, 128, 128), and every gray has a chroma of 128. No luma is
-  // further than 0.52 from its value in exact arithmetic, no chroma further than 0.52.
+  // further than 0.54 from its value in exact arithmetic, no chroma further than 0.52.
   PixelFunction luma709;
 
   // The chroma of two rows of n pixels: (n + 1) / 2 samples of each. An odd row repeats its last

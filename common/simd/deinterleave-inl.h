@@ -59,18 +59,24 @@ constexpr uint64_t bytesOfChannel() {
 }
 
 template <class T, int c>
-VISTREL_INLINE Vec<T> channel(const __m512i (&v)[3]) {
-  const __m512i two = _mm512_mask_blend_epi8(bytesOfChannel<T, 1, c>(), v[0], v[1]);
-  const __m512i all = _mm512_mask_blend_epi8(bytesOfChannel<T, 2, c>(), two, v[2]);
+VISTREL_INLINE Vec<T> channel(__m512i v0, __m512i v1, __m512i v2) {
+  const __m512i two = _mm512_mask_blend_epi8(bytesOfChannel<T, 1, c>(), v0, v1);
+  const __m512i all = _mm512_mask_blend_epi8(bytesOfChannel<T, 2, c>(), two, v2);
   const __m512i order = _mm512_load_si512(kChannelOrder<T>.bytes[c]);
   return as<Vec<T>>(_mm512_maskz_permutexvar_epi8(~__mmask64{0}, order, all));
 }
 
+// Otherwise g++ 12 loads a vector anew wherever it is used.
+VISTREL_INLINE __m512i loadOnce(const uint8_t* p) {
+  __m512i v = _mm512_loadu_si512(p);
+  __asm__("" : "+v"(v));
+  return v;
+}
+
 template <class T>
 VISTREL_INLINE Channels<T> loadChannels(const uint8_t* p) {
-  const __m512i v[] = {_mm512_loadu_si512(p), _mm512_loadu_si512(p + kSpan),
-                       _mm512_loadu_si512(p + 2 * kSpan)};
-  return {channel<T, 0>(v), channel<T, 1>(v), channel<T, 2>(v)};
+  const __m512i v0 = loadOnce(p), v1 = loadOnce(p + kSpan), v2 = loadOnce(p + 2 * kSpan);
+  return {channel<T, 0>(v0, v1, v2), channel<T, 1>(v0, v1, v2), channel<T, 2>(v0, v1, v2)};
 }
 
 #else
@@ -97,18 +103,18 @@ VISTREL_INLINE Register blendBytes(Register a, Register b, Register mask) {
 }
 
 template <class T, int c>
-VISTREL_INLINE Vec<T> channel(const Register (&v)[3]) {
-  const Register two = blendBytes(v[0], v[1], allGroups(kChannelMasks<T>.bytes[1][c]));
-  const Register all = blendBytes(two, v[2], allGroups(kChannelMasks<T>.bytes[2][c]));
+VISTREL_INLINE Vec<T> channel(Register v0, Register v1, Register v2) {
+  const Register two = blendBytes(v0, v1, allGroups(kChannelMasks<T>.bytes[1][c]));
+  const Register all = blendBytes(two, v2, allGroups(kChannelMasks<T>.bytes[2][c]));
   return as<Vec<T>>(permute(all, kChannelOrder<T>.bytes[c]));
 }
 
 // The first groups hold the first of the triples.
 template <class T>
 VISTREL_INLINE Channels<T> loadChannels(const uint8_t* p) {
-  const Register v[] = {loadGroups(p, 3 * kSpan), loadGroups(p + kSpan, 3 * kSpan),
-                        loadGroups(p + 2 * kSpan, 3 * kSpan)};
-  return {channel<T, 0>(v), channel<T, 1>(v), channel<T, 2>(v)};
+  const Register v0 = loadGroups(p, 3 * kSpan), v1 = loadGroups(p + kSpan, 3 * kSpan),
+                 v2 = loadGroups(p + 2 * kSpan, 3 * kSpan);
+  return {channel<T, 0>(v0, v1, v2), channel<T, 1>(v0, v1, v2), channel<T, 2>(v0, v1, v2)};
 }
 
 #endif
