@@ -2,9 +2,10 @@
 #include "demosaic/algorithms.h"
 #include "demosaic/demosaic.h"
 #include "demosaic/edge/edge_image.h"
-#include "demosaic/guard_writer.h"
 #include "demosaic/primitive.h"
 #include "demosaic/primitive_call.h"
+#include "demosaic/through_buffer.h"
+#include "demosaic/work_image.h"
 #include "streams/registry.h"
 #include "vistrel/platform.h"
 
@@ -46,43 +47,21 @@ void run(MakeDemosaic<T>* make, const DemosaicJob<T>& job, Arena& arena) {
   if (Demosaic<T>* const demosaic = make(job, arena)) demosaic->advance(demosaic->last());
 }
 
-// Through image and guard of the work buffer.
-template <class T>
-void sweepGuarded(const Conversion<T>& c, MakeDemosaic<T>* make) {
-  const int Wf = int(c.region.Wf), Hf = int(c.region.Hf);
-  PlainRows<T> source(c.pSrc + c.region.x0, ptrdiff_t(c.sourceStride), Hf);
-  GuardWriter<T> guard(c);
-  withArena([&](Arena& arena) {
-    WorkImage<T> image(c, arena);
-    run<T>(make,
-           {.source = source,
-            .mosaic = c.region.mosaic,
-            .columns = Wf,
-            .height = Hf,
-            .roi = {0, 0, Wf, Hf},
-            .rows = {0, Hf},
-            .image = image,
-            .bits = c.nSrcBits,
-            .margins = &guard},
-           arena);
-    if (!arena.counts()) image.finish();
-  });
-}
-
-template <class T>
-void convertBy(const Conversion<T>& c, const DemosaicAlgorithm<T>& algorithm) {
-  isDegenerate(c.region) ? algorithm.inPlace(c) : sweepGuarded(c, algorithm.make);
-}
-
 template <class T>
 void convertByPackedKimmel(const Conversion<T>& c) {
   const DemosaicAlgorithm<T> algorithm = packedKimmel<T>();
-  packedKimmelSweeps(c) ? sweepGuarded(c, algorithm.make) : algorithm.inPlace(c);
+  if (packedKimmelSweeps(c))
+    sweepThroughBuffer(c, algorithm.make);
+  else
+    algorithm.inPlace(c);
 }
 
 template <class T>
 void convertByKimmel(const Conversion<T>& c) {
-  OS_IsSSE() ? convertByPackedKimmel(c) : convertBy(c, kimmel<T>());
+  if (OS_IsSSE())
+    convertByPackedKimmel(c);
+  else
+    convertThroughBuffer(c, kimmel<T>());
 }
 
 // Whole pairs of rows, from the region's first row on.
@@ -158,16 +137,16 @@ void convertByAhd(const Conversion<T>& c) {
         nFormat, nLutMode, nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, pDst, nDstBits, nSrcBits); \
   }
 
-VISTREL_DEMOSAIC_ENTRY(ImageColorBilinear, guardedLayout, convertBy(c, bilinear<T>()))
+VISTREL_DEMOSAIC_ENTRY(ImageColorBilinear, guardedLayout, convertThroughBuffer(c, bilinear<T>()))
 VISTREL_DEMOSAIC_ENTRY(ImageColorNearNeighbor, compactLayout, convertByNear(c))
-VISTREL_DEMOSAIC_ENTRY(ImageColorGradientLaroche, guardedLayout, convertBy(c, laroche<T>()))
-VISTREL_DEMOSAIC_ENTRY(ImageColorGradientHamilton, guardedLayout, convertBy(c, hamilton<T>()))
+VISTREL_DEMOSAIC_ENTRY(ImageColorGradientLaroche, guardedLayout, convertThroughBuffer(c, laroche<T>()))
+VISTREL_DEMOSAIC_ENTRY(ImageColorGradientHamilton, guardedLayout, convertThroughBuffer(c, hamilton<T>()))
 VISTREL_DEMOSAIC_ENTRY(ImageColorVariableGradients, guardedLayout,
-                       convertBy(c, variableGradients<T>()))
-VISTREL_DEMOSAIC_ENTRY(ImageColorHueCok, guardedLayout, convertBy(c, cok<T>()))
+                       convertThroughBuffer(c, variableGradients<T>()))
+VISTREL_DEMOSAIC_ENTRY(ImageColorHueCok, guardedLayout, convertThroughBuffer(c, cok<T>()))
 VISTREL_DEMOSAIC_ENTRY(ImageColorHueKimmel, guardedLayout, convertByKimmel(c))
 VISTREL_DEMOSAIC_ENTRY(vec_ImageColorHueKimmel, guardedLayout, convertByPackedKimmel(c))
-VISTREL_DEMOSAIC_ENTRY(ImageColorPixelGrouping, guardedLayout, convertBy(c, pixelGrouping<T>()))
+VISTREL_DEMOSAIC_ENTRY(ImageColorPixelGrouping, guardedLayout, convertThroughBuffer(c, pixelGrouping<T>()))
 VISTREL_DEMOSAIC_ENTRY(demosaicAhd, compactLayout, convertByAhd(c))
 
 void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,

@@ -69,23 +69,10 @@ void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
     rejectRegion(VISTREL_TOO_LARGE, f, c, "{} has more than {} samples", what, kMaxSamples);
   };
   if (e.width > kMaxSamples / e.height) exceeds(p.pad ? "with its padding it" : "it");
-  if (e.width / c.binning * (e.height / c.binning) * p.native->channels > kMaxSamples)
+  if (e.width / c.binning * (e.height / c.binning) * p.format->channels > kMaxSamples)
     exceeds("the image");
-  if (p.format->colour() && (3 * e.width + 18) * (e.height + 6) > kMaxSamples)
+  if (p.throughBuffer && (3 * e.width + 18) * (e.height + 6) > kMaxSamples)
     exceeds("the work buffer");
-}
-
-void shapeNative(Plan& p, const Extent& e, const vistrel_frame& f, const vistrel_conversion& c) {
-  checkAmounts(p, e, f, c);
-  p.width = static_cast<uint32_t>(e.width);
-  p.height = static_cast<uint32_t>(e.height);
-  p.nativeWidth = p.width / c.binning;
-  p.nativeHeight = p.height / c.binning;
-  const uint64_t row = uint64_t{p.nativeWidth} * p.native->pixelBytes();
-  if (row > kMaxBytes / p.nativeHeight)
-    rejectRegion(VISTREL_TOO_LARGE, f, c, "no memory can hold the image");
-  p.nativeRowBytes = static_cast<size_t>(row);
-  p.nativeBytes = p.nativeRowBytes * p.nativeHeight;
 }
 
 void checkFrameBytes(const vistrel_frame& f) {
@@ -98,7 +85,6 @@ void shapeResult(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   vistrel_layout& l = p.layout;
   l.channels = p.format->channels;
   l.bits = p.format->bytes_per_sample == 2 ? p.bits : 8;
-  p.nDstBits = l.bits * p.native->sensed();
   checkFrameBytes(f);
   const uint64_t row = uint64_t{l.width} * p.format->pixelBytes();
   if (row > kMaxBytes / l.height)
@@ -106,14 +92,6 @@ void shapeResult(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   l.row_bytes = static_cast<size_t>(row);
   l.bytes = l.row_bytes * l.height;
   l.frame_bytes = static_cast<size_t>(bytesOf(f));
-  // Each term is below 2^35.
-  const uint64_t buffer =
-      p.format->colour() ? 2 * (3 * uint64_t{p.width} + 18) * (uint64_t{p.height} + 6) : 0;
-  const uint64_t working =
-      buffer + uint64_t{p.width} * p.height * f.bytes_per_sample + uint64_t{p.nativeBytes};
-  if (working > kMaxBytes)
-    rejectRegion(VISTREL_TOO_LARGE, f, c, "it takes {} bytes of working memory", working);
-  l.working_bytes = static_cast<size_t>(working);
 }
 
 }  // namespace
@@ -129,15 +107,16 @@ Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion) 
   checkArguments(*frame, c);
   Plan p{};
   p.format = findFormat(c.format);
-  const bool rawGray = p.format->gray() && c.gray == VISTREL_RAW_GRAY;
-  p.native = rawGray ? p.format : findFormat(p.format->native);
-  p.repack = rawGray ? nullptr : p.format->repack;
+  p.rawGray = p.format->gray() && c.gray == VISTREL_RAW_GRAY;
+  p.throughBuffer = p.rawGray && c.binning > 1;
+  p.madeBytes = (p.format->colour() && !p.rawGray ? 3 : 1) * p.format->bytes_per_sample;
   p.bits = workingBits(*frame, c);
   p.pad = paddingOf(*p.format, c);
   const Extent extent = placeRegion(p, *frame, c);
   p.phase = vistrel_phase_at(frame->phase, static_cast<uint32_t>(p.x), static_cast<uint32_t>(p.y));
-  p.readsBeside = p.format->colour() && isCompact(c.algorithm);
-  shapeNative(p, extent, *frame, c);
+  checkAmounts(p, extent, *frame, c);
+  p.width = static_cast<uint32_t>(extent.width);
+  p.height = static_cast<uint32_t>(extent.height);
   shapeResult(p, *frame, c);
   return p;
 }

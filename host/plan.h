@@ -1,4 +1,4 @@
-// A conversion as the library will run it: region, phase, sizes.
+// A conversion as the engine will run it: region, phase, sizes.
 #pragma once
 
 #include "host/tables.h"
@@ -11,17 +11,14 @@ uint64_t bytesOf(const vistrel_frame& frame);
 
 struct Plan {
   const Format* format;
-  const Format* native;    // what the library writes
-  Repack repack;           // from there to the format; null where they are the same
+  bool rawGray;            // the library's own gray
+  bool throughBuffer;      // which mixes rows of a whole image
+  size_t madeBytes;        // of a pixel as the engine makes it, before it gets its format
   int64_t x, y;            // first sample to convert; with padding it may lie outside the frame
   uint32_t width, height;  // samples to convert: whole bins, padding included
-  uint32_t pad;            // pixels on each side of the native image that are cut off
+  uint32_t pad;            // pixels of the result on each side that are not wanted
   uint32_t phase;          // of the sample at x, y; not read for mono frames
-  uint32_t bits;           // significant bits of a sample that the library gets
-  uint32_t nDstBits;       // of all channels together, without alpha
-  uint32_t nativeWidth, nativeHeight;  // pixels
-  size_t nativeRowBytes, nativeBytes;
-  bool readsBeside;  // the algorithm reads samples outside the region
+  uint32_t bits;           // significant bits of a sample after the truncation
   vistrel_layout layout;
 };
 

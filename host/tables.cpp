@@ -10,19 +10,20 @@
 namespace vistrel::host {
 namespace {
 
+using Kernels = core::PixelFormatKernels;
 constexpr Format kFormats[] = {
-    {{"MONO8", VISTREL_MONO8, 1, 1, 1}, VISTREL_MONO8, nullptr},
-    {{"MONO16", VISTREL_MONO16, 1, 2, 1}, VISTREL_MONO16, nullptr},
-    {{"BGR24", VISTREL_BGR24, 3, 1, 0}, VISTREL_BGR24, nullptr},
-    {{"ARGB32", VISTREL_ARGB32, 4, 1, 0}, VISTREL_ARGB32, nullptr},
-    {{"ARGB32_4", VISTREL_ARGB32_4, 4, 1, 0}, VISTREL_ARGB32_4, nullptr},
-    {{"BGR48", VISTREL_BGR48, 3, 2, 0}, VISTREL_BGR48, nullptr},
-    {{"GRAY8", VISTREL_GRAY8, 1, 1, 0}, VISTREL_BGR24, luma8},
-    {{"GRAY16", VISTREL_GRAY16, 1, 2, 0}, VISTREL_BGR48, luma16},
-    {{"RGB24", VISTREL_RGB24, 3, 1, 0}, VISTREL_BGR24, swapEnds8},
-    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0}, VISTREL_BGR24, addAlpha},
-    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0}, VISTREL_BGR24, swapEndsAddAlpha},
-    {{"RGB48", VISTREL_RGB48, 3, 2, 0}, VISTREL_BGR48, swapEnds16},
+    {{"MONO8", VISTREL_MONO8, 1, 1, 1}, false, nullptr},
+    {{"MONO16", VISTREL_MONO16, 1, 2, 1}, false, nullptr},
+    {{"BGR24", VISTREL_BGR24, 3, 1, 0}, false, nullptr},
+    {{"ARGB32", VISTREL_ARGB32, 4, 1, 0}, true, &Kernels::alphaFirst8},
+    {{"ARGB32_4", VISTREL_ARGB32_4, 4, 1, 0}, true, &Kernels::alphaFirst8},
+    {{"BGR48", VISTREL_BGR48, 3, 2, 0}, false, nullptr},
+    {{"GRAY8", VISTREL_GRAY8, 1, 1, 0}, false, &Kernels::luma8},
+    {{"GRAY16", VISTREL_GRAY16, 1, 2, 0}, false, &Kernels::luma16},
+    {{"RGB24", VISTREL_RGB24, 3, 1, 0}, true, nullptr},
+    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0}, false, &Kernels::alphaLast8},
+    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0}, true, &Kernels::alphaLast8},
+    {{"RGB48", VISTREL_RGB48, 3, 2, 0}, true, nullptr},
 };
 
 // Name, code, maximum bits, minimum size. Ten bits for algorithms that clamp at 1023, fifteen for

@@ -63,9 +63,12 @@ void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
 void checkGray(const vistrel_conversion& c) {
   if (c.gray != VISTREL_LUMA && c.gray != VISTREL_RAW_GRAY)
     reject(VISTREL_BAD_GRAY, "conversion.gray", c.gray, "0 (luma) and 1 (raw) are allowed");
-  if (c.gray == VISTREL_RAW_GRAY && isCompact(c.algorithm))
+  if (c.gray == VISTREL_RAW_GRAY && !hasRawGray(c.algorithm))
     reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
            "the library's own gray of algorithm {} is sheared", findAlgorithm(c.algorithm)->name);
+  if (c.gray == VISTREL_RAW_GRAY && c.algorithm == VISTREL_EDGE && c.binning > 1)
+    reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
+           "the library's own gray of algorithm edge can't be binned");
 }
 
 void checkTable(const vistrel_conversion& c, uint32_t bits) {

@@ -49,15 +49,17 @@ class ChunkedOutput {
 template <class T>
 class ImageOutput final : public ImageSink<T>, private ChunkListener {
  public:
-  // columns: of the engine's rows, of which some may be left out.
-  ImageOutput(const OutputShape& shape, size_t columns, PixelRows& rows, Arena& arena)
-      : shape_(shape), columns_(columns), rows_(rows), chunks_(shape, rows, arena),
+  // columns: of the engine's rows, of which some may be left out. first: the first row that is not
+  // dropped.
+  ImageOutput(const OutputShape& shape, size_t columns, int first, PixelRows& rows, Arena& arena)
+      : shape_(shape), columns_(columns), first_(first), rows_(rows), chunks_(shape, rows, arena),
         stage_(arena.take<T>(shape.binning * pitchOf(columns))) {}
 
   // Distance of two rows of a bin, in samples.
   static size_t pitchOf(size_t columns) { return (3 * columns + 63) / 64 * 64; }
 
   RowSink<T> row(int y) override {
+    if (y < first_) return RowSink<T>(stage_);
     const int row = y - shape_.top;
     if (!shape_.changes && columns_ == shape_.width)
       if (void* const pixels = rows_.inPlace(static_cast<size_t>(row)))
@@ -71,6 +73,7 @@ class ImageOutput final : public ImageSink<T>, private ChunkListener {
 
   void finish(int y, RowSink<T>& sink) override {
     sink.finish(columns_);
+    if (y < first_) return;
     const int row = y - shape_.top, F = static_cast<int>(shape_.binning);
     if (F == 1 && isStaged(sink)) rows_.end();
     if (F == 1 || row % F != F - 1) return;
@@ -100,6 +103,7 @@ class ImageOutput final : public ImageSink<T>, private ChunkListener {
 
   const OutputShape shape_;
   size_t columns_;
+  int first_;
   PixelRows& rows_;
   ChunkedOutput chunks_;
   T* stage_;

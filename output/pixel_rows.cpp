@@ -5,7 +5,7 @@
 namespace vistrel::core {
 
 PackedRows::PackedRows(const ImageMemory& image, size_t width, size_t sourceBytes,
-                       size_t pixelBytes, ConvertPixels convert, Arena& arena)
+                       size_t pixelBytes, PixelFunction convert, Arena& arena)
     : image_(image), sourceBytes_(sourceBytes), pixelBytes_(pixelBytes), convert_(convert) {
   if (image.bypassesCaches) line_ = arena.take<unsigned char>(width * pixelBytes);
 }

@@ -6,11 +6,9 @@
 
 #include "common/rows/arena.h"
 #include "common/rows/nontemporal.h"
+#include "output/pixels.h"
 
 namespace vistrel::core {
-
-// Turns n pixels of interleaved samples into as many of another format.
-using ConvertPixels = void (*)(const unsigned char* pixels, size_t n, unsigned char* converted);
 
 // Rows are written one after the other, each from left to right.
 class PixelRows {
@@ -39,7 +37,7 @@ class PackedRows final : public PixelRows {
   // convert: from pixels of sourceBytes to such of pixelBytes; null if they stay as they are.
   // width: pixels of a row.
   PackedRows(const ImageMemory& image, size_t width, size_t sourceBytes, size_t pixelBytes,
-             ConvertPixels convert, Arena& arena);
+             PixelFunction convert, Arena& arena);
 
   void* inPlace(size_t y) override;
   void begin(size_t y) override;
@@ -53,7 +51,7 @@ class PackedRows final : public PixelRows {
 
   ImageMemory image_;
   size_t sourceBytes_, pixelBytes_;
-  ConvertPixels convert_;
+  PixelFunction convert_;
   unsigned char* line_ = nullptr;  // a row, before it goes past the caches
   unsigned char* next_ = nullptr;
   NonTemporalCopy copy_;

@@ -1,0 +1,17 @@
+// Conversions through a work buffer.
+#pragma once
+
+#include "demosaic/algorithms.h"
+#include "demosaic/conversion.h"
+
+namespace vistrel::core {
+
+// Through the image and the guard of the work buffer. Returns false if an allocation fails.
+template <class T>
+bool sweepThroughBuffer(const Conversion<T>& conversion, MakeDemosaic<T>* make);
+
+// The same, or pass after pass where the region demands it.
+template <class T>
+bool convertThroughBuffer(const Conversion<T>& conversion, const DemosaicAlgorithm<T>& algorithm);
+
+}  // namespace vistrel::core

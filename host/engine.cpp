@@ -1,0 +1,174 @@
+#include "host/engine.h"
+
+#include <algorithm>
+#include <new>
+
+#include "demosaic/algorithms.h"
+#include "demosaic/conversion.h"
+#include "demosaic/mono_rows.h"
+#include "demosaic/through_buffer.h"
+#include "host/frame_rows.h"
+#include "host/tables.h"
+#include "output/image_output.h"
+#include "output/table.h"
+
+namespace vistrel::host {
+namespace {
+
+using namespace core;
+
+template <class T>
+DemosaicAlgorithm<T> algorithmOf(uint32_t code) {
+  switch (code) {
+    case VISTREL_BILINEAR: return bilinear<T>();
+    case VISTREL_EDGE: return edge<T>();
+    case VISTREL_NEAR: return near<T>();
+    case VISTREL_LAROCHE: return laroche<T>();
+    case VISTREL_HAMILTON: return hamilton<T>();
+    case VISTREL_VNG: return variableGradients<T>();
+    case VISTREL_COK: return cok<T>();
+    case VISTREL_KIMMEL: return kimmel<T>();
+    case VISTREL_GROUPING: return pixelGrouping<T>();
+    default: return ahd<T>();
+  }
+}
+
+// Entry i serves the samples whose highest ten bits are i.
+void fillTable(const vistrel_conversion& c, uint32_t bits, uint8_t* table) {
+  if (c.reduction != VISTREL_TABLE) return Create10To8BitLUT(table, c.reduction, nullptr, 0);
+  const size_t step = c.table_entries == kTableEntries ? 1 : size_t{1} << (bits - 10);
+  for (size_t i = 0; i < kTableEntries; ++i) table[i] = static_cast<uint8_t>(c.table[i * step]);
+}
+
+template <class T>
+class Engine {
+ public:
+  Engine(const EngineCall& call, Arena& arena)
+      : call_(call), p_(call.plan), c_(call.conversion),
+        source_(p_, call.frame, c_, call.gains, arena), pixels_(pixelsOf(arena)) {}
+
+  void run(ImageRows rows, Arena& arena) {
+    if (p_.throughBuffer) return runThroughBuffer(arena);
+    if (!p_.format->colour()) return runMono(rows, arena);
+    const size_t columns = p_.width;
+    const int width = int(p_.width), height = int(p_.height);
+    const int first = engineRow(rows.first), end = engineRow(rows.end);
+    const Mosaic mosaic = Mosaic::ofPhase(p_.phase);
+    ImageOutput<T> output(shapeOf(ImageOutput<T>::pitchOf(columns)), columns, first, pixels_,
+                          arena);
+    // Some algorithms work on pairs of rows.
+    const DemosaicJob<T> job{.source = source_,
+                             .mosaic = mosaic,
+                             .columns = width,
+                             .height = height,
+                             .roi = {0, 0, width, height},
+                             .rows = {first & ~1, end},
+                             .image = output,
+                             .order = p_.format->redFirst ? mosaic.exchanged() : mosaic,
+                             .bits = p_.bits,
+                             .threshold = c_.threshold};
+    Demosaic<T>* const demosaic = algorithmOf<T>(c_.algorithm).make(job, arena);
+    if (demosaic) demosaic->advance(demosaic->last());
+  }
+
+ private:
+  int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
+
+  PackedRows pixelsOf(Arena& arena) const {
+    const ImageMemory image{call_.pixels, call_.stride, p_.layout.bytes > kBypassBeyond};
+    const auto kernel = p_.rawGray ? nullptr : p_.format->convert;
+    const auto convert = kernel ? pixelFormatKernels().*kernel : nullptr;
+    return PackedRows(image, p_.layout.width, p_.madeBytes, p_.format->pixelBytes(), convert,
+                      arena);
+  }
+
+  // pitch: distance of two rows of a bin, in samples.
+  OutputShape shapeOf(size_t pitch) {
+    const bool isMono = !p_.format->colour();
+    const Pack pack = isMono ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
+    return {writerOf(pack, pitch), p_.rawGray || c_.binning > 1 || reduces(), c_.binning,
+            p_.pad * c_.binning, p_.layout.width, engineRow(0), p_.madeBytes};
+  }
+
+  bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1; }
+
+  RowWriter writerOf(Pack pack, size_t pitch) {
+    const size_t width = p_.layout.width;
+    if (sizeof(T) == 1)
+      return RowWriter(pack, Depth::from8to8, c_.binning, pitch, width,
+                       reductionOf<uint8_t>(8, 8, 0));
+    if (!reduces())
+      return RowWriter(pack, Depth::from16to16, c_.binning, pitch, width,
+                       reductionOf<uint16_t>(p_.bits, p_.bits, 0));
+    if (isWindow(c_.reduction))
+      return RowWriter(pack, Depth::from16to8, c_.binning, pitch, width,
+                       reductionOf<uint8_t>(p_.bits, 8, c_.reduction));
+    fillTable(c_, p_.bits, table_);
+    return RowWriter(pack, c_.binning, pitch, width, table_, p_.bits - 10);
+  }
+
+  void runMono(ImageRows rows, Arena& arena) {
+    const size_t columns = p_.width;
+    MonoRows<T> mono(source_, columns, {engineRow(rows.first), engineRow(rows.end)},
+                     shapeOf(MonoRows<T>::pitchOf(columns)), pixels_, arena);
+    if (!arena.counts()) mono.advance(mono.last());
+  }
+
+  // The library's own binned gray mixes rows of the work buffer.
+  void runThroughBuffer(Arena& arena) {
+    T* const samples = arena.take<T>(size_t{p_.width} * p_.height);
+    T* const work = arena.take<T>(workBufferBytes(p_.width, p_.height) / 2);
+    uint8_t* const result = arena.take<uint8_t>(p_.layout.bytes);
+    uint16_t* const table = arena.take<uint16_t>(size_t{1} << 12);
+    if (arena.counts()) return;
+    std::fill_n(work, workBufferBytes(p_.width, p_.height) / 2, T{0});
+    for (uint32_t y = 0; y < p_.height; ++y)
+      std::copy_n(source_.row(int(y)), p_.width, samples + size_t{y} * p_.width);
+    if (c_.reduction == VISTREL_TABLE) {
+      const size_t entries = size_t{1} << p_.bits, repeated = entries / c_.table_entries;
+      for (size_t i = 0; i < entries; ++i) table[i] = c_.table[i / repeated];
+    }
+    const Region region(p_.phase, c_.binning - 1, 0, 0, p_.layout.width, p_.layout.height);
+    const auto output = outputOf(table);
+    const Conversion<T> conversion{region, p_.phase, 0, 0, p_.bits, samples, p_.width, work,
+                                   guardedLayout(region), result, p_.layout.height, output};
+    if (!convertThroughBuffer(conversion, algorithmOf<T>(c_.algorithm))) throw std::bad_alloc();
+    for (uint32_t y = 0; y < p_.layout.height; ++y) {
+      pixels_.begin(y);
+      pixels_.append(result + y * p_.layout.row_bytes, p_.layout.width);
+      pixels_.end();
+    }
+  }
+
+  ColourOutput outputOf(const uint16_t* table) const {
+    if constexpr (sizeof(T) == 1)
+      return {p_.layout.width, c_.format, c_.binning - 1, true};
+    else
+      return {p_.layout.width, p_.bits, c_.format, c_.reduction, table, c_.binning - 1,
+              p_.layout.bits, true};
+  }
+
+  // Measured: ordinary stores win below, those past the caches above.
+  static constexpr size_t kBypassBeyond = size_t{12} << 20;
+
+  const EngineCall& call_;
+  const Plan& p_;
+  const vistrel_conversion& c_;
+  FrameRows<T> source_;
+  PackedRows pixels_;
+  uint8_t table_[kTableEntries];
+};
+
+template <class T>
+void make(const EngineCall& call, ImageRows rows, Arena& arena) {
+  Engine<T>(call, arena).run(rows, arena);
+}
+
+}  // namespace
+
+void makeRows(const EngineCall& call, ImageRows rows, Arena& arena) {
+  call.frame.bytes_per_sample == 1 ? make<uint8_t>(call, rows, arena)
+                                   : make<uint16_t>(call, rows, arena);
+}
+
+}  // namespace vistrel::host

@@ -1,0 +1,38 @@
+// The rows of a frame as a conversion reads them: ready samples, with their surroundings.
+#pragma once
+
+#include <vistrel/vistrel_types.h>
+
+#include "common/rows/arena.h"
+#include "common/rows/row_source.h"
+#include "host/plan.h"
+#include "host/preparation.h"
+#include "samples/prepare.h"
+
+namespace vistrel::host {
+
+// Row y is the plan's row y. Rows lie in the frame where it has them as they are wanted, else in a
+// line that each row overwrites.
+template <class T>
+class FrameRows final : public core::RowSource<T> {
+ public:
+  // gains: red, green, blue.
+  FrameRows(const Plan& plan, const vistrel_frame& frame, const vistrel_conversion& conversion,
+            const Gains& gains, core::Arena& arena);
+
+  const T* row(int y) override;
+
+ private:
+  const unsigned char* bytesOf(int y) const;
+  core::Preparation preparationOf(int y) const;
+
+  const Plan& plan_;
+  const vistrel_frame& frame_;
+  const vistrel_conversion& conversion_;
+  Gains gains_;
+  bool isReady_;               // samples need no preparation
+  size_t left_, count_, right_;  // columns: mirrored ones, the frame's, mirrored ones
+  T* line_ = nullptr;          // null where rows stay in the frame
+};
+
+}  // namespace vistrel::host
