@@ -9,13 +9,15 @@ set(common)
 set(cpu entries common)
 set(streams entries cpu common)
 set(curves entries common)
+set(samples entries cpu common)
 set(output entries curves cpu common)
 set(cfa entries cpu common)
 set(platform entries common)
 set(demosaic entries streams output cfa platform cpu common)
 set(frontend entries demosaic output streams cpu common)
 set(host interface entries cpu)
-set(bench entries interface common cpu streams curves output cfa platform demosaic frontend)
+set(bench entries interface common cpu streams curves samples output cfa platform demosaic
+  frontend)
 
 # In apps/ each folder is a module, and so is each source that lies beside them.
 set(apps/error interface)
@@ -46,7 +48,7 @@ set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/d
 
 set(tests ${bench} host ${apps} bench)
 set(modules
-  common cpu streams curves output cfa platform demosaic frontend host apps bench tests)
+  common cpu streams curves samples output cfa platform demosaic frontend host apps bench tests)
 set(all_modules entries interface ${modules} ${apps})
 
 # The module of a path from the root; of a public header by its name.

@@ -1,0 +1,104 @@
+// Vectors of a row's samples, and their values by the parity of the column.
+//
+//   Value, kParts         a vector's samples are so many vectors of values
+//   part(v, i), join      part i of a vector of samples; all parts as samples again
+//   constant(pair, i)     one value for even columns, another one for odd ones, as part i needs
+//   them
+#if defined(VISTREL_COLUMNS_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_COLUMNS_INL_H
+#undef VISTREL_COLUMNS_INL_H
+#else
+#define VISTREL_COLUMNS_INL_H
+#endif
+
+#include "common/simd/lanes-inl.h"
+#include "common/simd/widen-inl.h"
+#include "samples/prepare.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+// In lanes of twice the length: the even columns, then the odd ones.
+template <class T>
+struct ColumnsApart {
+  using Scalar = std::make_unsigned_t<Widened<T>>;
+  using Value = Vec<Scalar>;
+  static constexpr size_t kParts = 2;
+
+  VISTREL_INLINE static Value part(Vec<T> v, size_t i) { return as<Value>(EvenOdd<T>::part(v, i)); }
+  VISTREL_INLINE static Vec<T> join(const Value (&parts)[2]) {
+    return EvenOdd<T>::join({as<Wide<T>>(parts[0]), as<Wide<T>>(parts[1])});
+  }
+  VISTREL_INLINE static Value constant(ColumnPair<uint32_t> pair, size_t i) {
+    const auto value = static_cast<Scalar>(i == 0 ? pair.even : pair.odd);
+    return Value{} + value;
+  }
+};
+
+// In the lanes of 16-bit samples.
+struct ColumnsTogether {
+  using Scalar = uint16_t;
+  using Value = Vec<uint16_t>;
+  static constexpr size_t kParts = 1;
+
+  VISTREL_INLINE static Value part(Value v, size_t) { return v; }
+  VISTREL_INLINE static Value join(const Value (&parts)[1]) { return parts[0]; }
+  VISTREL_INLINE static Value constant(ColumnPair<uint32_t> pair, size_t) {
+    return as<Value>(Vec<uint32_t>{} + (pair.even | pair.odd << 16));
+  }
+};
+
+// The shortest lanes that hold products of 16 bits' upper half.
+template <class T>
+using Columns16 = std::conditional_t<sizeof(T) == 1, ColumnsApart<uint8_t>, ColumnsTogether>;
+
+// The significant bits above the black level.
+template <class Columns>
+class AboveBlack {
+  using Scalar = typename Columns::Scalar;
+  using Value = typename Columns::Value;
+
+ public:
+  explicit AboveBlack(const Preparation& how)
+      : mask_(static_cast<Scalar>(how.mask())), below_(static_cast<Scalar>(how.below)) {
+    for (size_t p = 0; p < Columns::kParts; ++p) black_[p] = Columns::constant(how.black, p);
+  }
+
+  // Part p of a vector of samples.
+  template <class V>
+  VISTREL_INLINE Value operator()(V v, size_t p) const {
+    const Value s = (Columns::part(v, p) & mask_) >> below_;
+    return larger(s, black_[p]) - black_[p];
+  }
+
+ private:
+  Scalar mask_, below_;
+  Value black_[Columns::kParts];
+};
+
+// A vector of the row's samples from the i-th on; behind its n samples it has zeros.
+template <class T>
+VISTREL_INLINE Vec<T> loadPart(const void* row, size_t i, size_t n) {
+  Vec<T> v{};
+  std::memcpy(&v, static_cast<const char*>(row) + i * sizeof(T), (n - i) * sizeof(T));
+  return v;
+}
+template <class T>
+VISTREL_INLINE Vec<T> loadWhole(const void* row, size_t i) {
+  Vec<T> v;
+  std::memcpy(&v, static_cast<const char*>(row) + i * sizeof(T), sizeof v);
+  return v;
+}
+
+// Calls use(v) for all vectors of a row.
+template <class T, class Use>
+VISTREL_INLINE void eachVector(const void* row, size_t n, Use use) {
+  size_t i = 0;
+  for (; i + kLanes<T> <= n; i += kLanes<T>) use(loadWhole<T>(row, i));
+  if (i < n) use(loadPart<T>(row, i, n));
+}
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

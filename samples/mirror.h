@@ -1,0 +1,29 @@
+// What lies beside a frame: its samples again, mirrored about the first and the last ones.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vistrel::core {
+
+// The column or row of a frame of n that i stands for, after any number of reflections. So even
+// ones stay even. A frame of one has only that.
+constexpr size_t mirrored(int64_t i, size_t n) {
+  const auto size = static_cast<int64_t>(n);
+  if (i >= 0 && i < size) return static_cast<size_t>(i);
+  if (n == 1) return 0;
+  const int64_t period = 2 * (size - 1);
+  i = (i % period + period) % period;
+  return static_cast<size_t>(i < size ? i : period - i);
+}
+
+// Puts mirrored samples in front of a row's n samples and behind them.
+template <class T>
+void mirrorEnds(T* row, size_t n, size_t left, size_t right) {
+  const auto first = -static_cast<int64_t>(left);
+  const auto size = static_cast<int64_t>(n), end = size + static_cast<int64_t>(right);
+  for (int64_t i = first; i < 0; ++i) row[i] = row[mirrored(i, n)];
+  for (int64_t i = size; i < end; ++i) row[i] = row[mirrored(i, n)];
+}
+
+}  // namespace vistrel::core

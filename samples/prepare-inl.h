@@ -1,0 +1,117 @@
+// Rows of raw samples to prepared ones, a vector at a time, in lanes of 16 bits where they do.
+#if defined(VISTREL_PREPARE_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_PREPARE_INL_H
+#undef VISTREL_PREPARE_INL_H
+#else
+#define VISTREL_PREPARE_INL_H
+#endif
+
+#include "samples/columns-inl.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+VISTREL_INLINE Vec<uint16_t> highHalf(Vec<uint16_t> a, Vec<uint16_t> b) {
+#if VISTREL_AVX512
+  return as<Vec<uint16_t>>(_mm512_mulhi_epu16(as<__m512i>(a), as<__m512i>(b)));
+#elif VISTREL_AVX2
+  return as<Vec<uint16_t>>(_mm256_mulhi_epu16(as<__m256i>(a), as<__m256i>(b)));
+#elif VISTREL_X86 && defined(__SSE2__)
+  return as<Vec<uint16_t>>(_mm_mulhi_epu16(as<__m128i>(a), as<__m128i>(b)));
+#elif VISTREL_NEON
+  const auto x = as<uint16x8_t>(a), y = as<uint16x8_t>(b);
+  const uint32x4_t low = vmull_u16(vget_low_u16(x), vget_low_u16(y));
+  const uint32x4_t high = vmull_high_u16(x, y);
+  return as<Vec<uint16_t>>(vuzp2q_u16(vreinterpretq_u16_u32(low), vreinterpretq_u16_u32(high)));
+#else
+  const auto x = as<Vec<uint32_t>>(a), y = as<Vec<uint32_t>>(b);
+  const Vec<uint32_t> even = (x & 0xFFFF) * (y & 0xFFFF), odd = (x >> 16) * (y >> 16);
+  return as<Vec<uint16_t>>(ColumnsApart<uint16_t>::join({even >> 16, odd >> 16}));
+#endif
+}
+
+// How a value above black is amplified. factor(gain): what times() multiplies by.
+
+struct Unamplified {
+  explicit Unamplified(const Preparation&) {}
+  uint32_t factor(uint32_t) const { return 0; }
+  template <class V>
+  VISTREL_INLINE V times(V v, V) const {
+    return v;
+  }
+};
+
+// In 16 bits: the product moves to the left until the quotient is its upper half. Of b bits, 12 or
+// more, v moves by 16 - b and the gain by b - 12. Fewer bits need no more than those of 12.
+struct Amplified16 {
+  static constexpr uint32_t kMaxFactor = 0xFFFF;
+
+  explicit Amplified16(const Preparation& how) : bits(how.bits > 12 ? how.bits : 12) {}
+
+  // A gain of 16 is one too much. The one below gives other results only of values above 2048,
+  // both of which are beyond full scale.
+  uint32_t factor(uint32_t gain) const {
+    const uint32_t factor = gain << (bits - 12);
+    return factor < kMaxFactor ? factor : kMaxFactor;
+  }
+  static bool suits(const Preparation& how) {
+    const uint32_t gain = how.gain.even > how.gain.odd ? how.gain.even : how.gain.odd;
+    return how.bits <= 12 || gain << (how.bits - 12) <= kMaxFactor;
+  }
+  VISTREL_INLINE Vec<uint16_t> times(Vec<uint16_t> v, Vec<uint16_t> factor) const {
+    const Vec<uint16_t> moved = v << static_cast<uint16_t>(16 - bits);
+    return highHalf(moved, factor) + (moved * factor >> 15);
+  }
+
+  uint32_t bits;
+};
+
+// In 32 bits nothing overflows: 65535 * 65536 + 2048 < 2^32.
+struct Amplified32 {
+  explicit Amplified32(const Preparation&) {}
+  uint32_t factor(uint32_t gain) const { return gain; }
+  VISTREL_INLINE Vec<uint32_t> times(Vec<uint32_t> v, Vec<uint32_t> gain) const {
+    return (v * gain + kGainOne / 2) >> 12;
+  }
+};
+
+template <class T, class Columns, class Amplification>
+void prepareBy(const void* from, size_t n, T* to, const Preparation& how) {
+  using Scalar = typename Columns::Scalar;
+  using Value = typename Columns::Value;
+  const Amplification amplification(how);
+  const AboveBlack<Columns> aboveBlack(how);
+  const ColumnPair<uint32_t> factors{amplification.factor(how.gain.even),
+                                     amplification.factor(how.gain.odd)};
+  const Value fullScale = Value{} + static_cast<Scalar>(how.fullScale());
+  const auto dropped = static_cast<Scalar>(how.dropped);
+  const auto prepared = [&](Vec<T> v) __attribute__((always_inline)) {
+    Value parts[Columns::kParts];
+    for (size_t p = 0; p < Columns::kParts; ++p) {
+      const Value factor = Columns::constant(factors, p);
+      const Value s = amplification.times(aboveBlack(v, p), factor);
+      parts[p] = smaller(s, fullScale) >> dropped;
+    }
+    return Columns::join(parts);
+  };
+  size_t i = 0;
+  for (; i + kLanes<T> <= n; i += kLanes<T>) store(to + i, prepared(loadWhole<T>(from, i)));
+  if (i == n) return;
+  const Vec<T> last = prepared(loadPart<T>(from, i, n));
+  std::memcpy(to + i, &last, (n - i) * sizeof(T));
+}
+
+template <class T>
+void prepareRow(const void* from, size_t n, T* to, const Preparation& how) {
+  if (how.gain.even == kGainOne && how.gain.odd == kGainOne)
+    prepareBy<T, Columns16<T>, Unamplified>(from, n, to, how);
+  else if (sizeof(T) == 1 || Amplified16::suits(how))
+    prepareBy<T, Columns16<T>, Amplified16>(from, n, to, how);
+  else if constexpr (sizeof(T) == 2)
+    prepareBy<T, ColumnsApart<T>, Amplified32>(from, n, to, how);
+}
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

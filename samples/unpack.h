@@ -1,0 +1,54 @@
+// Packed rows to samples.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vistrel::core {
+
+// How samples lie in a row's bytes. Samples of Packing::bytes are bytes, all others have 16 bits.
+//
+//   little, big     two bytes a sample, the lower or the upper bits first
+//   pfnc            a stream of fields, the lowest bits first
+//   gige            two samples in three bytes: upper bits, both samples' lower bits, upper bits
+//   mipi            two or four samples: their upper eight bits, then a stream of their lower bits
+//
+// A row's last group may have fewer samples; it then ends with the byte that its last bit is in.
+enum class Packing {
+  bytes,
+  little,
+  big,
+  pfnc10,
+  pfnc12,
+  pfnc14,
+  gige10,
+  gige12,
+  mipi10,
+  mipi12,
+  mipi14
+};
+constexpr int kPackings = 11;
+
+// Bits from a sample to the next.
+constexpr unsigned storedBits(Packing packing) {
+  constexpr unsigned bits[kPackings] = {8, 16, 16, 10, 12, 14, 12, 12, 10, 12, 14};
+  return bits[static_cast<int>(packing)];
+}
+constexpr size_t sampleBytes(Packing packing) { return packing == Packing::bytes ? 1 : 2; }
+
+// Eight samples take as many bytes as a sample takes bits.
+constexpr size_t packedBytes(Packing packing, size_t samples) {
+  return samples / 8 * storedBits(packing) + (samples % 8 * storedBits(packing) + 7) / 8;
+}
+
+// Reads the packedBytes() of a row and writes its samples, at any alignment.
+using UnpackRow = void (*)(const uint8_t* row, size_t samples, void* to);
+
+// The function of the current level.
+UnpackRow unpackRowOf(Packing packing);
+
+// Samples begin .. end - 1 of a row of `samples`.
+void unpackPart(Packing packing, const uint8_t* row, size_t samples, size_t begin, size_t end,
+                void* to);
+
+}  // namespace vistrel::core
