@@ -76,26 +76,19 @@ class AboveBlack {
   Value black_[Columns::kParts];
 };
 
-// A vector of the row's samples from the i-th on; behind its n samples it has zeros.
+// A vector of a row's samples from the i-th on, at any alignment.
 template <class T>
-VISTREL_INLINE Vec<T> loadPart(const void* row, size_t i, size_t n) {
-  Vec<T> v{};
-  std::memcpy(&v, static_cast<const char*>(row) + i * sizeof(T), (n - i) * sizeof(T));
-  return v;
-}
-template <class T>
-VISTREL_INLINE Vec<T> loadWhole(const void* row, size_t i) {
+VISTREL_INLINE Vec<T> loadAt(const void* row, size_t i) {
   Vec<T> v;
   std::memcpy(&v, static_cast<const char*>(row) + i * sizeof(T), sizeof v);
   return v;
 }
-
-// Calls use(v) for all vectors of a row.
-template <class T, class Use>
-VISTREL_INLINE void eachVector(const void* row, size_t n, Use use) {
-  size_t i = 0;
-  for (; i + kLanes<T> <= n; i += kLanes<T>) use(loadWhole<T>(row, i));
-  if (i < n) use(loadPart<T>(row, i, n));
+// The same where the row's n samples end within it; then follow zeros.
+template <class T>
+VISTREL_INLINE Vec<T> loadLast(const void* row, size_t i, size_t n) {
+  Vec<T> v{};
+  std::memcpy(&v, static_cast<const char*>(row) + i * sizeof(T), (n - i) * sizeof(T));
+  return v;
 }
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE

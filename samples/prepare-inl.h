@@ -75,32 +75,49 @@ struct Amplified32 {
   }
 };
 
-template <class T, class Columns, class Amplification>
-void prepareBy(const void* from, size_t n, T* to, const Preparation& how) {
+template <class Columns, class Amplification>
+class Prepared {
   using Scalar = typename Columns::Scalar;
   using Value = typename Columns::Value;
-  const Amplification amplification(how);
-  const AboveBlack<Columns> aboveBlack(how);
-  const ColumnPair<uint32_t> factors{amplification.factor(how.gain.even),
-                                     amplification.factor(how.gain.odd)};
-  const Value fullScale = Value{} + static_cast<Scalar>(how.fullScale());
-  const auto dropped = static_cast<Scalar>(how.dropped);
-  const auto prepared = [&](Vec<T> v) __attribute__((always_inline)) {
+
+ public:
+  explicit Prepared(const Preparation& how)
+      : aboveBlack_(how), amplification_(how),
+        fullScale_(Value{} + static_cast<Scalar>(how.fullScale())),
+        dropped_(static_cast<Scalar>(how.dropped)) {
+    const ColumnPair<uint32_t> factors{amplification_.factor(how.gain.even),
+                                       amplification_.factor(how.gain.odd)};
+    for (size_t p = 0; p < Columns::kParts; ++p) factor_[p] = Columns::constant(factors, p);
+  }
+
+  template <class V>
+  VISTREL_INLINE V operator()(V samples) const {
     Value parts[Columns::kParts];
     for (size_t p = 0; p < Columns::kParts; ++p) {
-      const Value factor = Columns::constant(factors, p);
-      const Value s = amplification.times(aboveBlack(v, p), factor);
-      parts[p] = smaller(s, fullScale) >> dropped;
+      const Value v = amplification_.times(aboveBlack_(samples, p), factor_[p]);
+      parts[p] = smaller(v, fullScale_) >> dropped_;
     }
     return Columns::join(parts);
-  };
+  }
+
+ private:
+  AboveBlack<Columns> aboveBlack_;
+  Amplification amplification_;
+  Value factor_[Columns::kParts], fullScale_;
+  Scalar dropped_;
+};
+
+template <class T, class Columns, class Amplification>
+void prepareBy(const void* from, size_t n, T* to, const Preparation& how) {
+  const Prepared<Columns, Amplification> prepared(how);
   size_t i = 0;
-  for (; i + kLanes<T> <= n; i += kLanes<T>) store(to + i, prepared(loadWhole<T>(from, i)));
+  for (; i + kLanes<T> <= n; i += kLanes<T>) store(to + i, prepared(loadAt<T>(from, i)));
   if (i == n) return;
-  const Vec<T> last = prepared(loadPart<T>(from, i, n));
+  const Vec<T> last = prepared(loadLast<T>(from, i, n));
   std::memcpy(to + i, &last, (n - i) * sizeof(T));
 }
 
+// The fastest way that is exact.
 template <class T>
 void prepareRow(const void* from, size_t n, T* to, const Preparation& how) {
   if (how.gain.even == kGainOne && how.gain.odd == kGainOne)

@@ -17,33 +17,45 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 template <class T>
 T bitsOf(const void* row, size_t n) {
   Vec<T> bits{};
-  eachVector<T>(
-      row, n, [&](Vec<T> v) __attribute__((always_inline)) { bits |= v; });
+  size_t i = 0;
+  for (; i + kLanes<T> <= n; i += kLanes<T>) bits |= loadAt<T>(row, i);
+  if (i < n) bits |= loadLast<T>(row, i, n);
   T all = 0;
-  for (size_t i = 0; i < kLanes<T>; ++i) all |= bits[i];
+  for (size_t k = 0; k < kLanes<T>; ++k) all = static_cast<T>(all | bits[k]);
   return all;
 }
 
-// In lanes of twice the length, which hold the sum of so many samples.
+// A lane of twice the length holds the sum of 256 bytes, or of 65536 samples of 16 bits.
 template <class T>
-constexpr size_t kMaxAddends = size_t{1} << 8 * sizeof(T);
+constexpr size_t kSamplesALane = size_t{1} << 8 * sizeof(T);
+
+// Adds the columns of a row whose sums fit such lanes.
+template <class T>
+void addColumns(const void* row, size_t n, const AboveBlack<ColumnsApart<T>>& aboveBlack,
+                ColumnPair<uint64_t>& sums) {
+  typename ColumnsApart<T>::Value even{}, odd{};
+  const auto add = [&](Vec<T> v) {
+    even += aboveBlack(v, 0);
+    odd += aboveBlack(v, 1);
+  };
+  size_t i = 0;
+  for (; i + kLanes<T> <= n; i += kLanes<T>) add(loadAt<T>(row, i));
+  if (i < n) add(loadLast<T>(row, i, n));
+  for (size_t k = 0; k < kLanes<T> / 2; ++k) {
+    sums.even += even[k];
+    sums.odd += odd[k];
+  }
+}
 
 template <class T>
 ColumnPair<uint64_t> sumsAboveBlack(const void* row, size_t n, const Preparation& how) {
-  using Columns = ColumnsApart<T>;
-  const AboveBlack<Columns> aboveBlack(how);
-  constexpr size_t block = kMaxAddends<T> * kLanes<T>;
-  uint64_t sums[2] = {};
-  for (size_t i = 0; i < n; i += block) {
-    typename Columns::Value parts[2] = {};
-    const auto add = [&](Vec<T> v) __attribute__((always_inline)) {
-      for (size_t p = 0; p < 2; ++p) parts[p] += aboveBlack(v, p);
-    };
-    eachVector<T>(static_cast<const T*>(row) + i, std::min(n - i, block), add);
-    for (size_t p = 0; p < 2; ++p)
-      for (size_t k = 0; k < kLanes<T> / 2; ++k) sums[p] += parts[p][k];
-  }
-  return {sums[0], sums[1]};
+  const AboveBlack<ColumnsApart<T>> aboveBlack(how);
+  constexpr size_t part = kSamplesALane<T> * kLanes<T>;
+  ColumnPair<uint64_t> sums{};
+  for (size_t i = 0; i < n; i += part)
+    addColumns<T>(static_cast<const char*>(row) + i * sizeof(T), std::min(n - i, part), aboveBlack,
+                  sums);
+  return sums;
 }
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
