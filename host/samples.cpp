@@ -4,18 +4,11 @@
 #include <limits>
 
 #include "host/preparation.h"
+#include "samples/mirror.h"
+#include "samples/prepare.h"
 
 namespace vistrel::host {
 namespace {
-
-// The column or row of a frame of n that i stands for: the frame is mirrored about its first and
-// last ones, any number of times. So even ones stay even.
-uint32_t mirrored(int64_t i, uint32_t n) {
-  if (i >= 0 && i < n) return static_cast<uint32_t>(i);
-  const int64_t period = 2 * (int64_t{n} - 1);
-  i = (i % period + period) % period;
-  return static_cast<uint32_t>(i < n ? i : period - i);
-}
 
 template <class T>
 const unsigned char* at(const vistrel_frame& f, uint32_t x, uint32_t y) {
@@ -36,13 +29,14 @@ bool usable(const Plan& p, const vistrel_frame& f) {
 // Row y of the plan's rectangle.
 template <class T>
 void copyRow(const Plan& p, const vistrel_frame& f, int64_t y, T* to) {
-  const uint32_t row = mirrored(y, f.height);
+  const auto row = static_cast<uint32_t>(core::mirrored(y, f.height));
   const int64_t first = std::max<int64_t>(p.x, 0);
   const int64_t last = std::min<int64_t>(p.x + p.width, f.width);
   const auto columns = static_cast<size_t>(last - first);
   std::memcpy(to + (first - p.x), at<T>(f, static_cast<uint32_t>(first), row), columns * sizeof(T));
   const auto copyOne = [&](int64_t x) {
-    std::memcpy(to + (x - p.x), at<T>(f, mirrored(x, f.width), row), sizeof(T));
+    std::memcpy(to + (x - p.x), at<T>(f, static_cast<uint32_t>(core::mirrored(x, f.width)), row),
+                sizeof(T));
   };
   for (int64_t x = p.x; x < first; ++x) copyOne(x);
   for (int64_t x = last; x < p.x + p.width; ++x) copyOne(x);
@@ -88,13 +82,13 @@ bool Samples<T>::exceeded() const {
 
 template <class T>
 void Samples<T>::rejectExcess() const {
+  const auto columnOf = [&](size_t i) {
+    return static_cast<uint32_t>(core::mirrored(plan_.x + static_cast<int64_t>(i), frame_.width));
+  };
   for (uint32_t row = 0; row < plan_.height; ++row)
-    for (uint32_t column = 0; column < plan_.width; ++column) {
-      const T sample = first_[size_t{row} * stride_ + column];
-      if (significant_.exceeded(sample))
-        significant_.rejectSample(sample, mirrored(plan_.x + column, frame_.width),
-                                  mirrored(plan_.y + row, frame_.height));
-    }
+    significant_.rejectExcess(first_ + size_t{row} * stride_, plan_.width,
+                              static_cast<uint32_t>(core::mirrored(plan_.y + row, frame_.height)),
+                              columnOf);
 }
 
 template <class T>
@@ -104,15 +98,12 @@ void Samples<T>::prepare(const vistrel_conversion& c) {
     if (frame_.phase == VISTREL_MONO) return VISTREL_GAIN_ONE;
     return gains[vistrel_colour_at(plan_.phase, x, y)];
   };
-  const uint32_t fullScale = (1u << frame_.bits) - 1, dropped = frame_.bits - plan_.bits;
+  core::Preparation how{
+      frame_.bits, significant_.below, frame_.bits - plan_.bits, {c.black, c.black}, {}};
   for (uint32_t y = 0; y < plan_.height; ++y) {
     T* const row = &copy_[size_t{y} * stride_];
-    const uint32_t even = gainAt(0, y), odd = gainAt(1, y);
-    for (uint32_t x = 0; x < plan_.width; ++x) {
-      const uint32_t s = (row[x] & significant_.bits) >> significant_.below;
-      const uint32_t gain = x & 1 ? odd : even;
-      row[x] = static_cast<T>(amplified(aboveBlack(s, c.black), gain, fullScale) >> dropped);
-    }
+    how.gain = {gainAt(0, y), gainAt(1, y)};
+    core::prepareRow<T>(row, plan_.width, row, how);
   }
 }
 
