@@ -1,14 +1,11 @@
-#include <cerrno>
-#include <cstring>
-#include <memory>
+#include <algorithm>
 #include <optional>
 
+#include "host/engine.h"
 #include "host/plan.h"
-#include "host/samples.h"
+#include "host/significant.h"
 #include "host/status.h"
 #include "host/streams.h"
-#include "vistrel/image_functions.h"
-#include "vistrel/vistrel.h"
 
 namespace vistrel::host {
 namespace {
@@ -17,15 +14,15 @@ namespace {
 template <class T>
 void checkExcessSamples(const Plan& p, const vistrel_frame& f) {
   const Significant<T> significant(f);
-  if (!significant.unused) return;
   const auto first = static_cast<uint32_t>(std::max<int64_t>(p.x, 0));
   const auto end = static_cast<uint32_t>(std::min<int64_t>(p.x + p.width, f.width));
   const auto top = std::max<int64_t>(p.y, 0);
   const auto bottom = std::min<int64_t>(p.y + p.height, f.height);
   const auto* bytes = static_cast<const unsigned char*>(f.samples) + size_t{first} * sizeof(T);
   for (int64_t y = top; y < bottom; ++y)
-    significant.check(bytes + static_cast<size_t>(y) * static_cast<size_t>(strideOf(f)),
-                      end - first, first, static_cast<uint32_t>(y));
+    significant.rejectExcess(bytes + static_cast<size_t>(y) * static_cast<size_t>(strideOf(f)),
+                             end - first, static_cast<uint32_t>(y),
+                             [=](size_t x) { return first + static_cast<uint32_t>(x); });
 }
 
 void convert(vistrel_stream* callerStream, const vistrel_frame* frame,

@@ -1,8 +1,6 @@
 // The rows of a frame as a conversion reads them: ready samples, with their surroundings.
 #pragma once
 
-#include <vistrel/vistrel_types.h>
-
 #include "common/rows/arena.h"
 #include "common/rows/row_source.h"
 #include "host/plan.h"

@@ -1,10 +1,10 @@
 #include "host/preparation.h"
 
-#include <cstring>
-#include <vector>
+#include <algorithm>
 
 #include "host/plan.h"
 #include "host/significant.h"
+#include "host/streams.h"
 #include "host/validate.h"
 
 namespace vistrel::host {
@@ -15,19 +15,13 @@ using Sums = std::array<uint64_t, 3>;  // red, green, blue
 template <class T>
 Sums sumsAboveBlack(const vistrel_frame& f, const vistrel_conversion& c) {
   const Significant<T> significant(f);
+  const core::Preparation above{f.bits, significant.below, 0, {c.black, c.black}, {}};
   const auto* from = static_cast<const unsigned char*>(f.samples);
-  std::vector<T> row(f.width);
   Sums sums{};
   for (uint32_t y = 0; y < f.height; ++y, from += strideOf(f)) {
-    std::memcpy(row.data(), from, row.size() * sizeof(T));
-    if (c.excess == VISTREL_REFUSE && significant.exceeded(row.data(), row.size()))
-      for (uint32_t x = 0; x < f.width; ++x)
-        if (significant.exceeded(row[x])) significant.rejectSample(row[x], x, y);
-    uint64_t even = 0, odd = 0;  // columns
-    for (uint32_t x = 0; x < f.width; ++x) {
-      const uint32_t sample = (row[x] & significant.bits) >> significant.below;
-      (x & 1 ? odd : even) += aboveBlack(sample, c.black);
-    }
+    if (c.excess == VISTREL_REFUSE)
+      significant.rejectExcess(from, f.width, y, [](size_t x) { return static_cast<uint32_t>(x); });
+    const auto [even, odd] = core::sumsAboveBlack<T>(from, f.width, above);
     sums[vistrel_colour_at(f.phase, 0, y)] += even;
     sums[vistrel_colour_at(f.phase, 1, y)] += odd;
   }
@@ -91,6 +85,7 @@ int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversi
     checkExcess(*conversion);
     checkBlack(*frame, *conversion);
     checkSamples(*frame);
+    loadLibrary();  // which chooses a level
     const Gains measured = measureGains(*frame, *conversion);
     std::copy(measured.begin(), measured.end(), gains);
   });

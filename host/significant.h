@@ -1,7 +1,10 @@
 // The significant bits of a frame's samples, and the rejection of samples with others.
 #pragma once
 
+#include <cstring>
+
 #include "host/status.h"
+#include "samples/scan.h"
 
 namespace vistrel::host {
 
@@ -10,17 +13,28 @@ struct Significant {
   explicit Significant(const vistrel_frame& frame)
       : unused(8 * sizeof(T) - frame.bits),
         below(frame.alignment == VISTREL_HIGH_BITS ? unused : 0),
-        bits(static_cast<T>(((1u << frame.bits) - 1) << below)) {}
+        bits(static_cast<T>(((1u << frame.bits) - 1) << below)), others(static_cast<T>(~bits)) {}
 
   // Whether a sample of the row has other bits set.
-  bool exceeded(const T* row, size_t n) const {
-    T all = 0;
-    if (unused)
-      for (size_t i = 0; i < n; ++i) all |= row[i];
-    return (all & ~bits) != 0;
+  bool exceeded(const void* row, size_t n) const {
+    return others && core::exceeds<T>(row, n, others);
   }
-  bool exceeded(T sample) const { return exceeded(&sample, 1); }
 
+  // Throws Rejection for the first of a row's samples that has, if any.
+  // columnOf(i): the frame's column of sample i.
+  template <class ColumnOf>
+  void rejectExcess(const void* row, size_t n, uint32_t y, ColumnOf columnOf) const {
+    if (!exceeded(row, n)) return;
+    const size_t i = core::firstExceeding<T>(row, n, others);
+    T sample;
+    std::memcpy(&sample, static_cast<const char*>(row) + i * sizeof sample, sizeof sample);
+    rejectSample(sample, columnOf(i), y);
+  }
+
+  uint32_t unused, below;  // bits that are not significant, and how many of them are lowest
+  T bits, others;          // the significant ones, and the others
+
+ private:
   [[noreturn]] void rejectSample(T sample, uint32_t x, uint32_t y) const {
     const auto value = fmt::format("{} at column {}, row {}", sample, x, y);
     const uint32_t count = 8 * sizeof(T) - unused;
@@ -30,9 +44,6 @@ struct Significant {
     reject(VISTREL_EXCESS_SAMPLE, "frame.samples", value, "samples of {} bits are at most {}",
            count, bits);
   }
-
-  uint32_t unused, below;  // bits that are not significant, and how many of them are lowest
-  T bits;                  // the significant ones
 };
 
 }  // namespace vistrel::host

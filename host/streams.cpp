@@ -8,9 +8,8 @@
 #include <new>
 #include <vector>
 
+#include "common/rows/arena.h"
 #include "host/status.h"
-#include "vistrel/processor.h"
-#include "vistrel/vistrel.h"
 
 namespace vistrel::host {
 namespace {
@@ -18,27 +17,13 @@ namespace {
 constexpr uint32_t kStreams = VISTREL_MAX_STREAMS;
 using State = Slot::State;
 
-// Guards the pool and the library's tables of streams: whoever holds it sees both in order. A
-// process forks while it holds the mutex, so its child has a pool that works.
+// Guards the pool. A process forks while it holds the mutex, so its child has a pool that works.
 constinit std::mutex g_mutex;
 
 class Pool {
  public:
-  // Registers every id at once. From then on a stream that grows only changes its own slot of the
-  // library's tables, so no conversion has to wait for it.
-  //
-  // Switches the packed operations off, which only choose a path of Kimmel's hues: that path turns
-  // many widths and phases black, and ignores binning.
   Pool() {
-    ImgLoadDriver();
-    ippSetCpuFeaturesMask(ippGetEnabledCpuFeatures() & ~uint64_t{IPP_CPU_SSE});
-    for (uint32_t id = 0; id < kStreams; ++id) {
-      if (!ImgInitialize(id, 0, 0)) {
-        ImgUnloadDriver();
-        throw std::bad_alloc();
-      }
-      free_[id] = kStreams - 1 - id;
-    }
+    for (uint32_t id = 0; id < kStreams; ++id) free_[id] = kStreams - 1 - id;
   }
 
   // The stream that was released last: its buffer is the warmest. Null if all are in use and the
@@ -109,9 +94,13 @@ Pool& pool() {
 
 }  // namespace
 
-void loadLibrary() {
-  const std::lock_guard lock(g_mutex);
-  pool();
+void* Scratch::reserve(size_t bytes) {
+  if (bytes <= bytes_) return block_.get();
+  free();
+  block_.reset(std::aligned_alloc(core::Arena::kAlign, bytes));
+  if (!block_) throw std::bad_alloc();
+  bytes_ = bytes;
+  return block_.get();
 }
 
 StreamLease::StreamLease() : after_(State::kFree) {
@@ -132,24 +121,6 @@ StreamLease::~StreamLease() {
 }
 
 uint32_t StreamLease::id() const { return g_pool->idOf(*slot_); }
-
-void StreamLease::reserve(uint32_t width, uint32_t height) {
-  Slot& s = *slot_;
-  if (width <= s.width && height <= s.height) return;
-  const std::lock_guard lock(g_mutex);
-  s.width = s.height = 0;
-  if (!ImgInitialize(id(), width, height)) throw std::bad_alloc();
-  s.width = width;
-  s.height = height;
-}
-
-void StreamLease::loadTable(const uint16_t* table, uint32_t entries, uint32_t bits) {
-  std::vector<uint16_t> whole(size_t{1} << bits);
-  const size_t repeated = whole.size() / entries;
-  for (size_t i = 0; i < whole.size(); ++i) whole[i] = table[i / repeated];
-  const std::lock_guard lock(g_mutex);
-  if (!ImgLoadLookupTable(id(), whole.data(), 1u << bits)) throw std::bad_alloc();
-}
 
 }  // namespace vistrel::host
 

@@ -1,27 +1,42 @@
-// The library's streams, acquired and released.
+// Streams, acquired and released: the memory that a conversion needs besides frame and image.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 
-// The pool's record of a stream; its index in the pool is the stream's id.
+// Memory that stays from one conversion to the next.
+class Scratch {
+ public:
+  // At least so many bytes, aligned for an arena. What was there is lost. Throws std::bad_alloc.
+  void* reserve(size_t bytes);
+  void free() { block_.reset(), bytes_ = 0; }
+
+ private:
+  struct Free {
+    void operator()(void* block) const { std::free(block); }
+  };
+  std::unique_ptr<void, Free> block_;
+  size_t bytes_ = 0;
+};
+
+// The pool's record of a stream.
 struct Slot {
   enum State { kFree, kAcquired, kBusy };
   State state = kFree;
-  uint32_t width = 0, height = 0;  // size that the work buffer is large enough for
-  uintptr_t generation = 0;        // how often it was released
+  uintptr_t generation = 0;  // how often it was released
+  Scratch scratch;
 };
-
-// Loads the library and opens its streams, unless it is loaded. Throws std::bad_alloc.
-void loadLibrary();
 
 // Exclusive use of a stream, for as long as the lease lives.
 class StreamLease {
  public:
-  // Of any stream; waits while all are in use. Throws std::bad_alloc.
+  // Of any stream; waits while all are in use.
   StreamLease();
   // Of one that the caller has acquired. Throws Rejection.
   explicit StreamLease(vistrel_stream* acquired);
@@ -31,11 +46,8 @@ class StreamLease {
 
   uint32_t id() const;
 
-  // Makes the work buffer large enough for a region of this size. Throws std::bad_alloc.
-  void reserve(uint32_t width, uint32_t height);
-
-  // Loads the table of VISTREL_TABLE, for samples of so many bits. Throws std::bad_alloc.
-  void loadTable(const uint16_t* table, uint32_t entries, uint32_t bits);
+  // Throws std::bad_alloc.
+  void* scratch(size_t bytes) { return slot_->scratch.reserve(bytes); }
 
  private:
   Slot* slot_;

@@ -3,6 +3,7 @@
 
 #include "host/packings.h"
 #include "host/status.h"
+#include "host/streams.h"
 
 namespace vistrel::host {
 namespace {
@@ -12,7 +13,7 @@ using Byte = unsigned char;
 constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
 
 struct PackedFrame {
-  const Packing* packing;
+  core::Packing packing;
   uint64_t samples, rows;  // samples of a row; continuous rows are one row
   size_t rowBytes, stride, bytes;
   size_t sampleBytes, unpackedBytes;  // of one sample, of all samples
@@ -41,15 +42,13 @@ PackedFrame measure(const vistrel_packed* packed) {
   checkPacked(p);
   const uint64_t all = uint64_t{p.width} * p.height;
   PackedFrame f{};
-  f.packing = &findPacking(p.packing, p.bits);
+  f.packing = findPacking(p.packing, p.bits);
   f.samples = p.continuous ? all : p.width;
   f.rows = p.continuous ? 1 : p.height;
-  f.sampleBytes = p.packing == VISTREL_PACKING_BYTES ? 1 : 2;
+  f.sampleBytes = core::sampleBytes(f.packing);
   if (all > kMaxBytes / f.sampleBytes) rejectSize(p);
   f.unpackedBytes = static_cast<size_t>(all * f.sampleBytes);
-  // Eight samples take storedBits bytes. A sample takes at most two bytes, so the sum fits.
-  const uint64_t stored = f.packing->storedBits;
-  f.rowBytes = static_cast<size_t>(f.samples / 8 * stored + (f.samples % 8 * stored + 7) / 8);
+  f.rowBytes = core::packedBytes(f.packing, static_cast<size_t>(f.samples));
   f.stride = p.stride ? p.stride : f.rowBytes;
   if (f.stride < f.rowBytes)
     reject(VISTREL_BAD_STRIDE, "packed.stride", p.stride, "a row of {} samples has {} bytes",
@@ -77,9 +76,11 @@ void unpack(const vistrel_packed* packed, void* samples, size_t size) {
   checkMemory(f, *packed, samples, size);
   const auto* from = static_cast<const Byte*>(packed->bytes);
   auto* to = static_cast<Byte*>(samples);
-  const size_t unpackedRowBytes = static_cast<size_t>(f.samples) * f.sampleBytes;
-  for (uint64_t row = 0; row < f.rows; ++row)
-    f.packing->unpackRow(from + row * f.stride, f.samples, to + row * unpackedRowBytes);
+  const auto rowSamples = static_cast<size_t>(f.samples);
+  loadLibrary();  // which chooses a level
+  const core::UnpackRow unpackRow = core::unpackRowOf(f.packing);
+  for (uint64_t row = 0; row < f.rows; ++row, to += rowSamples * f.sampleBytes)
+    unpackRow(from + row * f.stride, rowSamples, to);
 }
 
 }  // namespace
