@@ -139,14 +139,17 @@ void convertByAhd(const Conversion<T>& c) {
 
 VISTREL_DEMOSAIC_ENTRY(ImageColorBilinear, guardedLayout, convertThroughBuffer(c, bilinear<T>()))
 VISTREL_DEMOSAIC_ENTRY(ImageColorNearNeighbor, compactLayout, convertByNear(c))
-VISTREL_DEMOSAIC_ENTRY(ImageColorGradientLaroche, guardedLayout, convertThroughBuffer(c, laroche<T>()))
-VISTREL_DEMOSAIC_ENTRY(ImageColorGradientHamilton, guardedLayout, convertThroughBuffer(c, hamilton<T>()))
+VISTREL_DEMOSAIC_ENTRY(ImageColorGradientLaroche, guardedLayout,
+                       convertThroughBuffer(c, laroche<T>()))
+VISTREL_DEMOSAIC_ENTRY(ImageColorGradientHamilton, guardedLayout,
+                       convertThroughBuffer(c, hamilton<T>()))
 VISTREL_DEMOSAIC_ENTRY(ImageColorVariableGradients, guardedLayout,
                        convertThroughBuffer(c, variableGradients<T>()))
 VISTREL_DEMOSAIC_ENTRY(ImageColorHueCok, guardedLayout, convertThroughBuffer(c, cok<T>()))
 VISTREL_DEMOSAIC_ENTRY(ImageColorHueKimmel, guardedLayout, convertByKimmel(c))
 VISTREL_DEMOSAIC_ENTRY(vec_ImageColorHueKimmel, guardedLayout, convertByPackedKimmel(c))
-VISTREL_DEMOSAIC_ENTRY(ImageColorPixelGrouping, guardedLayout, convertThroughBuffer(c, pixelGrouping<T>()))
+VISTREL_DEMOSAIC_ENTRY(ImageColorPixelGrouping, guardedLayout,
+                       convertThroughBuffer(c, pixelGrouping<T>()))
 VISTREL_DEMOSAIC_ENTRY(demosaicAhd, compactLayout, convertByAhd(c))
 
 void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,

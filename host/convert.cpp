@@ -66,7 +66,7 @@ int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion*
     checkPointer(layout, "layout");
     const Plan plan = makePlan(frame, conversion);
     *layout = plan.layout;
-    core::Arena count;
+    vistrel::core::Arena count;
     makeRows({plan, *frame, *conversion, {}, nullptr, 0}, {0, plan.layout.height}, count);
     layout->working_bytes = count.used();
   });

@@ -86,8 +86,13 @@ class Engine {
   OutputShape shapeOf(size_t pitch) {
     const bool isMono = !p_.format->colour();
     const Pack pack = isMono ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
-    return {writerOf(pack, pitch), p_.rawGray || c_.binning > 1 || reduces(), c_.binning,
-            p_.pad * c_.binning, p_.layout.width, engineRow(0), p_.madeBytes};
+    return {writerOf(pack, pitch),
+            p_.rawGray || c_.binning > 1 || reduces(),
+            c_.binning,
+            p_.pad * c_.binning,
+            p_.layout.width,
+            engineRow(0),
+            p_.madeBytes};
   }
 
   bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1; }
@@ -130,8 +135,9 @@ class Engine {
     }
     const Region region(p_.phase, c_.binning - 1, 0, 0, p_.layout.width, p_.layout.height);
     const auto output = outputOf(table);
-    const Conversion<T> conversion{region, p_.phase, 0, 0, p_.bits, samples, p_.width, work,
-                                   guardedLayout(region), result, p_.layout.height, output};
+    const Conversion<T> conversion{
+        region, p_.phase,         0,     0, p_.bits, samples, p_.width, work, guardedLayout(region),
+        result, p_.layout.height, output};
     if (!convertThroughBuffer(conversion, algorithmOf<T>(c_.algorithm))) throw std::bad_alloc();
     for (uint32_t y = 0; y < p_.layout.height; ++y) {
       pixels_.begin(y);
@@ -144,8 +150,8 @@ class Engine {
     if constexpr (sizeof(T) == 1)
       return {p_.layout.width, c_.format, c_.binning - 1, true};
     else
-      return {p_.layout.width, p_.bits, c_.format, c_.reduction, table, c_.binning - 1,
-              p_.layout.bits, true};
+      return {p_.layout.width, p_.bits,        c_.format,      c_.reduction,
+              table,           c_.binning - 1, p_.layout.bits, true};
   }
 
   // Measured: ordinary stores win below, those past the caches above.

@@ -28,9 +28,9 @@ class FrameRows final : public core::RowSource<T> {
   const vistrel_frame& frame_;
   const vistrel_conversion& conversion_;
   Gains gains_;
-  bool isReady_;               // samples need no preparation
+  bool isReady_;                 // samples need no preparation
   size_t left_, count_, right_;  // columns: mirrored ones, the frame's, mirrored ones
-  T* line_ = nullptr;          // null where rows stay in the frame
+  T* line_ = nullptr;            // null where rows stay in the frame
 };
 
 }  // namespace vistrel::host

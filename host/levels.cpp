@@ -3,13 +3,15 @@
 
 #include "cpu/level.h"
 #include "host/status.h"
-#include "host/streams.h"
 #include "vistrel/processor.h"
 
 namespace vistrel::host {
 namespace {
 
 using core::Level;
+
+// Chooses the widest level as this library is loaded.
+[[maybe_unused]] const int32_t g_started = ippStaticInit();
 
 void setLevel(size_t level) {
   if (level > static_cast<size_t>(core::widestLevel())) {
@@ -18,7 +20,6 @@ void setLevel(size_t level) {
       names += fmt::format("{}{} ({})", i ? ", " : "", name, i);
     reject(VISTREL_BAD_LEVEL, "level", level, "this machine has {}", names);
   }
-  loadLibrary();  // which chooses a level
   const auto wanted = static_cast<Level>(level);
   uint64_t features = ippGetEnabledCpuFeatures();
   for (const uint64_t limit : core::kLevelLimits) features &= ~limit;
@@ -38,7 +39,6 @@ const char* vistrel_level_name(size_t level) {
 }
 
 size_t vistrel_level() {
-  if (toStatus(nullptr, [] { loadLibrary(); })) return 0;  // as the library before it is loaded
   const Level enabled = core::enabledLevel(ippGetEnabledCpuFeatures());
   const Level top = std::min(core::widestLevel(), enabled);
   return static_cast<size_t>(core::levelOfIndex(ippJumpIndexForMergedLibs, top));

@@ -4,7 +4,6 @@
 
 #include "host/plan.h"
 #include "host/significant.h"
-#include "host/streams.h"
 #include "host/validate.h"
 
 namespace vistrel::host {
@@ -85,7 +84,6 @@ int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversi
     checkExcess(*conversion);
     checkBlack(*frame, *conversion);
     checkSamples(*frame);
-    loadLibrary();  // which chooses a level
     const Gains measured = measureGains(*frame, *conversion);
     std::copy(measured.begin(), measured.end(), gains);
   });

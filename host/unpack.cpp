@@ -3,7 +3,6 @@
 
 #include "host/packings.h"
 #include "host/status.h"
-#include "host/streams.h"
 
 namespace vistrel::host {
 namespace {
@@ -77,7 +76,6 @@ void unpack(const vistrel_packed* packed, void* samples, size_t size) {
   const auto* from = static_cast<const Byte*>(packed->bytes);
   auto* to = static_cast<Byte*>(samples);
   const auto rowSamples = static_cast<size_t>(f.samples);
-  loadLibrary();  // which chooses a level
   const core::UnpackRow unpackRow = core::unpackRowOf(f.packing);
   for (uint64_t row = 0; row < f.rows; ++row, to += rowSamples * f.sampleBytes)
     unpackRow(from + row * f.stride, rowSamples, to);

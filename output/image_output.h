@@ -11,12 +11,12 @@ namespace vistrel::core {
 
 // What becomes of the engine's rows.
 struct OutputShape {
-  RowWriter writer;        // bins and reduces; its result is what the rows of pixels take
-  bool changes;            // whether it does anything
-  unsigned binning;        // rows and columns that become a pixel
-  size_t left, width;      // columns before the first one that is wanted; pixels of the result
-  int top;                 // the engine's row that is the first one wanted
-  size_t pixelBytes;       // of a pixel that the rows take
+  RowWriter writer;    // bins and reduces; its result is what the rows of pixels take
+  bool changes;        // whether it does anything
+  unsigned binning;    // rows and columns that become a pixel
+  size_t left, width;  // columns before the first one that is wanted; pixels of the result
+  int top;             // the engine's row that is the first one wanted
+  size_t pixelBytes;   // of a pixel that the rows take
 };
 
 // Collects the rows of a bin, then reduces them a chunk at a time, so that all stays in the nearest

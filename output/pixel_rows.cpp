@@ -10,9 +10,7 @@ PackedRows::PackedRows(const ImageMemory& image, size_t width, size_t sourceByte
   if (image.bypassesCaches) line_ = arena.take<unsigned char>(width * pixelBytes);
 }
 
-void* PackedRows::inPlace(size_t y) {
-  return convert_ || image_.bypassesCaches ? nullptr : row(y);
-}
+void* PackedRows::inPlace(size_t y) { return convert_ || image_.bypassesCaches ? nullptr : row(y); }
 
 void PackedRows::begin(size_t y) {
   next_ = image_.bypassesCaches ? line_ : row(y);

@@ -81,9 +81,7 @@ class RowSink {
   }
   void streamResult(NonTemporalCopy result) { result_ = result, isWatched_ = true; }
 
-  void listen(ChunkListener* listener, int y) {
-    listener_ = listener, y_ = y, isWatched_ = true;
-  }
+  void listen(ChunkListener* listener, int y) { listener_ = listener, y_ = y, isWatched_ = true; }
 
  private:
   // A call, so that kernels stay small.
