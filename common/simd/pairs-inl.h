@@ -1,0 +1,83 @@
+// Sums of products in lanes of twice the length, on vectors of one level's length. Bytes or 16-bit
+// samples become pairs, those of the lower halves of all groups of 16 bytes and those of the upper
+// halves; packing two such results puts the samples in order again.
+#if defined(VISTREL_PAIRS_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_PAIRS_INL_H
+#undef VISTREL_PAIRS_INL_H
+#else
+#define VISTREL_PAIRS_INL_H
+#endif
+
+#include "common/simd/lanes-inl.h"
+#include "common/simd/registers-inl.h"
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+#if VISTREL_SSSE3
+
+#if VISTREL_AVX512
+typedef __m512i LongRegister;
+#define VISTREL_LONG_OP(name) _mm512_##name
+#else
+typedef Register LongRegister;
+#define VISTREL_LONG_OP(name) VISTREL_OP(name)
+#endif
+
+// The operation `name` of two vectors.
+#define VISTREL_OF_TWO(Result, name, a, b) \
+  as<Result>(VISTREL_LONG_OP(name)(as<LongRegister>(a), as<LongRegister>(b)))
+
+template <class T>
+struct Pairs {
+  Vec<T> lower, upper;
+};
+VISTREL_INLINE Pairs<uint8_t> pairsOf(Vec<uint8_t> a, Vec<uint8_t> b) {
+  return {VISTREL_OF_TWO(Vec<uint8_t>, unpacklo_epi8, a, b),
+          VISTREL_OF_TWO(Vec<uint8_t>, unpackhi_epi8, a, b)};
+}
+VISTREL_INLINE Pairs<uint16_t> pairsOf(Vec<uint16_t> a, Vec<uint16_t> b) {
+  return {VISTREL_OF_TWO(Vec<uint16_t>, unpacklo_epi16, a, b),
+          VISTREL_OF_TWO(Vec<uint16_t>, unpackhi_epi16, a, b)};
+}
+
+// 16-bit values below 256, 32-bit values within 16 signed bits.
+VISTREL_INLINE Vec<uint8_t> packed(Vec<uint16_t> lower, Vec<uint16_t> upper) {
+  return VISTREL_OF_TWO(Vec<uint8_t>, packus_epi16, lower, upper);
+}
+VISTREL_INLINE Vec<uint16_t> packed(Vec<int32_t> lower, Vec<int32_t> upper) {
+  return VISTREL_OF_TWO(Vec<uint16_t>, packs_epi32, lower, upper);
+}
+
+// a times the first of each pair and b times the second, added. The sum of bytes must not leave 16
+// signed bits.
+template <int a, int b>
+VISTREL_INLINE Vec<uint16_t> weighted(Vec<uint8_t> v) {
+  static_assert(a >= -128 && a < 128 && b >= -128 && b < 128);
+  const auto weights = Vec<uint16_t>{} + static_cast<uint16_t>((b & 255) << 8 | (a & 255));
+  return VISTREL_OF_TWO(Vec<uint16_t>, maddubs_epi16, v, weights);
+}
+template <int a, int b>
+VISTREL_INLINE Vec<int32_t> weighted(Vec<int16_t> v) {
+  static_assert(a >= 0 && a < 32768 && b >= 0 && b < 32768);
+  const auto weights = Vec<int32_t>{} + (b << 16 | a);
+  return VISTREL_OF_TWO(Vec<int32_t>, madd_epi16, v, weights);
+}
+
+// v * w / 65536, truncated; v * w / 32768, rounded.
+VISTREL_INLINE Vec<uint16_t> upperProduct(Vec<uint16_t> v, uint16_t w) {
+  return VISTREL_OF_TWO(Vec<uint16_t>, mulhi_epu16, v, Vec<uint16_t>{} + w);
+}
+VISTREL_INLINE Vec<int16_t> roundedProduct(Vec<int16_t> v, int16_t w) {
+  return VISTREL_OF_TWO(Vec<int16_t>, mulhrs_epi16, v, Vec<int16_t>{} + w);
+}
+
+#undef VISTREL_OF_TWO
+#undef VISTREL_LONG_OP
+
+#endif
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif

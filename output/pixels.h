@@ -1,0 +1,53 @@
+// Kernels of pixel formats: they turn finished pixels, three interleaved samples each, into pixels
+// of another format. They are compiled once for each instruction-set level.
+//
+// A kernel reads and writes n pixels and not a byte more, at any alignment. Sources and results
+// don't overlap. All but the alpha kernels and the planes take the order blue, green, red.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vistrel::core {
+
+using PixelFunction = void (*)(const void* pixels, size_t n, void* result);
+using PlanesFunction = void (*)(const void* pixels, size_t n, void* const planes[3]);
+using ChromaPairFunction = void (*)(const void* upper, const void* lower, size_t n, void* cbcr);
+using ChromaPlanesFunction = void (*)(const void* upper, const void* lower, size_t n, void* cb,
+                                      void* cr);
+
+struct PixelFormatKernels {
+  // Bytes with an alpha of 255 behind or in front of them.
+  PixelFunction alphaLast8, alphaFirst8;
+
+  // (114 * blue + 587 * green + 299 * red + 500) / 1000, truncated: Rec. 601 luma, rounded.
+  PixelFunction luma8, luma16;
+
+  // Each of the three samples in a row of its own.
+  PlanesFunction planes8, planes16;
+
+  // BT.709 luma and chroma of bytes, in limited range: luma 16 to 235, chroma 16 to 240. With >>
+  // rounding down:
+  //
+  //   luma  Y = 17 * (15 * blue + 148 * green + 44 * red + 3966) >> 12
+  //
+  // Chroma belongs to blocks of 2x2 pixels. Let b, g, r be 32 times the sums of a block's samples,
+  // which is 128 times their means, and product(v, w) = (v * w + 16384) >> 15:
+  //
+  //   Cb = (16448 + product(b - g, 14392) + product(r - g, -3298)) >> 7
+  //   Cr = (16448 + product(r - g, 14392) + product(b - g, -1320)) >> 7
+  //
+  // Black is (16, 128, 128), white (235, 128, 128), and every gray has a chroma of 128. No luma is
+  // further than 0.54 from its value in exact arithmetic, no chroma further than 0.52.
+  PixelFunction luma709;
+
+  // The chroma of two rows of n pixels: (n + 1) / 2 samples of each. An odd row repeats its last
+  // pixel. Where a frame's last row has no partner, it is both the upper and the lower one.
+  ChromaPairFunction chromaPairs709;     // Cb, Cr, Cb, Cr ... (NV12)
+  ChromaPlanesFunction chromaPlanes709;  // a row of Cb, a row of Cr (I420)
+};
+
+// The kernels of the current level.
+const PixelFormatKernels& pixelFormatKernels();
+
+}  // namespace vistrel::core
