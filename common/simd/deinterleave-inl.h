@@ -60,8 +60,9 @@ constexpr uint64_t bytesOfChannel() {
 
 template <class T, int c>
 VISTREL_INLINE Vec<T> channel(__m512i v0, __m512i v1, __m512i v2) {
-  const __m512i two = _mm512_mask_blend_epi8(bytesOfChannel<T, 1, c>(), v0, v1);
-  const __m512i all = _mm512_mask_blend_epi8(bytesOfChannel<T, 2, c>(), two, v2);
+  constexpr __mmask64 from1 = bytesOfChannel<T, 1, c>(), from2 = bytesOfChannel<T, 2, c>();
+  const __m512i two = _mm512_mask_blend_epi8(from1, v0, v1);
+  const __m512i all = _mm512_mask_blend_epi8(from2, two, v2);
   const __m512i order = _mm512_load_si512(kChannelOrder<T>.bytes[c]);
   return as<Vec<T>>(_mm512_maskz_permutexvar_epi8(~__mmask64{0}, order, all));
 }

@@ -2,11 +2,13 @@
 #include "output/pixels.h"
 
 #include <sys/mman.h>
+#include <unistd.h>
 
 #include <array>
 #include <cmath>
 #include <cstring>
 #include <functional>
+#include <new>
 
 #include "tests/frames.h"
 #include "tests/levels.h"
@@ -23,39 +25,33 @@ using Rows = std::vector<Row>;
 class Fenced {
  public:
   enum Place { begin, middle, end };
-  static constexpr size_t kPage = 65536, kSize = kPage;  // whole pages of any processor
-  static constexpr uint8_t kPreset = 0x55;
 
   Fenced() {
-    void* all = mmap(nullptr, kSize + 2 * kPage, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    void* all = mmap(nullptr, 3 * size_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (all == MAP_FAILED) throw std::bad_alloc();
-    first_ = static_cast<uint8_t*>(all) + kPage;
-    mprotect(first_, kSize, PROT_READ | PROT_WRITE);
+    first_ = static_cast<uint8_t*>(all) + size_;
+    mprotect(first_, size_, PROT_READ | PROT_WRITE);
   }
-  ~Fenced() { munmap(first_ - kPage, kSize + 2 * kPage); }
+  ~Fenced() { munmap(first_ - size_, 3 * size_); }
   Fenced(const Fenced&) = delete;
   Fenced& operator=(const Fenced&) = delete;
 
-  // So many bytes that touch a fence, or somewhere between, between preset ones.
-  uint8_t* preset(Place place, size_t bytes) {
-    const size_t offset = place == begin ? 0 : place == end ? kSize - bytes : kMargin + bytes % 63;
-    bytes_ = first_ + offset;
-    std::memset(bytes_ - std::min(offset, kMargin), kPreset, bytes + std::min(offset, kMargin));
-    std::memset(bytes_ + bytes, kPreset, std::min(kSize - offset - bytes, kMargin));
-    before_ = std::min(offset, kMargin);
-    after_ = std::min(kSize - offset - bytes, kMargin);
-    return bytes_;
+  // So many bytes beside a fence, or between them at changing addresses. The others are preset.
+  uint8_t* take(Place place, size_t bytes) {
+    std::memcpy(first_, preset_.data(), size_);
+    taken_ = first_ + (place == begin ? 0 : place == end ? size_ - bytes : 100 + bytes % 63);
+    return taken_;
   }
   bool untouchedAround(size_t bytes) const {
-    const auto isPreset = [](uint8_t v) { return v == kPreset; };
-    return std::all_of(bytes_ - before_, bytes_, isPreset) &&
-           std::all_of(bytes_ + bytes, bytes_ + bytes + after_, isPreset);
+    const size_t before = static_cast<size_t>(taken_ - first_), after = size_ - before - bytes;
+    return std::memcmp(first_, preset_.data(), before) == 0 &&
+           std::memcmp(taken_ + bytes, preset_.data(), after) == 0;
   }
 
  private:
-  static constexpr size_t kMargin = 200;
-  uint8_t *first_, *bytes_ = nullptr;
-  size_t before_ = 0, after_ = 0;
+  const size_t size_ = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+  const Row preset_ = Row(size_, 0x55);
+  uint8_t *first_, *taken_ = nullptr;
 };
 
 using Sources = std::array<const uint8_t*, 2>;
@@ -73,14 +69,14 @@ void compare(size_t pixelBytes, const Convert& convert, const Model& model) {
       Sources from;
       for (unsigned i = 0; i < 2; ++i) {
         rows.push_back(noise<uint8_t>(pixelBytes * n, 255, static_cast<unsigned>(2 * n + i)));
-        uint8_t* source = sources[i].preset(place, pixelBytes * n);
+        uint8_t* source = sources[i].take(place, pixelBytes * n);
         std::copy(rows[i].begin(), rows[i].end(), source);
         from[i] = source;
       }
       const Rows expected = model(rows, n);
       Results to{};
       for (size_t i = 0; i < expected.size(); ++i)
-        to[i] = results[i].preset(place, expected[i].size());
+        to[i] = results[i].take(place, expected[i].size());
       convert(from, n, to);
       for (size_t i = 0; i < expected.size(); ++i) {
         ASSERT_EQ(Row(to[i], to[i] + expected[i].size()), expected[i]) << "result " << i;
@@ -179,14 +175,14 @@ TEST(PixelLuma, OfBytesIsExactForEveryColour) {
   }
 }
 
-// What is added to the samples of a gray pixel to add this much to the weighted sum.
+// What samples of a gray pixel change by, ten at most, to change the weighted sum by this much.
 std::array<int, 3> smallestChange(int sum) {
   std::array<int, 3> best{99, 99, 99};
   const auto size = [](const std::array<int, 3>& v) {
     return std::abs(v[0]) + std::abs(v[1]) + std::abs(v[2]);
   };
-  for (int b = -30; b <= 30; ++b)
-    for (int g = -30; g <= 30; ++g) {
+  for (int b = -10; b <= 10; ++b)
+    for (int g = -10; g <= 10; ++g) {
       const std::array<int, 3> change{b, g, (sum - 114 * b - 587 * g) / 299};
       if (114 * b + 587 * g + 299 * change[2] == sum && size(change) < size(best)) best = change;
     }
@@ -200,9 +196,9 @@ TEST_P(PixelFormat, LumaOfSixteenBitsIsExactAtBothEndsOfEveryValue) {
     const auto by = smallestChange(change);
     ASSERT_LT(by[0], 99);
     std::vector<uint16_t> bgr, expected;
-    for (int gray = 30; gray <= 65505; ++gray) {
+    for (int gray = 10; gray <= 65525; ++gray) {
       for (int c = 0; c < 3; ++c) bgr.push_back(static_cast<uint16_t>(gray + by[c]));
-      expected.push_back(static_cast<uint16_t>(gray - (change < -500) + (change == 500)));
+      expected.push_back(static_cast<uint16_t>(gray - (change == -501) + (change == 500)));
     }
     std::vector<uint16_t> result(expected.size());
     pixelFormatKernels().luma16(bgr.data(), result.size(), result.data());
@@ -211,9 +207,9 @@ TEST_P(PixelFormat, LumaOfSixteenBitsIsExactAtBothEndsOfEveryValue) {
 }
 
 TEST_P(PixelFormat, LumaOfSixteenBitsIsExactAtTheEndsOfSamples) {
-  const std::vector<uint16_t> values = {0,     1,     2,     3,     4,     5,     8,
-                                        255,   256,   32766, 32767, 32768, 32769, 65279,
-                                        65280, 65530, 65531, 65532, 65533, 65534, 65535};
+  std::vector<uint16_t> values = {32767, 32768};
+  for (int i = 0; i < 25; ++i)
+    values.insert(values.end(), {static_cast<uint16_t>(i), static_cast<uint16_t>(65535 - i)});
   std::vector<uint16_t> bgr, expected;
   for (uint16_t b : values)
     for (uint16_t g : values)
