@@ -64,7 +64,7 @@ class Engine {
                              .roi = {0, 0, width, height},
                              .rows = {first & ~1, end},
                              .image = output,
-                             .order = p_.format->redFirst ? mosaic.exchanged() : mosaic,
+                             .order = redFirst() && !exchangesEnds() ? mosaic.exchanged() : mosaic,
                              .bits = p_.bits,
                              .threshold = c_.threshold};
     Demosaic<T>* const demosaic = algorithmOf<T>(c_.algorithm).make(job, arena);
@@ -86,14 +86,19 @@ class Engine {
   OutputShape shapeOf(size_t pitch) {
     const bool isMono = !p_.format->colour();
     const Pack pack = isMono ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
-    return {writerOf(pack, pitch),
-            p_.rawGray || c_.binning > 1 || reduces(),
-            c_.binning,
-            p_.pad * c_.binning,
-            p_.layout.width,
-            engineRow(0),
-            p_.madeBytes};
+    return {.writer = writerOf(pack, pitch),
+            .changes = p_.rawGray || c_.binning > 1 || reduces(),
+            .exchangesEnds = redFirst() && exchangesEnds(),
+            .binning = c_.binning,
+            .left = p_.pad * c_.binning,
+            .width = p_.layout.width,
+            .top = engineRow(0),
+            .pixelBytes = p_.madeBytes};
   }
+
+  bool redFirst() const { return p_.format->redFirst; }
+  // Binning treats the samples of a pixel differently, so it takes them in one order only.
+  bool exchangesEnds() const { return c_.binning > 1; }
 
   bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1; }
 

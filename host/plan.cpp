@@ -61,18 +61,19 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
   return e;
 }
 
-// The samples that the library has to number. No product leaves 64 bits: the first one is compared
-// by division, and the others are below 40 times its limit.
+// The engine counts rows and columns with 31 bits, so no product of sides leaves 64.
+constexpr uint64_t kMaxSide = 0x7FFFFF00;
+
 void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
                   const vistrel_conversion& c) {
-  const auto exceeds = [&](const char* what) {
-    rejectRegion(VISTREL_TOO_LARGE, f, c, "{} has more than {} samples", what, kMaxSamples);
-  };
-  if (e.width > kMaxSamples / e.height) exceeds(p.pad ? "with its padding it" : "it");
-  if (e.width / c.binning * (e.height / c.binning) * p.format->channels > kMaxSamples)
-    exceeds("the image");
+  const char* const padding = p.pad ? "with its padding it has" : "it has";
+  if (e.width > kMaxSide || e.height > kMaxSide)
+    rejectRegion(VISTREL_TOO_LARGE, f, c, "{} more than {} rows or columns", padding, kMaxSide);
+  if (e.width * e.height > kMaxSamples)
+    rejectRegion(VISTREL_TOO_LARGE, f, c, "{} more than {} samples", padding, kMaxSamples);
   if (p.throughBuffer && (3 * e.width + 18) * (e.height + 6) > kMaxSamples)
-    exceeds("the work buffer");
+    rejectRegion(VISTREL_TOO_LARGE, f, c, "its raw gray takes a buffer of more than {} samples",
+                 kMaxSamples);
 }
 
 void checkFrameBytes(const vistrel_frame& f) {

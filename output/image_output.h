@@ -13,6 +13,7 @@ namespace vistrel::core {
 struct OutputShape {
   RowWriter writer;    // bins and reduces; its result is what the rows of pixels take
   bool changes;        // whether it does anything
+  bool exchangesEnds;  // of pixels of three samples: the first and the last one, once reduced
   unsigned binning;    // rows and columns that become a pixel
   size_t left, width;  // columns before the first one that is wanted; pixels of the result
   int top;             // the engine's row that is the first one wanted
@@ -35,11 +36,18 @@ class ChunkedOutput {
     for (size_t done = 0; done < n; done += kChunk) {
       const size_t count = std::min(n - done, kChunk);
       shape_.writer.part(from + done * bytesABin, chunk_, count);
+      if (shape_.exchangesEnds) exchangeEnds(count);
       rows_.append(chunk_, count);
     }
   }
 
  private:
+  void exchangeEnds(size_t n) const {
+    const size_t bytes = shape_.pixelBytes / 3;
+    for (unsigned char* pixel = chunk_; n > 0; --n, pixel += shape_.pixelBytes)
+      std::swap_ranges(pixel, pixel + bytes, pixel + 2 * bytes);
+  }
+
   const OutputShape shape_;
   PixelRows& rows_;
   unsigned char* chunk_;
