@@ -35,8 +35,8 @@ class RowWriter {
  private:
   void mapped(const uint16_t* source, uint8_t* destination, size_t n) const;
 
-  RowFunction row_ = nullptr;
-  MapFunction map_ = nullptr;
+  RowKernel row_ = nullptr;
+  MapKernel map_ = nullptr;
   const uint8_t* table_ = nullptr;
   uint32_t tableShift_ = 0;
   unsigned binning_ = 1;

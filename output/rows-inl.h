@@ -96,7 +96,7 @@ void grayRow(const void* source, size_t stride, void* destination, size_t width,
     VISTREL_BINNINGS(row, uint8_t, uint8_t), VISTREL_BINNINGS(row, uint16_t, uint8_t), \
         VISTREL_BINNINGS(row, uint16_t, uint16_t)                                      \
   }
-const RowTable kRows = {
+const RowKernels kRowKernels = {
     {VISTREL_DEPTHS(monoRow),
      VISTREL_DEPTHS(bgrRow),
      {VISTREL_BINNINGS(argbRow, uint8_t), VISTREL_BINNINGS(argbRow, uint16_t), {}},

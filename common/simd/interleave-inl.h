@@ -82,7 +82,7 @@ template <class T>
 struct UnitPairs {  // (a, b) alternating, first and second half
   __m512i lo, hi;
   VISTREL_INLINE UnitPairs(Vec<T> va, Vec<T> vb) {
-    const __m512i a = permuteQuarters((__m512i)va), b = permuteQuarters((__m512i)vb);
+    const __m512i a = permuteQuarters(as<__m512i>(va)), b = permuteQuarters(as<__m512i>(vb));
     lo = sizeof(T) == 1 ? _mm512_unpacklo_epi8(a, b) : _mm512_unpacklo_epi16(a, b);
     hi = sizeof(T) == 1 ? _mm512_unpackhi_epi8(a, b) : _mm512_unpackhi_epi16(a, b);
   }
@@ -116,13 +116,13 @@ constexpr int lanes16Of(int j, int c) {
 
 template <class T>
 VISTREL_INLINE Register unpackLow(Vec<T> a, Vec<T> b) {
-  return sizeof(T) == 1 ? VISTREL_OP(unpacklo_epi8)((Register)a, (Register)b)
-                        : VISTREL_OP(unpacklo_epi16)((Register)a, (Register)b);
+  return sizeof(T) == 1 ? VISTREL_OP(unpacklo_epi8)(as<Register>(a), as<Register>(b))
+                        : VISTREL_OP(unpacklo_epi16)(as<Register>(a), as<Register>(b));
 }
 template <class T>
 VISTREL_INLINE Register unpackHigh(Vec<T> a, Vec<T> b) {
-  return sizeof(T) == 1 ? VISTREL_OP(unpackhi_epi8)((Register)a, (Register)b)
-                        : VISTREL_OP(unpackhi_epi16)((Register)a, (Register)b);
+  return sizeof(T) == 1 ? VISTREL_OP(unpackhi_epi8)(as<Register>(a), as<Register>(b))
+                        : VISTREL_OP(unpackhi_epi16)(as<Register>(a), as<Register>(b));
 }
 
 template <class T, int j>

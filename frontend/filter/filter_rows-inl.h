@@ -38,10 +38,10 @@ struct FiveTaps {
     const T* const* const first = taps + 5 * (x & 1);  // the taps of x, x + 2 ...
     const T* const* const second = taps + 5 * (1 - (x & 1));
     if constexpr (sizeof(T) == 1) {
-      return (Vec<T>)(mean(first, x, 0) | mean(second, x, 1) << 8);
+      return as<Vec<T>>(mean(first, x, 0) | mean(second, x, 1) << 8);
     } else {
       const U32 mask = U32{} + 0xFFFF;
-      return (U16)(((U32)mean(first, x) & mask) | ((U32)mean(second, x) & ~mask));
+      return as<U16>((as<U32>(mean(first, x)) & mask) | (as<U32>(mean(second, x)) & ~mask));
     }
   }
 
@@ -56,7 +56,7 @@ struct FiveTaps {
     U16 sum = load(taps[0] + x);
     for (int i = 1; i < 5; ++i) {
       sum += load(taps[i] + x);
-      sum |= (U16)(sum < load(taps[i] + x));
+      sum |= as<U16>(sum < load(taps[i] + x));
     }
     return fifthOf(smaller(sum, U16{} + (5 * kLimit<uint16_t> + 4)));
   }

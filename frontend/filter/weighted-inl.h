@@ -18,22 +18,24 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 
 using U16 = Vec<uint16_t>;
 using U32 = Vec<uint32_t>;
+using I16 = Vec<int16_t>;
+using I32 = Vec<int32_t>;
 
 // The samples at one place of wider lanes, zero-extended: every second one, or every fourth.
 template <class Lane, class T>
 VISTREL_INLINE Vec<Lane> samplesAt(int place, const T* p) {
   constexpr int places = sizeof(Lane) / sizeof(T), bits = 8 * sizeof(T);
-  const Vec<Lane> lanes = (Vec<Lane>)load(p) >> (bits * place);
+  const Vec<Lane> lanes = as<Vec<Lane>>(load(p)) >> (bits * place);
   return place == places - 1 ? lanes : lanes & static_cast<T>(-1);
 }
 
 VISTREL_INLINE U16 highProduct(U16 a, U16 b) {
 #if VISTREL_AVX512
-  return (U16)_mm512_mulhi_epu16((__m512i)a, (__m512i)b);
+  return as<U16>(_mm512_mulhi_epu16(as<__m512i>(a), as<__m512i>(b)));
 #elif VISTREL_AVX2
-  return (U16)_mm256_mulhi_epu16((__m256i)a, (__m256i)b);
+  return as<U16>(_mm256_mulhi_epu16(as<__m256i>(a), as<__m256i>(b)));
 #elif VISTREL_X86
-  return (U16)_mm_mulhi_epu16((__m128i)a, (__m128i)b);
+  return as<U16>(_mm_mulhi_epu16(as<__m128i>(a), as<__m128i>(b)));
 #else
   for (size_t i = 0; i < kLanes<uint16_t>; ++i)
     a[i] = static_cast<uint16_t>(uint32_t{a[i]} * b[i] >> 16);
@@ -55,9 +57,9 @@ class Quotient16 {
   }
   template <int limit>
   VISTREL_INLINE U16 of(U16 sum) const {
-    const U16 n = (U16)larger((Vec<int16_t>)sum, Vec<int16_t>{});
+    const U16 n = as<U16>(larger(as<I16>(sum), I16{}));
     const U16 q = highProduct(n + n, multiplier_) >> shift_;
-    return (U16)smaller((Vec<int16_t>)q, Vec<int16_t>{} + int16_t{limit});
+    return as<U16>(smaller(as<I16>(q), I16{} + int16_t{limit}));
   }
 
  private:
@@ -75,9 +77,9 @@ class Quotient32 {
 
   template <int limit>
   VISTREL_INLINE U32 of(U32 sum) const {
-    const Doubles n = toDoubles((Vec<int32_t>)sum);
+    const Doubles n = toDoubles(as<I32>(sum));
     const auto q = toIntegers((n + half_) * reciprocal_);
-    return (U32)clampTo(q, limit);
+    return as<U32>(clampTo(q, limit));
   }
 
  private:
@@ -130,14 +132,14 @@ class PairSums {
   VISTREL_INLINE static U32 pairProducts(U16 samples, U32 weights) {
     const auto s = samples ^ 0x8000;
 #if VISTREL_AVX512
-    return (U32)_mm512_madd_epi16((__m512i)s, (__m512i)weights);
+    return as<U32>(_mm512_madd_epi16(as<__m512i>(s), as<__m512i>(weights)));
 #elif VISTREL_AVX2
-    return (U32)_mm256_madd_epi16((__m256i)s, (__m256i)weights);
+    return as<U32>(_mm256_madd_epi16(as<__m256i>(s), as<__m256i>(weights)));
 #elif VISTREL_X86
-    return (U32)_mm_madd_epi16((__m128i)s, (__m128i)weights);
+    return as<U32>(_mm_madd_epi16(as<__m128i>(s), as<__m128i>(weights)));
 #else
-    const auto a = (Vec<int32_t>)s, b = (Vec<int32_t>)weights;
-    return (U32)(((a << 16) >> 16) * ((b << 16) >> 16)) + (U32)((a >> 16) * (b >> 16));
+    const auto a = as<I32>(s), b = as<I32>(weights);
+    return as<U32>(((a << 16) >> 16) * ((b << 16) >> 16)) + as<U32>((a >> 16) * (b >> 16));
 #endif
   }
 
@@ -156,7 +158,7 @@ class Weighted {
     Vec<typename Quotient::Lane> result{};
     for (int place = 0; place < places; ++place)
       result |= quotient_.template of<kLimit<T>>(sums_.at(taps, x, place)) << (bits * place);
-    return (Vec<T>)result;
+    return as<Vec<T>>(result);
   }
 
  private:
