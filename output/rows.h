@@ -1,4 +1,4 @@
-// Row kernels of the output: each writes one row of output pixels from the N source rows of its
+// The kernels of the output: each writes one row of output pixels from the N source rows of its
 // blocks. They are compiled once for each instruction-set level.
 #pragma once
 
