@@ -1,4 +1,4 @@
-// Nine taps with weights of their own, over a divisor.
+// Weighted filters: nine taps with weights, and a divisor.
 #if defined(VISTREL_WEIGHTED_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_WEIGHTED_INL_H
 #undef VISTREL_WEIGHTED_INL_H
@@ -21,7 +21,7 @@ using U32 = Vec<uint32_t>;
 using I16 = Vec<int16_t>;
 using I32 = Vec<int32_t>;
 
-// The samples at one place of wider lanes, zero-extended: every second one, or every fourth.
+// Zero-extends the samples at one place of wider lanes: every second sample, or every fourth.
 template <class Lane, class T>
 VISTREL_INLINE Vec<Lane> samplesAt(int place, const T* p) {
   constexpr int places = sizeof(Lane) / sizeof(T), bits = 8 * sizeof(T);
@@ -43,13 +43,13 @@ VISTREL_INLINE U16 highProduct(U16 a, U16 b) {
 #endif
 }
 
-// Quotients of sums that fit 16 bits, 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
+// Quotients of 16-bit sums, limited to 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
 // n < 2^15, where 2^s is the power of two at or above d.
 class Quotient16 {
  public:
   typedef uint16_t Lane;
   explicit Quotient16(int32_t divisor) {
-    // No sum reaches 2^15: as divisor it gives zero as any larger one does.
+    // Sums are below 2^15, so this divisor gives zero, as any larger one does.
     const uint32_t d = std::min<uint32_t>(divisor, 1 << 15);
     shift_ = std::bit_width(d - 1);
     const auto multiplier = static_cast<uint16_t>(((uint32_t{1} << (15 + shift_)) + d - 1) / d);
@@ -67,8 +67,9 @@ class Quotient16 {
   U16 multiplier_;
 };
 
-// Quotients of any sum by any divisor. Half of one off the nearest multiple of the divisor, no sum
-// is near enough to be carried over it by the rounding of a reciprocal and a product.
+// Quotients of any sum by any divisor. Half is added to the sum (subtracted for a negative
+// divisor), so that it is at least a half away from every multiple of the divisor. The rounding of
+// the reciprocal and of the product cannot carry it that far.
 class Quotient32 {
  public:
   typedef uint32_t Lane;
@@ -86,7 +87,7 @@ class Quotient32 {
   double reciprocal_, half_;
 };
 
-// The weighted sums of nine taps, wrapped to a lane.
+// The weighted sums of nine taps, wrapping in a lane.
 template <class T, class Lane>
 class Sums {
  public:
@@ -103,9 +104,9 @@ class Sums {
   Vec<Lane> weights_[9];
 };
 
-// The same of 16-bit samples by weights of 16 bits, where the taps of a row are neighbours:
-// products of pairs, without widening. They are signed, so half of their range is taken off the
-// samples. A pair reaches one sample beyond a row of an odd length.
+// The weighted sums of 16-bit samples with 16-bit weights, if the taps of a row are neighbours:
+// sums of pairs of products, without widening. The products are signed, so half of the samples'
+// range is subtracted from them first. A pair reaches one sample beyond a row of odd length.
 class PairSums {
  public:
   explicit PairSums(const int32_t (&weights)[9]) {
@@ -146,7 +147,7 @@ class PairSums {
   U32 left_[3]{}, right_[3][2]{}, taken_{};
 };
 
-// Nine taps with weights of their own.
+// A filter of nine weighted taps.
 template <class T, class Sums, class Quotient>
 class Weighted {
  public:
