@@ -17,7 +17,7 @@ constexpr int kAlpha = 255;
 
 uint32_t selectorOf(const vistrel_conversion& c) { return c.algorithm | c.threshold << 8; }
 
-// The library gets the region's first sample and the phase there, so the region is at (0, 0).
+// The library gets the region's first sample and the phase there, so its region begins at (0, 0).
 uint32_t call(uint32_t id, const Plan& p, const vistrel_conversion& c,
               const Samples<uint8_t>& source, void* pixels) {
   return ImgConvert8(id, p.native->code, selectorOf(c), p.phase, c.binning - 1, source.stride(),
@@ -30,7 +30,7 @@ uint32_t call(uint32_t id, const Plan& p, const vistrel_conversion& c,
                       source.first(), pixels, p.bits, 0);
 }
 
-// These functions take slots, which are the same as the pool's ids, and do not write to the source.
+// These functions take slots, which equal the pool's ids. They do not write to the source.
 void callAhd(uint32_t id, const Plan& p, const vistrel_conversion& c,
              const Samples<uint8_t>& source, void* pixels) {
   ImageColorDemosaicAHD(id, source.stride(), p.phase, c.binning - 1, p.native->code, 0, 0,
@@ -44,7 +44,7 @@ void callAhd(uint32_t id, const Plan& p, const vistrel_conversion& c,
                         static_cast<uint8_t*>(pixels), p.nDstBits, p.bits);
 }
 
-// The library does not report that it ran out of memory, but the failed allocation set errno.
+// The library does not report a failed allocation, but the allocation itself sets errno.
 template <class Body>
 void reportNoMemory(Body body) {
   const int before = errno;

@@ -17,7 +17,7 @@ constexpr uint32_t kMinPadding = 8;
 
 uint64_t rowBytes(const vistrel_frame& f) { return uint64_t{f.width} * f.bytes_per_sample; }
 
-// Rejects a conversion for what it converts: its region, or else the whole frame.
+// Rejects a conversion because of its region or, without one, because of the whole frame.
 template <class... Args>
 [[noreturn]] void rejectRegion(int32_t status, const vistrel_frame& f, const vistrel_conversion& c,
                                fmt::format_string<Args...> reason, Args&&... args) {
@@ -33,7 +33,7 @@ struct Extent {
   uint64_t width, height;  // sensor pixels, padding included
 };
 
-// On each side, in pixels of the result, so that bins keep their places.
+// The padding on each side, in pixels of the result, so that bins keep their places.
 uint32_t paddingOf(const Format& format, const vistrel_conversion& c) {
   if (c.edges == VISTREL_EDGES_NATIVE || !format.colour()) return 0;
   return (kMinPadding + c.binning - 1) / c.binning;
@@ -61,8 +61,8 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
   return e;
 }
 
-// The samples that the library has to number. No product leaves 64 bits: the first one is compared
-// by division, and the others are below 40 times its limit.
+// Checks the numbers of samples that the library has to count. No product exceeds 64 bits: the
+// first one is compared by division, and the others are below 40 times its limit.
 void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
                   const vistrel_conversion& c) {
   const auto exceeds = [&](const char* what) {

@@ -20,7 +20,7 @@ inline uint32_t aboveBlack(uint32_t sample, uint32_t black) {
   return std::max(sample, black) - black;
 }
 
-// Nothing leaves 32 bits: a sample has 16, and the largest gain is 2^16.
+// Nothing exceeds 32 bits: a sample has 16, and the largest gain is 2^16.
 inline uint32_t amplified(uint32_t sample, uint32_t gain, uint32_t fullScale) {
   return std::min((sample * gain + VISTREL_GAIN_ONE / 2) / VISTREL_GAIN_ONE, fullScale);
 }

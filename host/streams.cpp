@@ -18,16 +18,16 @@ namespace {
 constexpr uint32_t kStreams = VISTREL_MAX_STREAMS;
 using State = Slot::State;
 
-// Guards the pool and the library's tables of streams: whoever holds it sees both in order. A
-// process forks while it holds the mutex, so its child has a pool that works.
+// Guards the pool and the library's table of streams. A process forks while it holds the mutex, so
+// that its child gets a consistent pool.
 constinit std::mutex g_mutex;
 
 class Pool {
  public:
-  // Registers every id at once. From then on a stream that grows only changes its own slot of the
+  // Registers every id at once. From then on, a stream that grows only changes its own slot of the
   // library's tables, so no conversion has to wait for it.
   //
-  // Switches the packed operations off, which only choose a path of Kimmel's hues: that path turns
+  // Disables the packed operations, which only select a path of Kimmel's algorithm: that path turns
   // many widths and phases black, and ignores binning.
   Pool() {
     ImgLoadDriver();
@@ -41,8 +41,8 @@ class Pool {
     }
   }
 
-  // The stream that was released last: its buffer is the warmest. Null if all are in use and the
-  // caller does not wait.
+  // Takes the stream that was released last, since its buffer is the warmest. Returns null if all
+  // streams are in use and the caller does not wait.
   Slot* acquire(std::unique_lock<std::mutex>& lock, bool wait, State state) {
     if (!count_ && !wait) return nullptr;
     released_.wait(lock, [this] { return count_ > 0; });
@@ -60,9 +60,9 @@ class Pool {
 
   uint32_t idOf(const Slot& slot) const { return static_cast<uint32_t>(&slot - slots_.data()); }
 
-  // A handle is no address but a number that is never handed out twice: the generation, and in the
-  // lowest byte the id + 1, so that no handle is null. (With 32-bit pointers, the numbers of a slot
-  // repeat after 2^24 owners.)
+  // A handle is not an address but a number that is never handed out twice: the generation, and in
+  // the lowest byte the id + 1, so that no handle is null. (With 32-bit pointers, the numbers of a
+  // slot repeat after 2^24 owners.)
   vistrel_stream* handleOf(const Slot& slot) const {
     return reinterpret_cast<vistrel_stream*>(slot.generation << 8 | (idOf(slot) + 1));
   }
@@ -77,7 +77,7 @@ class Pool {
     return slots_[id];
   }
 
-  // For the child of a fork, where the threads that were converting or waiting do not exist.
+  // Runs in the child of a fork, where the threads that were converting or waiting do not exist.
   void restore() {
     new (&released_) std::condition_variable;
     for (Slot& slot : slots_)

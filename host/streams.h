@@ -21,9 +21,9 @@ void loadLibrary();
 // Exclusive use of a stream, for as long as the lease lives.
 class StreamLease {
  public:
-  // Of any stream; waits while all are in use. Throws std::bad_alloc.
+  // Leases any stream; waits while all are in use. Throws std::bad_alloc.
   StreamLease();
-  // Of one that the caller has acquired. Throws Rejection.
+  // Leases a stream that the caller has acquired. Throws Rejection.
   explicit StreamLease(vistrel_stream* acquired);
   ~StreamLease();
   StreamLease(const StreamLease&) = delete;
