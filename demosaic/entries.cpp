@@ -1,4 +1,5 @@
-// The demosaic functions: the engine between the caller's frame and the stream's work buffer.
+// The demosaic functions: they run the engine between the caller's frame and the stream's work
+// buffer.
 #include "demosaic/algorithms.h"
 #include "demosaic/demosaic.h"
 #include "demosaic/edge/edge_image.h"
@@ -14,8 +15,8 @@ namespace {
 
 using LayoutOf = WorkLayout(const Region& region);
 
-// Calls convert(c) with the Conversion that the arguments of a demosaic function describe, its
-// image in the layout that layoutOf gives.
+// Calls convert(c) with the Conversion that the arguments of a demosaic function describe. Its
+// image has the layout that layoutOf returns.
 template <class Convert>
 void withConversion(LayoutOf* layoutOf, Convert convert, uint32_t nIndex, uint32_t nImgWidth,
                     uint32_t nBayer, uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX,
@@ -46,7 +47,7 @@ void run(MakeDemosaic<T>* make, const DemosaicJob<T>& job, Arena& arena) {
   if (Demosaic<T>* const demosaic = make(job, arena)) demosaic->advance(demosaic->last());
 }
 
-// Through image and guard of the work buffer.
+// Runs an algorithm through the image and the guard of the work buffer.
 template <class T>
 void sweepGuarded(const Conversion<T>& c, MakeDemosaic<T>* make) {
   const int Wf = int(c.region.Wf), Hf = int(c.region.Hf);
@@ -85,7 +86,7 @@ void convertByKimmel(const Conversion<T>& c) {
   OS_IsSSE() ? convertByPackedKimmel(c) : convertBy(c, kimmel<T>());
 }
 
-// Whole pairs of rows, from the region's first row on.
+// Converts whole pairs of rows, from the region's first row on.
 // quirk: edge-phase. The region's columns count from its own first one, wherever that lies.
 template <class T>
 void convertByEdge(const Conversion<T>& c, uint32_t nThreshold, const T* workEnd) {
@@ -111,7 +112,7 @@ void convertByEdge(const Conversion<T>& c, uint32_t nThreshold, const T* workEnd
   });
 }
 
-// The output can follow the rows where they are the whole image.
+// The output can follow the rows if they are the whole image.
 template <class T>
 void convertByPrimitive(const Conversion<T>& c, MakeDemosaic<T>* make, int smallestSide) {
   PrimitiveCall<T> call(c);
@@ -138,7 +139,7 @@ void convertByAhd(const Conversion<T>& c) {
 
 }  // namespace
 
-// Both overloads of `name`, which pass their Conversion<T> to `convert`.
+// Defines both overloads of `name`, which pass their Conversion<T> to `convert`.
 #define VISTREL_DEMOSAIC_ENTRY(name, layoutOf, convert)                                          \
   void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,             \
             uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,                \

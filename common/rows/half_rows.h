@@ -41,7 +41,7 @@ class HalfRowRing {
 
   unsigned rows_, halves_;
   size_t pitch_;
-  T* block_;  // null where memory is only counted
+  T* block_;  // null while memory is only counted
 };
 
 // Rows y - reach .. y + reach of a plane, each as two halves by column parity.
