@@ -10,7 +10,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-// Where bit b of sample i lies in a row of `width` samples, counted from bit 0 of byte 0.
+// The position of bit b of sample i in a row of `width` samples, counted from bit 0 of byte 0.
 using PlaceOfBit = size_t (*)(size_t i, size_t b, size_t width);
 
 size_t inBytes(size_t i, size_t b, size_t) { return 8 * i + b; }
@@ -103,8 +103,8 @@ TEST_P(Unpack, EveryValueInEveryLane) {
   }
 }
 
-// The bytes a row needs end with its last bit; memory of just that size shows an over-read to
-// the address sanitizer.
+// A row takes the bytes up to its last bit; memory of just that size shows an over-read to the
+// address sanitizer.
 TEST_P(Unpack, EveryWidthTakesTheBytesOfItsLastBit) {
   for (uint32_t width = 1; width <= 20; ++width) {
     std::vector<uint16_t> samples;

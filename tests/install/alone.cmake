@@ -2,7 +2,7 @@
 # with VISTREL_HOST=OFF the project configures without any package and has libVistrel's targets only.
 cmake_minimum_required(VERSION 3.25)
 
-# Fails as soon as any package is looked for.
+# Fails as soon as the project looks for any package.
 file(REMOVE_RECURSE ${SCRATCH})
 file(WRITE ${SCRATCH}/no_packages.cmake "
 macro(find_package name)
