@@ -4,7 +4,7 @@ namespace vistrel::core {
 
 namespace {
 
-// Just beyond an edge, what lies on the pixel's other side.
+// A coordinate just beyond an edge becomes the one on the pixel's other side.
 constexpr int mirror(int c, int last) { return c < 0 ? -c : c > last ? 2 * last - c : c; }
 
 template <class T>
@@ -21,7 +21,7 @@ void pixel(const CfaFrame<T>& frame, int x, int y, T* rgb) {
   };
   const auto two = [&](int a, int b) { return (a + b + r.two) >> 1; };
   const auto four = [&](int a, int b, int c, int d) { return (a + b + c + d + r.four) >> 2; };
-  int own, green, opposite;  // own: the colour that the row holds beside green
+  int own, green, opposite;  // own: the colour that the row senses besides green
   if (frame.mosaic.isGreenAt(x, y)) {
     own = two(s(-1, 0), s(1, 0));
     green = s(0, 0);
@@ -40,7 +40,7 @@ void pixel(const CfaFrame<T>& frame, int x, int y, T* rgb) {
 
 template <class T, int row>
 void ownBayerBrdHrz(const CfaFrame<T>& rows, CfaRect srcRoi, T* pDst) {
-  const CfaFrame<T> frame = rows;  // which no store can change
+  const CfaFrame<T> frame = rows;  // a copy that no store can change
   for (int i = 0; i < srcRoi.width; ++i) pixel(frame, srcRoi.x + i, row, pDst + 3 * i);
 }
 

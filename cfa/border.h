@@ -1,24 +1,24 @@
-// The part of a rectangle within two pixels of the frame's edge: plain means, never directional,
-// of mirrored coordinates.
+// The pixels of a rectangle within two pixels of the frame's edge: plain means with mirrored
+// coordinates, never directional.
 #pragma once
 
 #include "cfa/frame.h"
 
 namespace vistrel::core {
 
-// srcRoi: clipped to the frame. pDst: its first pixel; dstStep in samples.
+// srcRoi must be clipped to the frame. pDst points to its first pixel; dstStep is in samples.
 template <class T>
 void ownBayerBorder(const CfaFrame<T>& frame, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep);
 
-// The columns of srcRoi in a row of a frame, the rows of srcRoi in a column of a frame; pDst: their
-// first pixel.
+// Convert the columns of srcRoi in one row of a frame, and the rows of srcRoi in one column. pDst
+// points to their first pixel.
 template <class T, int row>
 void ownBayerBrdHrz(const CfaFrame<T>& rows, CfaRect srcRoi, T* pDst);
 template <class T, int column>
 void ownBayerBrdVrt(const CfaFrame<T>& columns, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep);
 
-// The strips that a border consists of. A strip is given the lines that it reads, as a frame of
-// three or two lines: of three it is the middle one, of two the one on the edge.
+// The strips of a border. A strip gets the lines that it reads as a frame of three or two lines: it
+// is the middle one of three, or the one of two that lies on the edge.
 template <class T>
 constexpr auto ownBayerBrdHrz3 = &ownBayerBrdHrz<T, 1>;
 template <class T>

@@ -1,6 +1,6 @@
-// Only tests call these functions, by name: the primitives' inner work on one rectangle alone, and
-// the strips of a border for either depth. Steps are in samples of the nearest neighbours, in bytes
-// of the others. If an allocation fails, nothing is written.
+// Only tests call these functions, by name: the primitives' work on a single rectangle, and the
+// strips of a border for both depths. Steps are in samples for nearest neighbours, in bytes for the
+// others. If an allocation fails, nothing is written.
 #pragma once
 
 #include "cfa/ahd/ahd.h"
@@ -10,8 +10,8 @@
 
 namespace vistrel::core {
 
-// Nearest neighbours of a rectangle with a margin of two samples. pSrc: its first sample. grid: the
-// colours of its own upper left pixels.
+// Nearest neighbours in a rectangle with a margin of two samples. pSrc points to its first sample.
+// grid: the colours of its upper left pixels.
 template <class T, int grid>
 void owncnBayerRect(const T* pSrc, int srcStep, int width, int height, T* pDst, int dstStep) {
   PlainRows<T> source(pSrc - 2 * ptrdiff_t{srcStep} - 2, srcStep, height + 4);
@@ -20,7 +20,7 @@ void owncnBayerRect(const T* pSrc, int srcStep, int width, int height, T* pDst, 
               currentLevel());
 }
 
-// A rectangle by homogeneity: its running choice begins anew in every row.
+// A rectangle by homogeneity; its running choice restarts in every row.
 template <class T>
 void ahdRectangle(const CfaFrame<T>& frame, CfaRect rect, T* pDst, ptrdiff_t dstStep, Level level) {
   PlainRows<T> source(frame.samples, frame.step, frame.size.height);
@@ -33,8 +33,8 @@ void ahdRectangle(const CfaFrame<T>& frame, CfaRect rect, T* pDst, ptrdiff_t dst
   });
 }
 
-// The frame that has the colours of `phase` at a rectangle's upper left pixels: 0 RG GB, 1 GB RG,
-// 2 BG GR, 3 GR BG. maxX, maxY: its last column and row.
+// A frame with the colours of `phase` at a rectangle's upper left pixels: 0 RG GB, 1 GB RG, 2 BG
+// GR, 3 GR BG. maxX, maxY: the frame's last column and row.
 template <class T>
 CfaFrame<T> frameByPhase(const T* pSrc, int srcStep, CfaRect rect, int phase, int maxX, int maxY) {
   constexpr int kGrids[4] = {CFA_GRID_RGGB, CFA_GRID_GBRG, CFA_GRID_BGGR, CFA_GRID_GRBG};
@@ -42,8 +42,8 @@ CfaFrame<T> frameByPhase(const T* pSrc, int srcStep, CfaRect rect, int phase, in
   return {pSrc, srcStep / int{sizeof(T)}, {maxX + 1, maxY + 1}, mosaic};
 }
 
-// pSrc: the frame's first sample; pDst: the rectangle's first pixel. The scratch stays untouched.
-// Another phase than 0 .. 3 does nothing.
+// pSrc points to the frame's first sample, pDst to the rectangle's first pixel. The scratch memory
+// is not touched. Phases other than 0 .. 3 do nothing.
 template <class T, uint32_t variant>
 void localAHD(const T* pSrc, int srcStep, CfaRect rect, T* pDst, int dstStep, T* /*pTmp*/,
               int /*tmpStep*/, int phase, int maxX, int maxY) {
@@ -59,7 +59,7 @@ void localAHDOfPhase(const T* pSrc, int srcStep, CfaRect rect, T* pDst, int dstS
                dstStep / int{sizeof(T)}, currentLevel());
 }
 
-// Of phase 0 and with a margin of five samples, so that nothing is mirrored.
+// For phase 0, with a margin of five samples, so that nothing is mirrored.
 template <class T>
 void localIntAHD(const T* pSrc, int srcStep, CfaRect rect, T* pDst, int dstStep, T* pTmp,
                  int tmpStep) {

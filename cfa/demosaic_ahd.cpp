@@ -13,7 +13,7 @@ template <class T, uint32_t variant>
 int32_t ownAHD(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, T* pDst,
                int32_t dstStep, int32_t grid, T*, int32_t) {
   if (grid < CFA_GRID_BGGR || grid > CFA_GRID_GRBG) return CFA_BAD_GRID;
-  // quirk: origin-moves-region. A negative origin moves, and the sides stay as long as they were.
+  // quirk: origin-moves-region. A negative origin moves to 0, and the sides keep their length.
   srcRoi.x = std::max(srcRoi.x, 0);
   srcRoi.y = std::max(srcRoi.y, 0);
   const CfaRect roi = clipped(srcRoi, srcSize);

@@ -1,4 +1,4 @@
-// A mosaic of one sample a pixel, and the means that are taken of it.
+// A mosaic of one sample per pixel, and the means of its samples.
 #pragma once
 
 #include <algorithm>
@@ -12,8 +12,8 @@
 
 namespace vistrel::core {
 
-// Means of samples that were scaled up by `shift` bits, rounded there, and scaled down again: the
-// rounding terms as they act on the samples themselves, and the bits that scaling leaves.
+// Means of samples that are scaled up by `shift` bits, rounded, and scaled down again, expressed on
+// the samples themselves: the rounding terms, and a mask of the bits that survive scaling.
 struct Rounding {
   int two = 1, four = 2;
   uint32_t mask = 0xFFFF;
@@ -31,13 +31,13 @@ struct CfaFrame {
   Mosaic mosaic;
   Rounding rounding{};
 
-  // A piece of this frame as a frame of its own.
+  // A part of this frame as a frame of its own.
   CfaFrame part(int x, int y, CfaSize partSize) const {
     return {samples + y * step + x, step, partSize, mosaic.from(x, y), rounding};
   }
 };
 
-// The same where rows come one after the other.
+// The same, with rows that arrive one after the other.
 template <class T>
 struct CfaRows {
   RowSource<T>& source;
@@ -50,7 +50,7 @@ struct CfaRows {
 
 inline RowInterval rowsOf(CfaRect rect) { return {rect.y, rect.y + rect.height}; }
 
-// What is left of a rectangle whose far sides are clipped to the frame.
+// The part of a rectangle that is left after its right and lower sides are clipped to the frame.
 inline CfaRect clipped(CfaRect roi, CfaSize size) {
   roi.width = std::min(roi.width, size.width - roi.x);
   roi.height = std::min(roi.height, size.height - roi.y);

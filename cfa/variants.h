@@ -1,5 +1,5 @@
-// The primitives in a variant for each processor level, and the tables by which the public names
-// jump to one of them. A variant stays at its level, whatever ippJumpIndexForMergedLibs says.
+// The primitives in one variant for each processor level, and the tables through which the public
+// names reach them. A variant always runs at its own level, whatever ippJumpIndexForMergedLibs is.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace vistrel::core {
 
-// Variants are numbered as ippJumpIndexForMergedLibs is: 0 and 1 m7, 2 u8, 3 y8.
+// Variants are numbered like ippJumpIndexForMergedLibs: 0 and 1 m7, 2 u8, 3 y8.
 
 template <class T, uint32_t variant>
 int32_t ippiCFAToRGB(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, T* pDst,
@@ -18,7 +18,7 @@ template <class T, uint32_t variant>
 int32_t ippiDemosaicAHD(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, T* pDst,
                         int32_t dstStep, int32_t grid, T* pTmp, int32_t tmpStep);
 
-// The same once pointers and size are checked.
+// The same, after pointers and size have been checked.
 template <class T, uint32_t variant>
 int32_t ownAHD(const T* pSrc, CfaRect srcRoi, CfaSize srcSize, int32_t srcStep, T* pDst,
                int32_t dstStep, int32_t grid, T* pTmp, int32_t tmpStep);

@@ -1,6 +1,6 @@
-# vistrel_export_names(TARGET LIST): LIST has one exported name a line, a C name
+# vistrel_export_names(TARGET LIST): LIST has one exported name per line, a C name
 # or the signature of an overloaded C++ function. It becomes the linker's version
-# script; every name that is not in it stays inside.
+# script, which hides all other names.
 function(vistrel_export_names target list)
   file(STRINGS ${list} lines REGEX "^[^#]")
   set(c_names "")
@@ -21,7 +21,7 @@ function(vistrel_export_names target list)
   file(CONFIGURE OUTPUT ${path} CONTENT "${script}" @ONLY)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
   target_link_options(${target} PRIVATE LINKER:--version-script=${path})
-  # A sanitizer of clang stands in the program alone, so that a library can't name it.
+  # clang links sanitizers only into programs, so their names are undefined in a library.
   if(NOT (VISTREL_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang"))
     target_link_options(${target} PRIVATE LINKER:--no-undefined)
   endif()

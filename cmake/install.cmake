@@ -1,4 +1,4 @@
-# What is installed, and how others find it: a CMake package and a pkg-config file.
+# Installs everything, with a CMake package and a pkg-config file so that others find it.
 include(CMakePackageConfigHelpers)
 
 # Public headers lie in include/vistrel as they are installed.

@@ -1,6 +1,6 @@
-# Build options, and the flags that every target of ours carries.
+# Build options, and the flags of all our targets.
 
-# libVistrel alone needs no package. Everything else stands on libvistrelhost, which needs fmt.
+# libVistrel alone needs no package. Everything else builds on libvistrelhost, which needs fmt.
 include(CMakeDependentOption)
 option(VISTREL_HOST "Build libvistrelhost" ON)
 cmake_dependent_option(VISTREL_APPS "Build the command-line program" ON VISTREL_HOST OFF)
@@ -48,9 +48,9 @@ if(VISTREL_SANITIZE)
     -fsanitize=${VISTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VISTREL_SANITIZE})
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-    add_compile_options(-Wno-maybe-uninitialized)  # seen in std::regex, by its checks alone
+    add_compile_options(-Wno-maybe-uninitialized)  # false positives in std::regex under sanitizers
   else()
-    # Programs in C stand over libraries in C++, whose checks they must bring along.
+    # Programs in C that link our libraries must also link the sanitizers' C++ runtime.
     add_link_options(-fsanitize-link-c++-runtime)
     link_libraries($<$<LINK_LANGUAGE:C>:stdc++>)
   endif()

@@ -1,4 +1,4 @@
-// The processor family that is compiled for.
+// The processor architecture that this build targets.
 #pragma once
 
 #if defined(__x86_64__) || defined(__i386__)

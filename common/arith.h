@@ -1,5 +1,5 @@
-// Names for unusual integer rules: shift counts are modulo 32, sums and products wrap,
-// and a double out of range becomes the processor's out-of-range value.
+// Integer arithmetic with defined results: shift counts count modulo 32, sums and products wrap,
+// and a double out of range becomes the lowest 32-bit integer.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ constexpr int32_t wrapMul(int32_t a, int32_t b) {
   return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
 }
 
-// Toward zero; outside the 32-bit range, NaN included, the lowest integer.
+// Rounds toward zero. Values outside the 32-bit range, NaN included, give the lowest integer.
 constexpr int32_t truncToInt(double v) {
   return v > -2147483649.0 && v < 2147483648.0 ? static_cast<int32_t>(v) : INT32_MIN;
 }

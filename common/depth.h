@@ -11,7 +11,7 @@ namespace vistrel::core {
 template <class T>
 constexpr int kLimit = sizeof(T) == 1 ? 255 : 1023;
 
-// Signed, of twice the sample's length: for sums and differences.
+// A signed type of twice the sample's length, for sums and differences.
 template <class T>
 using Widened = std::conditional_t<sizeof(T) == 1, int16_t, int32_t>;
 

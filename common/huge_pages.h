@@ -1,4 +1,4 @@
-// Huge pages for memory that is accessed from end to end.
+// Huge pages for large buffers.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,9 @@
 
 namespace vistrel::core {
 
-// Requests huge pages, if the system grants them on request: in a buffer larger than the caches,
-// looking up small pages costs a tenth of a conversion's time. The contents stay.
+// Requests huge pages, where the system grants them on request. In a buffer larger than the caches,
+// address translation with small pages costs a tenth of a conversion's time. The contents stay
+// unchanged.
 inline void adviseHugePages(void* memory, size_t bytes) {
 #if defined(__linux__)
   constexpr uintptr_t kHugePage = uintptr_t{2} << 20;

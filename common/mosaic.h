@@ -8,8 +8,8 @@ namespace vistrel::core {
 
 constexpr int kBlue = 0, kGreen = 1, kRed = 2;
 
-// A site by row parity r and column parity c. Rows of r = 0 hold green and red,
-// rows of r = 1 blue and green; where r = c the site is green.
+// A site is given by row parity r and column parity c. Rows with r = 0 have green and red sites,
+// rows with r = 1 blue and green ones; sites with r = c are green.
 //
 //        c = 0   c = 1
 //  r = 0   GR      R
@@ -22,26 +22,26 @@ constexpr int sensedChannel(Site s) { return s == SITE_R ? kRed : s == SITE_B ? 
 // The bits of a phase code: whether GRBG is shifted by a row and by a column.
 constexpr unsigned kRowShift = 1, kColumnShift = 2;
 
-// The mosaic of a frame, as seen from its pixel (0, 0). Rows and columns may be negative.
+// The mosaic of a frame, given by the site of its pixel (0, 0). Rows and columns may be negative.
 class Mosaic {
  public:
   constexpr explicit Mosaic(Site origin) : Mosaic(origin >> 1 & 1, origin & 1) {}
 
-  // By phase code: 0 GRBG, 1 BGGR, 2 RGGB, 3 GBRG; higher bits do not count.
+  // From a phase code: 0 GRBG, 1 BGGR, 2 RGGB, 3 GBRG; higher bits are ignored.
   static constexpr Mosaic ofPhase(unsigned nBayer) {
     return {(nBayer & kRowShift) != 0, (nBayer & kColumnShift) != 0};
   }
 
-  // By the grid code of a filter-array primitive: 0 BGGR, 1 RGGB, 2 GBRG, 3 GRBG.
+  // From the grid code of a colour filter array primitive: 0 BGGR, 1 RGGB, 2 GBRG, 3 GRBG.
   static constexpr Mosaic ofGrid(unsigned grid) {
     constexpr Site kOrigins[] = {SITE_B, SITE_R, SITE_GB, SITE_GR};
     return Mosaic(kOrigins[grid & 3]);
   }
 
-  // The same mosaic, seen from pixel (x, y).
+  // The mosaic of the frame that begins at pixel (x, y).
   constexpr Mosaic from(ptrdiff_t x, ptrdiff_t y) const { return {rowParity(y), columnParity(x)}; }
 
-  // With red in the place of blue and blue in that of red.
+  // The mosaic with red and blue exchanged.
   constexpr Mosaic exchanged() const { return from(1, 1); }
 
   constexpr Site siteAt(ptrdiff_t x, ptrdiff_t y) const {
@@ -55,7 +55,7 @@ class Mosaic {
   // Whether row y has red sites; if not, it has blue ones.
   constexpr bool isRedRow(ptrdiff_t y) const { return rowParity(y) == 0; }
 
-  // The parity of the columns whose sites are green in row y, and of those that are red or blue.
+  // The column parity of the green sites in row y, and that of its red or blue sites.
   constexpr unsigned greenParity(ptrdiff_t y) const { return rowParity(y) ^ c0_; }
   constexpr unsigned colourParity(ptrdiff_t y) const { return 1 - greenParity(y); }
 
@@ -79,7 +79,7 @@ struct Region {
   uint32_t F;       // binning factor of either axis
   uint32_t Wf, Hf;  // size
   uint32_t x0, y0;  // origin
-  Mosaic mosaic;    // as seen from region pixel (0, 0)
+  Mosaic mosaic;    // that begins at region pixel (0, 0)
 
   Region(uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
          uint32_t nRoiHeight)

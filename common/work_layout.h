@@ -1,4 +1,4 @@
-// The geometry of the work buffer: the stream's scratch image of three samples a pixel.
+// The geometry of the work buffer: the stream's scratch image of three samples per pixel.
 #pragma once
 
 #include <cstddef>
@@ -8,13 +8,13 @@
 
 namespace vistrel::core {
 
-constexpr uint32_t kChannels = 3;         // samples a pixel
+constexpr uint32_t kChannels = 3;         // samples per pixel
 constexpr size_t kGuard = 2;              // pixels on every side of the image
 constexpr uint32_t kAllocatedBorder = 3;  // pixels allocated on every side: the guard and one more
 
-// Where the image lies in the work buffer, in samples.
+// The position of the image in the work buffer, in samples.
 struct WorkLayout {
-  size_t S;      // distance of two rows
+  size_t S;      // distance between two rows
   size_t side;   // samples on either side of a row
   size_t above;  // rows above the image
 
@@ -23,10 +23,10 @@ struct WorkLayout {
     return {kChannels * (width + 2 * kGuard), kChannels * kGuard, kGuard};
   }
 
-  // Rows of `width` pixels and nothing else.
+  // Rows of `width` pixels without a guard.
   static constexpr WorkLayout compact(uint32_t width) { return {size_t{kChannels} * width, 0, 0}; }
 
-  // Image pixel (0, y); y may lie in the guard.
+  // The index of image pixel (0, y); y may lie in the guard.
   constexpr size_t row(ptrdiff_t y) const {
     return static_cast<size_t>(y + static_cast<ptrdiff_t>(above)) * S + side;
   }
@@ -37,14 +37,15 @@ struct WorkLayout {
 constexpr WorkLayout guardedLayout(const Region& region) { return WorkLayout::guarded(region.Wf); }
 constexpr WorkLayout compactLayout(const Region& region) { return WorkLayout::compact(region.Wf); }
 
-// quirk: gray-stride. Rows of a gray block lie pixelStride samples apart, a third of the distance
-// of colour rows; at binning 1 they lie a guarded row of the output's width apart in any layout.
+// quirk: gray-stride. The rows of a gray block are pixelStride samples apart, a third of the
+// distance of colour rows. With binning 1 they are a guarded row of the output's width apart, in
+// any layout.
 constexpr size_t grayStride(unsigned binning, size_t pixelStride, uint32_t width) {
   return binning == 1 ? WorkLayout::guarded(width).S : pixelStride;
 }
 
-// Bytes of a work buffer for images of 16-bit samples. The number of samples is computed in
-// 32 bits: it wraps at 2^32.
+// The bytes of a work buffer for images of 16-bit samples. The number of samples is computed in 32
+// bits: it wraps at 2^32.
 constexpr size_t workBufferBytes(uint32_t width, uint32_t height) {
   const uint32_t samples =
       kChannels * (width + 2 * kAllocatedBorder) * (height + 2 * kAllocatedBorder);

@@ -1,6 +1,6 @@
-// Instruction-set levels: they decide which body of a vectorised loop runs. The public jump index
-// holds the level chosen at start-up; its highest value stands for the widest body that processor
-// and operating system support.
+// Instruction-set levels. The level decides which body of a vectorised loop runs. The public jump
+// index holds the level chosen at start-up; its highest value stands for the widest body that the
+// processor and the operating system support.
 #pragma once
 
 #include <algorithm>
@@ -56,7 +56,7 @@ inline Level widestLevel() {
 #endif
 }
 
-// From the base level to the widest one.
+// All supported levels, the base level first.
 inline std::vector<Level> supportedLevels() {
   std::vector<Level> levels;
   for (int l = 0; l <= static_cast<int>(widestLevel()); ++l)
@@ -97,8 +97,8 @@ constexpr uint32_t indexOfLevel(Level level) {
 
 inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }
 
-// VISTREL_AT_LEVEL(level, name): the address of vistrel::core::LEVEL::name; a body that is compiled
-// for each level defines the name. VISTREL_BY_LEVEL(name): that of the current level.
+// VISTREL_AT_LEVEL(level, name) is the address of vistrel::core::LEVEL::name, which a body compiled
+// for each level defines. VISTREL_BY_LEVEL(name) is the address at the current level.
 #define VISTREL_BODY_OF(level, name) &::vistrel::core::level::name
 #if VISTREL_X86
 #define VISTREL_AT_LEVEL(level, name)                                    \

@@ -1,4 +1,4 @@
-// Chooses a level by the detected features, and holds the choice.
+// Chooses a level from the detected features, and holds the choice.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,8 @@ extern uint64_t ownFeaturesMask;  // enabled
 extern uint64_t ownFeatures;      // detected, once ownFeaturesAreValid
 extern int32_t ownFeaturesAreValid;
 
-// The features that a processor must have, and those enabled at that level and below it.
+// The features that the base level requires, those enabled at that level, and those enabled below
+// it.
 struct BaseLevel {
   uint64_t required, enabled, enabledBelow;
 };

@@ -1,4 +1,4 @@
-// Reads single facts from CPUID; from leaf 1 unless another leaf is named.
+// Single facts from CPUID: from leaf 1 unless another leaf is named.
 #include <initializer_list>
 
 #include "cpu/cpuid.h"
@@ -42,7 +42,7 @@ int32_t ipp_is_htt_extension() {
 
 uint32_t ipp_is_em64t_extension() {
   const uint32_t highest = leaf(kHighestExtendedLeaf).eax;
-  // quirk: highest-leaf-as-flag. If it is too low, it is returned itself and reads as true.
+  // quirk: highest-leaf-as-flag. If it is too low, its number is returned and reads as true.
   if (highest < kExtendedFeatures) return highest;
   return static_cast<uint32_t>(bit(leaf(kExtendedFeatures).edx, 29));
 }
@@ -67,7 +67,7 @@ void ipp_get_pentium_ident(IppPentiumIdent* pIdent) {
   pIdent->family = bits(one.eax, 8, 4);
   pIdent->stepping = bits(one.eax, 0, 4);
   pIdent->model = bits(one.eax, 4, 4);
-  pIdent->type = bits(one.eax, 11, 2);  // quirk: type-at-bit-11. One bit too low.
+  pIdent->type = bits(one.eax, 11, 2);  // quirk: type-at-bit-11. The field begins at bit 12.
   pIdent->leaf1Edx = static_cast<int32_t>(one.edx);
   pIdent->leaf2Eax = static_cast<int32_t>(two.eax);
   pIdent->leaf2Edx = static_cast<int32_t>(two.edx);
@@ -106,7 +106,7 @@ int32_t ownGetCacheSize(const uint32_t* pTable) {
     for (unsigned from = 0; from < 32; from += 8)
       descriptors[packed++] = static_cast<uint8_t>(value >> from);
   }
-  // quirk: first-byte-skipped. It is the count in EAX, unless EAX itself was skipped.
+  // quirk: first-byte-skipped. The first byte is the count in EAX, unless EAX itself was skipped.
   for (; pTable[0] != 0; pTable += 2)
     for (int i = 1; i < packed; ++i)
       if (descriptors[i] == pTable[0]) return static_cast<int32_t>(pTable[1]);

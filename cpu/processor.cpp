@@ -43,7 +43,7 @@ constexpr CodedLevel kCodedLevels[] = {
 };
 constexpr uint32_t kDetect = 0xFFFFFFFF;
 
-// Reads the operating system's AVX state and the family's leaf only if leaf 1 calls for it.
+// Reads the operating system's AVX state and the leaf of family 0xB only if leaf 1 calls for it.
 uint64_t detectFeatures() {
   const CpuidRegisters one = g_processor->cpuid(1, 0);
   uint64_t mask = 0;

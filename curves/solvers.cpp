@@ -8,7 +8,8 @@ namespace {
 constexpr int kMaxRows = 30;
 constexpr double kSmallestPivot = 1e-5;
 
-// The largest absolute value, or NaN if the row has one: such a row does not count as zeros.
+// The largest absolute value of a row; NaN if the row has one, so that it does not count as all
+// zeros.
 double largestOf(const double* row, int n) {
   double largest = 0;
   for (int j = 0; j < n && !std::isnan(largest); ++j) {
@@ -25,8 +26,8 @@ double reduced(const double* pA, int n, int i, int j, int end) {
   return s;
 }
 
-// Reduces column j from the diagonal down. Returns the row of the best scaled pivot, the last one
-// of equals, or j if every candidate is NaN.
+// Reduces column j from the diagonal down. Returns the row of the best scaled pivot: the last one
+// if several are equal, j if every candidate is NaN.
 int reduceAndFindPivot(double* pA, int n, int j, const double* scale) {
   double big = 0;
   int imax = j;

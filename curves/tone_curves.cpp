@@ -29,7 +29,7 @@ constexpr Points kCurvePoints[] = {
 };
 constexpr Points kStraightLine = {{0, 20, 40, 60, 80, 100}, {0, 20, 40, 60, 80, 100}};
 
-// A straight piece up to `end`: ((slope * i) >> halvings) + offset. End and offset are sixteenths
+// A linear piece up to `end`: ((slope * i) >> halvings) + offset. End and offset are in sixteenths
 // of the table.
 struct Piece {
   int end, slope, halvings, offset;
@@ -49,7 +49,7 @@ std::span<const Piece> piecesOf(int nCurve) {
   }
 }
 
-// Not positive for 31 bits. 64 bits wide, so that multiples do not overflow.
+// Not positive for 31 bits. The result has 64 bits, so that its multiples do not overflow.
 int64_t tableEntries(int nInBits) { return static_cast<int32_t>(shl(1, nInBits)); }
 
 void shiftRight(unsigned short* pLut, int64_t entries, int count) {

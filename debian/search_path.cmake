@@ -1,4 +1,5 @@
-# cmake -D FOLDER=FOLDER -P search_path.cmake: what is installed there loses its run path.
+# cmake -D FOLDER=FOLDER -P search_path.cmake: removes the run path from all
+# programs and libraries installed there.
 file(GLOB files ${FOLDER}/bin/* ${FOLDER}/lib/*/lib*.so.* ${FOLDER}/lib/*/vistrel/*)
 foreach(file IN LISTS files)
   if(NOT IS_SYMLINK ${file})

@@ -1,4 +1,4 @@
-// The demosaic algorithms, as the engine runs them.
+// The demosaic algorithms, in the form that the engine runs.
 #pragma once
 
 #include "demosaic/job.h"
@@ -11,8 +11,8 @@ struct Conversion;
 template <class T>
 struct DemosaicAlgorithm {
   MakeDemosaic<T>* make;
-  // In a work buffer, pass after pass: for regions of a single row or column. Null where these are
-  // nothing special.
+  // Works in the work buffer, pass after pass, for regions of a single row or column. Null if these
+  // need no special treatment.
   void (*inPlace)(const Conversion<T>& conversion) = nullptr;
 };
 
@@ -39,11 +39,11 @@ DemosaicAlgorithm<T> pixelGrouping();
 template <class T>
 DemosaicAlgorithm<T> ahd();
 
-// Whether the packed floats can run as a sweep; else they go through the work buffer.
+// Whether the packed path can run as a sweep; otherwise it goes through the work buffer.
 template <class T>
 bool packedKimmelSweeps(const Conversion<T>& conversion);
 
-// For both depths, in the source of the algorithm.
+// Instantiates an algorithm for both depths, in its source file.
 #define VISTREL_DEMOSAIC_ALGORITHM(name)      \
   template DemosaicAlgorithm<uint8_t> name(); \
   template DemosaicAlgorithm<uint16_t> name()

@@ -1,5 +1,5 @@
-// The plain mean of the two or four nearest sites that carry a colour. m(dx, dy) is the mosaic's
-// sample dx columns to the right and dy rows below.
+// The mean of the two or four nearest sites of a colour. m(dx, dy) is the mosaic's sample dx
+// columns to the right and dy rows below.
 #if defined(VISTREL_BILINEAR_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_BILINEAR_FORMULAS_INL_H
 #undef VISTREL_BILINEAR_FORMULAS_INL_H
@@ -18,7 +18,7 @@ struct Bilinear {
     return mean4(m(-1, 0), m(1, 0), m(0, -1), m(0, 1));
   }
   template <class M>
-  VISTREL_INLINE static auto opposite(M m) {  // there, the colour of the diagonals
+  VISTREL_INLINE static auto opposite(M m) {  // at a red or blue site: the other of the two
     return mean4(m(-1, -1), m(-1, 1), m(1, -1), m(1, 1));
   }
   template <class M>
@@ -26,7 +26,7 @@ struct Bilinear {
     return mean2(m(-1, 0), m(1, 0));
   }
   template <class M>
-  VISTREL_INLINE static auto across(M m) {  // there, the colour of the rows above and below
+  VISTREL_INLINE static auto across(M m) {  // at a green site: the colour above and below
     return mean2(m(0, -1), m(0, 1));
   }
 };

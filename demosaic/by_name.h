@@ -1,4 +1,4 @@
-// Only tests call these functions, by name: single steps of the pixel grouping and of the variable
+// Only tests call these functions, by name: single steps of pixel grouping and of variable
 // gradients, on pixels of the work buffer in the guarded layout.
 #pragma once
 
@@ -6,28 +6,30 @@
 
 namespace vistrel::core {
 
-// The steps of the pixel grouping.
+// Steps of pixel grouping.
 
-// Green of a red or blue site. pPixel: the pixel's blue sample. nStride: samples a row. nMode: the
-// channel that the site senses, 0 blue, 2 red.
+// Green at a red or blue site. pPixel points to the pixel's blue sample. nStride: samples per row.
+// nMode: the channel that the site senses, 0 blue, 2 red.
 uint8_t calcOneGreen(uint8_t* pPixel, unsigned nStride, unsigned nMode);
 uint16_t calcOneGreen(uint16_t* pPixel, unsigned nStride, unsigned nMode);
 
-// Red in pFirst, blue in pSecond, by finished green; the sensed one of them is 0. nMode: the site,
-// 0 blue, 1 green beside blue, 2 red, 3 green beside red.
+// Write red to pFirst and blue to pSecond, using finished green; the one that the site senses
+// becomes 0. nMode: the site, 0 blue, 1 green beside blue, 2 red, 3 green beside red.
 void calcOneRedBlu8(uint8_t* pPixel, unsigned nStride, uint8_t* pFirst, uint8_t* pSecond,
                     unsigned nMode);
 void calcOneRedBlu16(uint16_t* pPixel, unsigned nStride, uint16_t* pFirst, uint16_t* pSecond,
                      unsigned nMode);
 
 // A colour in the middle of three positions, from their greens L1, L2, L3 and the colours V1, V3 of
-// the outer two. Where green passes steadily, so does the colour; else it bends half as green does.
+// the outer two. If green rises or falls steadily, the colour follows it; otherwise it bends half
+// as much as green.
 int HueTransit(int L1, int L2, int L3, int V1, int V3);
 
-// One pixel of the variable gradients.
+// One pixel of variable gradients.
 
-// Write the two colours that a pixel of the guarded layout lacks. nRowSamples: from row to row.
-// nChannel: at a green site the colour of its row, at a red or blue one that of its diagonals.
+// Write the two colours that a pixel of the guarded layout lacks. nRowSamples: distance between two
+// rows. nChannel: at a green site the colour of its row, at a red or blue site the colour of its
+// diagonals.
 void calcOneGreenCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel);
 void calcOneGreenCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel);
 void calcOneRedBluCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel);

@@ -1,9 +1,9 @@
-// Cok, US patent 4,642,678 (1987): green is a mean, red and blue are green times the mean hue of
-// the neighbours, the ratio of their colour to their green. m: the mosaic, g: green at the site,
-// h: hues.
+// Cok, US patent 4,642,678 (1987): green is a mean. Red and blue are green times the mean hue of
+// the neighbours, where a hue is the ratio of a colour to green. m: the mosaic, g: green at the
+// site, h: hues.
 //
-// quirk: hue-loses-one. Hues are doubles that were rounded, and sums are taken in the order that
-// stands here: green times a hue can fall just short of the whole number that it should be.
+// quirk: hue-loses-one. Hues are rounded doubles, and sums are evaluated in the order written here,
+// so green times a hue can fall just short of the exact whole number.
 #if defined(VISTREL_COK_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_COK_FORMULAS_INL_H
 #undef VISTREL_COK_FORMULAS_INL_H
@@ -22,7 +22,7 @@ struct Cok {
     return mean4(m(-1, 0), m(1, 0), m(0, -1), m(0, 1));
   }
   template <class V, class H>
-  VISTREL_INLINE static V opposite(V g, H h) {  // there, the colour of the diagonals
+  VISTREL_INLINE static V opposite(V g, H h) {  // at a red or blue site: the other of the two
     return g * (h(-1, -1) + h(1, -1) + h(1, 1) + h(-1, 1)) * 0.25;
   }
   template <class V, class H>
@@ -30,7 +30,7 @@ struct Cok {
     return g * (h(-1, 0) + h(1, 0)) * 0.5;
   }
   template <class V, class H>
-  VISTREL_INLINE static V across(V g, H h) {  // there, the colour of the rows above and below
+  VISTREL_INLINE static V across(V g, H h) {  // at a green site: the colour above and below
     return g * (h(0, -1) + h(0, 1)) * 0.5;
   }
 };

@@ -1,4 +1,4 @@
-// The row kernels of Cok.
+// The row kernels of Cok's algorithm.
 #if defined(VISTREL_COK_ROWS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_COK_ROWS_INL_H
 #undef VISTREL_COK_ROWS_INL_H
@@ -15,7 +15,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Green and hues of the red or blue sites of a row. Where green is zero, so is the hue.
+// Green and hues at the red or blue sites of a row. The hue is zero where green is zero.
 template <class T, int parity>
 void hueRow(const HalfRowWindow<T, 1>& mosaic, size_t n, T* __restrict green,
             const HueParts<T>& hues) {
@@ -48,7 +48,8 @@ struct HueTap {
   }
 };
 
-// The products fit 32 bits: green that is large raises the greens that hues beside it divide by.
+// The products fit 32 bits: large green raises the neighbouring greens that the hues are divided
+// by.
 struct FillCok {
   template <class T, int greenParity>
   VISTREL_INLINE static Halves<T> at(const CokRows<T>& rows, size_t k) {

@@ -1,4 +1,4 @@
-// What the argument lists of the demosaic functions come to: a conversion through a work buffer.
+// A conversion through a work buffer, as the arguments of a demosaic function describe it.
 #pragma once
 
 #include "demosaic/work_buffer.h"
@@ -21,8 +21,8 @@ struct Conversion {
   T* imageRow(ptrdiff_t y) const { return work + layout.row(y); }
 };
 
-// Wf or Hf of less than 2: the guard has copies of what the work buffer held, so that the work is
-// done in it, pass after pass.
+// If Wf or Hf is less than 2, the guard has copies of what the work buffer held. Then the algorithm
+// works in the buffer itself, pass after pass.
 inline bool isDegenerate(const Region& region) { return region.Wf < 2 || region.Hf < 2; }
 
 }  // namespace vistrel::core

@@ -1,5 +1,5 @@
-// The demosaic functions, in the argument lists that they all share. Each fills the stream's
-// work buffer and ends by converting it into pDst.
+// The demosaic functions, with the argument lists that they share. Each fills the stream's work
+// buffer and finally converts it into pDst.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +15,8 @@ namespace vistrel::core {
             uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc, uint8_t* pDst, \
             uint32_t nDstBits, uint32_t nSrcBits)
 
-VISTREL_DEMOSAIC(ImageColorBilinear);           // the plain mean of the nearest sites
-VISTREL_DEMOSAIC(ImageColorNearNeighbor);       // nearest neighbours, green along an edge
+VISTREL_DEMOSAIC(ImageColorBilinear);           // the mean of the nearest sites
+VISTREL_DEMOSAIC(ImageColorNearNeighbor);       // nearest neighbours; green along edges
 VISTREL_DEMOSAIC(ImageColorGradientLaroche);    // Laroche and Prescott, US 5,373,322
 VISTREL_DEMOSAIC(ImageColorGradientHamilton);   // Hamilton and Adams, US 5,629,734
 VISTREL_DEMOSAIC(ImageColorHueCok);             // Cok, US 4,642,678
@@ -25,8 +25,8 @@ VISTREL_DEMOSAIC(vec_ImageColorHueKimmel);      // the same in packed floats
 VISTREL_DEMOSAIC(ImageColorPixelGrouping);      // Lin 2003
 VISTREL_DEMOSAIC(ImageColorVariableGradients);  // Chang, Cheung and Pang, 1999
 
-// Edge-sensing colour differences. nThreshold, 0..255 on the scale of a byte, says how much a
-// green sample may differ from those around it and still be smoothed.
+// Colour differences along edges. nThreshold, 0..255 on the scale of a byte: a green sample is
+// smoothed if it differs from those around it by no more than that.
 void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
                           uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
                           uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,

@@ -1,4 +1,5 @@
-// The demosaic functions: the engine between the caller's frame and the stream's work buffer.
+// The demosaic functions: they run the engine between the caller's frame and the stream's work
+// buffer.
 #include "demosaic/algorithms.h"
 #include "demosaic/demosaic.h"
 #include "demosaic/edge/edge_image.h"
@@ -15,8 +16,8 @@ namespace {
 
 using LayoutOf = WorkLayout(const Region& region);
 
-// Calls convert(c) with the Conversion that the arguments of a demosaic function describe, its
-// image in the layout that layoutOf gives.
+// Calls convert(c) with the Conversion that the arguments of a demosaic function describe. Its
+// image has the layout that layoutOf returns.
 template <class Convert>
 void withConversion(LayoutOf* layoutOf, Convert convert, uint32_t nIndex, uint32_t nImgWidth,
                     uint32_t nBayer, uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX,
@@ -64,7 +65,7 @@ void convertByKimmel(const Conversion<T>& c) {
     convertThroughBuffer(c, kimmel<T>());
 }
 
-// Whole pairs of rows, from the region's first row on.
+// Converts whole pairs of rows, from the region's first row on.
 // quirk: edge-phase. The region's columns count from its own first one, wherever that lies.
 template <class T>
 void convertByEdge(const Conversion<T>& c, uint32_t nThreshold, const T* workEnd) {
@@ -90,7 +91,7 @@ void convertByEdge(const Conversion<T>& c, uint32_t nThreshold, const T* workEnd
   });
 }
 
-// The output can follow the rows where they are the whole image.
+// The output can follow the rows if they are the whole image.
 template <class T>
 void convertByPrimitive(const Conversion<T>& c, MakeDemosaic<T>* make, int smallestSide) {
   PrimitiveCall<T> call(c);
@@ -117,7 +118,7 @@ void convertByAhd(const Conversion<T>& c) {
 
 }  // namespace
 
-// Both overloads of `name`, which pass their Conversion<T> to `convert`.
+// Defines both overloads of `name`, which pass their Conversion<T> to `convert`.
 #define VISTREL_DEMOSAIC_ENTRY(name, layoutOf, convert)                                          \
   void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,             \
             uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,                \

@@ -1,5 +1,4 @@
-// The shape of the algorithms that first complete green, then find red and blue
-// by it.
+// The common form of algorithms that complete green first and compute red and blue from it.
 #pragma once
 
 #include "demosaic/conversion.h"
@@ -8,7 +7,7 @@
 
 namespace vistrel::core {
 
-// The half rows behind a row of pixels: the mosaic and finished green.
+// The input for a row of pixels: the mosaic and finished green.
 template <class T>
 struct GreenFirstRows {
   HalfRowWindow<T, 2> mosaic;
@@ -17,21 +16,20 @@ struct GreenFirstRows {
 
 template <class T>
 struct GreenFirstPasses {
-  // Green of the n red or blue sites of a row, by the column parity of these
-  // sites.
+  // Green at the n red or blue sites of a row, indexed by the column parity of these sites.
   void (*green[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, T* green);
   PixelKernels<T, GreenFirstRows<T>> pixels;
 };
 
-// What each level compiles of such an algorithm: passes for any samples, and faster ones for
-// samples of twelve bits at most.
+// The kernels of a level for such an algorithm: passes for any samples, and faster ones for samples
+// of at most twelve bits.
 template <class T>
 struct GreenFirstKernels {
   GreenFirstPasses<T> anyBits, twelveBits;
 };
 
-// Finished green, a few rows at a time: computed at red and blue sites, the
-// mosaic's elsewhere. Beyond the region it is zero where the mosaic has none.
+// A few rows of finished green: computed at red and blue sites, the mosaic's elsewhere. Beyond the
+// region it is zero where the mosaic senses another colour.
 template <class T>
 class GreenRing {
  public:
@@ -98,7 +96,7 @@ class GreenFirst {
   GreenRing<T> green_;
 };
 
-// Formulas: of one level, as they are applied to samples one by one.
+// Formulas: a level's formulas, applied to single samples.
 template <class Formulas, class T>
 void greenFirstInPlace(const Conversion<T>& c) {
   scatterMosaic(c.region, c.sourceStride, c.pSrc, c.work);

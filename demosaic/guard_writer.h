@@ -1,4 +1,4 @@
-// The guard round the image in the work buffer.
+// Writes the guard around the image in the work buffer.
 #pragma once
 
 #include "demosaic/conversion.h"
@@ -6,13 +6,13 @@
 
 namespace vistrel::core {
 
-// Writes it from the mosaic as it was spread, before any colour is filled in.
+// Copies the scattered mosaic, before any colour is filled in.
 template <class T>
 class GuardWriter final : public WorkMargins<T> {
  public:
   explicit GuardWriter(const Conversion<T>& c) : c_(c) {}
 
-  // Beside row y; and the guard rows that are copies of it.
+  // Writes the guard on both sides of row y, and the guard rows that are copies of row y.
   void guard(int y, const MosaicRing<T>& ring, T* row) override {
     const ptrdiff_t Wf = ptrdiff_t(ring.columns());
     for (ptrdiff_t x : {ptrdiff_t{-2}, ptrdiff_t{-1}, Wf, Wf + 1}) pixel(ring, y, x, row);

@@ -1,4 +1,4 @@
-// The shape that the algorithms of the guarded layout share: spread the mosaic, fill the missing
+// The common form of the algorithms in the guarded layout: scatter the mosaic, fill in the missing
 // colours, convert. One sweep does all three, a row at a time.
 #pragma once
 
@@ -8,8 +8,8 @@
 
 namespace vistrel::core {
 
-// The sweep of an algorithm: stages of its own between smoothing and the last one, which fills the
-// pixels of a row: pixelRow(y, sink). Job and ring outlive the sweep.
+// The sweep of an algorithm. Its own stages follow smoothing; the last stage fills in the pixels of
+// a row by pixelRow(y, sink). Job and ring must outlive the sweep.
 template <class T, class PixelRow, class... OwnStages>
 auto sweepGuarded(const DemosaicJob<T>& job, MosaicRing<T>& ring, int reachOfLast,
                   PixelRow pixelRow, OwnStages... ownStages) {

@@ -1,13 +1,13 @@
 // Hamilton and Adams, US patent 5,629,734 (1997): green along the axis on which it changes less,
-// then red and blue along the quieter diagonal, corrected by the second difference of green.
-// m: the mosaic, g: finished green.
+// then red and blue along the smoother diagonal, corrected by the second difference of green. m:
+// the mosaic, g: finished green.
 //
-// Values are halves and quarters, truncated toward zero and then clamped at zero: a shift, which
-// rounds down, stores the same.
+// Values are halves and quarters, truncated toward zero and then clamped at zero. A shift rounds
+// down instead, but stores the same.
 //
-// quirk: unsensed-correction. The method corrects green too, by the second difference of the colour
-// that the site senses. Here that term is taken of the other one, which is zero at all five places:
-// nothing is left of it, in the costs or in the value.
+// quirk: unsensed-correction. The published method also corrects green by the second difference of
+// the colour that the site senses. Here the term reads the other colour, which is zero at all five
+// places, so it affects neither the costs nor the value.
 //
 // quirk: guard-green. Beyond the region green is zero where another colour is sensed.
 #if defined(VISTREL_HAMILTON_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
@@ -32,7 +32,7 @@ struct Hamilton {
     return limited(select(dh < dv, sh >> 1, select(dh > dv, sv >> 1, (sv + sh) >> 2)));
   }
   template <class M, class G>
-  VISTREL_INLINE static auto opposite(M m, G g) {  // there, the colour of the diagonals
+  VISTREL_INLINE static auto opposite(M m, G g) {  // at a red or blue site: the other of the two
     const auto a1 = 2 * g(0, 0) - g(-1, -1) - g(1, 1), a2 = 2 * g(0, 0) - g(1, -1) - g(-1, 1);
     const auto d1 = absolute(m(-1, -1) - m(1, 1)) + absolute(a1);
     const auto d2 = absolute(m(1, -1) - m(-1, 1)) + absolute(a2);
@@ -44,11 +44,12 @@ struct Hamilton {
     return straight(m(-1, 0) + m(1, 0), 2 * g(0, 0) - g(-1, 0) - g(1, 0));
   }
   template <class M, class G>
-  VISTREL_INLINE static auto across(M m, G g) {  // there, the colour of the rows above and below
+  VISTREL_INLINE static auto across(M m, G g) {  // at a green site: the colour above and below
     return straight(m(0, -1) + m(0, 1), 2 * g(0, 0) - g(0, -1) - g(0, 1));
   }
 
-  // Sum of two samples and second difference of green; at a green site that counts by half.
+  // Combines the sum of two samples with the second difference of green, which counts half at a
+  // green site.
   template <class V>
   VISTREL_INLINE static V straight(V sum, V difference) {
     return limited((2 * sum + difference) >> 2);

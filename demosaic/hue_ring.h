@@ -1,18 +1,18 @@
-// A few rows of green and hue at the red and blue sites.
+// Rings of a few rows: green and hues at the red and blue sites.
 #pragma once
 
 #include "demosaic/guarded.h"
 
 namespace vistrel::core {
 
-// A row's hues, one for each red or blue site, apart by the place that their samples have in a lane
-// of four bytes: so samples and hues meet without leaving their lanes.
+// A row's hues, one for each red or blue site, separated by the place of their samples in lanes of
+// four bytes. So samples meet their hues without changing lanes.
 template <class T>
 struct HueParts {
   static constexpr int kParts = 4 / int{sizeof(T)};
   double* part[kParts];
 
-  // Of site i; i + kParts, i + 2 * kParts ... follow.
+  // The hue of site i; those of sites i + kParts, i + 2 * kParts ... follow.
   double* element(int i) const {
     const int which = i & (kParts - 1);
     return part[which] + (i - which) / kParts;
@@ -24,14 +24,14 @@ struct HueWindow {
   HueParts<T> row[3];
 };
 
-// Behind a row of pixels. green: by column parity; colour: sensed at the other sites.
+// The input for a row of pixels. green: by column parity; colour: sensed at the other sites.
 template <class T>
 struct CokRows {
   const T *green[2], *colour;
   HueWindow<T> hues;
 };
 
-// What each level compiles, by the column parity of the red or blue sites.
+// The kernels of a level. `hues` is indexed by the column parity of the red or blue sites.
 template <class T>
 struct CokKernels {
   void (*hues[2])(const HalfRowWindow<T, 1>& mosaic, size_t n, T* green, const HueParts<T>& hues);
@@ -48,7 +48,7 @@ class HueRing {
   T* green(int y) const { return green_.half(unsigned(y), 0); }
   HueParts<T> hues(int y) const { return parts(unsigned(y) % kRows); }
 
-  // quirk: guard-green. Beyond the region green is zero at such sites, and so is the hue.
+  // quirk: guard-green. Beyond the region green is zero at red and blue sites, and so is the hue.
   void guard(int y) const {
     const int n = static_cast<int>(ring_.colourSites(y));
     *hues(y).element(-1) = *hues(y).element(n) = 0;
@@ -69,7 +69,7 @@ class HueRing {
 
  private:
   static constexpr unsigned kRows = 3, kParts = HueParts<T>::kParts;
-  static constexpr size_t kVector = 16;  // slack behind a part
+  static constexpr size_t kVector = 16;  // slack after each part
 
   size_t partSize() const { return ring_.halfSize(0) / kParts + 1; }
 

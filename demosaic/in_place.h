@@ -1,5 +1,5 @@
-// Formulas applied to the work buffer itself, pixel by pixel, in the order of the rows. It serves
-// regions of a single row or column, where the guard has copies of what the buffer held.
+// Applies formulas to the work buffer itself, pixel by pixel, row by row. This serves regions of a
+// single row or column, where the guard has copies of what the buffer held.
 #pragma once
 
 #include "demosaic/work_buffer.h"
@@ -11,14 +11,14 @@ template <class T>
 struct InPlacePixel {
   T* samples;
   ptrdiff_t S;
-  Mosaic mosaic;  // as seen from it
+  Mosaic mosaic;  // that begins at this pixel
 
   bool isGreen() const { return mosaic.isGreenAt(0, 0); }
-  // The colour that its row senses beside green, and the one of the rows above and below.
+  // The colour that its row senses besides green, and that of the rows above and below.
   int own() const { return mosaic.isRedRow(0) ? kRed : kBlue; }
   int opposite() const { return kRed + kBlue - own(); }
 
-  // The samples that were sensed, and those of one channel.
+  // The sensed samples, and the samples of one channel.
   auto sensed() const {
     return [*this](int dx, int dy) -> int {
       return samples[dy * S + 3 * dx + mosaic.colourAt(dx, dy)];
@@ -29,7 +29,7 @@ struct InPlacePixel {
   }
 };
 
-// One pass: visit(pixel) for every image pixel.
+// One pass: calls visit(pixel) for every image pixel.
 template <class T, class Visit>
 void passInPlace(const Region& region, T* work, Visit visit) {
   const WorkLayout layout = guardedLayout(region);

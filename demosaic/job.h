@@ -1,4 +1,4 @@
-// What an algorithm is asked for, and what it is then: a sweep that waits for rows.
+// The job that an algorithm gets, and the algorithm at work: a sweep that waits for rows.
 #pragma once
 
 #include <new>
@@ -17,13 +17,13 @@ namespace vistrel::core {
 template <class T>
 class MosaicRing;
 
-// What algorithms leave in a work buffer besides the image.
+// Receives what algorithms leave in a work buffer besides the image.
 template <class T>
 class WorkMargins {
  public:
-  // Row y of the image is about to be made at `row`; the ring holds its mosaic.
+  // Called before row y of the image is made at `row`, while the ring holds its mosaic.
   virtual void guard(int y, const MosaicRing<T>& ring, T* row) = 0;
-  // n samples behind the end of row y, which is finished.
+  // Called with the n samples after the end of row y, which is finished.
   virtual void beyond(int y, const T* samples, size_t n) = 0;
 
  protected:
@@ -33,24 +33,25 @@ class WorkMargins {
 template <class T>
 struct DemosaicJob {
   RowSource<T>& source;
-  Mosaic mosaic;          // of the source's pixel (0, 0)
-  int columns, height;    // of the source
-  CfaRect roi;            // what is wanted of it; some algorithms make all of it only
-  RowInterval rows;       // those to make now, of the roi's
-  ImageSink<T>& image;    // of the roi
-  Mosaic order = mosaic;  // of the samples in a pixel: red and blue exchanged for red first
-  unsigned bits;          // significant ones
+  Mosaic mosaic;        // of the source's pixel (0, 0)
+  int columns, height;  // of the source
+  CfaRect roi;          // the wanted rectangle; some algorithms only make the whole frame
+  RowInterval rows;     // the rows of the roi to make now
+  ImageSink<T>& image;  // of the roi
+  Mosaic order =
+      mosaic;     // order of a pixel's samples: with red and blue exchanged, red comes first
+  unsigned bits;  // significant bits
   unsigned threshold = 0;
   WorkMargins<T>* margins = nullptr;
 };
 
-// An algorithm at work.
+// A running algorithm.
 template <class T>
 class Demosaic {
  public:
-  // Makes what the source's rows before `end` allow.
+  // Makes all rows that the source's rows before `end` allow.
   virtual void advance(int end) = 0;
-  // The source's rows from first() to last() - 1 are read, as far as it has them.
+  // Reads the source's rows first() .. last() - 1, as far as they exist.
   virtual int first() const = 0;
   virtual int last() const = 0;
 
@@ -58,7 +59,7 @@ class Demosaic {
   ~Demosaic() = default;
 };
 
-// Algorithm(job, arena) takes its memory; sweep() then returns the Sweep that does the work.
+// Algorithm(job, arena) takes its memory from the arena; its sweep() returns the Sweep to run.
 template <class T, class Algorithm>
 class RunningDemosaic final : public Demosaic<T> {
  public:
@@ -76,7 +77,7 @@ class RunningDemosaic final : public Demosaic<T> {
   decltype(std::declval<Algorithm&>().sweep()) sweep_;
 };
 
-// Null from an arena that counts.
+// Returns null if the arena only counts.
 template <class T>
 using MakeDemosaic = Demosaic<T>*(const DemosaicJob<T>& job, Arena& arena);
 

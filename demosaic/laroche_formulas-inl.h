@@ -1,9 +1,9 @@
 // Laroche and Prescott, US patent 5,373,322 (1994): green along the axis on which the site's own
-// colour departs less from its neighbours, then red and blue as differences to green. m: the
+// colour differs less from its neighbours, then red and blue as differences to green. m: the
 // mosaic, g: finished green.
 //
-// quirk: guard-green. Beyond the region green is zero where another colour is sensed, so that the
-// outer rows and columns take whole colour values for differences.
+// quirk: guard-green. Beyond the region green is zero where another colour is sensed, so the outer
+// rows and columns take whole colour values for differences.
 #if defined(VISTREL_LAROCHE_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_LAROCHE_FORMULAS_INL_H
 #undef VISTREL_LAROCHE_FORMULAS_INL_H
@@ -28,7 +28,7 @@ struct Laroche {
     return select(dh < dv, sh >> 1, select(dh > dv, sv >> 1, (sh + sv) >> 2));
   }
   template <class M, class G>
-  VISTREL_INLINE static auto opposite(M m, G g) {  // there, the colour of the diagonals
+  VISTREL_INLINE static auto opposite(M m, G g) {  // at a red or blue site: the other of the two
     return limited(g(0, 0) + (((m(1, 1) - g(1, 1)) + (m(-1, 1) - g(-1, 1)) + (m(1, -1) - g(1, -1)) +
                                (m(-1, -1) - g(-1, -1))) >>
                               2));
@@ -38,7 +38,7 @@ struct Laroche {
     return limited(g(0, 0) + (((m(1, 0) - g(1, 0)) + (m(-1, 0) - g(-1, 0))) >> 1));
   }
   template <class M, class G>
-  VISTREL_INLINE static auto across(M m, G g) {  // there, the colour of the rows above and below
+  VISTREL_INLINE static auto across(M m, G g) {  // at a green site: the colour above and below
     return limited(g(0, 0) + (((m(0, 1) - g(0, 1)) + (m(0, -1) - g(0, -1))) >> 1));
   }
 

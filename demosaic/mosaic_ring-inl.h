@@ -12,8 +12,9 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// (4 * s + the four diagonals) >> 3, whose halving twice and once more loses nothing.
-// above, below: the green to the left of s in the rows beside it; the next one is to the right.
+// (4 * s + the four diagonals) >> 3. Shifting by two and then by one gives the same result.
+// above, below: the green to the left of s in the neighbouring rows; the next element is to the
+// right.
 template <class T>
 void smoothGreen(const T* green, const T* above, const T* below, size_t n, T* __restrict smoothed) {
   for (size_t k = 0; k < n; k += kLanes<T>) {

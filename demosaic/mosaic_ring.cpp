@@ -20,12 +20,12 @@ void guardHalf(T* half, size_t n) {
 
 }  // namespace
 
-// Behind a half row, what the widest vector touches: a row that leaves it alone would keep an older
-// row's, of any size.
+// The slack after a half row that the widest vector reads. It is copied too; otherwise it would
+// keep samples of an older row, which may have any value.
 template <class T>
 constexpr size_t kVectorRoom = 64 / sizeof(T);
 
-// Smoothing is one row behind loading and reads one row below its own.
+// Smoothing runs one row behind loading and reads the row below its own.
 template <class T>
 MosaicRing<T>::MosaicRing(const DemosaicJob<T>& job, unsigned rows, Arena& arena, RowDepth depth)
     : source_(job.source), mosaic_(job.mosaic), columns_(static_cast<size_t>(job.columns)),

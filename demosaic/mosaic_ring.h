@@ -1,4 +1,4 @@
-// The mosaic of a region as half rows, a few rows at a time: what every guarded sweep begins with.
+// The mosaic of a region as half rows, a few rows at a time. Every guarded sweep begins with it.
 #pragma once
 
 #include "common/rows/half_rows.h"
@@ -7,7 +7,7 @@
 
 namespace vistrel::core {
 
-// What each level has of its own.
+// The kernels of a level.
 template <class T>
 struct MosaicKernels {
   void (*split)(const T* source, size_t columns, T* even, T* odd);
@@ -15,24 +15,24 @@ struct MosaicKernels {
   void (*smooth)(const T* green, const T* above, const T* below, size_t n, T* smoothed);
 };
 
-// Whether it is found out which rows have samples of more than twelve bits.
+// Whether to record which rows have samples of more than twelve bits.
 enum class RowDepth { ignored, found };
 
 template <class T>
 class MosaicRing {
  public:
-  // rows: how many smoothed rows the stages behind smoothing need at a time.
+  // rows: the number of smoothed rows that the stages after smoothing need at a time.
   MosaicRing(const DemosaicJob<T>& job, unsigned rows, Arena& arena,
              RowDepth depth = RowDepth::ignored);
 
   void load(int y);    // from the source
-  void smooth(int y);  // green, from rows y - 1 .. y + 1 that were loaded
+  void smooth(int y);  // green, from the loaded rows y - 1 .. y + 1
 
-  // Fetches the row that is loaded next.
+  // Prefetches the row that is loaded next.
   Prefetcher nextSource() const { return source_.next(); }
 
-  // A half of row y, smoothed if it holds green. Rows outside the region are the second rows
-  // inside, as in the guard; elements -1 and n of a half likewise.
+  // A half of row y, smoothed if it holds green. Rows outside the region repeat the rows two
+  // further inside, as in the guard; so do elements -1 and n of a half.
   const T* half(int y, unsigned columnParity) const;
 
   template <int reach>
@@ -40,12 +40,12 @@ class MosaicRing {
     return windowOf<reach>(y, [this](int row, unsigned parity) { return half(row, parity); });
   }
 
-  const RowDepths& depths() const { return depths_; }  // where they are found
+  const RowDepths& depths() const { return depths_; }  // if they are recorded
 
   const Mosaic& mosaic() const { return mosaic_; }
   size_t columns() const { return columns_; }
   size_t halfSize(unsigned columnParity) const { return (columns_ + 1 - columnParity) / 2; }
-  // The red or blue sites of row y.
+  // The number of red or blue sites in row y.
   size_t colourSites(int y) const { return halfSize(mosaic().colourParity(y)); }
   int height() const { return height_; }
 

@@ -6,7 +6,7 @@ namespace vistrel::core {
 
 namespace {
 
-// The 16-bit twin works on samples scaled to all sixteen bits.
+// The 16-bit version works on samples scaled to all 16 bits.
 template <class T>
 class NearDemosaic {
  public:

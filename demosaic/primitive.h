@@ -1,14 +1,14 @@
-// What the algorithms by filter-array primitives share.
+// Shared by the algorithms that colour filter array primitives do.
 #pragma once
 
 #include "demosaic/job.h"
 
 namespace vistrel::core {
 
-// Sides of the frame that the primitives need.
+// The smallest side of a frame that the primitives accept.
 constexpr int kSmallestNear = 2, kSmallestAhd = 5;
 
-// By how many bits the 16-bit twins scale samples up to all 16 bits.
+// The number of bits by which the 16-bit versions scale samples up, to all 16 bits.
 template <class T>
 uint32_t scaling(const DemosaicJob<T>& job) {
   return sizeof(T) == 1 ? 0 : (16 - job.bits) & 31;

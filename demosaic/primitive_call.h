@@ -1,4 +1,4 @@
-// How a conversion hands the demosaic to a filter-array primitive.
+// Passes a conversion's demosaicing on to a colour filter array primitive.
 #pragma once
 
 #include "cfa/frame.h"
@@ -8,8 +8,9 @@
 
 namespace vistrel::core {
 
-// What the primitive sees.
-// quirk: rows-below-origin. A frame as high as the region, whose first row cuts off the last ones.
+// The frame and the rectangle that the primitive gets.
+// quirk: rows-below-origin. The frame is as high as the region, so the region's first row cuts off
+// the last ones.
 template <class T>
 class PrimitiveCall {
  public:

@@ -1,9 +1,9 @@
 // Chang, Cheung and Pang, "Color filter array recovery using a threshold-based variable number of
 // gradients" (1999): a missing colour is the sensed one plus the mean difference of the two over
-// those of eight directions in which little changes.
+// those of eight directions in which samples change little.
 //
-// m: the mosaic. Formulas are stated downwards and to the lower right; the other directions use
-// them through a turned tap.
+// m: the mosaic. Formulas are written for the directions down and to the lower right; the other
+// directions use them through a transposed or mirrored tap.
 #if defined(VISTREL_VARIABLE_GRADIENTS_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_VARIABLE_GRADIENTS_FORMULAS_INL_H
 #undef VISTREL_VARIABLE_GRADIENTS_FORMULAS_INL_H
@@ -26,20 +26,20 @@ struct Transposed {
   VISTREL_INLINE auto operator()(int dx, int dy) const { return m(dy, dx); }
 };
 
-// sx, sy: -1 where the axis is reversed.
+// sx, sy: -1 if the axis is reversed.
 template <class M, int sx, int sy>
 struct Mirrored {
   M m;
   VISTREL_INLINE auto operator()(int dx, int dy) const { return m(sx * dx, sy * dy); }
 };
 
-// What a direction knows of the site's own colour and of the two that the site lacks.
+// A direction's values for the site's own colour and for the two that the site lacks.
 template <class V>
 struct Share {
   V own, first, second;
 };
 
-// What changes down the columns round (0, y), at any site. Two directions share the middle.
+// The change down the columns around (0, y), at any site. Opposite directions share the middle.
 template <class M>
 VISTREL_INLINE auto change(M m, int y) {
   return absolute(m(0, y + 1) - m(0, y - 1)) + (absolute(m(1, y + 1) - m(1, y - 1)) >> 1) +
@@ -82,7 +82,7 @@ struct AtGreen {
 //   D G D
 struct AtColour {
   template <class M>
-  VISTREL_INLINE static auto slant(M m, int i) {  // what changes down the diagonal round (i, i)
+  VISTREL_INLINE static auto slant(M m, int i) {  // the change down the diagonal around (i, i)
     return absolute(m(i + 1, i + 1) - m(i - 1, i - 1)) +
            (absolute(m(i + 1, i) - m(i, i - 1)) >> 1) + (absolute(m(i, i + 1) - m(i - 1, i)) >> 1);
   }
@@ -125,12 +125,12 @@ VISTREL_INLINE C bits(C condition) {
   return condition;
 }
 
-// The smallest gradient that is too large: one above minimum + maximum / 2, which is what
-// 1.5 * minimum + 0.5 * (maximum - minimum) comes to.
+// The smallest gradient that is too large: one above minimum + maximum / 2, which equals 1.5 *
+// minimum + 0.5 * (maximum - minimum).
 //
 // quirk: exclusive-extremes. A gradient that lowers the running minimum never counts for the
-// maximum, so the first one hardly ever does. Where each lowers it, the difference wraps, the
-// threshold is huge, and all are kept.
+// maximum, so the first one almost never does. If all of them lower it, the difference wraps, the
+// threshold is huge, and all directions are kept.
 template <class V>
 VISTREL_INLINE V tooLarge(const V (&g)[kDirections], V start) {
   V minimum = start, maximum{};
@@ -141,7 +141,8 @@ VISTREL_INLINE V tooLarge(const V (&g)[kDirections], V start) {
   return select(maximum < minimum, g[N], V(minimum + (maximum >> 1))) + 1;
 }
 
-// How many directions are kept, and the sums of their differences to the site's own colour.
+// The number of directions that are kept, and the sums of their differences to the site's own
+// colour.
 template <class V>
 struct Kept {
   V n, first, second;
@@ -172,8 +173,8 @@ VISTREL_INLINE Kept<V> keptDirections(M m, V start) {
   return kept;
 }
 
-// The two colours that a site lacks. start: 65535, or any value above all gradients. No direction
-// is kept where all gradients reach above 131070: then both are the sensed value.
+// The two colours that a site lacks. start: 65535, or any value above all gradients. If all
+// gradients exceed 131070, no direction is kept, and both colours get the sensed value.
 template <class T, class V>
 struct Missing {
   V first, second;

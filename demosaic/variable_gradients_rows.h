@@ -1,4 +1,4 @@
-// The row kernels of the variable gradients, as each level compiles them.
+// The row kernels of variable gradients, compiled for each level.
 #pragma once
 
 #include "common/rows/half_rows.h"
@@ -6,7 +6,7 @@
 
 namespace vistrel::core {
 
-// What each level compiles.
+// The kernels of a level.
 template <class T>
 struct VariableGradientsKernels {
   PixelKernels<T, HalfRowWindow<T, 2>> twelveBits, anyBits;

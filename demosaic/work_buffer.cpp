@@ -6,7 +6,7 @@ namespace vistrel::core {
 
 namespace {
 
-// s: a green sample of the source that has all its neighbours.
+// s points to a green sample of the source that has all its neighbours.
 template <class T>
 T smoothed(const T* s, size_t stride) {
   const uint32_t diagonals = uint32_t{s[-1 - ptrdiff_t(stride)]} + s[1 - ptrdiff_t(stride)] +
@@ -39,7 +39,7 @@ void scatterMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* 
     std::copy_n(image, side, image - side);
     std::copy_n(image + end - side, side, image + end);
   }
-  // The upper guard first: where the image is lower than the guard, the lower copy sees it.
+  // The upper guard comes first: if the image is lower than the guard, the lower copies read it.
   const ptrdiff_t Hf = region.Hf;
   T* const top = pWork + layout.row(0) - side;
   std::copy_n(top, kGuard * layout.S, pWork);

@@ -1,4 +1,4 @@
-// The image in the work buffer, and from there the output.
+// The image in the work buffer, and its way to the output.
 #pragma once
 
 #include <algorithm>
@@ -9,9 +9,9 @@
 
 namespace vistrel::core {
 
-// Routes finished rows to the work buffer and, as soon as a block row is complete, to the output. A
-// work buffer larger than the caches is written past them, and so is the result; rows are then made
-// in a small buffer that the output reads.
+// Routes finished rows to the work buffer and, as soon as a block row is complete, to the output.
+// If the work buffer is larger than the caches, it and the result are written with non-temporal
+// stores; rows are then made in a small buffer that the output reads.
 template <class T>
 class WorkImage final : public ImageSink<T>, private ChunkListener {
  public:
@@ -23,7 +23,7 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
     result_ = arena.take<uint8_t>(c.output.rowBytes());
   }
 
-  // The guard beside the row belongs to it.
+  // The row includes the guard on both sides.
   RowSink<T> row(int y) override {
     const bool copiesRows = c_.output.copiesRows();
     T* const pixels = pixelsOf(y);
@@ -45,7 +45,7 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
     if (convertsBlocks() && !convertsChunks() && y % F_ == F_ - 1) convert(y / F_);
   }
 
-  // All rows are finished.
+  // Call this when all rows are finished.
   void finish() const {
     if (streams_) storeFence();
     if (!c_.output.followsRows()) c_.output.convert(c_.work, c_.pDst, c_.nRoiHeight);
@@ -75,14 +75,14 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
     convert(pixelsOf(y * F_), result(y), c_.output.rowBytes() / c_.output.pixelBytes());
   }
 
-  // n pixels of the result.
+  // Converts n pixels of the result.
   void convert(const T* pixels, uint8_t* result, size_t n) const {
     if (!streams_ || !c_.output.writesEveryByte()) return c_.output.part(pixels, result, n);
     c_.output.part(pixels, result_, n);
     NonTemporalCopy(result, result_).finish(result_ + n * c_.output.pixelBytes());
   }
 
-  // Measured: ordinary stores win at 6 MB, streaming ones by a factor of two at 36 MB.
+  // Measured: ordinary stores win at 6 MB, non-temporal ones by a factor of two at 36 MB.
   static constexpr size_t kStreamBeyond = size_t{12} << 20;
 
   const Conversion<T>& c_;

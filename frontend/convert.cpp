@@ -27,7 +27,7 @@ using Threshold16 = void(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidt
                          uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
                          const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits);
 
-// The functions for either depth, as if all of them took a threshold.
+// The functions for both depths, in the form that takes a threshold.
 struct Algorithm {
   Threshold8* of8;
   Threshold16* of16;
@@ -39,7 +39,7 @@ constexpr Algorithm withoutThreshold() {
           [](uint32_t nIndex, uint32_t, auto... others) { of16(nIndex, others...); }};
 }
 
-// By code.
+// Indexed by the algorithm's code.
 constexpr Algorithm kAlgorithms[] = {
     withoutThreshold<ImageColorBilinear, ImageColorBilinear>(),
     {ImageColorDemosaicEx, ImageColorDemosaicEx},

@@ -17,7 +17,7 @@ constexpr uint32_t kMinPadding = 8;
 
 uint64_t rowBytes(const vistrel_frame& f) { return uint64_t{f.width} * f.bytes_per_sample; }
 
-// Rejects a conversion for what it converts: its region, or else the whole frame.
+// Rejects a conversion because of its region or, without one, because of the whole frame.
 template <class... Args>
 [[noreturn]] void rejectRegion(int32_t status, const vistrel_frame& f, const vistrel_conversion& c,
                                fmt::format_string<Args...> reason, Args&&... args) {
@@ -33,7 +33,7 @@ struct Extent {
   uint64_t width, height;  // sensor pixels, padding included
 };
 
-// On each side, in pixels of the result, so that bins keep their places.
+// The padding on each side, in pixels of the result, so that bins keep their places.
 uint32_t paddingOf(const Format& format, const vistrel_conversion& c) {
   if (c.edges == VISTREL_EDGES_NATIVE || !format.colour()) return 0;
   return (kMinPadding + c.binning - 1) / c.binning;
@@ -42,7 +42,8 @@ uint32_t paddingOf(const Format& format, const vistrel_conversion& c) {
 Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   const vistrel_region r = c.region ? *c.region : vistrel_region{0, 0, f.width, f.height};
   if (uint64_t{r.x} + r.width > f.width || uint64_t{r.y} + r.height > f.height)
-    rejectRegion(VISTREL_BAD_REGION, f, c, "it leaves the frame of {}x{}", f.width, f.height);
+    rejectRegion(VISTREL_BAD_REGION, f, c, "it extends beyond the frame of {}x{}", f.width,
+                 f.height);
   p.layout.width = r.width / c.binning;
   p.layout.height = r.height / c.binning;
   if (!p.layout.width || !p.layout.height)

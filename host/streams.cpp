@@ -26,8 +26,8 @@ class Pool {
     for (uint32_t id = 0; id < kStreams; ++id) free_[id] = kStreams - 1 - id;
   }
 
-  // The stream that was released last: its buffer is the warmest. Null if all are in use and the
-  // caller does not wait.
+  // Takes the stream that was released last, since its buffer is the warmest. Returns null if all
+  // streams are in use and the caller does not wait.
   Slot* acquire(std::unique_lock<std::mutex>& lock, bool wait, State state) {
     if (!count_ && !wait) return nullptr;
     released_.wait(lock, [this] { return count_ > 0; });
@@ -45,9 +45,9 @@ class Pool {
 
   uint32_t idOf(const Slot& slot) const { return static_cast<uint32_t>(&slot - slots_.data()); }
 
-  // A handle is no address but a number that is never handed out twice: the generation, and in the
-  // lowest byte the id + 1, so that no handle is null. (With 32-bit pointers, the numbers of a slot
-  // repeat after 2^24 owners.)
+  // A handle is not an address but a number that is never handed out twice: the generation, and in
+  // the lowest byte the id + 1, so that no handle is null. (With 32-bit pointers, the numbers of a
+  // slot repeat after 2^24 owners.)
   vistrel_stream* handleOf(const Slot& slot) const {
     return reinterpret_cast<vistrel_stream*>(slot.generation << 8 | (idOf(slot) + 1));
   }
@@ -62,7 +62,7 @@ class Pool {
     return slots_[id];
   }
 
-  // For the child of a fork, where the threads that were converting or waiting do not exist.
+  // Runs in the child of a fork, where the threads that were converting or waiting do not exist.
   void restore() {
     new (&released_) std::condition_variable;
     for (Slot& slot : slots_)

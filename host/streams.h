@@ -38,7 +38,7 @@ class StreamLease {
  public:
   // Of any stream; waits while all are in use.
   StreamLease();
-  // Of one that the caller has acquired. Throws Rejection.
+  // Leases a stream that the caller has acquired. Throws Rejection.
   explicit StreamLease(vistrel_stream* acquired);
   ~StreamLease();
   StreamLease(const StreamLease&) = delete;

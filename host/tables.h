@@ -26,7 +26,7 @@ inline bool hasRawGray(uint32_t algorithm) {
 const Format* findFormat(uint32_t code);
 const vistrel_algorithm* findAlgorithm(uint32_t code);
 
-// For reasons: "MONO8 (0), MONO16 (1)".
+// For messages: "MONO8 (0), MONO16 (1)".
 std::string formatList(bool colour);
 std::string algorithmList();
 std::string phaseList();

@@ -37,11 +37,11 @@ void checkFormat(const vistrel_frame& f, const vistrel_conversion& c) {
     reject(VISTREL_BAD_FORMAT, kArgument, c.format, "{} frames allow {}",
            vistrel_phase_name(f.phase), formatList(colour));
   if (format->colour() != colour)
-    reject(VISTREL_BAD_FORMAT, kArgument, format->name, "it is for {} frames, this one is {}",
+    reject(VISTREL_BAD_FORMAT, kArgument, format->name, "it is for {} frames; this one is {}",
            colour ? "mono" : "Bayer", vistrel_phase_name(f.phase));
   if (format->bytes_per_sample == 2 && f.bytes_per_sample == 1)
     reject(VISTREL_BAD_FORMAT, kArgument, format->name,
-           "it needs a frame of 2 bytes a sample, this one has 1");
+           "it needs 2 bytes per sample; this frame has 1");
 }
 
 void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
@@ -52,7 +52,7 @@ void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
   const uint32_t bits = workingBits(f, c);
   if (bits > a->max_bits)
     reject(VISTREL_BAD_ALGORITHM, "conversion.algorithm", a->name,
-           "made for {} bits at most, the samples have {}", a->max_bits, bits);
+           "it supports at most {} bits; the samples have {}", a->max_bits, bits);
   if (c.algorithm != VISTREL_EDGE && c.threshold)
     reject(VISTREL_BAD_THRESHOLD, "conversion.threshold", c.threshold,
            "algorithm {} has none; only 0 is allowed", a->name);
@@ -75,7 +75,7 @@ void checkTable(const vistrel_conversion& c, uint32_t bits) {
   checkPointer(c.table, "conversion.table");
   if (bits > 12)
     reject(VISTREL_BAD_REDUCTION, "conversion.reduction", c.reduction,
-           "a table serves 10 to 12 bits, the samples have {}", bits);
+           "a table serves 10 to 12 bits; the samples have {}", bits);
   if (c.table_entries != 1024 && c.table_entries != 1u << bits)
     reject(VISTREL_BAD_TABLE, "conversion.table_entries", c.table_entries,
            "samples of {} bits take {}", bits,
@@ -98,7 +98,7 @@ void checkReduction(const vistrel_frame& f, const vistrel_conversion& c) {
   const uint32_t bits = workingBits(f, c), min = c.reduction == VISTREL_WINDOW_MIDDLE ? 9 : 10;
   if (bits < min)
     reject(VISTREL_BAD_REDUCTION, kArgument, c.reduction,
-           "it needs {} bits or more, the samples have {}", min, bits);
+           "it needs {} bits or more; the samples have {}", min, bits);
   if (c.reduction == VISTREL_TABLE) checkTable(c, bits);
 }
 

@@ -1,4 +1,4 @@
-// Checks of the arguments, each by itself or against one other.
+// Checks of the arguments, each on its own or against one other.
 #pragma once
 
 #include "host/tables.h"
@@ -8,8 +8,8 @@ namespace vistrel::host {
 // The significant bits of a sample after the truncation that the conversion asks for.
 uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
-// Throw Rejection for a bad description of a frame, for an unknown choice, for a black level that
-// the frame's samples cannot have.
+// These throw Rejection: for a bad description of a frame, for an unknown choice, for a black level
+// that the frame's samples cannot have.
 void checkFrame(const vistrel_frame& frame);
 void checkExcess(const vistrel_conversion& conversion);
 void checkBlack(const vistrel_frame& frame, const vistrel_conversion& conversion);

@@ -1,4 +1,4 @@
-// Pixels of three bytes to pixels of four: byte 0 stays as it was, then red, green, blue.
+// Pixels of three bytes to pixels of four: byte 0 keeps its value, then red, green, blue.
 #if defined(VISTREL_ARGB_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_ARGB_INL_H
 #undef VISTREL_ARGB_INL_H

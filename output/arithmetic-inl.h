@@ -16,8 +16,8 @@ inline uint32_t divideByN(uint32_t sum) {
   return N == 1 ? sum : N == 2 ? sum >> 1 : N == 3 ? sum / 3 : sum >> 2;
 }
 
-// quirk: middle-row-taps. In blocks of 3x3 the left tap of the middle row lies one sample further
-// on for green and red.
+// quirk: middle-row-taps. In blocks of 3x3, the left tap of the middle row is one sample too far to
+// the right for green and red.
 template <int N, int channels>
 constexpr size_t tapOffset(int i, int j, int c) {
   return static_cast<size_t>(channels * j + c +
@@ -40,7 +40,7 @@ inline D atMost(uint32_t v, uint32_t ceiling) {
 }
 
 // Rec. 601 luma, summed in this order and truncated.
-// quirk: gray-loses-one. Of pixels whose channels are equal, some come out one lower.
+// quirk: gray-loses-one. Some pixels whose channels are equal come out one lower.
 inline uint32_t luma(uint32_t b, uint32_t g, uint32_t r) {
   return static_cast<uint32_t>((g * 0.587 + r * 0.299) + b * 0.114);
 }

@@ -1,4 +1,4 @@
-// Definition of the binning members in by_name.h: one body, and the list of their instances.
+// Defines the binning members of by_name.h: one body, and the list of its instances.
 #pragma once
 
 #include <type_traits>

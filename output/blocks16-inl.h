@@ -1,5 +1,5 @@
-// Monochrome blocks of 2x2 and 4x4 16-bit samples to bytes. A sample clamped at 1023 first changes
-// no result of 8 bits, and keeps every sum below 32768.
+// Monochrome blocks of 2x2 and 4x4 16-bit samples to bytes. Clamping samples at 1023 first changes
+// no 8-bit result, and keeps every sum below 32768.
 #if defined(VISTREL_BLOCKS16_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_BLOCKS16_INL_H
 #undef VISTREL_BLOCKS16_INL_H
@@ -20,7 +20,7 @@ VISTREL_INLINE Register columnSums(const uint16_t* s, size_t stride, int rows, _
   return sum;
 }
 
-// A register's length of bytes from N times as many 16-bit samples a row.
+// Computes a register of bytes from N times as many 16-bit samples in each of N rows.
 template <int N>
 VISTREL_INLINE Register blockMeans16(const uint16_t* s, size_t stride, __m128i shift) {
   constexpr size_t step = kRegisterBytes / 2;

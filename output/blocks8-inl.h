@@ -1,5 +1,5 @@
-// Blocks of 2x2 to 4x4 bytes: the taps of a channel are brought side by side, so that sums of
-// neighbours, rows, and neighbours again are the sum of a block.
+// Blocks of 2x2 to 4x4 bytes. The taps of a channel are moved next to each other; then sums of
+// neighbours, of rows, and of neighbours again make the sum of a block.
 #if defined(VISTREL_BLOCKS8_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_BLOCKS8_INL_H
 #undef VISTREL_BLOCKS8_INL_H
@@ -15,14 +15,14 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 
 #if VISTREL_SSSE3
 
-// What a group of 16 source bytes yields: kOutputs results from kSource bytes. Blocks of 2 need one
-// pair sum, larger ones two: a result has 16 or 32 bits.
+// A group of 16 source bytes: kSource of them make kOutputs results. Blocks of 2 need one pair sum,
+// so that results have 16 bits; larger ones need two, and results have 32 bits.
 template <int N, int channels>
 struct Taps {
-  static constexpr int kWidth = N == 2 ? 2 : 4;  // bytes of a result's taps, zeros included
+  static constexpr int kWidth = N == 2 ? 2 : 4;  // bytes of a result's taps, padding included
   static constexpr int kOutputs = 16 / kWidth / channels * channels;
   static constexpr int kSource = kOutputs * N;
-  static constexpr bool kRegular = channels == 1 && N != 3;  // already side by side
+  static constexpr bool kRegular = channels == 1 && N != 3;  // taps are neighbours already
 
   alignas(16) uint8_t order[16];
   explicit constexpr Taps(int blockRow) : order() {
@@ -49,7 +49,8 @@ VISTREL_INLINE Register tapSums(const uint8_t* s, size_t stride) {
   return v;
 }
 
-// The blocks of every group, as 16-bit values below 32768; blocks of 3 and 4 in the even ones.
+// The block means of all groups, as 16-bit values below 32768; for blocks of 3 and 4 in the even
+// elements.
 template <int N, int channels>
 VISTREL_INLINE Register blockMeans(const uint8_t* s, size_t stride) {
   const Register sums = tapSums<N, channels, 0>(s, stride);
@@ -69,8 +70,8 @@ VISTREL_INLINE void storeOutputs(uint8_t* d, __m128i means) {
   }
 }
 
-// Results from the row's start, as many as can be had without a byte beyond either row. Returns
-// their number of pixels.
+// Computes results from the start of the row, as far as it can without touching a byte beyond
+// either row. Returns the number of pixels.
 template <int N, int channels>
 VISTREL_INLINE size_t binBlocks8(const uint8_t* s, size_t stride, uint8_t* d, size_t width) {
   using Taps = Taps<N, channels>;

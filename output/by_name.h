@@ -1,5 +1,5 @@
-// Only tests call these functions, by name: one for each binning factor, pack and source, and the
-// table that can take the place of their source. The library itself writes rows by RowWriter.
+// Only tests call these functions, by name: one for each binning factor, pack and source, and a
+// table that can replace the source. The library itself writes rows with RowWriter.
 #pragma once
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 
 namespace vistrel::core {
 
-// Takes the place of a pointer to samples: element i is the table's byte for sample i.
+// Replaces a pointer to samples: element i is the table's byte for sample i.
 struct CLutTransform {
   const uint8_t* pLut;
   const uint16_t* pSrc;
@@ -23,10 +23,10 @@ struct CLutTransform {
   CLutTransform operator+(size_t n) const { return {pLut, pSrc + n, nShift}; }
 };
 
-// A binning member: shifts each sample right, sums blocks of N x N, divides by N and clamps.
-// Source is const uint8_t*, const uint16_t* or CLutTransform. nStride counts samples for mono and
-// gray, pixels for BGR and ARGB; the 1x1 gray member ignores it: its rows lie 3 * (nWidth + 4)
-// samples apart.
+// A binning member: shifts each sample right, sums blocks of N x N, divides by N and clamps. Source
+// is const uint8_t*, const uint16_t* or CLutTransform. nStride counts samples for mono and gray,
+// pixels for BGR and ARGB. The 1x1 gray member ignores it: its rows are 3 * (nWidth + 4) samples
+// apart.
 #define VISTREL_BINNING_MEMBER(name)                                                 \
   template <class Source, class Sample>                                              \
   void name(Source source, uint32_t nStride, uint32_t nSrcBits, Sample* destination, \

@@ -8,7 +8,7 @@ namespace vistrel::core {
 
 namespace {
 
-// How a colour format is written. A channel has nDstBits / divisor bits.
+// How to write a colour format. A channel has nDstBits / divisor bits.
 struct Format {
   Pack pack;
   bool is16Bit;

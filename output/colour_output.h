@@ -1,4 +1,4 @@
-// Chooses how a colour image is written, by its layout, format, binning and table.
+// Chooses how to write a colour image, by its layout, format, binning and table.
 #pragma once
 
 #include <cstdint>
@@ -28,7 +28,7 @@ class ColourOutput {
   // True if rows of the result are unchanged image rows.
   bool copiesRows() const { return followsRows_ && writer_.copies(); }
 
-  // False if some bytes of the result keep the values that the caller left there.
+  // False if some bytes of the result keep the caller's values.
   bool writesEveryByte() const { return writesEveryByte_; }
 
   size_t rowBytes() const { return writer_.rowBytes(); }
@@ -51,7 +51,7 @@ class ColourOutput {
   size_t strideOf(Pack pack) const;
 
   uint32_t width_, binning_;
-  WorkLayout layout_;  // of the image
+  WorkLayout layout_;  // the layout of the image
   bool followsRows_ = false;
   bool writesEveryByte_ = true;
   RowWriter writer_;

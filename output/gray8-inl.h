@@ -1,6 +1,6 @@
-// Luma of bytes, a register of pixels at a time. 1000 times the exact luma is an integer; only
-// where 1000 divides it does the rounding of the sum in double precision decide, so there, and
-// nowhere else, that sum is formed.
+// Luma of bytes, a register of pixels at a time. 1000 times the exact luma is an integer. The
+// rounding of the sum in double precision matters only if 1000 divides it, so that sum is computed
+// only there.
 #if defined(VISTREL_GRAY8_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_GRAY8_INL_H
 #undef VISTREL_GRAY8_INL_H
@@ -21,9 +21,9 @@ alignas(16) constexpr uint8_t kGreenRed[16] = {1, 0x80, 2, 0x80, 4,  0x80, 5,  0
 alignas(16) constexpr uint8_t kBlueOnly[16] = {0, 0x80, 0x80, 0x80, 3, 0x80, 0x80, 0x80,
                                                6, 0x80, 0x80, 0x80, 9, 0x80, 0x80, 0x80};
 
-struct FourLumas {  // of every group
-  Register luma;    // in 32 bits each
-  Register exact;   // all ones where 1000 divides
+struct FourLumas {  // in each group
+  Register luma;    // 32 bits each
+  Register exact;   // all ones where 1000 divides the sum
 };
 
 VISTREL_INLINE FourLumas lumas(const uint8_t* bgr) {
@@ -41,7 +41,8 @@ VISTREL_INLINE FourLumas lumas(const uint8_t* bgr) {
   return {luma, VISTREL_OP(cmpeq_epi32)(back, thousandfold)};
 }
 
-// Pixels from the row's start, as many as can be read without a byte beyond the row.
+// Computes pixels from the start of the row, as far as it can without reading a byte beyond it.
+// Returns their number.
 VISTREL_INLINE size_t grayBytes(const uint8_t* bgr, uint8_t* d, size_t width) {
   constexpr size_t step = 4 * kGroups;
   size_t x = 0;

@@ -1,4 +1,4 @@
-// Samples through a table of 1024 bytes.
+// Maps samples through a table of 1024 bytes.
 #if defined(VISTREL_MAP_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_MAP_INL_H
 #undef VISTREL_MAP_INL_H
@@ -11,7 +11,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// The table's index of n samples, at most its last one.
+// The table indices of n samples, limited to the last entry.
 inline void tableIndices(const uint16_t* __restrict s, uint16_t* __restrict index, size_t n,
                          uint32_t shift) {
   size_t i = 0;
@@ -23,15 +23,15 @@ inline void tableIndices(const uint16_t* __restrict s, uint16_t* __restrict inde
   for (; i < n; ++i) index[i] = atMost<uint16_t>(uint32_t{s[i]} >> shift, 1023);
 }
 
-// The entries of eight samples, the first in the lowest byte. They are joined as a tree: a chain of
-// shifts would take longer than the look-ups.
+// The entries of eight samples, the first in the lowest byte. They are joined as a tree, since a
+// chain of shifts would take longer than the look-ups.
 VISTREL_INLINE uint64_t eightEntries(const uint16_t* index, const uint8_t* table) {
   const auto entry = [=](int i) { return uint64_t{table[index[i]]} << (8 * i); };
   return ((entry(0) | entry(1)) | (entry(2) | entry(3))) |
          ((entry(4) | entry(5)) | (entry(6) | entry(7)));
 }
 
-// Indices are formed many at a time, so that the look-ups alone are done one by one.
+// Computes many indices at a time, so that only the look-ups run one by one.
 inline void mapSamples(const uint16_t* __restrict s, uint8_t* __restrict d, size_t n,
                        const uint8_t* __restrict table, uint32_t shift) {
   constexpr size_t tile = 512;

@@ -51,7 +51,7 @@ void Image16BitGrayScale(const uint16_t* pSrc, uint32_t nImgWidth, uint32_t, uin
                          uint16_t* pDst, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
                          uint32_t nRoiHeight, uint32_t nDstBits, uint32_t nBinning,
                          uint32_t nLutMode) {
-  // quirk: nine-bit-window. Only a 9-bit result has a window, and it moves by one bit.
+  // quirk: nine-bit-window. Only 9-bit results have a window, and it moves by one bit.
   const uint32_t nShiftAdjust = nDstBits == 9 && nLutMode != 0;
   const uint16_t* p = regionStart(pSrc, nImgWidth, nRoiX, nRoiY, nBinning);
   reduceMono(nBinning, p, nImgWidth, reductionOf<uint16_t>(nSrcBits, nDstBits, nShiftAdjust), pDst,

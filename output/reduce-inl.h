@@ -1,4 +1,4 @@
-// Sample by sample, with no binning: every channel is treated alike.
+// Reduces single samples, without binning: all channels are treated alike.
 #if defined(VISTREL_REDUCE_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_REDUCE_INL_H
 #undef VISTREL_REDUCE_INL_H

@@ -23,7 +23,7 @@ bool keepsSamples(Depth depth, Reduction by) {
 
 RowWriter::RowWriter(Pack pack, Depth depth, unsigned binning, size_t stride, size_t width,
                      Reduction reduction)
-    : row_(rowTable().row[static_cast<int>(pack)][static_cast<int>(depth)][binning - 1]),
+    : row_(rowKernels().row[static_cast<int>(pack)][static_cast<int>(depth)][binning - 1]),
       binning_(binning), stride_(stride), width_(width), sourcePixel_(pack == Pack::mono ? 1 : 3),
       sourceSample_(depth == Depth::from8to8 ? 1 : 2), pixelBytes_(bytesPerPixel(pack, depth)),
       reduction_(reduction), copies_(binning == 1 && (pack == Pack::mono || pack == Pack::bgr) &&
@@ -32,7 +32,7 @@ RowWriter::RowWriter(Pack pack, Depth depth, unsigned binning, size_t stride, si
 RowWriter::RowWriter(Pack pack, unsigned binning, size_t stride, size_t width, const uint8_t* table,
                      uint32_t tableShift)
     : RowWriter(pack, Depth::from8to8, binning, stride, width, {0, 255}) {
-  map_ = rowTable().map;
+  map_ = rowKernels().map;
   table_ = table;
   tableShift_ = tableShift & 31;
   sourceSample_ = 2;

@@ -1,4 +1,4 @@
-// Writes rows of output pixels: kernel, strides, reduction, table.
+// Writes rows of output pixels: the kernel, its strides, the reduction, the table.
 #pragma once
 
 #include "output/rows.h"
@@ -15,8 +15,8 @@ class RowWriter {
   RowWriter(Pack pack, Depth depth, unsigned binning, size_t stride, size_t width,
             Reduction reduction);
 
-  // For a source of 16-bit samples that are mapped first: each is shifted right by `tableShift`,
-  // then replaced by its entry of `table`.
+  // For a source of 16-bit samples to map first: each is shifted right by `tableShift`, then
+  // replaced by its entry in `table`.
   RowWriter(Pack pack, unsigned binning, size_t stride, size_t width, const uint8_t* table,
             uint32_t tableShift);
 
@@ -35,8 +35,8 @@ class RowWriter {
  private:
   void mapped(const uint16_t* source, uint8_t* destination, size_t n) const;
 
-  RowFunction row_ = nullptr;
-  MapFunction map_ = nullptr;
+  RowKernel row_ = nullptr;
+  MapKernel map_ = nullptr;
   const uint8_t* table_ = nullptr;
   uint32_t tableShift_ = 0;
   unsigned binning_ = 1;

@@ -1,5 +1,5 @@
-// The arithmetic of the output, one row of pixels at a time: plain here, and where it pays in
-// registers, from the row's start as far as they reach.
+// The kernels that write one row of output pixels. Where it pays, they process most of the row in
+// registers, from its start; a plain loop does the rest.
 #if defined(VISTREL_ROWS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_ROWS_INL_H
 #undef VISTREL_ROWS_INL_H
@@ -18,7 +18,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// The samples of a row's blocks, channel by channel.
+// Bins the samples of a row's blocks, channel by channel.
 template <int N, int channels, class T, class D>
 void binRow(const T* __restrict s, size_t stride, D* __restrict d, size_t width, Reduction by) {
   size_t x = 0;
@@ -55,7 +55,7 @@ void bgrRow(const void* source, size_t stride, void* destination, size_t width, 
   packedRow<N, 3, T, D>(source, stride, destination, width, by);
 }
 
-// By way of BGR, a few pixels at a time.
+// Converts to BGR first, a few pixels at a time.
 template <int N, class T>
 void argbRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
   const T* s = static_cast<const T*>(source);
@@ -96,7 +96,7 @@ void grayRow(const void* source, size_t stride, void* destination, size_t width,
     VISTREL_BINNINGS(row, uint8_t, uint8_t), VISTREL_BINNINGS(row, uint16_t, uint8_t), \
         VISTREL_BINNINGS(row, uint16_t, uint16_t)                                      \
   }
-const RowTable kRows = {
+const RowKernels kRowKernels = {
     {VISTREL_DEPTHS(monoRow),
      VISTREL_DEPTHS(bgrRow),
      {VISTREL_BINNINGS(argbRow, uint8_t), VISTREL_BINNINGS(argbRow, uint16_t), {}},

@@ -8,6 +8,6 @@
 
 namespace vistrel::core {
 
-const RowTable& rowTable() { return *VISTREL_BY_LEVEL(kRows); }
+const RowKernels& rowKernels() { return *VISTREL_BY_LEVEL(kRowKernels); }
 
 }  // namespace vistrel::core

@@ -1,4 +1,4 @@
-// Row kernels of the output: each writes one row of output pixels from the N source rows of its
+// The kernels of the output: each writes one row of output pixels from the N source rows of its
 // blocks. They are compiled once for each instruction-set level.
 #pragma once
 
@@ -33,19 +33,19 @@ constexpr Reduction reductionOf(uint32_t nSrcBits, uint32_t nDstBits, uint32_t n
 
 // source points to the first sample of the row's first block. stride: distance between two source
 // rows, in samples. width: output pixels.
-using RowFunction = void (*)(const void* source, size_t stride, void* destination, size_t width,
-                             Reduction reduction);
+using RowKernel = void (*)(const void* source, size_t stride, void* destination, size_t width,
+                           Reduction reduction);
 
 // Maps n samples through a table of 1024 bytes, indexed by sample >> shift.
-using MapFunction = void (*)(const uint16_t* source, uint8_t* destination, size_t n,
-                             const uint8_t* table, uint32_t shift);
+using MapKernel = void (*)(const uint16_t* source, uint8_t* destination, size_t n,
+                           const uint8_t* table, uint32_t shift);
 
-struct RowTable {
-  RowFunction row[kPacks][kDepths][kMaxBinning];
-  MapFunction map;
+struct RowKernels {
+  RowKernel row[kPacks][kDepths][kMaxBinning];
+  MapKernel map;
 };
 
 // The kernels of the current level.
-const RowTable& rowTable();
+const RowKernels& rowKernels();
 
 }  // namespace vistrel::core

@@ -1,4 +1,4 @@
-// Reduces samples by a table of 1024 bytes, indexed by the top ten bits of a sample.
+// Reduces samples through a table of 1024 bytes, indexed by the top ten bits of a sample.
 #pragma once
 
 #include <cstdint>
@@ -7,11 +7,11 @@ namespace vistrel::core {
 
 constexpr unsigned kTableEntries = 1024;
 
-// Whether nLutMode keeps eight consecutive bits of a sample; every other value is a table.
+// Whether nLutMode keeps eight consecutive bits of a sample; all other values select a table.
 constexpr bool isWindow(uint32_t nLutMode) { return nLutMode <= 2; }
 
-// Fills pTable by nLutMode: 3..7 a predefined curve; 10 the user table, of which every
-// 2^nUserShift-th entry is read. Unknown modes give a table of zeros.
+// Fills pTable as nLutMode specifies: 3..7 a predefined curve; 10 the user table, of which it reads
+// every 2^nUserShift-th entry. Unknown modes give a table of zeros.
 void Create10To8BitLUT(uint8_t* pTable, uint32_t nLutMode, const uint16_t* pUserLut,
                        int32_t nUserShift);
 

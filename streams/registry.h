@@ -1,4 +1,4 @@
-// The table of streams: the caller's id, the work buffer and the look-up table of each.
+// The table of streams: the id, the work buffer and the look-up table of each.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@ constexpr unsigned kStreams = 128;
 constexpr uint32_t kFreeSlot = 0xFFFFFFFF;
 constexpr unsigned kUserTableEntries = 4096;
 
-// Slot kStreams stands for all unknown ids. Its work buffer is always null. They share its user
-// table, which load and unload leave alone.
+// Slot kStreams stands for all unknown ids. Its work buffer is always null. Unknown ids share its
+// user table, which loading and unloading the driver leave unchanged.
 extern uint16_t* g_pwBGRBuff[kStreams + 1];
 extern size_t g_anBGRBytes[kStreams + 1];  // sizes of the work buffers
 extern uint32_t g_anIDs[kStreams];

@@ -1,4 +1,4 @@
-// Small builders of frames, and a destination that shows what a call left alone.
+// Small builders of frames, and a destination that shows what a call left unchanged.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -45,8 +45,8 @@ std::vector<T> painted(uint32_t width, uint32_t height, Value value) {
   return frame;
 }
 
-// A destination between two margins. Every byte is 0x55 at first; the first sample lies at an
-// address that suits no vector, and with an odd margin no word either.
+// A destination between two margins. Every byte is 0x55 at first. The first sample lies at an
+// address that suits no vector and, with an odd margin, no 16-bit sample either.
 template <class T, int kMargin = 67>
 class Canvas {
  public:

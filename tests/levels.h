@@ -15,7 +15,7 @@ inline void PrintTo(Level level, std::ostream* out) { *out << nameOf(level); }
 
 namespace vistrel::core::test {
 
-// Steers the library to one level, and back to where it was.
+// Sets the library's level, and restores the previous one.
 class LevelScope {
  public:
   explicit LevelScope(Level level) {
@@ -44,7 +44,7 @@ class AtEveryLevel : public ::testing::TestWithParam<Level> {
 
 }  // namespace vistrel::core::test
 
-// Declares a suite whose TEST_P cases run once a level.
+// Declares a suite whose TEST_P cases run once at each level.
 #define VISTREL_LEVEL_SUITE(Suite)                                                                \
   class Suite : public ::vistrel::core::test::AtEveryLevel {};                                    \
   INSTANTIATE_TEST_SUITE_P(Every, Suite, ::testing::ValuesIn(::vistrel::core::supportedLevels()), \

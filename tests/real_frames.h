@@ -1,4 +1,4 @@
-// Real frames, where they are at hand.
+// Real frames, if there are any.
 #pragma once
 
 #include <algorithm>
@@ -44,7 +44,7 @@ inline FrameName frameNameOf(const std::string& stem) {
           end == std::string::npos ? "mono" : stem.substr(end + 2)};
 }
 
-// The files in a folder of the test data, sorted; none where there is no such folder.
+// The files in a folder of the test data, sorted; none if there is no such folder.
 inline std::vector<std::filesystem::path> framesIn(const std::string& folder) {
   const char* data = std::getenv("VISTREL_DATA");
   const std::filesystem::path path = std::filesystem::path(data ? data : VISTREL_DATA) / folder;

@@ -87,7 +87,7 @@ void checkIsFolder(const fs::path& path) {
   if (isFolder(path)) return;
   std::error_code error;
   if (fs::exists(path, error))
-    throwError(kUsage, "-o {}: a folder is expected, this is a file", path.string());
+    throwError(kUsage, "-o {}: a folder is expected; this is a file", path.string());
   throwError(kInputOutput, "-o {}: there is no such folder", path.string());
 }
 

@@ -22,9 +22,9 @@ constexpr const char* kBenchExamples = R"(Examples:
   vistrel bench
   vistrel bench rose.pgm --phase rggb --bits 12 -a bilinear -a ahd --rounds 25
 
-Every algorithm converts the frame to BGR of 8 bits per sample, with every
-instruction set level of this machine: once per round, on one thread, all checks
-included. The table shows nanoseconds per pixel: the fastest of all rounds, and
+Converts the frame by every algorithm to BGR of 8 bits per sample, at every
+instruction set level of this machine: once per round, on one thread, with all
+checks. The table shows nanoseconds per pixel: the fastest of all rounds, and
 the median. If the frame has more bits than an algorithm supports, its lowest
 bits are dropped first. The default frame is the test scene: 1024x768, 8 bits.)";
 

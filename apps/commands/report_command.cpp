@@ -19,13 +19,13 @@ namespace {
 constexpr const char* kReportExamples = R"(Example:
   vistrel report --reference kodak/*.png -o . --json scores.json
 
-Every reference image is sampled as sensors of the four Bayer phases would,
-demosaiced by every algorithm and compared with the result. CPSNR is
-10 log10(255^2 / E), where E is the squared error averaged over all pixels and
-channels; SSIM is the mean over the channels (Gaussian window of 11 x 11,
-standard deviation 1.5). Ten pixels at each border are excluded. Both are means
-over the phases; ns/pixel is the fastest of twelve conversions, three in each
-phase, on one thread.)";
+Samples every reference image as sensors of the four Bayer phases would,
+demosaics the samples by every algorithm, and compares the results with the
+reference image. CPSNR is 10 log10(255^2 / E), where E is the squared error
+averaged over all pixels and channels; SSIM is the mean over the channels
+(Gaussian window of 11 x 11, standard deviation 1.5). Ten pixels at each border
+are excluded. Both are means over the phases; ns/pixel is the fastest of twelve
+conversions, three in each phase, on one thread.)";
 
 constexpr const char* kPlotName = "report.png";
 

@@ -64,7 +64,7 @@ Algorithm parseAlgorithm(std::string_view option, std::string_view text) {
   if (!algorithm) throwError(kUsage, "{} {}: {} are allowed", option, text, algorithmNames());
   if (colon == text.npos) return *algorithm;
   if (!hasThreshold(*algorithm->row))
-    throwError(kUsage, "{} {}: {} takes no threshold, only edge does", option, text,
+    throwError(kUsage, "{} {}: {} takes no threshold; only edge does", option, text,
                algorithm->row->name);
   const char* const end = text.data() + text.size();
   const auto [rest, error] = std::from_chars(&text[colon] + 1, end, algorithm->threshold);

@@ -62,11 +62,11 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   const Algorithm chosen = algorithm.value_or(algorithmAt(0));
   const vistrel_algorithm& a = *chosen.row;
   if (!mono && !reduced && frame.bits > a.max_bits)
-    throwError(
-        kRejected,
-        "--algorithm {}: supports at most {} bits, the frame has {}; --depth reduce10 drops the "
-        "lowest bits first",
-        a.name, a.max_bits, frame.bits);
+    throwError(kRejected,
+               "--algorithm {}: supports at most {} bits, but the frame has {}; --depth reduce10 "
+               "drops the "
+               "lowest bits first",
+               a.name, a.max_bits, frame.bits);
   vistrel_conversion c = defaultConversion(frame);
   c.format = formatOf(*this, mono);
   c.algorithm = a.code;

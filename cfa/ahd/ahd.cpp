@@ -19,7 +19,7 @@ AhdBoundaries boundariesOf(const CfaRows<T>& frame, CfaRect roi) {
   return b;
 }
 
-// Half rows from an odd column on: what was odd is even.
+// Moves the beginning of half rows to `column`. If it is odd, odd columns become even ones.
 template <class T>
 void moveTo(int column, const T* (&halves)[2]) {
   const T* const even = halves[column & 1] + column / 2;
@@ -53,7 +53,7 @@ void AhdStrip<T>::store(int y, int x, int xEnd, RowSink<T>& sink) {
     moveTo(column, image->opposite);
   }
   moveTo(column, rows.choice);
-  // Kernels store blue first.
+  // The kernels store blue first.
   const Mosaic mosaic = images_.mosaic().from(column, 0);
   kernels_.pixels->ofRow(redLast_ ? mosaic : mosaic.exchanged(), y)(
       rows, static_cast<size_t>(xEnd - x), sink);
@@ -65,7 +65,7 @@ AhdRegion<T>::AhdRegion(const CfaRows<T>& frame, CfaRect roi, const AhdSettings&
     : roi_(roi), inner_(boundariesOf(frame, roi)),
       strip_(frame, left(), end() - left(), settings, arena) {}
 
-// The right band may begin to the left of the region: its choice runs from there.
+// The right band may begin to the left of the region; its running choice starts there.
 template <class T>
 int AhdRegion<T>::left() const {
   return inner_.y0 < inner_.yEnd ? std::min(roi_.x, inner_.xEnd) : roi_.x;

@@ -1,5 +1,5 @@
-// Adaptive homogeneity-directed demosaicing of a region. It is cut into five rectangles, of which
-// each begins its running choice anew.
+// Adaptive homogeneity-directed demosaicing of a region. The region is cut into five rectangles;
+// each restarts its running choice.
 #pragma once
 
 #include "cfa/ahd/choice.h"
@@ -8,22 +8,22 @@
 
 namespace vistrel::core {
 
-constexpr int kAhdReach = 5;  // rows and columns that a pixel depends on, on either side
+constexpr int kAhdReach = 5;  // rows and columns on each side that a pixel depends on
 
 struct AhdSettings {
-  int shift = 0;         // samples are scaled up by it, and down again when stored
-  bool redLast = false;  // in a pixel; else it is the first sample
+  int shift = 0;         // scales samples up, and back down when they are stored
+  bool redLast = false;  // in a pixel; otherwise red is the first sample
   Level level = currentLevel();
 };
 
-// Columns of a frame, row by row.
+// Columns of a frame, converted row by row.
 template <class T>
 class AhdStrip {
  public:
-  // x, width: of the strip.
+  // x, width: the strip's columns.
   AhdStrip(const CfaRows<T>& frame, int x, int width, const AhdSettings& settings, Arena& arena);
 
-  // Makes rows of a rectangle of the strip. restart(y, choice): restarts the choice of row y.
+  // Makes rows of a rectangle of the strip. restart(y, choice) restarts the choice of row y.
   template <class Restart>
   auto sweep(ImageSink<T>& image, CfaRect rect, RowInterval rows, Restart restart) {
     return Sweep(rows, kUnbounded, stage(0, [this](int y) { images_.load(y); }),
@@ -50,9 +50,9 @@ class AhdStrip {
   AhdChoice<T> choice_;
 };
 
-// Where the rectangles meet. The inner one has a margin of the reach to the frame's edges, begins
-// at a red site and has even sides; above and below it lie bands of the region's width, beside it
-// the left and the right band.
+// The boundaries of the rectangles. The inner one stays kAhdReach away from the frame's edges,
+// begins at a red site and has even sides. Above and below it lie bands of the region's width, on
+// its sides the left and the right band.
 struct AhdBoundaries {
   int x0, y0, xEnd, yEnd;  // the inner rectangle; its size may be negative
 };
@@ -60,10 +60,10 @@ struct AhdBoundaries {
 template <class T>
 class AhdRegion {
  public:
-  // roi: clipped to the frame, not empty.
+  // roi must be clipped to the frame and not empty.
   AhdRegion(const CfaRows<T>& frame, CfaRect roi, const AhdSettings& settings, Arena& arena);
 
-  // Makes rows of the roi, which are counted as the frame's.
+  // Makes rows of the roi; rows are numbered as in the frame.
   auto sweep(ImageSink<T>& image, RowInterval rows) {
     return strip_.sweep(image, roi_, rows,
                         [this](int y, const AhdChoice<T>& choice) { restart(y, choice); });

@@ -22,7 +22,8 @@ void ahdScale(T* half, size_t n, int shift) {
     store(half + k, (load(half + k) & kept) << (shift & 15));
 }
 
-// Green at the red or blue sites of a row, and by how much these differ from it, in both images.
+// Green at the red or blue sites of a row, and the differences of the sensed samples to it, in both
+// images.
 template <class T, int parity>
 void ahdGreen(const HalfRowWindow<T, 2>& mosaic, size_t n, const AhdGreen<T>& alongRow,
               const AhdGreen<T>& alongColumn) {
@@ -43,7 +44,7 @@ void ahdGreen(const HalfRowWindow<T, 2>& mosaic, size_t n, const AhdGreen<T>& al
   }
 }
 
-// Differences of red and blue sites, seen from sites of one column parity.
+// Reads differences of red and blue sites, relative to sites of one column parity.
 template <class T, int parity>
 struct DifferenceTap {
   const Widened<T>* const (&rows)[3];
@@ -61,7 +62,7 @@ VISTREL_INLINE void storeAt(const LumaChroma<T>& to, size_t k, const LumaChromaO
   store(to.v + k, of.v);
 }
 
-// Red and blue of a row of one image, by the differences of sensed colours to its green.
+// Red and blue of a row of one image, from its green and the differences of sensed colours.
 template <class T, int greenParity, bool redRow>
 void ahdColours(const AhdSensed<T>& source, size_t n, const AhdColours<T>& result) {
   constexpr int g = greenParity, c = 1 - greenParity;
@@ -99,7 +100,7 @@ void ahdScores(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v, size_
   }
 }
 
-// Sums of 3x3 scores, less the fours. rows: three rows of two halves.
+// Sums of 3x3 scores, minus nine times 4. rows: three rows of two halves.
 template <class T>
 void ahdSums(const T* const (&rows)[3][2], size_t n, int8_t* __restrict even,
              int8_t* __restrict odd, T* __restrict evenColumns, T* __restrict oddColumns) {
@@ -113,7 +114,8 @@ void ahdSums(const T* const (&rows)[3][2], size_t n, int8_t* __restrict even,
   }
 }
 
-// From the image along columns where the choice is all ones, else from the one along rows.
+// Takes pixels from the image along columns where the choice is all ones, otherwise from the image
+// along rows.
 struct FillChosen {
   template <class T>
   VISTREL_INLINE static Vec<T> chosen(const T* h, const T* v, const T* choice, size_t k) {

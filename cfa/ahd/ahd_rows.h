@@ -1,4 +1,4 @@
-// What the row kernels of adaptive homogeneity-directed demosaicing read and make.
+// The input and output of the row kernels of adaptive homogeneity-directed demosaicing.
 #pragma once
 
 #include <type_traits>
@@ -9,11 +9,11 @@
 
 namespace vistrel::core {
 
-// Of a row's red or blue sites, in one image.
+// Green at a row's red or blue sites, in one image.
 template <class T>
 struct AhdGreen {
   T* green;
-  Widened<T>* difference;  // of the sensed colour to it
+  Widened<T>* difference;  // the sensed sample minus green
 };
 
 // Luma and chroma of a half row.
@@ -22,14 +22,14 @@ struct LumaChroma {
   Widened<T>*y, *u, *v;
 };
 
-// The kernels read these from memory: of constants g++ makes shifts and additions, which take
-// twice as long as products.
+// The kernels read the weights from memory: g++ turns products with constants into shifts and
+// additions, which take twice as long.
 template <class T>
 struct LumaChromaWeights {
   std::make_unsigned_t<Widened<T>> w220 = 220, w112 = 112, w66 = 66, w38 = 38, w25 = 25, w18 = 18;
 };
 
-// Three rows by two halves.
+// Three rows of two half rows each.
 template <class T>
 struct LumaChromaWindow {
   LumaChroma<T> row[3][2];
@@ -40,31 +40,31 @@ struct LumaChromaWindow {
 // The two images: green along rows, and along columns.
 enum AhdImage : unsigned { kAlongRow, kAlongColumn, kAhdImages };
 
-// What the colours of a row of one image are made of.
+// The input for the colours of a row of one image.
 template <class T>
 struct AhdSensed {
-  const T* own;                      // its red or blue sites
+  const T* own;                      // the row's red or blue sites
   const T* green[2];                 // by column parity
-  const Widened<T>* differences[3];  // of the row above, this one, the row below
+  const Widened<T>* differences[3];  // of the row above, this row, the row below
   const LumaChromaWeights<T>* weights;
 };
 
-// What they come to: at green sites the colour of this row and the one of the rows above and
-// below, at the other sites the colour that they do not sense; luma and chroma by column parity.
+// The results: at green sites the colour of this row and the colour of the rows above and below; at
+// the other sites the colour that they do not sense; luma and chroma by column parity.
 template <class T>
 struct AhdColours {
   T *along, *across, *opposite;
   LumaChroma<T> lumaChroma[2];
 };
 
-// A row of one of the two images, by column parity. own: the colour that the row senses beside
+// A row of one of the two images, by column parity. own: the colour that the row senses besides
 // green.
 template <class T>
 struct ImageHalves {
   const T *own[2], *green[2], *opposite[2];
 };
 
-// A row of both images, and which of them each pixel comes from. shift: on the way out.
+// A row of both images, and the choice between them for each pixel. shift: scales results down.
 template <class T>
 struct ChosenRows {
   ImageHalves<T> h, v;
@@ -72,8 +72,8 @@ struct ChosenRows {
   int shift;
 };
 
-// What each level compiles. Pairs are by the column parity that they work at; colours by that of
-// the green sites, and by whether the row's other sites are red.
+// The kernels of a level. Pairs are indexed by the column parity of their sites; `colours` is
+// indexed by the column parity of the green sites, then by whether the row's other sites are red.
 template <class T>
 struct AhdKernels {
   void (*split)(const T* source, size_t columns, T* even, T* odd);

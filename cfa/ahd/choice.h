@@ -1,4 +1,4 @@
-// From which of the two images each pixel of a row is taken.
+// Chooses the image that each pixel of a row is taken from.
 #pragma once
 
 #include "cfa/ahd/reconstruction.h"
@@ -14,7 +14,7 @@ class AhdChoice {
         scoreColumns_(1, 2, columns, arena), sums_(1, 2, columns, arena),
         choice_(1, 2, columns, arena) {}
 
-  // How many more neighbours of a pixel look alike in one image than in the other.
+  // Computes how many more neighbours of a pixel are similar in one image than in the other.
   void score(int y) const {
     const LumaChromaWindow<T> h = images_.lumaChroma(kAlongRow, y);
     const LumaChromaWindow<T> v = images_.lumaChroma(kAlongColumn, y);
@@ -22,7 +22,7 @@ class AhdChoice {
       kernels_.scores[p](h, v, images_.halfSize(), scores_.half(slot(y), p));
   }
 
-  // Sums of the scores of rows y - 1 .. y + 1.
+  // Sums the scores of rows y - 1 .. y + 1.
   void sum(int y) const {
     const T* rows[3][2];
     for (int dy = -1; dy <= 1; ++dy)
@@ -31,7 +31,7 @@ class AhdChoice {
                   scoreColumns_.half(0, 0), scoreColumns_.half(0, 1));
   }
 
-  // The running choice of the row just summed begins anew in column x: there a tie is the image
+  // Restarts the running choice of the row just summed at column x: a tie there chooses the image
   // along rows.
   void restartAt(int x) const {
     const int i = x - first_;
@@ -39,7 +39,7 @@ class AhdChoice {
     if (sum == 0) sum = 1;
   }
 
-  // All ones where the image along columns is taken, by column parity.
+  // Computes the choice by column parity: all ones where the image along columns is taken.
   void run() const;
   const T* half(unsigned parity) const { return choice_.half(0, parity); }
 

@@ -4,11 +4,11 @@ namespace vistrel::core {
 
 namespace {
 
-// Of an image's half rows among the colours.
+// Indices of an image's half rows among the colours.
 constexpr unsigned kAlong = 0, kAcross = 1, kOpposite = 2, kComputed = 3;
 
-// One reflection; in a frame of five rows or columns the farthest sample falls short of it and is
-// the one on the nearest edge.
+// Reflects once. In a frame of five rows or columns, the farthest samples are still outside after
+// that and become those on the edge.
 int mirror(int c, int last) {
   const int reflected = c < 0 ? -c : c > last ? 2 * last - c : c;
   return std::clamp(reflected, 0, last);
@@ -16,7 +16,7 @@ int mirror(int c, int last) {
 
 }  // namespace
 
-// Each ring has as many rows as lie between the making of a row and its last use.
+// Each ring has as many rows as lie between a row's computation and its last use.
 template <class T>
 AhdReconstruction<T>::AhdReconstruction(const CfaRows<T>& frame, int first, size_t columns,
                                         int shift, const AhdKernels<T>& kernels, Arena& arena)
@@ -31,7 +31,7 @@ void AhdReconstruction<T>::load(int y) {
   const T* source = frame_.source.row(mirror(y, frame_.size.height - 1));
   T* const halves[2] = {mosaic_.half(slot(y), 0), mosaic_.half(slot(y), 1)};
   const int lastColumn = frame_.size.width - 1, columns = static_cast<int>(columns_);
-  const int begin = first_ < 0 ? (1 - first_) & ~1 : 0;  // even, inside the frame from here
+  const int begin = first_ < 0 ? (1 - first_) & ~1 : 0;  // even; from here on inside the frame
   const int inside = std::min(columns, lastColumn + 1 - first_);
   const int end = begin + std::max(0, inside - begin) / 2 * 2;
   if (begin < end)

@@ -1,4 +1,4 @@
-// A strip of a frame, rebuilt twice: with green along rows and along columns.
+// A strip of a frame, reconstructed twice: with green along rows and along columns.
 #pragma once
 
 #include "cfa/ahd/ahd_rows.h"
@@ -7,27 +7,26 @@
 
 namespace vistrel::core {
 
-// Both images are functions of the mirrored frame alone, so that one sweep serves every rectangle
-// that the strip holds.
+// Both images depend only on the mirrored frame, so one sweep serves every rectangle in the strip.
 template <class T>
 class AhdReconstruction {
  public:
-  // first, columns: of the strip with all that it reads on either side. shift: samples are scaled
-  // up by it.
+  // first, columns: the strip's columns, including those that it only reads. shift: scales samples
+  // up.
   AhdReconstruction(const CfaRows<T>& frame, int first, size_t columns, int shift,
                     const AhdKernels<T>& kernels, Arena& arena);
 
   void load(int y);
-  void fillGreen(int y);    // of rows y - 2 .. y + 2
-  void fillColours(int y);  // of rows y - 1 .. y + 1
+  void fillGreen(int y);    // from rows y - 2 .. y + 2
+  void fillColours(int y);  // from rows y - 1 .. y + 1
 
   ImageHalves<T> halves(AhdImage image, int y) const;
   LumaChromaWindow<T> lumaChroma(AhdImage image, int y) const;
 
-  // Of a row in a ring: not negative from the first row that is loaded on.
+  // The index of row y in a ring; never negative for rows that are loaded.
   static unsigned slot(int y) { return static_cast<unsigned>(y + 16); }
 
-  // As seen from the strip's first column.
+  // The mosaic that begins at the strip's first column.
   Mosaic mosaic() const { return frame_.mosaic.from(first_, 0); }
   size_t halfSize() const { return (columns_ + 1) / 2; }
 

@@ -1,4 +1,4 @@
-// Which of the two images each pixel of a row comes from.
+// Computes the running choice: the image that each pixel of a row comes from.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@
 
 namespace vistrel::core {
 
-// A bit for each of sixteen sums.
+// One bit for each of sixteen sums.
 struct SumBits {
   uint32_t negative, zero;
 
@@ -31,7 +31,7 @@ struct SumBits {
   }
 };
 
-// All ones for each bit that is set, by the value of eight bits.
+// For each value of eight bits: all ones for each bit that is set.
 template <class T>
 constexpr auto kMaskOfBits = [] {
   std::array<std::array<T, 8>, 256> masks{};
@@ -46,8 +46,9 @@ void storeMasks(T* to, uint32_t bits) {
   std::memcpy(to + 8, kMaskOfBits<T>[bits >> 8 & 0xFF].data(), 8 * sizeof(T));
 }
 
-// All ones where the last sum that is not zero, from the left up to a column, is negative. Sixteen
-// pairs of columns at a time: an addition carries a choice along the pairs that are ties.
+// All ones where the last sum that is not zero, from the left up to the column itself, is negative.
+// Works on sixteen pairs of columns at a time: an addition carries a choice along pairs that are
+// ties.
 template <class T>
 void runningChoice(const int8_t* evenSums, const int8_t* oddSums, size_t n, T* even, T* odd) {
   uint32_t before = 0;  // the choice of the column before

@@ -18,7 +18,7 @@ bool NearRegion<T>::hasInterior(int y) const {
   return hasInterior() && frame_.has(y - kReach) && frame_.has(y + kReach);
 }
 
-// Columns from kReach before the interior's first, so that its first is column 0 of element 1.
+// Loads columns from kReach before the interior's first one, which becomes column 0 of element 1.
 template <class T>
 void NearRegion<T>::load(int y) {
   const T* const row = frame_.source.row(y);
@@ -35,7 +35,7 @@ void NearRegion<T>::load(int y) {
   for (T* half : {even, odd}) kernels_.keepBits(half, (columns + 1) / 2, mask);
 }
 
-// The border comes first: then all that lies before a pixel is there when it is made.
+// The border comes first: when a kernel reports a pixel, all before it must be stored.
 template <class T>
 void NearRegion<T>::border(int y, RowSink<T>& sink) const {
   border_.write(y, sink.pixels());
@@ -51,7 +51,7 @@ void NearRegion<T>::interior(int y, RowSink<T>& sink) const {
     return ring_.half(unsigned(row), parity) + kReach / 2;
   });
   sink.skip(static_cast<size_t>(x0_ - roi_.x));
-  // Kernels store blue first; here red comes first.
+  // The kernels store blue, green, red. With an exchanged mosaic they store red, green, blue.
   const Mosaic mosaic = frame_.mosaic.from(x0_, 0).exchanged();
   kernels_.pixels[frame_.rounding.four]->ofRow(mosaic, y)(window, static_cast<size_t>(x1_ - x0_),
                                                           sink);

@@ -1,5 +1,5 @@
-// Nearest neighbours of a region of a frame: whatever lies two pixels and more inside the frame by
-// vector code, the rest by the border.
+// Nearest neighbours in a region of a frame: vector code makes the pixels at least two pixels
+// inside the frame, the border's code makes the others.
 #pragma once
 
 #include "cfa/near/near_border.h"
@@ -10,7 +10,7 @@
 
 namespace vistrel::core {
 
-// What each level compiles. Pixels by the rounding term of means of four.
+// The kernels of a level. `pixels` is indexed by the rounding term of means of four.
 template <class T>
 struct NearKernels {
   void (*split)(const T* source, size_t columns, T* even, T* odd);
@@ -21,10 +21,10 @@ struct NearKernels {
 template <class T>
 class NearRegion {
  public:
-  // roi: clipped to the frame, its origin inside.
+  // roi must be clipped to the frame, with its origin inside.
   NearRegion(const CfaRows<T>& frame, CfaRect roi, Arena& arena, Level level = currentLevel());
 
-  // Makes rows of the roi, which are counted as the frame's.
+  // Makes rows of the roi; rows are numbered as in the frame.
   auto sweep(ImageSink<T>& image, RowInterval rows) {
     return Sweep(rows, {0, frame_.size.height}, stage(0, [this](int y) { load(y); }),
                  stage(kReach, [this, &image](int y) {
@@ -52,7 +52,7 @@ class NearRegion {
   NearBorder<T> border_;
 };
 
-// All of the roi. Writes nothing if an allocation fails.
+// Makes all of the roi. Writes nothing if an allocation fails.
 template <class T>
 void makeNear(const CfaRows<T>& frame, CfaRect roi, ImageSink<T>& image, Level level) {
   withArena([&](Arena& arena) {

@@ -1,4 +1,4 @@
-// The border of a region of nearest neighbours, from rows that come one after the other.
+// The border of a region of nearest neighbours, from rows that arrive one after the other.
 #pragma once
 
 #include "cfa/border.h"
@@ -15,17 +15,17 @@ class NearBorder {
 
   void load(int y, const T* row);
 
-  // Writes what of row y belongs to the border; the rows beside it are loaded.
+  // Writes the border pixels of row y, after the rows next to it have been loaded.
   void write(int y, T* pixels) const;
 
  private:
-  static constexpr int kLines = 3;  // that a strip reads
+  static constexpr int kLines = 3;  // lines that a strip reads
 
   bool atTop(int y) const { return y < kWidth; }
   bool atBottom(int y) const { return y >= frame_.size.height - kWidth; }
   void writeSides(int y, T* pixels) const;
 
-  // Columns of the rows y - 1 .. y + 1: the first three, or the last three.
+  // The first three or the last three columns of rows y - 1 .. y + 1.
   struct Patch {
     T samples[kLines * kLines];
   };
@@ -34,7 +34,7 @@ class NearBorder {
   CfaRows<T> frame_;
   CfaRect roi_;
   T *top_, *bottom_;               // the frame's first and last three rows
-  T ends_[kLines + 1][2][kLines];  // of the last rows
+  T ends_[kLines + 1][2][kLines];  // both ends of the last rows
 };
 
 }  // namespace vistrel::core

@@ -19,7 +19,7 @@ struct RoundedMeans {
   VISTREL_INLINE static V two(V a, V b) {
     return roundedMean(a, b);
   }
-  // The mean of the pair means is one too high where a low bit was lost in either of them and in
+  // The mean of the pairs' means is one too high if a low bit was lost in one of them and again in
   // the last step.
   template <class V>
   VISTREL_INLINE static V four(V a, V b, V c, V d) {
@@ -28,7 +28,7 @@ struct RoundedMeans {
   }
 };
 
-// Truncated, of 16-bit samples below 16384.
+// Truncating means, of 16-bit samples below 16384.
 struct PlainMeans {
   static constexpr bool kWide = false;
   template <class V>
@@ -41,7 +41,7 @@ struct PlainMeans {
   }
 };
 
-// Of 16-bit samples scaled up by one bit: half of the rounding survives.
+// Means of 16-bit samples scaled up by one bit: half of the rounding survives.
 struct HalfRoundedMeans {
   static constexpr bool kWide = true;
   template <class V>
@@ -69,7 +69,7 @@ struct Near {
                   select(smaller(dv, dh) == dv, Means::two(n, s), Means::two(w, e)));
   }
   template <class M>
-  VISTREL_INLINE static auto opposite(M m) {  // there, the colour of the diagonals
+  VISTREL_INLINE static auto opposite(M m) {  // at a red or blue site: the other of the two
     return Means::four(m(-1, -1), m(1, -1), m(-1, 1), m(1, 1));
   }
   template <class M>
@@ -77,7 +77,7 @@ struct Near {
     return Means::two(m(-1, 0), m(1, 0));
   }
   template <class M>
-  VISTREL_INLINE static auto across(M m) {  // there, the colour of the rows above and below
+  VISTREL_INLINE static auto across(M m) {  // at a green site: the colour above and below
     return Means::two(m(0, -1), m(0, 1));
   }
 };

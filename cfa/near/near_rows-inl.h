@@ -1,4 +1,4 @@
-// The row kernels of nearest neighbours inside a frame, where all that the formulas read is there.
+// The row kernels of nearest neighbours inside a frame, where every neighbour exists.
 #if defined(VISTREL_NEAR_ROWS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_NEAR_ROWS_INL_H
 #undef VISTREL_NEAR_ROWS_INL_H

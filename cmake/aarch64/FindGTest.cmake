@@ -1,4 +1,4 @@
-# GoogleTest from the sources that Debian's package brings.
+# GoogleTest, from the sources in Debian's package.
 if(NOT TARGET GTest::gtest)
   add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 endif()

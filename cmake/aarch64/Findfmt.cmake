@@ -1,4 +1,4 @@
-# fmt by its headers alone.
+# fmt, header-only.
 if(NOT TARGET fmt::fmt)
   add_library(fmt::fmt INTERFACE IMPORTED)
   target_compile_definitions(fmt::fmt INTERFACE FMT_HEADER_ONLY)

@@ -7,14 +7,14 @@
 
 namespace vistrel::core {
 
-// An arena without a block hands out null and only counts: whoever takes memory twice in the same
-// way, first so and then from a block of the counted size, needs one allocation.
+// An arena without a block returns null and only counts. Code that takes memory twice in the same
+// way, first to count and then from a block of that size, needs only one allocation.
 class Arena {
  public:
   static constexpr size_t kAlign = 64;
 
   Arena() = default;  // counts
-  // block: aligned to kAlign.
+  // block must be aligned to kAlign.
   explicit Arena(void* block) : block_(static_cast<char*>(block)) {}
 
   // n elements, not initialized.
@@ -33,8 +33,8 @@ class Arena {
   size_t used_ = 0;
 };
 
-// Calls body(arena) with an arena that counts, then with one of memory. The first time it only
-// constructs what takes memory. Returns false if the allocation fails.
+// Calls body(arena) with an arena that counts, then with one that has memory. The first time, body
+// must only construct what takes memory. Returns false if the allocation fails.
 template <class Body>
 bool withArena(Body body) {
   struct Free {

@@ -1,5 +1,5 @@
-// Rows of a mosaic as two half rows, the even and the odd columns apart, so that a formula's
-// neighbour is one unit-stride load. A short ring of them stands for the frame.
+// Rows of a mosaic, each split into two half rows, the even and the odd columns, so that a formula
+// loads every neighbour with unit stride. A ring of a few rows takes the place of the frame.
 //
 //   row       G R G R G R G        element   0 1 2 3
 //   half 0    G   G   G   G                  G G G G
@@ -14,9 +14,9 @@
 
 namespace vistrel::core {
 
-// A ring of `rows` rows of `halves` half rows each. In front of a half row lies one element of
-// guard, behind it one element of guard and slack for vectors that run past the end. All starts as
-// zero: what a vector computes in that slack stays among the values of samples.
+// A ring of `rows` rows of `halves` half rows each. A guard element precedes each half row. Another
+// one follows it, and then slack for vectors that run past the end. Everything starts as zero, so
+// that whatever a vector computes in the slack stays in the range of samples.
 template <class T>
 class HalfRowRing {
  public:
@@ -41,7 +41,7 @@ class HalfRowRing {
 
   unsigned rows_, halves_;
   size_t pitch_;
-  T* block_;  // null where memory is only counted
+  T* block_;  // null while memory is only counted
 };
 
 // Rows y - reach .. y + reach of a plane, each as two halves by column parity.
@@ -50,7 +50,7 @@ struct HalfRowWindow {
   const T* half[2 * reach + 1][2];
 };
 
-// The window round row y. half(row, parity): the half row of that column parity.
+// The window around row y. half(row, parity) returns the half row of that column parity.
 template <int reach, class HalfOf>
 auto windowOf(int y, HalfOf half) {
   using T = std::remove_const_t<std::remove_pointer_t<decltype(half(0, 0u))>>;

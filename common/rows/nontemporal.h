@@ -1,4 +1,4 @@
-// Stores past the caches, for memory that nobody reads soon, and prefetching what is read soon.
+// Non-temporal stores for memory that is not read again soon, and prefetching for memory that is.
 #pragma once
 
 #include <cstddef>
@@ -13,16 +13,16 @@ namespace vistrel::core {
 
 constexpr ptrdiff_t kCacheLine = 64;
 
-// Rows are read in bursts; the next burst's lines are on their way meanwhile. locality: 3 for the
-// nearest cache, 2 for the second one, as the compiler counts.
+// Prefetches a row that is read later, so that its lines arrive in the meantime. locality is the
+// compiler's: 3 for the first-level cache, 2 for the second-level cache.
 template <int locality = 3>
 void prefetchRow(const void* row, size_t bytes) {
   for (size_t i = 0; i < bytes; i += size_t{kCacheLine})
     __builtin_prefetch(static_cast<const char*>(row) + i, 0, locality);
 }
 
-// Fetches a row that is needed soon while another one is being made: all at once, its lines would
-// wait for each other. It goes to the second cache: the nearest one has no space for it.
+// Prefetches a row piece by piece while another row is made: requests for all of it at once would
+// queue up. It goes to the second-level cache, because the first-level cache has no space for it.
 class Prefetcher {
  public:
   Prefetcher() = default;  // fetches nothing
@@ -38,14 +38,14 @@ class Prefetcher {
   size_t bytesAPixel_ = 0;
 };
 
-// Copies a row past the caches while it is being made: each call takes what has become complete.
+// Copies a row with non-temporal stores while the row is made: each call copies what is complete.
 class NonTemporalCopy {
  public:
   NonTemporalCopy() = default;  // copies nothing
   NonTemporalCopy(void* destination, const void* source)
       : d_(static_cast<char*>(destination)), s_(static_cast<const char*>(source)) {}
 
-  // Whole lines of the destination, from source bytes before end.
+  // Copies whole cache lines of the destination, as far as the source bytes before `end` fill them.
   void upTo(const void* end) {
 #if defined(__SSE2__)
     if (!d_) return;
@@ -53,7 +53,7 @@ class NonTemporalCopy {
     const ptrdiff_t head = -reinterpret_cast<intptr_t>(d_) & (kCacheLine - 1);
     if (e - s_ < head + kCacheLine) return;
     if (head > 0) copy(head);
-    char* d = d_;  // copies in registers: for all the compiler knows, a store may change members
+    char* d = d_;  // copies in registers: as far as the compiler knows, a store may change members
     const char* s = s_;
     for (; e - s >= kCacheLine; d += kCacheLine, s += kCacheLine)
       for (ptrdiff_t i = 0; i < kCacheLine; i += ptrdiff_t{sizeof(__m128i)})
@@ -66,7 +66,7 @@ class NonTemporalCopy {
 #endif
   }
 
-  // All source bytes before end.
+  // Copies all source bytes before `end`.
   void finish(const void* end) {
     if (!d_) return;
     upTo(end);

@@ -1,5 +1,5 @@
-// A row of finished pixels from half rows. No site is tested within a row: its green sites all have
-// one column parity, its others are all red or all blue.
+// Stores a row of finished pixels from half rows. No kernel tests sites within a row: its green
+// sites all have the same column parity, and the others are all red or all blue.
 #if defined(VISTREL_PIXEL_KERNELS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_PIXEL_KERNELS_INL_H
 #undef VISTREL_PIXEL_KERNELS_INL_H
@@ -13,14 +13,14 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// A vector's length of a row's half rows, by column parity. own: the colour that the row senses
-// beside green; opposite: the one of the rows above and below.
+// One vector of each half row of a row, by column parity. own: the colour that the row senses
+// besides green; opposite: the colour that the rows above and below sense.
 template <class T>
 struct Halves {
   Vec<T> own[2], green[2], opposite[2];
 };
 
-// Fill::at<T, greenParity>(rows, k) gives the Halves at elements k .. k + kLanes - 1.
+// Fill::at<T, greenParity>(rows, k) returns the Halves at elements k .. k + kLanes - 1.
 template <class T, class Rows, class Fill, int greenParity, bool redRow>
 VISTREL_INLINE void storeBlock(const Rows& rows, size_t k, T* pixels, T* copy) {
   const Halves<T> halves = Fill::template at<T, greenParity>(rows, k);
@@ -50,7 +50,7 @@ void pixelRow(const Rows& source, size_t columns, RowSink<T>& sink) {
   if (copy) std::memcpy(copy + 3 * x, block, rest);
 }
 
-// By column parity of the green sites and by the row's other colour.
+// Indexed by the column parity of the green sites, then by whether the row's other sites are red.
 template <class T, class Rows, class Fill>
 constexpr PixelKernels<T, Rows> kPixelKernels = {
     {{pixelRow<T, Rows, Fill, 0, false>, pixelRow<T, Rows, Fill, 0, true>},

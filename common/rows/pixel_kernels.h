@@ -1,4 +1,4 @@
-// The functions that fill a row of pixels, as every level compiles them.
+// The kernels that store a row of finished pixels, compiled for each level.
 #pragma once
 
 #include <cstddef>
@@ -8,13 +8,13 @@
 
 namespace vistrel::core {
 
-// Rows: the half rows that it reads.
+// Rows: the half rows that the kernel reads.
 template <class T, class Rows>
 using PixelKernel = void (*)(const Rows& rows, size_t columns, RowSink<T>& sink);
 
 template <class T, class Rows>
 struct PixelKernels {
-  // By column parity of the green sites, then by whether the row's other sites are red.
+  // Indexed by the column parity of the green sites, then by whether the row's other sites are red.
   PixelKernel<T, Rows> of[2][2];
 
   PixelKernel<T, Rows> ofRow(const Mosaic& mosaic, int y) const {

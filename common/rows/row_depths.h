@@ -1,4 +1,5 @@
-// Which rows have samples of more than twelve bits. Sums of smaller samples fit lanes of 16 bits.
+// Records which rows have samples of more than twelve bits. Sums of smaller samples fit 16-bit
+// lanes.
 #pragma once
 
 #include <climits>
@@ -6,17 +7,17 @@
 
 namespace vistrel::core {
 
-// Whether samples that have no other bits than these are of twelve bits at most.
+// Whether samples with these bits, and no others, have at most twelve bits.
 constexpr bool isTwelveBits(uint32_t bits) { return bits >> 12 == 0; }
 
 class RowDepths {
  public:
-  // Rows come in ascending order. bits: all that samples of row y have.
+  // Rows come in ascending order. bits: the samples of row y ORed together.
   void loaded(int y, uint32_t bits) {
     if (!isTwelveBits(bits)) lastDeep_ = y;
   }
 
-  // Whether neither row y nor a row loaded after it has a sample of more than twelve bits.
+  // Whether neither row y nor any row loaded later has a sample of more than twelve bits.
   bool areTwelveBitsFrom(int y) const { return lastDeep_ < y; }
 
  private:

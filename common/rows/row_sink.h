@@ -1,4 +1,4 @@
-// Where finished pixels go: one row, and an image of them.
+// Sinks for finished pixels: of one row, and of an image.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,10 @@
 
 namespace vistrel::core {
 
-// Hears of a row's pixels while they are made, a chunk at a time.
+// Is notified of a row's pixels while they are made, a chunk at a time.
 class ChunkListener {
  public:
-  static constexpr size_t kChunk = 256;  // pixels, about
+  static constexpr size_t kChunk = 256;  // pixels, approximately
 
   virtual void written(int y, size_t begin, size_t end) = 0;
 
@@ -18,8 +18,8 @@ class ChunkListener {
   ~ChunkListener() = default;
 };
 
-// A kernel stores a row's pixels, three samples each, at pixels() and, unless it is null, at copy()
-// too, and says how far it has come. The rest is the sink's affair, as its owner has set it up.
+// A kernel stores a row's pixels, three samples each, at pixels() and, unless copy() is null, also
+// at copy(), and reports its progress. The sink does the rest, as its owner has set it up.
 template <class T>
 class RowSink {
  public:
@@ -32,18 +32,18 @@ class RowSink {
   // Pixels may still change until the row is finished.
   void hold() { isHeld_ = true; }
 
-  // From here on pixels are counted from the n-th on.
+  // Moves pixel 0 to the right by n pixels.
   void skip(size_t n) { first_ += n; }
 
-  // How a kernel says how far it has come. It lies in registers: no store of a pixel can change it.
+  // Reports a kernel's progress. It lives in registers: no store of a pixel can change it.
   class Progress {
    public:
     explicit Progress(RowSink& sink)
         : source_(sink.source_), first_(sink.first_),
           watched_(sink.isWatched_ && !sink.isHeld_ ? &sink : nullptr) {}
 
-    // Pixels begin .. end - 1 are stored, and all before them. The sink hears of it a chunk at a
-    // time: a call costs as much as some twenty pixels.
+    // Pixels begin .. end - 1 and all before them are stored. The sink is notified once per chunk,
+    // since a call costs as much as some twenty pixels.
     void written(size_t begin, size_t end) const {
       source_.fetch(first_ + begin, first_ + end);
       if (watched_ && begin / ChunkListener::kChunk != end / ChunkListener::kChunk)
@@ -57,7 +57,7 @@ class RowSink {
   };
   Progress progress() { return Progress(*this); }
 
-  // The whole row is stored, which has so many pixels.
+  // The whole row, which has `columns` pixels, is stored.
   void finish(size_t columns) {
     if (copy_ && isHeld_) std::memcpy(copy_, pixels_, 3 * columns * sizeof(T));
     work_.finish(workEnd_);
@@ -65,17 +65,17 @@ class RowSink {
     if (listener_) listener_->written(y_, passed_, columns);
   }
 
-  // Copies pixels begin .. end - 1 from pixels() to copy(): those that were stored there alone.
+  // Copies pixels begin .. end - 1 from pixels() to copy(), if they are only stored at pixels().
   void copyPixels(size_t begin, size_t end) const {
     if (copy_) std::memcpy(copy() + 3 * begin, pixels() + 3 * begin, 3 * (end - begin) * sizeof(T));
   }
 
-  // What is fetched while the row is made: a row that is read next, and the result's row where some
-  // of its bytes stay.
+  // Rows to prefetch while this one is made: the one that is read next, and the result's row if
+  // some of its bytes stay unchanged.
   void fetch(Prefetcher source) { source_ = source; }
   void fetchDestination(Prefetcher destination) { destination_ = destination, isWatched_ = true; }
 
-  // Copies past the caches. The first ends at workEnd, the second with the last pixel.
+  // Non-temporal copies. The first one ends at workEnd, the second one with the last pixel.
   void stream(NonTemporalCopy work, const T* workEnd) {
     work_ = work, workEnd_ = workEnd, isWatched_ = true;
   }
@@ -84,7 +84,7 @@ class RowSink {
   void listen(ChunkListener* listener, int y) { listener_ = listener, y_ = y, isWatched_ = true; }
 
  private:
-  // A call, so that kernels stay small.
+  // Never inlined, so that kernels stay small.
   [[gnu::noinline]] void pass(size_t end) {
     destination_.fetch(passed_, end);
     work_.upTo(pixels_ + 3 * end);
@@ -96,7 +96,7 @@ class RowSink {
   T *pixels_, *copy_;
   size_t first_ = 0;
   bool isHeld_ = false;
-  bool isWatched_ = false;  // anything below but the source is set
+  bool isWatched_ = false;  // whether anything below except source_ is set
   NonTemporalCopy work_, result_;
   const T* workEnd_ = nullptr;
   Prefetcher source_, destination_;
@@ -105,19 +105,19 @@ class RowSink {
   size_t passed_ = 0;  // pixels that pass() has seen
 };
 
-// Hands out the sinks of an image's rows, one after the other.
+// Hands out the sinks of an image's rows, in order.
 template <class T>
 class ImageSink {
  public:
   virtual RowSink<T> row(int y) = 0;
-  // Row y is stored, all of it.
+  // All of row y is stored.
   virtual void finish(int y, RowSink<T>& sink) = 0;
 
  protected:
   ~ImageSink() = default;
 };
 
-// Rows in memory, and nothing else. step: from row to row, in samples.
+// Rows in memory and nothing else. step: distance between two rows, in samples.
 template <class T>
 class PlainImage final : public ImageSink<T> {
  public:

@@ -1,4 +1,4 @@
-// Where a sweep's rows of samples come from.
+// The rows of samples that a sweep reads.
 #pragma once
 
 #include "common/rows/nontemporal.h"
@@ -8,11 +8,11 @@ namespace vistrel::core {
 template <class T>
 class RowSource {
  public:
-  // The samples of row y. They stay until another row is asked for. Sweeps ask for one row after
-  // the other, each once.
+  // The samples of row y, valid until another row is requested. Sweeps request rows in order, each
+  // once.
   virtual const T* row(int y) = 0;
 
-  // Fetches the row that follows the one asked for last.
+  // Prefetches the row after the one requested last.
   Prefetcher next() const { return next_; }
 
  protected:
@@ -24,8 +24,8 @@ class RowSource {
 template <class T>
 class PlainRows final : public RowSource<T> {
  public:
-  // first: the first sample of row 0. step: from row to row, in samples. end: the row that ends
-  // them.
+  // first: the first sample of row 0. step: distance between two rows, in samples. end: the number
+  // of the row after the last.
   PlainRows(const T* first, ptrdiff_t step, int end) : first_(first), step_(step), end_(end) {}
 
   const T* row(int y) override {

@@ -1,5 +1,5 @@
-// The one schedule: every stage of an algorithm runs row by row, as soon as the rows that it
-// reads are there, so that a frame passes through memory once.
+// The schedule of all algorithms: each stage runs row by row, as soon as the rows that it reads are
+// finished, so that a frame passes through memory only once.
 #pragma once
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 
 namespace vistrel::core {
 
-// A stage reads `reach` rows above and below its own in the stage before.
+// To make row y, a stage reads rows y - reach .. y + reach of the stage before.
 template <class RowFunction>
 struct Stage {
   int reach;
@@ -27,8 +27,8 @@ struct RowInterval {
 
 constexpr RowInterval kUnbounded{std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
 
-// Makes the given rows of the last stage. The stages before make the rows that these depend on, as
-// far as they lie within `bounds`: those of the frame, or more where rows continue beyond it.
+// Makes the given rows of the last stage. Earlier stages make the rows that these depend on, within
+// `bounds`: the rows of the frame, or more if rows continue beyond it.
 template <class... RowFunctions>
 class Sweep {
  public:
@@ -36,20 +36,20 @@ class Sweep {
       : rows_(rows), bounds_(bounds), stages_(stages...), reach_((0 + ... + stages.reach)),
         next_(rows.first - reach_) {}
 
-  // Does all that the first stage's rows before `end` allow.
+  // Runs all stages as far as the first stage's rows before `end` allow.
   void advance(int end) {
     for (end = std::min(end, last()); next_ < end; ++next_) step(next_);
   }
   void finish() { advance(last()); }
 
-  // The first stage's rows: from this one on, and up to the one before last().
+  // The first stage makes rows first() .. last() - 1.
   int first() const { return rows_.first - reach_; }
   int last() const { return rows_.end + reach_; }
 
  private:
-  // The first stage makes row `top`, each stage behind it the row that this completes.
+  // The first stage makes row `top`, each later stage the row that this completes.
   void step(int top) {
-    int y = top, reach = reach_;  // from here to the last stage
+    int y = top, reach = reach_;  // the remaining reach
     const auto make = [&](auto& stage) {
       y -= stage.reach;
       reach -= stage.reach;

@@ -1,6 +1,6 @@
-// Compiles VISTREL_BODY, the path of a *-inl.h file, once for each instruction-set level: as
+// Compiles VISTREL_BODY, the path of a *-inl.h file, once for each instruction-set level: into
 // vistrel::core::base, vistrel::core::ssse3 and so on. The guards count the levels, so a source
-// has one body.
+// file can have only one body.
 #ifdef VISTREL_EACH_LEVEL
 #error "This source has compiled a body for each level already."
 #endif

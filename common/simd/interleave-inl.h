@@ -1,7 +1,7 @@
-// Six half rows of a vector's length (blue, green, red; even and odd columns) to pixels, stored at
-// d and, unless it is null, at copy too. A pair of pixels is three units of two samples, x = (B,
-// G), y = (R, B), z = (G, R): so the whole is three unpackings and one interleaving of three
-// vectors of units.
+// Interleaves six vectors of half rows (blue, green, red; even and odd columns) and stores the
+// pixels at d and, unless it is null, at copy. A pair of pixels is three units of two samples: x =
+// (B, G), y = (R, B), z = (G, R). So three unpackings form vectors of units, and the interleaving
+// of these three vectors gives the pixels.
 #if defined(VISTREL_INTERLEAVE_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_INTERLEAVE_INL_H
 #undef VISTREL_INTERLEAVE_INL_H
@@ -17,8 +17,9 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 
 #if VISTREL_SSSE3
 
-// To interleave x, y, z of n units, unit i of channel c belongs at position 3 * i + c. Modulo n
-// these positions differ within a channel: one permutation for each channel, then only blends.
+// When vectors x, y, z of n units are interleaved, unit i of channel c goes to position 3 * i + c.
+// Modulo n, these positions all differ within a channel: each channel takes one permutation, and
+// the rest is blends.
 constexpr int unitAt(int n, int channel, int slot) {
   const int inverseOf3 = n % 3 == 2 ? (n + 1) / 3 : (2 * n + 1) / 3;
   return (inverseOf3 * (slot - channel + n)) % n;
@@ -34,7 +35,7 @@ struct UnitPermutation {
   }
 };
 
-// The units of output vector j that channel c gives, as a mask of bits.
+// The units of output vector j that come from channel c, as a bit mask.
 constexpr uint32_t unitsOf(int n, int j, int c) {
   uint32_t mask = 0;
   for (int slot = 0; slot < n; ++slot)
@@ -58,7 +59,7 @@ VISTREL_INLINE __m512i unitsFrom(__m512i x, __m512i y, __m512i z) {
     return _mm512_mask_blend_epi32(ofZ, _mm512_mask_blend_epi32(ofY, x, y), z);
 }
 
-// The masks of all lanes keep g++ 12 from warning of its own header's undefined operands.
+// Masks of all lanes, because the unmasked forms make g++ 12 warn of its own header.
 VISTREL_INLINE __m512i permuteAll(__m512i v, const uint8_t* order) {
   return _mm512_maskz_permutexvar_epi8(~__mmask64{0}, _mm512_load_si512(order), v);
 }
@@ -79,10 +80,10 @@ VISTREL_INLINE void interleave3(T* d, T* copy, __m512i x, __m512i y, __m512i z) 
 }
 
 template <class T>
-struct UnitPairs {  // (a, b) alternating, first and second half
+struct UnitPairs {  // pairs (a, b): from the first half of the vectors, and from the second
   __m512i lo, hi;
   VISTREL_INLINE UnitPairs(Vec<T> va, Vec<T> vb) {
-    const __m512i a = permuteQuarters((__m512i)va), b = permuteQuarters((__m512i)vb);
+    const __m512i a = permuteQuarters(as<__m512i>(va)), b = permuteQuarters(as<__m512i>(vb));
     lo = sizeof(T) == 1 ? _mm512_unpacklo_epi8(a, b) : _mm512_unpacklo_epi16(a, b);
     hi = sizeof(T) == 1 ? _mm512_unpackhi_epi8(a, b) : _mm512_unpackhi_epi16(a, b);
   }
@@ -103,7 +104,7 @@ constexpr int kUnits = 8 / static_cast<int>(sizeof(T));  // of 16 bytes
 template <class T>
 constexpr UnitPermutation<kUnits<T>, 2 * static_cast<int>(sizeof(T))> kPermutation;
 
-// unitsOf for a blend of 16-bit lanes.
+// The mask of unitsOf for a blend of 16-bit lanes.
 template <class T>
 constexpr int lanes16Of(int j, int c) {
   const uint32_t units = unitsOf(kUnits<T>, j, c);
@@ -116,13 +117,13 @@ constexpr int lanes16Of(int j, int c) {
 
 template <class T>
 VISTREL_INLINE Register unpackLow(Vec<T> a, Vec<T> b) {
-  return sizeof(T) == 1 ? VISTREL_OP(unpacklo_epi8)((Register)a, (Register)b)
-                        : VISTREL_OP(unpacklo_epi16)((Register)a, (Register)b);
+  return sizeof(T) == 1 ? VISTREL_OP(unpacklo_epi8)(as<Register>(a), as<Register>(b))
+                        : VISTREL_OP(unpacklo_epi16)(as<Register>(a), as<Register>(b));
 }
 template <class T>
 VISTREL_INLINE Register unpackHigh(Vec<T> a, Vec<T> b) {
-  return sizeof(T) == 1 ? VISTREL_OP(unpackhi_epi8)((Register)a, (Register)b)
-                        : VISTREL_OP(unpackhi_epi16)((Register)a, (Register)b);
+  return sizeof(T) == 1 ? VISTREL_OP(unpackhi_epi8)(as<Register>(a), as<Register>(b))
+                        : VISTREL_OP(unpackhi_epi16)(as<Register>(a), as<Register>(b));
 }
 
 template <class T, int j>
@@ -134,7 +135,7 @@ struct Three {
   Register v[3];
 };
 
-// All first groups, in order, then all second ones.
+// Stores the first groups of all registers in order, then the second groups.
 VISTREL_INLINE void storeInGroupOrder(void* d, const Register (&v)[6]) {
   Register* out = static_cast<Register*>(d);
 #if VISTREL_AVX2

@@ -1,5 +1,5 @@
-// Vectors of one level's length, and exact operations lane by lane. Formulas written with these
-// serve single samples, as ints, as well.
+// Vectors of the level's length, and exact operations on each lane. Formulas written with these
+// operations also work on single samples, as ints.
 #if defined(VISTREL_LANES_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_LANES_INL_H
 #undef VISTREL_LANES_INL_H
@@ -30,7 +30,7 @@ using Vec = typename VectorType<T, bytes>::Type;
 template <class T>
 constexpr size_t kLanes = kVectorBytes / sizeof(T);
 
-// The same bits as another vector of that length.
+// The same bits as another vector type of the same size.
 template <class V, class U>
 VISTREL_INLINE V as(U v) {
   static_assert(sizeof(V) == sizeof(U));
@@ -49,8 +49,8 @@ VISTREL_INLINE void store(T* p, Vec<T> v) {
   std::memcpy(p, &v, sizeof v);
 }
 
-// Means that truncate, exact without widening: the processor's mean rounds up, and is one too
-// high where the low bits differ.
+// Truncating means, exact without widening. The processor's mean rounds up, so it is one too high
+// where the low bits differ.
 VISTREL_INLINE auto roundedMean(Vec<uint8_t> a, Vec<uint8_t> b) {
 #if VISTREL_AVX512
   return as<Vec<uint8_t>>(_mm512_avg_epu8(as<__m512i>(a), as<__m512i>(b)));
@@ -90,7 +90,8 @@ VISTREL_INLINE V mean2(V a, V b) {
 #endif
 }
 
-// The pair means lose the low bits of two sums; they count where both and the last one are set.
+// The means of pairs drop the low bits of two sums. These count only if both are set and p + q is
+// odd.
 template <class V>
 VISTREL_INLINE V mean4(V a, V b, V c, V d) {
   const V p = mean2(a, b), q = mean2(c, d);
@@ -100,7 +101,7 @@ VISTREL_INLINE V mean4(V a, V b, V c, V d) {
 VISTREL_INLINE int mean2(int a, int b) { return (a + b) >> 1; }
 VISTREL_INLINE int mean4(int a, int b, int c, int d) { return (a + b + c + d) >> 2; }
 
-// condition: a comparison of values of the same kind.
+// condition: the result of comparing values of the same kind.
 template <class C, class V>
 VISTREL_INLINE V select(C condition, V a, V b) {
   return condition ? a : b;

@@ -20,8 +20,9 @@ VISTREL_INLINE Vec<int32_t> productOver(Vec<int32_t> a, Vec<int32_t> b, Vec<int3
   return toIntegers(toDoubles(product) / toDoubles(c));
 }
 
-// Of values below 4096: a float holds the product, and the quotient of integers below 2^24 does not
-// reach the next integer by rounding. Even elements, then odd ones, as halves of 32 bits.
+// For values below 4096, a float holds the product exactly, and the quotient of integers below 2^24
+// never rounds up to the next integer. evenFloats and oddFloats convert the lower and the upper
+// half of each 32-bit lane.
 VISTREL_INLINE Vec<float> evenFloats(Vec<int16_t> v) {
   return __builtin_convertvector(as<Vec<int32_t>>(v) << 16 >> 16, Vec<float>);
 }
@@ -35,9 +36,9 @@ VISTREL_INLINE Vec<int16_t> productOver(Vec<int16_t> a, Vec<int16_t> b, Vec<int1
   return as<Vec<int16_t>>(low | __builtin_convertvector(odd, Vec<int32_t>) << 16);
 }
 
-// Quotients by 1 to 8, truncated, of two values by the same n. A reciprocal is a little too large,
-// so that a multiple of n never falls short, by less than its other quotients stay below the next
-// whole number.
+// Truncated quotients by n = 1 to 8, by a reciprocal that serves two dividends. It is slightly too
+// large, so that a multiple of n never falls short, but by too little for other quotients to reach
+// the next integer.
 struct PairReciprocals {
   Vec<float> low, high;
 };

@@ -11,7 +11,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Toward zero, of values that fit 32 bits.
+// Rounds toward zero. The values must fit 32 bits.
 VISTREL_INLINE Vec<float> truncated(Vec<float> v) {
   return __builtin_convertvector(__builtin_convertvector(v, Vec<int32_t>), Vec<float>);
 }
@@ -40,8 +40,8 @@ VISTREL_INLINE Vec<double> squareRoot(Vec<double> v) {
 #endif
 }
 
-// 1 / sqrt(v) to about twelve bits: the processor's packed operation, the same at every level. It
-// is never that of AVX-512, which has another table.
+// 1 / sqrt(v) to about twelve bits: the processor's packed operation, the same at every level. The
+// operation of AVX-512 is never used, since its results differ.
 VISTREL_INLINE float approximateRoot(float v) {
 #if VISTREL_X86
   return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(v)));

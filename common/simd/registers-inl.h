@@ -1,5 +1,5 @@
-// Shuffles and multiply-adds within 16 bytes, on one (128 bits) or two (256 bits) such groups at
-// once: what x86 has from SSSE3 on. Groups are independent of each other.
+// Shuffles and multiply-adds within groups of 16 bytes, which x86 has from SSSE3 on. A register
+// holds one group (128 bits) or two (256 bits). Groups are independent of each other.
 #if defined(VISTREL_REGISTERS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_REGISTERS_INL_H
 #undef VISTREL_REGISTERS_INL_H
@@ -41,7 +41,7 @@ VISTREL_INLINE Register loadRegister(const void* p) {
 VISTREL_INLINE void storeRegister(void* p, Register v) {
   _mm256_storeu_si256(static_cast<Register*>(p), v);
 }
-// Undoes what packing two registers does to the order of their groups.
+// Restores the order of groups after two registers have been packed into one.
 VISTREL_INLINE Register inOrder(Register packed) { return _mm256_permute4x64_epi64(packed, 0xD8); }
 #else
 typedef __m128i Register;
@@ -78,20 +78,21 @@ VISTREL_INLINE Register set1_16(int v) { return VISTREL_OP(set1_epi16)(static_ca
 VISTREL_INLINE Register add16(Register a, Register b) { return VISTREL_OP(add_epi16)(a, b); }
 VISTREL_INLINE Register add32(Register a, Register b) { return VISTREL_OP(add_epi32)(a, b); }
 
-// The smaller of unsigned 16-bit values.
+// The minimum of unsigned 16-bit values.
 VISTREL_INLINE Register min16(Register a, Register b) {
   return VISTREL_OP(sub_epi16)(a, VISTREL_OP(subs_epu16)(a, b));
 }
-// Counts past 15 give zero.
+// Counts above 15 give zero.
 VISTREL_INLINE Register shiftRight16(Register v, __m128i count) {
   return VISTREL_OP(srl_epi16)(v, count);
 }
-// Sums of neighbouring bytes in 16 bits, of neighbouring 16-bit values below 32768 in 32 bits.
+// Sums of neighbouring bytes as 16-bit values; of neighbouring 16-bit values below 32768 as 32-bit
+// values.
 VISTREL_INLINE Register pairSums8(Register v) {
   return VISTREL_OP(maddubs_epi16)(v, VISTREL_OP(set1_epi8)(1));
 }
 VISTREL_INLINE Register pairSums16(Register v) { return VISTREL_OP(madd_epi16)(v, set1_16(1)); }
-// Signed 16-bit values to bytes, signed 32-bit values to 16 bits, saturated; group by group.
+// Signed 16-bit values to bytes, signed 32-bit values to 16 bits, saturated, group by group.
 VISTREL_INLINE Register pack16(Register a, Register b) { return VISTREL_OP(packus_epi16)(a, b); }
 VISTREL_INLINE Register pack32(Register a, Register b) { return VISTREL_OP(packs_epi32)(a, b); }
 

@@ -19,8 +19,9 @@
 //   VISTREL_END_TARGET
 //   #endif
 //
-// each_level.h includes one of them for every level and turns VISTREL_TOGGLE over in between, so
-// that the guard lets it in once a level. Included by itself, it is compiled for the base level.
+// each_level.h includes such a file once for each level and toggles VISTREL_TOGGLE in between, so
+// that the guard admits the file again. Included on its own, the file is compiled for the base
+// level.
 #pragma once
 
 #include <cstddef>
@@ -36,12 +37,12 @@
 #include <arm_neon.h>
 #endif
 
-// The level that is compiled: 0 base, 1 to 4 SSSE3, SSE4.1, AVX2, AVX-512, 5 NEON.
+// The level being compiled: 0 base, 1 to 4 SSSE3, SSE4.1, AVX2, AVX-512, 5 NEON.
 #ifndef VISTREL_LEVEL
 #define VISTREL_LEVEL 0
 #endif
 
-// What it has.
+// The instructions that the level has.
 #define VISTREL_SSSE3 (VISTREL_LEVEL >= 1 && VISTREL_LEVEL <= 4)
 #define VISTREL_SSE41 (VISTREL_LEVEL >= 2 && VISTREL_LEVEL <= 4)
 #define VISTREL_AVX2 (VISTREL_LEVEL >= 3 && VISTREL_LEVEL <= 4)
@@ -59,7 +60,8 @@
 #define VISTREL_NAMESPACE_4 avx512
 #define VISTREL_NAMESPACE_5 neon
 
-// A region of functions for the level's instructions. So no file needs a flag of its own.
+// Functions between VISTREL_BEGIN_TARGET and VISTREL_END_TARGET may use the level's instructions,
+// so no file needs compiler flags of its own.
 #define VISTREL_BEGIN_TARGET VISTREL_PASTE(VISTREL_BEGIN_TARGET_, VISTREL_LEVEL)
 #define VISTREL_END_TARGET VISTREL_PASTE(VISTREL_END_TARGET_, VISTREL_LEVEL)
 #define VISTREL_BEGIN_TARGET_0
@@ -88,8 +90,8 @@
 #define VISTREL_END_TARGET_3 VISTREL_END_TARGET_1
 #define VISTREL_END_TARGET_4 VISTREL_END_TARGET_1
 
-// Debug builds keep the calls: for the debugger, and because sanitizers make code of the inlined
-// bodies that takes minutes to compile.
+// Debug builds keep the calls: for the debugger, and because sanitizers turn the inlined bodies
+// into code that takes minutes to compile.
 #ifdef VISTREL_KEEP_CALLS
 #define VISTREL_INLINE inline
 #else

@@ -1,4 +1,4 @@
-// A row's even and odd columns to two half rows.
+// Splits a row into two half rows: the even and the odd columns.
 #if defined(VISTREL_SPLIT_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_SPLIT_INL_H
 #undef VISTREL_SPLIT_INL_H
@@ -21,7 +21,7 @@ void splitRow(const T* __restrict source, size_t columns, T* __restrict even, T*
   if (columns & 1) even[pairs] = source[2 * pairs];
 }
 
-// The same, and the bits that any sample has; of bytes they are of no interest, and 0.
+// Also returns all samples ORed together; 0 for bytes, where nobody needs it.
 template <class T>
 T splitRowAndBits(const T* __restrict source, size_t columns, T* __restrict even,
                   T* __restrict odd) {

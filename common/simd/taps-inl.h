@@ -1,6 +1,6 @@
-// How formulas read their neighbours: m(dx, dy) is what lies dx columns to the right and dy rows
-// below the sites of one column parity, for a vector of such sites from element k of a half row on.
-// A loader says as what.
+// Formulas read their neighbours through taps: m(dx, dy) is a vector of the samples dx columns to
+// the right of and dy rows below a vector of sites. These sites have one column parity and begin at
+// element k of a half row. A loader decides in what form the samples are loaded.
 #if defined(VISTREL_TAPS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_TAPS_INL_H
 #undef VISTREL_TAPS_INL_H
@@ -21,7 +21,7 @@ struct LoadSamples {
   }
 };
 
-// One part of widened values, see widen-inl.h.
+// Loads one part of widened values; see widen-inl.h.
 template <class Values>
 struct LoadPart {
   size_t part = 0;

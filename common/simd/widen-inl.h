@@ -1,15 +1,15 @@
-// A vector of samples as values in wider lanes. Each way of widening has the same vocabulary:
+// A vector of samples as values in wider lanes. All ways of widening have the same members:
 //
-//   Sample, Value    the type of a sample, and a vector of values
-//   kParts           values come in so many vectors
+//   Sample, Value    the types of a sample and of a vector of values
+//   kParts           the number of vectors that hold the values
 //   load(p, i)       part i of the samples at p
 //   part(v, i)       part i of a vector of samples
 //   join(parts)      values that fit the sample, as samples again
 //
-//   LowHigh    the lower half of the samples, then the upper one
-//   EvenOdd    the even elements, then the odd ones: no sample leaves its place
+//   LowHigh    the lower half of the samples, then the upper half
+//   EvenOdd    the even elements, then the odd ones: no sample changes its place
 //   AsSigned   one part, in lanes of the sample's length
-//   AsDouble   doubles: part i has the elements i, i + kParts, i + 2 * kParts ...
+//   AsDouble   doubles: part i has elements i, i + kParts, i + 2 * kParts ...
 #if defined(VISTREL_WIDEN_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_WIDEN_INL_H
 #undef VISTREL_WIDEN_INL_H
@@ -113,7 +113,7 @@ struct EvenOdd {
   static constexpr int kBits = 8 * static_cast<int>(sizeof(T));
 };
 
-// For samples of twelve bits at most, eight of which still have a sum.
+// For samples of at most twelve bits, so that the sum of eight still fits.
 template <class T>
 struct AsSigned {
   using Sample = T;
@@ -127,11 +127,11 @@ struct AsSigned {
   VISTREL_INLINE static Vec<T> join(const Value (&parts)[1]) { return as<Vec<T>>(parts[0]); }
 };
 
-// Sixteen bits a value: for bytes, and for 16-bit samples of twelve bits at most.
+// Values of 16 bits, for bytes and for 16-bit samples of at most twelve bits.
 template <class T>
 using ShortValues = std::conditional_t<sizeof(T) == 1, EvenOdd<T>, AsSigned<T>>;
 
-using Doubles = Vec<double, 2 * kVectorBytes>;  // one for each 32 bits of a vector
+using Doubles = Vec<double, 2 * kVectorBytes>;  // one double for each 32 bits of a vector
 
 VISTREL_INLINE Doubles toDoubles(Vec<int32_t> v) {
 #if VISTREL_NEON
@@ -145,7 +145,7 @@ VISTREL_INLINE Doubles toDoubles(Vec<int32_t> v) {
   return __builtin_convertvector(v, Doubles);
 #endif
 }
-// Toward zero.
+// Rounds toward zero.
 VISTREL_INLINE Vec<int32_t> toIntegers(Doubles d) {
 #if VISTREL_NEON
   float64x2_t halves[2];
@@ -169,7 +169,7 @@ struct AsDouble {
     return toDoubles(as<Vec<int32_t>>(lanes));
   }
 
-  // Of values from 0 up that fit 32 bits: truncated, at most limit.
+  // Truncates and limits values. They must be at least 0 and fit 32 bits.
   VISTREL_INLINE static Vec<T> join(const Doubles (&parts)[kParts], int limit) {
     Lane joined{};
     for (size_t i = 0; i < kParts; ++i) {

@@ -1,4 +1,4 @@
-// What blocks of eight pixels compute beyond the end of a row.
+// The pixels that blocks of eight compute beyond the end of a row.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +10,7 @@
 namespace vistrel::core {
 
 struct EdgeSettings {
-  int thresholds[4];  // of smoothing, falling
+  int thresholds[4];  // of smoothing, in falling order
   int limit;          // the largest sample
 };
 
@@ -28,10 +28,11 @@ class BlockEnds {
   // How far below its own row it reads: in narrow regions the end of a block lies two rows down.
   static int reach(int columns) { return columns < 4 ? 4 : 3; }
 
-  // Pixels beyond the end of a row, 0..7.
+  // The number of pixels beyond the end of a row, 0..7.
   size_t pixels() const { return size_t(pixels_); }
 
-  // Those of row y. They see what lies there: zeros, then the rows below from their beginning.
+  // Computes those of row y. They read what lies there: zeros, then the beginnings of the rows
+  // below.
   void compute(int y, T* ends) const {
     if (pixels_ == 0) return;
     T patch[kPatchRows * kPatchColumns];
@@ -49,7 +50,7 @@ class BlockEnds {
   static constexpr int kReach = 2, kPatchRows = 2 * kReach + 1;
   static constexpr int kPatchColumns = kBlock + 2 * kReach;
 
-  // Every second pixel.
+  // Computes every second pixel.
   void callKernel(const T* patch, int y, int first, int (&colours)[3][kBlock]) const {
     const int position = kReach * kPatchColumns + kReach + first;
     int *const red = colours[kRed] + first, *const blue = colours[kBlue] + first;

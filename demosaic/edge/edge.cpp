@@ -15,14 +15,14 @@ namespace vistrel::core {
 
 namespace {
 
-// Four falling steps from the largest threshold down.
+// Four falling thresholds: the largest, then three, two and one quarter of it.
 constexpr EdgeSettings settingsOf(uint32_t threshold, uint32_t limit) {
   return {{static_cast<int>(threshold), static_cast<int>((3 * threshold) >> 2),
            static_cast<int>(threshold >> 1), static_cast<int>(threshold >> 2)},
           static_cast<int>(limit)};
 }
 
-// The threshold is one of bytes: 255 stands for the largest sample.
+// The threshold is on the scale of bytes: 255 stands for the largest sample.
 template <class T>
 EdgeSettings settingsOf(const DemosaicJob<T>& job) {
   if (sizeof(T) == 1) return settingsOf(job.threshold, 255);
@@ -37,7 +37,7 @@ class EdgeDemosaic {
       : job_(job), settings_(settingsOf(job)), columns_(static_cast<size_t>(job.columns)),
         ring_(job, arena), measures_(columns_, arena), ends_(ring_, job, settings_) {}
 
-  // From the upper row of a pair on.
+  // Begins with the upper row of a pair.
   auto sweep() {
     return Sweep(job_.rows, kUnbounded, stage(0, [this](int y) { ring_.load(y, kernels_); }),
                  stage(BlockEnds<T>::reach(job_.columns) - 1, [this](int y) { measure(y); }),
@@ -47,7 +47,7 @@ class EdgeDemosaic {
  private:
   static constexpr size_t kBetweenRows = 3 * 2 * kGuard;  // samples
 
-  // Whether narrow lanes hold all that is summed of the rows from y on.
+  // Whether narrow lanes can hold all sums over rows from y on.
   bool isNarrow(int y) const {
     return isTwelveBits(settings_.limit) && ring_.depths().areTwelveBitsFrom(y);
   }
@@ -60,8 +60,8 @@ class EdgeDemosaic {
         ring_.template window<2>(y), columns_ / 2, measures_.template made<Lane>(y));
   }
 
-  // quirk: wrapped-blocks. The last block of the upper row of a pair overwrites the beginning of
-  // the lower one, which earlier blocks have left there.
+  // quirk: wrapped-blocks. The last block of a pair's upper row overwrites the beginning of the
+  // lower row, which earlier blocks have written.
   size_t overwrittenPixels(int y) const {
     const bool isLower = ((y - job_.rows.first) & 1) == 1;
     if (!isLower || columns_ <= BlockEnds<T>::kBlock) return 0;
@@ -85,7 +85,7 @@ class EdgeDemosaic {
     kernels_.template of<Lane>().pixels.ofRow(job_.order, y)(surroundings<Lane>(y), columns_, sink);
   }
 
-  // What lanes can't hold is above all samples anyway.
+  // Clamps the limit and the thresholds to what a lane can hold: larger ones exceed all samples.
   template <class Lane>
   EdgeWindow<T, Lane> surroundings(int y) {
     static constexpr int kLargest = std::numeric_limits<Lane>::max();
@@ -106,7 +106,7 @@ class EdgeDemosaic {
   EdgeMosaicRing<T> ring_;
   MeasureRing<T> measures_;
   BlockEnds<T> ends_;
-  T beyond_[3 * BlockEnds<T>::kBlock] = {};  // of the row before
+  T beyond_[3 * BlockEnds<T>::kBlock] = {};  // beyond the end of the row before
 };
 
 }  // namespace

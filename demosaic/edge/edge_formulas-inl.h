@@ -1,6 +1,6 @@
-// Colours as differences to green, and green along the weaker of two activities, which is found
-// for every red or blue site by itself. m: the mosaic; q: measures of red and blue sites. Both by
-// their distance from the site in hand.
+// Colours as differences to green, and green along the axis with less activity, which is found for
+// each red or blue site separately. m: the mosaic; q: measures of red and blue sites. Both are
+// addressed relative to the current site.
 #if defined(VISTREL_EDGE_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_EDGE_FORMULAS_INL_H
 #undef VISTREL_EDGE_FORMULAS_INL_H
@@ -13,8 +13,8 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// quirk: signed-samples. 16-bit samples compare as signed numbers: where one of two samples has all
-// 16 bits, the difference of the two is negative.
+// quirk: signed-samples. 16-bit samples compare as signed numbers: if only one of two samples is
+// 32768 or more, their difference is negative.
 template <class V>
 VISTREL_INLINE V inOrder(V sample) {
   return sample ^ 0x8000;
@@ -41,8 +41,8 @@ VISTREL_INLINE V twice(V v) {
   return v + v;
 }
 
-// What is measured at a red or blue site: changes down the columns, three side by side or five in a
-// cross, changes across the rows likewise, and both means of green.
+// The measures of a red or blue site: changes down the columns, three side by side or five in a
+// cross; changes across the rows likewise; and both means of green.
 //
 //   vertical  | | |    verticals    |      horizontal  -    horizontals    -
 //                                 | | |                -                 - - -
@@ -74,14 +74,15 @@ struct Measures {
   }
 };
 
-// A site's activity on the side of the site in hand counts double; a tie takes the column's green.
+// A neighbour's activity counts double on the side of the current site. A tie takes green from the
+// column.
 struct Edge {
   template <class Q>
   VISTREL_INLINE static auto green(Q q) {  // at a red or blue site
     return chosen(q, 0, 0, q.verticals(0, 0), q.horizontals(0, 0));
   }
   template <class M, class Q>
-  VISTREL_INLINE static auto opposite(M m, Q q) {  // there, the colour of the diagonals
+  VISTREL_INLINE static auto opposite(M m, Q q) {  // at a red or blue site: the other of the two
     return green(q) + ((corner(m, q, -1, -1) + corner(m, q, 1, -1) + corner(m, q, 1, 1) +
                         corner(m, q, -1, 1)) >>
                        2);
@@ -91,11 +92,12 @@ struct Edge {
     return g + ((beside(m, q, -1) + beside(m, q, 1)) >> 1);
   }
   template <class M, class Q, class V>
-  VISTREL_INLINE static auto acrossRows(M m, Q q, V g) {  // there, that of the rows beside it
+  VISTREL_INLINE static auto acrossRows(M m, Q q, V g) {  // the colour above and below
     return g + ((above(m, q, -1) + above(m, q, 1)) >> 1);
   }
 
-  // Its green: the quieter its surroundings, the more quarters of a mean. t: falling thresholds.
+  // Green at this site: the more uniform its surroundings, the more quarters of the mean it takes.
+  // t: thresholds, falling.
   template <class M, class Q, class V>
   VISTREL_INLINE static V smoothed(M m, Q q, const V (&t)[4]) {
     const V own = m(0, 0), r = range(own, m(-1, -1), m(1, -1), m(-1, 1), m(1, 1));
@@ -112,7 +114,7 @@ struct Edge {
     return select(vertical > horizontal, q.inRow(dx, dy), q.inColumn(dx, dy));
   }
 
-  // How far the colour of a neighbouring site lies above its green.
+  // The difference of a neighbouring site's colour to its green.
   template <class M, class Q>
   VISTREL_INLINE static auto corner(M m, Q q, int dx, int dy) {
     return m(dx, dy) - chosen(q, dx, dy, q.vertical(dx, dy) + twice(down(m, dx, 0)),

@@ -5,18 +5,19 @@
 
 namespace vistrel::core {
 
-// Leaves the work buffer as blocks of eight pixels by two rows do, one after the other. What they
-// compute beyond the end of a row goes to the right guard and on into the row below.
+// Leaves the work buffer as if blocks of eight pixels by two rows had been written one after the
+// other. What they compute beyond the end of a row goes to the right guard and on into the row
+// below.
 template <class T>
 class EdgeImage final : public ImageSink<T>, public WorkMargins<T> {
  public:
-  // workEnd: of the work buffer. Nothing is written there. The image lies two rows lower than that
-  // of the other algorithms, without a guard of its own.
+  // workEnd: the end of the work buffer; nothing is written beyond it. The image lies two rows
+  // lower than with the other algorithms, and has no guard of its own.
   EdgeImage(const Conversion<T>& c, const T* workEnd, Arena& arena)
       : image_(lower(c)), work_(image_, arena), workEnd_(workEnd),
         spare_(arena.take<T>(rowSamples())) {}
 
-  // From y0 on, row by row.
+  // Rows come in order, from y0 on.
   RowSink<T> row(int y) override { return isFollowed(y) ? work_.row(y) : RowSink<T>(spare_); }
 
   void finish(int y, RowSink<T>& sink) override {
@@ -31,7 +32,7 @@ class EdgeImage final : public ImageSink<T>, public WorkMargins<T> {
     store(samples, n, image_.imageRow(y) + rowSamples());
   }
 
-  // All rows are finished.
+  // Call this when all rows are finished.
   void finish() const {
     storeFence();
     if (image_.region.y0 > 0 || !image_.output.followsRows())
@@ -46,7 +47,7 @@ class EdgeImage final : public ImageSink<T>, public WorkMargins<T> {
     return c;
   }
 
-  // The output follows the row.
+  // Whether the output follows the row.
   bool isFollowed(int y) const {
     return image_.region.y0 == 0 && y < static_cast<int>(image_.region.Hf);
   }

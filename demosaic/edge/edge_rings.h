@@ -1,4 +1,4 @@
-// A few rows of the mosaic and of what is measured at its red and blue sites.
+// Rings of a few rows: the mosaic, and the measures of its red and blue sites.
 #pragma once
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 
 namespace vistrel::core {
 
-// Measures of the red or blue sites of a row.
+// The measures of a row's red or blue sites.
 template <class Lane>
 struct MeasureRow {
   Lane *vertical, *verticals, *horizontal, *horizontals, *inRow, *inColumn;
@@ -23,7 +23,7 @@ struct MeasureWindow {
   MeasureRow<Lane> row[3];
 };
 
-// Behind a row of pixels.
+// The input for a row of pixels.
 template <class T, class Lane>
 struct EdgeWindow {
   HalfRowWindow<T, 1> mosaic;
@@ -32,15 +32,16 @@ struct EdgeWindow {
   int limit;
 };
 
-// What each level compiles.
+// The kernels of a level.
 template <class T, class Lane>
 struct EdgeLaneKernels {
-  // By the column parity of the red or blue sites, of which the row has n.
+  // Indexed by the column parity of the red or blue sites, of which the row has n.
   void (*measure[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, const MeasureRow<Lane>& to);
   PixelKernels<T, EdgeWindow<T, Lane>> pixels;
 };
 
-// Sums of samples of twelve bits at most fit lanes of 16 bits; others need twice a sample's length.
+// Sums of samples of at most twelve bits fit lanes of 16 bits; others need twice the sample's
+// length.
 template <class T>
 struct EdgeKernels {
   T (*split)(const T* source, size_t columns, T* even, T* odd);
@@ -56,9 +57,9 @@ struct EdgeKernels {
   }
 };
 
-// Some rows of the frame as half rows, with its surroundings: two rows above and below it that
-// continue the mosaic, and zeros beyond those and on either side.
-// quirk: zero-sides. Above and below, the mosaic goes on; at the sides formulas read zeros.
+// A few rows of the frame as half rows, with its surroundings: two rows above and two below that
+// continue the mosaic, and zeros beyond these and on both sides.
+// quirk: zero-sides. The mosaic continues above and below, but on the sides formulas read zeros.
 template <class T>
 class EdgeMosaicRing {
  public:
@@ -66,8 +67,8 @@ class EdgeMosaicRing {
       : source_(job.source), columns_(job.columns), height_(job.height),
         ring_(kRows + 1, 2, size_t(columns_), arena) {}
 
-  // A row that is repeated below the frame is only loaded if the sweep began behind it. Rows above
-  // the frame repeat what is loaded later.
+  // A row that is repeated below the frame is only loaded if the sweep began after it. Rows above
+  // the frame repeat rows that are loaded later.
   void load(int y, const EdgeKernels<T>& kernels) {
     const int row = rowAt(y);
     if (row == kNone || row > y) return;
@@ -85,7 +86,7 @@ class EdgeMosaicRing {
         y, [this](int row, unsigned parity) -> const T* { return half(row, parity); });
   }
 
-  // Two columns of zeros on either side; beyond them the neighbouring rows.
+  // On each side of a row lie two columns of zeros, and beyond them the neighbouring rows.
   T at(int y, ptrdiff_t x) const {
     const ptrdiff_t stride = columns_ + 4, column = x + 2;
     const int row = y + static_cast<int>(column / stride);
@@ -99,12 +100,12 @@ class EdgeMosaicRing {
 
   struct Slot {
     int row = kNone;
-    T bits = 0;  // that its samples have
+    T bits = 0;  // of the row's samples, ORed together
   };
 
   static unsigned slotOf(int y) { return unsigned(y) % kRows; }
 
-  // The frame's row that stands at y; kNone where there are zeros.
+  // The frame's row at position y; kNone where there are zeros.
   int rowAt(int y) const {
     if (-2 <= y && y < 0)
       y += 2;
@@ -113,7 +114,7 @@ class EdgeMosaicRing {
     return 0 <= y && y < height_ ? y : kNone;
   }
 
-  // Returns the bits that samples of the row have.
+  // Returns the samples of the row ORed together.
   T split(int y, const EdgeKernels<T>& kernels) {
     T *const even = ring_.half(slotOf(y), 0), *const odd = ring_.half(slotOf(y), 1);
     const size_t columns = size_t(columns_);
@@ -138,7 +139,7 @@ class EdgeMosaicRing {
   RowDepths depths_;
 };
 
-// Some rows of measures, each in narrow or in wide lanes.
+// A few rows of measures, each in narrow or in wide lanes.
 template <class T>
 class MeasureRing {
  public:
@@ -147,14 +148,14 @@ class MeasureRing {
         narrow_(kRows, kMeasures, sizeof(T) == 1 ? 0 : columns, arena),
         wide_(kRows, kMeasures, columns, arena) {}
 
-  // Row y, to be measured.
+  // The memory for the measures of row y.
   template <class Lane>
   MeasureRow<Lane> made(int y) {
     isNarrow_[slot(y)] = sizeof(Lane) < sizeof(Widened<T>);
     return row<Lane>(y);
   }
 
-  // Rows y - 1 .. y + 1. Narrow rows become wide where wide ones are wanted.
+  // Rows y - 1 .. y + 1. Widens narrow rows if wide ones are requested.
   template <class Lane>
   MeasureWindow<Lane> window(int y) {
     if constexpr (std::is_same_v<Lane, Widened<T>>)
@@ -182,7 +183,7 @@ class MeasureRing {
             measure<Lane>(y, 3), measure<Lane>(y, 4), measure<Lane>(y, 5)};
   }
 
-  // From one site before the region to one beyond it.
+  // Widens the sites from one before the region to one beyond it.
   void widen(int y) {
     for (unsigned which = 0; which < kMeasures; ++which) {
       const int16_t* const narrow = measure<int16_t>(y, which);

@@ -1,4 +1,4 @@
-// Rows of the edge demosaic. Lane: signed, of a sample's length or twice that.
+// The row kernels of the edge demosaic. Lane: signed, of the sample's length or twice that.
 #if defined(VISTREL_EDGE_ROWS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_EDGE_ROWS_INL_H
 #undef VISTREL_EDGE_ROWS_INL_H
@@ -15,11 +15,11 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Samples as values in lanes of this type.
+// Samples as values in lanes of type Lane.
 template <class T, class Lane>
 using EdgeValues = std::conditional_t<sizeof(T) == sizeof(Lane), AsSigned<T>, LowHigh<T>>;
 
-// Measures of sites of one kind, seen from sites of one column parity.
+// Reads measures of red or blue sites, relative to sites of one column parity.
 template <class Lane, int parity>
 struct MeasureTap {
   const MeasureWindow<Lane>& window;
@@ -38,7 +38,7 @@ struct MeasureTap {
 #undef VISTREL_MEASURE
 };
 
-// The red or blue sites of a row, from one to the left of the region to one to its right.
+// Measures the red or blue sites of a row, from one to the left of the region to one to its right.
 template <class T, class Lane, int parity>
 void measureRow(const HalfRowWindow<T, 2>& mosaic, size_t n, const MeasureRow<Lane>& to) {
   const HalfRowWindow<T, 2> rows = mosaic;
@@ -54,7 +54,7 @@ void measureRow(const HalfRowWindow<T, 2>& mosaic, size_t n, const MeasureRow<La
   }
 }
 
-// Limits above 16 bits let sums wrap there.
+// With limits above 16 bits, results wrap at 16 bits.
 template <class V>
 VISTREL_INLINE V limited(V v, int limit) {
   v = clampTo(v, limit);

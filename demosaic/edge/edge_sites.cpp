@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kLanesOfACall = 4;
 
-// The samples round a pixel.
+// The samples around a pixel.
 template <class T>
 struct SampleTap {
   T pixel;
@@ -16,7 +16,7 @@ struct SampleTap {
   int operator()(int dx, int dy) const { return pixel[dy * stride + dx]; }
 };
 
-// The same, seen from a site dx columns to the right and dy rows below.
+// The same, relative to the site x columns to the right and y rows below.
 template <class M>
 struct MovedTap {
   M m;
@@ -24,7 +24,7 @@ struct MovedTap {
   int operator()(int dx, int dy) const { return m(x + dx, y + dy); }
 };
 
-// Measures of the sites round a pixel, taken when they are asked for.
+// Measures of the sites around a pixel, computed on demand.
 template <class M>
 struct MeasuredTap {
   M m;

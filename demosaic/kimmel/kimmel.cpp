@@ -36,7 +36,7 @@ class KimmelDoubles : public KimmelSweep<T, double> {
   static constexpr size_t kNoTail = SIZE_MAX;
 };
 
-// The columns of the packed path that are in blocks of eight; behind them lies the tail.
+// The number of columns that the packed path processes in blocks of eight; the tail follows them.
 constexpr uint32_t inBlocks(uint32_t columns) { return columns & ~7u; }
 
 template <class T>
@@ -47,18 +47,18 @@ class KimmelFloats : public KimmelSweep<T, float> {
                               inBlocks(static_cast<uint32_t>(job.columns)), arena) {}
 };
 
-// The packed path: floats, in blocks of eight columns and a tail of single ones.
+// The packed path: floats, in blocks of eight columns and a tail of single columns.
 template <class T>
 class KimmelWalk {
  public:
-  // quirk: unbinned-walk. It takes the region for an unbinned one. With binning, its rows begin
-  // elsewhere than the buffer's and meet each other's pixels: hence whole passes, in order.
+  // quirk: unbinned-walk. It treats the region as unbinned. With binning, its rows begin at other
+  // places than the buffer's and touch each other's pixels, so whole passes must run in order.
   explicit KimmelWalk(const Conversion<T>& c)
       : c_(c), walked_(c.nBayer, 0, c.nRoiX, c.nRoiY, c.region.Wf / c.region.F, c.nRoiHeight),
         tail_(inBlocks(walked_.Wf)) {}
 
-  // Whether the walk is that of the buffer, and its sites are those of the mosaic: then a sweep
-  // does the same.
+  // Whether the walk visits the buffer's own rows, and its sites are those of the mosaic: then a
+  // sweep does the same.
   bool isSweep() const {
     return c_.region.F == 1 && !isDegenerate(c_.region) &&
            (tail_ == 0 || blockMosaic() == walked_.mosaic);
@@ -71,8 +71,8 @@ class KimmelWalk {
   }
 
  private:
-  // quirk: shifted-blocks. Blocks count their columns' parity from the end of the row, and those of
-  // 16-bit samples do so without the phase: often they take green sites for red and blue ones.
+  // quirk: shifted-blocks. Blocks count the parity of their columns from the end of the row, and
+  // for 16-bit samples without the phase: they often take green sites for red and blue ones.
   Mosaic blockMosaic() const {
     const unsigned phase = sizeof(T) == 1 ? c_.nBayer : c_.nBayer & ~kColumnShift;
     return Mosaic::ofPhase(phase).from(walked_.x0 + walked_.Wf, walked_.y0);

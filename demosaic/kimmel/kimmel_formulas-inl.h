@@ -1,9 +1,9 @@
-// Kimmel, "Demosaicing: image reconstruction from color CCD samples" (1999), one round: means of
-// neighbours, of green and then of hues, the ratios of a colour to green. The more changes at a
-// neighbour, the less it weighs.
+// Kimmel, "Demosaicing: image reconstruction from color CCD samples" (1999), one round: weighted
+// means of neighbours, first of green and then of hues, the ratios of a colour to green. The more
+// samples change at a neighbour, the less it weighs.
 //
-// m: the mosaic, g: finished green, x: one finished colour, hue: its hues. Floating point depends
-// on the order of sums: they are taken as they stand here.
+// m: the mosaic, g: finished green, x: one finished colour, hue: its hues. Floating-point results
+// depend on the order of sums: they are evaluated as written here.
 #if defined(VISTREL_KIMMEL_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_KIMMEL_FORMULAS_INL_H
 #undef VISTREL_KIMMEL_FORMULAS_INL_H
@@ -21,7 +21,7 @@ VISTREL_INLINE V square(V v) {
   return v * v;
 }
 
-// Doubles are exact. Floats take the approximate root, and a hue that is bounded.
+// Doubles use the exact root. Floats use the approximate root, and a bounded hue.
 VISTREL_INLINE double weight(double x) { return 1 / squareRoot(x); }
 VISTREL_INLINE Vec<double> weight(Vec<double> x) { return 1 / squareRoot(x); }
 VISTREL_INLINE float weight(float x) { return approximateRoot(x); }
@@ -31,12 +31,12 @@ template <class V>
 VISTREL_INLINE V ratio(V colour, V green) {
   return colour / larger(green, V(V{} + 1));
 }
-// Without green there is no hue.
+// The hue is zero where green is zero.
 template <class V>
 VISTREL_INLINE V plainHue(V colour, V green) {
   return select(green > 0, ratio(colour, green), V{});
 }
-// quirk: bounded-hue. In single precision a hue is at most the green that it stands over.
+// quirk: bounded-hue. In single precision a hue is at most the green that it is divided by.
 template <class V>
 VISTREL_INLINE V boundedHue(V colour, V green) {
   return smaller(ratio(colour, green), green);
@@ -69,7 +69,7 @@ struct Kimmel {
   }
 
   template <class V, class M, class H>
-  VISTREL_INLINE static V opposite(V g, M m, H hue) {  // there, the colour of the diagonals
+  VISTREL_INLINE static V opposite(V g, M m, H hue) {  // there: the other of the two
     const V own = m(0, 0);
     const V dA = square((m(1, -1) - m(-1, 1)) * kDiagonally) + 1;
     const V dB = square((m(-1, -1) - m(1, 1)) * kDiagonally) + 1;

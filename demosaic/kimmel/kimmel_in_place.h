@@ -20,8 +20,8 @@ T storedSample(double v) {
   return static_cast<T>(std::clamp(truncToInt(v), 0, kLimit<T>));
 }
 
-// Real: float or double. What differs within the path of floats: block columns keep a value that
-// 32 bits do not hold at the limit, where all others store 0.
+// Real: float or double. In the path of floats, block columns limit a value that exceeds 32 bits;
+// everywhere else it is stored as 0.
 template <class T, class Real>
 struct KimmelPixel {
   InPlacePixel<T> p;
@@ -35,7 +35,7 @@ struct KimmelPixel {
     if (p.isGreen()) return;
     const auto m = asReals<Real>(p.sensed());
     const auto g = asReals<Real>(p.channel(kGreen));
-    // quirk: unbounded-tail. In the tail of a row this pass alone takes hues without a bound.
+    // quirk: unbounded-tail. In the tail of a row, this pass alone uses hues without a bound.
     const auto hue = [=, bounded = inBlock](int dx, int dy) {
       return bounded ? base::hueOf(m(dx, dy), g(dx, dy)) : base::plainHue(m(dx, dy), g(dx, dy));
     };
@@ -58,7 +58,7 @@ struct KimmelPixel {
   }
 };
 
-// All of a pass before the next one: pass(fill) calls a pixel's function on each pixel.
+// Completes each pass before the next one. pass(fill) calls a pixel's function for every pixel.
 template <class T, class Real, class Pass>
 void fillInOrder(Pass pass) {
   pass(&KimmelPixel<T, Real>::fillGreen);

@@ -1,4 +1,4 @@
-// What Kimmel's passes leave to each other: a few rows of floats or doubles.
+// The rows that Kimmel's passes hand to each other, a few at a time, as floats or doubles.
 #pragma once
 
 #include <initializer_list>
@@ -7,8 +7,8 @@
 
 namespace vistrel::core {
 
-// The half rows that a pass reads. own: the colour that a row senses beside green; opposite: the
-// one of the rows above and below.
+// The half rows that a pass reads. own: the colour that a row senses besides green; opposite: the
+// colour of the rows above and below.
 template <class Real>
 struct KimmelDiagonals {
   HalfRowWindow<Real, 2> mosaic;
@@ -19,14 +19,15 @@ struct KimmelCross {
   HalfRowWindow<Real, 1> green, own, ownHue, opposite, oppositeHue;
 };
 
-// A row that is finished, by column parity.
+// A finished row, by column parity.
 template <class T>
 struct CompleteHalves {
   const T *own[2], *green[2], *opposite[2];
 };
 
-// What each level compiles, by the column parity of the sites that are filled. Opposite: elements
-// from `from` on, once with hues that are at hand and once, at the end of rows, with plain ones.
+// The kernels of a level, indexed by the column parity of the sites that they fill. `opposite` and
+// `oppositeInTail` fill elements from `from` on: the first with stored hues, the second, at the end
+// of rows, with plain ones.
 template <class T, class Real>
 struct KimmelKernels {
   using Opposite = void (*)(const KimmelDiagonals<Real>& rows, size_t from, size_t n, Real* colour,
@@ -40,8 +41,8 @@ struct KimmelKernels {
   PixelKernels<T, CompleteHalves<T>> pixels;
 };
 
-// The mosaic, repeated beyond the region as in the guard, and what its red and blue sites get: one
-// element a site, zero beyond the region.
+// The mosaic, repeated beyond the region as in the guard, and the values at its red and blue sites:
+// one element per site, zero beyond the region.
 template <class T, class Real>
 class KimmelRing {
  public:
@@ -51,12 +52,12 @@ class KimmelRing {
       : ring_(ring), planes_(kRows + 1, kPlanes, ring.columns(), arena) {}
 
   Real* half(int y, unsigned plane) const { return planes_.half(unsigned(y) % kRows, plane); }
-  // The planes of the mosaic that hold row y's green and the colour beside it.
+  // The planes of the mosaic with row y's green and with its other colour.
   Plane greens(int y) const { return Plane(ring_.mosaic().greenParity(y)); }
   Plane colours(int y) const { return Plane(ring_.mosaic().colourParity(y)); }
-  size_t sites(int y) const { return ring_.colourSites(y); }  // red or blue ones
+  size_t sites(int y) const { return ring_.colourSites(y); }  // red or blue sites
 
-  // Row y of such planes is computed.
+  // Completes row y of these planes after their sites have been computed.
   //
   // quirk: guard-green. Beyond the region green is zero where another colour is sensed.
   void guard(int y, std::initializer_list<Plane> planes) const {
@@ -88,8 +89,8 @@ class KimmelRing {
     return half(above ? y + 2 : below ? y - 2 : y, plane);
   }
 
-  // What lies at the red and blue sites of row y and of the rows above and below, with row y's
-  // green between them.
+  // The values at the red and blue sites of row y and of the rows above and below, with row y's
+  // green in between.
   HalfRowWindow<Real, 1> around(int y, Plane beside, Plane aboveAndBelow) const {
     const unsigned green = greens(y);
     HalfRowWindow<Real, 1> w{};

@@ -1,4 +1,4 @@
-// Rows of Kimmel's passes in floats or doubles, and the way of samples into these and back.
+// The row kernels of Kimmel's passes in floats or doubles, and the conversion from and to samples.
 #if defined(VISTREL_KIMMEL_ROWS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_KIMMEL_ROWS_INL_H
 #undef VISTREL_KIMMEL_ROWS_INL_H
@@ -24,8 +24,8 @@ void toSamples(const Real* __restrict reals, size_t n, T* __restrict samples) {
   for (size_t k = 0; k < n; ++k) samples[k] = static_cast<T>(static_cast<int>(reals[k]));
 }
 
-// What becomes of a value, which is never negative. A double that 32 bits do not hold is stored as
-// 0; a bounded hue never leads so far.
+// The value that is stored for v, which is never negative. A double that exceeds 32 bits is stored
+// as 0; a bounded hue never leads to one.
 template <class T>
 VISTREL_INLINE Vec<float> stored(Vec<float> v) {
   return truncated(smaller(v, Vec<float>{} + float{kLimit<T>}));
@@ -48,7 +48,7 @@ void greenRow(const HalfRowWindow<Real, 2>& mosaic, size_t n, Real* __restrict g
   }
 }
 
-// Hues that are not at hand as such.
+// Plain hues, which are not stored but computed here.
 template <class Real, int parity>
 struct PlainHueTap {
   Tap<Real, 2, parity> mosaic;

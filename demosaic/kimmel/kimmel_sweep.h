@@ -8,7 +8,7 @@ namespace vistrel::core {
 template <class T, class Real>
 class KimmelSweep {
  public:
-  // tail: the column from which the second pass takes plain hues.
+  // tail: the first column for which the second pass uses plain hues.
   KimmelSweep(const DemosaicJob<T>& job, const KimmelKernels<T, Real>& kernels, size_t tail,
               Arena& arena)
       : job_(job), kernels_(kernels), tail_(tail), ring_(job, 5, arena), rows_(ring_, arena),

@@ -19,8 +19,8 @@ namespace vistrel::core {
 
 namespace {
 
-// Whether the faster row kernels can take the weights. 8-bit samples: no sum and no partial sum
-// exceeds 16 signed bits. 16-bit samples: every weight fits 16 signed bits.
+// Whether the faster row kernels can take these weights. For 8-bit samples, no sum and no partial
+// sum may exceed 16 signed bits. For 16-bit samples, every weight must fit 16 signed bits.
 template <class T>
 bool fitsFastPath(const int32_t (&weights)[9]) {
   int64_t sum = 0;
@@ -32,8 +32,8 @@ bool fitsFastPath(const int32_t (&weights)[9]) {
   return sizeof(T) == 1 ? sum * 255 <= INT16_MAX : fit16Bits;
 }
 
-// The same filter with weights and divisor negated, used where that changes no quotient. A divisor
-// of -1 becomes 1, so no quotient exceeds 32 bits: the lowest sum wraps instead.
+// The same filter with weights and divisor negated, used only if that changes no quotient. A
+// divisor of -1 becomes 1, so that no quotient exceeds 32 bits: the lowest sum wraps instead.
 _FLT_3X3 negated(const _FLT_3X3& filter) {
   _FLT_3X3 result{wrapSub(0, filter.nDivisor), {}};
   std::transform(std::begin(filter.anWeights), std::end(filter.anWeights), result.anWeights,
@@ -43,7 +43,7 @@ _FLT_3X3 negated(const _FLT_3X3& filter) {
 
 using NineTaps = std::array<Tap, 9>;
 
-// Columns are given row by row.
+// `columns` lists the taps row by row.
 constexpr NineTaps nineTaps(const int (&columns)[9]) {
   NineTaps taps{};
   for (int i = 0; i < 9; ++i) taps[i] = {i / 3 - 1, columns[i]};
@@ -51,10 +51,10 @@ constexpr NineTaps nineTaps(const int (&columns)[9]) {
 }
 
 constexpr NineTaps kGrayTaps = nineTaps({-1, 0, 1, /**/ -1, 0, 1, /**/ -1, 0, 1});
-// quirk: filter-centre-row. The outer taps of the centre row are the neighbouring bytes, of other
-// channels.
+// quirk: filter-centre-row. The outer taps of the centre row are the neighbouring bytes, which
+// belong to other channels.
 constexpr NineTaps kRgb3Taps = nineTaps({-3, 0, 3, /**/ -1, 0, 1, /**/ -3, 0, 3});
-// quirk: filter-lower-left. The lower left tap is the byte right before the lower one.
+// quirk: filter-lower-left. The lower left tap is the byte just before the lower one.
 constexpr NineTaps kRgb4Taps = nineTaps({-4, 0, 4, /**/ -4, 0, 4, /**/ -1, 0, 4});
 
 // pixel: the width of the left and the right border, in samples.
@@ -74,8 +74,8 @@ void applyWeights(const FilterImage<T>& image, ptrdiff_t pixel, const NineTaps& 
 }
 
 // The mean of a sample and its neighbours to the right and below.
-// quirk: filter-narrow-box. The last three columns of 16-bit samples stay, but only the last one of
-// 8-bit samples.
+// quirk: filter-narrow-box. The last three columns of 16-bit samples stay unchanged, but only the
+// last one of 8-bit samples.
 template <class T>
 void applyBox(const FilterImage<T>& image) {
   static constexpr std::array<Tap, 4> kTaps = {{{0, 0}, {0, 1}, {1, 0}, {1, 1}}};
@@ -85,8 +85,8 @@ void applyBox(const FilterImage<T>& image) {
 }
 
 // The mean of five samples of one colour of a mosaic: a diagonal cross where row and column are
-// even, an upright cross of samples two away elsewhere. Taps of even columns come first.
-// quirk: filter-row-seam. It begins in column 0, whose left taps are the end of the row above.
+// even, elsewhere an upright cross of samples two pixels away. Taps of even columns come first.
+// quirk: filter-row-seam. It begins in column 0, whose left taps are at the end of the row above.
 template <class T>
 void applyFiveTaps(const FilterImage<T>& image) {
   static constexpr Tap kDiagonal[] = {{-1, -1}, {-1, 1}, {0, 0}, {1, -1}, {1, 1}};
@@ -100,7 +100,7 @@ void applyFiveTaps(const FilterImage<T>& image) {
   filterInside(image, {2, 2, 0, 4}, tapsOf, VISTREL_BY_LEVEL(kFilterKernels<T>)->fiveTaps);
 }
 
-// The pointer values of the fixed filters.
+// The pointer values that select the fixed filters.
 enum Fixed : uintptr_t { kBox = 0, kFiveTaps = 1 };
 
 template <class T>

@@ -1,7 +1,7 @@
 // The 3x3 filters, one for each kind of image. A filter copies the image to the stream's work
 // buffer, reads only that copy and changes the image in place; outer rows and columns stay
-// unchanged. nImgWidth counts pixels. For gray images the pointer values 0 and 1 select the fixed
-// filters.
+// unchanged. nImgWidth counts pixels. For single-channel images the pointer values 0 and 1 select
+// the fixed filters.
 #pragma once
 
 #include <cstdint>

@@ -23,7 +23,7 @@ struct FilterImage {
   T* samples;
   T* copy;
   ptrdiff_t width, height;
-  size_t copied;  // samples; their bytes are counted in 32 bits
+  size_t copied;  // number of samples; their bytes are counted in 32 bits
 
   FilterImage(unsigned nIndex, uint32_t rowSamples, uint32_t rows, T* pImage)
       : samples(pImage), copy(reinterpret_cast<T*>(g_pwBGRBuff[nIndex])), width(rowSamples),
@@ -51,9 +51,9 @@ class CopyAhead {
   size_t done_ = 0;
 };
 
-// Changes the samples inside the border; from there no tap reaches beyond the image. tapsOf(r)
-// returns an array with the taps of row r. filterRow(taps, n, results) computes the n results of a
-// row; taps point to the samples of the first result.
+// Changes the samples inside the border, where no tap reaches beyond the image. tapsOf(r) returns
+// an array with the taps of row r. filterRow(taps, n, results) computes the n results of a row;
+// taps point to the samples for the first result.
 template <class T, class TapsOf, class FilterRow>
 void filterInside(const FilterImage<T>& image, const Border& border, TapsOf tapsOf,
                   FilterRow filterRow) {

@@ -1,5 +1,5 @@
-// Rows of filtered samples. A filter reads taps, each a pointer to the sample that belongs to the
-// row's first result, and forms a vector of results at a time.
+// The row kernels of the filters. A filter reads taps, each a pointer to the sample for the row's
+// first result, and computes a vector of results at a time.
 #if defined(VISTREL_FILTER_ROWS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_FILTER_ROWS_INL_H
 #undef VISTREL_FILTER_ROWS_INL_H
@@ -14,7 +14,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// The mean of 2 x 2.
+// The mean of 2x2 samples.
 template <class T>
 struct Box {
   static constexpr size_t kTaps = 4;
@@ -29,19 +29,19 @@ struct Box {
 
 VISTREL_INLINE U16 fifthOf(U16 sum) { return highProduct(sum, U16{} + 0xCCCD) >> 2; }
 
-// The mean of five, whose taps differ between columns that are even and odd: five taps for either.
+// The mean of five samples. Even and odd columns have different taps: five each.
 template <class T>
 struct FiveTaps {
   static constexpr size_t kTaps = 10;
 
   VISTREL_INLINE Vec<T> at(const T* const* taps, size_t x) const {
-    const T* const* const first = taps + 5 * (x & 1);  // the taps of x, x + 2 ...
+    const T* const* const first = taps + 5 * (x & 1);  // the taps of columns x, x + 2 ...
     const T* const* const second = taps + 5 * (1 - (x & 1));
     if constexpr (sizeof(T) == 1) {
-      return (Vec<T>)(mean(first, x, 0) | mean(second, x, 1) << 8);
+      return as<Vec<T>>(mean(first, x, 0) | mean(second, x, 1) << 8);
     } else {
       const U32 mask = U32{} + 0xFFFF;
-      return (U16)(((U32)mean(first, x) & mask) | ((U32)mean(second, x) & ~mask));
+      return as<U16>((as<U32>(mean(first, x)) & mask) | (as<U32>(mean(second, x)) & ~mask));
     }
   }
 
@@ -51,18 +51,18 @@ struct FiveTaps {
     for (int i = 1; i < 5; ++i) sum += samplesAt<uint16_t>(place, taps[i] + x);
     return fifthOf(sum);
   }
-  // A sum that leaves its lane is above every limit too.
+  // A sum that exceeds its lane becomes the lane's maximum, which is above the limit as well.
   VISTREL_INLINE static U16 mean(const uint16_t* const* taps, size_t x) {
     U16 sum = load(taps[0] + x);
     for (int i = 1; i < 5; ++i) {
       sum += load(taps[i] + x);
-      sum |= (U16)(sum < load(taps[i] + x));
+      sum |= as<U16>(sum < load(taps[i] + x));
     }
     return fifthOf(smaller(sum, U16{} + (5 * kLimit<uint16_t> + 4)));
   }
 };
 
-// A row of less than a vector, from copies of its taps.
+// Filters a row shorter than a vector, from copies of its taps.
 template <class T, class Filter>
 void filterFew(const Filter& filter, const T* const* taps, size_t n, T* d) {
   T row[Filter::kTaps][kLanes<T>] = {};
@@ -75,7 +75,7 @@ void filterFew(const Filter& filter, const T* const* taps, size_t n, T* d) {
   std::memcpy(d, &few, n * sizeof(T));
 }
 
-// The last vector begins where it ends with the row, and so repeats a few results.
+// The last vector ends with the row, so it overlaps the one before.
 template <class T, class Filter>
 void filterMany(const Filter& filter, const T* const* taps, size_t n, T* __restrict d) {
   const T* tap[Filter::kTaps];

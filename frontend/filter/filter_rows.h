@@ -1,4 +1,4 @@
-// The row kernels of the filters, as each level compiles them.
+// The row kernels of the filters, compiled for each level.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +7,7 @@
 
 namespace vistrel::core {
 
-// The row kernels of a level. They compute n results of a row, n >= 1; taps point to the samples of
-// the first result.
+// A kernel computes n results of a row, n >= 1; taps point to the samples for the first result.
 template <class T>
 struct FilterKernels {
   using Fixed = void (*)(const T* const* taps, size_t n, T* results);

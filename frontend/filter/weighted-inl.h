@@ -1,4 +1,4 @@
-// Nine taps with weights of their own, over a divisor.
+// Weighted filters: nine taps with weights, and a divisor.
 #if defined(VISTREL_WEIGHTED_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_WEIGHTED_INL_H
 #undef VISTREL_WEIGHTED_INL_H
@@ -18,22 +18,24 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 
 using U16 = Vec<uint16_t>;
 using U32 = Vec<uint32_t>;
+using I16 = Vec<int16_t>;
+using I32 = Vec<int32_t>;
 
-// The samples at one place of wider lanes, zero-extended: every second one, or every fourth.
+// Zero-extends the samples at one place of wider lanes: every second sample, or every fourth.
 template <class Lane, class T>
 VISTREL_INLINE Vec<Lane> samplesAt(int place, const T* p) {
   constexpr int places = sizeof(Lane) / sizeof(T), bits = 8 * sizeof(T);
-  const Vec<Lane> lanes = (Vec<Lane>)load(p) >> (bits * place);
+  const Vec<Lane> lanes = as<Vec<Lane>>(load(p)) >> (bits * place);
   return place == places - 1 ? lanes : lanes & static_cast<T>(-1);
 }
 
 VISTREL_INLINE U16 highProduct(U16 a, U16 b) {
 #if VISTREL_AVX512
-  return (U16)_mm512_mulhi_epu16((__m512i)a, (__m512i)b);
+  return as<U16>(_mm512_mulhi_epu16(as<__m512i>(a), as<__m512i>(b)));
 #elif VISTREL_AVX2
-  return (U16)_mm256_mulhi_epu16((__m256i)a, (__m256i)b);
+  return as<U16>(_mm256_mulhi_epu16(as<__m256i>(a), as<__m256i>(b)));
 #elif VISTREL_X86
-  return (U16)_mm_mulhi_epu16((__m128i)a, (__m128i)b);
+  return as<U16>(_mm_mulhi_epu16(as<__m128i>(a), as<__m128i>(b)));
 #else
   for (size_t i = 0; i < kLanes<uint16_t>; ++i)
     a[i] = static_cast<uint16_t>(uint32_t{a[i]} * b[i] >> 16);
@@ -41,13 +43,13 @@ VISTREL_INLINE U16 highProduct(U16 a, U16 b) {
 #endif
 }
 
-// Quotients of sums that fit 16 bits, 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
+// Quotients of 16-bit sums, limited to 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
 // n < 2^15, where 2^s is the power of two at or above d.
 class Quotient16 {
  public:
   typedef uint16_t Lane;
   explicit Quotient16(int32_t divisor) {
-    // No sum reaches 2^15: as divisor it gives zero as any larger one does.
+    // Sums are below 2^15, so this divisor gives zero, as any larger one does.
     const uint32_t d = std::min<uint32_t>(divisor, 1 << 15);
     shift_ = std::bit_width(d - 1);
     const auto multiplier = static_cast<uint16_t>(((uint32_t{1} << (15 + shift_)) + d - 1) / d);
@@ -55,9 +57,9 @@ class Quotient16 {
   }
   template <int limit>
   VISTREL_INLINE U16 of(U16 sum) const {
-    const U16 n = (U16)larger((Vec<int16_t>)sum, Vec<int16_t>{});
+    const U16 n = as<U16>(larger(as<I16>(sum), I16{}));
     const U16 q = highProduct(n + n, multiplier_) >> shift_;
-    return (U16)smaller((Vec<int16_t>)q, Vec<int16_t>{} + int16_t{limit});
+    return as<U16>(smaller(as<I16>(q), I16{} + int16_t{limit}));
   }
 
  private:
@@ -65,8 +67,9 @@ class Quotient16 {
   U16 multiplier_;
 };
 
-// Quotients of any sum by any divisor. Half of one off the nearest multiple of the divisor, no sum
-// is near enough to be carried over it by the rounding of a reciprocal and a product.
+// Quotients of any sum by any divisor. Half is added to the sum (subtracted for a negative
+// divisor), so that it is at least a half away from every multiple of the divisor. The rounding of
+// the reciprocal and of the product cannot carry it that far.
 class Quotient32 {
  public:
   typedef uint32_t Lane;
@@ -75,16 +78,16 @@ class Quotient32 {
 
   template <int limit>
   VISTREL_INLINE U32 of(U32 sum) const {
-    const Doubles n = toDoubles((Vec<int32_t>)sum);
+    const Doubles n = toDoubles(as<I32>(sum));
     const auto q = toIntegers((n + half_) * reciprocal_);
-    return (U32)clampTo(q, limit);
+    return as<U32>(clampTo(q, limit));
   }
 
  private:
   double reciprocal_, half_;
 };
 
-// The weighted sums of nine taps, wrapped to a lane.
+// The weighted sums of nine taps, wrapping in a lane.
 template <class T, class Lane>
 class Sums {
  public:
@@ -101,9 +104,9 @@ class Sums {
   Vec<Lane> weights_[9];
 };
 
-// The same of 16-bit samples by weights of 16 bits, where the taps of a row are neighbours:
-// products of pairs, without widening. They are signed, so half of their range is taken off the
-// samples. A pair reaches one sample beyond a row of an odd length.
+// The weighted sums of 16-bit samples with 16-bit weights, if the taps of a row are neighbours:
+// sums of pairs of products, without widening. The products are signed, so half of the samples'
+// range is subtracted from them first. A pair reaches one sample beyond a row of odd length.
 class PairSums {
  public:
   explicit PairSums(const int32_t (&weights)[9]) {
@@ -130,21 +133,21 @@ class PairSums {
   VISTREL_INLINE static U32 pairProducts(U16 samples, U32 weights) {
     const auto s = samples ^ 0x8000;
 #if VISTREL_AVX512
-    return (U32)_mm512_madd_epi16((__m512i)s, (__m512i)weights);
+    return as<U32>(_mm512_madd_epi16(as<__m512i>(s), as<__m512i>(weights)));
 #elif VISTREL_AVX2
-    return (U32)_mm256_madd_epi16((__m256i)s, (__m256i)weights);
+    return as<U32>(_mm256_madd_epi16(as<__m256i>(s), as<__m256i>(weights)));
 #elif VISTREL_X86
-    return (U32)_mm_madd_epi16((__m128i)s, (__m128i)weights);
+    return as<U32>(_mm_madd_epi16(as<__m128i>(s), as<__m128i>(weights)));
 #else
-    const auto a = (Vec<int32_t>)s, b = (Vec<int32_t>)weights;
-    return (U32)(((a << 16) >> 16) * ((b << 16) >> 16)) + (U32)((a >> 16) * (b >> 16));
+    const auto a = as<I32>(s), b = as<I32>(weights);
+    return as<U32>(((a << 16) >> 16) * ((b << 16) >> 16)) + as<U32>((a >> 16) * (b >> 16));
 #endif
   }
 
   U32 left_[3]{}, right_[3][2]{}, taken_{};
 };
 
-// Nine taps with weights of their own.
+// A filter of nine weighted taps.
 template <class T, class Sums, class Quotient>
 class Weighted {
  public:
@@ -156,7 +159,7 @@ class Weighted {
     Vec<typename Quotient::Lane> result{};
     for (int place = 0; place < places; ++place)
       result |= quotient_.template of<kLimit<T>>(sums_.at(taps, x, place)) << (bits * place);
-    return (Vec<T>)result;
+    return as<Vec<T>>(result);
   }
 
  private:

@@ -16,7 +16,7 @@ void NormalizePredefinedLutPoints(int nCurve, int* pX, int* pY);
 // For other numbers no entry is computed, and the entries already in pLut are shifted.
 void GeneratePredefinedLut(int nCurve, int nInBits, int nOutBits, unsigned short* pLut);
 
-// A gamma of nGammaLow / 10 up to nRampStart, which then changes linearly to
+// Computes a gamma of nGammaLow / 10 up to nRampStart, which then changes linearly to
 // nGammaHigh / 10 at nRampEnd. The last entry is not written. The returned value has
 // no meaning.
 int GenerateGammaLut(int nGammaLow, int nGammaHigh, int nRampStart, int nRampEnd, int nInBits,

@@ -1,8 +1,8 @@
 /*
  * libVistrel: raw camera frames to images, exact to the sample.
  *
- * Plain C. Each call does all its work on the caller's thread; the library prints
- * nothing, opens no files and starts no threads.
+ * Plain C. Each call does all its work on the caller's thread; the library does no
+ * input or output and starts no threads.
  *
  * Nothing is validated: the caller must pass sizes, pointers and stream ids that
  * fit together. Programs that take input from elsewhere should use the host layer
@@ -97,7 +97,9 @@ uint32_t ImgLoadLookupTable(uint32_t nID, const uint16_t* pTable, uint32_t nEntr
  *
  * For colour formats nRoiY changes only the phase, not the first source row: to
  * skip rows, advance pSrc.
- * Returns 1 on success, 0 if the format or algorithm is unknown.
+ * Returns 1 on success. Returns 0 for an unknown algorithm, and for IMG_FMT_MONO16
+ * and IMG_FMT_GRAY16. Returns 1 and leaves pDst unchanged for other formats that it
+ * cannot write.
  */
 uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32_t nBayer,
                      uint32_t nBinning, uint32_t nImgWidth, uint32_t nImgHeight, uint32_t nRoiX,
@@ -105,7 +107,7 @@ uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32
                      void* pDst, uint32_t nSrcBits, uint32_t bSkipDemosaic);
 
 /*
- * Converts one frame of 16-bit samples. Like ImgConvert8, and:
+ * Converts one frame of 16-bit samples, to any format. Like ImgConvert8, and:
  *
  *   nDstBits  bits of an output pixel, all channels together: three times the
  *             bits of a channel for formats with three or four channels, the bits
@@ -151,7 +153,7 @@ typedef struct _FLT_3X3 {
  * and the last four columns.
  * For IMG_FMT_BGR24 the weights left and right of the centre apply to the bytes
  * next to the centre byte. With four bytes per pixel the lower left weight applies
- * to the byte just before the lower one.
+ * to the byte just before the lower tap's.
  * Returns 1.
  */
 uint32_t ImgFilter(uint32_t nID, const _FLT_3X3* pFilter, uint32_t nFormat, uint32_t nImgWidth,

@@ -17,7 +17,7 @@
 
 namespace vistrel {
 
-// A rejection: status() is its VISTREL_... code, what() its text, the others are parts of the text.
+// A rejection: status() is its VISTREL_... code, what() its text; the others return parts of it.
 class Error : public std::exception {
  public:
   explicit Error(const vistrel_error& error) noexcept : error_(error) {}
@@ -80,7 +80,7 @@ class Span {
  public:
   Span() = default;
   Span(T* first, size_t count) noexcept : first_(first), count_(count) {}
-  // Of a vector, an array, a string or another span; of a temporary only if it is a view.
+  // Views a vector, an array, a string or another span; a temporary only if it is a view itself.
   template <class Container, class Data = detail::DataOf<Container>,
             class = std::enable_if_t<std::is_convertible_v<Data, T*> &&
                                      !detail::diesWithItsElements<Container>>>
@@ -178,7 +178,7 @@ inline vistrel_conversion defaultConversion(const vistrel_frame& frame) {
   return conversion;
 }
 
-// The shape of the result, and all sizes. Reads no sample.
+// The shape of the result, and all sizes. Reads no samples.
 inline Result<vistrel_layout> tryLayoutOf(const vistrel_frame& frame,
                                           const vistrel_conversion& conversion) noexcept {
   return detail::attempt<vistrel_layout>([&](vistrel_layout& layout, vistrel_error* error) {

@@ -17,7 +17,7 @@
  * for it. Structures that callers fill end in reserved fields, which must be 0. A
  * later version may name one of them; its 0 will mean what happens today, and a
  * version that does not know the name rejects any other value. So programs and
- * libraries of different minor versions understand each other.
+ * libraries of different minor versions work together.
  */
 #ifndef VISTREL_HOST_H
 #define VISTREL_HOST_H
@@ -32,9 +32,10 @@ extern "C" {
 #endif
 
 /*
- * Fills conversion for frame: 8 bits a sample, mono or BGR by the frame's phase,
- * bilinear, no binning, no truncation, the highest bits, the whole frame; rejects
- * samples with excess bits. Only reads frame->phase. Neither pointer may be null.
+ * Fills conversion with the defaults for frame: 8 bits per sample, mono or BGR
+ * depending on the frame's phase, bilinear, no binning, no truncation, the highest
+ * bits, the whole frame; samples with excess bits are rejected. Only reads
+ * frame->phase. Neither pointer may be null.
  */
 void vistrel_default_conversion(const vistrel_frame* frame, vistrel_conversion* conversion);
 
@@ -55,10 +56,10 @@ int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* co
                         const vistrel_image* image, vistrel_error* error);
 
 /*
- * A stream: what one conversion at a time needs besides frame and image. Each keeps
- * a work buffer of about 6 bytes for every pixel of the largest colour frame it has
- * converted. A worker that holds one never waits for a stream, and its memory stays
- * warm.
+ * A stream: what a conversion needs besides frame and image. It serves one
+ * conversion at a time. Each stream keeps a work buffer of about 6 bytes for every
+ * pixel of the largest colour frame it has converted. A worker that holds one never
+ * waits for a stream, and its memory stays warm.
  *
  * A process may fork at any time, from any thread, and the child may convert. There,
  * streams on which other threads were converting are free; all others that were
@@ -75,7 +76,7 @@ enum {
   VISTREL_NO_WAIT = 1 /* reject the call: VISTREL_NO_STREAM */
 };
 
-/* Acquires a stream, which is the caller's until its release. */
+/* Acquires a stream. It belongs to the caller until the caller releases it. */
 int32_t vistrel_stream_acquire(uint32_t wait, vistrel_stream** stream, vistrel_error* error);
 
 /* vistrel_convert on this stream. Rejected while another thread converts on it. */
@@ -83,8 +84,8 @@ int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* fram
                                const vistrel_conversion* conversion, const vistrel_image* image,
                                vistrel_error* error);
 
-/* Releases a stream. From then on the caller's pointer is rejected, whoever acquires the stream
-   next: no pointer is handed out twice. */
+/* Releases a stream. From then on the pointer is rejected, even after somebody else has acquired
+   the stream: no pointer is handed out twice. */
 int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error);
 
 /*

@@ -1,4 +1,4 @@
-/* What the functions of vistrel_host.h take and give: statuses, choices, structures. Plain C. */
+/* The types of vistrel_host.h: status codes, choices, structures. Plain C. */
 #ifndef VISTREL_TYPES_H
 #define VISTREL_TYPES_H
 
@@ -16,7 +16,7 @@ enum {
   VISTREL_BAD_FORMAT = 6,        /* no such format, or not one for this frame */
   VISTREL_BAD_ALGORITHM = 7,     /* no such algorithm, or too many bits for it */
   VISTREL_BAD_BINNING = 8,       /* binning is not 1..4 */
-  VISTREL_BAD_REGION = 9,        /* the region leaves the frame */
+  VISTREL_BAD_REGION = 9,        /* the region extends beyond the frame */
   VISTREL_REGION_TOO_SMALL = 10, /* no whole bin is left, or less than an algorithm needs */
   VISTREL_BAD_REDUCTION = 11,    /* no such reduction, or not one for this frame and format */
   VISTREL_BAD_EXCESS = 12,       /* excess is neither VISTREL_REFUSE nor VISTREL_MASK */
@@ -78,7 +78,7 @@ typedef struct vistrel_frame {
   uint32_t width;      /* pixels, from 1 */
   uint32_t height;     /* pixels, from 1 */
   uint32_t bytes_per_sample; /* 1 or 2 */
-  uint32_t bits;             /* significant bits of a sample: 8 of a byte, 8..16 of 16 bits */
+  uint32_t bits;             /* significant bits: 8 for bytes, 8..16 for 16-bit samples */
   uint32_t phase;            /* VISTREL_GRBG to VISTREL_MONO */
   uint32_t alignment;        /* VISTREL_LOW_BITS or VISTREL_HIGH_BITS */
   uint32_t reserved[4];      /* 0 */
@@ -92,9 +92,9 @@ typedef struct vistrel_region {
 
 /* Demosaic algorithms. */
 enum {
-  VISTREL_BILINEAR = 0, /* the plain mean of the nearest sites */
+  VISTREL_BILINEAR = 0, /* the mean of the nearest sites */
   VISTREL_EDGE = 1,     /* colour differences along edges; takes a threshold */
-  VISTREL_NEAR = 2,     /* nearest neighbours, green along an edge */
+  VISTREL_NEAR = 2,     /* nearest neighbours; green along edges */
   VISTREL_LAROCHE = 3,  /* Laroche and Prescott: colours as differences to green */
   VISTREL_HAMILTON = 4, /* Hamilton and Adams: colours corrected by second differences */
   VISTREL_VNG = 5,      /* Chang, Cheung and Pang: variable number of gradients */
@@ -123,9 +123,9 @@ enum {
 /* How samples of more than 8 bits become 8. Windows keep eight consecutive bits, clamped. */
 enum {
   VISTREL_WINDOW_HIGH = 0,   /* the highest eight bits */
-  VISTREL_WINDOW_MIDDLE = 1, /* one place lower; from 9 bits up */
-  VISTREL_WINDOW_LOW = 2,    /* two places lower; from 10 bits up */
-  VISTREL_CURVE_2 = 3,       /* tone curves, from 10 bits up */
+  VISTREL_WINDOW_MIDDLE = 1, /* one bit lower; for 9 bits or more */
+  VISTREL_WINDOW_LOW = 2,    /* two bits lower; for 10 bits or more */
+  VISTREL_CURVE_2 = 3,       /* tone curves, for 10 bits or more */
   VISTREL_CURVE_3 = 4,
   VISTREL_CURVE_4 = 5,
   VISTREL_CURVE_5 = 6,
@@ -142,7 +142,7 @@ enum {
 /* What to do with samples that have bits set outside the frame's significant ones. */
 enum {
   VISTREL_REFUSE = 0, /* reject the conversion and report the first such sample */
-  VISTREL_MASK = 1    /* clear those bits */
+  VISTREL_MASK = 1    /* treat those bits as 0 */
 };
 
 /* White balance: a gain for each colour. */
@@ -157,13 +157,13 @@ enum { VISTREL_GAIN_ONE = 4096, VISTREL_GAIN_MAX = 65536 };
 
 /* What an algorithm sees beyond the region. */
 enum {
-  VISTREL_EDGES_NATIVE = 0, /* what the library makes up: several algorithms tint the border */
+  VISTREL_EDGES_NATIVE = 0, /* what the library substitutes; several algorithms tint the border */
   VISTREL_EDGES_PADDED = 1  /* the frame, and beyond it the frame mirrored about its outermost rows
                                and columns, so that the mosaic continues: 8 samples on each side,
                                9 with a binning of 3 */
 };
 
-/* The wanted result. vistrel_default_conversion fills it. */
+/* The result that the caller wants. vistrel_default_conversion fills it. */
 typedef struct vistrel_conversion {
   /*
    * VISTREL_MONO8 or VISTREL_MONO16 for mono frames, any other format for Bayer
@@ -178,8 +178,8 @@ typedef struct vistrel_conversion {
   uint32_t binning;   /* 1..4: each block of binning x binning pixels becomes one pixel, their sum
                          divided by binning; so the image gets brighter by that factor */
   /*
-   * 8..16: samples of more significant bits first lose their lowest ones, down to
-   * this number, so that algorithms made for 10 bits accept them. 0: no truncation.
+   * 8..16: samples with more significant bits are truncated to this number: they lose
+   * their lowest bits, so that algorithms made for 10 bits accept them. 0: no truncation.
    */
   uint32_t truncate_to;
   /*
@@ -188,9 +188,9 @@ typedef struct vistrel_conversion {
    */
   uint32_t reduction;
   /*
-   * Only read for VISTREL_TABLE: values of 0..255, either 1024, one for each value
-   * of a sample's highest ten bits, or one for each possible sample, of which only
-   * those for samples whose lower bits are 0 are used.
+   * Only read for VISTREL_TABLE: values of 0..255. Either 1024 of them, one for each
+   * value of a sample's highest ten bits; or one for each possible sample, of which only
+   * those for samples whose other bits are 0 are used.
    */
   const uint16_t* table;
   uint32_t table_entries;
@@ -218,7 +218,7 @@ typedef struct vistrel_conversion {
 /* The shape of a result, and all sizes. */
 typedef struct vistrel_layout {
   uint32_t width, height; /* pixels */
-  uint32_t channels;      /* samples of a pixel: 1, 3 or 4 */
+  uint32_t channels;      /* samples per pixel: 1, 3 or 4 */
   uint32_t bits;          /* significant bits of a sample, in its low bits: 8..16 */
   size_t row_bytes;       /* bytes of a row of pixels, without padding */
   size_t bytes;           /* row_bytes * height */
@@ -243,7 +243,7 @@ typedef struct vistrel_image {
 typedef struct vistrel_format {
   const char* name;          /* "BGR24" */
   uint32_t code;             /* VISTREL_MONO8 to VISTREL_RGB48 */
-  uint32_t channels;         /* samples of a pixel: 1, 3 or 4 */
+  uint32_t channels;         /* samples per pixel: 1, 3 or 4 */
   uint32_t bytes_per_sample; /* 1 or 2 */
   uint32_t mono;             /* 1: for mono frames, 0: for Bayer frames */
 } vistrel_format;

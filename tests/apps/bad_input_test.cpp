@@ -128,9 +128,9 @@ TEST_F(BadInput, OnePixelHasNoColour) {
 
 TEST_F(BadInput, Region) {
   const std::string file = pgm(20, 10, 255, plain);
-  expectRejected(file, "--roi 20x10+1+0: it leaves the frame of 20x10",
+  expectRejected(file, "--roi 20x10+1+0: it extends beyond the frame of 20x10",
                  "--phase rggb --roi 20x10+1+0");
-  expectRejected(file, "--roi 4x4+4294967295+0: it leaves the frame of 20x10",
+  expectRejected(file, "--roi 4x4+4294967295+0: it extends beyond the frame of 20x10",
                  "--phase rggb --roi 4x4+4294967295+0");
   expectRejected(file, "--roi 0x4+0+0: it contains no whole bin of 1x1 pixels",
                  "--phase rggb --roi 0x4+0+0");
@@ -145,17 +145,16 @@ TEST_F(BadInput, Bits) {
       pgm(4, 4, 65535, [](uint32_t x, uint32_t y) { return x == 3 && y == 2 ? 1024 : 9; }),
       "sample 1024 at column 3, row 2: samples of 10 bits are at most 1023",
       "--phase rggb --bits 10");
-  expectRejected(pgm(4, 4, 255, plain), "--curve 2: it needs 10 bits or more, the samples have 8",
+  expectRejected(pgm(4, 4, 255, plain), "--curve 2: it needs 10 bits or more; the samples have 8",
                  "--phase rggb --curve 2");
-  expectRejected(pgm(4, 4, 255, plain),
-                 "--depth 16: it needs a frame of 2 bytes a sample, this one has 1",
+  expectRejected(pgm(4, 4, 255, plain), "--depth 16: it needs 2 bytes per sample; this frame has 1",
                  "--phase rggb --depth 16");
 }
 
 TEST_F(BadInput, FormatForTheOtherKindOfFrame) {
-  expectRejected(pgm(4, 4, 1023, plain), "--format bgr48: it is for Bayer frames, this one is mono",
+  expectRejected(pgm(4, 4, 1023, plain), "--format bgr48: it is for Bayer frames; this one is mono",
                  "--phase mono --format bgr48");
-  expectRejected(pgm(4, 4, 255, plain), "--window 1: it needs 9 bits or more, the samples have 8",
+  expectRejected(pgm(4, 4, 255, plain), "--window 1: it needs 9 bits or more; the samples have 8",
                  "--phase rggb --window 1");
 }
 

@@ -46,7 +46,7 @@ TEST_F(Choices, MoreThanTenBitsMustBeReduced) {
   const Finished result = scratch.vistrel("convert in.pgm -o out.png --phase rggb -a laroche");
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err,
-            "vistrel: in.pgm: --algorithm laroche: supports at most 10 bits, the frame has 12; "
+            "vistrel: in.pgm: --algorithm laroche: supports at most 10 bits, but the frame has 12; "
             "--depth reduce10 drops the lowest bits first\n");
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});
   const auto reduced = convert("-a laroche --depth reduce10").samples;
@@ -78,7 +78,7 @@ TEST_F(Choices, GrayFitsAPgm) {
       scratch.vistrel("convert in.pgm --phase rggb --format gray8 -o out.ppm").err,
       "vistrel: in.pgm: --format gray8 makes gray, and out.ppm holds colour: use .pgm or .png\n");
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --format gray16 -o out.pgm").err,
-            "vistrel: in.pgm: --format gray16: it needs a frame of 2 bytes a sample, this one has "
+            "vistrel: in.pgm: --format gray16: it needs 2 bytes per sample; this frame has "
             "1\n");
 }
 

@@ -111,7 +111,7 @@ TEST_F(Compare, Errors) {
   expectFailure("--phase rggb -o out.png --crop 0x10+0+0", 3,
                 "in.pgm: --crop 0x10+0+0: it exceeds the frame of 40x30, or is empty");
   expectFailure("--phase rggb -o out.png --curve 2", 3,
-                "in.pgm: --curve 2: it needs 10 bits or more, the samples have 8");
+                "in.pgm: --curve 2: it needs 10 bits or more; the samples have 8");
   scratch.write("in.ppm", pgm(40, 30, 255, sampleAt));
   EXPECT_EQ(scratch.vistrel("compare in.ppm --phase rggb -o in.ppm").err,
             "vistrel: -o in.ppm: it is the same file as the input in.ppm\n");
@@ -122,7 +122,7 @@ TEST_F(Compare, SheetThatIsTooLarge) {
   const Finished result =
       scratch.vistrel("compare in.pgm --phase rggb -o out.png --crop 3000x600+0+0 --zoom 16");
   EXPECT_EQ(result.status, 2);
-  EXPECT_NE(result.err.find("268435456 are allowed; take a smaller --crop or --zoom\n"),
+  EXPECT_NE(result.err.find("268435456 are allowed; use a smaller --crop or --zoom\n"),
             std::string::npos)
       << result.err;
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});

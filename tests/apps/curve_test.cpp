@@ -99,7 +99,7 @@ TEST_F(Curve, FrameOfTheWrongDepth) {
   const Finished deep = convert();
   EXPECT_EQ(deep.status, 3);
   EXPECT_EQ(deep.err,
-            "vistrel: in.pgm: --curve curve: a table serves 10 to 12 bits, the samples have 14\n");
+            "vistrel: in.pgm: --curve curve: a table serves 10 to 12 bits; the samples have 14\n");
 }
 
 }  // namespace

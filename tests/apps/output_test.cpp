@@ -178,7 +178,7 @@ TEST_F(ManyInputs, NeedAFolder) {
   EXPECT_EQ(none.err, "vistrel: -o no: there is no such folder\n");
   const Finished file = convert("a.pgm b.pgm", "bad.pgm");
   EXPECT_EQ(file.status, 2);
-  EXPECT_EQ(file.err, "vistrel: -o bad.pgm: a folder is expected, this is a file\n");
+  EXPECT_EQ(file.err, "vistrel: -o bad.pgm: a folder is expected; this is a file\n");
 }
 
 TEST_F(ManyInputs, NeedNamesOfTheirOwn) {

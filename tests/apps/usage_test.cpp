@@ -96,7 +96,7 @@ TEST(Usage, Algorithm) {
   for (const std::string name : {"sharpest", "sharpest:4", "Bilinear", "bilinea"})
     expectUsage(convert + name, "--algorithm " + name + ": " + algorithmNames() + " are allowed\n");
   expectUsage(convert + "laroche:5",
-              "--algorithm laroche:5: laroche takes no threshold, only edge does\n");
+              "--algorithm laroche:5: laroche takes no threshold; only edge does\n");
   for (const std::string threshold : {"256", "-1", "", "x", "5x", "99999999999"})
     expectUsage(convert + "edge:" + threshold,
                 "--algorithm edge:" + threshold + ": a threshold of 0 to 255 is allowed\n");

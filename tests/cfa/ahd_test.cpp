@@ -18,7 +18,7 @@ void expectSame(const Rgb<T>& a, int x, int y, const Rgb<T>& b, CfaRect rect) {
       ASSERT_EQ(a.at(x + i, y + j), b.at(rect.x + i, rect.y + j)) << i << ' ' << j;
 }
 
-// Regions smaller than the bands along the frame's edges, and beside them.
+// Regions smaller than the bands along the frame's edges, and next to them.
 TEST_P(Ahd, NothingOutsideTheRegionIsWritten) {
   const Mosaic<uint8_t> m = noiseMosaic<uint8_t>(34, 34, 3, 80);
   for (const CfaRect& roi :
@@ -29,8 +29,8 @@ TEST_P(Ahd, NothingOutsideTheRegionIsWritten) {
       homogeneous(noiseMosaic<uint8_t>(34, 5, 4, 80), 1, {0, 0, 34, 5}).hasOnly({0, 0, 34, 5}));
 }
 
-// Interior and bands meet without a seam, whatever site the region begins on: a gray scene of
-// columns is exact in the image along columns, and that is the one chosen.
+// Interior and bands meet without a visible boundary, whatever site the region begins at: a gray
+// scene of columns is exact in the image along columns, and that image is chosen.
 TEST_P(Ahd, AGraySceneThatChangesAlongOneAxisIsExact) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
@@ -88,7 +88,7 @@ TEST_P(Ahd, TheChoiceBeginsAfreshAtEachRectanglesLeftEnd) {
   }
 }
 
-// Steps of chroma whose squares leave 32 bits: the choice follows what is left of them.
+// Differences of chroma whose squares exceed 32 bits: the choice follows the wrapped values.
 TEST_P(Ahd, StarkFramesAreChosenAsThePlainFormulasChoose) {
   Mosaic<uint16_t> m = noiseMosaic<uint16_t>(60, 20, 9);
   for (uint16_t& sample : m.samples)
@@ -103,7 +103,7 @@ TEST_P(Ahd, StarkFramesAreChosenAsThePlainFormulasChoose) {
   }
 }
 
-// With five samples a side one reflection is not enough. What it leaves outside is not read.
+// With five samples per side, one reflection is not enough. What is still outside is not read.
 TEST_P(Ahd, WhatLiesBesideTheFrameDoesNotMatter) {
   for (int side : {5, 6})
     for (int grid = 0; grid < 4; ++grid) {

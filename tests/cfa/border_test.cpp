@@ -1,5 +1,5 @@
-// Within two pixels of the frame's edge: plain means, a missing neighbour replaced by the opposite
-// one. The expected values are written out edge by edge, without any mirror.
+// Within two pixels of the frame's edge: plain means, where a missing neighbour is replaced by the
+// opposite one. The expected values are written out edge by edge, without mirroring.
 #include "cfa/by_name.h"
 
 #include "tests/cfa/primitives.h"
@@ -14,7 +14,7 @@ VISTREL_LEVEL_SUITE(CfaBorder);
 
 enum class Kind { inside, row, column, corner };
 
-// What there is of a pixel's surroundings.
+// The neighbours that a pixel has.
 template <class T>
 struct Surroundings {
   const Mosaic<T>& m;
@@ -32,7 +32,7 @@ struct Surroundings {
                                    : Kind::inside;
   }
   int s(int dx, int dy) const { return m.at(x + dx, y + dy); }
-  int inwardX() const { return hasW() ? -1 : 1; }  // of the two where one is missing
+  int inwardX() const { return hasW() ? -1 : 1; }  // toward the neighbour that exists
   int inwardY() const { return hasN() ? -1 : 1; }
 
   int green() const {  // at a red or blue site
@@ -43,7 +43,7 @@ struct Surroundings {
       default: return (s(0, -1) + s(-1, 0) + s(1, 0) + s(0, 1) + 2) >> 2;
     }
   }
-  int opposite() const {  // there, the other colour
+  int opposite() const {  // the other colour at a red or blue site
     switch (kind()) {
       case Kind::row: return (s(-1, inwardY()) + s(1, inwardY()) + 1) >> 1;
       case Kind::column: return (s(inwardX(), -1) + s(inwardX(), 1) + 1) >> 1;
@@ -101,8 +101,8 @@ void expectBorder(const Mosaic<T>& m, int grid) {
     }
 }
 
-// Odd and even sides: the far corners change their site. Three rows or columns have one that is the
-// second from either edge.
+// Odd and even sides: the right and lower corners change their site. With three rows or columns,
+// one of them is the second from both edges.
 TEST_P(CfaBorder, EveryEdgeFollowsItsFormulas) {
   atBothDepths([](auto depth) {
     for (int w = 2; w <= 9; ++w)
@@ -112,7 +112,7 @@ TEST_P(CfaBorder, EveryEdgeFollowsItsFormulas) {
   });
 }
 
-// Two samples away there is no difference in the rows, a large one in the columns.
+// Two samples away, the rows show no difference, and the columns a large one.
 TEST_P(CfaBorder, GreenNeverFollowsAnEdge) {
   Mosaic<uint8_t> m(12, 9, 10);
   for (int y = 0; y < 9; ++y)
@@ -167,7 +167,7 @@ TEST(CfaBorderAlone, HasNothingToDoInside) {
   EXPECT_TRUE(borderOf(m, 0, {2, 2, 8, 8}).isUntouched());
 }
 
-// A strip, given the lines that it reads and no other, gives what the whole frame has there.
+// A strip that gets only the lines that it reads gives what the whole frame has there.
 template <class T>
 struct Strips {
   Mosaic<T> m = noiseMosaic<T>(11, 9, 10, 80);

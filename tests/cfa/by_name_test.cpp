@@ -1,4 +1,4 @@
-// The functions for one rectangle, compared with what the primitives make of the whole frame.
+// The functions for one rectangle, compared with the primitives on the whole frame.
 #include "cfa/by_name.h"
 
 #include "tests/cfa/primitives.h"
@@ -24,7 +24,7 @@ void expectNearest(const Mosaic<T>& m, int grid, CfaRect rect, Rect rectangle) {
   expectSame(rgb, nearest(m, grid), rect);
 }
 
-// A rectangle from (2, 2) has the frame's own colours at its corner.
+// A rectangle at (2, 2) has the frame's own colours at its corner.
 TEST_P(Rectangles, OfNearestNeighboursBearTheirColoursInTheirNames) {
   for (int width : {1, 2, 15, 16, 17, 33, 70}) {
     const CfaRect rect{2, 2, width, 5};
@@ -109,7 +109,7 @@ TEST(RectanglesOfHomogeneity, AreNoneForAnotherPhase) {
   }
 }
 
-// From a red site on, of even sides, five samples from the frame's edges: a region of its own.
+// From a red site, with even sides, five samples from the frame's edges: a region of its own.
 template <class T, class Local>
 void expectInterior(Local local) {
   for (const CfaRect& rect : {CfaRect{6, 6, 28, 12}, CfaRect{6, 8, 2, 2}, CfaRect{10, 6, 18, 4}}) {
@@ -126,8 +126,8 @@ TEST_P(Rectangles, OfTheInteriorNeedNoMirror) {
   expectInterior<uint16_t>(localIntAHD_16u);
 }
 
-// A rectangle of one pixel is that pixel of any other, unless it is a tie that one inherits: none
-// is in a scene of columns.
+// A rectangle of one pixel gives what a larger one gives there, unless the pixel is a tie that
+// inherits a choice; a scene of columns has no ties.
 TEST_P(Rectangles, OfOnePixelHaveThatOfALargerOne) {
   Mosaic<uint8_t> m(40, 23, 0);
   const Mosaic<uint8_t> line = noiseMosaic<uint8_t>(40, 1, 6);

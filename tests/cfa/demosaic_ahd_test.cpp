@@ -23,7 +23,7 @@ TEST(DemosaicAhdStatus, ReportsTheFirstOfSeveralFaults) {
   EXPECT_EQ(status(samples, {5, 5}, pixel, 4), -5);
   EXPECT_EQ(status(samples, {5, 5}, pixel, -1), -5);
   EXPECT_THAT(pixel, ElementsAre(1, 2, 3));
-  EXPECT_EQ(status(samples, {5, 5}, pixel, 0), 0);  // without scratch
+  EXPECT_EQ(status(samples, {5, 5}, pixel, 0), 0);  // without scratch memory
   EXPECT_THAT(pixel, Each(0));
 }
 
@@ -53,7 +53,7 @@ TEST_P(DemosaicAhd, ARegionClippedToNothingSucceeds) {
 TEST_P(DemosaicAhd, ANegativeOriginMovesTheRegionIn) {
   const Mosaic<uint8_t> m = noiseMosaic<uint8_t>(30, 12, 2, 80);
   const Rgb<uint8_t> moved = homogeneous(m, 1, {-3, -2, 10, 6});
-  EXPECT_TRUE(moved.hasOnly({-3, -2, 10, 6}));  // as large as it came
+  EXPECT_TRUE(moved.hasOnly({-3, -2, 10, 6}));  // of its original size
   const Rgb<uint8_t> inside = homogeneous(m, 1, {0, 0, 10, 6});
   for (int y = 0; y < 6; ++y)
     for (int x = 0; x < 10; ++x) EXPECT_EQ(moved.at(x - 3, y - 2), inside.at(x, y));

@@ -11,7 +11,7 @@ using ::testing::ElementsAre;
 
 VISTREL_LEVEL_SUITE(Near);
 
-// A frame of RGGB with red at (4, 4), its neighbours up to two samples away as given.
+// An RGGB frame with red at (4, 4) and the given neighbours up to two samples away.
 struct Cross {
   int c, n, s, w, e, n2, s2, w2, e2;
 };
@@ -83,7 +83,7 @@ TEST_P(Near, GreenFollowsAStrongUprightEdge) {
   EXPECT_EQ(rgb.at(5, 5)[1], 200);  // blue
 }
 
-// In a frame of five by five only the centre has the neighbourhood that a choice takes.
+// In a frame of five by five, only the centre has all the neighbours that a choice needs.
 TEST_P(Near, OneOfTwentyFivePixelsIsInside) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
@@ -105,7 +105,7 @@ TEST_P(Near, NoneOfSixteenPixelsIsInside) {
   EXPECT_EQ(rgb.at(2, 2)[1], (10 + 10 + 10 + 200 + 2) >> 2);
 }
 
-// A pixel two samples and more from the frame's edges, by its neighbours alone.
+// A pixel at least two samples inside the frame, from its neighbours alone.
 template <class T>
 typename Rgb<T>::Pixel insidePixel(const Mosaic<T>& m, int grid, int x, int y) {
   const auto s = [&](int dx, int dy) { return m.at(x + dx, y + dy); };
@@ -125,7 +125,7 @@ typename Rgb<T>::Pixel insidePixel(const Mosaic<T>& m, int grid, int x, int y) {
   return pixel;
 }
 
-// Blocks of a vector's length and what is left of a row: the same formulas.
+// Whole vectors and the rest of a row follow the same formulas.
 TEST_P(Near, EveryWidthFollowsTheFormulas) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
@@ -141,7 +141,7 @@ TEST_P(Near, EveryWidthFollowsTheFormulas) {
   });
 }
 
-// Whatever a rectangle begins on, odd columns and rows included, its pixels are the frame's.
+// Wherever a rectangle begins, odd columns and rows included, its pixels are the frame's.
 TEST_P(Near, ARectangleIsAPieceOfTheFrame) {
   const Mosaic<uint8_t> m = noiseMosaic<uint8_t>(13, 11, 5, 80);
   for (int grid = 0; grid < 4; ++grid) {

@@ -1,4 +1,4 @@
-// Frames for the filter-array primitives, and what these make of them.
+// Frames for the colour filter array primitives, and their results.
 #pragma once
 
 #include <array>
@@ -29,7 +29,7 @@ Mosaic<T> noiseMosaic(int w, int h, unsigned seed, unsigned top = std::numeric_l
   return {w, h, noise<T>(static_cast<size_t>(w) * static_cast<size_t>(h), top, seed)};
 }
 
-// The destination of a rectangle, with a margin on every side that must stay as it is.
+// The destination of a rectangle, with a margin on every side that must stay unchanged.
 template <class T>
 class Rgb {
  public:
@@ -46,13 +46,13 @@ class Rgb {
   int step() const { return 3 * pitch_; }  // in samples
   int stepBytes() const { return step() * int{sizeof(T)}; }
 
-  // By the frame's coordinates.
+  // Coordinates are the frame's.
   Pixel at(int x, int y) const {
     const T* p = &samples_.at(index(x, y));
     return {p[0], p[1], p[2]};
   }
 
-  // Whether nothing but `rect` was written, and all of that.
+  // Whether all of `rect` was written, and nothing else.
   bool hasOnly(CfaRect rect) const {
     for (int y = rect_.y - kRoom; y < rect_.y + std::max(rect_.height, 0) + kRoom; ++y)
       for (int x = rect_.x - kRoom; x < rect_.x + pitch_ - kRoom; ++x) {
@@ -122,7 +122,7 @@ inline int colourAt(int grid, int x, int y) {
   return c == 'R' ? 0 : c == 'G' ? 1 : 2;
 }
 
-// check(T{}) for T of either depth.
+// Calls check(T{}) for both depths.
 template <class Check>
 void atBothDepths(Check check) {
   check(uint8_t{});

@@ -23,8 +23,8 @@ TEST_P(Reconstruction, SensedSamplesAreNotTouched) {
   });
 }
 
-// A frame of RGGB that is its own mirror image at the diagonal. There both images agree, so that
-// the formulas show whichever is chosen. The red site in hand is (12, 12).
+// An RGGB frame that is its own mirror image about the diagonal. There both images agree, so that
+// the formulas show whichever is chosen. The red site under test is (12, 12).
 template <class T>
 struct Symmetric {
   Mosaic<T> m;
@@ -35,7 +35,7 @@ struct Symmetric {
   typename Rgb<T>::Pixel centre() const { return homogeneous(m, CFA_GRID_RGGB).at(12, 12); }
 };
 
-// Green neighbours a and b, the site itself, its own colour two away.
+// Green neighbours a and b, the site itself, and its own colour two samples away.
 template <class T>
 int greenOf(int a, int b, int c, int l, int r) {
   Symmetric<T> frame(60);
@@ -76,8 +76,8 @@ TEST_P(Reconstruction, DifferencesOfColoursRoundDown) {
   });
 }
 
-// Greens of `beside` around the red site, of `elsewhere` all about; blue everywhere the same. At
-// the blue sites green is the mean of both.
+// Greens of `beside` around the red site, of `elsewhere` everywhere else; blue is uniform. At the
+// blue sites green is the mean of both.
 template <class T>
 int blueOf(int beside, int elsewhere, int blue) {
   Symmetric<T> frame(static_cast<unsigned>(elsewhere));

@@ -6,7 +6,7 @@
 namespace vistrel::core::test {
 namespace {
 
-// A letter a column: H along the row, V along the column.
+// One letter per column: H along the row, V along the column.
 template <class T>
 std::string choices(const std::vector<int>& sums) {
   const size_t n = (sums.size() + 1) / 2, capacity = n + 16;

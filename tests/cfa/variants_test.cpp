@@ -26,15 +26,15 @@ TEST(Variants, TheFirstTwoSlotsHoldTheSame) {
               u8_ippiDemosaicAHD_16u_C1C3R, y8_ippiDemosaicAHD_16u_C1C3R);
 }
 
-// Sets the published index, and puts it back.
+// Sets the public index, and restores it.
 struct IndexScope {
   const uint32_t before = ippJumpIndexForMergedLibs;
   explicit IndexScope(uint32_t index) { ippJumpIndexForMergedLibs = index; }
   ~IndexScope() { ippJumpIndexForMergedLibs = before; }
 };
 
-// run(slot, destination, its step in bytes) for each slot, whatever the index says, and public
-// calls at each index: all of one result.
+// Calls run(slot, destination, its step in bytes) for each slot, whatever the index is, and public
+// at each index: all results must be equal.
 template <class T, class Run, class Public>
 void expectOneResult(const Mosaic<T>& m, Run run, Public callPublic) {
   std::vector<Rgb<T>> results;

@@ -1,4 +1,4 @@
-// The filter-array primitives, called directly.
+// The colour filter array primitives, called directly.
 #include <algorithm>
 
 #include "tests/check/groups.h"

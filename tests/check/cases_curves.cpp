@@ -79,7 +79,7 @@ void addTables(Catalogue& all) {
             return 0;
           }),
       [](Draw& draw) { return drawTable(draw, 8); });
-  // Its power function is the C library's.
+  // It uses the power function of the C library.
   add(
       all,
       tableSubject(
@@ -169,7 +169,7 @@ Layout doubleLayout(size_t in, size_t out, size_t ints) {
 using Decomp = int(double*, int, int*, int*);
 using Solve = void(double*, int, int*, double*);
 
-// The factors come into the destination, row numbers and the flag into the work buffer.
+// The factors go to the destination, the row numbers and the flag to the work buffer.
 uint64_t decompose(Decomp* decomp, const Call& c, const Memory& m) {
   const int n = asInt(c.a);
   std::memcpy(m.destination.begin, m.source.begin, sizeof(double) * c.a * c.a);
@@ -212,7 +212,7 @@ void addSystems(Catalogue& all) {
 
 using Fit = int(double*, double*, double*);
 
-// x in ascending order, or as it comes.
+// x in ascending order, or in any order.
 void fillPoints(const Call& call, const Layout& layout, const Memory& memory) {
   fillDoubles(call, layout, memory);
   if (call.seed % 4 == 0) return;

@@ -45,7 +45,7 @@ int32_t weight(Random& random, uint32_t kind) {
   }
 }
 
-// A divisor of -1 takes no sum that has no negative.
+// Sums that wrap get no divisor of -1: the lowest one has no negative.
 void fillRecordAndImage(const Call& call, const Layout& layout, const Memory& memory) {
   fillWithFrame(memory.destination, call, layout.destinationRaster.sampleBytes, call.srcBits);
   if (call.a != kRecord) return;

@@ -1,5 +1,5 @@
-// From demosaiced samples to the output formats: the members, the functions that choose one, the
-// table.
+// The path from demosaiced samples to the output formats: the members, the functions that choose
+// one, the table.
 #include <algorithm>
 
 #include "common/arith.h"

@@ -8,8 +8,9 @@ namespace vistrel::core::check {
 
 class Draw : public Random {
  public:
-  // kComplete cases have every size of 1..40 by 1..40 pixels with binning 0 and with another one.
-  // One case in sixteen has up to 700 pixels a side; a few frames are larger than the caches.
+  // kComplete cases cover every size of 1..40 by 1..40 pixels, with binning 0 and with another
+  // binning. One case in sixteen has up to 700 pixels per side; a few frames are larger than the
+  // caches.
   static constexpr uint32_t kSmall = 40;
   static constexpr uint32_t kLarge = 700;
   static constexpr uint32_t kHuge = 2400;

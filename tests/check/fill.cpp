@@ -10,8 +10,8 @@
 namespace vistrel::core::check {
 namespace {
 
-// The frame's own samples as far as they go, then the same again: odd figures, so that the
-// repetition falls in with nothing.
+// Larger frames repeat their samples after this many rows and samples. The numbers are odd, so that
+// the repetition does not line up with anything.
 constexpr size_t kOwnRows = 509, kOwnSamples = 99991;
 
 template <class T>

@@ -1,4 +1,4 @@
-// What a call finds in its memory.
+// Fills the memory that a call works on.
 #pragma once
 
 #include "tests/check/block.h"
@@ -6,11 +6,11 @@
 
 namespace vistrel::core::check {
 
-// Noise, the same wherever the block lies.
+// Fills the block with noise that does not depend on where the block lies.
 void fillWithNoise(const Block& block, uint64_t seed);
 
-// The call's frame of samples of `bits` bits, 0 standing for all that a sample has. The columns
-// are counted from where the block's address would be.
+// Fills the block with the call's frame, of samples of `bits` bits (0: all bits that a sample has).
+// Columns are counted from where the block's address would be.
 void fillWithFrame(const Block& block, const Call& call, size_t sampleBytes, uint32_t bits);
 
 void copyRows(const Block& from, const Block& to);

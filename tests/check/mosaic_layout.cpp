@@ -17,7 +17,7 @@ uint32_t smallest(MemoryLayout memoryLayout) {
   return memoryLayout == MemoryLayout::nearest ? kNearestSmallest : kHomogeneitySmallest;
 }
 
-// At the public entries.
+// Whether the public entries reject the call.
 bool isRefused(const Call& call, bool wide) {
   return !wide && (call.format == IMG_FMT_MONO16 || call.format == IMG_FMT_GRAY16);
 }
@@ -27,7 +27,7 @@ Shape regionRows(const Call& call, size_t s) {
   return {s * call.originX(), call.fullHeight(), s * call.fullWidth(), s * call.imgWidth};
 }
 
-// The origin moves the rows in the work buffer, not those of the source.
+// The origin shifts the rows in the work buffer, not those of the source.
 void setBlocks(Layout& layout, const Call& call) {
   const size_t s = layout.sampleBytes, width = call.fullWidth();
   const size_t rowsDown = call.factor() * call.roiY;
@@ -39,8 +39,8 @@ void setBlocks(Layout& layout, const Call& call) {
   layout.workRaster = {s, 3, width + 4, 2, 4};
 }
 
-// Rows of the region that a primitive converts: it counts the origin's rows of the source, but not
-// in the frame's height.
+// The number of the region's rows that a primitive converts: it skips the origin's rows of the
+// source, but the frame's height does not include them.
 size_t convertedRows(const Call& call, MemoryLayout memoryLayout) {
   const uint32_t y0 = call.factor() * call.roiY;
   const bool refused =

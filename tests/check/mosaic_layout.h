@@ -1,4 +1,4 @@
-// Which bytes of source and work buffer a conversion of a mosaic may touch.
+// Determines which bytes of source and work buffer a conversion of a mosaic may touch.
 #pragma once
 
 #include "tests/check/subject.h"

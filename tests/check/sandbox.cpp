@@ -18,7 +18,7 @@ Edge edge(const Call& call, Place atStart) {
   return call.place & atStart ? Edge::start : Edge::end;
 }
 
-// As ImgInitialize sizes it.
+// The size that ImgInitialize gives it.
 size_t workBytesFor(FrameSize size) {
   return (size_t{3} * size.width + 18) * (size_t{size.height} + 6) * 2;
 }

@@ -20,7 +20,7 @@ struct Memory {
   Block source, destination, work, table;
 };
 
-// How bytes form pixels, to describe where a difference is.
+// The pixels that bytes form, to describe where a difference is.
 struct Raster {
   size_t sampleBytes = 1;
   size_t channels = 1;

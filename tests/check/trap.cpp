@@ -4,7 +4,7 @@
 #include <signal.h>
 #include <unistd.h>
 
-// Only the runtimes of sanitizers have it.
+// Only the runtimes of sanitizers define it.
 extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)(void));
 
 namespace vistrel::core::check {

@@ -13,7 +13,7 @@ struct Fault {
   const uint8_t* address;
 };
 
-// After a fault the function's destructors do not run: what they would have released stays.
+// After a fault the function's destructors do not run, so what they would have released leaks.
 std::optional<Fault> trapped(const std::function<void()>& function);
 
 // The text that the process prints when a sanitizer, or a signal outside trapped(), ends it.

@@ -1,4 +1,4 @@
-// Looking a cache descriptor up in a table of sizes.
+// Looks up a cache descriptor in a table of sizes.
 #include "tests/cpu/fake_processor.h"
 
 namespace vistrel::core::test {

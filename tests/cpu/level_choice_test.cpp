@@ -149,7 +149,7 @@ int32_t forcedFromMarked(uint32_t code, int32_t (*init)(uint32_t)) {
   return init(code);
 }
 
-// On a machine with no feature at all.
+// On a processor without any feature.
 TEST_F(StaticInitCpu, ForcesALevelWithoutAskingTheProcessor) {
   for (auto init : {ippStaticInitCpu, ippInitCpu})
     for (const Code& c : kCodes)

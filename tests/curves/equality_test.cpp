@@ -1,4 +1,4 @@
-// Bit for bit the same as the plain functions, over random arguments.
+// The library gives the same bits as the plain functions, for random arguments.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ class Draw {
   explicit Draw(unsigned seed) : engine_(seed) {}
   int integer(int from, int to) { return std::uniform_int_distribution(from, to)(engine_); }
 
-  // Small integers among them, so that ties, zeros and equal rows come up.
+  // Includes small integers, so that ties, zeros and equal rows occur.
   std::vector<double> numbers(size_t count) {
     std::vector<double> values(count);
     const bool small = integer(0, 1) != 0;
@@ -65,7 +65,7 @@ void compareFits(Fit fit, Fit plain, size_t points, size_t coefficients) {
     std::vector<double> x = draw.numbers(points), y = draw.numbers(points);
     std::vector<double> c(coefficients, 5), c2 = c;
     ASSERT_EQ(fit(x.data(), y.data(), c.data()), plain(x.data(), y.data(), c2.data())) << i;
-    for (size_t k = 0; k < coefficients; ++k)  // the sign of a NaN is nobody's
+    for (size_t k = 0; k < coefficients; ++k)  // the sign of a NaN is unspecified
       ASSERT_TRUE(c[k] == c2[k] || (c[k] != c[k] && c2[k] != c2[k])) << i;
   }
 }

@@ -19,7 +19,7 @@ using ::testing::Pointwise;
 
 using Values = std::vector<double>;
 
-// Four coefficients a segment. The number of points chooses the function.
+// Four coefficients per segment. The number of points selects the function.
 Values spline(Values x, Values y, int expected = 1) {
   Values coefficients(4 * (x.size() - 1), 77);
   const auto resolve = x.size() == 5 ? Resolve4thOrderSpline : Resolve5thOrderSpline;

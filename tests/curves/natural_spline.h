@@ -1,5 +1,5 @@
-// The natural cubic spline, found another way than the library's: the tridiagonal system by
-// forward elimination, the curve as a sum of cubes at both ends of a segment.
+// The natural cubic spline, computed in another way than the library's: it solves the tridiagonal
+// system by forward elimination, and the curve is a sum of cubes at both ends of a segment.
 #pragma once
 
 #include <cstddef>
@@ -27,7 +27,7 @@ class NaturalSpline {
 
   double second(size_t k) const { return second_[k]; }
 
-  // At x, by the cubic of segment k.
+  // The value at x, by the cubic of segment k.
   double at(size_t k, double x) const {
     const double left = x - x_[k], right = x_[k + 1] - x, width = h(k);
     return (second_[k] * right * right * right + second_[k + 1] * left * left * left) /

@@ -41,7 +41,7 @@ std::vector<double> identity(size_t n) {
   return m;
 }
 
-// By factors as they stand, without a permutation.
+// Solves with factors as they are, without a permutation.
 std::vector<double> solved(std::vector<double> factors, std::vector<double> right) {
   std::vector<int> index(right.size());
   for (size_t i = 0; i < index.size(); ++i) index[i] = static_cast<int>(i);
@@ -117,8 +117,8 @@ TEST(LUDecomp, ComparesPivotsByTheScaleOfTheirRows) {
   EXPECT_THAT(Decomposition({10, 10, 1, 100}).index[0], 0);
 }
 
-// The third row takes the first one's place, and the first one's scale of 1/100 goes down with it:
-// with a scale of its own left behind it would win the second column.
+// The third row takes the first one's place, and the first one's scale of 1/100 moves down with it:
+// if its scale stayed behind, it would win the second column.
 TEST(LUDecomp, MovesTheScaleWithTheRow) {
   EXPECT_THAT(Decomposition({0, 1, 100, 0, 1, 1, 1, 0, 0}).index, ElementsAre(2, 1, 2));
 }

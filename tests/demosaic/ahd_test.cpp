@@ -22,7 +22,7 @@ TEST_P(AhdImage, HasBlueFirstInEveryPhase) {
   }
 }
 
-// Sixteen bits are passed on as they are.
+// 16-bit samples pass unchanged.
 TEST_P(AhdImage, OfSixteenBitsKeepsEverySensedBit) {
   Frame<uint16_t> frame(20, 10, 0);
   frame.samples = noise<uint16_t>(frame.samples.size(), 65535, 1);
@@ -32,7 +32,7 @@ TEST_P(AhdImage, OfSixteenBitsKeepsEverySensedBit) {
       EXPECT_EQ(image.at(3 * (20 * y + x) + 1), frame.at(x, y));  // green
 }
 
-// Rows 2 to 5 of the source come first; nothing follows them.
+// Rows 2 to 5 of the source come first; no others follow.
 // quirk: rows-below-origin
 TEST_P(AhdImage, ARegionsFirstRowLeavesFewerRows) {
   Frame<uint8_t> frame = plainColours<uint8_t>(BAYER_RGGB, 24, 6);

@@ -1,4 +1,4 @@
-// Bilinear conversions, and what they are to leave, stated pixel by pixel.
+// Bilinear conversions, and their expected results, stated pixel by pixel.
 #pragma once
 
 #include "demosaic/demosaic.h"
@@ -9,7 +9,7 @@ namespace vistrel::core::test {
 
 constexpr uint32_t kSlot = 9;
 
-// What a conversion to colour leaves: its samples, and the work buffer.
+// The results of a conversion to colour: its samples, and the work buffer.
 template <class T>
 struct Outcome {
   std::vector<T> image, buffer;
@@ -38,7 +38,7 @@ Outcome<T> convert(const Mosaic<T>& m) {
   return convert(m, std::vector<T>(m.samples(), static_cast<T>(0xEEEE)));
 }
 
-// A colour that the pixel did not sense: the mean of those of its eight neighbours that did.
+// A colour that the pixel did not sense: the mean of those of its eight neighbours that sensed it.
 template <class T>
 unsigned interpolated(const Mosaic<T>& m, int i, int j, int channel) {
   if (sensedChannel(m.site(i, j)) == channel) return m.sensed(i, j);
@@ -52,7 +52,7 @@ unsigned interpolated(const Mosaic<T>& m, int i, int j, int channel) {
   return sum / count;
 }
 
-// The buffer that a conversion leaves: the guard keeps the mosaic.
+// The expected work buffer after a conversion: the guard keeps the mosaic.
 template <class T>
 std::vector<T> filledBuffer(const Mosaic<T>& m) {
   return m.buffer([&](int i, int j, int c) {

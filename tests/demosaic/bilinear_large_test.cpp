@@ -1,4 +1,4 @@
-// Bilinear conversions of frames that no cache holds.
+// Bilinear conversions of frames larger than the caches.
 #include "output/colour.h"
 #include "tests/demosaic/bilinear.h"
 #include "tests/levels.h"

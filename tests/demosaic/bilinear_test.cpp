@@ -115,7 +115,8 @@ TEST_P(Bilinear, AnEdgePixelReadsItsNeighbourTwice) {
   EXPECT_EQ(image[3 * 30 + 0], 40);  // (0, 5), green: blue above and below is (0, 4)
 }
 
-// Every format and binning, those without an output too: as if the whole image came first.
+// Every format and binning, also those without an output: as if the whole image were computed
+// first.
 TEST_P(Bilinear, TheOutputIsMadeOfTheFullImage) {
   for (uint32_t F = 1; F <= 5; ++F) {
     const uint32_t w = 37, h = 4;

@@ -87,7 +87,7 @@ TEST_P(Cok, ADiagonalWithoutGreenCountsAsZero) {
     const auto out = cok(frame);
     EXPECT_EQ(out.green(1, 0), 0);
     EXPECT_EQ(out.green(2, 1), 22);
-    EXPECT_EQ(out.red(2, 1), 33);  // 22 * (2 + 2 + 2) / 4; with all four hues it were 44
+    EXPECT_EQ(out.red(2, 1), 33);  // 22 * (2 + 2 + 2) / 4; all four hues would give 44
   }
 }
 

@@ -10,7 +10,7 @@ struct CompactRegion {
   uint32_t x, y, width, height;
 };
 
-inline constexpr unsigned kBefore = 0xEE;  // what the work buffer holds
+inline constexpr unsigned kBefore = 0xEE;  // what the work buffer holds before
 
 // Blue, green, red of the region's pixels, in the source's bits. demosaic: takes the arguments of
 // the function at either depth.

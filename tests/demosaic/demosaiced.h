@@ -34,7 +34,7 @@ using Demosaic = std::conditional_t<sizeof(T) == 1, Demosaic8, Demosaic16>;
 template <class T>
 class Demosaiced {
  public:
-  // before: what the work buffer holds.
+  // before: the initial contents of the work buffer.
   Demosaiced(Demosaic<T>* demosaic, uint32_t bayer, const Frame<T>& frame, unsigned before = 0xEE)
       : stride_(3 * frame.width + 12),
         work_(flat<T>(size_t{stride_} * (frame.height + 4), before)) {
@@ -51,7 +51,7 @@ class Demosaiced {
     for (uint32_t y = 0; y < h; ++y) expectSameRow(canvas.samples(), y, w);
   }
 
-  // Of a pixel, from -2 to two beyond the last one either way.
+  // Channels of a pixel, from -2 to two beyond the last one in both directions.
   int blue(int x, int y) const { return channel(x, y, 0); }
   int green(int x, int y) const { return channel(x, y, 1); }
   int red(int x, int y) const { return channel(x, y, 2); }
@@ -73,7 +73,7 @@ class Demosaiced {
   std::vector<T> work_;
 };
 
-// Every sample takes the value of its column.
+// Every sample has the value of its column.
 template <class T>
 Frame<T> columns(const std::vector<unsigned>& values, uint32_t height) {
   Frame<T> frame(static_cast<uint32_t>(values.size()), height, 0);

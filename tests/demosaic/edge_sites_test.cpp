@@ -120,7 +120,7 @@ TEST(EdgeSites, WithoutThresholdsOnlyAFlatIsSmoothed) {
   EXPECT_EQ(peak(1, kNone), 1);
 }
 
-// A half is lost in either row before the sum: else it would be 4 >> 2.
+// Each row loses a half before the sum; otherwise the result would be 4 >> 2.
 TEST(EdgeSites, TheMeanOfGreenTruncatesItsPairsFirst) {
   Patch<uint8_t> patch(0);
   patch.at(-1, -1) = 3;
@@ -128,7 +128,7 @@ TEST(EdgeSites, TheMeanOfGreenTruncatesItsPairsFirst) {
   EXPECT_EQ(atGreen(patch, kWidest, 0).green[0], (2 * 1 + 1 + 0) >> 2);
 }
 
-// Which of the rows' two colours a result is, by bBlueRow.
+// bBlueRow decides which of the rows' two colours a result is.
 TEST(EdgeSites, RowsOfBlueExchangeRedAndBlue) {
   Patch<uint8_t> green(100), other(100);
   for (int x = -1; x <= 7; x += 2) green.at(x, 0) = 180;                   // left and right
@@ -145,7 +145,7 @@ TEST(EdgeSites, RowsOfBlueExchangeRedAndBlue) {
   EXPECT_THAT(atRedOrBlue(other, 1).blue[2], 180);
 }
 
-// Green, flat, lies one above a single diagonal: a sum of -1, of which a quarter is -1.
+// Flat green exceeds a single diagonal by one: a sum of -1, of which a quarter is -1.
 TEST(EdgeSites, SumsOfDifferencesRoundDown) {
   Patch<uint8_t> diagonal(100), upright(100);
   diagonal.at(1, 1) = 99;

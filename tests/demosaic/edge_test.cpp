@@ -167,7 +167,7 @@ TEST_P(Edge, ResultsAreLimitedToTheSourcesBits) {
 }
 
 // Red, green, blue of 200, 100, 50. Pixels 0, 1, 2 of a lower row are what the upper row's last
-// block makes of them: with the sites of that row, and beside them what lies there.
+// block computes there: with the sites of that row, and the samples that lie beside them.
 // quirk: wrapped-blocks
 TEST_P(Edge, TheLastBlockOverwritesTheBeginningOfTheLowerRow) {
   const auto lowerRow = [](uint32_t w) {
@@ -224,7 +224,7 @@ TEST_P(Edge, TheImageLiesOnRowFourOfTheWorkBuffer) {
                   edged.at(x, y)[static_cast<size_t>(c)]);
 }
 
-// The row below an odd height completes its pair; nobody looks at it.
+// The row below an odd height completes its pair; nothing reads it.
 TEST_P(Edge, AnOddHeightHasARowMoreInTheWorkBuffer) {
   const Edged<uint8_t> edged(Frame<uint8_t>(16, 7, 100), BAYER_BGGR, 0);
   for (int x = 1; x < 15; ++x) EXPECT_EQ(edged.at(x, 7)[1], 100);
@@ -242,7 +242,7 @@ TEST_P(Edge, ARegionsFirstRowMovesTheResultAndNotTheSource) {
   }
 }
 
-// Pairs of rows begin at the region's first: it is the even rows that are overwritten.
+// Pairs of rows begin at the region's first row, so here the even rows are overwritten.
 TEST_P(Edge, AnOddFirstRowPairsOtherRows) {
   const Frame<uint8_t> frame = plainColours<uint8_t>(9, 8, 200, 100, 50);
   const Edged<uint8_t> edged(frame, BAYER_RGGB, 0, {0, 1, 9, 8}, 8);

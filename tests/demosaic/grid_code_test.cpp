@@ -1,4 +1,4 @@
-// The grid code of a filter-array primitive for each phase.
+// The grid code of a colour filter array primitive for each phase.
 #include <gtest/gtest.h>
 
 #include "vistrel/image_functions.h"

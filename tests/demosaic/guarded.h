@@ -1,4 +1,4 @@
-// What the guarded layout holds, stated pixel by pixel and without any order of steps.
+// The contents of the guarded layout, stated pixel by pixel, independent of any order of steps.
 #pragma once
 
 #include "common/mosaic.h"
@@ -20,7 +20,7 @@ struct Mosaic {
   size_t samples() const { return (static_cast<size_t>(Hf) + 4) * stride(); }
 
   Site site(int i, int j) const { return core::Mosaic::ofPhase(bayer).siteAt(x0 + i, y0 + j); }
-  // Source rows begin at the frame's first, whatever y0 is.
+  // Source rows begin at the frame's first row, whatever y0 is.
   unsigned source(int i, int j) const {
     return frame.at(static_cast<size_t>(j) * imgWidth + static_cast<size_t>(x0 + i));
   }
@@ -34,7 +34,7 @@ struct Mosaic {
            8;
   }
 
-  // Of the image and its guard; a guard pixel is the image pixel two further in.
+  // A channel of a pixel of image or guard; a guard pixel is the image pixel two further in.
   unsigned scattered(int i, int j, int channel) const {
     i += i < 0 ? 2 : i >= Wf ? -2 : 0;
     j += j < 0 ? 2 : j >= Hf ? -2 : 0;

@@ -131,7 +131,7 @@ TEST_P(Hamilton, ComputedSamplesStopAtTenBitsSensedOnesPass) {
   }
 }
 
-// A sample that sixteen bits take, in a frame of twelve, changes nothing beyond its reach.
+// A sample of all sixteen bits, in a frame of twelve, changes nothing beyond its reach.
 TEST_P(Hamilton, OneWideSampleStaysAmongItsNeighbours) {
   constexpr int width = 80, height = 14, x = 37;
   for (int y = 0; y < height; ++y) {

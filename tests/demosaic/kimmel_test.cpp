@@ -1,4 +1,4 @@
-// Kimmel's hues on either path: weights, hues, limits, and where the packed path walks.
+// Kimmel's hues on both paths: weights, hues, limits, and where the packed path goes.
 #include <array>
 #include <set>
 
@@ -13,7 +13,7 @@ namespace {
 
 VISTREL_LEVEL_SUITE(Kimmel);
 
-// Switches the packed operations, and back.
+// Enables or disables the packed operations, and restores them.
 class PackedScope {
  public:
   explicit PackedScope(bool packed) {
@@ -37,7 +37,7 @@ Demosaiced<T> packed(uint32_t bayer, const Frame<T>& frame) {
   return {vec_ImageColorHueKimmel, bayer, frame};
 }
 
-// A mosaic of one value a channel.
+// A mosaic with one value per channel.
 template <class T>
 Frame<T> coloured(uint32_t bayer, uint32_t width, uint32_t height, std::array<unsigned, 3> bgr) {
   Frame<T> frame(width, height, 0);
@@ -60,7 +60,7 @@ std::array<int, 3> pixel(const auto& out, int x, int y) {
   return {out.blue(x, y), out.green(x, y), out.red(x, y)};
 }
 
-// Where no weight of the rim reaches.
+// The area that no weight of the rim reaches.
 template <class T>
 void expectInside(const Demosaiced<T>& out, int width, int height, std::array<int, 3> bgr) {
   for (int y = 2; y < height - 2; ++y)
@@ -157,7 +157,7 @@ TEST_P(Kimmel, PackedHuesAreAtMostTheirGreen) {
   }
 }
 
-// The same in a row of twelve: in the tail, red and blue sites take the hue of 5 as it is.
+// The same in a row of twelve: in the tail, red and blue sites use the hue of 5 unchanged.
 // quirk: unbounded-tail
 TEST_P(Kimmel, TheTailAloneTakesPlainHuesAtRedAndBlueSites) {
   const auto out = packed(BAYER_GRBG, coloured<uint8_t>(BAYER_GRBG, 14, 9, {5, 1, 5}));
@@ -170,8 +170,8 @@ TEST_P(Kimmel, TheTailAloneTakesPlainHuesAtRedAndBlueSites) {
     }
 }
 
-// The approximate weights move a mean by less than a code. For red and blue that holds in flat
-// frames alone: elsewhere a code in one pass moves the weights of the next one.
+// The approximate weights change a mean by less than one code. For red and blue that holds only in
+// flat frames: elsewhere a difference of one code in one pass changes the weights of the next one.
 template <class T>
 void expectNearDoubles(uint32_t bayer, uint32_t width, uint32_t height) {
   const auto noisy = noiseFrom<T>(width, height, 60, 190);
@@ -202,8 +202,8 @@ TEST_P(Kimmel, SevenColumnsAreATailAndInPhase) {
   }
 }
 
-// Of blocks out of phase. Green sites are taken for red or blue ones and weigh the green of sites
-// that have none yet: 0. Then the true red and blue sites, without green, lose their colour.
+// Blocks out of phase take green sites for red or blue ones and weigh the green of sites that have
+// none yet: 0. Then the true red and blue sites, without green, lose their colour.
 template <class T>
 void expectBlack(const Demosaiced<T>& out, int width, int height) {
   for (int y = 0; y < height; ++y)
@@ -233,8 +233,8 @@ TEST_P(Kimmel, BlocksOfBytesAreOutOfPhaseInOddWidths) {
 }
 
 // Eight by three pixels of two by two. The buffer's rows are 20 pixels apart, the walk's 12: its
-// second row goes through pixels 12 to 19 of the first one, two of which are guard and two that of
-// the second row; its third goes through pixels 4 to 11 of the second one.
+// second row covers pixels 12 to 19 of the first one, two of which are guard, and two of the second
+// row; its third covers pixels 4 to 11 of the second one.
 // quirk: unbinned-walk
 TEST_P(Kimmel, ThePackedWalkKnowsNoBinning) {
   const auto m = noiseMosaic<uint8_t>(BAYER_GRBG, 0, 0, 16, 6, 255, 1);

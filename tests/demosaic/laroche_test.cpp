@@ -29,7 +29,7 @@ TEST_P(Laroche, GreenFollowsTheAxisOnWhichTheOwnColourDepartsLess) {
   EXPECT_EQ(laroche(frame).green(3, 2), kHorizontal);
   frame.at(5, 2) = 12;  // left and right it is 6
   EXPECT_EQ(laroche(frame).green(3, 2), kVertical);
-  frame.at(3, 2) = 6;  // departs by 1 and by 0
+  frame.at(3, 2) = 6;  // differs by 1 and by 0
   EXPECT_EQ(laroche(frame).green(3, 2), kHorizontal);
 }
 
@@ -37,14 +37,14 @@ TEST_P(Laroche, ATieOfAxesTakesTheMeanOfFour) {
   EXPECT_EQ(laroche(cross()).green(3, 2), kBoth);
   Frame<uint8_t> frame = cross();
   frame.at(3, 2) = 7;
-  frame.at(3, 0) = frame.at(3, 4) = 3;   // departs by 4
+  frame.at(3, 0) = frame.at(3, 4) = 3;   // differs by 4
   frame.at(1, 2) = frame.at(5, 2) = 11;  // the other way
   EXPECT_EQ(laroche(frame).green(3, 2), kBoth);
 }
 
 TEST_P(Laroche, MeansOfTheOwnColourAreTruncated) {
   Frame<uint8_t> frame = cross();
-  frame.at(3, 0) = 1;  // (1 + 0) / 2 departs by nothing
+  frame.at(3, 0) = 1;  // (1 + 0) / 2 does not differ
   EXPECT_EQ(laroche(frame).green(3, 2), kBoth);
 }
 
@@ -58,8 +58,8 @@ TEST_P(Laroche, TheOtherColourAddsTheMeanDifferenceOfTheDiagonalsRoundedDown) {
   EXPECT_EQ(laroche(frame).blue(3, 2), 100 - 58);  // -229 / 4 = -57.25
 }
 
-// Greens by column, smoothed: 9 at 2, 14 at 4, 11 at 6. Green at the red sites (3, 4) and (5, 4)
-// is 11 and 12, since their row departs less from `left` and `right` than their columns of 12.
+// Greens by column, smoothed: 9 at 2, 14 at 4, 11 at 6. Green at the red sites (3, 4) and (5, 4) is
+// 11 and 12, since their row differs less from `left` and `right` than their columns of 12.
 Demosaiced<uint8_t> ridge(uint8_t left, uint8_t right) {
   Frame<uint8_t> frame = columns<uint8_t>({8, 8, 8, 12, 16, 12, 12, 8}, 10);
   frame.at(3, 4) = left;

@@ -22,8 +22,8 @@ TEST_P(NearNeighbor, HasBlueFirstInEveryPhase) {
   }
 }
 
-// (1 + 2 + 1) >> 1 of all sixteen bits is 2. Samples of ten bits are taken 64 times as large: of
-// (64 + 128 + 1) >> 1 a 64th is left, cut.
+// At sixteen bits, (1 + 2 + 1) >> 1 is 2. Ten-bit samples are scaled up by 64: (64 + 128 + 1) >> 1
+// is truncated when it is scaled back.
 TEST_P(NearNeighbor, RoundsAtTheScaleOfSixteenBits) {
   Frame<uint16_t> frame(24, 8, 0);
   for (uint32_t x = 0; x < 24; x += 4) {
@@ -39,7 +39,7 @@ TEST_P(NearNeighbor, RoundsAtTheScaleOfSixteenBits) {
   }
 }
 
-// Sixteen bits are passed on as they are.
+// 16-bit samples pass unchanged.
 TEST_P(NearNeighbor, OfSixteenBitsKeepsEverySensedBit) {
   Frame<uint16_t> frame(20, 10, 0);
   frame.samples = noise<uint16_t>(frame.samples.size(), 65535, 1);
@@ -49,7 +49,7 @@ TEST_P(NearNeighbor, OfSixteenBitsKeepsEverySensedBit) {
       EXPECT_EQ(image.at(3 * (20 * y + x) + 1), frame.at(x, y));  // green
 }
 
-// Rows 2 to 5 of the source come first; nothing follows them.
+// Rows 2 to 5 of the source come first; no others follow.
 // quirk: rows-below-origin
 TEST_P(NearNeighbor, ARegionsFirstRowLeavesFewerRows) {
   Frame<uint8_t> frame = plainColours<uint8_t>(BAYER_RGGB, 24, 6);

@@ -1,4 +1,4 @@
-// The steps of the pixel grouping, on single pixels.
+// Steps of pixel grouping, on single pixels.
 #include <gtest/gtest.h>
 
 #include "demosaic/by_name.h"
@@ -194,7 +194,7 @@ TEST(HueTransit, PassesAsGreenDoes) {
   EXPECT_EQ(HueTransit(10, 20, 30, 100, 140), 120);  // 100 + 800 / 20
   EXPECT_EQ(HueTransit(30, 20, 10, 100, 140), 120);
   EXPECT_EQ(HueTransit(10, 20, 40, 100, 101), 100);
-  EXPECT_EQ(HueTransit(10, 20, 40, 101, 100), 101);  // cut toward the first colour
+  EXPECT_EQ(HueTransit(10, 20, 40, 101, 100), 101);  // truncated toward the first colour
 }
 
 TEST(HueTransit, BendsWhereGreenDoes) {

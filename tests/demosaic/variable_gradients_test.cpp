@@ -1,4 +1,5 @@
-// Variable gradients: which directions are kept, what they give, and the functions of one pixel.
+// Variable gradients: which directions are kept, what they contribute, and the functions for one
+// pixel.
 #include "demosaic/by_name.h"
 
 #include <array>
@@ -13,16 +14,16 @@ namespace {
 
 VISTREL_LEVEL_SUITE(VariableGradients);
 
-// Places and gradients in the order in which the threshold runs through them: N, E, S, W, NE, SE,
-// NW, SW.
+// Places and gradients in the order in which the threshold compares them: N, E, S, W, NE, SE, NW,
+// SW.
 constexpr int kPlaces[8][2] = {{0, -2}, {2, 0}, {0, 2},   {-2, 0},
                                {2, -2}, {2, 2}, {-2, -2}, {-2, 2}};
 using Gradients = std::array<int, 8>;
 
 constexpr int kSensed = 100;
 
-// A red site of 100 and eight reds around it, all else `others`: so each direction has the gradient
-// that its red differs by. What comes out is the green there; blue is the same.
+// A red site of 100 with eight reds around it; all other samples are `others`. So the gradient of
+// each direction is the difference of its red. The result is green at the site; blue is the same.
 template <class T>
 int greenAt(uint32_t x, const Gradients& g, unsigned others) {
   constexpr uint32_t y = 4;
@@ -212,7 +213,7 @@ class GradientPatch {
         sensed(dx, dy) = static_cast<T>(c == '#' ? high : low);
       }
   }
-  // The pixel that comes out: blue, green, red.
+  // The resulting pixel: blue, green, red.
   std::array<int, 3> run() {
     (green_ ? green : colour)(&at(0, 0, 0), kStride, channel_);
     return {at(0, 0, 0), at(0, 0, 1), at(0, 0, 2)};

@@ -90,7 +90,7 @@ TEST(Scatter, TheSmoothingReadsTheSourceAndNotSmoothedValues) {
 }
 
 TEST(Scatter, TheOutermostRingStaysRaw) {
-  // The region lies inside the frame: its ring has neighbours, and is left alone all the same.
+  // The region lies inside the frame: its outermost ring has neighbours, but is not smoothed.
   Mosaic<uint8_t> m = noiseMosaic<uint8_t>(BAYER_GRBG, 3, 0, 8, 6, 255, 3);
   const Bytes buffer = scatter(m);
   int smoothed = 0;
@@ -213,7 +213,7 @@ void everySampleIsWritten(unsigned top) {
 TEST(Scatter, WritesEverySampleOfBytes) { everySampleIsWritten<uint8_t>(255); }
 TEST(Scatter, WritesEverySampleOfSixteenBitSamples) { everySampleIsWritten<uint16_t>(65535); }
 
-// Below two pixels the copies take what the buffer held, in their order: left, right, top, bottom.
+// Below two pixels, the copies take what the buffer held, in this order: left, right, top, bottom.
 TEST(Stale, OneRowCopiesTheRowBelowItIntoTheGuard) {
   Mosaic<uint8_t> m{{1, 2, 3, 4}, 4, BAYER_GRBG, 0, 0, 4, 1};
   Bytes buffer(m.samples());

@@ -1,4 +1,4 @@
-// Conversions by named arguments, and a driver that is loaded for the length of a test.
+// Conversions by named arguments, and a driver that is loaded during a test.
 #pragma once
 
 #include "streams/registry.h"
@@ -39,7 +39,7 @@ inline uint32_t convert(const Call& c, const std::vector<uint16_t>& frame, void*
 // A destination for 8-bit or 16-bit samples.
 using Image = Canvas<uint8_t, 66>;
 
-// The result's pixels as bytes, those left alone included; expects the conversion to be done.
+// The result's pixels as bytes, including those left unchanged; expects the conversion to succeed.
 template <class T>
 std::vector<uint8_t> converted(const Call& c, const std::vector<T>& frame) {
   const size_t bytes[] = {1, 2, 3, 4, 4, 1, 2, 6};
@@ -56,7 +56,7 @@ struct LoadedDriver {
   ~LoadedDriver() { ImgUnloadDriver(); }
 };
 
-// A stream for frames of 64 x 64, whose buffer holds 0xEE everywhere.
+// A stream for frames of 64 x 64, whose buffer is filled with 0xEE.
 class StreamAtEveryLevel : public ::testing::TestWithParam<Level> {
  protected:
   void SetUp() override {

@@ -1,4 +1,4 @@
-// The choice of path by format, selector and skip flag.
+// How format, selector and skip flag choose the path.
 #include "tests/frontend/calls.h"
 
 namespace vistrel::core::test {
@@ -43,7 +43,7 @@ TEST_P(Selector, CodesAreComparedAfterTheCutToEightBits) {
   for (uint32_t code = 0; code < 12; ++code) {
     Image plain(16 * 8 * 3), threshold(16 * 8 * 3);
     const uint32_t done = convert({.algorithm = code}, kSamples16, plain.data());
-    if (code == 1) continue;  // the one that reads the threshold
+    if (code == 1) continue;  // this one reads the threshold
     EXPECT_EQ(convert({.algorithm = 0xFFFF0100 | code}, kSamples16, threshold.data()), done)
         << code;
     EXPECT_EQ(plain.samples(), threshold.samples()) << code;

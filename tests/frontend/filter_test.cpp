@@ -325,7 +325,7 @@ TEST_P(FixedFilter, TheMeanOfFiveLeavesUpToFourRowsOrColumns) {
     }
 }
 
-// The places that an impulse reaches.
+// The positions that an impulse reaches.
 template <class T>
 std::vector<size_t> reachOf(Size size, size_t at, uint32_t format) {
   const std::vector<T> image = impulse<T>(size.width * size.height, at, 100);

@@ -81,8 +81,8 @@ TEST_P(Unpack, EveryValueInEveryLane) {
   }
 }
 
-// The bytes a row needs end with its last bit; memory of just that size shows an over-read to
-// the address sanitizer.
+// A row takes the bytes up to its last bit; memory of just that size shows an over-read to the
+// address sanitizer.
 TEST_P(Unpack, EveryWidthTakesTheBytesOfItsLastBit) {
   for (uint32_t width = 1; width <= 20; ++width) {
     std::vector<uint16_t> samples;

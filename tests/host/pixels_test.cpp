@@ -54,7 +54,7 @@ TEST_F(Formats, HaveTheirLayout) {
   }
 }
 
-// At an odd address, with gaps that stay as they were.
+// At an odd address, with gaps that stay unchanged.
 TEST_F(Formats, GoWhereTheStrideSays) {
   for (const uint32_t format : {VISTREL_RGB24, VISTREL_BGRA32, VISTREL_RGB48}) {
     const Image packed = as(format);
@@ -90,7 +90,7 @@ TEST(Gray, IsLumaOfTheColours) {
   EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(243));
 }
 
-// What the library's own gray loses, at 128 for one.
+// The library's own gray loses one, for instance at 128.
 TEST(Gray, KeepsEqualChannelsUnlessRaw) {
   for (const uint32_t v : {0u, 1u, 100u, 128u, 254u, 255u}) {
     const std::vector<uint8_t> samples(6 * 6, static_cast<uint8_t>(v));

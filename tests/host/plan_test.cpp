@@ -62,7 +62,7 @@ struct Regions : ::testing::Test {
 };
 
 TEST_F(Regions, OutsideTheFrame) {
-  const std::string reason = "it leaves the frame of 64x48";
+  const std::string reason = "it extends beyond the frame of 64x48";
   setRegion(1, 0, 64, 48);
   expect({VISTREL_BAD_REGION, "conversion.region", "64x48+1+0", reason});
   setRegion(0, 40, 64, 9);

@@ -1,4 +1,4 @@
-# The way of CMake projects: find_package(Vistrel), targets Vistrel::Vistrel and Vistrel::Host.
+# Uses the copy as CMake projects do: find_package(Vistrel), targets Vistrel::Vistrel and Vistrel::Host.
 include(${CMAKE_CURRENT_LIST_DIR}/stage.cmake)
 
 run(${CMAKE_COMMAND} -S ${PROJECT} -B build -G ${GENERATOR} -D CMAKE_PREFIX_PATH=${PREFIX}

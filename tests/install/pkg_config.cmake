@@ -1,4 +1,4 @@
-# The way of makefiles: flags from pkg-config.
+# Uses the copy as makefiles do: flags from pkg-config.
 include(${CMAKE_CURRENT_LIST_DIR}/stage.cmake)
 
 set(ENV{PKG_CONFIG_PATH} ${PREFIX}/${LIBDIR}/pkgconfig)

@@ -1,5 +1,5 @@
-# Included by the scripts beside it: installs BUILD and moves it to SCRATCH/moved, since an
-# installed copy must not remember where it first stood.
+# Included by the scripts in this folder: installs BUILD and moves it to SCRATCH/moved, since an
+# installed copy must work wherever it is.
 cmake_minimum_required(VERSION 3.25)
 set(PROJECT ${CMAKE_CURRENT_LIST_DIR}/project)
 set(PREFIX ${SCRATCH}/moved)

@@ -1,4 +1,4 @@
-# What the tests of the checks share.
+# Shared by the tests of the checks.
 
 # Runs the check `script` of this folder over the tree in SCRATCH.
 function(check_tree result_variable output_variable)

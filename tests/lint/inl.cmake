@@ -1,5 +1,5 @@
 # cmake -D ROOT=FOLDER -P inl.cmake: fails when a file's ending is .inl, unless it is a golden table:
-# tools take such files for no language. Code that is included more than once is a *-inl.h.
+# tools do not know the language of such files. Code that is included more than once is a *-inl.h.
 cmake_minimum_required(VERSION 3.25)
 
 include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)

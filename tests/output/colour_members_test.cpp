@@ -16,7 +16,7 @@ using Bytes = std::vector<uint8_t>;
 using Samples16 = std::vector<uint16_t>;
 using Pixel = std::array<unsigned, 3>;
 
-// What all seven members make of one block of n x n pixels: blue, green, red.
+// The result of all seven members for one block of n x n pixels: blue, green, red.
 Pixel pixelOf(const uint8_t* bgr) { return {bgr[0], bgr[1], bgr[2]}; }
 Pixel pixelOf(const uint16_t* bgr) { return {bgr[0], bgr[1], bgr[2]}; }
 Pixel pixelOfArgb(const uint8_t* argb) { return {argb[3], argb[2], argb[1]}; }

@@ -55,8 +55,8 @@ TEST_P(Gray1x1, WeighsTheChannels) {
   EXPECT_EQ(gray(0, 0, 250), 74u);
 }
 
-// Each pixel comes out otherwise in another order of additions, with a fused addition, or from
-// the exact sum.
+// Each pixel has another result in another order of additions, with a fused addition, or from the
+// exact sum.
 TEST_P(Gray1x1, AddsGreenAndRedFirstAndBlueLast) {
   const unsigned pixels[][4] = {{35, 108, 186, 122}, {183, 39, 255, 120}, {115, 252, 234, 231},
                                 {28, 191, 9, 118},   {46, 7, 253, 84},    {175, 210, 220, 209},

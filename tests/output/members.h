@@ -1,4 +1,4 @@
-// The binning members by their number, and the arithmetic they share.
+// The binning members by their number, and the arithmetic that they share.
 #pragma once
 
 #include <cstddef>
@@ -31,8 +31,8 @@ VISTREL_BY_NUMBER(ImageARGBBinning)
 VISTREL_BY_NUMBER(ImageGrayBinning)
 #undef VISTREL_BY_NUMBER
 
-// Where channel c of a colour block of n x n pixels reads in block row i for column j. A 3x3
-// block is irregular in its middle row.
+// The position that channel c of a colour block of n x n pixels reads in block row i for column j.
+// A 3x3 block is irregular in its middle row.
 constexpr unsigned colourTap(unsigned n, unsigned c, unsigned i, unsigned j) {
   return 3 * j + c + (n == 3 && i == 1 && j == 0 && c > 0 ? 1 : 0);
 }

@@ -11,7 +11,7 @@ VISTREL_LEVEL_SUITE(Sizes);
 
 constexpr uint32_t kHeight = 3;
 
-// A reduction, and the most that a sample of the source holds.
+// A reduction, and the largest sample of the source.
 struct Reduce {
   uint32_t nSrcBits, nDstBits, nShiftAdjust, top;
 };
@@ -23,7 +23,7 @@ const std::vector<Reduce> k16To16 = {{12, 12, 0, 4095},          {16, 16, 0, 655
                                      {12, 10, 0xFFFFFFFF, 4095}, {10, 10, 0, 65535},
                                      {10, 9, 1, 65535},          {14, 12, 2, 16383}};
 
-// What a member is asked for. stride: in the family's own unit.
+// The arguments of a member. stride: in the family's own unit.
 struct Job {
   unsigned n;
   uint32_t width, stride;
@@ -69,7 +69,7 @@ struct Argb : Bgr {
   }
 };
 
-// The stride counts samples and is not read at 1x1.
+// The stride counts samples; the 1x1 member ignores it.
 struct Gray {
   static constexpr unsigned kOut = 1;
   static size_t rowStep(const Job& j) { return j.n == 1 ? 3 * (j.width + 4) : j.stride; }
@@ -90,7 +90,7 @@ struct Gray {
   }
 };
 
-// Noise that is small in its first half but for a few large samples.
+// Noise that is small in its first half, except for a few large samples.
 template <class T>
 std::vector<T> mixed(size_t samples, unsigned top, unsigned seed) {
   std::vector<T> frame = noise<T>(samples, top, seed);
@@ -160,7 +160,7 @@ TEST_P(Sizes, GrayOf16To8) { compare<Gray, uint16_t, uint8_t>(k16To8); }
 TEST_P(Sizes, GrayOf16To16) { compare<Gray, uint16_t, uint16_t>(k16To16); }
 TEST_P(Sizes, GrayOfMappedSixteenBitSamples) { compareMapped<Gray>(); }
 
-// Frames that no cache holds.
+// Frames larger than the caches.
 TEST_P(Sizes, LargeMono) {
   constexpr uint32_t kSide = 3701;
   const auto source = noise<uint8_t>(kSide * kSide, 255, 1);

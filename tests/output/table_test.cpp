@@ -1,4 +1,4 @@
-// Sample reduction by table: how a table is made, and how samples are mapped by it.
+// Reduction of samples by a table: how the table is made, and how samples are mapped.
 #include "output/table.h"
 
 #include <numeric>

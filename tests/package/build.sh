@@ -1,4 +1,4 @@
-# build.sh PACKAGES BUILD VERSION: packs the build, twice the same bytes.
+# build.sh PACKAGES BUILD VERSION: packs the build twice and expects the same bytes.
 set -euo pipefail
 packages=$1 build=$2 version=$3
 command -v dh >/dev/null || { echo "skipped: debhelper is not installed"; exit 77; }
@@ -14,7 +14,7 @@ done
 field() { dpkg-deb -f "$1"_*.deb "$2"; }
 grep -q "libvistrel1 (>= $version)" <<<"$(field libvistrelhost1 Depends)"
 grep -q "libvistrelhost1 (>= $version)" <<<"$(field vistrel-tools Depends)"
-# LibRaw serves a plug-in, which the program does without.
+# Only a plug-in needs LibRaw, and the program works without it.
 grep -q libraw <<<"$(field vistrel-tools Recommends)"
 if grep libraw <<<"$(field vistrel-tools Depends)"; then exit 1; fi
 

@@ -5,7 +5,7 @@ packages=$1 root=$2 cc=$3 cxx=$4
 here=$(realpath "$(dirname "$0")")
 export PATH=$PATH:/usr/sbin:/sbin
 
-# What this machine has counts as installed there, so that dependencies are checked.
+# This machine's packages count as installed there, so that dependencies are checked.
 rm -rf "$root"
 admin=$root/var/lib/dpkg
 mkdir -p "$admin/info" "$admin/updates" "$admin/triggers"

@@ -30,7 +30,7 @@ TEST(Ticks, BeginAgainAfter4294967) {
 
 constexpr uint32_t kTicksARound = 4294968;
 
-// What passed from one tick to another, over a new beginning between them.
+// The time from one tick to another, if ticks wrap between them.
 uint32_t passed(uint32_t from, uint32_t to) { return (to + kTicksARound - from) % kTicksARound; }
 
 TEST(Ticks, PassWithTheTime) {

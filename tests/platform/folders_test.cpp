@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::Each;
 
-// An environment variable for the length of a test.
+// Sets an environment variable during a test.
 class Variable {
  public:
   Variable(const char* name, const std::string& value) : name_(name) {
@@ -32,7 +32,7 @@ class Variable {
   std::optional<std::string> before_;
 };
 
-// A home of its own, with nothing in it.
+// Gives each test an empty home folder.
 class Folders : public ::testing::Test {
  protected:
   ~Folders() override { fs::remove_all(home); }
@@ -49,7 +49,7 @@ class Folders : public ::testing::Test {
 constexpr size_t kPathBytes = 1024;
 constexpr char kMark = '\x5A';
 
-// The path buffer of a call, with a guard behind it.
+// The path buffer of a call, followed by a guard.
 struct PathBuffer {
   char path[kPathBytes];
   char guard[64];
@@ -172,7 +172,7 @@ Sizes ofRoot() {
   return {space.capacity, space.available};
 }
 
-// Others write to the disk meanwhile: compares only where the size before and after is one.
+// Other processes may write to the disk: compares only if the size is the same before and after.
 TEST(DiskSize, IsThatOfTheRootWhateverThePath) {
   for (const char* path :
        {"/", "/proc", "/no/such/folder", "", static_cast<const char*>(nullptr)}) {

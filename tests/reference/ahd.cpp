@@ -21,7 +21,7 @@ struct Frame {
   ptrdiff_t srcStep;  // samples
   int maxX, maxY, grid;
 
-  // One reflection about the edge sample; what it leaves outside reads as the nearest edge.
+  // Reflects once about the edge sample; coordinates still outside read the nearest edge.
   static int mirror(int c, int L) {
     const int m = c < 0 ? -c : c > L ? 2 * L - c : c;
     return clamp(m, 0, L);
@@ -133,7 +133,7 @@ bool holds(CfaRect a, int x, int y) {
   return x >= a.x && x < a.x + a.width && y >= a.y && y < a.y + a.height;
 }
 
-// Produces the rectangle `a`; writes those of its pixels that lie in the region.
+// Produces the rectangle `a` and writes those of its pixels that lie in the region.
 template <class T>
 void sweep(const Frame<T>& frame, CfaRect a, CfaRect region, T* pDst, ptrdiff_t dstStep) {
   Image<T> imageH(frame, kAcross, a), imageV(frame, kDown, a);
@@ -159,15 +159,15 @@ void sweep(const Frame<T>& frame, CfaRect a, CfaRect region, T* pDst, ptrdiff_t 
 
 int evenBelow(int v) { return v & ~1; }
 
-// Cuts the region into an interior and up to four bands. Where a row's running choice starts
-// follows from the cut; nothing else does.
+// Cuts the region into an interior and up to four bands. The cut only determines where a row's
+// running choice starts.
 template <class T>
 void cut(const Frame<T>& frame, CfaRect region, T* pDst, ptrdiff_t dstStep) {
   const int W = frame.maxX + 1, H = frame.maxY + 1;
   const int x = region.x, y = region.y, w = region.width, h = region.height;
   int x0 = x <= 5 ? 5 : x;
   int y0 = y <= 5 ? 5 : y;
-  // The interior begins on a red site: first on a column that holds one, then on its row.
+  // The interior begins at a red site: first at a column that has one, then at its row.
   if (frame.colour(x0, y0) == 'B' || (frame.colour(x0, y0) == 'G' && frame.isRedRow(y0))) x0 += 1;
   if (frame.colour(x0, y0) != 'R') y0 += 1;
   const int wI = evenBelow(std::min(W - 5, x + w) - x0);

@@ -122,9 +122,9 @@ TEST(ReferenceAhd, ChoosesTheImageThatIsEven) {
   }
 }
 
-// Where a rectangle's rows begin the running choice starts afresh, so that a region of one pixel
-// gives what the whole frame gives there. RGGB, 34 by 30: the interior begins at (6, 6) and is 22
-// by 18, the right band begins at column 28.
+// The running choice restarts where a rectangle's rows begin, so a region of one pixel gives what
+// the whole frame gives there. RGGB, 34 by 30: the interior begins at (6, 6) and is 22 by 18, the
+// right band begins at column 28.
 TEST(ReferenceAhd, StartsTheChoiceAfreshInEveryRectangle) {
   for (uint32_t seed = 0; seed < 10; ++seed) {
     const Frame frame = noise(34, 30, seed);
@@ -169,9 +169,9 @@ TEST(ReferenceAhd, StaysInsideAFrameOfFive) {
     EXPECT_EQ(out.at(2, y)[y % 2 == 0 ? 0 : 1], frame.samples[static_cast<size_t>(y * 5 + 2)]);
 }
 
-// The image chosen at each red and blue site of a stark 16-bit frame, each a region of its own,
-// as a separate model of the formulas gives it: - along the row, | along the column, = a tie,
-// which is the row; . a green site or one where both images have the same green.
+// The image chosen at each red and blue site of a 16-bit frame of high contrast, each a region of
+// its own, as a separate model of the formulas computes it: - along the row, | along the column, =
+// a tie, which is the row; . a green site or one where both images have the same green.
 TEST(ReferenceAhd, ChoosesAsTheModelDoes) {
   const int W = 16, H = 14;
   const char* const choices[H] = {"..|.-.|.=.|.|.=.", ".|.|.|.|.-.|.|.|", "|.|.|.|.-.-.-.-.",

@@ -1,4 +1,4 @@
-// What all binning members share: the shift, the ceiling, the sum of a block.
+// The parts that all binning members share: the shift, the ceiling, the sum of a block.
 #pragma once
 
 #include <cstddef>

@@ -97,7 +97,7 @@ TEST(ReferenceCfaToRgb, IgnoresTheInterpolationArgument) {
   EXPECT_EQ(convert(frame, 2, {0, 0, 9, 8}, 7).rgb, convert(frame, 2).rgb);
 }
 
-// Whatever the rectangle, a pixel is the frame's.
+// A pixel is the same in any rectangle as in the whole frame.
 TEST(ReferenceCfaToRgb, DoesNotDependOnTheRectangle) {
   const Frame frame = noise(9, 8);
   for (int grid = 0; grid < 4; ++grid) {

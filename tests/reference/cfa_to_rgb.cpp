@@ -9,7 +9,7 @@ namespace reference {
 
 namespace {
 
-// One pixel in the making: what the mosaic holds at it and beside it.
+// A pixel being computed: the samples of the mosaic at it and around it.
 template <class T>
 struct Target {
   char own, beside;
@@ -26,7 +26,7 @@ Target<T> targetAt(int grid, int x, int y, T* rgb) {
   return {colourAt(grid, x, y), colourAt(grid, x + 1, y), rgb};
 }
 
-// All but the green of a red or blue site. s(dx, dy): the sample dx columns right, dy rows down.
+// Everything but green at a red or blue site. s(dx, dy): the sample dx columns right, dy rows down.
 template <class T, class Samples>
 void storeNonDirectional(const Target<T>& target, Samples s) {
   target.store(target.own, s(0, 0));

@@ -5,7 +5,7 @@ namespace reference {
 
 namespace {
 
-// place(pixel, c) is the place of channel c of an output pixel.
+// place(pixel, c) is the position of channel c of an output pixel.
 template <unsigned N, class Source, class Sample, class Place>
 void colourBinning(Source source, uint32_t nStride, uint32_t nSrcBits, Sample* destination,
                    uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust,

@@ -1,4 +1,4 @@
-// The algorithms that a primitive does for them, in the compact layout.
+// The algorithms that call a primitive, in the compact layout.
 #include <vector>
 
 #include "tests/reference/arith.h"
@@ -9,8 +9,8 @@ namespace reference {
 
 namespace {
 
-// What all four calls of a primitive have in common. The size's height is the region's, although
-// the rectangle carries the region's origin.
+// The part that all four calls of a primitive share. The height of the size is the region's,
+// although the rectangle includes the region's origin.
 struct Call {
   CfaRect roi;
   CfaSize size;
@@ -23,8 +23,8 @@ struct Call {
         grid(static_cast<int>(VST2IPPBayerOffset(a.nBayer))) {}
 };
 
-// Scales the frame's rows to 16 bits, lets demosaic(mosaic, image) run, scales the image back.
-// Samples that it does not write come back as 0.
+// Scales the frame's rows to 16 bits, runs demosaic(mosaic, image), and scales the image back.
+// Samples that it does not write become 0.
 template <class Demosaic>
 void scaledToSixteenBits(const Call& call, const uint16_t* pSrc, uint16_t* work, uint32_t nSrcBits,
                          Demosaic demosaic) {

@@ -61,7 +61,7 @@ TEST_F(ReferenceCompact, DeliversBlueGreenRed) {
   }
 }
 
-// (1 + 2 + 1) >> 1 is 2 at full scale; ten bits are taken 64 times as large and cut on the way
+// (1 + 2 + 1) >> 1 is 2 at full scale; ten-bit samples are scaled up by 64 and truncated on the way
 // back.
 TEST_F(ReferenceCompact, RoundsAtTheScaleOfSixteenBits) {
   Mosaic<uint16_t> frame(4, 4, 0);
@@ -88,7 +88,7 @@ TEST_F(ReferenceCompact, ConvertsFewerRowsBelowTheFirst) {
     EXPECT_THAT(std::vector<uint8_t>(out.begin() + 8 * 4 * 3, out.end()), Each(0x5A));
   }
   reference::ImageColorNearNeighbor(0, 8, RGGB, 0, 2, 0, 6, 8, 6, frame.samples.data(), out.data());
-  EXPECT_EQ(out[0], 50);  // nothing new: what the call before left
+  EXPECT_EQ(out[0], 50);  // left by the call before
 }
 
 TEST_F(ReferenceCompact, FollowsTheAbsoluteColumn) {
@@ -109,7 +109,7 @@ TEST_F(ReferenceCompact, ShowsTheBufferWhereThePrimitiveRefuses) {
   EXPECT_THAT(four, Each(0x5A));
 }
 
-// The frame is a copy of whole rows: the whole allocation comes back, beyond the image as well.
+// The frame is a copy of whole rows: the whole allocation comes back, also beyond the image.
 TEST_F(ReferenceCompact, CopiesWholeRowsBack) {
   const Mosaic<uint16_t> frame(10, 4, 300);
   std::vector<uint8_t> out(4 * 4 * 3);

@@ -1,4 +1,4 @@
-// The two conversions: which path a frame takes.
+// The two conversions: they choose the path that a frame takes.
 #pragma once
 
 #include <cstdint>

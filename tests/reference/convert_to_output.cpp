@@ -42,7 +42,7 @@ void ConvertToOutputFormat8(const uint8_t* pImage, uint32_t nRoiWidth, uint32_t 
 
 namespace {
 
-// nDstBits is the channel's here, and Sample the output's.
+// Here nDstBits is that of a channel, and Sample is the output's.
 #define ARGUMENTS (start, nStride, nSrcBits, pDst, nRoiWidth, nRoiHeight, nDstBits, nShiftAdjust)
 template <class Source, class Sample>
 void callBGR(Source start, uint32_t nStride, uint32_t nSrcBits, Sample* pDst, uint32_t nRoiWidth,

@@ -42,13 +42,13 @@ void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWid
                           const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits,
                           uint32_t nSrcBits);
 
-// One pixel of the variable gradients: writes its two missing channels.
+// One pixel of variable gradients: writes its two missing channels.
 void calcOneGreenCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel);
 void calcOneGreenCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel);
 void calcOneRedBluCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel);
 void calcOneRedBluCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel);
 
-// One pixel of the pixel grouping.
+// One pixel of pixel grouping.
 uint8_t calcOneGreen(uint8_t* pPixel, unsigned nStride, unsigned nMode);
 uint16_t calcOneGreen(uint16_t* pPixel, unsigned nStride, unsigned nMode);
 void calcOneRedBlu8(uint8_t* pPixel, unsigned nStride, uint8_t* pFirst, uint8_t* pSecond,
@@ -57,12 +57,12 @@ void calcOneRedBlu16(uint16_t* pPixel, unsigned nStride, uint16_t* pFirst, uint1
                      unsigned nMode);
 int HueTransit(int L1, int L2, int L3, int V1, int V3);
 
-// Which of its two paths ImageColorHueKimmel takes: nonzero, the single-precision one.
+// Selects the path of ImageColorHueKimmel: if nonzero, the single-precision one.
 extern int32_t g_bIsSSE;
 int32_t OS_IsSSE();
 
-// The approximate reciprocal root of the single-precision path. At the start it is the
-// processor's packed operation, or 1 / sqrt where there is none; a test may put another here.
+// The approximate reciprocal root of the single-precision path. At the start it is the processor's
+// packed operation, or 1 / sqrt if there is none; a test may replace it.
 extern float (*g_pReciprocalRoot)(float);
 float PackedReciprocalRoot(float x);
 

@@ -12,8 +12,8 @@ struct Thresholds {
   int T0, T1, T2, T3;
 };
 
-// The frame in rows of Wf + 4 samples, with zero columns beside it and row pairs repeated above
-// and below. Rows past its end, and those of a frame of one row that are not there, are zero.
+// The frame in rows of Wf + 4 samples, with columns of zeros on both sides and row pairs repeated
+// above and below. Rows past its end are zero, and so are the missing rows of a frame of one row.
 template <class T>
 std::vector<T> mosaicCopyOf(const T* pSrc, uint32_t nImgWidth, const Region& a, int rows) {
   const size_t Sm = size_t{a.Wf} + 4;
@@ -33,12 +33,12 @@ std::vector<T> mosaicCopyOf(const T* pSrc, uint32_t nImgWidth, const Region& a, 
   return copy;
 }
 
-// Colours of a block's row of eight pixels.
+// The colours of a block's row of eight pixels.
 struct BlockRow {
   int blue[8], green[8], red[8];
 };
 
-// Four pixels of a row: green sites where r = c, else red and blue ones.
+// Four pixels of a row: green sites if r = c, otherwise red and blue ones.
 template <class T>
 void runKernel(const T* copy, int position, int Sm, Thresholds t, int r, int c, int k,
                BlockRow& out) {
@@ -49,7 +49,7 @@ void runKernel(const T* copy, int position, int Sm, Thresholds t, int r, int c, 
     vec_RB_CalcGreen_3x3x4_ext(copy, position, Sm, out.red + k, out.blue + k, out.green + k, r);
 }
 
-// `capacity`: the samples of the work buffer; what would lie past them is not written.
+// `capacity`: the samples of the work buffer; nothing is written past them.
 template <class T>
 void storeRow(const BlockRow& colours, int M, size_t at, size_t capacity, T* work) {
   for (size_t k = 0; k < 8; ++k) {
@@ -72,7 +72,7 @@ void fill(uint32_t nIndex, uint32_t nImgWidth, const Region& region, const Thres
   T* const work = workBufferOf<T>(nIndex);
   const size_t capacity = g_anBGRBytes[nIndex] / sizeof(T);
   const int a = static_cast<int>((region.y0 + region.nBayer) & 1);
-  const int b = static_cast<int>((region.nBayer >> 1) & 1);  // x0 has no part in it
+  const int b = static_cast<int>((region.nBayer >> 1) & 1);  // x0 is ignored
   for (int y = ys; y < ye; y += 2) {
     for (int x = 0; x == 0 || x < Wf; x += 8) {
       BlockRow rows[2];

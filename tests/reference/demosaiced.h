@@ -1,4 +1,4 @@
-// For the tests of this folder: a frame after one algorithm, read from the work buffer.
+// A frame after one algorithm, read from the work buffer, for the tests in this folder.
 #pragma once
 
 #include <gtest/gtest.h>

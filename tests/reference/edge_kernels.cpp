@@ -8,7 +8,7 @@ namespace reference {
 
 namespace {
 
-// The order of two samples: that of their 16-bit patterns as signed numbers.
+// Orders two samples by their 16-bit patterns as signed numbers.
 bool isLess(int a, int b) {
   return static_cast<int16_t>(static_cast<uint16_t>(a)) <
          static_cast<int16_t>(static_cast<uint16_t>(b));
@@ -27,7 +27,7 @@ int rangeOf(std::initializer_list<int> samples) {
   return most - least;
 }
 
-// A lane's pixel; P(r, c): the sample r rows down, c columns right.
+// The pixel of a lane; P(r, c): the sample r rows down, c columns right.
 template <class T>
 struct Neighbourhood {
   T pixel;

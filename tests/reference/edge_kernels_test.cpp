@@ -58,8 +58,8 @@ TEST(ReferenceEdgeKernels, BlendInQuarters) {
   EXPECT_EQ(green(255, 255, 255, 255), 127);
 }
 
-// A sample of 32768 or more counts as the smaller: DV = 4 * (1000 - 40000) of the two terms that
-// hold the pixel itself, and so has DH; a step beside it tips the balance.
+// A sample of 32768 or more counts as the smaller one: the two terms with the pixel itself make DV
+// = 4 * (1000 - 40000), and DH the same; a step beside it tips the balance.
 TEST(ReferenceEdgeKernels, OrderSamplesByTheirSignedPatterns) {
   Patch<uint16_t> patch(1000);
   patch.at(0, 0) = 40000;

@@ -36,12 +36,12 @@ Kernel kernelAt(const void* pFilter) {
   return kernel;
 }
 
-// Where a kernel's nine taps lie in rows r - 1, r and r + 1.
+// The positions of the nine taps in rows r - 1, r and r + 1.
 struct Offsets {
   int columns[9];
 };
 
-// Runs the kernel over rows 1 .. h - 2 and samples first .. last.
+// Applies the filter to rows 1 .. h - 2 and samples first .. last.
 template <class T>
 void convolve(const Kernel& kernel, const Offsets& offsets, const Copy<T>& copy, ptrdiff_t h,
               ptrdiff_t first, ptrdiff_t last, int ceiling, T* pImage) {
@@ -72,7 +72,7 @@ uint32_t boxSum(const Copy<T>& copy, ptrdiff_t r, ptrdiff_t c) {
   return copy.P(r, c) + copy.P(r, c + 1) + copy.P(r + 1, c) + copy.P(r + 1, c + 1);
 }
 
-// Taps before a row's first sample are the end of the row above.
+// Taps to the left of a row's first sample read the end of the row above.
 template <class T>
 uint32_t fiveTapSum(const Copy<T>& copy, ptrdiff_t r, ptrdiff_t c) {
   if (r % 2 == 0 && c % 2 == 0)
@@ -129,7 +129,7 @@ void ImgFilterGray16(uint32_t nIndex, const void* pFilter, uint32_t nImgWidth, u
   }
 }
 
-// The centre row's outer taps are the neighbouring bytes.
+// The outer taps of the centre row are the neighbouring bytes.
 void ImgFilterRGB3(uint32_t nIndex, const void* pFilter, uint32_t nImgWidth, uint32_t nImgHeight,
                    uint8_t* pImage) {
   const uint32_t L = 3 * nImgWidth;
@@ -139,7 +139,7 @@ void ImgFilterRGB3(uint32_t nIndex, const void* pFilter, uint32_t nImgWidth, uin
            ptrdiff_t{L} - 4, 255, pImage);
 }
 
-// The lower left tap is the byte before.
+// The lower left tap is the byte before the lower one.
 void ImgFilterRGB4(uint32_t nIndex, const void* pFilter, uint32_t nImgWidth, uint32_t nImgHeight,
                    uint8_t* pImage) {
   const uint32_t L = 4 * nImgWidth;

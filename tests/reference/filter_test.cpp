@@ -90,7 +90,7 @@ TEST_F(ReferenceFilter, TakesNeighbouringBytesInTheMiddleRowOfThree) {
   EXPECT_EQ(image[12 + 9], before[12 + 9]);
 }
 
-// Format 7 is filtered as four-byte pixels: the last third of its bytes stays.
+// Format 7 is filtered as four-byte pixels: the last third of its bytes stays unchanged.
 TEST_F(ReferenceFilter, TakesEveryOtherFormatForFourBytes) {
   std::vector<uint8_t> image(5 * 5 * 6, 90);
   image[63] = 0;  // row 3 of 20 bytes, the last byte of the first pixel

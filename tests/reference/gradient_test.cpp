@@ -29,8 +29,8 @@ TEST(ReferenceLaroche, RoundsNegativeSumsDown) {
   EXPECT_EQ(Demosaiced<uint8_t>(LAROCHE, GRBG, frame).B(2, 2), 99);
 }
 
-// Greens above and below the red site (3, 2) come out of the smoothing as 20 and 100, those beside
-// it as 60.
+// The greens above and below the red site (3, 2) become 20 and 100 by smoothing, those beside it
+// 60.
 Mosaic<uint8_t> unevenGreens() {
   Mosaic<uint8_t> frame(8, 8, 0);
   frame.at(3, 3) = 160;
@@ -65,7 +65,7 @@ TEST(ReferenceGradients, HoldComputedSamplesTo1023) {
 
 TEST(ReferenceHamilton, CorrectsGreenByTheUnsensedChannelThatIsZero) {
   Mosaic<uint8_t> frame = unevenGreens();
-  frame.at(3, 2) = 255;  // would add 127 to green if the sensed colour were the correction
+  frame.at(3, 2) = 255;  // would add 127 to green if the sensed colour corrected it
   EXPECT_EQ(Demosaiced<uint8_t>(HAMILTON, GRBG, frame).G(3, 2), 60);
 }
 

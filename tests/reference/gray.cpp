@@ -5,7 +5,7 @@ namespace reference {
 
 namespace {
 
-// Rows lie rowStep samples apart, blocks N rows.
+// Rows are rowStep samples apart, blocks N rows.
 template <unsigned N, class Source, class Sample>
 void grayBinning(Source source, size_t rowStep, uint32_t nSrcBits, Sample* destination,
                  uint32_t nWidth, uint32_t nHeight, uint32_t nDstBits, uint32_t nShiftAdjust) {

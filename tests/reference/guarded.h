@@ -1,4 +1,4 @@
-// The shape of every function that works in place on the guarded work buffer.
+// The common form of the functions that work in place on the guarded work buffer.
 #pragma once
 
 #include <cstddef>
@@ -16,8 +16,8 @@ enum Site { SITE_GR, SITE_R, SITE_B, SITE_GB };
 
 inline bool isGreen(Site site) { return site == SITE_GR || site == SITE_GB; }
 
-// The region as it was asked for, in binned pixels, and at full resolution; S is the row stride
-// of the guarded layout, in samples.
+// The region as requested, in binned pixels, and at full resolution; S is the row stride of the
+// guarded layout, in samples.
 struct Region {
   uint32_t nBayer, nRoiX, nRoiY, nRoiWidth, nRoiHeight;
   uint32_t F, Wf, Hf, x0, y0;
@@ -46,7 +46,7 @@ void forEachPixel(const Region& region, T* work, Visit visit) {
       visit(region.siteOf(i, j), work + (ptrdiff_t{j} + 2) * region.S + 3 * (ptrdiff_t{i} + 2));
 }
 
-// Neighbours of a pixel, named by dx columns right and dy rows down.
+// Neighbours of a pixel, dx columns to the right and dy rows down.
 template <class T>
 struct NeighboursXY {
   const T* p;
@@ -57,7 +57,7 @@ struct NeighboursXY {
   int R(int dx, int dy) const { return C(kRed, dx, dy); }
 };
 
-// The same, named by r rows down and c columns right.
+// The same, r rows down and c columns to the right.
 template <class T>
 struct NeighboursRC {
   const T* p;
@@ -68,8 +68,8 @@ struct NeighboursRC {
   int R(int r, int c) const { return C(kRed, r, c); }
 };
 
-// The ceiling of a computed sample. At 16 bits it is that of ten significant bits, whatever the
-// frame has; sensed samples are not held to it.
+// The limit of a computed sample. At 16 bits it is that of ten significant bits, whatever the frame
+// has; sensed samples are not limited.
 template <class T>
 constexpr int kLimit = sizeof(T) == 1 ? 255 : 1023;
 

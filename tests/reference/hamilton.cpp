@@ -6,7 +6,7 @@ namespace reference {
 
 namespace {
 
-// wa * a + wb * b, the integers widened by way of single precision.
+// wa * a + wb * b; the integers are widened through single precision.
 double weighted(double wa, int a, double wb, int b) {
   return wa * static_cast<double>(static_cast<float>(a)) +
          wb * static_cast<double>(static_cast<float>(b));

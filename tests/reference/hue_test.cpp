@@ -58,7 +58,7 @@ TEST(ReferenceCok, ClampsTheHue) {
   EXPECT_EQ(Demosaiced<uint16_t>(COK, GRBG, brightGreen<uint16_t>(10)).R(2, 0), 1023);
 }
 
-// Chooses a path of algorithm 7 for the length of a test.
+// Selects a path of algorithm 7 during a test.
 class ReferenceKimmel : public testing::Test {
  protected:
   void SetUp() override { reference::g_bIsSSE = 0; }
@@ -68,7 +68,7 @@ class ReferenceKimmel : public testing::Test {
   }
   const int32_t before_ = reference::g_bIsSSE;
 };
-// With the exact root: the numbers below are then the same on every processor.
+// Uses the exact root, so that the numbers below are the same on every processor.
 class ReferenceKimmelPacked : public ReferenceKimmel {
  protected:
   void SetUp() override {
@@ -77,7 +77,7 @@ class ReferenceKimmelPacked : public ReferenceKimmel {
   }
 };
 
-// The rim's loss reaches one pixel further, by way of the sites that the second pass fills.
+// The loss at the rim reaches one pixel further, through the sites that the second pass fills.
 TEST_F(ReferenceKimmel, KeepsAFlatInside) {
   for (int value : {0, 1, 100, 255}) {
     const Mosaic<uint8_t> frame(9, 7, static_cast<uint8_t>(value));
@@ -105,8 +105,8 @@ TEST_F(ReferenceKimmel, HoldsComputedSamplesTo1023) {
   EXPECT_EQ(out.R(2, 2), 1023);
 }
 
-// A neighbour without green has the hue 0 and keeps its weight: on a flat rim two of four
-// diagonals are such, all weights 1.
+// A neighbour without green has the hue 0 and keeps its weight. On a flat rim, two of four
+// diagonals are such neighbours, and all weights are 1.
 TEST_F(ReferenceKimmel, CountsTheWeightOfANeighbourWithoutGreen) {
   const Demosaiced<uint8_t> out(KIMMEL, GRBG, Mosaic<uint8_t>(8, 8, 100));
   EXPECT_EQ(out.B(3, 0), 50);
@@ -151,7 +151,7 @@ TEST_F(ReferenceKimmelPacked, TakesTheRootItIsGiven) {
   EXPECT_EQ(Demosaiced<uint16_t>(KIMMEL, GRBG, frame).G(3, 2), 157);
 }
 
-// Sixteen bits leave the phase's column bit out in whole blocks of eight columns: the sensed
+// For 16-bit samples, whole blocks of eight columns ignore the column bit of the phase: the sensed
 // sites there never get a green. RGGB: red at even rows and columns.
 TEST_F(ReferenceKimmelPacked, LosesThePhaseInBlocksOfSixteenBits) {
   const Demosaiced<uint16_t> out(KIMMEL, RGGB, Mosaic<uint16_t>(12, 6, 500));
@@ -162,14 +162,14 @@ TEST_F(ReferenceKimmelPacked, LosesThePhaseInBlocksOfSixteenBits) {
   for (int x = 0; x < 12; x += 2) EXPECT_EQ(bytes.G(x, 2), 100) << x;
 }
 
-// With an odd width the bytes' blocks are out of phase as well.
+// With an odd width, the blocks of bytes are out of phase as well.
 TEST_F(ReferenceKimmelPacked, LosesThePhaseOfOddWidths) {
   const Demosaiced<uint8_t> out(KIMMEL, GRBG, Mosaic<uint8_t>(9, 6, 100));
   for (int x = 1; x < 8; x += 2) EXPECT_EQ(out.G(x, 2), 0) << x;
 }
 
-// Hue is held to the green it was divided by: 50 / 1 counts as 1. The tail alone is exempt where
-// red and blue sites get each other's colour.
+// A hue is limited to the green it was divided by: 50 / 1 counts as 1. Only the tail is exempt,
+// when red and blue sites get each other's colour.
 TEST_F(ReferenceKimmelPacked, BoundsTheHueOfDarkPixels) {
   const auto dark = [](uint32_t w) {
     Mosaic<uint8_t> frame(w, 6, 50);
@@ -191,8 +191,8 @@ TEST_F(ReferenceKimmelPacked, WalksAtThePitchOfAnUnbinnedBuffer) {
   EXPECT_EQ(out.G(3, 0), 100);
   EXPECT_EQ(out.G(9, 0), 0);  // columns 8 .. 11 lie between the two rows
   EXPECT_EQ(out.G(11, 0), 0);
-  EXPECT_EQ(out.G(12, 0), 0);  // row 1 takes this green site for a blue one without green about it
-  EXPECT_EQ(out.R(13, 0), 0);  // and this red one for a green one without red about it
+  EXPECT_EQ(out.G(12, 0), 0);  // row 1 takes this green site for a blue one without green around it
+  EXPECT_EQ(out.R(13, 0), 0);  // and this red one for a green one without red around it
   for (int y = 2; y < 6; ++y)
     for (int x = 0; x < 16; ++x) EXPECT_EQ(out.R(x, y) * out.G(x, y) * out.B(x, y), 0);
 }

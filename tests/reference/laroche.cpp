@@ -25,7 +25,7 @@ void fillGreen(T* work, const Region& region) {
   });
 }
 
-// The mean of colour X minus green over the four diagonal neighbours, on top of the pixel's green.
+// The pixel's green plus the mean of colour X minus green over the four diagonal neighbours.
 template <class T>
 int diagonal(const NeighboursXY<T>& n, int X) {
   const auto difference = [&](int dx, int dy) { return n.C(X, dx, dy) - n.G(dx, dy); };

@@ -8,8 +8,8 @@
 
 namespace reference {
 
-// Stands where a sample pointer stands: element i is the table's byte for sample i. An index
-// past the table, which only a sample above its own depth can give, reads the last entry.
+// Replaces a pointer to samples: element i is the table's byte for sample i. An index past the
+// table, which only a sample above its own depth can cause, reads the last entry.
 struct CLutTransform {
   const uint8_t* pLut;
   const uint16_t* pSrc;

@@ -49,7 +49,7 @@ TEST(ReferenceTable, SamplesTheUserTableAtItsStride) {
   EXPECT_EQ(table[1023], 4092 % 251);
   reference::Create10To8BitLUT(table, 10, user.data(), 0);
   EXPECT_EQ(table[1023], 1023 % 251);
-  reference::Create10To8BitLUT(table, 10, user.data(), 4);  // entry 4095 at the most
+  reference::Create10To8BitLUT(table, 10, user.data(), 4);  // at most entry 4095
   EXPECT_EQ(table[255], 4080 % 251);
   EXPECT_EQ(table[256], 4095 % 251);
   EXPECT_EQ(table[1023], 4095 % 251);
@@ -57,7 +57,7 @@ TEST(ReferenceTable, SamplesTheUserTableAtItsStride) {
   EXPECT_THAT(table, Each(0));
 }
 
-// One channel of an image set to 90, binned 3x3: the middle row's taps are not all their own.
+// One channel of an image set to 90, binned 3x3: some taps of the middle row read another channel.
 TEST(ReferenceColour, HasTheIrregularTapsOfThree) {
   std::vector<uint8_t> image(27, 0);
   uint8_t out[3] = {};
@@ -83,7 +83,7 @@ TEST(ReferenceColour, DividesDestinationBitsByThree) {
   const auto convert = [&](void* out, uint32_t format, uint32_t mode, uint32_t bits) {
     reference::ConvertToOutputFormat16(image, 1, 1, 12, out, format, mode, nullptr, 0, bits, 0);
   };
-  convert(bytes, 3, 0, 32);  // ten bits a channel, clamped to a byte
+  convert(bytes, 3, 0, 32);  // ten bits per channel, clamped to a byte
   EXPECT_THAT(bytes, ElementsAre(0, 255, 4, 255));
   convert(samples16, 7, 0, 36);
   EXPECT_THAT(samples16, ElementsAre(4095, 16, 1024));
@@ -108,7 +108,7 @@ TEST(ReferenceGray, LosesOneWhereTheProductsRoundDown) {
   EXPECT_EQ(gray(0, 2, 0), 1);
 }
 
-// At 1x1 rows lie 3 * (2 + 4) samples apart, whatever the stride is: row 1 begins at sample 18.
+// At 1x1 rows are 3 * (2 + 4) samples apart, whatever the stride is: row 1 begins at sample 18.
 TEST(ReferenceGray, StepsByAGuardedRowAtOneByOne) {
   std::vector<uint8_t> image(24, 0);
   for (unsigned k = 18; k < 21; ++k) image[k] = 100;
@@ -117,7 +117,7 @@ TEST(ReferenceGray, StepsByAGuardedRowAtOneByOne) {
   EXPECT_THAT(out, ElementsAre(0, 0, 100, 0));
 }
 
-// Above 1x1 the rows of a block lie a third of an image row apart.
+// Above 1x1 the rows of a block are a third of an image row apart.
 TEST(ReferenceGray, StepsByThirdsOfARow) {
   std::vector<uint8_t> image(2 * 2 * 3, 0);
   for (unsigned k = 2; k < 8; ++k) image[k] = 100;  // samples 2..7 of row 0 and 1

@@ -24,7 +24,7 @@ int greenOf(const T* pPixel, unsigned nStride, unsigned nMode) {
     v = 3 * G(-1, 0) + G(1, 0) + K(0, 0) - K(-2, 0);
   else if (dE <= m)
     v = 3 * G(0, 1) + G(0, -1) + K(0, 0) - K(0, 2);
-  else if (dS > m)  // south and west stand exchanged
+  else if (dS > m)  // south and west are exchanged
     v = 3 * G(1, 0) + G(-1, 0) + K(0, 0) - K(2, 0);
   else
     v = 3 * G(0, -1) + G(0, 1) + K(0, 0) - K(0, -2);
@@ -104,7 +104,7 @@ void fill(T* work, const Region& region) {
 
 }  // namespace
 
-// 256 is let through, and the byte makes 0 of it.
+// 256 passes the limit, and a byte stores it as 0.
 uint8_t calcOneGreen(uint8_t* pPixel, unsigned nStride, unsigned nMode) {
   return static_cast<uint8_t>(clamp(greenOf(pPixel, nStride, nMode), 0, 256));
 }

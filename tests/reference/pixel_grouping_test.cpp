@@ -7,7 +7,7 @@
 
 namespace {
 
-// Five by five pixels around a red site; (r, c) is a row down, a column right.
+// Five by five pixels around a red site; (r, c): r rows down, c columns to the right.
 template <class T>
 struct Patch {
   std::vector<T> samples = std::vector<T>(75, 0);
@@ -30,7 +30,7 @@ TEST(ReferencePixelGrouping, KeepsAFlatInside) {
   }
 }
 
-// 3 * 255 + 255 + 10 = 1030; 1030 >> 2 = 257, and the byte of the ceiling 256 is 0.
+// 3 * 255 + 255 + 10 = 1030; 1030 >> 2 = 257, limited to 256, which a byte stores as 0.
 TEST(ReferencePixelGrouping, TurnsAnOvershootOfBytesBlack) {
   Patch<uint8_t> patch;
   patch.G(-1, 0) = patch.G(1, 0) = 255;
@@ -109,7 +109,7 @@ TEST(ReferenceHueTransit, InterpolatesAlongGreen) {
 TEST(ReferenceHueTransit, AddsTheBendOfGreenAtAnExtreme) {
   EXPECT_EQ(reference::HueTransit(50, 50, 50, 7, 7), 7);
   EXPECT_EQ(reference::HueTransit(10, 30, 10, 100, 101), 110);  // 40 / 4 + 100.5
-  EXPECT_EQ(reference::HueTransit(10, 0, 10, 0, 1), -4);        // -5 + 0.5, cut toward zero
+  EXPECT_EQ(reference::HueTransit(10, 0, 10, 0, 1), -4);        // -5 + 0.5, truncated toward zero
 }
 
 }  // namespace

@@ -6,12 +6,12 @@
 
 namespace reference {
 
-// Entry 128 stands for an unknown id: no buffer ever; a user table that nothing frees.
+// Entry 128 stands for unknown ids: it never has a work buffer, and nothing frees its user table.
 extern uint16_t* g_pwBGRBuff[129];
 extern uint32_t g_anIDs[128];
 extern uint16_t* g_pwUserLUT[129];
 
-// Bytes of each work buffer. A test that puts a buffer of its own into g_pwBGRBuff states them.
+// The bytes of each work buffer. A test that puts a buffer of its own into g_pwBGRBuff sets them.
 extern size_t g_anBGRBytes[129];
 
 unsigned ID2Index(uint32_t nID);

@@ -22,7 +22,7 @@ Points pointsOf(int nCurve) {
   }
 }
 
-// k shifted to the scale of the input.
+// k in the scale of the input.
 int scaled(int k, int nInBits) {
   return static_cast<int>(shl(static_cast<uint32_t>(k), static_cast<uint32_t>(nInBits)));
 }

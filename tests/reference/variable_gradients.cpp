@@ -6,10 +6,10 @@ namespace reference {
 
 namespace {
 
-// The directions in the order in which the threshold runs through them.
+// The directions in the order in which the threshold compares them.
 enum Direction { N, E, S, W, NE, SE, NW, SW, kDirections };
 
-// What one direction adds to the sums of the site's own colour and of the two others.
+// A direction's contribution to the sums of the site's own colour and of the two others.
 struct Contribution {
   uint32_t own, first, second;
 };
@@ -30,7 +30,7 @@ uint32_t thresholdOf(const int (&gradient)[kDirections]) {
   return static_cast<uint32_t>(static_cast<uint64_t>(T));
 }
 
-// c + (other - own) / n, clamped; c itself where no direction is kept.
+// c + (other - own) / n, clamped; c itself if no direction is kept.
 template <class T>
 T interpolated(int c, uint32_t other, uint32_t own, int n) {
   const int mean = n == 0 ? 0 : static_cast<int32_t>(other - own) / n;

@@ -55,7 +55,7 @@ TEST(ReferenceVariableGradients, NeverTakeNorthAsTheMaximum) {
 }
 
 // Gradients 80, 70 .. 10 in order: the maximum stays 0, the difference wraps and all are kept.
-// Green's sum is 140 + 135 + 130 + 125 + 400 = 930; 100 + (800 - 930) / 8 = 84, cut toward zero.
+// Green's sum is 140 + 135 + 130 + 125 + 400 = 930; 100 + (800 - 930) / 8 = 84, truncated.
 TEST(ReferenceVariableGradients, KeepAllDirectionsOfAFallingRun) {
   Patch<uint8_t> patch(100);
   const int places[8][2] = {{0, -2}, {2, 0}, {0, 2}, {-2, 0}, {2, -2}, {2, 2}, {-2, -2}, {-2, 2}};
@@ -75,8 +75,8 @@ TEST(ReferenceVariableGradients, HoldComputedSamplesTo1023) {
   EXPECT_EQ(patch.green(), 4000);
 }
 
-// Gradients of 196604 and 196605 against a threshold of 163837: no direction is kept, and the
-// pixel's own sample stands for the other colours.
+// Gradients of 196604 and 196605 against a threshold of 163837: no direction is kept, and the other
+// colours get the pixel's own sample.
 TEST(ReferenceVariableGradients, FallBackToTheSensedSample) {
   const std::string rows[5] = {"###.#", "...#.", "##..#", "###.#", "###.#"};
   Patch<uint16_t> patch(0);

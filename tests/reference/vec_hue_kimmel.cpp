@@ -26,7 +26,7 @@ constexpr float qDiag = 0.35355338f;
 float square(float v) { return v * v; }
 float root(float v) { return g_pReciprocalRoot(v); }
 
-// A pixel of the walk. Columns in whole blocks of eight and the columns of the tail differ.
+// A pixel of the walk. Columns in whole blocks of eight differ from the columns of the tail.
 template <class T>
 struct Spot {
   T* pixel;
@@ -64,7 +64,7 @@ void fillGreen(const Spot<T>& n, int K) {
                       (((wW + wE) + wN) + wS));
 }
 
-// The tail's hue is not bounded here, and here alone.
+// Only here the tail's hue is not bounded.
 template <class T>
 void fillOpposite(const Spot<T>& n, int K) {
   const int V = 2 - K;
@@ -101,9 +101,9 @@ void fillAtGreen(const Spot<T>& n) {
   }
 }
 
-// The walk covers nRoiHeight rows of nRoiWidth pixels, packed at the pitch of an unbinned buffer
-// whatever the binning is; only the neighbours are found with the true row stride. Block columns
-// take their parity from the end of the row, and at 16 bits without the phase's column bit.
+// The walk covers nRoiHeight rows of nRoiWidth pixels at the pitch of an unbinned buffer, whatever
+// the binning is; only neighbours are found with the true row stride. Block columns take their
+// parity from the end of the row, and for 16-bit samples without the column bit of the phase.
 template <class T, class Visit>
 void walk(T* work, const Region& a, Visit visit) {
   const uint32_t blockStart = a.nRoiX + a.nRoiWidth + (sizeof(T) == 1 ? a.nBayer >> 1 : 0);
@@ -111,7 +111,7 @@ void walk(T* work, const Region& a, Visit visit) {
   const ptrdiff_t pitch = 3 * ptrdiff_t{a.nRoiWidth} + 12;
   for (uint32_t k = 0; k < a.nRoiHeight; ++k) {
     const uint32_t r = (a.nBayer + a.nRoiY + k) & 1;
-    const int K = r == 0 ? kRed : kBlue;  // what a site of this row that is not green senses
+    const int K = r == 0 ? kRed : kBlue;  // the colour that this row senses besides green
     T* const row = work + 2 * a.S + 6 + k * pitch;
     for (uint32_t i = 0; i < a.nRoiWidth; ++i) {
       const bool block = i < (a.nRoiWidth & ~7U);

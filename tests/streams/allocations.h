@@ -1,4 +1,4 @@
-// The library's calls of malloc, calloc and free, which this program links through here.
+// Intercepts the library's calls of malloc, calloc and free.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 
 namespace vistrel::core::test {
 
-// While it lives: sees what is allocated and freed, fills new blocks with 0xCD, and fails on
-// demand.
+// During its lifetime, records what is allocated and freed, fills new blocks with 0xCD, and fails
+// on demand.
 class Allocations {
  public:
   Allocations();
@@ -15,8 +15,8 @@ class Allocations {
   Allocations(const Allocations&) = delete;
   Allocations& operator=(const Allocations&) = delete;
 
-  std::vector<size_t> sizes;  // of the blocks asked for, in order
-  std::vector<void*> freed;   // in order, null pointers left out
+  std::vector<size_t> sizes;  // of the requested blocks, in order
+  std::vector<void*> freed;   // in order, without null pointers
   bool fail = false;
 };
 

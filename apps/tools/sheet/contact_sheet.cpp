@@ -57,7 +57,8 @@ Canvas sheetOf(const std::vector<Strip>& strips, uint32_t zoom) {
     height += block.height();
   }
   if (width * height > kMaxPixels)
-    throwError(kUsage, "a sheet of {}x{} pixels: {} are allowed; take a smaller --crop or --zoom",
+    throwError(kUsage,
+               "a sheet of {}x{} pixels: at most {} are allowed; use a smaller --crop or --zoom",
                width, height, kMaxPixels);
   Canvas canvas(static_cast<uint32_t>(width), static_cast<uint32_t>(height), kGround);
   int top = kGap;

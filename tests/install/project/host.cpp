@@ -1,4 +1,4 @@
-// A user of the validated layer: a conversion with a result worked out by hand, and a refusal.
+// A user of the host layer: a conversion with a result worked out by hand, and a rejection.
 #include <cstdio>
 
 #include <vistrel/vistrel.hpp>
