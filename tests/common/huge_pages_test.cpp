@@ -1,0 +1,83 @@
+#include "common/huge_pages.h"
+
+#include <gtest/gtest.h>
+
+#if defined(__linux__)
+
+#include <sys/mman.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+namespace vistrel::core::test {
+namespace {
+
+constexpr size_t kHuge = size_t{2} << 20;
+
+class Memory {
+ public:
+  explicit Memory(size_t bytes)
+      : bytes_(bytes), at_(static_cast<char*>(mmap(nullptr, bytes, PROT_READ | PROT_WRITE,
+                                                   MAP_PRIVATE | MAP_ANONYMOUS, -1, 0))) {}
+  ~Memory() { munmap(at_, bytes_); }
+  Memory(const Memory&) = delete;
+  Memory& operator=(const Memory&) = delete;
+
+  char* at() const { return at_; }
+
+ private:
+  size_t bytes_;
+  char* at_;
+};
+
+// Whether the process has requested huge pages at this address, as the system lists it.
+bool isAdvised(const char* address) {
+  const auto wanted = reinterpret_cast<uintptr_t>(address);
+  std::ifstream list("/proc/self/smaps");
+  bool isThere = false;
+  for (std::string line; std::getline(list, line);) {
+    uintptr_t begin = 0, end = 0;
+    char dash = 0;
+    if (std::istringstream(line) >> std::hex >> begin >> dash >> end && dash == '-')
+      isThere = begin <= wanted && wanted < end;
+    else if (isThere && line.starts_with("VmFlags:"))
+      return line.find(" hg") != std::string::npos;
+  }
+  return false;
+}
+
+TEST(HugePages, AreRequestedForTheWholePagesWithin) {
+  if (!std::filesystem::exists("/sys/kernel/mm/transparent_hugepage"))
+    GTEST_SKIP() << "This system has no huge pages on request.";
+  const Memory memory(5 * kHuge);
+  const uintptr_t address = reinterpret_cast<uintptr_t>(memory.at());
+  char* const page = memory.at() + (kHuge - address % kHuge) % kHuge;
+  adviseHugePages(page + 1, 3 * kHuge);
+  EXPECT_FALSE(isAdvised(page + kHuge - 1));
+  EXPECT_TRUE(isAdvised(page + kHuge));
+  EXPECT_TRUE(isAdvised(page + 3 * kHuge - 1));
+  EXPECT_FALSE(isAdvised(page + 3 * kHuge));
+}
+
+TEST(HugePages, AreOfNoUseToASmallBuffer) {
+  const Memory memory(3 * kHuge);
+  adviseHugePages(memory.at(), 2 * kHuge - 1);
+  EXPECT_FALSE(isAdvised(memory.at() + kHuge));
+  adviseHugePages(nullptr, 8 * kHuge);
+}
+
+TEST(HugePages, KeepTheContents) {
+  const Memory memory(4 * kHuge);
+  for (size_t i = 0; i < 4 * kHuge; i += 4096)
+    memory.at()[i] = static_cast<char>(1 + i / 4096 % 99);
+  adviseHugePages(memory.at(), 4 * kHuge);
+  for (size_t i = 0; i < 4 * kHuge; i += 4096)
+    ASSERT_EQ(memory.at()[i], static_cast<char>(1 + i / 4096 % 99)) << i;
+}
+
+}  // namespace
+}  // namespace vistrel::core::test
+
+#endif
