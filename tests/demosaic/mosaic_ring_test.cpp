@@ -1,0 +1,163 @@
+// The mosaic of a region as a ring of half rows: its smoothed green and its edges.
+#include "demosaic/mosaic_ring.h"
+
+#include "tests/frames.h"
+#include "tests/levels.h"
+
+namespace vistrel::core::test {
+namespace {
+
+VISTREL_LEVEL_SUITE(MosaicRingAt);
+
+// A frame, and a region of it that begins at column 4: regions leave the choice of rows to their
+// caller.
+template <class T>
+class RingFrame {
+ public:
+  RingFrame(uint32_t w, uint32_t h, unsigned phase, unsigned top = 65535)
+      : width(int(w)), height(int(h)), region(phase, 1, 2, 0, w / 2, h / 2),
+        mosaic_(Mosaic::ofPhase(phase)), samples_(noise<T>(stride() * h, top, w)) {}
+
+  size_t stride() const { return static_cast<size_t>(width) + 9; }
+  T* row(int y) { return samples_.data() + static_cast<size_t>(y) * stride(); }
+  int sensed(int x, int y) const {
+    return samples_[static_cast<size_t>(y) * stride() + size_t(x) + 4];
+  }
+  MosaicRing<T> ring(unsigned rows, RowDepth depth = RowDepth::ignored) {
+    return {region, samples_.data(), stride(), rows, depth};
+  }
+
+  // What the ring promises of column x and row y, which may lie two pixels outside.
+  int expected(int x, int y) const {
+    x = inside(x, width), y = inside(y, height);
+    const bool isOuter = x == 0 || y == 0 || x == width - 1 || y == height - 1;
+    if (isOuter || !mosaic_.isGreenAt(x, y)) return sensed(x, y);
+    return (4 * sensed(x, y) + sensed(x - 1, y - 1) + sensed(x + 1, y - 1) + sensed(x - 1, y + 1) +
+            sensed(x + 1, y + 1)) /
+           8;
+  }
+
+  const int width, height;
+  const Region region;
+
+ private:
+  static int inside(int c, int size) { return c < 0 ? c + 2 : c >= size ? c - 2 : c; }
+
+  Mosaic mosaic_;
+  std::vector<T> samples_;
+};
+
+template <class T>
+void expectRow(const RingFrame<T>& frame, const MosaicRing<T>& ring, int y) {
+  for (int x = -2; x < frame.width + 2; ++x) {
+    const T* half = ring.half(y, unsigned(x & 1));
+    ASSERT_EQ(half[(x - (x & 1)) / 2], frame.expected(x, y)) << x << ' ' << y;
+  }
+}
+
+// All rows of the frame in the ring at once.
+template <class T>
+void expectWhole(uint32_t width, uint32_t height, unsigned phase) {
+  RingFrame<T> frame(width, height, phase);
+  MosaicRing<T> ring = frame.ring(height);
+  ASSERT_TRUE(ring);
+  for (int y = 0; y < frame.height; ++y) ring.load(y);
+  for (int y = 0; y < frame.height; ++y) ring.smooth(y);
+  for (int y = -2; y < frame.height + 2; ++y) expectRow(frame, ring, y);
+}
+
+TEST_P(MosaicRingAt, SmoothsGreenInsideAndContinuesOutside) {
+  for (unsigned phase = 0; phase < 4; ++phase)
+    for (uint32_t width : {2, 4, 6, 16, 30, 32, 34, 64, 66, 128, 130, 258})
+      for (uint32_t height : {2, 4, 8}) {
+        expectWhole<uint8_t>(width, height, phase);
+        expectWhole<uint16_t>(width, height, phase);
+      }
+}
+
+TEST_P(MosaicRingAt, KeepsAsManyRowsAsItsStagesNeed) {
+  for (unsigned rows : {2u, 3u, 5u}) {
+    RingFrame<uint8_t> frame(70, 20, 2);
+    MosaicRing<uint8_t> ring = frame.ring(rows);
+    ring.load(0);
+    for (int y = 0; y < frame.height; ++y) {
+      if (y + 1 < frame.height) ring.load(y + 1);
+      ring.smooth(y);
+      for (int kept = std::max(0, y + 1 - int(rows)); kept <= y; ++kept)
+        expectRow(frame, ring, kept);
+    }
+  }
+}
+
+TEST_P(MosaicRingAt, SmoothsSamplesOfAllSizesAndRoundsDown) {
+  RingFrame<uint16_t> frame(64, 8, 0);
+  for (int y = 0; y < 8; ++y)
+    for (size_t x = 0; x < frame.stride(); ++x) frame.row(y)[x] = x % 7 == 0 ? 65534 : 65535;
+  MosaicRing<uint16_t> ring = frame.ring(8);
+  for (int y = 0; y < 8; ++y) ring.load(y);
+  for (int y = 0; y < 8; ++y) ring.smooth(y);
+  for (int y = 0; y < 8; ++y) expectRow(frame, ring, y);
+}
+
+// A region of odd sides, as blocks of one pixel give them.
+TEST_P(MosaicRingAt, HasOneColumnMoreInTheEvenHalfOfAnOddWidth) {
+  std::vector<uint8_t> samples = noise<uint8_t>(35 * 5, 255, 1);
+  MosaicRing<uint8_t> ring(Region(0, 0, 0, 0, 35, 5), samples.data(), 35, 5);
+  EXPECT_EQ(ring.columns(), 35u);
+  EXPECT_EQ(ring.height(), 5);
+  EXPECT_EQ(ring.halfSize(0), 18u);
+  EXPECT_EQ(ring.halfSize(1), 17u);
+  for (int y = 0; y < 5; ++y) ring.load(y);
+  for (int y = 0; y < 5; ++y) ring.smooth(y);
+  for (int y = 0; y < 5; ++y)
+    for (int x : {0, 34}) EXPECT_EQ(ring.half(y, 0)[x / 2], samples[size_t(35 * y + x)]);
+  EXPECT_EQ(ring.half(0, 0)[18], samples[34]);
+  EXPECT_EQ(ring.half(0, 1)[17], samples[33]);
+}
+
+TEST_P(MosaicRingAt, MakesWindowsOfItsHalves) {
+  RingFrame<uint8_t> frame(20, 8, 1);
+  MosaicRing<uint8_t> ring = frame.ring(8);
+  const auto window = ring.window<2>(7);  // beyond the last row too
+  for (int dy = -2; dy <= 2; ++dy)
+    for (unsigned parity : {0u, 1u})
+      EXPECT_EQ(window.half[dy + 2][parity], ring.half(7 + dy, parity));
+}
+
+TEST(MosaicRing, KnowsWhichSourceRowIsNext) {
+  RingFrame<uint8_t> frame(10, 4, 0);
+  MosaicRing<uint8_t> ring = frame.ring(4);
+  EXPECT_EQ(ring.nextSource(), nullptr);
+  ring.load(0);
+  EXPECT_EQ(ring.nextSource(), frame.row(1) + 4);
+  ring.load(2);
+  EXPECT_EQ(ring.nextSource(), frame.row(3) + 4);
+  ring.load(3);
+  EXPECT_EQ(ring.nextSource(), nullptr);
+}
+
+TEST_P(MosaicRingAt, FindsTheLastRowOfMoreThanTwelveBits) {
+  for (uint32_t width : {6u, 70u})
+    for (uint32_t x = 0; x < width; ++x) {
+      RingFrame<uint16_t> frame(width, 8, 0, 4095);
+      frame.row(3)[4 + x] = 4096;
+      frame.row(5)[3] = frame.row(5)[4 + width] = 4096;  // beside the region
+      MosaicRing<uint16_t> ring = frame.ring(8, RowDepth::found);
+      for (int y = 0; y < 3; ++y) ring.load(y);
+      EXPECT_TRUE(ring.isTwelveBitsFrom(0));
+      for (int y = 3; y < 8; ++y) ring.load(y);
+      EXPECT_FALSE(ring.isTwelveBitsFrom(2));
+      EXPECT_FALSE(ring.isTwelveBitsFrom(3));
+      EXPECT_TRUE(ring.isTwelveBitsFrom(4));
+    }
+}
+
+TEST_P(MosaicRingAt, FindsNoDepthUnlessAsked) {
+  RingFrame<uint16_t> frame(20, 4, 0);
+  MosaicRing<uint16_t> ring = frame.ring(4);
+  for (int y = 0; y < 4; ++y) ring.load(y);
+  EXPECT_TRUE(ring.isTwelveBitsFrom(0));
+}
+
+}  // namespace
+}  // namespace vistrel::core::test
