@@ -41,10 +41,12 @@ template <class T>
 struct Fixture {
   AhdKernels<T> kernels{};
   std::vector<T> samples = std::vector<T>(20 * 20);
-  AhdReconstruction<T> images{{samples.data(), 20, {20, 20}, 0}, kFirst, kColumns, 0, kernels};
-  AhdChoice<T> choice{images, kFirst, kColumns, kernels};
+  AhdReconstruction<T> images;
+  AhdChoice<T> choice;
 
-  Fixture() {
+  Fixture()
+      : images(CfaFrame<T>{samples.data(), 20, {20, 20}, 0}, kFirst, kColumns, 0, kernels),
+        choice(images, kFirst, kColumns, kernels) {
     kernels.scores[0] = Calls<T>::template scoreHalf<0>;
     kernels.scores[1] = Calls<T>::template scoreHalf<1>;
     kernels.sums = Calls<T>::sum;

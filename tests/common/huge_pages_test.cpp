@@ -26,6 +26,9 @@ class Memory {
   Memory& operator=(const Memory&) = delete;
 
   char* at() const { return at_; }
+  char* firstPage() const {  // the first huge one
+    return at_ + (kHuge - reinterpret_cast<uintptr_t>(at_) % kHuge) % kHuge;
+  }
 
  private:
   size_t bytes_;
@@ -52,8 +55,7 @@ TEST(HugePages, AreRequestedForTheWholePagesWithin) {
   if (!std::filesystem::exists("/sys/kernel/mm/transparent_hugepage"))
     GTEST_SKIP() << "This system has no huge pages on request.";
   const Memory memory(5 * kHuge);
-  const uintptr_t address = reinterpret_cast<uintptr_t>(memory.at());
-  char* const page = memory.at() + (kHuge - address % kHuge) % kHuge;
+  char* const page = memory.firstPage();
   adviseHugePages(page + 1, 3 * kHuge);
   EXPECT_FALSE(isAdvised(page + kHuge - 1));
   EXPECT_TRUE(isAdvised(page + kHuge));
@@ -63,8 +65,8 @@ TEST(HugePages, AreRequestedForTheWholePagesWithin) {
 
 TEST(HugePages, AreOfNoUseToASmallBuffer) {
   const Memory memory(3 * kHuge);
-  adviseHugePages(memory.at(), 2 * kHuge - 1);
-  EXPECT_FALSE(isAdvised(memory.at() + kHuge));
+  adviseHugePages(memory.firstPage(), 2 * kHuge - 1);
+  EXPECT_FALSE(isAdvised(memory.firstPage()));
   adviseHugePages(nullptr, 8 * kHuge);
 }
 

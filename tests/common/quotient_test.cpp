@@ -1,7 +1,7 @@
 // Exact quotients. The second half of this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
 #define VISTREL_BODY "tests/common/quotient_test.cpp"
-#include <algorithm>
+#include <numeric>
 
 #include "common/simd/each_level.h"
 #include "tests/common/elements.h"
@@ -12,17 +12,47 @@ namespace {
 
 VISTREL_LEVEL_SUITE(Quotient);
 
-// The kernels below bring their operands into the range that is served: no divisor is 0, and none
-// of 32 bits is -1, which would take the lowest product out of range.
+// Triples of two factors and a divisor, many of whose quotients are whole.
+template <class T>
+struct Triples {
+  std::vector<T> a, b, c;
+
+  explicit Triples(const std::vector<int>& ends) {
+    std::vector<int> factors = {1, 2, 3, 5, 6, 7, 9, 10, 11, 49, 98, 103}, divisors(110);
+    std::iota(divisors.begin(), divisors.end(), 1);
+    for (int end : ends) factors.push_back(end), divisors.push_back(end);
+    for (int x : factors)
+      for (int y : factors)
+        for (int divisor : divisors)
+          for (int signs = 0; signs < 8; ++signs)
+            add(signs & 1 ? -x : x, signs & 2 ? -y : y, signs & 4 ? -divisor : divisor);
+    for (auto* values : {&a, &b, &c}) values->resize(a.size() + 64 - a.size() % 64, T{1});
+  }
+
+  void expectQuotients(void (*quotients)(T*, size_t, const T*, const T*, const T*)) const {
+    std::vector<T> out(a.size());
+    quotients(out.data(), out.size(), a.data(), b.data(), c.data());
+    for (size_t i = 0; i < out.size(); ++i)
+      ASSERT_EQ(out[i], static_cast<T>(wrapMul(a[i], b[i]) / c[i]))
+          << int{a[i]} << " * " << int{b[i]} << " / " << int{c[i]};
+  }
+
+ private:
+  void add(int x, int y, int divisor) {
+    if (wrapMul(x, y) == INT32_MIN && divisor == -1) return;  // out of range
+    a.push_back(static_cast<T>(x)), b.push_back(static_cast<T>(y));
+    c.push_back(static_cast<T>(divisor));
+  }
+};
+
 TEST_P(Quotient, OfAProductIsTruncatedAfterTheProductWraps) {
-  expectElements(VISTREL_BY_LEVEL(quotients32),
-                 [](int32_t a, int32_t b, int32_t c) { return wrapMul(a, b) / ((c & ~2) | 1); });
+  Triples<int32_t>({4095, 65535, 65537, 1 << 30, INT32_MAX})
+      .expectQuotients(VISTREL_BY_LEVEL(quotients<int32_t>));
 }
 
-TEST_P(Quotient, OfAProductIsExactInSixteenBitLanes) {
-  const auto limited = [](int v) { return std::max((v & 8191) - 4096, -4095); };
-  expectElements(VISTREL_BY_LEVEL(quotients16),
-                 [=](int a, int b, int c) { return limited(a) * limited(b) / (limited(c) | 1); });
+TEST_P(Quotient, OfFactorsBelow4096IsExactInSixteenBitLanes) {
+  Triples<int16_t>({1023, 2047, 4093, 4094, 4095})
+      .expectQuotients(VISTREL_BY_LEVEL(quotients<int16_t>));
 }
 
 TEST(QuotientFormula, ServesSingleSamples) {
@@ -63,18 +93,10 @@ TEST_P(Quotient, ByUpToEightIsExactInSixteenBitLanes) {
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-inline void quotients32(int32_t* out, size_t n, const int32_t* a, const int32_t* b,
-                        const int32_t* c) {
-  for (size_t k = 0; k < n; k += kLanes<int32_t>)
-    store(out + k, productOver(load(a + k), load(b + k), (load(c + k) & ~2) | 1));
-}
-VISTREL_INLINE Vec<int16_t> loadLimited(const int16_t* p) {
-  return larger((load(p) & 8191) - 4096, Vec<int16_t>{} - int16_t{4095});
-}
-inline void quotients16(int16_t* out, size_t n, const int16_t* a, const int16_t* b,
-                        const int16_t* c) {
-  for (size_t k = 0; k < n; k += kLanes<int16_t>)
-    store(out + k, productOver(loadLimited(a + k), loadLimited(b + k), loadLimited(c + k) | 1));
+template <class T>
+void quotients(T* out, size_t n, const T* a, const T* b, const T* c) {
+  for (size_t k = 0; k < n; k += kLanes<T>)
+    store(out + k, productOver(load(a + k), load(b + k), load(c + k)));
 }
 
 // Quotients by one divisor.

@@ -152,6 +152,14 @@ TEST_P(MosaicRingAt, FindsTheLastRowOfMoreThanTwelveBits) {
     }
 }
 
+TEST_P(MosaicRingAt, FindsTheDepthOfALastColumnWithoutPair) {
+  const std::vector<uint16_t> samples = impulse<uint16_t>(35 * 3, 35 + 34, 4096);
+  MosaicRing<uint16_t> ring(Region(0, 0, 0, 0, 35, 3), samples.data(), 35, 3, RowDepth::found);
+  for (int y = 0; y < 3; ++y) ring.load(y);
+  EXPECT_FALSE(ring.isTwelveBitsFrom(1));
+  EXPECT_TRUE(ring.isTwelveBitsFrom(2));
+}
+
 TEST_P(MosaicRingAt, FindsNoDepthUnlessAsked) {
   RingFrame<uint16_t> frame(20, 4, 0);
   MosaicRing<uint16_t> ring = frame.ring(4);
