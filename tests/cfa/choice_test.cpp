@@ -45,7 +45,8 @@ struct Fixture {
   AhdChoice<T> choice;
 
   Fixture()
-      : images(CfaFrame<T>{samples.data(), 20, {20, 20}, 0}, kFirst, kColumns, 0, kernels),
+      : images(CfaFrame<T>{samples.data(), 20, {20, 20}, core::Mosaic::ofGrid(0)}, kFirst, kColumns,
+               0, kernels),
         choice(images, kFirst, kColumns, kernels) {
     kernels.scores[0] = Calls<T>::template scoreHalf<0>;
     kernels.scores[1] = Calls<T>::template scoreHalf<1>;

@@ -23,15 +23,16 @@ namespace {
 
 VISTREL_LEVEL_SUITE(PixelRow);
 
-// A row of pixels, and half rows that the kernel makes it of. On the way it adds the column parity
-// of the green sites to green.
+// A row of pixels, and half rows that the kernel makes it of: the first row of a mosaic. On the way
+// the kernel adds the column parity of the green sites to green.
 template <class T>
 class Row {
  public:
-  Row(size_t columns, unsigned greenParity, bool isRedRow)
-      : columns_(columns), greenParity_(greenParity), isRedRow_(isRedRow),
+  Row(size_t columns, unsigned phase)
+      : columns_(columns), phase_(phase),
         pixels_(noise<T>(3 * columns, 200, static_cast<unsigned>(columns))),
         halves_(3, 2, columns) {
+    const unsigned greenParity = phase == 1 || phase == 2;  // BGGR, RGGB
     for (size_t x = 0; x < columns; ++x) {
       const T* p = &pixels_[3 * x];
       for (unsigned c = 0; c < 3; ++c) halves_.half(c, x % 2)[x / 2] = p[c];
@@ -42,33 +43,32 @@ class Row {
   void run(RowSink<T>& sink) const {
     const auto kernels = VISTREL_BY_LEVEL(kPlainKernels<T>);
     const auto of = [&](unsigned c) { return std::array{halves_.half(c, 0), halves_.half(c, 1)}; };
-    const auto own = of(isRedRow_ ? 2 : 0), green = of(1), opposite = of(isRedRow_ ? 0 : 2);
-    kernels->of[greenParity_][isRedRow_](
+    const bool isRedRow = phase_ % 2 == 0;  // GRBG, RGGB
+    const auto own = of(isRedRow ? 2 : 0), green = of(1), opposite = of(isRedRow ? 0 : 2);
+    kernels->ofRow(Mosaic::ofPhase(phase_), 0)(
         {{own[0], own[1]}, {green[0], green[1]}, {opposite[0], opposite[1]}}, columns_, sink);
   }
   const std::vector<T>& pixels() const { return pixels_; }
 
  private:
   size_t columns_;
-  unsigned greenParity_;
-  bool isRedRow_;
+  unsigned phase_;
   std::vector<T> pixels_;
   HalfRowRing<T> halves_;  // blue, green, red
 };
 
 template <class T>
 void expectPixels(size_t columns) {
-  for (unsigned greenParity : {0, 1})
-    for (bool isRedRow : {false, true}) {
-      const Row<T> row(columns, greenParity, isRedRow);
-      Canvas<T> alone(3 * columns), both(3 * columns), copy(3 * columns);
-      RowSink<T> sink(alone.data()), sinkOfBoth(both.data(), copy.data());
-      row.run(sink);
-      row.run(sinkOfBoth);
-      EXPECT_EQ(alone.samples(), row.pixels()) << columns;
-      EXPECT_EQ(both.samples(), row.pixels()) << columns;
-      EXPECT_EQ(copy.samples(), row.pixels()) << columns;
-    }
+  for (unsigned phase = 0; phase < 4; ++phase) {
+    const Row<T> row(columns, phase);
+    Canvas<T> alone(3 * columns), both(3 * columns), copy(3 * columns);
+    RowSink<T> sink(alone.data()), sinkOfBoth(both.data(), copy.data());
+    row.run(sink);
+    row.run(sinkOfBoth);
+    EXPECT_EQ(alone.samples(), row.pixels()) << columns;
+    EXPECT_EQ(both.samples(), row.pixels()) << columns;
+    EXPECT_EQ(copy.samples(), row.pixels()) << columns;
+  }
 }
 
 TEST_P(PixelRow, HasEveryColumnAndNoMore) {
@@ -91,7 +91,7 @@ struct Listener final : ChunkListener {
 };
 
 TEST_P(PixelRow, ReportsPixelsOnceTheyAreStored) {
-  const Row<uint8_t> row(2000, 0, true);
+  const Row<uint8_t> row(2000, 0);
   Canvas<uint8_t> canvas(6000);
   Listener listener;
   listener.pixels = canvas.data();

@@ -10,42 +10,40 @@ VISTREL_LEVEL_SUITE(Split);
 
 template <class T>
 void expectHalves(const std::vector<T>& row, Canvas<T>& even, Canvas<T>& odd) {
-  for (size_t k = 0; k < row.size() / 2; ++k) {
-    ASSERT_EQ(even.data()[k], row[2 * k]) << k;
-    ASSERT_EQ(odd.data()[k], row[2 * k + 1]) << k;
-  }
+  for (size_t x = 0; x < row.size(); ++x)
+    ASSERT_EQ((x % 2 == 0 ? even : odd).data()[x / 2], row[x]) << x << " of " << row.size();
 }
 
 template <class T>
-void expectSplit(size_t pairs) {
-  const std::vector<T> row = noise<T>(2 * pairs, 65535, 1);
-  Canvas<T> even(pairs), odd(pairs), evenToo(pairs), oddToo(pairs);
-  VISTREL_BY_LEVEL(splitPairs<T>)(row.data(), pairs, even.data(), odd.data());
+void expectSplit(size_t columns) {
+  const std::vector<T> row = noise<T>(columns, 65535, 1);
+  const size_t ofEven = (columns + 1) / 2, ofOdd = columns / 2;
+  Canvas<T> even(ofEven), odd(ofOdd), evenToo(ofEven), oddToo(ofOdd);
+  VISTREL_BY_LEVEL(splitRow<T>)(row.data(), columns, even.data(), odd.data());
   expectHalves(row, even, odd);
-  VISTREL_BY_LEVEL(splitPairsAndBits<T>)(row.data(), pairs, evenToo.data(), oddToo.data());
+  VISTREL_BY_LEVEL(splitRowAndBits<T>)(row.data(), columns, evenToo.data(), oddToo.data());
   expectHalves(row, evenToo, oddToo);
 }
 
 TEST_P(Split, TakesColumnsByTheirParity) {
-  for (uint32_t pairs : kWidths) {
-    expectSplit<uint8_t>(pairs);
-    expectSplit<uint16_t>(pairs);
+  for (uint32_t columns : kWidths) {
+    expectSplit<uint8_t>(columns);
+    expectSplit<uint16_t>(columns);
   }
 }
 
 template <class T>
 T bitsOf(const std::vector<T>& row) {
-  Canvas<T> even(row.size() / 2), odd(row.size() / 2);
-  return VISTREL_BY_LEVEL(splitPairsAndBits<T>)(row.data(), row.size() / 2, even.data(),
-                                                odd.data());
+  Canvas<T> even((row.size() + 1) / 2), odd(row.size() / 2);
+  return VISTREL_BY_LEVEL(splitRowAndBits<T>)(row.data(), row.size(), even.data(), odd.data());
 }
 
 TEST_P(Split, GathersTheBitsOfAllSamples) {
-  for (uint32_t pairs : kWidths) {
-    EXPECT_EQ(bitsOf(flat<uint16_t>(2 * pairs, 0)), 0);
-    EXPECT_EQ(bitsOf(flat<uint16_t>(2 * pairs, 0x0421)), 0x0421);
-    for (size_t at : {size_t{0}, size_t{pairs}, size_t{2} * pairs - 1})
-      EXPECT_EQ(bitsOf(impulse<uint16_t>(2 * pairs, at, 0x8001)), 0x8001);
+  for (uint32_t columns : kWidths) {
+    EXPECT_EQ(bitsOf(flat<uint16_t>(columns, 0)), 0);
+    EXPECT_EQ(bitsOf(flat<uint16_t>(columns, 0x0421)), 0x0421);
+    for (uint32_t x = 0; x < columns; ++x)
+      EXPECT_EQ(bitsOf(impulse<uint16_t>(columns, x, 0x8001)), 0x8001) << x << " of " << columns;
   }
   EXPECT_EQ(bitsOf<uint16_t>({1, 2, 4, 0x1000}), 0x1007);
 }

@@ -107,6 +107,8 @@ TEST_P(MosaicRingAt, HasOneColumnMoreInTheEvenHalfOfAnOddWidth) {
   EXPECT_EQ(ring.height(), 5);
   EXPECT_EQ(ring.halfSize(0), 18u);
   EXPECT_EQ(ring.halfSize(1), 17u);
+  EXPECT_EQ(ring.colourSites(0), 17u);  // of GRBG: red in odd columns
+  EXPECT_EQ(ring.colourSites(1), 18u);
   for (int y = 0; y < 5; ++y) ring.load(y);
   for (int y = 0; y < 5; ++y) ring.smooth(y);
   for (int y = 0; y < 5; ++y)
@@ -144,11 +146,11 @@ TEST_P(MosaicRingAt, FindsTheLastRowOfMoreThanTwelveBits) {
       frame.row(5)[3] = frame.row(5)[4 + width] = 4096;  // beside the region
       MosaicRing<uint16_t> ring = frame.ring(8, RowDepth::found);
       for (int y = 0; y < 3; ++y) ring.load(y);
-      EXPECT_TRUE(ring.isTwelveBitsFrom(0));
+      EXPECT_TRUE(ring.depths().areTwelveBitsFrom(0));
       for (int y = 3; y < 8; ++y) ring.load(y);
-      EXPECT_FALSE(ring.isTwelveBitsFrom(2));
-      EXPECT_FALSE(ring.isTwelveBitsFrom(3));
-      EXPECT_TRUE(ring.isTwelveBitsFrom(4));
+      EXPECT_FALSE(ring.depths().areTwelveBitsFrom(2));
+      EXPECT_FALSE(ring.depths().areTwelveBitsFrom(3));
+      EXPECT_TRUE(ring.depths().areTwelveBitsFrom(4));
     }
 }
 
@@ -156,15 +158,15 @@ TEST_P(MosaicRingAt, FindsTheDepthOfALastColumnWithoutPair) {
   const std::vector<uint16_t> samples = impulse<uint16_t>(35 * 3, 35 + 34, 4096);
   MosaicRing<uint16_t> ring(Region(0, 0, 0, 0, 35, 3), samples.data(), 35, 3, RowDepth::found);
   for (int y = 0; y < 3; ++y) ring.load(y);
-  EXPECT_FALSE(ring.isTwelveBitsFrom(1));
-  EXPECT_TRUE(ring.isTwelveBitsFrom(2));
+  EXPECT_FALSE(ring.depths().areTwelveBitsFrom(1));
+  EXPECT_TRUE(ring.depths().areTwelveBitsFrom(2));
 }
 
 TEST_P(MosaicRingAt, FindsNoDepthUnlessAsked) {
   RingFrame<uint16_t> frame(20, 4, 0);
   MosaicRing<uint16_t> ring = frame.ring(4);
   for (int y = 0; y < 4; ++y) ring.load(y);
-  EXPECT_TRUE(ring.isTwelveBitsFrom(0));
+  EXPECT_TRUE(ring.depths().areTwelveBitsFrom(0));
 }
 
 }  // namespace
