@@ -1,5 +1,6 @@
 #include "common/rows/half_rows.h"
 
+#include "tests/arena.h"
 #include "tests/frames.h"
 
 namespace vistrel::core::test {
@@ -7,8 +8,8 @@ namespace {
 
 template <class T>
 void expectSeparateHalves(unsigned rows, unsigned halves, size_t columns) {
-  const HalfRowRing<T> ring(rows, halves, columns);
-  ASSERT_TRUE(ring);
+  Memory memory;
+  const HalfRowRing<T> ring(rows, halves, columns, memory);
   const ptrdiff_t n = static_cast<ptrdiff_t>(columns + 1) / 2;
   for (unsigned y = 0; y < rows; ++y)
     for (unsigned which = 0; which < halves; ++which)  // the guards too
@@ -30,7 +31,8 @@ TEST(HalfRowRing, HasRoomForEveryHalfAndItsGuards) {
 }
 
 TEST(HalfRowRing, ReusesTheRowsOfARoundBefore) {
-  const HalfRowRing<uint8_t> ring(5, 2, 40);
+  Memory memory;
+  const HalfRowRing<uint8_t> ring(5, 2, 40, memory);
   for (unsigned y = 0; y < 5; ++y) {
     EXPECT_EQ(ring.half(y + 5, 1), ring.half(y, 1));
     EXPECT_EQ(ring.half(y + 45, 0), ring.half(y, 0));
@@ -41,7 +43,8 @@ TEST(HalfRowRing, ReusesTheRowsOfARoundBefore) {
 // What the widest vector, of 64 bytes, reads or writes past the end lies in memory, and is zero.
 TEST(HalfRowRing, IsZeroAtFirstWithSlackForAVector) {
   for (uint32_t columns : kWidths) {
-    const HalfRowRing<uint16_t> ring(2, 2, columns);
+    Memory memory;
+    const HalfRowRing<uint16_t> ring(2, 2, columns, memory);
     for (unsigned y = 0; y < 2; ++y)
       for (unsigned which = 0; which < 2; ++which) {
         const uint16_t* half = ring.half(y, which);
@@ -51,14 +54,16 @@ TEST(HalfRowRing, IsZeroAtFirstWithSlackForAVector) {
 }
 
 TEST(HalfRowRing, AlignsHalvesForTheWidestVector) {
-  const HalfRowRing<uint8_t> ring(3, 2, 77);
+  Memory memory;
+  const HalfRowRing<uint8_t> ring(3, 2, 77, memory);
   for (unsigned y = 0; y < 3; ++y)
     for (unsigned which = 0; which < 2; ++which)
       EXPECT_EQ(reinterpret_cast<uintptr_t>(ring.half(y, which)) % 64, 0u);
 }
 
 TEST(HalfRowWindow, HoldsTheRowsAroundItsOwn) {
-  const HalfRowRing<uint8_t> ring(8, 2, 20);
+  Memory memory;
+  const HalfRowRing<uint8_t> ring(8, 2, 20, memory);
   const auto window =
       windowOf<2>(4, [&](int y, unsigned parity) { return ring.half(unsigned(y), parity); });
   for (int dy = -2; dy <= 2; ++dy)

@@ -16,14 +16,14 @@ namespace {
 
 constexpr size_t kHuge = size_t{2} << 20;
 
-class Memory {
+class Pages {
  public:
-  explicit Memory(size_t bytes)
+  explicit Pages(size_t bytes)
       : bytes_(bytes), at_(static_cast<char*>(mmap(nullptr, bytes, PROT_READ | PROT_WRITE,
                                                    MAP_PRIVATE | MAP_ANONYMOUS, -1, 0))) {}
-  ~Memory() { munmap(at_, bytes_); }
-  Memory(const Memory&) = delete;
-  Memory& operator=(const Memory&) = delete;
+  ~Pages() { munmap(at_, bytes_); }
+  Pages(const Pages&) = delete;
+  Pages& operator=(const Pages&) = delete;
 
   char* at() const { return at_; }
   char* firstPage() const {  // the first huge one
@@ -54,8 +54,8 @@ bool isAdvised(const char* address) {
 TEST(HugePages, AreRequestedForTheWholePagesWithin) {
   if (!std::filesystem::exists("/sys/kernel/mm/transparent_hugepage"))
     GTEST_SKIP() << "This system has no huge pages on request.";
-  const Memory memory(5 * kHuge);
-  char* const page = memory.firstPage();
+  const Pages pages(5 * kHuge);
+  char* const page = pages.firstPage();
   adviseHugePages(page + 1, 3 * kHuge);
   EXPECT_FALSE(isAdvised(page + kHuge - 1));
   EXPECT_TRUE(isAdvised(page + kHuge));
@@ -64,19 +64,18 @@ TEST(HugePages, AreRequestedForTheWholePagesWithin) {
 }
 
 TEST(HugePages, AreOfNoUseToASmallBuffer) {
-  const Memory memory(3 * kHuge);
-  adviseHugePages(memory.firstPage(), 2 * kHuge - 1);
-  EXPECT_FALSE(isAdvised(memory.firstPage()));
+  const Pages pages(3 * kHuge);
+  adviseHugePages(pages.firstPage(), 2 * kHuge - 1);
+  EXPECT_FALSE(isAdvised(pages.firstPage()));
   adviseHugePages(nullptr, 8 * kHuge);
 }
 
 TEST(HugePages, KeepTheContents) {
-  const Memory memory(4 * kHuge);
+  const Pages pages(4 * kHuge);
+  for (size_t i = 0; i < 4 * kHuge; i += 4096) pages.at()[i] = static_cast<char>(1 + i / 4096 % 99);
+  adviseHugePages(pages.at(), 4 * kHuge);
   for (size_t i = 0; i < 4 * kHuge; i += 4096)
-    memory.at()[i] = static_cast<char>(1 + i / 4096 % 99);
-  adviseHugePages(memory.at(), 4 * kHuge);
-  for (size_t i = 0; i < 4 * kHuge; i += 4096)
-    ASSERT_EQ(memory.at()[i], static_cast<char>(1 + i / 4096 % 99)) << i;
+    ASSERT_EQ(pages.at()[i], static_cast<char>(1 + i / 4096 % 99)) << i;
 }
 
 }  // namespace

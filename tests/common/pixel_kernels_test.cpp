@@ -15,6 +15,7 @@ struct PlainRows {
 }  // namespace vistrel::core::test
 
 #include "common/simd/each_level.h"
+#include "tests/arena.h"
 #include "tests/frames.h"
 #include "tests/levels.h"
 
@@ -31,7 +32,7 @@ class Row {
   Row(size_t columns, unsigned phase)
       : columns_(columns), phase_(phase),
         pixels_(noise<T>(3 * columns, 200, static_cast<unsigned>(columns))),
-        halves_(3, 2, columns) {
+        halves_(3, 2, columns, memory_) {
     const unsigned greenParity = phase == 1 || phase == 2;  // BGGR, RGGB
     for (size_t x = 0; x < columns; ++x) {
       const T* p = &pixels_[3 * x];
@@ -54,6 +55,7 @@ class Row {
   size_t columns_;
   unsigned phase_;
   std::vector<T> pixels_;
+  Memory memory_;
   HalfRowRing<T> halves_;  // blue, green, red
 };
 

@@ -109,6 +109,24 @@ TEST(RowSink, FinishesACopyWithoutAnyReport) {
   EXPECT_EQ(result.samples(), pixels);
 }
 
+// Pixels that may still change are neither copied nor reported until the row is finished.
+TEST(RowSink, HoldsARowBack) {
+  std::vector<uint16_t> pixels = row();
+  Canvas<uint16_t> copy(3 * kColumns);
+  const Chunks chunks;
+  RowSink<uint16_t> sink(pixels.data(), copy.data());
+  sink.listen(&chunks, 0);
+  sink.hold();
+  EXPECT_EQ(sink.copy(), nullptr);
+  sink.progress().written(0, kColumns - 1);
+  EXPECT_TRUE(chunks.heard.empty());
+  EXPECT_TRUE(copy.untouched());
+  pixels[0] = 77;
+  sink.finish(kColumns);
+  EXPECT_THAT(chunks.heard, ElementsAre(std::vector<size_t>{0, 0, kColumns}));
+  EXPECT_EQ(copy.samples(), pixels);
+}
+
 TEST(PlainImage, HasItsRowsAStepApart) {
   uint8_t pixels[90];
   PlainImage<uint8_t> downwards(pixels, 30), upwards(pixels + 60, -30);

@@ -7,20 +7,23 @@
 namespace vistrel::core::test {
 namespace {
 
-TEST(RowSource, HasTheRowsOfItsHeight) {
+TEST(PlainRows, CountTheirStepInSamplesOfEitherDirection) {
   const uint16_t samples[12] = {};
-  const RowSource<uint16_t> source(samples, 4, 3);
-  EXPECT_EQ(source.height(), 3);
-  EXPECT_FALSE(source.has(-1));
-  EXPECT_TRUE(source.has(0));
-  EXPECT_TRUE(source.has(2));
-  EXPECT_FALSE(source.has(3));
+  PlainRows<uint16_t> downwards(samples, 4, 3), upwards(samples + 8, -4, 3);
+  for (int y = 0; y < 3; ++y) {
+    EXPECT_EQ(downwards.row(y), samples + 4 * y);
+    EXPECT_EQ(upwards.row(y), samples + 8 - 4 * y);
+  }
 }
 
-TEST(RowSource, CountsItsStepInSamplesOfEitherDirection) {
-  const uint16_t samples[12] = {};
-  EXPECT_EQ(RowSource<uint16_t>(samples, 4, 3).row(2), samples + 8);
-  EXPECT_EQ(RowSource<uint16_t>(samples + 8, -4, 3).row(2), samples);
+// A prefetch has no result; it must not fail behind the last row either.
+TEST(PlainRows, OfferTheNextRowToFetch) {
+  const uint16_t samples[8] = {};
+  PlainRows<uint16_t> rows(samples, 4, 2);
+  for (int y = 0; y < 2; ++y) {
+    rows.row(y);
+    rows.next().fetch(0, 4);
+  }
 }
 
 }  // namespace

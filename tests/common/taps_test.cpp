@@ -3,6 +3,7 @@
 #define VISTREL_BODY "tests/common/taps_test.cpp"
 #include "common/rows/half_rows.h"
 #include "common/simd/each_level.h"
+#include "tests/arena.h"
 #include "tests/frames.h"
 #include "tests/levels.h"
 
@@ -29,7 +30,8 @@ class Frame {
 
  private:
   const std::vector<T> samples_ = noise<T>(kRows * kColumns, 65535, 1);
-  const HalfRowRing<T> ring_{kRows, 2, kColumns};
+  Memory memory_;
+  const HalfRowRing<T> ring_{kRows, 2, kColumns, memory_};
 };
 
 constexpr int kFirst = 3;  // the element that the taps begin at
