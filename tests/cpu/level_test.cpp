@@ -1,0 +1,102 @@
+// Levels by their name, their index and the enabled features.
+#include "cpu/level.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/levels.h"
+
+namespace vistrel::core {
+
+namespace base {
+constexpr int kNumber = 0;
+}
+namespace ssse3 {
+constexpr int kNumber = 1;
+}
+namespace sse41 {
+constexpr int kNumber = 2;
+}
+namespace avx2 {
+constexpr int kNumber = 3;
+}
+namespace avx512 {
+constexpr int kNumber = 4;
+}
+namespace neon {
+constexpr int kNumber = 1;
+}
+
+namespace test {
+namespace {
+
+VISTREL_LEVEL_SUITE(LevelAt);
+
+// Levels as a test sets them; restored afterwards.
+class Levels : public ::testing::Test {
+ protected:
+  ~Levels() override { g_topLevel = top_, g_enabledLevel = enabled_; }
+
+ private:
+  const Level top_ = g_topLevel, enabled_ = g_enabledLevel;
+};
+
+TEST_F(Levels, HaveNames) {
+  EXPECT_EQ(nameOf(Level::base), "base");
+  EXPECT_EQ(levelNamed("base"), Level::base);
+  for (int l = 0; l < kLevels; ++l)
+    EXPECT_EQ(levelNamed(nameOf(static_cast<Level>(l))), static_cast<Level>(l));
+  EXPECT_EQ(levelNamed("sse"), std::nullopt);
+  EXPECT_EQ(levelNamed(""), std::nullopt);
+}
+
+TEST_F(Levels, AreSupportedUpToTheWidest) {
+  const std::vector<Level> levels = supportedLevels();
+  EXPECT_EQ(levels.front(), Level::base);
+  EXPECT_EQ(levels.back(), widestLevel());
+  EXPECT_EQ(levels.size(), static_cast<size_t>(widestLevel()) + 1);
+  EXPECT_TRUE(std::is_sorted(levels.begin(), levels.end()));
+}
+
+TEST_P(LevelAt, IsReachedByItsIndex) {
+  EXPECT_EQ(levelOfIndex(indexOfLevel(GetParam())), GetParam());
+  EXPECT_EQ(*VISTREL_BY_LEVEL(kNumber), static_cast<int>(GetParam()));
+  EXPECT_EQ(*VISTREL_AT_LEVEL(Level::base, kNumber), 0);
+}
+
+#if VISTREL_X86
+
+TEST_F(Levels, FollowTheEnabledFeatures) {
+  EXPECT_EQ(enabledLevel(0), Level::avx512);
+  EXPECT_EQ(enabledLevel(IPP_CPU_SSE3 | IPP_CPU_AVX), Level::avx512);
+  EXPECT_EQ(enabledLevel(IPP_CPU_NO_AVX512), Level::avx2);
+  EXPECT_EQ(enabledLevel(IPP_CPU_NO_AVX2), Level::sse41);
+  EXPECT_EQ(enabledLevel(IPP_CPU_NO_AVX2 | IPP_CPU_NO_AVX512), Level::sse41);
+}
+
+TEST_F(Levels, HaveAnIndex) {
+  EXPECT_EQ(indexOfLevel(Level::base), 0u);
+  EXPECT_EQ(indexOfLevel(Level::ssse3), 2u);
+  for (Level level : {Level::sse41, Level::avx2, Level::avx512}) EXPECT_EQ(indexOfLevel(level), 3u);
+}
+
+TEST_F(Levels, OfTheHighestIndexAreLimitedTwice) {
+  for (Level top : {Level::sse41, Level::avx2, Level::avx512})
+    for (Level enabled : {Level::sse41, Level::avx2, Level::avx512}) {
+      g_topLevel = top, g_enabledLevel = enabled;
+      EXPECT_EQ(levelOfIndex(3), std::min(top, enabled));
+    }
+}
+
+TEST_F(Levels, OfLowerIndicesAreFixed) {
+  for (Level top : {Level::sse41, Level::avx512}) {
+    g_topLevel = g_enabledLevel = top;
+    for (uint32_t index : {0u, 1u, 4u, 0xFFFFFFFFu}) EXPECT_EQ(levelOfIndex(index), Level::base);
+    EXPECT_EQ(levelOfIndex(2), Level::ssse3);
+  }
+}
+
+#endif
+
+}  // namespace
+}  // namespace test
+}  // namespace vistrel::core
