@@ -20,7 +20,7 @@ Sums sumsAboveBlack(const vistrel_frame& f, const vistrel_conversion& c) {
   Sums sums{};
   for (uint32_t y = 0; y < f.height; ++y, from += strideOf(f)) {
     std::memcpy(row.data(), from, row.size() * sizeof(T));
-    if (c.excess == VISTREL_REFUSE && significant.exceeded(row.data(), row.size()))
+    if (c.excess == VISTREL_REJECT && significant.exceeded(row.data(), row.size()))
       for (uint32_t x = 0; x < f.width; ++x)
         if (significant.exceeded(row[x])) significant.rejectSample(row[x], x, y);
     uint64_t even = 0, odd = 0;  // columns

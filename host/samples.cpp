@@ -55,7 +55,7 @@ Samples<T>::Samples(const Plan& p, const vistrel_frame& frame, const vistrel_con
     : plan_(p), frame_(frame), significant_(frame) {
   referOrCopy();
   const bool exceed = exceeded();
-  if (exceed && c.excess == VISTREL_REFUSE) rejectExcess();
+  if (exceed && c.excess == VISTREL_REJECT) rejectExcess();
   const bool changed = c.black || c.white_balance || significant_.below || p.bits < frame.bits;
   if (!exceed && !changed) return;
   if (!copy_) copy();

@@ -73,7 +73,7 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop, const Algori
   c.algorithm = algorithm.row->code;
   c.threshold = algorithm.threshold;
   c.region = &region;
-  c.excess = o.mask ? VISTREL_MASK : VISTREL_REFUSE;
+  c.excess = o.mask ? VISTREL_MASK : VISTREL_REJECT;
   const bool reduced = frame.bits > algorithm.row->max_bits;
   c.truncate_to = reduced ? algorithm.row->max_bits : 0;
   o.tone.apply(c);

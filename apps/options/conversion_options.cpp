@@ -76,7 +76,7 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   c.truncate_to = reduced ? kReduced : 0;
   preparation.apply(c);
   tone.apply(c);
-  c.excess = mask ? VISTREL_MASK : VISTREL_REFUSE;
+  c.excess = mask ? VISTREL_MASK : VISTREL_REJECT;
   c.region = region ? &*region : nullptr;
   return c;
 }
