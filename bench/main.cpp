@@ -61,9 +61,8 @@ std::vector<Level> chosenLevels(const std::vector<std::string>& names) {
     const auto level = levelNamed(name);
     if (!level || *level > widestLevel())
       throw std::invalid_argument(
-          fmt::format("--level: {} is not a level of this processor; the "
-                      "widest of {} is {}",
-                      name, fmt::join(kLevelNames, ", "), nameOf(widestLevel())));
+          fmt::format("--level: {} is not a level of this processor; the widest of {} is {}", name,
+                      fmt::join(kLevelNames, ", "), nameOf(widestLevel())));
     levels.push_back(*level);
   }
   return levels;
@@ -126,11 +125,10 @@ int main(int argc, char** argv) {
                  "the loops that only move bytes")
       ->check(regularExpression, "");
   app.add_option("--json", options.json, "Also write the results to this file");
-  app.add_option(
-         "--level", options.levels,
-         fmt::format("Processor levels of the library: {}; by default those above 128 bits, "
-                     "or the widest",
-                     fmt::join(vistrel::core::kLevelNames, ", ")))
+  app.add_option("--level", options.levels,
+                 fmt::format("Processor levels of the library: {}; by default the widest, and "
+                             "avx2 beside avx512",
+                             fmt::join(vistrel::core::kLevelNames, ", ")))
       ->delimiter(',')
       ->allow_extra_args(false);
   app.add_option("--rounds", options.rounds, "Repetitions of each side")

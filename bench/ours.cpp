@@ -87,7 +87,7 @@ Task makeOurs(const Conversion& c, const Frame& frame) {
             : ImgConvert16(kStream, c.nFormat, c.nAlgorithm, BAYER_RGGB, c.factor - 1,
                            result.nDstBits, c.nLutMode, size.width, size.height, 0, 0, p.width,
                            p.height, frame.samples16.get(), result.data(), c.significantBits, 0);
-    if (!done) throw std::runtime_error("refused: " + c.name());
+    if (!done) throw std::runtime_error("rejected: " + c.name());
   };
   return {run, result.picture};
 }

@@ -95,6 +95,12 @@ constexpr uint32_t indexOfLevel(Level level) {
   return std::min(static_cast<uint32_t>(level) + 1, 3u);
 }
 
+// For tests and benchmarks: all vectorised loops run at this level.
+inline void setLevel(Level level) {
+  g_topLevel = level;
+  ippJumpIndexForMergedLibs = indexOfLevel(level);
+}
+
 inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }
 
 // VISTREL_AT_LEVEL(level, name) is the address of vistrel::core::LEVEL::name, which a body compiled

@@ -95,7 +95,7 @@ void convertByEdge(const Conversion<T>& c, uint32_t nThreshold, const T* workEnd
 template <class T>
 void convertByPrimitive(const Conversion<T>& c, MakeDemosaic<T>* make, int smallestSide) {
   PrimitiveCall<T> call(c);
-  if (call.isRefused(smallestSide)) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
+  if (call.isRejected(smallestSide)) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
   const bool isWhole = call.roi.width == int(c.region.Wf) && call.roi.height == int(c.region.Hf);
   PlainImage<T> part(c.imageRow(0), ptrdiff_t(c.layout.S));
   withArena([&](Arena& arena) {

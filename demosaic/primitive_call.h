@@ -21,7 +21,7 @@ class PrimitiveCall {
         roi(clipped({int(c.region.x0), int(c.region.y0), int(c.region.Wf), int(c.region.Hf)},
                     size_)) {}
 
-  bool isRefused(int smallestSide) const {
+  bool isRejected(int smallestSide) const {
     return size_.width < smallestSide || size_.height < smallestSide || roi.width < 1 ||
            roi.height < 1;
   }

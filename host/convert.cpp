@@ -31,7 +31,7 @@ void convert(vistrel_stream* callerStream, const vistrel_frame* frame,
   const size_t stride = checkMemory(plan, *frame, image);
   std::optional<StreamLease> stream;
   callerStream ? stream.emplace(callerStream) : stream.emplace();
-  if (conversion->excess == VISTREL_REFUSE)
+  if (conversion->excess == VISTREL_REJECT)
     frame->bytes_per_sample == 1 ? checkExcessSamples<uint8_t>(plan, *frame)
                                  : checkExcessSamples<uint16_t>(plan, *frame);
   const EngineCall call{plan,

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "common/work_layout.h"
 #include "host/status.h"
 #include "host/validate.h"
 
@@ -44,6 +45,7 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
   if (uint64_t{r.x} + r.width > f.width || uint64_t{r.y} + r.height > f.height)
     rejectRegion(VISTREL_BAD_REGION, f, c, "it extends beyond the frame of {}x{}", f.width,
                  f.height);
+  if (!r.width || !r.height) rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "it is empty");
   p.layout.width = r.width / c.binning;
   p.layout.height = r.height / c.binning;
   if (!p.layout.width || !p.layout.height)

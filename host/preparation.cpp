@@ -18,7 +18,7 @@ Sums sumsAboveBlack(const vistrel_frame& f, const vistrel_conversion& c) {
   const auto* from = static_cast<const unsigned char*>(f.samples);
   Sums sums{};
   for (uint32_t y = 0; y < f.height; ++y, from += strideOf(f)) {
-    if (c.excess == VISTREL_REFUSE)
+    if (c.excess == VISTREL_REJECT)
       significant.rejectExcess(from, f.width, y, [](size_t x) { return static_cast<uint32_t>(x); });
     const auto [even, odd] = core::sumsAboveBlack<T>(from, f.width, above);
     sums[vistrel_colour_at(f.phase, 0, y)] += even;

@@ -137,7 +137,7 @@ void checkBlack(const vistrel_frame& f, const vistrel_conversion& c) {
 }
 
 void checkExcess(const vistrel_conversion& c) {
-  if (c.excess != VISTREL_REFUSE && c.excess != VISTREL_MASK)
+  if (c.excess != VISTREL_REJECT && c.excess != VISTREL_MASK)
     reject(VISTREL_BAD_EXCESS, "conversion.excess", c.excess,
            "0 (reject) and 1 (mask) are allowed");
 }

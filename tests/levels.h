@@ -18,10 +18,7 @@ namespace vistrel::core::test {
 // Sets the library's level, and restores the previous one.
 class LevelScope {
  public:
-  explicit LevelScope(Level level) {
-    ippJumpIndexForMergedLibs = indexOfLevel(level);
-    g_topLevel = level;
-  }
+  explicit LevelScope(Level level) { setLevel(level); }
   ~LevelScope() {
     ippJumpIndexForMergedLibs = index_;
     g_topLevel = top_;

@@ -31,7 +31,7 @@ struct ToneOptions {
 };
 
 struct ConversionOptions {
-  std::optional<Algorithm> algorithm;  // bilinear
+  std::optional<AlgorithmChoice> algorithm;  // bilinear
   uint32_t binning = 1;
   std::optional<vistrel_region> region;
   PreparationOptions preparation;
@@ -46,8 +46,7 @@ struct ConversionOptions {
 
   OptionNames optionNames() const;
 
-  // Throws ProgramError (rejected) if the frame has more bits than the algorithm supports. The
-  // result refers to these options.
+  // The result refers to these options.
   vistrel_conversion of(const vistrel_frame& frame) const;
 
   bool keepsAllBits() const;

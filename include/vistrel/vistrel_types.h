@@ -19,7 +19,7 @@ enum {
   VISTREL_BAD_REGION = 9,        /* the region extends beyond the frame */
   VISTREL_REGION_TOO_SMALL = 10, /* no whole bin is left, or less than an algorithm needs */
   VISTREL_BAD_REDUCTION = 11,    /* no such reduction, or not one for this frame and format */
-  VISTREL_BAD_EXCESS = 12,       /* excess is neither VISTREL_REFUSE nor VISTREL_MASK */
+  VISTREL_BAD_EXCESS = 12,       /* excess is neither VISTREL_REJECT nor VISTREL_MASK */
   VISTREL_EXCESS_SAMPLE = 13,    /* a sample has bits set outside the significant ones */
   VISTREL_TOO_LARGE = 14,        /* more than the library can count or memory can hold */
   VISTREL_SHORT_BUFFER = 15,     /* a buffer ends before its last row does */
@@ -141,7 +141,7 @@ enum {
 
 /* What to do with samples that have bits set outside the frame's significant ones. */
 enum {
-  VISTREL_REFUSE = 0, /* reject the conversion and report the first such sample */
+  VISTREL_REJECT = 0, /* reject the conversion and report the first such sample */
   VISTREL_MASK = 1    /* treat those bits as 0 */
 };
 
@@ -194,7 +194,7 @@ typedef struct vistrel_conversion {
    */
   const uint16_t* table;
   uint32_t table_entries;
-  uint32_t excess;              /* VISTREL_REFUSE or VISTREL_MASK */
+  uint32_t excess;              /* VISTREL_REJECT or VISTREL_MASK */
   const vistrel_region* region; /* null: the whole frame. Its size is rounded down to whole bins */
   /*
    * Preparation of the samples: off while these are 0, and applied before all else

@@ -20,7 +20,7 @@ TEST(CfaToRgbStatus, ReportsTheFirstOfSeveralFaults) {
   EXPECT_THAT(pixel, ElementsAre(1, 2, 3));
 }
 
-TEST(CfaToRgbStatus, RefusesASmallFrameAndABadGridWithNothingWritten) {
+TEST(CfaToRgbStatus, RejectsASmallFrameAndABadGridWithNothingWritten) {
   atBothDepths([](auto depth) {
     using T = decltype(depth);
     const auto status = [](int w, int h, int grid) {

@@ -32,8 +32,8 @@ CfaRect clipped(const Call& call, const Primitive& primitive) {
   r.y = std::max(r.y, 0);
   r.width = std::min(r.width, width - r.x);
   r.height = std::min(r.height, height - r.y);
-  const bool refused = std::min(width, height) < primitive.smallest || call.bayer > 3 || call.b;
-  if (refused || r.width < 1 || r.height < 1) return {};
+  const bool rejected = std::min(width, height) < primitive.smallest || call.bayer > 3 || call.b;
+  if (rejected || r.width < 1 || r.height < 1) return {};
   return r;
 }
 

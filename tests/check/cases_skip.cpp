@@ -27,7 +27,7 @@ Layout finishedLayout(const Call& call, bool wide) {
 }
 
 // An unknown algorithm, or a 16-bit format for 8-bit samples: neither frame nor buffers are read.
-Call drawRefused(Draw& draw, bool wide) {
+Call drawRejected(Draw& draw, bool wide) {
   Call call = drawFinished(draw, wide);
   call.algorithm = (call.algorithm & ~uint32_t{0xFF}) | (9 + draw.below(247));
   call.skip = 0;
@@ -52,11 +52,11 @@ void addDepth(Catalogue& all, const char* depth, bool wide) {
             return call;
           });
   all.add("skip",
-          {std::string("refused-") + depth,
+          {std::string("rejected-") + depth,
            [=](const Call& call) { return conversionLayout(call, wide); },
            conversions(wide),
            {}},
-          [=](Draw& draw) { return drawRefused(draw, wide); });
+          [=](Draw& draw) { return drawRejected(draw, wide); });
 }
 
 }  // namespace

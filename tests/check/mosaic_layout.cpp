@@ -17,8 +17,8 @@ uint32_t smallest(MemoryLayout memoryLayout) {
   return memoryLayout == MemoryLayout::nearest ? kNearestSmallest : kHomogeneitySmallest;
 }
 
-// Whether the public entries reject the call.
-bool isRefused(const Call& call, bool wide) {
+// At the public entries.
+bool isRejected(const Call& call, bool wide) {
   return !wide && (call.format == IMG_FMT_MONO16 || call.format == IMG_FMT_GRAY16);
 }
 
@@ -43,9 +43,9 @@ void setBlocks(Layout& layout, const Call& call) {
 // source, but the frame's height does not include them.
 size_t convertedRows(const Call& call, MemoryLayout memoryLayout) {
   const uint32_t y0 = call.factor() * call.roiY;
-  const bool refused =
+  const bool rejected =
       call.imgWidth < smallest(memoryLayout) || call.fullHeight() < smallest(memoryLayout);
-  return refused || call.fullWidth() == 0 || y0 >= call.fullHeight() ? 0 : call.fullHeight() - y0;
+  return rejected || call.fullWidth() == 0 || y0 >= call.fullHeight() ? 0 : call.fullHeight() - y0;
 }
 
 Shape compactSource(const Call& call, bool wide, MemoryLayout memoryLayout) {
@@ -94,7 +94,7 @@ void setGuarded(Layout& layout, const Call& call) {
 
 Layout mosaicLayout(const Call& call, bool wide, MemoryLayout memoryLayout) {
   Layout layout = conversionLayout(call, wide);
-  if (isRefused(call, wide) && memoryLayout != MemoryLayout::homogeneity) return layout;
+  if (isRejected(call, wide) && memoryLayout != MemoryLayout::homogeneity) return layout;
   if (memoryLayout == MemoryLayout::guarded)
     setGuarded(layout, call);
   else if (memoryLayout == MemoryLayout::blocks)

@@ -8,7 +8,6 @@
 #include <set>
 
 #include "tests/check/checker.h"
-#include "tests/check/levels.h"
 
 namespace vistrel::core::check {
 namespace {
@@ -137,7 +136,7 @@ const Mutant kMutants[] = {
      },
      {Kind::destination}},
     {"a wrong result",
-     "refused-8",
+     "rejected-8",
      [](const Subject::Run& right, const Call& c, const Memory& m) { return right(c, m) + 1; },
      {Kind::result}},
     {"a source that changed",

@@ -157,7 +157,7 @@ TEST_F(StaticInitCpu, ForcesALevelWithoutAskingTheProcessor) {
   EXPECT_TRUE(fake.leafReads.empty());
 }
 
-TEST_F(StaticInitCpu, RefusesEveryOtherCodeAndChangesNothing) {
+TEST_F(StaticInitCpu, RejectsEveryOtherCodeAndChangesNothing) {
   for (uint32_t code = 0; code < 300; ++code) {
     if (std::any_of(kCodes.begin(), kCodes.end(), [&](const Code& c) { return c.code == code; }))
       continue;

@@ -100,12 +100,12 @@ TEST(Spline, ThroughSixPointsTakesTheSpacingOfSegmentTwoInItsFifthEquation) {
   EXPECT_GT(std::fabs(m[4] - NaturalSpline(x, y).second(4)), 0.1);
 }
 
-TEST(Spline, RefusesNearlySingularPointsAndLeavesTheResult) {
+TEST(Spline, RejectsNearlySingularPointsAndLeavesTheResult) {
   EXPECT_THAT(spline({0, 1e-6, 2e-6, 3e-6, 4e-6}, kY5, 0), Each(77));
   EXPECT_THAT(spline({0, 1e-6, 2e-6, 3e-6, 4e-6, 5e-6}, kY6, 0), Each(77));
 }
 
-TEST(Spline, RefusesPointsAllOverEachOther) {
+TEST(Spline, RejectsPointsAllOverEachOther) {
   EXPECT_THAT(spline({2, 2, 2, 2, 2}, kY5, 0), Each(77));
   EXPECT_THAT(spline({2, 2, 2, 2, 2, 2}, kY6, 0), Each(77));
 }
@@ -146,7 +146,7 @@ TEST(Polynomial, HasTheHighestPowerFirst) {  // 2 x^4 - 3 x^3 + x^2 - 5 x + 7
               Pointwise(DoubleNear(1e-12), {2.0, -3.0, 1.0, -5.0, 7.0}));
 }
 
-TEST(Polynomial, RefusesTwoPointsOverEachOther) {
+TEST(Polynomial, RejectsTwoPointsOverEachOther) {
   EXPECT_THAT(polynomial({0, 1, 1, 3, 4}, {0, 1, 2, 9, 16}, 0), Each(77));
 }
 

@@ -59,7 +59,7 @@ TEST(LUDecomp, LeavesTheIdentityAsItIs) {
   }
 }
 
-TEST(LUDecomp, RefusesARowOfZerosAndClearsTheFlag) {
+TEST(LUDecomp, RejectsARowOfZerosAndClearsTheFlag) {
   const Decomposition d({1, 2, 3, 0, 0, 0, 4, 5, 7});
   EXPECT_EQ(d.result, 0);
   EXPECT_EQ(d.flag, 0);
@@ -162,13 +162,13 @@ TEST(LUSolve, BeginsToSubtractAtTheFirstNonzero) {
 
 TEST(LUSolve, TakesNaNForNonzero) { EXPECT_THAT(solved({1, 0, 1, 1}, {kNaN, 5}), Each(IsNan())); }
 
-TEST(Inverse, RefusesADeterminantOfZero) {
+TEST(Inverse, RejectsADeterminantOfZero) {
   std::vector<double> ones(16, 1), out(16, 77);
   EXPECT_EQ(Invert4x4Matrix(ones.data(), out.data()), 0);
   EXPECT_THAT(out, Each(77));
 }
 
-TEST(Inverse, RefusesExactZeroOnly) {
+TEST(Inverse, RejectsExactZeroOnly) {
   std::vector<double> tiny(16), out(16);
   for (int i = 0; i < 16; i += 5) tiny[i] = 1e-70;
   EXPECT_EQ(Invert4x4Matrix(tiny.data(), out.data()), 1);

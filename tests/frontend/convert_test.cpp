@@ -17,7 +17,7 @@ const Bytes kBytes = noise<uint8_t>(64 * 64, 255, 1);
 const Samples16 kSamples16 = noise<uint16_t>(64 * 64, 4095, 2);
 
 template <class T>
-void expectRefused(const Call& call, const std::vector<T>& frame) {
+void expectRejected(const Call& call, const std::vector<T>& frame) {
   Image canvas(16 * 8 * 6);
   EXPECT_EQ(convert(call, frame, canvas.data()), 0u);
   EXPECT_TRUE(canvas.untouched());
@@ -30,11 +30,11 @@ void expectNothingWritten(const Call& call, const std::vector<T>& frame) {
   EXPECT_TRUE(canvas.untouched());
 }
 
-TEST_P(Selector, CodesAboveEightAreRefused) {
+TEST_P(Selector, CodesAboveEightAreRejected) {
   for (uint32_t code : {9u, 10u, 127u, 200u, 255u, 0x0109u, 0xFFFFFF09u})
     for (uint32_t format : {2u, 3u, 4u, 5u, 7u, 8u, 255u}) {
-      expectRefused({.format = format, .algorithm = code}, kBytes);
-      expectRefused({.format = format, .algorithm = code}, kSamples16);
+      expectRejected({.format = format, .algorithm = code}, kBytes);
+      expectRejected({.format = format, .algorithm = code}, kSamples16);
     }
   EXPECT_TRUE(bufferUntouched());
 }
@@ -71,7 +71,7 @@ TEST_P(Convert, BytesHaveNoSixteenBitFormats) {
   for (uint32_t format : {1u, 6u})
     for (uint32_t skip : {0u, 1u})
       for (uint32_t code : {0u, 9u})
-        expectRefused({.format = format, .algorithm = code, .skip = skip}, kBytes);
+        expectRejected({.format = format, .algorithm = code, .skip = skip}, kBytes);
   EXPECT_TRUE(bufferUntouched());
 }
 

@@ -16,7 +16,7 @@ TEST(Defaults, FitTheFrame) {
   EXPECT_EQ(c.algorithm, VISTREL_BILINEAR);
   EXPECT_EQ(c.binning, 1u);
   EXPECT_EQ(c.reduction, VISTREL_WINDOW_HIGH);
-  EXPECT_EQ(c.excess, VISTREL_REFUSE);
+  EXPECT_EQ(c.excess, VISTREL_REJECT);
   EXPECT_EQ(c.region, nullptr);
 }
 

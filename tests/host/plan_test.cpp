@@ -75,8 +75,7 @@ TEST_F(Regions, OutsideTheFrame) {
 
 TEST_F(Regions, WithoutAWholeBin) {
   setRegion(0, 0, 0, 10);
-  expect({VISTREL_REGION_TOO_SMALL, "conversion.region", "0x10+0+0",
-          "it contains no whole bin of 1x1 pixels"});
+  expect({VISTREL_REGION_TOO_SMALL, "conversion.region", "0x10+0+0", "it is empty"});
   setRegion(5, 5, 3, 40);
   conversion.binning = 4;
   expect({VISTREL_REGION_TOO_SMALL, "conversion.region", "3x40+5+5",

@@ -21,5 +21,5 @@ expect "*algorithm vng: up to 10 bits*format BGR24: 3 bytes a pixel*level base*"
 "$2" convert scene.pgm --phase gbrg --bits 12 -o program.ppm
 "$folder/convert" scene.pgm gbrg 12 example.ppm
 cmp program.ppm example.ppm
-if "$folder/convert" scene.pgm gbrg 17 refused.ppm 2>text; then exit 1; fi
+if "$folder/convert" scene.pgm gbrg 17 rejected.ppm 2>text; then exit 1; fi
 grep -q "17" text

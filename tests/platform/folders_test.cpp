@@ -124,7 +124,7 @@ TEST_F(Folders, FillTheBufferToItsLastByte) {
   EXPECT_EQ(directory(2), longest);
 }
 
-TEST_F(Folders, AreRefusedWhereTheNameDoesNotFit) {
+TEST_F(Folders, AreRejectedWhereTheNameDoesNotFit) {
   for (size_t length : {1024u, 1025u, 5000u}) {
     const Variable data("XDG_DATA_HOME", "/" + std::string(length - 1, 'x'));
     PathBuffer buffer;
@@ -143,7 +143,7 @@ TEST_F(Folders, HaveCodesOfDomainAndFolder) {
   EXPECT_EQ(library.path, home.string() + "/.local/share");
 }
 
-TEST_F(Folders, RefuseEveryOtherPairOfCodes) {
+TEST_F(Folders, RejectEveryOtherPairOfCodes) {
   struct Pair {
     int16_t domain;
     uint32_t folder;

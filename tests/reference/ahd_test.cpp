@@ -53,7 +53,7 @@ Result demosaic(const Frame& frame, int grid, CfaRect roi) {
   return out;
 }
 
-TEST(ReferenceAhd, RefusesInOrder) {
+TEST(ReferenceAhd, RejectsInOrder) {
   const Frame frame = noise(10, 10);
   uint8_t out[300] = {};
   const auto status = [&](const uint8_t* src, int w, int h, int grid) {

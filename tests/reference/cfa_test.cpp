@@ -61,7 +61,7 @@ TEST(ReferenceCfaToRgb, MirrorsAFrameOfTwoByTwo) {
   EXPECT_THAT(out.at(1, 1), ElementsAre(90, (21 + 40 + 1) >> 1, 10));
 }
 
-TEST(ReferenceCfaToRgb, RefusesInOrder) {
+TEST(ReferenceCfaToRgb, RejectsInOrder) {
   const Frame frame = noise(6, 6);
   const CfaRect all = {0, 0, 6, 6};
   uint8_t out[108] = {};

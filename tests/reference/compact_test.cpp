@@ -100,7 +100,7 @@ TEST_F(ReferenceCompact, FollowsTheAbsoluteColumn) {
   }
 }
 
-TEST_F(ReferenceCompact, ShowsTheBufferWhereThePrimitiveRefuses) {
+TEST_F(ReferenceCompact, ShowsTheBufferWhereThePrimitiveRejects) {
   const Mosaic<uint8_t> frame = coloured<uint8_t>(GRBG, 8, 4);
   std::vector<uint8_t> row(8 * 3), four(8 * 4 * 3);
   reference::ImageColorNearNeighbor(0, 8, GRBG, 0, 2, 0, 0, 8, 1, frame.samples.data(), row.data());

@@ -14,7 +14,7 @@ class ReferenceRegistry : public testing::Test {
   void TearDown() override { reference::ImgUnloadDriver(); }
 };
 
-TEST_F(ReferenceRegistry, GivesSlotsInOrderAndRefusesThe129thId) {
+TEST_F(ReferenceRegistry, GivesSlotsInOrderAndRejectsThe129thId) {
   for (uint32_t id = 1000; id < 1128; ++id) {
     ASSERT_EQ(reference::ImgInitialize(id, 4, 4), 1U);
     ASSERT_EQ(reference::ID2Index(id), id - 1000);
@@ -47,7 +47,7 @@ TEST_F(ReferenceRegistry, LoadsUpTo4096EntriesAndKeepsTheTail) {
   EXPECT_EQ(reference::g_pwUserLUT[0][4095], 1);
 }
 
-TEST_F(ReferenceRegistry, RefusesAndAcceptsByFormatBeforeAlgorithm) {
+TEST_F(ReferenceRegistry, RejectsAndAcceptsByFormatBeforeAlgorithm) {
   reference::ImgInitialize(5, 4, 4);
   const uint8_t source[16 * 3] = {};
   uint8_t out[64];

@@ -133,7 +133,7 @@ TEST_F(Registry, AFailedAllocationLeavesTheIdWithoutABuffer) {
   EXPECT_NE(g_pwBGRBuff[1], nullptr);
 }
 
-TEST_F(Registry, The129thIdIsRefusedAndChangesNothing) {
+TEST_F(Registry, The129thIdIsRejectedAndChangesNothing) {
   fillAllSlots();
   const Tables before;
   Allocations seen;
@@ -171,7 +171,7 @@ TEST_F(Registry, TheIdOfFreeSlotsGetsABufferInASlotThatStaysFree) {
   EXPECT_THAT(seen.freed, ElementsAre(first));
 }
 
-TEST_F(Registry, TheIdOfFreeSlotsIsRefusedWhenNoneIsFree) {
+TEST_F(Registry, TheIdOfFreeSlotsIsRejectedWhenNoneIsFree) {
   fillAllSlots();
   EXPECT_EQ(ImgInitialize(0xFFFFFFFF, 4, 4), 0u);
 }

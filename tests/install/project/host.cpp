@@ -17,6 +17,6 @@ int main() {
   } catch (const vistrel::Error& error) {
     return error.status() == VISTREL_BAD_SIZE ? 0 : 1;
   }
-  std::puts("a frame without a pixel was not refused");
+  std::puts("a frame without a pixel was not rejected");
   return 1;
 }

@@ -22,7 +22,7 @@ struct NothingLost : ::testing::Test {
     fs::create_directory_symlink("out", scratch / "link");
   }
   // The program rejects the two files and changes neither.
-  void expectRefusal(const std::string& command, const std::string& text) const {
+  void expectRejection(const std::string& command, const std::string& text) const {
     const Names before = scratch.names();
     const Finished result = scratch.vistrel(command);
     EXPECT_EQ(result.status, 2) << command;
@@ -31,8 +31,8 @@ struct NothingLost : ::testing::Test {
   }
   void expectNoManifest(const std::string& to, const std::string& manifest,
                         const std::string& picture) const {
-    expectRefusal("convert in.pgm --phase mono -o " + to + " --manifest " + manifest,
-                  "--manifest " + manifest + ": it is the same file as -o " + picture);
+    expectRejection("convert in.pgm --phase mono -o " + to + " --manifest " + manifest,
+                    "--manifest " + manifest + ": it is the same file as -o " + picture);
   }
 };
 
@@ -51,20 +51,20 @@ TEST_F(NothingLost, ACurveIsNeitherPictureNorManifest) {
   const std::string curve = pgm(1024, 1, 255, [](uint32_t, uint32_t) { return 7; });
   scratch.write("curve.pgm", curve);
   const std::string options = " in.pgm --phase mono --curve curve.pgm ";
-  expectRefusal("convert" + options + "-o curve.pgm",
-                "-o curve.pgm: it is the same file as --curve curve.pgm");
-  expectRefusal("convert" + options + "-o x.png --manifest ./curve.pgm",
-                "--manifest ./curve.pgm: it is the same file as --curve curve.pgm");
+  expectRejection("convert" + options + "-o curve.pgm",
+                  "-o curve.pgm: it is the same file as --curve curve.pgm");
+  expectRejection("convert" + options + "-o x.png --manifest ./curve.pgm",
+                  "--manifest ./curve.pgm: it is the same file as --curve curve.pgm");
   fs::create_symlink("curve.pgm", scratch / "sheet.png");
-  expectRefusal("compare in.pgm --phase rggb --curve curve.pgm -o sheet.png",
-                "-o sheet.png: it is the same file as --curve curve.pgm");
+  expectRejection("compare in.pgm --phase rggb --curve curve.pgm -o sheet.png",
+                  "-o sheet.png: it is the same file as --curve curve.pgm");
   EXPECT_EQ(scratch.read("curve.pgm"), curve);
 }
 
 TEST_F(NothingLost, ScoresAreNoPlot) {
   scratch.write("true.png", "");
-  expectRefusal("report --reference true.png -o out --json link/report.png",
-                "--json link/report.png: it is the same file as -o out/report.png");
+  expectRejection("report --reference true.png -o out --json link/report.png",
+                  "--json link/report.png: it is the same file as -o out/report.png");
 }
 
 TEST_F(NothingLost, StandardInputIsAFileToo) {

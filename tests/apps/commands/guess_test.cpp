@@ -38,8 +38,8 @@ TEST(Guess, PathsAreQuoted) {
       << result.out;
 }
 
-void expectRefusal(const Scratch& scratch, const std::string& arguments, int status,
-                   const std::string& text) {
+void expectRejection(const Scratch& scratch, const std::string& arguments, int status,
+                     const std::string& text) {
   const Finished result = scratch.vistrel("guess " + arguments);
   EXPECT_EQ(result.status, status) << arguments;
   EXPECT_EQ(result.err, "vistrel: " + text + "\n");
@@ -48,23 +48,23 @@ void expectRefusal(const Scratch& scratch, const std::string& arguments, int sta
 
 TEST(Guess, Errors) {
   const Scratch scratch;
-  expectRefusal(scratch, "none.raw", 4, "none.raw: cannot be read: No such file or directory");
+  expectRejection(scratch, "none.raw", 4, "none.raw: cannot be read: No such file or directory");
   for (const int bytes : {0, 255}) {
     scratch.write("short.raw", std::string(static_cast<size_t>(bytes), 'a'));
-    expectRefusal(
+    expectRejection(
         scratch, "short.raw", 3,
         "short.raw: it has " + std::to_string(bytes) + " bytes: 256 to 134217728 are allowed");
   }
   scratch.write("long.raw", "");
   std::filesystem::resize_file(scratch / "long.raw", (128 << 20) + 1);
-  expectRefusal(scratch, "long.raw", 3,
-                "long.raw: it has 134217729 bytes: 256 to 134217728 are allowed");
+  expectRejection(scratch, "long.raw", 3,
+                  "long.raw: it has 134217729 bytes: 256 to 134217728 are allowed");
   scratch.write("prime.raw", std::string(1009, 'a'));
-  expectRefusal(scratch, "prime.raw", 3, "prime.raw: no size fits 1009 bytes");
-  expectRefusal(scratch, "prime.raw -s 30x30", 3,
-                "prime.raw: no packing of 30x30 pixels takes 1009 bytes");
-  expectRefusal(scratch, "prime.raw -s 30", 2,
-                "--size 30: WxH is expected, both at least 1, such as 640x480");
+  expectRejection(scratch, "prime.raw", 3, "prime.raw: no size fits 1009 bytes");
+  expectRejection(scratch, "prime.raw -s 30x30", 3,
+                  "prime.raw: no packing of 30x30 pixels takes 1009 bytes");
+  expectRejection(scratch, "prime.raw -s 30", 2,
+                  "--size 30: WxH is expected, both at least 1, such as 640x480");
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ struct Curve : ::testing::Test {
   Finished convert() const {
     return scratch.vistrel("convert in.pgm --phase mono -o out.pgm --curve curve");
   }
-  void expectRefused(const std::string& file, const std::string& text, int status = 2) const {
+  void expectRejected(const std::string& file, const std::string& text, int status = 2) const {
     scratch.write("curve", file);
     expectFailure(text, status);
   }
@@ -63,31 +63,31 @@ TEST_F(Curve, FileIsMissing) {
 }
 
 TEST_F(Curve, InvalidEntries) {
-  expectRefused("# x\n1 2\n3 256 5\n", "line 3: 256: 0 to 255 are allowed");
-  expectRefused("1\n99999999999\n", "line 2: 99999999999: 0 to 255 are allowed");
-  expectRefused("1\n\n-1\n", "line 3: \"-1\": a number is expected");
-  expectRefused("1, 2", "line 1: \"1,\": a number is expected");
-  expectRefused("black", "line 1: \"black\": a number is expected");
-  expectRefused("1.5", "line 1: \"1.5\": a number is expected");
+  expectRejected("# x\n1 2\n3 256 5\n", "line 3: 256: 0 to 255 are allowed");
+  expectRejected("1\n99999999999\n", "line 2: 99999999999: 0 to 255 are allowed");
+  expectRejected("1\n\n-1\n", "line 3: \"-1\": a number is expected");
+  expectRejected("1, 2", "line 1: \"1,\": a number is expected");
+  expectRejected("black", "line 1: \"black\": a number is expected");
+  expectRejected("1.5", "line 1: \"1.5\": a number is expected");
 }
 
 TEST_F(Curve, TooFewOrTooMany) {
   const std::string expected =
       " entries: 1024 are expected, one for each value of ten bits, or "
       "2048 or 4096";
-  expectRefused("", "0" + expected);
-  expectRefused(falling(" ") + "0", "1025" + expected);
-  expectRefused(falling(" ", 256), "256" + expected);
-  expectRefused(falling("\n", 4096) + "0", "more than 4096 entries");
+  expectRejected("", "0" + expected);
+  expectRejected(falling(" ") + "0", "1025" + expected);
+  expectRejected(falling(" ", 256), "256" + expected);
+  expectRejected(falling("\n", 4096) + "0", "more than 4096 entries");
 }
 
 TEST_F(Curve, InvalidPgm) {
-  expectRefused("P5\n1024 1\n255\nabc",
-                "the file is too short: 1024x1 samples of 8 bits do not fit its 17 bytes");
-  expectRefused(pgm(1024, 1, 65535, [](uint32_t x, uint32_t) { return x == 7 ? 256 : 0; }),
-                "entry 7: 256: 0 to 255 are allowed");
-  expectRefused(pgm(16, 16, 255, [](uint32_t, uint32_t) { return 0; }),
-                "256 entries: 1024 are expected, one for each value of ten bits, or 2048 or 4096");
+  expectRejected("P5\n1024 1\n255\nabc",
+                 "the file is too short: 1024x1 samples of 8 bits do not fit its 17 bytes");
+  expectRejected(pgm(1024, 1, 65535, [](uint32_t x, uint32_t) { return x == 7 ? 256 : 0; }),
+                 "entry 7: 256: 0 to 255 are allowed");
+  expectRejected(pgm(16, 16, 255, [](uint32_t, uint32_t) { return 0; }),
+                 "256 entries: 1024 are expected, one for each value of ten bits, or 2048 or 4096");
 }
 
 TEST_F(Curve, FrameOfTheWrongDepth) {
