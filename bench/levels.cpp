@@ -9,9 +9,4 @@ std::vector<Level> usualLevels() {
   return {widestLevel()};
 }
 
-void setLevel(Level level) {
-  ippJumpIndexForMergedLibs = indexOfLevel(level);
-  g_topLevel = level;
-}
-
 }  // namespace vistrel::core::bench

@@ -61,9 +61,8 @@ std::vector<Level> chosenLevels(const std::vector<std::string>& names) {
     const auto level = levelNamed(name);
     if (!level || *level > widestLevel())
       throw std::invalid_argument(
-          fmt::format("--level: {} is not a level of this processor; the "
-                      "widest of base, ssse3, sse41, avx2, avx512 is {}",
-                      name, nameOf(widestLevel())));
+          fmt::format("--level: {} is not a level of this processor; the widest of {} is {}", name,
+                      fmt::join(kLevelNames, ", "), nameOf(widestLevel())));
     levels.push_back(*level);
   }
   return levels;
@@ -127,8 +126,9 @@ int main(int argc, char** argv) {
       ->check(regularExpression, "");
   app.add_option("--json", options.json, "Also write the results to this file");
   app.add_option("--level", options.levels,
-                 "Processor levels of the library: base, ssse3, sse41, avx2, avx512; by default "
-                 "avx2 and avx512 if the processor has them")
+                 fmt::format("Processor levels of the library: {}; by default the widest, and "
+                             "avx2 beside avx512",
+                             fmt::join(vistrel::core::kLevelNames, ", ")))
       ->delimiter(',')
       ->allow_extra_args(false);
   app.add_option("--rounds", options.rounds, "Repetitions of each side")

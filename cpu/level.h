@@ -88,6 +88,12 @@ constexpr uint32_t indexOfLevel(Level level) {
   return static_cast<int>(level) == 1 ? 2 : 3;
 }
 
+// For tests and benchmarks: all vectorised loops run at this level.
+inline void setLevel(Level level) {
+  g_topLevel = level;
+  ippJumpIndexForMergedLibs = indexOfLevel(level);
+}
+
 inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }
 
 // VISTREL_AT_LEVEL(level, name): the address of vistrel::core::LEVEL::name; a body that is compiled

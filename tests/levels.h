@@ -18,10 +18,7 @@ namespace vistrel::core::test {
 // Steers the library to one level, and back to where it was.
 class LevelScope {
  public:
-  explicit LevelScope(Level level) {
-    ippJumpIndexForMergedLibs = indexOfLevel(level);
-    g_topLevel = level;
-  }
+  explicit LevelScope(Level level) { setLevel(level); }
   ~LevelScope() {
     ippJumpIndexForMergedLibs = index_;
     g_topLevel = top_;

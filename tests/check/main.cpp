@@ -11,7 +11,6 @@
 
 #include "tests/check/checker.h"
 #include "tests/check/checksum.h"
-#include "tests/check/levels.h"
 #include "tests/check/measure.h"
 #include "tests/check/self_test.h"
 

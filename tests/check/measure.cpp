@@ -6,7 +6,6 @@
 #include <chrono>
 #include <stdexcept>
 
-#include "tests/check/levels.h"
 #include "tests/check/sandbox.h"
 
 namespace vistrel::core::check {

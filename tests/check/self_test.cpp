@@ -8,7 +8,6 @@
 #include <set>
 
 #include "tests/check/checker.h"
-#include "tests/check/levels.h"
 
 namespace vistrel::core::check {
 namespace {
