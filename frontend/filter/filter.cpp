@@ -41,7 +41,7 @@ _FLT_3X3 negated(const _FLT_3X3& filter) {
   return result;
 }
 
-using NineTaps = std::array<Tap, 9>;
+using NineTaps = std::array<FilterOffset, 9>;
 
 // Columns are given row by row.
 constexpr NineTaps nineTaps(const int (&columns)[9]) {
@@ -78,7 +78,7 @@ void applyWeights(const FilterImage<T>& image, ptrdiff_t pixel, const NineTaps& 
 // 8-bit samples.
 template <class T>
 void applyBox(const FilterImage<T>& image) {
-  static constexpr std::array<Tap, 4> kTaps = {{{0, 0}, {0, 1}, {1, 0}, {1, 1}}};
+  static constexpr std::array<FilterOffset, 4> kTaps = {{{0, 0}, {0, 1}, {1, 0}, {1, 1}}};
   filterInside(
       image, {0, 1, 0, sizeof(T) == 1 ? 1 : 3}, [](ptrdiff_t) { return kTaps; },
       VISTREL_BY_LEVEL(kFilterKernels<T>)->box);
@@ -89,10 +89,10 @@ void applyBox(const FilterImage<T>& image) {
 // quirk: filter-row-seam. It begins in column 0, whose left taps are the end of the row above.
 template <class T>
 void applyFiveTaps(const FilterImage<T>& image) {
-  static constexpr Tap kDiagonal[] = {{-1, -1}, {-1, 1}, {0, 0}, {1, -1}, {1, 1}};
-  static constexpr Tap kUpright[] = {{-2, 0}, {0, -2}, {0, 0}, {0, 2}, {2, 0}};
+  static constexpr FilterOffset kDiagonal[] = {{-1, -1}, {-1, 1}, {0, 0}, {1, -1}, {1, 1}};
+  static constexpr FilterOffset kUpright[] = {{-2, 0}, {0, -2}, {0, 0}, {0, 2}, {2, 0}};
   const auto tapsOf = [](ptrdiff_t r) {
-    std::array<Tap, 10> taps;
+    std::array<FilterOffset, 10> taps;
     std::copy_n(r % 2 == 0 ? kDiagonal : kUpright, 5, taps.begin());
     std::copy_n(kUpright, 5, taps.begin() + 5);
     return taps;

@@ -8,7 +8,8 @@
 
 namespace vistrel::core {
 
-struct Tap {
+// Where a filter's tap lies, from the sample that the filter computes.
+struct FilterOffset {
   ptrdiff_t row, column;
 };
 
@@ -65,7 +66,7 @@ void filterInside(const FilterImage<T>& image, const Border& border, TapsOf taps
     const ptrdiff_t first = r * image.width + border.left;
     const auto taps = tapsOf(r);
     const T* samples[taps.size()];
-    std::transform(taps.begin(), taps.end(), samples, [&](const Tap& tap) {
+    std::transform(taps.begin(), taps.end(), samples, [&](const FilterOffset& tap) {
       return image.copy + first + tap.row * image.width + tap.column;
     });
     filterRow(samples, static_cast<size_t>(n), image.samples + first);
