@@ -43,12 +43,14 @@ constexpr size_t grayStride(unsigned binning, size_t pixelStride, uint32_t width
   return binning == 1 ? WorkLayout::guarded(width).S : pixelStride;
 }
 
-// Bytes of a work buffer for images of 16-bit samples. The number of samples is computed in
-// 32 bits: it wraps at 2^32.
+// Samples of a work buffer for images of this size.
+constexpr uint64_t workBufferSamples(uint64_t width, uint64_t height) {
+  return kChannels * (width + 2 * kAllocatedBorder) * (height + 2 * kAllocatedBorder);
+}
+
+// Bytes of a work buffer of 16-bit samples, whose number wraps at 2^32.
 constexpr size_t workBufferBytes(uint32_t width, uint32_t height) {
-  const uint32_t samples =
-      kChannels * (width + 2 * kAllocatedBorder) * (height + 2 * kAllocatedBorder);
-  return size_t{samples} * sizeof(uint16_t);
+  return size_t{static_cast<uint32_t>(workBufferSamples(width, height))} * sizeof(uint16_t);
 }
 
 }  // namespace vistrel::core

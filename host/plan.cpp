@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "common/work_layout.h"
 #include "host/status.h"
 #include "host/validate.h"
 
@@ -71,7 +72,7 @@ void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
   if (e.width > kMaxSamples / e.height) exceeds(p.pad ? "with its padding it" : "it");
   if (e.width / c.binning * (e.height / c.binning) * p.native->channels > kMaxSamples)
     exceeds("the image");
-  if (p.format->colour() && (3 * e.width + 18) * (e.height + 6) > kMaxSamples)
+  if (p.format->colour() && core::workBufferSamples(e.width, e.height) > kMaxSamples)
     exceeds("the work buffer");
 }
 
@@ -108,7 +109,7 @@ void shapeResult(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   l.frame_bytes = static_cast<size_t>(bytesOf(f));
   // Each term is below 2^35.
   const uint64_t buffer =
-      p.format->colour() ? 2 * (3 * uint64_t{p.width} + 18) * (uint64_t{p.height} + 6) : 0;
+      p.format->colour() ? core::workBufferSamples(p.width, p.height) * sizeof(uint16_t) : 0;
   const uint64_t working =
       buffer + uint64_t{p.width} * p.height * f.bytes_per_sample + uint64_t{p.nativeBytes};
   if (working > kMaxBytes)

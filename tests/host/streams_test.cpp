@@ -9,6 +9,7 @@
 #include <set>
 #include <vector>
 
+#include "streams/registry.h"
 #include "vistrel/processor.h"
 #include "vistrel/vistrel.h"
 
@@ -48,6 +49,7 @@ namespace vistrel::host {
 namespace {
 
 constexpr size_t kStreams = VISTREL_MAX_STREAMS;
+static_assert(kStreams == core::kStreams);
 
 std::vector<std::unique_ptr<StreamLease>> leaseAll() {
   std::vector<std::unique_ptr<StreamLease>> leases(kStreams);

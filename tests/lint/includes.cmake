@@ -14,7 +14,7 @@ set(cfa entries cpu common)
 set(platform entries common)
 set(demosaic entries streams output cfa platform cpu common)
 set(frontend entries demosaic output streams cpu common)
-set(host interface entries cpu)
+set(host interface entries cpu common)
 set(bench entries interface common cpu streams curves output cfa platform demosaic frontend)
 
 # In apps/ each folder is a module, and so is each source that lies beside them.
