@@ -9,6 +9,7 @@
 
 #include "apps/batch/jobs.h"
 #include "apps/error.h"
+#include "apps/names/phase_names.h"
 #include "apps/pictures/picture.h"
 #include "apps/progress/progress.h"
 #include "apps/tools/report/plot.h"
@@ -67,9 +68,11 @@ nlohmann::ordered_json jsonOf(const std::vector<Algorithm>& algorithms,
 void writeJson(const std::string& path, const std::vector<Evaluation>& evaluations,
                const std::vector<Algorithm>& algorithms) {
   nlohmann::ordered_json json{{"border_pixels", kBorder},
-                              {"phases", {"grbg", "bggr", "rggb", "gbrg"}},
+                              {"phases", nlohmann::ordered_json::array()},
                               {"pictures", nlohmann::ordered_json::array()},
                               {"mean", jsonOf(algorithms, meanOf(evaluations))}};
+  for (uint32_t phase = 0; phase < kBayerPhases; ++phase)
+    json["phases"].push_back(vistrel_phase_name(phase));
   for (const Evaluation& t : evaluations)
     json["pictures"].push_back({{"name", t.name},
                                 {"width", t.width},

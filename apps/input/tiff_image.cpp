@@ -4,7 +4,6 @@
 #include <numeric>
 
 #include "apps/error.h"
-#include "apps/names/phase_names.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
@@ -15,7 +14,7 @@ constexpr size_t kMaxDirectories = 4096;
 // Whether the block's filters, row by row, are `pattern`: 0 red, 1 green, 2 blue.
 bool hasPattern(uint32_t phase, const uint8_t* pattern) {
   for (uint32_t i = 0; i < 4; ++i)
-    if (pattern[i] != 2 - channelAt(phase, i & 1, i >> 1)) return false;
+    if (pattern[i] != vistrel_colour_at(phase, i & 1, i >> 1)) return false;
   return true;
 }
 

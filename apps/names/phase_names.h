@@ -19,7 +19,7 @@ struct PhaseNames {
   std::array<int, 2> blue;  // row and column of the blue site
 };
 
-inline constexpr uint32_t kPhases = 5;
+inline constexpr uint32_t kBayerPhases = 4, kPhases = 5;  // mono comes last
 
 const PhaseNames& phaseNames(uint32_t phase);
 

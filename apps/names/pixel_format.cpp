@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 
 #include "apps/error.h"
 #include "apps/names/phase_names.h"
-#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
@@ -114,6 +114,13 @@ const PixelFormat& parsePixelFormat(std::string_view option, std::string_view te
              "{} {}: unknown pixel format. BayerRG12p (PFNC), pRCC (V4L2), rggb12le (GStreamer) "
              "and bayer_rggb16le (FFmpeg) are valid names; `vistrel formats` lists all",
              option, text);
+}
+
+const SampleGroup& groupOf(const PixelFormat& format) {
+  return *std::find_if(std::begin(kSampleGroups), std::end(kSampleGroups),
+                       [&format](const SampleGroup& group) {
+                         return group.packing == format.packing && group.bits >= format.bits;
+                       });
 }
 
 const char* packingName(uint32_t packing) {

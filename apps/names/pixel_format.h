@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "vistrel/vistrel_host.h"
+
 namespace vistrel::app {
 
 // A name that a convention lacks is empty.
@@ -26,6 +28,25 @@ const PixelFormat* findPixelFormat(std::string_view name);
 
 // As above, but throws ProgramError (usage) if there is none.
 const PixelFormat& parsePixelFormat(std::string_view option, std::string_view text);
+
+// Samples of a packing come in groups of whole bytes.
+struct SampleGroup {
+  uint32_t packing;        // VISTREL_PACKING_...
+  uint32_t bits;           // that a sample has at most
+  uint32_t pixels, bytes;  // of a group
+};
+
+// Ordered by packing, then bits.
+inline constexpr SampleGroup kSampleGroups[] = {
+    {VISTREL_PACKING_BYTES, 8, 1, 1}, {VISTREL_PACKING_LITTLE, 16, 1, 2},
+    {VISTREL_PACKING_BIG, 16, 1, 2},  {VISTREL_PACKING_PFNC, 10, 4, 5},
+    {VISTREL_PACKING_PFNC, 12, 2, 3}, {VISTREL_PACKING_GIGE, 10, 2, 3},
+    {VISTREL_PACKING_GIGE, 12, 2, 3}, {VISTREL_PACKING_MIPI, 10, 4, 5},
+    {VISTREL_PACKING_MIPI, 12, 2, 3}, {VISTREL_PACKING_MIPI, 14, 4, 7},
+};
+
+// The group of that format's packing and bits.
+const SampleGroup& groupOf(const PixelFormat& format);
 
 // "bytes", "16bit-le", "16bit-be", "pfnc", "gige", "mipi".
 const char* packingName(uint32_t packing);

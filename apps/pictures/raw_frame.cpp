@@ -20,42 +20,44 @@ void putStream(const uint16_t* samples, size_t count, uint32_t bits, Bytes& to) 
   if (kept) putByte(held, to);
 }
 
+void putBigEndian(uint16_t sample, Bytes& to) {
+  putByte(uint32_t{sample} >> 8, to);
+  putByte(sample, to);
+}
+
+// One sample or two.
 void putGige(const uint16_t* samples, size_t count, uint32_t bits, Bytes& to) {
   const uint32_t low = bits - 8, mask = (1u << low) - 1;
-  for (size_t i = 0; i < count; i += 2) {
-    const bool pair = i + 1 < count;
-    putByte(uint32_t{samples[i]} >> low, to);
-    putByte((samples[i] & mask) | (pair ? (samples[i + 1] & mask) << 4 : 0), to);
-    if (pair) putByte(uint32_t{samples[i + 1]} >> low, to);
-  }
+  const bool pair = count > 1;
+  putByte(uint32_t{samples[0]} >> low, to);
+  putByte((samples[0] & mask) | (pair ? (samples[1] & mask) << 4 : 0), to);
+  if (pair) putByte(uint32_t{samples[1]} >> low, to);
 }
 
 void putMipi(const uint16_t* samples, size_t count, uint32_t bits, Bytes& to) {
-  const size_t group = bits == 12 ? 2 : 4;
-  for (size_t i = 0; i < count; i += group) {
-    const size_t n = std::min(group, count - i);
-    for (size_t k = 0; k < n; ++k) putByte(uint32_t{samples[i + k]} >> (bits - 8), to);
-    putStream(samples + i, n, bits - 8, to);
+  for (size_t k = 0; k < count; ++k) putByte(uint32_t{samples[k]} >> (bits - 8), to);
+  putStream(samples, count, bits - 8, to);
+}
+
+// Appends a group, or the part of one that ends a row.
+void putGroup(const PixelFormat& format, const uint16_t* samples, size_t count, Bytes& to) {
+  switch (format.packing) {
+    case VISTREL_PACKING_BYTES: return putStream(samples, count, 8, to);
+    case VISTREL_PACKING_LITTLE: return putStream(samples, count, 16, to);
+    case VISTREL_PACKING_BIG: return putBigEndian(samples[0], to);
+    case VISTREL_PACKING_PFNC: return putStream(samples, count, format.bits, to);
+    case VISTREL_PACKING_GIGE: return putGige(samples, count, format.bits, to);
+    case VISTREL_PACKING_MIPI: return putMipi(samples, count, format.bits, to);
   }
 }
 
 }  // namespace
 
 Bytes packRow(const PixelFormat& format, const uint16_t* samples, size_t count) {
+  const size_t group = groupOf(format).pixels;
   Bytes row;
-  switch (format.packing) {
-    case VISTREL_PACKING_BYTES: putStream(samples, count, 8, row); break;
-    case VISTREL_PACKING_LITTLE: putStream(samples, count, 16, row); break;
-    case VISTREL_PACKING_BIG:
-      for (size_t i = 0; i < count; ++i) {
-        putByte(uint32_t{samples[i]} >> 8, row);
-        putByte(samples[i], row);
-      }
-      break;
-    case VISTREL_PACKING_PFNC: putStream(samples, count, format.bits, row); break;
-    case VISTREL_PACKING_GIGE: putGige(samples, count, format.bits, row); break;
-    case VISTREL_PACKING_MIPI: putMipi(samples, count, format.bits, row); break;
-  }
+  for (size_t at = 0; at < count; at += group)
+    putGroup(format, samples + at, std::min(group, count - at), row);
   return row;
 }
 

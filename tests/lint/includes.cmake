@@ -18,20 +18,21 @@ set(host interface entries cpu common)
 set(bench entries interface common cpu streams curves output cfa platform demosaic frontend)
 
 # In apps/ each folder is a module, and so is each source that lies beside them.
-set(apps/error interface)
+set(apps/rejection interface)
+set(apps/error interface apps/rejection)
 set(apps/plugin interface)
 set(apps/names interface apps/error)
 set(apps/files apps/error)
-set(apps/options interface apps/names apps/error)
+set(apps/options interface apps/names apps/error apps/rejection)
 set(apps/progress apps/options)
 set(apps/pictures interface apps/names apps/files apps/error)
 set(apps/input interface apps/plugin apps/options apps/names apps/pictures apps/files apps/error)
 set(apps/batch interface apps/options apps/progress apps/pictures apps/files apps/error)
 set(apps/tools/drawing interface)
-set(apps/tools/scene interface apps/tools/drawing apps/names)
+set(apps/tools/scene interface apps/tools/drawing)
 set(apps/tools/sheet apps/tools/drawing apps/error)
 set(apps/tools/report interface apps/tools/drawing apps/options apps/names apps/error)
-set(apps/tools/guess interface apps/options)
+set(apps/tools/guess interface apps/options apps/names)
 set(apps/tools/selftest interface)
 set(apps/commands interface apps/input apps/batch apps/tools/report apps/tools/scene
   apps/tools/sheet apps/tools/guess apps/tools/selftest apps/options apps/names apps/progress
@@ -42,7 +43,7 @@ set(apps/tools/manual interface apps/program)
 set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/drawing
   apps/tools/guess apps/tools/manual apps/tools/report apps/tools/scene apps/tools/selftest
   apps/tools/sheet apps/options apps/progress apps/names apps/plugin apps/pictures apps/files
-  apps/error)
+  apps/error apps/rejection)
 
 set(tests ${bench} host ${apps} bench)
 set(modules

@@ -6,27 +6,15 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "apps/names/pixel_format.h"
 #include "apps/tools/guess/likeness.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 namespace {
 
-struct Packed {
-  uint32_t packing, bits;
-  uint32_t pixels, bytes;  // per group
-};
-
-constexpr Packed kPackings[] = {
-    {VISTREL_PACKING_BYTES, 8, 1, 1}, {VISTREL_PACKING_LITTLE, 16, 1, 2},
-    {VISTREL_PACKING_BIG, 16, 1, 2},  {VISTREL_PACKING_PFNC, 10, 4, 5},
-    {VISTREL_PACKING_PFNC, 12, 2, 3}, {VISTREL_PACKING_GIGE, 10, 2, 3},
-    {VISTREL_PACKING_GIGE, 12, 2, 3}, {VISTREL_PACKING_MIPI, 10, 4, 5},
-    {VISTREL_PACKING_MIPI, 12, 2, 3}, {VISTREL_PACKING_MIPI, 14, 4, 7},
-};
-
 // Unpacks all complete groups as one row.
-Samples unpack(const Packed& p, const std::vector<uint8_t>& bytes) {
+Samples unpack(const SampleGroup& p, const std::vector<uint8_t>& bytes) {
   if (p.bits == 8) return {bytes.begin(), bytes.end()};
   const auto groups = static_cast<uint32_t>(bytes.size() / p.bytes);
   Samples samples(size_t{groups} * p.pixels);
@@ -75,7 +63,7 @@ struct Shape {
 };
 
 // Sizes that yield this number of samples in whole groups: the known one, or all plausible ones.
-std::vector<Size> sizesOf(size_t samples, const Packed& p, const std::optional<Size>& known) {
+std::vector<Size> sizesOf(size_t samples, const SampleGroup& p, const std::optional<Size>& known) {
   std::vector<Size> sizes;
   const auto add = [&](size_t width, size_t height) {
     if (width * height == samples && width % p.pixels == 0)
@@ -108,7 +96,7 @@ std::vector<Shape> shapesOf(const Samples& s, const std::vector<Size>& sizes) {
 }
 
 // In groups of three bytes, GigE's 10-bit samples leave four bits of the middle byte at 0.
-bool fitsThree(const Packed& p, const std::vector<uint8_t>& bytes) {
+bool fitsThree(const SampleGroup& p, const std::vector<uint8_t>& bytes) {
   uint32_t middle = 0;
   for (size_t i = 1; i < bytes.size(); i += 3) middle |= bytes[i];
   return (p.bits == 10) == ((middle & 0xCC) == 0);
@@ -120,7 +108,7 @@ struct RawBytes {
 };
 
 // How similar neighbours are, and how well the bytes match the groups.
-double fitOf(const Packed& p, const RawBytes& raw, const Samples& s) {
+double fitOf(const SampleGroup& p, const RawBytes& raw, const Samples& s) {
   const auto& even = raw.evenness;
   const double bytes =
       p.bytes > 1 ? 1 - even[p.bytes] : std::min({even[2], even[3], even[5], even[7]});
@@ -128,7 +116,7 @@ double fitOf(const Packed& p, const RawBytes& raw, const Samples& s) {
   return far > kFlat ? bytes * std::max(0.0, 1 - difference(s, 2) / far) : 0;
 }
 
-void addGuesses(const Packed& p, const RawBytes& raw, const std::optional<Size>& known,
+void addGuesses(const SampleGroup& p, const RawBytes& raw, const std::optional<Size>& known,
                 std::vector<Guess>& guesses) {
   const auto& bytes = raw.bytes;
   if (bytes.size() % p.bytes || (p.bytes == 3 && !fitsThree(p, bytes))) return;
@@ -156,7 +144,7 @@ std::vector<Guess> guessFormat(const std::vector<uint8_t>& bytes, const std::opt
   RawBytes raw{bytes, {}};
   for (const uint32_t period : {2u, 3u, 5u, 7u}) raw.evenness[period] = evenness(bytes, period);
   std::vector<Guess> guesses;
-  for (const Packed& p : kPackings) addGuesses(p, raw, size, guesses);
+  for (const SampleGroup& p : kSampleGroups) addGuesses(p, raw, size, guesses);
   std::stable_sort(guesses.begin(), guesses.end(),
                    [](const Guess& a, const Guess& b) { return a.score > b.score; });
   if (guesses.size() > kMax) guesses.resize(kMax);

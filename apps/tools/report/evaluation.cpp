@@ -10,8 +10,6 @@
 namespace vistrel::app {
 namespace {
 
-constexpr uint32_t kBayerPhases = 4;
-
 // Demosaics into `picture` and returns the time in nanoseconds.
 double demosaic(const vistrel_frame& frame, const Algorithm& algorithm, Image& picture) {
   vistrel_conversion conversion = defaultConversion(frame);

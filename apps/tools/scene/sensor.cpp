@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "apps/names/phase_names.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
@@ -19,8 +19,8 @@ Rgb average(const Scene& scene, uint32_t x, uint32_t y) {
 
 double filtered(Rgb light, uint32_t phase, uint32_t x, uint32_t y) {
   if (phase == VISTREL_MONO) return luma(light);
-  const double channels[] = {light.b, light.g, light.r};
-  return channels[channelAt(phase, x, y)];
+  const double channels[] = {light.r, light.g, light.b};
+  return channels[vistrel_colour_at(phase, x, y)];
 }
 
 // splitmix64: a pure function, so that the noise of a pixel depends on no other pixel.
