@@ -9,9 +9,10 @@
 namespace vistrel::app {
 namespace {
 
-class Pool {
+// What the threads share.
+class SharedTasks {
  public:
-  explicit Pool(const Tasks& tasks) : tasks_(tasks) {}
+  explicit SharedTasks(const Tasks& tasks) : tasks_(tasks) {}
 
   void work(size_t worker) {
     try {
@@ -42,18 +43,18 @@ class Pool {
 }  // namespace
 
 void runTasks(const Tasks& tasks, unsigned threads) {
-  Pool pool(tasks);
+  SharedTasks shared(tasks);
   {
     std::vector<std::jthread> others;
     try {
       for (size_t i = 1; i < threads && i < tasks.count; ++i)
-        others.emplace_back([&pool, i] { pool.work(i); });
+        others.emplace_back([&shared, i] { shared.work(i); });
     } catch (const std::exception&) {
       // No memory or no thread left: the existing threads do all the work.
     }
-    pool.work(0);
+    shared.work(0);
   }
-  pool.rethrow();
+  shared.rethrow();
 }
 
 }  // namespace vistrel::app
