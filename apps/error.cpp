@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "apps/rejection.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
@@ -12,7 +13,7 @@ Outcome outcomeOfException() {
   } catch (const ProgramError& error) {
     return {error.status(), error.what()};
   } catch (const Error& error) {
-    return {kRejected, error.what()};
+    return {kRejected, textOf(error)};
   } catch (const std::bad_alloc&) {
     return {kRejected, "out of memory"};   // short enough to need no allocation
   } catch (const std::exception& error) {  // from the standard library: files, threads

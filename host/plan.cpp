@@ -43,7 +43,9 @@ uint32_t paddingOf(const Format& format, const vistrel_conversion& c) {
 Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   const vistrel_region r = c.region ? *c.region : vistrel_region{0, 0, f.width, f.height};
   if (uint64_t{r.x} + r.width > f.width || uint64_t{r.y} + r.height > f.height)
-    rejectRegion(VISTREL_BAD_REGION, f, c, "it leaves the frame of {}x{}", f.width, f.height);
+    rejectRegion(VISTREL_BAD_REGION, f, c, "it extends beyond the frame of {}x{}", f.width,
+                 f.height);
+  if (!r.width || !r.height) rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "it is empty");
   p.layout.width = r.width / c.binning;
   p.layout.height = r.height / c.binning;
   if (!p.layout.width || !p.layout.height)

@@ -52,7 +52,7 @@ void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
   const uint32_t bits = workingBits(f, c);
   if (bits > a->max_bits)
     reject(VISTREL_BAD_ALGORITHM, "conversion.algorithm", a->name,
-           "made for {} bits at most, the samples have {}", a->max_bits, bits);
+           "supports at most {} bits, the samples have {}", a->max_bits, bits);
   if (c.algorithm != VISTREL_EDGE && c.threshold)
     reject(VISTREL_BAD_THRESHOLD, "conversion.threshold", c.threshold,
            "algorithm {} has none; only 0 is allowed", a->name);

@@ -37,12 +37,11 @@ uint32_t resultOf(const CfaOptions& o) {
   Size size = o.size.value_or(Size{2, 2});
   if (o.crop) {
     const vistrel_region& crop = *o.crop;
-    if (!crop.width || !crop.height)
-      throwError(kUsage, "--crop: {}x{} pixels; nothing is left", crop.width, crop.height);
+    if (!crop.width || !crop.height) throwError(kUsage, "--crop {}: it is empty", regionText(crop));
     if (o.size && (uint64_t{crop.x} + crop.width > size.width ||
                    uint64_t{crop.y} + crop.height > size.height))
-      throwError(kUsage, "--crop {}x{}+{}+{}: it exceeds the frame of {}x{}", crop.width,
-                 crop.height, crop.x, crop.y, size.width, size.height);
+      throwError(kUsage, "--crop {}: it extends beyond the frame of {}x{}", regionText(crop),
+                 size.width, size.height);
     phase = vistrel_phase_at(phase, crop.x, crop.y);
     size = {crop.width, crop.height};
   }

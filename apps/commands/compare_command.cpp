@@ -45,18 +45,29 @@ struct CompareOptions {
   bool mask = false;
 };
 
+OptionNames optionNamesOf(const CompareOptions& o) {
+  OptionNames names = o.tone.optionNames();
+  names.push_back({"conversion.region", "--crop", o.crop ? regionText(*o.crop) : ""});
+  return names;
+}
+
+// Has the host layer reject a crop that is empty or extends beyond the frame. As a mono frame's,
+// since algorithms get the margin as well. Throws Error.
+void checkCrop(vistrel_frame frame, const vistrel_region& crop) {
+  frame.phase = VISTREL_MONO;
+  vistrel_conversion conversion = defaultConversion(frame);
+  conversion.region = &crop;
+  layoutOf(frame, conversion);
+}
+
 // The middle of the frame by default.
 vistrel_region cropOf(const vistrel_frame& f, const CompareOptions& o) {
-  if (!o.crop) {
-    const uint32_t width = std::min(f.width, kCropWidth), height = std::min(f.height, kCropHeight);
-    return {(f.width - width) / 2, (f.height - height) / 2, width, height};
+  if (o.crop) {
+    checkCrop(f, *o.crop);
+    return *o.crop;
   }
-  const vistrel_region& c = *o.crop;
-  if (!c.width || !c.height || uint64_t{c.x} + c.width > f.width ||
-      uint64_t{c.y} + c.height > f.height)
-    throwError(kRejected, "--crop {}x{}+{}+{}: it exceeds the frame of {}x{}, or is empty", c.width,
-               c.height, c.x, c.y, f.width, f.height);
-  return c;
+  const uint32_t width = std::min(f.width, kCropWidth), height = std::min(f.height, kCropHeight);
+  return {(f.width - width) / 2, (f.height - height) / 2, width, height};
 }
 
 vistrel_region widened(const vistrel_region& c, const vistrel_frame& f) {
@@ -93,9 +104,9 @@ Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progre
   for (const std::string& warning : file.warnings())
     progress.say(fmt::format("{}: {}", path, warning));
   Strip strip;
-  strip.title = fmt::format(
-      "{}  {} bit {}  {}x{}+{}+{}  {}x", std::filesystem::path(path).filename().string(),
-      frame.bits, vistrel_phase_name(frame.phase), crop.width, crop.height, crop.x, crop.y, o.zoom);
+  strip.title =
+      fmt::format("{}  {} bit {}  {}  {}x", std::filesystem::path(path).filename().string(),
+                  frame.bits, vistrel_phase_name(frame.phase), regionText(crop), o.zoom);
   for (const Algorithm& algorithm : orAll(o.algorithms))
     strip.cells.push_back(cellOf(frame, crop, algorithm, o));
   return strip;
@@ -116,7 +127,7 @@ ExitStatus run(CompareOptions& o) {
   ExitStatusSum sum;
   for (const std::string& path : o.inputs) {
     const Outcome outcome = attempt([&] {
-      withOptionNames(o.tone.optionNames(), [&] { strips.push_back(stripOf(path, o, progress)); });
+      withOptionNames(optionNamesOf(o), [&] { strips.push_back(stripOf(path, o, progress)); });
     });
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
     sum.add(outcome.status);

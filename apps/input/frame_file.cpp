@@ -75,7 +75,7 @@ void FrameFile::describe(const InputOptions& o) {
   frame_.alignment = hasHighBits(o) ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
   const char* const option = o.fromName ? "--from-name: bits" : "--bits";
-  withOptionNames({{"frame.bits", option, ""}},  // rejects bits that such samples can't have
+  withOptionNames({{"frame.bits", option}},  // rejects bits that such samples can't have
                   [this] { layoutOf(frame_, defaultConversion(frame_)); });
   frame_.phase = o.phase.value_or(d.phase.value_or(VISTREL_MONO));
 }

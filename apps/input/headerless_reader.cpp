@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "apps/error.h"
-#include "apps/options/option_names.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
@@ -35,15 +34,10 @@ vistrel_packed packedOf(const InputOptions& o) {
   return packed;
 }
 
-vistrel_packed_layout headerlessLayout(const vistrel_packed& packed) {
-  return withOptionNames({{"packed.stride", "--stride", ""}},
-                         [&packed] { return packedLayoutOf(packed); });
-}
-
 class HeaderlessReader : public Reader {
  public:
   HeaderlessReader(const Source& source, const InputOptions& o)
-      : source_(source), skip_(o.skip), packed_(packedOf(o)), layout_(headerlessLayout(packed_)) {
+      : source_(source), skip_(o.skip), packed_(packedOf(o)), layout_(packedLayoutOf(packed_)) {
     Description& d = description_;
     d.format = "headerless raw";
     d.width = packed_.width;

@@ -16,8 +16,7 @@ std::string ToneOptions::typed() const {
 }
 
 OptionNames ToneOptions::optionNames() const {
-  if (curve.empty())
-    return {{"conversion.reduction", "--window", fmt::format("{}", window.value_or(0))}};
+  if (curve.empty()) return {};
   return {
       {"conversion.reduction", "--curve", curve},
       {"conversion.table_entries", "--curve", fmt::format("{}: {} entries", curve, table.size())}};
@@ -38,8 +37,6 @@ std::vector<std::string> ConversionOptions::conflicts() const {
           "the latter keeps all bits");
   if (!gray.empty() && format != "gray8" && format != "gray16")
     clash("--gray " + gray, "--format " + format, "it applies to gray8 and gray16 only");
-  if (gray == "raw" && preparation.edges == "padded")
-    clash("--gray raw", "--edges padded", "the library's own gray supports only native edges");
   return found;
 }
 
@@ -59,11 +56,11 @@ std::vector<std::string> ConversionOptions::unusedOptions(const vistrel_frame& f
 }
 
 OptionNames ConversionOptions::optionNames() const {
-  OptionNames names{{"frame.samples", "sample", ""},
-                    {"conversion.gray", "--gray", gray},
-                    {"conversion.region", "--roi", ""},
-                    format.empty() ? OptionName{"conversion.format", "--depth", depth}
-                                   : OptionName{"conversion.format", "--format", format}};
+  OptionNames names{
+      {"conversion.algorithm", "--algorithm", "", "--depth reduce10 drops the lowest bits first"},
+      {"conversion.gray", "--gray", gray},
+      format.empty() ? OptionName{"conversion.format", "--depth", depth}
+                     : OptionName{"conversion.format", "--format", format}};
   append(names, tone.optionNames());
   append(names, preparation.optionNames());
   return names;

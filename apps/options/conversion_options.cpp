@@ -60,16 +60,9 @@ bool ConversionOptions::keepsAllBits() const { return formatOf(*this).allBits; }
 vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   const bool mono = frame.phase == VISTREL_MONO, reduced = depth == "reduce10";
   const Algorithm chosen = algorithm.value_or(algorithmAt(0));
-  const vistrel_algorithm& a = *chosen.row;
-  if (!mono && !reduced && frame.bits > a.max_bits)
-    throwError(
-        kRejected,
-        "--algorithm {}: supports at most {} bits, the frame has {}; --depth reduce10 drops the "
-        "lowest bits first",
-        a.name, a.max_bits, frame.bits);
   vistrel_conversion c = defaultConversion(frame);
   c.format = formatOf(*this, mono);
-  c.algorithm = a.code;
+  c.algorithm = chosen.row->code;
   c.threshold = chosen.threshold;
   c.gray = gray == "raw" ? VISTREL_RAW_GRAY : VISTREL_LUMA;
   c.binning = binning;

@@ -46,8 +46,7 @@ struct ConversionOptions {
 
   OptionNames optionNames() const;
 
-  // Throws ProgramError (rejected) if the frame has more bits than the algorithm supports. The
-  // result refers to these options.
+  // The result refers to these options.
   vistrel_conversion of(const vistrel_frame& frame) const;
 
   bool keepsAllBits() const;

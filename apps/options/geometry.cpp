@@ -36,4 +36,8 @@ vistrel_region parseRegion(std::string_view option, std::string_view text) {
   return {n[2], n[3], n[0], n[1]};
 }
 
+std::string regionText(const vistrel_region& r) {
+  return fmt::format("{}x{}+{}+{}", r.width, r.height, r.x, r.y);
+}
+
 }  // namespace vistrel::app

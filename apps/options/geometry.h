@@ -1,6 +1,7 @@
 // Sizes and regions as users type them: 640x480, 640x480+16+8.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "vistrel/vistrel_host.h"
@@ -16,5 +17,8 @@ Size parseSize(std::string_view option, std::string_view text);
 
 // Parses WxH+X+Y. Accepts a size of 0, which the conversion rejects.
 vistrel_region parseRegion(std::string_view option, std::string_view text);
+
+// As users type it.
+std::string regionText(const vistrel_region& region);
 
 }  // namespace vistrel::app

@@ -49,9 +49,7 @@ void PreparationOptions::apply(vistrel_conversion& c) const {
 }
 
 OptionNames PreparationOptions::optionNames() const {
-  return {{"conversion.black", "--black", ""},
-          {"conversion.white_balance", "--wb", balance},
-          {"conversion.edges", "--edges", edges}};
+  return {{"conversion.white_balance", "--wb", balance}, {"conversion.edges", "--edges", edges}};
 }
 
 void addPreparationOptions(CLI::App& command, PreparationOptions& o) {

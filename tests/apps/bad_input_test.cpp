@@ -128,12 +128,11 @@ TEST_F(BadInput, OnePixelHasNoColour) {
 
 TEST_F(BadInput, Region) {
   const std::string file = pgm(20, 10, 255, plain);
-  expectRejected(file, "--roi 20x10+1+0: it leaves the frame of 20x10",
+  expectRejected(file, "--roi 20x10+1+0: it extends beyond the frame of 20x10",
                  "--phase rggb --roi 20x10+1+0");
-  expectRejected(file, "--roi 4x4+4294967295+0: it leaves the frame of 20x10",
+  expectRejected(file, "--roi 4x4+4294967295+0: it extends beyond the frame of 20x10",
                  "--phase rggb --roi 4x4+4294967295+0");
-  expectRejected(file, "--roi 0x4+0+0: it contains no whole bin of 1x1 pixels",
-                 "--phase rggb --roi 0x4+0+0");
+  expectRejected(file, "--roi 0x4+0+0: it is empty", "--phase rggb --roi 0x4+0+0");
   expectRejected(file, "--roi 3x10+0+0: it contains no whole bin of 4x4 pixels",
                  "--phase rggb --roi 3x10+0+0 --bin 4");
 }

@@ -116,9 +116,10 @@ TEST(Cfa, Errors) {
     const char *arguments, *text;
   } cases[] = {
       {"rgb", "PHASE rgb: rggb, bggr, grbg, gbrg and mono are allowed"},
-      {"rggb --crop 0x4+1+1", "--crop: 0x4 pixels; nothing is left"},
-      {"rggb -s 8x8 --crop 4x4+5+0", "--crop 4x4+5+0: it exceeds the frame of 8x8"},
-      {"rggb -s 8x8 --crop 4x4+0+4294967295", "--crop 4x4+0+4294967295: it exceeds the frame of"},
+      {"rggb --crop 0x4+1+1", "--crop 0x4+1+1: it is empty"},
+      {"rggb -s 8x8 --crop 4x4+5+0", "--crop 4x4+5+0: it extends beyond the frame of 8x8"},
+      {"rggb -s 8x8 --crop 4x4+0+4294967295",
+       "--crop 4x4+0+4294967295: it extends beyond the frame of"},
       {"rggb --flip x", "--flip: x not in {h,v}"},
       {"rggb --rotate 90", "--rotate: 90 not in {180}"},
   };

@@ -107,9 +107,9 @@ TEST_F(Compare, Errors) {
       "--phase mono -o out.png", 3,
       "in.pgm: a mono frame cannot be demosaiced; --phase names one of the four Bayer phases");
   expectFailure("--phase rggb -o out.png --crop 10x10+31+0", 3,
-                "in.pgm: --crop 10x10+31+0: it exceeds the frame of 40x30, or is empty");
+                "in.pgm: --crop 10x10+31+0: it extends beyond the frame of 40x30");
   expectFailure("--phase rggb -o out.png --crop 0x10+0+0", 3,
-                "in.pgm: --crop 0x10+0+0: it exceeds the frame of 40x30, or is empty");
+                "in.pgm: --crop 0x10+0+0: it is empty");
   expectFailure("--phase rggb -o out.png --curve 2", 3,
                 "in.pgm: --curve 2: it needs 10 bits or more, the samples have 8");
   scratch.write("in.ppm", pgm(40, 30, 255, sampleAt));

@@ -139,9 +139,6 @@ TEST(Usage, ConflictingOptions) {
   expectClash("--depth 16", "--format gray8", "that format has 8 bits; bgr48 and gray16 keep all");
   expectClash("--depth 8", "--format gray16", "that format keeps all bits; bgr24 and gray8 have 8");
   expectClash("--gray raw", "--format bgr24", "it applies to gray8 and gray16 only");
-  expectUsage(convert + "--format gray8 --gray raw --edges padded",
-              "--gray raw and --edges padded cannot be combined: the library's own gray supports "
-              "only native edges\n");
   expectUsage(convert + "--type tiff --depth 8 --format bgr48",
               "--depth 8 and --format bgr48 cannot be combined: that format keeps all bits; bgr24 "
               "and gray8 have 8\n"

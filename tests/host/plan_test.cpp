@@ -62,7 +62,7 @@ struct Regions : ::testing::Test {
 };
 
 TEST_F(Regions, OutsideTheFrame) {
-  const std::string reason = "it leaves the frame of 64x48";
+  const std::string reason = "it extends beyond the frame of 64x48";
   setRegion(1, 0, 64, 48);
   expect({VISTREL_BAD_REGION, "conversion.region", "64x48+1+0", reason});
   setRegion(0, 40, 64, 9);
@@ -75,8 +75,7 @@ TEST_F(Regions, OutsideTheFrame) {
 
 TEST_F(Regions, WithoutAWholeBin) {
   setRegion(0, 0, 0, 10);
-  expect({VISTREL_REGION_TOO_SMALL, "conversion.region", "0x10+0+0",
-          "it contains no whole bin of 1x1 pixels"});
+  expect({VISTREL_REGION_TOO_SMALL, "conversion.region", "0x10+0+0", "it is empty"});
   setRegion(5, 5, 3, 40);
   conversion.binning = 4;
   expect({VISTREL_REGION_TOO_SMALL, "conversion.region", "3x40+5+5",
