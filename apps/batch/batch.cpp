@@ -47,7 +47,7 @@ const Image& Worker::convert(const vistrel_frame& frame, const vistrel_conversio
   return image_;
 }
 
-Batch::Batch(Plan plan, const BatchOptions& options, BatchTask task)
+Batch::Batch(BatchPlan plan, const BatchOptions& options, BatchTask task)
     : plan_(std::move(plan)), options_(options), task_(std::move(task)), results_(jobs().size()),
       ended_(jobs().size()) {
   if (!options_.manifest.empty())
@@ -76,25 +76,25 @@ void Batch::removeStale() const {
 
 bool Batch::runJob(size_t i, Worker& worker) {
   const auto start = std::chrono::steady_clock::now();
-  Result& result = results_[i];
+  JobResult& result = results_[i];
   result.outcome = attempt([&] { result.state = doJob(jobs()[i], result, worker); });
-  if (result.outcome.status != kDone) result.state = State::kFailed;
+  if (result.outcome.status != kDone) result.state = JobState::kFailed;
   result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  return result.state != State::kFailed || options_.keepGoing || options_.dryRun;
+  return result.state != JobState::kFailed || options_.keepGoing || options_.dryRun;
 }
 
-State Batch::doJob(const Job& job, Result& result, Worker& worker) {
+JobState Batch::doJob(const Job& job, JobResult& result, Worker& worker) {
   if (job.outcome.status != kDone) throw ProgramError(job.outcome.status, job.outcome.text);
   const Provenance provenance = provenanceOf(job, task_.options);
-  if (!options_.overwrite && isUpToDate(job, provenance)) return State::kUpToDate;
+  if (!options_.overwrite && isUpToDate(job, provenance)) return JobState::kUpToDate;
   if (options_.dryRun) {
     result.preview = task_.check(job);
-    return State::kPlanned;
+    return JobState::kPlanned;
   }
   JobOutput made = task_.make(job, worker);
   result.preview = std::move(made.preview);
   if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), made.crc});
-  return State::kMade;
+  return JobState::kMade;
 }
 
 bool Batch::isUpToDate(const Job& job, const Provenance& provenance) const {
@@ -106,9 +106,9 @@ bool Batch::isUpToDate(const Job& job, const Provenance& provenance) const {
 }
 
 void Batch::ended(size_t i) {
-  const Result& result = results_[i];
+  const JobResult& result = results_[i];
   const vistrel_layout& l = result.preview.layout;
-  if (result.state == State::kMade)
+  if (result.state == JobState::kMade)
     progress_->made(uint64_t{l.width} * l.height);
   else
     progress_->passed();
@@ -118,39 +118,39 @@ void Batch::ended(size_t i) {
 
 void Batch::report(size_t i) {
   const Job& job = jobs()[i];
-  const Result& result = results_[i];
+  const JobResult& result = results_[i];
   if (i > 0 && jobs()[i - 1].from != job.from) shown_.clear();
   for (const std::string& warning : result.preview.warnings)
     if (shown_.insert(warning).second)
       progress_->say(fmt::format("{}: {}", job.from.string(), warning));
-  if (result.state == State::kFailed)
+  if (result.state == JobState::kFailed)
     progress_->say(fmt::format("{}: {}", nameOf(job), result.outcome.text));
   if (!options_.dryRun || options_.json) return;
-  if (result.state == State::kUpToDate)
+  if (result.state == JobState::kUpToDate)
     fmt::print("{} -> {}: up to date\n", nameOf(job), job.to.string());
-  if (result.state != State::kPlanned) return;
+  if (result.state != JobState::kPlanned) return;
   const vistrel_layout& l = result.preview.layout;
   fmt::print("{} -> {}: {}x{}, {} of {} bits\n", nameOf(job), job.to.string(), l.width, l.height,
              l.channels == 1 ? "gray" : "colour", l.bits);
 }
 
 void Batch::printSummary() {
-  const auto count = [this](State state) {
+  const auto count = [this](JobState state) {
     return std::count_if(results_.begin(), results_.end(),
-                         [state](const Result& result) { return result.state == state; });
+                         [state](const JobResult& result) { return result.state == state; });
   };
-  if (const auto n = count(State::kUpToDate); n > 0 && !options_.dryRun)
+  if (const auto n = count(JobState::kUpToDate); n > 0 && !options_.dryRun)
     progress_->say(fmt::format("up to date: {} of {}{}; --overwrite remakes them", n, jobs().size(),
                                manifest_ ? "" : ", regardless of their options"));
-  if (const auto n = count(State::kNotBegun); n > 0)
+  if (const auto n = count(JobState::kNotBegun); n > 0)
     progress_->say(fmt::format("not begun: {} of {}; --keep-going continues after a failure", n,
                                jobs().size()));
 }
 
 ExitStatus Batch::status() const {
   ExitStatusSum sum;
-  for (const Result& result : results_)
-    result.state == State::kNotBegun ? sum.addSkipped() : sum.add(result.outcome.status);
+  for (const JobResult& result : results_)
+    result.state == JobState::kNotBegun ? sum.addSkipped() : sum.add(result.outcome.status);
   return sum.status();
 }
 

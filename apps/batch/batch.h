@@ -49,10 +49,10 @@ struct BatchTask {
   std::vector<std::filesystem::path> sources;  // files that all pictures depend on besides frames
 };
 
-enum class State { kNotBegun, kMade, kUpToDate, kPlanned, kFailed };
+enum class JobState { kNotBegun, kMade, kUpToDate, kPlanned, kFailed };
 
-struct Result {
-  State state = State::kNotBegun;
+struct JobResult {
+  JobState state = JobState::kNotBegun;
   Outcome outcome;
   Preview preview{};  // of a picture that was made or is planned
   double seconds = 0;
@@ -60,7 +60,7 @@ struct Result {
 
 class Batch {
  public:
-  Batch(Plan plan, const BatchOptions& options, BatchTask task);
+  Batch(BatchPlan plan, const BatchOptions& options, BatchTask task);
 
   // Runs all jobs. After a failure, starts no further job unless the options say so. Reports
   // failures in the order of the jobs.
@@ -68,22 +68,22 @@ class Batch {
 
   const std::vector<Job>& jobs() const { return plan_.jobs; }
   const std::vector<std::string>& warnings() const { return plan_.warnings; }
-  const std::vector<Result>& results() const { return results_; }
+  const std::vector<JobResult>& results() const { return results_; }
 
  private:
   void removeStale() const;
   bool runJob(size_t i, Worker& worker);
-  State doJob(const Job& job, Result& result, Worker& worker);
+  JobState doJob(const Job& job, JobResult& result, Worker& worker);
   bool isUpToDate(const Job& job, const Provenance& provenance) const;
   void ended(size_t i);
   void report(size_t i);
   void printSummary();
   ExitStatus status() const;
 
-  Plan plan_;
+  BatchPlan plan_;
   BatchOptions options_;
   BatchTask task_;
-  std::vector<Result> results_;
+  std::vector<JobResult> results_;
   std::unique_ptr<Manifest> manifest_;
   std::set<std::string> shown_;  // warnings about the current input
   std::unique_ptr<Progress> progress_;

@@ -8,23 +8,23 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-const char* nameOf(State state) {
+const char* nameOf(JobState state) {
   switch (state) {
-    case State::kNotBegun: return "not begun";
-    case State::kMade: return "made";
-    case State::kUpToDate: return "up to date";
-    case State::kPlanned: return "planned";
-    case State::kFailed: return "failed";
+    case JobState::kNotBegun: return "not begun";
+    case JobState::kMade: return "made";
+    case JobState::kUpToDate: return "up to date";
+    case JobState::kPlanned: return "planned";
+    case JobState::kFailed: return "failed";
   }
   return "";
 }
 
 double microseconds(double seconds) { return std::round(seconds * 1e6) / 1e6; }
 
-Json outputOf(const Job& job, const Result& result) {
+Json outputOf(const Job& job, const JobResult& result) {
   Json json{{"output", job.to.string()}, {"status", nameOf(result.state)}};
   if (job.frame) json["frame"] = *job.frame;
-  if (result.state == State::kFailed) json["error"] = result.outcome.text;
+  if (result.state == JobState::kFailed) json["error"] = result.outcome.text;
   const auto& [l, warnings, gains] = result.preview;
   if (!warnings.empty()) json["warnings"] = warnings;
   if (l.width) {

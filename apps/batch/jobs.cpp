@@ -91,13 +91,13 @@ void checkIsFolder(const fs::path& path) {
   throwError(kInputOutput, "-o {}: there is no such folder", path.string());
 }
 
-Plan planJobs(const BatchRequest& a, RunFiles& files) {
+BatchPlan planJobs(const BatchRequest& a, RunFiles& files) {
   Inputs inputs = findInputs(a.inputs, a.isFrame);
   Target target{a.output, a.extension, false};
   target.folder = inputs.files.size() > 1 || inputs.files[0] != a.inputs[0] ||
                   !target.path.has_filename() || isFolder(target.path);
   checkTarget(target, inputs, a.isFrame);
-  Plan plan{{}, std::move(inputs.warnings)};
+  BatchPlan plan{{}, std::move(inputs.warnings)};
   for (const fs::path& file : inputs.files) addJobs(file, target, a.framesOf, plan.jobs);
   for (const fs::path& file : inputs.files) files.addInput(file);
   for (const Job& job : plan.jobs) files.addWritten("-o", job.to, job.from.string());

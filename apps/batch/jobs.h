@@ -36,7 +36,7 @@ struct BatchRequest {
   FramesOf framesOf;
 };
 
-struct Plan {
+struct BatchPlan {
   std::vector<Job> jobs;
   std::vector<std::string> warnings;  // for the user
 };
@@ -45,6 +45,6 @@ struct Plan {
 // a picture of its own: NAME_000000.png and so on. Adds all files to `files`. Throws ProgramError
 // if a file would be written twice, if an input would be overwritten, or if the output folder does
 // not exist.
-Plan planJobs(const BatchRequest& assignment, RunFiles& files);
+BatchPlan planJobs(const BatchRequest& assignment, RunFiles& files);
 
 }  // namespace vistrel::app

@@ -31,7 +31,7 @@ bits are dropped first. The default frame is the test scene: 1024x768, 8 bits.)"
 struct BenchOptions {
   std::string path;
   InputOptions input;
-  std::vector<Algorithm> algorithms;
+  std::vector<AlgorithmChoice> algorithms;
   int rounds = 11;
   bool json = false;
 };

@@ -38,7 +38,7 @@ struct CompareOptions {
   std::vector<std::string> inputs;
   std::string output;
   InputOptions input;
-  std::vector<Algorithm> algorithms;
+  std::vector<AlgorithmChoice> algorithms;
   std::optional<vistrel_region> crop;
   uint32_t zoom = 3;
   ToneOptions tone;
@@ -77,8 +77,8 @@ vistrel_region widened(const vistrel_region& c, const vistrel_frame& f) {
   return {c.x - left, c.y - top, left + c.width + right, top + c.height + bottom};
 }
 
-Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop, const Algorithm& algorithm,
-            const CompareOptions& o) {
+Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop,
+            const AlgorithmChoice& algorithm, const CompareOptions& o) {
   const vistrel_region region = widened(crop, frame);
   vistrel_conversion c = defaultConversion(frame);
   c.algorithm = algorithm.row->code;
@@ -107,7 +107,7 @@ Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progre
   strip.title =
       fmt::format("{}  {} bit {}  {}  {}x", std::filesystem::path(path).filename().string(),
                   frame.bits, vistrel_phase_name(frame.phase), regionText(crop), o.zoom);
-  for (const Algorithm& algorithm : orAll(o.algorithms))
+  for (const AlgorithmChoice& algorithm : orAll(o.algorithms))
     strip.cells.push_back(cellOf(frame, crop, algorithm, o));
   return strip;
 }

@@ -93,7 +93,7 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
   };
   const IsFrame isFrame = o.input.size ? isHeaderlessName : isFrameName;
   const std::string extension = "." + (o.type.empty() ? "png" : o.type);
-  Plan plan = planJobs({o.inputs, o.output, extension, isFrame, framesOf}, files);
+  BatchPlan plan = planJobs({o.inputs, o.output, extension, isFrame, framesOf}, files);
   if (isStandardOutput(o.batch.manifest))
     throwError(kUsage, "--manifest {}: a file name is expected", o.batch.manifest);
   if (!o.batch.manifest.empty()) files.addWritten("--manifest", o.batch.manifest);

@@ -32,18 +32,19 @@ constexpr const char* kPlotName = "report.png";
 
 struct ReportOptions {
   std::vector<std::string> references;
-  std::vector<Algorithm> algorithms;
+  std::vector<AlgorithmChoice> algorithms;
   std::string folder, json;
 };
 
-Evaluation evaluatePicture(const std::string& path, const std::vector<Algorithm>& algorithms) {
+Evaluation evaluatePicture(const std::string& path,
+                           const std::vector<AlgorithmChoice>& algorithms) {
   const Image reference = readPng(path);
   checkReference(reference);
   return {std::filesystem::path(path).stem(), reference.layout.width, reference.layout.height,
           evaluateAll(reference, algorithms)};
 }
 
-void printScores(const std::string& head, const std::vector<Algorithm>& algorithms,
+void printScores(const std::string& head, const std::vector<AlgorithmChoice>& algorithms,
                  const std::vector<Score>& scores) {
   fmt::print("{:<24} {:>8} {:>8} {:>9}\n", head, "CPSNR dB", "SSIM", "ns/pixel");
   for (size_t i = 0; i < algorithms.size(); ++i)
@@ -51,7 +52,7 @@ void printScores(const std::string& head, const std::vector<Algorithm>& algorith
                scores[i].ssim, scores[i].nsPerPixel);
 }
 
-nlohmann::ordered_json jsonOf(const std::vector<Algorithm>& algorithms,
+nlohmann::ordered_json jsonOf(const std::vector<AlgorithmChoice>& algorithms,
                               const std::vector<Score>& scores) {
   auto list = nlohmann::ordered_json::array();
   for (size_t i = 0; i < algorithms.size(); ++i) {
@@ -66,7 +67,7 @@ nlohmann::ordered_json jsonOf(const std::vector<Algorithm>& algorithms,
 }
 
 void writeJson(const std::string& path, const std::vector<Evaluation>& evaluations,
-               const std::vector<Algorithm>& algorithms) {
+               const std::vector<AlgorithmChoice>& algorithms) {
   nlohmann::ordered_json json{{"border_pixels", kBorder},
                               {"phases", nlohmann::ordered_json::array()},
                               {"pictures", nlohmann::ordered_json::array()},
@@ -87,7 +88,7 @@ void writeJson(const std::string& path, const std::vector<Evaluation>& evaluatio
 }
 
 void writePlot(const std::string& folder, const std::vector<Evaluation>& evaluations,
-               const std::vector<Algorithm>& algorithms) {
+               const std::vector<AlgorithmChoice>& algorithms) {
   AtomicFile file(std::filesystem::path(folder) / kPlotName);
   writePng(plotOf(evaluations, algorithms).image(), file);
   file.commit();
@@ -105,7 +106,7 @@ void checkFiles(const ReportOptions& o) {
 
 ExitStatus run(const ReportOptions& o) {
   checkFiles(o);
-  const std::vector<Algorithm> algorithms = orAll(o.algorithms);
+  const std::vector<AlgorithmChoice> algorithms = orAll(o.algorithms);
   std::vector<Evaluation> evaluations;
   Progress progress(o.references.size());
   ExitStatusSum sum;

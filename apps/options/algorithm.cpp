@@ -13,7 +13,7 @@ constexpr uint32_t kDefaultThreshold = 0;
 
 bool hasThreshold(const vistrel_algorithm& a) { return a.code == VISTREL_EDGE; }
 
-std::optional<Algorithm> find(std::string_view name) {
+std::optional<AlgorithmChoice> find(std::string_view name) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
     if (name == a->name) return algorithmAt(i);
   return {};
@@ -21,7 +21,7 @@ std::optional<Algorithm> find(std::string_view name) {
 
 }  // namespace
 
-Algorithm algorithmAt(size_t index) {
+AlgorithmChoice algorithmAt(size_t index) {
   const vistrel_algorithm* row = vistrel_algorithm_at(index);
   return {row, hasThreshold(*row) ? kDefaultThreshold : 0};
 }
@@ -33,12 +33,12 @@ std::string algorithmNames() {
   return names;
 }
 
-std::string labelOf(const Algorithm& algorithm) {
+std::string labelOf(const AlgorithmChoice& algorithm) {
   const std::string name = algorithm.row->name;
   return hasThreshold(*algorithm.row) ? fmt::format("{}:{}", name, algorithm.threshold) : name;
 }
 
-void addAlgorithmsOption(CLI::App& command, std::vector<Algorithm>& algorithms) {
+void addAlgorithmsOption(CLI::App& command, std::vector<AlgorithmChoice>& algorithms) {
   command
       .add_option_function<std::vector<std::string>>(
           "-a,--algorithm",
@@ -51,14 +51,14 @@ void addAlgorithmsOption(CLI::App& command, std::vector<Algorithm>& algorithms) 
       ->type_name("NAME[:THRESHOLD]");
 }
 
-std::vector<Algorithm> orAll(const std::vector<Algorithm>& given) {
+std::vector<AlgorithmChoice> orAll(const std::vector<AlgorithmChoice>& given) {
   if (!given.empty()) return given;
-  std::vector<Algorithm> all;
+  std::vector<AlgorithmChoice> all;
   for (size_t i = 0; vistrel_algorithm_at(i); ++i) all.push_back(algorithmAt(i));
   return all;
 }
 
-Algorithm parseAlgorithm(std::string_view option, std::string_view text) {
+AlgorithmChoice parseAlgorithm(std::string_view option, std::string_view text) {
   const size_t colon = text.find(':');
   auto algorithm = find(text.substr(0, colon));
   if (!algorithm) throwError(kUsage, "{} {}: {} are allowed", option, text, algorithmNames());

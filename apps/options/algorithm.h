@@ -11,27 +11,27 @@
 
 namespace vistrel::app {
 
-struct Algorithm {
+struct AlgorithmChoice {
   const vistrel_algorithm* row;
   uint32_t threshold;  // of the edge algorithm; 0 for the others
 };
 
 // The algorithm at that index of the table, with its default threshold.
-Algorithm algorithmAt(size_t index);
+AlgorithmChoice algorithmAt(size_t index);
 
 // Parses NAME, or NAME:THRESHOLD if the algorithm has one. Throws ProgramError (usage).
-Algorithm parseAlgorithm(std::string_view option, std::string_view text);
+AlgorithmChoice parseAlgorithm(std::string_view option, std::string_view text);
 
 // "bilinear, near, laroche".
 std::string algorithmNames();
 
 // "edge:20"; the name alone if the algorithm has no threshold.
-std::string labelOf(const Algorithm& algorithm);
+std::string labelOf(const AlgorithmChoice& algorithm);
 
 // -a, which may be repeated.
-void addAlgorithmsOption(CLI::App& command, std::vector<Algorithm>& algorithms);
+void addAlgorithmsOption(CLI::App& command, std::vector<AlgorithmChoice>& algorithms);
 
 // The given algorithms, or all if none is given.
-std::vector<Algorithm> orAll(const std::vector<Algorithm>& given);
+std::vector<AlgorithmChoice> orAll(const std::vector<AlgorithmChoice>& given);
 
 }  // namespace vistrel::app

@@ -59,7 +59,7 @@ bool ConversionOptions::keepsAllBits() const { return formatOf(*this).allBits; }
 
 vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   const bool mono = frame.phase == VISTREL_MONO, reduced = depth == "reduce10";
-  const Algorithm chosen = algorithm.value_or(algorithmAt(0));
+  const AlgorithmChoice chosen = algorithm.value_or(algorithmAt(0));
   vistrel_conversion c = defaultConversion(frame);
   c.format = formatOf(*this, mono);
   c.algorithm = chosen.row->code;

@@ -31,7 +31,7 @@ struct ToneOptions {
 };
 
 struct ConversionOptions {
-  std::optional<Algorithm> algorithm;  // bilinear
+  std::optional<AlgorithmChoice> algorithm;  // bilinear
   uint32_t binning = 1;
   std::optional<vistrel_region> region;
   PreparationOptions preparation;

@@ -11,7 +11,7 @@ namespace vistrel::app {
 namespace {
 
 // Demosaics into `picture` and returns the time in nanoseconds.
-double demosaic(const vistrel_frame& frame, const Algorithm& algorithm, Image& picture) {
+double demosaic(const vistrel_frame& frame, const AlgorithmChoice& algorithm, Image& picture) {
   vistrel_conversion conversion = defaultConversion(frame);
   conversion.algorithm = algorithm.row->code;
   conversion.threshold = algorithm.threshold;
@@ -42,7 +42,8 @@ void checkReference(const Image& reference) {
                l.width, l.height, kMin, kMin, kBorder, kWindow);
 }
 
-std::vector<Score> evaluateAll(const Image& reference, const std::vector<Algorithm>& algorithms) {
+std::vector<Score> evaluateAll(const Image& reference,
+                               const std::vector<AlgorithmChoice>& algorithms) {
   const Evaluator evaluator(reference);
   const uint32_t width = reference.layout.width, height = reference.layout.height;
   std::vector<Score> scores(algorithms.size());

@@ -20,6 +20,7 @@ std::vector<uint8_t> mosaicOf(const Image& reference, uint32_t phase);
 void checkReference(const Image& reference);
 
 // One score for each algorithm.
-std::vector<Score> evaluateAll(const Image& reference, const std::vector<Algorithm>& algorithms);
+std::vector<Score> evaluateAll(const Image& reference,
+                               const std::vector<AlgorithmChoice>& algorithms);
 
 }  // namespace vistrel::app

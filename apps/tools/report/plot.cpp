@@ -88,7 +88,7 @@ std::vector<Score> meanOf(const std::vector<Evaluation>& evaluations) {
 }
 
 Canvas plotOf(const std::vector<Evaluation>& evaluations,
-              const std::vector<Algorithm>& algorithms) {
+              const std::vector<AlgorithmChoice>& algorithms) {
   const std::vector<Score> mean = meanOf(evaluations);
   std::vector<size_t> order(algorithms.size());
   std::iota(order.begin(), order.end(), size_t{0});

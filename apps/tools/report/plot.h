@@ -19,6 +19,7 @@ std::vector<Score> meanOf(const std::vector<Evaluation>& evaluations);
 
 // CPSNR grows to the right; algorithms are sorted by their mean, best first. Small dots are single
 // images, large ones the mean.
-Canvas plotOf(const std::vector<Evaluation>& evaluations, const std::vector<Algorithm>& algorithms);
+Canvas plotOf(const std::vector<Evaluation>& evaluations,
+              const std::vector<AlgorithmChoice>& algorithms);
 
 }  // namespace vistrel::app

@@ -10,7 +10,7 @@ namespace {
 
 class Run {
  public:
-  Run(const vistrel_frame& frame, const Algorithm& algorithm)
+  Run(const vistrel_frame& frame, const AlgorithmChoice& algorithm)
       : frame_(frame), conversion_(defaultConversion(frame)) {
     conversion_.algorithm = algorithm.row->code;
     conversion_.threshold = algorithm.threshold;
@@ -40,8 +40,8 @@ double medianOf(std::vector<double> times) {
 
 }  // namespace
 
-std::vector<Timing> timeAll(const vistrel_frame& frame, const std::vector<Algorithm>& algorithms,
-                            int rounds) {
+std::vector<Timing> timeAll(const vistrel_frame& frame,
+                            const std::vector<AlgorithmChoice>& algorithms, int rounds) {
   std::vector<Timing> timings;
   std::vector<std::vector<double>> times;
   const size_t before = vistrel_level();
@@ -49,7 +49,7 @@ std::vector<Timing> timeAll(const vistrel_frame& frame, const std::vector<Algori
     size_t row = 0;
     for (size_t level = 0; const char* name = vistrel_level_name(level); ++level) {
       setLevel(level);
-      for (const Algorithm& algorithm : algorithms) {
+      for (const AlgorithmChoice& algorithm : algorithms) {
         if (round == 0) {
           timings.push_back({algorithm, name, std::min(frame.bits, algorithm.row->max_bits)});
           times.emplace_back();

@@ -9,7 +9,7 @@
 namespace vistrel::app {
 
 struct Timing {
-  Algorithm algorithm;
+  AlgorithmChoice algorithm;
   std::string level;
   uint32_t bits;                // that the algorithm receives, after truncation
   double nsPerPixel = 0;        // the fastest of all rounds
@@ -18,7 +18,7 @@ struct Timing {
 
 // Times every algorithm at every level of this machine, once per round, so that a temporary
 // slowdown of the machine affects all of them alike. One thread, all checks included.
-std::vector<Timing> timeAll(const vistrel_frame& frame, const std::vector<Algorithm>& algorithms,
-                            int rounds);
+std::vector<Timing> timeAll(const vistrel_frame& frame,
+                            const std::vector<AlgorithmChoice>& algorithms, int rounds);
 
 }  // namespace vistrel::app
