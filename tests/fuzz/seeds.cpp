@@ -4,9 +4,9 @@
 
 #include "apps/names/pixel_format.h"
 #include "apps/pictures/picture.h"
-#include "tests/apps/fits_file.h"
+#include "tests/apps/input/fits_file.h"
+#include "tests/apps/input/tiff_file.h"
 #include "tests/apps/pictures.h"
-#include "tests/apps/tiff_file.h"
 
 using namespace vistrel;
 

@@ -1,5 +1,5 @@
-// The conversions that the selftest runs. A generator in tests/selftest runs the same ones through
-// the reference implementation and writes the hashes to golden.inl.
+// The conversions that the selftest runs. A generator in tests/apps/tools/selftest runs the same
+// ones through the reference implementation and writes the hashes to golden.inl.
 #pragma once
 
 #include <cstdint>

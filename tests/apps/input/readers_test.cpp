@@ -3,10 +3,10 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tests/apps/fits_file.h"
+#include "tests/apps/input/fits_file.h"
+#include "tests/apps/input/tiff_file.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
-#include "tests/apps/tiff_file.h"
 
 namespace vistrel {
 namespace {

@@ -3,17 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
-#include <atomic>
 #include <filesystem>
 #include <nlohmann/json.hpp>
-#include <set>
 #include <sstream>
-#include <stdexcept>
-#include <thread>
 
-#include "apps/batch/run_tasks.h"
-#include "apps/progress/progress_stats.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
 
@@ -339,85 +332,6 @@ TEST_F(Batch, AlwaysAndNeverShowABar) {
   EXPECT_NE(convert("a.pgm --progress always").err.find("[####################] 1/1"),
             std::string::npos);
   EXPECT_EQ(convert("a.pgm --overwrite --progress never").err, "");
-}
-
-TEST(ProgressStats, HasRateAndRemainingTime) {
-  app::ProgressStats s;
-  s.total = 8;
-  EXPECT_EQ(app::barOf(s), "[....................] 0/8");
-  s.done = 4;
-  s.made = 2;
-  s.pixels = 6'000'000;
-  s.seconds = 4;
-  // 2 frames in 4 s, 4 to go
-  EXPECT_EQ(app::barOf(s), "[##########..........] 4/8  0.5 frames/s  1.5 Mpixel/s  0:08 left");
-  EXPECT_EQ(app::jsonOf(s), R"({"done":4,"total":8,"seconds":4.0,"frames_per_second":0.5,)"
-                            R"("megapixels_per_second":1.5,"remaining_seconds":8.0})");
-  s.total = 3604 + 800000;
-  s.seconds = 2;
-  EXPECT_NE(app::barOf(s).find("223:13:20 left"), std::string::npos) << app::barOf(s);
-  EXPECT_LT(app::barOf(s).size(), 80u);
-}
-
-TEST(RunTasks, RunsAndReportsEveryTaskOnce) {
-  for (const unsigned threads : {1u, 3u, 100u}) {
-    std::vector<std::atomic<int>> run(50);
-    std::multiset<size_t> ended;
-    app::runTasks({run.size(), [&](size_t i, size_t) { return ++run[i] > 0; },
-                   [&](size_t i) { ended.insert(i); }},
-                  threads);
-    for (size_t i = 0; i < run.size(); ++i) {
-      EXPECT_EQ(run[i], 1);
-      EXPECT_EQ(ended.count(i), 1u);
-    }
-  }
-}
-
-TEST(RunTasks, NumbersThreads) {
-  constexpr size_t kThreads = 4;
-  std::array<std::set<std::thread::id>, kThreads> threads;  // by number
-  std::atomic<size_t> numbers = 0;
-  app::runTasks({40,
-                 [&](size_t, size_t worker) {
-                   if (threads.at(worker).empty()) ++numbers;
-                   threads[worker].insert(std::this_thread::get_id());
-                   // None continues before all have started.
-                   while (numbers < kThreads) std::this_thread::yield();
-                   return true;
-                 },
-                 [](size_t) {}},
-                kThreads);
-  std::set<std::thread::id> all;
-  for (const auto& some : threads) {
-    EXPECT_EQ(some.size(), 1u);
-    all.insert(some.begin(), some.end());
-  }
-  EXPECT_EQ(all.size(), kThreads);
-}
-
-TEST(RunTasks, StartsNoMoreAfterAFailure) {
-  std::atomic<size_t> last = 0;
-  app::runTasks({1000,
-                 [&](size_t i, size_t) {
-                   size_t seen = last;
-                   while (seen < i && !last.compare_exchange_weak(seen, i)) continue;
-                   return i != 5;
-                 },
-                 [](size_t) {}},
-                1);
-  EXPECT_EQ(last, 5u);
-}
-
-TEST(RunTasks, RethrowsExceptions) {
-  for (const unsigned threads : {1u, 4u})
-    EXPECT_THROW(app::runTasks({8,
-                                [](size_t i, size_t) -> bool {
-                                  if (i == 3) throw std::runtime_error("three");
-                                  return true;
-                                },
-                                [](size_t) {}},
-                               threads),
-                 std::runtime_error);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "tests/apps/tiff_file.h"
+#include "tests/apps/input/tiff_file.h"
 
 #include <tiffio.h>
 

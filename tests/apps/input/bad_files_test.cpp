@@ -1,10 +1,10 @@
 // Invalid files of every kind: rejected with the reason, never a crash.
 #include <gtest/gtest.h>
 
-#include "tests/apps/fits_file.h"
+#include "tests/apps/input/fits_file.h"
+#include "tests/apps/input/tiff_file.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
-#include "tests/apps/tiff_file.h"
 
 namespace vistrel {
 namespace {
