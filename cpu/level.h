@@ -101,12 +101,6 @@ inline void setLevel(Level level) {
   ippJumpIndexForMergedLibs = indexOfLevel(level);
 }
 
-// For tests and benchmarks: all vectorised loops run at this level.
-inline void setLevel(Level level) {
-  g_topLevel = level;
-  ippJumpIndexForMergedLibs = indexOfLevel(level);
-}
-
 inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }
 
 // VISTREL_AT_LEVEL(level, name) is the address of vistrel::core::LEVEL::name, which a body compiled

@@ -1,6 +1,7 @@
 // The edge demosaic's image in the work buffer.
 #pragma once
 
+#include "demosaic/job.h"
 #include "demosaic/work_image.h"
 
 namespace vistrel::core {

@@ -83,9 +83,9 @@ TEST_P(PixelRow, HasEveryColumnAndNoMore) {
 // Counts pixels that are said to be stored, and are.
 struct Listener final : ChunkListener {
   const uint8_t *pixels, *expected;
-  mutable size_t end = 0;
+  size_t end = 0;
 
-  void written(int, size_t from, size_t to) const override {
+  void written(int, size_t from, size_t to) override {
     EXPECT_EQ(from, end);
     EXPECT_TRUE(std::equal(pixels + 3 * from, pixels + 3 * to, expected + 3 * from));
     end = to;

@@ -19,9 +19,9 @@ std::vector<uint16_t> row() {
 }
 
 struct Chunks final : ChunkListener {
-  mutable std::vector<std::vector<size_t>> heard;  // y, begin, end
+  std::vector<std::vector<size_t>> heard;  // y, begin, end
 
-  void written(int y, size_t begin, size_t end) const override {
+  void written(int y, size_t begin, size_t end) override {
     heard.push_back({static_cast<size_t>(y), begin, end});
   }
 };
@@ -54,7 +54,7 @@ TEST(RowSink, CopiesPixelsThatWereStoredOnce) {
 
 TEST(RowSink, ReportsChunksAndThenTheRest) {
   std::vector<uint16_t> pixels = row();
-  const Chunks chunks;
+  Chunks chunks;
   RowSink<uint16_t> sink(pixels.data());
   sink.listen(&chunks, 7);
   size_t reported = 0;
@@ -77,7 +77,7 @@ TEST(RowSink, ReportsChunksAndThenTheRest) {
 
 TEST(RowSink, ReportsPixelsAsTheRowCountsThem) {
   std::vector<uint16_t> pixels = row();
-  const Chunks chunks;
+  Chunks chunks;
   RowSink<uint16_t> sink(pixels.data());
   sink.listen(&chunks, 0);
   sink.skip(10);
@@ -113,7 +113,7 @@ TEST(RowSink, FinishesACopyWithoutAnyReport) {
 TEST(RowSink, HoldsARowBack) {
   std::vector<uint16_t> pixels = row();
   Canvas<uint16_t> copy(3 * kColumns);
-  const Chunks chunks;
+  Chunks chunks;
   RowSink<uint16_t> sink(pixels.data(), copy.data());
   sink.listen(&chunks, 0);
   sink.hold();

@@ -35,8 +35,6 @@ TEST(Layout, FollowsRegionBinningAndFormat) {
   EXPECT_EQ(l.row_bytes, 78u);
   EXPECT_EQ(l.bytes, 546u);
   EXPECT_EQ(l.frame_bytes, 10000u);
-  // The work buffer of 39 x 21 pixels, as many samples, and the image.
-  EXPECT_EQ(l.working_bytes, 2u * (3 * 39 + 18) * (21 + 6) + 2 * 39 * 21 + 546);
   c.format = VISTREL_ARGB32;
   EXPECT_EQ(layoutOf(frame, c).channels, 4u);
   EXPECT_EQ(layoutOf(frame, c).bits, 8u);
@@ -99,24 +97,33 @@ TEST_F(Regions, TooSmallForTheAlgorithm) {
   expect(kAccepted);
 }
 
-// 3 * 37831 + 18 samples in each of 37831 + 6 rows are 4294915707, the next size 4295142732.
-TEST_F(Regions, WorkBufferThatCannotBeCounted) {
-  setFrame(bayer(37831, 37831));
+// 3 * 37830 + 18 samples in each of 37830 + 6 rows are 4294688688, two more columns and rows
+// 4295142732.
+TEST_F(Regions, BufferOfBinnedRawGrayThatCannotBeCounted) {
+  const auto choose = [&](uint32_t side) {
+    setFrame(bayer(side, side));
+    conversion.format = VISTREL_GRAY8;
+    conversion.gray = VISTREL_RAW_GRAY;
+    conversion.binning = 2;
+  };
+  choose(37830);
   expect(kAccepted);
-  setFrame(bayer(37832, 37832));
+  choose(37832);
   expect({VISTREL_TOO_LARGE, "frame", "37832x37832",
-          "the work buffer has more than 4294967295 samples"});
+          "its raw gray takes a buffer of more than 4294967295 samples"});
+  conversion.binning = 1;
+  expect(kAccepted);
 }
 
 TEST_F(Regions, PaddingCountsInSixtyFourBits) {
   setFrame(bayer(kMax, 2));
   conversion.edges = VISTREL_EDGES_PADDED;
   expect({VISTREL_TOO_LARGE, "frame", "4294967295x2",
-          "with its padding it has more than 4294967295 samples"});
+          "with its padding it has more than 2147483392 rows or columns"});
   setFrame(bayer(kMax, kMax));  // (2^32 + 15)^2 exceeds 64 bits
   conversion.edges = VISTREL_EDGES_PADDED;
   expect({VISTREL_TOO_LARGE, "frame", "4294967295x4294967295",
-          "with its padding it has more than 4294967295 samples"});
+          "with its padding it has more than 2147483392 rows or columns"});
 }
 
 TEST_F(Regions, FrameAndImageThatCannotBeCounted) {
@@ -128,10 +135,11 @@ TEST_F(Regions, FrameAndImageThatCannotBeCounted) {
   EXPECT_EQ(rejectionOf(frame, conversion).status, VISTREL_TOO_LARGE);
   setFrame(bayer(kMax, kMax));
   EXPECT_EQ(rejectionOf(frame, conversion).status, VISTREL_TOO_LARGE);
-  setFrame(bayer(32768, 32768));
+  setFrame(mono(0x7FFFFF00, 1));
   expect(kAccepted);
-  conversion.format = VISTREL_ARGB32;
-  expect({VISTREL_TOO_LARGE, "frame", "32768x32768", "the image has more than 4294967295 samples"});
+  setFrame(mono(1, 0x7FFFFF01));
+  expect(
+      {VISTREL_TOO_LARGE, "frame", "1x2147483393", "it has more than 2147483392 rows or columns"});
 }
 
 TEST_F(Regions, StrideThatNoMemoryHolds) {
