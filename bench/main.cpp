@@ -11,6 +11,7 @@
 #include "bench/floor.h"
 #include "bench/levels.h"
 #include "bench/report.h"
+#include "bench/samples.h"
 #include "vistrel/vistrel.h"
 
 namespace vistrel::core::bench {
@@ -35,10 +36,11 @@ bool addRow(Report& report, const Row& row, const FrameSize& size, Level level, 
   }
 }
 
-void runFloor(Report& report, int rounds) {
-  report.beginFloor();
+void runLoops(Report& report, const std::string& section, std::vector<Job> (*jobsOf)(const Frame&),
+              int rounds) {
+  report.beginLoops(section);
   for (const FrameSize& size : kFrameSizes) {
-    const auto jobs = floorJobs(makeFrame(size, 1, 12));
+    const auto jobs = jobsOf(makeFrame(size, 1, 12));
     const auto times = measure(jobs, rounds);
     for (size_t i = 0; i < jobs.size(); ++i)
       report.add(jobs[i].name, size, perPixel(times[i], size));
@@ -91,17 +93,20 @@ bool run(const Options& options) {
     return true;
   }
   const bool floor = std::regex_search("floor", filter);
-  if (choices.empty() && !floor)
+  const bool samples = std::regex_search("samples", filter);
+  if (choices.empty() && !floor && !samples)
     throw std::invalid_argument(
         fmt::format("filter: no row is named like '{}'; --list prints the names", options.filter));
   const auto levels = chosenLevels(options.levels);
   ImgLoadDriver();
   Report report(options.filter, options.rounds);
-  if (floor) runFloor(report, options.rounds);
+  if (floor) runLoops(report, "floor", floorJobs, options.rounds);
   bool allCompared = true;
   for (const Level level : levels) {
-    if (choices.empty()) break;
     setLevel(level);
+    if (samples)
+      runLoops(report, fmt::format("samples, {}", nameOf(level)), sampleJobs, options.rounds);
+    if (choices.empty()) continue;
     report.beginLevel(level);
     for (const auto& [row, size] : choices)
       allCompared &= addRow(report, row, size, level, options.rounds);
@@ -122,7 +127,7 @@ int main(int argc, char** argv) {
   Options options;
   app.add_option("filter", options.filter,
                  "Only rows whose name (see --list) matches this regular expression; 'floor' for "
-                 "the loops that only move bytes")
+                 "the loops that only move bytes, 'samples' for unpacking and preparation")
       ->check(regularExpression, "");
   app.add_option("--json", options.json, "Also write the results to this file");
   app.add_option("--level", options.levels,

@@ -44,11 +44,14 @@ Report::Report(const std::string& filter, int rounds)
   line("{}; one thread; ns per input pixel, minimum and median of {} rounds", processor(), rounds);
 }
 
-void Report::beginFloor() { line("\n{:<28} {:<6} {:>7} {:>7}", "floor", "frame", "min", "med"); }
+void Report::beginLoops(const std::string& section) {
+  line("\n{:<28} {:<6} {:>7} {:>7}", section, "frame", "min", "med");
+  section_ = section;
+}
 
-void Report::add(const std::string& floor, const FrameSize& size, const Timing& t) {
-  line("{:<28} {:<6} {:7.3f} {:7.3f}", floor, size.name, t.minimum, t.median);
-  json_["floor"].push_back({{"name", floor}, {"frame", size.name}, {"time", asJson(t)}});
+void Report::add(const std::string& loop, const FrameSize& size, const Timing& t) {
+  line("{:<28} {:<6} {:7.3f} {:7.3f}", loop, size.name, t.minimum, t.median);
+  json_[section_].push_back({{"name", loop}, {"frame", size.name}, {"time", asJson(t)}});
 }
 
 void Report::beginLevel(Level level) {

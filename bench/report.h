@@ -11,8 +11,9 @@ namespace vistrel::core::bench {
 class Report {
  public:
   Report(const std::string& filter, int rounds);
-  void beginFloor();
-  void add(const std::string& floor, const FrameSize& size, const Timing& nsPerPixel);
+  // Of loops without a peer: the floor, or the samples at a level.
+  void beginLoops(const std::string& section);
+  void add(const std::string& loop, const FrameSize& size, const Timing& nsPerPixel);
   void beginLevel(Level level);
   void add(const Result& result);
   void end();
@@ -20,6 +21,7 @@ class Report {
 
  private:
   nlohmann::ordered_json json_;
+  std::string section_;
   int met_ = 0, acceptable_ = 0, missed_ = 0;
 };
 

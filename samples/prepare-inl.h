@@ -41,15 +41,16 @@ struct Unamplified {
   }
 };
 
-// In 16 bits: the product moves to the left until the quotient is its upper half. Of b bits, 12 or
-// more, v moves by 16 - b and the gain by b - 12. Fewer bits need no more than those of 12.
+// In 16 bits. The quotient of v * gain by 2^12 is that of 16 times the product by 2^16: its upper
+// half, rounded by the highest bit of the lower one. Of those four bits v takes 16 - b, where b is
+// its bits, and the gain b - 12. Values of fewer than 12 bits are as those of 12.
 struct Amplified16 {
   static constexpr uint32_t kMaxFactor = 0xFFFF;
 
   explicit Amplified16(const Preparation& how) : bits(how.bits > 12 ? how.bits : 12) {}
 
-  // A gain of 16 is one too much. The one below gives other results only of values above 2048,
-  // both of which are beyond full scale.
+  // The gain 65536 does not fit. The next one gives another result only of values above 2048, where
+  // both results are beyond the full scale of 12 bits.
   uint32_t factor(uint32_t gain) const {
     const uint32_t factor = gain << (bits - 12);
     return factor < kMaxFactor ? factor : kMaxFactor;

@@ -1,3 +1,4 @@
+// The bits and the sums of a row, a vector of samples at a time.
 #if defined(VISTREL_SCAN_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_SCAN_INL_H
 #undef VISTREL_SCAN_INL_H

@@ -10,8 +10,8 @@
 #include <bit>
 
 #include "samples/packings-inl.h"
-#include "samples/places-inl.h"
 #include "samples/unpack.h"
+#include "samples/unpackers-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -45,15 +45,15 @@ VISTREL_INLINE void unpackVectors(const uint8_t* from, size_t vectors, uint8_t* 
   }
 }
 
-// Eights of samples that are too few to load whole vectors of them, by way of a buffer with slack.
+// Eights of samples too close to the row's end for loading them, by way of a buffer.
 template <class Format>
-void unpackFew(const uint8_t* from, size_t eights, uint8_t* to) {
-  constexpr size_t maxEights = (kSourceBytes<Format::kStored> - 1) / Format::kStored;
-  constexpr size_t vectors = (16 * maxEights + kVectorBytes - 1) / kVectorBytes;
-  uint8_t packed[2 * 64] = {}, unpacked[vectors * kVectorBytes];
-  std::memcpy(packed, from, eights * Format::kStored);
-  unpackVectors<Format>(packed, vectors, unpacked);
-  std::memcpy(to, unpacked, eights * 16);
+void unpackLast(const uint8_t* from, size_t eights, uint8_t* to) {
+  constexpr size_t stored = Format::kStored;
+  uint8_t packed[kSourceBytes<stored>] = {};
+  static_assert((sizeof packed - 1) / stored <= kVectorBytes / 16, "They are one vector at most.");
+  std::memcpy(packed, from, eights * stored);
+  const Vec<uint16_t> v = Unpacker<Format>::samples(loadSource<stored>(packed));
+  std::memcpy(to, &v, eights * 16);
 }
 
 template <class Format>
@@ -65,7 +65,7 @@ void unpack(const uint8_t* from, size_t samples, void* to) {
   const size_t vectors = bytes < read ? 0 : (bytes - read) / (eightsAVector * stored) + 1;
   unpackVectors<Format>(from, vectors, d);
   const size_t done = vectors * eightsAVector;
-  if (done < eights) unpackFew<Format>(from + done * stored, eights - done, d + done * 16);
+  if (done < eights) unpackLast<Format>(from + done * stored, eights - done, d + done * 16);
   unpackGroups<Format>(from + bytes, samples % 8, d + eights * 16);
 }
 

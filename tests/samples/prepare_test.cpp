@@ -60,7 +60,7 @@ template <class T>
 void expectPrepared(const std::vector<Preparation>& preparations) {
   GuardedInput input;
   GuardedOutput output;
-  const auto samples = noise<T>(5000, 0xFFFFFFFE, 2);
+  const auto samples = noise<T>(9000, 0xFFFFFFFE, 2);
   size_t turn = 0;
   for (const Preparation& how : preparations)
     for (const size_t n : lengths()) {
