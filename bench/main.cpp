@@ -62,8 +62,8 @@ std::vector<Level> chosenLevels(const std::vector<std::string>& names) {
     if (!level || *level > widestLevel())
       throw std::invalid_argument(
           fmt::format("--level: {} is not a level of this processor; the "
-                      "widest of base, ssse3, sse41, avx2, avx512 is {}",
-                      name, nameOf(widestLevel())));
+                      "widest of {} is {}",
+                      name, fmt::join(kLevelNames, ", "), nameOf(widestLevel())));
     levels.push_back(*level);
   }
   return levels;
@@ -126,9 +126,11 @@ int main(int argc, char** argv) {
                  "the loops that only move bytes")
       ->check(regularExpression, "");
   app.add_option("--json", options.json, "Also write the results to this file");
-  app.add_option("--level", options.levels,
-                 "Processor levels of the library: base, ssse3, sse41, avx2, avx512; by default "
-                 "avx2 and avx512 if the processor has them")
+  app.add_option(
+         "--level", options.levels,
+         fmt::format("Processor levels of the library: {}; by default those above 128 bits, "
+                     "or the widest",
+                     fmt::join(kLevelNames, ", ")))
       ->delimiter(',')
       ->allow_extra_args(false);
   app.add_option("--rounds", options.rounds, "Repetitions of each side")

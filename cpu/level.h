@@ -15,20 +15,25 @@
 
 namespace vistrel::core {
 
+// Their names, and for each the feature that, if enabled, keeps the wider ones from running.
 #if VISTREL_X86
 enum class Level { base, ssse3, sse41, avx2, avx512 };
 constexpr std::array<std::string_view, 5> kLevelNames = {"base", "ssse3", "sse41", "avx2",
                                                          "avx512"};
+constexpr std::array<uint64_t, 5> kLevelLimits = {0, 0, IPP_CPU_NO_AVX2, IPP_CPU_NO_AVX512, 0};
 #elif defined(__aarch64__)
 enum class Level { base, neon };
 constexpr std::array<std::string_view, 2> kLevelNames = {"base", "neon"};
+constexpr std::array<uint64_t, 2> kLevelLimits = {IPP_CPU_NO_AVX2, 0};
 #else
 enum class Level { base };
 constexpr std::array<std::string_view, 1> kLevelNames = {"base"};
+constexpr std::array<uint64_t, 1> kLevelLimits = {0};
 #endif
 constexpr int kLevels = static_cast<int>(kLevelNames.size());
 
 constexpr std::string_view nameOf(Level level) { return kLevelNames[static_cast<size_t>(level)]; }
+constexpr uint64_t limitOf(Level level) { return kLevelLimits[static_cast<size_t>(level)]; }
 
 constexpr std::optional<Level> levelNamed(std::string_view name) {
   const auto found = std::find(kLevelNames.begin(), kLevelNames.end(), name);
@@ -44,7 +49,8 @@ inline Level widestLevel() {
       __builtin_cpu_supports("avx512vbmi"))
     return Level::avx512;
   if (__builtin_cpu_supports("avx2")) return Level::avx2;
-  return Level::sse41;
+  if (__builtin_cpu_supports("sse4.1")) return Level::sse41;
+  return __builtin_cpu_supports("ssse3") ? Level::ssse3 : Level::base;
 #else
   return static_cast<Level>(kLevels - 1);
 #endif
@@ -59,12 +65,10 @@ inline std::vector<Level> supportedLevels() {
 }
 
 // The highest level that a mask of enabled features allows.
-constexpr Level enabledLevel([[maybe_unused]] uint64_t featureMask) {
-#if VISTREL_X86
-  if (featureMask & IPP_CPU_NO_AVX2) return Level::sse41;
-  if (featureMask & IPP_CPU_NO_AVX512) return Level::avx2;
-#endif
-  return static_cast<Level>(kLevels - 1);
+constexpr Level enabledLevel(uint64_t featureMask) {
+  int level = 0;
+  while (level < kLevels - 1 && !(featureMask & limitOf(static_cast<Level>(level)))) ++level;
+  return static_cast<Level>(level);
 }
 
 // The highest index runs the lower of these two levels. Tests lower the first one to reach every
@@ -72,8 +76,8 @@ constexpr Level enabledLevel([[maybe_unused]] uint64_t featureMask) {
 inline Level g_topLevel = widestLevel();
 inline Level g_enabledLevel = enabledLevel(0);
 
-inline Level levelOfIndex([[maybe_unused]] uint32_t jumpIndex) {
-  const Level top = std::min(g_topLevel, g_enabledLevel);
+// The level that an index runs if it may run all of them up to `top`.
+constexpr Level levelOfIndex([[maybe_unused]] uint32_t jumpIndex, Level top) {
 #if VISTREL_X86
   if (jumpIndex == 2) return Level::ssse3;
   return jumpIndex == 3 ? top : Level::base;
@@ -82,10 +86,13 @@ inline Level levelOfIndex([[maybe_unused]] uint32_t jumpIndex) {
 #endif
 }
 
-// The lowest index that reaches the level; 0 for the base level, as before start-up.
+inline Level levelOfIndex(uint32_t jumpIndex) {
+  return levelOfIndex(jumpIndex, std::min(g_topLevel, g_enabledLevel));
+}
+
+// The lowest index that reaches the level once the processor is detected.
 constexpr uint32_t indexOfLevel(Level level) {
-  if (level == Level::base) return 0;
-  return static_cast<int>(level) == 1 ? 2 : 3;
+  return std::min(static_cast<uint32_t>(level) + 1, 3u);
 }
 
 inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }

@@ -6,8 +6,9 @@
  * these functions are not protected by a lock: call functions that change them
  * only while no other call is running.
  *
- * On other processor architectures nothing is detected: probes return 0, the
- * base variant runs, and ippStaticInit returns 20.
+ * On other processor architectures nothing is detected: probes return 0, and
+ * ippStaticInit returns 20. On 64-bit ARM every variant uses NEON; elsewhere
+ * all are the base variant.
  */
 #ifndef VISTREL_PROCESSOR_H
 #define VISTREL_PROCESSOR_H
@@ -41,7 +42,7 @@ enum {
   IPP_CPU_FAMILY_B = 0x1000, /* reserved, on processor family 0xB only */
 
   /* Never detected. If enabled, they keep variant 3 from using wider registers. */
-  IPP_CPU_NO_AVX2 = 0x20000000, /* and no AVX-512 */
+  IPP_CPU_NO_AVX2 = 0x20000000, /* and no AVX-512; on 64-bit ARM, no NEON */
   IPP_CPU_NO_AVX512 = 0x40000000
 };
 

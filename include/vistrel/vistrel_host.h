@@ -185,8 +185,8 @@ uint32_t vistrel_colour_at(uint32_t phase, uint32_t x, uint32_t y);
 
 /*
  * The instruction sets that the library can use on this machine, by rising number
- * from 0: "base", "ssse3", "sse41", "avx2", "avx512"; null past the last one. All
- * give the same pixels.
+ * from 0: "base", "ssse3", "sse41", "avx2", "avx512" on x86, "base", "neon" on
+ * 64-bit ARM; null past the last one. All give the same pixels.
  */
 const char* vistrel_level_name(size_t level);
 

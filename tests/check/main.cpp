@@ -172,7 +172,8 @@ int parseAndRun(int argc, char** argv) {
   app.add_option("--cases", options.cases, "cases per function; by default every small size")
       ->envname("VISTREL_CHECK_CASES");
   app.add_option("--seed", options.seed, "draw other cases");
-  app.add_option("--level", options.level, "base, ssse3, sse41, avx2 or avx512; by default all");
+  app.add_option("--level", options.level,
+                 fmt::format("{}; by default all", fmt::join(kLevelNames, ", ")));
   app.add_option("--repeat", options.repeat, "one case, as a failure prints it");
   app.add_flag("--self-test", options.selfTest, "prove that broken functions are caught");
   app.add_flag("--bench", options.bench, "measure instead of comparing");
