@@ -2,11 +2,14 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "apps/error.h"
 #include "apps/input/frame_names.h"
 #include "apps/plugin/camera_raw_plugin.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
@@ -37,6 +40,15 @@ vistrel_read_camera_raw_function loadPlugin() {
   return reinterpret_cast<vistrel_read_camera_raw_function>(function);
 }
 
+// The phase whose top left 2x2 block has these colours.
+uint32_t phaseOf(const std::array<uint32_t, 4>& colours) {
+  for (uint32_t phase = 0; phase < VISTREL_MONO; ++phase) {
+    const auto at = [phase](uint32_t x, uint32_t y) { return vistrel_colour_at(phase, x, y); };
+    if (colours == std::array{at(0, 0), at(1, 0), at(0, 1), at(1, 1)}) return phase;
+  }
+  throwError(kRejected, "camera raw: its filters are none of the four Bayer phases");
+}
+
 class CameraRawReader : public Reader {
  public:
   explicit CameraRawReader(const Source& source) {
@@ -45,6 +57,7 @@ class CameraRawReader : public Reader {
     char text[200] = "";
     if (readCameraRaw(bytes.data(), bytes.size(), allocateSamples, this, text) != 0)
       throwError(kRejected, "camera raw: {}", text);
+    description_.phase = phaseOf(colours_);
   }
 
   void read(uint64_t, void* to) override {
@@ -61,9 +74,9 @@ class CameraRawReader : public Reader {
     d.bytesPerSample = 2;
     d.bits = raw->bits;
     d.bitsKnown = true;
-    d.phase = raw->phase;
     d.black = raw->black;
     d.white = raw->white;
+    std::copy_n(raw->colours, 4, reader->colours_.begin());
     try {
       reader->samples_.resize(size_t{raw->width} * raw->height);
     } catch (const std::bad_alloc&) {
@@ -72,6 +85,7 @@ class CameraRawReader : public Reader {
     return reader->samples_.data();
   }
 
+  std::array<uint32_t, 4> colours_{};
   std::vector<uint16_t> samples_;
 };
 

@@ -12,8 +12,8 @@ extern "C" {
 /* A mosaic as the camera stored it, without its masked border. */
 struct vistrel_camera_raw {
   uint32_t width, height;
-  uint32_t bits;  /* significant bits, the low ones of a sample: 8..16 */
-  uint32_t phase; /* VISTREL_GRBG to VISTREL_GBRG */
+  uint32_t bits;       /* significant bits, the low ones of a sample: 8..16 */
+  uint32_t colours[4]; /* VISTREL_RED to VISTREL_BLUE, of the top left 2x2 block, row by row */
   double black, white;
 };
 

@@ -16,25 +16,18 @@ void check(int status) {
 }
 
 // LibRaw distinguishes the two greens: 0 red, 1 green, 2 blue, 3 green of the blue rows.
-uint32_t phaseOf(LibRaw& raw) {
-  const auto colour = [&raw](int row, int column) {
-    const int c = raw.COLOR(row, column);
-    return c == 3 ? 1 : c;
-  };
+uint32_t colourAt(LibRaw& raw, int row, int column) {
+  constexpr uint32_t kColours[] = {VISTREL_RED, VISTREL_GREEN, VISTREL_BLUE, VISTREL_GREEN};
+  return kColours[raw.COLOR(row, column) & 3];
+}
+
+void checkFilters(LibRaw& raw) {
   if (raw.imgdata.idata.filters < 1000 || raw.imgdata.idata.colors != 3)
     throw std::runtime_error("its filters are not a Bayer mosaic of red, green and blue");
   for (int row = 0; row < 8; ++row)
     for (int column = 0; column < 2; ++column)
-      if (colour(row, column) != colour(row & 1, column))
+      if (colourAt(raw, row, column) != colourAt(raw, row & 1, column))
         throw std::runtime_error("its filters repeat after more than two rows");
-  constexpr int blocks[4][4] = {{1, 0, 2, 1}, {2, 1, 1, 0}, {0, 1, 1, 2}, {1, 2, 0, 1}};
-  for (uint32_t phase = 0; phase < 4; ++phase) {
-    const int* b = blocks[phase];
-    if (colour(0, 0) == b[0] && colour(0, 1) == b[1] && colour(1, 0) == b[2] &&
-        colour(1, 1) == b[3])
-      return phase;
-  }
-  throw std::runtime_error("its filters are none of the four Bayer phases");
 }
 
 const uint16_t* rowOf(const LibRaw& raw, uint32_t y) {
@@ -49,6 +42,7 @@ vistrel_camera_raw describe(LibRaw& raw) {
   if (sizes.left_margin + sizes.width > sizes.raw_pitch / 2 ||
       sizes.top_margin + sizes.height > sizes.raw_height || !sizes.width || !sizes.height)
     throw std::runtime_error("its margins exceed the image");
+  checkFilters(raw);
   unsigned largest = raw.imgdata.color.maximum;
   for (uint32_t y = 0; y < sizes.height; ++y)
     largest =
@@ -57,7 +51,7 @@ vistrel_camera_raw describe(LibRaw& raw) {
   return {sizes.width,
           sizes.height,
           bits,
-          phaseOf(raw),
+          {colourAt(raw, 0, 0), colourAt(raw, 0, 1), colourAt(raw, 1, 0), colourAt(raw, 1, 1)},
           static_cast<double>(raw.imgdata.color.black),
           static_cast<double>(raw.imgdata.color.maximum)};
 }
