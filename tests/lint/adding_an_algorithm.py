@@ -1,24 +1,30 @@
 #!/usr/bin/env python3
-"""adding_an_algorithm.py ROOT SCRATCH CMAKE CXX: makes the edits of docs/adding-an-algorithm.md on
-a copy of the sources and checks the result. With VISTREL_BUILD_TOY=1 in the environment it also
-builds the program and the harness and runs the toy in both."""
+"""adding_an_algorithm.py ROOT SCRATCH BUILT HOST_LIBRARY CXX CMAKE OPTION...: makes the edits of
+docs/adding-an-algorithm.md on a copy of the sources and checks them, configures the copy with
+the options, compiles what the page edits, links it with the other objects of the build in BUILT,
+and runs the toy in the harness and in that build's program."""
+import json
 import os
 import re
+import shlex
 import shutil
 import subprocess
 import sys
+from collections import defaultdict
 from pathlib import Path
 
-ROOT, SCRATCH = Path(sys.argv[1]).resolve(), Path(sys.argv[2]).resolve()
-CMAKE, CXX = sys.argv[3:]
+ROOT, SCRATCH, BUILT = (Path(argument).resolve() for argument in sys.argv[1:4])
+HOST_LIBRARY, CXX, *CONFIGURE = sys.argv[4:]
+CMAKE = CONFIGURE[0]
 TREE, BUILD = SCRATCH / "tree", SCRATCH / "build"
 PAGE = "docs/adding-an-algorithm.md"
+TARGETS = "vistrel_objects", "vistrelhost", "vistrel_reference", "vistrel-check"
 
 
-def run(*command):
+def run(*command, cwd=TREE, **environment):
     """What the command prints. Exits if it fails."""
-    done = subprocess.run([str(c) for c in command], cwd=TREE, text=True,
-                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    done = subprocess.run([str(c) for c in command], cwd=cwd, env=os.environ | environment,
+                          text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
     if done.returncode != 0:
         sys.exit(f"{' '.join(map(str, command))}\n{done.stdout}")
     return done.stdout
@@ -73,28 +79,54 @@ def check_sources(names):
     run(CMAKE, "-D", "HEADER=include/vistrel/vistrel.h", "-D", "PAGE=README.md",
         "-D", "LINES=^ *DM_[A-Z0-9_]+ = ", "-D", "NAME=[A-Z0-9_]+", "-P", "tests/lint/names.cmake")
     for name in names:
-        if name.endswith(".cpp"):
+        if name.endswith("_test.cpp"):
             run(CXX, "-std=c++20", "-Wall", "-Wextra", "-Wno-psabi", "-Werror", "-fsyntax-only",
-                "-DVISTREL_KEEP_CALLS", "-I.", "-Iinclude", name)
+                "-I.", "-Iinclude", name)
 
 
-def build_and_run():
-    run(CMAKE, "-S", TREE, "-B", BUILD, "-G", "Ninja", "-D", "CMAKE_BUILD_TYPE=Debug",
-        "-D", "CMAKE_CXX_FLAGS_DEBUG=-O1")
-    run(CMAKE, "--build", BUILD, "--target", "vistrel", "vistrel-check")
-    vistrel, check = BUILD / "apps/vistrel", BUILD / "tests/check/vistrel-check"
-    frame, options = SCRATCH / "frame.pgm", ("--phase", "rggb", "--bits", "12")
-    run(vistrel, "scene", "-s", "96x64", *options, "-o", frame)
-    run(vistrel, "convert", frame, *options, "-a", "toy", "-o", SCRATCH / "toy.png")
-    run(vistrel, "compare", frame, *options, "-a", "toy", "-o", SCRATCH / "sheet.png")
-    must_contain(run(vistrel, "convert", "--help"), "toy")
+def compile_edited(names):
+    """The objects of each target: new ones of the edited sources, otherwise those in BUILT."""
+    objects, edited_sources = defaultdict(list), {TREE / name for name in names}
+    run(*CONFIGURE, "-S", TREE, "-B", BUILD)
+    for entry in json.loads((BUILD / "compile_commands.json").read_text()):
+        command = shlex.split(entry["command"])
+        compiled = command[command.index("-o") + 1]
+        target = re.search(r"([^/]+)\.dir/", compiled)[1]
+        if target not in TARGETS:
+            continue
+        if Path(entry["file"]) in edited_sources:
+            (BUILD / compiled).parent.mkdir(parents=True, exist_ok=True)
+            run(*command, "-O1", cwd=BUILD)
+            objects[target].append(BUILD / compiled)
+        else:
+            objects[target].append(BUILT / compiled)
+    return objects
+
+
+def build_and_run(names):
+    objects = compile_edited(names)
+    library, host, check = BUILD / "libVistrel.so", BUILD / HOST_LIBRARY, BUILD / "vistrel-check"
+    run(CXX, "-shared", "-o", library, *objects["vistrel_objects"])
+    run(CXX, "-shared", "-o", host, *objects["vistrelhost"], library, "-lfmt")
+    run(CXX, "-o", check, *objects["vistrel-check"], *objects["vistrel_reference"],
+        *objects["vistrel_objects"], "-lfmt")
     must_contain(run(check, "--group", "demosaic", "--list"), "toy-16")
     must_contain(run(check, "--filter", "toy", "--cases", "300"), "ok toy-16")
+
+    def vistrel(*arguments):
+        return run(BUILT / "apps/vistrel", *arguments, LD_LIBRARY_PATH=str(BUILD))
+    frame, options = SCRATCH / "frame.pgm", ("--phase", "rggb", "--bits", "12")
+    vistrel("scene", "-s", "96x64", *options, "-o", frame)
+    vistrel("convert", frame, *options, "-a", "toy", "-o", SCRATCH / "toy.png")
+    vistrel("compare", frame, *options, "-a", "toy", "-o", SCRATCH / "sheet.png")
+    must_contain(vistrel("convert", "--help"), "toy")
+    run(BUILT / "apps/tools/manual/vistrel_manual", SCRATCH / "manual", "2000-01-01",
+        LD_LIBRARY_PATH=str(BUILD))
+    must_contain((SCRATCH / "manual/man1/vistrel-convert.1").read_text(), "toy")
 
 
 copy_tree()
 edited = make_edits()
 check_sources(edited)
-if os.environ.get("VISTREL_BUILD_TOY"):
-    build_and_run()
+build_and_run(edited)
 print(f"{len(edited)} files edited")

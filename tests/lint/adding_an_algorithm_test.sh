@@ -10,7 +10,7 @@ must_reject() {  # EXPECTED, the page on standard input
   mkdir -p "$root/docs"
   printf 'one\ntwo\n' >"$root/file.txt"
   cat >"$root/docs/adding-an-algorithm.md"
-  if output=$("$python" "$check" "$root" "$scratch/copy" cmake c++ 2>&1) || [[ $output != *"$1"* ]]; then
+  if output=$("$python" "$check" "$root" "$scratch/copy" built host c++ cmake 2>&1) || [[ $output != *"$1"* ]]; then
     echo "expected \"$1\", got: $output"
     exit 1
   fi
