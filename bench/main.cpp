@@ -130,7 +130,7 @@ int main(int argc, char** argv) {
          "--level", options.levels,
          fmt::format("Processor levels of the library: {}; by default those above 128 bits, "
                      "or the widest",
-                     fmt::join(kLevelNames, ", ")))
+                     fmt::join(vistrel::core::kLevelNames, ", ")))
       ->delimiter(',')
       ->allow_extra_args(false);
   app.add_option("--rounds", options.rounds, "Repetitions of each side")

@@ -27,6 +27,7 @@ check() {  # HEADER
   if grep -q '^#include <CLI/CLI.hpp>' "$1"; then options=(-include "$scratch/cli.h"); fi
   # The guards of a vector body leave out the level that it had alone.
   if [[ $1 == *-inl.h ]]; then
+    options=(-include "$scratch/intrinsics.h")
     body="
 #define VISTREL_BODY \"$1\"
 #include \"common/simd/each_level.h\""
@@ -38,10 +39,16 @@ export -f compile must_compile check
 mapfile -t headers < <(find [a-z]* \( -path build -o -path tests -o -path bench \) -prune \
   -o \( -name '*.h' -o -name '*.hpp' \) -print)
 [ ${#headers[@]} -gt 0 ] || { echo "no headers in $root"; exit 1; }
-# CLI11 is slow to compile. Only headers that include it themselves get it precompiled.
+
+# Precompiled, because they are slow to compile: intrinsics for vector bodies, all of which include
+# them, and CLI11 for headers that include it themselves.
+precompile() {  # NAME SOURCE
+  printf '%s\n' "$2" >"$scratch/$1.h"
+  compile -x c++-header "$scratch/$1.h" -o "$scratch/$1.h.gch"
+}
+precompile intrinsics $'#if __has_include(<immintrin.h>)\n#include <immintrin.h>\n#endif'
 if grep -q '^#include <CLI/CLI.hpp>' "${headers[@]}"; then
-  echo '#include <CLI/CLI.hpp>' >"$scratch/cli.h"
-  compile -x c++-header "$scratch/cli.h" -o "$scratch/cli.h.gch"
+  precompile cli '#include <CLI/CLI.hpp>'
 fi
 printf '%s\n' "${headers[@]}" | xargs -P "$(nproc)" -I{} bash -c 'check {}'
 echo "${#headers[@]} headers compile alone"
