@@ -14,6 +14,8 @@ struct DemosaicAlgorithm {
   // Works in the work buffer, pass after pass, for regions of a single row or column. Null if these
   // need no special treatment.
   void (*inPlace)(const Conversion<T>& conversion) = nullptr;
+  // Whether it can finish pixels at the current level. Null if it never can.
+  bool (*finishes)() = nullptr;
 };
 
 template <class T>

@@ -36,21 +36,33 @@ class Bilinear {
 
   auto sweep() {
     return sweepGuarded(job_, ring_, 1, [this](int y, RowSink<T>& sink) {
+      if (job_.finishing) return finish(y, reinterpret_cast<uint8_t*>(sink.row()));
       kernels_.ofRow(job_.order, y)(ring_.template window<1>(y), ring_.columns(), sink);
     });
   }
 
+  static bool finishes() { return VISTREL_BY_LEVEL(kFinishedBilinear<T>)->of[0][0][0] != nullptr; }
+
  private:
+  void finish(int y, uint8_t* pixels) const {
+    const Finishing& f = *job_.finishing;
+    const auto window = windowOf<1>(y, [&](int row, unsigned parity) -> const T* {
+      return ring_.half(row, parity) + f.left / 2;
+    });
+    finished_.ofRow(f.finish, job_.order, y)(window, f.width, f.shift, pixels, ring_.nextSource());
+  }
+
   DemosaicJob<T> job_;
   MosaicRing<T> ring_;
   const PixelKernels<T, HalfRowWindow<T, 1>>& kernels_ = *VISTREL_BY_LEVEL(kBilinearKernels<T>);
+  const FinishedKernels<HalfRowWindow<T, 1>>& finished_ = *VISTREL_BY_LEVEL(kFinishedBilinear<T>);
 };
 
 }  // namespace
 
 template <class T>
 DemosaicAlgorithm<T> bilinear() {
-  return {makeDemosaic<T, Bilinear>, bilinearInPlace<T>};
+  return {makeDemosaic<T, Bilinear>, bilinearInPlace<T>, Bilinear<T>::finishes};
 }
 VISTREL_DEMOSAIC_ALGORITHM(bilinear);
 

@@ -5,7 +5,7 @@
 #define VISTREL_BILINEAR_ROWS_INL_H
 #endif
 
-#include "common/rows/pixel_kernels-inl.h"
+#include "demosaic/finished_rows-inl.h"
 #include "common/simd/taps-inl.h"
 #include "demosaic/bilinear_formulas-inl.h"
 
@@ -31,6 +31,8 @@ struct FillBilinear {
 
 template <class T>
 constexpr const auto& kBilinearKernels = kPixelKernels<T, HalfRowWindow<T, 1>, FillBilinear>;
+template <class T>
+constexpr const auto& kFinishedBilinear = kFinishedKernels<T, HalfRowWindow<T, 1>, FillBilinear>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <new>
+#include <optional>
 #include <type_traits>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include "common/rows/row_sink.h"
 #include "common/rows/row_source.h"
 #include "common/rows/sweep.h"
+#include "demosaic/finished_rows.h"
 
 namespace vistrel::core {
 
@@ -43,6 +45,8 @@ struct DemosaicJob {
   unsigned bits;  // significant bits
   unsigned threshold = 0;
   WorkMargins<T>* margins = nullptr;
+  // For algorithms that can: then the sink's rows are bytes of finished pixels.
+  std::optional<Finishing> finishing = {};
 };
 
 // A running algorithm.

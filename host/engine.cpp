@@ -9,6 +9,7 @@
 #include "demosaic/through_buffer.h"
 #include "host/frame_rows.h"
 #include "host/tables.h"
+#include "output/finished_output.h"
 #include "output/image_output.h"
 #include "output/table.h"
 
@@ -50,32 +51,57 @@ class Engine {
   void run(ImageRows rows, Arena& arena) {
     if (p_.throughBuffer) return runThroughBuffer(arena);
     if (!p_.format->colour()) return runMono(rows, arena);
+    const DemosaicAlgorithm<T> algorithm = algorithmOf<T>(c_.algorithm);
+    const int first = engineRow(rows.first);
+    if (finishes(algorithm)) {
+      FinishedOutput<T> output(memory(), p_.layout.row_bytes, engineRow(0), first, arena);
+      DemosaicJob<T> job = jobOf(rows, output);
+      job.finishing = Finishing{p_.format->finish, shiftOf(), p_.pad, p_.layout.width};
+      return make(algorithm, job, arena);
+    }
     const size_t columns = p_.width;
-    const int width = int(p_.width), height = int(p_.height);
-    const int first = engineRow(rows.first), end = engineRow(rows.end);
-    const Mosaic mosaic = Mosaic::ofPhase(p_.phase);
     ImageOutput<T> output(shapeOf(ImageOutput<T>::pitchOf(columns)), columns, first, pixels_,
                           arena);
-    // Some algorithms work on pairs of rows.
-    const DemosaicJob<T> job{.source = source_,
-                             .mosaic = mosaic,
-                             .columns = width,
-                             .height = height,
-                             .roi = {0, 0, width, height},
-                             .rows = {first & ~1, end},
-                             .image = output,
-                             .order = redFirst() && !exchangesEnds() ? mosaic.exchanged() : mosaic,
-                             .bits = p_.bits,
-                             .threshold = c_.threshold};
-    Demosaic<T>* const demosaic = algorithmOf<T>(c_.algorithm).make(job, arena);
-    if (demosaic) demosaic->advance(demosaic->last());
+    make(algorithm, jobOf(rows, output), arena);
   }
 
  private:
   int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
 
+  ImageMemory memory() const {
+    return {call_.pixels, call_.stride, p_.layout.bytes > kBypassBeyond};
+  }
+
+  // Some algorithms work on pairs of rows, so the first row is even.
+  DemosaicJob<T> jobOf(ImageRows rows, ImageSink<T>& image) {
+    const int width = int(p_.width), height = int(p_.height);
+    const Mosaic mosaic = Mosaic::ofPhase(p_.phase);
+    return {.source = source_,
+            .mosaic = mosaic,
+            .columns = width,
+            .height = height,
+            .roi = {0, 0, width, height},
+            .rows = {engineRow(rows.first) & ~1, engineRow(rows.end)},
+            .image = image,
+            .order = redFirst() && !exchangesEnds() ? mosaic.exchanged() : mosaic,
+            .bits = p_.bits,
+            .threshold = c_.threshold};
+  }
+
+  static void make(const DemosaicAlgorithm<T>& algorithm, const DemosaicJob<T>& job, Arena& arena) {
+    Demosaic<T>* const demosaic = algorithm.make(job, arena);
+    if (demosaic) demosaic->advance(demosaic->last());
+  }
+
+  // Whether the algorithm can store bytes of the format at once.
+  bool finishes(const DemosaicAlgorithm<T>& algorithm) const {
+    return algorithm.finishes && algorithm.finishes() && !p_.rawGray && c_.binning == 1 &&
+           p_.format->bytes_per_sample == 1 && (sizeof(T) == 1 || isWindow(c_.reduction));
+  }
+  unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
+
   PackedRows pixelsOf(Arena& arena) const {
-    const ImageMemory image{call_.pixels, call_.stride, p_.layout.bytes > kBypassBeyond};
+    const ImageMemory image = memory();
     const auto kernel = p_.rawGray ? nullptr : p_.format->convert;
     const auto convert = kernel ? pixelFormatKernels().*kernel : nullptr;
     return PackedRows(image, p_.layout.width, p_.madeBytes, p_.format->pixelBytes(), convert,

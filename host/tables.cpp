@@ -10,20 +10,21 @@
 namespace vistrel::host {
 namespace {
 
+using core::Finish;
 using Kernels = core::PixelFormatKernels;
 constexpr Format kFormats[] = {
-    {{"MONO8", VISTREL_MONO8, 1, 1, 1}, false, nullptr},
-    {{"MONO16", VISTREL_MONO16, 1, 2, 1}, false, nullptr},
-    {{"BGR24", VISTREL_BGR24, 3, 1, 0}, false, nullptr},
-    {{"ARGB32", VISTREL_ARGB32, 4, 1, 0}, true, &Kernels::alphaFirst8},
-    {{"ARGB32_4", VISTREL_ARGB32_4, 4, 1, 0}, true, &Kernels::alphaFirst8},
-    {{"BGR48", VISTREL_BGR48, 3, 2, 0}, false, nullptr},
-    {{"GRAY8", VISTREL_GRAY8, 1, 1, 0}, false, &Kernels::luma8},
-    {{"GRAY16", VISTREL_GRAY16, 1, 2, 0}, false, &Kernels::luma16},
-    {{"RGB24", VISTREL_RGB24, 3, 1, 0}, true, nullptr},
-    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0}, false, &Kernels::alphaLast8},
-    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0}, true, &Kernels::alphaLast8},
-    {{"RGB48", VISTREL_RGB48, 3, 2, 0}, true, nullptr},
+    {{"MONO8", VISTREL_MONO8, 1, 1, 1}, false, Finish::three, nullptr},
+    {{"MONO16", VISTREL_MONO16, 1, 2, 1}, false, Finish::three, nullptr},
+    {{"BGR24", VISTREL_BGR24, 3, 1, 0}, false, Finish::three, nullptr},
+    {{"ARGB32", VISTREL_ARGB32, 4, 1, 0}, true, Finish::alphaFirst, &Kernels::alphaFirst8},
+    {{"ARGB32_4", VISTREL_ARGB32_4, 4, 1, 0}, true, Finish::alphaFirst, &Kernels::alphaFirst8},
+    {{"BGR48", VISTREL_BGR48, 3, 2, 0}, false, Finish::three, nullptr},
+    {{"GRAY8", VISTREL_GRAY8, 1, 1, 0}, false, Finish::luma, &Kernels::luma8},
+    {{"GRAY16", VISTREL_GRAY16, 1, 2, 0}, false, Finish::three, &Kernels::luma16},
+    {{"RGB24", VISTREL_RGB24, 3, 1, 0}, true, Finish::three, nullptr},
+    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0}, false, Finish::alphaLast, &Kernels::alphaLast8},
+    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0}, true, Finish::alphaLast, &Kernels::alphaLast8},
+    {{"RGB48", VISTREL_RGB48, 3, 2, 0}, true, Finish::three, nullptr},
 };
 
 // Name, code, maximum bits, minimum size. Ten bits for algorithms that clamp at 1023, fifteen for

@@ -3,13 +3,15 @@
 
 #include <string>
 
+#include "demosaic/finished_rows.h"
 #include "output/pixels.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 
 struct Format : vistrel_format {
-  bool redFirst;  // of the samples that it is made from; else blue
+  bool redFirst;        // of the samples that it is made from; else blue
+  core::Finish finish;  // how an algorithm that can stores it at once
   core::PixelFunction core::PixelFormatKernels::*convert;  // from these; null if they stay
 
   bool colour() const { return !mono; }

@@ -12,6 +12,8 @@ constexpr size_t mirrored(int64_t i, size_t n) {
   const auto size = static_cast<int64_t>(n);
   if (i >= 0 && i < size) return static_cast<size_t>(i);
   if (n == 1) return 0;
+  if (i < 0 && -i < size) return static_cast<size_t>(-i);
+  if (i >= size && i <= 2 * (size - 1)) return static_cast<size_t>(2 * (size - 1) - i);
   const int64_t period = 2 * (size - 1);
   i = (i % period + period) % period;
   return static_cast<size_t>(i < size ? i : period - i);

@@ -16,7 +16,7 @@ template <class T>
 class RingFrame {
  public:
   RingFrame(uint32_t w, uint32_t h, unsigned phase, unsigned top = 65535)
-      : width(int(w)), height(int(h)), mosaic_(Mosaic::ofPhase(phase)),
+      : width(int(w)), height(int(h)), mosaic_(core::Mosaic::ofPhase(phase)),
         samples_(noise<T>(stride() * h, top, w)) {}
 
   size_t stride() const { return static_cast<size_t>(width) + 9; }
@@ -52,7 +52,7 @@ class RingFrame {
  private:
   static int inside(int c, int size) { return c < 0 ? c + 2 : c >= size ? c - 2 : c; }
 
-  Mosaic mosaic_;
+  core::Mosaic mosaic_;
   std::vector<T> samples_;
   PlainRows<T> source_{row(0), static_cast<ptrdiff_t>(stride()), height};
   PlainImage<T> nowhere_{nullptr, 0};

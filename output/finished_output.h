@@ -1,0 +1,38 @@
+// The sink of algorithms that finish pixels by themselves.
+#pragma once
+
+#include "common/rows/arena.h"
+#include "common/rows/row_sink.h"
+#include "output/pixel_rows.h"
+
+namespace vistrel::core {
+
+// Rows of bytes: where a kernel expects samples it gets the place of the row's first byte.
+template <class T>
+class FinishedOutput final : public ImageSink<T> {
+ public:
+  // top: the engine's row that is row 0 of the image. first: the first one that is not dropped.
+  FinishedOutput(const ImageMemory& image, size_t rowBytes, int top, int first, Arena& arena)
+      : image_(image), rowBytes_(rowBytes), top_(top), first_(first),
+        line_(arena.take<unsigned char>(rowBytes)) {}
+
+  RowSink<T> row(int y) override {
+    const bool isDirect = y >= first_ && !image_.bypassesCaches;
+    return RowSink<T>(reinterpret_cast<T*>(isDirect ? placeOf(y) : line_));
+  }
+
+  void finish(int y, RowSink<T>&) override {
+    if (y >= first_ && image_.bypassesCaches)
+      NonTemporalCopy(placeOf(y), line_).finish(line_ + rowBytes_);
+  }
+
+ private:
+  unsigned char* placeOf(int y) const { return image_.pixels + (y - top_) * image_.stride; }
+
+  ImageMemory image_;
+  size_t rowBytes_;
+  int top_, first_;
+  unsigned char* line_;  // a row that does not go straight to the image
+};
+
+}  // namespace vistrel::core

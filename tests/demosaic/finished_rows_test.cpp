@@ -1,0 +1,101 @@
+// Pixels that an algorithm finishes, against those that the output makes of its rows.
+#include "demosaic/finished_rows.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "demosaic/algorithms.h"
+#include "output/finished_output.h"
+#include "tests/frames.h"
+#include "tests/levels.h"
+
+namespace vistrel::core::test {
+namespace {
+
+constexpr int kHeight = 7;
+constexpr Finish kAll[] = {Finish::three, Finish::alphaLast, Finish::alphaFirst, Finish::luma};
+
+template <class T>
+DemosaicJob<T> jobOf(RowSource<T>& source, ImageSink<T>& image, unsigned phase, int width,
+                     bool redFirst) {
+  const core::Mosaic mosaic = core::Mosaic::ofPhase(phase);
+  return {.source = source,
+          .mosaic = mosaic,
+          .columns = width,
+          .height = kHeight,
+          .roi = {0, 0, width, kHeight},
+          .rows = {0, kHeight},
+          .image = image,
+          .order = redFirst ? mosaic.exchanged() : mosaic,
+          .bits = 8 * sizeof(T)};
+}
+
+template <class T>
+void run(const DemosaicJob<T>& job) {
+  withArena([&](Arena& arena) {
+    core::Demosaic<T>* const demosaic = bilinear<T>().make(job, arena);
+    if (demosaic) demosaic->advance(demosaic->last());
+  });
+}
+
+// A pixel of samples, in the order that they have, as bytes of the format.
+void finish(Finish finish, const unsigned (&s)[3], std::vector<uint8_t>& bytes) {
+  if (finish == Finish::luma) {
+    bytes.push_back(static_cast<uint8_t>((114 * s[0] + 587 * s[1] + 299 * s[2] + 500) / 1000));
+    return;
+  }
+  if (finish == Finish::alphaFirst) bytes.push_back(255);
+  for (unsigned sample : s) bytes.push_back(static_cast<uint8_t>(sample));
+  if (finish == Finish::alphaLast) bytes.push_back(255);
+}
+
+template <class T>
+void expectFinished(int width, unsigned phase, unsigned shift, Finish format) {
+  const unsigned top = sizeof(T) == 1 ? 255 : 4095;
+  const auto frame = noise<T>(static_cast<size_t>(width) * kHeight, top, phase + 5);
+  PlainRows<T> source(frame.data(), width, kHeight);
+  const bool redFirst = format != Finish::luma && phase % 2 == 1;
+
+  std::vector<T> plain(static_cast<size_t>(3 * width * kHeight));
+  PlainImage<T> image(plain.data(), 3 * width);
+  run(jobOf<T>(source, image, phase, width, redFirst));
+  std::vector<uint8_t> expected;
+  for (size_t i = 0; i < plain.size(); i += 3) {
+    const auto byte = [&](size_t c) { return std::min(unsigned{plain[i + c]} >> shift, 255u); };
+    finish(format, {byte(0), byte(1), byte(2)}, expected);
+  }
+
+  for (const bool bypasses : {false, true}) {
+    const size_t rowBytes = bytesOf(format) * static_cast<size_t>(width);
+    std::vector<uint8_t> bytes(rowBytes * kHeight + 1, 7);
+    withArena([&](Arena& arena) {
+      FinishedOutput<T> output({bytes.data(), static_cast<ptrdiff_t>(rowBytes), bypasses}, rowBytes,
+                               0, 0, arena);
+      auto job = jobOf<T>(source, output, phase, width, redFirst);
+      job.finishing = Finishing{format, shift, 0, static_cast<size_t>(width)};
+      core::Demosaic<T>* const demosaic = bilinear<T>().make(job, arena);
+      if (demosaic) demosaic->advance(demosaic->last());
+    });
+    EXPECT_EQ(bytes.back(), 7) << "behind the last row";
+    bytes.pop_back();
+    EXPECT_TRUE(bytes == expected) << width << " columns, phase " << phase << ", shift " << shift
+                                   << ", format " << static_cast<int>(format);
+  }
+}
+
+VISTREL_LEVEL_SUITE(FinishedRows);
+
+TEST_P(FinishedRows, EqualWhatTheOutputMakes) {
+  if (!bilinear<uint8_t>().finishes()) GTEST_SKIP() << "this level leaves it to the output";
+  for (int width : {2, 3, 17, 63, 64, 65, 127, 128, 129, 300})
+    for (unsigned phase = 0; phase < 4; ++phase)
+      for (Finish format : kAll) {
+        expectFinished<uint8_t>(width, phase, 0, format);
+        for (unsigned shift : {4u, 3u, 2u}) expectFinished<uint16_t>(width, phase, shift, format);
+      }
+}
+
+}  // namespace
+}  // namespace vistrel::core::test
