@@ -21,20 +21,15 @@ class NearBorder {
  private:
   static constexpr int kLines = 3;  // lines that a strip reads
 
-  bool atTop(int y) const { return y < kWidth; }
-  bool atBottom(int y) const { return y >= frame_.size.height - kWidth; }
+  const T* lastLines(int n) const { return bottom_ + ptrdiff_t{kLines - n} * frame_.size.width; }
   void writeSides(int y, T* pixels) const;
-
-  // The first three or the last three columns of rows y - 1 .. y + 1.
-  struct Patch {
-    T samples[kLines * kLines];
-  };
-  Patch patch(int y, unsigned side) const;
 
   CfaRows<T> frame_;
   CfaRect roi_;
-  T *top_, *bottom_;               // the frame's first and last three rows
-  T ends_[kLines + 1][2][kLines];  // both ends of the last rows
+  T *top_, *bottom_;  // the frame's first and last three rows
+  // Both ends of the last rows, each row twice, so that any three rows in turn lie side by side.
+  static constexpr unsigned kEnds = 4;
+  T ends_[2][2 * kEnds][kLines] = {};
 };
 
 }  // namespace vistrel::core
