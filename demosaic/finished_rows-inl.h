@@ -39,7 +39,7 @@ VISTREL_INLINE void storeLanes(uint8_t* d, const Bytes (&v)[n]) {
 }
 
 // Pairs of samples so that unpacking three times leaves pixels in order.
-VISTREL_INLINE Bytes spread(Bytes v) {
+VISTREL_INLINE Bytes inUnpackingOrder(Bytes v) {
   alignas(64) static constexpr uint16_t order[] = {0,  4,  8,  12, 16, 20, 24, 28, 1,  5,  9,
                                                    13, 17, 21, 25, 29, 2,  6,  10, 14, 18, 22,
                                                    26, 30, 3,  7,  11, 15, 19, 23, 27, 31};
@@ -60,7 +60,7 @@ VISTREL_INLINE void storeInOrder(uint8_t* d, const Bytes (&v)[8]) {
 
 #else
 
-VISTREL_INLINE Bytes spread(Bytes v) { return v; }
+VISTREL_INLINE Bytes inUnpackingOrder(Bytes v) { return v; }
 #define VISTREL_UNPACK(half, bits, a, b) \
   as<Bytes>(VISTREL_OP(unpack##half##_epi##bits)(as<Register>(a), as<Register>(b)))
 
@@ -97,8 +97,8 @@ struct Fours {
 
 template <bool alphaFirst>
 VISTREL_INLINE Fours fours(const ByteHalves& h, int parity) {
-  const Bytes first = spread(h.first[parity]), green = spread(h.green[parity]),
-              last = spread(h.last[parity]), alpha = Bytes{} + uint8_t{255};
+  const Bytes first = inUnpackingOrder(h.first[parity]), green = inUnpackingOrder(h.green[parity]),
+              last = inUnpackingOrder(h.last[parity]), alpha = Bytes{} + uint8_t{255};
   return alphaFirst ? Fours(alpha, first, green, last) : Fours(first, green, last, alpha);
 }
 

@@ -57,7 +57,7 @@ constexpr GreenFirstPasses<T> kGreenFirstPasses = {
 
 template <class T, class Formulas>
 constexpr GreenFirstKernels<T> kGreenFirst = {kGreenFirstPasses<T, Formulas, EvenOdd<T>>,
-                                              kGreenFirstPasses<T, Formulas, ShortValues<T>>};
+                                              kGreenFirstPasses<T, Formulas, FastSums<T>>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

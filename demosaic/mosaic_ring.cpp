@@ -23,7 +23,7 @@ void guardHalf(T* half, size_t n) {
 // The slack after a half row that the widest vector reads. It is copied too; otherwise it would
 // keep samples of an older row, which may have any value.
 template <class T>
-constexpr size_t kVectorRoom = 64 / sizeof(T);
+constexpr size_t kVectorSlack = 64 / sizeof(T);
 
 // Smoothing runs one row behind loading and reads the row below its own.
 template <class T>
@@ -53,7 +53,7 @@ void MosaicRing<T>::smooth(int y) {
   const T* raw = raw_.half(unsigned(y), parity);
   T* green = green_.half(unsigned(y), 0);
   if (y == 0 || y == height() - 1) {
-    std::copy_n(raw, n + kVectorRoom<T>, green);
+    std::copy_n(raw, n + kVectorSlack<T>, green);
   } else {
     const T* above = raw_.half(unsigned(y - 1), 1 - parity) + parity - 1;
     const T* below = raw_.half(unsigned(y + 1), 1 - parity) + parity - 1;

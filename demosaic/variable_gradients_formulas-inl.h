@@ -35,7 +35,7 @@ struct Mirrored {
 
 // A direction's values for the site's own colour and for the two that the site lacks.
 template <class V>
-struct Share {
+struct Contribution {
   V own, first, second;
 };
 
@@ -53,7 +53,7 @@ VISTREL_INLINE auto change(M m, int y) {
 //   G V G
 struct AtGreen {
   template <class V, class M>
-  VISTREL_INLINE static void slants(M m, V& upperLeft, V& lowerRight) {
+  VISTREL_INLINE static void diagonalGradients(M m, V& upperLeft, V& lowerRight) {
     const V here = absolute(m(1, 1) - m(-1, -1));
     upperLeft = here + absolute(m(0, 0) - m(-2, -2)) + absolute(m(0, 1) - m(-2, -1)) +
                 absolute(m(1, 0) - m(-1, -2));
@@ -61,16 +61,16 @@ struct AtGreen {
                  absolute(m(1, 2) - m(-1, 0));
   }
   template <class V, class M>
-  VISTREL_INLINE static Share<V> down(M m) {
+  VISTREL_INLINE static Contribution<V> down(M m) {
     return {(m(0, 0) + m(0, 2)) >> 1, ((m(1, 0) + m(1, 2)) + (m(-1, 0) + m(-1, 2))) >> 2, m(0, 1)};
   }
   template <class V, class M>
-  VISTREL_INLINE static Share<V> right(M m) {
-    const Share<V> turned = down<V>(Transposed<M>{m});
+  VISTREL_INLINE static Contribution<V> right(M m) {
+    const Contribution<V> turned = down<V>(Transposed<M>{m});
     return {turned.own, turned.second, turned.first};
   }
   template <class V, class M>
-  VISTREL_INLINE static Share<V> lowerRight(M m) {
+  VISTREL_INLINE static Contribution<V> lowerRight(M m) {
     return {m(1, 1), (m(1, 0) + m(1, 2)) >> 1, (m(0, 1) + m(2, 1)) >> 1};
   }
 };
@@ -82,26 +82,27 @@ struct AtGreen {
 //   D G D
 struct AtColour {
   template <class M>
-  VISTREL_INLINE static auto slant(M m, int i) {  // the change down the diagonal around (i, i)
+  VISTREL_INLINE static auto diagonalChange(M m,
+                                            int i) {  // the change down the diagonal around (i, i)
     return absolute(m(i + 1, i + 1) - m(i - 1, i - 1)) +
            (absolute(m(i + 1, i) - m(i, i - 1)) >> 1) + (absolute(m(i, i + 1) - m(i - 1, i)) >> 1);
   }
   template <class V, class M>
-  VISTREL_INLINE static void slants(M m, V& upperLeft, V& lowerRight) {
-    const V here = slant(m, 0);
-    upperLeft = slant(m, -1) + here;
-    lowerRight = here + slant(m, 1);
+  VISTREL_INLINE static void diagonalGradients(M m, V& upperLeft, V& lowerRight) {
+    const V here = diagonalChange(m, 0);
+    upperLeft = diagonalChange(m, -1) + here;
+    lowerRight = here + diagonalChange(m, 1);
   }
   template <class V, class M>
-  VISTREL_INLINE static Share<V> down(M m) {
+  VISTREL_INLINE static Contribution<V> down(M m) {
     return {(m(0, 0) + m(0, 2)) >> 1, m(0, 1), (m(1, 1) + m(-1, 1)) >> 1};
   }
   template <class V, class M>
-  VISTREL_INLINE static Share<V> right(M m) {
+  VISTREL_INLINE static Contribution<V> right(M m) {
     return down<V>(Transposed<M>{m});
   }
   template <class V, class M>
-  VISTREL_INLINE static Share<V> lowerRight(M m) {
+  VISTREL_INLINE static Contribution<V> lowerRight(M m) {
     return {((m(0, 0) + m(2, 0)) + (m(0, 2) + m(2, 2))) >> 2,
             (m(1, 0) + m(0, 1) + m(2, 1) + m(1, 2)) >> 2, m(1, 1)};
   }
@@ -115,13 +116,13 @@ VISTREL_INLINE void findGradients(M m, V (&g)[kDirections]) {
   g[S] = down + change(m, 1);
   g[W] = change(t, -1) + right;
   g[E] = right + change(t, 1);
-  Site::template slants<V>(m, g[NW], g[SE]);
-  Site::template slants<V>(Mirrored<M, -1, 1>{m}, g[NE], g[SW]);
+  Site::template diagonalGradients<V>(m, g[NW], g[SE]);
+  Site::template diagonalGradients<V>(Mirrored<M, -1, 1>{m}, g[NE], g[SW]);
 }
 
-VISTREL_INLINE int bits(bool condition) { return -int{condition}; }
+VISTREL_INLINE int maskOf(bool condition) { return -int{condition}; }
 template <class C>
-VISTREL_INLINE C bits(C condition) {
+VISTREL_INLINE C maskOf(C condition) {
   return condition;
 }
 
@@ -132,10 +133,10 @@ VISTREL_INLINE C bits(C condition) {
 // maximum, so the first one almost never does. If all of them lower it, the difference wraps, the
 // threshold is huge, and all directions are kept.
 template <class V>
-VISTREL_INLINE V tooLarge(const V (&g)[kDirections], V start) {
+VISTREL_INLINE V threshold(const V (&g)[kDirections], V start) {
   V minimum = start, maximum{};
   for (int i = 0; i < kDirections; ++i) {
-    maximum = larger(maximum, V(g[i] | bits(g[i] < minimum)));
+    maximum = larger(maximum, V(g[i] | maskOf(g[i] < minimum)));
     minimum = smaller(minimum, g[i]);
   }
   return select(maximum < minimum, g[N], V(minimum + (maximum >> 1))) + 1;
@@ -144,24 +145,24 @@ VISTREL_INLINE V tooLarge(const V (&g)[kDirections], V start) {
 // The number of directions that are kept, and the sums of their differences to the site's own
 // colour.
 template <class V>
-struct Kept {
+struct DifferenceSums {
   V n, first, second;
 
   template <class C>
-  VISTREL_INLINE void add(C isKept, Share<V> share) {
-    const V mask = bits(isKept);
-    first += (share.first - share.own) & mask;
-    second += (share.second - share.own) & mask;
+  VISTREL_INLINE void add(C isKept, Contribution<V> part) {
+    const V mask = maskOf(isKept);
+    first += (part.first - part.own) & mask;
+    second += (part.second - part.own) & mask;
     n -= mask;
   }
 };
 
 template <class Site, class V, class M>
-VISTREL_INLINE Kept<V> keptDirections(M m, V start) {
+VISTREL_INLINE DifferenceSums<V> keptDirections(M m, V start) {
   V g[kDirections];
   findGradients<Site>(m, g);
-  const V limit = tooLarge(g, start);
-  Kept<V> kept{};
+  const V limit = threshold(g, start);
+  DifferenceSums<V> kept{};
   kept.add(g[N] < limit, Site::template down<V>(Mirrored<M, 1, -1>{m}));
   kept.add(g[E] < limit, Site::template right<V>(m));
   kept.add(g[S] < limit, Site::template down<V>(m));
@@ -181,7 +182,7 @@ struct Missing {
 
   template <class Site, class M>
   VISTREL_INLINE static Missing at(Site, M m, V start) {
-    const Kept<V> kept = keptDirections<Site>(m, start);
+    const DifferenceSums<V> kept = keptDirections<Site>(m, start);
     const auto perDirection = reciprocal(larger(kept.n, V(V{} + 1)));
     const V first = product(kept.first, perDirection);
     const V second = product(kept.second, perDirection);

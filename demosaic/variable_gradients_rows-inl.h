@@ -49,7 +49,7 @@ constexpr const auto& kVariableGradientsPixels =
 
 template <class T>
 constexpr VariableGradientsKernels<T> kVariableGradients = {
-    kVariableGradientsPixels<T, ShortValues<T>>, kVariableGradientsPixels<T, EvenOdd<T>>};
+    kVariableGradientsPixels<T, FastSums<T>>, kVariableGradientsPixels<T, EvenOdd<T>>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -45,6 +45,6 @@ struct BatchPlan {
 // a picture of its own: NAME_000000.png and so on. Adds all files to `files`. Throws ProgramError
 // if a file would be written twice, if an input would be overwritten, or if the output folder does
 // not exist.
-BatchPlan planJobs(const BatchRequest& assignment, RunFiles& files);
+BatchPlan planJobs(const BatchRequest& request, RunFiles& files);
 
 }  // namespace vistrel::app

@@ -129,7 +129,7 @@ struct AsSigned {
 
 // Values of 16 bits, for bytes and for 16-bit samples of at most twelve bits.
 template <class T>
-using ShortValues = std::conditional_t<sizeof(T) == 1, EvenOdd<T>, AsSigned<T>>;
+using FastSums = std::conditional_t<sizeof(T) == 1, EvenOdd<T>, AsSigned<T>>;
 
 using Doubles = Vec<double, 2 * kVectorBytes>;  // one double for each 32 bits of a vector
 

@@ -44,25 +44,29 @@ VISTREL_INLINE V twice(V v) {
 // The measures of a red or blue site: changes down the columns, three side by side or five in a
 // cross; changes across the rows likewise; and both means of green.
 //
-//   vertical  | | |    verticals    |      horizontal  -    horizontals    -
-//                                 | | |                -                 - - -
-//                                   |                  -                   -
+//   columnActivity3   | | |      rowActivity3   -
+//                                               -
+//                                               -
+//
+//   columnActivity5     |        rowActivity5     -
+//                     | | |                     - - -
+//                       |                         -
 struct Measures {
   template <class M>
-  VISTREL_INLINE static auto vertical(M m) {
+  VISTREL_INLINE static auto columnActivity3(M m) {
     return down(m, -1, 0) + down(m, 0, 0) + down(m, 1, 0);
   }
   template <class M>
-  VISTREL_INLINE static auto verticals(M m) {
-    return vertical(m) + down(m, 0, -1) + down(m, 0, 1);
+  VISTREL_INLINE static auto columnActivity5(M m) {
+    return columnActivity3(m) + down(m, 0, -1) + down(m, 0, 1);
   }
   template <class M>
-  VISTREL_INLINE static auto horizontal(M m) {
+  VISTREL_INLINE static auto rowActivity3(M m) {
     return across(m, 0, -1) + across(m, 0, 0) + across(m, 0, 1);
   }
   template <class M>
-  VISTREL_INLINE static auto horizontals(M m) {
-    return horizontal(m) + across(m, -1, 0) + across(m, 1, 0);
+  VISTREL_INLINE static auto rowActivity5(M m) {
+    return rowActivity3(m) + across(m, -1, 0) + across(m, 1, 0);
   }
   template <class M>
   VISTREL_INLINE static auto inRow(M m) {
@@ -79,7 +83,7 @@ struct Measures {
 struct Edge {
   template <class Q>
   VISTREL_INLINE static auto green(Q q) {  // at a red or blue site
-    return chosen(q, 0, 0, q.verticals(0, 0), q.horizontals(0, 0));
+    return chosen(q, 0, 0, q.columnActivity5(0, 0), q.rowActivity5(0, 0));
   }
   template <class M, class Q>
   VISTREL_INLINE static auto opposite(M m, Q q) {  // at a red or blue site: the other of the two
@@ -110,25 +114,25 @@ struct Edge {
 
  private:
   template <class Q, class V>
-  VISTREL_INLINE static V chosen(Q q, int dx, int dy, V vertical, V horizontal) {
-    return select(vertical > horizontal, q.inRow(dx, dy), q.inColumn(dx, dy));
+  VISTREL_INLINE static V chosen(Q q, int dx, int dy, V columnActivity3, V rowActivity3) {
+    return select(columnActivity3 > rowActivity3, q.inRow(dx, dy), q.inColumn(dx, dy));
   }
 
   // The difference of a neighbouring site's colour to its green.
   template <class M, class Q>
   VISTREL_INLINE static auto corner(M m, Q q, int dx, int dy) {
-    return m(dx, dy) - chosen(q, dx, dy, q.vertical(dx, dy) + twice(down(m, dx, 0)),
-                              q.horizontal(dx, dy) + twice(across(m, 0, dy)));
+    return m(dx, dy) - chosen(q, dx, dy, q.columnActivity3(dx, dy) + twice(down(m, dx, 0)),
+                              q.rowActivity3(dx, dy) + twice(across(m, 0, dy)));
   }
   template <class M, class Q>
   VISTREL_INLINE static auto beside(M m, Q q, int dx) {
-    return m(dx, 0) -
-           chosen(q, dx, 0, q.verticals(dx, 0), q.horizontal(dx, 0) + twice(across(m, 0, 0)));
+    return m(dx, 0) - chosen(q, dx, 0, q.columnActivity5(dx, 0),
+                             q.rowActivity3(dx, 0) + twice(across(m, 0, 0)));
   }
   template <class M, class Q>
   VISTREL_INLINE static auto above(M m, Q q, int dy) {
     return m(0, dy) -
-           chosen(q, 0, dy, q.vertical(0, dy) + twice(down(m, 0, 0)), q.horizontals(0, dy));
+           chosen(q, 0, dy, q.columnActivity3(0, dy) + twice(down(m, 0, 0)), q.rowActivity5(0, dy));
   }
 };
 

@@ -15,7 +15,7 @@ namespace vistrel::core {
 // The measures of a row's red or blue sites.
 template <class Lane>
 struct MeasureRow {
-  Lane *vertical, *verticals, *horizontal, *horizontals, *inRow, *inColumn;
+  Lane *columnActivity3, *columnActivity5, *rowActivity3, *rowActivity5, *inRow, *inColumn;
 };
 
 template <class Lane>

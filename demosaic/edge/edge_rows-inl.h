@@ -29,10 +29,10 @@ struct MeasureTap {
   VISTREL_INLINE Vec<Lane> name(int dx, int dy) const {                                        \
     return load(static_cast<const Lane*>(window.row[dy + 1].name) + k + ((parity + dx) >> 1)); \
   }
-  VISTREL_MEASURE(vertical)
-  VISTREL_MEASURE(verticals)
-  VISTREL_MEASURE(horizontal)
-  VISTREL_MEASURE(horizontals)
+  VISTREL_MEASURE(columnActivity3)
+  VISTREL_MEASURE(columnActivity5)
+  VISTREL_MEASURE(rowActivity3)
+  VISTREL_MEASURE(rowActivity5)
   VISTREL_MEASURE(inRow)
   VISTREL_MEASURE(inColumn)
 #undef VISTREL_MEASURE
@@ -45,10 +45,10 @@ void measureRow(const HalfRowWindow<T, 2>& mosaic, size_t n, const MeasureRow<La
   const MeasureRow<Lane> out = to;
   for (ptrdiff_t k = -1; k <= static_cast<ptrdiff_t>(n); k += kLanes<Lane>) {
     const ValueTap<EdgeValues<T, Lane>, 2, parity> m{rows, k};
-    store(out.vertical + k, Measures::vertical(m));
-    store(out.verticals + k, Measures::verticals(m));
-    store(out.horizontal + k, Measures::horizontal(m));
-    store(out.horizontals + k, Measures::horizontals(m));
+    store(out.columnActivity3 + k, Measures::columnActivity3(m));
+    store(out.columnActivity5 + k, Measures::columnActivity5(m));
+    store(out.rowActivity3 + k, Measures::rowActivity3(m));
+    store(out.rowActivity5 + k, Measures::rowActivity5(m));
     store(out.inRow + k, Measures::inRow(m));
     store(out.inColumn + k, Measures::inColumn(m));
   }

@@ -29,10 +29,14 @@ template <class M>
 struct MeasuredTap {
   M m;
   using At = MovedTap<M>;
-  int vertical(int dx, int dy) const { return base::Measures::vertical(At{m, dx, dy}); }
-  int verticals(int dx, int dy) const { return base::Measures::verticals(At{m, dx, dy}); }
-  int horizontal(int dx, int dy) const { return base::Measures::horizontal(At{m, dx, dy}); }
-  int horizontals(int dx, int dy) const { return base::Measures::horizontals(At{m, dx, dy}); }
+  int columnActivity3(int dx, int dy) const {
+    return base::Measures::columnActivity3(At{m, dx, dy});
+  }
+  int columnActivity5(int dx, int dy) const {
+    return base::Measures::columnActivity5(At{m, dx, dy});
+  }
+  int rowActivity3(int dx, int dy) const { return base::Measures::rowActivity3(At{m, dx, dy}); }
+  int rowActivity5(int dx, int dy) const { return base::Measures::rowActivity5(At{m, dx, dy}); }
   int inRow(int dx, int dy) const { return base::Measures::inRow(At{m, dx, dy}); }
   int inColumn(int dx, int dy) const { return base::Measures::inColumn(At{m, dx, dy}); }
 };
