@@ -31,7 +31,7 @@ Buffer<uint8_t> imageOf(const FrameSize& size, const T* samples, unsigned channe
 }  // namespace
 
 Layout imageLayout(const Conversion& c) {
-  return c.nFormat == IMG_FMT_BGR24 ? kBgr24 : c.depth == 8 ? kMono8 : kMono16;
+  return c.format == IMG_FMT_BGR24 ? kBgr24 : c.depth == 8 ? kMono8 : kMono16;
 }
 
 Buffer<uint8_t> makeImage(const Conversion& c, const Frame& frame) {
@@ -45,7 +45,7 @@ Task makeFilter(const Conversion& c, const Frame& frame) {
   const auto image = makeImage(c, frame);
   if (!ImgInitialize(kStream, size.width, size.height)) throw std::bad_alloc();
   const auto run = [=] {
-    ImgFilter(kStream, recordOf(c.nAlgorithm), c.nFormat, size.width, size.height, image.get());
+    ImgFilter(kStream, recordOf(c.algorithmCode), c.format, size.width, size.height, image.get());
   };
   return {
       run,

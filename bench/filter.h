@@ -5,7 +5,7 @@
 
 namespace vistrel::core::bench {
 
-// Values of Conversion::nAlgorithm for filters.
+// Values of Conversion::algorithmCode for filters.
 constexpr uint32_t kBox = 0, kFiveTaps = 1, kGauss = 2;
 constexpr int kGaussDivisor = 16;
 

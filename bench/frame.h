@@ -14,7 +14,8 @@ struct FrameSize {
   size_t pixels() const { return size_t{width} * height; }
 };
 
-constexpr FrameSize kFrameSizes[] = {{"1080p", 1920, 1080}, {"12MP", 4096, 3000}};
+constexpr FrameSize kFrameSizes[] = {
+    {"VGA", 640, 480}, {"1080p", 1920, 1080}, {"12MP", 4096, 3000}};
 
 struct Frame {
   FrameSize size;

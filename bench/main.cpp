@@ -13,6 +13,7 @@
 #include "bench/report.h"
 #include "bench/samples.h"
 #include "vistrel/vistrel.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::core::bench {
 
@@ -103,7 +104,9 @@ bool run(const Options& options) {
   if (floor) runLoops(report, "floor", floorJobs, options.rounds);
   bool allCompared = true;
   for (const Level level : levels) {
-    setLevel(level);
+    setLevel(level);  // of the filters; the host layer has an engine of its own
+    if (vistrel_set_level(static_cast<size_t>(level), nullptr) != VISTREL_OK)
+      throw std::logic_error("the host layer lacks this level");
     if (samples)
       runLoops(report, fmt::format("samples, {}", nameOf(level)), sampleJobs, options.rounds);
     if (choices.empty()) continue;

@@ -143,9 +143,9 @@ Task openCvFilter(const Conversion& c, const Frame& frame) {
   const int type = CV_MAKETYPE(is16Bit ? CV_16U : CV_8U, static_cast<int>(layout.channels));
   const auto samples = makeImage(c, frame);
   const cv::Mat image(sizeOf(frame), type, samples.get()), result(image.size(), type);
-  const cv::Mat kernel = kernelOf(c.nAlgorithm);
+  const cv::Mat kernel = kernelOf(c.algorithmCode);
   const auto run = [=, kept = samples] {
-    if (c.nAlgorithm == kBox)
+    if (c.algorithmCode == kBox)
       cv::boxFilter(image, result, -1, {2, 2}, {0, 0});
     else
       cv::filter2D(image, result, -1, kernel);

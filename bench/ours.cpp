@@ -1,68 +1,96 @@
 #include <fmt/format.h>
 
 #include <cmath>
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
+#include "bench/buffer.h"
 #include "bench/task.h"
-#include "streams/registry.h"
-#include "vistrel/image_functions.h"
-#include "vistrel/processor.h"
-#include "vistrel/vistrel.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::core::bench {
 
 namespace {
 
-constexpr uint32_t kStream = 1;
-constexpr uint32_t kUserTableMode = 10;
-
 struct Format {
   const char* name;
   Layout layout;
-  unsigned bits;      // of a sample of the result
-  uint32_t nDstBits;  // of a pixel, as the library counts them
 };
 
-Format formatOf(uint32_t nFormat, unsigned significantBits) {
-  switch (nFormat) {
-    case IMG_FMT_MONO8: return {"MONO8", kMono8, 8, 8};
-    case IMG_FMT_MONO16: return {"MONO16", kMono16, significantBits, significantBits};
-    case IMG_FMT_BGR24: return {"BGR24", kBgr24, 8, 24};
-    case IMG_FMT_ARGB32: return {"ARGB32", kArgb32, 8, 24};
-    case IMG_FMT_GRAY8: return {"GRAY8", kMono8, 8, 8};
-    case IMG_FMT_GRAY16: return {"GRAY16", kMono16, significantBits, significantBits};
-    case IMG_FMT_BGR48: return {"BGR48", kBgr48, significantBits, 3 * significantBits};
-    default: throw std::invalid_argument(fmt::format("no format {}", nFormat));
+Format formatOf(uint32_t format) {
+  switch (format) {
+    case VISTREL_MONO8: return {"MONO8", kMono8};
+    case VISTREL_MONO16: return {"MONO16", kMono16};
+    case VISTREL_BGR24: return {"BGR24", kBgr24};
+    case VISTREL_RGB24: return {"RGB24", kRgb24};
+    case VISTREL_BGRA32: return {"BGRA32", kBgra32};
+    case VISTREL_RGBA32: return {"RGBA32", kRgba32};
+    case VISTREL_GRAY8: return {"GRAY8", kMono8};
+    case VISTREL_BGR48: return {"BGR48", kBgr48};
+    default: throw std::invalid_argument(fmt::format("no format {}", format));
   }
 }
 
-void loadToneCurve(unsigned significantBits) {
-  const unsigned entries = 1u << significantBits;
-  std::vector<uint16_t> table(entries);
-  for (unsigned i = 0; i < entries; ++i)
-    table[i] = static_cast<uint16_t>(std::lround(255 * toneCurve((i + 0.5) / entries)));
-  ImgLoadLookupTable(kStream, table.data(), entries);
+std::vector<uint16_t> toneTable(unsigned significantBits) {
+  std::vector<uint16_t> table(size_t{1} << significantBits);
+  const auto entries = static_cast<double>(table.size());
+  for (size_t i = 0; i < table.size(); ++i)
+    table[i] = static_cast<uint16_t>(
+        std::lround(255 * toneCurve((static_cast<double>(i) + 0.5) / entries)));
+  return table;
 }
 
-// Memory for a result, and a stream prepared for its frame.
-struct Result {
+// Throws the text of a rejection.
+void expectDone(int32_t status, const vistrel_error& error) {
+  if (status != VISTREL_OK) throw std::runtime_error(error.text);
+}
+
+// All that a conversion needs, so that running it does nothing else.
+struct HostCall {
+  vistrel_stream* stream = nullptr;
+  vistrel_frame frame{};
+  vistrel_conversion conversion{};
+  vistrel_layout layout{};
+  vistrel_image image{};
+  std::vector<uint16_t> table;
   Buffer<uint8_t> memory;
-  Picture picture;
-  uint32_t nDstBits;
+  vistrel_error error{};
 
-  Result(const Conversion& c, const FrameSize& size) {
-    const Format format = formatOf(c.nFormat, c.significantBits);
-    const unsigned width = size.width / c.factor, height = size.height / c.factor;
-    memory = allocate<uint8_t>(size_t{width} * height * format.layout.channels *
-                               format.layout.sampleBytes);
-    picture = {data(), width, height, format.layout, format.bits};
-    nDstBits = format.nDstBits;
-    if (!ImgInitialize(kStream, size.width, size.height)) throw std::bad_alloc();
-    loadToneCurve(c.significantBits);
+  HostCall(const Conversion& c, const Frame& source) {
+    expectDone(vistrel_stream_acquire(VISTREL_NO_WAIT, &stream, &error), error);
+    frame.samples =
+        c.depth == 8 ? static_cast<const void*>(source.samples8.get()) : source.samples16.get();
+    frame.width = source.size.width;
+    frame.height = source.size.height;
+    frame.bytes_per_sample = c.depth / 8;
+    frame.bits = c.depth == 8 ? 8 : c.significantBits;
+    frame.size = size_t{frame.width} * frame.height * frame.bytes_per_sample;
+    frame.phase = c.format == VISTREL_MONO8 ? VISTREL_MONO : VISTREL_RGGB;
+    vistrel_default_conversion(&frame, &conversion);
+    conversion.format = c.format;
+    conversion.algorithm = c.algorithmCode;
+    conversion.threshold = c.threshold;
+    conversion.binning = c.factor;
+    conversion.reduction = c.reduction;
+    conversion.excess = VISTREL_MASK;
+    if (c.reduction == VISTREL_TABLE) {
+      table = toneTable(c.significantBits);
+      conversion.table = table.data();
+      conversion.table_entries = static_cast<uint32_t>(table.size());
+    }
+    expectDone(vistrel_get_layout(&frame, &conversion, &layout, &error), error);
+    memory = allocate<uint8_t>(layout.bytes);
+    image.pixels = memory.get();
+    image.size = layout.bytes;
   }
+  ~HostCall() { vistrel_stream_release(stream, nullptr); }
+  HostCall(const HostCall&) = delete;
+  HostCall& operator=(const HostCall&) = delete;
 
-  uint8_t* data() const { return memory.get(); }
+  void run() {
+    expectDone(vistrel_stream_convert(stream, &frame, &conversion, &image, &error), error);
+  }
 };
 
 }  // namespace
@@ -70,53 +98,15 @@ struct Result {
 double toneCurve(double light) { return std::pow(light, 1 / 2.2); }
 
 std::string Conversion::name() const {
-  return fmt::format("{}{}/{}/{}x{}{}", algorithm, depth, formatOf(nFormat, significantBits).name,
-                     factor, factor, nLutMode == kUserTableMode ? "/table" : "");
+  return fmt::format("{}{}/{}/{}x{}{}", algorithm, depth, formatOf(format).name, factor, factor,
+                     reduction == VISTREL_TABLE ? "/table" : "");
 }
 
 Task makeOurs(const Conversion& c, const Frame& frame) {
-  const Result result(c, frame.size);
-  const FrameSize size = frame.size;
-  const auto run = [=] {
-    const Picture& p = result.picture;
-    const uint32_t done =
-        c.depth == 8
-            ? ImgConvert8(kStream, c.nFormat, c.nAlgorithm, BAYER_RGGB, c.factor - 1, size.width,
-                          size.height, 0, 0, p.width, p.height, frame.samples8.get(), result.data(),
-                          8, 0)
-            : ImgConvert16(kStream, c.nFormat, c.nAlgorithm, BAYER_RGGB, c.factor - 1,
-                           result.nDstBits, c.nLutMode, size.width, size.height, 0, 0, p.width,
-                           p.height, frame.samples16.get(), result.data(), c.significantBits, 0);
-    if (!done) throw std::runtime_error("rejected: " + c.name());
-  };
-  return {run, result.picture};
-}
-
-Task makeWithoutPacked(const Conversion& c, const Frame& frame) {
-  const Task task = makeOurs(c, frame);
-  const auto run = [whole = task.run] {
-    const uint64_t enabled = ippGetEnabledCpuFeatures();
-    ippSetCpuFeaturesMask(enabled & ~uint64_t{IPP_CPU_SSE});
-    whole();
-    ippSetCpuFeaturesMask(enabled);
-  };
-  return {run, task.picture};
-}
-
-Task makeAhd(const Conversion& c, const Frame& frame) {
-  const Result result(c, frame.size);
-  const unsigned slot = static_cast<unsigned>(NewIndex(kStream));
-  const auto run = [=] {
-    const Picture& p = result.picture;
-    if (c.depth == 8)
-      ImageColorDemosaicAHD(slot, p.width, BAYER_RGGB, 0, c.nFormat, 0, 0, p.width, p.height,
-                            frame.samples8.get(), result.data());
-    else
-      ImageColorDemosaicAHD(slot, p.width, BAYER_RGGB, 0, c.nFormat, c.nLutMode, 0, 0, p.width,
-                            p.height, frame.samples16.get(), result.data(), result.nDstBits,
-                            c.significantBits);
-  };
-  return {run, result.picture};
+  const auto call = std::make_shared<HostCall>(c, frame);
+  const Picture picture{call->memory.get(), call->layout.width, call->layout.height,
+                        formatOf(c.format).layout, call->layout.bits};
+  return {[call] { call->run(); }, picture};
 }
 
 }  // namespace vistrel::core::bench

@@ -15,7 +15,7 @@ struct Layout {
 constexpr Layout kMono8{1, 1, {0, 0, 0}}, kMono16{1, 2, {0, 0, 0}};
 constexpr Layout kBgr24{3, 1, {2, 1, 0}}, kRgb24{3, 1, {0, 1, 2}};
 constexpr Layout kBgr48{3, 2, {2, 1, 0}}, kRgb48{3, 2, {0, 1, 2}};
-constexpr Layout kArgb32{4, 1, {1, 2, 3}}, kBgra32{4, 1, {2, 1, 0}};
+constexpr Layout kArgb32{4, 1, {1, 2, 3}}, kBgra32{4, 1, {2, 1, 0}}, kRgba32{4, 1, {0, 1, 2}};
 
 struct Picture {
   const void* data;

@@ -72,41 +72,33 @@ class ImageOutput final : public ImageSink<T>, private ChunkListener {
     if (!shape_.changes && columns_ == shape_.width)
       if (void* const pixels = rows_.inPlace(static_cast<size_t>(row)))
         return RowSink<T>(static_cast<T*>(pixels));
-    RowSink<T> sink(staged(row));
-    if (shape_.binning > 1) return sink;
-    rows_.begin(static_cast<size_t>(row));
+    RowSink<T> sink(stage_ + static_cast<size_t>(placeOf(row)) * pitchOf(columns_));
+    if (!endsBin(row)) return sink;
+    rows_.begin(static_cast<size_t>(row) / shape_.binning);
+    done_ = 0;
     sink.listen(this, row);
     return sink;
   }
 
   void finish(int y, RowSink<T>& sink) override {
     sink.finish(columns_);
-    if (y < first_) return;
-    const int row = y - shape_.top, F = static_cast<int>(shape_.binning);
-    if (F == 1 && isStaged(sink)) rows_.end();
-    if (F == 1 || row % F != F - 1) return;
-    rows_.begin(static_cast<size_t>(row / F));
-    append(staged(row / F * F), 0, shape_.width);
-    rows_.end();
+    if (y >= first_ && isStaged(sink) && endsBin(y - shape_.top)) rows_.end();
   }
 
  private:
-  T* staged(int row) const {
-    return stage_ + static_cast<size_t>(row) % shape_.binning * pitchOf(columns_);
-  }
-  bool isStaged(const RowSink<T>& sink) const { return sink.row() == stage_; }
-
-  // Pixels begin .. end - 1 of the result. bins: the row's first sample, of columns left out too.
-  void append(const T* bins, size_t begin, size_t end) {
-    const size_t bin = 3 * shape_.binning;
-    chunks_.append(bins + 3 * shape_.left + bin * begin, end - begin, bin * sizeof(T));
+  int placeOf(int row) const { return row % static_cast<int>(shape_.binning); }  // in its bin
+  bool endsBin(int row) const { return placeOf(row) + 1 == static_cast<int>(shape_.binning); }
+  bool isStaged(const RowSink<T>& sink) const {
+    return stage_ <= sink.row() && sink.row() < stage_ + shape_.binning * pitchOf(columns_);
   }
 
-  void written(int row, size_t begin, size_t end) override {
-    const auto wanted = [&](size_t column) {
-      return std::clamp(column, shape_.left, shape_.left + shape_.width) - shape_.left;
-    };
-    if (wanted(begin) < wanted(end)) append(staged(row), wanted(begin), wanted(end));
+  // The last row of a bin is stored up to column `end`.
+  void written(int, size_t, size_t end) override {
+    const size_t bin = shape_.binning, wanted = shape_.left + shape_.width * bin;
+    const size_t until = (std::clamp(end, shape_.left, wanted) - shape_.left) / bin;
+    if (until == done_) return;
+    chunks_.append(stage_ + 3 * (shape_.left + bin * done_), until - done_, 3 * bin * sizeof(T));
+    done_ = until;
   }
 
   const OutputShape shape_;
@@ -115,6 +107,7 @@ class ImageOutput final : public ImageSink<T>, private ChunkListener {
   PixelRows& rows_;
   ChunkedOutput chunks_;
   T* stage_;
+  size_t done_ = 0;  // pixels of the row that was begun
 };
 
 }  // namespace vistrel::core
