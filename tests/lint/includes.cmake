@@ -2,7 +2,7 @@
 cmake_minimum_required(VERSION 3.25)
 
 # The public headers, whose paths begin with "vistrel/", are two modules: "entries" belong to
-# libVistrel, "interface" to libvistrelhost.
+# libVistrel, "interface" to libvistrelhost. vistrel/processor.h belongs to cpu/, which implements it.
 set(entries)
 set(interface)
 set(common)
@@ -57,6 +57,8 @@ function(module_of path result_variable)
   string(REGEX MATCH "^(apps/tools/|apps/)?[a-z]+" folder "${path}")
   if(path MATCHES "^vistrel/(vistrel_(host|types)\\.h|vistrel\\.hpp)$")
     set(folder interface)
+  elseif(path STREQUAL "vistrel/processor.h")
+    set(folder cpu)
   elseif(folder STREQUAL "vistrel")
     set(folder entries)
   endif()
