@@ -67,7 +67,7 @@ class CokDemosaic {
   DemosaicJob<T> job_;
   MosaicRing<T> ring_;
   HueRing<T> hues_;
-  const CokKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kCok<T>);
+  const CokKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kCokKernels<T>);
 };
 
 }  // namespace

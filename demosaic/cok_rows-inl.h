@@ -10,7 +10,7 @@
 #include "common/rows/pixel_kernels-inl.h"
 #include "common/simd/taps-inl.h"
 #include "demosaic/cok_formulas-inl.h"
-#include "demosaic/hue_ring.h"
+#include "demosaic/cok_kernels.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -73,8 +73,8 @@ struct FillCok {
 };
 
 template <class T>
-constexpr CokKernels<T> kCok = {{hueRow<T, 0>, hueRow<T, 1>},
-                                kPixelKernels<T, CokRows<T>, FillCok>};
+constexpr CokKernels<T> kCokKernels = {{hueRow<T, 0>, hueRow<T, 1>},
+                                       kPixelKernels<T, CokRows<T>, FillCok>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

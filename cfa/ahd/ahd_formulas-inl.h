@@ -8,7 +8,7 @@
 #define VISTREL_AHD_FORMULAS_INL_H
 #endif
 
-#include "cfa/ahd/ahd_rows.h"
+#include "cfa/ahd/ahd_kernels.h"
 #include "common/simd/widen-inl.h"
 
 VISTREL_BEGIN_TARGET

@@ -136,14 +136,14 @@ struct FillChosen {
 };
 
 template <class T>
-constexpr AhdKernels<T> kAhd = {splitRow<T>,
-                                ahdScale<T>,
-                                {ahdGreen<T, 0>, ahdGreen<T, 1>},
-                                {{ahdColours<T, 0, false>, ahdColours<T, 0, true>},
-                                 {ahdColours<T, 1, false>, ahdColours<T, 1, true>}},
-                                {ahdScores<T, 0>, ahdScores<T, 1>},
-                                ahdSums<T>,
-                                &kPixelKernels<T, ChosenRows<T>, FillChosen>};
+constexpr AhdKernels<T> kAhdKernels = {splitRow<T>,
+                                       ahdScale<T>,
+                                       {ahdGreen<T, 0>, ahdGreen<T, 1>},
+                                       {{ahdColours<T, 0, false>, ahdColours<T, 0, true>},
+                                        {ahdColours<T, 1, false>, ahdColours<T, 1, true>}},
+                                       {ahdScores<T, 0>, ahdScores<T, 1>},
+                                       ahdSums<T>,
+                                       &kPixelKernels<T, ChosenRows<T>, FillChosen>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

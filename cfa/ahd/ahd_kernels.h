@@ -1,4 +1,4 @@
-// The input and output of the row kernels of adaptive homogeneity-directed demosaicing.
+// The row kernels of adaptive homogeneity-directed demosaicing, compiled for each level.
 #pragma once
 
 #include <type_traits>
