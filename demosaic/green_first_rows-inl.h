@@ -7,7 +7,7 @@
 #endif
 
 #include "common/rows/pixel_kernels-inl.h"
-#include "common/simd/taps-inl.h"
+#include "common/rows/taps-inl.h"
 #include "demosaic/green_first_kernels.h"
 
 VISTREL_BEGIN_TARGET

@@ -6,7 +6,7 @@
 #endif
 
 #include "common/rows/pixel_kernels-inl.h"
-#include "common/simd/taps-inl.h"
+#include "common/rows/taps-inl.h"
 #include "demosaic/variable_gradients_formulas-inl.h"
 #include "demosaic/variable_gradients_kernels.h"
 

@@ -8,8 +8,8 @@
 
 #include "cfa/ahd/ahd_formulas-inl.h"
 #include "common/rows/pixel_kernels-inl.h"
+#include "common/rows/taps-inl.h"
 #include "common/simd/split-inl.h"
-#include "common/simd/taps-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {

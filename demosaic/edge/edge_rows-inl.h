@@ -7,8 +7,8 @@
 #endif
 
 #include "common/rows/pixel_kernels-inl.h"
+#include "common/rows/taps-inl.h"
 #include "common/simd/split-inl.h"
-#include "common/simd/taps-inl.h"
 #include "demosaic/edge/edge_formulas-inl.h"
 #include "demosaic/edge/edge_kernels.h"
 

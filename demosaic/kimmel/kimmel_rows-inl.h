@@ -8,7 +8,7 @@
 
 #include "common/depth.h"
 #include "common/rows/pixel_kernels-inl.h"
-#include "common/simd/taps-inl.h"
+#include "common/rows/taps-inl.h"
 #include "demosaic/kimmel/kimmel_formulas-inl.h"
 #include "demosaic/kimmel/kimmel_kernels.h"
 

@@ -69,7 +69,7 @@ TEST_P(Taps, LoadValuesOfOnePart) {
 }  // namespace vistrel::core::test
 
 #else
-#include "common/simd/taps-inl.h"
+#include "common/rows/taps-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
