@@ -1,12 +1,12 @@
 // Shuffles and sums in registers of 16 or 32 bytes, which x86 has from SSSE3 on. The second half of
 // this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
-#define VISTREL_BODY "tests/common/registers_test.cpp"
+#define VISTREL_BODY "tests/common/simd/registers_test.cpp"
 #include <algorithm>
 #include <numeric>
 
 #include "common/simd/each_level.h"
-#include "tests/common/elements.h"
+#include "tests/common/simd/elements.h"
 #include "tests/levels.h"
 
 #if VISTREL_X86
