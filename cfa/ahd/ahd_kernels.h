@@ -33,8 +33,6 @@ struct LumaChromaWeights {
 template <class T>
 struct LumaChromaWindow {
   LumaChroma<T> row[3][2];
-
-  const LumaChroma<T>* operator[](int i) const { return row[i]; }
 };
 
 // The two images: green along rows, and along columns.
