@@ -29,7 +29,8 @@ void cokInPlace(const Conversion<T>& c) {
     const auto m = p.sensed();
     const auto g = p.channel(kGreen);
     const auto hue = [&](int dx, int dy) {
-      return g(dx, dy) == 0 ? 0.0 : double(m(dx, dy)) / g(dx, dy);
+      const auto ratio = base::Cok::hue(m(dx, dy), g(dx, dy));
+      return double(ratio.colour) / ratio.green;
     };
     const double green = g(0, 0);
     if (p.isGreen()) {
