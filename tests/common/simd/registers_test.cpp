@@ -7,15 +7,9 @@
 
 #include "common/simd/each_level.h"
 #include "tests/common/simd/elements.h"
-#include "tests/levels.h"
+#include "tests/common/simd/levels_from_ssse3.h"
 
 #if VISTREL_X86
-
-// VISTREL_BY_LEVEL without the base level.
-#define OF_LEVEL(name)                         \
-  (std::array{                                 \
-      &ssse3::name, &sse41::name, &avx2::name, \
-      &avx512::name}[static_cast<size_t>(currentLevel()) - static_cast<size_t>(Level::ssse3)])
 
 namespace vistrel::core::test {
 namespace {
@@ -25,11 +19,6 @@ class Registers : public AtEveryLevel {
   const size_t bytes_ = *OF_LEVEL(kRegisterBytes);
 };
 
-std::vector<Level> levelsFromSsse3() {
-  std::vector<Level> levels = supportedLevels();
-  levels.erase(levels.begin());
-  return levels;
-}
 INSTANTIATE_TEST_SUITE_P(Every, Registers, ::testing::ValuesIn(levelsFromSsse3()),
                          ::testing::PrintToStringParamName());
 
