@@ -5,9 +5,10 @@
 #define VISTREL_BILINEAR_ROWS_INL_H
 #endif
 
-#include "demosaic/finished_rows-inl.h"
-#include "common/simd/taps-inl.h"
+#include "common/rows/pixel_kernels-inl.h"
+#include "common/rows/taps-inl.h"
 #include "demosaic/bilinear_formulas-inl.h"
+#include "demosaic/finished_rows-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {

@@ -29,7 +29,8 @@ void cokInPlace(const Conversion<T>& c) {
     const auto m = p.sensed();
     const auto g = p.channel(kGreen);
     const auto hue = [&](int dx, int dy) {
-      return g(dx, dy) == 0 ? 0.0 : double(m(dx, dy)) / g(dx, dy);
+      const auto ratio = base::Cok::hue(m(dx, dy), g(dx, dy));
+      return double(ratio.colour) / ratio.green;
     };
     const double green = g(0, 0);
     if (p.isGreen()) {
@@ -67,7 +68,7 @@ class CokDemosaic {
   DemosaicJob<T> job_;
   MosaicRing<T> ring_;
   HueRing<T> hues_;
-  const CokKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kCok<T>);
+  const CokKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kCokKernels<T>);
 };
 
 }  // namespace

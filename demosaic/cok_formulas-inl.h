@@ -16,7 +16,17 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
+// A hue in samples, before the division.
+template <class V>
+struct Ratio {
+  V colour, green;
+};
+
 struct Cok {
+  template <class V>
+  VISTREL_INLINE static Ratio<V> hue(V colour, V green) {  // zero where green is zero
+    return {select(green > 0, colour, V{}), larger(green, V(V{} + 1))};
+  }
   template <class M>
   VISTREL_INLINE static auto green(M m) {  // at a red or blue site
     return mean4(m(-1, 0), m(1, 0), m(0, -1), m(0, 1));

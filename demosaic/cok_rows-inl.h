@@ -8,27 +8,26 @@
 
 #include "common/depth.h"
 #include "common/rows/pixel_kernels-inl.h"
-#include "common/simd/taps-inl.h"
+#include "common/rows/taps-inl.h"
 #include "demosaic/cok_formulas-inl.h"
-#include "demosaic/hue_ring.h"
+#include "demosaic/cok_kernels.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Green and hues at the red or blue sites of a row. The hue is zero where green is zero.
+// Green and hues at the red or blue sites of a row.
 template <class T, int parity>
 void hueRow(const HalfRowWindow<T, 1>& mosaic, size_t n, T* __restrict green,
             const HueParts<T>& hues) {
   const HalfRowWindow<T, 1> rows = mosaic;
   const HueParts<T> to = hues;
-  const Vec<T> zero{}, one = zero + 1;
   for (size_t k = 0; k < n; k += kLanes<T>) {
     const Tap<T, 1, parity> m{rows, k};
     const Vec<T> g = Cok::green(m);
     store(green + k, g);
-    const Vec<T> colour = select(g > 0, m(0, 0), zero), divisor = larger(g, one);
+    const Ratio<Vec<T>> ratio = Cok::hue(m(0, 0), g);
     for (size_t i = 0; i < AsDouble<T>::kParts; ++i) {
-      const Doubles hue = AsDouble<T>::part(colour, i) / AsDouble<T>::part(divisor, i);
+      const Doubles hue = AsDouble<T>::part(ratio.colour, i) / AsDouble<T>::part(ratio.green, i);
       std::memcpy(to.part[i] + k / AsDouble<T>::kParts, &hue, sizeof hue);
     }
   }
@@ -73,8 +72,8 @@ struct FillCok {
 };
 
 template <class T>
-constexpr CokKernels<T> kCok = {{hueRow<T, 0>, hueRow<T, 1>},
-                                kPixelKernels<T, CokRows<T>, FillCok>};
+constexpr CokKernels<T> kCokKernels = {{hueRow<T, 0>, hueRow<T, 1>},
+                                       kPixelKernels<T, CokRows<T>, FillCok>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -2,31 +2,11 @@
 #pragma once
 
 #include "demosaic/conversion.h"
+#include "demosaic/green_first_kernels.h"
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
 
 namespace vistrel::core {
-
-// The input for a row of pixels: the mosaic and finished green.
-template <class T>
-struct GreenFirstRows {
-  HalfRowWindow<T, 2> mosaic;
-  HalfRowWindow<T, 1> green;
-};
-
-template <class T>
-struct GreenFirstPasses {
-  // Green at the n red or blue sites of a row, indexed by the column parity of these sites.
-  void (*green[2])(const HalfRowWindow<T, 2>& mosaic, size_t n, T* green);
-  PixelKernels<T, GreenFirstRows<T>> pixels;
-};
-
-// The kernels of a level for such an algorithm: passes for any samples, and faster ones for samples
-// of at most twelve bits.
-template <class T>
-struct GreenFirstKernels {
-  GreenFirstPasses<T> anyBits, twelveBits;
-};
 
 // A few rows of finished green: computed at red and blue sites, the mosaic's elsewhere. Beyond the
 // region it is zero where the mosaic senses another colour.

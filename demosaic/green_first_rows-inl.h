@@ -7,8 +7,8 @@
 #endif
 
 #include "common/rows/pixel_kernels-inl.h"
-#include "common/simd/taps-inl.h"
-#include "demosaic/green_first.h"
+#include "common/rows/taps-inl.h"
+#include "demosaic/green_first_kernels.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -56,8 +56,8 @@ constexpr GreenFirstPasses<T> kGreenFirstPasses = {
     kPixelKernels<T, GreenFirstRows<T>, FillGreenFirst<Formulas, Values>>};
 
 template <class T, class Formulas>
-constexpr GreenFirstKernels<T> kGreenFirst = {kGreenFirstPasses<T, Formulas, EvenOdd<T>>,
-                                              kGreenFirstPasses<T, Formulas, FastSums<T>>};
+constexpr GreenFirstKernels<T> kGreenFirstKernels = {kGreenFirstPasses<T, Formulas, EvenOdd<T>>,
+                                                     kGreenFirstPasses<T, Formulas, FastSums<T>>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

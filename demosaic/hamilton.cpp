@@ -16,7 +16,7 @@ template <class T>
 class HamiltonDemosaic : public GreenFirst<T> {
  public:
   HamiltonDemosaic(const DemosaicJob<T>& job, Arena& arena)
-      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kHamilton<T>), arena) {}
+      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kHamiltonKernels<T>), arena) {}
 };
 
 }  // namespace

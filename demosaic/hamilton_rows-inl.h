@@ -12,7 +12,7 @@
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 template <class T>
-constexpr const auto& kHamilton = kGreenFirst<T, Hamilton<T>>;
+constexpr const auto& kHamiltonKernels = kGreenFirstKernels<T, Hamilton<T>>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 

@@ -16,7 +16,7 @@ template <class T>
 class LarocheDemosaic : public GreenFirst<T> {
  public:
   LarocheDemosaic(const DemosaicJob<T>& job, Arena& arena)
-      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kLaroche<T>), arena) {}
+      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kLarocheKernels<T>), arena) {}
 };
 
 }  // namespace

@@ -12,7 +12,7 @@
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 template <class T>
-constexpr const auto& kLaroche = kGreenFirst<T, Laroche<T>>;
+constexpr const auto& kLarocheKernels = kGreenFirstKernels<T, Laroche<T>>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 

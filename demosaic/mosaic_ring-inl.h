@@ -7,7 +7,7 @@
 
 #include "common/simd/lanes-inl.h"
 #include "common/simd/split-inl.h"
-#include "demosaic/mosaic_ring.h"
+#include "demosaic/mosaic_kernels.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {

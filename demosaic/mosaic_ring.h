@@ -4,16 +4,9 @@
 #include "common/rows/half_rows.h"
 #include "common/rows/row_depths.h"
 #include "demosaic/job.h"
+#include "demosaic/mosaic_kernels.h"
 
 namespace vistrel::core {
-
-// The kernels of a level.
-template <class T>
-struct MosaicKernels {
-  void (*split)(const T* source, size_t columns, T* even, T* odd);
-  T (*splitAndBits)(const T* source, size_t columns, T* even, T* odd);
-  void (*smooth)(const T* green, const T* above, const T* below, size_t n, T* smoothed);
-};
 
 // Whether to record which rows have samples of more than twelve bits.
 enum class RowDepth { ignored, found };

@@ -47,7 +47,7 @@ template <class T>
 class GroupingDemosaic : public GreenFirst<T> {
  public:
   GroupingDemosaic(const DemosaicJob<T>& job, Arena& arena)
-      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kPixelGrouping<T>), arena) {}
+      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kPixelGroupingKernels<T>), arena) {}
 };
 
 }  // namespace

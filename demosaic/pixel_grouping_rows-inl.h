@@ -12,7 +12,7 @@
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 template <class T>
-constexpr const auto& kPixelGrouping = kGreenFirst<T, PixelGrouping<T>>;
+constexpr const auto& kPixelGroupingKernels = kGreenFirstKernels<T, PixelGrouping<T>>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 

@@ -58,7 +58,7 @@ class VariableGradients {
  private:
   DemosaicJob<T> job_;
   MosaicRing<T> ring_;
-  const VariableGradientsKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kVariableGradients<T>);
+  const VariableGradientsKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kVariableGradientsKernels<T>);
 };
 
 template <class T>

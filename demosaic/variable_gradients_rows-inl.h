@@ -6,9 +6,9 @@
 #endif
 
 #include "common/rows/pixel_kernels-inl.h"
-#include "common/simd/taps-inl.h"
+#include "common/rows/taps-inl.h"
 #include "demosaic/variable_gradients_formulas-inl.h"
-#include "demosaic/variable_gradients_rows.h"
+#include "demosaic/variable_gradients_kernels.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -44,12 +44,12 @@ struct FillVariableGradients {
 };
 
 template <class T, class Values>
-constexpr const auto& kVariableGradientsPixels =
+constexpr const auto& kVariableGradientsPixelKernels =
     kPixelKernels<T, HalfRowWindow<T, 2>, FillVariableGradients<Values>>;
 
 template <class T>
-constexpr VariableGradientsKernels<T> kVariableGradients = {
-    kVariableGradientsPixels<T, FastSums<T>>, kVariableGradientsPixels<T, EvenOdd<T>>};
+constexpr VariableGradientsKernels<T> kVariableGradientsKernels = {
+    kVariableGradientsPixelKernels<T, EvenOdd<T>>, kVariableGradientsPixelKernels<T, FastSums<T>>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -17,8 +17,8 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
  public:
   WorkImage(const Conversion<T>& c, Arena& arena)
       : c_(c), F_(static_cast<int>(c.region.F)),
-        streams_(c.region.Hf * c.layout.S * sizeof(T) > kStreamBeyond) {
-    if (!streams_) return;
+        bypassesCaches_(c.region.Hf * c.layout.S * sizeof(T) > kBypassBeyond) {
+    if (!bypassesCaches_) return;
     rows_ = arena.take<T>(c.region.F * c.layout.S);
     result_ = arena.take<uint8_t>(c.output.rowBytes());
   }
@@ -27,12 +27,12 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
   RowSink<T> row(int y) override {
     const bool copiesRows = c_.output.copiesRows();
     T* const pixels = pixelsOf(y);
-    if (!streams_)
+    if (!bypassesCaches_)
       return RowSink<T>(pixels, copiesRows ? reinterpret_cast<T*>(result(y)) : nullptr);
     RowSink<T> sink(pixels);
     const size_t side = c_.layout.side;
-    sink.stream({c_.imageRow(y) - side, pixels - side}, pixels + 3 * c_.region.Wf + side);
-    if (copiesRows) sink.streamResult({result(y), pixels});
+    sink.writeNonTemporal({c_.imageRow(y) - side, pixels - side}, pixels + 3 * c_.region.Wf + side);
+    if (copiesRows) sink.writeResultNonTemporal({result(y), pixels});
     if (convertsChunks())
       sink.listen(this, y);
     else if (convertsBlocks() && F_ == 1)
@@ -47,19 +47,19 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
 
   // Call this when all rows are finished.
   void finish() const {
-    if (streams_) storeFence();
+    if (bypassesCaches_) storeFence();
     if (!c_.output.followsRows()) c_.output.convert(c_.work, c_.pDst, c_.nRoiHeight);
   }
 
  private:
   T* pixelsOf(int y) const {
-    return streams_ ? rows_ + size_t(y % F_) * c_.layout.S + c_.layout.side : c_.imageRow(y);
+    return bypassesCaches_ ? rows_ + size_t(y % F_) * c_.layout.S + c_.layout.side : c_.imageRow(y);
   }
   uint8_t* result(int y) const { return c_.pDst + size_t(y) * c_.output.rowBytes(); }
 
   bool convertsBlocks() const { return c_.output.followsRows() && !c_.output.copiesRows(); }
   bool convertsChunks() const {
-    return streams_ && convertsBlocks() && F_ == 1 && c_.output.writesEveryByte();
+    return bypassesCaches_ && convertsBlocks() && F_ == 1 && c_.output.writesEveryByte();
   }
 
   void written(int y, size_t begin, size_t end) override {
@@ -77,17 +77,17 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
 
   // Converts n pixels of the result.
   void convert(const T* pixels, uint8_t* result, size_t n) const {
-    if (!streams_ || !c_.output.writesEveryByte()) return c_.output.part(pixels, result, n);
+    if (!bypassesCaches_ || !c_.output.writesEveryByte()) return c_.output.part(pixels, result, n);
     c_.output.part(pixels, result_, n);
     NonTemporalCopy(result, result_).finish(result_ + n * c_.output.pixelBytes());
   }
 
   // Measured: ordinary stores win at 6 MB, non-temporal ones by a factor of two at 36 MB.
-  static constexpr size_t kStreamBeyond = size_t{12} << 20;
+  static constexpr size_t kBypassBeyond = size_t{12} << 20;
 
   const Conversion<T>& c_;
   int F_;
-  bool streams_;
+  bool bypassesCaches_;
   T* rows_ = nullptr;
   uint8_t* result_ = nullptr;
 };

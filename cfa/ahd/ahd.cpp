@@ -34,7 +34,7 @@ template <class T>
 AhdStrip<T>::AhdStrip(const CfaRows<T>& frame, int x, int width, const AhdSettings& settings,
                       Arena& arena)
     : first_(x - kAhdReach), shift_(std::min(settings.shift, 15)), redLast_(settings.redLast),
-      kernels_(*VISTREL_AT_LEVEL(settings.level, kAhd<T>)),
+      kernels_(*VISTREL_AT_LEVEL(settings.level, kAhdKernels<T>)),
       images_(frame, first_, static_cast<size_t>(width) + 2 * kAhdReach, settings.shift, kernels_,
               arena),
       choice_(images_, first_, static_cast<size_t>(width) + 2 * kAhdReach, kernels_, arena) {}

@@ -8,7 +8,6 @@
 #define VISTREL_AHD_FORMULAS_INL_H
 #endif
 
-#include "cfa/ahd/ahd_rows.h"
 #include "common/simd/widen-inl.h"
 
 VISTREL_BEGIN_TARGET
@@ -56,29 +55,29 @@ struct Ahd {
   }
 };
 
+template <class T>
+struct LumaChromaValues {
+  Wide<T> y, u, v;
+};
+
 // Luma and chroma without offsets, from differences to green: 66 R + 129 G + 25 B, 112 B - 74 G -
 // 38 R and 112 R - 94 G - 18 B. Luma, and intermediate results of chroma, also use the sign bit.
-template <class T>
-struct LumaChromaOf {
-  Wide<T> y, u, v;
-
-  VISTREL_INLINE LumaChromaOf(Wide<T> R, Wide<T> G, Wide<T> B, const LumaChromaWeights<T>& w) {
-    using U = UnsignedWide<T>;
-    const U g = as<U>(G), r = as<U>(R) - g, b = as<U>(B) - g;
-    y = as<Wide<T>>((g * w.w220 + r * w.w66 + b * w.w25 + 128) >> 8);
-    u = as<Wide<T>>(b * w.w112 - r * w.w38 + 128) >> 8;
-    v = as<Wide<T>>(r * w.w112 - b * w.w18 + 128) >> 8;
-  }
-};
+template <class T, class Weights>
+VISTREL_INLINE LumaChromaValues<T> lumaChromaOf(Wide<T> R, Wide<T> G, Wide<T> B, const Weights& w) {
+  using U = UnsignedWide<T>;
+  const U g = as<U>(G), r = as<U>(R) - g, b = as<U>(B) - g;
+  return {as<Wide<T>>((g * w.w220 + r * w.w66 + b * w.w25 + 128) >> 8),
+          as<Wide<T>>(b * w.w112 - r * w.w38 + 128) >> 8,
+          as<Wide<T>>(r * w.w112 - b * w.w18 + 128) >> 8};
+}
 
 template <class T>
 struct Distance {
   Wide<T> luma, chroma;
 
-  VISTREL_INLINE Distance(const LumaChroma<T>& a, ptrdiff_t i, const LumaChroma<T>& b, ptrdiff_t k)
-      : luma(absolute(load(a.y + i) - load(b.y + k))) {
-    const auto u = as<UnsignedWide<T>>(load(a.u + i) - load(b.u + k));
-    const auto v = as<UnsignedWide<T>>(load(a.v + i) - load(b.v + k));
+  VISTREL_INLINE Distance(const LumaChromaValues<T>& a, const LumaChromaValues<T>& b)
+      : luma(absolute(a.y - b.y)) {
+    const auto u = as<UnsignedWide<T>>(a.u - b.u), v = as<UnsignedWide<T>>(a.v - b.v);
     // Bytes give at most 57,480, to be compared as unsigned. 16-bit samples may wrap; their sum is
     // compared as signed.
     const auto sum = u * u + v * v;
@@ -102,22 +101,19 @@ struct Limits {
 };
 
 // 4 plus the number of similar neighbours in the image along rows, minus that in the image along
-// columns.
-template <class T, int parity>
-VISTREL_INLINE Wide<T> score(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v,
-                             ptrdiff_t k) {
-  constexpr int other = 1 - parity;
-  const ptrdiff_t left = k + parity - 1, right = k + parity;  // in the other half row
-  const LumaChroma<T>&hHere = h[1][parity], &vHere = v[1][parity];
-  const Distance<T> hLeft(hHere, k, h[1][other], left), hRight(hHere, k, h[1][other], right);
-  const Distance<T> vUp(vHere, k, v[0][parity], k), vDown(vHere, k, v[2][parity], k);
+// columns. h, v: the luma and chroma of these images.
+template <class T, class Tap>
+VISTREL_INLINE Wide<T> score(Tap h, Tap v) {
+  const LumaChromaValues<T> hHere = h(0, 0), vHere = v(0, 0);
+  const Distance<T> hLeft(hHere, h(-1, 0)), hRight(hHere, h(1, 0));
+  const Distance<T> vUp(vHere, v(0, -1)), vDown(vHere, v(0, 1));
   const Limits<T> limits(hLeft, hRight, vUp, vDown);
   Wide<T> sum = limits.exceededBy(hLeft) + limits.exceededBy(hRight) - limits.exceededBy(vUp) -
                 limits.exceededBy(vDown) + 4;
-  sum += limits.exceededBy({hHere, k, h[0][parity], k});
-  sum += limits.exceededBy({hHere, k, h[2][parity], k});
-  sum -= limits.exceededBy({vHere, k, v[1][other], left});
-  sum -= limits.exceededBy({vHere, k, v[1][other], right});
+  sum += limits.exceededBy({hHere, h(0, -1)});
+  sum += limits.exceededBy({hHere, h(0, 1)});
+  sum -= limits.exceededBy({vHere, v(-1, 0)});
+  sum -= limits.exceededBy({vHere, v(1, 0)});
   return sum;
 }
 

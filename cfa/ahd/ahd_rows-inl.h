@@ -7,9 +7,10 @@
 #endif
 
 #include "cfa/ahd/ahd_formulas-inl.h"
+#include "cfa/ahd/ahd_kernels.h"
 #include "common/rows/pixel_kernels-inl.h"
+#include "common/rows/taps-inl.h"
 #include "common/simd/split-inl.h"
-#include "common/simd/taps-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -56,7 +57,7 @@ struct DifferenceTap {
 };
 
 template <class T>
-VISTREL_INLINE void storeAt(const LumaChroma<T>& to, size_t k, const LumaChromaOf<T>& of) {
+VISTREL_INLINE void storeAt(const LumaChroma<T>& to, size_t k, const LumaChromaValues<T>& of) {
   store(to.y + k, of.y);
   store(to.u + k, of.u);
   store(to.v + k, of.v);
@@ -80,10 +81,11 @@ void ahdColours(const AhdSensed<T>& source, size_t n, const AhdColours<T>& resul
       along[i] = Ahd<T>::along(green, atGreen);
       across[i] = Ahd<T>::across(green, atGreen);
       opposite[i] = Ahd<T>::opposite(other, atColour);
-      storeAt(to.lumaChroma[g], at,
-              {redRow ? along[i] : across[i], green, redRow ? across[i] : along[i], w});
+      storeAt(
+          to.lumaChroma[g], at,
+          lumaChromaOf<T>(redRow ? along[i] : across[i], green, redRow ? across[i] : along[i], w));
       storeAt(to.lumaChroma[c], at,
-              {redRow ? own : opposite[i], other, redRow ? opposite[i] : own, w});
+              lumaChromaOf<T>(redRow ? own : opposite[i], other, redRow ? opposite[i] : own, w));
     }
     store(to.along + k, LowHigh<T>::join(along));
     store(to.across + k, LowHigh<T>::join(across));
@@ -91,12 +93,28 @@ void ahdColours(const AhdSensed<T>& source, size_t n, const AhdColours<T>& resul
   }
 }
 
+// Reads luma and chroma of one image, relative to sites of one column parity.
+template <class T, int parity>
+struct LumaChromaTap {
+  const LumaChromaWindow<T>& window;
+  ptrdiff_t k;
+
+  VISTREL_INLINE LumaChromaValues<T> operator()(int dx, int dy) const {
+    const int column = parity + dx;
+    const LumaChroma<T>& half = window.row[dy + 1][column & 1];
+    const ptrdiff_t at = k + (column >> 1);
+    return {load(half.y + at), load(half.u + at), load(half.v + at)};
+  }
+};
+
 template <class T, int parity>
 void ahdScores(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v, size_t n, T* scores) {
+  using Tap = LumaChromaTap<T, parity>;
+  const LumaChromaWindow<T> alongRow = h, alongColumn = v;
   for (size_t k = 0; k < n; k += kLanes<T>) {
-    const ptrdiff_t at = static_cast<ptrdiff_t>(k);
-    store(scores + k, LowHigh<T>::join({score<T, parity>(h, v, at),
-                                        score<T, parity>(h, v, at + ptrdiff_t{kWideLanes<T>})}));
+    const ptrdiff_t low = static_cast<ptrdiff_t>(k), high = low + ptrdiff_t{kWideLanes<T>};
+    store(scores + k, LowHigh<T>::join({score<T>(Tap{alongRow, low}, Tap{alongColumn, low}),
+                                        score<T>(Tap{alongRow, high}, Tap{alongColumn, high})}));
   }
 }
 
@@ -136,14 +154,14 @@ struct FillChosen {
 };
 
 template <class T>
-constexpr AhdKernels<T> kAhd = {splitRow<T>,
-                                ahdScale<T>,
-                                {ahdGreen<T, 0>, ahdGreen<T, 1>},
-                                {{ahdColours<T, 0, false>, ahdColours<T, 0, true>},
-                                 {ahdColours<T, 1, false>, ahdColours<T, 1, true>}},
-                                {ahdScores<T, 0>, ahdScores<T, 1>},
-                                ahdSums<T>,
-                                &kPixelKernels<T, ChosenRows<T>, FillChosen>};
+constexpr AhdKernels<T> kAhdKernels = {splitRow<T>,
+                                       ahdScale<T>,
+                                       {ahdGreen<T, 0>, ahdGreen<T, 1>},
+                                       {{ahdColours<T, 0, false>, ahdColours<T, 0, true>},
+                                        {ahdColours<T, 1, false>, ahdColours<T, 1, true>}},
+                                       {ahdScores<T, 0>, ahdScores<T, 1>},
+                                       ahdSums<T>,
+                                       &kPixelKernels<T, ChosenRows<T>, FillChosen>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

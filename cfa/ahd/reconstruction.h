@@ -1,7 +1,7 @@
 // A strip of a frame, reconstructed twice: with green along rows and along columns.
 #pragma once
 
-#include "cfa/ahd/ahd_rows.h"
+#include "cfa/ahd/ahd_kernels.h"
 #include "cfa/frame.h"
 #include "common/rows/row_source.h"
 

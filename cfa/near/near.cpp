@@ -9,7 +9,7 @@ template <class T>
 NearRegion<T>::NearRegion(const CfaRows<T>& frame, CfaRect roi, Arena& arena, Level level)
     : frame_(frame), roi_(roi), x0_(std::max(roi.x, kReach)),
       x1_(std::min(roi.x + roi.width, frame.size.width - kReach)),
-      kernels_(*VISTREL_AT_LEVEL(level, kNear<T>)),
+      kernels_(*VISTREL_AT_LEVEL(level, kNearKernels<T>)),
       ring_(2 * kReach + 1, 2, static_cast<size_t>(std::max(x1_ - x0_, 0)) + 2 * kReach, arena),
       border_(frame, roi, arena) {}
 

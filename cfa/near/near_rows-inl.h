@@ -6,11 +6,11 @@
 #define VISTREL_NEAR_ROWS_INL_H
 #endif
 
-#include "cfa/near/near.h"
 #include "cfa/near/near_formulas-inl.h"
+#include "cfa/near/near_kernels.h"
 #include "common/rows/pixel_kernels-inl.h"
+#include "common/rows/taps-inl.h"
 #include "common/simd/split-inl.h"
-#include "common/simd/taps-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -54,18 +54,18 @@ struct FillNear {
 };
 
 template <class T, class Means>
-constexpr const auto& kNearPixels = kPixelKernels<T, HalfRowWindow<T, 2>, FillNear<Means>>;
+constexpr const auto& kNearPixelKernels = kPixelKernels<T, HalfRowWindow<T, 2>, FillNear<Means>>;
 
 // Bytes are never scaled.
 template <class T, class Means>
 using MeansOf = std::conditional_t<sizeof(T) == 1, RoundedMeans, Means>;
 
 template <class T>
-constexpr NearKernels<T> kNear = {
+constexpr NearKernels<T> kNearKernels = {
     splitRow<T>,
     keepBits<T>,
-    {&kNearPixels<T, MeansOf<T, PlainMeans>>, &kNearPixels<T, MeansOf<T, HalfRoundedMeans>>,
-     &kNearPixels<T, RoundedMeans>}};
+    {&kNearPixelKernels<T, MeansOf<T, PlainMeans>>,
+     &kNearPixelKernels<T, MeansOf<T, HalfRoundedMeans>>, &kNearPixelKernels<T, RoundedMeans>}};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -76,10 +76,10 @@ class RowSink {
   void fetchDestination(Prefetcher destination) { destination_ = destination, isWatched_ = true; }
 
   // Non-temporal copies. The first one ends at workEnd, the second one with the last pixel.
-  void stream(NonTemporalCopy work, const T* workEnd) {
+  void writeNonTemporal(NonTemporalCopy work, const T* workEnd) {
     work_ = work, workEnd_ = workEnd, isWatched_ = true;
   }
-  void streamResult(NonTemporalCopy result) { result_ = result, isWatched_ = true; }
+  void writeResultNonTemporal(NonTemporalCopy result) { result_ = result, isWatched_ = true; }
 
   void listen(ChunkListener* listener, int y) { listener_ = listener, y_ = y, isWatched_ = true; }
 

@@ -102,7 +102,7 @@ class EdgeDemosaic {
   DemosaicJob<T> job_;
   EdgeSettings settings_;
   size_t columns_;
-  const EdgeKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kEdge<T>);
+  const EdgeKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kEdgeKernels<T>);
   EdgeMosaicRing<T> ring_;
   MeasureRing<T> measures_;
   BlockEnds<T> ends_;

@@ -7,10 +7,10 @@
 #endif
 
 #include "common/rows/pixel_kernels-inl.h"
+#include "common/rows/taps-inl.h"
 #include "common/simd/split-inl.h"
-#include "common/simd/taps-inl.h"
 #include "demosaic/edge/edge_formulas-inl.h"
-#include "demosaic/edge/edge_rings.h"
+#include "demosaic/edge/edge_kernels.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -97,12 +97,13 @@ struct FillEdge {
 };
 
 template <class T, class Lane>
-constexpr EdgeLaneKernels<T, Lane> kEdgeOf = {
+constexpr EdgeLaneKernels<T, Lane> kEdgeLaneKernels = {
     {measureRow<T, Lane, 0>, measureRow<T, Lane, 1>},
     kPixelKernels<T, EdgeWindow<T, Lane>, FillEdge<Lane>>};
 
 template <class T>
-constexpr EdgeKernels<T> kEdge = {splitRowAndBits<T>, kEdgeOf<T, int16_t>, kEdgeOf<T, Widened<T>>};
+constexpr EdgeKernels<T> kEdgeKernels = {splitRowAndBits<T>, kEdgeLaneKernels<T, int16_t>,
+                                         kEdgeLaneKernels<T, Widened<T>>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

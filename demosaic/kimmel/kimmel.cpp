@@ -30,7 +30,7 @@ template <class T>
 class KimmelDoubles : public KimmelSweep<T, double> {
  public:
   KimmelDoubles(const DemosaicJob<T>& job, Arena& arena)
-      : KimmelSweep<T, double>(job, *VISTREL_BY_LEVEL(kKimmelOfDoubles<T>), kNoTail, arena) {}
+      : KimmelSweep<T, double>(job, *VISTREL_BY_LEVEL(kKimmelDoubleKernels<T>), kNoTail, arena) {}
 
  private:
   static constexpr size_t kNoTail = SIZE_MAX;
@@ -43,7 +43,7 @@ template <class T>
 class KimmelFloats : public KimmelSweep<T, float> {
  public:
   KimmelFloats(const DemosaicJob<T>& job, Arena& arena)
-      : KimmelSweep<T, float>(job, *VISTREL_BY_LEVEL(kKimmelOfFloats<T>),
+      : KimmelSweep<T, float>(job, *VISTREL_BY_LEVEL(kKimmelFloatKernels<T>),
                               inBlocks(static_cast<uint32_t>(job.columns)), arena) {}
 };
 

@@ -8,9 +8,9 @@
 
 #include "common/depth.h"
 #include "common/rows/pixel_kernels-inl.h"
-#include "common/simd/taps-inl.h"
+#include "common/rows/taps-inl.h"
 #include "demosaic/kimmel/kimmel_formulas-inl.h"
-#include "demosaic/kimmel/kimmel_ring.h"
+#include "demosaic/kimmel/kimmel_kernels.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -103,7 +103,7 @@ struct FillFinished {
 };
 
 template <class T, class Real>
-constexpr KimmelKernels<T, Real> kKimmel = {
+constexpr KimmelKernels<T, Real> kKimmelKernels = {
     toReals<T, Real>,
     toSamples<T, Real>,
     {greenRow<T, Real, 0>, greenRow<T, Real, 1>},
@@ -113,9 +113,9 @@ constexpr KimmelKernels<T, Real> kKimmel = {
     kPixelKernels<T, CompleteHalves<T>, FillFinished>};
 
 template <class T>
-constexpr const auto& kKimmelOfDoubles = kKimmel<T, double>;
+constexpr const auto& kKimmelDoubleKernels = kKimmelKernels<T, double>;
 template <class T>
-constexpr const auto& kKimmelOfFloats = kKimmel<T, float>;
+constexpr const auto& kKimmelFloatKernels = kKimmelKernels<T, float>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

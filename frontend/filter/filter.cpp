@@ -10,7 +10,7 @@
 #include "common/depth.h"
 #include "cpu/level.h"
 #include "frontend/filter/filter_image.h"
-#include "frontend/filter/filter_rows.h"
+#include "frontend/filter/filter_kernels.h"
 
 #define VISTREL_BODY "frontend/filter/filter_rows-inl.h"
 #include "common/simd/each_level.h"

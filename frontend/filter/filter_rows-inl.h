@@ -8,7 +8,7 @@
 #endif
 
 #include "common/simd/lanes-inl.h"
-#include "frontend/filter/filter_rows.h"
+#include "frontend/filter/filter_kernels.h"
 #include "frontend/filter/weighted-inl.h"
 
 VISTREL_BEGIN_TARGET

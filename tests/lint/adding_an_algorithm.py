@@ -105,9 +105,8 @@ def compile_edited(names):
 
 def build_and_run(names):
     objects = compile_edited(names)
-    library, host, check = BUILD / "libVistrel.so", BUILD / HOST_LIBRARY, BUILD / "vistrel-check"
-    run(CXX, "-shared", "-o", library, *objects["vistrel_objects"])
-    run(CXX, "-shared", "-o", host, *objects["vistrelhost"], library, "-lfmt")
+    host, check = BUILD / HOST_LIBRARY, BUILD / "vistrel-check"
+    run(CXX, "-shared", "-o", host, *objects["vistrelhost"], *objects["vistrel_objects"], "-lfmt")
     run(CXX, "-o", check, *objects["vistrel-check"], *objects["vistrel_reference"],
         *objects["vistrel_objects"], "-lfmt")
     must_contain(run(check, "--group", "demosaic", "--list"), "toy-16")
@@ -117,7 +116,11 @@ def build_and_run(names):
         return run(BUILT / "apps/vistrel", *arguments, LD_LIBRARY_PATH=str(BUILD))
     frame, options = SCRATCH / "frame.pgm", ("--phase", "rggb", "--bits", "12")
     vistrel("scene", "-s", "96x64", *options, "-o", frame)
-    vistrel("convert", frame, *options, "-a", "toy", "-o", SCRATCH / "toy.png")
+    pictures = [SCRATCH / f"{name}.png" for name in ("toy", "ahd", "bilinear")]
+    for picture in pictures:
+        vistrel("convert", frame, *options, "-a", picture.stem, "-o", picture)
+    if len({picture.read_bytes() for picture in pictures}) < len(pictures):
+        sys.exit("another algorithm converts in the toy's place")
     vistrel("compare", frame, *options, "-a", "toy", "-o", SCRATCH / "sheet.png")
     must_contain(vistrel("convert", "--help"), "toy")
     run(BUILT / "apps/tools/manual/vistrel_manual", SCRATCH / "manual", "2000-01-01",

@@ -1,22 +1,25 @@
-# cmake -D ROOT=FOLDER -P includes.cmake: fails if a file includes a module that its own module may not use.
+# cmake -D ROOT=FOLDER -P includes.cmake: fails if a file includes a module that its own module may
+# not use, or if modules, or headers, include each other in a circle.
 cmake_minimum_required(VERSION 3.25)
 
 # The public headers, whose paths begin with "vistrel/", are two modules: "entries" belong to
-# libVistrel, "interface" to libvistrelhost.
+# libVistrel, "interface" to libvistrelhost. vistrel/processor.h belongs to cpu/, which implements it.
 set(entries)
 set(interface)
 set(common)
+set(common/simd common)
+set(common/rows common/simd common)
 set(cpu entries common)
 set(streams entries cpu common)
 set(curves entries common)
-set(samples entries cpu common)
-set(output entries curves cpu common)
-set(cfa entries cpu common)
+set(samples entries cpu common/simd common)
+set(output entries curves cpu common/rows common/simd common)
+set(cfa entries cpu common/rows common/simd common)
 set(platform entries common)
-set(demosaic entries streams output cfa platform cpu common)
-set(frontend entries demosaic output streams cpu common)
-set(host interface demosaic output samples curves cpu common)
-set(bench entries interface common cpu streams curves samples output cfa platform demosaic
+set(demosaic entries streams output cfa platform cpu common/rows common/simd common)
+set(frontend entries demosaic output streams cpu common/simd common)
+set(host interface demosaic output samples curves cpu common/rows common)
+set(bench entries interface common common/simd common/rows cpu streams curves samples output cfa platform demosaic
   frontend)
 
 # In apps/ each folder is a module, and so is each source that lies beside them.
@@ -50,13 +53,16 @@ set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/d
 set(tests ${bench} host ${apps} bench)
 set(modules
   common cpu streams curves samples output cfa platform demosaic frontend host apps bench tests)
-set(all_modules entries interface ${modules} ${apps})
+set(all_modules entries interface common/simd common/rows ${modules} ${apps})
 
 # The module of a path from the root; of a public header by its name.
 function(module_of path result_variable)
-  string(REGEX MATCH "^(apps/tools/|apps/)?[a-z]+" folder "${path}")
+  string(REGEX MATCH "^(common/(rows|simd)/|(apps/tools/|apps/)?[a-z]+)" folder "${path}")
+  string(REGEX REPLACE "/$" "" folder "${folder}")
   if(path MATCHES "^vistrel/(vistrel_(host|types)\\.h|vistrel\\.hpp)$")
     set(folder interface)
+  elseif(path STREQUAL "vistrel/processor.h")
+    set(folder cpu)
   elseif(folder STREQUAL "vistrel")
     set(folder entries)
   endif()
@@ -78,6 +84,29 @@ function(check_include module included fault_variable)
   set(${fault_variable} "${fault}" PARENT_SCOPE)
 endfunction()
 
+# Sets what is left of the nodes after those that depend on no other one are removed, again and
+# again: nothing, unless some form a circle. PREFIX_NODE lists what a node depends on.
+function(find_circle prefix nodes circle_variable)
+  set(before "")
+  while(NOT "${nodes}" STREQUAL "${before}")
+    set(before "${nodes}")
+    foreach(node IN LISTS before)
+      set(rest ${${prefix}${node}})
+      list(REMOVE_ITEM rest ${node})
+      foreach(other IN LISTS rest)
+        if(other IN_LIST nodes)
+          set(rest "kept")
+          break()
+        endif()
+      endforeach()
+      if(NOT rest STREQUAL "kept")
+        list(REMOVE_ITEM nodes ${node})
+      endif()
+    endforeach()
+  endwhile()
+  set(${circle_variable} "${nodes}" PARENT_SCOPE)
+endfunction()
+
 # In quotes, or a path of ours in angle brackets, or the body that each_level.h includes.
 list(JOIN modules "|" any_module)
 set(ours "(include[ \t]*(\"|<(${any_module}|vistrel)/)|define VISTREL_BODY \")")
@@ -88,12 +117,14 @@ foreach(module IN LISTS modules)
   file(GLOB_RECURSE files RELATIVE ${ROOT}
     ${ROOT}/${module}/*.h ${ROOT}/${module}/*.hpp ${ROOT}/${module}/*.inl ${ROOT}/${module}/*.c
     ${ROOT}/${module}/*.cpp)
+  list(APPEND all_files ${files})
   foreach(file IN LISTS files)
     math(EXPR count "${count} + 1")
     file(STRINGS ${ROOT}/${file} lines REGEX "^[ \t]*#[ \t]*${ours}")
     foreach(line IN LISTS lines)
       string(REGEX REPLACE "^[^<\"]*[<\"]([^>\"]*).*" "\\1" included "${line}")
       module_of("${file}" own_module)
+      list(APPEND includes_${file} ${included})
       check_include(${own_module} "${included}" fault)
       if(fault)
         string(APPEND faults "  ${file}: \"${included}\": ${fault}\n")
@@ -101,6 +132,15 @@ foreach(module IN LISTS modules)
     endforeach()
   endforeach()
 endforeach()
+
+find_circle("" "${all_modules}" circle)
+if(circle)
+  string(APPEND faults "  these modules may include each other: ${circle}\n")
+endif()
+find_circle(includes_ "${all_files}" circle)
+if(circle)
+  string(APPEND faults "  these files include each other: ${circle}\n")
+endif()
 
 if(NOT count)
   message(FATAL_ERROR "no source file under ${ROOT}")

@@ -1,13 +1,14 @@
-# cmake -D ROOT=FOLDER -P own_tests.cmake: fails when a source of the libraries, MODULE/.../NAME.cpp,
-# has no test of its own, tests/MODULE/NAME_test.cpp, or CMake does not build it. Headers of common/
-# are sources as well; any other NAME-inl.h is part of the .cpp that compiles it.
+# cmake -D ROOT=FOLDER -P own_tests.cmake: fails when a source of the libraries, FOLDER/NAME.cpp, has
+# no test of its own, tests/FOLDER/NAME_test.cpp, or CMake does not build it. Headers of common/ are
+# sources as well; any other NAME-inl.h is part of the .cpp that compiles it.
 cmake_minimum_required(VERSION 3.25)
 
 set(exempt
   common/arch.h common/depth.h                  # constants and types
   common/simd/each_level.h common/simd/simd.h   # every test of vector code is compiled by them
   cfa/near/near_border.cpp                      # near_test.cpp compares whole frames
-  demosaic/entries.cpp)                         # every algorithm's test calls its function
+  # Every algorithm's test calls a function that runs these.
+  demosaic/entries.cpp demosaic/through_buffer.cpp)
 
 include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)
 sources(${ROOT} files)
@@ -20,14 +21,15 @@ endif()
 
 set(faults "")
 foreach(file IN LISTS files)
-  string(REGEX MATCH "^[^/]+" module ${file})
-  string(REGEX REPLACE "^.*/|(-inl)?\\.[a-z]+$" "" name ${file})
+  string(REGEX REPLACE "(-inl)?\\.[a-z]+$" "_test.cpp" test ${file})
+  string(REGEX MATCH "^([^/]+)/(.*)" path ${test})
   set(built "")
-  if(EXISTS ${ROOT}/tests/${module}/${name}_test.cpp)
-    file(STRINGS ${ROOT}/tests/${module}/CMakeLists.txt built REGEX "[ (]${name}_test\\.cpp([ )]|$)")
+  if(EXISTS ${ROOT}/tests/${test})
+    file(STRINGS ${ROOT}/tests/${CMAKE_MATCH_1}/CMakeLists.txt built
+      REGEX "[ (]${CMAKE_MATCH_2}([ )]|$)")
   endif()
   if(NOT built)
-    string(APPEND faults "  ${file}: tests/${module}/${name}_test.cpp\n")
+    string(APPEND faults "  ${file}: tests/${test}\n")
   endif()
 endforeach()
 if(faults)

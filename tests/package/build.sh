@@ -12,7 +12,8 @@ for name in libvistrel1 libvistrelhost1 libvistrel-dev vistrel-tools; do
 done
 
 field() { dpkg-deb -f "$1"_*.deb "$2"; }
-grep -q "libvistrel1 (>= $version)" <<<"$(field libvistrelhost1 Depends)"
+# libvistrelhost contains the engine.
+if grep "libvistrel1 " <<<"$(field libvistrelhost1 Depends)"; then exit 1; fi
 grep -q "libvistrelhost1 (>= $version)" <<<"$(field vistrel-tools Depends)"
 # Only a plug-in needs LibRaw, and the program works without it.
 grep -q libraw <<<"$(field vistrel-tools Recommends)"

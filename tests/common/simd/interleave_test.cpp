@@ -1,6 +1,6 @@
 // Six half rows to pixels. The second half of this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
-#define VISTREL_BODY "tests/common/interleave_test.cpp"
+#define VISTREL_BODY "tests/common/simd/interleave_test.cpp"
 #include "common/simd/each_level.h"
 #include "tests/frames.h"
 #include "tests/levels.h"

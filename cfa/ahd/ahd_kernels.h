@@ -1,4 +1,4 @@
-// The input and output of the row kernels of adaptive homogeneity-directed demosaicing.
+// The row kernels of adaptive homogeneity-directed demosaicing, compiled for each level.
 #pragma once
 
 #include <type_traits>
@@ -33,8 +33,6 @@ struct LumaChromaWeights {
 template <class T>
 struct LumaChromaWindow {
   LumaChroma<T> row[3][2];
-
-  const LumaChroma<T>* operator[](int i) const { return row[i]; }
 };
 
 // The two images: green along rows, and along columns.

@@ -9,7 +9,7 @@ namespace vistrel::core {
 // The kernels of a level.
 template <class T>
 struct VariableGradientsKernels {
-  PixelKernels<T, HalfRowWindow<T, 2>> twelveBits, anyBits;
+  PixelKernels<T, HalfRowWindow<T, 2>> anyBits, twelveBits;
 };
 
 }  // namespace vistrel::core

@@ -1,10 +1,10 @@
 // Floats and doubles in lanes. The second half of this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
-#define VISTREL_BODY "tests/common/reals_test.cpp"
+#define VISTREL_BODY "tests/common/simd/reals_test.cpp"
 #include <cmath>
 
 #include "common/simd/each_level.h"
-#include "tests/common/elements.h"
+#include "tests/common/simd/elements.h"
 #include "tests/levels.h"
 
 namespace vistrel::core::test {

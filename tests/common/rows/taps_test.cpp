@@ -1,6 +1,6 @@
 // A formula's neighbours. The second half of this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
-#define VISTREL_BODY "tests/common/taps_test.cpp"
+#define VISTREL_BODY "tests/common/rows/taps_test.cpp"
 #include "common/rows/half_rows.h"
 #include "common/simd/each_level.h"
 #include "tests/arena.h"
@@ -69,7 +69,7 @@ TEST_P(Taps, LoadValuesOfOnePart) {
 }  // namespace vistrel::core::test
 
 #else
-#include "common/simd/taps-inl.h"
+#include "common/rows/taps-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {

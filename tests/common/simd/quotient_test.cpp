@@ -1,10 +1,10 @@
 // Exact quotients. The second half of this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
-#define VISTREL_BODY "tests/common/quotient_test.cpp"
+#define VISTREL_BODY "tests/common/simd/quotient_test.cpp"
 #include <numeric>
 
 #include "common/simd/each_level.h"
-#include "tests/common/elements.h"
+#include "tests/common/simd/elements.h"
 #include "tests/levels.h"
 
 namespace vistrel::core::test {

@@ -1,8 +1,8 @@
 // The ways of widening samples. The second half of this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
-#define VISTREL_BODY "tests/common/widen_test.cpp"
+#define VISTREL_BODY "tests/common/simd/widen_test.cpp"
 #include "common/simd/each_level.h"
-#include "tests/common/elements.h"
+#include "tests/common/simd/elements.h"
 #include "tests/levels.h"
 
 namespace vistrel::core::test {

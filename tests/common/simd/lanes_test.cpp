@@ -1,8 +1,8 @@
 // Exact operations lane by lane. The second half of this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
-#define VISTREL_BODY "tests/common/lanes_test.cpp"
+#define VISTREL_BODY "tests/common/simd/lanes_test.cpp"
 #include "common/simd/each_level.h"
-#include "tests/common/elements.h"
+#include "tests/common/simd/elements.h"
 #include "tests/frames.h"
 #include "tests/levels.h"
 

@@ -1,21 +1,15 @@
 // Shuffles and sums in registers of 16 or 32 bytes, which x86 has from SSSE3 on. The second half of
 // this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
-#define VISTREL_BODY "tests/common/registers_test.cpp"
+#define VISTREL_BODY "tests/common/simd/registers_test.cpp"
 #include <algorithm>
 #include <numeric>
 
 #include "common/simd/each_level.h"
-#include "tests/common/elements.h"
-#include "tests/levels.h"
+#include "tests/common/simd/elements.h"
+#include "tests/common/simd/levels_from_ssse3.h"
 
 #if VISTREL_X86
-
-// VISTREL_BY_LEVEL without the base level.
-#define OF_LEVEL(name)                         \
-  (std::array{                                 \
-      &ssse3::name, &sse41::name, &avx2::name, \
-      &avx512::name}[static_cast<size_t>(currentLevel()) - static_cast<size_t>(Level::ssse3)])
 
 namespace vistrel::core::test {
 namespace {
@@ -25,11 +19,6 @@ class Registers : public AtEveryLevel {
   const size_t bytes_ = *OF_LEVEL(kRegisterBytes);
 };
 
-std::vector<Level> levelsFromSsse3() {
-  std::vector<Level> levels = supportedLevels();
-  levels.erase(levels.begin());
-  return levels;
-}
 INSTANTIATE_TEST_SUITE_P(Every, Registers, ::testing::ValuesIn(levelsFromSsse3()),
                          ::testing::PrintToStringParamName());
 

@@ -1,6 +1,6 @@
 // Rows of pixels from half rows. The second half of this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
-#define VISTREL_BODY "tests/common/pixel_kernels_test.cpp"
+#define VISTREL_BODY "tests/common/rows/pixel_kernels_test.cpp"
 #include "common/rows/pixel_kernels.h"
 #include "common/rows/half_rows.h"
 

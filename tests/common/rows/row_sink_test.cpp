@@ -90,8 +90,8 @@ TEST(RowSink, CopiesPastTheCachesWithWhatLiesBeside) {
   const uint16_t *const work = pixels.data(), *const inner = work + 6;  // two pixels of guard
   Canvas<uint16_t> workCopy(3 * kColumns), result(3 * kColumns - 12);
   RowSink<uint16_t> sink(pixels.data() + 6);
-  sink.stream({workCopy.data(), work}, work + pixels.size());
-  sink.streamResult({result.data(), inner});
+  sink.writeNonTemporal({workCopy.data(), work}, work + pixels.size());
+  sink.writeResultNonTemporal({result.data(), inner});
   for (size_t x = 0; x < kColumns - 4; x += 83) sink.progress().written(x, x + 83);
   sink.finish(kColumns - 4);
   storeFence();
@@ -103,7 +103,7 @@ TEST(RowSink, FinishesACopyWithoutAnyReport) {
   std::vector<uint16_t> pixels = row();
   Canvas<uint16_t> result(3 * kColumns);
   RowSink<uint16_t> sink(pixels.data());
-  sink.streamResult({result.data(), pixels.data()});
+  sink.writeResultNonTemporal({result.data(), pixels.data()});
   sink.finish(kColumns);
   storeFence();
   EXPECT_EQ(result.samples(), pixels);

@@ -81,9 +81,9 @@ TYPED_TEST(Choice, ScoresBothImagesOfARow) {
   f.score(7, 1);
   for (int i = 0; i < 3; ++i)
     for (int p = 0; p < 2; ++p) {
-      EXPECT_EQ(Called::alongRow[i][p].y, f.images.lumaChroma(kAlongRow, 7)[i][p].y);
-      EXPECT_EQ(Called::alongColumn[i][p].y, f.images.lumaChroma(kAlongColumn, 7)[i][p].y);
-      EXPECT_NE(Called::alongRow[i][p].y, Called::alongColumn[i][p].y);
+      EXPECT_EQ(Called::alongRow.row[i][p].y, f.images.lumaChroma(kAlongRow, 7).row[i][p].y);
+      EXPECT_EQ(Called::alongColumn.row[i][p].y, f.images.lumaChroma(kAlongColumn, 7).row[i][p].y);
+      EXPECT_NE(Called::alongRow.row[i][p].y, Called::alongColumn.row[i][p].y);
     }
 }
 

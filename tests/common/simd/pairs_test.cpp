@@ -1,0 +1,82 @@
+// Sums of products. The second half of this file is compiled once for each level.
+#ifndef VISTREL_EACH_LEVEL
+#define VISTREL_BODY "tests/common/simd/pairs_test.cpp"
+#include "common/simd/each_level.h"
+#include "tests/common/simd/elements.h"
+#include "tests/common/simd/levels_from_ssse3.h"
+
+#if VISTREL_X86
+
+namespace vistrel::core::test {
+namespace {
+
+class Products : public AtEveryLevel {};
+INSTANTIATE_TEST_SUITE_P(Every, Products, ::testing::ValuesIn(levelsFromSsse3()),
+                         ::testing::PrintToStringParamName());
+
+TEST_P(Products, OfBytesAddInOrder) {
+  expectElements(OF_LEVEL(weightedBytes),
+                 [](uint8_t a, uint8_t b) { return 3 * (a & 63) + (b & 63); });
+  expectElements(OF_LEVEL(differences),
+                 [](uint8_t a, uint8_t b) { return (b & 63) + 64 - (a & 63); });
+}
+
+TEST_P(Products, OfSamplesAddInOrder) {
+  expectElements(OF_LEVEL(weightedSamples),
+                 [](uint16_t a, uint16_t b) { return 20 * (a & 1023) + 11 * (b & 1023); });
+}
+
+TEST_P(Products, KeepTheirUpperBits) {
+  expectElements(OF_LEVEL(upperProducts), [](uint16_t v) { return v * 50000u >> 16; });
+  expectElements(OF_LEVEL(roundedProducts), [](int16_t v) { return (v * 20000 + 16384) >> 15; });
+}
+
+}  // namespace
+}  // namespace vistrel::core::test
+
+#endif
+
+#else
+#include "common/simd/pairs-inl.h"
+
+#if VISTREL_SSSE3
+
+VISTREL_BEGIN_TARGET
+namespace vistrel::core::VISTREL_NAMESPACE {
+
+template <int a, int b>
+Vec<uint8_t> sumOf(Vec<uint8_t> v, Vec<uint8_t> w) {
+  const Pairs<uint8_t> pairs = pairsOf(v, w);
+  return packed(weighted<a, b>(pairs.lower), weighted<a, b>(pairs.upper));
+}
+
+// With operands whose results fit.
+inline void weightedBytes(uint8_t* out, size_t n, const uint8_t* a, const uint8_t* b) {
+  for (size_t k = 0; k < n; k += kLanes<uint8_t>)
+    store(out + k, sumOf<3, 1>(load(a + k) & 63, load(b + k) & 63));
+}
+inline void differences(uint8_t* out, size_t n, const uint8_t* a, const uint8_t* b) {
+  for (size_t k = 0; k < n; k += kLanes<uint8_t>)
+    store(out + k, sumOf<-1, 1>(load(a + k) & 63, (load(b + k) & 63) + 64));
+}
+inline void weightedSamples(uint16_t* out, size_t n, const uint16_t* a, const uint16_t* b) {
+  const auto sums = [](Vec<uint16_t> pairs) { return weighted<20, 11>(as<Vec<int16_t>>(pairs)); };
+  for (size_t k = 0; k < n; k += kLanes<uint16_t>) {
+    const Pairs<uint16_t> pairs = pairsOf(load(a + k) & 1023, load(b + k) & 1023);
+    store(out + k, packed(sums(pairs.lower), sums(pairs.upper)));
+  }
+}
+
+inline void upperProducts(uint16_t* out, size_t n, const uint16_t* v) {
+  for (size_t k = 0; k < n; k += kLanes<uint16_t>) store(out + k, upperProduct(load(v + k), 50000));
+}
+inline void roundedProducts(int16_t* out, size_t n, const int16_t* v) {
+  for (size_t k = 0; k < n; k += kLanes<int16_t>)
+    store(out + k, roundedProduct(load(v + k), 20000));
+}
+
+}  // namespace vistrel::core::VISTREL_NAMESPACE
+VISTREL_END_TARGET
+
+#endif
+#endif
