@@ -168,7 +168,7 @@ TEST_P(Allocations, MayFailWhereAStreamGrows) {
   };
   stream = streams[used - 2];
   const int growing = count();
-  ASSERT_EQ(growing > count(), c.phase != VISTREL_MONO) << "the streams must grow in this test";
+  ASSERT_GT(growing, count()) << "the streams must grow in this test";
   stream = streams[used - 1];
   failEach(work, false, [] {});
   EXPECT_EQ(work(nullptr), VISTREL_OK);
@@ -188,9 +188,7 @@ TEST(AllocationsOfThePool, MayFailAtTheFirstCall) {
   };
   const long live = g_live;
   // In a process where no other test ran before.
-  if (const int failures = failEach(work, false, [live] { EXPECT_EQ(g_live, live); })) {
-    EXPECT_GE(failures, 128);
-  }
+  EXPECT_LE(failEach(work, false, [live] { EXPECT_EQ(g_live, live); }), 1);
   EXPECT_EQ(work(nullptr), VISTREL_OK);
 }
 
@@ -219,8 +217,8 @@ TEST(AllocationsOfTheCppInterface, MayFail) {
     }
     return image ? VISTREL_OK : image.error().status();
   };
-  EXPECT_GE(failEach(work, false, [] {}), 2);
-  EXPECT_GE(failEach(work, true, [] {}), 2);
+  EXPECT_GE(failEach(work, false, [] {}), 1);
+  EXPECT_GE(failEach(work, true, [] {}), 1);
 }
 
 TEST(AllocationsOfARejection, MayFail) {

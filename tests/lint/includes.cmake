@@ -15,7 +15,7 @@ set(cfa entries cpu common)
 set(platform entries common)
 set(demosaic entries streams output cfa platform cpu common)
 set(frontend entries demosaic output streams cpu common)
-set(host interface demosaic output samples curves cpu common)
+set(host entries interface demosaic output samples curves cpu common)
 set(bench entries interface common cpu streams curves samples output cfa platform demosaic
   frontend)
 
