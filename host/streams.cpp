@@ -114,7 +114,8 @@ Pool& pool() {
 }  // namespace
 
 void* Scratch::reserve(size_t bytes) {
-  if (bytes <= bytes_) return block_.get();
+  // A fork may have found another thread here, between two of these steps.
+  if (block_ && bytes <= bytes_) return block_.get();
   free();
   block_.reset(std::aligned_alloc(core::Arena::kAlign, bytes));
   if (!block_) throw std::bad_alloc();

@@ -34,6 +34,7 @@ TEST(Streams, AreReplacedByMemoryOfTheLeaseWhenAllAreInUse) {
   {
     StreamLease another;
     EXPECT_EQ(another.id(), uint32_t{VISTREL_MAX_STREAMS});
+    EXPECT_NE(another.scratch(0), nullptr);
     std::memset(another.scratch(5000), 1, 5000);
   }
   const uint32_t id = leases[77]->id();
