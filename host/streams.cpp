@@ -20,6 +20,18 @@ using State = Slot::State;
 // Guards the pool. A process forks while it holds the mutex, so its child has a pool that works.
 constinit std::mutex g_mutex;
 
+// A cancelled thread would unwind through entries that no exception leaves.
+class CancellationOff {
+ public:
+  CancellationOff() { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before_); }
+  ~CancellationOff() { pthread_setcancelstate(before_, nullptr); }
+  CancellationOff(const CancellationOff&) = delete;
+  CancellationOff& operator=(const CancellationOff&) = delete;
+
+ private:
+  int before_ = 0;
+};
+
 class Pool {
  public:
   Pool() {
@@ -30,10 +42,16 @@ class Pool {
   // streams are in use and the caller does not wait.
   Slot* acquire(std::unique_lock<std::mutex>& lock, bool wait, State state) {
     if (!count_ && !wait) return nullptr;
+    const CancellationOff off;
     released_.wait(lock, [this] { return count_ > 0; });
     Slot& slot = slots_[free_[--count_]];
-    slot.state = state;
+    use(slot, state);
     return &slot;
+  }
+
+  void use(Slot& slot, State state) {
+    slot.state = state;
+    slot.user = pthread_self();
   }
 
   void release(Slot& slot) {
@@ -62,11 +80,11 @@ class Pool {
     return slots_[id];
   }
 
-  // Runs in the child of a fork, where the threads that were converting or waiting do not exist.
+  // Runs in the child of a fork, where only this thread exists.
   void restore() {
     new (&released_) std::condition_variable;
     for (Slot& slot : slots_)
-      if (slot.state == State::kBusy) release(slot);
+      if (slot.state != State::kFree && !pthread_equal(slot.user, pthread_self())) release(slot);
   }
 
  private:
@@ -77,11 +95,12 @@ class Pool {
 };
 
 // Never destroyed: a thread may still be converting while the process ends.
+alignas(Pool) constinit unsigned char g_memory[sizeof(Pool)] = {};
 constinit Pool* g_pool = nullptr;
 
 // The caller holds the mutex.
 Pool& pool() {
-  if (!g_pool) g_pool = new Pool;
+  if (!g_pool) g_pool = new (g_memory) Pool;
   return *g_pool;
 }
 
@@ -95,7 +114,8 @@ Pool& pool() {
 }  // namespace
 
 void* Scratch::reserve(size_t bytes) {
-  if (bytes <= bytes_) return block_.get();
+  // A fork may have found another thread here, between two of these steps.
+  if (block_ && bytes <= bytes_) return block_.get();
   free();
   block_.reset(std::aligned_alloc(core::Arena::kAlign, bytes));
   if (!block_) throw std::bad_alloc();
@@ -105,22 +125,23 @@ void* Scratch::reserve(size_t bytes) {
 
 StreamLease::StreamLease() : after_(State::kFree) {
   std::unique_lock lock(g_mutex);
-  slot_ = pool().acquire(lock, true, State::kBusy);
+  slot_ = pool().acquire(lock, false, State::kBusy);
 }
 
 StreamLease::StreamLease(vistrel_stream* acquired) : after_(State::kAcquired) {
   const std::lock_guard lock(g_mutex);
   slot_ = &pool().acquired(acquired);
-  slot_->state = State::kBusy;
+  pool().use(*slot_, State::kBusy);
 }
 
 StreamLease::~StreamLease() {
+  if (!slot_) return;
   const std::lock_guard lock(g_mutex);
   slot_->state = after_;
   if (after_ == State::kFree) pool().release(*slot_);
 }
 
-uint32_t StreamLease::id() const { return g_pool->idOf(*slot_); }
+uint32_t StreamLease::id() const { return slot_ ? g_pool->idOf(*slot_) : kStreams; }
 
 }  // namespace vistrel::host
 

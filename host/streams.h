@@ -1,6 +1,8 @@
 // Streams, acquired and released: the memory that a conversion needs besides frame and image.
 #pragma once
 
+#include <pthread.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -30,13 +32,14 @@ struct Slot {
   enum State { kFree, kAcquired, kBusy };
   State state = kFree;
   uintptr_t generation = 0;  // how often it was released
+  pthread_t user{};          // the thread that acquired it or converted on it last
   Scratch scratch;
 };
 
 // Exclusive use of a stream, for as long as the lease lives.
 class StreamLease {
  public:
-  // Of any stream; waits while all are in use.
+  // Leases a free stream. While all are in use it has memory of its own, so it never waits.
   StreamLease();
   // Leases a stream that the caller has acquired. Throws Rejection.
   explicit StreamLease(vistrel_stream* acquired);
@@ -44,14 +47,16 @@ class StreamLease {
   StreamLease(const StreamLease&) = delete;
   StreamLease& operator=(const StreamLease&) = delete;
 
+  // The number of the stream; VISTREL_MAX_STREAMS if it is none.
   uint32_t id() const;
 
   // Throws std::bad_alloc.
-  void* scratch(size_t bytes) { return slot_->scratch.reserve(bytes); }
+  void* scratch(size_t bytes) { return (slot_ ? slot_->scratch : own_).reserve(bytes); }
 
  private:
   Slot* slot_;
   Slot::State after_;
+  Scratch own_;
 };
 
 }  // namespace vistrel::host

@@ -48,22 +48,26 @@ int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion*
                            vistrel_layout* layout, vistrel_error* error);
 
 /*
- * Converts frame into image, on a stream that it acquires and releases: up to
- * VISTREL_MAX_STREAMS conversions run at once; further callers wait for one to end.
+ * Converts frame into image, on a stream that it acquires and releases. While all
+ * streams are in use, it allocates memory of its own and frees it. It never waits.
  * The work is done on the caller's thread.
  */
 int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
                         const vistrel_image* image, vistrel_error* error);
 
 /*
- * A stream: what a conversion needs besides frame and image. It serves one
- * conversion at a time. Each stream keeps a work buffer of about 6 bytes for every
- * pixel of the largest colour frame it has converted. A worker that holds one never
- * waits for a stream, and its memory stays warm.
+ * A stream: the memory that a conversion needs besides frame and image. It serves
+ * one conversion at a time. Each stream keeps its memory: a few rows of the widest
+ * frame it has converted. A worker that holds one allocates nothing from its second
+ * frame of a kind on, and its memory stays warm.
  *
  * A process may fork at any time, from any thread, and the child may convert. There,
- * streams on which other threads were converting are free; all others that were
- * acquired stay acquired.
+ * a stream stays acquired if the forking thread acquired it or converted on it last;
+ * all others are free.
+ *
+ * A conversion must run to its end: a signal handler that jumps out of it with
+ * longjmp, for instance because a mapped file became shorter, loses the stream. Until
+ * the process ends, nobody can use or release it.
  */
 typedef struct vistrel_stream vistrel_stream;
 
@@ -76,7 +80,11 @@ enum {
   VISTREL_NO_WAIT = 1 /* reject the call: VISTREL_NO_STREAM */
 };
 
-/* Acquires a stream. It belongs to the caller until the caller releases it. */
+/*
+ * Acquires a stream. It belongs to the caller until the caller releases it. The wait
+ * is no cancellation point: a thread cancelled by pthread_cancel meanwhile goes on
+ * waiting, and the cancellation takes effect after the call.
+ */
 int32_t vistrel_stream_acquire(uint32_t wait, vistrel_stream** stream, vistrel_error* error);
 
 /* vistrel_convert on this stream. Rejected while another thread converts on it. */

@@ -224,9 +224,9 @@ typedef struct vistrel_layout {
   size_t bytes;           /* row_bytes * height */
   size_t frame_bytes;     /* minimum size of the frame, with its stride */
   /*
-   * Maximum memory that a conversion needs besides frame and image: the stream's
-   * work buffer, which the stream keeps, and copies of samples and pixels, which
-   * are freed. A few rows and tables come on top.
+   * Memory that a conversion needs besides frame and image, and that its stream
+   * keeps: a few rows. Binned raw gray alone needs memory for whole images, and a
+   * few rows more, which it frees.
    */
   size_t working_bytes;
   uint32_t reserved[4]; /* written as 0 */

@@ -1,5 +1,6 @@
 // Any description of frame, conversion and image, over memory of exactly the described size: it is
-// converted or rejected, and a rejected call writes nothing.
+// converted or rejected, and a rejected call writes nothing. What other conversions have left
+// behind changes no pixel.
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -64,6 +65,22 @@ vistrel_conversion conversionFrom(Bytes& in, vistrel_region& region, std::vector
   return c;
 }
 
+// Leaves other samples in the memory of the stream that is acquired next.
+void convertAnother() {
+  static const std::vector<uint16_t> samples(size_t{64} * 64, 0xFFFF);
+  static std::vector<uint8_t> pixels(samples.size());
+  vistrel_frame frame{};
+  frame.samples = samples.data();
+  frame.size = 2 * samples.size();
+  frame.width = frame.height = 64;
+  frame.bytes_per_sample = 2, frame.bits = 16;
+  vistrel_conversion c{};
+  vistrel_default_conversion(&frame, &c);
+  c.format = VISTREL_GRAY8, c.gray = VISTREL_RAW_GRAY, c.binning = 2;
+  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  require(vistrel_convert(&frame, &c, &image, nullptr) == VISTREL_OK, "another conversion");
+}
+
 void convertAny(Bytes& in) {
   vistrel_frame frame = frameFrom(in);
   vistrel_region region{};
@@ -90,6 +107,11 @@ void convertAny(Bytes& in) {
   for (size_t i = 0; i < pixels.size(); ++i)
     if (status != 0 || (padding && i % (layout.row_bytes + padding) >= layout.row_bytes))
       require(pixels[i] == kUntouched, "bytes that are not the image's");
+  if (status != 0) return;
+  const std::vector<uint8_t> first = pixels;
+  convertAnother();
+  require(vistrel_convert(&frame, &conversion, &image, &error) == VISTREL_OK, "accepted once only");
+  require(pixels == first, "the same bytes after another conversion");
 }
 
 void unpackAny(Bytes& in) {

@@ -87,13 +87,14 @@ void headerless(const fs::path& folder) {
 }
 
 // In the order in which the target consumes them: frame, conversion, image.
-std::string conversion(uint32_t bits, uint32_t format, const vistrel_algorithm* a) {
+std::string conversion(uint32_t bits, uint32_t format, const vistrel_algorithm* a,
+                       uint32_t gray = VISTREL_LUMA, uint32_t binning = 1) {
   const bool isAhd = a->code == VISTREL_AHD;
   const uint32_t bytes = bits > 8 ? 2 : 1;
   return '\0' + numbers({11, 9, bytes, bits, VISTREL_RGGB, 0}) + '\1' + numbers({format}) + '\0' +
-         numbers({isAhd ? 0 : a->code}) + (isAhd ? '\0' : '\1') + numbers({0, 0, 1, 0, 0}) + '\1' +
-         numbers({VISTREL_MASK}) + '\0' + numbers({3, 0, 100, 100, 100, 0}) + '\0' +
-         std::string(150, '\5');
+         numbers({isAhd ? 0 : a->code}) + (isAhd ? '\0' : '\1') +
+         numbers({0, gray, binning, 0, 0}) + '\1' + numbers({VISTREL_MASK}) + '\0' +
+         numbers({3, 0, 100, 100, 100, 0}) + '\0' + std::string(150, '\5');
 }
 
 void hosts(const fs::path& folder) {
@@ -101,6 +102,8 @@ void hosts(const fs::path& folder) {
     save(folder / (std::string(a->name) + "8"), conversion(8, VISTREL_BGR24, a));
     save(folder / (std::string(a->name) + "10"), conversion(10, VISTREL_BGR48, a));
     save(folder / (std::string(a->name) + "-gray"), conversion(8, VISTREL_GRAY8, a));
+    save(folder / (std::string(a->name) + "-raw"),
+         conversion(8, VISTREL_GRAY8, a, VISTREL_RAW_GRAY, 2));
   }
   for (uint32_t packing = 0; packing < 6; ++packing)
     for (const uint32_t bits : {8u, 10u, 12u})

@@ -77,6 +77,36 @@ TEST_F(AcquiredStreams, AreRejectedUnlessAcquired) {
   EXPECT_THAT(pixels, Each(77));
 }
 
+TEST_F(AcquiredStreams, AreNotNeededByACallWithoutOne) {
+  std::vector<vistrel_stream*> streams(kStreams);
+  for (auto& stream : streams) ASSERT_NE(stream = acquire(VISTREL_NO_WAIT), nullptr);
+  EXPECT_EQ(vistrel_convert(&frame, &conversion, &image, &error), VISTREL_OK);
+  EXPECT_THAT(pixels, Each(120));
+  for (auto* stream : streams) EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
+}
+
+// A thread that is cancelled while it waits gets its stream; the process goes on.
+TEST_F(AcquiredStreams, AreWaitedForByACancelledThread) {
+  std::vector<vistrel_stream*> streams(kStreams);
+  for (auto& stream : streams) ASSERT_NE(stream = acquire(VISTREL_NO_WAIT), nullptr);
+  std::promise<pthread_t> begun;
+  std::promise<vistrel_stream*> acquired;
+  std::thread waiting([&] {
+    begun.set_value(pthread_self());
+    acquired.set_value(acquire(VISTREL_WAIT));
+    int before = -1;
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before);
+    EXPECT_EQ(before, PTHREAD_CANCEL_ENABLE);
+  });
+  const pthread_t thread = begun.get_future().get();
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  pthread_cancel(thread);
+  vistrel_stream_release(streams[3], nullptr);
+  streams[3] = acquired.get_future().get();
+  waiting.join();
+  for (auto* stream : streams) EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
+}
+
 // The stream that was released last is acquired next, under another handle.
 TEST_F(AcquiredStreams, AreRejectedFromFormerOwners) {
   vistrel_stream* const former = acquire();

@@ -119,6 +119,13 @@ const Case kFormats[] = {
      },
      {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
       "the library's own gray of algorithm ahd is sheared"}},
+    {"BinnedRawGrayOfEdge",
+     [](Request& r) {
+       r.conversion.gray = VISTREL_RAW_GRAY, r.conversion.format = VISTREL_GRAY8,
+       r.conversion.algorithm = VISTREL_EDGE, r.conversion.binning = 2;
+     },
+     {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
+      "the library's own gray of algorithm edge can't be binned"}},
     {"LumaOfAhd",
      [](Request& r) { r.conversion.format = VISTREL_GRAY8, r.conversion.algorithm = VISTREL_AHD; },
      kAccepted},
