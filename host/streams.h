@@ -48,6 +48,7 @@ class StreamLease {
 
   // Throws std::bad_alloc.
   void* scratch(size_t bytes) { return slot_->scratch.reserve(bytes); }
+  void trim() { slot_->scratch.free(); }
 
  private:
   Slot* slot_;

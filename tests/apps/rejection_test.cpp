@@ -25,7 +25,7 @@ TEST(RejectionText, HasTheOptionBehindTheArgument) {
   const Error error = rejectionOf("conversion.region", "3x2+1+0", "it is empty");
   EXPECT_EQ(app::textOf(error), "--roi 3x2+1+0: it is empty");
   EXPECT_EQ(app::textOf(error, {{"conversion.region", "--crop"}}), "--crop 3x2+1+0: it is empty");
-  EXPECT_EQ(app::textOf(error, {{"conversion.black", "--black"},
+  EXPECT_EQ(app::textOf(error, {{"conversion.black[0]", "--black"},
                                 {"conversion.region", "--crop", "typed", "take a larger one"}}),
             "--crop typed: it is empty; take a larger one");
 }
@@ -90,13 +90,13 @@ TEST_F(Rejections, Conversion) {
   expect(pgm + "--format gray8 --gray raw -a near",
          "bytes.pgm: --gray raw: the library's own gray of algorithm near is sheared");
   expect(pgm + "--black 256", "bytes.pgm: --black 256: samples of 8 bits allow 0 to 255");
-  expect(pgm + "--window 1", "bytes.pgm: --window 1: it needs 9 bits or more, the samples have 8");
+  expect(pgm + "--window 1", "bytes.pgm: --window 1: it needs 9 bits or more; the samples have 8");
   expect("compare bytes.pgm --phase rggb -o x.png --window 2",
-         "bytes.pgm: --window 2: it needs 10 bits or more, the samples have 8");
+         "bytes.pgm: --window 2: it needs 10 bits or more; the samples have 8");
   expect("convert bytes.pgm --phase mono -o x.png --wb auto",
          "bytes.pgm: --wb auto: a mono frame has no colours");
   expect(deep + "-a kimmel",
-         "deep.pgm: --algorithm kimmel: supports at most 10 bits, the samples have 12; --depth "
+         "deep.pgm: --algorithm kimmel: it supports at most 10 bits; the samples have 12; --depth "
          "reduce10 drops the lowest bits first");
 }
 

@@ -112,10 +112,10 @@ TEST_F(BadInput, Sizes) {
   expectRejected("P5\n1 1\n255\n",
                  "the file is too short: 1x1 samples of 8 bits do not fit its 11 "
                  "bytes");
-  expectRejected("P5\n2147483648 1\n255\nabcd",
-                 "the file is too short: 2147483648x1 samples of 8 bits do not fit its 24 bytes");
+  expectRejected("P5\n2147483392 1\n255\nabcd",
+                 "the file is too short: 2147483392x1 samples of 8 bits do not fit its 24 bytes");
   expectRejected("P5\n2147483648 2147483648\n65535\nabcd",
-                 "frame 2147483648x2147483648: it has more than 4294967295 samples");
+                 "frame 2147483648x2147483648: it has more than 2147483392 rows or columns");
   expectRejected("P5\n65536 65536\n255\nabcd",
                  "frame 65536x65536: it has more than 4294967295 samples");
 }

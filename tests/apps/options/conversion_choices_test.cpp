@@ -45,9 +45,10 @@ TEST_F(Choices, MoreThanTenBitsMustBeReduced) {
   scratch.write("in.pgm", pgm(40, 30, 4095, [](auto x, auto y) { return 4 * texture(x, y) + 3; }));
   const Finished result = scratch.vistrel("convert in.pgm -o out.png --phase rggb -a laroche");
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.err,
-            "vistrel: in.pgm: --algorithm laroche: supports at most 10 bits, the samples have 12; "
-            "--depth reduce10 drops the lowest bits first\n");
+  EXPECT_EQ(
+      result.err,
+      "vistrel: in.pgm: --algorithm laroche: it supports at most 10 bits; the samples have 12; "
+      "--depth reduce10 drops the lowest bits first\n");
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});
   const auto reduced = convert("-a laroche --depth reduce10").samples;
   scratch.write("in.pgm", pgm(40, 30, 1023, texture));
