@@ -52,6 +52,7 @@ class StreamLease {
 
   // Throws std::bad_alloc.
   void* scratch(size_t bytes) { return (slot_ ? slot_->scratch : own_).reserve(bytes); }
+  void trim() { slot_->scratch.free(); }  // of an acquired one
 
  private:
   Slot* slot_;
