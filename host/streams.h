@@ -25,12 +25,19 @@ class Scratch {
   size_t bytes_ = 0;
 };
 
+// A conversion that goes on from call to call.
+class BegunConversion {
+ public:
+  virtual ~BegunConversion() = default;
+};
+
 // The pool's record of a stream.
 struct Slot {
   enum State { kFree, kAcquired, kBusy };
   State state = kFree;
   uintptr_t generation = 0;  // how often it was released
   Scratch scratch;
+  std::unique_ptr<BegunConversion> begun;  // works in the scratch memory
 };
 
 // Exclusive use of a stream, for as long as the lease lives.
@@ -45,6 +52,11 @@ class StreamLease {
   StreamLease& operator=(const StreamLease&) = delete;
 
   uint32_t id() const;
+
+  // The conversion that has begun on it, if any.
+  std::unique_ptr<BegunConversion>& begun() { return slot_->begun; }
+  // Throws Rejection if there is one.
+  void checkIdle() const;
 
   // Throws std::bad_alloc.
   void* scratch(size_t bytes) { return slot_->scratch.reserve(bytes); }
