@@ -58,7 +58,9 @@ void make(const EngineCall& call, ImageRows rows, Arena& arena) {
   if (call.plan.throughBuffer) return makeThroughBuffer<T>(call, arena);
   FrameRows<T> source(call.plan, call.frame, call.conversion, call.gains, arena);
   RowEngine<T> engine(call, rows, source, arena);
-  if (!arena.counts()) engine.advance(engine.last());
+  if (arena.counts()) return;
+  engine.advance(engine.last());
+  storeFence();
 }
 
 }  // namespace

@@ -16,8 +16,8 @@ struct EngineCall {
   ptrdiff_t stride;
 };
 
-// Makes them. From an arena that counts it only takes the memory that it needs, the same for any
-// rows.
+// Makes rows of the image, visible to all threads. From an arena that counts it only takes the
+// memory that it needs, the same for any rows.
 void makeRows(const EngineCall& call, ImageRows rows, core::Arena& arena);
 
 }  // namespace vistrel::host

@@ -36,8 +36,8 @@ class PushedSamples final : public PushedConversion {
     return count.used();
   }
 
-  uint32_t convert(uint32_t y, const unsigned char* frameRow) override {
-    source_.push(y, frameRow);
+  uint32_t convert(uint32_t y, const unsigned char* frameRow, const unsigned char* next) override {
+    source_.push(y, frameRow, next);
     while (next_ < engine_.last() && source_.has(next_)) ++next_;
     engine_.advance(next_);
     return engine_.finished(next_);
@@ -69,6 +69,7 @@ void push(StreamLease& stream, const void* samples, size_t size, uint32_t rows,
   PushedConversion& conversion = begunOn(stream);
   conversion.checkPortion(samples, size, rows);
   const auto finish = [&] {
+    core::storeFence();
     if (finalRows) *finalRows = conversion.finalRows();
     if (conversion.isOver()) stream.begun().reset();
   };
@@ -118,7 +119,7 @@ void PushedConversion::push(const void* samples, uint32_t rows) {
   for (; rows > 0; --rows, ++pushed_, row += strideOf(frame_)) {
     if (pushed_ < part_.top || pushed_ >= part_.bottom) continue;
     if (conversion_.excess == VISTREL_REJECT) checkExcessSamples(frame_, part_, row, pushed_);
-    finalRows_ = convert(pushed_, row);
+    finalRows_ = convert(pushed_, row, rows > 1 ? row + strideOf(frame_) : nullptr);
   }
   isOver_ = pushed_ == frame_.height;
 }

@@ -28,8 +28,10 @@ class PushedConversion : public BegunConversion {
   ImageRows allRows() const { return {0, plan_.layout.height}; }
 
  private:
-  // Takes the frame's row y and returns how many rows of the image are final.
-  virtual uint32_t convert(uint32_t y, const unsigned char* frameRow) = 0;
+  // Takes the frame's row y and returns how many rows of the image are final. next: as in
+  // PushedRows.
+  virtual uint32_t convert(uint32_t y, const unsigned char* frameRow,
+                           const unsigned char* next) = 0;
 
   Plan plan_;
   vistrel_frame frame_;

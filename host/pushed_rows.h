@@ -18,9 +18,10 @@ class PushedRows final : public core::RowSource<T> {
         preparation_(call.plan, call.frame, call.conversion, call.gains),
         lines_(arena.take<T>(size_t{kHeld} * plan_.width)) {}
 
-  // Row y of the frame, after the rows before it.
-  void push(uint32_t y, const unsigned char* frameRow) {
+  // Row y of the frame, after the rows before it. next: the row after it, if it is known.
+  void push(uint32_t y, const unsigned char* frameRow, const unsigned char* next) {
     pushed_ = y + 1;
+    this->next_ = next ? core::Prefetcher(preparation_.begin(next), sizeof(T)) : core::Prefetcher();
     preparation_.make(static_cast<int>(y - plan_.y), frameRow, line(y));
   }
 

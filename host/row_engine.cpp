@@ -106,12 +106,6 @@ bool RowEngine<T>::finishes(const DemosaicAlgorithm<T>& algorithm) const {
 }
 
 template <class T>
-void RowEngine<T>::advance(int end) {
-  demosaic_->advance(end);
-  storeFence();
-}
-
-template <class T>
 uint32_t RowEngine<T>::finished(int end) const {
   const int reach = last() - engineRow(rows_.end);
   const int made = std::clamp(end - reach, engineRow(rows_.first), engineRow(rows_.end));

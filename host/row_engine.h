@@ -30,9 +30,8 @@ class RowEngine {
   int first() const { return demosaic_->first(); }
   int last() const { return demosaic_->last(); }
 
-  // Makes all rows that the source's rows before `end` allow, and makes them visible to other
-  // threads.
-  void advance(int end);
+  // Makes all rows that the source's rows before `end` allow.
+  void advance(int end) { demosaic_->advance(end); }
 
   // How many rows of the image are final after advance(end).
   uint32_t finished(int end) const;

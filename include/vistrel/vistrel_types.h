@@ -34,7 +34,7 @@ enum {
   VISTREL_BAD_RESERVED = 24,     /* a reserved field is not 0 */
   VISTREL_BAD_ALIGNMENT = 25,    /* no such alignment */
   VISTREL_BAD_LEVEL = 26,        /* this machine has no such level */
-  VISTREL_BAD_STREAM = 27,       /* the stream is not acquired, or is converting */
+  VISTREL_BAD_STREAM = 27,       /* not acquired, converting, or no conversion to push to */
   VISTREL_NO_STREAM = 28,        /* all streams are in use */
   VISTREL_BAD_WAIT = 29,         /* wait is neither VISTREL_WAIT nor VISTREL_NO_WAIT */
   VISTREL_BAD_BLACK = 30,        /* black is above full scale */
