@@ -26,12 +26,9 @@ void makeBands(const EngineCall& call, const Bands& bands, const Crew& crew, Str
   });
 }
 
-// Makes rows of the image: all of them if `some` is null.
-void convert(vistrel_stream* callerStream, const vistrel_frame* frame,
-             const vistrel_conversion* conversion, const vistrel_image* image,
-             const ImageRows* some) {
-  const Plan plan = makePlan(frame, conversion);
-  const ImageRows rows = some ? *some : ImageRows{0, plan.layout.height};
+void convert(vistrel_stream* callerStream, const Plan& plan, ImageRows rows,
+             const vistrel_frame* frame, const vistrel_conversion* conversion,
+             const vistrel_image* image) {
   const size_t stride = checkMemory(plan, *frame, image);
   std::optional<StreamLease> stream;
   callerStream ? stream.emplace(callerStream) : stream.emplace();
@@ -49,6 +46,12 @@ void convert(vistrel_stream* callerStream, const vistrel_frame* frame,
   makeBands(call, bandsOf(plan, *conversion, rows), crew, *stream);
 }
 
+void convertAll(vistrel_stream* stream, const vistrel_frame* frame,
+                const vistrel_conversion* conversion, const vistrel_image* image) {
+  const Plan plan = makePlan(frame, conversion);
+  convert(stream, plan, {0, plan.layout.height}, frame, conversion, image);
+}
+
 void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
                  const vistrel_conversion* conversion, const vistrel_image* image, uint32_t first,
                  uint32_t count) {
@@ -61,8 +64,7 @@ void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
   if (first >= height || count > height - first)
     reject(VISTREL_BAD_ROWS, "rows", fmt::format("{}+{}", first, count), "the image has {} rows",
            height);
-  const ImageRows rows{first, first + count};
-  convert(stream, frame, conversion, image, &rows);
+  convert(stream, plan, {first, first + count}, frame, conversion, image);
 }
 
 }  // namespace
@@ -91,7 +93,7 @@ int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion*
 
 int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
                         const vistrel_image* image, vistrel_error* error) {
-  return toStatus(error, [&] { convert(nullptr, frame, conversion, image, nullptr); });
+  return toStatus(error, [&] { convertAll(nullptr, frame, conversion, image); });
 }
 
 int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* frame,
@@ -99,7 +101,7 @@ int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* fram
                                vistrel_error* error) {
   return toStatus(error, [&] {
     checkPointer(stream, "stream");
-    convert(stream, frame, conversion, image, nullptr);
+    convertAll(stream, frame, conversion, image);
   });
 }
 
