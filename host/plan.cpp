@@ -151,8 +151,7 @@ void checkSamples(const vistrel_frame& frame) {
            frame.height, strideOf(frame), bytesOf(frame));
 }
 
-ptrdiff_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image) {
-  checkSamples(frame);
+CheckedImage checkImage(const Plan& plan, const vistrel_image* image) {
   checkPointer(image, "image");
   checkPointer(image->pixels, "image.pixels");
   checkReserved("image.reserved", image->reserved);
@@ -162,6 +161,12 @@ ptrdiff_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistre
   if (image->size < rows.extent())
     reject(VISTREL_SHORT_BUFFER, "image.size", image->size, "{} rows of stride {} take {} bytes",
            l.height, stride, rows.extent());
+  return {stride, rows};
+}
+
+ptrdiff_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image) {
+  checkSamples(frame);
+  const auto [stride, rows] = checkImage(plan, image);
   const auto samples = reinterpret_cast<uintptr_t>(frame.samples);
   if (overlap(rows, {samples, strideOf(frame), rowBytes(frame), frame.height}))
     reject(VISTREL_OVERLAP, "image.pixels", "", "they overlap the frame's samples");

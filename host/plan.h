@@ -1,6 +1,7 @@
 // A conversion as the engine will run it: region, phase, sizes.
 #pragma once
 
+#include "host/overlap.h"
 #include "host/tables.h"
 
 namespace vistrel::host {
@@ -22,11 +23,24 @@ struct Plan {
   vistrel_layout layout;
 };
 
+// Rows first .. end - 1 of the image.
+struct ImageRows {
+  uint32_t first, end;
+};
+
 // Checks everything but samples and memory. Throws Rejection.
 Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion);
 
 // Checks the memory of a frame. Throws Rejection.
 void checkSamples(const vistrel_frame& frame);
+
+struct CheckedImage {
+  ptrdiff_t stride;  // bytes
+  ByteRows rows;     // that are written
+};
+
+// Checks the memory of an image. Throws Rejection.
+CheckedImage checkImage(const Plan& plan, const vistrel_image* image);
 
 // Checks the memory of frame and image. Returns the image's stride in bytes. Throws Rejection.
 ptrdiff_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image);

@@ -25,6 +25,8 @@ constexpr const char* kNames[] = {
     "VISTREL_BAD_STREAM",   "VISTREL_NO_STREAM",        "VISTREL_BAD_WAIT",
     "VISTREL_BAD_BLACK",    "VISTREL_BAD_BALANCE",      "VISTREL_BAD_EDGES",
     "VISTREL_BUSY_STREAM",  "VISTREL_BAD_CONTINUOUS",   "VISTREL_BAD_WHITE",
+    "VISTREL_BAD_THREADS",  "VISTREL_BAD_TEAM",         "VISTREL_NO_THREAD",
+    "VISTREL_RUN_FAILED",   "VISTREL_BAD_ROWS",
 };
 
 // Texts of printable ASCII are valid in every encoding and harmless on every terminal.

@@ -56,6 +56,7 @@ class Pool {
 
   void release(Slot& slot) {
     slot.state = State::kFree;
+    slot.begun.reset();
     ++slot.generation;
     free_[count_++] = idOf(slot);
     released_.notify_one();
@@ -147,6 +148,11 @@ StreamLease::~StreamLease() {
 }
 
 uint32_t StreamLease::id() const { return slot_ ? g_pool->idOf(*slot_) : kStreams; }
+
+void StreamLease::checkIdle() const {
+  if (slot_ && slot_->begun)
+    reject(VISTREL_BUSY_STREAM, "stream", "", "a conversion of pushed rows has begun on it");
+}
 
 }  // namespace vistrel::host
 
