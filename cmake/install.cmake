@@ -2,7 +2,7 @@
 include(CMakePackageConfigHelpers)
 
 # Public headers lie in include/vistrel as they are installed.
-set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h vistrel_types.h)
+set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h vistrel_types.h vistrel_version.h)
 set(VISTREL_CXX_HEADERS solvers.h tone_curves.h image_functions.h platform.h vistrel.hpp)
 
 set(libraries Vistrel)

@@ -26,10 +26,14 @@
 #include <stdint.h>
 
 #include "vistrel/vistrel_types.h"
+#include "vistrel/vistrel_version.h"
 
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/* VISTREL_VERSION of the loaded library, which may be older or newer than the headers. */
+uint32_t vistrel_version(void);
 
 /*
  * Fills conversion with the defaults for frame: 8 bits per sample, mono or BGR

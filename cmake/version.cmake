@@ -1,0 +1,10 @@
+# VISTREL_VERSION: MAJOR.MINOR.PATCH, as the public header says.
+set(VISTREL_VERSION "")
+set(header ${CMAKE_CURRENT_LIST_DIR}/../include/vistrel/vistrel_version.h)
+foreach(part IN ITEMS MAJOR MINOR PATCH)
+  file(STRINGS ${header} line REGEX "^#define VISTREL_VERSION_${part} [0-9]+$")
+  string(REGEX MATCH "[0-9]+$" number "${line}")
+  list(APPEND VISTREL_VERSION ${number})
+endforeach()
+list(JOIN VISTREL_VERSION "." VISTREL_VERSION)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})

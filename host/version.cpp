@@ -1,0 +1,3 @@
+#include "vistrel/vistrel_host.h"
+
+uint32_t vistrel_version() { return VISTREL_VERSION; }
