@@ -24,7 +24,7 @@ void describeProgram(CLI::App& program, int& status) {
   program.description("Raw camera frames to pictures, exact to the sample");
   program.footer(std::string(kExamples) + kExitStatuses);
   setHelp(program);
-  program.set_version_flag("--version", "vistrel " VISTREL_VERSION);
+  program.set_version_flag("--version", "vistrel " VISTREL_PROGRAM_VERSION);
   program.failure_message([](const CLI::App*, const CLI::Error& error) {
     return fmt::format("vistrel: {}\nRun with --help for more information.\n", error.what());
   });

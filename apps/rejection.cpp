@@ -28,7 +28,7 @@ constexpr struct {
     {"conversion.reduction", "--window"},
     {"conversion.truncate_to", "--depth"},
     {"conversion.table_entries", "--curve"},
-    {"conversion.black", "--black"},
+    {"conversion.black[0]", "--black"},
     {"conversion.white_balance", "--wb"},
     {"conversion.edges", "--edges"},
 };

@@ -3,14 +3,16 @@ include(CMakePackageConfigHelpers)
 
 # Public headers lie in include/vistrel as they are installed.
 set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h vistrel_types.h vistrel_version.h)
-set(VISTREL_CXX_HEADERS solvers.h tone_curves.h image_functions.h platform.h vistrel.hpp)
+set(VISTREL_CXX_HEADERS solvers.h tone_curves.h image_functions.h platform.h
+  vistrel.hpp vistrel_result.hpp vistrel_span.hpp)
 
 set(libraries Vistrel)
 set(other_headers "")
 if(VISTREL_HOST)
   list(APPEND libraries vistrelhost)
 else()
-  set(other_headers PATTERN vistrel_host.h EXCLUDE PATTERN vistrel_types.h EXCLUDE PATTERN vistrel.hpp EXCLUDE)
+  set(other_headers PATTERN vistrel_host.h EXCLUDE PATTERN vistrel_types.h EXCLUDE
+    PATTERN *.hpp EXCLUDE)
 endif()
 
 file(RELATIVE_PATH VISTREL_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)

@@ -28,7 +28,7 @@ void checkExcessSamples(const Plan& p, const vistrel_frame& f) {
 void convert(vistrel_stream* callerStream, const vistrel_frame* frame,
              const vistrel_conversion* conversion, const vistrel_image* image) {
   const Plan plan = makePlan(frame, conversion);
-  const size_t stride = checkMemory(plan, *frame, image);
+  const ptrdiff_t stride = checkMemory(plan, *frame, image);
   std::optional<StreamLease> stream;
   callerStream ? stream.emplace(callerStream) : stream.emplace();
   if (conversion->excess == VISTREL_REJECT)
@@ -39,7 +39,7 @@ void convert(vistrel_stream* callerStream, const vistrel_frame* frame,
                         *conversion,
                         gainsOf(*frame, *conversion),
                         static_cast<unsigned char*>(image->pixels),
-                        static_cast<ptrdiff_t>(stride)};
+                        stride};
   const ImageRows all{0, plan.layout.height};
   core::Arena count;
   makeRows(call, all, count);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "samples/mirror.h"
 
@@ -26,7 +27,9 @@ FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
                         core::Arena& arena)
     : plan_(plan), frame_(frame), conversion_(conversion), gains_(gains) {
   const bool masks = conversion.excess == VISTREL_MASK && frame.bits < 8 * sizeof(T);
-  isReady_ = !masks && !belowOf(frame) && !conversion.black && !conversion.white_balance &&
+  const bool subtracts = std::any_of(std::begin(conversion.black), std::end(conversion.black),
+                                     [](uint32_t black) { return black != 0; });
+  isReady_ = !masks && !belowOf(frame) && !subtracts && !conversion.white_balance &&
              plan.bits == frame.bits;
   const int64_t first = std::max<int64_t>(plan.x, 0);
   const int64_t end = std::min<int64_t>(plan.x + plan.width, frame.width);
@@ -55,7 +58,7 @@ core::Preparation FrameRows<T>::preparationOf(int y) const {
   return {frame_.bits,
           belowOf(frame_),
           frame_.bits - plan_.bits,
-          {conversion_.black, conversion_.black},
+          blackOf(conversion_, plan_.x + static_cast<int64_t>(left_), plan_.y + y),
           {gainAt(left_), gainAt(left_ + 1)}};
 }
 

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "common/work_layout.h"
+#include "host/overlap.h"
 #include "host/status.h"
 #include "host/validate.h"
 
@@ -18,14 +19,16 @@ constexpr uint32_t kMinPadding = 8;
 
 uint64_t rowBytes(const vistrel_frame& f) { return uint64_t{f.width} * f.bytes_per_sample; }
 
+bool isWhole(const vistrel_region& r) { return !r.x && !r.y && !r.width && !r.height; }
+
 // Rejects a conversion because of its region or, without one, because of the whole frame.
 template <class... Args>
 [[noreturn]] void rejectRegion(int32_t status, const vistrel_frame& f, const vistrel_conversion& c,
                                fmt::format_string<Args...> reason, Args&&... args) {
-  if (!c.region)
+  const vistrel_region& r = c.region;
+  if (isWhole(r))
     reject(status, "frame", fmt::format("{}x{}", f.width, f.height), reason,
            std::forward<Args>(args)...);
-  const vistrel_region& r = *c.region;
   reject(status, "conversion.region", fmt::format("{}x{}+{}+{}", r.width, r.height, r.x, r.y),
          reason, std::forward<Args>(args)...);
 }
@@ -41,7 +44,7 @@ uint32_t paddingOf(const Format& format, const vistrel_conversion& c) {
 }
 
 Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
-  const vistrel_region r = c.region ? *c.region : vistrel_region{0, 0, f.width, f.height};
+  const vistrel_region r = isWhole(c.region) ? vistrel_region{0, 0, f.width, f.height} : c.region;
   if (uint64_t{r.x} + r.width > f.width || uint64_t{r.y} + r.height > f.height)
     rejectRegion(VISTREL_BAD_REGION, f, c, "it extends beyond the frame of {}x{}", f.width,
                  f.height);
@@ -79,8 +82,11 @@ void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
                  kMaxSamples);
 }
 
+// A single row's stride does not matter.
+bool isTooLarge(uint64_t stride, uint32_t rows) { return rows > 1 && stride > kMaxBytes / rows; }
+
 void checkFrameBytes(const vistrel_frame& f) {
-  if (strideOf(f) > kMaxBytes / f.height)
+  if (isTooLarge(strideOf(f), f.height))
     reject(VISTREL_TOO_LARGE, "frame.stride", strideOf(f), "no memory can hold {} such rows",
            f.height);
 }
@@ -96,6 +102,18 @@ void shapeResult(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   l.row_bytes = static_cast<size_t>(row);
   l.bytes = l.row_bytes * l.height;
   l.frame_bytes = static_cast<size_t>(bytesOf(f));
+}
+
+// An image's rows in memory, those of a negative stride from the last one up.
+ByteRows rowsOf(const vistrel_layout& l, const vistrel_image& image, ptrdiff_t stride) {
+  const uint64_t distance = stride < 0 ? -static_cast<uint64_t>(stride) : uint64_t(stride);
+  const uint64_t below = stride < 0 ? distance * (l.height - 1) : 0;
+  const auto first = reinterpret_cast<uintptr_t>(image.pixels);
+  if (distance < l.row_bytes)
+    reject(VISTREL_BAD_STRIDE, "image.stride", stride, "a row has {} bytes", l.row_bytes);
+  if (isTooLarge(distance, l.height) || below > first)
+    reject(VISTREL_TOO_LARGE, "image.stride", stride, "no memory can hold {} such rows", l.height);
+  return {first - below, distance, l.row_bytes, l.height};
 }
 
 }  // namespace
@@ -133,21 +151,19 @@ void checkSamples(const vistrel_frame& frame) {
            frame.height, strideOf(frame), bytesOf(frame));
 }
 
-size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image) {
+ptrdiff_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image) {
   checkSamples(frame);
   checkPointer(image, "image");
   checkPointer(image->pixels, "image.pixels");
+  checkReserved("image.reserved", image->reserved);
   const vistrel_layout& l = plan.layout;
-  const size_t stride = image->stride ? image->stride : l.row_bytes;
-  if (stride < l.row_bytes)
-    reject(VISTREL_BAD_STRIDE, "image.stride", stride, "a row has {} bytes", l.row_bytes);
-  if (stride > kMaxBytes / l.height)
-    reject(VISTREL_BAD_STRIDE, "image.stride", stride, "no memory can hold {} such rows", l.height);
-  const size_t imageBytes = stride * (l.height - 1) + l.row_bytes;
-  if (image->size < imageBytes)
+  const ptrdiff_t stride = image->stride ? image->stride : static_cast<ptrdiff_t>(l.row_bytes);
+  const ByteRows rows = rowsOf(l, *image, stride);
+  if (image->size < rows.extent())
     reject(VISTREL_SHORT_BUFFER, "image.size", image->size, "{} rows of stride {} take {} bytes",
-           l.height, stride, imageBytes);
-  if (overlap(frame.samples, l.frame_bytes, image->pixels, imageBytes))
+           l.height, stride, rows.extent());
+  const auto samples = reinterpret_cast<uintptr_t>(frame.samples);
+  if (overlap(rows, {samples, strideOf(frame), rowBytes(frame), frame.height}))
     reject(VISTREL_OVERLAP, "image.pixels", "", "they overlap the frame's samples");
   return stride;
 }

@@ -29,6 +29,6 @@ Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion);
 void checkSamples(const vistrel_frame& frame);
 
 // Checks the memory of frame and image. Returns the image's stride in bytes. Throws Rejection.
-size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image);
+ptrdiff_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image);
 
 }  // namespace vistrel::host

@@ -14,10 +14,11 @@ using Sums = std::array<uint64_t, 3>;  // red, green, blue
 template <class T>
 Sums sumsAboveBlack(const vistrel_frame& f, const vistrel_conversion& c) {
   const Significant<T> significant(f);
-  const core::Preparation above{f.bits, significant.below, 0, {c.black, c.black}, {}};
-  const auto* from = static_cast<const unsigned char*>(f.samples);
+  const auto* samples = static_cast<const unsigned char*>(f.samples);
   Sums sums{};
-  for (uint32_t y = 0; y < f.height; ++y, from += strideOf(f)) {
+  for (uint32_t y = 0; y < f.height; ++y) {
+    const auto* from = samples + y * strideOf(f);
+    const core::Preparation above{f.bits, significant.below, 0, blackOf(c, 0, y), {}};
     if (c.excess == VISTREL_REJECT)
       significant.rejectExcess(from, f.width, y, [](size_t x) { return static_cast<uint32_t>(x); });
     const auto [even, odd] = core::sumsAboveBlack<T>(from, f.width, above);
@@ -60,6 +61,11 @@ Gains measureGains(const vistrel_frame& frame, const vistrel_conversion& convers
           std::min<uint64_t>((VISTREL_GAIN_ONE * max + m / 2) / m, VISTREL_GAIN_MAX));
   }
   return gains;
+}
+
+core::ColumnPair<uint32_t> blackOf(const vistrel_conversion& c, int64_t x, int64_t y) {
+  const uint32_t* const row = c.black + (y & 1) * 2;
+  return {row[x & 1], row[~x & 1]};
 }
 
 Gains gainsOf(const vistrel_frame& frame, const vistrel_conversion& c) {

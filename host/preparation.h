@@ -3,11 +3,15 @@
 
 #include <array>
 
+#include "samples/prepare.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 
 using Gains = std::array<uint32_t, 3>;  // red, green, blue, in 1/4096
+
+// The black levels of pixel (x, y) of the frame and of the next one in its row.
+core::ColumnPair<uint32_t> blackOf(const vistrel_conversion& conversion, int64_t x, int64_t y);
 
 // The gains of the conversion, measured on the frame if it says so. Throws Rejection.
 Gains gainsOf(const vistrel_frame& frame, const vistrel_conversion& conversion);

@@ -11,6 +11,22 @@ static_assert(sizeof(vistrel_error::text) >= sizeof(vistrel_error::argument) +
                                                  sizeof(vistrel_error::value) +
                                                  sizeof(vistrel_error::reason));
 
+// By code.
+constexpr const char* kNames[] = {
+    "VISTREL_OK",           "VISTREL_NULL_POINTER",     "VISTREL_BAD_SIZE",
+    "VISTREL_BAD_BITS",     "VISTREL_BAD_STRIDE",       "VISTREL_BAD_PHASE",
+    "VISTREL_BAD_FORMAT",   "VISTREL_BAD_ALGORITHM",    "VISTREL_BAD_BINNING",
+    "VISTREL_BAD_REGION",   "VISTREL_REGION_TOO_SMALL", "VISTREL_BAD_REDUCTION",
+    "VISTREL_BAD_EXCESS",   "VISTREL_EXCESS_SAMPLE",    "VISTREL_TOO_LARGE",
+    "VISTREL_SHORT_BUFFER", "VISTREL_OVERLAP",          "VISTREL_NO_MEMORY",
+    "VISTREL_INTERNAL",     "VISTREL_BAD_THRESHOLD",    "VISTREL_BAD_TRUNCATION",
+    "VISTREL_BAD_TABLE",    "VISTREL_BAD_GRAY",         "VISTREL_BAD_PACKING",
+    "VISTREL_BAD_RESERVED", "VISTREL_BAD_ALIGNMENT",    "VISTREL_BAD_LEVEL",
+    "VISTREL_BAD_STREAM",   "VISTREL_NO_STREAM",        "VISTREL_BAD_WAIT",
+    "VISTREL_BAD_BLACK",    "VISTREL_BAD_BALANCE",      "VISTREL_BAD_EDGES",
+    "VISTREL_BUSY_STREAM",  "VISTREL_BAD_CONTINUOUS",   "VISTREL_BAD_WHITE",
+};
+
 // Texts of printable ASCII are valid in every encoding and harmless on every terminal.
 char printable(char c) { return c < ' ' || c > '~' ? '?' : c; }
 
@@ -42,3 +58,8 @@ int32_t report(vistrel_error* error, int32_t status, std::string_view reason,
 }
 
 }  // namespace vistrel::host
+
+const char* vistrel_status_name(int32_t status) {
+  const auto index = static_cast<uint32_t>(status);
+  return index < std::size(vistrel::host::kNames) ? vistrel::host::kNames[index] : nullptr;
+}

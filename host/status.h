@@ -40,11 +40,6 @@ void checkReserved(std::string_view argument, const uint32_t (&fields)[n]) {
              "only 0 is allowed in this version");
 }
 
-inline bool overlap(const void* a, size_t aBytes, const void* b, size_t bBytes) {
-  const auto from = reinterpret_cast<uintptr_t>(a), to = reinterpret_cast<uintptr_t>(b);
-  return from < to + bBytes && to < from + aBytes;
-}
-
 // Describes the outcome in the caller's error, if there is one, and returns the status.
 int32_t report(vistrel_error* error, int32_t status, std::string_view reason = "",
                std::string_view argument = "", std::string_view value = "") noexcept;

@@ -76,8 +76,13 @@ class Pool {
     if (id >= kStreams || handleOf(slots_[id]) != handle || slots_[id].state == State::kFree)
       reject(VISTREL_BAD_STREAM, "stream", "", "it is not acquired");
     if (slots_[id].state == State::kBusy)
-      reject(VISTREL_BAD_STREAM, "stream", "", "another thread is converting on it");
+      reject(VISTREL_BUSY_STREAM, "stream", "", "another thread is converting on it");
     return slots_[id];
+  }
+
+  void trim() {
+    for (Slot& slot : slots_)
+      if (slot.state == State::kFree) slot.scratch.free();
   }
 
   // Runs in the child of a fork, where only this thread exists.
@@ -164,4 +169,13 @@ int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error) {
     const std::lock_guard lock(g_mutex);
     pool().release(pool().acquired(stream));
   });
+}
+
+int32_t vistrel_stream_trim(vistrel_stream* stream, vistrel_error* error) {
+  return toStatus(error, [&] { StreamLease(stream).trim(); });
+}
+
+void vistrel_trim() {
+  const std::lock_guard lock(g_mutex);
+  if (g_pool) g_pool->trim();
 }

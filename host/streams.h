@@ -52,6 +52,8 @@ class StreamLease {
 
   // Throws std::bad_alloc.
   void* scratch(size_t bytes) { return (slot_ ? slot_->scratch : own_).reserve(bytes); }
+  // Frees the memory that an acquired stream keeps.
+  void trim() { slot_->scratch.free(); }
 
  private:
   Slot* slot_;

@@ -1,11 +1,9 @@
 #include "host/tables.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <iterator>
 
-#include "host/status.h"
+#include "host/names.h"
 
 namespace vistrel::host {
 namespace {
@@ -13,32 +11,39 @@ namespace {
 using core::Finish;
 using Kernels = core::PixelFormatKernels;
 constexpr Format kFormats[] = {
-    {{"MONO8", VISTREL_MONO8, 1, 1, 1}, false, Finish::three, nullptr},
-    {{"MONO16", VISTREL_MONO16, 1, 2, 1}, false, Finish::three, nullptr},
-    {{"BGR24", VISTREL_BGR24, 3, 1, 0}, false, Finish::three, nullptr},
-    {{"ARGB32", VISTREL_ARGB32, 4, 1, 0}, true, Finish::alphaFirst, &Kernels::alphaFirst8},
-    {{"ARGB32_4", VISTREL_ARGB32_4, 4, 1, 0}, true, Finish::alphaFirst, &Kernels::alphaFirst8},
-    {{"BGR48", VISTREL_BGR48, 3, 2, 0}, false, Finish::three, nullptr},
-    {{"GRAY8", VISTREL_GRAY8, 1, 1, 0}, false, Finish::luma, &Kernels::luma8},
-    {{"GRAY16", VISTREL_GRAY16, 1, 2, 0}, false, Finish::three, &Kernels::luma16},
-    {{"RGB24", VISTREL_RGB24, 3, 1, 0}, true, Finish::three, nullptr},
-    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0}, false, Finish::alphaLast, &Kernels::alphaLast8},
-    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0}, true, Finish::alphaLast, &Kernels::alphaLast8},
-    {{"RGB48", VISTREL_RGB48, 3, 2, 0}, true, Finish::three, nullptr},
+    {{"MONO8", VISTREL_MONO8, 1, 1, 1, {}}, false, Finish::three, nullptr},
+    {{"MONO16", VISTREL_MONO16, 1, 2, 1, {}}, false, Finish::three, nullptr},
+    {{"BGR24", VISTREL_BGR24, 3, 1, 0, {}}, false, Finish::three, nullptr},
+    {{"ARGB32", VISTREL_ARGB32, 4, 1, 0, {}}, true, Finish::alphaFirst, &Kernels::alphaFirst8},
+    {{"ARGB32_4", VISTREL_ARGB32_4, 4, 1, 0, {}}, true, Finish::alphaFirst, &Kernels::alphaFirst8},
+    {{"BGR48", VISTREL_BGR48, 3, 2, 0, {}}, false, Finish::three, nullptr},
+    {{"GRAY8", VISTREL_GRAY8, 1, 1, 0, {}}, false, Finish::luma, &Kernels::luma8},
+    {{"GRAY16", VISTREL_GRAY16, 1, 2, 0, {}}, false, Finish::three, &Kernels::luma16},
+    {{"RGB24", VISTREL_RGB24, 3, 1, 0, {}}, true, Finish::three, nullptr},
+    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0, {}}, false, Finish::alphaLast, &Kernels::alphaLast8},
+    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0, {}}, true, Finish::alphaLast, &Kernels::alphaLast8},
+    {{"RGB48", VISTREL_RGB48, 3, 2, 0, {}}, true, Finish::three, nullptr},
 };
 
 // Name, code, maximum bits, minimum size. Ten bits for algorithms that clamp at 1023, fifteen for
 // the one that compares 16-bit samples as signed numbers.
 constexpr vistrel_algorithm kAlgorithms[] = {
-    {"bilinear", VISTREL_BILINEAR, 16, 2}, {"edge", VISTREL_EDGE, 15, 2},
-    {"near", VISTREL_NEAR, 16, 2},         {"laroche", VISTREL_LAROCHE, 10, 2},
-    {"hamilton", VISTREL_HAMILTON, 10, 2}, {"vng", VISTREL_VNG, 10, 2},
-    {"cok", VISTREL_COK, 10, 2},           {"kimmel", VISTREL_KIMMEL, 10, 2},
-    {"grouping", VISTREL_GROUPING, 10, 2}, {"ahd", VISTREL_AHD, 16, 5},
+    {"bilinear", VISTREL_BILINEAR, 16, 2, {}}, {"edge", VISTREL_EDGE, 15, 2, {}},
+    {"near", VISTREL_NEAR, 16, 2, {}},         {"laroche", VISTREL_LAROCHE, 10, 2, {}},
+    {"hamilton", VISTREL_HAMILTON, 10, 2, {}}, {"vng", VISTREL_VNG, 10, 2, {}},
+    {"cok", VISTREL_COK, 10, 2, {}},           {"kimmel", VISTREL_KIMMEL, 10, 2, {}},
+    {"grouping", VISTREL_GROUPING, 10, 2, {}}, {"ahd", VISTREL_AHD, 16, 5, {}},
 };
 
 // The letters of a phase's name are the filters of its 2x2 block, row by row.
-constexpr const char* kPhases[] = {"grbg", "bggr", "rggb", "gbrg", "mono"};
+constexpr struct {
+  const char* name;
+  uint32_t code;
+} kPhases[] = {{"grbg", VISTREL_GRBG},
+               {"bggr", VISTREL_BGGR},
+               {"rggb", VISTREL_RGGB},
+               {"gbrg", VISTREL_GBRG},
+               {"mono", VISTREL_MONO}};
 
 template <class Table>
 auto findCode(const Table& table, uint32_t code) {
@@ -47,40 +52,18 @@ auto findCode(const Table& table, uint32_t code) {
   return row == std::end(table) ? nullptr : &*row;
 }
 
-// `known` is in lower case. Does not depend on the locale.
-bool equalLetters(const char* known, const char* given) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-  while (*known && *known == lower(*given)) ++known, ++given;
-  return *known == lower(*given);
-}
-
-void append(std::string& list, const char* name, uint32_t code) {
-  list += fmt::format("{}{} ({})", list.empty() ? "" : ", ", name, code);
-}
-
 }  // namespace
 
 const Format* findFormat(uint32_t code) { return findCode(kFormats, code); }
 const vistrel_algorithm* findAlgorithm(uint32_t code) { return findCode(kAlgorithms, code); }
 
 std::string formatList(bool colour) {
-  std::string list;
-  for (const Format& f : kFormats)
-    if (f.colour() == colour) append(list, f.name, f.code);
-  return list;
+  return listOf(kFormats, [colour](const Format& f) { return f.colour() == colour; });
 }
 
-std::string algorithmList() {
-  std::string list;
-  for (const vistrel_algorithm& a : kAlgorithms) append(list, a.name, a.code);
-  return list;
-}
+std::string algorithmList() { return listOf(kAlgorithms); }
 
-std::string phaseList() {
-  std::string list;
-  for (uint32_t phase = 0; phase < std::size(kPhases); ++phase) append(list, kPhases[phase], phase);
-  return list;
-}
+std::string phaseList() { return listOf(kPhases); }
 
 }  // namespace vistrel::host
 
@@ -95,19 +78,19 @@ const vistrel_algorithm* vistrel_algorithm_at(size_t index) {
 }
 
 const char* vistrel_phase_name(uint32_t phase) {
-  return phase < std::size(kPhases) ? kPhases[phase] : nullptr;
+  return phase < std::size(kPhases) ? kPhases[phase].name : nullptr;
 }
 
 int32_t vistrel_parse_phase(const char* name, uint32_t* phase, vistrel_error* error) {
-  return toStatus(error, [&] {
-    checkPointer(name, "name");
-    checkPointer(phase, "phase");
-    const auto row = std::find_if(std::begin(kPhases), std::end(kPhases),
-                                  [name](const char* known) { return equalLetters(known, name); });
-    if (row == std::end(kPhases))
-      reject(VISTREL_BAD_PHASE, "name", name, "{} are allowed", phaseList());
-    *phase = static_cast<uint32_t>(row - kPhases);
-  });
+  return parseName(kPhases, name, phase, "phase", VISTREL_BAD_PHASE, error);
+}
+
+int32_t vistrel_parse_format(const char* name, uint32_t* format, vistrel_error* error) {
+  return parseName(kFormats, name, format, "format", VISTREL_BAD_FORMAT, error);
+}
+
+int32_t vistrel_parse_algorithm(const char* name, uint32_t* algorithm, vistrel_error* error) {
+  return parseName(kAlgorithms, name, algorithm, "algorithm", VISTREL_BAD_ALGORITHM, error);
 }
 
 // An odd x swaps the mosaic's columns (bit 1 of a phase), an odd y its rows (bit 0).
@@ -117,6 +100,6 @@ uint32_t vistrel_phase_at(uint32_t phase, uint32_t x, uint32_t y) {
 
 uint32_t vistrel_colour_at(uint32_t phase, uint32_t x, uint32_t y) {
   if (phase >= VISTREL_MONO) return VISTREL_NO_COLOUR;
-  const char filter = kPhases[phase][2 * (y & 1) + (x & 1)];
+  const char filter = kPhases[phase].name[2 * (y & 1) + (x & 1)];
   return filter == 'r' ? VISTREL_RED : filter == 'g' ? VISTREL_GREEN : VISTREL_BLUE;
 }

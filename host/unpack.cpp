@@ -1,6 +1,7 @@
 // Packed frames to samples.
 #include <limits>
 
+#include "host/overlap.h"
 #include "host/packings.h"
 #include "host/status.h"
 
@@ -23,7 +24,7 @@ void checkPacked(const vistrel_packed& p) {
   if (!p.width) reject(VISTREL_BAD_SIZE, "packed.width", 0, "a packed frame has at least 1 column");
   if (!p.height) reject(VISTREL_BAD_SIZE, "packed.height", 0, "a packed frame has at least 1 row");
   if (p.continuous > 1)
-    reject(VISTREL_BAD_STRIDE, "packed.continuous", p.continuous, "0 and 1 are allowed");
+    reject(VISTREL_BAD_CONTINUOUS, "packed.continuous", p.continuous, "0 and 1 are allowed");
   if (p.continuous && p.stride)
     reject(VISTREL_BAD_STRIDE, "packed.stride", p.stride,
            "continuous rows have none; only 0 is allowed");
@@ -66,7 +67,8 @@ void checkMemory(const PackedFrame& f, const vistrel_packed& p, const void* samp
   if (size < f.unpackedBytes)
     reject(VISTREL_SHORT_BUFFER, "size", size, "{}x{} samples take {} bytes", p.width, p.height,
            f.unpackedBytes);
-  if (overlap(p.bytes, f.bytes, samples, f.unpackedBytes))
+  const auto from = reinterpret_cast<uintptr_t>(p.bytes), to = reinterpret_cast<uintptr_t>(samples);
+  if (overlap({from, f.stride, f.rowBytes, f.rows}, {to, f.unpackedBytes, f.unpackedBytes, 1}))
     reject(VISTREL_OVERLAP, "samples", "", "they overlap the packed bytes");
 }
 
@@ -91,7 +93,7 @@ int32_t vistrel_get_packed_layout(const vistrel_packed* packed, vistrel_packed_l
   return toStatus(error, [&] {
     checkPointer(layout, "layout");
     const PackedFrame f = measure(packed);
-    *layout = {f.rowBytes, f.bytes, static_cast<uint32_t>(f.sampleBytes), f.unpackedBytes};
+    *layout = {f.rowBytes, f.bytes, f.unpackedBytes, static_cast<uint32_t>(f.sampleBytes), {}};
   });
 }
 

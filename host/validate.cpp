@@ -131,9 +131,10 @@ void checkEdges(const vistrel_frame& f, const vistrel_conversion& c) {
 }  // namespace
 
 void checkBlack(const vistrel_frame& f, const vistrel_conversion& c) {
-  if (c.black >> f.bits)
-    reject(VISTREL_BAD_BLACK, "conversion.black", c.black, "samples of {} bits allow 0 to {}",
-           f.bits, (1u << f.bits) - 1);
+  for (size_t i = 0; i < std::size(c.black); ++i)
+    if (c.black[i] >> f.bits)
+      reject(VISTREL_BAD_BLACK, fmt::format("conversion.black[{}]", i), c.black[i],
+             "samples of {} bits allow 0 to {}", f.bits, (1u << f.bits) - 1);
 }
 
 void checkExcess(const vistrel_conversion& c) {
@@ -160,6 +161,9 @@ void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conver
   checkReduction(frame, conversion);
   checkExcess(conversion);
   checkBlack(frame, conversion);
+  if (conversion.white)
+    reject(VISTREL_BAD_WHITE, "conversion.white", conversion.white,
+           "only 0 (full scale) is allowed in this version");
   checkWhiteBalance(frame, conversion);
   checkEdges(frame, conversion);
   checkReserved("conversion.reserved", conversion.reserved);

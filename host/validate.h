@@ -8,7 +8,7 @@ namespace vistrel::host {
 // The significant bits of a sample after the truncation that the conversion asks for.
 uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
-// These throw Rejection: for a bad description of a frame, for an unknown choice, for a black level
+// These throw Rejection: for a bad description of a frame, for an unknown choice, for black levels
 // that the frame's samples cannot have.
 void checkFrame(const vistrel_frame& frame);
 void checkExcess(const vistrel_conversion& conversion);

@@ -41,9 +41,7 @@ unsigned threadsFor(unsigned workers) {
 
 const Image& Worker::convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
   if (!stream_) stream_ = Stream::acquire();
-  image_.layout = layoutOf(frame, conversion);
-  image_.pixels.resize(image_.layout.bytes);
-  stream_->convertInto(frame, conversion, image_.pixels);
+  stream_.convertInto(frame, conversion, image_);
   return image_;
 }
 

@@ -36,7 +36,7 @@ class Worker {
   const Image& convert(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
  private:
-  std::optional<Stream> stream_;  // acquired on first use
+  Stream stream_;  // acquired on first use
   Image image_;
 };
 

@@ -51,7 +51,7 @@ Json inputsOf(const Batch& batch) {
 }  // namespace
 
 void printReport(const Batch& batch, ExitStatus status, double seconds) {
-  const Json json{{"version", VISTREL_VERSION},
+  const Json json{{"version", VISTREL_PROGRAM_VERSION},
                   {"exit_status", static_cast<int>(status)},
                   {"seconds", microseconds(seconds)},
                   {"warnings", batch.warnings()},

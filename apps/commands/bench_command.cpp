@@ -54,7 +54,7 @@ void printText(const vistrel_frame& frame, const std::vector<Timing>& timings, i
 }
 
 void printJson(const vistrel_frame& frame, const std::vector<Timing>& timings, int rounds) {
-  nlohmann::ordered_json json{{"version", VISTREL_VERSION},
+  nlohmann::ordered_json json{{"version", VISTREL_PROGRAM_VERSION},
                               {"width", frame.width},
                               {"height", frame.height},
                               {"bits", frame.bits},
@@ -81,7 +81,7 @@ ExitStatus run(BenchOptions& o) {
   if (o.path.empty()) {
     const Scene scene(1024, 768, "VISTREL");
     const Image image = expose(scene, 1024, 768, {8, VISTREL_RGGB, 0.5, 1});
-    benchFrame(frameOf(image.pixels.data(), 1024, 768, VISTREL_RGGB), o);
+    benchFrame(frameOf(image.pixels, 1024, 768, VISTREL_RGGB), o);
     return kDone;
   }
   o.input.checkWithPhase();

@@ -56,7 +56,7 @@ OptionNames optionNamesOf(const CompareOptions& o) {
 void checkCrop(vistrel_frame frame, const vistrel_region& crop) {
   frame.phase = VISTREL_MONO;
   vistrel_conversion conversion = defaultConversion(frame);
-  conversion.region = &crop;
+  conversion.region = crop;
   layoutOf(frame, conversion);
 }
 
@@ -83,7 +83,7 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop,
   vistrel_conversion c = defaultConversion(frame);
   c.algorithm = algorithm.row->code;
   c.threshold = algorithm.threshold;
-  c.region = &region;
+  c.region = region;
   c.excess = o.mask ? VISTREL_MASK : VISTREL_REJECT;
   const bool reduced = frame.bits > algorithm.row->max_bits;
   c.truncate_to = reduced ? algorithm.row->max_bits : 0;

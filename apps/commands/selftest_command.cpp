@@ -39,7 +39,7 @@ void printText(const selftest::Summary& v) {
 
 void printJson(const selftest::Summary& v) {
   nlohmann::ordered_json json{{"ok", v.differences.empty()},
-                              {"version", VISTREL_VERSION},
+                              {"version", VISTREL_PROGRAM_VERSION},
                               {"levels", v.levels},
                               {"combinations", v.combinations},
                               {"differences", nlohmann::ordered_json::array()}};

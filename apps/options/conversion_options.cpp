@@ -70,7 +70,7 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   preparation.apply(c);
   tone.apply(c);
   c.excess = mask ? VISTREL_MASK : VISTREL_REJECT;
-  c.region = region ? &*region : nullptr;
+  c.region = region.value_or(vistrel_region{});
   return c;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <string_view>
 
 #include "apps/error.h"
@@ -40,7 +41,7 @@ std::array<uint32_t, 3> parseGains(const std::string& text) {
 }  // namespace
 
 void PreparationOptions::apply(vistrel_conversion& c) const {
-  c.black = black;
+  std::fill(std::begin(c.black), std::end(c.black), black);
   c.edges = edges == "padded" ? VISTREL_EDGES_PADDED : VISTREL_EDGES_NATIVE;
   if (grayWorld) c.white_balance = VISTREL_BALANCE_GRAY_WORLD;
   if (!gains) return;

@@ -31,7 +31,7 @@ const PictureType& pictureType(const std::filesystem::path& path) {
 void writeRaw(const Image& image, AtomicFile& file) {
   if (image.layout.bits <= 8 || std::endian::native == std::endian::little)
     return file.write(image.pixels.data(), image.pixels.size());
-  std::vector<uint8_t> bytes = image.pixels;
+  Bytes bytes = image.pixels;
   swapBytes(bytes.data(), bytes.size() / 2);
   file.write(bytes.data(), bytes.size());
 }

@@ -6,145 +6,94 @@
 
 #include <array>
 #include <cstdint>
-#include <exception>
-#include <new>
-#include <type_traits>
+#include <memory>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "vistrel/vistrel_host.h"
+#include "vistrel/vistrel_result.hpp"
+#include "vistrel/vistrel_span.hpp"
 
 namespace vistrel {
-
-// A rejection: status() is its VISTREL_... code, what() its text; the others return parts of it.
-class Error : public std::exception {
- public:
-  explicit Error(const vistrel_error& error) noexcept : error_(error) {}
-  int32_t status() const noexcept { return error_.status; }
-  const char* what() const noexcept override { return error_.text; }
-  const char* argument() const noexcept { return error_.argument; }
-  const char* value() const noexcept { return error_.value; }
-  const char* reason() const noexcept { return error_.reason; }
-
- private:
-  vistrel_error error_;
-};
-
-// A value or an error. With an error, value() throws it, and * and -> must not be used. *, value()
-// and error() of a temporary result return by value, so that no reference dangles.
-template <class T>
-class [[nodiscard]] Result {
- public:
-  Result(T value) : either_(std::move(value)) {}
-  Result(const Error& error) : either_(error) {}
-
-  explicit operator bool() const noexcept { return either_.index() == 0; }
-  T& operator*() & noexcept { return *std::get_if<0>(&either_); }
-  const T& operator*() const& noexcept { return *std::get_if<0>(&either_); }
-  T operator*() && noexcept { return std::move(*std::get_if<0>(&either_)); }
-  T* operator->() noexcept { return std::get_if<0>(&either_); }
-  const T* operator->() const noexcept { return std::get_if<0>(&either_); }
-  const Error& error() const& noexcept { return *std::get_if<1>(&either_); }
-  Error error() && noexcept { return *std::get_if<1>(&either_); }
-  T value() && {
-    if (!*this) throw *std::get_if<1>(&either_);
-    return std::move(*std::get_if<0>(&either_));
-  }
-  const T& value() const& {
-    if (!*this) throw error();
-    return **this;
-  }
-
- private:
-  std::variant<T, Error> either_;
-};
+// Classes that change get a new namespace, so that both versions may be in one program.
+inline namespace v1 {
 
 namespace detail {
 
-template <class Container>
-using DataOf = decltype(std::declval<Container&>().data());
-
-// Whether a `Container &&` is a temporary whose elements die with it: unlike a view's elements,
-// those of an owner are const if the owner is.
-template <class Container>
-constexpr bool diesWithItsElements =
-    !std::is_reference_v<Container> &&
-    !std::is_same_v<DataOf<std::remove_const_t<Container>>, DataOf<const Container>>;
-
-}  // namespace detail
-
-// A view of the caller's elements.
+// Leaves new elements uninitialised where a vector sets them to 0.
 template <class T>
-class Span {
- public:
-  Span() = default;
-  Span(T* first, size_t count) noexcept : first_(first), count_(count) {}
-  // Views a vector, an array, a string or another span; a temporary only if it is a view itself.
-  template <class Container, class Data = detail::DataOf<Container>,
-            class = std::enable_if_t<std::is_convertible_v<Data, T*> &&
-                                     !detail::diesWithItsElements<Container>>>
-  Span(Container&& container) noexcept : Span(container.data(), container.size()) {}
-  template <size_t n>
-  Span(T (&array)[n]) noexcept : Span(array, n) {}
+struct Uninitialized : std::allocator<T> {
+  template <class U>
+  struct rebind {
+    using other = Uninitialized<U>;
+  };
+  Uninitialized() = default;
+  template <class U>
+  Uninitialized(const Uninitialized<U>&) noexcept {}
 
-  T* data() const noexcept { return first_; }
-  size_t size() const noexcept { return count_; }
-  T* begin() const noexcept { return first_; }
-  T* end() const noexcept { return first_ + count_; }
-  T& operator[](size_t i) const noexcept { return first_[i]; }
-
- private:
-  T* first_ = nullptr;
-  size_t count_ = 0;
+  template <class U, class... Args>
+  void construct(U* at, Args&&... args) {
+    if constexpr (sizeof...(Args))
+      ::new (static_cast<void*>(at)) U(std::forward<Args>(args)...);
+    else
+      ::new (static_cast<void*>(at)) U;
+  }
 };
 
-namespace detail {
-
-// The value that `work` fills in, or the error that it reports.
-template <class T, class Work>
-Result<T> attempt(Work work) noexcept {
-  try {
-    T value{};
-    vistrel_error error{};
-    if (work(value, &error) == VISTREL_OK) return value;
-    return Error(error);
-  } catch (const std::bad_alloc&) {
-    return Error({VISTREL_NO_MEMORY, "", "", "out of memory", "out of memory", {}});
-  }
-}
-
 }  // namespace detail
+
+// A vector whose resize() leaves new bytes uninitialised.
+using Bytes = std::vector<uint8_t, detail::Uninitialized<uint8_t>>;
 
 // An image. Its rows have no padding; samples of more than 8 bits take two bytes each.
 struct Image {
   vistrel_layout layout{};
-  std::vector<uint8_t> pixels;
+  Bytes pixels;
 };
 
 namespace detail {
+
+// Calls `convert` with the image's memory, which becomes large enough.
+template <class Convert>
+Result<vistrel_layout> remakeImage(const vistrel_frame& frame, const vistrel_conversion& conversion,
+                                   Image& result, Convert convert) noexcept {
+  return attempt<vistrel_layout>([&](vistrel_layout& layout, vistrel_error* error) {
+    if (const int32_t rejected = vistrel_get_layout(&frame, &conversion, &layout, error))
+      return rejected;
+    result.layout = layout;
+    if (layout.bytes > result.pixels.capacity()) result.pixels.clear();  // so that none is copied
+    result.pixels.resize(layout.bytes);
+    return convert({result.pixels.data(), result.pixels.size(), 0, {}}, error);
+  });
+}
 
 // Calls `convert` with memory of the image's size.
 template <class Convert>
 Result<Image> makeImage(const vistrel_frame& frame, const vistrel_conversion& conversion,
                         Convert convert) noexcept {
-  return attempt<Image>([&](Image& result, vistrel_error* error) {
-    if (const int32_t rejected = vistrel_get_layout(&frame, &conversion, &result.layout, error))
-      return rejected;
-    result.pixels.resize(result.layout.bytes);
-    const vistrel_image image{result.pixels.data(), result.pixels.size(), 0};
-    return convert(image, error);
-  });
+  Image image;
+  const auto made = remakeImage(frame, conversion, image, convert);
+  if (!made) return made.error();
+  return image;
+}
+
+// Where the picture's first row begins if a negative stride puts it highest in memory. In too
+// little memory anywhere will do, since the conversion is rejected.
+inline size_t startOfFirstRow(const vistrel_layout& layout, size_t size,
+                              ptrdiff_t stride) noexcept {
+  const size_t distance = size_t{0} - static_cast<size_t>(stride), above = layout.height - 1;
+  return above && distance > size / above ? 0 : distance * above;
 }
 
 // Calls `convert` with the caller's memory.
 template <class Convert>
 Result<vistrel_layout> fillImage(const vistrel_frame& frame, const vistrel_conversion& conversion,
-                                 const vistrel_image& image, Convert convert) noexcept {
+                                 Span<uint8_t> pixels, ptrdiff_t stride, Convert convert) noexcept {
   return attempt<vistrel_layout>([&](vistrel_layout& layout, vistrel_error* error) {
     if (const int32_t rejected = vistrel_get_layout(&frame, &conversion, &layout, error))
       return rejected;
-    return convert(image, error);
+    const size_t first = stride < 0 ? startOfFirstRow(layout, pixels.size(), stride) : 0;
+    return convert({pixels.data() + first, pixels.size(), stride, {}}, error);
   });
 }
 
@@ -161,16 +110,6 @@ inline vistrel_frame frameOf(Span<const uint16_t> samples, uint32_t width, uint3
   return {samples.data(), samples.size() * 2, 0, width, height, 2, bits,
           phase,          VISTREL_LOW_BITS,   {}};
 }
-// The same, of width * height samples.
-inline vistrel_frame frameOf(const uint8_t* samples, uint32_t width, uint32_t height,
-                             uint32_t phase) {
-  return frameOf({samples, size_t{width} * height}, width, height, phase);
-}
-inline vistrel_frame frameOf(const uint16_t* samples, uint32_t width, uint32_t height,
-                             uint32_t bits, uint32_t phase) {
-  return frameOf({samples, size_t{width} * height}, width, height, bits, phase);
-}
-
 // The conversion of vistrel_default_conversion, to change where needed.
 inline vistrel_conversion defaultConversion(const vistrel_frame& frame) {
   vistrel_conversion conversion{};
@@ -189,44 +128,56 @@ inline vistrel_layout layoutOf(const vistrel_frame& frame, const vistrel_convers
   return tryLayoutOf(frame, conversion).value();
 }
 
-// Converts `frame` into a new image.
-inline Result<Image> tryConvert(const vistrel_frame& frame,
-                                const vistrel_conversion& conversion) noexcept {
-  return detail::makeImage(frame, conversion,
-                           [&](const vistrel_image& image, vistrel_error* error) {
-                             return vistrel_convert(&frame, &conversion, &image, error);
-                           });
-}
-inline Image convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
-  return tryConvert(frame, conversion).value();
-}
-
-// Converts `frame` into `pixels`, with `stride` bytes from row to row; 0: rows have no padding.
-// Returns the layout.
-inline Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
-                                             const vistrel_conversion& conversion,
-                                             Span<uint8_t> pixels, size_t stride = 0) noexcept {
-  return detail::fillImage(frame, conversion, {pixels.data(), pixels.size(), stride},
-                           [&](const vistrel_image& image, vistrel_error* error) {
-                             return vistrel_convert(&frame, &conversion, &image, error);
-                           });
-}
-inline vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conversion& conversion,
-                                  Span<uint8_t> pixels, size_t stride = 0) {
-  return tryConvertInto(frame, conversion, pixels, stride).value();
-}
-
 namespace detail {
 
-// Converts on a stream. The arguments must outlive the function object.
+// Convert on a stream, or on any. The arguments must outlive the function objects.
 inline auto onStream(vistrel_stream* stream, const vistrel_frame& frame,
                      const vistrel_conversion& conversion) noexcept {
   return [stream, &frame, &conversion](const vistrel_image& image, vistrel_error* error) {
     return vistrel_stream_convert(stream, &frame, &conversion, &image, error);
   };
 }
+inline auto onAnyStream(const vistrel_frame& frame, const vistrel_conversion& conversion) noexcept {
+  return [&frame, &conversion](const vistrel_image& image, vistrel_error* error) {
+    return vistrel_convert(&frame, &conversion, &image, error);
+  };
+}
 
 }  // namespace detail
+
+// Converts `frame` into a new image.
+inline Result<Image> tryConvert(const vistrel_frame& frame,
+                                const vistrel_conversion& conversion) noexcept {
+  return detail::makeImage(frame, conversion, detail::onAnyStream(frame, conversion));
+}
+inline Image convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
+  return tryConvert(frame, conversion).value();
+}
+
+// Converts `frame` into `image`, whose memory is used again if it is large enough. After a
+// rejection its pixels are unspecified. Returns the layout.
+inline Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
+                                             const vistrel_conversion& conversion,
+                                             Image& image) noexcept {
+  return detail::remakeImage(frame, conversion, image, detail::onAnyStream(frame, conversion));
+}
+inline vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conversion& conversion,
+                                  Image& image) {
+  return tryConvertInto(frame, conversion, image).value();
+}
+
+// Converts `frame` into `pixels`, with `stride` bytes from row to row; 0: rows have no padding.
+// With a negative stride the last row is the first in `pixels`. Returns the layout.
+inline Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
+                                             const vistrel_conversion& conversion,
+                                             Span<uint8_t> pixels, ptrdiff_t stride = 0) noexcept {
+  return detail::fillImage(frame, conversion, pixels, stride,
+                           detail::onAnyStream(frame, conversion));
+}
+inline vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conversion& conversion,
+                                  Span<uint8_t> pixels, ptrdiff_t stride = 0) {
+  return tryConvertInto(frame, conversion, pixels, stride).value();
+}
 
 // Holds one of the process's VISTREL_MAX_STREAMS streams for as long as it lives. It may be moved,
 // and used by one thread at a time.
@@ -235,12 +186,11 @@ class Stream {
   Stream() = default;  // holds none
   Stream(Stream&& other) noexcept : stream_(std::exchange(other.stream_, nullptr)) {}
   Stream& operator=(Stream&& other) noexcept {
+    if (this != &other) release();
     std::swap(stream_, other.stream_);
     return *this;
   }
-  ~Stream() {
-    if (stream_) vistrel_stream_release(stream_, nullptr);
-  }
+  ~Stream() { release(); }
 
   // `wait` is VISTREL_WAIT or VISTREL_NO_WAIT.
   static Result<Stream> tryAcquire(uint32_t wait = VISTREL_WAIT) noexcept {
@@ -249,6 +199,18 @@ class Stream {
     });
   }
   static Stream acquire(uint32_t wait = VISTREL_WAIT) { return tryAcquire(wait).value(); }
+
+  explicit operator bool() const noexcept { return stream_; }
+  // For the functions of vistrel_host.h; null if it holds none. It stays the stream's.
+  vistrel_stream* handle() const noexcept { return stream_; }
+  // From now on it holds none.
+  void release() noexcept {
+    if (stream_) vistrel_stream_release(std::exchange(stream_, nullptr), nullptr);
+  }
+  // Frees the memory that the stream keeps.
+  void trim() noexcept {
+    if (stream_) vistrel_stream_trim(stream_, nullptr);
+  }
 
   // Like the functions of the same names.
   Result<Image> tryConvert(const vistrel_frame& frame,
@@ -259,13 +221,23 @@ class Stream {
     return tryConvert(frame, conversion).value();
   }
   Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
+                                        const vistrel_conversion& conversion,
+                                        Image& image) noexcept {
+    return detail::remakeImage(frame, conversion, image,
+                               detail::onStream(stream_, frame, conversion));
+  }
+  vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conversion& conversion,
+                             Image& image) {
+    return tryConvertInto(frame, conversion, image).value();
+  }
+  Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
                                         const vistrel_conversion& conversion, Span<uint8_t> pixels,
-                                        size_t stride = 0) noexcept {
-    return detail::fillImage(frame, conversion, {pixels.data(), pixels.size(), stride},
+                                        ptrdiff_t stride = 0) noexcept {
+    return detail::fillImage(frame, conversion, pixels, stride,
                              detail::onStream(stream_, frame, conversion));
   }
   vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conversion& conversion,
-                             Span<uint8_t> pixels, size_t stride = 0) {
+                             Span<uint8_t> pixels, ptrdiff_t stride = 0) {
     return tryConvertInto(frame, conversion, pixels, stride).value();
   }
 
@@ -286,13 +258,33 @@ inline Gains measureGains(const vistrel_frame& frame, const vistrel_conversion& 
   return tryMeasureGains(frame, conversion).value();
 }
 
-// VISTREL_GRBG to VISTREL_MONO by name, in lower or upper case.
+namespace detail {
+
+inline Result<uint32_t> parsed(int32_t (*parse)(const char*, uint32_t*, vistrel_error*),
+                               const char* name) noexcept {
+  return attempt<uint32_t>(
+      [&](uint32_t& code, vistrel_error* error) { return parse(name, &code, error); });
+}
+
+}  // namespace detail
+
+// Codes of phases, formats, algorithms and packings by name, in lower or upper case.
 inline Result<uint32_t> tryParsePhase(const char* name) noexcept {
-  return detail::attempt<uint32_t>([&](uint32_t& phase, vistrel_error* error) {
-    return vistrel_parse_phase(name, &phase, error);
-  });
+  return detail::parsed(vistrel_parse_phase, name);
 }
 inline uint32_t parsePhase(const char* name) { return tryParsePhase(name).value(); }
+inline Result<uint32_t> tryParseFormat(const char* name) noexcept {
+  return detail::parsed(vistrel_parse_format, name);
+}
+inline uint32_t parseFormat(const char* name) { return tryParseFormat(name).value(); }
+inline Result<uint32_t> tryParseAlgorithm(const char* name) noexcept {
+  return detail::parsed(vistrel_parse_algorithm, name);
+}
+inline uint32_t parseAlgorithm(const char* name) { return tryParseAlgorithm(name).value(); }
+inline Result<uint32_t> tryParsePacking(const char* name) noexcept {
+  return detail::parsed(vistrel_parse_packing, name);
+}
+inline uint32_t parsePacking(const char* name) { return tryParsePacking(name).value(); }
 
 // A packed frame of the caller's bytes, without padding; `packing` is VISTREL_PACKING_...
 inline vistrel_packed packedOf(Span<const uint8_t> bytes, uint32_t width, uint32_t height,
@@ -331,7 +323,7 @@ class OwnedFrame {
   friend Result<OwnedFrame> tryUnpack(const vistrel_packed& packed, uint32_t phase) noexcept;
 
   vistrel_frame shape_{};
-  std::vector<uint8_t> samples_;
+  Bytes samples_;
 };
 
 // The samples of a packed frame, as a frame of that phase.
@@ -389,6 +381,7 @@ inline Result<size_t> trySetLevel(size_t level) noexcept {
 }
 inline size_t setLevel(size_t level) { return trySetLevel(level).value(); }
 
+}  // namespace v1
 }  // namespace vistrel
 
 #endif

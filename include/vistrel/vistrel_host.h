@@ -1,12 +1,11 @@
 /*
- * libvistrelhost: libVistrel behind functions that check every argument.
+ * libvistrelhost: libVistrel's conversions behind functions that check every argument.
  *
  * Plain C. A caller describes its frame and the result it wants, asks for the
- * layout of that result, provides the memory and converts. The layer loads
- * libVistrel by itself and owns its streams. Every function but vistrel_set_level
- * may be called from any number of threads at once. A process that uses this layer
- * must not call libVistrel's Img entries itself, since both would fill the same
- * table of streams.
+ * layout of that result, provides the memory and converts. Every function but
+ * vistrel_set_level may be called from any number of threads at once. The layer has
+ * a copy of the conversions of its own, and shares nothing with a libVistrel in the
+ * same process.
  *
  * Every function that can reject a call returns a status: VISTREL_OK, or the code
  * of the rejection. It also describes the rejection in the caller's vistrel_error,
@@ -14,10 +13,11 @@
  * unless memory ran out.
  *
  * Set a structure to 0 before filling it, or fill it with the function provided
- * for it. Structures that callers fill end in reserved fields, which must be 0. A
- * later version may name one of them; its 0 will mean what happens today, and a
- * version that does not know the name rejects any other value. So programs and
- * libraries of different minor versions work together.
+ * for it. Structures have no bytes without a name; all but vistrel_region end in
+ * reserved fields, which must be 0 where the caller fills the structure and are 0
+ * where the library does. A later version may name one of them; its 0 will mean what
+ * happens today, and a version that does not know the name rejects any other value.
+ * So programs and libraries of different minor versions work together.
  */
 #ifndef VISTREL_HOST_H
 #define VISTREL_HOST_H
@@ -62,8 +62,8 @@ int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* co
 /*
  * A stream: the memory that a conversion needs besides frame and image. It serves
  * one conversion at a time. Each stream keeps its memory: a few rows of the widest
- * frame it has converted. A worker that holds one allocates nothing from its second
- * frame of a kind on, and its memory stays warm.
+ * frame it has converted, until it is trimmed. A worker that holds one allocates
+ * nothing from its second frame of a kind on, and its memory stays warm.
  *
  * A process may fork at any time, from any thread, and the child may convert. There,
  * a stream stays acquired if the forking thread acquired it or converted on it last;
@@ -99,6 +99,12 @@ int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* fram
 /* Releases a stream. From then on the pointer is rejected, even after somebody else has acquired
    the stream: no pointer is handed out twice. */
 int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error);
+
+/* Frees the memory that a stream keeps. Its next conversion allocates what that needs. */
+int32_t vistrel_stream_trim(vistrel_stream* stream, vistrel_error* error);
+
+/* Frees the memory of all streams that nobody has acquired. */
+void vistrel_trim(void);
 
 /*
  * The gains that make the means of a frame's three colours equal (gray-world), in
@@ -145,15 +151,16 @@ typedef struct vistrel_packed {
   uint32_t packing;     /* VISTREL_PACKING_... */
   uint32_t bits;        /* bits of a sample, as the packing allows */
   uint32_t continuous;  /* 1: no byte boundary between rows; else 0 */
-  uint32_t reserved[3]; /* 0 */
+  uint32_t reserved[5]; /* 0 */
 } vistrel_packed;
 
 /* The sizes of a packed frame and of its unpacked samples. */
 typedef struct vistrel_packed_layout {
   size_t row_bytes;          /* of a packed row without padding; if continuous, of all rows */
   size_t bytes;              /* of the packed frame, without padding after its last row */
-  uint32_t bytes_per_sample; /* unpacked: 1 for VISTREL_PACKING_BYTES, else 2 */
   size_t unpacked_bytes;     /* width * height * bytes_per_sample */
+  uint32_t bytes_per_sample; /* unpacked: 1 for VISTREL_PACKING_BYTES, else 2 */
+  uint32_t reserved[5];      /* written as 0 */
 } vistrel_packed_layout;
 
 /* Checks the description and computes the sizes. Does not read packed->bytes and packed->size. */
@@ -178,8 +185,18 @@ const vistrel_algorithm* vistrel_algorithm_at(size_t index);
 /* "grbg", "bggr", "rggb", "gbrg", "mono"; null for any other value. */
 const char* vistrel_phase_name(uint32_t phase);
 
-/* The phase of that name, in lower or upper case. */
+/* "BYTES", "LITTLE", "BIG", "PFNC", "GIGE", "MIPI"; null for any other value. */
+const char* vistrel_packing_name(uint32_t packing);
+
+/* "VISTREL_OK", "VISTREL_NULL_POINTER" and so on; null for values that are no status code. */
+const char* vistrel_status_name(int32_t status);
+
+/* The code of that name, in lower or upper case: of a phase, a packing, or of a row of the
+   tables of formats and algorithms. */
 int32_t vistrel_parse_phase(const char* name, uint32_t* phase, vistrel_error* error);
+int32_t vistrel_parse_packing(const char* name, uint32_t* packing, vistrel_error* error);
+int32_t vistrel_parse_format(const char* name, uint32_t* format, vistrel_error* error);
+int32_t vistrel_parse_algorithm(const char* name, uint32_t* algorithm, vistrel_error* error);
 
 /*
  * The phase of a frame that begins at pixel (x, y) of a frame of the given phase:

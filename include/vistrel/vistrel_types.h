@@ -11,7 +11,7 @@ enum {
   VISTREL_NULL_POINTER = 1,      /* a pointer that must not be null is null */
   VISTREL_BAD_SIZE = 2,          /* width or height is 0 */
   VISTREL_BAD_BITS = 3,          /* bytes_per_sample or bits */
-  VISTREL_BAD_STRIDE = 4,        /* a stride is shorter than a row */
+  VISTREL_BAD_STRIDE = 4,        /* a stride is shorter than a row, or allowed to be 0 only */
   VISTREL_BAD_PHASE = 5,         /* no such phase, or not one for this call */
   VISTREL_BAD_FORMAT = 6,        /* no such format, or not one for this frame */
   VISTREL_BAD_ALGORITHM = 7,     /* no such algorithm, or too many bits for it */
@@ -23,7 +23,7 @@ enum {
   VISTREL_EXCESS_SAMPLE = 13,    /* a sample has bits set outside the significant ones */
   VISTREL_TOO_LARGE = 14,        /* more than the library can count or memory can hold */
   VISTREL_SHORT_BUFFER = 15,     /* a buffer ends before its last row does */
-  VISTREL_OVERLAP = 16,          /* input and output share memory */
+  VISTREL_OVERLAP = 16,          /* input and output share bytes */
   VISTREL_NO_MEMORY = 17,        /* an allocation failed */
   VISTREL_INTERNAL = 18,         /* a bug in this layer; please report it */
   VISTREL_BAD_THRESHOLD = 19,    /* threshold is not 0..255, or the algorithm has none */
@@ -34,12 +34,15 @@ enum {
   VISTREL_BAD_RESERVED = 24,     /* a reserved field is not 0 */
   VISTREL_BAD_ALIGNMENT = 25,    /* no such alignment */
   VISTREL_BAD_LEVEL = 26,        /* this machine has no such level */
-  VISTREL_BAD_STREAM = 27,       /* the stream is not acquired, or is converting */
+  VISTREL_BAD_STREAM = 27,       /* the stream is not acquired */
   VISTREL_NO_STREAM = 28,        /* all streams are in use */
   VISTREL_BAD_WAIT = 29,         /* wait is neither VISTREL_WAIT nor VISTREL_NO_WAIT */
-  VISTREL_BAD_BLACK = 30,        /* black is above full scale */
+  VISTREL_BAD_BLACK = 30,        /* a black level is above full scale */
   VISTREL_BAD_BALANCE = 31,      /* no such white balance, not one for this frame, or a bad gain */
-  VISTREL_BAD_EDGES = 32         /* no such edges, or not with raw gray */
+  VISTREL_BAD_EDGES = 32,        /* no such edges, or not with raw gray */
+  VISTREL_BUSY_STREAM = 33,      /* another thread is converting on the stream */
+  VISTREL_BAD_CONTINUOUS = 34,   /* continuous is neither 0 nor 1 */
+  VISTREL_BAD_WHITE = 35         /* white is not 0 */
 };
 
 /*
@@ -84,7 +87,7 @@ typedef struct vistrel_frame {
   uint32_t reserved[4];      /* 0 */
 } vistrel_frame;
 
-/* A part of a frame, in sensor pixels. */
+/* A part of a frame, in sensor pixels. If all are 0, the whole frame. */
 typedef struct vistrel_region {
   uint32_t x, y;          /* upper left corner */
   uint32_t width, height; /* size, from 1 */
@@ -141,8 +144,10 @@ enum {
 
 /* What to do with samples that have bits set outside the frame's significant ones. */
 enum {
-  VISTREL_REJECT = 0, /* reject the conversion and report the first such sample */
-  VISTREL_MASK = 1    /* treat those bits as 0 */
+  VISTREL_REJECT =
+      0,           /* reject the conversion and report the first such sample: of the region and
+                      the frame's part of its padding; of the whole frame if gains are measured */
+  VISTREL_MASK = 1 /* treat those bits as 0 */
 };
 
 /* White balance: a gain for each colour. */
@@ -192,10 +197,11 @@ typedef struct vistrel_conversion {
    * value of a sample's highest ten bits; or one for each possible sample, of which only
    * those for samples whose other bits are 0 are used.
    */
-  const uint16_t* table;
   uint32_t table_entries;
-  uint32_t excess;              /* VISTREL_REJECT or VISTREL_MASK */
-  const vistrel_region* region; /* null: the whole frame. Its size is rounded down to whole bins */
+  const uint16_t* table;
+  uint32_t excess;       /* VISTREL_REJECT or VISTREL_MASK */
+  uint32_t edges;        /* VISTREL_EDGES_...; makes no difference to mono frames */
+  vistrel_region region; /* all 0: the whole frame. Its size is rounded down to whole bins */
   /*
    * Preparation of the samples: off while these are 0, and applied before all else
    * but the check for excess bits. A sample s of the frame's significant bits
@@ -204,15 +210,19 @@ typedef struct vistrel_conversion {
    *   v = max(s - black, 0)
    *   w = min((v * gain + 2048) >> 12, full scale)      rounded, halves up
    *
-   * with the gain of the sample's colour in 1/4096, and full scale 2^bits - 1.
-   * truncate_to applies to w.
+   * with the black level of the sample's place, the gain of its colour in 1/4096,
+   * and full scale 2^bits - 1. truncate_to applies to w.
+   *
+   * Places are those of the 2x2 block at the frame's pixel (0, 0), row by row, as the
+   * letters of a phase's name: black[2 * (y % 2) + x % 2] is that of pixel (x, y), in
+   * mono frames too.
    */
-  uint32_t black;         /* 0 to full scale */
+  uint32_t black[4];      /* 0 to full scale */
+  uint32_t white;         /* 0: full scale. No other value is allowed in this version */
   uint32_t white_balance; /* VISTREL_BALANCE_...; VISTREL_BALANCE_NONE for mono frames */
   uint32_t gains[3];      /* red, green, blue: 1 to VISTREL_GAIN_MAX; only read for
                              VISTREL_BALANCE_GAINS */
-  uint32_t edges;         /* VISTREL_EDGES_...; makes no difference to mono frames */
-  uint32_t reserved[8];   /* 0 */
+  uint32_t reserved[15];  /* 0 */
 } vistrel_conversion;
 
 /* The shape of a result, and all sizes. */
@@ -232,11 +242,16 @@ typedef struct vistrel_layout {
   uint32_t reserved[4]; /* written as 0 */
 } vistrel_layout;
 
-/* Memory for a result. */
+/*
+ * Memory for a result. With a negative stride each row lies before the one above it in
+ * the picture, so that the last row is lowest in memory. Bytes between rows are not
+ * written, and may belong to the frame.
+ */
 typedef struct vistrel_image {
-  void* pixels;  /* first pixel, at any alignment */
-  size_t size;   /* bytes that may be written there */
-  size_t stride; /* bytes from row to row; 0: rows have no padding. Padding is not written */
+  void* pixels;          /* first pixel of the picture's first row, at any alignment */
+  size_t size;           /* bytes that may be written, from the row that is lowest in memory */
+  ptrdiff_t stride;      /* bytes from row to row; 0: rows have no padding */
+  uint32_t reserved[10]; /* 0 */
 } vistrel_image;
 
 /* A pixel format. */
@@ -246,14 +261,17 @@ typedef struct vistrel_format {
   uint32_t channels;         /* samples per pixel: 1, 3 or 4 */
   uint32_t bytes_per_sample; /* 1 or 2 */
   uint32_t mono;             /* 1: for mono frames, 0: for Bayer frames */
+  uint32_t reserved[4];      /* 0 */
 } vistrel_format;
 
 /* A demosaic algorithm. */
 typedef struct vistrel_algorithm {
-  const char* name;  /* short, lower case, for command lines */
-  uint32_t code;     /* VISTREL_BILINEAR to VISTREL_AHD */
-  uint32_t max_bits; /* maximum significant bits of a sample */
-  uint32_t min_size; /* minimum width and height of a region with native edges, in sensor pixels */
+  const char* name;     /* short, lower case, for command lines */
+  uint32_t code;        /* VISTREL_BILINEAR to VISTREL_AHD */
+  uint32_t max_bits;    /* maximum significant bits of a sample */
+  uint32_t min_size;    /* minimum width and height of a region, in sensor pixels; padded edges
+                           allow any region of a mosaic from 2x2 up */
+  uint32_t reserved[5]; /* 0 */
 } vistrel_algorithm;
 
 #endif

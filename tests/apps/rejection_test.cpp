@@ -25,7 +25,7 @@ TEST(RejectionText, HasTheOptionBehindTheArgument) {
   const Error error = rejectionOf("conversion.region", "3x2+1+0", "it is empty");
   EXPECT_EQ(app::textOf(error), "--roi 3x2+1+0: it is empty");
   EXPECT_EQ(app::textOf(error, {{"conversion.region", "--crop"}}), "--crop 3x2+1+0: it is empty");
-  EXPECT_EQ(app::textOf(error, {{"conversion.black", "--black"},
+  EXPECT_EQ(app::textOf(error, {{"conversion.black[0]", "--black"},
                                 {"conversion.region", "--crop", "typed", "take a larger one"}}),
             "--crop typed: it is empty; take a larger one");
 }

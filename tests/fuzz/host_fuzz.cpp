@@ -38,7 +38,7 @@ vistrel_frame frameFrom(Bytes& in) {
   return f;
 }
 
-vistrel_conversion conversionFrom(Bytes& in, vistrel_region& region, std::vector<uint16_t>& table) {
+vistrel_conversion conversionFrom(Bytes& in, std::vector<uint16_t>& table) {
   vistrel_conversion c{};
   c.format = in.below(12);
   if (in.take() & 1) c.format = 256 + in.below(5);
@@ -54,11 +54,8 @@ vistrel_conversion conversionFrom(Bytes& in, vistrel_region& region, std::vector
   c.table = table.data();
   c.table_entries = static_cast<uint32_t>(table.size());
   c.excess = in.below(3);
-  if (in.take() & 1) {
-    region = {in.below(48), in.below(48), in.below(48), in.below(48)};
-    c.region = &region;
-  }
-  c.black = in.below(256);
+  if (in.take() & 1) c.region = {in.below(48), in.below(48), in.below(48), in.below(48)};
+  for (uint32_t& black : c.black) black = in.below(256);
   c.white_balance = in.below(4);
   for (uint32_t& gain : c.gains) gain = in.below(65540);
   c.edges = in.below(3);
@@ -83,9 +80,8 @@ void convertAnother() {
 
 void convertAny(Bytes& in) {
   vistrel_frame frame = frameFrom(in);
-  vistrel_region region{};
   std::vector<uint16_t> table;
-  const vistrel_conversion conversion = conversionFrom(in, region, table);
+  const vistrel_conversion conversion = conversionFrom(in, table);
   vistrel_layout layout{};
   vistrel_error error{};
   const int32_t rejected = vistrel_get_layout(&frame, &conversion, &layout, &error);
@@ -93,14 +89,18 @@ void convertAny(Bytes& in) {
   const uint8_t flags = in.take();
   vistrel_image image{};
   const size_t padding = flags & 1 ? flags >> 3 : 0;
-  image.stride = padding || flags & 2 ? layout.row_bytes + padding : 0;
+  const auto distance = static_cast<ptrdiff_t>(layout.row_bytes + padding);
+  const bool isBottomUp = in.take() & 1;
+  image.stride = isBottomUp ? -distance : padding || flags & 2 ? distance : 0;
   image.size = layout.bytes + padding * (layout.height ? layout.height - 1 : 0);
   if (flags & 4) image.size -= std::min<size_t>(image.size, flags >> 3);
   if (image.size > kMaxBytes) return;
   std::vector<uint8_t> samples(frame.size), pixels(image.size, kUntouched);
   for (uint8_t& sample : samples) sample = in.take();
   frame.samples = samples.data();
+  const size_t above = layout.height ? layout.height - 1 : 0;
   image.pixels = pixels.data();
+  if (isBottomUp) image.pixels = pixels.data() + above * (layout.row_bytes + padding);
   const int32_t status = vistrel_convert(&frame, &conversion, &image, &error);
   require(status != VISTREL_INTERNAL, "internal");
   require(status == 0 || rejected == 0 || status == rejected, "one rejection, two codes");

@@ -23,10 +23,10 @@ vistrel_stream* acquire(uint32_t wait = VISTREL_WAIT) {
 
 struct AcquiredStreams : ::testing::Test {
   std::vector<uint8_t> samples = std::vector<uint8_t>(8 * 6, 120);
-  vistrel_frame frame = frameOf(samples.data(), 8, 6, VISTREL_RGGB);
+  vistrel_frame frame = frameOf(samples, 8, 6, VISTREL_RGGB);
   vistrel_conversion conversion = defaultConversion(frame);
   std::vector<uint8_t> pixels = std::vector<uint8_t>(3 * 8 * 6, 77);
-  vistrel_image image{pixels.data(), pixels.size(), 0};
+  vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   vistrel_error error{};
 
   int32_t convertOn(vistrel_stream* stream) {
@@ -40,6 +40,22 @@ TEST_F(AcquiredStreams, Convert) {
   EXPECT_THAT(pixels, Each(120));
   ASSERT_EQ(convertOn(stream), VISTREL_OK) << "any number of times";
   EXPECT_EQ(vistrel_stream_release(stream, &error), VISTREL_OK);
+}
+
+TEST_F(AcquiredStreams, MayBeTrimmed) {
+  vistrel_stream* const stream = acquire();
+  ASSERT_EQ(convertOn(stream), VISTREL_OK) << error.text;
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(vistrel_stream_trim(stream, &error), VISTREL_OK);
+    vistrel_trim();
+  }
+  std::fill(pixels.begin(), pixels.end(), uint8_t{77});
+  EXPECT_EQ(convertOn(stream), VISTREL_OK) << error.text;
+  EXPECT_THAT(pixels, Each(120));
+  EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_trim(stream, &error), VISTREL_BAD_STREAM);
+  expectError(error, kNotAcquired);
+  EXPECT_EQ(vistrel_stream_trim(nullptr, &error), VISTREL_NULL_POINTER);
 }
 
 TEST_F(AcquiredStreams, AreAHundredAndTwentyEight) {
@@ -136,9 +152,9 @@ TEST_F(AcquiredStreams, HaveHandlesThatAreUsedOnce) {
 // Two threads convert on one stream until one of them is rejected.
 TEST_F(AcquiredStreams, ServeOneThreadAtATime) {
   const std::vector<uint8_t> large(300 * 300, 50);
-  const vistrel_frame slow = frameOf(large.data(), 300, 300, VISTREL_RGGB);
+  const vistrel_frame slow = frameOf(large, 300, 300, VISTREL_RGGB);
   std::vector<uint8_t> result(3 * large.size());
-  const vistrel_image to{result.data(), result.size(), 0};
+  const vistrel_image to{result.data(), result.size(), 0, {}};
   vistrel_stream* const stream = acquire();
   std::atomic<bool> over = false;
   vistrel_error workers{};
@@ -152,7 +168,7 @@ TEST_F(AcquiredStreams, ServeOneThreadAtATime) {
   over = true;
   worker.join();
   const vistrel_error& rejected = error.status ? error : workers;
-  expectError(rejected, {VISTREL_BAD_STREAM, "stream", "", "another thread is converting on it"});
+  expectError(rejected, {VISTREL_BUSY_STREAM, "stream", "", "another thread is converting on it"});
   EXPECT_EQ(convertOn(stream), VISTREL_OK);
   EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
 }
@@ -171,9 +187,9 @@ TEST_F(AcquiredStreams, PassFromThreadToThread) {
           const uint32_t width = 6 + (i + t) % 9, height = 5 + (round + t) % 7;
           const std::vector<uint8_t> in(width * height, colour);
           std::vector<uint8_t> out(3 * in.size());
-          const vistrel_frame f = frameOf(in.data(), width, height, i % 4);
+          const vistrel_frame f = frameOf(in, width, height, i % 4);
           const vistrel_conversion c = defaultConversion(f);
-          const vistrel_image to{out.data(), out.size(), 0};
+          const vistrel_image to{out.data(), out.size(), 0, {}};
           wrong += vistrel_stream_convert(streams[i], &f, &c, &to, nullptr) != VISTREL_OK;
           wrong += out != std::vector<uint8_t>(out.size(), colour);
         }

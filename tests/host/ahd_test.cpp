@@ -23,12 +23,12 @@ TEST(Ahd, IsThePrimitiveOfTheRegionInBytes) {
   const auto cut = samplesOf<uint8_t>(kRegion.width, kRegion.height, [](auto x, auto y) {
     return texture(x + kRegion.x, y + kRegion.y) % 256;
   });
-  std::vector<uint8_t> bgr(3 * cut.size());
+  Bytes bgr(3 * cut.size());
   for (uint32_t phase = 0; phase < 4; ++phase) {
-    const vistrel_frame frame = frameOf(samples.data(), kWidth, kHeight, phase);
+    const vistrel_frame frame = frameOf(samples, kWidth, kHeight, phase);
     vistrel_conversion c = defaultConversion(frame);
     c.algorithm = VISTREL_AHD;
-    c.region = &kRegion;
+    c.region = kRegion;
     ASSERT_EQ(ippiDemosaicAHD_8u_C1C3R(cut.data(), {0, 0, 24, 19}, kSize, 24, bgr.data(), 72,
                                        kGrids[phase], nullptr, 0),
               CFA_OK);
@@ -45,14 +45,14 @@ TEST(Ahd, IsThePrimitiveOfSamplesScaledTo16Bits) {
   });
   std::vector<uint16_t> bgr(3 * cut.size());
   for (uint32_t phase = 0; phase < 4; ++phase) {
-    const vistrel_frame frame = frameOf(samples.data(), kWidth, kHeight, kBits, phase);
+    const vistrel_frame frame = frameOf(samples, kWidth, kHeight, kBits, phase);
     vistrel_conversion c = defaultConversion(frame);
     c.algorithm = VISTREL_AHD;
-    c.region = &kRegion;
+    c.region = kRegion;
     ASSERT_EQ(ippiDemosaicAHD_16u_C1C3R(cut.data(), {0, 0, 24, 19}, kSize, 48, bgr.data(), 144,
                                         kGrids[phase], nullptr, 0),
               CFA_OK);
-    std::vector<uint8_t> expected;
+    Bytes expected;
     for (const uint16_t s : bgr) expected.push_back(static_cast<uint8_t>(s >> 8));
     EXPECT_EQ(convert(frame, c).pixels, expected) << phase;
   }

@@ -108,10 +108,10 @@ const std::vector<uint16_t> g_table(1024, 9);
 constexpr vistrel_region kRegion{3, 2, 30, 25};
 
 const Case kCases[] = {
-    {"Mono", 12, VISTREL_MONO, [](vistrel_conversion& c) { c.region = &kRegion; }},
+    {"Mono", 12, VISTREL_MONO, [](vistrel_conversion& c) { c.region = kRegion; }},
     {"Bilinear", 12, VISTREL_RGGB, [](vistrel_conversion&) {}},
     {"AhdRegion", 14, VISTREL_GRBG,
-     [](vistrel_conversion& c) { c.algorithm = VISTREL_AHD, c.region = &kRegion; }},
+     [](vistrel_conversion& c) { c.algorithm = VISTREL_AHD, c.region = kRegion; }},
     {"Near", 10, VISTREL_GRBG, [](vistrel_conversion& c) { c.algorithm = VISTREL_NEAR; }},
     {"Edge", 12, VISTREL_BGGR,
      [](vistrel_conversion& c) { c.algorithm = VISTREL_EDGE, c.threshold = 9; }},
@@ -120,7 +120,7 @@ const Case kCases[] = {
     {"LumaPadded", 12, VISTREL_GBRG,
      [](vistrel_conversion& c) { c.format = VISTREL_GRAY16, c.edges = VISTREL_EDGES_PADDED; }},
     {"GrayWorld", 12, VISTREL_GBRG,
-     [](vistrel_conversion& c) { c.white_balance = VISTREL_BALANCE_GRAY_WORLD, c.black = 9; }},
+     [](vistrel_conversion& c) { c.white_balance = VISTREL_BALANCE_GRAY_WORLD, setBlack(c, 9); }},
     {"KimmelBinned", 10, VISTREL_GBRG,
      [](vistrel_conversion& c) { c.algorithm = VISTREL_KIMMEL, c.binning = 3; }},
     {"Table", 12, VISTREL_RGGB,
@@ -145,8 +145,8 @@ struct Allocations : ::testing::TestWithParam<Case> {
 };
 
 TEST_P(Allocations, MayFail) {
-  std::vector<uint8_t> pixels(expected.pixels.size());
-  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  Bytes pixels(expected.pixels.size());
+  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   const auto work = [&](vistrel_error* error) {
     return vistrel_convert(&frame, &conversion, &image, error);
   };
@@ -189,8 +189,8 @@ TEST_P(Allocations, MayFailWhereAStreamGrows) {
   std::vector<vistrel_stream*> streams(used += 2);
   for (auto& s : streams) ASSERT_EQ(vistrel_stream_acquire(VISTREL_WAIT, &s, nullptr), VISTREL_OK);
   vistrel_stream* stream = streams.front();
-  std::vector<uint8_t> pixels(expected.pixels.size());
-  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  Bytes pixels(expected.pixels.size());
+  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   const auto work = [&](vistrel_error* error) {
     return vistrel_stream_convert(stream, &frame, &conversion, &image, error);
   };
@@ -208,6 +208,40 @@ TEST_P(Allocations, MayFailWhereAStreamGrows) {
   EXPECT_EQ(work(nullptr), VISTREL_OK);
   EXPECT_TRUE(pixels == expected.pixels);
   for (auto* s : streams) vistrel_stream_release(s, nullptr);
+}
+
+TEST_P(Allocations, AreMadeByTheFirstConversionOnly) {
+  vistrel_stream* stream = nullptr;
+  ASSERT_EQ(vistrel_stream_acquire(VISTREL_WAIT, &stream, nullptr), VISTREL_OK);
+  Bytes pixels(expected.pixels.size());
+  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
+  vistrel_layout layout{};
+  vistrel_error error{};
+  for (const int n : {0, 1}) {
+    g_watch = {true, false, 0, 0, 0};
+    EXPECT_EQ(vistrel_get_layout(&frame, &conversion, &layout, &error), VISTREL_OK);
+    EXPECT_EQ(vistrel_stream_convert(stream, &frame, &conversion, &image, &error), VISTREL_OK);
+    g_watch.on = false;
+    EXPECT_LE(g_watch.calls, n ? 0 : 1);
+  }
+  const long live = g_live;
+  EXPECT_EQ(vistrel_stream_trim(stream, &error), VISTREL_OK);
+  EXPECT_EQ(g_live, layout.working_bytes ? live - 1 : live);
+  vistrel_stream_release(stream, nullptr);
+  vistrel_trim();
+  EXPECT_LE(g_live, live);
+}
+
+TEST(AllocationsOfUnpacking, AreNone) {
+  const uint8_t bytes[] = {1, 2, 3};
+  const vistrel_packed packed = packedOf(bytes, 2, 1, VISTREL_PACKING_MIPI, 12);
+  vistrel_packed_layout layout{};
+  uint16_t samples[2];
+  g_watch = {true, false, 0, 0, 0};
+  EXPECT_EQ(vistrel_get_packed_layout(&packed, &layout, nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_unpack(&packed, samples, sizeof samples, nullptr), VISTREL_OK);
+  g_watch.on = false;
+  EXPECT_EQ(g_watch.calls, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, Allocations, ::testing::ValuesIn(kCases),

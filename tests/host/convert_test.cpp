@@ -9,23 +9,23 @@ namespace {
 using ::testing::ElementsAre;
 
 TEST(Defaults, FitTheFrame) {
-  const uint8_t sample = 0;
-  EXPECT_EQ(defaultConversion(frameOf(&sample, 1, 1, VISTREL_MONO)).format, VISTREL_MONO8);
-  const vistrel_conversion c = defaultConversion(frameOf(&sample, 1, 1, VISTREL_GBRG));
+  const uint8_t sample[] = {0};
+  EXPECT_EQ(defaultConversion(frameOf(sample, 1, 1, VISTREL_MONO)).format, VISTREL_MONO8);
+  const vistrel_conversion c = defaultConversion(frameOf(sample, 1, 1, VISTREL_GBRG));
   EXPECT_EQ(c.format, VISTREL_BGR24);
   EXPECT_EQ(c.algorithm, VISTREL_BILINEAR);
   EXPECT_EQ(c.binning, 1u);
   EXPECT_EQ(c.reduction, VISTREL_WINDOW_HIGH);
   EXPECT_EQ(c.excess, VISTREL_REJECT);
-  EXPECT_EQ(c.region, nullptr);
+  EXPECT_EQ(c.region.width, 0u);
 }
 
 TEST(Mono, RegionIsCutOutAndBinned) {
   const auto samples = samplesOf<uint8_t>(10, 8, [](uint32_t x, uint32_t y) { return 10 * y + x; });
-  const vistrel_frame frame = frameOf(samples.data(), 10, 8, VISTREL_MONO);
+  const vistrel_frame frame = frameOf(samples, 10, 8, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
   const vistrel_region region{3, 1, 5, 4};
-  c.region = &region;
+  c.region = region;
   EXPECT_THAT(convert(frame, c).pixels, ElementsAre(13, 14, 15, 16, 17, 23, 24, 25, 26, 27, 33, 34,
                                                     35, 36, 37, 43, 44, 45, 46, 47));
   // The sum of four, halved: (13 + 14 + 23 + 24) / 2 and so on; the fifth column is no bin.
@@ -36,7 +36,7 @@ TEST(Mono, RegionIsCutOutAndBinned) {
 TEST(Mono, SixteenBitsKeepTheSamples) {
   const auto samples =
       samplesOf<uint16_t>(9, 3, [](uint32_t x, uint32_t y) { return 7000 * y + x; });
-  const vistrel_frame frame = frameOf(samples.data(), 9, 3, 14, VISTREL_MONO);
+  const vistrel_frame frame = frameOf(samples, 9, 3, 14, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
   c.format = VISTREL_MONO16;
   EXPECT_EQ(samples16Of(convert(frame, c)), samples);
@@ -44,7 +44,7 @@ TEST(Mono, SixteenBitsKeepTheSamples) {
 
 TEST(Mono, WindowsKeepOtherBits) {
   const std::vector<uint16_t> samples{0x123, 0x3FF, 0x400, 0x7FF, 0x800, 0xFFF};
-  const vistrel_frame frame = frameOf(samples.data(), 6, 1, 12, VISTREL_MONO);
+  const vistrel_frame frame = frameOf(samples, 6, 1, 12, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
   EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0x12, 0x3F, 0x40, 0x7F, 0x80, 0xFF));
   c.reduction = VISTREL_WINDOW_MIDDLE;
@@ -58,7 +58,7 @@ TEST(Mono, CurvesMapTheTopTenBits) {
   struct Case {
     uint32_t reduction;
     std::vector<uint16_t> tenBits;
-    std::vector<uint8_t> mapped;
+    Bytes mapped;
   };
   const Case cases[] = {
       {VISTREL_CURVE_2, {64, 128, 767, 768, 1023}, {32, 64, 223, 224, 255}},
@@ -74,7 +74,7 @@ TEST(Mono, CurvesMapTheTopTenBits) {
       auto samples = k.tenBits;
       for (auto& s : samples) s = static_cast<uint16_t>(s << (bits - 10));
       const auto width = static_cast<uint32_t>(samples.size());
-      const vistrel_frame frame = frameOf(samples.data(), width, 1, bits, VISTREL_MONO);
+      const vistrel_frame frame = frameOf(samples, width, 1, bits, VISTREL_MONO);
       vistrel_conversion c = defaultConversion(frame);
       c.reduction = k.reduction;
       EXPECT_EQ(convert(frame, c).pixels, k.mapped) << bits << " bits, reduction " << k.reduction;
@@ -88,10 +88,10 @@ TEST(Colour, NothingOutsideTheRegionMatters) {
     auto samples = samplesOf<uint16_t>(
         31, 29, [](uint32_t x, uint32_t y) { return (x * x + 7 * y * y + 13 * x * y) % 1024; });
     const vistrel_region region{11, 5, 20, 24};
-    vistrel_frame frame = frameOf(samples.data(), 31, 29, 10, VISTREL_BGGR);
+    vistrel_frame frame = frameOf(samples, 31, 29, 10, VISTREL_BGGR);
     vistrel_conversion c = defaultConversion(frame);
     c.algorithm = a->code;
-    c.region = &region;
+    c.region = region;
     const auto pixels = convert(frame, c).pixels;
     for (uint32_t y = 0; y < 29; ++y)
       for (uint32_t x = 0; x < 31; ++x)
@@ -108,14 +108,14 @@ TEST(Colour, EveryPhaseOriginAndBinningKeepsAPlainColour) {
        {uint32_t{VISTREL_BILINEAR}, uint32_t{VISTREL_NEAR}, uint32_t{VISTREL_AHD}}) {
     for (uint32_t phase = 0; phase < 4; ++phase) {
       const auto samples = samplesOf<uint8_t>(23, 21, plainColour(phase, 5, 10, 20));
-      const vistrel_frame frame = frameOf(samples.data(), 23, 21, phase);
+      const vistrel_frame frame = frameOf(samples, 23, 21, phase);
       for (uint32_t binning = 1; binning <= 4; ++binning) {
         for (uint32_t origin = 0; origin < 16; ++origin) {
           const vistrel_region region{origin % 4, origin / 4, 19, 17};
           vistrel_conversion c = defaultConversion(frame);
           c.algorithm = algorithm;
           c.binning = binning;
-          c.region = &region;
+          c.region = region;
           EXPECT_EQ(plainPixel(convert(frame, c)), expected[binning - 1])
               << "algorithm " << algorithm << ", phase " << phase << ", binning " << binning
               << ", origin " << origin;
@@ -142,12 +142,12 @@ TEST(Colour, KimmelKeepsAPlainColourAtEveryPhaseWidthAndBinning) {
     for (uint32_t width : {24u, 25u}) {
       const auto bytes = samplesOf<uint8_t>(width, 21, plainColour(phase, 5, 10, 20));
       const auto wide = samplesOf<uint16_t>(width, 21, plainColour(phase, 5, 10, 20));
-      vistrel_frame frame = frameOf(wide.data(), width, 21, 10, phase);
+      vistrel_frame frame = frameOf(wide, width, 21, 10, phase);
       vistrel_conversion c = defaultConversion(frame);
       c.algorithm = VISTREL_KIMMEL;
       c.format = VISTREL_BGR48;
       EXPECT_EQ(middlePixel(convert(frame, c)), expected[0]) << phase << ", " << width;
-      frame = frameOf(bytes.data(), width, 21, phase);
+      frame = frameOf(bytes, width, 21, phase);
       c.format = VISTREL_BGR24;
       for (c.binning = 1; c.binning <= 4; ++c.binning)
         EXPECT_EQ(middlePixel(convert(frame, c)), expected[c.binning - 1])
@@ -157,7 +157,7 @@ TEST(Colour, KimmelKeepsAPlainColourAtEveryPhaseWidthAndBinning) {
 
 TEST(Colour, EveryFormatAndDepthHasItsOwnLayout) {
   const auto samples = samplesOf<uint16_t>(8, 6, plainColour(VISTREL_GBRG, 0x123, 0x456, 0xF89));
-  const vistrel_frame frame = frameOf(samples.data(), 8, 6, 12, VISTREL_GBRG);
+  const vistrel_frame frame = frameOf(samples, 8, 6, 12, VISTREL_GBRG);
   vistrel_conversion c = defaultConversion(frame);
   EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(0x12, 0x45, 0xF8));
   c.format = VISTREL_ARGB32;
@@ -175,12 +175,12 @@ TEST(Colour, EveryFormatAndDepthHasItsOwnLayout) {
 TEST(Colour, RegionLiesWhereItShould) {
   const auto slope = [](uint32_t x, uint32_t y) { return 40 * x + 60 * y; };
   const auto samples = samplesOf<uint16_t>(31, 29, slope);
-  const vistrel_frame frame = frameOf(samples.data(), 31, 29, 12, VISTREL_BGGR);
+  const vistrel_frame frame = frameOf(samples, 31, 29, 12, VISTREL_BGGR);
   vistrel_conversion c = defaultConversion(frame);
   c.format = VISTREL_BGR48;
   for (uint32_t origin = 0; origin < 25; ++origin) {
     const vistrel_region region{origin % 5, origin / 5, 26, 24};
-    c.region = &region;
+    c.region = region;
     const auto bgr = samples16Of(convert(frame, c));
     for (uint32_t y = 1; y < region.height - 1; ++y)
       for (uint32_t i = 3; i < 3 * (region.width - 1); ++i)
@@ -196,7 +196,7 @@ TEST(Colour, EveryAlgorithmTakesItsSmallestFrame) {
     const uint32_t side = a->min_size;
     const std::vector<uint16_t> samples(side * side, 500);
     for (uint32_t phase = 0; phase < 4; ++phase) {
-      const vistrel_frame frame = frameOf(samples.data(), side, side, 10, phase);
+      const vistrel_frame frame = frameOf(samples, side, side, 10, phase);
       vistrel_conversion c = defaultConversion(frame);
       c.algorithm = a->code;
       EXPECT_EQ(convert(frame, c).layout.width, side) << a->name;
@@ -207,7 +207,7 @@ TEST(Colour, EveryAlgorithmTakesItsSmallestFrame) {
 // Entry k of 1024, or entries 4k of 4096, for what the highest ten bits are k of.
 TEST(Table, MapsTheHighestTenBits) {
   const std::vector<uint16_t> samples{0, 3, 4, 2000, 2003, 4095};
-  const vistrel_frame frame = frameOf(samples.data(), 6, 1, 12, VISTREL_MONO);
+  const vistrel_frame frame = frameOf(samples, 6, 1, 12, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
   c.reduction = VISTREL_TABLE;
   std::vector<uint16_t> table(1024, 7);
@@ -224,7 +224,7 @@ TEST(Table, MapsTheHighestTenBits) {
 
 TEST(Table, IsOfThisCallAlone) {
   const std::vector<uint16_t> samples(8 * 8, 600), light(1024, 200), dark(1024, 20);
-  const vistrel_frame frame = frameOf(samples.data(), 8, 8, 10, VISTREL_GBRG);
+  const vistrel_frame frame = frameOf(samples, 8, 8, 10, VISTREL_GBRG);
   vistrel_conversion c = defaultConversion(frame);
   c.reduction = VISTREL_TABLE;
   c.table_entries = 1024;

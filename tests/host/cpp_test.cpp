@@ -50,7 +50,7 @@ TEST_F(Cpp, TwinsGiveTheSame) {
   EXPECT_THAT(image->pixels, Each(90));
   EXPECT_EQ(convert(frame, good).pixels, image->pixels);
   EXPECT_EQ((*image).layout.bytes, layoutOf(frame, good).bytes);
-  EXPECT_EQ(tryLayoutOf(frame, good)->bytes, 72u);
+  EXPECT_EQ(layoutOf(frame, good).bytes, 72u);
   EXPECT_EQ(image.value().pixels.size(), 72u);
 }
 
@@ -69,6 +69,50 @@ TEST_F(Cpp, TwinsRejectTheSame) {
   expectThrow([&] { stream.convertInto(frame, bad, pixels); });
 }
 
+TEST_F(Cpp, ResultsHaveTheUsualMembers) {
+  const auto image = tryConvert(frame, good), none = tryConvert(frame, bad);
+  EXPECT_TRUE(image.has_value());
+  EXPECT_FALSE(none.has_value());
+  const Image other{{}, {1, 2}};
+  EXPECT_EQ(image.value_or(other).pixels.size(), 72u);
+  EXPECT_THAT(none.value_or(other).pixels, ElementsAre(1, 2));
+  EXPECT_EQ(tryParsePhase("x").value_or(99), 99u);
+  EXPECT_EQ(tryParsePhase("mono").value_or(99), uint32_t{VISTREL_MONO});
+  EXPECT_DEATH(image.error(), "");
+}
+
+// The second conversion fits the memory of the first.
+TEST_F(Cpp, ConvertsIntoAnImageThatExists) {
+  Stream stream = Stream::acquire();
+  Image image;
+  EXPECT_EQ(convertInto(frame, good, image).bytes, 72u);
+  EXPECT_THAT(image.pixels, Each(90));
+  const uint8_t* const memory = image.pixels.data();
+  vistrel_conversion smaller = good;
+  smaller.binning = 2;
+  EXPECT_EQ(stream.convertInto(frame, smaller, image).bytes, 18u);
+  EXPECT_THAT(image.pixels, Each(180));
+  EXPECT_EQ(image.pixels.size(), 18u);
+  EXPECT_EQ(image.layout.width, 3u);
+  ASSERT_TRUE(stream.tryConvertInto(frame, good, image));
+  EXPECT_EQ(image.pixels.data(), memory);
+  expectRejection(tryConvertInto(frame, bad, image));
+  expectRejection(stream.tryConvertInto(frame, bad, image));
+  expectThrow([&] { convertInto(frame, bad, image); });
+  EXPECT_THAT(image.pixels, Each(90)) << "a bad description leaves it alone";
+}
+
+TEST(CppBytes, StayUninitialisedOnlyIfNobodySetsThem) {
+  Bytes bytes(3, 7);
+  bytes.insert(bytes.end(), {1, 2});
+  bytes.resize(7, 9);
+  const Bytes copy = bytes;
+  EXPECT_THAT(copy, ElementsAre(7, 7, 7, 1, 2, 9, 9));
+  bytes.clear();
+  bytes.resize(5);  // the same memory
+  EXPECT_THAT(bytes, ElementsAre(7, 7, 7, 1, 2));
+}
+
 // `into` converts `frame` into the caller's pixels.
 template <class Into>
 void expectTheCallersRows(Into into) {
@@ -78,14 +122,16 @@ void expectTheCallersRows(Into into) {
   const auto little = into(Span<uint8_t>(pixels.data(), 71), 0);
   ASSERT_FALSE(little);
   EXPECT_EQ(little.error().status(), VISTREL_SHORT_BUFFER);
+  for (const ptrdiff_t stride : {ptrdiff_t{-20}, ptrdiff_t{-21}, PTRDIFF_MIN, ptrdiff_t{-5}})
+    EXPECT_FALSE(into(Span<uint8_t>(pixels.data(), 77), stride)) << stride;
 }
 
 TEST_F(Cpp, ConvertsIntoTheCallersRows) {
-  expectTheCallersRows([this](Span<uint8_t> pixels, size_t stride) {
+  expectTheCallersRows([this](Span<uint8_t> pixels, ptrdiff_t stride) {
     return tryConvertInto(frame, good, pixels, stride);
   });
   Stream stream = Stream::acquire();
-  expectTheCallersRows([&](Span<uint8_t> pixels, size_t stride) {
+  expectTheCallersRows([&](Span<uint8_t> pixels, ptrdiff_t stride) {
     return stream.tryConvertInto(frame, good, pixels, stride);
   });
   std::vector<uint8_t> pixels(72);
@@ -132,6 +178,9 @@ static_assert(MakesAFrame<const std::span<const uint8_t>>);
 static_assert(!MakesAFrame<std::vector<uint8_t>>);
 static_assert(!MakesAFrame<const std::vector<uint8_t>>);
 static_assert(!MakesAFrame<std::array<uint8_t, 16>>);
+static_assert(!MakesAFrame<std::array<const uint8_t, 16>>);
+static_assert(!MakesAFrame<const uint8_t*>);
+static_assert(!MakesAFrame<uint8_t (&&)[16]>);
 static_assert(std::is_constructible_v<Span<const char>, std::string_view>);
 static_assert(!std::is_constructible_v<Span<const char>, std::string>);
 
@@ -163,6 +212,34 @@ TEST_F(Cpp, StreamsAreReleasedByTheirOwners) {
   EXPECT_TRUE(Stream::tryAcquire(VISTREL_NO_WAIT));
 }
 
+uint32_t streamsInUse() {
+  std::vector<Stream> others;
+  while (auto stream = Stream::tryAcquire(VISTREL_NO_WAIT)) others.push_back(*std::move(stream));
+  return VISTREL_MAX_STREAMS - static_cast<uint32_t>(others.size());
+}
+
+TEST_F(Cpp, StreamsAreReleasedByAssignmentAndByHand) {
+  Stream a = Stream::acquire(), b = Stream::acquire(), none;
+  EXPECT_TRUE(a && b && !none);
+  EXPECT_EQ(none.handle(), nullptr);
+  EXPECT_EQ(streamsInUse(), 2u);
+  vistrel_stream* const handle = b.handle();
+  a = std::move(b);
+  EXPECT_EQ(streamsInUse(), 1u);
+  EXPECT_EQ(a.handle(), handle);
+  EXPECT_FALSE(b);
+  Stream& same = a;
+  a = std::move(same);
+  EXPECT_EQ(a.handle(), handle);
+  a.trim();
+  EXPECT_THAT(a.convert(frame, good).pixels, Each(90));
+  a.release();
+  a.release();
+  a.trim();
+  EXPECT_FALSE(a);
+  EXPECT_EQ(streamsInUse(), 0u);
+}
+
 TEST_F(Cpp, MeasuresAndParses) {
   const auto plain = samplesOf<uint8_t>(8, 6, plainColour(VISTREL_BGGR, 50, 100, 25));
   frame = frameOf(plain, 8, 6, VISTREL_BGGR);
@@ -170,6 +247,12 @@ TEST_F(Cpp, MeasuresAndParses) {
   EXPECT_EQ(parsePhase("GBRG"), uint32_t{VISTREL_GBRG});
   EXPECT_EQ(tryParsePhase("gr").error().status(), VISTREL_BAD_PHASE);
   EXPECT_THROW(parsePhase("gr"), Error);
+  EXPECT_EQ(parseFormat("rgb48"), uint32_t{VISTREL_RGB48});
+  EXPECT_EQ(tryParseFormat("rgb").error().status(), VISTREL_BAD_FORMAT);
+  EXPECT_EQ(parseAlgorithm("AHD"), uint32_t{VISTREL_AHD});
+  EXPECT_EQ(tryParseAlgorithm("").error().status(), VISTREL_BAD_ALGORITHM);
+  EXPECT_EQ(parsePacking("mipi"), uint32_t{VISTREL_PACKING_MIPI});
+  EXPECT_EQ(tryParsePacking("raw").error().status(), VISTREL_BAD_PACKING);
   frame.phase = VISTREL_MONO;
   EXPECT_FALSE(tryMeasureGains(frame, good));
 }

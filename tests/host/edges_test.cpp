@@ -27,10 +27,9 @@ std::vector<uint16_t> paddedBy(uint32_t pad, const std::vector<uint16_t>& sample
   });
 }
 
-std::vector<uint8_t> cropped(const Image& image, uint32_t x, uint32_t y, uint32_t width,
-                             uint32_t height) {
+Bytes cropped(const Image& image, uint32_t x, uint32_t y, uint32_t width, uint32_t height) {
   const size_t pixel = image.layout.row_bytes / image.layout.width;
-  std::vector<uint8_t> result;
+  Bytes result;
   for (uint32_t row = y; row < y + height; ++row) {
     const auto from =
         image.pixels.begin() + static_cast<ptrdiff_t>(row * image.layout.row_bytes + x * pixel);
@@ -49,17 +48,16 @@ struct Shape {
 void expectPadded(const Shape& s, uint32_t phase, vistrel_conversion c) {
   const auto samples = samplesOf<uint16_t>(s.width, s.height, edgeTexture);
   const auto padded = paddedBy(kPad, samples, s.width, s.height);
-  const vistrel_frame frame = frameOf(samples.data(), s.width, s.height, 10, phase);
-  const vistrel_frame large =
-      frameOf(padded.data(), s.width + 2 * kPad, s.height + 2 * kPad, 10, phase);
+  const vistrel_frame frame = frameOf(samples, s.width, s.height, 10, phase);
+  const vistrel_frame large = frameOf(padded, s.width + 2 * kPad, s.height + 2 * kPad, 10, phase);
   // From here to the large frame's border, so that its bins are those of the region.
   const vistrel_region from{s.region.x, s.region.y, large.width - s.region.x,
                             large.height - s.region.y};
-  c.region = &from;
+  c.region = from;
   const uint32_t width = s.region.width / c.binning, height = s.region.height / c.binning;
   const auto expected =
       cropped(convert(large, c), kPad / c.binning, kPad / c.binning, width, height);
-  c.region = &s.region;
+  c.region = s.region;
   c.edges = VISTREL_EDGES_PADDED;
   const Image image = convert(frame, c);
   ASSERT_EQ(image.layout.width, width);
@@ -103,7 +101,7 @@ TEST(PaddedEdges, GoWithEveryFormatAndBinning) {
 // No algorithm sees the border from ten pixels inside.
 TEST(PaddedEdges, LeaveTheInteriorAsItIs) {
   const auto samples = samplesOf<uint16_t>(48, 44, edgeTexture);
-  const vistrel_frame frame = frameOf(samples.data(), 48, 44, 10, VISTREL_RGGB);
+  const vistrel_frame frame = frameOf(samples, 48, 44, 10, VISTREL_RGGB);
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
     vistrel_conversion c = conversionBy(a->code, VISTREL_BGR24);
     const auto native = cropped(convert(frame, c), 10, 10, 28, 24);
@@ -115,13 +113,13 @@ TEST(PaddedEdges, LeaveTheInteriorAsItIs) {
 // A region of a padded image is the image's crop: beyond it lies the frame.
 TEST(PaddedEdges, OfARegionAreTheFrame) {
   const auto samples = samplesOf<uint16_t>(40, 36, edgeTexture);
-  const vistrel_frame frame = frameOf(samples.data(), 40, 36, 10, VISTREL_BGGR);
+  const vistrel_frame frame = frameOf(samples, 40, 36, 10, VISTREL_BGGR);
   for (const uint32_t algorithm : {uint32_t{VISTREL_KIMMEL}, uint32_t{VISTREL_BILINEAR}}) {
     vistrel_conversion c = conversionBy(algorithm, VISTREL_BGR24);
     c.edges = VISTREL_EDGES_PADDED;
     const auto expected = cropped(convert(frame, c), 7, 1, 1, 3);
     const vistrel_region region{7, 1, 1, 3};  // less than a demosaic needs natively
-    c.region = &region;
+    c.region = region;
     EXPECT_EQ(convert(frame, c).pixels, expected);
   }
 }
@@ -130,7 +128,7 @@ TEST(PaddedEdges, KeepAPlainColourPlain) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
     for (uint32_t phase = 0; phase < 4; ++phase) {
       const auto samples = samplesOf<uint16_t>(9, 7, plainColour(phase, 300, 500, 700));
-      const vistrel_frame frame = frameOf(samples.data(), 9, 7, 10, phase);
+      const vistrel_frame frame = frameOf(samples, 9, 7, 10, phase);
       vistrel_conversion c = conversionBy(a->code, VISTREL_BGR48);
       c.edges = VISTREL_EDGES_PADDED;
       EXPECT_EQ(plainPixel(convert(frame, c)), (std::vector<uint32_t>{300, 500, 700})) << a->name;
@@ -139,7 +137,7 @@ TEST(PaddedEdges, KeepAPlainColourPlain) {
 
 TEST(PaddedEdges, DoNothingToMonoFrames) {
   const auto samples = samplesOf<uint16_t>(9, 1, edgeTexture);
-  const vistrel_frame frame = frameOf(samples.data(), 9, 1, 10, VISTREL_MONO);
+  const vistrel_frame frame = frameOf(samples, 9, 1, 10, VISTREL_MONO);
   vistrel_conversion c = conversionBy(0, VISTREL_MONO16);
   c.edges = VISTREL_EDGES_PADDED;
   EXPECT_EQ(samples16Of(convert(frame, c)), samples);
@@ -156,10 +154,10 @@ TEST(PaddedEdges, ArePreparedToo) {
   });
   vistrel_conversion c = conversionBy(VISTREL_VNG, VISTREL_BGR48);
   c.edges = VISTREL_EDGES_PADDED;
-  const auto expected = convert(frameOf(prepared.data(), 12, 11, 10, VISTREL_RGGB), c).pixels;
+  const auto expected = convert(frameOf(prepared, 12, 11, 10, VISTREL_RGGB), c).pixels;
   c.white_balance = VISTREL_BALANCE_GAINS;
   std::copy_n(gains, 3, c.gains);
-  EXPECT_EQ(convert(frameOf(samples.data(), 12, 11, 10, VISTREL_RGGB), c).pixels, expected);
+  EXPECT_EQ(convert(frameOf(samples, 12, 11, 10, VISTREL_RGGB), c).pixels, expected);
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ bool convertsWell(uint8_t colour) {
   const std::vector<uint8_t> samples(12 * 10, colour);
   const vistrel_frame frame = frameOf(samples, 12, 10, VISTREL_GRBG);
   const auto image = tryConvert(frame, defaultConversion(frame));
-  return image && image->pixels == std::vector<uint8_t>(3 * 12 * 10, colour);
+  return image && image->pixels == Bytes(3 * 12 * 10, colour);
 }
 
 bool convertsWellOn(Stream& stream) {

@@ -1,6 +1,7 @@
 // Frames whose conversion can be worked out by hand.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -26,6 +27,11 @@ inline std::function<uint32_t(uint32_t, uint32_t)> plainColour(uint32_t phase, u
     const char filter = vistrel_phase_name(phase)[2 * (y & 1) + (x & 1)];
     return filter == 'b' ? blue : filter == 'g' ? green : red;
   };
+}
+
+// The same at all places.
+inline void setBlack(vistrel_conversion& conversion, uint32_t black) {
+  std::fill_n(conversion.black, 4, black);
 }
 
 inline std::vector<uint16_t> samples16Of(const Image& image) {

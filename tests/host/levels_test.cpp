@@ -33,7 +33,7 @@ TEST_F(Levels, AreSetAndReported) {
 TEST_F(Levels, GiveTheSamePixels) {
   const auto samples = samplesOf<uint16_t>(
       131, 37, [](auto x, auto y) { return (x * x * 7 + y * 131 + (x ^ y) * 59) % 1024; });
-  const vistrel_frame frame = frameOf(samples.data(), 131, 37, 10, VISTREL_GBRG);
+  const vistrel_frame frame = frameOf(samples, 131, 37, 10, VISTREL_GBRG);
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
     vistrel_conversion c = defaultConversion(frame);
     c.algorithm = a->code;

@@ -11,7 +11,7 @@ using ::testing::ElementsAre;
 struct Formats : ::testing::Test {
   std::vector<uint16_t> samples = samplesOf<uint16_t>(
       19, 13, [](auto x, auto y) { return (x * 211 + y * 397 + (x ^ y) * 41) % 4096; });
-  vistrel_frame frame = frameOf(samples.data(), 19, 13, 12, VISTREL_GBRG);
+  vistrel_frame frame = frameOf(samples, 19, 13, 12, VISTREL_GBRG);
   vistrel_conversion conversion = defaultConversion(frame);
 
   Image as(uint32_t format) {
@@ -19,11 +19,11 @@ struct Formats : ::testing::Test {
     return convert(frame, conversion);
   }
   // Each pixel's samples in the given order of blue, green, red; 3 stands for alpha.
-  template <class T>
-  static std::vector<T> reordered(const std::vector<T>& bgr, const std::vector<size_t>& order) {
-    std::vector<T> result;
+  template <class Samples>
+  static Samples reordered(const Samples& bgr, const std::vector<size_t>& order) {
+    Samples result;
     for (size_t i = 0; i < bgr.size(); i += 3)
-      for (const size_t channel : order) result.push_back(channel == 3 ? T{255} : bgr[i + channel]);
+      for (const size_t channel : order) result.push_back(channel == 3 ? 255 : bgr[i + channel]);
     return result;
   }
 };
@@ -62,22 +62,42 @@ TEST_F(Formats, GoWhereTheStrideSays) {
     std::vector<uint8_t> memory(1 + stride * 13, 77), expected = memory;
     for (size_t y = 0; y < 13; ++y)
       std::copy_n(&packed.pixels[y * row], row, &expected[1 + y * stride]);
-    const vistrel_image image{memory.data() + 1, memory.size() - 1, stride};
+    const vistrel_image image{memory.data() + 1, memory.size() - 1, ptrdiff_t(stride), {}};
     ASSERT_EQ(vistrel_convert(&frame, &conversion, &image, nullptr), VISTREL_OK);
     EXPECT_EQ(memory, expected) << format;
   }
 }
 
+// The same rows in the opposite order, from the highest in memory down.
+TEST_F(Formats, LieBottomUpWithANegativeStride) {
+  for (const uint32_t format : {VISTREL_BGR24, VISTREL_BGRA32, VISTREL_RGB48, VISTREL_GRAY8})
+    for (const size_t padding : {0, 5}) {
+      const Image packed = as(format);
+      const size_t row = packed.layout.row_bytes, stride = row + padding;
+      const size_t rows = packed.layout.height;
+      std::vector<uint8_t> memory(stride * (rows - 1) + row, 77), expected = memory;
+      for (size_t y = 0; y < rows; ++y)
+        std::copy_n(&packed.pixels[y * row], row, &expected[(rows - 1 - y) * stride]);
+      const auto last = memory.data() + (rows - 1) * stride;
+      const vistrel_image image{last, memory.size(), -ptrdiff_t(stride), {}};
+      ASSERT_EQ(vistrel_convert(&frame, &conversion, &image, nullptr), VISTREL_OK);
+      EXPECT_EQ(memory, expected) << format;
+      std::fill(memory.begin(), memory.end(), uint8_t{77});
+      convertInto(frame, conversion, memory, -ptrdiff_t(stride));
+      EXPECT_EQ(memory, expected) << format;
+    }
+}
+
 TEST_F(Formats, Of16BitsNeed16BitSamples) {
   const std::vector<uint8_t> bytes(8 * 8);
-  frame = frameOf(bytes.data(), 8, 8, VISTREL_RGGB);
+  frame = frameOf(bytes, 8, 8, VISTREL_RGGB);
   conversion.format = VISTREL_RGB48;
   EXPECT_EQ(rejectionOf(frame, conversion).status, VISTREL_BAD_FORMAT);
 }
 
 TEST(Gray, IsLumaOfTheColours) {
   const auto samples = samplesOf<uint16_t>(9, 7, plainColour(VISTREL_GRBG, 301, 702, 1000));
-  const vistrel_frame frame = frameOf(samples.data(), 9, 7, 10, VISTREL_GRBG);
+  const vistrel_frame frame = frameOf(samples, 9, 7, 10, VISTREL_GRBG);
   vistrel_conversion c = defaultConversion(frame);
   c.format = VISTREL_GRAY16;
   // 0.114 * 301 + 0.587 * 702 + 0.299 * 1000 = 745.388
@@ -94,7 +114,7 @@ TEST(Gray, IsLumaOfTheColours) {
 TEST(Gray, KeepsEqualChannelsUnlessRaw) {
   for (const uint32_t v : {0u, 1u, 100u, 128u, 254u, 255u}) {
     const std::vector<uint8_t> samples(6 * 6, static_cast<uint8_t>(v));
-    const vistrel_frame frame = frameOf(samples.data(), 6, 6, VISTREL_BGGR);
+    const vistrel_frame frame = frameOf(samples, 6, 6, VISTREL_BGGR);
     vistrel_conversion c = defaultConversion(frame);
     c.format = VISTREL_GRAY8;
     EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(v));

@@ -23,9 +23,9 @@ int main(void) {
   frame.phase = VISTREL_MONO;
   vistrel_default_conversion(&frame, &conversion);
   conversion.binning = 2;
+  memset(&image, 0, sizeof image);
   image.pixels = pixels;
   image.size = sizeof pixels;
-  image.stride = 0;
   if (vistrel_get_layout(&frame, &conversion, &layout, &error) || layout.bytes != 4 ||
       vistrel_convert(&frame, &conversion, &image, &error) || memcmp(pixels, expected, 4)) {
     printf("status %d: %s\n", (int)error.status, error.text);

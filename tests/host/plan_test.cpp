@@ -1,6 +1,7 @@
 // Regions, sizes and buffers: what fits, and what is rejected.
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <vector>
 
 #include "tests/host/frames.h"
@@ -24,7 +25,7 @@ TEST(Layout, FollowsRegionBinningAndFormat) {
   const vistrel_frame frame{nullptr, 0, 0, 100, 50, 2, 12, VISTREL_RGGB, 0, {}};
   vistrel_conversion c = defaultConversion(frame);
   const vistrel_region region{10, 20, 41, 23};
-  c.region = &region;
+  c.region = region;
   c.binning = 3;
   c.format = VISTREL_BGR48;
   const vistrel_layout l = layoutOf(frame, c);
@@ -52,7 +53,7 @@ struct Regions : ::testing::Test {
   }
   void setRegion(uint32_t x, uint32_t y, uint32_t width, uint32_t height) {
     region = {x, y, width, height};
-    conversion.region = &region;
+    conversion.region = region;
   }
   void expect(const Rejection& expected) const {
     expectError(rejectionOf(frame, conversion), expected);
@@ -163,9 +164,9 @@ TEST_F(Regions, NullPointers) {
 struct Memory : ::testing::Test {
   std::vector<uint8_t> samples = std::vector<uint8_t>(6 * 4, 9);
   std::vector<uint8_t> pixels = std::vector<uint8_t>(6 * 4, 77);
-  vistrel_frame frame = frameOf(samples.data(), 6, 4, VISTREL_MONO);
+  vistrel_frame frame = frameOf(samples, 6, 4, VISTREL_MONO);
   vistrel_conversion conversion = defaultConversion(frame);
-  vistrel_image image{pixels.data(), pixels.size(), 0};
+  vistrel_image image{pixels.data(), pixels.size(), 0, {}};
 
   void expect(const Rejection& expected) {
     vistrel_error error{};
@@ -207,9 +208,45 @@ TEST_F(Memory, ImageEndsEarly) {
 TEST_F(Memory, ImageStrideIsTooShortOrTooLong) {
   image.stride = 5;
   expect({VISTREL_BAD_STRIDE, "image.stride", "5", "a row has 6 bytes"});
-  image.stride = SIZE_MAX / 4;
-  expect({VISTREL_BAD_STRIDE, "image.stride", std::to_string(SIZE_MAX / 4),
-          "no memory can hold 4 such rows"});
+  image.stride = -5;
+  expect({VISTREL_BAD_STRIDE, "image.stride", "-5", "a row has 6 bytes"});
+  for (const ptrdiff_t stride : {PTRDIFF_MAX / 2, PTRDIFF_MAX, PTRDIFF_MIN / 2, PTRDIFF_MIN}) {
+    image.stride = stride;
+    expect({VISTREL_TOO_LARGE, "image.stride", std::to_string(stride),
+            "no memory can hold 4 such rows"});
+  }
+}
+
+TEST_F(Memory, StrideOfASingleRowDoesNotMatter) {
+  frame.height = 1;
+  frame.stride = SIZE_MAX;
+  image.size = 6;
+  for (const ptrdiff_t stride : {ptrdiff_t{6}, PTRDIFF_MAX, ptrdiff_t{-6}, PTRDIFF_MIN}) {
+    image.stride = stride;
+    vistrel_error error{};
+    EXPECT_EQ(vistrel_convert(&frame, &conversion, &image, &error), VISTREL_OK) << error.text;
+  }
+}
+
+TEST_F(Memory, OfANegativeStrideCountsFromTheLastRow) {
+  image.stride = -6;
+  image.pixels = pixels.data() + 18;
+  image.size = 23;
+  expect({VISTREL_SHORT_BUFFER, "image.size", "23", "4 rows of stride -6 take 24 bytes"});
+  image.size = 24;
+  expect(kAccepted);
+}
+
+TEST_F(Memory, RowsBelowAddressZero) {
+  image.pixels = reinterpret_cast<void*>(uintptr_t{100});
+  image.stride = -60;
+  image.size = SIZE_MAX;
+  expect({VISTREL_TOO_LARGE, "image.stride", "-60", "no memory can hold 4 such rows"});
+}
+
+TEST_F(Memory, ReservedFields) {
+  image.reserved[9] = 3;
+  expect({VISTREL_BAD_RESERVED, "image.reserved[9]", "3", "only 0 is allowed in this version"});
 }
 
 TEST_F(Memory, FrameAndImageOverlap) {
@@ -217,6 +254,24 @@ TEST_F(Memory, FrameAndImageOverlap) {
   image.size = 1000;
   expect({VISTREL_OVERLAP, "image.pixels", "", "they overlap the frame's samples"});
   EXPECT_THAT(samples, Each(9));
+  image = {samples.data(), 1000, -6, {}};  // only the first row lies in the samples
+  expect({VISTREL_OVERLAP, "image.pixels", "", "they overlap the frame's samples"});
+  EXPECT_THAT(samples, Each(9));
+}
+
+TEST_F(Memory, MayBeTheOtherHalfOfACanvas) {
+  std::vector<uint8_t> canvas(12 * 4, 77);
+  for (size_t i = 0; i < canvas.size(); ++i)
+    if (i % 12 < 6) canvas[i] = 9;
+  frame.samples = canvas.data();
+  frame.size = canvas.size();
+  frame.stride = 12;
+  for (const ptrdiff_t stride : {12, -12}) {
+    image = {canvas.data() + (stride < 0 ? 42 : 6), canvas.size() - 6, stride, {}};
+    vistrel_error error{};
+    EXPECT_EQ(vistrel_convert(&frame, &conversion, &image, &error), VISTREL_OK) << error.text;
+    EXPECT_THAT(canvas, Each(9));
+  }
 }
 
 }  // namespace

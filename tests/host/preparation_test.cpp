@@ -24,23 +24,23 @@ uint32_t gainAt(uint32_t phase, uint32_t x, uint32_t y, const Gains& gains) {
 
 TEST(Black, IsTakenFromEverySample) {
   const std::vector<uint8_t> samples{0, 15, 16, 17, 200, 255};
-  const vistrel_frame frame = frameOf(samples.data(), 6, 1, VISTREL_MONO);
+  const vistrel_frame frame = frameOf(samples, 6, 1, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
-  c.black = 16;
+  setBlack(c, 16);
   EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0, 0, 0, 1, 184, 239));
-  c.black = 255;
+  setBlack(c, 255);
   EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0, 0, 0, 0, 0, 0));
 }
 
 // Fourteen high bits: 0x1003 >> 2 is 1024 and so on. Bits are dropped last.
 TEST(Black, CountsInUnitsOfTheSample) {
   const std::vector<uint16_t> samples{0x1003, 0x0FFC, 0xFFFC, 0x4000};
-  vistrel_frame frame = frameOf(samples.data(), 4, 1, 14, VISTREL_MONO);
+  vistrel_frame frame = frameOf(samples, 4, 1, 14, VISTREL_MONO);
   frame.alignment = VISTREL_HIGH_BITS;
   vistrel_conversion c = defaultConversion(frame);
   c.format = VISTREL_MONO16;
   c.excess = VISTREL_MASK;
-  c.black = 1023;
+  setBlack(c, 1023);
   EXPECT_THAT(samples16Of(convert(frame, c)), ElementsAre(1, 0, 15360, 3073));
   c.truncate_to = 10;
   EXPECT_THAT(samples16Of(convert(frame, c)), ElementsAre(0, 0, 960, 192));
@@ -50,9 +50,9 @@ TEST(Black, CountsInUnitsOfTheSample) {
 TEST(Balance, GainsAreRoundedHalfUp) {
   for (uint32_t phase = 0; phase < 4; ++phase) {
     const auto samples = samplesOf<uint8_t>(11, 9, plainColour(phase, 100, 70, 41));
-    const vistrel_frame frame = frameOf(samples.data(), 11, 9, phase);
+    const vistrel_frame frame = frameOf(samples, 11, 9, phase);
     vistrel_conversion c = defaultConversion(frame);
-    c.black = 10;
+    setBlack(c, 10);
     c.white_balance = VISTREL_BALANCE_GAINS;
     c.gains[0] = 5120, c.gains[1] = 8192, c.gains[2] = 6144;
     // Red 31 * 1.25 = 38.75; green 60 * 2; blue 90 * 1.5.
@@ -66,23 +66,26 @@ TEST(Balance, GainsAreRoundedHalfUp) {
 // The prepared frame, made in the test, converted without preparation.
 TEST(Balance, IsTheFormulaInEveryPhaseAndRegion) {
   const Gains gains{7001, 4096, 9999};
+  constexpr uint32_t kBlack[] = {33, 5, 61, 0};
   for (const uint32_t bits : {8u, 12u, 16u})
     for (uint32_t phase = 0; phase < 4; ++phase) {
       const auto samples = samplesOf<uint16_t>(17, 15, [bits](auto x, auto y) {
         return (x * 7919 + y * 104729 + x * y * 31) % (1u << bits);
       });
       const auto prepared = samplesOf<uint16_t>(17, 15, [&](auto x, auto y) {
-        return expected(samples[17 * y + x], 33, gainAt(phase, x, y, gains), bits);
+        return expected(samples[17 * y + x], kBlack[2 * (y % 2) + x % 2],
+                        gainAt(phase, x, y, gains), bits);
       });
-      const vistrel_frame frame = frameOf(samples.data(), 17, 15, bits, phase);
-      const vistrel_frame wanted = frameOf(prepared.data(), 17, 15, bits, phase);
+      const vistrel_frame frame = frameOf(samples, 17, 15, bits, phase);
+      const vistrel_frame wanted = frameOf(prepared, 17, 15, bits, phase);
       for (uint32_t origin = 0; origin < 4; ++origin) {
         const vistrel_region region{origin % 2 + 2, origin / 2, 12, 13};
         vistrel_conversion c = defaultConversion(frame);
         c.format = VISTREL_BGR48;
-        c.region = &region;
+        c.region = region;
+        c.edges = phase % 2 ? VISTREL_EDGES_PADDED : VISTREL_EDGES_NATIVE;
         const auto pixels = convert(wanted, c).pixels;
-        c.black = 33;
+        std::copy(std::begin(kBlack), std::end(kBlack), c.black);
         c.white_balance = VISTREL_BALANCE_GAINS;
         std::copy(gains.begin(), gains.end(), c.gains);
         ASSERT_EQ(convert(frame, c).pixels, pixels) << bits << " bits, phase " << phase;
@@ -92,7 +95,7 @@ TEST(Balance, IsTheFormulaInEveryPhaseAndRegion) {
 
 TEST(Balance, GainsOfOneChangeNothing) {
   const auto samples = samplesOf<uint16_t>(256, 256, [](auto x, auto y) { return 256 * y + x; });
-  const vistrel_frame frame = frameOf(samples.data(), 256, 256, 16, VISTREL_BGGR);
+  const vistrel_frame frame = frameOf(samples, 256, 256, 16, VISTREL_BGGR);
   vistrel_conversion c = defaultConversion(frame);
   c.format = VISTREL_BGR48;
   const auto pixels = convert(frame, c).pixels;
@@ -111,9 +114,9 @@ Gains measured(const vistrel_frame& frame, const vistrel_conversion& c) {
 TEST(GrayWorld, MakesPlainColoursEqual) {
   for (uint32_t phase = 0; phase < 4; ++phase) {
     const auto samples = samplesOf<uint16_t>(9, 7, plainColour(phase, 310, 610, 210));
-    const vistrel_frame frame = frameOf(samples.data(), 9, 7, 12, phase);
+    const vistrel_frame frame = frameOf(samples, 9, 7, 12, phase);
     vistrel_conversion c = defaultConversion(frame);
-    c.black = 10;
+    setBlack(c, 10);
     // Means 200, 600, 300.
     EXPECT_THAT(measured(frame, c), ElementsAre(3 * 4096, 4096, 2 * 4096));
     c.format = VISTREL_BGR48;
@@ -126,24 +129,42 @@ TEST(GrayWorld, MakesPlainColoursEqual) {
 // Gains (4096 * 1792 + 288) / 576 = 12743.6, (4096 * 1792 + 128) / 256 = 28672.5, 4096.
 TEST(GrayWorld, RoundsAsDocumented) {
   std::vector<uint8_t> samples{5, 3, 5, 3, 3, 9, 3, 9, 5, 3, 2, 3, 3, 9, 3, 9};
-  const vistrel_frame frame = frameOf(samples.data(), 4, 4, VISTREL_RGGB);
+  const vistrel_frame frame = frameOf(samples, 4, 4, VISTREL_RGGB);
   vistrel_conversion c = defaultConversion(frame);
-  c.black = 2;
+  setBlack(c, 2);
   EXPECT_THAT(measured(frame, c), ElementsAre(12743, 28672, 4096));
-  c.black = 3;  // green has nothing left
+  setBlack(c, 3);  // green has nothing left
   EXPECT_THAT(measured(frame, c), ElementsAre(16384, 65536, 4096));
-  c.black = 9;
+  setBlack(c, 9);
   EXPECT_THAT(measured(frame, c), ElementsAre(4096, 4096, 4096));
+}
+
+TEST(Black, OfEachPlaceIsSubtractedFromMonoFramesToo) {
+  const std::vector<uint8_t> samples(12, 50);
+  const vistrel_frame frame = frameOf(samples, 4, 3, VISTREL_MONO);
+  vistrel_conversion c = defaultConversion(frame);
+  c.black[0] = 1, c.black[1] = 2, c.black[2] = 3, c.black[3] = 60;
+  EXPECT_THAT(convert(frame, c).pixels, ElementsAre(49, 48, 49, 48, 47, 0, 47, 0, 49, 48, 49, 48));
+  c.region = {1, 1, 2, 2};
+  EXPECT_THAT(convert(frame, c).pixels, ElementsAre(0, 47, 48, 49));
+}
+
+TEST(GrayWorld, SubtractsTheBlackOfEachPlace) {
+  const std::vector<uint8_t> samples(16, 50);
+  const vistrel_frame frame = frameOf(samples, 4, 4, VISTREL_RGGB);
+  vistrel_conversion c = defaultConversion(frame);
+  c.black[0] = 10, c.black[1] = 30, c.black[2] = 30, c.black[3] = 42;
+  EXPECT_THAT(measured(frame, c), ElementsAre(4096, 8192, 20480));
 }
 
 TEST(GrayWorld, MeasuresTheWholeFrame) {
   const auto samples =
       samplesOf<uint16_t>(23, 19, [](auto x, auto y) { return (x * 131 + y * 37 + x * y) % 1024; });
-  const vistrel_frame frame = frameOf(samples.data(), 23, 19, 10, VISTREL_GRBG);
+  const vistrel_frame frame = frameOf(samples, 23, 19, 10, VISTREL_GRBG);
   vistrel_conversion c = defaultConversion(frame);
   const Gains gains = measured(frame, c);
   const vistrel_region region{3, 5, 11, 8};
-  c.region = &region;
+  c.region = region;
   c.white_balance = VISTREL_BALANCE_GRAY_WORLD;
   const auto pixels = convert(frame, c).pixels;
   c.white_balance = VISTREL_BALANCE_GAINS;
@@ -154,7 +175,7 @@ TEST(GrayWorld, MeasuresTheWholeFrame) {
 TEST(GrayWorld, RejectsExcessAnywhere) {
   std::vector<uint16_t> samples(6 * 6, 100);
   samples[35] = 1024;
-  const vistrel_frame frame = frameOf(samples.data(), 6, 6, 10, VISTREL_GRBG);
+  const vistrel_frame frame = frameOf(samples, 6, 6, 10, VISTREL_GRBG);
   vistrel_conversion c = defaultConversion(frame);
   Gains gains{};
   vistrel_error error{};
@@ -167,7 +188,7 @@ TEST(GrayWorld, RejectsExcessAnywhere) {
 
 TEST(GrayWorld, RejectsWhatItCannotMeasure) {
   const std::vector<uint8_t> samples(6 * 6);
-  vistrel_frame frame = frameOf(samples.data(), 6, 6, VISTREL_MONO);
+  vistrel_frame frame = frameOf(samples, 6, 6, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
   Gains gains{};
   vistrel_error error{};
@@ -177,9 +198,9 @@ TEST(GrayWorld, RejectsWhatItCannotMeasure) {
   };
   expect({VISTREL_BAD_PHASE, "frame.phase", "mono", "a mono frame has no colours to balance"});
   frame.phase = VISTREL_RGGB;
-  c.black = 256;
-  expect({VISTREL_BAD_BLACK, "conversion.black", "256", "samples of 8 bits allow 0 to 255"});
-  c.black = 0;
+  setBlack(c, 256);
+  expect({VISTREL_BAD_BLACK, "conversion.black[0]", "256", "samples of 8 bits allow 0 to 255"});
+  setBlack(c, 0);
   c.excess = 2;
   expect({VISTREL_BAD_EXCESS, "conversion.excess", "2", "0 (reject) and 1 (mask) are allowed"});
   c.excess = 0;

@@ -49,8 +49,8 @@ struct RealFrame {
     bytes.assign(samples.begin(), samples.end());
     uint32_t phase = 0;
     while (name.phase != vistrel_phase_name(phase)) ++phase;
-    frame = name.bits == 8 ? frameOf(bytes.data(), m.width, m.height, phase)
-                           : frameOf(samples.data(), m.width, m.height, name.bits, phase);
+    frame = name.bits == 8 ? frameOf(bytes, m.width, m.height, phase)
+                           : frameOf(samples, m.width, m.height, name.bits, phase);
   }
 };
 

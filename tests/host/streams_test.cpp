@@ -50,6 +50,13 @@ TEST(Streams, KeepTheirMemory) {
   EXPECT_EQ(lease.scratch(5000), first);
 }
 
+TEST(Streams, MayBeTrimmed) {
+  StreamLease lease;
+  ASSERT_NE(lease.scratch(5000), nullptr);
+  lease.trim();
+  std::memset(lease.scratch(300), 1, 300);
+}
+
 TEST(Streams, ThatFailToGrowCanBeUsedAgain) {
   StreamLease lease;
   EXPECT_THROW(lease.scratch(SIZE_MAX / 2 / 64 * 64), std::bad_alloc);

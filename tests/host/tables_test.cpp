@@ -1,8 +1,12 @@
 // The tables: phases and their algebra, by the letters of the filters; formats; algorithms.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <cctype>
+#include <fstream>
 #include <sstream>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "tests/host/rejection.h"
@@ -99,6 +103,88 @@ TEST(ParsePhase, RejectsAllElse) {
   EXPECT_EQ(vistrel_parse_phase("rggb", nullptr, &error), VISTREL_NULL_POINTER);
   expectError(error, nullPointer("phase"));
 }
+
+// Every name in lower and in upper case, and back to its code.
+template <class Parse>
+void expectParsed(Parse parse, std::string name, uint32_t code) {
+  for (const auto change : {::tolower, ::toupper}) {
+    std::transform(name.begin(), name.end(), name.begin(), change);
+    uint32_t parsed = 9999;
+    EXPECT_EQ(parse(name.c_str(), &parsed, nullptr), VISTREL_OK) << name;
+    EXPECT_EQ(parsed, code) << name;
+  }
+}
+
+TEST(Names, AreParsedInAnyCase) {
+  for (size_t i = 0; const vistrel_format* f = vistrel_format_at(i); ++i)
+    expectParsed(vistrel_parse_format, f->name, f->code);
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    expectParsed(vistrel_parse_algorithm, a->name, a->code);
+  for (uint32_t p = 0; const char* name = vistrel_packing_name(p); ++p)
+    expectParsed(vistrel_parse_packing, name, p);
+  EXPECT_STREQ(vistrel_packing_name(VISTREL_PACKING_MIPI), "MIPI");
+  EXPECT_EQ(vistrel_packing_name(VISTREL_PACKING_MIPI + 1), nullptr);
+}
+
+template <class Parse>
+void expectUnknown(Parse parse, const std::string& parameter, const Rejection& expected) {
+  uint32_t code = 99;
+  vistrel_error error{};
+  EXPECT_EQ(parse(expected.value.c_str(), &code, &error), expected.status);
+  expectError(error, expected);
+  EXPECT_EQ(parse(nullptr, &code, &error), VISTREL_NULL_POINTER);
+  expectError(error, nullPointer("name"));
+  EXPECT_EQ(code, 99u);
+  EXPECT_EQ(parse("x", nullptr, &error), VISTREL_NULL_POINTER);
+  expectError(error, nullPointer(parameter));
+}
+
+TEST(Names, ThatAreUnknownAreRejected) {
+  expectUnknown(vistrel_parse_format, "format",
+                {VISTREL_BAD_FORMAT, "name", "BGR2",
+                 "MONO8 (0), MONO16 (1), BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), GRAY8 "
+                 "(5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259) are "
+                 "allowed"});
+  expectUnknown(vistrel_parse_algorithm, "algorithm",
+                {VISTREL_BAD_ALGORITHM, "name", "nearest",
+                 "bilinear (0), edge (1), near (2), laroche (3), hamilton (4), vng (5), cok (6), "
+                 "kimmel (7), grouping (8), ahd (256) are allowed"});
+  expectUnknown(vistrel_parse_packing, "packing",
+                {VISTREL_BAD_PACKING, "name", "",
+                 "BYTES (0), LITTLE (1), BIG (2), PFNC (3), GIGE (4), MIPI (5) are allowed"});
+  vistrel_error error{};
+  uint32_t format = 0;
+  vistrel_parse_format("B\n\x1B[7m", &format, &error);
+  EXPECT_STREQ(error.value, "B??[7m");
+}
+
+TEST(StatusName, IsThatOfTheHeader) {
+  std::ifstream header(VISTREL_TYPES);
+  std::string line;
+  int32_t statuses = 0;
+  while (std::getline(header, line) && line.rfind("};", 0)) {
+    std::istringstream words(line);
+    std::string name, equals;
+    int32_t code = 0;
+    if (!(words >> name >> equals >> code) || equals != "=") continue;
+    ASSERT_NE(vistrel_status_name(code), nullptr) << name;
+    EXPECT_EQ(vistrel_status_name(code), name);
+    ++statuses;
+  }
+  EXPECT_GT(statuses, 30);
+  EXPECT_EQ(vistrel_status_name(statuses), nullptr);
+  EXPECT_EQ(vistrel_status_name(-1), nullptr);
+  EXPECT_EQ(vistrel_status_name(INT32_MIN), nullptr);
+}
+
+// A field of a later version would be read from bytes that nobody sets.
+template <class T>
+constexpr bool kHasNoHole = std::has_unique_object_representations_v<T>;
+static_assert(kHasNoHole<vistrel_error> && kHasNoHole<vistrel_frame> && kHasNoHole<vistrel_region>);
+static_assert(kHasNoHole<vistrel_conversion> && kHasNoHole<vistrel_layout>);
+static_assert(kHasNoHole<vistrel_image> && kHasNoHole<vistrel_packed>);
+static_assert(kHasNoHole<vistrel_packed_layout> && kHasNoHole<vistrel_format>);
+static_assert(kHasNoHole<vistrel_algorithm>);
 
 TEST(FormatTable, IsStable) {
   std::vector<std::string> rows;

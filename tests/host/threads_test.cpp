@@ -19,7 +19,7 @@ uint64_t foreignPixels(uint32_t thread) {
     const uint32_t width = 8 + (thread * 7 + round * 13) % 60, height = 8 + (round * 29) % 50;
     const uint32_t phase = (thread + round) % 4;
     const auto samples = samplesOf<uint8_t>(width, height, plainColour(phase, blue, green, red));
-    const vistrel_frame frame = frameOf(samples.data(), width, height, phase);
+    const vistrel_frame frame = frameOf(samples, width, height, phase);
     vistrel_conversion conversion = defaultConversion(frame);
     conversion.algorithm = thread % 2 ? uint32_t{VISTREL_AHD} : uint32_t{VISTREL_BILINEAR};
     const Image image = convert(frame, conversion);

@@ -46,7 +46,7 @@ TEST_F(UnpackRejection, Shapes) {
   expect(
       {VISTREL_BAD_STRIDE, "packed.stride", "3", "continuous rows have none; only 0 is allowed"});
   packed.continuous = 2;
-  expect({VISTREL_BAD_STRIDE, "packed.continuous", "2", "0 and 1 are allowed"});
+  expect({VISTREL_BAD_CONTINUOUS, "packed.continuous", "2", "0 and 1 are allowed"});
   packed.continuous = 0, packed.reserved[1] = 9;
   expect({VISTREL_BAD_RESERVED, "packed.reserved[1]", "9", "only 0 is allowed in this version"});
 }

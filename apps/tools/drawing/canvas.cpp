@@ -11,7 +11,7 @@ namespace vistrel::app {
 
 Canvas::Canvas(uint32_t width, uint32_t height, Paint ground) {
   image_.layout = {width, height, 3, 8, size_t{width} * 3, size_t{width} * 3 * height, 0, 0, {}};
-  image_.pixels.resize(image_.layout.bytes);
+  image_.pixels.assign(image_.layout.bytes, 0);
   box(0, 0, static_cast<int>(width), static_cast<int>(height), ground);
 }
 

@@ -104,7 +104,7 @@ CommandText textOf(CLI::App& app) {
 }  // namespace
 
 ProgramText textOf(CLI::App& program, const std::string& date) {
-  ProgramText text{textOf(program), {}, "vistrel " VISTREL_VERSION, date};
+  ProgramText text{textOf(program), {}, "vistrel " VISTREL_PROGRAM_VERSION, date};
   for (CLI::App* command :
        program.get_subcommands([](CLI::App* a) { return !a->get_name().empty(); }))
     text.commands.push_back(textOf(*command));

@@ -16,7 +16,7 @@ double demosaic(const vistrel_frame& frame, const AlgorithmChoice& algorithm, Im
   conversion.algorithm = algorithm.row->code;
   conversion.threshold = algorithm.threshold;
   const auto begin = std::chrono::steady_clock::now();
-  convertInto(frame, conversion, picture.pixels);
+  convertInto(frame, conversion, picture);
   return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - begin).count();
 }
 
@@ -48,10 +48,10 @@ std::vector<Score> evaluateAll(const Image& reference,
   const uint32_t width = reference.layout.width, height = reference.layout.height;
   std::vector<Score> scores(algorithms.size());
   std::vector<double> fastest(algorithms.size(), std::numeric_limits<double>::infinity());
-  Image picture{reference.layout, std::vector<uint8_t>(reference.layout.bytes)};
+  Image picture;
   for (uint32_t phase = 0; phase < kBayerPhases; ++phase) {
     const std::vector<uint8_t> mosaic = mosaicOf(reference, phase);
-    const vistrel_frame frame = frameOf(mosaic.data(), width, height, phase);
+    const vistrel_frame frame = frameOf(mosaic, width, height, phase);
     for (size_t i = 0; i < algorithms.size(); ++i) {
       for (int run = 0; run < kRuns; ++run)
         fastest[i] = std::min(fastest[i], demosaic(frame, algorithms[i], picture));

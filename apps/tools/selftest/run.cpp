@@ -30,9 +30,8 @@ vistrel_conversion conversionOf(const Case& c, const vistrel_frame& frame) {
 uint64_t hashOfResult(const Case& c) {
   const std::vector<uint16_t> samples16 = testFrame(c.bits);
   const std::vector<uint8_t> bytes(samples16.begin(), samples16.end());
-  const vistrel_frame frame = c.bits > 8
-                                  ? frameOf(samples16.data(), kWidth, kHeight, c.bits, c.phase)
-                                  : frameOf(bytes.data(), kWidth, kHeight, c.phase);
+  const vistrel_frame frame = c.bits > 8 ? frameOf(samples16, kWidth, kHeight, c.bits, c.phase)
+                                         : frameOf(bytes, kWidth, kHeight, c.phase);
   const Image image = convert(frame, conversionOf(c, frame));
   if (image.layout.bits <= 8) return hashOf(image.pixels.data(), image.pixels.size());
   std::vector<uint16_t> samples(image.pixels.size() / 2);

@@ -10,10 +10,7 @@
 namespace vistrel::app {
 namespace {
 
-vistrel_frame frame(uint32_t phase) {
-  const uint16_t* const none = nullptr;
-  return frameOf(none, 8, 6, 12, phase);
-}
+vistrel_frame frame(uint32_t phase) { return frameOf(Span<const uint16_t>(), 8, 6, 12, phase); }
 
 const std::map<std::string, uint32_t> kCodes{
     {"gray8", VISTREL_GRAY8}, {"gray16", VISTREL_GRAY16}, {"bgr24", VISTREL_BGR24},

@@ -7,7 +7,7 @@ int main() {
   const uint16_t samples[4] = {0, 3, 4, 1023};
   vistrel_frame frame = vistrel::frameOf(samples, 4, 1, 10, VISTREL_MONO);
   const vistrel::Image image = vistrel::convert(frame, vistrel::defaultConversion(frame));
-  if (image.pixels != std::vector<uint8_t>{0, 0, 1, 255}) {
+  if (image.pixels != vistrel::Bytes{0, 0, 1, 255}) {
     std::puts("wrong pixels");
     return 1;
   }

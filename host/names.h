@@ -1,0 +1,47 @@
+// Tables whose rows have a name and a code: lists of them for messages, and codes by name.
+#pragma once
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "host/status.h"
+
+namespace vistrel::host {
+
+// Whether two names differ in nothing but the case of their letters, whatever the locale.
+inline bool equalNames(const char* a, const char* b) {
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+  while (*a && lower(*a) == lower(*b)) ++a, ++b;
+  return lower(*a) == lower(*b);
+}
+
+// "MONO8 (0), MONO16 (1)": the rows that `lists` wants.
+template <class Row, size_t n, class Lists>
+std::string listOf(const Row (&table)[n], Lists lists) {
+  std::string list;
+  for (const Row& row : table)
+    if (lists(row)) list += fmt::format("{}{} ({})", list.empty() ? "" : ", ", row.name, row.code);
+  return list;
+}
+
+template <class Row, size_t n>
+std::string listOf(const Row (&table)[n]) {
+  return listOf(table, [](const Row&) { return true; });
+}
+
+// The body of a vistrel_parse_ function, whose parameter for the code is called `parameter`.
+template <class Row, size_t n>
+int32_t parseName(const Row (&table)[n], const char* name, uint32_t* code, const char* parameter,
+                  int32_t status, vistrel_error* error) {
+  return toStatus(error, [&] {
+    checkPointer(name, "name");
+    checkPointer(code, parameter);
+    const auto row = std::find_if(std::begin(table), std::end(table),
+                                  [name](const Row& r) { return equalNames(r.name, name); });
+    if (row == std::end(table)) reject(status, "name", name, "{} are allowed", listOf(table));
+    *code = row->code;
+  });
+}
+
+}  // namespace vistrel::host

@@ -1,0 +1,21 @@
+// Whether two pieces of memory share bytes.
+#pragma once
+
+#include <cstdint>
+
+namespace vistrel::host {
+
+// Rows of bytes at equal distances, as a frame or an image has them.
+struct ByteRows {
+  uintptr_t lowest;  // address of the row that is lowest in memory
+  uint64_t stride;   // at least bytes
+  uint64_t bytes;    // of a row, without the padding between rows
+  uint64_t count;    // from 1
+
+  uint64_t extent() const { return stride * (count - 1) + bytes; }
+};
+
+// Bytes between rows do not count.
+bool overlap(const ByteRows& a, const ByteRows& b);
+
+}  // namespace vistrel::host

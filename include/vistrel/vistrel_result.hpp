@@ -1,0 +1,90 @@
+// What the functions of vistrel.hpp return: values or errors. For C++17.
+#ifndef VISTREL_RESULT_HPP
+#define VISTREL_RESULT_HPP
+
+#include <cstdint>
+#include <exception>
+#include <new>
+#include <utility>
+#include <variant>
+
+#include "vistrel/vistrel_types.h"
+
+namespace vistrel {
+inline namespace v1 {
+
+// A rejection: status() is its VISTREL_... code, what() its text; the others return parts of it.
+class Error : public std::exception {
+ public:
+  explicit Error(const vistrel_error& error) noexcept : error_(error) {}
+  int32_t status() const noexcept { return error_.status; }
+  const char* what() const noexcept override { return error_.text; }
+  const char* argument() const noexcept { return error_.argument; }
+  const char* value() const noexcept { return error_.value; }
+  const char* reason() const noexcept { return error_.reason; }
+
+ private:
+  vistrel_error error_;
+};
+
+// A value or an error. With an error, value() throws it, and * and -> must not be used; with a
+// value, error() ends the program. What a temporary result gives is no reference, so that none
+// dangles.
+template <class T>
+class [[nodiscard]] Result {
+ public:
+  Result(T value) : either_(std::move(value)) {}
+  Result(const Error& error) : either_(error) {}
+
+  explicit operator bool() const noexcept { return has_value(); }
+  bool has_value() const noexcept { return either_.index() == 0; }
+  T& operator*() & noexcept { return *std::get_if<0>(&either_); }
+  const T& operator*() const& noexcept { return *std::get_if<0>(&either_); }
+  T operator*() && noexcept { return std::move(*std::get_if<0>(&either_)); }
+  T* operator->() & noexcept { return std::get_if<0>(&either_); }
+  const T* operator->() const& noexcept { return std::get_if<0>(&either_); }
+  const T* operator->() const&& = delete;
+  const Error& error() const& noexcept { return std::get<1>(either_); }
+  Error error() && noexcept { return std::get<1>(either_); }
+  T value() && {
+    if (!*this) throw std::get<1>(either_);
+    return std::move(*std::get_if<0>(&either_));
+  }
+  const T& value() const& {
+    if (!*this) throw error();
+    return **this;
+  }
+  template <class U>
+  T value_or(U&& other) && {
+    return *this ? *std::move(*this) : static_cast<T>(std::forward<U>(other));
+  }
+  template <class U>
+  T value_or(U&& other) const& {
+    return *this ? **this : static_cast<T>(std::forward<U>(other));
+  }
+
+ private:
+  std::variant<T, Error> either_;
+};
+
+namespace detail {
+
+// The value that `work` fills in, or the error that it reports.
+template <class T, class Work>
+Result<T> attempt(Work work) noexcept {
+  try {
+    T value{};
+    vistrel_error error{};
+    if (work(value, &error) == VISTREL_OK) return value;
+    return Error(error);
+  } catch (const std::bad_alloc&) {
+    return Error({VISTREL_NO_MEMORY, "", "", "out of memory", "out of memory", {}});
+  }
+}
+
+}  // namespace detail
+
+}  // namespace v1
+}  // namespace vistrel
+
+#endif

@@ -1,0 +1,45 @@
+// Code that would read memory that has ended, or more than there is. CASE 0 compiles, no other
+// does.
+#include <array>
+
+#include "vistrel/vistrel.hpp"
+
+using namespace vistrel;
+
+struct Owner {
+  const uint8_t* data() const { return bytes; }
+  size_t size() const { return 4; }
+  uint8_t bytes[4];
+};
+
+void use(const vistrel_frame& frame, const vistrel_conversion& conversion,
+         const vistrel_packed& packed, const uint8_t* pointer) {
+  using Four = uint8_t[4];
+  const uint8_t array[4] = {};
+#if CASE == 0
+  const auto image = tryConvert(frame, conversion);
+  static_cast<void>(image->pixels);
+  frameOf(array, 2, 2, VISTREL_RGGB);
+  frameOf({pointer, 4}, 2, 2, VISTREL_RGGB);
+  packedOf(array, 4, 1, VISTREL_PACKING_BYTES, 8);
+#elif CASE == 1
+  static_cast<void>(tryConvert(frame, conversion)->pixels);
+#elif CASE == 2
+  tryUnpack(packed, VISTREL_RGGB)->get();
+#elif CASE == 3
+  packedOf({{1, 2, 3, 4}}, 4, 1, VISTREL_PACKING_BYTES, 8);
+#elif CASE == 4
+  packedOf(Four{1, 2, 3, 4}, 4, 1, VISTREL_PACKING_BYTES, 8);
+#elif CASE == 5
+  frameOf(std::array<const uint8_t, 4>{}, 2, 2, VISTREL_RGGB);
+#elif CASE == 6
+  frameOf(Owner{}, 2, 2, VISTREL_RGGB);
+#elif CASE == 7
+  frameOf(pointer, 2, 2, VISTREL_RGGB);
+#elif CASE == 8
+  using ConstFour = const uint8_t[4];
+  packedOf(ConstFour{1, 2, 3, 4}, 4, 1, VISTREL_PACKING_BYTES, 8);
+#elif CASE == 9
+  unpack(packed, VISTREL_RGGB).get();
+#endif
+}
