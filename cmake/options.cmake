@@ -1,6 +1,7 @@
 # Build options, and the flags of all our targets.
 
-# libVistrel alone needs no package. Everything else builds on libvistrelhost, which needs fmt.
+# libVistrel alone needs no package. Everything else builds on libvistrelhost, which needs fmt's
+# headers.
 include(CMakeDependentOption)
 option(VISTREL_HOST "Build libvistrelhost" ON)
 cmake_dependent_option(VISTREL_APPS "Build the command-line program" ON VISTREL_HOST OFF)
