@@ -160,5 +160,20 @@ TEST(PaddedEdges, ArePreparedToo) {
   EXPECT_EQ(convert(frameOf(samples, 12, 11, 10, VISTREL_RGGB), c).pixels, expected);
 }
 
+// Dark frames of two levels are full of ties, which AHD decides by the pixel to the left.
+TEST(PaddedEdges, MakeBandsOfFullWidthThatAreCropsOfAhd) {
+  const auto samples = samplesOf<uint8_t>(
+      64, 48, [](auto x, auto y) { return 16 + (x * x * 31 + y * y * 17 + x * y * 7) / 5 % 2; });
+  const vistrel_frame frame = frameOf(samples, 64, 48, VISTREL_RGGB);
+  vistrel_conversion c = defaultConversion(frame);
+  c.algorithm = VISTREL_AHD;
+  c.edges = VISTREL_EDGES_PADDED;
+  const Image whole = convert(frame, c);
+  for (uint32_t y = 0; y < 40; ++y) {
+    c.region = {0, y, 64, 8};
+    EXPECT_EQ(convert(frame, c).pixels, cropped(whole, 0, y, 64, 8)) << y;
+  }
+}
+
 }  // namespace
 }  // namespace vistrel
