@@ -142,12 +142,14 @@ enum {
   VISTREL_RAW_GRAY = 1 /* the library's own: some values are one too low; binning mixes rows */
 };
 
-/* What to do with samples that have bits set outside the frame's significant ones. */
+/*
+ * What to do with samples that have bits set outside the frame's significant ones. Only
+ * samples that are read count: those of the region and of its padding within the frame,
+ * or all of the frame's if the conversion measures gains.
+ */
 enum {
-  VISTREL_REJECT =
-      0,           /* reject the conversion and report the first such sample: of the region and
-                      the frame's part of its padding; of the whole frame if gains are measured */
-  VISTREL_MASK = 1 /* treat those bits as 0 */
+  VISTREL_REJECT = 0, /* reject the conversion and report the first such sample */
+  VISTREL_MASK = 1    /* treat those bits as 0 */
 };
 
 /* White balance: a gain for each colour. */
@@ -193,9 +195,10 @@ typedef struct vistrel_conversion {
    */
   uint32_t reduction;
   /*
-   * Only read for VISTREL_TABLE: values of 0..255. Either 1024 of them, one for each
-   * value of a sample's highest ten bits; or one for each possible sample, of which only
-   * those for samples whose other bits are 0 are used.
+   * Only read for VISTREL_TABLE: the table of values of 0..255, in the caller's memory for
+   * the length of a call. Either 1024 of them, one for each value of a sample's highest
+   * ten bits; or one for each possible sample, of which only those for samples whose
+   * other bits are 0 are used.
    */
   uint32_t table_entries;
   const uint16_t* table;
