@@ -28,7 +28,7 @@ void NearBorder<T>::load(int y, const T* row) {
 
 template <class T>
 void NearBorder<T>::write(int y, T* pixels) const {
-  const auto [W, H] = frame_.size;
+  const int W = frame_.size.width, H = frame_.size.height;
   // lines: rows of the frame from `first` on.
   const auto strip = [&](auto kernel, const T* lines, int first, int rows) {
     const CfaFrame<T> part{lines, W, {W, rows}, frame_.mosaic.from(0, first), frame_.rounding};

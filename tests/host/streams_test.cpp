@@ -44,10 +44,17 @@ TEST(Streams, AreReplacedByMemoryOfTheLeaseWhenAllAreInUse) {
 
 TEST(Streams, KeepTheirMemory) {
   StreamLease lease;
-  void* const first = lease.scratch(5000);
+  void* const first = lease.scratch(5056);
   EXPECT_EQ(reinterpret_cast<uintptr_t>(first) % 64, 0u);
-  EXPECT_EQ(lease.scratch(300), first);
-  EXPECT_EQ(lease.scratch(5000), first);
+  EXPECT_EQ(lease.scratch(320), first);
+  EXPECT_EQ(lease.scratch(5056), first);
+}
+
+TEST(Streams, MayBeTrimmed) {
+  StreamLease lease;
+  ASSERT_NE(lease.scratch(5056), nullptr);
+  lease.trim();
+  std::memset(lease.scratch(320), 1, 300);
 }
 
 TEST(Streams, MayBeTrimmed) {
@@ -60,7 +67,7 @@ TEST(Streams, MayBeTrimmed) {
 TEST(Streams, ThatFailToGrowCanBeUsedAgain) {
   StreamLease lease;
   EXPECT_THROW(lease.scratch(SIZE_MAX / 2 / 64 * 64), std::bad_alloc);
-  std::memset(lease.scratch(100), 1, 100);
+  std::memset(lease.scratch(128), 1, 128);
 }
 
 }  // namespace
