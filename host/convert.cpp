@@ -1,50 +1,70 @@
-#include <algorithm>
 #include <optional>
 
+#include "host/bands.h"
 #include "host/engine.h"
+#include "host/excess.h"
 #include "host/plan.h"
-#include "host/significant.h"
 #include "host/status.h"
 #include "host/streams.h"
 
 namespace vistrel::host {
 namespace {
 
-// The first sample with excess bits, row by row.
-template <class T>
-void checkExcessSamples(const Plan& p, const vistrel_frame& f) {
-  const Significant<T> significant(f);
-  const auto first = static_cast<uint32_t>(std::max<int64_t>(p.x, 0));
-  const auto end = static_cast<uint32_t>(std::min<int64_t>(p.x + p.width, f.width));
-  const auto top = std::max<int64_t>(p.y, 0);
-  const auto bottom = std::min<int64_t>(p.y + p.height, f.height);
-  const auto* bytes = static_cast<const unsigned char*>(f.samples) + size_t{first} * sizeof(T);
-  for (int64_t y = top; y < bottom; ++y)
-    significant.rejectExcess(bytes + static_cast<size_t>(y) * static_cast<size_t>(strideOf(f)),
-                             end - first, static_cast<uint32_t>(y),
-                             [=](size_t x) { return first + static_cast<uint32_t>(x); });
+// What each thread takes.
+size_t scratchBytes(const EngineCall& call) {
+  core::Arena count;
+  makeRows(call, {0, call.plan.layout.height}, count);
+  return count.used();
 }
 
-void convert(vistrel_stream* callerStream, const vistrel_frame* frame,
-             const vistrel_conversion* conversion, const vistrel_image* image) {
-  const Plan plan = makePlan(frame, conversion);
+void makeBands(const EngineCall& call, const Bands& bands, const Crew& crew, StreamLease& stream) {
+  const size_t bytes = scratchBytes(call);
+  auto* const scratch = static_cast<unsigned char*>(stream.scratch(bands.members() * bytes));
+  crew.share(bands, [&](uint32_t member, ImageRows band) {
+    core::Arena arena(scratch + member * bytes);
+    makeRows(call, band, arena);
+  });
+}
+
+void convert(vistrel_stream* callerStream, const Plan& plan, ImageRows rows,
+             const vistrel_frame* frame, const vistrel_conversion* conversion,
+             const vistrel_image* image) {
   const size_t stride = checkMemory(plan, *frame, image);
   std::optional<StreamLease> stream;
   callerStream ? stream.emplace(callerStream) : stream.emplace();
+  stream->checkIdle();
+  const Crew crew(*conversion);
   if (conversion->excess == VISTREL_REJECT)
-    frame->bytes_per_sample == 1 ? checkExcessSamples<uint8_t>(plan, *frame)
-                                 : checkExcessSamples<uint16_t>(plan, *frame);
+    checkExcessSamples(*frame, partOf(plan, *frame, *conversion, rows),
+                       threadsOf(plan, *conversion), crew);
   const EngineCall call{plan,
                         *frame,
                         *conversion,
                         gainsOf(*frame, *conversion),
                         static_cast<unsigned char*>(image->pixels),
                         static_cast<ptrdiff_t>(stride)};
-  const ImageRows all{0, plan.layout.height};
-  core::Arena count;
-  makeRows(call, all, count);
-  core::Arena arena(stream->scratch(count.used()));
-  makeRows(call, all, arena);
+  makeBands(call, bandsOf(plan, *conversion, rows), crew, *stream);
+}
+
+void convertAll(vistrel_stream* stream, const vistrel_frame* frame,
+                const vistrel_conversion* conversion, const vistrel_image* image) {
+  const Plan plan = makePlan(frame, conversion);
+  convert(stream, plan, {0, plan.layout.height}, frame, conversion, image);
+}
+
+void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
+                 const vistrel_conversion* conversion, const vistrel_image* image, uint32_t first,
+                 uint32_t count) {
+  const Plan plan = makePlan(frame, conversion);
+  if (plan.throughBuffer)
+    reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
+           "binned, the library's own gray mixes all rows; they can't be made apart");
+  const uint32_t height = plan.layout.height;
+  if (!count) reject(VISTREL_BAD_ROWS, "rows", count, "1 or more are allowed");
+  if (first >= height || count > height - first)
+    reject(VISTREL_BAD_ROWS, "rows", fmt::format("{}+{}", first, count), "the image has {} rows",
+           height);
+  convert(stream, plan, {first, first + count}, frame, conversion, image);
 }
 
 }  // namespace
@@ -66,15 +86,14 @@ int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion*
     checkPointer(layout, "layout");
     const Plan plan = makePlan(frame, conversion);
     *layout = plan.layout;
-    vistrel::core::Arena count;
-    makeRows({plan, *frame, *conversion, {}, nullptr, 0}, {0, plan.layout.height}, count);
-    layout->working_bytes = count.used();
+    const uint32_t members = bandsOf(plan, *conversion, {0, plan.layout.height}).members();
+    layout->working_bytes = members * scratchBytes({plan, *frame, *conversion, {}, nullptr, 0});
   });
 }
 
 int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
                         const vistrel_image* image, vistrel_error* error) {
-  return toStatus(error, [&] { convert(nullptr, frame, conversion, image); });
+  return toStatus(error, [&] { convertAll(nullptr, frame, conversion, image); });
 }
 
 int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* frame,
@@ -82,6 +101,15 @@ int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* fram
                                vistrel_error* error) {
   return toStatus(error, [&] {
     checkPointer(stream, "stream");
-    convert(stream, frame, conversion, image);
+    convertAll(stream, frame, conversion, image);
+  });
+}
+
+int32_t vistrel_convert_rows(vistrel_stream* stream, const vistrel_frame* frame,
+                             const vistrel_conversion* conversion, const vistrel_image* image,
+                             uint32_t first, uint32_t rows, vistrel_error* error) {
+  return toStatus(error, [&] {
+    checkPointer(stream, "stream");
+    convertRows(stream, frame, conversion, image, first, rows);
   });
 }

@@ -3,202 +3,64 @@
 #include <algorithm>
 #include <new>
 
-#include "demosaic/algorithms.h"
 #include "demosaic/conversion.h"
-#include "demosaic/mono_rows.h"
 #include "demosaic/through_buffer.h"
 #include "host/frame_rows.h"
-#include "host/tables.h"
-#include "output/finished_output.h"
-#include "output/image_output.h"
-#include "output/table.h"
+#include "host/row_engine.h"
 
 namespace vistrel::host {
 namespace {
 
 using namespace core;
 
-template <class T>
-DemosaicAlgorithm<T> algorithmOf(uint32_t code) {
-  switch (code) {
-    case VISTREL_BILINEAR: return bilinear<T>();
-    case VISTREL_EDGE: return edge<T>();
-    case VISTREL_NEAR: return near<T>();
-    case VISTREL_LAROCHE: return laroche<T>();
-    case VISTREL_HAMILTON: return hamilton<T>();
-    case VISTREL_VNG: return variableGradients<T>();
-    case VISTREL_COK: return cok<T>();
-    case VISTREL_KIMMEL: return kimmel<T>();
-    case VISTREL_GROUPING: return pixelGrouping<T>();
-    default: return ahd<T>();
-  }
+ColourOutput outputOf(const EngineCall& call, const uint16_t* table) {
+  const Plan& p = call.plan;
+  const vistrel_conversion& c = call.conversion;
+  if (call.frame.bytes_per_sample == 1) return {p.layout.width, c.format, c.binning - 1, true};
+  return {p.layout.width, p.bits, c.format, c.reduction, table, c.binning - 1, p.layout.bits, true};
 }
 
-// Entry i serves the samples whose highest ten bits are i.
-void fillTable(const vistrel_conversion& c, uint32_t bits, uint8_t* table) {
-  if (c.reduction != VISTREL_TABLE) return Create10To8BitLUT(table, c.reduction, nullptr, 0);
-  const size_t step = c.table_entries == kTableEntries ? 1 : size_t{1} << (bits - 10);
-  for (size_t i = 0; i < kTableEntries; ++i) table[i] = static_cast<uint8_t>(c.table[i * step]);
-}
-
+// The library's own binned gray mixes rows of the work buffer.
 template <class T>
-class Engine {
- public:
-  Engine(const EngineCall& call, Arena& arena)
-      : call_(call), p_(call.plan), c_(call.conversion),
-        source_(p_, call.frame, c_, call.gains, arena), pixels_(pixelsOf(arena)) {}
-
-  void run(ImageRows rows, Arena& arena) {
-    if (p_.throughBuffer) return runThroughBuffer(arena);
-    if (!p_.format->colour()) return runMono(rows, arena);
-    const DemosaicAlgorithm<T> algorithm = algorithmOf<T>(c_.algorithm);
-    const int first = engineRow(rows.first);
-    if (finishes(algorithm)) {
-      FinishedOutput<T> output(memory(), p_.layout.row_bytes, engineRow(0), first, arena);
-      DemosaicJob<T> job = jobOf(rows, output);
-      job.finishing = Finishing{p_.format->finish, shiftOf(), p_.pad, p_.layout.width};
-      return make(algorithm, job, arena);
-    }
-    const size_t columns = p_.width;
-    ImageOutput<T> output(shapeOf(ImageOutput<T>::pitchOf(columns)), columns, first, pixels_,
-                          arena);
-    make(algorithm, jobOf(rows, output), arena);
+void makeThroughBuffer(const EngineCall& call, Arena& arena) {
+  const Plan& p = call.plan;
+  const vistrel_conversion& c = call.conversion;
+  FrameRows<T> source(p, call.frame, c, call.gains, arena);
+  PackedRows pixels = pixelsOf(call, arena);
+  T* const samples = arena.take<T>(size_t{p.width} * p.height);
+  T* const work = arena.take<T>(workBufferBytes(p.width, p.height) / 2);
+  uint8_t* const result = arena.take<uint8_t>(p.layout.bytes);
+  uint16_t* const table = arena.take<uint16_t>(size_t{1} << 12);
+  if (arena.counts()) return;
+  std::fill_n(work, workBufferBytes(p.width, p.height) / 2, T{0});
+  for (uint32_t y = 0; y < p.height; ++y)
+    std::copy_n(source.row(int(y)), p.width, samples + size_t{y} * p.width);
+  if (c.reduction == VISTREL_TABLE) {
+    const size_t entries = size_t{1} << p.bits, repeated = entries / c.table_entries;
+    for (size_t i = 0; i < entries; ++i) table[i] = c.table[i / repeated];
   }
-
- private:
-  int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
-
-  ImageMemory memory() const {
-    return {call_.pixels, call_.stride, p_.layout.bytes > kBypassBeyond};
+  const Region region(p.phase, c.binning - 1, 0, 0, p.layout.width, p.layout.height);
+  const auto output = outputOf(call, table);
+  const Conversion<T> conversion{
+      region, p.phase,         0,     0, p.bits, samples, p.width, work, guardedLayout(region),
+      result, p.layout.height, output};
+  if (!convertThroughBuffer(conversion, algorithmOf<T>(c.algorithm))) throw std::bad_alloc();
+  for (uint32_t y = 0; y < p.layout.height; ++y) {
+    pixels.begin(y);
+    pixels.append(result + y * p.layout.row_bytes, p.layout.width);
+    pixels.end();
   }
-
-  // Some algorithms work on pairs of rows, so the first row is even.
-  DemosaicJob<T> jobOf(ImageRows rows, ImageSink<T>& image) {
-    const int width = int(p_.width), height = int(p_.height);
-    const Mosaic mosaic = Mosaic::ofPhase(p_.phase);
-    return {.source = source_,
-            .mosaic = mosaic,
-            .columns = width,
-            .height = height,
-            .roi = {0, 0, width, height},
-            .rows = {engineRow(rows.first) & ~1, engineRow(rows.end)},
-            .image = image,
-            .order = redFirst() && !exchangesEnds() ? mosaic.exchanged() : mosaic,
-            .bits = p_.bits,
-            .threshold = c_.threshold};
-  }
-
-  static void make(const DemosaicAlgorithm<T>& algorithm, const DemosaicJob<T>& job, Arena& arena) {
-    Demosaic<T>* const demosaic = algorithm.make(job, arena);
-    if (demosaic) demosaic->advance(demosaic->last());
-  }
-
-  // Whether the algorithm can store bytes of the format at once.
-  bool finishes(const DemosaicAlgorithm<T>& algorithm) const {
-    return algorithm.finishes && algorithm.finishes() && !p_.rawGray && c_.binning == 1 &&
-           p_.format->bytes_per_sample == 1 && (sizeof(T) == 1 || isWindow(c_.reduction));
-  }
-  unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
-
-  PackedRows pixelsOf(Arena& arena) const {
-    const ImageMemory image = memory();
-    const auto kernel = p_.rawGray ? nullptr : p_.format->convert;
-    const auto convert = kernel ? pixelFormatKernels().*kernel : nullptr;
-    return PackedRows(image, p_.layout.width, p_.madeBytes, p_.format->pixelBytes(), convert,
-                      arena);
-  }
-
-  // pitch: distance of two rows of a bin, in samples.
-  OutputShape shapeOf(size_t pitch) {
-    const bool isMono = !p_.format->colour();
-    const Pack pack = isMono ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
-    return {.writer = writerOf(pack, pitch),
-            .changes = p_.rawGray || c_.binning > 1 || reduces(),
-            .exchangesEnds = redFirst() && exchangesEnds(),
-            .binning = c_.binning,
-            .left = p_.pad * c_.binning,
-            .width = p_.layout.width,
-            .top = engineRow(0),
-            .pixelBytes = p_.madeBytes};
-  }
-
-  bool redFirst() const { return p_.format->redFirst; }
-  // Binning treats the samples of a pixel differently, so it takes them in one order only.
-  bool exchangesEnds() const { return c_.binning > 1; }
-
-  bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1; }
-
-  RowWriter writerOf(Pack pack, size_t pitch) {
-    const size_t width = p_.layout.width;
-    if (sizeof(T) == 1)
-      return RowWriter(pack, Depth::from8to8, c_.binning, pitch, width,
-                       reductionOf<uint8_t>(8, 8, 0));
-    if (!reduces())
-      return RowWriter(pack, Depth::from16to16, c_.binning, pitch, width,
-                       reductionOf<uint16_t>(p_.bits, p_.bits, 0));
-    if (isWindow(c_.reduction))
-      return RowWriter(pack, Depth::from16to8, c_.binning, pitch, width,
-                       reductionOf<uint8_t>(p_.bits, 8, c_.reduction));
-    fillTable(c_, p_.bits, table_);
-    return RowWriter(pack, c_.binning, pitch, width, table_, p_.bits - 10);
-  }
-
-  void runMono(ImageRows rows, Arena& arena) {
-    const size_t columns = p_.width;
-    MonoRows<T> mono(source_, columns, {engineRow(rows.first), engineRow(rows.end)},
-                     shapeOf(MonoRows<T>::pitchOf(columns)), pixels_, arena);
-    if (!arena.counts()) mono.advance(mono.last());
-  }
-
-  // The library's own binned gray mixes rows of the work buffer.
-  void runThroughBuffer(Arena& arena) {
-    T* const samples = arena.take<T>(size_t{p_.width} * p_.height);
-    T* const work = arena.take<T>(workBufferBytes(p_.width, p_.height) / 2);
-    uint8_t* const result = arena.take<uint8_t>(p_.layout.bytes);
-    uint16_t* const table = arena.take<uint16_t>(size_t{1} << 12);
-    if (arena.counts()) return;
-    std::fill_n(work, workBufferBytes(p_.width, p_.height) / 2, T{0});
-    for (uint32_t y = 0; y < p_.height; ++y)
-      std::copy_n(source_.row(int(y)), p_.width, samples + size_t{y} * p_.width);
-    if (c_.reduction == VISTREL_TABLE) {
-      const size_t entries = size_t{1} << p_.bits, repeated = entries / c_.table_entries;
-      for (size_t i = 0; i < entries; ++i) table[i] = c_.table[i / repeated];
-    }
-    const Region region(p_.phase, c_.binning - 1, 0, 0, p_.layout.width, p_.layout.height);
-    const auto output = outputOf(table);
-    const Conversion<T> conversion{
-        region, p_.phase,         0,     0, p_.bits, samples, p_.width, work, guardedLayout(region),
-        result, p_.layout.height, output};
-    if (!convertThroughBuffer(conversion, algorithmOf<T>(c_.algorithm))) throw std::bad_alloc();
-    for (uint32_t y = 0; y < p_.layout.height; ++y) {
-      pixels_.begin(y);
-      pixels_.append(result + y * p_.layout.row_bytes, p_.layout.width);
-      pixels_.end();
-    }
-  }
-
-  ColourOutput outputOf(const uint16_t* table) const {
-    if constexpr (sizeof(T) == 1)
-      return {p_.layout.width, c_.format, c_.binning - 1, true};
-    else
-      return {p_.layout.width, p_.bits,        c_.format,      c_.reduction,
-              table,           c_.binning - 1, p_.layout.bits, true};
-  }
-
-  // Measured: ordinary stores win below, those past the caches above.
-  static constexpr size_t kBypassBeyond = size_t{12} << 20;
-
-  const EngineCall& call_;
-  const Plan& p_;
-  const vistrel_conversion& c_;
-  FrameRows<T> source_;
-  PackedRows pixels_;
-  uint8_t table_[kTableEntries];
-};
+  storeFence();
+}
 
 template <class T>
 void make(const EngineCall& call, ImageRows rows, Arena& arena) {
-  Engine<T>(call, arena).run(rows, arena);
+  if (call.plan.throughBuffer) return makeThroughBuffer<T>(call, arena);
+  FrameRows<T> source(call.plan, call.frame, call.conversion, call.gains, arena);
+  RowEngine<T> engine(call, rows, source, arena);
+  if (arena.counts()) return;
+  engine.advance(engine.last());
+  storeFence();
 }
 
 }  // namespace

@@ -16,12 +16,8 @@ struct EngineCall {
   ptrdiff_t stride;
 };
 
-// Rows first .. end - 1 of the image.
-struct ImageRows {
-  uint32_t first, end;
-};
-
-// Makes them. From an arena that counts it only takes the memory that it needs.
+// Makes rows of the image, visible to all threads. From an arena that counts it only takes the
+// memory that it needs, the same for any rows.
 void makeRows(const EngineCall& call, ImageRows rows, core::Arena& arena);
 
 }  // namespace vistrel::host

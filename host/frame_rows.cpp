@@ -21,32 +21,22 @@ bool isAligned(const vistrel_frame& f) {
 }  // namespace
 
 template <class T>
-FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
-                        const vistrel_conversion& conversion, const Gains& gains,
-                        core::Arena& arena)
+RowPreparation<T>::RowPreparation(const Plan& plan, const vistrel_frame& frame,
+                                  const vistrel_conversion& conversion, const Gains& gains)
     : plan_(plan), frame_(frame), conversion_(conversion), gains_(gains) {
   const bool masks = conversion.excess == VISTREL_MASK && frame.bits < 8 * sizeof(T);
   isReady_ = !masks && !belowOf(frame) && !conversion.black && !conversion.white_balance &&
              plan.bits == frame.bits;
   const int64_t first = std::max<int64_t>(plan.x, 0);
   const int64_t end = std::min<int64_t>(plan.x + plan.width, frame.width);
+  first_ = static_cast<size_t>(first);
   left_ = static_cast<size_t>(first - plan.x);
   count_ = static_cast<size_t>(end - first);
   right_ = plan.width - left_ - count_;
-  if (!isReady_ || left_ || right_ || !isAligned<T>(frame)) line_ = arena.take<T>(plan.width);
-}
-
-// The first of the row's samples that the frame has.
-template <class T>
-const unsigned char* FrameRows<T>::bytesOf(int y) const {
-  const size_t row = core::mirrored(plan_.y + y, frame_.height);
-  const auto column = static_cast<size_t>(plan_.x + static_cast<int64_t>(left_));
-  return static_cast<const unsigned char*>(frame_.samples) +
-         row * static_cast<size_t>(strideOf(frame_)) + column * sizeof(T);
 }
 
 template <class T>
-core::Preparation FrameRows<T>::preparationOf(int y) const {
+core::Preparation RowPreparation<T>::preparationOf(int y) const {
   const auto gainAt = [&](size_t x) -> uint32_t {
     const uint32_t colour =
         vistrel_colour_at(plan_.phase, static_cast<uint32_t>(x), static_cast<uint32_t>(y));
@@ -60,20 +50,43 @@ core::Preparation FrameRows<T>::preparationOf(int y) const {
 }
 
 template <class T>
-const T* FrameRows<T>::row(int y) {
-  const unsigned char* const bytes = bytesOf(y);
-  const bool hasNext = y + 1 < static_cast<int>(plan_.height);
-  this->next_ = hasNext ? core::Prefetcher(bytesOf(y + 1), sizeof(T)) : core::Prefetcher();
-  if (!line_) return reinterpret_cast<const T*>(bytes);
-  T* const samples = line_ + left_;
+void RowPreparation<T>::make(int y, const unsigned char* frameRow, T* row) const {
+  T* const samples = row + left_;
   if (isReady_)
-    std::memcpy(samples, bytes, count_ * sizeof(T));
+    std::memcpy(samples, begin(frameRow), count_ * sizeof(T));
   else
-    core::prepareRow(bytes, count_, samples, preparationOf(y));
+    core::prepareRow(begin(frameRow), count_, samples, preparationOf(y));
   core::mirrorEnds(samples, count_, left_, right_);
+}
+
+template <class T>
+FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
+                        const vistrel_conversion& conversion, const Gains& gains,
+                        core::Arena& arena)
+    : plan_(plan), frame_(frame), preparation_(plan, frame, conversion, gains) {
+  if (!preparation_.copies() || !isAligned<T>(frame)) line_ = arena.take<T>(plan.width);
+}
+
+template <class T>
+const unsigned char* FrameRows<T>::rowOf(int y) const {
+  const size_t row = core::mirrored(plan_.y + y, frame_.height);
+  return static_cast<const unsigned char*>(frame_.samples) +
+         row * static_cast<size_t>(strideOf(frame_));
+}
+
+template <class T>
+const T* FrameRows<T>::row(int y) {
+  const unsigned char* const frameRow = rowOf(y);
+  const bool hasNext = y + 1 < static_cast<int>(plan_.height);
+  this->next_ =
+      hasNext ? core::Prefetcher(preparation_.begin(rowOf(y + 1)), sizeof(T)) : core::Prefetcher();
+  if (!line_) return reinterpret_cast<const T*>(preparation_.begin(frameRow));
+  preparation_.make(y, frameRow, line_);
   return line_;
 }
 
+template class RowPreparation<uint8_t>;
+template class RowPreparation<uint16_t>;
 template class FrameRows<uint8_t>;
 template class FrameRows<uint16_t>;
 

@@ -9,19 +9,26 @@
 
 namespace vistrel::host {
 
-// Row y is the plan's row y. Rows lie in the frame where it has them as they are wanted, else in a
-// line that each row overwrites.
+// Makes the plan's rows from those of the frame.
 template <class T>
-class FrameRows final : public core::RowSource<T> {
+class RowPreparation {
  public:
   // gains: red, green, blue.
-  FrameRows(const Plan& plan, const vistrel_frame& frame, const vistrel_conversion& conversion,
-            const Gains& gains, core::Arena& arena);
+  RowPreparation(const Plan& plan, const vistrel_frame& frame, const vistrel_conversion& conversion,
+                 const Gains& gains);
 
-  const T* row(int y) override;
+  // Whether the plan's rows are parts of the frame's.
+  bool copies() const { return isReady_ && !left_ && !right_; }
+
+  // The first sample that is read of a row of the frame.
+  const unsigned char* begin(const unsigned char* frameRow) const {
+    return frameRow + first_ * sizeof(T);
+  }
+
+  // Makes the plan's row y, of plan.width samples, from a row of the frame.
+  void make(int y, const unsigned char* frameRow, T* row) const;
 
  private:
-  const unsigned char* bytesOf(int y) const;
   core::Preparation preparationOf(int y) const;
 
   const Plan& plan_;
@@ -29,8 +36,27 @@ class FrameRows final : public core::RowSource<T> {
   const vistrel_conversion& conversion_;
   Gains gains_;
   bool isReady_;                 // samples need no preparation
+  size_t first_;                 // the frame's column that is read first
   size_t left_, count_, right_;  // columns: mirrored ones, the frame's, mirrored ones
-  T* line_ = nullptr;            // null where rows stay in the frame
+};
+
+// Row y is the plan's row y. Rows lie in the frame where it has them as they are wanted, else in a
+// line that each row overwrites.
+template <class T>
+class FrameRows final : public core::RowSource<T> {
+ public:
+  FrameRows(const Plan& plan, const vistrel_frame& frame, const vistrel_conversion& conversion,
+            const Gains& gains, core::Arena& arena);
+
+  const T* row(int y) override;
+
+ private:
+  const unsigned char* rowOf(int y) const;
+
+  const Plan& plan_;
+  const vistrel_frame& frame_;
+  RowPreparation<T> preparation_;
+  T* line_ = nullptr;  // null where rows stay in the frame
 };
 
 }  // namespace vistrel::host

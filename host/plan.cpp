@@ -133,8 +133,7 @@ void checkSamples(const vistrel_frame& frame) {
            frame.height, strideOf(frame), bytesOf(frame));
 }
 
-size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image) {
-  checkSamples(frame);
+size_t checkImage(const Plan& plan, const vistrel_image* image) {
   checkPointer(image, "image");
   checkPointer(image->pixels, "image.pixels");
   const vistrel_layout& l = plan.layout;
@@ -143,11 +142,16 @@ size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_i
     reject(VISTREL_BAD_STRIDE, "image.stride", stride, "a row has {} bytes", l.row_bytes);
   if (stride > kMaxBytes / l.height)
     reject(VISTREL_BAD_STRIDE, "image.stride", stride, "no memory can hold {} such rows", l.height);
-  const size_t imageBytes = stride * (l.height - 1) + l.row_bytes;
-  if (image->size < imageBytes)
+  if (image->size < imageBytes(plan, stride))
     reject(VISTREL_SHORT_BUFFER, "image.size", image->size, "{} rows of stride {} take {} bytes",
-           l.height, stride, imageBytes);
-  if (overlap(frame.samples, l.frame_bytes, image->pixels, imageBytes))
+           l.height, stride, imageBytes(plan, stride));
+  return stride;
+}
+
+size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image) {
+  checkSamples(frame);
+  const size_t stride = checkImage(plan, image);
+  if (overlap(frame.samples, plan.layout.frame_bytes, image->pixels, imageBytes(plan, stride)))
     reject(VISTREL_OVERLAP, "image.pixels", "", "they overlap the frame's samples");
   return stride;
 }

@@ -22,11 +22,24 @@ struct Plan {
   vistrel_layout layout;
 };
 
+// Rows first .. end - 1 of the image.
+struct ImageRows {
+  uint32_t first, end;
+};
+
 // Checks everything but samples and memory. Throws Rejection.
 Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion);
 
 // Checks the memory of a frame. Throws Rejection.
 void checkSamples(const vistrel_frame& frame);
+
+// The bytes from an image's first sample to its last.
+inline size_t imageBytes(const Plan& plan, size_t stride) {
+  return stride * (plan.layout.height - 1) + plan.layout.row_bytes;
+}
+
+// Checks the memory of an image. Returns its stride in bytes. Throws Rejection.
+size_t checkImage(const Plan& plan, const vistrel_image* image);
 
 // Checks the memory of frame and image. Returns the image's stride in bytes. Throws Rejection.
 size_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistrel_image* image);

@@ -56,6 +56,7 @@ class Pool {
 
   void release(Slot& slot) {
     slot.state = State::kFree;
+    slot.begun.reset();
     ++slot.generation;
     free_[count_++] = idOf(slot);
     released_.notify_one();
@@ -139,6 +140,11 @@ StreamLease::~StreamLease() {
   const std::lock_guard lock(g_mutex);
   slot_->state = after_;
   if (after_ == State::kFree) pool().release(*slot_);
+}
+
+void StreamLease::checkIdle() const {
+  if (slot_ && slot_->begun)
+    reject(VISTREL_BAD_STREAM, "stream", "", "a conversion of pushed rows has begun on it");
 }
 
 uint32_t StreamLease::id() const { return slot_ ? g_pool->idOf(*slot_) : kStreams; }

@@ -27,6 +27,12 @@ class Scratch {
   size_t bytes_ = 0;
 };
 
+// A conversion that goes on from call to call.
+class BegunConversion {
+ public:
+  virtual ~BegunConversion() = default;
+};
+
 // The pool's record of a stream.
 struct Slot {
   enum State { kFree, kAcquired, kBusy };
@@ -34,6 +40,7 @@ struct Slot {
   uintptr_t generation = 0;  // how often it was released
   pthread_t user{};          // the thread that acquired it or converted on it last
   Scratch scratch;
+  std::unique_ptr<BegunConversion> begun;  // works in the scratch memory
 };
 
 // Exclusive use of a stream, for as long as the lease lives.
@@ -49,6 +56,11 @@ class StreamLease {
 
   // The number of the stream; VISTREL_MAX_STREAMS if it is none.
   uint32_t id() const;
+
+  // The conversion that has begun on it, if any.
+  std::unique_ptr<BegunConversion>& begun() { return slot_->begun; }
+  // Throws Rejection if there is one.
+  void checkIdle() const;
 
   // Throws std::bad_alloc.
   void* scratch(size_t bytes) { return (slot_ ? slot_->scratch : own_).reserve(bytes); }

@@ -116,6 +116,18 @@ void checkWhiteBalance(const vistrel_frame& f, const vistrel_conversion& c) {
              uint32_t{VISTREL_GAIN_ONE});
 }
 
+void checkThreads(const vistrel_conversion& c) {
+  constexpr const char* kArgument = "conversion.threads";
+  if (c.threads > VISTREL_MAX_THREADS)
+    reject(VISTREL_BAD_THREADS, kArgument, c.threads, "at most {} are allowed",
+           uint32_t{VISTREL_MAX_THREADS});
+  if (c.threads < 2 || !c.run != !c.team) return;
+  if (c.run)
+    reject(VISTREL_BAD_THREADS, kArgument, c.threads, "they are either the team's or run's");
+  reject(VISTREL_BAD_THREADS, kArgument, c.threads,
+         "more than 1 need a team, or a function that runs tasks");
+}
+
 void checkEdges(const vistrel_frame& f, const vistrel_conversion& c) {
   if (c.edges != VISTREL_EDGES_NATIVE && c.edges != VISTREL_EDGES_PADDED)
     reject(VISTREL_BAD_EDGES, "conversion.edges", c.edges, "0 (native) and 1 (padded) are allowed");
@@ -162,6 +174,7 @@ void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conver
   checkBlack(frame, conversion);
   checkWhiteBalance(frame, conversion);
   checkEdges(frame, conversion);
+  checkThreads(conversion);
   checkReserved("conversion.reserved", conversion.reserved);
 }
 

@@ -92,6 +92,55 @@ int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* fram
                                const vistrel_conversion* conversion, const vistrel_image* image,
                                vistrel_error* error);
 
+/*
+ * Makes only these rows of the image, the same bytes as the whole conversion does;
+ * image describes the whole one. Rejected for raw gray with binning. Checks for
+ * excess bits the frame's rows that these rows are made from, and up to 9 above and
+ * below. Balances by the gray-world gains of the whole frame, which each call measures.
+ */
+int32_t vistrel_convert_rows(vistrel_stream* stream, const vistrel_frame* frame,
+                             const vistrel_conversion* conversion, const vistrel_image* image,
+                             uint32_t first, uint32_t rows, vistrel_error* error);
+
+/*
+ * A conversion of a frame that arrives row by row. vistrel_stream_begin checks all
+ * but the samples and reads neither frame->samples nor frame->size. After that the
+ * rows of the whole frame are pushed from top to bottom, in any portions:
+ * vistrel_stream_push reads `rows` rows, with the distance frame->stride, from
+ * memory of `size` bytes, which it does not need after it has returned. The image's
+ * memory must stay until the frame's last row has been pushed, which completes the
+ * conversion, or until vistrel_stream_abort. Until then, the stream rejects other
+ * conversions; releasing it aborts this one.
+ *
+ * Rows of the image become final, from top to bottom and with the same bytes as in
+ * vistrel_stream_convert, as soon as the rows that they are made from have been
+ * pushed: at most 5 below. final_rows may be null; otherwise it receives how many
+ * they are, also where a sample with excess bits ends the conversion. The other
+ * rows of the image are then unspecified. Any other rejected push leaves the
+ * conversion as it was.
+ *
+ * Rejected: raw gray with binning, and gray-world gains, which need the whole frame;
+ * more than one thread.
+ */
+int32_t vistrel_stream_begin(vistrel_stream* stream, const vistrel_frame* frame,
+                             const vistrel_conversion* conversion, const vistrel_image* image,
+                             vistrel_error* error);
+int32_t vistrel_stream_push(vistrel_stream* stream, const void* samples, size_t size, uint32_t rows,
+                            uint32_t* final_rows, vistrel_error* error);
+int32_t vistrel_stream_abort(vistrel_stream* stream, vistrel_error* error);
+
+/*
+ * A team of 2 to VISTREL_MAX_THREADS threads, for conversion.team: the thread that
+ * converts, and workers that are started here. Between conversions these wait, for
+ * the first 20 microseconds awake. They take no signals. A team serves one conversion
+ * at a time and rejects others meanwhile. A child of fork has no workers: it can only
+ * destroy the teams of its parent.
+ */
+int32_t vistrel_team_create(uint32_t threads, vistrel_team** team, vistrel_error* error);
+
+/* Ends the workers. From then on the pointer is rejected. */
+int32_t vistrel_team_destroy(vistrel_team* team, vistrel_error* error);
+
 /* Releases a stream. From then on the pointer is rejected, even after somebody else has acquired
    the stream: no pointer is handed out twice. */
 int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error);

@@ -34,12 +34,17 @@ enum {
   VISTREL_BAD_RESERVED = 24,     /* a reserved field is not 0 */
   VISTREL_BAD_ALIGNMENT = 25,    /* no such alignment */
   VISTREL_BAD_LEVEL = 26,        /* this machine has no such level */
-  VISTREL_BAD_STREAM = 27,       /* the stream is not acquired, or is converting */
+  VISTREL_BAD_STREAM = 27,       /* not acquired, converting, or no conversion to push to */
   VISTREL_NO_STREAM = 28,        /* all streams are in use */
   VISTREL_BAD_WAIT = 29,         /* wait is neither VISTREL_WAIT nor VISTREL_NO_WAIT */
   VISTREL_BAD_BLACK = 30,        /* black is above full scale */
   VISTREL_BAD_BALANCE = 31,      /* no such white balance, not one for this frame, or a bad gain */
-  VISTREL_BAD_EDGES = 32         /* no such edges, or not with raw gray */
+  VISTREL_BAD_EDGES = 32,        /* no such edges, or not with raw gray */
+  VISTREL_BAD_THREADS = 33,      /* too many threads, or no team and no function to run tasks */
+  VISTREL_BAD_TEAM = 34,         /* no such team, one at work, or one of a parent process */
+  VISTREL_NO_THREAD = 35,        /* the system did not start a thread */
+  VISTREL_RUN_FAILED = 36,       /* the caller's function did not run all tasks */
+  VISTREL_BAD_ROWS = 37          /* no rows, or more than there are */
 };
 
 /*
@@ -163,6 +168,20 @@ enum {
                                9 with a binning of 3 */
 };
 
+/* The most threads that a conversion or a team may have. */
+enum { VISTREL_MAX_THREADS = 256 };
+
+/* Threads that share the work of a conversion: vistrel_team_create. */
+typedef struct vistrel_team vistrel_team;
+
+/*
+ * A function of the caller's that calls task(data, index) for each index from 0 to
+ * count - 1, on any threads, in any order, at the same time or one after the other.
+ * It returns 0 after all of these have returned, any other value if it failed.
+ */
+typedef int32_t vistrel_run(void* context, uint32_t count, void (*task)(void* data, uint32_t index),
+                            void* data);
+
 /* The result that the caller wants. vistrel_default_conversion fills it. */
 typedef struct vistrel_conversion {
   /*
@@ -212,7 +231,17 @@ typedef struct vistrel_conversion {
   uint32_t gains[3];      /* red, green, blue: 1 to VISTREL_GAIN_MAX; only read for
                              VISTREL_BALANCE_GAINS */
   uint32_t edges;         /* VISTREL_EDGES_...; makes no difference to mono frames */
-  uint32_t reserved[8];   /* 0 */
+  /*
+   * 0 and 1: the caller's thread does all the work. From 2: up to that many threads
+   * share it, fewer for small frames and one for raw gray with binning. These are
+   * either the team's, with the caller's thread as one of them, or those of `run`; the
+   * other of the two is null. The image is the same with any number of threads.
+   */
+  uint32_t threads; /* at most VISTREL_MAX_THREADS, and no more than the team has */
+  vistrel_run* run;
+  void* run_context; /* passed to `run` */
+  vistrel_team* team;
+  uint32_t reserved[8]; /* 0 */
 } vistrel_conversion;
 
 /* The shape of a result, and all sizes. */

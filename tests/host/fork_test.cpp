@@ -102,6 +102,34 @@ TEST(Forks, LetTheChildConvertWhereOtherThreadsHeldAllStreams) {
   EXPECT_FALSE(Stream::tryAcquire(VISTREL_NO_WAIT));
 }
 
+// The child can end its parent's team, and have one of its own.
+TEST(Forks, LeaveTheTeamToTheParent) {
+#ifdef __SANITIZE_THREAD__
+  GTEST_SKIP() << "the thread sanitizer ends a child that starts threads";
+#endif
+  const std::vector<uint8_t> samples(800 * 600, 7);
+  const vistrel_frame frame = frameOf(samples, 800, 600, VISTREL_GRBG);
+  vistrel_conversion conversion = defaultConversion(frame);
+  conversion.threads = 2;
+  vistrel_team* parents = nullptr;
+  ASSERT_EQ(vistrel_team_create(2, &parents, nullptr), VISTREL_OK);
+  const auto status = [&](vistrel_team* team) {
+    conversion.team = team;
+    const auto image = tryConvert(frame, conversion);
+    return image ? VISTREL_OK : image.error().status();
+  };
+  EXPECT_EQ(status(parents), VISTREL_OK);
+  EXPECT_TRUE(inChild([&] {
+    vistrel_team* own = nullptr;
+    return status(parents) == VISTREL_BAD_TEAM &&
+           vistrel_team_destroy(parents, nullptr) == VISTREL_OK &&
+           vistrel_team_create(2, &own, nullptr) == VISTREL_OK && status(own) == VISTREL_OK &&
+           vistrel_team_destroy(own, nullptr) == VISTREL_OK;
+  }));
+  EXPECT_EQ(status(parents), VISTREL_OK);
+  EXPECT_EQ(vistrel_team_destroy(parents, nullptr), VISTREL_OK);
+}
+
 // The waiting thread of the parent does not exist in the child; a released stream wakes its own.
 TEST(Forks, LetTheChildWait) {
 #ifdef __SANITIZE_THREAD__

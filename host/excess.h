@@ -1,0 +1,25 @@
+// The check of a frame for samples with excess bits, as far as a conversion reads it.
+#pragma once
+
+#include "host/bands.h"
+
+namespace vistrel::host {
+
+// Columns left .. right - 1 of rows top .. bottom - 1.
+struct FramePart {
+  uint32_t left, right, top, bottom;
+};
+
+// Whatever rows of the image are made from.
+FramePart partOf(const Plan& plan, const vistrel_frame& frame, const vistrel_conversion& conversion,
+                 ImageRows rows);
+
+// Throws Rejection for the first sample in the part's columns of row y that has excess bits.
+void checkExcessSamples(const vistrel_frame& frame, const FramePart& part, const void* row,
+                        uint32_t y);
+
+// The same for all of the part.
+void checkExcessSamples(const vistrel_frame& frame, const FramePart& part, uint32_t threads,
+                        const Crew& crew);
+
+}  // namespace vistrel::host

@@ -1,0 +1,45 @@
+// Conversions of frames that arrive row by row.
+#pragma once
+
+#include "host/excess.h"
+#include "host/pushed_rows.h"
+#include "host/row_engine.h"
+#include "host/streams.h"
+
+namespace vistrel::host {
+
+class PushedConversion : public BegunConversion {
+ public:
+  // Throws Rejection; then nothing has changed.
+  void checkPortion(const void* samples, size_t size, uint32_t rows) const;
+
+  // The frame's next rows. Throws Rejection for a sample with excess bits; then it is over.
+  void push(const void* samples, uint32_t rows);
+
+  uint32_t finalRows() const { return finalRows_; }  // of the image
+  bool isOver() const { return isOver_; }
+
+ protected:
+  // Throws Rejection.
+  PushedConversion(const vistrel_frame* frame, const vistrel_conversion* conversion,
+                   const vistrel_image* image);
+
+  const EngineCall& call() const { return call_; }
+  ImageRows allRows() const { return {0, plan_.layout.height}; }
+
+ private:
+  // Takes the frame's row y and returns how many rows of the image are final. next: as in
+  // PushedRows.
+  virtual uint32_t convert(uint32_t y, const unsigned char* frameRow,
+                           const unsigned char* next) = 0;
+
+  Plan plan_;
+  vistrel_frame frame_;
+  vistrel_conversion conversion_;
+  EngineCall call_;
+  FramePart part_;
+  uint32_t pushed_ = 0, finalRows_ = 0;
+  bool isOver_ = false;
+};
+
+}  // namespace vistrel::host

@@ -1,0 +1,52 @@
+// The source of a frame that arrives row by row.
+#pragma once
+
+#include <cstdlib>
+
+#include "host/engine.h"
+#include "host/frame_rows.h"
+#include "samples/mirror.h"
+
+namespace vistrel::host {
+
+// Keeps the last rows, ready for the engine.
+template <class T>
+class PushedRows final : public core::RowSource<T> {
+ public:
+  PushedRows(const EngineCall& call, core::Arena& arena)
+      : plan_(call.plan), frame_(call.frame),
+        preparation_(call.plan, call.frame, call.conversion, call.gains),
+        lines_(arena.take<T>(size_t{kHeld} * plan_.width)) {}
+
+  // Row y of the frame, after the rows before it. next: the row after it, if it is known.
+  void push(uint32_t y, const unsigned char* frameRow, const unsigned char* next) {
+    pushed_ = y + 1;
+    this->next_ = next ? core::Prefetcher(preparation_.begin(next), sizeof(T)) : core::Prefetcher();
+    preparation_.make(static_cast<int>(y - plan_.y), frameRow, line(y));
+  }
+
+  // Whether all is there that a sweep reads at row y, which may be a row beyond the plan's.
+  bool has(int y) const {
+    return rowOf(std::min(std::abs(y), static_cast<int>(plan_.height) - 1)) < pushed_;
+  }
+
+  const T* row(int y) override { return line(rowOf(y)); }
+
+ private:
+  // Above and below the frame, at most six rows are mirrored.
+  static constexpr uint32_t kHeld = 8;
+
+  // The frame's row that is the plan's row y.
+  uint32_t rowOf(int y) const {
+    return static_cast<uint32_t>(core::mirrored(plan_.y + y, frame_.height));
+  }
+  T* line(uint32_t frameRow) const { return lines_ + size_t{frameRow % kHeld} * plan_.width; }
+
+  const Plan& plan_;
+  const vistrel_frame& frame_;
+  RowPreparation<T> preparation_;
+  T* lines_;
+  uint32_t pushed_ = 0;
+};
+
+}  // namespace vistrel::host

@@ -1,0 +1,149 @@
+#include "host/row_engine.h"
+
+#include "demosaic/algorithms.h"
+#include "host/tables.h"
+#include "output/table.h"
+
+namespace vistrel::host {
+
+using namespace core;
+
+namespace {
+
+// Measured: ordinary stores win below, those past the caches above.
+constexpr size_t kBypassBeyond = size_t{12} << 20;
+
+ImageMemory memoryOf(const EngineCall& call) {
+  return {call.pixels, call.stride, call.plan.layout.bytes > kBypassBeyond};
+}
+
+// Entry i serves the samples whose highest ten bits are i.
+void fillTable(const vistrel_conversion& c, uint32_t bits, uint8_t* table) {
+  if (c.reduction != VISTREL_TABLE) return Create10To8BitLUT(table, c.reduction, nullptr, 0);
+  const size_t step = c.table_entries == kTableEntries ? 1 : size_t{1} << (bits - 10);
+  for (size_t i = 0; i < kTableEntries; ++i) table[i] = static_cast<uint8_t>(c.table[i * step]);
+}
+
+}  // namespace
+
+template <class T>
+DemosaicAlgorithm<T> algorithmOf(uint32_t code) {
+  switch (code) {
+    case VISTREL_BILINEAR: return bilinear<T>();
+    case VISTREL_EDGE: return edge<T>();
+    case VISTREL_NEAR: return near<T>();
+    case VISTREL_LAROCHE: return laroche<T>();
+    case VISTREL_HAMILTON: return hamilton<T>();
+    case VISTREL_VNG: return variableGradients<T>();
+    case VISTREL_COK: return cok<T>();
+    case VISTREL_KIMMEL: return kimmel<T>();
+    case VISTREL_GROUPING: return pixelGrouping<T>();
+    default: return ahd<T>();
+  }
+}
+template DemosaicAlgorithm<uint8_t> algorithmOf(uint32_t code);
+template DemosaicAlgorithm<uint16_t> algorithmOf(uint32_t code);
+
+PackedRows pixelsOf(const EngineCall& call, Arena& arena) {
+  const Plan& p = call.plan;
+  const auto kernel = p.rawGray ? nullptr : p.format->convert;
+  const auto convert = kernel ? pixelFormatKernels().*kernel : nullptr;
+  return PackedRows(memoryOf(call), p.layout.width, p.madeBytes, p.format->pixelBytes(), convert,
+                    arena);
+}
+
+template <class T>
+RowEngine<T>::RowEngine(const EngineCall& call, ImageRows rows, RowSource<T>& source, Arena& arena)
+    : call_(call), p_(call.plan), c_(call.conversion), rows_(rows), pixels_(pixelsOf(call, arena)) {
+  p_.format->colour() ? startDemosaic(source, arena) : startMono(source, arena);
+}
+
+template <class T>
+void RowEngine<T>::startMono(RowSource<T>& source, Arena& arena) {
+  const size_t columns = p_.width;
+  mono_.emplace(source, columns, RowInterval{engineRow(rows_.first), engineRow(rows_.end)},
+                shapeOf(MonoRows<T>::pitchOf(columns)), pixels_, arena);
+  demosaic_ = &*mono_;
+}
+
+template <class T>
+void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
+  const DemosaicAlgorithm<T> algorithm = algorithmOf<T>(c_.algorithm);
+  const int first = engineRow(rows_.first);
+  if (finishes(algorithm)) {
+    finished_.emplace(memoryOf(call_), p_.layout.row_bytes, engineRow(0), first, arena);
+    DemosaicJob<T> job = jobOf(source, *finished_);
+    job.finishing = Finishing{p_.format->finish, shiftOf(), p_.pad, p_.layout.width};
+    demosaic_ = algorithm.make(job, arena);
+  } else {
+    const size_t columns = p_.width;
+    output_.emplace(shapeOf(ImageOutput<T>::pitchOf(columns)), columns, first, pixels_, arena);
+    demosaic_ = algorithm.make(jobOf(source, *output_), arena);
+  }
+}
+
+// Some algorithms work on pairs of rows, so the first row is even.
+template <class T>
+DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source, ImageSink<T>& image) const {
+  const int width = int(p_.width), height = int(p_.height);
+  const Mosaic mosaic = Mosaic::ofPhase(p_.phase);
+  return {.source = source,
+          .mosaic = mosaic,
+          .columns = width,
+          .height = height,
+          .roi = {0, 0, width, height},
+          .rows = {engineRow(rows_.first) & ~1, engineRow(rows_.end)},
+          .image = image,
+          .order = redFirst() && !exchangesEnds() ? mosaic.exchanged() : mosaic,
+          .bits = p_.bits,
+          .threshold = c_.threshold};
+}
+
+template <class T>
+bool RowEngine<T>::finishes(const DemosaicAlgorithm<T>& algorithm) const {
+  return algorithm.finishes && algorithm.finishes() && !p_.rawGray && c_.binning == 1 &&
+         p_.format->bytes_per_sample == 1 && (sizeof(T) == 1 || isWindow(c_.reduction));
+}
+
+template <class T>
+uint32_t RowEngine<T>::finished(int end) const {
+  const int reach = last() - engineRow(rows_.end);
+  const int made = std::clamp(end - reach, engineRow(rows_.first), engineRow(rows_.end));
+  return uint32_t(made) / c_.binning - p_.pad;
+}
+
+// pitch: distance of two rows of a bin, in samples.
+template <class T>
+OutputShape RowEngine<T>::shapeOf(size_t pitch) {
+  const bool isMono = !p_.format->colour();
+  const Pack pack = isMono ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
+  return {.writer = writerOf(pack, pitch),
+          .changes = p_.rawGray || c_.binning > 1 || reduces(),
+          .exchangesEnds = redFirst() && exchangesEnds(),
+          .binning = c_.binning,
+          .left = p_.pad * c_.binning,
+          .width = p_.layout.width,
+          .top = engineRow(0),
+          .pixelBytes = p_.madeBytes};
+}
+
+template <class T>
+RowWriter RowEngine<T>::writerOf(Pack pack, size_t pitch) {
+  const size_t width = p_.layout.width;
+  if (sizeof(T) == 1)
+    return RowWriter(pack, Depth::from8to8, c_.binning, pitch, width,
+                     reductionOf<uint8_t>(8, 8, 0));
+  if (!reduces())
+    return RowWriter(pack, Depth::from16to16, c_.binning, pitch, width,
+                     reductionOf<uint16_t>(p_.bits, p_.bits, 0));
+  if (isWindow(c_.reduction))
+    return RowWriter(pack, Depth::from16to8, c_.binning, pitch, width,
+                     reductionOf<uint8_t>(p_.bits, 8, c_.reduction));
+  fillTable(c_, p_.bits, table_);
+  return RowWriter(pack, c_.binning, pitch, width, table_, p_.bits - 10);
+}
+
+template class RowEngine<uint8_t>;
+template class RowEngine<uint16_t>;
+
+}  // namespace vistrel::host

@@ -1,0 +1,68 @@
+// The engine's chain: a source of rows, an algorithm, the caller's image.
+#pragma once
+
+#include <optional>
+
+#include "demosaic/algorithms.h"
+#include "demosaic/mono_rows.h"
+#include "host/engine.h"
+#include "output/finished_output.h"
+#include "output/image_output.h"
+
+namespace vistrel::host {
+
+template <class T>
+core::DemosaicAlgorithm<T> algorithmOf(uint32_t code);
+
+// The rows of the caller's image.
+core::PackedRows pixelsOf(const EngineCall& call, core::Arena& arena);
+
+// Makes rows of an image while its source gets rows.
+template <class T>
+class RowEngine {
+ public:
+  // From an arena that counts, only takes memory.
+  RowEngine(const EngineCall& call, ImageRows rows, core::RowSource<T>& source, core::Arena& arena);
+  RowEngine(const RowEngine&) = delete;
+  RowEngine& operator=(const RowEngine&) = delete;
+
+  // Reads the source's rows first() .. last() - 1, as far as they exist.
+  int first() const { return demosaic_->first(); }
+  int last() const { return demosaic_->last(); }
+
+  // Makes all rows that the source's rows before `end` allow.
+  void advance(int end) { demosaic_->advance(end); }
+
+  // How many rows of the image are final after advance(end).
+  uint32_t finished(int end) const;
+
+ private:
+  int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
+  void startMono(core::RowSource<T>& source, core::Arena& arena);
+  void startDemosaic(core::RowSource<T>& source, core::Arena& arena);
+  core::DemosaicJob<T> jobOf(core::RowSource<T>& source, core::ImageSink<T>& image) const;
+  // Whether the algorithm can store bytes of the format at once.
+  bool finishes(const core::DemosaicAlgorithm<T>& algorithm) const;
+  core::OutputShape shapeOf(size_t pitch);
+  core::RowWriter writerOf(core::Pack pack, size_t pitch);
+
+  bool redFirst() const { return p_.format->redFirst; }
+  // Binning treats the samples of a pixel differently, so it takes them in one order only.
+  bool exchangesEnds() const { return c_.binning > 1; }
+  unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
+  bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1; }
+
+  const EngineCall& call_;
+  const Plan& p_;
+  const vistrel_conversion& c_;
+  ImageRows rows_;
+  core::PackedRows pixels_;
+  // One of these.
+  std::optional<core::FinishedOutput<T>> finished_;
+  std::optional<core::ImageOutput<T>> output_;
+  std::optional<core::MonoRows<T>> mono_;
+  core::Demosaic<T>* demosaic_ = nullptr;
+  uint8_t table_[core::kTableEntries];
+};
+
+}  // namespace vistrel::host

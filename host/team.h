@@ -1,0 +1,60 @@
+// Teams: threads that a caller has started to share the work of conversions.
+#pragma once
+
+#include <pthread.h>
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+
+#include "vistrel/vistrel_host.h"
+
+namespace vistrel::host {
+
+using Task = void (*)(void* data, uint32_t index);
+
+// The thread that runs tasks on it is one of the team, the others are workers of its own.
+class Team {
+ public:
+  // Throws Rejection if the system does not start them all; then none is left.
+  explicit Team(uint32_t threads);
+  // Ends the workers.
+  ~Team();
+  Team(const Team&) = delete;
+  Team& operator=(const Team&) = delete;
+
+  uint32_t threads() const { return workers_ + 1; }
+
+  // Runs task(data, 0 .. count - 1), each on a thread of its own as far as threads are ready. count
+  // is at most threads().
+  void run(uint32_t count, Task task, void* data);
+
+  // In the child of a fork, where there are no workers to end.
+  void abandon() { started_ = 0; }
+
+ private:
+  struct Worker;
+  void start();
+  void end();
+
+  uint32_t workers_, started_ = 0;
+  std::unique_ptr<Worker[]> worker_;
+};
+
+// Exclusive use of a team, for as long as the lease lives.
+class TeamLease {
+ public:
+  // Throws Rejection.
+  explicit TeamLease(const vistrel_team* team);
+  ~TeamLease();
+  TeamLease(const TeamLease&) = delete;
+  TeamLease& operator=(const TeamLease&) = delete;
+
+  Team* operator->() const { return team_; }
+
+ private:
+  Team* team_;
+  bool* isBusy_;
+};
+
+}  // namespace vistrel::host

@@ -1,0 +1,138 @@
+// What is not allocated, and threads that don't start. This program's malloc and pthread_create
+// replace those of the C library.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+#include <atomic>
+#include <cstdlib>
+
+#include "tests/host/frames.h"
+#include "tests/host/rejection.h"
+
+extern "C" {
+void* __libc_malloc(size_t bytes);
+void* __libc_memalign(size_t alignment, size_t bytes);
+}
+
+namespace {
+
+std::atomic<int> g_allocations = 0;
+std::atomic<int> g_live = 0;  // threads that have been started
+std::atomic<int> g_startable = 1000;
+
+}  // namespace
+
+extern "C" {
+void* malloc(size_t bytes) {
+  ++g_allocations;
+  return __libc_malloc(bytes);
+}
+void* aligned_alloc(size_t alignment, size_t bytes) {
+  ++g_allocations;
+  return __libc_memalign(alignment, bytes);
+}
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*),
+                   void* argument) {
+  if (g_startable == 0) return EAGAIN;
+  --g_startable, ++g_live;
+  static const auto create =
+      reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"));
+  return create(thread, attributes, run, argument);
+}
+int pthread_join(pthread_t thread, void** result) {
+  --g_live;
+  static const auto join =
+      reinterpret_cast<decltype(&pthread_join)>(dlsym(RTLD_NEXT, "pthread_join"));
+  return join(thread, result);
+}
+}
+
+namespace vistrel {
+namespace {
+
+TEST(TeamsThatDoNotStart, LeaveNoThread) {
+  for (int startable = 0; startable < 4; ++startable) {
+    vistrel_team* team = nullptr;
+    vistrel_error error{};
+    g_startable = startable;
+    vistrel_team_create(5, &team, &error);
+    expectError(error, {VISTREL_NO_THREAD, "threads", "5",
+                        "the system started only " + std::to_string(startable) + " of 4 workers"});
+    EXPECT_EQ(team, nullptr);
+    EXPECT_EQ(g_live, 0);
+  }
+  g_startable = 4;
+  vistrel_team* team = nullptr;
+  ASSERT_EQ(vistrel_team_create(5, &team, nullptr), VISTREL_OK);
+  EXPECT_EQ(g_live, 4);
+  EXPECT_EQ(vistrel_team_destroy(team, nullptr), VISTREL_OK);
+  EXPECT_EQ(g_live, 0);
+  g_startable = 1000;
+}
+
+struct HeldStream : ::testing::TestWithParam<const vistrel_algorithm*> {
+  static constexpr uint32_t kWidth = 640, kHeight = 480;
+  std::vector<uint16_t> samples = std::vector<uint16_t>(kWidth * kHeight, 600);
+  vistrel_frame frame = frameOf(samples, kWidth, kHeight, 10, VISTREL_BGGR);
+  vistrel_conversion conversion = defaultConversion(frame);
+  std::vector<uint8_t> pixels = std::vector<uint8_t>(kWidth * kHeight * 4);
+  vistrel_image image{pixels.data(), pixels.size(), 0};
+  vistrel_stream* stream = nullptr;
+
+  HeldStream() {
+    conversion.algorithm = GetParam()->code;
+    conversion.format = VISTREL_RGBA32;
+    conversion.edges = VISTREL_EDGES_PADDED;
+    conversion.black = 3;
+    EXPECT_EQ(vistrel_stream_acquire(VISTREL_WAIT, &stream, nullptr), VISTREL_OK);
+  }
+  ~HeldStream() override { vistrel_stream_release(stream, nullptr); }
+};
+
+TEST_P(HeldStream, NeedsNothingMoreForATeam) {
+  vistrel_team* team = nullptr;
+  ASSERT_EQ(vistrel_team_create(3, &team, nullptr), VISTREL_OK);
+  conversion.threads = 3, conversion.team = team;
+  const auto work = [&] {
+    return vistrel_stream_convert(stream, &frame, &conversion, &image, nullptr);
+  };
+  ASSERT_EQ(work(), VISTREL_OK);
+  const int before = g_allocations;
+  for (int i = 0; i < 10; ++i) EXPECT_EQ(work(), VISTREL_OK);
+  EXPECT_EQ(g_allocations, before);
+  EXPECT_EQ(vistrel_team_destroy(team, nullptr), VISTREL_OK);
+}
+
+TEST_P(HeldStream, NeedsNothingMoreForPushedRows) {
+  ASSERT_EQ(vistrel_stream_begin(stream, &frame, &conversion, &image, nullptr), VISTREL_OK);
+  const int before = g_allocations;
+  for (uint32_t y = 0; y < kHeight; ++y)
+    EXPECT_EQ(
+        vistrel_stream_push(stream, samples.data() + y * kWidth, kWidth * 2, 1, nullptr, nullptr),
+        VISTREL_OK);
+  EXPECT_EQ(g_allocations, before);
+}
+
+// The memory that is promised, a thread.
+TEST_P(HeldStream, NeedsAFewRows) {
+  vistrel_layout layout{};
+  for (conversion.threads = 0; conversion.threads < 4; ++conversion.threads) {
+    conversion.run = [](void*, uint32_t, auto, void*) -> int32_t { return 0; };
+    ASSERT_EQ(vistrel_get_layout(&frame, &conversion, &layout, nullptr), VISTREL_OK);
+    const size_t rows = GetParam()->code == VISTREL_KIMMEL ? 256 : 64;
+    EXPECT_LE(layout.working_bytes, std::max(conversion.threads, 1u) * rows * 6 * (kWidth + 128));
+  }
+}
+
+std::vector<const vistrel_algorithm*> algorithms() {
+  std::vector<const vistrel_algorithm*> all;
+  while (const auto* next = vistrel_algorithm_at(all.size())) all.push_back(next);
+  return all;
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, HeldStream, ::testing::ValuesIn(algorithms()),
+                         [](const auto& test) { return std::string(test.param->name); });
+
+}  // namespace
+}  // namespace vistrel

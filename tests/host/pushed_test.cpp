@@ -1,0 +1,174 @@
+// Frames that arrive row by row: the same bytes as from the whole frame.
+#include "tests/host/random_case.h"
+#include "tests/host/rejection.h"
+
+namespace vistrel {
+namespace {
+
+const uint8_t* rowOf(const vistrel_frame& frame, uint32_t y) {
+  const size_t stride = frame.stride ? frame.stride : size_t{frame.width} * frame.bytes_per_sample;
+  return static_cast<const uint8_t*>(frame.samples) + y * stride;
+}
+
+// From memory that ends with the last row's last sample, and is gone afterwards.
+int32_t push(vistrel_stream* stream, const vistrel_frame& frame, uint32_t y, uint32_t rows,
+             uint32_t* finalRows, vistrel_error* error = nullptr) {
+  const std::vector<uint8_t> portion(
+      rowOf(frame, y), rowOf(frame, y + rows - 1) + size_t{frame.width} * frame.bytes_per_sample);
+  return vistrel_stream_push(stream, portion.data(), portion.size(), rows, finalRows, error);
+}
+
+// Pushes the frame in portions and checks after each what is final.
+void pushAll(vistrel_stream* stream, const RandomCase& c, uint32_t portion, Canvas& canvas) {
+  uint32_t finalRows = 0, before = 0;
+  for (uint32_t y = 0; y < c.frame.height; y += portion, before = finalRows) {
+    const uint32_t rows = std::min(portion, c.frame.height - y);
+    ASSERT_EQ(push(stream, c.frame, y, rows, &finalRows), VISTREL_OK) << c.text();
+    ASSERT_GE(finalRows, before);
+    const uint32_t top = c.conversion.region ? c.region.y : 0, pushed = y + rows;
+    const uint32_t ready = pushed > top + 5 ? (pushed - top - 5) / c.conversion.binning : 0;
+    ASSERT_GE(finalRows, std::min(ready, c.expected.layout.height)) << c.text();
+    ASSERT_TRUE(canvas.holds(c.expected, 0, finalRows, false)) << c.text() << ", row " << y;
+  }
+  ASSERT_EQ(finalRows, c.expected.layout.height);
+}
+
+TEST(PushedRows, MakeTheSameImage) {
+  const OwnStream stream;
+  for (uint32_t seed = 0; seed < 3 * kCases; ++seed) {
+    const RandomCase c(seed);
+    if (!c.isPushable()) continue;
+    for (const uint32_t portion : {1u, 7u, c.frame.height}) {
+      Canvas canvas(c);
+      const auto image = canvas.image();
+      vistrel_frame frame = c.frame;
+      frame.samples = nullptr;
+      ASSERT_EQ(vistrel_stream_begin(stream, &frame, &c.conversion, &image, nullptr), VISTREL_OK);
+      pushAll(stream, c, portion, canvas);
+      ASSERT_TRUE(canvas.holds(c.expected)) << c.text();
+      if (HasFatalFailure()) return;
+    }
+  }
+}
+
+struct PushedFrame : ::testing::Test {
+  static constexpr uint32_t kWidth = 30, kHeight = 40;
+  OwnStream stream;
+  std::vector<uint16_t> samples =
+      samplesOf<uint16_t>(kWidth, kHeight, [](uint32_t x, uint32_t y) { return x * 31 + y * 17; });
+  vistrel_frame frame = frameOf(samples, kWidth, kHeight, 12, VISTREL_GRBG);
+  vistrel_conversion conversion = defaultConversion(frame);
+  std::vector<uint8_t> pixels = std::vector<uint8_t>(kWidth * kHeight * 3, 77);
+  vistrel_image image{pixels.data(), pixels.size(), 0};
+  vistrel_error error{};
+
+  int32_t begin() { return vistrel_stream_begin(stream, &frame, &conversion, &image, &error); }
+  int32_t pushRows(uint32_t y, uint32_t rows, uint32_t* finalRows = nullptr) {
+    return push(stream, frame, y, rows, finalRows, &error);
+  }
+  void expectComplete() const { EXPECT_EQ(pixels, convert(frame, conversion).pixels); }
+};
+
+TEST_F(PushedFrame, StopsAtTheFirstExcessSample) {
+  const auto whole = convert(frame, conversion);
+  samples[17 * kWidth + 3] = 4097;
+  ASSERT_EQ(begin(), VISTREL_OK);
+  uint32_t finalRows = 0;
+  EXPECT_EQ(pushRows(0, 10, &finalRows), VISTREL_OK);
+  EXPECT_EQ(finalRows, 8u);
+  EXPECT_EQ(pushRows(10, 20, &finalRows), VISTREL_EXCESS_SAMPLE);
+  expectError(error, {VISTREL_EXCESS_SAMPLE, "frame.samples", "4097 at column 3, row 17",
+                      "samples of 12 bits are at most 4095"});
+  EXPECT_EQ(finalRows, 15u);
+  EXPECT_TRUE(std::equal(pixels.begin(), pixels.begin() + 15 * kWidth * 3, whole.pixels.begin()));
+  EXPECT_EQ(pushRows(18, 1), VISTREL_BAD_STREAM);
+  expectError(error,
+              {VISTREL_BAD_STREAM, "stream", "", "no conversion of pushed rows has begun on it"});
+}
+
+TEST_F(PushedFrame, KeepsItsStream) {
+  ASSERT_EQ(begin(), VISTREL_OK);
+  const Rejection begun{VISTREL_BAD_STREAM, "stream", "",
+                        "a conversion of pushed rows has begun on it"};
+  begin();
+  expectError(error, begun);
+  vistrel_stream_convert(stream, &frame, &conversion, &image, &error);
+  expectError(error, begun);
+  vistrel_convert_rows(stream, &frame, &conversion, &image, 0, 1, &error);
+  expectError(error, begun);
+  EXPECT_EQ(pushRows(0, kHeight), VISTREL_OK);
+  expectComplete();
+  EXPECT_EQ(vistrel_stream_convert(stream, &frame, &conversion, &image, &error), VISTREL_OK);
+}
+
+TEST_F(PushedFrame, IsAborted) {
+  const Rejection none{VISTREL_BAD_STREAM, "stream", "",
+                       "no conversion of pushed rows has begun on it"};
+  vistrel_stream_abort(stream, &error);
+  expectError(error, none);
+  ASSERT_EQ(begin(), VISTREL_OK);
+  EXPECT_EQ(pushRows(0, 9), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_abort(stream, &error), VISTREL_OK);
+  pushRows(9, 1);
+  expectError(error, none);
+  ASSERT_EQ(begin(), VISTREL_OK);
+  EXPECT_EQ(pushRows(0, kHeight), VISTREL_OK);
+  expectComplete();
+}
+
+TEST_F(PushedFrame, EndsWithItsStream) {
+  vistrel_stream* other = nullptr;
+  ASSERT_EQ(vistrel_stream_acquire(VISTREL_WAIT, &other, nullptr), VISTREL_OK);
+  ASSERT_EQ(vistrel_stream_begin(other, &frame, &conversion, &image, nullptr), VISTREL_OK);
+  ASSERT_EQ(push(other, frame, 0, 9, nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_release(other, nullptr), VISTREL_OK);
+  // The stream that was released last is acquired first.
+  ASSERT_EQ(vistrel_stream_acquire(VISTREL_WAIT, &other, nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_convert(other, &frame, &conversion, &image, nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_stream_release(other, nullptr), VISTREL_OK);
+  expectComplete();
+}
+
+TEST_F(PushedFrame, RejectsBadPortionsAndGoesOn) {
+  ASSERT_EQ(begin(), VISTREL_OK);
+  EXPECT_EQ(pushRows(0, 30), VISTREL_OK);
+  const auto pushAt = [&](const void* from, size_t size, uint32_t rows) {
+    vistrel_stream_push(stream, from, size, rows, nullptr, &error);
+    return error;
+  };
+  const size_t row = kWidth * 2;
+  const void* const from = samples.data() + 30 * kWidth;
+  expectError(pushAt(nullptr, row, 1), nullPointer("samples"));
+  expectError(pushAt(from, row, 0),
+              {VISTREL_BAD_ROWS, "rows", "0", "1 to 10 are allowed: those that are left"});
+  expectError(pushAt(from, 11 * row, 11),
+              {VISTREL_BAD_ROWS, "rows", "11", "1 to 10 are allowed: those that are left"});
+  expectError(pushAt(from, 2 * row - 1, 2),
+              {VISTREL_SHORT_BUFFER, "size", "119", "2 rows of stride 60 take 120 bytes"});
+  expectError(pushAt(pixels.data() + 100, row, 1),
+              {VISTREL_OVERLAP, "samples", "", "they overlap the image's pixels"});
+  EXPECT_EQ(pushRows(30, 10), VISTREL_OK);
+  expectComplete();
+}
+
+TEST_F(PushedFrame, RejectsWhatNeedsTheWholeFrame) {
+  conversion.threads = 2;
+  conversion.run = [](void*, uint32_t, auto, void*) -> int32_t { return 0; };
+  begin();
+  expectError(error, {VISTREL_BAD_THREADS, "conversion.threads", "2",
+                      "pushed rows are converted by the thread that pushes them"});
+  conversion = defaultConversion(frame);
+  conversion.white_balance = VISTREL_BALANCE_GRAY_WORLD;
+  begin();
+  expectError(error, {VISTREL_BAD_BALANCE, "conversion.white_balance", "2 (gray-world)",
+                      "its gains need the whole frame at once"});
+  conversion = defaultConversion(frame);
+  conversion.format = VISTREL_GRAY8, conversion.gray = VISTREL_RAW_GRAY, conversion.binning = 2;
+  begin();
+  expectError(error, {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
+                      "binned, the library's own gray needs the whole frame at once"});
+  EXPECT_EQ(vistrel_stream_abort(stream, nullptr), VISTREL_BAD_STREAM);
+}
+
+}  // namespace
+}  // namespace vistrel
