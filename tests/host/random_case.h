@@ -155,4 +155,24 @@ struct Canvas {
   std::vector<uint8_t> pixels;
 };
 
+// A frame of several bands, and memory for its image.
+struct LargeFrame : ::testing::Test {
+  static constexpr uint32_t kWidth = 1000, kHeight = 700;
+  std::vector<uint16_t> samples = std::vector<uint16_t>(kWidth * kHeight, 5);
+  vistrel_frame frame = frameOf(samples, kWidth, kHeight, 12, VISTREL_GRBG);
+  vistrel_conversion conversion = defaultConversion(frame);
+  std::vector<uint8_t> pixels = std::vector<uint8_t>(kWidth * kHeight * 3, 77);
+  vistrel_image image{pixels.data(), pixels.size(), 0};
+
+  bool isUntouched() const {
+    return std::count(pixels.begin(), pixels.end(), 77) == ptrdiff_t(pixels.size());
+  }
+
+  vistrel_error rejection() {
+    vistrel_error error{};
+    vistrel_convert(&frame, &conversion, &image, &error);
+    return error;
+  }
+};
+
 }  // namespace vistrel

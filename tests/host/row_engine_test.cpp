@@ -1,0 +1,48 @@
+// Some rows of an image: the same bytes as in the whole image.
+#include "tests/host/random_case.h"
+#include "tests/host/rejection.h"
+
+namespace vistrel {
+namespace {
+
+TEST(RowsOfAnImage, AreThoseOfTheWholeImage) {
+  const OwnStream stream;
+  for (uint32_t seed = 0; seed < 4 * kCases; ++seed) {
+    const RandomCase c(seed);
+    if (!c.canBeSplit()) continue;
+    Choice choice(seed);
+    const uint32_t first = choice.below(c.expected.layout.height);
+    const uint32_t rows = 1 + choice.below(c.expected.layout.height - first);
+    Canvas canvas(c);
+    const auto image = canvas.image();
+    ASSERT_EQ(vistrel_convert_rows(stream, &c.frame, &c.conversion, &image, first, rows, nullptr),
+              VISTREL_OK);
+    ASSERT_TRUE(canvas.holds(c.expected, first, first + rows))
+        << c.text() << ": rows " << first << "+" << rows;
+  }
+}
+
+TEST(RowsOfAnImage, AreRejected) {
+  const OwnStream stream;
+  const std::vector<uint16_t> samples(20 * 20, 9);
+  vistrel_frame frame = frameOf(samples, 20, 20, 10, VISTREL_RGGB);
+  vistrel_conversion c = defaultConversion(frame);
+  std::vector<uint8_t> pixels(20 * 20 * 3);
+  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  vistrel_error error{};
+  const auto make = [&](uint32_t first, uint32_t rows) {
+    vistrel_convert_rows(stream, &frame, &c, &image, first, rows, &error);
+    return error;
+  };
+  expectError(make(0, 0), {VISTREL_BAD_ROWS, "rows", "0", "1 or more are allowed"});
+  expectError(make(19, 2), {VISTREL_BAD_ROWS, "rows", "19+2", "the image has 20 rows"});
+  expectError(make(0xFFFFFFFF, 2),
+              {VISTREL_BAD_ROWS, "rows", "4294967295+2", "the image has 20 rows"});
+  c.format = VISTREL_GRAY8, c.gray = VISTREL_RAW_GRAY, c.binning = 2;
+  expectError(make(0, 2),
+              {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
+               "binned, the library's own gray mixes all rows; they can't be made apart"});
+}
+
+}  // namespace
+}  // namespace vistrel
