@@ -147,11 +147,6 @@ StreamLease::~StreamLease() {
   if (after_ == State::kFree) pool().release(*slot_);
 }
 
-void StreamLease::checkIdle() const {
-  if (slot_ && slot_->begun)
-    reject(VISTREL_BAD_STREAM, "stream", "", "a conversion of pushed rows has begun on it");
-}
-
 uint32_t StreamLease::id() const { return slot_ ? g_pool->idOf(*slot_) : kStreams; }
 
 void StreamLease::checkIdle() const {

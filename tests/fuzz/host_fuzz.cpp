@@ -74,7 +74,7 @@ void convertAnother() {
   vistrel_conversion c{};
   vistrel_default_conversion(&frame, &c);
   c.format = VISTREL_GRAY8, c.gray = VISTREL_RAW_GRAY, c.binning = 2;
-  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   require(vistrel_convert(&frame, &c, &image, nullptr) == VISTREL_OK, "another conversion");
 }
 

@@ -29,7 +29,7 @@ TEST(SomeRows, CheckOnlyWhatTheyAreMadeFrom) {
   const vistrel_frame frame = frameOf(samples, 40, 60, 12, VISTREL_RGGB);
   const vistrel_conversion c = defaultConversion(frame);
   std::vector<uint8_t> pixels(40 * 60 * 3);
-  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   const auto make = [&](uint32_t first, uint32_t rows) {
     return vistrel_convert_rows(stream, &frame, &c, &image, first, rows, nullptr);
   };

@@ -49,8 +49,7 @@ struct FrameRowsTest : ::testing::Test {
 };
 
 TEST_F(FrameRowsTest, StayInTheFrameWherePossible) {
-  const vistrel_region region{3, 2, 9, 7};
-  conversion.region = &region;
+  conversion.region = {3, 2, 9, 7};
   expectRows({}, [&](uint32_t x, uint32_t y) { return at(x, y); });
   const Plan plan = makePlan(&frame, &conversion);
   core::Arena count;
@@ -75,7 +74,7 @@ TEST_F(FrameRowsTest, ArePrepared) {
   for (uint16_t& sample : samples) sample = uint16_t(sample << 4 | 5);
   frame.alignment = VISTREL_HIGH_BITS;
   conversion.truncate_to = 10;
-  conversion.black = 100;
+  for (uint32_t& black : conversion.black) black = 100;
   conversion.white_balance = VISTREL_BALANCE_GAINS;
   conversion.edges = VISTREL_EDGES_PADDED;
   const Gains gains{8192, 4096, 6000};  // red, green, blue

@@ -83,7 +83,7 @@ class Layer : Library {
     vistrel_conversion conversion{};
     VISTREL_NAME(*this, vistrel_default_conversion)(&frame, &conversion);
     std::vector<uint8_t> pixels(3 * samples.size());
-    const vistrel_image image{pixels.data(), pixels.size(), 0};
+    const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
     vistrel_error error{};
     EXPECT_EQ(VISTREL_NAME(*this, vistrel_convert)(&frame, &conversion, &image, &error), VISTREL_OK)
         << error.text;

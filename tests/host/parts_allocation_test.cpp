@@ -77,14 +77,14 @@ struct HeldStream : ::testing::TestWithParam<const vistrel_algorithm*> {
   vistrel_frame frame = frameOf(samples, kWidth, kHeight, 10, VISTREL_BGGR);
   vistrel_conversion conversion = defaultConversion(frame);
   std::vector<uint8_t> pixels = std::vector<uint8_t>(kWidth * kHeight * 4);
-  vistrel_image image{pixels.data(), pixels.size(), 0};
+  vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   vistrel_stream* stream = nullptr;
 
   HeldStream() {
     conversion.algorithm = GetParam()->code;
     conversion.format = VISTREL_RGBA32;
     conversion.edges = VISTREL_EDGES_PADDED;
-    conversion.black = 3;
+    for (uint32_t& black : conversion.black) black = 3;
     EXPECT_EQ(vistrel_stream_acquire(VISTREL_WAIT, &stream, nullptr), VISTREL_OK);
   }
   ~HeldStream() override { vistrel_stream_release(stream, nullptr); }

@@ -94,11 +94,11 @@ struct RandomCase {
     conversion.truncate_to = r.oneIn(4) ? 10 : 0;
     conversion.reduction = r.oneIn(3) ? r.below(8) : 0;
     conversion.edges = r.below(2);
-    conversion.black = r.oneIn(4) ? r.below(200) : 0;
+    for (uint32_t& black : conversion.black) black = r.oneIn(4) ? r.below(200) : 0;
     if (frame.phase != VISTREL_MONO) conversion.white_balance = r.below(3);
     for (auto& gain : conversion.gains) gain = 1000 + r.below(9000);
-    region = {r.below(6), r.below(6), frame.width / 2, frame.height / 2};
-    conversion.region = r.oneIn(2) ? &region : nullptr;
+    if (r.oneIn(2))
+      conversion.region = {r.below(6), r.below(6), frame.width / 2, frame.height / 2};
   }
 
   bool isPushable() const {
@@ -115,13 +115,12 @@ struct RandomCase {
     return fmt(frame.width) + "x" + fmt(frame.height) + " bits " + fmt(frame.bits) + " phase " +
            fmt(frame.phase) + ", algorithm " + fmt(c.algorithm) + ", format " + fmt(c.format) +
            ", binning " + fmt(c.binning) + ", edges " + fmt(c.edges) + ", region " +
-           fmt(c.region != nullptr);
+           fmt(c.region.width);
   }
   static std::string fmt(uint32_t n) { return std::to_string(n); }
 
   std::vector<uint8_t> samples;
   vistrel_frame frame{};
-  vistrel_region region{};
   vistrel_conversion conversion{};
   Image expected;
 };
@@ -132,7 +131,7 @@ struct Canvas {
       : rowBytes(c.expected.layout.row_bytes), stride(rowBytes + 5),
         pixels(stride * c.expected.layout.height, 77) {}
 
-  vistrel_image image() { return {pixels.data(), pixels.size(), stride}; }
+  vistrel_image image() { return {pixels.data(), pixels.size(), static_cast<ptrdiff_t>(stride), {}}; }
 
   // Whether these rows are as expected, and what is beside them as before; also all other rows,
   // unless these may already be in work.
@@ -162,7 +161,7 @@ struct LargeFrame : ::testing::Test {
   vistrel_frame frame = frameOf(samples, kWidth, kHeight, 12, VISTREL_GRBG);
   vistrel_conversion conversion = defaultConversion(frame);
   std::vector<uint8_t> pixels = std::vector<uint8_t>(kWidth * kHeight * 3, 77);
-  vistrel_image image{pixels.data(), pixels.size(), 0};
+  vistrel_image image{pixels.data(), pixels.size(), 0, {}};
 
   bool isUntouched() const {
     return std::count(pixels.begin(), pixels.end(), 77) == ptrdiff_t(pixels.size());

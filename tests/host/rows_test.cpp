@@ -28,7 +28,7 @@ TEST(Rows, AreRejected) {
   vistrel_frame frame = frameOf(samples, 20, 20, 10, VISTREL_RGGB);
   vistrel_conversion c = defaultConversion(frame);
   std::vector<uint8_t> pixels(20 * 20 * 3);
-  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   vistrel_error error{};
   const auto make = [&](uint32_t first, uint32_t rows) {
     vistrel_convert_rows(stream, &frame, &c, &image, first, rows, &error);
@@ -51,7 +51,7 @@ TEST(Rows, CheckOnlyWhatTheyAreMadeFrom) {
   const vistrel_frame frame = frameOf(samples, 40, 60, 12, VISTREL_RGGB);
   const vistrel_conversion c = defaultConversion(frame);
   std::vector<uint8_t> pixels(40 * 60 * 3);
-  const vistrel_image image{pixels.data(), pixels.size(), 0};
+  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   const auto make = [&](uint32_t first, uint32_t rows) {
     return vistrel_convert_rows(stream, &frame, &c, &image, first, rows, nullptr);
   };

@@ -57,13 +57,6 @@ TEST(Streams, MayBeTrimmed) {
   std::memset(lease.scratch(320), 1, 300);
 }
 
-TEST(Streams, MayBeTrimmed) {
-  StreamLease lease;
-  ASSERT_NE(lease.scratch(5000), nullptr);
-  lease.trim();
-  std::memset(lease.scratch(300), 1, 300);
-}
-
 TEST(Streams, ThatFailToGrowCanBeUsedAgain) {
   StreamLease lease;
   EXPECT_THROW(lease.scratch(SIZE_MAX / 2 / 64 * 64), std::bad_alloc);

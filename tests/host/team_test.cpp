@@ -39,7 +39,7 @@ TEST_F(Teams, ServesOneConversionAtATime) {
   std::atomic<bool> over = false;
   std::thread other([&] {
     std::vector<uint8_t> own(pixels.size());
-    const vistrel_image ownImage{own.data(), own.size(), 0};
+    const vistrel_image ownImage{own.data(), own.size(), 0, {}};
     while (!over) vistrel_convert(&frame, &conversion, &ownImage, nullptr);
   });
   vistrel_error error{};
