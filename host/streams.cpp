@@ -178,7 +178,11 @@ int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error) {
 }
 
 int32_t vistrel_stream_trim(vistrel_stream* stream, vistrel_error* error) {
-  return toStatus(error, [&] { StreamLease(stream).trim(); });
+  return toStatus(error, [&] {
+    StreamLease lease(stream);
+    lease.checkIdle();  // pushed rows are in the memory
+    lease.trim();
+  });
 }
 
 void vistrel_trim() {

@@ -40,7 +40,7 @@ enum {
   VISTREL_BAD_BLACK = 30,        /* a black level is above full scale */
   VISTREL_BAD_BALANCE = 31,      /* no such white balance, not one for this frame, or a bad gain */
   VISTREL_BAD_EDGES = 32,        /* no such edges, or not with raw gray */
-  VISTREL_BUSY_STREAM = 33,      /* another thread is converting on the stream */
+  VISTREL_BUSY_STREAM = 33,      /* a conversion runs on the stream, or takes pushed rows */
   VISTREL_BAD_CONTINUOUS = 34,   /* continuous is neither 0 nor 1 */
   VISTREL_BAD_WHITE = 35,        /* white is not 0 */
   VISTREL_BAD_THREADS = 36,      /* too many threads, or no team and no function to run tasks */

@@ -91,13 +91,15 @@ TEST_F(PushedFrame, StopsAtTheFirstExcessSample) {
 
 TEST_F(PushedFrame, KeepsItsStream) {
   ASSERT_EQ(begin(), VISTREL_OK);
-  const Rejection begun{VISTREL_BAD_STREAM, "stream", "",
+  const Rejection begun{VISTREL_BUSY_STREAM, "stream", "",
                         "a conversion of pushed rows has begun on it"};
   begin();
   expectError(error, begun);
   vistrel_stream_convert(stream, &frame, &conversion, &image, &error);
   expectError(error, begun);
   vistrel_convert_rows(stream, &frame, &conversion, &image, 0, 1, &error);
+  expectError(error, begun);
+  vistrel_stream_trim(stream, &error);
   expectError(error, begun);
   EXPECT_EQ(pushRows(0, kHeight), VISTREL_OK);
   expectComplete();

@@ -97,8 +97,7 @@ struct RandomCase {
     for (uint32_t& black : conversion.black) black = r.oneIn(4) ? r.below(200) : 0;
     if (frame.phase != VISTREL_MONO) conversion.white_balance = r.below(3);
     for (auto& gain : conversion.gains) gain = 1000 + r.below(9000);
-    if (r.oneIn(2))
-      conversion.region = {r.below(6), r.below(6), frame.width / 2, frame.height / 2};
+    if (r.oneIn(2)) conversion.region = {r.below(6), r.below(6), frame.width / 2, frame.height / 2};
   }
 
   bool isPushable() const {
@@ -131,7 +130,9 @@ struct Canvas {
       : rowBytes(c.expected.layout.row_bytes), stride(rowBytes + 5),
         pixels(stride * c.expected.layout.height, 77) {}
 
-  vistrel_image image() { return {pixels.data(), pixels.size(), static_cast<ptrdiff_t>(stride), {}}; }
+  vistrel_image image() {
+    return {pixels.data(), pixels.size(), static_cast<ptrdiff_t>(stride), {}};
+  }
 
   // Whether these rows are as expected, and what is beside them as before; also all other rows,
   // unless these may already be in work.
