@@ -14,15 +14,17 @@ namespace {
 template <class T>
 void checkExcessSamples(const Plan& p, const vistrel_frame& f) {
   const Significant<T> significant(f);
+  const uint32_t channels = channelsOf(f);
   const auto first = static_cast<uint32_t>(std::max<int64_t>(p.x, 0));
   const auto end = static_cast<uint32_t>(std::min<int64_t>(p.x + p.width, f.width));
   const auto top = std::max<int64_t>(p.y, 0);
   const auto bottom = std::min<int64_t>(p.y + p.height, f.height);
-  const auto* bytes = static_cast<const unsigned char*>(f.samples) + size_t{first} * sizeof(T);
+  const auto* bytes =
+      static_cast<const unsigned char*>(f.samples) + size_t{first} * channels * sizeof(T);
   for (int64_t y = top; y < bottom; ++y)
     significant.rejectExcess(bytes + static_cast<size_t>(y) * static_cast<size_t>(strideOf(f)),
-                             end - first, static_cast<uint32_t>(y),
-                             [=](size_t x) { return first + static_cast<uint32_t>(x); });
+                             size_t{end - first} * channels, static_cast<uint32_t>(y),
+                             [=](size_t i) { return first + static_cast<uint32_t>(i / channels); });
 }
 
 void convert(vistrel_stream* callerStream, const vistrel_frame* frame,

@@ -5,9 +5,10 @@
 
 #include "demosaic/algorithms.h"
 #include "demosaic/conversion.h"
-#include "demosaic/mono_rows.h"
+#include "demosaic/ready_rows.h"
 #include "demosaic/through_buffer.h"
 #include "host/frame_rows.h"
+#include "host/image_pixels.h"
 #include "host/tables.h"
 #include "output/finished_output.h"
 #include "output/image_output.h"
@@ -46,31 +47,36 @@ class Engine {
  public:
   Engine(const EngineCall& call, Arena& arena)
       : call_(call), p_(call.plan), c_(call.conversion),
-        source_(p_, call.frame, c_, call.gains, arena), pixels_(pixelsOf(arena)) {}
+        source_(p_, call.frame, c_, call.gains, arena), pixels_(call, arena) {}
 
   void run(ImageRows rows, Arena& arena) {
-    if (p_.throughBuffer) return runThroughBuffer(arena);
-    if (!p_.format->colour()) return runMono(rows, arena);
+    if (p_.throughBuffer)
+      runThroughBuffer(arena);
+    else if (isMosaic(call_.frame))
+      runDemosaic(rows, arena);
+    else
+      runReady(rows, arena);
+    pixels_.finish();
+  }
+
+ private:
+  void runDemosaic(ImageRows rows, Arena& arena) {
     const DemosaicAlgorithm<T> algorithm = algorithmOf<T>(c_.algorithm);
     const int first = engineRow(rows.first);
     if (finishes(algorithm)) {
-      FinishedOutput<T> output(memory(), p_.layout.row_bytes, engineRow(0), first, arena);
+      FinishedOutput<T> output(pixels_.firstPlane(), p_.layout.row_bytes, engineRow(0), first,
+                               arena);
       DemosaicJob<T> job = jobOf(rows, output);
       job.finishing = Finishing{p_.format->finish, shiftOf(), p_.pad, p_.layout.width};
       return make(algorithm, job, arena);
     }
     const size_t columns = p_.width;
-    ImageOutput<T> output(shapeOf(ImageOutput<T>::pitchOf(columns)), columns, first, pixels_,
+    ImageOutput<T> output(shapeOf(ImageOutput<T>::pitchOf(columns)), columns, first, pixels_.rows(),
                           arena);
     make(algorithm, jobOf(rows, output), arena);
   }
 
- private:
   int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
-
-  ImageMemory memory() const {
-    return {call_.pixels, call_.stride, p_.layout.bytes > kBypassBeyond};
-  }
 
   // Some algorithms work on pairs of rows, so the first row is even.
   DemosaicJob<T> jobOf(ImageRows rows, ImageSink<T>& image) {
@@ -96,24 +102,16 @@ class Engine {
   // Whether the algorithm can store bytes of the format at once.
   bool finishes(const DemosaicAlgorithm<T>& algorithm) const {
     return algorithm.finishes && algorithm.finishes() && !p_.rawGray && c_.binning == 1 &&
-           p_.format->bytes_per_sample == 1 && (sizeof(T) == 1 || isWindow(c_.reduction));
+           p_.format->planes == 1 && p_.format->bytes_per_sample == 1 &&
+           (sizeof(T) == 1 || isWindow(c_.reduction));
   }
   unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
 
-  PackedRows pixelsOf(Arena& arena) const {
-    const ImageMemory image = memory();
-    const auto kernel = p_.rawGray ? nullptr : p_.format->convert;
-    const auto convert = kernel ? pixelFormatKernels().*kernel : nullptr;
-    return PackedRows(image, p_.layout.width, p_.madeBytes, p_.format->pixelBytes(), convert,
-                      arena);
-  }
-
   // pitch: distance of two rows of a bin, in samples.
   OutputShape shapeOf(size_t pitch) {
-    const bool isMono = !p_.format->colour();
-    const Pack pack = isMono ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
+    const Pack pack = !p_.format->colour() ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
     return {.writer = writerOf(pack, pitch),
-            .changes = p_.rawGray || c_.binning > 1 || reduces(),
+            .changes = p_.rawGray || c_.binning > 1 || reduces() || (redFirst() && exchangesEnds()),
             .exchangesEnds = redFirst() && exchangesEnds(),
             .binning = c_.binning,
             .left = p_.pad * c_.binning,
@@ -123,8 +121,9 @@ class Engine {
   }
 
   bool redFirst() const { return p_.format->redFirst; }
-  // Binning treats the samples of a pixel differently, so it takes them in one order only.
-  bool exchangesEnds() const { return c_.binning > 1; }
+  // Binning treats the samples of a pixel differently, so it takes them in one order only. Finished
+  // pixels come in that order too.
+  bool exchangesEnds() const { return c_.binning > 1 || !isMosaic(call_.frame); }
 
   bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1; }
 
@@ -143,11 +142,11 @@ class Engine {
     return RowWriter(pack, c_.binning, pitch, width, table_, p_.bits - 10);
   }
 
-  void runMono(ImageRows rows, Arena& arena) {
-    const size_t columns = p_.width;
-    MonoRows<T> mono(source_, columns, {engineRow(rows.first), engineRow(rows.end)},
-                     shapeOf(MonoRows<T>::pitchOf(columns)), pixels_, arena);
-    if (!arena.counts()) mono.advance(mono.last());
+  void runReady(ImageRows rows, Arena& arena) {
+    const size_t columns = p_.width, channels = channelsOf(call_.frame);
+    ReadyRows<T> ready(source_, columns, channels, {engineRow(rows.first), engineRow(rows.end)},
+                       shapeOf(ReadyRows<T>::pitchOf(columns, channels)), pixels_.rows(), arena);
+    if (!arena.counts()) ready.advance(ready.last());
   }
 
   // The library's own binned gray mixes rows of the work buffer.
@@ -170,10 +169,11 @@ class Engine {
         region, p_.phase,         0,     0, p_.bits, samples, p_.width, work, guardedLayout(region),
         result, p_.layout.height, output};
     if (!convertThroughBuffer(conversion, algorithmOf<T>(c_.algorithm))) throw std::bad_alloc();
+    PixelRows& pixels = pixels_.rows();
     for (uint32_t y = 0; y < p_.layout.height; ++y) {
-      pixels_.begin(y);
-      pixels_.append(result + y * p_.layout.row_bytes, p_.layout.width);
-      pixels_.end();
+      pixels.begin(y);
+      pixels.append(result + y * p_.layout.row_bytes, p_.layout.width);
+      pixels.end();
     }
   }
 
@@ -185,14 +185,11 @@ class Engine {
               table,           c_.binning - 1, p_.layout.bits, true};
   }
 
-  // Measured: ordinary stores win below, those past the caches above.
-  static constexpr size_t kBypassBeyond = size_t{12} << 20;
-
   const EngineCall& call_;
   const Plan& p_;
   const vistrel_conversion& c_;
   FrameRows<T> source_;
-  PackedRows pixels_;
+  ImagePixels pixels_;
   uint8_t table_[kTableEntries];
 };
 

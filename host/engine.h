@@ -21,7 +21,8 @@ struct ImageRows {
   uint32_t first, end;
 };
 
-// Makes them. From an arena that counts it only takes the memory that it needs.
+// Makes them. Bands begin on rows that are multiples of rowsThatBelongTogether(). From an arena
+// that counts it only takes the memory that it needs.
 void makeRows(const EngineCall& call, ImageRows rows, core::Arena& arena);
 
 }  // namespace vistrel::host

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "host/packings.h"
 #include "samples/mirror.h"
 
 namespace vistrel::host {
@@ -24,25 +25,36 @@ template <class T>
 FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
                         const vistrel_conversion& conversion, const Gains& gains,
                         core::Arena& arena)
-    : plan_(plan), frame_(frame), conversion_(conversion), gains_(gains) {
+    : plan_(plan), frame_(frame), conversion_(conversion), gains_(gains),
+      packing_(packingOf(frame)) {
   const bool masks = conversion.excess == VISTREL_MASK && frame.bits < 8 * sizeof(T);
-  isReady_ = !masks && !belowOf(frame) && !conversion.black && !conversion.white_balance &&
-             plan.bits == frame.bits;
+  isReady_ = !(masks && !isTight(frame.packing)) && !belowOf(frame) && !conversion.black &&
+             !conversion.white_balance && plan.bits == frame.bits;
   const int64_t first = std::max<int64_t>(plan.x, 0);
   const int64_t end = std::min<int64_t>(plan.x + plan.width, frame.width);
-  left_ = static_cast<size_t>(first - plan.x);
-  count_ = static_cast<size_t>(end - first);
-  right_ = plan.width - left_ - count_;
-  if (!isReady_ || left_ || right_ || !isAligned<T>(frame)) line_ = arena.take<T>(plan.width);
+  const size_t channels = channelsOf(frame);
+  first_ = static_cast<size_t>(first) * channels;
+  left_ = static_cast<size_t>(first - plan.x) * channels;
+  count_ = static_cast<size_t>(end - first) * channels;
+  right_ = plan.width * channels - left_ - count_;
+  if (packing_ || !isReady_ || left_ || right_ || !isAligned<T>(frame))
+    line_ = arena.take<T>(plan.width * channels);
 }
 
-// The first of the row's samples that the frame has.
 template <class T>
-const unsigned char* FrameRows<T>::bytesOf(int y) const {
+const unsigned char* FrameRows<T>::rowOf(int y) const {
   const size_t row = core::mirrored(plan_.y + y, frame_.height);
-  const auto column = static_cast<size_t>(plan_.x + static_cast<int64_t>(left_));
   return static_cast<const unsigned char*>(frame_.samples) +
-         row * static_cast<size_t>(strideOf(frame_)) + column * sizeof(T);
+         row * static_cast<size_t>(strideOf(frame_));
+}
+
+// What the engine will fetch of the row while it makes another. Packed samples take more than a
+// byte; what is fetched of them is the greater part.
+template <class T>
+core::Prefetcher FrameRows<T>::fetchOf(int y) const {
+  if (y >= static_cast<int>(plan_.height)) return {};
+  const size_t skipped = packing_ ? core::packedBytes(*packing_, first_) : first_ * sizeof(T);
+  return {rowOf(y) + skipped, packing_ ? 1 : sizeof(T)};
 }
 
 template <class T>
@@ -59,17 +71,28 @@ core::Preparation FrameRows<T>::preparationOf(int y) const {
           {gainAt(left_), gainAt(left_ + 1)}};
 }
 
+// The samples that the frame has.
+template <class T>
+void FrameRows<T>::load(int y, T* samples) const {
+  const unsigned char* const row = rowOf(y);
+  const void* from = row + first_ * sizeof(T);
+  if (packing_) {
+    const size_t all = size_t{frame_.width} * channelsOf(frame_);
+    core::unpackPart(*packing_, row, all, first_, first_ + count_, samples);
+    from = samples;
+  }
+  if (!isReady_)
+    core::prepareRow(from, count_, samples, preparationOf(y));
+  else if (!packing_)
+    std::memcpy(samples, from, count_ * sizeof(T));
+}
+
 template <class T>
 const T* FrameRows<T>::row(int y) {
-  const unsigned char* const bytes = bytesOf(y);
-  const bool hasNext = y + 1 < static_cast<int>(plan_.height);
-  this->next_ = hasNext ? core::Prefetcher(bytesOf(y + 1), sizeof(T)) : core::Prefetcher();
-  if (!line_) return reinterpret_cast<const T*>(bytes);
+  this->next_ = fetchOf(y + 1);
+  if (!line_) return reinterpret_cast<const T*>(rowOf(y) + first_ * sizeof(T));
   T* const samples = line_ + left_;
-  if (isReady_)
-    std::memcpy(samples, bytes, count_ * sizeof(T));
-  else
-    core::prepareRow(bytes, count_, samples, preparationOf(y));
+  load(y, samples);
   core::mirrorEnds(samples, count_, left_, right_);
   return line_;
 }

@@ -1,5 +1,7 @@
 #include "host/packings.h"
 
+#include <bit>
+
 #include "host/status.h"
 
 namespace vistrel::host {
@@ -29,7 +31,8 @@ constexpr PackingRow kPackings[] = {
 
 }  // namespace
 
-core::Packing findPacking(uint32_t code, uint32_t bits) {
+core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structure,
+                          std::string_view zero) {
   std::string packings, allowed, name;
   for (const PackingRow& row : kPackings) {
     if (row.code == code && row.minBits <= bits && bits <= row.maxBits) return row.packing;
@@ -38,12 +41,22 @@ core::Packing findPacking(uint32_t code, uint32_t bits) {
       allowed += fmt::format("{}{}", allowed.empty() ? "" : ", ", row.minBits) +
                  (row.maxBits > row.minBits ? fmt::format(" to {}", row.maxBits) : "");
     }
-    if (packings.find(row.name) == packings.npos)
-      packings += fmt::format("{}{} ({})", packings.empty() ? "" : ", ", row.name, row.code);
+    if (packings.find(row.code ? row.name : zero) == packings.npos)
+      packings += fmt::format("{}{} ({})", packings.empty() ? "" : ", ", row.code ? row.name : zero,
+                              row.code);
   }
   if (allowed.empty())
-    reject(VISTREL_BAD_PACKING, "packed.packing", code, "{} are allowed", packings);
-  reject(VISTREL_BAD_BITS, "packed.bits", bits, "packing {} allows {}", name, allowed);
+    reject(VISTREL_BAD_PACKING, fmt::format("{}.packing", structure), code, "{} are allowed",
+           packings);
+  reject(VISTREL_BAD_BITS, fmt::format("{}.bits", structure), bits, "packing {} allows {}", name,
+         allowed);
+}
+
+std::optional<core::Packing> packingOf(const vistrel_frame& frame) {
+  constexpr bool isLittle = std::endian::native == std::endian::little;
+  constexpr uint32_t native = isLittle ? VISTREL_PACKING_LITTLE : VISTREL_PACKING_BIG;
+  if (!frame.packing || frame.packing == native) return std::nullopt;
+  return findPacking(frame.packing, frame.bits, "frame", "");
 }
 
 }  // namespace vistrel::host

@@ -110,27 +110,6 @@ int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error);
 int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversion* conversion,
                               uint32_t gains[3], vistrel_error* error);
 
-/*
- * Packings: how samples lie in a packed frame. A row's last group may have fewer
- * samples than the others; it then takes only the bytes that these need,
- * ceil(samples * bits / 8).
- */
-enum {
-  VISTREL_PACKING_BYTES = 0,  /* 8 bits: a byte each */
-  VISTREL_PACKING_LITTLE = 1, /* 8..16 bits: two bytes each, low byte first */
-  VISTREL_PACKING_BIG = 2,    /* 8..16 bits: two bytes each, high byte first */
-  /* 10, 12, 14 bits, PFNC's "p": a stream of bits, the lowest bits of a sample and of a byte
-     first: 4 samples in 5 bytes, 2 in 3, 4 in 7. */
-  VISTREL_PACKING_PFNC = 3,
-  /* 10, 12 bits, GigE Vision's "Packed": 2 samples in 3 bytes: the high 8 bits of the first; the
-     low bits of both, the first one's from bit 0 and the second one's from bit 4; the high 8 bits
-     of the second. */
-  VISTREL_PACKING_GIGE = 4,
-  /* 10, 12, 14 bits, MIPI CSI-2: 4 samples in 5 bytes, 2 in 3, 4 in 7: the high 8 bits of each,
-     then the low bits of each as a stream that begins in bit 0. */
-  VISTREL_PACKING_MIPI = 5
-};
-
 /* A packed frame, in the caller's memory for the length of a call. */
 typedef struct vistrel_packed {
   const void* bytes;    /* first byte */
