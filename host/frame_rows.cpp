@@ -26,7 +26,7 @@ FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
                         const vistrel_conversion& conversion, const Gains& gains,
                         core::Arena& arena)
     : plan_(plan), frame_(frame), conversion_(conversion), gains_(gains),
-      packing_(packingOf(frame)) {
+      packing_(packingOf(frame)), stride_(static_cast<size_t>(strideOf(frame))) {
   const bool masks = conversion.excess == VISTREL_MASK && frame.bits < 8 * sizeof(T);
   isReady_ = !(masks && !isTight(frame.packing)) && !belowOf(frame) && !conversion.black &&
              !conversion.white_balance && plan.bits == frame.bits;
@@ -44,8 +44,7 @@ FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
 template <class T>
 const unsigned char* FrameRows<T>::rowOf(int y) const {
   const size_t row = core::mirrored(plan_.y + y, frame_.height);
-  return static_cast<const unsigned char*>(frame_.samples) +
-         row * static_cast<size_t>(strideOf(frame_));
+  return static_cast<const unsigned char*>(frame_.samples) + row * stride_;
 }
 
 // What the engine will fetch of the row while it makes another. Packed samples take more than a

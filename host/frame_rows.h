@@ -35,6 +35,7 @@ class FrameRows final : public core::RowSource<T> {
   Gains gains_;
   std::optional<core::Packing> packing_;
   bool isReady_;                 // samples need no preparation
+  size_t stride_;                // of the frame
   size_t first_;                 // the first of a frame's row that is wanted
   size_t left_, count_, right_;  // samples: mirrored ones, the frame's, mirrored ones
   T* line_ = nullptr;            // null where rows stay in the frame

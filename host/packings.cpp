@@ -29,21 +29,24 @@ constexpr PackingRow kPackings[] = {
     {VISTREL_PACKING_MIPI, "MIPI", 14, 14, Packing::mipi14},
 };
 
-}  // namespace
+const PackingRow* findRow(uint32_t code, uint32_t bits) {
+  for (const PackingRow& row : kPackings)
+    if (row.code == code && row.minBits <= bits && bits <= row.maxBits) return &row;
+  return nullptr;
+}
 
-core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structure,
-                          std::string_view zero) {
+[[noreturn]] void rejectPacking(uint32_t code, uint32_t bits, std::string_view structure,
+                                std::string_view zero) {
   std::string packings, allowed, name;
   for (const PackingRow& row : kPackings) {
-    if (row.code == code && row.minBits <= bits && bits <= row.maxBits) return row.packing;
     if (row.code == code) {
       name = row.name;
       allowed += fmt::format("{}{}", allowed.empty() ? "" : ", ", row.minBits) +
                  (row.maxBits > row.minBits ? fmt::format(" to {}", row.maxBits) : "");
     }
-    if (packings.find(row.code ? row.name : zero) == packings.npos)
-      packings += fmt::format("{}{} ({})", packings.empty() ? "" : ", ", row.code ? row.name : zero,
-                              row.code);
+    const std::string_view known = row.code ? row.name : zero;
+    if (packings.find(known) == packings.npos)
+      packings += fmt::format("{}{} ({})", packings.empty() ? "" : ", ", known, row.code);
   }
   if (allowed.empty())
     reject(VISTREL_BAD_PACKING, fmt::format("{}.packing", structure), code, "{} are allowed",
@@ -52,11 +55,20 @@ core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structu
          allowed);
 }
 
+}  // namespace
+
+core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structure,
+                          std::string_view zero) {
+  const PackingRow* const row = findRow(code, bits);
+  if (!row) rejectPacking(code, bits, structure, zero);
+  return row->packing;
+}
+
 std::optional<core::Packing> packingOf(const vistrel_frame& frame) {
   constexpr bool isLittle = std::endian::native == std::endian::little;
   constexpr uint32_t native = isLittle ? VISTREL_PACKING_LITTLE : VISTREL_PACKING_BIG;
   if (!frame.packing || frame.packing == native) return std::nullopt;
-  return findPacking(frame.packing, frame.bits, "frame", "");
+  return findRow(frame.packing, frame.bits)->packing;
 }
 
 }  // namespace vistrel::host

@@ -13,10 +13,12 @@ void* PackedRows::inPlace(size_t y) { return convert_ || rows_.hasLine() ? nullp
 
 void PackedRows::begin(size_t y) { rows_.begin(y); }
 
+void* PackedRows::next() { return convert_ ? nullptr : rows_.next(); }
+
 void PackedRows::append(const void* pixels, size_t n) {
   if (convert_)
     convert_(pixels, n, rows_.next());
-  else
+  else if (pixels != rows_.next())
     std::memcpy(rows_.next(), pixels, n * sourceBytes_);
   rows_.filled(n * pixelBytes_);
 }

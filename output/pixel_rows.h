@@ -17,6 +17,8 @@ class PixelRows {
   virtual void* inPlace(size_t y) = 0;
 
   virtual void begin(size_t y) = 0;
+  // Where the next pixels of the row may be made, which then append() finds; null if it converts.
+  virtual void* next() = 0;
   // The next n pixels of the row.
   virtual void append(const void* pixels, size_t n) = 0;
   virtual void end() = 0;
@@ -35,6 +37,7 @@ class PackedRows final : public PixelRows {
 
   void* inPlace(size_t y) override;
   void begin(size_t y) override;
+  void* next() override;
   void append(const void* pixels, size_t n) override;
   void end() override;
 
@@ -51,6 +54,7 @@ class PlanarRows final : public PixelRows {
 
   void* inPlace(size_t) override { return nullptr; }
   void begin(size_t y) override;
+  void* next() override { return nullptr; }
   void append(const void* pixels, size_t n) override;
   void end() override;
 

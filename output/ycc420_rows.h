@@ -18,6 +18,7 @@ class Ycc420Rows final : public PixelRows {
 
   void* inPlace(size_t) override { return nullptr; }
   void begin(size_t y) override;
+  void* next() override { return nullptr; }
   void append(const void* pixels, size_t n) override;
   void end() override;
 
