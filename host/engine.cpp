@@ -70,10 +70,16 @@ class Engine {
       job.finishing = Finishing{p_.format->finish, shiftOf(), p_.pad, p_.layout.width};
       return make(algorithm, job, arena);
     }
-    const size_t columns = p_.width;
-    ImageOutput<T> output(shapeOf(ImageOutput<T>::pitchOf(columns)), columns, first, pixels_.rows(),
-                          arena);
-    make(algorithm, jobOf(rows, output), arena);
+    // Columns of padding, an even number, that the algorithm need not make.
+    const uint32_t left = c_.binning == 1 && algorithm.makesRoi ? p_.pad : 0;
+    const uint32_t columns = p_.width - 2 * left;
+    OutputShape shape = shapeOf(ImageOutput<T>::pitchOf(columns));
+    shape.left -= left;
+    ImageOutput<T> output(shape, columns, first, pixels_.rows(), arena);
+    DemosaicJob<T> job = jobOf(rows, output);
+    job.roi.x = int(left);
+    job.roi.width = int(columns);
+    make(algorithm, job, arena);
   }
 
   int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
