@@ -144,6 +144,23 @@ int32_t vistrel_get_packed_layout(const vistrel_packed* packed, vistrel_packed_l
 int32_t vistrel_unpack(const vistrel_packed* packed, void* samples, size_t size,
                        vistrel_error* error);
 
+/*
+ * Filters finished pixels into image, which has the picture's size and format, or
+ * in place: if image has the picture's memory and stride. Acquires and releases a
+ * stream as vistrel_convert does.
+ *
+ * A weighted sum is divided, truncated toward zero and clamped to 0..255, or to
+ * 0..1023 for 16-bit samples. The outermost pixels on every side stay unchanged;
+ * with VISTREL_FILTER_BOX the last row and the last column, for 16-bit samples the
+ * last three columns; with VISTREL_FILTER_FIVE two rows at the top, two at the
+ * bottom and the last four columns. A picture in which nothing would change is
+ * rejected. Pixels of several bytes are filtered as libVistrel does it: with three,
+ * the weights left and right of the centre apply to the bytes beside the centre's;
+ * with four, the lower left weight applies to the byte before the lower one.
+ */
+int32_t vistrel_filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
+                       const vistrel_image* image, vistrel_error* error);
+
 /* The format at an index, counted from 0; null past the last one. */
 const vistrel_format* vistrel_format_at(size_t index);
 

@@ -328,4 +328,31 @@ typedef struct vistrel_algorithm {
   uint32_t min_size; /* minimum width and height of a region with native edges, in sensor pixels */
 } vistrel_algorithm;
 
+/* What a filter computes. */
+enum {
+  VISTREL_FILTER_WEIGHTS = 0, /* the weighted sum of 3x3 pixels, divided */
+  VISTREL_FILTER_BOX = 1,     /* the mean of 2x2 samples; for one channel */
+  VISTREL_FILTER_FIVE = 2     /* the mean of five samples of one colour of a mosaic; for one
+                                 channel */
+};
+
+/* A filter. */
+typedef struct vistrel_kernel {
+  uint32_t filter;      /* VISTREL_FILTER_... */
+  int32_t divisor;      /* not 0; only read for VISTREL_FILTER_WEIGHTS, like the weights */
+  int32_t weights[9];   /* row by row, upper left first */
+  uint32_t reserved[5]; /* 0 */
+} vistrel_kernel;
+
+/* Finished pixels, in the caller's memory for the length of a call. */
+typedef struct vistrel_picture {
+  const void* pixels;   /* first pixel, at any alignment */
+  size_t size;          /* bytes that may be read from there */
+  size_t stride;        /* bytes from row to row; 0: rows have no padding */
+  uint32_t width;       /* pixels, from 1 */
+  uint32_t height;      /* pixels, from 1 */
+  uint32_t format;      /* a format of one plane, but for BGR48 and RGB48 */
+  uint32_t reserved[5]; /* 0 */
+} vistrel_picture;
+
 #endif
