@@ -180,28 +180,5 @@ TEST_P(Planes, CountAsMemoryThatMustNotOverlap) {
   EXPECT_EQ(vistrel_convert(&behind, &c, &later, nullptr), VISTREL_OVERLAP);
 }
 
-// The promise changes no byte.
-TEST(Destination, ChangesNoPixel) {
-  const auto samples = samplesOf<uint16_t>(1201, 903, texture);
-  const vistrel_frame frame = frameOf(samples.data(), 1201, 903, 10, VISTREL_GRBG);
-  for (size_t i = 0; const vistrel_format* format = vistrel_format_at(i); ++i)
-    for (uint32_t binning = 1; binning <= 2 && !format->mono; ++binning) {
-      vistrel_conversion c = bilinear();
-      c.format = format->code, c.binning = binning;
-      const Image soon = convert(frame, c);
-      c.destination = VISTREL_READ_LATER;
-      EXPECT_TRUE(convert(frame, c).pixels == soon.pixels) << format->name;
-    }
-}
-
-TEST(Destination, IsSoonOrLater) {
-  const vistrel_frame frame = frameOf(static_cast<const uint8_t*>(nullptr), 8, 8, VISTREL_GRBG);
-  vistrel_conversion c = bilinear();
-  c.format = VISTREL_BGR24;
-  c.destination = 2;
-  expectError(rejectionOf(frame, c), {VISTREL_BAD_DESTINATION, "conversion.destination", "2",
-                                      "0 (read soon) and 1 (read later) are allowed"});
-}
-
 }  // namespace
 }  // namespace vistrel
