@@ -11,7 +11,7 @@ class ReadyRows final : public Demosaic<T> {
  public:
   // rows: of the source, whole bins. columns: of a row. channels: samples of a pixel.
   ReadyRows(RowSource<T>& source, size_t columns, size_t channels, RowInterval rows,
-               const OutputShape& shape, PixelRows& pixels, Arena& arena)
+            const OutputShape& shape, PixelRows& pixels, Arena& arena)
       : source_(source), channels_(channels), samples_(columns * channels), rows_(rows),
         next_(rows.first), shape_(shape), pixels_(pixels), chunks_(shape, pixels, arena),
         stage_(shape.binning > 1 ? arena.take<T>(shape.binning * samples_) : nullptr) {}
