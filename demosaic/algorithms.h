@@ -16,6 +16,8 @@ struct DemosaicAlgorithm {
   void (*inPlace)(const Conversion<T>& conversion) = nullptr;
   // Whether it can finish pixels at the current level. Null if it never can.
   bool (*finishes)() = nullptr;
+  // Whether it leaves out the columns beside a job's roi, which begins in an even one.
+  bool makesRoi = false;
 };
 
 template <class T>

@@ -37,19 +37,24 @@ class Bilinear {
   auto sweep() {
     return sweepGuarded(job_, ring_, 1, [this](int y, RowSink<T>& sink) {
       if (job_.finishing) return finish(y, reinterpret_cast<uint8_t*>(sink.row()));
-      kernels_.ofRow(job_.order, y)(ring_.template window<1>(y), ring_.columns(), sink);
+      const auto columns = static_cast<size_t>(job_.roi.width);
+      kernels_.ofRow(job_.order, y)(windowAt(y, static_cast<size_t>(job_.roi.x)), columns, sink);
     });
   }
 
   static bool finishes() { return VISTREL_BY_LEVEL(kFinishedBilinear<T>)->of[0][0][0] != nullptr; }
 
  private:
+  // Of row y, from an even column on.
+  HalfRowWindow<T, 1> windowAt(int y, size_t column) const {
+    return windowOf<1>(
+        y, [=, this](int row, unsigned parity) { return ring_.half(row, parity) + column / 2; });
+  }
+
   void finish(int y, uint8_t* pixels) const {
     const Finishing& f = *job_.finishing;
-    const auto window = windowOf<1>(y, [&](int row, unsigned parity) -> const T* {
-      return ring_.half(row, parity) + f.left / 2;
-    });
-    finished_.ofRow(f.finish, job_.order, y)(window, f.width, f.shift, pixels, ring_.nextSource());
+    finished_.ofRow(f.finish, job_.order, y)(windowAt(y, f.left), f.width, f.shift, pixels,
+                                             ring_.nextSource());
   }
 
   DemosaicJob<T> job_;
@@ -62,7 +67,7 @@ class Bilinear {
 
 template <class T>
 DemosaicAlgorithm<T> bilinear() {
-  return {makeDemosaic<T, Bilinear>, bilinearInPlace<T>, Bilinear<T>::finishes};
+  return {makeDemosaic<T, Bilinear>, bilinearInPlace<T>, Bilinear<T>::finishes, true};
 }
 VISTREL_DEMOSAIC_ALGORITHM(bilinear);
 

@@ -64,7 +64,12 @@ void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
   if (first >= height || count > height - first)
     reject(VISTREL_BAD_ROWS, "rows", fmt::format("{}+{}", first, count), "the image has {} rows",
            height);
-  convert(stream, plan, {first, first + count}, frame, conversion, image);
+  const uint32_t together = rowsThatBelongTogether(*plan.format);
+  const uint32_t end = first + count;
+  if (first % together || (end % together && end < height))
+    reject(VISTREL_BAD_ROWS, "rows", fmt::format("{}+{}", first, count),
+           "rows of {} are made in pairs, as they share chroma", plan.format->name);
+  convert(stream, plan, {first, end}, frame, conversion, image);
 }
 
 }  // namespace

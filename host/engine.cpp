@@ -26,7 +26,7 @@ void makeThroughBuffer(const EngineCall& call, Arena& arena) {
   const Plan& p = call.plan;
   const vistrel_conversion& c = call.conversion;
   FrameRows<T> source(p, call.frame, c, call.gains, arena);
-  PackedRows pixels = pixelsOf(call, arena);
+  ImagePixels pixels(call, arena);
   T* const samples = arena.take<T>(size_t{p.width} * p.height);
   T* const work = arena.take<T>(workBufferBytes(p.width, p.height) / 2);
   uint8_t* const result = arena.take<uint8_t>(p.layout.bytes);
@@ -46,9 +46,9 @@ void makeThroughBuffer(const EngineCall& call, Arena& arena) {
       result, p.layout.height, output};
   if (!convertThroughBuffer(conversion, algorithmOf<T>(c.algorithm))) throw std::bad_alloc();
   for (uint32_t y = 0; y < p.layout.height; ++y) {
-    pixels.begin(y);
-    pixels.append(result + y * p.layout.row_bytes, p.layout.width);
-    pixels.end();
+    pixels.rows().begin(y);
+    pixels.rows().append(result + y * p.layout.row_bytes, p.layout.width);
+    pixels.rows().end();
   }
   storeFence();
 }

@@ -12,18 +12,19 @@ constexpr int64_t kReach = 9;
 
 template <class T>
 const void* firstOf(const FramePart& part, const void* row) {
-  return static_cast<const unsigned char*>(row) + part.left * sizeof(T);
+  return static_cast<const unsigned char*>(row) + size_t{part.left} * part.channels * sizeof(T);
 }
 
 template <class T>
 void checkRow(const vistrel_frame& f, const FramePart& part, const void* row, uint32_t y) {
-  Significant<T>(f).rejectExcess(firstOf<T>(part, row), part.right - part.left, y,
-                                 [&](size_t x) { return part.left + static_cast<uint32_t>(x); });
+  Significant<T>(f).rejectExcess(firstOf<T>(part, row), part.samples(), y, [&](size_t i) {
+    return part.left + static_cast<uint32_t>(i / part.channels);
+  });
 }
 
 template <class T>
 bool exceeds(const vistrel_frame& f, const FramePart& part, const void* row) {
-  return Significant<T>(f).exceeded(firstOf<T>(part, row), part.right - part.left);
+  return Significant<T>(f).exceeded(firstOf<T>(part, row), part.samples());
 }
 
 void lower(std::atomic<uint32_t>& least, uint32_t value) {
@@ -42,7 +43,8 @@ FramePart partOf(const Plan& p, const vistrel_frame& f, const vistrel_conversion
         std::clamp(i, std::max<int64_t>(from, 0), std::min<int64_t>(from + size, limit)));
   };
   return {clamped(p.x, p.x, p.width, f.width), clamped(p.x + p.width, p.x, p.width, f.width),
-          clamped(top, p.y, p.height, f.height), clamped(bottom, p.y, p.height, f.height)};
+          clamped(top, p.y, p.height, f.height), clamped(bottom, p.y, p.height, f.height),
+          channelsOf(f)};
 }
 
 void checkExcessSamples(const vistrel_frame& f, const FramePart& part, const void* row,
@@ -54,7 +56,7 @@ void checkExcessSamples(const vistrel_frame& f, const FramePart& part, const voi
 void checkExcessSamples(const vistrel_frame& f, const FramePart& part, uint32_t threads,
                         const Crew& crew) {
   constexpr uint32_t kNone = std::numeric_limits<uint32_t>::max();
-  if (f.bits == 8 * f.bytes_per_sample) return;
+  if (f.bits == 8 * f.bytes_per_sample || isTight(f.packing)) return;
   const auto rowAt = [&](uint32_t y) {
     return static_cast<const unsigned char*>(f.samples) + y * static_cast<size_t>(strideOf(f));
   };

@@ -8,6 +8,9 @@ namespace vistrel::host {
 // Columns left .. right - 1 of rows top .. bottom - 1.
 struct FramePart {
   uint32_t left, right, top, bottom;
+  uint32_t channels;  // samples of a pixel
+
+  size_t samples() const { return size_t{right - left} * channels; }  // of a row
 };
 
 // Whatever rows of the image are made from.

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <iterator>
 
+#include "host/packings.h"
 #include "samples/mirror.h"
 
 namespace vistrel::host {
@@ -24,18 +25,20 @@ bool isAligned(const vistrel_frame& f) {
 template <class T>
 RowPreparation<T>::RowPreparation(const Plan& plan, const vistrel_frame& frame,
                                   const vistrel_conversion& conversion, const Gains& gains)
-    : plan_(plan), frame_(frame), conversion_(conversion), gains_(gains) {
+    : plan_(plan), frame_(frame), conversion_(conversion), gains_(gains),
+      packing_(packingOf(frame)) {
   const bool masks = conversion.excess == VISTREL_MASK && frame.bits < 8 * sizeof(T);
   const bool subtracts = std::any_of(std::begin(conversion.black), std::end(conversion.black),
                                      [](uint32_t black) { return black != 0; });
-  isReady_ = !masks && !belowOf(frame) && !subtracts && !conversion.white_balance &&
-             plan.bits == frame.bits;
+  isReady_ = !(masks && !isTight(frame.packing)) && !belowOf(frame) && !subtracts &&
+             !conversion.white_balance && plan.bits == frame.bits;
   const int64_t first = std::max<int64_t>(plan.x, 0);
   const int64_t end = std::min<int64_t>(plan.x + plan.width, frame.width);
-  first_ = static_cast<size_t>(first);
-  left_ = static_cast<size_t>(first - plan.x);
-  count_ = static_cast<size_t>(end - first);
-  right_ = plan.width - left_ - count_;
+  const size_t channels = channelsOf(frame);
+  first_ = static_cast<size_t>(first) * channels;
+  left_ = static_cast<size_t>(first - plan.x) * channels;
+  count_ = static_cast<size_t>(end - first) * channels;
+  right_ = plan.width * channels - left_ - count_;
 }
 
 template <class T>
@@ -55,10 +58,16 @@ core::Preparation RowPreparation<T>::preparationOf(int y) const {
 template <class T>
 void RowPreparation<T>::make(int y, const unsigned char* frameRow, T* row) const {
   T* const samples = row + left_;
-  if (isReady_)
-    std::memcpy(samples, begin(frameRow), count_ * sizeof(T));
-  else
-    core::prepareRow(begin(frameRow), count_, samples, preparationOf(y));
+  const void* from = begin(frameRow);
+  if (packing_) {
+    const size_t all = size_t{frame_.width} * channelsOf(frame_);
+    core::unpackPart(*packing_, frameRow, all, first_, first_ + count_, samples);
+    from = samples;
+  }
+  if (!isReady_)
+    core::prepareRow(from, count_, samples, preparationOf(y));
+  else if (!packing_)
+    std::memcpy(samples, from, count_ * sizeof(T));
   core::mirrorEnds(samples, count_, left_, right_);
 }
 
@@ -67,7 +76,8 @@ FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
                         const vistrel_conversion& conversion, const Gains& gains,
                         core::Arena& arena)
     : plan_(plan), frame_(frame), preparation_(plan, frame, conversion, gains) {
-  if (!preparation_.copies() || !isAligned<T>(frame)) line_ = arena.take<T>(plan.width);
+  if (!preparation_.copies() || !isAligned<T>(frame))
+    line_ = arena.take<T>(size_t{plan.width} * channelsOf(frame));
 }
 
 template <class T>
@@ -81,8 +91,7 @@ template <class T>
 const T* FrameRows<T>::row(int y) {
   const unsigned char* const frameRow = rowOf(y);
   const bool hasNext = y + 1 < static_cast<int>(plan_.height);
-  this->next_ =
-      hasNext ? core::Prefetcher(preparation_.begin(rowOf(y + 1)), sizeof(T)) : core::Prefetcher();
+  this->next_ = hasNext ? preparation_.fetch(rowOf(y + 1)) : core::Prefetcher();
   if (!line_) return reinterpret_cast<const T*>(preparation_.begin(frameRow));
   preparation_.make(y, frameRow, line_);
   return line_;

@@ -1,11 +1,14 @@
 // The rows of a frame as a conversion reads them: ready samples, with their surroundings.
 #pragma once
 
+#include <optional>
+
 #include "common/rows/arena.h"
 #include "common/rows/row_source.h"
 #include "host/plan.h"
 #include "host/preparation.h"
 #include "samples/prepare.h"
+#include "samples/unpack.h"
 
 namespace vistrel::host {
 
@@ -18,11 +21,16 @@ class RowPreparation {
                  const Gains& gains);
 
   // Whether the plan's rows are parts of the frame's.
-  bool copies() const { return isReady_ && !left_ && !right_; }
+  bool copies() const { return !packing_ && isReady_ && !left_ && !right_; }
 
-  // The first sample that is read of a row of the frame.
+  // The first byte that is read of a row of the frame.
   const unsigned char* begin(const unsigned char* frameRow) const {
-    return frameRow + first_ * sizeof(T);
+    return frameRow + (packing_ ? core::packedBytes(*packing_, first_) : first_ * sizeof(T));
+  }
+
+  // Fetches a row of the frame. Packed samples take more than a byte; most of them is fetched.
+  core::Prefetcher fetch(const unsigned char* frameRow) const {
+    return {begin(frameRow), packing_ ? 1 : sizeof(T)};
   }
 
   // Makes the plan's row y, of plan.width samples, from a row of the frame.
@@ -35,9 +43,10 @@ class RowPreparation {
   const vistrel_frame& frame_;
   const vistrel_conversion& conversion_;
   Gains gains_;
+  std::optional<core::Packing> packing_;
   bool isReady_;                 // samples need no preparation
-  size_t first_;                 // the frame's column that is read first
-  size_t left_, count_, right_;  // columns: mirrored ones, the frame's, mirrored ones
+  size_t first_;                 // the first sample that is read of a row of the frame
+  size_t left_, count_, right_;  // samples: mirrored ones, the frame's, mirrored ones
 };
 
 // Row y is the plan's row y. Rows lie in the frame where it has them as they are wanted, else in a

@@ -1,5 +1,7 @@
 #include "host/packings.h"
 
+#include <bit>
+
 #include "host/names.h"
 
 namespace vistrel::host {
@@ -15,10 +17,11 @@ constexpr struct {
               {"BIG", VISTREL_PACKING_BIG},     {"PFNC", VISTREL_PACKING_PFNC},
               {"GIGE", VISTREL_PACKING_GIGE},   {"MIPI", VISTREL_PACKING_MIPI}};
 
-constexpr struct {
+struct PackingRow {
   uint32_t code, minBits, maxBits;
   Packing packing;
-} kPackings[] = {
+};
+constexpr PackingRow kPackings[] = {
     {VISTREL_PACKING_BYTES, 8, 8, Packing::bytes},
     {VISTREL_PACKING_LITTLE, 8, 16, Packing::little},
     {VISTREL_PACKING_BIG, 8, 16, Packing::big},
@@ -43,14 +46,33 @@ std::string bitsOf(uint32_t code) {
   return list;
 }
 
+const PackingRow* findRow(uint32_t code, uint32_t bits) {
+  for (const PackingRow& row : kPackings)
+    if (row.code == code && row.minBits <= bits && bits <= row.maxBits) return &row;
+  return nullptr;
+}
+
 }  // namespace
 
-core::Packing findPacking(uint32_t code, uint32_t bits) {
-  for (const auto& row : kPackings)
-    if (row.code == code && row.minBits <= bits && bits <= row.maxBits) return row.packing;
+core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structure,
+                          std::string_view zero) {
+  if (const PackingRow* const row = findRow(code, bits)) return row->packing;
   const char* const name = vistrel_packing_name(code);
-  if (!name) reject(VISTREL_BAD_PACKING, "packed.packing", code, "{} are allowed", listOf(kNames));
-  reject(VISTREL_BAD_BITS, "packed.bits", bits, "packing {} allows {}", name, bitsOf(code));
+  if (!name) {
+    std::string names = listOf(kNames);
+    names.replace(0, std::string_view(kNames[0].name).size(), zero);
+    reject(VISTREL_BAD_PACKING, fmt::format("{}.packing", structure), code, "{} are allowed",
+           names);
+  }
+  reject(VISTREL_BAD_BITS, fmt::format("{}.bits", structure), bits, "packing {} allows {}", name,
+         bitsOf(code));
+}
+
+std::optional<core::Packing> packingOf(const vistrel_frame& frame) {
+  constexpr bool isLittle = std::endian::native == std::endian::little;
+  constexpr uint32_t native = isLittle ? VISTREL_PACKING_LITTLE : VISTREL_PACKING_BIG;
+  if (!frame.packing || frame.packing == native) return std::nullopt;
+  return findRow(frame.packing, frame.bits)->packing;
 }
 
 }  // namespace vistrel::host

@@ -1,12 +1,24 @@
 // The packings of packed frames, by code and bits.
 #pragma once
 
+#include <optional>
+#include <string_view>
+
 #include "samples/unpack.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 
-// Throws Rejection for an unknown packing, and for bits that it does not allow.
-core::Packing findPacking(uint32_t code, uint32_t bits);
+// Throws Rejection for an unknown packing, and for bits that it does not allow; structure: whose
+// fields they are, where 0 has the name `zero`.
+core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structure,
+                          std::string_view zero);
+
+// How a frame's rows must be unpacked, unless they have this machine's samples. The frame has
+// passed all checks.
+std::optional<core::Packing> packingOf(const vistrel_frame& frame);
+
+// Whether all bits of the packed samples are significant.
+inline bool isTight(uint32_t packing) { return packing > VISTREL_PACKING_BIG; }
 
 }  // namespace vistrel::host

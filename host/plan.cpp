@@ -4,6 +4,8 @@
 
 #include "common/work_layout.h"
 #include "host/overlap.h"
+#include "host/packings.h"
+#include "host/planes.h"
 #include "host/status.h"
 #include "host/validate.h"
 
@@ -16,8 +18,6 @@ constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
 
 // Wide enough for every algorithm's reach.
 constexpr uint32_t kMinPadding = 8;
-
-uint64_t rowBytes(const vistrel_frame& f) { return uint64_t{f.width} * f.bytes_per_sample; }
 
 bool isWhole(const vistrel_region& r) { return !r.x && !r.y && !r.width && !r.height; }
 
@@ -38,8 +38,8 @@ struct Extent {
 };
 
 // The padding on each side, in pixels of the result, so that bins keep their places.
-uint32_t paddingOf(const Format& format, const vistrel_conversion& c) {
-  if (c.edges == VISTREL_EDGES_NATIVE || !format.colour()) return 0;
+uint32_t paddingOf(const vistrel_frame& f, const vistrel_conversion& c) {
+  if (c.edges == VISTREL_EDGES_NATIVE || !isMosaic(f)) return 0;
   return (kMinPadding + c.binning - 1) / c.binning;
 }
 
@@ -59,7 +59,7 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
   p.y = int64_t{r.y} - around;
   const Extent e{uint64_t{p.layout.width} * c.binning + 2 * around,
                  uint64_t{p.layout.height} * c.binning + 2 * around};
-  if (!p.format->colour()) return e;
+  if (!isMosaic(f)) return e;
   const vistrel_algorithm& a = *findAlgorithm(c.algorithm);
   if (e.width < a.min_size || e.height < a.min_size)
     rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "algorithm {} needs {}x{} pixels or more", a.name,
@@ -96,11 +96,11 @@ void shapeResult(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   l.channels = p.format->channels;
   l.bits = p.format->bytes_per_sample == 2 ? p.bits : 8;
   checkFrameBytes(f);
-  const uint64_t row = uint64_t{l.width} * p.format->pixelBytes();
-  if (row > kMaxBytes / l.height)
+  const uint64_t row = leastStrideOf(*p.format, l.width);
+  if (row > kMaxBytes / p.format->planes / l.height)
     rejectRegion(VISTREL_TOO_LARGE, f, c, "no memory can hold the image");
   l.row_bytes = static_cast<size_t>(row);
-  l.bytes = l.row_bytes * l.height;
+  l.bytes = bytesOf(*p.format, planesOf(*p.format, l.width, l.height, l.row_bytes));
   l.frame_bytes = static_cast<size_t>(bytesOf(f));
 }
 
@@ -118,9 +118,15 @@ ByteRows rowsOf(const vistrel_layout& l, const vistrel_image& image, ptrdiff_t s
 
 }  // namespace
 
-uint64_t strideOf(const vistrel_frame& f) { return f.stride ? f.stride : rowBytes(f); }
+uint64_t rowBytesOf(const vistrel_frame& f) {
+  const uint64_t samples = uint64_t{f.width} * channelsOf(f);
+  const auto packing = packingOf(f);
+  return packing ? core::packedBytes(*packing, samples) : samples * f.bytes_per_sample;
+}
 
-uint64_t bytesOf(const vistrel_frame& f) { return strideOf(f) * (f.height - 1) + rowBytes(f); }
+uint64_t strideOf(const vistrel_frame& f) { return f.stride ? f.stride : rowBytesOf(f); }
+
+uint64_t bytesOf(const vistrel_frame& f) { return strideOf(f) * (f.height - 1) + rowBytesOf(f); }
 
 Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion) {
   checkPointer(frame, "frame");
@@ -133,7 +139,7 @@ Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion) 
   p.throughBuffer = p.rawGray && c.binning > 1;
   p.madeBytes = (p.format->colour() && !p.rawGray ? 3 : 1) * p.format->bytes_per_sample;
   p.bits = workingBits(*frame, c);
-  p.pad = paddingOf(*p.format, c);
+  p.pad = paddingOf(*frame, c);
   const Extent extent = placeRegion(p, *frame, c);
   p.phase = vistrel_phase_at(frame->phase, static_cast<uint32_t>(p.x), static_cast<uint32_t>(p.y));
   checkAmounts(p, extent, *frame, c);
@@ -156,8 +162,19 @@ CheckedImage checkImage(const Plan& plan, const vistrel_image* image) {
   checkPointer(image->pixels, "image.pixels");
   checkReserved("image.reserved", image->reserved);
   const vistrel_layout& l = plan.layout;
+  const Format& format = *plan.format;
   const ptrdiff_t stride = image->stride ? image->stride : static_cast<ptrdiff_t>(l.row_bytes);
-  const ByteRows rows = rowsOf(l, *image, stride);
+  ByteRows rows = rowsOf(l, *image, stride);
+  if (format.planes > 1) {
+    if (stride < 0)
+      reject(VISTREL_BAD_STRIDE, "image.stride", stride, "planes of {} have none below 0",
+             format.name);
+    if (rows.stride > kMaxBytes / format.planes / l.height)
+      reject(VISTREL_TOO_LARGE, "image.stride", stride, "no memory can hold {} such rows",
+             l.height);
+    const size_t bytes = bytesOf(format, planesOf(format, l.width, l.height, rows.stride));
+    rows = {rows.lowest, bytes, bytes, 1};
+  }
   if (image->size < rows.extent())
     reject(VISTREL_SHORT_BUFFER, "image.size", image->size, "{} rows of stride {} take {} bytes",
            l.height, stride, rows.extent());
@@ -168,7 +185,7 @@ ptrdiff_t checkMemory(const Plan& plan, const vistrel_frame& frame, const vistre
   checkSamples(frame);
   const auto [stride, rows] = checkImage(plan, image);
   const auto samples = reinterpret_cast<uintptr_t>(frame.samples);
-  if (overlap(rows, {samples, strideOf(frame), rowBytes(frame), frame.height}))
+  if (overlap(rows, {samples, strideOf(frame), rowBytesOf(frame), frame.height}))
     reject(VISTREL_OVERLAP, "image.pixels", "", "they overlap the frame's samples");
   return stride;
 }

@@ -6,7 +6,15 @@
 
 namespace vistrel::host {
 
-// The distance between a frame's rows in bytes, and the bytes from its first sample to its last.
+// Samples of a frame's pixel.
+inline uint32_t channelsOf(const vistrel_frame& frame) {
+  return frame.phase == VISTREL_BGR ? 3 : 1;
+}
+inline bool isMosaic(const vistrel_frame& frame) { return frame.phase < VISTREL_MONO; }
+
+// The bytes of a frame's row, the distance between its rows, and all bytes from its first sample to
+// its last.
+uint64_t rowBytesOf(const vistrel_frame& frame);
 uint64_t strideOf(const vistrel_frame& frame);
 uint64_t bytesOf(const vistrel_frame& frame);
 

@@ -11,6 +11,24 @@ namespace {
 
 using Sums = std::array<uint64_t, 3>;  // red, green, blue
 
+// The sums of a row's even and odd columns.
+template <class T>
+core::ColumnPair<uint64_t> sumsOf(const vistrel_frame& f, const unsigned char* row,
+                                  const core::Preparation& above) {
+  const auto packing = packingOf(f);
+  if (!packing) return core::sumsAboveBlack<T>(row, f.width, above);
+  core::ColumnPair<uint64_t> sums{};
+  T some[2048];
+  for (size_t x = 0, end; x < f.width; x = end) {
+    end = std::min<size_t>(x + std::size(some), f.width);
+    core::unpackPart(*packing, row, f.width, x, end, some);
+    const auto part = core::sumsAboveBlack<T>(some, end - x, above);
+    sums.even += part.even;
+    sums.odd += part.odd;
+  }
+  return sums;
+}
+
 template <class T>
 Sums sumsAboveBlack(const vistrel_frame& f, const vistrel_conversion& c) {
   const Significant<T> significant(f);
@@ -21,7 +39,7 @@ Sums sumsAboveBlack(const vistrel_frame& f, const vistrel_conversion& c) {
     const core::Preparation above{f.bits, significant.below, 0, blackOf(c, 0, y), {}};
     if (c.excess == VISTREL_REJECT)
       significant.rejectExcess(from, f.width, y, [](size_t x) { return static_cast<uint32_t>(x); });
-    const auto [even, odd] = core::sumsAboveBlack<T>(from, f.width, above);
+    const auto [even, odd] = sumsOf<T>(f, from, above);
     sums[vistrel_colour_at(f.phase, 0, y)] += even;
     sums[vistrel_colour_at(f.phase, 1, y)] += odd;
   }
@@ -85,8 +103,9 @@ int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversi
     checkPointer(conversion, "conversion");
     checkPointer(gains, "gains");
     checkFrame(*frame);
-    if (frame->phase == VISTREL_MONO)
-      reject(VISTREL_BAD_PHASE, "frame.phase", "mono", "a mono frame has no colours to balance");
+    if (!isMosaic(*frame))
+      reject(VISTREL_BAD_PHASE, "frame.phase", phaseName(frame->phase),
+             "a {} frame has no colours to balance", phaseName(frame->phase));
     checkExcess(*conversion);
     checkBlack(*frame, *conversion);
     checkSamples(*frame);

@@ -104,9 +104,8 @@ void PushedConversion::checkPortion(const void* samples, size_t size, uint32_t r
   if (size < bytesOf(portion))
     reject(VISTREL_SHORT_BUFFER, "size", size, "{} rows of stride {} take {} bytes", rows,
            strideOf(frame_), bytesOf(portion));
-  const size_t rowBytes = size_t{frame_.width} * frame_.bytes_per_sample;
   if (overlap(image_.rows,
-              {reinterpret_cast<uintptr_t>(samples), strideOf(frame_), rowBytes, rows}))
+              {reinterpret_cast<uintptr_t>(samples), strideOf(frame_), rowBytesOf(frame_), rows}))
     reject(VISTREL_OVERLAP, "samples", "", "they overlap the image's pixels");
 }
 

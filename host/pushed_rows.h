@@ -16,12 +16,12 @@ class PushedRows final : public core::RowSource<T> {
   PushedRows(const EngineCall& call, core::Arena& arena)
       : plan_(call.plan), frame_(call.frame),
         preparation_(call.plan, call.frame, call.conversion, call.gains),
-        lines_(arena.take<T>(size_t{kHeld} * plan_.width)) {}
+        width_(size_t{plan_.width} * channelsOf(frame_)), lines_(arena.take<T>(kHeld * width_)) {}
 
   // Row y of the frame, after the rows before it. next: the row after it, if it is known.
   void push(uint32_t y, const unsigned char* frameRow, const unsigned char* next) {
     pushed_ = y + 1;
-    this->next_ = next ? core::Prefetcher(preparation_.begin(next), sizeof(T)) : core::Prefetcher();
+    this->next_ = next ? preparation_.fetch(next) : core::Prefetcher();
     preparation_.make(static_cast<int>(y - plan_.y), frameRow, line(y));
   }
 
@@ -40,11 +40,12 @@ class PushedRows final : public core::RowSource<T> {
   uint32_t rowOf(int y) const {
     return static_cast<uint32_t>(core::mirrored(plan_.y + y, frame_.height));
   }
-  T* line(uint32_t frameRow) const { return lines_ + size_t{frameRow % kHeld} * plan_.width; }
+  T* line(uint32_t frameRow) const { return lines_ + size_t{frameRow % kHeld} * width_; }
 
   const Plan& plan_;
   const vistrel_frame& frame_;
   RowPreparation<T> preparation_;
+  size_t width_;  // samples of a row
   T* lines_;
   uint32_t pushed_ = 0;
 };

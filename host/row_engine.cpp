@@ -10,13 +10,6 @@ using namespace core;
 
 namespace {
 
-// Measured: ordinary stores win below, those past the caches above.
-constexpr size_t kBypassBeyond = size_t{12} << 20;
-
-ImageMemory memoryOf(const EngineCall& call) {
-  return {call.pixels, call.stride, call.plan.layout.bytes > kBypassBeyond};
-}
-
 // Entry i serves the samples whose highest ten bits are i.
 void fillTable(const vistrel_conversion& c, uint32_t bits, uint8_t* table) {
   if (c.reduction != VISTREL_TABLE) return Create10To8BitLUT(table, c.reduction, nullptr, 0);
@@ -44,26 +37,19 @@ DemosaicAlgorithm<T> algorithmOf(uint32_t code) {
 template DemosaicAlgorithm<uint8_t> algorithmOf(uint32_t code);
 template DemosaicAlgorithm<uint16_t> algorithmOf(uint32_t code);
 
-PackedRows pixelsOf(const EngineCall& call, Arena& arena) {
-  const Plan& p = call.plan;
-  const auto kernel = p.rawGray ? nullptr : p.format->convert;
-  const auto convert = kernel ? pixelFormatKernels().*kernel : nullptr;
-  return PackedRows(memoryOf(call), p.layout.width, p.madeBytes, p.format->pixelBytes(), convert,
-                    arena);
-}
-
 template <class T>
 RowEngine<T>::RowEngine(const EngineCall& call, ImageRows rows, RowSource<T>& source, Arena& arena)
-    : call_(call), p_(call.plan), c_(call.conversion), rows_(rows), pixels_(pixelsOf(call, arena)) {
-  p_.format->colour() ? startDemosaic(source, arena) : startMono(source, arena);
+    : call_(call), p_(call.plan), c_(call.conversion), rows_(rows), pixels_(call, arena) {
+  isMosaic(call.frame) ? startDemosaic(source, arena) : startReady(source, arena);
 }
 
 template <class T>
-void RowEngine<T>::startMono(RowSource<T>& source, Arena& arena) {
-  const size_t columns = p_.width;
-  mono_.emplace(source, columns, RowInterval{engineRow(rows_.first), engineRow(rows_.end)},
-                shapeOf(MonoRows<T>::pitchOf(columns)), pixels_, arena);
-  demosaic_ = &*mono_;
+void RowEngine<T>::startReady(RowSource<T>& source, Arena& arena) {
+  const size_t columns = p_.width, channels = channelsOf(call_.frame);
+  ready_.emplace(source, columns, channels,
+                 RowInterval{engineRow(rows_.first), engineRow(rows_.end)},
+                 shapeOf(ReadyRows<T>::pitchOf(columns, channels)), pixels_.rows(), arena);
+  demosaic_ = &*ready_;
 }
 
 template <class T>
@@ -71,14 +57,21 @@ void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
   const DemosaicAlgorithm<T> algorithm = algorithmOf<T>(c_.algorithm);
   const int first = engineRow(rows_.first);
   if (finishes(algorithm)) {
-    finished_.emplace(memoryOf(call_), p_.layout.row_bytes, engineRow(0), first, arena);
+    finished_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, engineRow(0), first, arena);
     DemosaicJob<T> job = jobOf(source, *finished_);
     job.finishing = Finishing{p_.format->finish, shiftOf(), p_.pad, p_.layout.width};
     demosaic_ = algorithm.make(job, arena);
   } else {
-    const size_t columns = p_.width;
-    output_.emplace(shapeOf(ImageOutput<T>::pitchOf(columns)), columns, first, pixels_, arena);
-    demosaic_ = algorithm.make(jobOf(source, *output_), arena);
+    // Columns of padding, an even number, that the algorithm need not make.
+    const uint32_t left = c_.binning == 1 && algorithm.makesRoi ? p_.pad : 0;
+    const uint32_t columns = p_.width - 2 * left;
+    OutputShape shape = shapeOf(ImageOutput<T>::pitchOf(columns));
+    shape.left -= left;
+    output_.emplace(shape, columns, first, pixels_.rows(), arena);
+    DemosaicJob<T> job = jobOf(source, *output_);
+    job.roi.x = int(left);
+    job.roi.width = int(columns);
+    demosaic_ = algorithm.make(job, arena);
   }
 }
 
@@ -102,23 +95,27 @@ DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source, ImageSink<T>& image) co
 template <class T>
 bool RowEngine<T>::finishes(const DemosaicAlgorithm<T>& algorithm) const {
   return algorithm.finishes && algorithm.finishes() && !p_.rawGray && c_.binning == 1 &&
-         p_.format->bytes_per_sample == 1 && (sizeof(T) == 1 || isWindow(c_.reduction));
+         p_.format->planes == 1 && p_.format->bytes_per_sample == 1 &&
+         (sizeof(T) == 1 || isWindow(c_.reduction));
 }
 
 template <class T>
 uint32_t RowEngine<T>::finished(int end) const {
   const int reach = last() - engineRow(rows_.end);
   const int made = std::clamp(end - reach, engineRow(rows_.first), engineRow(rows_.end));
-  return uint32_t(made) / c_.binning - p_.pad;
+  const uint32_t rows = uint32_t(made) / c_.binning - p_.pad;
+  // Rows that share chroma become final together.
+  return rows == rows_.end
+             ? rows
+             : rows / rowsThatBelongTogether(*p_.format) * rowsThatBelongTogether(*p_.format);
 }
 
 // pitch: distance of two rows of a bin, in samples.
 template <class T>
 OutputShape RowEngine<T>::shapeOf(size_t pitch) {
-  const bool isMono = !p_.format->colour();
-  const Pack pack = isMono ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
+  const Pack pack = !p_.format->colour() ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
   return {.writer = writerOf(pack, pitch),
-          .changes = p_.rawGray || c_.binning > 1 || reduces(),
+          .changes = p_.rawGray || c_.binning > 1 || reduces() || (redFirst() && exchangesEnds()),
           .exchangesEnds = redFirst() && exchangesEnds(),
           .binning = c_.binning,
           .left = p_.pad * c_.binning,

@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "demosaic/algorithms.h"
-#include "demosaic/mono_rows.h"
-#include "host/engine.h"
+#include "demosaic/ready_rows.h"
+#include "host/image_pixels.h"
 #include "output/finished_output.h"
 #include "output/image_output.h"
 
@@ -13,9 +13,6 @@ namespace vistrel::host {
 
 template <class T>
 core::DemosaicAlgorithm<T> algorithmOf(uint32_t code);
-
-// The rows of the caller's image.
-core::PackedRows pixelsOf(const EngineCall& call, core::Arena& arena);
 
 // Makes rows of an image while its source gets rows.
 template <class T>
@@ -38,7 +35,7 @@ class RowEngine {
 
  private:
   int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
-  void startMono(core::RowSource<T>& source, core::Arena& arena);
+  void startReady(core::RowSource<T>& source, core::Arena& arena);
   void startDemosaic(core::RowSource<T>& source, core::Arena& arena);
   core::DemosaicJob<T> jobOf(core::RowSource<T>& source, core::ImageSink<T>& image) const;
   // Whether the algorithm can store bytes of the format at once.
@@ -47,8 +44,9 @@ class RowEngine {
   core::RowWriter writerOf(core::Pack pack, size_t pitch);
 
   bool redFirst() const { return p_.format->redFirst; }
-  // Binning treats the samples of a pixel differently, so it takes them in one order only.
-  bool exchangesEnds() const { return c_.binning > 1; }
+  // Binning treats the samples of a pixel differently, so it takes them in one order only. Finished
+  // pixels come in that order too.
+  bool exchangesEnds() const { return c_.binning > 1 || !isMosaic(call_.frame); }
   unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
   bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1; }
 
@@ -56,11 +54,11 @@ class RowEngine {
   const Plan& p_;
   const vistrel_conversion& c_;
   ImageRows rows_;
-  core::PackedRows pixels_;
+  ImagePixels pixels_;
   // One of these.
   std::optional<core::FinishedOutput<T>> finished_;
   std::optional<core::ImageOutput<T>> output_;
-  std::optional<core::MonoRows<T>> mono_;
+  std::optional<core::ReadyRows<T>> ready_;
   core::Demosaic<T>* demosaic_ = nullptr;
   uint8_t table_[core::kTableEntries];
 };

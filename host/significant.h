@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstring>
+#include <optional>
 
+#include "host/packings.h"
 #include "host/status.h"
 #include "samples/scan.h"
 
@@ -13,11 +15,13 @@ struct Significant {
   explicit Significant(const vistrel_frame& frame)
       : unused(8 * sizeof(T) - frame.bits),
         below(frame.alignment == VISTREL_HIGH_BITS ? unused : 0),
-        bits(static_cast<T>(((1u << frame.bits) - 1) << below)), others(static_cast<T>(~bits)) {}
+        bits(static_cast<T>(((1u << frame.bits) - 1) << below)),
+        others(isTight(frame.packing) ? T{0} : static_cast<T>(~bits)),
+        isSwapped(!isTight(frame.packing) && packingOf(frame)) {}
 
   // Whether a sample of the row has other bits set.
   bool exceeded(const void* row, size_t n) const {
-    return others && core::exceeds<T>(row, n, others);
+    return others && core::exceeds<T>(row, n, inRow(others));
   }
 
   // Throws Rejection for the first of a row's samples that has, if any.
@@ -25,16 +29,19 @@ struct Significant {
   template <class ColumnOf>
   void rejectExcess(const void* row, size_t n, uint32_t y, ColumnOf columnOf) const {
     if (!exceeded(row, n)) return;
-    const size_t i = core::firstExceeding<T>(row, n, others);
+    const size_t i = core::firstExceeding<T>(row, n, inRow(others));
     T sample;
     std::memcpy(&sample, static_cast<const char*>(row) + i * sizeof sample, sizeof sample);
-    rejectSample(sample, columnOf(i), y);
+    rejectSample(inRow(sample), columnOf(i), y);
   }
 
   uint32_t unused, below;  // bits that are not significant, and how many of them are lowest
   T bits, others;          // the significant ones, and the others
+  bool isSwapped;          // the bytes of a sample in memory
 
  private:
+  T inRow(T sample) const { return isSwapped ? static_cast<T>(__builtin_bswap16(sample)) : sample; }
+
   [[noreturn]] void rejectSample(T sample, uint32_t x, uint32_t y) const {
     const auto value = fmt::format("{} at column {}, row {}", sample, x, y);
     const uint32_t count = 8 * sizeof(T) - unused;

@@ -26,7 +26,8 @@ constexpr const char* kNames[] = {
     "VISTREL_BAD_BLACK",    "VISTREL_BAD_BALANCE",      "VISTREL_BAD_EDGES",
     "VISTREL_BUSY_STREAM",  "VISTREL_BAD_CONTINUOUS",   "VISTREL_BAD_WHITE",
     "VISTREL_BAD_THREADS",  "VISTREL_BAD_TEAM",         "VISTREL_NO_THREAD",
-    "VISTREL_RUN_FAILED",   "VISTREL_BAD_ROWS",
+    "VISTREL_RUN_FAILED",   "VISTREL_BAD_ROWS",         "VISTREL_BAD_DESTINATION",
+    "VISTREL_BAD_FILTER",
 };
 
 // Texts of printable ASCII are valid in every encoding and harmless on every terminal.

@@ -42,7 +42,7 @@ PackedFrame measure(const vistrel_packed* packed) {
   checkPacked(p);
   const uint64_t all = uint64_t{p.width} * p.height;
   PackedFrame f{};
-  f.packing = findPacking(p.packing, p.bits);
+  f.packing = findPacking(p.packing, p.bits, "packed", "BYTES");
   f.samples = p.continuous ? all : p.width;
   f.rows = p.continuous ? 1 : p.height;
   f.sampleBytes = core::sampleBytes(f.packing);

@@ -2,9 +2,25 @@
 
 #include <algorithm>
 
+#include "host/packings.h"
+#include "host/plan.h"
 #include "host/status.h"
 
 namespace vistrel::host {
+namespace {
+
+void checkPacking(const vistrel_frame& f) {
+  if (!f.packing) return;
+  findPacking(f.packing, f.bits, "frame", "NONE");
+  if (f.bytes_per_sample != 2)
+    reject(VISTREL_BAD_BITS, "frame.bytes_per_sample", f.bytes_per_sample,
+           "only 2 is allowed with packed samples");
+  if (isTight(f.packing) && f.alignment != VISTREL_LOW_BITS)
+    reject(VISTREL_BAD_ALIGNMENT, "frame.alignment", f.alignment,
+           "only 0 (low bits) is allowed with this packing");
+}
+
+}  // namespace
 
 void checkFrame(const vistrel_frame& f) {
   if (!f.width) reject(VISTREL_BAD_SIZE, "frame.width", 0, "a frame has at least 1 column");
@@ -19,12 +35,13 @@ void checkFrame(const vistrel_frame& f) {
     reject(VISTREL_BAD_ALIGNMENT, "frame.alignment", f.alignment,
            "0 (low bits) and 1 (high bits) are allowed");
   checkReserved("frame.reserved", f.reserved);
-  const uint64_t row = uint64_t{f.width} * f.bytes_per_sample;
-  if (f.stride && f.stride < row)
+  checkPacking(f);
+  if (f.stride && f.stride < rowBytesOf(f))
     reject(VISTREL_BAD_STRIDE, "frame.stride", f.stride, "a row of {} samples has {} bytes",
-           f.width, row);
-  if (!vistrel_phase_name(f.phase))
-    reject(VISTREL_BAD_PHASE, "frame.phase", f.phase, "{} are allowed", phaseList());
+           uint64_t{f.width} * channelsOf(f), rowBytesOf(f));
+  if (!vistrel_phase_name(f.phase) && f.phase != VISTREL_BGR)
+    reject(VISTREL_BAD_PHASE, "frame.phase", f.phase, "{}, BGR ({}) are allowed", phaseList(),
+           uint32_t{VISTREL_BGR});
 }
 
 namespace {
@@ -34,11 +51,11 @@ void checkFormat(const vistrel_frame& f, const vistrel_conversion& c) {
   const bool colour = f.phase != VISTREL_MONO;
   const Format* format = findFormat(c.format);
   if (!format)
-    reject(VISTREL_BAD_FORMAT, kArgument, c.format, "{} frames allow {}",
-           vistrel_phase_name(f.phase), formatList(colour));
+    reject(VISTREL_BAD_FORMAT, kArgument, c.format, "{} frames allow {}", phaseName(f.phase),
+           formatList(colour));
   if (format->colour() != colour)
     reject(VISTREL_BAD_FORMAT, kArgument, format->name, "it is for {} frames; this one is {}",
-           colour ? "mono" : "Bayer", vistrel_phase_name(f.phase));
+           colour ? "mono" : "Bayer", phaseName(f.phase));
   if (format->bytes_per_sample == 2 && f.bytes_per_sample == 1)
     reject(VISTREL_BAD_FORMAT, kArgument, format->name,
            "it needs 2 bytes per sample; this frame has 1");
@@ -60,9 +77,12 @@ void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
     reject(VISTREL_BAD_THRESHOLD, "conversion.threshold", c.threshold, "0 to 255 are allowed");
 }
 
-void checkGray(const vistrel_conversion& c) {
+void checkGray(const vistrel_frame& f, const vistrel_conversion& c) {
   if (c.gray != VISTREL_LUMA && c.gray != VISTREL_RAW_GRAY)
     reject(VISTREL_BAD_GRAY, "conversion.gray", c.gray, "0 (luma) and 1 (raw) are allowed");
+  if (c.gray == VISTREL_RAW_GRAY && !isMosaic(f))
+    reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
+           "the library's own gray is for Bayer frames; this one is {}", phaseName(f.phase));
   if (c.gray == VISTREL_RAW_GRAY && !hasRawGray(c.algorithm))
     reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
            "the library's own gray of algorithm {} is sheared", findAlgorithm(c.algorithm)->name);
@@ -102,13 +122,19 @@ void checkReduction(const vistrel_frame& f, const vistrel_conversion& c) {
   if (c.reduction == VISTREL_TABLE) checkTable(c, bits);
 }
 
+void checkDestination(const vistrel_conversion& c) {
+  if (c.destination != VISTREL_READ_SOON && c.destination != VISTREL_READ_LATER)
+    reject(VISTREL_BAD_DESTINATION, "conversion.destination", c.destination,
+           "0 (read soon) and 1 (read later) are allowed");
+}
+
 void checkWhiteBalance(const vistrel_frame& f, const vistrel_conversion& c) {
   if (c.white_balance > VISTREL_BALANCE_GRAY_WORLD)
     reject(VISTREL_BAD_BALANCE, "conversion.white_balance", c.white_balance,
            "0 (none), 1 (gains) and 2 (gray-world) are allowed");
-  if (c.white_balance != VISTREL_BALANCE_NONE && f.phase == VISTREL_MONO)
-    reject(VISTREL_BAD_BALANCE, "conversion.white_balance", c.white_balance,
-           "a mono frame has no colours");
+  if (c.white_balance != VISTREL_BALANCE_NONE && !isMosaic(f))
+    reject(VISTREL_BAD_BALANCE, "conversion.white_balance", c.white_balance, "a {} frame {}",
+           phaseName(f.phase), f.phase == VISTREL_MONO ? "has no colours" : "has finished colours");
   for (size_t i = 0; c.white_balance == VISTREL_BALANCE_GAINS && i < 3; ++i)
     if (!c.gains[i] || c.gains[i] > VISTREL_GAIN_MAX)
       reject(VISTREL_BAD_BALANCE, fmt::format("conversion.gains[{}]", i), c.gains[i],
@@ -135,7 +161,7 @@ void checkEdges(const vistrel_frame& f, const vistrel_conversion& c) {
   if (findFormat(c.format)->gray() && c.gray == VISTREL_RAW_GRAY)
     reject(VISTREL_BAD_EDGES, "conversion.edges", "1 (padded)",
            "the library's own gray has native edges only");
-  if (f.phase != VISTREL_MONO && (f.width < 2 || f.height < 2))
+  if (isMosaic(f) && (f.width < 2 || f.height < 2))
     reject(VISTREL_REGION_TOO_SMALL, "frame", fmt::format("{}x{}", f.width, f.height),
            "padding a mosaic takes at least 2 columns and 2 rows");
 }
@@ -166,12 +192,13 @@ void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conver
   if (to && (to < 8 || to > 16))
     reject(VISTREL_BAD_TRUNCATION, "conversion.truncate_to", to,
            "0 (no truncation) and 8 to 16 are allowed");
-  if (frame.phase != VISTREL_MONO) checkAlgorithm(frame, conversion);
-  if (findFormat(conversion.format)->gray()) checkGray(conversion);
+  if (isMosaic(frame)) checkAlgorithm(frame, conversion);
+  if (findFormat(conversion.format)->gray()) checkGray(frame, conversion);
   if (conversion.binning < 1 || conversion.binning > 4)
     reject(VISTREL_BAD_BINNING, "conversion.binning", conversion.binning, "1 to 4 are allowed");
   checkReduction(frame, conversion);
   checkExcess(conversion);
+  checkDestination(conversion);
   checkBlack(frame, conversion);
   if (conversion.white)
     reject(VISTREL_BAD_WHITE, "conversion.white", conversion.white,

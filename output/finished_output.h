@@ -3,7 +3,7 @@
 
 #include "common/rows/arena.h"
 #include "common/rows/row_sink.h"
-#include "output/pixel_rows.h"
+#include "output/plane_rows.h"
 
 namespace vistrel::core {
 
@@ -12,7 +12,7 @@ template <class T>
 class FinishedOutput final : public ImageSink<T> {
  public:
   // top: the engine's row that is row 0 of the image. first: the first one that is not dropped.
-  FinishedOutput(const ImageMemory& image, size_t rowBytes, int top, int first, Arena& arena)
+  FinishedOutput(const PlaneMemory& image, size_t rowBytes, int top, int first, Arena& arena)
       : image_(image), rowBytes_(rowBytes), top_(top), first_(first),
         line_(arena.take<unsigned char>(rowBytes)) {}
 
@@ -27,9 +27,9 @@ class FinishedOutput final : public ImageSink<T> {
   }
 
  private:
-  unsigned char* placeOf(int y) const { return image_.pixels + (y - top_) * image_.stride; }
+  unsigned char* placeOf(int y) const { return image_.first + (y - top_) * image_.stride; }
 
-  ImageMemory image_;
+  PlaneMemory image_;
   size_t rowBytes_;
   int top_, first_;
   unsigned char* line_;  // a row that does not go straight to the image

@@ -35,16 +35,18 @@ class ChunkedOutput {
     if (!shape_.changes) return rows_.append(from, n);
     for (size_t done = 0; done < n; done += kChunk) {
       const size_t count = std::min(n - done, kChunk);
-      shape_.writer.part(from + done * bytesABin, chunk_, count);
-      if (shape_.exchangesEnds) exchangeEnds(count);
-      rows_.append(chunk_, count);
+      void* const place = rows_.next();
+      auto* const pixels = place ? static_cast<unsigned char*>(place) : chunk_;
+      shape_.writer.part(from + done * bytesABin, pixels, count);
+      if (shape_.exchangesEnds) exchangeEnds(pixels, count);
+      rows_.append(pixels, count);
     }
   }
 
  private:
-  void exchangeEnds(size_t n) const {
+  void exchangeEnds(unsigned char* pixel, size_t n) const {
     const size_t bytes = shape_.pixelBytes / 3;
-    for (unsigned char* pixel = chunk_; n > 0; --n, pixel += shape_.pixelBytes)
+    for (; n > 0; --n, pixel += shape_.pixelBytes)
       std::swap_ranges(pixel, pixel + bytes, pixel + 2 * bytes);
   }
 

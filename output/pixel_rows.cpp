@@ -4,29 +4,47 @@
 
 namespace vistrel::core {
 
-PackedRows::PackedRows(const ImageMemory& image, size_t width, size_t sourceBytes,
+PackedRows::PackedRows(const PlaneMemory& image, size_t width, size_t sourceBytes,
                        size_t pixelBytes, PixelFunction convert, Arena& arena)
-    : image_(image), sourceBytes_(sourceBytes), pixelBytes_(pixelBytes), convert_(convert) {
-  if (image.bypassesCaches) line_ = arena.take<unsigned char>(width * pixelBytes);
-}
+    : rows_(image, width * pixelBytes, arena), sourceBytes_(sourceBytes), pixelBytes_(pixelBytes),
+      convert_(convert) {}
 
-void* PackedRows::inPlace(size_t y) { return convert_ || image_.bypassesCaches ? nullptr : row(y); }
+void* PackedRows::inPlace(size_t y) { return convert_ || rows_.hasLine() ? nullptr : rows_.row(y); }
 
-void PackedRows::begin(size_t y) {
-  next_ = image_.bypassesCaches ? line_ : row(y);
-  if (image_.bypassesCaches) copy_ = NonTemporalCopy(row(y), line_);
-}
+void PackedRows::begin(size_t y) { rows_.begin(y); }
+
+void* PackedRows::next() { return convert_ ? nullptr : rows_.next(); }
 
 void PackedRows::append(const void* pixels, size_t n) {
-  const auto* const bytes = static_cast<const unsigned char*>(pixels);
   if (convert_)
-    convert_(bytes, n, next_);
-  else
-    std::memcpy(next_, bytes, n * sourceBytes_);
-  next_ += n * pixelBytes_;
-  copy_.upTo(next_);
+    convert_(pixels, n, rows_.next());
+  else if (pixels != rows_.next())
+    std::memcpy(rows_.next(), pixels, n * sourceBytes_);
+  rows_.filled(n * pixelBytes_);
 }
 
-void PackedRows::end() { copy_.finish(next_); }
+void PackedRows::end() { rows_.end(); }
+
+PlanarRows::PlanarRows(const PlaneMemory (&planes)[3], size_t width, size_t sampleBytes,
+                       Arena& arena)
+    : planes_{{planes[0], width * sampleBytes, arena},
+              {planes[1], width * sampleBytes, arena},
+              {planes[2], width * sampleBytes, arena}},
+      sampleBytes_(sampleBytes),
+      convert_(sampleBytes == 1 ? pixelFormatKernels().planes8 : pixelFormatKernels().planes16) {}
+
+void PlanarRows::begin(size_t y) {
+  for (PlaneRows& plane : planes_) plane.begin(y);
+}
+
+void PlanarRows::append(const void* pixels, size_t n) {
+  void* const to[3] = {planes_[0].next(), planes_[1].next(), planes_[2].next()};
+  convert_(pixels, n, to);
+  for (PlaneRows& plane : planes_) plane.filled(n * sampleBytes_);
+}
+
+void PlanarRows::end() {
+  for (PlaneRows& plane : planes_) plane.end();
+}
 
 }  // namespace vistrel::core

@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "common/rows/arena.h"
-#include "common/rows/nontemporal.h"
 #include "output/pixels.h"
+#include "output/plane_rows.h"
 
 namespace vistrel::core {
 
@@ -17,6 +17,8 @@ class PixelRows {
   virtual void* inPlace(size_t y) = 0;
 
   virtual void begin(size_t y) = 0;
+  // Where the next pixels of the row may be made, which then append() finds; null if it converts.
+  virtual void* next() = 0;
   // The next n pixels of the row.
   virtual void append(const void* pixels, size_t n) = 0;
   virtual void end() = 0;
@@ -25,36 +27,41 @@ class PixelRows {
   ~PixelRows() = default;
 };
 
-struct ImageMemory {
-  unsigned char* pixels;  // row 0
-  ptrdiff_t stride;       // bytes from row to row
-  bool bypassesCaches;    // nobody reads it soon
-};
-
 // Pixels that lie side by side.
 class PackedRows final : public PixelRows {
  public:
   // convert: from pixels of sourceBytes to such of pixelBytes; null if they stay as they are.
   // width: pixels of a row.
-  PackedRows(const ImageMemory& image, size_t width, size_t sourceBytes, size_t pixelBytes,
+  PackedRows(const PlaneMemory& image, size_t width, size_t sourceBytes, size_t pixelBytes,
              PixelFunction convert, Arena& arena);
 
   void* inPlace(size_t y) override;
   void begin(size_t y) override;
+  void* next() override;
   void append(const void* pixels, size_t n) override;
   void end() override;
 
  private:
-  unsigned char* row(size_t y) const {
-    return image_.pixels + static_cast<ptrdiff_t>(y) * image_.stride;
-  }
-
-  ImageMemory image_;
+  PlaneRows rows_;
   size_t sourceBytes_, pixelBytes_;
   PixelFunction convert_;
-  unsigned char* line_ = nullptr;  // a row, before it goes past the caches
-  unsigned char* next_ = nullptr;
-  NonTemporalCopy copy_;
+};
+
+// Pixels of three samples, each in a plane of its own.
+class PlanarRows final : public PixelRows {
+ public:
+  PlanarRows(const PlaneMemory (&planes)[3], size_t width, size_t sampleBytes, Arena& arena);
+
+  void* inPlace(size_t) override { return nullptr; }
+  void begin(size_t y) override;
+  void* next() override { return nullptr; }
+  void append(const void* pixels, size_t n) override;
+  void end() override;
+
+ private:
+  PlaneRows planes_[3];
+  size_t sampleBytes_;
+  PlanesFunction convert_;
 };
 
 }  // namespace vistrel::core

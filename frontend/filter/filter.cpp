@@ -11,6 +11,7 @@
 #include "cpu/level.h"
 #include "frontend/filter/filter_image.h"
 #include "frontend/filter/filter_kernels.h"
+#include "streams/registry.h"
 
 #define VISTREL_BODY "frontend/filter/filter_rows-inl.h"
 #include "common/simd/each_level.h"
@@ -112,26 +113,48 @@ void filterGray(const FilterImage<T>& image, const _FLT_3X3* pFilter) {
   }
 }
 
+template <class T>
+void filterPixels(const FilterImage<T>& image, ptrdiff_t pixel, const _FLT_3X3* pFilter) {
+  applyWeights(image, pixel, pixel == 3 ? kRgb3Taps : kRgb4Taps, pFilter);
+}
+
 }  // namespace
+
+void filterImage(void* copy, const _FLT_3X3* pFilter, uint32_t nFormat, uint32_t nImgWidth,
+                 uint32_t nImgHeight, void* pImage) {
+  uint8_t* const bytes = static_cast<uint8_t*>(pImage);
+  switch (nFormat) {
+    case IMG_FMT_MONO8:
+    case IMG_FMT_GRAY8: return filterGray(FilterImage(copy, nImgWidth, nImgHeight, bytes), pFilter);
+    case IMG_FMT_MONO16:
+    case IMG_FMT_GRAY16:
+      return filterGray(FilterImage(copy, nImgWidth, nImgHeight, static_cast<uint16_t*>(pImage)),
+                        pFilter);
+    case IMG_FMT_BGR24:
+      return filterPixels(FilterImage(copy, 3 * nImgWidth, nImgHeight, bytes), 3, pFilter);
+    // quirk: filter-bgr48. Pixels of three 16-bit samples are read as four bytes.
+    default: filterPixels(FilterImage(copy, 4 * nImgWidth, nImgHeight, bytes), 4, pFilter);
+  }
+}
 
 void ImgFilterGray8(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
                     uint32_t nImgHeight, uint8_t* pImage) {
-  filterGray(FilterImage(nIndex, nImgWidth, nImgHeight, pImage), pFilter);
+  filterImage(g_pwBGRBuff[nIndex], pFilter, IMG_FMT_GRAY8, nImgWidth, nImgHeight, pImage);
 }
 
 void ImgFilterGray16(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
                      uint32_t nImgHeight, uint16_t* pImage) {
-  filterGray(FilterImage(nIndex, nImgWidth, nImgHeight, pImage), pFilter);
+  filterImage(g_pwBGRBuff[nIndex], pFilter, IMG_FMT_GRAY16, nImgWidth, nImgHeight, pImage);
 }
 
 void ImgFilterRGB3(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
                    uint32_t nImgHeight, uint8_t* pImage) {
-  applyWeights(FilterImage(nIndex, 3 * nImgWidth, nImgHeight, pImage), 3, kRgb3Taps, pFilter);
+  filterImage(g_pwBGRBuff[nIndex], pFilter, IMG_FMT_BGR24, nImgWidth, nImgHeight, pImage);
 }
 
 void ImgFilterRGB4(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
                    uint32_t nImgHeight, uint8_t* pImage) {
-  applyWeights(FilterImage(nIndex, 4 * nImgWidth, nImgHeight, pImage), 4, kRgb4Taps, pFilter);
+  filterImage(g_pwBGRBuff[nIndex], pFilter, IMG_FMT_ARGB32, nImgWidth, nImgHeight, pImage);
 }
 
 }  // namespace vistrel::core
@@ -140,18 +163,6 @@ using namespace vistrel::core;
 
 uint32_t ImgFilter(uint32_t nID, const _FLT_3X3* pFilter, uint32_t nFormat, uint32_t nImgWidth,
                    uint32_t nImgHeight, void* pImage) {
-  const unsigned nIndex = ID2Index(nID);
-  uint8_t* const bytes = static_cast<uint8_t*>(pImage);
-  switch (nFormat) {
-    case IMG_FMT_MONO8:
-    case IMG_FMT_GRAY8: ImgFilterGray8(nIndex, pFilter, nImgWidth, nImgHeight, bytes); break;
-    case IMG_FMT_MONO16:
-    case IMG_FMT_GRAY16:
-      ImgFilterGray16(nIndex, pFilter, nImgWidth, nImgHeight, static_cast<uint16_t*>(pImage));
-      break;
-    case IMG_FMT_BGR24: ImgFilterRGB3(nIndex, pFilter, nImgWidth, nImgHeight, bytes); break;
-    // quirk: filter-bgr48. Pixels of three 16-bit samples are read as four bytes.
-    default: ImgFilterRGB4(nIndex, pFilter, nImgWidth, nImgHeight, bytes); break;
-  }
+  filterImage(g_pwBGRBuff[ID2Index(nID)], pFilter, nFormat, nImgWidth, nImgHeight, pImage);
   return 1;
 }

@@ -3,8 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
-
-#include "streams/registry.h"
+#include <cstdint>
 
 namespace vistrel::core {
 
@@ -18,7 +17,7 @@ struct Border {
   ptrdiff_t top, bottom, left, right;
 };
 
-// Rows of samples, and their copy in the work buffer.
+// Rows of samples, and the memory for their copy.
 template <class T>
 struct FilterImage {
   T* samples;
@@ -26,9 +25,9 @@ struct FilterImage {
   ptrdiff_t width, height;
   size_t copied;  // number of samples; their bytes are counted in 32 bits
 
-  FilterImage(unsigned nIndex, uint32_t rowSamples, uint32_t rows, T* pImage)
-      : samples(pImage), copy(reinterpret_cast<T*>(g_pwBGRBuff[nIndex])), width(rowSamples),
-        height(rows), copied(rowSamples * rows * uint32_t{sizeof(T)} / sizeof(T)) {}
+  FilterImage(void* memory, uint32_t rowSamples, uint32_t rows, T* pImage)
+      : samples(pImage), copy(static_cast<T*>(memory)), width(rowSamples), height(rows),
+        copied(rowSamples * rows * uint32_t{sizeof(T)} / sizeof(T)) {}
 
   bool hasInside(const Border& border) const {
     return width > border.left + border.right && height > border.top + border.bottom;

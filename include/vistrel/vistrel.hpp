@@ -103,12 +103,12 @@ Result<vistrel_layout> fillImage(const vistrel_frame& frame, const vistrel_conve
 // samples whose lowest `bits` are significant. `phase` is VISTREL_GRBG to VISTREL_MONO.
 inline vistrel_frame frameOf(Span<const uint8_t> samples, uint32_t width, uint32_t height,
                              uint32_t phase) {
-  return {samples.data(), samples.size(), 0, width, height, 1, 8, phase, VISTREL_LOW_BITS, {}};
+  return {samples.data(), samples.size(), 0, width, height, 1, 8, phase, VISTREL_LOW_BITS, 0, {}};
 }
 inline vistrel_frame frameOf(Span<const uint16_t> samples, uint32_t width, uint32_t height,
                              uint32_t bits, uint32_t phase) {
   return {samples.data(), samples.size() * 2, 0, width, height, 2, bits,
-          phase,          VISTREL_LOW_BITS,   {}};
+          phase,          VISTREL_LOW_BITS,   0, {}};
 }
 // The conversion of vistrel_default_conversion, to change where needed.
 inline vistrel_conversion defaultConversion(const vistrel_frame& frame) {

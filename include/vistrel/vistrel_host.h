@@ -169,27 +169,6 @@ void vistrel_trim(void);
 int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversion* conversion,
                               uint32_t gains[3], vistrel_error* error);
 
-/*
- * Packings: how samples lie in a packed frame. A row's last group may have fewer
- * samples than the others; it then takes only the bytes that these need,
- * ceil(samples * bits / 8).
- */
-enum {
-  VISTREL_PACKING_BYTES = 0,  /* 8 bits: a byte each */
-  VISTREL_PACKING_LITTLE = 1, /* 8..16 bits: two bytes each, low byte first */
-  VISTREL_PACKING_BIG = 2,    /* 8..16 bits: two bytes each, high byte first */
-  /* 10, 12, 14 bits, PFNC's "p": a stream of bits, the lowest bits of a sample and of a byte
-     first: 4 samples in 5 bytes, 2 in 3, 4 in 7. */
-  VISTREL_PACKING_PFNC = 3,
-  /* 10, 12 bits, GigE Vision's "Packed": 2 samples in 3 bytes: the high 8 bits of the first; the
-     low bits of both, the first one's from bit 0 and the second one's from bit 4; the high 8 bits
-     of the second. */
-  VISTREL_PACKING_GIGE = 4,
-  /* 10, 12, 14 bits, MIPI CSI-2: 4 samples in 5 bytes, 2 in 3, 4 in 7: the high 8 bits of each,
-     then the low bits of each as a stream that begins in bit 0. */
-  VISTREL_PACKING_MIPI = 5
-};
-
 /* A packed frame, in the caller's memory for the length of a call. */
 typedef struct vistrel_packed {
   const void* bytes;    /* first byte */
@@ -224,6 +203,23 @@ int32_t vistrel_get_packed_layout(const vistrel_packed* packed, vistrel_packed_l
  */
 int32_t vistrel_unpack(const vistrel_packed* packed, void* samples, size_t size,
                        vistrel_error* error);
+
+/*
+ * Filters finished pixels into image, which has the picture's size and format, or
+ * in place: if image has the picture's memory and stride. Acquires and releases a
+ * stream as vistrel_convert does.
+ *
+ * A weighted sum is divided, truncated toward zero and clamped to 0..255, or to
+ * 0..1023 for 16-bit samples. The outermost pixels on every side stay unchanged;
+ * with VISTREL_FILTER_BOX the last row and the last column, for 16-bit samples the
+ * last three columns; with VISTREL_FILTER_FIVE two rows at the top, two at the
+ * bottom and the last four columns. A picture in which nothing would change is
+ * rejected. Pixels of several bytes are filtered as libVistrel does it: with three,
+ * the weights left and right of the centre apply to the bytes beside the centre's;
+ * with four, the lower left weight applies to the byte before the lower one.
+ */
+int32_t vistrel_filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
+                       const vistrel_image* image, vistrel_error* error);
 
 /* The format at an index, counted from 0; null past the last one. */
 const vistrel_format* vistrel_format_at(size_t index);

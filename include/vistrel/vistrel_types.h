@@ -47,7 +47,10 @@ enum {
   VISTREL_BAD_TEAM = 37,         /* no such team, one at work, or one of a parent process */
   VISTREL_NO_THREAD = 38,        /* the system did not start a thread */
   VISTREL_RUN_FAILED = 39,       /* the caller's function did not run all tasks */
-  VISTREL_BAD_ROWS = 40          /* no rows, or more than there are */
+  VISTREL_BAD_ROWS = 40,         /* no rows, or more than there are */
+  VISTREL_BAD_DESTINATION = 41,  /* destination is neither VISTREL_READ_SOON nor
+                                    VISTREL_READ_LATER */
+  VISTREL_BAD_FILTER = 42        /* no such filter, or a divisor of 0 */
 };
 
 /*
@@ -66,8 +69,17 @@ typedef struct vistrel_error {
   uint32_t reserved[9]; /* written as 0 */
 } vistrel_error;
 
-/* Bayer phases: the mosaic's 2x2 block at pixel (0, 0), row by row. Mono: no colour filters. */
-enum { VISTREL_GRBG = 0, VISTREL_BGGR = 1, VISTREL_RGGB = 2, VISTREL_GBRG = 3, VISTREL_MONO = 4 };
+/* Bayer phases: the mosaic's 2x2 block at pixel (0, 0), row by row. Mono: no colour filters. BGR:
+   no mosaic, but finished pixels of three samples, blue, green, red, which are to be binned,
+   reduced or brought into another format. */
+enum {
+  VISTREL_GRBG = 0,
+  VISTREL_BGGR = 1,
+  VISTREL_RGGB = 2,
+  VISTREL_GBRG = 3,
+  VISTREL_MONO = 4,
+  VISTREL_BGR = 256
+};
 
 /* Colours of a mosaic's filters, and their order in gains. */
 enum { VISTREL_RED = 0, VISTREL_GREEN = 1, VISTREL_BLUE = 2, VISTREL_NO_COLOUR = 3 };
@@ -78,18 +90,48 @@ enum {
   VISTREL_HIGH_BITS = 1 /* in the highest bits, the others 0 */
 };
 
-/* A raw frame, in the caller's memory for the length of a call. */
+/*
+ * Packings: how samples lie in a packed frame. A row's last group may have fewer
+ * samples than the others; it then takes only the bytes that these need,
+ * ceil(samples * bits / 8).
+ */
+enum {
+  VISTREL_PACKING_BYTES = 0,  /* 8 bits: a byte each */
+  VISTREL_PACKING_LITTLE = 1, /* 8..16 bits: two bytes each, low byte first */
+  VISTREL_PACKING_BIG = 2,    /* 8..16 bits: two bytes each, high byte first */
+  /* 10, 12, 14 bits, PFNC's "p": a stream of bits, the lowest bits of a sample and of a byte
+     first: 4 samples in 5 bytes, 2 in 3, 4 in 7. */
+  VISTREL_PACKING_PFNC = 3,
+  /* 10, 12 bits, GigE Vision's "Packed": 2 samples in 3 bytes: the high 8 bits of the first; the
+     low bits of both, the first one's from bit 0 and the second one's from bit 4; the high 8 bits
+     of the second. */
+  VISTREL_PACKING_GIGE = 4,
+  /* 10, 12, 14 bits, MIPI CSI-2: 4 samples in 5 bytes, 2 in 3, 4 in 7: the high 8 bits of each,
+     then the low bits of each as a stream that begins in bit 0. */
+  VISTREL_PACKING_MIPI = 5
+};
+
+/* A frame, in the caller's memory for the length of a call. */
 typedef struct vistrel_frame {
-  const void* samples; /* first sample: bytes, or 16-bit samples in this machine's byte order */
-  size_t size;         /* bytes that may be read from there */
-  size_t stride;       /* bytes from row to row, at any alignment; 0: rows have no padding */
-  uint32_t width;      /* pixels, from 1 */
-  uint32_t height;     /* pixels, from 1 */
-  uint32_t bytes_per_sample; /* 1 or 2 */
-  uint32_t bits;             /* significant bits: 8 for bytes, 8..16 for 16-bit samples */
-  uint32_t phase;            /* VISTREL_GRBG to VISTREL_MONO */
-  uint32_t alignment;        /* VISTREL_LOW_BITS or VISTREL_HIGH_BITS */
-  uint32_t reserved[4];      /* 0 */
+  const void* samples;       /* first sample: bytes, or 16-bit samples in this machine's byte order;
+                                of a packed frame the first byte */
+  size_t size;               /* bytes that may be read from there */
+  size_t stride;             /* bytes from row to row, at any alignment; 0: rows have no padding */
+  uint32_t width;            /* pixels, from 1 */
+  uint32_t height;           /* pixels, from 1 */
+  uint32_t bytes_per_sample; /* 1 or 2; 2 for packed frames */
+  uint32_t bits;             /* significant bits: 8 for bytes, 8..16 for 16-bit samples, of packed
+                                samples as the packing allows */
+  uint32_t phase;            /* VISTREL_GRBG to VISTREL_BGR */
+  uint32_t alignment;        /* VISTREL_LOW_BITS or VISTREL_HIGH_BITS; only VISTREL_LOW_BITS with
+                                the packings PFNC, GIGE and MIPI */
+  /*
+   * 0: the frame is not packed. VISTREL_PACKING_LITTLE to VISTREL_PACKING_MIPI: it is,
+   * and each row begins at a whole byte. vistrel_unpack also takes frames without
+   * byte boundaries between rows.
+   */
+  uint32_t packing;
+  uint32_t reserved[3]; /* 0 */
 } vistrel_frame;
 
 /* A part of a frame, in sensor pixels. If all are 0, the whole frame. */
@@ -125,7 +167,27 @@ enum {
   VISTREL_RGB24 = 256,  /* bytes red, green, blue */
   VISTREL_BGRA32 = 257, /* bytes blue, green, red, alpha */
   VISTREL_RGBA32 = 258, /* bytes red, green, blue, alpha */
-  VISTREL_RGB48 = 259   /* 16-bit samples red, green, blue */
+  VISTREL_RGB48 = 259,  /* 16-bit samples red, green, blue */
+  /*
+   * Planes lie one after the other, each with as many strides as it has rows. Those
+   * of planar RGB are the red, the green and the blue samples.
+   */
+  VISTREL_RGB24_PLANAR = 260, /* bytes */
+  VISTREL_RGB48_PLANAR = 261, /* 16-bit samples */
+  /*
+   * BT.709 luma and chroma in limited range. Chroma belongs to blocks of 2x2 pixels,
+   * at odd ends of less; so it has (width + 1) / 2 columns and (height + 1) / 2
+   * rows. With >> rounding down
+   *
+   *   Y  = 17 * (15 * blue + 148 * green + 44 * red + 3966) >> 12
+   *   Cb = (16448 + product(b - g, 14392) + product(r - g, -3298)) >> 7
+   *   Cr = (16448 + product(r - g, 14392) + product(b - g, -1320)) >> 7
+   *
+   * where b, g and r are 32 times the sums of a block's samples, those at an odd end
+   * repeated, and product(v, w) = (v * w + 16384) >> 15.
+   */
+  VISTREL_NV12 = 262, /* a plane of Y, one of pairs Cb, Cr with the same stride */
+  VISTREL_I420 = 263  /* a plane of Y, one of Cb, one of Cr with half the stride, rounded up */
 };
 
 /* How samples of more than 8 bits become 8. Windows keep eight consecutive bits, clamped. */
@@ -145,6 +207,13 @@ enum {
 enum {
   VISTREL_LUMA = 0, /* (114 blue + 587 green + 299 red) / 1000 of the finished colours, rounded */
   VISTREL_RAW_GRAY = 1 /* the library's own: some values are one too low; binning mixes rows */
+};
+
+/* When the result is read. All bytes are the same. */
+enum {
+  VISTREL_READ_SOON = 0, /* at once: it should stay in the caches */
+  VISTREL_READ_LATER = 1 /* long after the conversion: large results bypass the caches, which saves
+                            memory traffic */
 };
 
 /*
@@ -192,12 +261,12 @@ typedef int32_t vistrel_run(void* context, uint32_t count, void (*task)(void* da
 /* The result that the caller wants. vistrel_default_conversion fills it. */
 typedef struct vistrel_conversion {
   /*
-   * VISTREL_MONO8 or VISTREL_MONO16 for mono frames, any other format for Bayer
-   * frames. Formats of 16 bits need a frame of 16-bit samples and keep its
+   * VISTREL_MONO8 or VISTREL_MONO16 for mono frames, any other format for all
+   * others. Formats of 16 bits need a frame of 16-bit samples and keep its
    * significant bits.
    */
   uint32_t format;
-  uint32_t algorithm; /* VISTREL_BILINEAR to VISTREL_AHD; not read for mono frames */
+  uint32_t algorithm; /* VISTREL_BILINEAR to VISTREL_AHD; only read for Bayer frames */
   uint32_t threshold; /* for VISTREL_EDGE, 0..255: smooths green that varies by up to that many
                          255ths of full scale; 0 smooths none. 0 for all other algorithms */
   uint32_t gray;      /* VISTREL_LUMA or VISTREL_RAW_GRAY; only read for gray formats */
@@ -241,9 +310,10 @@ typedef struct vistrel_conversion {
    */
   uint32_t black[4];      /* 0 to full scale */
   uint32_t white;         /* 0: full scale. No other value is allowed in this version */
-  uint32_t white_balance; /* VISTREL_BALANCE_...; VISTREL_BALANCE_NONE for mono frames */
+  uint32_t white_balance; /* VISTREL_BALANCE_...; VISTREL_BALANCE_NONE but for Bayer frames */
   uint32_t gains[3];      /* red, green, blue: 1 to VISTREL_GAIN_MAX; only read for
                              VISTREL_BALANCE_GAINS */
+  uint32_t destination;   /* VISTREL_READ_... */
   /*
    * 0 and 1: the caller's thread does all the work. From 2: up to that many threads
    * share it, fewer for small frames and one for raw gray with binning. These are
@@ -254,7 +324,7 @@ typedef struct vistrel_conversion {
   vistrel_run* run;
   void* run_context; /* passed to `run` */
   vistrel_team* team;
-  uint32_t reserved[8]; /* 0 */
+  uint32_t reserved[7]; /* 0 */
 } vistrel_conversion;
 
 /* The shape of a result, and all sizes. */
@@ -262,8 +332,9 @@ typedef struct vistrel_layout {
   uint32_t width, height; /* pixels */
   uint32_t channels;      /* samples per pixel: 1, 3 or 4 */
   uint32_t bits;          /* significant bits of a sample, in its low bits: 8..16 */
-  size_t row_bytes;       /* bytes of a row of pixels, without padding */
-  size_t bytes;           /* row_bytes * height */
+  size_t row_bytes;       /* bytes of a row of pixels, without padding; of a row of the first plane;
+                             with VISTREL_NV12 rounded up to whole pairs */
+  size_t bytes;           /* of all rows and planes, with a stride of row_bytes */
   size_t frame_bytes;     /* minimum size of the frame, with its stride */
   /*
    * Memory that a conversion needs besides frame and image, and that its stream
@@ -289,11 +360,12 @@ typedef struct vistrel_image {
 /* A pixel format. */
 typedef struct vistrel_format {
   const char* name;          /* "BGR24" */
-  uint32_t code;             /* VISTREL_MONO8 to VISTREL_RGB48 */
+  uint32_t code;             /* VISTREL_MONO8 to VISTREL_I420 */
   uint32_t channels;         /* samples per pixel: 1, 3 or 4 */
   uint32_t bytes_per_sample; /* 1 or 2 */
-  uint32_t mono;             /* 1: for mono frames, 0: for Bayer frames */
-  uint32_t reserved[4];      /* 0 */
+  uint32_t mono;             /* 1: for mono frames, 0: for Bayer and BGR frames */
+  uint32_t planes;           /* 1 to 3 */
+  uint32_t reserved[3];      /* 0 */
 } vistrel_format;
 
 /* A demosaic algorithm. */
@@ -305,5 +377,32 @@ typedef struct vistrel_algorithm {
                            allow any region of a mosaic from 2x2 up */
   uint32_t reserved[5]; /* 0 */
 } vistrel_algorithm;
+
+/* What a filter computes. */
+enum {
+  VISTREL_FILTER_WEIGHTS = 0, /* the weighted sum of 3x3 pixels, divided */
+  VISTREL_FILTER_BOX = 1,     /* the mean of 2x2 samples; for one channel */
+  VISTREL_FILTER_FIVE = 2     /* the mean of five samples of one colour of a mosaic; for one
+                                 channel */
+};
+
+/* A filter. */
+typedef struct vistrel_kernel {
+  uint32_t filter;      /* VISTREL_FILTER_... */
+  int32_t divisor;      /* not 0; only read for VISTREL_FILTER_WEIGHTS, like the weights */
+  int32_t weights[9];   /* row by row, upper left first */
+  uint32_t reserved[5]; /* 0 */
+} vistrel_kernel;
+
+/* Finished pixels, in the caller's memory for the length of a call. */
+typedef struct vistrel_picture {
+  const void* pixels;   /* first pixel, at any alignment */
+  size_t size;          /* bytes that may be read from there */
+  size_t stride;        /* bytes from row to row; 0: rows have no padding */
+  uint32_t width;       /* pixels, from 1 */
+  uint32_t height;      /* pixels, from 1 */
+  uint32_t format;      /* a format of one plane, but for BGR48 and RGB48 */
+  uint32_t reserved[5]; /* 0 */
+} vistrel_picture;
 
 #endif

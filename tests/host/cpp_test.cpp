@@ -278,8 +278,9 @@ TEST(CppUnpack, RejectsAnUnknownPhase) {
   const auto rejected = tryUnpack(packed, 99);
   ASSERT_FALSE(rejected);
   EXPECT_EQ(rejected.error().status(), VISTREL_BAD_PHASE);
-  EXPECT_STREQ(rejected.error().what(),
-               "frame.phase 99: grbg (0), bggr (1), rggb (2), gbrg (3), mono (4) are allowed");
+  EXPECT_STREQ(
+      rejected.error().what(),
+      "frame.phase 99: grbg (0), bggr (1), rggb (2), gbrg (3), mono (4), BGR (256) are allowed");
 }
 
 TEST(CppUnpack, UnpacksIntoTheCallersMemory) {

@@ -37,7 +37,7 @@ TEST(Strides, AnyAlignmentWillDo) {
     std::memcpy(&bytes[1 + y * kStride], row.data(), 2 * kWidth);
   }
   const vistrel_frame frame{
-      bytes.data() + 1, bytes.size() - 1, kStride, kWidth, kHeight, 2, 12, VISTREL_MONO, 0, {}};
+      bytes.data() + 1, bytes.size() - 1, kStride, kWidth, kHeight, 2, 12, VISTREL_MONO, 0, 0, {}};
   vistrel_conversion conversion = defaultConversion(frame);
   conversion.format = VISTREL_MONO16;
   std::vector<uint8_t> pixels(1 + 2 * kWidth * kHeight);

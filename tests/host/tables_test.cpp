@@ -193,10 +193,11 @@ TEST(FormatTable, IsStable) {
     row << f->name << ' ' << f->code << ' ' << f->channels << 'x' << f->bytes_per_sample;
     rows.push_back(row.str() + (f->mono ? " mono" : ""));
   }
-  EXPECT_THAT(rows,
-              ElementsAre("MONO8 0 1x1 mono", "MONO16 1 1x2 mono", "BGR24 2 3x1", "ARGB32 3 4x1",
-                          "ARGB32_4 4 4x1", "BGR48 7 3x2", "GRAY8 5 1x1", "GRAY16 6 1x2",
-                          "RGB24 256 3x1", "BGRA32 257 4x1", "RGBA32 258 4x1", "RGB48 259 3x2"));
+  EXPECT_THAT(rows, ElementsAre("MONO8 0 1x1 mono", "MONO16 1 1x2 mono", "BGR24 2 3x1",
+                                "ARGB32 3 4x1", "ARGB32_4 4 4x1", "BGR48 7 3x2", "GRAY8 5 1x1",
+                                "GRAY16 6 1x2", "RGB24 256 3x1", "BGRA32 257 4x1", "RGBA32 258 4x1",
+                                "RGB48 259 3x2", "RGB24_PLANAR 260 3x1", "RGB48_PLANAR 261 3x2",
+                                "NV12 262 3x1", "I420 263 3x1"));
 }
 
 TEST(Tables, AreListed) {

@@ -12,14 +12,15 @@ namespace {
 
 constexpr uint32_t kMax = 0xFFFFFFFF;
 constexpr const char* kReserved = "only 0 is allowed in this version";
-constexpr const char* kPhases = "grbg (0), bggr (1), rggb (2), gbrg (3), mono (4) are allowed";
+constexpr const char* kPhases =
+    "grbg (0), bggr (1), rggb (2), gbrg (3), mono (4), BGR (256) are allowed";
 constexpr const char* kGains = "1 to 65536 are allowed; 4096 is a gain of 1";
 
 vistrel_frame bayer(uint32_t width, uint32_t height) {
-  return {nullptr, 0, 0, width, height, 2, 12, VISTREL_RGGB, 0, {}};
+  return {nullptr, 0, 0, width, height, 2, 12, VISTREL_RGGB, 0, 0, {}};
 }
 vistrel_frame mono(uint32_t width, uint32_t height) {
-  return {nullptr, 0, 0, width, height, 1, 8, VISTREL_MONO, 0, {}};
+  return {nullptr, 0, 0, width, height, 1, 8, VISTREL_MONO, 0, 0, {}};
 }
 
 struct Request {
@@ -73,8 +74,8 @@ const Case kFrames[] = {
      [](Request& r) { r.frame.alignment = 2; },
      {VISTREL_BAD_ALIGNMENT, "frame.alignment", "2", "0 (low bits) and 1 (high bits) are allowed"}},
     {"Reserved",
-     [](Request& r) { r.frame.reserved[3] = 1; },
-     {VISTREL_BAD_RESERVED, "frame.reserved[3]", "1", kReserved}},
+     [](Request& r) { r.frame.reserved[2] = 1; },
+     {VISTREL_BAD_RESERVED, "frame.reserved[2]", "1", kReserved}},
 };
 
 const Case kFormats[] = {
@@ -82,7 +83,8 @@ const Case kFormats[] = {
      [](Request& r) { r.conversion.format = 99; },
      {VISTREL_BAD_FORMAT, "conversion.format", "99",
       "rggb frames allow BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), GRAY8 (5), GRAY16 (6), "
-      "RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259)"}},
+      "RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259), "
+      "RGB24_PLANAR (260), RGB48_PLANAR (261), NV12 (262), I420 (263)"}},
     {"UnknownForMono",
      [](Request& r) { r.setFrame(mono(64, 48)), r.conversion.format = 99; },
      {VISTREL_BAD_FORMAT, "conversion.format", "99", "mono frames allow MONO8 (0), MONO16 (1)"}},
@@ -277,8 +279,8 @@ const Case kPreparations[] = {
      {VISTREL_REGION_TOO_SMALL, "frame", "1x9",
       "padding a mosaic takes at least 2 columns and 2 rows"}},
     {"Reserved",
-     [](Request& r) { r.conversion.reserved[7] = 3; },
-     {VISTREL_BAD_RESERVED, "conversion.reserved[7]", "3", kReserved}},
+     [](Request& r) { r.conversion.reserved[6] = 3; },
+     {VISTREL_BAD_RESERVED, "conversion.reserved[6]", "3", kReserved}},
 };
 
 struct Validation : ::testing::TestWithParam<Case> {};

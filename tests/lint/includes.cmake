@@ -18,7 +18,7 @@ set(cfa entries cpu common/rows common/simd common)
 set(platform entries common)
 set(demosaic entries streams output cfa platform cpu common/rows common/simd common)
 set(frontend entries demosaic output streams cpu common/simd common)
-set(host interface demosaic output samples curves cpu common/rows common)
+set(host interface frontend demosaic output samples curves cpu common/rows common)
 set(bench entries interface common common/simd common/rows cpu streams curves samples output cfa platform demosaic
   frontend)
 

@@ -47,7 +47,7 @@ double noisy(double light, const Sensor& sensor, uint32_t x, uint32_t y) {
 
 vistrel_layout layoutOf(uint32_t width, uint32_t height, uint32_t bits) {
   const vistrel_frame frame{nullptr,      0, 0, width, height, bits > 8 ? 2u : 1u, bits,
-                            VISTREL_MONO, 0, {}};
+                            VISTREL_MONO, 0, 0, {}};
   vistrel_conversion conversion = defaultConversion(frame);
   if (bits > 8) conversion.format = VISTREL_MONO16;
   return vistrel::layoutOf(frame, conversion);

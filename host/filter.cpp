@@ -1,0 +1,151 @@
+// Filters of finished pixels.
+#include "frontend/filter/filter.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+#include "host/overlap.h"
+#include "host/status.h"
+#include "host/streams.h"
+#include "host/tables.h"
+
+namespace vistrel::host {
+namespace {
+
+// The library counts an image's bytes with 32 bits.
+constexpr uint64_t kMaxImageBytes = std::numeric_limits<uint32_t>::max();
+constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
+
+// Rows of pixels in the caller's memory.
+struct PixelMemory {
+  unsigned char* first;
+  size_t stride, rowBytes, rows;
+
+  size_t bytes() const { return stride * (rows - 1) + rowBytes; }
+  ByteRows byteRows() const { return {reinterpret_cast<uintptr_t>(first), stride, rowBytes, rows}; }
+  // Where the library can filter them.
+  bool isPlain(size_t alignment) const {
+    return stride == rowBytes && reinterpret_cast<uintptr_t>(first) % alignment == 0;
+  }
+  void copyTo(const PixelMemory& other) const {
+    for (size_t y = 0; y < rows; ++y)
+      std::memmove(other.first + y * other.stride, first + y * stride, rowBytes);
+  }
+};
+
+const Format& formatOf(const vistrel_picture& p) {
+  const Format* const format = findFormat(p.format);
+  if (!format || format->planes > 1 || (format->channels > 1 && format->bytes_per_sample > 1))
+    reject(VISTREL_BAD_FORMAT, "picture.format", p.format,
+           "formats of one plane are allowed but for BGR48 and RGB48");
+  return *format;
+}
+
+struct Size {
+  uint32_t width, height;
+};
+
+// The least size that a filter changes.
+Size leastSize(const Format& format, uint32_t filter) {
+  if (filter == VISTREL_FILTER_BOX) return {format.bytes_per_sample == 1 ? 2u : 4u, 2};
+  return filter == VISTREL_FILTER_FIVE ? Size{5, 5} : Size{3, 3};
+}
+
+void checkKernel(const vistrel_kernel& k, const Format& format) {
+  if (k.filter > VISTREL_FILTER_FIVE)
+    reject(VISTREL_BAD_FILTER, "kernel.filter", k.filter,
+           "0 (weights), 1 (box) and 2 (five) are allowed");
+  if (k.filter != VISTREL_FILTER_WEIGHTS && format.channels > 1)
+    reject(VISTREL_BAD_FILTER, "kernel.filter", k.filter,
+           "it is for pixels of one channel; {} has {}", format.name, format.channels);
+  if (k.filter == VISTREL_FILTER_WEIGHTS && k.divisor == 0)
+    reject(VISTREL_BAD_FILTER, "kernel.divisor", 0, "any other is allowed");
+  checkReserved("kernel.reserved", k.reserved);
+}
+
+void checkSize(const vistrel_picture& p, const Format& format, uint32_t filter) {
+  const Size least = leastSize(format, filter);
+  if (p.width < least.width || p.height < least.height)
+    reject(VISTREL_BAD_SIZE, "picture", fmt::format("{}x{}", p.width, p.height),
+           "this filter needs {}x{} pixels or more", least.width, least.height);
+  if (uint64_t{p.width} * format.pixelBytes() > kMaxImageBytes / p.height)
+    reject(VISTREL_TOO_LARGE, "picture", fmt::format("{}x{}", p.width, p.height),
+           "it has more than {} bytes", kMaxImageBytes);
+  checkReserved("picture.reserved", p.reserved);
+}
+
+// structure: whose fields they are.
+PixelMemory memoryOf(std::string_view structure, const void* pixels, size_t size, size_t stride,
+                     const vistrel_picture& p, const Format& format) {
+  const auto name = [&](const char* field) { return fmt::format("{}.{}", structure, field); };
+  checkPointer(pixels, name("pixels"));
+  const size_t rowBytes = size_t{p.width} * format.pixelBytes();
+  if (stride && stride < rowBytes)
+    reject(VISTREL_BAD_STRIDE, name("stride"), stride, "a row has {} bytes", rowBytes);
+  if (stride > kMaxBytes / p.height)
+    reject(VISTREL_BAD_STRIDE, name("stride"), stride, "no memory can hold {} such rows", p.height);
+  const PixelMemory memory{static_cast<unsigned char*>(const_cast<void*>(pixels)),
+                           stride ? stride : rowBytes, rowBytes, p.height};
+  if (size < memory.bytes())
+    reject(VISTREL_SHORT_BUFFER, name("size"), size, "{} rows of stride {} take {} bytes", p.height,
+           memory.stride, memory.bytes());
+  return memory;
+}
+
+// By the library's codes, which count bytes only.
+uint32_t libraryFormat(const Format& format) {
+  if (format.channels == 1) return format.bytes_per_sample == 1 ? VISTREL_GRAY8 : VISTREL_GRAY16;
+  return format.channels == 3 ? VISTREL_BGR24 : VISTREL_ARGB32;
+}
+
+// The library takes a fixed filter by the value of a pointer, of which it reads nothing.
+void run(void* copy, const vistrel_kernel& k, const Format& format, const vistrel_picture& p,
+         void* pixels) {
+  _FLT_3X3 weighted{k.divisor, {}};
+  std::copy_n(k.weights, 9, weighted.anWeights);
+  const uintptr_t fixed = k.filter == VISTREL_FILTER_BOX ? 0 : 1;
+  const auto* const filter =
+      k.filter == VISTREL_FILTER_WEIGHTS ? &weighted : reinterpret_cast<const _FLT_3X3*>(fixed);
+  core::filterImage(copy, filter, libraryFormat(format), p.width, p.height, pixels);
+}
+
+void filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
+            const vistrel_image* image) {
+  checkPointer(picture, "picture");
+  checkPointer(kernel, "kernel");
+  checkPointer(image, "image");
+  checkReserved("image.reserved", image->reserved);
+  if (image->stride < 0)
+    reject(VISTREL_BAD_STRIDE, "image.stride", image->stride, "filters take none below 0");
+  const Format& format = formatOf(*picture);
+  checkKernel(*kernel, format);
+  checkSize(*picture, format, kernel->filter);
+  const auto memory = [&](std::string_view name, const auto& of) {
+    return memoryOf(name, of.pixels, of.size, static_cast<size_t>(of.stride), *picture, format);
+  };
+  const PixelMemory from = memory("picture", *picture), to = memory("image", *image);
+  const bool inPlace = from.first == to.first && from.stride == to.stride;
+  if (!inPlace && overlap(from.byteRows(), to.byteRows()))
+    reject(VISTREL_OVERLAP, "image.pixels", "", "they overlap the picture's pixels");
+  const size_t bytes = from.rowBytes * from.rows, copyBytes = (bytes + 127) / 64 * 64;
+  const bool isPlain = to.isPlain(format.bytes_per_sample);
+  StreamLease stream;
+  auto* const copy =
+      static_cast<unsigned char*>(stream.scratch(isPlain ? copyBytes : copyBytes + bytes));
+  const PixelMemory plain =
+      isPlain ? to : PixelMemory{copy + copyBytes, to.rowBytes, to.rowBytes, to.rows};
+  if (plain.first != from.first) from.copyTo(plain);
+  run(copy, *kernel, format, *picture, plain.first);
+  if (!isPlain) plain.copyTo(to);
+}
+
+}  // namespace
+}  // namespace vistrel::host
+
+using namespace vistrel::host;
+
+int32_t vistrel_filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
+                       const vistrel_image* image, vistrel_error* error) {
+  return toStatus(error, [&] { filter(picture, kernel, image); });
+}

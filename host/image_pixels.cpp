@@ -1,0 +1,56 @@
+#include "host/image_pixels.h"
+
+#include "host/planes.h"
+
+namespace vistrel::host {
+namespace {
+
+using namespace core;
+
+// Measured: with results below, ordinary stores win; above, those past the caches. A reader that
+// follows at once finds more of the result in the caches.
+constexpr size_t kBypassBeyond = size_t{12} << 20, kBypassBeyondUnlessRead = size_t{2} << 20;
+
+bool bypassesCaches(const EngineCall& call) {
+  const bool isReadSoon = call.conversion.destination == VISTREL_READ_SOON;
+  return call.plan.layout.bytes > (isReadSoon ? kBypassBeyond : kBypassBeyondUnlessRead);
+}
+
+PackedRows packedRows(const EngineCall& call, const PlaneMemory& image, Arena& arena) {
+  const Plan& p = call.plan;
+  const auto kernel = p.rawGray ? nullptr : p.format->convert;
+  const auto convert = kernel ? pixelFormatKernels().*kernel : nullptr;
+  return PackedRows(image, p.layout.width, p.madeBytes, p.format->pixelBytes(), convert, arena);
+}
+
+}  // namespace
+
+ImagePixels::Rows ImagePixels::rowsOf(const EngineCall& call, const PlaneMemory& firstPlane,
+                                      Arena& arena) {
+  const Format& format = *call.plan.format;
+  const vistrel_layout& l = call.plan.layout;
+  if (format.arrangement == Arrangement::packed) return packedRows(call, firstPlane, arena);
+  const Planes planes = planesOf(format, l.width, l.height, static_cast<size_t>(call.stride));
+  PlaneMemory memory[3];
+  for (size_t i = 0; i < 3; ++i)
+    memory[i] = {call.pixels + planes[i].offset, static_cast<ptrdiff_t>(planes[i].stride),
+                 firstPlane.bypassesCaches};
+  if (format.arrangement == Arrangement::planes)
+    return PlanarRows(memory, l.width, format.bytes_per_sample, arena);
+  const bool inPairs = format.arrangement == Arrangement::nv12;
+  return Ycc420Rows({memory[0], {memory[1], memory[2]}, inPairs}, l.width, l.height, arena);
+}
+
+ImagePixels::ImagePixels(const EngineCall& call, Arena& arena)
+    : firstPlane_{call.pixels, call.stride, bypassesCaches(call)},
+      rows_(rowsOf(call, firstPlane_, arena)) {}
+
+PixelRows& ImagePixels::rows() {
+  return std::visit([](auto& rows) -> PixelRows& { return rows; }, rows_);
+}
+
+void ImagePixels::finish() const {
+  if (firstPlane_.bypassesCaches) storeFence();
+}
+
+}  // namespace vistrel::host

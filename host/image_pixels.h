@@ -1,0 +1,31 @@
+// The caller's image by its format: planes, and the rows that pixels go to.
+#pragma once
+
+#include <variant>
+
+#include "host/engine.h"
+#include "output/ycc420_rows.h"
+
+namespace vistrel::host {
+
+// The rows of an image, whatever its format.
+class ImagePixels {
+ public:
+  ImagePixels(const EngineCall& call, core::Arena& arena);
+
+  core::PixelRows& rows();
+  core::PlaneMemory firstPlane() const { return firstPlane_; }
+
+  // Makes what has been written visible to other threads.
+  void finish() const;
+
+ private:
+  using Rows = std::variant<core::PackedRows, core::PlanarRows, core::Ycc420Rows>;
+  static Rows rowsOf(const EngineCall& call, const core::PlaneMemory& firstPlane,
+                     core::Arena& arena);
+
+  core::PlaneMemory firstPlane_;
+  Rows rows_;
+};
+
+}  // namespace vistrel::host

@@ -1,0 +1,30 @@
+// Where an image's planes lie.
+#pragma once
+
+#include <array>
+
+#include "host/tables.h"
+
+namespace vistrel::host {
+
+struct Plane {
+  size_t offset, stride, rowBytes;  // in bytes
+  size_t rows;
+
+  size_t end() const { return offset + stride * rows; }
+  size_t bytes() const { return stride * (rows - 1) + rowBytes; }
+};
+
+// All three; those that a format does not have are empty and lie at the end.
+using Planes = std::array<Plane, 3>;
+
+// The shortest stride that all planes allow.
+uint64_t leastStrideOf(const Format& format, uint32_t width);
+
+// stride: of the first plane, from which those of the others follow.
+Planes planesOf(const Format& format, size_t width, size_t height, size_t stride);
+
+// From the first byte to the last one.
+size_t bytesOf(const Format& format, const Planes& planes);
+
+}  // namespace vistrel::host

@@ -1,0 +1,37 @@
+// Packed and planar rows, handed over in parts of any size.
+#include "output/pixel_rows.h"
+
+#include "tests/levels.h"
+#include "tests/output/pixel_parts.h"
+
+namespace vistrel::core::test {
+namespace {
+
+VISTREL_LEVEL_SUITE(PixelRowsSuite);
+
+TEST_P(PixelRowsSuite, Packed) {
+  for (const size_t width : kRowWidths) {
+    expectSplitsToAgree(width, 3, 1, [&](Image& image, bool bypasses, Arena& arena) {
+      return PackedRows(image.plane(0, bypasses), width, 3, 3, nullptr, arena);
+    });
+    if (4 * width <= kStride)
+      expectSplitsToAgree(width, 3, 1, [&](Image& image, bool bypasses, Arena& arena) {
+        const auto alpha = pixelFormatKernels().alphaLast8;
+        return PackedRows(image.plane(0, bypasses), width, 3, 4, alpha, arena);
+      });
+  }
+}
+
+TEST_P(PixelRowsSuite, Planar) {
+  for (const size_t sampleBytes : {1, 2})
+    for (const size_t width : kRowWidths)
+      expectSplitsToAgree(
+          width, 3 * sampleBytes, 1, [&](Image& image, bool bypasses, Arena& arena) {
+            return PlanarRows(
+                {image.plane(0, bypasses), image.plane(1, bypasses), image.plane(2, bypasses)},
+                width, sampleBytes, arena);
+          });
+}
+
+}  // namespace
+}  // namespace vistrel::core::test
