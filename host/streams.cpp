@@ -123,7 +123,8 @@ void* Scratch::reserve(size_t bytes) {
   // A fork may have found another thread here, between two of these steps.
   if (block_ && bytes <= bytes_) return block_.get();
   free();
-  block_.reset(std::aligned_alloc(core::Arena::kAlign, bytes));
+  const size_t blocks = bytes / core::Arena::kAlign + 1;  // the size must be a multiple of kAlign
+  block_.reset(std::aligned_alloc(core::Arena::kAlign, blocks * core::Arena::kAlign));
   if (!block_) throw std::bad_alloc();
   bytes_ = bytes;
   return block_.get();

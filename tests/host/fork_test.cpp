@@ -7,11 +7,12 @@
 #include <thread>
 
 #include "tests/host/frames.h"
+#include "tests/sanitizer.h"
 
 namespace vistrel {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if VISTREL_SANITIZED
 constexpr int kForks = 300;  // forks are slow under sanitizers
 #else
 constexpr int kForks = 10000;

@@ -6,10 +6,11 @@
 #include <random>
 
 #include "tests/host/frames.h"
+#include "tests/sanitizer.h"
 
 namespace vistrel {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if VISTREL_SANITIZED
 constexpr uint32_t kCases = 60;
 #else
 constexpr uint32_t kCases = 600;
