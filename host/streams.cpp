@@ -2,6 +2,7 @@
 
 #include <pthread.h>
 
+#include <algorithm>
 #include <array>
 #include <condition_variable>
 #include <mutex>
@@ -123,8 +124,9 @@ void* Scratch::reserve(size_t bytes) {
   // A fork may have found another thread here, between two of these steps.
   if (block_ && bytes <= bytes_) return block_.get();
   free();
-  const size_t blocks = bytes / core::Arena::kAlign + 1;  // the size must be a multiple of kAlign
-  block_.reset(std::aligned_alloc(core::Arena::kAlign, blocks * core::Arena::kAlign));
+  constexpr size_t kAlign = core::Arena::kAlign;
+  const size_t lines = std::max<size_t>(bytes / kAlign + (bytes % kAlign > 0), 1);
+  block_.reset(std::aligned_alloc(kAlign, lines * kAlign));
   if (!block_) throw std::bad_alloc();
   bytes_ = bytes;
   return block_.get();
