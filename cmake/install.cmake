@@ -2,7 +2,8 @@
 include(CMakePackageConfigHelpers)
 
 # Public headers lie in include/vistrel as they are installed.
-set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h vistrel_types.h vistrel_version.h)
+set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h vistrel_status.h
+    vistrel_types.h vistrel_version.h)
 set(VISTREL_CXX_HEADERS solvers.h tone_curves.h image_functions.h platform.h
   vistrel.hpp vistrel_result.hpp vistrel_span.hpp)
 
@@ -12,6 +13,7 @@ if(VISTREL_HOST)
   list(APPEND libraries vistrelhost)
 else()
   set(other_headers PATTERN vistrel_host.h EXCLUDE PATTERN vistrel_types.h EXCLUDE
+      PATTERN vistrel_status.h EXCLUDE
     PATTERN *.hpp EXCLUDE)
 endif()
 

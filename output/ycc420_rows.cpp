@@ -6,8 +6,9 @@ namespace vistrel::core {
 
 Ycc420Rows::Ycc420Rows(const Ycc420Planes& planes, size_t width, size_t height, Arena& arena)
     : kernels_(pixelFormatKernels()), inPairs_(planes.inPairs), width_(width), height_(height),
-      luma_(planes.luma, width, arena), first_(planes.chroma[0], width + 1, arena),
-      second_(planes.chroma[1], width + 1, arena), upper_(arena.take<unsigned char>(3 * width)) {}
+      luma_(planes.luma, planes.inPairs ? width + width % 2 : width, arena),
+      first_(planes.chroma[0], width + 1, arena), second_(planes.chroma[1], width + 1, arena),
+      upper_(arena.take<unsigned char>(3 * width)) {}
 
 void Ycc420Rows::begin(size_t y) {
   x_ = 0;
@@ -23,9 +24,16 @@ void Ycc420Rows::append(const void* pixels, size_t n) {
   const auto* const bytes = static_cast<const unsigned char*>(pixels);
   kernels_.luma709(bytes, n, luma_.next());
   luma_.filled(n);
+  if (inPairs_ && width_ % 2 == 1 && x_ + n == width_) repeatLast(bytes + 3 * (n - 1));
   if (isUpper_) std::memcpy(upper_ + 3 * x_, bytes, 3 * n);
   if (isLower_) appendLower(bytes, n);
   x_ += n;
+}
+
+// Rows of pairs are whole pairs.
+void Ycc420Rows::repeatLast(const unsigned char* pixel) {
+  kernels_.luma709(pixel, 1, luma_.next());
+  luma_.filled(1);
 }
 
 void Ycc420Rows::appendLower(const unsigned char* pixels, size_t n) {

@@ -23,6 +23,7 @@ class Ycc420Rows final : public PixelRows {
   void end() override;
 
  private:
+  void repeatLast(const unsigned char* pixel);
   void appendLower(const unsigned char* pixels, size_t n);
   void makeChroma(size_t x, const unsigned char* lower, size_t n);
 

@@ -8,7 +8,7 @@
 #include <utility>
 #include <variant>
 
-#include "vistrel/vistrel_types.h"
+#include "vistrel/vistrel_status.h"
 
 namespace vistrel {
 inline namespace v1 {

@@ -66,18 +66,19 @@ struct HostFilter : ::testing::TestWithParam<FilterCase> {
     const FilterBytes expected = filteredByTheLibrary(c, k, width, height, from);
     FilterBytes to(from.size());
     vistrel_picture picture{from.data(), from.size(), 0, width, height, c.format, {}};
-    const vistrel_image image{to.data(), to.size(), 0};
+    const vistrel_image image{to.data(), to.size(), 0, {}};
     ASSERT_EQ(vistrel_filter(&picture, &k, &image, nullptr), VISTREL_OK);
     EXPECT_EQ(to, expected);
 
     FilterBytes spreadOut = spread(from, rowBytes, stride);
     picture = {&spreadOut[1], spreadOut.size() - 1, stride, width, height, c.format, {}};
-    const vistrel_image same{&spreadOut[1], spreadOut.size() - 1, stride};
+    const vistrel_image same{
+        &spreadOut[1], spreadOut.size() - 1, static_cast<ptrdiff_t>(stride), {}};
     ASSERT_EQ(vistrel_filter(&picture, &k, &same, nullptr), VISTREL_OK);
     EXPECT_EQ(spreadOut, spread(expected, rowBytes, stride));
 
     picture = {from.data(), from.size(), 0, width, height, c.format, {}};
-    const vistrel_image inPlace{from.data(), from.size(), rowBytes};
+    const vistrel_image inPlace{from.data(), from.size(), static_cast<ptrdiff_t>(rowBytes), {}};
     ASSERT_EQ(vistrel_filter(&picture, &k, &inPlace, nullptr), VISTREL_OK);
     EXPECT_EQ(from, expected);
   }
@@ -100,7 +101,7 @@ struct FilterCall {
   FilterBytes memory = FilterBytes(400);
   vistrel_picture picture{memory.data(), 100, 0, 10, 10, VISTREL_GRAY8, {}};
   vistrel_kernel kernel = kernelOf(VISTREL_FILTER_WEIGHTS);
-  vistrel_image image{&memory[100], 100, 0};
+  vistrel_image image{&memory[100], 100, 0, {}};
 
   void expect(const Rejection& rejection) const {
     vistrel_error error{};

@@ -72,9 +72,8 @@ TYPED_TEST(Finished, PixelsHaveRegionsStridesAndAnyAlignment) {
   std::vector<uint8_t> bytes(1 + stride * kHeight);
   for (size_t y = 0; y < kHeight; ++y)
     std::memcpy(&bytes[1 + y * stride], &this->image.pixels[y * row], row);
-  const vistrel_region region{5, 3, 30, 40};
   vistrel_conversion c = conversionTo(VISTREL_RGBA32);
-  c.region = &region;
+  c.region = {5, 3, 30, 40};
   c.binning = 2;
   const Image expected = convert(this->pixels, c);
   this->pixels.samples = &bytes[1];

@@ -18,7 +18,7 @@ vistrel_conversion bilinearConversion() {
 // The promise changes no byte.
 TEST(Destination, ChangesNoPixel) {
   const auto samples = samplesOf<uint16_t>(1201, 903, pattern);
-  const vistrel_frame frame = frameOf(samples.data(), 1201, 903, 10, VISTREL_GRBG);
+  const vistrel_frame frame = frameOf(samples, 1201, 903, 10, VISTREL_GRBG);
   for (size_t i = 0; const vistrel_format* format = vistrel_format_at(i); ++i)
     for (uint32_t binning = 1; binning <= 2 && !format->mono; ++binning) {
       vistrel_conversion c = bilinearConversion();
@@ -30,7 +30,7 @@ TEST(Destination, ChangesNoPixel) {
 }
 
 TEST(Destination, IsSoonOrLater) {
-  const vistrel_frame frame = frameOf(static_cast<const uint8_t*>(nullptr), 8, 8, VISTREL_GRBG);
+  const vistrel_frame frame = frameOf(Span<const uint8_t>(), 8, 8, VISTREL_GRBG);
   vistrel_conversion c = bilinearConversion();
   c.format = VISTREL_BGR24;
   c.destination = 2;

@@ -140,11 +140,12 @@ void expectUnknown(Parse parse, const std::string& parameter, const Rejection& e
 }
 
 TEST(Names, ThatAreUnknownAreRejected) {
-  expectUnknown(vistrel_parse_format, "format",
-                {VISTREL_BAD_FORMAT, "name", "BGR2",
-                 "MONO8 (0), MONO16 (1), BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), GRAY8 "
-                 "(5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259) are "
-                 "allowed"});
+  expectUnknown(
+      vistrel_parse_format, "format",
+      {VISTREL_BAD_FORMAT, "name", "BGR2",
+       "MONO8 (0), MONO16 (1), BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), GRAY8 "
+       "(5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259), RGB24_PLANAR "
+       "(260), RGB48_PLANAR (261), NV12 (262), I420 (263) are allowed"});
   expectUnknown(vistrel_parse_algorithm, "algorithm",
                 {VISTREL_BAD_ALGORITHM, "name", "nearest",
                  "bilinear (0), edge (1), near (2), laroche (3), hamilton (4), vng (5), cok (6), "
@@ -159,7 +160,7 @@ TEST(Names, ThatAreUnknownAreRejected) {
 }
 
 TEST(StatusName, IsThatOfTheHeader) {
-  std::ifstream header(VISTREL_TYPES);
+  std::ifstream header(VISTREL_STATUS);
   std::string line;
   int32_t statuses = 0;
   while (std::getline(header, line) && line.rfind("};", 0)) {
