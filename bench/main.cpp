@@ -8,10 +8,9 @@
 #include <stdexcept>
 
 #include "bench/compare.h"
-#include "bench/floor.h"
 #include "bench/levels.h"
 #include "bench/report.h"
-#include "bench/samples.h"
+#include "bench/sections.h"
 #include "vistrel/vistrel.h"
 #include "vistrel/vistrel_host.h"
 
@@ -37,15 +36,20 @@ bool addRow(Report& report, const Row& row, const FrameSize& size, Level level, 
   }
 }
 
-void runLoops(Report& report, const std::string& section, std::vector<Job> (*jobsOf)(const Frame&),
-              int rounds) {
-  report.beginLoops(section);
-  for (const FrameSize& size : kFrameSizes) {
-    const auto jobs = jobsOf(makeFrame(size, 1, 12));
-    const auto times = measure(jobs, rounds);
-    for (size_t i = 0; i < jobs.size(); ++i)
-      report.add(jobs[i].name, size, perPixel(times[i], size));
-  }
+const Section* const kSections[] = {&kFloor, &kSamples, &kOptions, &kSizes, &kThreads, &kDelay};
+
+std::vector<const Section*> chosenSections(const std::regex& filter) {
+  std::vector<const Section*> sections;
+  for (const Section* section : kSections)
+    if (std::regex_search(section->name, filter)) sections.push_back(section);
+  return sections;
+}
+
+std::string describedSections() {
+  std::string text;
+  for (const Section* section : kSections)
+    text += fmt::format("; '{}' for {}", section->name, section->about);
+  return text;
 }
 
 std::string regularExpression(const std::string& text) {
@@ -85,30 +89,40 @@ std::vector<Choice> chosenRows(const std::regex& filter) {
   return choices;
 }
 
+// Those of a level, or if it is empty those that have none.
+void runSections(Report& report, const std::vector<const Section*>& sections,
+                 std::string_view level, int rounds) {
+  for (const Section* section : sections) {
+    if (section->hasLevels == level.empty()) continue;
+    report.beginSection(level.empty() ? section->name : fmt::format("{}, {}", section->name, level),
+                        section->unit);
+    section->run(report, rounds);
+  }
+}
+
 // Returns true if every row could be compared.
 bool run(const Options& options) {
   const std::regex filter(options.filter, std::regex::icase);
   const auto choices = chosenRows(filter);
+  const auto sections = chosenSections(filter);
   if (options.list) {
     for (const auto& [row, size] : choices) fmt::print("{}\n", rowName(row, size));
+    for (const Section* section : sections) fmt::print("{}\n", section->name);
     return true;
   }
-  const bool floor = std::regex_search("floor", filter);
-  const bool samples = std::regex_search("samples", filter);
-  if (choices.empty() && !floor && !samples)
+  if (choices.empty() && sections.empty())
     throw std::invalid_argument(
         fmt::format("filter: no row is named like '{}'; --list prints the names", options.filter));
   const auto levels = chosenLevels(options.levels);
   ImgLoadDriver();
   Report report(options.filter, options.rounds);
-  if (floor) runLoops(report, "floor", floorJobs, options.rounds);
+  runSections(report, sections, {}, options.rounds);
   bool allCompared = true;
   for (const Level level : levels) {
     setLevel(level);  // of the filters; the host layer has an engine of its own
     if (vistrel_set_level(static_cast<size_t>(level), nullptr) != VISTREL_OK)
       throw std::logic_error("the host layer lacks this level");
-    if (samples)
-      runLoops(report, fmt::format("samples, {}", nameOf(level)), sampleJobs, options.rounds);
+    runSections(report, sections, nameOf(level), options.rounds);
     if (choices.empty()) continue;
     report.beginLevel(level);
     for (const auto& [row, size] : choices)
@@ -128,9 +142,9 @@ int main(int argc, char** argv) {
   using namespace vistrel::core::bench;
   CLI::App app("Times the library's conversions against peers, on one thread", "vistrel-bench");
   Options options;
-  app.add_option("filter", options.filter,
-                 "Only rows whose name (see --list) matches this regular expression; 'floor' for "
-                 "the loops that only move bytes, 'samples' for unpacking and preparation")
+  app.add_option(
+         "filter", options.filter,
+         "Only rows whose name (see --list) matches this regular expression" + describedSections())
       ->check(regularExpression, "");
   app.add_option("--json", options.json, "Also write the results to this file");
   app.add_option("--level", options.levels,
@@ -142,7 +156,7 @@ int main(int argc, char** argv) {
   app.add_option("--rounds", options.rounds, "Repetitions of each side")
       ->check(CLI::Range(2, 10000))
       ->capture_default_str();
-  app.add_flag("--list", options.list, "Print the names of the rows and stop");
+  app.add_flag("--list", options.list, "Print the names of the rows and sections and stop");
   CLI11_PARSE(app, argc, argv);
   try {
     prepareMeasuring();

@@ -4,6 +4,7 @@
 #include <time.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <iterator>
 #include <map>
@@ -18,12 +19,15 @@ constexpr double kRepetitionSeconds = 0.008;
 // Collects the times of the repetitions without printing.
 class Collector : public benchmark::BenchmarkReporter {
  public:
+  explicit Collector(Clock clock) : clock_(clock) {}
+
   bool ReportContext(const Context&) override { return true; }
 
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs)
       if (run.run_type == Run::RT_Iteration)
-        times_[run.run_name.function_name].push_back(run.GetAdjustedCPUTime());
+        times_[run.run_name.function_name].push_back(
+            clock_ == Clock::wall ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime());
   }
 
   Timing timing(const std::string& name) {
@@ -36,6 +40,7 @@ class Collector : public benchmark::BenchmarkReporter {
   }
 
  private:
+  Clock clock_;
   std::map<std::string, std::vector<double>> times_;
 };
 
@@ -43,6 +48,25 @@ double cpuSeconds(clockid_t clock) {
   timespec now{};
   clock_gettime(clock, &now);
   return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+std::function<void(benchmark::State&)> bodyOf(const Job& job) {
+  if (!job.prepare)
+    return [run = job.run](benchmark::State& state) {
+      for (auto _ : state) {
+        run();
+        benchmark::ClobberMemory();
+      }
+    };
+  return [job](benchmark::State& state) {
+    for (auto _ : state) {
+      job.prepare();
+      const auto begin = std::chrono::steady_clock::now();
+      job.run();
+      const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - begin;
+      state.SetIterationTime(passed.count());
+    }
+  };
 }
 
 }  // namespace
@@ -54,20 +78,16 @@ void prepareMeasuring() {
   benchmark::Initialize(&count, arguments);
 }
 
-std::vector<Timing> measure(const std::vector<Job>& jobs, int rounds) {
+std::vector<Timing> measure(const std::vector<Job>& jobs, int rounds, Clock clock) {
   for (const Job& job : jobs) {
-    const auto body = [run = job.run](benchmark::State& state) {
-      for (auto _ : state) {
-        run();
-        benchmark::ClobberMemory();
-      }
-    };
-    benchmark::RegisterBenchmark(job.name.c_str(), body)
-        ->Unit(benchmark::kNanosecond)
-        ->MinTime(kRepetitionSeconds)
-        ->Repetitions(rounds);
+    auto* const registered = benchmark::RegisterBenchmark(job.name.c_str(), bodyOf(job));
+    registered->Unit(benchmark::kNanosecond)->MinTime(kRepetitionSeconds)->Repetitions(rounds);
+    if (job.prepare)
+      registered->UseManualTime();
+    else if (clock == Clock::wall)
+      registered->UseRealTime();
   }
-  Collector collector;
+  Collector collector(clock);
   benchmark::RunSpecifiedBenchmarks(&collector, "all");
   benchmark::ClearRegisteredBenchmarks();
   std::vector<Timing> timings;

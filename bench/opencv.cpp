@@ -38,6 +38,8 @@ Task task(Run run, const cv::Mat& result, const Layout& layout) {
 
 }  // namespace
 
+void openCvThreads(int threads) { cv::setNumThreads(threads); }
+
 Task openCvBilinear(const Conversion&, const Frame& frame) {
   const cv::Mat source = samples8Of(frame), result(source.size(), CV_8UC3);
   return task([=] { cv::cvtColor(source, result, cv::COLOR_BayerRGGB2BGR); }, result, kBgr24);

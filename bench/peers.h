@@ -5,7 +5,8 @@
 
 namespace vistrel::core::bench {
 
-// OpenCV
+// OpenCV; each uses one thread until openCvThreads
+void openCvThreads(int threads);
 Task openCvBilinear(const Conversion&, const Frame&);  // to BGR24
 Task openCvBilinearBgra(const Conversion&, const Frame&);
 Task openCvBilinearGray(const Conversion&, const Frame&);       // to BGR24, then to gray

@@ -38,20 +38,30 @@ Report::Report(const std::string& filter, int rounds)
             {"compiler", __VERSION__},
             {"filter", filter},
             {"rounds", rounds},
-            {"unit", "nanoseconds of one thread per input pixel"},
-            {"floor", nlohmann::ordered_json::array()},
+            {"unit", "nanoseconds of one thread per input pixel unless a section has its own"},
             {"rows", nlohmann::ordered_json::array()}} {
   line("{}; one thread; ns per input pixel, minimum and median of {} rounds", processor(), rounds);
 }
 
-void Report::beginLoops(const std::string& section) {
-  line("\n{:<28} {:<6} {:>7} {:>7}", section, "frame", "min", "med");
+void Report::beginSection(const std::string& section, const std::string& unit) {
+  line("\n{:<46} {:<6} {:>8} {:>8}", fmt::format("{}, {}", section, unit), "frame", "min", "med");
   section_ = section;
+  json_["units"][section] = unit;
 }
 
-void Report::add(const std::string& loop, const FrameSize& size, const Timing& t) {
-  line("{:<28} {:<6} {:7.3f} {:7.3f}", loop, size.name, t.minimum, t.median);
-  json_[section_].push_back({{"name", loop}, {"frame", size.name}, {"time", asJson(t)}});
+void Report::add(const std::string& name, const std::string& frame, const Timing& t) {
+  line("{:<46} {:<6} {:8.3f} {:8.3f}", name, frame, t.minimum, t.median);
+  json_[section_].push_back({{"name", name}, {"frame", frame}, {"time", asJson(t)}});
+}
+
+void Report::addRelative(const std::string& name, const std::string& frame, const Timing& t,
+                         double ratio, double limit) {
+  const std::string allowed = limit > 0 ? fmt::format(" of {:.2f}", limit) : "";
+  line("{:<46} {:<6} {:8.3f} {:8.3f}  x {:5.2f}{}", name, frame, t.minimum, t.median, ratio,
+       allowed);
+  json_[section_].push_back(
+      {{"name", name}, {"frame", frame}, {"time", asJson(t)}, {"relative", ratio}});
+  if (limit > 0) json_[section_].back()["limit"] = limit;
 }
 
 void Report::beginLevel(Level level) {
@@ -87,7 +97,10 @@ void Report::add(const Result& r) {
   json_["rows"].push_back(entry);
 }
 
-void Report::end() { line("\n{} met, {} acceptable, {} missed", met_, acceptable_, missed_); }
+void Report::end() {
+  if (!json_["rows"].empty())
+    line("\n{} met, {} acceptable, {} missed", met_, acceptable_, missed_);
+}
 
 void Report::write(const std::string& jsonFile) const {
   std::ofstream file(jsonFile);

@@ -11,9 +11,12 @@ namespace vistrel::core::bench {
 class Report {
  public:
   Report(const std::string& filter, int rounds);
-  // Of loops without a peer: the floor, or the samples at a level.
-  void beginLoops(const std::string& section);
-  void add(const std::string& loop, const FrameSize& size, const Timing& nsPerPixel);
+  // Of what has no peer.
+  void beginSection(const std::string& section, const std::string& unit);
+  void add(const std::string& name, const std::string& frame, const Timing& t);
+  // ratio: its time to that of what it is compared with. limit: 0 if there is none.
+  void addRelative(const std::string& name, const std::string& frame, const Timing& t, double ratio,
+                   double limit);
   void beginLevel(Level level);
   void add(const Result& result);
   void end();
