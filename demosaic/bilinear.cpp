@@ -53,7 +53,8 @@ class Bilinear {
 
   void finish(int y, uint8_t* pixels) const {
     const Finishing& f = *job_.finishing;
-    finished_.ofRow(f.finish, job_.order, y)(windowAt(y, f.left), f.width, f.shift, pixels,
+    finished_.ofRow(f.finish, job_.order, y)(windowAt(y, f.left), f.width, f.shift,
+                                             {pixels, f.sums ? *f.sums : PairSums{}},
                                              ring_.nextSource());
   }
 

@@ -9,6 +9,7 @@
 #include "common/rows/pixel_kernels-inl.h"
 #include "common/simd/pairs-inl.h"
 #include "demosaic/finished_rows.h"
+#include "output/bt709-inl.h"
 #include "output/luma-inl.h"
 
 VISTREL_BEGIN_TARGET
@@ -113,23 +114,74 @@ VISTREL_INLINE void storeWithAlpha(uint8_t* d, const ByteHalves& h) {
   storeInOrder(d, v);
 }
 
-VISTREL_INLINE void storeLuma(uint8_t* d, const ByteHalves& h) {
-  Bytes lumas[2];
-  for (int p = 0; p < 2; ++p) lumas[p] = luma(Channels<uint8_t>{h.first[p], h.green[p], h.last[p]});
-  const Bytes v[] = {VISTREL_UNPACK(lo, 8, lumas[0], lumas[1]),
-                     VISTREL_UNPACK(hi, 8, lumas[0], lumas[1])};
-  storeLanes<2>(d, v);
-}
 #undef VISTREL_UNPACK
 
+VISTREL_INLINE Channels<uint8_t> channelsOf(const ByteHalves& h, int parity) {
+  return {h.first[parity], h.green[parity], h.last[parity]};
+}
+
+VISTREL_INLINE void storeInTurn(uint8_t* d, Bytes even, Bytes odd) {
+  const Pairs<uint8_t> pairs = pairsOf(even, odd);
+  storeLanes<2>(d, {pairs.lower, pairs.upper});
+}
+
+VISTREL_INLINE void storeLuma(uint8_t* d, const ByteHalves& h) {
+  storeInTurn(d, luma(channelsOf(h, 0)), luma(channelsOf(h, 1)));
+}
+
+struct Sums {
+  Vec<int16_t> lower, upper;
+
+  VISTREL_INLINE explicit Sums(const Bytes (&halves)[2]) {
+    const Pairs<uint8_t> pairs = pairsOf(halves[0], halves[1]);
+    lower = pairSums(pairs.lower);
+    upper = pairSums(pairs.upper);
+  }
+  VISTREL_INLINE void storeWithout(const Sums& green, int16_t* d) const {
+    storeLanes<2>(reinterpret_cast<uint8_t*>(d),
+                  {as<Bytes>(lower - green.lower), as<Bytes>(upper - green.upper)});
+  }
+};
+
+VISTREL_INLINE void storeYcc420(const FinishedPlace& to, const ByteHalves& h) {
+  storeInTurn(to.pixels, luma709(channelsOf(h, 0)), luma709(channelsOf(h, 1)));
+  const Sums green(h.green);
+  Sums(h.first).storeWithout(green, to.sums.blue);
+  Sums(h.last).storeWithout(green, to.sums.red);
+}
+
 template <Finish finish>
-VISTREL_INLINE void storeFinished(uint8_t* d, const ByteHalves& h) {
+VISTREL_INLINE void storeFinished(const FinishedPlace& to, const ByteHalves& h) {
   if constexpr (finish == Finish::three)
-    storePixels<uint8_t>(d, nullptr, h.first, h.green, h.last);
+    storePixels<uint8_t>(to.pixels, nullptr, h.first, h.green, h.last);
   else if constexpr (finish == Finish::luma)
-    storeLuma(d, h);
+    storeLuma(to.pixels, h);
+  else if constexpr (finish == Finish::ycc420)
+    storeYcc420(to, h);
   else
-    storeWithAlpha<finish == Finish::alphaFirst>(d, h);
+    storeWithAlpha<finish == Finish::alphaFirst>(to.pixels, h);
+}
+
+// The place of column x, an even one.
+template <Finish finish>
+VISTREL_INLINE FinishedPlace placeAt(const FinishedPlace& row, size_t x) {
+  FinishedPlace place{row.pixels + bytesOf(finish) * x, {}};
+  if constexpr (finish == Finish::ycc420)
+    place.sums = {row.sums.blue + x / 2, row.sums.red + x / 2};
+  return place;
+}
+
+// n columns, fewer than a vector makes.
+template <Finish finish>
+void storeFew(const FinishedPlace& to, const ByteHalves& h, size_t n) {
+  uint8_t pixels[bytesOf(finish) * 2 * kLanes<uint8_t>];
+  int16_t blue[kLanes<uint8_t>], red[kLanes<uint8_t>];
+  storeFinished<finish>({pixels, {blue, red}}, h);
+  std::memcpy(to.pixels, pixels, bytesOf(finish) * n);
+  if constexpr (finish == Finish::ycc420) {
+    std::memcpy(to.sums.blue, blue, n / 2 * sizeof(int16_t));
+    std::memcpy(to.sums.red, red, n / 2 * sizeof(int16_t));
+  }
 }
 
 VISTREL_INLINE Bytes narrowed(Vec<uint16_t> low, Vec<uint16_t> high, unsigned shift) {
@@ -163,10 +215,11 @@ VISTREL_INLINE Halves<uint8_t> bytesAt(const Rows& rows, size_t k, unsigned shif
 }
 
 template <class T, class Rows, class Fill, Finish finish, int greenParity, bool redRow>
-void finishedRow(const Rows& source, size_t columns, unsigned shift, uint8_t* pixels,
+void finishedRow(const Rows& source, size_t columns, unsigned shift, const FinishedPlace& place,
                  Prefetcher next) {
   const Rows rows = source;
-  const auto store = [&](size_t x, uint8_t * to) __attribute__((always_inline)) {
+  const FinishedPlace to = place;
+  const auto halvesAt = [&](size_t x) __attribute__((always_inline)) {
     const Halves<uint8_t> h = bytesAt<Rows, Fill, T, greenParity>(rows, x / 2, shift);
     ByteHalves b;
     for (int p = 0; p < 2; ++p) {
@@ -174,18 +227,15 @@ void finishedRow(const Rows& source, size_t columns, unsigned shift, uint8_t* pi
       b.green[p] = h.green[p];
       b.last[p] = redRow ? h.own[p] : h.opposite[p];
     }
-    storeFinished<finish>(to, b);
+    return b;
   };
-  constexpr size_t step = 2 * kLanes<uint8_t>, bytes = bytesOf(finish);
+  constexpr size_t step = 2 * kLanes<uint8_t>;
   size_t x = 0;
   for (; x + step <= columns; x += step) {
-    store(x, pixels + bytes * x);
+    storeFinished<finish>(placeAt<finish>(to, x), halvesAt(x));
     next.fetch(x, x + step);
   }
-  if (x == columns) return;
-  uint8_t block[bytes * step];
-  store(x, block);
-  std::memcpy(pixels + bytes * x, block, bytes * (columns - x));
+  if (x < columns) storeFew<finish>(placeAt<finish>(to, x), halvesAt(x), columns - x);
 }
 
 #define VISTREL_FINISHED(f)                                                              \
@@ -197,7 +247,8 @@ void finishedRow(const Rows& source, size_t columns, unsigned shift, uint8_t* pi
 template <class T, class Rows, class Fill>
 constexpr FinishedKernels<Rows> kFinishedKernels = {
     {VISTREL_FINISHED(Finish::three), VISTREL_FINISHED(Finish::alphaLast),
-     VISTREL_FINISHED(Finish::alphaFirst), VISTREL_FINISHED(Finish::luma)}};
+     VISTREL_FINISHED(Finish::alphaFirst), VISTREL_FINISHED(Finish::luma),
+     VISTREL_FINISHED(Finish::ycc420)}};
 #undef VISTREL_FINISHED
 
 #else

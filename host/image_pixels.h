@@ -14,6 +14,8 @@ class ImagePixels {
   ImagePixels(const EngineCall& call, core::Arena& arena);
 
   core::PixelRows& rows();
+  // Null for a format of another arrangement.
+  core::Ycc420Rows* ycc420Rows() { return std::get_if<core::Ycc420Rows>(&rows_); }
   core::PlaneMemory firstPlane() const { return firstPlane_; }
 
   // Makes what has been written visible to other threads.

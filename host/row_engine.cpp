@@ -55,24 +55,37 @@ void RowEngine<T>::startReady(RowSource<T>& source, Arena& arena) {
 template <class T>
 void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
   const DemosaicAlgorithm<T> algorithm = algorithmOf<T>(c_.algorithm);
-  const int first = engineRow(rows_.first);
   if (finishes(algorithm)) {
-    finished_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, engineRow(0), first, arena);
-    DemosaicJob<T> job = jobOf(source, *finished_);
-    job.finishing = Finishing{p_.format->finish, shiftOf(), p_.pad, p_.layout.width};
-    demosaic_ = algorithm.make(job, arena);
+    demosaic_ = algorithm.make(finishingJob(source, arena), arena);
   } else {
     // Columns of padding, an even number, that the algorithm need not make.
     const uint32_t left = c_.binning == 1 && algorithm.makesRoi ? p_.pad : 0;
     const uint32_t columns = p_.width - 2 * left;
     OutputShape shape = shapeOf(ImageOutput<T>::pitchOf(columns));
     shape.left -= left;
-    output_.emplace(shape, columns, first, pixels_.rows(), arena);
+    output_.emplace(shape, columns, engineRow(rows_.first), pixels_.rows(), arena);
     DemosaicJob<T> job = jobOf(source, *output_);
     job.roi.x = int(left);
     job.roi.width = int(columns);
     demosaic_ = algorithm.make(job, arena);
   }
+}
+
+template <class T>
+DemosaicJob<T> RowEngine<T>::finishingJob(RowSource<T>& source, Arena& arena) {
+  const int top = engineRow(0), first = engineRow(rows_.first);
+  const size_t width = p_.layout.width;
+  Finishing finishing{p_.format->finish, shiftOf(), p_.pad, width};
+  ImageSink<T>* sink;
+  if (Ycc420Rows* const rows = pixels_.ycc420Rows()) {
+    sink = &finishedYcc420_.emplace(*rows, width, top, first, arena);
+    finishing.sums = &finishedYcc420_->sums();
+  } else {
+    sink = &finished_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, top, first, arena);
+  }
+  DemosaicJob<T> job = jobOf(source, *sink);
+  job.finishing = finishing;
+  return job;
 }
 
 // Some algorithms work on pairs of rows, so the first row is even.
@@ -95,7 +108,7 @@ DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source, ImageSink<T>& image) co
 template <class T>
 bool RowEngine<T>::finishes(const DemosaicAlgorithm<T>& algorithm) const {
   return algorithm.finishes && algorithm.finishes() && !p_.rawGray && c_.binning == 1 &&
-         p_.format->planes == 1 && p_.format->bytes_per_sample == 1 &&
+         finishesArrangement() && p_.format->bytes_per_sample == 1 &&
          (sizeof(T) == 1 || isWindow(c_.reduction));
 }
 

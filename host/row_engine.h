@@ -37,9 +37,14 @@ class RowEngine {
   int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
   void startReady(core::RowSource<T>& source, core::Arena& arena);
   void startDemosaic(core::RowSource<T>& source, core::Arena& arena);
+  core::DemosaicJob<T> finishingJob(core::RowSource<T>& source, core::Arena& arena);
   core::DemosaicJob<T> jobOf(core::RowSource<T>& source, core::ImageSink<T>& image) const;
   // Whether the algorithm can store bytes of the format at once.
   bool finishes(const core::DemosaicAlgorithm<T>& algorithm) const;
+  bool finishesArrangement() const {
+    return p_.format->finish == core::Finish::ycc420 ? p_.layout.width % 2 == 0
+                                                     : p_.format->planes == 1;
+  }
   core::OutputShape shapeOf(size_t pitch);
   core::RowWriter writerOf(core::Pack pack, size_t pitch);
 
@@ -57,6 +62,7 @@ class RowEngine {
   ImagePixels pixels_;
   // One of these.
   std::optional<core::FinishedOutput<T>> finished_;
+  std::optional<core::FinishedYcc420<T>> finishedYcc420_;
   std::optional<core::ImageOutput<T>> output_;
   std::optional<core::ReadyRows<T>> ready_;
   core::Demosaic<T>* demosaic_ = nullptr;

@@ -36,8 +36,8 @@ constexpr Format kFormats[] = {
      Finish::three,
      nullptr,
      Arrangement::planes},
-    {{"NV12", VISTREL_NV12, 3, 1, 0, 2, {}}, false, Finish::three, nullptr, Arrangement::nv12},
-    {{"I420", VISTREL_I420, 3, 1, 0, 3, {}}, false, Finish::three, nullptr, Arrangement::i420},
+    {{"NV12", VISTREL_NV12, 3, 1, 0, 2, {}}, false, Finish::ycc420, nullptr, Arrangement::nv12},
+    {{"I420", VISTREL_I420, 3, 1, 0, 3, {}}, false, Finish::ycc420, nullptr, Arrangement::i420},
 };
 
 // Name, code, maximum bits, minimum size. Ten bits for algorithms that clamp at 1023, fifteen for

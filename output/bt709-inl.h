@@ -35,20 +35,16 @@ VISTREL_INLINE Vec<uint8_t> luma709(const Channels<uint8_t>& bgr) {
   return packed(luma709(blueGreen.lower, redGreen.lower), luma709(blueGreen.upper, redGreen.upper));
 }
 
+// 32 times the sums of pairs.
+VISTREL_INLINE Vec<int16_t> pairSums(Vec<uint8_t> pairs) {
+  return as<Vec<int16_t>>(weighted<32, 32>(pairs));
+}
+
 struct Chroma {
   Vec<int16_t> cb, cr;
 };
 
-// 128 times the mean of each block.
-VISTREL_INLINE Vec<int16_t> blockSums(Vec<uint8_t> upper, Vec<uint8_t> lower) {
-  return as<Vec<int16_t>>(weighted<32, 32>(upper) + weighted<32, 32>(lower));
-}
-
-VISTREL_INLINE Chroma chroma(const uint8_t* const (&rows)[2]) {
-  const auto upper = loadChannels<uint8_t>(rows[0]), lower = loadChannels<uint8_t>(rows[1]);
-  const Vec<int16_t> green = blockSums(upper.second, lower.second);
-  const Vec<int16_t> blue = blockSums(upper.first, lower.first) - green;
-  const Vec<int16_t> red = blockSums(upper.third, lower.third) - green;
+VISTREL_INLINE Chroma chroma(Vec<int16_t> blue, Vec<int16_t> red) {
   return {(roundedProduct(blue, kCbBlue) + roundedProduct(red, kCbRed) + kChromaOffset) >> 7,
           (roundedProduct(red, kCrRed) + roundedProduct(blue, kCrBlue) + kChromaOffset) >> 7};
 }
@@ -72,11 +68,7 @@ struct Chroma {
 
 inline int roundedProduct(int v, int w) { return (v * w + 16384) >> 15; }
 
-VISTREL_INLINE Chroma chroma(const uint8_t* const (&rows)[2]) {
-  const auto blockSum = [&](int c) {
-    return 32 * (rows[0][c] + rows[0][c + 3] + rows[1][c] + rows[1][c + 3]);
-  };
-  const int green = blockSum(1), blue = blockSum(0) - green, red = blockSum(2) - green;
+inline Chroma chroma(int blue, int red) {
   const int cb = roundedProduct(blue, kCbBlue) + roundedProduct(red, kCbRed) + kChromaOffset;
   const int cr = roundedProduct(red, kCrRed) + roundedProduct(blue, kCrBlue) + kChromaOffset;
   return {static_cast<uint8_t>(cb >> 7), static_cast<uint8_t>(cr >> 7)};
@@ -94,45 +86,65 @@ VISTREL_INLINE void storePlanes(const Chroma& c, uint8_t* cb, uint8_t* cr) {
 
 #endif
 
-struct Luma709 {
-  static constexpr size_t kSources = 1, kResults = 1;
-  static constexpr size_t kSourceBytes = 3, kResultBytes = 1;
+// A unit is a pair of pixels. The results are luma, and the sums of blue and of red.
+struct PairOf709 {
+  static constexpr size_t kSources = 1, kResults = 3;
+  static constexpr size_t kSourceBytes = 6, kResultBytes = 2;
 
-#if VISTREL_SSSE3
-  static constexpr size_t kUnits = kLanes<uint8_t>;
-  VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[1]) {
-    store(to[0], luma709(loadChannels<uint8_t>(from[0])));
-  }
-#else
-  static constexpr size_t kUnits = 1;
-  VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[1]) {
-    const uint8_t* bgr = from[0];
-    const int sum = 15 * bgr[0] + 148 * bgr[1] + 44 * bgr[2] + kLumaOffset;
-    to[0][0] = static_cast<uint8_t>((kLumaFactor * sum) >> 12);
-  }
-#endif
-};
-
-// A unit is a block of 2x2 pixels.
-template <size_t results>
-struct Chroma709 {
-  static constexpr size_t kSources = 2, kResults = results;
-  static constexpr size_t kSourceBytes = 6, kResultBytes = 2 / results;
 #if VISTREL_SSSE3
   static constexpr size_t kUnits = kLanes<uint8_t> / 2;
+  VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[3]) {
+    const Channels<uint8_t> bgr = loadChannels<uint8_t>(from[0]);
+    const Vec<uint8_t> luma = luma709(bgr);
+    const Vec<int16_t> green = pairSums(bgr.second);
+    const Vec<int16_t> blue = pairSums(bgr.first) - green, red = pairSums(bgr.third) - green;
+    std::memcpy(to[0], &luma, sizeof luma);
+    std::memcpy(to[1], &blue, sizeof blue);
+    std::memcpy(to[2], &red, sizeof red);
+  }
 #else
   static constexpr size_t kUnits = 1;
+  VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[3]) {
+    const uint8_t* p = from[0];
+    for (size_t i = 0; i < 2; ++i) {
+      const int sum = 15 * p[3 * i] + 148 * p[3 * i + 1] + 44 * p[3 * i + 2] + kLumaOffset;
+      to[0][i] = static_cast<uint8_t>((kLumaFactor * sum) >> 12);
+    }
+    const int green = p[1] + p[4];
+    const auto blue = static_cast<int16_t>(32 * (p[0] + p[3] - green));
+    const auto red = static_cast<int16_t>(32 * (p[2] + p[5] - green));
+    std::memcpy(to[1], &blue, sizeof blue);
+    std::memcpy(to[2], &red, sizeof red);
+  }
 #endif
-  VISTREL_INLINE static void convert(const uint8_t* const (&rows)[2],
+};
+
+// A unit is a block of 2x2 pixels. The sources are sums of blue and of red, of both rows each.
+template <size_t results>
+struct Chroma709 {
+  static constexpr size_t kSources = 4, kResults = results;
+  static constexpr size_t kSourceBytes = 2, kResultBytes = 2 / results;
+#if VISTREL_SSSE3
+  using Sum = Vec<int16_t>;
+#else
+  using Sum = int16_t;
+#endif
+  static constexpr size_t kUnits = sizeof(Sum) / sizeof(int16_t);
+
+  VISTREL_INLINE static Sum load(const uint8_t* from) {
+    Sum sum;
+    std::memcpy(&sum, from, sizeof sum);
+    return sum;
+  }
+  VISTREL_INLINE static void convert(const uint8_t* const (&sums)[4],
                                      uint8_t* const (&to)[results]) {
+    const Chroma c = chroma(load(sums[0]) + load(sums[1]), load(sums[2]) + load(sums[3]));
     if constexpr (results == 1)
-      storePairs(chroma(rows), to[0]);
+      storePairs(c, to[0]);
     else
-      storePlanes(chroma(rows), to[0], to[1]);
+      storePlanes(c, to[0], to[1]);
   }
 };
-using ChromaPairs = Chroma709<1>;
-using ChromaPlanes = Chroma709<2>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -1,9 +1,10 @@
-// The sink of algorithms that finish pixels by themselves.
+// The sinks of algorithms that finish pixels by themselves.
 #pragma once
 
 #include "common/rows/arena.h"
 #include "common/rows/row_sink.h"
 #include "output/plane_rows.h"
+#include "output/ycc420_rows.h"
 
 namespace vistrel::core {
 
@@ -33,6 +34,38 @@ class FinishedOutput final : public ImageSink<T> {
   size_t rowBytes_;
   int top_, first_;
   unsigned char* line_;  // a row that does not go straight to the image
+};
+
+// The same for luma and sums of pairs of pixels: rows of an even width.
+template <class T>
+class FinishedYcc420 final : public ImageSink<T> {
+ public:
+  FinishedYcc420(Ycc420Rows& rows, size_t width, int top, int first, Arena& arena)
+      : rows_(rows), width_(width), top_(top), first_(first), sums_(rows.sums()),
+        line_(arena.take<unsigned char>(width)) {}
+
+  // Where those of the current row go.
+  const PairSums& sums() const { return sums_; }
+
+  RowSink<T> row(int y) override {
+    if (y < first_) return RowSink<T>(reinterpret_cast<T*>(line_));
+    rows_.begin(static_cast<size_t>(y - top_));
+    sums_ = rows_.sums();
+    return RowSink<T>(reinterpret_cast<T*>(rows_.luma()));
+  }
+
+  void finish(int y, RowSink<T>&) override {
+    if (y < first_) return;
+    rows_.converted(width_ / 2);
+    rows_.end();
+  }
+
+ private:
+  Ycc420Rows& rows_;
+  size_t width_;
+  int top_, first_;
+  PairSums sums_;
+  unsigned char* line_;  // a row that is dropped
 };
 
 }  // namespace vistrel::core

@@ -73,7 +73,7 @@ class ImageOutput final : public ImageSink<T>, private ChunkListener {
     if (y < first_) return RowSink<T>(stage_);
     const int row = y - shape_.top;
     if (!shape_.changes && columns_ == shape_.width)
-      if (void* const pixels = rows_.inPlace(static_cast<size_t>(row)); isAligned(pixels))
+      if (void* const pixels = rows_.inPlace(static_cast<size_t>(row)))
         return RowSink<T>(static_cast<T*>(pixels));
     RowSink<T> sink(stage_ + static_cast<size_t>(placeOf(row)) * pitchOf(columns_));
     if (!endsBin(row)) return sink;
@@ -89,11 +89,6 @@ class ImageOutput final : public ImageSink<T>, private ChunkListener {
   }
 
  private:
-  // Whether samples may be stored there: rows of 16-bit samples may begin at odd addresses.
-  static bool isAligned(const void* pixels) {
-    return pixels && reinterpret_cast<uintptr_t>(pixels) % alignof(T) == 0;
-  }
-
   int placeOf(int row) const { return row % static_cast<int>(shape_.binning); }  // in its bin
   bool endsBin(int row) const { return placeOf(row) + 1 == static_cast<int>(shape_.binning); }
   bool isStaged(const RowSink<T>& sink) const {

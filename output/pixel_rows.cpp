@@ -9,11 +9,13 @@ PackedRows::PackedRows(const PlaneMemory& image, size_t width, size_t sourceByte
     : rows_(image, width * pixelBytes, arena), sourceBytes_(sourceBytes), pixelBytes_(pixelBytes),
       convert_(convert) {}
 
-void* PackedRows::inPlace(size_t y) { return convert_ || rows_.hasLine() ? nullptr : rows_.row(y); }
+void* PackedRows::inPlace(size_t y) {
+  return convert_ || rows_.hasLine() || !isAligned(rows_.row(y)) ? nullptr : rows_.row(y);
+}
 
 void PackedRows::begin(size_t y) { rows_.begin(y); }
 
-void* PackedRows::next() { return convert_ ? nullptr : rows_.next(); }
+void* PackedRows::next() { return convert_ || !isAligned(rows_.next()) ? nullptr : rows_.next(); }
 
 void PackedRows::append(const void* pixels, size_t n) {
   if (convert_)

@@ -13,7 +13,7 @@ namespace vistrel::core {
 // Rows are written one after the other, each from left to right.
 class PixelRows {
  public:
-  // Row y in place, for whoever can make its final bytes there; null where that is not possible.
+  // Row y in place, for whoever can store its final samples there; null where that is not possible.
   virtual void* inPlace(size_t y) = 0;
 
   virtual void begin(size_t y) = 0;
@@ -42,6 +42,11 @@ class PackedRows final : public PixelRows {
   void end() override;
 
  private:
+  // Whether samples may be stored one by one there: rows of 16-bit ones may begin at odd addresses.
+  bool isAligned(const void* pixels) const {
+    return sourceBytes_ % 2 == 1 || reinterpret_cast<uintptr_t>(pixels) % 2 == 0;
+  }
+
   PlaneRows rows_;
   size_t sourceBytes_, pixelBytes_;
   PixelFunction convert_;

@@ -6,6 +6,8 @@
 #define VISTREL_PIXELS_INL_H
 #endif
 
+#include <utility>
+
 #include "output/alpha-inl.h"
 #include "output/bt709-inl.h"
 #include "output/luma-inl.h"
@@ -24,10 +26,16 @@ struct BlockRows {
   uint8_t* results[Block::kResults];
 
   VISTREL_INLINE void convertAt(size_t x) const {
-    BlockRows here = *this;
-    for (auto& source : here.sources) source += Block::kSourceBytes * x;
-    for (auto& result : here.results) result += Block::kResultBytes * x;
-    Block::convert(here.sources, here.results);
+    convertAt(x, std::make_index_sequence<Block::kSources>(),
+              std::make_index_sequence<Block::kResults>());
+  }
+
+  // Loops over the arrays would become vector code that keeps them in memory.
+  template <size_t... source, size_t... result>
+  VISTREL_INLINE void convertAt(size_t x, std::index_sequence<source...>,
+                                std::index_sequence<result...>) const {
+    Block::convert({sources[source] + Block::kSourceBytes * x...},
+                   {results[result] + Block::kResultBytes * x...});
   }
 
   // Fewer units than a block has.
@@ -72,35 +80,35 @@ void convertToPlanes(const void* pixels, size_t n, void* const planes[3]) {
       .convert(n);
 }
 
-// The last one of an odd number of pixels, as a pair.
-struct LastTwice {
-  uint8_t pair[6];
-  LastTwice(const uint8_t* row, size_t n) {
-    std::memcpy(pair, row + 3 * (n - 1), 3);
-    std::memcpy(pair + 3, pair, 3);
-  }
-};
-
-inline void convertToChromaPairs(const void* upper, const void* lower, size_t n, void* cbcr) {
-  BlockRows<ChromaPairs>{{bytes(upper), bytes(lower)}, {bytes(cbcr)}}.convert(n / 2);
-  if (n % 2 == 0) return;
-  const LastTwice above(bytes(upper), n), below(bytes(lower), n);
-  BlockRows<ChromaPairs>{{above.pair, below.pair}, {bytes(cbcr) + (n - 1)}}.convert(1);
+inline void convertPairsTo709(const void* pixels, size_t pairs, void* luma, const PairSums& sums) {
+  BlockRows<PairOf709>{{bytes(pixels)}, {bytes(luma), bytes(sums.blue), bytes(sums.red)}}.convert(
+      pairs);
 }
 
-inline void convertToChromaPlanes(const void* upper, const void* lower, size_t n, void* cb,
-                                  void* cr) {
-  BlockRows<ChromaPlanes>{{bytes(upper), bytes(lower)}, {bytes(cb), bytes(cr)}}.convert(n / 2);
-  if (n % 2 == 0) return;
-  const LastTwice above(bytes(upper), n), below(bytes(lower), n);
-  BlockRows<ChromaPlanes>{{above.pair, below.pair}, {bytes(cb) + n / 2, bytes(cr) + n / 2}}.convert(
-      1);
+inline void convertToChromaPairs(const PairSums& upper, const PairSums& lower, size_t blocks,
+                                 void* cbcr) {
+  BlockRows<Chroma709<1>>{
+      {bytes(upper.blue), bytes(lower.blue), bytes(upper.red), bytes(lower.red)}, {bytes(cbcr)}}
+      .convert(blocks);
 }
 
-const PixelFormatKernels kPixelFormatKernels = {
-    convertPixels<WithAlpha<3>>,   convertPixels<WithAlpha<0>>, convertPixels<Luma<uint8_t>>,
-    convertPixels<Luma<uint16_t>>, convertToPlanes<uint8_t>,    convertToPlanes<uint16_t>,
-    convertPixels<Luma709>,        convertToChromaPairs,        convertToChromaPlanes};
+inline void convertToChromaPlanes(const PairSums& upper, const PairSums& lower, size_t blocks,
+                                  void* cb, void* cr) {
+  BlockRows<Chroma709<2>>{
+      {bytes(upper.blue), bytes(lower.blue), bytes(upper.red), bytes(lower.red)},
+      {bytes(cb), bytes(cr)}}
+      .convert(blocks);
+}
+
+const PixelFormatKernels kPixelFormatKernels = {convertPixels<WithAlpha<3>>,
+                                                convertPixels<WithAlpha<0>>,
+                                                convertPixels<Luma<uint8_t>>,
+                                                convertPixels<Luma<uint16_t>>,
+                                                convertToPlanes<uint8_t>,
+                                                convertToPlanes<uint16_t>,
+                                                convertPairsTo709,
+                                                convertToChromaPairs,
+                                                convertToChromaPlanes};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -12,9 +12,17 @@ namespace vistrel::core {
 
 using PixelFunction = void (*)(const void* pixels, size_t n, void* result);
 using PlanesFunction = void (*)(const void* pixels, size_t n, void* const planes[3]);
-using ChromaPairFunction = void (*)(const void* upper, const void* lower, size_t n, void* cbcr);
-using ChromaPlanesFunction = void (*)(const void* upper, const void* lower, size_t n, void* cb,
-                                      void* cr);
+
+// Of the pairs of pixels in a row: 32 times the sum of their blue samples less that of their green
+// ones, and of their red samples likewise.
+struct PairSums {
+  int16_t *blue, *red;
+};
+using PairsFunction = void (*)(const void* pixels, size_t pairs, void* luma, const PairSums& sums);
+using ChromaPairsFunction = void (*)(const PairSums& upper, const PairSums& lower, size_t blocks,
+                                     void* cbcr);
+using ChromaPlanesFunction = void (*)(const PairSums& upper, const PairSums& lower, size_t blocks,
+                                      void* cb, void* cr);
 
 struct PixelFormatKernels {
   // Bytes with an alpha of 255 behind or in front of them.
@@ -31,19 +39,17 @@ struct PixelFormatKernels {
   //
   //   luma  Y = 17 * (15 * blue + 148 * green + 44 * red + 3966) >> 12
   //
-  // Chroma belongs to blocks of 2x2 pixels. Let b, g, r be 32 times the sums of a block's samples,
-  // which is 128 times their means, and product(v, w) = (v * w + 16384) >> 15:
+  // Chroma belongs to blocks of 2x2 pixels. Let b and r be the PairSums of a block's rows, added:
+  // 128 times the mean differences of blue and of red to green. Let product(v, w) = (v * w + 16384)
+  // >> 15:
   //
-  //   Cb = (16448 + product(b - g, 14392) + product(r - g, -3298)) >> 7
-  //   Cr = (16448 + product(r - g, 14392) + product(b - g, -1320)) >> 7
+  //   Cb = (16448 + product(b, 14392) + product(r, -3298)) >> 7
+  //   Cr = (16448 + product(r, 14392) + product(b, -1320)) >> 7
   //
   // Black is (16, 128, 128), white (235, 128, 128), and every gray has a chroma of 128. No luma is
   // further than 0.54 from its value in exact arithmetic, no chroma further than 0.52.
-  PixelFunction luma709;
-
-  // The chroma of two rows of n pixels: (n + 1) / 2 samples of each. An odd row repeats its last
-  // pixel. Where a frame's last row has no partner, it is both the upper and the lower one.
-  ChromaPairFunction chromaPairs709;     // Cb, Cr, Cb, Cr ... (NV12)
+  PairsFunction pairsTo709;
+  ChromaPairsFunction chromaPairs709;    // Cb, Cr, Cb, Cr ... (NV12)
   ChromaPlanesFunction chromaPlanes709;  // a row of Cb, a row of Cr (I420)
 };
 

@@ -22,20 +22,33 @@ class Ycc420Rows final : public PixelRows {
   void append(const void* pixels, size_t n) override;
   void end() override;
 
+  // Where the row's next pairs go, for whoever converts them; converted() says that n of them are
+  // there.
+  unsigned char* luma() const { return luma_.next(); }
+  PairSums sums() const {
+    const PairSums& row = sums_[isUpper_ ? 0 : 1];
+    return {row.blue + pairs_, row.red + pairs_};
+  }
+  void converted(size_t n) {
+    luma_.filled(2 * n);
+    pairs_ += n;
+  }
+
  private:
-  void repeatLast(const unsigned char* pixel);
-  void appendLower(const unsigned char* pixels, size_t n);
-  void makeChroma(size_t x, const unsigned char* lower, size_t n);
+  void convert(const unsigned char* pixels, size_t pairs);
+  void repeatLast();
+  void makeChroma();
 
   const PixelFormatKernels& kernels_;
   bool inPairs_;
-  size_t width_, height_;
+  size_t height_, blocks_;  // blocks: of a row of them
   PlaneRows luma_, first_, second_;
-  unsigned char* upper_;      // the upper row of a pair
-  unsigned char waiting_[6];  // a lower row's block: its left pixel may come before its right one
-  bool isLower_ = false;      // this row completes its pair; a last one without a partner does too
+  PairSums sums_[2];          // of the upper and the lower row
+  unsigned char waiting_[6];  // a pair's left pixel may come before its right one
+  bool isWaiting_ = false;
   bool isUpper_ = false;
-  size_t x_ = 0;  // pixels of this row so far
+  size_t y_ = 0;
+  size_t pairs_ = 0;  // of this row so far
 };
 
 }  // namespace vistrel::core

@@ -47,6 +47,16 @@ TEST_P(PixelRowsTest, LieInPlaceUnlessTheyChangeOrBypassTheCaches) {
   EXPECT_EQ(rows(1, fourTimes).inPlace(2), nullptr);
 }
 
+TEST_P(PixelRowsTest, OfSixteenBitSamplesLieInPlaceAtEvenAddressesOnly) {
+  for (const size_t address : {0, 1}) {
+    PackedRows rows({image.data() + address, kStride, GetParam()}, kWidth, 2, 2, nullptr, memory);
+    const bool isPossible = address == 0 && !GetParam();
+    EXPECT_EQ(rows.inPlace(1), isPossible ? image.data() + kStride : nullptr);
+    rows.begin(1);
+    EXPECT_EQ(rows.next() != nullptr, address == 0 || GetParam());
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(BypassingCaches, PixelRowsTest, ::testing::Bool());
 
 }  // namespace

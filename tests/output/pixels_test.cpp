@@ -54,22 +54,26 @@ class Fenced {
   uint8_t *first_, *taken_ = nullptr;
 };
 
-using Sources = std::array<const uint8_t*, 2>;
+using Sources = std::array<const uint8_t*, 4>;
 using Results = std::array<uint8_t*, 3>;
 using Convert = std::function<void(const Sources&, size_t n, const Results&)>;
-using Model = std::function<Rows(const Rows&, size_t n)>;  // of two source rows
+using Model = std::function<Rows(const Rows&, size_t n)>;  // of all source rows
+using MakeRow = Row(size_t bytes, unsigned seed);
 
-// Compares rows of 0 to 300 pixels, by their position in memory.
-void compare(size_t pixelBytes, const Convert& convert, const Model& model) {
-  Fenced sources[2], results[3];
+Row anyBytes(size_t bytes, unsigned seed) { return noise<uint8_t>(bytes, 255, seed); }
+
+// Compares rows of 0 to 300 units, by their position in memory.
+void compare(size_t unitBytes, const Convert& convert, const Model& model,
+             MakeRow makeRow = anyBytes) {
+  Fenced sources[4], results[3];
   for (size_t n = 0; n <= 300; ++n)
     for (auto place : {Fenced::begin, Fenced::middle, Fenced::end}) {
-      SCOPED_TRACE(::testing::Message() << n << " pixels, place " << place);
+      SCOPED_TRACE(::testing::Message() << n << " units, place " << place);
       Rows rows;
       Sources from;
-      for (unsigned i = 0; i < 2; ++i) {
-        rows.push_back(noise<uint8_t>(pixelBytes * n, 255, static_cast<unsigned>(2 * n + i)));
-        uint8_t* source = sources[i].take(place, pixelBytes * n);
+      for (unsigned i = 0; i < 4; ++i) {
+        rows.push_back(makeRow(unitBytes * n, static_cast<unsigned>(4 * n + i)));
+        uint8_t* source = sources[i].take(place, unitBytes * n);
         std::copy(rows[i].begin(), rows[i].end(), source);
         from[i] = source;
       }
@@ -230,58 +234,104 @@ struct Chroma {
   uint8_t cb, cr;
 };
 
-// Chroma sample i of two rows of n pixels.
-Chroma chroma709Of(const Rows& rows, size_t n, size_t i) {
-  int mean[3];
-  for (size_t c = 0; c < 3; ++c) {
-    const size_t left = 3 * (2 * i) + c, right = 3 * std::min(2 * i + 1, n - 1) + c;
-    mean[c] = 32 * (rows[0][left] + rows[0][right] + rows[1][left] + rows[1][right]);
-  }
+Chroma chroma709Of(int blue, int red) {
   const auto product = [](int v, int w) { return (v * w + 16384) >> 15; };
-  const int blue = mean[0] - mean[1], red = mean[2] - mean[1];
   return {static_cast<uint8_t>((16448 + product(blue, 14392) + product(red, -3298)) >> 7),
           static_cast<uint8_t>((16448 + product(red, 14392) + product(blue, -1320)) >> 7)};
 }
 
-TEST_P(PixelFormat, Luma709) {
-  compare(3, pixelFormatKernels().luma709, [](const Rows& rows, size_t n) {
-    Row result;
-    for (size_t i = 0; i < n; ++i) result.push_back(luma709Of(&rows[0][3 * i]));
-    return Rows{result};
-  });
+// A row of 16-bit sums as bytes.
+class SumRow {
+ public:
+  explicit SumRow(Row& bytes) : bytes_(bytes) {}
+  void add(int sum) {
+    const auto stored = static_cast<int16_t>(sum);
+    bytes_.resize(bytes_.size() + sizeof stored);
+    std::memcpy(bytes_.data() + bytes_.size() - sizeof stored, &stored, sizeof stored);
+  }
+
+ private:
+  Row& bytes_;
+};
+
+int sumAt(const Row& bytes, size_t i) {
+  int16_t sum;
+  std::memcpy(&sum, &bytes[i * sizeof sum], sizeof sum);
+  return sum;
 }
 
-TEST_P(PixelFormat, ChromaPairs709) {
-  compare(
-      3,
-      [](const Sources& from, size_t n, const Results& to) {
-        pixelFormatKernels().chromaPairs709(from[0], from[1], n, to[0]);
-      },
-      [](const Rows& rows, size_t n) {
-        Row result;
-        for (size_t i = 0; i < (n + 1) / 2; ++i) {
-          const Chroma chroma = chroma709Of(rows, n, i);
-          result.insert(result.end(), {chroma.cb, chroma.cr});
-        }
-        return Rows{result};
-      });
+int16_t* asSums(const uint8_t* bytes) {
+  return reinterpret_cast<int16_t*>(const_cast<uint8_t*>(bytes));
 }
 
-TEST_P(PixelFormat, ChromaPlanes709) {
+TEST_P(PixelFormat, PairsTo709) {
   compare(
-      3,
+      6,
       [](const Sources& from, size_t n, const Results& to) {
-        pixelFormatKernels().chromaPlanes709(from[0], from[1], n, to[0], to[1]);
+        pixelFormatKernels().pairsTo709(from[0], n, to[0], {asSums(to[1]), asSums(to[2])});
       },
       [](const Rows& rows, size_t n) {
-        Rows results(2);
-        for (size_t i = 0; i < (n + 1) / 2; ++i) {
-          const Chroma chroma = chroma709Of(rows, n, i);
-          results[0].push_back(chroma.cb);
-          results[1].push_back(chroma.cr);
+        Rows results(3);
+        SumRow blue(results[1]), red(results[2]);
+        for (const uint8_t* p = rows[0].data(); n > 0; --n, p += 6) {
+          results[0].insert(results[0].end(), {luma709Of(p), luma709Of(p + 3)});
+          blue.add(32 * (p[0] + p[3] - p[1] - p[4]));
+          red.add(32 * (p[2] + p[5] - p[1] - p[4]));
         }
         return results;
       });
+}
+
+// Sums of pairs of pixels: those of blue, or of red if the seed is odd.
+Row anySums(size_t bytes, unsigned seed) {
+  const Row pixels = anyBytes(3 * bytes, seed / 2);
+  const size_t colour = seed % 2 ? 2 : 0;
+  Row row;
+  SumRow sums(row);
+  for (size_t i = 0; i < pixels.size(); i += 6)
+    sums.add(32 * (pixels[i + colour] + pixels[i + 3 + colour] - pixels[i + 1] - pixels[i + 4]));
+  return row;
+}
+
+// Of the upper row's blue and red, then of the lower row's.
+void compareChroma(const Convert& convert, bool inPairs) {
+  const Model model = [=](const Rows& rows, size_t n) {
+    Rows results(inPairs ? 1 : 2);
+    for (size_t i = 0; i < n; ++i) {
+      const Chroma chroma =
+          chroma709Of(sumAt(rows[0], i) + sumAt(rows[2], i), sumAt(rows[1], i) + sumAt(rows[3], i));
+      results.front().push_back(chroma.cb);
+      results.back().push_back(chroma.cr);
+    }
+    return results;
+  };
+  compare(2, convert, model, anySums);
+}
+
+TEST_P(PixelFormat, ChromaPairs709) {
+  compareChroma(
+      [](const Sources& from, size_t n, const Results& to) {
+        pixelFormatKernels().chromaPairs709({asSums(from[0]), asSums(from[1])},
+                                            {asSums(from[2]), asSums(from[3])}, n, to[0]);
+      },
+      true);
+}
+
+TEST_P(PixelFormat, ChromaPlanes709) {
+  compareChroma(
+      [](const Sources& from, size_t n, const Results& to) {
+        pixelFormatKernels().chromaPlanes709({asSums(from[0]), asSums(from[1])},
+                                             {asSums(from[2]), asSums(from[3])}, n, to[0], to[1]);
+      },
+      false);
+}
+
+// Two rows of the same pairs of pixels.
+void convert709(const uint8_t* pixels, size_t pairs, uint8_t* luma, uint8_t* cb, uint8_t* cr) {
+  std::vector<int16_t> blue(pairs), red(pairs);
+  const PairSums sums{blue.data(), red.data()};
+  pixelFormatKernels().pairsTo709(pixels, pairs, luma, sums);
+  pixelFormatKernels().chromaPlanes709(sums, sums, pairs, cb, cr);
 }
 
 // Luma and chroma of one colour.
@@ -291,21 +341,20 @@ struct Ycc {
 };
 Ycc yccOf(uint8_t b, uint8_t g, uint8_t r) {
   const uint8_t pixels[] = {b, g, r, b, g, r};
-  Ycc result;
-  pixelFormatKernels().luma709(pixels, 1, &result.y);
-  pixelFormatKernels().chromaPlanes709(pixels, pixels, 2, &result.cb, &result.cr);
-  return result;
+  uint8_t luma[2], cb, cr;
+  convert709(pixels, 1, luma, &cb, &cr);
+  EXPECT_EQ(luma[0], luma[1]);
+  return {luma[0], cb, cr};
 }
 
 TEST_P(PixelFormat, BlackWhiteAndGrayHaveTheirExactCodes) {
   EXPECT_EQ(yccOf(0, 0, 0), (Ycc{16, 128, 128}));
   EXPECT_EQ(yccOf(255, 255, 255), (Ycc{235, 128, 128}));
-  Row grays;
+  Row grays, luma(512), cb(256), cr(256);
   for (size_t i = 0; i < 3 * 512; ++i) grays.push_back(static_cast<uint8_t>(i / 3 * 37));
-  Row cbcr(512);
-  pixelFormatKernels().chromaPairs709(grays.data(), grays.data() + 3 * 200, 312, cbcr.data());
-  pixelFormatKernels().chromaPairs709(grays.data(), grays.data(), 200, cbcr.data() + 312);
-  EXPECT_EQ(cbcr, Row(512, 128));
+  convert709(grays.data(), 256, luma.data(), cb.data(), cr.data());
+  EXPECT_EQ(cb, Row(256, 128));
+  EXPECT_EQ(cr, Row(256, 128));
 }
 
 TEST_P(PixelFormat, PrimariesHaveTheCodesOfTheStandard) {
@@ -329,8 +378,7 @@ TEST_P(PixelFormat, ErrorsOf709StayWithinTheirBounds) {
         row[3 * i + 1] = static_cast<uint8_t>(g);
         row[3 * i + 2] = static_cast<uint8_t>(r);
       }
-      pixelFormatKernels().luma709(row, 2 * kBlues, y);
-      pixelFormatKernels().chromaPlanes709(row, row, 2 * kBlues, cb, cr);
+      convert709(row, kBlues, y, cb, cr);
       for (int i = 0; i < kBlues; ++i) {
         const double luma = 0.0722 * (3 * i) + 0.7152 * g + 0.2126 * r;
         const double exactCb = 128 + (3 * i - luma) / (2 * (1 - 0.0722)) * 224 / 255;
