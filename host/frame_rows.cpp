@@ -75,7 +75,8 @@ template <class T>
 FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
                         const vistrel_conversion& conversion, const Gains& gains,
                         core::Arena& arena)
-    : plan_(plan), frame_(frame), preparation_(plan, frame, conversion, gains) {
+    : plan_(plan), frame_(frame), stride_(static_cast<size_t>(strideOf(frame))),
+      preparation_(plan, frame, conversion, gains) {
   if (!preparation_.copies() || !isAligned<T>(frame))
     line_ = arena.take<T>(size_t{plan.width} * channelsOf(frame));
 }
@@ -83,8 +84,7 @@ FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
 template <class T>
 const unsigned char* FrameRows<T>::rowOf(int y) const {
   const size_t row = core::mirrored(plan_.y + y, frame_.height);
-  return static_cast<const unsigned char*>(frame_.samples) +
-         row * static_cast<size_t>(strideOf(frame_));
+  return static_cast<const unsigned char*>(frame_.samples) + row * stride_;
 }
 
 template <class T>

@@ -64,6 +64,7 @@ class FrameRows final : public core::RowSource<T> {
 
   const Plan& plan_;
   const vistrel_frame& frame_;
+  const size_t stride_;
   RowPreparation<T> preparation_;
   T* line_ = nullptr;  // null where rows stay in the frame
 };

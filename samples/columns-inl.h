@@ -12,6 +12,7 @@
 #endif
 
 #include "common/simd/lanes-inl.h"
+#include "common/simd/registers-inl.h"
 #include "common/simd/widen-inl.h"
 #include "samples/prepare.h"
 
@@ -52,6 +53,21 @@ struct ColumnsTogether {
 template <class T>
 using Columns16 = std::conditional_t<sizeof(T) == 1, ColumnsApart<uint8_t>, ColumnsTogether>;
 
+// a - b, or 0 if b is larger.
+template <class V>
+VISTREL_INLINE V saturatingDifference(V a, V b) {
+  return larger(a, b) - b;
+}
+#if VISTREL_SSSE3
+VISTREL_INLINE Vec<uint16_t> saturatingDifference(Vec<uint16_t> a, Vec<uint16_t> b) {
+#if VISTREL_AVX512
+  return as<Vec<uint16_t>>(_mm512_subs_epu16(as<__m512i>(a), as<__m512i>(b)));
+#else
+  return as<Vec<uint16_t>>(VISTREL_OP(subs_epu16)(as<Register>(a), as<Register>(b)));
+#endif
+}
+#endif
+
 // The significant bits above the black level.
 template <class Columns>
 class AboveBlack {
@@ -68,7 +84,7 @@ class AboveBlack {
   template <class V>
   VISTREL_INLINE Value operator()(V v, size_t p) const {
     const Value s = (Columns::part(v, p) & mask_) >> below_;
-    return larger(s, black_[p]) - black_[p];
+    return saturatingDifference(s, black_[p]);
   }
 
  private:

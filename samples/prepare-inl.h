@@ -6,6 +6,7 @@
 #define VISTREL_PREPARE_INL_H
 #endif
 
+#include "common/simd/registers-inl.h"
 #include "samples/columns-inl.h"
 
 VISTREL_BEGIN_TARGET
@@ -30,6 +31,19 @@ VISTREL_INLINE Vec<uint16_t> highHalf(Vec<uint16_t> a, Vec<uint16_t> b) {
 #endif
 }
 
+// (a * b + 2^14) / 2^15, truncated, of factors below 2^15.
+VISTREL_INLINE Vec<uint16_t> roundedProduct(Vec<uint16_t> a, Vec<uint16_t> b) {
+#if VISTREL_AVX512
+  return as<Vec<uint16_t>>(_mm512_mulhrs_epi16(as<__m512i>(a), as<__m512i>(b)));
+#elif VISTREL_SSSE3
+  return as<Vec<uint16_t>>(VISTREL_OP(mulhrs_epi16)(as<Register>(a), as<Register>(b)));
+#elif VISTREL_NEON
+  return as<Vec<uint16_t>>(vqrdmulhq_s16(as<int16x8_t>(a), as<int16x8_t>(b)));
+#else
+  return (highHalf(a, b) << 1) + (((a * b >> 14) + 1) >> 1);
+#endif
+}
+
 // How a value above black is amplified. factor(gain): what times() multiplies by.
 
 struct Unamplified {
@@ -38,6 +52,19 @@ struct Unamplified {
   template <class V>
   VISTREL_INLINE V times(V v, V) const {
     return v;
+  }
+};
+
+// Of at most 12 bits, by gains below 8: the quotient of v * gain by 2^12 is that of 8 times the
+// product by 2^15.
+struct Amplified12 {
+  explicit Amplified12(const Preparation&) {}
+  uint32_t factor(uint32_t gain) const { return gain; }
+  static bool suits(const Preparation& how) {
+    return how.bits <= 12 && how.gain.even < 8 * kGainOne && how.gain.odd < 8 * kGainOne;
+  }
+  VISTREL_INLINE Vec<uint16_t> times(Vec<uint16_t> v, Vec<uint16_t> gain) const {
+    return roundedProduct(v << 3, gain);
   }
 };
 
@@ -123,6 +150,8 @@ template <class T>
 void prepareRow(const void* from, size_t n, T* to, const Preparation& how) {
   if (how.gain.even == kGainOne && how.gain.odd == kGainOne)
     prepareBy<T, Columns16<T>, Unamplified>(from, n, to, how);
+  else if (Amplified12::suits(how))
+    prepareBy<T, Columns16<T>, Amplified12>(from, n, to, how);
   else if (sizeof(T) == 1 || Amplified16::suits(how))
     prepareBy<T, Columns16<T>, Amplified16>(from, n, to, how);
   else if constexpr (sizeof(T) == 2)

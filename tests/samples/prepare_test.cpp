@@ -93,13 +93,14 @@ TEST_P(Prepare, InPlace) {
   expectPreparedInPlace<uint16_t>();
 }
 
-// All samples of so many bits in even and in odd columns, at all levels. Gains from both ends.
+// All samples of so many bits in even and in odd columns, at all levels. Gains from both ends,
+// whose sum is given.
 template <class T>
-void expectAllSamples(uint32_t bits, uint32_t step) {
+void expectAllSamples(uint32_t bits, uint32_t step, uint32_t sumOfGains = 65537) {
   std::vector<T> row, expected, result(size_t{2} << bits);
   for (size_t i = 0; i < result.size(); ++i) row.push_back(static_cast<T>(i / 2));
-  for (uint32_t gain = 1; gain <= 32768; gain += step) {
-    const Preparation how{bits, 0, 0, {0, 0}, {gain, 65537 - gain}};
+  for (uint32_t gain = 1; gain <= sumOfGains / 2; gain += step) {
+    const Preparation how{bits, 0, 0, {0, 0}, {gain, sumOfGains - gain}};
     const uint32_t top = (1u << bits) - 1;
     expected.resize(row.size());
     T* to = expected.data();
@@ -118,6 +119,8 @@ void expectAllSamples(uint32_t bits, uint32_t step) {
 
 TEST(PrepareAll, BytesByAllGains) { expectAllSamples<uint8_t>(8, 1); }
 TEST(PrepareAll, TwelveBitsByAllGains) { expectAllSamples<uint16_t>(12, 1); }
+TEST(PrepareAll, BytesByAllGainsBelow8) { expectAllSamples<uint8_t>(8, 1, 32768); }
+TEST(PrepareAll, TwelveBitsByAllGainsBelow8) { expectAllSamples<uint16_t>(12, 1, 32768); }
 TEST(PrepareAll, ThirteenBits) { expectAllSamples<uint16_t>(13, 61); }
 TEST(PrepareAll, FourteenBits) { expectAllSamples<uint16_t>(14, 121); }
 TEST(PrepareAll, FifteenBits) { expectAllSamples<uint16_t>(15, 241); }
