@@ -11,6 +11,8 @@
 namespace vistrel::core::check {
 namespace {
 
+constexpr uint32_t kCases = 600;  // of each way, unless others are asked for
+
 struct Way {
   const char* name;
   HostWay* convert;
@@ -121,6 +123,14 @@ void enlarge(Draw& draw, Call& call) {
   call.roiHeight = (400 + draw.below(300)) / call.factor();
 }
 
+// Results of most formats that bypass the caches if nobody reads them soon.
+void enlargeBeyondCaches(Draw& draw, Call& call) {
+  call.binning = 0;
+  call.roiWidth = 900 + draw.below(300);
+  call.roiHeight = 800 + draw.below(100);
+  call.later = VISTREL_READ_LATER;
+}
+
 // From a result's size to a region and a frame around it.
 void drawRegionAround(Draw& draw, Call& call) {
   const uint32_t padded = isMosaic(call) && call.edges == VISTREL_EDGES_PADDED;
@@ -143,7 +153,6 @@ void drawRows(Draw& draw, Call& call) {
   if (draw.oneIn(2)) call.sourceGap = draw.below(9);
   if (draw.oneIn(2)) call.gap = draw.oneIn(4) ? 64 : draw.below(9);
   if (!hasPlanes(call.format)) call.upward = draw.oneIn(4);
-  call.later = draw.oneIn(3);
   const Layout layout = hostLayout(call);
   const bool fits =
       layout.source.rowBytes <= GuardPageRows::kPage && layout.source.rows <= GuardPageRows::kRows;
@@ -163,6 +172,8 @@ Call drawOne(Draw& draw, const Way& way) {
   drawPreparation(draw, call, way);
   if (way.isShared) call.threads = 1 + draw.below(5);
   if (way.isShared && draw.oneIn(8)) enlarge(draw, call);
+  call.later = draw.oneIn(3);
+  if (draw.oneIn(200)) enlargeBeyondCaches(draw, call);
   drawRegionAround(draw, call);
   drawRows(draw, call);
   if (draw.oddly(20))
@@ -196,7 +207,7 @@ uint64_t runReference(const Call& call, const Memory& memory) {
 }  // namespace
 
 void addEngine(Catalogue& all) {
-  for (const Way& way : kWays)
+  for (const Way& way : kWays) {
     all.add(
         "engine",
         {way.name,
@@ -204,6 +215,8 @@ void addEngine(Catalogue& all) {
          {[way](const Call& c, const Memory& m) { return runProduct(way, c, m); }, runReference},
          fillHostFrame},
         [way](Draw& draw) { return drawOne(draw, way); });
+    all.plans.back().cases = kCases;
+  }
 }
 
 }  // namespace vistrel::core::check

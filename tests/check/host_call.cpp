@@ -83,11 +83,11 @@ void strewExcess(const Call& call, const Memory& memory) {
 constexpr HostDefect kDefects[] = {
     {VISTREL_SHORT_BUFFER, [](HostCall& h) { --h.image.size; }},
     {VISTREL_NULL_POINTER, [](HostCall& h) { h.image.pixels = nullptr; }},
-    {VISTREL_BAD_STRIDE, [](HostCall& h) { h.image.stride = -1; }},
+    {VISTREL_BAD_PHASE, [](HostCall& h) { h.frame.phase = 5; }},
     {VISTREL_BAD_RESERVED, [](HostCall& h) { h.image.reserved[9] = 1; }},
     {VISTREL_BAD_RESERVED, [](HostCall& h) { h.frame.reserved[2] = 1; }},
     {VISTREL_BAD_RESERVED, [](HostCall& h) { h.conversion.reserved[6] = 1; }},
-    {VISTREL_BAD_BINNING, [](HostCall& h) { h.conversion.binning = 5; }},
+    {VISTREL_BAD_BINNING, [](HostCall& h) { h.conversion.binning = 0; }},
     {VISTREL_BAD_REGION,
      [](HostCall& h) {
        h.conversion.region = {1, 0, h.frame.width, 1};
