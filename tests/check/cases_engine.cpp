@@ -57,30 +57,28 @@ void drawFormat(Draw& draw, Call& call) {
                              VISTREL_NV12, VISTREL_I420});
 }
 
-// The significant bits that an algorithm allows, and the shortest side of a region.
-uint32_t mostBits(uint32_t algorithm) {
-  switch (algorithm) {
-    case VISTREL_BILINEAR:
-    case VISTREL_NEAR:
-    case VISTREL_AHD: return 16;
-    case VISTREL_EDGE: return 15;
-    default: return 10;
-  }
+uint32_t algorithms() {
+  uint32_t count = 0;
+  while (vistrel_algorithm_at(count)) ++count;
+  return count;
 }
-uint32_t shortestSide(uint32_t algorithm) { return algorithm == VISTREL_AHD ? 5 : 2; }
+
+const vistrel_algorithm& algorithmOf(const Call& call) {
+  size_t index = 0;
+  while (vistrel_algorithm_at(index)->code != call.algorithm) ++index;
+  return *vistrel_algorithm_at(index);
+}
 
 uint32_t workingBits(const Call& call) {
   return call.truncateTo ? std::min(call.truncateTo, call.srcBits) : call.srcBits;
 }
 
 void drawAlgorithm(Draw& draw, Call& call) {
-  call.algorithm = draw.oneIn(3)    ? uint32_t{VISTREL_BILINEAR}
-                   : draw.oneIn(10) ? uint32_t{VISTREL_AHD}
-                                    : draw.below(9);
+  if (!draw.oneIn(3)) call.algorithm = vistrel_algorithm_at(draw.below(algorithms()))->code;
   if (call.algorithm == VISTREL_EDGE) call.threshold = draw.below(256);
   if (draw.oneIn(6)) call.truncateTo = 8 + draw.below(9);
-  if (isMosaic(call) && workingBits(call) > mostBits(call.algorithm))
-    call.truncateTo = mostBits(call.algorithm) - draw.below(3);
+  if (const uint32_t most = algorithmOf(call).max_bits; workingBits(call) > most && isMosaic(call))
+    call.truncateTo = most - draw.below(3);
   call.edges = draw.below(2);
 }
 
@@ -134,7 +132,7 @@ void enlargeBeyondCaches(Draw& draw, Call& call) {
 // From a result's size to a region and a frame around it.
 void drawRegionAround(Draw& draw, Call& call) {
   const uint32_t padded = isMosaic(call) && call.edges == VISTREL_EDGES_PADDED;
-  const uint32_t least = isMosaic(call) && !padded ? shortestSide(call.algorithm) : 1;
+  const uint32_t least = isMosaic(call) && !padded ? algorithmOf(call).min_size : 1;
   const auto side = [&](uint32_t bins) {
     while (bins * call.factor() < least) ++bins;
     return bins * call.factor() + draw.below(call.factor());
