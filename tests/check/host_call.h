@@ -27,7 +27,7 @@ Layout hostLayout(const Call& call);
 // Fills source and table.
 void fillHostFrame(const Call& call, const Layout& layout, const Memory& memory);
 
-// The rows of an image of one plane. Planes are one block, with what lies between them.
+// Whether the destination's rows are not the image's: several planes are one block.
 bool hasPlanes(uint32_t format);
 uint32_t imageHeight(const Call& call);
 

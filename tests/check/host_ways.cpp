@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <memory>
 #include <thread>
 #include <vector>
 
@@ -90,21 +89,16 @@ bool othersAreAsBefore(const Block& block, const std::vector<uint8_t>& before, R
 }
 
 // A runner of the caller's: two threads, each with every other task, the last one first.
-struct Runner {
-  uint32_t runs = 0;
-
-  static int32_t run(void* context, uint32_t count, void (*task)(void*, uint32_t), void* data) {
-    ++static_cast<Runner*>(context)->runs;
-    const auto every = [=](uint32_t rest) {
-      for (uint32_t index = count; index-- > 0;)
-        if (index % 2 == rest) task(data, index);
-    };
-    std::thread other(every, 1);
-    every(0);
-    other.join();
-    return 0;
-  }
-};
+int32_t runByTwo(void*, uint32_t count, void (*task)(void*, uint32_t), void* data) {
+  const auto every = [=](uint32_t rest) {
+    for (uint32_t index = count; index-- > 0;)
+      if (index % 2 == rest) task(data, index);
+  };
+  std::thread other(every, 1);
+  every(0);
+  other.join();
+  return 0;
+}
 
 class Teams {
  public:
@@ -124,22 +118,19 @@ class Teams {
   std::array<vistrel_team*, 6> teams_{};
 };
 
-// Pushes the frame in portions that exist only as long as they are pushed.
+// Pushes rows of the frame where they are, or as copies that exist only while they are pushed.
 class Pusher {
  public:
-  Pusher(vistrel_stream* stream, const HostCall& host, const Memory& memory, bool upward)
-      : stream_(stream), frame_(host.frame), source_(memory.source), image_(memory.destination),
-        upward_(upward) {}
+  Pusher(vistrel_stream* stream, const Call& call, const Memory& memory)
+      : stream_(stream), source_(memory.source), image_(memory.destination),
+        upward_(call.upward != 0),
+        copies_(call.seed & 8 && source_.shape.pitch == source_.shape.rowBytes) {}
 
   int32_t push(Rows rows) {
-    const size_t pitch = source_.shape.pitch;
-    const size_t size = (rows.end - rows.first - 1) * pitch + source_.shape.rowBytes;
+    const size_t size = (rows.end - rows.first - 1) * source_.shape.pitch + source_.shape.rowBytes;
     const uint8_t* samples = source_.row(rows.first);
-    std::unique_ptr<uint8_t[]> portion;
-    if (pitch == source_.shape.rowBytes) {
-      portion = std::make_unique<uint8_t[]>(size);
-      samples = static_cast<const uint8_t*>(std::memcpy(portion.get(), samples, size));
-    }
+    const std::vector<uint8_t> copy(samples, samples + (copies_ ? size : 0));
+    if (copies_) samples = copy.data();
     return vistrel_stream_push(stream_, samples, size, rows.end - rows.first, &final_, nullptr);
   }
 
@@ -164,10 +155,9 @@ class Pusher {
   size_t rowOf(size_t y) const { return upward_ ? image_.shape.rows - 1 - y : y; }
 
   vistrel_stream* stream_;
-  const vistrel_frame& frame_;
   const Block& source_;
   const Block& image_;
-  bool upward_;
+  bool upward_, copies_;
   uint32_t final_ = 0;
   size_t kept_ = 0;
   std::vector<uint8_t> rows_;
@@ -198,8 +188,7 @@ uint64_t convertAgain(const Call& call, const Memory& memory, HostCall& h) {
 uint64_t convertRows(const Call& call, const Memory& memory, HostCall& h) {
   const Acquired stream;
   Random random(call.seed + 19);
-  Runner runner;
-  if (call.threads > 1) h.conversion.run = Runner::run, h.conversion.run_context = &runner;
+  h.conversion.run = runByTwo;
   h.conversion.threads = call.threads;
   auto bands = cut(random, imageHeight(call), sharesChroma(call.format));
   shuffle(random, bands);
@@ -223,10 +212,8 @@ uint64_t convertByTeam(const Call& call, const Memory&, HostCall& h) {
 }
 
 uint64_t convertByRunner(const Call& call, const Memory&, HostCall& h) {
-  Runner runner;
   h.conversion.threads = call.threads;
-  h.conversion.run = Runner::run;
-  h.conversion.run_context = &runner;
+  h.conversion.run = runByTwo;
   return asResult(vistrel_convert(&h.frame, &h.conversion, &h.image, nullptr));
 }
 
@@ -237,7 +224,7 @@ uint64_t convertPushed(const Call& call, const Memory& memory, HostCall& h) {
   frame.samples = nullptr, frame.size = 0;
   const int32_t begun = vistrel_stream_begin(stream, &frame, &h.conversion, &h.image, nullptr);
   if (begun) return asResult(begun);
-  Pusher pusher(stream, h, memory, call.upward != 0);
+  Pusher pusher(stream, call, memory);
   for (const Rows rows : cut(random, call.imgHeight, false)) {
     if (const int32_t status = pusher.push(rows)) return asResult(status);
     if (!hasPlanes(call.format)) pusher.keep();

@@ -10,8 +10,7 @@ enum HostBreach : uint64_t {
   kOtherLayout = 1000,  // than the reference's
   kOtherImage,          // of the same frame a second time
   kOtherRows,           // than those that were to be made have changed
-  kRowsNotFinal,        // although reported
-  kNotAllTasks          // were those of the caller's runner
+  kRowsNotFinal         // although reported
 };
 
 using HostWay = uint64_t(const Call& call, const Memory& memory, HostCall& host);
