@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <utility>
 
 #include "host/packings.h"
 #include "samples/mirror.h"
@@ -55,6 +56,21 @@ core::Preparation RowPreparation<T>::preparationOf(int y) const {
           {gainAt(left_), gainAt(left_ + 1)}};
 }
 
+// The samples of a finished pixel have one black level.
+template <class T>
+void RowPreparation<T>::prepare(int y, const void* from, T* samples) const {
+  core::Preparation how = preparationOf(y);
+  const size_t channels = channelsOf(frame_);
+  if (channels == 1 || how.black.even == how.black.odd)
+    return core::prepareRow(from, count_, samples, how);
+  const auto* const bytes = static_cast<const unsigned char*>(from);
+  for (size_t i = 0; i < count_; i += channels, std::swap(how.black.even, how.black.odd)) {
+    core::Preparation ofPixel = how;
+    ofPixel.black.odd = how.black.even;
+    core::prepareRow(bytes + i * sizeof(T), channels, samples + i, ofPixel);
+  }
+}
+
 template <class T>
 void RowPreparation<T>::make(int y, const unsigned char* frameRow, T* row) const {
   T* const samples = row + left_;
@@ -65,7 +81,7 @@ void RowPreparation<T>::make(int y, const unsigned char* frameRow, T* row) const
     from = samples;
   }
   if (!isReady_)
-    core::prepareRow(from, count_, samples, preparationOf(y));
+    prepare(y, from, samples);
   else if (!packing_)
     std::memcpy(samples, from, count_ * sizeof(T));
   core::mirrorEnds(samples, count_, left_, right_);

@@ -38,6 +38,7 @@ class RowPreparation {
 
  private:
   core::Preparation preparationOf(int y) const;
+  void prepare(int y, const void* from, T* samples) const;
 
   const Plan& plan_;
   const vistrel_frame& frame_;

@@ -128,7 +128,8 @@ template <class T>
 OutputShape RowEngine<T>::shapeOf(size_t pitch) {
   const Pack pack = !p_.format->colour() ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
   return {.writer = writerOf(pack, pitch),
-          .changes = p_.rawGray || c_.binning > 1 || reduces() || (redFirst() && exchangesEnds()),
+          .changes = p_.rawGray || c_.binning > 1 || reduces() || mayExceed() ||
+                     (redFirst() && exchangesEnds()),
           .exchangesEnds = redFirst() && exchangesEnds(),
           .binning = c_.binning,
           .left = p_.pad * c_.binning,

@@ -29,6 +29,10 @@ struct Call {
   uint32_t srcBits = 0, skip = 0, guarded = 0, stride = 0, shift = 0;
   uint32_t unknown = 0;                 // nonzero: the stream was never opened
   uint32_t a = 0, b = 0, c = 0, d = 0;  // further arguments of single functions
+  // Those of libvistrelhost, whose regions are in sensor pixels. Gaps are the bytes between rows.
+  uint32_t packing = 0, sampleBytes = 0, highBits = 0, sourceGap = 0, gap = 0, upward = 0;
+  uint32_t gray = 0, threshold = 0, truncateTo = 0, edges = 0, excess = 0, stray = 0;
+  uint32_t black = 0, balance = 0, threads = 0, later = 0, defect = 0;
   uint32_t pattern = 0, seed = 0, place = 0;
 
   uint32_t factor() const { return binning + 1; }

@@ -14,12 +14,16 @@ namespace {
 // the repetition does not line up with anything.
 constexpr size_t kOwnRows = 509, kOwnSamples = 99991;
 
+// The row may begin at any address.
 template <class T>
-void fillRow(const Frame& frame, uint32_t x0, uint32_t y, T* row, size_t samples) {
+void fillRow(const Frame& frame, uint32_t x0, uint32_t y, uint8_t* row, size_t samples) {
   const size_t own = std::min(samples, kOwnSamples);
-  for (size_t x = 0; x < own; ++x)
-    row[x] = static_cast<T>(frame.at(x0 + static_cast<uint32_t>(x), y));
-  for (size_t x = own; x < samples; ++x) row[x] = row[x - own];
+  for (size_t x = 0; x < own; ++x) {
+    const auto sample = static_cast<T>(frame.at(x0 + static_cast<uint32_t>(x), y));
+    std::memcpy(row + x * sizeof(T), &sample, sizeof(T));
+  }
+  for (size_t x = own; x < samples; ++x)
+    std::memcpy(row + x * sizeof(T), row + (x - own) * sizeof(T), sizeof(T));
 }
 
 template <class T>
@@ -30,8 +34,8 @@ void fillWith(const Block& block, const Call& call, uint32_t bits) {
   const Shape& shape = block.shape;
   for (size_t y = 0; y < shape.rows; ++y) {
     if (y < kOwnRows)
-      fillRow(frame, static_cast<uint32_t>(shape.origin / sizeof(T)), static_cast<uint32_t>(y),
-              reinterpret_cast<T*>(block.row(y)), shape.rowBytes / sizeof(T));
+      fillRow<T>(frame, static_cast<uint32_t>(shape.origin / sizeof(T)), static_cast<uint32_t>(y),
+                 block.row(y), shape.rowBytes / sizeof(T));
     else
       std::memcpy(block.row(y), block.row(y - kOwnRows), shape.rowBytes);
   }

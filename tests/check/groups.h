@@ -13,6 +13,7 @@ void addDemosaic(Catalogue& all);
 void addCfa(Catalogue& all);
 void addFilter(Catalogue& all);
 void addRegistry(Catalogue& all);
+void addEngine(Catalogue& all);
 void addSequence(Catalogue& all);  // after all those that it draws from
 
 }  // namespace vistrel::core::check

@@ -50,7 +50,7 @@ using Failures = std::array<int, kLevels>;
 // Runs each case at every level. Leaves a level after kFailuresShown failures.
 Failures countFailures(Checker& checker, const Plan& plan, const std::vector<Level>& levels,
                        const Options& options) {
-  const uint32_t cases = options.cases ? options.cases : Draw::kComplete;
+  const uint32_t cases = options.cases ? options.cases : plan.cases;
   Failures failures = {};
   for (uint32_t n = 0; n < cases; ++n) {
     Draw draw(options.seed, n);
@@ -168,7 +168,8 @@ int parseAndRun(int argc, char** argv) {
   app.add_flag("--list", options.list, "list the functions");
   app.add_option("--filter", options.filter, "only functions with TEXT in their name");
   app.add_option("--group", options.group, "only the functions of a group");
-  app.add_option("--cases", options.cases, "cases per function; by default every small size")
+  app.add_option("--cases", options.cases,
+                 "cases per function; by default every small size, 600 of the engine")
       ->envname("VISTREL_CHECK_CASES");
   app.add_option("--seed", options.seed, "draw other cases");
   app.add_option("--level", options.level,

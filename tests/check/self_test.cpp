@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <vector>
 
 #include "tests/check/checker.h"
 
@@ -30,6 +31,27 @@ uint8_t* end(const Block& block) { return block.begin + block.shape.span(); }
 
 void spoilFirstByte(const Block& block) {
   if (block.shape.span() > 0) *block.begin ^= 1;
+}
+
+uint8_t* middleRow(const Memory& m) { return m.destination.row(m.destination.shape.rows / 2); }
+
+// Rows of the image from `first` on, as a region of its own.
+uint64_t runAlone(const Subject::Run& right, Call call, Memory memory, uint32_t first,
+                  uint32_t rows) {
+  if (call.roiWidth == 0) call.roiWidth = call.imgWidth;
+  call.roiY += call.factor() * first;
+  call.roiHeight = call.factor() * rows;
+  memory.destination.begin = memory.destination.row(first);
+  memory.destination.shape.rows = rows;
+  return right(call, memory);
+}
+
+// Makes an image in two bands that see nothing of each other.
+uint64_t runInBlindBands(const Subject::Run& right, const Call& call, const Memory& memory) {
+  const auto rows = static_cast<uint32_t>(memory.destination.shape.rows), half = rows / 2;
+  if (call.defect || call.upward || half < 5) return right(call, memory);
+  runAlone(right, call, memory, 0, half);
+  return runAlone(right, call, memory, half, rows - half);
 }
 
 const Mutant kMutants[] = {
@@ -171,6 +193,40 @@ const Mutant kMutants[] = {
        return result;
      },
      {Kind::destination}},
+    {"bands that see nothing of each other", "engine-rows", runInBlindBands, {Kind::destination}},
+    {"a row left out",
+     "engine-rows",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       const std::vector<uint8_t> row(middleRow(m), middleRow(m) + m.destination.shape.rowBytes);
+       const uint64_t result = right(c, m);
+       std::copy(row.begin(), row.end(), middleRow(m));
+       return result;
+     },
+     {Kind::destination}},
+    {"a read beyond a frame's row, discarded",
+     "engine-pushed",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       readAndDiscard(m.source.row(0) + m.source.shape.rowBytes);
+       return right(c, m);
+     },
+     {Kind::fault}},
+    {"a write between the rows of an image",
+     "engine-team",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       const uint64_t result = right(c, m);
+       const Shape& s = m.destination.shape;
+       if (s.rows > 1 && s.pitch > s.rowBytes) m.destination.begin[s.rowBytes] ^= 1;
+       return result;
+     },
+     {Kind::outside}},
+    {"a pixel of a rejected conversion",
+     "engine-alone",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       const uint64_t result = right(c, m);
+       if (result != 0) spoilFirstByte(m.destination);
+       return result;
+     },
+     {Kind::destination}},
 };
 
 std::string kindsText(const std::set<Kind>& kinds) {
@@ -197,7 +253,7 @@ std::map<Kind, std::string> failuresOf(const Catalogue& all, const Mutant& mutan
   const Catalogue catalogue = catalogueOf(all, mutant);
   Checker checker(catalogue);
   std::map<Kind, std::string> failures;
-  for (uint32_t n = 0; n < Draw::kComplete; ++n) {
+  for (uint32_t n = 0; n < plan.cases; ++n) {
     Draw draw(seed, n);
     const Case calls = plan.draw(draw);
     if (const auto failure = checker.check(calls, supportedLevels().back()))

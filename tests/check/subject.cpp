@@ -31,7 +31,7 @@ const Subject& Catalogue::subject(const std::string& name) const {
 Catalogue catalogue() {
   Catalogue all;
   for (const auto add : {addCurves, addOutput, addMono, addSkip, addDemosaic, addCfa, addFilter,
-                         addRegistry, addSequence})
+                         addRegistry, addEngine, addSequence})
     add(all);
   return all;
 }

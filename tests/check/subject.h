@@ -68,8 +68,9 @@ struct Plan {
   std::string name;
   std::string group;
   std::function<Case(Draw&)> draw;
-  bool levels = true;    // the product runs different code at each level
-  bool portable = true;  // the result is the same on every processor
+  bool levels = true;                // the product runs different code at each level
+  bool portable = true;              // the result is the same on every processor
+  uint32_t cases = Draw::kComplete;  // unless others are asked for
 };
 
 struct Catalogue {

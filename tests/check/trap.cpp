@@ -13,7 +13,7 @@ namespace {
 constexpr int kSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 
 sigjmp_buf g_return;
-volatile sig_atomic_t g_armed = 0;
+thread_local volatile sig_atomic_t g_armed = 0;  // another thread can't return from here
 Fault g_fault;
 std::string g_terminationMessage;
 

@@ -1,11 +1,12 @@
 // Any description of frame, conversion and image, over memory of exactly the described size: it is
-// converted or rejected, and a rejected call writes nothing. What other conversions have left
-// behind changes no pixel.
+// converted or rejected, and a rejected call writes nothing. What is accepted has the same pixels
+// in every way of converting it, whatever other conversions have left behind.
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
 
 #include "tests/fuzz/bytes.h"
+#include "tests/reference/host.h"
 #include "vistrel/vistrel_host.h"
 
 using namespace vistrel;
@@ -14,6 +15,7 @@ namespace {
 
 constexpr uint8_t kUntouched = 0x5A;
 constexpr size_t kMaxBytes = 1 << 18;
+constexpr uint32_t kThreads = 3;
 
 void require(bool good, const char* what) {
   if (good) return;
@@ -21,27 +23,65 @@ void require(bool good, const char* what) {
   std::abort();
 }
 
-vistrel_frame frameFrom(Bytes& in) {
-  vistrel_frame f{};
+// Every task, the last one first.
+int32_t runAll(void*, uint32_t count, void (*task)(void*, uint32_t), void* data) {
+  while (count > 0) task(data, --count);
+  return 0;
+}
+
+vistrel_team* team() {
+  static vistrel_team* const team = [] {
+    vistrel_team* created = nullptr;
+    require(vistrel_team_create(kThreads, &created, nullptr) == VISTREL_OK, "a team");
+    return created;
+  }();
+  return team;
+}
+
+// Usually small; sometimes large enough for several threads.
+void sizeFrom(Bytes& in, vistrel_frame& f) {
   f.width = in.below(48);
   f.height = in.below(48);
+  if (in.take() % 16 == 1) f.width *= 16, f.height *= 12;
+}
+
+vistrel_frame frameFrom(Bytes& in) {
+  vistrel_frame f{};
+  sizeFrom(in, f);
   f.bytes_per_sample = in.below(4);
   f.bits = in.below(18);
   f.phase = in.below(6);
+  if (in.take() % 8 == 1) f.phase = VISTREL_BGR;
   f.alignment = in.below(3);
+  f.packing = in.take() & 1 ? in.below(7) : 0;
+  const bool isKnown = f.packing <= VISTREL_PACKING_MIPI && f.bits >= 8 && f.bits <= 16;
   const uint8_t flags = in.take();
-  const size_t row = size_t{f.width} * f.bytes_per_sample;
+  const size_t row = isKnown ? reference::hostRowBytes(f) : 0;
   f.stride = flags & 1 ? 0 : flags & 2 ? row + (flags >> 4) : in.take<uint64_t>();
-  f.size = (f.stride ? f.stride : row) * f.height;
+  f.size = f.height ? (f.stride ? f.stride : row) * (f.height - 1) + row : 0;
   if (flags & 4) f.size -= flags >> 5;
   f.size = std::min(f.size, kMaxBytes);
   return f;
 }
 
+void tableFrom(Bytes& in, std::vector<uint16_t>& table, vistrel_conversion& c) {
+  table.resize(in.take() & 1 ? 1024 : in.below(4100) % 8192);
+  for (size_t i = 0; i < table.size(); ++i) table[i] = static_cast<uint16_t>(i * 7 & 255);
+  c.table = table.data();
+  c.table_entries = static_cast<uint32_t>(table.size());
+}
+
+void threadsFrom(Bytes& in, vistrel_conversion& c) {
+  const uint8_t flags = in.take();
+  c.threads = flags >> 4;
+  if (flags & 1) c.run = runAll;
+  if (flags & 2) c.team = team();
+}
+
 vistrel_conversion conversionFrom(Bytes& in, std::vector<uint16_t>& table) {
   vistrel_conversion c{};
   c.format = in.below(12);
-  if (in.take() & 1) c.format = 256 + in.below(5);
+  if (in.take() & 1) c.format = 256 + in.below(9);
   c.algorithm = in.below(13);
   if (in.take() % 8 == 0) c.algorithm = VISTREL_AHD;
   c.threshold = in.below(257);
@@ -49,21 +89,53 @@ vistrel_conversion conversionFrom(Bytes& in, std::vector<uint16_t>& table) {
   c.binning = in.below(6);
   c.truncate_to = in.below(18);
   c.reduction = in.below(12);
-  table.resize(in.take() & 1 ? 1024 : in.below(4100) % 8192);
-  for (size_t i = 0; i < table.size(); ++i) table[i] = static_cast<uint16_t>(i * 7 & 255);
-  c.table = table.data();
-  c.table_entries = static_cast<uint32_t>(table.size());
+  tableFrom(in, table, c);
   c.excess = in.below(3);
   if (in.take() & 1) c.region = {in.below(48), in.below(48), in.below(48), in.below(48)};
   for (uint32_t& black : c.black) black = in.below(256);
   c.white_balance = in.below(4);
   for (uint32_t& gain : c.gains) gain = in.below(65540);
   c.edges = in.below(3);
+  threadsFrom(in, c);
+  c.destination = in.below(3);
   return c;
 }
 
-// Leaves other samples in the memory of the stream that is acquired next.
-void convertAnother() {
+struct Case {
+  vistrel_frame frame{};
+  vistrel_conversion conversion{};
+  vistrel_layout layout{};
+  vistrel_image image{};
+  std::vector<uint16_t> table;
+  std::vector<uint8_t> samples, pixels, expected;
+  std::vector<bool> isWritten;  // of each byte of pixels
+};
+
+// Memory for an image with its stride, or for a part of it.
+void imageFrom(Bytes& in, Case& c) {
+  const uint8_t flags = in.take();
+  const size_t stride = c.layout.row_bytes + (flags & 1 ? flags >> 3 : 0);
+  const bool isUpward = in.take() & 1;
+  const auto planes =
+      reference::hostPlanes(c.conversion.format, c.layout.width, c.layout.height, stride);
+  const reference::HostPlane& last = planes.back();
+  const size_t size = last.rows ? last.offset + (last.rows - 1) * last.stride + last.rowBytes : 0;
+  c.image.size = size - (flags & 4 ? std::min<size_t>(size, flags >> 3) : 0);
+  const auto distance = static_cast<ptrdiff_t>(stride);
+  c.image.stride = isUpward ? -distance : flags & 3 ? distance : 0;
+  if (c.image.size > kMaxBytes) return;
+  c.pixels.assign(c.image.size, kUntouched);
+  c.isWritten.assign(std::max(size, c.image.size), false);
+  for (const reference::HostPlane& plane : planes)
+    for (size_t y = 0; y < plane.rows; ++y)
+      for (size_t x = 0; x < plane.rowBytes; ++x)
+        c.isWritten[plane.offset + y * plane.stride + x] = true;
+  const size_t above = isUpward && c.layout.height ? (c.layout.height - 1) * stride : 0;
+  c.image.pixels = c.pixels.data() + above;
+}
+
+// Leaves other samples in the stream's memory.
+void convertAnother(vistrel_stream* stream) {
   static const std::vector<uint16_t> samples(size_t{64} * 64, 0xFFFF);
   static std::vector<uint8_t> pixels(samples.size());
   vistrel_frame frame{};
@@ -75,43 +147,103 @@ void convertAnother() {
   vistrel_default_conversion(&frame, &c);
   c.format = VISTREL_GRAY8, c.gray = VISTREL_RAW_GRAY, c.binning = 2;
   const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
-  require(vistrel_convert(&frame, &c, &image, nullptr) == VISTREL_OK, "another conversion");
+  require(vistrel_stream_convert(stream, &frame, &c, &image, nullptr) == VISTREL_OK,
+          "another conversion");
+}
+
+// Ways of converting a case that has been converted.
+
+int32_t convertOnStream(Case& c, Bytes&, vistrel_stream* stream) {
+  convertAnother(stream);
+  return vistrel_stream_convert(stream, &c.frame, &c.conversion, &c.image, nullptr);
+}
+
+int32_t convertRows(Case& c, Bytes& in, vistrel_stream* stream) {
+  const uint32_t height = c.layout.height;
+  for (uint32_t first = 0; first < height;) {
+    const uint32_t rows = std::min(2 * (1 + in.take() % 16u), height - first);
+    const int32_t status =
+        vistrel_convert_rows(stream, &c.frame, &c.conversion, &c.image, first, rows, nullptr);
+    if (status) return status;
+    first += rows;
+  }
+  return VISTREL_OK;
+}
+
+int32_t convertByThreads(Case& c, Bytes& in, vistrel_stream* stream) {
+  vistrel_conversion conversion = c.conversion;
+  const bool isTeam = in.take() & 1;
+  conversion.threads = kThreads;
+  conversion.team = isTeam ? team() : nullptr;
+  conversion.run = isTeam ? nullptr : runAll;
+  return vistrel_stream_convert(stream, &c.frame, &conversion, &c.image, nullptr);
+}
+
+// Each portion exists only while it is pushed.
+int32_t pushRows(Case& c, Bytes& in, vistrel_stream* stream) {
+  vistrel_conversion conversion = c.conversion;
+  conversion.threads = 0;
+  const int32_t begun = vistrel_stream_begin(stream, &c.frame, &conversion, &c.image, nullptr);
+  if (begun) return begun;
+  const size_t row = reference::hostRowBytes(c.frame),
+               stride = c.frame.stride ? c.frame.stride : row;
+  uint32_t finalRows = 0;
+  for (uint32_t first = 0; first < c.frame.height;) {
+    const uint32_t rows = std::min(1 + in.take() % 8u, c.frame.height - first);
+    const auto from = c.samples.begin() + static_cast<ptrdiff_t>(first * stride);
+    const std::vector<uint8_t> portion(from,
+                                       from + static_cast<ptrdiff_t>((rows - 1) * stride + row));
+    require(vistrel_stream_push(stream, portion.data(), portion.size(), rows, &finalRows,
+                                nullptr) == VISTREL_OK,
+            "a portion");
+    first += rows;
+  }
+  require(finalRows == c.layout.height, "all rows final");
+  return VISTREL_OK;
+}
+
+using Way = int32_t(Case& c, Bytes& in, vistrel_stream* stream);
+
+// canReject: what needs the whole frame.
+void expectSame(Case& c, Bytes& in, Way* way, bool canReject, const char* what) {
+  vistrel_stream* stream = nullptr;
+  require(vistrel_stream_acquire(VISTREL_NO_WAIT, &stream, nullptr) == VISTREL_OK, "a stream");
+  std::fill(c.pixels.begin(), c.pixels.end(), kUntouched);
+  const int32_t status = way(c, in, stream);
+  const bool isRejected = status == VISTREL_BAD_GRAY || status == VISTREL_BAD_BALANCE;
+  require(status == VISTREL_OK || (canReject && isRejected), "accepted in one way only");
+  const std::vector<uint8_t> untouched(c.pixels.size(), kUntouched);
+  require(c.pixels == (status ? untouched : c.expected), what);
+  require(vistrel_stream_release(stream, nullptr) == VISTREL_OK, "a release");
+}
+
+void convertInEveryWay(Case& c, Bytes& in) {
+  c.expected = c.pixels;
+  expectSame(c, in, convertOnStream, false, "the same bytes after another conversion");
+  expectSame(c, in, convertByThreads, false, "the same bytes by threads");
+  expectSame(c, in, convertRows, true, "the same bytes by rows");
+  expectSame(c, in, pushRows, true, "the same bytes from pushed rows");
 }
 
 void convertAny(Bytes& in) {
-  vistrel_frame frame = frameFrom(in);
-  std::vector<uint16_t> table;
-  const vistrel_conversion conversion = conversionFrom(in, table);
-  vistrel_layout layout{};
+  Case c;
+  c.frame = frameFrom(in);
+  c.conversion = conversionFrom(in, c.table);
   vistrel_error error{};
-  const int32_t rejected = vistrel_get_layout(&frame, &conversion, &layout, &error);
+  const int32_t rejected = vistrel_get_layout(&c.frame, &c.conversion, &c.layout, &error);
   require(error.status == rejected && (error.text[0] == 0) == (rejected == 0), "status and text");
-  const uint8_t flags = in.take();
-  vistrel_image image{};
-  const size_t padding = flags & 1 ? flags >> 3 : 0;
-  const auto distance = static_cast<ptrdiff_t>(layout.row_bytes + padding);
-  const bool isBottomUp = in.take() & 1;
-  image.stride = isBottomUp ? -distance : padding || flags & 2 ? distance : 0;
-  image.size = layout.bytes + padding * (layout.height ? layout.height - 1 : 0);
-  if (flags & 4) image.size -= std::min<size_t>(image.size, flags >> 3);
-  if (image.size > kMaxBytes) return;
-  std::vector<uint8_t> samples(frame.size), pixels(image.size, kUntouched);
-  for (uint8_t& sample : samples) sample = in.take();
-  frame.samples = samples.data();
-  const size_t above = layout.height ? layout.height - 1 : 0;
-  image.pixels = pixels.data();
-  if (isBottomUp) image.pixels = pixels.data() + above * (layout.row_bytes + padding);
-  const int32_t status = vistrel_convert(&frame, &conversion, &image, &error);
+  imageFrom(in, c);
+  if (c.image.size > kMaxBytes) return;
+  c.samples.resize(c.frame.size);
+  for (uint8_t& sample : c.samples) sample = in.take();
+  c.frame.samples = c.samples.data();
+  const int32_t status = vistrel_convert(&c.frame, &c.conversion, &c.image, &error);
   require(status != VISTREL_INTERNAL, "internal");
   require(status == 0 || rejected == 0 || status == rejected, "one rejection, two codes");
-  for (size_t i = 0; i < pixels.size(); ++i)
-    if (status != 0 || (padding && i % (layout.row_bytes + padding) >= layout.row_bytes))
-      require(pixels[i] == kUntouched, "bytes that are not the image's");
-  if (status != 0) return;
-  const std::vector<uint8_t> first = pixels;
-  convertAnother();
-  require(vistrel_convert(&frame, &conversion, &image, &error) == VISTREL_OK, "accepted once only");
-  require(pixels == first, "the same bytes after another conversion");
+  for (size_t i = 0; i < c.pixels.size(); ++i)
+    if (status != 0 || !c.isWritten[i])
+      require(c.pixels[i] == kUntouched, "bytes that are not the image's");
+  if (status == 0) convertInEveryWay(c, in);
 }
 
 void unpackAny(Bytes& in) {

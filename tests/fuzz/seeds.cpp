@@ -86,25 +86,58 @@ void headerless(const fs::path& folder) {
          numbers({5, 4, format, 0}) + "\1" + std::string(1, '\0') + samples);
 }
 
+struct HostSeed {
+  uint32_t bits, format;  // of 8 bits: samples of a byte
+  uint32_t algorithm = VISTREL_BILINEAR, gray = VISTREL_LUMA, binning = 1, packing = 0;
+  bool isLarge = false, isThreaded = false, isUpward = false;
+};
+
+std::string flag(bool isSet) { return std::string(1, isSet ? '\1' : '\0'); }
+
+// A number from which a choice follows a flag: this one, or `base` more than it.
+std::string choice(uint32_t number, uint32_t base) {
+  return number < base ? numbers({number}) + '\0' : numbers({0}) + '\1' + numbers({number - base});
+}
+
 // In the order in which the target consumes them: frame, conversion, image.
-std::string conversion(uint32_t bits, uint32_t format, const vistrel_algorithm* a,
-                       uint32_t gray = VISTREL_LUMA, uint32_t binning = 1) {
-  const bool isAhd = a->code == VISTREL_AHD;
-  const uint32_t bytes = bits > 8 ? 2 : 1;
-  return '\0' + numbers({11, 9, bytes, bits, VISTREL_RGGB, 0}) + '\1' + numbers({format}) + '\0' +
-         numbers({isAhd ? 0 : a->code}) + (isAhd ? '\0' : '\1') +
-         numbers({0, gray, binning, 0, 0}) + '\1' + numbers({VISTREL_MASK}) + '\0' +
-         numbers({3, 0, 100, 100, 100, 0}) + '\0' + std::string(150, '\5');
+std::string frameBytes(const HostSeed& s) {
+  const uint32_t bytes = s.bits > 8 ? 2 : 1;
+  const uint32_t phase = s.format <= VISTREL_MONO16 ? VISTREL_MONO : VISTREL_RGGB;
+  return numbers({s.isLarge ? 30u : 11u, s.isLarge ? 29u : 9u}) + flag(s.isLarge) +
+         numbers({bytes, s.bits, phase}) + '\0' + numbers({0}) + flag(s.packing) +
+         (s.packing ? numbers({s.packing}) : "") + '\1';
+}
+
+std::string conversion(const HostSeed& s) {
+  const bool isAhd = s.algorithm == VISTREL_AHD;
+  return choice(s.format, 256) + numbers({isAhd ? 0 : s.algorithm}) + flag(!isAhd) +
+         numbers({0, s.gray, s.binning, 0, 0}) + '\1' + numbers({VISTREL_MASK}) + '\0' +
+         numbers({3, 3, 3, 3, 0, 100, 100, 100, 0}) + (s.isThreaded ? '\x31' : '\0') +
+         numbers({s.isLarge});
+}
+
+void saveHost(const fs::path& path, const HostSeed& s) {
+  save(path,
+       '\0' + frameBytes(s) + conversion(s) + '\0' + flag(s.isUpward) + std::string(150, '\5'));
 }
 
 void hosts(const fs::path& folder) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
-    save(folder / (std::string(a->name) + "8"), conversion(8, VISTREL_BGR24, a));
-    save(folder / (std::string(a->name) + "10"), conversion(10, VISTREL_BGR48, a));
-    save(folder / (std::string(a->name) + "-gray"), conversion(8, VISTREL_GRAY8, a));
-    save(folder / (std::string(a->name) + "-raw"),
-         conversion(8, VISTREL_GRAY8, a, VISTREL_RAW_GRAY, 2));
+    saveHost(folder / (std::string(a->name) + "8"), {8, VISTREL_BGR24, a->code});
+    saveHost(folder / (std::string(a->name) + "10"), {10, VISTREL_BGR48, a->code});
+    saveHost(folder / (std::string(a->name) + "-gray"), {8, VISTREL_GRAY8, a->code});
+    saveHost(folder / (std::string(a->name) + "-raw"),
+             {8, VISTREL_GRAY8, a->code, VISTREL_RAW_GRAY, 2});
   }
+  for (size_t i = 0; const vistrel_format* format = vistrel_format_at(i); ++i) {
+    HostSeed seed{10, format->code};
+    seed.isUpward = format->planes == 1;
+    for (seed.packing = 0; seed.packing < 6; ++seed.packing)
+      saveHost(folder / (std::string(format->name) + std::to_string(seed.packing)), seed);
+  }
+  HostSeed large{8, VISTREL_GRAY8};
+  large.isLarge = large.isThreaded = true;
+  saveHost(folder / "large", large);
   for (uint32_t packing = 0; packing < 6; ++packing)
     for (const uint32_t bits : {8u, 10u, 12u})
       save(folder / ("packing" + std::to_string(packing) + "-" + std::to_string(bits)),

@@ -84,6 +84,19 @@ TYPED_TEST(Finished, PixelsHaveRegionsStridesAndAnyAlignment) {
   EXPECT_FALSE(tryConvert(this->pixels, c));
 }
 
+TEST(FinishedFrames, HaveABlackLevelForEachPlace) {
+  const std::vector<uint8_t> samples(3 * 5 * 3, 100);
+  const vistrel_frame frame{samples.data(), samples.size(), 0, 5, 3, 1, 8, VISTREL_BGR, 0, 0, {}};
+  vistrel_conversion c = conversionTo(VISTREL_BGR24);
+  c.black[0] = 1, c.black[1] = 20, c.black[2] = 3, c.black[3] = 40;
+  c.region = {1, 0, 4, 3};
+  std::vector<uint8_t> expected;
+  for (const std::vector<int>& row :
+       {std::vector{80, 99, 80, 99}, {60, 97, 60, 97}, {80, 99, 80, 99}})
+    for (const int pixel : row) expected.insert(expected.end(), 3, static_cast<uint8_t>(pixel));
+  EXPECT_EQ(convert(frame, c).pixels, Bytes(expected.begin(), expected.end()));
+}
+
 TEST(FinishedFrames, ReportTheColumnOfAnExcessSample) {
   std::vector<uint16_t> samples(3 * 20, 100);
   samples[3 * 10 + 3 * 4 + 2] = 5000;

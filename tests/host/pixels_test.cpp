@@ -54,6 +54,26 @@ TEST_F(Formats, HaveTheirLayout) {
   }
 }
 
+// Several algorithms go beyond the samples of their neighbourhood.
+TEST_F(Formats, KeepTheirSignificantBits) {
+  for (const uint32_t bits : {8u, 9u, 10u}) {
+    const uint32_t fullScale = (1u << bits) - 1;
+    const auto extremes = samplesOf<uint16_t>(40, 30, [=](auto x, auto y) {
+      return (x * 7 + y * 5 + (x * y ^ x) * 3) % 4 < 2 ? fullScale : fullScale / 3;
+    });
+    const vistrel_frame mosaic = frameOf(extremes, 40, 30, bits, VISTREL_RGGB);
+    for (size_t i = 0; const vistrel_algorithm* algorithm = vistrel_algorithm_at(i); ++i)
+      for (const uint32_t format : {VISTREL_BGR48, VISTREL_RGB48_PLANAR, VISTREL_GRAY16}) {
+        conversion = defaultConversion(mosaic);
+        conversion.algorithm = algorithm->code;
+        conversion.format = format;
+        const auto made = samples16Of(convert(mosaic, conversion));
+        EXPECT_LE(*std::max_element(made.begin(), made.end()), fullScale)
+            << algorithm->name << ", " << bits << " bits, format " << format;
+      }
+  }
+}
+
 // At an odd address, with gaps that stay unchanged.
 TEST_F(Formats, GoWhereTheStrideSays) {
   for (const uint32_t format : {VISTREL_RGB24, VISTREL_BGRA32, VISTREL_RGB48}) {

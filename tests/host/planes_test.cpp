@@ -1,9 +1,10 @@
-// Formats of several planes, against BGR24 and BGR48 whose samples the test moves.
+// Formats of several planes, against BGR24 and BGR48 whose samples the reference moves.
 #include <gmock/gmock.h>
 
 #include "tests/host/frames.h"
 #include "tests/host/guarded.h"
 #include "tests/host/rejection.h"
+#include "tests/reference/host.h"
 
 namespace vistrel {
 namespace {
@@ -12,83 +13,17 @@ using Bytes = std::vector<uint8_t>;
 
 uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 7 + y * 131 + (x ^ y) * 59) % 1024; }
 
-// Pixels of an image.
-struct Pixels {
-  size_t width, height, sampleBytes;
-  Bytes bytes;
-
-  const uint8_t* sample(size_t x, size_t y, size_t channel) const {
-    return &bytes[((y * width + x) * 3 + channel) * sampleBytes];
-  }
-};
-
-// Memory of rows; what nobody writes keeps the canary's value.
-struct Rows {
-  Bytes bytes;
-  size_t stride;
-
-  Rows(size_t rows, size_t bytesARow)
-      : bytes(rows * bytesARow, Guarded::kCanary), stride(bytesARow) {}
-  uint8_t& at(size_t x, size_t y) { return bytes[y * stride + x]; }
-};
-
-Bytes joined(const std::vector<Rows>& planes) {
-  Bytes all;
-  for (const Rows& plane : planes) all.insert(all.end(), plane.bytes.begin(), plane.bytes.end());
-  return all;
-}
-
-Bytes planarOf(const Pixels& bgr, size_t stride) {
-  std::vector<Rows> planes(3, Rows(bgr.height, stride));
-  for (size_t y = 0; y < bgr.height; ++y)
-    for (size_t x = 0; x < bgr.width; ++x)
-      for (size_t c = 0; c < 3; ++c)
-        std::memcpy(&planes[c].at(x * bgr.sampleBytes, y), bgr.sample(x, y, 2 - c),
-                    bgr.sampleBytes);
-  return joined(planes);
-}
-
-int product(int v, int w) { return (v * w + 16384) >> 15; }
-
-struct Chroma {
-  uint8_t cb, cr;
-};
-
-Chroma chromaOf(const Pixels& bgr, size_t column, size_t row) {
-  int sums[3] = {};
-  for (size_t i = 0; i < 4; ++i)
-    for (size_t c = 0; c < 3; ++c)
-      sums[c] += 32 * *bgr.sample(std::min(2 * column + i % 2, bgr.width - 1),
-                                  std::min(2 * row + i / 2, bgr.height - 1), c);
-  const int b = sums[0] - sums[1], r = sums[2] - sums[1];
-  return {static_cast<uint8_t>((16448 + product(b, 14392) + product(r, -3298)) >> 7),
-          static_cast<uint8_t>((16448 + product(r, 14392) + product(b, -1320)) >> 7)};
-}
-
-Bytes ycc420Of(const Pixels& bgr, size_t stride, bool inPairs) {
-  const size_t columns = (bgr.width + 1) / 2, rows = (bgr.height + 1) / 2;
-  Rows luma(bgr.height, stride);
-  for (size_t y = 0; y < bgr.height; ++y)
-    for (size_t x = 0; x < bgr.width; ++x) {
-      const int weighted =
-          15 * *bgr.sample(x, y, 0) + 148 * *bgr.sample(x, y, 1) + 44 * *bgr.sample(x, y, 2) + 3966;
-      luma.at(x, y) = static_cast<uint8_t>(17 * weighted >> 12);
-      if (inPairs && x + 1 == bgr.width && bgr.width % 2) luma.at(x + 1, y) = luma.at(x, y);
-    }
-  Rows pairs(rows, stride), cb(rows, (stride + 1) / 2), cr(rows, (stride + 1) / 2);
-  for (size_t y = 0; y < rows; ++y)
-    for (size_t x = 0; x < columns; ++x) {
-      const Chroma chroma = chromaOf(bgr, x, y);
-      (inPairs ? pairs.at(2 * x, y) : cb.at(x, y)) = chroma.cb;
-      (inPairs ? pairs.at(2 * x + 1, y) : cr.at(x, y)) = chroma.cr;
-    }
-  return inPairs ? joined({luma, pairs}) : joined({luma, cb, cr});
-}
-
-Bytes expectedOf(const Pixels& bgr, uint32_t format, size_t stride) {
-  if (format == VISTREL_RGB24_PLANAR || format == VISTREL_RGB48_PLANAR)
-    return planarOf(bgr, stride);
-  return ycc420Of(bgr, stride, format == VISTREL_NV12);
+// The planes of an image of blue, green and red samples, between the canary's bytes.
+Bytes planesOf(const Image& bgr, size_t sampleBytes, uint32_t format, size_t stride) {
+  const auto samples = sampleBytes == 2
+                           ? samples16Of(bgr)
+                           : std::vector<uint16_t>(bgr.pixels.begin(), bgr.pixels.end());
+  const auto last =
+      reference::hostPlanes(format, bgr.layout.width, bgr.layout.height, stride).back();
+  Bytes bytes(last.offset + (last.rows - 1) * last.stride + last.rowBytes, Guarded::kCanary);
+  reference::hostStore({bgr.layout.width, bgr.layout.height, 3, samples}, format, bytes.data(),
+                       static_cast<ptrdiff_t>(stride));
+  return bytes;
 }
 
 struct Planes : ::testing::TestWithParam<uint32_t> {
@@ -97,28 +32,22 @@ struct Planes : ::testing::TestWithParam<uint32_t> {
 
   void expectMoved(const vistrel_frame& frame, vistrel_conversion c, size_t padding) {
     c.format = format == VISTREL_RGB48_PLANAR ? VISTREL_BGR48 : VISTREL_BGR24;
-    Image source = convert(frame, c);
-    const size_t sampleBytes = format == VISTREL_RGB48_PLANAR ? 2 : 1;
-    const Pixels bgr{source.layout.width, source.layout.height, sampleBytes,
-                     Bytes(source.pixels.begin(), source.pixels.end())};
+    const Image bgr = convert(frame, c);
+    const size_t sampleBytes = format == VISTREL_RGB48_PLANAR ? 2 : 1, width = bgr.layout.width;
     c.format = format;
     const vistrel_layout layout = layoutOf(frame, c);
-    ASSERT_EQ(layout.row_bytes,
-              bgr.width * sampleBytes + (format == VISTREL_NV12 ? bgr.width % 2 : 0));
+    ASSERT_EQ(layout.row_bytes, width * sampleBytes + (format == VISTREL_NV12 ? width % 2 : 0));
     const size_t stride = layout.row_bytes + padding;
-    Bytes expected = expectedOf(bgr, format, stride);
+    const Bytes expected = planesOf(bgr, sampleBytes, format, stride);
     if (!padding) {
       ASSERT_EQ(layout.bytes, expected.size());
     }
-    // The last row has no padding.
-    const bool halves = format == VISTREL_I420;
-    expected.resize(expected.size() - (halves ? (stride + 1) / 2 - (bgr.width + 1) / 2 : padding));
     uint8_t* const pixels = memory.place(expected.size());
     const vistrel_image image{
         pixels, expected.size(), padding ? static_cast<ptrdiff_t>(stride) : 0, {}};
     ASSERT_EQ(vistrel_convert(&frame, &c, &image, nullptr), VISTREL_OK);
     ASSERT_TRUE(Bytes(pixels, pixels + expected.size()) == expected)
-        << bgr.width << 'x' << bgr.height << " padding " << padding;
+        << width << 'x' << bgr.layout.height << " padding " << padding;
     const vistrel_image shorter{pixels, expected.size() - 1, image.stride, {}};
     ASSERT_EQ(vistrel_convert(&frame, &c, &shorter, nullptr), VISTREL_SHORT_BUFFER);
   }

@@ -108,9 +108,10 @@ def build_and_run(names):
     host, check = BUILD / HOST_LIBRARY, BUILD / "vistrel-check"
     run(CXX, "-shared", "-o", host, *objects["vistrelhost"], *objects["vistrel_objects"], "-lfmt")
     run(CXX, "-o", check, *objects["vistrel-check"], *objects["vistrel_reference"],
-        *objects["vistrel_objects"], "-lfmt")
+        *objects["vistrel_objects"], host, "-lfmt")
     must_contain(run(check, "--group", "demosaic", "--list"), "toy-16")
     must_contain(run(check, "--filter", "toy", "--cases", "300"), "ok toy-16")
+    must_contain(run(check, "--filter", "engine-alone", "--cases", "300"), "ok engine-alone")
 
     def vistrel(*arguments):
         return run(BUILT / "apps/vistrel", *arguments, LD_LIBRARY_PATH=str(BUILD))

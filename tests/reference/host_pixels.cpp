@@ -1,0 +1,194 @@
+#include <utility>
+
+#include "tests/reference/demosaic.h"
+#include "tests/reference/host.h"
+#include "tests/reference/output.h"
+#include "tests/reference/registry.h"
+
+namespace reference {
+
+namespace {
+
+// A work buffer and a table in the reference's table of streams, as long as this lives.
+class OwnSlot {
+ public:
+  static constexpr uint32_t kIndex = 0;
+
+  OwnSlot(uint32_t width, uint32_t height, std::vector<uint16_t> table)
+      : work_((size_t{3} * width + 18) * (size_t{height} + 6)), table_(std::move(table)),
+        savedWork_(std::exchange(g_pwBGRBuff[kIndex], work_.data())),
+        savedBytes_(std::exchange(g_anBGRBytes[kIndex], 2 * work_.size())),
+        savedTable_(std::exchange(g_pwUserLUT[kIndex], table_.data())),
+        savedPath_(std::exchange(g_bIsSSE, 0)) {}
+  ~OwnSlot() {
+    g_pwBGRBuff[kIndex] = savedWork_;
+    g_anBGRBytes[kIndex] = savedBytes_;
+    g_pwUserLUT[kIndex] = savedTable_;
+    g_bIsSSE = savedPath_;
+  }
+  OwnSlot(const OwnSlot&) = delete;
+  OwnSlot& operator=(const OwnSlot&) = delete;
+
+ private:
+  std::vector<uint16_t> work_, table_;
+  uint16_t* savedWork_;
+  size_t savedBytes_;
+  uint16_t* savedTable_;
+  int32_t savedPath_;
+};
+
+// What the reference converts: the area's samples, as an image of its own.
+struct Job {
+  const vistrel_conversion& c;
+  uint32_t phase, bits, format;
+  uint32_t imageWidth;     // samples
+  uint32_t width, height;  // of the result, padding included
+};
+
+template <class... Arguments>
+void demosaic(const vistrel_conversion& c, Arguments... a) {
+  constexpr uint32_t n = OwnSlot::kIndex;
+  switch (c.algorithm) {
+    case VISTREL_BILINEAR: return ImageColorBilinear(n, a...);
+    case VISTREL_EDGE: return ImageColorDemosaicEx(n, c.threshold, a...);
+    case VISTREL_NEAR: return ImageColorNearNeighbor(n, a...);
+    case VISTREL_LAROCHE: return ImageColorGradientLaroche(n, a...);
+    case VISTREL_HAMILTON: return ImageColorGradientHamilton(n, a...);
+    case VISTREL_VNG: return ImageColorVariableGradients(n, a...);
+    case VISTREL_COK: return ImageColorHueCok(n, a...);
+    case VISTREL_KIMMEL: return ImageColorHueKimmel(n, a...);
+    case VISTREL_GROUPING: return ImageColorPixelGrouping(n, a...);
+    case VISTREL_AHD: return ImageColorDemosaicAHD(n, a...);
+  }
+}
+
+void convert(const Job& j, const uint8_t* samples, uint8_t* result) {
+  const uint32_t binning = j.c.binning - 1;
+  if (j.phase == VISTREL_MONO)
+    Image8BitGrayScale(samples, j.imageWidth, 0, 8, result, 0, 0, j.width, j.height, binning);
+  else if (j.phase == VISTREL_BGR)
+    ConvertToOutputFormat8(samples, j.width, j.height, result, j.format, binning, 0);
+  else
+    demosaic(j.c, j.imageWidth, j.phase, binning, j.format, 0u, 0u, j.width, j.height, samples,
+             result);
+}
+
+void convert(const Job& j, const uint16_t* samples, uint8_t* result) {
+  const uint32_t binning = j.c.binning - 1, mode = j.c.reduction;
+  const uint32_t bits = hostSampleBytes(j.format) == 2 ? j.bits : 8;
+  const uint32_t pixelBits = bits * static_cast<uint32_t>(hostChannels(j.format));
+  uint16_t* const table = g_pwUserLUT[OwnSlot::kIndex];
+  if (j.format == VISTREL_MONO16)
+    Image16BitGrayScale(samples, j.imageWidth, 0, j.bits, reinterpret_cast<uint16_t*>(result), 0, 0,
+                        j.width, j.height, bits, binning, mode);
+  else if (j.phase == VISTREL_MONO)
+    Image8BitGrayScale(samples, j.imageWidth, 0, j.bits, result, 0, 0, j.width, j.height, binning,
+                       mode, table);
+  else if (j.phase == VISTREL_BGR)
+    ConvertToOutputFormat16(samples, j.width, j.height, j.bits, result, j.format, mode, table,
+                            binning, pixelBits, 0);
+  else
+    demosaic(j.c, j.imageWidth, j.phase, binning, j.format, mode, 0u, 0u, j.width, j.height,
+             samples, result, pixelBits, j.bits);
+}
+
+// The area as an image, of bytes or of 16-bit samples.
+template <class T>
+std::vector<T> imageOf(const HostSamples& frame, const HostArea& area) {
+  std::vector<T> image;
+  for (int64_t y = area.y; y < area.y + area.height; ++y)
+    for (int64_t x = area.x; x < area.x + area.width; ++x)
+      for (size_t c = 0; c < frame.channels; ++c)
+        image.push_back(
+            static_cast<T>(frame.at(static_cast<size_t>(HostArea::mirrored(x, frame.width)),
+                                    static_cast<size_t>(HostArea::mirrored(y, frame.height)), c)));
+  return image;
+}
+
+// The phase of a mosaic that begins at (x, y).
+uint32_t phaseAt(uint32_t phase, int64_t x, int64_t y) {
+  if (phase > VISTREL_GBRG) return phase;
+  for (uint32_t shifted = 0;; ++shifted)
+    if (hostColour(shifted, 0, 0) == hostColour(phase, x, y) &&
+        hostColour(shifted, 1, 0) == hostColour(phase, x + 1, y) &&
+        hostColour(shifted, 0, 1) == hostColour(phase, x, y + 1))
+      return shifted;
+}
+
+bool isGray(uint32_t format) { return format == VISTREL_GRAY8 || format == VISTREL_GRAY16; }
+
+// The format in which the reference makes the pixels.
+uint32_t madeFormat(const vistrel_frame& frame, const vistrel_conversion& c) {
+  const bool isWide = hostSampleBytes(c.format) == 2;
+  if (frame.phase == VISTREL_MONO || (isGray(c.format) && c.gray == VISTREL_RAW_GRAY))
+    return c.format;
+  return isWide ? VISTREL_BGR48 : VISTREL_BGR24;
+}
+
+// The table for every sample of twelve bits or fewer.
+std::vector<uint16_t> tableOf(const vistrel_conversion& c, uint32_t bits) {
+  std::vector<uint16_t> table(4096);
+  if (c.reduction != VISTREL_TABLE) return table;
+  for (size_t i = 0; i < size_t{1} << bits; ++i)
+    table[i] = c.table[c.table_entries == 1024 ? i >> (bits - 10) : i];
+  return table;
+}
+
+HostPixels cropped(const std::vector<uint8_t>& made, const Job& j, const HostArea& area) {
+  const auto channels = static_cast<uint32_t>(hostChannels(j.format));
+  const auto* const wide = reinterpret_cast<const uint16_t*>(made.data());
+  HostPixels pixels{area.resultWidth, area.resultHeight, channels, {}};
+  for (size_t y = area.pad; y < area.pad + area.resultHeight; ++y)
+    for (size_t k = area.pad * channels; k < (area.pad + area.resultWidth) * channels; ++k) {
+      const size_t at = y * j.width * channels + k;
+      pixels.samples.push_back(hostSampleBytes(j.format) == 2 ? wide[at] : made[at]);
+    }
+  return pixels;
+}
+
+}  // namespace
+
+int64_t HostArea::mirrored(int64_t position, int64_t size) {
+  while (position < 0 || position >= size)
+    position = position < 0 ? -position : 2 * (size - 1) - position;
+  return position;
+}
+
+HostArea hostArea(const vistrel_frame& frame, const vistrel_conversion& c) {
+  vistrel_region r = c.region;
+  if (!r.x && !r.y && !r.width && !r.height) r = {0, 0, frame.width, frame.height};
+  const bool isPadded = frame.phase <= VISTREL_GBRG && c.edges == VISTREL_EDGES_PADDED;
+  const uint32_t samples = !isPadded ? 0 : c.binning == 3 ? 9 : 8;
+  HostArea a{};
+  a.resultWidth = r.width / c.binning;
+  a.resultHeight = r.height / c.binning;
+  a.pad = samples / c.binning;
+  a.x = int64_t{r.x} - samples;
+  a.y = int64_t{r.y} - samples;
+  a.width = a.resultWidth * c.binning + 2 * samples;
+  a.height = a.resultHeight * c.binning + 2 * samples;
+  return a;
+}
+
+HostPixels hostPixels(const vistrel_frame& frame, const vistrel_conversion& c) {
+  const HostArea area = hostArea(frame, c);
+  const HostSamples samples = hostSamples(frame, c);
+  const uint32_t bits = hostBits(frame, c);
+  const Job job{c,
+                phaseAt(frame.phase, area.x, area.y),
+                bits,
+                madeFormat(frame, c),
+                area.width,
+                area.width / c.binning,
+                area.height / c.binning};
+  const OwnSlot slot(area.width, area.height, tableOf(c, bits));
+  std::vector<uint8_t> made(size_t{job.width} * job.height * hostChannels(job.format) *
+                            hostSampleBytes(job.format));
+  if (frame.bytes_per_sample == 1)
+    convert(job, imageOf<uint8_t>(samples, area).data(), made.data());
+  else
+    convert(job, imageOf<uint16_t>(samples, area).data(), made.data());
+  return cropped(made, job, area);
+}
+
+}  // namespace reference
