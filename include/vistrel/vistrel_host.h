@@ -156,15 +156,19 @@ int32_t vistrel_stream_trim(vistrel_stream* stream, vistrel_error* error);
 void vistrel_trim(void);
 
 /*
- * The gains that make the means of a frame's three colours equal (gray-world), in
- * the order red, green, blue. The mean m of a colour is that of its samples over
- * the whole frame, those below black counted as 0, in 1/256, rounded. With the
- * largest mean M
+ * Measures the gains that make the means of a frame's three colours equal
+ * (gray-world), in the order red, green, blue. Every sample of the frame counts, once
+ * and by its significant bits alone, whatever region the conversion has: of the
+ * conversion, only black and excess are read. A sample s counts as
+ * max(s - black, 0), with the black level of its place. The mean m of a colour is
+ * that of all its samples, those of green from both kinds of rows, in 1/256, rounded,
+ * halves up. With the largest mean M
  *
  *   gain = min((4096 * M + m / 2) / m, VISTREL_GAIN_MAX)      in integers
  *
- * so the smallest gain is 1. A mean of 0 has the largest gain; if all three are 0,
- * all gains are 1. Of the conversion, only black and excess are read.
+ * so the smallest gain is 1. A mean of 0 has the largest gain, and so has a colour
+ * without samples; if all three are 0, all gains are 1. Rejected for frames that are
+ * no mosaic.
  */
 int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversion* conversion,
                               uint32_t gains[3], vistrel_error* error);
