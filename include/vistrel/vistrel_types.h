@@ -286,8 +286,9 @@ typedef struct vistrel_layout {
 
 /*
  * Memory for a result. With a negative stride each row lies before the one above it in
- * the picture, so that the last row is lowest in memory. Bytes between rows are not
- * written, and may belong to the frame.
+ * the picture, so that the last row is lowest in memory; formats of several planes
+ * have none. Bytes between rows are not written. They may belong to the frame, but in
+ * formats of several planes.
  */
 typedef struct vistrel_image {
   void* pixels;          /* first pixel of the picture's first row, at any alignment */
