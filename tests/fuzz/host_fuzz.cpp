@@ -1,6 +1,6 @@
 // Any description of frame, conversion and image, over memory of exactly the described size: it is
 // converted or rejected, and a rejected call writes nothing. What other conversions have left
-// behind changes no pixel.
+// behind changes no pixel, and neither does a frame that arrives in portions.
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -30,18 +30,17 @@ vistrel_frame frameFrom(Bytes& in) {
   f.phase = in.below(6);
   f.alignment = in.below(3);
   const uint8_t flags = in.take();
-  const size_t row = size_t{f.width} * f.bytes_per_sample;
-  f.stride = flags & 1 ? 0 : flags & 2 ? row + (flags >> 4) : in.take<uint64_t>();
-  f.size = (f.stride ? f.stride : row) * f.height;
-  if (flags & 4) f.size -= flags >> 5;
-  f.size = std::min(f.size, kMaxBytes);
+  if (flags & 8) f.packing = in.below(8);
+  if (flags & 16) f.phase = VISTREL_BGR;
+  const size_t row = size_t{f.width} * f.bytes_per_sample * (flags & 16 ? 3 : 1);
+  f.stride = flags & 1 ? 0 : flags & 2 ? row + (flags >> 5) : in.take<uint64_t>();
   return f;
 }
 
 vistrel_conversion conversionFrom(Bytes& in, std::vector<uint16_t>& table) {
   vistrel_conversion c{};
   c.format = in.below(12);
-  if (in.take() & 1) c.format = 256 + in.below(5);
+  if (in.take() & 1) c.format = 256 + in.below(9);
   c.algorithm = in.below(13);
   if (in.take() % 8 == 0) c.algorithm = VISTREL_AHD;
   c.threshold = in.below(257);
@@ -59,6 +58,7 @@ vistrel_conversion conversionFrom(Bytes& in, std::vector<uint16_t>& table) {
   c.white_balance = in.below(4);
   for (uint32_t& gain : c.gains) gain = in.below(65540);
   c.edges = in.below(3);
+  c.destination = in.below(3);
   return c;
 }
 
@@ -78,6 +78,29 @@ void convertAnother() {
   require(vistrel_convert(&frame, &c, &image, nullptr) == VISTREL_OK, "another conversion");
 }
 
+bool hasPlanes(uint32_t format) { return VISTREL_RGB24_PLANAR <= format && format <= VISTREL_I420; }
+
+// Makes the image, whose memory is `pixels`, again from pushed rows, if it can be made so.
+void pushAny(Bytes& in, const vistrel_frame& frame, const vistrel_conversion& conversion,
+             const vistrel_image& image, std::vector<uint8_t>& pixels) {
+  vistrel_stream* stream = nullptr;
+  require(vistrel_stream_acquire(VISTREL_NO_WAIT, &stream, nullptr) == VISTREL_OK, "a stream");
+  if (vistrel_stream_begin(stream, &frame, &conversion, &image, nullptr) == VISTREL_OK) {
+    std::fill(pixels.begin(), pixels.end(), kUntouched);
+    const auto* from = static_cast<const uint8_t*>(frame.samples);
+    const size_t distance = frame.stride       ? frame.stride
+                            : frame.height > 1 ? frame.size / frame.height
+                                               : 0;
+    for (uint32_t y = 0, rows; y < frame.height; y += rows) {
+      rows = std::min(1 + in.below(9) % 9, frame.height - y);
+      const int32_t status = vistrel_stream_push(stream, from + y * distance,
+                                                 frame.size - y * distance, rows, nullptr, nullptr);
+      require(status == VISTREL_OK, "rows of an accepted frame");
+    }
+  }
+  vistrel_stream_release(stream, nullptr);
+}
+
 void convertAny(Bytes& in) {
   vistrel_frame frame = frameFrom(in);
   std::vector<uint16_t> table;
@@ -88,13 +111,17 @@ void convertAny(Bytes& in) {
   require(error.status == rejected && (error.text[0] == 0) == (rejected == 0), "status and text");
   const uint8_t flags = in.take();
   vistrel_image image{};
-  const size_t padding = flags & 1 ? flags >> 3 : 0;
+  const bool planes = hasPlanes(conversion.format);
+  const size_t padding = flags & 1 && !planes ? flags >> 3 : 0;
   const auto distance = static_cast<ptrdiff_t>(layout.row_bytes + padding);
   const bool isBottomUp = in.take() & 1;
   image.stride = isBottomUp ? -distance : padding || flags & 2 ? distance : 0;
   image.size = layout.bytes + padding * (layout.height ? layout.height - 1 : 0);
   if (flags & 4) image.size -= std::min<size_t>(image.size, flags >> 3);
-  if (image.size > kMaxBytes) return;
+  const uint8_t missing = in.take();
+  frame.size =
+      layout.frame_bytes - std::min<size_t>(layout.frame_bytes, missing % 8 == 7 ? missing : 0);
+  if (image.size > kMaxBytes || frame.size > kMaxBytes) return;
   std::vector<uint8_t> samples(frame.size), pixels(image.size, kUntouched);
   for (uint8_t& sample : samples) sample = in.take();
   frame.samples = samples.data();
@@ -112,6 +139,8 @@ void convertAny(Bytes& in) {
   convertAnother();
   require(vistrel_convert(&frame, &conversion, &image, &error) == VISTREL_OK, "accepted once only");
   require(pixels == first, "the same bytes after another conversion");
+  pushAny(in, frame, conversion, image, pixels);
+  require(pixels == first, "the same bytes from rows");
 }
 
 void unpackAny(Bytes& in) {

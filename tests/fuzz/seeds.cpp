@@ -87,14 +87,19 @@ void headerless(const fs::path& folder) {
 }
 
 // In the order in which the target consumes them: frame, conversion, image.
+// frame: its flags, and what they ask for.
 std::string conversion(uint32_t bits, uint32_t format, const vistrel_algorithm* a,
-                       uint32_t gray = VISTREL_LUMA, uint32_t binning = 1) {
+                       uint32_t gray = VISTREL_LUMA, uint32_t binning = 1,
+                       const std::string& frame = "\1") {
   const bool isAhd = a->code == VISTREL_AHD;
   const uint32_t bytes = bits > 8 ? 2 : 1;
-  return '\0' + numbers({11, 9, bytes, bits, VISTREL_RGGB, 0}) + '\1' + numbers({format}) + '\0' +
+  std::string formats = numbers({format % 256});
+  formats += format < 256 ? '\0' : '\1';
+  if (format >= 256) formats += numbers({format % 256});
+  return '\0' + numbers({11, 9, bytes, bits, VISTREL_RGGB, 0}) + frame + formats +
          numbers({isAhd ? 0 : a->code}) + (isAhd ? '\0' : '\1') +
          numbers({0, gray, binning, 0, 0}) + '\1' + numbers({VISTREL_MASK}) + '\0' +
-         numbers({3, 0, 100, 100, 100, 0}) + '\0' + std::string(150, '\5');
+         numbers({3, 3, 3, 3, 0, 100, 100, 100, 0, 0}) + '\0' + std::string(150, '\5');
 }
 
 void hosts(const fs::path& folder) {
@@ -104,6 +109,16 @@ void hosts(const fs::path& folder) {
     save(folder / (std::string(a->name) + "-gray"), conversion(8, VISTREL_GRAY8, a));
     save(folder / (std::string(a->name) + "-raw"),
          conversion(8, VISTREL_GRAY8, a, VISTREL_RAW_GRAY, 2));
+  }
+  const vistrel_algorithm* const first = vistrel_algorithm_at(0);
+  for (const uint32_t format : {VISTREL_RGB24_PLANAR, VISTREL_NV12, VISTREL_I420}) {
+    const std::string name = std::to_string(format);
+    const auto frame = [&](const std::string& flags) {
+      return conversion(10, format, first, VISTREL_LUMA, 1, flags);
+    };
+    save(folder / (name + "-plain"), frame("\1"));
+    save(folder / (name + "-packed"), frame(std::string("\x09").append(numbers({VISTREL_PACKING_PFNC}))));
+    save(folder / (name + "-finished"), frame("\x11"));
   }
   for (uint32_t packing = 0; packing < 6; ++packing)
     for (const uint32_t bits : {8u, 10u, 12u})
