@@ -113,8 +113,9 @@ int32_t vistrel_convert_rows(vistrel_stream* stream, const vistrel_frame* frame,
  * vistrel_stream_push reads `rows` rows, with the distance frame->stride, from
  * memory of `size` bytes, which it does not need after it has returned. The image's
  * memory must stay until the frame's last row has been pushed, which completes the
- * conversion, or until vistrel_stream_abort. Until then, the stream rejects other
- * conversions; releasing it aborts this one.
+ * conversion, or until vistrel_stream_abort. Nothing else of its arguments, such as
+ * the table, is read after vistrel_stream_begin. Until the end, the stream rejects
+ * other conversions; releasing it aborts this one.
  *
  * Rows of the image become final, from top to bottom and with the same bytes as in
  * vistrel_stream_convert, as soon as the rows that they are made from have been
@@ -211,7 +212,8 @@ int32_t vistrel_unpack(const vistrel_packed* packed, void* samples, size_t size,
 /*
  * Filters finished pixels into image, which has the picture's size and format, or
  * in place: if image has the picture's memory and stride. Acquires and releases a
- * stream as vistrel_convert does.
+ * stream as vistrel_convert does, and needs its memory for a copy of the pixels; for
+ * two if image has padding, or 16-bit samples at odd addresses.
  *
  * A weighted sum is divided, truncated toward zero and clamped to 0..255, or to
  * 0..1023 for 16-bit samples. The outermost pixels on every side stay unchanged;

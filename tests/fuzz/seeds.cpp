@@ -117,7 +117,8 @@ void hosts(const fs::path& folder) {
       return conversion(10, format, first, VISTREL_LUMA, 1, flags);
     };
     save(folder / (name + "-plain"), frame("\1"));
-    save(folder / (name + "-packed"), frame(std::string("\x09").append(numbers({VISTREL_PACKING_PFNC}))));
+    save(folder / (name + "-packed"),
+         frame(std::string("\x09").append(numbers({VISTREL_PACKING_PFNC}))));
     save(folder / (name + "-finished"), frame("\x11"));
   }
   for (uint32_t packing = 0; packing < 6; ++packing)

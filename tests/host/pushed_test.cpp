@@ -122,6 +122,20 @@ TEST_F(PushedFrame, IsAborted) {
   expectComplete();
 }
 
+// All descriptions, and the table.
+TEST_F(PushedFrame, NeedsNothingOfItsBeginningButThePixels) {
+  std::vector<uint16_t> table(1024, 99);
+  setTable(conversion, table);
+  const vistrel_frame before = frame;
+  ASSERT_EQ(begin(), VISTREL_OK);
+  std::fill(table.begin(), table.end(), uint16_t{5});
+  std::memset(&conversion, 0xFF, sizeof conversion);
+  std::memset(&image, 0xFF, sizeof image);
+  std::memset(&frame, 0xFF, sizeof frame);
+  EXPECT_EQ(push(stream, before, 0, kHeight, nullptr), VISTREL_OK);
+  EXPECT_EQ(std::count(pixels.begin(), pixels.end(), 99), ptrdiff_t(pixels.size()));
+}
+
 TEST_F(PushedFrame, EndsWithItsStream) {
   vistrel_stream* other = nullptr;
   ASSERT_EQ(vistrel_stream_acquire(VISTREL_WAIT, &other, nullptr), VISTREL_OK);
