@@ -163,6 +163,28 @@ TEST_P(Allocations, AreMadeByTheFirstConversionOnly) {
   EXPECT_LE(g_live, live);
 }
 
+// A stream keeps what the largest conversion needed, whichever side of it was longest.
+TEST(AllocationsOfAStream, AreNoneForFormerShapesInTurn) {
+  const std::vector<uint8_t> samples(300 * 200, 50);
+  std::vector<uint8_t> pixels(3 * samples.size());
+  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
+  Stream stream = Stream::acquire();
+  int calls = 0;
+  for (int round = 0; round < 3; ++round)
+    for (const uint32_t width : {300u, 200u, 20u}) {
+      const vistrel_frame frame = frameOf(samples, width, 60'000 / width, VISTREL_RGGB);
+      const vistrel_conversion conversion = defaultConversion(frame);
+      g_watch = {.on = true};
+      EXPECT_EQ(vistrel_stream_convert(stream.handle(), &frame, &conversion, &image, nullptr),
+                VISTREL_OK);
+      calls = g_watch.calls;
+      g_watch = {};
+      if (round > 0) {
+        EXPECT_EQ(calls, 0) << width;
+      }
+    }
+}
+
 TEST(AllocationsOfUnpacking, AreNone) {
   const uint8_t bytes[] = {1, 2, 3};
   const vistrel_packed packed = packedOf(bytes, 2, 1, VISTREL_PACKING_MIPI, 12);

@@ -26,6 +26,18 @@ TEST(CppFrames, MayBePacked) {
   EXPECT_EQ(tryConvert(none, c).error().status(), VISTREL_BAD_BITS);
 }
 
+// Not what width and height ask for.
+TEST(CppFrames, HaveTheSizeOfTheirArray) {
+  const uint8_t bytes[24] = {};
+  const uint16_t words[24] = {};
+  EXPECT_EQ(frameOf(bytes, 64, 64, VISTREL_RGGB).size, 24u);
+  EXPECT_EQ(frameOf(words, 64, 64, 12, VISTREL_RGGB).size, 48u);
+  EXPECT_EQ(packedOf(bytes, 64, 64, VISTREL_PACKING_BYTES, 8).size, 24u);
+  EXPECT_EQ(pictureOf(bytes, 64, 64, VISTREL_GRAY8).size, 24u);
+  const vistrel_frame frame = frameOf(bytes, 64, 64, VISTREL_RGGB);
+  EXPECT_EQ(tryConvert(frame, defaultConversion(frame)).error().status(), VISTREL_SHORT_BUFFER);
+}
+
 TEST(CppFrames, MayBePackedAsBytes) {
   const uint8_t bytes[] = {1, 2, 3, 4};
   const vistrel_frame frame = frameOf(bytes, 2, 2, VISTREL_PACKING_BYTES, 8, VISTREL_MONO);
@@ -110,6 +122,11 @@ TEST(CppFilter, IsRejected) {
   EXPECT_THROW(filterInto(picture, kernel, pixels), Error);
   EXPECT_EQ(tryFilterInto(picture, kMean, {pixels, 11}).error().status(), VISTREL_SHORT_BUFFER);
 }
+
+// So that a program may hold classes of two versions.
+static_assert(std::is_same_v<Image, v1::Image> && std::is_same_v<Stream, v1::Stream>);
+static_assert(std::is_same_v<Team, v1::Team> && std::is_same_v<Error, v1::Error>);
+static_assert(std::is_same_v<PushedConversion, v1::PushedConversion>);
 
 TEST(CppNames, AreThoseOfTheCInterface) {
   EXPECT_STREQ(phaseName(VISTREL_GBRG), "gbrg");
