@@ -5,7 +5,8 @@ include(CMakePackageConfigHelpers)
 set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h vistrel_status.h
     vistrel_types.h vistrel_version.h)
 set(VISTREL_CXX_HEADERS solvers.h tone_curves.h image_functions.h platform.h
-  vistrel.hpp vistrel_result.hpp vistrel_span.hpp)
+  vistrel.hpp vistrel_frame.hpp vistrel_image.hpp vistrel_names.hpp vistrel_result.hpp
+  vistrel_span.hpp vistrel_stream.hpp)
 
 set(libraries Vistrel)
 set(other_headers "")

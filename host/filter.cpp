@@ -84,7 +84,7 @@ PixelMemory memoryOf(std::string_view structure, const void* pixels, size_t size
   if (stride && stride < rowBytes)
     reject(VISTREL_BAD_STRIDE, name("stride"), stride, "a row has {} bytes", rowBytes);
   if (stride > kMaxBytes / p.height)
-    reject(VISTREL_BAD_STRIDE, name("stride"), stride, "no memory can hold {} such rows", p.height);
+    reject(VISTREL_TOO_LARGE, name("stride"), stride, "no memory can hold {} such rows", p.height);
   const PixelMemory memory{static_cast<unsigned char*>(const_cast<void*>(pixels)),
                            stride ? stride : rowBytes, rowBytes, p.height};
   if (size < memory.bytes())

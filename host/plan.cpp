@@ -157,24 +157,36 @@ void checkSamples(const vistrel_frame& frame) {
            frame.height, strideOf(frame), bytesOf(frame));
 }
 
+namespace {
+
+// All bytes of an image of several planes, and those between their rows. firstRows: of its first
+// plane.
+ByteRows planesIn(const Plan& plan, const vistrel_image& image, const ByteRows& firstRows) {
+  const vistrel_layout& l = plan.layout;
+  const Format& format = *plan.format;
+  if (image.stride < 0)
+    reject(VISTREL_BAD_STRIDE, "image.stride", image.stride, "planes of {} have none below 0",
+           format.name);
+  if (firstRows.stride > kMaxBytes / format.planes / l.height)
+    reject(VISTREL_TOO_LARGE, "image.stride", image.stride, "no memory can hold {} such rows",
+           l.height);
+  const size_t bytes = bytesOf(format, planesOf(format, l.width, l.height, firstRows.stride));
+  if (image.size < bytes)
+    reject(VISTREL_SHORT_BUFFER, "image.size", image.size,
+           "planes of {} rows, stride {}, take {} bytes", l.height, firstRows.stride, bytes);
+  return {firstRows.lowest, bytes, bytes, 1};
+}
+
+}  // namespace
+
 CheckedImage checkImage(const Plan& plan, const vistrel_image* image) {
   checkPointer(image, "image");
   checkPointer(image->pixels, "image.pixels");
   checkReserved("image.reserved", image->reserved);
   const vistrel_layout& l = plan.layout;
-  const Format& format = *plan.format;
   const ptrdiff_t stride = image->stride ? image->stride : static_cast<ptrdiff_t>(l.row_bytes);
-  ByteRows rows = rowsOf(l, *image, stride);
-  if (format.planes > 1) {
-    if (stride < 0)
-      reject(VISTREL_BAD_STRIDE, "image.stride", stride, "planes of {} have none below 0",
-             format.name);
-    if (rows.stride > kMaxBytes / format.planes / l.height)
-      reject(VISTREL_TOO_LARGE, "image.stride", stride, "no memory can hold {} such rows",
-             l.height);
-    const size_t bytes = bytesOf(format, planesOf(format, l.width, l.height, rows.stride));
-    rows = {rows.lowest, bytes, bytes, 1};
-  }
+  const ByteRows rows = rowsOf(l, *image, stride);
+  if (plan.format->planes > 1) return {stride, planesIn(plan, *image, rows)};
   if (image->size < rows.extent())
     reject(VISTREL_SHORT_BUFFER, "image.size", image->size, "{} rows of stride {} take {} bytes",
            l.height, stride, rows.extent());

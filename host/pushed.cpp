@@ -19,43 +19,56 @@ Plan makePushedPlan(const vistrel_frame* frame, const vistrel_conversion* conver
   return plan;
 }
 
+ImageRows allRows(const Plan& plan) { return {0, plan.layout.height}; }
+
+// The parts that take memory.
+template <class T>
+struct PushedEngine {
+  PushedEngine(const EngineCall& call, core::Arena& arena)
+      : source(call, arena), engine(call, allRows(call.plan), source, arena) {}
+
+  PushedRows<T> source;
+  RowEngine<T> engine;
+};
+
 template <class T>
 class PushedSamples final : public PushedConversion {
  public:
-  PushedSamples(const vistrel_frame* frame, const vistrel_conversion* conversion,
-                const vistrel_image* image, StreamLease& stream)
-      : PushedConversion(frame, conversion, image), arena_(stream.scratch(scratchBytes())),
-        source_(call(), arena_), engine_(call(), allRows(), source_, arena_),
-        next_(engine_.first()) {}
+  PushedSamples(const EngineCall& begun, const CheckedImage& image, core::Arena& arena)
+      : PushedConversion(begun, image), parts_(call(), arena), next_(parts_.engine.first()) {}
 
  private:
-  size_t scratchBytes() const {
-    core::Arena count;
-    PushedRows<T> source(call(), count);
-    RowEngine<T> engine(call(), allRows(), source, count);
-    return count.used();
-  }
-
   uint32_t convert(uint32_t y, const unsigned char* frameRow, const unsigned char* next) override {
-    source_.push(y, frameRow, next);
-    while (next_ < engine_.last() && source_.has(next_)) ++next_;
-    engine_.advance(next_);
-    return engine_.finished(next_);
+    parts_.source.push(y, frameRow, next);
+    while (next_ < parts_.engine.last() && parts_.source.has(next_)) ++next_;
+    parts_.engine.advance(next_);
+    return parts_.engine.finished(next_);
   }
 
-  core::Arena arena_;
-  PushedRows<T> source_;
-  RowEngine<T> engine_;
+  PushedEngine<T> parts_;
   int next_;  // the sweep's
 };
 
-std::unique_ptr<PushedConversion> begin(const vistrel_frame* frame,
-                                        const vistrel_conversion* conversion,
-                                        const vistrel_image* image, StreamLease& stream) {
-  checkPointer(frame, "frame");
-  if (frame->bytes_per_sample == 1)
-    return std::make_unique<PushedSamples<uint8_t>>(frame, conversion, image, stream);
-  return std::make_unique<PushedSamples<uint16_t>>(frame, conversion, image, stream);
+// Puts the conversion first into the stream's scratch memory, and behind it what it takes.
+template <class T>
+BegunPointer begin(const EngineCall& call, const CheckedImage& image, StreamLease& stream) {
+  core::Arena count;
+  count.take<PushedSamples<T>>(1);
+  PushedEngine<T>(call, count);
+  core::Arena arena(stream.scratch(count.used()));
+  void* const place = arena.take<PushedSamples<T>>(1);
+  return BegunPointer(new (place) PushedSamples<T>(call, image, arena));
+}
+
+BegunPointer begin(const vistrel_frame* frame, const vistrel_conversion* conversion,
+                   const vistrel_image* image, StreamLease& stream) {
+  const Plan plan = makePushedPlan(frame, conversion);
+  const CheckedImage checked = checkImage(plan, image);
+  auto* const pixels = static_cast<unsigned char*>(image->pixels);
+  const EngineCall call{plan,   *frame,        *conversion, gainsOf(*frame, *conversion),
+                        pixels, checked.stride};
+  return frame->bytes_per_sample == 1 ? begin<uint8_t>(call, checked, stream)
+                                      : begin<uint16_t>(call, checked, stream);
 }
 
 PushedConversion& begunOn(StreamLease& stream) {
@@ -84,15 +97,10 @@ void push(StreamLease& stream, const void* samples, size_t size, uint32_t rows,
 
 }  // namespace
 
-PushedConversion::PushedConversion(const vistrel_frame* frame, const vistrel_conversion* conversion,
-                                   const vistrel_image* image)
-    : plan_(makePushedPlan(frame, conversion)), frame_(*frame), conversion_(*conversion),
-      image_(checkImage(plan_, image)), call_{plan_,       frame_,
-                                              conversion_, gainsOf(frame_, conversion_),
-                                              nullptr,     image_.stride},
-      part_(partOf(plan_, frame_, conversion_, allRows())) {
-  call_.pixels = static_cast<unsigned char*>(image->pixels);
-}
+PushedConversion::PushedConversion(const EngineCall& call, const CheckedImage& image)
+    : plan_(call.plan), frame_(call.frame), conversion_(call.conversion),
+      image_(image), call_{plan_, frame_, conversion_, call.gains, call.pixels, call.stride},
+      part_(partOf(plan_, frame_, conversion_, allRows(plan_))) {}
 
 void PushedConversion::checkPortion(const void* samples, size_t size, uint32_t rows) const {
   checkPointer(samples, "samples");

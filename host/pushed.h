@@ -20,12 +20,10 @@ class PushedConversion : public BegunConversion {
   bool isOver() const { return isOver_; }
 
  protected:
-  // Throws Rejection.
-  PushedConversion(const vistrel_frame* frame, const vistrel_conversion* conversion,
-                   const vistrel_image* image);
+  // Copies what the call refers to, but for the image's pixels.
+  PushedConversion(const EngineCall& call, const CheckedImage& image);
 
   const EngineCall& call() const { return call_; }
-  ImageRows allRows() const { return {0, plan_.layout.height}; }
 
  private:
   // Takes the frame's row y and returns how many rows of the image are final. next: as in

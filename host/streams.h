@@ -27,11 +27,15 @@ class Scratch {
   size_t bytes_ = 0;
 };
 
-// A conversion that goes on from call to call.
+// A conversion that goes on from call to call. It lies in its stream's scratch memory.
 class BegunConversion {
  public:
   virtual ~BegunConversion() = default;
 };
+struct EndInPlace {
+  void operator()(BegunConversion* conversion) const { conversion->~BegunConversion(); }
+};
+using BegunPointer = std::unique_ptr<BegunConversion, EndInPlace>;
 
 // The pool's record of a stream.
 struct Slot {
@@ -40,7 +44,7 @@ struct Slot {
   uintptr_t generation = 0;  // how often it was released
   pthread_t user{};          // the thread that acquired it or converted on it last
   Scratch scratch;
-  std::unique_ptr<BegunConversion> begun;  // works in the scratch memory
+  BegunPointer begun;
 };
 
 // Exclusive use of a stream, for as long as the lease lives.
@@ -58,7 +62,7 @@ class StreamLease {
   uint32_t id() const;
 
   // The conversion that has begun on it, if any.
-  std::unique_ptr<BegunConversion>& begun() { return slot_->begun; }
+  BegunPointer& begun() { return slot_->begun; }
   // Throws Rejection if there is one.
   void checkIdle() const;
 

@@ -32,8 +32,8 @@ void checkPacked(const vistrel_packed& p) {
 }
 
 [[noreturn]] void rejectSize(const vistrel_packed& p) {
-  reject(VISTREL_TOO_LARGE, "packed", fmt::format("{}x{}, stride {}", p.width, p.height, p.stride),
-         "no memory can hold it");
+  reject(VISTREL_TOO_LARGE, "packed", fmt::format("{}x{}", p.width, p.height),
+         "no memory can hold its samples");
 }
 
 PackedFrame measure(const vistrel_packed* packed) {
@@ -53,7 +53,8 @@ PackedFrame measure(const vistrel_packed* packed) {
   if (f.stride < f.rowBytes)
     reject(VISTREL_BAD_STRIDE, "packed.stride", p.stride, "a row of {} samples has {} bytes",
            p.width, f.rowBytes);
-  if (f.stride > kMaxBytes / f.rows) rejectSize(p);
+  if (f.rows > 1 && f.stride > kMaxBytes / f.rows)
+    reject(VISTREL_TOO_LARGE, "packed.stride", f.stride, "no memory can hold {} such rows", f.rows);
   f.bytes = static_cast<size_t>(f.stride * (f.rows - 1) + f.rowBytes);
   return f;
 }

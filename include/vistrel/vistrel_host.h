@@ -113,8 +113,9 @@ int32_t vistrel_convert_rows(vistrel_stream* stream, const vistrel_frame* frame,
  * vistrel_stream_push reads `rows` rows, with the distance frame->stride, from
  * memory of `size` bytes, which it does not need after it has returned. The image's
  * memory must stay until the frame's last row has been pushed, which completes the
- * conversion, or until vistrel_stream_abort. Until then, the stream rejects other
- * conversions; releasing it aborts this one.
+ * conversion, or until vistrel_stream_abort. Nothing else of its arguments, such as
+ * the table, is read after vistrel_stream_begin. Until the end, the stream rejects
+ * other conversions; releasing it aborts this one.
  *
  * Rows of the image become final, from top to bottom and with the same bytes as in
  * vistrel_stream_convert, as soon as the rows that they are made from have been
@@ -156,15 +157,19 @@ int32_t vistrel_stream_trim(vistrel_stream* stream, vistrel_error* error);
 void vistrel_trim(void);
 
 /*
- * The gains that make the means of a frame's three colours equal (gray-world), in
- * the order red, green, blue. The mean m of a colour is that of its samples over
- * the whole frame, those below black counted as 0, in 1/256, rounded. With the
- * largest mean M
+ * Measures the gains that make the means of a frame's three colours equal
+ * (gray-world), in the order red, green, blue. Every sample of the frame counts, once
+ * and by its significant bits alone, whatever region the conversion has: of the
+ * conversion, only black and excess are read. A sample s counts as
+ * max(s - black, 0), with the black level of its place. The mean m of a colour is
+ * that of all its samples, those of green from both kinds of rows, in 1/256, rounded,
+ * halves up. With the largest mean M
  *
  *   gain = min((4096 * M + m / 2) / m, VISTREL_GAIN_MAX)      in integers
  *
- * so the smallest gain is 1. A mean of 0 has the largest gain; if all three are 0,
- * all gains are 1. Of the conversion, only black and excess are read.
+ * so the smallest gain is 1. A mean of 0 has the largest gain, and so has a colour
+ * without samples; if all three are 0, all gains are 1. Rejected for frames that are
+ * no mosaic.
  */
 int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversion* conversion,
                               uint32_t gains[3], vistrel_error* error);
@@ -207,7 +212,8 @@ int32_t vistrel_unpack(const vistrel_packed* packed, void* samples, size_t size,
 /*
  * Filters finished pixels into image, which has the picture's size and format, or
  * in place: if image has the picture's memory and stride. Acquires and releases a
- * stream as vistrel_convert does.
+ * stream as vistrel_convert does, and needs its memory for a copy of the pixels; for
+ * two if image has padding, or 16-bit samples at odd addresses.
  *
  * A weighted sum is divided, truncated toward zero and clamped to 0..255, or to
  * 0..1023 for 16-bit samples. The outermost pixels on every side stay unchanged;

@@ -277,8 +277,9 @@ typedef struct vistrel_layout {
   size_t frame_bytes;     /* minimum size of the frame, with its stride */
   /*
    * Memory that a conversion needs besides frame and image, and that its stream
-   * keeps: a few rows. Binned raw gray alone needs memory for whole images, and a
-   * few rows more, which it frees.
+   * keeps: a few rows for each thread. Binned raw gray alone needs memory for whole
+   * images, and a few rows more, which it frees. Pushed rows need up to 8 rows of
+   * samples and 4 KiB more.
    */
   size_t working_bytes;
   uint32_t reserved[4]; /* written as 0 */
@@ -286,8 +287,9 @@ typedef struct vistrel_layout {
 
 /*
  * Memory for a result. With a negative stride each row lies before the one above it in
- * the picture, so that the last row is lowest in memory. Bytes between rows are not
- * written, and may belong to the frame.
+ * the picture, so that the last row is lowest in memory; formats of several planes
+ * have none. Bytes between rows are not written. They may belong to the frame, but in
+ * formats of several planes.
  */
 typedef struct vistrel_image {
   void* pixels;          /* first pixel of the picture's first row, at any alignment */

@@ -1,6 +1,13 @@
 // Streams that a caller has acquired.
 #include <gmock/gmock.h>
 
+#include <setjmp.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <future>
 #include <set>
 #include <thread>
@@ -121,6 +128,41 @@ TEST_F(AcquiredStreams, AreWaitedForByACancelledThread) {
   streams[3] = acquired.get_future().get();
   waiting.join();
   for (auto* stream : streams) EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
+}
+
+sigjmp_buf g_beforeTheFault;
+
+// Converts from mapped memory that a shorter file has left, and jumps out.
+void leaveByAFault(vistrel_stream* stream, vistrel_frame frame, const vistrel_image& image) {
+  std::FILE* const file = std::tmpfile();
+  if (!file || ftruncate(fileno(file), ptrdiff_t(frame.size)) != 0) _exit(2);
+  frame.samples = mmap(nullptr, frame.size, PROT_READ, MAP_SHARED, fileno(file), 0);
+  if (ftruncate(fileno(file), 0) != 0) _exit(3);
+  signal(SIGBUS, [](int) { siglongjmp(g_beforeTheFault, 1); });
+  const vistrel_conversion conversion = defaultConversion(frame);
+  if (sigsetjmp(g_beforeTheFault, 1) == 0) {
+    vistrel_stream_convert(stream, &frame, &conversion, &image, nullptr);
+    _exit(4);
+  }
+}
+
+// In a process of its own, since the stream is lost. All others go on.
+TEST_F(AcquiredStreams, AreLostIfAHandlerJumpsOut) {
+  const pid_t child = fork();
+  if (child == 0) {
+    vistrel_stream* const lost = acquire();
+    leaveByAFault(lost, frame, image);
+    EXPECT_EQ(convertOn(lost), VISTREL_BUSY_STREAM);
+    EXPECT_EQ(vistrel_stream_release(lost, nullptr), VISTREL_BUSY_STREAM);
+    EXPECT_EQ(vistrel_convert(&frame, &conversion, &image, nullptr), VISTREL_OK);
+    for (size_t i = 1; i < kStreams; ++i)
+      EXPECT_EQ(convertOn(acquire(VISTREL_NO_WAIT)), VISTREL_OK);
+    EXPECT_EQ(acquire(VISTREL_NO_WAIT), nullptr);
+    _exit(HasFailure());
+  }
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
 }
 
 // The stream that was released last is acquired next, under another handle.

@@ -1,81 +1,12 @@
 // The n-th allocation fails, for every n: the call reports it, nothing leaks, and the next call
-// works. This program's malloc and the like replace those of the C library.
+// works.
 #include <gtest/gtest.h>
 
-#include <malloc.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
 
 #include "tests/host/frames.h"
 #include "tests/host/rejection.h"
-
-extern "C" {
-void* __libc_malloc(size_t bytes);
-void* __libc_calloc(size_t count, size_t bytes);
-void* __libc_realloc(void* block, size_t bytes);
-void* __libc_memalign(size_t alignment, size_t bytes);
-void __libc_free(void* block);
-}
-
-namespace {
-
-// Allocations of this thread, while it watches. Failures set errno to failedErrno; all other
-// allocations to succeededErrno.
-struct Watch {
-  bool on = false, fromThenOn = false;
-  int failAt = 0, calls = 0, failed = 0;
-  int failedErrno = ENOMEM, succeededErrno = 0;
-  long bytes = 0, peak = 0;  // allocated since it began
-};
-thread_local Watch g_watch;
-thread_local long g_live = 0;  // blocks that are allocated
-
-void addBytes(long bytes) {
-  g_watch.bytes += bytes;
-  g_watch.peak = std::max(g_watch.peak, g_watch.bytes);
-}
-
-void* counted(void* block) {
-  if (!block) return nullptr;
-  ++g_live;
-  addBytes(static_cast<long>(malloc_usable_size(block)));
-  if (g_watch.succeededErrno) errno = g_watch.succeededErrno;
-  return block;
-}
-
-bool fails() {
-  Watch& w = g_watch;
-  if (!w.on) return false;
-  ++w.calls;
-  if (w.calls != w.failAt && !(w.fromThenOn && w.calls > w.failAt)) return false;
-  ++w.failed;
-  errno = w.failedErrno;
-  return true;
-}
-
-}  // namespace
-
-extern "C" {
-void* malloc(size_t bytes) { return fails() ? nullptr : counted(__libc_malloc(bytes)); }
-void* calloc(size_t count, size_t bytes) {
-  return fails() ? nullptr : counted(__libc_calloc(count, bytes));
-}
-void* realloc(void* block, size_t bytes) {
-  if (fails()) return nullptr;
-  void* const moved = __libc_realloc(block, bytes);
-  if (!block) counted(moved);
-  return moved;
-}
-void* aligned_alloc(size_t alignment, size_t bytes) {
-  return fails() ? nullptr : counted(__libc_memalign(alignment, bytes));
-}
-void free(void* block) {
-  if (block) --g_live, addBytes(-static_cast<long>(malloc_usable_size(block)));
-  __libc_free(block);
-}
-}
+#include "tests/host/watched_malloc.h"
 
 namespace vistrel {
 namespace {
@@ -232,6 +163,28 @@ TEST_P(Allocations, AreMadeByTheFirstConversionOnly) {
   EXPECT_LE(g_live, live);
 }
 
+// A stream keeps what the largest conversion needed, whichever side of it was longest.
+TEST(AllocationsOfAStream, AreNoneForFormerShapesInTurn) {
+  const std::vector<uint8_t> samples(300 * 200, 50);
+  std::vector<uint8_t> pixels(3 * samples.size());
+  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
+  Stream stream = Stream::acquire();
+  int calls = 0;
+  for (int round = 0; round < 3; ++round)
+    for (const uint32_t width : {300u, 200u, 20u}) {
+      const vistrel_frame frame = frameOf(samples, width, 60'000 / width, VISTREL_RGGB);
+      const vistrel_conversion conversion = defaultConversion(frame);
+      g_watch = {.on = true};
+      EXPECT_EQ(vistrel_stream_convert(stream.handle(), &frame, &conversion, &image, nullptr),
+                VISTREL_OK);
+      calls = g_watch.calls;
+      g_watch = {};
+      if (round > 0) {
+        EXPECT_EQ(calls, 0) << width;
+      }
+    }
+}
+
 TEST(AllocationsOfUnpacking, AreNone) {
   const uint8_t bytes[] = {1, 2, 3};
   const vistrel_packed packed = packedOf(bytes, 2, 1, VISTREL_PACKING_MIPI, 12);
@@ -246,105 +199,6 @@ TEST(AllocationsOfUnpacking, AreNone) {
 
 INSTANTIATE_TEST_SUITE_P(Every, Allocations, ::testing::ValuesIn(kCases),
                          [](const auto& test) { return test.param.name; });
-
-// The memory that conversions take, for everything that one can ask for, of a frame with many more
-// rows than an engine needs.
-struct WorkingMemory : ::testing::TestWithParam<uint32_t> {
-  static constexpr uint32_t kWidth = 24, kHeight = 2500;
-  const std::vector<uint16_t> samples =
-      samplesOf<uint16_t>(kWidth, kHeight, [](auto x, auto y) { return (x * 37 + y * 11) % 256; });
-  std::vector<uint8_t> pixels = std::vector<uint8_t>(8 * samples.size());
-  const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
-  std::vector<vistrel_stream*> streams = std::vector<vistrel_stream*>(VISTREL_MAX_STREAMS);
-
-  WorkingMemory() {
-    for (auto& s : streams) vistrel_stream_acquire(VISTREL_WAIT, &s, nullptr);
-  }
-  ~WorkingMemory() override {
-    for (auto* s : streams) vistrel_stream_release(s, nullptr);
-  }
-
-  static std::string nameOf(const vistrel_conversion& c, const vistrel_frame& f) {
-    return std::to_string(8 * f.bytes_per_sample) + " bits, format " + std::to_string(c.format) +
-           ", gray " + std::to_string(c.gray) + ", binning " + std::to_string(c.binning) +
-           ", edges " + std::to_string(c.edges) + ", black " + std::to_string(c.black[0]);
-  }
-
-  // All streams are in use, so the call takes its memory and frees it.
-  void expectRows(const vistrel_frame& frame, const vistrel_conversion& conversion) const {
-    vistrel_layout layout{};
-    if (vistrel_get_layout(&frame, &conversion, &layout, nullptr) != VISTREL_OK) return;
-    const size_t rows = GetParam() == VISTREL_KIMMEL ? 4 : 1;
-    EXPECT_LE(layout.working_bytes, rows * 64 * 6 * (kWidth + 128));
-    g_watch = {.on = true};
-    const int32_t status = vistrel_convert(&frame, &conversion, &image, nullptr);
-    const Watch seen = g_watch;
-    g_watch = {};
-    EXPECT_EQ(status, VISTREL_OK);
-    constexpr size_t kRoundedUp = 64;  // by malloc
-    EXPECT_LE(seen.peak, static_cast<long>(layout.working_bytes + kRoundedUp));
-    EXPECT_EQ(seen.bytes, 0);
-    EXPECT_LE(seen.calls, 1);
-  }
-
-  void expectNoneOnAStream(const vistrel_frame& frame, const vistrel_conversion& conversion) const {
-    const auto work = [&] {
-      return vistrel_stream_convert(streams[0], &frame, &conversion, &image, nullptr);
-    };
-    if (work() != VISTREL_OK) return;
-    g_watch = {.on = true};
-    work();
-    const int calls = g_watch.calls;
-    g_watch = {};
-    EXPECT_EQ(calls, 0);
-  }
-
-  // check(frame, conversion) for each, of a frame of so many rows.
-  template <class Check>
-  void forEach(uint32_t height, const Check& check) const {
-    for (const uint32_t bytes : {1u, 2u})
-      for (size_t i = 0; const vistrel_format* format = vistrel_format_at(i); ++i) {
-        vistrel_frame frame{};
-        frame.samples = samples.data();
-        frame.size = 2 * samples.size();
-        frame.width = kWidth, frame.height = height;
-        frame.bytes_per_sample = bytes, frame.bits = bytes == 1 ? 8 : 10;
-        frame.phase = format->mono ? uint32_t{VISTREL_MONO} : uint32_t{VISTREL_GBRG};
-        vistrel_conversion c = defaultConversion(frame);
-        c.format = format->code, c.algorithm = GetParam();
-        for (uint32_t chosen = 0; chosen < 64; ++chosen) {
-          c.binning = 1 + chosen % 4;
-          c.edges = chosen & 4 ? VISTREL_EDGES_PADDED : VISTREL_EDGES_NATIVE;
-          c.gray = chosen & 8 ? VISTREL_RAW_GRAY : VISTREL_LUMA;
-          for (uint32_t& black : c.black) black = chosen & 16 ? 5 : 0;
-          c.white_balance =
-              !(chosen & 32) || format->mono ? VISTREL_BALANCE_NONE : VISTREL_BALANCE_GAINS;
-          for (uint32_t& gain : c.gains) gain = 5000;
-          const bool isGray = !format->mono && format->channels == 1;
-          if (c.gray == VISTREL_RAW_GRAY && (!isGray || c.binning > 1)) continue;
-          check(frame, c);
-          ASSERT_FALSE(HasFailure()) << nameOf(c, frame);
-        }
-      }
-  }
-};
-
-TEST_P(WorkingMemory, IsAFewRows) {
-  forEach(kHeight, [this](const auto& frame, const auto& c) { expectRows(frame, c); });
-}
-
-TEST_P(WorkingMemory, StaysWithTheStream) {
-  forEach(40, [this](const auto& frame, const auto& c) { expectNoneOnAStream(frame, c); });
-}
-
-std::vector<uint32_t> algorithmCodes() {
-  std::vector<uint32_t> codes;
-  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
-    codes.push_back(a->code);
-  return codes;
-}
-INSTANTIATE_TEST_SUITE_P(Every, WorkingMemory, ::testing::ValuesIn(algorithmCodes()),
-                         [](const auto& test) { return vistrel_algorithm_at(test.index)->name; });
 
 TEST(AllocationsOfThePool, AreNone) {
   const auto work = [](vistrel_error* error) {

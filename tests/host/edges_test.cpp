@@ -124,6 +124,19 @@ TEST(PaddedEdges, OfARegionAreTheFrame) {
   }
 }
 
+TEST(PaddedEdges, AllowEveryRegionOfTheSmallestMosaicToEveryAlgorithm) {
+  const auto samples = samplesOf<uint16_t>(2, 2, plainColour(VISTREL_GBRG, 300, 500, 700));
+  const vistrel_frame frame = frameOf(samples, 2, 2, 10, VISTREL_GBRG);
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    for (uint32_t x = 0; x < 2; ++x)
+      for (uint32_t y = 0; y < 2; ++y) {
+        vistrel_conversion c = conversionBy(a->code, VISTREL_BGR48);
+        c.edges = VISTREL_EDGES_PADDED;
+        c.region = {x, y, 1, 1};
+        EXPECT_EQ(plainPixel(convert(frame, c)), (std::vector<uint32_t>{300, 500, 700})) << a->name;
+      }
+}
+
 TEST(PaddedEdges, KeepAPlainColourPlain) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
     for (uint32_t phase = 0; phase < 4; ++phase) {

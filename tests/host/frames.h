@@ -20,6 +20,16 @@ std::vector<T> samplesOf(uint32_t width, uint32_t height,
   return samples;
 }
 
+constexpr uint32_t kMax = 0xFFFFFFFF;
+
+// Descriptions without samples.
+inline vistrel_frame bayer(uint32_t width, uint32_t height) {
+  return {nullptr, 0, 0, width, height, 2, 12, VISTREL_RGGB, 0, 0, {}};
+}
+inline vistrel_frame mono(uint32_t width, uint32_t height) {
+  return {nullptr, 0, 0, width, height, 1, 8, VISTREL_MONO, 0, 0, {}};
+}
+
 // One sample for each filter colour, by the letters of the name of the phase.
 inline std::function<uint32_t(uint32_t, uint32_t)> plainColour(uint32_t phase, uint32_t blue,
                                                                uint32_t green, uint32_t red) {

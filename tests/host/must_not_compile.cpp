@@ -1,6 +1,7 @@
 // Code that would read memory that has ended, or more than there is. CASE 0 compiles, no other
 // does.
 #include <array>
+#include <vector>
 
 #include "vistrel/vistrel.hpp"
 
@@ -14,14 +15,23 @@ struct Owner {
 
 void use(const vistrel_frame& frame, const vistrel_conversion& conversion,
          const vistrel_packed& packed, const uint8_t* pointer) {
+  vistrel_conversion changed = conversion;
+  const Team team;
+  const auto runner = [](uint32_t, auto) {};
+  const std::vector<uint16_t> table;
+  const Image image;
   using Four = uint8_t[4];
   const uint8_t array[4] = {};
 #if CASE == 0
-  const auto image = tryConvert(frame, conversion);
-  static_cast<void>(image->pixels);
+  const auto result = tryConvert(frame, conversion);
+  static_cast<void>(result->pixels);
   frameOf(array, 2, 2, VISTREL_RGGB);
   frameOf({pointer, 4}, 2, 2, VISTREL_RGGB);
   packedOf(array, 4, 1, VISTREL_PACKING_BYTES, 8);
+  setTable(changed, table);
+  setTeam(changed, team);
+  setRunner(changed, 2, runner);
+  pictureOf(image, VISTREL_GRAY8);
 #elif CASE == 1
   static_cast<void>(tryConvert(frame, conversion)->pixels);
 #elif CASE == 2
@@ -41,5 +51,19 @@ void use(const vistrel_frame& frame, const vistrel_conversion& conversion,
   packedOf(ConstFour{1, 2, 3, 4}, 4, 1, VISTREL_PACKING_BYTES, 8);
 #elif CASE == 9
   unpack(packed, VISTREL_RGGB).get();
+#elif CASE == 10
+  setTable(changed, std::vector<uint16_t>(1024));
+#elif CASE == 11
+  setTeam(changed, Team::create(2));
+#elif CASE == 12
+  setRunner(changed, 2, [](uint32_t, auto) {});
+#elif CASE == 13
+  pictureOf(convert(frame, conversion), VISTREL_BGR24);
+#elif CASE == 14
+  Image begun;
+  static_cast<void>(Stream::acquire().begin(frame, conversion, begun));
+#elif CASE == 15
+  Stream stream;
+  static_cast<void>(stream.begin(frame, conversion, Image()));
 #endif
 }

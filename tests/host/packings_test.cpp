@@ -12,12 +12,12 @@ namespace {
 using namespace packed;
 using ::testing::ElementsAre;
 
-struct Case {
+struct PackedRow {
   const char* name;
   uint32_t packing, bits, lanes;
   PlaceOfBit place;
 };
-constexpr Case kCases[] = {
+constexpr PackedRow kCases[] = {
     {"Bytes", VISTREL_PACKING_BYTES, 8, 1, inBytes},
     {"Little16", VISTREL_PACKING_LITTLE, 16, 1, inLittle},
     {"Little11", VISTREL_PACKING_LITTLE, 11, 1, inLittle},
@@ -32,9 +32,9 @@ constexpr Case kCases[] = {
     {"Mipi14", VISTREL_PACKING_MIPI, 14, 4, inMipi<14, 4>},
 };
 
-void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const PackedRow& c, std::ostream* out) { *out << c.name; }
 
-vistrel_packed_layout layoutOf(const vistrel_packed& packed) {
+vistrel_packed_layout packingLayoutOf(const vistrel_packed& packed) {
   vistrel_packed_layout layout{};
   vistrel_error error{};
   EXPECT_EQ(vistrel_get_packed_layout(&packed, &layout, &error), VISTREL_OK) << error.text;
@@ -42,7 +42,7 @@ vistrel_packed_layout layoutOf(const vistrel_packed& packed) {
 }
 
 std::vector<uint16_t> unpack(const vistrel_packed& packed) {
-  const vistrel_packed_layout layout = layoutOf(packed);
+  const vistrel_packed_layout layout = packingLayoutOf(packed);
   std::vector<uint8_t> raw(layout.unpacked_bytes);
   vistrel_error error{};
   EXPECT_EQ(vistrel_unpack(&packed, raw.data(), raw.size(), &error), VISTREL_OK) << error.text;
@@ -52,8 +52,8 @@ std::vector<uint16_t> unpack(const vistrel_packed& packed) {
   return samples;
 }
 
-struct Unpack : ::testing::TestWithParam<Case> {
-  const Case& c = GetParam();
+struct Unpack : ::testing::TestWithParam<PackedRow> {
+  const PackedRow& c = GetParam();
   const uint32_t values = 1u << c.bits;
 
   // Sets the bits of a row of samples, each in its place, in bytes that were zero.
@@ -93,7 +93,7 @@ TEST_P(Unpack, EveryWidthTakesTheBytesOfItsLastBit) {
       for (size_t b = 0; b < c.bits; ++b) last = std::max(last, c.place(i, b, width));
     if (c.packing == VISTREL_PACKING_LITTLE) last |= 15;  // whole samples
     const vistrel_packed shape{nullptr, 0, 0, width, 1, c.packing, c.bits, 0, {}};
-    ASSERT_EQ(layoutOf(shape).row_bytes, last / 8 + 1) << width;
+    ASSERT_EQ(packingLayoutOf(shape).row_bytes, last / 8 + 1) << width;
     std::vector<uint8_t> bytes(last / 8 + 1);
     pack(samples, bytes.data());
     EXPECT_EQ(unpack({bytes.data(), bytes.size(), 0, width, 1, c.packing, c.bits, 0, {}}), samples);
@@ -103,7 +103,7 @@ TEST_P(Unpack, EveryWidthTakesTheBytesOfItsLastBit) {
 TEST_P(Unpack, RowsBeginAtTheirStride) {
   const uint32_t width = 7, height = 3;
   vistrel_packed packed{nullptr, 0, 0, width, height, c.packing, c.bits, 0, {}};
-  const size_t tight = layoutOf(packed).row_bytes;
+  const size_t tight = packingLayoutOf(packed).row_bytes;
   for (const size_t stride : {tight, tight + 5}) {
     std::vector<uint8_t> bytes(stride * (height - 1) + tight);
     std::vector<uint16_t> all;
@@ -117,7 +117,7 @@ TEST_P(Unpack, RowsBeginAtTheirStride) {
     packed.bytes = bytes.data();
     packed.size = bytes.size();
     packed.stride = stride == tight ? 0 : stride;
-    EXPECT_EQ(layoutOf(packed).bytes, bytes.size());
+    EXPECT_EQ(packingLayoutOf(packed).bytes, bytes.size());
     EXPECT_EQ(unpack(packed), all);
   }
 }

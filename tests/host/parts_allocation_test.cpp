@@ -1,14 +1,10 @@
-// What is not allocated, and threads that don't start. This program's malloc and pthread_create
-// replace those of the C library.
-#include <dlfcn.h>
+// What is not allocated, by any thread. This program's malloc replaces that of the C library.
 #include <gtest/gtest.h>
-#include <pthread.h>
 
 #include <atomic>
 #include <cstdlib>
 
 #include "tests/host/frames.h"
-#include "tests/host/rejection.h"
 
 extern "C" {
 void* __libc_malloc(size_t bytes);
@@ -18,8 +14,6 @@ void* __libc_memalign(size_t alignment, size_t bytes);
 namespace {
 
 std::atomic<int> g_allocations = 0;
-std::atomic<int> g_live = 0;  // threads that have been started
-std::atomic<int> g_startable = 1000;
 
 }  // namespace
 
@@ -32,44 +26,10 @@ void* aligned_alloc(size_t alignment, size_t bytes) {
   ++g_allocations;
   return __libc_memalign(alignment, bytes);
 }
-int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*),
-                   void* argument) {
-  if (g_startable == 0) return EAGAIN;
-  --g_startable, ++g_live;
-  static const auto create =
-      reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"));
-  return create(thread, attributes, run, argument);
-}
-int pthread_join(pthread_t thread, void** result) {
-  --g_live;
-  static const auto join =
-      reinterpret_cast<decltype(&pthread_join)>(dlsym(RTLD_NEXT, "pthread_join"));
-  return join(thread, result);
-}
 }
 
 namespace vistrel {
 namespace {
-
-TEST(TeamsThatDoNotStart, LeaveNoThread) {
-  for (int startable = 0; startable < 4; ++startable) {
-    vistrel_team* team = nullptr;
-    vistrel_error error{};
-    g_startable = startable;
-    vistrel_team_create(5, &team, &error);
-    expectError(error, {VISTREL_NO_THREAD, "threads", "5",
-                        "the system started only " + std::to_string(startable) + " of 4 workers"});
-    EXPECT_EQ(team, nullptr);
-    EXPECT_EQ(g_live, 0);
-  }
-  g_startable = 4;
-  vistrel_team* team = nullptr;
-  ASSERT_EQ(vistrel_team_create(5, &team, nullptr), VISTREL_OK);
-  EXPECT_EQ(g_live, 4);
-  EXPECT_EQ(vistrel_team_destroy(team, nullptr), VISTREL_OK);
-  EXPECT_EQ(g_live, 0);
-  g_startable = 1000;
-}
 
 struct HeldStream : ::testing::TestWithParam<const vistrel_algorithm*> {
   static constexpr uint32_t kWidth = 640, kHeight = 480;

@@ -4,15 +4,20 @@
 
 #include "vistrel/vistrel_host.h"
 
+/* Names of libVistrel's headers, which a program may have for itself. */
+enum { DM_BILINEAR = 10, BAYER_RGGB = 4, IMG_FMT_MONO8 = 6 };
+static int ImgConvert8(void) { return DM_BILINEAR + BAYER_RGGB + IMG_FMT_MONO8; }
+
 int main(void) {
   unsigned char samples[16], pixels[16];
-  const unsigned char expected[4] = {20, 20, 20, 20};
+  unsigned char expected[4];
   vistrel_frame frame;
   vistrel_conversion conversion;
   vistrel_layout layout;
   vistrel_image image;
   vistrel_error error;
 
+  memset(expected, ImgConvert8(), sizeof expected);
   memset(samples, 10, sizeof samples);
   memset(&frame, 0, sizeof frame);
   frame.samples = samples;

@@ -12,15 +12,6 @@ namespace {
 
 using ::testing::Each;
 
-constexpr uint32_t kMax = 0xFFFFFFFF;
-
-vistrel_frame bayer(uint32_t width, uint32_t height) {
-  return {nullptr, 0, 0, width, height, 2, 12, VISTREL_RGGB, 0, 0, {}};
-}
-vistrel_frame mono(uint32_t width, uint32_t height) {
-  return {nullptr, 0, 0, width, height, 1, 8, VISTREL_MONO, 0, 0, {}};
-}
-
 TEST(Layout, FollowsRegionBinningAndFormat) {
   const vistrel_frame frame{nullptr, 0, 0, 100, 50, 2, 12, VISTREL_RGGB, 0, 0, {}};
   vistrel_conversion c = defaultConversion(frame);

@@ -172,6 +172,31 @@ TEST(GrayWorld, MeasuresTheWholeFrame) {
   EXPECT_EQ(convert(frame, c).pixels, pixels);
 }
 
+// Green 1, 4 and 4: mean 3. The mean of its rows' means would be 2.5.
+TEST(GrayWorld, TakesTheGreenOfBothKindsOfRowsTogether) {
+  const std::vector<uint8_t> samples{12, 1, 12, 4, 12, 4};
+  const vistrel_frame frame = frameOf(samples, 3, 2, VISTREL_RGGB);
+  EXPECT_THAT(measured(frame, defaultConversion(frame)), ElementsAre(4096, 16384, 4096));
+}
+
+TEST(GrayWorld, GivesAColourWithoutSamplesTheLargestGain) {
+  const std::vector<uint8_t> samples{20, 10, 20};
+  const vistrel_frame frame = frameOf(samples, 1, 3, VISTREL_RGGB);
+  EXPECT_THAT(measured(frame, defaultConversion(frame)), ElementsAre(4096, 8192, 65536));
+}
+
+// Bits that are not significant, where the conversion masks them, and all other fields.
+TEST(GrayWorld, ReadsOfTheConversionOnlyBlackAndExcess) {
+  std::vector<uint16_t> samples{(300 << 4) + 15, 600 << 4, (600 << 4) + 7, 150 << 4};
+  vistrel_frame frame = frameOf(samples, 2, 2, 12, VISTREL_RGGB);
+  frame.alignment = VISTREL_HIGH_BITS;
+  vistrel_conversion c{};
+  std::memset(&c, 0xFF, sizeof c);
+  setBlack(c, 0);
+  c.excess = VISTREL_MASK;
+  EXPECT_THAT(measured(frame, c), ElementsAre(8192, 4096, 16384));
+}
+
 TEST(GrayWorld, RejectsExcessAnywhere) {
   std::vector<uint16_t> samples(6 * 6, 100);
   samples[35] = 1024;

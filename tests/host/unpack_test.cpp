@@ -96,10 +96,15 @@ TEST(UnpackSizes, AreCountedInSixtyFourBits) {
   vistrel_error error{};
   packed.width = packed.height = 0xFFFFFFFF;
   EXPECT_EQ(vistrel_get_packed_layout(&packed, &layout, &error), VISTREL_TOO_LARGE);
-  expectError(error, {VISTREL_TOO_LARGE, "packed", "4294967295x4294967295, stride 0",
-                      "no memory can hold it"});
+  expectError(error, {VISTREL_TOO_LARGE, "packed", "4294967295x4294967295",
+                      "no memory can hold its samples"});
   packed = {nullptr, 0, SIZE_MAX / 2, 2, 3, VISTREL_PACKING_PFNC, 12, 0, {}};
   EXPECT_EQ(vistrel_get_packed_layout(&packed, &layout, &error), VISTREL_TOO_LARGE);
+  expectError(error, {VISTREL_TOO_LARGE, "packed.stride", std::to_string(SIZE_MAX / 2),
+                      "no memory can hold 3 such rows"});
+  packed.height = 1;
+  packed.stride = SIZE_MAX;  // a single row's does not matter
+  EXPECT_EQ(layoutOf(packed).bytes, 3u);
 }
 
 }  // namespace

@@ -10,18 +10,10 @@
 namespace vistrel {
 namespace {
 
-constexpr uint32_t kMax = 0xFFFFFFFF;
 constexpr const char* kReserved = "only 0 is allowed in this version";
 constexpr const char* kPhases =
     "grbg (0), bggr (1), rggb (2), gbrg (3), mono (4), BGR (256) are allowed";
 constexpr const char* kGains = "1 to 65536 are allowed; 4096 is a gain of 1";
-
-vistrel_frame bayer(uint32_t width, uint32_t height) {
-  return {nullptr, 0, 0, width, height, 2, 12, VISTREL_RGGB, 0, 0, {}};
-}
-vistrel_frame mono(uint32_t width, uint32_t height) {
-  return {nullptr, 0, 0, width, height, 1, 8, VISTREL_MONO, 0, 0, {}};
-}
 
 struct Request {
   vistrel_frame frame = bayer(64, 48);
@@ -39,14 +31,14 @@ struct Request {
   }
 };
 
-struct Case {
+struct Fault {
   const char* name;
   void (*change)(Request&);
   Rejection expected;
 };
-void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const Fault& c, std::ostream* out) { *out << c.name; }
 
-const Case kFrames[] = {
+const Fault kFrames[] = {
     {"Ordinary", [](Request&) {}, kAccepted},
     {"NoColumn",
      [](Request& r) { r.setFrame(bayer(0, 48)); },
@@ -78,7 +70,7 @@ const Case kFrames[] = {
      {VISTREL_BAD_RESERVED, "frame.reserved[2]", "1", kReserved}},
 };
 
-const Case kFormats[] = {
+const Fault kFormats[] = {
     {"Unknown",
      [](Request& r) { r.conversion.format = 99; },
      {VISTREL_BAD_FORMAT, "conversion.format", "99",
@@ -133,7 +125,7 @@ const Case kFormats[] = {
      kAccepted},
 };
 
-const Case kAlgorithms[] = {
+const Fault kAlgorithms[] = {
     {"Unknown",
      [](Request& r) { r.conversion.algorithm = 9; },
      {VISTREL_BAD_ALGORITHM, "conversion.algorithm", "9",
@@ -170,7 +162,7 @@ const Case kAlgorithms[] = {
      {VISTREL_BAD_BINNING, "conversion.binning", "5", "1 to 4 are allowed"}},
 };
 
-const Case kReductions[] = {
+const Fault kReductions[] = {
     {"Unknown",
      [](Request& r) { r.conversion.reduction = 8; },
      {VISTREL_BAD_REDUCTION, "conversion.reduction", "8", "0 to 7 and 10 are allowed"}},
@@ -217,7 +209,7 @@ const Case kReductions[] = {
       "it needs 10 bits or more; the samples have 9"}},
 };
 
-const Case kPreparations[] = {
+const Fault kPreparations[] = {
     {"Excess",
      [](Request& r) { r.conversion.excess = 2; },
      {VISTREL_BAD_EXCESS, "conversion.excess", "2", "0 (reject) and 1 (mask) are allowed"}},
@@ -283,7 +275,7 @@ const Case kPreparations[] = {
      {VISTREL_BAD_RESERVED, "conversion.reserved[6]", "3", kReserved}},
 };
 
-struct Validation : ::testing::TestWithParam<Case> {};
+struct Validation : ::testing::TestWithParam<Fault> {};
 
 TEST_P(Validation, NamesArgumentValueAndReason) {
   Request r;
