@@ -1,6 +1,6 @@
 #include "cfa/ahd/ahd.h"
 
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/primitive.h"
 
 namespace vistrel::core {

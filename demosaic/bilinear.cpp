@@ -1,6 +1,6 @@
 #include "common/simd/simd.h"
 #include "cpu/level.h"
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/conversion.h"
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"

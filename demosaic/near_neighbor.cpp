@@ -1,5 +1,5 @@
 #include "cfa/near/near.h"
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/primitive.h"
 
 namespace vistrel::core {

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "common/work_layout.h"
+#include "demosaic/algorithms.h"
 #include "host/overlap.h"
 #include "host/packings.h"
 #include "host/planes.h"
@@ -60,10 +61,10 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
   const Extent e{uint64_t{p.layout.width} * c.binning + 2 * around,
                  uint64_t{p.layout.height} * c.binning + 2 * around};
   if (!isMosaic(f)) return e;
-  const vistrel_algorithm& a = *findAlgorithm(c.algorithm);
-  if (e.width < a.min_size || e.height < a.min_size)
+  const core::Algorithm& a = *core::findAlgorithm(c.algorithm);
+  if (e.width < a.minSize || e.height < a.minSize)
     rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "algorithm {} needs {}x{} pixels or more", a.name,
-                 a.min_size, a.min_size);
+                 a.minSize, a.minSize);
   return e;
 }
 

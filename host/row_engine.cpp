@@ -1,6 +1,5 @@
 #include "host/row_engine.h"
 
-#include "demosaic/algorithms.h"
 #include "host/tables.h"
 #include "output/table.h"
 
@@ -20,24 +19,6 @@ void fillTable(const vistrel_conversion& c, uint32_t bits, uint8_t* table) {
 }  // namespace
 
 template <class T>
-DemosaicAlgorithm<T> algorithmOf(uint32_t code) {
-  switch (code) {
-    case VISTREL_BILINEAR: return bilinear<T>();
-    case VISTREL_EDGE: return edge<T>();
-    case VISTREL_NEAR: return near<T>();
-    case VISTREL_LAROCHE: return laroche<T>();
-    case VISTREL_HAMILTON: return hamilton<T>();
-    case VISTREL_VNG: return variableGradients<T>();
-    case VISTREL_COK: return cok<T>();
-    case VISTREL_KIMMEL: return kimmel<T>();
-    case VISTREL_GROUPING: return pixelGrouping<T>();
-    default: return ahd<T>();
-  }
-}
-template DemosaicAlgorithm<uint8_t> algorithmOf(uint32_t code);
-template DemosaicAlgorithm<uint16_t> algorithmOf(uint32_t code);
-
-template <class T>
 RowEngine<T>::RowEngine(const EngineCall& call, ImageRows rows, RowSource<T>& source, Arena& arena)
     : call_(call), p_(call.plan), c_(call.conversion), rows_(rows), pixels_(call, arena) {
   isMosaic(call.frame) ? startDemosaic(source, arena) : startReady(source, arena);
@@ -54,7 +35,7 @@ void RowEngine<T>::startReady(RowSource<T>& source, Arena& arena) {
 
 template <class T>
 void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
-  const DemosaicAlgorithm<T> algorithm = algorithmOf<T>(c_.algorithm);
+  const DemosaicAlgorithm<T> algorithm = findAlgorithm(c_.algorithm)->of<T>();
   const int first = engineRow(rows_.first);
   if (finishes(algorithm)) {
     finished_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, engineRow(0), first, arena);

@@ -11,9 +11,6 @@
 
 namespace vistrel::host {
 
-template <class T>
-core::DemosaicAlgorithm<T> algorithmOf(uint32_t code);
-
 // Makes rows of an image while its source gets rows.
 template <class T>
 class RowEngine {

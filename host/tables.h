@@ -25,11 +25,6 @@ struct Format : vistrel_format {
   uint32_t pixelBytes() const { return (planes > 1 ? 1 : channels) * bytes_per_sample; }
 };
 
-// Whether the library's own gray of an algorithm is of use.
-inline bool hasRawGray(uint32_t algorithm) {
-  return algorithm != VISTREL_NEAR && algorithm != VISTREL_AHD;
-}
-
 // The rows of an image that must be made together: 2 where pairs of rows share their chroma.
 inline uint32_t rowsThatBelongTogether(const Format& format) {
   return format.arrangement == Arrangement::nv12 || format.arrangement == Arrangement::i420 ? 2 : 1;
@@ -37,7 +32,6 @@ inline uint32_t rowsThatBelongTogether(const Format& format) {
 
 // Null for an unknown code.
 const Format* findFormat(uint32_t code);
-const vistrel_algorithm* findAlgorithm(uint32_t code);
 
 // For messages: "MONO8 (0), MONO16 (1)".
 std::string formatList(bool colour);

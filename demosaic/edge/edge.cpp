@@ -5,7 +5,7 @@
 #include "common/arith.h"
 #include "common/work_layout.h"
 #include "cpu/level.h"
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/edge/block_ends.h"
 
 #define VISTREL_BODY "demosaic/edge/edge_rows-inl.h"
