@@ -27,7 +27,7 @@ class AhdDemosaic {
 
 template <class T>
 DemosaicAlgorithm<T> ahd() {
-  return {makeDemosaic<T, AhdDemosaic>};
+  return {makeDemosaic<T, AhdDemosaic<T>>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(ahd);
 

@@ -67,7 +67,7 @@ class Bilinear {
 
 template <class T>
 DemosaicAlgorithm<T> bilinear() {
-  return {makeDemosaic<T, Bilinear>, bilinearInPlace<T>, Bilinear<T>::finishes, true};
+  return {makeDemosaic<T, Bilinear<T>>, bilinearInPlace<T>, Bilinear<T>::finishes, true};
 }
 VISTREL_DEMOSAIC_ALGORITHM(bilinear);
 

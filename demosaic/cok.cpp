@@ -75,7 +75,7 @@ class CokDemosaic {
 
 template <class T>
 DemosaicAlgorithm<T> cok() {
-  return {makeDemosaic<T, CokDemosaic>, cokInPlace<T>};
+  return {makeDemosaic<T, CokDemosaic<T>>, cokInPlace<T>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(cok);
 

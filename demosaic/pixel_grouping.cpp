@@ -1,8 +1,6 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
-#include "demosaic/algorithm.h"
-#include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
 #define VISTREL_BODY "demosaic/pixel_grouping_rows-inl.h"
@@ -13,17 +11,15 @@ namespace vistrel::core {
 namespace {
 
 template <class T>
-class GroupingDemosaic : public GreenFirst<T> {
- public:
-  GroupingDemosaic(const DemosaicJob<T>& job, Arena& arena)
-      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kPixelGroupingKernels<T>), arena) {}
-};
+const GreenFirstKernels<T>& kernels() {
+  return *VISTREL_BY_LEVEL(kPixelGroupingKernels<T>);
+}
 
 }  // namespace
 
 template <class T>
 DemosaicAlgorithm<T> pixelGrouping() {
-  return {makeDemosaic<T, GroupingDemosaic>, greenFirstInPlace<base::PixelGrouping<T>, T>};
+  return greenFirst<base::PixelGrouping<T>, T, kernels<T>>();
 }
 VISTREL_DEMOSAIC_ALGORITHM(pixelGrouping);
 

@@ -61,7 +61,7 @@ class VariableGradients {
 
 template <class T>
 DemosaicAlgorithm<T> variableGradients() {
-  return {makeDemosaic<T, VariableGradients>, variableGradientsInPlace<T>};
+  return {makeDemosaic<T, VariableGradients<T>>, variableGradientsInPlace<T>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(variableGradients);
 

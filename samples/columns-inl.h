@@ -27,7 +27,7 @@ struct ColumnsApart {
 
   VISTREL_INLINE static Value part(Vec<T> v, size_t i) { return as<Value>(EvenOdd<T>::part(v, i)); }
   VISTREL_INLINE static Vec<T> join(const Value (&parts)[2]) {
-    return EvenOdd<T>::join({as<Wide<T>>(parts[0]), as<Wide<T>>(parts[1])});
+    return EvenOdd<T>::join({as<Vec<Widened<T>>>(parts[0]), as<Vec<Widened<T>>>(parts[1])});
   }
   VISTREL_INLINE static Value constant(ColumnPair<uint32_t> pair, size_t i) {
     const auto value = static_cast<Scalar>(i == 0 ? pair.even : pair.odd);

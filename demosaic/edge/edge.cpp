@@ -113,7 +113,7 @@ class EdgeDemosaic {
 
 template <class T>
 DemosaicAlgorithm<T> edge() {
-  return {makeDemosaic<T, EdgeDemosaic>};
+  return {makeDemosaic<T, EdgeDemosaic<T>>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(edge);
 

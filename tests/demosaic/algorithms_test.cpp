@@ -44,14 +44,14 @@ int reachOf(const Algorithm& algorithm) {
   PlainImage<T> image(pixels.data(), 3 * kSide);
   Memory memory;
   const auto& demosaic = *algorithm.of<T>().make({.source = source,
-                                                         .mosaic = Mosaic::ofPhase(BAYER_GRBG),
-                                                         .columns = kSide,
-                                                         .height = kSide,
-                                                         .roi = {0, 0, kSide, kSide},
-                                                         .rows = wanted,
-                                                         .image = image,
-                                                         .bits = 8},
-                                                        memory);
+                                                  .mosaic = Mosaic::ofPhase(BAYER_GRBG),
+                                                  .columns = kSide,
+                                                  .height = kSide,
+                                                  .roi = {0, 0, kSide, kSide},
+                                                  .rows = wanted,
+                                                  .image = image,
+                                                  .bits = 8},
+                                                 memory);
   return std::max(wanted.first - demosaic.first(), demosaic.last() - wanted.end);
 }
 
