@@ -9,14 +9,14 @@
 
 namespace vistrel::host {
 
-// Whether two names differ in nothing but the case of their letters, whatever the locale.
+// Whether two names are equal except for the case of ASCII letters, in any locale.
 inline bool equalNames(const char* a, const char* b) {
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
   while (*a && lower(*a) == lower(*b)) ++a, ++b;
   return lower(*a) == lower(*b);
 }
 
-// "MONO8 (0), MONO16 (1)": the rows that `lists` wants.
+// The rows that `lists` accepts: "MONO8 (0), MONO16 (1)".
 template <class Table, class Lists>
 std::string listOf(const Table& table, Lists lists) {
   std::string list;

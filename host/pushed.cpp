@@ -46,7 +46,7 @@ class PushedSamples final : public PushedConversion {
   core::Arena arena_;
   PushedRows<T> source_;
   RowEngine<T> engine_;
-  int next_;  // the sweep's
+  int next_;  // the sweep's next row
 };
 
 std::unique_ptr<PushedConversion> begin(const vistrel_frame* frame,

@@ -43,7 +43,7 @@ void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
     job.finishing = Finishing{p_.format->finish, shiftOf(), p_.pad, p_.layout.width};
     demosaic_ = algorithm.make(job, arena);
   } else {
-    // Columns of padding, an even number, that the algorithm need not make.
+    // An even number of padding columns that the algorithm need not make.
     const uint32_t left = c_.binning == 1 && algorithm.makesRoi ? p_.pad : 0;
     const uint32_t columns = p_.width - 2 * left;
     OutputShape shape = shapeOf(ImageOutput<T>::pitchOf(columns));
@@ -91,7 +91,7 @@ uint32_t RowEngine<T>::finished(int end) const {
              : rows / rowsThatBelongTogether(*p_.format) * rowsThatBelongTogether(*p_.format);
 }
 
-// pitch: distance of two rows of a bin, in samples.
+// pitch: the distance between two rows of a bin, in samples.
 template <class T>
 OutputShape RowEngine<T>::shapeOf(size_t pitch) {
   const Pack pack = !p_.format->colour() ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;

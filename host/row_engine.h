@@ -15,7 +15,7 @@ namespace vistrel::host {
 template <class T>
 class RowEngine {
  public:
-  // From an arena that counts, only takes memory.
+  // With an arena that counts, only takes memory.
   RowEngine(const EngineCall& call, ImageRows rows, core::RowSource<T>& source, core::Arena& arena);
   RowEngine(const RowEngine&) = delete;
   RowEngine& operator=(const RowEngine&) = delete;
@@ -35,7 +35,7 @@ class RowEngine {
   void startReady(core::RowSource<T>& source, core::Arena& arena);
   void startDemosaic(core::RowSource<T>& source, core::Arena& arena);
   core::DemosaicJob<T> jobOf(core::RowSource<T>& source, core::ImageSink<T>& image) const;
-  // Whether the algorithm can store bytes of the format at once.
+  // Whether the algorithm can store bytes of the format directly.
   bool finishes(const core::DemosaicAlgorithm<T>& algorithm) const;
   core::OutputShape shapeOf(size_t pitch);
   core::RowWriter writerOf(core::Pack pack, size_t pitch);

@@ -1,4 +1,4 @@
-// Finished pixels into other formats.
+// Converts finished pixels to other formats.
 #if defined(VISTREL_PIXELS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_PIXELS_INL_H
 #undef VISTREL_PIXELS_INL_H
@@ -30,7 +30,7 @@ struct BlockRows {
     Block::convert(here.sources, here.results);
   }
 
-  // Fewer units than a block has.
+  // For fewer units than a block has.
   void convertFew(size_t n) const {
     uint8_t from[Block::kSources][Block::kSourceBytes * Block::kUnits] = {};
     uint8_t to[Block::kResults][Block::kResultBytes * Block::kUnits];
@@ -72,7 +72,7 @@ void convertToPlanes(const void* pixels, size_t n, void* const planes[3]) {
       .convert(n);
 }
 
-// The last one of an odd number of pixels, as a pair.
+// Repeats the last of an odd number of pixels, to make a pair.
 struct LastTwice {
   uint8_t pair[6];
   LastTwice(const uint8_t* row, size_t n) {

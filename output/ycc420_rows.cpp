@@ -49,7 +49,7 @@ void Ycc420Rows::appendLower(const unsigned char* pixels, size_t n) {
   if (x + whole < end) std::memcpy(waiting_, pixels + 3 * whole, 3);
 }
 
-// Of n columns from an even one on. lower: their pixels in the lower row.
+// Makes the chroma of n columns from an even one on. lower: their pixels in the lower row.
 void Ycc420Rows::makeChroma(size_t x, const unsigned char* lower, size_t n) {
   if (n == 0) return;
   const unsigned char* const upper = upper_ + 3 * x;

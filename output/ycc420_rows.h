@@ -1,4 +1,4 @@
-// The rows of an image of luma and of chroma that blocks of 2x2 pixels share.
+// The rows of an image of luma, and of chroma that blocks of 2x2 pixels share.
 #pragma once
 
 #include "output/pixel_rows.h"
@@ -11,7 +11,7 @@ struct Ycc420Planes {
   bool inPairs;
 };
 
-// Takes pixels of bytes blue, green, red. The first row that it gets is an even one.
+// Takes pixels of bytes blue, green, red. The first row must be even.
 class Ycc420Rows final : public PixelRows {
  public:
   Ycc420Rows(const Ycc420Planes& planes, size_t width, size_t height, Arena& arena);
@@ -32,8 +32,8 @@ class Ycc420Rows final : public PixelRows {
   size_t width_, height_;
   PlaneRows luma_, first_, second_;
   unsigned char* upper_;      // the upper row of a pair
-  unsigned char waiting_[6];  // a lower row's block: its left pixel may come before its right one
-  bool isLower_ = false;      // this row completes its pair; a last one without a partner does too
+  unsigned char waiting_[6];  // a block of the lower row, of which the left pixel may arrive first
+  bool isLower_ = false;      // this row completes a pair; so does a last row without a partner
   bool isUpper_ = false;
   size_t x_ = 0;  // pixels of this row so far
 };

@@ -1,9 +1,8 @@
-// Vectors of a row's samples, and their values by the parity of the column.
+// Vectors of samples of a row as values that depend on the parity of the column.
 //
-//   Value, kParts         a vector's samples are so many vectors of values
+//   Value, kParts         the samples of a vector become kParts vectors of values
 //   part(v, i), join      part i of a vector of samples; all parts as samples again
-//   constant(pair, i)     one value for even columns, another one for odd ones, as part i needs
-//   them
+//   constant(pair, i)     the pair's values for even and odd columns, in the lanes of part i
 #if defined(VISTREL_COLUMNS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_COLUMNS_INL_H
 #undef VISTREL_COLUMNS_INL_H
@@ -18,7 +17,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// In lanes of twice the length: the even columns, then the odd ones.
+// Lanes of twice the length: the even columns, then the odd ones.
 template <class T>
 struct ColumnsApart {
   using Scalar = std::make_unsigned_t<Widened<T>>;
@@ -35,7 +34,7 @@ struct ColumnsApart {
   }
 };
 
-// In the lanes of 16-bit samples.
+// The lanes of 16-bit samples.
 struct ColumnsTogether {
   using Scalar = uint16_t;
   using Value = Vec<uint16_t>;
@@ -48,7 +47,7 @@ struct ColumnsTogether {
   }
 };
 
-// The shortest lanes that hold products of 16 bits' upper half.
+// The narrowest lanes that hold the upper half of a 16-bit product.
 template <class T>
 using Columns16 = std::conditional_t<sizeof(T) == 1, ColumnsApart<uint8_t>, ColumnsTogether>;
 
@@ -76,14 +75,14 @@ class AboveBlack {
   Value black_[Columns::kParts];
 };
 
-// A vector of a row's samples from the i-th on, at any alignment.
+// A vector of the samples of a row from sample i on, at any alignment.
 template <class T>
 VISTREL_INLINE Vec<T> loadAt(const void* row, size_t i) {
   Vec<T> v;
   std::memcpy(&v, static_cast<const char*>(row) + i * sizeof(T), sizeof v);
   return v;
 }
-// The same where the row's n samples end within it; then follow zeros.
+// The same if the row's n samples end within it; zeros follow them.
 template <class T>
 VISTREL_INLINE Vec<T> loadLast(const void* row, size_t i, size_t n) {
   Vec<T> v{};
