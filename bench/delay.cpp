@@ -50,7 +50,22 @@ Job rowByRow(const Call& call) {
           }};
 }
 
+void add(Report& report, const std::vector<Job>& jobs, const FrameSize& size, int rounds) {
+  const auto times = measure(jobs, rounds, Clock::wall);
+  for (size_t i = 0; i < jobs.size(); ++i)
+    report.add(jobs[i].name, size.name, {times[i].minimum / 1e3, times[i].median / 1e3});
+}
+
+// What a call costs besides its pixels.
+void runSmallest(Report& report, int rounds) {
+  constexpr FrameSize smallest{"8x8", 8, 8};
+  const Frame frame = makeFrame(smallest, 1, 12);
+  const Call call = makeCall(frame);
+  add(report, {{"whole frame, one thread", [=] { call->run(); }}}, smallest, rounds);
+}
+
 void run(Report& report, int rounds) {
+  runSmallest(report, rounds);
   vistrel_team* team = nullptr;
   vistrel_team_create(2, &team, nullptr);
   for (const FrameSize& size : kFrameSizes) {
@@ -63,9 +78,7 @@ void run(Report& report, int rounds) {
                                 rowByRow(pushed),
                                 lastRows("last 16 rows", pushed, 16),
                                 lastRows("last row", pushed, 1)};
-    const auto times = measure(jobs, rounds, Clock::wall);
-    for (size_t i = 0; i < jobs.size(); ++i)
-      report.add(jobs[i].name, size.name, {times[i].minimum / 1e3, times[i].median / 1e3});
+    add(report, jobs, size, rounds);
   }
   vistrel_team_destroy(team, nullptr);
 }

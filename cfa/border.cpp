@@ -50,37 +50,7 @@ void ownBayerBrdVrt(const CfaFrame<T>& columns, CfaRect srcRoi, T* pDst, ptrdiff
   for (int i = 0; i < srcRoi.height; ++i) pixel(frame, column, srcRoi.y + i, pDst + i * dstStep);
 }
 
-template <class T>
-void ownBayerBorder(const CfaFrame<T>& frame, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep) {
-  const int W = frame.size.width, H = frame.size.height;
-  const int x = srcRoi.x, y = srcRoi.y, xEnd = x + srcRoi.width, yEnd = y + srcRoi.height;
-  const auto at = [&](int column, int row) {
-    return pDst + (row - y) * dstStep + 3 * (column - x);
-  };
-  const auto hasRow = [&](int row) { return y <= row && row < yEnd; };
-  const auto hasColumn = [&](int column) { return x <= column && column < xEnd; };
-
-  if (y == 0) ownBayerBrdHrz2U<T>(frame.part(0, 0, {W, 2}), srcRoi, at(x, 0));
-  if (H >= 3 && hasRow(1)) ownBayerBrdHrz3<T>(frame.part(0, 0, {W, 3}), srcRoi, at(x, 1));
-
-  const int top = std::max(y, 2), bottom = std::min(yEnd, H - 2);
-  if (top < bottom) {
-    const CfaRect rows{x, top, srcRoi.width, bottom - top};
-    if (x == 0) ownBayerBrdVrt2L<T>(frame.part(0, 0, {2, H}), rows, at(0, top), dstStep);
-    if (W >= 3 && hasColumn(1))
-      ownBayerBrdVrt3<T>(frame.part(0, 0, {3, H}), rows, at(1, top), dstStep);
-    if (W >= 3 && hasColumn(W - 2))
-      ownBayerBrdVrt3<T>(frame.part(W - 3, 0, {3, H}), rows, at(W - 2, top), dstStep);
-    if (xEnd == W) ownBayerBrdVrt2R<T>(frame.part(W - 2, 0, {2, H}), rows, at(W - 1, top), dstStep);
-  }
-
-  if (H >= 3 && hasRow(H - 2))
-    ownBayerBrdHrz3<T>(frame.part(0, H - 3, {W, 3}), srcRoi, at(x, H - 2));
-  if (yEnd == H) ownBayerBrdHrz2D<T>(frame.part(0, H - 2, {W, 2}), srcRoi, at(x, H - 1));
-}
-
 #define VISTREL_INSTANTIATE(T)                                                    \
-  template void ownBayerBorder(const CfaFrame<T>&, CfaRect, T*, ptrdiff_t);       \
   template void ownBayerBrdHrz<T, 0>(const CfaFrame<T>&, CfaRect, T*);            \
   template void ownBayerBrdHrz<T, 1>(const CfaFrame<T>&, CfaRect, T*);            \
   template void ownBayerBrdVrt<T, 0>(const CfaFrame<T>&, CfaRect, T*, ptrdiff_t); \

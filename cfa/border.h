@@ -6,10 +6,6 @@
 
 namespace vistrel::core {
 
-// srcRoi must be clipped to the frame. pDst points to its first pixel; dstStep is in samples.
-template <class T>
-void ownBayerBorder(const CfaFrame<T>& frame, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep);
-
 // Convert the columns of srcRoi in one row of a frame, and the rows of srcRoi in one column. pDst
 // points to their first pixel.
 template <class T, int row>

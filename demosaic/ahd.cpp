@@ -1,6 +1,6 @@
 #include "cfa/ahd/ahd.h"
 
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/primitive.h"
 
 namespace vistrel::core {
@@ -27,7 +27,7 @@ class AhdDemosaic {
 
 template <class T>
 DemosaicAlgorithm<T> ahd() {
-  return {makeDemosaic<T, AhdDemosaic>};
+  return {makeDemosaic<T, AhdDemosaic<T>>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(ahd);
 

@@ -1,24 +1,10 @@
-// The demosaic algorithms, in the form that the engine runs.
+// The table of the demosaic algorithms.
 #pragma once
 
-#include "demosaic/job.h"
+#include "demosaic/algorithm.h"
+#include "vistrel/vistrel.h"
 
 namespace vistrel::core {
-
-template <class T>
-struct Conversion;
-
-template <class T>
-struct DemosaicAlgorithm {
-  MakeDemosaic<T>* make;
-  // Works in the work buffer, pass after pass, for regions of a single row or column. Null if these
-  // need no special treatment.
-  void (*inPlace)(const Conversion<T>& conversion) = nullptr;
-  // Whether it can finish pixels at the current level. Null if it never can.
-  bool (*finishes)() = nullptr;
-  // Whether it leaves out the columns beside a job's roi, which begins in an even one.
-  bool makesRoi = false;
-};
 
 template <class T>
 DemosaicAlgorithm<T> bilinear();
@@ -43,13 +29,52 @@ DemosaicAlgorithm<T> pixelGrouping();
 template <class T>
 DemosaicAlgorithm<T> ahd();
 
+struct Algorithm {
+  const char* name;  // short, lower case
+  uint32_t code;
+  uint32_t maxBits;  // maximum significant bits of a sample
+  uint32_t minSize;  // minimum width and height of a frame
+  // Whether its image in libVistrel's work buffer has a guard. Without one, gray is sheared.
+  bool isGuarded;
+  DemosaicAlgorithm<uint8_t> (*of8)();
+  DemosaicAlgorithm<uint16_t> (*of16)();
+
+  template <class T>
+  DemosaicAlgorithm<T> of() const {
+    if constexpr (sizeof(T) == 1)
+      return of8();
+    else
+      return of16();
+  }
+};
+
+// Not a code of ImgConvert8 or ImgConvert16: libVistrel has a function for this algorithm.
+constexpr uint32_t kAhdCode = 256;
+
+// Ten bits for algorithms that clamp at 1023, fifteen for the one that compares 16-bit samples as
+// signed numbers.
+inline constexpr Algorithm kAlgorithms[] = {
+    {"bilinear", DM_BILINEAR, 16, 2, true, bilinear, bilinear},
+    {"edge", DM_EDGE_EX, 15, 2, true, edge, edge},
+    {"near", DM_NEAR_NEIGHBOR, 16, 2, false, near, near},
+    {"laroche", DM_GRADIENT_LAROCHE, 10, 2, true, laroche, laroche},
+    {"hamilton", DM_GRADIENT_HAMILTON, 10, 2, true, hamilton, hamilton},
+    {"vng", DM_VARIABLE_GRADIENTS, 10, 2, true, variableGradients, variableGradients},
+    {"cok", DM_HUE_COK, 10, 2, true, cok, cok},
+    {"kimmel", DM_HUE_KIMMEL, 10, 2, true, kimmel, kimmel},
+    {"grouping", DM_PIXEL_GROUPING, 10, 2, true, pixelGrouping, pixelGrouping},
+    {"ahd", kAhdCode, 16, 5, false, ahd, ahd},
+};
+
+// Null for an unknown code.
+constexpr const Algorithm* findAlgorithm(uint32_t code) {
+  for (const Algorithm& algorithm : kAlgorithms)
+    if (algorithm.code == code) return &algorithm;
+  return nullptr;
+}
+
 // Whether the packed path can run as a sweep; otherwise it goes through the work buffer.
 template <class T>
 bool packedKimmelSweeps(const Conversion<T>& conversion);
-
-// Instantiates an algorithm for both depths, in its source file.
-#define VISTREL_DEMOSAIC_ALGORITHM(name)      \
-  template DemosaicAlgorithm<uint8_t> name(); \
-  template DemosaicAlgorithm<uint16_t> name()
 
 }  // namespace vistrel::core

@@ -1,6 +1,6 @@
 #include "common/simd/simd.h"
 #include "cpu/level.h"
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/conversion.h"
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
@@ -68,7 +68,7 @@ class Bilinear {
 
 template <class T>
 DemosaicAlgorithm<T> bilinear() {
-  return {makeDemosaic<T, Bilinear>, bilinearInPlace<T>, Bilinear<T>::finishes, true};
+  return {makeDemosaic<T, Bilinear<T>>, bilinearInPlace<T>, Bilinear<T>::finishes, true};
 }
 VISTREL_DEMOSAIC_ALGORITHM(bilinear);
 

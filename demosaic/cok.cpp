@@ -2,7 +2,7 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/conversion.h"
 #include "demosaic/hue_ring.h"
 #include "demosaic/in_place.h"
@@ -75,7 +75,7 @@ class CokDemosaic {
 
 template <class T>
 DemosaicAlgorithm<T> cok() {
-  return {makeDemosaic<T, CokDemosaic>, cokInPlace<T>};
+  return {makeDemosaic<T, CokDemosaic<T>>, cokInPlace<T>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(cok);
 

@@ -17,6 +17,8 @@ struct Conversion {
   uint8_t* pDst;
   uint32_t nRoiHeight;
   const ColourOutput& output;
+  uint32_t threshold = 0;
+  const T* workEnd = nullptr;  // of the stream's work buffer; edge writes up to it
 
   T* imageRow(ptrdiff_t y) const { return work + layout.row(y); }
 };

@@ -1,47 +1,17 @@
-// The demosaic functions: they run the engine between the caller's frame and the stream's work
-// buffer.
-#include "demosaic/algorithms.h"
+// They run the engine between the caller's frame and the stream's work buffer.
 #include "demosaic/demosaic.h"
+
 #include "demosaic/edge/edge_image.h"
-#include "demosaic/primitive.h"
 #include "demosaic/primitive_call.h"
 #include "demosaic/through_buffer.h"
 #include "demosaic/work_image.h"
 #include "streams/registry.h"
+#include "vistrel/image_functions.h"
 #include "vistrel/platform.h"
 
 namespace vistrel::core {
 
 namespace {
-
-using LayoutOf = WorkLayout(const Region& region);
-
-// Calls convert(c) with the Conversion that the arguments of a demosaic function describe. Its
-// image has the layout that layoutOf returns.
-template <class Convert>
-void withConversion(LayoutOf* layoutOf, Convert convert, uint32_t nIndex, uint32_t nImgWidth,
-                    uint32_t nBayer, uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX,
-                    uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
-                    uint8_t* pDst) {
-  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
-  const WorkLayout layout = layoutOf(region);
-  const ColourOutput output(nRoiWidth, nFormat, nBinning, layout.side != 0);
-  uint8_t* const work = reinterpret_cast<uint8_t*>(g_pwBGRBuff[nIndex]);
-  convert(Conversion<uint8_t>{region, nBayer, nRoiX, nRoiY, 8, pSrc, nImgWidth, work, layout, pDst,
-                              nRoiHeight, output});
-}
-template <class Convert>
-void withConversion(LayoutOf* layoutOf, Convert convert, uint32_t nIndex, uint32_t nImgWidth,
-                    uint32_t nBayer, uint32_t nBinning, uint32_t nFormat, uint32_t nLutMode,
-                    uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
-                    const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits) {
-  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
-  const WorkLayout layout = layoutOf(region);
-  const ColourOutput output(nRoiWidth, nSrcBits, nFormat, nLutMode, g_pwUserLUT[nIndex], nBinning,
-                            nDstBits, layout.side != 0);
-  convert(Conversion<uint16_t>{region, nBayer, nRoiX, nRoiY, nSrcBits, pSrc, nImgWidth,
-                               g_pwBGRBuff[nIndex], layout, pDst, nRoiHeight, output});
-}
 
 template <class T>
 void run(MakeDemosaic<T>* make, const DemosaicJob<T>& job, Arena& arena) {
@@ -57,24 +27,16 @@ void convertByPackedKimmel(const Conversion<T>& c) {
     algorithm.inPlace(c);
 }
 
-template <class T>
-void convertByKimmel(const Conversion<T>& c) {
-  if (OS_IsSSE())
-    convertByPackedKimmel(c);
-  else
-    convertThroughBuffer(c, kimmel<T>());
-}
-
 // Converts whole pairs of rows, from the region's first row on.
 // quirk: edge-phase. The region's columns count from its own first one, wherever that lies.
 template <class T>
-void convertByEdge(const Conversion<T>& c, uint32_t nThreshold, const T* workEnd) {
+void convertByEdge(const Conversion<T>& c) {
   const int Wf = int(c.region.Wf), Hf = int(c.region.Hf), first = int(c.region.y0);
   if (Wf == 0 || Hf == 0)
     return c.output.convert(c.work + kGuard * c.layout.S, c.pDst, c.nRoiHeight);
   PlainRows<T> source(c.pSrc + c.region.x0, ptrdiff_t(c.sourceStride), Hf);
   withArena([&](Arena& arena) {
-    EdgeImage<T> image(c, workEnd, arena);
+    EdgeImage<T> image(c, arena);
     run<T>(edge<T>().make,
            {.source = source,
             .mosaic = Mosaic::ofPhase(c.nBayer),
@@ -84,7 +46,7 @@ void convertByEdge(const Conversion<T>& c, uint32_t nThreshold, const T* workEnd
             .rows = {first, first + (Hf + 1) / 2 * 2},
             .image = image,
             .bits = c.nSrcBits,
-            .threshold = nThreshold,
+            .threshold = c.threshold,
             .margins = &image},
            arena);
     if (!arena.counts()) image.finish();
@@ -108,87 +70,62 @@ void convertByPrimitive(const Conversion<T>& c, MakeDemosaic<T>* make, int small
 }
 
 template <class T>
-void convertByNear(const Conversion<T>& c) {
-  convertByPrimitive(c, near<T>().make, kSmallestNear);
+void convertBy(const Algorithm& algorithm, const Conversion<T>& c) {
+  if (!algorithm.isGuarded)
+    convertByPrimitive(c, algorithm.of<T>().make, int(algorithm.minSize));
+  else if (algorithm.code == DM_EDGE_EX)
+    convertByEdge(c);
+  else if (algorithm.code == DM_HUE_KIMMEL && OS_IsSSE())
+    convertByPackedKimmel(c);
+  else
+    convertThroughBuffer(c, algorithm.of<T>());
 }
-template <class T>
-void convertByAhd(const Conversion<T>& c) {
-  convertByPrimitive(c, ahd<T>().make, kSmallestAhd);
+
+WorkLayout layoutOf(const Algorithm& algorithm, const Region& region) {
+  return algorithm.isGuarded ? guardedLayout(region) : compactLayout(region);
 }
 
 }  // namespace
 
-// Defines both overloads of `name`, which pass their Conversion<T> to `convert`.
-#define VISTREL_DEMOSAIC_ENTRY(name, layoutOf, convert)                                          \
-  void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,             \
-            uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,                \
-            uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst) {                           \
-    using T = uint8_t;                                                                           \
-    withConversion(                                                                              \
-        layoutOf, [&](const Conversion<T>& c) { convert; }, nIndex, nImgWidth, nBayer, nBinning, \
-        nFormat, nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, pDst);                               \
-  }                                                                                              \
-  void name(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,             \
-            uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX, uint32_t nRoiY,                 \
-            uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc, uint8_t* pDst,        \
-            uint32_t nDstBits, uint32_t nSrcBits) {                                              \
-    using T = uint16_t;                                                                          \
-    withConversion(                                                                              \
-        layoutOf, [&](const Conversion<T>& c) { convert; }, nIndex, nImgWidth, nBayer, nBinning, \
-        nFormat, nLutMode, nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, pDst, nDstBits, nSrcBits); \
-  }
-
-VISTREL_DEMOSAIC_ENTRY(ImageColorBilinear, guardedLayout, convertThroughBuffer(c, bilinear<T>()))
-VISTREL_DEMOSAIC_ENTRY(ImageColorNearNeighbor, compactLayout, convertByNear(c))
-VISTREL_DEMOSAIC_ENTRY(ImageColorGradientLaroche, guardedLayout,
-                       convertThroughBuffer(c, laroche<T>()))
-VISTREL_DEMOSAIC_ENTRY(ImageColorGradientHamilton, guardedLayout,
-                       convertThroughBuffer(c, hamilton<T>()))
-VISTREL_DEMOSAIC_ENTRY(ImageColorVariableGradients, guardedLayout,
-                       convertThroughBuffer(c, variableGradients<T>()))
-VISTREL_DEMOSAIC_ENTRY(ImageColorHueCok, guardedLayout, convertThroughBuffer(c, cok<T>()))
-VISTREL_DEMOSAIC_ENTRY(ImageColorHueKimmel, guardedLayout, convertByKimmel(c))
-VISTREL_DEMOSAIC_ENTRY(vec_ImageColorHueKimmel, guardedLayout, convertByPackedKimmel(c))
-VISTREL_DEMOSAIC_ENTRY(ImageColorPixelGrouping, guardedLayout,
-                       convertThroughBuffer(c, pixelGrouping<T>()))
-VISTREL_DEMOSAIC_ENTRY(demosaicAhd, compactLayout, convertByAhd(c))
-
-void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
-                          uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
-                          uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
-                          uint8_t* pDst) {
-  const auto convert = [=](const Conversion<uint8_t>& c) {
-    convertByEdge(c, nThreshold, c.work + g_anBGRBytes[nIndex]);
-  };
-  withConversion(guardedLayout, convert, nIndex, nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY,
-                 nRoiWidth, nRoiHeight, pSrc, pDst);
+void demosaic(const Algorithm& algorithm, uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth,
+              uint32_t nBayer, uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
+              uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst) {
+  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
+  const ColourOutput output(nRoiWidth, nFormat, nBinning, algorithm.isGuarded);
+  uint8_t* const work = reinterpret_cast<uint8_t*>(g_pwBGRBuff[nIndex]);
+  convertBy<uint8_t>(algorithm, {region, nBayer, nRoiX, nRoiY, 8, pSrc, nImgWidth, work,
+                                 layoutOf(algorithm, region), pDst, nRoiHeight, output, nThreshold,
+                                 work + g_anBGRBytes[nIndex]});
 }
 
-void ImageColorDemosaicEx(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
-                          uint32_t nBinning, uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX,
-                          uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
-                          const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits,
-                          uint32_t nSrcBits) {
-  const auto convert = [=](const Conversion<uint16_t>& c) {
-    convertByEdge(c, nThreshold, c.work + g_anBGRBytes[nIndex] / sizeof(uint16_t));
-  };
-  withConversion(guardedLayout, convert, nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode,
-                 nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, pDst, nDstBits, nSrcBits);
+void demosaic(const Algorithm& algorithm, uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth,
+              uint32_t nBayer, uint32_t nBinning, uint32_t nFormat, uint32_t nLutMode,
+              uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
+              const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits) {
+  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
+  const ColourOutput output(nRoiWidth, nSrcBits, nFormat, nLutMode, g_pwUserLUT[nIndex], nBinning,
+                            nDstBits, algorithm.isGuarded);
+  uint16_t* const work = g_pwBGRBuff[nIndex];
+  convertBy<uint16_t>(algorithm, {region, nBayer, nRoiX, nRoiY, nSrcBits, pSrc, nImgWidth, work,
+                                  layoutOf(algorithm, region), pDst, nRoiHeight, output, nThreshold,
+                                  work + g_anBGRBytes[nIndex] / sizeof(uint16_t)});
 }
 
 }  // namespace vistrel::core
 
+using namespace vistrel::core;
+
 void ImageColorDemosaicAHD(unsigned nIndex, unsigned nImgWidth, unsigned nBayer, unsigned nBinning,
                            unsigned nFormat, unsigned nRoiX, unsigned nRoiY, unsigned nRoiWidth,
                            unsigned nRoiHeight, unsigned char* pSrc, unsigned char* pDst) {
-  vistrel::core::demosaicAhd(nIndex, nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY, nRoiWidth,
-                             nRoiHeight, pSrc, pDst);
+  demosaic(*findAlgorithm(kAhdCode), nIndex, 0, nImgWidth, nBayer, nBinning, nFormat, nRoiX, nRoiY,
+           nRoiWidth, nRoiHeight, pSrc, pDst);
 }
 
 void ImageColorDemosaicAHD(unsigned nIndex, unsigned nImgWidth, unsigned nBayer, unsigned nBinning,
                            unsigned nFormat, unsigned nLutMode, unsigned nRoiX, unsigned nRoiY,
                            unsigned nRoiWidth, unsigned nRoiHeight, unsigned short* pSrc,
                            unsigned char* pDst, unsigned nDstBits, unsigned nSrcBits) {
-  vistrel::core::demosaicAhd(nIndex, nImgWidth, nBayer, nBinning, nFormat, nLutMode, nRoiX, nRoiY,
-                             nRoiWidth, nRoiHeight, pSrc, pDst, nDstBits, nSrcBits);
+  demosaic(*findAlgorithm(kAhdCode), nIndex, 0, nImgWidth, nBayer, nBinning, nFormat, nLutMode,
+           nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, pDst, nDstBits, nSrcBits);
 }

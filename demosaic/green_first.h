@@ -1,6 +1,7 @@
 // The common form of algorithms that complete green first and compute red and blue from it.
 #pragma once
 
+#include "demosaic/algorithm.h"
 #include "demosaic/conversion.h"
 #include "demosaic/green_first_kernels.h"
 #include "demosaic/guarded.h"
@@ -24,28 +25,26 @@ class GreenRing {
   }
 
   HalfRowWindow<T, 1> window(int y) const {
-    HalfRowWindow<T, 1> w;
-    for (int dy = -1; dy <= 1; ++dy) {
-      const unsigned parity = ring_.mosaic().greenParity(y + dy);
-      const bool inside = 0 <= y + dy && y + dy < ring_.height();
-      w.half[dy + 1][parity] = ring_.half(y + dy, parity);
-      w.half[dy + 1][1 - parity] = inside ? computed(y + dy) : green_.half(rows_, 0);
-    }
-    return w;
+    return windowOf<1>(y, [this](int row, unsigned parity) { return half(row, parity); });
   }
 
  private:
+  const T* half(int y, unsigned columnParity) const {
+    if (columnParity == ring_.mosaic().greenParity(y)) return ring_.half(y, columnParity);
+    return 0 <= y && y < ring_.height() ? computed(y) : green_.half(rows_, 0);
+  }
+
   const MosaicRing<T>& ring_;
   unsigned rows_;
   HalfRowRing<T> green_;  // the last row stays zero
 };
 
-template <class T>
+// kernels() returns those of the current level.
+template <class T, const GreenFirstKernels<T>& (*kernels)()>
 class GreenFirst {
  public:
-  GreenFirst(const DemosaicJob<T>& job, const GreenFirstKernels<T>& kernels, Arena& arena)
-      : job_(job), kernels_(kernels), ring_(job, 6, arena, RowDepth::found),
-        green_(ring_, 3, arena) {}
+  GreenFirst(const DemosaicJob<T>& job, Arena& arena)
+      : job_(job), ring_(job, 6, arena, RowDepth::found), green_(ring_, 3, arena) {}
 
   auto sweep() {
     return sweepGuarded(
@@ -71,7 +70,7 @@ class GreenFirst {
   }
 
   DemosaicJob<T> job_;
-  const GreenFirstKernels<T>& kernels_;
+  const GreenFirstKernels<T>& kernels_ = kernels();
   MosaicRing<T> ring_;
   GreenRing<T> green_;
 };
@@ -94,6 +93,11 @@ void greenFirstInPlace(const Conversion<T>& c) {
     }
   });
   c.output.convert(c.work, c.pDst, c.nRoiHeight);
+}
+
+template <class Formulas, class T, const GreenFirstKernels<T>& (*kernels)()>
+DemosaicAlgorithm<T> greenFirst() {
+  return {makeDemosaic<T, GreenFirst<T, kernels>>, greenFirstInPlace<Formulas, T>};
 }
 
 }  // namespace vistrel::core

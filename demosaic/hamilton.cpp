@@ -1,8 +1,6 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
-#include "demosaic/algorithms.h"
-#include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
 #define VISTREL_BODY "demosaic/hamilton_rows-inl.h"
@@ -13,17 +11,15 @@ namespace vistrel::core {
 namespace {
 
 template <class T>
-class HamiltonDemosaic : public GreenFirst<T> {
- public:
-  HamiltonDemosaic(const DemosaicJob<T>& job, Arena& arena)
-      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kHamiltonKernels<T>), arena) {}
-};
+const GreenFirstKernels<T>& kernels() {
+  return *VISTREL_BY_LEVEL(kHamiltonKernels<T>);
+}
 
 }  // namespace
 
 template <class T>
 DemosaicAlgorithm<T> hamilton() {
-  return {makeDemosaic<T, HamiltonDemosaic>, greenFirstInPlace<base::Hamilton<T>, T>};
+  return greenFirst<base::Hamilton<T>, T, kernels<T>>();
 }
 VISTREL_DEMOSAIC_ALGORITHM(hamilton);
 

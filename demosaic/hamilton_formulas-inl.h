@@ -29,7 +29,7 @@ struct Hamilton {
   VISTREL_INLINE static auto green(M m) {  // at a red or blue site
     const auto dv = absolute(m(0, -1) - m(0, 1)), dh = absolute(m(-1, 0) - m(1, 0));
     const auto sv = m(0, -1) + m(0, 1), sh = m(-1, 0) + m(1, 0);
-    return limited(select(dh < dv, sh >> 1, select(dh > dv, sv >> 1, (sv + sh) >> 2)));
+    return clampTo(select(dh < dv, sh >> 1, select(dh > dv, sv >> 1, (sv + sh) >> 2)), kLimit<T>);
   }
   template <class M, class G>
   VISTREL_INLINE static auto opposite(M m, G g) {  // at a red or blue site: the other of the two
@@ -37,7 +37,7 @@ struct Hamilton {
     const auto d1 = absolute(m(-1, -1) - m(1, 1)) + absolute(a1);
     const auto d2 = absolute(m(1, -1) - m(-1, 1)) + absolute(a2);
     const auto v1 = m(-1, -1) + m(1, 1) + a1, v2 = m(1, -1) + m(-1, 1) + a2;
-    return limited(select(d1 < d2, v1 >> 1, select(d1 > d2, v2 >> 1, (v1 + v2) >> 2)));
+    return clampTo(select(d1 < d2, v1 >> 1, select(d1 > d2, v2 >> 1, (v1 + v2) >> 2)), kLimit<T>);
   }
   template <class M, class G>
   VISTREL_INLINE static auto along(M m, G g) {  // at a green site: the colour of this row
@@ -52,11 +52,7 @@ struct Hamilton {
   // green site.
   template <class V>
   VISTREL_INLINE static V straight(V sum, V difference) {
-    return limited((2 * sum + difference) >> 2);
-  }
-  template <class V>
-  VISTREL_INLINE static V limited(V v) {
-    return clampTo(v, kLimit<T>);
+    return clampTo((2 * sum + difference) >> 2, kLimit<T>);
   }
 };
 

@@ -85,9 +85,9 @@ class RunningDemosaic final : public Demosaic<T> {
 template <class T>
 using MakeDemosaic = Demosaic<T>*(const DemosaicJob<T>& job, Arena& arena);
 
-template <class T, template <class> class Algorithm>
+template <class T, class Algorithm>
 Demosaic<T>* makeDemosaic(const DemosaicJob<T>& job, Arena& arena) {
-  using Running = RunningDemosaic<T, Algorithm<T>>;
+  using Running = RunningDemosaic<T, Algorithm>;
   static_assert(std::is_trivially_destructible_v<Running>, "its memory just ends with the arena");
   Running* const place = arena.take<Running>(1);
   if (place) return new (place) Running(job, arena);

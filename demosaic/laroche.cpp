@@ -1,8 +1,6 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
-#include "demosaic/algorithms.h"
-#include "demosaic/conversion.h"
 #include "demosaic/green_first.h"
 
 #define VISTREL_BODY "demosaic/laroche_rows-inl.h"
@@ -13,17 +11,15 @@ namespace vistrel::core {
 namespace {
 
 template <class T>
-class LarocheDemosaic : public GreenFirst<T> {
- public:
-  LarocheDemosaic(const DemosaicJob<T>& job, Arena& arena)
-      : GreenFirst<T>(job, *VISTREL_BY_LEVEL(kLarocheKernels<T>), arena) {}
-};
+const GreenFirstKernels<T>& kernels() {
+  return *VISTREL_BY_LEVEL(kLarocheKernels<T>);
+}
 
 }  // namespace
 
 template <class T>
 DemosaicAlgorithm<T> laroche() {
-  return {makeDemosaic<T, LarocheDemosaic>, greenFirstInPlace<base::Laroche<T>, T>};
+  return greenFirst<base::Laroche<T>, T, kernels<T>>();
 }
 VISTREL_DEMOSAIC_ALGORITHM(laroche);
 

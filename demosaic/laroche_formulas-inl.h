@@ -29,22 +29,18 @@ struct Laroche {
   }
   template <class M, class G>
   VISTREL_INLINE static auto opposite(M m, G g) {  // at a red or blue site: the other of the two
-    return limited(g(0, 0) + (((m(1, 1) - g(1, 1)) + (m(-1, 1) - g(-1, 1)) + (m(1, -1) - g(1, -1)) +
+    return clampTo(g(0, 0) + (((m(1, 1) - g(1, 1)) + (m(-1, 1) - g(-1, 1)) + (m(1, -1) - g(1, -1)) +
                                (m(-1, -1) - g(-1, -1))) >>
-                              2));
+                              2),
+                   kLimit<T>);
   }
   template <class M, class G>
   VISTREL_INLINE static auto along(M m, G g) {  // at a green site: the colour of this row
-    return limited(g(0, 0) + (((m(1, 0) - g(1, 0)) + (m(-1, 0) - g(-1, 0))) >> 1));
+    return clampTo(g(0, 0) + (((m(1, 0) - g(1, 0)) + (m(-1, 0) - g(-1, 0))) >> 1), kLimit<T>);
   }
   template <class M, class G>
   VISTREL_INLINE static auto across(M m, G g) {  // at a green site: the colour above and below
-    return limited(g(0, 0) + (((m(0, 1) - g(0, 1)) + (m(0, -1) - g(0, -1))) >> 1));
-  }
-
-  template <class V>
-  VISTREL_INLINE static V limited(V v) {
-    return clampTo(v, kLimit<T>);
+    return clampTo(g(0, 0) + (((m(0, 1) - g(0, 1)) + (m(0, -1) - g(0, -1))) >> 1), kLimit<T>);
   }
 };
 

@@ -1,5 +1,5 @@
 #include "cfa/near/near.h"
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/primitive.h"
 
 namespace vistrel::core {
@@ -27,7 +27,7 @@ class NearDemosaic {
 
 template <class T>
 DemosaicAlgorithm<T> near() {
-  return {makeDemosaic<T, NearDemosaic>, nullptr, nullptr, true};
+  return {makeDemosaic<T, NearDemosaic<T>>, nullptr, nullptr, true};
 }
 VISTREL_DEMOSAIC_ALGORITHM(near);
 

@@ -56,28 +56,25 @@ struct PixelGrouping {
                          absolute(centre - g(1, 1)) + absolute(centre - g(-1, -1)) +
                          absolute(m(-1, -1) - m(1, 1));
     const auto falls = rising > falling;
-    return limited(hueTransit(select(falls, g(-1, -1), g(1, -1)), centre,
-                              select(falls, g(1, 1), g(-1, 1)), select(falls, m(-1, -1), m(1, -1)),
-                              select(falls, m(1, 1), m(-1, 1))));
+    return clampTo(
+        hueTransit(select(falls, g(-1, -1), g(1, -1)), centre, select(falls, g(1, 1), g(-1, 1)),
+                   select(falls, m(-1, -1), m(1, -1)), select(falls, m(1, 1), m(-1, 1))),
+        kLimit<T>);
   }
   template <class M, class G>
   VISTREL_INLINE static auto along(M m, G g) {  // at a green site: the colour of this row
-    return limited(hueTransit(g(-1, 0), g(0, 0), g(1, 0), m(-1, 0), m(1, 0)));
+    return clampTo(hueTransit(g(-1, 0), g(0, 0), g(1, 0), m(-1, 0), m(1, 0)), kLimit<T>);
   }
   template <class M, class G>
   VISTREL_INLINE static auto across(M m, G g) {  // at a green site: the colour above and below
-    return limited(hueTransit(g(0, -1), g(0, 0), g(0, 1), m(0, -1), m(0, 1)));
+    return clampTo(hueTransit(g(0, -1), g(0, 0), g(0, 1), m(0, -1), m(0, 1)), kLimit<T>);
   }
 
-  template <class V>
-  VISTREL_INLINE static V limited(V v) {
-    return clampTo(v, kLimit<T>);
-  }
   // quirk: overshoot-to-black. The limit for bytes is 256, of which a byte keeps 0.
   template <class V>
   VISTREL_INLINE static V storedGreen(V v) {
     if constexpr (sizeof(T) == 1) return clampTo(v, 256) & 255;
-    return limited(v);
+    return clampTo(v, kLimit<T>);
   }
   // quirk: cost-ceiling. The search for the smallest cost begins at 65535: if all costs exceed it,
   // none is chosen and south remains. Signed 16-bit values never exceed it.

@@ -5,9 +5,6 @@
 
 namespace vistrel::core {
 
-// The smallest side of a frame that the primitives accept.
-constexpr int kSmallestNear = 2, kSmallestAhd = 5;
-
 // The number of bits by which the 16-bit versions scale samples up, to all 16 bits.
 template <class T>
 uint32_t scaling(const DemosaicJob<T>& job) {

@@ -1,7 +1,7 @@
 // Conversions through a work buffer.
 #pragma once
 
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/conversion.h"
 
 namespace vistrel::core {

@@ -1,11 +1,7 @@
-#include "demosaic/by_name.h"
-
-#include <iterator>
-
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/conversion.h"
 #include "demosaic/guarded.h"
 #include "demosaic/in_place.h"
@@ -61,32 +57,12 @@ class VariableGradients {
   const VariableGradientsKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kVariableGradientsKernels<T>);
 };
 
-template <class T>
-InPlacePixel<T> pixelAt(T* pPixel, unsigned nRowSamples, Site site) {
-  return {pPixel, ptrdiff_t{nRowSamples}, Mosaic(site)};
-}
-Site greenBeside(unsigned nChannel) { return nChannel == kBlue ? SITE_GB : SITE_GR; }
-Site colourOpposite(unsigned nChannel) { return nChannel == kBlue ? SITE_R : SITE_B; }
-
 }  // namespace
 
 template <class T>
 DemosaicAlgorithm<T> variableGradients() {
-  return {makeDemosaic<T, VariableGradients>, variableGradientsInPlace<T>};
+  return {makeDemosaic<T, VariableGradients<T>>, variableGradientsInPlace<T>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(variableGradients);
-
-void calcOneGreenCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
-  fillAtGreen(pixelAt(pPixel, nRowSamples, greenBeside(nChannel)));
-}
-void calcOneGreenCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
-  fillAtGreen(pixelAt(pPixel, nRowSamples, greenBeside(nChannel)));
-}
-void calcOneRedBluCenter(uint8_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
-  fillAtColour(pixelAt(pPixel, nRowSamples, colourOpposite(nChannel)));
-}
-void calcOneRedBluCenter(uint16_t* pPixel, unsigned nRowSamples, unsigned nChannel) {
-  fillAtColour(pixelAt(pPixel, nRowSamples, colourOpposite(nChannel)));
-}
 
 }  // namespace vistrel::core

@@ -49,18 +49,4 @@ void scatterMosaic(const Region& region, size_t sourceStride, const T* pSrc, T* 
 template void scatterMosaic(const Region&, size_t, const uint8_t*, uint8_t*);
 template void scatterMosaic(const Region&, size_t, const uint16_t*, uint16_t*);
 
-void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
-                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
-                      uint8_t* pWork) {
-  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
-  scatterMosaic(region, nImgWidth, pSrc, pWork);
-}
-
-void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nRoiX,
-                      uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc,
-                      uint16_t* pWork) {
-  const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
-  scatterMosaic(region, nImgWidth, pSrc, pWork);
-}
-
 }  // namespace vistrel::core

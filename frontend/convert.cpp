@@ -1,5 +1,3 @@
-#include <iterator>
-
 #include "demosaic/demosaic.h"
 #include "output/colour.h"
 #include "output/mono.h"
@@ -10,55 +8,10 @@ namespace vistrel::core {
 
 namespace {
 
-using Demosaic8 = void(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,
-                       uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
-                       uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst);
-using Demosaic16 = void(uint32_t nIndex, uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning,
-                        uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX, uint32_t nRoiY,
-                        uint32_t nRoiWidth, uint32_t nRoiHeight, const uint16_t* pSrc,
-                        uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits);
-
-using Threshold8 = void(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
-                        uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
-                        uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc,
-                        uint8_t* pDst);
-using Threshold16 = void(uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth, uint32_t nBayer,
-                         uint32_t nBinning, uint32_t nFormat, uint32_t nLutMode, uint32_t nRoiX,
-                         uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
-                         const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits);
-
-// The functions for both depths, in the form that takes a threshold.
-struct Algorithm {
-  Threshold8* of8;
-  Threshold16* of16;
-};
-
-template <Demosaic8* of8, Demosaic16* of16>
-constexpr Algorithm withoutThreshold() {
-  return {[](uint32_t nIndex, uint32_t, auto... others) { of8(nIndex, others...); },
-          [](uint32_t nIndex, uint32_t, auto... others) { of16(nIndex, others...); }};
-}
-
-// Indexed by the algorithm's code.
-constexpr Algorithm kAlgorithms[] = {
-    withoutThreshold<ImageColorBilinear, ImageColorBilinear>(),
-    {ImageColorDemosaicEx, ImageColorDemosaicEx},
-    withoutThreshold<ImageColorNearNeighbor, ImageColorNearNeighbor>(),
-    withoutThreshold<ImageColorGradientLaroche, ImageColorGradientLaroche>(),
-    withoutThreshold<ImageColorGradientHamilton, ImageColorGradientHamilton>(),
-    withoutThreshold<ImageColorVariableGradients, ImageColorVariableGradients>(),
-    withoutThreshold<ImageColorHueCok, ImageColorHueCok>(),
-    withoutThreshold<ImageColorHueKimmel, ImageColorHueKimmel>(),
-    withoutThreshold<ImageColorPixelGrouping, ImageColorPixelGrouping>(),
-};
-
 uint32_t thresholdOf(uint32_t nAlgorithm) { return nAlgorithm >> 8 & 0xFF; }
 
 // Null for an unknown code.
-const Algorithm* algorithmOf(uint32_t nAlgorithm) {
-  const uint32_t code = nAlgorithm & 0xFF;
-  return code < std::size(kAlgorithms) ? &kAlgorithms[code] : nullptr;
-}
+const Algorithm* algorithmOf(uint32_t nAlgorithm) { return findAlgorithm(nAlgorithm & 0xFF); }
 
 }  // namespace
 }  // namespace vistrel::core
@@ -82,8 +35,8 @@ uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32
   }
   const Algorithm* const algorithm = algorithmOf(nAlgorithm);
   if (!algorithm) return 0;
-  algorithm->of8(ID2Index(nID), thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat,
-                 nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, destination);
+  demosaic(*algorithm, ID2Index(nID), thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat,
+           nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, destination);
   return 1;
 }
 
@@ -110,8 +63,8 @@ uint32_t ImgConvert16(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint3
   }
   const Algorithm* const algorithm = algorithmOf(nAlgorithm);
   if (!algorithm) return 0;
-  algorithm->of16(nIndex, thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat, nLutMode,
-                  nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, static_cast<uint8_t*>(pDst), nDstBits,
-                  nSrcBits);
+  demosaic(*algorithm, nIndex, thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat,
+           nLutMode, nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, static_cast<uint8_t*>(pDst),
+           nDstBits, nSrcBits);
   return 1;
 }

@@ -5,11 +5,11 @@
 namespace vistrel::host {
 namespace {
 
-// A band of so many pixels is worth some 20 microseconds.
+// A band of this many pixels takes some 20 microseconds.
 constexpr uint64_t kMinPixels = 75'000;
 constexpr uint64_t kBandsAThread = 4;
 
-// As many for each thread, if there are enough.
+// Each thread gets equally many, if there are enough.
 uint64_t bandsFor(uint64_t pixels, uint64_t threads) {
   if (threads == 1) return 1;
   const uint64_t most = std::clamp<uint64_t>(pixels / kMinPixels, 1, kBandsAThread * threads);

@@ -1,4 +1,4 @@
-// Work that is cut into bands of rows, and the threads that share it.
+// Splits work into bands of rows and shares them among threads.
 #pragma once
 
 #include <algorithm>
@@ -10,11 +10,11 @@
 
 namespace vistrel::host {
 
-// Rows, in bands that begin with even ones.
+// Bands of rows; each but the first begins with an even row.
 class Bands {
  public:
-  // Several a thread, so that no thread waits long for the others, but none too small to be worth
-  // sharing. pixels: those that the work on a row passes through.
+  // Makes several bands per thread, so that no thread waits long for the others, but none that is
+  // too small to be worth sharing. pixels: the number processed per row.
   Bands(ImageRows rows, uint64_t pixels, uint32_t threads);
 
   uint32_t count() const { return (rows_.end - origin() + height_ - 1) / height_; }
@@ -23,7 +23,7 @@ class Bands {
     return {std::max(first, rows_.first), first + std::min(rows_.end - first, height_)};
   }
 
-  // How many threads find work.
+  // The number of threads that have work.
   uint32_t members() const { return std::min(threads_, count()); }
 
  private:
@@ -34,7 +34,7 @@ class Bands {
   uint32_t height_;  // of a band, even
 };
 
-// The number of threads that a conversion may have.
+// The number of threads that a conversion may use.
 inline uint32_t threadsOf(const Plan& plan, const vistrel_conversion& conversion) {
   return plan.throughBuffer ? 1 : std::max(conversion.threads, 1u);
 }
@@ -44,7 +44,7 @@ inline Bands bandsOf(const Plan& plan, const vistrel_conversion& conversion, Ima
   return {rows, uint64_t{plan.width} * conversion.binning, threadsOf(plan, conversion)};
 }
 
-// The threads of a conversion, as its caller has chosen them.
+// The threads that the caller has chosen for a conversion.
 class Crew {
  public:
   // Throws Rejection.
@@ -69,7 +69,7 @@ class Crew {
     const Body& body;
     std::atomic<uint32_t> joined{0}, next{0}, made{0};
 
-    // On any thread, however often the caller's runner comes.
+    // Runs on any thread, as often as the caller's runner calls it.
     void join() {
       const uint32_t member = joined++;
       if (member >= bands.members()) return;

@@ -10,7 +10,7 @@
 namespace vistrel::host {
 namespace {
 
-// What each thread takes.
+// The scratch memory of one thread.
 size_t scratchBytes(const EngineCall& call) {
   core::Arena count;
   makeRows(call, {0, call.plan.layout.height}, count);

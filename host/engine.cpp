@@ -44,7 +44,8 @@ void makeThroughBuffer(const EngineCall& call, Arena& arena) {
   const Conversion<T> conversion{
       region, p.phase,         0,     0, p.bits, samples, p.width, work, guardedLayout(region),
       result, p.layout.height, output};
-  if (!convertThroughBuffer(conversion, algorithmOf<T>(c.algorithm))) throw std::bad_alloc();
+  if (!convertThroughBuffer(conversion, findAlgorithm(c.algorithm)->of<T>()))
+    throw std::bad_alloc();
   for (uint32_t y = 0; y < p.layout.height; ++y) {
     pixels.rows().begin(y);
     pixels.rows().append(result + y * p.layout.row_bytes, p.layout.width);

@@ -1,4 +1,4 @@
-// A conversion that has passed all checks, by the engine.
+// Runs a checked conversion on the engine.
 #pragma once
 
 #include "common/rows/arena.h"
@@ -16,8 +16,8 @@ struct EngineCall {
   ptrdiff_t stride;
 };
 
-// Makes rows of the image, visible to all threads. From an arena that counts it only takes the
-// memory that it needs, the same for any rows.
+// Makes rows of the image and makes them visible to all threads. With an arena that counts, it only
+// takes memory: the same amount for any rows.
 void makeRows(const EngineCall& call, ImageRows rows, core::Arena& arena);
 
 }  // namespace vistrel::host

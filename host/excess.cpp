@@ -7,7 +7,7 @@
 namespace vistrel::host {
 namespace {
 
-// As many rows up and down as any algorithm looks, and all that are padding.
+// Rows above and below: the largest reach of any algorithm, and the padding.
 constexpr int64_t kReach = 9;
 
 template <class T>

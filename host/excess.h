@@ -1,4 +1,4 @@
-// The check of a frame for samples with excess bits, as far as a conversion reads it.
+// Checks what a conversion reads of a frame for samples with excess bits.
 #pragma once
 
 #include "host/bands.h"
@@ -13,7 +13,7 @@ struct FramePart {
   size_t samples() const { return size_t{right - left} * channels; }  // of a row
 };
 
-// Whatever rows of the image are made from.
+// The part of the frame that rows of the image are made from.
 FramePart partOf(const Plan& plan, const vistrel_frame& frame, const vistrel_conversion& conversion,
                  ImageRows rows);
 
@@ -21,7 +21,7 @@ FramePart partOf(const Plan& plan, const vistrel_frame& frame, const vistrel_con
 void checkExcessSamples(const vistrel_frame& frame, const FramePart& part, const void* row,
                         uint32_t y);
 
-// The same for all of the part.
+// The same for the whole part.
 void checkExcessSamples(const vistrel_frame& frame, const FramePart& part, uint32_t threads,
                         const Crew& crew);
 

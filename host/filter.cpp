@@ -13,7 +13,7 @@
 namespace vistrel::host {
 namespace {
 
-// The library counts an image's bytes with 32 bits.
+// The library counts the bytes of an image with 32 bits.
 constexpr uint64_t kMaxImageBytes = std::numeric_limits<uint32_t>::max();
 constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
 
@@ -24,7 +24,7 @@ struct PixelMemory {
 
   size_t bytes() const { return stride * (rows - 1) + rowBytes; }
   ByteRows byteRows() const { return {reinterpret_cast<uintptr_t>(first), stride, rowBytes, rows}; }
-  // Where the library can filter them.
+  // Whether the library can filter the rows in place.
   bool isPlain(size_t alignment) const {
     return stride == rowBytes && reinterpret_cast<uintptr_t>(first) % alignment == 0;
   }
@@ -46,7 +46,7 @@ struct Size {
   uint32_t width, height;
 };
 
-// The least size that a filter changes.
+// The smallest size that a filter changes.
 Size leastSize(const Format& format, uint32_t filter) {
   if (filter == VISTREL_FILTER_BOX) return {format.bytes_per_sample == 1 ? 2u : 4u, 2};
   return filter == VISTREL_FILTER_FIVE ? Size{5, 5} : Size{3, 3};
@@ -75,7 +75,7 @@ void checkSize(const vistrel_picture& p, const Format& format, uint32_t filter) 
   checkReserved("picture.reserved", p.reserved);
 }
 
-// structure: whose fields they are.
+// structure: the struct with these fields.
 PixelMemory memoryOf(std::string_view structure, const void* pixels, size_t size, size_t stride,
                      const vistrel_picture& p, const Format& format) {
   const auto name = [&](const char* field) { return fmt::format("{}.{}", structure, field); };
@@ -93,13 +93,13 @@ PixelMemory memoryOf(std::string_view structure, const void* pixels, size_t size
   return memory;
 }
 
-// By the library's codes, which count bytes only.
+// The library's format with as many bytes per pixel.
 uint32_t libraryFormat(const Format& format) {
   if (format.channels == 1) return format.bytes_per_sample == 1 ? VISTREL_GRAY8 : VISTREL_GRAY16;
   return format.channels == 3 ? VISTREL_BGR24 : VISTREL_ARGB32;
 }
 
-// The library takes a fixed filter by the value of a pointer, of which it reads nothing.
+// The library recognises a fixed filter by the value of a pointer, which it does not dereference.
 void run(void* copy, const vistrel_kernel& k, const Format& format, const vistrel_picture& p,
          void* pixels) {
   _FLT_3X3 weighted{k.divisor, {}};

@@ -15,7 +15,7 @@ uint32_t belowOf(const vistrel_frame& f) {
   return f.alignment == VISTREL_HIGH_BITS ? 8 * f.bytes_per_sample - f.bits : 0;
 }
 
-// Whether samples can be read where they lie.
+// Whether samples can be read in place.
 template <class T>
 bool isAligned(const vistrel_frame& f) {
   return reinterpret_cast<uintptr_t>(f.samples) % alignof(T) == 0 && strideOf(f) % sizeof(T) == 0;

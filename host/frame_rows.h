@@ -1,4 +1,4 @@
-// The rows of a frame as a conversion reads them: ready samples, with their surroundings.
+// The rows of a frame as a conversion reads them: prepared samples, mirrored beyond the frame.
 #pragma once
 
 #include <optional>
@@ -23,12 +23,13 @@ class RowPreparation {
   // Whether the plan's rows are parts of the frame's.
   bool copies() const { return !packing_ && isReady_ && !left_ && !right_; }
 
-  // The first byte that is read of a row of the frame.
+  // The first byte that is read from a row of the frame.
   const unsigned char* begin(const unsigned char* frameRow) const {
     return frameRow + (packing_ ? core::packedBytes(*packing_, first_) : first_ * sizeof(T));
   }
 
-  // Fetches a row of the frame. Packed samples take more than a byte; most of them is fetched.
+  // Prefetches a row of the frame. For packed samples it counts one byte each, so it leaves out the
+  // end of the row.
   core::Prefetcher fetch(const unsigned char* frameRow) const {
     return {begin(frameRow), packing_ ? 1 : sizeof(T)};
   }
@@ -46,12 +47,12 @@ class RowPreparation {
   Gains gains_;
   std::optional<core::Packing> packing_;
   bool isReady_;                 // samples need no preparation
-  size_t first_;                 // the first sample that is read of a row of the frame
-  size_t left_, count_, right_;  // samples: mirrored ones, the frame's, mirrored ones
+  size_t first_;                 // the first sample that is read from a row of the frame
+  size_t left_, count_, right_;  // samples of a row: mirrored, the frame's, mirrored
 };
 
-// Row y is the plan's row y. Rows lie in the frame where it has them as they are wanted, else in a
-// line that each row overwrites.
+// Row y is the plan's row y. It lies in the frame if its samples need no change; otherwise in a
+// line, which each row overwrites.
 template <class T>
 class FrameRows final : public core::RowSource<T> {
  public:

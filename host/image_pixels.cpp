@@ -7,8 +7,8 @@ namespace {
 
 using namespace core;
 
-// Measured: with results below, ordinary stores win; above, those past the caches. A reader that
-// follows at once finds more of the result in the caches.
+// By measurement: ordinary stores are faster for smaller results, non-temporal ones for larger
+// results. If the result is read soon, the limit is higher: more of it is still in the caches.
 constexpr size_t kBypassBeyond = size_t{12} << 20, kBypassBeyondUnlessRead = size_t{2} << 20;
 
 bool bypassesCaches(const EngineCall& call) {

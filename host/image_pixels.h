@@ -1,4 +1,4 @@
-// The caller's image by its format: planes, and the rows that pixels go to.
+// The caller's image in its format: its planes, and the rows that receive pixels.
 #pragma once
 
 #include <variant>

@@ -1,4 +1,4 @@
-// The levels of the library's vector loops, for tests and benchmarks.
+// The levels of the vector loops, for tests and benchmarks.
 #include <algorithm>
 
 #include "cpu/level.h"

@@ -16,7 +16,7 @@ bool overlap(const ByteRows& a, const ByteRows& b) {
   for (uint64_t i = 0; i < a.count; ++i) {
     const uint64_t row = a.lowest + i * a.stride, end = row + a.bytes;
     if (end <= b.lowest) continue;
-    // If any row of b meets this one, then the last one that begins before its end.
+    // If any row of b overlaps this one, the last row that begins before its end does.
     const uint64_t last = std::min((end - 1 - b.lowest) / b.stride, b.count - 1);
     if (meet(row, a.bytes, b.lowest + last * b.stride, b.bytes)) return true;
   }

@@ -1,11 +1,11 @@
-// Whether two pieces of memory share bytes.
+// Whether two blocks of memory share bytes.
 #pragma once
 
 #include <cstdint>
 
 namespace vistrel::host {
 
-// Rows of bytes at equal distances, as a frame or an image has them.
+// The rows of a frame or an image: bytes at equal distances.
 struct ByteRows {
   uintptr_t lowest;  // address of the row that is lowest in memory
   uint64_t stride;   // at least bytes

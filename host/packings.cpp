@@ -9,7 +9,7 @@ namespace {
 
 using core::Packing;
 
-// By code.
+// Indexed by code.
 constexpr struct {
   const char* name;
   uint32_t code;

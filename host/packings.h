@@ -9,12 +9,12 @@
 
 namespace vistrel::host {
 
-// Throws Rejection for an unknown packing, and for bits that it does not allow; structure: whose
-// fields they are, where 0 has the name `zero`.
+// Throws Rejection for an unknown packing, or for bits that it does not allow. structure: the
+// struct with these fields, in which packing 0 is called `zero`.
 core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structure,
                           std::string_view zero);
 
-// How a frame's rows must be unpacked, unless they have this machine's samples. The frame has
+// How to unpack a frame's rows; nothing if they hold this machine's samples. The frame must have
 // passed all checks.
 std::optional<core::Packing> packingOf(const vistrel_frame& frame);
 

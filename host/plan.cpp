@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "common/work_layout.h"
+#include "demosaic/algorithms.h"
 #include "host/overlap.h"
 #include "host/packings.h"
 #include "host/planes.h"
@@ -12,7 +13,7 @@
 namespace vistrel::host {
 namespace {
 
-// The library numbers samples with 32 bits, in a frame, a work buffer and a result.
+// The library counts the samples of a frame, a work buffer and a result with 32 bits.
 constexpr uint64_t kMaxSamples = std::numeric_limits<uint32_t>::max();
 constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
 
@@ -60,14 +61,14 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
   const Extent e{uint64_t{p.layout.width} * c.binning + 2 * around,
                  uint64_t{p.layout.height} * c.binning + 2 * around};
   if (!isMosaic(f)) return e;
-  const vistrel_algorithm& a = *findAlgorithm(c.algorithm);
-  if (e.width < a.min_size || e.height < a.min_size)
+  const core::Algorithm& a = *core::findAlgorithm(c.algorithm);
+  if (e.width < a.minSize || e.height < a.minSize)
     rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "algorithm {} needs {}x{} pixels or more", a.name,
-                 a.min_size, a.min_size);
+                 a.minSize, a.minSize);
   return e;
 }
 
-// The engine counts rows and columns with 31 bits, so no product of sides leaves 64.
+// The engine counts rows and columns with 31 bits, so products of two sides fit 64 bits.
 constexpr uint64_t kMaxSide = 0x7FFFFF00;
 
 void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
@@ -82,7 +83,7 @@ void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
                  kMaxSamples);
 }
 
-// A single row's stride does not matter.
+// The stride of a single row does not matter.
 bool isTooLarge(uint64_t stride, uint32_t rows) { return rows > 1 && stride > kMaxBytes / rows; }
 
 void checkFrameBytes(const vistrel_frame& f) {
@@ -104,7 +105,7 @@ void shapeResult(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   l.frame_bytes = static_cast<size_t>(bytesOf(f));
 }
 
-// An image's rows in memory, those of a negative stride from the last one up.
+// An image's rows in memory. With a negative stride, the last row has the lowest address.
 ByteRows rowsOf(const vistrel_layout& l, const vistrel_image& image, ptrdiff_t stride) {
   const uint64_t distance = stride < 0 ? -static_cast<uint64_t>(stride) : uint64_t(stride);
   const uint64_t below = stride < 0 ? distance * (l.height - 1) : 0;

@@ -6,14 +6,14 @@
 
 namespace vistrel::host {
 
-// Samples of a frame's pixel.
+// Samples per pixel.
 inline uint32_t channelsOf(const vistrel_frame& frame) {
   return frame.phase == VISTREL_BGR ? 3 : 1;
 }
 inline bool isMosaic(const vistrel_frame& frame) { return frame.phase < VISTREL_MONO; }
 
-// The bytes of a frame's row, the distance between its rows, and all bytes from its first sample to
-// its last.
+// The bytes of a row, the distance between rows, and the bytes from a frame's first sample to its
+// last.
 uint64_t rowBytesOf(const vistrel_frame& frame);
 uint64_t strideOf(const vistrel_frame& frame);
 uint64_t bytesOf(const vistrel_frame& frame);
@@ -21,12 +21,12 @@ uint64_t bytesOf(const vistrel_frame& frame);
 struct Plan {
   const Format* format;
   bool rawGray;            // the library's own gray
-  bool throughBuffer;      // which mixes rows of a whole image
-  size_t madeBytes;        // of a pixel as the engine makes it, before it gets its format
+  bool throughBuffer;      // its binned gray mixes rows of the whole image
+  size_t madeBytes;        // bytes per pixel before conversion to the format
   int64_t x, y;            // first sample to convert; with padding it may lie outside the frame
   uint32_t width, height;  // samples to convert: whole bins, padding included
-  uint32_t pad;            // pixels of the result on each side that are not wanted
-  uint32_t phase;          // of the sample at x, y; not read for mono frames
+  uint32_t pad;            // pixels that are dropped on each side of the result
+  uint32_t phase;          // of the sample at x, y; unused for mono frames
   uint32_t bits;           // significant bits of a sample after the truncation
   vistrel_layout layout;
 };

@@ -15,16 +15,16 @@ struct Plane {
   size_t bytes() const { return stride * (rows - 1) + rowBytes; }
 };
 
-// All three; those that a format does not have are empty and lie at the end.
+// Always three; unused ones are empty and lie at the end.
 using Planes = std::array<Plane, 3>;
 
 // The shortest stride that all planes allow.
 uint64_t leastStrideOf(const Format& format, uint32_t width);
 
-// stride: of the first plane, from which those of the others follow.
+// stride: that of the first plane, which determines the others.
 Planes planesOf(const Format& format, size_t width, size_t height, size_t stride);
 
-// From the first byte to the last one.
+// The number of bytes from the first to the last.
 size_t bytesOf(const Format& format, const Planes& planes);
 
 }  // namespace vistrel::host

@@ -55,7 +55,7 @@ Sums countsOf(const vistrel_frame& f) {
   return counts;
 }
 
-// In 1/256, rounded; in two parts, since 256 times a sum may exceed 64 bits.
+// The mean in 1/256, rounded. Computed in two parts, since 256 times a sum may exceed 64 bits.
 uint64_t meanOf(uint64_t sum, uint64_t count) {
   if (!count) return 0;
   return sum / count * 256 + (sum % count * 256 + count / 2) / count;

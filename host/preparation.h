@@ -1,4 +1,4 @@
-// Black level and white balance, on the mosaic.
+// Black level and white balance of the mosaic.
 #pragma once
 
 #include <array>
@@ -13,7 +13,7 @@ using Gains = std::array<uint32_t, 3>;  // red, green, blue, in 1/4096
 // The black levels of pixel (x, y) of the frame and of the next one in its row.
 core::ColumnPair<uint32_t> blackOf(const vistrel_conversion& conversion, int64_t x, int64_t y);
 
-// The gains of the conversion, measured on the frame if it says so. Throws Rejection.
+// The gains of the conversion, measured on the frame if it asks for that. Throws Rejection.
 Gains gainsOf(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
 // The gray-world gains of a frame that has passed all checks. Throws Rejection for excess bits.

@@ -46,7 +46,7 @@ class PushedSamples final : public PushedConversion {
   }
 
   PushedEngine<T> parts_;
-  int next_;  // the sweep's
+  int next_;  // the sweep's next row
 };
 
 // Puts the conversion first into the stream's scratch memory, and behind it what it takes.

@@ -10,10 +10,11 @@ namespace vistrel::host {
 
 class PushedConversion : public BegunConversion {
  public:
-  // Throws Rejection; then nothing has changed.
+  // Throws Rejection without changing anything.
   void checkPortion(const void* samples, size_t size, uint32_t rows) const;
 
-  // The frame's next rows. Throws Rejection for a sample with excess bits; then it is over.
+  // Takes the frame's next rows. Throws Rejection for a sample with excess bits, which ends the
+  // conversion.
   void push(const void* samples, uint32_t rows);
 
   uint32_t finalRows() const { return finalRows_; }  // of the image
@@ -26,7 +27,7 @@ class PushedConversion : public BegunConversion {
   const EngineCall& call() const { return call_; }
 
  private:
-  // Takes the frame's row y and returns how many rows of the image are final. next: as in
+  // Takes row y of the frame and returns how many rows of the image are final. next: as in
   // PushedRows.
   virtual uint32_t convert(uint32_t y, const unsigned char* frameRow,
                            const unsigned char* next) = 0;

@@ -9,7 +9,7 @@
 
 namespace vistrel::host {
 
-// Keeps the last rows, ready for the engine.
+// Keeps the last few rows, prepared for the engine.
 template <class T>
 class PushedRows final : public core::RowSource<T> {
  public:
@@ -18,14 +18,14 @@ class PushedRows final : public core::RowSource<T> {
         preparation_(call.plan, call.frame, call.conversion, call.gains),
         width_(size_t{plan_.width} * channelsOf(frame_)), lines_(arena.take<T>(kHeld * width_)) {}
 
-  // Row y of the frame, after the rows before it. next: the row after it, if it is known.
+  // Adds row y of the frame; rows come in order. next: the row after it, or null.
   void push(uint32_t y, const unsigned char* frameRow, const unsigned char* next) {
     pushed_ = y + 1;
     this->next_ = next ? preparation_.fetch(next) : core::Prefetcher();
     preparation_.make(static_cast<int>(y - plan_.y), frameRow, line(y));
   }
 
-  // Whether all is there that a sweep reads at row y, which may be a row beyond the plan's.
+  // Whether what a sweep reads at row y has arrived. y may lie beyond the plan's rows.
   bool has(int y) const {
     return rowOf(std::min(std::abs(y), static_cast<int>(plan_.height) - 1)) < pushed_;
   }

@@ -1,6 +1,5 @@
 #include "host/row_engine.h"
 
-#include "demosaic/algorithms.h"
 #include "host/tables.h"
 #include "output/table.h"
 
@@ -20,24 +19,6 @@ void fillTable(const vistrel_conversion& c, uint32_t bits, uint8_t* table) {
 }  // namespace
 
 template <class T>
-DemosaicAlgorithm<T> algorithmOf(uint32_t code) {
-  switch (code) {
-    case VISTREL_BILINEAR: return bilinear<T>();
-    case VISTREL_EDGE: return edge<T>();
-    case VISTREL_NEAR: return near<T>();
-    case VISTREL_LAROCHE: return laroche<T>();
-    case VISTREL_HAMILTON: return hamilton<T>();
-    case VISTREL_VNG: return variableGradients<T>();
-    case VISTREL_COK: return cok<T>();
-    case VISTREL_KIMMEL: return kimmel<T>();
-    case VISTREL_GROUPING: return pixelGrouping<T>();
-    default: return ahd<T>();
-  }
-}
-template DemosaicAlgorithm<uint8_t> algorithmOf(uint32_t code);
-template DemosaicAlgorithm<uint16_t> algorithmOf(uint32_t code);
-
-template <class T>
 RowEngine<T>::RowEngine(const EngineCall& call, ImageRows rows, RowSource<T>& source, Arena& arena)
     : call_(call), p_(call.plan), c_(call.conversion), rows_(rows), pixels_(call, arena) {
   isMosaic(call.frame) ? startDemosaic(source, arena) : startReady(source, arena);
@@ -54,11 +35,11 @@ void RowEngine<T>::startReady(RowSource<T>& source, Arena& arena) {
 
 template <class T>
 void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
-  const DemosaicAlgorithm<T> algorithm = algorithmOf<T>(c_.algorithm);
+  const DemosaicAlgorithm<T> algorithm = findAlgorithm(c_.algorithm)->of<T>();
   if (finishes(algorithm)) {
     demosaic_ = algorithm.make(finishingJob(source, arena), arena);
   } else {
-    // Columns of padding, an even number, that the algorithm need not make.
+    // An even number of padding columns that the algorithm need not make.
     const uint32_t left = c_.binning == 1 && algorithm.makesRoi ? p_.pad : 0;
     const uint32_t columns = p_.width - 2 * left;
     OutputShape shape = shapeOf(ImageOutput<T>::pitchOf(columns));
@@ -123,7 +104,7 @@ uint32_t RowEngine<T>::finished(int end) const {
              : rows / rowsThatBelongTogether(*p_.format) * rowsThatBelongTogether(*p_.format);
 }
 
-// pitch: distance of two rows of a bin, in samples.
+// pitch: the distance between two rows of a bin, in samples.
 template <class T>
 OutputShape RowEngine<T>::shapeOf(size_t pitch) {
   const Pack pack = !p_.format->colour() ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;

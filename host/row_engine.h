@@ -11,14 +11,11 @@
 
 namespace vistrel::host {
 
-template <class T>
-core::DemosaicAlgorithm<T> algorithmOf(uint32_t code);
-
 // Makes rows of an image while its source gets rows.
 template <class T>
 class RowEngine {
  public:
-  // From an arena that counts, only takes memory.
+  // With an arena that counts, only takes memory.
   RowEngine(const EngineCall& call, ImageRows rows, core::RowSource<T>& source, core::Arena& arena);
   RowEngine(const RowEngine&) = delete;
   RowEngine& operator=(const RowEngine&) = delete;
@@ -39,7 +36,7 @@ class RowEngine {
   void startDemosaic(core::RowSource<T>& source, core::Arena& arena);
   core::DemosaicJob<T> finishingJob(core::RowSource<T>& source, core::Arena& arena);
   core::DemosaicJob<T> jobOf(core::RowSource<T>& source, core::ImageSink<T>& image) const;
-  // Whether the algorithm can store bytes of the format at once.
+  // Whether the algorithm can store bytes of the format directly.
   bool finishes(const core::DemosaicAlgorithm<T>& algorithm) const;
   bool finishesArrangement() const {
     return p_.format->finish == core::Finish::ycc420 ? p_.layout.width % 2 == 0

@@ -1,4 +1,4 @@
-// The significant bits of a frame's samples, and the rejection of samples with others.
+// The significant bits of a frame's samples. Samples with other bits set are rejected.
 #pragma once
 
 #include <cstring>
@@ -24,8 +24,8 @@ struct Significant {
     return others && core::exceeds<T>(row, n, inRow(others));
   }
 
-  // Throws Rejection for the first of a row's samples that has, if any.
-  // columnOf(i): the frame's column of sample i.
+  // Throws Rejection for the first sample of the row that has, if any. columnOf(i): the column of
+  // sample i in the frame.
   template <class ColumnOf>
   void rejectExcess(const void* row, size_t n, uint32_t y, ColumnOf columnOf) const {
     if (!exceeded(row, n)) return;
@@ -35,7 +35,7 @@ struct Significant {
     rejectSample(inRow(sample), columnOf(i), y);
   }
 
-  uint32_t unused, below;  // bits that are not significant, and how many of them are lowest
+  uint32_t unused, below;  // how many bits are not significant; how many of them are lowest
   T bits, others;          // the significant ones, and the others
   bool isSwapped;          // the bytes of a sample in memory
 

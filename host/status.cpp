@@ -6,12 +6,12 @@
 namespace vistrel::host {
 namespace {
 
-// No text is cut: the longest parts and what joins them fit.
+// No text is truncated: the longest parts fit, joined.
 static_assert(sizeof(vistrel_error::text) >= sizeof(vistrel_error::argument) +
                                                  sizeof(vistrel_error::value) +
                                                  sizeof(vistrel_error::reason));
 
-// By code.
+// Indexed by code.
 constexpr const char* kNames[] = {
     "VISTREL_OK",           "VISTREL_NULL_POINTER",     "VISTREL_BAD_SIZE",
     "VISTREL_BAD_BITS",     "VISTREL_BAD_STRIDE",       "VISTREL_BAD_PHASE",

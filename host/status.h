@@ -1,4 +1,4 @@
-// Rejections inside the layer, and the one place where they become status codes and texts.
+// Rejections inside the host layer. Only toStatus() turns them into status codes and texts.
 #pragma once
 
 #include <fmt/format.h>
@@ -40,11 +40,11 @@ void checkReserved(std::string_view argument, const uint32_t (&fields)[n]) {
              "only 0 is allowed in this version");
 }
 
-// Describes the outcome in the caller's error, if there is one, and returns the status.
+// Describes the outcome in the caller's error, unless that is null, and returns the status.
 int32_t report(vistrel_error* error, int32_t status, std::string_view reason = "",
                std::string_view argument = "", std::string_view value = "") noexcept;
 
-// Runs the body of an entry; no exception leaves it.
+// Runs the body of an entry, and lets no exception escape.
 template <class Body>
 int32_t toStatus(vistrel_error* error, Body body) noexcept {
   try {

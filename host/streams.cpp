@@ -18,10 +18,10 @@ namespace {
 constexpr uint32_t kStreams = VISTREL_MAX_STREAMS;
 using State = Slot::State;
 
-// Guards the pool. A process forks while it holds the mutex, so its child has a pool that works.
+// Guards the pool. A process that forks holds the mutex meanwhile, so the child's pool is intact.
 constinit std::mutex g_mutex;
 
-// A cancelled thread would unwind through entries that no exception leaves.
+// A cancelled thread would unwind through entries that let no exception escape.
 class CancellationOff {
  public:
   CancellationOff() { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before_); }
@@ -121,7 +121,7 @@ Pool& pool() {
 }  // namespace
 
 void* Scratch::reserve(size_t bytes) {
-  // A fork may have found another thread here, between two of these steps.
+  // A fork may have caught another thread between two of these steps.
   if (block_ && bytes <= bytes_) return block_.get();
   free();
   constexpr size_t kAlign = core::Arena::kAlign;
@@ -183,7 +183,7 @@ int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error) {
 int32_t vistrel_stream_trim(vistrel_stream* stream, vistrel_error* error) {
   return toStatus(error, [&] {
     StreamLease lease(stream);
-    lease.checkIdle();  // pushed rows are in the memory
+    lease.checkIdle();  // pushed rows lie in the scratch memory
     lease.trim();
   });
 }

@@ -1,4 +1,4 @@
-// Streams, acquired and released: the memory that a conversion needs besides frame and image.
+// The pool of streams. A stream is the memory that a conversion needs besides frame and image.
 #pragma once
 
 #include <pthread.h>
@@ -12,10 +12,11 @@
 
 namespace vistrel::host {
 
-// Memory that stays from one conversion to the next.
+// Memory that conversions reuse.
 class Scratch {
  public:
-  // At least so many bytes, aligned for an arena. What was there is lost. Throws std::bad_alloc.
+  // Returns at least that many bytes, aligned for an arena, with undefined contents. Throws
+  // std::bad_alloc.
   void* reserve(size_t bytes);
   void free() { block_.reset(), bytes_ = 0; }
 
@@ -27,7 +28,7 @@ class Scratch {
   size_t bytes_ = 0;
 };
 
-// A conversion that goes on from call to call. It lies in its stream's scratch memory.
+// A conversion that continues from call to call. It lies in its stream's scratch memory.
 class BegunConversion {
  public:
   virtual ~BegunConversion() = default;
@@ -50,7 +51,7 @@ struct Slot {
 // Exclusive use of a stream, for as long as the lease lives.
 class StreamLease {
  public:
-  // Leases a free stream. While all are in use it has memory of its own, so it never waits.
+  // Leases a free stream. If all are in use, the lease has memory of its own; it never waits.
   StreamLease();
   // Leases a stream that the caller has acquired. Throws Rejection.
   explicit StreamLease(vistrel_stream* acquired);
@@ -58,10 +59,10 @@ class StreamLease {
   StreamLease(const StreamLease&) = delete;
   StreamLease& operator=(const StreamLease&) = delete;
 
-  // The number of the stream; VISTREL_MAX_STREAMS if it is none.
+  // The number of the stream; VISTREL_MAX_STREAMS without one.
   uint32_t id() const;
 
-  // The conversion that has begun on it, if any.
+  // The conversion that has begun on the stream, if any.
   BegunPointer& begun() { return slot_->begun; }
   // Throws Rejection if there is one.
   void checkIdle() const;

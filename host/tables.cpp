@@ -1,8 +1,10 @@
 #include "host/tables.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
+#include "demosaic/algorithms.h"
 #include "host/names.h"
 
 namespace vistrel::host {
@@ -40,15 +42,14 @@ constexpr Format kFormats[] = {
     {{"I420", VISTREL_I420, 3, 1, 0, 3, {}}, false, Finish::ycc420, nullptr, Arrangement::i420},
 };
 
-// Name, code, maximum bits, minimum size. Ten bits for algorithms that clamp at 1023, fifteen for
-// the one that compares 16-bit samples as signed numbers.
-constexpr vistrel_algorithm kAlgorithms[] = {
-    {"bilinear", VISTREL_BILINEAR, 16, 2, {}}, {"edge", VISTREL_EDGE, 15, 2, {}},
-    {"near", VISTREL_NEAR, 16, 2, {}},         {"laroche", VISTREL_LAROCHE, 10, 2, {}},
-    {"hamilton", VISTREL_HAMILTON, 10, 2, {}}, {"vng", VISTREL_VNG, 10, 2, {}},
-    {"cok", VISTREL_COK, 10, 2, {}},           {"kimmel", VISTREL_KIMMEL, 10, 2, {}},
-    {"grouping", VISTREL_GROUPING, 10, 2, {}}, {"ahd", VISTREL_AHD, 16, 5, {}},
-};
+constexpr auto kAlgorithms = [] {
+  std::array<vistrel_algorithm, std::size(core::kAlgorithms)> rows{};
+  std::transform(std::begin(core::kAlgorithms), std::end(core::kAlgorithms), rows.begin(),
+                 [](const core::Algorithm& a) {
+                   return vistrel_algorithm{a.name, a.code, a.maxBits, a.minSize, {}};
+                 });
+  return rows;
+}();
 
 // The letters of a phase's name are the filters of its 2x2 block, row by row.
 constexpr struct {
@@ -60,17 +61,13 @@ constexpr struct {
                {"gbrg", VISTREL_GBRG},
                {"mono", VISTREL_MONO}};
 
-template <class Table>
-auto findCode(const Table& table, uint32_t code) {
-  const auto row = std::find_if(std::begin(table), std::end(table),
-                                [code](const auto& r) { return r.code == code; });
-  return row == std::end(table) ? nullptr : &*row;
-}
-
 }  // namespace
 
-const Format* findFormat(uint32_t code) { return findCode(kFormats, code); }
-const vistrel_algorithm* findAlgorithm(uint32_t code) { return findCode(kAlgorithms, code); }
+const Format* findFormat(uint32_t code) {
+  const auto format = std::find_if(std::begin(kFormats), std::end(kFormats),
+                                   [code](const Format& f) { return f.code == code; });
+  return format == std::end(kFormats) ? nullptr : format;
+}
 
 std::string formatList(bool colour) {
   return listOf(kFormats, [colour](const Format& f) { return f.colour() == colour; });

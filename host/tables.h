@@ -10,41 +10,36 @@
 
 namespace vistrel::host {
 
-// How the samples of an image's pixels lie: side by side, or in planes.
+// How the samples of a pixel lie: side by side, or in planes.
 enum class Arrangement { packed, planes, nv12, i420 };
 
 struct Format : vistrel_format {
-  bool redFirst;        // of the samples that it is made from; else blue
-  core::Finish finish;  // how an algorithm that can stores it at once
-  core::PixelFunction core::PixelFormatKernels::*convert;  // from these; null if they stay
+  bool redFirst;        // in the pixels that it is made from; otherwise blue comes first
+  core::Finish finish;  // how algorithms that can finish pixels store it
+  // Converts those pixels; null if they stay as they are.
+  core::PixelFunction core::PixelFormatKernels::*convert;
   Arrangement arrangement = Arrangement::packed;
 
   bool colour() const { return !mono; }
   bool gray() const { return !mono && channels == 1; }
-  // Of a pixel in the first plane.
+  // The bytes of a pixel in the first plane.
   uint32_t pixelBytes() const { return (planes > 1 ? 1 : channels) * bytes_per_sample; }
 };
 
-// Whether the library's own gray of an algorithm is of use.
-inline bool hasRawGray(uint32_t algorithm) {
-  return algorithm != VISTREL_NEAR && algorithm != VISTREL_AHD;
-}
-
-// The rows of an image that must be made together: 2 where pairs of rows share their chroma.
+// The number of rows that must be made together: 2 if pairs of rows share chroma.
 inline uint32_t rowsThatBelongTogether(const Format& format) {
   return format.arrangement == Arrangement::nv12 || format.arrangement == Arrangement::i420 ? 2 : 1;
 }
 
 // Null for an unknown code.
 const Format* findFormat(uint32_t code);
-const vistrel_algorithm* findAlgorithm(uint32_t code);
 
 // For messages: "MONO8 (0), MONO16 (1)".
 std::string formatList(bool colour);
 std::string algorithmList();
 std::string phaseList();
 
-// Of any frame's phase.
+// The name of any frame's phase.
 std::string_view phaseName(uint32_t phase);
 
 }  // namespace vistrel::host

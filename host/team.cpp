@@ -9,17 +9,17 @@
 
 namespace vistrel::host {
 
-// A worker sleeps while it is idle, and is never asked to do anything unless it is.
+// A worker sleeps while it is idle. Only idle workers get tasks.
 struct alignas(64) Team::Worker {
   enum State : int { kIdle, kCalled, kRunning, kEnding };
 
-  // Asks for task(data, index).
+  // Requests task(data, index).
   void call(Task newTask, void* newData, uint32_t newIndex) {
     task = newTask, data = newData, index = newIndex;
     set(kCalled);
   }
 
-  // Takes back what the worker has not begun.
+  // Withdraws a task that the worker has not begun.
   bool recall() {
     int called = kCalled;
     return state.compare_exchange_strong(called, kIdle, std::memory_order_acq_rel);
@@ -30,7 +30,8 @@ struct alignas(64) Team::Worker {
     state.notify_one();
   }
 
-  // Waits for a change: a short while awake, since waking up takes longer than most bands do.
+  // Waits for a change. Spins for a short while first, since waking up takes longer than most
+  // bands.
   void await(State present) const;
   void work();
 
@@ -51,7 +52,7 @@ void relax() {
 #endif
 }
 
-// While one lives, threads that start take no signals: these are for the program's own threads.
+// While one exists, new threads block all signals, which are for the program's own threads.
 class SignalsBlocked {
  public:
   SignalsBlocked() {
@@ -131,7 +132,7 @@ void Team::run(uint32_t count, Task task, void* data) {
 
 namespace {
 
-// A handle is the team's number, never handed out twice.
+// A handle is the team's number, which is never reused.
 struct Entry {
   explicit Entry(uint32_t threads) : team(threads) {}
 
@@ -167,7 +168,7 @@ void abandonAll() {
 [[maybe_unused]] const int g_forkHandlers = pthread_atfork(
     [] { g_mutex.lock(); }, [] { g_mutex.unlock(); }, [] { abandonAll(), g_mutex.unlock(); });
 
-// The caller holds the mutex. Throws Rejection, also for a team at work.
+// The caller holds the mutex. Throws Rejection, including for a team at work.
 Place& placeOf(const vistrel_team* team, std::string_view argument) {
   Place* place = &g_all.teams.first;
   while (*place && (*place)->number != reinterpret_cast<uintptr_t>(team)) place = &(*place)->next;
@@ -217,7 +218,7 @@ int32_t vistrel_team_create(uint32_t threads, vistrel_team** team, vistrel_error
 int32_t vistrel_team_destroy(vistrel_team* team, vistrel_error* error) {
   return toStatus(error, [&] {
     checkPointer(team, "team");
-    Place ended;  // without the mutex, since this waits for the workers
+    Place ended;  // outside the mutex, since this waits for the workers
     const std::lock_guard lock(g_mutex);
     Place& place = placeOf(team, "team");
     ended = std::move(place);

@@ -1,4 +1,4 @@
-// Teams: threads that a caller has started to share the work of conversions.
+// Teams of threads, which a caller starts to share the work of conversions.
 #pragma once
 
 #include <pthread.h>
@@ -13,10 +13,10 @@ namespace vistrel::host {
 
 using Task = void (*)(void* data, uint32_t index);
 
-// The thread that runs tasks on it is one of the team, the others are workers of its own.
+// The thread that runs tasks is a member of the team; the others are the team's workers.
 class Team {
  public:
-  // Throws Rejection if the system does not start them all; then none is left.
+  // Throws Rejection if the system does not start all of them, and ends those that it started.
   explicit Team(uint32_t threads);
   // Ends the workers.
   ~Team();
@@ -25,11 +25,11 @@ class Team {
 
   uint32_t threads() const { return workers_ + 1; }
 
-  // Runs task(data, 0 .. count - 1), each on a thread of its own as far as threads are ready. count
+  // Runs task(data, 0 .. count - 1), each on a thread of its own if enough threads are ready. count
   // is at most threads().
   void run(uint32_t count, Task task, void* data);
 
-  // In the child of a fork, where there are no workers to end.
+  // For the child of a fork, which has no workers.
   void abandon() { started_ = 0; }
 
  private:

@@ -1,4 +1,4 @@
-// Packed frames to samples.
+// Unpacks packed frames.
 #include <limits>
 
 #include "host/overlap.h"
@@ -14,12 +14,12 @@ constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
 
 struct PackedFrame {
   core::Packing packing;
-  uint64_t samples, rows;  // samples of a row; continuous rows are one row
+  uint64_t samples, rows;  // samples of a row; rows without gaps count as one
   size_t rowBytes, stride, bytes;
   size_t sampleBytes, unpackedBytes;  // of one sample, of all samples
 };
 
-// Checks the fields, each by itself.
+// Checks each field by itself.
 void checkPacked(const vistrel_packed& p) {
   if (!p.width) reject(VISTREL_BAD_SIZE, "packed.width", 0, "a packed frame has at least 1 column");
   if (!p.height) reject(VISTREL_BAD_SIZE, "packed.height", 0, "a packed frame has at least 1 row");

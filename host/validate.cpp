@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "demosaic/algorithms.h"
 #include "host/packings.h"
 #include "host/plan.h"
 #include "host/status.h"
@@ -62,14 +63,14 @@ void checkFormat(const vistrel_frame& f, const vistrel_conversion& c) {
 }
 
 void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
-  const vistrel_algorithm* a = findAlgorithm(c.algorithm);
+  const core::Algorithm* a = core::findAlgorithm(c.algorithm);
   if (!a)
     reject(VISTREL_BAD_ALGORITHM, "conversion.algorithm", c.algorithm, "{} are allowed",
            algorithmList());
   const uint32_t bits = workingBits(f, c);
-  if (bits > a->max_bits)
+  if (bits > a->maxBits)
     reject(VISTREL_BAD_ALGORITHM, "conversion.algorithm", a->name,
-           "it supports at most {} bits; the samples have {}", a->max_bits, bits);
+           "it supports at most {} bits; the samples have {}", a->maxBits, bits);
   if (c.algorithm != VISTREL_EDGE && c.threshold)
     reject(VISTREL_BAD_THRESHOLD, "conversion.threshold", c.threshold,
            "algorithm {} has none; only 0 is allowed", a->name);
@@ -80,14 +81,17 @@ void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
 void checkGray(const vistrel_frame& f, const vistrel_conversion& c) {
   if (c.gray != VISTREL_LUMA && c.gray != VISTREL_RAW_GRAY)
     reject(VISTREL_BAD_GRAY, "conversion.gray", c.gray, "0 (luma) and 1 (raw) are allowed");
-  if (c.gray == VISTREL_RAW_GRAY && !isMosaic(f))
-    reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
+  if (c.gray == VISTREL_LUMA) return;
+  constexpr const char* kRaw = "1 (raw)";
+  if (!isMosaic(f))
+    reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw,
            "the library's own gray is for Bayer frames; this one is {}", phaseName(f.phase));
-  if (c.gray == VISTREL_RAW_GRAY && !hasRawGray(c.algorithm))
-    reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
-           "the library's own gray of algorithm {} is sheared", findAlgorithm(c.algorithm)->name);
-  if (c.gray == VISTREL_RAW_GRAY && c.algorithm == VISTREL_EDGE && c.binning > 1)
-    reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
+  const core::Algorithm& a = *core::findAlgorithm(c.algorithm);
+  if (!a.isGuarded)
+    reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw,
+           "the library's own gray of algorithm {} is sheared", a.name);
+  if (a.code == VISTREL_EDGE && c.binning > 1)
+    reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw,
            "the library's own gray of algorithm edge can't be binned");
 }
 

@@ -1,15 +1,15 @@
-// Checks of the arguments, each on its own or against one other.
+// Checks arguments: each by itself, or against one other.
 #pragma once
 
 #include "host/tables.h"
 
 namespace vistrel::host {
 
-// The significant bits of a sample after the truncation that the conversion asks for.
+// The significant bits of a sample after the truncation that the conversion specifies.
 uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
-// These throw Rejection: for a bad description of a frame, for an unknown choice, for black levels
-// that the frame's samples cannot have.
+// These throw Rejection: for an invalid description of a frame, for an unknown choice, for black
+// levels beyond the frame's samples.
 void checkFrame(const vistrel_frame& frame);
 void checkExcess(const vistrel_conversion& conversion);
 void checkBlack(const vistrel_frame& frame, const vistrel_conversion& conversion);

@@ -1,4 +1,4 @@
-// Three bytes and an alpha of 255, which stands behind or in front of them.
+// Adds an alpha of 255 after or before three bytes.
 #if defined(VISTREL_ALPHA_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_ALPHA_INL_H
 #undef VISTREL_ALPHA_INL_H
@@ -13,9 +13,9 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 
 #if VISTREL_SSSE3
 
-// Where the bytes of the results come from; alpha comes from nowhere. Unless a permutation reaches
-// all of the source, each group of 16 bytes has a source of its own, kApart bytes after the one
-// before: the second one of two begins with a pixel that it doesn't use, so as not to read on.
+// The source of each byte of the results; alpha has none. Unless a permutation reaches the whole
+// source, each group of 16 bytes has its own source, kApart bytes after the previous one. The
+// second of two begins with a pixel that it doesn't use, so that it doesn't read too far.
 #if VISTREL_AVX512
 constexpr int kAlphaPixels = 16, kApart = 0;
 #else

@@ -15,14 +15,14 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 
 #if VISTREL_SSSE3
 
-// A group of 16 source bytes: kSource of them make kOutputs results. Blocks of 2 need one pair sum,
-// so that results have 16 bits; larger ones need two, and results have 32 bits.
+// A group of 16 source bytes, of which kSource make kOutputs results. Blocks of 2 need one pair
+// sum, so that results have 16 bits; larger ones need two, and results have 32 bits.
 template <int N, int channels>
 struct Taps {
   static constexpr int kWidth = N == 2 ? 2 : 4;  // bytes of a result's taps, padding included
   static constexpr int kOutputs = 16 / kWidth / channels * channels;
   static constexpr int kSource = kOutputs * N;
-  static constexpr bool kRegular = channels == 1 && N != 3;  // taps are neighbours already
+  static constexpr bool kRegular = channels == 1 && N != 3;  // taps are already neighbours
 
   alignas(16) uint8_t order[16];
   explicit constexpr Taps(int blockRow) : order() {
@@ -70,7 +70,7 @@ VISTREL_INLINE void storeOutputs(uint8_t* d, __m128i means) {
   }
 }
 
-// Computes results from the start of the row, as far as it can without touching a byte beyond
+// Computes results from the start of the row, as many as it can without touching a byte beyond
 // either row. Returns the number of pixels.
 template <int N, int channels>
 VISTREL_INLINE size_t binBlocks8(const uint8_t* s, size_t stride, uint8_t* d, size_t width) {

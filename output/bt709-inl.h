@@ -1,4 +1,4 @@
-// BT.709 luma and chroma in limited range, by the formulas in pixels.h.
+// BT.709 luma and chroma in limited range. pixels.h states the formulas.
 #if defined(VISTREL_BT709_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_BT709_INL_H
 #undef VISTREL_BT709_INL_H
@@ -13,7 +13,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Luma, in 17 4096ths of a code: black, and the half that rounds.
+// Black and the rounding half of luma, in units of 17/4096 of a code.
 constexpr int kLumaOffset = 3966, kLumaFactor = 17;
 
 // Chroma in 32768ths, from differences to green, in 128ths; in 128ths: gray and the half that
@@ -23,7 +23,7 @@ constexpr int16_t kChromaOffset = 128 * 128 + 64;
 
 #if VISTREL_SSSE3
 
-// Of pairs (blue, green) and (red, green), whose green makes half of the sum each.
+// From pairs (blue, green) and (red, green): each holds half of green's weight.
 VISTREL_INLINE Vec<uint16_t> luma709(Vec<uint8_t> blueGreen, Vec<uint8_t> redGreen) {
   const auto sum = weighted<15, 74>(blueGreen) + weighted<44, 74>(redGreen) + kLumaOffset;
   return upperProduct(sum, kLumaFactor << 4);

@@ -1,4 +1,4 @@
-// The sinks of algorithms that finish pixels by themselves.
+// The sinks of algorithms that finish pixels themselves.
 #pragma once
 
 #include "common/rows/arena.h"
@@ -8,11 +8,11 @@
 
 namespace vistrel::core {
 
-// Rows of bytes: where a kernel expects samples it gets the place of the row's first byte.
+// Its rows are bytes. A kernel gets the address of the row's first byte in place of samples.
 template <class T>
 class FinishedOutput final : public ImageSink<T> {
  public:
-  // top: the engine's row that is row 0 of the image. first: the first one that is not dropped.
+  // top: the engine's row that becomes row 0 of the image. first: the first row that is kept.
   FinishedOutput(const PlaneMemory& image, size_t rowBytes, int top, int first, Arena& arena)
       : image_(image), rowBytes_(rowBytes), top_(top), first_(first),
         line_(arena.take<unsigned char>(rowBytes)) {}

@@ -41,7 +41,7 @@ VISTREL_INLINE FourLumas lumas(const uint8_t* bgr) {
   return {luma, VISTREL_OP(cmpeq_epi32)(back, thousandfold)};
 }
 
-// Computes pixels from the start of the row, as far as it can without reading a byte beyond it.
+// Computes pixels from the start of the row, as many as it can without reading a byte beyond it.
 // Returns their number.
 VISTREL_INLINE size_t grayBytes(const uint8_t* bgr, uint8_t* d, size_t width) {
   constexpr size_t step = 4 * kGroups;

@@ -1,4 +1,4 @@
-// From an engine's rows of samples to rows of finished pixels.
+// Turns the engine's rows of samples into rows of finished pixels.
 #pragma once
 
 #include <algorithm>
@@ -10,19 +10,19 @@
 
 namespace vistrel::core {
 
-// What becomes of the engine's rows.
+// How to turn the engine's rows into those of the image.
 struct OutputShape {
-  RowWriter writer;    // bins and reduces; its result is what the rows of pixels take
-  bool changes;        // whether it does anything
-  bool exchangesEnds;  // of pixels of three samples: the first and the last one, once reduced
-  unsigned binning;    // rows and columns that become a pixel
-  size_t left, width;  // columns before the first one that is wanted; pixels of the result
-  int top;             // the engine's row that is the first one wanted
-  size_t pixelBytes;   // of a pixel that the rows take
+  RowWriter writer;    // bins and reduces; PixelRows take its result
+  bool changes;        // whether it changes anything
+  bool exchangesEnds;  // exchanges first and last sample of a reduced pixel
+  unsigned binning;    // rows and columns per pixel
+  size_t left, width;  // columns before the first one that is kept; pixels of the result
+  int top;             // the first of the engine's rows that is kept
+  size_t pixelBytes;   // per pixel that PixelRows take
 };
 
-// Collects the rows of a bin, then reduces them a chunk at a time, so that all stays in the nearest
-// cache.
+// Collects the rows of a bin, then reduces them a chunk at a time, so that everything stays in the
+// nearest cache.
 class ChunkedOutput {
  public:
   static constexpr size_t kChunk = ChunkListener::kChunk;  // pixels
@@ -30,7 +30,7 @@ class ChunkedOutput {
   ChunkedOutput(const OutputShape& shape, PixelRows& rows, Arena& arena)
       : shape_(shape), rows_(rows), chunk_(arena.take<unsigned char>(kChunk * shape.pixelBytes)) {}
 
-  // n pixels of the row that was begun. bins: the first one's first sample.
+  // Adds n pixels to the row that was begun. bins: the first sample of the first bin.
   void append(const void* bins, size_t n, size_t bytesABin) {
     const auto* from = static_cast<const unsigned char*>(bins);
     if (!shape_.changes) return rows_.append(from, n);
@@ -56,17 +56,17 @@ class ChunkedOutput {
   unsigned char* chunk_;
 };
 
-// The sink of a demosaic.
+// The sink of a demosaic algorithm.
 template <class T>
 class ImageOutput final : public ImageSink<T>, private ChunkListener {
  public:
-  // columns: of the engine's rows, of which some may be left out. first: the first row that is not
-  // dropped.
+  // columns: those of the engine's rows, which may leave some out. first: the first row that is
+  // kept.
   ImageOutput(const OutputShape& shape, size_t columns, int first, PixelRows& rows, Arena& arena)
       : shape_(shape), columns_(columns), first_(first), rows_(rows), chunks_(shape, rows, arena),
         stage_(arena.take<T>(shape.binning * pitchOf(columns))) {}
 
-  // Distance of two rows of a bin, in samples.
+  // The distance between two rows of a bin, in samples.
   static size_t pitchOf(size_t columns) { return (3 * columns + 63) / 64 * 64; }
 
   RowSink<T> row(int y) override {

@@ -1,7 +1,7 @@
 // Rec. 601 luma, rounded: (114 * blue + 587 * green + 299 * red + 500) / 1000.
 //
-// The quotient by 8 comes first: 14 * blue + 73 * green + 37 * red is the whole part of it, and an
-// eighth of 2 * blue + 3 * green + 3 * red + 500 what is missing. 125 is left to divide by.
+// The division by 8 comes first: 14 * blue + 73 * green + 37 * red is the integer part, and an
+// eighth of 2 * blue + 3 * green + 3 * red + 500 is added. The division by 125 remains.
 #if defined(VISTREL_LUMA_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_LUMA_INL_H
 #undef VISTREL_LUMA_INL_H
@@ -17,11 +17,11 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 
 #if VISTREL_SSSE3
 
-// Of bytes in pairs (blue, green) and (red, 250).
+// From bytes in pairs (blue, green) and (red, 250).
 VISTREL_INLINE Vec<uint16_t> luma(Vec<uint8_t> blueGreen, Vec<uint8_t> redConstant) {
   const auto eighths = weighted<2, 3>(blueGreen) + weighted<3, 2>(redConstant);
   const auto sum = weighted<14, 73>(blueGreen) + weighted<37, 0>(redConstant) + (eighths >> 3);
-  return upperProduct(sum, 33555) >> 6;  // a 125th, of sums below 59000
+  return upperProduct(sum, 33555) >> 6;  // a division by 125, exact for sums below 59000
 }
 
 VISTREL_INLINE Vec<uint8_t> luma(const Channels<uint8_t>& bgr) {
@@ -30,9 +30,10 @@ VISTREL_INLINE Vec<uint8_t> luma(const Channels<uint8_t>& bgr) {
   return packed(luma(blueGreen.lower, redConstant.lower), luma(blueGreen.upper, redConstant.upper));
 }
 
-// Of 16-bit samples less 32768, in pairs (blue, green) and (red, anything); the result is less
-// 32768 too. A float holds the sum by 8, which is below 2^23, and as 0.008f is a little too large,
-// by less than what the fractions leave, the quotient is exact.
+// From 16-bit samples minus 32768, in pairs (blue, green) and (red, anything); 32768 is subtracted
+// from the result too. An eighth of the sum is below 2^23, so a float holds it. 0.008f is slightly
+// too large, but by less than the distance of any fraction to the next integer, so the quotient is
+// exact.
 VISTREL_INLINE Vec<int32_t> luma(Vec<int16_t> blueGreen, Vec<int16_t> redAnything) {
   constexpr int offset = 32768 * 1000;
   const auto sum = weighted<114, 587>(blueGreen) + weighted<299, 0>(redAnything) + (offset + 500);

@@ -33,7 +33,7 @@ VISTREL_INLINE uint64_t eightEntries(const uint16_t* index, const uint8_t* table
 
 #if VISTREL_AVX512
 
-// The places of the low bytes of 64 numbers of 16 bits.
+// The positions of the low bytes of 64 numbers of 16 bits.
 struct LowBytes {
   alignas(64) uint8_t places[64];
   constexpr LowBytes() : places() {
@@ -49,7 +49,7 @@ class TableRegisters {
     for (int i = 0; i < 16; ++i) entries_[i] = _mm512_loadu_si512(table + 64 * i);
   }
 
-  // The entries of 64 indices, of which each operand has 32.
+  // The entries of 64 indices; each operand holds 32 of them.
   VISTREL_INLINE __m512i operator()(__m512i low, __m512i high) const {
     const __m512i bytes = _mm512_permutex2var_epi8(low, _mm512_load_si512(kLowBytes.places), high);
     __m512i found[8];
@@ -73,7 +73,7 @@ VISTREL_INLINE __m512i tableIndices(const uint16_t* s, __m128i shift) {
   return _mm512_min_epu16(_mm512_srl_epi16(_mm512_loadu_si512(s), shift), _mm512_set1_epi16(1023));
 }
 
-// Maps 64 samples at a time; returns how many it has mapped.
+// Maps 64 samples at a time, and returns how many it has mapped.
 inline size_t mapVectors(const uint16_t* __restrict s, uint8_t* __restrict d, size_t n,
                          const uint8_t* table, uint32_t shift) {
   if (n < 64) return 0;

@@ -1,4 +1,4 @@
-// The rows of the caller's image, as finished pixels reach them.
+// The rows of the caller's image, which receive finished pixels.
 #pragma once
 
 #include <cstddef>
@@ -13,13 +13,15 @@ namespace vistrel::core {
 // Rows are written one after the other, each from left to right.
 class PixelRows {
  public:
-  // Row y in place, for whoever can store its final samples there; null where that is not possible.
+  // Returns row y for callers that can store its final samples in place; null if that is not
+  // possible.
   virtual void* inPlace(size_t y) = 0;
 
   virtual void begin(size_t y) = 0;
-  // Where the next pixels of the row may be made, which then append() finds; null if it converts.
+  // Returns where the next pixels of the row may be made before append() is called with them; null
+  // if it converts them.
   virtual void* next() = 0;
-  // The next n pixels of the row.
+  // Appends n pixels to the row.
   virtual void append(const void* pixels, size_t n) = 0;
   virtual void end() = 0;
 
@@ -30,8 +32,8 @@ class PixelRows {
 // Pixels that lie side by side.
 class PackedRows final : public PixelRows {
  public:
-  // convert: from pixels of sourceBytes to such of pixelBytes; null if they stay as they are.
-  // width: pixels of a row.
+  // convert: turns pixels of sourceBytes into pixels of pixelBytes; null if they stay as they are.
+  // width: pixels per row.
   PackedRows(const PlaneMemory& image, size_t width, size_t sourceBytes, size_t pixelBytes,
              PixelFunction convert, Arena& arena);
 

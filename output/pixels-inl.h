@@ -1,4 +1,4 @@
-// Finished pixels into other formats.
+// Converts finished pixels to other formats.
 #if defined(VISTREL_PIXELS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_PIXELS_INL_H
 #undef VISTREL_PIXELS_INL_H
@@ -38,7 +38,7 @@ struct BlockRows {
                    {results[result] + Block::kResultBytes * x...});
   }
 
-  // Fewer units than a block has.
+  // For fewer units than a block has.
   void convertFew(size_t n) const {
     uint8_t from[Block::kSources][Block::kSourceBytes * Block::kUnits] = {};
     uint8_t to[Block::kResults][Block::kResultBytes * Block::kUnits];

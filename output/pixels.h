@@ -1,7 +1,7 @@
 // Kernels of pixel formats: they turn finished pixels, three interleaved samples each, into pixels
 // of another format. They are compiled once for each instruction-set level.
 //
-// A kernel reads and writes n pixels and not a byte more, at any alignment. Sources and results
+// A kernel reads and writes n pixels, and not a byte more, at any alignment. Sources and results
 // don't overlap. All but the alpha kernels and the planes take the order blue, green, red.
 #pragma once
 
@@ -25,13 +25,13 @@ using ChromaPlanesFunction = void (*)(const PairSums& upper, const PairSums& low
                                       void* cb, void* cr);
 
 struct PixelFormatKernels {
-  // Bytes with an alpha of 255 behind or in front of them.
+  // Bytes, with an alpha of 255 after or before them.
   PixelFunction alphaLast8, alphaFirst8;
 
   // (114 * blue + 587 * green + 299 * red + 500) / 1000, truncated: Rec. 601 luma, rounded.
   PixelFunction luma8, luma16;
 
-  // Each of the three samples in a row of its own.
+  // A row for each of the three samples.
   PlanesFunction planes8, planes16;
 
   // BT.709 luma and chroma of bytes, in limited range: luma 16 to 235, chroma 16 to 240. With >>

@@ -11,10 +11,10 @@ namespace vistrel::core {
 struct PlaneMemory {
   unsigned char* first;  // byte of row 0
   ptrdiff_t stride;      // bytes from row to row
-  bool bypassesCaches;   // nobody reads it soon
+  bool bypassesCaches;   // nobody reads the plane soon
 };
 
-// One row at a time is filled, from left to right.
+// Fills one row at a time, from left to right.
 class PlaneRows {
  public:
   PlaneRows(const PlaneMemory& plane, size_t rowBytes, Arena& arena) : plane_(plane) {
@@ -24,7 +24,7 @@ class PlaneRows {
   unsigned char* row(size_t y) const {
     return plane_.first + static_cast<ptrdiff_t>(y) * plane_.stride;
   }
-  // Where the row is not made in its place.
+  // For rows that are not made in place.
   bool hasLine() const { return plane_.bypassesCaches; }
 
   void begin(size_t y) {

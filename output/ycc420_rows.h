@@ -1,4 +1,4 @@
-// The rows of an image of luma and of chroma that blocks of 2x2 pixels share.
+// The rows of an image of luma, and of chroma that blocks of 2x2 pixels share.
 #pragma once
 
 #include "output/pixel_rows.h"
@@ -11,7 +11,7 @@ struct Ycc420Planes {
   bool inPairs;
 };
 
-// Takes pixels of bytes blue, green, red. The first row that it gets is an even one.
+// Takes pixels of bytes blue, green, red. The first row must be even.
 class Ycc420Rows final : public PixelRows {
  public:
   Ycc420Rows(const Ycc420Planes& planes, size_t width, size_t height, Arena& arena);

@@ -1,9 +1,8 @@
-// Vectors of a row's samples, and their values by the parity of the column.
+// Vectors of samples of a row as values that depend on the parity of the column.
 //
-//   Value, kParts         a vector's samples are so many vectors of values
+//   Value, kParts         the samples of a vector become kParts vectors of values
 //   part(v, i), join      part i of a vector of samples; all parts as samples again
-//   constant(pair, i)     one value for even columns, another one for odd ones, as part i needs
-//   them
+//   constant(pair, i)     the pair's values for even and odd columns, in the lanes of part i
 #if defined(VISTREL_COLUMNS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_COLUMNS_INL_H
 #undef VISTREL_COLUMNS_INL_H
@@ -19,7 +18,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// In lanes of twice the length: the even columns, then the odd ones.
+// Lanes of twice the length: the even columns, then the odd ones.
 template <class T>
 struct ColumnsApart {
   using Scalar = std::make_unsigned_t<Widened<T>>;
@@ -28,7 +27,7 @@ struct ColumnsApart {
 
   VISTREL_INLINE static Value part(Vec<T> v, size_t i) { return as<Value>(EvenOdd<T>::part(v, i)); }
   VISTREL_INLINE static Vec<T> join(const Value (&parts)[2]) {
-    return EvenOdd<T>::join({as<Wide<T>>(parts[0]), as<Wide<T>>(parts[1])});
+    return EvenOdd<T>::join({as<Vec<Widened<T>>>(parts[0]), as<Vec<Widened<T>>>(parts[1])});
   }
   VISTREL_INLINE static Value constant(ColumnPair<uint32_t> pair, size_t i) {
     const auto value = static_cast<Scalar>(i == 0 ? pair.even : pair.odd);
@@ -36,7 +35,7 @@ struct ColumnsApart {
   }
 };
 
-// In the lanes of 16-bit samples.
+// The lanes of 16-bit samples.
 struct ColumnsTogether {
   using Scalar = uint16_t;
   using Value = Vec<uint16_t>;
@@ -49,7 +48,7 @@ struct ColumnsTogether {
   }
 };
 
-// The shortest lanes that hold products of 16 bits' upper half.
+// The narrowest lanes that hold the upper half of a 16-bit product.
 template <class T>
 using Columns16 = std::conditional_t<sizeof(T) == 1, ColumnsApart<uint8_t>, ColumnsTogether>;
 
@@ -92,14 +91,14 @@ class AboveBlack {
   Value black_[Columns::kParts];
 };
 
-// A vector of a row's samples from the i-th on, at any alignment.
+// A vector of the samples of a row from sample i on, at any alignment.
 template <class T>
 VISTREL_INLINE Vec<T> loadAt(const void* row, size_t i) {
   Vec<T> v;
   std::memcpy(&v, static_cast<const char*>(row) + i * sizeof(T), sizeof v);
   return v;
 }
-// The same where the row's n samples end within it; then follow zeros.
+// The same if the row's n samples end within it; zeros follow them.
 template <class T>
 VISTREL_INLINE Vec<T> loadLast(const void* row, size_t i, size_t n) {
   Vec<T> v{};

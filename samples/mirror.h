@@ -1,4 +1,4 @@
-// What lies beside a frame: its samples again, mirrored about the first and the last ones.
+// Samples beyond a frame: its own, mirrored about the first and last ones.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 
 namespace vistrel::core {
 
-// The column or row of a frame of n that i stands for, after any number of reflections. So even
-// ones stay even. A frame of one has only that.
+// The column or row that i is mirrored to in a frame of n columns or rows, after any number of
+// reflections. Its parity stays the same unless n is 1.
 constexpr size_t mirrored(int64_t i, size_t n) {
   const auto size = static_cast<int64_t>(n);
   if (i >= 0 && i < size) return static_cast<size_t>(i);
@@ -19,7 +19,7 @@ constexpr size_t mirrored(int64_t i, size_t n) {
   return static_cast<size_t>(i < size ? i : period - i);
 }
 
-// Puts mirrored samples in front of a row's n samples and behind them.
+// Adds mirrored samples before and after the n samples of a row.
 template <class T>
 void mirrorEnds(T* row, size_t n, size_t left, size_t right) {
   const auto first = -static_cast<int64_t>(left);

@@ -1,8 +1,8 @@
-// The packings whose samples are no whole bytes, sample by sample.
+// Packings whose samples are not whole bytes, read sample by sample.
 //
-//   kBits, kStored   bits of a sample, and from a sample to the next
-//   kGroup           samples of a group, in whole bytes
-//   sample(g, k, n)  sample k of the group at g, which has n; reads no byte beyond the group
+//   kBits, kStored   bits of a sample, and from one sample to the next
+//   kGroup           samples per group; a group fills whole bytes
+//   sample(g, k, n)  sample k of the n in the group at g; reads no byte beyond the group
 #if defined(VISTREL_PACKINGS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_PACKINGS_INL_H
 #undef VISTREL_PACKINGS_INL_H
@@ -15,7 +15,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// The field of so many bits from bit `shift` of the first byte on.
+// The field of this many bits that begins at bit `shift` of the first byte.
 template <unsigned bits>
 constexpr unsigned field(const uint8_t* bytes, unsigned shift) {
   unsigned v = bytes[0];
@@ -35,7 +35,7 @@ struct Pfnc {
   }
 };
 
-// Packings that keep a sample's upper eight bits in a byte, its lower ones elsewhere.
+// Packings with the upper eight bits of a sample in one byte and the lower bits elsewhere.
 template <class Places>
 struct HighAndLow : Places {
   static constexpr unsigned kLow = Places::kBits - 8;

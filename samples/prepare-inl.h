@@ -1,4 +1,4 @@
-// Rows of raw samples to prepared ones, a vector at a time, in lanes of 16 bits where they do.
+// Prepares rows of raw samples a vector at a time, in 16-bit lanes where these suffice.
 #if defined(VISTREL_PREPARE_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_PREPARE_INL_H
 #undef VISTREL_PREPARE_INL_H
@@ -44,7 +44,7 @@ VISTREL_INLINE Vec<uint16_t> roundedProduct(Vec<uint16_t> a, Vec<uint16_t> b) {
 #endif
 }
 
-// How a value above black is amplified. factor(gain): what times() multiplies by.
+// Ways to apply a gain to a value above black. factor(gain) is the factor of times().
 
 struct Unamplified {
   explicit Unamplified(const Preparation&) {}
@@ -55,8 +55,7 @@ struct Unamplified {
   }
 };
 
-// Of at most 12 bits, by gains below 8: the quotient of v * gain by 2^12 is that of 8 times the
-// product by 2^15.
+// For at most 12 bits and gains below 8: v * gain / 2^12 is 8 * v * gain / 2^15.
 struct Amplified12 {
   explicit Amplified12(const Preparation&) {}
   uint32_t factor(uint32_t gain) const { return gain; }
@@ -68,16 +67,16 @@ struct Amplified12 {
   }
 };
 
-// In 16 bits. The quotient of v * gain by 2^12 is that of 16 times the product by 2^16: its upper
-// half, rounded by the highest bit of the lower one. Of those four bits v takes 16 - b, where b is
-// its bits, and the gain b - 12. Values of fewer than 12 bits are as those of 12.
+// In 16 bits. v * gain / 2^12 is 16 * v * gain / 2^16: the upper half of the product, rounded by
+// the highest bit of the lower half. A value of b bits takes 16 - b of the four bits of the factor
+// 16, and the gain takes b - 12. Values of fewer than 12 bits count as 12.
 struct Amplified16 {
   static constexpr uint32_t kMaxFactor = 0xFFFF;
 
   explicit Amplified16(const Preparation& how) : bits(how.bits > 12 ? how.bits : 12) {}
 
-  // The gain 65536 does not fit. The next one gives another result only of values above 2048, where
-  // both results are beyond the full scale of 12 bits.
+  // A gain of 65536 does not fit. The next smaller one gives a different result only for values
+  // above 2048, where both results exceed the full scale of 12 bits.
   uint32_t factor(uint32_t gain) const {
     const uint32_t factor = gain << (bits - 12);
     return factor < kMaxFactor ? factor : kMaxFactor;
@@ -94,7 +93,7 @@ struct Amplified16 {
   uint32_t bits;
 };
 
-// In 32 bits nothing overflows: 65535 * 65536 + 2048 < 2^32.
+// In 32 bits, which never overflow: 65535 * 65536 + 2048 < 2^32.
 struct Amplified32 {
   explicit Amplified32(const Preparation&) {}
   uint32_t factor(uint32_t gain) const { return gain; }
@@ -145,7 +144,7 @@ void prepareBy(const void* from, size_t n, T* to, const Preparation& how) {
   std::memcpy(to + i, &last, (n - i) * sizeof(T));
 }
 
-// The fastest way that is exact.
+// The fastest exact way.
 template <class T>
 void prepareRow(const void* from, size_t n, T* to, const Preparation& how) {
   if (how.gain.even == kGainOne && how.gain.odd == kGainOne)

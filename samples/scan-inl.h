@@ -1,4 +1,4 @@
-// The bits and the sums of a row, a vector of samples at a time.
+// Bits and sums of a row, a vector of samples at a time.
 #if defined(VISTREL_SCAN_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_SCAN_INL_H
 #undef VISTREL_SCAN_INL_H
@@ -14,7 +14,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// All bits that any sample of a row has.
+// All bits that are set in any sample of a row.
 template <class T>
 T bitsOf(const void* row, size_t n) {
   Vec<T> bits{};
@@ -30,7 +30,7 @@ T bitsOf(const void* row, size_t n) {
 template <class T>
 constexpr size_t kSamplesALane = size_t{1} << 8 * sizeof(T);
 
-// Adds the columns of a row whose sums fit such lanes.
+// Adds up a row's columns, of which the sums must fit such lanes.
 template <class T>
 void addColumns(const void* row, size_t n, const AboveBlack<ColumnsApart<T>>& aboveBlack,
                 ColumnPair<uint64_t>& sums) {

@@ -1,4 +1,4 @@
-// What the samples of a row have in common: bits that they should not have, sums by column.
+// Searches a row for excess bits, and sums its even and odd columns.
 #pragma once
 
 #include <cstddef>
@@ -10,15 +10,15 @@ namespace vistrel::core {
 
 // row: n samples at any alignment. T: uint8_t or uint16_t.
 
-// Whether a sample has one of the excess bits.
+// Whether any sample has an excess bit set.
 template <class T>
 bool exceeds(const void* row, size_t n, T excess);
 
-// The column of the first one that has; n if none has.
+// The index of the first sample that has one; n if none has.
 template <class T>
 size_t firstExceeding(const void* row, size_t n, T excess);
 
-// The sums of max((s & mask) >> below, black) - black.
+// The sums of max((s & mask) >> below, black) - black over even and odd columns.
 template <class T>
 ColumnPair<uint64_t> sumsAboveBlack(const void* row, size_t n, const Preparation& how);
 

@@ -1,5 +1,5 @@
-// Rows of packed samples, a vector of 16-bit samples at a time: eight samples, in whole bytes, for
-// each 16 bytes of the vector.
+// Unpacks rows a vector of 16-bit samples at a time. Eight samples, which fill whole bytes, become
+// 16 bytes of the vector.
 #if defined(VISTREL_UNPACK_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_UNPACK_INL_H
 #undef VISTREL_UNPACK_INL_H
@@ -16,7 +16,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Group by group, for the ends of rows and levels that can't permute bytes.
+// Unpacks group by group: the ends of rows, and everything at levels that can't permute bytes.
 template <class Format>
 void unpackGroups(const uint8_t* from, size_t samples, uint8_t* to) {
   const auto put = [&](unsigned k, unsigned n) {
@@ -34,7 +34,7 @@ void unpackGroups(const uint8_t* from, size_t samples, uint8_t* to) {
 
 #if VISTREL_PERMUTES
 
-// So many vectors of samples.
+// Unpacks this many vectors of samples.
 template <class Format>
 VISTREL_INLINE void unpackVectors(const uint8_t* from, size_t vectors, uint8_t* to) {
   constexpr size_t step = kLanes<uint16_t> / 8 * Format::kStored;
@@ -45,7 +45,7 @@ VISTREL_INLINE void unpackVectors(const uint8_t* from, size_t vectors, uint8_t* 
   }
 }
 
-// Eights of samples too close to the row's end for loading them, by way of a buffer.
+// Unpacks by eights, through a buffer, near the row's end, where a load would read too far.
 template <class Format>
 void unpackLast(const uint8_t* from, size_t eights, uint8_t* to) {
   constexpr size_t stored = Format::kStored;
@@ -82,7 +82,7 @@ inline void copyBytes(const uint8_t* from, size_t samples, void* to) {
   std::memcpy(to, from, samples);
 }
 
-// Samples of two bytes, in this machine's order or in the other one.
+// Samples of two bytes, in this machine's byte order or the other one.
 inline void copyPairs(const uint8_t* from, size_t samples, void* to) {
   std::memcpy(to, from, 2 * samples);
 }

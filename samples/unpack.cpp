@@ -15,7 +15,7 @@ UnpackRow unpackRowOf(Packing packing) {
   return (*VISTREL_BY_LEVEL(kUnpackRows))[static_cast<int>(packing)];
 }
 
-// Eight samples at a time lie in whole bytes, and no group lies across them.
+// Eight samples fill whole bytes, and whole groups.
 void unpackPart(Packing packing, const uint8_t* row, size_t samples, size_t begin, size_t end,
                 void* to) {
   const UnpackRow unpack = unpackRowOf(packing);

@@ -1,4 +1,4 @@
-// Packed rows to samples.
+// Unpacks rows to samples.
 #pragma once
 
 #include <cstddef>
@@ -6,14 +6,15 @@
 
 namespace vistrel::core {
 
-// How samples lie in a row's bytes. Samples of Packing::bytes are bytes, all others have 16 bits.
+// How samples are packed into the bytes of a row. Packing::bytes gives bytes, all others give
+// 16-bit samples.
 //
-//   little, big     two bytes a sample, the lower or the upper bits first
+//   little, big     two bytes per sample, the lower or the upper byte first
 //   pfnc            a stream of fields, the lowest bits first
 //   gige            two samples in three bytes: upper bits, both samples' lower bits, upper bits
 //   mipi            two or four samples: their upper eight bits, then a stream of their lower bits
 //
-// A row's last group may have fewer samples; it then ends with the byte that its last bit is in.
+// The last group of a row may have fewer samples. It then ends with the byte of its last bit.
 enum class Packing {
   bytes,
   little,
@@ -29,7 +30,7 @@ enum class Packing {
 };
 constexpr int kPackings = 11;
 
-// Bits from a sample to the next.
+// Bits from one sample to the next.
 constexpr unsigned storedBits(Packing packing) {
   constexpr unsigned bits[kPackings] = {8, 16, 16, 10, 12, 14, 12, 12, 10, 12, 14};
   return bits[static_cast<int>(packing)];
@@ -41,7 +42,7 @@ constexpr size_t packedBytes(Packing packing, size_t samples) {
   return samples / 8 * storedBits(packing) + (samples % 8 * storedBits(packing) + 7) / 8;
 }
 
-// Reads the packedBytes() of a row and writes its samples, at any alignment.
+// Reads the packedBytes() of a row and writes its samples. Both may have any alignment.
 using UnpackRow = void (*)(const uint8_t* row, size_t samples, void* to);
 
 // The function of the current level.

@@ -1,5 +1,5 @@
-// Packed bytes to 16-bit lanes: a permutation takes the bytes that a sample lies in to its lane, a
-// product by a power of two shifts every lane by a count of its own.
+// Turns packed bytes into 16-bit lanes. A permutation moves the bytes of each sample to its lane; a
+// multiplication by powers of two shifts each lane by its own count.
 #if defined(VISTREL_UNPACKERS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_UNPACKERS_INL_H
 #undef VISTREL_UNPACKERS_INL_H
@@ -18,10 +18,10 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 
 #if VISTREL_PERMUTES
 
-constexpr uint8_t kZero = 0x80;  // in an order: the byte 0
+constexpr uint8_t kZero = 0x80;  // in an order, stands for a byte of 0
 
-// The source bytes of a vector: eight samples for each 16 bytes, `step` bytes apart. So in every 16
-// bytes those of their own samples come first.
+// The source bytes of a vector: eight samples for each 16 bytes, `step` bytes apart. So every 16
+// bytes begin with those of their own samples.
 template <size_t step>
 VISTREL_INLINE auto loadSource(const uint8_t* from) {
 #if VISTREL_AVX512
@@ -35,7 +35,7 @@ VISTREL_INLINE auto loadSource(const uint8_t* from) {
 }
 using Source = decltype(loadSource<10>(nullptr));
 
-// What that reads.
+// The number of bytes that this reads.
 template <size_t step>
 constexpr size_t kSourceBytes = (kVectorBytes / 16 - 1) * step + 16;
 
@@ -47,7 +47,7 @@ struct Halves {
 struct ByteOrder {
   alignas(16) uint8_t byte[16] = {};
 
-  // halvesOf(k): those of sample k of eight.
+  // halvesOf(k): the halves of sample k of eight.
   template <class HalvesOf>
   constexpr explicit ByteOrder(HalvesOf halvesOf) {
     for (unsigned k = 0; k < 8; ++k) {
@@ -72,7 +72,7 @@ VISTREL_INLINE Vec<uint16_t> permuteSource(Source v, const ByteOrder& order) {
 struct Factors {
   alignas(64) uint16_t factor[kLanes<uint16_t>] = {};
 
-  // shiftOf(k): by how much the lane of sample k of eight shifts to the left.
+  // shiftOf(k): the count by which the lane of sample k of eight shifts to the left.
   template <class ShiftOf>
   constexpr explicit Factors(ShiftOf shiftOf) {
     for (unsigned i = 0; i < kLanes<uint16_t>; ++i)
@@ -83,11 +83,11 @@ struct Factors {
   }
 };
 
-// samples(source): a vector of them, from the source bytes of a packing.
+// samples(source): a vector of samples from the source bytes of a packing.
 template <class Format>
 struct Unpacker;
 
-// A field of twelve bits or fewer, which begins at an even bit, lies in two bytes.
+// A field of at most twelve bits that begins at an even bit spans at most two bytes.
 template <unsigned bits>
 struct Unpacker<Pfnc<bits>> {
   using Format = Pfnc<bits>;
@@ -101,7 +101,7 @@ struct Unpacker<Pfnc<bits>> {
   }
 };
 
-// One of fourteen bits may lie in three: what is in the first one comes from a lane of its own.
+// A field of fourteen bits may span three bytes. The bits of the first byte come from another lane.
 template <>
 struct Unpacker<Pfnc<14>> {
   using Format = Pfnc<14>;

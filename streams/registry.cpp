@@ -31,8 +31,6 @@ int NewIndex(uint32_t nID) {
   return static_cast<int>(slot);
 }
 
-int32_t InitIPPStaticLibraries() { return ippStaticInit(); }
-
 namespace {
 
 void release(uint16_t*& block) {
@@ -49,7 +47,7 @@ int32_t ImgLoadDriver() {
   std::fill_n(g_pwBGRBuff, kStreams, nullptr);
   std::fill_n(g_pwUserLUT, kStreams, nullptr);
   std::fill_n(g_anIDs, kStreams, kFreeSlot);
-  return InitIPPStaticLibraries();
+  return ippStaticInit();
 }
 
 void ImgUnloadDriver() {

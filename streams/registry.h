@@ -23,6 +23,4 @@ unsigned ID2Index(uint32_t nID);
 // Returns the slot of nID; a new id gets a free slot. Returns -1 if all slots are in use.
 int NewIndex(uint32_t nID);
 
-int32_t InitIPPStaticLibraries();
-
 }  // namespace vistrel::core

@@ -14,7 +14,7 @@ VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 template <class T>
-using UnsignedWide = Vec<std::make_unsigned_t<Widened<T>>>;
+using UnsignedWidened = Vec<std::make_unsigned_t<Widened<T>>>;
 
 // The mean of the neighbours a and b, corrected by the second difference of the site's own colour
 // l, c, r, but never beyond a and b. Each term rounds down separately.
@@ -57,37 +57,38 @@ struct Ahd {
 
 template <class T>
 struct LumaChromaValues {
-  Wide<T> y, u, v;
+  Vec<Widened<T>> y, u, v;
 };
 
 // Luma and chroma without offsets, from differences to green: 66 R + 129 G + 25 B, 112 B - 74 G -
 // 38 R and 112 R - 94 G - 18 B. Luma, and intermediate results of chroma, also use the sign bit.
 template <class T, class Weights>
-VISTREL_INLINE LumaChromaValues<T> lumaChromaOf(Wide<T> R, Wide<T> G, Wide<T> B, const Weights& w) {
-  using U = UnsignedWide<T>;
+VISTREL_INLINE LumaChromaValues<T> lumaChromaOf(Vec<Widened<T>> R, Vec<Widened<T>> G,
+                                                Vec<Widened<T>> B, const Weights& w) {
+  using U = UnsignedWidened<T>;
   const U g = as<U>(G), r = as<U>(R) - g, b = as<U>(B) - g;
-  return {as<Wide<T>>((g * w.w220 + r * w.w66 + b * w.w25 + 128) >> 8),
-          as<Wide<T>>(b * w.w112 - r * w.w38 + 128) >> 8,
-          as<Wide<T>>(r * w.w112 - b * w.w18 + 128) >> 8};
+  return {as<Vec<Widened<T>>>((g * w.w220 + r * w.w66 + b * w.w25 + 128) >> 8),
+          as<Vec<Widened<T>>>(b * w.w112 - r * w.w38 + 128) >> 8,
+          as<Vec<Widened<T>>>(r * w.w112 - b * w.w18 + 128) >> 8};
 }
 
 template <class T>
 struct Distance {
-  Wide<T> luma, chroma;
+  Vec<Widened<T>> luma, chroma;
 
   VISTREL_INLINE Distance(const LumaChromaValues<T>& a, const LumaChromaValues<T>& b)
       : luma(absolute(a.y - b.y)) {
-    const auto u = as<UnsignedWide<T>>(a.u - b.u), v = as<UnsignedWide<T>>(a.v - b.v);
+    const auto u = as<UnsignedWidened<T>>(a.u - b.u), v = as<UnsignedWidened<T>>(a.v - b.v);
     // Bytes give at most 57,480, to be compared as unsigned. 16-bit samples may wrap; their sum is
     // compared as signed.
     const auto sum = u * u + v * v;
-    chroma = as<Wide<T>>(sizeof(T) == 1 ? sum ^ 0x8000 : sum);
+    chroma = as<Vec<Widened<T>>>(sizeof(T) == 1 ? sum ^ 0x8000 : sum);
   }
 };
 
 template <class T>
 struct Limits {
-  Wide<T> luma, chroma;
+  Vec<Widened<T>> luma, chroma;
 
   // The smaller of max(a, b) and max(c, d).
   VISTREL_INLINE Limits(const Distance<T>& a, const Distance<T>& b, const Distance<T>& c,
@@ -103,13 +104,13 @@ struct Limits {
 // 4 plus the number of similar neighbours in the image along rows, minus that in the image along
 // columns. h, v: the luma and chroma of these images.
 template <class T, class Tap>
-VISTREL_INLINE Wide<T> score(Tap h, Tap v) {
+VISTREL_INLINE Vec<Widened<T>> score(Tap h, Tap v) {
   const LumaChromaValues<T> hHere = h(0, 0), vHere = v(0, 0);
   const Distance<T> hLeft(hHere, h(-1, 0)), hRight(hHere, h(1, 0));
   const Distance<T> vUp(vHere, v(0, -1)), vDown(vHere, v(0, 1));
   const Limits<T> limits(hLeft, hRight, vUp, vDown);
-  Wide<T> sum = limits.exceededBy(hLeft) + limits.exceededBy(hRight) - limits.exceededBy(vUp) -
-                limits.exceededBy(vDown) + 4;
+  Vec<Widened<T>> sum = limits.exceededBy(hLeft) + limits.exceededBy(hRight) -
+                        limits.exceededBy(vUp) - limits.exceededBy(vDown) + 4;
   sum += limits.exceededBy({hHere, h(0, -1)});
   sum += limits.exceededBy({hHere, h(0, 1)});
   sum -= limits.exceededBy({vHere, v(-1, 0)});

@@ -31,9 +31,9 @@ void ahdGreen(const HalfRowWindow<T, 2>& mosaic, size_t n, const AhdGreen<T>& al
   const HalfRowWindow<T, 2> rows = mosaic;
   const AhdGreen<T> h = alongRow, v = alongColumn;
   for (size_t k = 0; k < n; k += kLanes<T>) {
-    Wide<T> hGreen[2], vGreen[2];
+    Vec<Widened<T>> hGreen[2], vGreen[2];
     for (size_t i = 0; i < 2; ++i) {
-      const size_t at = k + i * kWideLanes<T>;
+      const size_t at = k + i * kWidenedLanes<T>;
       const ValueTap<LowHigh<T>, 2, parity> m{rows, k, {i}};
       hGreen[i] = Ahd<T>::greenAlongRow(m);
       vGreen[i] = Ahd<T>::greenAlongColumn(m);
@@ -51,7 +51,7 @@ struct DifferenceTap {
   const Widened<T>* const (&rows)[3];
   ptrdiff_t k;
 
-  VISTREL_INLINE Wide<T> operator()(int dx, int dy) const {
+  VISTREL_INLINE Vec<Widened<T>> operator()(int dx, int dy) const {
     return load(rows[dy + 1] + k + ((parity + dx) >> 1));
   }
 };
@@ -71,13 +71,14 @@ void ahdColours(const AhdSensed<T>& source, size_t n, const AhdColours<T>& resul
   const AhdColours<T> to = result;
   const LumaChromaWeights<T> w = *source.weights;
   for (size_t k = 0; k < n; k += kLanes<T>) {
-    Wide<T> along[2], across[2], opposite[2];
+    Vec<Widened<T>> along[2], across[2], opposite[2];
     for (size_t i = 0; i < 2; ++i) {
-      const size_t at = k + i * kWideLanes<T>;
+      const size_t at = k + i * kWidenedLanes<T>;
       const DifferenceTap<T, g> atGreen{s.differences, static_cast<ptrdiff_t>(at)};
       const DifferenceTap<T, c> atColour{s.differences, static_cast<ptrdiff_t>(at)};
-      const Wide<T> green = loadWide(s.green[g] + at), other = loadWide(s.green[c] + at);
-      const Wide<T> own = loadWide(s.own + at);
+      const Vec<Widened<T>> green = loadWidened(s.green[g] + at),
+                            other = loadWidened(s.green[c] + at);
+      const Vec<Widened<T>> own = loadWidened(s.own + at);
       along[i] = Ahd<T>::along(green, atGreen);
       across[i] = Ahd<T>::across(green, atGreen);
       opposite[i] = Ahd<T>::opposite(other, atColour);
@@ -112,7 +113,7 @@ void ahdScores(const LumaChromaWindow<T>& h, const LumaChromaWindow<T>& v, size_
   using Tap = LumaChromaTap<T, parity>;
   const LumaChromaWindow<T> alongRow = h, alongColumn = v;
   for (size_t k = 0; k < n; k += kLanes<T>) {
-    const ptrdiff_t low = static_cast<ptrdiff_t>(k), high = low + ptrdiff_t{kWideLanes<T>};
+    const ptrdiff_t low = static_cast<ptrdiff_t>(k), high = low + ptrdiff_t{kWidenedLanes<T>};
     store(scores + k, LowHigh<T>::join({score<T>(Tap{alongRow, low}, Tap{alongColumn, low}),
                                         score<T>(Tap{alongRow, high}, Tap{alongColumn, high})}));
   }

@@ -24,40 +24,40 @@ VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 template <class T>
-using Wide = Vec<Widened<T>>;
-template <class T>
-constexpr size_t kWideLanes = kLanes<T> / 2;
+constexpr size_t kWidenedLanes = kLanes<T> / 2;
 
 template <class T>
-VISTREL_INLINE Wide<T> loadWide(const T* p) {
+VISTREL_INLINE Vec<Widened<T>> loadWidened(const T* p) {
 #if VISTREL_AVX512
   const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
   if constexpr (sizeof(T) == 1)
-    return as<Wide<T>>(_mm512_maskz_cvtepu8_epi16(~__mmask32{0}, v));
+    return as<Vec<Widened<T>>>(_mm512_maskz_cvtepu8_epi16(~__mmask32{0}, v));
   else
-    return as<Wide<T>>(_mm512_maskz_cvtepu16_epi32(0xFFFF, v));
+    return as<Vec<Widened<T>>>(_mm512_maskz_cvtepu16_epi32(0xFFFF, v));
 #elif VISTREL_AVX2
   const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-  return as<Wide<T>>(sizeof(T) == 1 ? _mm256_cvtepu8_epi16(v) : _mm256_cvtepu16_epi32(v));
+  return as<Vec<Widened<T>>>(sizeof(T) == 1 ? _mm256_cvtepu8_epi16(v) : _mm256_cvtepu16_epi32(v));
 #elif VISTREL_NEON
   if constexpr (sizeof(T) == 1)
-    return as<Wide<T>>(vmovl_u8(vld1_u8(p)));
+    return as<Vec<Widened<T>>>(vmovl_u8(vld1_u8(p)));
   else
-    return as<Wide<T>>(vmovl_u16(vld1_u16(p)));
+    return as<Vec<Widened<T>>>(vmovl_u16(vld1_u16(p)));
 #else
   Vec<T, kVectorBytes / 2> v;
   std::memcpy(&v, p, sizeof v);
-  return __builtin_convertvector(v, Wide<T>);
+  return __builtin_convertvector(v, Vec<Widened<T>>);
 #endif
 }
 
 template <class T>
 struct LowHigh {
   using Sample = T;
-  using Value = Wide<T>;
+  using Value = Vec<Widened<T>>;
   static constexpr size_t kParts = 2;
 
-  VISTREL_INLINE static Value load(const T* p, size_t i) { return loadWide(p + i * kWideLanes<T>); }
+  VISTREL_INLINE static Value load(const T* p, size_t i) {
+    return loadWidened(p + i * kWidenedLanes<T>);
+  }
 
   VISTREL_INLINE static Vec<T> join(const Value (&parts)[2]) {
     const Value low = parts[0], high = parts[1];
@@ -94,7 +94,7 @@ struct LowHigh {
 template <class T>
 struct EvenOdd {
   using Sample = T;
-  using Value = Wide<T>;
+  using Value = Vec<Widened<T>>;
   static constexpr size_t kParts = 2;
 
   VISTREL_INLINE static Value part(Vec<T> v, size_t i) {

@@ -5,7 +5,7 @@
 #include "common/arith.h"
 #include "common/work_layout.h"
 #include "cpu/level.h"
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/edge/block_ends.h"
 
 #define VISTREL_BODY "demosaic/edge/edge_rows-inl.h"
@@ -113,7 +113,7 @@ class EdgeDemosaic {
 
 template <class T>
 DemosaicAlgorithm<T> edge() {
-  return {makeDemosaic<T, EdgeDemosaic>};
+  return {makeDemosaic<T, EdgeDemosaic<T>>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(edge);
 

@@ -12,11 +12,10 @@ namespace vistrel::core {
 template <class T>
 class EdgeImage final : public ImageSink<T>, public WorkMargins<T> {
  public:
-  // workEnd: the end of the work buffer; nothing is written beyond it. The image lies two rows
-  // lower than with the other algorithms, and has no guard of its own.
-  EdgeImage(const Conversion<T>& c, const T* workEnd, Arena& arena)
-      : image_(lower(c)), work_(image_, arena), workEnd_(workEnd),
-        spare_(arena.take<T>(rowSamples())) {}
+  // The image lies two rows lower than with the other algorithms, and has no guard of its own.
+  // Nothing is written beyond the end of the work buffer.
+  EdgeImage(const Conversion<T>& c, Arena& arena)
+      : image_(lower(c)), work_(image_, arena), spare_(arena.take<T>(rowSamples())) {}
 
   // Rows come in order, from y0 on.
   RowSink<T> row(int y) override { return isFollowed(y) ? work_.row(y) : RowSink<T>(spare_); }
@@ -56,13 +55,12 @@ class EdgeImage final : public ImageSink<T>, public WorkMargins<T> {
   size_t rowSamples() const { return 3 * image_.region.Wf; }
 
   void store(const T* samples, size_t n, T* to) const {
-    const ptrdiff_t capacity = std::max<ptrdiff_t>(workEnd_ - to, 0);
+    const ptrdiff_t capacity = std::max<ptrdiff_t>(image_.workEnd - to, 0);
     std::copy_n(samples, std::min(n, size_t(capacity)), to);
   }
 
   const Conversion<T> image_;
   WorkImage<T> work_;
-  const T* workEnd_;
   T* spare_;
 };
 

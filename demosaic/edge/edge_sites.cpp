@@ -77,8 +77,6 @@ void vec_G_CalcGreen_3x3x4_ext(T pBuf, int nPos, int nStride, int* pRed, int* pB
                                              int&, int);
 VISTREL_INSTANCES(const unsigned char*)
 VISTREL_INSTANCES(const unsigned short*)
-VISTREL_INSTANCES(unsigned char*)
-VISTREL_INSTANCES(unsigned short*)
 #undef VISTREL_INSTANCES
 
 }  // namespace vistrel::core

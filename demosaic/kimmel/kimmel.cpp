@@ -1,7 +1,7 @@
 #include "common/depth.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
-#include "demosaic/algorithms.h"
+#include "demosaic/algorithm.h"
 #include "demosaic/conversion.h"
 #include "demosaic/kimmel/kimmel_sweep.h"
 
@@ -106,13 +106,13 @@ void walk(const Conversion<T>& c) {
 
 template <class T>
 DemosaicAlgorithm<T> kimmel() {
-  return {makeDemosaic<T, KimmelDoubles>, kimmelInPlace<T>};
+  return {makeDemosaic<T, KimmelDoubles<T>>, kimmelInPlace<T>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(kimmel);
 
 template <class T>
 DemosaicAlgorithm<T> packedKimmel() {
-  return {makeDemosaic<T, KimmelFloats>, walk<T>};
+  return {makeDemosaic<T, KimmelFloats<T>>, walk<T>};
 }
 VISTREL_DEMOSAIC_ALGORITHM(packedKimmel);
 

@@ -137,26 +137,6 @@ void filterImage(void* copy, const _FLT_3X3* pFilter, uint32_t nFormat, uint32_t
   }
 }
 
-void ImgFilterGray8(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
-                    uint32_t nImgHeight, uint8_t* pImage) {
-  filterImage(g_pwBGRBuff[nIndex], pFilter, IMG_FMT_GRAY8, nImgWidth, nImgHeight, pImage);
-}
-
-void ImgFilterGray16(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
-                     uint32_t nImgHeight, uint16_t* pImage) {
-  filterImage(g_pwBGRBuff[nIndex], pFilter, IMG_FMT_GRAY16, nImgWidth, nImgHeight, pImage);
-}
-
-void ImgFilterRGB3(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
-                   uint32_t nImgHeight, uint8_t* pImage) {
-  filterImage(g_pwBGRBuff[nIndex], pFilter, IMG_FMT_BGR24, nImgWidth, nImgHeight, pImage);
-}
-
-void ImgFilterRGB4(unsigned nIndex, const _FLT_3X3* pFilter, uint32_t nImgWidth,
-                   uint32_t nImgHeight, uint8_t* pImage) {
-  filterImage(g_pwBGRBuff[nIndex], pFilter, IMG_FMT_ARGB32, nImgWidth, nImgHeight, pImage);
-}
-
 }  // namespace vistrel::core
 
 using namespace vistrel::core;

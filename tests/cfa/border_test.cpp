@@ -1,6 +1,6 @@
 // Within two pixels of the frame's edge: plain means, where a missing neighbour is replaced by the
 // opposite one. The expected values are written out edge by edge, without mirroring.
-#include "cfa/by_name.h"
+#include "tests/cfa/by_name.h"
 
 #include "tests/cfa/primitives.h"
 #include "tests/levels.h"

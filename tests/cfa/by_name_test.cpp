@@ -1,5 +1,5 @@
 // The functions for one rectangle, compared with the primitives on the whole frame.
-#include "cfa/by_name.h"
+#include "tests/cfa/by_name.h"
 
 #include "tests/cfa/primitives.h"
 #include "tests/levels.h"

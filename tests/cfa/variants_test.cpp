@@ -1,6 +1,7 @@
 // The tables by which the public primitives reach their variants.
 #include "cfa/variants.h"
 
+#include "tests/cfa/by_name.h"
 #include "tests/cfa/primitives.h"
 #include "tests/levels.h"
 

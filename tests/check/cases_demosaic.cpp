@@ -1,9 +1,9 @@
 // The demosaic algorithms, and the step that scatters the mosaic into the work buffer.
-#include "demosaic/work_buffer.h"
 #include "tests/check/conversion.h"
 #include "tests/check/groups.h"
 #include "tests/check/mosaic_layout.h"
 #include "tests/check/sandbox.h"
+#include "tests/demosaic/by_name.h"
 #include "tests/reference/demosaic.h"
 #include "vistrel/image_functions.h"
 #include "vistrel/platform.h"
@@ -152,7 +152,7 @@ void addPrepare(Catalogue& all) {
   all.add("demosaic",
           {atDepth("PrepareBGRBuffer", wide),
            layout,
-           {preparing<T>(PrepareBGRBuffer), preparing<T>(reference::PrepareBGRBuffer)},
+           {preparing<T>(PrepareBGRBuffer<T>), preparing<T>(reference::PrepareBGRBuffer)},
            {}},
           draw);
 }

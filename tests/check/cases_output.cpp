@@ -3,12 +3,12 @@
 #include <algorithm>
 
 #include "common/arith.h"
-#include "output/by_name.h"
 #include "output/colour.h"
 #include "output/mono.h"
 #include "output/table.h"
 #include "tests/check/conversion.h"
 #include "tests/check/groups.h"
+#include "tests/output/by_name.h"
 #include "tests/reference/output.h"
 
 namespace vistrel::core::check {

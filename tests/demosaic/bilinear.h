@@ -1,8 +1,8 @@
 // Bilinear conversions, and their expected results, stated pixel by pixel.
 #pragma once
 
-#include "demosaic/demosaic.h"
 #include "streams/registry.h"
+#include "tests/demosaic/by_name.h"
 #include "tests/demosaic/guarded.h"
 
 namespace vistrel::core::test {

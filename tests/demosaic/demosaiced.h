@@ -3,8 +3,8 @@
 
 #include <type_traits>
 
-#include "demosaic/demosaic.h"
 #include "streams/registry.h"
+#include "tests/demosaic/by_name.h"
 #include "tests/frames.h"
 #include "vistrel/vistrel.h"
 

@@ -1,7 +1,7 @@
 // Steps of pixel grouping, on single pixels.
 #include <gtest/gtest.h>
 
-#include "demosaic/by_name.h"
+#include "tests/demosaic/by_name.h"
 
 namespace vistrel::core::test {
 namespace {

@@ -1,6 +1,6 @@
 // Variable gradients: which directions are kept, what they contribute, and the functions for one
 // pixel.
-#include "demosaic/by_name.h"
+#include "tests/demosaic/by_name.h"
 
 #include <array>
 #include <string>

@@ -84,9 +84,20 @@ def check_sources(names):
                 "-I.", "-Iinclude", name)
 
 
+def included_by(source):
+    """The headers that a source includes, directly or not."""
+    found, unread = set(), [TREE / source]
+    for path in unread:
+        names = re.findall(r'#include "([^"]+)"', path.read_text())
+        unread += [TREE / name for name in names if name not in found and (TREE / name).exists()]
+        found.update(names)
+    return found
+
+
 def compile_edited(names):
-    """The objects of each target: new ones of the edited sources, otherwise those in BUILT."""
-    objects, edited_sources = defaultdict(list), {TREE / name for name in names}
+    """The objects of each target: new ones of sources that are edited or include edited headers
+    other than the public ones, otherwise those in BUILT."""
+    objects, edited = defaultdict(list), set(names)
     run(*CONFIGURE, "-S", TREE, "-B", BUILD)
     for entry in json.loads((BUILD / "compile_commands.json").read_text()):
         command = shlex.split(entry["command"])
@@ -94,7 +105,8 @@ def compile_edited(names):
         target = re.search(r"([^/]+)\.dir/", compiled)[1]
         if target not in TARGETS:
             continue
-        if Path(entry["file"]) in edited_sources:
+        source = os.path.relpath(entry["file"], TREE)
+        if source in edited or included_by(source) & edited:
             (BUILD / compiled).parent.mkdir(parents=True, exist_ok=True)
             run(*command, "-O1", cwd=BUILD)
             objects[target].append(BUILD / compiled)

@@ -37,6 +37,7 @@ if(NOT result EQUAL 0)
 endif()
 
 must_reject(cpu/level.h "#include \"curves/solvers.h\"")
+must_reject(demosaic/edge.cpp "#include \"vistrel/vistrel_status.h\"")
 must_reject(common/simd/lanes-inl.h "#include \"common/rows/half_rows.h\"")
 must_reject(common/mosaic.h "#include \"common/simd/simd.h\"")
 must_reject(samples/scan.h "#include \"common/rows/sweep.h\"")

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "output/by_name.h"
+#include "tests/output/by_name.h"
 
 namespace vistrel::core::test {
 

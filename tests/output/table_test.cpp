@@ -3,11 +3,11 @@
 
 #include <numeric>
 
-#include "output/by_name.h"
 #include "output/colour.h"
 #include "output/mono.h"
 #include "tests/frames.h"
 #include "tests/levels.h"
+#include "tests/output/by_name.h"
 
 namespace vistrel::core::test {
 namespace {

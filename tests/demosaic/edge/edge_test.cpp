@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "demosaic/demosaic.h"
 #include "streams/registry.h"
+#include "tests/demosaic/by_name.h"
 #include "tests/demosaic/demosaiced.h"
 #include "tests/levels.h"
 #include "vistrel/vistrel.h"

@@ -1,7 +1,9 @@
-// Only tests call these functions, by name: the primitives' work on a single rectangle, and the
-// strips of a border for both depths. Steps are in samples for nearest neighbours, in bytes for the
-// others. If an allocation fails, nothing is written.
+// The primitives' work on a single rectangle, and the strips of a border for both depths, by name.
+// Steps are in samples for nearest neighbours, in bytes for the others. If an allocation fails,
+// nothing is written.
 #pragma once
+
+#include <algorithm>
 
 #include "cfa/ahd/ahd.h"
 #include "cfa/border.h"
@@ -9,6 +11,37 @@
 #include "cfa/variants.h"
 
 namespace vistrel::core {
+
+// The pixels of a rectangle within two pixels of the frame's edge.
+// srcRoi must be clipped to the frame. pDst points to its first pixel; dstStep is in samples.
+template <class T>
+void ownBayerBorder(const CfaFrame<T>& frame, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep) {
+  const int W = frame.size.width, H = frame.size.height;
+  const int x = srcRoi.x, y = srcRoi.y, xEnd = x + srcRoi.width, yEnd = y + srcRoi.height;
+  const auto at = [&](int column, int row) {
+    return pDst + (row - y) * dstStep + 3 * (column - x);
+  };
+  const auto hasRow = [&](int row) { return y <= row && row < yEnd; };
+  const auto hasColumn = [&](int column) { return x <= column && column < xEnd; };
+
+  if (y == 0) ownBayerBrdHrz2U<T>(frame.part(0, 0, {W, 2}), srcRoi, at(x, 0));
+  if (H >= 3 && hasRow(1)) ownBayerBrdHrz3<T>(frame.part(0, 0, {W, 3}), srcRoi, at(x, 1));
+
+  const int top = std::max(y, 2), bottom = std::min(yEnd, H - 2);
+  if (top < bottom) {
+    const CfaRect rows{x, top, srcRoi.width, bottom - top};
+    if (x == 0) ownBayerBrdVrt2L<T>(frame.part(0, 0, {2, H}), rows, at(0, top), dstStep);
+    if (W >= 3 && hasColumn(1))
+      ownBayerBrdVrt3<T>(frame.part(0, 0, {3, H}), rows, at(1, top), dstStep);
+    if (W >= 3 && hasColumn(W - 2))
+      ownBayerBrdVrt3<T>(frame.part(W - 3, 0, {3, H}), rows, at(W - 2, top), dstStep);
+    if (xEnd == W) ownBayerBrdVrt2R<T>(frame.part(W - 2, 0, {2, H}), rows, at(W - 1, top), dstStep);
+  }
+
+  if (H >= 3 && hasRow(H - 2))
+    ownBayerBrdHrz3<T>(frame.part(0, H - 3, {W, 3}), srcRoi, at(x, H - 2));
+  if (yEnd == H) ownBayerBrdHrz2D<T>(frame.part(0, H - 2, {W, 2}), srcRoi, at(x, H - 1));
+}
 
 // Nearest neighbours in a rectangle with a margin of two samples. pSrc points to its first sample.
 // grid: the colours of its upper left pixels.
@@ -79,6 +112,9 @@ void localIntAHD(const T* pSrc, int srcStep, CfaRect rect, T* pDst, int dstStep,
   constexpr auto localAHD_BGGR_##depth = &localAHDOfPhase<T, 2>;                 \
   constexpr auto localAHD_GRBG_##depth = &localAHDOfPhase<T, 3>;                 \
   constexpr auto localIntAHD_##depth = &localIntAHD<T>
+
+VISTREL_VARIANTS(ownAHD_8u_w7, ownAHD, uint8_t);
+VISTREL_VARIANTS(ownAHD_16u_w7, ownAHD, uint16_t);
 
 VISTREL_RECTANGLES(uint8_t, 8u);
 VISTREL_RECTANGLES(uint16_t, 16u);
