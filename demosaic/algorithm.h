@@ -16,7 +16,7 @@ struct DemosaicAlgorithm {
   void (*inPlace)(const Conversion<T>& conversion) = nullptr;
   // Whether it can finish pixels at the current level. Null if it never can.
   bool (*finishes)() = nullptr;
-  // Whether it leaves out the columns beside a job's roi, which begins in an even one.
+  // Whether it only makes the columns of a job's roi, which must begin at an even column.
   bool makesRoi = false;
 };
 

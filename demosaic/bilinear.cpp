@@ -45,7 +45,7 @@ class Bilinear {
   static bool finishes() { return VISTREL_BY_LEVEL(kFinishedBilinear<T>)->of[0][0][0] != nullptr; }
 
  private:
-  // Of row y, from an even column on.
+  // The window around row y, from an even column on.
   HalfRowWindow<T, 1> windowAt(int y, size_t column) const {
     return windowOf<1>(
         y, [=, this](int row, unsigned parity) { return ring_.half(row, parity) + column / 2; });

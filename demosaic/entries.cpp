@@ -1,4 +1,4 @@
-// They run the engine between the caller's frame and the stream's work buffer.
+// Runs the engine between the caller's frame and the stream's work buffer.
 #include "demosaic/demosaic.h"
 
 #include "demosaic/edge/edge_image.h"

@@ -1,4 +1,4 @@
-// Rows of finished pixels, from a vector's length of half rows straight to bytes.
+// Rows of finished pixels: turns vectors of half rows directly into bytes.
 #if defined(VISTREL_FINISHED_ROWS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_FINISHED_ROWS_INL_H
 #undef VISTREL_FINISHED_ROWS_INL_H
@@ -195,7 +195,7 @@ VISTREL_INLINE Bytes narrowed(Vec<uint16_t> low, Vec<uint16_t> high, unsigned sh
 #endif
 }
 
-// Fill's halves of a vector of bytes from element k on.
+// What Fill computes for a vector of bytes from element k on.
 template <class Rows, class Fill, class T, int greenParity>
 VISTREL_INLINE Halves<uint8_t> bytesAt(const Rows& rows, size_t k, unsigned shift) {
   if constexpr (sizeof(T) == 1) {

@@ -45,8 +45,7 @@ struct FinishedKernels {
   }
 };
 
-// What an algorithm is asked for if it is to finish pixels. They begin `left` columns, an even
-// number, behind the frame's first.
+// How an algorithm finishes pixels. They begin at the frame's column `left`, which is even.
 struct Finishing {
   Finish finish;
   unsigned shift;

@@ -40,8 +40,8 @@ struct DemosaicJob {
   CfaRect roi;          // the wanted rectangle; some algorithms only make the whole frame
   RowInterval rows;     // the rows of the roi to make now
   ImageSink<T>& image;  // of the roi
-  Mosaic order =
-      mosaic;     // order of a pixel's samples: with red and blue exchanged, red comes first
+  // The order of a pixel's samples: red comes first if red and blue are exchanged.
+  Mosaic order = mosaic;
   unsigned bits;  // significant bits
   unsigned threshold = 0;
   WorkMargins<T>* margins = nullptr;

@@ -1,4 +1,4 @@
-// Shared by the algorithms that colour filter array primitives do.
+// Shared by the algorithms that run as colour filter array primitives.
 #pragma once
 
 #include "demosaic/job.h"

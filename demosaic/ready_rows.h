@@ -1,4 +1,4 @@
-// A frame whose rows are pixels already: mono, or finished colours.
+// A frame whose rows are already pixels: mono, or finished colours.
 #pragma once
 
 #include "demosaic/job.h"
@@ -9,14 +9,15 @@ namespace vistrel::core {
 template <class T>
 class ReadyRows final : public Demosaic<T> {
  public:
-  // rows: of the source, whole bins. columns: of a row. channels: samples of a pixel.
+  // rows: those of the source to convert, whole bins. columns: pixels per row. channels: samples
+  // per pixel.
   ReadyRows(RowSource<T>& source, size_t columns, size_t channels, RowInterval rows,
             const OutputShape& shape, PixelRows& pixels, Arena& arena)
       : source_(source), channels_(channels), samples_(columns * channels), rows_(rows),
         next_(rows.first), shape_(shape), pixels_(pixels), chunks_(shape, pixels, arena),
         stage_(shape.binning > 1 ? arena.take<T>(shape.binning * samples_) : nullptr) {}
 
-  // Distance of two rows of a bin, in samples.
+  // The distance between two rows of a bin, in samples.
   static size_t pitchOf(size_t columns, size_t channels) { return columns * channels; }
 
   void advance(int end) override {

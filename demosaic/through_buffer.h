@@ -10,7 +10,7 @@ namespace vistrel::core {
 template <class T>
 bool sweepThroughBuffer(const Conversion<T>& conversion, MakeDemosaic<T>* make);
 
-// The same, or pass after pass where the region demands it.
+// The same. Regions of a single row or column are converted in place, pass after pass.
 template <class T>
 bool convertThroughBuffer(const Conversion<T>& conversion, const DemosaicAlgorithm<T>& algorithm);
 

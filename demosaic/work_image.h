@@ -1,4 +1,4 @@
-// The image in the work buffer, and its way to the output.
+// The image in the work buffer, which passes its rows on to the output.
 #pragma once
 
 #include <algorithm>

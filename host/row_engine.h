@@ -50,7 +50,7 @@ class RowEngine {
   // pixels come in that order too.
   bool exchangesEnds() const { return c_.binning > 1 || !isMosaic(call_.frame); }
   unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
-  // Algorithms limit 16-bit samples to ten bits at least.
+  // Six algorithms limit what they compute of 16-bit samples to 1023, whatever the frame has.
   bool mayExceed() const { return sizeof(T) == 2 && p_.bits < 10 && isMosaic(call_.frame); }
   bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1; }
 

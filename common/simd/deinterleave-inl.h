@@ -1,7 +1,7 @@
-// Interleaved triples, such as pixels, to three vectors: the reverse of interleave-inl.h. A vector
-// of n samples has each channel at every third slot, and as 3 doesn't divide n, a channel's slots
-// differ from one vector to the next: so two blends bring a channel together, and one permutation
-// puts it in order.
+// Separates interleaved triples, such as pixels, into three vectors: the reverse of
+// interleave-inl.h. In a vector of n samples, a channel has every third position. As 3 doesn't
+// divide n, these positions differ between the vectors. So two blends collect a channel, and one
+// permutation puts it in order.
 #if defined(VISTREL_DEINTERLEAVE_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_DEINTERLEAVE_INL_H
 #undef VISTREL_DEINTERLEAVE_INL_H
@@ -22,7 +22,7 @@ struct Channels {
   Vec<T> first, second, third;
 };
 
-// The bytes within which samples move: a permutation's reach.
+// The bytes within which a permutation moves samples.
 #if VISTREL_AVX512
 constexpr int kSpan = 64;
 #else
@@ -67,7 +67,7 @@ VISTREL_INLINE Vec<T> channel(__m512i v0, __m512i v1, __m512i v2) {
   return as<Vec<T>>(_mm512_maskz_permutexvar_epi8(~__mmask64{0}, order, all));
 }
 
-// Otherwise g++ 12 loads a vector anew wherever it is used.
+// Otherwise g++ 12 reloads a vector wherever it is used.
 VISTREL_INLINE __m512i loadOnce(const uint8_t* p) {
   __m512i v = _mm512_loadu_si512(p);
   __asm__("" : "+v"(v));

@@ -1,6 +1,6 @@
-// Sums of products in lanes of twice the length, on vectors of one level's length. Bytes or 16-bit
-// samples become pairs, those of the lower halves of all groups of 16 bytes and those of the upper
-// halves; packing two such results puts the samples in order again.
+// Sums of products in lanes of twice the length. The samples of two vectors become pairs: `lower`
+// has those of the lower halves of all 16-byte groups, `upper` those of the upper halves. Packing
+// two such results restores the order of the samples.
 #if defined(VISTREL_PAIRS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_PAIRS_INL_H
 #undef VISTREL_PAIRS_INL_H
@@ -41,7 +41,7 @@ VISTREL_INLINE Pairs<uint16_t> pairsOf(Vec<uint16_t> a, Vec<uint16_t> b) {
           VISTREL_OF_TWO(Vec<uint16_t>, unpackhi_epi16, a, b)};
 }
 
-// 16-bit values below 256, 32-bit values within 16 signed bits.
+// Packs 16-bit values below 256, or 32-bit values that fit 16 signed bits.
 VISTREL_INLINE Vec<uint8_t> packed(Vec<uint16_t> lower, Vec<uint16_t> upper) {
   return VISTREL_OF_TWO(Vec<uint8_t>, packus_epi16, lower, upper);
 }
@@ -49,8 +49,8 @@ VISTREL_INLINE Vec<uint16_t> packed(Vec<int32_t> lower, Vec<int32_t> upper) {
   return VISTREL_OF_TWO(Vec<uint16_t>, packs_epi32, lower, upper);
 }
 
-// a times the first of each pair and b times the second, added. The sum of bytes must not leave 16
-// signed bits.
+// a times the first sample of each pair plus b times the second. Sums of bytes must fit 16 signed
+// bits.
 template <int a, int b>
 VISTREL_INLINE Vec<uint16_t> weighted(Vec<uint8_t> v) {
   static_assert(a >= -128 && a < 128 && b >= -128 && b < 128);

@@ -21,7 +21,7 @@ void splitRow(const T* __restrict source, size_t columns, T* __restrict even, T*
   if (columns & 1) even[pairs] = source[2 * pairs];
 }
 
-// Also returns all samples ORed together; 0 for bytes, where nobody needs it.
+// Also returns all samples ORed together; 0 for bytes, since nobody needs it.
 template <class T>
 T splitRowAndBits(const T* __restrict source, size_t columns, T* __restrict even,
                   T* __restrict odd) {

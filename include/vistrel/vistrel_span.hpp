@@ -3,6 +3,7 @@
 #define VISTREL_SPAN_HPP
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -66,6 +67,14 @@ class Span {
   T* first_ = nullptr;
   std::size_t count_ = 0;
 };
+
+// The memory of 16-bit samples, or of bytes of another type, for a function that writes bytes.
+inline Span<uint8_t> bytesOf(Span<uint16_t> samples) noexcept {
+  return {reinterpret_cast<uint8_t*>(samples.data()), 2 * samples.size()};
+}
+inline Span<uint8_t> bytesOf(Span<std::byte> bytes) noexcept {
+  return {reinterpret_cast<uint8_t*>(bytes.data()), bytes.size()};
+}
 
 }  // namespace v1
 }  // namespace vistrel

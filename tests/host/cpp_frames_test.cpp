@@ -52,6 +52,19 @@ TEST(CppFrames, MayBeBigEndian) {
   EXPECT_THAT(samples16Of(convert(frame, c)), ElementsAre(0xABC, 0x123));
 }
 
+TEST(CppFrames, AreConvertedIntoSamplesOrBytesOfAnyType) {
+  const uint16_t samples[] = {5, 700, 1023, 0};
+  const vistrel_frame frame = frameOf(samples, 4, 1, 10, VISTREL_MONO);
+  vistrel_conversion c = defaultConversion(frame);
+  std::vector<std::byte> bytes(4);
+  convertInto(frame, c, bytesOf(bytes));
+  EXPECT_THAT(bytes, ElementsAre(std::byte{1}, std::byte{175}, std::byte{255}, std::byte{0}));
+  c.format = VISTREL_MONO16;
+  std::vector<uint16_t> words(4);
+  EXPECT_EQ(tryConvertInto(frame, c, bytesOf(words)).value().bytes, 8u);
+  EXPECT_THAT(words, ElementsAreArray(samples));
+}
+
 TEST(CppFrames, MayBeFinishedPixels) {
   const uint8_t bgr[] = {1, 2, 3, 4, 5, 6};
   const vistrel_frame frame = frameOf(bgr, 2, 1, VISTREL_BGR);
