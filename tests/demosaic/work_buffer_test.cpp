@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "tests/demosaic/by_name.h"
 #include "tests/demosaic/guarded.h"
 
 namespace vistrel::core::test {
