@@ -79,8 +79,8 @@ Bytes ycc420Of(const Pixels& bgr, size_t stride, bool inPairs) {
   for (size_t y = 0; y < rows; ++y)
     for (size_t x = 0; x < columns; ++x) {
       const Chroma chroma = chromaOf(bgr, x, y);
-      pairs.at(2 * x, y) = cb.at(x, y) = chroma.cb;
-      pairs.at(2 * x + 1, y) = cr.at(x, y) = chroma.cr;
+      (inPairs ? pairs.at(2 * x, y) : cb.at(x, y)) = chroma.cb;
+      (inPairs ? pairs.at(2 * x + 1, y) : cr.at(x, y)) = chroma.cr;
     }
   return inPairs ? joined({luma, pairs}) : joined({luma, cb, cr});
 }
