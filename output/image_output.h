@@ -21,6 +21,11 @@ struct OutputShape {
   size_t pixelBytes;   // of a pixel that the rows take
 };
 
+// Whether samples may be stored there: rows of 16-bit samples may begin at odd addresses.
+inline bool suits(const void* place, size_t sampleBytes) {
+  return place && reinterpret_cast<uintptr_t>(place) % sampleBytes == 0;
+}
+
 // Collects the rows of a bin, then reduces them a chunk at a time, so that all stays in the nearest
 // cache.
 class ChunkedOutput {
@@ -37,7 +42,8 @@ class ChunkedOutput {
     for (size_t done = 0; done < n; done += kChunk) {
       const size_t count = std::min(n - done, kChunk);
       void* const place = rows_.next();
-      auto* const pixels = place ? static_cast<unsigned char*>(place) : chunk_;
+      auto* const pixels =
+          suits(place, sampleBytes()) ? static_cast<unsigned char*>(place) : chunk_;
       shape_.writer.part(from + done * bytesABin, pixels, count);
       if (shape_.exchangesEnds) exchangeEnds(pixels, count);
       rows_.append(pixels, count);
@@ -45,6 +51,9 @@ class ChunkedOutput {
   }
 
  private:
+  // Pixels have one sample or three.
+  size_t sampleBytes() const { return shape_.pixelBytes % 2 ? 1 : 2; }
+
   void exchangeEnds(unsigned char* pixel, size_t n) const {
     const size_t bytes = shape_.pixelBytes / 3;
     for (; n > 0; --n, pixel += shape_.pixelBytes)
@@ -73,7 +82,7 @@ class ImageOutput final : public ImageSink<T>, private ChunkListener {
     if (y < first_) return RowSink<T>(stage_);
     const int row = y - shape_.top;
     if (!shape_.changes && columns_ == shape_.width)
-      if (void* const pixels = rows_.inPlace(static_cast<size_t>(row)); isAligned(pixels))
+      if (void* const pixels = rows_.inPlace(static_cast<size_t>(row)); suits(pixels, sizeof(T)))
         return RowSink<T>(static_cast<T*>(pixels));
     RowSink<T> sink(stage_ + static_cast<size_t>(placeOf(row)) * pitchOf(columns_));
     if (!endsBin(row)) return sink;
@@ -89,11 +98,6 @@ class ImageOutput final : public ImageSink<T>, private ChunkListener {
   }
 
  private:
-  // Whether samples may be stored there: rows of 16-bit samples may begin at odd addresses.
-  static bool isAligned(const void* pixels) {
-    return pixels && reinterpret_cast<uintptr_t>(pixels) % alignof(T) == 0;
-  }
-
   int placeOf(int row) const { return row % static_cast<int>(shape_.binning); }  // in its bin
   bool endsBin(int row) const { return placeOf(row) + 1 == static_cast<int>(shape_.binning); }
   bool isStaged(const RowSink<T>& sink) const {
