@@ -76,16 +76,20 @@ TEST_F(Formats, KeepTheirSignificantBits) {
 
 // At an odd address, with gaps that stay unchanged.
 TEST_F(Formats, GoWhereTheStrideSays) {
-  for (const uint32_t format : {VISTREL_RGB24, VISTREL_BGRA32, VISTREL_RGB48}) {
-    const Image packed = as(format);
-    const size_t row = packed.layout.row_bytes, stride = row + 5;
-    std::vector<uint8_t> memory(1 + stride * 13, 77), expected = memory;
-    for (size_t y = 0; y < 13; ++y)
-      std::copy_n(&packed.pixels[y * row], row, &expected[1 + y * stride]);
-    const vistrel_image image{memory.data() + 1, memory.size() - 1, ptrdiff_t(stride), {}};
-    ASSERT_EQ(vistrel_convert(&frame, &conversion, &image, nullptr), VISTREL_OK);
-    EXPECT_EQ(memory, expected) << format;
-  }
+  for (const uint32_t format :
+       {VISTREL_RGB24, VISTREL_BGRA32, VISTREL_RGB48, VISTREL_GRAY16, VISTREL_RGB48_PLANAR})
+    for (const uint32_t binning : {1u, 2u}) {
+      conversion.binning = binning;
+      const Image packed = as(format);
+      const size_t row = packed.layout.row_bytes, stride = row + 5;
+      const size_t rows = packed.pixels.size() / row;
+      std::vector<uint8_t> memory(1 + stride * rows, 77), expected = memory;
+      for (size_t y = 0; y < rows; ++y)
+        std::copy_n(&packed.pixels[y * row], row, &expected[1 + y * stride]);
+      const vistrel_image image{memory.data() + 1, memory.size() - 1, ptrdiff_t(stride), {}};
+      ASSERT_EQ(vistrel_convert(&frame, &conversion, &image, nullptr), VISTREL_OK);
+      EXPECT_EQ(memory, expected) << format << ", binning " << binning;
+    }
 }
 
 // The same rows in the opposite order, from the highest in memory down.
