@@ -36,7 +36,8 @@ class ChunkedOutput {
     if (!shape_.changes) return rows_.append(from, n);
     for (size_t done = 0; done < n; done += kChunk) {
       const size_t count = std::min(n - done, kChunk);
-      unsigned char* const pixels = place();
+      void* const place = rows_.next();
+      auto* const pixels = place ? static_cast<unsigned char*>(place) : chunk_;
       shape_.writer.part(from + done * bytesABin, pixels, count);
       if (shape_.exchangesEnds) exchangeEnds(pixels, count);
       rows_.append(pixels, count);
@@ -44,15 +45,6 @@ class ChunkedOutput {
   }
 
  private:
-  // Where the next pixels are made: in the result, unless these would be 16-bit samples at an odd
-  // address.
-  unsigned char* place() const {
-    void* const next = rows_.next();
-    const bool isWide = shape_.pixelBytes % 2 == 0;
-    if (!next || (isWide && reinterpret_cast<uintptr_t>(next) % 2)) return chunk_;
-    return static_cast<unsigned char*>(next);
-  }
-
   void exchangeEnds(unsigned char* pixel, size_t n) const {
     const size_t bytes = shape_.pixelBytes / 3;
     for (; n > 0; --n, pixel += shape_.pixelBytes)
