@@ -1,5 +1,8 @@
 #include "cfa/border.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace vistrel::core {
 
 namespace {
@@ -7,47 +10,74 @@ namespace {
 // A coordinate just beyond an edge becomes the one on the pixel's other side.
 constexpr int mirror(int c, int last) { return c < 0 ? -c : c > last ? 2 * last - c : c; }
 
+// One row of a frame, and the rows that its pixels are made from.
 template <class T>
-void pixel(const CfaFrame<T>& frame, int x, int y, T* rgb) {
-  const auto line = [&](int dy) {
-    return frame.samples + mirror(y + dy, frame.size.height - 1) * frame.step;
-  };
-  const T* const lines[3] = {line(-1), line(0), line(1)};
-  const int columns[3] = {mirror(x - 1, frame.size.width - 1), x,
-                          mirror(x + 1, frame.size.width - 1)};
-  const Rounding& r = frame.rounding;
-  const auto s = [&](int dx, int dy) -> int {
-    return static_cast<int>(lines[dy + 1][columns[dx + 1]] & r.mask);
-  };
-  const auto two = [&](int a, int b) { return (a + b + r.two) >> 1; };
-  const auto four = [&](int a, int b, int c, int d) { return (a + b + c + d + r.four) >> 2; };
-  int own, green, opposite;  // own: the colour that the row senses besides green
-  if (frame.mosaic.isGreenAt(x, y)) {
-    own = two(s(-1, 0), s(1, 0));
-    green = s(0, 0);
-    opposite = two(s(0, -1), s(0, 1));
-  } else {
-    own = s(0, 0);
-    green = four(s(0, -1), s(-1, 0), s(1, 0), s(0, 1));
-    opposite = four(s(-1, -1), s(1, -1), s(-1, 1), s(1, 1));
+class BorderRow {
+ public:
+  BorderRow(const CfaFrame<T>& frame, int y)
+      : rounding_(frame.rounding), last_(frame.size.width - 1),
+        greenParity_(frame.mosaic.greenParity(y)), isRed_(frame.mosaic.isRedRow(y)) {
+    for (int dy = -1; dy <= 1; ++dy)
+      lines_[dy + 1] = frame.samples + mirror(y + dy, frame.size.height - 1) * frame.step;
   }
-  rgb[0] = static_cast<T>(frame.mosaic.isRedRow(y) ? own : opposite);
-  rgb[1] = static_cast<T>(green);
-  rgb[2] = static_cast<T>(frame.mosaic.isRedRow(y) ? opposite : own);
-}
+
+  void convert(int x, T* rgb) const {
+    const int left = mirror(x - 1, last_), right = mirror(x + 1, last_);
+    isGreen(x) ? convertGreen(left, x, right, rgb) : convertColour(left, x, right, rgb);
+  }
+
+  // Columns x .. end - 1. Pairs of columns need no tests.
+  void convert(int x, int end, T* rgb) const {
+    const auto next = [&] { convert(x++, std::exchange(rgb, rgb + 3)); };
+    while (x < end && (x == 0 || isGreen(x))) next();
+    for (; x + 2 <= std::min(end, last_); x += 2, rgb += 6) {
+      convertColour(x - 1, x, x + 1, rgb);
+      convertGreen(x, x + 1, x + 2, rgb + 3);
+    }
+    while (x < end) next();
+  }
+
+ private:
+  bool isGreen(int x) const { return (unsigned(x) & 1) == greenParity_; }
+
+  int sample(int dy, int x) const { return static_cast<int>(lines_[dy + 1][x] & rounding_.mask); }
+  int two(int a, int b) const { return (a + b + rounding_.two) >> 1; }
+  int four(int a, int b, int c, int d) const { return (a + b + c + d + rounding_.four) >> 2; }
+
+  void convertGreen(int left, int x, int right, T* rgb) const {
+    store(two(sample(0, left), sample(0, right)), sample(0, x), two(sample(-1, x), sample(1, x)),
+          rgb);
+  }
+  void convertColour(int left, int x, int right, T* rgb) const {
+    store(sample(0, x), four(sample(-1, x), sample(0, left), sample(0, right), sample(1, x)),
+          four(sample(-1, left), sample(-1, right), sample(1, left), sample(1, right)), rgb);
+  }
+
+  // own: the colour that the row senses besides green.
+  void store(int own, int green, int opposite, T* rgb) const {
+    rgb[0] = static_cast<T>(isRed_ ? own : opposite);
+    rgb[1] = static_cast<T>(green);
+    rgb[2] = static_cast<T>(isRed_ ? opposite : own);
+  }
+
+  const T* lines_[3];  // above, at and below the row
+  Rounding rounding_;
+  int last_;  // column
+  unsigned greenParity_;
+  bool isRed_;
+};
 
 }  // namespace
 
 template <class T, int row>
 void ownBayerBrdHrz(const CfaFrame<T>& rows, CfaRect srcRoi, T* pDst) {
-  const CfaFrame<T> frame = rows;  // a copy that no store can change
-  for (int i = 0; i < srcRoi.width; ++i) pixel(frame, srcRoi.x + i, row, pDst + 3 * i);
+  BorderRow<T>(rows, row).convert(srcRoi.x, srcRoi.x + srcRoi.width, pDst);
 }
 
 template <class T, int column>
 void ownBayerBrdVrt(const CfaFrame<T>& columns, CfaRect srcRoi, T* pDst, ptrdiff_t dstStep) {
-  const CfaFrame<T> frame = columns;
-  for (int i = 0; i < srcRoi.height; ++i) pixel(frame, column, srcRoi.y + i, pDst + i * dstStep);
+  for (int i = 0; i < srcRoi.height; ++i)
+    BorderRow<T>(columns, srcRoi.y + i).convert(column, pDst + i * dstStep);
 }
 
 #define VISTREL_INSTANTIATE(T)                                                    \

@@ -119,10 +119,10 @@ int32_t vistrel_convert_rows(vistrel_stream* stream, const vistrel_frame* frame,
  *
  * Rows of the image become final, from top to bottom and with the same bytes as in
  * vistrel_stream_convert, as soon as the rows that they are made from have been
- * pushed: at most 5 below. final_rows may be null; otherwise it receives how many
- * they are, also where a sample with excess bits ends the conversion. The other
- * rows of the image are then unspecified. Any other rejected push leaves the
- * conversion as it was.
+ * pushed: at most 5 below, and in NV12 and I420 those of both rows of a pair.
+ * final_rows may be null; otherwise it receives how many they are, also where a
+ * sample with excess bits ends the conversion. The other rows of the image are then
+ * unspecified. Any other rejected push leaves the conversion as it was.
  *
  * Rejected: raw gray with binning, and gray-world gains, which need the whole frame;
  * more than one thread.
