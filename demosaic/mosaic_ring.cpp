@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/mirror.h"
 #include "common/simd/simd.h"
 #include "cpu/level.h"
 
@@ -18,6 +19,18 @@ void guardHalf(T* half, size_t n) {
   half[n] = half[n - 1];
 }
 
+// halves: of a row of so many columns, margins included.
+template <class T>
+void mirrorColumns(T* const (&halves)[2], size_t columns, const Margins& margins) {
+  const size_t left = margins.left, end = columns - margins.right, n = end - left;
+  const auto at = [&](size_t x) -> T& { return halves[x % 2][x / 2]; };
+  const auto fill = [&](size_t x) {
+    at(x) = at(left + mirrored(static_cast<int64_t>(x) - static_cast<int64_t>(left), n));
+  };
+  for (size_t x = 0; x < left; ++x) fill(x);
+  for (size_t x = end; x < columns; ++x) fill(x);
+}
+
 }  // namespace
 
 // The slack after a half row that the widest vector reads. It is copied too; otherwise it would
@@ -28,22 +41,25 @@ constexpr size_t kVectorSlack = 64 / sizeof(T);
 // Smoothing runs one row behind loading and reads the row below its own.
 template <class T>
 MosaicRing<T>::MosaicRing(const DemosaicJob<T>& job, unsigned rows, Arena& arena, RowDepth depth)
-    : source_(job.source), mosaic_(job.mosaic), columns_(static_cast<size_t>(job.columns)),
-      height_(job.height), depth_(depth), raw_(rows + 1, 2, columns_, arena),
-      green_(rows, 1, columns_, arena) {}
+    : source_(job.source), margins_(source_.margins()), mosaic_(job.mosaic),
+      columns_(static_cast<size_t>(job.columns)), height_(job.height), depth_(depth),
+      raw_(rows + 1, 2, columns_, arena), green_(rows, 1, columns_, arena) {}
 
 template <class T>
 void MosaicRing<T>::load(int y) {
-  const T* const source = source_.row(y);
-  T* even = raw_.half(unsigned(y), 0);
-  T* odd = raw_.half(unsigned(y), 1);
+  const T* const source = source_.withoutMargins(y);
+  const size_t left = margins_.left, n = columns() - left - margins_.right;
+  T* const halves[2] = {raw_.half(unsigned(y), 0), raw_.half(unsigned(y), 1)};
+  T* const first = halves[left % 2] + left / 2;
+  T* const second = halves[(left + 1) % 2] + (left + 1) / 2;
   const MosaicKernels<T>& kernels = *VISTREL_BY_LEVEL(kMosaicKernels<T>);
   if (depth_ == RowDepth::found)
-    depths_.loaded(y, kernels.splitAndBits(source, columns(), even, odd));
+    depths_.loaded(y, kernels.splitAndBits(source, n, first, second));
   else
-    kernels.split(source, columns(), even, odd);
-  guardHalf(even, halfSize(0));
-  guardHalf(odd, halfSize(1));
+    kernels.split(source, n, first, second);
+  mirrorColumns(halves, columns(), margins_);
+  guardHalf(halves[0], halfSize(0));
+  guardHalf(halves[1], halfSize(1));
 }
 
 template <class T>

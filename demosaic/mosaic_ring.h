@@ -18,7 +18,7 @@ class MosaicRing {
   MosaicRing(const DemosaicJob<T>& job, unsigned rows, Arena& arena,
              RowDepth depth = RowDepth::ignored);
 
-  void load(int y);    // from the source
+  void load(int y);    // from the source, whose margins it mirrors
   void smooth(int y);  // green, from the loaded rows y - 1 .. y + 1
 
   // Prefetches the row that is loaded next.
@@ -44,6 +44,7 @@ class MosaicRing {
 
  private:
   RowSource<T>& source_;
+  const Margins margins_;
   Mosaic mosaic_;
   size_t columns_;
   int height_;

@@ -5,8 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include "common/mirror.h"
 #include "host/packings.h"
-#include "samples/mirror.h"
 
 namespace vistrel::host {
 namespace {
@@ -73,7 +73,12 @@ void RowPreparation<T>::prepare(int y, const void* from, T* samples) const {
 
 template <class T>
 void RowPreparation<T>::make(int y, const unsigned char* frameRow, T* row) const {
-  T* const samples = row + left_;
+  makeWithoutMargins(y, frameRow, row + left_);
+  core::mirrorEnds(row + left_, count_, left_, right_);
+}
+
+template <class T>
+void RowPreparation<T>::makeWithoutMargins(int y, const unsigned char* frameRow, T* samples) const {
   const void* from = begin(frameRow);
   if (packing_) {
     const size_t all = size_t{frame_.width} * channelsOf(frame_);
@@ -84,7 +89,6 @@ void RowPreparation<T>::make(int y, const unsigned char* frameRow, T* row) const
     prepare(y, from, samples);
   else if (!packing_)
     std::memcpy(samples, from, count_ * sizeof(T));
-  core::mirrorEnds(samples, count_, left_, right_);
 }
 
 template <class T>
@@ -92,8 +96,10 @@ FrameRows<T>::FrameRows(const Plan& plan, const vistrel_frame& frame,
                         const vistrel_conversion& conversion, const Gains& gains,
                         core::Arena& arena)
     : plan_(plan), frame_(frame), stride_(static_cast<size_t>(strideOf(frame))),
-      preparation_(plan, frame, conversion, gains) {
-  if (!preparation_.copies() || !isAligned<T>(frame))
+      preparation_(plan, frame, conversion, gains),
+      staysInFrame_(preparation_.copies() && isAligned<T>(frame)) {
+  this->margins_ = preparation_.margins();
+  if (!staysInFrame_ || this->margins_.left || this->margins_.right)
     line_ = arena.take<T>(size_t{plan.width} * channelsOf(frame));
 }
 
@@ -103,13 +109,26 @@ const unsigned char* FrameRows<T>::rowOf(int y) const {
   return static_cast<const unsigned char*>(frame_.samples) + row * stride_;
 }
 
+// Returns the frame's row, and lets the next one be fetched.
 template <class T>
-const T* FrameRows<T>::row(int y) {
-  const unsigned char* const frameRow = rowOf(y);
+const unsigned char* FrameRows<T>::request(int y) {
   const bool hasNext = y + 1 < static_cast<int>(plan_.height);
   this->next_ = hasNext ? preparation_.fetch(rowOf(y + 1)) : core::Prefetcher();
-  if (!line_) return reinterpret_cast<const T*>(preparation_.begin(frameRow));
-  preparation_.make(y, frameRow, line_);
+  return rowOf(y);
+}
+
+template <class T>
+const T* FrameRows<T>::row(int y) {
+  if (!line_) return withoutMargins(y);
+  preparation_.make(y, request(y), line_);
+  return line_;
+}
+
+template <class T>
+const T* FrameRows<T>::withoutMargins(int y) {
+  const unsigned char* const frameRow = request(y);
+  if (staysInFrame_) return reinterpret_cast<const T*>(preparation_.begin(frameRow));
+  preparation_.makeWithoutMargins(y, frameRow, line_);
   return line_;
 }
 

@@ -20,8 +20,9 @@ class RowPreparation {
   RowPreparation(const Plan& plan, const vistrel_frame& frame, const vistrel_conversion& conversion,
                  const Gains& gains);
 
-  // Whether the plan's rows are parts of the frame's.
-  bool copies() const { return !packing_ && isReady_ && !left_ && !right_; }
+  // Whether the plan's rows, without their margins, are parts of the frame's.
+  bool copies() const { return !packing_ && isReady_; }
+  core::Margins margins() const { return {left_, right_}; }
 
   // The first byte that is read from a row of the frame.
   const unsigned char* begin(const unsigned char* frameRow) const {
@@ -36,6 +37,8 @@ class RowPreparation {
 
   // Makes the plan's row y, of plan.width samples, from a row of the frame.
   void make(int y, const unsigned char* frameRow, T* row) const;
+  // The same without the margins.
+  void makeWithoutMargins(int y, const unsigned char* frameRow, T* samples) const;
 
  private:
   core::Preparation preparationOf(int y) const;
@@ -60,15 +63,18 @@ class FrameRows final : public core::RowSource<T> {
             const Gains& gains, core::Arena& arena);
 
   const T* row(int y) override;
+  const T* withoutMargins(int y) override;
 
  private:
   const unsigned char* rowOf(int y) const;
+  const unsigned char* request(int y);
 
   const Plan& plan_;
   const vistrel_frame& frame_;
   const size_t stride_;
   RowPreparation<T> preparation_;
-  T* line_ = nullptr;  // null where rows stay in the frame
+  const bool staysInFrame_;  // without margins
+  T* line_ = nullptr;        // null where none is made
 };
 
 }  // namespace vistrel::host

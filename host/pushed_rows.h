@@ -3,9 +3,9 @@
 
 #include <cstdlib>
 
+#include "common/mirror.h"
 #include "host/engine.h"
 #include "host/frame_rows.h"
-#include "samples/mirror.h"
 
 namespace vistrel::host {
 

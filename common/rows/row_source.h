@@ -1,9 +1,16 @@
 // The rows of samples that a sweep reads.
 #pragma once
 
+#include <cstddef>
+
 #include "common/rows/nontemporal.h"
 
 namespace vistrel::core {
+
+// Columns at the ends of a row that mirror those between them.
+struct Margins {
+  size_t left = 0, right = 0;
+};
 
 template <class T>
 class RowSource {
@@ -12,12 +19,17 @@ class RowSource {
   // once.
   virtual const T* row(int y) = 0;
 
+  // The same without the margins, for sweeps that mirror columns themselves.
+  virtual const T* withoutMargins(int y) { return row(y) + margins_.left; }
+  Margins margins() const { return margins_; }
+
   // Prefetches the row after the one requested last.
   Prefetcher next() const { return next_; }
 
  protected:
   ~RowSource() = default;
   Prefetcher next_;
+  Margins margins_;
 };
 
 // Rows in memory.

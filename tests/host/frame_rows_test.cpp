@@ -43,6 +43,14 @@ struct FrameRowsTest : ::testing::Test {
         ASSERT_EQ(row[x], expected(uint32_t(mirrored(plan.x + x, kWidth)),
                                    uint32_t(mirrored(plan.y + y, kHeight))))
             << x << ", " << y;
+      const std::vector<uint16_t> whole(row, row + plan.width);
+      const auto [left, right] = rows.margins();
+      ASSERT_EQ(left, size_t(std::max<int64_t>(-plan.x, 0)));
+      ASSERT_EQ(right, size_t(std::max<int64_t>(plan.x + plan.width - kWidth, 0)));
+      const uint16_t* const inside = rows.withoutMargins(y);
+      ASSERT_TRUE(
+          std::equal(inside, inside + (plan.width - left - right), whole.begin() + int(left)))
+          << y;
     }
   }
   uint16_t at(uint32_t x, uint32_t y) const { return samples[y * kWidth + x]; }

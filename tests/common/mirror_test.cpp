@@ -1,4 +1,4 @@
-#include "samples/mirror.h"
+#include "common/mirror.h"
 
 #include "tests/frames.h"
 
