@@ -37,7 +37,6 @@ class HueRing {
 
  private:
   static constexpr unsigned kRows = 3, kParts = HueParts<T>::kParts;
-  static constexpr size_t kVector = 16;  // slack after each part
 
   size_t partSize() const { return ring_.halfSize(0) / kParts + 1; }
 

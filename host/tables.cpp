@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 
+#include "common/mosaic.h"
 #include "demosaic/algorithms.h"
 #include "host/names.h"
 
@@ -84,6 +85,7 @@ std::string_view phaseName(uint32_t phase) {
 }  // namespace vistrel::host
 
 using namespace vistrel::host;
+namespace core = vistrel::core;
 
 const vistrel_format* vistrel_format_at(size_t index) {
   return index < std::size(kFormats) ? &kFormats[index] : nullptr;
@@ -109,13 +111,13 @@ int32_t vistrel_parse_algorithm(const char* name, uint32_t* algorithm, vistrel_e
   return parseName(kAlgorithms, name, algorithm, "algorithm", VISTREL_BAD_ALGORITHM, error);
 }
 
-// An odd x swaps the mosaic's columns (bit 1 of a phase), an odd y its rows (bit 0).
 uint32_t vistrel_phase_at(uint32_t phase, uint32_t x, uint32_t y) {
-  return phase < VISTREL_MONO ? phase ^ (y & 1) ^ ((x & 1) << 1) : phase;
+  if (phase >= VISTREL_MONO) return phase;
+  return phase ^ (y & 1 ? core::kRowShift : 0) ^ (x & 1 ? core::kColumnShift : 0);
 }
 
 uint32_t vistrel_colour_at(uint32_t phase, uint32_t x, uint32_t y) {
   if (phase >= VISTREL_MONO) return VISTREL_NO_COLOUR;
-  const char filter = kPhases[phase].name[2 * (y & 1) + (x & 1)];
-  return filter == 'r' ? VISTREL_RED : filter == 'g' ? VISTREL_GREEN : VISTREL_BLUE;
+  const int colour = core::Mosaic::ofPhase(phase).colourAt(x, y);
+  return colour == core::kRed ? VISTREL_RED : colour == core::kGreen ? VISTREL_GREEN : VISTREL_BLUE;
 }

@@ -13,6 +13,7 @@
 #include "tests/check/checksum.h"
 #include "tests/check/measure.h"
 #include "tests/check/self_test.h"
+#include "tests/supported_levels.h"
 
 namespace vistrel::core::check {
 namespace {
@@ -142,7 +143,7 @@ int compareGolden(const Catalogue& all, const std::vector<Level>& levels, const 
 }
 
 int run(const Options& options) {
-  std::vector<Level> levels = supportedLevels();
+  std::vector<Level> levels = test::supportedLevels();
   if (!options.level.empty()) {
     const auto level = levelNamed(options.level);
     if (!level)

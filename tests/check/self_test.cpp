@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/check/checker.h"
+#include "tests/supported_levels.h"
 
 namespace vistrel::core::check {
 namespace {
@@ -189,7 +190,7 @@ const Mutant kMutants[] = {
      "mono-8to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
-       if (currentLevel() == supportedLevels().back()) spoilFirstByte(m.destination);
+       if (currentLevel() == test::supportedLevels().back()) spoilFirstByte(m.destination);
        return result;
      },
      {Kind::destination}},
@@ -256,7 +257,7 @@ std::map<Kind, std::string> failuresOf(const Catalogue& all, const Mutant& mutan
   for (uint32_t n = 0; n < plan.cases; ++n) {
     Draw draw(seed, n);
     const Case calls = plan.draw(draw);
-    if (const auto failure = checker.check(calls, supportedLevels().back()))
+    if (const auto failure = checker.check(calls, test::supportedLevels().back()))
       failures.emplace(failure->kind, failure->text);
   }
   return failures;
