@@ -12,7 +12,7 @@
 #include "common/rows/row_sink.h"
 #include "common/rows/row_source.h"
 #include "common/rows/sweep.h"
-#include "demosaic/finished_rows.h"
+#include "demosaic/direct_rows.h"
 
 namespace vistrel::core {
 
@@ -45,8 +45,8 @@ struct DemosaicJob {
   unsigned bits;  // significant bits
   unsigned threshold = 0;
   WorkMargins<T>* margins = nullptr;
-  // For algorithms that can: then the sink's rows are bytes of finished pixels.
-  std::optional<Finishing> finishing = {};
+  // For algorithms that store directly: then the sink's rows are bytes of the format.
+  std::optional<DirectJob> direct = {};
 };
 
 // A running algorithm.

@@ -42,7 +42,7 @@ class PushedSamples final : public PushedConversion {
     parts_.source.push(y, frameRow, next);
     while (next_ < parts_.engine.last() && parts_.source.has(next_)) ++next_;
     parts_.engine.advance(next_);
-    return parts_.engine.finished(next_);
+    return parts_.engine.finalRows(next_);
   }
 
   PushedEngine<T> parts_;

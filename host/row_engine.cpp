@@ -36,8 +36,8 @@ void RowEngine<T>::startReady(RowSource<T>& source, Arena& arena) {
 template <class T>
 void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
   const DemosaicAlgorithm<T> algorithm = findAlgorithm(c_.algorithm)->of<T>();
-  if (finishes(algorithm)) {
-    demosaic_ = algorithm.make(finishingJob(source, arena), arena);
+  if (storesDirectly(algorithm)) {
+    demosaic_ = algorithm.make(directJobOf(source, arena), arena);
   } else {
     // An even number of padding columns that the algorithm need not make.
     const uint32_t left = c_.binning == 1 && algorithm.makesRoi ? p_.pad : 0;
@@ -53,19 +53,19 @@ void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
 }
 
 template <class T>
-DemosaicJob<T> RowEngine<T>::finishingJob(RowSource<T>& source, Arena& arena) {
+DemosaicJob<T> RowEngine<T>::directJobOf(RowSource<T>& source, Arena& arena) {
   const int top = engineRow(0), first = engineRow(rows_.first);
   const size_t width = p_.layout.width;
-  Finishing finishing{p_.format->finish, shiftOf(), p_.pad, width};
+  DirectJob direct{p_.format->direct, shiftOf(), p_.pad, width};
   ImageSink<T>* sink;
   if (Ycc420Rows* const rows = pixels_.ycc420Rows()) {
-    sink = &finishedYcc420_.emplace(*rows, width, top, first, arena);
-    finishing.sums = &finishedYcc420_->sums();
+    sink = &directYcc420_.emplace(*rows, width, top, first, arena);
+    direct.sums = &directYcc420_->sums();
   } else {
-    sink = &finished_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, top, first, arena);
+    sink = &directOutput_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, top, first, arena);
   }
   DemosaicJob<T> job = jobOf(source, *sink);
-  job.finishing = finishing;
+  job.direct = direct;
   return job;
 }
 
@@ -87,14 +87,14 @@ DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source, ImageSink<T>& image) co
 }
 
 template <class T>
-bool RowEngine<T>::finishes(const DemosaicAlgorithm<T>& algorithm) const {
-  return algorithm.finishes && algorithm.finishes() && !p_.rawGray && c_.binning == 1 &&
-         finishesArrangement() && p_.format->bytes_per_sample == 1 &&
+bool RowEngine<T>::storesDirectly(const DemosaicAlgorithm<T>& algorithm) const {
+  return algorithm.storesDirectly && algorithm.storesDirectly() && !p_.rawGray && c_.binning == 1 &&
+         hasDirectArrangement() && p_.format->bytes_per_sample == 1 &&
          (sizeof(T) == 1 || isWindow(c_.reduction));
 }
 
 template <class T>
-uint32_t RowEngine<T>::finished(int end) const {
+uint32_t RowEngine<T>::finalRows(int end) const {
   const int reach = last() - engineRow(rows_.end);
   const int made = std::clamp(end - reach, engineRow(rows_.first), engineRow(rows_.end));
   const uint32_t rows = uint32_t(made) / c_.binning - p_.pad;

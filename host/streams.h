@@ -39,7 +39,7 @@ struct EndInPlace {
 using BegunPointer = std::unique_ptr<BegunConversion, EndInPlace>;
 
 // The pool's record of a stream.
-struct Slot {
+struct StreamRecord {
   enum State { kFree, kAcquired, kBusy };
   State state = kFree;
   uintptr_t generation = 0;  // how often it was released
@@ -63,17 +63,17 @@ class StreamLease {
   uint32_t id() const;
 
   // The conversion that has begun on the stream, if any.
-  BegunPointer& begun() { return slot_->begun; }
+  BegunPointer& begun() { return record_->begun; }
   // Throws Rejection if there is one.
   void checkIdle() const;
 
   // Throws std::bad_alloc.
-  void* scratch(size_t bytes) { return (slot_ ? slot_->scratch : own_).reserve(bytes); }
-  void trim() { slot_->scratch.free(); }  // of an acquired one
+  void* scratch(size_t bytes) { return (record_ ? record_->scratch : own_).reserve(bytes); }
+  void trim() { record_->scratch.free(); }  // of an acquired one
 
  private:
-  Slot* slot_;
-  Slot::State after_;
+  StreamRecord* record_;
+  StreamRecord::State after_;
   Scratch own_;
 };
 

@@ -84,7 +84,7 @@ void addAlgorithm(Catalogue& all, const Algorithm& algorithm, bool wide) {
            conversions(wide, algorithm.path),
            {}},
           draw);
-  all.plans.back().portable = algorithm.path != Path::packed;
+  all.experiments.back().portable = algorithm.path != Path::packed;
 }
 
 // The homogeneity-directed algorithm has a function of its own, not a code.

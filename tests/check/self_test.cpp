@@ -249,14 +249,15 @@ Catalogue catalogueOf(const Catalogue& all, const Mutant& mutant) {
 
 // Every kind of failure that the checker reports, each with the first text.
 std::map<Kind, std::string> failuresOf(const Catalogue& all, const Mutant& mutant, uint64_t seed) {
-  const Plan& plan = *std::find_if(all.plans.begin(), all.plans.end(),
-                                   [&](const Plan& p) { return p.name == mutant.base; });
+  const Experiment& experiment =
+      *std::find_if(all.experiments.begin(), all.experiments.end(),
+                    [&](const Experiment& p) { return p.name == mutant.base; });
   const Catalogue catalogue = catalogueOf(all, mutant);
   Checker checker(catalogue);
   std::map<Kind, std::string> failures;
-  for (uint32_t n = 0; n < plan.cases; ++n) {
+  for (uint32_t n = 0; n < experiment.cases; ++n) {
     Draw draw(seed, n);
-    const Case calls = plan.draw(draw);
+    const Case calls = experiment.draw(draw);
     if (const auto failure = checker.check(calls, test::supportedLevels().back()))
       failures.emplace(failure->kind, failure->text);
   }
