@@ -20,7 +20,7 @@ InterleavedRows interleavedRows(const EngineCall& call, const PlaneMemory& image
   const Plan& p = call.plan;
   const auto kernel = p.rawGray ? nullptr : p.format->convert;
   const auto convert = kernel ? pixelFormatKernels().*kernel : nullptr;
-  return InterleavedRows(image, p.layout.width, p.madeBytes, p.format->pixelBytes(), convert,
+  return InterleavedRows(image, p.layout.width, p.nativePixelBytes, p.format->pixelBytes(), convert,
                          arena);
 }
 

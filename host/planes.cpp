@@ -9,7 +9,7 @@ Plane following(const Plane& plane, size_t stride, size_t rowBytes, size_t rows)
 
 }  // namespace
 
-uint64_t leastStrideOf(const Format& format, uint32_t width) {
+uint64_t minStrideOf(const Format& format, uint32_t width) {
   const uint64_t pixels =
       format.arrangement == Arrangement::nv12 ? uint64_t{width} + width % 2 : width;
   return pixels * format.pixelBytes();

@@ -81,7 +81,7 @@ DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source, ImageSink<T>& image) co
           .roi = {0, 0, width, height},
           .rows = {engineRow(rows_.first) & ~1, engineRow(rows_.end)},
           .image = image,
-          .order = redFirst() && !exchangesEnds() ? mosaic.exchanged() : mosaic,
+          .order = redFirst() && !swapsRedBlue() ? mosaic.exchanged() : mosaic,
           .bits = p_.bits,
           .threshold = c_.threshold};
 }
@@ -99,9 +99,7 @@ uint32_t RowEngine<T>::finalRows(int end) const {
   const int made = std::clamp(end - reach, engineRow(rows_.first), engineRow(rows_.end));
   const uint32_t rows = uint32_t(made) / c_.binning - p_.pad;
   // Rows that share chroma become final together.
-  return rows == rows_.end
-             ? rows
-             : rows / rowsThatBelongTogether(*p_.format) * rowsThatBelongTogether(*p_.format);
+  return rows == rows_.end ? rows : rows / rowsPerChroma(*p_.format) * rowsPerChroma(*p_.format);
 }
 
 // pitch: the distance between two rows of a bin, in samples.
@@ -110,13 +108,13 @@ OutputShape RowEngine<T>::shapeOf(size_t pitch) {
   const Pack pack = !p_.format->colour() ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
   return {.writer = writerOf(pack, pitch),
           .changes = p_.rawGray || c_.binning > 1 || reduces() || mayExceed() ||
-                     (redFirst() && exchangesEnds()),
-          .exchangesEnds = redFirst() && exchangesEnds(),
+                     (redFirst() && swapsRedBlue()),
+          .swapsRedBlue = redFirst() && swapsRedBlue(),
           .binning = c_.binning,
           .left = p_.pad * c_.binning,
           .width = p_.layout.width,
           .top = engineRow(0),
-          .pixelBytes = p_.madeBytes};
+          .pixelBytes = p_.nativePixelBytes};
 }
 
 template <class T>

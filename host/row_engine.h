@@ -48,7 +48,7 @@ class RowEngine {
   bool redFirst() const { return p_.format->redFirst; }
   // Binning treats the samples of a pixel differently, so it takes them in one order only. Finished
   // pixels come in that order too.
-  bool exchangesEnds() const { return c_.binning > 1 || !isMosaic(call_.frame); }
+  bool swapsRedBlue() const { return c_.binning > 1 || !isMosaic(call_.frame); }
   unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
   // Six algorithms limit what they compute of 16-bit samples to 1023, whatever the frame has.
   bool mayExceed() const { return sizeof(T) == 2 && p_.bits < 10 && isMosaic(call_.frame); }
@@ -64,7 +64,7 @@ class RowEngine {
   std::optional<core::DirectYcc420<T>> directYcc420_;
   std::optional<core::ImageOutput<T>> output_;
   std::optional<core::ReadyRows<T>> ready_;
-  core::Demosaic<T>* demosaic_ = nullptr;
+  core::RowProcess<T>* demosaic_ = nullptr;
   uint8_t table_[core::kTableEntries];
 };
 

@@ -57,7 +57,7 @@ class Pool {
 
   void release(StreamRecord& record) {
     record.state = State::kFree;
-    record.begun.reset();
+    record.ongoing.reset();
     ++record.generation;
     free_[count_++] = idOf(record);
     released_.notify_one();
@@ -156,7 +156,7 @@ StreamLease::~StreamLease() {
 uint32_t StreamLease::id() const { return record_ ? g_pool->idOf(*record_) : kStreams; }
 
 void StreamLease::checkIdle() const {
-  if (record_ && record_->begun)
+  if (record_ && record_->ongoing)
     reject(VISTREL_BUSY_STREAM, "stream", "", "a conversion of pushed rows has begun on it");
 }
 

@@ -46,7 +46,7 @@ constexpr Format kFormats[] = {
 constexpr auto kAlgorithms = [] {
   std::array<vistrel_algorithm, std::size(core::kAlgorithms)> rows{};
   std::transform(std::begin(core::kAlgorithms), std::end(core::kAlgorithms), rows.begin(),
-                 [](const core::Algorithm& a) {
+                 [](const core::AlgorithmRow& a) {
                    return vistrel_algorithm{a.name, a.code, a.maxBits, a.minSize, {}};
                  });
   return rows;

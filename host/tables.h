@@ -27,7 +27,7 @@ struct Format : vistrel_format {
 };
 
 // The number of rows that must be made together: 2 if pairs of rows share chroma.
-inline uint32_t rowsThatBelongTogether(const Format& format) {
+inline uint32_t rowsPerChroma(const Format& format) {
   return format.arrangement == Arrangement::nv12 || format.arrangement == Arrangement::i420 ? 2 : 1;
 }
 

@@ -36,7 +36,7 @@ DemosaicJob<T> jobOf(RowSource<T>& source, ImageSink<T>& image, unsigned phase, 
 template <class T>
 void run(const DemosaicJob<T>& job) {
   withArena([&](Arena& arena) {
-    core::Demosaic<T>* const demosaic = bilinear<T>().make(job, arena);
+    core::RowProcess<T>* const demosaic = bilinear<T>().make(job, arena);
     if (demosaic) demosaic->advance(demosaic->last());
   });
 }
@@ -87,7 +87,7 @@ void expectDirect(int width, unsigned phase, unsigned shift, DirectFormat format
                              0, 0, arena);
       auto job = jobOf<T>(source, output, phase, width, redFirst);
       job.direct = DirectJob{format, shift, 0, static_cast<size_t>(width)};
-      core::Demosaic<T>* const demosaic = bilinear<T>().make(job, arena);
+      core::RowProcess<T>* const demosaic = bilinear<T>().make(job, arena);
       if (demosaic) demosaic->advance(demosaic->last());
     });
     EXPECT_EQ(bytes.back(), 7) << "behind the last row";
@@ -130,7 +130,7 @@ void expectDirectYcc420(int width, unsigned phase, unsigned shift) {
     DirectYcc420<T> output(rows, columns, 0, 0, arena);
     auto job = jobOf<T>(source, output, phase, width, false);
     job.direct = DirectJob{DirectFormat::ycc420, shift, 0, columns, &output.sums()};
-    core::Demosaic<T>* const demosaic = bilinear<T>().make(job, arena);
+    core::RowProcess<T>* const demosaic = bilinear<T>().make(job, arena);
     if (demosaic) demosaic->advance(demosaic->last());
   });
   EXPECT_TRUE(direct == expected) << width << " columns, phase " << phase << ", shift " << shift;
