@@ -1,5 +1,5 @@
-// Integer arithmetic with defined results: shift counts count modulo 32, sums and products wrap,
-// and a double out of range becomes the lowest 32-bit integer.
+// Integer arithmetic with defined results: shift counts count modulo 32, differences and products
+// wrap, and a double out of range becomes the lowest 32-bit integer.
 #pragma once
 
 #include <cstdint>
@@ -10,9 +10,6 @@ constexpr uint32_t shl(uint32_t v, uint32_t count) { return v << (count & 31); }
 constexpr uint32_t shr(uint32_t v, uint32_t count) { return v >> (count & 31); }
 constexpr int32_t sar(int32_t v, uint32_t count) { return v >> (count & 31); }
 
-constexpr int32_t wrapAdd(int32_t a, int32_t b) {
-  return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
-}
 constexpr int32_t wrapSub(int32_t a, int32_t b) {
   return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
 }

@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 #include "common/arch.h"
 #include "vistrel/processor.h"
@@ -54,14 +53,6 @@ inline Level widestLevel() {
 #else
   return static_cast<Level>(kLevels - 1);
 #endif
-}
-
-// All supported levels, the base level first.
-inline std::vector<Level> supportedLevels() {
-  std::vector<Level> levels;
-  for (int l = 0; l <= static_cast<int>(widestLevel()); ++l)
-    levels.push_back(static_cast<Level>(l));
-  return levels;
 }
 
 // The highest level that a mask of enabled features allows.

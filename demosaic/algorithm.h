@@ -14,8 +14,8 @@ struct DemosaicAlgorithm {
   // Works in the work buffer, pass after pass, for regions of a single row or column. Null if these
   // need no special treatment.
   void (*inPlace)(const Conversion<T>& conversion) = nullptr;
-  // Whether it can finish pixels at the current level. Null if it never can.
-  bool (*finishes)() = nullptr;
+  // Whether it can store bytes directly at the current level. Null if it never can.
+  bool (*storesDirectly)() = nullptr;
   // Whether it only makes the columns of a job's roi, which must begin at an even column.
   bool makesRoi = false;
 };

@@ -29,7 +29,7 @@ DemosaicAlgorithm<T> pixelGrouping();
 template <class T>
 DemosaicAlgorithm<T> ahd();
 
-struct Algorithm {
+struct AlgorithmRow {
   const char* name;  // short, lower case
   uint32_t code;
   uint32_t maxBits;  // maximum significant bits of a sample
@@ -53,7 +53,7 @@ constexpr uint32_t kAhdCode = 256;
 
 // Ten bits for algorithms that clamp at 1023, fifteen for the one that compares 16-bit samples as
 // signed numbers.
-inline constexpr Algorithm kAlgorithms[] = {
+inline constexpr AlgorithmRow kAlgorithms[] = {
     {"bilinear", DM_BILINEAR, 16, 2, true, bilinear, bilinear},
     {"edge", DM_EDGE_EX, 15, 2, true, edge, edge},
     {"near", DM_NEAR_NEIGHBOR, 16, 2, false, near, near},
@@ -67,8 +67,8 @@ inline constexpr Algorithm kAlgorithms[] = {
 };
 
 // Null for an unknown code.
-constexpr const Algorithm* findAlgorithm(uint32_t code) {
-  for (const Algorithm& algorithm : kAlgorithms)
+constexpr const AlgorithmRow* findAlgorithm(uint32_t code) {
+  for (const AlgorithmRow& algorithm : kAlgorithms)
     if (algorithm.code == code) return &algorithm;
   return nullptr;
 }

@@ -36,13 +36,15 @@ class Bilinear {
 
   auto sweep() {
     return sweepGuarded(job_, ring_, 1, [this](int y, RowSink<T>& sink) {
-      if (job_.finishing) return finish(y, reinterpret_cast<uint8_t*>(sink.row()));
+      if (job_.direct) return storeDirectly(y, reinterpret_cast<uint8_t*>(sink.row()));
       const auto columns = static_cast<size_t>(job_.roi.width);
       kernels_.ofRow(job_.order, y)(windowAt(y, static_cast<size_t>(job_.roi.x)), columns, sink);
     });
   }
 
-  static bool finishes() { return VISTREL_BY_LEVEL(kFinishedBilinear<T>)->of[0][0][0] != nullptr; }
+  static bool storesDirectly() {
+    return VISTREL_BY_LEVEL(kDirectBilinear<T>)->of[0][0][0] != nullptr;
+  }
 
  private:
   // The window around row y, from an even column on.
@@ -51,24 +53,24 @@ class Bilinear {
         y, [=, this](int row, unsigned parity) { return ring_.half(row, parity) + column / 2; });
   }
 
-  void finish(int y, uint8_t* pixels) const {
-    const Finishing& f = *job_.finishing;
-    finished_.ofRow(f.finish, job_.order, y)(windowAt(y, f.left), f.width, f.shift,
-                                             {pixels, f.sums ? *f.sums : PairSums{}},
-                                             ring_.nextSource());
+  void storeDirectly(int y, uint8_t* pixels) const {
+    const DirectJob& d = *job_.direct;
+    directKernels_.ofRow(d.format, job_.order, y)(windowAt(y, d.left), d.width, d.shift,
+                                                  {pixels, d.sums ? *d.sums : PairSums{}},
+                                                  ring_.nextSource());
   }
 
   DemosaicJob<T> job_;
   MosaicRing<T> ring_;
   const PixelKernels<T, HalfRowWindow<T, 1>>& kernels_ = *VISTREL_BY_LEVEL(kBilinearKernels<T>);
-  const FinishedKernels<HalfRowWindow<T, 1>>& finished_ = *VISTREL_BY_LEVEL(kFinishedBilinear<T>);
+  const DirectKernels<HalfRowWindow<T, 1>>& directKernels_ = *VISTREL_BY_LEVEL(kDirectBilinear<T>);
 };
 
 }  // namespace
 
 template <class T>
 DemosaicAlgorithm<T> bilinear() {
-  return {makeDemosaic<T, Bilinear<T>>, bilinearInPlace<T>, Bilinear<T>::finishes, true};
+  return {makeDemosaic<T, Bilinear<T>>, bilinearInPlace<T>, Bilinear<T>::storesDirectly, true};
 }
 VISTREL_DEMOSAIC_ALGORITHM(bilinear);
 

@@ -8,7 +8,7 @@
 #include "common/rows/pixel_kernels-inl.h"
 #include "common/rows/taps-inl.h"
 #include "demosaic/bilinear_formulas-inl.h"
-#include "demosaic/finished_rows-inl.h"
+#include "demosaic/direct_rows-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -33,7 +33,7 @@ struct FillBilinear {
 template <class T>
 constexpr const auto& kBilinearKernels = kPixelKernels<T, HalfRowWindow<T, 1>, FillBilinear>;
 template <class T>
-constexpr const auto& kFinishedBilinear = kFinishedKernels<T, HalfRowWindow<T, 1>, FillBilinear>;
+constexpr const auto& kDirectBilinear = kDirectKernels<T, HalfRowWindow<T, 1>, FillBilinear>;
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -15,7 +15,7 @@ namespace {
 
 template <class T>
 void run(MakeDemosaic<T>* make, const DemosaicJob<T>& job, Arena& arena) {
-  if (Demosaic<T>* const demosaic = make(job, arena)) demosaic->advance(demosaic->last());
+  if (RowProcess<T>* const demosaic = make(job, arena)) demosaic->advance(demosaic->last());
 }
 
 template <class T>
@@ -70,7 +70,7 @@ void convertByPrimitive(const Conversion<T>& c, MakeDemosaic<T>* make, int small
 }
 
 template <class T>
-void convertBy(const Algorithm& algorithm, const Conversion<T>& c) {
+void convertBy(const AlgorithmRow& algorithm, const Conversion<T>& c) {
   if (!algorithm.isGuarded)
     convertByPrimitive(c, algorithm.of<T>().make, int(algorithm.minSize));
   else if (algorithm.code == DM_EDGE_EX)
@@ -81,15 +81,16 @@ void convertBy(const Algorithm& algorithm, const Conversion<T>& c) {
     convertThroughBuffer(c, algorithm.of<T>());
 }
 
-WorkLayout layoutOf(const Algorithm& algorithm, const Region& region) {
+WorkLayout layoutOf(const AlgorithmRow& algorithm, const Region& region) {
   return algorithm.isGuarded ? guardedLayout(region) : compactLayout(region);
 }
 
 }  // namespace
 
-void demosaic(const Algorithm& algorithm, uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth,
-              uint32_t nBayer, uint32_t nBinning, uint32_t nFormat, uint32_t nRoiX, uint32_t nRoiY,
-              uint32_t nRoiWidth, uint32_t nRoiHeight, const uint8_t* pSrc, uint8_t* pDst) {
+void demosaic(const AlgorithmRow& algorithm, uint32_t nIndex, uint32_t nThreshold,
+              uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nFormat,
+              uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
+              const uint8_t* pSrc, uint8_t* pDst) {
   const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
   const ColourOutput output(nRoiWidth, nFormat, nBinning, algorithm.isGuarded);
   uint8_t* const work = reinterpret_cast<uint8_t*>(g_pwBGRBuff[nIndex]);
@@ -98,10 +99,11 @@ void demosaic(const Algorithm& algorithm, uint32_t nIndex, uint32_t nThreshold, 
                                  work + g_anBGRBytes[nIndex]});
 }
 
-void demosaic(const Algorithm& algorithm, uint32_t nIndex, uint32_t nThreshold, uint32_t nImgWidth,
-              uint32_t nBayer, uint32_t nBinning, uint32_t nFormat, uint32_t nLutMode,
-              uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth, uint32_t nRoiHeight,
-              const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits, uint32_t nSrcBits) {
+void demosaic(const AlgorithmRow& algorithm, uint32_t nIndex, uint32_t nThreshold,
+              uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, uint32_t nFormat,
+              uint32_t nLutMode, uint32_t nRoiX, uint32_t nRoiY, uint32_t nRoiWidth,
+              uint32_t nRoiHeight, const uint16_t* pSrc, uint8_t* pDst, uint32_t nDstBits,
+              uint32_t nSrcBits) {
   const Region region(nBayer, nBinning, nRoiX, nRoiY, nRoiWidth, nRoiHeight);
   const ColourOutput output(nRoiWidth, nSrcBits, nFormat, nLutMode, g_pwUserLUT[nIndex], nBinning,
                             nDstBits, algorithm.isGuarded);

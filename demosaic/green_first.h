@@ -9,7 +9,7 @@
 
 namespace vistrel::core {
 
-// A few rows of finished green: computed at red and blue sites, the mosaic's elsewhere. Beyond the
+// A few rows of complete green: computed at red and blue sites, the mosaic's elsewhere. Beyond the
 // region it is zero where the mosaic senses another colour.
 template <class T>
 class GreenRing {

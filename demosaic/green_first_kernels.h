@@ -6,7 +6,7 @@
 
 namespace vistrel::core {
 
-// The input for a row of pixels: the mosaic and finished green.
+// The input for a row of pixels: the mosaic and complete green.
 template <class T>
 struct GreenFirstRows {
   HalfRowWindow<T, 2> mosaic;

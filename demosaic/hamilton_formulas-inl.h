@@ -1,6 +1,6 @@
 // Hamilton and Adams, US patent 5,629,734 (1997): green along the axis on which it changes less,
 // then red and blue along the smoother diagonal, corrected by the second difference of green. m:
-// the mosaic, g: finished green.
+// the mosaic, g: complete green.
 //
 // Values are halves and quarters, truncated toward zero and then clamped at zero. A shift rounds
 // down instead, but stores the same.

@@ -12,7 +12,7 @@
 #include "common/rows/row_sink.h"
 #include "common/rows/row_source.h"
 #include "common/rows/sweep.h"
-#include "demosaic/finished_rows.h"
+#include "demosaic/direct_rows.h"
 
 namespace vistrel::core {
 
@@ -45,13 +45,13 @@ struct DemosaicJob {
   unsigned bits;  // significant bits
   unsigned threshold = 0;
   WorkMargins<T>* margins = nullptr;
-  // For algorithms that can: then the sink's rows are bytes of finished pixels.
-  std::optional<Finishing> finishing = {};
+  // For algorithms that store directly: then the sink's rows are bytes of the format.
+  std::optional<DirectJob> direct = {};
 };
 
-// A running algorithm.
+// Makes rows as its source gets them: a running algorithm, or ReadyRows.
 template <class T>
-class Demosaic {
+class RowProcess {
  public:
   // Makes all rows that the source's rows before `end` allow.
   virtual void advance(int end) = 0;
@@ -60,12 +60,12 @@ class Demosaic {
   virtual int last() const = 0;
 
  protected:
-  ~Demosaic() = default;
+  ~RowProcess() = default;
 };
 
 // Algorithm(job, arena) takes its memory from the arena; its sweep() returns the Sweep to run.
 template <class T, class Algorithm>
-class RunningDemosaic final : public Demosaic<T> {
+class RunningDemosaic final : public RowProcess<T> {
  public:
   RunningDemosaic(const DemosaicJob<T>& job, Arena& arena)
       : algorithm_(job, arena), sweep_(algorithm_.sweep()) {}
@@ -83,10 +83,10 @@ class RunningDemosaic final : public Demosaic<T> {
 
 // Returns null if the arena only counts.
 template <class T>
-using MakeDemosaic = Demosaic<T>*(const DemosaicJob<T>& job, Arena& arena);
+using MakeDemosaic = RowProcess<T>*(const DemosaicJob<T>& job, Arena& arena);
 
 template <class T, class Algorithm>
-Demosaic<T>* makeDemosaic(const DemosaicJob<T>& job, Arena& arena) {
+RowProcess<T>* makeDemosaic(const DemosaicJob<T>& job, Arena& arena) {
   using Running = RunningDemosaic<T, Algorithm>;
   static_assert(std::is_trivially_destructible_v<Running>, "its memory just ends with the arena");
   Running* const place = arena.take<Running>(1);

@@ -1,6 +1,6 @@
 // Laroche and Prescott, US patent 5,373,322 (1994): green along the axis on which the site's own
 // colour differs less from its neighbours, then red and blue as differences to green. m: the
-// mosaic, g: finished green.
+// mosaic, g: complete green.
 //
 // quirk: guard-green. Beyond the region green is zero where another colour is sensed, so the outer
 // rows and columns take whole colour values for differences.

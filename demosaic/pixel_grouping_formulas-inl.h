@@ -1,6 +1,6 @@
 // Lin, "Pixel grouping for color filter array demosaicing" (2003): green from the smoothest of four
 // directions, then red and blue from the hue transit between two neighbours; at red and blue sites,
-// along the smoother diagonal. m: the mosaic, g: finished green.
+// along the smoother diagonal. m: the mosaic, g: complete green.
 //
 // quirk: guard-green. Beyond the region green is zero where another colour is sensed: the rim takes
 // its green for a peak.

@@ -7,7 +7,7 @@
 namespace vistrel::core {
 
 template <class T>
-class ReadyRows final : public Demosaic<T> {
+class ReadyRows final : public RowProcess<T> {
  public:
   // rows: those of the source to convert, whole bins. columns: pixels per row. channels: samples
   // per pixel.

@@ -21,7 +21,7 @@ bool sweepThroughBuffer(const Conversion<T>& c, MakeDemosaic<T>* make) {
                              .image = image,
                              .bits = c.nSrcBits,
                              .margins = &guard};
-    Demosaic<T>* const demosaic = make(job, arena);
+    RowProcess<T>* const demosaic = make(job, arena);
     if (!demosaic) return;
     demosaic->advance(demosaic->last());
     image.finish();

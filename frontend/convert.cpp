@@ -11,7 +11,7 @@ namespace {
 uint32_t thresholdOf(uint32_t nAlgorithm) { return nAlgorithm >> 8 & 0xFF; }
 
 // Null for an unknown code.
-const Algorithm* algorithmOf(uint32_t nAlgorithm) { return findAlgorithm(nAlgorithm & 0xFF); }
+const AlgorithmRow* algorithmOf(uint32_t nAlgorithm) { return findAlgorithm(nAlgorithm & 0xFF); }
 
 }  // namespace
 }  // namespace vistrel::core
@@ -33,7 +33,7 @@ uint32_t ImgConvert8(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint32
     ConvertToOutputFormat8(pSrc, nRoiWidth, nRoiHeight, destination, nFormat, nBinning, 0);
     return 1;
   }
-  const Algorithm* const algorithm = algorithmOf(nAlgorithm);
+  const AlgorithmRow* const algorithm = algorithmOf(nAlgorithm);
   if (!algorithm) return 0;
   demosaic(*algorithm, ID2Index(nID), thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat,
            nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, destination);
@@ -61,7 +61,7 @@ uint32_t ImgConvert16(uint32_t nID, uint32_t nFormat, uint32_t nAlgorithm, uint3
                             g_pwUserLUT[nIndex], nBinning, nDstBits, 0);
     return 1;
   }
-  const Algorithm* const algorithm = algorithmOf(nAlgorithm);
+  const AlgorithmRow* const algorithm = algorithmOf(nAlgorithm);
   if (!algorithm) return 0;
   demosaic(*algorithm, nIndex, thresholdOf(nAlgorithm), nImgWidth, nBayer, nBinning, nFormat,
            nLutMode, nRoiX, nRoiY, nRoiWidth, nRoiHeight, pSrc, static_cast<uint8_t*>(pDst),

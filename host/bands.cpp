@@ -24,7 +24,7 @@ Bands::Bands(ImageRows rows, uint64_t pixels, uint32_t threads) : rows_(rows), t
   height_ = (static_cast<uint32_t>((height + count - 1) / count) + 1) & ~1u;
 }
 
-Crew::Crew(const vistrel_conversion& c) : conversion_(c) {
+ThreadSource::ThreadSource(const vistrel_conversion& c) : conversion_(c) {
   if (c.threads < 2 || c.run) return;
   team_.emplace(c.team);
   if (c.threads > (*team_)->threads())
@@ -32,14 +32,14 @@ Crew::Crew(const vistrel_conversion& c) : conversion_(c) {
            (*team_)->threads());
 }
 
-void Crew::run(uint32_t members, Task task, void* data) const {
+void ThreadSource::run(uint32_t members, Task task, void* data) const {
   if (team_) return (*team_)->run(members, task, data);
   const int32_t result = conversion_.run(conversion_.run_context, members, task, data);
   if (result)
     reject(VISTREL_RUN_FAILED, "conversion.run", "", "it returned {} instead of 0", result);
 }
 
-void Crew::checkDone(bool isDone) {
+void ThreadSource::checkDone(bool isDone) {
   if (!isDone)
     reject(VISTREL_RUN_FAILED, "conversion.run", "", "it returned before all tasks were done");
 }

@@ -45,10 +45,10 @@ inline Bands bandsOf(const Plan& plan, const vistrel_conversion& conversion, Ima
 }
 
 // The threads that the caller has chosen for a conversion.
-class Crew {
+class ThreadSource {
  public:
   // Throws Rejection.
-  explicit Crew(const vistrel_conversion& conversion);
+  explicit ThreadSource(const vistrel_conversion& conversion);
 
   // Calls body(member, band) for all bands. No two calls at a time have the same member, which is
   // less than bands.members(). Throws Rejection if the caller's runner fails.

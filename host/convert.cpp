@@ -17,10 +17,11 @@ size_t scratchBytes(const EngineCall& call) {
   return count.used();
 }
 
-void makeBands(const EngineCall& call, const Bands& bands, const Crew& crew, StreamLease& stream) {
+void makeBands(const EngineCall& call, const Bands& bands, const ThreadSource& threadSource,
+               StreamLease& stream) {
   const size_t bytes = scratchBytes(call);
   auto* const scratch = static_cast<unsigned char*>(stream.scratch(bands.members() * bytes));
-  crew.share(bands, [&](uint32_t member, ImageRows band) {
+  threadSource.share(bands, [&](uint32_t member, ImageRows band) {
     core::Arena arena(scratch + member * bytes);
     makeRows(call, band, arena);
   });
@@ -33,17 +34,17 @@ void convert(vistrel_stream* callerStream, const Plan& plan, ImageRows rows,
   std::optional<StreamLease> stream;
   callerStream ? stream.emplace(callerStream) : stream.emplace();
   stream->checkIdle();
-  const Crew crew(*conversion);
+  const ThreadSource threadSource(*conversion);
   if (conversion->excess == VISTREL_REJECT)
     checkExcessSamples(*frame, partOf(plan, *frame, *conversion, rows),
-                       threadsOf(plan, *conversion), crew);
+                       threadsOf(plan, *conversion), threadSource);
   const EngineCall call{plan,
                         *frame,
                         *conversion,
                         gainsOf(*frame, *conversion),
                         static_cast<unsigned char*>(image->pixels),
                         stride};
-  makeBands(call, bandsOf(plan, *conversion, rows), crew, *stream);
+  makeBands(call, bandsOf(plan, *conversion, rows), threadSource, *stream);
 }
 
 void convertAll(vistrel_stream* stream, const vistrel_frame* frame,
@@ -64,7 +65,7 @@ void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
   if (first >= height || count > height - first)
     reject(VISTREL_BAD_ROWS, "rows", fmt::format("{}+{}", first, count), "the image has {} rows",
            height);
-  const uint32_t together = rowsThatBelongTogether(*plan.format);
+  const uint32_t together = rowsPerChroma(*plan.format);
   const uint32_t end = first + count;
   if (first % together || (end % together && end < height))
     reject(VISTREL_BAD_ROWS, "rows", fmt::format("{}+{}", first, count),

@@ -54,7 +54,7 @@ void checkExcessSamples(const vistrel_frame& f, const FramePart& part, const voi
 }
 
 void checkExcessSamples(const vistrel_frame& f, const FramePart& part, uint32_t threads,
-                        const Crew& crew) {
+                        const ThreadSource& threadSource) {
   constexpr uint32_t kNone = std::numeric_limits<uint32_t>::max();
   if (f.bits == 8 * f.bytes_per_sample || isTight(f.packing)) return;
   const auto rowAt = [&](uint32_t y) {
@@ -62,7 +62,7 @@ void checkExcessSamples(const vistrel_frame& f, const FramePart& part, uint32_t 
   };
   const Bands bands({part.top, part.bottom}, part.right - part.left, threads);
   std::atomic<uint32_t> first = kNone;
-  crew.share(bands, [&](uint32_t, ImageRows band) {
+  threadSource.share(bands, [&](uint32_t, ImageRows band) {
     for (uint32_t y = band.first; y < band.end && y < first; ++y)
       if (exceeds<uint16_t>(f, part, rowAt(y))) return lower(first, y);
   });

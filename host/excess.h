@@ -23,6 +23,6 @@ void checkExcessSamples(const vistrel_frame& frame, const FramePart& part, const
 
 // The same for the whole part.
 void checkExcessSamples(const vistrel_frame& frame, const FramePart& part, uint32_t threads,
-                        const Crew& crew);
+                        const ThreadSource& threadSource);
 
 }  // namespace vistrel::host

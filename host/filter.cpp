@@ -47,7 +47,7 @@ struct Size {
 };
 
 // The smallest size that a filter changes.
-Size leastSize(const Format& format, uint32_t filter) {
+Size minSize(const Format& format, uint32_t filter) {
   if (filter == VISTREL_FILTER_BOX) return {format.bytes_per_sample == 1 ? 2u : 4u, 2};
   return filter == VISTREL_FILTER_FIVE ? Size{5, 5} : Size{3, 3};
 }
@@ -65,10 +65,10 @@ void checkKernel(const vistrel_kernel& k, const Format& format) {
 }
 
 void checkSize(const vistrel_picture& p, const Format& format, uint32_t filter) {
-  const Size least = leastSize(format, filter);
-  if (p.width < least.width || p.height < least.height)
+  const Size min = minSize(format, filter);
+  if (p.width < min.width || p.height < min.height)
     reject(VISTREL_BAD_SIZE, "picture", fmt::format("{}x{}", p.width, p.height),
-           "this filter needs {}x{} pixels or more", least.width, least.height);
+           "this filter needs {}x{} pixels or more", min.width, min.height);
   if (uint64_t{p.width} * format.pixelBytes() > kMaxImageBytes / p.height)
     reject(VISTREL_TOO_LARGE, "picture", fmt::format("{}x{}", p.width, p.height),
            "it has more than {} bytes", kMaxImageBytes);

@@ -16,11 +16,12 @@ bool bypassesCaches(const EngineCall& call) {
   return call.plan.layout.bytes > (isReadSoon ? kBypassBeyond : kBypassBeyondUnlessRead);
 }
 
-PackedRows packedRows(const EngineCall& call, const PlaneMemory& image, Arena& arena) {
+InterleavedRows interleavedRows(const EngineCall& call, const PlaneMemory& image, Arena& arena) {
   const Plan& p = call.plan;
   const auto kernel = p.rawGray ? nullptr : p.format->convert;
   const auto convert = kernel ? pixelFormatKernels().*kernel : nullptr;
-  return PackedRows(image, p.layout.width, p.madeBytes, p.format->pixelBytes(), convert, arena);
+  return InterleavedRows(image, p.layout.width, p.nativePixelBytes, p.format->pixelBytes(), convert,
+                         arena);
 }
 
 }  // namespace
@@ -29,7 +30,8 @@ ImagePixels::Rows ImagePixels::rowsOf(const EngineCall& call, const PlaneMemory&
                                       Arena& arena) {
   const Format& format = *call.plan.format;
   const vistrel_layout& l = call.plan.layout;
-  if (format.arrangement == Arrangement::packed) return packedRows(call, firstPlane, arena);
+  if (format.arrangement == Arrangement::interleaved)
+    return interleavedRows(call, firstPlane, arena);
   const Planes planes = planesOf(format, l.width, l.height, static_cast<size_t>(call.stride));
   PlaneMemory memory[3];
   for (size_t i = 0; i < 3; ++i)

@@ -22,7 +22,7 @@ class ImagePixels {
   void finish() const;
 
  private:
-  using Rows = std::variant<core::PackedRows, core::PlanarRows, core::Ycc420Rows>;
+  using Rows = std::variant<core::InterleavedRows, core::PlanarRows, core::Ycc420Rows>;
   static Rows rowsOf(const EngineCall& call, const core::PlaneMemory& firstPlane,
                      core::Arena& arena);
 

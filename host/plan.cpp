@@ -61,7 +61,7 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
   const Extent e{uint64_t{p.layout.width} * c.binning + 2 * around,
                  uint64_t{p.layout.height} * c.binning + 2 * around};
   if (!isMosaic(f)) return e;
-  const core::Algorithm& a = *core::findAlgorithm(c.algorithm);
+  const core::AlgorithmRow& a = *core::findAlgorithm(c.algorithm);
   if (e.width < a.minSize || e.height < a.minSize)
     rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "algorithm {} needs {}x{} pixels or more", a.name,
                  a.minSize, a.minSize);
@@ -97,7 +97,7 @@ void shapeResult(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   l.channels = p.format->channels;
   l.bits = p.format->bytes_per_sample == 2 ? p.bits : 8;
   checkFrameBytes(f);
-  const uint64_t row = leastStrideOf(*p.format, l.width);
+  const uint64_t row = minStrideOf(*p.format, l.width);
   if (row > kMaxBytes / p.format->planes / l.height)
     rejectRegion(VISTREL_TOO_LARGE, f, c, "no memory can hold the image");
   l.row_bytes = static_cast<size_t>(row);
@@ -138,7 +138,7 @@ Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion) 
   p.format = findFormat(c.format);
   p.rawGray = p.format->gray() && c.gray == VISTREL_RAW_GRAY;
   p.throughBuffer = p.rawGray && c.binning > 1;
-  p.madeBytes = (p.format->colour() && !p.rawGray ? 3 : 1) * p.format->bytes_per_sample;
+  p.nativePixelBytes = (p.format->colour() && !p.rawGray ? 3 : 1) * p.format->bytes_per_sample;
   p.bits = workingBits(*frame, c);
   p.pad = paddingOf(*frame, c);
   const Extent extent = placeRegion(p, *frame, c);

@@ -20,14 +20,14 @@ uint64_t bytesOf(const vistrel_frame& frame);
 
 struct Plan {
   const Format* format;
-  bool rawGray;            // the library's own gray
-  bool throughBuffer;      // its binned gray mixes rows of the whole image
-  size_t madeBytes;        // bytes per pixel before conversion to the format
-  int64_t x, y;            // first sample to convert; with padding it may lie outside the frame
-  uint32_t width, height;  // samples to convert: whole bins, padding included
-  uint32_t pad;            // pixels that are dropped on each side of the result
-  uint32_t phase;          // of the sample at x, y; unused for mono frames
-  uint32_t bits;           // significant bits of a sample after the truncation
+  bool rawGray;             // the library's own gray
+  bool throughBuffer;       // its binned gray mixes rows of the whole image
+  size_t nativePixelBytes;  // bytes per pixel before conversion to the format
+  int64_t x, y;             // first sample to convert; with padding it may lie outside the frame
+  uint32_t width, height;   // samples to convert: whole bins, padding included
+  uint32_t pad;             // pixels that are dropped on each side of the result
+  uint32_t phase;           // of the sample at x, y; unused for mono frames
+  uint32_t bits;            // significant bits of a sample after the truncation
   vistrel_layout layout;
 };
 

@@ -9,7 +9,7 @@ Plane following(const Plane& plane, size_t stride, size_t rowBytes, size_t rows)
 
 }  // namespace
 
-uint64_t leastStrideOf(const Format& format, uint32_t width) {
+uint64_t minStrideOf(const Format& format, uint32_t width) {
   const uint64_t pixels =
       format.arrangement == Arrangement::nv12 ? uint64_t{width} + width % 2 : width;
   return pixels * format.pixelBytes();
@@ -20,7 +20,7 @@ Planes planesOf(const Format& format, size_t width, size_t height, size_t stride
   const size_t half = (width + 1) / 2, halfRows = (height + 1) / 2;
   Plane second = following(first, 0, 0, 0), third = second;
   switch (format.arrangement) {
-    case Arrangement::packed: break;
+    case Arrangement::interleaved: break;
     case Arrangement::planes:
       second = following(first, stride, first.rowBytes, height);
       third = following(second, stride, first.rowBytes, height);

@@ -19,7 +19,7 @@ struct Plane {
 using Planes = std::array<Plane, 3>;
 
 // The shortest stride that all planes allow.
-uint64_t leastStrideOf(const Format& format, uint32_t width);
+uint64_t minStrideOf(const Format& format, uint32_t width);
 
 // stride: that of the first plane, which determines the others.
 Planes planesOf(const Format& format, size_t width, size_t height, size_t stride);

@@ -34,15 +34,15 @@ struct PushedEngine {
 template <class T>
 class PushedSamples final : public PushedConversion {
  public:
-  PushedSamples(const EngineCall& begun, const CheckedImage& image, core::Arena& arena)
-      : PushedConversion(begun, image), parts_(call(), arena), next_(parts_.engine.first()) {}
+  PushedSamples(const EngineCall& engineCall, const CheckedImage& image, core::Arena& arena)
+      : PushedConversion(engineCall, image), parts_(call(), arena), next_(parts_.engine.first()) {}
 
  private:
   uint32_t convert(uint32_t y, const unsigned char* frameRow, const unsigned char* next) override {
     parts_.source.push(y, frameRow, next);
     while (next_ < parts_.engine.last() && parts_.source.has(next_)) ++next_;
     parts_.engine.advance(next_);
-    return parts_.engine.finished(next_);
+    return parts_.engine.finalRows(next_);
   }
 
   PushedEngine<T> parts_;
@@ -51,17 +51,17 @@ class PushedSamples final : public PushedConversion {
 
 // Puts the conversion first into the stream's scratch memory, and behind it what it takes.
 template <class T>
-BegunPointer begin(const EngineCall& call, const CheckedImage& image, StreamLease& stream) {
+OngoingPointer begin(const EngineCall& call, const CheckedImage& image, StreamLease& stream) {
   core::Arena count;
   count.take<PushedSamples<T>>(1);
   PushedEngine<T>(call, count);
   core::Arena arena(stream.scratch(count.used()));
   void* const place = arena.take<PushedSamples<T>>(1);
-  return BegunPointer(new (place) PushedSamples<T>(call, image, arena));
+  return OngoingPointer(new (place) PushedSamples<T>(call, image, arena));
 }
 
-BegunPointer begin(const vistrel_frame* frame, const vistrel_conversion* conversion,
-                   const vistrel_image* image, StreamLease& stream) {
+OngoingPointer begin(const vistrel_frame* frame, const vistrel_conversion* conversion,
+                     const vistrel_image* image, StreamLease& stream) {
   const Plan plan = makePushedPlan(frame, conversion);
   const CheckedImage checked = checkImage(plan, image);
   auto* const pixels = static_cast<unsigned char*>(image->pixels);
@@ -71,20 +71,20 @@ BegunPointer begin(const vistrel_frame* frame, const vistrel_conversion* convers
                                       : begin<uint16_t>(call, checked, stream);
 }
 
-PushedConversion& begunOn(StreamLease& stream) {
-  if (!stream.begun())
+PushedConversion& ongoingOn(StreamLease& stream) {
+  if (!stream.ongoing())
     reject(VISTREL_BAD_STREAM, "stream", "", "no conversion of pushed rows has begun on it");
-  return static_cast<PushedConversion&>(*stream.begun());
+  return static_cast<PushedConversion&>(*stream.ongoing());
 }
 
 void push(StreamLease& stream, const void* samples, size_t size, uint32_t rows,
           uint32_t* finalRows) {
-  PushedConversion& conversion = begunOn(stream);
+  PushedConversion& conversion = ongoingOn(stream);
   conversion.checkPortion(samples, size, rows);
   const auto finish = [&] {
     core::storeFence();
     if (finalRows) *finalRows = conversion.finalRows();
-    if (conversion.isOver()) stream.begun().reset();
+    if (conversion.isOver()) stream.ongoing().reset();
   };
   try {
     conversion.push(samples, rows);
@@ -138,7 +138,7 @@ int32_t vistrel_stream_begin(vistrel_stream* stream, const vistrel_frame* frame,
   return toStatus(error, [&] {
     StreamLease lease(stream);
     lease.checkIdle();
-    lease.begun() = begin(frame, conversion, image, lease);
+    lease.ongoing() = begin(frame, conversion, image, lease);
   });
 }
 
@@ -153,7 +153,7 @@ int32_t vistrel_stream_push(vistrel_stream* stream, const void* samples, size_t 
 int32_t vistrel_stream_abort(vistrel_stream* stream, vistrel_error* error) {
   return toStatus(error, [&] {
     StreamLease lease(stream);
-    begunOn(lease);
-    lease.begun().reset();
+    ongoingOn(lease);
+    lease.ongoing().reset();
   });
 }

@@ -8,7 +8,7 @@
 
 namespace vistrel::host {
 
-class PushedConversion : public BegunConversion {
+class PushedConversion : public OngoingConversion {
  public:
   // Throws Rejection without changing anything.
   void checkPortion(const void* samples, size_t size, uint32_t rows) const;

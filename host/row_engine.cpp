@@ -36,8 +36,8 @@ void RowEngine<T>::startReady(RowSource<T>& source, Arena& arena) {
 template <class T>
 void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
   const DemosaicAlgorithm<T> algorithm = findAlgorithm(c_.algorithm)->of<T>();
-  if (finishes(algorithm)) {
-    demosaic_ = algorithm.make(finishingJob(source, arena), arena);
+  if (storesDirectly(algorithm)) {
+    demosaic_ = algorithm.make(directJobOf(source, arena), arena);
   } else {
     // An even number of padding columns that the algorithm need not make.
     const uint32_t left = c_.binning == 1 && algorithm.makesRoi ? p_.pad : 0;
@@ -53,19 +53,19 @@ void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
 }
 
 template <class T>
-DemosaicJob<T> RowEngine<T>::finishingJob(RowSource<T>& source, Arena& arena) {
+DemosaicJob<T> RowEngine<T>::directJobOf(RowSource<T>& source, Arena& arena) {
   const int top = engineRow(0), first = engineRow(rows_.first);
   const size_t width = p_.layout.width;
-  Finishing finishing{p_.format->finish, shiftOf(), p_.pad, width};
+  DirectJob direct{p_.format->direct, shiftOf(), p_.pad, width};
   ImageSink<T>* sink;
   if (Ycc420Rows* const rows = pixels_.ycc420Rows()) {
-    sink = &finishedYcc420_.emplace(*rows, width, top, first, arena);
-    finishing.sums = &finishedYcc420_->sums();
+    sink = &directYcc420_.emplace(*rows, width, top, first, arena);
+    direct.sums = &directYcc420_->sums();
   } else {
-    sink = &finished_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, top, first, arena);
+    sink = &directOutput_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, top, first, arena);
   }
   DemosaicJob<T> job = jobOf(source, *sink);
-  job.finishing = finishing;
+  job.direct = direct;
   return job;
 }
 
@@ -81,27 +81,25 @@ DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source, ImageSink<T>& image) co
           .roi = {0, 0, width, height},
           .rows = {engineRow(rows_.first) & ~1, engineRow(rows_.end)},
           .image = image,
-          .order = redFirst() && !exchangesEnds() ? mosaic.exchanged() : mosaic,
+          .order = redFirst() && !swapsRedBlue() ? mosaic.exchanged() : mosaic,
           .bits = p_.bits,
           .threshold = c_.threshold};
 }
 
 template <class T>
-bool RowEngine<T>::finishes(const DemosaicAlgorithm<T>& algorithm) const {
-  return algorithm.finishes && algorithm.finishes() && !p_.rawGray && c_.binning == 1 &&
-         finishesArrangement() && p_.format->bytes_per_sample == 1 &&
+bool RowEngine<T>::storesDirectly(const DemosaicAlgorithm<T>& algorithm) const {
+  return algorithm.storesDirectly && algorithm.storesDirectly() && !p_.rawGray && c_.binning == 1 &&
+         hasDirectArrangement() && p_.format->bytes_per_sample == 1 &&
          (sizeof(T) == 1 || isWindow(c_.reduction));
 }
 
 template <class T>
-uint32_t RowEngine<T>::finished(int end) const {
+uint32_t RowEngine<T>::finalRows(int end) const {
   const int reach = last() - engineRow(rows_.end);
   const int made = std::clamp(end - reach, engineRow(rows_.first), engineRow(rows_.end));
   const uint32_t rows = uint32_t(made) / c_.binning - p_.pad;
   // Rows that share chroma become final together.
-  return rows == rows_.end
-             ? rows
-             : rows / rowsThatBelongTogether(*p_.format) * rowsThatBelongTogether(*p_.format);
+  return rows == rows_.end ? rows : rows / rowsPerChroma(*p_.format) * rowsPerChroma(*p_.format);
 }
 
 // pitch: the distance between two rows of a bin, in samples.
@@ -110,13 +108,13 @@ OutputShape RowEngine<T>::shapeOf(size_t pitch) {
   const Pack pack = !p_.format->colour() ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
   return {.writer = writerOf(pack, pitch),
           .changes = p_.rawGray || c_.binning > 1 || reduces() || mayExceed() ||
-                     (redFirst() && exchangesEnds()),
-          .exchangesEnds = redFirst() && exchangesEnds(),
+                     (redFirst() && swapsRedBlue()),
+          .swapsRedBlue = redFirst() && swapsRedBlue(),
           .binning = c_.binning,
           .left = p_.pad * c_.binning,
           .width = p_.layout.width,
           .top = engineRow(0),
-          .pixelBytes = p_.madeBytes};
+          .pixelBytes = p_.nativePixelBytes};
 }
 
 template <class T>

@@ -6,7 +6,7 @@
 #include "demosaic/algorithms.h"
 #include "demosaic/ready_rows.h"
 #include "host/image_pixels.h"
-#include "output/finished_output.h"
+#include "output/direct_output.h"
 #include "output/image_output.h"
 
 namespace vistrel::host {
@@ -28,19 +28,19 @@ class RowEngine {
   void advance(int end) { demosaic_->advance(end); }
 
   // How many rows of the image are final after advance(end).
-  uint32_t finished(int end) const;
+  uint32_t finalRows(int end) const;
 
  private:
   int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
   void startReady(core::RowSource<T>& source, core::Arena& arena);
   void startDemosaic(core::RowSource<T>& source, core::Arena& arena);
-  core::DemosaicJob<T> finishingJob(core::RowSource<T>& source, core::Arena& arena);
+  core::DemosaicJob<T> directJobOf(core::RowSource<T>& source, core::Arena& arena);
   core::DemosaicJob<T> jobOf(core::RowSource<T>& source, core::ImageSink<T>& image) const;
   // Whether the algorithm can store bytes of the format directly.
-  bool finishes(const core::DemosaicAlgorithm<T>& algorithm) const;
-  bool finishesArrangement() const {
-    return p_.format->finish == core::Finish::ycc420 ? p_.layout.width % 2 == 0
-                                                     : p_.format->planes == 1;
+  bool storesDirectly(const core::DemosaicAlgorithm<T>& algorithm) const;
+  bool hasDirectArrangement() const {
+    return p_.format->direct == core::DirectFormat::ycc420 ? p_.layout.width % 2 == 0
+                                                           : p_.format->planes == 1;
   }
   core::OutputShape shapeOf(size_t pitch);
   core::RowWriter writerOf(core::Pack pack, size_t pitch);
@@ -48,7 +48,7 @@ class RowEngine {
   bool redFirst() const { return p_.format->redFirst; }
   // Binning treats the samples of a pixel differently, so it takes them in one order only. Finished
   // pixels come in that order too.
-  bool exchangesEnds() const { return c_.binning > 1 || !isMosaic(call_.frame); }
+  bool swapsRedBlue() const { return c_.binning > 1 || !isMosaic(call_.frame); }
   unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
   // Six algorithms limit what they compute of 16-bit samples to 1023, whatever the frame has.
   bool mayExceed() const { return sizeof(T) == 2 && p_.bits < 10 && isMosaic(call_.frame); }
@@ -60,11 +60,11 @@ class RowEngine {
   ImageRows rows_;
   ImagePixels pixels_;
   // One of these.
-  std::optional<core::FinishedOutput<T>> finished_;
-  std::optional<core::FinishedYcc420<T>> finishedYcc420_;
+  std::optional<core::DirectOutput<T>> directOutput_;
+  std::optional<core::DirectYcc420<T>> directYcc420_;
   std::optional<core::ImageOutput<T>> output_;
   std::optional<core::ReadyRows<T>> ready_;
-  core::Demosaic<T>* demosaic_ = nullptr;
+  core::RowProcess<T>* demosaic_ = nullptr;
   uint8_t table_[core::kTableEntries];
 };
 

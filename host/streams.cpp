@@ -16,7 +16,7 @@ namespace vistrel::host {
 namespace {
 
 constexpr uint32_t kStreams = VISTREL_MAX_STREAMS;
-using State = Slot::State;
+using State = StreamRecord::State;
 
 // Guards the pool. A process that forks holds the mutex meanwhile, so the child's pool is intact.
 constinit std::mutex g_mutex;
@@ -41,64 +41,67 @@ class Pool {
 
   // Takes the stream that was released last, since its buffer is the warmest. Returns null if all
   // streams are in use and the caller does not wait.
-  Slot* acquire(std::unique_lock<std::mutex>& lock, bool wait, State state) {
+  StreamRecord* acquire(std::unique_lock<std::mutex>& lock, bool wait, State state) {
     if (!count_ && !wait) return nullptr;
     const CancellationOff off;
     released_.wait(lock, [this] { return count_ > 0; });
-    Slot& slot = slots_[free_[--count_]];
-    use(slot, state);
-    return &slot;
+    StreamRecord& record = records_[free_[--count_]];
+    use(record, state);
+    return &record;
   }
 
-  void use(Slot& slot, State state) {
-    slot.state = state;
-    slot.user = pthread_self();
+  void use(StreamRecord& record, State state) {
+    record.state = state;
+    record.user = pthread_self();
   }
 
-  void release(Slot& slot) {
-    slot.state = State::kFree;
-    slot.begun.reset();
-    ++slot.generation;
-    free_[count_++] = idOf(slot);
+  void release(StreamRecord& record) {
+    record.state = State::kFree;
+    record.ongoing.reset();
+    ++record.generation;
+    free_[count_++] = idOf(record);
     released_.notify_one();
   }
 
-  uint32_t idOf(const Slot& slot) const { return static_cast<uint32_t>(&slot - slots_.data()); }
+  uint32_t idOf(const StreamRecord& record) const {
+    return static_cast<uint32_t>(&record - records_.data());
+  }
 
   // A handle is not an address but a number that is never handed out twice: the generation, and in
   // the lowest byte the id + 1, so that no handle is null. (With 32-bit pointers, the numbers of a
   // slot repeat after 2^24 owners.)
-  vistrel_stream* handleOf(const Slot& slot) const {
-    return reinterpret_cast<vistrel_stream*>(slot.generation << 8 | (idOf(slot) + 1));
+  vistrel_stream* handleOf(const StreamRecord& record) const {
+    return reinterpret_cast<vistrel_stream*>(record.generation << 8 | (idOf(record) + 1));
   }
 
-  Slot& acquired(const vistrel_stream* handle) {
+  StreamRecord& acquired(const vistrel_stream* handle) {
     checkPointer(handle, "stream");
     const uintptr_t id = (reinterpret_cast<uintptr_t>(handle) & 0xFF) - 1;
-    if (id >= kStreams || handleOf(slots_[id]) != handle || slots_[id].state == State::kFree)
+    if (id >= kStreams || handleOf(records_[id]) != handle || records_[id].state == State::kFree)
       reject(VISTREL_BAD_STREAM, "stream", "", "it is not acquired");
-    if (slots_[id].state == State::kBusy)
+    if (records_[id].state == State::kBusy)
       reject(VISTREL_BUSY_STREAM, "stream", "", "another thread is converting on it");
-    return slots_[id];
+    return records_[id];
   }
 
   void trim() {
-    for (Slot& slot : slots_)
-      if (slot.state == State::kFree) slot.scratch.free();
+    for (StreamRecord& record : records_)
+      if (record.state == State::kFree) record.scratch.free();
   }
 
   // Runs in the child of a fork, where only this thread exists.
   void restore() {
     new (&released_) std::condition_variable;
-    for (Slot& slot : slots_)
-      if (slot.state != State::kFree && !pthread_equal(slot.user, pthread_self())) release(slot);
+    for (StreamRecord& record : records_)
+      if (record.state != State::kFree && !pthread_equal(record.user, pthread_self()))
+        release(record);
   }
 
  private:
   std::condition_variable released_;
   std::array<uint32_t, kStreams> free_;
   uint32_t count_ = kStreams;
-  std::array<Slot, kStreams> slots_;
+  std::array<StreamRecord, kStreams> records_;
 };
 
 // Never destroyed: a thread may still be converting while the process ends.
@@ -134,26 +137,26 @@ void* Scratch::reserve(size_t bytes) {
 
 StreamLease::StreamLease() : after_(State::kFree) {
   std::unique_lock lock(g_mutex);
-  slot_ = pool().acquire(lock, false, State::kBusy);
+  record_ = pool().acquire(lock, false, State::kBusy);
 }
 
 StreamLease::StreamLease(vistrel_stream* acquired) : after_(State::kAcquired) {
   const std::lock_guard lock(g_mutex);
-  slot_ = &pool().acquired(acquired);
-  pool().use(*slot_, State::kBusy);
+  record_ = &pool().acquired(acquired);
+  pool().use(*record_, State::kBusy);
 }
 
 StreamLease::~StreamLease() {
-  if (!slot_) return;
+  if (!record_) return;
   const std::lock_guard lock(g_mutex);
-  slot_->state = after_;
-  if (after_ == State::kFree) pool().release(*slot_);
+  record_->state = after_;
+  if (after_ == State::kFree) pool().release(*record_);
 }
 
-uint32_t StreamLease::id() const { return slot_ ? g_pool->idOf(*slot_) : kStreams; }
+uint32_t StreamLease::id() const { return record_ ? g_pool->idOf(*record_) : kStreams; }
 
 void StreamLease::checkIdle() const {
-  if (slot_ && slot_->begun)
+  if (record_ && record_->ongoing)
     reject(VISTREL_BUSY_STREAM, "stream", "", "a conversion of pushed rows has begun on it");
 }
 
@@ -167,9 +170,9 @@ int32_t vistrel_stream_acquire(uint32_t wait, vistrel_stream** stream, vistrel_e
     if (wait != VISTREL_WAIT && wait != VISTREL_NO_WAIT)
       reject(VISTREL_BAD_WAIT, "wait", wait, "0 (wait) and 1 (do not wait) are allowed");
     std::unique_lock lock(g_mutex);
-    const Slot* slot = pool().acquire(lock, wait == VISTREL_WAIT, State::kAcquired);
-    if (!slot) reject(VISTREL_NO_STREAM, "", "", "all {} streams are in use", kStreams);
-    *stream = pool().handleOf(*slot);
+    const StreamRecord* record = pool().acquire(lock, wait == VISTREL_WAIT, State::kAcquired);
+    if (!record) reject(VISTREL_NO_STREAM, "", "", "all {} streams are in use", kStreams);
+    *stream = pool().handleOf(*record);
   });
 }
 

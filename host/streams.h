@@ -29,23 +29,23 @@ class Scratch {
 };
 
 // A conversion that continues from call to call. It lies in its stream's scratch memory.
-class BegunConversion {
+class OngoingConversion {
  public:
-  virtual ~BegunConversion() = default;
+  virtual ~OngoingConversion() = default;
 };
 struct EndInPlace {
-  void operator()(BegunConversion* conversion) const { conversion->~BegunConversion(); }
+  void operator()(OngoingConversion* conversion) const { conversion->~OngoingConversion(); }
 };
-using BegunPointer = std::unique_ptr<BegunConversion, EndInPlace>;
+using OngoingPointer = std::unique_ptr<OngoingConversion, EndInPlace>;
 
 // The pool's record of a stream.
-struct Slot {
+struct StreamRecord {
   enum State { kFree, kAcquired, kBusy };
   State state = kFree;
   uintptr_t generation = 0;  // how often it was released
   pthread_t user{};          // the thread that acquired it or converted on it last
   Scratch scratch;
-  BegunPointer begun;
+  OngoingPointer ongoing;
 };
 
 // Exclusive use of a stream, for as long as the lease lives.
@@ -63,17 +63,17 @@ class StreamLease {
   uint32_t id() const;
 
   // The conversion that has begun on the stream, if any.
-  BegunPointer& begun() { return slot_->begun; }
+  OngoingPointer& ongoing() { return record_->ongoing; }
   // Throws Rejection if there is one.
   void checkIdle() const;
 
   // Throws std::bad_alloc.
-  void* scratch(size_t bytes) { return (slot_ ? slot_->scratch : own_).reserve(bytes); }
-  void trim() { slot_->scratch.free(); }  // of an acquired one
+  void* scratch(size_t bytes) { return (record_ ? record_->scratch : own_).reserve(bytes); }
+  void trim() { record_->scratch.free(); }  // of an acquired one
 
  private:
-  Slot* slot_;
-  Slot::State after_;
+  StreamRecord* record_;
+  StreamRecord::State after_;
   Scratch own_;
 };
 

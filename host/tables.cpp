@@ -4,48 +4,49 @@
 #include <array>
 #include <iterator>
 
+#include "common/mosaic.h"
 #include "demosaic/algorithms.h"
 #include "host/names.h"
 
 namespace vistrel::host {
 namespace {
 
-using core::Finish;
+using Direct = core::DirectFormat;
 using Kernels = core::PixelFormatKernels;
 constexpr Format kFormats[] = {
-    {{"MONO8", VISTREL_MONO8, 1, 1, 1, 1, {}}, false, Finish::three, nullptr},
-    {{"MONO16", VISTREL_MONO16, 1, 2, 1, 1, {}}, false, Finish::three, nullptr},
-    {{"BGR24", VISTREL_BGR24, 3, 1, 0, 1, {}}, false, Finish::three, nullptr},
-    {{"ARGB32", VISTREL_ARGB32, 4, 1, 0, 1, {}}, true, Finish::alphaFirst, &Kernels::alphaFirst8},
+    {{"MONO8", VISTREL_MONO8, 1, 1, 1, 1, {}}, false, Direct::three, nullptr},
+    {{"MONO16", VISTREL_MONO16, 1, 2, 1, 1, {}}, false, Direct::three, nullptr},
+    {{"BGR24", VISTREL_BGR24, 3, 1, 0, 1, {}}, false, Direct::three, nullptr},
+    {{"ARGB32", VISTREL_ARGB32, 4, 1, 0, 1, {}}, true, Direct::alphaFirst, &Kernels::alphaFirst8},
     {{"ARGB32_4", VISTREL_ARGB32_4, 4, 1, 0, 1, {}},
      true,
-     Finish::alphaFirst,
+     Direct::alphaFirst,
      &Kernels::alphaFirst8},
-    {{"BGR48", VISTREL_BGR48, 3, 2, 0, 1, {}}, false, Finish::three, nullptr},
-    {{"GRAY8", VISTREL_GRAY8, 1, 1, 0, 1, {}}, false, Finish::luma, &Kernels::luma8},
-    {{"GRAY16", VISTREL_GRAY16, 1, 2, 0, 1, {}}, false, Finish::three, &Kernels::luma16},
-    {{"RGB24", VISTREL_RGB24, 3, 1, 0, 1, {}}, true, Finish::three, nullptr},
-    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0, 1, {}}, false, Finish::alphaLast, &Kernels::alphaLast8},
-    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0, 1, {}}, true, Finish::alphaLast, &Kernels::alphaLast8},
-    {{"RGB48", VISTREL_RGB48, 3, 2, 0, 1, {}}, true, Finish::three, nullptr},
+    {{"BGR48", VISTREL_BGR48, 3, 2, 0, 1, {}}, false, Direct::three, nullptr},
+    {{"GRAY8", VISTREL_GRAY8, 1, 1, 0, 1, {}}, false, Direct::luma, &Kernels::luma8},
+    {{"GRAY16", VISTREL_GRAY16, 1, 2, 0, 1, {}}, false, Direct::three, &Kernels::luma16},
+    {{"RGB24", VISTREL_RGB24, 3, 1, 0, 1, {}}, true, Direct::three, nullptr},
+    {{"BGRA32", VISTREL_BGRA32, 4, 1, 0, 1, {}}, false, Direct::alphaLast, &Kernels::alphaLast8},
+    {{"RGBA32", VISTREL_RGBA32, 4, 1, 0, 1, {}}, true, Direct::alphaLast, &Kernels::alphaLast8},
+    {{"RGB48", VISTREL_RGB48, 3, 2, 0, 1, {}}, true, Direct::three, nullptr},
     {{"RGB24_PLANAR", VISTREL_RGB24_PLANAR, 3, 1, 0, 3, {}},
      true,
-     Finish::three,
+     Direct::three,
      nullptr,
      Arrangement::planes},
     {{"RGB48_PLANAR", VISTREL_RGB48_PLANAR, 3, 2, 0, 3, {}},
      true,
-     Finish::three,
+     Direct::three,
      nullptr,
      Arrangement::planes},
-    {{"NV12", VISTREL_NV12, 3, 1, 0, 2, {}}, false, Finish::ycc420, nullptr, Arrangement::nv12},
-    {{"I420", VISTREL_I420, 3, 1, 0, 3, {}}, false, Finish::ycc420, nullptr, Arrangement::i420},
+    {{"NV12", VISTREL_NV12, 3, 1, 0, 2, {}}, false, Direct::ycc420, nullptr, Arrangement::nv12},
+    {{"I420", VISTREL_I420, 3, 1, 0, 3, {}}, false, Direct::ycc420, nullptr, Arrangement::i420},
 };
 
 constexpr auto kAlgorithms = [] {
   std::array<vistrel_algorithm, std::size(core::kAlgorithms)> rows{};
   std::transform(std::begin(core::kAlgorithms), std::end(core::kAlgorithms), rows.begin(),
-                 [](const core::Algorithm& a) {
+                 [](const core::AlgorithmRow& a) {
                    return vistrel_algorithm{a.name, a.code, a.maxBits, a.minSize, {}};
                  });
   return rows;
@@ -84,6 +85,7 @@ std::string_view phaseName(uint32_t phase) {
 }  // namespace vistrel::host
 
 using namespace vistrel::host;
+namespace core = vistrel::core;
 
 const vistrel_format* vistrel_format_at(size_t index) {
   return index < std::size(kFormats) ? &kFormats[index] : nullptr;
@@ -109,13 +111,13 @@ int32_t vistrel_parse_algorithm(const char* name, uint32_t* algorithm, vistrel_e
   return parseName(kAlgorithms, name, algorithm, "algorithm", VISTREL_BAD_ALGORITHM, error);
 }
 
-// An odd x swaps the mosaic's columns (bit 1 of a phase), an odd y its rows (bit 0).
 uint32_t vistrel_phase_at(uint32_t phase, uint32_t x, uint32_t y) {
-  return phase < VISTREL_MONO ? phase ^ (y & 1) ^ ((x & 1) << 1) : phase;
+  if (phase >= VISTREL_MONO) return phase;
+  return phase ^ (y & 1 ? core::kRowShift : 0) ^ (x & 1 ? core::kColumnShift : 0);
 }
 
 uint32_t vistrel_colour_at(uint32_t phase, uint32_t x, uint32_t y) {
   if (phase >= VISTREL_MONO) return VISTREL_NO_COLOUR;
-  const char filter = kPhases[phase].name[2 * (y & 1) + (x & 1)];
-  return filter == 'r' ? VISTREL_RED : filter == 'g' ? VISTREL_GREEN : VISTREL_BLUE;
+  const int colour = core::Mosaic::ofPhase(phase).colourAt(x, y);
+  return colour == core::kRed ? VISTREL_RED : colour == core::kGreen ? VISTREL_GREEN : VISTREL_BLUE;
 }

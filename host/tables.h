@@ -4,21 +4,21 @@
 #include <string>
 #include <string_view>
 
-#include "demosaic/finished_rows.h"
+#include "demosaic/direct_rows.h"
 #include "output/pixels.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
 
 // How the samples of a pixel lie: side by side, or in planes.
-enum class Arrangement { packed, planes, nv12, i420 };
+enum class Arrangement { interleaved, planes, nv12, i420 };
 
 struct Format : vistrel_format {
-  bool redFirst;        // in the pixels that it is made from; otherwise blue comes first
-  core::Finish finish;  // how algorithms that can finish pixels store it
+  bool redFirst;              // in the pixels that it is made from; otherwise blue comes first
+  core::DirectFormat direct;  // what algorithms store that can store it directly
   // Converts those pixels; null if they stay as they are.
   core::PixelFunction core::PixelFormatKernels::*convert;
-  Arrangement arrangement = Arrangement::packed;
+  Arrangement arrangement = Arrangement::interleaved;
 
   bool colour() const { return !mono; }
   bool gray() const { return !mono && channels == 1; }
@@ -27,7 +27,7 @@ struct Format : vistrel_format {
 };
 
 // The number of rows that must be made together: 2 if pairs of rows share chroma.
-inline uint32_t rowsThatBelongTogether(const Format& format) {
+inline uint32_t rowsPerChroma(const Format& format) {
   return format.arrangement == Arrangement::nv12 || format.arrangement == Arrangement::i420 ? 2 : 1;
 }
 

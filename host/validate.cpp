@@ -63,7 +63,7 @@ void checkFormat(const vistrel_frame& f, const vistrel_conversion& c) {
 }
 
 void checkAlgorithm(const vistrel_frame& f, const vistrel_conversion& c) {
-  const core::Algorithm* a = core::findAlgorithm(c.algorithm);
+  const core::AlgorithmRow* a = core::findAlgorithm(c.algorithm);
   if (!a)
     reject(VISTREL_BAD_ALGORITHM, "conversion.algorithm", c.algorithm, "{} are allowed",
            algorithmList());
@@ -86,7 +86,7 @@ void checkGray(const vistrel_frame& f, const vistrel_conversion& c) {
   if (!isMosaic(f))
     reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw,
            "the library's own gray is for Bayer frames; this one is {}", phaseName(f.phase));
-  const core::Algorithm& a = *core::findAlgorithm(c.algorithm);
+  const core::AlgorithmRow& a = *core::findAlgorithm(c.algorithm);
   if (!a.isGuarded)
     reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw,
            "the library's own gray of algorithm {} is sheared", a.name);

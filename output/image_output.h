@@ -14,7 +14,7 @@ namespace vistrel::core {
 struct OutputShape {
   RowWriter writer;    // bins and reduces; PixelRows take its result
   bool changes;        // whether it changes anything
-  bool exchangesEnds;  // exchanges first and last sample of a reduced pixel
+  bool swapsRedBlue;   // in reduced pixels
   unsigned binning;    // rows and columns per pixel
   size_t left, width;  // columns before the first one that is kept; pixels of the result
   int top;             // the first of the engine's rows that is kept
@@ -39,13 +39,13 @@ class ChunkedOutput {
       void* const place = rows_.next();
       auto* const pixels = place ? static_cast<unsigned char*>(place) : chunk_;
       shape_.writer.part(from + done * bytesABin, pixels, count);
-      if (shape_.exchangesEnds) exchangeEnds(pixels, count);
+      if (shape_.swapsRedBlue) swapRedBlue(pixels, count);
       rows_.append(pixels, count);
     }
   }
 
  private:
-  void exchangeEnds(unsigned char* pixel, size_t n) const {
+  void swapRedBlue(unsigned char* pixel, size_t n) const {
     const size_t bytes = shape_.pixelBytes / 3;
     for (; n > 0; --n, pixel += shape_.pixelBytes)
       std::swap_ranges(pixel, pixel + bytes, pixel + 2 * bytes);

@@ -4,20 +4,22 @@
 
 namespace vistrel::core {
 
-PackedRows::PackedRows(const PlaneMemory& image, size_t width, size_t sourceBytes,
-                       size_t pixelBytes, PixelFunction convert, Arena& arena)
+InterleavedRows::InterleavedRows(const PlaneMemory& image, size_t width, size_t sourceBytes,
+                                 size_t pixelBytes, PixelFunction convert, Arena& arena)
     : rows_(image, width * pixelBytes, arena), sourceBytes_(sourceBytes), pixelBytes_(pixelBytes),
       convert_(convert) {}
 
-void* PackedRows::inPlace(size_t y) {
+void* InterleavedRows::inPlace(size_t y) {
   return convert_ || rows_.hasLine() || !isAligned(rows_.row(y)) ? nullptr : rows_.row(y);
 }
 
-void PackedRows::begin(size_t y) { rows_.begin(y); }
+void InterleavedRows::begin(size_t y) { rows_.begin(y); }
 
-void* PackedRows::next() { return convert_ || !isAligned(rows_.next()) ? nullptr : rows_.next(); }
+void* InterleavedRows::next() {
+  return convert_ || !isAligned(rows_.next()) ? nullptr : rows_.next();
+}
 
-void PackedRows::append(const void* pixels, size_t n) {
+void InterleavedRows::append(const void* pixels, size_t n) {
   if (convert_)
     convert_(pixels, n, rows_.next());
   else if (pixels != rows_.next())
@@ -25,7 +27,7 @@ void PackedRows::append(const void* pixels, size_t n) {
   rows_.filled(n * pixelBytes_);
 }
 
-void PackedRows::end() { rows_.end(); }
+void InterleavedRows::end() { rows_.end(); }
 
 PlanarRows::PlanarRows(const PlaneMemory (&planes)[3], size_t width, size_t sampleBytes,
                        Arena& arena)

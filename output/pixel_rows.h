@@ -29,13 +29,13 @@ class PixelRows {
   ~PixelRows() = default;
 };
 
-// Pixels that lie side by side.
-class PackedRows final : public PixelRows {
+// Pixels whose samples lie side by side.
+class InterleavedRows final : public PixelRows {
  public:
   // convert: turns pixels of sourceBytes into pixels of pixelBytes; null if they stay as they are.
   // width: pixels per row.
-  PackedRows(const PlaneMemory& image, size_t width, size_t sourceBytes, size_t pixelBytes,
-             PixelFunction convert, Arena& arena);
+  InterleavedRows(const PlaneMemory& image, size_t width, size_t sourceBytes, size_t pixelBytes,
+                  PixelFunction convert, Arena& arena);
 
   void* inPlace(size_t y) override;
   void begin(size_t y) override;

@@ -5,7 +5,7 @@
 
 #include <ostream>
 
-#include "cpu/level.h"
+#include "tests/supported_levels.h"
 
 namespace vistrel::core {
 
@@ -42,7 +42,8 @@ class AtEveryLevel : public ::testing::TestWithParam<Level> {
 }  // namespace vistrel::core::test
 
 // Declares a suite whose TEST_P cases run once at each level.
-#define VISTREL_LEVEL_SUITE(Suite)                                                                \
-  class Suite : public ::vistrel::core::test::AtEveryLevel {};                                    \
-  INSTANTIATE_TEST_SUITE_P(Every, Suite, ::testing::ValuesIn(::vistrel::core::supportedLevels()), \
+#define VISTREL_LEVEL_SUITE(Suite)                                                        \
+  class Suite : public ::vistrel::core::test::AtEveryLevel {};                            \
+  INSTANTIATE_TEST_SUITE_P(Every, Suite,                                                  \
+                           ::testing::ValuesIn(::vistrel::core::test::supportedLevels()), \
                            ::testing::PrintToStringParamName())

@@ -69,16 +69,16 @@ BatchTask taskFor(const CLI::App& command, const ConvertOptions& o) {
 // Rejects all conflicting options at once.
 void checkTogether(const ConvertOptions& o, const std::filesystem::path& first) {
   std::vector<std::string> found = o.conversion.conflicts();
-  const auto clash = [&](const std::string& option, const char* why) {
+  const auto addConflict = [&](const std::string& option, const char* why) {
     found.push_back(fmt::format("{} and -o {} cannot be combined: {}", option, o.output, why));
   };
   if (!o.type.empty() && !isSameType(pictureType("x." + o.type), pictureType(first)))
-    clash("--type " + o.type,
-          "a picture's name sets its type, --type that of pictures in a folder");
+    addConflict("--type " + o.type,
+                "a picture's name sets its type, --type that of pictures in a folder");
   const char* const report = "standard output is for the picture alone";
-  if (isStandardOutput(o.output) && o.batch.json) clash("--json", report);
+  if (isStandardOutput(o.output) && o.batch.json) addConflict("--json", report);
   if (isStandardOutput(o.output) && !o.batch.manifest.empty())
-    clash("--manifest " + o.batch.manifest, report);
+    addConflict("--manifest " + o.batch.manifest, report);
   if (!found.empty()) throwError(kUsage, "{}", fmt::join(found, "\nvistrel: "));
 }
 

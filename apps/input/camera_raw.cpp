@@ -8,6 +8,7 @@
 
 #include "apps/error.h"
 #include "apps/input/frame_names.h"
+#include "apps/names/phase_names.h"
 #include "apps/plugin/camera_raw_plugin.h"
 #include "vistrel/vistrel_host.h"
 
@@ -40,15 +41,6 @@ vistrel_read_camera_raw_function loadPlugin() {
   return reinterpret_cast<vistrel_read_camera_raw_function>(function);
 }
 
-// The phase whose top left 2x2 block has these colours.
-uint32_t phaseOf(const std::array<uint32_t, 4>& colours) {
-  for (uint32_t phase = 0; phase < VISTREL_MONO; ++phase) {
-    const auto at = [phase](uint32_t x, uint32_t y) { return vistrel_colour_at(phase, x, y); };
-    if (colours == std::array{at(0, 0), at(1, 0), at(0, 1), at(1, 1)}) return phase;
-  }
-  throwError(kRejected, "camera raw: its filters are none of the four Bayer phases");
-}
-
 class CameraRawReader : public Reader {
  public:
   explicit CameraRawReader(const Source& source) {
@@ -57,7 +49,9 @@ class CameraRawReader : public Reader {
     char text[200] = "";
     if (readCameraRaw(bytes.data(), bytes.size(), allocateSamples, this, text) != 0)
       throwError(kRejected, "camera raw: {}", text);
-    description_.phase = phaseOf(colours_);
+    description_.phase = phaseOfBlock(colours_);
+    if (description_.phase == VISTREL_MONO)
+      throwError(kRejected, "camera raw: its filters are none of the four Bayer phases");
   }
 
   void read(uint64_t, void* to) override {

@@ -4,26 +4,13 @@
 #include <numeric>
 
 #include "apps/error.h"
+#include "apps/names/phase_names.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
 
 constexpr size_t kMaxDirectories = 4096;
-
-// Whether the block's filters, row by row, are `pattern`: 0 red, 1 green, 2 blue.
-bool hasPattern(uint32_t phase, const uint8_t* pattern) {
-  for (uint32_t i = 0; i < 4; ++i)
-    if (pattern[i] != vistrel_colour_at(phase, i & 1, i >> 1)) return false;
-  return true;
-}
-
-// VISTREL_MONO if it is not the pattern of a Bayer mosaic.
-uint32_t phaseOf(const uint8_t* pattern) {
-  uint32_t phase = 0;
-  while (phase < VISTREL_MONO && !hasPattern(phase, pattern)) ++phase;
-  return phase;
-}
 
 void readPhase(TIFF* tiff, TiffImage& image) {
   uint16_t* repeat = nullptr;
@@ -36,7 +23,8 @@ void readPhase(TIFF* tiff, TiffImage& image) {
     image.phaseFault =
         fmt::format("TIFF: a mosaic of {}x{} filters, {} of them named: 2x2 are expected",
                     repeat[1], repeat[0], count);
-  else if (const uint32_t phase = phaseOf(pattern); phase != VISTREL_MONO)
+  else if (const uint32_t phase = phaseOfBlock({pattern[0], pattern[1], pattern[2], pattern[3]});
+           phase != VISTREL_MONO)
     image.phase = phase;
   else
     image.phaseFault = fmt::format("TIFF: CFAPattern {} {} {} {}: not one of the four Bayer phases",

@@ -49,6 +49,14 @@ constexpr PhaseNames kPhaseNames[kPhases] = {
 
 const PhaseNames& phaseNames(uint32_t phase) { return kPhaseNames[phase]; }
 
+uint32_t phaseOfBlock(const std::array<uint32_t, 4>& colours) {
+  uint32_t phase = 0;
+  const auto at = [&phase](uint32_t x, uint32_t y) { return vistrel_colour_at(phase, x, y); };
+  while (phase < kBayerPhases && colours != std::array{at(0, 0), at(1, 0), at(0, 1), at(1, 1)})
+    ++phase;
+  return phase;
+}
+
 uint32_t channelAt(uint32_t phase, uint32_t x, uint32_t y) {
   return VISTREL_BLUE - vistrel_colour_at(phase, x, y);
 }

@@ -23,6 +23,10 @@ inline constexpr uint32_t kBayerPhases = 4, kPhases = 5;  // mono comes last
 
 const PhaseNames& phaseNames(uint32_t phase);
 
+// The phase whose 2x2 block has these colours, row by row: VISTREL_RED, VISTREL_GREEN,
+// VISTREL_BLUE. VISTREL_MONO if there is none.
+uint32_t phaseOfBlock(const std::array<uint32_t, 4>& colours);
+
 // The colour of the filter at (x, y), counted as in a BGR pixel: 0 blue, 1 green, 2 red. `phase` is
 // not VISTREL_MONO.
 uint32_t channelAt(uint32_t phase, uint32_t x, uint32_t y);

@@ -24,35 +24,38 @@ OptionNames ToneOptions::optionNames() const {
 
 std::vector<std::string> ConversionOptions::conflicts() const {
   std::vector<std::string> found;
-  const auto clash = [&found](const std::string& one, const std::string& other, const char* why) {
+  const auto addConflict = [&found](const std::string& one, const std::string& other,
+                                    const char* why) {
     found.push_back(fmt::format("{} and {} cannot be combined: {}", one, other, why));
   };
   const bool allBits = keepsAllBits();
   if (depth == "16" && !allBits)
-    clash("--depth 16", "--format " + format, "that format has 8 bits; bgr48 and gray16 keep all");
+    addConflict("--depth 16", "--format " + format,
+                "that format has 8 bits; bgr48 and gray16 keep all");
   if (depth == "8" && allBits)
-    clash("--depth 8", "--format " + format, "that format keeps all bits; bgr24 and gray8 have 8");
+    addConflict("--depth 8", "--format " + format,
+                "that format keeps all bits; bgr24 and gray8 have 8");
   if (allBits && !tone.typed().empty())
-    clash(tone.typed(), format.empty() ? "--depth 16" : "--format " + format,
-          "the latter keeps all bits");
+    addConflict(tone.typed(), format.empty() ? "--depth 16" : "--format " + format,
+                "the latter keeps all bits");
   if (!gray.empty() && format != "gray8" && format != "gray16")
-    clash("--gray " + gray, "--format " + format, "it applies to gray8 and gray16 only");
+    addConflict("--gray " + gray, "--format " + format, "it applies to gray8 and gray16 only");
   return found;
 }
 
 std::vector<std::string> ConversionOptions::unusedOptions(const vistrel_frame& frame) const {
-  std::vector<std::string> idle;
+  std::vector<std::string> unused;
   const bool mono = frame.phase == VISTREL_MONO;
-  const auto onMono = [&idle](const std::string& option) {
-    idle.push_back(option + " has no effect: the frame is mono");
+  const auto onMono = [&unused](const std::string& option) {
+    unused.push_back(option + " has no effect: the frame is mono");
   };
   if (mono && algorithm) onMono(std::string("--algorithm ") + algorithm->row->name);
   if (mono && preparation.edges == "padded") onMono("--edges padded");
   if (mono && !gray.empty()) onMono("--gray " + gray);
   if (depth == "reduce10" && frame.bits < 10)
-    idle.push_back(
+    unused.push_back(
         fmt::format("--depth reduce10 has no effect: the frame has {} bits", frame.bits));
-  return idle;
+  return unused;
 }
 
 OptionNames ConversionOptions::optionNames() const {

@@ -10,8 +10,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr uint32_t kReduced = 10;    // bits
-constexpr uint32_t kUserTable = 10;  // the reduction by a table
+constexpr uint32_t kReduced = 10;  // bits
 
 // The number, if the whole text is one.
 std::optional<uint32_t> numberIn(const std::string& text) {
@@ -50,7 +49,7 @@ void ToneOptions::apply(vistrel_conversion& conversion) const {
   conversion.reduction = window.value_or(0);
   if (const auto number = numberIn(curve)) conversion.reduction = *number + 1;
   if (table.empty()) return;
-  conversion.reduction = kUserTable;
+  conversion.reduction = VISTREL_TABLE;
   conversion.table = table.data();
   conversion.table_entries = static_cast<uint32_t>(table.size());
 }

@@ -64,9 +64,4 @@ class Sweep {
   int reach_, next_;
 };
 
-template <class... RowFunctions>
-void sweep(RowInterval rows, RowInterval bounds, Stage<RowFunctions>... stages) {
-  Sweep(rows, bounds, stages...).finish();
-}
-
 }  // namespace vistrel::core

@@ -2,7 +2,7 @@
 // means of neighbours, first of green and then of hues, the ratios of a colour to green. The more
 // samples change at a neighbour, the less it weighs.
 //
-// m: the mosaic, g: finished green, x: one finished colour, hue: its hues. Floating-point results
+// m: the mosaic, g: complete green, x: one complete colour, hue: its hues. Floating-point results
 // depend on the order of sums: they are evaluated as written here.
 #if defined(VISTREL_KIMMEL_FORMULAS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_KIMMEL_FORMULAS_INL_H

@@ -18,7 +18,7 @@ struct KimmelCross {
   HalfRowWindow<Real, 1> green, own, ownHue, opposite, oppositeHue;
 };
 
-// A finished row, by column parity.
+// A complete row, by column parity.
 template <class T>
 struct CompleteHalves {
   const T *own[2], *green[2], *opposite[2];

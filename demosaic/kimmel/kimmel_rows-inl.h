@@ -89,7 +89,7 @@ void atGreenRow(const KimmelCross<Real>& source, size_t n, Real* __restrict own,
   }
 }
 
-struct FillFinished {
+struct FillComplete {
   template <class T, int greenParity>
   VISTREL_INLINE static Halves<T> at(const CompleteHalves<T>& rows, size_t k) {
     Halves<T> h;
@@ -110,7 +110,7 @@ constexpr KimmelKernels<T, Real> kKimmelKernels = {
     {oppositeRow<T, Real, 0, false>, oppositeRow<T, Real, 1, false>},
     {oppositeRow<T, Real, 0, true>, oppositeRow<T, Real, 1, true>},
     {atGreenRow<T, Real, 0>, atGreenRow<T, Real, 1>},
-    kPixelKernels<T, CompleteHalves<T>, FillFinished>};
+    kPixelKernels<T, CompleteHalves<T>, FillComplete>};
 
 template <class T>
 constexpr const auto& kKimmelDoubleKernels = kKimmelKernels<T, double>;

@@ -61,15 +61,15 @@ std::optional<std::string> Block::describe(const uint8_t* address) const {
                      static_cast<size_t>(at) / pitch, shape.rowBytes);
 }
 
-Arena::Arena(size_t bytes)
+GuardedMemory::GuardedMemory(size_t bytes)
     : capacity_((bytes + kMargin - 1) / kMargin * kMargin),
       map_(reserve(capacity_ + 2 * kGuardBytes)) {
   open(map_ + kGuardBytes, capacity_);
 }
 
-Arena::~Arena() { munmap(map_, capacity_ + 2 * kGuardBytes); }
+GuardedMemory::~GuardedMemory() { munmap(map_, capacity_ + 2 * kGuardBytes); }
 
-Block Arena::place(const Shape& shape, Edge edge) const {
+Block GuardedMemory::place(const Shape& shape, Edge edge) const {
   const size_t span = shape.span();
   if (span > capacity_)
     throw std::length_error(fmt::format("a block of {} bytes is too large", span));

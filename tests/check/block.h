@@ -43,12 +43,12 @@ struct Block {
 };
 
 // A memory area between guard pages.
-class Arena {
+class GuardedMemory {
  public:
-  explicit Arena(size_t bytes);
-  ~Arena();
-  Arena(const Arena&) = delete;
-  Arena& operator=(const Arena&) = delete;
+  explicit GuardedMemory(size_t bytes);
+  ~GuardedMemory();
+  GuardedMemory(const GuardedMemory&) = delete;
+  GuardedMemory& operator=(const GuardedMemory&) = delete;
 
   Block place(const Shape& shape, Edge edge) const;
 

@@ -17,8 +17,8 @@ using Draws = std::function<Call(Draw&)>;
 
 void add(Catalogue& all, Subject subject, Draws draw, bool portable = true) {
   all.add("curves", std::move(subject), std::move(draw));
-  all.plans.back().levels = kByProcessor;
-  all.plans.back().portable = portable;
+  all.experiments.back().levels = kByProcessor;
+  all.experiments.back().portable = portable;
 }
 
 int asInt(uint32_t v) { return static_cast<int>(v); }

@@ -26,7 +26,7 @@ struct Algorithm {
 constexpr Algorithm kAlgorithms[] = {
     {"bilinear", DM_BILINEAR, MemoryLayout::guarded},
     {"edge", DM_EDGE_EX, MemoryLayout::blocks},
-    {"near-neighbor", 2, MemoryLayout::nearest},
+    {"near-neighbor", DM_NEAR_NEIGHBOR, MemoryLayout::nearest},
     {"laroche", DM_GRADIENT_LAROCHE, MemoryLayout::guarded},
     {"hamilton", DM_GRADIENT_HAMILTON, MemoryLayout::guarded},
     {"cok", DM_HUE_COK, MemoryLayout::guarded},
@@ -84,7 +84,7 @@ void addAlgorithm(Catalogue& all, const Algorithm& algorithm, bool wide) {
            conversions(wide, algorithm.path),
            {}},
           draw);
-  all.plans.back().portable = algorithm.path != Path::packed;
+  all.experiments.back().portable = algorithm.path != Path::packed;
 }
 
 // The homogeneity-directed algorithm has a function of its own, not a code.

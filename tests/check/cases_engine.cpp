@@ -213,7 +213,7 @@ void addEngine(Catalogue& all) {
          {[way](const Call& c, const Memory& m) { return runProduct(way, c, m); }, runReference},
          fillHostFrame},
         [way](Draw& draw) { return drawOne(draw, way); });
-    all.plans.back().cases = kCases;
+    all.experiments.back().cases = kCases;
   }
 }
 

@@ -117,7 +117,7 @@ void addRegistry(Catalogue& all) {
             call.b = draw.oneIn(4) ? 160 : 1 + draw.below(6);
             return call;
           });
-  all.plans.back().levels = false;
+  all.experiments.back().levels = false;
 }
 
 }  // namespace vistrel::core::check

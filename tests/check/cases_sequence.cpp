@@ -7,11 +7,11 @@
 namespace vistrel::core::check {
 namespace {
 
-Case drawSequence(Draw& draw, const std::vector<Plan>& steps) {
+Case drawSequence(Draw& draw, const std::vector<Experiment>& steps) {
   Case calls;
   const uint32_t count = 2 + draw.below(3);
   while (calls.size() < count) {
-    const Plan& step = steps[draw.below(static_cast<uint32_t>(steps.size()))];
+    const Experiment& step = steps[draw.below(static_cast<uint32_t>(steps.size()))];
     const uint64_t seed = draw.next();
     Draw own(seed, draw.below(Draw::kComplete));
     calls.push_back(step.draw(own).front());
@@ -22,11 +22,13 @@ Case drawSequence(Draw& draw, const std::vector<Plan>& steps) {
 }  // namespace
 
 void addSequence(Catalogue& all) {
-  std::vector<Plan> steps;
-  std::copy_if(all.plans.begin(), all.plans.end(), std::back_inserter(steps), [](const Plan& plan) {
-    return plan.portable && (plan.group == "demosaic" || plan.group == "skip");
-  });
-  all.plans.push_back(
+  std::vector<Experiment> steps;
+  std::copy_if(all.experiments.begin(), all.experiments.end(), std::back_inserter(steps),
+               [](const Experiment& experiment) {
+                 return experiment.portable &&
+                        (experiment.group == "demosaic" || experiment.group == "skip");
+               });
+  all.experiments.push_back(
       {"sequence", "sequence", [steps](Draw& draw) { return drawSequence(draw, steps); }});
 }
 

@@ -44,12 +44,12 @@ std::string asText(uint64_t sum) { return fmt::format("{:016x}", sum); }
 
 }  // namespace
 
-uint64_t checksum(const Catalogue& all, const Plan& plan, Side side) {
+uint64_t checksum(const Catalogue& all, const Experiment& experiment, Side side) {
   Sandbox sandbox(side);
   Fold fold;
   for (uint32_t n = 0; n < kCases; ++n) {
     Draw draw(kSeed, n);
-    const Case calls = plan.draw(draw);
+    const Case calls = experiment.draw(draw);
     std::vector<Layout> layouts;
     for (const Call& call : calls) layouts.push_back(all.subject(call.subject).layout(call));
     sandbox.beginCase(calls, layouts);
@@ -65,22 +65,22 @@ uint64_t checksum(const Catalogue& all, const Plan& plan, Side side) {
 }
 
 void printChecksums(const Catalogue& all) {
-  for (const Plan& plan : all.plans)
-    if (hasChecksum(plan))
-      fmt::print("{} {}\n", plan.name, asText(checksum(all, plan, kReference)));
+  for (const Experiment& experiment : all.experiments)
+    if (hasChecksum(experiment))
+      fmt::print("{} {}\n", experiment.name, asText(checksum(all, experiment, kReference)));
 }
 
 bool compareChecksums(const Catalogue& all, Side side, const std::string& path) {
   const auto golden = readGolden(path);
   bool same = true;
-  for (const Plan& plan : all.plans) {
-    if (!hasChecksum(plan)) continue;
-    const auto entry = golden.find(plan.name);
+  for (const Experiment& experiment : all.experiments) {
+    if (!hasChecksum(experiment)) continue;
+    const auto entry = golden.find(experiment.name);
     const std::string expected = entry == golden.end() ? "none" : entry->second;
-    const std::string got = asText(checksum(all, plan, side));
+    const std::string got = asText(checksum(all, experiment, side));
     if (got == expected) continue;
     same = false;
-    fmt::print("FAIL {}: got {}, expected {}\n", plan.name, got, expected);
+    fmt::print("FAIL {}: got {}, expected {}\n", experiment.name, got, expected);
   }
   return same;
 }

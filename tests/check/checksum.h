@@ -1,4 +1,4 @@
-// One number per plan: a hash of the results of a fixed set of cases.
+// One number per experiment: a hash of the results of a fixed set of cases.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace vistrel::core::check {
 
-// Plans whose results depend on the processor or on the C library have none.
-inline bool hasChecksum(const Plan& plan) { return plan.portable; }
-uint64_t checksum(const Catalogue& all, const Plan& plan, Side side);
+// Experiments whose results depend on the processor or on the C library have none.
+inline bool hasChecksum(const Experiment& experiment) { return experiment.portable; }
+uint64_t checksum(const Catalogue& all, const Experiment& experiment, Side side);
 
 // Prints the reference's numbers, in the form of the golden file.
 void printChecksums(const Catalogue& all);

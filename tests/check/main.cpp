@@ -13,6 +13,7 @@
 #include "tests/check/checksum.h"
 #include "tests/check/measure.h"
 #include "tests/check/self_test.h"
+#include "tests/supported_levels.h"
 
 namespace vistrel::core::check {
 namespace {
@@ -28,9 +29,9 @@ struct Options {
   uint64_t seed = 1;
 };
 
-bool chosen(const Plan& plan, const Options& options) {
-  return plan.name.find(options.filter) != std::string::npos &&
-         (options.group.empty() || plan.group == options.group);
+bool chosen(const Experiment& experiment, const Options& options) {
+  return experiment.name.find(options.filter) != std::string::npos &&
+         (options.group.empty() || experiment.group == options.group);
 }
 
 // Prints what went wrong and the line that repeats it.
@@ -48,13 +49,13 @@ bool passes(Checker& checker, const Case& calls, Level level) {
 using Failures = std::array<int, kLevels>;
 
 // Runs each case at every level. Leaves a level after kFailuresShown failures.
-Failures countFailures(Checker& checker, const Plan& plan, const std::vector<Level>& levels,
-                       const Options& options) {
-  const uint32_t cases = options.cases ? options.cases : plan.cases;
+Failures countFailures(Checker& checker, const Experiment& experiment,
+                       const std::vector<Level>& levels, const Options& options) {
+  const uint32_t cases = options.cases ? options.cases : experiment.cases;
   Failures failures = {};
   for (uint32_t n = 0; n < cases; ++n) {
     Draw draw(options.seed, n);
-    const Case calls = plan.draw(draw);
+    const Case calls = experiment.draw(draw);
     for (const Level level : levels) {
       int& count = failures[static_cast<size_t>(level)];
       if (count < kFailuresShown && !passes(checker, calls, level)) ++count;
@@ -63,33 +64,33 @@ Failures countFailures(Checker& checker, const Plan& plan, const std::vector<Lev
   return failures;
 }
 
-bool checkPlan(Checker& checker, const Plan& plan, std::vector<Level> levels,
-               const Options& options) {
+bool checkExperiment(Checker& checker, const Experiment& experiment, std::vector<Level> levels,
+                     const Options& options) {
   const auto start = std::chrono::steady_clock::now();
-  if (!plan.levels) levels.resize(1);
-  const Failures failures = countFailures(checker, plan, levels, options);
+  if (!experiment.levels) levels.resize(1);
+  const Failures failures = countFailures(checker, experiment, levels, options);
   std::string failed, passed;
   for (const Level level : levels)
     (failures[static_cast<size_t>(level)] ? failed : passed) +=
-        fmt::format(" {}", plan.levels ? nameOf(level) : "any level");
+        fmt::format(" {}", experiment.levels ? nameOf(level) : "any level");
   const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-  if (!failed.empty()) fmt::print("FAILED {} at{}\n", plan.name, failed);
-  if (!passed.empty()) fmt::print("ok {} at{} ({:.1f} s)\n", plan.name, passed, time.count());
+  if (!failed.empty()) fmt::print("FAILED {} at{}\n", experiment.name, failed);
+  if (!passed.empty()) fmt::print("ok {} at{} ({:.1f} s)\n", experiment.name, passed, time.count());
   return failed.empty();
 }
 
 int check(const Catalogue& all, const std::vector<Level>& levels, const Options& options) {
   Checker checker(all);
-  int plans = 0, failed = 0;
-  for (const Plan& plan : all.plans) {
-    if (!chosen(plan, options)) continue;
-    ++plans;
-    if (!checkPlan(checker, plan, levels, options)) ++failed;
+  int experiments = 0, failed = 0;
+  for (const Experiment& experiment : all.experiments) {
+    if (!chosen(experiment, options)) continue;
+    ++experiments;
+    if (!checkExperiment(checker, experiment, levels, options)) ++failed;
   }
-  if (plans == 0)
+  if (experiments == 0)
     throw std::invalid_argument(fmt::format(
         "--filter '{}' --group '{}': no such function; see --list", options.filter, options.group));
-  if (failed) fmt::print("{} of {} functions failed\n", failed, plans);
+  if (failed) fmt::print("{} of {} functions failed\n", failed, experiments);
   return failed ? kFailed : kPassed;
 }
 
@@ -112,11 +113,11 @@ int repeat(const Catalogue& all, const std::vector<Level>& levels, const Options
 
 int bench(const Catalogue& all, const std::vector<Level>& levels, const Options& options) {
   fmt::print("nanoseconds per source pixel: minimum, median\n");
-  for (const Plan& plan : all.plans) {
-    if (!chosen(plan, options) || !plan.levels) continue;
+  for (const Experiment& experiment : all.experiments) {
+    if (!chosen(experiment, options) || !experiment.levels) continue;
     for (uint32_t n = 0; n < (options.cases ? options.cases : kBenchCases); ++n) {
       Draw draw = Draw::forBench(options.seed, n);
-      const Case calls = plan.draw(draw);
+      const Case calls = experiment.draw(draw);
       if (calls.size() == 1) measure(all, calls, levels);
     }
   }
@@ -124,8 +125,8 @@ int bench(const Catalogue& all, const std::vector<Level>& levels, const Options&
 }
 
 int list(const Catalogue& all, const Options& options) {
-  for (const Plan& plan : all.plans)
-    if (chosen(plan, options)) fmt::print("{:<10} {}\n", plan.group, plan.name);
+  for (const Experiment& experiment : all.experiments)
+    if (chosen(experiment, options)) fmt::print("{:<10} {}\n", experiment.group, experiment.name);
   return kPassed;
 }
 
@@ -142,7 +143,7 @@ int compareGolden(const Catalogue& all, const std::vector<Level>& levels, const 
 }
 
 int run(const Options& options) {
-  std::vector<Level> levels = supportedLevels();
+  std::vector<Level> levels = test::supportedLevels();
   if (!options.level.empty()) {
     const auto level = levelNamed(options.level);
     if (!level)

@@ -43,7 +43,7 @@ class Sandbox {
   void attachStream(const Call& call) const;
 
   Side side_;
-  Arena source_, destination_, work_, table_;
+  GuardedMemory source_, destination_, work_, table_;
   GuardPageRows rows_;
   Memory memory_;
 };

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/check/checker.h"
+#include "tests/supported_levels.h"
 
 namespace vistrel::core::check {
 namespace {
@@ -189,7 +190,7 @@ const Mutant kMutants[] = {
      "mono-8to8",
      [](const Subject::Run& right, const Call& c, const Memory& m) {
        const uint64_t result = right(c, m);
-       if (currentLevel() == supportedLevels().back()) spoilFirstByte(m.destination);
+       if (currentLevel() == test::supportedLevels().back()) spoilFirstByte(m.destination);
        return result;
      },
      {Kind::destination}},
@@ -248,15 +249,16 @@ Catalogue catalogueOf(const Catalogue& all, const Mutant& mutant) {
 
 // Every kind of failure that the checker reports, each with the first text.
 std::map<Kind, std::string> failuresOf(const Catalogue& all, const Mutant& mutant, uint64_t seed) {
-  const Plan& plan = *std::find_if(all.plans.begin(), all.plans.end(),
-                                   [&](const Plan& p) { return p.name == mutant.base; });
+  const Experiment& experiment =
+      *std::find_if(all.experiments.begin(), all.experiments.end(),
+                    [&](const Experiment& p) { return p.name == mutant.base; });
   const Catalogue catalogue = catalogueOf(all, mutant);
   Checker checker(catalogue);
   std::map<Kind, std::string> failures;
-  for (uint32_t n = 0; n < plan.cases; ++n) {
+  for (uint32_t n = 0; n < experiment.cases; ++n) {
     Draw draw(seed, n);
-    const Case calls = plan.draw(draw);
-    if (const auto failure = checker.check(calls, supportedLevels().back()))
+    const Case calls = experiment.draw(draw);
+    if (const auto failure = checker.check(calls, test::supportedLevels().back()))
       failures.emplace(failure->kind, failure->text);
   }
   return failures;

@@ -13,11 +13,11 @@ namespace vistrel::core::check {
 void Catalogue::add(const std::string& group, Subject subject, std::function<Call(Draw&)> draw) {
   const std::string name = subject.name;
   subjects.push_back(std::move(subject));
-  plans.push_back({name, group, [name, draw = std::move(draw)](Draw& d) {
-                     Call call = draw(d);
-                     call.subject = name;
-                     return Case{call};
-                   }});
+  experiments.push_back({name, group, [name, draw = std::move(draw)](Draw& d) {
+                           Call call = draw(d);
+                           call.subject = name;
+                           return Case{call};
+                         }});
 }
 
 const Subject& Catalogue::subject(const std::string& name) const {

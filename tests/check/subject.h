@@ -64,7 +64,7 @@ struct Subject {
 };
 
 // Cases to try.
-struct Plan {
+struct Experiment {
   std::string name;
   std::string group;
   std::function<Case(Draw&)> draw;
@@ -75,9 +75,9 @@ struct Plan {
 
 struct Catalogue {
   std::vector<Subject> subjects;
-  std::vector<Plan> plans;
+  std::vector<Experiment> experiments;
 
-  // Adds a function and a plan whose cases have one call.
+  // Adds a function and a experiment whose cases have one call.
   void add(const std::string& group, Subject subject, std::function<Call(Draw&)> draw);
   const Subject& subject(const std::string& name) const;
 };

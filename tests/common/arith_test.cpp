@@ -32,9 +32,6 @@ TEST(Shifts, OfSignedNumbersRoundDown) {
 }
 
 TEST(Wrapping, StartsOverPastEitherLimit) {
-  EXPECT_EQ(wrapAdd(2, -5), -3);
-  EXPECT_EQ(wrapAdd(kMax, 1), kMin);
-  EXPECT_EQ(wrapAdd(kMin, -1), kMax);
   EXPECT_EQ(wrapSub(2, 5), -3);
   EXPECT_EQ(wrapSub(kMin, 1), kMax);
   EXPECT_EQ(wrapSub(0, kMin), kMin);

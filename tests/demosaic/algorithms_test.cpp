@@ -35,7 +35,7 @@ std::map<std::string, Cells> tableOf(const std::string& page, const std::string&
 
 // How many rows an algorithm reads above or below those that it makes, whichever is more.
 template <class T>
-int reachOf(const Algorithm& algorithm) {
+int reachOf(const AlgorithmRow& algorithm) {
   constexpr int kSide = 64;
   const RowInterval wanted{20, 30};
   const auto frame = flat<T>(kSide * kSide, 1);
@@ -58,7 +58,7 @@ int reachOf(const Algorithm& algorithm) {
 TEST(Algorithms, HaveDistinctNamesAndCodes) {
   std::set<std::string> names;
   std::set<uint32_t> codes;
-  for (const Algorithm& a : kAlgorithms) {
+  for (const AlgorithmRow& a : kAlgorithms) {
     names.insert(a.name);
     codes.insert(a.code);
     EXPECT_EQ(findAlgorithm(a.code), &a);
@@ -71,7 +71,7 @@ TEST(Algorithms, HaveDistinctNamesAndCodes) {
 TEST(Algorithms, ReachAsFarAsTheTableOfStagesSays) {
   auto rows = tableOf("architecture.md", "| Algorithm | Stages");
   EXPECT_EQ(rows.size(), std::size(kAlgorithms));
-  for (const Algorithm& a : kAlgorithms) {
+  for (const AlgorithmRow& a : kAlgorithms) {
     ASSERT_EQ(rows.count(a.name), 1u) << a.name;
     EXPECT_EQ(rows[a.name].at(2), std::to_string(reachOf<uint8_t>(a))) << a.name;
     EXPECT_EQ(reachOf<uint16_t>(a), reachOf<uint8_t>(a)) << a.name;
@@ -81,7 +81,7 @@ TEST(Algorithms, ReachAsFarAsTheTableOfStagesSays) {
 TEST(Algorithms, HaveTheLimitsThatTheProgramsPageSays) {
   auto rows = tableOf("program.md", "| Name | Method");
   EXPECT_EQ(rows.size(), std::size(kAlgorithms));
-  for (const Algorithm& a : kAlgorithms) {
+  for (const AlgorithmRow& a : kAlgorithms) {
     ASSERT_EQ(rows.count(a.name), 1u) << a.name;
     const std::string side = std::to_string(a.minSize);
     EXPECT_EQ(rows[a.name].at(2), "8 to " + std::to_string(a.maxBits)) << a.name;

@@ -71,7 +71,7 @@ T calcOneGreen(T* pPixel, unsigned nStride, unsigned nMode) {
   return static_cast<T>(base::PixelGrouping<T>::green(p.sensed()));
 }
 
-// Writes red to pFirst and blue to pSecond, using finished green; the one that the site senses
+// Writes red to pFirst and blue to pSecond, using complete green; the one that the site senses
 // becomes 0.
 template <class T>
 void calcOneRedBlu(T* pPixel, unsigned nStride, T* pFirst, T* pSecond, unsigned nMode) {

@@ -76,7 +76,8 @@ class StreamAtEveryLevel : public ::testing::TestWithParam<Level> {
 
 }  // namespace vistrel::core::test
 
-#define VISTREL_STREAM_SUITE(Suite)                                                               \
-  class Suite : public ::vistrel::core::test::StreamAtEveryLevel {};                              \
-  INSTANTIATE_TEST_SUITE_P(Every, Suite, ::testing::ValuesIn(::vistrel::core::supportedLevels()), \
+#define VISTREL_STREAM_SUITE(Suite)                                                       \
+  class Suite : public ::vistrel::core::test::StreamAtEveryLevel {};                      \
+  INSTANTIATE_TEST_SUITE_P(Every, Suite,                                                  \
+                           ::testing::ValuesIn(::vistrel::core::test::supportedLevels()), \
                            ::testing::PrintToStringParamName())

@@ -12,12 +12,12 @@ VISTREL_LEVEL_SUITE(PixelRowsSuite);
 TEST_P(PixelRowsSuite, Packed) {
   for (const size_t width : kRowWidths) {
     expectSplitsToAgree(width, 3, 1, [&](Image& image, bool bypasses, Arena& arena) {
-      return PackedRows(image.plane(0, bypasses), width, 3, 3, nullptr, arena);
+      return InterleavedRows(image.plane(0, bypasses), width, 3, 3, nullptr, arena);
     });
     if (4 * width <= kStride)
       expectSplitsToAgree(width, 3, 1, [&](Image& image, bool bypasses, Arena& arena) {
         const auto alpha = pixelFormatKernels().alphaLast8;
-        return PackedRows(image.plane(0, bypasses), width, 3, 4, alpha, arena);
+        return InterleavedRows(image.plane(0, bypasses), width, 3, 4, alpha, arena);
       });
   }
 }

@@ -19,11 +19,12 @@ struct PixelRowsTest : ::testing::TestWithParam<bool> {
   std::vector<uint8_t> image = flat<uint8_t>(kStride * kRows, 0x55);
   Memory memory;
 
-  PackedRows rows(size_t sourceBytes, PixelFunction convert) {
-    return PackedRows({image.data(), kStride, GetParam()}, kWidth, sourceBytes, 4, convert, memory);
+  InterleavedRows rows(size_t sourceBytes, PixelFunction convert) {
+    return InterleavedRows({image.data(), kStride, GetParam()}, kWidth, sourceBytes, 4, convert,
+                           memory);
   }
   // Writes row 1 in pieces, and expects it there and the rest unchanged.
-  void expectRow(PackedRows rows, size_t sourceBytes, const std::vector<uint8_t>& row) {
+  void expectRow(InterleavedRows rows, size_t sourceBytes, const std::vector<uint8_t>& row) {
     rows.begin(1);
     for (size_t at = 0; at < kWidth; at += 100)
       rows.append(pixels.data() + at * sourceBytes, std::min<size_t>(100, kWidth - at));
@@ -49,7 +50,8 @@ TEST_P(PixelRowsTest, LieInPlaceUnlessTheyChangeOrBypassTheCaches) {
 
 TEST_P(PixelRowsTest, OfSixteenBitSamplesLieInPlaceAtEvenAddressesOnly) {
   for (const size_t address : {0, 1}) {
-    PackedRows rows({image.data() + address, kStride, GetParam()}, kWidth, 2, 2, nullptr, memory);
+    InterleavedRows rows({image.data() + address, kStride, GetParam()}, kWidth, 2, 2, nullptr,
+                         memory);
     const bool isPossible = address == 0 && !GetParam();
     EXPECT_EQ(rows.inPlace(1), isPossible ? image.data() + kStride : nullptr);
     rows.begin(1);

@@ -59,7 +59,7 @@ constexpr uint64_t kSeed = 0xCBF29CE484222325, kPrime = 0x100000001B3;
 }  // namespace
 
 std::string nameOf(const Case& c) {
-  const std::string tone = c.lutMode == kAllBits ? "" : fmt::format(", lut mode {}", c.lutMode);
+  const std::string tone = c.reduction == kAllBits ? "" : fmt::format(", lut mode {}", c.reduction);
   return fmt::format("{}, {} bits, {}, binning {}{}", c.algorithm, c.bits,
                      vistrel_phase_name(c.phase), c.binning, tone);
 }

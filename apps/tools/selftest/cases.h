@@ -18,7 +18,7 @@ struct Case {
   uint32_t bits;  // 8: 8-bit samples, otherwise 16-bit ones
   uint32_t phase;
   uint32_t binning;
-  uint32_t lutMode;  // a window or a curve; kAllBits: none
+  uint32_t reduction;  // a window or a curve; kAllBits: none
 };
 constexpr uint32_t kAllBits = ~0u;
 

@@ -20,8 +20,8 @@ vistrel_conversion conversionOf(const Case& c, const vistrel_frame& frame) {
   conversion.threshold = c.threshold;
   conversion.binning = c.binning;
   const bool mono = c.phase == VISTREL_MONO;
-  if (c.lutMode != kAllBits)
-    conversion.reduction = c.lutMode;
+  if (c.reduction != kAllBits)
+    conversion.reduction = c.reduction;
   else if (c.bits > 8)
     conversion.format = mono ? VISTREL_MONO16 : VISTREL_BGR48;
   return conversion;

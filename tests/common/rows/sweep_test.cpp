@@ -14,7 +14,7 @@ using ::testing::ElementsAre;
 
 TEST(Sweep, RunsASingleStageRowByRow) {
   std::vector<int> rows;
-  sweep({2, 6}, kUnbounded, stage(0, [&](int y) { rows.push_back(y); }));
+  Sweep({2, 6}, kUnbounded, stage(0, [&](int y) { rows.push_back(y); })).finish();
   EXPECT_THAT(rows, ElementsAre(2, 3, 4, 5));
 }
 
@@ -23,7 +23,7 @@ TEST(Sweep, RunsAStageAsSoonAsItsRowsAreThere) {
   const auto step = [&](char name) {
     return [&steps, name](int y) { steps += name + std::to_string(y) + ' '; };
   };
-  sweep({0, 3}, {0, 3}, stage(0, step('a')), stage(1, step('b')), stage(0, step('c')));
+  Sweep({0, 3}, {0, 3}, stage(0, step('a')), stage(1, step('b')), stage(0, step('c'))).finish();
   EXPECT_EQ(steps, "a0 a1 b0 c0 a2 b1 c1 b2 c2 ");
 }
 
@@ -36,16 +36,18 @@ struct Made {
       for (int row = y - reach; row <= y + reach; ++row)
         EXPECT_EQ(before.count(row), bounds.first <= row && row < bounds.end) << y << ' ' << row;
     };
-    sweep(rows, bounds, stage(0, [&](int y) { EXPECT_TRUE(first.insert(y).second); }),
+    Sweep(rows, bounds, stage(0, [&](int y) { EXPECT_TRUE(first.insert(y).second); }),
           stage(2,
                 [=, this](int y) {
                   expectRound(first, y, 2);
                   EXPECT_TRUE(second.insert(y).second);
                 }),
-          stage(1, [=, this](int y) {
-            expectRound(second, y, 1);
-            EXPECT_TRUE(third.insert(y).second);
-          }));
+          stage(1,
+                [=, this](int y) {
+                  expectRound(second, y, 1);
+                  EXPECT_TRUE(third.insert(y).second);
+                }))
+        .finish();
   }
 };
 

@@ -58,9 +58,9 @@ uint64_t hashOf16Bit(const Case& c, uint32_t format, uint32_t lutMode) {
 uint64_t hashOfCase(const Case& c) {
   if (c.bits == 8) return hashOfBytes(c);
   const bool mono = c.phase == VISTREL_MONO;
-  if (c.lutMode == kAllBits)
+  if (c.reduction == kAllBits)
     return hashOf16Bit<uint16_t>(c, mono ? VISTREL_MONO16 : VISTREL_BGR48, 0);
-  return hashOf16Bit<uint8_t>(c, mono ? VISTREL_MONO8 : VISTREL_BGR24, c.lutMode);
+  return hashOf16Bit<uint8_t>(c, mono ? VISTREL_MONO8 : VISTREL_BGR24, c.reduction);
 }
 
 std::string golden() {

@@ -9,8 +9,8 @@
 #include "common/depth.h"
 #include "common/rows/pixel_kernels-inl.h"
 #include "common/rows/taps-inl.h"
-#include "demosaic/cok_formulas-inl.h"
-#include "demosaic/cok_kernels.h"
+#include "demosaic/cok/cok_formulas-inl.h"
+#include "demosaic/cok/cok_kernels.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {

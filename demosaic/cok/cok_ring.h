@@ -1,15 +1,15 @@
 // Rings of a few rows: green and hues at the red and blue sites.
 #pragma once
 
-#include "demosaic/cok_kernels.h"
+#include "demosaic/cok/cok_kernels.h"
 #include "demosaic/guarded.h"
 
 namespace vistrel::core {
 
 template <class T>
-class HueRing {
+class CokRing {
  public:
-  HueRing(const MosaicRing<T>& ring, Arena& arena)
+  CokRing(const MosaicRing<T>& ring, Arena& arena)
       : ring_(ring), green_(2, 1, ring.columns(), arena),
         hues_(kRows + 1, kParts, 2 * partSize(), arena) {}
 
@@ -37,7 +37,6 @@ class HueRing {
 
  private:
   static constexpr unsigned kRows = 3, kParts = HueParts<T>::kParts;
-  static constexpr size_t kVector = 16;  // slack after each part
 
   size_t partSize() const { return ring_.halfSize(0) / kParts + 1; }
 

@@ -1,5 +1,5 @@
-// Pixels that an algorithm finishes, against those that the output makes of its rows.
-#include "demosaic/finished_rows.h"
+// Pixels that an algorithm storesDirectly, against those that the output makes of its rows.
+#include "demosaic/direct_rows.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "demosaic/algorithms.h"
-#include "output/finished_output.h"
+#include "output/direct_output.h"
 #include "tests/frames.h"
 #include "tests/levels.h"
 
@@ -15,7 +15,8 @@ namespace vistrel::core::test {
 namespace {
 
 constexpr int kHeight = 7;
-constexpr Finish kAll[] = {Finish::three, Finish::alphaLast, Finish::alphaFirst, Finish::luma};
+constexpr DirectFormat kAll[] = {DirectFormat::three, DirectFormat::alphaLast,
+                                 DirectFormat::alphaFirst, DirectFormat::luma};
 
 template <class T>
 DemosaicJob<T> jobOf(RowSource<T>& source, ImageSink<T>& image, unsigned phase, int width,
@@ -35,20 +36,20 @@ DemosaicJob<T> jobOf(RowSource<T>& source, ImageSink<T>& image, unsigned phase, 
 template <class T>
 void run(const DemosaicJob<T>& job) {
   withArena([&](Arena& arena) {
-    core::Demosaic<T>* const demosaic = bilinear<T>().make(job, arena);
+    core::RowProcess<T>* const demosaic = bilinear<T>().make(job, arena);
     if (demosaic) demosaic->advance(demosaic->last());
   });
 }
 
 // A pixel of samples, in the order that they have, as bytes of the format.
-void finish(Finish finish, const unsigned (&s)[3], std::vector<uint8_t>& bytes) {
-  if (finish == Finish::luma) {
+void store(DirectFormat format, const unsigned (&s)[3], std::vector<uint8_t>& bytes) {
+  if (format == DirectFormat::luma) {
     bytes.push_back(static_cast<uint8_t>((114 * s[0] + 587 * s[1] + 299 * s[2] + 500) / 1000));
     return;
   }
-  if (finish == Finish::alphaFirst) bytes.push_back(255);
+  if (format == DirectFormat::alphaFirst) bytes.push_back(255);
   for (unsigned sample : s) bytes.push_back(static_cast<uint8_t>(sample));
-  if (finish == Finish::alphaLast) bytes.push_back(255);
+  if (format == DirectFormat::alphaLast) bytes.push_back(255);
 }
 
 template <class T>
@@ -69,24 +70,24 @@ std::vector<unsigned> reducedSamples(RowSource<T>& source, unsigned phase, int w
 }
 
 template <class T>
-void expectFinished(int width, unsigned phase, unsigned shift, Finish format) {
+void expectDirect(int width, unsigned phase, unsigned shift, DirectFormat format) {
   const auto frame = frameOf<T>(width, phase + 5);
   PlainRows<T> source(frame.data(), width, kHeight);
-  const bool redFirst = format != Finish::luma && phase % 2 == 1;
+  const bool redFirst = format != DirectFormat::luma && phase % 2 == 1;
   const auto samples = reducedSamples<T>(source, phase, width, redFirst, shift);
   std::vector<uint8_t> expected;
   for (size_t i = 0; i < samples.size(); i += 3)
-    finish(format, {samples[i], samples[i + 1], samples[i + 2]}, expected);
+    store(format, {samples[i], samples[i + 1], samples[i + 2]}, expected);
 
   for (const bool bypasses : {false, true}) {
     const size_t rowBytes = bytesOf(format) * static_cast<size_t>(width);
     std::vector<uint8_t> bytes(rowBytes * kHeight + 1, 7);
     withArena([&](Arena& arena) {
-      FinishedOutput<T> output({bytes.data(), static_cast<ptrdiff_t>(rowBytes), bypasses}, rowBytes,
-                               0, 0, arena);
+      DirectOutput<T> output({bytes.data(), static_cast<ptrdiff_t>(rowBytes), bypasses}, rowBytes,
+                             0, 0, arena);
       auto job = jobOf<T>(source, output, phase, width, redFirst);
-      job.finishing = Finishing{format, shift, 0, static_cast<size_t>(width)};
-      core::Demosaic<T>* const demosaic = bilinear<T>().make(job, arena);
+      job.direct = DirectJob{format, shift, 0, static_cast<size_t>(width)};
+      core::RowProcess<T>* const demosaic = bilinear<T>().make(job, arena);
       if (demosaic) demosaic->advance(demosaic->last());
     });
     EXPECT_EQ(bytes.back(), 7) << "behind the last row";
@@ -111,7 +112,7 @@ std::vector<uint8_t> imageOfYcc420(int width, Make make) {
 }
 
 template <class T>
-void expectFinishedYcc420(int width, unsigned phase, unsigned shift) {
+void expectDirectYcc420(int width, unsigned phase, unsigned shift) {
   const auto columns = static_cast<size_t>(width);
   const auto frame = frameOf<T>(width, phase + 9);
   PlainRows<T> source(frame.data(), width, kHeight);
@@ -125,35 +126,35 @@ void expectFinishedYcc420(int width, unsigned phase, unsigned shift) {
       rows.end();
     }
   });
-  const auto finished = imageOfYcc420(width, [&](Ycc420Rows& rows, Arena& arena) {
-    FinishedYcc420<T> output(rows, columns, 0, 0, arena);
+  const auto direct = imageOfYcc420(width, [&](Ycc420Rows& rows, Arena& arena) {
+    DirectYcc420<T> output(rows, columns, 0, 0, arena);
     auto job = jobOf<T>(source, output, phase, width, false);
-    job.finishing = Finishing{Finish::ycc420, shift, 0, columns, &output.sums()};
-    core::Demosaic<T>* const demosaic = bilinear<T>().make(job, arena);
+    job.direct = DirectJob{DirectFormat::ycc420, shift, 0, columns, &output.sums()};
+    core::RowProcess<T>* const demosaic = bilinear<T>().make(job, arena);
     if (demosaic) demosaic->advance(demosaic->last());
   });
-  EXPECT_TRUE(finished == expected) << width << " columns, phase " << phase << ", shift " << shift;
+  EXPECT_TRUE(direct == expected) << width << " columns, phase " << phase << ", shift " << shift;
 }
 
-VISTREL_LEVEL_SUITE(FinishedRows);
+VISTREL_LEVEL_SUITE(DirectRows);
 
-TEST_P(FinishedRows, EqualWhatTheOutputMakes) {
-  if (!bilinear<uint8_t>().finishes()) GTEST_SKIP() << "this level leaves it to the output";
+TEST_P(DirectRows, EqualWhatTheOutputMakes) {
+  if (!bilinear<uint8_t>().storesDirectly()) GTEST_SKIP() << "this level leaves it to the output";
   for (int width : {2, 3, 17, 63, 64, 65, 127, 128, 129, 300})
     for (unsigned phase = 0; phase < 4; ++phase)
-      for (Finish format : kAll) {
-        expectFinished<uint8_t>(width, phase, 0, format);
-        for (unsigned shift : {4u, 3u, 2u}) expectFinished<uint16_t>(width, phase, shift, format);
+      for (DirectFormat format : kAll) {
+        expectDirect<uint8_t>(width, phase, 0, format);
+        for (unsigned shift : {4u, 3u, 2u}) expectDirect<uint16_t>(width, phase, shift, format);
       }
 }
 
 // All widths are even.
-TEST_P(FinishedRows, OfLumaAndChromaEqualWhatTheOutputMakes) {
-  if (!bilinear<uint8_t>().finishes()) GTEST_SKIP() << "this level leaves it to the output";
+TEST_P(DirectRows, OfLumaAndChromaEqualWhatTheOutputMakes) {
+  if (!bilinear<uint8_t>().storesDirectly()) GTEST_SKIP() << "this level leaves it to the output";
   for (int width : {2, 4, 18, 62, 64, 66, 126, 128, 130, 300})
     for (unsigned phase = 0; phase < 4; ++phase) {
-      expectFinishedYcc420<uint8_t>(width, phase, 0);
-      for (unsigned shift : {4u, 3u, 2u}) expectFinishedYcc420<uint16_t>(width, phase, shift);
+      expectDirectYcc420<uint8_t>(width, phase, 0);
+      for (unsigned shift : {4u, 3u, 2u}) expectDirectYcc420<uint16_t>(width, phase, shift);
     }
 }
 

@@ -1,14 +1,14 @@
-// Rows of finished pixels: turns vectors of half rows directly into bytes.
-#if defined(VISTREL_FINISHED_ROWS_INL_H) == defined(VISTREL_TOGGLE)
-#ifdef VISTREL_FINISHED_ROWS_INL_H
-#undef VISTREL_FINISHED_ROWS_INL_H
+// Turns vectors of half rows into bytes of the caller's format.
+#if defined(VISTREL_DIRECT_ROWS_INL_H) == defined(VISTREL_TOGGLE)
+#ifdef VISTREL_DIRECT_ROWS_INL_H
+#undef VISTREL_DIRECT_ROWS_INL_H
 #else
-#define VISTREL_FINISHED_ROWS_INL_H
+#define VISTREL_DIRECT_ROWS_INL_H
 #endif
 
 #include "common/rows/pixel_kernels-inl.h"
 #include "common/simd/pairs-inl.h"
-#include "demosaic/finished_rows.h"
+#include "demosaic/direct_rows.h"
 #include "output/bt709-inl.h"
 #include "output/luma-inl.h"
 
@@ -143,42 +143,42 @@ struct Sums {
   }
 };
 
-VISTREL_INLINE void storeYcc420(const FinishedPlace& to, const ByteHalves& h) {
+VISTREL_INLINE void storeYcc420(const DirectPlace& to, const ByteHalves& h) {
   storeInTurn(to.pixels, luma709(channelsOf(h, 0)), luma709(channelsOf(h, 1)));
   const Sums green(h.green);
   Sums(h.first).storeWithout(green, to.sums.blue);
   Sums(h.last).storeWithout(green, to.sums.red);
 }
 
-template <Finish finish>
-VISTREL_INLINE void storeFinished(const FinishedPlace& to, const ByteHalves& h) {
-  if constexpr (finish == Finish::three)
+template <DirectFormat format>
+VISTREL_INLINE void storeFormat(const DirectPlace& to, const ByteHalves& h) {
+  if constexpr (format == DirectFormat::three)
     storePixels<uint8_t>(to.pixels, nullptr, h.first, h.green, h.last);
-  else if constexpr (finish == Finish::luma)
+  else if constexpr (format == DirectFormat::luma)
     storeLuma(to.pixels, h);
-  else if constexpr (finish == Finish::ycc420)
+  else if constexpr (format == DirectFormat::ycc420)
     storeYcc420(to, h);
   else
-    storeWithAlpha<finish == Finish::alphaFirst>(to.pixels, h);
+    storeWithAlpha<format == DirectFormat::alphaFirst>(to.pixels, h);
 }
 
 // The place of column x, an even one.
-template <Finish finish>
-VISTREL_INLINE FinishedPlace placeAt(const FinishedPlace& row, size_t x) {
-  FinishedPlace place{row.pixels + bytesOf(finish) * x, {}};
-  if constexpr (finish == Finish::ycc420)
+template <DirectFormat format>
+VISTREL_INLINE DirectPlace placeAt(const DirectPlace& row, size_t x) {
+  DirectPlace place{row.pixels + bytesOf(format) * x, {}};
+  if constexpr (format == DirectFormat::ycc420)
     place.sums = {row.sums.blue + x / 2, row.sums.red + x / 2};
   return place;
 }
 
 // n columns, fewer than a vector makes.
-template <Finish finish>
-void storeFew(const FinishedPlace& to, const ByteHalves& h, size_t n) {
-  uint8_t pixels[bytesOf(finish) * 2 * kLanes<uint8_t>];
+template <DirectFormat format>
+void storeFew(const DirectPlace& to, const ByteHalves& h, size_t n) {
+  uint8_t pixels[bytesOf(format) * 2 * kLanes<uint8_t>];
   int16_t blue[kLanes<uint8_t>], red[kLanes<uint8_t>];
-  storeFinished<finish>({pixels, {blue, red}}, h);
-  std::memcpy(to.pixels, pixels, bytesOf(finish) * n);
-  if constexpr (finish == Finish::ycc420) {
+  storeFormat<format>({pixels, {blue, red}}, h);
+  std::memcpy(to.pixels, pixels, bytesOf(format) * n);
+  if constexpr (format == DirectFormat::ycc420) {
     std::memcpy(to.sums.blue, blue, n / 2 * sizeof(int16_t));
     std::memcpy(to.sums.red, red, n / 2 * sizeof(int16_t));
   }
@@ -214,11 +214,11 @@ VISTREL_INLINE Halves<uint8_t> bytesAt(const Rows& rows, size_t k, unsigned shif
   }
 }
 
-template <class T, class Rows, class Fill, Finish finish, int greenParity, bool redRow>
-void finishedRow(const Rows& source, size_t columns, unsigned shift, const FinishedPlace& place,
-                 Prefetcher next) {
+template <class T, class Rows, class Fill, DirectFormat format, int greenParity, bool redRow>
+void directRow(const Rows& source, size_t columns, unsigned shift, const DirectPlace& place,
+               Prefetcher next) {
   const Rows rows = source;
-  const FinishedPlace to = place;
+  const DirectPlace to = place;
   const auto halvesAt = [&](size_t x) __attribute__((always_inline)) {
     const Halves<uint8_t> h = bytesAt<Rows, Fill, T, greenParity>(rows, x / 2, shift);
     ByteHalves b;
@@ -232,30 +232,30 @@ void finishedRow(const Rows& source, size_t columns, unsigned shift, const Finis
   constexpr size_t step = 2 * kLanes<uint8_t>;
   size_t x = 0;
   for (; x + step <= columns; x += step) {
-    storeFinished<finish>(placeAt<finish>(to, x), halvesAt(x));
+    storeFormat<format>(placeAt<format>(to, x), halvesAt(x));
     next.fetch(x, x + step);
   }
-  if (x < columns) storeFew<finish>(placeAt<finish>(to, x), halvesAt(x), columns - x);
+  if (x < columns) storeFew<format>(placeAt<format>(to, x), halvesAt(x), columns - x);
 }
 
-#define VISTREL_FINISHED(f)                                                              \
-  {                                                                                      \
-    {finishedRow<T, Rows, Fill, f, 0, false>, finishedRow<T, Rows, Fill, f, 0, true>}, { \
-      finishedRow<T, Rows, Fill, f, 1, false>, finishedRow<T, Rows, Fill, f, 1, true>    \
-    }                                                                                    \
+#define VISTREL_DIRECT(f)                                                            \
+  {                                                                                  \
+    {directRow<T, Rows, Fill, f, 0, false>, directRow<T, Rows, Fill, f, 0, true>}, { \
+      directRow<T, Rows, Fill, f, 1, false>, directRow<T, Rows, Fill, f, 1, true>    \
+    }                                                                                \
   }
 template <class T, class Rows, class Fill>
-constexpr FinishedKernels<Rows> kFinishedKernels = {
-    {VISTREL_FINISHED(Finish::three), VISTREL_FINISHED(Finish::alphaLast),
-     VISTREL_FINISHED(Finish::alphaFirst), VISTREL_FINISHED(Finish::luma),
-     VISTREL_FINISHED(Finish::ycc420)}};
-#undef VISTREL_FINISHED
+constexpr DirectKernels<Rows> kDirectKernels = {
+    {VISTREL_DIRECT(DirectFormat::three), VISTREL_DIRECT(DirectFormat::alphaLast),
+     VISTREL_DIRECT(DirectFormat::alphaFirst), VISTREL_DIRECT(DirectFormat::luma),
+     VISTREL_DIRECT(DirectFormat::ycc420)}};
+#undef VISTREL_DIRECT
 
 #else
 
-// This level leaves finishing to the output.
+// This level leaves the format to the output.
 template <class T, class Rows, class Fill>
-constexpr FinishedKernels<Rows> kFinishedKernels = {};
+constexpr DirectKernels<Rows> kDirectKernels = {};
 
 #endif
 

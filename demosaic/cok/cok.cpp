@@ -3,11 +3,11 @@
 #include "common/simd/simd.h"
 #include "cpu/level.h"
 #include "demosaic/algorithm.h"
+#include "demosaic/cok/cok_ring.h"
 #include "demosaic/conversion.h"
-#include "demosaic/hue_ring.h"
 #include "demosaic/in_place.h"
 
-#define VISTREL_BODY "demosaic/cok_rows-inl.h"
+#define VISTREL_BODY "demosaic/cok/cok_rows-inl.h"
 #include "common/simd/each_level.h"
 
 namespace vistrel::core {
@@ -67,7 +67,7 @@ class CokDemosaic {
 
   DemosaicJob<T> job_;
   MosaicRing<T> ring_;
-  HueRing<T> hues_;
+  CokRing<T> hues_;
   const CokKernels<T>& kernels_ = *VISTREL_BY_LEVEL(kCokKernels<T>);
 };
 

@@ -1,4 +1,4 @@
-// The sinks of algorithms that finish pixels themselves.
+// The sinks of algorithms that store bytes of the caller's format directly.
 #pragma once
 
 #include "common/rows/arena.h"
@@ -10,10 +10,10 @@ namespace vistrel::core {
 
 // Its rows are bytes. A kernel gets the address of the row's first byte in place of samples.
 template <class T>
-class FinishedOutput final : public ImageSink<T> {
+class DirectOutput final : public ImageSink<T> {
  public:
   // top: the engine's row that becomes row 0 of the image. first: the first row that is kept.
-  FinishedOutput(const PlaneMemory& image, size_t rowBytes, int top, int first, Arena& arena)
+  DirectOutput(const PlaneMemory& image, size_t rowBytes, int top, int first, Arena& arena)
       : image_(image), rowBytes_(rowBytes), top_(top), first_(first),
         line_(arena.take<unsigned char>(rowBytes)) {}
 
@@ -38,9 +38,9 @@ class FinishedOutput final : public ImageSink<T> {
 
 // The same for luma and sums of pairs of pixels: rows of an even width.
 template <class T>
-class FinishedYcc420 final : public ImageSink<T> {
+class DirectYcc420 final : public ImageSink<T> {
  public:
-  FinishedYcc420(Ycc420Rows& rows, size_t width, int top, int first, Arena& arena)
+  DirectYcc420(Ycc420Rows& rows, size_t width, int top, int first, Arena& arena)
       : rows_(rows), width_(width), top_(top), first_(first), sums_(rows.sums()),
         line_(arena.take<unsigned char>(width)) {}
 
