@@ -10,18 +10,18 @@ namespace vistrel {
 
 class Guarded {
  public:
-  explicit Guarded(size_t capacity) : arena_(capacity) {}
+  explicit Guarded(size_t capacity) : memory_(capacity) {}
 
   // A copy of these bytes.
   const uint8_t* place(const std::vector<uint8_t>& bytes) {
-    uint8_t* const begin = arena_.place(Shape::packed(bytes.size()), core::check::Edge::end).begin;
+    uint8_t* const begin = memory_.place(Shape::packed(bytes.size()), core::check::Edge::end).begin;
     std::memcpy(begin, bytes.data(), bytes.size());
     return begin;
   }
 
   // So many bytes, all of the canary's value.
   uint8_t* place(size_t bytes) {
-    const auto block = arena_.place(Shape::packed(bytes), core::check::Edge::end);
+    const auto block = memory_.place(Shape::packed(bytes), core::check::Edge::end);
     block.writeCanary(kCanary);
     std::memset(block.begin, kCanary, bytes);
     return block.begin;
@@ -31,7 +31,7 @@ class Guarded {
 
  private:
   using Shape = core::check::Shape;
-  core::check::Arena arena_;
+  core::check::GuardedMemory memory_;
 };
 
 }  // namespace vistrel

@@ -12,7 +12,8 @@ function(good_tree)
   file(WRITE ${SCRATCH}/demosaic/edge.cpp "#include \"streams/registry.h\"\n")
   file(WRITE ${SCRATCH}/host/host.cpp
     "#include \"vistrel/vistrel_host.h\"\n#include \"vistrel/processor.h\"\n")
-  file(WRITE ${SCRATCH}/apps/input/reader.h "#include \"apps/files/source.h\"\n")
+  file(WRITE ${SCRATCH}/apps/input/reader.h
+    "#include \"apps/files/source.h\"\n#include \"vistrel/vistrel_stream.hpp\"\n")
   file(WRITE ${SCRATCH}/tests/output/mono_test.cpp "#include \"demosaic/demosaic.h\"\n")
 endfunction()
 
@@ -38,6 +39,7 @@ endif()
 
 must_reject(cpu/level.h "#include \"curves/solvers.h\"")
 must_reject(demosaic/edge.cpp "#include \"vistrel/vistrel_status.h\"")
+must_reject(demosaic/edge.cpp "#include \"vistrel/vistrel_stream.hpp\"")
 must_reject(common/simd/lanes-inl.h "#include \"common/rows/half_rows.h\"")
 must_reject(common/mosaic.h "#include \"common/simd/simd.h\"")
 must_reject(samples/scan.h "#include \"common/rows/sweep.h\"")

@@ -19,21 +19,21 @@ class GuardedInput {
  public:
   // skipped: bytes between the row and the edge.
   const uint8_t* place(const void* row, size_t bytes, Edge edge, size_t skipped = 0) {
-    const auto block = arena_.place(check::Shape::packed(bytes + skipped), edge);
+    const auto block = memory_.place(check::Shape::packed(bytes + skipped), edge);
     uint8_t* const begin = block.begin + (edge == Edge::start ? skipped : 0);
     if (bytes) std::memcpy(begin, row, bytes);
     return begin;
   }
 
  private:
-  check::Arena arena_{kGuardedBytes};
+  check::GuardedMemory memory_{kGuardedBytes};
 };
 
 // Bytes that a call writes.
 class GuardedOutput {
  public:
   uint8_t* place(size_t bytes, Edge edge, size_t skipped = 0) {
-    block_ = arena_.place(check::Shape::packed(bytes + skipped), edge);
+    block_ = memory_.place(check::Shape::packed(bytes + skipped), edge);
     block_.writeCanary(kCanary);
     begin_ = block_.begin + (edge == Edge::start ? skipped : 0);
     bytes_ = bytes;
@@ -53,7 +53,7 @@ class GuardedOutput {
 
  private:
   static constexpr uint8_t kCanary = 0x5C;
-  check::Arena arena_{kGuardedBytes};
+  check::GuardedMemory memory_{kGuardedBytes};
   check::Block block_;
   uint8_t* begin_ = nullptr;
   size_t bytes_ = 0;
