@@ -59,7 +59,7 @@ void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
   const Plan plan = makePlan(frame, conversion);
   if (plan.throughBuffer)
     reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
-           "binned, the library's own gray mixes all rows; they can't be made apart");
+           "binned raw gray mixes all rows; they can't be made separately");
   const uint32_t height = plan.layout.height;
   if (!count) reject(VISTREL_BAD_ROWS, "rows", count, "1 or more are allowed");
   if (first >= height || count > height - first)

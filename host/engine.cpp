@@ -20,7 +20,7 @@ ColourOutput outputOf(const EngineCall& call, const uint16_t* table) {
   return {p.layout.width, p.bits, c.format, c.reduction, table, c.binning - 1, p.layout.bits, true};
 }
 
-// The library's own binned gray mixes rows of the work buffer.
+// Binned raw gray mixes rows of the work buffer.
 template <class T>
 void makeThroughBuffer(const EngineCall& call, Arena& arena) {
   const Plan& p = call.plan;

@@ -38,7 +38,7 @@ const Format& formatOf(const vistrel_picture& p) {
   const Format* const format = findFormat(p.format);
   if (!format || format->planes > 1 || (format->channels > 1 && format->bytes_per_sample > 1))
     reject(VISTREL_BAD_FORMAT, "picture.format", p.format,
-           "formats of one plane are allowed but for BGR48 and RGB48");
+           "any single-plane format except BGR48 and RGB48 is allowed");
   return *format;
 }
 
@@ -117,7 +117,7 @@ void filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
   checkPointer(image, "image");
   checkReserved("image.reserved", image->reserved);
   if (image->stride < 0)
-    reject(VISTREL_BAD_STRIDE, "image.stride", image->stride, "filters take none below 0");
+    reject(VISTREL_BAD_STRIDE, "image.stride", image->stride, "filters take no negative stride");
   const Format& format = formatOf(*picture);
   checkKernel(*kernel, format);
   checkSize(*picture, format, kernel->filter);

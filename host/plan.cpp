@@ -166,7 +166,7 @@ ByteRows planesIn(const Plan& plan, const vistrel_image& image, const ByteRows& 
   const vistrel_layout& l = plan.layout;
   const Format& format = *plan.format;
   if (image.stride < 0)
-    reject(VISTREL_BAD_STRIDE, "image.stride", image.stride, "planes of {} have none below 0",
+    reject(VISTREL_BAD_STRIDE, "image.stride", image.stride, "planes of {} have no negative stride",
            format.name);
   if (firstRows.stride > kMaxBytes / format.planes / l.height)
     reject(VISTREL_TOO_LARGE, "image.stride", image.stride, "no memory can hold {} such rows",

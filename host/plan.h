@@ -20,7 +20,7 @@ uint64_t bytesOf(const vistrel_frame& frame);
 
 struct Plan {
   const Format* format;
-  bool rawGray;             // the library's own gray
+  bool rawGray;             // libVistrel's own gray
   bool throughBuffer;       // its binned gray mixes rows of the whole image
   size_t nativePixelBytes;  // bytes per pixel before conversion to the format
   int64_t x, y;             // first sample to convert; with padding it may lie outside the frame

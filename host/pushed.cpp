@@ -9,7 +9,7 @@ Plan makePushedPlan(const vistrel_frame* frame, const vistrel_conversion* conver
   const Plan plan = makePlan(frame, conversion);
   if (plan.throughBuffer)
     reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
-           "binned, the library's own gray needs the whole frame at once");
+           "binned raw gray needs the whole frame at once");
   if (conversion->white_balance == VISTREL_BALANCE_GRAY_WORLD)
     reject(VISTREL_BAD_BALANCE, "conversion.white_balance", "2 (gray-world)",
            "its gains need the whole frame at once");

@@ -184,7 +184,7 @@ TeamLease::TeamLease(const vistrel_team* team) {
   Entry& entry = *placeOf(team, "conversion.team");
   if (entry.isForeign)
     reject(VISTREL_BAD_TEAM, "conversion.team", "",
-           "the process that created it has forked; its threads are not in the child");
+           "it belongs to the parent process; its workers are not in the child");
   entry.isBusy = true;
   team_ = &entry.team;
   isBusy_ = &entry.isBusy;

@@ -27,7 +27,7 @@ void checkPacked(const vistrel_packed& p) {
     reject(VISTREL_BAD_CONTINUOUS, "packed.continuous", p.continuous, "0 and 1 are allowed");
   if (p.continuous && p.stride)
     reject(VISTREL_BAD_STRIDE, "packed.stride", p.stride,
-           "continuous rows have none; only 0 is allowed");
+           "continuous rows have no stride; only 0 is allowed");
   checkReserved("packed.reserved", p.reserved);
 }
 

@@ -85,21 +85,20 @@ void checkGray(const vistrel_frame& f, const vistrel_conversion& c) {
   constexpr const char* kRaw = "1 (raw)";
   if (!isMosaic(f))
     reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw,
-           "the library's own gray is for Bayer frames; this one is {}", phaseName(f.phase));
+           "raw gray is for Bayer frames; this one is {}", phaseName(f.phase));
   const core::AlgorithmRow& a = *core::findAlgorithm(c.algorithm);
   if (!a.isGuarded)
-    reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw,
-           "the library's own gray of algorithm {} is sheared", a.name);
+    reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw, "raw gray of algorithm {} is sheared",
+           a.name);
   if (a.code == VISTREL_EDGE && c.binning > 1)
-    reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw,
-           "the library's own gray of algorithm edge can't be binned");
+    reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw, "raw gray of algorithm edge can't be binned");
 }
 
 void checkTable(const vistrel_conversion& c, uint32_t bits) {
   checkPointer(c.table, "conversion.table");
   if (bits > 12)
     reject(VISTREL_BAD_REDUCTION, "conversion.reduction", c.reduction,
-           "a table serves 10 to 12 bits; the samples have {}", bits);
+           "a table requires 10 to 12 bits; the samples have {}", bits);
   if (c.table_entries != 1024 && c.table_entries != 1u << bits)
     reject(VISTREL_BAD_TABLE, "conversion.table_entries", c.table_entries,
            "samples of {} bits take {}", bits,
@@ -152,10 +151,9 @@ void checkThreads(const vistrel_conversion& c) {
     reject(VISTREL_BAD_THREADS, kArgument, c.threads, "at most {} are allowed",
            uint32_t{VISTREL_MAX_THREADS});
   if (c.threads < 2 || !c.run != !c.team) return;
-  if (c.run)
-    reject(VISTREL_BAD_THREADS, kArgument, c.threads, "they are either the team's or run's");
+  if (c.run) reject(VISTREL_BAD_THREADS, kArgument, c.threads, "set team or run, not both");
   reject(VISTREL_BAD_THREADS, kArgument, c.threads,
-         "more than 1 need a team, or a function that runs tasks");
+         "more than 1 needs a team, or a function that runs tasks");
 }
 
 void checkEdges(const vistrel_frame& f, const vistrel_conversion& c) {
@@ -163,8 +161,7 @@ void checkEdges(const vistrel_frame& f, const vistrel_conversion& c) {
     reject(VISTREL_BAD_EDGES, "conversion.edges", c.edges, "0 (native) and 1 (padded) are allowed");
   if (c.edges == VISTREL_EDGES_NATIVE) return;
   if (findFormat(c.format)->gray() && c.gray == VISTREL_RAW_GRAY)
-    reject(VISTREL_BAD_EDGES, "conversion.edges", "1 (padded)",
-           "the library's own gray has native edges only");
+    reject(VISTREL_BAD_EDGES, "conversion.edges", "1 (padded)", "raw gray has native edges only");
   if (isMosaic(f) && (f.width < 2 || f.height < 2))
     reject(VISTREL_REGION_TOO_SMALL, "frame", fmt::format("{}x{}", f.width, f.height),
            "padding a mosaic takes at least 2 columns and 2 rows");

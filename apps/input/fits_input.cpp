@@ -75,7 +75,7 @@ void FitsInput::findImage() {
     check(status);
     if (type != IMAGE_HDU) continue;
     if (fits_is_compressed_image(file_, &status))
-      throwError(kRejected, "FITS: its image is compressed by tiles, which is not supported");
+      throwError(kRejected, "FITS: its image is tile-compressed, which is not supported");
     fits_get_img_paramll(file_, 3, &shape_.bits, &shape_.axes, shape_.size, &status);
     check(status);
     if (shape_.axes == 0) continue;

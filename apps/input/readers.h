@@ -10,7 +10,7 @@ namespace vistrel::app {
 
 extern const ReaderType kPgm;   // binary, any number of images in one file
 extern const ReaderType kPng;   // gray, 8 or 16 bits; the sBIT chunk says how many are significant
-extern const ReaderType kTiff;  // mosaic or gray, and DNG that is not compressed by JPEG
+extern const ReaderType kTiff;  // mosaic or gray, and DNG that is not JPEG-compressed
 extern const ReaderType kFits;  // 8 or 16 bits; the third axis counts frames
 extern const ReaderType kCameraRaw;  // recognised by the file name extension
 

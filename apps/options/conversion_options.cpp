@@ -104,7 +104,7 @@ void addConversionOptions(CLI::App& command, ConversionOptions& o) {
   auto* format =
       oneOf(command.add_option("--format", o.format, "Pixel format of the result (bgr24)"),
             outputFormatNames());
-  oneOf(command.add_option("--gray", o.gray, "Luma of the colours, or the library's own (luma)"),
+  oneOf(command.add_option("--gray", o.gray, "Luma of the colours, or raw gray (luma)"),
         {"luma", "raw"})
       ->needs(format);
   command.add_flag("--mask", o.mask, "Drop bits above the significant ones, don't reject");

@@ -66,7 +66,7 @@ void addPreparationOptions(CLI::App& command, PreparationOptions& o) {
           },
           "White balance: gains, or auto for equal means")
       ->type_name("R,G,B|auto");
-  oneOf(command.add_option("--edges", o.edges, "Borders: the library's own, or padded (native)"),
+  oneOf(command.add_option("--edges", o.edges, "Borders: native, or mirrored (native)"),
         {"native", "padded"});
 }
 

@@ -9,7 +9,7 @@ void UnityLut(int nInBits, int nOutBits, unsigned short* pLut);
 void ResetLut(unsigned short* pLut, int nEntries);
 
 // The six points, in percent, that represent curve 2..6 in an editor. For other
-// numbers they are on a straight line.
+// numbers they lie on a straight line.
 void NormalizePredefinedLutPoints(int nCurve, int* pX, int* pY);
 
 // Computes curve 2..6. With 8 input bits, curves 2 to 5 always have 8-bit results.

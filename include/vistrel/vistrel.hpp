@@ -11,7 +11,7 @@
 #include "vistrel/vistrel_stream.hpp"
 
 namespace vistrel {
-// Classes that change get a new namespace, so that both versions may be in one program.
+// Classes that change get a new namespace, so that one program may contain both versions.
 inline namespace v1 {
 
 // The shape of the result, and all sizes. Reads no samples.
@@ -34,8 +34,8 @@ inline Image convert(const vistrel_frame& frame, const vistrel_conversion& conve
   return tryConvert(frame, conversion).value();
 }
 
-// Converts `frame` into `image`, whose memory is used again if it is large enough. After a
-// rejection its pixels are unspecified. Returns the layout.
+// Converts `frame` into `image`, whose memory is reused if it is large enough. After a rejection,
+// its pixels are unspecified. Returns the layout.
 inline Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
                                              const vistrel_conversion& conversion,
                                              Image& image) noexcept {
@@ -47,7 +47,7 @@ inline vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conv
 }
 
 // Converts `frame` into `pixels`, with `stride` bytes from row to row; 0: rows have no padding.
-// With a negative stride the last row is the first in `pixels`. Returns the layout.
+// With a negative stride, the last row is first in `pixels`. Returns the layout.
 inline Result<vistrel_layout> tryConvertInto(const vistrel_frame& frame,
                                              const vistrel_conversion& conversion,
                                              Span<uint8_t> pixels, ptrdiff_t stride = 0) noexcept {
@@ -72,8 +72,8 @@ inline Gains measureGains(const vistrel_frame& frame, const vistrel_conversion& 
   return tryMeasureGains(frame, conversion).value();
 }
 
-// Finished pixels of the caller's, in rows without padding, to be filtered. `format` is a format of
-// one plane.
+// The caller's finished pixels, in rows without padding, to be filtered. `format` has a single
+// plane.
 inline vistrel_picture pictureOf(Span<const uint8_t> pixels, uint32_t width, uint32_t height,
                                  uint32_t format) {
   return {pixels.data(), pixels.size(), 0, width, height, format, {}};
@@ -83,8 +83,8 @@ inline vistrel_picture pictureOf(const Image& image, uint32_t format) {
   return pictureOf(image.pixels, image.layout.width, image.layout.height, format);
 }
 
-// Filters `picture` into `pixels`, which may be its own, with `stride` bytes from row to row; 0:
-// rows have no padding. Returns `pixels`.
+// Filters `picture` into `pixels`, which may be the picture's own, with `stride` bytes from row to
+// row; 0: rows have no padding. Returns `pixels`.
 inline Result<Span<uint8_t>> tryFilterInto(const vistrel_picture& picture,
                                            const vistrel_kernel& kernel, Span<uint8_t> pixels,
                                            ptrdiff_t stride = 0) noexcept {

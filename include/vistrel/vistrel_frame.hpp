@@ -1,4 +1,4 @@
-// Frames, and the conversions that they go through. For C++17.
+// Frames, and conversions for them. For C++17.
 #ifndef VISTREL_FRAME_HPP
 #define VISTREL_FRAME_HPP
 
@@ -28,15 +28,15 @@ inline vistrel_frame frameOf(Span<const uint8_t> bytes, uint32_t width, uint32_t
           phase,        VISTREL_LOW_BITS, packing, {}};
 }
 
-// The conversion of vistrel_default_conversion, to change where needed.
+// The conversion of vistrel_default_conversion, to be changed as needed.
 inline vistrel_conversion defaultConversion(const vistrel_frame& frame) {
   vistrel_conversion conversion{};
   vistrel_default_conversion(&frame, &conversion);
   return conversion;
 }
 
-// Lets `conversion` reduce by a table of the caller's, which must live as long as it is used: of
-// 1024 values, or one for each possible sample.
+// Makes `conversion` reduce samples through the caller's table of 1024 values, or of one for each
+// possible sample. The table must live as long as the conversion is used.
 inline void setTable(vistrel_conversion& conversion, Span<const uint16_t> table) noexcept {
   constexpr uint32_t kMax = 0xFFFFFFFF;
   conversion.reduction = VISTREL_TABLE;
@@ -44,10 +44,9 @@ inline void setTable(vistrel_conversion& conversion, Span<const uint16_t> table)
   conversion.table_entries = table.size() < kMax ? static_cast<uint32_t>(table.size()) : kMax;
 }
 
-// Lets up to `threads` threads of the caller's share the work of `conversion`. `runner` is a
-// function object that must live as long as the conversion is used: runner(count, task) calls
-// task(index) for each index from 0 to count - 1, on any threads, and returns after all of these
-// have returned.
+// Shares the work of `conversion` among up to `threads` of the caller's threads. runner(count,
+// task) calls task(index) for each index from 0 to count - 1, on any threads, and returns after all
+// these calls have returned. `runner` must live as long as the conversion is used.
 template <class Runner>
 void setRunner(vistrel_conversion& conversion, uint32_t threads, Runner& runner) noexcept {
   conversion.threads = threads;
@@ -89,8 +88,7 @@ class OwnedFrame {
  public:
   OwnedFrame() = default;
 
-  // Refers to the samples: valid while this frame lives and is not moved from, so not of a
-  // temporary.
+  // Refers to the samples: valid until this frame is moved from or destroyed. Not for temporaries.
   vistrel_frame get() const&& = delete;
   vistrel_frame get() const& noexcept {
     vistrel_frame frame = shape_;
@@ -127,7 +125,7 @@ inline OwnedFrame unpack(const vistrel_packed& packed, uint32_t phase) {
   return tryUnpack(packed, phase).value();
 }
 
-// The sizes of a packed frame and of its samples. Reads no byte of it.
+// The sizes of a packed frame and of its samples. Reads none of its bytes.
 inline Result<vistrel_packed_layout> tryPackedLayoutOf(const vistrel_packed& packed) noexcept {
   return detail::attempt<vistrel_packed_layout>(
       [&](vistrel_packed_layout& layout, vistrel_error* error) {

@@ -2,10 +2,10 @@
  * libvistrelhost: libVistrel's conversions behind functions that check every argument.
  *
  * Plain C. A caller describes its frame and the result it wants, asks for the
- * layout of that result, provides the memory and converts. Every function but
+ * layout of that result, provides the memory and converts. Every function except
  * vistrel_set_level may be called from any number of threads at once. The layer has
- * a copy of the conversions of its own, and shares nothing with a libVistrel in the
- * same process.
+ * its own copy of the conversions and shares nothing with a libVistrel in the same
+ * process.
  *
  * Every function that can reject a call returns a status: VISTREL_OK, or the code
  * of the rejection. It also describes the rejection in the caller's vistrel_error,
@@ -13,10 +13,10 @@
  * unless memory ran out.
  *
  * Set a structure to 0 before filling it, or fill it with the function provided
- * for it. Structures have no bytes without a name; all but vistrel_region end in
- * reserved fields, which must be 0 where the caller fills the structure and are 0
- * where the library does. A later version may name one of them; its 0 will mean what
- * happens today, and a version that does not know the name rejects any other value.
+ * for it. Structures have no implicit padding. All except vistrel_region end in
+ * reserved fields, which must be 0 if the caller fills the structure and are 0 if the
+ * library does. A later version may name a reserved field; 0 will keep today's
+ * behaviour, and a version that does not know the name rejects any other value.
  * So programs and libraries of different minor versions work together.
  */
 #ifndef VISTREL_HOST_H
@@ -45,15 +45,15 @@ void vistrel_default_conversion(const vistrel_frame* frame, vistrel_conversion* 
 
 /*
  * Checks everything that can be checked without the samples, and describes the
- * result. Does not read frame->samples and frame->size, so a caller can ask before
- * it allocates anything.
+ * result. Reads neither frame->samples nor frame->size, so a caller can ask before it
+ * allocates anything.
  */
 int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion* conversion,
                            vistrel_layout* layout, vistrel_error* error);
 
 /*
  * Converts frame into image, on a stream that it acquires and releases. While all
- * streams are in use, it allocates memory of its own and frees it. It never waits.
+ * streams are in use, it allocates its own memory and frees it. It never waits.
  * The work is done on the caller's thread.
  */
 int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* conversion,
@@ -61,17 +61,17 @@ int32_t vistrel_convert(const vistrel_frame* frame, const vistrel_conversion* co
 
 /*
  * A stream: the memory that a conversion needs besides frame and image, mostly a few
- * rows. It serves one conversion at a time, and keeps as much as the largest of its
- * conversions needed until it is trimmed. A worker that holds one allocates nothing
- * from its second frame of a kind on, and its memory stays warm.
+ * rows. It serves one conversion at a time. Until it is trimmed, it keeps as much as
+ * the largest of its conversions needed. So a worker that holds a stream allocates
+ * nothing from its second frame of a kind on, and its memory stays in the caches.
  *
- * A process may fork at any time, from any thread, and the child may convert. There,
- * a stream stays acquired if the forking thread acquired it or converted on it last;
- * all others are free.
+ * A process may fork at any time, from any thread, and the child may convert. In the
+ * child, a stream stays acquired if the forking thread acquired it or converted on it
+ * last; all others are free.
  *
- * A conversion must run to its end: a signal handler that jumps out of it with
- * longjmp, for instance because a mapped file became shorter, loses the stream. Until
- * the process ends, nobody can use or release it.
+ * A conversion must run to its end. A signal handler that leaves it with longjmp, for
+ * instance because a mapped file became shorter, loses the stream: nobody can use or
+ * release it until the process ends.
  */
 typedef struct vistrel_stream vistrel_stream;
 
@@ -85,9 +85,9 @@ enum {
 };
 
 /*
- * Acquires a stream. It belongs to the caller until the caller releases it. The wait
- * is no cancellation point: a thread cancelled by pthread_cancel meanwhile goes on
- * waiting, and the cancellation takes effect after the call.
+ * Acquires a stream, which belongs to the caller until the caller releases it. The
+ * wait is not a cancellation point: a thread cancelled by pthread_cancel meanwhile
+ * continues to wait, and the cancellation takes effect after the call.
  */
 int32_t vistrel_stream_acquire(uint32_t wait, vistrel_stream** stream, vistrel_error* error);
 
@@ -97,34 +97,35 @@ int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* fram
                                vistrel_error* error);
 
 /*
- * Makes only these rows of the image, the same bytes as the whole conversion does;
- * image describes the whole one. Rejected for raw gray with binning. Checks for
- * excess bits the frame's rows that these rows are made from, and up to 9 above and
- * below. Balances by the gray-world gains of the whole frame, which each call measures.
+ * Makes only these rows of the image, with the same bytes as in the whole conversion;
+ * image describes the whole image. Rejected for raw gray with binning. The check for
+ * excess bits covers the frame's rows that these rows are made from, and up to 9 rows
+ * above and below. Gray-world gains are those of the whole frame; each call measures
+ * them.
  */
 int32_t vistrel_convert_rows(vistrel_stream* stream, const vistrel_frame* frame,
                              const vistrel_conversion* conversion, const vistrel_image* image,
                              uint32_t first, uint32_t rows, vistrel_error* error);
 
 /*
- * A conversion of a frame that arrives row by row. vistrel_stream_begin checks all
- * but the samples and reads neither frame->samples nor frame->size. After that the
- * rows of the whole frame are pushed from top to bottom, in any portions:
- * vistrel_stream_push reads `rows` rows, with the distance frame->stride, from
- * memory of `size` bytes, which it does not need after it has returned. The image's
- * memory must stay until the frame's last row has been pushed, which completes the
- * conversion, or until vistrel_stream_abort. Nothing else of its arguments, such as
- * the table, is read after vistrel_stream_begin. Until the end, the stream rejects
- * other conversions; releasing it aborts this one.
+ * Converts a frame that arrives row by row. vistrel_stream_begin checks everything
+ * except the samples, and reads neither frame->samples nor frame->size. The caller
+ * then pushes the rows of the whole frame from top to bottom, any number at a time:
+ * vistrel_stream_push reads `rows` rows, frame->stride bytes apart, from memory of
+ * `size` bytes, which it does not need after it returns. The image's memory must stay
+ * valid until the frame's last row has been pushed, which completes the conversion,
+ * or until vistrel_stream_abort. No other argument of vistrel_stream_begin, such as
+ * the table, is read after that call. Until the conversion ends, the stream rejects
+ * others; releasing the stream aborts it.
  *
  * Rows of the image become final, from top to bottom and with the same bytes as in
  * vistrel_stream_convert, as soon as the rows that they are made from have been
  * pushed: at most 5 below, and in NV12 and I420 those of both rows of a pair.
- * final_rows may be null; otherwise it receives how many they are, also where a
- * sample with excess bits ends the conversion. The other rows of the image are then
- * unspecified. Any other rejected push leaves the conversion as it was.
+ * Unless final_rows is null, it receives their number, even if a sample with excess
+ * bits ends the conversion. The other rows of the image are then unspecified. Any
+ * other rejected push leaves the conversion as it was.
  *
- * Rejected: raw gray with binning, and gray-world gains, which need the whole frame;
+ * Rejected: raw gray with binning and gray-world gains, which need the whole frame;
  * more than one thread.
  */
 int32_t vistrel_stream_begin(vistrel_stream* stream, const vistrel_frame* frame,
@@ -135,22 +136,22 @@ int32_t vistrel_stream_push(vistrel_stream* stream, const void* samples, size_t 
 int32_t vistrel_stream_abort(vistrel_stream* stream, vistrel_error* error);
 
 /*
- * A team of 2 to VISTREL_MAX_THREADS threads, for conversion.team: the thread that
- * converts, and workers that are started here. Between conversions these wait, for
- * the first 20 microseconds awake. They take no signals. A team serves one conversion
- * at a time and rejects others meanwhile. A child of fork has no workers: it can only
- * destroy the teams of its parent.
+ * Starts a team of 2 to VISTREL_MAX_THREADS threads, for conversion.team: the thread
+ * that converts, and workers. Between conversions, the workers spin for 20 microseconds,
+ * then sleep. They take no signals. A team serves one conversion at a time and rejects
+ * others meanwhile. A child of fork has no workers: it can only destroy the teams of
+ * its parent.
  */
 int32_t vistrel_team_create(uint32_t threads, vistrel_team** team, vistrel_error* error);
 
-/* Ends the workers. From then on the pointer is rejected. */
+/* Ends the workers. From then on, the pointer is rejected. */
 int32_t vistrel_team_destroy(vistrel_team* team, vistrel_error* error);
 
-/* Releases a stream. From then on the pointer is rejected, even after somebody else has acquired
+/* Releases a stream. From then on, the pointer is rejected, even after somebody else has acquired
    the stream: no pointer is handed out twice. */
 int32_t vistrel_stream_release(vistrel_stream* stream, vistrel_error* error);
 
-/* Frees the memory that a stream keeps. Its next conversion allocates what that needs. */
+/* Frees the memory that a stream keeps. Its next conversion allocates what it needs. */
 int32_t vistrel_stream_trim(vistrel_stream* stream, vistrel_error* error);
 
 /* Frees the memory of all streams that nobody has acquired. */
@@ -159,17 +160,17 @@ void vistrel_trim(void);
 /*
  * Measures the gains that make the means of a frame's three colours equal
  * (gray-world), in the order red, green, blue. Every sample of the frame counts, once
- * and by its significant bits alone, whatever region the conversion has: of the
+ * and by its significant bits alone, whatever the conversion's region: of the
  * conversion, only black and excess are read. A sample s counts as
  * max(s - black, 0), with the black level of its place. The mean m of a colour is
- * that of all its samples, those of green from both kinds of rows, in 1/256, rounded,
+ * that of all its samples, for green those of both kinds of rows, in 1/256, rounded,
  * halves up. With the largest mean M
  *
  *   gain = min((4096 * M + m / 2) / m, VISTREL_GAIN_MAX)      in integers
  *
- * so the smallest gain is 1. A mean of 0 has the largest gain, and so has a colour
- * without samples; if all three are 0, all gains are 1. Rejected for frames that are
- * no mosaic.
+ * so the smallest gain is 1. A mean of 0 and a colour without samples have the largest
+ * gain; if all three means are 0, all gains are 1. Rejected for frames that are not a
+ * mosaic.
  */
 int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversion* conversion,
                               uint32_t gains[3], vistrel_error* error);
@@ -196,7 +197,7 @@ typedef struct vistrel_packed_layout {
   uint32_t reserved[5];      /* written as 0 */
 } vistrel_packed_layout;
 
-/* Checks the description and computes the sizes. Does not read packed->bytes and packed->size. */
+/* Checks the description and computes the sizes. Reads neither packed->bytes nor packed->size. */
 int32_t vistrel_get_packed_layout(const vistrel_packed* packed, vistrel_packed_layout* layout,
                                   vistrel_error* error);
 
@@ -210,19 +211,19 @@ int32_t vistrel_unpack(const vistrel_packed* packed, void* samples, size_t size,
                        vistrel_error* error);
 
 /*
- * Filters finished pixels into image, which has the picture's size and format, or
- * in place: if image has the picture's memory and stride. Acquires and releases a
- * stream as vistrel_convert does, and needs its memory for a copy of the pixels; for
- * two if image has padding, or 16-bit samples at odd addresses.
+ * Filters finished pixels into image, which has the picture's size and format; in
+ * place if image has the picture's memory and stride. Acquires and releases a stream
+ * as vistrel_convert does, and uses its memory for a copy of the pixels, or for two if
+ * image has padding, or 16-bit samples at odd addresses.
  *
  * A weighted sum is divided, truncated toward zero and clamped to 0..255, or to
- * 0..1023 for 16-bit samples. The outermost pixels on every side stay unchanged;
- * with VISTREL_FILTER_BOX the last row and the last column, for 16-bit samples the
- * last three columns; with VISTREL_FILTER_FIVE two rows at the top, two at the
+ * 0..1023 for 16-bit samples. The outermost pixels on every side stay unchanged.
+ * VISTREL_FILTER_BOX leaves the last row and the last column unchanged, for 16-bit
+ * samples the last three columns; VISTREL_FILTER_FIVE two rows at the top, two at the
  * bottom and the last four columns. A picture in which nothing would change is
- * rejected. Pixels of several bytes are filtered as libVistrel does it: with three,
- * the weights left and right of the centre apply to the bytes beside the centre's;
- * with four, the lower left weight applies to the byte before the lower one.
+ * rejected. Pixels of several bytes are filtered as libVistrel does: with three, the
+ * weights left and right of the centre apply to the bytes next to the centre byte;
+ * with four, the lower left weight applies to the byte just before the lower tap's.
  */
 int32_t vistrel_filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
                        const vistrel_image* image, vistrel_error* error);
@@ -239,11 +240,11 @@ const char* vistrel_phase_name(uint32_t phase);
 /* "BYTES", "LITTLE", "BIG", "PFNC", "GIGE", "MIPI"; null for any other value. */
 const char* vistrel_packing_name(uint32_t packing);
 
-/* "VISTREL_OK", "VISTREL_NULL_POINTER" and so on; null for values that are no status code. */
+/* "VISTREL_OK", "VISTREL_NULL_POINTER" and so on; null for values that are not a status code. */
 const char* vistrel_status_name(int32_t status);
 
-/* The code of that name, in lower or upper case: of a phase, a packing, or of a row of the
-   tables of formats and algorithms. */
+/* The code that a name, in lower or upper case, stands for: of a phase, of a packing, or of a row
+   of the tables of formats and algorithms. */
 int32_t vistrel_parse_phase(const char* name, uint32_t* phase, vistrel_error* error);
 int32_t vistrel_parse_packing(const char* name, uint32_t* packing, vistrel_error* error);
 int32_t vistrel_parse_format(const char* name, uint32_t* format, vistrel_error* error);
@@ -252,7 +253,7 @@ int32_t vistrel_parse_algorithm(const char* name, uint32_t* algorithm, vistrel_e
 /*
  * The phase of a frame that begins at pixel (x, y) of a frame of the given phase:
  * of a crop, or of a mirrored frame, whose first pixel was the last of its row
- * (width - 1, 0) or of its column (0, height - 1). Returns a value that is no Bayer
+ * (width - 1, 0) or of its column (0, height - 1). Returns a value that is not a Bayer
  * phase unchanged.
  */
 uint32_t vistrel_phase_at(uint32_t phase, uint32_t x, uint32_t y);
@@ -260,12 +261,12 @@ uint32_t vistrel_phase_at(uint32_t phase, uint32_t x, uint32_t y);
 /*
  * The colour of the filter at pixel (x, y) of a frame of that phase: VISTREL_RED,
  * VISTREL_GREEN or VISTREL_BLUE; VISTREL_NO_COLOUR for VISTREL_MONO and for values
- * that are no phase.
+ * that are not a phase.
  */
 uint32_t vistrel_colour_at(uint32_t phase, uint32_t x, uint32_t y);
 
 /*
- * The instruction sets that the library can use on this machine, by rising number
+ * The instruction sets that the library can use on this machine, in ascending order
  * from 0: "base", "ssse3", "sse41", "avx2", "avx512" on x86, "base", "neon" on
  * 64-bit ARM; null past the last one. All give the same pixels.
  */

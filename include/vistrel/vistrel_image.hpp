@@ -49,7 +49,7 @@ struct Image {
 
 namespace detail {
 
-// Calls `convert` with the image's memory, which becomes large enough.
+// Calls `convert` with the image's memory, enlarged if necessary.
 template <class Convert>
 Result<vistrel_layout> remakeImage(const vistrel_frame& frame, const vistrel_conversion& conversion,
                                    Image& result, Convert convert) noexcept {
@@ -73,8 +73,8 @@ Result<Image> makeImage(const vistrel_frame& frame, const vistrel_conversion& co
   return image;
 }
 
-// Where the picture's first row begins if a negative stride puts it highest in memory. In too
-// little memory anywhere will do, since the conversion is rejected.
+// The offset of the image's top row if a negative stride puts it highest in memory. If memory is
+// too small, any offset works: the call is rejected.
 inline size_t startOfFirstRow(const vistrel_layout& layout, size_t size,
                               ptrdiff_t stride) noexcept {
   const size_t distance = size_t{0} - static_cast<size_t>(stride), above = layout.height - 1;

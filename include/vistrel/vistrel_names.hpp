@@ -38,7 +38,7 @@ inline Result<uint32_t> tryParsePacking(const char* name) noexcept {
 }
 inline uint32_t parsePacking(const char* name) { return tryParsePacking(name).value(); }
 
-// The names of codes, null for values that are none, and the tables: as in vistrel_host.h.
+// The names of codes, null for unknown ones, and the tables, as in vistrel_host.h.
 inline const char* phaseName(uint32_t phase) noexcept { return vistrel_phase_name(phase); }
 inline const char* packingName(uint32_t packing) noexcept { return vistrel_packing_name(packing); }
 inline const char* statusName(int32_t status) noexcept { return vistrel_status_name(status); }

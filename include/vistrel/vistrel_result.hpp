@@ -1,4 +1,4 @@
-// What the functions of vistrel.hpp return: values or errors. For C++17.
+// What the functions of vistrel.hpp return: a value or an error. For C++17.
 #ifndef VISTREL_RESULT_HPP
 #define VISTREL_RESULT_HPP
 
@@ -13,7 +13,7 @@
 namespace vistrel {
 inline namespace v1 {
 
-// A rejection: status() is its VISTREL_... code, what() its text; the others return parts of it.
+// A rejection: status() is its VISTREL_... code, what() its text. The others return parts of it.
 class Error : public std::exception {
  public:
   explicit Error(const vistrel_error& error) noexcept : error_(error) {}
@@ -28,8 +28,7 @@ class Error : public std::exception {
 };
 
 // A value or an error. With an error, value() throws it, and * and -> must not be used; with a
-// value, error() ends the program. What a temporary result gives is no reference, so that none
-// dangles.
+// value, error() ends the program. A temporary result returns by value, so nothing dangles.
 template <class T>
 class [[nodiscard]] Result {
  public:

@@ -19,7 +19,7 @@ class Span;
 
 namespace detail {
 
-// Types that refer to elements of others, so that a temporary one does no harm.
+// Types that refer to elements they do not own, so a temporary one does no harm.
 template <class>
 constexpr bool isView = false;
 template <class T>

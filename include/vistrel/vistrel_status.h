@@ -10,7 +10,7 @@ enum {
   VISTREL_NULL_POINTER = 1,      /* a pointer that must not be null is null */
   VISTREL_BAD_SIZE = 2,          /* width or height is 0 */
   VISTREL_BAD_BITS = 3,          /* bytes_per_sample or bits */
-  VISTREL_BAD_STRIDE = 4,        /* a stride is shorter than a row, or allowed to be 0 only */
+  VISTREL_BAD_STRIDE = 4,        /* a stride is shorter than a row, or must be 0 */
   VISTREL_BAD_PHASE = 5,         /* no such phase, or not one for this call */
   VISTREL_BAD_FORMAT = 6,        /* no such format, or not one for this frame */
   VISTREL_BAD_ALGORITHM = 7,     /* no such algorithm, or too many bits for it */
@@ -38,12 +38,12 @@ enum {
   VISTREL_BAD_WAIT = 29,         /* wait is neither VISTREL_WAIT nor VISTREL_NO_WAIT */
   VISTREL_BAD_BLACK = 30,        /* a black level is above full scale */
   VISTREL_BAD_BALANCE = 31,      /* no such white balance, not one for this frame, or a bad gain */
-  VISTREL_BAD_EDGES = 32,        /* no such edges, or not with raw gray */
-  VISTREL_BUSY_STREAM = 33,      /* a conversion runs on the stream, or takes pushed rows */
+  VISTREL_BAD_EDGES = 32,        /* no such edges, or padded ones with raw gray */
+  VISTREL_BUSY_STREAM = 33,      /* a conversion is running on the stream, or takes pushed rows */
   VISTREL_BAD_CONTINUOUS = 34,   /* continuous is neither 0 nor 1 */
   VISTREL_BAD_WHITE = 35,        /* white is not 0 */
   VISTREL_BAD_THREADS = 36,      /* too many threads, or no team and no function to run tasks */
-  VISTREL_BAD_TEAM = 37,         /* no such team, one at work, or one of a parent process */
+  VISTREL_BAD_TEAM = 37,         /* no such team, a busy one, or one of a parent process */
   VISTREL_NO_THREAD = 38,        /* the system did not start a thread */
   VISTREL_RUN_FAILED = 39,       /* the caller's function did not run all tasks */
   VISTREL_BAD_ROWS = 40,         /* no rows, or more than there are */
@@ -55,7 +55,7 @@ enum {
 /*
  * Why a call was rejected. All texts are printable ASCII, end in a zero and are
  * empty with VISTREL_OK; other characters that a caller passed appear as "?".
- * `argument` is empty where no argument is at fault: with VISTREL_NO_MEMORY,
+ * `argument` is empty if no argument is at fault: with VISTREL_NO_MEMORY,
  * VISTREL_INTERNAL and VISTREL_NO_STREAM.
  */
 typedef struct vistrel_error {

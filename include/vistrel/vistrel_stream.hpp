@@ -9,7 +9,8 @@ inline namespace v1 {
 
 namespace detail {
 
-// Convert on a stream, or on any, or begin to. The arguments must outlive the function objects.
+// Convert on a stream, or on any stream, or begin to. The arguments must outlive these function
+// objects.
 inline auto onStream(vistrel_stream* stream, const vistrel_frame& frame,
                      const vistrel_conversion& conversion) noexcept {
   return [stream, &frame, &conversion](const vistrel_image& image, vistrel_error* error) {
@@ -30,8 +31,8 @@ inline auto beginOn(vistrel_stream* stream, const vistrel_frame& frame,
 
 }  // namespace detail
 
-// A conversion of a frame that arrives row by row, on a stream of the caller's: Stream::begin. Its
-// end aborts it unless the frame is complete.
+// A conversion of a frame that arrives row by row, on the caller's stream: see Stream::begin. Its
+// destructor aborts the conversion unless the frame is complete.
 class PushedConversion {
  public:
   PushedConversion() = default;  // takes no rows
@@ -43,9 +44,9 @@ class PushedConversion {
   }
   ~PushedConversion() { abort(); }
 
-  // Whether it takes rows: until the last one, a sample with excess bits or abort().
+  // Whether it takes rows. It does until the last row, a sample with excess bits or abort().
   explicit operator bool() const noexcept { return state_.stream; }
-  // Of the whole image.
+  // That of the whole image.
   vistrel_layout layout() const noexcept { return state_.layout; }
   // How many rows of the image are final, from the top.
   uint32_t finalRows() const noexcept { return state_.finalRows; }
@@ -65,7 +66,7 @@ class PushedConversion {
     return tryPush(samples, rows).value();
   }
 
-  // The stream is free for other conversions.
+  // Frees the stream for other conversions.
   void abort() noexcept {
     if (state_.stream) vistrel_stream_abort(std::exchange(state_.stream, nullptr), nullptr);
   }
@@ -92,8 +93,8 @@ class PushedConversion {
   State state_{};
 };
 
-// Holds one of the process's VISTREL_MAX_STREAMS streams for as long as it lives. It may be moved,
-// and used by one thread at a time.
+// Holds one of the process's VISTREL_MAX_STREAMS streams as long as it lives. It may be moved, and
+// one thread at a time may use it.
 class Stream {
  public:
   Stream() = default;  // holds none
@@ -114,9 +115,9 @@ class Stream {
   static Stream acquire(uint32_t wait = VISTREL_WAIT) { return tryAcquire(wait).value(); }
 
   explicit operator bool() const noexcept { return stream_; }
-  // For the functions of vistrel_host.h; null if it holds none. It stays the stream's.
+  // For the functions of vistrel_host.h; null if it holds none. The Stream still owns it.
   vistrel_stream* handle() const noexcept { return stream_; }
-  // From now on it holds none.
+  // Afterwards it holds none.
   void release() noexcept {
     if (stream_) vistrel_stream_release(std::exchange(stream_, nullptr), nullptr);
   }
@@ -154,7 +155,8 @@ class Stream {
     return tryConvertInto(frame, conversion, pixels, stride).value();
   }
 
-  // Makes only these rows of the image that `pixels` is memory for, as vistrel_convert_rows does.
+  // Makes only these rows of the image in `pixels`, as vistrel_convert_rows does. `pixels` has room
+  // for the whole image.
   // Returns the layout of the whole image.
   Result<vistrel_layout> tryConvertRows(const vistrel_frame& frame,
                                         const vistrel_conversion& conversion, Span<uint8_t> pixels,
@@ -172,7 +174,8 @@ class Stream {
   }
 
   // Begins the conversion of a frame that arrives row by row; samples and size of `frame` are not
-  // read. Until its end it needs the stream, which takes no other, and the image's memory.
+  // read. Until it ends, it needs the image's memory and the stream, which rejects other
+  // conversions.
   Result<PushedConversion> tryBegin(const vistrel_frame& frame,
                                     const vistrel_conversion& conversion, Image& image) & noexcept {
     return begun(frame, detail::remakeImage(frame, conversion, image,
@@ -205,7 +208,8 @@ class Stream {
   vistrel_stream* stream_ = nullptr;
 };
 
-// Threads that share the work of a conversion: setTeam. It must not end while one uses it.
+// Threads that share the work of a conversion: see setTeam. It must outlive the conversions that
+// use it.
 class Team {
  public:
   Team() = default;  // has none
@@ -219,7 +223,7 @@ class Team {
   }
   ~Team() { end(); }
 
-  // 2 to VISTREL_MAX_THREADS threads, the one that converts among them.
+  // 2 to VISTREL_MAX_THREADS threads, including the one that converts.
   static Result<Team> tryCreate(uint32_t threads) noexcept {
     return detail::attempt<Team>([&](Team& team, vistrel_error* error) {
       team.threads_ = threads;
@@ -230,9 +234,9 @@ class Team {
 
   explicit operator bool() const noexcept { return team_; }
   uint32_t threads() const noexcept { return threads_; }
-  // For the functions of vistrel_host.h; null if it has no threads. It stays the team's.
+  // For the functions of vistrel_host.h; null if it has no threads. The Team still owns it.
   vistrel_team* handle() const noexcept { return team_; }
-  // From now on it has none.
+  // Ends the workers. Afterwards it has no threads.
   void end() noexcept {
     threads_ = 0;
     if (team_) vistrel_team_destroy(std::exchange(team_, nullptr), nullptr);
@@ -243,8 +247,8 @@ class Team {
   uint32_t threads_ = 0;
 };
 
-// Lets all threads of a team share the work of `conversion`; those of one without threads, the
-// caller's thread.
+// Shares the work of `conversion` among all threads of a team. With a team without threads, the
+// caller's thread does the work alone.
 inline void setTeam(vistrel_conversion& conversion, const Team& team) noexcept {
   conversion.threads = team.threads();
   conversion.team = team.handle();

@@ -8,8 +8,8 @@
 #include "vistrel/vistrel_status.h"
 
 /* Bayer phases: the mosaic's 2x2 block at pixel (0, 0), row by row. Mono: no colour filters. BGR:
-   no mosaic, but finished pixels of three samples, blue, green, red, which are to be binned,
-   reduced or brought into another format. */
+   not a mosaic but finished pixels of three samples, blue, green, red, to be binned, reduced or
+   converted to another format. */
 enum {
   VISTREL_GRBG = 0,
   VISTREL_BGGR = 1,
@@ -22,15 +22,15 @@ enum {
 /* Colours of a mosaic's filters, and their order in gains. */
 enum { VISTREL_RED = 0, VISTREL_GREEN = 1, VISTREL_BLUE = 2, VISTREL_NO_COLOUR = 3 };
 
-/* Where the significant bits of a 16-bit sample are. */
+/* Where the significant bits of a 16-bit sample are. The others are 0. */
 enum {
-  VISTREL_LOW_BITS = 0, /* in the lowest bits, the others 0 */
-  VISTREL_HIGH_BITS = 1 /* in the highest bits, the others 0 */
+  VISTREL_LOW_BITS = 0, /* in the lowest bits */
+  VISTREL_HIGH_BITS = 1 /* in the highest bits */
 };
 
 /*
  * Packings: how samples lie in a packed frame. A row's last group may have fewer
- * samples than the others; it then takes only the bytes that these need,
+ * samples than the others. It then takes only the bytes that they need,
  * ceil(samples * bits / 8).
  */
 enum {
@@ -41,38 +41,38 @@ enum {
      first: 4 samples in 5 bytes, 2 in 3, 4 in 7. */
   VISTREL_PACKING_PFNC = 3,
   /* 10, 12 bits, GigE Vision's "Packed": 2 samples in 3 bytes: the high 8 bits of the first; the
-     low bits of both, the first one's from bit 0 and the second one's from bit 4; the high 8 bits
-     of the second. */
+     low bits of both, those of the first from bit 0, those of the second from bit 4; the high 8
+     bits of the second. */
   VISTREL_PACKING_GIGE = 4,
   /* 10, 12, 14 bits, MIPI CSI-2: 4 samples in 5 bytes, 2 in 3, 4 in 7: the high 8 bits of each,
-     then the low bits of each as a stream that begins in bit 0. */
+     then the low bits of each as a stream that begins at bit 0. */
   VISTREL_PACKING_MIPI = 5
 };
 
 /* A frame, in the caller's memory for the length of a call. */
 typedef struct vistrel_frame {
-  const void* samples;       /* first sample: bytes, or 16-bit samples in this machine's byte order;
-                                of a packed frame the first byte */
+  const void* samples;       /* first sample: a byte, or 16 bits in this machine's byte order; the
+                                first byte of a packed frame */
   size_t size;               /* bytes that may be read from there */
   size_t stride;             /* bytes from row to row, at any alignment; 0: rows have no padding */
   uint32_t width;            /* pixels, from 1 */
   uint32_t height;           /* pixels, from 1 */
   uint32_t bytes_per_sample; /* 1 or 2; 2 for packed frames */
-  uint32_t bits;             /* significant bits: 8 for bytes, 8..16 for 16-bit samples, of packed
-                                samples as the packing allows */
+  uint32_t bits;             /* significant bits: 8 for bytes, 8..16 for 16-bit samples; of packed
+                                samples, what the packing allows */
   uint32_t phase;            /* VISTREL_GRBG to VISTREL_BGR */
   uint32_t alignment;        /* VISTREL_LOW_BITS or VISTREL_HIGH_BITS; only VISTREL_LOW_BITS with
                                 the packings PFNC, GIGE and MIPI */
   /*
-   * 0: the frame is not packed. VISTREL_PACKING_LITTLE to VISTREL_PACKING_MIPI: it is,
-   * and each row begins at a whole byte. vistrel_unpack also takes frames without
-   * byte boundaries between rows.
+   * 0: the frame is not packed. VISTREL_PACKING_LITTLE to VISTREL_PACKING_MIPI: it is
+   * packed, and each row begins at a whole byte. vistrel_unpack also takes frames
+   * without byte boundaries between rows.
    */
   uint32_t packing;
   uint32_t reserved[3]; /* 0 */
 } vistrel_frame;
 
-/* A part of a frame, in sensor pixels. If all are 0, the whole frame. */
+/* A part of a frame, in sensor pixels; the whole frame if all fields are 0. */
 typedef struct vistrel_region {
   uint32_t x, y;          /* upper left corner */
   uint32_t width, height; /* size, from 1 */
@@ -107,29 +107,29 @@ enum {
   VISTREL_RGBA32 = 258, /* bytes red, green, blue, alpha */
   VISTREL_RGB48 = 259,  /* 16-bit samples red, green, blue */
   /*
-   * Planes lie one after the other, each with as many strides as it has rows. Those
-   * of planar RGB are the red, the green and the blue samples.
+   * Planes lie one after the other, each with as many strides as it has rows. Planar
+   * RGB has a plane of red samples, one of green and one of blue.
    */
   VISTREL_RGB24_PLANAR = 260, /* bytes */
   VISTREL_RGB48_PLANAR = 261, /* 16-bit samples */
   /*
-   * BT.709 luma and chroma in limited range. Chroma belongs to blocks of 2x2 pixels,
-   * at odd ends of less; so it has (width + 1) / 2 columns and (height + 1) / 2
-   * rows. With >> rounding down
+   * BT.709 luma and chroma in limited range. Each chroma sample covers 2x2 pixels,
+   * fewer at an odd right or bottom edge, so there are (width + 1) / 2 columns and
+   * (height + 1) / 2 rows of them. With >> rounding down
    *
    *   Y  = 17 * (15 * blue + 148 * green + 44 * red + 3966) >> 12
    *   Cb = (16448 + product(b - g, 14392) + product(r - g, -3298)) >> 7
    *   Cr = (16448 + product(r - g, 14392) + product(b - g, -1320)) >> 7
    *
-   * where b, g and r are 32 times the sums of a block's samples, those at an odd end
+   * where b, g and r are 32 times the sums of a block's samples, those at an odd edge
    * repeated, and product(v, w) = (v * w + 16384) >> 15.
    */
-  VISTREL_NV12 = 262, /* a plane of Y, one of pairs Cb, Cr with the same stride; where the
-                          width is odd, a row's last Y is stored twice */
+  VISTREL_NV12 = 262, /* a plane of Y, one of pairs Cb, Cr with the same stride; if the width
+                          is odd, a row's last Y is stored twice */
   VISTREL_I420 = 263  /* a plane of Y, one of Cb, one of Cr with half the stride, rounded up */
 };
 
-/* How samples of more than 8 bits become 8. Windows keep eight consecutive bits, clamped. */
+/* How samples of more than 8 bits are reduced to 8. Windows keep eight adjacent bits, clamped. */
 enum {
   VISTREL_WINDOW_HIGH = 0,   /* the highest eight bits */
   VISTREL_WINDOW_MIDDLE = 1, /* one bit lower; for 9 bits or more */
@@ -145,10 +145,10 @@ enum {
 /* Where the gray of VISTREL_GRAY8 and VISTREL_GRAY16 comes from. */
 enum {
   VISTREL_LUMA = 0, /* (114 blue + 587 green + 299 red) / 1000 of the finished colours, rounded */
-  VISTREL_RAW_GRAY = 1 /* the library's own: some values are one too low; binning mixes rows */
+  VISTREL_RAW_GRAY = 1 /* libVistrel's own: some values are one too low; binning mixes rows */
 };
 
-/* When the result is read. All bytes are the same. */
+/* When the result is read. The bytes are the same. */
 enum {
   VISTREL_READ_SOON = 0, /* at once: it should stay in the caches */
   VISTREL_READ_LATER = 1 /* long after the conversion: large results bypass the caches, which saves
@@ -158,7 +158,7 @@ enum {
 /*
  * What to do with samples that have bits set outside the frame's significant ones. Only
  * samples that are read count: those of the region and of its padding within the frame,
- * or all of the frame's if the conversion measures gains.
+ * or all of the frame if the conversion measures gains.
  */
 enum {
   VISTREL_REJECT = 0, /* reject the conversion and report the first such sample */
@@ -175,24 +175,24 @@ enum {
 /* A gain of 1, and the largest one: 16. */
 enum { VISTREL_GAIN_ONE = 4096, VISTREL_GAIN_MAX = 65536 };
 
-/* What an algorithm sees beyond the region. */
+/* What an algorithm reads beyond the region. */
 enum {
-  VISTREL_EDGES_NATIVE = 0, /* what the library substitutes; several algorithms tint the border */
+  VISTREL_EDGES_NATIVE = 0, /* libVistrel's substitutes; several algorithms tint the border */
   VISTREL_EDGES_PADDED = 1  /* the frame, and beyond it the frame mirrored about its outermost rows
                                and columns, so that the mosaic continues: 8 samples on each side,
                                9 with a binning of 3 */
 };
 
-/* The most threads that a conversion or a team may have. */
+/* The maximum number of threads of a conversion or a team. */
 enum { VISTREL_MAX_THREADS = 256 };
 
-/* Threads that share the work of a conversion: vistrel_team_create. */
+/* Threads that share the work of a conversion: see vistrel_team_create. */
 typedef struct vistrel_team vistrel_team;
 
 /*
  * A function of the caller's that calls task(data, index) for each index from 0 to
  * count - 1, on any threads, in any order, at the same time or one after the other.
- * It returns 0 after all of these have returned, any other value if it failed.
+ * It returns 0 after all these calls have returned, and any other value if it fails.
  */
 typedef int32_t vistrel_run(void* context, uint32_t count, void (*task)(void* data, uint32_t index),
                             void* data);
@@ -200,8 +200,8 @@ typedef int32_t vistrel_run(void* context, uint32_t count, void (*task)(void* da
 /* The result that the caller wants. vistrel_default_conversion fills it. */
 typedef struct vistrel_conversion {
   /*
-   * VISTREL_MONO8 or VISTREL_MONO16 for mono frames, any other format for all
-   * others. Formats of 16 bits need a frame of 16-bit samples and keep its
+   * VISTREL_MONO8 or VISTREL_MONO16 for mono frames, any other format for all other
+   * frames. Formats of 16 bits need a frame of 16-bit samples and keep its
    * significant bits.
    */
   uint32_t format;
@@ -210,22 +210,23 @@ typedef struct vistrel_conversion {
                          255ths of full scale; 0 smooths none. 0 for all other algorithms */
   uint32_t gray;      /* VISTREL_LUMA or VISTREL_RAW_GRAY; only read for gray formats */
   uint32_t binning;   /* 1..4: each block of binning x binning pixels becomes one pixel, their sum
-                         divided by binning; so the image gets brighter by that factor */
+                         divided by binning, so the image gets brighter by that factor */
   /*
-   * 8..16: samples with more significant bits are truncated to this number: they lose
-   * their lowest bits, so that algorithms made for 10 bits accept them. 0: no truncation.
+   * 8..16: samples with more significant bits are truncated to this number of bits.
+   * They lose their lowest bits, so that algorithms made for 10 bits accept them.
+   * 0: no truncation.
    */
   uint32_t truncate_to;
   /*
-   * VISTREL_WINDOW_..., VISTREL_CURVE_... or VISTREL_TABLE: how samples of more than 8 bits become
-   * 8. VISTREL_WINDOW_HIGH for formats of 16 bits and for frames of bytes.
+   * VISTREL_WINDOW_..., VISTREL_CURVE_... or VISTREL_TABLE: how samples of more than 8 bits are
+   * reduced to 8. VISTREL_WINDOW_HIGH for formats of 16 bits and for frames of bytes.
    */
   uint32_t reduction;
   /*
-   * Only read for VISTREL_TABLE: the table of values of 0..255, in the caller's memory for
-   * the length of a call. Either 1024 of them, one for each value of a sample's highest
-   * ten bits; or one for each possible sample, of which only those for samples whose
-   * other bits are 0 are used.
+   * Only read for VISTREL_TABLE: the table of values 0..255, in the caller's memory for
+   * the length of a call. It has either 1024 entries, one for each value of a sample's
+   * highest ten bits, or one for each possible sample; of these, only entries for
+   * samples whose other bits are 0 are used.
    */
   uint32_t table_entries;
   const uint16_t* table;
@@ -233,9 +234,9 @@ typedef struct vistrel_conversion {
   uint32_t edges;        /* VISTREL_EDGES_...; makes no difference to mono frames */
   vistrel_region region; /* all 0: the whole frame. Its size is rounded down to whole bins */
   /*
-   * Preparation of the samples: off while these are 0, and applied before all else
-   * but the check for excess bits. A sample s of the frame's significant bits
-   * becomes w:
+   * Preparation of the samples: off while these fields are 0. It comes before
+   * everything except the check for excess bits. A sample s of the frame's significant
+   * bits becomes w:
    *
    *   v = max(s - black, 0)
    *   w = min((v * gain + 2048) >> 12, full scale)      rounded, halves up
@@ -243,20 +244,21 @@ typedef struct vistrel_conversion {
    * with the black level of the sample's place, the gain of its colour in 1/4096,
    * and full scale 2^bits - 1. truncate_to applies to w.
    *
-   * Places are those of the 2x2 block at the frame's pixel (0, 0), row by row, as the
-   * letters of a phase's name: black[2 * (y % 2) + x % 2] is that of pixel (x, y), in
-   * mono frames too.
+   * Places are those of the 2x2 block at the frame's pixel (0, 0), row by row, like the
+   * letters of a phase's name: pixel (x, y) has black[2 * (y % 2) + x % 2], in mono
+   * frames too.
    */
   uint32_t black[4];      /* 0 to full scale */
   uint32_t white;         /* 0: full scale. No other value is allowed in this version */
-  uint32_t white_balance; /* VISTREL_BALANCE_...; VISTREL_BALANCE_NONE but for Bayer frames */
+  uint32_t white_balance; /* VISTREL_BALANCE_...; must be NONE except for Bayer frames */
   uint32_t gains[3];      /* red, green, blue: 1 to VISTREL_GAIN_MAX; only read for
                              VISTREL_BALANCE_GAINS */
   /*
    * 0 and 1: the caller's thread does all the work. From 2: up to that many threads
-   * share it, fewer for small frames and one for raw gray with binning. These are
-   * either the team's, with the caller's thread as one of them, or those of `run`; the
-   * other of the two is null. The image is the same with any number of threads.
+   * share it, fewer for small frames and one for raw gray with binning. They are those
+   * of `team`, which include the caller's thread, or those on which `run` calls tasks.
+   * Set one of the two; the other must be null. The image is the same with any number
+   * of threads.
    */
   uint32_t threads; /* at most VISTREL_MAX_THREADS, and no more than the team has */
   vistrel_run* run;
@@ -271,28 +273,28 @@ typedef struct vistrel_layout {
   uint32_t width, height; /* pixels */
   uint32_t channels;      /* samples per pixel: 1, 3 or 4 */
   uint32_t bits;          /* significant bits of a sample, in its low bits: 8..16 */
-  size_t row_bytes;       /* bytes of a row of pixels, without padding; of a row of the first plane;
-                             with VISTREL_NV12 rounded up to whole pairs */
-  size_t bytes;           /* of all rows and planes, with a stride of row_bytes */
-  size_t frame_bytes;     /* minimum size of the frame, with its stride */
+  size_t row_bytes;   /* bytes of a row of the image or of its first plane, without padding; with
+                         VISTREL_NV12, rounded up to whole pairs */
+  size_t bytes;       /* of all rows and planes, with a stride of row_bytes */
+  size_t frame_bytes; /* minimum size of the frame, with its stride */
   /*
-   * Memory that a conversion needs besides frame and image, and that its stream
-   * keeps: a few rows for each thread. Binned raw gray alone needs memory for whole
-   * images, and a few rows more, which it frees. Pushed rows need up to 8 rows of
-   * samples and 4 KiB more.
+   * Memory that a conversion needs besides frame and image: a few rows for each
+   * thread, which its stream keeps. Only binned raw gray needs memory for whole images;
+   * it frees that memory afterwards. Pushed rows need up to 8 rows of samples and 4 KiB
+   * more.
    */
   size_t working_bytes;
   uint32_t reserved[4]; /* written as 0 */
 } vistrel_layout;
 
 /*
- * Memory for a result. With a negative stride each row lies before the one above it in
- * the picture, so that the last row is lowest in memory; formats of several planes
- * have none. Bytes between rows are not written. They may belong to the frame, but in
- * formats of several planes.
+ * Memory for a result. With a negative stride, each row lies before the one above it in
+ * the image, so the last row is lowest in memory; planar formats have no negative
+ * stride. Bytes between rows are not written. They may be part of the frame, except in
+ * planar formats.
  */
 typedef struct vistrel_image {
-  void* pixels;          /* first pixel of the picture's first row, at any alignment */
+  void* pixels;          /* first pixel of the image's top row, at any alignment */
   size_t size;           /* bytes that may be written, from the row that is lowest in memory */
   ptrdiff_t stride;      /* bytes from row to row; 0: rows have no padding */
   uint32_t reserved[10]; /* 0 */
@@ -322,9 +324,9 @@ typedef struct vistrel_algorithm {
 /* What a filter computes. */
 enum {
   VISTREL_FILTER_WEIGHTS = 0, /* the weighted sum of 3x3 pixels, divided */
-  VISTREL_FILTER_BOX = 1,     /* the mean of 2x2 samples; for one channel */
-  VISTREL_FILTER_FIVE = 2     /* the mean of five samples of one colour of a mosaic; for one
-                                 channel */
+  VISTREL_FILTER_BOX = 1,     /* the mean of 2x2 samples; single-channel formats only */
+  VISTREL_FILTER_FIVE = 2     /* the mean of five samples of one colour of a mosaic;
+                                 single-channel formats only */
 };
 
 /* A filter. */
@@ -335,14 +337,14 @@ typedef struct vistrel_kernel {
   uint32_t reserved[5]; /* 0 */
 } vistrel_kernel;
 
-/* Finished pixels, in the caller's memory for the length of a call. */
+/* Finished pixels to filter, in the caller's memory for the length of a call. */
 typedef struct vistrel_picture {
   const void* pixels;   /* first pixel, at any alignment */
   size_t size;          /* bytes that may be read from there */
   size_t stride;        /* bytes from row to row; 0: rows have no padding */
   uint32_t width;       /* pixels, from 1 */
   uint32_t height;      /* pixels, from 1 */
-  uint32_t format;      /* a format of one plane, but for BGR48 and RGB48 */
+  uint32_t format;      /* any single-plane format except BGR48 and RGB48 */
   uint32_t reserved[5]; /* 0 */
 } vistrel_picture;
 

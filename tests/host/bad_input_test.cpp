@@ -259,11 +259,12 @@ TEST_P(PlanesOfMemory, HaveNoNegativeStride) {
        {-ptrdiff_t(layoutOf(frame, conversion).row_bytes), ptrdiff_t{-30}}) {
     image.stride = stride;
     expect({VISTREL_BAD_STRIDE, "image.stride", std::to_string(stride),
-            "planes of " + name + " have none below 0"});
+            "planes of " + name + " have no negative stride"});
   }
   frame.height = 2;
   conversion.region = {0, 0, 7, 1}, conversion.edges = VISTREL_EDGES_PADDED;
-  expect({VISTREL_BAD_STRIDE, "image.stride", "-30", "planes of " + name + " have none below 0"});
+  expect({VISTREL_BAD_STRIDE, "image.stride", "-30",
+          "planes of " + name + " have no negative stride"});
 }
 
 // 7 bytes or samples; NV12 has whole pairs.
@@ -336,7 +337,7 @@ TEST(FilteredMemory, HasStridesThatMemoryHolds) {
                       "no memory can hold 4 such rows"});
   a.image.stride = -6;
   vistrel_filter(&a.picture, &a.kernel, &a.image, &error);
-  expectError(error, {VISTREL_BAD_STRIDE, "image.stride", "-6", "filters take none below 0"});
+  expectError(error, {VISTREL_BAD_STRIDE, "image.stride", "-6", "filters take no negative stride"});
 }
 
 }  // namespace

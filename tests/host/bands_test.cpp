@@ -68,12 +68,12 @@ TEST_F(ThreadsOfAConversion, AreChecked) {
     expectError(rejection(),
                 {VISTREL_BAD_THREADS, "conversion.threads", std::to_string(threads), reason});
   };
-  expectThreads(2, "more than 1 need a team, or a function that runs tasks");
+  expectThreads(2, "more than 1 needs a team, or a function that runs tasks");
   expectThreads(257, "at most 256 are allowed");
   conversion.team = team;
   expectThreads(4, "its team has 3");
   conversion.run = runInTurn;
-  expectThreads(2, "they are either the team's or run's");
+  expectThreads(2, "set team or run, not both");
   EXPECT_TRUE(isUntouched());
 }
 

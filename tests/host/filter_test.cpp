@@ -117,7 +117,7 @@ void expectRejected(void (*change)(FilterCall&), const Rejection& rejection) {
 }
 
 TEST(HostFilters, AreRejectedWithBadArguments) {
-  const char* const kFormats = "formats of one plane are allowed but for BGR48 and RGB48";
+  const char* const kFormats = "any single-plane format except BGR48 and RGB48 is allowed";
   expectRejected([](FilterCall&) {}, kAccepted);
   expectRejected([](FilterCall& c) { c.kernel.divisor = 0; },
                  {VISTREL_BAD_FILTER, "kernel.divisor", "0", "any other is allowed"});

@@ -123,7 +123,7 @@ TEST(FinishedFrames, AreRejectedWithWhatOnlyMosaicsHave) {
       {VISTREL_BAD_BALANCE, "conversion.white_balance", "1", "a BGR frame has finished colours"});
   expectError(finishedRejection([](auto&, auto& c) { c.format = VISTREL_GRAY8, c.gray = 1; }),
               {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
-               "the library's own gray is for Bayer frames; this one is BGR"});
+               "raw gray is for Bayer frames; this one is BGR"});
   expectError(finishedRejection([](auto& f, auto&) { f.stride = 29; }),
               {VISTREL_BAD_STRIDE, "frame.stride", "29", "a row of 30 samples has 30 bytes"});
 }

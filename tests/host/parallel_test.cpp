@@ -193,9 +193,8 @@ TEST(TeamOfAParent, IsRejectedInItsChildWithAText) {
   if (child == 0) {
     vistrel_error error{};
     vistrel_convert(&c.frame, &conversion, &image, &error);
-    expectError(error,
-                {VISTREL_BAD_TEAM, "conversion.team", "",
-                 "the process that created it has forked; its threads are not in the child"});
+    expectError(error, {VISTREL_BAD_TEAM, "conversion.team", "",
+                        "it belongs to the parent process; its workers are not in the child"});
     EXPECT_EQ(vistrel_team_destroy(team, nullptr), VISTREL_OK);
     conversion.threads = 0, conversion.team = nullptr;
     Canvas own(c);

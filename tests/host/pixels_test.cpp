@@ -134,7 +134,7 @@ TEST(Gray, IsLumaOfTheColours) {
   EXPECT_THAT(plainPixel(convert(frame, c)), ElementsAre(243));
 }
 
-// The library's own gray loses one, for instance at 128.
+// Raw gray loses one, for instance at 128.
 TEST(Gray, KeepsEqualChannelsUnlessRaw) {
   for (const uint32_t v : {0u, 1u, 100u, 128u, 254u, 255u}) {
     const std::vector<uint8_t> samples(6 * 6, static_cast<uint8_t>(v));

@@ -40,9 +40,8 @@ TEST(RowsOfAnImage, AreRejected) {
   expectError(make(0xFFFFFFFF, 2),
               {VISTREL_BAD_ROWS, "rows", "4294967295+2", "the image has 20 rows"});
   c.format = VISTREL_GRAY8, c.gray = VISTREL_RAW_GRAY, c.binning = 2;
-  expectError(make(0, 2),
-              {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
-               "binned, the library's own gray mixes all rows; they can't be made apart"});
+  expectError(make(0, 2), {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
+                           "binned raw gray mixes all rows; they can't be made separately"});
   c = defaultConversion(frame);
   for (const auto& [format, name] :
        {std::pair<uint32_t, std::string>{VISTREL_NV12, "NV12"}, {VISTREL_I420, "I420"}}) {

@@ -43,8 +43,8 @@ TEST_F(UnpackRejection, Shapes) {
   packed.height = 4, packed.stride = 2;
   expect({VISTREL_BAD_STRIDE, "packed.stride", "2", "a row of 2 samples has 3 bytes"});
   packed.stride = 3, packed.continuous = 1;
-  expect(
-      {VISTREL_BAD_STRIDE, "packed.stride", "3", "continuous rows have none; only 0 is allowed"});
+  expect({VISTREL_BAD_STRIDE, "packed.stride", "3",
+          "continuous rows have no stride; only 0 is allowed"});
   packed.continuous = 2;
   expect({VISTREL_BAD_CONTINUOUS, "packed.continuous", "2", "0 and 1 are allowed"});
   packed.continuous = 0, packed.reserved[1] = 9;

@@ -104,22 +104,20 @@ const Fault kFormats[] = {
        r.conversion.gray = VISTREL_RAW_GRAY, r.conversion.format = VISTREL_GRAY8,
        r.conversion.algorithm = VISTREL_NEAR;
      },
-     {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
-      "the library's own gray of algorithm near is sheared"}},
+     {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)", "raw gray of algorithm near is sheared"}},
     {"RawGrayOfAhd",
      [](Request& r) {
        r.conversion.gray = VISTREL_RAW_GRAY, r.conversion.format = VISTREL_GRAY8,
        r.conversion.algorithm = VISTREL_AHD;
      },
-     {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
-      "the library's own gray of algorithm ahd is sheared"}},
+     {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)", "raw gray of algorithm ahd is sheared"}},
     {"BinnedRawGrayOfEdge",
      [](Request& r) {
        r.conversion.gray = VISTREL_RAW_GRAY, r.conversion.format = VISTREL_GRAY8,
        r.conversion.algorithm = VISTREL_EDGE, r.conversion.binning = 2;
      },
      {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
-      "the library's own gray of algorithm edge can't be binned"}},
+      "raw gray of algorithm edge can't be binned"}},
     {"LumaOfAhd",
      [](Request& r) { r.conversion.format = VISTREL_GRAY8, r.conversion.algorithm = VISTREL_AHD; },
      kAccepted},
@@ -202,7 +200,7 @@ const Fault kReductions[] = {
     {"TableOf13Bits",
      [](Request& r) { r.setTable(1024), r.frame.bits = 13; },
      {VISTREL_BAD_REDUCTION, "conversion.reduction", "10",
-      "a table serves 10 to 12 bits; the samples have 13"}},
+      "a table requires 10 to 12 bits; the samples have 13"}},
     {"TableOf9Bits",
      [](Request& r) { r.setTable(1024), r.frame.bits = 9; },
      {VISTREL_BAD_REDUCTION, "conversion.reduction", "10",
@@ -259,8 +257,7 @@ const Fault kPreparations[] = {
        r.conversion.edges = VISTREL_EDGES_PADDED, r.conversion.format = VISTREL_GRAY8,
        r.conversion.gray = VISTREL_RAW_GRAY;
      },
-     {VISTREL_BAD_EDGES, "conversion.edges", "1 (padded)",
-      "the library's own gray has native edges only"}},
+     {VISTREL_BAD_EDGES, "conversion.edges", "1 (padded)", "raw gray has native edges only"}},
     {"PaddedLuma",
      [](Request& r) {
        r.conversion.edges = VISTREL_EDGES_PADDED, r.conversion.format = VISTREL_GRAY8;

@@ -1,0 +1,32 @@
+# cmake -D ROOT=FOLDER -P architecture.cmake: fails if docs/architecture.md has a name of mixed case
+# in backquotes, such as `PlainRows`, that no source outside tests/ contains.
+cmake_minimum_required(VERSION 3.25)
+
+file(READ ${ROOT}/docs/architecture.md page)
+string(REGEX REPLACE "[][;]" " " page "${page}")  # CMake's lists give them a meaning
+string(REGEX MATCHALL "`[^`\n]+`" spans "${page}")
+string(REGEX MATCHALL "[A-Za-z0-9_]+" names "${spans}")
+list(FILTER names INCLUDE REGEX "[a-z].*[A-Z]|[A-Z].*[a-z]")
+list(REMOVE_DUPLICATES names)
+list(LENGTH names count)
+if(NOT count)
+  message(FATAL_ERROR "docs/architecture.md has no name of mixed case")
+endif()
+
+include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)
+sources(${ROOT} files)
+list(FILTER files EXCLUDE REGEX "^tests/")
+foreach(file IN LISTS files)
+  file(READ ${ROOT}/${file} text)
+  foreach(name IN LISTS names)
+    string(FIND "${text}" "${name}" place)
+    if(NOT place EQUAL -1 AND " ${text} " MATCHES "[^A-Za-z0-9_]${name}[^A-Za-z0-9_]")
+      list(REMOVE_ITEM names ${name})
+    endif()
+  endforeach()
+endforeach()
+if(names)
+  list(JOIN names ", " names)
+  message(FATAL_ERROR "docs/architecture.md has names that no source contains: ${names}")
+endif()
+message(STATUS "${count} names are in the sources")
