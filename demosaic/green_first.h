@@ -44,7 +44,7 @@ template <class T, const GreenFirstKernels<T>& (*kernels)()>
 class GreenFirst {
  public:
   GreenFirst(const DemosaicJob<T>& job, Arena& arena)
-      : job_(job), ring_(job, 6, arena, RowDepth::found), green_(ring_, 3, arena) {}
+      : job_(job), ring_(job, 6, arena, DepthTracking::on), green_(ring_, 3, arena) {}
 
   auto sweep() {
     return sweepGuarded(

@@ -40,7 +40,8 @@ constexpr size_t kVectorSlack = 64 / sizeof(T);
 
 // Smoothing runs one row behind loading and reads the row below its own.
 template <class T>
-MosaicRing<T>::MosaicRing(const DemosaicJob<T>& job, unsigned rows, Arena& arena, RowDepth depth)
+MosaicRing<T>::MosaicRing(const DemosaicJob<T>& job, unsigned rows, Arena& arena,
+                          DepthTracking depth)
     : source_(job.source), margins_(source_.margins()), mosaic_(job.mosaic),
       columns_(static_cast<size_t>(job.columns)), height_(job.height), depth_(depth),
       raw_(rows + 1, 2, columns_, arena), green_(rows, 1, columns_, arena) {}
@@ -53,7 +54,7 @@ void MosaicRing<T>::load(int y) {
   T* const first = halves[left % 2] + left / 2;
   T* const second = halves[(left + 1) % 2] + (left + 1) / 2;
   const MosaicKernels<T>& kernels = *VISTREL_BY_LEVEL(kMosaicKernels<T>);
-  if (depth_ == RowDepth::found)
+  if (depth_ == DepthTracking::on)
     depths_.loaded(y, kernels.splitAndBits(source, n, first, second));
   else
     kernels.split(source, n, first, second);

@@ -9,14 +9,14 @@
 namespace vistrel::core {
 
 // Whether to record which rows have samples of more than twelve bits.
-enum class RowDepth { ignored, found };
+enum class DepthTracking { off, on };
 
 template <class T>
 class MosaicRing {
  public:
   // rows: the number of smoothed rows that the stages after smoothing need at a time.
   MosaicRing(const DemosaicJob<T>& job, unsigned rows, Arena& arena,
-             RowDepth depth = RowDepth::ignored);
+             DepthTracking depth = DepthTracking::off);
 
   void load(int y);    // from the source, whose margins it mirrors
   void smooth(int y);  // green, from the loaded rows y - 1 .. y + 1
@@ -48,7 +48,7 @@ class MosaicRing {
   Mosaic mosaic_;
   size_t columns_;
   int height_;
-  RowDepth depth_;
+  DepthTracking depth_;
   RowDepths depths_;
   HalfRowRing<T> raw_, green_;
 };

@@ -41,7 +41,7 @@ template <class T>
 class VariableGradients {
  public:
   VariableGradients(const DemosaicJob<T>& job, Arena& arena)
-      : job_(job), ring_(job, 5, arena, RowDepth::found) {}
+      : job_(job), ring_(job, 5, arena, DepthTracking::on) {}
 
   auto sweep() {
     return sweepGuarded(job_, ring_, 2, [this](int y, RowSink<T>& sink) {

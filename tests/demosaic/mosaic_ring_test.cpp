@@ -24,7 +24,7 @@ class RingFrame {
   int sensed(int x, int y) const {
     return samples_[static_cast<size_t>(y) * stride() + static_cast<size_t>(x) + 4];
   }
-  MosaicRing<T> ring(unsigned rows, RowDepth depth = RowDepth::ignored) {
+  MosaicRing<T> ring(unsigned rows, DepthTracking depth = DepthTracking::off) {
     const CfaRect all{0, 0, width, height};
     const DemosaicJob<T> job{.source = source_,
                              .mosaic = mosaic_,
@@ -136,7 +136,7 @@ TEST_P(MosaicRingAt, FindsTheLastRowOfMoreThanTwelveBits) {
       RingFrame<uint16_t> frame(width, 8, 0, 4095);
       frame.row(3)[x] = 4096;
       frame.row(5)[-1] = frame.row(5)[width] = 4096;  // beside the frame
-      MosaicRing<uint16_t> ring = frame.ring(8, RowDepth::found);
+      MosaicRing<uint16_t> ring = frame.ring(8, DepthTracking::on);
       for (int y = 0; y < 3; ++y) ring.load(y);
       EXPECT_TRUE(ring.depths().areTwelveBitsFrom(0));
       for (int y = 3; y < 8; ++y) ring.load(y);
