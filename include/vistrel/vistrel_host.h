@@ -9,8 +9,9 @@
  *
  * Every function that can reject a call returns a status: VISTREL_OK, or the code
  * of the rejection. It also describes the rejection in the caller's vistrel_error,
- * unless that pointer is null. A rejected call writes nothing to its result,
- * unless memory ran out.
+ * unless that pointer is null. A rejected call writes nothing to its result, with
+ * two exceptions: rows pushed before a sample with excess bits, and the image of a
+ * runner that reports a failure after it has run tasks.
  *
  * Set a structure to 0 before filling it, or fill it with the function provided
  * for it. Structures have no implicit padding. All except vistrel_region end in
