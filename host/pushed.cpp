@@ -119,11 +119,12 @@ void PushedConversion::checkPortion(const void* samples, size_t size, uint32_t r
 
 void PushedConversion::push(const void* samples, uint32_t rows) {
   const auto* row = static_cast<const unsigned char*>(samples);
+  const size_t stride = strideOf(frame_);
   isOver_ = true;  // unless all samples pass
-  for (; rows > 0; --rows, ++pushed_, row += strideOf(frame_)) {
+  for (; rows > 0; --rows, ++pushed_, row += stride) {
     if (pushed_ < part_.top || pushed_ >= part_.bottom) continue;
     if (conversion_.excess == VISTREL_REJECT) checkExcessSamples(frame_, part_, row, pushed_);
-    finalRows_ = convert(pushed_, row, rows > 1 ? row + strideOf(frame_) : nullptr);
+    finalRows_ = convert(pushed_, row, rows > 1 ? row + stride : nullptr);
   }
   isOver_ = pushed_ == frame_.height;
 }

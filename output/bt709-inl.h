@@ -8,6 +8,7 @@
 
 #include "common/simd/deinterleave-inl.h"
 #include "common/simd/pairs-inl.h"
+#include "common/simd/products-inl.h"
 #include "common/simd/widen-inl.h"
 
 VISTREL_BEGIN_TARGET

@@ -11,6 +11,7 @@
 
 #include "common/simd/deinterleave-inl.h"
 #include "common/simd/pairs-inl.h"
+#include "common/simd/products-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {

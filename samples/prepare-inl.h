@@ -6,43 +6,11 @@
 #define VISTREL_PREPARE_INL_H
 #endif
 
-#include "common/simd/registers-inl.h"
+#include "common/simd/products-inl.h"
 #include "samples/columns-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
-
-VISTREL_INLINE Vec<uint16_t> highHalf(Vec<uint16_t> a, Vec<uint16_t> b) {
-#if VISTREL_AVX512
-  return as<Vec<uint16_t>>(_mm512_mulhi_epu16(as<__m512i>(a), as<__m512i>(b)));
-#elif VISTREL_AVX2
-  return as<Vec<uint16_t>>(_mm256_mulhi_epu16(as<__m256i>(a), as<__m256i>(b)));
-#elif VISTREL_X86 && defined(__SSE2__)
-  return as<Vec<uint16_t>>(_mm_mulhi_epu16(as<__m128i>(a), as<__m128i>(b)));
-#elif VISTREL_NEON
-  const auto x = as<uint16x8_t>(a), y = as<uint16x8_t>(b);
-  const uint32x4_t low = vmull_u16(vget_low_u16(x), vget_low_u16(y));
-  const uint32x4_t high = vmull_high_u16(x, y);
-  return as<Vec<uint16_t>>(vuzp2q_u16(vreinterpretq_u16_u32(low), vreinterpretq_u16_u32(high)));
-#else
-  const auto x = as<Vec<uint32_t>>(a), y = as<Vec<uint32_t>>(b);
-  const Vec<uint32_t> even = (x & 0xFFFF) * (y & 0xFFFF), odd = (x >> 16) * (y >> 16);
-  return as<Vec<uint16_t>>(ColumnsApart<uint16_t>::join({even >> 16, odd >> 16}));
-#endif
-}
-
-// (a * b + 2^14) / 2^15, truncated, of factors below 2^15.
-VISTREL_INLINE Vec<uint16_t> roundedProduct(Vec<uint16_t> a, Vec<uint16_t> b) {
-#if VISTREL_AVX512
-  return as<Vec<uint16_t>>(_mm512_mulhrs_epi16(as<__m512i>(a), as<__m512i>(b)));
-#elif VISTREL_SSSE3
-  return as<Vec<uint16_t>>(VISTREL_OP(mulhrs_epi16)(as<Register>(a), as<Register>(b)));
-#elif VISTREL_NEON
-  return as<Vec<uint16_t>>(vqrdmulhq_s16(as<int16x8_t>(a), as<int16x8_t>(b)));
-#else
-  return (highHalf(a, b) << 1) + (((a * b >> 14) + 1) >> 1);
-#endif
-}
 
 // Ways to apply a gain to a value above black. factor(gain) is the factor of times().
 
@@ -63,7 +31,8 @@ struct Amplified12 {
     return how.bits <= 12 && how.gain.even < 8 * kGainOne && how.gain.odd < 8 * kGainOne;
   }
   VISTREL_INLINE Vec<uint16_t> times(Vec<uint16_t> v, Vec<uint16_t> gain) const {
-    return roundedProduct(v << 3, gain);
+    using Signed = Vec<int16_t>;
+    return as<Vec<uint16_t>>(roundedProduct(as<Signed>(v << 3), as<Signed>(gain)));
   }
 };
 
@@ -87,7 +56,7 @@ struct Amplified16 {
   }
   VISTREL_INLINE Vec<uint16_t> times(Vec<uint16_t> v, Vec<uint16_t> factor) const {
     const Vec<uint16_t> moved = v << static_cast<uint16_t>(16 - bits);
-    return highHalf(moved, factor) + (moved * factor >> 15);
+    return upperProduct(moved, factor) + (moved * factor >> 15);
   }
 
   uint32_t bits;

@@ -64,14 +64,6 @@ VISTREL_INLINE Vec<int32_t> weighted(Vec<int16_t> v) {
   return VISTREL_OF_TWO(Vec<int32_t>, madd_epi16, v, weights);
 }
 
-// v * w / 65536, truncated; v * w / 32768, rounded.
-VISTREL_INLINE Vec<uint16_t> upperProduct(Vec<uint16_t> v, uint16_t w) {
-  return VISTREL_OF_TWO(Vec<uint16_t>, mulhi_epu16, v, Vec<uint16_t>{} + w);
-}
-VISTREL_INLINE Vec<int16_t> roundedProduct(Vec<int16_t> v, int16_t w) {
-  return VISTREL_OF_TWO(Vec<int16_t>, mulhrs_epi16, v, Vec<int16_t>{} + w);
-}
-
 #undef VISTREL_OF_TWO
 #undef VISTREL_LONG_OP
 

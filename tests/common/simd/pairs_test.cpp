@@ -26,11 +26,6 @@ TEST_P(Products, OfSamplesAddInOrder) {
                  [](uint16_t a, uint16_t b) { return 20 * (a & 1023) + 11 * (b & 1023); });
 }
 
-TEST_P(Products, KeepTheirUpperBits) {
-  expectElements(OF_LEVEL(upperProducts), [](uint16_t v) { return v * 50000u >> 16; });
-  expectElements(OF_LEVEL(roundedProducts), [](int16_t v) { return (v * 20000 + 16384) >> 15; });
-}
-
 }  // namespace
 }  // namespace vistrel::core::test
 
@@ -65,14 +60,6 @@ inline void weightedSamples(uint16_t* out, size_t n, const uint16_t* a, const ui
     const Pairs<uint16_t> pairs = pairsOf(load(a + k) & 1023, load(b + k) & 1023);
     store(out + k, packed(sums(pairs.lower), sums(pairs.upper)));
   }
-}
-
-inline void upperProducts(uint16_t* out, size_t n, const uint16_t* v) {
-  for (size_t k = 0; k < n; k += kLanes<uint16_t>) store(out + k, upperProduct(load(v + k), 50000));
-}
-inline void roundedProducts(int16_t* out, size_t n, const int16_t* v) {
-  for (size_t k = 0; k < n; k += kLanes<int16_t>)
-    store(out + k, roundedProduct(load(v + k), 20000));
 }
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
