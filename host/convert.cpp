@@ -1,30 +1,116 @@
+#include <algorithm>
 #include <optional>
 
 #include "host/bands.h"
 #include "host/engine.h"
 #include "host/excess.h"
+#include "host/finishing.h"
 #include "host/plan.h"
 #include "host/status.h"
 #include "host/streams.h"
+#include "host/turned.h"
+#include "host/validate.h"
 
 namespace vistrel::host {
 namespace {
 
+ImageRows allRows(const Plan& plan) { return {0, plan.layout.height}; }
+
+size_t aligned(size_t bytes) {
+  return (bytes + core::Arena::kAlign - 1) / core::Arena::kAlign * core::Arena::kAlign;
+}
+
 // The scratch memory of one thread.
-size_t scratchBytes(const EngineCall& call) {
+template <class Make>
+size_t memberBytes(const Make& make) {
   core::Arena count;
-  makeRows(call, {0, call.plan.layout.height}, count);
+  make(count);
   return count.used();
 }
 
+size_t rowsMemberBytes(const EngineCall& call) {
+  return memberBytes([&](core::Arena& count) { makeRows(call, allRows(call.plan), count); });
+}
+
+size_t turnedMemberBytes(const EngineCall& call) {
+  return memberBytes(
+      [&](core::Arena& count) { storeTurned(call, nullptr, allRows(call.plan), count); });
+}
+
+// The memory of all threads, and what they share.
+size_t rowsBytes(const EngineCall& call, const Bands& bands) {
+  return finishTableBytes(call.plan, call.conversion) + bands.members() * rowsMemberBytes(call);
+}
+
+// Makes bands of the image in scratch memory of rowsBytes().
 void makeBands(const EngineCall& call, const Bands& bands, const ThreadSource& threadSource,
-               StreamLease& stream) {
-  const size_t bytes = scratchBytes(call);
-  auto* const scratch = static_cast<unsigned char*>(stream.scratch(bands.members() * bytes));
+               unsigned char* scratch) {
+  EngineCall finished = call;
+  finished.finishTable = fillFinishTable(call, scratch);
+  unsigned char* const members = scratch + finishTableBytes(call.plan, call.conversion);
+  const size_t bytes = rowsMemberBytes(call);
   threadSource.share(bands, [&](uint32_t member, ImageRows band) {
-    core::Arena arena(scratch + member * bytes);
-    makeRows(call, band, arena);
+    core::Arena arena(members + member * bytes);
+    makeRows(finished, band, arena);
   });
+}
+
+// A conversion whose image is turned or mirrored.
+class TurnedConversion {
+ public:
+  explicit TurnedConversion(const EngineCall& call)
+      : call_(call), conversion_(uprightConversion(call.plan, call.conversion)),
+        plan_(makePlan(&call.frame, &conversion_)),
+        uprightBands_(bandsOf(plan_, conversion_, allRows(plan_))),
+        bands_(bandsOf(call.plan, call.conversion, allRows(call.plan))) {}
+
+  size_t bytes() const {
+    return imageBytes() + std::max(rowsBytes(uprightCall(nullptr), uprightBands_),
+                                   bands_.members() * turnedMemberBytes(call_));
+  }
+
+  void make(const ThreadSource& threadSource, unsigned char* scratch) const {
+    makeBands(uprightCall(scratch), uprightBands_, threadSource, scratch + imageBytes());
+    const size_t memberBytes = turnedMemberBytes(call_);
+    threadSource.share(bands_, [&](uint32_t member, ImageRows band) {
+      core::Arena arena(scratch + imageBytes() + member * memberBytes);
+      storeTurned(call_, scratch, band, arena);
+    });
+  }
+
+ private:
+  size_t imageBytes() const { return aligned(plan_.layout.bytes); }
+  EngineCall uprightCall(unsigned char* pixels) const {
+    return {plan_,  call_.frame, conversion_,
+            call_.gains, pixels, static_cast<ptrdiff_t>(plan_.layout.row_bytes)};
+  }
+
+  const EngineCall& call_;
+  const vistrel_conversion conversion_;
+  const Plan plan_;
+  const Bands uprightBands_, bands_;
+};
+
+size_t workingBytes(const EngineCall& call) {
+  if (isTurned(call.conversion)) return TurnedConversion(call).bytes();
+  return rowsBytes(call, bandsOf(call.plan, call.conversion, allRows(call.plan)));
+}
+
+void make(const EngineCall& call, ImageRows rows, const ThreadSource& threadSource,
+          StreamLease& stream) {
+  const auto take = [&](size_t bytes) { return static_cast<unsigned char*>(stream.scratch(bytes)); };
+  if (isTurned(call.conversion)) {
+    const TurnedConversion turned(call);
+    return turned.make(threadSource, take(turned.bytes()));
+  }
+  const Bands bands = bandsOf(call.plan, call.conversion, rows);
+  makeBands(call, bands, threadSource, take(rowsBytes(call, bands)));
+}
+
+// The rows of the upright image that the frame's samples are read for.
+ImageRows rowsToRead(const Plan& plan, const vistrel_conversion& conversion, ImageRows rows) {
+  if (!isTurned(conversion)) return rows;
+  return {0, std::max(plan.layout.width, plan.layout.height)};
 }
 
 void convert(vistrel_stream* callerStream, const Plan& plan, ImageRows rows,
@@ -36,21 +122,22 @@ void convert(vistrel_stream* callerStream, const Plan& plan, ImageRows rows,
   stream->checkIdle();
   const ThreadSource threadSource(*conversion);
   if (conversion->excess == VISTREL_REJECT)
-    checkExcessSamples(*frame, partOf(plan, *frame, *conversion, rows),
-                       threadsOf(plan, *conversion), threadSource);
+    checkExcessSamples(
+        *frame, partOf(plan, *frame, *conversion, rowsToRead(plan, *conversion, rows)),
+        threadsOf(plan, *conversion), threadSource);
   const EngineCall call{plan,
                         *frame,
                         *conversion,
                         gainsOf(*frame, *conversion),
                         static_cast<unsigned char*>(image->pixels),
                         stride};
-  makeBands(call, bandsOf(plan, *conversion, rows), threadSource, *stream);
+  make(call, rows, threadSource, *stream);
 }
 
 void convertAll(vistrel_stream* stream, const vistrel_frame* frame,
                 const vistrel_conversion* conversion, const vistrel_image* image) {
   const Plan plan = makePlan(frame, conversion);
-  convert(stream, plan, {0, plan.layout.height}, frame, conversion, image);
+  convert(stream, plan, allRows(plan), frame, conversion, image);
 }
 
 void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
@@ -60,6 +147,7 @@ void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
   if (plan.throughBuffer)
     reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
            "binned raw gray mixes all rows; they can't be made separately");
+  checkUpright(*conversion, "a turned or mirrored image is made as a whole");
   const uint32_t height = plan.layout.height;
   if (!count) reject(VISTREL_BAD_ROWS, "rows", count, "1 or more are allowed");
   if (first >= height || count > height - first)
@@ -92,8 +180,7 @@ int32_t vistrel_get_layout(const vistrel_frame* frame, const vistrel_conversion*
     checkPointer(layout, "layout");
     const Plan plan = makePlan(frame, conversion);
     *layout = plan.layout;
-    const uint32_t members = bandsOf(plan, *conversion, {0, plan.layout.height}).members();
-    layout->working_bytes = members * scratchBytes({plan, *frame, *conversion, {}, nullptr, 0});
+    layout->working_bytes = workingBytes({plan, *frame, *conversion, kNoGains, nullptr, 0});
   });
 }
 

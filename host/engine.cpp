@@ -67,8 +67,8 @@ void make(const EngineCall& call, ImageRows rows, Arena& arena) {
 }  // namespace
 
 void makeRows(const EngineCall& call, ImageRows rows, Arena& arena) {
-  call.frame.bytes_per_sample == 1 ? make<uint8_t>(call, rows, arena)
-                                   : make<uint16_t>(call, rows, arena);
+  call.plan.sampleBytes == 1 ? make<uint8_t>(call, rows, arena)
+                             : make<uint16_t>(call, rows, arena);
 }
 
 }  // namespace vistrel::host

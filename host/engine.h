@@ -14,6 +14,7 @@ struct EngineCall {
   Gains gains;
   unsigned char* pixels;
   ptrdiff_t stride;
+  const void* finishTable = nullptr;  // null without a finishing stage
 };
 
 // Makes rows of the image and makes them visible to all threads. With an arena that counts, it only

@@ -6,14 +6,11 @@
 #include <utility>
 
 #include "common/mirror.h"
+#include "host/finishing.h"
 #include "host/packings.h"
 
 namespace vistrel::host {
 namespace {
-
-uint32_t belowOf(const vistrel_frame& f) {
-  return f.alignment == VISTREL_HIGH_BITS ? 8 * f.bytes_per_sample - f.bits : 0;
-}
 
 // Whether samples can be read in place.
 template <class T>
@@ -28,11 +25,13 @@ RowPreparation<T>::RowPreparation(const Plan& plan, const vistrel_frame& frame,
                                   const vistrel_conversion& conversion, const Gains& gains)
     : plan_(plan), frame_(frame), conversion_(conversion), gains_(gains),
       packing_(packingOf(frame)) {
-  const bool masks = conversion.excess == VISTREL_MASK && frame.bits < 8 * sizeof(T);
+  const bool masks = conversion.excess == VISTREL_MASK && frame.bits < 8 * frame.bytes_per_sample;
   const bool subtracts = std::any_of(std::begin(conversion.black), std::end(conversion.black),
                                      [](uint32_t black) { return black != 0; });
   isReady_ = !(masks && !isTight(frame.packing)) && !belowOf(frame) && !subtracts &&
-             !conversion.white_balance && plan.bits == frame.bits;
+             !conversion.white_balance && plan.bits == frame.bits && !conversion.finish &&
+             !conversion.calibration;
+  if (conversion.calibration) calibration_.emplace(frame, conversion);
   const int64_t first = std::max<int64_t>(plan.x, 0);
   const int64_t end = std::min<int64_t>(plan.x + plan.width, frame.width);
   const size_t channels = channelsOf(frame);
@@ -49,10 +48,12 @@ core::Preparation RowPreparation<T>::preparationOf(int y) const {
         vistrel_colour_at(plan_.phase, static_cast<uint32_t>(x), static_cast<uint32_t>(y));
     return colour == VISTREL_NO_COLOUR ? uint32_t{VISTREL_GAIN_ONE} : gains_[colour];
   };
+  const bool isCalibrated = calibration_.has_value();
+  const auto black = blackOf(conversion_, columnOf(), plan_.y + y);
   return {frame_.bits,
-          belowOf(frame_),
+          isCalibrated ? 0 : belowOf(frame_),
           frame_.bits - plan_.bits,
-          blackOf(conversion_, plan_.x + static_cast<int64_t>(left_), plan_.y + y),
+          isCalibrated ? core::ColumnPair<uint32_t>{0, 0} : black,
           {gainAt(left_), gainAt(left_ + 1)}};
 }
 
@@ -71,23 +72,46 @@ void RowPreparation<T>::prepare(int y, const void* from, T* samples) const {
   }
 }
 
+// Prepares samples for the finishing stage.
+template <class T>
+void RowPreparation<T>::finish(int y, const void* from, T* samples) const {
+  if constexpr (sizeof(T) == 2)
+    core::scaleRow(from, count_, samples,
+                   scalingOf(plan_, frame_, conversion_, gains_, columnOf(), plan_.y + y));
+}
+
 template <class T>
 void RowPreparation<T>::make(int y, const unsigned char* frameRow, T* row) const {
   makeWithoutMargins(y, frameRow, row + left_);
   core::mirrorEnds(row + left_, count_, left_, right_);
 }
 
+// Returns the row's samples as T: in the frame, or in memory for them.
 template <class T>
-void RowPreparation<T>::makeWithoutMargins(int y, const unsigned char* frameRow, T* samples) const {
-  const void* from = begin(frameRow);
+const void* RowPreparation<T>::load(const unsigned char* frameRow, T* samples) const {
   if (packing_) {
     const size_t all = size_t{frame_.width} * channelsOf(frame_);
     core::unpackPart(*packing_, frameRow, all, first_, first_ + count_, samples);
+    return samples;
+  }
+  if (!widens()) return begin(frameRow);
+  std::copy_n(begin(frameRow), count_, samples);
+  return samples;
+}
+
+template <class T>
+void RowPreparation<T>::makeWithoutMargins(int y, const unsigned char* frameRow, T* samples) const {
+  const void* from = load(frameRow, samples);
+  if (calibration_) {
+    calibration_->apply(from, frameRow, columnOf(), core::mirrored(plan_.y + y, frame_.height),
+                        count_, samples);
     from = samples;
   }
-  if (!isReady_)
+  if (conversion_.finish)
+    finish(y, from, samples);
+  else if (!isReady_)
     prepare(y, from, samples);
-  else if (!packing_)
+  else if (from != samples)
     std::memcpy(samples, from, count_ * sizeof(T));
 }
 

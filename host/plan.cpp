@@ -8,6 +8,7 @@
 #include "host/packings.h"
 #include "host/planes.h"
 #include "host/status.h"
+#include "host/turned.h"
 #include "host/validate.h"
 
 namespace vistrel::host {
@@ -45,11 +46,7 @@ uint32_t paddingOf(const vistrel_frame& f, const vistrel_conversion& c) {
 }
 
 Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
-  const vistrel_region r = isWhole(c.region) ? vistrel_region{0, 0, f.width, f.height} : c.region;
-  if (uint64_t{r.x} + r.width > f.width || uint64_t{r.y} + r.height > f.height)
-    rejectRegion(VISTREL_BAD_REGION, f, c, "it extends beyond the frame of {}x{}", f.width,
-                 f.height);
-  if (!r.width || !r.height) rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "it is empty");
+  const vistrel_region r = regionOf(f, c);
   p.layout.width = r.width / c.binning;
   p.layout.height = r.height / c.binning;
   if (!p.layout.width || !p.layout.height)
@@ -94,8 +91,9 @@ void checkFrameBytes(const vistrel_frame& f) {
 
 void shapeResult(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {
   vistrel_layout& l = p.layout;
+  if (swapsSides(c)) std::swap(l.width, l.height);
   l.channels = p.format->channels;
-  l.bits = p.format->bytes_per_sample == 2 ? p.bits : 8;
+  l.bits = p.format->bytes_per_sample == 1 ? 8 : c.finish ? 16 : p.bits;
   checkFrameBytes(f);
   const uint64_t row = minStrideOf(*p.format, l.width);
   if (row > kMaxBytes / p.format->planes / l.height)
@@ -119,6 +117,15 @@ ByteRows rowsOf(const vistrel_layout& l, const vistrel_image& image, ptrdiff_t s
 
 }  // namespace
 
+vistrel_region regionOf(const vistrel_frame& f, const vistrel_conversion& c) {
+  const vistrel_region r = isWhole(c.region) ? vistrel_region{0, 0, f.width, f.height} : c.region;
+  if (uint64_t{r.x} + r.width > f.width || uint64_t{r.y} + r.height > f.height)
+    rejectRegion(VISTREL_BAD_REGION, f, c, "it extends beyond the frame of {}x{}", f.width,
+                 f.height);
+  if (!r.width || !r.height) rejectRegion(VISTREL_REGION_TOO_SMALL, f, c, "it is empty");
+  return r;
+}
+
 uint64_t rowBytesOf(const vistrel_frame& f) {
   const uint64_t samples = uint64_t{f.width} * channelsOf(f);
   const auto packing = packingOf(f);
@@ -140,6 +147,7 @@ Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion) 
   p.throughBuffer = p.rawGray && c.binning > 1;
   p.nativePixelBytes = (p.format->colour() && !p.rawGray ? 3 : 1) * p.format->bytes_per_sample;
   p.bits = workingBits(*frame, c);
+  p.sampleBytes = c.finish ? 2 : frame->bytes_per_sample;
   p.pad = paddingOf(*frame, c);
   const Extent extent = placeRegion(p, *frame, c);
   p.phase = vistrel_phase_at(frame->phase, static_cast<uint32_t>(p.x), static_cast<uint32_t>(p.y));

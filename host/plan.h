@@ -10,6 +10,10 @@ namespace vistrel::host {
 inline uint32_t channelsOf(const vistrel_frame& frame) {
   return frame.phase == VISTREL_BGR ? 3 : 1;
 }
+// The bits below a sample's significant ones.
+inline uint32_t belowOf(const vistrel_frame& frame) {
+  return frame.alignment == VISTREL_HIGH_BITS ? 8 * frame.bytes_per_sample - frame.bits : 0;
+}
 inline bool isMosaic(const vistrel_frame& frame) { return frame.phase < VISTREL_MONO; }
 
 // The bytes of a row, the distance between rows, and the bytes from a frame's first sample to its
@@ -22,6 +26,7 @@ struct Plan {
   const Format* format;
   bool rawGray;             // libVistrel's own gray
   bool throughBuffer;       // its binned gray mixes rows of the whole image
+  size_t sampleBytes;       // bytes per sample of the engine
   size_t nativePixelBytes;  // bytes per pixel before conversion to the format
   int64_t x, y;             // first sample to convert; with padding it may lie outside the frame
   uint32_t width, height;   // samples to convert: whole bins, padding included
@@ -35,6 +40,9 @@ struct Plan {
 struct ImageRows {
   uint32_t first, end;
 };
+
+// The region to convert, unrounded. Throws Rejection if it is empty or extends beyond the frame.
+vistrel_region regionOf(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
 // Checks everything but samples and memory. Throws Rejection.
 Plan makePlan(const vistrel_frame* frame, const vistrel_conversion* conversion);

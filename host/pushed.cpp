@@ -1,6 +1,8 @@
 #include "host/pushed.h"
 
+#include "host/finishing.h"
 #include "host/status.h"
+#include "host/validate.h"
 
 namespace vistrel::host {
 namespace {
@@ -13,6 +15,7 @@ Plan makePushedPlan(const vistrel_frame* frame, const vistrel_conversion* conver
   if (conversion->white_balance == VISTREL_BALANCE_GRAY_WORLD)
     reject(VISTREL_BAD_BALANCE, "conversion.white_balance", "2 (gray-world)",
            "its gains need the whole frame at once");
+  checkUpright(*conversion, "it needs the whole frame at once");
   if (conversion->threads > 1)
     reject(VISTREL_BAD_THREADS, "conversion.threads", conversion->threads,
            "pushed rows are converted by the thread that pushes them");
@@ -52,12 +55,16 @@ class PushedSamples final : public PushedConversion {
 // Puts the conversion first into the stream's scratch memory, and behind it what it takes.
 template <class T>
 OngoingPointer begin(const EngineCall& call, const CheckedImage& image, StreamLease& stream) {
+  const size_t table = finishTableBytes(call.plan, call.conversion);
   core::Arena count;
   count.take<PushedSamples<T>>(1);
+  count.take<unsigned char>(table);
   PushedEngine<T>(call, count);
   core::Arena arena(stream.scratch(count.used()));
   void* const place = arena.take<PushedSamples<T>>(1);
-  return OngoingPointer(new (place) PushedSamples<T>(call, image, arena));
+  EngineCall finished = call;
+  finished.finishTable = fillFinishTable(call, arena.take<unsigned char>(table));
+  return OngoingPointer(new (place) PushedSamples<T>(finished, image, arena));
 }
 
 OngoingPointer begin(const vistrel_frame* frame, const vistrel_conversion* conversion,
@@ -67,8 +74,8 @@ OngoingPointer begin(const vistrel_frame* frame, const vistrel_conversion* conve
   auto* const pixels = static_cast<unsigned char*>(image->pixels);
   const EngineCall call{plan,   *frame,        *conversion, gainsOf(*frame, *conversion),
                         pixels, checked.stride};
-  return frame->bytes_per_sample == 1 ? begin<uint8_t>(call, checked, stream)
-                                      : begin<uint16_t>(call, checked, stream);
+  return plan.sampleBytes == 1 ? begin<uint8_t>(call, checked, stream)
+                               : begin<uint16_t>(call, checked, stream);
 }
 
 PushedConversion& ongoingOn(StreamLease& stream) {
@@ -99,7 +106,7 @@ void push(StreamLease& stream, const void* samples, size_t size, uint32_t rows,
 
 PushedConversion::PushedConversion(const EngineCall& call, const CheckedImage& image)
     : plan_(call.plan), frame_(call.frame), conversion_(call.conversion),
-      image_(image), call_{plan_, frame_, conversion_, call.gains, call.pixels, call.stride},
+      image_(image), call_{plan_, frame_, conversion_, call.gains, call.pixels, call.stride, call.finishTable},
       part_(partOf(plan_, frame_, conversion_, allRows(plan_))) {}
 
 void PushedConversion::checkPortion(const void* samples, size_t size, uint32_t rows) const {

@@ -1,5 +1,6 @@
 #include "host/row_engine.h"
 
+#include "host/finishing.h"
 #include "host/tables.h"
 #include "output/table.h"
 
@@ -29,7 +30,7 @@ void RowEngine<T>::startReady(RowSource<T>& source, Arena& arena) {
   const size_t columns = p_.width, channels = channelsOf(call_.frame);
   ready_.emplace(source, columns, channels,
                  RowInterval{engineRow(rows_.first), engineRow(rows_.end)},
-                 shapeOf(ReadyRows<T>::pitchOf(columns, channels)), pixels_.rows(), arena);
+                 shapeOf(ReadyRows<T>::pitchOf(columns, channels)), rowsToFill(arena), arena);
   demosaic_ = &*ready_;
 }
 
@@ -44,7 +45,7 @@ void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
     const uint32_t columns = p_.width - 2 * left;
     OutputShape shape = shapeOf(ImageOutput<T>::pitchOf(columns));
     shape.left -= left;
-    output_.emplace(shape, columns, engineRow(rows_.first), pixels_.rows(), arena);
+    output_.emplace(shape, columns, engineRow(rows_.first), rowsToFill(arena), arena);
     DemosaicJob<T> job = jobOf(source, *output_);
     job.roi.x = int(left);
     job.roi.width = int(columns);
@@ -88,7 +89,7 @@ DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source, ImageSink<T>& image) co
 
 template <class T>
 bool RowEngine<T>::storesDirectly(const DemosaicAlgorithm<T>& algorithm) const {
-  return algorithm.storesDirectly && algorithm.storesDirectly() && !p_.rawGray && c_.binning == 1 &&
+  return algorithm.storesDirectly && algorithm.storesDirectly() && !p_.rawGray && !c_.finish && c_.binning == 1 &&
          hasDirectArrangement() && p_.format->bytes_per_sample == 1 &&
          (sizeof(T) == 1 || isWindow(c_.reduction));
 }
@@ -102,35 +103,48 @@ uint32_t RowEngine<T>::finalRows(int end) const {
   return rows == rows_.end ? rows : rows / rowsPerChroma(*p_.format) * rowsPerChroma(*p_.format);
 }
 
+// What takes the pixels: the image, or the finishing stage before it.
+template <class T>
+PixelRows& RowEngine<T>::rowsToFill(Arena& arena) {
+  if (!c_.finish) return pixels_.rows();
+  return finished_.emplace(finishOf(p_, call_.frame, c_, call_.gains, call_.finishTable),
+                           pixels_.rows(), arena);
+}
+
 // pitch: the distance between two rows of a bin, in samples.
 template <class T>
 OutputShape RowEngine<T>::shapeOf(size_t pitch) {
   const Pack pack = !p_.format->colour() ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
-  return {.writer = writerOf(pack, pitch),
-          .changes = p_.rawGray || c_.binning > 1 || reduces() || mayExceed() ||
+  const bool bins = c_.binning > 1 && !makesMeans();
+  return {.writer = writerOf(pack, bins ? c_.binning : 1, pitch),
+          .changes = p_.rawGray || bins || reduces() || mayExceed() ||
                      (redFirst() && swapsRedBlue()),
           .swapsRedBlue = redFirst() && swapsRedBlue(),
           .binning = c_.binning,
           .left = p_.pad * c_.binning,
           .width = p_.layout.width,
           .top = engineRow(0),
-          .pixelBytes = p_.nativePixelBytes};
+          .pixelBytes = c_.finish ? channels() * sizeof(T) : p_.nativePixelBytes,
+          .mean = makesMeans() ? meanFunction<T>(channels(), c_.binning) : nullptr,
+          .pitch = pitch,
+          .ceiling = (1u << p_.bits) - 1,
+          .meanBytes = makesMeans() ? channels() * sizeof(T) : 0};
 }
 
 template <class T>
-RowWriter RowEngine<T>::writerOf(Pack pack, size_t pitch) {
+RowWriter RowEngine<T>::writerOf(Pack pack, unsigned binning, size_t pitch) {
   const size_t width = p_.layout.width;
   if (sizeof(T) == 1)
-    return RowWriter(pack, Depth::from8to8, c_.binning, pitch, width,
+    return RowWriter(pack, Depth::from8to8, binning, pitch, width,
                      reductionOf<uint8_t>(8, 8, 0));
   if (!reduces())
-    return RowWriter(pack, Depth::from16to16, c_.binning, pitch, width,
+    return RowWriter(pack, Depth::from16to16, binning, pitch, width,
                      reductionOf<uint16_t>(p_.bits, p_.bits, 0));
   if (isWindow(c_.reduction))
-    return RowWriter(pack, Depth::from16to8, c_.binning, pitch, width,
+    return RowWriter(pack, Depth::from16to8, binning, pitch, width,
                      reductionOf<uint8_t>(p_.bits, 8, c_.reduction));
   fillTable(c_, p_.bits, table_);
-  return RowWriter(pack, c_.binning, pitch, width, table_, p_.bits - 10);
+  return RowWriter(pack, binning, pitch, width, table_, p_.bits - 10);
 }
 
 template class RowEngine<uint8_t>;

@@ -5,6 +5,7 @@
 
 #include "demosaic/algorithms.h"
 #include "demosaic/ready_rows.h"
+#include "finish/finished_rows.h"
 #include "host/image_pixels.h"
 #include "output/direct_output.h"
 #include "output/image_output.h"
@@ -43,7 +44,8 @@ class RowEngine {
                                                            : p_.format->planes == 1;
   }
   core::OutputShape shapeOf(size_t pitch);
-  core::RowWriter writerOf(core::Pack pack, size_t pitch);
+  core::RowWriter writerOf(core::Pack pack, unsigned binning, size_t pitch);
+  core::PixelRows& rowsToFill(core::Arena& arena);
 
   bool redFirst() const { return p_.format->redFirst; }
   // Binning treats the samples of a pixel differently, so it takes them in one order only. Finished
@@ -52,13 +54,18 @@ class RowEngine {
   unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
   // Six algorithms limit what they compute of 16-bit samples to 1023, whatever the frame has.
   bool mayExceed() const { return sizeof(T) == 2 && p_.bits < 10 && isMosaic(call_.frame); }
-  bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1; }
+  bool reduces() const {
+    return sizeof(T) == 2 && p_.format->bytes_per_sample == 1 && !c_.finish;
+  }
+  bool makesMeans() const { return c_.binning > 1 && c_.bin_mode == VISTREL_BIN_MEAN; }
+  size_t channels() const { return p_.format->mono ? 1 : 3; }
 
   const EngineCall& call_;
   const Plan& p_;
   const vistrel_conversion& c_;
   ImageRows rows_;
   ImagePixels pixels_;
+  std::optional<core::FinishedRows> finished_;
   // One of these.
   std::optional<core::DirectOutput<T>> directOutput_;
   std::optional<core::DirectYcc420<T>> directYcc420_;

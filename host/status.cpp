@@ -28,6 +28,9 @@ constexpr const char* kNames[] = {
     "VISTREL_BAD_THREADS",  "VISTREL_BAD_TEAM",         "VISTREL_NO_THREAD",
     "VISTREL_RUN_FAILED",   "VISTREL_BAD_ROWS",         "VISTREL_BAD_DESTINATION",
     "VISTREL_BAD_FILTER",
+    "VISTREL_BAD_CALIBRATION",
+    "VISTREL_BAD_FINISH",
+    "VISTREL_BAD_ORIENTATION",
 };
 
 // Texts of printable ASCII are valid in every encoding and harmless on every terminal.

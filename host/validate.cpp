@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "demosaic/algorithms.h"
+#include "host/calibration.h"
+#include "host/finishing.h"
 #include "host/packings.h"
 #include "host/plan.h"
 #include "host/status.h"
@@ -57,7 +59,7 @@ void checkFormat(const vistrel_frame& f, const vistrel_conversion& c) {
   if (format->colour() != colour)
     reject(VISTREL_BAD_FORMAT, kArgument, format->name, "it is for {} frames; this one is {}",
            colour ? "mono" : "Bayer", phaseName(f.phase));
-  if (format->bytes_per_sample == 2 && f.bytes_per_sample == 1)
+  if (format->bytes_per_sample == 2 && f.bytes_per_sample == 1 && !c.finish)
     reject(VISTREL_BAD_FORMAT, kArgument, format->name,
            "it needs 2 bytes per sample; this frame has 1");
 }
@@ -114,6 +116,9 @@ void checkReduction(const vistrel_frame& f, const vistrel_conversion& c) {
   if (c.reduction > VISTREL_CURVE_6 && c.reduction != VISTREL_TABLE)
     reject(VISTREL_BAD_REDUCTION, kArgument, c.reduction, "0 to 7 and 10 are allowed");
   if (c.reduction == VISTREL_WINDOW_HIGH) return;
+  if (c.finish)
+    reject(VISTREL_BAD_REDUCTION, kArgument, c.reduction,
+           "finished pixels are not reduced; only 0 is allowed");
   const Format& format = *findFormat(c.format);
   if (format.bytes_per_sample == 2)
     reject(VISTREL_BAD_REDUCTION, kArgument, c.reduction, "{} keeps all bits; only 0 is allowed",
@@ -167,6 +172,22 @@ void checkEdges(const vistrel_frame& f, const vistrel_conversion& c) {
            "padding a mosaic takes at least 2 columns and 2 rows");
 }
 
+void checkBinning(const vistrel_conversion& c) {
+  if (c.binning < 1 || c.binning > 4)
+    reject(VISTREL_BAD_BINNING, "conversion.binning", c.binning, "1 to 4 are allowed");
+  if (c.bin_mode != VISTREL_BIN_SUM && c.bin_mode != VISTREL_BIN_MEAN)
+    reject(VISTREL_BAD_BINNING, "conversion.bin_mode", c.bin_mode,
+           "0 (sum) and 1 (mean) are allowed");
+  if (c.bin_mode == VISTREL_BIN_MEAN && c.gray == VISTREL_RAW_GRAY && findFormat(c.format)->gray())
+    reject(VISTREL_BAD_BINNING, "conversion.bin_mode", "1 (mean)", "raw gray is binned by sums");
+}
+
+void checkOrientation(const vistrel_conversion& c) {
+  if (c.orientation > VISTREL_TURNED_270)
+    reject(VISTREL_BAD_ORIENTATION, "conversion.orientation", c.orientation,
+           "0 to 8 are allowed");
+}
+
 }  // namespace
 
 void checkBlack(const vistrel_frame& f, const vistrel_conversion& c) {
@@ -176,14 +197,31 @@ void checkBlack(const vistrel_frame& f, const vistrel_conversion& c) {
              "samples of {} bits allow 0 to {}", f.bits, (1u << f.bits) - 1);
 }
 
+void checkWhite(const vistrel_frame& f, const vistrel_conversion& c) {
+  if (c.white >> f.bits)
+    reject(VISTREL_BAD_WHITE, "conversion.white", c.white,
+           "samples of {} bits allow 0 (full scale) to {}", f.bits, (1u << f.bits) - 1);
+  if (!c.white && !c.finish) return;
+  const uint32_t black = *std::max_element(std::begin(c.black), std::end(c.black));
+  if (whiteOf(f, c) <= black)
+    reject(VISTREL_BAD_WHITE, "conversion.white", whiteOf(f, c),
+           "it must be above the black levels; the highest is {}", black);
+}
+
 void checkExcess(const vistrel_conversion& c) {
   if (c.excess != VISTREL_REJECT && c.excess != VISTREL_MASK)
     reject(VISTREL_BAD_EXCESS, "conversion.excess", c.excess,
            "0 (reject) and 1 (mask) are allowed");
 }
 
+void checkUpright(const vistrel_conversion& c, const char* reason) {
+  if (c.orientation > VISTREL_UPRIGHT)
+    reject(VISTREL_BAD_ORIENTATION, "conversion.orientation", c.orientation, "{}", reason);
+}
+
 uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conversion) {
-  return conversion.truncate_to ? std::min(frame.bits, conversion.truncate_to) : frame.bits;
+  const uint32_t bits = conversion.finish ? finishBits(frame, conversion) : frame.bits;
+  return conversion.truncate_to ? std::min(bits, conversion.truncate_to) : bits;
 }
 
 void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conversion) {
@@ -195,18 +233,18 @@ void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conver
            "0 (no truncation) and 8 to 16 are allowed");
   if (isMosaic(frame)) checkAlgorithm(frame, conversion);
   if (findFormat(conversion.format)->gray()) checkGray(frame, conversion);
-  if (conversion.binning < 1 || conversion.binning > 4)
-    reject(VISTREL_BAD_BINNING, "conversion.binning", conversion.binning, "1 to 4 are allowed");
+  checkBinning(conversion);
   checkReduction(frame, conversion);
   checkExcess(conversion);
   checkDestination(conversion);
   checkBlack(frame, conversion);
-  if (conversion.white)
-    reject(VISTREL_BAD_WHITE, "conversion.white", conversion.white,
-           "only 0 (full scale) is allowed in this version");
+  checkWhite(frame, conversion);
   checkWhiteBalance(frame, conversion);
   checkEdges(frame, conversion);
   checkThreads(conversion);
+  checkCalibration(frame, conversion);
+  checkFinish(frame, conversion);
+  checkOrientation(conversion);
   checkReserved("conversion.reserved", conversion.reserved);
 }
 

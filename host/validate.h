@@ -13,6 +13,10 @@ uint32_t workingBits(const vistrel_frame& frame, const vistrel_conversion& conve
 void checkFrame(const vistrel_frame& frame);
 void checkExcess(const vistrel_conversion& conversion);
 void checkBlack(const vistrel_frame& frame, const vistrel_conversion& conversion);
+void checkWhite(const vistrel_frame& frame, const vistrel_conversion& conversion);
+
+// Throws Rejection, for that reason, if the image is turned or mirrored.
+void checkUpright(const vistrel_conversion& conversion, const char* reason);
 
 // Throws Rejection for everything that does not depend on region, samples or memory.
 void checkArguments(const vistrel_frame& frame, const vistrel_conversion& conversion);

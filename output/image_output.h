@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "common/rows/row_sink.h"
+#include "output/means.h"
 #include "output/pixel_rows.h"
 #include "output/row_writer.h"
 
@@ -19,6 +20,11 @@ struct OutputShape {
   size_t left, width;  // columns before the first one that is kept; pixels of the result
   int top;             // the first of the engine's rows that is kept
   size_t pixelBytes;   // per pixel that PixelRows take
+  // Makes the means of bins, which the writer then takes as pixels; null if the writer bins.
+  MeanFunction mean = nullptr;
+  size_t pitch = 0;       // samples from one row of a bin to the next
+  uint32_t ceiling = 0;   // of samples in means
+  size_t meanBytes = 0;   // per mean
 };
 
 // Collects the rows of a bin, then reduces them a chunk at a time, so that everything stays in the
@@ -28,23 +34,31 @@ class ChunkedOutput {
   static constexpr size_t kChunk = ChunkListener::kChunk;  // pixels
 
   ChunkedOutput(const OutputShape& shape, PixelRows& rows, Arena& arena)
-      : shape_(shape), rows_(rows), chunk_(arena.take<unsigned char>(kChunk * shape.pixelBytes)) {}
+      : shape_(shape), rows_(rows), chunk_(arena.take<unsigned char>(kChunk * shape.pixelBytes)),
+        means_(arena.take<unsigned char>(kChunk * shape.meanBytes)) {}
 
   // Adds n pixels to the row that was begun. bins: the first sample of the first bin.
   void append(const void* bins, size_t n, size_t bytesABin) {
     const auto* from = static_cast<const unsigned char*>(bins);
-    if (!shape_.changes) return rows_.append(from, n);
+    if (!shape_.changes && !shape_.mean) return rows_.append(from, n);
     for (size_t done = 0; done < n; done += kChunk) {
       const size_t count = std::min(n - done, kChunk);
-      void* const place = rows_.next();
-      auto* const pixels = place ? static_cast<unsigned char*>(place) : chunk_;
-      shape_.writer.part(from + done * bytesABin, pixels, count);
-      if (shape_.swapsRedBlue) swapRedBlue(pixels, count);
-      rows_.append(pixels, count);
+      appendChunk(from + done * bytesABin, count);
     }
   }
 
  private:
+  void appendChunk(const unsigned char* bins, size_t n) {
+    if (shape_.mean) shape_.mean(bins, shape_.pitch, n, shape_.ceiling, means_);
+    const unsigned char* const from = shape_.mean ? means_ : bins;
+    if (!shape_.changes) return rows_.append(from, n);
+    void* const place = rows_.next();
+    auto* const pixels = place ? static_cast<unsigned char*>(place) : chunk_;
+    shape_.writer.part(from, pixels, n);
+    if (shape_.swapsRedBlue) swapRedBlue(pixels, n);
+    rows_.append(pixels, n);
+  }
+
   void swapRedBlue(unsigned char* pixel, size_t n) const {
     const size_t bytes = shape_.pixelBytes / 3;
     for (; n > 0; --n, pixel += shape_.pixelBytes)
@@ -53,7 +67,7 @@ class ChunkedOutput {
 
   const OutputShape shape_;
   PixelRows& rows_;
-  unsigned char* chunk_;
+  unsigned char *chunk_, *means_;
 };
 
 // The sink of a demosaic algorithm.
@@ -72,7 +86,7 @@ class ImageOutput final : public ImageSink<T>, private ChunkListener {
   RowSink<T> row(int y) override {
     if (y < first_) return RowSink<T>(stage_);
     const int row = y - shape_.top;
-    if (!shape_.changes && columns_ == shape_.width)
+    if (!shape_.changes && !shape_.mean && columns_ == shape_.width)
       if (void* const pixels = rows_.inPlace(static_cast<size_t>(row)))
         return RowSink<T>(static_cast<T*>(pixels));
     RowSink<T> sink(stage_ + static_cast<size_t>(placeOf(row)) * pitchOf(columns_));

@@ -159,11 +159,12 @@ int32_t vistrel_stream_trim(vistrel_stream* stream, vistrel_error* error);
 void vistrel_trim(void);
 
 /*
- * Measures the gains that make the means of a frame's three colours equal
- * (gray-world), in the order red, green, blue. Every sample of the frame counts, once
- * and by its significant bits alone, whatever the conversion's region: of the
- * conversion, only black and excess are read. A sample s counts as
- * max(s - black, 0), with the black level of its place. The mean m of a colour is
+ * Measures the gains that make the means of the three colours of a region equal
+ * (gray-world), in the order red, green, blue. Of the conversion, only black, white,
+ * excess and region are read. Samples count by their significant bits alone: a sample s
+ * as max(s - black, 0), with the black level of its place. If white is 0, every sample
+ * of the region counts; otherwise, those of all 2x2 blocks within it that begin at even
+ * coordinates of the frame and have no sample s >= white. The mean m of a colour is
  * that of all its samples, for green those of both kinds of rows, in 1/256, rounded,
  * halves up. With the largest mean M
  *
@@ -175,6 +176,20 @@ void vistrel_trim(void);
  */
 int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversion* conversion,
                               uint32_t gains[3], vistrel_error* error);
+
+/*
+ * Measures the gains that make a frame of an evenly lit surface even, for
+ * vistrel_calibration: one of 16 bits, in 1/4096, for each pixel, in rows without
+ * padding, at any alignment. `size` is the bytes that may be written there. Of the conversion, black and
+ * the dark levels of its calibration are read. With v = max(s - dark - black, 0) and
+ * the mean m of v at all pixels of the same place in 1/256, rounded, halves up
+ *
+ *   gain = min((16 * m + v / 2) / v, 65535)                   in integers
+ *
+ * The gain of v = 0 is 65535, or 4096 if m is 0. Excess bits are ignored.
+ */
+int32_t vistrel_measure_flat(const vistrel_frame* frame, const vistrel_conversion* conversion,
+                             void* flat, size_t size, vistrel_error* error);
 
 /* A packed frame, in the caller's memory for the length of a call. */
 typedef struct vistrel_packed {

@@ -41,7 +41,7 @@ enum {
   VISTREL_BAD_EDGES = 32,        /* no such edges, or padded ones with raw gray */
   VISTREL_BUSY_STREAM = 33,      /* a conversion is running on the stream, or takes pushed rows */
   VISTREL_BAD_CONTINUOUS = 34,   /* continuous is neither 0 nor 1 */
-  VISTREL_BAD_WHITE = 35,        /* white is not 0 */
+  VISTREL_BAD_WHITE = 35,        /* white is above full scale, or not above black */
   VISTREL_BAD_THREADS = 36,      /* too many threads, or no team and no function to run tasks */
   VISTREL_BAD_TEAM = 37,         /* no such team, a busy one, or one of a parent process */
   VISTREL_NO_THREAD = 38,        /* the system did not start a thread */
@@ -49,7 +49,10 @@ enum {
   VISTREL_BAD_ROWS = 40,         /* no rows, or more than there are */
   VISTREL_BAD_DESTINATION = 41,  /* destination is neither VISTREL_READ_SOON nor
                                     VISTREL_READ_LATER */
-  VISTREL_BAD_FILTER = 42        /* no such filter, or a divisor of 0 */
+  VISTREL_BAD_FILTER = 42,       /* no such filter, or a divisor of 0 */
+  VISTREL_BAD_CALIBRATION = 43,  /* a calibration that is not for this frame, or a bad hot pixel */
+  VISTREL_BAD_FINISH = 44,       /* a finish that is not for this conversion, or a bad field of it */
+  VISTREL_BAD_ORIENTATION = 45   /* no such orientation, or not one for this call */
 };
 
 /*

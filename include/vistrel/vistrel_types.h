@@ -5,6 +5,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include "vistrel/vistrel_finish_types.h"
 #include "vistrel/vistrel_status.h"
 
 /* Bayer phases: the mosaic's 2x2 block at pixel (0, 0), row by row. Mono: no colour filters. BGR:
@@ -169,7 +170,8 @@ enum {
 enum {
   VISTREL_BALANCE_NONE = 0,      /* all gains are 1 */
   VISTREL_BALANCE_GAINS = 1,     /* the gains of the conversion */
-  VISTREL_BALANCE_GRAY_WORLD = 2 /* the gains of vistrel_measure_gains */
+  VISTREL_BALANCE_GRAY_WORLD = 2 /* the gains of vistrel_measure_gains for the whole
+                                     frame */
 };
 
 /* A gain of 1, and the largest one: 16. */
@@ -181,6 +183,28 @@ enum {
   VISTREL_EDGES_PADDED = 1  /* the frame, and beyond it the frame mirrored about its outermost rows
                                and columns, so that the mosaic continues: 8 samples on each side,
                                9 with a binning of 3 */
+};
+
+/* What a bin of binning x binning pixels becomes. */
+enum {
+  VISTREL_BIN_SUM = 0, /* their sum divided by binning: brighter by that factor */
+  VISTREL_BIN_MEAN = 1 /* their mean, rounded, halves up: sum + n / 2 divided by n, of all n */
+};
+
+/*
+ * How the image is turned and mirrored, with the codes of TIFF and EXIF; 0 means 1.
+ * Turns are clockwise. A code that turns by 90 or 270 degrees exchanges width and height
+ * of the image.
+ */
+enum {
+  VISTREL_UPRIGHT = 1,
+  VISTREL_MIRRORED = 2, /* left and right exchanged */
+  VISTREL_TURNED_180 = 3,
+  VISTREL_FLIPPED = 4,    /* top and bottom exchanged */
+  VISTREL_TRANSPOSED = 5, /* rows and columns exchanged */
+  VISTREL_TURNED_90 = 6,
+  VISTREL_TRANSVERSE = 7, /* rows and columns exchanged, then turned by 180 degrees */
+  VISTREL_TURNED_270 = 8
 };
 
 /* The maximum number of threads of a conversion or a team. */
@@ -209,8 +233,7 @@ typedef struct vistrel_conversion {
   uint32_t threshold; /* for VISTREL_EDGE, 0..255: smooths green that varies by up to that many
                          255ths of full scale; 0 smooths none. 0 for all other algorithms */
   uint32_t gray;      /* VISTREL_LUMA or VISTREL_RAW_GRAY; only read for gray formats */
-  uint32_t binning;   /* 1..4: each block of binning x binning pixels becomes one pixel, their sum
-                         divided by binning, so the image gets brighter by that factor */
+  uint32_t binning;   /* 1..4: each block of binning x binning pixels becomes one pixel */
   /*
    * 8..16: samples with more significant bits are truncated to this number of bits.
    * They lose their lowest bits, so that algorithms made for 10 bits accept them.
@@ -249,7 +272,8 @@ typedef struct vistrel_conversion {
    * frames too.
    */
   uint32_t black[4];      /* 0 to full scale */
-  uint32_t white;         /* 0: full scale. No other value is allowed in this version */
+  uint32_t white;         /* where the sensor clips, above all black levels; 0: full scale. Only read
+                             by the finishing stage and for measuring gains */
   uint32_t white_balance; /* VISTREL_BALANCE_...; must be NONE except for Bayer frames */
   uint32_t gains[3];      /* red, green, blue: 1 to VISTREL_GAIN_MAX; only read for
                              VISTREL_BALANCE_GAINS */
@@ -264,7 +288,30 @@ typedef struct vistrel_conversion {
   vistrel_run* run;
   void* run_context; /* passed to `run` */
   vistrel_team* team;
+  /*
+   * Null: none. Only for Bayer and mono frames. A sample s of the frame's significant
+   * bits becomes
+   *
+   *   v = max(s - dark - black, 0)
+   *   f = min((v * flat + 2048) >> 12, full scale)
+   *
+   * and f takes the place of max(s - black, 0) in other formulas. A hot pixel gets the
+   * rounded mean (halves up) of the f of the nearest two pixels of its row, one on each
+   * side, that are not hot and, in a mosaic, have its colour; that of the one if there is
+   * only one; 0 if there is none. While rows are pushed, the memory of its levels and
+   * hot pixels must stay valid.
+   */
+  const vistrel_calibration* calibration;
+  /*
+   * Null: none, so samples and pixels stay linear and exact. Only for Bayer and mono
+   * frames, without raw gray, and with VISTREL_WINDOW_HIGH. Formats of 16 bits then have
+   * 16 significant ones, from any frame.
+   */
+  const vistrel_finish* finish;
   uint32_t destination; /* VISTREL_READ_... */
+  uint32_t bin_mode;    /* VISTREL_BIN_SUM or VISTREL_BIN_MEAN */
+  uint32_t orientation; /* 0, or VISTREL_UPRIGHT to VISTREL_TURNED_270. A turned or mirrored image
+                           is made upright first, in memory for all its pixels */
   uint32_t reserved[7]; /* 0 */
 } vistrel_conversion;
 

@@ -33,6 +33,7 @@ struct Call {
   uint32_t packing = 0, sampleBytes = 0, highBits = 0, sourceGap = 0, gap = 0, upward = 0;
   uint32_t gray = 0, threshold = 0, truncateTo = 0, edges = 0, excess = 0, stray = 0;
   uint32_t black = 0, balance = 0, threads = 0, later = 0, defect = 0;
+  uint32_t white = 0, means = 0, orientation = 0, calibrated = 0, finished = 0;
   uint32_t pattern = 0, seed = 0, place = 0;
 
   uint32_t factor() const { return binning + 1; }

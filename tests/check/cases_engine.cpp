@@ -45,8 +45,18 @@ void drawFrame(Draw& draw, Call& call) {
   if (!isTight(call)) call.highBits = draw.oneIn(3);
 }
 
+void drawLook(Draw& draw, Call& call, const Way& way) {
+  if (call.bayer != VISTREL_BGR) {
+    if (draw.oneIn(3)) call.finished = kFinished | draw.below(8) << 1;
+    if (draw.oneIn(6)) call.calibrated = 1 + draw.below(7);
+  }
+  if (call.bayer == VISTREL_MONO) call.finished &= ~uint32_t{kMatrix};
+  call.means = draw.oneIn(3);
+  if (!way.inParts && draw.oneIn(4)) call.orientation = draw.below(9);
+}
+
 void drawFormat(Draw& draw, Call& call) {
-  const bool wide = call.sampleBytes == 2 && draw.oneIn(3);
+  const bool wide = (call.sampleBytes == 2 || call.finished) && draw.oneIn(3);
   if (call.bayer == VISTREL_MONO)
     call.format = wide ? VISTREL_MONO16 : VISTREL_MONO8;
   else if (wide)
@@ -77,7 +87,8 @@ void drawAlgorithm(Draw& draw, Call& call) {
   if (!draw.oneIn(3)) call.algorithm = vistrel_algorithm_at(draw.below(algorithms()))->code;
   if (call.algorithm == VISTREL_EDGE) call.threshold = draw.below(256);
   if (draw.oneIn(6)) call.truncateTo = 8 + draw.below(9);
-  if (const uint32_t most = algorithmOf(call).max_bits; workingBits(call) > most && isMosaic(call))
+  const uint32_t most = algorithmOf(call).max_bits;
+  if (workingBits(call) > most && isMosaic(call) && !call.finished)
     call.truncateTo = most - draw.below(3);
   call.edges = draw.below(2);
 }
@@ -88,7 +99,7 @@ bool hasRawGray(const Call& call) {
 }
 
 void drawGray(Draw& draw, Call& call, const Way& way) {
-  if (!isGray(call) || !hasRawGray(call) || draw.oneIn(2)) return;
+  if (!isGray(call) || !hasRawGray(call) || call.finished || call.means || draw.oneIn(2)) return;
   if (way.inParts && call.binning > 0) return;
   call.gray = VISTREL_RAW_GRAY;
   call.edges = VISTREL_EDGES_NATIVE;
@@ -96,7 +107,7 @@ void drawGray(Draw& draw, Call& call, const Way& way) {
 
 void drawReduction(Draw& draw, Call& call) {
   const uint32_t bits = workingBits(call);
-  if (call.sampleBytes == 1 || reference::hostSampleBytes(call.format) == 2) return;
+  if (call.finished || call.sampleBytes == 1 || reference::hostSampleBytes(call.format) == 2) return;
   const uint32_t mode = draw.pick({0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 10, 10});
   const bool allowed = mode == VISTREL_TABLE           ? bits >= 10 && bits <= 12
                        : mode == VISTREL_WINDOW_MIDDLE ? bits >= 9
@@ -106,6 +117,10 @@ void drawReduction(Draw& draw, Call& call) {
 
 void drawPreparation(Draw& draw, Call& call, const Way& way) {
   if (draw.oneIn(3)) call.black = draw.below(1u << (call.srcBits - draw.below(6)));
+  const uint32_t full = (1u << call.srcBits) - 1;
+  if (call.finished) call.black = std::min(call.black, full - 1);
+  if (call.finished ? draw.oneIn(2) : draw.oneIn(9))
+    if (call.black < full) call.white = call.black + 1 + draw.below(full - call.black);
   if (isMosaic(call) && draw.oneIn(3)) call.balance = 1 + draw.below(way.isPushed ? 1 : 2);
   const bool mayExceed = !isTight(call) && call.srcBits < 8 * call.sampleBytes;
   call.stray = mayExceed && draw.oneIn(4);
@@ -162,6 +177,7 @@ Call drawOne(Draw& draw, const Way& way) {
   draw.size(call, false);
   call.binning %= 4;
   drawFrame(draw, call);
+  drawLook(draw, call, way);
   drawFormat(draw, call);
   drawAlgorithm(draw, call);
   drawGray(draw, call, way);
@@ -182,9 +198,9 @@ Call drawOne(Draw& draw, const Way& way) {
 bool hasLayoutOf(const HostCall& host, const Layout& layout, const Call& call) {
   vistrel_layout given{};
   if (vistrel_get_layout(&host.frame, &host.conversion, &given, nullptr) != VISTREL_OK) return true;
-  const reference::HostArea area = reference::hostArea(host.frame, host.conversion);
-  const size_t row = reference::hostImageRowBytes(call.format, area.resultWidth);
-  return given.width == area.resultWidth && given.height == area.resultHeight &&
+  const auto [width, height] = reference::hostImageSize(host.frame, host.conversion);
+  const size_t row = reference::hostImageRowBytes(call.format, width);
+  return given.width == width && given.height == height &&
          given.row_bytes == row && given.frame_bytes == layout.source.span() &&
          (call.gap || given.bytes == layout.destination.span());
 }

@@ -1,6 +1,7 @@
 #include "tests/check/host_call.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "tests/check/fill.h"
@@ -35,7 +36,32 @@ vistrel_conversion conversionOf(const Call& c) {
   v.white_balance = c.balance;
   for (uint32_t& gain : v.gains) gain = 1 + random.below(random.oneIn(4) ? 65536 : 3 * 4096);
   v.destination = c.later;
+  v.white = c.white;
+  v.bin_mode = c.means;
+  v.orientation = c.orientation;
   return v;
+}
+
+// A few hot pixels, some of them next to each other.
+std::vector<vistrel_point> hotPixels(Random& random, const vistrel_frame& f) {
+  std::vector<vistrel_point> pixels;
+  for (uint32_t y = random.below(4); y < f.height; y += 1 + random.below(8))
+    for (uint32_t x = random.below(6); x < f.width; x += 1 + random.below(random.oneIn(3) ? 3 : 20))
+      pixels.push_back({x, y});
+  return pixels;
+}
+
+void drawFinish(Random& random, uint32_t what, vistrel_finish& finish,
+                std::vector<uint16_t>& transfer) {
+  finish.highlights = what & kNeutral ? VISTREL_HIGHLIGHTS_NEUTRAL : VISTREL_HIGHLIGHTS_CLIP;
+  finish.exposure = random.oneIn(3) ? 1 + random.below(VISTREL_EXPOSURE_MAX) : 1 + random.below(9000);
+  for (int32_t& m : finish.matrix)
+    m = what & kMatrix ? static_cast<int32_t>(random.below(21845)) - 10922 : 0;
+  if (!(what & kTransfer)) return;
+  transfer.resize(random.oneIn(3) ? 65536 : 2 + random.below(random.oneIn(2) ? 5 : 65000));
+  for (uint16_t& point : transfer) point = static_cast<uint16_t>(random.below(65536));
+  finish.transfer = transfer.data();
+  finish.transfer_points = static_cast<uint32_t>(transfer.size());
 }
 
 uint32_t tableEntries(const Call& c) {
@@ -48,8 +74,8 @@ size_t pitchOf(const Call& c) {
   return reference::hostRowBytes(frameOf(c)) + c.sourceGap;
 }
 
-Shape imageShape(const Call& call, const reference::HostArea& area) {
-  const size_t width = area.resultWidth, height = area.resultHeight;
+Shape imageShape(const Call& call, const std::array<uint32_t, 2>& size) {
+  const size_t width = size[0], height = size[1];
   const size_t row = reference::hostImageRowBytes(call.format, width), pitch = row + call.gap;
   if (!hasPlanes(call.format)) return {0, height, row, pitch};
   const auto last = reference::hostPlanes(call.format, width, height, pitch).back();
@@ -105,11 +131,33 @@ const HostDefect& hostDefect(uint32_t defect) { return kDefects[defect - 1]; }
 bool hasPlanes(uint32_t format) { return format >= VISTREL_RGB24_PLANAR; }
 
 uint32_t imageHeight(const Call& call) {
-  return reference::hostArea(frameOf(call), conversionOf(call)).resultHeight;
+  return reference::hostImageSize(frameOf(call), conversionOf(call))[1];
+}
+
+HostLook::HostLook(const Call& call, const vistrel_frame& f) {
+  Random random(call.seed + 19);
+  const size_t gap = random.below(3), pixels = (f.width + gap) * size_t{f.height};
+  if (call.calibrated & kDark)
+    for (size_t i = 0; i < pixels; ++i)
+      dark.push_back(static_cast<uint16_t>(random.below(1u << (f.bits - random.below(4)))));
+  if (call.calibrated & kFlat)
+    for (size_t i = 0; i < pixels; ++i)
+      flat.push_back(static_cast<uint16_t>(random.below(random.oneIn(9) ? 65536 : 9000)));
+  if (call.calibrated & kHotPixels) hot = hotPixels(random, f);
+  const size_t stride = 2 * (f.width + gap);
+  if (!dark.empty())
+    calibration.dark = dark.data(), calibration.dark_size = 2 * pixels, calibration.dark_stride = stride;
+  if (!flat.empty())
+    calibration.flat = flat.data(), calibration.flat_size = 2 * pixels, calibration.flat_stride = stride;
+  calibration.hot = hot.data();
+  calibration.hot_count = hot.size();
+  drawFinish(random, call.finished, finish, transfer);
 }
 
 HostCall::HostCall(const Call& call, const Memory& m)
-    : frame(frameOf(call)), conversion(conversionOf(call)) {
+    : frame(frameOf(call)), conversion(conversionOf(call)), look(call, frame) {
+  if (call.calibrated) conversion.calibration = &look.calibration;
+  if (call.finished) conversion.finish = &look.finish;
   frame.samples = m.source.begin;
   frame.size = m.source.shape.span();
   const bool hasGap = m.source.shape.pitch > m.source.shape.rowBytes;
@@ -117,7 +165,7 @@ HostCall::HostCall(const Call& call, const Memory& m)
   conversion.table = m.table.as<uint16_t>();
   conversion.table_entries = tableEntries(call);
   const Shape& shape = m.destination.shape;
-  const uint32_t width = reference::hostArea(frame, conversion).resultWidth;
+  const uint32_t width = reference::hostImageSize(frame, conversion)[0];
   const size_t pitch = reference::hostImageRowBytes(call.format, width) + call.gap;
   const auto stride = static_cast<ptrdiff_t>(pitch);
   image.pixels = m.destination.begin + (call.upward ? shape.span() - shape.rowBytes : 0);
@@ -128,15 +176,15 @@ HostCall::HostCall(const Call& call, const Memory& m)
 
 Layout hostLayout(const Call& call) {
   const vistrel_frame frame = frameOf(call);
-  const reference::HostArea area = reference::hostArea(frame, conversionOf(call));
+  const auto size = reference::hostImageSize(frame, conversionOf(call));
   Layout layout;
   layout.source = {0, frame.height, reference::hostRowBytes(frame), pitchOf(call)};
   layout.sampleBytes = call.packing > VISTREL_PACKING_BIG ? 1 : call.sampleBytes;
   layout.sourceBits = call.packing > VISTREL_PACKING_BIG ? 8 : call.srcBits;
-  layout.destination = imageShape(call, area);
+  layout.destination = imageShape(call, size);
   if (!hasPlanes(call.format))
     layout.destinationRaster = {reference::hostSampleBytes(call.format),
-                                reference::hostChannels(call.format), area.resultWidth};
+                                reference::hostChannels(call.format), size[0]};
   layout.tableEntries = tableEntries(call);
   layout.pixels = uint64_t{frame.width} * frame.height;
   return layout;

@@ -1,17 +1,36 @@
 // A conversion of libvistrelhost: the structures that a call describes, over the sandbox's memory.
 #pragma once
 
+#include <vector>
+
 #include "tests/check/subject.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::core::check {
 
+// What a conversion refers to: levels of a calibration, a transfer curve.
+struct HostLook {
+  HostLook(const Call& call, const vistrel_frame& frame);
+
+  std::vector<uint16_t> dark, flat, transfer;
+  std::vector<vistrel_point> hot;
+  vistrel_calibration calibration{};
+  vistrel_finish finish{};
+};
+// Bits of Call::calibrated, and of Call::finished.
+enum : uint32_t { kDark = 1, kFlat = 2, kHotPixels = 4 };
+enum : uint32_t { kFinished = 1, kNeutral = 2, kMatrix = 4, kTransfer = 8 };
+
 struct HostCall {
   HostCall(const Call& call, const Memory& memory);
+
+  HostCall(const HostCall&) = delete;
+  HostCall& operator=(const HostCall&) = delete;
 
   vistrel_frame frame{};
   vistrel_conversion conversion{};
   vistrel_image image{};
+  HostLook look;
 };
 
 // An accepted description, and what makes it one that must be rejected.

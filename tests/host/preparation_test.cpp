@@ -238,5 +238,34 @@ TEST(GrayWorld, RejectsWhatItCannotMeasure) {
   EXPECT_EQ(vistrel_measure_gains(&frame, nullptr, gains.data(), &error), VISTREL_NULL_POINTER);
 }
 
+// Only the region counts: its rows and columns may begin anywhere.
+TEST(MeasuredGains, AreThoseOfTheRegion) {
+  const auto samples = samplesOf<uint8_t>(12, 9, [](uint32_t x, uint32_t y) {
+    const bool isInside = x >= 3 && x < 9 && y >= 1 && y < 6;
+    return isInside ? plainColour(VISTREL_RGGB, 25, 100, 50)(x, y) : 200;
+  });
+  const vistrel_frame frame = frameOf(samples, 12, 9, VISTREL_RGGB);
+  vistrel_conversion c = defaultConversion(frame);
+  EXPECT_NE(measureGains(frame, c), (Gains{8192, 4096, 16384}));
+  c.region = {3, 1, 6, 5};
+  EXPECT_EQ(measureGains(frame, c), (Gains{8192, 4096, 16384}));
+  c.region = {3, 1, 10, 5};
+  EXPECT_EQ(tryMeasureGains(frame, c).error().status(), VISTREL_BAD_REGION);
+}
+
+// A block with one clipped sample does not count at all.
+TEST(MeasuredGains, LeaveOutBlocksThatClip) {
+  auto samples = samplesOf<uint8_t>(8, 8, plainColour(VISTREL_RGGB, 25, 100, 50));
+  samples[2 * 8 + 2] = 250;                      // red, with its block of greens and blue
+  samples[5 * 8 + 4] = 251, samples[4 * 8 + 4] = 10;  // green, and the red of its block
+  const vistrel_frame frame = frameOf(samples, 8, 8, VISTREL_RGGB);
+  vistrel_conversion c = defaultConversion(frame);
+  EXPECT_NE(measureGains(frame, c), (Gains{8192, 4096, 16384}));
+  c.white = 250;
+  EXPECT_EQ(measureGains(frame, c), (Gains{8192, 4096, 16384}));
+  c.white = 20;  // nothing is left
+  EXPECT_EQ(measureGains(frame, c), (Gains{4096, 4096, 4096}));
+}
+
 }  // namespace
 }  // namespace vistrel

@@ -2,6 +2,7 @@
 // the whole frame first, then all pixels, then their bytes.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -25,6 +26,13 @@ struct HostSamples {
     return values[(y * width + x) * channels + channel];
   }
 };
+// Red, green, blue in 1/4096: equal ones without white balance.
+std::array<uint64_t, 3> hostGains(const vistrel_frame& frame, const vistrel_conversion& conversion);
+
+// What a sample of the finishing stage is scaled to. above: the sample without dark and black.
+uint32_t hostScaled(const vistrel_frame& frame, const vistrel_conversion& conversion,
+                    const std::array<uint64_t, 3>& gains, uint64_t above, size_t x, size_t y);
+
 HostSamples hostSamples(const vistrel_frame& frame, const vistrel_conversion& conversion);
 bool hasExcessBits(const vistrel_frame& frame, uint32_t stored);
 char hostColour(uint32_t phase, int64_t x, int64_t y);  // 'R', 'G' or 'B'
@@ -39,6 +47,10 @@ struct HostArea {
   static int64_t mirrored(int64_t position, int64_t size);
 };
 HostArea hostArea(const vistrel_frame& frame, const vistrel_conversion& conversion);
+
+// The width and the height of the image, in pixels.
+std::array<uint32_t, 2> hostImageSize(const vistrel_frame& frame,
+                                      const vistrel_conversion& conversion);
 
 // The significant bits of a prepared sample.
 uint32_t hostBits(const vistrel_frame& frame, const vistrel_conversion& conversion);
@@ -62,6 +74,12 @@ size_t hostSampleBytes(uint32_t format);
 size_t hostChannels(uint32_t format);  // of a pixel in the first plane
 size_t hostImageRowBytes(uint32_t format, size_t width);
 std::vector<HostPlane> hostPlanes(uint32_t format, size_t width, size_t height, size_t stride);
+
+// What the finishing stage makes of pixels: `bits` significant ones become 16 or 8.
+HostPixels hostFinished(const HostPixels& pixels, uint32_t bits, const vistrel_frame& frame,
+                        const vistrel_conversion& conversion);
+
+HostPixels hostTurned(const HostPixels& pixels, uint32_t orientation);
 
 // Stores pixels in a format. A negative stride is allowed if the format has one plane.
 void hostStore(const HostPixels& pixels, uint32_t format, uint8_t* image, ptrdiff_t stride);

@@ -134,18 +134,6 @@ std::vector<uint16_t> tableOf(const vistrel_conversion& c, uint32_t bits) {
   return table;
 }
 
-HostPixels cropped(const std::vector<uint8_t>& made, const Job& j, const HostArea& area) {
-  const auto channels = static_cast<uint32_t>(hostChannels(j.format));
-  const auto* const wide = reinterpret_cast<const uint16_t*>(made.data());
-  HostPixels pixels{area.resultWidth, area.resultHeight, channels, {}};
-  for (size_t y = area.pad; y < area.pad + area.resultHeight; ++y)
-    for (size_t k = area.pad * channels; k < (area.pad + area.resultWidth) * channels; ++k) {
-      const size_t at = y * j.width * channels + k;
-      pixels.samples.push_back(hostSampleBytes(j.format) == 2 ? wide[at] : made[at]);
-    }
-  return pixels;
-}
-
 }  // namespace
 
 int64_t HostArea::mirrored(int64_t position, int64_t size) {
@@ -170,25 +158,94 @@ HostArea hostArea(const vistrel_frame& frame, const vistrel_conversion& c) {
   return a;
 }
 
+std::array<uint32_t, 2> hostImageSize(const vistrel_frame& frame, const vistrel_conversion& c) {
+  const HostArea area = hostArea(frame, c);
+  if (c.orientation >= VISTREL_TRANSPOSED) return {area.resultHeight, area.resultWidth};
+  return {area.resultWidth, area.resultHeight};
+}
+
+namespace {
+
+// The mean of each bin of an image of the area.
+template <class T>
+std::vector<T> meansOf(const std::vector<T>& image, const HostArea& area, size_t channels,
+                       size_t binning) {
+  std::vector<T> means;
+  for (size_t y = 0; y < area.height / binning; ++y)
+    for (size_t x = 0; x < area.width / binning; ++x)
+      for (size_t c = 0; c < channels; ++c) {
+        size_t sum = 0, n = binning * binning;
+        for (size_t i = 0; i < n; ++i)
+          sum += image[((y * binning + i / binning) * area.width + x * binning + i % binning) *
+                           channels +
+                       c];
+        means.push_back(static_cast<T>((sum + n / 2) / n));
+      }
+  return means;
+}
+
+template <class T>
+std::vector<T> converted(const Job& job, const std::vector<T>& image) {
+  const size_t sampleBytes = hostSampleBytes(job.format);
+  std::vector<uint8_t> made(size_t{job.width} * job.height * hostChannels(job.format) *
+                            sampleBytes);
+  convert(job, image.data(), made.data());
+  std::vector<T> samples(made.size() / sampleBytes);
+  for (size_t i = 0; i < samples.size(); ++i)
+    samples[i] = static_cast<T>(
+        sampleBytes == 2 ? reinterpret_cast<const uint16_t*>(made.data())[i] : made[i]);
+  return samples;
+}
+
+// The pixels of the area before they are cropped, finished and stored.
+template <class T>
+std::vector<T> pixelsOf(const vistrel_frame& frame, const vistrel_conversion& c,
+                        const HostArea& area, uint32_t format) {
+  const std::vector<T> image = imageOf<T>(hostSamples(frame, c), area);
+  const uint32_t bits = hostBits(frame, c), phase = phaseAt(frame.phase, area.x, area.y);
+  const uint32_t width = area.width / c.binning, height = area.height / c.binning;
+  if (c.binning == 1 || c.bin_mode == VISTREL_BIN_SUM)
+    return converted<T>({c, phase, bits, format, area.width, width, height}, image);
+  vistrel_conversion single = c, whole = c;
+  single.binning = whole.binning = 1;
+  whole.reduction = VISTREL_WINDOW_HIGH;
+  if (phase == VISTREL_MONO || phase == VISTREL_BGR)
+    return converted<T>({single, phase, bits, format, width, width, height},
+                        meansOf(image, area, phase == VISTREL_BGR ? 3 : 1, c.binning));
+  const uint32_t full = sizeof(T) == 2 ? VISTREL_BGR48 : VISTREL_BGR24;
+  const auto pixels =
+      converted<T>({whole, phase, bits, full, area.width, area.width, area.height}, image);
+  return converted<T>({single, VISTREL_BGR, bits, format, width, width, height},
+                      meansOf(pixels, area, 3, c.binning));
+}
+
+// The crop of a padded result.
+template <class T>
+HostPixels croppedTo(const HostArea& area, size_t width, uint32_t channels,
+                     const std::vector<T>& made) {
+  HostPixels pixels{area.resultWidth, area.resultHeight, channels, {}};
+  for (size_t y = area.pad; y < area.pad + area.resultHeight; ++y)
+    for (size_t k = area.pad * channels; k < (area.pad + area.resultWidth) * channels; ++k)
+      pixels.samples.push_back(made[y * width * channels + k]);
+  return pixels;
+}
+
+}  // namespace
+
 HostPixels hostPixels(const vistrel_frame& frame, const vistrel_conversion& c) {
   const HostArea area = hostArea(frame, c);
-  const HostSamples samples = hostSamples(frame, c);
-  const uint32_t bits = hostBits(frame, c);
-  const Job job{c,
-                phaseAt(frame.phase, area.x, area.y),
-                bits,
-                madeFormat(frame, c),
-                area.width,
-                area.width / c.binning,
-                area.height / c.binning};
-  const OwnSlot slot(area.width, area.height, tableOf(c, bits));
-  std::vector<uint8_t> made(size_t{job.width} * job.height * hostChannels(job.format) *
-                            hostSampleBytes(job.format));
-  if (frame.bytes_per_sample == 1)
-    convert(job, imageOf<uint8_t>(samples, area).data(), made.data());
-  else
-    convert(job, imageOf<uint16_t>(samples, area).data(), made.data());
-  return cropped(made, job, area);
+  const bool isMono = frame.phase == VISTREL_MONO;
+  const uint32_t wide = isMono ? uint32_t{VISTREL_MONO16} : uint32_t{VISTREL_BGR48};
+  const uint32_t format = c.finish ? wide : madeFormat(frame, c);
+  const OwnSlot slot(area.width, area.height, tableOf(c, hostBits(frame, c)));
+  const size_t width = area.width / c.binning;
+  const auto channels = static_cast<uint32_t>(hostChannels(format));
+  HostPixels pixels =
+      frame.bytes_per_sample == 1 && !c.finish
+          ? croppedTo(area, width, channels, pixelsOf<uint8_t>(frame, c, area, format))
+          : croppedTo(area, width, channels, pixelsOf<uint16_t>(frame, c, area, format));
+  if (c.finish) pixels = hostFinished(pixels, hostBits(frame, c), frame, c);
+  return hostTurned(pixels, c.orientation);
 }
 
 }  // namespace reference

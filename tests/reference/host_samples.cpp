@@ -65,15 +65,65 @@ uint32_t significant(const vistrel_frame& frame, size_t i, size_t y) {
   return hostStoredSample(frame, i, y) >> shiftOf(frame) & fullScale(frame);
 }
 
-uint64_t withoutBlack(const vistrel_frame& frame, const vistrel_conversion& c, size_t x, size_t y,
-                      size_t channel) {
+uint32_t levelAt(const void* levels, size_t stride, const vistrel_frame& frame, size_t x,
+                 size_t y) {
+  uint16_t level;
+  std::memcpy(&level,
+              static_cast<const uint8_t*>(levels) + y * (stride ? stride : 2 * frame.width) + 2 * x,
+              2);
+  return level;
+}
+
+// Without dark and black, evened out.
+uint64_t evened(const vistrel_frame& frame, const vistrel_conversion& c, size_t x, size_t y,
+                size_t channel) {
+  const vistrel_calibration* const by = c.calibration;
   const uint32_t sample = significant(frame, x * channelsOf(frame) + channel, y);
-  const uint32_t black = c.black[2 * (y % 2) + x % 2];
-  return sample > black ? sample - black : 0;
+  const uint32_t dark = by && by->dark ? levelAt(by->dark, by->dark_stride, frame, x, y) : 0;
+  const uint32_t level = dark + c.black[2 * (y % 2) + x % 2];
+  const uint64_t v = sample > level ? sample - level : 0;
+  if (!by) return v;
+  const uint64_t flat = by->flat ? levelAt(by->flat, by->flat_stride, frame, x, y) : 4096;
+  return std::min<uint64_t>((v * flat + 2048) >> 12, fullScale(frame));
+}
+
+bool isHot(const vistrel_conversion& c, int64_t x, size_t y) {
+  for (size_t i = 0; c.calibration && i < c.calibration->hot_count; ++i)
+    if (c.calibration->hot[i].x == x && c.calibration->hot[i].y == y) return true;
+  return false;
+}
+
+uint64_t calibrated(const vistrel_frame& frame, const vistrel_conversion& c, size_t x, size_t y,
+                    size_t channel) {
+  if (!isHot(c, static_cast<int64_t>(x), y)) return evened(frame, c, x, y, channel);
+  uint64_t sum = 0, count = 0;
+  for (const int64_t step : {-1, 1}) {
+    int64_t at = static_cast<int64_t>(x);
+    do at += isMosaic(frame) ? 2 * step : step;
+    while (isHot(c, at, y));
+    if (at < 0 || at >= frame.width) continue;
+    sum += evened(frame, c, static_cast<size_t>(at), y, channel);
+    ++count;
+  }
+  return count == 2 ? (sum + 1) / 2 : sum;
 }
 
 constexpr char kColours[] = "RGB";  // in the order of gains
 using Gains = std::array<uint64_t, 3>;
+
+uint64_t aboveBlack(const vistrel_frame& frame, const vistrel_conversion& c, size_t x, size_t y) {
+  const uint32_t sample = significant(frame, x, y), black = c.black[2 * (y % 2) + x % 2];
+  return sample > black ? sample - black : 0;
+}
+
+// Whether the whole block of 2x2 samples is.
+bool isBelowWhite(const vistrel_frame& frame, const vistrel_conversion& c, size_t x, size_t y) {
+  const size_t left = x / 2 * 2, top = y / 2 * 2;
+  if (left + 1 >= frame.width || top + 1 >= frame.height) return false;
+  for (size_t i = 0; i < 4; ++i)
+    if (significant(frame, left + i % 2, top + i / 2) >= c.white) return false;
+  return true;
+}
 
 Gains grayWorld(const vistrel_frame& frame, const vistrel_conversion& c) {
   Gains means{}, gains{};
@@ -83,8 +133,9 @@ Gains grayWorld(const vistrel_frame& frame, const vistrel_conversion& c) {
       for (size_t x = 0; x < frame.width; ++x)
         if (hostColour(frame.phase, static_cast<int64_t>(x), static_cast<int64_t>(y)) ==
             kColours[i])
-          sum += withoutBlack(frame, c, x, y, 0), ++count;
-    means[i] = (2 * 256 * sum + count) / (2 * count);
+          if (!c.white || isBelowWhite(frame, c, x, y))
+            sum += aboveBlack(frame, c, x, y), ++count;
+    means[i] = count ? (2 * 256 * sum + count) / (2 * count) : 0;
   }
   const uint64_t largest = *std::max_element(means.begin(), means.end());
   for (size_t i = 0; i < 3; ++i) {
@@ -96,13 +147,13 @@ Gains grayWorld(const vistrel_frame& frame, const vistrel_conversion& c) {
   return gains;
 }
 
-Gains gainsOf(const vistrel_frame& frame, const vistrel_conversion& c) {
+}  // namespace
+
+std::array<uint64_t, 3> hostGains(const vistrel_frame& frame, const vistrel_conversion& c) {
   if (c.white_balance == VISTREL_BALANCE_GRAY_WORLD) return grayWorld(frame, c);
   if (c.white_balance == VISTREL_BALANCE_GAINS) return {c.gains[0], c.gains[1], c.gains[2]};
   return {VISTREL_GAIN_ONE, VISTREL_GAIN_ONE, VISTREL_GAIN_ONE};
 }
-
-}  // namespace
 
 char hostColour(uint32_t phase, int64_t x, int64_t y) {
   constexpr const char* kBlocks[] = {"GRBG", "BGGR", "RGGB", "GBRG"};
@@ -137,25 +188,49 @@ bool hasExcessBits(const vistrel_frame& frame, uint32_t stored) {
 }
 
 uint32_t hostBits(const vistrel_frame& frame, const vistrel_conversion& c) {
-  return c.truncate_to ? std::min(frame.bits, c.truncate_to) : frame.bits;
+  const bool isWide = !isMosaic(frame) || c.algorithm == VISTREL_BILINEAR ||
+                      c.algorithm == VISTREL_NEAR || c.algorithm == VISTREL_AHD;
+  const uint32_t bits = !c.finish                          ? frame.bits
+                        : isWide                           ? 16
+                        : c.algorithm == VISTREL_EDGE ? 15
+                                                      : 10;
+  return c.truncate_to ? std::min(bits, c.truncate_to) : bits;
+}
+
+namespace {
+
+uint64_t gainAt(const vistrel_frame& frame, const std::array<uint64_t, 3>& gains, size_t x,
+                size_t y) {
+  if (!isMosaic(frame)) return VISTREL_GAIN_ONE;
+  const char colour = hostColour(frame.phase, static_cast<int64_t>(x), static_cast<int64_t>(y));
+  return gains[static_cast<size_t>(std::strchr(kColours, colour) - kColours)];
+}
+
+}  // namespace
+
+uint32_t hostScaled(const vistrel_frame& frame, const vistrel_conversion& c,
+                    const std::array<uint64_t, 3>& gains, uint64_t above, size_t x, size_t y) {
+  const uint32_t B = hostBits(frame, c);
+  const uint64_t F = (1u << B) - 1, g = gainAt(frame, gains, x, y),
+                 G = isMosaic(frame) ? *std::max_element(gains.begin(), gains.end()) : g,
+                 R = (c.white ? c.white : fullScale(frame)) - c.black[2 * (y % 2) + x % 2];
+  const uint64_t factor = (F * (uint64_t{1} << (31 - B)) * g + R * G / 2) / (R * G);
+  const uint64_t half = uint64_t{1} << (30 - B);
+  return static_cast<uint32_t>(std::min((std::min(above, R) * factor + half) >> (31 - B), F));
 }
 
 HostSamples hostSamples(const vistrel_frame& frame, const vistrel_conversion& c) {
-  const Gains gains = gainsOf(frame, c);
+  const auto gains = hostGains(frame, c);
   const size_t channels = channelsOf(frame);
   HostSamples result{frame.width, frame.height, static_cast<uint32_t>(channels), {}};
   for (size_t y = 0; y < frame.height; ++y)
     for (size_t i = 0; i < frame.width * channels; ++i) {
       const size_t x = i / channels;
-      uint64_t gain = VISTREL_GAIN_ONE;
-      if (isMosaic(frame)) {
-        const char colour =
-            hostColour(frame.phase, static_cast<int64_t>(x), static_cast<int64_t>(y));
-        gain = gains[static_cast<size_t>(std::strchr(kColours, colour) - kColours)];
-      }
-      const uint64_t v = withoutBlack(frame, c, x, y, i % channels);
-      const uint64_t w = std::min<uint64_t>((v * gain + 2048) >> 12, fullScale(frame));
-      result.values.push_back(static_cast<uint16_t>(w >> (frame.bits - hostBits(frame, c))));
+      const uint64_t v = calibrated(frame, c, x, y, i % channels);
+      const uint64_t w = std::min<uint64_t>((v * gainAt(frame, gains, x, y) + 2048) >> 12,
+                                            fullScale(frame));
+      result.values.push_back(static_cast<uint16_t>(
+          c.finish ? hostScaled(frame, c, gains, v, x, y) : w >> (frame.bits - hostBits(frame, c))));
     }
   return result;
 }
