@@ -105,7 +105,7 @@ int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversi
     checkFrame(*frame);
     if (!isMosaic(*frame))
       reject(VISTREL_BAD_PHASE, "frame.phase", vistrel_phase_name(frame->phase),
-             "a {} frame has no colours to balance", vistrel_phase_name(frame->phase));
+             "gains are measured on Bayer frames only");
     checkExcess(*conversion);
     checkBlack(*frame, *conversion);
     checkSamples(*frame);

@@ -63,7 +63,9 @@ void checkMemory(const PackedFrame& f, const vistrel_packed& p, const void* samp
   checkPointer(p.bytes, "packed.bytes");
   checkPointer(samples, "samples");
   if (p.size < f.bytes)
-    reject(VISTREL_SHORT_BUFFER, "packed.size", p.size, "{}", rowsIn(f.bytes, f.rows, f.stride));
+    reject(VISTREL_SHORT_BUFFER, "packed.size", p.size, "{}",
+           p.continuous ? fmt::format("{}x{} samples take {} bytes", p.width, p.height, f.bytes)
+                        : rowsIn(f.bytes, f.rows, f.stride));
   if (size < f.unpackedBytes)
     reject(VISTREL_SHORT_BUFFER, "size", size, "{}x{} samples take {} bytes", p.width, p.height,
            f.unpackedBytes);

@@ -44,6 +44,23 @@ TEST_F(Texts, CountOneSampleAndOneByte) {
   expectOfConvert({VISTREL_SHORT_BUFFER, "image.size", "0", "1 row of stride 1 takes 1 byte"});
 }
 
+// Its rows count as one, but not for its owner.
+TEST_F(Texts, OfAContinuousFrameNameItsSize) {
+  vistrel_packed packed = packedOf(pixels, 10, 8, VISTREL_PACKING_PFNC, 10);
+  packed.continuous = 1;
+  std::vector<uint16_t> unpacked(10 * 8);
+  vistrel_unpack(&packed, unpacked.data(), 2 * unpacked.size(), &error);
+  expectError(error, {VISTREL_SHORT_BUFFER, "packed.size", "60", "10x8 samples take 100 bytes"});
+}
+
+TEST_F(Texts, OfGainsNameTheFramesThatHaveThem) {
+  uint32_t gains[3];
+  frame.width = 6, frame.phase = VISTREL_BGR;
+  vistrel_measure_gains(&frame, &conversion, gains, &error);
+  expectError(error,
+              {VISTREL_BAD_PHASE, "frame.phase", "bgr", "gains are measured on Bayer frames only"});
+}
+
 // From a runner, on its caller's thread.
 TEST_F(Texts, OfABusyStreamNameNoThread) {
   std::vector<uint8_t> large(1000 * 700), result(large.size());
