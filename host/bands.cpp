@@ -28,7 +28,7 @@ ThreadSource::ThreadSource(const vistrel_conversion& c) : conversion_(c) {
   if (c.threads < 2 || c.run) return;
   team_.emplace(c.team);
   if (c.threads > (*team_)->threads())
-    reject(VISTREL_BAD_THREADS, "conversion.threads", c.threads, "its team has {}",
+    reject(VISTREL_BAD_THREADS, "conversion.threads", c.threads, "its team has {} threads",
            (*team_)->threads());
 }
 

@@ -65,7 +65,7 @@ void checkCalibration(const vistrel_frame& f, const vistrel_conversion& c) {
   const vistrel_calibration& by = *c.calibration;
   if (f.phase == VISTREL_BGR)
     reject(VISTREL_BAD_CALIBRATION, "conversion.calibration", "",
-           "it is for Bayer and mono frames; this one is BGR");
+           "it is for Bayer and mono frames; this one is bgr");
   checkReserved("calibration.reserved", by.reserved);
   checkLevels(f, "dark", by.dark, by.dark_size, by.dark_stride);
   checkLevels(f, "flat", by.flat, by.flat_size, by.flat_stride);

@@ -149,15 +149,18 @@ void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
            "binned raw gray mixes all rows; they can't be made separately");
   checkUpright(*conversion, "a turned or mirrored image is made as a whole");
   const uint32_t height = plan.layout.height;
+  if (first >= height)
+    reject(VISTREL_BAD_ROWS, "first", first, "the image has {}", countOf(height, "row"));
   if (!count) reject(VISTREL_BAD_ROWS, "rows", count, "1 or more are allowed");
-  if (first >= height || count > height - first)
-    reject(VISTREL_BAD_ROWS, "rows", fmt::format("{}+{}", first, count), "the image has {} rows",
-           height);
+  if (count > height - first)
+    reject(VISTREL_BAD_ROWS, "rows", count, "the image has {} from row {} on",
+           countOf(height - first, "row"), first);
   const uint32_t together = rowsPerChroma(*plan.format);
   const uint32_t end = first + count;
-  if (first % together || (end % together && end < height))
-    reject(VISTREL_BAD_ROWS, "rows", fmt::format("{}+{}", first, count),
-           "rows of {} are made in pairs, as they share chroma", plan.format->name);
+  constexpr const char* kPairs = "rows of {} are made in pairs, as they share chroma";
+  if (first % together) reject(VISTREL_BAD_ROWS, "first", first, kPairs, plan.format->name);
+  if (end % together && end < height)
+    reject(VISTREL_BAD_ROWS, "rows", count, kPairs, plan.format->name);
   convert(stream, plan, {first, end}, frame, conversion, image);
 }
 
@@ -167,7 +170,8 @@ void convertRows(vistrel_stream* stream, const vistrel_frame* frame,
 using namespace vistrel::host;
 
 void vistrel_default_conversion(const vistrel_frame* frame, vistrel_conversion* conversion) {
-  const bool mono = frame->phase == VISTREL_MONO;
+  if (!conversion) return;
+  const bool mono = frame && frame->phase == VISTREL_MONO;
   *conversion = {};
   conversion->format = mono ? VISTREL_MONO8 : VISTREL_BGR24;
   conversion->algorithm = VISTREL_BILINEAR;

@@ -1,10 +1,10 @@
 #include "host/engine.h"
 
 #include <algorithm>
-#include <new>
 
-#include "demosaic/conversion.h"
-#include "demosaic/through_buffer.h"
+#include "demosaic/algorithms.h"
+#include "demosaic/guard_writer.h"
+#include "demosaic/work_image.h"
 #include "host/frame_rows.h"
 #include "host/row_engine.h"
 
@@ -20,35 +20,60 @@ ColourOutput outputOf(const EngineCall& call, const uint16_t* table) {
   return {p.layout.width, p.bits, c.format, c.reduction, table, c.binning - 1, p.layout.bits, true};
 }
 
+// The caller's table as libVistrel takes it: an entry for each possible sample.
+void fillTable(const EngineCall& call, uint16_t* table) {
+  const vistrel_conversion& c = call.conversion;
+  if (c.reduction != VISTREL_TABLE) return;
+  const size_t entries = size_t{1} << call.plan.bits, repeated = entries / c.table_entries;
+  for (size_t i = 0; i < entries; ++i) table[i] = c.table[i / repeated];
+}
+
+// Demosaics into conversion.work, and from there makes conversion.pDst.
+template <class T>
+void runThroughBuffer(const EngineCall& call, const Conversion<T>& conversion, Arena& arena) {
+  const Plan& p = call.plan;
+  const int width = int(p.width), height = int(p.height);
+  FrameRows<T> source(p, call.frame, call.conversion, call.gains, arena);
+  GuardWriter<T> guard(conversion);
+  WorkImage<T> image(conversion, arena);
+  const DemosaicJob<T> job{.source = source,
+                           .mosaic = conversion.region.mosaic,
+                           .columns = width,
+                           .height = height,
+                           .roi = {0, 0, width, height},
+                           .rows = {0, height},
+                           .image = image,
+                           .bits = p.bits,
+                           .margins = &guard};
+  RowProcess<T>* const demosaic =
+      findAlgorithm(call.conversion.algorithm)->of<T>().make(job, arena);
+  if (arena.counts()) return;
+  demosaic->advance(demosaic->last());
+  image.finish();
+}
+
 // Binned raw gray mixes rows of the work buffer.
 template <class T>
 void makeThroughBuffer(const EngineCall& call, Arena& arena) {
   const Plan& p = call.plan;
-  const vistrel_conversion& c = call.conversion;
-  FrameRows<T> source(p, call.frame, c, call.gains, arena);
+  const vistrel_layout& l = p.layout;
   ImagePixels pixels(call, arena);
-  T* const samples = arena.take<T>(size_t{p.width} * p.height);
-  T* const work = arena.take<T>(workBufferBytes(p.width, p.height) / 2);
-  uint8_t* const result = arena.take<uint8_t>(p.layout.bytes);
-  uint16_t* const table = arena.take<uint16_t>(size_t{1} << 12);
-  if (arena.counts()) return;
-  std::fill_n(work, workBufferBytes(p.width, p.height) / 2, T{0});
-  for (uint32_t y = 0; y < p.height; ++y)
-    std::copy_n(source.row(int(y)), p.width, samples + size_t{y} * p.width);
-  if (c.reduction == VISTREL_TABLE) {
-    const size_t entries = size_t{1} << p.bits, repeated = entries / c.table_entries;
-    for (size_t i = 0; i < entries; ++i) table[i] = c.table[i / repeated];
-  }
-  const Region region(p.phase, c.binning - 1, 0, 0, p.layout.width, p.layout.height);
+  const size_t samples = workBufferBytes(p.width, p.height) / 2;
+  T* const work = arena.take<T>(samples);
+  uint8_t* const result = arena.take<uint8_t>(l.bytes);
+  if (!arena.counts()) std::fill_n(work, samples, T{0});
+  uint16_t table[1 << 12];
+  fillTable(call, table);
   const auto output = outputOf(call, table);
-  const Conversion<T> conversion{
-      region, p.phase,         0,     0, p.bits, samples, p.width, work, guardedLayout(region),
-      result, p.layout.height, output};
-  if (!convertThroughBuffer(conversion, findAlgorithm(c.algorithm)->of<T>()))
-    throw std::bad_alloc();
-  for (uint32_t y = 0; y < p.layout.height; ++y) {
+  const Region region(p.phase, call.conversion.binning - 1, 0, 0, l.width, l.height);
+  runThroughBuffer<T>(call,
+                      {region, p.phase, 0, 0, p.bits, nullptr, 0, work, guardedLayout(region),
+                       result, l.height, output},
+                      arena);
+  if (arena.counts()) return;
+  for (uint32_t y = 0; y < l.height; ++y) {
     pixels.rows().begin(y);
-    pixels.rows().append(result + y * p.layout.row_bytes, p.layout.width);
+    pixels.rows().append(result + y * l.row_bytes, l.width);
     pixels.rows().end();
   }
   storeFence();

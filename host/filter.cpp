@@ -34,11 +34,15 @@ struct PixelMemory {
   }
 };
 
+bool isFilterable(const Format& f) {
+  return f.planes == 1 && (f.channels == 1 || f.bytes_per_sample == 1);
+}
+
 const Format& formatOf(const vistrel_picture& p) {
   const Format* const format = findFormat(p.format);
-  if (!format || format->planes > 1 || (format->channels > 1 && format->bytes_per_sample > 1))
-    reject(VISTREL_BAD_FORMAT, "picture.format", p.format,
-           "any single-plane format except BGR48 and RGB48 is allowed");
+  if (!format || !isFilterable(*format))
+    reject(VISTREL_BAD_FORMAT, "picture.format", p.format, "{} are allowed",
+           formatList(isFilterable));
   return *format;
 }
 
@@ -82,14 +86,15 @@ PixelMemory memoryOf(std::string_view structure, const void* pixels, size_t size
   checkPointer(pixels, name("pixels"));
   const size_t rowBytes = size_t{p.width} * format.pixelBytes();
   if (stride && stride < rowBytes)
-    reject(VISTREL_BAD_STRIDE, name("stride"), stride, "a row has {} bytes", rowBytes);
+    reject(VISTREL_BAD_STRIDE, name("stride"), stride, "a row has {}", countOf(rowBytes, "byte"));
   if (stride > kMaxBytes / p.height)
-    reject(VISTREL_TOO_LARGE, name("stride"), stride, "no memory can hold {} such rows", p.height);
+    reject(VISTREL_TOO_LARGE, name("stride"), stride, "no memory can hold {}",
+           countOf(p.height, "such row"));
   const PixelMemory memory{static_cast<unsigned char*>(const_cast<void*>(pixels)),
                            stride ? stride : rowBytes, rowBytes, p.height};
   if (size < memory.bytes())
-    reject(VISTREL_SHORT_BUFFER, name("size"), size, "{} rows of stride {} take {} bytes", p.height,
-           memory.stride, memory.bytes());
+    reject(VISTREL_SHORT_BUFFER, name("size"), size, "{}",
+           rowsIn(memory.bytes(), p.height, memory.stride));
   return memory;
 }
 

@@ -78,7 +78,7 @@ void checkFinish(const vistrel_frame& f, const vistrel_conversion& c) {
   if (!c.finish) return;
   const vistrel_finish& finish = *c.finish;
   if (f.phase == VISTREL_BGR)
-    reject(VISTREL_BAD_FINISH, kField, "", "it is for Bayer and mono frames; this one is BGR");
+    reject(VISTREL_BAD_FINISH, kField, "", "it is for Bayer and mono frames; this one is bgr");
   if (findFormat(c.format)->gray() && c.gray == VISTREL_RAW_GRAY)
     reject(VISTREL_BAD_FINISH, kField, "", "raw gray is not finished");
   if (finish.highlights > VISTREL_HIGHLIGHTS_NEUTRAL)

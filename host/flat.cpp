@@ -98,7 +98,7 @@ int32_t vistrel_measure_flat(const vistrel_frame* frame, const vistrel_conversio
     checkFrame(*frame);
     checkBlack(*frame, *conversion);
     if (frame->phase == VISTREL_BGR)
-      reject(VISTREL_BAD_PHASE, "frame.phase", "BGR", "a flat field is a Bayer or mono frame");
+      reject(VISTREL_BAD_PHASE, "frame.phase", "bgr", "a flat field is a Bayer or mono frame");
     checkCalibration(*frame, *conversion);
     checkSamples(*frame);
     const uint64_t bytes = uint64_t{2} * frame->width * frame->height;

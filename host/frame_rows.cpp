@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <utility>
 
 #include "common/mirror.h"
 #include "host/finishing.h"
@@ -16,6 +15,27 @@ namespace {
 template <class T>
 bool isAligned(const vistrel_frame& f) {
   return reinterpret_cast<uintptr_t>(f.samples) % alignof(T) == 0 && strideOf(f) % sizeof(T) == 0;
+}
+
+// A row of n samples of finished pixels, whose three samples have one black level. There are no
+// gains.
+template <class T>
+void prepareFinished(const void* from, size_t n, T* to, const core::Preparation& how) {
+  constexpr size_t kBlock = 96;  // samples; whole pairs of pixels
+  const auto mask = static_cast<T>(how.mask());
+  T black[kBlock], block[kBlock] = {};
+  for (size_t i = 0; i < kBlock; ++i)
+    black[i] = static_cast<T>(i / 3 % 2 ? how.black.odd : how.black.even);
+  const auto* bytes = static_cast<const unsigned char*>(from);
+  for (size_t i = 0; i < n; i += kBlock, bytes += sizeof block) {
+    const size_t size = std::min(kBlock, n - i) * sizeof(T);
+    std::memcpy(block, bytes, size);
+    for (size_t k = 0; k < kBlock; ++k) {
+      const auto sample = static_cast<T>((block[k] & mask) >> how.below);
+      block[k] = static_cast<T>((std::max(sample, black[k]) - black[k]) >> how.dropped);
+    }
+    std::memcpy(to + i, block, size);
+  }
 }
 
 }  // namespace
@@ -57,19 +77,12 @@ core::Preparation RowPreparation<T>::preparationOf(int y) const {
           {gainAt(left_), gainAt(left_ + 1)}};
 }
 
-// The samples of a finished pixel have one black level.
 template <class T>
 void RowPreparation<T>::prepare(int y, const void* from, T* samples) const {
-  core::Preparation how = preparationOf(y);
-  const size_t channels = channelsOf(frame_);
-  if (channels == 1 || how.black.even == how.black.odd)
-    return core::prepareRow(from, count_, samples, how);
-  const auto* const bytes = static_cast<const unsigned char*>(from);
-  for (size_t i = 0; i < count_; i += channels, std::swap(how.black.even, how.black.odd)) {
-    core::Preparation ofPixel = how;
-    ofPixel.black.odd = how.black.even;
-    core::prepareRow(bytes + i * sizeof(T), channels, samples + i, ofPixel);
-  }
+  const core::Preparation how = preparationOf(y);
+  if (channelsOf(frame_) == 3 && how.black.even != how.black.odd)
+    return prepareFinished(from, count_, samples, how);
+  core::prepareRow(from, count_, samples, how);
 }
 
 // Prepares samples for the finishing stage.

@@ -59,10 +59,9 @@ core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structu
   if (const PackingRow* const row = findRow(code, bits)) return row->packing;
   const char* const name = vistrel_packing_name(code);
   if (!name) {
-    std::string names = listOf(kNames);
-    names.replace(0, std::string_view(kNames[0].name).size(), zero);
-    reject(VISTREL_BAD_PACKING, fmt::format("{}.packing", structure), code, "{} are allowed",
-           names);
+    const auto others = listOf(kNames, [](const auto& row) { return row.code != 0; });
+    reject(VISTREL_BAD_PACKING, fmt::format("{}.packing", structure), code, "{}, {} are allowed",
+           zero, others);
   }
   reject(VISTREL_BAD_BITS, fmt::format("{}.bits", structure), bits, "packing {} allows {}", name,
          bitsOf(code));

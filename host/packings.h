@@ -10,7 +10,7 @@
 namespace vistrel::host {
 
 // Throws Rejection for an unknown packing, or for bits that it does not allow. structure: the
-// struct with these fields, in which packing 0 is called `zero`.
+// struct with these fields; zero: what packing 0 means in it, for messages.
 core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structure,
                           std::string_view zero);
 

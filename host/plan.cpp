@@ -109,7 +109,8 @@ ByteRows rowsOf(const vistrel_layout& l, const vistrel_image& image, ptrdiff_t s
   const uint64_t below = stride < 0 ? distance * (l.height - 1) : 0;
   const auto first = reinterpret_cast<uintptr_t>(image.pixels);
   if (distance < l.row_bytes)
-    reject(VISTREL_BAD_STRIDE, "image.stride", stride, "a row has {} bytes", l.row_bytes);
+    reject(VISTREL_BAD_STRIDE, "image.stride", stride, "a row has {}",
+           countOf(l.row_bytes, "byte"));
   if (isTooLarge(distance, l.height) || below > first)
     reject(VISTREL_TOO_LARGE, "image.stride", stride, "no memory can hold {} such rows", l.height);
   return {first - below, distance, l.row_bytes, l.height};
@@ -162,8 +163,8 @@ void checkSamples(const vistrel_frame& frame) {
   checkPointer(frame.samples, "frame.samples");
   checkFrameBytes(frame);
   if (frame.size < bytesOf(frame))
-    reject(VISTREL_SHORT_BUFFER, "frame.size", frame.size, "{} rows of stride {} take {} bytes",
-           frame.height, strideOf(frame), bytesOf(frame));
+    reject(VISTREL_SHORT_BUFFER, "frame.size", frame.size, "{}",
+           rowsIn(bytesOf(frame), frame.height, strideOf(frame)));
 }
 
 namespace {
@@ -177,12 +178,12 @@ ByteRows planesIn(const Plan& plan, const vistrel_image& image, const ByteRows& 
     reject(VISTREL_BAD_STRIDE, "image.stride", image.stride, "planes of {} have no negative stride",
            format.name);
   if (firstRows.stride > kMaxBytes / format.planes / l.height)
-    reject(VISTREL_TOO_LARGE, "image.stride", image.stride, "no memory can hold {} such rows",
-           l.height);
+    reject(VISTREL_TOO_LARGE, "image.stride", image.stride, "no memory can hold {}",
+           countOf(l.height, "such row"));
   const size_t bytes = bytesOf(format, planesOf(format, l.width, l.height, firstRows.stride));
   if (image.size < bytes)
-    reject(VISTREL_SHORT_BUFFER, "image.size", image.size,
-           "planes of {} rows, stride {}, take {} bytes", l.height, firstRows.stride, bytes);
+    reject(VISTREL_SHORT_BUFFER, "image.size", image.size, "planes of {}, stride {}, take {} bytes",
+           countOf(l.height, "row"), firstRows.stride, bytes);
   return {firstRows.lowest, bytes, bytes, 1};
 }
 
@@ -197,8 +198,8 @@ CheckedImage checkImage(const Plan& plan, const vistrel_image* image) {
   const ByteRows rows = rowsOf(l, *image, stride);
   if (plan.format->planes > 1) return {stride, planesIn(plan, *image, rows)};
   if (image->size < rows.extent())
-    reject(VISTREL_SHORT_BUFFER, "image.size", image->size, "{} rows of stride {} take {} bytes",
-           l.height, stride, rows.extent());
+    reject(VISTREL_SHORT_BUFFER, "image.size", image->size, "{}",
+           rowsIn(rows.extent(), l.height, stride));
   return {stride, rows};
 }
 

@@ -165,8 +165,8 @@ int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversi
     checkPointer(gains, "gains");
     checkFrame(*frame);
     if (!isMosaic(*frame))
-      reject(VISTREL_BAD_PHASE, "frame.phase", phaseName(frame->phase),
-             "a {} frame has no colours to balance", phaseName(frame->phase));
+      reject(VISTREL_BAD_PHASE, "frame.phase", vistrel_phase_name(frame->phase),
+             "gains are measured on Bayer frames only");
     checkExcess(*conversion);
     checkBlack(*frame, *conversion);
     checkWhite(*frame, *conversion);

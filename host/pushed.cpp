@@ -8,6 +8,10 @@ namespace vistrel::host {
 namespace {
 
 Plan makePushedPlan(const vistrel_frame* frame, const vistrel_conversion* conversion) {
+  // First, since makePlan() would ask for a team.
+  if (conversion && conversion->threads > 1)
+    reject(VISTREL_BAD_THREADS, "conversion.threads", conversion->threads,
+           "0 and 1 are allowed: the thread that pushes rows converts them");
   const Plan plan = makePlan(frame, conversion);
   if (plan.throughBuffer)
     reject(VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
@@ -16,9 +20,6 @@ Plan makePushedPlan(const vistrel_frame* frame, const vistrel_conversion* conver
     reject(VISTREL_BAD_BALANCE, "conversion.white_balance", "2 (gray-world)",
            "its gains need the whole frame at once");
   checkUpright(*conversion, "it needs the whole frame at once");
-  if (conversion->threads > 1)
-    reject(VISTREL_BAD_THREADS, "conversion.threads", conversion->threads,
-           "pushed rows are converted by the thread that pushes them");
   return plan;
 }
 
@@ -80,7 +81,7 @@ OngoingPointer begin(const vistrel_frame* frame, const vistrel_conversion* conve
 
 PushedConversion& ongoingOn(StreamLease& stream) {
   if (!stream.ongoing())
-    reject(VISTREL_BAD_STREAM, "stream", "", "no conversion of pushed rows has begun on it");
+    reject(VISTREL_BAD_STREAM, "stream", "", "no conversion of pushed rows is in progress on it");
   return static_cast<PushedConversion&>(*stream.ongoing());
 }
 
@@ -112,13 +113,14 @@ PushedConversion::PushedConversion(const EngineCall& call, const CheckedImage& i
 void PushedConversion::checkPortion(const void* samples, size_t size, uint32_t rows) const {
   checkPointer(samples, "samples");
   const uint32_t left = frame_.height - pushed_;
-  if (!rows || rows > left)
-    reject(VISTREL_BAD_ROWS, "rows", rows, "1 to {} are allowed: those that are left", left);
+  if (!rows) reject(VISTREL_BAD_ROWS, "rows", rows, "1 or more are allowed");
+  if (rows > left)
+    reject(VISTREL_BAD_ROWS, "rows", rows, "the frame has {} left", countOf(left, "row"));
   vistrel_frame portion = frame_;
   portion.height = rows;
   if (size < bytesOf(portion))
-    reject(VISTREL_SHORT_BUFFER, "size", size, "{} rows of stride {} take {} bytes", rows,
-           strideOf(frame_), bytesOf(portion));
+    reject(VISTREL_SHORT_BUFFER, "size", size, "{}",
+           rowsIn(bytesOf(portion), rows, strideOf(frame_)));
   if (overlap(image_.rows,
               {reinterpret_cast<uintptr_t>(samples), strideOf(frame_), rowBytesOf(frame_), rows}))
     reject(VISTREL_OVERLAP, "samples", "", "they overlap the image's pixels");

@@ -27,6 +27,18 @@ template <class Value, class... Args>
                   fmt::format(reason, std::forward<Args>(args)...)};
 }
 
+// "1 row", "2 rows"
+inline std::string countOf(uint64_t n, std::string_view unit) {
+  return fmt::format("{} {}{}", n, unit, n == 1 ? "" : "s");
+}
+
+// For a short buffer: what it must hold.
+template <class Stride>
+std::string rowsIn(uint64_t bytes, uint64_t rows, Stride stride) {
+  return fmt::format("{} of stride {} take{} {}", countOf(rows, "row"), stride,
+                     rows == 1 ? "s" : "", countOf(bytes, "byte"));
+}
+
 inline void checkPointer(const void* pointer, std::string_view argument) {
   if (!pointer) reject(VISTREL_NULL_POINTER, argument, "", "must not be null");
 }

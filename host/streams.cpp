@@ -80,7 +80,7 @@ class Pool {
     if (id >= kStreams || handleOf(records_[id]) != handle || records_[id].state == State::kFree)
       reject(VISTREL_BAD_STREAM, "stream", "", "it is not acquired");
     if (records_[id].state == State::kBusy)
-      reject(VISTREL_BUSY_STREAM, "stream", "", "another thread is converting on it");
+      reject(VISTREL_BUSY_STREAM, "stream", "", "a conversion is running on it");
     return records_[id];
   }
 
@@ -157,7 +157,7 @@ uint32_t StreamLease::id() const { return record_ ? g_pool->idOf(*record_) : kSt
 
 void StreamLease::checkIdle() const {
   if (record_ && record_->ongoing)
-    reject(VISTREL_BUSY_STREAM, "stream", "", "a conversion of pushed rows has begun on it");
+    reject(VISTREL_BUSY_STREAM, "stream", "", "a conversion of pushed rows is in progress on it");
 }
 
 }  // namespace vistrel::host

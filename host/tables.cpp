@@ -52,35 +52,32 @@ constexpr auto kAlgorithms = [] {
   return rows;
 }();
 
-// The letters of a phase's name are the filters of its 2x2 block, row by row.
+// The letters of a mosaic's name are the filters of its 2x2 block, row by row.
 constexpr struct {
   const char* name;
   uint32_t code;
-} kPhases[] = {{"grbg", VISTREL_GRBG},
-               {"bggr", VISTREL_BGGR},
-               {"rggb", VISTREL_RGGB},
-               {"gbrg", VISTREL_GBRG},
-               {"mono", VISTREL_MONO}};
+} kPhases[] = {{"grbg", VISTREL_GRBG}, {"bggr", VISTREL_BGGR}, {"rggb", VISTREL_RGGB},
+               {"gbrg", VISTREL_GBRG}, {"mono", VISTREL_MONO}, {"bgr", VISTREL_BGR}};
+
+// Null for an unknown code.
+template <class Table>
+auto rowOfCode(const Table& table, uint32_t code) {
+  const auto row = std::find_if(std::begin(table), std::end(table),
+                                [code](const auto& r) { return r.code == code; });
+  return row == std::end(table) ? nullptr : row;
+}
 
 }  // namespace
 
-const Format* findFormat(uint32_t code) {
-  const auto format = std::find_if(std::begin(kFormats), std::end(kFormats),
-                                   [code](const Format& f) { return f.code == code; });
-  return format == std::end(kFormats) ? nullptr : format;
-}
+const Format* findFormat(uint32_t code) { return rowOfCode(kFormats, code); }
 
-std::string formatList(bool colour) {
-  return listOf(kFormats, [colour](const Format& f) { return f.colour() == colour; });
+std::string formatList(const std::function<bool(const Format&)>& lists) {
+  return listOf(kFormats, lists);
 }
 
 std::string algorithmList() { return listOf(kAlgorithms); }
 
 std::string phaseList() { return listOf(kPhases); }
-
-std::string_view phaseName(uint32_t phase) {
-  return phase == VISTREL_BGR ? "BGR" : kPhases[phase].name;
-}
 
 }  // namespace vistrel::host
 
@@ -96,7 +93,8 @@ const vistrel_algorithm* vistrel_algorithm_at(size_t index) {
 }
 
 const char* vistrel_phase_name(uint32_t phase) {
-  return phase < std::size(kPhases) ? kPhases[phase].name : nullptr;
+  const auto* const row = rowOfCode(kPhases, phase);
+  return row ? row->name : nullptr;
 }
 
 int32_t vistrel_parse_phase(const char* name, uint32_t* phase, vistrel_error* error) {

@@ -1,8 +1,8 @@
 // The tables of formats, algorithms and phases.
 #pragma once
 
+#include <functional>
 #include <string>
-#include <string_view>
 
 #include "demosaic/direct_rows.h"
 #include "output/pixels.h"
@@ -35,11 +35,8 @@ inline uint32_t rowsPerChroma(const Format& format) {
 const Format* findFormat(uint32_t code);
 
 // For messages: "MONO8 (0), MONO16 (1)".
-std::string formatList(bool colour);
+std::string formatList(const std::function<bool(const Format&)>& lists);
 std::string algorithmList();
 std::string phaseList();
-
-// The name of any frame's phase.
-std::string_view phaseName(uint32_t phase);
 
 }  // namespace vistrel::host

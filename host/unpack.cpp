@@ -42,7 +42,7 @@ PackedFrame measure(const vistrel_packed* packed) {
   checkPacked(p);
   const uint64_t all = uint64_t{p.width} * p.height;
   PackedFrame f{};
-  f.packing = findPacking(p.packing, p.bits, "packed", "BYTES");
+  f.packing = findPacking(p.packing, p.bits, "packed", "BYTES (0)");
   f.samples = p.continuous ? all : p.width;
   f.rows = p.continuous ? 1 : p.height;
   f.sampleBytes = core::sampleBytes(f.packing);
@@ -51,8 +51,8 @@ PackedFrame measure(const vistrel_packed* packed) {
   f.rowBytes = core::packedBytes(f.packing, static_cast<size_t>(f.samples));
   f.stride = p.stride ? p.stride : f.rowBytes;
   if (f.stride < f.rowBytes)
-    reject(VISTREL_BAD_STRIDE, "packed.stride", p.stride, "a row of {} samples has {} bytes",
-           p.width, f.rowBytes);
+    reject(VISTREL_BAD_STRIDE, "packed.stride", p.stride, "a row of {} has {}",
+           countOf(p.width, "sample"), countOf(f.rowBytes, "byte"));
   if (f.rows > 1 && f.stride > kMaxBytes / f.rows)
     reject(VISTREL_TOO_LARGE, "packed.stride", f.stride, "no memory can hold {} such rows", f.rows);
   f.bytes = static_cast<size_t>(f.stride * (f.rows - 1) + f.rowBytes);
@@ -63,8 +63,9 @@ void checkMemory(const PackedFrame& f, const vistrel_packed& p, const void* samp
   checkPointer(p.bytes, "packed.bytes");
   checkPointer(samples, "samples");
   if (p.size < f.bytes)
-    reject(VISTREL_SHORT_BUFFER, "packed.size", p.size,
-           "{} rows of {} bytes, stride {}, take {} bytes", f.rows, f.rowBytes, f.stride, f.bytes);
+    reject(VISTREL_SHORT_BUFFER, "packed.size", p.size, "{}",
+           p.continuous ? fmt::format("{}x{} samples take {} bytes", p.width, p.height, f.bytes)
+                        : rowsIn(f.bytes, f.rows, f.stride));
   if (size < f.unpackedBytes)
     reject(VISTREL_SHORT_BUFFER, "size", size, "{}x{} samples take {} bytes", p.width, p.height,
            f.unpackedBytes);

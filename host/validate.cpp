@@ -12,12 +12,18 @@
 namespace vistrel::host {
 namespace {
 
-void checkPacking(const vistrel_frame& f) {
-  if (!f.packing) return;
-  findPacking(f.packing, f.bits, "frame", "NONE");
-  if (f.bytes_per_sample != 2)
-    reject(VISTREL_BAD_BITS, "frame.bytes_per_sample", f.bytes_per_sample,
-           "only 2 is allowed with packed samples");
+void checkBits(const vistrel_frame& f) {
+  if (f.packing) return void(findPacking(f.packing, f.bits, "frame", "0 (not packed)"));
+  if (f.bytes_per_sample == 1 && f.bits != 8)
+    reject(VISTREL_BAD_BITS, "frame.bits", f.bits, "samples of one byte have 8");
+  if (f.bits < 8 || f.bits > 16)
+    reject(VISTREL_BAD_BITS, "frame.bits", f.bits, "8 to 16 are allowed");
+}
+
+void checkAlignment(const vistrel_frame& f) {
+  if (f.alignment != VISTREL_LOW_BITS && f.alignment != VISTREL_HIGH_BITS)
+    reject(VISTREL_BAD_ALIGNMENT, "frame.alignment", f.alignment,
+           "0 (low bits) and 1 (high bits) are allowed");
   if (isTight(f.packing) && f.alignment != VISTREL_LOW_BITS)
     reject(VISTREL_BAD_ALIGNMENT, "frame.alignment", f.alignment,
            "only 0 (low bits) is allowed with this packing");
@@ -30,21 +36,17 @@ void checkFrame(const vistrel_frame& f) {
   if (!f.height) reject(VISTREL_BAD_SIZE, "frame.height", 0, "a frame has at least 1 row");
   if (f.bytes_per_sample != 1 && f.bytes_per_sample != 2)
     reject(VISTREL_BAD_BITS, "frame.bytes_per_sample", f.bytes_per_sample, "1 and 2 are allowed");
-  if (f.bytes_per_sample == 1 && f.bits != 8)
-    reject(VISTREL_BAD_BITS, "frame.bits", f.bits, "samples of one byte have 8");
-  if (f.bits < 8 || f.bits > 16)
-    reject(VISTREL_BAD_BITS, "frame.bits", f.bits, "8 to 16 are allowed");
-  if (f.alignment != VISTREL_LOW_BITS && f.alignment != VISTREL_HIGH_BITS)
-    reject(VISTREL_BAD_ALIGNMENT, "frame.alignment", f.alignment,
-           "0 (low bits) and 1 (high bits) are allowed");
+  if (f.packing && vistrel_packing_name(f.packing) && f.bytes_per_sample != 2)
+    reject(VISTREL_BAD_BITS, "frame.bytes_per_sample", f.bytes_per_sample,
+           "only 2 is allowed with packed samples");
+  checkBits(f);
+  checkAlignment(f);
   checkReserved("frame.reserved", f.reserved);
-  checkPacking(f);
   if (f.stride && f.stride < rowBytesOf(f))
-    reject(VISTREL_BAD_STRIDE, "frame.stride", f.stride, "a row of {} samples has {} bytes",
-           uint64_t{f.width} * channelsOf(f), rowBytesOf(f));
-  if (!vistrel_phase_name(f.phase) && f.phase != VISTREL_BGR)
-    reject(VISTREL_BAD_PHASE, "frame.phase", f.phase, "{}, BGR ({}) are allowed", phaseList(),
-           uint32_t{VISTREL_BGR});
+    reject(VISTREL_BAD_STRIDE, "frame.stride", f.stride, "a row of {} has {}",
+           countOf(uint64_t{f.width} * channelsOf(f), "sample"), countOf(rowBytesOf(f), "byte"));
+  if (!vistrel_phase_name(f.phase))
+    reject(VISTREL_BAD_PHASE, "frame.phase", f.phase, "{} are allowed", phaseList());
 }
 
 namespace {
@@ -54,11 +56,12 @@ void checkFormat(const vistrel_frame& f, const vistrel_conversion& c) {
   const bool colour = f.phase != VISTREL_MONO;
   const Format* format = findFormat(c.format);
   if (!format)
-    reject(VISTREL_BAD_FORMAT, kArgument, c.format, "{} frames allow {}", phaseName(f.phase),
-           formatList(colour));
+    reject(VISTREL_BAD_FORMAT, kArgument, c.format, "{} frames allow {}",
+           vistrel_phase_name(f.phase),
+           formatList([colour](const Format& other) { return other.colour() == colour; }));
   if (format->colour() != colour)
     reject(VISTREL_BAD_FORMAT, kArgument, format->name, "it is for {} frames; this one is {}",
-           colour ? "mono" : "Bayer", phaseName(f.phase));
+           colour ? "mono" : "Bayer", vistrel_phase_name(f.phase));
   if (format->bytes_per_sample == 2 && f.bytes_per_sample == 1 && !c.finish)
     reject(VISTREL_BAD_FORMAT, kArgument, format->name,
            "it needs 2 bytes per sample; this frame has 1");
@@ -87,7 +90,7 @@ void checkGray(const vistrel_frame& f, const vistrel_conversion& c) {
   constexpr const char* kRaw = "1 (raw)";
   if (!isMosaic(f))
     reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw,
-           "raw gray is for Bayer frames; this one is {}", phaseName(f.phase));
+           "raw gray is for Bayer frames; this one is {}", vistrel_phase_name(f.phase));
   const core::AlgorithmRow& a = *core::findAlgorithm(c.algorithm);
   if (!a.isGuarded)
     reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw, "raw gray of algorithm {} is sheared",
@@ -142,7 +145,8 @@ void checkWhiteBalance(const vistrel_frame& f, const vistrel_conversion& c) {
            "0 (none), 1 (gains) and 2 (gray-world) are allowed");
   if (c.white_balance != VISTREL_BALANCE_NONE && !isMosaic(f))
     reject(VISTREL_BAD_BALANCE, "conversion.white_balance", c.white_balance, "a {} frame {}",
-           phaseName(f.phase), f.phase == VISTREL_MONO ? "has no colours" : "has finished colours");
+           vistrel_phase_name(f.phase),
+           f.phase == VISTREL_MONO ? "has no colours" : "has finished colours");
   for (size_t i = 0; c.white_balance == VISTREL_BALANCE_GAINS && i < 3; ++i)
     if (!c.gains[i] || c.gains[i] > VISTREL_GAIN_MAX)
       reject(VISTREL_BAD_BALANCE, fmt::format("conversion.gains[{}]", i), c.gains[i],

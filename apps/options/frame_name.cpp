@@ -14,7 +14,7 @@ namespace {
 std::optional<uint32_t> findPhase(std::string_view text) {
   uint32_t phase = 0;
   const bool known = vistrel_parse_phase(std::string(text).c_str(), &phase, nullptr) == VISTREL_OK;
-  return known ? std::optional(phase) : std::nullopt;
+  return known && phase <= VISTREL_MONO ? std::optional(phase) : std::nullopt;
 }
 
 std::string_view lastWord(std::string_view stem) { return stem.substr(stem.rfind('_') + 1); }

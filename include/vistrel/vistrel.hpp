@@ -1,6 +1,7 @@
 // libvistrelhost for C++17: the functions of vistrel_host.h with owned memory. Header only. Each
 // function comes twice: `tryX` returns a Result and throws nothing, `x` returns the value or throws
-// Error.
+// Error. Where exceptions are disabled, `x` ends the program instead, and so does running out of
+// memory for an Image or an OwnedFrame.
 #ifndef VISTREL_HPP
 #define VISTREL_HPP
 

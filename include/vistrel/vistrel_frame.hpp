@@ -54,12 +54,19 @@ void setRunner(vistrel_conversion& conversion, uint32_t threads, Runner& runner)
   conversion.run_context = const_cast<void*>(static_cast<const void*>(std::addressof(runner)));
   conversion.run = [](void* context, uint32_t count, void (*task)(void*, uint32_t),
                       void* data) -> int32_t {
-    try {
+    const auto run = [=] {
       (*static_cast<Runner*>(context))(count, [=](uint32_t index) { task(data, index); });
-      return 0;
+    };
+#ifdef __cpp_exceptions
+    try {
+      run();
     } catch (...) {
       return 1;
     }
+#else
+    run();
+#endif
+    return 0;
   };
 }
 template <class Runner>
@@ -73,8 +80,17 @@ inline vistrel_packed packedOf(Span<const uint8_t> bytes, uint32_t width, uint32
 
 namespace detail {
 
-// Rejects an unknown phase as a conversion does.
+// Rejects finished pixels, and an unknown phase as a conversion does.
 inline int32_t checkPhase(const vistrel_frame& shape, vistrel_error* error) noexcept {
+  if (shape.phase == VISTREL_BGR) {
+    *error = {VISTREL_BAD_PHASE,
+              "phase",
+              "bgr",
+              "the pixels of a vistrel_packed have one sample each",
+              "phase bgr: the pixels of a vistrel_packed have one sample each",
+              {}};
+    return error->status;
+  }
   if (vistrel_phase_name(shape.phase)) return VISTREL_OK;
   const vistrel_conversion conversion = defaultConversion(shape);
   vistrel_layout layout;
@@ -104,7 +120,7 @@ class OwnedFrame {
   Bytes samples_;
 };
 
-// The samples of a packed frame, as a frame of that phase.
+// The samples of a packed frame, as a frame of that phase: VISTREL_GRBG to VISTREL_MONO.
 inline Result<OwnedFrame> tryUnpack(const vistrel_packed& packed, uint32_t phase) noexcept {
   return detail::attempt<OwnedFrame>([&](OwnedFrame& frame, vistrel_error* error) {
     vistrel_packed_layout layout{};

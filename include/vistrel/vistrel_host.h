@@ -40,7 +40,8 @@ uint32_t vistrel_version(void);
  * Fills conversion with the defaults for frame: 8 bits per sample, mono or BGR
  * depending on the frame's phase, bilinear, no binning, no truncation, the highest
  * bits, the whole frame; samples with excess bits are rejected. Only reads
- * frame->phase. Neither pointer may be null.
+ * frame->phase. If frame is null, the defaults are those for Bayer frames; if
+ * conversion is null, nothing happens.
  */
 void vistrel_default_conversion(const vistrel_frame* frame, vistrel_conversion* conversion);
 
@@ -92,7 +93,7 @@ enum {
  */
 int32_t vistrel_stream_acquire(uint32_t wait, vistrel_stream** stream, vistrel_error* error);
 
-/* vistrel_convert on this stream. Rejected while another thread converts on it. */
+/* vistrel_convert on this stream. Rejected while another conversion runs on it. */
 int32_t vistrel_stream_convert(vistrel_stream* stream, const vistrel_frame* frame,
                                const vistrel_conversion* conversion, const vistrel_image* image,
                                vistrel_error* error);
@@ -121,7 +122,8 @@ int32_t vistrel_convert_rows(vistrel_stream* stream, const vistrel_frame* frame,
  *
  * Rows of the image become final, from top to bottom and with the same bytes as in
  * vistrel_stream_convert, as soon as the rows that they are made from have been
- * pushed: at most 5 below, and in NV12 and I420 those of both rows of a pair.
+ * pushed: at most 5 below those that their pixels cover, and in NV12 and I420 those of
+ * both rows of a pair.
  * Unless final_rows is null, it receives their number, even if a sample with excess
  * bits ends the conversion. The other rows of the image are then unspecified. Any
  * other rejected push leaves the conversion as it was.
@@ -250,7 +252,7 @@ const vistrel_format* vistrel_format_at(size_t index);
 /* The algorithm at an index, counted from 0; null past the last one. */
 const vistrel_algorithm* vistrel_algorithm_at(size_t index);
 
-/* "grbg", "bggr", "rggb", "gbrg", "mono"; null for any other value. */
+/* "grbg", "bggr", "rggb", "gbrg", "mono", "bgr"; null for any other value. */
 const char* vistrel_phase_name(uint32_t phase);
 
 /* "BYTES", "LITTLE", "BIG", "PFNC", "GIGE", "MIPI"; null for any other value. */

@@ -3,6 +3,7 @@
 #define VISTREL_RESULT_HPP
 
 #include <cstdint>
+#include <cstdlib>
 #include <exception>
 #include <new>
 #include <utility>
@@ -27,6 +28,19 @@ class Error : public std::exception {
   vistrel_error error_;
 };
 
+namespace detail {
+
+// Ends the program where exceptions are disabled.
+[[noreturn]] inline void raise([[maybe_unused]] const Error& error) {
+#ifdef __cpp_exceptions
+  throw error;
+#else
+  std::abort();
+#endif
+}
+
+}  // namespace detail
+
 // A value or an error. With an error, value() throws it, and * and -> must not be used; with a
 // value, error() ends the program. A temporary result returns by value, so nothing dangles.
 template <class T>
@@ -46,11 +60,11 @@ class [[nodiscard]] Result {
   const Error& error() const& noexcept { return std::get<1>(either_); }
   Error error() && noexcept { return std::get<1>(either_); }
   T value() && {
-    if (!*this) throw std::get<1>(either_);
+    if (!*this) detail::raise(std::get<1>(either_));
     return std::move(*std::get_if<0>(&either_));
   }
   const T& value() const& {
-    if (!*this) throw error();
+    if (!*this) detail::raise(error());
     return **this;
   }
   template <class U>
@@ -70,15 +84,25 @@ namespace detail {
 
 // The value that `work` fills in, or the error that it reports.
 template <class T, class Work>
+Result<T> outcomeOf(Work& work) {
+  T value{};
+  vistrel_error error{};
+  if (work(value, &error) == VISTREL_OK) return value;
+  return Error(error);
+}
+
+// The same, even if `work` runs out of memory.
+template <class T, class Work>
 Result<T> attempt(Work work) noexcept {
+#ifdef __cpp_exceptions
   try {
-    T value{};
-    vistrel_error error{};
-    if (work(value, &error) == VISTREL_OK) return value;
-    return Error(error);
+    return outcomeOf<T>(work);
   } catch (const std::bad_alloc&) {
     return Error({VISTREL_NO_MEMORY, "", "", "out of memory", "out of memory", {}});
   }
+#else
+  return outcomeOf<T>(work);
+#endif
 }
 
 }  // namespace detail

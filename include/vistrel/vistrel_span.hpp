@@ -36,24 +36,32 @@ constexpr bool outlivesTheCall =
     std::is_lvalue_reference_v<Container> || isView<std::remove_cv_t<Container>>;
 
 template <class Container>
-using DataOf = decltype(std::declval<Container&>().data());
+using ElementOf = std::remove_pointer_t<decltype(std::declval<Container&>().data())>;
+
+// Whether a Span of T views elements of type U: its own, or std::byte as uint8_t.
+template <class T, class U>
+constexpr bool views =
+    std::is_same_v<std::remove_const_t<U>, std::remove_const_t<T>>&& std::is_convertible_v<U*, T*>;
+template <class U>
+constexpr bool views<uint8_t, U> = std::is_same_v<U, uint8_t> || std::is_same_v<U, std::byte>;
+template <class U>
+constexpr bool views<const uint8_t, U> = views<uint8_t, std::remove_const_t<U>>;
 
 }  // namespace detail
 
-// A view of the caller's elements.
+// A view of the caller's elements. One of uint8_t also views std::byte.
 template <class T>
 class Span {
  public:
   Span() = default;
   Span(T* first, std::size_t count) noexcept : first_(first), count_(count) {}
   // Views a vector, an array, a string or another span; a temporary only if it is a view itself.
-  template <class Container, class Data = detail::DataOf<Container>,
-            class = std::enable_if_t<std::is_convertible_v<Data, T*> &&
-                                     detail::outlivesTheCall<Container>>>
-  Span(Container&& container) noexcept : Span(container.data(), container.size()) {}
-  template <class U, std::size_t n,
-            class = std::enable_if_t<std::is_convertible_v<U (*)[], T (*)[]>>>
-  Span(U (&array)[n]) noexcept : Span(array, n) {}
+  template <class Container, class U = detail::ElementOf<Container>,
+            class = std::enable_if_t<detail::views<T, U> && detail::outlivesTheCall<Container>>>
+  Span(Container&& container) noexcept
+      : Span(reinterpret_cast<T*>(container.data()), container.size()) {}
+  template <class U, std::size_t n, class = std::enable_if_t<detail::views<T, U>>>
+  Span(U (&array)[n]) noexcept : Span(reinterpret_cast<T*>(array), n) {}
   template <class U, std::size_t n>
   Span(const U (&&array)[n]) = delete;
 
@@ -68,12 +76,9 @@ class Span {
   std::size_t count_ = 0;
 };
 
-// The memory of 16-bit samples, or of bytes of another type, for a function that writes bytes.
+// The memory of 16-bit samples, for a function that writes bytes.
 inline Span<uint8_t> bytesOf(Span<uint16_t> samples) noexcept {
   return {reinterpret_cast<uint8_t*>(samples.data()), 2 * samples.size()};
-}
-inline Span<uint8_t> bytesOf(Span<std::byte> bytes) noexcept {
-  return {reinterpret_cast<uint8_t*>(bytes.data()), bytes.size()};
 }
 
 }  // namespace v1

@@ -79,8 +79,19 @@ class PushedConversion {
     uint32_t rowsLeft, finalRows;
   };
 
+  static int32_t rejectRows(vistrel_error* error) noexcept {
+    *error = {VISTREL_BAD_STREAM,
+              "stream",
+              "",
+              "this conversion has ended, or has not begun",
+              "stream: this conversion has ended, or has not begun",
+              {}};
+    return error->status;
+  }
+
   Result<uint32_t> push(const void* samples, size_t size, uint32_t rows) noexcept {
     return detail::attempt<uint32_t>([&](uint32_t& finalRows, vistrel_error* error) {
+      if (!state_.stream) return rejectRows(error);
       const int32_t status =
           vistrel_stream_push(state_.stream, samples, size, rows, &state_.finalRows, error);
       if (status == VISTREL_OK) state_.rowsLeft -= rows;

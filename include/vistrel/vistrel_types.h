@@ -41,9 +41,10 @@ enum {
   /* 10, 12, 14 bits, PFNC's "p": a stream of bits, the lowest bits of a sample and of a byte
      first: 4 samples in 5 bytes, 2 in 3, 4 in 7. */
   VISTREL_PACKING_PFNC = 3,
-  /* 10, 12 bits, GigE Vision's "Packed": 2 samples in 3 bytes: the high 8 bits of the first; the
-     low bits of both, those of the first from bit 0, those of the second from bit 4; the high 8
-     bits of the second. */
+  /* 10, 12 bits, GigE Vision's "Packed": 2 samples in 3 bytes. The first byte has the high 8 bits
+     of the first sample, the third byte those of the second. The second byte has the low bits of
+     both, the first sample's from bit 0, the second's from bit 4; at 10 bits, it has 4 bits that
+     are not read. */
   VISTREL_PACKING_GIGE = 4,
   /* 10, 12, 14 bits, MIPI CSI-2: 4 samples in 5 bytes, 2 in 3, 4 in 7: the high 8 bits of each,
      then the low bits of each as a stream that begins at bit 0. */
@@ -325,10 +326,9 @@ typedef struct vistrel_layout {
   size_t bytes;       /* of all rows and planes, with a stride of row_bytes */
   size_t frame_bytes; /* minimum size of the frame, with its stride */
   /*
-   * Memory that a conversion needs besides frame and image: a few rows for each
-   * thread, which its stream keeps. Only binned raw gray needs memory for whole images;
-   * it frees that memory afterwards. Pushed rows need up to 8 rows of samples and 4 KiB
-   * more.
+   * Memory that a conversion needs besides frame and image, which its stream keeps: a
+   * few rows for each thread. Only binned raw gray needs memory for whole images. Pushed
+   * rows need up to 8 rows of samples and 4 KiB more.
    */
   size_t working_bytes;
   uint32_t reserved[4]; /* written as 0 */

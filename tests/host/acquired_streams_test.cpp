@@ -210,7 +210,7 @@ TEST_F(AcquiredStreams, ServeOneThreadAtATime) {
   over = true;
   worker.join();
   const vistrel_error& rejected = error.status ? error : workers;
-  expectError(rejected, {VISTREL_BUSY_STREAM, "stream", "", "another thread is converting on it"});
+  expectError(rejected, {VISTREL_BUSY_STREAM, "stream", "", "a conversion is running on it"});
   EXPECT_EQ(convertOn(stream), VISTREL_OK);
   EXPECT_EQ(vistrel_stream_release(stream, nullptr), VISTREL_OK);
 }

@@ -105,6 +105,18 @@ TEST(NullPointers, OfErrorsAreAllowed) {
   }
 }
 
+TEST(NullPointers, AreHarmlessInDefaults) {
+  vistrel_default_conversion(nullptr, nullptr);
+  const vistrel_frame frame = mono(6, 4);
+  vistrel_default_conversion(&frame, nullptr);
+  vistrel_conversion conversion;
+  std::memset(&conversion, 0xFF, sizeof conversion);
+  vistrel_default_conversion(nullptr, &conversion);
+  const vistrel_frame bayerFrame = bayer(6, 4);
+  const vistrel_conversion expected = defaultConversion(bayerFrame);
+  EXPECT_EQ(std::memcmp(&conversion, &expected, sizeof conversion), 0);
+}
+
 TEST(GoodArguments, AreAccepted) {
   GoodArguments a;
   EXPECT_EQ(vistrel_convert(&a.frame, &a.conversion, &a.image, nullptr), VISTREL_OK);

@@ -71,7 +71,7 @@ TEST_F(ThreadsOfAConversion, AreChecked) {
   expectThreads(2, "more than 1 needs a team, or a function that runs tasks");
   expectThreads(257, "at most 256 are allowed");
   conversion.team = team;
-  expectThreads(4, "its team has 3");
+  expectThreads(4, "its team has 3 threads");
   conversion.run = runInTurn;
   expectThreads(2, "set team or run, not both");
   EXPECT_TRUE(isUntouched());

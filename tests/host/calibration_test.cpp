@@ -119,7 +119,7 @@ TEST(Calibration, RejectsWhatIsNotForTheFrame) {
   row.calibration.reserved[2] = 0;
   row.frame.phase = VISTREL_BGR, row.conversion.format = VISTREL_BGR24;
   row.expectRejected({VISTREL_BAD_CALIBRATION, "conversion.calibration", "",
-                      "it is for Bayer and mono frames; this one is BGR"});
+                      "it is for Bayer and mono frames; this one is bgr"});
 }
 
 // The means are 150 at even and 60 at odd columns.

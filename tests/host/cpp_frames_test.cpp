@@ -52,12 +52,38 @@ TEST(CppFrames, MayBeBigEndian) {
   EXPECT_THAT(samples16Of(convert(frame, c)), ElementsAre(0xABC, 0x123));
 }
 
+TEST(CppFrames, MayBeBytesOfAnyType) {
+  const std::vector<std::byte> bytes(4 * 4, std::byte{90});
+  const std::byte array[] = {std::byte{0xAA}, std::byte{0x13}, std::byte{0x55}};
+  const vistrel_frame frame = frameOf(bytes, 4, 4, VISTREL_RGGB);
+  EXPECT_EQ(frame.size, 16u);
+  EXPECT_THAT(convert(frame, defaultConversion(frame)).pixels, Each(90));
+  EXPECT_EQ(frameOf({}, 4, 4, VISTREL_RGGB).size, 0u);
+  const OwnedFrame unpacked = unpack(packedOf(array, 2, 1, VISTREL_PACKING_GIGE, 10), VISTREL_MONO);
+  uint16_t samples[2];
+  std::memcpy(samples, unpacked.get().samples, sizeof samples);
+  EXPECT_THAT(samples, ElementsAre(0x2AB, 0x155));
+  EXPECT_EQ(pictureOf(array, 3, 1, VISTREL_GRAY8).size, 3u);
+}
+
+// A packed description counts pixels of one sample; as many would be a third of the frame's.
+TEST(CppFrames, AreNotUnpackedAsFinishedPixels) {
+  const uint8_t bytes[6] = {};
+  const auto frame = tryUnpack(packedOf(bytes, 6, 1, VISTREL_PACKING_BYTES, 8), VISTREL_BGR);
+  ASSERT_FALSE(frame);
+  EXPECT_EQ(frame.error().status(), VISTREL_BAD_PHASE);
+  EXPECT_STREQ(frame.error().argument(), "phase");
+  EXPECT_STREQ(frame.error().value(), "bgr");
+  EXPECT_STREQ(frame.error().what(),
+               "phase bgr: the pixels of a vistrel_packed have one sample each");
+}
+
 TEST(CppFrames, AreConvertedIntoSamplesOrBytesOfAnyType) {
   const uint16_t samples[] = {5, 700, 1023, 0};
   const vistrel_frame frame = frameOf(samples, 4, 1, 10, VISTREL_MONO);
   vistrel_conversion c = defaultConversion(frame);
   std::vector<std::byte> bytes(4);
-  convertInto(frame, c, bytesOf(bytes));
+  convertInto(frame, c, bytes);
   EXPECT_THAT(bytes, ElementsAre(std::byte{1}, std::byte{175}, std::byte{255}, std::byte{0}));
   c.format = VISTREL_MONO16;
   std::vector<uint16_t> words(4);

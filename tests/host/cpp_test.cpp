@@ -280,7 +280,7 @@ TEST(CppUnpack, RejectsAnUnknownPhase) {
   EXPECT_EQ(rejected.error().status(), VISTREL_BAD_PHASE);
   EXPECT_STREQ(
       rejected.error().what(),
-      "frame.phase 99: grbg (0), bggr (1), rggb (2), gbrg (3), mono (4), BGR (256) are allowed");
+      "frame.phase 99: grbg (0), bggr (1), rggb (2), gbrg (3), mono (4), bgr (256) are allowed");
 }
 
 TEST(CppUnpack, UnpacksIntoTheCallersMemory) {

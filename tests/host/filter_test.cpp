@@ -117,7 +117,9 @@ void expectRejected(void (*change)(FilterCall&), const Rejection& rejection) {
 }
 
 TEST(HostFilters, AreRejectedWithBadArguments) {
-  const char* const kFormats = "any single-plane format except BGR48 and RGB48 is allowed";
+  const char* const kFormats =
+      "MONO8 (0), MONO16 (1), BGR24 (2), ARGB32 (3), ARGB32_4 (4), GRAY8 (5), GRAY16 (6), "
+      "RGB24 (256), BGRA32 (257), RGBA32 (258) are allowed";
   expectRejected([](FilterCall&) {}, kAccepted);
   expectRejected([](FilterCall& c) { c.kernel.divisor = 0; },
                  {VISTREL_BAD_FILTER, "kernel.divisor", "0", "any other is allowed"});

@@ -97,6 +97,27 @@ TEST(FinishedFrames, HaveABlackLevelForEachPlace) {
   EXPECT_EQ(convert(frame, c).pixels, Bytes(expected.begin(), expected.end()));
 }
 
+// Twelve bits, the highest of 16, of which ten stay; more samples than a vector or a block has.
+TEST(FinishedFrames, HaveBlackLevelsWithEveryPreparation) {
+  constexpr uint32_t kColumns = 131, kRows = 5, kBlack[] = {0, 4095, 700, 33};
+  const auto samples = samplesOf<uint16_t>(3 * kColumns, kRows, [](uint32_t x, uint32_t y) {
+    return noiseAt(x, y) << 4 | (x + y) % 16;
+  });
+  vistrel_frame frame = frameOf(samples, kColumns, kRows, 12, VISTREL_BGR);
+  frame.alignment = VISTREL_HIGH_BITS;
+  vistrel_conversion c = conversionTo(VISTREL_BGR48);
+  c.excess = VISTREL_MASK, c.truncate_to = 10;
+  std::copy_n(kBlack, 4, c.black);
+  const Image image = convert(frame, c);
+  for (uint32_t y = 0; y < kRows; ++y)
+    for (uint32_t i = 0; i < 3 * kColumns; ++i) {
+      const uint32_t black = kBlack[2 * (y % 2) + i / 3 % 2], sample = noiseAt(i, y);
+      uint16_t pixel;
+      std::memcpy(&pixel, &image.pixels[2 * (y * 3 * kColumns + i)], sizeof pixel);
+      ASSERT_EQ(pixel, (std::max(sample, black) - black) >> 2) << i << ", " << y;
+    }
+}
+
 TEST(FinishedFrames, ReportTheColumnOfAnExcessSample) {
   std::vector<uint16_t> samples(3 * 20, 100);
   samples[3 * 10 + 3 * 4 + 2] = 5000;
@@ -117,13 +138,13 @@ TEST(FinishedFrames, AreRejectedWithWhatOnlyMosaicsHave) {
   expectError(finishedRejection([](auto&, auto& c) { c.algorithm = 99; }), kAccepted);
   expectError(
       finishedRejection([](auto&, auto& c) { c.format = VISTREL_MONO8; }),
-      {VISTREL_BAD_FORMAT, "conversion.format", "MONO8", "it is for mono frames; this one is BGR"});
+      {VISTREL_BAD_FORMAT, "conversion.format", "MONO8", "it is for mono frames; this one is bgr"});
   expectError(
       finishedRejection([](auto&, auto& c) { c.white_balance = 1; }),
-      {VISTREL_BAD_BALANCE, "conversion.white_balance", "1", "a BGR frame has finished colours"});
+      {VISTREL_BAD_BALANCE, "conversion.white_balance", "1", "a bgr frame has finished colours"});
   expectError(finishedRejection([](auto&, auto& c) { c.format = VISTREL_GRAY8, c.gray = 1; }),
               {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)",
-               "raw gray is for Bayer frames; this one is BGR"});
+               "raw gray is for Bayer frames; this one is bgr"});
   expectError(finishedRejection([](auto& f, auto&) { f.stride = 29; }),
               {VISTREL_BAD_STRIDE, "frame.stride", "29", "a row of 30 samples has 30 bytes"});
 }

@@ -199,7 +199,7 @@ const BadFinish kBadFinishes[] = {
     {"FinishedPixels",
      [](Finishing& f) { f.frame.phase = VISTREL_BGR; },
      {VISTREL_BAD_FINISH, "conversion.finish", "",
-      "it is for Bayer and mono frames; this one is BGR"}},
+      "it is for Bayer and mono frames; this one is bgr"}},
     {"WhiteAtBlack",
      [](Finishing& f) { f.conversion.white = 64, f.conversion.black[3] = 64; },
      {VISTREL_BAD_WHITE, "conversion.white", "64",

@@ -178,12 +178,18 @@ vistrel_error packedRejection(void (*change)(vistrel_frame&)) {
 TEST(PackedFrames, AreRejectedWithBadFields) {
   expectError(packedRejection([](vistrel_frame& f) { f.packing = 6; }),
               {VISTREL_BAD_PACKING, "frame.packing", "6",
-               "NONE (0), LITTLE (1), BIG (2), PFNC (3), GIGE (4), MIPI (5) are allowed"});
+               "0 (not packed), LITTLE (1), BIG (2), PFNC (3), GIGE (4), MIPI (5) are allowed"});
   expectError(packedRejection([](vistrel_frame& f) { f.bits = 11; }),
               {VISTREL_BAD_BITS, "frame.bits", "11", "packing PFNC allows 10, 12, 14"});
   expectError(
       packedRejection([](vistrel_frame& f) { f.bytes_per_sample = 1, f.bits = 8, f.packing = 2; }),
       {VISTREL_BAD_BITS, "frame.bytes_per_sample", "1", "only 2 is allowed with packed samples"});
+  expectError(
+      packedRejection([](vistrel_frame& f) { f.bytes_per_sample = 1; }),
+      {VISTREL_BAD_BITS, "frame.bytes_per_sample", "1", "only 2 is allowed with packed samples"});
+  expectError(packedRejection([](vistrel_frame& f) { f.bytes_per_sample = 1, f.packing = 6; }),
+              {VISTREL_BAD_PACKING, "frame.packing", "6",
+               "0 (not packed), LITTLE (1), BIG (2), PFNC (3), GIGE (4), MIPI (5) are allowed"});
   expectError(packedRejection([](vistrel_frame& f) { f.alignment = VISTREL_HIGH_BITS; }),
               {VISTREL_BAD_ALIGNMENT, "frame.alignment", "1",
                "only 0 (low bits) is allowed with this packing"});

@@ -221,7 +221,7 @@ TEST(GrayWorld, RejectsWhatItCannotMeasure) {
     EXPECT_EQ(vistrel_measure_gains(&frame, &c, gains.data(), &error), expected.status);
     expectError(error, expected);
   };
-  expect({VISTREL_BAD_PHASE, "frame.phase", "mono", "a mono frame has no colours to balance"});
+  expect({VISTREL_BAD_PHASE, "frame.phase", "mono", "gains are measured on Bayer frames only"});
   frame.phase = VISTREL_RGGB;
   setBlack(c, 256);
   expect({VISTREL_BAD_BLACK, "conversion.black[0]", "256", "samples of 8 bits allow 0 to 255"});

@@ -86,14 +86,14 @@ TEST_F(PushedFrame, StopsAtTheFirstExcessSample) {
   EXPECT_EQ(finalRows, 15u);
   EXPECT_TRUE(std::equal(pixels.begin(), pixels.begin() + 15 * kWidth * 3, whole.pixels.begin()));
   EXPECT_EQ(pushRows(18, 1), VISTREL_BAD_STREAM);
-  expectError(error,
-              {VISTREL_BAD_STREAM, "stream", "", "no conversion of pushed rows has begun on it"});
+  expectError(error, {VISTREL_BAD_STREAM, "stream", "",
+                      "no conversion of pushed rows is in progress on it"});
 }
 
 TEST_F(PushedFrame, KeepsItsStream) {
   ASSERT_EQ(begin(), VISTREL_OK);
   const Rejection begun{VISTREL_BUSY_STREAM, "stream", "",
-                        "a conversion of pushed rows has begun on it"};
+                        "a conversion of pushed rows is in progress on it"};
   begin();
   expectError(error, begun);
   vistrel_stream_convert(stream, &frame, &conversion, &image, &error);
@@ -109,7 +109,7 @@ TEST_F(PushedFrame, KeepsItsStream) {
 
 TEST_F(PushedFrame, IsAborted) {
   const Rejection none{VISTREL_BAD_STREAM, "stream", "",
-                       "no conversion of pushed rows has begun on it"};
+                       "no conversion of pushed rows is in progress on it"};
   vistrel_stream_abort(stream, &error);
   expectError(error, none);
   ASSERT_EQ(begin(), VISTREL_OK);
@@ -159,10 +159,9 @@ TEST_F(PushedFrame, RejectsBadPortionsAndGoesOn) {
   const size_t row = kWidth * 2;
   const void* const from = samples.data() + 30 * kWidth;
   expectError(pushAt(nullptr, row, 1), nullPointer("samples"));
-  expectError(pushAt(from, row, 0),
-              {VISTREL_BAD_ROWS, "rows", "0", "1 to 10 are allowed: those that are left"});
+  expectError(pushAt(from, row, 0), {VISTREL_BAD_ROWS, "rows", "0", "1 or more are allowed"});
   expectError(pushAt(from, 11 * row, 11),
-              {VISTREL_BAD_ROWS, "rows", "11", "1 to 10 are allowed: those that are left"});
+              {VISTREL_BAD_ROWS, "rows", "11", "the frame has 10 rows left"});
   expectError(pushAt(from, 2 * row - 1, 2),
               {VISTREL_SHORT_BUFFER, "size", "119", "2 rows of stride 60 take 120 bytes"});
   expectError(pushAt(pixels.data() + 100, row, 1),
@@ -171,12 +170,52 @@ TEST_F(PushedFrame, RejectsBadPortionsAndGoesOn) {
   expectComplete();
 }
 
+// Of the rows that pushed rows make final: how many rows of the frame the latest of them comes
+// after the last row that its pixels cover.
+uint32_t longestDelay(PushedConversion& pushed, const std::vector<uint16_t>& samples,
+                      uint32_t width, uint32_t binning) {
+  uint32_t longest = 0, row = 0;
+  for (uint32_t y = 0; pushed; ++y) {
+    const uint32_t final = pushed.push({&samples[size_t{y} * width], width}, 1);
+    for (; row < final; ++row) longest = std::max(longest, y - (binning * (row + 1) - 1));
+  }
+  return longest;
+}
+
+struct Reach {
+  uint32_t algorithm, rows;
+};
+// Of the stages of an algorithm, as the documents add them up.
+constexpr Reach kReaches[] = {{VISTREL_BILINEAR, 2}, {VISTREL_EDGE, 3},     {VISTREL_NEAR, 2},
+                              {VISTREL_LAROCHE, 4},  {VISTREL_HAMILTON, 4}, {VISTREL_VNG, 3},
+                              {VISTREL_COK, 3},      {VISTREL_KIMMEL, 5},   {VISTREL_GROUPING, 4},
+                              {VISTREL_AHD, 5}};
+
+// The upper row of two that share chroma waits for the lower one.
+TEST_F(PushedFrame, BecomesFinalAfterTheReachOfItsAlgorithm) {
+  Stream own = Stream::acquire();
+  frame.bits = 10, conversion.excess = VISTREL_MASK;
+  for (const Reach& reach : kReaches)
+    for (const uint32_t format : {VISTREL_BGR24, VISTREL_NV12, VISTREL_I420})
+      for (uint32_t binning = 1; binning <= 4; ++binning) {
+        conversion.algorithm = reach.algorithm;
+        conversion.format = format, conversion.binning = binning;
+        PushedConversion pushed = own.begin(frame, conversion, pixels);
+        const uint32_t more = format == VISTREL_BGR24 ? 0 : binning;
+        EXPECT_EQ(longestDelay(pushed, samples, kWidth, binning), reach.rows + more)
+            << "algorithm " << reach.algorithm << ", format " << format << ", binning " << binning;
+      }
+}
+
 TEST_F(PushedFrame, RejectsWhatNeedsTheWholeFrame) {
   conversion.threads = 2;
+  const Rejection oneThread{VISTREL_BAD_THREADS, "conversion.threads", "2",
+                            "0 and 1 are allowed: the thread that pushes rows converts them"};
+  begin();
+  expectError(error, oneThread);
   conversion.run = [](void*, uint32_t, auto, void*) -> int32_t { return 0; };
   begin();
-  expectError(error, {VISTREL_BAD_THREADS, "conversion.threads", "2",
-                      "pushed rows are converted by the thread that pushes them"});
+  expectError(error, oneThread);
   conversion = defaultConversion(frame);
   conversion.white_balance = VISTREL_BALANCE_GRAY_WORLD;
   begin();

@@ -32,6 +32,7 @@ inline const std::set<std::string>& argumentNames() {
   static const std::set<std::string> names{"conversion",
                                            "frame",
                                            "algorithm",
+                                           "first",
                                            "format",
                                            "flat",
                                            "gains",

@@ -87,6 +87,8 @@ TEST(ParsePhase, TakesEveryName) {
   EXPECT_EQ(phase, VISTREL_RGGB);
   EXPECT_EQ(vistrel_parse_phase("Mono", &phase, nullptr), VISTREL_OK);
   EXPECT_EQ(phase, VISTREL_MONO);
+  EXPECT_EQ(vistrel_parse_phase("bgr", &phase, nullptr), VISTREL_OK);
+  EXPECT_EQ(phase, VISTREL_BGR);
 }
 
 TEST(ParsePhase, RejectsAllElse) {
@@ -97,7 +99,7 @@ TEST(ParsePhase, RejectsAllElse) {
   EXPECT_EQ(phase, 99u);
   vistrel_parse_phase("rgbg", &phase, &error);
   expectError(error, {VISTREL_BAD_PHASE, "name", "rgbg",
-                      "grbg (0), bggr (1), rggb (2), gbrg (3), mono (4) are allowed"});
+                      "grbg (0), bggr (1), rggb (2), gbrg (3), mono (4), bgr (256) are allowed"});
   EXPECT_EQ(vistrel_parse_phase(nullptr, &phase, &error), VISTREL_NULL_POINTER);
   expectError(error, nullPointer("name"));
   EXPECT_EQ(vistrel_parse_phase("rggb", nullptr, &error), VISTREL_NULL_POINTER);
@@ -211,7 +213,8 @@ TEST(Tables, AreListed) {
   EXPECT_STREQ(vistrel_phase_name(VISTREL_RGGB), "rggb");
   EXPECT_STREQ(vistrel_phase_name(VISTREL_GBRG), "gbrg");
   EXPECT_STREQ(vistrel_phase_name(VISTREL_MONO), "mono");
-  EXPECT_EQ(vistrel_phase_name(5), nullptr);
+  EXPECT_STREQ(vistrel_phase_name(VISTREL_BGR), "bgr");
+  for (const uint32_t phase : {5u, 255u, 257u}) EXPECT_EQ(vistrel_phase_name(phase), nullptr);
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* kReserved = "only 0 is allowed in this version";
 constexpr const char* kPhases =
-    "grbg (0), bggr (1), rggb (2), gbrg (3), mono (4), BGR (256) are allowed";
+    "grbg (0), bggr (1), rggb (2), gbrg (3), mono (4), bgr (256) are allowed";
 constexpr const char* kGains = "1 to 65536 are allowed; 4096 is a gain of 1";
 
 struct Request {

@@ -99,6 +99,12 @@ struct WorkingMemory : ::testing::TestWithParam<uint32_t> {
     return c;
   }
 
+  static const vistrel_format* formatOf(uint32_t code) {
+    size_t i = 0;
+    while (vistrel_format_at(i)->code != code) ++i;
+    return vistrel_format_at(i);
+  }
+
   // Binned raw gray takes a whole image; gray of other formats is not read.
   static bool isLeftOut(const vistrel_format& format, const vistrel_conversion& c) {
     const bool isGray = !format.mono && format.channels == 1;
@@ -150,6 +156,30 @@ TEST_P(WorkingMemory, IsLittleMoreForPushedRows) {
     ++count;
   });
   EXPECT_GT(count, 500u);
+}
+
+// Binned raw gray: a buffer of the whole frame, in one piece.
+TEST_P(WorkingMemory, OfWholeFramesIsReported) {
+  uint32_t count = 0;
+  for (const FrameKind& kind : kFrameKinds)
+    for (const uint32_t format : {VISTREL_GRAY8, VISTREL_GRAY16})
+      for (uint32_t chosen = 0; chosen < 128; ++chosen) {
+        vistrel_frame frame{};
+        frame.samples = samples.data(), frame.size = 2 * samples.size();
+        frame.width = kWidth, frame.height = 200;
+        frame.bytes_per_sample = kind.bytes, frame.bits = kind.bits, frame.packing = kind.packing;
+        frame.phase = kind.phase;
+        const vistrel_conversion c = conversionOf(frame, *formatOf(format), chosen);
+        vistrel_layout layout{};
+        if (c.gray != VISTREL_RAW_GRAY || c.binning == 1) continue;
+        if (vistrel_get_layout(&frame, &c, &layout, nullptr) != VISTREL_OK) continue;
+        EXPECT_GE(layout.working_bytes, 3 * size_t{frame.width} * frame.height);
+        expectTaken(frame, c, layout.working_bytes);
+        ++count;
+      }
+  const bool isRejected =
+      GetParam() == VISTREL_EDGE || GetParam() == VISTREL_NEAR || GetParam() == VISTREL_AHD;
+  EXPECT_EQ(count > 0, !isRejected);
 }
 
 TEST_P(WorkingMemory, StaysWithTheStream) {
