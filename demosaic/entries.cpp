@@ -44,7 +44,7 @@ void convertByEdge(const Conversion<T>& c) {
             .height = Hf,
             .roi = {0, first, Wf, Hf},
             .rows = {first, first + (Hf + 1) / 2 * 2},
-            .image = image,
+            .image = &image,
             .bits = c.nSrcBits,
             .threshold = c.threshold,
             .margins = &image},
