@@ -3,26 +3,25 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/mirror.h"
+
 namespace vistrel::core {
 
 namespace {
-
-// A coordinate just beyond an edge becomes the one on the pixel's other side.
-constexpr int mirror(int c, int last) { return c < 0 ? -c : c > last ? 2 * last - c : c; }
 
 // One row of a frame, and the rows that its pixels are made from.
 template <class T>
 class BorderRow {
  public:
   BorderRow(const CfaFrame<T>& frame, int y)
-      : rounding_(frame.rounding), last_(frame.size.width - 1),
+      : rounding_(frame.rounding), columns_(frame.size.width),
         greenParity_(frame.mosaic.greenParity(y)), isRed_(frame.mosaic.isRedRow(y)) {
     for (int dy = -1; dy <= 1; ++dy)
-      lines_[dy + 1] = frame.samples + mirror(y + dy, frame.size.height - 1) * frame.step;
+      lines_[dy + 1] = frame.samples + mirrorOf(y + dy, frame.size.height) * frame.step;
   }
 
   void convert(int x, T* rgb) const {
-    const int left = mirror(x - 1, last_), right = mirror(x + 1, last_);
+    const int left = mirrorOf(x - 1, columns_), right = mirrorOf(x + 1, columns_);
     isGreen(x) ? convertGreen(left, x, right, rgb) : convertColour(left, x, right, rgb);
   }
 
@@ -30,7 +29,7 @@ class BorderRow {
   void convert(int x, int end, T* rgb) const {
     const auto next = [&] { convert(x++, std::exchange(rgb, rgb + 3)); };
     while (x < end && (x == 0 || isGreen(x))) next();
-    for (; x + 2 <= std::min(end, last_); x += 2, rgb += 6) {
+    for (; x + 2 <= std::min(end, columns_ - 1); x += 2, rgb += 6) {
       convertColour(x - 1, x, x + 1, rgb);
       convertGreen(x, x + 1, x + 2, rgb + 3);
     }
@@ -38,7 +37,11 @@ class BorderRow {
   }
 
  private:
-  bool isGreen(int x) const { return (unsigned(x) & 1) == greenParity_; }
+  static int mirrorOf(int c, int n) {
+    return static_cast<int>(mirrored(c, static_cast<size_t>(n)));
+  }
+
+  bool isGreen(int x) const { return (static_cast<unsigned>(x) & 1) == greenParity_; }
 
   int sample(int dy, int x) const { return static_cast<int>(lines_[dy + 1][x] & rounding_.mask); }
   int two(int a, int b) const { return (a + b + rounding_.two) >> 1; }
@@ -62,7 +65,7 @@ class BorderRow {
 
   const T* lines_[3];  // above, at and below the row
   Rounding rounding_;
-  int last_;  // column
+  int columns_;
   unsigned greenParity_;
   bool isRed_;
 };

@@ -62,23 +62,17 @@ constexpr Level enabledLevel(uint64_t featureMask) {
   return static_cast<Level>(level);
 }
 
-// The highest index runs the lower of these two levels. Tests lower the first one to reach every
-// body; the second one follows the enabled features.
+// The level that the highest index runs: the widest one that the processor supports and the enabled
+// features allow.
 inline Level g_topLevel = widestLevel();
-inline Level g_enabledLevel = enabledLevel(0);
 
-// The level that an index runs if it may run all of them up to `top`.
-constexpr Level levelOfIndex([[maybe_unused]] uint32_t jumpIndex, Level top) {
+inline Level levelOfIndex([[maybe_unused]] uint32_t jumpIndex) {
 #if VISTREL_X86
   if (jumpIndex == 2) return Level::ssse3;
-  return jumpIndex == 3 ? top : Level::base;
+  return jumpIndex == 3 ? g_topLevel : Level::base;
 #else
-  return top;
+  return g_topLevel;
 #endif
-}
-
-inline Level levelOfIndex(uint32_t jumpIndex) {
-  return levelOfIndex(jumpIndex, std::min(g_topLevel, g_enabledLevel));
 }
 
 // The lowest index that reaches the level once the processor is detected.
@@ -86,9 +80,11 @@ constexpr uint32_t indexOfLevel(Level level) {
   return std::min(static_cast<uint32_t>(level) + 1, 3u);
 }
 
-// For tests and benchmarks: all vectorised loops run at this level.
+// From now on all vectorised loops run at this level, which the processor must support.
 inline void setLevel(Level level) {
-  g_topLevel = level;
+  uint64_t features = ippGetEnabledCpuFeatures();
+  for (const uint64_t limit : kLevelLimits) features &= ~limit;
+  ippSetCpuFeaturesMask(features | limitOf(level));
   ippJumpIndexForMergedLibs = indexOfLevel(level);
 }
 

@@ -100,15 +100,15 @@ int32_t ownGetCacheSize(const uint32_t* pTable) {
   const CpuidRegisters r = leaf(2);
   if ((r.eax & 0xFF) != 1) return -1;
   uint8_t descriptors[16];
-  int packed = 0;
+  int count = 0;
   for (uint32_t value : {r.eax, r.ebx, r.ecx, r.edx}) {
     if (value == 0 || bit(value, 31)) continue;
     for (unsigned from = 0; from < 32; from += 8)
-      descriptors[packed++] = static_cast<uint8_t>(value >> from);
+      descriptors[count++] = static_cast<uint8_t>(value >> from);
   }
   // quirk: first-byte-skipped. The first byte is the count in EAX, unless EAX itself was skipped.
   for (; pTable[0] != 0; pTable += 2)
-    for (int i = 1; i < packed; ++i)
+    for (int i = 1; i < count; ++i)
       if (descriptors[i] == pTable[0]) return static_cast<int32_t>(pTable[1]);
   return -1;
 }

@@ -1,5 +1,7 @@
 #include "vistrel/processor.h"
 
+#include <algorithm>
+
 #include "cpu/cpuid.h"
 #include "cpu/level.h"
 #include "cpu/level_choice.h"
@@ -61,7 +63,7 @@ bool isLevelWithoutVariant(uint32_t code) {
 
 void enable(uint64_t mask) {
   ownFeaturesMask = mask;
-  g_enabledLevel = enabledLevel(mask);
+  g_topLevel = std::min(widestLevel(), enabledLevel(mask));
 }
 
 int32_t apply(const LevelChoice& choice) {

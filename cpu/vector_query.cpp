@@ -4,11 +4,11 @@
 namespace {
 
 #if defined(__SSE2__)
-constexpr bool kPackedOperations = true;
+constexpr bool kVectorOperations = true;
 #else
-constexpr bool kPackedOperations = false;
+constexpr bool kVectorOperations = false;
 #endif
 
 }  // namespace
 
-int OS_IsSSE() { return kPackedOperations && (ippGetEnabledCpuFeatures() & IPP_CPU_SSE) != 0; }
+int OS_IsSSE() { return kVectorOperations && (ippGetEnabledCpuFeatures() & IPP_CPU_SSE) != 0; }

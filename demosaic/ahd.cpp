@@ -14,9 +14,10 @@ class AhdDemosaic {
   AhdDemosaic(const DemosaicJob<T>& job, Arena& arena)
       : job_(job),
         region_({job.source, {job.columns, job.height}, job.mosaic.exchanged()}, job.roi,
-                {.shift = int(scaling(job)), .redLast = job.order != job.mosaic}, arena) {}
+                {.shift = static_cast<int>(scaling(job)), .redLast = job.order != job.mosaic},
+                arena) {}
 
-  auto sweep() { return region_.sweep(job_.image, job_.rows); }
+  auto sweep() { return region_.sweep(*job_.image, job_.rows); }
 
  private:
   DemosaicJob<T> job_;

@@ -23,7 +23,7 @@ DemosaicAlgorithm<T> cok();
 template <class T>
 DemosaicAlgorithm<T> kimmel();  // in doubles
 template <class T>
-DemosaicAlgorithm<T> packedKimmel();  // in floats
+DemosaicAlgorithm<T> floatKimmel();
 template <class T>
 DemosaicAlgorithm<T> pixelGrouping();
 template <class T>
@@ -73,8 +73,8 @@ constexpr const AlgorithmRow* findAlgorithm(uint32_t code) {
   return nullptr;
 }
 
-// Whether the packed path can run as a sweep; otherwise it goes through the work buffer.
+// Whether floatKimmel can run as a sweep; otherwise it goes through the work buffer.
 template <class T>
-bool packedKimmelSweeps(const Conversion<T>& conversion);
+bool floatKimmelSweeps(const Conversion<T>& conversion);
 
 }  // namespace vistrel::core

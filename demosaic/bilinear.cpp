@@ -29,6 +29,13 @@ void bilinearInPlace(const Conversion<T>& c) {
   c.output.convert(c.work, c.pDst, c.nRoiHeight);
 }
 
+// The rows around row y, from an even column on.
+template <class T>
+HalfRowWindow<T, 1> windowAt(const MosaicRing<T>& ring, int y, size_t column) {
+  return windowOf<1>(
+      y, [&ring, column](int row, unsigned parity) { return ring.half(row, parity) + column / 2; });
+}
+
 template <class T>
 class Bilinear {
  public:
@@ -36,41 +43,52 @@ class Bilinear {
 
   auto sweep() {
     return sweepGuarded(job_, ring_, 1, [this](int y, RowSink<T>& sink) {
-      if (job_.direct) return storeDirectly(y, reinterpret_cast<uint8_t*>(sink.row()));
-      const auto columns = static_cast<size_t>(job_.roi.width);
-      kernels_.ofRow(job_.order, y)(windowAt(y, static_cast<size_t>(job_.roi.x)), columns, sink);
+      kernels_.ofRow(job_.order, y)(windowAt(ring_, y, static_cast<size_t>(job_.roi.x)),
+                                    static_cast<size_t>(job_.roi.width), sink);
     });
   }
 
-  static bool storesDirectly() {
-    return VISTREL_BY_LEVEL(kDirectBilinear<T>)->of[0][0][0] != nullptr;
-  }
-
  private:
-  // The window around row y, from an even column on.
-  HalfRowWindow<T, 1> windowAt(int y, size_t column) const {
-    return windowOf<1>(
-        y, [=, this](int row, unsigned parity) { return ring_.half(row, parity) + column / 2; });
-  }
-
-  void storeDirectly(int y, uint8_t* pixels) const {
-    const DirectJob& d = *job_.direct;
-    directKernels_.ofRow(d.format, job_.order, y)(windowAt(y, d.left), d.width, d.shift,
-                                                  {pixels, d.sums ? *d.sums : PairSums{}},
-                                                  ring_.nextSource());
-  }
-
   DemosaicJob<T> job_;
   MosaicRing<T> ring_;
   const PixelKernels<T, HalfRowWindow<T, 1>>& kernels_ = *VISTREL_BY_LEVEL(kBilinearKernels<T>);
-  const DirectKernels<HalfRowWindow<T, 1>>& directKernels_ = *VISTREL_BY_LEVEL(kDirectBilinear<T>);
 };
+
+template <class T>
+class DirectBilinear {
+ public:
+  DirectBilinear(const DemosaicJob<T>& job, Arena& arena) : job_(job), ring_(job, 3, arena) {}
+
+  auto sweep() {
+    return sweepSmoothed(job_, ring_, stage(1, [this](int y) {
+                           const DirectJob& d = *job_.direct;
+                           DirectRowSink sink = d.image.row(y);
+                           sink.fetch(ring_.nextSource());
+                           kernels_.ofRow(d.format, job_.order, y)(windowAt(ring_, y, d.left),
+                                                                   d.width, d.shift, sink);
+                           d.image.finish(y);
+                         }));
+  }
+
+  static bool hasKernels() { return VISTREL_BY_LEVEL(kDirectBilinear<T>)->of[0][0][0] != nullptr; }
+
+ private:
+  DemosaicJob<T> job_;
+  MosaicRing<T> ring_;
+  const DirectKernels<HalfRowWindow<T, 1>>& kernels_ = *VISTREL_BY_LEVEL(kDirectBilinear<T>);
+};
+
+template <class T>
+RowProcess<T>* makeBilinear(const DemosaicJob<T>& job, Arena& arena) {
+  return job.direct ? makeDemosaic<T, DirectBilinear<T>>(job, arena)
+                    : makeDemosaic<T, Bilinear<T>>(job, arena);
+}
 
 }  // namespace
 
 template <class T>
 DemosaicAlgorithm<T> bilinear() {
-  return {makeDemosaic<T, Bilinear<T>>, bilinearInPlace<T>, Bilinear<T>::storesDirectly, true};
+  return {makeBilinear<T>, bilinearInPlace<T>, DirectBilinear<T>::hasKernels, true};
 }
 VISTREL_DEMOSAIC_ALGORITHM(bilinear);
 

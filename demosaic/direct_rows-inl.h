@@ -215,10 +215,9 @@ VISTREL_INLINE Halves<uint8_t> bytesAt(const Rows& rows, size_t k, unsigned shif
 }
 
 template <class T, class Rows, class Fill, DirectFormat format, int greenParity, bool redRow>
-void directRow(const Rows& source, size_t columns, unsigned shift, const DirectPlace& place,
-               Prefetcher next) {
+void directRow(const Rows& source, size_t columns, unsigned shift, const DirectRowSink& sink) {
   const Rows rows = source;
-  const DirectPlace to = place;
+  const DirectRowSink row = sink;  // in registers: a store of a byte may change anything else
   const auto halvesAt = [&](size_t x) __attribute__((always_inline)) {
     const Halves<uint8_t> h = bytesAt<Rows, Fill, T, greenParity>(rows, x / 2, shift);
     ByteHalves b;
@@ -232,10 +231,10 @@ void directRow(const Rows& source, size_t columns, unsigned shift, const DirectP
   constexpr size_t step = 2 * kLanes<uint8_t>;
   size_t x = 0;
   for (; x + step <= columns; x += step) {
-    storeFormat<format>(placeAt<format>(to, x), halvesAt(x));
-    next.fetch(x, x + step);
+    storeFormat<format>(placeAt<format>(row.place(), x), halvesAt(x));
+    row.written(x, x + step);
   }
-  if (x < columns) storeFew<format>(placeAt<format>(to, x), halvesAt(x), columns - x);
+  if (x < columns) storeFew<format>(placeAt<format>(row.place(), x), halvesAt(x), columns - x);
 }
 
 #define VISTREL_DIRECT(f)                                                            \

@@ -5,8 +5,7 @@
 #include <cstdint>
 
 #include "common/mosaic.h"
-#include "common/rows/nontemporal.h"
-#include "output/pixels.h"
+#include "output/direct_sink.h"
 
 namespace vistrel::core {
 
@@ -24,16 +23,10 @@ constexpr size_t bytesOf(DirectFormat format) {
   }
 }
 
-// Where a row goes.
-struct DirectPlace {
-  uint8_t* pixels;
-  PairSums sums;  // of ycc420
-};
-
 // The samples stored are min(s >> shift, 255).
 template <class Rows>
 using DirectKernel = void (*)(const Rows& rows, size_t columns, unsigned shift,
-                              const DirectPlace& to, Prefetcher next);
+                              const DirectRowSink& sink);
 
 // By format, by column parity of the green sites, and by whether the other sites are red.
 template <class Rows>
@@ -47,10 +40,10 @@ struct DirectKernels {
 
 // What an algorithm stores directly. Its pixels begin at the frame's column `left`, which is even.
 struct DirectJob {
+  DirectImageSink& image;
   DirectFormat format;
   unsigned shift;
   size_t left, width;
-  const PairSums* sums = nullptr;  // of ycc420: where those of the current row go
 };
 
 }  // namespace vistrel::core

@@ -19,9 +19,9 @@ void run(MakeDemosaic<T>* make, const DemosaicJob<T>& job, Arena& arena) {
 }
 
 template <class T>
-void convertByPackedKimmel(const Conversion<T>& c) {
-  const DemosaicAlgorithm<T> algorithm = packedKimmel<T>();
-  if (packedKimmelSweeps(c))
+void convertByFloatKimmel(const Conversion<T>& c) {
+  const DemosaicAlgorithm<T> algorithm = floatKimmel<T>();
+  if (floatKimmelSweeps(c))
     sweepThroughBuffer(c, algorithm.make);
   else
     algorithm.inPlace(c);
@@ -31,10 +31,11 @@ void convertByPackedKimmel(const Conversion<T>& c) {
 // quirk: edge-phase. The region's columns count from its own first one, wherever that lies.
 template <class T>
 void convertByEdge(const Conversion<T>& c) {
-  const int Wf = int(c.region.Wf), Hf = int(c.region.Hf), first = int(c.region.y0);
+  const auto Wf = static_cast<int>(c.region.Wf), Hf = static_cast<int>(c.region.Hf),
+             first = static_cast<int>(c.region.y0);
   if (Wf == 0 || Hf == 0)
     return c.output.convert(c.work + kGuard * c.layout.S, c.pDst, c.nRoiHeight);
-  PlainRows<T> source(c.pSrc + c.region.x0, ptrdiff_t(c.sourceStride), Hf);
+  PlainRows<T> source(c.pSrc + c.region.x0, static_cast<ptrdiff_t>(c.sourceStride), Hf);
   withArena([&](Arena& arena) {
     EdgeImage<T> image(c, arena);
     run<T>(edge<T>().make,
@@ -44,7 +45,7 @@ void convertByEdge(const Conversion<T>& c) {
             .height = Hf,
             .roi = {0, first, Wf, Hf},
             .rows = {first, first + (Hf + 1) / 2 * 2},
-            .image = image,
+            .image = &image,
             .bits = c.nSrcBits,
             .threshold = c.threshold,
             .margins = &image},
@@ -58,8 +59,9 @@ template <class T>
 void convertByPrimitive(const Conversion<T>& c, MakeDemosaic<T>* make, int smallestSide) {
   PrimitiveCall<T> call(c);
   if (call.isRejected(smallestSide)) return c.output.convert(c.work, c.pDst, c.nRoiHeight);
-  const bool isWhole = call.roi.width == int(c.region.Wf) && call.roi.height == int(c.region.Hf);
-  PlainImage<T> part(c.imageRow(0), ptrdiff_t(c.layout.S));
+  const bool isWhole = call.roi.width == static_cast<int>(c.region.Wf) &&
+                       call.roi.height == static_cast<int>(c.region.Hf);
+  PlainImage<T> part(c.imageRow(0), static_cast<ptrdiff_t>(c.layout.S));
   withArena([&](Arena& arena) {
     WorkImage<T> whole(c, arena);
     ImageSink<T>& image = isWhole ? static_cast<ImageSink<T>&>(whole) : part;
@@ -72,11 +74,11 @@ void convertByPrimitive(const Conversion<T>& c, MakeDemosaic<T>* make, int small
 template <class T>
 void convertBy(const AlgorithmRow& algorithm, const Conversion<T>& c) {
   if (!algorithm.isGuarded)
-    convertByPrimitive(c, algorithm.of<T>().make, int(algorithm.minSize));
+    convertByPrimitive(c, algorithm.of<T>().make, static_cast<int>(algorithm.minSize));
   else if (algorithm.code == DM_EDGE_EX)
     convertByEdge(c);
   else if (algorithm.code == DM_HUE_KIMMEL && OS_IsSSE())
-    convertByPackedKimmel(c);
+    convertByFloatKimmel(c);
   else
     convertThroughBuffer(c, algorithm.of<T>());
 }

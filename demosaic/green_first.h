@@ -17,7 +17,7 @@ class GreenRing {
   GreenRing(const MosaicRing<T>& ring, unsigned rows, Arena& arena)
       : ring_(ring), rows_(rows), green_(rows + 1, 1, ring.columns(), arena) {}
 
-  T* computed(int y) const { return green_.half(unsigned(y) % rows_, 0); }
+  T* computed(int y) const { return green_.half(static_cast<unsigned>(y) % rows_, 0); }
 
   void guard(int y) const {
     T* half = computed(y);

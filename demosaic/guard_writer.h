@@ -14,7 +14,7 @@ class GuardWriter final : public WorkMargins<T> {
 
   // Writes the guard on both sides of row y, and the guard rows that are copies of row y.
   void guard(int y, const MosaicRing<T>& ring, T* row) override {
-    const ptrdiff_t Wf = ptrdiff_t(ring.columns());
+    const auto Wf = static_cast<ptrdiff_t>(ring.columns());
     for (ptrdiff_t x : {ptrdiff_t{-2}, ptrdiff_t{-1}, Wf, Wf + 1}) pixel(ring, y, x, row);
     if (y < 2) wholeRow(ring, y, c_.imageRow(y - 2));
     if (y >= ring.height() - 2) wholeRow(ring, y, c_.imageRow(y + 2));
@@ -24,12 +24,14 @@ class GuardWriter final : public WorkMargins<T> {
 
  private:
   static void pixel(const MosaicRing<T>& ring, int y, ptrdiff_t x, T* row) {
-    const unsigned parity = unsigned(x) & 1;
+    const auto parity = static_cast<unsigned>(x) & 1;
     std::fill_n(row + 3 * x, 3, T{0});
-    row[3 * x + ring.mosaic().colourAt(x, y)] = ring.half(y, parity)[(x - ptrdiff_t(parity)) / 2];
+    row[3 * x + ring.mosaic().colourAt(x, y)] =
+        ring.half(y, parity)[(x - static_cast<ptrdiff_t>(parity)) / 2];
   }
   static void wholeRow(const MosaicRing<T>& ring, int y, T* row) {
-    for (ptrdiff_t x = -2; x < ptrdiff_t(ring.columns()) + 2; ++x) pixel(ring, y, x, row);
+    for (ptrdiff_t x = -2; x < static_cast<ptrdiff_t>(ring.columns()) + 2; ++x)
+      pixel(ring, y, x, row);
   }
 
   const Conversion<T>& c_;

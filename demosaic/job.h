@@ -25,7 +25,7 @@ class WorkMargins {
  public:
   // Called before row y of the image is made at `row`, while the ring holds its mosaic.
   virtual void guard(int y, const MosaicRing<T>& ring, T* row) = 0;
-  // Called with the n samples after the end of row y, which is finished.
+  // Called with the n samples after the end of row y, which is completed.
   virtual void beyond(int y, const T* samples, size_t n) = 0;
 
  protected:
@@ -35,17 +35,16 @@ class WorkMargins {
 template <class T>
 struct DemosaicJob {
   RowSource<T>& source;
-  Mosaic mosaic;        // of the source's pixel (0, 0)
-  int columns, height;  // of the source
-  CfaRect roi;          // the wanted rectangle; some algorithms only make the whole frame
-  RowInterval rows;     // the rows of the roi to make now
-  ImageSink<T>& image;  // of the roi
+  Mosaic mosaic;                  // of the source's pixel (0, 0)
+  int columns, height;            // of the source
+  CfaRect roi;                    // the wanted rectangle; some algorithms only make the whole frame
+  RowInterval rows;               // the rows of the roi to make now
+  ImageSink<T>* image = nullptr;  // of the roi, unless the algorithm stores directly
   // The order of a pixel's samples: red comes first if red and blue are exchanged.
   Mosaic order = mosaic;
   unsigned bits;  // significant bits
   unsigned threshold = 0;
   WorkMargins<T>* margins = nullptr;
-  // For algorithms that store directly: then the sink's rows are bytes of the format.
   std::optional<DirectJob> direct = {};
 };
 

@@ -50,7 +50,8 @@ template <class T>
 void MosaicRing<T>::load(int y) {
   const T* const source = source_.withoutMargins(y);
   const size_t left = margins_.left, n = columns() - left - margins_.right;
-  T* const halves[2] = {raw_.half(unsigned(y), 0), raw_.half(unsigned(y), 1)};
+  T* const halves[2] = {raw_.half(static_cast<unsigned>(y), 0),
+                        raw_.half(static_cast<unsigned>(y), 1)};
   T* const first = halves[left % 2] + left / 2;
   T* const second = halves[(left + 1) % 2] + (left + 1) / 2;
   const MosaicKernels<T>& kernels = *VISTREL_BY_LEVEL(kMosaicKernels<T>);
@@ -67,13 +68,13 @@ template <class T>
 void MosaicRing<T>::smooth(int y) {
   const unsigned parity = mosaic().greenParity(y);
   const size_t n = halfSize(parity);
-  const T* raw = raw_.half(unsigned(y), parity);
-  T* green = green_.half(unsigned(y), 0);
+  const T* raw = raw_.half(static_cast<unsigned>(y), parity);
+  T* green = green_.half(static_cast<unsigned>(y), 0);
   if (y == 0 || y == height() - 1) {
     std::copy_n(raw, n + kVectorSlack<T>, green);
   } else {
-    const T* above = raw_.half(unsigned(y - 1), 1 - parity) + parity - 1;
-    const T* below = raw_.half(unsigned(y + 1), 1 - parity) + parity - 1;
+    const T* above = raw_.half(static_cast<unsigned>(y - 1), 1 - parity) + parity - 1;
+    const T* below = raw_.half(static_cast<unsigned>(y + 1), 1 - parity) + parity - 1;
     VISTREL_BY_LEVEL(kMosaicKernels<T>)->smooth(raw, above, below, n, green);
     // The region's outer columns stay raw.
     if (parity == 0) green[0] = raw[0];
@@ -86,8 +87,9 @@ template <class T>
 const T* MosaicRing<T>::half(int y, unsigned columnParity) const {
   if (y < 0) y += 2;
   if (y >= height()) y -= 2;
-  return columnParity == mosaic().greenParity(y) ? green_.half(unsigned(y), 0)
-                                                 : raw_.half(unsigned(y), columnParity);
+  return columnParity == mosaic().greenParity(y)
+             ? green_.half(static_cast<unsigned>(y), 0)
+             : raw_.half(static_cast<unsigned>(y), columnParity);
 }
 
 template class MosaicRing<uint8_t>;

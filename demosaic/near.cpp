@@ -16,7 +16,7 @@ class NearDemosaic {
             {job.source, {job.columns, job.height}, job.order.exchanged(), Rounding(scaling(job))},
             job.roi, arena) {}
 
-  auto sweep() { return region_.sweep(job_.image, job_.rows); }
+  auto sweep() { return region_.sweep(*job_.image, job_.rows); }
 
  private:
   DemosaicJob<T> job_;

@@ -16,9 +16,10 @@ class PrimitiveCall {
  public:
   explicit PrimitiveCall(const Conversion<T>& c)
       : size_{static_cast<int32_t>(c.sourceStride), static_cast<int32_t>(c.region.Hf)},
-        source_(c.pSrc, ptrdiff_t(c.sourceStride), size_.height),
+        source_(c.pSrc, static_cast<ptrdiff_t>(c.sourceStride), size_.height),
         mosaic_(Mosaic::ofGrid(VST2IPPBayerOffset(c.nBayer)).exchanged()), bits_(c.nSrcBits),
-        roi(clipped({int(c.region.x0), int(c.region.y0), int(c.region.Wf), int(c.region.Hf)},
+        roi(clipped({static_cast<int>(c.region.x0), static_cast<int>(c.region.y0),
+                     static_cast<int>(c.region.Wf), static_cast<int>(c.region.Hf)},
                     size_)) {}
 
   bool isRejected(int smallestSide) const {
@@ -33,7 +34,7 @@ class PrimitiveCall {
             .height = size_.height,
             .roi = roi,
             .rows = rowsOf(roi),
-            .image = image,
+            .image = &image,
             .bits = bits_};
   }
 

@@ -7,8 +7,8 @@ namespace vistrel::core {
 
 template <class T>
 bool sweepThroughBuffer(const Conversion<T>& c, MakeDemosaic<T>* make) {
-  const int Wf = int(c.region.Wf), Hf = int(c.region.Hf);
-  PlainRows<T> source(c.pSrc + c.region.x0, ptrdiff_t(c.sourceStride), Hf);
+  const auto Wf = static_cast<int>(c.region.Wf), Hf = static_cast<int>(c.region.Hf);
+  PlainRows<T> source(c.pSrc + c.region.x0, static_cast<ptrdiff_t>(c.sourceStride), Hf);
   GuardWriter<T> guard(c);
   return withArena([&](Arena& arena) {
     WorkImage<T> image(c, arena);
@@ -18,7 +18,7 @@ bool sweepThroughBuffer(const Conversion<T>& c, MakeDemosaic<T>* make) {
                              .height = Hf,
                              .roi = {0, 0, Wf, Hf},
                              .rows = {0, Hf},
-                             .image = image,
+                             .image = &image,
                              .bits = c.nSrcBits,
                              .margins = &guard};
     RowProcess<T>* const demosaic = make(job, arena);

@@ -9,8 +9,8 @@ namespace {
 // s points to a green sample of the source that has all its neighbours.
 template <class T>
 T smoothed(const T* s, size_t stride) {
-  const uint32_t diagonals = uint32_t{s[-1 - ptrdiff_t(stride)]} + s[1 - ptrdiff_t(stride)] +
-                             s[stride - 1] + s[stride + 1];
+  const uint32_t diagonals = uint32_t{s[-1 - static_cast<ptrdiff_t>(stride)]} +
+                             s[1 - static_cast<ptrdiff_t>(stride)] + s[stride - 1] + s[stride + 1];
   return static_cast<T>((diagonals + 4 * uint32_t{*s}) >> 3);
 }
 

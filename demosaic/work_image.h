@@ -9,7 +9,7 @@
 
 namespace vistrel::core {
 
-// Routes finished rows to the work buffer and, as soon as a block row is complete, to the output.
+// Routes completed rows to the work buffer and, as soon as a block row is complete, to the output.
 // If the work buffer is larger than the caches, it and the result are written with non-temporal
 // stores; rows are then made in a small buffer that the output reads.
 template <class T>
@@ -45,7 +45,7 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
     if (convertsBlocks() && !convertsChunks() && y % F_ == F_ - 1) convert(y / F_);
   }
 
-  // Call this when all rows are finished.
+  // Call this when all rows are completed.
   void finish() const {
     if (bypassesCaches_) storeFence();
     if (!c_.output.followsRows()) c_.output.convert(c_.work, c_.pDst, c_.nRoiHeight);
@@ -53,9 +53,10 @@ class WorkImage final : public ImageSink<T>, private ChunkListener {
 
  private:
   T* pixelsOf(int y) const {
-    return bypassesCaches_ ? rows_ + size_t(y % F_) * c_.layout.S + c_.layout.side : c_.imageRow(y);
+    return bypassesCaches_ ? rows_ + static_cast<size_t>(y % F_) * c_.layout.S + c_.layout.side
+                           : c_.imageRow(y);
   }
-  uint8_t* result(int y) const { return c_.pDst + size_t(y) * c_.output.rowBytes(); }
+  uint8_t* result(int y) const { return c_.pDst + static_cast<size_t>(y) * c_.output.rowBytes(); }
 
   bool convertsBlocks() const { return c_.output.followsRows() && !c_.output.copiesRows(); }
   bool convertsChunks() const {

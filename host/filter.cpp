@@ -56,16 +56,16 @@ Size minSize(const Format& format, uint32_t filter) {
   return filter == VISTREL_FILTER_FIVE ? Size{5, 5} : Size{3, 3};
 }
 
-void checkKernel(const vistrel_kernel& k, const Format& format) {
-  if (k.filter > VISTREL_FILTER_FIVE)
-    reject(VISTREL_BAD_FILTER, "kernel.filter", k.filter,
+void checkSettings(const vistrel_filter_settings& s, const Format& format) {
+  if (s.filter > VISTREL_FILTER_FIVE)
+    reject(VISTREL_BAD_FILTER, "filter_settings.filter", s.filter,
            "0 (weights), 1 (box) and 2 (five) are allowed");
-  if (k.filter != VISTREL_FILTER_WEIGHTS && format.channels > 1)
-    reject(VISTREL_BAD_FILTER, "kernel.filter", k.filter,
+  if (s.filter != VISTREL_FILTER_WEIGHTS && format.channels > 1)
+    reject(VISTREL_BAD_FILTER, "filter_settings.filter", s.filter,
            "it is for pixels of one channel; {} has {}", format.name, format.channels);
-  if (k.filter == VISTREL_FILTER_WEIGHTS && k.divisor == 0)
-    reject(VISTREL_BAD_FILTER, "kernel.divisor", 0, "any other is allowed");
-  checkReserved("kernel.reserved", k.reserved);
+  if (s.filter == VISTREL_FILTER_WEIGHTS && s.divisor == 0)
+    reject(VISTREL_BAD_FILTER, "filter_settings.divisor", 0, "any other is allowed");
+  checkReserved("filter_settings.reserved", s.reserved);
 }
 
 void checkSize(const vistrel_picture& p, const Format& format, uint32_t filter) {
@@ -105,27 +105,27 @@ uint32_t libraryFormat(const Format& format) {
 }
 
 // The library recognises a fixed filter by the value of a pointer, which it does not dereference.
-void run(void* copy, const vistrel_kernel& k, const Format& format, const vistrel_picture& p,
-         void* pixels) {
-  _FLT_3X3 weighted{k.divisor, {}};
-  std::copy_n(k.weights, 9, weighted.anWeights);
-  const uintptr_t fixed = k.filter == VISTREL_FILTER_BOX ? 0 : 1;
+void run(void* copy, const vistrel_filter_settings& s, const Format& format,
+         const vistrel_picture& p, void* pixels) {
+  _FLT_3X3 weighted{s.divisor, {}};
+  std::copy_n(s.weights, 9, weighted.anWeights);
+  const uintptr_t fixed = s.filter == VISTREL_FILTER_BOX ? 0 : 1;
   const auto* const filter =
-      k.filter == VISTREL_FILTER_WEIGHTS ? &weighted : reinterpret_cast<const _FLT_3X3*>(fixed);
+      s.filter == VISTREL_FILTER_WEIGHTS ? &weighted : reinterpret_cast<const _FLT_3X3*>(fixed);
   core::filterImage(copy, filter, libraryFormat(format), p.width, p.height, pixels);
 }
 
-void filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
+void filter(const vistrel_picture* picture, const vistrel_filter_settings* settings,
             const vistrel_image* image) {
   checkPointer(picture, "picture");
-  checkPointer(kernel, "kernel");
+  checkPointer(settings, "filter_settings");
   checkPointer(image, "image");
   checkReserved("image.reserved", image->reserved);
   if (image->stride < 0)
     reject(VISTREL_BAD_STRIDE, "image.stride", image->stride, "filters take no negative stride");
   const Format& format = formatOf(*picture);
-  checkKernel(*kernel, format);
-  checkSize(*picture, format, kernel->filter);
+  checkSettings(*settings, format);
+  checkSize(*picture, format, settings->filter);
   const auto memory = [&](std::string_view name, const auto& of) {
     return memoryOf(name, of.pixels, of.size, static_cast<size_t>(of.stride), *picture, format);
   };
@@ -141,7 +141,7 @@ void filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
   const PixelMemory plain =
       isPlain ? to : PixelMemory{copy + copyBytes, to.rowBytes, to.rowBytes, to.rows};
   if (plain.first != from.first) from.copyTo(plain);
-  run(copy, *kernel, format, *picture, plain.first);
+  run(copy, *settings, format, *picture, plain.first);
   if (!isPlain) plain.copyTo(to);
 }
 
@@ -150,7 +150,8 @@ void filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
 
 using namespace vistrel::host;
 
-int32_t vistrel_filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
-                       const vistrel_image* image, vistrel_error* error) {
-  return toStatus(error, [&] { filter(picture, kernel, image); });
+int32_t vistrel_filter(const vistrel_picture* picture,
+                       const vistrel_filter_settings* filter_settings, const vistrel_image* image,
+                       vistrel_error* error) {
+  return toStatus(error, [&] { filter(picture, filter_settings, image); });
 }

@@ -1,14 +1,10 @@
 // The levels of the vector loops, for tests and benchmarks.
-#include <algorithm>
-
 #include "cpu/level.h"
 #include "host/status.h"
 #include "vistrel/processor.h"
 
 namespace vistrel::host {
 namespace {
-
-using core::Level;
 
 // Chooses the widest level as this library is loaded.
 [[maybe_unused]] const int32_t g_started = ippStaticInit();
@@ -20,11 +16,7 @@ void setLevel(size_t level) {
       names += fmt::format("{}{} ({})", i ? ", " : "", name, i);
     reject(VISTREL_BAD_LEVEL, "level", level, "this machine has {}", names);
   }
-  const auto wanted = static_cast<Level>(level);
-  uint64_t features = ippGetEnabledCpuFeatures();
-  for (const uint64_t limit : core::kLevelLimits) features &= ~limit;
-  ippJumpIndexForMergedLibs = core::indexOfLevel(wanted);
-  ippSetCpuFeaturesMask(features | core::limitOf(wanted));
+  core::setLevel(static_cast<core::Level>(level));
 }
 
 }  // namespace
@@ -38,11 +30,7 @@ const char* vistrel_level_name(size_t level) {
                                                            : nullptr;
 }
 
-size_t vistrel_level() {
-  const Level enabled = core::enabledLevel(ippGetEnabledCpuFeatures());
-  const Level top = std::min(core::widestLevel(), enabled);
-  return static_cast<size_t>(core::levelOfIndex(ippJumpIndexForMergedLibs, top));
-}
+size_t vistrel_level() { return static_cast<size_t>(core::currentLevel()); }
 
 int32_t vistrel_set_level(size_t level, vistrel_error* error) {
   return toStatus(error, [&] { setLevel(level); });

@@ -37,42 +37,35 @@ void RowEngine<T>::startReady(RowSource<T>& source, Arena& arena) {
 template <class T>
 void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
   const DemosaicAlgorithm<T> algorithm = findAlgorithm(c_.algorithm)->of<T>();
+  DemosaicJob<T> job = jobOf(source);
   if (storesDirectly(algorithm)) {
-    demosaic_ = algorithm.make(directJobOf(source, arena), arena);
+    job.direct.emplace(
+        DirectJob{directImage(arena), p_.format->direct, shiftOf(), p_.pad, p_.layout.width});
   } else {
     // An even number of padding columns that the algorithm need not make.
     const uint32_t left = c_.binning == 1 && algorithm.makesRoi ? p_.pad : 0;
     const uint32_t columns = p_.width - 2 * left;
     OutputShape shape = shapeOf(ImageOutput<T>::pitchOf(columns));
     shape.left -= left;
-    output_.emplace(shape, columns, engineRow(rows_.first), rowsToFill(arena), arena);
-    DemosaicJob<T> job = jobOf(source, *output_);
+    job.image =
+        &output_.emplace(shape, columns, engineRow(rows_.first), rowsToFill(arena), arena);
     job.roi.x = int(left);
     job.roi.width = int(columns);
-    demosaic_ = algorithm.make(job, arena);
   }
+  demosaic_ = algorithm.make(job, arena);
 }
 
 template <class T>
-DemosaicJob<T> RowEngine<T>::directJobOf(RowSource<T>& source, Arena& arena) {
+DirectImageSink& RowEngine<T>::directImage(Arena& arena) {
   const int top = engineRow(0), first = engineRow(rows_.first);
-  const size_t width = p_.layout.width;
-  DirectJob direct{p_.format->direct, shiftOf(), p_.pad, width};
-  ImageSink<T>* sink;
-  if (Ycc420Rows* const rows = pixels_.ycc420Rows()) {
-    sink = &directYcc420_.emplace(*rows, width, top, first, arena);
-    direct.sums = &directYcc420_->sums();
-  } else {
-    sink = &directOutput_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, top, first, arena);
-  }
-  DemosaicJob<T> job = jobOf(source, *sink);
-  job.direct = direct;
-  return job;
+  if (Ycc420Rows* const rows = pixels_.ycc420Rows())
+    return directYcc420_.emplace(*rows, p_.layout.width, top, first, arena);
+  return directOutput_.emplace(pixels_.firstPlane(), p_.layout.row_bytes, top, first, arena);
 }
 
-// Some algorithms work on pairs of rows, so the first row is even.
+// Without a sink. Some algorithms work on pairs of rows, so the first row is even.
 template <class T>
-DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source, ImageSink<T>& image) const {
+DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source) const {
   const int width = int(p_.width), height = int(p_.height);
   const Mosaic mosaic = Mosaic::ofPhase(p_.phase);
   return {.source = source,
@@ -81,7 +74,6 @@ DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source, ImageSink<T>& image) co
           .height = height,
           .roi = {0, 0, width, height},
           .rows = {engineRow(rows_.first) & ~1, engineRow(rows_.end)},
-          .image = image,
           .order = redFirst() && !swapsRedBlue() ? mosaic.exchanged() : mosaic,
           .bits = p_.bits,
           .threshold = c_.threshold};

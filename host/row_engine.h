@@ -35,8 +35,8 @@ class RowEngine {
   int engineRow(uint32_t imageRow) const { return int((imageRow + p_.pad) * c_.binning); }
   void startReady(core::RowSource<T>& source, core::Arena& arena);
   void startDemosaic(core::RowSource<T>& source, core::Arena& arena);
-  core::DemosaicJob<T> directJobOf(core::RowSource<T>& source, core::Arena& arena);
-  core::DemosaicJob<T> jobOf(core::RowSource<T>& source, core::ImageSink<T>& image) const;
+  core::DirectImageSink& directImage(core::Arena& arena);
+  core::DemosaicJob<T> jobOf(core::RowSource<T>& source) const;
   // Whether the algorithm can store bytes of the format directly.
   bool storesDirectly(const core::DemosaicAlgorithm<T>& algorithm) const;
   bool hasDirectArrangement() const {
@@ -67,8 +67,8 @@ class RowEngine {
   ImagePixels pixels_;
   std::optional<core::FinishedRows> finished_;
   // One of these.
-  std::optional<core::DirectOutput<T>> directOutput_;
-  std::optional<core::DirectYcc420<T>> directYcc420_;
+  std::optional<core::DirectOutput> directOutput_;
+  std::optional<core::DirectYcc420> directYcc420_;
   std::optional<core::ImageOutput<T>> output_;
   std::optional<core::ReadyRows<T>> ready_;
   core::RowProcess<T>* demosaic_ = nullptr;

@@ -29,10 +29,11 @@ struct Taps {
     for (int i = 0; i < 16; ++i) {
       const int result = i / kWidth, j = i % kWidth;
       const int pixel = result / channels, c = result % channels;
-      order[i] = result < kOutputs && j < N
-                     ? static_cast<uint8_t>(pixel * N * channels +
-                                            int(tapOffset<N, channels>(blockRow, j, c)))
-                     : 0x80;
+      order[i] =
+          result < kOutputs && j < N
+              ? static_cast<uint8_t>(pixel * N * channels +
+                                     static_cast<int>(tapOffset<N, channels>(blockRow, j, c)))
+              : 0x80;
     }
   }
 };

@@ -33,7 +33,8 @@ VISTREL_INLINE Vec<uint16_t> luma709(Vec<uint8_t> blueGreen, Vec<uint8_t> redGre
 VISTREL_INLINE Vec<uint8_t> luma709(const Channels<uint8_t>& bgr) {
   const Pairs<uint8_t> blueGreen = pairsOf(bgr.first, bgr.second);
   const Pairs<uint8_t> redGreen = pairsOf(bgr.third, bgr.second);
-  return packed(luma709(blueGreen.lower, redGreen.lower), luma709(blueGreen.upper, redGreen.upper));
+  return narrowed(luma709(blueGreen.lower, redGreen.lower),
+                  luma709(blueGreen.upper, redGreen.upper));
 }
 
 // 32 times the sums of pairs.

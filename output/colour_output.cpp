@@ -62,7 +62,7 @@ ColourOutput::ColourOutput(uint32_t nRoiWidth, uint32_t nSrcBits, uint32_t nForm
   const uint32_t nChannelBits = nDstBits / format->divisor;
   if (format->is16Bit) {
     // quirk: no-table-for-16-bits. Every table mode moves the window up by one bit instead.
-    const uint32_t nAdjust = isWindow(nLutMode) ? nLutMode : uint32_t(-1);
+    const uint32_t nAdjust = isWindow(nLutMode) ? nLutMode : static_cast<uint32_t>(-1);
     writer_ = RowWriter(format->pack, Depth::from16to16, binning_, stride, width_,
                         reductionOf<uint16_t>(nSrcBits, nChannelBits, nAdjust));
   } else if (isWindow(nLutMode)) {

@@ -22,7 +22,7 @@ class ColourOutput {
   ColourOutput& operator=(const ColourOutput&) = delete;
 
   // True if row y of the result needs only the image rows of block row y. Rows of the result can
-  // then be written as soon as their image rows are finished.
+  // then be written as soon as their image rows are completed.
   bool followsRows() const { return followsRows_; }
 
   // True if rows of the result are unchanged image rows.

@@ -2,27 +2,26 @@
 #pragma once
 
 #include "common/rows/arena.h"
-#include "common/rows/row_sink.h"
+#include "output/direct_sink.h"
 #include "output/plane_rows.h"
 #include "output/ycc420_rows.h"
 
 namespace vistrel::core {
 
-// Its rows are bytes. A kernel gets the address of the row's first byte in place of samples.
-template <class T>
-class DirectOutput final : public ImageSink<T> {
+// The rows of an image of one plane.
+class DirectOutput final : public DirectImageSink {
  public:
   // top: the engine's row that becomes row 0 of the image. first: the first row that is kept.
   DirectOutput(const PlaneMemory& image, size_t rowBytes, int top, int first, Arena& arena)
       : image_(image), rowBytes_(rowBytes), top_(top), first_(first),
         line_(arena.take<unsigned char>(rowBytes)) {}
 
-  RowSink<T> row(int y) override {
+  DirectRowSink row(int y) override {
     const bool isDirect = y >= first_ && !image_.bypassesCaches;
-    return RowSink<T>(reinterpret_cast<T*>(isDirect ? placeOf(y) : line_));
+    return DirectRowSink({isDirect ? placeOf(y) : line_});
   }
 
-  void finish(int y, RowSink<T>&) override {
+  void finish(int y) override {
     if (y >= first_ && image_.bypassesCaches)
       NonTemporalCopy(placeOf(y), line_).finish(line_ + rowBytes_);
   }
@@ -37,24 +36,20 @@ class DirectOutput final : public ImageSink<T> {
 };
 
 // The same for luma and sums of pairs of pixels: rows of an even width.
-template <class T>
-class DirectYcc420 final : public ImageSink<T> {
+class DirectYcc420 final : public DirectImageSink {
  public:
   DirectYcc420(Ycc420Rows& rows, size_t width, int top, int first, Arena& arena)
-      : rows_(rows), width_(width), top_(top), first_(first), sums_(rows.sums()),
+      : rows_(rows), width_(width), top_(top), first_(first),
         line_(arena.take<unsigned char>(width)) {}
 
-  // Where those of the current row go.
-  const PairSums& sums() const { return sums_; }
-
-  RowSink<T> row(int y) override {
-    if (y < first_) return RowSink<T>(reinterpret_cast<T*>(line_));
+  // The sums of a row that is dropped are overwritten by those of the first row that is kept.
+  DirectRowSink row(int y) override {
+    if (y < first_) return DirectRowSink({line_, rows_.sums()});
     rows_.begin(static_cast<size_t>(y - top_));
-    sums_ = rows_.sums();
-    return RowSink<T>(reinterpret_cast<T*>(rows_.luma()));
+    return DirectRowSink({rows_.luma(), rows_.sums()});
   }
 
-  void finish(int y, RowSink<T>&) override {
+  void finish(int y) override {
     if (y < first_) return;
     rows_.converted(width_ / 2);
     rows_.end();
@@ -64,7 +59,6 @@ class DirectYcc420 final : public ImageSink<T> {
   Ycc420Rows& rows_;
   size_t width_;
   int top_, first_;
-  PairSums sums_;
   unsigned char* line_;  // a row that is dropped
 };
 

@@ -28,7 +28,8 @@ VISTREL_INLINE Vec<uint16_t> luma(Vec<uint8_t> blueGreen, Vec<uint8_t> redConsta
 VISTREL_INLINE Vec<uint8_t> luma(const Channels<uint8_t>& bgr) {
   const Pairs<uint8_t> blueGreen = pairsOf(bgr.first, bgr.second);
   const Pairs<uint8_t> redConstant = pairsOf(bgr.third, Vec<uint8_t>{} + uint8_t{250});
-  return packed(luma(blueGreen.lower, redConstant.lower), luma(blueGreen.upper, redConstant.upper));
+  return narrowed(luma(blueGreen.lower, redConstant.lower),
+                  luma(blueGreen.upper, redConstant.upper));
 }
 
 // From 16-bit samples minus 32768, in pairs (blue, green) and (red, anything); 32768 is subtracted
@@ -48,8 +49,8 @@ VISTREL_INLINE Vec<uint16_t> luma(const Channels<uint16_t>& bgr) {
   const auto red = bgr.third ^ half;
   const Pairs<uint16_t> blueGreen = pairsOf(bgr.first ^ half, bgr.second ^ half);
   const Pairs<uint16_t> redTwice = pairsOf(red, red);
-  return packed(luma(as<Signed>(blueGreen.lower), as<Signed>(redTwice.lower)),
-                luma(as<Signed>(blueGreen.upper), as<Signed>(redTwice.upper))) ^
+  return narrowed(luma(as<Signed>(blueGreen.lower), as<Signed>(redTwice.lower)),
+                  luma(as<Signed>(blueGreen.upper), as<Signed>(redTwice.upper))) ^
          half;
 }
 

@@ -29,7 +29,7 @@ class RowWriter {
   // True if the result is an unchanged copy of the source's samples.
   bool copies() const { return copies_; }
 
-  // Writes all rows, packed; source points to the first sample of the image.
+  // Writes all rows without gaps; source points to the first sample of the image.
   void rows(const void* source, void* destination, size_t height) const;
 
  private:

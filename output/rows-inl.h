@@ -36,7 +36,7 @@ void binRow(const T* __restrict s, size_t stride, D* __restrict d, size_t width,
 }
 
 template <int N, int channels, class T, class D>
-void packedRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
+void reducedRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
   const T* s = static_cast<const T*>(source);
   D* d = static_cast<D*>(destination);
   if constexpr (N == 1)
@@ -47,12 +47,12 @@ void packedRow(const void* source, size_t stride, void* destination, size_t widt
 
 template <int N, class T, class D>
 void monoRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
-  packedRow<N, 1, T, D>(source, stride, destination, width, by);
+  reducedRow<N, 1, T, D>(source, stride, destination, width, by);
 }
 
 template <int N, class T, class D>
 void bgrRow(const void* source, size_t stride, void* destination, size_t width, Reduction by) {
-  packedRow<N, 3, T, D>(source, stride, destination, width, by);
+  reducedRow<N, 3, T, D>(source, stride, destination, width, by);
 }
 
 // Converts to BGR first, a few pixels at a time.

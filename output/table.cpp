@@ -8,7 +8,6 @@
 namespace vistrel::core {
 
 namespace {
-constexpr uint32_t kUserTable = 10;
 constexpr uint32_t kLastUserEntry = 4095;
 }  // namespace
 

@@ -21,14 +21,14 @@ class LevelScope {
   explicit LevelScope(Level level) { setLevel(level); }
   ~LevelScope() {
     ippJumpIndexForMergedLibs = index_;
-    g_topLevel = top_;
+    ippSetCpuFeaturesMask(features_);
   }
   LevelScope(const LevelScope&) = delete;
   LevelScope& operator=(const LevelScope&) = delete;
 
  private:
   const uint32_t index_ = ippJumpIndexForMergedLibs;
-  const Level top_ = g_topLevel;
+  const uint64_t features_ = ippGetEnabledCpuFeatures();
 };
 
 class AtEveryLevel : public ::testing::TestWithParam<Level> {

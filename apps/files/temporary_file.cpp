@@ -17,12 +17,12 @@
 
 namespace vistrel::app {
 
-struct TemporaryFile::Slot {
-  std::atomic<bool> taken, made;  // slot in use; file exists
+struct TemporaryFile::Entry {
+  std::atomic<bool> taken, made;  // entry in use; file exists
   char name[PATH_MAX];            // constant while the file exists
 };
 
-TemporaryFile::Slot TemporaryFile::slots_[256];
+TemporaryFile::Entry TemporaryFile::entries_[256];
 
 namespace {
 
@@ -62,15 +62,15 @@ TemporaryFile::TemporaryFile(const std::string& folder) {
   const std::string name = folder + ".vistrel-XXXXXX";
   errno = name.size() < PATH_MAX ? EMFILE : ENAMETOOLONG;
   if (name.size() >= PATH_MAX) return;
-  for (Slot& slot : slots_) {
-    if (slot.taken.exchange(true)) continue;
-    slot_ = &slot;
+  for (Entry& entry : entries_) {
+    if (entry.taken.exchange(true)) continue;
+    entry_ = &entry;
     const CreationGuard guard;
     do {
-      std::memcpy(slot.name, name.c_str(), name.size() + 1);
-      descriptor_ = mkstemp(slot.name);
+      std::memcpy(entry.name, name.c_str(), name.size() + 1);
+      descriptor_ = mkstemp(entry.name);
     } while (descriptor_ >= 0 && !lock());
-    slot.made = descriptor_ >= 0;
+    entry.made = descriptor_ >= 0;
     return;
   }
 }
@@ -88,16 +88,16 @@ bool TemporaryFile::lock() {
 }
 
 TemporaryFile::~TemporaryFile() {
-  if (!slot_) return;
+  if (!entry_) return;
   if (lock_ >= 0) close(lock_);
-  if (slot_->made) unlink(slot_->name);
-  slot_->made = false;
-  slot_->taken = false;
+  if (entry_->made) unlink(entry_->name);
+  entry_->made = false;
+  entry_->taken = false;
 }
 
 bool TemporaryFile::rename(const char* name) {
-  if (std::rename(slot_->name, name) != 0) return false;
-  slot_->made = false;
+  if (std::rename(entry_->name, name) != 0) return false;
+  entry_->made = false;
   return true;
 }
 
@@ -118,8 +118,8 @@ void removeAllTemporaryFiles() {
   g_terminating = true;
   while (g_creating) {
   }
-  for (const TemporaryFile::Slot& slot : TemporaryFile::slots_)
-    if (slot.made) unlink(slot.name);
+  for (const TemporaryFile::Entry& entry : TemporaryFile::entries_)
+    if (entry.made) unlink(entry.name);
 }
 
 }  // namespace vistrel::app

@@ -24,11 +24,11 @@ class TemporaryFile {
  private:
   bool lock();
 
-  struct Slot;
-  static Slot slots_[];
+  struct Entry;
+  static Entry entries_[];
   friend void removeAllTemporaryFiles();
 
-  Slot* slot_ = nullptr;
+  Entry* entry_ = nullptr;
   int descriptor_ = -1;
   int lock_ = -1;
 };

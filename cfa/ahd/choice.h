@@ -19,14 +19,14 @@ class AhdChoice {
     const LumaChromaWindow<T> h = images_.lumaChroma(kAlongRow, y);
     const LumaChromaWindow<T> v = images_.lumaChroma(kAlongColumn, y);
     for (unsigned p = 0; p < 2; ++p)
-      kernels_.scores[p](h, v, images_.halfSize(), scores_.half(slot(y), p));
+      kernels_.scores[p](h, v, images_.halfSize(), scores_.half(placeOf(y), p));
   }
 
   // Sums the scores of rows y - 1 .. y + 1.
   void sum(int y) const {
     const T* rows[3][2];
     for (int dy = -1; dy <= 1; ++dy)
-      for (unsigned p = 0; p < 2; ++p) rows[dy + 1][p] = scores_.half(slot(y + dy), p);
+      for (unsigned p = 0; p < 2; ++p) rows[dy + 1][p] = scores_.half(placeOf(y + dy), p);
     kernels_.sums(rows, images_.halfSize(), sums_.half(0, 0), sums_.half(0, 1),
                   scoreColumns_.half(0, 0), scoreColumns_.half(0, 1));
   }
@@ -44,7 +44,7 @@ class AhdChoice {
   const T* half(unsigned parity) const { return choice_.half(0, parity); }
 
  private:
-  static unsigned slot(int y) { return AhdReconstruction<T>::slot(y); }
+  static unsigned placeOf(int y) { return AhdReconstruction<T>::placeOf(y); }
 
   const AhdReconstruction<T>& images_;
   int first_;

@@ -7,11 +7,10 @@ namespace {
 // Indices of an image's half rows among the colours.
 constexpr unsigned kAlong = 0, kAcross = 1, kOpposite = 2, kComputed = 3;
 
-// Reflects once. In a frame of five rows or columns, the farthest samples are still outside after
-// that and become those on the edge.
-int mirror(int c, int last) {
-  const int reflected = c < 0 ? -c : c > last ? 2 * last - c : c;
-  return std::clamp(reflected, 0, last);
+// Unlike mirrored(), reflects only once: in a frame of five rows or columns, the farthest samples
+// are still outside after that and become those on the edge.
+int reflected(int c, int last) {
+  return std::clamp(c < 0 ? -c : c > last ? 2 * last - c : c, 0, last);
 }
 
 }  // namespace
@@ -28,8 +27,8 @@ AhdReconstruction<T>::AhdReconstruction(const CfaRows<T>& frame, int first, size
 
 template <class T>
 void AhdReconstruction<T>::load(int y) {
-  const T* source = frame_.source.row(mirror(y, frame_.size.height - 1));
-  T* const halves[2] = {mosaic_.half(slot(y), 0), mosaic_.half(slot(y), 1)};
+  const T* source = frame_.source.row(reflected(y, frame_.size.height - 1));
+  T* const halves[2] = {mosaic_.half(placeOf(y), 0), mosaic_.half(placeOf(y), 1)};
   const int lastColumn = frame_.size.width - 1, columns = static_cast<int>(columns_);
   const int begin = first_ < 0 ? (1 - first_) & ~1 : 0;  // even; from here on inside the frame
   const int inside = std::min(columns, lastColumn + 1 - first_);
@@ -37,24 +36,24 @@ void AhdReconstruction<T>::load(int y) {
   if (begin < end)
     kernels_.split(source + first_ + begin, static_cast<size_t>(end - begin), halves[0] + begin / 2,
                    halves[1] + begin / 2);
-  const auto mirrored = [&](int i) {
-    halves[i & 1][i / 2] = source[mirror(first_ + i, lastColumn)];
+  const auto reflect = [&](int i) {
+    halves[i & 1][i / 2] = source[reflected(first_ + i, lastColumn)];
   };
-  for (int i = 0; i < std::min(begin, columns); ++i) mirrored(i);
-  for (int i = end; i < columns; ++i) mirrored(i);
+  for (int i = 0; i < std::min(begin, columns); ++i) reflect(i);
+  for (int i = end; i < columns; ++i) reflect(i);
   if (shift_)
     for (T* half : halves) kernels_.scale(half, halfSize(), shift_);
 }
 
 template <class T>
 AhdGreen<T> AhdReconstruction<T>::greenOf(AhdImage image, int y) const {
-  return {green_.half(slot(y), image), differences_.half(slot(y), image)};
+  return {green_.half(placeOf(y), image), differences_.half(placeOf(y), image)};
 }
 
 template <class T>
 void AhdReconstruction<T>::fillGreen(int y) {
   const auto rows = windowOf<2>(
-      y, [&](int row, unsigned parity) -> const T* { return mosaic_.half(slot(row), parity); });
+      y, [&](int row, unsigned parity) -> const T* { return mosaic_.half(placeOf(row), parity); });
   kernels_.green[mosaic().colourParity(y)](rows, halfSize(), greenOf(kAlongRow, y),
                                            greenOf(kAlongColumn, y));
 }
@@ -62,12 +61,13 @@ void AhdReconstruction<T>::fillGreen(int y) {
 template <class T>
 AhdColours<T> AhdReconstruction<T>::coloursOf(AhdImage image, int y) const {
   const auto computed = [&](unsigned which) {
-    return colours_.half(slot(y), image * kComputed + which);
+    return colours_.half(placeOf(y), image * kComputed + which);
   };
   const auto lumaChroma = [&](unsigned parity) {
     const unsigned first = (image * 2 + parity) * 3;
-    return LumaChroma<T>{lumaChroma_.half(slot(y), first), lumaChroma_.half(slot(y), first + 1),
-                         lumaChroma_.half(slot(y), first + 2)};
+    return LumaChroma<T>{lumaChroma_.half(placeOf(y), first),
+                         lumaChroma_.half(placeOf(y), first + 1),
+                         lumaChroma_.half(placeOf(y), first + 2)};
   };
   return {computed(kAlong), computed(kAcross), computed(kOpposite), {lumaChroma(0), lumaChroma(1)}};
 }
@@ -78,8 +78,8 @@ ImageHalves<T> AhdReconstruction<T>::halves(AhdImage image, int y) const {
   const AhdColours<T> colours = coloursOf(image, y);
   ImageHalves<T> h;
   h.own[g] = colours.along;
-  h.own[c] = mosaic_.half(slot(y), c);
-  h.green[g] = mosaic_.half(slot(y), g);
+  h.own[c] = mosaic_.half(placeOf(y), c);
+  h.green[g] = mosaic_.half(placeOf(y), g);
   h.green[c] = greenOf(image, y).green;
   h.opposite[g] = colours.across;
   h.opposite[c] = colours.opposite;

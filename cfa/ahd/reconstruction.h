@@ -24,7 +24,7 @@ class AhdReconstruction {
   LumaChromaWindow<T> lumaChroma(AhdImage image, int y) const;
 
   // The index of row y in a ring; never negative for rows that are loaded.
-  static unsigned slot(int y) { return static_cast<unsigned>(y + 16); }
+  static unsigned placeOf(int y) { return static_cast<unsigned>(y + 16); }
 
   // The mosaic that begins at the strip's first column.
   Mosaic mosaic() const { return frame_.mosaic.from(first_, 0); }

@@ -46,9 +46,12 @@ void storeMasks(T* to, uint32_t bits) {
   std::memcpy(to + 8, kMaskOfBits<T>[bits >> 8 & 0xFF].data(), 8 * sizeof(T));
 }
 
-// All ones where the last sum that is not zero, from the left up to the column itself, is negative.
-// Works on sixteen pairs of columns at a time: an addition carries a choice along pairs that are
-// ties.
+// Sets a column to all ones if the nearest sum that is not zero, its own or one to its left, is
+// negative.
+//
+// A bit stands for a pair of columns. If both sums of a pair are zero, the pair is tied and repeats
+// the choice of the pair before. So a negative pair decides for all tied pairs that follow it. An
+// addition finds these: a one added to the first bit of a run of ones clears the whole run.
 template <class T>
 void runningChoice(const int8_t* evenSums, const int8_t* oddSums, size_t n, T* even, T* odd) {
   uint32_t before = 0;  // the choice of the column before

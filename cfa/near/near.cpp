@@ -26,12 +26,12 @@ void NearRegion<T>::load(int y) {
   if (!hasInterior()) return;
   const int first = x0_ - kReach;
   const size_t columns = static_cast<size_t>(x1_ + kReach - first);
-  T* even = ring_.half(unsigned(y), 0);
-  T* odd = ring_.half(unsigned(y), 1);
+  T* even = ring_.half(static_cast<unsigned>(y), 0);
+  T* odd = ring_.half(static_cast<unsigned>(y), 1);
   kernels_.split(row + first, columns, even, odd);
   frame_.source.next().fetch(static_cast<size_t>(first), static_cast<size_t>(first) + columns);
   const T mask = static_cast<T>(frame_.rounding.mask);
-  if (mask == T(~T{0})) return;
+  if (mask == static_cast<T>(~T{0})) return;
   for (T* half : {even, odd}) kernels_.keepBits(half, (columns + 1) / 2, mask);
 }
 
@@ -48,7 +48,7 @@ template <class T>
 void NearRegion<T>::interior(int y, RowSink<T>& sink) const {
   if (!hasInterior(y)) return;
   const auto window = windowOf<kReach>(y, [&](int row, unsigned parity) -> const T* {
-    return ring_.half(unsigned(row), parity) + kReach / 2;
+    return ring_.half(static_cast<unsigned>(row), parity) + kReach / 2;
   });
   sink.skip(static_cast<size_t>(x0_ - roi_.x));
   // The kernels store blue, green, red. With an exchanged mosaic they store red, green, blue.

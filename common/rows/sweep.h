@@ -1,5 +1,5 @@
 // The schedule of all algorithms: each stage runs row by row, as soon as the rows that it reads are
-// finished, so that a frame passes through memory only once.
+// completed, so that a frame passes through memory only once.
 #pragma once
 
 #include <algorithm>

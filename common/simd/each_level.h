@@ -9,12 +9,15 @@
 
 #include VISTREL_BODY
 
-#if VISTREL_X86
+#if VISTREL_X86 || defined(__aarch64__)
 
 #undef VISTREL_LEVEL
 #define VISTREL_LEVEL 1
 #define VISTREL_TOGGLE
 #include VISTREL_BODY
+
+#endif
+#if VISTREL_X86
 
 #undef VISTREL_LEVEL
 #define VISTREL_LEVEL 2
@@ -29,13 +32,6 @@
 #undef VISTREL_LEVEL
 #define VISTREL_LEVEL 4
 #undef VISTREL_TOGGLE
-#include VISTREL_BODY
-
-#elif defined(__aarch64__)
-
-#undef VISTREL_LEVEL
-#define VISTREL_LEVEL 5
-#define VISTREL_TOGGLE
 #include VISTREL_BODY
 
 #endif

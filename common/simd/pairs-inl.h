@@ -41,11 +41,11 @@ VISTREL_INLINE Pairs<uint16_t> pairsOf(Vec<uint16_t> a, Vec<uint16_t> b) {
           VISTREL_OF_TWO(Vec<uint16_t>, unpackhi_epi16, a, b)};
 }
 
-// Packs 16-bit values below 256, or 32-bit values that fit 16 signed bits.
-VISTREL_INLINE Vec<uint8_t> packed(Vec<uint16_t> lower, Vec<uint16_t> upper) {
+// Narrows the lanes: 16-bit values below 256, or 32-bit values that fit 16 signed bits.
+VISTREL_INLINE Vec<uint8_t> narrowed(Vec<uint16_t> lower, Vec<uint16_t> upper) {
   return VISTREL_OF_TWO(Vec<uint8_t>, packus_epi16, lower, upper);
 }
-VISTREL_INLINE Vec<uint16_t> packed(Vec<int32_t> lower, Vec<int32_t> upper) {
+VISTREL_INLINE Vec<uint16_t> narrowed(Vec<int32_t> lower, Vec<int32_t> upper) {
   return VISTREL_OF_TWO(Vec<uint16_t>, packs_epi32, lower, upper);
 }
 

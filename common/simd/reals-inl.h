@@ -40,7 +40,7 @@ VISTREL_INLINE Vec<double> squareRoot(Vec<double> v) {
 #endif
 }
 
-// 1 / sqrt(v) to about twelve bits: the processor's packed operation, the same at every level. The
+// 1 / sqrt(v) to about twelve bits: the processor's vector operation, the same at every level. The
 // operation of AVX-512 is never used, since its results differ.
 VISTREL_INLINE float approximateRoot(float v) {
 #if VISTREL_X86

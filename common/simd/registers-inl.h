@@ -41,8 +41,8 @@ VISTREL_INLINE Register loadRegister(const void* p) {
 VISTREL_INLINE void storeRegister(void* p, Register v) {
   _mm256_storeu_si256(static_cast<Register*>(p), v);
 }
-// Restores the order of groups after two registers have been packed into one.
-VISTREL_INLINE Register inOrder(Register packed) { return _mm256_permute4x64_epi64(packed, 0xD8); }
+// Restores the order of groups after the lanes of two registers have been narrowed to fit one.
+VISTREL_INLINE Register inOrder(Register v) { return _mm256_permute4x64_epi64(v, 0xD8); }
 #else
 typedef __m128i Register;
 constexpr int kGroups = 1;
@@ -66,7 +66,7 @@ VISTREL_INLINE Register loadRegister(const void* p) { return allGroups(p); }
 VISTREL_INLINE void storeRegister(void* p, Register v) {
   _mm_storeu_si128(static_cast<Register*>(p), v);
 }
-VISTREL_INLINE Register inOrder(Register packed) { return packed; }
+VISTREL_INLINE Register inOrder(Register v) { return v; }
 #endif
 
 constexpr size_t kRegisterBytes = sizeof(Register);

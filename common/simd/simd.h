@@ -37,28 +37,32 @@
 #include <arm_neon.h>
 #endif
 
-// The level being compiled: 0 base, 1 to 4 SSSE3, SSE4.1, AVX2, AVX-512, 5 NEON.
+// The level being compiled, by its number: on x86 0 base, 1 to 4 SSSE3, SSE4.1, AVX2, AVX-512; on
+// 64-bit ARM 0 base, 1 NEON.
 #ifndef VISTREL_LEVEL
 #define VISTREL_LEVEL 0
 #endif
 
 // The instructions that the level has.
-#define VISTREL_SSSE3 (VISTREL_LEVEL >= 1 && VISTREL_LEVEL <= 4)
-#define VISTREL_SSE41 (VISTREL_LEVEL >= 2 && VISTREL_LEVEL <= 4)
-#define VISTREL_AVX2 (VISTREL_LEVEL >= 3 && VISTREL_LEVEL <= 4)
-#define VISTREL_AVX512 (VISTREL_LEVEL == 4)
-#define VISTREL_NEON (VISTREL_LEVEL == 5)
+#define VISTREL_SSSE3 (VISTREL_X86 && VISTREL_LEVEL >= 1)
+#define VISTREL_SSE41 (VISTREL_X86 && VISTREL_LEVEL >= 2)
+#define VISTREL_AVX2 (VISTREL_X86 && VISTREL_LEVEL >= 3)
+#define VISTREL_AVX512 (VISTREL_X86 && VISTREL_LEVEL == 4)
+#define VISTREL_NEON (!VISTREL_X86 && VISTREL_LEVEL == 1)
 
 #define VISTREL_PASTE(a, b) VISTREL_PASTE_EXPANDED(a, b)
 #define VISTREL_PASTE_EXPANDED(a, b) a##b
 
 #define VISTREL_NAMESPACE VISTREL_PASTE(VISTREL_NAMESPACE_, VISTREL_LEVEL)
 #define VISTREL_NAMESPACE_0 base
+#if VISTREL_X86
 #define VISTREL_NAMESPACE_1 ssse3
 #define VISTREL_NAMESPACE_2 sse41
 #define VISTREL_NAMESPACE_3 avx2
 #define VISTREL_NAMESPACE_4 avx512
-#define VISTREL_NAMESPACE_5 neon
+#else
+#define VISTREL_NAMESPACE_1 neon
+#endif
 
 // Functions between VISTREL_BEGIN_TARGET and VISTREL_END_TARGET may use the level's instructions,
 // so no file needs compiler flags of its own.
@@ -66,8 +70,7 @@
 #define VISTREL_END_TARGET VISTREL_PASTE(VISTREL_END_TARGET_, VISTREL_LEVEL)
 #define VISTREL_BEGIN_TARGET_0
 #define VISTREL_END_TARGET_0
-#define VISTREL_BEGIN_TARGET_5
-#define VISTREL_END_TARGET_5
+#if VISTREL_X86
 #define VISTREL_PRAGMA(text) _Pragma(#text)
 #if defined(__clang__)
 #define VISTREL_BEGIN_TARGET_OF(isa) \
@@ -89,6 +92,10 @@
 #define VISTREL_END_TARGET_2 VISTREL_END_TARGET_1
 #define VISTREL_END_TARGET_3 VISTREL_END_TARGET_1
 #define VISTREL_END_TARGET_4 VISTREL_END_TARGET_1
+#else
+#define VISTREL_BEGIN_TARGET_1
+#define VISTREL_END_TARGET_1
+#endif
 
 // Debug builds keep the calls: for the debugger, and because sanitizers turn the inlined bodies
 // into code that takes minutes to compile.

@@ -62,16 +62,16 @@ struct LowHigh {
   VISTREL_INLINE static Vec<T> join(const Value (&parts)[2]) {
     const Value low = parts[0], high = parts[1];
 #if VISTREL_AVX512
-    const __m512i packed = sizeof(T) == 1
+    const __m512i narrow = sizeof(T) == 1
                                ? _mm512_packus_epi16(as<__m512i>(low), as<__m512i>(high))
                                : _mm512_packus_epi32(as<__m512i>(low), as<__m512i>(high));
     const __m512i order = _mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7);
-    return as<Vec<T>>(_mm512_maskz_permutexvar_epi64(0xFF, order, packed));
+    return as<Vec<T>>(_mm512_maskz_permutexvar_epi64(0xFF, order, narrow));
 #elif VISTREL_AVX2
-    const __m256i packed = sizeof(T) == 1
+    const __m256i narrow = sizeof(T) == 1
                                ? _mm256_packus_epi16(as<__m256i>(low), as<__m256i>(high))
                                : _mm256_packus_epi32(as<__m256i>(low), as<__m256i>(high));
-    return as<Vec<T>>(_mm256_permute4x64_epi64(packed, 0xD8));
+    return as<Vec<T>>(_mm256_permute4x64_epi64(narrow, 0xD8));
 #elif VISTREL_SSE41
     return as<Vec<T>>(sizeof(T) == 1 ? _mm_packus_epi16(as<__m128i>(low), as<__m128i>(high))
                                      : _mm_packus_epi32(as<__m128i>(low), as<__m128i>(high)));

@@ -30,7 +30,7 @@ void cokInPlace(const Conversion<T>& c) {
     const auto g = p.channel(kGreen);
     const auto hue = [&](int dx, int dy) {
       const auto ratio = base::Cok::hue(m(dx, dy), g(dx, dy));
-      return double(ratio.colour) / ratio.green;
+      return static_cast<double>(ratio.colour) / ratio.green;
     };
     const double green = g(0, 0);
     if (p.isGreen()) {

@@ -13,8 +13,8 @@ class CokRing {
       : ring_(ring), green_(2, 1, ring.columns(), arena),
         hues_(kRows + 1, kParts, 2 * partSize(), arena) {}
 
-  T* green(int y) const { return green_.half(unsigned(y), 0); }
-  HueParts<T> hues(int y) const { return parts(unsigned(y) % kRows); }
+  T* green(int y) const { return green_.half(static_cast<unsigned>(y), 0); }
+  HueParts<T> hues(int y) const { return parts(static_cast<unsigned>(y) % kRows); }
 
   // quirk: guard-green. Beyond the region green is zero at red and blue sites, and so is the hue.
   void guard(int y) const {

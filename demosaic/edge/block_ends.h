@@ -25,11 +25,12 @@ class BlockEnds {
     if (job.order != job.mosaic) std::swap(order_[0], order_[2]);
   }
 
-  // How far below its own row it reads: in narrow regions the end of a block lies two rows down.
+  // How many rows below its own it reads: two, and those that lie within ten columns beyond the end
+  // of a row. If rows are shorter than four columns, these are the next two rows.
   static int reach(int columns) { return columns < 4 ? 4 : 3; }
 
   // The number of pixels beyond the end of a row, 0..7.
-  size_t pixels() const { return size_t(pixels_); }
+  size_t pixels() const { return static_cast<size_t>(pixels_); }
 
   // Computes those of row y. They read what lies there: zeros, then the beginnings of the rows
   // below.

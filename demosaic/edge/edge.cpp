@@ -69,13 +69,13 @@ class EdgeDemosaic {
   }
 
   void fill(int y) {
-    RowSink<T> sink = job_.image.row(y);
+    RowSink<T> sink = job_.image->row(y);
     const size_t overwritten = overwrittenPixels(y);
     if (overwritten) sink.hold();
     sink.fetch(ring_.nextSource());
     isNarrow(y - 3) ? fillAs<int16_t>(y, sink) : fillAs<Widened<T>>(y, sink);
     std::copy_n(beyond_ + kBetweenRows, 3 * overwritten, sink.pixels());
-    job_.image.finish(y, sink);
+    job_.image->finish(y, sink);
     ends_.compute(y, beyond_);
     if (job_.margins) job_.margins->beyond(y, beyond_, 3 * ends_.pixels());
   }

@@ -32,7 +32,7 @@ class EdgeImage final : public ImageSink<T>, public WorkMargins<T> {
     store(samples, n, image_.imageRow(y) + rowSamples());
   }
 
-  // Call this when all rows are finished.
+  // Call this when all rows are completed.
   void finish() const {
     storeFence();
     if (image_.region.y0 > 0 || !image_.output.followsRows())
@@ -56,7 +56,7 @@ class EdgeImage final : public ImageSink<T>, public WorkMargins<T> {
 
   void store(const T* samples, size_t n, T* to) const {
     const ptrdiff_t capacity = std::max<ptrdiff_t>(image_.workEnd - to, 0);
-    std::copy_n(samples, std::min(n, size_t(capacity)), to);
+    std::copy_n(samples, std::min(n, static_cast<size_t>(capacity)), to);
   }
 
   const Conversion<T> image_;

@@ -19,16 +19,16 @@ class EdgeMosaicRing {
  public:
   EdgeMosaicRing(const DemosaicJob<T>& job, Arena& arena)
       : source_(job.source), columns_(job.columns), height_(job.height),
-        ring_(kRows + 1, 2, size_t(columns_), arena) {}
+        ring_(kRows + 1, 2, static_cast<size_t>(columns_), arena) {}
 
   // A row that is repeated below the frame is only loaded if the sweep began after it. Rows above
   // the frame repeat rows that are loaded later.
   void load(int y, const EdgeKernels<T>& kernels) {
     const int row = rowAt(y);
     if (row == kNone || row > y) return;
-    Slot& slot = slots_[slotOf(row)];
-    if (slot.row != row) slot = {row, split(row, kernels)};
-    depths_.loaded(y, slot.bits);
+    Loaded& loaded = loaded_[placeOf(row)];
+    if (loaded.row != row) loaded = {row, split(row, kernels)};
+    depths_.loaded(y, loaded.bits);
   }
 
   const RowDepths& depths() const { return depths_; }
@@ -45,19 +45,19 @@ class EdgeMosaicRing {
     const ptrdiff_t stride = columns_ + 4, column = x + 2;
     const int row = y + static_cast<int>(column / stride);
     const ptrdiff_t i = column % stride - 2;
-    return 0 <= i && i < columns_ ? half(row, unsigned(i) & 1)[i / 2] : T{0};
+    return 0 <= i && i < columns_ ? half(row, static_cast<unsigned>(i) & 1)[i / 2] : T{0};
   }
 
  private:
   static constexpr int kRows = 8;
   static constexpr int kNone = INT_MIN;
 
-  struct Slot {
+  struct Loaded {
     int row = kNone;
     T bits = 0;  // of the row's samples, ORed together
   };
 
-  static unsigned slotOf(int y) { return unsigned(y) % kRows; }
+  static unsigned placeOf(int y) { return static_cast<unsigned>(y) % kRows; }
 
   // The frame's row at position y; kNone where there are zeros.
   int rowAt(int y) const {
@@ -70,8 +70,8 @@ class EdgeMosaicRing {
 
   // Returns the samples of the row ORed together.
   T split(int y, const EdgeKernels<T>& kernels) {
-    T *const even = ring_.half(slotOf(y), 0), *const odd = ring_.half(slotOf(y), 1);
-    const size_t columns = size_t(columns_);
+    T *const even = ring_.half(placeOf(y), 0), *const odd = ring_.half(placeOf(y), 1);
+    const auto columns = static_cast<size_t>(columns_);
     for (T* const half : {even, odd}) {
       std::fill_n(half - 2, 2, T{0});
       std::fill_n(half + columns / 2, 2, T{0});
@@ -82,14 +82,14 @@ class EdgeMosaicRing {
   // The ring's last row stays zero.
   const T* half(int y, unsigned parity) const {
     const int row = rowAt(y);
-    return ring_.half(row == kNone ? unsigned(kRows) : slotOf(row), parity);
+    return ring_.half(row == kNone ? unsigned{kRows} : placeOf(row), parity);
   }
 
   RowSource<T>& source_;
   ptrdiff_t columns_;
   int height_;
   HalfRowRing<T> ring_;
-  Slot slots_[kRows];
+  Loaded loaded_[kRows];
   RowDepths depths_;
 };
 
@@ -105,7 +105,7 @@ class MeasureRing {
   // The memory for the measures of row y.
   template <class Lane>
   MeasureRow<Lane> made(int y) {
-    isNarrow_[slot(y)] = sizeof(Lane) < sizeof(Widened<T>);
+    isNarrow_[placeOf(y)] = sizeof(Lane) < sizeof(Widened<T>);
     return row<Lane>(y);
   }
 
@@ -114,21 +114,21 @@ class MeasureRing {
   MeasureWindow<Lane> window(int y) {
     if constexpr (std::is_same_v<Lane, Widened<T>>)
       for (int i = y - 1; i <= y + 1; ++i)
-        if (isNarrow_[slot(i)]) widen(i);
+        if (isNarrow_[placeOf(i)]) widen(i);
     return {row<Lane>(y - 1), row<Lane>(y), row<Lane>(y + 1)};
   }
 
  private:
   static constexpr unsigned kRows = 3, kMeasures = 6;
 
-  static unsigned slot(int y) { return (unsigned(y) + kRows) % kRows; }
+  static unsigned placeOf(int y) { return (static_cast<unsigned>(y) + kRows) % kRows; }
 
   template <class Lane>
   Lane* measure(int y, unsigned which) const {
     if constexpr (std::is_same_v<Lane, Widened<T>>)
-      return wide_.half(slot(y), which);
+      return wide_.half(placeOf(y), which);
     else
-      return narrow_.half(slot(y), which);
+      return narrow_.half(placeOf(y), which);
   }
 
   template <class Lane>
@@ -143,7 +143,7 @@ class MeasureRing {
       const int16_t* const narrow = measure<int16_t>(y, which);
       std::copy(narrow - 1, narrow + sites_ + 2, measure<Widened<T>>(y, which) - 1);
     }
-    isNarrow_[slot(y)] = false;
+    isNarrow_[placeOf(y)] = false;
   }
 
   ptrdiff_t sites_;

@@ -36,7 +36,8 @@ class KimmelDoubles : public KimmelSweep<T, double> {
   static constexpr size_t kNoTail = SIZE_MAX;
 };
 
-// The number of columns that the packed path processes in blocks of eight; the tail follows them.
+// The number of columns that the path in floats processes in blocks of eight; the tail follows
+// them.
 constexpr uint32_t inBlocks(uint32_t columns) { return columns & ~7u; }
 
 template <class T>
@@ -47,7 +48,7 @@ class KimmelFloats : public KimmelSweep<T, float> {
                               inBlocks(static_cast<uint32_t>(job.columns)), arena) {}
 };
 
-// The packed path: floats, in blocks of eight columns and a tail of single columns.
+// The path in floats, in blocks of eight columns and a tail of single columns.
 template <class T>
 class KimmelWalk {
  public:
@@ -111,16 +112,16 @@ DemosaicAlgorithm<T> kimmel() {
 VISTREL_DEMOSAIC_ALGORITHM(kimmel);
 
 template <class T>
-DemosaicAlgorithm<T> packedKimmel() {
+DemosaicAlgorithm<T> floatKimmel() {
   return {makeDemosaic<T, KimmelFloats<T>>, walk<T>};
 }
-VISTREL_DEMOSAIC_ALGORITHM(packedKimmel);
+VISTREL_DEMOSAIC_ALGORITHM(floatKimmel);
 
 template <class T>
-bool packedKimmelSweeps(const Conversion<T>& c) {
+bool floatKimmelSweeps(const Conversion<T>& c) {
   return KimmelWalk<T>(c).isSweep();
 }
-template bool packedKimmelSweeps(const Conversion<uint8_t>& c);
-template bool packedKimmelSweeps(const Conversion<uint16_t>& c);
+template bool floatKimmelSweeps(const Conversion<uint8_t>& c);
+template bool floatKimmelSweeps(const Conversion<uint16_t>& c);
 
 }  // namespace vistrel::core

@@ -18,7 +18,9 @@ class KimmelRing {
   KimmelRing(const MosaicRing<T>& ring, Arena& arena)
       : ring_(ring), planes_(kRows + 1, kPlanes, ring.columns(), arena) {}
 
-  Real* half(int y, unsigned plane) const { return planes_.half(unsigned(y) % kRows, plane); }
+  Real* half(int y, unsigned plane) const {
+    return planes_.half(static_cast<unsigned>(y) % kRows, plane);
+  }
   // The planes of the mosaic with row y's green and with its other colour.
   Plane greens(int y) const { return Plane(ring_.mosaic().greenParity(y)); }
   Plane colours(int y) const { return Plane(ring_.mosaic().colourParity(y)); }

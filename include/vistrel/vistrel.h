@@ -22,7 +22,7 @@
 extern "C" {
 #endif
 
-/* Pixel formats. Rows of a destination are packed: no padding, no stride. */
+/* Pixel formats. Rows of a destination have no padding and no stride. */
 enum {
   IMG_FMT_MONO8 = 0,    /* one byte; the source is monochrome */
   IMG_FMT_MONO16 = 1,   /* one 16-bit sample; the source is monochrome */

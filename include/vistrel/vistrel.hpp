@@ -87,17 +87,18 @@ inline vistrel_picture pictureOf(const Image& image, uint32_t format) {
 // Filters `picture` into `pixels`, which may be the picture's own, with `stride` bytes from row to
 // row; 0: rows have no padding. Returns `pixels`.
 inline Result<Span<uint8_t>> tryFilterInto(const vistrel_picture& picture,
-                                           const vistrel_kernel& kernel, Span<uint8_t> pixels,
-                                           ptrdiff_t stride = 0) noexcept {
+                                           const vistrel_filter_settings& settings,
+                                           Span<uint8_t> pixels, ptrdiff_t stride = 0) noexcept {
   return detail::attempt<Span<uint8_t>>([&](Span<uint8_t>& filtered, vistrel_error* error) {
     filtered = pixels;
     const vistrel_image image{pixels.data(), pixels.size(), stride, {}};
-    return vistrel_filter(&picture, &kernel, &image, error);
+    return vistrel_filter(&picture, &settings, &image, error);
   });
 }
-inline Span<uint8_t> filterInto(const vistrel_picture& picture, const vistrel_kernel& kernel,
-                                Span<uint8_t> pixels, ptrdiff_t stride = 0) {
-  return tryFilterInto(picture, kernel, pixels, stride).value();
+inline Span<uint8_t> filterInto(const vistrel_picture& picture,
+                                const vistrel_filter_settings& settings, Span<uint8_t> pixels,
+                                ptrdiff_t stride = 0) {
+  return tryFilterInto(picture, settings, pixels, stride).value();
 }
 
 }  // namespace v1

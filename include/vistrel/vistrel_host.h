@@ -243,8 +243,9 @@ int32_t vistrel_unpack(const vistrel_packed* packed, void* samples, size_t size,
  * weights left and right of the centre apply to the bytes next to the centre byte;
  * with four, the lower left weight applies to the byte just before the lower tap's.
  */
-int32_t vistrel_filter(const vistrel_picture* picture, const vistrel_kernel* kernel,
-                       const vistrel_image* image, vistrel_error* error);
+int32_t vistrel_filter(const vistrel_picture* picture,
+                       const vistrel_filter_settings* filter_settings, const vistrel_image* image,
+                       vistrel_error* error);
 
 /* The format at an index, counted from 0; null past the last one. */
 const vistrel_format* vistrel_format_at(size_t index);

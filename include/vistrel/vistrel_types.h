@@ -368,7 +368,7 @@ typedef struct vistrel_algorithm {
   uint32_t reserved[5]; /* 0 */
 } vistrel_algorithm;
 
-/* What a filter computes. */
+/* Filters. */
 enum {
   VISTREL_FILTER_WEIGHTS = 0, /* the weighted sum of 3x3 pixels, divided */
   VISTREL_FILTER_BOX = 1,     /* the mean of 2x2 samples; single-channel formats only */
@@ -376,13 +376,13 @@ enum {
                                  single-channel formats only */
 };
 
-/* A filter. */
-typedef struct vistrel_kernel {
+/* What a filter computes. */
+typedef struct vistrel_filter_settings {
   uint32_t filter;      /* VISTREL_FILTER_... */
   int32_t divisor;      /* not 0; only read for VISTREL_FILTER_WEIGHTS, like the weights */
   int32_t weights[9];   /* row by row, upper left first */
   uint32_t reserved[5]; /* 0 */
-} vistrel_kernel;
+} vistrel_filter_settings;
 
 /* Finished pixels to filter, in the caller's memory for the length of a call. */
 typedef struct vistrel_picture {

@@ -17,7 +17,7 @@ struct Shape {
   size_t rowBytes = 0;
   size_t pitch = 0;
 
-  static Shape packed(size_t bytes) { return {0, 1, bytes, bytes}; }
+  static Shape contiguous(size_t bytes) { return {0, 1, bytes, bytes}; }
   size_t span() const { return rows == 0 ? 0 : (rows - 1) * pitch + rowBytes; }
 };
 

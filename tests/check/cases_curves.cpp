@@ -26,7 +26,7 @@ int asInt(uint32_t v) { return static_cast<int>(v); }
 // A table of 16-bit entries for srcBits input bits.
 Layout tableLayout(const Call& call) {
   Layout layout;
-  layout.destination = Shape::packed(sizeof(uint16_t) << call.srcBits);
+  layout.destination = Shape::contiguous(sizeof(uint16_t) << call.srcBits);
   layout.destinationRaster = {sizeof(uint16_t), 1, size_t{1} << call.srcBits};
   layout.pixels = uint64_t{1} << call.srcBits;
   return layout;
@@ -104,7 +104,7 @@ void addPoints(Catalogue& all) {
   const auto layout = [](const Call&) {
     Layout l;
     l.workBytes = 6 * sizeof(int);
-    l.destination = Shape::packed(l.workBytes);
+    l.destination = Shape::contiguous(l.workBytes);
     l.destinationRaster = l.workRaster = {sizeof(int)};
     return l;
   };
@@ -158,8 +158,8 @@ Call drawSystem(Draw& draw, uint32_t rows) {
 Layout doubleLayout(size_t in, size_t out, size_t ints) {
   Layout layout;
   layout.sampleBytes = sizeof(double);
-  layout.source = Shape::packed(in * sizeof(double));
-  layout.destination = Shape::packed(out * sizeof(double));
+  layout.source = Shape::contiguous(in * sizeof(double));
+  layout.destination = Shape::contiguous(out * sizeof(double));
   layout.destinationRaster = {sizeof(double)};
   layout.workBytes = ints * sizeof(int);
   layout.workRaster = {sizeof(int)};

@@ -13,7 +13,7 @@
 namespace vistrel::core::check {
 namespace {
 
-enum class Path { only, doubles, packed };  // Kimmel's algorithm has two
+enum class Path { only, doubles, floats };  // Kimmel's algorithm has two
 
 struct Algorithm {
   const char* name;
@@ -33,7 +33,7 @@ constexpr Algorithm kAlgorithms[] = {
     {"grouping", DM_PIXEL_GROUPING, MemoryLayout::guarded},
     {"variable-gradients", DM_VARIABLE_GRADIENTS, MemoryLayout::guarded},
     {"kimmel", DM_HUE_KIMMEL, MemoryLayout::guarded, Path::doubles},
-    {"kimmel-packed", DM_HUE_KIMMEL, MemoryLayout::guarded, Path::packed},
+    {"kimmel-floats", DM_HUE_KIMMEL, MemoryLayout::guarded, Path::floats},
 };
 
 // Selects a path on both sides.
@@ -41,8 +41,8 @@ class PathScope {
  public:
   explicit PathScope(Path path) {
     if (path == Path::only) return;
-    const bool packed = path == Path::packed;
-    ippSetCpuFeaturesMask(packed ? mask_ | IPP_CPU_SSE : mask_ & ~uint64_t{IPP_CPU_SSE});
+    const bool inFloats = path == Path::floats;
+    ippSetCpuFeaturesMask(inFloats ? mask_ | IPP_CPU_SSE : mask_ & ~uint64_t{IPP_CPU_SSE});
     reference::g_bIsSSE = OS_IsSSE();
   }
   ~PathScope() {
@@ -84,7 +84,7 @@ void addAlgorithm(Catalogue& all, const Algorithm& algorithm, bool wide) {
            conversions(wide, algorithm.path),
            {}},
           draw);
-  all.experiments.back().portable = algorithm.path != Path::packed;
+  all.experiments.back().portable = algorithm.path != Path::floats;
 }
 
 // The homogeneity-directed algorithm has a function of its own, not a code.

@@ -27,9 +27,9 @@ Layout layoutOf(const Call& call) {
   const Raster raster = rasterOf(call);
   Layout layout;
   layout.pixels = uint64_t{call.roiWidth} * call.roiHeight;
-  layout.source = Shape::packed(call.a == kRecord ? sizeof(_FLT_3X3) : 0);
+  layout.source = Shape::contiguous(call.a == kRecord ? sizeof(_FLT_3X3) : 0);
   layout.workBytes = raster.sampleBytes * raster.channels * layout.pixels;
-  layout.destination = Shape::packed(layout.workBytes);
+  layout.destination = Shape::contiguous(layout.workBytes);
   layout.destinationRaster = layout.workRaster = raster;
   layout.stream = FrameSize{call.roiWidth, call.roiHeight};
   return layout;

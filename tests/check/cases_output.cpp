@@ -28,7 +28,7 @@ Shape sourceShape(Family family, const Call& call, size_t s) {
   if (family == Family::bgr || family == Family::argb) pitch *= 3;
   if (family == Family::gray && call.binning == 0) pitch = 3 * (size_t{call.roiWidth} + 4);
   Shape shape = {0, call.fullHeight(), s * channelsRead(family) * call.fullWidth(), s * pitch};
-  if (shape.pitch < shape.rowBytes) shape = Shape::packed(shape.span());
+  if (shape.pitch < shape.rowBytes) shape = Shape::contiguous(shape.span());
   return shape;
 }
 
@@ -42,7 +42,7 @@ Layout memberLayout(Family family, const Call& call) {
   layout.sourceBits = layout.sampleBytes == 1 ? 8 : call.a;
   layout.source = sourceShape(family, call, layout.sampleBytes);
   layout.destination =
-      Shape::packed(sizeof(Sample) * channelsWritten(family) * call.roiWidth * call.roiHeight);
+      Shape::contiguous(sizeof(Sample) * channelsWritten(family) * call.roiWidth * call.roiHeight);
   layout.destinationRaster = {sizeof(Sample), channelsWritten(family), call.roiWidth};
   layout.tableEntries = kIsTable<Source> ? kTableEntries / sizeof(uint16_t) : 0;
   layout.pixels = uint64_t{call.fullWidth()} * call.fullHeight();
@@ -195,7 +195,7 @@ Subject::Run running(CreateTable* create) {
 void addTable(Catalogue& all) {
   const auto layout = [](const Call& call) {
     Layout l;
-    l.destination = Shape::packed(kTableEntries);
+    l.destination = Shape::contiguous(kTableEntries);
     l.tableEntries = userEntries(call);
     l.pixels = kTableEntries;
     return l;

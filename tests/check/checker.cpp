@@ -28,7 +28,7 @@ std::optional<Failure> Checker::checkCall(const Call& call, const Layout& layout
   if (auto failure = faultOf(expected_, "the reference", reference_.memory())) return failure;
   setLevel(level);
   // The base level has two indices, 0 before any start-up call and 1 after it.
-  if (level == Level::base && call.seed & 1) ippJumpIndexForMergedLibs = 1;
+  if (level == Level::base && call.seed & 1) ippJumpIndexForMergedLibs = 0;
   const Outcome got = product_.call(subject, call);
   if (auto failure = faultOf(got, "the product", product_.memory())) return failure;
   if (got.result != expected_.result)

@@ -82,7 +82,7 @@ Layout conversionLayout(const Call& call, bool wide) {
   layout.sampleBytes = sampleBytes(wide);
   layout.sourceBits = wide ? call.srcBits : 8;
   layout.destination =
-      Shape::packed(pixel.sampleBytes * pixel.channels * call.roiWidth * call.roiHeight);
+      Shape::contiguous(pixel.sampleBytes * pixel.channels * call.roiWidth * call.roiHeight);
   layout.destinationRaster = {pixel.sampleBytes, pixel.channels, call.roiWidth};
   layout.tableEntries = wide ? kTableEntries16 : 0;
   layout.pixels = uint64_t{call.fullWidth()} * call.fullHeight();

@@ -79,7 +79,7 @@ Shape imageShape(const Call& call, const std::array<uint32_t, 2>& size) {
   const size_t row = reference::hostImageRowBytes(call.format, width), pitch = row + call.gap;
   if (!hasPlanes(call.format)) return {0, height, row, pitch};
   const auto last = reference::hostPlanes(call.format, width, height, pitch).back();
-  return Shape::packed(last.offset + (last.rows - 1) * last.stride + last.rowBytes);
+  return Shape::contiguous(last.offset + (last.rows - 1) * last.stride + last.rowBytes);
 }
 
 // Samples as the frame stores them, from samples in the low bits of this machine's words.

@@ -50,9 +50,9 @@ size_t convertedRows(const Call& call, MemoryLayout memoryLayout) {
 
 Shape compactSource(const Call& call, bool wide, MemoryLayout memoryLayout) {
   const size_t width = call.imgWidth, height = call.fullHeight();
-  if (wide) return Shape::packed(2 * height * width);
+  if (wide) return Shape::contiguous(2 * height * width);
   if (convertedRows(call, memoryLayout) == 0) return {};
-  if (memoryLayout == MemoryLayout::homogeneity) return Shape::packed(height * width);
+  if (memoryLayout == MemoryLayout::homogeneity) return Shape::contiguous(height * width);
   const size_t x0 = call.originX(), y0 = call.factor() * call.roiY;
   const size_t left = x0 - std::min<size_t>(x0, 2), top = y0 - std::min<size_t>(y0, 2);
   const size_t right = std::min(width, x0 + call.fullWidth() + 2);

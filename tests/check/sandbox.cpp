@@ -51,7 +51,7 @@ Sandbox::Sandbox(Side side)
 }
 
 void Sandbox::beginCase(const Case& calls, const std::vector<Layout>& layouts) {
-  const Shape shape = Shape::packed(workBytes(calls, layouts));
+  const Shape shape = Shape::contiguous(workBytes(calls, layouts));
   memory_.work = work_.place(shape, edge(calls[0], kWorkAtStart));
   memory_.work.writeCanary(canary());
   fillWithNoise(memory_.work, mix(calls[0].seed));
@@ -63,7 +63,7 @@ void Sandbox::place(const Call& call, const Layout& layout) {
                        ? rows_.place(layout.source, sourceEdge)
                        : source_.place(layout.source, sourceEdge);
   memory_.destination = destination_.place(layout.destination, edge(call, kDestinationAtStart));
-  memory_.table = table_.place(Shape::packed(2 * layout.tableEntries), Edge::end);
+  memory_.table = table_.place(Shape::contiguous(2 * layout.tableEntries), Edge::end);
   for (const Block* block : {&memory_.source, &memory_.destination, &memory_.table})
     block->writeCanary(canary());
 }

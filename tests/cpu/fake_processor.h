@@ -49,7 +49,7 @@ class OnFakeProcessor : public ::testing::Test {
     g_processor = processor_;
     ippJumpIndexForMergedLibs = index_;
     ippJumpIndexForMergedLibsLP = lp_;
-    ownFeaturesMask = mask_;
+    ippSetCpuFeaturesMask(mask_);
     ownFeatures = features_;
     ownFeaturesAreValid = valid_;
   }

@@ -1,32 +1,15 @@
-// Levels by their name, their index and the enabled features.
+// Levels by their name, their index and the enabled features. The second half of this file is
+// compiled once for each level.
+#ifndef VISTREL_EACH_LEVEL
+#define VISTREL_BODY "tests/cpu/level_test.cpp"
 #include "cpu/level.h"
 
 #include <gmock/gmock.h>
 
+#include "common/simd/each_level.h"
 #include "tests/levels.h"
 
-namespace vistrel::core {
-
-namespace base {
-constexpr int kNumber = 0;
-}
-namespace ssse3 {
-constexpr int kNumber = 1;
-}
-namespace sse41 {
-constexpr int kNumber = 2;
-}
-namespace avx2 {
-constexpr int kNumber = 3;
-}
-namespace avx512 {
-constexpr int kNumber = 4;
-}
-namespace neon {
-constexpr int kNumber = 1;
-}
-
-namespace test {
+namespace vistrel::core::test {
 namespace {
 
 VISTREL_LEVEL_SUITE(LevelAt);
@@ -34,10 +17,10 @@ VISTREL_LEVEL_SUITE(LevelAt);
 // Levels as a test sets them; restored afterwards.
 class Levels : public ::testing::Test {
  protected:
-  ~Levels() override { g_topLevel = top_, g_enabledLevel = enabled_; }
+  ~Levels() override { g_topLevel = top_; }
 
  private:
-  const Level top_ = g_topLevel, enabled_ = g_enabledLevel;
+  const Level top_ = g_topLevel;
 };
 
 TEST_F(Levels, HaveNames) {
@@ -55,6 +38,18 @@ TEST_F(Levels, AreSupportedUpToTheWidest) {
   EXPECT_EQ(levels.back(), widestLevel());
   EXPECT_EQ(levels.size(), static_cast<size_t>(widestLevel()) + 1);
   EXPECT_TRUE(std::is_sorted(levels.begin(), levels.end()));
+}
+
+// Whatever was enabled before. Other features stay.
+TEST_P(LevelAt, IsSetByAMask) {
+  const LevelScope scope(GetParam());
+  for (const uint64_t features : {uint64_t{IPP_CPU_SSE}, uint64_t{IPP_CPU_NO_AVX2},
+                                  uint64_t{IPP_CPU_SSE | IPP_CPU_NO_AVX2 | IPP_CPU_NO_AVX512}}) {
+    ippSetCpuFeaturesMask(features);
+    setLevel(GetParam());
+    EXPECT_EQ(currentLevel(), GetParam());
+    EXPECT_EQ(ippGetEnabledCpuFeatures() & IPP_CPU_SSE, features & IPP_CPU_SSE);
+  }
 }
 
 TEST_P(LevelAt, IsReachedByItsIndex) {
@@ -79,17 +74,10 @@ TEST_F(Levels, HaveAnIndex) {
   for (Level level : {Level::sse41, Level::avx2, Level::avx512}) EXPECT_EQ(indexOfLevel(level), 3u);
 }
 
-TEST_F(Levels, OfTheHighestIndexAreLimitedTwice) {
-  for (Level top : {Level::sse41, Level::avx2, Level::avx512})
-    for (Level enabled : {Level::sse41, Level::avx2, Level::avx512}) {
-      g_topLevel = top, g_enabledLevel = enabled;
-      EXPECT_EQ(levelOfIndex(3), std::min(top, enabled));
-    }
-}
-
 TEST_F(Levels, OfLowerIndicesAreFixed) {
   for (Level top : {Level::sse41, Level::avx512}) {
-    g_topLevel = g_enabledLevel = top;
+    g_topLevel = top;
+    EXPECT_EQ(levelOfIndex(3), top);
     for (uint32_t index : {0u, 1u, 4u, 0xFFFFFFFFu}) EXPECT_EQ(levelOfIndex(index), Level::base);
     EXPECT_EQ(levelOfIndex(2), Level::ssse3);
   }
@@ -98,5 +86,12 @@ TEST_F(Levels, OfLowerIndicesAreFixed) {
 #endif
 
 }  // namespace
-}  // namespace test
-}  // namespace vistrel::core
+}  // namespace vistrel::core::test
+
+#else
+#include "common/simd/simd.h"
+
+namespace vistrel::core::VISTREL_NAMESPACE {
+constexpr int kNumber = VISTREL_LEVEL;
+}
+#endif

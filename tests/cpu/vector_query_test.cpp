@@ -33,7 +33,7 @@ TEST_F(VectorQuery, FindsTheInstructionsBeforeAnyDetection) { EXPECT_EQ(withFeat
 
 #else
 
-TEST_F(VectorQuery, FindsNothingWithoutPackedOperations) {
+TEST_F(VectorQuery, FindsNothingWithoutVectorOperations) {
   EXPECT_EQ(withFeatures(~uint64_t{0}), 0);
 }
 

@@ -49,7 +49,7 @@ int reachOf(const AlgorithmRow& algorithm) {
                                                   .height = kSide,
                                                   .roi = {0, 0, kSide, kSide},
                                                   .rows = wanted,
-                                                  .image = image,
+                                                  .image = &image,
                                                   .bits = 8},
                                                  memory);
   return std::max(wanted.first - demosaic.first(), demosaic.last() - wanted.end);

@@ -19,8 +19,7 @@ constexpr DirectFormat kAll[] = {DirectFormat::three, DirectFormat::alphaLast,
                                  DirectFormat::alphaFirst, DirectFormat::luma};
 
 template <class T>
-DemosaicJob<T> jobOf(RowSource<T>& source, ImageSink<T>& image, unsigned phase, int width,
-                     bool redFirst) {
+DemosaicJob<T> jobOf(RowSource<T>& source, unsigned phase, int width, bool redFirst) {
   const core::Mosaic mosaic = core::Mosaic::ofPhase(phase);
   return {.source = source,
           .mosaic = mosaic,
@@ -28,7 +27,6 @@ DemosaicJob<T> jobOf(RowSource<T>& source, ImageSink<T>& image, unsigned phase, 
           .height = kHeight,
           .roi = {0, 0, width, kHeight},
           .rows = {0, kHeight},
-          .image = image,
           .order = redFirst ? mosaic.exchanged() : mosaic,
           .bits = 8 * sizeof(T)};
 }
@@ -63,7 +61,9 @@ std::vector<unsigned> reducedSamples(RowSource<T>& source, unsigned phase, int w
                                      unsigned shift) {
   std::vector<T> plain(static_cast<size_t>(3 * width * kHeight));
   PlainImage<T> image(plain.data(), 3 * width);
-  run(jobOf<T>(source, image, phase, width, redFirst));
+  auto job = jobOf<T>(source, phase, width, redFirst);
+  job.image = &image;
+  run(job);
   std::vector<unsigned> reduced;
   for (const T sample : plain) reduced.push_back(std::min(unsigned{sample} >> shift, 255u));
   return reduced;
@@ -83,10 +83,10 @@ void expectDirect(int width, unsigned phase, unsigned shift, DirectFormat format
     const size_t rowBytes = bytesOf(format) * static_cast<size_t>(width);
     std::vector<uint8_t> bytes(rowBytes * kHeight + 1, 7);
     withArena([&](Arena& arena) {
-      DirectOutput<T> output({bytes.data(), static_cast<ptrdiff_t>(rowBytes), bypasses}, rowBytes,
-                             0, 0, arena);
-      auto job = jobOf<T>(source, output, phase, width, redFirst);
-      job.direct = DirectJob{format, shift, 0, static_cast<size_t>(width)};
+      DirectOutput output({bytes.data(), static_cast<ptrdiff_t>(rowBytes), bypasses}, rowBytes, 0,
+                          0, arena);
+      auto job = jobOf<T>(source, phase, width, redFirst);
+      job.direct.emplace(DirectJob{output, format, shift, 0, static_cast<size_t>(width)});
       core::RowProcess<T>* const demosaic = bilinear<T>().make(job, arena);
       if (demosaic) demosaic->advance(demosaic->last());
     });
@@ -127,9 +127,9 @@ void expectDirectYcc420(int width, unsigned phase, unsigned shift) {
     }
   });
   const auto direct = imageOfYcc420(width, [&](Ycc420Rows& rows, Arena& arena) {
-    DirectYcc420<T> output(rows, columns, 0, 0, arena);
-    auto job = jobOf<T>(source, output, phase, width, false);
-    job.direct = DirectJob{DirectFormat::ycc420, shift, 0, columns, &output.sums()};
+    DirectYcc420 output(rows, columns, 0, 0, arena);
+    auto job = jobOf<T>(source, phase, width, false);
+    job.direct.emplace(DirectJob{output, DirectFormat::ycc420, shift, 0, columns});
     core::RowProcess<T>* const demosaic = bilinear<T>().make(job, arena);
     if (demosaic) demosaic->advance(demosaic->last());
   });

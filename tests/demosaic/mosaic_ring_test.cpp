@@ -32,7 +32,7 @@ class RingFrame {
                              .height = height,
                              .roi = all,
                              .rows = rowsOf(all),
-                             .image = nowhere_,
+                             .image = &nowhere_,
                              .bits = 8 * sizeof(T)};
     return {job, rows, memory_, depth};
   }

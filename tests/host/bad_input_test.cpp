@@ -21,7 +21,7 @@ struct GoodArguments {
   vistrel_packed packed = packedOf(samples, 6, 4, VISTREL_PACKING_BYTES, 8);
   vistrel_packed_layout packedLayout{};
   vistrel_picture picture = pictureOf(samples, 6, 4, VISTREL_GRAY8);
-  vistrel_kernel kernel{VISTREL_FILTER_WEIGHTS, 1, {}, {}};
+  vistrel_filter_settings settings{VISTREL_FILTER_WEIGHTS, 1, {}, {}};
   uint32_t gains[3]{};
   Stream stream = Stream::acquire();
   vistrel_stream* handle = stream.handle();
@@ -79,13 +79,13 @@ const PointerFault kPointerFaults[] = {
     {"samples", CALL(vistrel_unpack(&a.packed, nullptr, 24, e))},
     {"packed.bytes",
      CALL(a.packed.bytes = nullptr, vistrel_unpack(&a.packed, a.pixels.data(), 24, e))},
-    {"picture", CALL(vistrel_filter(nullptr, &a.kernel, &a.image, e))},
-    {"kernel", CALL(vistrel_filter(&a.picture, nullptr, &a.image, e))},
-    {"image", CALL(vistrel_filter(&a.picture, &a.kernel, nullptr, e))},
+    {"picture", CALL(vistrel_filter(nullptr, &a.settings, &a.image, e))},
+    {"filter_settings", CALL(vistrel_filter(&a.picture, nullptr, &a.image, e))},
+    {"image", CALL(vistrel_filter(&a.picture, &a.settings, nullptr, e))},
     {"picture.pixels",
-     CALL(a.picture.pixels = nullptr, vistrel_filter(&a.picture, &a.kernel, &a.image, e))},
+     CALL(a.picture.pixels = nullptr, vistrel_filter(&a.picture, &a.settings, &a.image, e))},
     {"image.pixels",
-     CALL(a.image.pixels = nullptr, vistrel_filter(&a.picture, &a.kernel, &a.image, e))},
+     CALL(a.image.pixels = nullptr, vistrel_filter(&a.picture, &a.settings, &a.image, e))},
 };
 
 TEST(NullPointers, AreRejectedByEveryFunction) {
@@ -120,7 +120,7 @@ TEST(NullPointers, AreHarmlessInDefaults) {
 TEST(GoodArguments, AreAccepted) {
   GoodArguments a;
   EXPECT_EQ(vistrel_convert(&a.frame, &a.conversion, &a.image, nullptr), VISTREL_OK);
-  EXPECT_EQ(vistrel_filter(&a.picture, &a.kernel, &a.image, nullptr), VISTREL_OK);
+  EXPECT_EQ(vistrel_filter(&a.picture, &a.settings, &a.image, nullptr), VISTREL_OK);
   EXPECT_EQ(vistrel_unpack(&a.packed, a.pixels.data(), 24, nullptr), VISTREL_OK);
 }
 
@@ -147,9 +147,11 @@ TEST(ReservedWords, AreRejectedInEveryStructure) {
   expectReserved(a.image.reserved, "image", convert);
   const auto unpack = [&](vistrel_error* e) { vistrel_unpack(&a.packed, a.pixels.data(), 24, e); };
   expectReserved(a.packed.reserved, "packed", unpack);
-  const auto filter = [&](vistrel_error* e) { vistrel_filter(&a.picture, &a.kernel, &a.image, e); };
+  const auto filter = [&](vistrel_error* e) {
+    vistrel_filter(&a.picture, &a.settings, &a.image, e);
+  };
   expectReserved(a.picture.reserved, "picture", filter);
-  expectReserved(a.kernel.reserved, "kernel", filter);
+  expectReserved(a.settings.reserved, "filter_settings", filter);
   expectReserved(a.image.reserved, "image", filter);
 }
 
@@ -339,16 +341,16 @@ TEST(FilteredMemory, HasStridesThatMemoryHolds) {
   GoodArguments a;
   vistrel_error error{};
   a.picture.stride = SIZE_MAX / 4, a.picture.size = SIZE_MAX;
-  vistrel_filter(&a.picture, &a.kernel, &a.image, &error);
+  vistrel_filter(&a.picture, &a.settings, &a.image, &error);
   expectError(error, {VISTREL_TOO_LARGE, "picture.stride", std::to_string(SIZE_MAX / 4),
                       "no memory can hold 4 such rows"});
   a.picture.stride = 0;
   a.image.stride = PTRDIFF_MAX;
-  vistrel_filter(&a.picture, &a.kernel, &a.image, &error);
+  vistrel_filter(&a.picture, &a.settings, &a.image, &error);
   expectError(error, {VISTREL_TOO_LARGE, "image.stride", std::to_string(PTRDIFF_MAX),
                       "no memory can hold 4 such rows"});
   a.image.stride = -6;
-  vistrel_filter(&a.picture, &a.kernel, &a.image, &error);
+  vistrel_filter(&a.picture, &a.settings, &a.image, &error);
   expectError(error, {VISTREL_BAD_STRIDE, "image.stride", "-6", "filters take no negative stride"});
 }
 

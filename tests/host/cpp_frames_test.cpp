@@ -134,7 +134,7 @@ constexpr uint8_t kPixels[] = {9, 9, 9,  9,  //
 constexpr uint8_t kMeans[] = {9, 9, 9, 9,  //
                               9, 9, 9, 9,  //
                               9, 9, 9, 9};
-constexpr vistrel_kernel kMean{VISTREL_FILTER_WEIGHTS, 9, {1, 1, 1, 1, 1, 1, 1, 1, 1}, {}};
+constexpr vistrel_filter_settings kMean{VISTREL_FILTER_WEIGHTS, 9, {1, 1, 1, 1, 1, 1, 1, 1, 1}, {}};
 
 TEST(CppFilter, WritesIntoTheCallersRows) {
   const vistrel_picture picture = pictureOf(kPixels, 4, 3, VISTREL_GRAY8);
@@ -154,11 +154,11 @@ TEST(CppFilter, WorksInPlaceOnAnImage) {
 
 TEST(CppFilter, IsRejected) {
   const vistrel_picture picture = pictureOf(kPixels, 4, 3, VISTREL_GRAY8);
-  vistrel_kernel kernel = kMean;
-  kernel.divisor = 0;
+  vistrel_filter_settings settings = kMean;
+  settings.divisor = 0;
   uint8_t pixels[12];
-  EXPECT_EQ(tryFilterInto(picture, kernel, pixels).error().status(), VISTREL_BAD_FILTER);
-  EXPECT_THROW(filterInto(picture, kernel, pixels), Error);
+  EXPECT_EQ(tryFilterInto(picture, settings, pixels).error().status(), VISTREL_BAD_FILTER);
+  EXPECT_THROW(filterInto(picture, settings, pixels), Error);
   EXPECT_EQ(tryFilterInto(picture, kMean, {pixels, 11}).error().status(), VISTREL_SHORT_BUFFER);
 }
 

@@ -30,12 +30,12 @@ FilterBytes randomPixels(size_t bytes) {
   return pixels;
 }
 
-vistrel_kernel kernelOf(uint32_t filter) {
+vistrel_filter_settings settingsOf(uint32_t filter) {
   return {filter, -7, {1, -2, 3, 4, -50, 6, 7, 8, 9}, {}};
 }
 
-FilterBytes filteredByTheLibrary(const FilterCase& c, const vistrel_kernel& k, uint32_t width,
-                                 uint32_t height, FilterBytes pixels) {
+FilterBytes filteredByTheLibrary(const FilterCase& c, const vistrel_filter_settings& k,
+                                 uint32_t width, uint32_t height, FilterBytes pixels) {
   const uint32_t stream = 77;
   ImgLoadDriver();
   EXPECT_EQ(ImgInitialize(stream, width, height), 1u);
@@ -59,7 +59,7 @@ FilterBytes spread(const FilterBytes& pixels, size_t rowBytes, size_t stride) {
 struct HostFilter : ::testing::TestWithParam<FilterCase> {
   const FilterCase& c = GetParam();
 
-  void expectLibrarys(const vistrel_kernel& k, uint32_t width, uint32_t height) {
+  void expectLibrarys(const vistrel_filter_settings& k, uint32_t width, uint32_t height) {
     SCOPED_TRACE(::testing::Message() << width << 'x' << height << ", filter " << k.filter);
     const size_t rowBytes = size_t{width} * c.pixelBytes, stride = rowBytes + 5;
     FilterBytes from = randomPixels(rowBytes * height);
@@ -89,10 +89,10 @@ INSTANTIATE_TEST_SUITE_P(Of, HostFilter, ::testing::ValuesIn(kFilterCases),
 TEST_P(HostFilter, GivesThePixelsOfTheLibrary) {
   for (const uint32_t width : {5, 6, 17, 32, 67})
     for (const uint32_t height : {5, 8}) {
-      expectLibrarys(kernelOf(VISTREL_FILTER_WEIGHTS), width, height);
+      expectLibrarys(settingsOf(VISTREL_FILTER_WEIGHTS), width, height);
       if (c.pixelBytes > 2) continue;
-      expectLibrarys(kernelOf(VISTREL_FILTER_BOX), width, height);
-      expectLibrarys(kernelOf(VISTREL_FILTER_FIVE), width, height);
+      expectLibrarys(settingsOf(VISTREL_FILTER_BOX), width, height);
+      expectLibrarys(settingsOf(VISTREL_FILTER_FIVE), width, height);
     }
 }
 
@@ -100,12 +100,12 @@ TEST_P(HostFilter, GivesThePixelsOfTheLibrary) {
 struct FilterCall {
   FilterBytes memory = FilterBytes(400);
   vistrel_picture picture{memory.data(), 100, 0, 10, 10, VISTREL_GRAY8, {}};
-  vistrel_kernel kernel = kernelOf(VISTREL_FILTER_WEIGHTS);
+  vistrel_filter_settings settings = settingsOf(VISTREL_FILTER_WEIGHTS);
   vistrel_image image{&memory[100], 100, 0, {}};
 
   void expect(const Rejection& rejection) const {
     vistrel_error error{};
-    vistrel_filter(&picture, &kernel, &image, &error);
+    vistrel_filter(&picture, &settings, &image, &error);
     expectError(error, rejection);
   }
 };
@@ -121,14 +121,14 @@ TEST(HostFilters, AreRejectedWithBadArguments) {
       "MONO8 (0), MONO16 (1), BGR24 (2), ARGB32 (3), ARGB32_4 (4), GRAY8 (5), GRAY16 (6), "
       "RGB24 (256), BGRA32 (257), RGBA32 (258) are allowed";
   expectRejected([](FilterCall&) {}, kAccepted);
-  expectRejected([](FilterCall& c) { c.kernel.divisor = 0; },
-                 {VISTREL_BAD_FILTER, "kernel.divisor", "0", "any other is allowed"});
-  expectRejected(
-      [](FilterCall& c) { c.kernel.filter = 3; },
-      {VISTREL_BAD_FILTER, "kernel.filter", "3", "0 (weights), 1 (box) and 2 (five) are allowed"});
-  expectRejected(
-      [](FilterCall& c) { c.kernel.filter = 1, c.picture.format = VISTREL_BGR24; },
-      {VISTREL_BAD_FILTER, "kernel.filter", "1", "it is for pixels of one channel; BGR24 has 3"});
+  expectRejected([](FilterCall& c) { c.settings.divisor = 0; },
+                 {VISTREL_BAD_FILTER, "filter_settings.divisor", "0", "any other is allowed"});
+  expectRejected([](FilterCall& c) { c.settings.filter = 3; },
+                 {VISTREL_BAD_FILTER, "filter_settings.filter", "3",
+                  "0 (weights), 1 (box) and 2 (five) are allowed"});
+  expectRejected([](FilterCall& c) { c.settings.filter = 1, c.picture.format = VISTREL_BGR24; },
+                 {VISTREL_BAD_FILTER, "filter_settings.filter", "1",
+                  "it is for pixels of one channel; BGR24 has 3"});
   for (const uint32_t format : {VISTREL_BGR48, VISTREL_NV12, VISTREL_RGB24_PLANAR}) {
     FilterCall call;
     call.picture.format = format;
@@ -148,9 +148,9 @@ TEST(HostFilters, AreRejectedWithBadArguments) {
   expectRejected([](FilterCall& c) { c.image.pixels = &c.memory[99]; },
                  {VISTREL_OVERLAP, "image.pixels", "", "they overlap the picture's pixels"});
   expectRejected([](FilterCall& c) { c.picture.pixels = nullptr; }, nullPointer("picture.pixels"));
-  expectRejected(
-      [](FilterCall& c) { c.kernel.reserved[4] = 1; },
-      {VISTREL_BAD_RESERVED, "kernel.reserved[4]", "1", "only 0 is allowed in this version"});
+  expectRejected([](FilterCall& c) { c.settings.reserved[4] = 1; },
+                 {VISTREL_BAD_RESERVED, "filter_settings.reserved[4]", "1",
+                  "only 0 is allowed in this version"});
 }
 
 }  // namespace

@@ -14,14 +14,15 @@ class Guarded {
 
   // A copy of these bytes.
   const uint8_t* place(const std::vector<uint8_t>& bytes) {
-    uint8_t* const begin = memory_.place(Shape::packed(bytes.size()), core::check::Edge::end).begin;
+    uint8_t* const begin =
+        memory_.place(Shape::contiguous(bytes.size()), core::check::Edge::end).begin;
     std::memcpy(begin, bytes.data(), bytes.size());
     return begin;
   }
 
   // So many bytes, all of the canary's value.
   uint8_t* place(size_t bytes) {
-    const auto block = memory_.place(Shape::packed(bytes), core::check::Edge::end);
+    const auto block = memory_.place(Shape::contiguous(bytes), core::check::Edge::end);
     block.writeCanary(kCanary);
     std::memset(block.begin, kCanary, bytes);
     return block.begin;

@@ -188,7 +188,7 @@ static_assert(kHasNoHole<vistrel_conversion> && kHasNoHole<vistrel_layout>);
 static_assert(kHasNoHole<vistrel_image> && kHasNoHole<vistrel_packed>);
 static_assert(kHasNoHole<vistrel_packed_layout> && kHasNoHole<vistrel_format>);
 static_assert(kHasNoHole<vistrel_algorithm>);
-static_assert(kHasNoHole<vistrel_kernel> && kHasNoHole<vistrel_picture>);
+static_assert(kHasNoHole<vistrel_filter_settings> && kHasNoHole<vistrel_picture>);
 
 TEST(FormatTable, IsStable) {
   std::vector<std::string> rows;

@@ -62,8 +62,8 @@ extern int32_t g_bIsSSE;
 int32_t OS_IsSSE();
 
 // The approximate reciprocal root of the single-precision path. At the start it is the processor's
-// packed operation, or 1 / sqrt if there is none; a test may replace it.
+// vector operation, or 1 / sqrt if there is none; a test may replace it.
 extern float (*g_pReciprocalRoot)(float);
-float PackedReciprocalRoot(float x);
+float VectorReciprocalRoot(float x);
 
 }  // namespace reference

@@ -64,12 +64,12 @@ class ReferenceKimmel : public testing::Test {
   void SetUp() override { reference::g_bIsSSE = 0; }
   void TearDown() override {
     reference::g_bIsSSE = before_;
-    reference::g_pReciprocalRoot = reference::PackedReciprocalRoot;
+    reference::g_pReciprocalRoot = reference::VectorReciprocalRoot;
   }
   const int32_t before_ = reference::g_bIsSSE;
 };
 // Uses the exact root, so that the numbers below are the same on every processor.
-class ReferenceKimmelPacked : public ReferenceKimmel {
+class ReferenceKimmelInFloats : public ReferenceKimmel {
  protected:
   void SetUp() override {
     reference::g_bIsSSE = 1;
@@ -126,23 +126,23 @@ void expectOneCodeApart(uint32_t nBayer, const Mosaic<uint8_t>& frame) {
   reference::g_bIsSSE = 0;
   const Demosaiced<uint8_t> wide(KIMMEL, nBayer, frame);
   reference::g_bIsSSE = 1;
-  const Demosaiced<uint8_t> packed(KIMMEL, nBayer, frame);
+  const Demosaiced<uint8_t> narrow(KIMMEL, nBayer, frame);
   for (int y = 0; y < static_cast<int>(frame.h); ++y) {
     for (int x = 0; x < static_cast<int>(frame.w); ++x) {
-      EXPECT_LE(std::abs(wide.B(x, y) - packed.B(x, y)), 1) << x << ' ' << y;
-      EXPECT_LE(std::abs(wide.G(x, y) - packed.G(x, y)), 1) << x << ' ' << y;
-      EXPECT_LE(std::abs(wide.R(x, y) - packed.R(x, y)), 1) << x << ' ' << y;
+      EXPECT_LE(std::abs(wide.B(x, y) - narrow.B(x, y)), 1) << x << ' ' << y;
+      EXPECT_LE(std::abs(wide.G(x, y) - narrow.G(x, y)), 1) << x << ' ' << y;
+      EXPECT_LE(std::abs(wide.R(x, y) - narrow.R(x, y)), 1) << x << ' ' << y;
     }
   }
 }
 
-TEST_F(ReferenceKimmelPacked, AgreesToOneCodeInPhase) {
-  reference::g_pReciprocalRoot = reference::PackedReciprocalRoot;
+TEST_F(ReferenceKimmelInFloats, AgreesToOneCodeInPhase) {
+  reference::g_pReciprocalRoot = reference::VectorReciprocalRoot;
   expectOneCodeApart(GRBG, noise(20, 11, 60, 60));
   for (uint32_t nBayer = 0; nBayer < 4; ++nBayer) expectOneCodeApart(nBayer, noise(7, 9, 60, 60));
 }
 
-TEST_F(ReferenceKimmelPacked, TakesTheRootItIsGiven) {
+TEST_F(ReferenceKimmelInFloats, TakesTheRootItIsGiven) {
   Mosaic<uint16_t> frame(8, 8, 0);
   frame.at(3, 1) = frame.at(3, 3) = 400;
   EXPECT_EQ(Demosaiced<uint16_t>(KIMMEL, GRBG, frame).G(3, 2), 150);
@@ -153,7 +153,7 @@ TEST_F(ReferenceKimmelPacked, TakesTheRootItIsGiven) {
 
 // For 16-bit samples, whole blocks of eight columns ignore the column bit of the phase: the sensed
 // sites there never get a green. RGGB: red at even rows and columns.
-TEST_F(ReferenceKimmelPacked, LosesThePhaseInBlocksOfSixteenBits) {
+TEST_F(ReferenceKimmelInFloats, LosesThePhaseInBlocksOfSixteenBits) {
   const Demosaiced<uint16_t> out(KIMMEL, RGGB, Mosaic<uint16_t>(12, 6, 500));
   for (int x = 0; x < 8; x += 2) EXPECT_EQ(out.G(x, 2), 0) << x;
   EXPECT_EQ(out.G(8, 2), 499);  // (1000 + 500 / 250) / (2 + 2 / 250): its left neighbour is black
@@ -163,14 +163,14 @@ TEST_F(ReferenceKimmelPacked, LosesThePhaseInBlocksOfSixteenBits) {
 }
 
 // With an odd width, the blocks of bytes are out of phase as well.
-TEST_F(ReferenceKimmelPacked, LosesThePhaseOfOddWidths) {
+TEST_F(ReferenceKimmelInFloats, LosesThePhaseOfOddWidths) {
   const Demosaiced<uint8_t> out(KIMMEL, GRBG, Mosaic<uint8_t>(9, 6, 100));
   for (int x = 1; x < 8; x += 2) EXPECT_EQ(out.G(x, 2), 0) << x;
 }
 
 // A hue is limited to the green it was divided by: 50 / 1 counts as 1. Only the tail is exempt,
 // when red and blue sites get each other's colour.
-TEST_F(ReferenceKimmelPacked, BoundsTheHueOfDarkPixels) {
+TEST_F(ReferenceKimmelInFloats, BoundsTheHueOfDarkPixels) {
   const auto dark = [](uint32_t w) {
     Mosaic<uint8_t> frame(w, 6, 50);
     for (uint32_t y = 0; y < 6; ++y)
@@ -186,7 +186,7 @@ TEST_F(ReferenceKimmelPacked, BoundsTheHueOfDarkPixels) {
 }
 
 // Binned 2x2, region 8 by 3: row 1 of the walk begins 12 pixels after row 0, in buffer row 0.
-TEST_F(ReferenceKimmelPacked, WalksAtThePitchOfAnUnbinnedBuffer) {
+TEST_F(ReferenceKimmelInFloats, WalksAtThePitchOfAnUnbinnedBuffer) {
   const Demosaiced<uint8_t> out(KIMMEL, GRBG, Mosaic<uint8_t>(16, 6, 100), 1);
   EXPECT_EQ(out.G(3, 0), 100);
   EXPECT_EQ(out.G(9, 0), 0);  // columns 8 .. 11 lie between the two rows

@@ -11,12 +11,12 @@
 namespace reference {
 
 #if defined(__SSE__)
-float PackedReciprocalRoot(float x) { return _mm_cvtss_f32(_mm_rsqrt_ps(_mm_set1_ps(x))); }
+float VectorReciprocalRoot(float x) { return _mm_cvtss_f32(_mm_rsqrt_ps(_mm_set1_ps(x))); }
 #else
-float PackedReciprocalRoot(float x) { return 1.0f / std::sqrt(x); }
+float VectorReciprocalRoot(float x) { return 1.0f / std::sqrt(x); }
 #endif
 
-float (*g_pReciprocalRoot)(float) = PackedReciprocalRoot;
+float (*g_pReciprocalRoot)(float) = VectorReciprocalRoot;
 
 namespace {
 

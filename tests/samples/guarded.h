@@ -19,7 +19,7 @@ class GuardedInput {
  public:
   // skipped: bytes between the row and the edge.
   const uint8_t* place(const void* row, size_t bytes, Edge edge, size_t skipped = 0) {
-    const auto block = memory_.place(check::Shape::packed(bytes + skipped), edge);
+    const auto block = memory_.place(check::Shape::contiguous(bytes + skipped), edge);
     uint8_t* const begin = block.begin + (edge == Edge::start ? skipped : 0);
     if (bytes) std::memcpy(begin, row, bytes);
     return begin;
@@ -33,7 +33,7 @@ class GuardedInput {
 class GuardedOutput {
  public:
   uint8_t* place(size_t bytes, Edge edge, size_t skipped = 0) {
-    block_ = memory_.place(check::Shape::packed(bytes + skipped), edge);
+    block_ = memory_.place(check::Shape::contiguous(bytes + skipped), edge);
     block_.writeCanary(kCanary);
     begin_ = block_.begin + (edge == Edge::start ? skipped : 0);
     bytes_ = bytes;

@@ -42,7 +42,7 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 template <int a, int b>
 Vec<uint8_t> sumOf(Vec<uint8_t> v, Vec<uint8_t> w) {
   const Pairs<uint8_t> pairs = pairsOf(v, w);
-  return packed(weighted<a, b>(pairs.lower), weighted<a, b>(pairs.upper));
+  return narrowed(weighted<a, b>(pairs.lower), weighted<a, b>(pairs.upper));
 }
 
 // With operands whose results fit.
@@ -58,7 +58,7 @@ inline void weightedSamples(uint16_t* out, size_t n, const uint16_t* a, const ui
   const auto sums = [](Vec<uint16_t> pairs) { return weighted<20, 11>(as<Vec<int16_t>>(pairs)); };
   for (size_t k = 0; k < n; k += kLanes<uint16_t>) {
     const Pairs<uint16_t> pairs = pairsOf(load(a + k) & 1023, load(b + k) & 1023);
-    store(out + k, packed(sums(pairs.lower), sums(pairs.upper)));
+    store(out + k, narrowed(sums(pairs.lower), sums(pairs.upper)));
   }
 }
 

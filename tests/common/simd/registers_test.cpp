@@ -96,8 +96,8 @@ TEST_P(Registers, SumNeighbours) {
 
 // Of two registers, of which each group holds `half` elements.
 template <class To, class From>
-void expectPacked(void (*packed)(const From* a, const From* b, To* out, bool ordered),
-                  size_t bytes) {
+void expectNarrowed(void (*narrow)(const From* a, const From* b, To* out, bool ordered),
+                    size_t bytes) {
   using Limits = std::numeric_limits<To>;
   const size_t n = bytes / sizeof(From), half = 16 / sizeof(From);
   std::mt19937 random;
@@ -106,8 +106,8 @@ void expectPacked(void (*packed)(const From* a, const From* b, To* out, bool ord
     return static_cast<To>(std::clamp<From>(v, Limits::min(), Limits::max()));
   };
   std::vector<To> grouped(2 * n), ordered(2 * n);
-  packed(a.data(), b.data(), grouped.data(), false);
-  packed(a.data(), b.data(), ordered.data(), true);
+  narrow(a.data(), b.data(), grouped.data(), false);
+  narrow(a.data(), b.data(), ordered.data(), true);
   for (size_t i = 0; i < n; ++i) {
     EXPECT_EQ(ordered[i], saturated(a[i])) << i;
     EXPECT_EQ(ordered[n + i], saturated(b[i])) << i;
@@ -118,8 +118,8 @@ void expectPacked(void (*packed)(const From* a, const From* b, To* out, bool ord
 }
 
 TEST_P(Registers, PackGroupByGroupAndSaturate) {
-  expectPacked(OF_LEVEL(packedBytes), bytes_);
-  expectPacked(OF_LEVEL(packed16Bits), bytes_);
+  expectNarrowed(OF_LEVEL(narrowedToBytes), bytes_);
+  expectNarrowed(OF_LEVEL(narrowedTo16Bits), bytes_);
 }
 
 }  // namespace
@@ -184,13 +184,13 @@ inline void sumsOfHalves(uint32_t* out, size_t n, const uint32_t* pairs) {
     storeRegister(out + k, pairSums16(shiftRight16(loadRegister(pairs + k), _mm_cvtsi32_si128(1))));
 }
 
-inline void packedBytes(const int16_t* a, const int16_t* b, uint8_t* out, bool ordered) {
-  const Register packed = pack16(loadRegister(a), loadRegister(b));
-  storeRegister(out, ordered ? inOrder(packed) : packed);
+inline void narrowedToBytes(const int16_t* a, const int16_t* b, uint8_t* out, bool ordered) {
+  const Register narrow = pack16(loadRegister(a), loadRegister(b));
+  storeRegister(out, ordered ? inOrder(narrow) : narrow);
 }
-inline void packed16Bits(const int32_t* a, const int32_t* b, int16_t* out, bool ordered) {
-  const Register packed = pack32(loadRegister(a), loadRegister(b));
-  storeRegister(out, ordered ? inOrder(packed) : packed);
+inline void narrowedTo16Bits(const int32_t* a, const int32_t* b, int16_t* out, bool ordered) {
+  const Register narrow = pack32(loadRegister(a), loadRegister(b));
+  storeRegister(out, ordered ? inOrder(narrow) : narrow);
 }
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE

@@ -1,4 +1,4 @@
-// Kimmel's hues on both paths: weights, hues, limits, and where the packed path goes.
+// Kimmel's hues on both paths: weights, hues, limits, and where the path in floats goes.
 #include <array>
 #include <set>
 
@@ -13,15 +13,15 @@ namespace {
 
 VISTREL_LEVEL_SUITE(Kimmel);
 
-// Enables or disables the packed operations, and restores them.
-class PackedScope {
+// Enables or disables vector operations, and restores them.
+class FloatScope {
  public:
-  explicit PackedScope(bool packed) {
-    ippSetCpuFeaturesMask(packed ? mask_ | IPP_CPU_SSE : mask_ & ~uint64_t{IPP_CPU_SSE});
+  explicit FloatScope(bool inFloats) {
+    ippSetCpuFeaturesMask(inFloats ? mask_ | IPP_CPU_SSE : mask_ & ~uint64_t{IPP_CPU_SSE});
   }
-  ~PackedScope() { ippSetCpuFeaturesMask(mask_); }
-  PackedScope(const PackedScope&) = delete;
-  PackedScope& operator=(const PackedScope&) = delete;
+  ~FloatScope() { ippSetCpuFeaturesMask(mask_); }
+  FloatScope(const FloatScope&) = delete;
+  FloatScope& operator=(const FloatScope&) = delete;
 
  private:
   const uint64_t mask_ = ippGetEnabledCpuFeatures();
@@ -29,13 +29,13 @@ class PackedScope {
 
 template <class T>
 Demosaiced<T> inDoubles(uint32_t bayer, const Frame<T>& frame) {
-  const PackedScope off(false);
+  const FloatScope off(false);
   return {ImageColorHueKimmel, bayer, frame};
 }
-// Processors without packed operations take doubles.
+// Processors without vector operations take doubles.
 template <class T>
-Demosaiced<T> packed(uint32_t bayer, const Frame<T>& frame) {
-  const PackedScope on(true);
+Demosaiced<T> inFloats(uint32_t bayer, const Frame<T>& frame) {
+  const FloatScope on(true);
   return {ImageColorHueKimmel, bayer, frame};
 }
 
@@ -112,7 +112,7 @@ void weighsByDifferences(Demosaiced<T> (*demosaic)(uint32_t, const Frame<T>&)) {
 TEST_P(Kimmel, ADifferenceOfTwoMakesTheRadicandTwo) {
   weighsByDifferences<uint8_t>(inDoubles<uint8_t>);
   weighsByDifferences<uint16_t>(inDoubles<uint16_t>);
-  weighsByDifferences<uint8_t>(packed<uint8_t>);
+  weighsByDifferences<uint8_t>(inFloats<uint8_t>);
 }
 
 #if defined(__SSE2__)
@@ -121,7 +121,7 @@ TEST_P(Kimmel, ADifferenceOfTwoMakesTheRadicandTwo) {
 TEST_P(Kimmel, ComputedSamplesStopAtTenBitsSensedOnesPass) {
   for (unsigned v : {1024u, 4095u, 65535u}) {
     const Frame<uint16_t> frame(40, 8, v);
-    for (const auto& out : {inDoubles<uint16_t>(BAYER_GRBG, frame), packed(BAYER_GRBG, frame)})
+    for (const auto& out : {inDoubles<uint16_t>(BAYER_GRBG, frame), inFloats(BAYER_GRBG, frame)})
       for (int y = 2; y < 6; ++y)
         for (int x = 2; x < 38; ++x) {
           const bool redSite = y % 2 == 0 && x % 2 == 1, blueSite = y % 2 == 1 && x % 2 == 0;
@@ -134,16 +134,16 @@ TEST_P(Kimmel, ComputedSamplesStopAtTenBitsSensedOnesPass) {
 
 TEST_P(Kimmel, TheEnabledFeaturesChooseThePath) {
   const Frame<uint8_t> frame = coloured<uint8_t>(BAYER_GRBG, 16, 8, {5, 1, 5});
-  const PackedScope on(true);
+  const FloatScope on(true);
   const auto out = [&] { return Demosaiced<uint8_t>(ImageColorHueKimmel, BAYER_GRBG, frame); };
   EXPECT_EQ(out().red(4, 4), 1);
-  const PackedScope off(false);
+  const FloatScope off(false);
   EXPECT_EQ(out().red(4, 4), 5);
 }
 
 // Green 1, colours 5. A hue of 5 is bounded by the green 1.
 // quirk: bounded-hue
-TEST_P(Kimmel, PackedHuesAreAtMostTheirGreen) {
+TEST_P(Kimmel, HuesInFloatsAreAtMostTheirGreen) {
   for (uint32_t bayer = 0; bayer < 2; ++bayer) {
     const auto bytes = coloured<uint8_t>(bayer, 32, 9, {5, 1, 5});
     const auto samples16 = coloured<uint16_t>(bayer, 32, 9, {5, 1, 5});
@@ -152,7 +152,7 @@ TEST_P(Kimmel, PackedHuesAreAtMostTheirGreen) {
       for (int x = 2; x < 30; ++x) {
         const bool green = core::Mosaic::ofPhase(bayer).isGreenAt(x, y);
         for (const auto& [blue, g, red] :
-             {pixel(packed(bayer, bytes), x, y), pixel(packed(bayer, samples16), x, y)})
+             {pixel(inFloats(bayer, bytes), x, y), pixel(inFloats(bayer, samples16), x, y)})
           ASSERT_EQ((std::multiset{blue, red}), (std::multiset{1, green ? 1 : 5}));
       }
   }
@@ -161,7 +161,7 @@ TEST_P(Kimmel, PackedHuesAreAtMostTheirGreen) {
 // The same in a row of twelve: in the tail, red and blue sites use the hue of 5 unchanged.
 // quirk: unbounded-tail
 TEST_P(Kimmel, TheTailAloneTakesPlainHuesAtRedAndBlueSites) {
-  const auto out = packed(BAYER_GRBG, coloured<uint8_t>(BAYER_GRBG, 14, 9, {5, 1, 5}));
+  const auto out = inFloats(BAYER_GRBG, coloured<uint8_t>(BAYER_GRBG, 14, 9, {5, 1, 5}));
   for (int y = 2; y < 7; ++y)
     for (int x = 2; x < 12; ++x) {
       const bool green = (x + y) % 2 == 0, redRow = y % 2 == 0;
@@ -177,8 +177,8 @@ template <class T>
 void expectNearDoubles(uint32_t bayer, uint32_t width, uint32_t height) {
   const auto noisy = noiseFrom<T>(width, height, 60, 190);
   const auto plain = coloured<T>(bayer, width, height, {90, 120, 61});
-  const auto exactGreen = inDoubles(bayer, noisy), green = packed(bayer, noisy);
-  const auto exact = inDoubles(bayer, plain), out = packed(bayer, plain);
+  const auto exactGreen = inDoubles(bayer, noisy), green = inFloats(bayer, noisy);
+  const auto exact = inDoubles(bayer, plain), out = inFloats(bayer, plain);
   for (int y = 0; y < static_cast<int>(height); ++y)
     for (int x = 0; x < static_cast<int>(width); ++x) {
       ASSERT_NEAR(green.green(x, y), exactGreen.green(x, y), 1) << x << ", " << y;
@@ -187,7 +187,7 @@ void expectNearDoubles(uint32_t bayer, uint32_t width, uint32_t height) {
     }
 }
 
-TEST_P(Kimmel, InPhaseThePackedPathIsWithinOneCode) {
+TEST_P(Kimmel, InPhaseThePathInFloatsIsWithinOneCode) {
   for (uint32_t width : {2u, 8u, 12u, 64u, 70u})
     for (uint32_t height : {2u, 3u, 9u}) {
       for (uint32_t bayer = 0; bayer < 4; ++bayer) expectNearDoubles<uint8_t>(bayer, width, height);
@@ -214,22 +214,22 @@ void expectBlack(const Demosaiced<T>& out, int width, int height) {
 // quirk: shifted-blocks
 TEST_P(Kimmel, BlocksOfSixteenBitSamplesIgnoreTheColumnPhase) {
   for (uint32_t bayer : {BAYER_RGGB, BAYER_GBRG}) {
-    expectBlack(packed(bayer, noiseFrom<uint16_t>(16, 9, 60, 900)), 16, 9);
+    expectBlack(inFloats(bayer, noiseFrom<uint16_t>(16, 9, 60, 900)), 16, 9);
     expectNearDoubles<uint16_t>(bayer, 15, 9);
     const auto twelve = noiseFrom<uint16_t>(12, 9, 60, 900);
-    expectBlack(packed(bayer, twelve), 8, 9);
-    const auto out = packed(bayer, twelve), exact = inDoubles<uint16_t>(bayer, twelve);
+    expectBlack(inFloats(bayer, twelve), 8, 9);
+    const auto out = inFloats(bayer, twelve), exact = inDoubles<uint16_t>(bayer, twelve);
     for (int y = 0; y < 9; ++y)
       for (int x = 9; x < 12; ++x) ASSERT_NEAR(out.green(x, y), exact.green(x, y), 1);
   }
   for (uint32_t bayer : {BAYER_GRBG, BAYER_BGGR})
-    expectBlack(packed(bayer, noiseFrom<uint16_t>(17, 9, 60, 900)), 16, 9);
+    expectBlack(inFloats(bayer, noiseFrom<uint16_t>(17, 9, 60, 900)), 16, 9);
 }
 
 // quirk: shifted-blocks
 TEST_P(Kimmel, BlocksOfBytesAreOutOfPhaseInOddWidths) {
   for (uint32_t bayer = 0; bayer < 4; ++bayer) {
-    expectBlack(packed(bayer, noiseFrom<uint8_t>(17, 9, 60, 190)), 16, 9);
+    expectBlack(inFloats(bayer, noiseFrom<uint8_t>(17, 9, 60, 190)), 16, 9);
   }
 }
 
@@ -237,12 +237,12 @@ TEST_P(Kimmel, BlocksOfBytesAreOutOfPhaseInOddWidths) {
 // second row covers pixels 12 to 19 of the first one, two of which are guard, and two of the second
 // row; its third covers pixels 4 to 11 of the second one.
 // quirk: unbinned-walk
-TEST_P(Kimmel, ThePackedWalkKnowsNoBinning) {
+TEST_P(Kimmel, TheWalkInFloatsKnowsNoBinning) {
   const auto m = noiseMosaic<uint8_t>(BAYER_GRBG, 0, 0, 16, 6, 255, 1);
   const std::vector<uint8_t> before = m.scatteredBuffer();
   std::vector<uint8_t> work(m.samples()), result(3 * 8 * 3);
   g_pwBGRBuff[9] = reinterpret_cast<uint16_t*>(work.data());
-  const PackedScope on(true);
+  const FloatScope on(true);
   ImageColorHueKimmel(9, m.imgWidth, BAYER_GRBG, 1, IMG_FMT_BGR24, 0, 0, 8, 3, m.frame.data(),
                       result.data());
   g_pwBGRBuff[9] = nullptr;
