@@ -108,22 +108,28 @@ TEST(Mosaic, Errors) {
 }
 
 // Bytes by the definitions of the packings, of the 12-bit samples 0x123, 0x456 and the 10-bit ones
-// 0x155, 0x2AA, 0x0F3, 0x30C.
+// 0x155, 0x2AA, 0x0F3, 0x30C, and the 14-bit ones 0x1555, 0x2AAA, 0x00FF, 0x3F00.
 TEST(Unpack, BytesOfTheDefinitions) {
   const struct {
     const char* name;
+    uint32_t bits;
     std::string bytes;
     std::vector<uint32_t> samples;
   } cases[] = {
-      {"BayerRG12p", "\x23\x61\x45", {0x123, 0x456}},
-      {"BayerRG12Packed", "\x12\x63\x45", {0x123, 0x456}},
-      {"pRCC", "\x12\x45\x63", {0x123, 0x456}},
-      {"RG12", "\x23\x01\x56\x04", {0x123, 0x456}},
-      {"rggb12be", "\x01\x23\x04\x56", {0x123, 0x456}},
-      {"BayerRG10p", "\x55\xA9\x3A\x0F\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
-      {"BayerRG10Packed", "\x55\x21\xAA\x3C\x03\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
-      {"pRAA", "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
-      {"BA81", "\x7F\xFF", {0x7F, 0xFF}},
+      {"BayerRG12p", 12, "\x23\x61\x45", {0x123, 0x456}},
+      {"BayerRG12Packed", 12, "\x12\x63\x45", {0x123, 0x456}},
+      {"pRCC", 12, "\x12\x45\x63", {0x123, 0x456}},
+      {"RG12", 12, "\x23\x01\x56\x04", {0x123, 0x456}},
+      {"rggb12be", 12, "\x01\x23\x04\x56", {0x123, 0x456}},
+      {"BayerRG10p", 10, "\x55\xA9\x3A\x0F\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"BayerRG10Packed", 10, "\x55\x21\xAA\x3C\x03\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"pRAA", 10, "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"RAW10", 10, "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"BayerRG14p",
+       14,
+       std::string("\x55\x95\xAA\xFA\x0F\0\xFC", 7),
+       {0x1555, 0x2AAA, 0xFF, 0x3F00}},
+      {"BA81", 8, "\x7F\xFF", {0x7F, 0xFF}},
   };
   const Scratch scratch;
   for (const auto& c : cases) {
@@ -132,7 +138,7 @@ TEST(Unpack, BytesOfTheDefinitions) {
     const Finished result =
         scratch.vistrel(fmt::format("unpack in.raw -s {}x1 --pixfmt {} -o out.pgm", width, c.name));
     EXPECT_EQ(result.err, "") << c.name;
-    const uint32_t maxval = c.samples[0] == 0x123 ? 4095 : c.samples[0] == 0x155 ? 1023 : 255;
+    const uint32_t maxval = (1u << c.bits) - 1;
     EXPECT_EQ(scratch.read("out.pgm"),
               pgm(width, 1, maxval, [&](uint32_t x, uint32_t) { return c.samples[x]; }))
         << c.name;
@@ -153,6 +159,7 @@ TEST(Unpack, WhatMosaicPacks) {
                {"BYR2", "bggr", 16},
                {"BayerRG10p", "rggb", 10},
                {"BayerGB12p", "gbrg", 12},
+               {"BayerBG14p", "bggr", 14},
                {"BayerGR10Packed", "grbg", 10},
                {"BayerBG12Packed", "bggr", 12},
                {"pgAA", "grbg", 10},
@@ -164,6 +171,24 @@ TEST(Unpack, WhatMosaicPacks) {
     EXPECT_EQ(scratch.vistrel("unpack in.raw -s 7x5 -o out.pgm" + format).err, "");
     EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm(c.phase, 65535, (1 << c.bits) - 1)) << c.name;
   }
+}
+
+// Only the command line can say the phase.
+TEST(Unpack, NamesThatLeaveThePhaseOpen) {
+  const Scratch scratch;
+  scratch.write("in.raw", "\x55\xAA\x3C\xC3\x39\xAA\x55\xC3\x3C\x93");
+  const std::string convert = "convert in.raw -s 4x2 -o ";
+  const Finished open = scratch.vistrel(convert + "open.ppm --pixfmt RAW10");
+  EXPECT_EQ(open.status, 3);
+  EXPECT_NE(open.err.find("--phase"), std::string::npos) << open.err;
+  EXPECT_EQ(scratch.vistrel(convert + "a.ppm --pixfmt RAW10 --phase rggb").err, "");
+  EXPECT_EQ(scratch.vistrel(convert + "b.ppm --pixfmt SRGGB10P").err, "");
+  EXPECT_EQ(scratch.read("a.ppm"), scratch.read("b.ppm"));
+  writePicture<uint16_t>(scratch / "in.png", PNG_FORMAT_LINEAR_RGB);
+  const Finished mosaic = scratch.vistrel("mosaic in.png -o out.raw --pixfmt raw10");
+  EXPECT_EQ(mosaic.status, 2);
+  EXPECT_EQ(mosaic.err,
+            "vistrel: --pixfmt RAW10: its name leaves the phase open; SRGGB10P names one\n");
 }
 
 TEST(Unpack, SixteenBitRaw) {
