@@ -169,8 +169,8 @@ TEST(PixelFormat, NoOtherPfncOrV4l2Names) {
 
 TEST(PixelFormat, EveryNameLeadsToItsOwnRow) {
   for (const app::PixelFormat& f : app::pixelFormats())
-    for (const std::string& name : {f.pfnc, f.pfncValue, f.v4l2Code, f.v4l2Name, f.libcamera,
-                                    f.gstreamer, f.ffmpeg, f.mipi})
+    for (const std::string& name :
+         {f.pfnc, f.pfncValue, f.v4l2Code, f.v4l2Name, f.libcamera, f.gstreamer, f.ffmpeg, f.mipi})
       EXPECT_EQ(app::findPixelFormat(name), name.empty() ? nullptr : &f) << name;
 }
 
@@ -185,7 +185,8 @@ TEST(PixelFormat, CaseOfNames) {
     EXPECT_EQ(app::findPixelFormat(none), nullptr) << none;
 }
 
-#define VISTREL_KERNEL(name) {V4L2_PIX_FMT_##name, "V4L2_PIX_FMT_" #name}
+#define VISTREL_KERNEL(name) \
+  { V4L2_PIX_FMT_##name, "V4L2_PIX_FMT_" #name }
 constexpr struct {
   uint32_t code;
   const char* name;
@@ -254,8 +255,7 @@ TEST(PixelFormat, TheErrorSuggestsTheNearestName) {
             "--pixfmt BayerRG12pp: unknown pixel format. The nearest name is BayerRG12p; "
             "`vistrel formats` lists all");
   EXPECT_NE(errorOf("SRGB12P").find("The nearest name is SRGGB12P;"), std::string::npos);
-  EXPECT_NE(errorOf("V4L2_PIX_FMT_SRGGB10PP").find("is V4L2_PIX_FMT_SRGGB10P;"),
-            std::string::npos);
+  EXPECT_NE(errorOf("V4L2_PIX_FMT_SRGGB10PP").find("is V4L2_PIX_FMT_SRGGB10P;"), std::string::npos);
   for (const char* far : {"COLOR_BayerBG2BGR", "BayerBG2BGR", "mosaic", "nv12"})
     EXPECT_EQ(errorOf(far).find("nearest"), std::string::npos) << errorOf(far);
 }
