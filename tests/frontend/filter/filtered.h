@@ -13,7 +13,6 @@ using Samples16 = std::vector<uint16_t>;
 
 inline constexpr _FLT_3X3 kMean = {9, {1, 1, 1, 1, 1, 1, 1, 1, 1}};
 
-
 struct Size {
   uint32_t width, height;
 };
