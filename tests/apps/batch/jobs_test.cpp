@@ -78,7 +78,7 @@ TEST_F(Jobs, NoInputIsOverwritten) {
 TEST_F(Jobs, OfSeveralInputsNeedAFolder) {
   const Finished none = scratch.vistrel("convert a.pgm b.pgm --phase mono -o no");
   EXPECT_EQ(none.status, 4);
-  EXPECT_EQ(none.err, "vistrel: -o no: there is no such folder\n");
+  EXPECT_EQ(none.err, "vistrel: -o no: there is no such folder, and several inputs need one\n");
   const Finished file = scratch.vistrel("convert a.pgm b.pgm --phase mono -o bad.pgm");
   EXPECT_EQ(file.status, 2);
   EXPECT_EQ(file.err, "vistrel: -o bad.pgm: a folder is expected; this is a file\n");

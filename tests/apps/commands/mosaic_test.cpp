@@ -67,7 +67,9 @@ TEST(Mosaic, Errors) {
   EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.raw --pixfmt RGGB --bits 8").status, 2);
   EXPECT_EQ(scratch.vistrel("mosaic none.png -o out.pgm").status, 4);
   scratch.write("gray.pgm", "P5 1 1 255\n.");
-  EXPECT_EQ(scratch.vistrel("mosaic gray.pgm -o out.pgm").status, 3);
+  const Finished gray = scratch.vistrel("mosaic gray.pgm -o out.pgm");
+  EXPECT_EQ(gray.status, 3);
+  EXPECT_EQ(gray.err, "vistrel: gray.pgm: it is neither a PPM nor a PNG\n");
   EXPECT_EQ(scratch.names(), (std::vector<std::string>{"gray.pgm", "in.png"}));
 }
 

@@ -26,7 +26,8 @@ TEST(AlgorithmChoice, AllAreThoseOfTheLibrary) {
 }
 
 TEST(AlgorithmChoice, GivenOnesKeepTheirOrder) {
-  const auto given = app::orAll({app::parseAlgorithm("-a", "vng"), app::parseAlgorithm("-a", "cok")});
+  const auto given =
+      app::orAll({app::parseAlgorithm("-a", "vng"), app::parseAlgorithm("-a", "cok")});
   ASSERT_EQ(given.size(), 2u);
   EXPECT_STREQ(given[0].row->name, "vng");
   EXPECT_STREQ(given[1].row->name, "cok");

@@ -33,8 +33,8 @@ TEST_F(PgmHeaders, SamplesMayBeginWithWhiteSpace) {
 }
 
 TEST_F(PgmHeaders, InvalidOnesAreRejected) {
-  for (const char* file : {"P5", "P5 1", "P5 1 1", "P5 0 1 255\n.", "P5 1 1 0\n.", "P5 1 1 65536\n.",
-                           "P5 1 x 255\n.", "P5 1 1 255"})
+  for (const char* file : {"P5", "P5 1", "P5 1 1", "P5 0 1 255\n.", "P5 1 1 0\n.",
+                           "P5 1 1 65536\n.", "P5 1 x 255\n.", "P5 1 1 255"})
     EXPECT_EQ(app::attempt([&] { read(file); }).status, app::kRejected) << file;
 }
 

@@ -31,7 +31,8 @@ TEST(Likeness, BytesOfAWordAreUneven) {
   std::vector<uint8_t> even(1400), words(1400);
   for (size_t i = 0; i < 1400; ++i) {
     even[i] = static_cast<uint8_t>(i * i);
-    words[i] = static_cast<uint8_t>(i % 2 ? i / 200 : i * i * 37 >> 2);  // a high byte varies little
+    words[i] =
+        static_cast<uint8_t>(i % 2 ? i / 200 : i * i * 37 >> 2);  // a high byte varies little
   }
   EXPECT_GT(app::evenness(even, 1), 0.99);
   EXPECT_LT(app::evenness(words, 2), 0.5);
