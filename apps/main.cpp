@@ -2,23 +2,36 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
 #include "apps/error.h"
 #include "apps/files/atomic_file.h"
+#include "apps/names/nearest_name.h"
 #include "apps/program.h"
 
 using namespace vistrel::app;
 
 namespace {
 
+// Rejects a first argument that is neither an option nor a command.
+void checkCommand(const CLI::App& program, const char* name) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : program.get_subcommands({})) names.push_back(command->get_name());
+  if (!name || *name == '-' || std::ranges::count(names, name)) return;
+  const std::string nearest = nearestName(name, names);
+  throwError(kUsage, "{}: there is no such command{}; --help lists them", name,
+             nearest.empty() ? "" : "; the nearest is " + nearest);
+}
+
 // Runs the command on the command line and returns its exit status.
 int run(int argc, char** argv) {
   CLI::App program;
   int status = kDone;
   describeProgram(program, status);
+  checkCommand(program, argc > 1 ? argv[1] : nullptr);
   try {
     program.parse(argc, argv);
   } catch (const CLI::RequiredError& error) {

@@ -1,6 +1,7 @@
 #include "host/packings.h"
 
 #include <bit>
+#include <span>
 
 #include "host/names.h"
 
@@ -9,46 +10,48 @@ namespace {
 
 using core::Packing;
 
+struct Depth {
+  uint32_t minBits, maxBits;
+  Packing packing;
+};
+constexpr Depth kBytes[] = {{8, 8, Packing::bytes}};
+constexpr Depth kLittle[] = {{8, 16, Packing::little}};
+constexpr Depth kBig[] = {{8, 16, Packing::big}};
+constexpr Depth kPfnc[] = {
+    {10, 10, Packing::pfnc10}, {12, 12, Packing::pfnc12}, {14, 14, Packing::pfnc14}};
+constexpr Depth kGige[] = {{10, 10, Packing::gige10}, {12, 12, Packing::gige12}};
+constexpr Depth kMipi[] = {
+    {10, 10, Packing::mipi10}, {12, 12, Packing::mipi12}, {14, 14, Packing::mipi14}};
+
 // Indexed by code.
 constexpr struct {
   const char* name;
   uint32_t code;
-} kNames[] = {{"BYTES", VISTREL_PACKING_BYTES}, {"LITTLE", VISTREL_PACKING_LITTLE},
-              {"BIG", VISTREL_PACKING_BIG},     {"PFNC", VISTREL_PACKING_PFNC},
-              {"GIGE", VISTREL_PACKING_GIGE},   {"MIPI", VISTREL_PACKING_MIPI}};
+  std::span<const Depth> depths;
+} kPackings[] = {
+    {"BYTES", VISTREL_PACKING_BYTES, kBytes}, {"LITTLE", VISTREL_PACKING_LITTLE, kLittle},
+    {"BIG", VISTREL_PACKING_BIG, kBig},       {"PFNC", VISTREL_PACKING_PFNC, kPfnc},
+    {"GIGE", VISTREL_PACKING_GIGE, kGige},    {"MIPI", VISTREL_PACKING_MIPI, kMipi},
+};
 
-struct PackingRow {
-  uint32_t code, minBits, maxBits;
-  Packing packing;
-};
-constexpr PackingRow kPackings[] = {
-    {VISTREL_PACKING_BYTES, 8, 8, Packing::bytes},
-    {VISTREL_PACKING_LITTLE, 8, 16, Packing::little},
-    {VISTREL_PACKING_BIG, 8, 16, Packing::big},
-    {VISTREL_PACKING_PFNC, 10, 10, Packing::pfnc10},
-    {VISTREL_PACKING_PFNC, 12, 12, Packing::pfnc12},
-    {VISTREL_PACKING_PFNC, 14, 14, Packing::pfnc14},
-    {VISTREL_PACKING_GIGE, 10, 10, Packing::gige10},
-    {VISTREL_PACKING_GIGE, 12, 12, Packing::gige12},
-    {VISTREL_PACKING_MIPI, 10, 10, Packing::mipi10},
-    {VISTREL_PACKING_MIPI, 12, 12, Packing::mipi12},
-    {VISTREL_PACKING_MIPI, 14, 14, Packing::mipi14},
-};
+// Of an unknown code: none.
+std::span<const Depth> depthsOf(uint32_t code) {
+  return code < std::size(kPackings) ? kPackings[code].depths : std::span<const Depth>();
+}
 
 // "10, 12", "8 to 16"
 std::string bitsOf(uint32_t code) {
   std::string list;
-  for (const auto& row : kPackings) {
-    if (row.code != code) continue;
-    list += fmt::format("{}{}", list.empty() ? "" : ", ", row.minBits);
-    if (row.maxBits > row.minBits) list += fmt::format(" to {}", row.maxBits);
+  for (const Depth& depth : depthsOf(code)) {
+    list += fmt::format("{}{}", list.empty() ? "" : ", ", depth.minBits);
+    if (depth.maxBits > depth.minBits) list += fmt::format(" to {}", depth.maxBits);
   }
   return list;
 }
 
-const PackingRow* findRow(uint32_t code, uint32_t bits) {
-  for (const PackingRow& row : kPackings)
-    if (row.code == code && row.minBits <= bits && bits <= row.maxBits) return &row;
+const Depth* findDepth(uint32_t code, uint32_t bits) {
+  for (const Depth& depth : depthsOf(code))
+    if (depth.minBits <= bits && bits <= depth.maxBits) return &depth;
   return nullptr;
 }
 
@@ -56,10 +59,10 @@ const PackingRow* findRow(uint32_t code, uint32_t bits) {
 
 core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structure,
                           std::string_view zero) {
-  if (const PackingRow* const row = findRow(code, bits)) return row->packing;
+  if (const Depth* const depth = findDepth(code, bits)) return depth->packing;
   const char* const name = vistrel_packing_name(code);
   if (!name) {
-    const auto others = listOf(kNames, [](const auto& row) { return row.code != 0; });
+    const auto others = listOf(kPackings, [](const auto& row) { return row.code != 0; });
     reject(VISTREL_BAD_PACKING, fmt::format("{}.packing", structure), code, "{}, {} are allowed",
            zero, others);
   }
@@ -71,7 +74,7 @@ std::optional<core::Packing> packingOf(const vistrel_frame& frame) {
   constexpr bool isLittle = std::endian::native == std::endian::little;
   constexpr uint32_t native = isLittle ? VISTREL_PACKING_LITTLE : VISTREL_PACKING_BIG;
   if (!frame.packing || frame.packing == native) return std::nullopt;
-  return findRow(frame.packing, frame.bits)->packing;
+  return findDepth(frame.packing, frame.bits)->packing;
 }
 
 }  // namespace vistrel::host
@@ -79,9 +82,9 @@ std::optional<core::Packing> packingOf(const vistrel_frame& frame) {
 using namespace vistrel::host;
 
 const char* vistrel_packing_name(uint32_t packing) {
-  return packing < std::size(kNames) ? kNames[packing].name : nullptr;
+  return packing < std::size(kPackings) ? kPackings[packing].name : nullptr;
 }
 
 int32_t vistrel_parse_packing(const char* name, uint32_t* packing, vistrel_error* error) {
-  return parseName(kNames, name, packing, "packing", VISTREL_BAD_PACKING, error);
+  return parseName(kPackings, name, packing, "packing", VISTREL_BAD_PACKING, error);
 }

@@ -75,6 +75,10 @@ void checkTarget(const Target& target, const Inputs& inputs, const IsFrame& isFr
         kUsage,
         "-o {}: it takes a single picture; several inputs, or a folder of inputs, need a folder",
         target.path.string());
+  std::error_code error;
+  if (inputs.files.size() > 1 && target.path.has_filename() && !fs::exists(target.path, error))
+    throwError(kInputOutput, "-o {}: there is no such folder, and several inputs need one",
+               target.path.string());
   checkIsFolder(target.path);
   if (!isFrame("x" + target.extension)) return;
   for (const fs::path& folder : inputs.folders)

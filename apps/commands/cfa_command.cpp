@@ -75,7 +75,9 @@ void printText(const PhaseNames& n) {
   }
   line("constant", n.constant);
   line("PFNC", namesOf(n.phase, &PixelFormat::pfnc));
-  line("V4L2", namesOf(n.phase, &PixelFormat::v4l2));
+  line("V4L2 codes", namesOf(n.phase, &PixelFormat::v4l2Code));
+  line("V4L2 names", namesOf(n.phase, &PixelFormat::v4l2Name));
+  line("libcamera", namesOf(n.phase, &PixelFormat::libcamera));
   line("GStreamer", namesOf(n.phase, &PixelFormat::gstreamer));
   line("FFmpeg", namesOf(n.phase, &PixelFormat::ffmpeg));
 }

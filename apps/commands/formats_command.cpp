@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kFormatsExamples = R"(Examples:
   vistrel formats
-  vistrel formats pRCC
+  vistrel formats SRGGB12P
   vistrel formats --json
 
 --pixfmt accepts the names of this list, and PFNC values.)";
@@ -43,23 +43,18 @@ void printPhases() {
       "accepts them\n");
 }
 
+constexpr const char* kFormatLine = "  {:<7}{:<6}{:<17}{:<12}{:<6}{:<10}{:<15}{:<12}{:<16}{}\n";
+
 void printTitle(uint32_t packing) {
-  constexpr const char* kTitles[] = {
-      "bytes",
-      "16-bit samples, little-endian, in the low bits",
-      "16-bit samples, big-endian, in the low bits",
-      "PFNC p: one stream of bits, lowest bits first",
-      "GigE Vision Packed: two pixels in three bytes",
-      "MIPI CSI-2: the high bytes of two or four pixels, then their low bits"};
-  fmt::print("\nRaw frames, {}\n", kTitles[packing]);
-  fmt::print("  {:<7}{:<6}{:<17}{:<12}{:<6}{:<12}{}\n", "phase", "bits", "PFNC", "value", "V4L2",
-             "GStreamer", "FFmpeg");
+  fmt::print("\nRaw frames, {}\n", packingNames(packing).title);
+  fmt::print(kFormatLine, "phase", "bits", "PFNC", "value", "V4L2", "V4L2 name", "libcamera",
+             "GStreamer", "FFmpeg", "MIPI");
 }
 
 void print(const PixelFormat& f) {
-  fmt::print("  {:<7}{:<6}{:<17}{:<12}{:<6}{:<12}{}\n", phaseNames(f.phase).name, f.bits,
-             orDash(f.pfnc), orDash(f.pfncValue), orDash(f.v4l2), orDash(f.gstreamer),
-             orDash(f.ffmpeg));
+  fmt::print(kFormatLine, f.phase ? phaseNames(*f.phase).name : "-", f.bits, orDash(f.pfnc),
+             orDash(f.pfncValue), orDash(f.v4l2Code), orDash(f.v4l2Name), orDash(f.libcamera),
+             orDash(f.gstreamer), orDash(f.ffmpeg), orDash(f.mipi));
 }
 
 void printRawFormats() {
@@ -69,6 +64,8 @@ void printRawFormats() {
     print(f);
     last = &f;
   }
+  fmt::print(
+      "\n  V4L2 names may begin with V4L2_PIX_FMT_; with a MIPI name, --phase says the phase\n");
 }
 
 void printOutputs() {

@@ -42,14 +42,13 @@ struct GuessOptions {
 // The options that convert needs. Samples in high bits have no named format.
 std::string optionsOf(const Guess& g, uint32_t phase) {
   const std::string size = fmt::format("-s {}x{}", g.width, g.height);
-  const bool is16Bit = g.packing == VISTREL_PACKING_LITTLE || g.packing == VISTREL_PACKING_BIG;
-  if (is16Bit)
+  if (are16Bit(g.packing))
     return fmt::format("{} --bits {}{}{} --phase {}", size, std::max(g.bits, 9u),
                        g.packing == VISTREL_PACKING_BIG ? " --endian big" : "",
                        g.highBits ? " --align high" : "", vistrel_phase_name(phase));
   for (const PixelFormat& f : pixelFormats())
     if (f.packing == g.packing && f.bits == g.bits && f.phase == phase)
-      return fmt::format("{} --pixfmt {}", size, f.pfnc.empty() ? f.v4l2 : f.pfnc);
+      return fmt::format("{} --pixfmt {}", size, f.pfnc.empty() ? f.v4l2Code : f.pfnc);
   return size;
 }
 
@@ -73,7 +72,7 @@ void printText(const GuessOptions& o, const std::vector<Guess>& guesses) {
     const std::string other =
         g.phase == g.otherPhase ? "" : fmt::format(" or {}", vistrel_phase_name(g.otherPhase));
     fmt::print("{:.3f}  {}x{}, {}, {} bits{}, {}{}\n       {}\n", g.score, g.width, g.height,
-               packingName(g.packing), g.bits, g.highBits ? " (the high ones)" : "",
+               packingNames(g.packing).name, g.bits, g.highBits ? " (the high ones)" : "",
                vistrel_phase_name(g.phase), other, commandOf(o, g, g.phase));
   }
   fmt::print("Red and blue cannot be told apart: try the second phase if colours are wrong.\n");
@@ -85,7 +84,7 @@ void printJson(const GuessOptions& o, const std::vector<Guess>& guesses) {
     json.push_back({{"score", g.score},
                     {"width", g.width},
                     {"height", g.height},
-                    {"packing", packingName(g.packing)},
+                    {"packing", packingNames(g.packing).name},
                     {"bits", g.bits},
                     {"align", g.highBits ? "high" : "low"},
                     {"phases", g.phase == g.otherPhase

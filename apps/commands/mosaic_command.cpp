@@ -63,13 +63,16 @@ void checkOutput(const MosaicOptions& o) {
     throwError(kUsage, "-o {}: a raw frame is a .pgm, or headerless with --pixfmt", o.output);
   if (o.phase == VISTREL_MONO || (o.format && o.format->phase == VISTREL_MONO))
     throwError(kUsage, "{} mono: a mosaic needs colour filters", o.format ? "--pixfmt" : "--phase");
+  if (o.format && !o.format->phase)
+    throwError(kUsage, "--pixfmt {}: its name leaves the phase open; SRGGB10P names one",
+               o.format->mipi);
 }
 
 void mosaicOne(const MosaicOptions& o) {
   const ColourPicture picture = readColourPicture(o.input);
   const vistrel_layout& layout = picture.image.layout;
   const auto own = std::max(8u, static_cast<uint32_t>(std::bit_width(picture.largest)));
-  const uint32_t phase = o.format ? o.format->phase : o.phase.value_or(VISTREL_RGGB);
+  const uint32_t phase = o.format ? *o.format->phase : o.phase.value_or(VISTREL_RGGB);
   const uint32_t bits = o.format ? o.format->bits : o.bits.value_or(own);
   const std::vector<uint16_t> samples = mosaicOf(picture, phase, bits);
   AtomicFile output(o.output);

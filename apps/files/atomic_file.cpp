@@ -24,7 +24,8 @@ void onSignal(int signal) {
 }
 
 [[noreturn]] void throwWriteErrorTo(const fs::path& path, const char* reason) {
-  throwError(kInputOutput, "{} cannot be written: {}", path.string(), reason);
+  throwError(kInputOutput, "{} cannot be written: {}",
+             path == "-" ? "standard output" : path.string(), reason);
 }
 
 // Resolves links, so that a link survives.

@@ -14,10 +14,6 @@ uint32_t packingOf(const InputOptions& o, uint32_t bits) {
   return o.bigEndian ? VISTREL_PACKING_BIG : VISTREL_PACKING_LITTLE;
 }
 
-bool are16Bit(uint32_t packing) {
-  return packing == VISTREL_PACKING_LITTLE || packing == VISTREL_PACKING_BIG;
-}
-
 vistrel_packed packedOf(const InputOptions& o) {
   vistrel_packed packed{};
   packed.stride = o.stride;

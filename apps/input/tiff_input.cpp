@@ -29,7 +29,9 @@ TiffInput::TiffInput(const Source& source) : source_(source), tiff_(nullptr, TIF
 }
 
 void TiffInput::throwReadError(const char* otherwise) const {
-  throwError(kRejected, "TIFF: {}", message_.empty() ? otherwise : message_);
+  const std::string text = message_.empty() ? otherwise : message_;
+  const bool isNamed = text.starts_with("TIFF: ");  // libtiff puts the file's name before some
+  throwError(kRejected, "{}{}", isNamed ? "" : "TIFF: ", text);
 }
 
 int TiffInput::onError(TIFF*, void* self, const char*, const char* format, va_list arguments) {

@@ -22,10 +22,17 @@ Json jsonOf(const PhaseNames& n) {
 }
 
 Json jsonOf(const PixelFormat& f) {
-  return {{"packing", packingName(f.packing)}, {"bits", f.bits},
-          {"phase", phaseNames(f.phase).name}, {"pfnc", orNull(f.pfnc)},
-          {"pfnc_value", orNull(f.pfncValue)}, {"v4l2", orNull(f.v4l2)},
-          {"gstreamer", orNull(f.gstreamer)},  {"ffmpeg", orNull(f.ffmpeg)}};
+  return {{"packing", packingNames(f.packing).name},
+          {"bits", f.bits},
+          {"phase", orNull(f.phase ? phaseNames(*f.phase).name : nullptr)},
+          {"pfnc", orNull(f.pfnc)},
+          {"pfnc_value", orNull(f.pfncValue)},
+          {"v4l2", orNull(f.v4l2Code)},
+          {"v4l2_name", orNull(f.v4l2Name)},
+          {"libcamera", orNull(f.libcamera)},
+          {"gstreamer", orNull(f.gstreamer)},
+          {"ffmpeg", orNull(f.ffmpeg)},
+          {"mipi", orNull(f.mipi)}};
 }
 
 Json jsonOf(const OutputNames& n) {

@@ -54,7 +54,7 @@ void putGroup(const PixelFormat& format, const uint16_t* samples, size_t count, 
 }  // namespace
 
 Bytes packRow(const PixelFormat& format, const uint16_t* samples, size_t count) {
-  const size_t group = groupOf(format).pixels;
+  const size_t group = groupOf(format.packing, format.bits).pixels;
   Bytes row;
   for (size_t at = 0; at < count; at += group)
     putGroup(format, samples + at, std::min(group, count - at), row);

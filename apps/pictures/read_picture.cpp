@@ -62,6 +62,7 @@ Image readPng(const std::filesystem::path& path, uint32_t maxBits) {
 ColourPicture readColourPicture(const std::filesystem::path& path) {
   const Source source(path);
   if (source.head(2) == "P6") return readPpm(source);
+  if (source.head(4) != "\x89PNG") throwError(kRejected, "it is neither a PPM nor a PNG");
   Image image = readPng(path, 16);
   const uint32_t largest = (1u << image.layout.bits) - 1;
   return {std::move(image), largest};

@@ -82,7 +82,7 @@ void headerless(const fs::path& folder) {
   for (uint32_t bits = 8; bits <= 16; ++bits)  // no format, no flags
     save(folder / std::to_string(bits), numbers({5, 4, 100, bits}) + '\0' + samples);
   for (uint32_t format = 0; format < app::pixelFormats().size(); format += 5)
-    save(folder / app::pixelFormats()[format].pfnc,
+    save(folder / ("format" + std::to_string(format)),
          numbers({5, 4, format, 0}) + "\1" + std::string(1, '\0') + samples);
 }
 

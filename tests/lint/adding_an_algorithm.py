@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """adding_an_algorithm.py ROOT SCRATCH BUILT HOST_LIBRARY CXX CMAKE OPTION...: makes the edits of
-docs/adding-an-algorithm.md on a copy of the sources and checks them, configures the copy with
-the options, compiles what the page edits, links it with the other objects of the build in BUILT,
+docs/adding-an-algorithm.md and docs/testing-an-algorithm.md on a copy of the sources and checks
+them, configures the copy with the options, compiles what the pages edit, links it with the other objects of the build in BUILT,
 and runs the toy in the harness and in that build's program."""
 import json
 import os
@@ -17,7 +17,7 @@ ROOT, SCRATCH, BUILT = (Path(argument).resolve() for argument in sys.argv[1:4])
 HOST_LIBRARY, CXX, *CONFIGURE = sys.argv[4:]
 CMAKE = CONFIGURE[0]
 TREE, BUILD = SCRATCH / "tree", SCRATCH / "build"
-PAGE = "docs/adding-an-algorithm.md"
+PAGES = "docs/adding-an-algorithm.md", "docs/testing-an-algorithm.md"
 TARGETS = "vistrel_objects", "vistrelhost", "vistrel_reference", "vistrel-check"
 
 
@@ -40,34 +40,34 @@ def copy_tree():
     shutil.copytree(ROOT, TREE, ignore=shutil.ignore_patterns("build", ".git"))
 
 
-def edit(name, block):
+def edit(page, name, block):
     """Replaces the lines of a block without + by those without -, wherever they occur."""
     path, lines = TREE / name, block.splitlines(keepends=True)
     old = "".join(line[1:] for line in lines if not line.startswith("+"))
     new = "".join(line[1:] for line in lines if not line.startswith("-"))
     text = path.read_text()
     if old not in text:
-        sys.exit(f"{PAGE}: {name} has no such lines:\n{old}")
+        sys.exit(f"{page}: {name} has no such lines:\n{old}")
     path.write_text(text.replace(old, new))
 
 
-def make_edits():
-    """Makes the edits of the page; returns the names of the files."""
+def make_edits(page):
+    """Makes the edits of a page; returns the names of the files, one for each edit."""
     names, name = [], ""
     parts = r"^(?:[^\n]*\b(?:New file|In) `([^`]+)`[^\n]*|```(\w*)\n(.*?)```)$"
-    for part in re.finditer(parts, (ROOT / PAGE).read_text(), re.M | re.S):
+    for part in re.finditer(parts, (ROOT / page).read_text(), re.M | re.S):
         named, language, block = part.groups()
         if named:
             name = named
         elif language == "cpp":
             (TREE / name).write_text(block)
         elif language == "diff":
-            edit(name, block)
+            edit(page, name, block)
         if language in ("cpp", "diff"):
             names.append(name)
-    if len(names) < 20:
-        sys.exit(f"{PAGE} has only {len(names)} edits")
-    return sorted(set(names))
+    if len(names) < 10:
+        sys.exit(f"{page} has only {len(names)} edits")
+    return names
 
 
 def check_sources(names):
@@ -142,7 +142,7 @@ def build_and_run(names):
 
 
 copy_tree()
-edited = make_edits()
+edited = sorted({name for page in PAGES for name in make_edits(page)})
 check_sources(edited)
 build_and_run(edited)
 print(f"{len(edited)} files edited")

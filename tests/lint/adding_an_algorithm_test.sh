@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# adding_an_algorithm_test.sh PYTHON SCRATCH: the check of docs/adding-an-algorithm.md must reject a
+# adding_an_algorithm_test.sh PYTHON SCRATCH: the check of the pages about adding an algorithm must reject a
 # page whose edits don't fit the sources, naming the file, and a page with too few edits.
 set -euo pipefail
 check=$(dirname "$0")/adding_an_algorithm.py python=$1 scratch=$2

@@ -1,6 +1,7 @@
-# cmake -D ROOT=FOLDER -P own_tests.cmake: fails when a source of the libraries, FOLDER/NAME.cpp, has
-# no test of its own, tests/FOLDER/NAME_test.cpp, or CMake does not build it. Headers of common/ are
-# sources as well; any other NAME-inl.h is part of the .cpp that compiles it.
+# cmake -D ROOT=FOLDER -P own_tests.cmake: fails when a source of the libraries or the program,
+# FOLDER/NAME.cpp, has no test of its own, tests/FOLDER/NAME_test.cpp, or CMake does not build it.
+# NAME_command.cpp has NAME_test.cpp. Headers of common/ are sources as well; any other header is part
+# of the .cpp files that include it.
 cmake_minimum_required(VERSION 3.25)
 
 set(exempt
@@ -8,20 +9,41 @@ set(exempt
   common/simd/each_level.h common/simd/simd.h   # every test of vector code is compiled by them
   cfa/near/near_border.cpp                      # near_test.cpp compares whole frames
   # Every algorithm's test calls a function that runs these.
-  demosaic/entries.cpp demosaic/through_buffer.cpp)
+  demosaic/entries.cpp demosaic/through_buffer.cpp
+
+  # The program's sources whose tests run the program:
+  apps/main.cpp apps/program.cpp apps/options/batch_options.cpp apps/options/conversion_options.cpp
+  apps/options/help.cpp apps/options/input_options.cpp apps/options/options.cpp  # usage_test.cpp
+  apps/commands/conversion_job.cpp                                    # convert_test.cpp
+  apps/files/temporary_file.cpp                                       # atomic_file_test.cpp
+  apps/input/fits_input.cpp apps/input/tiff_blocks.cpp apps/input/tiff_image.cpp
+  apps/input/tiff_input.cpp apps/input/readers.cpp                    # those of the readers
+  apps/names/names_json.cpp apps/names/output_names.cpp               # formats_test.cpp
+  apps/pictures/picture.cpp apps/pictures/write_png.cpp apps/pictures/write_pnm.cpp
+  apps/pictures/write_tiff.cpp                                        # written_test.cpp
+  apps/pictures/png_input.cpp apps/pictures/read_picture.cpp          # mosaic_test.cpp
+  apps/plugin/libraw_plugin.cpp                                       # camera_raw_test.cpp
+  apps/tools/report/evaluation.cpp apps/tools/report/plot.cpp         # report_test.cpp
+  apps/tools/scene/cards.cpp apps/tools/scene/scene.cpp
+  apps/tools/scene/sensor.cpp                                         # scene_test.cpp
+  apps/tools/sheet/contact_sheet.cpp                                  # compare_test.cpp
+  # These have programs of their own.
+  apps/commands/selftest_command.cpp apps/tools/selftest/cases.cpp apps/tools/selftest/run.cpp
+  apps/tools/manual/bash.cpp apps/tools/manual/description.cpp apps/tools/manual/fish.cpp
+  apps/tools/manual/main.cpp apps/tools/manual/man_page.cpp apps/tools/manual/zsh.cpp)
 
 include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)
 sources(${ROOT} files)
-list(FILTER files EXCLUDE REGEX "^(apps|bench|examples|include|tests)/")
+list(FILTER files EXCLUDE REGEX "^(bench|examples|include|tests)/")
 list(FILTER files INCLUDE REGEX "^common/|\\.cpp$")
 list(REMOVE_ITEM files ${exempt})
 if(NOT files)
-  message(FATAL_ERROR "no source of a library under ${ROOT}")
+  message(FATAL_ERROR "no source under ${ROOT}")
 endif()
 
 set(faults "")
 foreach(file IN LISTS files)
-  string(REGEX REPLACE "(-inl)?\\.[a-z]+$" "_test.cpp" test ${file})
+  string(REGEX REPLACE "(-inl|_command)?\\.[a-z]+$" "_test.cpp" test ${file})
   string(REGEX MATCH "^([^/]+)/(.*)" path ${test})
   set(built "")
   if(EXISTS ${ROOT}/tests/${test})

@@ -13,11 +13,13 @@ if(result EQUAL 0)
 endif()
 foreach(file IN ITEMS
     common/simd/lanes-inl.h common/arch.h cfa/ahd/ahd.cpp cfa/ahd/ahd_rows-inl.h cfa/frame.h
-    apps/main.cpp tests/common/simd/lanes_test.cpp tests/cfa/ahd/ahd_test.cpp)
+    apps/main.cpp apps/commands/spin_command.cpp
+    tests/common/simd/lanes_test.cpp tests/cfa/ahd/ahd_test.cpp tests/apps/commands/spin_test.cpp)
   file(WRITE ${SCRATCH}/${file} "int f();\n")
 endforeach()
 file(WRITE ${SCRATCH}/tests/common/CMakeLists.txt "vistrel_test(common_test simd/lanes_test.cpp)\n")
 file(WRITE ${SCRATCH}/tests/cfa/CMakeLists.txt "vistrel_test(cfa_test\n  ahd/ahd_test.cpp)\n")
+file(WRITE ${SCRATCH}/tests/apps/CMakeLists.txt "vistrel_test(apps_test commands/spin_test.cpp)\n")
 check_tree(result output)
 if(NOT result EQUAL 0)
   message(FATAL_ERROR "a good tree was rejected:\n${output}")
@@ -31,7 +33,7 @@ function(must_reject file)
   endif()
 endfunction()
 
-foreach(file IN ITEMS cfa/near/near.cpp cfa/ahd.cpp host/ahd.cpp common/rows/lane.h common/planes-inl.h)
+foreach(file IN ITEMS apps/batch/spin.cpp apps/commands/turn_command.cpp cfa/near/near.cpp cfa/ahd.cpp host/ahd.cpp common/rows/lane.h common/planes-inl.h)
   file(WRITE ${SCRATCH}/${file} "int f();\n")
   must_reject(${file})
   file(REMOVE ${SCRATCH}/${file})

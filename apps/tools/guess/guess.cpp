@@ -13,12 +13,27 @@
 namespace vistrel::app {
 namespace {
 
+// A packing, the bits that its samples have at most, and its groups.
+struct Packing {
+  uint32_t code, bits;
+  SampleGroup group;
+};
+
+// Those that have names. 16-bit samples of fewer bits are found as those of 16.
+std::vector<Packing> packings() {
+  std::vector<Packing> all;
+  for (const PixelFormat& f : pixelFormats())
+    if (f.phase == VISTREL_MONO && (f.bits == 16 || !are16Bit(f.packing)))
+      all.push_back({f.packing, f.bits, groupOf(f.packing, f.bits)});
+  return all;
+}
+
 // Unpacks all complete groups as one row.
-Samples unpack(const SampleGroup& p, const std::vector<uint8_t>& bytes) {
+Samples unpack(const Packing& p, const std::vector<uint8_t>& bytes) {
   if (p.bits == 8) return {bytes.begin(), bytes.end()};
-  const auto groups = static_cast<uint32_t>(bytes.size() / p.bytes);
-  Samples samples(size_t{groups} * p.pixels);
-  unpackInto(packedOf(bytes, groups * p.pixels, 1, p.packing, p.bits),
+  const auto groups = static_cast<uint32_t>(bytes.size() / p.group.bytes);
+  Samples samples(size_t{groups} * p.group.pixels);
+  unpackInto(packedOf(bytes, groups * p.group.pixels, 1, p.code, p.bits),
              {reinterpret_cast<uint8_t*>(samples.data()), samples.size() * 2});
   return samples;
 }
@@ -63,10 +78,10 @@ struct Shape {
 };
 
 // Sizes that yield this number of samples in whole groups: the known one, or all plausible ones.
-std::vector<Size> sizesOf(size_t samples, const SampleGroup& p, const std::optional<Size>& known) {
+std::vector<Size> sizesOf(size_t samples, const Packing& p, const std::optional<Size>& known) {
   std::vector<Size> sizes;
   const auto add = [&](size_t width, size_t height) {
-    if (width * height == samples && width % p.pixels == 0)
+    if (width * height == samples && width % p.group.pixels == 0)
       sizes.push_back({static_cast<uint32_t>(width), static_cast<uint32_t>(height)});
   };
   if (known) {
@@ -96,7 +111,7 @@ std::vector<Shape> shapesOf(const Samples& s, const std::vector<Size>& sizes) {
 }
 
 // In groups of three bytes, GigE's 10-bit samples leave four bits of the middle byte at 0.
-bool fitsThree(const SampleGroup& p, const std::vector<uint8_t>& bytes) {
+bool fitsThree(const Packing& p, const std::vector<uint8_t>& bytes) {
   uint32_t middle = 0;
   for (size_t i = 1; i < bytes.size(); i += 3) middle |= bytes[i];
   return (p.bits == 10) == ((middle & 0xCC) == 0);
@@ -108,19 +123,19 @@ struct RawBytes {
 };
 
 // How similar neighbours are, and how well the bytes match the groups.
-double fitOf(const SampleGroup& p, const RawBytes& raw, const Samples& s) {
+double fitOf(const Packing& p, const RawBytes& raw, const Samples& s) {
   const auto& even = raw.evenness;
   const double bytes =
-      p.bytes > 1 ? 1 - even[p.bytes] : std::min({even[2], even[3], even[5], even[7]});
+      p.group.bytes > 1 ? 1 - even[p.group.bytes] : std::min({even[2], even[3], even[5], even[7]});
   const double far = unlike(s);
   return far > kFlat ? bytes * std::max(0.0, 1 - difference(s, 2) / far) : 0;
 }
 
-void addGuesses(const SampleGroup& p, const RawBytes& raw, const std::optional<Size>& known,
+void addGuesses(const Packing& p, const RawBytes& raw, const std::optional<Size>& known,
                 std::vector<Guess>& guesses) {
   const auto& bytes = raw.bytes;
-  if (bytes.size() % p.bytes || (p.bytes == 3 && !fitsThree(p, bytes))) return;
-  const std::vector<Size> sizes = sizesOf(bytes.size() / p.bytes * p.pixels, p, known);
+  if (bytes.size() % p.group.bytes || (p.group.bytes == 3 && !fitsThree(p, bytes))) return;
+  const std::vector<Size> sizes = sizesOf(bytes.size() / p.group.bytes * p.group.pixels, p, known);
   if (sizes.empty()) return;
   const Samples s = unpack(p, bytes);
   const double fit = fitOf(p, raw, s);
@@ -128,10 +143,10 @@ void addGuesses(const SampleGroup& p, const RawBytes& raw, const std::optional<S
     Guess g{};
     g.width = shape.size.width;
     g.height = shape.size.height;
-    g.packing = p.packing;
+    g.packing = p.code;
     g.bits = p.bits;
     g.score = std::cbrt(fit * shape.score);
-    if (p.bytes == 2) describe16Bit(s, g);
+    if (p.group.bytes == 2) describe16Bit(s, g);
     describePhase(s, g);
     guesses.push_back(g);
   }
@@ -144,7 +159,7 @@ std::vector<Guess> guessFormat(const std::vector<uint8_t>& bytes, const std::opt
   RawBytes raw{bytes, {}};
   for (const uint32_t period : {2u, 3u, 5u, 7u}) raw.evenness[period] = evenness(bytes, period);
   std::vector<Guess> guesses;
-  for (const SampleGroup& p : kSampleGroups) addGuesses(p, raw, size, guesses);
+  for (const Packing& p : packings()) addGuesses(p, raw, size, guesses);
   std::stable_sort(guesses.begin(), guesses.end(),
                    [](const Guess& a, const Guess& b) { return a.score > b.score; });
   if (guesses.size() > kMax) guesses.resize(kMax);

@@ -103,8 +103,11 @@ TEST(Cfa, Text) {
             "OpenCV           COLOR_BayerRG2BGR (the letters of row 1, column 1)\n"
             "constant         VISTREL_BGGR\n"
             "PFNC             BayerBG8 BayerBG10 BayerBG12 BayerBG14 BayerBG16 BayerBG10p "
-            "BayerBG12p BayerBG10Packed BayerBG12Packed\n"
-            "V4L2             BA81 BG10 BG12 BG14 BYR2 pBAA pBCC pBEE\n"
+            "BayerBG12p BayerBG14p BayerBG10Packed BayerBG12Packed\n"
+            "V4L2 codes       BA81 BG10 BG12 BG14 BYR2 pBAA pBCC pBEE\n"
+            "V4L2 names       SBGGR8 SBGGR10 SBGGR12 SBGGR14 SBGGR16 SBGGR10P SBGGR12P SBGGR14P\n"
+            "libcamera        SBGGR8 SBGGR10 SBGGR12 SBGGR14 SBGGR16 SBGGR10_CSI2P SBGGR12_CSI2P "
+            "SBGGR14_CSI2P\n"
             "GStreamer        bggr bggr10le bggr12le bggr14le bggr16le bggr10be bggr12be bggr14be "
             "bggr16be\n"
             "FFmpeg           bayer_bggr8 bayer_bggr16le bayer_bggr16be\n");

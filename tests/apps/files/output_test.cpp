@@ -172,43 +172,5 @@ TEST_F(ManyInputs, FailAll) {
   EXPECT_EQ(convert("--keep-going missing.pgm missing2.pgm").status, 4);
 }
 
-TEST_F(ManyInputs, NeedAFolder) {
-  const Finished none = convert("a.pgm b.pgm", "no");
-  EXPECT_EQ(none.status, 4);
-  EXPECT_EQ(none.err, "vistrel: -o no: there is no such folder\n");
-  const Finished file = convert("a.pgm b.pgm", "bad.pgm");
-  EXPECT_EQ(file.status, 2);
-  EXPECT_EQ(file.err, "vistrel: -o bad.pgm: a folder is expected; this is a file\n");
-}
-
-TEST_F(ManyInputs, NeedNamesOfTheirOwn) {
-  fs::create_directory(scratch / "more");
-  scratch.write("more/a.pgm", pgm(8, 8, 255, noise));
-  const Finished result = convert("a.pgm more/a.pgm");
-  EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.err,
-            "vistrel: -o out/a.png: both a.pgm and more/a.pgm would be written there\n");
-}
-
-// Here the program's standard error is a terminal.
-TEST_F(ManyInputs, ShowABarOnATerminal) {
-  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-  if (terminal < 0 || grantpt(terminal) || unlockpt(terminal)) GTEST_SKIP() << "no terminals";
-  const std::string name = ptsname(terminal);
-  const int keep = open(name.c_str(), O_RDWR | O_NOCTTY);
-  const Finished result = scratch.vistrel("convert --phase mono -o out a.pgm b.pgm",
-                                          [keep] { dup2(keep, STDERR_FILENO); });
-  EXPECT_EQ(result.status, 0);
-  close(keep);  // without a writer, reading ends
-  std::string text;
-  char part[256];
-  for (ssize_t n; (n = read(terminal, part, sizeof part)) > 0;)
-    text.append(part, static_cast<size_t>(n));
-  EXPECT_NE(text.find("] 1/2"), std::string::npos) << text;
-  EXPECT_NE(text.find("[####################] 2/2"), std::string::npos) << text;
-  EXPECT_EQ(text.substr(text.rfind('\r')), "\r\x1b[K") << "the bar goes away at the end";
-  close(terminal);
-}
-
 }  // namespace
 }  // namespace vistrel

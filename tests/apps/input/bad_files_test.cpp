@@ -89,7 +89,7 @@ TEST_F(BadFiles, TiffOfWrongSizes) {
     expectRejected("in.tif", text);
   };
   expectTiff(0, 5, 1, "TIFF: Computed scanline size is zero");
-  expectTiff(5, 0, 1, "TIFF: TIFF: Bad value 0 for \"RowsPerStrip\" tag");
+  expectTiff(5, 0, 1, "TIFF: Bad value 0 for \"RowsPerStrip\" tag");
   expectTiff(1000, 1000, 1,
              "the file is too short: 1000x1000 samples of 16 bits do not fit its 122 bytes");
   expectTiff(60000, 60000, 5,
@@ -201,6 +201,8 @@ TEST_F(BadFiles, UnknownFormat) {
   expectRejected("in.bin", "unknown kind of frame; -s WxH reads headerless raw files");
   scratch.write("in.tif", "");
   expectRejected("in.tif", "the file is empty");
+  scratch.write("in.tif", std::string("II*\0garbage", 11));
+  expectRejected("in.tif", "TIFF: Can not read TIFF directory count");
 }
 
 }  // namespace

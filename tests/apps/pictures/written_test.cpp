@@ -172,7 +172,8 @@ TEST_F(Written, StandardOutput) {
   const Finished full = scratch.vistrel("convert in.pgm --phase rggb -o -",
                                         [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
   EXPECT_EQ(full.status, 4);
-  EXPECT_EQ(full.err, "vistrel: in.pgm: - cannot be written: No space left on device\n");
+  EXPECT_EQ(full.err,
+            "vistrel: in.pgm: standard output cannot be written: No space left on device\n");
   EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb -o jpg:-").status, 2);
 }
 

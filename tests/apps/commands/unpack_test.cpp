@@ -1,129 +1,34 @@
-// Raw frames made from pictures, and headerless raw files unpacked.
-#include <gtest/gtest.h>
-
+// Headerless raw files unpacked.
 #include <fmt/format.h>
-#include <png.h>
 
-#include "tests/apps/pictures.h"
-#include "tests/apps/program.h"
+#include "tests/apps/commands/mosaics.h"
 
 namespace vistrel {
 namespace {
 
-constexpr uint32_t kFrameWidth = 7, kFrameHeight = 5;
-
-// A different value for each position and channel.
-uint32_t colourAt(uint32_t x, uint32_t y, uint32_t channel, uint32_t most) {
-  return (x * 7919 + y * 104729 + channel * 1299709) % (most + 1);
-}
-
-// Red, green, blue; 8 or 16 bits.
-template <class Sample>
-void writePicture(const std::filesystem::path& path, uint32_t format) {
-  constexpr uint32_t kMax = sizeof(Sample) == 1 ? 255 : 65535;
-  std::vector<Sample> samples;
-  for (uint32_t y = 0; y < kFrameHeight; ++y)
-    for (uint32_t x = 0; x < kFrameWidth; ++x)
-      for (uint32_t c = 0; c < 3; ++c)
-        samples.push_back(static_cast<Sample>(colourAt(x, y, c, kMax)));
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  image.width = kFrameWidth;
-  image.height = kFrameHeight;
-  image.format = format;
-  ASSERT_TRUE(png_image_write_to_file(&image, path.c_str(), 0, samples.data(), 0, nullptr));
-}
-
-std::string mosaicPgm(const std::string& phase, uint32_t most, uint32_t maxval) {
-  return pgm(kFrameWidth, kFrameHeight, maxval, [&](uint32_t x, uint32_t y) {
-    const size_t channel = std::string("rgb").find(phase[2 * (y % 2) + x % 2]);
-    const double sample = colourAt(x, y, static_cast<uint32_t>(channel), most);
-    return static_cast<uint32_t>(sample * maxval / most + 0.5);
-  });
-}
-
-TEST(Mosaic, EveryPhaseOfEightBits) {
-  const Scratch scratch;
-  writePicture<uint8_t>(scratch / "in.png", PNG_FORMAT_RGB);
-  for (const std::string phase : {"rggb", "bggr", "grbg", "gbrg"}) {
-    EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.pgm --phase " + phase).err, "");
-    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm(phase, 255, 255)) << phase;
-  }
-}
-
-TEST(Mosaic, Depths) {
-  const Scratch scratch;
-  writePicture<uint8_t>(scratch / "8.png", PNG_FORMAT_RGB);
-  writePicture<uint16_t>(scratch / "16.png", PNG_FORMAT_LINEAR_RGB);
-  for (const uint32_t bits : {8u, 10u, 13u, 16u}) {
-    const std::string options = fmt::format(" -o out.pgm --bits {}", bits);
-    EXPECT_EQ(scratch.vistrel("mosaic 8.png" + options).err, "");
-    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm("rggb", 255, (1 << bits) - 1)) << bits;
-    EXPECT_EQ(scratch.vistrel("mosaic 16.png" + options).err, "");
-    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm("rggb", 65535, (1 << bits) - 1)) << bits;
-  }
-}
-
-// A PPM of the picture: 8-bit samples, or big-endian 16-bit ones.
-std::string ppm(uint32_t maxval) {
-  std::string file = fmt::format("P6\n{} {}\n{}\n", kFrameWidth, kFrameHeight, maxval);
-  for (uint32_t y = 0; y < kFrameHeight; ++y)
-    for (uint32_t x = 0; x < kFrameWidth; ++x)
-      for (uint32_t c = 0; c < 3; ++c) {
-        if (maxval > 255) file += static_cast<char>(colourAt(x, y, c, maxval) >> 8);
-        file += static_cast<char>(colourAt(x, y, c, maxval));
-      }
-  return file;
-}
-
-TEST(Mosaic, Ppm) {
-  const Scratch scratch;
-  for (const uint32_t maxval : {255u, 1023u, 65535u}) {
-    scratch.write("in.ppm", ppm(maxval));
-    EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.pgm --phase gbrg").err, "");
-    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm("gbrg", maxval, maxval));
-    EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.pgm --bits 12").err, "");
-    EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm("rggb", maxval, 4095));
-  }
-  scratch.write("in.ppm", "P6 1 1 200\nab\xC9");
-  EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.pgm").err,
-            "vistrel: in.ppm: a sample is above the maxval of 200\n");
-  scratch.write("in.ppm", "P6 2 1 255\nabcde");
-  EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.pgm").err,
-            "vistrel: in.ppm: the file is too short: 2x1 pixels do not fit its 16 bytes\n");
-}
-
-TEST(Mosaic, Errors) {
-  const Scratch scratch;
-  writePicture<uint8_t>(scratch / "in.png", PNG_FORMAT_RGB);
-  EXPECT_EQ(scratch.vistrel("mosaic in.png -o in.png").status, 2);
-  EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.pgm --phase mono").status, 2);
-  EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.raw --pixfmt GREY").status, 2);
-  EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.pgm --pixfmt RGGB").status, 2);
-  EXPECT_EQ(scratch.vistrel("mosaic in.png -o out.raw --pixfmt RGGB --bits 8").status, 2);
-  EXPECT_EQ(scratch.vistrel("mosaic none.png -o out.pgm").status, 4);
-  scratch.write("gray.pgm", "P5 1 1 255\n.");
-  EXPECT_EQ(scratch.vistrel("mosaic gray.pgm -o out.pgm").status, 3);
-  EXPECT_EQ(scratch.names(), (std::vector<std::string>{"gray.pgm", "in.png"}));
-}
-
 // Bytes by the definitions of the packings, of the 12-bit samples 0x123, 0x456 and the 10-bit ones
-// 0x155, 0x2AA, 0x0F3, 0x30C.
+// 0x155, 0x2AA, 0x0F3, 0x30C, and the 14-bit ones 0x1555, 0x2AAA, 0x00FF, 0x3F00.
 TEST(Unpack, BytesOfTheDefinitions) {
   const struct {
     const char* name;
+    uint32_t bits;
     std::string bytes;
     std::vector<uint32_t> samples;
   } cases[] = {
-      {"BayerRG12p", "\x23\x61\x45", {0x123, 0x456}},
-      {"BayerRG12Packed", "\x12\x63\x45", {0x123, 0x456}},
-      {"pRCC", "\x12\x45\x63", {0x123, 0x456}},
-      {"RG12", "\x23\x01\x56\x04", {0x123, 0x456}},
-      {"rggb12be", "\x01\x23\x04\x56", {0x123, 0x456}},
-      {"BayerRG10p", "\x55\xA9\x3A\x0F\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
-      {"BayerRG10Packed", "\x55\x21\xAA\x3C\x03\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
-      {"pRAA", "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
-      {"BA81", "\x7F\xFF", {0x7F, 0xFF}},
+      {"BayerRG12p", 12, "\x23\x61\x45", {0x123, 0x456}},
+      {"BayerRG12Packed", 12, "\x12\x63\x45", {0x123, 0x456}},
+      {"pRCC", 12, "\x12\x45\x63", {0x123, 0x456}},
+      {"RG12", 12, "\x23\x01\x56\x04", {0x123, 0x456}},
+      {"rggb12be", 12, "\x01\x23\x04\x56", {0x123, 0x456}},
+      {"BayerRG10p", 10, "\x55\xA9\x3A\x0F\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"BayerRG10Packed", 10, "\x55\x21\xAA\x3C\x03\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"pRAA", 10, "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"RAW10", 10, "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"BayerRG14p",
+       14,
+       std::string("\x55\x95\xAA\xFA\x0F\0\xFC", 7),
+       {0x1555, 0x2AAA, 0xFF, 0x3F00}},
+      {"BA81", 8, "\x7F\xFF", {0x7F, 0xFF}},
   };
   const Scratch scratch;
   for (const auto& c : cases) {
@@ -132,7 +37,7 @@ TEST(Unpack, BytesOfTheDefinitions) {
     const Finished result =
         scratch.vistrel(fmt::format("unpack in.raw -s {}x1 --pixfmt {} -o out.pgm", width, c.name));
     EXPECT_EQ(result.err, "") << c.name;
-    const uint32_t maxval = c.samples[0] == 0x123 ? 4095 : c.samples[0] == 0x155 ? 1023 : 255;
+    const uint32_t maxval = (1u << c.bits) - 1;
     EXPECT_EQ(scratch.read("out.pgm"),
               pgm(width, 1, maxval, [&](uint32_t x, uint32_t) { return c.samples[x]; }))
         << c.name;
@@ -153,6 +58,7 @@ TEST(Unpack, WhatMosaicPacks) {
                {"BYR2", "bggr", 16},
                {"BayerRG10p", "rggb", 10},
                {"BayerGB12p", "gbrg", 12},
+               {"BayerBG14p", "bggr", 14},
                {"BayerGR10Packed", "grbg", 10},
                {"BayerBG12Packed", "bggr", 12},
                {"pgAA", "grbg", 10},
@@ -164,6 +70,24 @@ TEST(Unpack, WhatMosaicPacks) {
     EXPECT_EQ(scratch.vistrel("unpack in.raw -s 7x5 -o out.pgm" + format).err, "");
     EXPECT_EQ(scratch.read("out.pgm"), mosaicPgm(c.phase, 65535, (1 << c.bits) - 1)) << c.name;
   }
+}
+
+// Only the command line can say the phase.
+TEST(Unpack, NamesThatLeaveThePhaseOpen) {
+  const Scratch scratch;
+  scratch.write("in.raw", "\x55\xAA\x3C\xC3\x39\xAA\x55\xC3\x3C\x93");
+  const std::string convert = "convert in.raw -s 4x2 -o ";
+  const Finished open = scratch.vistrel(convert + "open.ppm --pixfmt RAW10");
+  EXPECT_EQ(open.status, 3);
+  EXPECT_NE(open.err.find("--phase"), std::string::npos) << open.err;
+  EXPECT_EQ(scratch.vistrel(convert + "a.ppm --pixfmt RAW10 --phase rggb").err, "");
+  EXPECT_EQ(scratch.vistrel(convert + "b.ppm --pixfmt SRGGB10P").err, "");
+  EXPECT_EQ(scratch.read("a.ppm"), scratch.read("b.ppm"));
+  writePicture<uint16_t>(scratch / "in.png", PNG_FORMAT_LINEAR_RGB);
+  const Finished mosaic = scratch.vistrel("mosaic in.png -o out.raw --pixfmt raw10");
+  EXPECT_EQ(mosaic.status, 2);
+  EXPECT_EQ(mosaic.err,
+            "vistrel: --pixfmt RAW10: its name leaves the phase open; SRGGB10P names one\n");
 }
 
 TEST(Unpack, SixteenBitRaw) {

@@ -1,0 +1,65 @@
+// The frames that a folder stands for.
+#include <nlohmann/json.hpp>
+
+#include "tests/apps/batch/batch_test.h"
+
+namespace vistrel {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+struct BatchInputs : BatchTest {};
+
+TEST_F(BatchInputs, DanglingLinksAreIgnored) {
+  fs::create_directory(scratch / "in");
+  fs::create_symlink("loop", scratch / "in/loop.pgm");
+  put("in/a.pgm", 7);
+  const Finished result = convert("in");
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(valueOf("out/a.png"), 7u);
+}
+
+TEST_F(BatchInputs, AFolderStandsForItsFiles) {
+  fs::create_directories(scratch / "in/deeper");
+  for (const std::string name : {"in/y.pgm", "in/x.pgm", "in/.hidden.pgm", "in/deeper/z.pgm"})
+    put(name, 1);
+  EXPECT_EQ(convert("in").err, "");
+  EXPECT_TRUE(fs::exists(scratch / "out/x.png"));
+  EXPECT_TRUE(fs::exists(scratch / "out/y.png"));
+  EXPECT_EQ(std::distance(fs::directory_iterator(scratch / "out"), {}), 2);
+}
+
+TEST_F(BatchInputs, OnlyFramesOfAFolderAreRead) {
+  fs::create_directory(scratch / "in");
+  put("in/x.PGM", 1);
+  scratch.write("in/README.txt", "about x.pgm");
+  EXPECT_EQ(convert("in").err,
+            "vistrel: in: ignoring files without the extension of a frame: README.txt\n");
+  EXPECT_TRUE(fs::exists(scratch / "out/x.png"));
+  scratch.write("in/y.raw", "123456789012");
+  scratch.write("in/z", "");
+  const Finished pgm = convert("in --overwrite --json");
+  EXPECT_EQ(pgm.status, 0);
+  EXPECT_EQ(json::parse(pgm.out).at("warnings"),
+            json{"in: ignoring files without the extension of a frame: README.txt and 2 more"});
+  const Finished headerless = convert("in -s 4x3 --bits 8 --overwrite");
+  EXPECT_EQ(headerless.status, 0);
+  EXPECT_EQ(
+      headerless.err,
+      "vistrel: in: ignoring files without the extension of a frame: README.txt and 2 more\n");
+  EXPECT_EQ(valueOf("out/y.png"), uint32_t{'1'});
+  scratch.write("in/bad.png", "");
+  EXPECT_EQ(convert("in --keep-going --overwrite").status, 1) << "a frame by name, but damaged";
+}
+
+TEST_F(BatchInputs, AFolderWithoutFramesIsRejected) {
+  fs::create_directory(scratch / "empty");
+  EXPECT_EQ(convert("empty").status, 3);
+  EXPECT_EQ(convert("empty").err, "vistrel: empty: there is no frame in this folder\n");
+  EXPECT_EQ(convert("empty a.pgm --keep-going").status, 1);
+  EXPECT_TRUE(fs::exists(scratch / "out/a.png"));
+}
+
+}  // namespace
+}  // namespace vistrel

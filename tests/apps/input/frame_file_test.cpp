@@ -1,0 +1,110 @@
+// What the options, the name and the file say about a frame.
+#include "tests/apps/input/fits_file.h"
+#include "tests/apps/input/input_test.h"
+
+namespace vistrel {
+namespace {
+
+struct FrameFiles : InputTest {};
+
+TEST_F(FrameFiles, HighBitsOfFilesWithAHeader) {
+  scratch.write("in.pgm", pgm(3, 1, 65535, [](uint32_t x, uint32_t) { return x * 0x5550; }));
+  const std::string convert = "convert in.pgm --phase mono --depth 16 -o out.pgm --align high";
+  EXPECT_EQ(scratch.vistrel(convert + " --bits 12").err, "");
+  EXPECT_EQ(scratch.read("out.pgm"),
+            pgm(3, 1, 4095, [](uint32_t x, uint32_t) { return x * 0x555; }));
+  EXPECT_EQ(info("in.pgm --align high --bits 12")["full_scale"], 0xFFF0);
+  EXPECT_EQ(scratch.vistrel(convert + " --bits 10").err,
+            "vistrel: in.pgm: sample 21840 at column 1, row 0: the lowest 6 of 16 bits are 0 in "
+            "samples of 10 high bits\n");
+  EXPECT_EQ(scratch.vistrel(convert).err,
+            "vistrel: in.pgm: --align high: --bits is missing, and the file does not specify it\n");
+  scratch.write("in.pgm", pgm(3, 1, 4095, [](uint32_t x, uint32_t) { return x; }));
+  EXPECT_EQ(
+      scratch.vistrel(convert).err,
+      "vistrel: in.pgm: --align high: the file says that its samples are in the low 12 bits\n");
+  scratch.write("in.pgm", flat(77));
+  EXPECT_EQ(scratch.vistrel(convert).err,
+            "vistrel: in.pgm: --align high: it applies to 16-bit samples only\n");
+}
+
+TEST_F(FrameFiles, OptionsThatContradictTheFile) {
+  scratch.write("in.pgm", flat(600, 1023));
+  info("in.pgm --bits 10");
+  const auto description =
+      info("in.pgm --bits 12", "vistrel: in.pgm: using 12 bits; the file says 10\n");
+  EXPECT_EQ(description["bits"], 12);
+  for (const char* dry : {"", " --dry-run"}) {
+    const auto convert = "convert in.pgm --bits 12 --phase mono -o out.png" + std::string(dry);
+    EXPECT_EQ(scratch.vistrel(convert).err, "vistrel: in.pgm: using 12 bits; the file says 10\n");
+  }
+}
+
+TEST_F(FrameFiles, UnspecifiedBits) {
+  const auto said = [this](const std::string& arguments) {
+    const Finished result = scratch.vistrel("convert " + arguments + " --phase mono -o out.png");
+    EXPECT_EQ(result.status, 0) << arguments;
+    EXPECT_EQ(result.out, "");
+    return result.err;
+  };
+  scratch.write("in.pgm", flat(2048, 65535));
+  EXPECT_EQ(
+      said("in.pgm"),
+      "vistrel: in.pgm: using 16 bits, only 12 of which are set; --bits 12 would use those\n");
+  EXPECT_EQ(said("in.pgm --bits 12"), "");
+  EXPECT_EQ(said("in.pgm --bits 16"), "");
+  scratch.write("in.raw", std::string("\x03\0\x01\0", 4));
+  EXPECT_EQ(said("in.raw -s 2x1 --pixfmt Mono16"), "");
+  scratch.write("in.pgm", flat(1, 65535));
+  EXPECT_EQ(said("in.pgm"),
+            "vistrel: in.pgm: using 16 bits, only 1 of which are set; --bits 8 would use those\n");
+  for (const uint32_t quiet : {0u, 32768u}) {
+    scratch.write("in.pgm", flat(quiet, 65535));
+    EXPECT_EQ(said("in.pgm"), "");
+  }
+}
+
+TEST_F(FrameFiles, OptionsThatContradictTheName) {
+  scratch.write("a_10b_grbg.pgm", flat(600, 1023));
+  EXPECT_EQ(
+      scratch.vistrel("convert a_10b_grbg.pgm --from-name --phase rggb --bits 16 -o o.png").err,
+      "vistrel: a_10b_grbg.pgm: using 16 bits; its name says 10\n"
+      "vistrel: a_10b_grbg.pgm: using rggb; its name says grbg\n"
+      "vistrel: a_10b_grbg.pgm: using 16 bits; the file says 10\n");
+}
+
+// If the file's phase is invalid, an option overrides it.
+TEST_F(FrameFiles, OptionOverridesInvalidPhase) {
+  const auto expect = [this](const std::string& file, const std::string& fault) {
+    const Finished none = scratch.vistrel("convert " + file + " -o out.png");
+    EXPECT_EQ(none.status, 3);
+    EXPECT_EQ(none.err, "vistrel: " + file + ": " + fault + "; --phase overrides it\n");
+    const Finished overridden = scratch.vistrel("convert " + file + " --phase rggb -o out.png");
+    EXPECT_EQ(overridden.status, 0);
+    EXPECT_EQ(overridden.err, "vistrel: " + file + ": " + fault + "; using rggb\n");
+    const Finished info = scratch.vistrel("info --json " + file);
+    EXPECT_EQ(info.err, "vistrel: " + file + ": " + fault + "\n");
+    EXPECT_TRUE(nlohmann::json::parse(info.out)["phase"].is_null());
+  };
+  const auto fitsOf = [this](std::vector<std::string> more) {
+    auto header = cards(8, {"2", "2"});
+    header.insert(header.end(), more.begin(), more.end());
+    scratch.write("in.fits", fits(header, "abcd"));
+  };
+  fitsOf({card("BAYERPAT", "'TRUE    '")});
+  expect("in.fits", "FITS: BAYERPAT \"TRUE\": RGGB, BGGR, GRBG and GBRG are known");
+  fitsOf({card("BAYERPAT", "'RGGB    '"), card("XBAYROFF", "0.5")});
+  expect("in.fits", "FITS: XBAYROFF 0.5, YBAYROFF 0: whole numbers are expected");
+  TiffSpec spec;
+  const auto expectTiff = [&](const std::vector<uint8_t>& cfa, const std::string& fault) {
+    spec.cfa = cfa;
+    writeTiff(scratch / "in.tif", spec, noise(12));
+    expect("in.tif", fault);
+  };
+  expectTiff({0, 1, 2, 1}, "TIFF: CFAPattern 0 1 2 1: not one of the four Bayer phases");
+  expectTiff({0, 1, 1, 2, 0, 1},
+             "TIFF: a mosaic of 2x2 filters, 6 of them named: 2x2 are expected");
+}
+
+}  // namespace
+}  // namespace vistrel

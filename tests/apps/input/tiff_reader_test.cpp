@@ -1,0 +1,134 @@
+// TIFF and DNG: their samples, and what they say about themselves.
+#include "tests/apps/input/input_test.h"
+
+namespace vistrel {
+namespace {
+
+const std::vector<uint8_t> kGrbg{1, 0, 2, 1}, kBggr{2, 1, 1, 0}, kRggb{0, 1, 1, 2},
+    kGbrg{1, 2, 0, 1};
+
+struct TiffReader : InputTest {};
+
+TEST_F(TiffReader, TiffOfAllDepths) {
+  for (uint32_t bits = 8; bits <= 16; ++bits)
+    for (const char* const mode : {"wl", "wb"}) {
+      TiffSpec spec;
+      spec.bits = bits;
+      spec.mode = mode;
+      writeTiff(scratch / "in.tif", spec, noise(bits));
+      expectSamples("in.tif", 7, 5, bits, noise(bits));
+    }
+}
+
+TEST_F(TiffReader, TiffOfTilesAndCompressed) {
+  for (const uint32_t tile : {0u, 16u})
+    for (const uint32_t compression : {1u, 5u, 8u, 32773u})
+      for (const uint32_t bits : {8u, 12u, 16u}) {
+        TiffSpec spec;
+        spec.width = 37;
+        spec.height = 21;
+        spec.bits = bits;
+        spec.tile = tile;
+        spec.compression = compression;
+        writeTiff(scratch / "in.tif", spec, noise(bits));
+        expectSamples("in.tif", 37, 21, bits, noise(bits));
+      }
+}
+
+TEST_F(TiffReader, TiffSpecifiesItsPhase) {
+  const std::pair<std::vector<uint8_t>, const char*> phases[] = {
+      {kGrbg, "grbg"}, {kBggr, "bggr"}, {kRggb, "rggb"}, {kGbrg, "gbrg"}};
+  for (const auto& [cfa, name] : phases) {
+    TiffSpec spec;
+    spec.cfa = cfa;
+    writeTiff(scratch / "in.tif", spec, noise(12));
+    EXPECT_EQ(info("in.tif")["phase"], name);
+    EXPECT_EQ(info("in.tif")["format"], "TIFF");
+    EXPECT_EQ(info("in.tif")["bits"], 12);
+  }
+  const Finished converted = scratch.vistrel("convert in.tif -o out.png");
+  EXPECT_EQ(converted.status, 0) << converted.err;
+}
+
+TEST_F(TiffReader, DngWithAThumbnail) {
+  TiffSpec spec;
+  spec.cfa = kRggb;
+  spec.bits = 16;
+  spec.isDng = spec.inSubdirectory = true;
+  spec.white = 16383;
+  spec.black = 600;
+  writeTiff(scratch / "in.dng", spec, noise(14));
+  expectSamples("in.dng", 7, 5, 14, noise(14));
+  const auto description = info("in.dng");
+  EXPECT_EQ(description["format"], "DNG");
+  EXPECT_EQ(description["phase"], "rggb");
+  EXPECT_EQ(description["bits"], 14);
+  EXPECT_EQ(description["black_level"], 600);
+  EXPECT_EQ(description["white_level"], 16383);
+}
+
+// 15520 takes 14 bits, 4094 takes 12.
+TEST_F(TiffReader, WhiteLevelDeterminesTheBits) {
+  const auto bitsOf = [this](uint32_t stored, uint32_t white, uint32_t used) {
+    TiffSpec spec;
+    spec.bits = stored;
+    spec.isDng = true;
+    spec.white = white;
+    writeTiff(scratch / "in.dng", spec, noise(used));
+    expectSamples("in.dng", 7, 5, used, noise(used));
+    return info("in.dng")["bits"];
+  };
+  EXPECT_EQ(bitsOf(16, 15520, 14), 14);
+  EXPECT_EQ(bitsOf(14, 4094, 12), 12);
+  EXPECT_EQ(bitsOf(16, 65535, 16), 16);
+  EXPECT_EQ(bitsOf(16, 70000, 16), 16);
+  EXPECT_EQ(bitsOf(16, 100, 16), 16);
+  EXPECT_EQ(bitsOf(8, 200, 8), 8);
+}
+
+TEST_F(TiffReader, OrientationIsReportedButNotApplied) {
+  TiffSpec spec;
+  for (const bool below : {false, true}) {
+    spec.inSubdirectory = spec.isDng = below;
+    spec.orientation = 6;
+    writeTiff(scratch / "in.tif", spec, noise(12));
+    EXPECT_EQ(info("in.tif")["orientation"], 6) << below;
+    expectSamples("in.tif", 7, 5, 12, noise(12));
+  }
+  EXPECT_NE(scratch.vistrel("info in.tif")
+                .out.find("\norientation      6 (pictures keep the sensor's orientation)\n"),
+            std::string::npos);
+  spec.orientation = 0;
+  writeTiff(scratch / "in.tif", spec, noise(12));
+  EXPECT_TRUE(info("in.tif")["orientation"].is_null());
+}
+
+// Pattern and frame begin at the area's corner.
+TEST_F(TiffReader, DngWithAnActiveArea) {
+  for (const uint32_t tile : {0u, 16u}) {
+    TiffSpec spec;
+    spec.width = 40;
+    spec.height = 30;
+    spec.tile = tile;
+    spec.cfa = kBggr;
+    spec.isDng = true;
+    spec.activeArea = {3, 1, 28, 34};
+    writeTiff(scratch / "in.dng", spec, noise(12));
+    EXPECT_EQ(info("in.dng")["phase"], "bggr");
+    expectSamples("in.dng", 33, 25, 12,
+                  [](uint32_t x, uint32_t y) { return noise(12)(x + 1, y + 3); });
+  }
+}
+
+TEST_F(TiffReader, TiffOfPages) {
+  TiffSpec spec;
+  spec.pages = 3;
+  spec.bits = 8;
+  writeTiff(scratch / "in.tif", spec, [](uint32_t, uint32_t y) { return y; });
+  EXPECT_EQ(info("in.tif")["frames"], 3);
+  EXPECT_EQ(info("in.tif --frame 2")["min"], 10);
+  EXPECT_EQ(info("in.tif --frame 2")["max"], 14);
+}
+
+}  // namespace
+}  // namespace vistrel

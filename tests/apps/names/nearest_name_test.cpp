@@ -1,0 +1,33 @@
+#include "apps/names/nearest_name.h"
+
+#include <gtest/gtest.h>
+
+namespace vistrel {
+namespace {
+
+using app::nearestName;
+
+TEST(NearestName, OneEditForEveryFourCharacters) {
+  const std::vector<std::string> names{"convert", "compare"};
+  EXPECT_EQ(nearestName("convrt", names), "convert");    // a character is missing
+  EXPECT_EQ(nearestName("comppare", names), "compare");  // one too many
+  EXPECT_EQ(nearestName("kompair", names), "");          // c, r and e are wrong: 3 edits for 7
+  EXPECT_EQ(nearestName("kompaire", {"compare"}), "compare");  // k and i: 2 edits for 8
+  EXPECT_EQ(nearestName("", names), "");
+  EXPECT_EQ(nearestName("convert", {}), "");
+}
+
+TEST(NearestName, CaseIsIgnoredAndTheFirstOfEqualsWins) {
+  EXPECT_EQ(nearestName("CONVERTS", {"info", "convert"}), "convert");
+  EXPECT_EQ(nearestName("RGBC", {"RGBA", "RGBD"}), "RGBA");
+  EXPECT_EQ(nearestName("RGC", {"RGA", "RGB"}), "");  // too short for an edit
+}
+
+// An exchange of neighbours is two edits.
+TEST(NearestName, Exchange) {
+  EXPECT_EQ(nearestName("ofni", {"info"}), "");
+  EXPECT_EQ(nearestName("formast", {"format", "formats"}), "format");
+}
+
+}  // namespace
+}  // namespace vistrel
