@@ -282,9 +282,8 @@ TEST_F(Dng, TooLargeIsRejected) {
 
 TEST_F(Dng, AppearsCompleteOrNotAtAll) {
   scratch.write("in.raw", std::string(64 * 64, 'x'));
-  const Finished full =
-      scratch.vistrel("unpack in.raw -s 64x64 --pixfmt RGGB -o dng:-",
-                      [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
+  const Finished full = scratch.vistrel("unpack in.raw -s 64x64 --pixfmt RGGB -o dng:-",
+                                        [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
   EXPECT_EQ(full.status, 4);
   EXPECT_EQ(full.err, "vistrel: in.raw: dng:- cannot be written: No space left on device\n");
   const Finished cut =

@@ -95,15 +95,18 @@ TEST_F(SceneCamera, LightIsThatOfSrgb) {
 // Rounding takes half a step; the light of a display colour, which is rounded to 16 bits, is off by
 // another tenth at most.
 TEST_F(SceneCamera, RecordsMixedLightAboveItsBlackLevels) {
-  const std::vector<uint32_t> samples = scene("--camera --noise 0");
-  for (const Patch& patch : chart)
-    forEachPixel(patch, [&](uint32_t x, uint32_t y) {
-      const double signal = signalOf(lightAt(patch, x + 0.5, y + 0.5), filterOf(x, y));
-      const double black = kBlack[placeOf(x, y)];
-      const double sample = std::min(black + signal * (kWhite - black), kWhite);
-      ASSERT_NEAR(samples[y * kSceneWidth + x], sample, 0.6)
-          << patch.name << " " << x << "," << y;
-    });
+  for (const std::string phase : {"rggb", "gbrg"}) {
+    const std::vector<uint32_t> samples = scene("--camera --noise 0 --phase " + phase);
+    for (const Patch& patch : chart)
+      forEachPixel(patch, [&](uint32_t x, uint32_t y) {
+        const size_t filter = std::string("rgb").find(phase[placeOf(x, y)]);
+        const double signal = signalOf(lightAt(patch, x + 0.5, y + 0.5), filter);
+        const double black = kBlack[placeOf(x, y)];
+        const double sample = std::min(black + signal * (kWhite - black), kWhite);
+        ASSERT_NEAR(samples[y * kSceneWidth + x], sample, 0.6)
+            << phase << " " << patch.name << " " << x << "," << y;
+      });
+  }
 }
 
 TEST_F(SceneCamera, ClipsHighlights) {
