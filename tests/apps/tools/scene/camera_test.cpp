@@ -283,7 +283,7 @@ TEST_F(SceneCamera, TagsUndoTheCamera) {
       EXPECT_NEAR(colour[c], light[c], 5 * deviation[c] + 0.001 * light[c] + 1e-5)
           << patch.name << " " << c;
     if (!patch.isNeutral()) continue;
-    for (const size_t c : {0, 2})
+    for (const size_t c : {size_t{0}, size_t{2}})
       EXPECT_NEAR(colour[c], colour[1],
                   5 * std::hypot(deviation[c], deviation[1]) + 0.001 * light[1])
           << patch.name << " " << c;
