@@ -15,6 +15,7 @@
 #include "apps/options/options.h"
 #include "apps/pictures/picture.h"
 #include "apps/pictures/raw_frame.h"
+#include "apps/pictures/write_dng.h"
 
 namespace vistrel::app {
 namespace {
@@ -54,13 +55,16 @@ std::vector<uint16_t> mosaicOf(const ColourPicture& picture, uint32_t phase, uin
   return mosaic;
 }
 
-// A .pgm cannot be headerless, and a headerless raw file needs a format.
+// A .pgm or .dng cannot be headerless, and a headerless raw file needs a format.
 void checkOutput(const MosaicOptions& o) {
+  const bool dng = isDngName(o.output);
   const bool pgm = std::filesystem::path(o.output).extension() == ".pgm";
-  if (o.format && pgm)
-    throwError(kUsage, "-o {}: --pixfmt writes a headerless raw file, not a .pgm", o.output);
-  if (!o.format && !pgm)
-    throwError(kUsage, "-o {}: a raw frame is a .pgm, or headerless with --pixfmt", o.output);
+  if (o.format && (dng || pgm))
+    throwError(kUsage, "-o {}: --pixfmt writes a headerless raw file, not a {}", o.output,
+               dng ? ".dng" : ".pgm");
+  if (!o.format && !dng && !pgm)
+    throwError(kUsage, "-o {}: a raw frame is a .pgm or .dng, or headerless with --pixfmt",
+               o.output);
   if (o.phase == VISTREL_MONO || (o.format && o.format->phase == VISTREL_MONO))
     throwError(kUsage, "{} mono: a mosaic needs colour filters", o.format ? "--pixfmt" : "--phase");
   if (o.format && !o.format->phase)
@@ -70,17 +74,21 @@ void checkOutput(const MosaicOptions& o) {
 
 void mosaicOne(const MosaicOptions& o) {
   const ColourPicture picture = readColourPicture(o.input);
-  const vistrel_layout& layout = picture.image.layout;
+  const uint32_t width = picture.image.layout.width;
   const auto own = std::max(8u, static_cast<uint32_t>(std::bit_width(picture.largest)));
   const uint32_t phase = o.format ? *o.format->phase : o.phase.value_or(VISTREL_RGGB);
   const uint32_t bits = o.format ? o.format->bits : o.bits.value_or(own);
   const std::vector<uint16_t> samples = mosaicOf(picture, phase, bits);
+  const bool dng = isDngName(o.output);
   AtomicFile output(o.output);
   if (o.format)
-    writeHeaderless(*o.format, samples, layout.width, output);
+    writeHeaderless(*o.format, samples, width, output);
+  else if (dng)
+    writeDng(monoImage(samples, width, bits), unknownCamera(phase, bits), output);
   else
-    writePgm(samples, layout.width, bits, output);
+    writePnm(monoImage(samples, width, bits), output);
   output.commit();
+  if (dng) printAssumedColours(o.output);
 }
 
 ExitStatus run(const MosaicOptions& o) {
@@ -101,7 +109,8 @@ void addMosaicCommand(CLI::App& program, int& status) {
   command->add_option("IN", o->input, "Picture: PPM, or PNG of 3 channels of 8 or 16 bits")
       ->required();
   command
-      ->add_option("-o,--output", o->output, "Frame (.pgm), or headerless raw file with --pixfmt")
+      ->add_option("-o,--output", o->output,
+                   "Frame (.pgm, .dng), or headerless raw file with --pixfmt")
       ->required()
       ->type_name("OUT");
   auto* phase = addPhaseOption(*command, o->phase);

@@ -69,8 +69,7 @@ void writeHeaderless(const PixelFormat& format, const std::vector<uint16_t>& sam
   }
 }
 
-void writePgm(const std::vector<uint16_t>& samples, uint32_t width, uint32_t bits,
-              AtomicFile& file) {
+Image monoImage(const std::vector<uint16_t>& samples, uint32_t width, uint32_t bits) {
   const auto height = static_cast<uint32_t>(samples.size() / width);
   const uint32_t bytes = bits > 8 ? 2 : 1;
   Image image;
@@ -82,7 +81,7 @@ void writePgm(const std::vector<uint16_t>& samples, uint32_t width, uint32_t bit
     image.pixels.insert(image.pixels.end(), bytes == 2 ? native : &low,
                         bytes == 2 ? native + 2 : &low + 1);
   }
-  writePnm(image, file);
+  return image;
 }
 
 }  // namespace vistrel::app

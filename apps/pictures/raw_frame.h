@@ -1,4 +1,4 @@
-// Writing raw frames: headerless raw files and PGM.
+// Raw frames from samples: headerless raw files, and images for other files.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +17,7 @@ std::vector<uint8_t> packRow(const PixelFormat& format, const uint16_t* samples,
 void writeHeaderless(const PixelFormat& format, const std::vector<uint16_t>& samples,
                      uint32_t width, AtomicFile& file);
 
-// As above, but as a PGM of `bits` significant bits.
-void writePgm(const std::vector<uint16_t>& samples, uint32_t width, uint32_t bits,
-              AtomicFile& file);
+// Rows of `width` samples of `bits` significant bits as a mono image.
+Image monoImage(const std::vector<uint16_t>& samples, uint32_t width, uint32_t bits);
 
 }  // namespace vistrel::app

@@ -1,48 +1,12 @@
-#include <tiffio.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <cerrno>
-#include <cstdarg>
-#include <cstdio>
-#include <cstring>
-#include <memory>
-#include <new>
+#include <cstdint>
 #include <vector>
 
 #include "apps/pictures/picture.h"
 #include "apps/pictures/pixel_row.h"
+#include "apps/pictures/tiff_output.h"
 
 namespace vistrel::app {
 namespace {
-
-// Larger files need 64-bit offsets.
-constexpr size_t kMaxClassicBytes = 0xF0000000;
-
-struct Message {
-  char text[160];
-};
-
-int keepText(TIFF*, void* to, const char*, const char* format, va_list arguments) {
-  auto* message = static_cast<Message*>(to);
-  if (!message->text[0]) std::vsnprintf(message->text, sizeof message->text, format, arguments);
-  return 1;
-}
-
-int dropText(TIFF*, void*, const char*, const char*, va_list) { return 1; }
-
-using Tiff = std::unique_ptr<TIFF, void (*)(TIFF*)>;
-
-Tiff openTiff(const AtomicFile& file, Message& message, bool large) {
-  const std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)> options(TIFFOpenOptionsAlloc(),
-                                                                             TIFFOpenOptionsFree);
-  if (!options) throw std::bad_alloc();
-  TIFFOpenOptionsSetErrorHandlerExtR(options.get(), keepText, &message);
-  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), dropText, nullptr);
-  // TIFFClose() closes the descriptor, so it gets a duplicate.
-  return {TIFFFdOpenExt(dup(fileno(file.stream())), "TIFF", large ? "w8" : "w", options.get()),
-          TIFFClose};
-}
 
 void describe(TIFF* tiff, const vistrel_layout& l) {
   TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, l.width);
@@ -65,7 +29,7 @@ uint16_t scaled(uint32_t sample, uint32_t bits) {
 }
 
 template <class Sample>
-bool writeRows(TIFF* tiff, const Image& image) {
+void writeRows(TiffOutput& tiff, const Image& image) {
   const vistrel_layout& l = image.layout;
   std::vector<Sample> row;
   for (uint32_t y = 0; y < l.height; ++y) {
@@ -73,25 +37,17 @@ bool writeRows(TIFF* tiff, const Image& image) {
     forEachSample<Sample>(image, y, [&](Sample sample) {
       row.push_back(sizeof sample == 1 ? sample : static_cast<Sample>(scaled(sample, l.bits)));
     });
-    if (TIFFWriteScanline(tiff, row.data(), y, 0) != 1) return false;
+    tiff.writeRow(row.data(), y);
   }
-  return TIFFFlush(tiff) == 1;
+  tiff.finish();
 }
 
 }  // namespace
 
 void writeTiff(const Image& image, AtomicFile& file) {
-  Message message{};
-  errno = 0;
-  const Tiff tiff = openTiff(file, message, image.layout.bytes > kMaxClassicBytes);
-  if (tiff) {
-    describe(tiff.get(), image.layout);
-    const bool wide = image.layout.bits > 8;
-    errno = 0;
-    if (wide ? writeRows<uint16_t>(tiff.get(), image) : writeRows<uint8_t>(tiff.get(), image))
-      return;
-  }
-  file.throwWriteError(errno ? std::strerror(errno) : message.text);
+  TiffOutput tiff(file, image.layout.bytes > kMaxClassicBytes ? "w8" : "w");
+  describe(tiff.handle(), image.layout);
+  image.layout.bits > 8 ? writeRows<uint16_t>(tiff, image) : writeRows<uint8_t>(tiff, image);
 }
 
 }  // namespace vistrel::app

@@ -158,7 +158,7 @@ TEST(Usage, OutputFormat) {
       "standard output is - for PNM, png:- and so on\n";
   expectUsage("convert a.pgm --phase rggb -o a.jpg", "-o a.jpg" + text);
   expectUsage("convert a.pgm --phase rggb -o picture", "-o picture" + text);
-  expectUsage("scene -o a.png", "-o a.png: a raw frame is a .pgm\n");
+  expectUsage("scene -o a.png", "-o a.png: a raw frame is a .dng or a .pgm\n");
 }
 
 std::string helpOf(const std::string& command) {

@@ -1,4 +1,5 @@
-// A sensor in front of the scene: pixels with an area, colour filters, noise.
+// An ideal sensor in front of the scene: pixels with an area, colour filters, noise. It takes
+// display colours for light, so its frames look right without a transfer curve.
 #pragma once
 
 #include "apps/tools/scene/scene.h"
