@@ -186,13 +186,15 @@ TEST(GrayWorld, GivesAColourWithoutSamplesTheLargestGain) {
 }
 
 // Bits that are not significant, where the conversion masks them, and all other fields.
-TEST(GrayWorld, ReadsOfTheConversionOnlyBlackAndExcess) {
+TEST(GrayWorld, ReadsOfTheConversionOnlyWhatSaysWhichSamplesCount) {
   std::vector<uint16_t> samples{(300 << 4) + 15, 600 << 4, (600 << 4) + 7, 150 << 4};
   vistrel_frame frame = frameOf(samples, 2, 2, 12, VISTREL_RGGB);
   frame.alignment = VISTREL_HIGH_BITS;
   vistrel_conversion c{};
   std::memset(&c, 0xFF, sizeof c);
   setBlack(c, 0);
+  c.white = 0;
+  c.region = {};
   c.excess = VISTREL_MASK;
   EXPECT_THAT(measured(frame, c), ElementsAre(8192, 4096, 16384));
 }
