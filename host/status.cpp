@@ -27,7 +27,7 @@ constexpr const char* kNames[] = {
     "VISTREL_BUSY_STREAM",  "VISTREL_BAD_CONTINUOUS",   "VISTREL_BAD_WHITE",
     "VISTREL_BAD_THREADS",  "VISTREL_BAD_TEAM",         "VISTREL_NO_THREAD",
     "VISTREL_RUN_FAILED",   "VISTREL_BAD_ROWS",         "VISTREL_BAD_DESTINATION",
-    "VISTREL_BAD_FILTER",
+    "VISTREL_BAD_FILTER",   "VISTREL_BAD_TRANSFER",     "VISTREL_BAD_COUNT",
 };
 
 // Texts of printable ASCII are valid in every encoding and harmless on every terminal.

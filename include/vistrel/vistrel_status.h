@@ -49,7 +49,9 @@ enum {
   VISTREL_BAD_ROWS = 40,         /* no rows, or more than there are */
   VISTREL_BAD_DESTINATION = 41,  /* destination is neither VISTREL_READ_SOON nor
                                     VISTREL_READ_LATER */
-  VISTREL_BAD_FILTER = 42        /* no such filter, or a divisor of 0 */
+  VISTREL_BAD_FILTER = 42,       /* no such filter, or a divisor of 0 */
+  VISTREL_BAD_TRANSFER = 43,     /* no such transfer curve, or not a parameter of it */
+  VISTREL_BAD_COUNT = 44         /* count is not 2..65536 */
 };
 
 /*

@@ -76,7 +76,7 @@ def check_sources(names):
         run("clang-format-14", "--dry-run", "-Werror", *sources)
     for rule in ("includes", "quirks"):
         run(CMAKE, "-D", f"ROOT={TREE}", "-P", f"tests/lint/{rule}.cmake")
-    run(CMAKE, "-D", "HEADER=include/vistrel/vistrel.h", "-D", "PAGE=README.md",
+    run(CMAKE, "-D", "FOLDER=include/vistrel", "-D", "HEADERS=vistrel.h", "-D", "PAGE=README.md",
         "-D", "LINES=^ *DM_[A-Z0-9_]+ = ", "-D", "NAME=[A-Z0-9_]+", "-P", "tests/lint/names.cmake")
     for name in names:
         if name.endswith("_test.cpp"):
