@@ -32,6 +32,8 @@ if(VISTREL_APPS)
   install(TARGETS vistrel)
   set(manual ${PROJECT_BINARY_DIR}/manual)
   install(DIRECTORY ${manual}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vistrel
+    FILES_MATCHING PATTERN *.md PATTERN *.svg PATTERN *.png)
   install(FILES ${manual}/bash/vistrel
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
   install(FILES ${manual}/zsh/_vistrel DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)

@@ -20,8 +20,8 @@ uint64_t sumOf(const std::array<uint64_t, n>& series, uint64_t x) {
   return sum;
 }
 
-constexpr uint64_t kLn2 = 0xB17217F7D1CF79AB;         // ln 2
-constexpr uint64_t kHalfOfLog2E = 0xB8AA3B295C17F0BB; // log2(e) / 2
+constexpr uint64_t kLn2 = 0xB17217F7D1CF79AB;          // ln 2
+constexpr uint64_t kHalfOfLog2E = 0xB8AA3B295C17F0BB;  // log2(e) / 2
 
 // 1/3, 1/5, 1/7, ..., 1/39
 constexpr auto kOddReciprocals = [] {
@@ -35,8 +35,7 @@ constexpr auto kOddReciprocals = [] {
 constexpr auto kFactorialReciprocals = [] {
   std::array<uint64_t, 17> series{};
   Fixed reciprocal = kFixedOne;
-  for (size_t k = 0; k < series.size(); ++k)
-    series[k] = static_cast<uint64_t>(reciprocal /= k + 2);
+  for (size_t k = 0; k < series.size(); ++k) series[k] = static_cast<uint64_t>(reciprocal /= k + 2);
   return series;
 }();
 
@@ -46,8 +45,8 @@ constexpr auto kFactorialReciprocals = [] {
 //
 //   ln m = 2 (z + z^3/3 + z^5/5 + ...)     (Abramowitz and Stegun, 4.1.27)
 //
-// The terms after z^39/39 are less than 2^-68 in sum. Every step rounds down, so that ln m / 2 falls
-// short by less than 3 * 2^-64 and log2 m by less than 11 * 2^-64.
+// The terms after z^39/39 are less than 2^-68 in sum. Every step rounds down, so that ln m / 2
+// falls short by less than 3 * 2^-64 and log2 m by less than 11 * 2^-64.
 Fixed fixedLog2(uint64_t x) {
   constexpr uint64_t kUnit = uint64_t{1} << 62;
   const int n = 63 - std::countl_zero(x);
@@ -62,8 +61,8 @@ Fixed fixedLog2(uint64_t x) {
 //
 //   2^f = 1 + t + t^2/2! + t^3/3! + ...    (Abramowitz and Stegun, 4.2.1)
 //
-// The terms after t^18/18! are less than 2^-66 in sum. Every step rounds down: t falls short by less
-// than 2 * 2^-64, 2^f by less than 10 * 2^-64.
+// The terms after t^18/18! are less than 2^-66 in sum. Every step rounds down: t falls short by
+// less than 2 * 2^-64, 2^f by less than 10 * 2^-64.
 Fixed fixedExp2Minus(Fixed x) {
   const auto n = static_cast<uint64_t>((x + (kFixedOne - 1)) >> 64);
   if (n > 64) return 0;

@@ -56,8 +56,7 @@ void expectPower(Fixed x) {
 }
 
 TEST(FixedExp2Minus, IsExactForIntegers) {
-  for (unsigned n = 0; n <= 64; ++n)
-    EXPECT_EQ(fixedExp2Minus(Fixed{n} << 64), kFixedOne >> n) << n;
+  for (unsigned n = 0; n <= 64; ++n) EXPECT_EQ(fixedExp2Minus(Fixed{n} << 64), kFixedOne >> n) << n;
 }
 
 TEST(FixedExp2Minus, FallsShortByLessThanItsBound) {

@@ -86,7 +86,8 @@ TEST(Transfer, LinearRoundsHalvesUp) {
 
 // (1/4)^(1/2) and (1/8)^(1/3) are halves, (1/2)^10 is 1/1024: 65535 / 1024 = 63.999.
 TEST(Transfer, GammaRoundsHalvesUp) {
-  EXPECT_THAT(pointsOf({TransferCurve::gamma, 2000}, 5), ElementsAre(0, 32768, 46340, 56755, 65535));
+  EXPECT_THAT(pointsOf({TransferCurve::gamma, 2000}, 5),
+              ElementsAre(0, 32768, 46340, 56755, 65535));
   EXPECT_EQ(pointsOf({TransferCurve::gamma, 3000}, 9)[1], 32768);
   EXPECT_EQ(pointsOf({TransferCurve::gamma, 100}, 3)[1], 64);
   for (const size_t count : {3, 5, 11, 1023, 40001, 65535})
@@ -97,8 +98,7 @@ TEST(Transfer, GammaRoundsHalvesUp) {
 // sqrt(i^2 / 2^2n) is i / 2^n: a half for every odd i, as 65535 is odd. 2^14 = 128^2.
 TEST(Transfer, EveryHalfOfGammaTwoRoundsUp) {
   const auto points = pointsOf({TransferCurve::gamma, 2000}, (1 << 14) + 1);
-  for (uint32_t i = 0; i <= 128; ++i)
-    EXPECT_EQ(points[i * i], (65535 * i + 64) / 128) << i;
+  for (uint32_t i = 0; i <= 128; ++i) EXPECT_EQ(points[i * i], (65535 * i + 64) / 128) << i;
   const auto squares = pointsOf({TransferCurve::gamma, 500}, 257);
   for (uint32_t i = 0; i <= 256; ++i)
     EXPECT_EQ(squares[i], (uint64_t{65535} * i * i + 32768) / 65536) << i;

@@ -27,8 +27,8 @@ struct MakeTransfer : ::testing::Test {
   }
 };
 
-// At x = 1/4, 1/2, 3/4. sRGB has 0.537099, 0.735357, 0.880825; the roots are 0.5, 0.707107, 0.866025.
-// asinh(x) / asinh(1) is 0.280774, 0.545979, 0.786440.
+// At x = 1/4, 1/2, 3/4. sRGB has 0.537099, 0.735357, 0.880825; the roots are 0.5, 0.707107,
+// 0.866025. asinh(x) / asinh(1) is 0.280774, 0.545979, 0.786440.
 TEST_F(MakeTransfer, FillsThePointsOfEachKind) {
   EXPECT_EQ(make(VISTREL_TRANSFER_LINEAR, 0), VISTREL_OK);
   EXPECT_THAT(points, ElementsAre(0, 16384, 32768, 49151, 65535, 77));
