@@ -37,9 +37,8 @@ void printAlgorithmsAsJson() {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i) {
     list.push_back({{"name", a->name}, {"max_bits", a->max_bits}, {"min_size", a->min_size}});
     if (const AlgorithmGuide* guide = guideTo(a->code))
-      list.back().update({{"cpsnr_db", guide->cpsnr},
-                          {"ns_per_pixel", guide->nanoseconds},
-                          {"use", guide->use}});
+      list.back().update(
+          {{"cpsnr_db", guide->cpsnr}, {"ns_per_pixel", guide->nanoseconds}, {"use", guide->use}});
   }
   fmt::print("{}\n", list.dump(2));
 }

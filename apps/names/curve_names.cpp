@@ -17,7 +17,8 @@ std::span<const CurveName> curveNames() { return kCurves; }
 
 std::string curveNameList(const std::string& between) {
   std::string list;
-  for (const CurveName& curve : kCurves) list.append(list.empty() ? "" : between).append(curve.name);
+  for (const CurveName& curve : kCurves)
+    list.append(list.empty() ? "" : between).append(curve.name);
   return list;
 }
 

@@ -45,7 +45,7 @@ set(apps/commands interface apps/input apps/batch apps/tools/report apps/tools/s
   apps/pictures apps/files apps/error)
 set(apps/program apps/commands apps/options)
 set(apps/main apps/program apps/files apps/error)
-set(apps/tools/manual interface apps/names apps/program)
+set(apps/tools/manual interface apps/names apps/options apps/program)
 set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/drawing
   apps/tools/guess apps/tools/manual apps/tools/report apps/tools/scene apps/tools/selftest
   apps/tools/sheet apps/options apps/progress apps/names apps/plugin apps/pictures apps/files

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "apps/names/curve_names.h"
+#include "apps/options/algorithm.h"
 
 namespace vistrel::app {
 namespace {
@@ -27,8 +28,7 @@ and - for standard input. A file with several frames yields a picture for each.
 
 A picture shows the samples as they are: linear, without white balance. --black and --wb change
 the samples first. Then follow the demosaic algorithm, binning, and the reduction to 8 bits by
---window or --curve; --depth 16 keeps all bits. `vistrel algorithms` says which algorithm is for
-what; edge:N smooths green that varies by up to N of 255.)";
+--window or --curve; --depth 16 keeps all bits.)";
 
 constexpr const char* kConvertBatch =
     R"(With several inputs, OUT is an existing folder. A picture there that is newer than its frame is
@@ -50,6 +50,13 @@ options make the same frame on every machine.)";
 
 constexpr const char* kUnfinished = "an unfinished file of a run; the next run removes it";
 
+std::string algorithms() {
+  return "Algorithms: " + algorithmNames() +
+         ". `vistrel algorithms` says which is for what. edge:N smooths green that varies by up to "
+         "N "
+         "of 255.";
+}
+
 std::string curves() {
   std::string text = "Tone curves, for 10 bits or more:";
   for (const CurveName& curve : curveNames())
@@ -65,7 +72,7 @@ const std::map<std::string, Details>& allDetails() {
          {"share/doc/vistrel", "guides to the program, to algorithms and curves, to the libraries"},
          {"lib/vistrel/vistrel-libraw.so", "the plug-in that reads camera raw files"}}}},
       {"convert",
-       {std::string(kConvert) + "\n\n" + curves() + "\n\n" + kConvertBatch,
+       {std::string(kConvert) + "\n\n" + algorithms() + "\n\n" + curves() + "\n\n" + kConvertBatch,
         {{"OUT/NAME.png", "the picture of NAME.pgm, with the extension of --type"},
          {"OUT/NAME_000000.png", "the first picture of a file with several frames"},
          {".vistrel-XXXXXX", kUnfinished}}}},
