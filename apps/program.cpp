@@ -28,6 +28,7 @@ void describeProgram(CLI::App& program, int& status) {
   program.failure_message([](const CLI::App*, const CLI::Error& error) {
     return fmt::format("vistrel: {}\nRun with --help for more information.\n", error.what());
   });
+  addAlgorithmsCommand(program, status);
   addBenchCommand(program, status);
   addCfaCommand(program, status);
   addCompareCommand(program, status);

@@ -2,10 +2,10 @@
 include(CMakePackageConfigHelpers)
 
 # Public headers lie in include/vistrel as they are installed.
-set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h vistrel_status.h
-    vistrel_types.h vistrel_version.h)
+set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h vistrel_finish.h
+    vistrel_status.h vistrel_types.h vistrel_version.h)
 set(VISTREL_CXX_HEADERS solvers.h tone_curves.h image_functions.h platform.h
-  vistrel.hpp vistrel_frame.hpp vistrel_image.hpp vistrel_names.hpp vistrel_result.hpp
+  vistrel.hpp vistrel_finish.hpp vistrel_frame.hpp vistrel_image.hpp vistrel_names.hpp vistrel_result.hpp
   vistrel_span.hpp vistrel_stream.hpp)
 
 set(libraries Vistrel)
@@ -13,8 +13,8 @@ set(other_headers "")
 if(VISTREL_HOST)
   list(APPEND libraries vistrelhost)
 else()
-  set(other_headers PATTERN vistrel_host.h EXCLUDE PATTERN vistrel_types.h EXCLUDE
-      PATTERN vistrel_status.h EXCLUDE
+  set(other_headers PATTERN vistrel_host.h EXCLUDE PATTERN vistrel_finish.h EXCLUDE
+    PATTERN vistrel_types.h EXCLUDE PATTERN vistrel_status.h EXCLUDE
     PATTERN *.hpp EXCLUDE)
 endif()
 
@@ -32,6 +32,8 @@ if(VISTREL_APPS)
   install(TARGETS vistrel)
   set(manual ${PROJECT_BINARY_DIR}/manual)
   install(DIRECTORY ${manual}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vistrel
+    FILES_MATCHING PATTERN *.md PATTERN *.svg PATTERN *.png)
   install(FILES ${manual}/bash/vistrel
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
   install(FILES ${manual}/zsh/_vistrel DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)

@@ -6,6 +6,7 @@
 
 namespace vistrel::app {
 
+void addAlgorithmsCommand(CLI::App& program, int& status);
 void addBenchCommand(CLI::App& program, int& status);
 void addCfaCommand(CLI::App& program, int& status);
 void addCompareCommand(CLI::App& program, int& status);

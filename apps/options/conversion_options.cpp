@@ -1,8 +1,7 @@
 #include "apps/options/conversion_options.h"
 
-#include <charconv>
-
 #include "apps/error.h"
+#include "apps/names/curve_names.h"
 #include "apps/options/geometry.h"
 #include "apps/options/options.h"
 #include "apps/options/output_format.h"
@@ -12,13 +11,8 @@ namespace {
 
 constexpr uint32_t kReduced = 10;  // bits
 
-// The number, if the whole text is one.
-std::optional<uint32_t> numberIn(const std::string& text) {
-  uint32_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc{} || rest != end) return {};
-  return number;
+bool isNumber(const std::string& text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
 }
 
 // The format that --format names, or the one that --depth implies.
@@ -37,17 +31,16 @@ uint32_t formatOf(const ConversionOptions& o, bool mono) {
 }  // namespace
 
 std::optional<std::filesystem::path> ToneOptions::file() const {
-  if (curve.empty()) return {};
-  const auto number = numberIn(curve);
-  if (!number) return curve;
-  if (*number < 2 || *number > 6)
-    throwError(kUsage, "--curve {}: 2 to 6, or a file with a table, are allowed", curve);
-  return {};
+  if (curve.empty() || findCurve(curve)) return {};
+  if (isNumber(curve))
+    throwError(kUsage, "--curve {}: 2 to 6, {}, or a file with a table, are allowed", curve,
+               curveNameList(", "));
+  return curve;
 }
 
 void ToneOptions::apply(vistrel_conversion& conversion) const {
   conversion.reduction = window.value_or(0);
-  if (const auto number = numberIn(curve)) conversion.reduction = *number + 1;
+  if (const auto number = findCurve(curve)) conversion.reduction = *number + 1;
   if (table.empty()) return;
   conversion.reduction = VISTREL_TABLE;
   conversion.table = table.data();
@@ -78,7 +71,7 @@ void addToneOptions(CLI::App& command, ToneOptions& o) {
                                             "Which 8 bits: the highest, 1 or 2 places lower (0)"),
                          0, 2);
   command.add_option("--curve", o.curve, "Tone curve, or a text or PGM of 1024 values 0..255")
-      ->type_name("2..6|FILE")
+      ->type_name("2..6|" + curveNameList("|") + "|FILE")
       ->excludes(window);
 }
 
@@ -87,8 +80,7 @@ void addConversionOptions(CLI::App& command, ConversionOptions& o) {
       .add_option_function<std::string>(
           "-a,--algorithm",
           [&o](const std::string& s) { o.algorithm = parseAlgorithm("--algorithm", s); },
-          "Demosaic algorithm (bilinear): " + algorithmNames() +
-              ". edge:N smooths green that varies by up to N of 255")
+          "Demosaic algorithm (bilinear): see `algorithms`")
       ->type_name("NAME[:N]");
   command
       .add_option_function<std::string>(

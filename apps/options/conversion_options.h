@@ -18,11 +18,11 @@ namespace vistrel::app {
 // --window, --curve.
 struct ToneOptions {
   std::optional<uint32_t> window;
-  std::string curve;            // a number or a file; empty for none
+  std::string curve;            // a name, a number or a file; empty for none
   std::vector<uint16_t> table;  // read from the file
 
-  // The file of the curve, if it is not a number. Throws ProgramError (usage) for a number that
-  // names no curve.
+  // The file of the curve, if it is no name or number of one. Throws ProgramError (usage) for
+  // other numbers.
   std::optional<std::filesystem::path> file() const;
 
   void apply(vistrel_conversion& conversion) const;  // keeps a pointer to `table`

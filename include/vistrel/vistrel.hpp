@@ -7,6 +7,7 @@
 
 #include <array>
 
+#include "vistrel/vistrel_finish.hpp"
 #include "vistrel/vistrel_frame.hpp"
 #include "vistrel/vistrel_names.hpp"
 #include "vistrel/vistrel_stream.hpp"

@@ -26,6 +26,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include "vistrel/vistrel_finish.h"
 #include "vistrel/vistrel_types.h"
 #include "vistrel/vistrel_version.h"
 

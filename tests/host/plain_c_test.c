@@ -16,6 +16,7 @@ int main(void) {
   vistrel_layout layout;
   vistrel_image image;
   vistrel_error error;
+  uint16_t points[3];
 
   memset(expected, ImgConvert8(), sizeof expected);
   memset(samples, 10, sizeof samples);
@@ -33,6 +34,10 @@ int main(void) {
   image.size = sizeof pixels;
   if (vistrel_get_layout(&frame, &conversion, &layout, &error) || layout.bytes != 4 ||
       vistrel_convert(&frame, &conversion, &image, &error) || memcmp(pixels, expected, 4)) {
+    printf("status %d: %s\n", (int)error.status, error.text);
+    return 1;
+  }
+  if (vistrel_make_transfer(VISTREL_TRANSFER_LINEAR, 0, points, 3, &error) || points[1] != 32768) {
     printf("status %d: %s\n", (int)error.status, error.text);
     return 1;
   }

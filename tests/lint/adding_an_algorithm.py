@@ -76,7 +76,7 @@ def check_sources(names):
         run("clang-format-14", "--dry-run", "-Werror", *sources)
     for rule in ("includes", "quirks"):
         run(CMAKE, "-D", f"ROOT={TREE}", "-P", f"tests/lint/{rule}.cmake")
-    run(CMAKE, "-D", "HEADER=include/vistrel/vistrel.h", "-D", "PAGE=README.md",
+    run(CMAKE, "-D", "FOLDER=include/vistrel", "-D", "HEADERS=vistrel.h", "-D", "PAGE=README.md",
         "-D", "LINES=^ *DM_[A-Z0-9_]+ = ", "-D", "NAME=[A-Z0-9_]+", "-P", "tests/lint/names.cmake")
     for name in names:
         if name.endswith("_test.cpp"):
@@ -135,7 +135,7 @@ def build_and_run(names):
     if len({picture.read_bytes() for picture in pictures}) < len(pictures):
         sys.exit("another algorithm converts in the toy's place")
     vistrel("compare", frame, *options, "-a", "toy", "-o", SCRATCH / "sheet.png")
-    must_contain(vistrel("convert", "--help"), "toy")
+    must_contain(vistrel("algorithms"), "toy")
     run(BUILT / "apps/tools/manual/vistrel_manual", SCRATCH / "manual", "2000-01-01",
         LD_LIBRARY_PATH=str(BUILD))
     must_contain((SCRATCH / "manual/man1/vistrel-convert.1").read_text(), "toy")

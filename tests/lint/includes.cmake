@@ -14,13 +14,14 @@ set(streams entries cpu common)
 set(curves entries common)
 set(samples cpu common/simd common)
 set(output entries cpu common/rows common/simd common)
+set(finish output cpu common/rows common/simd common)
 set(cfa entries cpu common/rows common/simd common)
 set(platform entries)
 set(demosaic entries streams output cfa cpu common/rows common/simd common)
 set(frontend entries demosaic output streams cpu common/simd common)
-set(host interface frontend demosaic output samples cpu common/rows common)
-set(bench entries interface common common/simd common/rows cpu streams curves samples output cfa platform demosaic
-  frontend)
+set(host interface frontend demosaic finish output samples cpu common/rows common)
+set(bench entries interface common common/simd common/rows cpu streams curves samples output finish cfa platform
+  demosaic frontend)
 
 # In apps/ each folder is a module, and so is each source that lies beside them.
 set(apps/rejection interface)
@@ -44,7 +45,7 @@ set(apps/commands interface apps/input apps/batch apps/tools/report apps/tools/s
   apps/pictures apps/files apps/error)
 set(apps/program apps/commands apps/options)
 set(apps/main apps/program apps/files apps/names apps/error)
-set(apps/tools/manual interface apps/program)
+set(apps/tools/manual interface apps/names apps/options apps/program)
 set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/drawing
   apps/tools/guess apps/tools/manual apps/tools/report apps/tools/scene apps/tools/selftest
   apps/tools/sheet apps/options apps/progress apps/names apps/plugin apps/pictures apps/files
@@ -52,14 +53,14 @@ set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/d
 
 set(tests ${bench} host ${apps} bench)
 set(modules
-  common cpu streams curves samples output cfa platform demosaic frontend host apps bench tests)
+  common cpu streams curves samples output finish cfa platform demosaic frontend host apps bench tests)
 set(all_modules entries interface common/simd common/rows ${modules} ${apps})
 
 # The module of a path from the root; of a public header by its name.
 function(module_of path result_variable)
   string(REGEX MATCH "^(common/(rows|simd)/|(apps/tools/|apps/)?[a-z]+)" folder "${path}")
   string(REGEX REPLACE "/$" "" folder "${folder}")
-  if(path MATCHES "^vistrel/(vistrel_(host|types|status)\\.h|vistrel(_[a-z]+)?\\.hpp)$")
+  if(path MATCHES "^vistrel/(vistrel_(host|finish|types|status)\\.h|vistrel(_[a-z]+)?\\.hpp)$")
     set(folder interface)
   elseif(path STREQUAL "vistrel/processor.h")
     set(folder cpu)

@@ -1,8 +1,13 @@
-# cmake -D HEADER=FILE -D LINES=REGEX -D NAME=REGEX -D PAGE=FILE -P names.cmake: fails when the page
-# lacks a name that a line of the public header defines.
+# cmake -D FOLDER=FOLDER -D "HEADERS=A B" -D LINES=REGEX -D NAME=REGEX -D PAGE=FILE -P names.cmake:
+# fails when the page lacks a name that a line of the public headers defines.
 cmake_minimum_required(VERSION 3.25)
 
-file(STRINGS ${HEADER} lines REGEX "${LINES}")
+separate_arguments(HEADERS)
+set(lines "")
+foreach(header IN LISTS HEADERS)
+  file(STRINGS ${FOLDER}/${header} more REGEX "${LINES}")
+  list(APPEND lines "${more}")
+endforeach()
 file(READ ${PAGE} page)
 set(missing "")
 foreach(line IN LISTS lines)
@@ -14,5 +19,5 @@ foreach(line IN LISTS lines)
 endforeach()
 list(LENGTH lines count)
 if(missing OR count LESS 9)
-  message(FATAL_ERROR "of ${count} names in ${HEADER}, ${PAGE} lacks:${missing}")
+  message(FATAL_ERROR "of ${count} names in ${HEADERS}, ${PAGE} lacks:${missing}")
 endif()

@@ -17,7 +17,7 @@ function(names_in files mark names_variable)
 endfunction()
 
 set(sources "")
-foreach(module IN ITEMS common cpu streams curves samples output cfa platform demosaic frontend host apps)
+foreach(module IN ITEMS common cpu streams curves samples output finish cfa platform demosaic frontend host apps)
   file(GLOB_RECURSE files ${ROOT}/${module}/*.h ${ROOT}/${module}/*.hpp ${ROOT}/${module}/*.inl
     ${ROOT}/${module}/*.cpp)
   list(APPEND sources ${files})

@@ -22,6 +22,8 @@ export LD_LIBRARY_PATH=$libraries PKG_CONFIG_PATH=$libraries/pkgconfig
 "$vistrel" --version
 if ldd "$vistrel" | grep -i vistrel | grep -vF "=> $libraries/"; then exit 1; fi
 zcat "$root/usr/share/man/man1/vistrel.1.gz" | grep -q convert
+grep -q images/curves.svg "$root/usr/share/doc/vistrel/choosing.md"
+test -f "$root/usr/share/doc/vistrel/images/curves.svg"
 
 examples=$root/usr/share/doc/libvistrel-dev/examples
 mkdir "$root/by-flags" "$root/by-cmake"

@@ -5,6 +5,7 @@
 #include <cctype>
 
 #include "apps/tools/manual/description.h"
+#include "apps/tools/manual/details.h"
 
 namespace vistrel::app {
 namespace {
@@ -57,6 +58,14 @@ class Page {
     out_ << "\n";
   }
 
+  // Texts with empty lines between them.
+  void paragraphs(const std::string& text) {
+    for (const std::string& part : split(text, "\n\n")) {
+      line(".PP");
+      paragraph(part);
+    }
+  }
+
   void paragraph(const std::string& text) {
     for (const std::string& line : split(text, "\n")) out_ << roff(trimmed(line)) << "\n";
   }
@@ -74,6 +83,13 @@ class Page {
  private:
   std::ofstream out_;
 };
+
+void writeFiles(const std::vector<FileText>& files, Page& page) {
+  if (files.empty()) return;
+  page.section("FILES");
+  for (const FileText& file : files)
+    page.line(".TP\n" + italic(file.name) + "\n" + roff(file.text) + ".");
+}
 
 // Writes options by group, in order of first appearance. "Options" is for those without a group.
 void writeOptions(const CommandText& command, Page& page) {
@@ -115,10 +131,13 @@ void writeCommand(const CommandText& command, const ProgramText& program,
   page.line(synopsisOf(command));
   page.section("DESCRIPTION");
   page.line(roff(command.text) + ".");
+  const Details details = detailsOf(command.name);
+  page.paragraphs(details.description);
   page.footer(command.footer, false);
   page.section("OPTIONS");
   for (const OptionText& positional : command.positionals) page.option(positional);
   writeOptions(command, page);
+  writeFiles(details.files, page);
   writeEnd(command, program, page);
   page.section("SEE ALSO");
   page.line(bold("vistrel") + "(1)");
@@ -131,11 +150,15 @@ void writeProgram(const ProgramText& program, const std::filesystem::path& folde
   page.section("SYNOPSIS");
   page.line(bold("vistrel") + " " + italic("COMMAND") + " [" + italic("OPTION") + "]... [" +
             italic("FILE") + "]...");
+  const Details details = detailsOf(program.self.name);
+  page.section("DESCRIPTION");
+  page.paragraphs(details.description);
   page.section("COMMANDS");
   for (const CommandText& command : program.commands)
     page.line(".TP\n" + bold("vistrel-" + command.name) + "(1)\n" + roff(command.text) + ".");
   page.section("OPTIONS");
   for (const OptionText& option : program.self.options) page.option(option);
+  writeFiles(details.files, page);
   writeEnd(program.self, program, page);
 }
 

@@ -14,7 +14,7 @@ offers convert vistrel conv
 offers --version vistrel --v
 offers "grbg gbrg" vistrel convert --phase g
 offers near vistrel convert a.pgm -a n
-offers "2 3 4 5 6" vistrel convert --curve ""
+offers "2 3 4 5 6 light lighter lightest dark contrast" vistrel convert --curve ""
 offers --from-name vistrel convert a.pgm --fro
 offers "" vistrel convert a
 offers "" vistrel convert -o ""

@@ -2,8 +2,8 @@
 . "$(dirname "$0")/expect.sh"
 need mandoc man
 
-# options TEXT: the names at the beginning of each option's line in --help.
-options() { grep -oE '^ +-[^ ]+' <<<"$1" | tr -d ' ' | tr ',' '\n' | sort -u; }
+# options TEXT: the names at the beginning of each option's line in --help, and those behind "also".
+options() { grep -oE '^ +(-[^ ]+|also .*)' <<<"$1" | sed 's/^ *also//' | tr -d ' ' | tr ',' '\n' | sort -u; }
 
 # page NAME: the page without font changes.
 page() { zcat "$manual/man1/$1.1.gz" | sed 's/\\f[BIR]//g; s/\\-/-/g'; }
@@ -29,12 +29,14 @@ check() {  # PAGE HELP
     "$(required "$(section "$text" SYNOPSIS)")"
   expect "$1, examples" "$(grep '^  vistrel ' <<<"$2" | sed 's/^ *//')" \
     "$(section "$text" EXAMPLES | grep -v '^\.')"
+  [ "$(section "$text" DESCRIPTION | grep -vc '^\.')" -gt 2 ] || expect "$1" "a description" "nothing"
   grep -q '^0 ' <<<"$(section "$text" 'EXIT STATUS')" || expect "$1" "an exit status" "nothing"
   if describes "$text" --no-such-option; then expect "$1" "nothing" --no-such-option; fi
 }
 
 commands=$("$vistrel" --help | sed '1,/ommands:$/d; /^$/q' | grep -oE '^  [a-z0-9]+ ' | tr -d ' ')
 [ "$(wc -w <<<"$commands")" -ge 5 ]
+grep -qxF -- --mask <<<"$(options "$("$vistrel" convert --help)")" || expect options --mask nothing
 check vistrel "$("$vistrel" --help)"
 for command in $commands; do
   check "vistrel-$command" "$("$vistrel" "$command" --help)"
