@@ -1,6 +1,8 @@
 #include "apps/look/sky.h"
 
 #include <algorithm>
+#include <functional>
+#include <span>
 
 #include "apps/look/brightness.h"
 #include "apps/look/neutral.h"

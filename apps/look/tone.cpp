@@ -6,7 +6,7 @@ namespace vistrel::app {
 namespace {
 
 // Mean luminance.
-constexpr double kDark = 0.33, kBright = 0.56;
+constexpr double kDark = 0.33, kBright = 0.6;
 
 constexpr double kHighlights = 0.995;  // of the blocks stay below white
 constexpr double kManyClipped = 0.001;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "apps/look/brightness.h"
 #include "tests/apps/look/frame.h"
