@@ -45,7 +45,8 @@ Transfer compressed(const Brightness& brightness, double exposure) {
 // Brighter than the highlights ask for, at the expense of some of them; or darker, unless it is the
 // sensor's clipping that makes the picture bright.
 double adjusted(const Brightness& brightness, double exposure, const Transfer& transfer) {
-  const double mean = brightness.mean(exposure, transfer), bright = kBright + brightness.clipped();
+  const double mean = brightness.mean(exposure, transfer),
+               bright = kBright + brightness.clipped() / 2;
   const auto reaches = [&](double luminance) {
     return [&, luminance](double e) { return brightness.mean(e, transfer) >= luminance; };
   };
