@@ -33,7 +33,7 @@ class Steps {
   uint32_t clipped(double all) const {
     double above = 0, most = kLeastClipped * all;
     uint32_t found = 0;
-    for (uint32_t step = 255; step > 8 && above <= kBrightOutliers * all; --step) {
+    for (uint32_t step = 255; step > kLowest && above <= kBrightOutliers * all; --step) {
       if (counts_[step] >= most && peaks_[step] >= kSpike * below(step)) {
         most = counts_[step];
         found = step;
@@ -47,14 +47,15 @@ class Steps {
   bool isSharp(uint32_t step) const { return 2 * peaks_[step] > counts_[step]; }
 
   uint32_t lowestOfPile(uint32_t step) const {
-    while (step && peaks_[step - 1] >= kPile * below(step - 1)) --step;
+    while (step > kLowest && peaks_[step - 1] >= kPile * below(step - 1)) --step;
     return step;
   }
 
   uint32_t width() const { return width_; }
 
  private:
-  static constexpr uint32_t kReach = 4;  // of a pile's own noise
+  static constexpr uint32_t kReach = 4;   // of a pile's own noise
+  static constexpr uint32_t kLowest = 8;  // that can be white
 
   // The mean peak of the steps below a pile.
   double below(uint32_t step) const {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/apps/look/frame.h"
 
 namespace vistrel::app {
@@ -62,6 +64,17 @@ TEST(White, IsAtTheLowerEndOfANoisySpike) {
   const uint32_t white = whiteOf(histogram, 4095);
   EXPECT_GE(white, 3600u - 4 * 20);
   EXPECT_LE(white, 3600u);
+}
+
+// Every step has three times the samples of those below it, as in a pile that has no end.
+TEST(White, IsNeverNearZero) {
+  Histogram histogram(1024);
+  double count = 100;
+  for (size_t value = 8; value < 400; value += 4, count *= 1.3)
+    std::fill_n(histogram.begin() + static_cast<ptrdiff_t>(value), 4, static_cast<uint64_t>(count));
+  std::fill_n(histogram.begin() + 396, 4, static_cast<uint64_t>(2 * count));
+  EXPECT_GE(whiteOf(histogram, 1023), 32u);
+  EXPECT_LT(whiteOf(histogram, 1023), 100u);
 }
 
 TEST(Black, IsTheDarkEndOfTheDarkestPlace) {
