@@ -1,0 +1,59 @@
+#include "apps/look/decide.h"
+
+#include <algorithm>
+
+#include "apps/look/levels.h"
+#include "apps/look/neutral.h"
+#include "apps/look/sky.h"
+#include "apps/look/tone.h"
+
+namespace vistrel::app {
+namespace {
+
+// What the matrices of many cameras have in common: sensors' filters overlap, red's and blue's most
+// of all with green's.
+constexpr ColourMatrix kCommon = {5489, -1065, -328, -492, 5161, -573, -328, -983, 5407};
+
+// Frames that need no gains come from pictures whose colours are right, or from telescopes, whose
+// noise a matrix would raise.
+ColourMatrix matrixFor(const Gains& gains) {
+  const bool isBalanced =
+      std::all_of(gains.begin(), gains.end(), [](uint32_t g) { return g < kLookOne * 5 / 4; });
+  return isBalanced ? kIdentity : kCommon;
+}
+
+}  // namespace
+
+Look decideLook(const vistrel_frame& frame, const LookChoice& choice,
+                const vistrel_region& region) {
+  const bool isMono = frame.phase == VISTREL_MONO;
+  const auto& [mode, known] = choice;
+  const auto places = histogramsOf(frame, region);
+  Look look;
+  const Histogram samples = sumOf(places);
+  const uint32_t fullScale = fullScaleOf(samples, frame.bits);
+  look.white = known.white ? *known.white : whiteOf(samples, fullScale);
+  look.neutralHighlights = known.neutralHighlights.value_or(true);
+  if (mode == LookMode::kAstro || (mode == LookMode::kAuto && isSky(places))) {
+    decideSky(frame, places, known, region, look);
+    return look;
+  }
+  const uint32_t black = std::min(blackOf(places, fullScale), look.white / 2);
+  look.black = known.black.value_or(BlackLevels{black, black, black, black});
+  const auto blocks = blocksOf(frame, look.black, look.white, region);
+  const uint32_t levels = look.white > look.black[0] ? look.white - look.black[0] : 1;
+  if (known.gains)
+    look.gains = *known.gains;
+  else if (!isMono)
+    look.gains = gainsOf(blocks, 1.0 / levels);
+  look.matrix = known.matrix.value_or(isMono ? kIdentity : matrixFor(look.gains));
+  if (mode == LookMode::kLinear) {
+    look.transfer = known.transfer.value_or(Transfer{Curve::kLinear, 0});
+    look.exposure = known.exposure.value_or(kLookOne);
+    return look;
+  }
+  decideTone(Brightness(blocks, look), known, mode == LookMode::kAuto, look);
+  return look;
+}
+
+}  // namespace vistrel::app

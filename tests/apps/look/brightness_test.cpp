@@ -1,0 +1,83 @@
+// Brightness of blocks, worked out by hand.
+#include "apps/look/brightness.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace vistrel::app {
+namespace {
+
+// Light has 4096 levels, evenly spaced in its root: no step is wider than this.
+constexpr double kStep = 2 / 4095.0;
+
+constexpr Transfer kLinear = {Curve::kLinear, 0};
+
+TEST(Encoded, FollowsTheDefinitions) {
+  for (double x = 0; x <= 1; x += 1 / 1024.0) {
+    const double srgb = x <= 0.0031308 ? 12.92 * x : 1.055 * std::pow(x, 1 / 2.4) - 0.055;
+    EXPECT_NEAR(encoded({Curve::kSrgb, 0}, x), srgb, 1e-9);
+    EXPECT_NEAR(encoded({Curve::kGamma, 2200}, x), std::pow(x, 1 / 2.2), 1e-9);
+    EXPECT_NEAR(encoded({Curve::kAsinh, 50'000}, x), std::asinh(50 * x) / std::asinh(50), 1e-9);
+    EXPECT_EQ(encoded(kLinear, x), x);
+  }
+}
+
+TEST(Encoded, ClampsItsArgument) {
+  EXPECT_EQ(encoded(kLinear, -1), 0);
+  EXPECT_EQ(encoded(kLinear, 2), 1);
+}
+
+Look lookOf(const Gains& gains) {
+  Look look;
+  look.gains = gains;
+  return look;
+}
+
+TEST(BrightnessOf, IsTheMeanOfWeightedColours) {
+  // Gains divided by the largest: 1, 1/2, 3/4. Colours 0.36, 0.32, 0.48.
+  const std::vector<Block> blocks = {{{0.36f, 0.64f, 0.64f}, false}, {{0, 0, 0}, false}};
+  const Brightness brightness(blocks, lookOf({8192, 4096, 6144}));
+  const double mean = (0.2126 * 0.36 + 0.7152 * 0.32 + 0.0722 * 0.48) / 2;
+  EXPECT_NEAR(brightness.mean(1, kLinear), mean, kStep / 2);
+  EXPECT_NEAR(brightness.mean(2, kLinear), 2 * mean, kStep);
+  EXPECT_NEAR(brightness.highlight(0.9), 0.48, kStep);
+  EXPECT_EQ(brightness.neutralClip(), 0.5);
+}
+
+TEST(BrightnessOf, AppliesTheMatrix) {
+  Look look;
+  look.matrix = {0, 4096, 0, 4096, 0, 0, 0, 0, 2048};
+  const std::vector<Block> blocks = {{{0.25f, 0.5f, 0.8f}, false}};
+  EXPECT_NEAR(Brightness(blocks, look).mean(1, kLinear),
+              0.2126 * 0.5 + 0.7152 * 0.25 + 0.0722 * 0.4, kStep / 2);
+}
+
+TEST(BrightnessOf, ClippedBlocksAreNeutral) {
+  const std::vector<Block> blocks = {{{1, 1, 1}, true}, {{0.1f, 0.1f, 0.1f}, false}};
+  Look look = lookOf({8192, 4096, 4096});
+  const Brightness neutral(blocks, look);
+  EXPECT_EQ(neutral.clipped(), 0.5);
+  const double other = 0.2126 * 0.1 + 0.7874 * 0.05;
+  EXPECT_NEAR(neutral.mean(1, kLinear), (0.5 + other) / 2, kStep / 2);
+  look.neutralHighlights = false;
+  EXPECT_NEAR(Brightness(blocks, look).mean(1, kLinear), (0.2126 + 0.7874 / 2 + other) / 2,
+              kStep / 2);
+}
+
+TEST(BrightnessOf, TheMedianIsThatOfLuminance) {
+  const std::vector<Block> blocks = {
+      {{0, 0, 0}, false}, {{0.2f, 0.2f, 0.2f}, false}, {{1, 1, 1}, false}};
+  EXPECT_NEAR(Brightness(blocks, Look{}).median(), 0.2, kStep);
+}
+
+TEST(BrightnessOf, NothingIsBlack) {
+  const Brightness none({}, Look{});
+  EXPECT_EQ(none.mean(1, kLinear), 0);
+  EXPECT_EQ(none.highlight(0.5), 0);
+  EXPECT_EQ(none.median(), 0);
+  EXPECT_EQ(none.clipped(), 0);
+}
+
+}  // namespace
+}  // namespace vistrel::app
