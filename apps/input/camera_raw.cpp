@@ -49,7 +49,7 @@ bool isSpecified(const double* values, size_t n) {
 CameraMetadata metadataOf(const vistrel_camera_raw& raw) {
   CameraMetadata m;
   m.black = std::to_array(raw.black);
-  if (raw.white) m.white = raw.white;
+  if (raw.white > 0) m.white = raw.white;
   if (isSpecified(raw.neutral, 3)) m.neutral = std::to_array(raw.neutral);
   if (isSpecified(raw.from_xyz, 9))
     m.calibrations.push_back({std::to_array(raw.from_xyz), kIdentity, {}});

@@ -218,6 +218,10 @@ TEST(CameraColour, Faults) {
   m.light = Chromaticity{0.9, 0.01};
   m.calibrations = {scaledSrgb({1, 1, 1})};
   EXPECT_EQ(cameraColour(m).fault, "the light is beyond what the matrices describe");
+  // gains beyond 16
+  m.light = kD65;
+  m.calibrations = {scaledSrgb({0.05, 1, 1})};
+  EXPECT_EQ(cameraColour(m).fault, "the light is beyond what the matrices describe");
   // nearly singular: red and green differ by little
   m.light.reset();
   m.calibrations = {{product({1, 0, 0, 0.99, 0.01, 0, 0, 0, 1}, kSrgb), kIdentity, {}}};
