@@ -7,12 +7,43 @@
 #include "apps/error.h"
 
 namespace vistrel::app {
+namespace {
+
+// What the file says about its camera and the conversion leaves aside.
+std::vector<std::string> unusedMetadata(const CameraMetadata& m, bool isMono,
+                                        const PreparationOptions& given) {
+  std::vector<std::string> unused;
+  if (m.black && std::ranges::max(*m.black) > 0 && !given.black) {
+    const bool areEqual = std::ranges::count(*m.black, m.black->front()) == 4;
+    unused.push_back(areEqual ? fmt::format("black {}", m.black->front())
+                              : fmt::format("black {}", fmt::join(*m.black, ":")));
+  }
+  if ((m.neutral || m.light) && !isMono && given.balance.empty()) unused.push_back("a neutral");
+  if (!m.calibrations.empty() && !isMono) unused.push_back("a colour matrix");
+  if (m.orientation.value_or(1) != 1)
+    unused.push_back(fmt::format("orientation {}", *m.orientation));
+  return unused;
+}
+
+// "the file reports black 96 and orientation 6, which ..."
+std::string noteOf(const std::vector<std::string>& unused) {
+  std::string list = unused.front();
+  for (size_t i = 1; i < unused.size(); ++i)
+    list += (i + 1 == unused.size() ? " and " : ", ") + unused[i];
+  return fmt::format("the file reports {}, which convert leaves unused; develop applies {}", list,
+                     unused.size() > 1 ? "them" : "it");
+}
+
+}  // namespace
 
 ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
                              const ConversionOptions& options)
     : job_(job), options_(options), file_(job.from, input), conversion_(options.of(file_.frame())),
       type_(pictureType(job.to)), layout_(layoutOf(file_.frame(), conversion_)),
       notes_(options.unusedOptions(file_.frame())) {
+  const auto unused = unusedMetadata(file_.description().camera,
+                                     file_.frame().phase == VISTREL_MONO, options.preparation);
+  if (!unused.empty()) notes_.push_back(noteOf(unused));
   if (type_.channels && type_.channels != layout_.channels) throwMisfit();
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/commands/camera_info.h"
 #include "apps/error.h"
 #include "apps/input/frame_file.h"
 #include "apps/input/statistics.h"
@@ -37,10 +38,7 @@ void printText(const FrameFile& file, const Statistics& s) {
   if (d.maxval) fmt::print("maxval           {}\n", *d.maxval);
   fmt::print("bits             {}{}\n", f.bits, d.bitsKnown ? "" : " (not specified)");
   fmt::print("phase            {}\n", d.phase ? vistrel_phase_name(*d.phase) : "not specified");
-  if (d.black) fmt::print("black level      {}\n", *d.black);
-  if (d.white) fmt::print("white level      {}\n", *d.white);
-  if (d.orientation)
-    fmt::print("orientation      {} (pictures keep the sensor's orientation)\n", *d.orientation);
+  printCamera(d.camera, cameraColour(d.camera));
   if (d.trailing) fmt::print("trailing bytes   {}\n", d.trailing);
   fmt::print("bits used        {}\n", s.usedBits);
   fmt::print("zero low bits    {}\n", s.zeroLowBits);
@@ -49,12 +47,6 @@ void printText(const FrameFile& file, const Statistics& s) {
   fmt::print("mean             {:.3f}\n", s.mean);
   fmt::print("saturated        {:.3f} % of samples, at {} or above\n", s.percentSaturated,
              s.fullScale);
-}
-
-// Null for what the file does not specify.
-template <class T>
-Json orNull(const std::optional<T>& value) {
-  return value ? Json(*value) : Json();
 }
 
 Json jsonOf(const FrameFile& file, const Statistics& s) {
@@ -70,9 +62,6 @@ Json jsonOf(const FrameFile& file, const Statistics& s) {
             {"bits", f.bits},
             {"bits_known", d.bitsKnown},
             {"phase", nullptr},
-            {"black_level", orNull(d.black)},
-            {"white_level", orNull(d.white)},
-            {"orientation", orNull(d.orientation)},
             {"trailing_bytes", d.trailing},
             {"bits_used", s.usedBits},
             {"zero_low_bits", s.zeroLowBits},
@@ -83,6 +72,7 @@ Json jsonOf(const FrameFile& file, const Statistics& s) {
             {"full_scale", s.fullScale},
             {"percent_saturated", s.percentSaturated}};
   if (d.phase) json["phase"] = vistrel_phase_name(*d.phase);
+  json.update(jsonOf(d.camera, cameraColour(d.camera)));
   return json;
 }
 

@@ -8,6 +8,7 @@
 
 #include "apps/error.h"
 #include "apps/input/frame_names.h"
+#include "apps/input/tiff_metadata.h"
 #include "apps/names/phase_names.h"
 #include "apps/plugin/camera_raw_plugin.h"
 #include "vistrel/vistrel_host.h"
@@ -41,6 +42,28 @@ vistrel_read_camera_raw_function loadPlugin() {
   return reinterpret_cast<vistrel_read_camera_raw_function>(function);
 }
 
+bool isSpecified(const double* values, size_t n) {
+  return std::any_of(values, values + n, [](double v) { return v != 0; });
+}
+
+CameraMetadata metadataOf(const vistrel_camera_raw& raw) {
+  CameraMetadata m;
+  m.black = std::to_array(raw.black);
+  if (raw.white > 0) m.white = raw.white;
+  if (isSpecified(raw.neutral, 3)) m.neutral = std::to_array(raw.neutral);
+  if (isSpecified(raw.from_xyz, 9))
+    m.calibrations.push_back({std::to_array(raw.from_xyz), kIdentity, {}});
+  if (raw.orientation) m.orientation = raw.orientation;
+  m.exposureTime = raw.exposure_time;
+  m.iso = raw.iso;
+  m.aperture = raw.aperture;
+  m.focalLength = raw.focal_length;
+  m.make = plainText(raw.make);
+  m.model = plainText(raw.model);
+  m.date = plainDate(raw.date);
+  return m;
+}
+
 class CameraRawReader : public Reader {
  public:
   explicit CameraRawReader(const Source& source) {
@@ -52,6 +75,16 @@ class CameraRawReader : public Reader {
     description_.phase = phaseOfBlock(colours_);
     if (description_.phase == VISTREL_MONO)
       throwError(kRejected, "camera raw: its filters are none of the four Bayer phases");
+  }
+
+  // Takes what the tags of a DNG say in place of what the plug-in says.
+  void readTags(const Source& source, uint64_t offset) {
+    Description& d = description_;
+    const auto white = d.camera.white;
+    d.warnings.clear();
+    d.camera = readTiffMetadata(source, offset, d.warnings);
+    if (!d.camera.white) d.camera.white = white;
+    dropInvalid(d.camera, d.width, d.height, d.warnings);
   }
 
   void read(uint64_t, void* to) override {
@@ -68,8 +101,8 @@ class CameraRawReader : public Reader {
     d.bytesPerSample = 2;
     d.bits = raw->bits;
     d.bitsKnown = true;
-    d.black = raw->black;
-    d.white = raw->white;
+    d.camera = metadataOf(*raw);
+    dropInvalid(d.camera, d.width, d.height, d.warnings);
     std::copy_n(raw->colours, 4, reader->colours_.begin());
     try {
       reader->samples_.resize(size_t{raw->width} * raw->height);
@@ -93,6 +126,12 @@ const ReaderType kCameraRaw{"camera raw", recognisesCameraRaw, openCameraRaw};
 
 std::unique_ptr<Reader> openCameraRaw(const Source& source) {
   return std::make_unique<CameraRawReader>(source);
+}
+
+std::unique_ptr<Reader> openCompressedDng(const Source& source, uint64_t offset) {
+  auto reader = std::make_unique<CameraRawReader>(source);
+  reader->readTags(source, offset);
+  return reader;
 }
 
 }  // namespace vistrel::app

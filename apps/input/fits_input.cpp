@@ -48,6 +48,22 @@ double FitsInput::number(const char* keyword, double otherwise) {
   return value;
 }
 
+std::optional<double> FitsInput::numberIfValid(const char* keyword) {
+  double value = 0;
+  int status = 0;
+  fits_read_key(file_, TDOUBLE, keyword, &value, nullptr, &status);
+  fits_clear_errmsg();
+  return status ? std::nullopt : std::optional(value);
+}
+
+std::optional<std::string> FitsInput::textIfValid(const char* keyword) {
+  char value[FLEN_VALUE] = "";
+  int status = 0;
+  fits_read_key(file_, TSTRING, keyword, value, nullptr, &status);
+  fits_clear_errmsg();
+  return status ? std::nullopt : std::optional<std::string>(value);
+}
+
 void FitsInput::readPlane(uint64_t n, bool wide, void* to) {
   LONGLONG first[3] = {1, 1, static_cast<LONGLONG>(n) + 1};
   int status = 0;

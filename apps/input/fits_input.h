@@ -3,6 +3,7 @@
 
 #include <fitsio.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,11 @@ class FitsInput {
   // ProgramError.
   std::string text(const char* keyword);
   double number(const char* keyword, double otherwise);
+
+  // The same for keywords that are merely informative: nothing if the value is missing or
+  // malformed.
+  std::optional<double> numberIfValid(const char* keyword);
+  std::optional<std::string> textIfValid(const char* keyword);
 
   // Reads plane n, counted from 0, in the file's row order, as 8-bit or 16-bit samples.
   void readPlane(uint64_t n, bool wide, void* to);

@@ -48,6 +48,18 @@ void readPhase(FitsInput& file, Description& d) {
   if (d.phaseFault.empty()) d.phase = vistrel_phase_at(phase, isOdd(x), isOdd(y));
 }
 
+// The keywords that observatories agree on.
+CameraMetadata readMetadata(FitsInput& file) {
+  CameraMetadata m;
+  m.exposureTime = file.numberIfValid("EXPTIME");
+  if (!m.exposureTime) m.exposureTime = file.numberIfValid("EXPOSURE");
+  m.gain = file.numberIfValid("GAIN");
+  m.focalLength = file.numberIfValid("FOCALLEN");
+  m.model = plainText(file.textIfValid("INSTRUME").value_or(""));
+  m.date = plainDate(file.textIfValid("DATE-OBS").value_or(""));
+  return m;
+}
+
 class FitsReader : public Reader {
  public:
   explicit FitsReader(const Source& source) : file_(source) {
@@ -67,6 +79,8 @@ class FitsReader : public Reader {
     checkSize(d, source, stored, (source.size() - begin) / d.frames);
     isBottomUp_ = file_.text("ROWORDER") == "BOTTOM-UP";
     readPhase(file_, d);
+    d.camera = readMetadata(file_);
+    dropInvalid(d.camera, d.width, d.height, d.warnings);
     if (d.phase && isBottomUp_) d.phase = vistrel_phase_at(*d.phase, 0, d.height - 1);
   }
 

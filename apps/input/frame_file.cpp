@@ -99,6 +99,7 @@ void FrameFile::addWarnings(const InputOptions& o) {
   if (d.trailing)
     warnings_.push_back(fmt::format("{} byte{} after the last frame {} ignored", d.trailing,
                                     d.trailing > 1 ? "s" : "", d.trailing > 1 ? "are" : "is"));
+  warnings_.insert(warnings_.end(), d.warnings.begin(), d.warnings.end());
   const char* const origin = o.pixfmt ? "--pixfmt" : "the file";
   if (o.bits && (d.bitsKnown || o.pixfmt))
     warnIfBitsDiffer(*o.bits, origin, o.pixfmt ? o.pixfmt->bits : d.bits, warnings_);

@@ -5,8 +5,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "apps/files/source.h"
+#include "apps/input/camera_metadata.h"
 
 namespace vistrel::app {
 
@@ -22,10 +24,10 @@ struct Description {
   std::string phaseFault;         // why the phase in the file is invalid
   uint64_t frames = 1;
   std::optional<uint32_t> maxval;  // in a PGM
-  std::optional<double> black, white;
-  std::optional<uint32_t> orientation;  // TIFF's code; frames keep the orientation of the sensor
-  std::optional<std::string> pixfmt;    // PFNC name of a headerless raw file's format
-  uint64_t trailing = 0;                // bytes after the last sample that belong to nothing
+  CameraMetadata camera;
+  std::vector<std::string> warnings;  // about what in the file is not used
+  std::optional<std::string> pixfmt;  // PFNC name of a headerless raw file's format
+  uint64_t trailing = 0;              // bytes after the last sample that belong to nothing
 };
 
 // An open input. Its description is complete, and it is long enough for its frames.

@@ -18,6 +18,10 @@ extern const ReaderType kCameraRaw;  // recognised by the file name extension
 // rejected if it can't read the file.
 std::unique_ptr<Reader> openCameraRaw(const Source& source);
 
+// A DNG whose samples only the plug-in can decode. Its tags are read here, those of the frame in
+// the directory at `offset`.
+std::unique_ptr<Reader> openCompressedDng(const Source& source, uint64_t offset);
+
 // A headerless raw file. `options` must have a size and either bits or a pixel format. Throws
 // ProgramError.
 std::unique_ptr<Reader> openHeaderless(const Source& source, const InputOptions& options);

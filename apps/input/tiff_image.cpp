@@ -66,10 +66,7 @@ TiffImage currentImage(const TiffInput& tiff) {
   image.sampleFormat = tiff.get<uint16_t>(TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
   image.reduced = tiff.get<uint32_t>(TIFFTAG_SUBFILETYPE, 0) & FILETYPE_REDUCEDIMAGE;
   image.isLinear = !meanOf<uint16_t>(t, TIFFTAG_LINEARIZATIONTABLE);
-  image.black = meanOf<float>(t, TIFFTAG_BLACKLEVEL);
   image.white = meanOf<uint32_t>(t, TIFFTAG_WHITELEVEL);
-  uint16_t orientation = 0;
-  if (TIFFGetField(t, TIFFTAG_ORIENTATION, &orientation)) image.orientation = orientation;
   return image;
 }
 
@@ -116,7 +113,6 @@ std::vector<TiffImage> findTiffFrames(TiffInput& tiff) {
     if (!TIFFSetSubDirectory(tiff.handle(), image.offset))
       tiff.throwReadError("a directory is lost");
     readActiveArea(tiff.handle(), image);
-    if (!image.orientation) image.orientation = images[0].orientation;  // DNG keeps it there
     if (image.photometric == PHOTOMETRIC_CFA) readPhase(tiff.handle(), image);
   }
   return frames;

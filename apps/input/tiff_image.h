@@ -21,8 +21,7 @@ struct TiffImage {
   uint32_t columns, rows;  // of the whole stored image
   std::optional<uint32_t> phase;
   std::string phaseFault;  // what is wrong with its tags
-  std::optional<double> black, white;
-  std::optional<uint32_t> orientation;
+  std::optional<double> white;
 };
 
 // The mosaics in the main directories and their subdirectories; if there are none, the gray

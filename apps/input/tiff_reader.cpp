@@ -6,6 +6,7 @@
 #include "apps/error.h"
 #include "apps/input/tiff_blocks.h"
 #include "apps/input/tiff_image.h"
+#include "apps/input/tiff_metadata.h"
 
 namespace vistrel::app {
 namespace {
@@ -80,10 +81,9 @@ class TiffReader : public Reader {
     d.bitsKnown = d.bits < 16 || first.white;
     d.phase = first.phase;
     d.phaseFault = first.phaseFault;
-    d.black = first.black;
-    d.white = first.white;
-    d.orientation = first.orientation;
     d.frames = images_.size();
+    d.camera = readTiffMetadata(source_, first.offset, d.warnings);
+    dropInvalid(d.camera, d.width, d.height, d.warnings);
   }
 
   // Checks the stored image and, since tiles may exceed the image, one tile.
@@ -112,14 +112,17 @@ bool recognisesTiff(const Source&, const std::string& head) {
   return magic == "II*\0"s || magic == "MM\0*"s || magic == "II+\0"s || magic == "MM\0+"s;
 }
 
-// A DNG whose compression libtiff doesn't support.
-bool needsPlugin(const Source& source) {
+// The frame's directory in a DNG whose compression libtiff doesn't support.
+std::optional<uint64_t> compressedFrame(const Source& source) {
   TiffInput tiff(source);
-  return isDng(tiff) && !isKnown(findTiffFrames(tiff)[0].compression);
+  if (!isDng(tiff)) return {};
+  const TiffImage frame = findTiffFrames(tiff)[0];
+  if (isKnown(frame.compression)) return {};
+  return frame.offset;
 }
 
 std::unique_ptr<Reader> openTiff(const Source& source) {
-  if (needsPlugin(source)) return openCameraRaw(source);
+  if (const auto offset = compressedFrame(source)) return openCompressedDng(source, *offset);
   return std::make_unique<TiffReader>(source);
 }
 

@@ -9,12 +9,20 @@
 extern "C" {
 #endif
 
-/* A mosaic as the camera stored it, without its masked border. */
+/* A mosaic as the camera stored it, without its masked border. Where 0 can't be a value, it stands
+   for one that is unknown. */
 struct vistrel_camera_raw {
   uint32_t width, height;
   uint32_t bits;       /* significant bits, the low ones of a sample: 8..16 */
   uint32_t colours[4]; /* VISTREL_RED to VISTREL_BLUE, of the top left 2x2 block, row by row */
-  double black, white;
+  double black[4];     /* of the same block */
+  double white;
+  double neutral[3];    /* red, green, blue of a white object */
+  double from_xyz[9];   /* a matrix, row by row, from XYZ to red, green, blue */
+  uint32_t orientation; /* TIFF's code */
+  double exposure_time, iso, aperture, focal_length; /* seconds, -, f-number, millimetres */
+  char make[64], model[64];
+  char date[20]; /* 2026-11-22T18:06:29 */
 };
 
 /* Allocates width * height samples; returns null if allocation fails. */

@@ -1,4 +1,6 @@
 // seeds FOLDER: writes small files for every target as FOLDER/TARGET/NAME.
+#include <tiffio.h>
+
 #include <cstdio>
 #include <fstream>
 
@@ -50,9 +52,28 @@ void tiffs(const fs::path& folder) {
   spec.isDng = spec.inSubdirectory = true;
   spec.activeArea = {1, 1, 4, 6};
   spec.white = 1023;
-  spec.black = 10;
   spec.mode = "wb";
+  spec.blackSize = {1, 2};
+  spec.orientation = 6;
+  spec.black = -1;
+  spec.frame.rationals = {{TIFFTAG_BLACKLEVEL, {10, 11}},
+                          {TIFFTAG_BLACKLEVELDELTAH, {0, 1, 0, 1, 0}}};
+  spec.frame.pairs = {{TIFFTAG_DEFAULTCROPORIGIN, {1, 1}}, {TIFFTAG_DEFAULTCROPSIZE, {2, 2}}};
+  const std::vector<float> matrix{0.75f, -0.15f, -0.1f, -0.45f, 1.25f, 0.22f, -0.08f, 0.2f, 0.6f};
+  spec.camera.rationals = {{TIFFTAG_ASSHOTNEUTRAL, {0.5f, 1, 0.625f}},
+                           {TIFFTAG_ANALOGBALANCE, {1, 1, 1}},
+                           {TIFFTAG_COLORMATRIX1, matrix},
+                           {TIFFTAG_CAMERACALIBRATION1, {1, 0, 0, 0, 1, 0, 0, 0, 1}},
+                           {TIFFTAG_COLORMATRIX2, matrix}};
+  spec.camera.codes = {{TIFFTAG_CALIBRATIONILLUMINANT1, 17}, {TIFFTAG_CALIBRATIONILLUMINANT2, 21}};
+  spec.camera.texts = {{TIFFTAG_MODEL, "Model"}, {TIFFTAG_DATETIME, "2026:11:22 18:06:29"}};
   writeTiff(folder / "dng", spec, texture);
+  spec.inSubdirectory = false;
+  spec.exif.numbers = {{EXIFTAG_EXPOSURETIME, 0.004}, {EXIFTAG_FNUMBER, 5.6}};
+  spec.isoSpeeds = {400};
+  spec.camera.rationals.erase(TIFFTAG_ASSHOTNEUTRAL);
+  spec.camera.pairs = {{TIFFTAG_ASSHOTWHITEXY, {0.31f, 0.33f}}};
+  writeTiff(folder / "exif", spec, texture);
 }
 
 void fitses(const fs::path& folder) {

@@ -24,10 +24,14 @@ std::string fourSamples(uint32_t maxval, std::vector<uint32_t> samples) {
 TEST(Info, AllKeys) {
   const auto expected = nlohmann::json::parse(R"({
     "format": "PGM", "pixel_format": null, "frames": 1, "width": 4, "height": 1, "bytes_per_sample": 2, "maxval": 1023,
-    "bits": 10, "bits_known": true, "phase": null, "black_level": null, "white_level": null, "orientation": null,
+    "bits": 10, "bits_known": true, "phase": null,
     "trailing_bytes": 0,
     "bits_used": 10, "zero_low_bits": 2, "min": 4, "max": 1020, "percent_at_max": 50.0,
-    "mean": 513.0, "full_scale": 1020, "percent_saturated": 50.0})");
+    "mean": 513.0, "full_scale": 1020, "percent_saturated": 50.0,
+    "black_level": null, "white_level": null, "neutral": null, "white_xy": null, "analog_balance": null,
+    "calibrations": [], "temperature": null, "gains": null, "camera_to_srgb": null, "orientation": null, "crop": null,
+    "make": null, "model": null, "date": null, "exposure_time": null, "iso": null, "gain": null, "aperture": null,
+    "focal_length": null, "baseline_exposure": null})");
   EXPECT_EQ(infoOf(fourSamples(1023, {4, 1020, 8, 1020})), expected);
 }
 

@@ -49,6 +49,15 @@ void setTags(TIFF* t, const TiffSpec& s) {
   }
 }
 
+void setAll(TIFF* t, const TiffTags& tags) {
+  for (const auto& [tag, values] : tags.rationals)
+    TIFFSetField(t, tag, static_cast<int>(values.size()), values.data());
+  for (const auto& [tag, values] : tags.pairs) TIFFSetField(t, tag, values.data());
+  for (const auto& [tag, value] : tags.numbers) TIFFSetField(t, tag, value);
+  for (const auto& [tag, code] : tags.codes) TIFFSetField(t, tag, code);
+  for (const auto& [tag, text] : tags.texts) TIFFSetField(t, tag, text);
+}
+
 void setRawTags(TIFF* t, const TiffSpec& s) {
   const uint16_t repeat[2] = {2, 2};
   if (!s.cfa.empty()) {
@@ -58,14 +67,14 @@ void setRawTags(TIFF* t, const TiffSpec& s) {
   if (!s.activeArea.empty()) TIFFSetField(t, TIFFTAG_ACTIVEAREA, s.activeArea.data());
   if (s.white) TIFFSetField(t, TIFFTAG_WHITELEVEL, 1, &s.white);
   if (s.black >= 0) TIFFSetField(t, TIFFTAG_BLACKLEVEL, 1, &s.black);
+  if (s.blackSize[0]) TIFFSetField(t, TIFFTAG_BLACKLEVELREPEATDIM, s.blackSize.data());
+  setAll(t, s.frame);
   if (!s.linearization.empty())
     TIFFSetField(t, TIFFTAG_LINEARIZATIONTABLE, static_cast<int>(s.linearization.size()),
                  s.linearization.data());
 }
 
-void writeImage(TIFF* t, const TiffSpec& s, const Sample& sample) {
-  setTags(t, s);
-  setRawTags(t, s);
+void writeSamples(TIFF* t, const TiffSpec& s, const Sample& sample) {
   const uint32_t wide = s.tile ? s.tile : s.width * s.samplesPerPixel;
   const uint32_t high = s.tile ? s.tile : s.rowsPerStrip;
   uint32_t index = 0;
@@ -80,7 +89,36 @@ void writeImage(TIFF* t, const TiffSpec& s, const Sample& sample) {
       s.tile ? TIFFWriteEncodedTile(t, index++, block.data(), bytes)
              : TIFFWriteEncodedStrip(t, index++, block.data(), bytes);
     }
+}
+
+void writeImage(TIFF* t, const TiffSpec& s, const Sample& sample) {
+  setTags(t, s);
+  setRawTags(t, s);
+  std::string strip = s.encoded;
+  if (strip.empty())
+    writeSamples(t, s, sample);
+  else
+    TIFFWriteRawStrip(t, 0, strip.data(), static_cast<tmsize_t>(strip.size()));
   TIFFWriteDirectory(t);
+}
+
+// Writes the EXIF directory, and points to it from the first of a file with a single directory.
+void writeExif(TIFF* t, const TiffSpec& s) {
+  uint64_t offset = 0;
+  TIFFCreateEXIFDirectory(t);
+  setAll(t, s.exif);
+  if (!s.isoSpeeds.empty())
+    TIFFSetField(t, EXIFTAG_ISOSPEEDRATINGS, static_cast<int>(s.isoSpeeds.size()),
+                 s.isoSpeeds.data());
+  TIFFWriteCustomDirectory(t, &offset);
+  TIFFSetDirectory(t, 0);
+  TIFFSetField(t, TIFFTAG_EXIFIFD, offset);
+  TIFFRewriteDirectory(t);
+}
+
+bool isEmpty(const TiffTags& t) {
+  return t.rationals.empty() && t.pairs.empty() && t.numbers.empty() && t.codes.empty() &&
+         t.texts.empty();
 }
 
 // The first directory of a camera raw file: a thumbnail.
@@ -106,9 +144,11 @@ void writeTiff(const std::filesystem::path& path, const TiffSpec& s, const Sampl
   const uint8_t version[4] = {1, 4, 0, 0};
   if (s.isDng) TIFFSetField(t, TIFFTAG_DNGVERSION, version);
   if (s.orientation) TIFFSetField(t, TIFFTAG_ORIENTATION, s.orientation);
+  setAll(t, s.camera);
   if (s.inSubdirectory) writeThumbnail(t);
   for (uint32_t page = 0; page < s.pages; ++page)
     writeImage(t, s, [&](uint32_t x, uint32_t y) { return sample(x, y + page * s.height); });
+  if (!isEmpty(s.exif)) writeExif(t, s);
   TIFFClose(t);
 }
 

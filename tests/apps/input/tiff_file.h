@@ -1,14 +1,26 @@
 // TIFFs and DNGs for the program to read, written through libtiff.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace vistrel {
 
 using Sample = std::function<uint32_t(uint32_t x, uint32_t y)>;
+
+// Tags of any number of values, by their type for libtiff.
+struct TiffTags {
+  std::map<uint32_t, std::vector<float>> rationals;  // counted: ColorMatrix1 and others
+  std::map<uint32_t, std::vector<float>> pairs;      // of a fixed count: AsShotWhiteXY, DefaultCrop
+  std::map<uint32_t, double> numbers;                // a single rational
+  std::map<uint32_t, uint16_t> codes;
+  std::map<uint32_t, const char*> texts;
+};
 
 struct TiffSpec {
   uint32_t width = 7, height = 5, bits = 12;
@@ -23,7 +35,11 @@ struct TiffSpec {
   uint16_t orientation = 0;               // of the first directory; 0: unspecified
   bool isDng = false, inSubdirectory = false, isReduced = false;
   std::vector<uint16_t> linearization = {};
-  uint32_t pages = 1;  // sample(x, y + page * height)
+  std::string encoded = {};                     // a single strip, written as it is
+  uint32_t pages = 1;                           // sample(x, y + page * height)
+  TiffTags camera = {}, frame = {}, exif = {};  // in the first directory, the frame's, EXIF's
+  std::array<uint16_t, 2> blackSize = {};       // BlackLevelRepeatDim; 0: unspecified
+  std::vector<uint16_t> isoSpeeds = {};         // in the EXIF directory
 };
 
 void writeTiff(const std::filesystem::path& path, const TiffSpec& spec, const Sample& sample);

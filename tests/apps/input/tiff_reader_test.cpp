@@ -63,7 +63,7 @@ TEST_F(TiffReader, DngWithAThumbnail) {
   EXPECT_EQ(description["format"], "DNG");
   EXPECT_EQ(description["phase"], "rggb");
   EXPECT_EQ(description["bits"], 14);
-  EXPECT_EQ(description["black_level"], 600);
+  EXPECT_EQ(description["black_level"], nlohmann::json({600, 600, 600, 600}));
   EXPECT_EQ(description["white_level"], 16383);
 }
 
@@ -96,7 +96,7 @@ TEST_F(TiffReader, OrientationIsReportedButNotApplied) {
     expectSamples("in.tif", 7, 5, 12, noise(12));
   }
   EXPECT_NE(scratch.vistrel("info in.tif")
-                .out.find("\norientation      6 (pictures keep the sensor's orientation)\n"),
+                .out.find("\norientation      6 (convert keeps the sensor's orientation)\n"),
             std::string::npos);
   spec.orientation = 0;
   writeTiff(scratch / "in.tif", spec, noise(12));
