@@ -72,8 +72,8 @@ inline void applyMatrix(const std::array<int32_t, 9>& matrix, size_t n, FinishCh
 }
 
 template <class T, size_t channels>
-VISTREL_INLINE void storeFinishTile(const FinishChannel (&tile)[channels], size_t n,
-                                    const T* table, T* result) {
+VISTREL_INLINE void storeFinishTile(const FinishChannel (&tile)[channels], size_t n, const T* table,
+                                    T* result) {
   for (size_t i = 0; i < n; ++i)
     for (size_t c = 0; c < channels; ++c) result[channels * i + c] = table[tile[c][i]];
 }
@@ -95,8 +95,7 @@ void finishTiles(const uint16_t* pixels, size_t n, const Finish& how, T* result)
 template <class T>
 void finishPixels(const uint16_t* pixels, size_t n, const Finish& how, void* result) {
   T* const to = static_cast<T*>(result);
-  how.channels == 3 ? finishTiles<T, 3>(pixels, n, how, to)
-                    : finishTiles<T, 1>(pixels, n, how, to);
+  how.channels == 3 ? finishTiles<T, 3>(pixels, n, how, to) : finishTiles<T, 1>(pixels, n, how, to);
 }
 
 inline void finishRow(const uint16_t* pixels, size_t n, const Finish& how, void* result) {

@@ -81,8 +81,8 @@ class TurnedConversion {
  private:
   size_t imageBytes() const { return aligned(plan_.layout.bytes); }
   EngineCall uprightCall(unsigned char* pixels) const {
-    return {plan_,  call_.frame, conversion_,
-            call_.gains, pixels, static_cast<ptrdiff_t>(plan_.layout.row_bytes)};
+    return {plan_,       call_.frame, conversion_,
+            call_.gains, pixels,      static_cast<ptrdiff_t>(plan_.layout.row_bytes)};
   }
 
   const EngineCall& call_;
@@ -98,7 +98,9 @@ size_t workingBytes(const EngineCall& call) {
 
 void make(const EngineCall& call, ImageRows rows, const ThreadSource& threadSource,
           StreamLease& stream) {
-  const auto take = [&](size_t bytes) { return static_cast<unsigned char*>(stream.scratch(bytes)); };
+  const auto take = [&](size_t bytes) {
+    return static_cast<unsigned char*>(stream.scratch(bytes));
+  };
   if (isTurned(call.conversion)) {
     const TurnedConversion turned(call);
     return turned.make(threadSource, take(turned.bytes()));
@@ -122,9 +124,9 @@ void convert(vistrel_stream* callerStream, const Plan& plan, ImageRows rows,
   stream->checkIdle();
   const ThreadSource threadSource(*conversion);
   if (conversion->excess == VISTREL_REJECT)
-    checkExcessSamples(
-        *frame, partOf(plan, *frame, *conversion, rowsToRead(plan, *conversion, rows)),
-        threadsOf(plan, *conversion), threadSource);
+    checkExcessSamples(*frame,
+                       partOf(plan, *frame, *conversion, rowsToRead(plan, *conversion, rows)),
+                       threadsOf(plan, *conversion), threadSource);
   const EngineCall call{plan,
                         *frame,
                         *conversion,

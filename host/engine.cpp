@@ -42,7 +42,7 @@ void runThroughBuffer(const EngineCall& call, const Conversion<T>& conversion, A
                            .height = height,
                            .roi = {0, 0, width, height},
                            .rows = {0, height},
-                           .image = image,
+                           .image = &image,
                            .bits = p.bits,
                            .margins = &guard};
   RowProcess<T>* const demosaic =
@@ -92,8 +92,7 @@ void make(const EngineCall& call, ImageRows rows, Arena& arena) {
 }  // namespace
 
 void makeRows(const EngineCall& call, ImageRows rows, Arena& arena) {
-  call.plan.sampleBytes == 1 ? make<uint8_t>(call, rows, arena)
-                             : make<uint16_t>(call, rows, arena);
+  call.plan.sampleBytes == 1 ? make<uint8_t>(call, rows, arena) : make<uint16_t>(call, rows, arena);
 }
 
 }  // namespace vistrel::host

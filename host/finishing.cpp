@@ -21,9 +21,9 @@ void checkMatrix(const vistrel_frame& f, const vistrel_finish& finish) {
       sum += std::abs(int64_t{finish.matrix[i]});
     }
     if (sum > VISTREL_MATRIX_MAX)
-      reject(VISTREL_BAD_FINISH, fmt::format("finish.matrix[{}]", 3 * row),
-             finish.matrix[3 * row], "the absolute values of its row add up to {}; {} is allowed",
-             sum, int{VISTREL_MATRIX_MAX});
+      reject(VISTREL_BAD_FINISH, fmt::format("finish.matrix[{}]", 3 * row), finish.matrix[3 * row],
+             "the absolute values of its row add up to {}; {} is allowed", sum,
+             int{VISTREL_MATRIX_MAX});
   }
 }
 

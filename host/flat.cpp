@@ -29,8 +29,8 @@ class FlatRows {
   FlatRows(const FlatRows&) = delete;
 
   const std::vector<uint16_t>& row(uint32_t y) {
-    const auto* const row =
-        static_cast<const unsigned char*>(frame_.samples) + y * static_cast<size_t>(strideOf(frame_));
+    const auto* const row = static_cast<const unsigned char*>(frame_.samples) +
+                            y * static_cast<size_t>(strideOf(frame_));
     const void* from = row;
     if (packing_)
       core::unpackPart(*packing_, row, frame_.width, 0, frame_.width, line_.data());

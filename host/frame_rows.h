@@ -28,7 +28,8 @@ class RowPreparation {
 
   // The first byte that is read from a row of the frame.
   const unsigned char* begin(const unsigned char* frameRow) const {
-    return frameRow + (packing_ ? core::packedBytes(*packing_, first_) : first_ * frame_.bytes_per_sample);
+    return frameRow +
+           (packing_ ? core::packedBytes(*packing_, first_) : first_ * frame_.bytes_per_sample);
   }
 
   // Prefetches a row of the frame. For packed samples it counts one byte each, so it leaves out the

@@ -66,7 +66,10 @@ class RegionSamples {
       from = line;
     }
     core::prepareRow(from, n, line,
-                     {frame_.bits, significant_.below, 0, blackOf(conversion_, x, y),
+                     {frame_.bits,
+                      significant_.below,
+                      0,
+                      blackOf(conversion_, x, y),
                       {VISTREL_GAIN_ONE, VISTREL_GAIN_ONE}});
   }
 
@@ -123,10 +126,9 @@ uint64_t meanOf(uint64_t sum, uint64_t count) {
 
 Gains measureGains(const vistrel_frame& frame, const vistrel_conversion& conversion,
                    const vistrel_region& region) {
-  const ColourSums total =
-      frame.bytes_per_sample == 1
-          ? RegionSamples<uint8_t>(frame, conversion, region).sums()
-          : RegionSamples<uint16_t>(frame, conversion, region).sums();
+  const ColourSums total = frame.bytes_per_sample == 1
+                               ? RegionSamples<uint8_t>(frame, conversion, region).sums()
+                               : RegionSamples<uint16_t>(frame, conversion, region).sums();
   std::array<uint64_t, 3> means{};
   for (size_t i = 0; i < 3; ++i) means[i] = meanOf(total.sums[i], total.counts[i]);
   const uint64_t max = *std::max_element(means.begin(), means.end());
@@ -147,7 +149,7 @@ core::ColumnPair<uint32_t> blackOf(const vistrel_conversion& c, int64_t x, int64
 }
 
 Gains gainsOf(const vistrel_frame& frame, const vistrel_conversion& c) {
-  if (c.white_balance == VISTREL_BALANCE_GRAY_WORLD) 
+  if (c.white_balance == VISTREL_BALANCE_GRAY_WORLD)
     return measureGains(frame, c, {0, 0, frame.width, frame.height});
   if (c.white_balance == VISTREL_BALANCE_GAINS) return {c.gains[0], c.gains[1], c.gains[2]};
   return kNoGains;

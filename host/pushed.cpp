@@ -107,7 +107,8 @@ void push(StreamLease& stream, const void* samples, size_t size, uint32_t rows,
 
 PushedConversion::PushedConversion(const EngineCall& call, const CheckedImage& image)
     : plan_(call.plan), frame_(call.frame), conversion_(call.conversion),
-      image_(image), call_{plan_, frame_, conversion_, call.gains, call.pixels, call.stride, call.finishTable},
+      image_(image), call_{plan_,       frame_,      conversion_,     call.gains,
+                           call.pixels, call.stride, call.finishTable},
       part_(partOf(plan_, frame_, conversion_, allRows(plan_))) {}
 
 void PushedConversion::checkPortion(const void* samples, size_t size, uint32_t rows) const {

@@ -47,8 +47,7 @@ void RowEngine<T>::startDemosaic(RowSource<T>& source, Arena& arena) {
     const uint32_t columns = p_.width - 2 * left;
     OutputShape shape = shapeOf(ImageOutput<T>::pitchOf(columns));
     shape.left -= left;
-    job.image =
-        &output_.emplace(shape, columns, engineRow(rows_.first), rowsToFill(arena), arena);
+    job.image = &output_.emplace(shape, columns, engineRow(rows_.first), rowsToFill(arena), arena);
     job.roi.x = int(left);
     job.roi.width = int(columns);
   }
@@ -81,8 +80,8 @@ DemosaicJob<T> RowEngine<T>::jobOf(RowSource<T>& source) const {
 
 template <class T>
 bool RowEngine<T>::storesDirectly(const DemosaicAlgorithm<T>& algorithm) const {
-  return algorithm.storesDirectly && algorithm.storesDirectly() && !p_.rawGray && !c_.finish && c_.binning == 1 &&
-         hasDirectArrangement() && p_.format->bytes_per_sample == 1 &&
+  return algorithm.storesDirectly && algorithm.storesDirectly() && !p_.rawGray && !c_.finish &&
+         c_.binning == 1 && hasDirectArrangement() && p_.format->bytes_per_sample == 1 &&
          (sizeof(T) == 1 || isWindow(c_.reduction));
 }
 
@@ -108,27 +107,26 @@ template <class T>
 OutputShape RowEngine<T>::shapeOf(size_t pitch) {
   const Pack pack = !p_.format->colour() ? Pack::mono : p_.rawGray ? Pack::gray : Pack::bgr;
   const bool bins = c_.binning > 1 && !makesMeans();
-  return {.writer = writerOf(pack, bins ? c_.binning : 1, pitch),
-          .changes = p_.rawGray || bins || reduces() || mayExceed() ||
-                     (redFirst() && swapsRedBlue()),
-          .swapsRedBlue = redFirst() && swapsRedBlue(),
-          .binning = c_.binning,
-          .left = p_.pad * c_.binning,
-          .width = p_.layout.width,
-          .top = engineRow(0),
-          .pixelBytes = c_.finish ? channels() * sizeof(T) : p_.nativePixelBytes,
-          .mean = makesMeans() ? meanFunction<T>(channels(), c_.binning) : nullptr,
-          .pitch = pitch,
-          .ceiling = (1u << p_.bits) - 1,
-          .meanBytes = makesMeans() ? channels() * sizeof(T) : 0};
+  return {
+      .writer = writerOf(pack, bins ? c_.binning : 1, pitch),
+      .changes = p_.rawGray || bins || reduces() || mayExceed() || (redFirst() && swapsRedBlue()),
+      .swapsRedBlue = redFirst() && swapsRedBlue(),
+      .binning = c_.binning,
+      .left = p_.pad * c_.binning,
+      .width = p_.layout.width,
+      .top = engineRow(0),
+      .pixelBytes = c_.finish ? channels() * sizeof(T) : p_.nativePixelBytes,
+      .mean = makesMeans() ? meanFunction<T>(channels(), c_.binning) : nullptr,
+      .pitch = pitch,
+      .ceiling = (1u << p_.bits) - 1,
+      .meanBytes = makesMeans() ? channels() * sizeof(T) : 0};
 }
 
 template <class T>
 RowWriter RowEngine<T>::writerOf(Pack pack, unsigned binning, size_t pitch) {
   const size_t width = p_.layout.width;
   if (sizeof(T) == 1)
-    return RowWriter(pack, Depth::from8to8, binning, pitch, width,
-                     reductionOf<uint8_t>(8, 8, 0));
+    return RowWriter(pack, Depth::from8to8, binning, pitch, width, reductionOf<uint8_t>(8, 8, 0));
   if (!reduces())
     return RowWriter(pack, Depth::from16to16, binning, pitch, width,
                      reductionOf<uint16_t>(p_.bits, p_.bits, 0));

@@ -54,9 +54,7 @@ class RowEngine {
   unsigned shiftOf() const { return sizeof(T) == 1 ? 0 : p_.bits - 8 - c_.reduction; }
   // Six algorithms limit what they compute of 16-bit samples to 1023, whatever the frame has.
   bool mayExceed() const { return sizeof(T) == 2 && p_.bits < 10 && isMosaic(call_.frame); }
-  bool reduces() const {
-    return sizeof(T) == 2 && p_.format->bytes_per_sample == 1 && !c_.finish;
-  }
+  bool reduces() const { return sizeof(T) == 2 && p_.format->bytes_per_sample == 1 && !c_.finish; }
   bool makesMeans() const { return c_.binning > 1 && c_.bin_mode == VISTREL_BIN_MEAN; }
   size_t channels() const { return p_.format->mono ? 1 : 3; }
 

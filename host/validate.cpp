@@ -188,8 +188,7 @@ void checkBinning(const vistrel_conversion& c) {
 
 void checkOrientation(const vistrel_conversion& c) {
   if (c.orientation > VISTREL_TURNED_270)
-    reject(VISTREL_BAD_ORIENTATION, "conversion.orientation", c.orientation,
-           "0 to 8 are allowed");
+    reject(VISTREL_BAD_ORIENTATION, "conversion.orientation", c.orientation, "0 to 8 are allowed");
 }
 
 }  // namespace

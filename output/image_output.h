@@ -22,9 +22,9 @@ struct OutputShape {
   size_t pixelBytes;   // per pixel that PixelRows take
   // Makes the means of bins, which the writer then takes as pixels; null if the writer bins.
   MeanFunction mean = nullptr;
-  size_t pitch = 0;       // samples from one row of a bin to the next
-  uint32_t ceiling = 0;   // of samples in means
-  size_t meanBytes = 0;   // per mean
+  size_t pitch = 0;      // samples from one row of a bin to the next
+  uint32_t ceiling = 0;  // of samples in means
+  size_t meanBytes = 0;  // per mean
 };
 
 // Collects the rows of a bin, then reduces them a chunk at a time, so that everything stays in the

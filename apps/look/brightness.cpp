@@ -37,11 +37,13 @@ double encoded(const Transfer& transfer, double x) {
 
 Brightness::Brightness(std::span<const Block> blocks, const Look& look) {
   const auto [least, largest] = std::minmax_element(look.gains.begin(), look.gains.end());
-  neutralClip_ = static_cast<double>(*least) / *largest;
+  const double neutral = static_cast<double>(*least) / *largest;
+  amplification_ = static_cast<double>(*largest) / kLookOne;
+  neutralClip_ = neutral * amplification_;
   for (const Block& block : blocks) {
     Colour c;
     for (size_t i = 0; i < 3; ++i) c[i] = double{block.colour[i]} * look.gains[i] / *largest;
-    if (block.clipped && look.neutralHighlights) c.fill(neutralClip_);
+    if (block.clipped && look.neutralHighlights) c.fill(neutral);
     c = applied(look.matrix, c);
     double luminance = 0;
     for (size_t i = 0; i < 3; ++i) {
@@ -72,13 +74,15 @@ double Brightness::mean(double exposure, const Transfer& transfer) const {
   double sum = 0;
   for (uint32_t level = 0; level < kLevels; ++level) {
     if (weights_[level] == 0) continue;
-    sum += weights_[level] * encoded(transfer, exposure * lightOf(level));
+    sum += weights_[level] * encoded(transfer, exposure * amplification_ * lightOf(level));
   }
   return sum;
 }
 
-double Brightness::highlight(double part) const { return lightOf(quantile(highest_, part)); }
+double Brightness::highlight(double part) const {
+  return amplification_ * lightOf(quantile(highest_, part));
+}
 
-double Brightness::median() const { return lightOf(quantile(luminance_, 0.5)); }
+double Brightness::median() const { return amplification_ * lightOf(quantile(luminance_, 0.5)); }
 
 }  // namespace vistrel::app

@@ -10,7 +10,8 @@ namespace vistrel::app {
 // Where a curve puts linear light x, 0 to 1, from 0 to 1.
 double encoded(const Transfer& transfer, double x);
 
-// The colours of a frame as gains, highlights and matrix leave them, before exposure.
+// The colours of a frame as gains, highlights and matrix leave them, before exposure: 1 is what
+// clips with a gain of 1.
 class Brightness {
  public:
   Brightness(std::span<const Block> blocks, const Look& look);
@@ -37,6 +38,7 @@ class Brightness {
 
   std::vector<double> weights_ = std::vector<double>(kLevels);
   Histogram highest_ = Histogram(kLevels), luminance_ = Histogram(kLevels);
+  double amplification_;  // the largest gain, by which colours are divided meanwhile
   double neutralClip_, clipped_ = 0;
 };
 

@@ -19,7 +19,7 @@ constexpr ColourMatrix kCommon = {5489, -1065, -328, -492, 5161, -573, -328, -98
 ColourMatrix matrixFor(const Gains& gains) {
   const bool isBalanced =
       std::all_of(gains.begin(), gains.end(), [](uint32_t g) { return g < kLookOne * 5 / 4; });
-  return isBalanced ? kIdentity : kCommon;
+  return isBalanced ? kIdentityMatrix : kCommon;
 }
 
 }  // namespace
@@ -46,7 +46,7 @@ Look decideLook(const vistrel_frame& frame, const LookChoice& choice,
     look.gains = *known.gains;
   else if (!isMono)
     look.gains = gainsOf(blocks, 1.0 / levels);
-  look.matrix = known.matrix.value_or(isMono ? kIdentity : matrixFor(look.gains));
+  look.matrix = known.matrix.value_or(isMono ? kIdentityMatrix : matrixFor(look.gains));
   if (mode == LookMode::kLinear) {
     look.transfer = known.transfer.value_or(Transfer{Curve::kLinear, 0});
     look.exposure = known.exposure.value_or(kLookOne);

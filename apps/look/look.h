@@ -30,15 +30,15 @@ using Gains = std::array<uint32_t, 3>;        // red, green, blue
 using ColourMatrix = std::array<int32_t, 9>;  // row by row
 using BlackLevels = std::array<uint32_t, 4>;  // of the places of the 2x2 block, row by row
 
-constexpr ColourMatrix kIdentity = {4096, 0, 0, 0, 4096, 0, 0, 0, 4096};
+constexpr ColourMatrix kIdentityMatrix = {4096, 0, 0, 0, 4096, 0, 0, 0, 4096};
 
-// Colours are scaled from black..white to 0..1 and multiplied by the gains, divided by the largest
-// gain; highlights, matrix, exposure and transfer follow in this order.
+// Colours are scaled from black..white to 0..1 and multiplied by the gains; highlights, matrix,
+// exposure and transfer follow in this order. What is above 1 is only clipped after the exposure.
 struct Look {
   BlackLevels black{};
   uint32_t white = 0;
   Gains gains = {kLookOne, kLookOne, kLookOne};
-  ColourMatrix matrix = kIdentity;
+  ColourMatrix matrix = kIdentityMatrix;
   uint32_t exposure = kLookOne;
   Transfer transfer;
   bool neutralHighlights = true;

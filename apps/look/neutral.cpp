@@ -11,13 +11,13 @@ namespace {
 // Bayesian colour constancy (Brainard and Freeman, JOSA A 14, 1997) on log-chromaticities: gray
 // surfaces are the most common ones, so a neutral is likely if many blocks are close to it and if
 // cameras have such neutrals.
-struct Chromaticity {
+struct LogChromaticity {
   double warmth;   // log2(red / blue)
   double magenta;  // log2(red blue / green^2)
 };
 
 template <class Colour>
-Chromaticity chromaticityOf(const Colour& colour) {
+LogChromaticity logChromaticityOf(const Colour& colour) {
   const double red = log2Of(colour[0]), green = log2Of(colour[1]), blue = log2Of(colour[2]);
   return {red - blue, red + blue - 2 * green};
 }
@@ -28,7 +28,7 @@ constexpr double kLeastLevels = 8;
 // Sensors see daylight with about half of green's signal in red and two thirds in blue, warm light
 // with more red than blue. Some cameras balance their frames before they deliver them.
 struct Light {
-  Chromaticity mean, deviation;
+  LogChromaticity mean, deviation;
   double weight;
 };
 constexpr Light kLights[] = {
@@ -39,7 +39,7 @@ constexpr Light kLights[] = {
 constexpr double kEvidence = 0.8;
 
 // The logarithm of the probability density, to base 2 and up to a constant.
-double likelihoodOf(const Chromaticity& c) {
+double likelihoodOf(const LogChromaticity& c) {
   constexpr double kHalfLog2E = 0.72134752;
   double best = -1e9;
   for (const Light& light : kLights) {
@@ -54,7 +54,7 @@ double likelihoodOf(const Chromaticity& c) {
 // The chromaticities of blocks, weighted, on a grid.
 class Density {
  public:
-  void add(const Chromaticity& c, double weight) {
+  void add(const LogChromaticity& c, double weight) {
     const double x = (c.warmth - kLeft) / kStep, y = (c.magenta - kTop) / kStep;
     if (!(x >= 0 && x < kColumns && y >= 0 && y < kRows)) return;
     at(static_cast<int>(x), static_cast<int>(y)) += weight;
@@ -71,12 +71,12 @@ class Density {
     }
   }
 
-  Chromaticity mostLikely() const {
-    Chromaticity best{};
+  LogChromaticity mostLikely() const {
+    LogChromaticity best{};
     double highest = -1e9;
     for (int y = 0; y < kRows; ++y)
       for (int x = 0; x < kColumns; ++x) {
-        const Chromaticity c{kLeft + (x + 0.5) * kStep, kTop + (y + 0.5) * kStep};
+        const LogChromaticity c{kLeft + (x + 0.5) * kStep, kTop + (y + 0.5) * kStep};
         const double density = cells_[static_cast<size_t>(y * kColumns + x)] / sum_;
         const double likelihood = kEvidence * log2Of(density + kFloor) + likelihoodOf(c);
         if (likelihood <= highest) continue;
@@ -137,14 +137,14 @@ Gains gainsOf(std::span<const Block> blocks, double level) {
     const auto [red, green, blue] = block.colour;
     for (size_t i = 0; i < 3; ++i) sum[i] += std::max(block.colour[i], 0.0f);
     if (red > least && green > std::max(least, 0.02 * bright) && blue > least)
-      density.add(chromaticityOf(block.colour), std::min(green / bright, 1.0));
+      density.add(logChromaticityOf(block.colour), std::min(green / bright, 1.0));
   }
   // Few levels make few chromaticities, but a right mean.
   if (density.isEmpty() && sum[0] > 0 && sum[1] > 0 && sum[2] > 0)
-    density.add(chromaticityOf(sum), 1);
+    density.add(logChromaticityOf(sum), 1);
   if (density.isEmpty()) return {kLookOne, kLookOne, kLookOne};
   density.blur();
-  const Chromaticity c = density.mostLikely();
+  const LogChromaticity c = density.mostLikely();
   return gainsOfNeutral(
       {exp2Of((c.magenta + c.warmth) / 2), 1, exp2Of((c.magenta - c.warmth) / 2)});
 }

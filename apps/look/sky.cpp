@@ -118,7 +118,7 @@ void decideSky(const vistrel_frame& frame, const std::array<Histogram, 4>& place
     look.gains = *known.gains;
   else if (frame.phase != VISTREL_MONO)
     look.gains = gainsOfStars(blocksOf(frame, {}, look.white, region), sky, look.white);
-  look.matrix = known.matrix.value_or(kIdentity);
+  look.matrix = known.matrix.value_or(kIdentityMatrix);
   look.black = known.black ? *known.black : blackBelow(sky, look, frame.phase);
   const Brightness brightness(blocksOf(frame, look.black, look.white, region), look);
   // Stars are white, unless that would make the sky gray.

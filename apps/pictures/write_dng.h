@@ -20,7 +20,7 @@ inline constexpr Matrix3 kSrgbOfXyz{3.2409699,  -1.5373832, -0.4986108,  //
                                     -0.9692436, 1.8759675,  0.0415551,   //
                                     0.0556301,  -0.2039770, 1.0569715};
 
-constexpr uint16_t kD65 = 21;  // EXIF's code of that light
+constexpr uint16_t kExifD65 = 21;  // EXIF's code of that light
 
 // What a DNG says about the camera. Its defaults are those of an unknown camera, whose colours are
 // taken to be linear sRGB.
@@ -31,7 +31,7 @@ struct DngCamera {
   std::string model = "Unknown camera";
   std::optional<std::array<double, 3>> neutral{};  // red, green, blue of gray; the largest is 1
   Matrix3 matrix = kSrgbOfXyz;                     // from CIE XYZ to the camera's colours
-  uint16_t illuminant = kD65;                      // EXIF's code; for which the matrix holds
+  uint16_t illuminant = kExifD65;                  // EXIF's code; for which the matrix holds
   uint16_t orientation = 1;                        // TIFF's code
 };
 

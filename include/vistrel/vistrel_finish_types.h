@@ -17,11 +17,13 @@ typedef struct vistrel_point {
  * read. A null pointer leaves a step out.
  */
 typedef struct vistrel_calibration {
-  const void* dark; /* 16-bit levels, one for each pixel of the frame, in the scale of its samples */
+  const void*
+      dark; /* 16-bit levels, one for each pixel of the frame, in the scale of its samples */
   size_t dark_size, dark_stride;
   const void* flat; /* 16-bit gains in 1/4096, one for each pixel: see vistrel_measure_flat */
   size_t flat_size, flat_stride;
-  const vistrel_point* hot; /* hot pixels, by rows and then columns, each one once; 4-byte aligned */
+  const vistrel_point*
+      hot; /* hot pixels, by rows and then columns, each one once; 4-byte aligned */
   size_t hot_count;
   uint32_t reserved[8]; /* 0 */
 } vistrel_calibration;
@@ -73,16 +75,16 @@ enum { VISTREL_MATRIX_MAX = 32767 };
  * 7. Formats of 8 bits get (y + 128) / 257, rounded down.
  */
 typedef struct vistrel_finish {
-  uint32_t highlights;       /* VISTREL_HIGHLIGHTS_... */
-  uint32_t exposure;         /* in 1/4096: 1 to VISTREL_EXPOSURE_MAX */
-  int32_t matrix[9];         /* in 1/4096, from red, green, blue to red, green, blue, row by row;
-                                all 0: none. The absolute values of a row add up to
-                                VISTREL_MATRIX_MAX at most. Must be 0 for mono frames */
-  uint32_t transfer_points;  /* 2 to 65536; 0 if transfer is null */
-  const uint16_t* transfer;  /* in the caller's memory for the length of a call: the values for
-                                evenly spaced light from 0 to 65535; null: y = i. See
-                                vistrel_make_transfer */
-  uint32_t reserved[8];      /* 0 */
+  uint32_t highlights;      /* VISTREL_HIGHLIGHTS_... */
+  uint32_t exposure;        /* in 1/4096: 1 to VISTREL_EXPOSURE_MAX */
+  int32_t matrix[9];        /* in 1/4096, from red, green, blue to red, green, blue, row by row;
+                               all 0: none. The absolute values of a row add up to
+                               VISTREL_MATRIX_MAX at most. Must be 0 for mono frames */
+  uint32_t transfer_points; /* 2 to 65536; 0 if transfer is null */
+  const uint16_t* transfer; /* in the caller's memory for the length of a call: the values for
+                               evenly spaced light from 0 to 65535; null: y = i. See
+                               vistrel_make_transfer */
+  uint32_t reserved[8];     /* 0 */
 } vistrel_finish;
 
 #endif

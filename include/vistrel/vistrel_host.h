@@ -183,9 +183,9 @@ int32_t vistrel_measure_gains(const vistrel_frame* frame, const vistrel_conversi
 /*
  * Measures the gains that make a frame of an evenly lit surface even, for
  * vistrel_calibration: one of 16 bits, in 1/4096, for each pixel, in rows without
- * padding, at any alignment. `size` is the bytes that may be written there. Of the conversion, black and
- * the dark levels of its calibration are read. With v = max(s - dark - black, 0) and
- * the mean m of v at all pixels of the same place in 1/256, rounded, halves up
+ * padding, at any alignment. `size` is the bytes that may be written there. Of the conversion,
+ * black and the dark levels of its calibration are read. With v = max(s - dark - black, 0) and the
+ * mean m of v at all pixels of the same place in 1/256, rounded, halves up
  *
  *   gain = min((16 * m + v / 2) / v, 65535)                   in integers
  *

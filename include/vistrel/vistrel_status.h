@@ -51,10 +51,10 @@ enum {
                                     VISTREL_READ_LATER */
   VISTREL_BAD_FILTER = 42,       /* no such filter, or a divisor of 0 */
   VISTREL_BAD_CALIBRATION = 43,  /* a calibration that is not for this frame, or a bad hot pixel */
-  VISTREL_BAD_FINISH = 44,       /* a finish that is not for this conversion, or a bad field of it */
-  VISTREL_BAD_ORIENTATION = 45,  /* no such orientation, or not one for this call */
-  VISTREL_BAD_TRANSFER = 46,     /* no such transfer curve, or not a parameter of it */
-  VISTREL_BAD_COUNT = 47         /* count is not 2..65536 */
+  VISTREL_BAD_FINISH = 44,      /* a finish that is not for this conversion, or a bad field of it */
+  VISTREL_BAD_ORIENTATION = 45, /* no such orientation, or not one for this call */
+  VISTREL_BAD_TRANSFER = 46,    /* no such transfer curve, or not a parameter of it */
+  VISTREL_BAD_COUNT = 47        /* count is not 2..65536 */
 };
 
 /*

@@ -272,9 +272,9 @@ typedef struct vistrel_conversion {
    * letters of a phase's name: pixel (x, y) has black[2 * (y % 2) + x % 2], in mono
    * frames too.
    */
-  uint32_t black[4];      /* 0 to full scale */
-  uint32_t white;         /* where the sensor clips, above all black levels; 0: full scale. Only read
-                             by the finishing stage and for measuring gains */
+  uint32_t black[4]; /* 0 to full scale */
+  uint32_t white;    /* where the sensor clips, above all black levels; 0: full scale. Only read
+                        by the finishing stage and for measuring gains */
   uint32_t white_balance; /* VISTREL_BALANCE_...; must be NONE except for Bayer frames */
   uint32_t gains[3];      /* red, green, blue: 1 to VISTREL_GAIN_MAX; only read for
                              VISTREL_BALANCE_GAINS */

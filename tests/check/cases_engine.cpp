@@ -107,7 +107,8 @@ void drawGray(Draw& draw, Call& call, const Way& way) {
 
 void drawReduction(Draw& draw, Call& call) {
   const uint32_t bits = workingBits(call);
-  if (call.finished || call.sampleBytes == 1 || reference::hostSampleBytes(call.format) == 2) return;
+  if (call.finished || call.sampleBytes == 1 || reference::hostSampleBytes(call.format) == 2)
+    return;
   const uint32_t mode = draw.pick({0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 10, 10});
   const bool allowed = mode == VISTREL_TABLE           ? bits >= 10 && bits <= 12
                        : mode == VISTREL_WINDOW_MIDDLE ? bits >= 9
@@ -200,8 +201,8 @@ bool hasLayoutOf(const HostCall& host, const Layout& layout, const Call& call) {
   if (vistrel_get_layout(&host.frame, &host.conversion, &given, nullptr) != VISTREL_OK) return true;
   const auto [width, height] = reference::hostImageSize(host.frame, host.conversion);
   const size_t row = reference::hostImageRowBytes(call.format, width);
-  return given.width == width && given.height == height &&
-         given.row_bytes == row && given.frame_bytes == layout.source.span() &&
+  return given.width == width && given.height == height && given.row_bytes == row &&
+         given.frame_bytes == layout.source.span() &&
          (call.gap || given.bytes == layout.destination.span());
 }
 

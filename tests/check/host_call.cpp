@@ -54,7 +54,8 @@ std::vector<vistrel_point> hotPixels(Random& random, const vistrel_frame& f) {
 void drawFinish(Random& random, uint32_t what, vistrel_finish& finish,
                 std::vector<uint16_t>& transfer) {
   finish.highlights = what & kNeutral ? VISTREL_HIGHLIGHTS_NEUTRAL : VISTREL_HIGHLIGHTS_CLIP;
-  finish.exposure = random.oneIn(3) ? 1 + random.below(VISTREL_EXPOSURE_MAX) : 1 + random.below(9000);
+  finish.exposure =
+      random.oneIn(3) ? 1 + random.below(VISTREL_EXPOSURE_MAX) : 1 + random.below(9000);
   for (int32_t& m : finish.matrix)
     m = what & kMatrix ? static_cast<int32_t>(random.below(21845)) - 10922 : 0;
   if (!(what & kTransfer)) return;
@@ -146,9 +147,11 @@ HostLook::HostLook(const Call& call, const vistrel_frame& f) {
   if (call.calibrated & kHotPixels) hot = hotPixels(random, f);
   const size_t stride = 2 * (f.width + gap);
   if (!dark.empty())
-    calibration.dark = dark.data(), calibration.dark_size = 2 * pixels, calibration.dark_stride = stride;
+    calibration.dark = dark.data(), calibration.dark_size = 2 * pixels,
+    calibration.dark_stride = stride;
   if (!flat.empty())
-    calibration.flat = flat.data(), calibration.flat_size = 2 * pixels, calibration.flat_stride = stride;
+    calibration.flat = flat.data(), calibration.flat_size = 2 * pixels,
+    calibration.flat_stride = stride;
   calibration.hot = hot.data();
   calibration.hot_count = hot.size();
   drawFinish(random, call.finished, finish, transfer);

@@ -7,8 +7,8 @@
 namespace vistrel {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::Each;
+using ::testing::ElementsAre;
 
 struct CalibratedRow {
   explicit CalibratedRow(const std::vector<uint8_t>& samples, uint32_t phase = VISTREL_MONO)
@@ -93,20 +93,20 @@ TEST(Calibration, RejectsWhatIsNotForTheFrame) {
   CalibratedRow row(samples);
   row.setDark(levels);
   row.calibration.dark_size = 17;
-  row.expectRejected({VISTREL_SHORT_BUFFER, "calibration.dark_size", "17",
-                      "1 rows of stride 18 take 18 bytes"});
+  row.expectRejected(
+      {VISTREL_SHORT_BUFFER, "calibration.dark_size", "17", "1 rows of stride 18 take 18 bytes"});
   row.calibration.dark_size = 18, row.calibration.dark_stride = 17;
-  row.expectRejected({VISTREL_BAD_STRIDE, "calibration.dark_stride", "17",
-                      "a row of 9 levels has 18 bytes"});
+  row.expectRejected(
+      {VISTREL_BAD_STRIDE, "calibration.dark_stride", "17", "a row of 9 levels has 18 bytes"});
   row.calibration.dark_stride = 0;
   row.setFlat(levels);
   row.calibration.flat_size = 0;
-  row.expectRejected({VISTREL_SHORT_BUFFER, "calibration.flat_size", "0",
-                      "1 rows of stride 18 take 18 bytes"});
+  row.expectRejected(
+      {VISTREL_SHORT_BUFFER, "calibration.flat_size", "0", "1 rows of stride 18 take 18 bytes"});
   row.calibration.flat = nullptr;
   row.setHot(outside);
-  row.expectRejected({VISTREL_BAD_CALIBRATION, "calibration.hot[0]", "(9, 0)",
-                      "it lies outside the frame"});
+  row.expectRejected(
+      {VISTREL_BAD_CALIBRATION, "calibration.hot[0]", "(9, 0)", "it lies outside the frame"});
   row.setHot(twice);
   row.expectRejected({VISTREL_BAD_CALIBRATION, "calibration.hot[1]", "(3, 0)",
                       "pixels come by rows and then columns, each one once"});
@@ -114,8 +114,8 @@ TEST(Calibration, RejectsWhatIsNotForTheFrame) {
   row.expectRejected({VISTREL_NULL_POINTER, "calibration.hot", "", "must not be null"});
   row.calibration.hot_count = 0;
   row.calibration.reserved[2] = 1;
-  row.expectRejected({VISTREL_BAD_RESERVED, "calibration.reserved[2]", "1",
-                      "only 0 is allowed in this version"});
+  row.expectRejected(
+      {VISTREL_BAD_RESERVED, "calibration.reserved[2]", "1", "only 0 is allowed in this version"});
   row.calibration.reserved[2] = 0;
   row.frame.phase = VISTREL_BGR, row.conversion.format = VISTREL_BGR24;
   row.expectRejected({VISTREL_BAD_CALIBRATION, "conversion.calibration", "",

@@ -258,7 +258,7 @@ TEST(MeasuredGains, AreThoseOfTheRegion) {
 // A block with one clipped sample does not count at all.
 TEST(MeasuredGains, LeaveOutBlocksThatClip) {
   auto samples = samplesOf<uint8_t>(8, 8, plainColour(VISTREL_RGGB, 25, 100, 50));
-  samples[2 * 8 + 2] = 250;                      // red, with its block of greens and blue
+  samples[2 * 8 + 2] = 250;                           // red, with its block of greens and blue
   samples[5 * 8 + 4] = 251, samples[4 * 8 + 4] = 10;  // green, and the red of its block
   const vistrel_frame frame = frameOf(samples, 8, 8, VISTREL_RGGB);
   vistrel_conversion c = defaultConversion(frame);

@@ -21,8 +21,7 @@ Pixel clipsOf(const vistrel_frame& frame, const vistrel_conversion& c, uint32_t 
   Pixel clips{65535, 65535, 65535};
   for (size_t y = 0; y < 2; ++y)
     for (size_t x = 0; x < 2; ++x) {
-      const char colour =
-          hostColour(frame.phase, static_cast<int64_t>(x), static_cast<int64_t>(y));
+      const char colour = hostColour(frame.phase, static_cast<int64_t>(x), static_cast<int64_t>(y));
       int64_t& clip = clips[colour == 'R' ? 0 : colour == 'G' ? 1 : 2];
       const uint32_t w = hostScaled(frame, c, gains, white - blackOf(c, x, y), x, y);
       clip = std::min(clip, in16Bits(w, bits));
@@ -70,8 +69,8 @@ HostPixels hostFinished(const HostPixels& pixels, uint32_t bits, const vistrel_f
   const auto a = static_cast<int64_t>(
       std::min<uint64_t>((finish.exposure * most + 2048) >> 12, uint64_t{1} << 28));
   const Pixel clips = isColour ? clipsOf(frame, c, bits) : Pixel{};
-  const bool hasMatrix = std::any_of(std::begin(finish.matrix), std::end(finish.matrix),
-                                     [](int32_t m) { return m; });
+  const bool hasMatrix =
+      std::any_of(std::begin(finish.matrix), std::end(finish.matrix), [](int32_t m) { return m; });
   HostPixels result{pixels.width, pixels.height, pixels.channels, {}};
   for (size_t n = 0; n < pixels.samples.size(); n += pixels.channels) {
     Pixel pixel;
@@ -80,7 +79,8 @@ HostPixels hostFinished(const HostPixels& pixels, uint32_t bits, const vistrel_f
     if (isColour && finish.highlights == VISTREL_HIGHLIGHTS_NEUTRAL) fadeHighlights(pixel, clips);
     if (isColour && hasMatrix) applyMatrix(pixel, finish.matrix);
     for (size_t i = 0; i < pixels.channels; ++i) {
-      const int64_t light = std::min<int64_t>((pixel[isColour ? 2 - i : 0] * a + 2048) >> 12, 65535);
+      const int64_t light =
+          std::min<int64_t>((pixel[isColour ? 2 - i : 0] * a + 2048) >> 12, 65535);
       const int64_t y = transferred(light, finish);
       result.samples.push_back(
           static_cast<uint16_t>(hostSampleBytes(c.format) == 2 ? y : (y + 128) / 257));
@@ -92,8 +92,8 @@ HostPixels hostFinished(const HostPixels& pixels, uint32_t bits, const vistrel_f
 HostPixels hostTurned(const HostPixels& from, uint32_t orientation) {
   if (orientation <= VISTREL_UPRIGHT) return from;
   const bool swaps = orientation >= VISTREL_TRANSPOSED;
-  HostPixels to{swaps ? from.height : from.width, swaps ? from.width : from.height, from.channels,
-                {}};
+  HostPixels to{
+      swaps ? from.height : from.width, swaps ? from.width : from.height, from.channels, {}};
   for (size_t y = 0; y < to.height; ++y)
     for (size_t x = 0; x < to.width; ++x) {
       const size_t right = from.width - 1, bottom = from.height - 1;

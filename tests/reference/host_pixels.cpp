@@ -192,8 +192,8 @@ std::vector<T> converted(const Job& job, const std::vector<T>& image) {
   convert(job, image.data(), made.data());
   std::vector<T> samples(made.size() / sampleBytes);
   for (size_t i = 0; i < samples.size(); ++i)
-    samples[i] = static_cast<T>(
-        sampleBytes == 2 ? reinterpret_cast<const uint16_t*>(made.data())[i] : made[i]);
+    samples[i] = static_cast<T>(sampleBytes == 2 ? reinterpret_cast<const uint16_t*>(made.data())[i]
+                                                 : made[i]);
   return samples;
 }
 

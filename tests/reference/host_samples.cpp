@@ -133,8 +133,7 @@ Gains grayWorld(const vistrel_frame& frame, const vistrel_conversion& c) {
       for (size_t x = 0; x < frame.width; ++x)
         if (hostColour(frame.phase, static_cast<int64_t>(x), static_cast<int64_t>(y)) ==
             kColours[i])
-          if (!c.white || isBelowWhite(frame, c, x, y))
-            sum += aboveBlack(frame, c, x, y), ++count;
+          if (!c.white || isBelowWhite(frame, c, x, y)) sum += aboveBlack(frame, c, x, y), ++count;
     means[i] = count ? (2 * 256 * sum + count) / (2 * count) : 0;
   }
   const uint64_t largest = *std::max_element(means.begin(), means.end());
@@ -190,8 +189,8 @@ bool hasExcessBits(const vistrel_frame& frame, uint32_t stored) {
 uint32_t hostBits(const vistrel_frame& frame, const vistrel_conversion& c) {
   const bool isWide = !isMosaic(frame) || c.algorithm == VISTREL_BILINEAR ||
                       c.algorithm == VISTREL_NEAR || c.algorithm == VISTREL_AHD;
-  const uint32_t bits = !c.finish                          ? frame.bits
-                        : isWide                           ? 16
+  const uint32_t bits = !c.finish                     ? frame.bits
+                        : isWide                      ? 16
                         : c.algorithm == VISTREL_EDGE ? 15
                                                       : 10;
   return c.truncate_to ? std::min(bits, c.truncate_to) : bits;
@@ -227,10 +226,11 @@ HostSamples hostSamples(const vistrel_frame& frame, const vistrel_conversion& c)
     for (size_t i = 0; i < frame.width * channels; ++i) {
       const size_t x = i / channels;
       const uint64_t v = calibrated(frame, c, x, y, i % channels);
-      const uint64_t w = std::min<uint64_t>((v * gainAt(frame, gains, x, y) + 2048) >> 12,
-                                            fullScale(frame));
-      result.values.push_back(static_cast<uint16_t>(
-          c.finish ? hostScaled(frame, c, gains, v, x, y) : w >> (frame.bits - hostBits(frame, c))));
+      const uint64_t w =
+          std::min<uint64_t>((v * gainAt(frame, gains, x, y) + 2048) >> 12, fullScale(frame));
+      result.values.push_back(static_cast<uint16_t>(c.finish
+                                                        ? hostScaled(frame, c, gains, v, x, y)
+                                                        : w >> (frame.bits - hostBits(frame, c))));
     }
   return result;
 }

@@ -23,9 +23,9 @@ std::vector<T> model(const std::vector<T>& row, const Row& dark, const Row& flat
                      const CalibrationRow& by) {
   std::vector<T> result;
   for (size_t i = 0; i < row.size(); ++i)
-    result.push_back(static_cast<T>(
-        calibrated(row[i], by.dark ? dark[i] : 0, i % 2 ? by.black.odd : by.black.even,
-                   by.flat ? flat[i] : 4096, by.fullScale)));
+    result.push_back(static_cast<T>(calibrated(row[i], by.dark ? dark[i] : 0,
+                                               i % 2 ? by.black.odd : by.black.even,
+                                               by.flat ? flat[i] : 4096, by.fullScale)));
   return result;
 }
 

@@ -32,10 +32,9 @@ Frame frameOf(const fs::path& path) {
 Srgb developed(const Frame& frame, const vistrel_region& box, const Look& look) {
   std::array<double, 3> mean{};
   const auto blocks = blocksOf(frame, look.black, look.white, box);
-  const double largest = *std::ranges::max_element(look.gains);
   for (const Block& block : blocks)
     for (size_t i = 0; i < 3; ++i)
-      mean[i] += double{block.colour[i]} * look.gains[i] / largest / double(blocks.size());
+      mean[i] += double{block.colour[i]} * look.gains[i] / 4096 / double(blocks.size());
   Srgb colour{};
   for (size_t i = 0; i < 9; ++i) colour[i / 3] += look.matrix[i] * mean[i % 3] / 4096;
   for (double& c : colour) c = 255 * encoded(look.transfer, c * look.exposure / 4096);
