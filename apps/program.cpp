@@ -11,7 +11,7 @@ namespace vistrel::app {
 namespace {
 
 constexpr const char* kExamples = R"(Examples:
-  vistrel info rose.pgm
+  vistrel develop rose.dng -o rose.png
   vistrel convert rose.pgm --phase rggb --bits 12 -o rose.png
   vistrel convert --help
 
@@ -33,6 +33,7 @@ void describeProgram(CLI::App& program, int& status) {
   addCfaCommand(program, status);
   addCompareCommand(program, status);
   addConvertCommand(program, status);
+  addDevelopCommand(program, status);
   addFormatsCommand(program, status);
   addGuessCommand(program, status);
   addInfoCommand(program, status);

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "apps/batch/run_tasks.h"
+#include "apps/files/atomic_file.h"
 #include "apps/files/temporary_file.h"
 
 namespace vistrel::app {
@@ -123,6 +124,7 @@ void Batch::report(size_t i) {
       progress_->say(fmt::format("{}: {}", job.from.string(), warning));
   if (result.state == JobState::kFailed)
     progress_->say(fmt::format("{}: {}", nameOf(job), result.outcome.text));
+  if (!result.preview.command.empty() && !options_.json) printCommand(job, result.preview.command);
   if (!options_.dryRun || options_.json) return;
   if (result.state == JobState::kUpToDate)
     fmt::print("{} -> {}: up to date\n", nameOf(job), job.to.string());
@@ -130,6 +132,13 @@ void Batch::report(size_t i) {
   const vistrel_layout& l = result.preview.layout;
   fmt::print("{} -> {}: {}x{}, {} of {} bits\n", nameOf(job), job.to.string(), l.width, l.height,
              l.channels == 1 ? "gray" : "colour", l.bits);
+}
+
+// On standard output, unless that is for the picture.
+void Batch::printCommand(const Job& job, const std::string& command) {
+  if (isStandardOutput(job.to)) return progress_->say(command);
+  progress_->clear();
+  fmt::print("{}\n", command);
 }
 
 void Batch::printSummary() {

@@ -22,6 +22,7 @@ struct Preview {
   vistrel_layout layout;
   std::vector<std::string> warnings;  // for the user
   std::vector<double> gains = {};     // red, green, blue, if they were measured
+  std::string command = {};           // that repeats what was decided; may be empty
 };
 
 struct JobOutput {
@@ -77,6 +78,7 @@ class Batch {
   bool isUpToDate(const Job& job, const Provenance& provenance) const;
   void ended(size_t i);
   void report(size_t i);
+  void printCommand(const Job& job, const std::string& command);
   void printSummary();
   ExitStatus status() const;
 

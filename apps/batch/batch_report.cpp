@@ -25,13 +25,14 @@ Json outputOf(const Job& job, const JobResult& result) {
   Json json{{"output", job.to.string()}, {"status", nameOf(result.state)}};
   if (job.frame) json["frame"] = *job.frame;
   if (result.state == JobState::kFailed) json["error"] = result.outcome.text;
-  const auto& [l, warnings, gains] = result.preview;
+  const auto& [l, warnings, gains, command] = result.preview;
   if (!warnings.empty()) json["warnings"] = warnings;
   if (l.width) {
     json.update(
         {{"width", l.width}, {"height", l.height}, {"channels", l.channels}, {"bits", l.bits}});
   }
   if (!gains.empty()) json["gains"] = gains;
+  if (!command.empty()) json["command"] = command;
   json["seconds"] = microseconds(result.seconds);
   return json;
 }

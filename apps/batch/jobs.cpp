@@ -1,5 +1,7 @@
 #include "apps/batch/jobs.h"
 
+#include <algorithm>
+
 #include "apps/pictures/picture.h"
 
 namespace vistrel::app {
@@ -17,7 +19,8 @@ struct Target {
 
   fs::path of(const fs::path& input) const {
     if (!folder) return path;
-    return path / (input == "-" ? fs::path("stdin") : input.stem()).concat(extension);
+    return (path.empty() ? input.parent_path() : path) /
+           (input == "-" ? fs::path("stdin") : input.stem()).concat(extension);
   }
 };
 
@@ -66,9 +69,20 @@ void checkIsNoInput(const fs::path& folder, const fs::path& input, const std::st
         folder.string(), input.string(), extension);
 }
 
+// Pictures lie beside their frames.
+void checkBeside(const Inputs& inputs, const Target& target, const IsFrame& isFrame) {
+  if (std::ranges::find(inputs.files, "-") != inputs.files.end())
+    throwError(kUsage, "-o is missing: standard input has no folder for its picture");
+  if (!isFrame("x" + target.extension)) return;
+  if (!inputs.folders.empty())
+    throwError(kUsage,
+               "-o is missing: in the input folder {}, the next run would take {} pictures for "
+               "frames",
+               inputs.folders.front().string(), target.extension);
+}
+
 void checkTarget(const Target& target, const Inputs& inputs, const IsFrame& isFrame) {
-  if (target.path.empty())
-    throwError(kUsage, "-o: the name of a picture or of a folder is expected");
+  if (target.path.empty()) return checkBeside(inputs, target, isFrame);
   if (!target.folder) return void(pictureType(target.path));
   if (isStandardOutput(target.path))
     throwError(
@@ -99,7 +113,7 @@ BatchPlan planJobs(const BatchRequest& a, RunFiles& files) {
   Inputs inputs = findInputs(a.inputs, a.isFrame);
   Target target{a.output, a.extension, false};
   target.folder = inputs.files.size() > 1 || inputs.files[0] != a.inputs[0] ||
-                  !target.path.has_filename() || isFolder(target.path);
+                  target.path.empty() || !target.path.has_filename() || isFolder(target.path);
   checkTarget(target, inputs, a.isFrame);
   BatchPlan plan{{}, std::move(inputs.warnings)};
   for (const fs::path& file : inputs.files) addJobs(file, target, a.framesOf, plan.jobs);

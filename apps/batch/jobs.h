@@ -30,7 +30,7 @@ using FramesOf = std::function<uint64_t(const std::filesystem::path&)>;
 
 struct BatchRequest {
   std::vector<std::string> inputs;
-  std::string output;     // a picture, or a folder for one per input
+  std::string output;     // a picture, or a folder for one per input; empty: beside each input
   std::string extension;  // of the pictures in a folder, for instance ".png"
   IsFrame isFrame;        // applied to the files in a folder
   FramesOf framesOf;

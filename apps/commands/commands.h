@@ -11,6 +11,7 @@ void addBenchCommand(CLI::App& program, int& status);
 void addCfaCommand(CLI::App& program, int& status);
 void addCompareCommand(CLI::App& program, int& status);
 void addConvertCommand(CLI::App& program, int& status);
+void addDevelopCommand(CLI::App& program, int& status);
 void addFormatsCommand(CLI::App& program, int& status);
 void addGuessCommand(CLI::App& program, int& status);
 void addInfoCommand(CLI::App& program, int& status);

@@ -37,10 +37,11 @@ std::string noteOf(const std::vector<std::string>& unused) {
 }  // namespace
 
 ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
-                             const ConversionOptions& options)
+                             const ConversionOptions& options, const SensorCalibration& calibration)
     : job_(job), options_(options), file_(job.from, input), conversion_(options.of(file_.frame())),
-      type_(pictureType(job.to)), layout_(layoutOf(file_.frame(), conversion_)),
-      notes_(options.unusedOptions(file_.frame())) {
+      type_(pictureType(job.to)), notes_(options.unusedOptions(file_.frame())) {
+  calibration.apply(file_.frame(), conversion_);
+  layout_ = layoutOf(file_.frame(), conversion_);
   const auto unused = unusedMetadata(file_.description().camera,
                                      file_.frame().phase == VISTREL_MONO, options.preparation);
   if (!unused.empty()) notes_.push_back(noteOf(unused));
@@ -67,7 +68,9 @@ JobOutput ConversionJob::run(Worker& worker) {
 // Measures the gains of gray-world here rather than in the library, so that the user sees them.
 void ConversionJob::measureGains(const vistrel_frame& frame) {
   if (conversion_.white_balance != VISTREL_BALANCE_GRAY_WORLD) return;
-  const Gains measured = vistrel::measureGains(frame, conversion_);
+  vistrel_conversion measuring = conversion_;
+  measuring.region = options_.preparation.balanceRegion.value_or(vistrel_region{});
+  const auto measured = vistrel::measureGains(frame, measuring);
   conversion_.white_balance = VISTREL_BALANCE_GAINS;
   std::copy(measured.begin(), measured.end(), conversion_.gains);
   for (const uint32_t gain : measured) gains_.push_back(gain / double{int{VISTREL_GAIN_ONE}});

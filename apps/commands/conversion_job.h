@@ -6,6 +6,7 @@
 
 #include "apps/batch/batch.h"
 #include "apps/input/frame_file.h"
+#include "apps/input/sensor_calibration.h"
 #include "apps/options/conversion_options.h"
 #include "apps/pictures/picture.h"
 
@@ -14,8 +15,9 @@ namespace vistrel::app {
 class ConversionJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
-  // Error. The options must outlive the object.
-  ConversionJob(const Job& job, const InputOptions& input, const ConversionOptions& options);
+  // Error. The options and the calibration must outlive the object.
+  ConversionJob(const Job& job, const InputOptions& input, const ConversionOptions& options,
+                const SensorCalibration& calibration);
 
   Preview preview() const;
 

@@ -166,7 +166,7 @@ class MetadataReader {
   std::optional<std::array<double, N>> array(uint32_t tag) {
     const auto read = floats(tag);
     if (read.empty() || !hasCount(tag, read.size(), N)) return {};
-    std::array<double, N> result;
+    std::array<double, N> result{};
     std::ranges::copy(read, result.begin());
     return result;
   }

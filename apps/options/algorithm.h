@@ -16,6 +16,9 @@ struct AlgorithmChoice {
   uint32_t threshold;  // of the edge algorithm; 0 for the others
 };
 
+// What pictures for the eye are made with.
+constexpr const char* kDevelopAlgorithm = "ahd";
+
 // The algorithm at that index of the table, with its default threshold.
 AlgorithmChoice algorithmAt(size_t index);
 

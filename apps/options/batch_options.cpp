@@ -37,16 +37,20 @@ void addBatchOptions(CLI::App& command, BatchOptions& o) {
   command.add_flag("--json", o.json, "Report on standard output as JSON");
 }
 
-std::string givenOptions(const CLI::App& command, const std::vector<std::string>& groups) {
+std::string givenOptions(const CLI::App& command, const std::vector<std::string>& groups,
+                         const std::vector<std::string>& leftOut) {
   const bool all = command.get_name().empty() && contains(groups, command.get_group());
   std::string text;
   for (const CLI::Option* option : command.get_options({})) {
-    if (option->count() == 0 || !(all || contains(groups, option->get_group()))) continue;
+    if (option->count() == 0 || contains(leftOut, option->get_name()) ||
+        !(all || contains(groups, option->get_group())))
+      continue;
     text += (text.empty() ? "" : " ") + option->get_name();
-    for (const std::string& value : option->results()) text += " " + value;
+    for (const std::string& value : option->results())
+      if (option->get_expected_max() > 0) text += " " + quoted(value);
   }
   for (const CLI::App* part : command.get_subcommands({})) {
-    const std::string more = givenOptions(*part, groups);
+    const std::string more = givenOptions(*part, groups, leftOut);
     text += (text.empty() || more.empty() ? "" : " ") + more;
   }
   return text;

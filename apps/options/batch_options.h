@@ -33,7 +33,8 @@ struct BatchOptions {
 // -j, --keep-going, --overwrite, --dry-run, --manifest, --progress, --json.
 void addBatchOptions(CLI::App& command, BatchOptions& options);
 
-// The options of these groups as the user gave them, to compare with those of another run.
-std::string givenOptions(const CLI::App& command, const std::vector<std::string>& groups);
+// The options of these groups as the user gave them, without those of the names to leave out.
+std::string givenOptions(const CLI::App& command, const std::vector<std::string>& groups,
+                         const std::vector<std::string>& leftOut = {});
 
 }  // namespace vistrel::app

@@ -4,6 +4,7 @@
 #include "apps/names/curve_names.h"
 #include "apps/options/geometry.h"
 #include "apps/options/options.h"
+#include "apps/options/orientation.h"
 #include "apps/options/output_format.h"
 
 namespace vistrel::app {
@@ -63,6 +64,8 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   tone.apply(c);
   c.excess = mask ? VISTREL_MASK : VISTREL_REJECT;
   c.region = region.value_or(vistrel_region{});
+  c.bin_mode = means ? VISTREL_BIN_MEAN : VISTREL_BIN_SUM;
+  c.orientation = orientation.value_or(VISTREL_UPRIGHT);
   return c;
 }
 
@@ -75,31 +78,47 @@ void addToneOptions(CLI::App& command, ToneOptions& o) {
       ->excludes(window);
 }
 
-void addConversionOptions(CLI::App& command, ConversionOptions& o) {
+void addAlgorithmOption(CLI::App& command, ConversionOptions& o, const char* usual) {
   command
       .add_option_function<std::string>(
           "-a,--algorithm",
           [&o](const std::string& s) { o.algorithm = parseAlgorithm("--algorithm", s); },
-          "Demosaic algorithm (bilinear): see `algorithms`")
+          fmt::format("Demosaic algorithm ({}): see `algorithms`", usual))
       ->type_name("NAME[:N]");
+}
+
+void addRegionOption(CLI::App& command, ConversionOptions& o) {
   command
       .add_option_function<std::string>(
           "--roi", [&o](const std::string& s) { o.region = parseRegion("--roi", s); },
           "Region in sensor pixels, rounded down to whole bins")
       ->type_name("WxH+X+Y");
-  between(command.add_option("--bin", o.binning, "Sum blocks of N x N pixels (1)"), 1, 4);
-  addPreparationOptions(command, o.preparation);
-  addToneOptions(command, o.tone);
-  oneOf(
-      command.add_option("--depth", o.depth, "Bits per sample (8); reduce10: 8 of the 10 highest"),
-      {"8", "16", "reduce10"});
+}
+
+CLI::Option* addFormatOptions(CLI::App& command, ConversionOptions& o,
+                              const std::vector<std::string>& depths, const char* depthMeaning) {
+  oneOf(command.add_option("--depth", o.depth, depthMeaning), depths);
   auto* format =
       oneOf(command.add_option("--format", o.format, "Pixel format of the result (bgr24)"),
             outputFormatNames());
+  command.add_flag("--mask", o.mask, "Drop bits above the significant ones, don't reject");
+  return format;
+}
+
+void addConversionOptions(CLI::App& command, ConversionOptions& o) {
+  addAlgorithmOption(command, o, algorithmAt(0).row->name);
+  addRegionOption(command, o);
+  between(command.add_option("--bin", o.binning, "Sum blocks of N x N pixels (1)"), 1, 4);
+  command.add_flag("--bin-means", o.means, "Means of these blocks, not sums divided by N");
+  addPreparationOptions(command, o.preparation);
+  addCalibrationOptions(command, o.calibration);
+  addToneOptions(command, o.tone);
+  addOrientOption(command, o.orientation, false);
+  auto* format = addFormatOptions(command, o, {"8", "16", "reduce10"},
+                                  "Bits per sample (8); reduce10: 8 of the 10 highest");
   oneOf(command.add_option("--gray", o.gray, "Luma of the colours, or raw gray (luma)"),
         {"luma", "raw"})
       ->needs(format);
-  command.add_flag("--mask", o.mask, "Drop bits above the significant ones, don't reject");
 }
 
 }  // namespace vistrel::app

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "apps/options/algorithm.h"
+#include "apps/options/calibration_options.h"
 #include "apps/options/option_names.h"
 #include "apps/options/preparation_options.h"
 #include "vistrel/vistrel.hpp"
@@ -33,6 +34,9 @@ struct ToneOptions {
 struct ConversionOptions {
   std::optional<AlgorithmChoice> algorithm;  // bilinear
   uint32_t binning = 1;
+  bool means = false;                   // of bins
+  std::optional<uint32_t> orientation;  // TIFF's code
+  CalibrationOptions calibration;
   std::optional<vistrel_region> region;
   PreparationOptions preparation;
   ToneOptions tone;
@@ -54,5 +58,11 @@ struct ConversionOptions {
 
 void addToneOptions(CLI::App& command, ToneOptions& options);
 void addConversionOptions(CLI::App& command, ConversionOptions& options);
+
+// The options that convert and develop share. usual: the algorithm without -a.
+void addAlgorithmOption(CLI::App& command, ConversionOptions& options, const char* usual);
+void addRegionOption(CLI::App& command, ConversionOptions& options);
+CLI::Option* addFormatOptions(CLI::App& command, ConversionOptions& options,
+                              const std::vector<std::string>& depths, const char* depthMeaning);
 
 }  // namespace vistrel::app

@@ -1,5 +1,8 @@
 #include "apps/options/options.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include <fmt/format.h>
 
 #include <charconv>
@@ -25,6 +28,17 @@ CLI::Option* fromZero(CLI::Option* option) {
 CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words) {
   return option->check(CLI::IsMember(words).description(""))
       ->type_name(CLI::detail::join(words, "|"));
+}
+
+std::string quoted(const std::string& word) {
+  const auto isPlain = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+           std::string_view("_-./:=,+@%").find(c) != std::string_view::npos;
+  };
+  if (!word.empty() && std::ranges::all_of(word, isPlain)) return word;
+  std::string text = "'";
+  for (const char c : word) text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return text + "'";
 }
 
 }  // namespace vistrel::app

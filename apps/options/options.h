@@ -17,4 +17,7 @@ CLI::Option* fromZero(CLI::Option* option);
 // Accepts one of `words`.
 CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words);
 
+// A word as a shell takes it.
+std::string quoted(const std::string& word);
+
 }  // namespace vistrel::app

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "apps/error.h"
+#include "apps/options/geometry.h"
 #include "apps/options/options.h"
 
 namespace vistrel::app {
@@ -38,10 +39,30 @@ std::array<uint32_t, 3> parseGains(const std::string& text) {
   return gains;
 }
 
+std::array<uint32_t, 4> parseBlack(const std::string& text) {
+  std::array<uint32_t, 4> levels{};
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  size_t n = 0;
+  for (; n < levels.size(); ++n) {
+    const auto [rest, error] = std::from_chars(at, end, levels[n]);
+    if (error != std::errc{} || levels[n] > kMaxBlack) break;
+    at = rest;
+    if (at == end || *at != ':') break;
+    ++at;
+  }
+  if (at != end || text.empty() || text.back() == ':' || (n != 0 && n != 3))
+    throwError(kUsage, "--black {}: one level, or four as in 64:64:66:64, from 0 to {}", text,
+               kMaxBlack);
+  if (n == 0) levels.fill(levels[0]);
+  return levels;
+}
+
 }  // namespace
 
 void PreparationOptions::apply(vistrel_conversion& c) const {
-  std::fill(std::begin(c.black), std::end(c.black), black);
+  if (black) std::copy(black->begin(), black->end(), c.black);
+  c.white = white;
   c.edges = edges == "padded" ? VISTREL_EDGES_PADDED : VISTREL_EDGES_NATIVE;
   if (grayWorld) c.white_balance = VISTREL_BALANCE_GRAY_WORLD;
   if (!gains) return;
@@ -54,17 +75,26 @@ OptionNames PreparationOptions::optionNames() const {
 }
 
 void addPreparationOptions(CLI::App& command, PreparationOptions& o) {
-  between(command.add_option("--black", o.black, "Black level, subtracted from all samples (0)"), 0,
-          kMaxBlack);
+  command
+      .add_option_function<std::string>(
+          "--black", [&o](const std::string& text) { o.black = parseBlack(text); },
+          "Black level (0), or four as in 64:64:66:64")
+      ->type_name("N");
+  between(command.add_option("--white", o.white, "Level where samples clip: --wb auto skips them"),
+          1, kMaxBlack);
   command
       .add_option_function<std::string>(
           "--wb",
           [&o](const std::string& text) {
             o.balance = text;
-            o.grayWorld = text == "auto";
+            const std::string kAuto = "auto:";
+            o.grayWorld = text == "auto" || text.starts_with(kAuto);
+            o.balanceRegion.reset();
+            if (text.starts_with(kAuto))
+              o.balanceRegion = parseRegion("--wb auto:", text.substr(kAuto.size()));
             if (!o.grayWorld) o.gains = parseGains(text);
           },
-          "White balance: gains, or auto for equal means")
+          "Gains; auto: equal means, auto:WxH+X+Y: there")
       ->type_name("R,G,B|auto");
   oneOf(command.add_option("--edges", o.edges, "Borders: native, or mirrored (native)"),
         {"native", "padded"});

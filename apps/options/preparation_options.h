@@ -12,11 +12,13 @@
 
 namespace vistrel::app {
 
-// --black, --wb, --edges.
+// --black, --white, --wb, --edges.
 struct PreparationOptions {
-  uint32_t black = 0;
-  std::string balance;  // as typed
+  std::optional<std::array<uint32_t, 4>> black;  // of the 2x2 block's places, row by row
+  uint32_t white = 0;                            // 0: full scale
+  std::string balance;                           // as typed
   bool grayWorld = false;
+  std::optional<vistrel_region> balanceRegion;   // where gray-world gains are measured
   std::optional<std::array<uint32_t, 3>> gains;  // red, green, blue in 1/4096
   std::string edges = "native";
 

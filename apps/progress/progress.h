@@ -24,9 +24,11 @@ class Progress {
   // Prints a message, which stays above the bar.
   void say(std::string_view text);
 
+  // Removes the bar until the next frame.
+  void clear() const;
+
  private:
   void draw();
-  void clear() const;
 
   bool bar_, json_;
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

@@ -1,0 +1,98 @@
+#include "apps/commands/commands.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "apps/commands/development_job.h"
+#include "apps/commands/picture_request.h"
+#include "apps/error.h"
+#include "apps/options/help.h"
+#include "apps/options/options.h"
+#include "apps/options/orientation.h"
+#include "apps/options/output_format.h"
+
+namespace vistrel::app {
+namespace {
+
+constexpr const char* kDevelopExamples = R"(Examples:
+  vistrel develop rose.dng
+  vistrel develop rose.pgm --phase rggb --bits 12 -o rose.png
+  vistrel develop night/*.fits --look astro --same -o pictures/
+  vistrel develop rose.dng --look exposure=1.5,curve=srgb -o rose.png
+)";
+
+struct DevelopRequest : PictureRequest {
+  DevelopOptions development;
+};
+
+OptionNames optionNames(const DevelopOptions& o) {
+  OptionNames names = o.conversion.optionNames();
+  const OptionNames more = lookOptionNames();
+  names.insert(names.end(), more.begin(), more.end());
+  return names;
+}
+
+BatchTask taskFor(const CLI::App& command, const DevelopRequest& o,
+                  const Development& development) {
+  BatchTask task;
+  const OptionNames names = optionNames(o.development);
+  task.check = [&development, names](const Job& job) {
+    checkWritable(job.to);
+    return withOptionNames(names, [&] { return DevelopmentJob(job, development).preview(); });
+  };
+  task.make = [&development, names](const Job& job, Worker& worker) {
+    return withOptionNames(names, [&] { return DevelopmentJob(job, development).run(worker); });
+  };
+  task.options = "develop " + givenOptions(command, {"Input", "Development"});
+  task.sources = o.development.conversion.calibration.files();
+  return task;
+}
+
+ExitStatus run(const CLI::App& command, DevelopRequest& o) {
+  o.input.checkWithPhase();
+  RunFiles files;
+  ConversionOptions& conversion = o.development.conversion;
+  addReadFiles(conversion.calibration, files);
+  BatchPlan plan = o.plan(files);
+  std::vector<std::string> conflicts = conversion.conflicts();
+  const auto more = o.conflicts(plan.jobs.front().to);
+  conflicts.insert(conflicts.end(), more.begin(), more.end());
+  rejectConflicts(conflicts);
+  conversion.bare = isRawFile(plan.jobs.front().to);
+  // The others are part of what is decided.
+  const std::string given = givenOptions(command, {"Input", "Development"},
+                                         {"--algorithm", "--look", "--same", "--roi", "--orient"});
+  Development development(o.input, o.development, given);
+  withOptionNames(optionNames(o.development), [&] { development.lookAt(plan.jobs.front()); });
+  return o.run(std::move(plan), taskFor(command, o, development));
+}
+
+void addDevelopmentOptions(CLI::App& command, DevelopOptions& o) {
+  ConversionOptions& c = o.conversion;
+  c.preparation.edges = "padded";
+  addLookOption(command, o.look);
+  command.add_flag("--same", o.same, "Give all frames the look of the first one");
+  addAlgorithmOption(command, c, kDevelopAlgorithm);
+  addRegionOption(command, c);
+  addOrientOption(command, c.orientation, true);
+  between(command.add_option("--bin", c.binning, "Means of blocks of N x N pixels (1)"), 1, 4);
+  oneOf(command.add_option("--edges", c.preparation.edges, "Borders: native, or mirrored (padded)"),
+        {"native", "padded"});
+  addCalibrationOptions(command, c.calibration);
+  addFormatOptions(command, c, {"8", "16"}, "Bits per sample (8)");
+}
+
+}  // namespace
+
+void addDevelopCommand(CLI::App& program, int& status) {
+  auto* command = program.add_subcommand("develop", "Make pictures for the eye of raw frames");
+  const auto o = std::make_shared<DevelopRequest>();
+  addPictureInputs(*command, *o);
+  inGroup(*command, "Development", [&] { addDevelopmentOptions(*command, o->development); });
+  addPictureOutputs(*command, *o);
+  command->footer(std::string(kDevelopExamples) + kExitStatuses);
+  command->callback([o, command, &status] { status = run(*command, *o); });
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,136 @@
+#include "apps/commands/development_job.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+
+#include "apps/error.h"
+#include "apps/input/camera_colour.h"
+#include "apps/options/geometry.h"
+#include "apps/options/options.h"
+#include "apps/options/orientation.h"
+
+namespace vistrel::app {
+namespace {
+
+BlackLevels rounded(const std::array<double, 4>& black) {
+  BlackLevels levels;
+  for (size_t i = 0; i < 4; ++i) levels[i] = static_cast<uint32_t>(std::max(black[i], 0.0) + 0.5);
+  return levels;
+}
+
+// What users give goes before what files say.
+template <class T>
+void prefer(std::optional<T>& given, const std::optional<T>& otherwise) {
+  if (!given) given = otherwise;
+}
+
+bool isPart(const Crop& crop, const vistrel_frame& frame) {
+  return crop.width < frame.width || crop.height < frame.height;
+}
+
+// A stage that leaves everything as it is, for the layout of the result.
+const vistrel_finish kPlainFinish{0, VISTREL_EXPOSURE_ONE, {}, 0, nullptr, {}};
+
+vistrel_conversion conversionOf(const DevelopOptions& o, const FrameFile& file) {
+  const vistrel_frame& frame = file.frame();
+  const CameraMetadata& camera = file.description().camera;
+  ConversionOptions options = o.conversion;
+  if (!options.algorithm) options.algorithm = DevelopOptions::usualAlgorithm();
+  vistrel_conversion c = options.of(frame);
+  c.bin_mode = VISTREL_BIN_MEAN;
+  c.orientation = options.orientation.value_or(camera.orientation.value_or(VISTREL_UPRIGHT));
+  if (!options.region && camera.crop && isPart(*camera.crop, frame))
+    c.region = {camera.crop->x, camera.crop->y, camera.crop->width, camera.crop->height};
+  c.finish = &kPlainFinish;
+  return c;
+}
+
+}  // namespace
+
+AlgorithmChoice DevelopOptions::usualAlgorithm() {
+  return parseAlgorithm("--algorithm", kDevelopAlgorithm);
+}
+
+void Development::lookAt(const Job& first) {
+  if (!options_.same) return;
+  DevelopmentJob job(first, *this);
+  look_ = job.decide();
+  bits_ = FrameFile(first.from, input_).frame().bits;
+}
+
+DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
+    : job_(job), development_(development), file_(job.from, development.input()),
+      conversion_(conversionOf(development.options(), file_)), type_(pictureType(job.to)) {
+  development.calibration().apply(file_.frame(), conversion_);
+  layout_ = layoutOf(file_.frame(), conversion_);
+  if (type_.channels && type_.channels != layout_.channels)
+    throwError(kRejected, "{} can't hold this picture, which has {} channel{}: use .png",
+               job.to.string(), layout_.channels, layout_.channels == 1 ? "" : "s");
+}
+
+Preview DevelopmentJob::preview() const {
+  Preview preview{layout_, file_.warnings()};
+  preview.command = command_;
+  return preview;
+}
+
+const vistrel_frame& DevelopmentJob::read() {
+  return job_.frame ? file_.read(*job_.frame) : file_.read();
+}
+
+KnownLook DevelopmentJob::known() const {
+  const CameraMetadata& camera = file_.description().camera;
+  KnownLook known = development_.options().look.known;
+  if (camera.black && development_.calibration().isEmpty())
+    prefer(known.black, std::optional(rounded(*camera.black)));
+  if (camera.white)
+    prefer(known.white,
+           std::optional(static_cast<uint32_t>(std::clamp(*camera.white, 1.0, 65535.0))));
+  if (file_.frame().phase == VISTREL_MONO) return known;
+  const CameraColour colour = cameraColour(camera);
+  prefer(known.gains, colour.gains);
+  prefer(known.matrix, colour.matrix);
+  return known;
+}
+
+Look DevelopmentJob::decide(const vistrel_frame& frame) const {
+  const LookChoice choice{development_.options().look.mode, known()};
+  if (development_.calibration().isEmpty()) return decideLook(frame, choice, conversion_.region);
+  Image memory;
+  return decideLook(calibratedFrame(frame, conversion_, memory), choice, conversion_.region);
+}
+
+Look DevelopmentJob::decide() { return decide(read()); }
+
+JobOutput DevelopmentJob::run(Worker& worker) {
+  const vistrel_frame& frame = read();
+  const auto& shared = development_.look();
+  if (shared && development_.bits() != frame.bits)
+    throwError(kRejected, "--same: the first frame has {} bits; this one has {}",
+               development_.bits(), frame.bits);
+  const Look look = shared ? *shared : decide(frame);
+  const FinishedLook finished(look);
+  finished.apply(frame, conversion_);
+  const Image& image = worker.convert(frame, conversion_);
+  AtomicFile output(job_.to);
+  type_.write(image, output);
+  output.commit();
+  command_ = commandLine(look);
+  const auto crc = crc32_z(0, image.pixels.data(), image.pixels.size());
+  return {preview(), static_cast<uint32_t>(crc)};
+}
+
+std::string DevelopmentJob::commandLine(const Look& look) const {
+  const ConversionOptions& o = development_.options().conversion;
+  std::string line = "vistrel develop " + quoted(job_.from.string());
+  if (!development_.given().empty()) line += " " + development_.given();
+  if (job_.frame) line += fmt::format(" --frame {}", *job_.frame);
+  line += " -a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
+  if (conversion_.region.width) line += " --roi " + regionText(conversion_.region);
+  line += fmt::format(" --orient {}", orientationName(conversion_.orientation));
+  line += " --look " + lookText(look);
+  return line + " -o " + quoted(job_.to.string());
+}
+
+}  // namespace vistrel::app

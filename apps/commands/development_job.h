@@ -1,0 +1,82 @@
+// One job of the develop command: a frame whose header has been read, its look, its picture.
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "apps/batch/batch.h"
+#include "apps/commands/finished_look.h"
+#include "apps/input/frame_file.h"
+#include "apps/input/sensor_calibration.h"
+#include "apps/options/conversion_options.h"
+#include "apps/pictures/picture.h"
+
+namespace vistrel::app {
+
+struct DevelopOptions {
+  ConversionOptions conversion;
+  LookChoice look;
+  bool same = false;  // the look of the first frame for all
+
+  // The algorithm without -a.
+  static AlgorithmChoice usualAlgorithm();
+};
+
+// What all jobs of a batch share.
+class Development {
+ public:
+  // `given`: the options of the input as the user typed them.
+  Development(const InputOptions& input, const DevelopOptions& options, std::string given)
+      : input_(input), options_(options), given_(std::move(given)),
+        calibration_(options.conversion.calibration, input) {}
+
+  const InputOptions& input() const { return input_; }
+  const DevelopOptions& options() const { return options_; }
+  const std::string& given() const { return given_; }
+  const SensorCalibration& calibration() const { return calibration_; }
+
+  // Decides the look of all frames, if they have the same, before any job runs.
+  void lookAt(const Job& first);
+  const std::optional<Look>& look() const { return look_; }
+  uint32_t bits() const { return bits_; }  // of the frame whose look that is
+
+ private:
+  const InputOptions& input_;
+  const DevelopOptions& options_;
+  const std::string given_;
+  const SensorCalibration calibration_;
+  std::optional<Look> look_;
+  uint32_t bits_ = 0;
+};
+
+class DevelopmentJob {
+ public:
+  // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
+  // Error. The arguments must outlive the object.
+  DevelopmentJob(const Job& job, const Development& development);
+
+  Preview preview() const;
+
+  // Develops the frame and writes the picture.
+  JobOutput run(Worker& worker);
+
+  // The look that the frame would have by itself.
+  Look decide();
+
+ private:
+  const vistrel_frame& read();
+  Look decide(const vistrel_frame& frame) const;
+  KnownLook known() const;
+  std::string commandLine(const Look& look) const;
+
+  const Job& job_;
+  const Development& development_;
+  FrameFile file_;
+  vistrel_conversion conversion_;
+  const PictureType& type_;
+  vistrel_layout layout_;
+  std::string command_;
+};
+
+}  // namespace vistrel::app

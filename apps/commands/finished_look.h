@@ -1,0 +1,34 @@
+// A look as the library takes it.
+#pragma once
+
+#include <vector>
+
+#include "apps/look/decide.h"
+#include "apps/rejection.h"
+#include "vistrel/vistrel.hpp"
+
+namespace vistrel::app {
+
+class FinishedLook {
+ public:
+  // Throws Error.
+  explicit FinishedLook(const Look& look);
+  FinishedLook(const FinishedLook&) = delete;
+  FinishedLook& operator=(const FinishedLook&) = delete;
+
+  // The conversion refers to this object.
+  void apply(const vistrel_frame& frame, vistrel_conversion& conversion) const;
+
+ private:
+  const Look look_;
+  std::vector<uint16_t> transfer_;
+  vistrel_finish finish_{}, monoFinish_{};
+};
+
+// What --look sets of the library's arguments.
+OptionNames lookOptionNames();
+
+// --look.
+void addLookOption(CLI::App& command, LookChoice& choice);
+
+}  // namespace vistrel::app

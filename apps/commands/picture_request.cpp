@@ -1,0 +1,82 @@
+#include "apps/commands/picture_request.h"
+
+#include <chrono>
+
+#include "apps/error.h"
+#include "apps/input/frame_file.h"
+#include "apps/input/frame_names.h"
+#include "apps/options/help.h"
+#include "apps/options/options.h"
+#include "apps/pictures/picture.h"
+
+namespace vistrel::app {
+
+BatchPlan PictureRequest::plan(RunFiles& files) const {
+  const FramesOf framesOf = [this](const std::filesystem::path& path) {
+    return input.frame ? 1 : FrameFile(path, input).frames();
+  };
+  const IsFrame isFrame = input.size ? isHeaderlessName : isFrameName;
+  const std::string extension = "." + (type.empty() ? "png" : type);
+  BatchPlan plan = planJobs({inputs, output, extension, isFrame, framesOf}, files);
+  if (isStandardOutput(batch.manifest))
+    throwError(kUsage, "--manifest {}: a file name is expected", batch.manifest);
+  if (!batch.manifest.empty()) files.addWritten("--manifest", batch.manifest);
+  return plan;
+}
+
+std::vector<std::string> PictureRequest::conflicts(const std::filesystem::path& first) const {
+  std::vector<std::string> found;
+  const auto addConflict = [&](const std::string& option, const char* why) {
+    found.push_back(fmt::format("{} and -o {} cannot be combined: {}", option, output, why));
+  };
+  if (!type.empty() && !isSameType(pictureType("x." + type), pictureType(first)))
+    addConflict("--type " + type,
+                "a picture's name sets its type, --type that of pictures in a folder");
+  const char* const report = "standard output is for the picture alone";
+  if (isStandardOutput(output) && batch.json) addConflict("--json", report);
+  if (isStandardOutput(output) && !batch.manifest.empty())
+    addConflict("--manifest " + batch.manifest, report);
+  return found;
+}
+
+ExitStatus PictureRequest::run(BatchPlan plan, BatchTask task) const {
+  const auto start = std::chrono::steady_clock::now();
+  Batch made(std::move(plan), batch, std::move(task));
+  const ExitStatus status = made.run();
+  const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+  if (batch.json) printReport(made, status, seconds.count());
+  return status;
+}
+
+void addPictureInputs(CLI::App& command, PictureRequest& request) {
+  command.add_option("IN", request.inputs, "Frames, or folders of them")->required();
+  inGroup(command, "Input", [&] { addPhaseOption(command, request.input.phase); });
+  addInputOptions(command, request.input);
+}
+
+CLI::Option* addPictureOutputs(CLI::App& command, PictureRequest& request) {
+  CLI::Option* output = nullptr;
+  inGroup(command, "Output", [&] {
+    output = command.add_option_function<std::string>(
+        "-o,--output",
+        [&request](const std::string& text) {
+          if (text.empty())
+            throwError(kUsage, "-o: the name of a picture or of a folder is expected");
+          request.output = text;
+        },
+        "Picture, by its extension; a folder; or - or png:-");
+    output->type_name("OUT");
+    oneOf(command.add_option("--type", request.type,
+                             "png, tiff, pam, ppm, pgm or raw, in a folder (png)"),
+          {"png", "tiff", "pam", "ppm", "pgm", "raw"})
+        ->type_name("TYPE");
+  });
+  inGroup(command, "Batch", [&] { addBatchOptions(command, request.batch); });
+  return output;
+}
+
+void rejectConflicts(const std::vector<std::string>& conflicts) {
+  if (!conflicts.empty()) throwError(kUsage, "{}", fmt::join(conflicts, "\nvistrel: "));
+}
+
+}  // namespace vistrel::app

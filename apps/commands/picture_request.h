@@ -1,0 +1,39 @@
+// What commands that make pictures of frames share: inputs, outputs, the batch.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+#include "apps/batch/batch.h"
+#include "apps/options/batch_options.h"
+#include "apps/options/input_options.h"
+
+namespace vistrel::app {
+
+struct PictureRequest {
+  std::vector<std::string> inputs;
+  std::string output, type;  // output: empty if pictures lie beside their frames
+  InputOptions input;
+  BatchOptions batch;
+
+  // What a frame's picture is; adds all files to `files`. Throws ProgramError.
+  BatchPlan plan(RunFiles& files) const;
+
+  // Messages for the user: options that conflict, for pictures like the first one.
+  std::vector<std::string> conflicts(const std::filesystem::path& first) const;
+
+  // Runs the batch, and reports as the options say. Throws ProgramError.
+  ExitStatus run(BatchPlan plan, BatchTask task) const;
+};
+
+// IN, the options of inputs.
+void addPictureInputs(CLI::App& command, PictureRequest& request);
+// -o, --type, and the options of batches.
+CLI::Option* addPictureOutputs(CLI::App& command, PictureRequest& request);
+
+// Throws ProgramError (usage) with all messages, if there are any.
+void rejectConflicts(const std::vector<std::string>& conflicts);
+
+}  // namespace vistrel::app

@@ -1,0 +1,155 @@
+#include "apps/input/sensor_calibration.h"
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+
+#include "apps/error.h"
+
+namespace vistrel::app {
+namespace {
+
+// Calls `read`; its errors name the option.
+template <class Read>
+void readFor(const std::string& option, Read read) {
+  try {
+    read();
+  } catch (const ProgramError& error) {
+    throwError(error.status(), "{}: {}", option, error.what());
+  } catch (const Error& error) {
+    throwError(kRejected, "{}: {}", option, error.what());
+  }
+}
+
+std::vector<uint16_t> samplesOf(const vistrel_frame& f) {
+  std::vector<uint16_t> samples(size_t{f.width} * f.height);
+  const uint32_t below = f.alignment == VISTREL_HIGH_BITS ? 16 - f.bits : 0;
+  for (size_t i = 0; i < samples.size(); ++i) {
+    if (f.bytes_per_sample == 1)
+      samples[i] = static_cast<const uint8_t*>(f.samples)[i];
+    else
+      std::memcpy(&samples[i], static_cast<const uint8_t*>(f.samples) + 2 * i, 2);
+    samples[i] = static_cast<uint16_t>(samples[i] >> below);
+  }
+  return samples;
+}
+
+vistrel_point parsePoint(const std::string& line, size_t number) {
+  std::istringstream words(line);
+  int64_t x = -1, y = -1;
+  std::string rest;
+  words >> x >> y;
+  if (words.fail() || words >> rest || x < 0 || y < 0 || x > UINT32_MAX || y > UINT32_MAX)
+    throwError(kUsage, "line {}: {:?}: a column and a row, counted from 0, are expected", number,
+               line);
+  return {static_cast<uint32_t>(x), static_cast<uint32_t>(y)};
+}
+
+}  // namespace
+
+void addReadFiles(const CalibrationOptions& o, RunFiles& files) {
+  if (!o.dark.empty()) files.addRead("--dark", o.dark);
+  if (!o.flat.empty()) files.addRead("--flat", o.flat);
+  if (!o.hot.empty()) files.addRead("--hot", o.hot);
+}
+
+SensorCalibration::SensorCalibration(const CalibrationOptions& o, const InputOptions& input) {
+  if (!o.dark.empty()) readDark(o.dark, input);
+  if (!o.flat.empty()) readFlat(o.flat, input);
+  if (!o.hot.empty()) readHot(o.hot);
+}
+
+void SensorCalibration::readDark(const std::string& path, const InputOptions& input) {
+  dark_.option = "--dark " + path;
+  readFor(dark_.option, [&] {
+    FrameFile file(path, input);
+    const vistrel_frame& frame = file.read();
+    dark_.width = frame.width, dark_.height = frame.height;
+    dark_.values = samplesOf(frame);
+  });
+  calibration_.dark = dark_.values.data();
+  calibration_.dark_size = 2 * dark_.values.size();
+}
+
+void SensorCalibration::readFlat(const std::string& path, const InputOptions& input) {
+  flat_.option = "--flat " + path;
+  readFor(flat_.option, [&] {
+    FrameFile file(path, input);
+    const vistrel_frame& frame = file.read();
+    flat_.width = frame.width, flat_.height = frame.height;
+    flat_.values.resize(size_t{frame.width} * frame.height);
+    vistrel_conversion conversion = defaultConversion(frame);
+    if (!dark_.values.empty()) {
+      checkSize(dark_, frame);
+      conversion.calibration = &calibration_;
+    } else if (const auto& black = file.description().camera.black) {
+      for (size_t i = 0; i < 4; ++i) conversion.black[i] = static_cast<uint32_t>((*black)[i] + 0.5);
+    }
+    vistrel_error error{};
+    if (vistrel_measure_flat(&frame, &conversion, flat_.values.data(), 2 * flat_.values.size(),
+                             &error) != VISTREL_OK)
+      throwError(kRejected, "{}", error.text);
+  });
+  calibration_.flat = flat_.values.data();
+  calibration_.flat_size = 2 * flat_.values.size();
+}
+
+void SensorCalibration::readHot(const std::string& path) {
+  hotOption_ = "--hot " + path;
+  readFor(hotOption_, [&] {
+    std::ifstream in(path);
+    if (!in) throwError(kInputOutput, "it cannot be read");
+    std::string line;
+    for (size_t number = 1; std::getline(in, line); ++number) {
+      line.erase(std::min(line.find('#'), line.size()));
+      if (line.find_first_not_of(" \t\r") != std::string::npos)
+        hot_.push_back(parsePoint(line, number));
+    }
+    if (in.bad()) throwError(kInputOutput, "it cannot be read");
+  });
+  const auto key = [](const vistrel_point& p) { return std::pair(p.y, p.x); };
+  std::ranges::sort(hot_, {}, key);
+  const auto rest = std::ranges::unique(hot_, {}, key);
+  hot_.erase(rest.begin(), rest.end());
+  calibration_.hot = hot_.data();
+  calibration_.hot_count = hot_.size();
+}
+
+void SensorCalibration::checkSize(const Levels& levels, const vistrel_frame& frame) {
+  if (levels.option.empty() || (levels.width == frame.width && levels.height == frame.height))
+    return;
+  throwError(kRejected, "{}: it has {}x{} pixels; this frame has {}x{}", levels.option,
+             levels.width, levels.height, frame.width, frame.height);
+}
+
+void SensorCalibration::apply(const vistrel_frame& frame, vistrel_conversion& conversion) const {
+  if (isEmpty()) return;
+  checkSize(dark_, frame);
+  checkSize(flat_, frame);
+  for (const vistrel_point& p : hot_)
+    if (p.x >= frame.width || p.y >= frame.height)
+      throwError(kRejected, "{}: pixel {} {} lies outside the frame of {}x{}", hotOption_, p.x, p.y,
+                 frame.width, frame.height);
+  conversion.calibration = &calibration_;
+}
+
+vistrel_frame calibratedFrame(const vistrel_frame& frame, const vistrel_conversion& conversion,
+                              Image& memory) {
+  vistrel_frame mono = frame;
+  mono.phase = VISTREL_MONO;
+  vistrel_conversion c = defaultConversion(mono);
+  c.format = frame.bytes_per_sample == 1 ? VISTREL_MONO8 : VISTREL_MONO16;
+  c.excess = conversion.excess;
+  c.calibration = conversion.calibration;
+  memory = convert(mono, c);
+  mono.samples = memory.pixels.data();
+  mono.size = memory.pixels.size();
+  mono.stride = 0;
+  mono.packing = 0;
+  mono.alignment = VISTREL_LOW_BITS;
+  mono.phase = frame.phase;
+  return mono;
+}
+
+}  // namespace vistrel::app
