@@ -25,7 +25,7 @@ namespace {
 constexpr const char* kCompareExamples = R"(Examples:
   vistrel compare rose.pgm --phase rggb --bits 12 --window 2 -o sheet.png
   vistrel compare [ab]_8b_grbg.pgm --from-name --crop 90x60+64+40 -o sheet.png
-  vistrel compare rose.pgm --phase rggb --look auto -a bilinear -a ahd -o sheet.png
+  vistrel compare rose.pgm --phase rggb --look auto -a ahd -o sheet.png
 
 The sheet has a block for each frame, with one copy of the crop per algorithm.
 If an algorithm supports fewer bits than the frame has, the lowest bits are

@@ -5,7 +5,7 @@
 
 #include "apps/input/camera_metadata.h"
 #include "apps/look/decide.h"
-#include "apps/rejection.h"
+#include "apps/options/option_names.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {

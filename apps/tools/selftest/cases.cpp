@@ -43,7 +43,7 @@ void addFinished(std::vector<Case>& cases) {
   for (const char* const name : {"bilinear", "ahd", "vng", "mono"}) {
     uint32_t code = 0;
     const bool isMono = vistrel_parse_algorithm(name, &code, nullptr) != VISTREL_OK;
-    const uint32_t phase = isMono ? VISTREL_MONO : VISTREL_GBRG;
+    const uint32_t phase = isMono ? VISTREL_MONO : VISTREL_BGGR;
     for (const uint32_t bits : kDepths)
       for (uint32_t finish = 1; finish <= kFinishes; ++finish)
         cases.push_back({name, code, 0, bits, phase, finish == 2 ? 2u : 1u, kAllBits, finish});
