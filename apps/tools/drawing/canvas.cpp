@@ -1,7 +1,6 @@
 #include "apps/tools/drawing/canvas.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <string>
 
@@ -43,12 +42,9 @@ void Canvas::disc(double x, double y, double radius, Paint paint) {
 }
 
 void Canvas::text(int left, int top, int scale, std::string_view line, Paint paint) {
-  std::string capitals(line);
-  std::transform(capitals.begin(), capitals.end(), capitals.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
   for (int y = 0; y < textHeight(scale); ++y)
     for (int x = 0; x < textWidth(scale, line); ++x)
-      if (isInk(capitals, x / scale, y / scale)) put(left + x, top + y, paint);
+      if (isInk(line, x / scale, y / scale)) put(left + x, top + y, paint);
 }
 
 int Canvas::textWidth(int scale, std::string_view line) {

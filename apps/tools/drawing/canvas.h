@@ -19,7 +19,7 @@ class Canvas {
   void box(int left, int top, int width, int height, Paint paint);
   void disc(double x, double y, double radius, Paint paint);  // antialiased
 
-  // A line of text, converted to upper case. Each dot of the font becomes `scale` x `scale`
+  // A line of text. Each dot of the font becomes `scale` x `scale`
   // pixels.
   void text(int left, int top, int scale, std::string_view line, Paint paint);
   static int textWidth(int scale, std::string_view line);

@@ -1,4 +1,4 @@
-// A small font of 5 x 7 dots: capitals, digits and some punctuation.
+// A small font of 5 x 7 dots: letters, digits and some punctuation.
 #pragma once
 
 #include <string_view>

@@ -28,6 +28,17 @@ TEST(Font, GlyphsStandSideBySide) {
             "#####...#...\n");
 }
 
+TEST(Font, TellsLowerCaseFromCapitals) {
+  EXPECT_EQ(drawn("aq"),
+            "............\n"
+            "............\n"
+            ".###...##.#.\n"
+            "....#.#..##.\n"
+            ".####..####.\n"
+            "#...#.....#.\n"
+            ".####.....#.\n");
+}
+
 TEST(Font, ASpaceHasNoInk) { EXPECT_EQ(drawn(" ").find('#'), std::string::npos); }
 
 }  // namespace
