@@ -17,7 +17,7 @@ class GreenRing {
   GreenRing(const MosaicRing<T>& ring, unsigned rows, Arena& arena)
       : ring_(ring), rows_(rows), green_(rows + 1, 1, ring.columns(), arena) {}
 
-  T* computed(int y) const { return green_.half(static_cast<unsigned>(y) % rows_, 0); }
+  T* computed(int y) const { return green_.at(static_cast<unsigned>(y) % rows_, 0); }
 
   void guard(int y) const {
     T* half = computed(y);
@@ -31,7 +31,7 @@ class GreenRing {
  private:
   const T* half(int y, unsigned columnParity) const {
     if (columnParity == ring_.mosaic().greenParity(y)) return ring_.half(y, columnParity);
-    return 0 <= y && y < ring_.height() ? computed(y) : green_.half(rows_, 0);
+    return 0 <= y && y < ring_.height() ? computed(y) : green_.at(rows_, 0);
   }
 
   const MosaicRing<T>& ring_;

@@ -42,7 +42,7 @@ class CokRing {
 
   HueParts<T> parts(unsigned row) const {
     HueParts<T> p;
-    for (unsigned i = 0; i < kParts; ++i) p.part[i] = hues_.half(row, i);
+    for (unsigned i = 0; i < kParts; ++i) p.part[i] = hues_.at(row, i);
     return p;
   }
 

@@ -70,7 +70,7 @@ class EdgeMosaicRing {
 
   // Returns the samples of the row ORed together.
   T split(int y, const EdgeKernels<T>& kernels) {
-    T *const even = ring_.half(placeOf(y), 0), *const odd = ring_.half(placeOf(y), 1);
+    T *const even = ring_.at(placeOf(y), 0), *const odd = ring_.at(placeOf(y), 1);
     const auto columns = static_cast<size_t>(columns_);
     for (T* const half : {even, odd}) {
       std::fill_n(half - 2, 2, T{0});
@@ -82,7 +82,7 @@ class EdgeMosaicRing {
   // The ring's last row stays zero.
   const T* half(int y, unsigned parity) const {
     const int row = rowAt(y);
-    return ring_.half(row == kNone ? unsigned{kRows} : placeOf(row), parity);
+    return ring_.at(row == kNone ? unsigned{kRows} : placeOf(row), parity);
   }
 
   RowSource<T>& source_;
@@ -126,9 +126,9 @@ class MeasureRing {
   template <class Lane>
   Lane* measure(int y, unsigned which) const {
     if constexpr (std::is_same_v<Lane, Widened<T>>)
-      return wide_.half(placeOf(y), which);
+      return wide_.at(placeOf(y), which);
     else
-      return narrow_.half(placeOf(y), which);
+      return narrow_.at(placeOf(y), which);
   }
 
   template <class Lane>

@@ -19,7 +19,7 @@ class KimmelRing {
       : ring_(ring), planes_(kRows + 1, kPlanes, ring.columns(), arena) {}
 
   Real* half(int y, unsigned plane) const {
-    return planes_.half(static_cast<unsigned>(y) % kRows, plane);
+    return planes_.at(static_cast<unsigned>(y) % kRows, plane);
   }
   // The planes of the mosaic with row y's green and with its other colour.
   Plane greens(int y) const { return Plane(ring_.mosaic().greenParity(y)); }
@@ -54,7 +54,7 @@ class KimmelRing {
   // The ring's last row stays zero.
   const Real* row(int y, Plane plane) const {
     const bool above = y < 0, below = y >= ring_.height();
-    if ((above || below) && plane > kOdd) return planes_.half(kRows, plane);
+    if ((above || below) && plane > kOdd) return planes_.at(kRows, plane);
     return half(above ? y + 2 : below ? y - 2 : y, plane);
   }
 
