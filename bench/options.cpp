@@ -26,6 +26,27 @@ void prepare(HostCall& call) {
   call.conversion.gains[VISTREL_BLUE] = 6000;
 }
 
+// sRGB, a camera's matrix, an exposure of 1.5.
+const vistrel_finish& finish() {
+  static const std::vector<uint16_t> transfer = [] {
+    std::vector<uint16_t> points(65536);
+    vistrel_make_transfer(VISTREL_TRANSFER_SRGB, 0, points.data(), points.size(), nullptr);
+    return points;
+  }();
+  static const vistrel_finish finish{VISTREL_HIGHLIGHTS_NEUTRAL,
+                                     6144,
+                                     {7000, -2500, -404, -1100, 6400, -1204, 100, -2300, 6296},
+                                     65536,
+                                     transfer.data(),
+                                     {}};
+  return finish;
+}
+void finishPixels(HostCall& call) {
+  prepare(call);
+  call.conversion.finish = &finish();
+}
+void turn(HostCall& call) { call.conversion.orientation = VISTREL_TURNED_90; }
+
 // The bytes of a frame of 16-bit samples, read as packed ones.
 void pack(HostCall& call, uint32_t packing, uint32_t bits) {
   call.frame.packing = packing;
@@ -68,19 +89,32 @@ const std::vector<Option>& optionsOf12Bits() {
          padRows(call);
          format(call, VISTREL_RGBA32);
        },
-       1.6}};
+       1.6},
+      {"finished", finishPixels, 0},
+      {"turned by 90 degrees", turn, 0},
+      {"finished, turned",
+       [](HostCall& call) {
+         finishPixels(call);
+         turn(call);
+       },
+       0}};
+  return options;
+}
+
+const std::vector<Option>& optionsOfAhd() {
+  static const std::vector<Option> options{{"ahd, 12 bits to BGR24", {}, 0},
+                                           {"ahd, finished", finishPixels, 0}};
   return options;
 }
 
 // The first option is none.
-void runOptions(Report& report, const std::vector<Option>& options, unsigned depth, int rounds) {
-  const Conversion bilinear{"bilinear", VISTREL_BILINEAR,   depth, VISTREL_BGR24,
-                            1,          VISTREL_WINDOW_HIGH};
+void runOptions(Report& report, const std::vector<Option>& options, const Conversion& plain,
+                int rounds) {
   for (const FrameSize& size : kFrameSizes) {
-    const Frame frame = makeFrame(size, 1, bilinear.significantBits);
+    const Frame frame = makeFrame(size, 1, plain.significantBits);
     std::vector<Job> jobs;
     for (const Option& option : options) {
-      const auto call = std::make_shared<HostCall>(bilinear, frame, option.change);
+      const auto call = std::make_shared<HostCall>(plain, frame, option.change);
       jobs.push_back({option.name, [call] { call->run(); }});
     }
     const auto times = measure(jobs, rounds);
@@ -92,8 +126,12 @@ void runOptions(Report& report, const std::vector<Option>& options, unsigned dep
 }
 
 void run(Report& report, int rounds) {
-  runOptions(report, optionsOf8Bits(), 8, rounds);
-  runOptions(report, optionsOf12Bits(), 16, rounds);
+  const auto plain = [](const char* algorithm, uint32_t code, unsigned depth) {
+    return Conversion{algorithm, code, depth, VISTREL_BGR24, 1, VISTREL_WINDOW_HIGH};
+  };
+  runOptions(report, optionsOf8Bits(), plain("bilinear", VISTREL_BILINEAR, 8), rounds);
+  runOptions(report, optionsOf12Bits(), plain("bilinear", VISTREL_BILINEAR, 16), rounds);
+  runOptions(report, optionsOfAhd(), plain("ahd", VISTREL_AHD, 16), rounds);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Finishes a tile of pixels at a time: channels apart, in loops over 32-bit lanes.
+// Finishes a tile of pixels at a time, channels apart.
 #if defined(VISTREL_FINISH_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_FINISH_INL_H
 #undef VISTREL_FINISH_INL_H
@@ -8,99 +8,132 @@
 
 #include "common/simd/lanes-inl.h"
 #include "finish/finish_rows.h"
+#include "output/planes-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
 constexpr size_t kFinishTile = 256;
-using FinishChannel = int32_t[kFinishTile];
+using FinishTile = uint16_t[3][kFinishTile];
 
-// Channels in 16 bits.
-template <size_t channels>
-VISTREL_INLINE void loadFinishTile(const uint16_t* pixels, size_t n, uint32_t bits,
-                                   FinishChannel (&tile)[channels]) {
-  const uint32_t up = 16 - bits, down = 2 * bits - 16;
-  for (size_t i = 0; i < n; ++i)
-    for (size_t c = 0; c < channels; ++c) {
-      const uint32_t v = pixels[channels * i + c];
-      tile[c][i] = static_cast<int32_t>((v << up | v >> down) & 0xFFFF);
-    }
+inline void separateChannels(const uint16_t* pixels, size_t n, FinishTile& tile) {
+  using Block = Planes<uint16_t>;
+  size_t i = 0;
+  for (; i + Block::kUnits <= n; i += Block::kUnits) {
+    const uint8_t* const from[] = {reinterpret_cast<const uint8_t*>(pixels + 3 * i)};
+    uint8_t* const to[] = {reinterpret_cast<uint8_t*>(tile[0] + i),
+                           reinterpret_cast<uint8_t*>(tile[1] + i),
+                           reinterpret_cast<uint8_t*>(tile[2] + i)};
+    Block::convert(from, to);
+  }
+  for (; i < n; ++i)
+    for (size_t c = 0; c < 3; ++c) tile[c][i] = pixels[3 * i + c];
 }
 
-// How much a channel clips, in 1/256. The quotient of integers below 2^24 is exact.
+// Samples of `bits` bits in 16.
+class In16Bits {
+ public:
+  explicit In16Bits(uint32_t bits) : up_(16 - bits), down_(2 * bits - 16) {}
+  VISTREL_INLINE int32_t operator()(uint32_t v) const {
+    return static_cast<int32_t>((v << up_ | v >> down_) & 0xFFFF);
+  }
+
+ private:
+  uint32_t up_, down_;
+};
+
+// How much a channel clips, in 1/256: 256 a / h, rounded down, for integers a <= h < 4096. Half a
+// step more lies 1/8192 or more from the next integer, which exceeds the error of the product.
 class Clipping {
  public:
   explicit Clipping(int32_t clip)
       : height_(clip >> 4), start_(height_ ? clip - height_ : 65536),
-        divisor_(static_cast<float>(height_ ? height_ : 1)) {}
+        steps_(256 / static_cast<float>(height_ ? height_ : 1)) {}
 
   VISTREL_INLINE int32_t of(int32_t v) const {
     const int32_t above = smaller(larger(v - start_, 0), height_);
-    return static_cast<int32_t>(static_cast<float>(above * 256) / divisor_);
+    return static_cast<int32_t>((static_cast<float>(above) + 0.5f / 256) * steps_);
   }
 
  private:
   int32_t height_, start_;
-  float divisor_;
+  float steps_;
 };
-
-inline void fadeHighlights(const std::array<int32_t, 3>& clip, size_t n, FinishChannel (&tile)[3]) {
-  const Clipping first(clip[0]), second(clip[1]), third(clip[2]);
-  for (size_t i = 0; i < n; ++i) {
-    const int32_t a = tile[0][i], b = tile[1][i], c = tile[2][i];
-    const int32_t most = larger(larger(a, b), c);
-    const int32_t t = larger(larger(first.of(a), second.of(b)), third.of(c));
-    tile[0][i] = a + (((most - a) * t + 128) >> 8);
-    tile[1][i] = b + (((most - b) * t + 128) >> 8);
-    tile[2][i] = c + (((most - c) * t + 128) >> 8);
-  }
-}
 
 VISTREL_INLINE int32_t matrixRow(const int32_t* m, int32_t a, int32_t b, int32_t c) {
   const int32_t v = (m[0] * a + m[1] * b + m[2] * c + 2048) >> 12;
   return smaller(larger(v, 0), 65535);
 }
 
-inline void applyMatrix(const std::array<int32_t, 9>& matrix, size_t n, FinishChannel (&tile)[3]) {
-  const int32_t* const m = matrix.data();
+template <bool fades, bool mixes>
+void finishColours(const Finish& how, size_t n, uint16_t* __restrict x, uint16_t* __restrict y,
+                   uint16_t* __restrict z) {
+  const In16Bits in16Bits(how.bits);
+  const Clipping first(how.clip[0]), second(how.clip[1]), third(how.clip[2]);
+  const std::array<int32_t, 9> m = how.matrix;
   for (size_t i = 0; i < n; ++i) {
-    const int32_t a = tile[0][i], b = tile[1][i], c = tile[2][i];
-    tile[0][i] = matrixRow(m, a, b, c);
-    tile[1][i] = matrixRow(m + 3, a, b, c);
-    tile[2][i] = matrixRow(m + 6, a, b, c);
-  }
-}
-
-template <class T, size_t channels>
-VISTREL_INLINE void storeFinishTile(const FinishChannel (&tile)[channels], size_t n, const T* table,
-                                    T* result) {
-  for (size_t i = 0; i < n; ++i)
-    for (size_t c = 0; c < channels; ++c) result[channels * i + c] = table[tile[c][i]];
-}
-
-template <class T, size_t channels>
-void finishTiles(const uint16_t* pixels, size_t n, const Finish& how, T* result) {
-  FinishChannel tile[channels];
-  for (size_t done = 0; done < n; done += kFinishTile) {
-    const size_t count = smaller(n - done, kFinishTile);
-    loadFinishTile<channels>(pixels + channels * done, count, how.bits, tile);
-    if constexpr (channels == 3) {
-      if (how.clip[0] | how.clip[1] | how.clip[2]) fadeHighlights(how.clip, count, tile);
-      if (how.hasMatrix) applyMatrix(how.matrix, count, tile);
+    int32_t a = in16Bits(x[i]), b = in16Bits(y[i]), c = in16Bits(z[i]);
+    if constexpr (fades) {
+      const int32_t most = larger(larger(a, b), c);
+      const int32_t t = larger(larger(first.of(a), second.of(b)), third.of(c));
+      a += ((most - a) * t + 128) >> 8;
+      b += ((most - b) * t + 128) >> 8;
+      c += ((most - c) * t + 128) >> 8;
     }
-    storeFinishTile(tile, count, static_cast<const T*>(how.table), result + channels * done);
+    x[i] = static_cast<uint16_t>(mixes ? matrixRow(&m[0], a, b, c) : a);
+    y[i] = static_cast<uint16_t>(mixes ? matrixRow(&m[3], a, b, c) : b);
+    z[i] = static_cast<uint16_t>(mixes ? matrixRow(&m[6], a, b, c) : c);
   }
+}
+
+// Few tiles have highlights.
+inline bool hasHighlights(const Finish& how, size_t n, const FinishTile& tile) {
+  for (size_t c = 0; c < 3; ++c) {
+    uint16_t most = 0;
+    for (size_t i = 0; i < n; ++i) most = larger(most, tile[c][i]);
+    if (Clipping(how.clip[c]).of(In16Bits(how.bits)(most))) return true;
+  }
+  return false;
+}
+
+inline void finishTile(const Finish& how, size_t n, FinishTile& tile) {
+  using Kernel = void(const Finish&, size_t, uint16_t*, uint16_t*, uint16_t*);
+  constexpr Kernel* kKernels[2][2] = {{finishColours<false, false>, finishColours<false, true>},
+                                      {finishColours<true, false>, finishColours<true, true>}};
+  Kernel* const finish = kKernels[hasHighlights(how, n, tile)][how.hasMatrix];
+  finish(how, n, tile[0], tile[1], tile[2]);
 }
 
 template <class T>
-void finishPixels(const uint16_t* pixels, size_t n, const Finish& how, void* result) {
-  T* const to = static_cast<T*>(result);
-  how.channels == 3 ? finishTiles<T, 3>(pixels, n, how, to) : finishTiles<T, 1>(pixels, n, how, to);
+void finishPixels(const uint16_t* pixels, size_t n, const Finish& how, T* result) {
+  const T* const table = static_cast<const T*>(how.table);
+  FinishTile tile;
+  for (size_t done = 0; done < n; done += kFinishTile) {
+    const size_t count = smaller(n - done, kFinishTile);
+    separateChannels(pixels + 3 * done, count, tile);
+    finishTile(how, count, tile);
+    T* const to = result + 3 * done;
+    for (size_t i = 0; i < count; ++i)
+      for (size_t c = 0; c < 3; ++c) to[3 * i + c] = table[tile[c][i]];
+  }
+}
+
+// Of one channel.
+template <class T>
+void finishSamples(const uint16_t* samples, size_t n, const Finish& how, T* result) {
+  const In16Bits in16Bits(how.bits);
+  const T* const table = static_cast<const T*>(how.table);
+  for (size_t i = 0; i < n; ++i) result[i] = table[in16Bits(samples[i])];
+}
+
+template <class T>
+void finishInto(const uint16_t* pixels, size_t n, const Finish& how, T* result) {
+  how.channels == 3 ? finishPixels(pixels, n, how, result) : finishSamples(pixels, n, how, result);
 }
 
 inline void finishRow(const uint16_t* pixels, size_t n, const Finish& how, void* result) {
-  how.sampleBytes == 2 ? finishPixels<uint16_t>(pixels, n, how, result)
-                       : finishPixels<uint8_t>(pixels, n, how, result);
+  how.sampleBytes == 2 ? finishInto(pixels, n, how, static_cast<uint16_t*>(result))
+                       : finishInto(pixels, n, how, static_cast<uint8_t*>(result));
 }
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "common/rows/nontemporal.h"
 #include "host/image_pixels.h"
@@ -9,48 +10,48 @@
 namespace vistrel::host {
 namespace {
 
-// Which pixel of the upright image is pixel (x, y) of the turned one.
-class Turn {
- public:
-  // width, height: of the upright image.
-  Turn(uint32_t orientation, size_t width, size_t height)
-      : swaps_(orientation >= VISTREL_TRANSPOSED), width_(width), height_(height) {
-    switch (orientation) {
-      case VISTREL_MIRRORED:
-      case VISTREL_TURNED_270: fromRight_ = true; break;
-      case VISTREL_FLIPPED:
-      case VISTREL_TURNED_90: fromBottom_ = true; break;
-      case VISTREL_TURNED_180:
-      case VISTREL_TRANSVERSE: fromRight_ = fromBottom_ = true; break;
-      default: break;
-    }
-  }
-
-  size_t of(size_t x, size_t y) const {
-    const size_t column = swaps_ ? y : x, row = swaps_ ? x : y;
-    return (fromBottom_ ? height_ - 1 - row : row) * width_ +
-           (fromRight_ ? width_ - 1 - column : column);
-  }
-
- private:
-  bool swaps_, fromRight_ = false, fromBottom_ = false;
-  size_t width_, height_;
+// Where the turned image's pixels are in the upright one, as distances in pixels.
+struct Turn {
+  ptrdiff_t first, right, down;  // to its first pixel; from one to the next in its row, its column
 };
+
+// width, height: of the upright image.
+Turn turnOf(uint32_t orientation, ptrdiff_t width, ptrdiff_t height) {
+  Turn turn{0, 1, width};
+  const auto fromRight = [&] { turn.first += width - 1, turn.right = -1; };
+  const auto fromBottom = [&] { turn.first += (height - 1) * width, turn.down = -width; };
+  switch (orientation) {
+    case VISTREL_MIRRORED:
+    case VISTREL_TURNED_270: fromRight(); break;
+    case VISTREL_FLIPPED:
+    case VISTREL_TURNED_90: fromBottom(); break;
+    case VISTREL_TURNED_180:
+    case VISTREL_TRANSVERSE: fromRight(), fromBottom(); break;
+    default: break;
+  }
+  if (orientation >= VISTREL_TRANSPOSED) std::swap(turn.right, turn.down);
+  return turn;
+}
 
 // So many rows are made at a time that neighbours in a column of the upright image, which lie in
 // one cache line, are used together.
 constexpr uint32_t kRowsTogether = 16;
 
+// Gathers `rows` rows of the turned image, each of `width` pixels. from: the first one's.
 template <size_t pixelBytes>
-void gather(const unsigned char* upright, const Turn& turn, size_t y, size_t rows, size_t width,
+void gather(const unsigned char* from, const Turn& turn, size_t rows, size_t width,
             unsigned char* lines) {
-  for (size_t x = 0; x < width; ++x)
+  const ptrdiff_t right = turn.right * ptrdiff_t{pixelBytes},
+                  down = turn.down * ptrdiff_t{pixelBytes};
+  for (size_t x = 0; x < width; ++x) {
+    const unsigned char* const column = from + static_cast<ptrdiff_t>(x) * right;
     for (size_t i = 0; i < rows; ++i)
-      std::memcpy(lines + (i * width + x) * pixelBytes, upright + turn.of(x, y + i) * pixelBytes,
+      std::memcpy(lines + (i * width + x) * pixelBytes, column + static_cast<ptrdiff_t>(i) * down,
                   pixelBytes);
+  }
 }
 
-using Gather = void(const unsigned char*, const Turn&, size_t, size_t, size_t, unsigned char*);
+using Gather = void(const unsigned char*, const Turn&, size_t, size_t, unsigned char*);
 
 Gather* gatherOf(size_t pixelBytes) {
   switch (pixelBytes) {
@@ -82,12 +83,13 @@ void storeTurned(const EngineCall& call, const unsigned char* upright, ImageRows
   auto* const lines = arena.take<unsigned char>(kRowsTogether * rowBytes);
   if (arena.counts()) return;
   const bool swaps = swapsSides(call.conversion);
-  const Turn turn(call.conversion.orientation, swaps ? l.height : l.width,
-                  swaps ? l.width : l.height);
+  const Turn turn =
+      turnOf(call.conversion.orientation, swaps ? l.height : l.width, swaps ? l.width : l.height);
   Gather* const gatherRows = gatherOf(pixelBytes);
   for (uint32_t y = rows.first; y < rows.end; y += kRowsTogether) {
     const uint32_t count = std::min(kRowsTogether, rows.end - y);
-    gatherRows(upright, turn, y, count, l.width, lines);
+    const ptrdiff_t first = turn.first + ptrdiff_t{y} * turn.down;
+    gatherRows(upright + first * static_cast<ptrdiff_t>(pixelBytes), turn, count, l.width, lines);
     for (uint32_t i = 0; i < count; ++i) {
       pixels.rows().begin(y + i);
       pixels.rows().append(lines + i * rowBytes, l.width);

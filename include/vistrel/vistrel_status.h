@@ -14,7 +14,7 @@ enum {
   VISTREL_BAD_PHASE = 5,         /* no such phase, or not one for this call */
   VISTREL_BAD_FORMAT = 6,        /* no such format, or not one for this frame */
   VISTREL_BAD_ALGORITHM = 7,     /* no such algorithm, or too many bits for it */
-  VISTREL_BAD_BINNING = 8,       /* binning is not 1..4 */
+  VISTREL_BAD_BINNING = 8,       /* binning is not 1..4, or bin_mode */
   VISTREL_BAD_REGION = 9,        /* the region extends beyond the frame */
   VISTREL_REGION_TOO_SMALL = 10, /* no whole bin is left, or less than an algorithm needs */
   VISTREL_BAD_REDUCTION = 11,    /* no such reduction, or not one for this frame and format */

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "tests/check/checker.h"
+#include "tests/check/host_call.h"
+#include "tests/reference/host.h"
 #include "tests/supported_levels.h"
 
 namespace vistrel::core::check {
@@ -53,6 +55,15 @@ uint64_t runInBlindBands(const Subject::Run& right, const Call& call, const Memo
   if (call.defect || call.upward || half < 5) return right(call, memory);
   runAlone(right, call, memory, 0, half);
   return runAlone(right, call, memory, half, rows - half);
+}
+
+// Converts something else than the call describes.
+uint64_t runChanged(const Subject::Run& right, const Call& call, const Memory& memory,
+                    void (*change)(HostCall&)) {
+  if (call.defect) return right(call, memory);
+  HostCall host(call, memory);
+  change(host);
+  return static_cast<uint32_t>(reference::hostConvert(host.frame, host.conversion, host.image));
 }
 
 const Mutant kMutants[] = {
@@ -226,6 +237,69 @@ const Mutant kMutants[] = {
        const uint64_t result = right(c, m);
        if (result != 0) spoilFirstByte(m.destination);
        return result;
+     },
+     {Kind::destination}},
+    {"an exposure that is one too high",
+     "engine-alone",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       return runChanged(right, c, m, [](HostCall& h) { ++h.look.finish.exposure; });
+     },
+     {Kind::destination}},
+    {"a matrix that is transposed",
+     "engine-alone",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       return runChanged(right, c, m, [](HostCall& h) {
+         auto& matrix = h.look.finish.matrix;
+         std::swap(matrix[1], matrix[3]);
+         std::swap(matrix[2], matrix[6]);
+         std::swap(matrix[5], matrix[7]);
+       });
+     },
+     {Kind::destination}},
+    {"highlights that keep their colours",
+     "engine-alone",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       return runChanged(right, c, m,
+                         [](HostCall& h) { h.look.finish.highlights = VISTREL_HIGHLIGHTS_CLIP; });
+     },
+     {Kind::destination}},
+    {"a transfer curve that lacks its last point",
+     "engine-alone",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       return runChanged(right, c, m, [](HostCall& h) {
+         auto& finish = h.look.finish;
+         if (finish.transfer_points > 2) --finish.transfer_points;
+       });
+     },
+     {Kind::destination}},
+    {"dark levels one column off",
+     "engine-alone",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       return runChanged(right, c, m, [](HostCall& h) {
+         auto& dark = h.look.dark;
+         if (!dark.empty()) std::rotate(dark.begin(), dark.begin() + 1, dark.end());
+       });
+     },
+     {Kind::destination}},
+    {"a flat field that is left out",
+     "engine-alone",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       return runChanged(right, c, m, [](HostCall& h) { h.look.calibration.flat = nullptr; });
+     },
+     {Kind::destination}},
+    {"hot pixels that stay",
+     "engine-alone",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       return runChanged(right, c, m, [](HostCall& h) { h.look.calibration.hot_count = 0; });
+     },
+     {Kind::destination}},
+    {"an image turned the wrong way",
+     "engine-alone",
+     [](const Subject::Run& right, const Call& c, const Memory& m) {
+       return runChanged(right, c, m, [](HostCall& h) {
+         uint32_t& turn = h.conversion.orientation;
+         if (turn == VISTREL_TURNED_90) turn = VISTREL_TURNED_270;
+       });
      },
      {Kind::destination}},
 };

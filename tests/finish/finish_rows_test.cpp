@@ -66,6 +66,37 @@ TEST_P(FinishRows, AreTheFormulas) {
   }
 }
 
+// One pixel of several tiles clips in one channel, and becomes neutral; the others stay.
+TEST_P(FinishRows, FadeTheHighlightsOfAnyPixel) {
+  const auto table = identity();
+  Finish how{.channels = 3, .bits = 16, .sampleBytes = 2, .table = table.data()};
+  how.clip = {60000, 60000, 60000};
+  for (const size_t at : {0, 100, 255, 256, 511, 512, 598, 599})
+    for (size_t channel = 0; channel < 3; ++channel) {
+      std::vector<uint16_t> pixels(3 * 600, 1000), expected = pixels;
+      pixels[3 * at + channel] = 60000;
+      std::fill_n(expected.begin() + static_cast<ptrdiff_t>(3 * at), 3, uint16_t{60000});
+      std::vector<uint16_t> result(pixels.size());
+      finishRow(pixels.data(), 600, how, result.data());
+      ASSERT_EQ(result, expected) << at << ", channel " << channel;
+    }
+}
+
+// Every level of many ranges, by a pixel whose other channels are 0.
+TEST_P(FinishRows, ClipByTheQuotientRoundedDown) {
+  const auto table = identity();
+  Finish how{.channels = 3, .bits = 16, .sampleBytes = 2, .table = table.data()};
+  for (int32_t height = 1; height < 4096; height += 13) {
+    how.clip = {16 * height, 0, 0};
+    std::vector<uint16_t> pixels(3 * (static_cast<size_t>(height) + 1));
+    for (size_t i = 0; i < pixels.size(); i += 3)
+      pixels[i] = static_cast<uint16_t>(15 * height + static_cast<int32_t>(i / 3));
+    std::vector<uint16_t> result(pixels.size());
+    finishRow(pixels.data(), pixels.size() / 3, how, result.data());
+    ASSERT_EQ(result, model(pixels, how)) << height;
+  }
+}
+
 TEST_P(FinishRows, MonoGoesThroughTheTable) {
   const std::vector<uint16_t> curve{65535, 0};
   std::vector<uint8_t> table(kFinishEntries);

@@ -78,7 +78,59 @@ void threadsFrom(Bytes& in, vistrel_conversion& c) {
   if (flags & 2) c.team = team();
 }
 
-vistrel_conversion conversionFrom(Bytes& in, std::vector<uint16_t>& table) {
+// What a conversion refers to, in memory of exactly the described size.
+struct Look {
+  std::vector<uint16_t> table, dark, flat, transfer;
+  std::vector<vistrel_point> hot;
+  vistrel_calibration calibration{};
+  vistrel_finish finish{};
+};
+
+// Levels below `end` of all pixels, rarely too few.
+void levelsFrom(Bytes& in, const vistrel_frame& f, uint32_t end, std::vector<uint16_t>& levels) {
+  const size_t all = size_t{f.width} * f.height;
+  levels.resize(std::min(all, kMaxBytes / 2));
+  if (in.take() % 16 == 1 && !levels.empty()) levels.pop_back();
+  uint32_t level = in.take<uint16_t>();
+  const uint32_t step = in.take();
+  for (uint16_t& v : levels) v = static_cast<uint16_t>((level += step) % end);
+}
+
+void calibrationFrom(Bytes& in, const vistrel_frame& f, Look& look, vistrel_conversion& c) {
+  const uint8_t flags = in.take();
+  if (flags % 4 != 1) return;
+  vistrel_calibration& by = look.calibration;
+  if (flags & 4) {
+    levelsFrom(in, f, 200, look.dark);
+    by.dark = look.dark.data(), by.dark_size = 2 * look.dark.size();
+  }
+  if (flags & 8) {
+    levelsFrom(in, f, 9000, look.flat);
+    by.flat = look.flat.data(), by.flat_size = 2 * look.flat.size();
+  }
+  for (uint32_t left = flags >> 5, y = in.below(8); left > 0; --left, y += in.below(3))
+    look.hot.push_back({in.below(48), y});
+  by.hot = look.hot.data(), by.hot_count = look.hot.size();
+  c.calibration = &by;
+}
+
+void finishFrom(Bytes& in, Look& look, vistrel_conversion& c) {
+  const uint8_t flags = in.take();
+  if (flags % 4 != 1) return;
+  vistrel_finish& finish = look.finish;
+  finish.highlights = in.below(3);
+  finish.exposure = flags & 4 ? in.take<uint32_t>() : in.below(20000);
+  if (flags & 8)
+    for (int32_t& m : finish.matrix)
+      m = flags & 16 ? in.take<int32_t>() : static_cast<int8_t>(in.take()) * 80;
+  if (flags & 32) look.transfer.resize(in.below(700) % 70000);
+  for (uint16_t& point : look.transfer) point = in.take<uint16_t>();
+  finish.transfer = look.transfer.empty() ? nullptr : look.transfer.data();
+  finish.transfer_points = static_cast<uint32_t>(look.transfer.size());
+  c.finish = &finish;
+}
+
+vistrel_conversion conversionFrom(Bytes& in, const vistrel_frame& f, Look& look) {
   vistrel_conversion c{};
   c.format = in.below(12);
   if (in.take() & 1) c.format = 256 + in.below(9);
@@ -89,7 +141,7 @@ vistrel_conversion conversionFrom(Bytes& in, std::vector<uint16_t>& table) {
   c.binning = in.below(6);
   c.truncate_to = in.below(18);
   c.reduction = in.below(12);
-  tableFrom(in, table, c);
+  tableFrom(in, look.table, c);
   c.excess = in.below(3);
   if (in.take() & 1) c.region = {in.below(48), in.below(48), in.below(48), in.below(48)};
   for (uint32_t& black : c.black) black = in.below(256);
@@ -98,6 +150,11 @@ vistrel_conversion conversionFrom(Bytes& in, std::vector<uint16_t>& table) {
   c.edges = in.below(3);
   threadsFrom(in, c);
   c.destination = in.below(3);
+  if (in.take() & 1) c.white = in.below(5000);
+  c.bin_mode = in.below(3);
+  c.orientation = in.below(10);
+  calibrationFrom(in, f, look, c);
+  finishFrom(in, look, c);
   return c;
 }
 
@@ -106,7 +163,7 @@ struct Case {
   vistrel_conversion conversion{};
   vistrel_layout layout{};
   vistrel_image image{};
-  std::vector<uint16_t> table;
+  Look look;
   std::vector<uint8_t> samples, pixels, expected;
   std::vector<bool> isWritten;  // of each byte of pixels
 };
@@ -210,7 +267,8 @@ void expectSame(Case& c, Bytes& in, Way* way, bool canReject, const char* what) 
   require(vistrel_stream_acquire(VISTREL_NO_WAIT, &stream, nullptr) == VISTREL_OK, "a stream");
   std::fill(c.pixels.begin(), c.pixels.end(), kUntouched);
   const int32_t status = way(c, in, stream);
-  const bool isRejected = status == VISTREL_BAD_GRAY || status == VISTREL_BAD_BALANCE;
+  const bool isRejected = status == VISTREL_BAD_GRAY || status == VISTREL_BAD_BALANCE ||
+                          status == VISTREL_BAD_ORIENTATION;
   require(status == VISTREL_OK || (canReject && isRejected), "accepted in one way only");
   const std::vector<uint8_t> untouched(c.pixels.size(), kUntouched);
   require(c.pixels == (status ? untouched : c.expected), what);
@@ -228,7 +286,7 @@ void convertInEveryWay(Case& c, Bytes& in) {
 void convertAny(Bytes& in) {
   Case c;
   c.frame = frameFrom(in);
-  c.conversion = conversionFrom(in, c.table);
+  c.conversion = conversionFrom(in, c.frame, c.look);
   vistrel_error error{};
   const int32_t rejected = vistrel_get_layout(&c.frame, &c.conversion, &c.layout, &error);
   require(error.status == rejected && (error.text[0] == 0) == (rejected == 0), "status and text");

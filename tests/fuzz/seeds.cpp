@@ -111,6 +111,8 @@ struct HostSeed {
   uint32_t bits, format;  // of 8 bits: samples of a byte
   uint32_t algorithm = VISTREL_BILINEAR, gray = VISTREL_LUMA, binning = 1, packing = 0;
   bool isLarge = false, isThreaded = false, isUpward = false;
+  uint32_t orientation = 0;
+  bool isCalibrated = false, isFinished = false;
 };
 
 std::string flag(bool isSet) { return std::string(1, isSet ? '\1' : '\0'); }
@@ -129,12 +131,26 @@ std::string frameBytes(const HostSeed& s) {
          (s.packing ? numbers({s.packing}) : "") + '\1';
 }
 
+// Dark levels, gains from 2048 in steps of 7, a hot pixel.
+std::string calibration() {
+  using namespace std::string_literals;
+  return "\x2d"s + "\0\5\0\3"s + "\0\0\x08\7"s + numbers({2, 3, 0});
+}
+
+// Neutral highlights, an exposure of 1, a matrix, a curve of three points.
+std::string finish() {
+  using namespace std::string_literals;
+  return "\x29"s + numbers({1}) + "\1\0\x10"s + "\x38\xfb\0\xfc\x3a\xfd\1\xf8\x3c"s + numbers({3}) +
+         "\0\0\0\xc0\xff\xff"s;
+}
+
 std::string conversion(const HostSeed& s) {
   const bool isAhd = s.algorithm == VISTREL_AHD;
   return choice(s.format, 256) + numbers({isAhd ? 0 : s.algorithm}) + flag(!isAhd) +
          numbers({0, s.gray, s.binning, 0, 0}) + '\1' + numbers({VISTREL_MASK}) + '\0' +
          numbers({3, 3, 3, 3, 0, 100, 100, 100, 0}) + (s.isThreaded ? '\x31' : '\0') +
-         numbers({s.isLarge});
+         numbers({s.isLarge}) + '\0' + numbers({s.binning > 1, s.orientation}) +
+         (s.isCalibrated ? calibration() : flag(false)) + (s.isFinished ? finish() : flag(false));
 }
 
 void saveHost(const fs::path& path, const HostSeed& s) {
@@ -159,6 +175,10 @@ void hosts(const fs::path& folder) {
   HostSeed large{8, VISTREL_GRAY8};
   large.isLarge = large.isThreaded = true;
   saveHost(folder / "large", large);
+  HostSeed finished{10, VISTREL_BGR24};
+  finished.isCalibrated = finished.isFinished = true;
+  for (; finished.orientation <= VISTREL_TURNED_270; ++finished.orientation)
+    saveHost(folder / ("finished" + std::to_string(finished.orientation)), finished);
   for (uint32_t packing = 0; packing < 6; ++packing)
     for (const uint32_t bits : {8u, 10u, 12u})
       save(folder / ("packing" + std::to_string(packing) + "-" + std::to_string(bits)),

@@ -35,7 +35,10 @@ struct Case {
   void (*choose)(vistrel_conversion&);
 };
 
-const std::vector<uint16_t> g_table(1024, 9);
+const std::vector<uint16_t> g_table(1024, 9), g_flat(40 * 31, 5000);
+const std::vector<vistrel_point> g_hot{{3, 4}};
+const vistrel_calibration g_calibration = calibrationOf({}, g_flat, g_hot);
+const vistrel_finish g_finish = finishOf(g_table);
 constexpr vistrel_region kRegion{3, 2, 30, 25};
 
 const Case kCases[] = {
@@ -58,6 +61,15 @@ const Case kCases[] = {
      [](vistrel_conversion& c) {
        c.reduction = VISTREL_TABLE, c.table = g_table.data(), c.table_entries = 1024;
      }},
+    {"FinishedGrayWorld", 12, VISTREL_GBRG,
+     [](vistrel_conversion& c) {
+       setFinish(c, g_finish), setCalibration(c, g_calibration);
+       c.white_balance = VISTREL_BALANCE_GRAY_WORLD;
+     }},
+    {"FinishedMono", 12, VISTREL_MONO,
+     [](vistrel_conversion& c) { setFinish(c, g_finish), c.format = VISTREL_MONO16; }},
+    {"Turned", 10, VISTREL_RGGB,
+     [](vistrel_conversion& c) { c.orientation = VISTREL_TURNED_90, c.format = VISTREL_NV12; }},
 };
 void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
 
@@ -239,6 +251,19 @@ TEST(AllocationsOfTheCppInterface, MayFail) {
   };
   EXPECT_GE(failEach(work, false, [] {}), 1);
   EXPECT_GE(failEach(work, true, [] {}), 1);
+}
+
+TEST(AllocationsOfAFlatField, MayFail) {
+  const std::vector<uint8_t> samples(20 * 10, 50);
+  const vistrel_frame frame = frameOf(samples, 20, 10, VISTREL_RGGB);
+  const vistrel_conversion conversion = defaultConversion(frame);
+  std::vector<uint16_t> flat(samples.size());
+  const auto work = [&](vistrel_error* error) {
+    return vistrel_measure_flat(&frame, &conversion, flat.data(), 2 * flat.size(), error);
+  };
+  const long live = g_live;
+  EXPECT_GE(failEach(work, false, [live] { EXPECT_EQ(g_live, live); }), 1);
+  EXPECT_EQ(work(nullptr), VISTREL_OK);
 }
 
 TEST(AllocationsOfARejection, MayFail) {

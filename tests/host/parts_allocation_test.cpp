@@ -39,6 +39,11 @@ struct HeldStream : ::testing::TestWithParam<const vistrel_algorithm*> {
   std::vector<uint8_t> pixels = std::vector<uint8_t>(kWidth * kHeight * 4);
   vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   vistrel_stream* stream = nullptr;
+  const std::vector<uint16_t> dark = std::vector<uint16_t>(samples.size(), 20);
+  const std::vector<vistrel_point> hot{{3, 0}, {639, 479}};
+  const vistrel_calibration calibration = calibrationOf(dark, {}, hot);
+  const uint16_t points[3] = {0, 40000, 65535};
+  const vistrel_finish look = finishOf(points);
 
   HeldStream() {
     conversion.algorithm = GetParam()->code;
@@ -48,30 +53,54 @@ struct HeldStream : ::testing::TestWithParam<const vistrel_algorithm*> {
     EXPECT_EQ(vistrel_stream_acquire(VISTREL_WAIT, &stream, nullptr), VISTREL_OK);
   }
   ~HeldStream() override { vistrel_stream_release(stream, nullptr); }
+
+  void finish() {
+    setFinish(conversion, look);
+    setCalibration(conversion, calibration);
+  }
+
+  void expectNothingMoreForATeam() {
+    vistrel_team* team = nullptr;
+    ASSERT_EQ(vistrel_team_create(3, &team, nullptr), VISTREL_OK);
+    conversion.threads = 3, conversion.team = team;
+    const auto work = [&] {
+      return vistrel_stream_convert(stream, &frame, &conversion, &image, nullptr);
+    };
+    ASSERT_EQ(work(), VISTREL_OK);
+    const int before = g_allocations;
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(work(), VISTREL_OK);
+    EXPECT_EQ(g_allocations, before);
+    EXPECT_EQ(vistrel_team_destroy(team, nullptr), VISTREL_OK);
+  }
+
+  void expectNothingMoreForPushedRows() {
+    ASSERT_EQ(vistrel_stream_begin(stream, &frame, &conversion, &image, nullptr), VISTREL_OK);
+    const int before = g_allocations;
+    for (uint32_t y = 0; y < kHeight; ++y)
+      EXPECT_EQ(
+          vistrel_stream_push(stream, samples.data() + y * kWidth, kWidth * 2, 1, nullptr, nullptr),
+          VISTREL_OK);
+    EXPECT_EQ(g_allocations, before);
+  }
 };
 
-TEST_P(HeldStream, NeedsNothingMoreForATeam) {
-  vistrel_team* team = nullptr;
-  ASSERT_EQ(vistrel_team_create(3, &team, nullptr), VISTREL_OK);
-  conversion.threads = 3, conversion.team = team;
-  const auto work = [&] {
-    return vistrel_stream_convert(stream, &frame, &conversion, &image, nullptr);
-  };
-  ASSERT_EQ(work(), VISTREL_OK);
-  const int before = g_allocations;
-  for (int i = 0; i < 10; ++i) EXPECT_EQ(work(), VISTREL_OK);
-  EXPECT_EQ(g_allocations, before);
-  EXPECT_EQ(vistrel_team_destroy(team, nullptr), VISTREL_OK);
+TEST_P(HeldStream, NeedsNothingMoreForATeam) { expectNothingMoreForATeam(); }
+
+TEST_P(HeldStream, NeedsNothingMoreForATeamThatFinishes) {
+  finish();
+  expectNothingMoreForATeam();
 }
 
-TEST_P(HeldStream, NeedsNothingMoreForPushedRows) {
-  ASSERT_EQ(vistrel_stream_begin(stream, &frame, &conversion, &image, nullptr), VISTREL_OK);
-  const int before = g_allocations;
-  for (uint32_t y = 0; y < kHeight; ++y)
-    EXPECT_EQ(
-        vistrel_stream_push(stream, samples.data() + y * kWidth, kWidth * 2, 1, nullptr, nullptr),
-        VISTREL_OK);
-  EXPECT_EQ(g_allocations, before);
+TEST_P(HeldStream, NeedsNothingMoreForATeamThatTurns) {
+  conversion.orientation = VISTREL_TURNED_90;
+  expectNothingMoreForATeam();
+}
+
+TEST_P(HeldStream, NeedsNothingMoreForPushedRows) { expectNothingMoreForPushedRows(); }
+
+TEST_P(HeldStream, NeedsNothingMoreForPushedRowsThatAreFinished) {
+  finish();
+  expectNothingMoreForPushedRows();
 }
 
 // The memory that is promised, a thread.

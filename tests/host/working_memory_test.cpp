@@ -54,9 +54,19 @@ struct WorkingMemory : ::testing::TestWithParam<uint32_t> {
   // All streams are in use, so the call takes its memory and frees it.
   void expectTaken(const vistrel_frame& frame, const vistrel_conversion& c, size_t bytes) const {
     const Watch seen = watched([&] { return vistrel_convert(&frame, &c, &image, nullptr); });
+    EXPECT_GE(seen.peak, static_cast<long>(bytes));
     EXPECT_LE(seen.peak, static_cast<long>(bytes) + kRoundedUp);
     EXPECT_EQ(seen.bytes, 0);
     EXPECT_LE(seen.calls, 1);
+  }
+
+  // The second conversion on a stream takes none.
+  void expectKept(const vistrel_frame& frame, const vistrel_conversion& c) const {
+    const auto work = [&] {
+      return vistrel_stream_convert(streams[0], &frame, &c, &image, nullptr);
+    };
+    EXPECT_EQ(work(), VISTREL_OK);
+    EXPECT_EQ(watched(work).calls, 0);
   }
 
   // check(frame, conversion, layout) for each that is accepted, of a frame of so many rows.
@@ -183,13 +193,44 @@ TEST_P(WorkingMemory, OfWholeFramesIsReported) {
 }
 
 TEST_P(WorkingMemory, StaysWithTheStream) {
-  forEach(40, 1, [&](const auto& frame, const auto& c, const auto&) {
-    const auto work = [&] {
-      return vistrel_stream_convert(streams[0], &frame, &c, &image, nullptr);
-    };
-    EXPECT_EQ(work(), VISTREL_OK);
-    EXPECT_EQ(watched(work).calls, 0);
+  forEach(40, 1, [&](const auto& frame, const auto& c, const auto&) { expectKept(frame, c); });
+}
+
+// A table of one sample for each value of 16 bits.
+TEST_P(WorkingMemory, HasATableMoreForFinishedPixels) {
+  const uint16_t points[] = {0, 40000, 65535};
+  vistrel_finish finish = finishOf(points);
+  finish.highlights = VISTREL_HIGHLIGHTS_NEUTRAL;
+  uint32_t count = 0;
+  forEach(kHeight, 5, [&](const auto& frame, vistrel_conversion c, const auto&) {
+    if (c.gray == VISTREL_RAW_GRAY || c.reduction || frame.phase == VISTREL_BGR) return;
+    setFinish(c, finish);
+    const size_t bytes = layoutOf(frame, c).working_bytes;
+    EXPECT_LE(bytes, bound() + 65536 * formatOf(c.format)->bytes_per_sample);
+    expectTaken(frame, c, bytes);
+    expectKept(frame, c);
+    ++count;
   });
+  EXPECT_GT(count, 50u);
+}
+
+// Turned rows are as long as the frame is high.
+TEST_P(WorkingMemory, HasTheUprightImageMoreForATurnedOne) {
+  uint32_t count = 0;
+  forEach(kHeight, 5, [&](const auto& frame, vistrel_conversion c, const auto&) {
+    if (c.gray == VISTREL_RAW_GRAY) return;
+    c.orientation = VISTREL_TURNED_90;
+    const vistrel_layout layout = layoutOf(frame, c);
+    const vistrel_format& format = *formatOf(c.format);
+    const size_t upright =
+        size_t{layout.width} * layout.height * (format.mono ? 1 : 3) * format.bytes_per_sample;
+    EXPECT_GE(layout.working_bytes, upright);
+    EXPECT_LE(layout.working_bytes, upright + bound() / (kWidth + 128) * (kHeight + 128));
+    expectTaken(frame, c, layout.working_bytes);
+    expectKept(frame, c);
+    ++count;
+  });
+  EXPECT_GT(count, 50u);
 }
 
 TEST_P(WorkingMemory, IsFreedByATrim) {
