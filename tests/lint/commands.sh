@@ -21,6 +21,8 @@ export PATH=$scratch/bin:$PATH
 for name in frame rose frames/a frames/b; do
   vistrel scene -s 640x480 --bits 12 --phase rggb -o $name.pgm
 done
+vistrel scene -s 640x480 --camera -o frame.dng
+cp frame.dng scene.dng
 vistrel scene -s 640x480 --bits 16 -o deep.pgm
 tail -c $((640 * 480 * 2)) deep.pgm >in.raw
 head -c $((640 * 480)) in.raw >in8.raw
