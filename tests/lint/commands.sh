@@ -23,11 +23,12 @@ for name in frame rose frames/a frames/b; do
 done
 vistrel scene -s 640x480 --camera -o frame.dng
 # Content determines the kind of a file.
-for name in rose.dng scene.dng night.fits night/a.fits light.fits dark.fits flat.fits; do
+for name in rose.dng scene.dng dark.pgm night.fits night/a.fits light.fits dark.fits flat.fits; do
   cp frame.dng $name
 done
-echo 10 20 >hot.txt
+echo 10 20 | tee hot.txt >bad.txt
 seq 0 1023 | awk '{ print int($1 / 4) }' >gamma.txt
+cat frame.pgm rose.pgm >film.pgm
 vistrel scene -s 640x480 --bits 16 -o deep.pgm
 tail -c $((640 * 480 * 2)) deep.pgm >in.raw
 head -c $((640 * 480)) in.raw >in8.raw
