@@ -3,10 +3,10 @@ include(CMakePackageConfigHelpers)
 
 # Public headers lie in include/vistrel as they are installed.
 set(VISTREL_C_HEADERS vistrel.h cfa.h processor.h vistrel_host.h vistrel_finish.h
-    vistrel_status.h vistrel_types.h vistrel_version.h)
+  vistrel_finish_types.h vistrel_status.h vistrel_types.h vistrel_version.h)
 set(VISTREL_CXX_HEADERS solvers.h tone_curves.h image_functions.h platform.h
-  vistrel.hpp vistrel_finish.hpp vistrel_frame.hpp vistrel_image.hpp vistrel_names.hpp vistrel_result.hpp
-  vistrel_span.hpp vistrel_stream.hpp)
+  vistrel.hpp vistrel_finish.hpp vistrel_frame.hpp vistrel_image.hpp vistrel_names.hpp
+  vistrel_result.hpp vistrel_span.hpp vistrel_stream.hpp)
 
 set(libraries Vistrel)
 set(other_headers "")
@@ -14,8 +14,8 @@ if(VISTREL_HOST)
   list(APPEND libraries vistrelhost)
 else()
   set(other_headers PATTERN vistrel_host.h EXCLUDE PATTERN vistrel_finish.h EXCLUDE
-    PATTERN vistrel_types.h EXCLUDE PATTERN vistrel_status.h EXCLUDE
-    PATTERN *.hpp EXCLUDE)
+    PATTERN vistrel_finish_types.h EXCLUDE PATTERN vistrel_types.h EXCLUDE
+    PATTERN vistrel_status.h EXCLUDE PATTERN *.hpp EXCLUDE)
 endif()
 
 file(RELATIVE_PATH VISTREL_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)

@@ -23,14 +23,14 @@ void checkLevels(const vistrel_frame& f, const char* name, const void* levels, s
   if (!levels) return;
   const uint64_t rowBytes = kLevelBytes * f.width, distance = strideOf(f, stride);
   if (distance < rowBytes)
-    reject(VISTREL_BAD_STRIDE, fmt::format("calibration.{}_stride", name), stride,
+    reject(VISTREL_BAD_STRIDE, textOf("calibration.{}_stride", name), stride,
            "a row of {} levels has {} bytes", f.width, rowBytes);
   if (f.height > 1 && distance > (SIZE_MAX / 2) / f.height)
-    reject(VISTREL_TOO_LARGE, fmt::format("calibration.{}_stride", name), stride,
+    reject(VISTREL_TOO_LARGE, textOf("calibration.{}_stride", name), stride,
            "no memory can hold {} such rows", f.height);
   const uint64_t bytes = distance * (f.height - 1) + rowBytes;
   if (size < bytes)
-    reject(VISTREL_SHORT_BUFFER, fmt::format("calibration.{}_size", name), size,
+    reject(VISTREL_SHORT_BUFFER, textOf("calibration.{}_size", name), size,
            "{} rows of stride {} take {} bytes", f.height, distance, bytes);
 }
 
@@ -41,8 +41,8 @@ bool isBefore(const vistrel_point& a, const vistrel_point& b) {
 void checkHotPixels(const vistrel_frame& f, const vistrel_calibration& c) {
   if (c.hot_count) checkPointer(c.hot, "calibration.hot");
   const auto fail = [&](size_t i, const char* reason) {
-    reject(VISTREL_BAD_CALIBRATION, fmt::format("calibration.hot[{}]", i),
-           fmt::format("({}, {})", c.hot[i].x, c.hot[i].y), "{}", reason);
+    reject(VISTREL_BAD_CALIBRATION, textOf("calibration.hot[{}]", i),
+           textOf("({}, {})", c.hot[i].x, c.hot[i].y), "{}", reason);
   };
   for (size_t i = 0; i < c.hot_count; ++i) {
     if (c.hot[i].x >= f.width || c.hot[i].y >= f.height) fail(i, "it lies outside the frame");

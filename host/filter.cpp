@@ -71,10 +71,10 @@ void checkSettings(const vistrel_filter_settings& s, const Format& format) {
 void checkSize(const vistrel_picture& p, const Format& format, uint32_t filter) {
   const Size min = minSize(format, filter);
   if (p.width < min.width || p.height < min.height)
-    reject(VISTREL_BAD_SIZE, "picture", fmt::format("{}x{}", p.width, p.height),
+    reject(VISTREL_BAD_SIZE, "picture", textOf("{}x{}", p.width, p.height),
            "this filter needs {}x{} pixels or more", min.width, min.height);
   if (uint64_t{p.width} * format.pixelBytes() > kMaxImageBytes / p.height)
-    reject(VISTREL_TOO_LARGE, "picture", fmt::format("{}x{}", p.width, p.height),
+    reject(VISTREL_TOO_LARGE, "picture", textOf("{}x{}", p.width, p.height),
            "it has more than {} bytes", kMaxImageBytes);
   checkReserved("picture.reserved", p.reserved);
 }
@@ -82,7 +82,7 @@ void checkSize(const vistrel_picture& p, const Format& format, uint32_t filter) 
 // structure: the struct with these fields.
 PixelMemory memoryOf(std::string_view structure, const void* pixels, size_t size, size_t stride,
                      const vistrel_picture& p, const Format& format) {
-  const auto name = [&](const char* field) { return fmt::format("{}.{}", structure, field); };
+  const auto name = [&](const char* field) { return textOf("{}.{}", structure, field); };
   checkPointer(pixels, name("pixels"));
   const size_t rowBytes = size_t{p.width} * format.pixelBytes();
   if (stride && stride < rowBytes)

@@ -16,12 +16,12 @@ void checkMatrix(const vistrel_frame& f, const vistrel_finish& finish) {
     int64_t sum = 0;
     for (size_t i = 3 * row; i < 3 * row + 3; ++i) {
       if (finish.matrix[i] && !isMosaic(f))
-        reject(VISTREL_BAD_FINISH, fmt::format("finish.matrix[{}]", i), finish.matrix[i],
+        reject(VISTREL_BAD_FINISH, textOf("finish.matrix[{}]", i), finish.matrix[i],
                "a mono frame has no colours; only 0 is allowed");
       sum += std::abs(int64_t{finish.matrix[i]});
     }
     if (sum > VISTREL_MATRIX_MAX)
-      reject(VISTREL_BAD_FINISH, fmt::format("finish.matrix[{}]", 3 * row), finish.matrix[3 * row],
+      reject(VISTREL_BAD_FINISH, textOf("finish.matrix[{}]", 3 * row), finish.matrix[3 * row],
              "the absolute values of its row add up to {}; {} is allowed", sum,
              int{VISTREL_MATRIX_MAX});
   }

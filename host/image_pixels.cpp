@@ -51,8 +51,4 @@ PixelRows& ImagePixels::rows() {
   return std::visit([](auto& rows) -> PixelRows& { return rows; }, rows_);
 }
 
-void ImagePixels::finish() const {
-  if (firstPlane_.bypassesCaches) storeFence();
-}
-
 }  // namespace vistrel::host

@@ -18,9 +18,6 @@ class ImagePixels {
   core::Ycc420Rows* ycc420Rows() { return std::get_if<core::Ycc420Rows>(&rows_); }
   core::PlaneMemory firstPlane() const { return firstPlane_; }
 
-  // Makes what has been written visible to other threads.
-  void finish() const;
-
  private:
   using Rows = std::variant<core::InterleavedRows, core::PlanarRows, core::Ycc420Rows>;
   static Rows rowsOf(const EngineCall& call, const core::PlaneMemory& firstPlane,

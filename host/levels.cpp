@@ -13,7 +13,7 @@ void setLevel(size_t level) {
   if (level > static_cast<size_t>(core::widestLevel())) {
     std::string names;
     for (size_t i = 0; const char* name = vistrel_level_name(i); ++i)
-      names += fmt::format("{}{} ({})", i ? ", " : "", name, i);
+      names += textOf("{}{} ({})", i ? ", " : "", name, i);
     reject(VISTREL_BAD_LEVEL, "level", level, "this machine has {}", names);
   }
   core::setLevel(static_cast<core::Level>(level));

@@ -21,7 +21,7 @@ template <class Table, class Lists>
 std::string listOf(const Table& table, Lists lists) {
   std::string list;
   for (const auto& row : table)
-    if (lists(row)) list += fmt::format("{}{} ({})", list.empty() ? "" : ", ", row.name, row.code);
+    if (lists(row)) list += textOf("{}{} ({})", list.empty() ? "" : ", ", row.name, row.code);
   return list;
 }
 

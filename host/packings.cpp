@@ -43,8 +43,8 @@ std::span<const Depth> depthsOf(uint32_t code) {
 std::string bitsOf(uint32_t code) {
   std::string list;
   for (const Depth& depth : depthsOf(code)) {
-    list += fmt::format("{}{}", list.empty() ? "" : ", ", depth.minBits);
-    if (depth.maxBits > depth.minBits) list += fmt::format(" to {}", depth.maxBits);
+    list += textOf("{}{}", list.empty() ? "" : ", ", depth.minBits);
+    if (depth.maxBits > depth.minBits) list += textOf(" to {}", depth.maxBits);
   }
   return list;
 }
@@ -63,10 +63,10 @@ core::Packing findPacking(uint32_t code, uint32_t bits, std::string_view structu
   const char* const name = vistrel_packing_name(code);
   if (!name) {
     const auto others = listOf(kPackings, [](const auto& row) { return row.code != 0; });
-    reject(VISTREL_BAD_PACKING, fmt::format("{}.packing", structure), code, "{}, {} are allowed",
-           zero, others);
+    reject(VISTREL_BAD_PACKING, textOf("{}.packing", structure), code, "{}, {} are allowed", zero,
+           others);
   }
-  reject(VISTREL_BAD_BITS, fmt::format("{}.bits", structure), bits, "packing {} allows {}", name,
+  reject(VISTREL_BAD_BITS, textOf("{}.bits", structure), bits, "packing {} allows {}", name,
          bitsOf(code));
 }
 

@@ -26,13 +26,13 @@ bool isWhole(const vistrel_region& r) { return !r.x && !r.y && !r.width && !r.he
 // Rejects a conversion because of its region or, without one, because of the whole frame.
 template <class... Args>
 [[noreturn]] void rejectRegion(int32_t status, const vistrel_frame& f, const vistrel_conversion& c,
-                               fmt::format_string<Args...> reason, Args&&... args) {
+                               std::string_view reason, Args&&... args) {
   const vistrel_region& r = c.region;
   if (isWhole(r))
-    reject(status, "frame", fmt::format("{}x{}", f.width, f.height), reason,
+    reject(status, "frame", textOf("{}x{}", f.width, f.height), reason,
            std::forward<Args>(args)...);
-  reject(status, "conversion.region", fmt::format("{}x{}+{}+{}", r.width, r.height, r.x, r.y),
-         reason, std::forward<Args>(args)...);
+  reject(status, "conversion.region", textOf("{}x{}+{}+{}", r.width, r.height, r.x, r.y), reason,
+         std::forward<Args>(args)...);
 }
 
 struct Extent {

@@ -17,9 +17,4 @@ core::ColumnPair<uint32_t> blackOf(const vistrel_conversion& conversion, int64_t
 // The gains of the conversion, measured on the frame if it asks for that. Throws Rejection.
 Gains gainsOf(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
-// The gray-world gains of a region of a frame that has passed all checks. Throws Rejection for
-// excess bits.
-Gains measureGains(const vistrel_frame& frame, const vistrel_conversion& conversion,
-                   const vistrel_region& region);
-
 }  // namespace vistrel::host

@@ -43,7 +43,7 @@ struct Significant {
   T inRow(T sample) const { return isSwapped ? static_cast<T>(__builtin_bswap16(sample)) : sample; }
 
   [[noreturn]] void rejectSample(T sample, uint32_t x, uint32_t y) const {
-    const auto value = fmt::format("{} at column {}, row {}", sample, x, y);
+    const auto value = textOf("{} at column {}, row {}", sample, x, y);
     const uint32_t count = 8 * sizeof(T) - unused;
     if (below)
       reject(VISTREL_EXCESS_SAMPLE, "frame.samples", value,

@@ -1,13 +1,12 @@
 // Rejections inside the host layer. Only toStatus() turns them into status codes and texts.
 #pragma once
 
-#include <fmt/format.h>
-
 #include <new>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "host/text.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
@@ -22,21 +21,21 @@ struct Rejection {
 // passed, or "".
 template <class Value, class... Args>
 [[noreturn]] void reject(int32_t status, std::string_view argument, const Value& value,
-                         fmt::format_string<Args...> reason, Args&&... args) {
-  throw Rejection{status, std::string(argument), fmt::format("{}", value),
-                  fmt::format(reason, std::forward<Args>(args)...)};
+                         std::string_view reason, Args&&... args) {
+  throw Rejection{status, std::string(argument), textOf("{}", value),
+                  textOf(reason, std::forward<Args>(args)...)};
 }
 
 // "1 row", "2 rows"
 inline std::string countOf(uint64_t n, std::string_view unit) {
-  return fmt::format("{} {}{}", n, unit, n == 1 ? "" : "s");
+  return textOf("{} {}{}", n, unit, n == 1 ? "" : "s");
 }
 
 // For a short buffer: what it must hold.
 template <class Stride>
 std::string rowsIn(uint64_t bytes, uint64_t rows, Stride stride) {
-  return fmt::format("{} of stride {} take{} {}", countOf(rows, "row"), stride,
-                     rows == 1 ? "s" : "", countOf(bytes, "byte"));
+  return textOf("{} of stride {} take{} {}", countOf(rows, "row"), stride, rows == 1 ? "s" : "",
+                countOf(bytes, "byte"));
 }
 
 inline void checkPointer(const void* pointer, std::string_view argument) {
@@ -48,7 +47,7 @@ template <size_t n>
 void checkReserved(std::string_view argument, const uint32_t (&fields)[n]) {
   for (size_t i = 0; i < n; ++i)
     if (fields[i])
-      reject(VISTREL_BAD_RESERVED, fmt::format("{}[{}]", argument, i), fields[i],
+      reject(VISTREL_BAD_RESERVED, textOf("{}[{}]", argument, i), fields[i],
              "only 0 is allowed in this version");
 }
 

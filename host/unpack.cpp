@@ -32,7 +32,7 @@ void checkPacked(const vistrel_packed& p) {
 }
 
 [[noreturn]] void rejectSize(const vistrel_packed& p) {
-  reject(VISTREL_TOO_LARGE, "packed", fmt::format("{}x{}", p.width, p.height),
+  reject(VISTREL_TOO_LARGE, "packed", textOf("{}x{}", p.width, p.height),
          "no memory can hold its samples");
 }
 
@@ -64,7 +64,7 @@ void checkMemory(const PackedFrame& f, const vistrel_packed& p, const void* samp
   checkPointer(samples, "samples");
   if (p.size < f.bytes)
     reject(VISTREL_SHORT_BUFFER, "packed.size", p.size, "{}",
-           p.continuous ? fmt::format("{}x{} samples take {} bytes", p.width, p.height, f.bytes)
+           p.continuous ? textOf("{}x{} samples take {} bytes", p.width, p.height, f.bytes)
                         : rowsIn(f.bytes, f.rows, f.stride));
   if (size < f.unpackedBytes)
     reject(VISTREL_SHORT_BUFFER, "size", size, "{}x{} samples take {} bytes", p.width, p.height,

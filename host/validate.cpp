@@ -107,10 +107,10 @@ void checkTable(const vistrel_conversion& c, uint32_t bits) {
   if (c.table_entries != 1024 && c.table_entries != 1u << bits)
     reject(VISTREL_BAD_TABLE, "conversion.table_entries", c.table_entries,
            "samples of {} bits take {}", bits,
-           bits == 10 ? "1024" : fmt::format("1024 or {}", 1u << bits));
+           bits == 10 ? "1024" : textOf("1024 or {}", 1u << bits));
   for (uint32_t i = 0; i < c.table_entries; ++i)
     if (c.table[i] > 255)
-      reject(VISTREL_BAD_TABLE, fmt::format("conversion.table[{}]", i), c.table[i],
+      reject(VISTREL_BAD_TABLE, textOf("conversion.table[{}]", i), c.table[i],
              "0 to 255 are allowed");
 }
 
@@ -149,7 +149,7 @@ void checkWhiteBalance(const vistrel_frame& f, const vistrel_conversion& c) {
            f.phase == VISTREL_MONO ? "has no colours" : "has finished colours");
   for (size_t i = 0; c.white_balance == VISTREL_BALANCE_GAINS && i < 3; ++i)
     if (!c.gains[i] || c.gains[i] > VISTREL_GAIN_MAX)
-      reject(VISTREL_BAD_BALANCE, fmt::format("conversion.gains[{}]", i), c.gains[i],
+      reject(VISTREL_BAD_BALANCE, textOf("conversion.gains[{}]", i), c.gains[i],
              "1 to {} are allowed; {} is a gain of 1", uint32_t{VISTREL_GAIN_MAX},
              uint32_t{VISTREL_GAIN_ONE});
 }
@@ -172,7 +172,7 @@ void checkEdges(const vistrel_frame& f, const vistrel_conversion& c) {
   if (findFormat(c.format)->gray() && c.gray == VISTREL_RAW_GRAY)
     reject(VISTREL_BAD_EDGES, "conversion.edges", "1 (padded)", "raw gray has native edges only");
   if (isMosaic(f) && (f.width < 2 || f.height < 2))
-    reject(VISTREL_REGION_TOO_SMALL, "frame", fmt::format("{}x{}", f.width, f.height),
+    reject(VISTREL_REGION_TOO_SMALL, "frame", textOf("{}x{}", f.width, f.height),
            "padding a mosaic takes at least 2 columns and 2 rows");
 }
 
@@ -196,7 +196,7 @@ void checkOrientation(const vistrel_conversion& c) {
 void checkBlack(const vistrel_frame& f, const vistrel_conversion& c) {
   for (size_t i = 0; i < std::size(c.black); ++i)
     if (c.black[i] >> f.bits)
-      reject(VISTREL_BAD_BLACK, fmt::format("conversion.black[{}]", i), c.black[i],
+      reject(VISTREL_BAD_BLACK, textOf("conversion.black[{}]", i), c.black[i],
              "samples of {} bits allow 0 to {}", f.bits, (1u << f.bits) - 1);
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/commands/finished_look.h"
 #include "apps/error.h"
 #include "apps/files/run_files.h"
 #include "apps/input/curve_file.h"
@@ -24,7 +25,7 @@ namespace {
 constexpr const char* kCompareExamples = R"(Examples:
   vistrel compare rose.pgm --phase rggb --bits 12 --window 2 -o sheet.png
   vistrel compare [ab]_8b_grbg.pgm --from-name --crop 90x60+64+40 -o sheet.png
-  vistrel compare rose.pgm --phase rggb -a bilinear -a ahd -o sheet.png
+  vistrel compare rose.pgm --phase rggb --look auto -a ahd -o sheet.png
 
 The sheet has a block for each frame, with one copy of the crop per algorithm.
 If an algorithm supports fewer bits than the frame has, the lowest bits are
@@ -42,11 +43,14 @@ struct CompareOptions {
   std::optional<vistrel_region> crop;
   uint32_t zoom = 3;
   ToneOptions tone;
+  std::optional<LookChoice> look;
   bool mask = false;
 };
 
 OptionNames optionNamesOf(const CompareOptions& o) {
   OptionNames names = o.tone.optionNames();
+  const OptionNames more = lookOptionNames();
+  names.insert(names.end(), more.begin(), more.end());
   names.push_back({"conversion.region", "--crop", o.crop ? regionText(*o.crop) : ""});
   return names;
 }
@@ -77,8 +81,9 @@ vistrel_region widened(const vistrel_region& c, const vistrel_frame& f) {
   return {c.x - left, c.y - top, left + c.width + right, top + c.height + bottom};
 }
 
+// look: null for linear samples.
 Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop,
-            const AlgorithmChoice& algorithm, const CompareOptions& o) {
+            const AlgorithmChoice& algorithm, const CompareOptions& o, const FinishedLook* look) {
   const vistrel_region region = widened(crop, frame);
   vistrel_conversion c = defaultConversion(frame);
   c.algorithm = algorithm.row->code;
@@ -88,6 +93,7 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop,
   const bool reduced = frame.bits > algorithm.row->max_bits;
   c.truncate_to = reduced ? algorithm.row->max_bits : 0;
   o.tone.apply(c);
+  if (look) look->apply(frame, c);
   std::string label = labelOf(algorithm);
   if (reduced) label += fmt::format(", {} bit", algorithm.row->max_bits);
   return {
@@ -107,13 +113,19 @@ Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progre
   strip.title =
       fmt::format("{}  {} bit {}  {}  {}x", std::filesystem::path(path).filename().string(),
                   frame.bits, vistrel_phase_name(frame.phase), regionText(crop), o.zoom);
+  std::optional<FinishedLook> look;
+  if (o.look)
+    look.emplace(decideLook(frame, withCamera(*o.look, file.description().camera, false)));
   for (const AlgorithmChoice& algorithm : orAll(o.algorithms))
-    strip.cells.push_back(cellOf(frame, crop, algorithm, o));
+    strip.cells.push_back(cellOf(frame, crop, algorithm, o, look ? &*look : nullptr));
   return strip;
 }
 
 ExitStatus run(CompareOptions& o) {
   o.input.checkWithPhase();
+  if (o.look && !o.tone.typed().empty())
+    throwError(kUsage, "{} and --look cannot be combined: a look has a curve of its own",
+               o.tone.typed());
   const PictureType& type = pictureType(o.output);
   if (type.channels == 1) throwError(kUsage, "-o {}: a sheet is a .png or .ppm", o.output);
   RunFiles files;
@@ -156,6 +168,7 @@ void addCompareCommand(CLI::App& program, int& status) {
           "Region to show, in sensor pixels (120x90 in the middle)")
       ->type_name("WxH+X+Y");
   between(command->add_option("--zoom", o->zoom, "Magnification (3)"), 1, 16);
+  addLookOption(*command, o->look);
   addToneOptions(*command, o->tone);
   command->add_flag("--mask", o->mask, "Drop bits above the significant ones, don't reject");
   addInputOptions(*command, o->input);

@@ -5,25 +5,12 @@
 #include <algorithm>
 
 #include "apps/error.h"
-#include "apps/input/camera_colour.h"
 #include "apps/options/geometry.h"
 #include "apps/options/options.h"
 #include "apps/options/orientation.h"
 
 namespace vistrel::app {
 namespace {
-
-BlackLevels rounded(const std::array<double, 4>& black) {
-  BlackLevels levels;
-  for (size_t i = 0; i < 4; ++i) levels[i] = static_cast<uint32_t>(std::max(black[i], 0.0) + 0.5);
-  return levels;
-}
-
-// What users give goes before what files say.
-template <class T>
-void prefer(std::optional<T>& given, const std::optional<T>& otherwise) {
-  if (!given) given = otherwise;
-}
 
 bool isPart(const Crop& crop, const vistrel_frame& frame) {
   return crop.width < frame.width || crop.height < frame.height;
@@ -79,24 +66,13 @@ const vistrel_frame& DevelopmentJob::read() {
   return job_.frame ? file_.read(*job_.frame) : file_.read();
 }
 
-KnownLook DevelopmentJob::known() const {
-  const CameraMetadata& camera = file_.description().camera;
-  KnownLook known = development_.options().look.known;
-  if (camera.black && development_.calibration().isEmpty())
-    prefer(known.black, std::optional(rounded(*camera.black)));
-  if (camera.white)
-    prefer(known.white,
-           std::optional(static_cast<uint32_t>(std::clamp(*camera.white, 1.0, 65535.0))));
-  if (file_.frame().phase == VISTREL_MONO) return known;
-  const CameraColour colour = cameraColour(camera);
-  prefer(known.gains, colour.gains);
-  prefer(known.matrix, colour.matrix);
-  return known;
-}
-
 Look DevelopmentJob::decide(const vistrel_frame& frame) const {
-  const LookChoice choice{development_.options().look.mode, known()};
-  if (development_.calibration().isEmpty()) return decideLook(frame, choice, conversion_.region);
+  CameraMetadata camera = file_.description().camera;
+  const bool isCalibrated = !development_.calibration().isEmpty();
+  if (isCalibrated) camera.black.reset();
+  const LookChoice choice =
+      withCamera(development_.options().look, camera, frame.phase == VISTREL_MONO);
+  if (!isCalibrated) return decideLook(frame, choice, conversion_.region);
   Image memory;
   return decideLook(calibratedFrame(frame, conversion_, memory), choice, conversion_.region);
 }

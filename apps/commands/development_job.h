@@ -67,7 +67,6 @@ class DevelopmentJob {
  private:
   const vistrel_frame& read();
   Look decide(const vistrel_frame& frame) const;
-  KnownLook known() const;
   std::string commandLine(const Look& look) const;
 
   const Job& job_;

@@ -3,8 +3,9 @@
 
 #include <vector>
 
+#include "apps/input/camera_metadata.h"
 #include "apps/look/decide.h"
-#include "apps/rejection.h"
+#include "apps/options/option_names.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
@@ -25,10 +26,15 @@ class FinishedLook {
   vistrel_finish finish_{}, monoFinish_{};
 };
 
+// A look that users choose in part, with what the file says about its camera: users go first.
+LookChoice withCamera(LookChoice choice, const CameraMetadata& camera, bool isMono);
+
 // What --look sets of the library's arguments.
 OptionNames lookOptionNames();
 
 // --look.
 void addLookOption(CLI::App& command, LookChoice& choice);
+// The same if there may be none.
+void addLookOption(CLI::App& command, std::optional<LookChoice>& choice);
 
 }  // namespace vistrel::app

@@ -74,7 +74,7 @@ CLI::Option* addPhaseOption(CLI::App& command, std::optional<uint32_t>& phase) {
   return command
       .add_option_function<std::string>(
           "--phase", [&phase](const std::string& s) { phase = parsePhase("--phase", s); },
-          "Colours of the top left 2x2 block, row by row: rggb, bggr, grbg or gbrg; or mono")
+          "Top left 2x2 block: rggb, bggr, grbg, gbrg; or mono")
       ->type_name("PHASE");
 }
 

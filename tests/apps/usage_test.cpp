@@ -94,8 +94,10 @@ TEST(Usage, Numbers) {
   expectUsage(
       convert + "--format bgr32",
       "--format: bgr32 not in {gray8,gray16,bgr24,rgb24,bgra,rgba,argb,bgr48,rgb48}" + kHint);
-  expectUsage(convert + "--black -1", "--black: Value -1 not in range 0 to 65535" + kHint);
-  expectUsage(convert + "--black 65536", "--black: Value 65536 not in range 0 to 65535" + kHint);
+  expectUsage(convert + "--black -1",
+              "--black -1: one level, or four as in 64:64:66:64, from 0 to 65535\n");
+  expectUsage(convert + "--black 65536",
+              "--black 65536: one level, or four as in 64:64:66:64, from 0 to 65535\n");
   expectUsage(convert + "--edges cut", "--edges: cut not in {native,padded}" + kHint);
   expectUsage(convert + "--format gray8 --gray red", "--gray: red not in {luma,raw}" + kHint);
   for (const std::string option : {"--frame", "--skip", "--stride"})

@@ -301,24 +301,6 @@ TEST(CppUnpack, UnpacksIntoTheCallersMemory) {
   EXPECT_THROW(unpackInto(packed, samples), Error);
 }
 
-// 65535 / 2, rounded up.
-TEST(CppTransfer, MakesPointsInAVector) {
-  EXPECT_THAT(makeTransfer(VISTREL_TRANSFER_LINEAR, 0, 3), ElementsAre(0, 32768, 65535));
-  EXPECT_EQ(makeTransfer(VISTREL_TRANSFER_SRGB, 0).size(), 65536u);
-  EXPECT_EQ(parseTransfer("asinh"), uint32_t{VISTREL_TRANSFER_ASINH});
-  EXPECT_STREQ(transferName(VISTREL_TRANSFER_GAMMA), "gamma");
-}
-
-TEST(CppTransfer, RejectsWhatTheCInterfaceRejects) {
-  EXPECT_STREQ(tryMakeTransfer(VISTREL_TRANSFER_GAMMA, 99).error().what(),
-               "parameter 99: transfer curve gamma allows 100 to 10000 thousandths");
-  for (const size_t count : {size_t{0}, size_t{1}, size_t{65537}, SIZE_MAX})
-    EXPECT_EQ(tryMakeTransfer(VISTREL_TRANSFER_SRGB, 0, count).error().status(), VISTREL_BAD_COUNT);
-  EXPECT_THROW(makeTransfer(4, 0), Error);
-  EXPECT_EQ(tryParseTransfer("log").error().status(), VISTREL_BAD_TRANSFER);
-  EXPECT_THROW(parseTransfer("log"), Error);
-}
-
 TEST(CppLevel, ChangesOrIsRejected) {
   const size_t best = vistrel_level();
   EXPECT_EQ(setLevel(0), best);

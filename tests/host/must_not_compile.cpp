@@ -32,6 +32,11 @@ void use(const vistrel_frame& frame, const vistrel_conversion& conversion,
   setTeam(changed, team);
   setRunner(changed, 2, runner);
   pictureOf(image, VISTREL_GRAY8);
+  const std::vector<vistrel_point> hot;
+  const vistrel_calibration calibration = calibrationOf(table, {}, hot);
+  setCalibration(changed, calibration);
+  const vistrel_finish finish = finishOf(table);
+  setFinish(changed, finish);
 #elif CASE == 1
   static_cast<void>(tryConvert(frame, conversion)->pixels);
 #elif CASE == 2
@@ -65,5 +70,13 @@ void use(const vistrel_frame& frame, const vistrel_conversion& conversion,
 #elif CASE == 15
   Stream stream;
   static_cast<void>(stream.begin(frame, conversion, Image()));
+#elif CASE == 16
+  finishOf(makeTransfer(VISTREL_TRANSFER_SRGB, 0));
+#elif CASE == 17
+  setFinish(changed, finishOf(table));
+#elif CASE == 18
+  calibrationOf(table, measureFlat(frame, conversion), {});
+#elif CASE == 19
+  setCalibration(changed, calibrationOf(table, table, {}));
 #endif
 }

@@ -55,6 +55,22 @@ void convertByARunner() {
   expect(image && image->pixels[1] == 90 && tasks == 3, "a runner");
 }
 
+void finishACalibratedFrame() {
+  const std::vector<uint8_t> samples(6 * 4, 90);
+  const vistrel_frame frame = vistrel::frameOf(samples, 6, 4, VISTREL_RGGB);
+  vistrel_conversion conversion = vistrel::defaultConversion(frame);
+  const auto flat = vistrel::tryMeasureFlat(frame, conversion);
+  const auto transfer = vistrel::tryMakeTransfer(VISTREL_TRANSFER_LINEAR, 0, 2);
+  const vistrel_calibration calibration = vistrel::calibrationOf({}, *flat, {});
+  const vistrel_finish finish = vistrel::finishOf(*transfer);
+  vistrel::setCalibration(conversion, calibration);
+  vistrel::setFinish(conversion, finish);
+  const auto image = vistrel::tryConvert(frame, conversion);
+  expect(image && image->pixels[71] == 90, "a finished image");
+  const vistrel_frame none{};
+  expect(!vistrel::tryMeasureFlat(none, conversion), "no flat field");
+}
+
 int askForNoValue() {
   std::signal(SIGABRT, [](int) { std::_Exit(0); });
   vistrel::parsePhase("no phase");
@@ -68,5 +84,6 @@ int main(int count, char**) {
   convertAPlainFrame();
   convertPushedRows();
   convertByARunner();
+  finishACalibratedFrame();
   return g_failures;
 }

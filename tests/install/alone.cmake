@@ -52,7 +52,7 @@ endif()
 run(${CMAKE_COMMAND} --build ${SCRATCH}/build --parallel 2)
 run(${CMAKE_COMMAND} --install ${SCRATCH}/build --prefix ${SCRATCH}/prefix)
 file(GLOB_RECURSE installed RELATIVE ${SCRATCH}/prefix LIST_DIRECTORIES false ${SCRATCH}/prefix/*)
-if(NOT "lib/libVistrel.so" IN_LIST installed OR installed MATCHES "host|bin/|fmt|vistrel[.]hpp")
+if(NOT "lib/libVistrel.so" IN_LIST installed OR installed MATCHES "host|finish|types|status|bin/|fmt|vistrel[.]hpp")
   message(FATAL_ERROR "installed are:\n${installed}")
 endif()
 run(${CC} ${CMAKE_CURRENT_LIST_DIR}/project/frame.c -I${SCRATCH}/prefix/include

@@ -14,10 +14,14 @@ set(exempt
   # The program's sources whose tests run the program:
   apps/main.cpp apps/program.cpp apps/options/batch_options.cpp apps/options/conversion_options.cpp
   apps/options/help.cpp apps/options/input_options.cpp apps/options/options.cpp  # usage_test.cpp
-  apps/commands/conversion_job.cpp                                    # convert_test.cpp
+  apps/commands/conversion_job.cpp apps/commands/picture_request.cpp  # convert_test.cpp
+  apps/commands/development_job.cpp apps/commands/finished_look.cpp   # develop_test.cpp
+  apps/options/calibration_options.cpp                                # sensor_calibration_test.cpp
   apps/files/temporary_file.cpp                                       # atomic_file_test.cpp
   apps/input/fits_input.cpp apps/input/tiff_blocks.cpp apps/input/tiff_image.cpp
   apps/input/tiff_input.cpp apps/input/readers.cpp                    # those of the readers
+  apps/look/sky.cpp apps/look/tone.cpp                                # decide_test.cpp
+  apps/names/algorithm_guide.cpp                                      # algorithms_test.cpp
   apps/input/illuminant.cpp apps/input/matrix3.cpp                    # camera_colour_test.cpp
   apps/commands/camera_info.cpp                                       # info_test.cpp
   apps/names/names_json.cpp apps/names/output_names.cpp               # formats_test.cpp

@@ -187,12 +187,12 @@ bool hasExcessBits(const vistrel_frame& frame, uint32_t stored) {
 }
 
 uint32_t hostBits(const vistrel_frame& frame, const vistrel_conversion& c) {
-  const bool isWide = !isMosaic(frame) || c.algorithm == VISTREL_BILINEAR ||
-                      c.algorithm == VISTREL_NEAR || c.algorithm == VISTREL_AHD;
-  const uint32_t bits = !c.finish                     ? frame.bits
-                        : isWide                      ? 16
-                        : c.algorithm == VISTREL_EDGE ? 15
-                                                      : 10;
+  const bool isNarrow =
+      isMosaic(frame) && c.algorithm >= VISTREL_LAROCHE && c.algorithm <= VISTREL_GROUPING;
+  const uint32_t bits = !c.finish                                        ? frame.bits
+                        : isNarrow                                       ? 10
+                        : isMosaic(frame) && c.algorithm == VISTREL_EDGE ? 15
+                                                                         : 16;
   return c.truncate_to ? std::min(bits, c.truncate_to) : bits;
 }
 

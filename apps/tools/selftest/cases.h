@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "vistrel/vistrel_host.h"
+
 namespace vistrel::app::selftest {
 
 constexpr uint32_t kWidth = 203,
@@ -18,7 +20,8 @@ struct Case {
   uint32_t bits;  // 8: 8-bit samples, otherwise 16-bit ones
   uint32_t phase;
   uint32_t binning;
-  uint32_t reduction;  // a window or a curve; kAllBits: none
+  uint32_t reduction;   // a window or a curve; kAllBits: none
+  uint32_t finish = 0;  // the number of a finishing stage; 0: none
 };
 constexpr uint32_t kAllBits = ~0u;
 
@@ -26,6 +29,21 @@ constexpr uint32_t kAllBits = ~0u;
 std::string nameOf(const Case& c);
 
 std::vector<Case> allCases();
+
+// Finishes a conversion of such a frame: every part of the stage is in one of three. The conversion
+// refers to the object.
+class Finishing {
+ public:
+  Finishing(const Case& c, vistrel_conversion& conversion);
+  Finishing(const Finishing&) = delete;
+  Finishing& operator=(const Finishing&) = delete;
+
+ private:
+  std::vector<uint16_t> transfer_, dark_, flat_;
+  std::vector<vistrel_point> hot_;
+  vistrel_calibration calibration_{};
+  vistrel_finish finish_{};
+};
 
 // A frame with flat, steep, quiet, noisy and saturated areas, from integer arithmetic alone.
 std::vector<uint16_t> testFrame(uint32_t bits);

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <iterator>
+#include <optional>
 
 #include "apps/tools/selftest/cases.h"
 #include "vistrel/vistrel.hpp"
@@ -32,7 +33,10 @@ uint64_t hashOfResult(const Case& c) {
   const std::vector<uint8_t> bytes(samples16.begin(), samples16.end());
   const vistrel_frame frame = c.bits > 8 ? frameOf(samples16, kWidth, kHeight, c.bits, c.phase)
                                          : frameOf(bytes, kWidth, kHeight, c.phase);
-  const Image image = convert(frame, conversionOf(c, frame));
+  vistrel_conversion conversion = conversionOf(c, frame);
+  std::optional<Finishing> finishing;
+  if (c.finish) finishing.emplace(c, conversion);
+  const Image image = convert(frame, conversion);
   if (image.layout.bits <= 8) return hashOf(image.pixels.data(), image.pixels.size());
   std::vector<uint16_t> samples(image.pixels.size() / 2);
   std::memcpy(samples.data(), image.pixels.data(), image.pixels.size());

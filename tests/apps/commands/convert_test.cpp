@@ -195,5 +195,54 @@ TEST(Convert, NameSpecifiesBitsAndPhase) {
   }
 }
 
+TEST(Convert, TurnsClockwise) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(3, 2, 255, [](uint32_t x, uint32_t y) { return 3 * y + x + 1; }));
+  const auto expect = [&](const std::string& how, const std::string& pixels) {
+    expectDone(scratch.vistrel("convert in.pgm --phase mono -o out.pgm --orient " + how));
+    const std::string file = scratch.read("out.pgm");
+    EXPECT_EQ(file.substr(file.size() - 6), pixels) << how;
+  };
+  expect("90", "\4\1\5\2\6\3");
+  expect("180", "\6\5\4\3\2\1");
+  expect("270", "\3\6\2\5\1\4");
+  expect("mirrored", "\3\2\1\6\5\4");
+  expect("4", "\4\5\6\1\2\3");
+}
+
+TEST(Convert, BinsToMeans) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(2, 2, 255, [](uint32_t x, uint32_t y) { return 100 + 10 * x + y; }));
+  expectDone(scratch.vistrel("convert in.pgm --phase mono --bin 2 --bin-means -o out.pgm"));
+  EXPECT_EQ(scratch.read("out.pgm").back(), 106);  // 422 / 4, rounded up
+}
+
+TEST(Convert, TakesFourBlackLevels) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(16, 12, 255, plainRggb));
+  expectDone(scratch.vistrel("convert in.pgm --phase rggb --black 60:6:16:8 -o out.png"));
+  // Greens of 90 and 80 are mixed.
+  const Picture picture = readPng(scratch / "out.png");
+  EXPECT_EQ(picture.at(8, 6, 0), 100);
+  EXPECT_EQ(picture.at(8, 6, 2), 40);
+  for (const char* const bad : {"1:2", "1:2:3", "1:2:3:4:5", "1:2:3:", "a", "65536", "-1"})
+    EXPECT_EQ(scratch.vistrel(std::string("convert in.pgm -o x.png --black ") + bad).status, 2)
+        << bad;
+}
+
+// A colour cast on the left, none on the right.
+TEST(Convert, BalancesByARegion) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(32, 16, 255, [](uint32_t x, uint32_t y) {
+                  return x < 16 ? plainRggb(x, y) : 100u;
+                }));
+  const auto noteOf = [&](const std::string& balance) {
+    return scratch.vistrel("convert in.pgm --phase rggb -o out.png --wb " + balance).err;
+  };
+  EXPECT_NE(noteOf("auto:12x16+2+0").find("--wb 1.0000,1.6667,3.3333"), std::string::npos);
+  EXPECT_NE(noteOf("auto:12x16+20+0").find("--wb 1.0000,1.0000,1.0000"), std::string::npos);
+  EXPECT_NE(noteOf("auto:99x16+20+0").find("beyond the frame"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace vistrel

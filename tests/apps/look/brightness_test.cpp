@@ -35,14 +35,15 @@ Look lookOf(const Gains& gains) {
 }
 
 TEST(BrightnessOf, IsTheMeanOfWeightedColours) {
-  // Gains divided by the largest: 1, 1/2, 3/4. Colours 0.36, 0.32, 0.48.
+  // Gains of 2, 1, 3/2. Colours 0.72, 0.64, 0.96.
   const std::vector<Block> blocks = {{{0.36f, 0.64f, 0.64f}, false}, {{0, 0, 0}, false}};
   const Brightness brightness(blocks, lookOf({8192, 4096, 6144}));
-  const double mean = (0.2126 * 0.36 + 0.7152 * 0.32 + 0.0722 * 0.48) / 2;
-  EXPECT_NEAR(brightness.mean(1, kLinear), mean, kStep / 2);
-  EXPECT_NEAR(brightness.mean(2, kLinear), 2 * mean, kStep);
-  EXPECT_NEAR(brightness.highlight(0.9), 0.48, kStep);
-  EXPECT_EQ(brightness.neutralClip(), 0.5);
+  const double mean = (0.2126 * 0.72 + 0.7152 * 0.64 + 0.0722 * 0.96) / 2;
+  EXPECT_NEAR(brightness.mean(1, kLinear), mean, kStep);
+  EXPECT_NEAR(brightness.mean(0.5, kLinear), mean / 2, kStep / 2);
+  EXPECT_EQ(brightness.mean(2, kLinear), 0.5);  // all colours of the first block exceed 1
+  EXPECT_NEAR(brightness.highlight(0.9), 0.96, 2 * kStep);
+  EXPECT_EQ(brightness.neutralClip(), 1);
 }
 
 TEST(BrightnessOf, AppliesTheMatrix) {
@@ -58,10 +59,10 @@ TEST(BrightnessOf, ClippedBlocksAreNeutral) {
   Look look = lookOf({8192, 4096, 4096});
   const Brightness neutral(blocks, look);
   EXPECT_EQ(neutral.clipped(), 0.5);
-  const double other = 0.2126 * 0.1 + 0.7874 * 0.05;
-  EXPECT_NEAR(neutral.mean(1, kLinear), (0.5 + other) / 2, kStep / 2);
+  const double other = 0.2126 * 0.2 + 0.7874 * 0.1;
+  EXPECT_NEAR(neutral.mean(0.5, kLinear), (0.5 + other / 2) / 2, kStep / 2);
   look.neutralHighlights = false;
-  EXPECT_NEAR(Brightness(blocks, look).mean(1, kLinear), (0.2126 + 0.7874 / 2 + other) / 2,
+  EXPECT_NEAR(Brightness(blocks, look).mean(0.5, kLinear), (0.2126 + 0.7874 / 2 + other / 2) / 2,
               kStep / 2);
 }
 

@@ -8,6 +8,7 @@
 #include "apps/tools/selftest/cases.h"
 #include "tests/reference/convert.h"
 #include "tests/reference/demosaic.h"
+#include "tests/reference/host.h"
 #include "tests/reference/registry.h"
 #include "vistrel/vistrel_host.h"
 
@@ -55,7 +56,27 @@ uint64_t hashOf16Bit(const Case& c, uint32_t format, uint32_t lutMode) {
   return hashOf(image.data(), image.size());
 }
 
+uint64_t hashOfFinished(const Case& c) {
+  const std::vector<uint16_t> samples = testFrame(c.bits);
+  const std::vector<uint8_t> bytes(samples.begin(), samples.end());
+  vistrel_frame frame{};
+  frame.width = kWidth, frame.height = kHeight, frame.bits = c.bits, frame.phase = c.phase;
+  frame.bytes_per_sample = c.bits > 8 ? 2 : 1;
+  frame.samples = c.bits > 8 ? static_cast<const void*>(samples.data()) : bytes.data();
+  vistrel_conversion conversion{};
+  conversion.algorithm = c.code, conversion.binning = c.binning;
+  const Finishing finishing(c, conversion);
+  const auto [width, height] = reference::hostImageSize(frame, conversion);
+  const size_t row = reference::hostImageRowBytes(conversion.format, width);
+  std::vector<uint16_t> image((row * height + 1) / 2);
+  reference::hostConvert(frame, conversion, {image.data(), row * height, 0, {}});
+  if (reference::hostSampleBytes(conversion.format) == 2)
+    return hashOf(image.data(), row * height / 2);
+  return hashOf(reinterpret_cast<const uint8_t*>(image.data()), row * height);
+}
+
 uint64_t hashOfCase(const Case& c) {
+  if (c.finish) return hashOfFinished(c);
   if (c.bits == 8) return hashOfBytes(c);
   const bool mono = c.phase == VISTREL_MONO;
   if (c.reduction == kAllBits)

@@ -1,0 +1,80 @@
+// Dark frames, flat fields and hot pixels in files, through the program.
+#include <gtest/gtest.h>
+
+#include "tests/apps/pictures.h"
+#include "tests/apps/program.h"
+
+namespace vistrel {
+namespace {
+
+using Row = std::vector<uint32_t>;
+
+std::string rowPgm(const Row& row) {
+  return pgm(uint32_t(row.size()), 1, 255, [&row](uint32_t x, uint32_t) { return row[x]; });
+}
+
+struct SensorCalibration : ::testing::Test {
+  void SetUp() override {
+    scratch.write("in.pgm", rowPgm({100, 60, 255, 80}));
+    scratch.write("dark.pgm", rowPgm({10, 0, 5, 90}));
+    scratch.write("flat.pgm", rowPgm({100, 50, 50, 100}));
+  }
+
+  void expect(const std::string& options, const Row& row) {
+    const Finished result = scratch.vistrel("convert in.pgm --phase mono -o out.pgm " + options);
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(scratch.read("out.pgm"), rowPgm(row)) << options;
+  }
+  void expectRejected(const std::string& options, int status, const std::string& text) {
+    const Finished result = scratch.vistrel("convert in.pgm --phase mono -o bad.pgm " + options);
+    EXPECT_EQ(result.status, status);
+    EXPECT_NE(result.err.find(text), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.find("bad.pgm: it"), std::string::npos);
+    for (const std::string& name : scratch.names()) EXPECT_NE(name, "bad.pgm");
+  }
+
+  const Scratch scratch;
+};
+
+TEST_F(SensorCalibration, DarkIsSubtracted) { expect("--dark dark.pgm", {90, 60, 250, 0}); }
+
+// The means are 75 at even and at odd columns: gains of 0.75, 1.5, 1.5, 0.75.
+TEST_F(SensorCalibration, FlatIsEvenedOut) { expect("--flat flat.pgm", {75, 90, 255, 60}); }
+
+// The flat field without dark: 90, 50, 45, 10, with means of 67.5 and 30.
+TEST_F(SensorCalibration, DarkIsSubtractedFromTheFlatFieldToo) {
+  // 90 * .75, 60 * .6, 250 * 1.5, 0
+  expect("--dark dark.pgm --flat flat.pgm", {68, 36, 255, 0});
+}
+
+TEST_F(SensorCalibration, HotPixelsAreReplaced) {
+  scratch.write("hot.txt", "# column row\n2 0   # bright\n\n2 0\n");
+  expect("--hot hot.txt", {100, 60, 70, 80});
+}
+
+TEST_F(SensorCalibration, RejectsWhatIsNotForTheFrame) {
+  scratch.write("small.pgm", rowPgm({1, 2, 3}));
+  scratch.write("far.txt", "4 0\n");
+  scratch.write("words.txt", "1 0\none two\n");
+  const std::string pixels = ": it has 3x1 pixels; this frame has 4x1\n";
+  expectRejected("--dark small.pgm", 3, "--dark small.pgm" + pixels);
+  expectRejected("--flat small.pgm", 3, "--flat small.pgm" + pixels);
+  expectRejected("--hot far.txt", 3, "--hot far.txt: pixel 4 0 lies outside the frame of 4x1\n");
+  expectRejected("--hot words.txt", 2,
+                 "--hot words.txt: line 2: \"one two\": a column and a row, counted from 0, are "
+                 "expected\n");
+  expectRejected("--hot none.txt", 4, "--hot none.txt: it cannot be read\n");
+  expectRejected("--dark none.pgm", 4, "--dark none.pgm: ");
+  expectRejected("--dark dark.pgm --flat small.pgm", 3, "--dark dark.pgm: it has 4x1 pixels");
+}
+
+// A calibration is never overwritten.
+TEST_F(SensorCalibration, IsAnInput) {
+  const Finished result =
+      scratch.vistrel("convert in.pgm --phase mono --dark dark.pgm -o dark.pgm");
+  EXPECT_EQ(result.status, 2);
+  EXPECT_NE(result.err.find("--dark"), std::string::npos) << result.err;
+}
+
+}  // namespace
+}  // namespace vistrel
