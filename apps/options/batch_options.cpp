@@ -21,7 +21,7 @@ ProgressMode parseProgressMode(const std::string& word) {
 }  // namespace
 
 void addBatchOptions(CLI::App& command, BatchOptions& o) {
-  between(command.add_option("-j,--jobs", o.workers, "Frames at once (1); 0: one per processor"), 0,
+  between(command.add_option("-j,--jobs", o.workers, "Worker threads (1); 0: one per CPU"), 0,
           kMaxWorkers);
   command.add_flag("--keep-going", o.keepGoing, "Continue after an input fails");
   command.add_flag("--overwrite", o.overwrite, "Remake pictures that are up to date");

@@ -70,9 +70,10 @@ vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
 }
 
 void addToneOptions(CLI::App& command, ToneOptions& o) {
-  auto* window = between(command.add_option("--window", o.window,
-                                            "Which 8 bits: the highest, 1 or 2 places lower (0)"),
-                         0, 2);
+  auto* window =
+      between(command.add_option("--window", o.window,
+                                 "Which 8 bits to keep: 0 the highest, 1 or 2 lower ones (0)"),
+              0, 2);
   command.add_option("--curve", o.curve, "Tone curve, or a text or PGM of 1024 values 0..255")
       ->type_name("2..6|" + curveNameList("|") + "|FILE")
       ->excludes(window);

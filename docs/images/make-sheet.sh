@@ -1,5 +1,5 @@
 #!/bin/sh
-# make-sheet.sh PROGRAM SHEET.png: makes the README's picture, from the program's own scene.
+# make-sheet.sh PROGRAM SHEET.png: makes the README's sheet, from the program's own scene.
 set -eu
 scene=$(mktemp -d)
 trap 'rm -rf "$scene"' EXIT

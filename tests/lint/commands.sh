@@ -6,7 +6,7 @@ shift
 files=("$@")
 commands=$(for file in "${files[@]}"; do
   # A span in backquotes, or a line of a block, with \ at its end continued.
-  sed -e ':a' -e '/\\$/N; s/\\\n */ /; ta' "$file" |
+  sed -e ':a' -e '/\\$/N; s/\\\n//; ta' "$file" |
     grep -oE '(^|`)vistrel [a-z][^`]*' | sed 's/^`//'
 done | sort -u)
 count=$(wc -l <<<"$commands")
@@ -15,18 +15,29 @@ count=$(wc -l <<<"$commands")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
-mkdir bin frames pictures
+mkdir bin frames kodak night pictures
 ln -s "$vistrel" bin/vistrel
 export PATH=$scratch/bin:$PATH
 for name in frame rose frames/a frames/b; do
   vistrel scene -s 640x480 --bits 12 --phase rggb -o $name.pgm
 done
+vistrel scene -s 640x480 --camera -o frame.dng
+# Content determines the kind of a file.
+for name in rose.dng scene.dng dark.pgm night.fits night/a.fits light.fits dark.fits flat.fits; do
+  cp frame.dng $name
+done
+echo 10 20 | tee hot.txt >bad.txt
+seq 0 1023 | awk '{ print int($1 / 4) }' >gamma.txt
+cat frame.pgm rose.pgm >film.pgm
 vistrel scene -s 640x480 --bits 16 -o deep.pgm
 tail -c $((640 * 480 * 2)) deep.pgm >in.raw
 head -c $((640 * 480)) in.raw >in8.raw
 head -c $((1280 * 960 * 2)) /dev/zero >camera.raw
+{ head -c 512 /dev/zero; cat camera.raw; } >cam.raw
 vistrel scene -s 160x120 --bits 8 --phase rggb -o true.pgm
 vistrel convert true.pgm --phase rggb -o true.png
+cp true.png photo.png
+cp true.png kodak/true.png
 head -c $((640 * 480 * 3 / 2)) in.raw >packed.raw
 { head -c 512 in.raw; cat in.raw; } >header.raw
 

@@ -36,7 +36,8 @@ set(exempt
   # These have programs of their own.
   apps/commands/selftest_command.cpp apps/tools/selftest/cases.cpp apps/tools/selftest/run.cpp
   apps/tools/manual/bash.cpp apps/tools/manual/description.cpp apps/tools/manual/details.cpp
-  apps/tools/manual/fish.cpp apps/tools/manual/main.cpp apps/tools/manual/man_page.cpp apps/tools/manual/zsh.cpp)
+  apps/tools/manual/fish.cpp apps/tools/manual/main.cpp apps/tools/manual/man_page.cpp
+  apps/tools/manual/zsh.cpp)
 
 include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)
 sources(${ROOT} files)

@@ -26,11 +26,46 @@ constexpr const char* kConvert =
 is installed, or a headerless raw file of the given --size; a folder stands for the frames in it,
 and - for standard input. A file with several frames yields a picture for each.
 
-A picture shows the samples as they are: linear, without white balance. --black and --wb change
-the samples first. Then follow the demosaic algorithm, binning, and the reduction to 8 bits by
---window or --curve; --depth 16 keeps all bits.)";
+A picture shows the samples as they are: linear, without white balance, and so dark and often
+green; vistrel-develop(1) makes pictures for the eye. What the file says about levels, colours and
+orientation is not used; a note says so.
 
-constexpr const char* kConvertBatch =
+--dark, --black, --flat, --hot and --wb change the samples first, in this order. Then follow the
+demosaic algorithm, binning, and the reduction to 8 bits by --window or --curve; --depth 16 keeps
+all bits. --orient turns the picture at the end.)";
+
+constexpr const char* kDevelop =
+    R"(IN is what vistrel-convert(1) reads. Without -o, each picture lies beside its frame, under its
+name.
+
+Of the file, develop uses the black and white levels, the neutral, the colour matrices, the
+orientation and the crop. It decides the rest from the samples: black from the darkest ones; white
+from where they pile up; gains by Bayesian colour constancy; without a matrix in the file, one that
+many cameras have in common; an exposure that keeps the highlights below white; sRGB's curve, or an
+asinh that lifts the shadows of a dark picture. Astronomical frames get a neutral, dark sky and
+white stars.
+
+For each picture, it prints one command line that makes the same picture again without deciding
+anything. Copy it, change a number, and run it. If the picture goes to standard output, the line
+goes to standard error.)";
+
+constexpr const char* kLook =
+    R"(LOOK is a mode, parts NAME=VALUE separated by commas, or a mode followed by parts. Parts that are
+not given come from the file or are decided.
+
+The modes: auto decides all; srgb has sRGB's curve whatever the brightness; linear has an exposure
+of 1 and no curve; astro treats the frame as an astronomical one.
+
+The parts, in the order in which they act: black=N or N:N:N:N and white=N, levels of the samples;
+gains=R:G:B; highlights=neutral or clip, where the sensor clips; matrix= nine numbers, row by row,
+to linear sRGB; exposure=E, a factor; curve=linear, srgb, gamma:G or asinh:N.)";
+
+constexpr const char* kCalibration =
+    R"(--dark FILE is a frame without light, which is subtracted with the black level in it. --flat FILE
+is a frame of an evenly lit surface, which evens out vignetting and dust. --hot FILE is a text of
+lines "X Y", the column and the row of a pixel to replace, counted from 0; # begins a comment.)";
+
+constexpr const char* kBatch =
     R"(With several inputs, OUT is an existing folder. A picture there that is newer than its frame is
 left alone unless --overwrite is given, so the same command goes on after an interrupt. Pictures
 and messages do not depend on --jobs.)";
@@ -41,12 +76,15 @@ file does not specify is marked as such, and options supply it as for convert.)"
 
 constexpr const char* kFormats =
     R"(Prints one table of names: those of GigE Vision and USB3 Vision cameras (PFNC) with their values,
-of V4L2, GStreamer, FFmpeg, FITS and DNG. Case is ignored except in the codes of V4L2. Names of
+of V4L2, libcamera, GStreamer, FFmpeg, MIPI, FITS and DNG. Case is ignored except in the codes of V4L2. Names of
 OpenCV are shown but not accepted: they start at another pixel.)";
 
 constexpr const char* kScene =
     R"(Renders a scene with colours, edges and fine patterns, with the noise of a sensor. The same
-options make the same frame on every machine.)";
+options make the same frame on every machine.
+
+Without --camera, the sensor takes display colours for light, so a converted frame looks right as
+it is. With it, the frame needs developing.)";
 
 constexpr const char* kUnfinished = "an unfinished file of a run; the next run removes it";
 
@@ -64,6 +102,12 @@ std::string curves() {
   return text;
 }
 
+std::vector<FileText> pictureFiles(const std::string& folder) {
+  return {{folder + "NAME.png", "the picture of NAME.pgm, with the extension of --type"},
+          {folder + "NAME_000000.png", "the first picture of a file with several frames"},
+          {".vistrel-XXXXXX", kUnfinished}};
+}
+
 const std::map<std::string, Details>& allDetails() {
   static const std::map<std::string, Details> all{
       {"vistrel",
@@ -72,10 +116,12 @@ const std::map<std::string, Details>& allDetails() {
          {"share/doc/vistrel", "guides to the program, to algorithms and curves, to the libraries"},
          {"lib/vistrel/vistrel-libraw.so", "the plug-in that reads camera raw files"}}}},
       {"convert",
-       {std::string(kConvert) + "\n\n" + algorithms() + "\n\n" + curves() + "\n\n" + kConvertBatch,
-        {{"OUT/NAME.png", "the picture of NAME.pgm, with the extension of --type"},
-         {"OUT/NAME_000000.png", "the first picture of a file with several frames"},
-         {".vistrel-XXXXXX", kUnfinished}}}},
+       {std::string(kConvert) + "\n\n" + algorithms() + "\n\n" + curves() + "\n\n" + kCalibration +
+            "\n\n" + kBatch,
+        pictureFiles("OUT/")}},
+      {"develop",
+       {std::string(kDevelop) + "\n\n" + kLook + "\n\n" + kCalibration + "\n\n" + kBatch,
+        pictureFiles("")}},
       {"info", {kInfo, {}}},
       {"formats", {kFormats, {}}},
       {"scene", {kScene, {{".vistrel-XXXXXX", kUnfinished}}}},

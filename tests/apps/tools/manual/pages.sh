@@ -2,8 +2,12 @@
 . "$(dirname "$0")/expect.sh"
 need mandoc man
 
-# options TEXT: the names at the beginning of each option's line in --help, and those behind "also".
-options() { grep -oE '^ +(-[^ ]+|also .*)' <<<"$1" | sed 's/^ *also//' | tr -d ' ' | tr ',' '\n' | sort -u; }
+# options TEXT: the names at the beginning of each option's line in --help, and those behind "also",
+# on several lines if all but the last end in a comma.
+options() {
+  sed -E ':a; /^ +also .*,$/{N; s/,\n +/, /; ta}' <<<"$1" | grep -oE '^ +(-[^ ]+|also .*)' |
+    sed 's/^ *also//' | tr -d ' ' | tr ',' '\n' | sort -u
+}
 
 # page NAME: the page without font changes.
 page() { zcat "$manual/man1/$1.1.gz" | sed 's/\\f[BIR]//g; s/\\-/-/g'; }
@@ -41,6 +45,14 @@ check vistrel "$("$vistrel" --help)"
 for command in $commands; do
   check "vistrel-$command" "$("$vistrel" "$command" --help)"
   grep -qF "vistrel-$command(1)" <<<"$(page vistrel)" || expect vistrel "vistrel-$command" "nothing"
+done
+
+# The page of develop describes every part of a look.
+parts=$({ "$vistrel" develop a --look nonsense=1 2>&1 || true; } | sed -n 's/.*the names are //p' | tr -d ,)
+[ "$(wc -w <<<"$parts")" -ge 5 ]
+for part in $parts; do
+  grep -qE "\b$part=" <<<"$(section "$(page vistrel-develop)" DESCRIPTION)" ||
+    expect "parts of a look" "$part" nothing
 done
 expect "pages" "$(wc -w <<<"$commands vistrel")" "$(find "$manual/man1" -name '*.1.gz' | wc -l)"
 exit $((faults > 0))
