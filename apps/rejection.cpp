@@ -34,7 +34,9 @@ constexpr struct {
 };
 
 std::string sentence(std::string_view option, std::string_view value, const Error& error) {
-  return fmt::format("{} {}: {}", option, value.empty() ? error.value() : value, error.reason());
+  const char* const between = option.ends_with('=') ? "" : " ";
+  return fmt::format("{}{}{}: {}", option, between, value.empty() ? error.value() : value,
+                     error.reason());
 }
 
 }  // namespace

@@ -67,14 +67,33 @@ const vistrel_frame& DevelopmentJob::read() {
 }
 
 Look DevelopmentJob::decide(const vistrel_frame& frame) const {
+  const SensorCalibration& calibration = development_.calibration();
   CameraMetadata camera = file_.description().camera;
-  const bool isCalibrated = !development_.calibration().isEmpty();
-  if (isCalibrated) camera.black.reset();
+  if (calibration.hasDark()) {
+    camera.black.reset();
+    if (camera.white) *camera.white -= calibration.darkMean();
+  }
   const LookChoice choice =
       withCamera(development_.options().look, camera, frame.phase == VISTREL_MONO);
-  if (!isCalibrated) return decideLook(frame, choice, conversion_.region);
+  if (calibration.isEmpty()) return decideLook(frame, choice, conversion_.region);
+  return decideCalibrated(frame, choice);
+}
+
+// Levels come from the frame as the sensor saw it, the rest from the calibrated one.
+Look DevelopmentJob::decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const {
   Image memory;
-  return decideLook(calibratedFrame(frame, conversion_, memory), choice, conversion_.region);
+  const auto after = [&](const vistrel_calibration& calibration, const BlackLevels& black) {
+    return calibratedFrame(frame, calibration, black, conversion_.excess, memory);
+  };
+  const Look levels =
+      decideLook(after(development_.calibration().darkOnly(), {}), choice, conversion_.region);
+  LookChoice rest = choice;
+  rest.known.black = BlackLevels{};
+  rest.known.white = levels.white - std::ranges::min(levels.black);
+  Look look = decideLook(after(*conversion_.calibration, levels.black), rest, conversion_.region);
+  look.black = levels.black;
+  look.white = levels.white;
+  return look;
 }
 
 Look DevelopmentJob::decide() { return decide(read()); }

@@ -67,6 +67,7 @@ class DevelopmentJob {
  private:
   const vistrel_frame& read();
   Look decide(const vistrel_frame& frame) const;
+  Look decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const;
   std::string commandLine(const Look& look) const;
 
   const Job& job_;

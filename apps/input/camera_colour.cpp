@@ -1,12 +1,15 @@
 #include "apps/input/camera_colour.h"
 
 #include <algorithm>
+#include <cstdlib>
+
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
 
 constexpr double kOne = 4096;
-constexpr double kLargest = 16;  // of gains and coefficients
+constexpr double kLargest = 16;  // of gains; coefficients are smaller
 constexpr int kMaxPasses = 30;
 constexpr double kConverged = 1e-7;
 
@@ -65,13 +68,15 @@ std::optional<std::array<int32_t, 9>> normalised(const Matrix3& m) {
   std::array<int32_t, 9> result{};
   for (size_t i = 0; i < 9; i += 3) {
     const double sum = m[i] + m[i + 1] + m[i + 2];
-    int32_t rest = static_cast<int32_t>(kOne);
+    int32_t rest = static_cast<int32_t>(kOne), size = 0;
     for (size_t j = i; j < i + 3; ++j) {
       const double v = m[j] / sum;
       if (!(sum > 0 && v > -kLargest && v < kLargest)) return {};
       rest -= result[j] = rounded(kOne * v);
     }
     *std::max_element(&result[i], &result[i] + 3) += rest;
+    for (size_t j = i; j < i + 3; ++j) size += std::abs(result[j]);
+    if (size > VISTREL_MATRIX_MAX) return {};
   }
   return result;
 }
@@ -94,7 +99,8 @@ void setMatrix(const CameraMetadata& m, CameraColour& colour) {
     return void(colour.fault = "the light is beyond what the matrices describe");
   const Matrix3 toSrgb = product(srgbFromXyz(), product(*adapted, *toXyz));
   colour.matrix = normalised(product(toSrgb, diagonal(neutral)));
-  if (!colour.matrix) return void(colour.fault = "its coefficients would exceed 16");
+  if (!colour.matrix)
+    return void(colour.fault = "the coefficients of a row would add up to 8 or more");
   if (m.neutral || m.light) colour.temperature = temperature;
   if (!m.neutral && m.light) colour.gains = gainsOf(neutral);
 }

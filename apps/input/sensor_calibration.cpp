@@ -134,14 +134,29 @@ void SensorCalibration::apply(const vistrel_frame& frame, vistrel_conversion& co
   conversion.calibration = &calibration_;
 }
 
-vistrel_frame calibratedFrame(const vistrel_frame& frame, const vistrel_conversion& conversion,
+uint32_t SensorCalibration::darkMean() const {
+  uint64_t sum = 0, count = dark_.values.size();
+  for (const uint16_t level : dark_.values) sum += level;
+  return count ? static_cast<uint32_t>((sum + count / 2) / count) : 0;
+}
+
+vistrel_calibration SensorCalibration::darkOnly() const {
+  vistrel_calibration dark = calibration_;
+  dark.flat = nullptr;
+  dark.hot_count = 0;
+  return dark;
+}
+
+vistrel_frame calibratedFrame(const vistrel_frame& frame, const vistrel_calibration& calibration,
+                              const std::array<uint32_t, 4>& black, uint32_t excess,
                               Image& memory) {
   vistrel_frame mono = frame;
   mono.phase = VISTREL_MONO;
   vistrel_conversion c = defaultConversion(mono);
   c.format = frame.bytes_per_sample == 1 ? VISTREL_MONO8 : VISTREL_MONO16;
-  c.excess = conversion.excess;
-  c.calibration = conversion.calibration;
+  c.excess = excess;
+  c.calibration = &calibration;
+  std::ranges::copy(black, c.black);
   memory = convert(mono, c);
   mono.samples = memory.pixels.data();
   mono.size = memory.pixels.size();

@@ -1,6 +1,7 @@
 // Dark frames, flat fields and lists of hot pixels in files.
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -26,6 +27,12 @@ class SensorCalibration {
 
   bool isEmpty() const { return !calibration_.dark && !calibration_.flat && hotOption_.empty(); }
 
+  bool hasDark() const { return calibration_.dark; }
+  // The mean level of the dark frame, rounded.
+  uint32_t darkMean() const;
+  // The dark frame alone.
+  vistrel_calibration darkOnly() const;
+
   // Makes the conversion use what there is, as long as this object lives. Throws ProgramError if it
   // is not for frames of this size.
   void apply(const vistrel_frame& frame, vistrel_conversion& conversion) const;
@@ -48,9 +55,9 @@ class SensorCalibration {
   vistrel_calibration calibration_{};
 };
 
-// The frame as samples of its own bits after dark, flat and hot pixels, with black levels of 0.
-// `memory` holds them.
-vistrel_frame calibratedFrame(const vistrel_frame& frame, const vistrel_conversion& conversion,
-                              Image& memory);
+// The frame's samples, in their own bits, after this calibration and these black levels. `memory`
+// holds them.
+vistrel_frame calibratedFrame(const vistrel_frame& frame, const vistrel_calibration& calibration,
+                              const std::array<uint32_t, 4>& black, uint32_t excess, Image& memory);
 
 }  // namespace vistrel::app

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <vector>
 
 #include "apps/error.h"
@@ -88,9 +89,15 @@ bool parseGains(KnownLook& look, std::string_view text) {
 }
 
 bool parseMatrix(KnownLook& look, std::string_view text) {
-  return parseList(text, look.matrix, [](std::string_view item, int32_t& coefficient) {
-    return parseNumber(item, kLookOne, -kMaxCoefficient, kMaxCoefficient, coefficient);
+  const bool isList = parseList(text, look.matrix, [](std::string_view item, int32_t& coefficient) {
+    return parseNumber(item, kLookOne, -kMaxMatrixRow, kMaxMatrixRow, coefficient);
   });
+  for (size_t row = 0; isList && row < 9; row += 3) {
+    int32_t size = 0;
+    for (size_t i = row; i < row + 3; ++i) size += std::abs((*look.matrix)[i]);
+    if (size > kMaxMatrixRow) return false;
+  }
+  return isList;
 }
 
 bool parseExposure(KnownLook& look, std::string_view text) {
@@ -122,7 +129,10 @@ constexpr Part kParts[] = {
      parseBlack},
     {"white", "a level from 1 to 65535", parseWhite},
     {"gains", "red, green and blue from 1/4096 to 16, as in 1.8734:1:1.5521", parseGains},
-    {"matrix", "nine numbers from -16 to 16, row by row, as in 1:0:0:0:1:0:0:0:1", parseMatrix},
+    {"matrix",
+     "nine numbers, row by row, whose sizes add up to less than 8 in a row, as in "
+     "1:0:0:0:1:0:0:0:1",
+     parseMatrix},
     {"exposure", "a factor from 1/4096 to 1024, as in 1.25", parseExposure},
     {"curve",
      "linear, srgb, gamma:G with G from 0.1 to 10, or asinh:N with N from 0.001 to 1000000",

@@ -14,7 +14,7 @@ constexpr uint32_t kLookOne = 4096;
 
 constexpr uint32_t kMaxLevel = 65535;  // of black and white
 constexpr uint32_t kMaxLookGain = 16 * kLookOne;
-constexpr int32_t kMaxCoefficient = 16 * 4096;
+constexpr int32_t kMaxMatrixRow = 32767;  // of the absolute values of a row, added
 constexpr uint32_t kMaxExposure = 1024 * kLookOne;
 
 enum class Curve { kLinear, kSrgb, kGamma, kAsinh };

@@ -229,13 +229,38 @@ TEST_F(Develop, BadLooksLeaveNothingBehind) {
                                              {"gains=0:1:1", 2},
                                              {"white=14,black=14", 2},
                                              {"white=256", 3},
-                                             {"matrix=9:0:0:0:1:0:0:0:1", 3}};
+                                             {"matrix=9:0:0:0:1:0:0:0:1", 2}};
   for (const auto& [look, status] : bad) {
     const Finished result = develop(std::string("in.pgm --phase rggb -o out.png --look ") + look);
     EXPECT_EQ(result.status, status) << look;
     EXPECT_NE(result.err.find("--look"), std::string::npos) << result.err;
     EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.pgm"});
   }
+}
+
+// A dark frame that is the camera's black changes nothing: it takes its place. A flat field that is
+// even changes nothing either, and the file's black levels stay.
+TEST_F(Develop, CalibrationTakesThePlaceOfWhatItMeasures) {
+  TiffSpec spec;
+  spec.width = 64, spec.height = 48;
+  spec.cfa = {0, 1, 1, 2};
+  spec.isDng = true, spec.black = 100, spec.white = 4000;
+  const auto scene = [](uint32_t x, uint32_t y) { return 100 + 50 * (x + y) % 3900; };
+  writeTiff(scratch / "in.dng", spec, scene);
+  writeTiff(scratch / "dark.dng", spec, [](uint32_t, uint32_t) { return 100u; });
+  writeTiff(scratch / "flat.dng", spec, [](uint32_t, uint32_t) { return 2000u; });
+  const auto lookOf = [&](const std::string& options) {
+    const Finished result = develop("in.dng -o out.png " + options);
+    EXPECT_EQ(result.status, 0) << result.err;
+    return result.out.substr(result.out.find("--look"), result.out.find(" -o "));
+  };
+  const std::string plain = lookOf("");
+  const std::string picture = scratch.read("out.png");
+  EXPECT_NE(plain.find("black=100:100:100:100,white=4000,"), std::string::npos) << plain;
+  EXPECT_NE(lookOf("--dark dark.dng").find("black=0:0:0:0,white=3900,"), std::string::npos);
+  EXPECT_EQ(scratch.read("out.png"), picture);
+  EXPECT_NE(lookOf("--flat flat.dng").find("black=100:100:100:100,white=4000,"), std::string::npos);
+  EXPECT_EQ(scratch.read("out.png"), picture);
 }
 
 // convert guesses nothing, but says what there is.

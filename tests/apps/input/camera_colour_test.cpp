@@ -225,7 +225,7 @@ TEST(CameraColour, Faults) {
   // nearly singular: red and green differ by little
   m.light.reset();
   m.calibrations = {{product({1, 0, 0, 0.99, 0.01, 0, 0, 0, 1}, kSrgb), kIdentity, {}}};
-  EXPECT_EQ(cameraColour(m).fault, "its coefficients would exceed 16");
+  EXPECT_EQ(cameraColour(m).fault, "the coefficients of a row would add up to 8 or more");
 }
 
 }  // namespace

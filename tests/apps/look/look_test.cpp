@@ -45,7 +45,8 @@ TEST(LookText, IsParsedToTheSameIntegers) {
     look.black = {n % 60000, 1, 2, 3};
     look.white = 65535;
     look.gains = {n, 4096, 65537 - n};
-    for (size_t i = 0; i < 9; ++i) look.matrix[i] = static_cast<int32_t>(n) - 32768 + int(i);
+    for (size_t i = 0; i < 9; ++i)
+      look.matrix[i] = (static_cast<int32_t>(n) - 32760) / 4 + static_cast<int32_t>(i % 2);
     look.exposure = 64 * n - 63;
     look.transfer =
         n % 2 ? Transfer{Curve::kAsinh, 15'000 * n} : Transfer{Curve::kGamma, 100 + n % 9900};
@@ -109,8 +110,8 @@ TEST(ParseLook, RejectionsNameThePartItsValueAndWhatIsAllowed) {
       {"gains=16.001:1:1", "from 1/4096 to 16"},
       {"gains=nan:1:1", "from 1/4096 to 16"},
       {"gains=1:1:1e1", "from 1/4096 to 16"},
-      {"matrix=1:0:0", "nine numbers from -16 to 16"},
-      {"matrix=17:0:0:0:1:0:0:0:1", "nine numbers from -16 to 16"},
+      {"matrix=1:0:0", "whose sizes add up to less than 8 in a row"},
+      {"matrix=4:-4:0:0:1:0:0:0:1", "whose sizes add up to less than 8 in a row"},
       {"exposure=0", "a factor from 1/4096 to 1024"},
       {"exposure=1025", "a factor from 1/4096 to 1024"},
       {"curve=gamma", "gamma:G with G from 0.1 to 10"},
