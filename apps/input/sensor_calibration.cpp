@@ -109,9 +109,11 @@ void SensorCalibration::readHot(const std::string& path) {
     if (in.bad()) throwError(kInputOutput, "it cannot be read");
   });
   const auto key = [](const vistrel_point& p) { return std::pair(p.y, p.x); };
-  std::ranges::sort(hot_, {}, key);
-  const auto rest = std::ranges::unique(hot_, {}, key);
-  hot_.erase(rest.begin(), rest.end());
+  std::sort(hot_.begin(), hot_.end(),
+            [key](const auto& a, const auto& b) { return key(a) < key(b); });
+  hot_.erase(std::unique(hot_.begin(), hot_.end(),
+                         [key](const auto& a, const auto& b) { return key(a) == key(b); }),
+             hot_.end());
   calibration_.hot = hot_.data();
   calibration_.hot_count = hot_.size();
 }

@@ -185,11 +185,21 @@ void hosts(const fs::path& folder) {
            '\1' + numbers({9, 7, packing, bits, 0}) + '\0' + '\0' + std::string(150, 'a'));
 }
 
+void looks(const fs::path& folder) {
+  for (const char* const mode : {"auto", "linear", "srgb", "astro"}) save(folder / mode, mode);
+  const std::string parts =
+      "black=64:64:66:64,white=959,gains=1.8734:1:1.5521,matrix=1.5:-.5:0:0:1:0:0:-.25:1.25,"
+      "exposure=1.25,highlights=clip,curve=";
+  for (const char* const curve : {"linear", "srgb", "gamma:2.2", "asinh:50"})
+    save(folder / (std::string(curve).substr(0, 5) + "-curve"), parts + curve);
+  save(folder / "some", "srgb,black=12,exposure=0.0003");
+}
+
 }  // namespace
 
 int main(int, char** argv) {
   const fs::path folder = argv[1];
-  for (const char* const target : {"pgm", "png", "tiff", "fits", "headerless", "host"})
+  for (const char* const target : {"pgm", "png", "tiff", "fits", "headerless", "host", "look"})
     fs::create_directories(folder / target);
   pgms(folder / "pgm");
   pngs(folder / "png");
@@ -197,4 +207,5 @@ int main(int, char** argv) {
   fitses(folder / "fits");
   headerless(folder / "headerless");
   hosts(folder / "host");
+  looks(folder / "look");
 }

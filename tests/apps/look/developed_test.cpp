@@ -1,0 +1,64 @@
+// Real frames, if available, developed by the program and judged by measurement.
+#include <gtest/gtest.h>
+
+#include "tests/apps/look/measures.h"
+#include "tests/apps/program.h"
+#include "tests/real_frames.h"
+
+namespace vistrel {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Developed : ::testing::Test {
+  Picture develop(const fs::path& frame) const {
+    const Finished result =
+        scratch.vistrel("develop " + frame.string() + " --from-name -o out.png");
+    EXPECT_EQ(result.status, 0) << result.err;
+    return readPng(scratch / "out.png");
+  }
+  const Scratch scratch;
+};
+
+bool showsSky(const fs::path& frame) {
+  const std::string name = frame.stem().string();
+  return name.find("ngc") != std::string::npos || name.find("star") != std::string::npos;
+}
+
+TEST_F(Developed, RealFramesAreNeitherDarkNorWashedOut) {
+  size_t frames = 0;
+  for (const char* const folder : {"bayer", "mono"})
+    for (const fs::path& frame : framesIn(folder)) {
+      ++frames;
+      const Luma luma = lumaOf(develop(frame));
+      if (showsSky(frame)) {
+        EXPECT_GE(luma.median, 20) << frame;
+        EXPECT_LE(luma.median, 60) << frame;
+      } else {
+        EXPECT_GE(luma.mean, 70) << frame;
+        EXPECT_LE(luma.mean, 170) << frame;
+      }
+    }
+  if (!frames) GTEST_SKIP() << "VISTREL_DATA names no folder with bayer/ or mono/";
+}
+
+TEST_F(Developed, NeutralPatchesOfChartsAreNeutralAndInOrder) {
+  size_t charts = 0;
+  for (const fs::path& frame : framesIn("bayer")) {
+    const fs::path chart = fs::path(VISTREL_CHARTS) / (frame.stem().string() + ".txt");
+    if (!fs::exists(chart)) continue;
+    ++charts;
+    const Picture picture = develop(frame);
+    double before = 100;
+    for (const Patch& patch : readPatches(chart.string())) {
+      const Lab lab = labOf(meanOf(picture, patch.box));
+      EXPECT_LT(lab.chroma(), 10) << frame << patch.name;
+      EXPECT_LT(lab.lightness, before) << frame << patch.name;
+      before = lab.lightness;
+    }
+  }
+  if (!charts) GTEST_SKIP() << "VISTREL_DATA names no folder with charts";
+}
+
+}  // namespace
+}  // namespace vistrel
