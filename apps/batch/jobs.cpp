@@ -16,6 +16,7 @@ struct Target {
   fs::path path;
   std::string extension;
   bool folder;
+  bool many;  // several inputs, or a folder for their pictures
 
   fs::path of(const fs::path& input) const {
     if (!folder) return path;
@@ -32,7 +33,7 @@ fs::path numbered(const fs::path& path, uint64_t frame) {
 
 void addJobs(const fs::path& input, const Target& target, const FramesOf& framesOf,
              std::vector<Job>& jobs) {
-  Job job{input, target.of(input), {}, target.folder, {}};
+  Job job{input, target.of(input), {}, target.many, {}};
   uint64_t frames = 1;
   job.outcome = attempt([&] {
     if (isFolder(input)) throwError(kRejected, "there is no frame in this folder");
@@ -111,9 +112,11 @@ void checkIsFolder(const fs::path& path) {
 
 BatchPlan planJobs(const BatchRequest& a, RunFiles& files) {
   Inputs inputs = findInputs(a.inputs, a.isFrame);
-  Target target{a.output, a.extension, false};
+  Target target{a.output, a.extension, false, false};
   target.folder = inputs.files.size() > 1 || inputs.files[0] != a.inputs[0] ||
                   target.path.empty() || !target.path.has_filename() || isFolder(target.path);
+  // The picture beside a single frame is as good as named.
+  target.many = target.folder && !(target.path.empty() && inputs.files.size() == 1);
   checkTarget(target, inputs, a.isFrame);
   BatchPlan plan{{}, std::move(inputs.warnings)};
   for (const fs::path& file : inputs.files) addJobs(file, target, a.framesOf, plan.jobs);

@@ -145,6 +145,9 @@ TEST_F(Develop, PutsPicturesBesideTheirFrames) {
   EXPECT_EQ(scratch.vistrel("scene --camera -s 60x40 -o in/a.dng").status, 0);
   EXPECT_EQ(develop("in/a.dng").status, 0);
   EXPECT_TRUE(std::filesystem::exists(scratch / "in/a.png"));
+  const std::string first = scratch.read("in/a.png");
+  EXPECT_EQ(develop("in/a.dng --look exposure=0.5").status, 0);
+  EXPECT_NE(scratch.read("in/a.png"), first);  // made again
   EXPECT_EQ(develop("in/a.dng --type ppm").status, 0);
   EXPECT_TRUE(std::filesystem::exists(scratch / "in/a.ppm"));
   const Finished folder = develop("in");
