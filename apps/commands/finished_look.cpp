@@ -1,7 +1,5 @@
 #include "apps/commands/finished_look.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 
 #include "apps/input/camera_colour.h"

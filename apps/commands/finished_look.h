@@ -1,6 +1,9 @@
 // A look as the library takes it.
 #pragma once
 
+#include <CLI/CLI.hpp>
+
+#include <optional>
 #include <vector>
 
 #include "apps/input/camera_metadata.h"
