@@ -12,6 +12,12 @@
 namespace vistrel::app {
 namespace {
 
+// A name that is no option, for a shell.
+std::string fileWord(const std::filesystem::path& path) {
+  const std::string name = path.string();
+  return quoted(name.size() > 1 && name[0] == '-' ? "./" + name : name);
+}
+
 bool isPart(const Crop& crop, const vistrel_frame& frame) {
   return crop.width < frame.width || crop.height < frame.height;
 }
@@ -118,14 +124,14 @@ JobOutput DevelopmentJob::run(Worker& worker) {
 
 std::string DevelopmentJob::commandLine(const Look& look) const {
   const ConversionOptions& o = development_.options().conversion;
-  std::string line = "vistrel develop " + quoted(job_.from.string());
+  std::string line = "vistrel develop " + fileWord(job_.from);
   if (!development_.given().empty()) line += " " + development_.given();
   if (job_.frame) line += fmt::format(" --frame {}", *job_.frame);
   line += " -a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
   if (conversion_.region.width) line += " --roi " + regionText(conversion_.region);
   line += fmt::format(" --orient {}", orientationName(conversion_.orientation));
   line += " --look " + lookText(look);
-  return line + " -o " + quoted(job_.to.string());
+  return line + " -o " + fileWord(job_.to);
 }
 
 }  // namespace vistrel::app

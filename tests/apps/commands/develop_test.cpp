@@ -97,6 +97,14 @@ TEST_F(Develop, QuotesNamesForTheShell) {
   EXPECT_EQ(scratch.read("a picture.png"), picture);
 }
 
+TEST_F(Develop, NamesThatBeginLikeOptionsStayNames) {
+  EXPECT_EQ(scratch.vistrel("scene --camera -s 60x40 -o in.dng").status, 0);
+  std::filesystem::rename(scratch / "in.dng", scratch / "-in.dng");
+  const Finished first = scratch.run({VISTREL_PROGRAM, "develop", "--", "-in.dng"});
+  ASSERT_EQ(first.status, 0) << first.err;
+  repeat(first.out);
+}
+
 // Neutral patches are neutral, in the order of their lightness, and colours have their hues.
 TEST_F(Develop, UndoesTheCamera) {
   EXPECT_EQ(scratch.vistrel("scene --camera -o in.dng").status, 0);
