@@ -37,20 +37,23 @@ size_t turnedMemberBytes(const EngineCall& call) {
       [&](core::Arena& count) { storeTurned(call, nullptr, allRows(call.plan), count); });
 }
 
-// The memory of all threads, and what they share.
-size_t rowsBytes(const EngineCall& call, const Bands& bands) {
-  return finishTableBytes(call.plan, call.conversion) + bands.members() * rowsMemberBytes(call);
-}
+// What a call that makes bands of its image takes, counted once.
+struct BandMemory {
+  BandMemory(const EngineCall& call, const Bands& bands)
+      : table(finishTableBytes(call.plan, call.conversion)), member(rowsMemberBytes(call)),
+        bytes(table + bands.members() * member) {}
 
-// Makes bands of the image in scratch memory of rowsBytes().
+  size_t table, member, bytes;  // shared; of one thread; of all
+};
+
+// Makes bands of the image in that memory.
 void makeBands(const EngineCall& call, const Bands& bands, const ThreadSource& threadSource,
-               unsigned char* scratch) {
+               const BandMemory& memory, unsigned char* scratch) {
   EngineCall finished = call;
   finished.finishTable = fillFinishTable(call, scratch);
-  unsigned char* const members = scratch + finishTableBytes(call.plan, call.conversion);
-  const size_t bytes = rowsMemberBytes(call);
+  unsigned char* const members = scratch + memory.table;
   threadSource.share(bands, [&](uint32_t member, ImageRows band) {
-    core::Arena arena(members + member * bytes);
+    core::Arena arena(members + member * memory.member);
     makeRows(finished, band, arena);
   });
 }
@@ -62,18 +65,19 @@ class TurnedConversion {
       : call_(call), conversion_(uprightConversion(call.plan, call.conversion)),
         plan_(makePlan(&call.frame, &conversion_)),
         uprightBands_(bandsOf(plan_, conversion_, allRows(plan_))),
-        bands_(bandsOf(call.plan, call.conversion, allRows(call.plan))) {}
+        bands_(bandsOf(call.plan, call.conversion, allRows(call.plan))),
+        uprightMemory_(uprightCall(nullptr), uprightBands_), memberBytes_(turnedMemberBytes(call)) {
+  }
 
   size_t bytes() const {
-    return imageBytes() + std::max(rowsBytes(uprightCall(nullptr), uprightBands_),
-                                   bands_.members() * turnedMemberBytes(call_));
+    return imageBytes() + std::max(uprightMemory_.bytes, bands_.members() * memberBytes_);
   }
 
   void make(const ThreadSource& threadSource, unsigned char* scratch) const {
-    makeBands(uprightCall(scratch), uprightBands_, threadSource, scratch + imageBytes());
-    const size_t memberBytes = turnedMemberBytes(call_);
+    makeBands(uprightCall(scratch), uprightBands_, threadSource, uprightMemory_,
+              scratch + imageBytes());
     threadSource.share(bands_, [&](uint32_t member, ImageRows band) {
-      core::Arena arena(scratch + imageBytes() + member * memberBytes);
+      core::Arena arena(scratch + imageBytes() + member * memberBytes_);
       storeTurned(call_, scratch, band, arena);
     });
   }
@@ -89,11 +93,13 @@ class TurnedConversion {
   const vistrel_conversion conversion_;
   const Plan plan_;
   const Bands uprightBands_, bands_;
+  const BandMemory uprightMemory_;
+  const size_t memberBytes_;
 };
 
 size_t workingBytes(const EngineCall& call) {
   if (isTurned(call.conversion)) return TurnedConversion(call).bytes();
-  return rowsBytes(call, bandsOf(call.plan, call.conversion, allRows(call.plan)));
+  return BandMemory(call, bandsOf(call.plan, call.conversion, allRows(call.plan))).bytes;
 }
 
 void make(const EngineCall& call, ImageRows rows, const ThreadSource& threadSource,
@@ -106,7 +112,8 @@ void make(const EngineCall& call, ImageRows rows, const ThreadSource& threadSour
     return turned.make(threadSource, take(turned.bytes()));
   }
   const Bands bands = bandsOf(call.plan, call.conversion, rows);
-  makeBands(call, bands, threadSource, take(rowsBytes(call, bands)));
+  const BandMemory memory(call, bands);
+  makeBands(call, bands, threadSource, memory, take(memory.bytes));
 }
 
 // The rows of the upright image that the frame's samples are read for.
