@@ -23,6 +23,9 @@ constexpr struct {
     {"conversion.threshold", "--algorithm"},
     {"conversion.region", "--roi"},
     {"conversion.binning", "--bin"},
+    {"conversion.bin_mode", "--bin-means"},
+    {"conversion.white", "--white"},
+    {"conversion.orientation", "--orient"},
     {"conversion.format", "--format"},
     {"conversion.gray", "--gray"},
     {"conversion.reduction", "--window"},
@@ -34,7 +37,7 @@ constexpr struct {
 };
 
 std::string sentence(std::string_view option, std::string_view value, const Error& error) {
-  const char* const between = option.ends_with('=') ? "" : " ";
+  const char* const between = option.ends_with('=') || option.ends_with(':') ? "" : " ";
   return fmt::format("{}{}{}: {}", option, between, value.empty() ? error.value() : value,
                      error.reason());
 }

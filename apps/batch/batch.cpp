@@ -136,9 +136,8 @@ void Batch::report(size_t i) {
 
 // On standard output, unless that is for the picture.
 void Batch::printCommand(const Job& job, const std::string& command) {
-  if (isStandardOutput(job.to)) return progress_->say(command);
   progress_->clear();
-  fmt::print("{}\n", command);
+  fmt::print(isStandardOutput(job.to) ? stderr : stdout, "{}\n", command);
 }
 
 void Batch::printSummary() {

@@ -1,9 +1,8 @@
 #include "apps/commands/conversion_job.h"
 
-#include <zlib.h>
-
 #include <algorithm>
 
+#include "apps/commands/picture_request.h"
 #include "apps/error.h"
 
 namespace vistrel::app {
@@ -58,11 +57,8 @@ JobOutput ConversionJob::run(Worker& worker) {
   const vistrel_frame& frame = job_.frame ? file_.read(*job_.frame) : file_.read();
   measureGains(frame);
   const Image& image = worker.convert(frame, conversion_);
-  AtomicFile output(job_.to);
-  type_.write(image, output);
-  output.commit();
-  const auto crc = crc32_z(0, image.pixels.data(), image.pixels.size());
-  return {preview(), static_cast<uint32_t>(crc)};
+  const uint32_t crc = savePicture(image, type_, job_.to);
+  return {preview(), crc};
 }
 
 // Measures the gains of gray-world here rather than in the library, so that the user sees them.
@@ -70,7 +66,9 @@ void ConversionJob::measureGains(const vistrel_frame& frame) {
   if (conversion_.white_balance != VISTREL_BALANCE_GRAY_WORLD) return;
   vistrel_conversion measuring = conversion_;
   measuring.region = options_.preparation.balanceRegion.value_or(vistrel_region{});
-  const auto measured = vistrel::measureGains(frame, measuring);
+  const OptionNames names{{"conversion.region", "--wb auto:"}};
+  const auto measured =
+      withOptionNames(names, [&] { return vistrel::measureGains(frame, measuring); });
   conversion_.white_balance = VISTREL_BALANCE_GAINS;
   std::copy(measured.begin(), measured.end(), conversion_.gains);
   for (const uint32_t gain : measured) gains_.push_back(gain / double{int{VISTREL_GAIN_ONE}});

@@ -1,9 +1,8 @@
 #include "apps/commands/development_job.h"
 
-#include <zlib.h>
-
 #include <algorithm>
 
+#include "apps/commands/picture_request.h"
 #include "apps/error.h"
 #include "apps/options/geometry.h"
 #include "apps/options/options.h"
@@ -47,9 +46,13 @@ AlgorithmChoice DevelopOptions::usualAlgorithm() {
 
 void Development::lookAt(const Job& first) {
   if (!options_.same) return;
-  DevelopmentJob job(first, *this);
-  look_ = job.decide();
-  bits_ = FrameFile(first.from, input_).frame().bits;
+  try {
+    DevelopmentJob job(first, *this);
+    look_ = job.decide();
+    bits_ = job.bits();
+  } catch (const ProgramError& error) {
+    throwError(error.status(), "--same: {}: {}", first.from.string(), error.what());
+  }
 }
 
 DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
@@ -114,12 +117,9 @@ JobOutput DevelopmentJob::run(Worker& worker) {
   const FinishedLook finished(look);
   finished.apply(frame, conversion_);
   const Image& image = worker.convert(frame, conversion_);
-  AtomicFile output(job_.to);
-  type_.write(image, output);
-  output.commit();
+  const uint32_t crc = savePicture(image, type_, job_.to);
   command_ = commandLine(look);
-  const auto crc = crc32_z(0, image.pixels.data(), image.pixels.size());
-  return {preview(), static_cast<uint32_t>(crc)};
+  return {preview(), crc};
 }
 
 std::string DevelopmentJob::commandLine(const Look& look) const {

@@ -63,6 +63,7 @@ class DevelopmentJob {
 
   // The look that the frame would have by itself.
   Look decide();
+  uint32_t bits() const { return file_.frame().bits; }
 
  private:
   const vistrel_frame& read();

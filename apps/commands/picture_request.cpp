@@ -1,5 +1,7 @@
 #include "apps/commands/picture_request.h"
 
+#include <zlib.h>
+
 #include <chrono>
 
 #include "apps/error.h"
@@ -7,7 +9,6 @@
 #include "apps/input/frame_names.h"
 #include "apps/options/help.h"
 #include "apps/options/options.h"
-#include "apps/pictures/picture.h"
 
 namespace vistrel::app {
 
@@ -46,6 +47,13 @@ ExitStatus PictureRequest::run(BatchPlan plan, BatchTask task) const {
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
   if (batch.json) printReport(made, status, seconds.count());
   return status;
+}
+
+uint32_t savePicture(const Image& image, const PictureType& type, const std::filesystem::path& to) {
+  AtomicFile output(to);
+  type.write(image, output);
+  output.commit();
+  return static_cast<uint32_t>(crc32_z(0, image.pixels.data(), image.pixels.size()));
 }
 
 void addPictureInputs(CLI::App& command, PictureRequest& request) {

@@ -9,6 +9,7 @@
 #include "apps/batch/batch.h"
 #include "apps/options/batch_options.h"
 #include "apps/options/input_options.h"
+#include "apps/pictures/picture.h"
 
 namespace vistrel::app {
 
@@ -27,6 +28,9 @@ struct PictureRequest {
   // Runs the batch, and reports as the options say. Throws ProgramError.
   ExitStatus run(BatchPlan plan, BatchTask task) const;
 };
+
+// Writes a picture that appears complete or not at all. Returns the CRC-32 of its pixels.
+uint32_t savePicture(const Image& image, const PictureType& type, const std::filesystem::path& to);
 
 // IN, the options of inputs.
 void addPictureInputs(CLI::App& command, PictureRequest& request);

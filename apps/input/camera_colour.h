@@ -23,8 +23,8 @@ struct CameraColour {
 // The metadata must have passed dropInvalid(). Without a neutral there are no gains, and the matrix
 // is that for daylight, D65.
 //
-// The method is that of the DNG specification 1.4, chapter 6: the neutral's chromaticity is found
-// by iteration, with matrices interpolated linearly in reciprocal temperature.
+// The neutral's chromaticity is found by iteration, with matrices interpolated linearly in
+// reciprocal temperature, as the format DNG 1.4 defines it.
 CameraColour cameraColour(const CameraMetadata& metadata);
 
 }  // namespace vistrel::app

@@ -27,7 +27,9 @@ ColourMatrix matrixFor(const Gains& gains) {
 Look decideLook(const vistrel_frame& frame, const LookChoice& choice,
                 const vistrel_region& region) {
   const bool isMono = frame.phase == VISTREL_MONO;
-  const auto& [mode, known] = choice;
+  const LookMode mode = choice.mode;
+  KnownLook known = choice.known;
+  if (isMono) known.gains.reset(), known.matrix.reset();
   const auto places = histogramsOf(frame, region);
   Look look;
   const Histogram samples = sumOf(places);

@@ -6,7 +6,8 @@
 
 namespace vistrel::app {
 
-// Known parts stay as they are. The frame is a mosaic or mono, and not packed.
+// Known parts stay as they are, but for gains and matrix of mono frames, which have no colours. The
+// frame is a mosaic or mono, and not packed.
 //
 // kAuto: as kAstro for frames that look like astronomical ones; otherwise as kSrgb, but with a
 // curve that lifts the shadows if the picture would be dark.

@@ -17,12 +17,12 @@ constexpr std::array kNames{"upright",    "mirrored", "180",        "flipped",
 
 const char* orientationName(uint32_t code) { return kNames[std::max(code, 1u) - 1]; }
 
-uint32_t parseOrientation(std::string_view option, std::string_view text) {
+uint32_t parseOrientation(std::string_view option, std::string_view text, std::string_view more) {
   const auto name = std::find(kNames.begin(), kNames.end(), text);
   if (name != kNames.end()) return static_cast<uint32_t>(name - kNames.begin()) + 1;
   if (text.size() == 1 && text[0] >= '1' && text[0] <= '8')
     return static_cast<uint32_t>(text[0] - '0');
-  throwError(kUsage, "{} {}: {} are allowed, or TIFF's codes 1 to 8", option, text,
+  throwError(kUsage, "{} {}: {}{} are allowed, or TIFF's codes 1 to 8", option, text, more,
              fmt::join(kNames, ", "));
 }
 
@@ -36,7 +36,8 @@ void addOrientOption(CLI::App& command, std::optional<uint32_t>& orientation, bo
           "--orient",
           [&orientation, automatic](const std::string& text) {
             orientation.reset();
-            if (!automatic || text != "auto") orientation = parseOrientation("--orient", text);
+            if (!automatic || text != "auto")
+              orientation = parseOrientation("--orient", text, automatic ? "auto, " : "");
           },
           meaning)
       ->type_name("HOW");

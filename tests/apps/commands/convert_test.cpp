@@ -230,6 +230,17 @@ TEST(Convert, TakesFourBlackLevels) {
         << bad;
 }
 
+TEST(Convert, NamesTheOptionOfABadLevel) {
+  const Scratch scratch;
+  scratch.write("in.pgm", pgm(16, 12, 255, plainRggb));
+  const auto errorOf = [&](const std::string& options) {
+    return scratch.vistrel("convert in.pgm --phase rggb -o out.png " + options).err;
+  };
+  EXPECT_NE(errorOf("--white 256").find("--white 256: samples of 8 bits"), std::string::npos);
+  EXPECT_NE(errorOf("--bin 2 --bin-means --format gray8 --gray raw").find("--bin-means"),
+            std::string::npos);
+}
+
 // A colour cast on the left, none on the right.
 TEST(Convert, BalancesByARegion) {
   const Scratch scratch;
@@ -241,7 +252,8 @@ TEST(Convert, BalancesByARegion) {
   };
   EXPECT_NE(noteOf("auto:12x16+2+0").find("--wb 1.0000,1.6667,3.3333"), std::string::npos);
   EXPECT_NE(noteOf("auto:12x16+20+0").find("--wb 1.0000,1.0000,1.0000"), std::string::npos);
-  EXPECT_NE(noteOf("auto:99x16+20+0").find("beyond the frame"), std::string::npos);
+  EXPECT_NE(noteOf("auto:99x16+20+0").find("--wb auto:99x16+20+0: it extends beyond the frame"),
+            std::string::npos);
 }
 
 }  // namespace

@@ -41,6 +41,13 @@ struct Metadata : ::testing::Test {
     write();
     return info("in.dng", warning);
   }
+  // Of a FITS file with these cards.
+  Json fitsInfo(const std::vector<std::pair<const char*, const char*>>& more) const {
+    auto header = cards(8, {"2", "2"});
+    for (const auto& [key, value] : more) header.push_back(card(key, value));
+    scratch.write("in.fits", fits(header, "abcd"));
+    return info("in.fits");
+  }
 };
 
 void setAllTags(TiffSpec& s) {
@@ -245,14 +252,11 @@ TEST_F(Metadata, ConvertOfAMonoFrame) {
 }
 
 TEST_F(Metadata, Fits) {
-  auto header = cards(8, {"2", "2"});
-  header.push_back(card("EXPTIME", "20.0"));
-  header.push_back(card("GAIN", "80"));
-  header.push_back(card("FOCALLEN", "250."));
-  header.push_back(card("INSTRUME", "'Camera 1'"));
-  header.push_back(card("DATE-OBS", "'2025-06-30T02:34:20.1'"));
-  scratch.write("in.fits", fits(header, "abcd"));
-  const Json json = info("in.fits");
+  const Json json = fitsInfo({{"EXPTIME", "20.0"},
+                              {"GAIN", "80"},
+                              {"FOCALLEN", "250."},
+                              {"INSTRUME", "'Camera 1'"},
+                              {"DATE-OBS", "'2025-06-30T02:34:20.1'"}});
   EXPECT_EQ(json["exposure_time"], 20);
   EXPECT_EQ(json["gain"], 80);
   EXPECT_EQ(json["focal_length"], 250);
@@ -262,13 +266,8 @@ TEST_F(Metadata, Fits) {
 
 // They are merely informative, so the frame is read anyway.
 TEST_F(Metadata, FitsOfMalformedKeywords) {
-  auto header = cards(8, {"2", "2"});
-  header.push_back(card("EXPTIME", "'long'"));
-  header.push_back(card("GAIN", "high"));
-  header.push_back(card("EXPOSURE", "-1."));
-  header.push_back(card("DATE-OBS", "5"));
-  scratch.write("in.fits", fits(header, "abcd"));
-  const Json json = info("in.fits");
+  const Json json =
+      fitsInfo({{"EXPTIME", "'long'"}, {"GAIN", "high"}, {"EXPOSURE", "-1."}, {"DATE-OBS", "5"}});
   for (const char* const key : {"exposure_time", "gain", "date"})
     EXPECT_TRUE(json[key].is_null()) << key;
 }
