@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "apps/input/camera_colour.h"
+#include "apps/look/curve.h"
 
 namespace vistrel::app {
 namespace {
@@ -35,10 +36,8 @@ LookChoice withCamera(LookChoice choice, const CameraMetadata& camera, bool isMo
   return choice;
 }
 
-FinishedLook::FinishedLook(const Look& look) : look_(look) {
-  if (look.transfer.curve != Curve::kLinear)
-    transfer_ = makeTransfer(static_cast<uint32_t>(look.transfer.curve), look.transfer.parameter,
-                             size_t{1} << 16);
+FinishedLook::FinishedLook(const Look& look)
+    : look_(look), transfer_(pointsOf(look.transfer, size_t{1} << 16)) {
   finish_.exposure = look.exposure;
   finish_.transfer = transfer_.empty() ? nullptr : transfer_.data();
   finish_.transfer_points = static_cast<uint32_t>(transfer_.size());

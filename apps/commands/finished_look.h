@@ -25,7 +25,7 @@ class FinishedLook {
 
  private:
   const Look look_;
-  std::vector<uint16_t> transfer_;
+  const std::vector<uint16_t> transfer_;
   vistrel_finish finish_{}, monoFinish_{};
 };
 

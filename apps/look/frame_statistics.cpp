@@ -82,6 +82,19 @@ std::array<Histogram, 4> histogramsOf(const vistrel_frame& frame, const vistrel_
   return places;
 }
 
+std::array<Histogram, 4> differencesOf(const vistrel_frame& frame, const vistrel_region& region) {
+  const vistrel_region r = wholeIfEmpty(frame, region);
+  const SampleRows rows(frame);
+  std::array<Histogram, 4> places;
+  places.fill(Histogram(size_t{1} << frame.bits));
+  for (uint32_t y = r.y; y < r.y + r.height; ++y)
+    for (uint32_t x = r.x; x + 2 < r.x + r.width; ++x) {
+      const uint32_t one = rows.at(x, y), other = rows.at(x + 2, y);
+      ++places[2 * (y % 2) + x % 2][std::max(one, other) - std::min(one, other)];
+    }
+  return places;
+}
+
 Histogram sumOf(const std::array<Histogram, 4>& places) {
   Histogram sum(places[0].size());
   for (const Histogram& place : places)

@@ -18,6 +18,9 @@ using Histogram = std::vector<uint64_t>;
 std::array<Histogram, 4> histogramsOf(const vistrel_frame& frame,
                                       const vistrel_region& region = {});
 
+// The differences of each sample to the next one of its place in the row, in the same way.
+std::array<Histogram, 4> differencesOf(const vistrel_frame& frame, const vistrel_region& region);
+
 Histogram sumOf(const std::array<Histogram, 4>& places);
 uint64_t countOf(const Histogram& histogram);
 
