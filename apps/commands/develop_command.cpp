@@ -64,6 +64,7 @@ ExitStatus run(const CLI::App& command, DevelopRequest& o) {
   const std::string given = givenOptions(command, {"Input", "Development"},
                                          {"--algorithm", "--look", "--same", "--roi", "--orient"});
   Development development(o.input, o.development, given);
+  addWarnings(development.calibration(), plan);
   withOptionNames(optionNames(o.development), [&] { development.lookAt(plan.jobs.front()); });
   return o.run(std::move(plan), taskFor(command, o, development));
 }
