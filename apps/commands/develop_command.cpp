@@ -71,7 +71,6 @@ ExitStatus run(const CLI::App& command, DevelopRequest& o) {
 
 void addDevelopmentOptions(CLI::App& command, DevelopOptions& o) {
   ConversionOptions& c = o.conversion;
-  c.preparation.edges = "padded";
   addLookOption(command, o.look);
   command.add_flag("--same", o.same, "Give all frames the look of the first one");
   addAlgorithmOption(command, c, kDevelopAlgorithm);

@@ -21,6 +21,19 @@ bool isPart(const Crop& crop, const vistrel_frame& frame) {
   return crop.width < frame.width || crop.height < frame.height;
 }
 
+// Parts of the look that mono frames don't have.
+std::vector<std::string> unusedParts(const KnownLook& known, const vistrel_frame& frame) {
+  std::vector<std::string> unused;
+  const auto add = [&unused](bool isKnown, const char* part) {
+    if (isKnown) unused.push_back(fmt::format("--look {}= has no effect: the frame is mono", part));
+  };
+  if (frame.phase != VISTREL_MONO) return unused;
+  add(known.gains.has_value(), "gains");
+  add(known.matrix.has_value(), "matrix");
+  add(known.neutralHighlights.has_value(), "highlights");
+  return unused;
+}
+
 // A stage that leaves everything as it is, for the layout of the result.
 const vistrel_finish kPlainFinish{0, VISTREL_EXPOSURE_ONE, {}, 0, nullptr, {}};
 
@@ -29,6 +42,7 @@ vistrel_conversion conversionOf(const DevelopOptions& o, const FrameFile& file) 
   const CameraMetadata& camera = file.description().camera;
   ConversionOptions options = o.conversion;
   if (!options.algorithm) options.algorithm = DevelopOptions::usualAlgorithm();
+  if (options.preparation.edges.empty()) options.preparation.edges = "padded";
   vistrel_conversion c = options.of(frame);
   c.bin_mode = VISTREL_BIN_MEAN;
   c.orientation = options.orientation.value_or(camera.orientation.value_or(VISTREL_UPRIGHT));
@@ -67,6 +81,12 @@ DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
 
 Preview DevelopmentJob::preview() const {
   Preview preview{layout_, file_.warnings()};
+  const auto append = [&preview](const std::vector<std::string>& notes) {
+    preview.warnings.insert(preview.warnings.end(), notes.begin(), notes.end());
+  };
+  const DevelopOptions& o = development_.options();
+  append(o.conversion.unusedOptions(file_.frame()));
+  append(unusedParts(o.look.known, file_.frame()));
   preview.command = command_;
   return preview;
 }
@@ -127,10 +147,11 @@ std::string DevelopmentJob::commandLine(const Look& look) const {
   std::string line = "vistrel develop " + fileWord(job_.from);
   if (!development_.given().empty()) line += " " + development_.given();
   if (job_.frame) line += fmt::format(" --frame {}", *job_.frame);
-  line += " -a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
+  const bool isMono = file_.frame().phase == VISTREL_MONO;
+  if (!isMono) line += " -a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
   if (conversion_.region.width) line += " --roi " + regionText(conversion_.region);
   line += fmt::format(" --orient {}", orientationName(conversion_.orientation));
-  line += " --look " + lookText(look);
+  line += " --look " + lookText(look, isMono);
   return line + " -o " + fileWord(job_.to);
 }
 

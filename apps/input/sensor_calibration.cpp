@@ -150,8 +150,8 @@ void SensorCalibration::warnOfDarkness(const vistrel_frame& flat, const vistrel_
       samplesOf(calibratedFrame(flat, levels, std::to_array(c.black), VISTREL_MASK, memory));
   const auto dark = static_cast<size_t>(std::ranges::count(light, 0));
   if (dark == light.size())
-    warnings_.push_back(fmt::format("{}: no pixel has light above black; it changes nothing",
-                                    flat_.option));
+    warnings_.push_back(
+        fmt::format("{}: no pixel has light above black; it changes nothing", flat_.option));
   else if (dark)
     warnings_.push_back(
         fmt::format("{}: {} of {} pixels have no light above black, so no gain evens them out",

@@ -126,6 +126,17 @@ std::array<uint32_t, 4> coloursOf(uint32_t phase) {
   }
 }
 
+uint64_t balancedSamples(const vistrel_frame& frame, uint32_t white, const vistrel_region& region) {
+  const vistrel_region r = wholeIfEmpty(frame, region);
+  if (!white) return uint64_t{r.width} * r.height;
+  const FrameBlocks reader(frame, {}, white);
+  uint64_t count = 0;
+  for (uint32_t y = r.y + r.y % 2; y + 1 < r.y + r.height; y += 2)
+    for (uint32_t x = r.x + r.x % 2; x + 1 < r.x + r.width; x += 2)
+      if (!reader.mosaic(x, y).clipped) count += 4;
+  return count;
+}
+
 std::vector<Block> blocksOf(const vistrel_frame& frame, const BlackLevels& black, uint32_t white,
                             const vistrel_region& region) {
   const vistrel_region r = wholeIfEmpty(frame, region);

@@ -36,6 +36,10 @@ struct Block {
   bool clipped;                 // a sample has reached white
 };
 
+// The samples that count for gray-world gains: those of the region, or if there is a white level,
+// of its blocks without a sample that reaches it.
+uint64_t balancedSamples(const vistrel_frame& frame, uint32_t white, const vistrel_region& region);
+
 // At most about `kMaxBlocks` blocks, evenly spaced.
 constexpr uint32_t kMaxBlocks = 200'000;
 std::vector<Block> blocksOf(const vistrel_frame& frame, const BlackLevels& black, uint32_t white,

@@ -202,11 +202,15 @@ LookChoice parseLook(std::string_view text) {
   return choice;
 }
 
-std::string lookText(const Look& look) {
-  return fmt::format("black={},white={},gains={},matrix={},exposure={:.4f},curve={},highlights={}",
-                     fmt::join(look.black, ":"), look.white, decimalsOf(look.gains),
-                     decimalsOf(look.matrix), static_cast<double>(look.exposure) / kLookOne,
-                     curveText(look.transfer), look.neutralHighlights ? "neutral" : "clip");
+std::string lookText(const Look& look, bool isMono) {
+  const std::string levels =
+      fmt::format("black={},white={}", fmt::join(look.black, ":"), look.white);
+  const std::string tone =
+      fmt::format("exposure={:.4f},curve={}", static_cast<double>(look.exposure) / kLookOne,
+                  curveText(look.transfer));
+  if (isMono) return levels + "," + tone;
+  return fmt::format("{},gains={},matrix={},{},highlights={}", levels, decimalsOf(look.gains),
+                     decimalsOf(look.matrix), tone, look.neutralHighlights ? "neutral" : "clip");
 }
 
 }  // namespace vistrel::app

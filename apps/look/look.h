@@ -70,7 +70,8 @@ struct LookChoice {
 // Parses a mode, NAME=VALUE,... or a mode followed by the latter. Throws ProgramError (usage).
 LookChoice parseLook(std::string_view text);
 
-// NAME=VALUE,... of all parts; parseLook makes the same integers of it.
-std::string lookText(const Look& look);
+// NAME=VALUE,... of all parts, but for colours of mono frames; parseLook makes the same integers of
+// it.
+std::string lookText(const Look& look, bool isMono = false);
 
 }  // namespace vistrel::app

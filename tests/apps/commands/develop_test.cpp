@@ -37,6 +37,7 @@ struct Develop : ::testing::Test {
     ASSERT_EQ(line.substr(0, 16), "vistrel develop ");
     const Finished result = scratch.run({"sh", "-c", VISTREL_PROGRAM + line.substr(7)});
     EXPECT_EQ(result.status, 0) << line << result.err;
+    EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, line);
   }
 
@@ -237,8 +238,15 @@ TEST_F(Develop, MonoIsDeveloped) {
 TEST_F(Develop, MonoHasNoColoursToBalance) {
   scratch.write("in.pgm", pgm(64, 48, 4095, [](uint32_t x, uint32_t) { return 300 + 10 * x; }));
   const std::string line = develop("in.pgm --phase mono -o out.png").out;
-  const std::string colours = "gains=4:1:1,matrix=2:0:0:0:1:0:0:0:1";
-  EXPECT_EQ(develop("in.pgm --phase mono -o out.png --look " + colours).out, line);
+  const std::string colours = "gains=4:1:1,matrix=2:0:0:0:1:0:0:0:1,highlights=clip";
+  const Finished result = develop("in.pgm --phase mono -o out.png -a vng --look " + colours);
+  EXPECT_EQ(result.out, line);
+  EXPECT_EQ(result.err,
+            "vistrel: in.pgm: --algorithm vng has no effect: the frame is mono\n"
+            "vistrel: in.pgm: --look gains= has no effect: the frame is mono\n"
+            "vistrel: in.pgm: --look matrix= has no effect: the frame is mono\n"
+            "vistrel: in.pgm: --look highlights= has no effect: the frame is mono\n");
+  EXPECT_EQ(line.find("gains"), std::string::npos) << line;
 }
 
 TEST_F(Develop, SameNamesAFirstFrameThatCannotBeRead) {

@@ -76,8 +76,7 @@ TEST_F(SensorCalibration, RejectsOtherBitsAndPhases) {
   expectRejected("--dark deep.pgm --flat flat.pgm", 3,
                  "--flat flat.pgm: --dark deep.pgm: it has 12 bits; this frame has 8\n");
   for (const std::string name : {"in_8b_rggb.pgm", "dark_8b_grbg.pgm"})
-    scratch.write(name,
-                  pgm(16, 12, 255, [](uint32_t x, uint32_t) { return x; }));
+    scratch.write(name, pgm(16, 12, 255, [](uint32_t x, uint32_t) { return x; }));
   for (const std::string option : {"--dark", "--flat"}) {
     const Finished result = scratch.vistrel("convert in_8b_rggb.pgm --from-name -o out.png " +
                                             option + " dark_8b_grbg.pgm");
