@@ -63,15 +63,28 @@ void Development::lookAt(const Job& first) {
   try {
     DevelopmentJob job(first, *this);
     look_ = job.decide();
-    bits_ = job.bits();
+    bits_ = job.frame().bits;
+    phase_ = job.frame().phase;
   } catch (const ProgramError& error) {
     throwError(error.status(), "--same: {}: {}", first.from.string(), error.what());
   }
 }
 
+// Black levels are those of the places of the 2x2 block.
+void Development::checkSame(const vistrel_frame& frame) const {
+  if (!look_) return;
+  if (bits_ != frame.bits)
+    throwError(kRejected, "--same: the first frame has {} bits; this one has {}", bits_,
+               frame.bits);
+  if (phase_ != frame.phase)
+    throwError(kRejected, "--same: the phase of the first frame is {}; that of this one is {}",
+               vistrel_phase_name(phase_), vistrel_phase_name(frame.phase));
+}
+
 DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
     : job_(job), development_(development), file_(job.from, development.input()),
       conversion_(conversionOf(development.options(), file_)), type_(pictureType(job.to)) {
+  development.checkSame(file_.frame());
   development.calibration().apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   if (type_.channels && type_.channels != layout_.channels)
@@ -88,6 +101,7 @@ Preview DevelopmentJob::preview() const {
   append(o.conversion.unusedOptions(file_.frame()));
   append(unusedParts(o.look.known, file_.frame()));
   preview.command = command_;
+  preview.settings = settings_;
   return preview;
 }
 
@@ -104,8 +118,10 @@ Look DevelopmentJob::decide(const vistrel_frame& frame) const {
   }
   const LookChoice choice =
       withCamera(development_.options().look, camera, frame.phase == VISTREL_MONO);
-  if (calibration.isEmpty()) return decideLook(frame, choice, conversion_.region);
-  return decideCalibrated(frame, choice);
+  const Look look = calibration.isEmpty() ? decideLook(frame, choice, conversion_.region)
+                                          : decideCalibrated(frame, choice);
+  checkBlack(development_.options().look.known, look, frame);
+  return look;
 }
 
 // Levels come from the frame as the sensor saw it, the rest from the calibrated one.
@@ -130,25 +146,34 @@ Look DevelopmentJob::decide() { return decide(read()); }
 JobOutput DevelopmentJob::run(Worker& worker) {
   const vistrel_frame& frame = read();
   const auto& shared = development_.look();
-  if (shared && development_.bits() != frame.bits)
-    throwError(kRejected, "--same: the first frame has {} bits; this one has {}",
-               development_.bits(), frame.bits);
   const Look look = shared ? *shared : decide(frame);
   const FinishedLook finished(look);
   finished.apply(frame, conversion_);
   const Image& image = worker.convert(frame, conversion_);
   const uint32_t crc = savePicture(image, type_, job_.to);
   command_ = commandLine(look);
+  settings_ = settingsOf(look);
   return {preview(), crc};
 }
 
+AlgorithmChoice DevelopmentJob::algorithm() const {
+  return development_.options().conversion.algorithm.value_or(DevelopOptions::usualAlgorithm());
+}
+
+nlohmann::ordered_json DevelopmentJob::settingsOf(const Look& look) const {
+  const bool isMono = file_.frame().phase == VISTREL_MONO;
+  nlohmann::ordered_json settings{{"look", jsonOf(look, isMono)}};
+  if (!isMono) settings["algorithm"] = labelOf(algorithm());
+  settings["orientation"] = orientationName(conversion_.orientation);
+  return settings;
+}
+
 std::string DevelopmentJob::commandLine(const Look& look) const {
-  const ConversionOptions& o = development_.options().conversion;
   std::string line = "vistrel develop " + fileWord(job_.from);
   if (!development_.given().empty()) line += " " + development_.given();
   if (job_.frame) line += fmt::format(" --frame {}", *job_.frame);
   const bool isMono = file_.frame().phase == VISTREL_MONO;
-  if (!isMono) line += " -a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
+  if (!isMono) line += " -a " + labelOf(algorithm());
   if (conversion_.region.width) line += " --roi " + regionText(conversion_.region);
   line += fmt::format(" --orient {}", orientationName(conversion_.orientation));
   line += " --look " + lookText(look, isMono);

@@ -57,6 +57,39 @@ void FinishedLook::apply(const vistrel_frame& frame, vistrel_conversion& c) cons
   std::copy(look_.gains.begin(), look_.gains.end(), c.gains);
 }
 
+void checkBlack(const KnownLook& given, const Look& look, const vistrel_frame& frame) {
+  if (!given.black || given.white) return;
+  const uint32_t black = std::ranges::max(look.black);
+  if (black >= look.white && black >> frame.bits == 0)  // the library rejects larger ones
+    throwError(kRejected,
+               "--look black={}: it must be below the white level, {}, unless white= sets "
+               "another",
+               black, look.white);
+}
+
+namespace {
+
+template <class Numbers>
+nlohmann::ordered_json decimalsOf(const Numbers& numbers) {
+  nlohmann::ordered_json json = nlohmann::ordered_json::array();
+  for (const auto n : numbers) json.push_back(static_cast<double>(n) / kLookOne);
+  return json;
+}
+
+}  // namespace
+
+nlohmann::ordered_json jsonOf(const Look& look, bool isMono) {
+  nlohmann::ordered_json json{{"black", look.black}, {"white", look.white}};
+  if (!isMono) {
+    json["gains"] = decimalsOf(look.gains);
+    json["matrix"] = decimalsOf(look.matrix);
+    json["highlights"] = look.neutralHighlights ? "neutral" : "clip";
+  }
+  json["exposure"] = static_cast<double>(look.exposure) / kLookOne;
+  json["curve"] = transferText(look.transfer);
+  return json;
+}
+
 OptionNames lookOptionNames() {
   OptionNames names{{"conversion.white", "--look white="}, {"finish.exposure", "--look exposure="}};
   for (size_t i = 0; i < 4; ++i)

@@ -210,11 +210,51 @@ TEST_F(Develop, SameIsTheLookOfTheFirstFrame) {
       << result.err;
 }
 
-TEST_F(Develop, JsonHasTheCommand) {
+// Levels are places of the 2x2 block, and a mono frame has no colours.
+TEST_F(Develop, SameIsForFramesOfOnePhase) {
+  const auto frame = pgm(16, 12, 255, darkerRggb);
+  for (const char* const name :
+       {"a_8b_rggb.pgm", "b_8b_grbg.pgm", "c_8b_mono.pgm", "d_8b_rggb.pgm"})
+    scratch.write(name, frame);
+  std::filesystem::create_directory(scratch / "out");
+  const Finished result = develop(
+      "a_8b_rggb.pgm b_8b_grbg.pgm c_8b_mono.pgm d_8b_rggb.pgm --from-name --same --keep-going -o "
+      "out");
+  EXPECT_EQ(result.status, 1);
+  const std::string first = ": --same: the phase of the first frame is rggb; that of this one is ";
+  EXPECT_NE(result.err.find("b_8b_grbg.pgm" + first + "grbg\n"), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find("c_8b_mono.pgm" + first + "mono\n"), std::string::npos) << result.err;
+  EXPECT_TRUE(std::filesystem::exists(scratch / "out/d_8b_rggb.png"));
+}
+
+TEST_F(Develop, BlamesTheBlackThatIsGiven) {
+  scratch.write("in.pgm", pgm(40, 30, 1023, [](uint32_t x, uint32_t y) {
+                  return x < 20 ? 900 : 100 + 10 * x + y;
+                }));
+  EXPECT_EQ(
+      develop("in.pgm --phase rggb -o out.png --look black=900").err,
+      "vistrel: in.pgm: --look black=900: it must be below the white level, 900, unless white= "
+      "sets another\n");
+  EXPECT_EQ(develop("in.pgm --phase rggb -o out.png --look black=1024").err,
+            "vistrel: in.pgm: --look black=1024: samples of 10 bits allow 0 to 1023\n");
+}
+
+TEST_F(Develop, JsonHasTheCommandAndItsParts) {
   EXPECT_EQ(scratch.vistrel("scene --camera -s 60x40 -o in.dng").status, 0);
-  const std::string line = develop("in.dng -o out.png").out;
-  const auto json = nlohmann::json::parse(develop("in.dng -o out.png --json").out);
-  EXPECT_EQ(json["inputs"][0]["outputs"][0]["command"].get<std::string>() + "\n", line);
+  const std::string look =
+      "black=1:2:3:4,white=4000,gains=2:1:1.5,matrix=1:0:0:0.5:0.5:0:0:0:1,exposure=1.25,"
+      "curve=asinh:50";
+  const std::string options = "in.dng -o out.png --orient 90 -a edge --look " + look;
+  const std::string line = develop(options).out;
+  const auto output =
+      nlohmann::json::parse(develop(options + " --json").out)["inputs"][0]["outputs"][0];
+  EXPECT_EQ(output["command"].get<std::string>() + "\n", line);
+  EXPECT_EQ(output["algorithm"], "edge:0");
+  EXPECT_EQ(output["orientation"], "90");
+  EXPECT_EQ(output["look"], nlohmann::json::parse(R"({
+      "black": [1, 2, 3, 4], "white": 4000, "gains": [2, 1, 1.5],
+      "matrix": [1, 0, 0, 0.5, 0.5, 0, 0, 0, 1], "highlights": "neutral",
+      "exposure": 1.25, "curve": "asinh:50.000"})"));
 }
 
 TEST_F(Develop, StandardOutputIsForThePicture) {
