@@ -7,9 +7,9 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/apps/input/tiff_file.h"
+#include "tests/apps/patches.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
-#include "tests/apps/tools/scene/chart.h"
 
 namespace vistrel {
 namespace {
@@ -112,12 +112,12 @@ TEST_F(Develop, UndoesTheCamera) {
   EXPECT_EQ(develop("in.dng -o out.png").status, 0);
   const Picture picture = readPng(scratch / "out.png");
   double before = 256;
-  for (const Patch& patch : readChart()) {
+  for (const Patch& patch : readPatches(VISTREL_CHART)) {
     std::array<double, 3> mean{};
-    for (uint32_t y = patch.top; y < patch.top + patch.height; ++y)
-      for (uint32_t x = patch.left; x < patch.left + patch.width; ++x)
+    for (uint32_t y = patch.box.y; y < patch.box.y + patch.box.height; ++y)
+      for (uint32_t x = patch.box.x; x < patch.box.x + patch.box.width; ++x)
         for (uint32_t c = 0; c < 3; ++c) mean[c] += picture.at(x, y, c);
-    for (double& m : mean) m /= patch.width * patch.height;
+    for (double& m : mean) m /= patch.box.width * patch.box.height;
     const auto [least, most] = std::minmax_element(mean.begin(), mean.end());
     if (patch.isNeutral()) {
       EXPECT_LT(*most - *least, 3) << patch.name;

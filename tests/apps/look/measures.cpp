@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 namespace vistrel {
@@ -39,24 +37,6 @@ Lab labOf(const Srgb& colour) {
   const double y = rootOf(0.2126729 * r + 0.7151522 * g + 0.0721750 * b);
   const double z = rootOf((0.0193339 * r + 0.1191920 * g + 0.9503041 * b) / 1.08883);
   return {116 * y - 16, 500 * (x - y), 200 * (y - z)};
-}
-
-std::vector<Patch> readPatches(const std::filesystem::path& path) {
-  std::ifstream in(path);
-  if (!in) throw std::runtime_error(path.string() + " cannot be read");
-  std::vector<Patch> patches;
-  for (std::string line; std::getline(in, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    Patch patch;
-    char cross, plus, otherPlus;
-    std::istringstream words(line);
-    vistrel_region& box = patch.box;
-    words >> patch.name >> box.width >> cross >> box.height >> plus >> box.x >> otherPlus >> box.y;
-    if (!words || cross != 'x' || plus != '+' || otherPlus != '+')
-      throw std::runtime_error(path.string() + ": \"" + line + "\" is not NAME WxH+X+Y");
-    patches.push_back(patch);
-  }
-  return patches;
 }
 
 Srgb meanOf(const Picture& picture, const vistrel_region& box) {

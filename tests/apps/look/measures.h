@@ -2,10 +2,8 @@
 #pragma once
 
 #include <array>
-#include <filesystem>
-#include <string>
-#include <vector>
 
+#include "tests/apps/patches.h"
 #include "tests/apps/pictures.h"
 #include "vistrel/vistrel_host.h"
 
@@ -21,14 +19,6 @@ struct Lab {
 // sRGB, 0 to 255.
 using Srgb = std::array<double, 3>;
 Lab labOf(const Srgb& colour);
-
-struct Patch {
-  std::string name;
-  vistrel_region box;
-};
-
-// Lines such as "white 16x16+100+80"; '#' begins a comment. Throws std::runtime_error.
-std::vector<Patch> readPatches(const std::filesystem::path& path);
 
 Srgb meanOf(const Picture& picture, const vistrel_region& box);
 

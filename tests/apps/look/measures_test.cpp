@@ -5,8 +5,6 @@
 
 #include <stdexcept>
 
-#include "tests/apps/program.h"
-
 namespace vistrel {
 namespace {
 
@@ -42,21 +40,6 @@ TEST(Measures, GrayAndSixteenBitsAreScaled) {
   EXPECT_NEAR(lumaOf(picture).mean, 50, 1e-9);
   EXPECT_NEAR(meanOf(picture, {0, 0, 2, 1})[2], 50, 1e-9);
   EXPECT_THROW(meanOf(picture, {1, 0, 2, 1}), std::runtime_error);
-}
-
-TEST(Measures, PatchesAreNamedRegions) {
-  const Scratch scratch;
-  scratch.write("patches.txt", "# a comment\nwhite 16x8+100+80\n\n");
-  const auto patches = readPatches(scratch / "patches.txt");
-  ASSERT_EQ(patches.size(), 1u);
-  EXPECT_EQ(patches[0].name, "white");
-  EXPECT_EQ(patches[0].box.width, 16u);
-  EXPECT_EQ(patches[0].box.height, 8u);
-  EXPECT_EQ(patches[0].box.x, 100u);
-  EXPECT_EQ(patches[0].box.y, 80u);
-  scratch.write("wrong.txt", "white 16x8+100\n");
-  EXPECT_THROW(readPatches(scratch / "wrong.txt"), std::runtime_error);
-  EXPECT_THROW(readPatches(scratch / "none.txt"), std::runtime_error);
 }
 
 }  // namespace
