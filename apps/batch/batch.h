@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
 #include <string>
@@ -20,9 +21,10 @@ namespace vistrel::app {
 // What a conversion will produce, from the frame's header and the options.
 struct Preview {
   vistrel_layout layout;
-  std::vector<std::string> warnings;  // for the user
-  std::vector<double> gains = {};     // red, green, blue, if they were measured
-  std::string command = {};           // that repeats what was decided; may be empty
+  std::vector<std::string> warnings;     // for the user
+  std::vector<double> gains = {};        // red, green, blue, if they were measured
+  std::string command = {};              // that repeats what was decided; may be empty
+  nlohmann::ordered_json settings = {};  // what was decided, for the report; null if nothing was
 };
 
 struct JobOutput {

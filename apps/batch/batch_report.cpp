@@ -25,7 +25,7 @@ Json outputOf(const Job& job, const JobResult& result) {
   Json json{{"output", job.to.string()}, {"status", nameOf(result.state)}};
   if (job.frame) json["frame"] = *job.frame;
   if (result.state == JobState::kFailed) json["error"] = result.outcome.text;
-  const auto& [l, warnings, gains, command] = result.preview;
+  const auto& [l, warnings, gains, command, settings] = result.preview;
   if (!warnings.empty()) json["warnings"] = warnings;
   if (l.width) {
     json.update(
@@ -33,6 +33,7 @@ Json outputOf(const Job& job, const JobResult& result) {
   }
   if (!gains.empty()) json["gains"] = gains;
   if (!command.empty()) json["command"] = command;
+  if (!settings.is_null()) json.update(settings);
   json["seconds"] = microseconds(result.seconds);
   return json;
 }

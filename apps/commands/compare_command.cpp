@@ -114,8 +114,14 @@ Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progre
       fmt::format("{}  {} bit {}  {}  {}x", std::filesystem::path(path).filename().string(),
                   frame.bits, vistrel_phase_name(frame.phase), regionText(crop), o.zoom);
   std::optional<FinishedLook> look;
-  if (o.look)
-    look.emplace(decideLook(frame, withCamera(*o.look, file.description().camera, false)));
+  if (o.look) {
+    const Look decided = decideLook(frame, withCamera(*o.look, file.description().camera, false));
+    checkBlack(o.look->known, decided, frame);
+    progress.clear();
+    fmt::print(isStandardOutput(o.output) ? stderr : stdout, "{}: --look {}\n", path,
+               lookText(decided));
+    look.emplace(decided);
+  }
   for (const AlgorithmChoice& algorithm : orAll(o.algorithms))
     strip.cells.push_back(cellOf(frame, crop, algorithm, o, look ? &*look : nullptr));
   return strip;

@@ -4,9 +4,12 @@
 
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
+#include "apps/look/frame_statistics.h"
 
 namespace vistrel::app {
 namespace {
+
+constexpr uint64_t kReliable = 256;  // samples that gains are measured on
 
 // What the file says about its camera and the conversion leaves aside.
 std::vector<std::string> unusedMetadata(const CameraMetadata& m, bool isMono,
@@ -73,6 +76,10 @@ void ConversionJob::measureGains(const vistrel_frame& frame) {
   std::copy(measured.begin(), measured.end(), conversion_.gains);
   for (const uint32_t gain : measured) gains_.push_back(gain / double{int{VISTREL_GAIN_ONE}});
   notes_.push_back(fmt::format("--wb auto: the gains are --wb {:.4f}", fmt::join(gains_, ",")));
+  const uint64_t samples = balancedSamples(frame, measuring.white, measuring.region);
+  if (samples < kReliable)
+    notes_.push_back(fmt::format("--wb auto: only {} samples count; {} or more are reliable",
+                                 samples, kReliable));
 }
 
 // The picture's type has another number of channels than the result.

@@ -72,6 +72,7 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
   o.conversion.bare = isRawFile(plan.jobs.front().to);
   if (curve) o.conversion.tone.table = readCurve(*curve);
   const SensorCalibration calibration(o.conversion.calibration, o.input);
+  addWarnings(calibration, plan);
   return o.run(std::move(plan), taskFor(command, o, calibration));
 }
 

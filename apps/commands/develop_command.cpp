@@ -64,13 +64,13 @@ ExitStatus run(const CLI::App& command, DevelopRequest& o) {
   const std::string given = givenOptions(command, {"Input", "Development"},
                                          {"--algorithm", "--look", "--same", "--roi", "--orient"});
   Development development(o.input, o.development, given);
+  addWarnings(development.calibration(), plan);
   withOptionNames(optionNames(o.development), [&] { development.lookAt(plan.jobs.front()); });
   return o.run(std::move(plan), taskFor(command, o, development));
 }
 
 void addDevelopmentOptions(CLI::App& command, DevelopOptions& o) {
   ConversionOptions& c = o.conversion;
-  c.preparation.edges = "padded";
   addLookOption(command, o.look);
   command.add_flag("--same", o.same, "Give all frames the look of the first one");
   addAlgorithmOption(command, c, kDevelopAlgorithm);

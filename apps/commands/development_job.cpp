@@ -21,6 +21,19 @@ bool isPart(const Crop& crop, const vistrel_frame& frame) {
   return crop.width < frame.width || crop.height < frame.height;
 }
 
+// Parts of the look that mono frames don't have.
+std::vector<std::string> unusedParts(const KnownLook& known, const vistrel_frame& frame) {
+  std::vector<std::string> unused;
+  const auto add = [&unused](bool isKnown, const char* part) {
+    if (isKnown) unused.push_back(fmt::format("--look {}= has no effect: the frame is mono", part));
+  };
+  if (frame.phase != VISTREL_MONO) return unused;
+  add(known.gains.has_value(), "gains");
+  add(known.matrix.has_value(), "matrix");
+  add(known.neutralHighlights.has_value(), "highlights");
+  return unused;
+}
+
 // A stage that leaves everything as it is, for the layout of the result.
 const vistrel_finish kPlainFinish{0, VISTREL_EXPOSURE_ONE, {}, 0, nullptr, {}};
 
@@ -29,6 +42,7 @@ vistrel_conversion conversionOf(const DevelopOptions& o, const FrameFile& file) 
   const CameraMetadata& camera = file.description().camera;
   ConversionOptions options = o.conversion;
   if (!options.algorithm) options.algorithm = DevelopOptions::usualAlgorithm();
+  if (options.preparation.edges.empty()) options.preparation.edges = "padded";
   vistrel_conversion c = options.of(frame);
   c.bin_mode = VISTREL_BIN_MEAN;
   c.orientation = options.orientation.value_or(camera.orientation.value_or(VISTREL_UPRIGHT));
@@ -49,15 +63,28 @@ void Development::lookAt(const Job& first) {
   try {
     DevelopmentJob job(first, *this);
     look_ = job.decide();
-    bits_ = job.bits();
+    bits_ = job.frame().bits;
+    phase_ = job.frame().phase;
   } catch (const ProgramError& error) {
     throwError(error.status(), "--same: {}: {}", first.from.string(), error.what());
   }
 }
 
+// Black levels are those of the places of the 2x2 block.
+void Development::checkSame(const vistrel_frame& frame) const {
+  if (!look_) return;
+  if (bits_ != frame.bits)
+    throwError(kRejected, "--same: the first frame has {} bits; this one has {}", bits_,
+               frame.bits);
+  if (phase_ != frame.phase)
+    throwError(kRejected, "--same: the phase of the first frame is {}; that of this one is {}",
+               vistrel_phase_name(phase_), vistrel_phase_name(frame.phase));
+}
+
 DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
     : job_(job), development_(development), file_(job.from, development.input()),
       conversion_(conversionOf(development.options(), file_)), type_(pictureType(job.to)) {
+  development.checkSame(file_.frame());
   development.calibration().apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   if (type_.channels && type_.channels != layout_.channels)
@@ -67,7 +94,14 @@ DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
 
 Preview DevelopmentJob::preview() const {
   Preview preview{layout_, file_.warnings()};
+  const auto append = [&preview](const std::vector<std::string>& notes) {
+    preview.warnings.insert(preview.warnings.end(), notes.begin(), notes.end());
+  };
+  const DevelopOptions& o = development_.options();
+  append(o.conversion.unusedOptions(file_.frame()));
+  append(unusedParts(o.look.known, file_.frame()));
   preview.command = command_;
+  preview.settings = settings_;
   return preview;
 }
 
@@ -84,8 +118,10 @@ Look DevelopmentJob::decide(const vistrel_frame& frame) const {
   }
   const LookChoice choice =
       withCamera(development_.options().look, camera, frame.phase == VISTREL_MONO);
-  if (calibration.isEmpty()) return decideLook(frame, choice, conversion_.region);
-  return decideCalibrated(frame, choice);
+  const Look look = calibration.isEmpty() ? decideLook(frame, choice, conversion_.region)
+                                          : decideCalibrated(frame, choice);
+  checkBlack(development_.options().look.known, look, frame);
+  return look;
 }
 
 // Levels come from the frame as the sensor saw it, the rest from the calibrated one.
@@ -110,27 +146,37 @@ Look DevelopmentJob::decide() { return decide(read()); }
 JobOutput DevelopmentJob::run(Worker& worker) {
   const vistrel_frame& frame = read();
   const auto& shared = development_.look();
-  if (shared && development_.bits() != frame.bits)
-    throwError(kRejected, "--same: the first frame has {} bits; this one has {}",
-               development_.bits(), frame.bits);
   const Look look = shared ? *shared : decide(frame);
   const FinishedLook finished(look);
   finished.apply(frame, conversion_);
   const Image& image = worker.convert(frame, conversion_);
   const uint32_t crc = savePicture(image, type_, job_.to);
   command_ = commandLine(look);
+  settings_ = settingsOf(look);
   return {preview(), crc};
 }
 
+AlgorithmChoice DevelopmentJob::algorithm() const {
+  return development_.options().conversion.algorithm.value_or(DevelopOptions::usualAlgorithm());
+}
+
+nlohmann::ordered_json DevelopmentJob::settingsOf(const Look& look) const {
+  const bool isMono = file_.frame().phase == VISTREL_MONO;
+  nlohmann::ordered_json settings{{"look", jsonOf(look, isMono)}};
+  if (!isMono) settings["algorithm"] = labelOf(algorithm());
+  settings["orientation"] = orientationName(conversion_.orientation);
+  return settings;
+}
+
 std::string DevelopmentJob::commandLine(const Look& look) const {
-  const ConversionOptions& o = development_.options().conversion;
   std::string line = "vistrel develop " + fileWord(job_.from);
   if (!development_.given().empty()) line += " " + development_.given();
   if (job_.frame) line += fmt::format(" --frame {}", *job_.frame);
-  line += " -a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
+  const bool isMono = file_.frame().phase == VISTREL_MONO;
+  if (!isMono) line += " -a " + labelOf(algorithm());
   if (conversion_.region.width) line += " --roi " + regionText(conversion_.region);
   line += fmt::format(" --orient {}", orientationName(conversion_.orientation));
-  line += " --look " + lookText(look);
+  line += " --look " + lookText(look, isMono);
   return line + " -o " + fileWord(job_.to);
 }
 

@@ -39,7 +39,8 @@ class Development {
   // Decides the look of all frames, if they have the same, before any job runs.
   void lookAt(const Job& first);
   const std::optional<Look>& look() const { return look_; }
-  uint32_t bits() const { return bits_; }  // of the frame whose look that is
+  // Throws ProgramError if that look, if any, is not for such frames.
+  void checkSame(const vistrel_frame& frame) const;
 
  private:
   const InputOptions& input_;
@@ -47,7 +48,7 @@ class Development {
   const std::string given_;
   const SensorCalibration calibration_;
   std::optional<Look> look_;
-  uint32_t bits_ = 0;
+  uint32_t bits_ = 0, phase_ = 0;  // of the frame whose look that is
 };
 
 class DevelopmentJob {
@@ -63,12 +64,14 @@ class DevelopmentJob {
 
   // The look that the frame would have by itself.
   Look decide();
-  uint32_t bits() const { return file_.frame().bits; }
+  const vistrel_frame& frame() const { return file_.frame(); }
 
  private:
   const vistrel_frame& read();
   Look decide(const vistrel_frame& frame) const;
   Look decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const;
+  AlgorithmChoice algorithm() const;
+  nlohmann::ordered_json settingsOf(const Look& look) const;
   std::string commandLine(const Look& look) const;
 
   const Job& job_;
@@ -78,6 +81,7 @@ class DevelopmentJob {
   const PictureType& type_;
   vistrel_layout layout_;
   std::string command_;
+  nlohmann::ordered_json settings_;
 };
 
 }  // namespace vistrel::app

@@ -49,6 +49,11 @@ ExitStatus PictureRequest::run(BatchPlan plan, BatchTask task) const {
   return status;
 }
 
+void addWarnings(const SensorCalibration& calibration, BatchPlan& plan) {
+  const auto& more = calibration.warnings();
+  plan.warnings.insert(plan.warnings.end(), more.begin(), more.end());
+}
+
 uint32_t savePicture(const Image& image, const PictureType& type, const std::filesystem::path& to) {
   AtomicFile output(to);
   type.write(image, output);

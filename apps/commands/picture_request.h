@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "apps/batch/batch.h"
+#include "apps/input/sensor_calibration.h"
 #include "apps/options/batch_options.h"
 #include "apps/options/input_options.h"
 #include "apps/pictures/picture.h"
@@ -28,6 +29,9 @@ struct PictureRequest {
   // Runs the batch, and reports as the options say. Throws ProgramError.
   ExitStatus run(BatchPlan plan, BatchTask task) const;
 };
+
+// Its warnings become those of the plan.
+void addWarnings(const SensorCalibration& calibration, BatchPlan& plan);
 
 // Writes a picture that appears complete or not at all. Returns the CRC-32 of its pixels.
 uint32_t savePicture(const Image& image, const PictureType& type, const std::filesystem::path& to);

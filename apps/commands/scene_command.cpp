@@ -44,13 +44,7 @@ std::string titleOf(const SceneOptions& o, uint32_t phase) {
 
 // From CIE XYZ to the camera's colours in daylight.
 Matrix3 xyzMatrixOf(const Camera& camera) {
-  Matrix3 matrix{};
-  for (size_t row = 0; row < 3; ++row)
-    for (size_t column = 0; column < 3; ++column)
-      for (size_t k = 0; k < 3; ++k)
-        matrix[3 * row + column] +=
-            camera.daylight[row] * camera.matrix[3 * row + k] * kSrgbOfXyz[3 * k + column];
-  return matrix;
+  return product(diagonal(camera.daylight), product(camera.matrix, srgbFromXyz()));
 }
 
 DngCamera dngCamera(const SceneOptions& o, uint32_t phase) {

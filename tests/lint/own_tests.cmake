@@ -22,7 +22,7 @@ set(exempt
   apps/input/tiff_input.cpp apps/input/readers.cpp                    # those of the readers
   apps/look/sky.cpp apps/look/tone.cpp                                # decide_test.cpp
   apps/names/algorithm_guide.cpp                                      # algorithms_test.cpp
-  apps/input/illuminant.cpp apps/input/matrix3.cpp                    # camera_colour_test.cpp
+  apps/colour/illuminant.cpp apps/colour/matrix3.cpp                   # camera_colour_test.cpp
   apps/commands/camera_info.cpp                                       # info_test.cpp
   apps/names/names_json.cpp apps/names/output_names.cpp               # formats_test.cpp
   apps/pictures/picture.cpp apps/pictures/write_png.cpp apps/pictures/write_pnm.cpp

@@ -68,6 +68,45 @@ TEST_F(SensorCalibration, RejectsWhatIsNotForTheFrame) {
   expectRejected("--dark dark.pgm --flat small.pgm", 3, "--dark dark.pgm: it has 4x1 pixels");
 }
 
+// Levels of other bits are on another scale; another phase means another part of the sensor.
+TEST_F(SensorCalibration, RejectsOtherBitsAndPhases) {
+  scratch.write("deep.pgm", pgm(4, 1, 4095, [](uint32_t, uint32_t) { return 160u; }));
+  expectRejected("--dark deep.pgm", 3, "--dark deep.pgm: it has 12 bits; this frame has 8\n");
+  expect("--flat deep.pgm", {100, 60, 255, 80});  // gains have no scale
+  expectRejected("--dark deep.pgm --flat flat.pgm", 3,
+                 "--flat flat.pgm: --dark deep.pgm: it has 12 bits; this frame has 8\n");
+  for (const std::string name : {"in_8b_rggb.pgm", "dark_8b_grbg.pgm"})
+    scratch.write(name, pgm(16, 12, 255, [](uint32_t x, uint32_t) { return x; }));
+  for (const std::string option : {"--dark", "--flat"}) {
+    const Finished result = scratch.vistrel("convert in_8b_rggb.pgm --from-name -o out.png " +
+                                            option + " dark_8b_grbg.pgm");
+    EXPECT_EQ(result.status, 3);
+    EXPECT_NE(result.err.find(option + " dark_8b_grbg.pgm: its phase is grbg; that of this frame "
+                                       "is rggb\n"),
+              std::string::npos)
+        << result.err;
+  }
+}
+
+TEST_F(SensorCalibration, WarnsOfFlatFieldsWithoutLight) {
+  const auto warningOf = [&](const Row& flat, const std::string& options) {
+    scratch.write("flat.pgm", rowPgm(flat));
+    const Finished result =
+        scratch.vistrel("convert in.pgm --phase mono -o out.pgm --flat flat.pgm " + options);
+    EXPECT_EQ(result.status, 0);
+    return result.err;
+  };
+  EXPECT_EQ(warningOf({100, 50, 50, 100}, ""), "");
+  EXPECT_EQ(warningOf({0, 0, 0, 0}, ""),
+            "vistrel: --flat flat.pgm: no pixel has light above black; it changes nothing\n");
+  EXPECT_EQ(scratch.read("out.pgm"), scratch.read("in.pgm"));
+  const std::string some =
+      "vistrel: --flat flat.pgm: 2 of 4 pixels have no light above black, so no gain evens them "
+      "out\n";
+  EXPECT_EQ(warningOf({100, 0, 0, 100}, ""), some);
+  EXPECT_EQ(warningOf({10, 50, 50, 90}, "--dark dark.pgm"), some);
+}
+
 // A calibration is never overwritten.
 TEST_F(SensorCalibration, IsAnInput) {
   const Finished result =

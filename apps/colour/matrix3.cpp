@@ -1,4 +1,4 @@
-#include "apps/input/matrix3.h"
+#include "apps/colour/matrix3.h"
 
 namespace vistrel::app {
 namespace {

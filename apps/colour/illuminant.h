@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "apps/input/matrix3.h"
+#include "apps/colour/matrix3.h"
 
 namespace vistrel::app {
 

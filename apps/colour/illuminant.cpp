@@ -1,4 +1,4 @@
-#include "apps/input/illuminant.h"
+#include "apps/colour/illuminant.h"
 
 namespace vistrel::app {
 namespace {
