@@ -25,11 +25,6 @@ struct Preview {
   std::string command = {};           // that repeats what was decided; may be empty
 };
 
-struct JobOutput {
-  Preview preview;
-  uint32_t crc;  // CRC-32 of the pixels
-};
-
 // One thread's stream and image memory, which it keeps from frame to frame.
 class Worker {
  public:
@@ -42,11 +37,11 @@ class Worker {
 };
 
 // How to carry out a job. Several threads call the functions at once, for different jobs. They
-// throw ProgramError and Error.
+// throw ProgramError and Error; what is in the preview by then is reported as well.
 struct BatchTask {
-  std::function<Preview(const Job&)> check;  // everything but the samples
-  std::function<JobOutput(const Job&, Worker&)> make;
-  std::string options;                         // see Provenance
+  std::function<void(const Job&, Preview&)> check;              // everything but the samples
+  std::function<uint32_t(const Job&, Worker&, Preview&)> make;  // returns the CRC-32 of the pixels
+  std::string options;                                          // see Provenance
   std::vector<std::filesystem::path> sources;  // files that all pictures depend on besides frames
 };
 
@@ -55,7 +50,7 @@ enum class JobState { kNotBegun, kMade, kUpToDate, kPlanned, kFailed };
 struct JobResult {
   JobState state = JobState::kNotBegun;
   Outcome outcome;
-  Preview preview{};  // of a picture that was made or is planned
+  Preview preview{};  // as far as it came
   double seconds = 0;
 };
 

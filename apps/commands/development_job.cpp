@@ -47,7 +47,8 @@ AlgorithmChoice DevelopOptions::usualAlgorithm() {
 void Development::lookAt(const Job& first) {
   if (!options_.same) return;
   try {
-    DevelopmentJob job(first, *this);
+    Preview preview;
+    DevelopmentJob job(first, *this, preview);
     look_ = job.decide();
     bits_ = job.bits();
   } catch (const ProgramError& error) {
@@ -55,20 +56,15 @@ void Development::lookAt(const Job& first) {
   }
 }
 
-DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
-    : job_(job), development_(development), file_(job.from, development.input()),
+DevelopmentJob::DevelopmentJob(const Job& job, const Development& development, Preview& preview)
+    : job_(job), development_(development), preview_(preview),
+      file_(job.from, development.input(), preview.warnings),
       conversion_(conversionOf(development.options(), file_)), type_(pictureType(job.to)) {
   development.calibration().apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   if (type_.channels && type_.channels != layout_.channels)
     throwError(kRejected, "{} can't hold this picture, which has {} channel{}: use .png",
                job.to.string(), layout_.channels, layout_.channels == 1 ? "" : "s");
-}
-
-Preview DevelopmentJob::preview() const {
-  Preview preview{layout_, file_.warnings()};
-  preview.command = command_;
-  return preview;
 }
 
 const vistrel_frame& DevelopmentJob::read() {
@@ -107,7 +103,11 @@ Look DevelopmentJob::decideCalibrated(const vistrel_frame& frame, const LookChoi
 
 Look DevelopmentJob::decide() { return decide(read()); }
 
-JobOutput DevelopmentJob::run(Worker& worker) {
+uint32_t DevelopmentJob::run(Worker& worker) {
+  return withOriginOfBits(file_, [&] { return develop(worker); });
+}
+
+uint32_t DevelopmentJob::develop(Worker& worker) {
   const vistrel_frame& frame = read();
   const auto& shared = development_.look();
   if (shared && development_.bits() != frame.bits)
@@ -118,8 +118,9 @@ JobOutput DevelopmentJob::run(Worker& worker) {
   finished.apply(frame, conversion_);
   const Image& image = worker.convert(frame, conversion_);
   const uint32_t crc = savePicture(image, type_, job_.to);
-  command_ = commandLine(look);
-  return {preview(), crc};
+  preview_.command = commandLine(look);
+  describe();
+  return crc;
 }
 
 std::string DevelopmentJob::commandLine(const Look& look) const {

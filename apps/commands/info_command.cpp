@@ -80,8 +80,8 @@ Json jsonOf(const FrameFile& file, const Statistics& s) {
 // several.
 void describe(const std::string& path, const InfoOptions& o, Json& all) {
   const bool several = o.paths.size() > 1;
-  FrameFile file(path, o.input);
-  printWarnings(file, path);
+  PrintedWarnings warnings(path);
+  FrameFile file(path, o.input, warnings.list());
   const Statistics statistics = statisticsOf(file.read());
   if (o.json) {
     all.push_back(jsonOf(file, statistics));

@@ -6,7 +6,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr double kDarkOutliers = 0.0002, kDark = 0.005, kBrightOutliers = 0.0005,
+constexpr double kDarkOutliers = 0.0002, kDarkShare = 0.005, kBrightOutliers = 0.0005,
                  kLeastClipped = 0.0001;
 constexpr double kSpike = 5, kPile = 3;  // times the counts below
 
@@ -71,7 +71,7 @@ class Steps {
 // The value of the darkest samples. Those below a gap are dead pixels.
 uint32_t darkEnd(const Histogram& samples, uint32_t gap) {
   const uint32_t least = quantile(samples, kDarkOutliers);
-  uint32_t dark = quantile(samples, kDark);
+  uint32_t dark = quantile(samples, kDarkShare);
   for (uint32_t value = dark; value > least && dark - value <= gap;)
     if (samples[--value]) dark = value;
   return dark;
