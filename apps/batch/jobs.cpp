@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apps/files/stem.h"
 #include "apps/pictures/picture.h"
 
 namespace vistrel::app {
@@ -21,7 +22,7 @@ struct Target {
   fs::path of(const fs::path& input) const {
     if (!folder) return path;
     return (path.empty() ? input.parent_path() : path) /
-           (input == "-" ? fs::path("stdin") : input.stem()).concat(extension);
+           (input == "-" ? fs::path("stdin") : stemOf(input)).concat(extension);
   }
 };
 

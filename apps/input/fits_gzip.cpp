@@ -7,6 +7,7 @@
 
 #include "apps/error.h"
 #include "apps/input/gzip_stream.h"
+#include "apps/pictures/png_input.h"
 
 namespace vistrel::app {
 namespace {
@@ -39,7 +40,7 @@ uint64_t checkedProduct(uint64_t a, uint64_t b) {
 
 class Inflater {
  public:
-  explicit Inflater(const Source& source) : in_(source) {}
+  explicit Inflater(const Source& source) : in_(source), size_(source.size()) {}
 
   std::vector<uint8_t> inflate() {
     if (!readHeader("SIMPLE  =")) throwOther();
@@ -89,9 +90,13 @@ class Inflater {
     return checkedProduct(count, each);
   }
 
-  // Memory grows with the bytes that are there, not with those that the header announces.
+  // Memory is used as bytes arrive, whatever the header announces.
   void readData() {
     const uint64_t bytes = dataBytes(), blocks = bytes / kFitsBlock + (bytes % kFitsBlock != 0);
+    if (bytes / kDeflateRatio > size_)
+      throwError(kRejected, "the file is too short: {} bytes of samples do not fit its {}", bytes,
+                 size_);
+    if (!isFound_) kept_.reserve(kept_.size() + bytes + kFitsBlock);
     std::vector<uint8_t> part(kPart);
     for (uint64_t left = checkedProduct(blocks, kFitsBlock); left > 0;) {
       const size_t wanted = std::min<uint64_t>(left, part.size());
@@ -114,6 +119,7 @@ class Inflater {
   }
 
   GzipStream in_;
+  uint64_t size_;  // of the compressed file
   std::vector<uint8_t> kept_;
   char block_[kFitsBlock];
   size_t blockBytes_ = 0;

@@ -114,6 +114,7 @@ class FitsReader : public Reader {
         values.add(row.data(), row.size());
       }
     d.range = o.range.value_or(usualRange(values));
+    d.bitsKnown = !isIdentity(*d.range);
     d.warnings.push_back(rangeNote(*d.range, values));
   }
 

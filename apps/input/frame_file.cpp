@@ -8,6 +8,7 @@
 #include <numeric>
 
 #include "apps/error.h"
+#include "apps/files/stem.h"
 #include "apps/input/readers.h"
 #include "apps/options/frame_name.h"
 #include "apps/options/option_names.h"
@@ -37,7 +38,7 @@ void warnIfPhasesDiffer(uint32_t used, const char* origin, uint32_t stated, Warn
 // The options, completed from the file's name.
 InputOptions withName(const std::filesystem::path& path, InputOptions o, Warnings& warnings) {
   if (!o.fromName) return o;
-  const FrameName name = parseFrameName(path.stem().string());
+  const FrameName name = parseFrameName(stemOf(path).string());
   if (!o.bits) o.bits = name.bits;
   if (!o.phase) o.phase = name.phase;
   warnIfBitsDiffer(*o.bits, "its name", name.bits, warnings);

@@ -9,10 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "apps/error.h"
 #include "apps/input/reader.h"
 #include "apps/options/input_options.h"
-#include "apps/rejection.h"
+#include "apps/options/option_names.h"
 
 namespace vistrel::app {
 

@@ -26,6 +26,9 @@ RealRange usualRange(const RealValues& values);
 // "values from 0 to 1 become samples from 0 to 65535", and what is clipped.
 std::string rangeNote(const RealRange& range, const RealValues& values);
 
+// Whether a value is a sample.
+bool isIdentity(const RealRange& range);
+
 // Scales the range to 0..65535 and rounds. What is outside is clipped; blank values become 0.
 void scaleToSamples(const double* values, size_t count, const RealRange& range, uint16_t* to);
 

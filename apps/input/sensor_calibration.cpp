@@ -55,7 +55,7 @@ void addReadFiles(const CalibrationOptions& o, RunFiles& files) {
 }
 
 SensorCalibration::SensorCalibration(const CalibrationOptions& o, InputOptions input) {
-  input.fromName = false;
+  input.fromName = input.needsPhase = false;
   if (!o.dark.empty()) readDark(o.dark, input);
   if (!o.flat.empty()) readFlat(o.flat, input);
   if (!o.hot.empty()) readHot(o.hot);

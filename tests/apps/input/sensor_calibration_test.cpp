@@ -68,6 +68,25 @@ TEST_F(SensorCalibration, RejectsWhatIsNotForTheFrame) {
   expectRejected("--dark dark.pgm --flat small.pgm", 3, "--dark dark.pgm: it has 4x1 pixels");
 }
 
+// --from-name is for the frames.
+TEST_F(SensorCalibration, ItsNameSaysNothing) {
+  scratch.write("in_8b_mono.pgm", scratch.read("in.pgm"));
+  for (const std::string name : {"dark.pgm", "dark_8b.pgm", "dark_10b_rggb.pgm"}) {
+    scratch.write(name, scratch.read("dark.pgm"));
+    const Finished result =
+        scratch.vistrel("convert in_8b_mono.pgm --from-name --dark " + name + " -o out.pgm");
+    EXPECT_EQ(result.err, "") << name;
+    EXPECT_EQ(scratch.read("out.pgm"), rowPgm({90, 60, 250, 0})) << name;
+  }
+  scratch.write("in_8b_mono.raw", "abcd");
+  const Finished headerless =
+      scratch.vistrel("convert in_8b_mono.raw -s 4x1 --from-name --dark in_8b_mono.raw -o out.pgm");
+  EXPECT_EQ(headerless.status, 2);
+  EXPECT_EQ(headerless.err,
+            "vistrel: --dark in_8b_mono.raw: --bits is missing: a headerless raw file does not "
+            "specify its depth\n");
+}
+
 // A calibration is never overwritten.
 TEST_F(SensorCalibration, IsAnInput) {
   const Finished result =
