@@ -115,7 +115,7 @@ void addInfoCommand(CLI::App& program, int& status) {
   const auto o = std::make_shared<InfoOptions>();
   command
       ->add_option("IN", o->paths,
-                   "Frames: PGM, PNG, TIFF, DNG, FITS, camera raw, headerless; - is standard input")
+                   "Frames: PGM, PAM, PNG, TIFF, DNG, FITS, camera raw, headerless; - is stdin")
       ->required();
   command->add_flag("--json", o->json, "Print JSON");
   addInputOptions(*command, o->input);

@@ -8,9 +8,9 @@
 namespace vistrel {
 
 // As a gzip file, or as a zlib stream.
-inline std::string deflated(const std::string& bytes, bool isGzip = true) {
+inline std::string deflated(const std::string& bytes, bool isGzip = true, int level = 6) {
   z_stream zlib{};
-  deflateInit2(&zlib, 6, Z_DEFLATED, MAX_WBITS + (isGzip ? 16 : 0), 8, Z_DEFAULT_STRATEGY);
+  deflateInit2(&zlib, level, Z_DEFLATED, MAX_WBITS + (isGzip ? 16 : 0), 8, Z_DEFAULT_STRATEGY);
   std::string packed(deflateBound(&zlib, bytes.size()), 0);
   zlib.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
   zlib.avail_in = static_cast<uInt>(bytes.size());
