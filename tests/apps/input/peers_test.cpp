@@ -46,8 +46,8 @@ TEST_F(Peers, Tiffcp) {
   spec.height = 23;
   spec.bits = 16;
   writeTiff(scratch / "in.tif", spec, texture);
-  for (const char* options : {"-c zip", "-c zip:2", "-c lzw:2", "-c packbits", "-c zip:2 -t -w 16 -l 32",
-                              "-c zip -B", "-c zip -8", "-c none -r 5"})
+  for (const char* options : {"-c zip", "-c zip:2", "-c lzw:2", "-c packbits",
+                              "-c zip:2 -t -w 16 -l 32", "-c zip -B", "-c zip -8", "-c none -r 5"})
     expectSame("tiffcp " + std::string(options) + " in.tif new.tif", "new.tif");
 }
 
@@ -65,8 +65,7 @@ TEST_F(Peers, Fpack) {
 }
 
 TEST_F(Peers, Python) {
-  const Finished written =
-      scratch.run({"/usr/bin/python3", VISTREL_WRITE_FRAMES, "in.pgm"});
+  const Finished written = scratch.run({"/usr/bin/python3", VISTREL_WRITE_FRAMES, "in.pgm"});
   if (written.status != 0) GTEST_SKIP() << "python3-numpy is not installed";
   std::istringstream names(written.out);
   for (std::string name; names >> name;) expectFrame(name);
