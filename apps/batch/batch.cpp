@@ -83,16 +83,20 @@ bool Batch::runJob(size_t i, Worker& worker) {
 }
 
 JobState Batch::doJob(const Job& job, JobResult& result, Worker& worker) {
-  if (job.outcome.status != kDone) throw ProgramError(job.outcome.status, job.outcome.text);
+  if (job.outcome.status != kDone) {
+    result.preview.warnings = job.warnings;
+    throw ProgramError(job.outcome.status, job.outcome.text);
+  }
   const Provenance provenance = provenanceOf(job, task_.options);
-  if (!options_.overwrite && isUpToDate(job, provenance)) return JobState::kUpToDate;
+  // What comes through a pipe has no time, so it counts as new.
+  if (!options_.overwrite && modified(job.from) && isUpToDate(job, provenance))
+    return JobState::kUpToDate;
   if (options_.dryRun) {
-    result.preview = task_.check(job);
+    task_.check(job, result.preview);
     return JobState::kPlanned;
   }
-  JobOutput made = task_.make(job, worker);
-  result.preview = std::move(made.preview);
-  if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), made.crc});
+  const uint32_t crc = task_.make(job, worker, result.preview);
+  if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), crc});
   return JobState::kMade;
 }
 

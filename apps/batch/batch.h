@@ -27,11 +27,6 @@ struct Preview {
   nlohmann::ordered_json settings = {};  // what was decided, for the report; null if nothing was
 };
 
-struct JobOutput {
-  Preview preview;
-  uint32_t crc;  // CRC-32 of the pixels
-};
-
 // One thread's stream and image memory, which it keeps from frame to frame.
 class Worker {
  public:
@@ -44,11 +39,11 @@ class Worker {
 };
 
 // How to carry out a job. Several threads call the functions at once, for different jobs. They
-// throw ProgramError and Error.
+// throw ProgramError and Error; what is in the preview by then is reported as well.
 struct BatchTask {
-  std::function<Preview(const Job&)> check;  // everything but the samples
-  std::function<JobOutput(const Job&, Worker&)> make;
-  std::string options;                         // see Provenance
+  std::function<void(const Job&, Preview&)> check;              // everything but the samples
+  std::function<uint32_t(const Job&, Worker&, Preview&)> make;  // returns the CRC-32 of the pixels
+  std::string options;                                          // see Provenance
   std::vector<std::filesystem::path> sources;  // files that all pictures depend on besides frames
 };
 
@@ -57,7 +52,7 @@ enum class JobState { kNotBegun, kMade, kUpToDate, kPlanned, kFailed };
 struct JobResult {
   JobState state = JobState::kNotBegun;
   Outcome outcome;
-  Preview preview{};  // of a picture that was made or is planned
+  Preview preview{};  // as far as it came
   double seconds = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apps/files/stem.h"
 #include "apps/pictures/picture.h"
 
 namespace vistrel::app {
@@ -21,7 +22,7 @@ struct Target {
   fs::path of(const fs::path& input) const {
     if (!folder) return path;
     return (path.empty() ? input.parent_path() : path) /
-           (input == "-" ? fs::path("stdin") : input.stem()).concat(extension);
+           (input == "-" ? fs::path("stdin") : stemOf(input)).concat(extension);
   }
 };
 
@@ -33,11 +34,11 @@ fs::path numbered(const fs::path& path, uint64_t frame) {
 
 void addJobs(const fs::path& input, const Target& target, const FramesOf& framesOf,
              std::vector<Job>& jobs) {
-  Job job{input, target.of(input), {}, target.many, {}};
+  Job job{input, target.of(input), {}, target.many, {}, {}};
   uint64_t frames = 1;
   job.outcome = attempt([&] {
     if (isFolder(input)) throwError(kRejected, "there is no frame in this folder");
-    frames = framesOf(input);
+    frames = framesOf(input, job.warnings);
     if (frames > kMaxFrames)
       throwError(kRejected,
                  "it has {} frames: at most {} are allowed at once; --frame N selects one", frames,

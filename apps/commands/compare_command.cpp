@@ -100,15 +100,14 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop,
       label, convert(frame, c), {crop.x - region.x, crop.y - region.y, crop.width, crop.height}};
 }
 
-Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progress) {
-  FrameFile file(path, o.input);
+Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progress,
+              std::vector<std::string>& warnings) {
+  FrameFile file(path, o.input, warnings);
   if (file.frame().phase == VISTREL_MONO)
     throwError(kRejected,
                "a mono frame cannot be demosaiced; --phase names one of the four Bayer phases");
   const vistrel_region crop = cropOf(file.frame(), o);
   const vistrel_frame& frame = file.read();
-  for (const std::string& warning : file.warnings())
-    progress.say(fmt::format("{}: {}", path, warning));
   Strip strip;
   strip.title =
       fmt::format("{}  {} bit {}  {}  {}x", std::filesystem::path(path).filename().string(),
@@ -144,9 +143,12 @@ ExitStatus run(CompareOptions& o) {
   Progress progress(o.inputs.size());
   ExitStatusSum sum;
   for (const std::string& path : o.inputs) {
+    std::vector<std::string> warnings;
     const Outcome outcome = attempt([&] {
-      withOptionNames(optionNamesOf(o), [&] { strips.push_back(stripOf(path, o, progress)); });
+      withOptionNames(optionNamesOf(o),
+                      [&] { strips.push_back(stripOf(path, o, progress, warnings)); });
     });
+    for (const std::string& warning : warnings) progress.say(fmt::format("{}: {}", path, warning));
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
     sum.add(outcome.status);
     progress.made();

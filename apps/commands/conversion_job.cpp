@@ -39,29 +39,31 @@ std::string noteOf(const std::vector<std::string>& unused) {
 }  // namespace
 
 ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
-                             const ConversionOptions& options, const SensorCalibration& calibration)
-    : job_(job), options_(options), file_(job.from, input), conversion_(options.of(file_.frame())),
-      type_(pictureType(job.to)), notes_(options.unusedOptions(file_.frame())) {
+                             const ConversionOptions& options, const SensorCalibration& calibration,
+                             Preview& preview)
+    : job_(job), options_(options), preview_(preview), file_(job.from, input, preview.warnings),
+      conversion_(options.of(file_.frame())), type_(pictureType(job.to)) {
+  for (std::string& unused : options.unusedOptions(file_.frame()))
+    preview_.warnings.push_back(std::move(unused));
   calibration.apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   const auto unused = unusedMetadata(file_.description().camera,
                                      file_.frame().phase == VISTREL_MONO, options.preparation);
-  if (!unused.empty()) notes_.push_back(noteOf(unused));
+  if (!unused.empty()) preview_.warnings.push_back(noteOf(unused));
   if (type_.channels && type_.channels != layout_.channels) throwMisfit();
 }
 
-Preview ConversionJob::preview() const {
-  Preview preview{layout_, file_.warnings(), gains_};
-  preview.warnings.insert(preview.warnings.end(), notes_.begin(), notes_.end());
-  return preview;
+uint32_t ConversionJob::run(Worker& worker) {
+  return withOriginOfBits(file_, [&] { return convert(worker); });
 }
 
-JobOutput ConversionJob::run(Worker& worker) {
+uint32_t ConversionJob::convert(Worker& worker) {
   const vistrel_frame& frame = job_.frame ? file_.read(*job_.frame) : file_.read();
   measureGains(frame);
   const Image& image = worker.convert(frame, conversion_);
   const uint32_t crc = savePicture(image, type_, job_.to);
-  return {preview(), crc};
+  describe();
+  return crc;
 }
 
 // Measures the gains of gray-world here rather than in the library, so that the user sees them.
@@ -74,12 +76,14 @@ void ConversionJob::measureGains(const vistrel_frame& frame) {
       withOptionNames(names, [&] { return vistrel::measureGains(frame, measuring); });
   conversion_.white_balance = VISTREL_BALANCE_GAINS;
   std::copy(measured.begin(), measured.end(), conversion_.gains);
-  for (const uint32_t gain : measured) gains_.push_back(gain / double{int{VISTREL_GAIN_ONE}});
-  notes_.push_back(fmt::format("--wb auto: the gains are --wb {:.4f}", fmt::join(gains_, ",")));
+  auto& gains = preview_.gains;
+  for (const uint32_t gain : measured) gains.push_back(gain / double{int{VISTREL_GAIN_ONE}});
+  preview_.warnings.push_back(
+      fmt::format("--wb auto: the gains are --wb {:.4f}", fmt::join(gains, ",")));
   const uint64_t samples = balancedSamples(frame, measuring.white, measuring.region);
   if (samples < kReliable)
-    notes_.push_back(fmt::format("--wb auto: only {} samples count; {} or more are reliable",
-                                 samples, kReliable));
+    preview_.warnings.push_back(fmt::format(
+        "--wb auto: only {} samples count; {} or more are reliable", samples, kReliable));
 }
 
 // The picture's type has another number of channels than the result.

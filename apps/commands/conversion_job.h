@@ -15,27 +15,29 @@ namespace vistrel::app {
 class ConversionJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
-  // Error. The options and the calibration must outlive the object.
+  // Error. Warnings appear in the preview as they arise. All arguments must outlive the object.
   ConversionJob(const Job& job, const InputOptions& input, const ConversionOptions& options,
-                const SensorCalibration& calibration);
+                const SensorCalibration& calibration, Preview& preview);
 
-  Preview preview() const;
+  // Completes the preview, except for what needs the samples.
+  void describe() { preview_.layout = layout_; }
 
-  // Converts the frame and writes the picture.
-  JobOutput run(Worker& worker);
+  // Converts the frame, writes the picture and completes the preview. Returns the CRC-32 of the
+  // pixels.
+  uint32_t run(Worker& worker);
 
  private:
   [[noreturn]] void throwMisfit() const;
+  uint32_t convert(Worker& worker);
   void measureGains(const vistrel_frame& frame);
 
   const Job& job_;
   const ConversionOptions& options_;
+  Preview& preview_;
   FrameFile file_;
   vistrel_conversion conversion_;
   const PictureType& type_;
   vistrel_layout layout_;
-  std::vector<std::string> notes_;
-  std::vector<double> gains_;
 };
 
 }  // namespace vistrel::app

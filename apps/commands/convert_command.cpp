@@ -42,15 +42,15 @@ BatchTask taskFor(const CLI::App& command, const ConvertOptions& o,
                   const SensorCalibration& calibration) {
   BatchTask task;
   const OptionNames names = o.conversion.optionNames();
-  const auto jobOf = [&o, &calibration](const Job& job) {
-    return ConversionJob(job, o.input, o.conversion, calibration);
+  const auto jobOf = [&o, &calibration](const Job& job, Preview& preview) {
+    return ConversionJob(job, o.input, o.conversion, calibration, preview);
   };
-  task.check = [jobOf, names](const Job& job) {
+  task.check = [jobOf, names](const Job& job, Preview& preview) {
     checkWritable(job.to);
-    return withOptionNames(names, [&] { return jobOf(job).preview(); });
+    withOptionNames(names, [&] { jobOf(job, preview).describe(); });
   };
-  task.make = [jobOf, names](const Job& job, Worker& worker) {
-    return withOptionNames(names, [&] { return jobOf(job).run(worker); });
+  task.make = [jobOf, names](const Job& job, Worker& worker, Preview& preview) {
+    return withOptionNames(names, [&] { return jobOf(job, preview).run(worker); });
   };
   task.options = optionsOf(command, o);
   task.sources = o.conversion.calibration.files();

@@ -37,12 +37,13 @@ BatchTask taskFor(const CLI::App& command, const DevelopRequest& o,
                   const Development& development) {
   BatchTask task;
   const OptionNames names = optionNames(o.development);
-  task.check = [&development, names](const Job& job) {
+  task.check = [&development, names](const Job& job, Preview& preview) {
     checkWritable(job.to);
-    return withOptionNames(names, [&] { return DevelopmentJob(job, development).preview(); });
+    withOptionNames(names, [&] { DevelopmentJob(job, development, preview).describe(); });
   };
-  task.make = [&development, names](const Job& job, Worker& worker) {
-    return withOptionNames(names, [&] { return DevelopmentJob(job, development).run(worker); });
+  task.make = [&development, names](const Job& job, Worker& worker, Preview& preview) {
+    return withOptionNames(names,
+                           [&] { return DevelopmentJob(job, development, preview).run(worker); });
   };
   task.options = "develop " + givenOptions(command, {"Input", "Development"});
   task.sources = o.development.conversion.calibration.files();

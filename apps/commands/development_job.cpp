@@ -61,7 +61,8 @@ AlgorithmChoice DevelopOptions::usualAlgorithm() {
 void Development::lookAt(const Job& first) {
   if (!options_.same) return;
   try {
-    DevelopmentJob job(first, *this);
+    Preview preview;
+    DevelopmentJob job(first, *this, preview);
     look_ = job.decide();
     bits_ = job.frame().bits;
     phase_ = job.frame().phase;
@@ -81,10 +82,12 @@ void Development::checkSame(const vistrel_frame& frame) const {
                vistrel_phase_name(phase_), vistrel_phase_name(frame.phase));
 }
 
-DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
-    : job_(job), development_(development), file_(job.from, development.input()),
+DevelopmentJob::DevelopmentJob(const Job& job, const Development& development, Preview& preview)
+    : job_(job), development_(development), preview_(preview),
+      file_(job.from, development.input(), preview.warnings),
       conversion_(conversionOf(development.options(), file_)), type_(pictureType(job.to)) {
   development.checkSame(file_.frame());
+  warnOfUnusedOptions();
   development.calibration().apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   if (type_.channels && type_.channels != layout_.channels)
@@ -92,17 +95,11 @@ DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
                job.to.string(), layout_.channels, layout_.channels == 1 ? "" : "s");
 }
 
-Preview DevelopmentJob::preview() const {
-  Preview preview{layout_, file_.warnings()};
-  const auto append = [&preview](const std::vector<std::string>& notes) {
-    preview.warnings.insert(preview.warnings.end(), notes.begin(), notes.end());
-  };
+void DevelopmentJob::warnOfUnusedOptions() {
   const DevelopOptions& o = development_.options();
-  append(o.conversion.unusedOptions(file_.frame()));
-  append(unusedParts(o.look.known, file_.frame()));
-  preview.command = command_;
-  preview.settings = settings_;
-  return preview;
+  for (const auto& unused :
+       {o.conversion.unusedOptions(file_.frame()), unusedParts(o.look.known, file_.frame())})
+    preview_.warnings.insert(preview_.warnings.end(), unused.begin(), unused.end());
 }
 
 const vistrel_frame& DevelopmentJob::read() {
@@ -143,7 +140,11 @@ Look DevelopmentJob::decideCalibrated(const vistrel_frame& frame, const LookChoi
 
 Look DevelopmentJob::decide() { return decide(read()); }
 
-JobOutput DevelopmentJob::run(Worker& worker) {
+uint32_t DevelopmentJob::run(Worker& worker) {
+  return withOriginOfBits(file_, [&] { return develop(worker); });
+}
+
+uint32_t DevelopmentJob::develop(Worker& worker) {
   const vistrel_frame& frame = read();
   const auto& shared = development_.look();
   const Look look = shared ? *shared : decide(frame);
@@ -151,9 +152,10 @@ JobOutput DevelopmentJob::run(Worker& worker) {
   finished.apply(frame, conversion_);
   const Image& image = worker.convert(frame, conversion_);
   const uint32_t crc = savePicture(image, type_, job_.to);
-  command_ = commandLine(look);
-  settings_ = settingsOf(look);
-  return {preview(), crc};
+  preview_.command = commandLine(look);
+  preview_.settings = settingsOf(look);
+  describe();
+  return crc;
 }
 
 AlgorithmChoice DevelopmentJob::algorithm() const {

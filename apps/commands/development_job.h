@@ -54,20 +54,24 @@ class Development {
 class DevelopmentJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
-  // Error. The arguments must outlive the object.
-  DevelopmentJob(const Job& job, const Development& development);
+  // Error. Warnings appear in the preview as they arise. The arguments must outlive the object.
+  DevelopmentJob(const Job& job, const Development& development, Preview& preview);
 
-  Preview preview() const;
+  // Completes the preview, except for what needs the samples.
+  void describe() { preview_.layout = layout_; }
 
-  // Develops the frame and writes the picture.
-  JobOutput run(Worker& worker);
+  // Develops the frame, writes the picture and completes the preview. Returns the CRC-32 of the
+  // pixels.
+  uint32_t run(Worker& worker);
 
   // The look that the frame would have by itself.
   Look decide();
   const vistrel_frame& frame() const { return file_.frame(); }
 
  private:
+  void warnOfUnusedOptions();
   const vistrel_frame& read();
+  uint32_t develop(Worker& worker);
   Look decide(const vistrel_frame& frame) const;
   Look decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const;
   AlgorithmChoice algorithm() const;
@@ -76,12 +80,11 @@ class DevelopmentJob {
 
   const Job& job_;
   const Development& development_;
+  Preview& preview_;
   FrameFile file_;
   vistrel_conversion conversion_;
   const PictureType& type_;
   vistrel_layout layout_;
-  std::string command_;
-  nlohmann::ordered_json settings_;
 };
 
 }  // namespace vistrel::app

@@ -13,8 +13,8 @@
 namespace vistrel::app {
 
 BatchPlan PictureRequest::plan(RunFiles& files) const {
-  const FramesOf framesOf = [this](const std::filesystem::path& path) {
-    return input.frame ? 1 : FrameFile(path, input).frames();
+  const FramesOf framesOf = [this](const std::filesystem::path& path, auto& warnings) {
+    return input.frame ? 1 : FrameFile(path, input, warnings).frames();
   };
   const IsFrame isFrame = input.size ? isHeaderlessName : isFrameName;
   const std::string extension = "." + (type.empty() ? "png" : type);

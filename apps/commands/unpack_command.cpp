@@ -49,8 +49,8 @@ void unpackToDng(FrameFile& file, const UnpackOptions& o) {
 }
 
 void unpackFrames(const UnpackOptions& o) {
-  FrameFile file(o.input, o.in);
-  printWarnings(file, o.input);
+  PrintedWarnings warnings(o.input);
+  FrameFile file(o.input, o.in, warnings.list());
   const PictureType* const type = isDngName(o.output) ? nullptr : &pictureType(o.output);
   const uint64_t first = o.in.frame.value_or(0), count = o.in.frame ? 1 : file.frames();
   if (count > 1 && !(type && type->many))

@@ -1,24 +1,32 @@
 #include "apps/input/fits_input.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 #include "apps/error.h"
+#include "apps/input/fits_gzip.h"
+#include "apps/input/gzip_stream.h"
 
 namespace vistrel::app {
-namespace {
 
-constexpr size_t kBlock = 2880;
+bool FitsShape::isWhole() const {
+  return (bits == BYTE_IMG || bits == SHORT_IMG) && std::trunc(scale) == scale &&
+         std::trunc(zero) == zero && scale >= 1;
+}
 
-}  // namespace
-
-FitsInput::FitsInput(const Source& source) : bytes_(source.all()) {
+FitsInput::FitsInput(const Source& source)
+    : bytes_(beginsGzip(source.head(3)) ? inflatedFits(source) : source.all()) {
+  const uint64_t bytes = bytes_.size();
   // cfitsio reads whole blocks, even past the end of the buffer.
-  bytes_.resize((bytes_.size() + kBlock - 1) / kBlock * kBlock);
+  bytes_.resize((bytes_.size() + kFitsBlock - 1) / kFitsBlock * kFitsBlock);
   start_ = bytes_.data();
   size_ = bytes_.size();
   int status = 0;
   fits_open_memfile(&file_, "memory", READONLY, &start_, &size_, 0, nullptr, &status);
   check(status);
   try {
-    findImage();
+    findImage(bytes);
   } catch (...) {
     fits_close_file(file_, &(status = 0));
     throw;
@@ -73,6 +81,23 @@ void FitsInput::readPlane(uint64_t n, bool wide, void* to) {
   check(status);
 }
 
+void FitsInput::readRow(uint64_t n, uint64_t y, double* to) {
+  if (shape_.bits != FLOAT_IMG) return readReals(TDOUBLE, n, y, to);
+  // Tiles of floats decode to other doubles than to floats, which are what was compressed.
+  std::vector<float> row(static_cast<size_t>(shape_.size[0]));
+  readReals(TFLOAT, n, y, row.data());
+  std::ranges::copy(row, to);
+}
+
+template <class Real>
+void FitsInput::readReals(int type, uint64_t n, uint64_t y, Real* to) {
+  LONGLONG first[3] = {1, static_cast<LONGLONG>(y) + 1, static_cast<LONGLONG>(n) + 1};
+  Real blank = std::numeric_limits<Real>::quiet_NaN();
+  int status = 0, hasBlank = 0;
+  fits_read_pixll(file_, type, first, shape_.size[0], &blank, to, &hasBlank, &status);
+  check(status);
+}
+
 void FitsInput::check(int status) const {
   if (status == 0) return;
   fits_clear_errmsg();
@@ -81,7 +106,7 @@ void FitsInput::check(int status) const {
   throwError(kRejected, "FITS: {} (status {} of cfitsio)", text, status);
 }
 
-void FitsInput::findImage() {
+void FitsInput::findImage(uint64_t bytes) {
   int units = 0, status = 0;
   fits_get_num_hdus(file_, &units, &status);
   check(status);
@@ -89,17 +114,17 @@ void FitsInput::findImage() {
     int type = 0;
     fits_movabs_hdu(file_, unit, &type, &status);
     check(status);
-    if (type != IMAGE_HDU) continue;
-    if (fits_is_compressed_image(file_, &status))
-      throwError(kRejected, "FITS: its image is tile-compressed, which is not supported");
+    shape_.isCompressed = fits_is_compressed_image(file_, &status);
+    if (type != IMAGE_HDU && !shape_.isCompressed) continue;
     fits_get_img_paramll(file_, 3, &shape_.bits, &shape_.axes, shape_.size, &status);
     check(status);
     if (shape_.axes == 0) continue;
     shape_.scale = number("BSCALE", 1);
     shape_.zero = number("BZERO", 0);
-    LONGLONG header = 0, end = 0;
-    fits_get_hduaddrll(file_, &header, &shape_.begin, &end, &status);
+    LONGLONG header = 0, begin = 0, end = 0;
+    fits_get_hduaddrll(file_, &header, &begin, &end, &status);
     check(status);
+    shape_.bytes = bytes - std::min(bytes, static_cast<uint64_t>(begin));
     return;
   }
   throwError(kRejected, "FITS: it contains no image");

@@ -42,7 +42,7 @@ bool recognisesPng(const Source&, const std::string& head) {
   return head.substr(0, 8) == "\x89PNG\r\n\x1a\n";
 }
 
-std::unique_ptr<Reader> openPng(const Source& source) {
+std::unique_ptr<Reader> openPng(const Source& source, const InputOptions&) {
   return std::make_unique<PngReader>(source);
 }
 

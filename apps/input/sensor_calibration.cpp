@@ -54,7 +54,8 @@ void addReadFiles(const CalibrationOptions& o, RunFiles& files) {
   if (!o.hot.empty()) files.addRead("--hot", o.hot);
 }
 
-SensorCalibration::SensorCalibration(const CalibrationOptions& o, const InputOptions& input) {
+SensorCalibration::SensorCalibration(const CalibrationOptions& o, InputOptions input) {
+  input.fromName = input.needsPhase = false;
   if (!o.dark.empty()) readDark(o.dark, input);
   if (!o.flat.empty()) readFlat(o.flat, input);
   if (!o.hot.empty()) readHot(o.hot);
@@ -63,7 +64,8 @@ SensorCalibration::SensorCalibration(const CalibrationOptions& o, const InputOpt
 void SensorCalibration::readDark(const std::string& path, const InputOptions& input) {
   dark_.option = "--dark " + path;
   readFor(dark_.option, [&] {
-    FrameFile file(path, input);
+    PrintedWarnings warnings(dark_.option);
+    FrameFile file(path, input, warnings.list());
     const vistrel_frame& frame = file.read();
     dark_.describe(frame);
     dark_.values = samplesOf(frame);
@@ -75,7 +77,8 @@ void SensorCalibration::readDark(const std::string& path, const InputOptions& in
 void SensorCalibration::readFlat(const std::string& path, const InputOptions& input) {
   flat_.option = "--flat " + path;
   readFor(flat_.option, [&] {
-    FrameFile file(path, input);
+    PrintedWarnings warnings(flat_.option);
+    FrameFile file(path, input, warnings.list());
     const vistrel_frame& frame = file.read();
     flat_.describe(frame);
     flat_.values.resize(size_t{frame.width} * frame.height);

@@ -18,10 +18,11 @@ void addReadFiles(const CalibrationOptions& options, RunFiles& files);
 
 class SensorCalibration {
  public:
-  // Reads the files. Frames are described as `input` does, and their own samples count as they are;
-  // of the flat field's, the dark frame's and its file's black level are subtracted. Throws
-  // ProgramError that names the option.
-  SensorCalibration(const CalibrationOptions& options, const InputOptions& input);
+  // Reads the files. Frames are described as `input` does, apart from names, which describe only
+  // the frames themselves; a phase isn't needed. Their own samples count as they are; of the flat
+  // field's, the dark frame's and its file's black level are subtracted. Throws ProgramError that
+  // names the option.
+  SensorCalibration(const CalibrationOptions& options, InputOptions input);
   SensorCalibration(const SensorCalibration&) = delete;
   SensorCalibration& operator=(const SensorCalibration&) = delete;
 

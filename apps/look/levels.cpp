@@ -6,8 +6,8 @@
 namespace vistrel::app {
 namespace {
 
-constexpr double kDarkOutliers = 0.0002, kDark = 0.005, kBright = 0.995, kBrightOutliers = 0.0005,
-                 kLeastClipped = 0.0001;
+constexpr double kDarkOutliers = 0.0002, kDarkShare = 0.005, kBrightShare = 0.995,
+                 kBrightOutliers = 0.0005, kLeastClipped = 0.0001;
 constexpr double kSpike = 5, kPile = 3;  // times the counts below
 
 uint32_t highestOf(const Histogram& samples) {
@@ -78,7 +78,7 @@ auto mostReach(uint32_t level) {
 // The value of the darkest samples. Those below a gap are dead pixels.
 uint32_t darkEnd(const Histogram& samples, uint32_t gap) {
   const uint32_t least = quantile(samples, kDarkOutliers);
-  uint32_t dark = quantile(samples, kDark);
+  uint32_t dark = quantile(samples, kDarkShare);
   for (uint32_t value = dark; value > least && dark - value <= gap;)
     if (samples[--value]) dark = value;
   return dark;
@@ -109,7 +109,7 @@ uint32_t blackOf(const std::array<Histogram, 4>& places, uint32_t fullScale) {
   uint32_t dark = fullScale;
   for (const Histogram& place : places)
     if (countOf(place)) dark = std::min(dark, darkEnd(place, fullScale / 128));
-  const uint32_t bright = std::max(dark, quantile(sumOf(places), kBright));
+  const uint32_t bright = std::max(dark, quantile(sumOf(places), kBrightShare));
   return std::min({dark, bright - dark, fullScale / 8});
 }
 

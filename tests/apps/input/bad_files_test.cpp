@@ -51,9 +51,6 @@ TEST_F(BadFiles, TiffOfOtherKinds) {
   tiff("TIFF: 17 bits a sample: 8 to 16 are allowed", [](TiffSpec& s) { s.bits = 17; });
   tiff("TIFF: sample format 2: unsigned whole numbers, 1, are expected",
        [](TiffSpec& s) { s.sampleFormat = 2; });
-  tiff("TIFF: its samples need a LinearizationTable, which is not supported", [](TiffSpec& s) {
-    s.linearization = {0, 5, 9};
-  });
   tiff("TIFF: ActiveArea 0 0 6 7: it exceeds the image of 7x5, or is empty", [](TiffSpec& s) {
     s.activeArea = {0, 0, 6, 7};
   });
@@ -128,8 +125,6 @@ TEST_F(BadFiles, TiffTruncatedAnywhere) {
 
 TEST_F(BadFiles, Fits) {
   const std::string data(2880, 1);
-  fits("FITS: BITPIX 32: 8 and 16 are read", vistrel::fits(cards(32, {"2", "2"}), data));
-  fits("FITS: BITPIX -32: 8 and 16 are read", vistrel::fits(cards(-32, {"2", "2"}), data));
   fits("FITS: 1 axes: 2 or 3 are expected", vistrel::fits(cards(8, {"2"}), data));
   fits("FITS: 4 axes: 2 or 3 are expected", vistrel::fits(cards(8, {"2", "2", "1", "1"}), data));
   fits("FITS: it contains no image", vistrel::fits(cards(8, {}), ""));
@@ -140,9 +135,8 @@ TEST_F(BadFiles, Fits) {
   fits("the file is too short: 20x20 samples of 8 bits do not fit its 5760 bytes",
        vistrel::fits(cards(8, {"20", "20", "1000"}), data));
   auto header = cards(16, {"2", "2"});
-  header.push_back(card("BSCALE", "0.5"));
-  fits("FITS: BSCALE 0.5, BZERO 0: whole numbers are expected, BSCALE from 1",
-       vistrel::fits(header, data));
+  header.push_back(card("BSCALE", "0"));
+  fits("FITS: BSCALE 0, BZERO 0: numbers are expected, BSCALE not 0", vistrel::fits(header, data));
   fits("FITS: a sample is below 0 or above 65535",
        vistrel::fits(cards(16, {"2", "2"}), std::string(8, '\xFF')));
 }
@@ -161,7 +155,9 @@ TEST_F(BadFiles, FitsThatCfitsioRejects) {
 }
 
 TEST_F(BadFiles, FitsTruncatedAnywhere) {
-  scratch.write("in.fits", vistrel::fits(cards(16, {"40", "30"}), std::string(2400, 1)));
+  auto header = cards(16, {"40", "30"});
+  header.push_back(card("BZERO", "32768"));
+  scratch.write("in.fits", vistrel::fits(header, std::string(2400, 1)));
   cutEverywhere("in.fits", 241);
 }
 
@@ -198,7 +194,10 @@ TEST_F(BadFiles, CameraRaw) {
 
 TEST_F(BadFiles, UnknownFormat) {
   scratch.write("in.bin", "what is this");
-  expectRejected("in.bin", "unknown kind of frame; -s WxH reads headerless raw files");
+  expectRejected(
+      "in.bin",
+      "unknown kind of frame; -s WxH reads headerless raw files, and `vistrel guess` finds "
+      "their size and format");
   scratch.write("in.tif", "");
   expectRejected("in.tif", "the file is empty");
   scratch.write("in.tif", std::string("II*\0garbage", 11));

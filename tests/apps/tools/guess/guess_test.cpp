@@ -86,7 +86,8 @@ TEST(Guess, RealFrames) {
   Share clear, nebula;
   for (const auto& path : frames) {
     const std::string name = path.stem().string();
-    app::FrameFile file(path, options);
+    std::vector<std::string> warnings;
+    app::FrameFile file(path, options, warnings);
     evaluate(name, file.read(), name.find("ngc7023") == std::string::npos ? clear : nebula);
   }
   std::printf(

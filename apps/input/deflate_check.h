@@ -1,0 +1,14 @@
+// The checksum at the end of deflated data.
+#pragma once
+
+#include <cstdint>
+
+#include "apps/files/source.h"
+
+namespace vistrel::app {
+
+// Returns true if `count` bytes at this offset are a whole zlib stream with the right checksum,
+// perhaps with bytes behind it. libtiff stops decoding before the checksum.
+bool isIntactDeflate(const Source& source, uint64_t at, uint64_t count);
+
+}  // namespace vistrel::app
