@@ -125,9 +125,44 @@ void FitsInput::findImage(uint64_t bytes) {
     fits_get_hduaddrll(file_, &header, &begin, &end, &status);
     check(status);
     shape_.bytes = bytes - std::min(bytes, static_cast<uint64_t>(begin));
+    if (!shape_.isCompressed) return;
+    checkTileSize();
+    for (const char* column : {"COMPRESSED_DATA", "GZIP_COMPRESSED_DATA", "UNCOMPRESSED_DATA"})
+      checkTiles(column);
     return;
   }
   throwError(kRejected, "FITS: it contains no image");
+}
+
+// cfitsio takes memory for a tile as its header says.
+void FitsInput::checkTileSize() {
+  constexpr double kSmall = 1 << 20;  // pixels
+  double tile = 1, image = 1;
+  for (int axis = 0; axis < std::min(shape_.axes, 3); ++axis) {
+    image *= static_cast<double>(shape_.size[axis]);
+    const std::string keyword = "ZTILE" + std::to_string(axis + 1);
+    tile *= number(keyword.c_str(), axis == 0 ? static_cast<double>(shape_.size[0]) : 1);
+  }
+  if (!(tile >= 1 && tile <= std::max(image, kSmall)))
+    throwError(kRejected, "FITS: tiles of {} pixels, an image of {}", tile, image);
+}
+
+// cfitsio takes memory for compressed bytes as the table says.
+void FitsInput::checkTiles(const char* column) {
+  int number = 0, status = 0;
+  fits_get_colnum(file_, CASEINSEN, const_cast<char*>(column), &number, &status);
+  if (status == COL_NOT_FOUND) return fits_clear_errmsg();
+  LONGLONG rows = 0;
+  fits_get_num_rowsll(file_, &rows, &status);
+  check(status);
+  const auto end = static_cast<LONGLONG>(shape_.bytes);
+  for (LONGLONG row = 1; row <= rows; ++row) {
+    LONGLONG count = 0, at = 0;
+    fits_read_descriptll(file_, number, row, &count, &at, &status);
+    check(status);
+    if (count < 0 || at < 0 || at > end || count > end - at)
+      throwError(kRejected, "FITS: {} of tile {}: the file is too short for it", column, row);
+  }
 }
 
 }  // namespace vistrel::app

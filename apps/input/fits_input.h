@@ -53,6 +53,8 @@ class FitsInput {
   void readReals(int type, uint64_t n, uint64_t y, Real* to);
   void check(int status) const;
   void findImage(uint64_t bytes);  // so many bytes are those of the file
+  void checkTileSize();
+  void checkTiles(const char* column);
 
   std::vector<uint8_t> bytes_;
   void* start_;
