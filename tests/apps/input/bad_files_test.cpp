@@ -173,6 +173,9 @@ TEST_F(BadFiles, FitsOfTiles) {
   changed = file;
   changed[table + 3 * 8 + 4] = 0x20;
   fits("FITS: COMPRESSED_DATA of tile 4: the file is too short for it", changed);
+  changed = file;
+  changed[table + 17 * 8 + 15] ^= 8;  // the first tile lies behind the table of 17
+  fits("FITS: COMPRESSED_DATA of tile 1 is damaged", changed);
   scratch.write("in.fits", file);
   cutEverywhere("in.fits", 241);
 }
