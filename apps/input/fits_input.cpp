@@ -1,6 +1,7 @@
 #include "apps/input/fits_input.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -11,6 +12,23 @@
 
 namespace vistrel::app {
 
+namespace {
+
+// cfitsio divides by the sizes of tiles as soon as it reaches their header.
+void checkTileCards(const std::vector<uint8_t>& bytes) {
+  constexpr size_t card = 80, value = 10;
+  for (size_t at = 0; at + card <= bytes.size(); at += card) {
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data() + at), card);
+    if (!text.starts_with("ZTILE")) continue;
+    const size_t begin = std::min(text.find_first_not_of(' ', value), card);
+    int64_t size = 0;
+    std::from_chars(text.data() + begin, text.data() + card, size);
+    if (size < 1) throwError(kRejected, "FITS: {}: a size from 1 is expected", text.substr(0, 30));
+  }
+}
+
+}  // namespace
+
 bool FitsShape::isWhole() const {
   return (bits == BYTE_IMG || bits == SHORT_IMG) && std::trunc(scale) == scale &&
          std::trunc(zero) == zero && scale >= 1;
@@ -19,6 +37,7 @@ bool FitsShape::isWhole() const {
 FitsInput::FitsInput(const Source& source)
     : bytes_(beginsGzip(source.head(3)) ? inflatedFits(source) : source.all()),
       bytesOfFile_(bytes_.size()) {
+  checkTileCards(bytes_);
   // cfitsio reads whole blocks, even past the end of the buffer.
   bytes_.resize((bytes_.size() + kFitsBlock - 1) / kFitsBlock * kFitsBlock);
   start_ = bytes_.data();

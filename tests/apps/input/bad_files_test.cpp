@@ -166,6 +166,8 @@ TEST_F(BadFiles, FitsOfTiles) {
     return changed.replace(at + 30 - value.size(), value.size(), value);
   };
   fits("FITS: tiles of 2000000000 pixels, an image of 340", replaced("ZTILE1  =", "2000000000"));
+  fits("FITS: ZTILE2  =                    0: a size from 1 is expected",
+       replaced("ZTILE2  =", "0"));
   std::string changed = file;
   const size_t table = 2880 * (1 + file.find("END ", 2880) / 2880);  // counts and offsets
   changed[table] = 0x20;
