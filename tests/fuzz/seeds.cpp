@@ -9,6 +9,7 @@
 #include "tests/apps/input/fits_file.h"
 #include "tests/apps/input/gzip.h"
 #include "tests/apps/input/tiff_file.h"
+#include "tests/apps/input/tiled_fits.h"
 #include "tests/apps/pictures.h"
 
 using namespace vistrel;
@@ -98,6 +99,11 @@ void fitses(const fs::path& folder) {
   extension.push_back(card("PCOUNT", "0"));
   extension.push_back(card("GCOUNT", "1"));
   save(folder / "extension", fits(cards(8, {}), "") + fits(extension, "yz"));
+  for (const int compression : {RICE_1, GZIP_1, GZIP_2, PLIO_1}) {
+    const fs::path path = folder / ("tiles" + std::to_string(compression));
+    fs::remove(path);
+    writeTiledFits(path, compression, 20, 17, texture);
+  }
   for (const int bits : {-32, -64, 32})
     save(folder / ("reals" + std::to_string(bits)),
          fits(cards(bits, {"4", "3"}),
