@@ -9,18 +9,20 @@
 namespace vistrel::app {
 namespace {
 
+constexpr int kZlib = 0, kGzip = 16;  // added to the bits of the window
+
 class Inflation {
  public:
-  Inflation() : decoded_(1 << 16) {
-    if (inflateInit(&zlib_) != Z_OK) throw std::bad_alloc();
+  explicit Inflation(int wrapper) : decoded_(1 << 16) {
+    if (inflateInit2(&zlib_, MAX_WBITS + wrapper) != Z_OK) throw std::bad_alloc();
   }
   ~Inflation() { inflateEnd(&zlib_); }
   Inflation(const Inflation&) = delete;
   Inflation& operator=(const Inflation&) = delete;
 
   // Decodes the next bytes of the stream. Returns zlib's status after the last of them.
-  int decode(uint8_t* bytes, size_t count) {
-    zlib_.next_in = bytes;
+  int decode(const uint8_t* bytes, size_t count) {
+    zlib_.next_in = const_cast<Bytef*>(bytes);
     zlib_.avail_in = static_cast<uInt>(count);
     int status = Z_OK;
     do {
@@ -39,7 +41,7 @@ class Inflation {
 }  // namespace
 
 bool isIntactDeflate(const Source& source, uint64_t at, uint64_t count) {
-  Inflation inflation;
+  Inflation inflation(kZlib);
   std::vector<uint8_t> part(1 << 16);
   for (uint64_t done = 0; done < count;) {
     const size_t n = std::min<uint64_t>(count - done, part.size());
@@ -49,6 +51,10 @@ bool isIntactDeflate(const Source& source, uint64_t at, uint64_t count) {
     if (status != Z_OK) return status == Z_STREAM_END;
   }
   return false;
+}
+
+bool isIntactGzip(std::span<const uint8_t> bytes) {
+  return Inflation(kGzip).decode(bytes.data(), bytes.size()) == Z_STREAM_END;
 }
 
 }  // namespace vistrel::app

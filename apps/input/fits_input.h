@@ -4,6 +4,7 @@
 #include <fitsio.h>
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -52,9 +53,13 @@ class FitsInput {
   template <class Real>
   void readReals(int type, uint64_t n, uint64_t y, Real* to);
   void check(int status) const;
-  void findImage(uint64_t bytes);  // so many bytes are those of the file
+  void findImage();
+  void checkTileSize();
+  void checkTiles(const std::string& column);
+  std::span<const uint8_t> heapOfTable();
 
   std::vector<uint8_t> bytes_;
+  uint64_t bytesOfFile_;  // without the padding behind them
   void* start_;
   size_t size_;
   fitsfile* file_ = nullptr;

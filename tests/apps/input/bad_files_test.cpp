@@ -3,6 +3,7 @@
 
 #include "tests/apps/input/fits_file.h"
 #include "tests/apps/input/tiff_file.h"
+#include "tests/apps/input/tiled_fits.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
 
@@ -152,6 +153,33 @@ TEST_F(BadFiles, FitsThatCfitsioRejects) {
     EXPECT_EQ(result.status, 3) << result.out;
     EXPECT_EQ(result.err.find("vistrel: in.fits: "), 0u) << result.err;
   }
+}
+
+// What a damaged table announces takes no memory.
+TEST_F(BadFiles, FitsOfTiles) {
+  writeTiledFits(scratch / "whole.fits", GZIP_1, 20, 17,
+                 [](uint32_t x, uint32_t y) { return 65535 - x * y; });
+  const std::string file = scratch.read("whole.fits");
+  const auto replaced = [&file](const std::string& card, const std::string& value) {
+    const size_t at = file.find(card);
+    std::string changed = file;
+    return changed.replace(at + 30 - value.size(), value.size(), value);
+  };
+  fits("FITS: tiles of 2000000000 pixels, an image of 340", replaced("ZTILE1  =", "2000000000"));
+  fits("FITS: ZTILE2  =                    0: a size from 1 is expected",
+       replaced("ZTILE2  =", "0"));
+  std::string changed = file;
+  const size_t table = 2880 * (1 + file.find("END ", 2880) / 2880);  // counts and offsets
+  changed[table] = 0x20;
+  fits("FITS: COMPRESSED_DATA of tile 1: the file is too short for it", changed);
+  changed = file;
+  changed[table + 3 * 8 + 4] = 0x20;
+  fits("FITS: COMPRESSED_DATA of tile 4: the file is too short for it", changed);
+  changed = file;
+  changed[table + 17 * 8 + 15] ^= 8;  // the first tile lies behind the table of 17
+  fits("FITS: COMPRESSED_DATA of tile 1 is damaged", changed);
+  scratch.write("in.fits", file);
+  cutEverywhere("in.fits", 241);
 }
 
 TEST_F(BadFiles, FitsTruncatedAnywhere) {

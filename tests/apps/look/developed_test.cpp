@@ -14,8 +14,9 @@ namespace fs = std::filesystem;
 
 struct Developed : ::testing::Test {
   Picture develop(const fs::path& frame) const {
+    const std::string mono = frame.parent_path().filename() == "mono" ? " --phase mono" : "";
     const Finished result =
-        scratch.vistrel("develop " + frame.string() + " --from-name -o out.png");
+        scratch.vistrel("develop " + frame.string() + " --from-name -o out.png" + mono);
     EXPECT_EQ(result.status, 0) << result.err;
     return readPng(scratch / "out.png");
   }
