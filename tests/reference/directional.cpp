@@ -1,0 +1,154 @@
+#include "tests/reference/directional.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "tests/reference/cfa_sites.h"
+
+namespace reference {
+
+namespace {
+
+// Mirrors about the outermost samples, as often as it takes.
+int mirror(int i, int n) {
+  while (i < 0 || i >= n) i = i < 0 ? -i : 2 * (n - 1) - i;
+  return i;
+}
+
+// Values of every pixel, readable at every coordinate.
+struct Plane {
+  int width, height;
+  std::vector<int> values;
+
+  template <class Value>
+  Plane(int w, int h, Value value) : width(w), height(h) {
+    for (int y = 0; y < h; ++y)
+      for (int x = 0; x < w; ++x) values.push_back(value(x, y));
+  }
+  int at(int x, int y) const {
+    return values[static_cast<size_t>(mirror(y, height) * width + mirror(x, width))];
+  }
+};
+
+// A plane's values at (x, y), before and after it, along a row or along a column.
+struct Line {
+  const Plane& plane;
+  int x, y, dx, dy;
+  int at(int i) const { return plane.at(x + i * dx, y + i * dy); }
+};
+
+// Green minus the other colour, in quarters of a level.
+int differenceAt(Line m, bool isGreen) {
+  const int k = 4 * (m.at(-1) + m.at(1)) - 6 * m.at(0) - m.at(-2) - m.at(2);
+  return isGreen ? (1 - k) >> 1 : (k + 1) >> 1;
+}
+
+int meanAt(Line v) { return (((v.at(-1) + v.at(1)) >> 1) + v.at(0) + 1) >> 1; }
+
+int changeAt(Line v) { return std::abs(v.at(-1) - v.at(1)) >> 3; }
+
+int logOfRoughnessAt(const Plane& changes, int x, int y) {
+  int roughness = 0;
+  for (int j = -1; j <= 1; ++j)
+    for (int i = -1; i <= 1; ++i) roughness += changes.at(x + i, y + j);
+  return directionalLog(roughness + 1);
+}
+
+// What is known along rows, or along columns.
+struct Direction {
+  Plane differences, means, changes, logs;
+
+  Direction(const Plane& mosaic, int grid, int dx, int dy)
+      : differences(mosaic.width, mosaic.height,
+                    [&](int x, int y) {
+                      return differenceAt({mosaic, x, y, dx, dy}, colourAt(grid, x, y) == 'G');
+                    }),
+        means(mosaic.width, mosaic.height,
+              [&](int x, int y) {
+                return meanAt({differences, x, y, dx, dy});
+              }),
+        changes(mosaic.width, mosaic.height,
+                [&](int x, int y) {
+                  return changeAt({differences, x, y, dx, dy});
+                }),
+        logs(mosaic.width, mosaic.height,
+             [&](int x, int y) { return logOfRoughnessAt(changes, x, y); }) {}
+};
+
+// At red and blue sites.
+int blendedAt(const Direction& rows, const Direction& columns, int x, int y) {
+  const int left = rows.logs.at(x - 1, y), right = rows.logs.at(x + 1, y);
+  const int up = columns.logs.at(x, y - 1), down = columns.logs.at(x, y + 1);
+  const int h = directionalBlend(rows.means.at(x - 1, y), rows.means.at(x + 1, y), left, right);
+  const int v = directionalBlend(columns.means.at(x, y - 1), columns.means.at(x, y + 1), up, down);
+  return directionalBlend(h, v, std::min(left, right), std::min(up, down));
+}
+
+int limitedAt(const Plane& blended, int x, int y) {
+  const auto [least, most] = std::minmax(
+      {blended.at(x - 2, y), blended.at(x + 2, y), blended.at(x, y - 2), blended.at(x, y + 2)});
+  return std::clamp(blended.at(x, y), least, most);
+}
+
+// At a red site green minus blue, at a blue site green minus red.
+int oppositeAt(const Plane& limited, int x, int y) {
+  const int a = limited.at(x - 1, y - 1), b = limited.at(x + 1, y + 1);
+  const int c = limited.at(x + 1, y - 1), d = limited.at(x - 1, y + 1);
+  return directionalBlend((a + b + 1) >> 1, (c + d + 1) >> 1,
+                          directionalLog((std::abs(a - b) >> 3) + 1),
+                          directionalLog((std::abs(c - d) >> 3) + 1));
+}
+
+struct Pixel {
+  int own, green, opposite;  // own: the colour that the row senses besides green
+};
+
+Pixel pixelAt(const Plane& mosaic, const Plane& limited, bool isGreen, int x, int y) {
+  const int s = mosaic.at(x, y);
+  if (isGreen)
+    return {s - ((limited.at(x - 1, y) + limited.at(x + 1, y) + 4) >> 3), s,
+            s - ((limited.at(x, y - 1) + limited.at(x, y + 1) + 4) >> 3)};
+  const int d = limited.at(x, y);
+  return {s, s + ((d + 2) >> 2), s + ((d - oppositeAt(limited, x, y) + 2) >> 2)};
+}
+
+}  // namespace
+
+int directionalLog(int n) {
+  int octave = 0;
+  while (n >> octave > 1) ++octave;
+  return 4 * octave + (4 * n >> octave) - 4;
+}
+
+int directionalBlend(int a, int b, int la, int lb) {
+  constexpr int kParts[] = {64, 48, 33, 22, 14, 9, 5, 3, 2, 1, 1};  // of 128
+  constexpr int kEntries = sizeof kParts / sizeof *kParts;
+  const int apart = std::abs(la - lb);
+  const int part = apart < kEntries ? kParts[apart] : 0;
+  return la <= lb ? a + (((b - a) * part + 64) >> 7) : b + (((a - b) * part + 64) >> 7);
+}
+
+std::vector<uint16_t> demosaicDirectional(const DirectionalFrame& frame) {
+  const int w = frame.width, h = frame.height, grid = frame.grid;
+  const auto isGreen = [grid](int x, int y) { return colourAt(grid, x, y) == 'G'; };
+  const Plane mosaic(w, h,
+                     [&](int x, int y) { return frame.samples[static_cast<size_t>(y * w + x)]; });
+  const Direction rows(mosaic, grid, 1, 0), columns(mosaic, grid, 0, 1);
+  const Plane blended(
+      w, h, [&](int x, int y) { return isGreen(x, y) ? 0 : blendedAt(rows, columns, x, y); });
+  const Plane limited(w, h,
+                      [&](int x, int y) { return isGreen(x, y) ? 0 : limitedAt(blended, x, y); });
+  std::vector<uint16_t> rgb;
+  for (int y = 0; y < h; ++y) {
+    for (int x = 0; x < w; ++x) {
+      const Pixel pixel = pixelAt(mosaic, limited, isGreen(x, y), x, y);
+      const bool redRow = colourAt(grid, 0, y) == 'R' || colourAt(grid, 1, y) == 'R';
+      for (const int sample :
+           {redRow ? pixel.own : pixel.opposite, pixel.green, redRow ? pixel.opposite : pixel.own})
+        rgb.push_back(static_cast<uint16_t>(std::clamp(sample, 0, (1 << frame.bits) - 1)));
+    }
+  }
+  return rgb;
+}
+
+}  // namespace reference
