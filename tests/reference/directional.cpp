@@ -90,13 +90,41 @@ int limitedAt(const Plane& blended, int x, int y) {
   return std::clamp(blended.at(x, y), least, most);
 }
 
-// At a red site green minus blue, at a blue site green minus red.
-int oppositeAt(const Plane& limited, int x, int y) {
-  const int a = limited.at(x - 1, y - 1), b = limited.at(x + 1, y + 1);
-  const int c = limited.at(x + 1, y - 1), d = limited.at(x - 1, y + 1);
-  return directionalBlend((a + b + 1) >> 1, (c + d + 1) >> 1,
-                          directionalLog((std::abs(a - b) >> 3) + 1),
-                          directionalLog((std::abs(c - d) >> 3) + 1));
+// A colour taken from the samples around, or through differences to green: mainly what is smoother.
+int colourOf(int direct, int through, int changesOfSamples, int changesOfDifferences) {
+  return directionalBlend(through, direct, directionalLog(1 + changesOfDifferences),
+                          directionalLog(8 + changesOfSamples));
+}
+
+// At a red site blue, at a blue site red.
+int oppositeAt(const Plane& mosaic, const Plane& limited, int x, int y) {
+  const Line falling[] = {{mosaic, x, y, 1, 1}, {limited, x, y, 1, 1}};
+  const Line rising[] = {{mosaic, x, y, 1, -1}, {limited, x, y, 1, -1}};
+  const int fallingChange = changeAt(falling[1]), risingChange = changeAt(rising[1]);
+  const int opposite =
+      directionalBlend((falling[1].at(-1) + falling[1].at(1) + 1) >> 1,
+                       (rising[1].at(-1) + rising[1].at(1) + 1) >> 1,
+                       directionalLog(1 + fallingChange), directionalLog(1 + risingChange));
+  const int direct =
+      (falling[0].at(-1) + falling[0].at(1) + rising[0].at(-1) + rising[0].at(1) + 2) >> 2;
+  const int samples =
+      std::abs(falling[0].at(-1) - falling[0].at(1)) + std::abs(rising[0].at(-1) - rising[0].at(1));
+  return colourOf(direct, mosaic.at(x, y) + ((limited.at(x, y) - opposite + 2) >> 2), samples,
+                  fallingChange + risingChange);
+}
+
+// At a green site: the colour of its neighbours before and after it.
+int neighbourAt(const Plane& mosaic, const Plane& limited, int x, int y, int dx, int dy) {
+  int samples = 0, differences = 0;
+  for (const int k : {-2, 0, 2}) {
+    const Line s{mosaic, x + k * dy, y + k * dx, dx, dy},
+        d{limited, x + k * dy, y + k * dx, dx, dy};
+    samples += std::abs(s.at(-1) - s.at(1));
+    differences += changeAt(d);
+  }
+  const Line s{mosaic, x, y, dx, dy}, d{limited, x, y, dx, dy};
+  return colourOf((s.at(-1) + s.at(1) + 1) >> 1, s.at(0) - ((d.at(-1) + d.at(1) + 4) >> 3), samples,
+                  differences);
 }
 
 struct Pixel {
@@ -106,10 +134,8 @@ struct Pixel {
 Pixel pixelAt(const Plane& mosaic, const Plane& limited, bool isGreen, int x, int y) {
   const int s = mosaic.at(x, y);
   if (isGreen)
-    return {s - ((limited.at(x - 1, y) + limited.at(x + 1, y) + 4) >> 3), s,
-            s - ((limited.at(x, y - 1) + limited.at(x, y + 1) + 4) >> 3)};
-  const int d = limited.at(x, y);
-  return {s, s + ((d + 2) >> 2), s + ((d - oppositeAt(limited, x, y) + 2) >> 2)};
+    return {neighbourAt(mosaic, limited, x, y, 1, 0), s, neighbourAt(mosaic, limited, x, y, 0, 1)};
+  return {s, s + ((limited.at(x, y) + 2) >> 2), oppositeAt(mosaic, limited, x, y)};
 }
 
 }  // namespace
