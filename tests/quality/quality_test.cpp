@@ -76,16 +76,21 @@ TEST(QualityScenes, HaveTheNoiseThatIsAskedFor) {
   EXPECT_NE(noisy.channels[0], noisy.channels[1]);
 }
 
+const std::vector<NamedScene>& scenes() {
+  static const std::vector<NamedScene> rendered = renderScenes();
+  return rendered;
+}
+
+const Planes& rings() { return scenes()[1].light; }
+
 // The zone plate's phase: at 96 pixels from the centre, a period is four pixels.
 TEST(QualityScenes, HaveRingsOfKnownFrequency) {
   EXPECT_NEAR(96 * kRingsPerPixel, 0.25, 1e-12);
-  const std::vector<NamedScene> scenes = renderScenes();
-  const Planes& rings = scenes[1].light;
-  EXPECT_EQ(scenes[1].name, "rings");
+  EXPECT_EQ(scenes()[1].name, "rings");
   int crossings = 0;
   const int y = kSceneSize / 2;
   for (int x = y + 80; x < y + 112; ++x)
-    crossings += (rings.at(1, x, y) > 0.475f) != (rings.at(1, x + 1, y) > 0.475f);
+    crossings += (rings().at(1, x, y) > 0.475f) != (rings().at(1, x + 1, y) > 0.475f);
   EXPECT_NEAR(crossings, 16, 1);
 }
 
@@ -99,23 +104,22 @@ struct Mean {
   double cpsnr = 0, difference = 0;
 };
 
-Mean meanOver(const std::vector<NamedScene>& scenes, double noise, std::string_view name) {
+Mean meanOver(double noise, std::string_view name) {
   Mean mean;
-  for (const NamedScene& scene : scenes) {
+  for (const NamedScene& scene : scenes()) {
     const Planes seen = withNoise(scene.light, noise, 21);
     const Measures m = measure(scene.light, demosaiced(seen, 12, algorithm(name)), Light::kLinear);
-    mean.cpsnr += m.cpsnr / static_cast<double>(scenes.size());
-    mean.difference += m.difference / static_cast<double>(scenes.size());
+    mean.cpsnr += m.cpsnr / static_cast<double>(scenes().size());
+    mean.difference += m.difference / static_cast<double>(scenes().size());
   }
   return mean;
 }
 
 TEST(QualityDirectional, IsCloserThanAhdAndEdgeWithAnyNoise) {
-  const std::vector<NamedScene> scenes = renderScenes();
   for (const double noise : {0.0, 0.005, 0.01, 0.03}) {
-    const Mean directional = meanOver(scenes, noise, "directional");
+    const Mean directional = meanOver(noise, "directional");
     for (const std::string_view other : {"ahd", "edge"}) {
-      const Mean mean = meanOver(scenes, noise, other);
+      const Mean mean = meanOver(noise, other);
       EXPECT_GT(directional.cpsnr, mean.cpsnr) << other << ' ' << noise;
       EXPECT_LT(directional.difference, mean.difference) << other << ' ' << noise;
     }
@@ -123,10 +127,9 @@ TEST(QualityDirectional, IsCloserThanAhdAndEdgeWithAnyNoise) {
 }
 
 TEST(QualityDirectional, ShowsLessColourOnGrayRingsThanAhd) {
-  const Planes rings = renderScenes()[1].light;
   const double radius = 0.35 / kRingsPerPixel;
-  EXPECT_LT(chromaWithin(demosaiced(rings, 12, algorithm("directional")), radius, Light::kLinear),
-            chromaWithin(demosaiced(rings, 12, algorithm("ahd")), radius, Light::kLinear));
+  EXPECT_LT(chromaWithin(demosaiced(rings(), 12, algorithm("directional")), radius, Light::kLinear),
+            chromaWithin(demosaiced(rings(), 12, algorithm("ahd")), radius, Light::kLinear));
 }
 
 }  // namespace

@@ -151,13 +151,14 @@ class Leaves {
       const double angle = random.next() * 2 * std::numbers::pi;
       leaf.cos = std::cos(angle), leaf.sin = std::sin(angle);
       leaf.colour = colourOf(random);
+      enter(leaf);
     }
   }
 
   Rgb at(double x, double y) const {
-    for (const Leaf& leaf : leaves_) {
+    for (const Leaf* const leafHere : cells_[cellOf(y)][cellOf(x)]) {
+      const Leaf& leaf = *leafHere;
       const double dx = x - leaf.x, dy = y - leaf.y;
-      if (std::abs(dx) > leaf.length || std::abs(dy) > leaf.length) continue;
       const double u = (dx * leaf.cos + dy * leaf.sin) / leaf.length;
       const double v = (dy * leaf.cos - dx * leaf.sin) / leaf.width;
       if (u * u + v * v > 1) continue;
@@ -180,7 +181,21 @@ class Leaves {
     return Rgb{0.35 + 0.5 * kind, 0.75, 0.15 + 0.2 * random.next()} * light;
   }
 
+  static constexpr int kCell = 16, kCells = kSceneSize / kCell;  // a cell's side; cells in a row
+
+  static size_t cellOf(double v) {
+    return static_cast<size_t>(std::clamp(static_cast<int>(v) / kCell, 0, kCells - 1));
+  }
+
+  // Adds the leaf to the cells that it may touch.
+  void enter(const Leaf& leaf) {
+    for (size_t j = cellOf(leaf.y - leaf.length); j <= cellOf(leaf.y + leaf.length); ++j)
+      for (size_t i = cellOf(leaf.x - leaf.length); i <= cellOf(leaf.x + leaf.length); ++i)
+        cells_[j][i].push_back(&leaf);
+  }
+
   std::array<Leaf, 6000> leaves_;
+  std::array<std::array<std::vector<const Leaf*>, kCells>, kCells> cells_;  // topmost leaves first
 };
 
 Planes foliage() {

@@ -1,6 +1,7 @@
 #include "tests/reference/directional.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include "tests/reference/cfa_sites.h"
@@ -75,31 +76,51 @@ struct Direction {
              [&](int x, int y) { return logOfRoughnessAt(changes, x, y); }) {}
 };
 
-// At red and blue sites.
-int blendedAt(const Direction& rows, const Direction& columns, int x, int y) {
-  const int left = rows.logs.at(x - 1, y), right = rows.logs.at(x + 1, y);
-  const int up = columns.logs.at(x, y - 1), down = columns.logs.at(x, y + 1);
-  const int h = directionalBlend(rows.means.at(x - 1, y), rows.means.at(x + 1, y), left, right);
-  const int v = directionalBlend(columns.means.at(x, y - 1), columns.means.at(x, y + 1), up, down);
-  return directionalBlend(h, v, std::min(left, right), std::min(up, down));
+// What is known to the left, to the right, above and below a red or blue site.
+struct Around {
+  int left, right, up, down;
+
+  Around(const Plane& alongRows, const Plane& alongColumns, int x, int y)
+      : left(alongRows.at(x - 1, y)), right(alongRows.at(x + 1, y)), up(alongColumns.at(x, y - 1)),
+        down(alongColumns.at(x, y + 1)) {}
+};
+
+// Of a value along the row and one along the column.
+int blendOfDirections(int h, int v, const Around& logs) {
+  return directionalBlend(h, v, std::min(logs.left, logs.right), std::min(logs.up, logs.down));
 }
 
-int limitedAt(const Plane& blended, int x, int y) {
-  const auto [least, most] = std::minmax(
-      {blended.at(x - 2, y), blended.at(x + 2, y), blended.at(x, y - 2), blended.at(x, y + 2)});
-  return std::clamp(blended.at(x, y), least, most);
+int blendedAt(const Around& means, const Around& logs) {
+  return blendOfDirections(directionalBlend(means.left, means.right, logs.left, logs.right),
+                           directionalBlend(means.up, means.down, logs.up, logs.down), logs);
 }
 
-// A colour taken from the samples around, or through differences to green: mainly what is smoother.
-int colourOf(int direct, int through, int changesOfSamples, int changesOfDifferences) {
+// A value taken from the samples around, or through differences: mainly what changes less.
+int chosen(int direct, int through, int changesOfSamples, int changesOfDifferences) {
   return directionalBlend(through, direct, directionalLog(1 + changesOfDifferences),
                           directionalLog(8 + changesOfSamples));
 }
 
+// The difference at a red or blue site.
+int settledAt(const Plane& mosaic, const Plane& blended, const Around& logs, int x, int y) {
+  const int here = blended.at(x, y);
+  const std::array others{blended.at(x - 2, y), blended.at(x + 2, y), blended.at(x, y - 2),
+                          blended.at(x, y + 2)};
+  int changes = 0;
+  for (const int other : others) changes += std::abs(other - here) >> 3;
+  const auto [least, most] = std::ranges::minmax(others);
+  const Around s(mosaic, mosaic, x, y);
+  const int direct =
+      blendOfDirections(2 * (s.left + s.right), 2 * (s.up + s.down), logs) - 4 * mosaic.at(x, y);
+  const int samples = std::abs(s.left - s.up) + std::abs(s.up - s.right) +
+                      std::abs(s.right - s.down) + std::abs(s.down - s.left);
+  return chosen(direct, std::clamp(here, least, most), 2 * samples, changes);
+}
+
 // At a red site blue, at a blue site red.
-int oppositeAt(const Plane& mosaic, const Plane& limited, int x, int y) {
-  const Line falling[] = {{mosaic, x, y, 1, 1}, {limited, x, y, 1, 1}};
-  const Line rising[] = {{mosaic, x, y, 1, -1}, {limited, x, y, 1, -1}};
+int oppositeAt(const Plane& mosaic, const Plane& settled, int x, int y) {
+  const Line falling[] = {{mosaic, x, y, 1, 1}, {settled, x, y, 1, 1}};
+  const Line rising[] = {{mosaic, x, y, 1, -1}, {settled, x, y, 1, -1}};
   const int fallingChange = changeAt(falling[1]), risingChange = changeAt(rising[1]);
   const int opposite =
       directionalBlend((falling[1].at(-1) + falling[1].at(1) + 1) >> 1,
@@ -109,33 +130,33 @@ int oppositeAt(const Plane& mosaic, const Plane& limited, int x, int y) {
       (falling[0].at(-1) + falling[0].at(1) + rising[0].at(-1) + rising[0].at(1) + 2) >> 2;
   const int samples =
       std::abs(falling[0].at(-1) - falling[0].at(1)) + std::abs(rising[0].at(-1) - rising[0].at(1));
-  return colourOf(direct, mosaic.at(x, y) + ((limited.at(x, y) - opposite + 2) >> 2), samples,
-                  fallingChange + risingChange);
+  return chosen(direct, mosaic.at(x, y) + ((settled.at(x, y) - opposite + 2) >> 2), samples,
+                fallingChange + risingChange);
 }
 
 // At a green site: the colour of its neighbours before and after it.
-int neighbourAt(const Plane& mosaic, const Plane& limited, int x, int y, int dx, int dy) {
+int neighbourAt(const Plane& mosaic, const Plane& settled, int x, int y, int dx, int dy) {
   int samples = 0, differences = 0;
   for (const int k : {-2, 0, 2}) {
     const Line s{mosaic, x + k * dy, y + k * dx, dx, dy},
-        d{limited, x + k * dy, y + k * dx, dx, dy};
+        d{settled, x + k * dy, y + k * dx, dx, dy};
     samples += std::abs(s.at(-1) - s.at(1));
     differences += changeAt(d);
   }
-  const Line s{mosaic, x, y, dx, dy}, d{limited, x, y, dx, dy};
-  return colourOf((s.at(-1) + s.at(1) + 1) >> 1, s.at(0) - ((d.at(-1) + d.at(1) + 4) >> 3), samples,
-                  differences);
+  const Line s{mosaic, x, y, dx, dy}, d{settled, x, y, dx, dy};
+  return chosen((s.at(-1) + s.at(1) + 1) >> 1, s.at(0) - ((d.at(-1) + d.at(1) + 4) >> 3), samples,
+                differences);
 }
 
 struct Pixel {
   int own, green, opposite;  // own: the colour that the row senses besides green
 };
 
-Pixel pixelAt(const Plane& mosaic, const Plane& limited, bool isGreen, int x, int y) {
+Pixel pixelAt(const Plane& mosaic, const Plane& settled, bool isGreen, int x, int y) {
   const int s = mosaic.at(x, y);
   if (isGreen)
-    return {neighbourAt(mosaic, limited, x, y, 1, 0), s, neighbourAt(mosaic, limited, x, y, 0, 1)};
-  return {s, s + ((limited.at(x, y) + 2) >> 2), oppositeAt(mosaic, limited, x, y)};
+    return {neighbourAt(mosaic, settled, x, y, 1, 0), s, neighbourAt(mosaic, settled, x, y, 0, 1)};
+  return {s, s + ((settled.at(x, y) + 2) >> 2), oppositeAt(mosaic, settled, x, y)};
 }
 
 }  // namespace
@@ -160,14 +181,18 @@ std::vector<uint16_t> demosaicDirectional(const DirectionalFrame& frame) {
   const Plane mosaic(w, h,
                      [&](int x, int y) { return frame.samples[static_cast<size_t>(y * w + x)]; });
   const Direction rows(mosaic, grid, 1, 0), columns(mosaic, grid, 0, 1);
-  const Plane blended(
-      w, h, [&](int x, int y) { return isGreen(x, y) ? 0 : blendedAt(rows, columns, x, y); });
-  const Plane limited(w, h,
-                      [&](int x, int y) { return isGreen(x, y) ? 0 : limitedAt(blended, x, y); });
+  const Plane blended(w, h, [&](int x, int y) {
+    if (isGreen(x, y)) return 0;
+    return blendedAt({rows.means, columns.means, x, y}, {rows.logs, columns.logs, x, y});
+  });
+  const Plane settled(w, h, [&](int x, int y) {
+    if (isGreen(x, y)) return 0;
+    return settledAt(mosaic, blended, {rows.logs, columns.logs, x, y}, x, y);
+  });
   std::vector<uint16_t> rgb;
   for (int y = 0; y < h; ++y) {
     for (int x = 0; x < w; ++x) {
-      const Pixel pixel = pixelAt(mosaic, limited, isGreen(x, y), x, y);
+      const Pixel pixel = pixelAt(mosaic, settled, isGreen(x, y), x, y);
       const bool redRow = colourAt(grid, 0, y) == 'R' || colourAt(grid, 1, y) == 'R';
       for (const int sample :
            {redRow ? pixel.own : pixel.opposite, pixel.green, redRow ? pixel.opposite : pixel.own})

@@ -110,15 +110,23 @@ TEST(ReferenceDirectional, ConvertsTheSmallestFrame) {
   EXPECT_THAT(image.at(1, 1), ElementsAre(10, 25, 40));
 }
 
-// At the bright site both directions say -187 quarters; two sites away, where the other direction
-// is smooth, they say 0. So the site is limited to 0: it becomes a gray dot.
-TEST(ReferenceDirectional, LimitsASingleBrightSample) {
+// At the bright site both directions say -187 quarters, and the sites two away say 0: in all, the
+// differences change by 4 * 23, the greens around by nothing. So green is 100 and the difference
+// -400. Beside the site, red is half way. On the diagonals it is 100 through the differences, which
+// change by 50, and 125 directly, from samples that change by 100: 100 + 25 * 14 / 128.
+TEST(ReferenceDirectional, KeepsGreenBesideASingleBrightSample) {
   for (const int grid : {RGGB, BGGR}) {
     const Image image(
         frameOf(24, 24, 8, grid, [](int x, int y) { return x == 12 && y == 12 ? 200 : 100; }));
-    for (int y = 0; y < 24; ++y)
-      for (int x = 0; x < 24; ++x)
-        EXPECT_THAT(image.at(x, y), Each(x == 12 && y == 12 ? 200 : 100)) << x << ' ' << y;
+    for (int y = 0; y < 24; ++y) {
+      for (int x = 0; x < 24; ++x) {
+        const int dx = std::abs(x - 12), dy = std::abs(y - 12);
+        const int bright = dx > 1 || dy > 1 ? 100 : dx + dy == 0 ? 200 : dx + dy == 1 ? 150 : 103;
+        const bool isRed = grid == RGGB;
+        EXPECT_THAT(image.at(x, y), ElementsAre(isRed ? bright : 100, 100, isRed ? 100 : bright))
+            << x << ' ' << y;
+      }
+    }
   }
 }
 
