@@ -1,5 +1,6 @@
 # cmake -D ROOT=FOLDER -P own_tests.cmake: fails when a source of the libraries or the program,
 # FOLDER/NAME.cpp, has no test of its own, tests/FOLDER/NAME_test.cpp, or CMake does not build it.
+# python/ has tests in Python.
 # NAME_command.cpp has NAME_test.cpp. Headers of common/ are sources as well; any other header is part
 # of the .cpp files that include it.
 cmake_minimum_required(VERSION 3.25)
@@ -41,7 +42,7 @@ set(exempt
 
 include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)
 sources(${ROOT} files)
-list(FILTER files EXCLUDE REGEX "^(bench|examples|include|tests)/")
+list(FILTER files EXCLUDE REGEX "^(bench|examples|include|python|tests)/")
 list(FILTER files INCLUDE REGEX "^common/|\\.cpp$")
 list(REMOVE_ITEM files ${exempt})
 if(NOT files)
