@@ -1,6 +1,7 @@
 #include "apps/batch/batch.h"
 
 #include <sys/stat.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <chrono>
@@ -32,6 +33,10 @@ Provenance provenanceOf(const Job& job, const std::string& options) {
 std::string nameOf(const Job& job) {
   if (!job.frame) return job.from.string();
   return fmt::format("{}, frame {}", job.from.string(), *job.frame);
+}
+
+uint32_t crcOf(const Bytes& bytes) {
+  return static_cast<uint32_t>(crc32_z(0, bytes.data(), bytes.size()));
 }
 
 unsigned threadsFor(unsigned workers) {
@@ -90,9 +95,9 @@ JobState Batch::doJob(const Job& job, JobResult& result, Worker& worker) {
     result.preview = task_.check(job);
     return JobState::kPlanned;
   }
-  JobOutput made = task_.make(job, worker);
-  result.preview = std::move(made.preview);
-  if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), made.crc});
+  result.preview = task_.make(job, worker);
+  if (manifest_)
+    manifest_->add(job.to, {provenance, fs::file_size(job.to), crcOf(worker.image().pixels)});
   return JobState::kMade;
 }
 

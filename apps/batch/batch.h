@@ -25,16 +25,14 @@ struct Preview {
   std::string command = {};           // that repeats what was decided; may be empty
 };
 
-struct JobOutput {
-  Preview preview;
-  uint32_t crc;  // CRC-32 of the pixels
-};
-
 // One thread's stream and image memory, which it keeps from frame to frame.
 class Worker {
  public:
   // The image is valid until the next call. Throws Error.
   const Image& convert(const vistrel_frame& frame, const vistrel_conversion& conversion);
+
+  // The last one.
+  const Image& image() const { return image_; }
 
  private:
   Stream stream_;  // acquired on first use
@@ -44,9 +42,9 @@ class Worker {
 // How to carry out a job. Several threads call the functions at once, for different jobs. They
 // throw ProgramError and Error.
 struct BatchTask {
-  std::function<Preview(const Job&)> check;  // everything but the samples
-  std::function<JobOutput(const Job&, Worker&)> make;
-  std::string options;                         // see Provenance
+  std::function<Preview(const Job&)> check;          // everything but the samples
+  std::function<Preview(const Job&, Worker&)> make;  // of the worker's image
+  std::string options;                               // see Provenance
   std::vector<std::filesystem::path> sources;  // files that all pictures depend on besides frames
 };
 

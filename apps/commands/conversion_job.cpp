@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apps/commands/camera_details.h"
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
 
@@ -35,16 +36,17 @@ std::string noteOf(const std::vector<std::string>& unused) {
 
 }  // namespace
 
-ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
-                             const ConversionOptions& options, const SensorCalibration& calibration)
-    : job_(job), options_(options), file_(job.from, input), conversion_(options.of(file_.frame())),
-      type_(pictureType(job.to)), notes_(options.unusedOptions(file_.frame())) {
-  calibration.apply(file_.frame(), conversion_);
+ConversionJob::ConversionJob(const Job& job, const ConversionRun& run)
+    : job_(job), run_(run), options_(run.options), file_(job.from, run.input),
+      conversion_(options_.of(file_.frame())), type_(pictureType(job.to)),
+      notes_(options_.unusedOptions(file_.frame())) {
+  run.calibration.apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   const auto unused = unusedMetadata(file_.description().camera,
-                                     file_.frame().phase == VISTREL_MONO, options.preparation);
+                                     file_.frame().phase == VISTREL_MONO, options_.preparation);
   if (!unused.empty()) notes_.push_back(noteOf(unused));
   if (type_.channels && type_.channels != layout_.channels) throwMisfit();
+  checkHolds(type_, layout_, details());
 }
 
 Preview ConversionJob::preview() const {
@@ -53,12 +55,20 @@ Preview ConversionJob::preview() const {
   return preview;
 }
 
-JobOutput ConversionJob::run(Worker& worker) {
+// Samples follow light linearly unless a curve is applied.
+PictureDetails ConversionJob::details() const {
+  return {.encoding = options_.tone.curve.empty() ? kLinearLight : Encoding{},
+          .command = commandText("convert", job_.from.filename(), job_, run_.given),
+          .shot = shotOf(file_.description().camera),
+          .compression = run_.compression};
+}
+
+Preview ConversionJob::run(Worker& worker) {
   const vistrel_frame& frame = job_.frame ? file_.read(*job_.frame) : file_.read();
   measureGains(frame);
   const Image& image = worker.convert(frame, conversion_);
-  const uint32_t crc = savePicture(image, type_, job_.to);
-  return {preview(), crc};
+  savePicture(image, details(), job_.to);
+  return preview();
 }
 
 // Measures the gains of gray-world here rather than in the library, so that the user sees them.

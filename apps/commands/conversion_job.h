@@ -12,23 +12,34 @@
 
 namespace vistrel::app {
 
+// What all jobs of a batch share.
+struct ConversionRun {
+  const InputOptions& input;
+  const ConversionOptions& options;
+  const SensorCalibration& calibration;
+  Compression compression;
+  std::string given;  // the options of input and conversion as the user typed them
+};
+
 class ConversionJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
-  // Error. The options and the calibration must outlive the object.
-  ConversionJob(const Job& job, const InputOptions& input, const ConversionOptions& options,
-                const SensorCalibration& calibration);
+  // Error. The arguments must outlive the object.
+  ConversionJob(const Job& job, const ConversionRun& run);
 
   Preview preview() const;
 
   // Converts the frame and writes the picture.
-  JobOutput run(Worker& worker);
+  Preview run(Worker& worker);
 
  private:
   [[noreturn]] void throwMisfit() const;
   void measureGains(const vistrel_frame& frame);
 
+  PictureDetails details() const;
+
   const Job& job_;
+  const ConversionRun& run_;
   const ConversionOptions& options_;
   FrameFile file_;
   vistrel_conversion conversion_;

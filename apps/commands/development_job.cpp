@@ -2,19 +2,25 @@
 
 #include <algorithm>
 
+#include "apps/commands/camera_details.h"
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
 #include "apps/options/geometry.h"
-#include "apps/options/options.h"
 #include "apps/options/orientation.h"
 
 namespace vistrel::app {
 namespace {
 
-// A name that is no option, for a shell.
-std::string fileWord(const std::filesystem::path& path) {
-  const std::string name = path.string();
-  return quoted(name.size() > 1 && name[0] == '-' ? "./" + name : name);
+// Only some curves have a name in files.
+Encoding encodingOf(const Transfer& transfer) {
+  constexpr double kOne = 1000;
+  switch (transfer.curve) {
+    case Curve::kLinear: return kLinearLight;
+    case Curve::kSrgb: return {Encoding::kSrgb};
+    case Curve::kGamma: return {Encoding::kPower, kOne / transfer.parameter};
+    case Curve::kAsinh: break;
+  }
+  return {};
 }
 
 bool isPart(const Crop& crop, const vistrel_frame& frame) {
@@ -107,7 +113,7 @@ Look DevelopmentJob::decideCalibrated(const vistrel_frame& frame, const LookChoi
 
 Look DevelopmentJob::decide() { return decide(read()); }
 
-JobOutput DevelopmentJob::run(Worker& worker) {
+Preview DevelopmentJob::run(Worker& worker) {
   const vistrel_frame& frame = read();
   const auto& shared = development_.look();
   if (shared && development_.bits() != frame.bits)
@@ -117,21 +123,25 @@ JobOutput DevelopmentJob::run(Worker& worker) {
   const FinishedLook finished(look);
   finished.apply(frame, conversion_);
   const Image& image = worker.convert(frame, conversion_);
-  const uint32_t crc = savePicture(image, type_, job_.to);
-  command_ = commandLine(look);
-  return {preview(), crc};
+  const std::string options = optionsOf(look);
+  savePicture(image,
+              {.encoding = encodingOf(look.transfer),
+               .command = commandText("develop", job_.from.filename(), job_, options),
+               .shot = shotOf(file_.description().camera),
+               .compression = development_.compression()},
+              job_.to);
+  command_ = commandText("develop", job_.from, job_, options) + " -o " + fileWord(job_.to);
+  return preview();
 }
 
-std::string DevelopmentJob::commandLine(const Look& look) const {
+std::string DevelopmentJob::optionsOf(const Look& look) const {
   const ConversionOptions& o = development_.options().conversion;
-  std::string line = "vistrel develop " + fileWord(job_.from);
-  if (!development_.given().empty()) line += " " + development_.given();
-  if (job_.frame) line += fmt::format(" --frame {}", *job_.frame);
-  line += " -a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
-  if (conversion_.region.width) line += " --roi " + regionText(conversion_.region);
-  line += fmt::format(" --orient {}", orientationName(conversion_.orientation));
-  line += " --look " + lookText(look);
-  return line + " -o " + fileWord(job_.to);
+  std::string text = development_.given();
+  if (!text.empty()) text += " ";
+  text += "-a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
+  if (conversion_.region.width) text += " --roi " + regionText(conversion_.region);
+  text += fmt::format(" --orient {}", orientationName(conversion_.orientation));
+  return text + " --look " + lookText(look);
 }
 
 }  // namespace vistrel::app

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "apps/error.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
@@ -49,15 +50,29 @@ void checkMagic(Cursor& in, char expected) {
 
 bool isSpace(int c) { return c == '#' || (c != kEnd && std::isspace(c)); }
 
-// Skips one white space character, or a comment, which counts as one.
-void skipOne(Cursor& in) {
-  if (in.get() != '#') return;
-  for (int c = in.get(); c != kEnd && c != '\n';) c = in.get();
+// The phase that a comment tells.
+std::optional<uint32_t> phaseIn(const std::string& comment) {
+  constexpr std::string_view kKey = " phase ";
+  uint32_t phase = 0;
+  const bool told = comment.starts_with(kKey) &&
+                    vistrel_parse_phase(comment.c_str() + kKey.size(), &phase, nullptr) == 0 &&
+                    phase <= VISTREL_MONO;
+  return told ? std::optional(phase) : std::nullopt;
 }
 
-std::string readWord(Cursor& in, const char* name) {
+// Skips one white space character, or a comment, which counts as one.
+void skipOne(Cursor& in, PgmHeader& header) {
+  constexpr size_t kLongest = 24;  // of comments that tell something
+  if (in.get() != '#') return;
+  std::string comment;
+  for (int c = in.get(); c != kEnd && c != '\n'; c = in.get())
+    if (comment.size() < kLongest) comment += static_cast<char>(c);
+  if (const auto phase = phaseIn(comment)) header.phase = phase;
+}
+
+std::string readWord(Cursor& in, const char* name, PgmHeader& header) {
   constexpr size_t kLongest = 24;
-  while (isSpace(in.peek())) skipOne(in);
+  while (isSpace(in.peek())) skipOne(in, header);
   if (in.peek() == kEnd) throwError(kRejected, "the header ends before the {}", name);
   std::string word;
   while (in.peek() != kEnd && !isSpace(in.peek()) && word.size() < kLongest)
@@ -66,8 +81,8 @@ std::string readWord(Cursor& in, const char* name) {
   return word;
 }
 
-uint32_t readNumber(Cursor& in, const char* name, uint32_t max) {
-  const std::string word = readWord(in, name);
+uint32_t readNumber(Cursor& in, const char* name, uint32_t max, PgmHeader& header) {
+  const std::string word = readWord(in, name, header);
   uint32_t number = 0;
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
   const bool isNumber = *end == 0 && error != std::errc::invalid_argument;
@@ -88,10 +103,10 @@ PgmHeader readPgmHeader(const Source& source, uint64_t at, char type) {
   Cursor in(source, at);
   checkMagic(in, type);
   PgmHeader header{};
-  header.width = readNumber(in, "width", std::numeric_limits<uint32_t>::max());
-  header.height = readNumber(in, "height", std::numeric_limits<uint32_t>::max());
-  header.maxval = readNumber(in, "maxval", 65535);
-  skipOne(in);  // the next byte is a sample
+  header.width = readNumber(in, "width", std::numeric_limits<uint32_t>::max(), header);
+  header.height = readNumber(in, "height", std::numeric_limits<uint32_t>::max(), header);
+  header.maxval = readNumber(in, "maxval", 65535, header);
+  skipOne(in, header);  // the next byte is a sample
   header.samplesAt = in.at();
   return header;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "apps/files/source.h"
 
@@ -9,8 +10,9 @@ namespace vistrel::app {
 
 struct PgmHeader {
   uint32_t width, height;
-  uint32_t maxval;     // 1..65535; above 255 samples have 16 bits, big-endian
-  uint64_t samplesAt;  // offset of the first sample
+  uint32_t maxval;                     // 1..65535; above 255 samples have 16 bits, big-endian
+  uint64_t samplesAt;                  // offset of the first sample
+  std::optional<uint32_t> phase = {};  // as a comment tells, such as "# phase rggb"
 };
 
 bool beginsPgm(const Source& source, uint64_t at);

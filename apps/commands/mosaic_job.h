@@ -1,0 +1,33 @@
+// One job of convert --mosaic: a frame that is written as it is, without demosaicing.
+#pragma once
+
+#include "apps/batch/batch.h"
+#include "apps/input/frame_file.h"
+#include "apps/pictures/picture.h"
+
+namespace vistrel::app {
+
+// The samples of a frame as a mono image, unchanged. Throws Error.
+vistrel_conversion unchanged(const vistrel_frame& frame);
+
+// What a file can say about a raw frame; `command` made it.
+PictureDetails frameDetails(const FrameFile& file, std::string command);
+
+class MosaicJob {
+ public:
+  // Opens the frame. Throws ProgramError. The arguments must outlive the object.
+  MosaicJob(const Job& job, const InputOptions& input, const Compression& compression,
+            const std::string& given);
+
+  Preview preview() const;
+
+  // Writes the frame.
+  Preview run(Worker& worker);
+
+ private:
+  const Job& job_;
+  FrameFile file_;
+  PictureDetails details_;
+};
+
+}  // namespace vistrel::app
