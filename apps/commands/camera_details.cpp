@@ -20,9 +20,10 @@ double distanceFromD65(const Calibration& calibration) {
 }
 
 uint16_t lightOf(double temperature) {
-  return std::ranges::min_element(kLights, {}, [temperature](const auto& light) {
-           return std::abs(light.temperature - temperature);
-         })->code;
+  return std::ranges::min_element(
+             kLights, {},
+             [temperature](const auto& light) { return std::abs(light.temperature - temperature); })
+      ->code;
 }
 
 void addColours(const CameraMetadata& m, DngCamera& camera) {

@@ -20,8 +20,8 @@ constexpr uint16_t kExifD65 = 21;  // EXIF's code of that light
 
 // Its defaults are those of an unknown camera, whose colours are taken to be linear sRGB.
 struct DngCamera {
-  uint32_t phase;  // VISTREL_MONO: no DNG can hold the frame
-  uint32_t white;  // has as many bits as the samples
+  uint32_t phase;                 // VISTREL_MONO: no DNG can hold the frame
+  uint32_t white;                 // has as many bits as the samples
   std::array<double, 4> black{};  // of each place in the 2x2 block, row by row
   std::string model = "Unknown camera";
   std::optional<std::array<double, 3>> neutral{};  // red, green, blue of gray; the largest is 1

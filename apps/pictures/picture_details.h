@@ -20,7 +20,7 @@ constexpr Encoding kLinearLight{Encoding::kPower, 1};
 // The camera and its settings, as far as they are known.
 struct Shot {
   std::optional<std::string> make, model;
-  std::optional<std::string> date;                       // 2026-11-22T18:06:29
+  std::optional<std::string> date;                                 // 2026-11-22T18:06:29
   std::optional<double> exposureTime, iso, aperture, focalLength;  // s, f-number, mm
 
   bool operator==(const Shot&) const = default;
@@ -39,9 +39,9 @@ struct Compression {
 // Every writer says what its format can hold.
 struct PictureDetails {
   Encoding encoding{};
-  std::string command{};               // that makes the same picture; may be empty
+  std::string command{};  // that makes the same picture; may be empty
   Shot shot{};
-  std::optional<DngCamera> camera{};   // of a raw frame; nothing for a developed picture
+  std::optional<DngCamera> camera{};  // of a raw frame; nothing for a developed picture
   Compression compression{};
 };
 

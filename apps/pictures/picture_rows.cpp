@@ -7,8 +7,8 @@
 namespace vistrel::app {
 
 PictureRows::PictureRows(const Image& image, Depth depth, std::endian order)
-    : image_(image), scaled_(depth == Depth::kScaled && image.layout.bits > 8 &&
-                             image.layout.bits < 16),
+    : image_(image),
+      scaled_(depth == Depth::kScaled && image.layout.bits > 8 && image.layout.bits < 16),
       swapped_(image.layout.bits > 8 && order != std::endian::native) {
   if (scaled_ || swapped_) row_.resize(bytes() / 2);
 }

@@ -21,8 +21,7 @@ void writeChunk(const char (&type)[5], const void* bytes, size_t count, AtomicFi
   file.write(tail.data(), tail.size());
 }
 
-PixelChunks::PixelChunks(int level, int strategy, AtomicFile& file)
-    : file_(file), chunk_(1 << 16) {
+PixelChunks::PixelChunks(int level, int strategy, AtomicFile& file) : file_(file), chunk_(1 << 16) {
   constexpr int kWindowBits = 15, kMemory = 9;  // the largest of both
   if (deflateInit2(&stream_, level, Z_DEFLATED, kWindowBits, kMemory, strategy) != Z_OK)
     throw std::bad_alloc();

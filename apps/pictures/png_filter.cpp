@@ -15,7 +15,8 @@ const std::vector<uint8_t>& PaethFilter::next(const uint8_t* row) {
   const uint8_t *const corner = above_.data(), *const above = corner + step_;
   for (size_t i = 0; i < bytes; ++i) {  // compilers vectorise this form
     const int across = above[i] - corner[i], down = left[i] - corner[i];
-    const int toLeft = std::abs(across), toAbove = std::abs(down), toCorner = std::abs(across + down);
+    const int toLeft = std::abs(across), toAbove = std::abs(down),
+              toCorner = std::abs(across + down);
     const uint8_t vertical = toAbove <= toCorner ? above[i] : corner[i];
     const bool isLeft = toLeft <= toAbove && toLeft <= toCorner;
     to[i] = static_cast<uint8_t>(here[i] - (isLeft ? left[i] : vertical));

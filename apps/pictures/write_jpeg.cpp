@@ -1,8 +1,8 @@
 #include <algorithm>
+#include <cerrno>
 #include <csetjmp>
 #include <cstdio>
 #include <cstring>
-#include <cerrno>
 #include <string>
 
 #include <jpeglib.h>
@@ -49,8 +49,8 @@ bool encode(jpeg_compress_struct& jpeg, Errors& errors, const Image& image,
   jpeg_write_marker(&jpeg, JPEG_APP0 + 1, reinterpret_cast<const JOCTET*>(exif.data()),
                     static_cast<unsigned>(exif.size()));
   while (jpeg.next_scanline < jpeg.image_height) {
-    auto* row = const_cast<JSAMPLE*>(image.pixels.data()) +
-                jpeg.next_scanline * image.layout.row_bytes;
+    auto* row =
+        const_cast<JSAMPLE*>(image.pixels.data()) + jpeg.next_scanline * image.layout.row_bytes;
     jpeg_write_scanlines(&jpeg, &row, 1);
   }
   jpeg_finish_compress(&jpeg);

@@ -22,7 +22,7 @@ Image imageFrom(Input& in) {
   const size_t row = size_t{width} * channels * (bits > 8 ? 2 : 1);
   Image image{{width, height, channels, bits, row, row * height, 0, 0, {}}, {}};
   image.pixels.resize(row * height);
-  for (size_t i = 0; i < image.pixels.size(); i += bits > 8 ? 2 : 1) {
+  for (size_t i = 0; i<image.pixels.size(); i += bits> 8 ? 2 : 1) {
     const auto sample = static_cast<uint16_t>(in.take<uint16_t>() & ((1u << bits) - 1));
     const auto low = static_cast<uint8_t>(sample);
     std::memcpy(&image.pixels[i], bits > 8 ? static_cast<const void*>(&sample) : &low,
@@ -34,8 +34,10 @@ Image imageFrom(Input& in) {
 std::string textFrom(Input& in) {
   std::string text;
   for (size_t count = in.take() % 40; text.size() < count;)
-    if (const uint8_t byte = in.take()) text += static_cast<char>(byte);
-    else break;
+    if (const uint8_t byte = in.take())
+      text += static_cast<char>(byte);
+    else
+      break;
   return text;
 }
 
@@ -49,7 +51,7 @@ app::PictureDetails detailsFrom(Input& in, const Image& image) {
   details.encoding.kind = static_cast<app::Encoding::Kind>(in.take() % 3);
   details.encoding.exponent = (1 + in.take()) / 100.0;
   details.command = textFrom(in);
-  details.shot = {textFrom(in), textFrom(in), "2026-11-22T18:06:29", numberFrom(in),
+  details.shot = {textFrom(in),   textFrom(in),   "2026-11-22T18:06:29", numberFrom(in),
                   numberFrom(in), numberFrom(in), numberFrom(in)};
   details.compression.level = in.take() % 10;
   details.compression.lzw = in.take() % 2;
@@ -95,8 +97,8 @@ void write(const std::string& extension, const Image& image, app::PictureDetails
     type.write(image, details, file);
     if (const auto* reader = readerOf(extension, image)) readBack(*reader, image, details, file);
   });
-  require(outcome.status == app::kDone || (outcome.status == app::kRejected &&
-                                           (extension == "jpg" || extension == "dng")));
+  require(outcome.status == app::kDone ||
+          (outcome.status == app::kRejected && (extension == "jpg" || extension == "dng")));
 }
 
 }  // namespace
@@ -105,7 +107,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Input in(data, size);
   const Image image = imageFrom(in);
   const app::PictureDetails details = detailsFrom(in, image);
-  for (const char* const extension : {"png", "jpg", "tif", "pam", "ppm", "pgm", "npy", "dng", "raw"})
+  for (const char* const extension :
+       {"png", "jpg", "tif", "pam", "ppm", "pgm", "npy", "dng", "raw"})
     write(extension, image, details);
   return 0;
 }

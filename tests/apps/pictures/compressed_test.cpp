@@ -21,7 +21,8 @@ struct Compressed : ::testing::Test {
   Compressed() {
     scratch.write("in.pgm", pgm(43, 31, 4095, texture, "rggb"));
     scratch.write("smooth.pgm", pgm(43, 31, 4095, slope, "rggb"));
-    scratch.write("flat.pgm", pgm(64, 400, 4095, [](auto, auto) { return 2000u; }, "mono"));
+    scratch.write("flat.pgm", pgm(
+                                  64, 400, 4095, [](auto, auto) { return 2000u; }, "mono"));
   }
   bool has(const std::string& tool) const {
     return scratch.run({"sh", "-c", "command -v " + tool}).status == 0;
@@ -51,7 +52,9 @@ TEST_F(Compressed, EveryLevelOfPngHasTheSamePixels) {
 }
 
 TEST_F(Compressed, ALargePngHasSeveralChunks) {
-  const auto sample = [](uint32_t x, uint32_t y) { return (x * 2654435761u ^ y * 40503u * x) >> 16 & 4095; };
+  const auto sample = [](uint32_t x, uint32_t y) {
+    return (x * 2654435761u ^ y * 40503u * x) >> 16 & 4095;
+  };
   scratch.write("noise.pgm", pgm(501, 400, 4095, sample, "mono"));
   run("convert noise.pgm --depth 16 -o out.png");
   EXPECT_GT(sizeOf("out.png"), size_t{3} << 16);
@@ -218,8 +221,10 @@ TEST_F(Compressed, ArraysOfNumpy) {
   const struct {
     const char *options, *shape, *type;
     size_t bytes;
-  } cases[] = {{"", "31x43x3", "uint8", 1}, {"--depth 16", "31x43x3", "uint16", 2},
-               {"--format gray8", "31x43", "uint8", 1}, {"--format rgba", "31x43x4", "uint8", 1}};
+  } cases[] = {{"", "31x43x3", "uint8", 1},
+               {"--depth 16", "31x43x3", "uint16", 2},
+               {"--format gray8", "31x43", "uint8", 1},
+               {"--format rgba", "31x43x4", "uint8", 1}};
   for (const auto& c : cases)
     for (const std::string file : {"out.npy", "out.tif"}) {
       const std::string convert = std::string("convert in.pgm ") + c.options + " -o ";

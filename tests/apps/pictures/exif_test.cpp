@@ -53,7 +53,8 @@ std::string rational(uint32_t above, uint32_t below) {
 
 TEST(Exif, SaysEverything) {
   const app::Shot shot{"Maker", "Model", "2026-11-22T18:06:29", 0.004, 400, 5.6, 50};
-  ExifBlock exif({.encoding = {app::Encoding::kSrgb}, .command = "vistrel develop a", .shot = shot});
+  ExifBlock exif(
+      {.encoding = {app::Encoding::kSrgb}, .command = "vistrel develop a", .shot = shot});
   EXPECT_EQ(exif.first[0x010E], std::string("vistrel develop a\0", 18));
   EXPECT_EQ(exif.first[0x010F], std::string("Maker\0", 6));
   EXPECT_EQ(exif.first[0x0110], std::string("Model\0", 6));
