@@ -1,6 +1,7 @@
 #include "apps/batch/batch.h"
 
 #include <sys/stat.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <chrono>
@@ -32,6 +33,10 @@ Provenance provenanceOf(const Job& job, const std::string& options) {
 std::string nameOf(const Job& job) {
   if (!job.frame) return job.from.string();
   return fmt::format("{}, frame {}", job.from.string(), *job.frame);
+}
+
+uint32_t crcOf(const Bytes& bytes) {
+  return static_cast<uint32_t>(crc32_z(0, bytes.data(), bytes.size()));
 }
 
 unsigned threadsFor(unsigned workers) {
@@ -95,8 +100,9 @@ JobState Batch::doJob(const Job& job, JobResult& result, Worker& worker) {
     task_.check(job, result.preview);
     return JobState::kPlanned;
   }
-  const uint32_t crc = task_.make(job, worker, result.preview);
-  if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), crc});
+  task_.make(job, worker, result.preview);
+  if (manifest_)
+    manifest_->add(job.to, {provenance, fs::file_size(job.to), crcOf(worker.image().pixels)});
   return JobState::kMade;
 }
 

@@ -33,6 +33,9 @@ class Worker {
   // The image is valid until the next call. Throws Error.
   const Image& convert(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
+  // The last one.
+  const Image& image() const { return image_; }
+
  private:
   Stream stream_;  // acquired on first use
   Image image_;
@@ -41,9 +44,9 @@ class Worker {
 // How to carry out a job. Several threads call the functions at once, for different jobs. They
 // throw ProgramError and Error; what is in the preview by then is reported as well.
 struct BatchTask {
-  std::function<void(const Job&, Preview&)> check;              // everything but the samples
-  std::function<uint32_t(const Job&, Worker&, Preview&)> make;  // returns the CRC-32 of the pixels
-  std::string options;                                          // see Provenance
+  std::function<void(const Job&, Preview&)> check;          // everything but the samples
+  std::function<void(const Job&, Worker&, Preview&)> make;  // of the worker's image
+  std::string options;                                      // see Provenance
   std::vector<std::filesystem::path> sources;  // files that all pictures depend on besides frames
 };
 

@@ -86,6 +86,7 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop,
             const AlgorithmChoice& algorithm, const CompareOptions& o, const FinishedLook* look) {
   const vistrel_region region = widened(crop, frame);
   vistrel_conversion c = defaultConversion(frame);
+  c.format = VISTREL_RGB24;
   c.algorithm = algorithm.row->code;
   c.threshold = algorithm.threshold;
   c.region = region;
@@ -155,9 +156,7 @@ ExitStatus run(CompareOptions& o) {
   }
   if (strips.empty()) return sum.status();
   const Canvas sheet = sheetOf(strips, o.zoom);
-  AtomicFile output(o.output);
-  type.write(sheet.image(), output);
-  output.commit();
+  savePicture(sheet.image(), {}, o.output);
   return sum.status();
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apps/commands/camera_details.h"
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
 #include "apps/look/frame_statistics.h"
@@ -38,32 +39,39 @@ std::string noteOf(const std::vector<std::string>& unused) {
 
 }  // namespace
 
-ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
-                             const ConversionOptions& options, const SensorCalibration& calibration,
-                             Preview& preview)
-    : job_(job), options_(options), preview_(preview), file_(job.from, input, preview.warnings),
-      conversion_(options.of(file_.frame())), type_(pictureType(job.to)) {
-  for (std::string& unused : options.unusedOptions(file_.frame()))
+ConversionJob::ConversionJob(const Job& job, const ConversionRun& run, Preview& preview)
+    : job_(job), run_(run), options_(run.options), preview_(preview),
+      file_(job.from, run.input, preview.warnings), conversion_(options_.of(file_.frame())),
+      type_(pictureType(job.to)) {
+  for (std::string& unused : options_.unusedOptions(file_.frame()))
     preview_.warnings.push_back(std::move(unused));
-  calibration.apply(file_.frame(), conversion_);
+  run.calibration.apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   const auto unused = unusedMetadata(file_.description().camera,
-                                     file_.frame().phase == VISTREL_MONO, options.preparation);
+                                     file_.frame().phase == VISTREL_MONO, options_.preparation);
   if (!unused.empty()) preview_.warnings.push_back(noteOf(unused));
   if (type_.channels && type_.channels != layout_.channels) throwMisfit();
+  checkHolds(type_, layout_, details());
 }
 
-uint32_t ConversionJob::run(Worker& worker) {
-  return withOriginOfBits(file_, [&] { return convert(worker); });
+void ConversionJob::run(Worker& worker) {
+  withOriginOfBits(file_, [&] { return convert(worker); });
 }
 
-uint32_t ConversionJob::convert(Worker& worker) {
+// Samples follow light linearly unless a curve is applied.
+PictureDetails ConversionJob::details() const {
+  return {.encoding = options_.tone.curve.empty() ? kLinearLight : Encoding{},
+          .command = commandText("convert", job_.from.filename(), job_, run_.given),
+          .shot = shotOf(file_.description().camera),
+          .compression = run_.compression};
+}
+
+void ConversionJob::convert(Worker& worker) {
   const vistrel_frame& frame = job_.frame ? file_.read(*job_.frame) : file_.read();
   measureGains(frame);
   const Image& image = worker.convert(frame, conversion_);
-  const uint32_t crc = savePicture(image, type_, job_.to);
+  savePicture(image, details(), job_.to);
   describe();
-  return crc;
 }
 
 // Measures the gains of gray-world here rather than in the library, so that the user sees them.

@@ -12,26 +12,35 @@
 
 namespace vistrel::app {
 
+// What all jobs of a batch share.
+struct ConversionRun {
+  const InputOptions& input;
+  const ConversionOptions& options;
+  const SensorCalibration& calibration;
+  Compression compression;
+  std::string given;  // the options of input and conversion as the user typed them
+};
+
 class ConversionJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
   // Error. Warnings appear in the preview as they arise. All arguments must outlive the object.
-  ConversionJob(const Job& job, const InputOptions& input, const ConversionOptions& options,
-                const SensorCalibration& calibration, Preview& preview);
+  ConversionJob(const Job& job, const ConversionRun& run, Preview& preview);
 
   // Completes the preview, except for what needs the samples.
   void describe() { preview_.layout = layout_; }
 
-  // Converts the frame, writes the picture and completes the preview. Returns the CRC-32 of the
-  // pixels.
-  uint32_t run(Worker& worker);
+  // Converts the frame, writes the picture and completes the preview.
+  void run(Worker& worker);
 
  private:
   [[noreturn]] void throwMisfit() const;
-  uint32_t convert(Worker& worker);
+  void convert(Worker& worker);
   void measureGains(const vistrel_frame& frame);
+  PictureDetails details() const;
 
   const Job& job_;
+  const ConversionRun& run_;
   const ConversionOptions& options_;
   Preview& preview_;
   FrameFile file_;

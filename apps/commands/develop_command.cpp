@@ -42,10 +42,9 @@ BatchTask taskFor(const CLI::App& command, const DevelopRequest& o,
     withOptionNames(names, [&] { DevelopmentJob(job, development, preview).describe(); });
   };
   task.make = [&development, names](const Job& job, Worker& worker, Preview& preview) {
-    return withOptionNames(names,
-                           [&] { return DevelopmentJob(job, development, preview).run(worker); });
+    withOptionNames(names, [&] { DevelopmentJob(job, development, preview).run(worker); });
   };
-  task.options = "develop " + givenOptions(command, {"Input", "Development"});
+  task.options = "develop " + givenForPictures(command, "Development");
   task.sources = o.development.conversion.calibration.files();
   return task;
 }
@@ -62,9 +61,9 @@ ExitStatus run(const CLI::App& command, DevelopRequest& o) {
   rejectConflicts(conflicts);
   conversion.bare = isRawFile(plan.jobs.front().to);
   // The others are part of what is decided.
-  const std::string given = givenOptions(command, {"Input", "Development"},
-                                         {"--algorithm", "--look", "--same", "--roi", "--orient"});
-  Development development(o.input, o.development, given);
+  const std::string given = givenForPictures(
+      command, "Development", {"--algorithm", "--look", "--same", "--roi", "--orient"});
+  Development development(o.input, o.development, compressionOf(o.compression), given);
   addWarnings(development.calibration(), plan);
   withOptionNames(optionNames(o.development), [&] { development.lookAt(plan.jobs.front()); });
   return o.run(std::move(plan), taskFor(command, o, development));

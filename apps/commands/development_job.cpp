@@ -2,19 +2,25 @@
 
 #include <algorithm>
 
+#include "apps/commands/camera_details.h"
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
 #include "apps/options/geometry.h"
-#include "apps/options/options.h"
 #include "apps/options/orientation.h"
 
 namespace vistrel::app {
 namespace {
 
-// A name that is no option, for a shell.
-std::string fileWord(const std::filesystem::path& path) {
-  const std::string name = path.string();
-  return quoted(name.size() > 1 && name[0] == '-' ? "./" + name : name);
+// Only some curves have a name in files.
+Encoding encodingOf(const Transfer& transfer) {
+  constexpr double kOne = 1000;
+  switch (transfer.curve) {
+    case Curve::kLinear: return kLinearLight;
+    case Curve::kSrgb: return {Encoding::kSrgb};
+    case Curve::kGamma: return {Encoding::kPower, kOne / transfer.parameter};
+    case Curve::kAsinh: break;
+  }
+  return {};
 }
 
 bool isPart(const Crop& crop, const vistrel_frame& frame) {
@@ -140,22 +146,27 @@ Look DevelopmentJob::decideCalibrated(const vistrel_frame& frame, const LookChoi
 
 Look DevelopmentJob::decide() { return decide(read()); }
 
-uint32_t DevelopmentJob::run(Worker& worker) {
-  return withOriginOfBits(file_, [&] { return develop(worker); });
+void DevelopmentJob::run(Worker& worker) {
+  withOriginOfBits(file_, [&] { return develop(worker); });
 }
 
-uint32_t DevelopmentJob::develop(Worker& worker) {
+void DevelopmentJob::develop(Worker& worker) {
   const vistrel_frame& frame = read();
   const auto& shared = development_.look();
   const Look look = shared ? *shared : decide(frame);
   const FinishedLook finished(look);
   finished.apply(frame, conversion_);
   const Image& image = worker.convert(frame, conversion_);
-  const uint32_t crc = savePicture(image, type_, job_.to);
-  preview_.command = commandLine(look);
+  const std::string options = optionsOf(look);
+  savePicture(image,
+              {.encoding = encodingOf(look.transfer),
+               .command = commandText("develop", job_.from.filename(), job_, options),
+               .shot = shotOf(file_.description().camera),
+               .compression = development_.compression()},
+              job_.to);
+  preview_.command = commandText("develop", job_.from, job_, options) + " -o " + fileWord(job_.to);
   preview_.settings = settingsOf(look);
   describe();
-  return crc;
 }
 
 AlgorithmChoice DevelopmentJob::algorithm() const {
@@ -170,16 +181,14 @@ nlohmann::ordered_json DevelopmentJob::settingsOf(const Look& look) const {
   return settings;
 }
 
-std::string DevelopmentJob::commandLine(const Look& look) const {
-  std::string line = "vistrel develop " + fileWord(job_.from);
-  if (!development_.given().empty()) line += " " + development_.given();
-  if (job_.frame) line += fmt::format(" --frame {}", *job_.frame);
+std::string DevelopmentJob::optionsOf(const Look& look) const {
   const bool isMono = file_.frame().phase == VISTREL_MONO;
-  if (!isMono) line += " -a " + labelOf(algorithm());
-  if (conversion_.region.width) line += " --roi " + regionText(conversion_.region);
-  line += fmt::format(" --orient {}", orientationName(conversion_.orientation));
-  line += " --look " + lookText(look, isMono);
-  return line + " -o " + fileWord(job_.to);
+  std::string text = development_.given();
+  if (!text.empty()) text += " ";
+  if (!isMono) text += "-a " + labelOf(algorithm()) + " ";
+  if (conversion_.region.width) text += "--roi " + regionText(conversion_.region) + " ";
+  text += fmt::format("--orient {}", orientationName(conversion_.orientation));
+  return text + " --look " + lookText(look, isMono);
 }
 
 }  // namespace vistrel::app

@@ -26,13 +26,15 @@ struct DevelopOptions {
 // What all jobs of a batch share.
 class Development {
  public:
-  // `given`: the options of the input as the user typed them.
-  Development(const InputOptions& input, const DevelopOptions& options, std::string given)
-      : input_(input), options_(options), given_(std::move(given)),
+  // `given`: the options of input and calibration as the user typed them.
+  Development(const InputOptions& input, const DevelopOptions& options,
+              const Compression& compression, std::string given)
+      : input_(input), options_(options), compression_(compression), given_(std::move(given)),
         calibration_(options.conversion.calibration, input) {}
 
   const InputOptions& input() const { return input_; }
   const DevelopOptions& options() const { return options_; }
+  const Compression& compression() const { return compression_; }
   const std::string& given() const { return given_; }
   const SensorCalibration& calibration() const { return calibration_; }
 
@@ -45,6 +47,7 @@ class Development {
  private:
   const InputOptions& input_;
   const DevelopOptions& options_;
+  const Compression compression_;
   const std::string given_;
   const SensorCalibration calibration_;
   std::optional<Look> look_;
@@ -60,9 +63,8 @@ class DevelopmentJob {
   // Completes the preview, except for what needs the samples.
   void describe() { preview_.layout = layout_; }
 
-  // Develops the frame, writes the picture and completes the preview. Returns the CRC-32 of the
-  // pixels.
-  uint32_t run(Worker& worker);
+  // Develops the frame, writes the picture and completes the preview.
+  void run(Worker& worker);
 
   // The look that the frame would have by itself.
   Look decide();
@@ -71,12 +73,12 @@ class DevelopmentJob {
  private:
   void warnOfUnusedOptions();
   const vistrel_frame& read();
-  uint32_t develop(Worker& worker);
+  void develop(Worker& worker);
   Look decide(const vistrel_frame& frame) const;
   Look decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const;
   AlgorithmChoice algorithm() const;
   nlohmann::ordered_json settingsOf(const Look& look) const;
-  std::string commandLine(const Look& look) const;
+  std::string optionsOf(const Look& look) const;
 
   const Job& job_;
   const Development& development_;

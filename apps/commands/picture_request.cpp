@@ -1,7 +1,5 @@
 #include "apps/commands/picture_request.h"
 
-#include <zlib.h>
-
 #include <chrono>
 
 #include "apps/error.h"
@@ -33,6 +31,12 @@ std::vector<std::string> PictureRequest::conflicts(const std::filesystem::path& 
   if (!type.empty() && !isSameType(pictureType("x." + type), pictureType(first)))
     addConflict("--type " + type,
                 "a picture's name sets its type, --type that of pictures in a folder");
+  const PictureType& kind = pictureType(first);
+  if (isDng(kind) && !mosaic)
+    addConflict("demosaicing", "a .dng holds a raw frame; --mosaic writes one");
+  if (mosaic) frameType(first);
+  for (const std::string& option : compression.unusedFor(kind.extension))
+    addConflict(option, "that type is not compressed so");
   const char* const report = "standard output is for the picture alone";
   if (isStandardOutput(output) && batch.json) addConflict("--json", report);
   if (isStandardOutput(output) && !batch.manifest.empty())
@@ -54,11 +58,32 @@ void addWarnings(const SensorCalibration& calibration, BatchPlan& plan) {
   plan.warnings.insert(plan.warnings.end(), more.begin(), more.end());
 }
 
-uint32_t savePicture(const Image& image, const PictureType& type, const std::filesystem::path& to) {
-  AtomicFile output(to);
-  type.write(image, output);
-  output.commit();
-  return static_cast<uint32_t>(crc32_z(0, image.pixels.data(), image.pixels.size()));
+std::string givenForPictures(const CLI::App& command, const std::string& group,
+                             std::vector<std::string> leftOut) {
+  leftOut.insert(leftOut.end(), {"--output", "--type"});
+  return givenOptions(command, {"Input", group, "Output"}, leftOut);
+}
+
+Compression compressionOf(const CompressionOptions& o) {
+  Compression c;
+  c.lzw = o.compression == "lzw";
+  if (!c.lzw && !o.compression.empty()) c.level = std::stoi(o.compression);
+  c.quality = o.quality.value_or(c.quality);
+  if (!o.chroma.empty())
+    c.chroma = o.chroma == "420" ? Chroma::k420 : o.chroma == "422" ? Chroma::k422 : Chroma::k444;
+  return c;
+}
+
+std::string commandText(const char* command, const std::filesystem::path& from, const Job& job,
+                        const std::string& options) {
+  std::string text = fmt::format("vistrel {} {}", command, fileWord(from));
+  if (!options.empty()) text += " " + options;
+  return job.frame ? fmt::format("{} --frame {}", text, *job.frame) : text;
+}
+
+std::string fileWord(const std::filesystem::path& path) {
+  const std::string name = path.string();
+  return quoted(name.size() > 1 && name[0] == '-' ? "./" + name : name);
 }
 
 void addPictureInputs(CLI::App& command, PictureRequest& request) {
@@ -80,9 +105,10 @@ CLI::Option* addPictureOutputs(CLI::App& command, PictureRequest& request) {
         "Picture, by its extension; a folder; or - or png:-");
     output->type_name("OUT");
     oneOf(command.add_option("--type", request.type,
-                             "png, tiff, pam, ppm, pgm or raw, in a folder (png)"),
-          {"png", "tiff", "pam", "ppm", "pgm", "raw"})
+                             "png, jpg, tiff, pam, ppm, pgm, npy, raw or dng, in a folder (png)"),
+          {"png", "jpg", "tiff", "pam", "ppm", "pgm", "npy", "raw", "dng"})
         ->type_name("TYPE");
+    addCompressionOptions(command, request.compression);
   });
   inGroup(command, "Batch", [&] { addBatchOptions(command, request.batch); });
   return output;

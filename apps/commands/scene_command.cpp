@@ -9,7 +9,6 @@
 #include "apps/options/input_options.h"
 #include "apps/options/options.h"
 #include "apps/pictures/picture.h"
-#include "apps/pictures/write_dng.h"
 #include "apps/tools/scene/camera.h"
 
 namespace vistrel::app {
@@ -17,7 +16,7 @@ namespace {
 
 constexpr const char* kSceneExamples = R"(Examples:
   vistrel scene -o scene.pgm -s 1920x1280 --bits 12 --phase rggb
-  vistrel convert scene.pgm --phase rggb -o scene.png
+  vistrel convert scene.pgm -o scene.png
   vistrel scene --camera -o scene.dng
 
 With --camera, the frame is what a camera delivers in warm light: linear, with a
@@ -50,6 +49,7 @@ Matrix3 xyzMatrixOf(const Camera& camera) {
 DngCamera dngCamera(const SceneOptions& o, uint32_t phase) {
   DngCamera dng = unknownCamera(phase, o.bits);
   dng.model = "Vistrel test scene";
+  dng.knowsColours = true;
   dng.neutral = {1, 1, 1};
   if (!o.camera) return dng;
   dng.model += " in warm light";
@@ -70,15 +70,10 @@ Image frameOf(const SceneOptions& o, uint32_t phase) {
 
 ExitStatus run(const SceneOptions& o) {
   const uint32_t phase = o.phase.value_or(VISTREL_RGGB);
-  const bool dng = isDngName(o.output);
-  if (!dng && pictureType(o.output).channels != 1)
-    throwError(kUsage, "-o {}: a raw frame is a .dng or a .pgm", o.output);
+  const bool dng = isDng(frameType(o.output));
   if (phase == VISTREL_MONO && (dng || o.camera))
     throwError(kUsage, "--phase mono: {} needs colour filters", o.camera ? "--camera" : "a .dng");
-  const Image image = frameOf(o, phase);
-  AtomicFile output(o.output);
-  dng ? writeDng(image, dngCamera(o, phase), output) : writePnm(image, output);
-  output.commit();
+  savePicture(frameOf(o, phase), {.camera = dngCamera(o, phase)}, o.output);
   return kDone;
 }
 
@@ -87,7 +82,9 @@ ExitStatus run(const SceneOptions& o) {
 void addSceneCommand(CLI::App& program, int& status) {
   auto* command = program.add_subcommand("scene", "Render a test scene as a raw frame");
   const auto o = std::make_shared<SceneOptions>();
-  command->add_option("-o,--output", o->output, "Frame (.dng, .pgm)")->required()->type_name("OUT");
+  command->add_option("-o,--output", o->output, "Frame: .dng, .pgm, .png, .npy, .raw or -")
+      ->required()
+      ->type_name("OUT");
   command
       ->add_option_function<std::string>(
           "-s,--size", [o](const std::string& s) { o->size = parseSize("--size", s); },

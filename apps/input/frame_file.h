@@ -26,6 +26,7 @@ class FrameFile {
 
   // Size, bits and phase, without the samples. `phase` is VISTREL_MONO if it is not specified.
   const vistrel_frame& frame() const { return frame_; }
+  bool knowsPhase() const { return phaseKnown_; }
   uint64_t frames() const { return description().frames; }
 
   // What the file itself says.
@@ -49,7 +50,7 @@ class FrameFile {
   std::unique_ptr<Reader> reader_;
   vistrel_frame frame_{};
   uint64_t chosen_;
-  bool bitsKnown_, specifiesBits_;
+  bool bitsKnown_, specifiesBits_, phaseKnown_;
   std::vector<std::string>& warnings_;
   std::vector<uint16_t> samples_;
 };

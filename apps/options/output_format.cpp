@@ -11,13 +11,13 @@ namespace {
 constexpr OutputFormat kFormats[] = {
     {"gray8", VISTREL_GRAY8, false, VISTREL_GRAY8},
     {"gray16", VISTREL_GRAY16, true, VISTREL_GRAY16},
-    {"bgr24", VISTREL_BGR24, false, VISTREL_BGR24},
-    {"rgb24", VISTREL_RGB24, false, VISTREL_BGR24},
-    {"bgra", VISTREL_BGRA32, false, VISTREL_ARGB32},
-    {"rgba", VISTREL_RGBA32, false, VISTREL_ARGB32},
-    {"argb", VISTREL_ARGB32, false, VISTREL_ARGB32},
-    {"bgr48", VISTREL_BGR48, true, VISTREL_BGR48},
-    {"rgb48", VISTREL_RGB48, true, VISTREL_BGR48},
+    {"bgr24", VISTREL_BGR24, false, VISTREL_RGB24},
+    {"rgb24", VISTREL_RGB24, false, VISTREL_RGB24},
+    {"bgra", VISTREL_BGRA32, false, VISTREL_RGBA32},
+    {"rgba", VISTREL_RGBA32, false, VISTREL_RGBA32},
+    {"argb", VISTREL_ARGB32, false, VISTREL_RGBA32},
+    {"bgr48", VISTREL_BGR48, true, VISTREL_RGB48},
+    {"rgb48", VISTREL_RGB48, true, VISTREL_RGB48},
 };
 
 }  // namespace

@@ -24,6 +24,7 @@ PgmHeader readNumbers(PnmWords& in, char type) {
   header.height = headerNumber(in, "height", kMaxSize);
   header.maxval = headerNumber(in, "maxval", kMaxMaxval);
   in.skipOne();  // the next byte is a sample
+  header.phase = in.phase();
   header.samplesAt = in.at();
   return header;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "apps/files/source.h"
 
@@ -10,8 +11,9 @@ namespace vistrel::app {
 struct PgmHeader {
   char type;  // '2': plain PGM, samples as text; '5': binary PGM; '6': PPM; '7': PAM
   uint32_t width, height;
-  uint32_t maxval;     // 1..65535; above 255 binary samples have 16 bits, big-endian
-  uint64_t samplesAt;  // offset of the first sample
+  uint32_t maxval;                     // 1..65535; above 255 samples have 16 bits, big-endian
+  uint64_t samplesAt;                  // offset of the first sample
+  std::optional<uint32_t> phase = {};  // as a comment tells, such as "# phase rggb"
 };
 
 // Whether a file of this type begins at the offset.

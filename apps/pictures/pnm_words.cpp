@@ -4,11 +4,22 @@
 #include <charconv>
 
 #include "apps/error.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
 
 bool isSpace(int c) { return c == '#' || (c != PnmWords::kEnd && std::isspace(c)); }
+
+// The phase that a comment tells.
+std::optional<uint32_t> phaseIn(const std::string& comment) {
+  constexpr std::string_view kKey = " phase ";
+  uint32_t phase = 0;
+  const bool told = comment.starts_with(kKey) &&
+                    vistrel_parse_phase(comment.c_str() + kKey.size(), &phase, nullptr) == 0 &&
+                    phase <= VISTREL_MONO;
+  return told ? std::optional(phase) : std::nullopt;
+}
 
 }  // namespace
 
@@ -28,8 +39,12 @@ int PnmWords::get() {
 }
 
 void PnmWords::skipOne() {
+  constexpr size_t kLongest = 24;  // of comments that tell something
   if (get() != '#') return;
-  for (int c = get(); c != kEnd && c != '\n';) c = get();
+  std::string comment;
+  for (int c = get(); c != kEnd && c != '\n'; c = get())
+    if (comment.size() < kLongest) comment += static_cast<char>(c);
+  if (const auto phase = phaseIn(comment)) phase_ = phase;
 }
 
 void PnmWords::skipSpace() {

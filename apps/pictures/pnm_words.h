@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "apps/files/source.h"
@@ -28,6 +29,8 @@ class PnmWords {
   std::string word();
   // `name` says what the number is.
   uint32_t number(const char* name, uint32_t min, uint32_t max);
+  // That the last comment of the kind "# phase rggb" so far tells.
+  std::optional<uint32_t> phase() const { return phase_; }
   // The rest of the line, of at most 255 characters.
   std::string line();
 
@@ -36,6 +39,7 @@ class PnmWords {
   uint64_t partAt_;
   std::array<char, 4096> part_;
   size_t count_ = 0, next_ = 0;
+  std::optional<uint32_t> phase_;
 };
 
 }  // namespace vistrel::app

@@ -170,11 +170,12 @@ TEST(Usage, ConflictingOptions) {
 
 TEST(Usage, OutputFormat) {
   const std::string text =
-      ": the name of a picture ends in .png, .tif, .pam, .ppm (colour), .pgm (gray) or .raw; "
+      ": the name of a picture ends in .png, .jpg, .tif, .pam, .ppm (colour), .pgm (gray), .npy or "
+      ".raw, that of a raw frame in .dng; "
       "standard output is - for PNM, png:- and so on\n";
-  expectUsage("convert a.pgm --phase rggb -o a.jpg", "-o a.jpg" + text);
+  expectUsage("convert a.pgm --phase rggb -o a.gif", "-o a.gif" + text);
   expectUsage("convert a.pgm --phase rggb -o picture", "-o picture" + text);
-  expectUsage("scene -o a.png", "-o a.png: a raw frame is a .dng or a .pgm\n");
+  expectUsage("scene -o a.tif", "-o a.tif: a raw frame is a .dng, .pgm, .png, .npy or .raw\n");
 }
 
 std::string helpOf(const std::string& command) {

@@ -1,4 +1,5 @@
 // seeds FOLDER: writes small files for every target as FOLDER/TARGET/NAME.
+#include <fmt/format.h>
 #include <tiffio.h>
 
 #include <cstdio>
@@ -31,6 +32,7 @@ void pgms(const fs::path& folder) {
   save(folder / "plain", "P2 3 2 # a\n1023\n1 2 #b\n1023 0\n17 5\n");
   const std::string pam = "P7\nWIDTH 2\nHEIGHT 2\nDEPTH 1\n#a\nMAXVAL 100\nTUPLTYPE A B\nENDHDR\n";
   save(folder / "pam", pam + "abcd" + pam + "efgh");
+  save(folder / "phase", pgm(3, 2, 255, texture, "gbrg"));
 }
 
 void pngs(const fs::path& folder) {
@@ -40,7 +42,10 @@ void pngs(const fs::path& folder) {
       Image image{{6, 5, channels, bits, row, row * 5, 0, 0, {}}, {}};
       image.pixels.assign(row * 5, 7);
       app::AtomicFile file(folder / (std::to_string(bits) + "x" + std::to_string(channels)));
-      app::writePng(image, file);
+      app::PictureDetails details;
+      details.command = "vistrel convert";
+      if (channels == 1) details.camera = app::unknownCamera(VISTREL_GRBG, bits);
+      app::writePng(image, details, file);
       file.commit();
     }
 }
@@ -123,7 +128,7 @@ void gzips(const fs::path& folder) {
   save(folder / "stored", deflated(image, true, 0));
 }
 
-// The bytes from which Bytes::below() makes these numbers, and Bytes::take() their doubles.
+// The bytes from which Input::below() makes these numbers, and Input::take() their doubles.
 std::string numbers(const std::vector<uint32_t>& values) {
   std::string bytes;
   for (const uint32_t value : values) bytes += static_cast<char>(2 * value);
@@ -227,12 +232,22 @@ void looks(const fs::path& folder) {
   save(folder / "some", "srgb,black=12,exposure=0.0003");
 }
 
+// Width, height, channels, bits; then samples and details.
+void writers(const fs::path& folder) {
+  std::string rest;
+  for (int i = 0; i < 900; ++i) rest += static_cast<char>(i * 37 ^ i >> 3);
+  for (const char channels : {'\0', '\1', '\2'})
+    for (const char bits : {'\0', '\4', '\10'})
+      save(folder / fmt::format("{}-{}", int{channels}, int{bits}),
+           std::string{9, 7, channels, bits} + rest);
+}
+
 }  // namespace
 
 int main(int, char** argv) {
   const fs::path folder = argv[1];
   for (const char* const target :
-       {"pgm", "png", "tiff", "fits", "gzip", "headerless", "host", "look"})
+       {"pgm", "png", "tiff", "fits", "gzip", "headerless", "host", "look", "writers"})
     fs::create_directories(folder / target);
   pgms(folder / "pgm");
   pngs(folder / "png");
@@ -242,4 +257,5 @@ int main(int, char** argv) {
   headerless(folder / "headerless");
   hosts(folder / "host");
   looks(folder / "look");
+  writers(folder / "writers");
 }

@@ -7,9 +7,9 @@
 
 namespace vistrel {
 
-class Bytes {
+class Input {
  public:
-  Bytes(const uint8_t* data, size_t size) : data_(data), left_(size) {}
+  Input(const uint8_t* data, size_t size) : data_(data), left_(size) {}
 
   template <class T = uint8_t>
   T take() {

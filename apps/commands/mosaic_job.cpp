@@ -1,0 +1,53 @@
+#include "apps/commands/mosaic_job.h"
+
+#include "apps/commands/camera_details.h"
+#include "apps/commands/picture_request.h"
+
+namespace vistrel::app {
+
+vistrel_conversion unchanged(const vistrel_frame& frame) {
+  vistrel_conversion conversion = defaultConversion(frame);
+  conversion.format = frame.bytes_per_sample == 2 ? VISTREL_MONO16 : VISTREL_MONO8;
+  return conversion;
+}
+
+PictureDetails frameDetails(const FrameFile& file, std::string command) {
+  return {.encoding = kLinearLight,
+          .command = std::move(command),
+          .shot = shotOf(file.description().camera),
+          .camera = file.knowsPhase() ? std::optional(dngCameraOf(file)) : std::nullopt};
+}
+
+namespace {
+
+vistrel_frame withoutPhase(vistrel_frame frame) {
+  frame.phase = VISTREL_MONO;
+  return frame;
+}
+
+}  // namespace
+
+MosaicJob::MosaicJob(const Job& job, const InputOptions& input, const Compression& compression,
+                     const std::string& given, Preview& preview)
+    : job_(job), preview_(preview), file_(job.from, input, preview.warnings),
+      details_(frameDetails(file_, commandText("convert", job.from.filename(), job, given))) {
+  details_.compression = compression;
+  const vistrel_frame frame = withoutPhase(file_.frame());
+  checkHolds(pictureType(job.to), layoutOf(frame, unchanged(frame)), details_);
+}
+
+void MosaicJob::describe() {
+  const vistrel_frame frame = withoutPhase(file_.frame());
+  preview_.layout = layoutOf(frame, unchanged(frame));
+  if (assumesColours(pictureType(job_.to), details_)) preview_.warnings.push_back(kAssumedColours);
+}
+
+void MosaicJob::run(Worker& worker) {
+  withOriginOfBits(file_, [&] {
+    const vistrel_frame frame = withoutPhase(job_.frame ? file_.read(*job_.frame) : file_.read());
+    savePicture(worker.convert(frame, unchanged(frame)), details_, job_.to);
+  });
+  describe();
+}
+
+}  // namespace vistrel::app
