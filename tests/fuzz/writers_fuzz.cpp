@@ -67,7 +67,7 @@ void readBack(const app::ReaderType& type, const Image& image, const app::Pictur
               const app::AtomicFile& file) {
   std::fflush(file.stream());
   const app::Source source("/proc/self/fd/" + std::to_string(fileno(file.stream())));
-  const auto reader = type.open(source);
+  const auto reader = type.open(source, {});
   const app::Description& d = reader->description();
   const vistrel_layout& l = image.layout;
   require(d.width == l.width && d.height == l.height && d.frames == 1);

@@ -139,15 +139,22 @@ void printFalseColour(const Planes& rings) {
   }
 }
 
+// As sheets take it: red, green, blue.
+Image shown(const Planes& picture) {
+  Image image = displayed(picture, Light::kLinear);
+  for (size_t i = 0; i < image.pixels.size(); i += 3)
+    std::swap(image.pixels[i], image.pixels[i + 2]);
+  return image;
+}
+
 // Part of a scene, through each algorithm.
 app::Strip stripOf(const NamedScene& scene, double percent, const vistrel_region& part) {
   const Planes seen = withNoise(scene.light, percent / 100, kSeed);
   app::Strip strip{fmt::format("{}, noise {} %", scene.name, percent), {}};
-  strip.cells.push_back({"truth", displayed(scene.light, Light::kLinear), part});
+  strip.cells.push_back({"truth", shown(scene.light), part});
   for (const Algorithm& algorithm : kAlgorithms)
-    strip.cells.push_back({std::string(algorithm.name),
-                           displayed(demosaiced(seen, kSceneBits, algorithm), Light::kLinear),
-                           part});
+    strip.cells.push_back(
+        {std::string(algorithm.name), shown(demosaiced(seen, kSceneBits, algorithm)), part});
   return strip;
 }
 
@@ -161,7 +168,7 @@ void writeCrops(const std::vector<NamedScene>& scenes, const std::filesystem::pa
                                        stripOf(scene("foliage"), 0, {20, 250, 96, 64}),
                                        stripOf(scene("chart"), 3, {150, 180, 96, 64})};
   app::AtomicFile file(path);
-  app::writePng(app::sheetOf(strips, 3).image(), file);
+  app::writePng(app::sheetOf(strips, 3).image(), {}, file);
   file.commit();
 }
 

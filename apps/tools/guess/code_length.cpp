@@ -62,9 +62,9 @@ float medianOf(std::vector<float>& values) {
 }
 
 // Compresses levels that are far from the usual ones: stars, and pads that are full of ones.
-class Compression {
+class Companding {
  public:
-  explicit Compression(const std::vector<Patch>& patches) {
+  explicit Companding(const std::vector<Patch>& patches) {
     std::vector<float> levels;
     for (const Patch& p : patches)
       for (uint32_t x = 0; x < p.count; x += 2) levels.push_back(p.rows[2][x]);
@@ -86,13 +86,13 @@ class Compression {
   float centre_, width_;
 };
 
-Sites sitesOf(const std::vector<Patch>& patches, const Compression& compression) {
+Sites sitesOf(const std::vector<Patch>& patches, const Companding& companding) {
   Sites sites;
   std::array<std::array<float, kSegment>, 3> levels;
   for (const Patch& p : patches) {
     for (size_t i = 0; i < 3; ++i)
       std::ranges::transform(p.rows[i], levels[i].begin(),
-                             [&](uint16_t s) { return compression.compressed(s); });
+                             [&](uint16_t s) { return companding.compressed(s); });
     const auto& [two, one, own] = levels;
     for (uint32_t x = 2; x + 2 < p.count; ++x)
       sites[(p.y & 1) * 2 + ((p.x + x) & 1)].push_back(
@@ -178,13 +178,13 @@ class NumberCode {
 };
 
 // In units of the lowest bit that is in use.
-double bitsOf(const Sites& sites, const Compression& compression, double unit) {
+double bitsOf(const Sites& sites, const Companding& companding, double unit) {
   NumberCode code;
   for (const Site& site : sites) {
     const Weights weights = weightsOf(site);
     for (const Place& p : site) {
       const double level = predictedBy(weights, p);
-      code.add(std::lround((p.sample - compression.expanded(level)) / unit));
+      code.add(std::lround((p.sample - companding.expanded(level)) / unit));
     }
   }
   return code.bits();
@@ -217,10 +217,10 @@ Unit unitOf(const Sites& sites) {
 
 CodeLength codeLengthOf(RowReader& reader, uint32_t width, size_t samples) {
   const std::vector<Patch> patches = patchesOf(reader, width, samples);
-  const Compression compression(patches);
-  const Sites sites = sitesOf(patches, compression);
+  const Companding companding(patches);
+  const Sites sites = sitesOf(patches, companding);
   const Unit unit = unitOf(sites);
-  return {bitsOf(sites, compression, unit.size) + unit.bits, unit.size};
+  return {bitsOf(sites, companding, unit.size) + unit.bits, unit.size};
 }
 
 }  // namespace vistrel::app
