@@ -131,13 +131,13 @@ TEST_F(Compressed, JpegSaysHowItWasMade) {
 }
 
 TEST_F(Compressed, WhatAJpegCannotHold) {
-  const std::string convert = "convert in.pgm -o out.jpg ";
+  const std::string convert = "convert in.pgm --phase rggb -o out.jpg ";
   EXPECT_EQ(scratch.vistrel(convert + "--depth 16").err,
             "vistrel: in.pgm: a .jpg has 8 bits; .png and .tif hold 12\n");
   EXPECT_EQ(scratch.vistrel(convert + "--format rgba").err,
             "vistrel: in.pgm: a .jpg has no alpha; .png and .tif hold it\n");
   scratch.write("wide.pgm", pgm(65501, 2, 255, texture, "mono"));
-  EXPECT_EQ(scratch.vistrel("convert wide.pgm -o out.jpg").err,
+  EXPECT_EQ(scratch.vistrel("convert wide.pgm --phase mono -o out.jpg").err,
             "vistrel: wide.pgm: 65501x2 pixels: a .jpg has at most 65500x65500\n");
   EXPECT_EQ(scratch.vistrel(convert + "--compression 3").status, 2);
   EXPECT_EQ(scratch.vistrel("convert in.pgm -o out.png --quality 80").status, 2);
