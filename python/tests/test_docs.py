@@ -9,13 +9,16 @@ from pathlib import Path
 import numpy
 import pytest
 import vistrel
-from vistrel import _conversion, _errors, _names, _phases
+from vistrel import _conversion, _development, _errors, _guessing, _names, _phases
 
 ROOT = Path(__file__).resolve().parents[2]
 NAMES = {"numpy": numpy, "vistrel": vistrel}
 
 
-@pytest.mark.parametrize("module, least", [(_conversion, 8), (_names, 2), (_phases, 5)])
+@pytest.mark.parametrize(
+    "module, least",
+    [(_conversion, 8), (_development, 9), (_guessing, 5), (_names, 2), (_phases, 5)],
+)
 def test_docstrings(module, least):
     result = doctest.testmod(module, extraglobs=NAMES)
     assert result.failed == 0

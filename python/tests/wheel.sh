@@ -19,7 +19,7 @@ cd "$scratch"
 grep -q '^vistrel/libvistrelhost\.so\.[0-9]*$' contents
 grep -q '^vistrel/_core\..*\.so$' contents
 grep -q '^vistrel/py.typed$' contents
-grep -q '^vistrel/__init__.pyi$' contents
+grep -q '^vistrel/_conversion.pyi$' contents
 if grep -q test contents; then cat contents; exit 1; fi
 
 "$python" -m venv --system-site-packages environment

@@ -34,7 +34,7 @@ set(apps/options interface apps/names apps/error apps/rejection)
 set(apps/progress apps/options)
 set(apps/pictures interface apps/colour apps/names apps/files apps/error)
 set(apps/input interface apps/colour apps/plugin apps/options apps/names apps/pictures apps/files apps/error)
-set(apps/look interface apps/error)
+set(apps/look interface apps/input apps/error)
 set(apps/batch interface apps/options apps/progress apps/pictures apps/files apps/error)
 set(apps/tools/drawing interface)
 set(apps/tools/scene interface apps/tools/drawing)
@@ -53,7 +53,8 @@ set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/d
   apps/tools/sheet apps/look apps/colour apps/options apps/progress apps/names apps/plugin apps/pictures apps/files
   apps/error apps/rejection)
 
-set(python interface apps/names apps/error common/rows)
+set(python interface apps/names apps/look apps/input apps/pictures apps/tools/guess apps/error
+  common/rows)
 
 set(tests ${bench} host ${apps} bench)
 set(modules

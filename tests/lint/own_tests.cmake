@@ -16,7 +16,8 @@ set(exempt
   apps/main.cpp apps/program.cpp apps/options/batch_options.cpp apps/options/conversion_options.cpp
   apps/options/help.cpp apps/options/input_options.cpp apps/options/options.cpp  # usage_test.cpp
   apps/commands/conversion_job.cpp apps/commands/picture_request.cpp  # convert_test.cpp
-  apps/commands/development_job.cpp apps/commands/finished_look.cpp   # develop_test.cpp
+  apps/commands/development_job.cpp apps/commands/look_options.cpp
+  apps/look/camera_look.cpp apps/look/finished_look.cpp               # develop_test.cpp
   apps/options/calibration_options.cpp                                # sensor_calibration_test.cpp
   apps/files/temporary_file.cpp                                       # atomic_file_test.cpp
   apps/input/fits_input.cpp apps/input/tiff_blocks.cpp apps/input/tiff_image.cpp
