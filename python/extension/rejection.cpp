@@ -34,18 +34,6 @@ void raise(const Error& error, const char* kind) {
   PyErr_SetObject(py::type::handle_of(raised).ptr(), raised.ptr());
 }
 
-// The text of the program names options, which are arguments here: "--from-name" is from_name.
-std::string withArguments(const std::string& text) {
-  static const std::regex option("--([a-z]+)(?:-([a-z]+))?");
-  std::string result;
-  size_t end = 0;
-  for (std::sregex_iterator m(text.begin(), text.end(), option), none; m != none; ++m) {
-    result += m->prefix().str() + m->str(1) + (m->length(2) ? "_" : "") + m->str(2);
-    end = static_cast<size_t>(m->position() + m->length());
-  }
-  return result + text.substr(end);
-}
-
 void raiseProgramError(const app::ProgramError& error) {
   const std::string text = withArguments(error.what());
   if (error.status() == app::kInputOutput)
@@ -82,6 +70,17 @@ void rejectType(int32_t status, const std::string& argument, const std::string& 
 
 void check(int32_t status, const vistrel_error& error) {
   if (status != VISTREL_OK) throw Error(error);
+}
+
+std::string withArguments(const std::string& text) {
+  static const std::regex option("--([a-z]+)(?:-([a-z]+))?");
+  std::string result;
+  size_t end = 0;
+  for (std::sregex_iterator m(text.begin(), text.end(), option), none; m != none; ++m) {
+    result += m->prefix().str() + m->str(1) + (m->length(2) ? "_" : "") + m->str(2);
+    end = static_cast<size_t>(m->position() + m->length());
+  }
+  return result + text.substr(end);
 }
 
 void bindRejection() {

@@ -9,7 +9,7 @@ from pathlib import Path
 import numpy
 import pytest
 import vistrel
-from vistrel import _conversion, _development, _errors, _guessing, _names, _phases
+from vistrel import _conversion, _development, _errors, _frames, _guessing, _names, _phases
 
 ROOT = Path(__file__).resolve().parents[2]
 NAMES = {"numpy": numpy, "vistrel": vistrel}
@@ -17,9 +17,10 @@ NAMES = {"numpy": numpy, "vistrel": vistrel}
 
 @pytest.mark.parametrize(
     "module, least",
-    [(_conversion, 8), (_development, 9), (_guessing, 5), (_names, 2), (_phases, 5)],
+    [(_conversion, 8), (_development, 9), (_frames, 6), (_guessing, 5), (_names, 2), (_phases, 5)],
 )
-def test_docstrings(module, least):
+def test_docstrings(module, least, tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
     result = doctest.testmod(module, extraglobs=NAMES)
     assert result.failed == 0
     assert result.attempted >= least

@@ -106,8 +106,8 @@ def develop(raw: Samples, phase: str, bits: int | None = None, look: str | Look 
     look : str or Look, optional
         ``"auto"``, ``"linear"``, ``"srgb"`` or ``"astro"``; parts of a look that are given, such as
         ``"srgb,exposure=1.5"``; or a `Look`, such as `decide_look` returns.
-    algorithm, format, region, edges, threshold, excess, align, orientation, threads, layout, out, stream
-        As of `convert`.
+    algorithm, format, region, edges, threshold, excess, align, orientation, threads, layout, out
+        As of `convert`, and `stream` too.
     binning : int, optional
         1 to 4: means of blocks of so many pixels either way become one pixel.
     dtype : dtype, optional

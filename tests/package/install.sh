@@ -53,6 +53,10 @@ import vistrel
 
 assert vistrel.__file__.startswith(sys.argv[1]), vistrel.__file__
 assert vistrel.convert(numpy.full((48, 64), 128, numpy.uint8), "rggb")[5, 5].tolist() == [128] * 3
+cards = ["SIMPLE  = T", "BITPIX  = 8", "NAXIS   = 2", "NAXIS1  = 4", "NAXIS2  = 2", "END"]
+with open(sys.argv[1] + "/a.fits", "wb") as file:
+    file.write("".join(f"{card:<80}" for card in cards).encode().ljust(2880) + bytes(range(8)).ljust(2880))
+assert vistrel.read(sys.argv[1] + "/a.fits", "mono").samples.shape == (2, 4)
 maps = open("/proc/self/maps").read().split()
 libraries = {path for path in maps if "/libvistrelhost.so" in path}
 assert libraries and all(path.startswith(sys.argv[1]) for path in libraries), libraries
