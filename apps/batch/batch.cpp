@@ -34,43 +34,63 @@ std::string nameOf(const Job& job) {
   return fmt::format("{}, frame {}", job.from.string(), *job.frame);
 }
 
+}  // namespace
+
 unsigned threadsFor(unsigned workers) {
   return workers ? workers : std::clamp(std::thread::hardware_concurrency(), 1u, kMaxWorkers);
 }
 
-}  // namespace
+void prepareFolder(const fs::path& folder) {
+  std::error_code error;  // writing will fail and say why
+  if (!folder.empty()) fs::create_directories(folder, error);
+  removeStaleFiles(folder.empty() ? "." : folder);
+}
+
+std::string planText(const std::string& input, const fs::path& to, const vistrel_layout& l) {
+  return fmt::format("{} -> {}: {}x{}, {} of {} bits", input, to.string(), l.width, l.height,
+                     l.channels == 1 ? "gray" : "colour", l.bits);
+}
+
+void printCommand(Progress& progress, const fs::path& to, const std::string& command) {
+  progress.clear();
+  fmt::print(isStandardOutput(to) ? stderr : stdout, "{}\n", command);
+}
 
 const Image& Worker::convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
   if (!stream_) stream_ = Stream::acquire();
-  stream_.convertInto(frame, conversion, image_);
+  vistrel_conversion shared = conversion;
+  setTeam(shared, team_);
+  stream_.convertInto(frame, shared, image_);
   return image_;
 }
 
 Batch::Batch(BatchPlan plan, const BatchOptions& options, BatchTask task)
     : plan_(std::move(plan)), options_(options), task_(std::move(task)), results_(jobs().size()),
       ended_(jobs().size()) {
+  for (const fs::path& folder : folders())
+    if (!options_.dryRun) prepareFolder(folder);
   if (!options_.manifest.empty())
     manifest_ = std::make_unique<Manifest>(options_.manifest, options_.dryRun);
 }
 
 ExitStatus Batch::run() {
-  if (!options_.dryRun) removeStale();
-  progress_ = std::make_unique<Progress>(jobs().size(), options_.progress);
-  for (const std::string& warning : warnings()) progress_->say(warning);
+  progress_ = std::make_unique<Progress>(jobs().size(), options_);
+  for (const std::string& warning : warnings()) progress_->note("", warning);
   std::vector<Worker> workers(threadsFor(options_.workers));
   runTasks({jobs().size(), [&](size_t i, size_t worker) { return runJob(i, workers[worker]); },
             [this](size_t i) { ended(i); }},
            static_cast<unsigned>(workers.size()));
-  printSummary();
-  progress_.reset();
+  printHints();
+  progress_->finish(jobs().size() > 1 && !options_.dryRun);
   if (manifest_) manifest_->finish();
   return status();
 }
 
-void Batch::removeStale() const {
+// Those of the pictures.
+std::set<fs::path> Batch::folders() const {
   std::set<fs::path> folders;
   for (const Job& job : jobs()) folders.insert(job.to.parent_path());
-  for (const fs::path& folder : folders) removeStaleFiles(folder.empty() ? "." : folder);
+  return folders;
 }
 
 bool Batch::runJob(size_t i, Worker& worker) {
@@ -86,11 +106,12 @@ JobState Batch::doJob(const Job& job, JobResult& result, Worker& worker) {
   if (job.outcome.status != kDone) throw ProgramError(job.outcome.status, job.outcome.text);
   const Provenance provenance = provenanceOf(job, task_.options);
   if (!options_.overwrite && isUpToDate(job, provenance)) return JobState::kUpToDate;
+  checkWritable(job.to);
   if (options_.dryRun) {
-    result.preview = task_.check(job);
+    result.preview = withOptionNames(task_.names, [&] { return task_.open(job)->preview(); });
     return JobState::kPlanned;
   }
-  JobOutput made = task_.make(job, worker);
+  JobOutput made = withOptionNames(task_.names, [&] { return task_.open(job)->run(worker); });
   result.preview = std::move(made.preview);
   if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), made.crc});
   return JobState::kMade;
@@ -108,9 +129,9 @@ void Batch::ended(size_t i) {
   const JobResult& result = results_[i];
   const vistrel_layout& l = result.preview.layout;
   if (result.state == JobState::kMade)
-    progress_->made(uint64_t{l.width} * l.height);
+    progress_->made(uint64_t{l.width} * l.height, result.preview.frameBytes);
   else
-    progress_->passed();
+    result.state == JobState::kFailed ? progress_->failed() : progress_->passed();
   ended_[i] = true;
   while (reported_ < jobs().size() && ended_[reported_]) report(reported_++);
 }
@@ -118,36 +139,28 @@ void Batch::ended(size_t i) {
 void Batch::report(size_t i) {
   const Job& job = jobs()[i];
   const JobResult& result = results_[i];
-  if (i > 0 && jobs()[i - 1].from != job.from) shown_.clear();
   for (const std::string& warning : result.preview.warnings)
-    if (shown_.insert(warning).second)
-      progress_->say(fmt::format("{}: {}", job.from.string(), warning));
+    progress_->note(job.from.string(), warning);
   if (result.state == JobState::kFailed)
     progress_->say(fmt::format("{}: {}", nameOf(job), result.outcome.text));
-  if (!result.preview.command.empty() && !options_.json) printCommand(job, result.preview.command);
+  if (!result.preview.command.empty() && !options_.json && !options_.quiet)
+    printCommand(*progress_, job.to, result.preview.command);
   if (!options_.dryRun || options_.json) return;
   if (result.state == JobState::kUpToDate)
     fmt::print("{} -> {}: up to date\n", nameOf(job), job.to.string());
   if (result.state != JobState::kPlanned) return;
-  const vistrel_layout& l = result.preview.layout;
-  fmt::print("{} -> {}: {}x{}, {} of {} bits\n", nameOf(job), job.to.string(), l.width, l.height,
-             l.channels == 1 ? "gray" : "colour", l.bits);
+  fmt::print("{}\n", planText(nameOf(job), job.to, result.preview.layout));
 }
 
-// On standard output, unless that is for the picture.
-void Batch::printCommand(const Job& job, const std::string& command) {
-  progress_->clear();
-  fmt::print(isStandardOutput(job.to) ? stderr : stdout, "{}\n", command);
-}
-
-void Batch::printSummary() {
+void Batch::printHints() {
   const auto count = [this](JobState state) {
     return std::count_if(results_.begin(), results_.end(),
                          [state](const JobResult& result) { return result.state == state; });
   };
   if (const auto n = count(JobState::kUpToDate); n > 0 && !options_.dryRun)
-    progress_->say(fmt::format("up to date: {} of {}{}; --overwrite remakes them", n, jobs().size(),
-                               manifest_ ? "" : ", regardless of their options"));
+    progress_->note(
+        "", fmt::format("up to date: {} of {}{}; --overwrite remakes them", n, jobs().size(),
+                        manifest_ ? "" : ", regardless of their options"));
   if (const auto n = count(JobState::kNotBegun); n > 0)
     progress_->say(fmt::format("not begun: {} of {}; --keep-going continues after a failure", n,
                                jobs().size()));

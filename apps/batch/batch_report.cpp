@@ -25,14 +25,18 @@ Json outputOf(const Job& job, const JobResult& result) {
   Json json{{"output", job.to.string()}, {"status", nameOf(result.state)}};
   if (job.frame) json["frame"] = *job.frame;
   if (result.state == JobState::kFailed) json["error"] = result.outcome.text;
-  const auto& [l, warnings, gains, command] = result.preview;
-  if (!warnings.empty()) json["warnings"] = warnings;
+  const Preview& p = result.preview;
+  const vistrel_layout& l = p.layout;
+  if (!p.warnings.empty()) json["warnings"] = p.warnings;
   if (l.width) {
     json.update(
         {{"width", l.width}, {"height", l.height}, {"channels", l.channels}, {"bits", l.bits}});
+    json["phase"] = p.phase;
+    json["frame_bits"] = p.frameBits;
+    if (!p.algorithm.empty()) json["algorithm"] = p.algorithm;
   }
-  if (!gains.empty()) json["gains"] = gains;
-  if (!command.empty()) json["command"] = command;
+  if (!p.gains.empty()) json["gains"] = p.gains;
+  if (!p.command.empty()) json["command"] = p.command;
   json["seconds"] = microseconds(result.seconds);
   return json;
 }
@@ -51,10 +55,16 @@ Json inputsOf(const Batch& batch) {
 
 }  // namespace
 
-void printReport(const Batch& batch, ExitStatus status, double seconds) {
+void printReport(const Batch& batch, ExitStatus status) {
+  const ProgressStats& s = batch.stats();
   const Json json{{"version", VISTREL_PROGRAM_VERSION},
                   {"exit_status", static_cast<int>(status)},
-                  {"seconds", microseconds(seconds)},
+                  {"seconds", microseconds(s.seconds)},
+                  {"made", s.made},
+                  {"up_to_date", s.upToDate()},
+                  {"failed", s.failed},
+                  {"not_begun", s.total - s.done},
+                  {"megabytes_per_second", microseconds(s.megabytesPerSecond())},
                   {"warnings", batch.warnings()},
                   {"inputs", inputsOf(batch)}};
   const std::string text = json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";

@@ -38,7 +38,7 @@ std::string noteOf(const std::vector<std::string>& unused) {
 ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
                              const ConversionOptions& options, const SensorCalibration& calibration)
     : job_(job), options_(options), file_(job.from, input), conversion_(options.of(file_.frame())),
-      type_(pictureType(job.to)), notes_(options.unusedOptions(file_.frame())) {
+      type_(outputType(job.to)), notes_(options.unusedOptions(file_.frame())) {
   calibration.apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   const auto unused = unusedMetadata(file_.description().camera,
@@ -50,29 +50,38 @@ ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
 Preview ConversionJob::preview() const {
   Preview preview{layout_, file_.warnings(), gains_};
   preview.warnings.insert(preview.warnings.end(), notes_.begin(), notes_.end());
+  if (!gains_.empty())
+    preview.warnings.push_back(
+        fmt::format("--wb auto: the gains are --wb {:.4f}", fmt::join(gains_, ",")));
+  addOrigin(file_, conversion_, preview);
   return preview;
 }
 
 JobOutput ConversionJob::run(Worker& worker) {
-  const vistrel_frame& frame = job_.frame ? file_.read(*job_.frame) : file_.read();
-  measureGains(frame);
-  const Image& image = worker.convert(frame, conversion_);
-  const uint32_t crc = savePicture(image, type_, job_.to);
+  const uint32_t crc =
+      savePicture(make(job_.frame.value_or(file_.chosen()), worker), type_, job_.to);
   return {preview(), crc};
 }
 
+const Image& ConversionJob::make(uint64_t n, Worker& worker) {
+  const vistrel_frame& frame = file_.read(n);
+  vistrel_conversion conversion = conversion_;
+  measureGains(frame, conversion);
+  return worker.convert(frame, conversion);
+}
+
 // Measures the gains of gray-world here rather than in the library, so that the user sees them.
-void ConversionJob::measureGains(const vistrel_frame& frame) {
-  if (conversion_.white_balance != VISTREL_BALANCE_GRAY_WORLD) return;
-  vistrel_conversion measuring = conversion_;
+void ConversionJob::measureGains(const vistrel_frame& frame, vistrel_conversion& conversion) {
+  if (conversion.white_balance != VISTREL_BALANCE_GRAY_WORLD) return;
+  vistrel_conversion measuring = conversion;
   measuring.region = options_.preparation.balanceRegion.value_or(vistrel_region{});
   const OptionNames names{{"conversion.region", "--wb auto:"}};
   const auto measured =
       withOptionNames(names, [&] { return vistrel::measureGains(frame, measuring); });
-  conversion_.white_balance = VISTREL_BALANCE_GAINS;
-  std::copy(measured.begin(), measured.end(), conversion_.gains);
+  conversion.white_balance = VISTREL_BALANCE_GAINS;
+  std::copy(measured.begin(), measured.end(), conversion.gains);
+  gains_.clear();
   for (const uint32_t gain : measured) gains_.push_back(gain / double{int{VISTREL_GAIN_ONE}});
-  notes_.push_back(fmt::format("--wb auto: the gains are --wb {:.4f}", fmt::join(gains_, ",")));
 }
 
 // The picture's type has another number of channels than the result.

@@ -12,21 +12,22 @@
 
 namespace vistrel::app {
 
-class ConversionJob {
+class ConversionJob : public OpenJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
   // Error. The options and the calibration must outlive the object.
   ConversionJob(const Job& job, const InputOptions& input, const ConversionOptions& options,
                 const SensorCalibration& calibration);
 
-  Preview preview() const;
-
-  // Converts the frame and writes the picture.
-  JobOutput run(Worker& worker);
+  Preview preview() const override;
+  JobOutput run(Worker& worker) override;
+  uint64_t frames() const override { return file_.frames(); }
+  bool has(uint64_t n) override { return file_.has(n); }
+  const Image& make(uint64_t n, Worker& worker) override;
 
  private:
   [[noreturn]] void throwMisfit() const;
-  void measureGains(const vistrel_frame& frame);
+  void measureGains(const vistrel_frame& frame, vistrel_conversion& conversion);
 
   const Job& job_;
   const ConversionOptions& options_;

@@ -12,7 +12,6 @@
 #include "apps/input/curve_file.h"
 #include "apps/options/conversion_options.h"
 #include "apps/options/help.h"
-#include "apps/options/output_format.h"
 
 namespace vistrel::app {
 namespace {
@@ -41,17 +40,10 @@ std::string optionsOf(const CLI::App& command, const ConvertOptions& o) {
 BatchTask taskFor(const CLI::App& command, const ConvertOptions& o,
                   const SensorCalibration& calibration) {
   BatchTask task;
-  const OptionNames names = o.conversion.optionNames();
-  const auto jobOf = [&o, &calibration](const Job& job) {
-    return ConversionJob(job, o.input, o.conversion, calibration);
+  task.open = [&o, &calibration](const Job& job) {
+    return std::make_unique<ConversionJob>(job, o.input, o.conversion, calibration);
   };
-  task.check = [jobOf, names](const Job& job) {
-    checkWritable(job.to);
-    return withOptionNames(names, [&] { return jobOf(job).preview(); });
-  };
-  task.make = [jobOf, names](const Job& job, Worker& worker) {
-    return withOptionNames(names, [&] { return jobOf(job).run(worker); });
-  };
+  task.names = o.conversion.optionNames();
   task.options = optionsOf(command, o);
   task.sources = o.conversion.calibration.files();
   if (!o.conversion.tone.table.empty()) task.sources.push_back(o.conversion.tone.curve);
@@ -65,11 +57,11 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
   if (curve) files.addRead("--curve", *curve);
   addReadFiles(o.conversion.calibration, files);
   BatchPlan plan = o.plan(files);
+  o.conversion.output = outputKind(plan.jobs.front().to);
   std::vector<std::string> conflicts = o.conversion.conflicts();
   const auto more = o.conflicts(plan.jobs.front().to);
   conflicts.insert(conflicts.end(), more.begin(), more.end());
   rejectConflicts(conflicts);
-  o.conversion.bare = isRawFile(plan.jobs.front().to);
   if (curve) o.conversion.tone.table = readCurve(*curve);
   const SensorCalibration calibration(o.conversion.calibration, o.input);
   return o.run(std::move(plan), taskFor(command, o, calibration));

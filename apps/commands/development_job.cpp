@@ -4,6 +4,7 @@
 
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
+#include "apps/input/readers.h"
 #include "apps/options/geometry.h"
 #include "apps/options/options.h"
 #include "apps/options/orientation.h"
@@ -45,7 +46,7 @@ AlgorithmChoice DevelopOptions::usualAlgorithm() {
 }
 
 void Development::lookAt(const Job& first) {
-  if (!options_.same) return;
+  if (!options_.same || isArriving(first.from, input_)) return;
   try {
     DevelopmentJob job(first, *this);
     look_ = job.decide();
@@ -57,7 +58,7 @@ void Development::lookAt(const Job& first) {
 
 DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
     : job_(job), development_(development), file_(job.from, development.input()),
-      conversion_(conversionOf(development.options(), file_)), type_(pictureType(job.to)) {
+      conversion_(conversionOf(development.options(), file_)), type_(outputType(job.to)) {
   development.calibration().apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   if (type_.channels && type_.channels != layout_.channels)
@@ -68,11 +69,8 @@ DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
 Preview DevelopmentJob::preview() const {
   Preview preview{layout_, file_.warnings()};
   preview.command = command_;
+  addOrigin(file_, conversion_, preview);
   return preview;
-}
-
-const vistrel_frame& DevelopmentJob::read() {
-  return job_.frame ? file_.read(*job_.frame) : file_.read();
 }
 
 Look DevelopmentJob::decide(const vistrel_frame& frame) const {
@@ -105,28 +103,40 @@ Look DevelopmentJob::decideCalibrated(const vistrel_frame& frame, const LookChoi
   return look;
 }
 
-Look DevelopmentJob::decide() { return decide(read()); }
+Look DevelopmentJob::decide() { return decide(file_.read(job_.frame.value_or(file_.chosen()))); }
 
-JobOutput DevelopmentJob::run(Worker& worker) {
-  const vistrel_frame& frame = read();
+Look DevelopmentJob::lookOf(const vistrel_frame& frame) {
   const auto& shared = development_.look();
   if (shared && development_.bits() != frame.bits)
     throwError(kRejected, "--same: the first frame has {} bits; this one has {}",
                development_.bits(), frame.bits);
-  const Look look = shared ? *shared : decide(frame);
-  const FinishedLook finished(look);
-  finished.apply(frame, conversion_);
-  const Image& image = worker.convert(frame, conversion_);
-  const uint32_t crc = savePicture(image, type_, job_.to);
-  command_ = commandLine(look);
+  if (shared) return *shared;
+  if (!development_.options().same) return decide(frame);
+  if (!first_) first_ = decide(frame);
+  return *first_;
+}
+
+JobOutput DevelopmentJob::run(Worker& worker) {
+  const uint32_t crc =
+      savePicture(make(job_.frame.value_or(file_.chosen()), worker), type_, job_.to);
   return {preview(), crc};
 }
 
-std::string DevelopmentJob::commandLine(const Look& look) const {
+const Image& DevelopmentJob::make(uint64_t n, Worker& worker) {
+  const vistrel_frame& frame = file_.read(n);
+  const Look look = lookOf(frame);
+  const FinishedLook finished(look);
+  vistrel_conversion conversion = conversion_;
+  finished.apply(frame, conversion);
+  command_ = commandLine(look, n);
+  return worker.convert(frame, conversion);
+}
+
+std::string DevelopmentJob::commandLine(const Look& look, uint64_t n) const {
   const ConversionOptions& o = development_.options().conversion;
   std::string line = "vistrel develop " + fileWord(job_.from);
   if (!development_.given().empty()) line += " " + development_.given();
-  if (job_.frame) line += fmt::format(" --frame {}", *job_.frame);
+  if (file_.frames() > 1 && !development_.input().frame) line += fmt::format(" --frame {}", n);
   line += " -a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
   if (conversion_.region.width) line += " --roi " + regionText(conversion_.region);
   line += fmt::format(" --orient {}", orientationName(conversion_.orientation));

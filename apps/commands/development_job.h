@@ -50,26 +50,27 @@ class Development {
   uint32_t bits_ = 0;
 };
 
-class DevelopmentJob {
+class DevelopmentJob : public OpenJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
   // Error. The arguments must outlive the object.
   DevelopmentJob(const Job& job, const Development& development);
 
-  Preview preview() const;
-
-  // Develops the frame and writes the picture.
-  JobOutput run(Worker& worker);
+  Preview preview() const override;
+  JobOutput run(Worker& worker) override;
+  uint64_t frames() const override { return file_.frames(); }
+  bool has(uint64_t n) override { return file_.has(n); }
+  const Image& make(uint64_t n, Worker& worker) override;
 
   // The look that the frame would have by itself.
   Look decide();
   uint32_t bits() const { return file_.frame().bits; }
 
  private:
-  const vistrel_frame& read();
+  Look lookOf(const vistrel_frame& frame);
   Look decide(const vistrel_frame& frame) const;
   Look decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const;
-  std::string commandLine(const Look& look) const;
+  std::string commandLine(const Look& look, uint64_t n) const;
 
   const Job& job_;
   const Development& development_;
@@ -78,6 +79,7 @@ class DevelopmentJob {
   const PictureType& type_;
   vistrel_layout layout_;
   std::string command_;
+  std::optional<Look> first_;  // of the first frame, if all have the same and it arrives only once
 };
 
 }  // namespace vistrel::app

@@ -111,7 +111,10 @@ void AtomicFile::throwWriteError(const char* reason) const { throwWriteErrorTo(n
 
 void checkWritable(const fs::path& path) {
   if (isStandardOutput(path)) return;
-  const fs::path folder = targetOf(path).parent_path() / "";
+  fs::path folder = targetOf(path).parent_path();
+  std::error_code error;
+  while (!folder.empty() && !fs::exists(folder, error)) folder = folder.parent_path();
+  if (!folder.empty()) folder /= "";
   if (faccessat(AT_FDCWD, folder.empty() ? "." : folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
     throwWriteErrorTo(path, std::strerror(errno));
 }

@@ -36,7 +36,8 @@ class AtomicFile {
   std::FILE* stream_ = nullptr;
 };
 
-// Throws what the constructor of an AtomicFile of that name would throw, but creates no file.
+// Throws what the constructor of an AtomicFile of that name would throw after its folder was made,
+// but creates nothing.
 void checkWritable(const std::filesystem::path& path);
 
 bool isStandardOutput(const std::filesystem::path& path);

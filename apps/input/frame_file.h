@@ -22,12 +22,16 @@ class FrameFile {
   // Size, bits and phase, without the samples. `phase` is VISTREL_MONO if it is not specified.
   const vistrel_frame& frame() const { return frame_; }
   uint64_t frames() const { return description().frames; }
+  // The frame that the options choose.
+  uint64_t chosen() const { return chosen_; }
+  // Whether there is a frame n. Frames that arrive are asked for in order, each before it is read.
+  bool has(uint64_t n);
 
   // What the file itself says.
   const Description& description() const { return reader_->description(); }
 
   // Messages for the user: options that contradict the file, options that are advisable, and bytes
-  // that belong to no frame. read() may add one.
+  // that belong to no frame. read() may add one about that frame, has() one about the end.
   const std::vector<std::string>& warnings() const { return warnings_; }
 
   // Reads the samples of frame n, or of the one that the options choose, into memory of this
@@ -39,6 +43,7 @@ class FrameFile {
   void describe(const InputOptions& options);
   bool hasHighBits(const InputOptions& options) const;
   void addWarnings(const InputOptions& options);
+  void warnOfTrailingBytes();
   void warnOfUnusedBits();
 
   std::unique_ptr<Source> source_;
@@ -47,6 +52,7 @@ class FrameFile {
   uint64_t chosen_;
   bool bitsKnown_;
   std::vector<std::string> warnings_;
+  size_t lasting_ = 0;  // the first so many warnings are about all frames
   std::vector<uint16_t> samples_;
 };
 

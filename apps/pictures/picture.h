@@ -8,16 +8,26 @@
 
 namespace vistrel::app {
 
+// Frames per second.
+struct FrameRate {
+  uint32_t frames = 25, seconds = 1;
+};
+
 struct PictureType {
   const char* extension;
   uint32_t channels;  // 0: any
   bool many;          // may hold several images, one after the other
   void (*write)(const Image& image, AtomicFile& file);
+  // What comes before the first image of a film; null if nothing does.
+  void (*begin)(const vistrel_layout& layout, const FrameRate& rate, AtomicFile& file) = nullptr;
 };
 
-// The type that the extension of `path` names; "-" is a PNM on standard output, "png:-" a PNG and
-// so on. Throws ProgramError (usage) if the name specifies no type.
+// The type that the extension of `path` names, in any case; "-" is a PNM on standard output,
+// "png:-" a PNG and so on. Throws ProgramError (usage) if the name specifies no type.
 const PictureType& pictureType(const std::filesystem::path& path);
+
+// The same where films are allowed too.
+const PictureType& outputType(const std::filesystem::path& path);
 
 // Whether both write the same files.
 inline bool isSameType(const PictureType& a, const PictureType& b) {
@@ -37,6 +47,11 @@ struct ColourPicture {
 // Reads a binary PPM, or a PNG as above of up to 16 bits. Throws ProgramError: input/output or
 // rejected.
 ColourPicture readColourPicture(const std::filesystem::path& path);
+
+// Y4M: images of bytes, as I420, I444 or MONO8. Luma and chroma are those of BT.709 in limited
+// range.
+void beginY4m(const vistrel_layout& layout, const FrameRate& rate, AtomicFile& file);
+void writeY4m(const Image& image, AtomicFile& file);
 
 // The writers accept mono, BGR and ARGB pixels and throw ProgramError (input/output).
 // PNG: samples of 9 to 15 bits are scaled to 16; the file says how many were significant.

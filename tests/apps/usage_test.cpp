@@ -91,9 +91,10 @@ TEST(Usage, Numbers) {
       "--curve 1: 2 to 6, light, lighter, lightest, dark, contrast, or a file with a table, "
       "are allowed\n");
   expectUsage(convert + "--depth 12", "--depth: 12 not in {8,16,reduce10}" + kHint);
-  expectUsage(
-      convert + "--format bgr32",
-      "--format: bgr32 not in {gray8,gray16,bgr24,rgb24,bgra,rgba,argb,bgr48,rgb48}" + kHint);
+  expectUsage(convert + "--format bgr32",
+              "--format: bgr32 not in {gray8,gray16,bgr24,rgb24,bgra,rgba,argb,bgr48,rgb48,"
+              "nv12,i420,i444}" +
+                  kHint);
   expectUsage(convert + "--black -1",
               "--black -1: one level, or four as in 64:64:66:64, from 0 to 65535\n");
   expectUsage(convert + "--black 65536",
