@@ -56,14 +56,6 @@ void printCommand(Progress& progress, const fs::path& to, const std::string& com
   fmt::print(isStandardOutput(to) ? stderr : stdout, "{}\n", command);
 }
 
-const Image& Worker::convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
-  if (!stream_) stream_ = Stream::acquire();
-  vistrel_conversion shared = conversion;
-  setTeam(shared, team_);
-  stream_.convertInto(frame, shared, image_);
-  return image_;
-}
-
 Batch::Batch(BatchPlan plan, const BatchOptions& options, BatchTask task)
     : plan_(std::move(plan)), options_(options), task_(std::move(task)), results_(jobs().size()),
       ended_(jobs().size()) {
@@ -76,10 +68,11 @@ Batch::Batch(BatchPlan plan, const BatchOptions& options, BatchTask task)
 ExitStatus Batch::run() {
   progress_ = std::make_unique<Progress>(jobs().size(), options_);
   for (const std::string& warning : warnings()) progress_->note("", warning);
-  std::vector<Worker> workers(threadsFor(options_.workers));
-  runTasks({jobs().size(), [&](size_t i, size_t worker) { return runJob(i, workers[worker]); },
-            [this](size_t i) { ended(i); }},
-           static_cast<unsigned>(workers.size()));
+  const unsigned workers = threadsFor(options_.workers);
+  WorkerPool pool(workers);
+  runTasks(
+      {jobs().size(), [&](size_t i) { return runJob(i, pool); }, [this](size_t i) { ended(i); }},
+      workers > 1 ? 2 * workers : 1);  // as many wait for the disk
   printHints();
   progress_->finish(jobs().size() > 1 && !options_.dryRun);
   if (manifest_) manifest_->finish();
@@ -93,7 +86,8 @@ std::set<fs::path> Batch::folders() const {
   return folders;
 }
 
-bool Batch::runJob(size_t i, Worker& worker) {
+bool Batch::runJob(size_t i, WorkerPool& workers) {
+  WorkerPool::Lease worker(workers);
   const auto start = std::chrono::steady_clock::now();
   JobResult& result = results_[i];
   result.outcome = attempt([&] { result.state = doJob(jobs()[i], result, worker); });
@@ -102,7 +96,7 @@ bool Batch::runJob(size_t i, Worker& worker) {
   return result.state != JobState::kFailed || options_.keepGoing || options_.dryRun;
 }
 
-JobState Batch::doJob(const Job& job, JobResult& result, Worker& worker) {
+JobState Batch::doJob(const Job& job, JobResult& result, WorkerPool::Lease& worker) {
   if (job.outcome.status != kDone) throw ProgramError(job.outcome.status, job.outcome.text);
   const Provenance provenance = provenanceOf(job, task_.options);
   if (!options_.overwrite && isUpToDate(job, provenance)) return JobState::kUpToDate;
@@ -111,7 +105,9 @@ JobState Batch::doJob(const Job& job, JobResult& result, Worker& worker) {
     result.preview = withOptionNames(task_.names, [&] { return task_.open(job)->preview(); });
     return JobState::kPlanned;
   }
-  JobOutput made = withOptionNames(task_.names, [&] { return task_.open(job)->run(worker); });
+  JobOutput made = withOptionNames(task_.names, [&] { return task_.open(job)->run(*worker); });
+  worker.release();
+  made.picture->commit();
   result.preview = std::move(made.preview);
   if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), made.crc});
   return JobState::kMade;

@@ -11,6 +11,8 @@
 
 #include "apps/batch/jobs.h"
 #include "apps/batch/manifest.h"
+#include "apps/batch/worker.h"
+#include "apps/files/atomic_file.h"
 #include "apps/options/batch_options.h"
 #include "apps/options/option_names.h"
 #include "apps/progress/progress.h"
@@ -31,24 +33,8 @@ struct Preview {
 
 struct JobOutput {
   Preview preview;
-  uint32_t crc;  // CRC-32 of the pixels
-};
-
-// One thread's stream and image memory, which it keeps from frame to frame.
-class Worker {
- public:
-  // With several threads, these share the work on each frame.
-  explicit Worker(unsigned threads = 1) {
-    if (threads > 1) team_ = Team::create(threads);
-  }
-
-  // The image is valid until the next call. Throws Error.
-  const Image& convert(const vistrel_frame& frame, const vistrel_conversion& conversion);
-
- private:
-  Stream stream_;  // acquired on first use
-  Image image_;
-  Team team_;
+  uint32_t crc;                         // CRC-32 of the pixels
+  std::unique_ptr<AtomicFile> picture;  // complete, but not committed
 };
 
 // A job whose input has been opened: everything but the samples has been checked. All members throw
@@ -58,7 +44,7 @@ class OpenJob {
   virtual ~OpenJob() = default;
   virtual Preview preview() const = 0;
 
-  // Makes the job's frame and writes its picture.
+  // Makes the job's frame and writes its picture, which the caller commits.
   virtual JobOutput run(Worker& worker) = 0;
 
   // For films: the input's frames, the largest number if that is unknown; whether there is a frame
@@ -100,8 +86,8 @@ class Batch {
 
  private:
   std::set<std::filesystem::path> folders() const;
-  bool runJob(size_t i, Worker& worker);
-  JobState doJob(const Job& job, JobResult& result, Worker& worker);
+  bool runJob(size_t i, WorkerPool& workers);
+  JobState doJob(const Job& job, JobResult& result, WorkerPool::Lease& worker);
   bool isUpToDate(const Job& job, const Provenance& provenance) const;
   void ended(size_t i);
   void report(size_t i);

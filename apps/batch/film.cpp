@@ -49,8 +49,7 @@ ExitStatus Film::run() {
   if (!options_.dryRun && !isStandardOutput(to)) prepareFolder(to.parent_path());
   for (const std::string& warning : plan_.warnings) progress_.note("", warning);
   bool goesOn = true;
-  for (const Job& job : plan_.jobs)
-    goesOn ? void(goesOn = runInput(job)) : sum_.addSkipped();
+  for (const Job& job : plan_.jobs) goesOn ? void(goesOn = runInput(job)) : sum_.addSkipped();
   if (progress_.stats().made > 0) output_.finish();
   progress_.finish(progress_.stats().done > 1);
   return sum_.status();

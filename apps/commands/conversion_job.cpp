@@ -58,9 +58,9 @@ Preview ConversionJob::preview() const {
 }
 
 JobOutput ConversionJob::run(Worker& worker) {
-  const uint32_t crc =
-      savePicture(make(job_.frame.value_or(file_.chosen()), worker), type_, job_.to);
-  return {preview(), crc};
+  JobOutput made = writePicture(make(job_.frame.value_or(file_.chosen()), worker), type_, job_.to);
+  made.preview = preview();
+  return made;
 }
 
 const Image& ConversionJob::make(uint64_t n, Worker& worker) {

@@ -117,9 +117,9 @@ Look DevelopmentJob::lookOf(const vistrel_frame& frame) {
 }
 
 JobOutput DevelopmentJob::run(Worker& worker) {
-  const uint32_t crc =
-      savePicture(make(job_.frame.value_or(file_.chosen()), worker), type_, job_.to);
-  return {preview(), crc};
+  JobOutput made = writePicture(make(job_.frame.value_or(file_.chosen()), worker), type_, job_.to);
+  made.preview = preview();
+  return made;
 }
 
 const Image& DevelopmentJob::make(uint64_t n, Worker& worker) {

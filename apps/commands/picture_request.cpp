@@ -92,11 +92,12 @@ void addOrigin(const FrameFile& file, const vistrel_conversion& conversion, Prev
       preview.algorithm = labelOf({vistrel_algorithm_at(i), conversion.threshold});
 }
 
-uint32_t savePicture(const Image& image, const PictureType& type, const std::filesystem::path& to) {
-  AtomicFile output(to);
-  type.write(image, output);
-  output.commit();
-  return static_cast<uint32_t>(crc32_z(0, image.pixels.data(), image.pixels.size()));
+JobOutput writePicture(const Image& image, const PictureType& type,
+                       const std::filesystem::path& to) {
+  auto picture = std::make_unique<AtomicFile>(to);
+  type.write(image, *picture);
+  const auto crc = static_cast<uint32_t>(crc32_z(0, image.pixels.data(), image.pixels.size()));
+  return {{}, crc, std::move(picture)};
 }
 
 void addPictureInputs(CLI::App& command, PictureRequest& request) {

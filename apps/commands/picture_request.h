@@ -36,8 +36,9 @@ struct PictureRequest {
 // Adds what the frame is and how it is converted.
 void addOrigin(const FrameFile& file, const vistrel_conversion& conversion, Preview& preview);
 
-// Writes a picture that appears complete or not at all. Returns the CRC-32 of its pixels.
-uint32_t savePicture(const Image& image, const PictureType& type, const std::filesystem::path& to);
+// Writes a picture, which appears when the caller commits it. The preview stays empty.
+JobOutput writePicture(const Image& image, const PictureType& type,
+                       const std::filesystem::path& to);
 
 // IN, the options of inputs.
 void addPictureInputs(CLI::App& command, PictureRequest& request);

@@ -43,8 +43,7 @@ class ArrivingReader : public HeaderlessReader {
   // The next frame, after what lies before it: bytes to skip, or the last frame's padding.
   void arrive() {
     uint64_t before = arrived_ ? distance() - bytes_.size() : skip_;
-    while (before && !ended_)
-      before -= take(std::min<uint64_t>(before, bytes_.size()));
+    while (before && !ended_) before -= take(std::min<uint64_t>(before, bytes_.size()));
     const size_t taken = ended_ ? 0 : take(bytes_.size());
     if (taken == bytes_.size()) return void(++arrived_);
     description_.trailing = taken;

@@ -66,25 +66,23 @@ TEST_F(Films, OfY4mAreInLimitedRange) {
   const auto grays = [](size_t n) { return std::string(n, '\x80'); };
   EXPECT_EQ(scratch.vistrel("convert in.raw -o y4m:-" + format).out,
             kHead + "FRAME\n" + white + grays(4) + "FRAME\n" + black + grays(4));
-  EXPECT_EQ(scratch.vistrel("convert in.raw -o new/a.Y4M --format i444 --fps 30000/1001" + format)
-                .status,
-            0);
+  EXPECT_EQ(
+      scratch.vistrel("convert in.raw -o new/a.Y4M --format i444 --fps 30000/1001" + format).status,
+      0);
   EXPECT_EQ(scratch.read("new/a.Y4M"),
             "YUV4MPEG2 W4 H2 F30000:1001 Ip A1:1 C444 XCOLORRANGE=LIMITED\n"
             "FRAME\n" +
                 white + grays(16) + "FRAME\n" + black + grays(16));
-  EXPECT_EQ(
-      scratch.vistrel("convert in.raw -s 4x2 --bits 8 --phase mono --frame 0 -o y4m:-").out,
-      "YUV4MPEG2 W4 H2 F25:1 Ip A1:1 Cmono XCOLORRANGE=LIMITED\nFRAME\n" + white);
+  EXPECT_EQ(scratch.vistrel("convert in.raw -s 4x2 --bits 8 --phase mono --frame 0 -o y4m:-").out,
+            "YUV4MPEG2 W4 H2 F25:1 Ip A1:1 Cmono XCOLORRANGE=LIMITED\nFRAME\n" + white);
 }
 
 // Each frame is sent when the picture of the last one has come out.
 TEST_F(Films, FlowWhileFramesArrive) {
   scratch.write("frame", flat(7));
   const std::string wait = "while [ $(wc -c <out) -lt $size ]; do sleep 0.01; done; ";
-  const Finished result = shell(
-      ": >out; { for size in 24 48 72; do cat frame; " + wait + "done; } | $V convert - -o raw:-" +
-      format + ">out; echo done");
+  const Finished result = shell(": >out; { for size in 24 48 72; do cat frame; " + wait +
+                                "done; } | $V convert - -o raw:-" + format + ">out; echo done");
   EXPECT_EQ(result.out, "done\n");
   EXPECT_EQ(scratch.read("out"), std::string(72, 7));
 }
@@ -110,7 +108,8 @@ TEST_F(Films, GoOnAfterAFailureIfAskedTo) {
   scratch.write("in.raw", good + bad + good);
   const std::string command = "convert in.raw -s 4x2 --bits 10 --phase rggb -o raw:- ";
   const std::string fault =
-      "vistrel: in.raw, frame 1: sample 1025 at column 0, row 0: samples of 10 bits are at most 1023";
+      "vistrel: in.raw, frame 1: sample 1025 at column 0, row 0: samples of 10 bits are at most "
+      "1023";
   const Finished stopped = scratch.vistrel(command);
   EXPECT_EQ(stopped.status, 1);
   EXPECT_EQ(stopped.out.size(), 24u);
@@ -126,7 +125,8 @@ TEST_F(Films, HavePicturesThatAreAlike) {
   const auto one = [](uint32_t, uint32_t) { return 1; };
   scratch.write("a.pgm", pgm(4, 2, 255, one));
   scratch.write("b.pgm", pgm(2, 4, 255, one));
-  const Finished result = scratch.vistrel("convert a.pgm b.pgm a.pgm --phase mono -o - --keep-going");
+  const Finished result =
+      scratch.vistrel("convert a.pgm b.pgm a.pgm --phase mono -o - --keep-going");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.out, times(2, scratch.read("a.pgm")));
   EXPECT_EQ(result.err,
@@ -135,7 +135,8 @@ TEST_F(Films, HavePicturesThatAreAlike) {
 
 TEST_F(Films, HaveOneLook) {
   scratch.write("in.raw", flat(40) + flat(80));
-  const std::string develop = "develop - --look black=0,white=255,gains=1:1:1,curve=linear -o raw:-" + format;
+  const std::string develop =
+      "develop - --look black=0,white=255,gains=1:1:1,curve=linear -o raw:-" + format;
   const auto frames = [&](const std::string& options) {
     const Finished result = shell("cat in.raw | $V " + develop + options);
     EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;

@@ -87,8 +87,7 @@ TEST_F(Arriving, IsTooShort) {
   const auto reader = opened({"abcdefg"});
   const Outcome outcome = attempt([&] { reader->has(0); });
   EXPECT_EQ(outcome.status, kRejected);
-  EXPECT_EQ(outcome.text,
-            "the input is too short: 3x2 samples of 8 bits do not fit its 7 bytes");
+  EXPECT_EQ(outcome.text, "the input is too short: 3x2 samples of 8 bits do not fit its 7 bytes");
 }
 
 TEST_F(Arriving, IsNoFile) {
