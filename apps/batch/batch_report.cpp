@@ -1,5 +1,6 @@
 #include "apps/batch/batch.h"
 
+#include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -57,13 +58,17 @@ Json inputsOf(const Batch& batch) {
 
 void printReport(const Batch& batch, ExitStatus status) {
   const ProgressStats& s = batch.stats();
+  const auto count = [&batch](JobState state) {
+    return std::ranges::count(batch.results(), state, &JobResult::state);
+  };
   const Json json{{"version", VISTREL_PROGRAM_VERSION},
                   {"exit_status", static_cast<int>(status)},
                   {"seconds", microseconds(s.seconds)},
-                  {"made", s.made},
-                  {"up_to_date", s.upToDate()},
-                  {"failed", s.failed},
-                  {"not_begun", s.total - s.done},
+                  {"made", count(JobState::kMade)},
+                  {"up_to_date", count(JobState::kUpToDate)},
+                  {"planned", count(JobState::kPlanned)},
+                  {"failed", count(JobState::kFailed)},
+                  {"not_begun", count(JobState::kNotBegun)},
                   {"megabytes_per_second", microseconds(s.megabytesPerSecond())},
                   {"warnings", batch.warnings()},
                   {"inputs", inputsOf(batch)}};

@@ -59,7 +59,7 @@ std::vector<std::string> PictureRequest::conflicts(const std::filesystem::path& 
   const auto addConflict = [&](const std::string& option, const char* why) {
     found.push_back(fmt::format("{} and -o {} cannot be combined: {}", option, output, why));
   };
-  if (!type.empty() && !isSameType(pictureType("x." + type), pictureType(first)))
+  if (!type.empty() && !isSameType(pictureType("x." + type), outputType(first)))
     addConflict("--type " + type,
                 "a picture's name sets its type, --type that of pictures in a folder");
   if (rate && outputKind(output) != OutputKind::y4m) addConflict("--fps", "only a Y4M has a rate");

@@ -18,8 +18,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// A bar may stand in the terminal's line.
 void onSignal(int signal) {
   removeAllTemporaryFiles();
+  static constexpr char kText[] = "\nvistrel: interrupted\n";
+  const int skipped = isatty(STDERR_FILENO) ? 0 : 1;
+  [[maybe_unused]] const auto said =
+      ::write(STDERR_FILENO, kText + skipped, sizeof kText - 1 - skipped);
   _exit(128 + signal);
 }
 

@@ -179,6 +179,9 @@ TEST(Usage, Films) {
               "--fps and -o a.png cannot be combined: only a Y4M has a rate\n");
   expectUsage(convert + "y4m:- --format bgr24",
               "--format bgr24 and a .y4m cannot be combined: that is i420 or i444\n");
+  expectUsage(convert + "a.y4m --type png",
+              "--type png and -o a.y4m cannot be combined: a picture's name sets its type, --type "
+              "that of pictures in a folder\n");
   expectUsage(convert + "a.y4m --depth 16",
               "--depth 16 and a .y4m cannot be combined: that has 8 bits\n");
   expectUsage(

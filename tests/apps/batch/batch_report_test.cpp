@@ -34,6 +34,9 @@ TEST_F(BatchReport, JsonReport) {
        {std::pair{"made", 1}, {"up_to_date", 1}, {"failed", 1}, {"not_begun", 1}})
     EXPECT_EQ(report.at(key), count) << key;
   EXPECT_GT(report.at("megabytes_per_second"), 0.0);
+  const json plan = json::parse(convert("a.pgm b.pgm --json --dry-run --overwrite").out);
+  EXPECT_EQ(plan.at("planned"), 2);
+  EXPECT_EQ(plan.at("up_to_date"), 0);
 }
 
 TEST_F(BatchReport, SaysHowFramesWereConverted) {
