@@ -16,9 +16,12 @@ static int convert(FILE* in, const char* phase, unsigned bits, FILE* out) {
   vistrel_layout layout;
   vistrel_image image = {0};
   vistrel_error error;
+  int magic = 0;
   static unsigned char bytes[1 << 24], samples[1 << 24], pixels[1 << 24];
 
-  if (fscanf(in, "P5 %u %u %*u", &packed.width, &packed.height) != 2) return fail("not a PGM");
+  fscanf(in, "P5%n #%*[^\n]", &magic); /* a comment may follow */
+  if (magic != 2 || fscanf(in, "%u %u %*u", &packed.width, &packed.height) != 2)
+    return fail("not a PGM");
   fgetc(in);
   packed.bytes = bytes;
   packed.size = fread(bytes, 1, sizeof bytes, in);

@@ -15,6 +15,7 @@ struct EngineCall {
   unsigned char* pixels;
   ptrdiff_t stride;
   const void* finishTable = nullptr;  // null without a finishing stage
+  bool isPushed = false;              // rows may be read as soon as they are final
 };
 
 // Makes rows of the image and makes them visible to all threads. With an arena that counts, it only

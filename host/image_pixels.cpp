@@ -13,6 +13,7 @@ constexpr size_t kBypassBeyond = size_t{12} << 20, kBypassBeyondUnlessRead = siz
 
 bool bypassesCaches(const EngineCall& call) {
   const bool isReadSoon = call.conversion.destination == VISTREL_READ_SOON;
+  if (isReadSoon && call.isPushed) return false;
   return call.plan.layout.bytes > (isReadSoon ? kBypassBeyond : kBypassBeyondUnlessRead);
 }
 

@@ -73,8 +73,13 @@ OngoingPointer begin(const vistrel_frame* frame, const vistrel_conversion* conve
   const Plan plan = makePushedPlan(frame, conversion);
   const CheckedImage checked = checkImage(plan, image);
   auto* const pixels = static_cast<unsigned char*>(image->pixels);
-  const EngineCall call{plan,   *frame,        *conversion, gainsOf(*frame, *conversion),
-                        pixels, checked.stride};
+  const EngineCall call{.plan = plan,
+                        .frame = *frame,
+                        .conversion = *conversion,
+                        .gains = gainsOf(*frame, *conversion),
+                        .pixels = pixels,
+                        .stride = checked.stride,
+                        .isPushed = true};
   return plan.sampleBytes == 1 ? begin<uint8_t>(call, checked, stream)
                                : begin<uint16_t>(call, checked, stream);
 }
@@ -107,8 +112,8 @@ void push(StreamLease& stream, const void* samples, size_t size, uint32_t rows,
 
 PushedConversion::PushedConversion(const EngineCall& call, const CheckedImage& image)
     : plan_(call.plan), frame_(call.frame), conversion_(call.conversion),
-      image_(image), call_{plan_,       frame_,      conversion_,     call.gains,
-                           call.pixels, call.stride, call.finishTable},
+      image_(image), call_{plan_,       frame_,      conversion_,      call.gains,
+                           call.pixels, call.stride, call.finishTable, call.isPushed},
       part_(partOf(plan_, frame_, conversion_, allRows(plan_))) {}
 
 void PushedConversion::checkPortion(const void* samples, size_t size, uint32_t rows) const {

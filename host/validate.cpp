@@ -202,8 +202,8 @@ void checkBlack(const vistrel_frame& f, const vistrel_conversion& c) {
 
 void checkWhite(const vistrel_frame& f, const vistrel_conversion& c) {
   if (c.white >> f.bits)
-    reject(VISTREL_BAD_WHITE, "conversion.white", c.white,
-           "samples of {} bits allow 0 (full scale) to {}", f.bits, (1u << f.bits) - 1);
+    reject(VISTREL_BAD_WHITE, "conversion.white", c.white, "samples of {} bits are at most {}",
+           f.bits, (1u << f.bits) - 1);
   if (!c.white && !c.finish) return;
   const uint32_t black = *std::max_element(std::begin(c.black), std::end(c.black));
   if (whiteOf(f, c) <= black)

@@ -1,6 +1,7 @@
 #include "apps/batch/batch.h"
 
 #include <sys/stat.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <chrono>
@@ -32,6 +33,10 @@ Provenance provenanceOf(const Job& job, const std::string& options) {
 std::string nameOf(const Job& job) {
   if (!job.frame) return job.from.string();
   return fmt::format("{}, frame {}", job.from.string(), *job.frame);
+}
+
+uint32_t crcOf(const Bytes& bytes) {
+  return static_cast<uint32_t>(crc32_z(0, bytes.data(), bytes.size()));
 }
 
 }  // namespace
@@ -97,19 +102,25 @@ bool Batch::runJob(size_t i, WorkerPool& workers) {
 }
 
 JobState Batch::doJob(const Job& job, JobResult& result, WorkerPool::Lease& worker) {
-  if (job.outcome.status != kDone) throw ProgramError(job.outcome.status, job.outcome.text);
+  if (job.outcome.status != kDone) {
+    result.preview.warnings = job.warnings;
+    throw ProgramError(job.outcome.status, job.outcome.text);
+  }
   const Provenance provenance = provenanceOf(job, task_.options);
-  if (!options_.overwrite && isUpToDate(job, provenance)) return JobState::kUpToDate;
+  // What comes through a pipe has no time, so it counts as new.
+  if (!options_.overwrite && modified(job.from) && isUpToDate(job, provenance))
+    return JobState::kUpToDate;
   checkWritable(job.to);
   if (options_.dryRun) {
-    result.preview = withOptionNames(task_.names, [&] { return task_.open(job)->preview(); });
+    withOptionNames(task_.names, [&] { task_.open(job, result.preview)->describe(); });
     return JobState::kPlanned;
   }
-  JobOutput made = withOptionNames(task_.names, [&] { return task_.open(job)->run(*worker); });
+  const auto picture =
+      withOptionNames(task_.names, [&] { return task_.open(job, result.preview)->run(*worker); });
+  const uint32_t crc = manifest_ ? crcOf((*worker).image().pixels) : 0;
   worker.release();
-  made.picture->commit();
-  result.preview = std::move(made.preview);
-  if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), made.crc});
+  picture->commit();
+  if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), crc});
   return JobState::kMade;
 }
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
 #include <string>
@@ -15,6 +16,7 @@
 #include "apps/files/atomic_file.h"
 #include "apps/options/batch_options.h"
 #include "apps/options/option_names.h"
+#include "apps/pictures/picture_details.h"
 #include "apps/progress/progress.h"
 #include "vistrel/vistrel.hpp"
 
@@ -23,18 +25,13 @@ namespace vistrel::app {
 // What a conversion will produce, from the frame's header and the options.
 struct Preview {
   vistrel_layout layout;
-  std::vector<std::string> warnings;  // for the user
-  std::vector<double> gains = {};     // red, green, blue, if they were measured
-  std::string command = {};           // that repeats what was decided; may be empty
+  std::vector<std::string> warnings;     // for the user
+  std::vector<double> gains = {};        // red, green, blue, if they were measured
+  std::string command = {};              // that repeats what was decided; may be empty
+  nlohmann::ordered_json settings = {};  // what was decided, for the report; null if nothing was
   std::string phase = {}, algorithm = {};
   uint32_t frameBits = 0;   // significant bits of the frame
   uint64_t frameBytes = 0;  // of its samples
-};
-
-struct JobOutput {
-  Preview preview;
-  uint32_t crc;                         // CRC-32 of the pixels
-  std::unique_ptr<AtomicFile> picture;  // complete, but not committed
 };
 
 // A job whose input has been opened: everything but the samples has been checked. All members throw
@@ -42,21 +39,24 @@ struct JobOutput {
 class OpenJob {
  public:
   virtual ~OpenJob() = default;
-  virtual Preview preview() const = 0;
+  // Completes the preview, except for what needs the samples.
+  virtual void describe() = 0;
 
-  // Makes the job's frame and writes its picture, which the caller commits.
-  virtual JobOutput run(Worker& worker) = 0;
+  // Makes the job's frame and writes its picture, which the caller commits. Completes the preview.
+  virtual std::unique_ptr<AtomicFile> run(Worker& worker) = 0;
 
   // For films: the input's frames, the largest number if that is unknown; whether there is a frame
-  // n, and its image.
+  // n; its image; what the file may say about that.
   virtual uint64_t frames() const = 0;
   virtual bool has(uint64_t n) = 0;
   virtual const Image& make(uint64_t n, Worker& worker) = 0;
+  virtual PictureDetails details() const = 0;
 };
 
-// How to carry out a job. Several threads call `open` at once, for different jobs.
+// How to carry out a job. Several threads call `open` at once, for different jobs. What is in the
+// preview when a job fails is reported as well; it must outlive the open job.
 struct BatchTask {
-  std::function<std::unique_ptr<OpenJob>(const Job&)> open;
+  std::function<std::unique_ptr<OpenJob>(const Job&, Preview&)> open;
   OptionNames names;
   std::string options;                         // see Provenance
   std::vector<std::filesystem::path> sources;  // files that all pictures depend on besides frames
@@ -67,7 +67,7 @@ enum class JobState { kNotBegun, kMade, kUpToDate, kPlanned, kFailed };
 struct JobResult {
   JobState state = JobState::kNotBegun;
   Outcome outcome;
-  Preview preview{};  // of a picture that was made or is planned
+  Preview preview{};  // as far as it came
   double seconds = 0;
 };
 

@@ -38,6 +38,7 @@ Json outputOf(const Job& job, const JobResult& result) {
   }
   if (!p.gains.empty()) json["gains"] = p.gains;
   if (!p.command.empty()) json["command"] = p.command;
+  if (!p.settings.is_null()) json.update(p.settings);
   json["seconds"] = microseconds(result.seconds);
   return json;
 }

@@ -26,10 +26,10 @@ void FilmOutput::check(const Image& image) const {
                l.width, l.height, l.channels, l.channels > 1 ? "s" : "", l.bits);
 }
 
-void FilmOutput::add(const Image& image) {
+void FilmOutput::add(const Image& image, const PictureDetails& details) {
   if (!first_ && type_.begin) type_.begin(image.layout, rate_, file());
   first_ = image.layout;
-  type_.write(image, file());
+  type_.write(image, details, file());
   if (isStandardOutput(path_)) finish();
 }
 
@@ -56,21 +56,26 @@ ExitStatus Film::run() {
 }
 
 bool Film::runInput(const Job& job) {
+  Preview preview;
   std::unique_ptr<OpenJob> open;
   const Outcome outcome = attempt([&] {
     if (job.outcome.status != kDone) throw ProgramError(job.outcome.status, job.outcome.text);
-    open = withOptionNames(task_.names, [&] { return task_.open(job); });
+    open = withOptionNames(task_.names, [&] { return task_.open(job, preview); });
     checkWritable(job.to);
   });
-  if (outcome.status != kDone) return failed(job.from.string(), outcome);
-  if (!options_.dryRun) return runFrames(job, *open);
-  note(job, open->preview());
-  fmt::print("{}\n", planText(job.from.string(), job.to, open->preview().layout));
+  if (outcome.status != kDone) {
+    note(job, preview);
+    return failed(job.from.string(), outcome);
+  }
+  open->describe();
+  if (!options_.dryRun) return runFrames(job, *open, preview);
+  note(job, preview);
+  fmt::print("{}\n", planText(job.from.string(), job.to, preview.layout));
   sum_.add(kDone);
   return true;
 }
 
-bool Film::runFrames(const Job& job, OpenJob& open) {
+bool Film::runFrames(const Job& job, OpenJob& open, Preview& preview) {
   for (uint64_t n = job.frame.value_or(0);; ++n) {
     bool there = false;
     const Outcome outcome = attempt([&] {
@@ -78,14 +83,14 @@ bool Film::runFrames(const Job& job, OpenJob& open) {
       if (!there && job.frame) throwError(kRejected, "--frame {}: the input ends before it", n);
     });
     if (outcome.status != kDone) return failed(job.from.string(), outcome);
-    if (there && !runFrame(job, open, n)) return false;
+    if (there && !runFrame(job, open, n, preview)) return false;
     if (!there || job.frame) break;
   }
-  note(job, open.preview());
+  note(job, preview);
   return true;
 }
 
-bool Film::runFrame(const Job& job, OpenJob& open, uint64_t n) {
+bool Film::runFrame(const Job& job, OpenJob& open, uint64_t n, Preview& preview) {
   const std::string name =
       open.frames() > 1 ? fmt::format("{}, frame {}", job.from.string(), n) : job.from.string();
   const Image* image = nullptr;
@@ -93,10 +98,9 @@ bool Film::runFrame(const Job& job, OpenJob& open, uint64_t n) {
     image = withOptionNames(task_.names, [&] { return &open.make(n, worker_); });
     output_.check(*image);
   });
-  const Preview preview = open.preview();
   note(job, preview);
   if (outcome.status != kDone) return failed(name, outcome);
-  add(name, *image);
+  add(name, *image, open.details());
   if (progress_.stats().made == 0 && !preview.command.empty() && !options_.quiet)
     printCommand(progress_, job.to, preview.command);
   progress_.made(uint64_t{preview.layout.width} * preview.layout.height, preview.frameBytes);
@@ -105,13 +109,15 @@ bool Film::runFrame(const Job& job, OpenJob& open, uint64_t n) {
 }
 
 // Nothing can follow a picture that is incomplete.
-void Film::add(const std::string& name, const Image& image) {
-  const Outcome outcome = attempt([&] { output_.add(image); });
+void Film::add(const std::string& name, const Image& image, const PictureDetails& details) {
+  const Outcome outcome = attempt([&] { output_.add(image, details); });
   if (outcome.status != kDone) throw ProgramError(outcome.status, name + ": " + outcome.text);
 }
 
-void Film::note(const Job& job, const Preview& preview) {
+// Each warning once: frame after frame adds its own.
+void Film::note(const Job& job, Preview& preview) {
   for (const std::string& warning : preview.warnings) progress_.note(job.from.string(), warning);
+  preview.warnings.clear();
 }
 
 bool Film::failed(const std::string& name, const Outcome& outcome) {

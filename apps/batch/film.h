@@ -24,7 +24,7 @@ class FilmOutput {
   // Throws ProgramError (rejected) if such an image can't follow the first one.
   void check(const Image& image) const;
   // Throws ProgramError (input/output).
-  void add(const Image& image);
+  void add(const Image& image, const PictureDetails& details);
   void finish();
 
  private:
@@ -49,10 +49,10 @@ class Film {
 
  private:
   bool runInput(const Job& job);
-  bool runFrames(const Job& job, OpenJob& open);
-  bool runFrame(const Job& job, OpenJob& open, uint64_t n);
-  void add(const std::string& name, const Image& image);
-  void note(const Job& job, const Preview& preview);
+  bool runFrames(const Job& job, OpenJob& open, Preview& preview);
+  bool runFrame(const Job& job, OpenJob& open, uint64_t n, Preview& preview);
+  void add(const std::string& name, const Image& image, const PictureDetails& details);
+  void note(const Job& job, Preview& preview);
   bool failed(const std::string& name, const Outcome& outcome);
 
   BatchPlan plan_;

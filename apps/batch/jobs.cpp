@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 
+#include "apps/files/stem.h"
 #include "apps/pictures/picture.h"
 
 namespace vistrel::app {
@@ -22,7 +23,7 @@ struct Target {
 
   fs::path of(const InputFile& input, bool keepsExtension = false) const {
     if (!folder) return path;
-    fs::path name = keepsExtension ? input.path.filename() : input.path.stem();
+    fs::path name = keepsExtension ? input.path.filename() : stemOf(input.path);
     if (input.path == "-") name = "stdin";
     return (path.empty() ? input.path.parent_path() : path / input.folder) / name.concat(extension);
   }
@@ -58,11 +59,11 @@ void checkIsFrame(const fs::path& input) {
 
 void addJobs(const fs::path& input, const fs::path& picture, const Target& target,
              const FramesOf& framesOf, std::vector<Job>& jobs) {
-  Job job{input, picture, {}, target.many, {}};
+  Job job{input, picture, {}, target.many, {}, {}};
   uint64_t frames = 1;
   job.outcome = attempt([&] {
     checkIsFrame(input);
-    frames = framesOf(input);
+    frames = framesOf(input, job.warnings);
     if (frames > kMaxFrames)
       throwError(kRejected,
                  "it has {} frames: at most {} are allowed at once; --frame N selects one", frames,
@@ -139,7 +140,7 @@ BatchPlan planFilm(const BatchRequest& a, const Inputs& inputs, RunFiles& files)
   for (const InputFile& file : inputs.files) {
     files.addInput(file.path);
     plan.jobs.push_back(
-        {file.path, a.output, a.frame, false, attempt([&] { checkIsFrame(file.path); })});
+        {file.path, a.output, a.frame, false, attempt([&] { checkIsFrame(file.path); }), {}});
   }
   files.addWritten("-o", a.output);
   return plan;

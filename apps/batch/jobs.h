@@ -17,16 +17,18 @@ namespace vistrel::app {
 // One frame and its picture.
 struct Job {
   std::filesystem::path from, to;
-  std::optional<uint64_t> frame;  // if the input has several
-  bool oneOfMany = false;         // the output's name is derived, not given
-  Outcome outcome;                // of opening the input
+  std::optional<uint64_t> frame;      // if the input has several
+  bool oneOfMany = false;             // the output's name is derived, not given
+  Outcome outcome;                    // of opening the input
+  std::vector<std::string> warnings;  // about an input that can't be opened
 };
 
 // Throws ProgramError (usage) if that is something else than a folder.
 void checkIsFolder(const std::filesystem::path& path);
 
-// The number of frames in an input. Throws ProgramError if it cannot be opened.
-using FramesOf = std::function<uint64_t(const std::filesystem::path&)>;
+// The number of frames in an input. Throws ProgramError if it cannot be opened, and adds warnings.
+using FramesOf =
+    std::function<uint64_t(const std::filesystem::path&, std::vector<std::string>& warnings)>;
 
 struct BatchRequest {
   std::vector<std::string> inputs;

@@ -20,6 +20,9 @@ class Worker {
   // The image is valid until the next call. Throws Error.
   const Image& convert(const vistrel_frame& frame, const vistrel_conversion& conversion);
 
+  // The last one.
+  const Image& image() const { return image_; }
+
  private:
   Stream stream_;  // acquired on first use
   Image image_;

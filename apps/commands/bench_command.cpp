@@ -86,10 +86,9 @@ ExitStatus run(BenchOptions& o) {
   }
   o.input.checkWithPhase();
   const Outcome outcome = attempt([&o] {
-    FrameFile file(o.path, o.input);
-    const vistrel_frame& frame = file.read();
-    printWarnings(file, o.path);
-    benchFrame(frame, o);
+    PrintedWarnings warnings(o.path);
+    FrameFile file(o.path, o.input, warnings.list());
+    benchFrame(file.read(), o);
   });
   if (outcome.status != kDone) throw ProgramError(outcome.status, o.path + ": " + outcome.text);
   return kDone;

@@ -86,6 +86,7 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop,
             const AlgorithmChoice& algorithm, const CompareOptions& o, const FinishedLook* look) {
   const vistrel_region region = widened(crop, frame);
   vistrel_conversion c = defaultConversion(frame);
+  c.format = VISTREL_RGB24;
   c.algorithm = algorithm.row->code;
   c.threshold = algorithm.threshold;
   c.region = region;
@@ -100,22 +101,27 @@ Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop,
       label, convert(frame, c), {crop.x - region.x, crop.y - region.y, crop.width, crop.height}};
 }
 
-Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progress) {
-  FrameFile file(path, o.input);
+Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progress,
+              std::vector<std::string>& warnings) {
+  FrameFile file(path, o.input, warnings);
   if (file.frame().phase == VISTREL_MONO)
     throwError(kRejected,
                "a mono frame cannot be demosaiced; --phase names one of the four Bayer phases");
   const vistrel_region crop = cropOf(file.frame(), o);
   const vistrel_frame& frame = file.read();
-  for (const std::string& warning : file.warnings())
-    progress.say(fmt::format("{}: {}", path, warning));
   Strip strip;
   strip.title =
       fmt::format("{}  {} bit {}  {}  {}x", std::filesystem::path(path).filename().string(),
                   frame.bits, vistrel_phase_name(frame.phase), regionText(crop), o.zoom);
   std::optional<FinishedLook> look;
-  if (o.look)
-    look.emplace(decideLook(frame, withCamera(*o.look, file.description().camera, false)));
+  if (o.look) {
+    const Look decided = decideLook(frame, withCamera(*o.look, file.description().camera, false));
+    checkBlack(o.look->known, decided, frame);
+    progress.clear();
+    fmt::print(isStandardOutput(o.output) ? stderr : stdout, "{}: --look {}\n", path,
+               lookText(decided));
+    look.emplace(decided);
+  }
   for (const AlgorithmChoice& algorithm : orAll(o.algorithms))
     strip.cells.push_back(cellOf(frame, crop, algorithm, o, look ? &*look : nullptr));
   return strip;
@@ -138,18 +144,19 @@ ExitStatus run(CompareOptions& o) {
   Progress progress(o.inputs.size());
   ExitStatusSum sum;
   for (const std::string& path : o.inputs) {
+    std::vector<std::string> warnings;
     const Outcome outcome = attempt([&] {
-      withOptionNames(optionNamesOf(o), [&] { strips.push_back(stripOf(path, o, progress)); });
+      withOptionNames(optionNamesOf(o),
+                      [&] { strips.push_back(stripOf(path, o, progress, warnings)); });
     });
+    for (const std::string& warning : warnings) progress.say(fmt::format("{}: {}", path, warning));
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
     sum.add(outcome.status);
     progress.made();
   }
   if (strips.empty()) return sum.status();
   const Canvas sheet = sheetOf(strips, o.zoom);
-  AtomicFile output(o.output);
-  type.write(sheet.image(), output);
-  output.commit();
+  savePicture(sheet.image(), {}, o.output);
   return sum.status();
 }
 

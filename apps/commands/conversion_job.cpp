@@ -2,11 +2,15 @@
 
 #include <algorithm>
 
+#include "apps/commands/camera_details.h"
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
+#include "apps/look/frame_statistics.h"
 
 namespace vistrel::app {
 namespace {
+
+constexpr uint64_t kReliable = 256;  // samples that gains are measured on
 
 // What the file says about its camera and the conversion leaves aside.
 std::vector<std::string> unusedMetadata(const CameraMetadata& m, bool isMono,
@@ -35,39 +39,48 @@ std::string noteOf(const std::vector<std::string>& unused) {
 
 }  // namespace
 
-ConversionJob::ConversionJob(const Job& job, const InputOptions& input,
-                             const ConversionOptions& options, const SensorCalibration& calibration)
-    : job_(job), options_(options), file_(job.from, input), conversion_(options.of(file_.frame())),
-      type_(outputType(job.to)), notes_(options.unusedOptions(file_.frame())) {
-  calibration.apply(file_.frame(), conversion_);
+ConversionJob::ConversionJob(const Job& job, const ConversionRun& run, Preview& preview)
+    : job_(job), run_(run), options_(run.options), preview_(preview),
+      file_(job.from, run.input, preview.warnings), conversion_(options_.of(file_.frame())),
+      type_(outputType(job.to)) {
+  for (std::string& unused : options_.unusedOptions(file_.frame()))
+    preview_.warnings.push_back(std::move(unused));
+  run.calibration.apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   const auto unused = unusedMetadata(file_.description().camera,
-                                     file_.frame().phase == VISTREL_MONO, options.preparation);
-  if (!unused.empty()) notes_.push_back(noteOf(unused));
+                                     file_.frame().phase == VISTREL_MONO, options_.preparation);
+  if (!unused.empty()) preview_.warnings.push_back(noteOf(unused));
   if (type_.channels && type_.channels != layout_.channels) throwMisfit();
+  checkHolds(type_, layout_, details());
 }
 
-Preview ConversionJob::preview() const {
-  Preview preview{layout_, file_.warnings(), gains_};
-  preview.warnings.insert(preview.warnings.end(), notes_.begin(), notes_.end());
-  if (!gains_.empty())
-    preview.warnings.push_back(
-        fmt::format("--wb auto: the gains are --wb {:.4f}", fmt::join(gains_, ",")));
-  addOrigin(file_, conversion_, preview);
-  return preview;
+void ConversionJob::describe() {
+  preview_.layout = layout_;
+  addOrigin(file_, conversion_, preview_);
 }
 
-JobOutput ConversionJob::run(Worker& worker) {
-  JobOutput made = writePicture(make(job_.frame.value_or(file_.chosen()), worker), type_, job_.to);
-  made.preview = preview();
-  return made;
+std::unique_ptr<AtomicFile> ConversionJob::run(Worker& worker) {
+  const Image& image = make(job_.frame.value_or(file_.chosen()), worker);
+  auto picture = writePicture(image, details(), job_.to);
+  describe();
+  return picture;
+}
+
+// Samples follow light linearly unless a curve is applied.
+PictureDetails ConversionJob::details() const {
+  return {.encoding = options_.tone.curve.empty() ? kLinearLight : Encoding{},
+          .command = commandText("convert", job_.from.filename(), job_, run_.given),
+          .shot = shotOf(file_.description().camera),
+          .compression = run_.compression};
 }
 
 const Image& ConversionJob::make(uint64_t n, Worker& worker) {
-  const vistrel_frame& frame = file_.read(n);
-  vistrel_conversion conversion = conversion_;
-  measureGains(frame, conversion);
-  return worker.convert(frame, conversion);
+  return withOriginOfBits(file_, [&]() -> const Image& {
+    const vistrel_frame& frame = file_.read(n);
+    vistrel_conversion conversion = conversion_;
+    measureGains(frame, conversion);
+    return worker.convert(frame, conversion);
+  });
 }
 
 // Measures the gains of gray-world here rather than in the library, so that the user sees them.
@@ -80,8 +93,15 @@ void ConversionJob::measureGains(const vistrel_frame& frame, vistrel_conversion&
       withOptionNames(names, [&] { return vistrel::measureGains(frame, measuring); });
   conversion.white_balance = VISTREL_BALANCE_GAINS;
   std::copy(measured.begin(), measured.end(), conversion.gains);
-  gains_.clear();
-  for (const uint32_t gain : measured) gains_.push_back(gain / double{int{VISTREL_GAIN_ONE}});
+  auto& gains = preview_.gains;
+  gains.clear();
+  for (const uint32_t gain : measured) gains.push_back(gain / double{int{VISTREL_GAIN_ONE}});
+  preview_.warnings.push_back(
+      fmt::format("--wb auto: the gains are --wb {:.4f}", fmt::join(gains, ",")));
+  const uint64_t samples = balancedSamples(frame, measuring.white, measuring.region);
+  if (samples < kReliable)
+    preview_.warnings.push_back(fmt::format(
+        "--wb auto: only {} samples count; {} or more are reliable", samples, kReliable));
 }
 
 // The picture's type has another number of channels than the result.

@@ -12,31 +12,39 @@
 
 namespace vistrel::app {
 
+// What all jobs of a batch share.
+struct ConversionRun {
+  const InputOptions& input;
+  const ConversionOptions& options;
+  const SensorCalibration& calibration;
+  Compression compression;
+  std::string given;  // the options of input and conversion as the user typed them
+};
+
 class ConversionJob : public OpenJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
-  // Error. The options and the calibration must outlive the object.
-  ConversionJob(const Job& job, const InputOptions& input, const ConversionOptions& options,
-                const SensorCalibration& calibration);
+  // Error. Warnings appear in the preview as they arise. All arguments must outlive the object.
+  ConversionJob(const Job& job, const ConversionRun& run, Preview& preview);
 
-  Preview preview() const override;
-  JobOutput run(Worker& worker) override;
+  void describe() override;
+  std::unique_ptr<AtomicFile> run(Worker& worker) override;
   uint64_t frames() const override { return file_.frames(); }
   bool has(uint64_t n) override { return file_.has(n); }
   const Image& make(uint64_t n, Worker& worker) override;
+  PictureDetails details() const override;
 
  private:
   [[noreturn]] void throwMisfit() const;
   void measureGains(const vistrel_frame& frame, vistrel_conversion& conversion);
-
   const Job& job_;
+  const ConversionRun& run_;
   const ConversionOptions& options_;
+  Preview& preview_;
   FrameFile file_;
   vistrel_conversion conversion_;
   const PictureType& type_;
   vistrel_layout layout_;
-  std::vector<std::string> notes_;
-  std::vector<double> gains_;
 };
 
 }  // namespace vistrel::app

@@ -35,11 +35,11 @@ OptionNames optionNames(const DevelopOptions& o) {
 BatchTask taskFor(const CLI::App& command, const DevelopRequest& o,
                   const Development& development) {
   BatchTask task;
-  task.open = [&development](const Job& job) {
-    return std::make_unique<DevelopmentJob>(job, development);
+  task.open = [&development](const Job& job, Preview& preview) {
+    return std::make_unique<DevelopmentJob>(job, development, preview);
   };
   task.names = optionNames(o.development);
-  task.options = "develop " + givenOptions(command, {"Input", "Development"});
+  task.options = "develop " + givenForPictures(command, "Development");
   task.sources = o.development.conversion.calibration.files();
   return task;
 }
@@ -56,16 +56,16 @@ ExitStatus run(const CLI::App& command, DevelopRequest& o) {
   conflicts.insert(conflicts.end(), more.begin(), more.end());
   rejectConflicts(conflicts);
   // The others are part of what is decided.
-  const std::string given = givenOptions(command, {"Input", "Development"},
-                                         {"--algorithm", "--look", "--same", "--roi", "--orient"});
-  Development development(o.input, o.development, given);
+  const std::string given = givenForPictures(
+      command, "Development", {"--algorithm", "--look", "--same", "--roi", "--orient"});
+  Development development(o.input, o.development, compressionOf(o.compression), given);
+  addWarnings(development.calibration(), plan);
   withOptionNames(optionNames(o.development), [&] { development.lookAt(plan.jobs.front()); });
   return o.run(std::move(plan), taskFor(command, o, development));
 }
 
 void addDevelopmentOptions(CLI::App& command, DevelopOptions& o) {
   ConversionOptions& c = o.conversion;
-  c.preparation.edges = "padded";
   addLookOption(command, o.look);
   command.add_flag("--same", o.same, "Give all frames the look of the first one");
   addAlgorithmOption(command, c, kDevelopAlgorithm);

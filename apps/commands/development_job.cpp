@@ -2,24 +2,43 @@
 
 #include <algorithm>
 
+#include "apps/commands/camera_details.h"
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
 #include "apps/input/readers.h"
 #include "apps/options/geometry.h"
-#include "apps/options/options.h"
 #include "apps/options/orientation.h"
 
 namespace vistrel::app {
 namespace {
 
-// A name that is no option, for a shell.
-std::string fileWord(const std::filesystem::path& path) {
-  const std::string name = path.string();
-  return quoted(name.size() > 1 && name[0] == '-' ? "./" + name : name);
+// Only some curves have a name in files.
+Encoding encodingOf(const Transfer& transfer) {
+  constexpr double kOne = 1000;
+  switch (transfer.curve) {
+    case Curve::kLinear: return kLinearLight;
+    case Curve::kSrgb: return {Encoding::kSrgb};
+    case Curve::kGamma: return {Encoding::kPower, kOne / transfer.parameter};
+    case Curve::kAsinh: break;
+  }
+  return {};
 }
 
 bool isPart(const Crop& crop, const vistrel_frame& frame) {
   return crop.width < frame.width || crop.height < frame.height;
+}
+
+// Parts of the look that mono frames don't have.
+std::vector<std::string> unusedParts(const KnownLook& known, const vistrel_frame& frame) {
+  std::vector<std::string> unused;
+  const auto add = [&unused](bool isKnown, const char* part) {
+    if (isKnown) unused.push_back(fmt::format("--look {}= has no effect: the frame is mono", part));
+  };
+  if (frame.phase != VISTREL_MONO) return unused;
+  add(known.gains.has_value(), "gains");
+  add(known.matrix.has_value(), "matrix");
+  add(known.neutralHighlights.has_value(), "highlights");
+  return unused;
 }
 
 // A stage that leaves everything as it is, for the layout of the result.
@@ -30,6 +49,7 @@ vistrel_conversion conversionOf(const DevelopOptions& o, const FrameFile& file) 
   const CameraMetadata& camera = file.description().camera;
   ConversionOptions options = o.conversion;
   if (!options.algorithm) options.algorithm = DevelopOptions::usualAlgorithm();
+  if (options.preparation.edges.empty()) options.preparation.edges = "padded";
   vistrel_conversion c = options.of(frame);
   c.bin_mode = VISTREL_BIN_MEAN;
   c.orientation = options.orientation.value_or(camera.orientation.value_or(VISTREL_UPRIGHT));
@@ -48,17 +68,33 @@ AlgorithmChoice DevelopOptions::usualAlgorithm() {
 void Development::lookAt(const Job& first) {
   if (!options_.same || isArriving(first.from, input_)) return;
   try {
-    DevelopmentJob job(first, *this);
+    Preview preview;
+    DevelopmentJob job(first, *this, preview);
     look_ = job.decide();
-    bits_ = job.bits();
+    bits_ = job.frame().bits;
+    phase_ = job.frame().phase;
   } catch (const ProgramError& error) {
     throwError(error.status(), "--same: {}: {}", first.from.string(), error.what());
   }
 }
 
-DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
-    : job_(job), development_(development), file_(job.from, development.input()),
+// Black levels are those of the places of the 2x2 block.
+void Development::checkSame(const vistrel_frame& frame) const {
+  if (!look_) return;
+  if (bits_ != frame.bits)
+    throwError(kRejected, "--same: the first frame has {} bits; this one has {}", bits_,
+               frame.bits);
+  if (phase_ != frame.phase)
+    throwError(kRejected, "--same: the phase of the first frame is {}; that of this one is {}",
+               vistrel_phase_name(phase_), vistrel_phase_name(frame.phase));
+}
+
+DevelopmentJob::DevelopmentJob(const Job& job, const Development& development, Preview& preview)
+    : job_(job), development_(development), preview_(preview),
+      file_(job.from, development.input(), preview.warnings),
       conversion_(conversionOf(development.options(), file_)), type_(outputType(job.to)) {
+  development.checkSame(file_.frame());
+  warnOfUnusedOptions();
   development.calibration().apply(file_.frame(), conversion_);
   layout_ = layoutOf(file_.frame(), conversion_);
   if (type_.channels && type_.channels != layout_.channels)
@@ -66,11 +102,16 @@ DevelopmentJob::DevelopmentJob(const Job& job, const Development& development)
                job.to.string(), layout_.channels, layout_.channels == 1 ? "" : "s");
 }
 
-Preview DevelopmentJob::preview() const {
-  Preview preview{layout_, file_.warnings()};
-  preview.command = command_;
-  addOrigin(file_, conversion_, preview);
-  return preview;
+void DevelopmentJob::warnOfUnusedOptions() {
+  const DevelopOptions& o = development_.options();
+  for (const auto& unused :
+       {o.conversion.unusedOptions(file_.frame()), unusedParts(o.look.known, file_.frame())})
+    preview_.warnings.insert(preview_.warnings.end(), unused.begin(), unused.end());
+}
+
+void DevelopmentJob::describe() {
+  preview_.layout = layout_;
+  addOrigin(file_, conversion_, preview_);
 }
 
 Look DevelopmentJob::decide(const vistrel_frame& frame) const {
@@ -82,8 +123,10 @@ Look DevelopmentJob::decide(const vistrel_frame& frame) const {
   }
   const LookChoice choice =
       withCamera(development_.options().look, camera, frame.phase == VISTREL_MONO);
-  if (calibration.isEmpty()) return decideLook(frame, choice, conversion_.region);
-  return decideCalibrated(frame, choice);
+  const Look look = calibration.isEmpty() ? decideLook(frame, choice, conversion_.region)
+                                          : decideCalibrated(frame, choice);
+  checkBlack(development_.options().look.known, look, frame);
+  return look;
 }
 
 // Levels come from the frame as the sensor saw it, the rest from the calibrated one.
@@ -106,42 +149,63 @@ Look DevelopmentJob::decideCalibrated(const vistrel_frame& frame, const LookChoi
 Look DevelopmentJob::decide() { return decide(file_.read(job_.frame.value_or(file_.chosen()))); }
 
 Look DevelopmentJob::lookOf(const vistrel_frame& frame) {
-  const auto& shared = development_.look();
-  if (shared && development_.bits() != frame.bits)
-    throwError(kRejected, "--same: the first frame has {} bits; this one has {}",
-               development_.bits(), frame.bits);
-  if (shared) return *shared;
+  if (const auto& shared = development_.look()) return *shared;
   if (!development_.options().same) return decide(frame);
   if (!first_) first_ = decide(frame);
   return *first_;
 }
 
-JobOutput DevelopmentJob::run(Worker& worker) {
-  JobOutput made = writePicture(make(job_.frame.value_or(file_.chosen()), worker), type_, job_.to);
-  made.preview = preview();
-  return made;
+std::unique_ptr<AtomicFile> DevelopmentJob::run(Worker& worker) {
+  const Image& image = make(job_.frame.value_or(file_.chosen()), worker);
+  auto picture = writePicture(image, details_, job_.to);
+  describe();
+  return picture;
 }
 
 const Image& DevelopmentJob::make(uint64_t n, Worker& worker) {
-  const vistrel_frame& frame = file_.read(n);
-  const Look look = lookOf(frame);
-  const FinishedLook finished(look);
-  vistrel_conversion conversion = conversion_;
-  finished.apply(frame, conversion);
-  command_ = commandLine(look, n);
-  return worker.convert(frame, conversion);
+  return withOriginOfBits(file_, [&]() -> const Image& {
+    const vistrel_frame& frame = file_.read(n);
+    const Look look = lookOf(frame);
+    const FinishedLook finished(look);
+    vistrel_conversion conversion = conversion_;
+    finished.apply(frame, conversion);
+    decided(look, n);
+    return worker.convert(frame, conversion);
+  });
 }
 
-std::string DevelopmentJob::commandLine(const Look& look, uint64_t n) const {
-  const ConversionOptions& o = development_.options().conversion;
-  std::string line = "vistrel develop " + fileWord(job_.from);
-  if (!development_.given().empty()) line += " " + development_.given();
-  if (file_.frames() > 1 && !development_.input().frame) line += fmt::format(" --frame {}", n);
-  line += " -a " + labelOf(o.algorithm.value_or(DevelopOptions::usualAlgorithm()));
-  if (conversion_.region.width) line += " --roi " + regionText(conversion_.region);
-  line += fmt::format(" --orient {}", orientationName(conversion_.orientation));
-  line += " --look " + lookText(look);
-  return line + " -o " + fileWord(job_.to);
+void DevelopmentJob::decided(const Look& look, uint64_t n) {
+  const std::string options = optionsOf(look);
+  Job job = job_;
+  if (file_.frames() > 1 && !development_.input().frame) job.frame = n;
+  details_ = {.encoding = encodingOf(look.transfer),
+              .command = commandText("develop", job_.from.filename(), job, options),
+              .shot = shotOf(file_.description().camera),
+              .compression = development_.compression()};
+  preview_.command = commandText("develop", job_.from, job, options) + " -o " + fileWord(job_.to);
+  preview_.settings = settingsOf(look);
+}
+
+AlgorithmChoice DevelopmentJob::algorithm() const {
+  return development_.options().conversion.algorithm.value_or(DevelopOptions::usualAlgorithm());
+}
+
+nlohmann::ordered_json DevelopmentJob::settingsOf(const Look& look) const {
+  const bool isMono = file_.frame().phase == VISTREL_MONO;
+  nlohmann::ordered_json settings{{"look", jsonOf(look, isMono)}};
+  if (!isMono) settings["algorithm"] = labelOf(algorithm());
+  settings["orientation"] = orientationName(conversion_.orientation);
+  return settings;
+}
+
+std::string DevelopmentJob::optionsOf(const Look& look) const {
+  const bool isMono = file_.frame().phase == VISTREL_MONO;
+  std::string text = development_.given();
+  if (!text.empty()) text += " ";
+  if (!isMono) text += "-a " + labelOf(algorithm()) + " ";
+  if (conversion_.region.width) text += "--roi " + regionText(conversion_.region) + " ";
+  text += fmt::format("--orient {}", orientationName(conversion_.orientation));
+  return text + " --look " + lookText(look, isMono);
 }
 
 }  // namespace vistrel::app

@@ -26,59 +26,69 @@ struct DevelopOptions {
 // What all jobs of a batch share.
 class Development {
  public:
-  // `given`: the options of the input as the user typed them.
-  Development(const InputOptions& input, const DevelopOptions& options, std::string given)
-      : input_(input), options_(options), given_(std::move(given)),
+  // `given`: the options of input and calibration as the user typed them.
+  Development(const InputOptions& input, const DevelopOptions& options,
+              const Compression& compression, std::string given)
+      : input_(input), options_(options), compression_(compression), given_(std::move(given)),
         calibration_(options.conversion.calibration, input) {}
 
   const InputOptions& input() const { return input_; }
   const DevelopOptions& options() const { return options_; }
+  const Compression& compression() const { return compression_; }
   const std::string& given() const { return given_; }
   const SensorCalibration& calibration() const { return calibration_; }
 
   // Decides the look of all frames, if they have the same, before any job runs.
   void lookAt(const Job& first);
   const std::optional<Look>& look() const { return look_; }
-  uint32_t bits() const { return bits_; }  // of the frame whose look that is
+  // Throws ProgramError if that look, if any, is not for such frames.
+  void checkSame(const vistrel_frame& frame) const;
 
  private:
   const InputOptions& input_;
   const DevelopOptions& options_;
+  const Compression compression_;
   const std::string given_;
   const SensorCalibration calibration_;
   std::optional<Look> look_;
-  uint32_t bits_ = 0;
+  uint32_t bits_ = 0, phase_ = 0;  // of the frame whose look that is
 };
 
 class DevelopmentJob : public OpenJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
-  // Error. The arguments must outlive the object.
-  DevelopmentJob(const Job& job, const Development& development);
+  // Error. Warnings appear in the preview as they arise. The arguments must outlive the object.
+  DevelopmentJob(const Job& job, const Development& development, Preview& preview);
 
-  Preview preview() const override;
-  JobOutput run(Worker& worker) override;
+  void describe() override;
+  std::unique_ptr<AtomicFile> run(Worker& worker) override;
   uint64_t frames() const override { return file_.frames(); }
   bool has(uint64_t n) override { return file_.has(n); }
   const Image& make(uint64_t n, Worker& worker) override;
+  PictureDetails details() const override { return details_; }
 
   // The look that the frame would have by itself.
   Look decide();
-  uint32_t bits() const { return file_.frame().bits; }
+  const vistrel_frame& frame() const { return file_.frame(); }
 
  private:
+  void warnOfUnusedOptions();
   Look lookOf(const vistrel_frame& frame);
+  void decided(const Look& look, uint64_t n);
   Look decide(const vistrel_frame& frame) const;
   Look decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const;
-  std::string commandLine(const Look& look, uint64_t n) const;
+  AlgorithmChoice algorithm() const;
+  nlohmann::ordered_json settingsOf(const Look& look) const;
+  std::string optionsOf(const Look& look) const;
 
   const Job& job_;
   const Development& development_;
+  Preview& preview_;
   FrameFile file_;
   vistrel_conversion conversion_;
   const PictureType& type_;
   vistrel_layout layout_;
-  std::string command_;
+  PictureDetails details_;     // of the last frame
   std::optional<Look> first_;  // of the first frame, if all have the same and it arrives only once
 };
 

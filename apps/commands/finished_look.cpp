@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "apps/input/camera_colour.h"
+#include "apps/look/curve.h"
 
 namespace vistrel::app {
 namespace {
@@ -35,10 +36,8 @@ LookChoice withCamera(LookChoice choice, const CameraMetadata& camera, bool isMo
   return choice;
 }
 
-FinishedLook::FinishedLook(const Look& look) : look_(look) {
-  if (look.transfer.curve != Curve::kLinear)
-    transfer_ = makeTransfer(static_cast<uint32_t>(look.transfer.curve), look.transfer.parameter,
-                             size_t{1} << 16);
+FinishedLook::FinishedLook(const Look& look)
+    : look_(look), transfer_(pointsOf(look.transfer, size_t{1} << 16)) {
   finish_.exposure = look.exposure;
   finish_.transfer = transfer_.empty() ? nullptr : transfer_.data();
   finish_.transfer_points = static_cast<uint32_t>(transfer_.size());
@@ -56,6 +55,39 @@ void FinishedLook::apply(const vistrel_frame& frame, vistrel_conversion& c) cons
   if (isMono) return;
   c.white_balance = VISTREL_BALANCE_GAINS;
   std::copy(look_.gains.begin(), look_.gains.end(), c.gains);
+}
+
+void checkBlack(const KnownLook& given, const Look& look, const vistrel_frame& frame) {
+  if (!given.black || given.white) return;
+  const uint32_t black = std::ranges::max(look.black);
+  if (black >= look.white && black >> frame.bits == 0)  // the library rejects larger ones
+    throwError(kRejected,
+               "--look black={}: it must be below the white level, {}, unless white= sets "
+               "another",
+               black, look.white);
+}
+
+namespace {
+
+template <class Numbers>
+nlohmann::ordered_json decimalsOf(const Numbers& numbers) {
+  nlohmann::ordered_json json = nlohmann::ordered_json::array();
+  for (const auto n : numbers) json.push_back(static_cast<double>(n) / kLookOne);
+  return json;
+}
+
+}  // namespace
+
+nlohmann::ordered_json jsonOf(const Look& look, bool isMono) {
+  nlohmann::ordered_json json{{"black", look.black}, {"white", look.white}};
+  if (!isMono) {
+    json["gains"] = decimalsOf(look.gains);
+    json["matrix"] = decimalsOf(look.matrix);
+    json["highlights"] = look.neutralHighlights ? "neutral" : "clip";
+  }
+  json["exposure"] = static_cast<double>(look.exposure) / kLookOne;
+  json["curve"] = transferText(look.transfer);
+  return json;
 }
 
 OptionNames lookOptionNames() {

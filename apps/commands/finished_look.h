@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <vector>
 
@@ -25,12 +26,19 @@ class FinishedLook {
 
  private:
   const Look look_;
-  std::vector<uint16_t> transfer_;
+  const std::vector<uint16_t> transfer_;
   vistrel_finish finish_{}, monoFinish_{};
 };
 
 // A look that users choose in part, with what the file says about its camera: users go first.
 LookChoice withCamera(LookChoice choice, const CameraMetadata& camera, bool isMono);
+
+// Throws ProgramError if the black level that users give is not below the white level that was
+// decided or that the file specifies.
+void checkBlack(const KnownLook& given, const Look& look, const vistrel_frame& frame);
+
+// All parts, as --json shows them.
+nlohmann::ordered_json jsonOf(const Look& look, bool isMono);
 
 // What --look sets of the library's arguments.
 OptionNames lookOptionNames();

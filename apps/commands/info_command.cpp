@@ -80,8 +80,8 @@ Json jsonOf(const FrameFile& file, const Statistics& s) {
 // `all`.
 void describe(const std::string& path, const InfoOptions& o, Json& all) {
   const bool several = o.paths.size() > 1;
-  FrameFile file(path, o.input);
-  printWarnings(file, path);
+  PrintedWarnings warnings(path);
+  FrameFile file(path, o.input, warnings.list());
   const Statistics statistics = statisticsOf(file.read());
   if (o.json) {
     all.push_back({{"file", path}});
@@ -118,7 +118,7 @@ void addInfoCommand(CLI::App& program, int& status) {
   const auto o = std::make_shared<InfoOptions>();
   command
       ->add_option("IN", o->paths,
-                   "Frames: PGM, PNG, TIFF, DNG, FITS, camera raw, headerless; - is standard input")
+                   "Frames: PGM, PAM, PNG, TIFF, DNG, FITS, camera raw, headerless; - is stdin")
       ->required();
   command->add_flag("--json", o->json, "Print JSON");
   addInputOptions(*command, o->input);

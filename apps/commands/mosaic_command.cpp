@@ -15,7 +15,6 @@
 #include "apps/options/options.h"
 #include "apps/pictures/picture.h"
 #include "apps/pictures/raw_frame.h"
-#include "apps/pictures/write_dng.h"
 
 namespace vistrel::app {
 namespace {
@@ -26,6 +25,9 @@ constexpr const char* kMosaicExamples = R"(Examples:
 
 Each pixel keeps the colour of its filter. Sample v of a picture with maximum m
 becomes v (2^bits - 1) / m, rounded.)";
+
+// The types of raw frames that describe themselves.
+constexpr std::string_view kDescribed[] = {".pgm", ".dng", ".png", ".npy"};
 
 struct MosaicOptions {
   std::string input, output;
@@ -55,15 +57,17 @@ std::vector<uint16_t> mosaicOf(const ColourPicture& picture, uint32_t phase, uin
   return mosaic;
 }
 
-// A .pgm or .dng cannot be headerless, and a headerless raw file needs a format.
+// A headerless raw file has a format, and no other file has.
 void checkOutput(const MosaicOptions& o) {
-  const bool dng = isDngName(o.output);
-  const bool pgm = std::filesystem::path(o.output).extension() == ".pgm";
-  if (o.format && (dng || pgm))
+  const bool standard = isStandardOutput(o.output);
+  const std::string extension = std::filesystem::path(o.output).extension().string();
+  const bool described = std::ranges::count(kDescribed, extension) > 0;
+  if (o.format && described)
     throwError(kUsage, "-o {}: --pixfmt writes a headerless raw file, not a {}", o.output,
-               dng ? ".dng" : ".pgm");
-  if (!o.format && !dng && !pgm)
-    throwError(kUsage, "-o {}: a raw frame is a .pgm or .dng, or headerless with --pixfmt",
+               extension);
+  if (!o.format && !described && !standard)
+    throwError(kUsage,
+               "-o {}: a raw frame is a .pgm, .dng, .png or .npy, or headerless with --pixfmt",
                o.output);
   if (o.phase == VISTREL_MONO || (o.format && o.format->phase == VISTREL_MONO))
     throwError(kUsage, "{} mono: a mosaic needs colour filters", o.format ? "--pixfmt" : "--phase");
@@ -79,16 +83,14 @@ void mosaicOne(const MosaicOptions& o) {
   const uint32_t phase = o.format ? *o.format->phase : o.phase.value_or(VISTREL_RGGB);
   const uint32_t bits = o.format ? o.format->bits : o.bits.value_or(own);
   const std::vector<uint16_t> samples = mosaicOf(picture, phase, bits);
-  const bool dng = isDngName(o.output);
+  if (!o.format) {
+    const PictureDetails details{.camera = unknownCamera(phase, bits)};
+    savePicture(monoImage(samples, width, bits), details, o.output);
+    return printAssumptions(o.output, details);
+  }
   AtomicFile output(o.output);
-  if (o.format)
-    writeHeaderless(*o.format, samples, width, output);
-  else if (dng)
-    writeDng(monoImage(samples, width, bits), unknownCamera(phase, bits), output);
-  else
-    writePnm(monoImage(samples, width, bits), output);
+  writeHeaderless(*o.format, samples, width, output);
   output.commit();
-  if (dng) printAssumedColours(o.output);
 }
 
 ExitStatus run(const MosaicOptions& o) {
@@ -110,7 +112,7 @@ void addMosaicCommand(CLI::App& program, int& status) {
       ->required();
   command
       ->add_option("-o,--output", o->output,
-                   "Frame (.pgm, .dng), or headerless raw file with --pixfmt")
+                   "Frame: .pgm, .dng, .png, .npy or -; headerless with --pixfmt")
       ->required()
       ->type_name("OUT");
   auto* phase = addPhaseOption(*command, o->phase);

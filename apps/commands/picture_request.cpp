@@ -1,7 +1,5 @@
 #include "apps/commands/picture_request.h"
 
-#include <zlib.h>
-
 #include <algorithm>
 #include <charconv>
 
@@ -40,8 +38,8 @@ FrameRate parseRate(const std::string& text) {
 
 BatchPlan PictureRequest::plan(RunFiles& files) {
   input.arriving = isFilm(output);
-  const FramesOf framesOf = [this](const std::filesystem::path& path) {
-    return input.frame ? 1 : FrameFile(path, input).frames();
+  const FramesOf framesOf = [this](const std::filesystem::path& path, auto& warnings) {
+    return input.frame ? 1 : FrameFile(path, input, warnings).frames();
   };
   const IsFrame isFrame = input.size ? isHeaderlessName : isFrameName;
   const std::string extension = "." + (type.empty() ? "png" : type);
@@ -63,6 +61,12 @@ std::vector<std::string> PictureRequest::conflicts(const std::filesystem::path& 
     addConflict("--type " + type,
                 "a picture's name sets its type, --type that of pictures in a folder");
   if (rate && outputKind(output) != OutputKind::y4m) addConflict("--fps", "only a Y4M has a rate");
+  const PictureType& kind = outputType(first);
+  if (isDng(kind) && !mosaic)
+    addConflict("demosaicing", "a .dng holds a raw frame; --mosaic writes one");
+  if (mosaic) frameType(first);
+  for (const std::string& option : compression.unusedFor(kind.extension))
+    addConflict(option, "that type is not compressed so");
   if (!isFilm(output) && !isStandardOutput(output)) return found;
   const char* const why = isStandardOutput(output) ? "standard output is for the picture alone"
                                                    : "all pictures go to one file";
@@ -82,22 +86,51 @@ ExitStatus PictureRequest::run(BatchPlan plan, BatchTask task) const {
   return status;
 }
 
-void addOrigin(const FrameFile& file, const vistrel_conversion& conversion, Preview& preview) {
+void addOrigin(const FrameFile& file, Preview& preview) {
   const vistrel_frame& frame = file.frame();
   preview.phase = vistrel_phase_name(frame.phase);
   preview.frameBits = frame.bits;
   preview.frameBytes = uint64_t{frame.width} * frame.height * frame.bytes_per_sample;
-  for (size_t i = 0; frame.phase < VISTREL_MONO && vistrel_algorithm_at(i); ++i)
+}
+
+void addOrigin(const FrameFile& file, const vistrel_conversion& conversion, Preview& preview) {
+  addOrigin(file, preview);
+  for (size_t i = 0; file.frame().phase < VISTREL_MONO && vistrel_algorithm_at(i); ++i)
     if (vistrel_algorithm_at(i)->code == conversion.algorithm)
       preview.algorithm = labelOf({vistrel_algorithm_at(i), conversion.threshold});
 }
 
-JobOutput writePicture(const Image& image, const PictureType& type,
-                       const std::filesystem::path& to) {
-  auto picture = std::make_unique<AtomicFile>(to);
-  type.write(image, *picture);
-  const auto crc = static_cast<uint32_t>(crc32_z(0, image.pixels.data(), image.pixels.size()));
-  return {{}, crc, std::move(picture)};
+void addWarnings(const SensorCalibration& calibration, BatchPlan& plan) {
+  const auto& more = calibration.warnings();
+  plan.warnings.insert(plan.warnings.end(), more.begin(), more.end());
+}
+
+std::string givenForPictures(const CLI::App& command, const std::string& group,
+                             std::vector<std::string> leftOut) {
+  leftOut.insert(leftOut.end(), {"--output", "--type"});
+  return givenOptions(command, {"Input", group, "Output"}, leftOut);
+}
+
+Compression compressionOf(const CompressionOptions& o) {
+  Compression c;
+  c.lzw = o.compression == "lzw";
+  if (!c.lzw && !o.compression.empty()) c.level = std::stoi(o.compression);
+  c.quality = o.quality.value_or(c.quality);
+  if (!o.chroma.empty())
+    c.chroma = o.chroma == "420" ? Chroma::k420 : o.chroma == "422" ? Chroma::k422 : Chroma::k444;
+  return c;
+}
+
+std::string commandText(const char* command, const std::filesystem::path& from, const Job& job,
+                        const std::string& options) {
+  std::string text = fmt::format("vistrel {} {}", command, fileWord(from));
+  if (!options.empty()) text += " " + options;
+  return job.frame ? fmt::format("{} --frame {}", text, *job.frame) : text;
+}
+
+std::string fileWord(const std::filesystem::path& path) {
+  const std::string name = path.string();
+  return quoted(name.size() > 1 && name[0] == '-' ? "./" + name : name);
 }
 
 void addPictureInputs(CLI::App& command, PictureRequest& request) {
@@ -118,10 +151,12 @@ CLI::Option* addPictureOutputs(CLI::App& command, PictureRequest& request) {
         },
         "Picture or film, by its extension; folder; -, raw:-");
     output->type_name("OUT");
-    oneOf(command.add_option("--type", request.type,
-                             "Pictures in a folder: png, tiff, pam, ppm, pgm, pnm, raw (png)"),
-          {"png", "tiff", "pam", "ppm", "pgm", "pnm", "raw"})
+    oneOf(command.add_option(
+              "--type", request.type,
+              "png, jpg, tiff, pam, ppm, pgm, pnm, npy, raw or dng, in a folder (png)"),
+          {"png", "jpg", "tiff", "pam", "ppm", "pgm", "pnm", "npy", "raw", "dng"})
         ->type_name("TYPE");
+    addCompressionOptions(command, request.compression);
     command
         .add_option_function<std::string>(
             "--fps", [&request](const std::string& s) { request.rate = parseRate(s); },

@@ -90,7 +90,7 @@ void writeJson(const std::string& path, const std::vector<Evaluation>& evaluatio
 void writePlot(const std::string& folder, const std::vector<Evaluation>& evaluations,
                const std::vector<AlgorithmChoice>& algorithms) {
   AtomicFile file(std::filesystem::path(folder) / kPlotName);
-  writePng(plotOf(evaluations, algorithms).image(), file);
+  writePng(plotOf(evaluations, algorithms).image(), {}, file);
   file.commit();
 }
 

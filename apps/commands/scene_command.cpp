@@ -9,7 +9,6 @@
 #include "apps/options/input_options.h"
 #include "apps/options/options.h"
 #include "apps/pictures/picture.h"
-#include "apps/pictures/write_dng.h"
 #include "apps/tools/scene/camera.h"
 
 namespace vistrel::app {
@@ -17,7 +16,7 @@ namespace {
 
 constexpr const char* kSceneExamples = R"(Examples:
   vistrel scene -o scene.pgm -s 1920x1280 --bits 12 --phase rggb
-  vistrel convert scene.pgm --phase rggb -o scene.png
+  vistrel convert scene.pgm -o scene.png
   vistrel scene --camera -o scene.dng
 
 With --camera, the frame is what a camera delivers in warm light: linear, with a
@@ -44,18 +43,13 @@ std::string titleOf(const SceneOptions& o, uint32_t phase) {
 
 // From CIE XYZ to the camera's colours in daylight.
 Matrix3 xyzMatrixOf(const Camera& camera) {
-  Matrix3 matrix{};
-  for (size_t row = 0; row < 3; ++row)
-    for (size_t column = 0; column < 3; ++column)
-      for (size_t k = 0; k < 3; ++k)
-        matrix[3 * row + column] +=
-            camera.daylight[row] * camera.matrix[3 * row + k] * kSrgbOfXyz[3 * k + column];
-  return matrix;
+  return product(diagonal(camera.daylight), product(camera.matrix, srgbFromXyz()));
 }
 
 DngCamera dngCamera(const SceneOptions& o, uint32_t phase) {
   DngCamera dng = unknownCamera(phase, o.bits);
   dng.model = "Vistrel test scene";
+  dng.knowsColours = true;
   dng.neutral = {1, 1, 1};
   if (!o.camera) return dng;
   dng.model += " in warm light";
@@ -76,15 +70,10 @@ Image frameOf(const SceneOptions& o, uint32_t phase) {
 
 ExitStatus run(const SceneOptions& o) {
   const uint32_t phase = o.phase.value_or(VISTREL_RGGB);
-  const bool dng = isDngName(o.output);
-  if (!dng && pictureType(o.output).channels != 1)
-    throwError(kUsage, "-o {}: a raw frame is a .dng or a .pgm", o.output);
+  const bool dng = isDng(frameType(o.output));
   if (phase == VISTREL_MONO && (dng || o.camera))
     throwError(kUsage, "--phase mono: {} needs colour filters", o.camera ? "--camera" : "a .dng");
-  const Image image = frameOf(o, phase);
-  AtomicFile output(o.output);
-  dng ? writeDng(image, dngCamera(o, phase), output) : writePnm(image, output);
-  output.commit();
+  savePicture(frameOf(o, phase), {.camera = dngCamera(o, phase)}, o.output);
   return kDone;
 }
 
@@ -93,7 +82,9 @@ ExitStatus run(const SceneOptions& o) {
 void addSceneCommand(CLI::App& program, int& status) {
   auto* command = program.add_subcommand("scene", "Render a test scene as a raw frame");
   const auto o = std::make_shared<SceneOptions>();
-  command->add_option("-o,--output", o->output, "Frame (.dng, .pgm)")->required()->type_name("OUT");
+  command->add_option("-o,--output", o->output, "Frame: .dng, .pgm, .png, .npy, .raw or -")
+      ->required()
+      ->type_name("OUT");
   command
       ->add_option_function<std::string>(
           "-s,--size", [o](const std::string& s) { o->size = parseSize("--size", s); },

@@ -15,8 +15,9 @@ constexpr const char* kSelftestExamples = R"(Example:
   vistrel selftest --json
 
 Converts a built-in frame by every algorithm, in every depth and phase, with
-binning and tone curves, at every instruction set level of this machine, and
-compares hashes of the results with those of a reference implementation.
+binning, tone curves and finishing for the eye, at every instruction set level
+of this machine, and compares hashes of the results with those of a reference
+implementation.
 
 Exit status: 0 all results are correct, 1 some differ.)";
 

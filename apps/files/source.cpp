@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <map>
+#include <mutex>
 #include <utility>
 
 #include "apps/error.h"
@@ -20,54 +22,70 @@ using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
   throwError(kInputOutput, "cannot be read: {}", std::strerror(errno));
 }
 
-File opened(const fs::path& path) {
-  checkIsFile(path);
-  File file(std::fopen(path.c_str(), "rb"), std::fclose);
-  if (!file) throwReadError();
-  return file;
-}
-
 struct stat statusOf(std::FILE* file) {
   struct stat status {};
   if (fstat(fileno(file), &status) != 0) throwReadError();
   return status;
 }
 
+File duplicate(int descriptor) {
+  const int other = dup(descriptor);
+  if (other < 0) throwReadError();
+  File file(fdopen(other, "rb"), std::fclose);
+  if (!file) throwReadError();
+  return file;
+}
+
 File copied(int from) {
+  const auto throwKeepError = [] {
+    throwError(kInputOutput, "its content cannot be kept in {}: {}", P_tmpdir,
+               std::strerror(errno));
+  };
   File file(std::tmpfile(), std::fclose);
   std::vector<char> part(1 << 16);
   for (ssize_t n; (n = ::read(from, part.data(), part.size())) != 0;) {
     if (n < 0) throwReadError();
     if (!file || std::fwrite(part.data(), 1, static_cast<size_t>(n), file.get()) == 0)
-      throwError(kInputOutput, "standard input cannot be kept in {}: {}", P_tmpdir,
-                 std::strerror(errno));
+      throwKeepError();
   }
-  if (!file || std::fflush(file.get()) != 0)
-    throwError(kInputOutput, "standard input cannot be kept in {}: {}", P_tmpdir,
-               std::strerror(errno));
+  if (!file || std::fflush(file.get()) != 0) throwKeepError();
   return file;
 }
 
+// The content of a pipe can be read only once: a file without a name keeps it until the program
+// ends. `open` returns the pipe if it hasn't been read yet.
+template <class Open>
+File contentOf(const struct stat& pipe, Open open) {
+  static std::mutex mutex;
+  static std::map<std::pair<dev_t, ino_t>, File> contents;
+  const std::lock_guard lock(mutex);
+  const std::pair key(pipe.st_dev, pipe.st_ino);
+  auto there = contents.find(key);
+  if (there == contents.end()) there = contents.emplace(key, copied(fileno(open().get()))).first;
+  return duplicate(fileno(there->second.get()));
+}
+
 File standardInput() {
-  const int descriptor = dup(STDIN_FILENO);
-  if (descriptor < 0) throwReadError();
-  File input(fdopen(descriptor, "rb"), std::fclose);
-  if (!input) throwReadError();
-  if (S_ISREG(statusOf(input.get()).st_mode)) return input;
-  File copy = copied(descriptor);
-  if (dup2(fileno(copy.get()), STDIN_FILENO) < 0)
-    throwReadError();  // so that it can be opened again
-  return copy;
+  File input = duplicate(STDIN_FILENO);
+  const struct stat status = statusOf(input.get());
+  if (S_ISREG(status.st_mode)) return input;
+  return contentOf(status, [&input] { return std::move(input); });
+}
+
+File opened(const fs::path& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) throwReadError();
+  const auto open = [&path] {
+    File file(std::fopen(path.c_str(), "rb"), std::fclose);
+    if (!file) throwReadError();
+    return file;
+  };
+  if (S_ISREG(status.st_mode)) return open();
+  if (S_ISFIFO(status.st_mode)) return contentOf(status, open);
+  throwError(kInputOutput, "it is neither a regular file nor a pipe");
 }
 
 }  // namespace
-
-void checkIsFile(const fs::path& path) {
-  std::error_code error;
-  const auto status = fs::status(path, error);
-  if (!fs::exists(status)) throwError(kInputOutput, "cannot be read: {}", error.message());
-  if (!fs::is_regular_file(status)) throwError(kInputOutput, "it is not a regular file");
-}
 
 Source::Source(const fs::path& path)
     : path_(path), file_(path == "-" ? standardInput() : opened(path)) {

@@ -1,4 +1,4 @@
-// Input bytes: a file or standard input.
+// Input bytes: a file, a pipe or standard input.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,11 @@
 
 namespace vistrel::app {
 
-// Throws ProgramError (input/output) if there is no regular file of that name.
-void checkIsFile(const std::filesystem::path& path);
-
 // A known number of bytes with random access. All members throw ProgramError (input/output).
 class Source {
  public:
-  // "-" is standard input; if that is not a file, its content is copied to an unnamed temporary
-  // file.
+  // "-" is standard input. The content of a pipe is copied to an unnamed temporary file, so that it
+  // can be opened again.
   explicit Source(const std::filesystem::path& path);
 
   const std::filesystem::path& path() const { return path_; }

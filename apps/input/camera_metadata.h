@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/input/illuminant.h"
+#include "apps/colour/illuminant.h"
 
 namespace vistrel::app {
 

@@ -120,13 +120,15 @@ bool recognisesCameraRaw(const Source& source, const std::string&) {
   return isCameraRawName(source.path());
 }
 
+// Loads the plug-in on the first call. Throws ProgramError: input/output if there is no plug-in,
+// rejected if it can't read the file.
+std::unique_ptr<Reader> openCameraRaw(const Source& source, const InputOptions&) {
+  return std::make_unique<CameraRawReader>(source);
+}
+
 }  // namespace
 
 const ReaderType kCameraRaw{"camera raw", recognisesCameraRaw, openCameraRaw};
-
-std::unique_ptr<Reader> openCameraRaw(const Source& source) {
-  return std::make_unique<CameraRawReader>(source);
-}
 
 std::unique_ptr<Reader> openCompressedDng(const Source& source, uint64_t offset) {
   auto reader = std::make_unique<CameraRawReader>(source);

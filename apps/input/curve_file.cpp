@@ -1,21 +1,20 @@
 #include "apps/input/curve_file.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <cstring>
-#include <fstream>
 #include <sstream>
 #include <string>
 
 #include "apps/error.h"
 #include "apps/input/frame_file.h"
+#include "apps/pictures/pgm_header.h"
 
 namespace vistrel::app {
 namespace {
 
 constexpr uint32_t kMaxValue = 255;
-constexpr size_t kMaxEntries = 4096;
+constexpr size_t kMaxEntries = 4096, kMaxText = 1 << 20;
 
 uint16_t parseEntry(const std::string& word, size_t line) {
   uint32_t value = 0;
@@ -39,7 +38,8 @@ std::vector<uint16_t> readText(std::istream& in) {
 }
 
 std::vector<uint16_t> readSamples(const std::filesystem::path& path) {
-  FrameFile file(path, {});
+  std::vector<std::string> warnings;  // none that matters to a table
+  FrameFile file(path, {}, warnings);
   const vistrel_frame& f = file.read();
   const size_t n = size_t{f.width} * f.height;
   std::vector<uint16_t> table(n);
@@ -53,20 +53,12 @@ std::vector<uint16_t> readSamples(const std::filesystem::path& path) {
   return table;
 }
 
-bool isPgm(std::istream& in) {
-  char magic[2] = {};
-  in.read(magic, 2);
-  const bool is = in.gcount() == 2 && magic[0] == 'P' && magic[1] == '5';
-  in.clear();
-  in.seekg(0);
-  return is;
-}
-
 std::vector<uint16_t> readTable(const std::filesystem::path& path) {
-  checkIsFile(path);
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throwError(kInputOutput, "cannot be read: {}", std::strerror(errno));
-  return isPgm(in) ? readSamples(path) : readText(in);
+  const Source source(path);
+  if (beginsPnm(source, 0, '5')) return readSamples(path);
+  if (source.size() > kMaxText) throwError(kUsage, "a text of more than {} bytes", kMaxText);
+  std::istringstream text(source.head(kMaxText));
+  return readText(text);
 }
 
 }  // namespace

@@ -1,17 +1,47 @@
 #include "apps/input/fits_input.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
 #include "apps/error.h"
+#include "apps/input/deflate_check.h"
+#include "apps/input/fits_gzip.h"
+#include "apps/input/gzip_stream.h"
 
 namespace vistrel::app {
+
 namespace {
 
-constexpr size_t kBlock = 2880;
+// cfitsio divides by the sizes of tiles as soon as it reaches their header, and has no room for the
+// complex numbers that damage makes of others.
+void checkTileCards(const std::vector<uint8_t>& bytes) {
+  constexpr size_t card = 80, value = 10;
+  for (size_t at = 0; at + card <= bytes.size(); at += card) {
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data() + at), card);
+    const size_t begin = std::min(text.find_first_not_of(' ', value), card);
+    const bool isComplex = begin < card && text[begin] == '(';  // overflows a buffer of cfitsio
+    if (!text.starts_with("ZTILE") && !(isComplex && text.starts_with("Z"))) continue;
+    int64_t size = 0;
+    std::from_chars(text.data() + begin, text.data() + card, size);
+    if (size < 1) throwError(kRejected, "FITS: {}: a size from 1 is expected", text.substr(0, 30));
+  }
+}
 
 }  // namespace
 
-FitsInput::FitsInput(const Source& source) : bytes_(source.all()) {
+bool FitsShape::isWhole() const {
+  return (bits == BYTE_IMG || bits == SHORT_IMG) && std::trunc(scale) == scale &&
+         std::trunc(zero) == zero && scale >= 1;
+}
+
+FitsInput::FitsInput(const Source& source)
+    : bytes_(beginsGzip(source.head(3)) ? inflatedFits(source) : source.all()),
+      bytesOfFile_(bytes_.size()) {
+  checkTileCards(bytes_);
   // cfitsio reads whole blocks, even past the end of the buffer.
-  bytes_.resize((bytes_.size() + kBlock - 1) / kBlock * kBlock);
+  bytes_.resize((bytes_.size() + kFitsBlock - 1) / kFitsBlock * kFitsBlock);
   start_ = bytes_.data();
   size_ = bytes_.size();
   int status = 0;
@@ -73,6 +103,23 @@ void FitsInput::readPlane(uint64_t n, bool wide, void* to) {
   check(status);
 }
 
+void FitsInput::readRow(uint64_t n, uint64_t y, double* to) {
+  if (shape_.bits != FLOAT_IMG) return readReals(TDOUBLE, n, y, to);
+  // Tiles of floats decode to other doubles than to floats, which are what was compressed.
+  std::vector<float> row(static_cast<size_t>(shape_.size[0]));
+  readReals(TFLOAT, n, y, row.data());
+  std::ranges::copy(row, to);
+}
+
+template <class Real>
+void FitsInput::readReals(int type, uint64_t n, uint64_t y, Real* to) {
+  LONGLONG first[3] = {1, static_cast<LONGLONG>(y) + 1, static_cast<LONGLONG>(n) + 1};
+  Real blank = std::numeric_limits<Real>::quiet_NaN();
+  int status = 0, hasBlank = 0;
+  fits_read_pixll(file_, type, first, shape_.size[0], &blank, to, &hasBlank, &status);
+  check(status);
+}
+
 void FitsInput::check(int status) const {
   if (status == 0) return;
   fits_clear_errmsg();
@@ -89,20 +136,72 @@ void FitsInput::findImage() {
     int type = 0;
     fits_movabs_hdu(file_, unit, &type, &status);
     check(status);
-    if (type != IMAGE_HDU) continue;
-    if (fits_is_compressed_image(file_, &status))
-      throwError(kRejected, "FITS: its image is tile-compressed, which is not supported");
+    shape_.isCompressed = fits_is_compressed_image(file_, &status);
+    if (type != IMAGE_HDU && !shape_.isCompressed) continue;
     fits_get_img_paramll(file_, 3, &shape_.bits, &shape_.axes, shape_.size, &status);
     check(status);
     if (shape_.axes == 0) continue;
     shape_.scale = number("BSCALE", 1);
     shape_.zero = number("BZERO", 0);
-    LONGLONG header = 0, end = 0;
-    fits_get_hduaddrll(file_, &header, &shape_.begin, &end, &status);
+    LONGLONG header = 0, begin = 0, end = 0;
+    fits_get_hduaddrll(file_, &header, &begin, &end, &status);
     check(status);
+    shape_.bytes = bytesOfFile_ - std::min(bytesOfFile_, static_cast<uint64_t>(begin));
+    if (!shape_.isCompressed) return;
+    checkTileSize();
+    for (const char* column : {"COMPRESSED_DATA", "GZIP_COMPRESSED_DATA", "UNCOMPRESSED_DATA"})
+      checkTiles(column);
     return;
   }
   throwError(kRejected, "FITS: it contains no image");
+}
+
+// cfitsio takes memory for a tile as its header says.
+void FitsInput::checkTileSize() {
+  constexpr double kSmall = 1 << 20;  // pixels
+  // Its decoder in cfitsio trusts sizes in the samples.
+  if (text("ZCMPTYPE").starts_with("HCOMPRESS"))
+    throwError(kRejected, "FITS: HCOMPRESS is not read; funpack decodes it");
+  double tile = 1, image = 1;
+  for (int axis = 0; axis < std::min(shape_.axes, 3); ++axis) {
+    image *= static_cast<double>(shape_.size[axis]);
+    const std::string keyword = "ZTILE" + std::to_string(axis + 1);
+    tile *= number(keyword.c_str(), axis == 0 ? static_cast<double>(shape_.size[0]) : 1);
+  }
+  if (!(tile >= 1 && tile <= std::max(image, kSmall)))
+    throwError(kRejected, "FITS: tiles of {} pixels, an image of {}", tile, image);
+}
+
+// cfitsio takes memory for compressed bytes as the table says, and more and more of it for damaged
+// gzip data.
+void FitsInput::checkTiles(const std::string& column) {
+  int number = 0, status = 0;
+  fits_get_colnum(file_, CASEINSEN, const_cast<char*>(column.c_str()), &number, &status);
+  if (status == COL_NOT_FOUND) return fits_clear_errmsg();
+  LONGLONG rows = 0;
+  fits_get_num_rowsll(file_, &rows, &status);
+  check(status);
+  const bool isGzip = column[0] == 'G' || (column[0] == 'C' && text("ZCMPTYPE")[0] == 'G');
+  const std::span<const uint8_t> heap = heapOfTable();
+  for (LONGLONG row = 1; row <= rows; ++row) {
+    LONGLONG count = 0, at = 0;
+    fits_read_descriptll(file_, number, row, &count, &at, &status);
+    check(status);
+    const auto end = static_cast<LONGLONG>(heap.size());
+    if (count < 0 || at < 0 || at > end || count > end - at)
+      throwError(kRejected, "FITS: {} of tile {}: the file is too short for it", column, row);
+    const auto tile = heap.subspan(static_cast<size_t>(at), static_cast<size_t>(count));
+    if (isGzip && count > 0 && !isIntactGzip(tile))
+      throwError(kRejected, "FITS: {} of tile {} is damaged", column, row);
+  }
+}
+
+// The compressed bytes, as far as the file has them.
+std::span<const uint8_t> FitsInput::heapOfTable() {
+  const double table = number("NAXIS1", 0) * number("NAXIS2", 0), all = double(shape_.bytes);
+  const double heap = number("THEAP", table);
+  const auto left = heap >= 0 && heap <= all ? static_cast<size_t>(all - heap) : 0;
+  return std::span<const uint8_t>(bytes_).first(bytesOfFile_).last(left);
 }
 
 }  // namespace vistrel::app

@@ -4,6 +4,7 @@
 #include <fitsio.h>
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -15,12 +16,16 @@ struct FitsShape {
   int bits = 0, axes = 0;
   LONGLONG size[3] = {1, 1, 1};
   double scale = 1, zero = 0;
-  LONGLONG begin = 0;  // offset of the samples in the file
+  bool isCompressed = false;  // by tiles
+  uint64_t bytes = 0;         // from the first sample to the end of the file
+
+  // Whole numbers that fit 16-bit samples, unless the zero point is far off.
+  bool isWhole() const;
 };
 
 class FitsInput {
  public:
-  // Opens the first non-empty image. Throws ProgramError.
+  // Opens the first non-empty image, also in a gzip file. Throws ProgramError.
   explicit FitsInput(const Source& source);
   ~FitsInput();
   FitsInput(const FitsInput&) = delete;
@@ -41,11 +46,20 @@ class FitsInput {
   // Reads plane n, counted from 0, in the file's row order, as 8-bit or 16-bit samples.
   void readPlane(uint64_t n, bool wide, void* to);
 
+  // Reads row y of plane n as real numbers; those without a value become NaN.
+  void readRow(uint64_t n, uint64_t y, double* to);
+
  private:
+  template <class Real>
+  void readReals(int type, uint64_t n, uint64_t y, Real* to);
   void check(int status) const;
   void findImage();
+  void checkTileSize();
+  void checkTiles(const std::string& column);
+  std::span<const uint8_t> heapOfTable();
 
   std::vector<uint8_t> bytes_;
+  uint64_t bytesOfFile_;  // without the padding behind them
   void* start_;
   size_t size_;
   fitsfile* file_ = nullptr;

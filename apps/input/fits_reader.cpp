@@ -7,6 +7,8 @@
 
 #include "apps/error.h"
 #include "apps/input/fits_input.h"
+#include "apps/input/gzip_stream.h"
+#include "apps/input/real_samples.h"
 #include "apps/names/phase_names.h"
 #include "vistrel/vistrel_host.h"
 
@@ -19,14 +21,12 @@ void checkShape(const FitsShape& s) {
   for (const LONGLONG n : s.size)
     if (n < 1 || n > UINT32_MAX)
       throwError(kRejected, "FITS: an axis of {}: 1 to {} are allowed", n, UINT32_MAX);
-  if (s.bits != BYTE_IMG && s.bits != SHORT_IMG)
-    throwError(kRejected, "FITS: BITPIX {}: 8 and 16 are read", s.bits);
-  if (std::trunc(s.scale) != s.scale || std::trunc(s.zero) != s.zero || s.scale < 1)
-    throwError(kRejected, "FITS: BSCALE {}, BZERO {}: whole numbers are expected, BSCALE from 1",
-               s.scale, s.zero);
+  if (!std::isfinite(s.scale) || !std::isfinite(s.zero) || s.scale == 0)
+    throwError(kRejected, "FITS: BSCALE {}, BZERO {}: numbers are expected, BSCALE not 0", s.scale,
+               s.zero);
 }
 
-// The phase that BAYERPAT names, or VISTREL_MONO if it is invalid.
+// The phase that the header names, or VISTREL_MONO if it is invalid.
 uint32_t phaseOf(std::string pattern) {
   std::ranges::transform(pattern, pattern.begin(), [](unsigned char c) { return std::toupper(c); });
   uint32_t phase = 0;
@@ -36,11 +36,14 @@ uint32_t phaseOf(std::string pattern) {
 
 // Sets the phase at the first row and column in the file.
 void readPhase(FitsInput& file, Description& d) {
-  const std::string pattern = file.text("BAYERPAT");
+  const char* keyword = "BAYERPAT";
+  if (file.text(keyword).empty()) keyword = "COLORTYP";
+  const std::string pattern = file.text(keyword);
   if (pattern.empty()) return;
   const uint32_t phase = phaseOf(pattern);
   if (phase == VISTREL_MONO)
-    d.phaseFault = fmt::format("FITS: BAYERPAT {:?}: RGGB, BGGR, GRBG and GBRG are known", pattern);
+    d.phaseFault =
+        fmt::format("FITS: {} {:?}: RGGB, BGGR, GRBG and GBRG are known", keyword, pattern);
   const double x = file.number("XBAYROFF", 0), y = file.number("YBAYROFF", 0);
   if (std::trunc(x) != x || std::trunc(y) != y)
     d.phaseFault = fmt::format("FITS: XBAYROFF {}, YBAYROFF {}: whole numbers are expected", x, y);
@@ -60,11 +63,34 @@ CameraMetadata readMetadata(FitsInput& file) {
   return m;
 }
 
+// Zeros take next to no space in tiles.
+constexpr uint64_t kMaxTileRatio = 10000;
+
 class FitsReader : public Reader {
  public:
-  explicit FitsReader(const Source& source) : file_(source) {
+  FitsReader(const Source& source, const InputOptions& o) : file_(source) {
     const FitsShape& s = file_.shape();
     checkShape(s);
+    describe(s, source);
+    if (!s.isWhole()) findRange(o);
+    isBottomUp_ = file_.text("ROWORDER") == "BOTTOM-UP";
+    Description& d = description_;
+    readPhase(file_, d);
+    d.camera = readMetadata(file_);
+    dropInvalid(d.camera, d.width, d.height, d.warnings);
+    if (d.phase && isBottomUp_) d.phase = vistrel_phase_at(*d.phase, 0, d.height - 1);
+  }
+
+  void read(uint64_t n, void* to) override {
+    if (description_.range)
+      readReals(n, static_cast<uint16_t*>(to));
+    else
+      file_.readPlane(n, description_.bytesPerSample == 2, to);
+    if (isBottomUp_) flip(static_cast<uint8_t*>(to));
+  }
+
+ private:
+  void describe(const FitsShape& s, const Source& source) {
     Description& d = description_;
     d.format = "FITS";
     d.width = static_cast<uint32_t>(s.size[0]);
@@ -74,22 +100,32 @@ class FitsReader : public Reader {
     d.bytesPerSample = asStored ? 1 : 2;
     d.bits = 8 * d.bytesPerSample;
     d.bitsKnown = asStored;
-    const auto stored = static_cast<uint32_t>(s.bits);
-    const auto begin = std::min(static_cast<uint64_t>(s.begin), source.size());
-    checkSize(d, source, stored, (source.size() - begin) / d.frames);
-    isBottomUp_ = file_.text("ROWORDER") == "BOTTOM-UP";
-    readPhase(file_, d);
-    d.camera = readMetadata(file_);
-    dropInvalid(d.camera, d.width, d.height, d.warnings);
-    if (d.phase && isBottomUp_) d.phase = vistrel_phase_at(*d.phase, 0, d.height - 1);
+    const auto stored = static_cast<uint32_t>(std::abs(s.bits));
+    checkSize(d, source, stored, s.bytes / d.frames, s.isCompressed ? kMaxTileRatio : 1);
   }
 
-  void read(uint64_t n, void* to) override {
-    file_.readPlane(n, description_.bytesPerSample == 2, to);
-    if (isBottomUp_) flip(static_cast<uint8_t*>(to));
+  void findRange(const InputOptions& o) {
+    Description& d = description_;
+    RealValues values;
+    std::vector<double> row(d.width);
+    for (uint64_t n = 0; n < d.frames; ++n)
+      for (uint32_t y = 0; y < d.height; ++y) {
+        file_.readRow(n, y, row.data());
+        values.add(row.data(), row.size());
+      }
+    d.range = o.range.value_or(usualRange(values));
+    d.bitsKnown = !isIdentity(*d.range);
+    d.warnings.push_back(rangeNote(*d.range, values));
   }
 
- private:
+  void readReals(uint64_t n, uint16_t* to) {
+    std::vector<double> row(description_.width);
+    for (uint32_t y = 0; y < description_.height; ++y, to += row.size()) {
+      file_.readRow(n, y, row.data());
+      scaleToSamples(row.data(), row.size(), *description_.range, to);
+    }
+  }
+
   void flip(uint8_t* samples) const {
     const size_t row = size_t{description_.width} * description_.bytesPerSample;
     uint8_t *top = samples, *bottom = samples + (description_.height - 1) * row;
@@ -104,12 +140,15 @@ bool recognisesFits(const Source&, const std::string& head) {
   return head.substr(0, 9) == "SIMPLE  =";
 }
 
-std::unique_ptr<Reader> openFits(const Source& source) {
-  return std::make_unique<FitsReader>(source);
+bool recognisesGzip(const Source&, const std::string& head) { return beginsGzip(head); }
+
+std::unique_ptr<Reader> openFits(const Source& source, const InputOptions& options) {
+  return std::make_unique<FitsReader>(source, options);
 }
 
 }  // namespace
 
 const ReaderType kFits{"FITS", recognisesFits, openFits};
+const ReaderType kGzipFits{"gzip", recognisesGzip, openFits};
 
 }  // namespace vistrel::app

@@ -8,6 +8,7 @@
 #include <numeric>
 
 #include "apps/error.h"
+#include "apps/files/stem.h"
 #include "apps/input/readers.h"
 #include "apps/options/frame_name.h"
 #include "apps/options/option_names.h"
@@ -17,11 +18,9 @@ namespace vistrel::app {
 namespace {
 
 constexpr const char* kPhaseIsMissing =
-    "--phase is missing, and the file does not specify it. It names the colours of the 2x2 block "
-    "in "
-    "the top left corner of the frame: rggb, bggr, grbg or gbrg; mono is for a frame without "
-    "colour "
-    "filters. With --from-name the file's name specifies it";
+    "--phase is missing, and {} not specify it. It names the colours of the 2x2 block in the top "
+    "left corner of the frame: rggb, bggr, grbg or gbrg; mono is for a frame without colour "
+    "filters. With --from-name {} specifies it";
 
 using Warnings = std::vector<std::string>;
 
@@ -39,38 +38,42 @@ void warnIfPhasesDiffer(uint32_t used, const char* origin, uint32_t stated, Warn
 // The options, completed from the file's name.
 InputOptions withName(const std::filesystem::path& path, InputOptions o, Warnings& warnings) {
   if (!o.fromName) return o;
-  const FrameName name = parseFrameName(path.stem().string());
+  const FrameName name = parseFrameName(stemOf(path).string());
   if (!o.bits) o.bits = name.bits;
   if (!o.phase) o.phase = name.phase;
   warnIfBitsDiffer(*o.bits, "its name", name.bits, warnings);
-  warnIfPhasesDiffer(*o.phase, "its name", name.phase, warnings);
+  if (name.phase) warnIfPhasesDiffer(*o.phase, "its name", *name.phase, warnings);
   return o;
+}
+
+[[noreturn]] void throwPhaseError(const std::string& fault, bool isNameRead) {
+  if (!fault.empty()) throwError(kRejected, "{}; --phase overrides it", fault);
+  throwError(kRejected, kPhaseIsMissing, isNameRead ? "file and name do" : "the file does",
+             isNameRead ? "a name such as rose_12b_rggb.pgm" : "the file's name");
 }
 
 }  // namespace
 
-FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& options)
-    : chosen_(options.frame.value_or(0)) {
+FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& options,
+                     Warnings& warnings)
+    : chosen_(options.frame.value_or(0)), warnings_(warnings) {
   const InputOptions o = withName(path, options, warnings_);
   if (isArriving(path, o)) {
     reader_ = openArriving(path, o);
   } else {
     source_ = std::make_unique<Source>(path);
-    reader_ = o.size ? openHeaderless(*source_, o) : openReader(*source_);
   }
   if (const char* const kind = source_ && o.size && !o.skip ? kindOf(*source_) : nullptr)
     warnings_.push_back(
         fmt::format("read as headerless raw because of --size; it begins like a {} file", kind));
+  if (source_) reader_ = o.size ? openHeaderless(*source_, o) : openReader(*source_, o);
   describe(o);
   addWarnings(o);
-  lasting_ = warnings_.size();
 }
 
 void FrameFile::describe(const InputOptions& o) {
   const Description& d = description();
-  const std::string& fault = d.phaseFault;
-  if (o.needsPhase && !o.phase && !d.phase)
-    throwError(kRejected, "{}", fault.empty() ? kPhaseIsMissing : fault + "; --phase overrides it");
+  if (o.needsPhase && !o.phase && !d.phase) throwPhaseError(d.phaseFault, o.fromName);
   if (chosen_ >= d.frames)
     throwError(kRejected, "--frame {}: the file has {} frames, counted from 0", chosen_, d.frames);
   frame_.width = d.width;
@@ -78,11 +81,13 @@ void FrameFile::describe(const InputOptions& o) {
   frame_.bytes_per_sample = d.bytesPerSample;
   frame_.bits = o.bits.value_or(d.bits);
   bitsKnown_ = o.bits || o.pixfmt || d.bitsKnown;
+  specifiesBits_ = d.bitsKnown && !o.bits && !o.size;
   frame_.alignment = hasHighBits(o) ? VISTREL_HIGH_BITS : VISTREL_LOW_BITS;
   frame_.phase = VISTREL_MONO;
   const char* const option = o.fromName ? "--from-name: bits" : "--bits";
   withOptionNames({{"frame.bits", option}},  // rejects bits that such samples can't have
                   [this] { layoutOf(frame_, defaultConversion(frame_)); });
+  phaseKnown_ = o.phase || d.phase;
   frame_.phase = o.phase.value_or(d.phase.value_or(VISTREL_MONO));
 }
 
@@ -113,7 +118,11 @@ void FrameFile::addWarnings(const InputOptions& o) {
   const char* const origin = o.pixfmt ? "--pixfmt" : "the file";
   if (o.bits && (d.bitsKnown || o.pixfmt))
     warnIfBitsDiffer(*o.bits, origin, o.pixfmt ? o.pixfmt->bits : d.bits, warnings_);
+  if (o.range && !d.range)
+    warnings_.push_back("--range has no effect: its samples are whole numbers");
   if (o.phase && d.phase) warnIfPhasesDiffer(*o.phase, origin, *d.phase, warnings_);
+  if (d.phaseInText && !o.phase)
+    warnings_.push_back(fmt::format("using {}, as its comment says", vistrel_phase_name(*d.phase)));
   if (d.phaseFault.empty()) return;
   const char* const used = o.phase ? vistrel_phase_name(*o.phase) : nullptr;
   warnings_.push_back(d.phaseFault + (used ? fmt::format("; using {}", used) : ""));
@@ -130,9 +139,8 @@ void FrameFile::warnOfUnusedBits() {
                     frame_.bits, used, std::max(used, 8u)));
 }
 
-void printWarnings(const FrameFile& file, const std::string& name) {
-  for (const std::string& warning : file.warnings())
-    fmt::print(stderr, "vistrel: {}: {}\n", name, warning);
+PrintedWarnings::~PrintedWarnings() {
+  for (const std::string& warning : list_) fmt::print(stderr, "vistrel: {}: {}\n", name_, warning);
 }
 
 bool FrameFile::has(uint64_t n) {
@@ -142,7 +150,6 @@ bool FrameFile::has(uint64_t n) {
 }
 
 const vistrel_frame& FrameFile::read(uint64_t n) {
-  warnings_.resize(lasting_);
   const size_t bytes = size_t{frame_.width} * frame_.height * frame_.bytes_per_sample;
   samples_.resize((bytes + 1) / 2);
   reader_->read(n, samples_.data());

@@ -6,21 +6,27 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "apps/input/reader.h"
 #include "apps/options/input_options.h"
+#include "apps/options/option_names.h"
 
 namespace vistrel::app {
 
 // An open file: its header has been read, and it is long enough for its frames.
 class FrameFile {
  public:
-  // Throws ProgramError: input/output if it cannot be read, rejected if it is not a frame.
-  FrameFile(const std::filesystem::path& path, const InputOptions& options);
+  // Throws ProgramError: input/output if it cannot be read, rejected if it is not a frame. Adds
+  // messages for the user to `warnings`, which must outlive the object: options that contradict the
+  // file, options that are advisable, and bytes that belong to no frame. read() may add one.
+  FrameFile(const std::filesystem::path& path, const InputOptions& options,
+            std::vector<std::string>& warnings);
 
   // Size, bits and phase, without the samples. `phase` is VISTREL_MONO if it is not specified.
   const vistrel_frame& frame() const { return frame_; }
+  bool knowsPhase() const { return phaseKnown_; }
   uint64_t frames() const { return description().frames; }
   // The frame that the options choose.
   uint64_t chosen() const { return chosen_; }
@@ -30,9 +36,8 @@ class FrameFile {
   // What the file itself says.
   const Description& description() const { return reader_->description(); }
 
-  // Messages for the user: options that contradict the file, options that are advisable, and bytes
-  // that belong to no frame. read() may add one about that frame, has() one about the end.
-  const std::vector<std::string>& warnings() const { return warnings_; }
+  // Whether the file says how many bits are significant, and no option does.
+  bool specifiesBits() const { return specifiesBits_; }
 
   // Reads the samples of frame n, or of the one that the options choose, into memory of this
   // object: packed, in native byte order.
@@ -50,13 +55,37 @@ class FrameFile {
   std::unique_ptr<Reader> reader_;
   vistrel_frame frame_{};
   uint64_t chosen_;
-  bool bitsKnown_;
-  std::vector<std::string> warnings_;
-  size_t lasting_ = 0;  // the first so many warnings are about all frames
+  bool bitsKnown_, specifiesBits_, phaseKnown_;
+  std::vector<std::string>& warnings_;
   std::vector<uint16_t> samples_;
 };
 
-// Prints the warnings on standard error.
-void printWarnings(const FrameFile& file, const std::string& name);
+// Calls `action`; if it rejects a sample because of its bits, the error says that the file set
+// them.
+template <class Action>
+decltype(auto) withOriginOfBits(const FrameFile& file, Action&& action) {
+  try {
+    return action();
+  } catch (const Error& error) {
+    if (std::string_view(error.argument()) != "frame.samples" || !file.specifiesBits()) throw;
+    throwError(kRejected, "{}; the file says that {} bits are significant, --bits overrides it",
+               textOf(error), file.frame().bits);
+  }
+}
+
+// Warnings about a file, printed on standard error when the object's life ends, also by an error.
+class PrintedWarnings {
+ public:
+  explicit PrintedWarnings(const std::string& name) : name_(name) {}
+  ~PrintedWarnings();
+  PrintedWarnings(const PrintedWarnings&) = delete;
+  PrintedWarnings& operator=(const PrintedWarnings&) = delete;
+
+  std::vector<std::string>& list() { return list_; }
+
+ private:
+  std::string name_;
+  std::vector<std::string> list_;
+};
 
 }  // namespace vistrel::app

@@ -21,6 +21,8 @@ vistrel_packed packedOf(const InputOptions& o) {
   packed.continuous = o.continuous;
   packed.width = o.size->width;
   packed.height = o.size->height;
+  if (!o.bits && !o.pixfmt)
+    throwError(kUsage, "--bits is missing: a headerless raw file does not specify its depth");
   packed.bits = o.bits.value_or(o.pixfmt ? o.pixfmt->bits : 0);
   packed.packing = packingOf(o, packed.bits);
   if (o.pixfmt && packed.bits != o.pixfmt->bits && !are16Bit(packed.packing))

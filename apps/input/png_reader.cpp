@@ -2,6 +2,7 @@
 
 #include "apps/error.h"
 #include "apps/pictures/png_input.h"
+#include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
@@ -18,6 +19,11 @@ class PngReader : public Reader {
     d.bytesPerSample = png.bits() / 8;
     d.bits = png.grayBits();
     d.bitsKnown = d.bits < 16;
+    uint32_t phase = 0;
+    if (vistrel_parse_phase(png.text("Phase").c_str(), &phase, nullptr) == VISTREL_OK &&
+        phase <= VISTREL_MONO)
+      d.phase = phase;
+    d.phaseInText = d.phase.has_value();
     checkSize(d, source, png.bits(), source.size(), kDeflateRatio);
   }
 
@@ -42,7 +48,7 @@ bool recognisesPng(const Source&, const std::string& head) {
   return head.substr(0, 8) == "\x89PNG\r\n\x1a\n";
 }
 
-std::unique_ptr<Reader> openPng(const Source& source) {
+std::unique_ptr<Reader> openPng(const Source& source, const InputOptions&) {
   return std::make_unique<PngReader>(source);
 }
 

@@ -9,6 +9,7 @@
 
 #include "apps/files/source.h"
 #include "apps/input/camera_metadata.h"
+#include "apps/options/input_options.h"
 
 namespace vistrel::app {
 
@@ -21,9 +22,11 @@ struct Description {
   bool highBits = false;          // they are the highest bits of a 16-bit sample, not the lowest
   bool bitsKnown = false;         // otherwise `bits` is the size of a sample
   std::optional<uint32_t> phase;  // of the frame as it is read
+  bool phaseInText = false;       // of a comment, which other programs don't know
   std::string phaseFault;         // why the phase in the file is invalid
   uint64_t frames = 1;
   std::optional<uint32_t> maxval;  // in a PGM
+  std::optional<RealRange> range;  // of real numbers, which become 16-bit samples
   CameraMetadata camera;
   std::vector<std::string> warnings;  // about what in the file is not used
   std::optional<std::string> pixfmt;  // PFNC name of a headerless raw file's format
@@ -53,11 +56,11 @@ class Reader {
 struct ReaderType {
   const char* name;  // of the kind
   bool (*recognises)(const Source& source, const std::string& head);
-  std::unique_ptr<Reader> (*open)(const Source& source);
+  std::unique_ptr<Reader> (*open)(const Source& source, const InputOptions& options);
 };
 
 // Opens the reader for the content of the source. Throws ProgramError (rejected) if there is none.
-std::unique_ptr<Reader> openReader(const Source& source);
+std::unique_ptr<Reader> openReader(const Source& source, const InputOptions& options);
 
 // The kind of file that the first bytes suggest; null if they suggest none.
 const char* kindOf(const Source& source);

@@ -13,7 +13,7 @@ namespace {
 constexpr size_t kHead = 64;
 
 // Camera raw files come first, recognised by extension, since many of them look like TIFFs.
-constexpr const ReaderType* kTypes[] = {&kCameraRaw, &kPgm, &kPng, &kTiff, &kFits};
+constexpr const ReaderType* kTypes[] = {&kCameraRaw, &kPgm, &kPng, &kTiff, &kFits, &kGzipFits};
 
 const ReaderType* typeOf(const Source& source, std::span<const ReaderType* const> types) {
   const std::string head = source.head(kHead);
@@ -29,10 +29,13 @@ const char* kindOf(const Source& source) {
   return type ? type->name : nullptr;
 }
 
-std::unique_ptr<Reader> openReader(const Source& source) {
+std::unique_ptr<Reader> openReader(const Source& source, const InputOptions& options) {
   if (source.size() == 0) throwError(kRejected, "the file is empty");
-  if (const ReaderType* type = typeOf(source, kTypes)) return type->open(source);
-  throwError(kRejected, "unknown kind of frame; -s WxH reads headerless raw files");
+  if (const ReaderType* type = typeOf(source, kTypes)) return type->open(source, options);
+  throwError(
+      kRejected,
+      "unknown kind of frame; -s WxH reads headerless raw files, and `vistrel guess` finds their "
+      "size and format");
 }
 
 void checkSize(const Description& d, const Source& source, uint32_t storedBits, uint64_t available,

@@ -5,22 +5,18 @@
 #include <memory>
 
 #include "apps/input/reader.h"
-#include "apps/options/input_options.h"
 
 namespace vistrel::app {
 
-extern const ReaderType kPgm;   // binary, any number of images in one file
+extern const ReaderType kPgm;   // PGM, binary or plain, and gray PAM; any number of images
 extern const ReaderType kPng;   // gray, 8 or 16 bits; the sBIT chunk says how many are significant
 extern const ReaderType kTiff;  // mosaic or gray, and DNG that is not JPEG-compressed
-extern const ReaderType kFits;  // 8 or 16 bits; the third axis counts frames
+extern const ReaderType kFits;  // also compressed by tiles; the third axis counts frames
+extern const ReaderType kGzipFits;   // the same in a gzip file
 extern const ReaderType kCameraRaw;  // recognised by the file name extension
 
-// Loads a plug-in on the first call. Throws ProgramError: input/output if there is no plug-in,
-// rejected if it can't read the file.
-std::unique_ptr<Reader> openCameraRaw(const Source& source);
-
-// A DNG whose samples only the plug-in can decode. Its tags are read here, those of the frame in
-// the directory at `offset`.
+// A DNG whose samples only the plug-in for camera raw files can decode. Its tags are read here,
+// those of the frame in the directory at `offset`.
 std::unique_ptr<Reader> openCompressedDng(const Source& source, uint64_t offset);
 
 // A headerless raw file. `options` must have a size and either bits or a pixel format. Throws

@@ -54,7 +54,8 @@ void addReadFiles(const CalibrationOptions& o, RunFiles& files) {
   if (!o.hot.empty()) files.addRead("--hot", o.hot);
 }
 
-SensorCalibration::SensorCalibration(const CalibrationOptions& o, const InputOptions& input) {
+SensorCalibration::SensorCalibration(const CalibrationOptions& o, InputOptions input) {
+  input.fromName = input.needsPhase = false;
   if (!o.dark.empty()) readDark(o.dark, input);
   if (!o.flat.empty()) readFlat(o.flat, input);
   if (!o.hot.empty()) readHot(o.hot);
@@ -63,9 +64,10 @@ SensorCalibration::SensorCalibration(const CalibrationOptions& o, const InputOpt
 void SensorCalibration::readDark(const std::string& path, const InputOptions& input) {
   dark_.option = "--dark " + path;
   readFor(dark_.option, [&] {
-    FrameFile file(path, input);
+    PrintedWarnings warnings(dark_.option);
+    FrameFile file(path, input, warnings.list());
     const vistrel_frame& frame = file.read();
-    dark_.width = frame.width, dark_.height = frame.height;
+    dark_.describe(frame);
     dark_.values = samplesOf(frame);
   });
   calibration_.dark = dark_.values.data();
@@ -75,13 +77,14 @@ void SensorCalibration::readDark(const std::string& path, const InputOptions& in
 void SensorCalibration::readFlat(const std::string& path, const InputOptions& input) {
   flat_.option = "--flat " + path;
   readFor(flat_.option, [&] {
-    FrameFile file(path, input);
+    PrintedWarnings warnings(flat_.option);
+    FrameFile file(path, input, warnings.list());
     const vistrel_frame& frame = file.read();
-    flat_.width = frame.width, flat_.height = frame.height;
+    flat_.describe(frame);
     flat_.values.resize(size_t{frame.width} * frame.height);
     vistrel_conversion conversion = defaultConversion(frame);
     if (!dark_.values.empty()) {
-      checkSize(dark_, frame);
+      checkFits(frame);
       conversion.calibration = &calibration_;
     } else if (const auto& black = file.description().camera.black) {
       for (size_t i = 0; i < 4; ++i) conversion.black[i] = static_cast<uint32_t>((*black)[i] + 0.5);
@@ -90,6 +93,7 @@ void SensorCalibration::readFlat(const std::string& path, const InputOptions& in
     if (vistrel_measure_flat(&frame, &conversion, flat_.values.data(), 2 * flat_.values.size(),
                              &error) != VISTREL_OK)
       throwError(kRejected, "{}", error.text);
+    warnOfDarkness(frame, conversion);
   });
   calibration_.flat = flat_.values.data();
   calibration_.flat_size = 2 * flat_.values.size();
@@ -118,17 +122,48 @@ void SensorCalibration::readHot(const std::string& path) {
   calibration_.hot_count = hot_.size();
 }
 
-void SensorCalibration::checkSize(const Levels& levels, const vistrel_frame& frame) {
-  if (levels.option.empty() || (levels.width == frame.width && levels.height == frame.height))
-    return;
-  throwError(kRejected, "{}: it has {}x{} pixels; this frame has {}x{}", levels.option,
-             levels.width, levels.height, frame.width, frame.height);
+void SensorCalibration::Levels::describe(const vistrel_frame& frame) {
+  width = frame.width, height = frame.height;
+  phase = frame.phase, bits = frame.bits;
+}
+
+void SensorCalibration::Levels::checkFits(const vistrel_frame& frame) const {
+  if (option.empty()) return;
+  if (width != frame.width || height != frame.height)
+    throwError(kRejected, "{}: it has {}x{} pixels; this frame has {}x{}", option, width, height,
+               frame.width, frame.height);
+  if (phase != frame.phase)
+    throwError(kRejected, "{}: its phase is {}; that of this frame is {}", option,
+               vistrel_phase_name(phase), vistrel_phase_name(frame.phase));
+}
+
+// Gains hold at any depth, levels don't.
+void SensorCalibration::checkFits(const vistrel_frame& frame) const {
+  dark_.checkFits(frame);
+  flat_.checkFits(frame);
+  if (hasDark() && dark_.bits != frame.bits)
+    throwError(kRejected, "{}: it has {} bits; this frame has {}", dark_.option, dark_.bits,
+               frame.bits);
+}
+
+void SensorCalibration::warnOfDarkness(const vistrel_frame& flat, const vistrel_conversion& c) {
+  Image memory;
+  const vistrel_calibration levels = darkOnly();
+  const auto light =
+      samplesOf(calibratedFrame(flat, levels, std::to_array(c.black), VISTREL_MASK, memory));
+  const auto dark = static_cast<size_t>(std::ranges::count(light, 0));
+  if (dark == light.size())
+    warnings_.push_back(
+        fmt::format("{}: no pixel has light above black; it changes nothing", flat_.option));
+  else if (dark)
+    warnings_.push_back(
+        fmt::format("{}: {} of {} pixels have no light above black, so no gain evens them out",
+                    flat_.option, dark, light.size()));
 }
 
 void SensorCalibration::apply(const vistrel_frame& frame, vistrel_conversion& conversion) const {
   if (isEmpty()) return;
-  checkSize(dark_, frame);
-  checkSize(flat_, frame);
+  checkFits(frame);
   for (const vistrel_point& p : hot_)
     if (p.x >= frame.width || p.y >= frame.height)
       throwError(kRejected, "{}: pixel {} {} lies outside the frame of {}x{}", hotOption_, p.x, p.y,

@@ -10,15 +10,15 @@ namespace vistrel::app {
 namespace {
 
 // The number of samples of each value.
-using Histogram = std::array<uint64_t, 65536>;
+using SampleCounts = std::array<uint64_t, 65536>;
 
 template <class T>
-void count(const vistrel_frame& frame, Histogram& histogram) {
+void count(const vistrel_frame& frame, SampleCounts& histogram) {
   const T* samples = static_cast<const T*>(frame.samples);
   std::for_each(samples, samples + frame.size / sizeof(T), [&](T s) { ++histogram[s]; });
 }
 
-double countFrom(const Histogram& histogram, uint32_t value) {
+double countFrom(const SampleCounts& histogram, uint32_t value) {
   return static_cast<double>(
       std::accumulate(histogram.begin() + value, histogram.end(), uint64_t{0}));
 }
@@ -31,7 +31,7 @@ uint32_t fullScale(uint32_t bits, uint32_t zeroLowBits, bool highBits) {
 }  // namespace
 
 Statistics statisticsOf(const vistrel_frame& frame) {
-  const auto histogram = std::make_unique<Histogram>();
+  const auto histogram = std::make_unique<SampleCounts>();
   frame.bytes_per_sample == 1 ? count<uint8_t>(frame, *histogram)
                               : count<uint16_t>(frame, *histogram);
   Statistics s{};

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "apps/error.h"
+#include "apps/input/deflate_check.h"
 
 namespace vistrel::app {
 namespace {
@@ -66,7 +67,7 @@ class BlockReader {
 
   size_t bytesOf(uint32_t samples) const { return (size_t{samples} * image_.bits + 7) / 8; }
 
-  // Checks that the file holds the strip or tile, which decodes to `bytes` bytes.
+  // Checks that the file holds the whole strip or tile, which decodes to `bytes` bytes.
   void checkBlock(uint32_t block, tmsize_t bytes) const {
     TIFF* const t = tiff_.handle();
     const uint64_t at = TIFFGetStrileOffset(t, block), stored = TIFFGetStrileByteCount(t, block);
@@ -76,6 +77,11 @@ class BlockReader {
       throwError(kRejected,
                  "the file is too short: {} bytes of samples are to begin at byte {} of its {}",
                  count, at, source_.size());
+    const bool isDeflate = image_.compression == COMPRESSION_ADOBE_DEFLATE ||
+                           image_.compression == COMPRESSION_DEFLATE;
+    if (isDeflate && !isIntactDeflate(source_, at, count))
+      throwError(kRejected, "TIFF: {} {} is damaged: its checksum is wrong, or it ends early",
+                 TIFFIsTiled(t) ? "tile" : "strip", block);
   }
 
   // Copies the part of a block that lies in the frame.
@@ -103,12 +109,33 @@ class BlockReader {
   uint8_t* to_;
 };
 
+void readStored(const TiffInput& tiff, const Source& source, const TiffImage& image, uint8_t* to) {
+  BlockReader reader(tiff, source, image, to);
+  TIFFIsTiled(tiff.handle()) ? reader.readTiles() : reader.readStrips();
+}
+
+// Values beyond the table become its last one.
+template <class Sample>
+void translate(const std::vector<uint16_t>& stored, const TiffImage& image, Sample* to) {
+  const size_t count = size_t{image.width} * image.height;
+  const auto* const bytes = reinterpret_cast<const uint8_t*>(stored.data());
+  for (size_t i = 0; i < count; ++i) {
+    const size_t value = image.bits > 8 ? stored[i] : bytes[i];
+    to[i] = static_cast<Sample>(image.table[std::min(value, image.table.size() - 1)]);
+  }
+}
+
 }  // namespace
 
 void readTiffBlocks(const TiffInput& tiff, const Source& source, const TiffImage& image,
                     uint8_t* to) {
-  BlockReader reader(tiff, source, image, to);
-  TIFFIsTiled(tiff.handle()) ? reader.readTiles() : reader.readStrips();
+  if (image.table.empty()) return readStored(tiff, source, image, to);
+  std::vector<uint16_t> stored(size_t{image.width} * image.height);
+  readStored(tiff, source, image, reinterpret_cast<uint8_t*>(stored.data()));
+  if (bytesPerSample(image) == 2)
+    translate(stored, image, reinterpret_cast<uint16_t*>(to));
+  else
+    translate(stored, image, to);
 }
 
 }  // namespace vistrel::app

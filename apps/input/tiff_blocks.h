@@ -9,7 +9,7 @@
 namespace vistrel::app {
 
 // Reads the image of the current directory, whose description is `image`: the samples of its area,
-// bytes for 8 bits and 16-bit samples for more. Throws ProgramError.
+// as its table translates them. Throws ProgramError.
 void readTiffBlocks(const TiffInput& tiff, const Source& source, const TiffImage& image,
                     uint8_t* to);
 

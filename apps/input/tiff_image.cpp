@@ -1,6 +1,7 @@
 #include "apps/input/tiff_image.h"
 
 #include <algorithm>
+#include <bit>
 #include <numeric>
 
 #include "apps/error.h"
@@ -13,9 +14,11 @@ namespace {
 constexpr size_t kMaxDirectories = 4096;
 
 void readPhase(TIFF* tiff, TiffImage& image) {
+  constexpr uint16_t rectangular = 1;
   uint16_t* repeat = nullptr;
-  uint16_t count = 0;
+  uint16_t count = 0, layout = rectangular;
   uint8_t* pattern = nullptr;
+  TIFFGetField(tiff, TIFFTAG_CFALAYOUT, &layout);
   if (!TIFFGetField(tiff, TIFFTAG_CFAREPEATPATTERNDIM, &repeat) ||
       !TIFFGetField(tiff, TIFFTAG_CFAPATTERN, &count, &pattern))
     image.phaseFault = "TIFF: a mosaic without CFARepeatPatternDim and CFAPattern";
@@ -23,6 +26,9 @@ void readPhase(TIFF* tiff, TiffImage& image) {
     image.phaseFault =
         fmt::format("TIFF: a mosaic of {}x{} filters, {} of them named: 2x2 are expected",
                     repeat[1], repeat[0], count);
+  else if (layout != rectangular)
+    image.phaseFault =
+        fmt::format("TIFF: CFALayout {}: a rectangular mosaic, 1, is expected", layout);
   else if (const uint32_t phase = phaseOfBlock({pattern[0], pattern[1], pattern[2], pattern[3]});
            phase != VISTREL_MONO)
     image.phase = phase;
@@ -37,6 +43,19 @@ std::optional<double> meanOf(TIFF* tiff, uint32_t tag) {
   T* values = nullptr;
   if (!TIFFGetField(tiff, tag, &count, &values) || !count) return {};
   return std::accumulate(values, values + count, 0.0) / count;
+}
+
+// A photometric interpretation in which 0 is white, or the table of a DNG.
+std::vector<uint16_t> tableOf(TIFF* tiff, const TiffImage& image) {
+  uint16_t count = 0;
+  uint16_t* values = nullptr;
+  if (TIFFGetField(tiff, TIFFTAG_LINEARIZATIONTABLE, &count, &values) && count)
+    return {values, values + count};
+  if (image.photometric != PHOTOMETRIC_MINISWHITE || image.bits > 16) return {};
+  std::vector<uint16_t> inverse(size_t{1} << image.bits);
+  for (size_t i = 0; i < inverse.size(); ++i)
+    inverse[i] = static_cast<uint16_t>(inverse.size() - 1 - i);
+  return inverse;
 }
 
 // Sets the active area, if the file specifies one.
@@ -65,7 +84,7 @@ TiffImage currentImage(const TiffInput& tiff) {
   image.compression = tiff.get<uint16_t>(TIFFTAG_COMPRESSION, COMPRESSION_NONE);
   image.sampleFormat = tiff.get<uint16_t>(TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
   image.reduced = tiff.get<uint32_t>(TIFFTAG_SUBFILETYPE, 0) & FILETYPE_REDUCEDIMAGE;
-  image.isLinear = !meanOf<uint16_t>(t, TIFFTAG_LINEARIZATIONTABLE);
+  image.table = tableOf(t, image);
   image.white = meanOf<uint32_t>(t, TIFFTAG_WHITELEVEL);
   return image;
 }
@@ -92,7 +111,23 @@ std::vector<TiffImage> allImages(TiffInput& tiff) {
   return images;
 }
 
+// That of the white level or the table; 0 if there is neither.
+uint64_t largestSample(const TiffImage& image) {
+  const auto white = static_cast<uint64_t>(image.white.value_or(0));
+  return image.table.empty() ? white : std::max<uint64_t>(white, std::ranges::max(image.table));
+}
+
 }  // namespace
+
+uint32_t bytesPerSample(const TiffImage& image) {
+  return (image.table.empty() ? image.bits > 8 : largestSample(image) > 255) ? 2 : 1;
+}
+
+uint32_t significantBits(const TiffImage& image) {
+  const auto bits = static_cast<uint32_t>(std::bit_width(largestSample(image)));
+  if (!image.table.empty()) return std::clamp(bits, 8u, 8 * bytesPerSample(image));
+  return bits >= 8 && bits < image.bits ? bits : image.bits;
+}
 
 std::vector<TiffImage> findTiffFrames(TiffInput& tiff) {
   std::vector<TiffImage> images = allImages(tiff), frames;
@@ -101,7 +136,7 @@ std::vector<TiffImage> findTiffFrames(TiffInput& tiff) {
   };
   keep([](const TiffImage& i) { return i.photometric == PHOTOMETRIC_CFA && !i.reduced; });
   keep([](const TiffImage& i) {
-    return i.photometric == PHOTOMETRIC_MINISBLACK && i.samplesPerPixel == 1 && !i.reduced;
+    return i.photometric <= PHOTOMETRIC_MINISBLACK && i.samplesPerPixel == 1 && !i.reduced;
   });
   if (frames.empty())
     throwError(

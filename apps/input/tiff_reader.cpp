@@ -1,7 +1,6 @@
 #include "apps/input/readers.h"
 
 #include <algorithm>
-#include <bit>
 
 #include "apps/error.h"
 #include "apps/input/tiff_blocks.h"
@@ -34,19 +33,10 @@ void checkImage(const TiffImage& image) {
   if (image.sampleFormat != SAMPLEFORMAT_UINT && image.sampleFormat != SAMPLEFORMAT_VOID)
     throwError(kRejected, "TIFF: sample format {}: unsigned whole numbers, 1, are expected",
                image.sampleFormat);
-  if (!image.isLinear)
-    throwError(kRejected, "TIFF: its samples need a LinearizationTable, which is not supported");
   if (!isKnown(image.compression))
     throwError(kRejected,
                "TIFF: compression {}: none (1), LZW (5), deflate (8) and PackBits (32773) are read",
                image.compression);
-}
-
-// The bits that the white level needs; it need not be 2^n - 1.
-uint32_t significantBits(const TiffImage& image) {
-  const auto white = std::bit_width(static_cast<uint64_t>(image.white.value_or(0)));
-  const auto bits = static_cast<uint32_t>(white);
-  return bits >= 8 && bits < image.bits ? bits : image.bits;
 }
 
 class TiffReader : public Reader {
@@ -58,7 +48,8 @@ class TiffReader : public Reader {
     std::erase_if(images_, [first](const TiffImage& i) {
       return i.width != first.width || i.height != first.height || i.bits != first.bits ||
              i.x != first.x || i.y != first.y || i.columns != first.columns ||
-             i.rows != first.rows || i.compression != first.compression || i.phase != first.phase;
+             i.rows != first.rows || i.compression != first.compression || i.phase != first.phase ||
+             i.table != first.table;
     });
     describe(first);
     checkLength(first);
@@ -76,9 +67,9 @@ class TiffReader : public Reader {
     d.format = isDng_ ? "DNG" : "TIFF";
     d.width = first.width;
     d.height = first.height;
-    d.bytesPerSample = first.bits > 8 ? 2 : 1;
+    d.bytesPerSample = bytesPerSample(first);
     d.bits = significantBits(first);
-    d.bitsKnown = d.bits < 16 || first.white;
+    d.bitsKnown = d.bits < 16 || first.white || !first.table.empty();
     d.phase = first.phase;
     d.phaseFault = first.phaseFault;
     d.frames = images_.size();
@@ -121,7 +112,7 @@ std::optional<uint64_t> compressedFrame(const Source& source) {
   return frame.offset;
 }
 
-std::unique_ptr<Reader> openTiff(const Source& source) {
+std::unique_ptr<Reader> openTiff(const Source& source, const InputOptions&) {
   if (const auto offset = compressedFrame(source)) return openCompressedDng(source, *offset);
   return std::make_unique<TiffReader>(source);
 }

@@ -3,16 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "apps/look/real.h"
-
 namespace vistrel::app {
 namespace {
 
 constexpr double kLuminance[] = {0.2126, 0.7152, 0.0722};
-
-double power(double x, double exponent) { return x > 0 ? exp2Of(exponent * log2Of(x)) : 0; }
-
-double asinhOf(double x) { return log2Of(x + std::sqrt(x * x + 1)); }
 
 using Colour = std::array<double, 3>;
 
@@ -23,17 +17,6 @@ Colour applied(const ColourMatrix& matrix, const Colour& c) {
 }
 
 }  // namespace
-
-double encoded(const Transfer& transfer, double x) {
-  x = std::clamp(x, 0.0, 1.0);
-  const double parameter = transfer.parameter / 1000.0;
-  switch (transfer.curve) {
-    case Curve::kSrgb: return x <= 0.0031308 ? 12.92 * x : 1.055 * power(x, 1 / 2.4) - 0.055;
-    case Curve::kGamma: return power(x, 1 / parameter);
-    case Curve::kAsinh: return asinhOf(parameter * x) / asinhOf(parameter);
-    default: return x;
-  }
-}
 
 Brightness::Brightness(std::span<const Block> blocks, const Look& look) {
   const auto [least, largest] = std::minmax_element(look.gains.begin(), look.gains.end());
@@ -70,11 +53,11 @@ double Brightness::lightOf(uint32_t level) {
   return root * root;
 }
 
-double Brightness::mean(double exposure, const Transfer& transfer) const {
+double Brightness::mean(double exposure, const CurveSketch& curve) const {
   double sum = 0;
   for (uint32_t level = 0; level < kLevels; ++level) {
     if (weights_[level] == 0) continue;
-    sum += weights_[level] * encoded(transfer, exposure * amplification_ * lightOf(level));
+    sum += weights_[level] * curve.at(exposure * amplification_ * lightOf(level));
   }
   return sum;
 }

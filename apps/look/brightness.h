@@ -3,12 +3,10 @@
 
 #include <span>
 
+#include "apps/look/curve.h"
 #include "apps/look/frame_statistics.h"
 
 namespace vistrel::app {
-
-// Where a curve puts linear light x, 0 to 1, from 0 to 1.
-double encoded(const Transfer& transfer, double x);
 
 // The colours of a frame as gains, highlights and matrix leave them, before exposure: 1 is what
 // clips with a gain of 1.
@@ -17,7 +15,7 @@ class Brightness {
   Brightness(std::span<const Block> blocks, const Look& look);
 
   // The mean luminance of the encoded colours, by BT.709's weights, from 0 to 1.
-  double mean(double exposure, const Transfer& transfer) const;
+  double mean(double exposure, const CurveSketch& curve) const;
 
   // The level that this part of the blocks that aren't clipped stay below in all colours.
   double highlight(double part) const;

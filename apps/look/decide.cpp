@@ -32,11 +32,10 @@ Look decideLook(const vistrel_frame& frame, const LookChoice& choice,
   if (isMono) known.gains.reset(), known.matrix.reset();
   const auto places = histogramsOf(frame, region);
   Look look;
-  const Histogram samples = sumOf(places);
-  const uint32_t fullScale = fullScaleOf(samples, frame.bits);
-  look.white = known.white ? *known.white : whiteOf(samples, fullScale);
+  const uint32_t fullScale = fullScaleOf(sumOf(places), frame.bits);
+  look.white = known.white ? *known.white : whiteOf(places, fullScale);
   look.neutralHighlights = known.neutralHighlights.value_or(true);
-  if (mode == LookMode::kAstro || (mode == LookMode::kAuto && isSky(places))) {
+  if (mode == LookMode::kAstro || (mode == LookMode::kAuto && isSky(frame, places, region))) {
     decideSky(frame, places, known, region, look);
     return look;
   }

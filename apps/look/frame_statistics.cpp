@@ -82,6 +82,19 @@ std::array<Histogram, 4> histogramsOf(const vistrel_frame& frame, const vistrel_
   return places;
 }
 
+std::array<Histogram, 4> differencesOf(const vistrel_frame& frame, const vistrel_region& region) {
+  const vistrel_region r = wholeIfEmpty(frame, region);
+  const SampleRows rows(frame);
+  std::array<Histogram, 4> places;
+  places.fill(Histogram(size_t{1} << frame.bits));
+  for (uint32_t y = r.y; y < r.y + r.height; ++y)
+    for (uint32_t x = r.x; x + 2 < r.x + r.width; ++x) {
+      const uint32_t one = rows.at(x, y), other = rows.at(x + 2, y);
+      ++places[2 * (y % 2) + x % 2][std::max(one, other) - std::min(one, other)];
+    }
+  return places;
+}
+
 Histogram sumOf(const std::array<Histogram, 4>& places) {
   Histogram sum(places[0].size());
   for (const Histogram& place : places)
@@ -111,6 +124,17 @@ std::array<uint32_t, 4> coloursOf(uint32_t phase) {
     case VISTREL_GBRG: return {VISTREL_GREEN, VISTREL_BLUE, VISTREL_RED, VISTREL_GREEN};
     default: return {VISTREL_GREEN, VISTREL_GREEN, VISTREL_GREEN, VISTREL_GREEN};
   }
+}
+
+uint64_t balancedSamples(const vistrel_frame& frame, uint32_t white, const vistrel_region& region) {
+  const vistrel_region r = wholeIfEmpty(frame, region);
+  if (!white) return uint64_t{r.width} * r.height;
+  const FrameBlocks reader(frame, {}, white);
+  uint64_t count = 0;
+  for (uint32_t y = r.y + r.y % 2; y + 1 < r.y + r.height; y += 2)
+    for (uint32_t x = r.x + r.x % 2; x + 1 < r.x + r.width; x += 2)
+      if (!reader.mosaic(x, y).clipped) count += 4;
+  return count;
 }
 
 std::vector<Block> blocksOf(const vistrel_frame& frame, const BlackLevels& black, uint32_t white,

@@ -18,6 +18,9 @@ using Histogram = std::vector<uint64_t>;
 std::array<Histogram, 4> histogramsOf(const vistrel_frame& frame,
                                       const vistrel_region& region = {});
 
+// The differences of each sample to the next one of its place in the row, in the same way.
+std::array<Histogram, 4> differencesOf(const vistrel_frame& frame, const vistrel_region& region);
+
 Histogram sumOf(const std::array<Histogram, 4>& places);
 uint64_t countOf(const Histogram& histogram);
 
@@ -32,6 +35,10 @@ struct Block {
   std::array<float, 3> colour;  // red, green, blue from black, 0, to white, 1; equal if mono
   bool clipped;                 // a sample has reached white
 };
+
+// The samples that count for gray-world gains: those of the region, or if there is a white level,
+// of its blocks without a sample that reaches it.
+uint64_t balancedSamples(const vistrel_frame& frame, uint32_t white, const vistrel_region& region);
 
 // At most about `kMaxBlocks` blocks, evenly spaced.
 constexpr uint32_t kMaxBlocks = 200'000;

@@ -6,8 +6,8 @@
 namespace vistrel::app {
 namespace {
 
-constexpr double kDarkOutliers = 0.0002, kDark = 0.005, kBrightOutliers = 0.0005,
-                 kLeastClipped = 0.0001;
+constexpr double kDarkOutliers = 0.0002, kDarkShare = 0.005, kBrightShare = 0.995,
+                 kBrightOutliers = 0.0005, kLeastClipped = 0.0001;
 constexpr double kSpike = 5, kPile = 3;  // times the counts below
 
 uint32_t highestOf(const Histogram& samples) {
@@ -54,8 +54,8 @@ class Steps {
   uint32_t width() const { return width_; }
 
  private:
-  static constexpr uint32_t kReach = 4;   // of a pile's own noise
-  static constexpr uint32_t kLowest = 8;  // that can be white
+  static constexpr uint32_t kReach = 4;    // of a pile's own noise
+  static constexpr uint32_t kLowest = 64;  // that can be white
 
   // The mean peak of the steps below a pile.
   double below(uint32_t step) const {
@@ -68,10 +68,17 @@ class Steps {
   std::array<double, 256> counts_{}, peaks_{};
 };
 
+// Whether more than half of a place's samples are not below `level`: of a plain surface, if that is
+// not near full scale.
+auto mostReach(uint32_t level) {
+  return
+      [level](const Histogram& place) { return countOf(place) && quantile(place, 0.5) >= level; };
+}
+
 // The value of the darkest samples. Those below a gap are dead pixels.
 uint32_t darkEnd(const Histogram& samples, uint32_t gap) {
   const uint32_t least = quantile(samples, kDarkOutliers);
-  uint32_t dark = quantile(samples, kDark);
+  uint32_t dark = quantile(samples, kDarkShare);
   for (uint32_t value = dark; value > least && dark - value <= gap;)
     if (samples[--value]) dark = value;
   return dark;
@@ -85,20 +92,25 @@ uint32_t fullScaleOf(const Histogram& samples, uint32_t bits) {
   return (1u << std::max(used, 8u)) - 1;
 }
 
-uint32_t whiteOf(const Histogram& samples, uint32_t fullScale) {
+uint32_t whiteOf(const std::array<Histogram, 4>& places, uint32_t fullScale) {
+  const Histogram samples = sumOf(places);
   const Steps steps(samples, fullScale);
   const uint32_t step = steps.clipped(static_cast<double>(countOf(samples)));
   if (!step) return fullScale;
-  if (!steps.isSharp(step)) return steps.lowestOfPile(step) * steps.width();
+  const uint32_t lowest = steps.lowestOfPile(step) * steps.width();
+  if (lowest < fullScale / 8 * 7 && std::ranges::any_of(places, mostReach(lowest)))
+    return fullScale;
+  if (!steps.isSharp(step)) return lowest;
   const auto begin = samples.begin() + step * steps.width();
   return static_cast<uint32_t>(std::max_element(begin, begin + steps.width()) - samples.begin());
 }
 
 uint32_t blackOf(const std::array<Histogram, 4>& places, uint32_t fullScale) {
-  uint32_t black = fullScale / 8;
+  uint32_t dark = fullScale;
   for (const Histogram& place : places)
-    if (countOf(place)) black = std::min(black, darkEnd(place, fullScale / 128));
-  return black;
+    if (countOf(place)) dark = std::min(dark, darkEnd(place, fullScale / 128));
+  const uint32_t bright = std::max(dark, quantile(sumOf(places), kBrightShare));
+  return std::min({dark, bright - dark, fullScale / 8});
 }
 
 }  // namespace vistrel::app

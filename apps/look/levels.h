@@ -9,12 +9,15 @@ namespace vistrel::app {
 // may be lower.
 uint32_t fullScaleOf(const Histogram& samples, uint32_t bits);
 
-// The value at which the sensor clips, if the histogram shows it; full scale otherwise.
-uint32_t whiteOf(const Histogram& samples, uint32_t fullScale);
+// The value at which the sensor clips, if the histograms show it above a quarter of full scale;
+// full scale otherwise. A value below seven eighths that most samples of a place have is that of a
+// plain surface.
+uint32_t whiteOf(const std::array<Histogram, 4>& places, uint32_t fullScale);
 
 // The level of the darkest samples of all places, apart from outliers. One level for all, since a
-// scene's colours make the places differ more than a sensor does; at most an eighth of full scale,
-// so that a frame without darkness keeps its contrast.
+// scene's colours make the places differ more than a sensor does. At most an eighth of full scale,
+// and at most the span from the darkest to the brightest samples, so that a frame without darkness
+// keeps its contrast, such as a plain wall.
 uint32_t blackOf(const std::array<Histogram, 4>& places, uint32_t fullScale);
 
 }  // namespace vistrel::app

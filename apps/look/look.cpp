@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "apps/error.h"
+#include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
 namespace {
@@ -58,15 +59,14 @@ std::string decimalsOf(const std::array<T, n>& numbers) {
   return fmt::format("{:.4f}", fmt::join(values, ":"));
 }
 
-struct CurveName {
-  Curve curve;
-  std::string_view name;
-  uint32_t least, most;  // of the parameter, in thousandths; 0 without one
+// Of a curve's parameter, in thousandths; 0 without one.
+struct Range {
+  uint32_t least = 0, most = 0;
 };
-constexpr CurveName kCurves[] = {{Curve::kLinear, "linear", 0, 0},
-                                 {Curve::kSrgb, "srgb", 0, 0},
-                                 {Curve::kGamma, "gamma", 100, 10'000},
-                                 {Curve::kAsinh, "asinh", 1, 1'000'000'000}};
+Range parametersOf(Curve curve) {
+  if (curve == Curve::kGamma) return {100, 10'000};
+  return curve == Curve::kAsinh ? Range{1, 1'000'000'000} : Range{};
+}
 
 bool parseBlack(KnownLook& look, std::string_view text) {
   const auto parse = [](std::string_view item, uint32_t& level) {
@@ -106,13 +106,14 @@ bool parseExposure(KnownLook& look, std::string_view text) {
 
 bool parseCurve(KnownLook& look, std::string_view text) {
   const size_t colon = text.find(':');
-  const auto curve = std::ranges::find(kCurves, text.substr(0, colon), &CurveName::name);
-  if (curve == std::end(kCurves)) return false;
+  const auto curve = tryParseTransfer(std::string(text.substr(0, colon)).c_str());
+  if (!curve) return false;
   Transfer& transfer = look.transfer.emplace();
-  transfer.curve = curve->curve;
-  if (!curve->most) return colon == text.npos;
-  return colon != text.npos && parseNumber(text.substr(colon + 1), kThousand, curve->least,
-                                           curve->most, transfer.parameter);
+  transfer.curve = static_cast<Curve>(*curve);
+  const auto [least, most] = parametersOf(transfer.curve);
+  if (!most) return colon == text.npos;
+  return colon != text.npos &&
+         parseNumber(text.substr(colon + 1), kThousand, least, most, transfer.parameter);
 }
 
 bool parseHighlights(KnownLook& look, std::string_view text) {
@@ -155,8 +156,16 @@ std::string partNames() {
   return names;
 }
 
-const Part& parsePart(std::string_view item, KnownLook& known) {
+// `text` is the whole, of which the item is a part.
+const Part& parsePart(std::string_view text, std::string_view item, KnownLook& known) {
   const size_t equals = item.find('=');
+  if (item.empty())
+    throwError(kUsage,
+               "--look {}: a part is empty; auto, linear, srgb, astro or NAME=VALUE is "
+               "expected",
+               text);
+  if (std::ranges::count(kModes, item, &ModeName::name))
+    throwError(kUsage, "--look {}: only the first part can be a mode, such as {}", text, item);
   if (equals == item.npos)
     throwError(kUsage, "--look {}: NAME=VALUE is expected, or first auto, linear, srgb or astro",
                item);
@@ -175,13 +184,13 @@ void checkOrder(const KnownLook& known) {
     throwError(kUsage, "--look: white={} is not above black={}", *known.white, black);
 }
 
-std::string curveText(const Transfer& transfer) {
-  const auto curve = std::ranges::find(kCurves, transfer.curve, &CurveName::curve);
-  if (!curve->most) return std::string(curve->name);
-  return fmt::format("{}:{:.3f}", curve->name, transfer.parameter / kThousand);
-}
-
 }  // namespace
+
+std::string transferText(const Transfer& transfer) {
+  const char* const name = transferName(static_cast<uint32_t>(transfer.curve));
+  if (!parametersOf(transfer.curve).most) return name;
+  return fmt::format("{}:{:.3f}", name, transfer.parameter / kThousand);
+}
 
 LookChoice parseLook(std::string_view text) {
   LookChoice choice;
@@ -193,7 +202,7 @@ LookChoice parseLook(std::string_view text) {
   }
   std::vector<const Part*> seen;
   for (const std::string_view item : items) {
-    const Part& part = parsePart(item, choice.known);
+    const Part& part = parsePart(text, item, choice.known);
     if (std::ranges::count(seen, &part))
       throwError(kUsage, "--look {}: {} is there twice", text, part.name);
     seen.push_back(&part);
@@ -202,11 +211,15 @@ LookChoice parseLook(std::string_view text) {
   return choice;
 }
 
-std::string lookText(const Look& look) {
-  return fmt::format("black={},white={},gains={},matrix={},exposure={:.4f},curve={},highlights={}",
-                     fmt::join(look.black, ":"), look.white, decimalsOf(look.gains),
-                     decimalsOf(look.matrix), static_cast<double>(look.exposure) / kLookOne,
-                     curveText(look.transfer), look.neutralHighlights ? "neutral" : "clip");
+std::string lookText(const Look& look, bool isMono) {
+  const std::string levels =
+      fmt::format("black={},white={}", fmt::join(look.black, ":"), look.white);
+  const std::string tone =
+      fmt::format("exposure={:.4f},curve={}", static_cast<double>(look.exposure) / kLookOne,
+                  transferText(look.transfer));
+  if (isMono) return levels + "," + tone;
+  return fmt::format("{},gains={},matrix={},{},highlights={}", levels, decimalsOf(look.gains),
+                     decimalsOf(look.matrix), tone, look.neutralHighlights ? "neutral" : "clip");
 }
 
 }  // namespace vistrel::app

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "vistrel/vistrel_finish.h"
+
 namespace vistrel::app {
 
 // 1 in gains, matrices and exposures, which count in 1/4096.
@@ -17,7 +19,13 @@ constexpr uint32_t kMaxLookGain = 16 * kLookOne;
 constexpr int32_t kMaxMatrixRow = 32767;  // of the absolute values of a row, added
 constexpr uint32_t kMaxExposure = 1024 * kLookOne;
 
-enum class Curve { kLinear, kSrgb, kGamma, kAsinh };
+// The library's codes.
+enum class Curve {
+  kLinear = VISTREL_TRANSFER_LINEAR,
+  kSrgb = VISTREL_TRANSFER_SRGB,
+  kGamma = VISTREL_TRANSFER_GAMMA,
+  kAsinh = VISTREL_TRANSFER_ASINH
+};
 
 struct Transfer {
   Curve curve = Curve::kSrgb;
@@ -70,7 +78,11 @@ struct LookChoice {
 // Parses a mode, NAME=VALUE,... or a mode followed by the latter. Throws ProgramError (usage).
 LookChoice parseLook(std::string_view text);
 
-// NAME=VALUE,... of all parts; parseLook makes the same integers of it.
-std::string lookText(const Look& look);
+// "srgb", "asinh:50.000".
+std::string transferText(const Transfer& transfer);
+
+// NAME=VALUE,... of all parts, but for colours of mono frames; parseLook makes the same integers of
+// it.
+std::string lookText(const Look& look, bool isMono = false);
 
 }  // namespace vistrel::app

@@ -14,6 +14,8 @@ namespace {
 constexpr double kSkyLuminance = 0.125;  // of the encoded picture
 constexpr double kLinearSky = 0.1;       // in linear light
 constexpr double kStars = 0.9999;        // of the samples stay below white
+constexpr double kLeastDeviation = 0.5;  // what whole numbers show
+constexpr double kSkySteps = 8;          // of the curve below the sky's level, to look it up
 constexpr double kDepth = 4;             // black is at most that many deviations below the sky
 
 // Median and deviation, from the median of absolute deviations.
@@ -26,16 +28,18 @@ Peak peakOf(const Histogram& samples) {
   Histogram distances(samples.size());
   for (uint32_t value = 0; value < samples.size(); ++value)
     distances[value > median ? value - median : median - value] += samples[value];
-  return {static_cast<double>(median), std::max(1.4826 * quantile(distances, 0.5), 0.5)};
+  return {static_cast<double>(median),
+          std::max(1.4826 * quantile(distances, 0.5), kLeastDeviation)};
 }
 
 // The normal distribution has 90 % within 1.64 deviations. Dark samples may be clipped at 0.
-bool isNoise(const Histogram& samples, const Peak& peak) {
+bool isNormal(const Histogram& samples, const Peak& peak) {
   const auto distance = [&](double part) {
     return (quantile(samples, part) - peak.median) / peak.deviation;
   };
   const double asymmetry = distance(0.75) + distance(0.25);
-  return std::max(asymmetry, -asymmetry) <= 0.3 && distance(0.95) <= 2.5 && distance(0.05) <= -1;
+  return std::max(asymmetry, -asymmetry) <= 0.5 && distance(0.95) <= 2.5 &&
+         (distance(0.05) <= -1 || quantile(samples, 0.05) == 0);
 }
 
 bool hasStars(const Histogram& samples, const Peak& peak) {
@@ -43,12 +47,22 @@ bool hasStars(const Histogram& samples, const Peak& peak) {
          quantile(samples, kStars) >= peak.median + 20 * peak.deviation;
 }
 
-bool hasSky(const Histogram& samples) {
+// The part of the deviation that is noise, from the median difference of neighbours. Neighbours
+// that hardly differ tell nothing.
+double noiseOf(const Histogram& differences, const Peak& peak) {
+  const double noise = 1.4826 / 1.4142 * quantile(differences, 0.5);
+  return peak.deviation <= kLeastDeviation ? 1 : noise / peak.deviation;
+}
+
+bool hasSky(const Histogram& samples, const Histogram& differences) {
   const double fullScale = static_cast<double>(samples.size() - 1);
   const Peak peak = peakOf(samples);
-  if (peak.median > fullScale / 3) return false;
-  return (peak.deviation <= fullScale / 100 && isNoise(samples, peak)) ||
-         (peak.deviation <= fullScale / 40 && hasStars(samples, peak));
+  const double noise = noiseOf(differences, peak);
+  const bool isPlain = peak.median <= fullScale / 16 && peak.deviation <= fullScale / 100 &&
+                       noise >= 0.7 && isNormal(samples, peak);
+  const bool isStarry = peak.median <= fullScale / 3 && peak.deviation <= fullScale / 40 &&
+                        noise >= 0.4 && hasStars(samples, peak);
+  return isPlain || isStarry;
 }
 
 // Red, green and blue of the sky; a mono frame has the same three times.
@@ -96,19 +110,23 @@ BlackLevels blackBelow(const std::array<Peak, 3>& sky, const Look& look, uint32_
 
 // The asinh that puts the sky's level, after exposure, at its luminance.
 Transfer stretch(double sky) {
+  const auto points = static_cast<size_t>(kSkySteps / std::clamp(sky, kSkySteps / 65535, 1.0)) + 1;
   uint32_t low = 1000, high = 1'000'000'000;
   while (high - low > 1000) {
     const uint32_t middle = low + (high - low) / 2;
-    (encoded({Curve::kAsinh, middle}, sky) >= kSkyLuminance ? high : low) = middle;
+    (CurveSketch({Curve::kAsinh, middle}, points).at(sky) >= kSkyLuminance ? high : low) = middle;
   }
   return {Curve::kAsinh, high / 1000 * 1000};
 }
 
 }  // namespace
 
-bool isSky(const std::array<Histogram, 4>& places) {
-  return std::all_of(places.begin(), places.end(),
-                     [](const Histogram& place) { return countOf(place) && hasSky(place); });
+bool isSky(const vistrel_frame& frame, const std::array<Histogram, 4>& places,
+           const vistrel_region& region) {
+  const auto differences = differencesOf(frame, region);
+  for (size_t place = 0; place < 4; ++place)
+    if (!countOf(places[place]) || !hasSky(places[place], differences[place])) return false;
+  return true;
 }
 
 void decideSky(const vistrel_frame& frame, const std::array<Histogram, 4>& places,

@@ -5,9 +5,10 @@
 
 namespace vistrel::app {
 
-// Whether the samples of all places form a narrow, dark peak: that of noise, or with few samples
-// far above it.
-bool isSky(const std::array<Histogram, 4>& places);
+// Whether the samples of all places form a narrow, dark peak of noise, or one with few samples far
+// above it. Neighbours differ as much in noise as any two samples do, unlike in other dark scenes.
+bool isSky(const vistrel_frame& frame, const std::array<Histogram, 4>& places,
+           const vistrel_region& region);
 
 // Sets all parts of the look that aren't known, from its white and matrix.
 void decideSky(const vistrel_frame& frame, const std::array<Histogram, 4>& places,

@@ -1,5 +1,7 @@
 #include "apps/names/curve_names.h"
 
+#include "apps/names/nearest_name.h"
+
 namespace vistrel::app {
 namespace {
 
@@ -24,7 +26,7 @@ std::string curveNameList(const std::string& between) {
 
 std::optional<uint32_t> findCurve(const std::string& text) {
   for (const CurveName& curve : kCurves)
-    if (text == curve.name || text == std::to_string(curve.number)) return curve.number;
+    if (isSameName(text, curve.name) || text == std::to_string(curve.number)) return curve.number;
   return {};
 }
 

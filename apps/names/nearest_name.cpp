@@ -28,6 +28,10 @@ size_t distanceOf(std::string_view a, std::string_view b) {
 
 }  // namespace
 
+bool isSameName(std::string_view one, std::string_view other) {
+  return std::ranges::equal(one, other, areAlike);
+}
+
 std::string nearestName(std::string_view text, const std::vector<std::string>& names) {
   std::string nearest;
   size_t least = text.size() / 4 + 1;

@@ -1,4 +1,4 @@
-// Suggests a name for one that is misspelt.
+// Compares names, and suggests one for another that is misspelt.
 #pragma once
 
 #include <string>
@@ -6,6 +6,9 @@
 #include <vector>
 
 namespace vistrel::app {
+
+// Whether the names are the same, case ignored.
+bool isSameName(std::string_view one, std::string_view other);
 
 // The first of the names that the fewest edits of single characters lead to, case ignored. Empty if
 // it takes more than one edit for every four characters.

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "apps/error.h"
+#include "apps/names/nearest_name.h"
 
 namespace vistrel::app {
 namespace {
@@ -15,7 +16,7 @@ bool hasThreshold(const vistrel_algorithm& a) { return a.code == VISTREL_EDGE; }
 
 std::optional<AlgorithmChoice> find(std::string_view name) {
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
-    if (name == a->name) return algorithmAt(i);
+    if (isSameName(name, a->name)) return algorithmAt(i);
   return {};
 }
 

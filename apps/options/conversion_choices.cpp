@@ -58,6 +58,9 @@ std::vector<std::string> ConversionOptions::unusedOptions(const vistrel_frame& f
   if (mono && algorithm) onMono(std::string("--algorithm ") + algorithm->row->name);
   if (mono && preparation.edges == "padded") onMono("--edges padded");
   if (mono && !gray.empty()) onMono("--gray " + gray);
+  if (preparation.white && !preparation.grayWorld)
+    unused.push_back(fmt::format("--white {} has no effect without --wb auto", preparation.white));
+  if (means && binning == 1) unused.push_back("--bin-means has no effect without --bin");
   if (depth == "reduce10" && frame.bits < 10)
     unused.push_back(
         fmt::format("--depth reduce10 has no effect: the frame has {} bits", frame.bits));

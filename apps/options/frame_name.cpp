@@ -22,11 +22,8 @@ std::string_view lastWord(std::string_view stem) { return stem.substr(stem.rfind
 }  // namespace
 
 FrameName parseFrameName(std::string_view stem) {
-  FrameName name{0, VISTREL_MONO};
-  if (const auto phase = findPhase(lastWord(stem))) {
-    name.phase = *phase;
-    stem = stem.substr(0, stem.rfind('_'));
-  }
+  FrameName name{0, findPhase(lastWord(stem))};
+  if (name.phase) stem = stem.substr(0, stem.rfind('_'));
   const std::string_view word = lastWord(stem);
   const char* const wordEnd = word.data() + word.size();
   const auto [digitsEnd, error] = std::from_chars(word.data(), wordEnd, name.bits);

@@ -1,14 +1,15 @@
-// Bits and phase from the name of a file: ..._12b_rggb.pgm, ..._8b.pgm.
+// Bits and phase from the name of a file: ..._12b_rggb.pgm, ..._8b_mono.pgm, ..._8b.pgm.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace vistrel::app {
 
 struct FrameName {
   uint32_t bits;
-  uint32_t phase;  // VISTREL_MONO if no phase follows the bits
+  std::optional<uint32_t> phase;  // if one follows the bits
 };
 
 // Throws ProgramError (rejected) if the name has no bits.

@@ -31,8 +31,10 @@ Size parseSize(std::string_view option, std::string_view text) {
 
 vistrel_region parseRegion(std::string_view option, std::string_view text) {
   uint32_t n[4];
+  const char* const between = option.ends_with(':') ? "" : " ";
   if (!parseNumbers(text, "x++", n))
-    throwError(kUsage, "{} {}: WxH+X+Y is expected, such as 640x480+16+8", option, text);
+    throwError(kUsage, "{}{}{}: WxH+X+Y is expected, such as 640x480+16+8", option, between, text);
+  if (!n[0] && !n[1]) throwError(kUsage, "{}{}{}: it is empty", option, between, text);
   return {n[2], n[3], n[0], n[1]};
 }
 

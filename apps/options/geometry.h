@@ -15,7 +15,8 @@ struct Size {
 // Parses WxH, both at least 1. Throws ProgramError (usage) that names `option`.
 Size parseSize(std::string_view option, std::string_view text);
 
-// Parses WxH+X+Y. Accepts a size of 0, which the conversion rejects.
+// Parses WxH+X+Y. Accepts a size of 0, which the conversion rejects, but for 0x0+0+0, which means
+// the whole frame there.
 vistrel_region parseRegion(std::string_view option, std::string_view text);
 
 // As users type it.

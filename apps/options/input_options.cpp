@@ -2,6 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <charconv>
+#include <cmath>
+
 #include "apps/error.h"
 #include "apps/options/frame_name.h"
 #include "apps/options/options.h"
@@ -57,6 +60,23 @@ void addLayoutOptions(CLI::Option_group& input, InputOptions& options, CLI::Opti
       ->excludes(stride);
 }
 
+// "0:1", "-0.5:1e4"
+RealRange parseRange(const std::string& text) {
+  constexpr double kMost = 1e30, kLeastDistance = 1e-30;
+  RealRange range{};
+  const char* const end = text.data() + text.size();
+  const auto low = std::from_chars(text.data(), end, range.low);
+  const bool isPair = low.ec == std::errc{} && low.ptr != end && *low.ptr == ':';
+  const auto high = isPair ? std::from_chars(low.ptr + 1, end, range.high) : low;
+  if (!isPair || high.ec != std::errc{} || high.ptr != end)
+    throwError(kUsage, "--range {}: LOW:HIGH is expected, such as 0:1", text);
+  if (!(std::abs(range.low) <= kMost && std::abs(range.high) <= kMost &&
+        range.high - range.low >= kLeastDistance))
+    throwError(kUsage, "--range {}: the second number has to be the larger one, both up to {}",
+               text, kMost);
+  return range;
+}
+
 }  // namespace
 
 void addInputOptions(CLI::App& command, InputOptions& options) {
@@ -66,6 +86,11 @@ void addInputOptions(CLI::App& command, InputOptions& options) {
   fromZero(
       input->add_option("--frame", options.frame, "Which frame of the file, counted from 0 (0)"))
       ->type_name("N");
+  input
+      ->add_option_function<std::string>(
+          "--range", [&options](const std::string& s) { options.range = parseRange(s); },
+          "Values of a FITS of real numbers that become 0 and 65535")
+      ->type_name("LOW:HIGH");
   input->add_flag("--from-name", options.fromName,
                   "Bits and phase from a name such as rose_12b_rggb.pgm");
 }

@@ -15,6 +15,11 @@ class Option;
 
 namespace vistrel::app {
 
+// Real numbers that become samples of 0 and 65535.
+struct RealRange {
+  double low, high;
+};
+
 struct InputOptions {
   std::optional<Size> size;             // of a headerless raw file
   const PixelFormat* pixfmt = nullptr;  // of a headerless raw file: phase, bits and packing
@@ -27,15 +32,16 @@ struct InputOptions {
   std::optional<uint32_t> phase;
   bool fromName = false;
   std::optional<uint64_t> frame;  // index of one frame among several
-  bool needsPhase = false;        // reject a file that doesn't specify its phase
-  bool arriving = false;          // frames of a pipe are converted before the next ones arrive
+  std::optional<RealRange> range;
+  bool needsPhase = false;  // reject a file that doesn't specify its phase
+  bool arriving = false;    // frames of a pipe are converted before the next ones arrive
 
   // Throws ProgramError (usage) if a required option is missing.
   void check() const;
   void checkWithPhase();  // sets needsPhase
 };
 
-// -s, --bits, --endian, --pixfmt, --align, --skip, --stride, --frame, --from-name.
+// -s, --bits, --endian, --pixfmt, --align, --skip, --stride, --frame, --range, --from-name.
 void addInputOptions(CLI::App& command, InputOptions& options);
 
 // --phase.

@@ -20,7 +20,7 @@ CLI::Option* fromZero(CLI::Option* option) {
     const char* const end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, number);
     if (error == std::errc{} && rest == end) return {};
-    return fmt::format("Value {} not in range 0 to {}", text, UINT64_MAX);
+    return fmt::format("Value {} is not a whole number from 0", text);
   };
   return option->check(CLI::Validator(fault, ""));
 }

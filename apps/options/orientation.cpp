@@ -27,10 +27,10 @@ uint32_t parseOrientation(std::string_view option, std::string_view text, std::s
 }
 
 void addOrientOption(CLI::App& command, std::optional<uint32_t>& orientation, bool automatic) {
-  const char* const meaning = automatic
-                                  ? "Turn clockwise: auto, as the file says (auto), 90, 180, "
-                                    "270, flipped, mirrored, upright"
-                                  : "Turn clockwise: 90, 180, 270, flipped, mirrored (upright)";
+  const std::string meaning =
+      fmt::format("Turn clockwise, mirror: {}{}; or TIFF's codes 1 to 8 ({})",
+                  automatic ? "auto, as the file says, " : "", fmt::join(kNames, ", "),
+                  automatic ? "auto" : kNames[0]);
   command
       .add_option_function<std::string>(
           "--orient",

@@ -20,7 +20,7 @@ struct PreparationOptions {
   bool grayWorld = false;
   std::optional<vistrel_region> balanceRegion;   // where gray-world gains are measured
   std::optional<std::array<uint32_t, 3>> gains;  // red, green, blue in 1/4096
-  std::string edges = "native";
+  std::string edges;                             // empty: native
 
   void apply(vistrel_conversion& conversion) const;
   OptionNames optionNames() const;

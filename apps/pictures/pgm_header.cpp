@@ -1,99 +1,84 @@
 #include "apps/pictures/pgm_header.h"
 
-#include <array>
-#include <cctype>
-#include <charconv>
 #include <limits>
 #include <string>
 
 #include "apps/error.h"
+#include "apps/pictures/pnm_words.h"
 
 namespace vistrel::app {
 namespace {
 
-constexpr int kEnd = std::char_traits<char>::eof();
+constexpr uint32_t kMaxSize = std::numeric_limits<uint32_t>::max(), kMaxMaxval = 65535;
 
-// Buffered access, byte by byte.
-class Cursor {
- public:
-  Cursor(const Source& source, uint64_t at) : source_(source), partAt_(at) {}
-
-  uint64_t at() const { return partAt_ + next_; }
-  int peek() {
-    if (next_ == count_) {
-      partAt_ += count_;
-      count_ = source_.readSome(partAt_, part_.data(), part_.size());
-      next_ = 0;
-    }
-    return next_ == count_ ? kEnd : static_cast<unsigned char>(part_[next_]);
-  }
-  int get() {
-    const int c = peek();
-    if (c != kEnd) ++next_;
-    return c;
-  }
-
- private:
-  const Source& source_;
-  uint64_t partAt_;
-  std::array<char, 256> part_;
-  size_t count_ = 0, next_ = 0;
-};
-
-void checkMagic(Cursor& in, char expected) {
-  const int p = in.get(), type = in.get();
-  if (p == 'P' && type == expected) return;
-  throwError(kRejected, "its type is P{}; of the PNM family this program reads binary PGM, P5",
-             static_cast<char>(type));
-}
-
-bool isSpace(int c) { return c == '#' || (c != kEnd && std::isspace(c)); }
-
-// Skips one white space character, or a comment, which counts as one.
-void skipOne(Cursor& in) {
-  if (in.get() != '#') return;
-  for (int c = in.get(); c != kEnd && c != '\n';) c = in.get();
-}
-
-std::string readWord(Cursor& in, const char* name) {
-  constexpr size_t kLongest = 24;
-  while (isSpace(in.peek())) skipOne(in);
-  if (in.peek() == kEnd) throwError(kRejected, "the header ends before the {}", name);
-  std::string word;
-  while (in.peek() != kEnd && !isSpace(in.peek()) && word.size() < kLongest)
-    word += static_cast<char>(in.get());
-  if (in.peek() == kEnd) throwError(kRejected, "the header ends with the {}", name);
-  return word;
-}
-
-uint32_t readNumber(Cursor& in, const char* name, uint32_t max) {
-  const std::string word = readWord(in, name);
-  uint32_t number = 0;
-  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-  const bool isNumber = *end == 0 && error != std::errc::invalid_argument;
-  if (!isNumber) throwError(kRejected, "{} {:?}: a number is expected", name, word);
-  if (error != std::errc{} || number < 1 || number > max)
-    throwError(kRejected, "{} {}: 1 to {} are allowed", name, word, max);
+uint32_t headerNumber(PnmWords& in, const char* name, uint32_t max) {
+  const uint32_t number = in.number(name, 1, max);
+  if (in.peek() == PnmWords::kEnd) throwError(kRejected, "the file ends with the {}", name);
   return number;
+}
+
+PgmHeader readNumbers(PnmWords& in, char type) {
+  PgmHeader header{};
+  header.type = type;
+  header.width = headerNumber(in, "width", kMaxSize);
+  header.height = headerNumber(in, "height", kMaxSize);
+  header.maxval = headerNumber(in, "maxval", kMaxMaxval);
+  in.skipOne();  // the next byte is a sample
+  header.phase = in.phase();
+  header.samplesAt = in.at();
+  return header;
+}
+
+// Lines of a keyword and its value.
+PgmHeader readPam(PnmWords& in) {
+  PgmHeader header{};
+  header.type = '7';
+  uint32_t depth = 0;
+  for (std::string word; (word = in.word()) != "ENDHDR";) {
+    if (word.empty()) throwError(kRejected, "the file ends within the header");
+    if (word == "WIDTH")
+      header.width = in.number("width", 1, kMaxSize);
+    else if (word == "HEIGHT")
+      header.height = in.number("height", 1, kMaxSize);
+    else if (word == "DEPTH")
+      depth = in.number("depth", 1, kMaxSize);
+    else if (word == "MAXVAL")
+      header.maxval = in.number("maxval", 1, kMaxMaxval);
+    else if (word != "TUPLTYPE")
+      throwError(kRejected, "PAM: {:?} is not a line of its header", word);
+    in.line();
+  }
+  in.line();
+  if (!header.width || !header.height || !depth || !header.maxval)
+    throwError(kRejected, "PAM: its header lacks WIDTH, HEIGHT, DEPTH or MAXVAL");
+  if (depth != 1)
+    throwError(kRejected, "PAM: {} samples a pixel: 1 is expected of a mosaic or gray", depth);
+  header.samplesAt = in.at();
+  return header;
 }
 
 }  // namespace
 
-bool beginsPgm(const Source& source, uint64_t at) {
+bool beginsPnm(const Source& source, uint64_t at, char type) {
   char magic[2];
-  return source.readSome(at, magic, 2) == 2 && magic[0] == 'P' && magic[1] == '5';
+  return source.readSome(at, magic, 2) == 2 && magic[0] == 'P' && magic[1] == type;
 }
 
-PgmHeader readPgmHeader(const Source& source, uint64_t at, char type) {
-  Cursor in(source, at);
-  checkMagic(in, type);
-  PgmHeader header{};
-  header.width = readNumber(in, "width", std::numeric_limits<uint32_t>::max());
-  header.height = readNumber(in, "height", std::numeric_limits<uint32_t>::max());
-  header.maxval = readNumber(in, "maxval", 65535);
-  skipOne(in);  // the next byte is a sample
-  header.samplesAt = in.at();
-  return header;
+PgmHeader readGrayHeader(const Source& source, uint64_t at) {
+  PnmWords in(source, at);
+  in.get();
+  const auto type = static_cast<char>(in.get());
+  if (type == '2' || type == '5') return readNumbers(in, type);
+  if (type == '7') return readPam(in);
+  throwError(kRejected,
+             "its type is P{}; of the PNM family this program reads PGM, P2 and P5, and gray PAM, "
+             "P7",
+             type);
+}
+
+PgmHeader readPpmHeader(const Source& source) {
+  PnmWords in(source, 2);
+  return readNumbers(in, '6');
 }
 
 }  // namespace vistrel::app

@@ -1,9 +1,11 @@
-// Picture files: PNG, TIFF, the PNM family, and headerless raw files.
+// Picture files: PNG, JPEG, TIFF, the PNM family, NPY, DNG, and headerless raw files.
 #pragma once
 
 #include <filesystem>
+#include <string_view>
 
 #include "apps/files/atomic_file.h"
+#include "apps/pictures/picture_details.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
@@ -17,7 +19,8 @@ struct PictureType {
   const char* extension;
   uint32_t channels;  // 0: any
   bool many;          // may hold several images, one after the other
-  void (*write)(const Image& image, AtomicFile& file);
+  bool frames;        // holds raw frames without changing a sample
+  void (*write)(const Image& image, const PictureDetails& details, AtomicFile& file);
   // What comes before the first image of a film; null if nothing does.
   void (*begin)(const vistrel_layout& layout, const FrameRate& rate, AtomicFile& file) = nullptr;
 };
@@ -28,11 +31,35 @@ const PictureType& pictureType(const std::filesystem::path& path);
 
 // The same where films are allowed too.
 const PictureType& outputType(const std::filesystem::path& path);
+// The same for a raw frame.
+const PictureType& frameType(const std::filesystem::path& path);
+
+// The type that holds raw frames only.
+inline bool isDng(const PictureType& type) { return std::string_view(type.extension) == ".dng"; }
+
+// Whether the file will have colours that are an assumption, and what to tell users then.
+inline bool assumesColours(const PictureType& type, const PictureDetails& details) {
+  return isDng(type) && details.camera && !details.camera->knowsColours;
+}
+inline constexpr const char* kAssumedColours =
+    "the camera's colour matrix is unknown; using that of sRGB";
+void printAssumptions(const std::filesystem::path& path, const PictureDetails& details);
 
 // Whether both write the same files.
 inline bool isSameType(const PictureType& a, const PictureType& b) {
   return a.write == b.write && a.channels == b.channels;
 }
+
+// Throws ProgramError (rejected) if no file of the type can hold such an image.
+void checkHolds(const PictureType& type, const vistrel_layout& layout,
+                const PictureDetails& details);
+
+// Writes a picture, which appears when the caller commits it. Throws ProgramError.
+std::unique_ptr<AtomicFile> writePicture(const Image& image, const PictureDetails& details,
+                                         const std::filesystem::path& to);
+// Writes a picture that appears complete or not at all. Throws ProgramError.
+void savePicture(const Image& image, const PictureDetails& details,
+                 const std::filesystem::path& to);
 
 // Reads a PNG of three channels of 8 bits, or of 16 if `maxBits` is 16, as blue, green, red.
 // Throws ProgramError: input/output or rejected.
@@ -51,18 +78,27 @@ ColourPicture readColourPicture(const std::filesystem::path& path);
 // Y4M: images of bytes, as I420, I444 or MONO8. Luma and chroma are those of BT.709 in limited
 // range.
 void beginY4m(const vistrel_layout& layout, const FrameRate& rate, AtomicFile& file);
-void writeY4m(const Image& image, AtomicFile& file);
+void writeY4m(const Image& image, const PictureDetails& details, AtomicFile& file);
 
-// The writers accept mono, BGR and ARGB pixels and throw ProgramError (input/output).
-// PNG: samples of 9 to 15 bits are scaled to 16; the file says how many were significant.
-void writePng(const Image& image, AtomicFile& file);
-// TIFF without compression: samples of 9 to 15 bits are scaled to 16, as in a PNG.
-void writeTiff(const Image& image, AtomicFile& file);
+// The writers accept mono, RGB and RGBA pixels, without gaps between rows, and throw ProgramError:
+// input/output, or rejected if the format can't hold the image.
+
+// Samples of 9 to 15 bits are scaled to 16; sBIT says how many were significant.
+void writePng(const Image& image, const PictureDetails& details, AtomicFile& file);
+// 8 bits, without alpha.
+void writeJpeg(const Image& image, const PictureDetails& details, AtomicFile& file);
+// Samples of 9 to 15 bits are scaled to 16, as in a PNG.
+void writeTiff(const Image& image, const PictureDetails& details, AtomicFile& file);
 // PGM, PPM or PAM, depending on the channels; maxval is the largest value of the significant bits.
-void writePnm(const Image& image, AtomicFile& file);
-void writePam(const Image& image, AtomicFile& file);
-// The image as the library delivers it: rows without padding, channels in the library's order,
-// 16-bit samples in little-endian order.
-void writeRaw(const Image& image, AtomicFile& file);
+// A comment in a PGM tells the phase of a raw frame.
+void writePnm(const Image& image, const PictureDetails& details, AtomicFile& file);
+void writePam(const Image& image, const PictureDetails& details, AtomicFile& file);
+// The array format of NumPy: height, width and, if there are several, channels.
+void writeNpy(const Image& image, const PictureDetails& details, AtomicFile& file);
+// A mono image as raw frame of details.camera, without compression. Neutral and matrix are rounded
+// to multiples of 2^-16, which the file holds exactly.
+void writeDng(const Image& image, const PictureDetails& details, AtomicFile& file);
+// The pixels alone, in the caller's order; 16-bit samples in little-endian order.
+void writeRaw(const Image& image, const PictureDetails& details, AtomicFile& file);
 
 }  // namespace vistrel::app

@@ -26,6 +26,14 @@ uint32_t PngInput::grayBits() const {
   return known && significant->gray >= 8 ? significant->gray : bits();
 }
 
+std::string PngInput::text(const char* keyword) const {
+  png_textp texts = nullptr;
+  const int count = png_get_text(png_, info_, &texts, nullptr);
+  for (int i = 0; i < count; ++i)
+    if (std::strcmp(texts[i].key, keyword) == 0) return texts[i].text;
+  return {};
+}
+
 void PngInput::readRows(uint8_t* to, size_t rowBytes) {
   if (!decode(to, rowBytes)) throwError(kRejected, "{}", message_.text);
 }

@@ -3,6 +3,8 @@
 
 #include <png.h>
 
+#include <string>
+
 #include "apps/files/source.h"
 #include "apps/pictures/png_errors.h"
 
@@ -25,6 +27,9 @@ class PngInput {
   // Significant bits of a gray sample; all bits if the file doesn't specify them, or says fewer
   // than 8.
   uint32_t grayBits() const;
+
+  // The text of that keyword; empty if there is none.
+  std::string text(const char* keyword) const;
 
   // Decodes all rows, from the top: blue, green, red; 16-bit samples in native byte order, shifted
   // down to the significant bits. May be called once. Throws ProgramError.

@@ -20,7 +20,7 @@ void finish(uint8_t* pixels, size_t count, uint32_t largest) {
 }
 
 ColourPicture readPpm(const Source& source) {
-  const PgmHeader h = readPgmHeader(source, 0, '6');
+  const PgmHeader h = readPpmHeader(source);
   const uint32_t bits = h.maxval > 255 ? 16 : 8;
   const uint64_t rowBytes = uint64_t{h.width} * 3 * bits / 8;
   if (rowBytes > (source.size() - h.samplesAt) / h.height)

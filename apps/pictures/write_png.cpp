@@ -1,72 +1,101 @@
-#include <png.h>
+#include <cmath>
+#include <string>
 
-#include <bit>
-#include <cerrno>
-#include <csetjmp>
-#include <cstring>
-#include <new>
-
+#include "apps/pictures/exif.h"
 #include "apps/pictures/picture.h"
-#include "apps/pictures/png_errors.h"
+#include "apps/pictures/picture_rows.h"
+#include "apps/pictures/png_chunks.h"
+#include "apps/pictures/png_filter.h"
 
 namespace vistrel::app {
 namespace {
 
-// libpng's default limit of a million columns and rows is meant for untrusted input.
-constexpr png_uint_32 kMaxPixels = 0x7FFFFFFF;
-constexpr int kFastCompression = 3;
+size_t sampleBytes(const vistrel_layout& l) { return l.bits > 8 ? 2 : 1; }
 
-struct Writer {
-  explicit Writer(PngMessage& message)
-      : png(png_create_write_struct(PNG_LIBPNG_VER_STRING, &message, onPngError, onPngWarning)),
-        info(png ? png_create_info_struct(png) : nullptr) {
-    if (!info) throw std::bad_alloc();
-  }
-  ~Writer() { png_destroy_write_struct(&png, &info); }
-  Writer(const Writer&) = delete;
-  Writer& operator=(const Writer&) = delete;
-
-  png_structp png;
-  png_infop info;
-};
-
-void describe(png_structp png, png_infop info, const vistrel_layout& l) {
-  png_set_user_limits(png, kMaxPixels, kMaxPixels);
-  png_set_compression_level(png, kFastCompression);
-  png_set_IHDR(png, info, l.width, l.height, l.bits > 8 ? 16 : 8,
-               l.channels == 1   ? PNG_COLOR_TYPE_GRAY
-               : l.channels == 3 ? PNG_COLOR_TYPE_RGB
-                                 : PNG_COLOR_TYPE_RGB_ALPHA,
-               PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-  const auto bits = static_cast<png_byte>(l.bits);
-  const png_color_8 significant{bits, bits, bits, bits, 0};
-  const bool scale = l.bits > 8 && l.bits < 16;
-  if (scale) png_set_sBIT(png, info, &significant);
-  png_write_info(png, info);
-  if (scale) png_set_shift(png, &significant);
-  if (l.channels == 3) png_set_bgr(png);
-  if (l.channels == 4) png_set_swap_alpha(png);
-  if (l.bits > 8 && std::endian::native == std::endian::little) png_set_swap(png);
+void writeHeader(const vistrel_layout& l, AtomicFile& file) {
+  constexpr char kColourTypes[] = {0, 0, 0, 2, 6};  // by channels: gray, RGB, RGBA
+  std::string bytes;
+  put32(bytes, l.width);
+  put32(bytes, l.height);
+  bytes += static_cast<char>(8 * sampleBytes(l));
+  bytes += kColourTypes[l.channels];
+  bytes.append(3, '\0');  // deflate, the usual filters, no interlacing
+  writeChunk("IHDR", bytes, file);
 }
 
-// Returns false after an error. Errors jump, so nothing in here may have a destructor.
-bool encode(png_structp png, png_infop info, const Image& image, std::FILE* to) {
-  if (setjmp(png_jmpbuf(png))) return false;
-  png_init_io(png, to);
-  describe(png, info, image.layout);
-  for (uint32_t y = 0; y < image.layout.height; ++y)
-    png_write_row(png, image.pixels.data() + y * image.layout.row_bytes);
-  png_write_end(png, nullptr);
-  return true;
+void writeEncoding(const Encoding& encoding, AtomicFile& file) {
+  constexpr double kOne = 100000;
+  constexpr uint32_t kSrgbGamma = 45455;
+  constexpr uint32_t kSrgbChromaticities[] = {31270, 32900, 64000, 33000,
+                                              30000, 60000, 15000, 6000};
+  if (encoding.kind == Encoding::kUnknown) return;
+  const bool srgb = encoding.kind == Encoding::kSrgb;
+  std::string gamma, chromaticities;
+  put32(gamma, srgb ? kSrgbGamma : static_cast<uint32_t>(std::lround(encoding.exponent * kOne)));
+  writeChunk("gAMA", gamma, file);
+  if (!srgb) return;
+  for (const uint32_t number : kSrgbChromaticities) put32(chromaticities, number);
+  writeChunk("cHRM", chromaticities, file);
+  writeChunk("sRGB", std::string(1, '\1'), file);  // relative colorimetric
+}
+
+// Latin-1 as tEXt, other texts as iTXt, uncompressed and without a language.
+void writeText(const std::string& keyword, const std::string& text, AtomicFile& file) {
+  if (text.empty()) return;
+  const bool plain = isAscii(text);
+  const std::string separator(plain ? 1 : 5, '\0');
+  plain ? writeChunk("tEXt", keyword + separator + text, file)
+        : writeChunk("iTXt", keyword + separator + text, file);
+}
+
+void writeDetails(const vistrel_layout& l, const PictureDetails& details, AtomicFile& file) {
+  writeEncoding(details.encoding, file);
+  if (l.bits > 8 && l.bits < 16)
+    writeChunk("sBIT", std::string(l.channels, static_cast<char>(l.bits)), file);
+  writeText("Software", kSoftware, file);
+  writeText("Description", details.command, file);
+  if (details.camera) writeText("Phase", vistrel_phase_name(details.camera->phase), file);
+  if (details.shot != Shot{}) writeChunk("eXIf", exifOf(l, details), file);
+}
+
+// Whether a search for runs of equal bytes would cost time and gain nothing, by some of the rows.
+bool areRunsRare(PictureRows& rows, size_t step) {
+  constexpr uint32_t kEvery = 16;
+  PaethFilter filter(rows.bytes(), step);
+  size_t bytes = 0, repeated = 0;  // repeated: equal to the three bytes before
+  for (uint32_t y = 1; y < rows.count(); y += kEvery) {
+    filter.next(rows.row(y - 1));
+    const auto& row = filter.next(rows.row(y));
+    bytes += row.size();
+    for (size_t i = 3; i < row.size(); ++i)
+      repeated += row[i] == row[i - 1] && row[i] == row[i - 2] && row[i] == row[i - 3];
+  }
+  return 8 * repeated < 3 * bytes;
+}
+
+void writePixels(const Image& image, const Compression& compression, AtomicFile& file) {
+  PictureRows rows(image, Depth::kScaled, std::endian::big);
+  const size_t step = image.layout.channels * sampleBytes(image.layout);
+  PaethFilter filter(rows.bytes(), step);
+  const int level = compression.level.value_or(1);
+  const int strategy = level > 1 ? Z_FILTERED : areRunsRare(rows, step) ? Z_HUFFMAN_ONLY : Z_RLE;
+  PixelChunks chunks(level, strategy, file);
+  for (uint32_t y = 0; y < rows.count(); ++y) {
+    const auto& filtered = filter.next(rows.row(y));
+    chunks.add(filtered.data(), filtered.size());
+  }
+  chunks.finish();
 }
 
 }  // namespace
 
-void writePng(const Image& image, AtomicFile& file) {
-  PngMessage message{};
-  const Writer writer(message);
-  if (!encode(writer.png, writer.info, image, file.stream()))
-    file.throwWriteError(std::ferror(file.stream()) ? std::strerror(errno) : message.text);
+void writePng(const Image& image, const PictureDetails& details, AtomicFile& file) {
+  constexpr char kSignature[] = "\x89PNG\r\n\x1A\n";
+  file.write(kSignature, sizeof kSignature - 1);
+  writeHeader(image.layout, file);
+  writeDetails(image.layout, details, file);
+  writePixels(image, details.compression, file);
+  writeChunk("IEND", "", file);
 }
 
 }  // namespace vistrel::app

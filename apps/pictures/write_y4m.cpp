@@ -22,7 +22,7 @@ void beginY4m(const vistrel_layout& l, const FrameRate& rate, AtomicFile& file) 
                l.height, rate.frames, rate.seconds, colourSpaceOf(l));
 }
 
-void writeY4m(const Image& image, AtomicFile& file) {
+void writeY4m(const Image& image, const PictureDetails&, AtomicFile& file) {
   std::fputs("FRAME\n", file.stream());
   if (image.layout.channels > 1) return file.write(image.pixels.data(), image.pixels.size());
   std::vector<uint8_t> luma;

@@ -8,8 +8,10 @@
 namespace vistrel {
 
 std::string pgm(uint32_t width, uint32_t height, uint32_t maxval,
-                const std::function<uint32_t(uint32_t, uint32_t)>& sample) {
-  std::string file = "P5\n" + std::to_string(width) + " " + std::to_string(height) + "\n" +
+                const std::function<uint32_t(uint32_t, uint32_t)>& sample,
+                const std::string& phase) {
+  std::string file = "P5\n" + (phase.empty() ? "" : "# phase " + phase + "\n") +
+                     std::to_string(width) + " " + std::to_string(height) + "\n" +
                      std::to_string(maxval) + "\n";
   for (uint32_t y = 0; y < height; ++y) {
     for (uint32_t x = 0; x < width; ++x) {

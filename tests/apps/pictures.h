@@ -9,9 +9,10 @@
 
 namespace vistrel {
 
-// A binary PGM of 8-bit samples, or of big-endian 16-bit ones.
+// A binary PGM of 8-bit samples, or of big-endian 16-bit ones. A comment names the phase, if any.
 std::string pgm(uint32_t width, uint32_t height, uint32_t maxval,
-                const std::function<uint32_t(uint32_t x, uint32_t y)>& sample);
+                const std::function<uint32_t(uint32_t x, uint32_t y)>& sample,
+                const std::string& phase = "");
 
 struct Picture {
   uint32_t width, height, channels;

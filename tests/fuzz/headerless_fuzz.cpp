@@ -1,14 +1,14 @@
 // Headerless raw files of any description: the first bytes are the options, the rest is the file.
 #include "apps/error.h"
 #include "apps/input/readers.h"
-#include "tests/fuzz/bytes.h"
+#include "tests/fuzz/input.h"
 #include "tests/fuzz/memory_file.h"
 #include "tests/fuzz/read_frames.h"
 
 using namespace vistrel;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  Bytes in(data, size);
+  Input in(data, size);
   app::InputOptions o;
   const uint32_t width = in.below(64), height = in.below(64), format = in.below(128);
   o.size = app::Size{width, height};

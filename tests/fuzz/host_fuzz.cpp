@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "tests/fuzz/bytes.h"
+#include "tests/fuzz/input.h"
 #include "tests/reference/host.h"
 #include "vistrel/vistrel_host.h"
 
@@ -39,13 +39,13 @@ vistrel_team* team() {
 }
 
 // Usually small; sometimes large enough for several threads.
-void sizeFrom(Bytes& in, vistrel_frame& f) {
+void sizeFrom(Input& in, vistrel_frame& f) {
   f.width = in.below(48);
   f.height = in.below(48);
   if (in.take() % 16 == 1) f.width *= 16, f.height *= 12;
 }
 
-vistrel_frame frameFrom(Bytes& in) {
+vistrel_frame frameFrom(Input& in) {
   vistrel_frame f{};
   sizeFrom(in, f);
   f.bytes_per_sample = in.below(4);
@@ -64,14 +64,14 @@ vistrel_frame frameFrom(Bytes& in) {
   return f;
 }
 
-void tableFrom(Bytes& in, std::vector<uint16_t>& table, vistrel_conversion& c) {
+void tableFrom(Input& in, std::vector<uint16_t>& table, vistrel_conversion& c) {
   table.resize(in.take() & 1 ? 1024 : in.below(4100) % 8192);
   for (size_t i = 0; i < table.size(); ++i) table[i] = static_cast<uint16_t>(i * 7 & 255);
   c.table = table.data();
   c.table_entries = static_cast<uint32_t>(table.size());
 }
 
-void threadsFrom(Bytes& in, vistrel_conversion& c) {
+void threadsFrom(Input& in, vistrel_conversion& c) {
   const uint8_t flags = in.take();
   c.threads = flags >> 4;
   if (flags & 1) c.run = runAll;
@@ -87,7 +87,7 @@ struct Look {
 };
 
 // Levels below `end` of all pixels, rarely too few.
-void levelsFrom(Bytes& in, const vistrel_frame& f, uint32_t end, std::vector<uint16_t>& levels) {
+void levelsFrom(Input& in, const vistrel_frame& f, uint32_t end, std::vector<uint16_t>& levels) {
   const size_t all = size_t{f.width} * f.height;
   levels.resize(std::min(all, kMaxBytes / 2));
   if (in.take() % 16 == 1 && !levels.empty()) levels.pop_back();
@@ -96,7 +96,7 @@ void levelsFrom(Bytes& in, const vistrel_frame& f, uint32_t end, std::vector<uin
   for (uint16_t& v : levels) v = static_cast<uint16_t>((level += step) % end);
 }
 
-void calibrationFrom(Bytes& in, const vistrel_frame& f, Look& look, vistrel_conversion& c) {
+void calibrationFrom(Input& in, const vistrel_frame& f, Look& look, vistrel_conversion& c) {
   const uint8_t flags = in.take();
   if (flags % 4 != 1) return;
   vistrel_calibration& by = look.calibration;
@@ -114,7 +114,7 @@ void calibrationFrom(Bytes& in, const vistrel_frame& f, Look& look, vistrel_conv
   c.calibration = &by;
 }
 
-void finishFrom(Bytes& in, Look& look, vistrel_conversion& c) {
+void finishFrom(Input& in, Look& look, vistrel_conversion& c) {
   const uint8_t flags = in.take();
   if (flags % 4 != 1) return;
   vistrel_finish& finish = look.finish;
@@ -130,7 +130,7 @@ void finishFrom(Bytes& in, Look& look, vistrel_conversion& c) {
   c.finish = &finish;
 }
 
-vistrel_conversion conversionFrom(Bytes& in, const vistrel_frame& f, Look& look) {
+vistrel_conversion conversionFrom(Input& in, const vistrel_frame& f, Look& look) {
   vistrel_conversion c{};
   c.format = in.below(12);
   if (in.take() & 1) c.format = 256 + in.below(9);
@@ -169,7 +169,7 @@ struct Case {
 };
 
 // Memory for an image with its stride, or for a part of it.
-void imageFrom(Bytes& in, Case& c) {
+void imageFrom(Input& in, Case& c) {
   const uint8_t flags = in.take();
   const size_t stride = c.layout.row_bytes + (flags & 1 ? flags >> 3 : 0);
   const bool isUpward = in.take() & 1;
@@ -210,12 +210,12 @@ void convertAnother(vistrel_stream* stream) {
 
 // Ways of converting a case that has been converted.
 
-int32_t convertOnStream(Case& c, Bytes&, vistrel_stream* stream) {
+int32_t convertOnStream(Case& c, Input&, vistrel_stream* stream) {
   convertAnother(stream);
   return vistrel_stream_convert(stream, &c.frame, &c.conversion, &c.image, nullptr);
 }
 
-int32_t convertRows(Case& c, Bytes& in, vistrel_stream* stream) {
+int32_t convertRows(Case& c, Input& in, vistrel_stream* stream) {
   const uint32_t height = c.layout.height;
   for (uint32_t first = 0; first < height;) {
     const uint32_t rows = std::min(2 * (1 + in.take() % 16u), height - first);
@@ -227,7 +227,7 @@ int32_t convertRows(Case& c, Bytes& in, vistrel_stream* stream) {
   return VISTREL_OK;
 }
 
-int32_t convertByThreads(Case& c, Bytes& in, vistrel_stream* stream) {
+int32_t convertByThreads(Case& c, Input& in, vistrel_stream* stream) {
   vistrel_conversion conversion = c.conversion;
   const bool isTeam = in.take() & 1;
   conversion.threads = kThreads;
@@ -237,7 +237,7 @@ int32_t convertByThreads(Case& c, Bytes& in, vistrel_stream* stream) {
 }
 
 // Each portion exists only while it is pushed.
-int32_t pushRows(Case& c, Bytes& in, vistrel_stream* stream) {
+int32_t pushRows(Case& c, Input& in, vistrel_stream* stream) {
   vistrel_conversion conversion = c.conversion;
   conversion.threads = 0;
   const int32_t begun = vistrel_stream_begin(stream, &c.frame, &conversion, &c.image, nullptr);
@@ -259,10 +259,10 @@ int32_t pushRows(Case& c, Bytes& in, vistrel_stream* stream) {
   return VISTREL_OK;
 }
 
-using Way = int32_t(Case& c, Bytes& in, vistrel_stream* stream);
+using Way = int32_t(Case& c, Input& in, vistrel_stream* stream);
 
 // canReject: what needs the whole frame.
-void expectSame(Case& c, Bytes& in, Way* way, bool canReject, const char* what) {
+void expectSame(Case& c, Input& in, Way* way, bool canReject, const char* what) {
   vistrel_stream* stream = nullptr;
   require(vistrel_stream_acquire(VISTREL_NO_WAIT, &stream, nullptr) == VISTREL_OK, "a stream");
   std::fill(c.pixels.begin(), c.pixels.end(), kUntouched);
@@ -275,7 +275,7 @@ void expectSame(Case& c, Bytes& in, Way* way, bool canReject, const char* what) 
   require(vistrel_stream_release(stream, nullptr) == VISTREL_OK, "a release");
 }
 
-void convertInEveryWay(Case& c, Bytes& in) {
+void convertInEveryWay(Case& c, Input& in) {
   c.expected = c.pixels;
   expectSame(c, in, convertOnStream, false, "the same bytes after another conversion");
   expectSame(c, in, convertByThreads, false, "the same bytes by threads");
@@ -283,7 +283,7 @@ void convertInEveryWay(Case& c, Bytes& in) {
   expectSame(c, in, pushRows, true, "the same bytes from pushed rows");
 }
 
-void convertAny(Bytes& in) {
+void convertAny(Input& in) {
   Case c;
   c.frame = frameFrom(in);
   c.conversion = conversionFrom(in, c.frame, c.look);
@@ -304,7 +304,7 @@ void convertAny(Bytes& in) {
   if (status == 0) convertInEveryWay(c, in);
 }
 
-void unpackAny(Bytes& in) {
+void unpackAny(Input& in) {
   vistrel_packed packed{};
   packed.width = in.below(48);
   packed.height = in.below(48);
@@ -330,7 +330,7 @@ void unpackAny(Bytes& in) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  Bytes in(data, size);
+  Input in(data, size);
   in.take() & 1 ? unpackAny(in) : convertAny(in);
   return 0;
 }

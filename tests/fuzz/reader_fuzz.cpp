@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   app::attempt([&file] {
     const app::Source source(file.path());
     if (app::VISTREL_FUZZ_TYPE.recognises(source, source.head(64))) {
-      const auto reader = app::VISTREL_FUZZ_TYPE.open(source);
+      const auto reader = app::VISTREL_FUZZ_TYPE.open(source, {});
       app::cameraColour(reader->description().camera);
       readFrames(*reader);
     }

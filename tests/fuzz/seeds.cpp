@@ -1,4 +1,5 @@
 // seeds FOLDER: writes small files for every target as FOLDER/TARGET/NAME.
+#include <fmt/format.h>
 #include <tiffio.h>
 
 #include <cstdio>
@@ -7,7 +8,9 @@
 #include "apps/names/pixel_format.h"
 #include "apps/pictures/picture.h"
 #include "tests/apps/input/fits_file.h"
+#include "tests/apps/input/gzip.h"
 #include "tests/apps/input/tiff_file.h"
+#include "tests/apps/input/tiled_fits.h"
 #include "tests/apps/pictures.h"
 
 using namespace vistrel;
@@ -26,6 +29,10 @@ void pgms(const fs::path& folder) {
   save(folder / "8bit", pgm(5, 4, 255, texture));
   save(folder / "stream", pgm(3, 2, 1023, texture) + pgm(3, 2, 1023, texture) + "\n");
   save(folder / "comments", "P5 # a\n2 #b\n2\n255\nabcd");
+  save(folder / "plain", "P2 3 2 # a\n1023\n1 2 #b\n1023 0\n17 5\n");
+  const std::string pam = "P7\nWIDTH 2\nHEIGHT 2\nDEPTH 1\n#a\nMAXVAL 100\nTUPLTYPE A B\nENDHDR\n";
+  save(folder / "pam", pam + "abcd" + pam + "efgh");
+  save(folder / "phase", pgm(3, 2, 255, texture, "gbrg"));
 }
 
 void pngs(const fs::path& folder) {
@@ -35,7 +42,10 @@ void pngs(const fs::path& folder) {
       Image image{{6, 5, channels, bits, row, row * 5, 0, 0, {}}, {}};
       image.pixels.assign(row * 5, 7);
       app::AtomicFile file(folder / (std::to_string(bits) + "x" + std::to_string(channels)));
-      app::writePng(image, file);
+      app::PictureDetails details;
+      details.command = "vistrel convert";
+      if (channels == 1) details.camera = app::unknownCamera(VISTREL_GRBG, bits);
+      app::writePng(image, details, file);
       file.commit();
     }
 }
@@ -48,7 +58,12 @@ void tiffs(const fs::path& folder) {
     spec.bits = compression == 8 ? 16 : 12;
     writeTiff(folder / ("compression" + std::to_string(compression)), spec, texture);
   }
+  spec.isInverse = true;
+  writeTiff(folder / "inverse", spec, texture);
   spec.cfa = {0, 1, 1, 2};
+  spec.linearization = {0, 1, 4, 9, 16, 4000};
+  writeTiff(folder / "linearization", spec, texture);
+  spec.linearization.clear();
   spec.isDng = spec.inSubdirectory = true;
   spec.activeArea = {1, 1, 4, 6};
   spec.white = 1023;
@@ -89,9 +104,31 @@ void fitses(const fs::path& folder) {
   extension.push_back(card("PCOUNT", "0"));
   extension.push_back(card("GCOUNT", "1"));
   save(folder / "extension", fits(cards(8, {}), "") + fits(extension, "yz"));
+  for (const int compression : {RICE_1, GZIP_1, GZIP_2, PLIO_1}) {
+    const fs::path path = folder / ("tiles" + std::to_string(compression));
+    fs::remove(path);
+    writeTiledFits(path, compression, 20, 17, texture);
+  }
+  for (const int bits : {-32, -64, 32})
+    save(folder / ("reals" + std::to_string(bits)),
+         fits(cards(bits, {"4", "3"}),
+              std::string("\x3F\x80\0\0@Aab\x7F\xFF\xFF\xFF", 12) + std::string(84, '\x3F')));
 }
 
-// The bytes from which Bytes::below() makes these numbers, and Bytes::take() their doubles.
+void gzips(const fs::path& folder) {
+  auto table = cards(8, {"4", "3"});
+  table[0] = card("XTENSION", "'BINTABLE'");
+  table.push_back(card("PCOUNT", "8"));
+  table.push_back(card("GCOUNT", "1"));
+  const std::string image = fits(cards(8, {"4", "3"}), "abcdefghijkl");
+  save(folder / "image", deflated(image));
+  save(folder / "table", deflated(image + fits(table, std::string(20, 'a'))));
+  save(folder / "members", deflated(image.substr(0, 3000)) + deflated(image.substr(3000)));
+  // Not compressed, so that changes reach the headers.
+  save(folder / "stored", deflated(image, true, 0));
+}
+
+// The bytes from which Input::below() makes these numbers, and Input::take() their doubles.
 std::string numbers(const std::vector<uint32_t>& values) {
   std::string bytes;
   for (const uint32_t value : values) bytes += static_cast<char>(2 * value);
@@ -195,17 +232,30 @@ void looks(const fs::path& folder) {
   save(folder / "some", "srgb,black=12,exposure=0.0003");
 }
 
+// Width, height, channels, bits; then samples and details.
+void writers(const fs::path& folder) {
+  std::string rest;
+  for (int i = 0; i < 900; ++i) rest += static_cast<char>(i * 37 ^ i >> 3);
+  for (const char channels : {'\0', '\1', '\2'})
+    for (const char bits : {'\0', '\4', '\10'})
+      save(folder / fmt::format("{}-{}", int{channels}, int{bits}),
+           std::string{9, 7, channels, bits} + rest);
+}
+
 }  // namespace
 
 int main(int, char** argv) {
   const fs::path folder = argv[1];
-  for (const char* const target : {"pgm", "png", "tiff", "fits", "headerless", "host", "look"})
+  for (const char* const target :
+       {"pgm", "png", "tiff", "fits", "gzip", "headerless", "host", "look", "writers"})
     fs::create_directories(folder / target);
   pgms(folder / "pgm");
   pngs(folder / "png");
   tiffs(folder / "tiff");
   fitses(folder / "fits");
+  gzips(folder / "gzip");
   headerless(folder / "headerless");
   hosts(folder / "host");
   looks(folder / "look");
+  writers(folder / "writers");
 }

@@ -21,13 +21,13 @@ constexpr FrameKind kFrameKinds[] = {
 };
 
 struct WorkingMemory : ::testing::TestWithParam<uint32_t> {
-  static constexpr uint32_t kWidth = 24, kHeight = 2500;
+  static constexpr uint32_t kWidth = 24, kHeight = 800, kBandsHeight = 10000;
   static constexpr size_t kBound = 64 * 6 * (kWidth + 128);
   static constexpr long kRoundedUp = 64;  // by malloc
   const std::vector<uint16_t> samples = samplesOf<uint16_t>(
-      3 * kWidth, 4 * kHeight, [](auto x, auto y) { return (x * 37 + y * 11) % 256; });
+      3 * kWidth, kBandsHeight, [](auto x, auto y) { return (x * 37 + y * 11) % 256; });
   const std::vector<uint16_t> table = std::vector<uint16_t>(1024, 7);
-  std::vector<uint8_t> pixels = std::vector<uint8_t>(8 * kWidth * 4 * kHeight);
+  std::vector<uint8_t> pixels = std::vector<uint8_t>(8 * kWidth * kBandsHeight);
   const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   std::vector<vistrel_stream*> streams = std::vector<vistrel_stream*>(VISTREL_MAX_STREAMS);
 
@@ -134,7 +134,7 @@ TEST_P(WorkingMemory, IsAFewRows) {
 // They run one after the other, on this thread. The frame has several bands.
 TEST_P(WorkingMemory, IsAFewRowsAThread) {
   uint32_t most = 0;
-  forEach(4 * kHeight, 21, [&](const auto& frame, vistrel_conversion c, const auto& one) {
+  forEach(kBandsHeight, 21, [&](const auto& frame, vistrel_conversion c, const auto& one) {
     const auto runner = [&](uint32_t count, auto task) {
       for (uint32_t i = 0; i < count; ++i) task(i);
       most = std::max(most, count);

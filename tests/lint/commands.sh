@@ -24,7 +24,7 @@ for name in frame rose frames/a frames/b; do
 done
 vistrel scene -s 640x480 --camera -o frame.dng
 # Content determines the kind of a file.
-for name in rose.dng scene.dng dark.pgm night.fits night/a.fits light.fits dark.fits flat.fits; do
+for name in rose.dng scene.dng dark.pgm night.fits night/a.fits m31.fits light.fits dark.fits flat.fits; do
   cp frame.dng $name
 done
 echo 10 20 | tee hot.txt >bad.txt

@@ -29,10 +29,11 @@ set(apps/error interface apps/rejection)
 set(apps/plugin interface)
 set(apps/names interface apps/error)
 set(apps/files apps/error)
+set(apps/colour)
 set(apps/options interface apps/names apps/error apps/rejection)
 set(apps/progress apps/options)
-set(apps/pictures interface apps/names apps/files apps/error)
-set(apps/input interface apps/plugin apps/options apps/names apps/pictures apps/files apps/error)
+set(apps/pictures interface apps/colour apps/names apps/files apps/error)
+set(apps/input interface apps/colour apps/plugin apps/options apps/names apps/pictures apps/files apps/error)
 set(apps/look interface apps/error)
 set(apps/batch interface apps/options apps/progress apps/pictures apps/files apps/error)
 set(apps/tools/drawing interface)
@@ -41,7 +42,7 @@ set(apps/tools/sheet apps/tools/drawing apps/error)
 set(apps/tools/report interface apps/tools/drawing apps/options apps/names apps/error)
 set(apps/tools/guess interface apps/options apps/names)
 set(apps/tools/selftest interface)
-set(apps/commands interface apps/input apps/look apps/batch apps/tools/report apps/tools/scene
+set(apps/commands interface apps/colour apps/input apps/look apps/batch apps/tools/report apps/tools/scene
   apps/tools/sheet apps/tools/guess apps/tools/selftest apps/options apps/names apps/progress
   apps/pictures apps/files apps/error)
 set(apps/program apps/commands apps/options)
@@ -49,12 +50,14 @@ set(apps/main apps/program apps/files apps/names apps/error)
 set(apps/tools/manual interface apps/names apps/options apps/program)
 set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/drawing
   apps/tools/guess apps/tools/manual apps/tools/report apps/tools/scene apps/tools/selftest
-  apps/tools/sheet apps/look apps/options apps/progress apps/names apps/plugin apps/pictures apps/files
+  apps/tools/sheet apps/look apps/colour apps/options apps/progress apps/names apps/plugin apps/pictures apps/files
   apps/error apps/rejection)
+
+set(python interface apps/names apps/error common/rows)
 
 set(tests ${bench} host ${apps} bench)
 set(modules
-  common cpu streams curves samples output finish cfa platform demosaic frontend host apps bench tests)
+  common cpu streams curves samples output finish cfa platform demosaic frontend host apps python bench tests)
 set(all_modules entries interface common/simd common/rows ${modules} ${apps})
 
 # The module of a path from the root; of a public header by its name.

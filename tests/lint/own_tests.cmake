@@ -1,5 +1,6 @@
 # cmake -D ROOT=FOLDER -P own_tests.cmake: fails when a source of the libraries or the program,
 # FOLDER/NAME.cpp, has no test of its own, tests/FOLDER/NAME_test.cpp, or CMake does not build it.
+# python/ has tests in Python.
 # NAME_command.cpp has NAME_test.cpp. Headers of common/ are sources as well; any other header is part
 # of the .cpp files that include it.
 cmake_minimum_required(VERSION 3.25)
@@ -22,11 +23,14 @@ set(exempt
   apps/input/tiff_input.cpp apps/input/readers.cpp                    # those of the readers
   apps/look/sky.cpp apps/look/tone.cpp                                # decide_test.cpp
   apps/names/algorithm_guide.cpp                                      # algorithms_test.cpp
-  apps/input/illuminant.cpp apps/input/matrix3.cpp                    # camera_colour_test.cpp
+  apps/colour/illuminant.cpp apps/colour/matrix3.cpp                   # camera_colour_test.cpp
   apps/commands/camera_info.cpp                                       # info_test.cpp
   apps/names/names_json.cpp apps/names/output_names.cpp               # formats_test.cpp
-  apps/pictures/picture.cpp apps/pictures/write_png.cpp apps/pictures/write_pnm.cpp
+  apps/pictures/picture.cpp apps/pictures/picture_rows.cpp apps/pictures/write_pnm.cpp
   apps/pictures/write_tiff.cpp apps/pictures/tiff_output.cpp          # written_test.cpp
+  apps/pictures/png_chunks.cpp apps/pictures/write_jpeg.cpp apps/pictures/write_npy.cpp
+  apps/pictures/write_png.cpp apps/options/compression_options.cpp    # compressed_test.cpp
+  apps/commands/mosaic_job.cpp apps/commands/camera_details.cpp       # write_dng_test.cpp
   apps/pictures/png_input.cpp apps/pictures/read_picture.cpp          # mosaic_test.cpp
   apps/plugin/libraw_plugin.cpp                                       # camera_raw_test.cpp
   apps/tools/report/evaluation.cpp apps/tools/report/plot.cpp         # report_test.cpp
@@ -41,7 +45,7 @@ set(exempt
 
 include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)
 sources(${ROOT} files)
-list(FILTER files EXCLUDE REGEX "^(bench|examples|include|tests)/")
+list(FILTER files EXCLUDE REGEX "^(bench|examples|include|python|tests)/")
 list(FILTER files INCLUDE REGEX "^common/|\\.cpp$")
 list(REMOVE_ITEM files ${exempt})
 if(NOT files)

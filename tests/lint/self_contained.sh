@@ -25,6 +25,9 @@ check() {  # HEADER
   # It includes the body that another file names.
   if grep -q '^ *# *include VISTREL_BODY' "$1"; then return; fi
   if grep -q '^#include <CLI/CLI.hpp>' "$1"; then options=(-include "$scratch/cli.h"); fi
+  if [[ $1 == python/* ]]; then
+    read -ra options <<<"-fvisibility=hidden $(/usr/bin/python3-config --includes)"
+  fi
   # The guards of a vector body leave out the level that it had alone.
   if [[ $1 == *-inl.h ]]; then
     options=(-include "$scratch/intrinsics.h")

@@ -9,12 +9,16 @@ export PATH=$PATH:/usr/sbin:/sbin
 rm -rf "$root"
 admin=$root/var/lib/dpkg
 mkdir -p "$admin/info" "$admin/updates" "$admin/triggers"
-awk 'BEGIN { RS = ""; ORS = "\n\n" } !/^Package: (libvistrel|vistrel)/' /var/lib/dpkg/status \
+awk 'BEGIN { RS = ""; ORS = "\n\n" } !/^Package: (libvistrel|vistrel|python3-vistrel)/' /var/lib/dpkg/status \
   >"$admin/status"
 dpkg-query --admindir="$admin" -W -f '${binary:Package}\n' |
   (cd "$admin/info" && sed 's/$/.list/' | xargs touch)
-dpkg --root="$root" --force-not-root --log="$root/log" --install "$packages"/*.deb
-dpkg --root="$root" --verify libvistrel1 libvistrelhost1 libvistrel-dev vistrel-tools
+into_root=(dpkg --root="$root" --force-not-root --log="$root/log")
+"${into_root[@]}" --install "$packages"/{lib,vistrel-}*.deb
+# Its script compiles modules, for which that root would need Python.
+"${into_root[@]}" --unpack "$packages"/python3-vistrel*.deb
+dpkg --root="$root" --verify libvistrel1 libvistrelhost1 libvistrel-dev vistrel-tools \
+  python3-vistrel
 
 vistrel=$root/usr/bin/vistrel
 libraries=$(dirname "$(echo "$root"/usr/lib/*/libVistrel.so)")
@@ -39,3 +43,17 @@ cmake -S "$examples" -B "$root/by-cmake" -D CMAKE_PREFIX_PATH="$root/usr" \
   -D CMAKE_C_COMPILER="$cc" -D CMAKE_CXX_COMPILER="$cxx" >/dev/null
 cmake --build "$root/by-cmake"
 bash "$here/../install/examples.sh" "$root/by-cmake" "$vistrel"
+
+# Python finds the package where Debian's packages lie, and its library.
+PYTHONPATH=$root/usr/lib/python3/dist-packages /usr/bin/python3 - "$root" <<'TEXT'
+import sys
+
+import numpy
+import vistrel
+
+assert vistrel.__file__.startswith(sys.argv[1]), vistrel.__file__
+assert vistrel.convert(numpy.full((48, 64), 128, numpy.uint8), "rggb")[5, 5].tolist() == [128] * 3
+maps = open("/proc/self/maps").read().split()
+libraries = {path for path in maps if "/libvistrelhost.so" in path}
+assert libraries and all(path.startswith(sys.argv[1]) for path in libraries), libraries
+TEXT

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <set>
+#include <utility>
 
 #include "tests/reference/host.h"
 
@@ -87,20 +89,23 @@ uint64_t evened(const vistrel_frame& frame, const vistrel_conversion& c, size_t 
   return std::min<uint64_t>((v * flat + 2048) >> 12, fullScale(frame));
 }
 
-bool isHot(const vistrel_conversion& c, int64_t x, size_t y) {
+using HotPixels = std::set<std::pair<int64_t, size_t>>;
+
+HotPixels hotPixels(const vistrel_conversion& c) {
+  HotPixels hot;
   for (size_t i = 0; c.calibration && i < c.calibration->hot_count; ++i)
-    if (c.calibration->hot[i].x == x && c.calibration->hot[i].y == y) return true;
-  return false;
+    hot.emplace(c.calibration->hot[i].x, c.calibration->hot[i].y);
+  return hot;
 }
 
-uint64_t calibrated(const vistrel_frame& frame, const vistrel_conversion& c, size_t x, size_t y,
-                    size_t channel) {
-  if (!isHot(c, static_cast<int64_t>(x), y)) return evened(frame, c, x, y, channel);
+uint64_t calibrated(const vistrel_frame& frame, const vistrel_conversion& c, const HotPixels& hot,
+                    size_t x, size_t y, size_t channel) {
+  if (!hot.count({x, y})) return evened(frame, c, x, y, channel);
   uint64_t sum = 0, count = 0;
   for (const int64_t step : {-1, 1}) {
     int64_t at = static_cast<int64_t>(x);
     do at += isMosaic(frame) ? 2 * step : step;
-    while (isHot(c, at, y));
+    while (hot.count({at, y}));
     if (at < 0 || at >= frame.width) continue;
     sum += evened(frame, c, static_cast<size_t>(at), y, channel);
     ++count;
@@ -220,12 +225,13 @@ uint32_t hostScaled(const vistrel_frame& frame, const vistrel_conversion& c,
 
 HostSamples hostSamples(const vistrel_frame& frame, const vistrel_conversion& c) {
   const auto gains = hostGains(frame, c);
+  const auto hot = hotPixels(c);
   const size_t channels = channelsOf(frame);
   HostSamples result{frame.width, frame.height, static_cast<uint32_t>(channels), {}};
   for (size_t y = 0; y < frame.height; ++y)
     for (size_t i = 0; i < frame.width * channels; ++i) {
       const size_t x = i / channels;
-      const uint64_t v = calibrated(frame, c, x, y, i % channels);
+      const uint64_t v = calibrated(frame, c, hot, x, y, i % channels);
       const uint64_t w =
           std::min<uint64_t>((v * gainAt(frame, gains, x, y) + 2048) >> 12, fullScale(frame));
       result.values.push_back(static_cast<uint16_t>(c.finish

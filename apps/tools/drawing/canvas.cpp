@@ -23,9 +23,9 @@ uint8_t* Canvas::pixel(int x, int y) {
 void Canvas::put(int x, int y, Paint paint, double share) {
   uint8_t* p = pixel(x, y);
   if (!p) return;
-  const uint8_t bgr[] = {paint.blue, paint.green, paint.red};
+  const uint8_t rgb[] = {paint.red, paint.green, paint.blue};
   for (int c = 0; c < 3; ++c)
-    p[c] = static_cast<uint8_t>(std::lround(p[c] * (1 - share) + bgr[c] * share));
+    p[c] = static_cast<uint8_t>(std::lround(p[c] * (1 - share) + rgb[c] * share));
 }
 
 void Canvas::box(int left, int top, int width, int height, Paint paint) {
@@ -59,7 +59,7 @@ void Canvas::magnified(int left, int top, uint32_t zoom, const Image& image,
     const uint8_t* row = &image.pixels[(part.y + y / zoom) * image.layout.row_bytes];
     for (uint32_t x = 0; x < part.width * zoom; ++x) {
       const uint8_t* p = row + size_t{part.x + x / zoom} * image.layout.channels;
-      const Paint paint = image.layout.channels == 1 ? Paint{*p, *p, *p} : Paint{p[2], p[1], p[0]};
+      const Paint paint = image.layout.channels == 1 ? Paint{*p, *p, *p} : Paint{p[0], p[1], p[2]};
       put(left + static_cast<int>(x), top + static_cast<int>(y), paint);
     }
   }

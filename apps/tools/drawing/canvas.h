@@ -25,13 +25,13 @@ class Canvas {
   static int textWidth(int scale, std::string_view line);
   static int textHeight(int scale);
 
-  // Part of a BGR24 or MONO8 image, with each pixel magnified to `zoom` x `zoom`.
+  // Part of an RGB24 or MONO8 image, with each pixel magnified to `zoom` x `zoom`.
   void magnified(int left, int top, uint32_t zoom, const Image& image, const vistrel_region& part);
 
   const Image& image() const { return image_; }
 
  private:
-  uint8_t* pixel(int x, int y);  // blue, green, red; null outside the canvas
+  uint8_t* pixel(int x, int y);  // red, green, blue; null outside the canvas
   void put(int x, int y, Paint paint, double share = 1);
 
   Image image_;

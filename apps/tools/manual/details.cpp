@@ -43,9 +43,9 @@ name.
 Of the file, develop uses the black and white levels, the neutral, the colour matrices, the
 orientation and the crop. It decides the rest from the samples: black from the darkest ones; white
 from where they pile up; gains by Bayesian colour constancy; without a matrix in the file, one that
-many cameras have in common; an exposure that keeps the highlights below white; sRGB's curve, or an
-asinh that lifts the shadows of a dark picture. Astronomical frames get a neutral, dark sky and
-white stars.
+many cameras have in common; an exposure that keeps the highlights below white; sRGB's curve, an asinh
+that lifts the shadows of a dark picture, or a gamma that darkens a picture beside clipped
+highlights. Astronomical frames get a neutral, dark sky, and their brightest stars become white.
 
 For each picture, it prints one command line that makes the same picture again without deciding
 anything. Copy it, change a number, and run it. If the picture goes to standard output, the line
@@ -60,11 +60,14 @@ of 1 and no curve; astro treats the frame as an astronomical one.
 
 The parts, in the order in which they act: black=N or N:N:N:N and white=N, levels of the samples;
 gains=R:G:B; highlights=neutral or clip, where the sensor clips; matrix= nine numbers, row by row,
-to linear sRGB; exposure=E, a factor; curve=linear, srgb, gamma:G or asinh:N.)";
+to linear sRGB; exposure=E, a factor; curve=linear, srgb, gamma:G or asinh:N.
+
+--same decides the look of the first frame and gives it to all; they need the same bits and phase.)";
 
 constexpr const char* kCalibration =
-    R"(--dark FILE is a frame without light, which is subtracted with the black level in it. --flat FILE
-is a frame of an evenly lit surface, which evens out vignetting and dust. --hot FILE is a text of
+    R"(--dark FILE is a frame without light, which is subtracted with the black level in it; it has the
+bits of the frame. --flat FILE is a frame of an evenly lit surface, which evens out vignetting and
+dust. Both have the frame's size and phase. --hot FILE is a text of
 lines "X Y", the column and the row of a pixel to replace, counted from 0; # begins a comment.)";
 
 constexpr const char* kBatch =

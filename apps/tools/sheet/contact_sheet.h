@@ -10,7 +10,7 @@ namespace vistrel::app {
 
 struct Cell {
   std::string label;
-  Image image;          // BGR24
+  Image image;          // RGB24
   vistrel_region part;  // the part that is shown
 };
 

@@ -100,6 +100,16 @@ TEST_F(Compare, WarnsIfOptionsContradictTheFile) {
   EXPECT_EQ(result.err, "vistrel: in.pgm: using 12 bits; the file says 10\n");
 }
 
+// In words that develop takes, and decides itself.
+TEST_F(Compare, PrintsTheLook) {
+  scratch.write("in.pgm", pgm(40, 30, 255, sampleAt));
+  const Finished sheet = scratch.vistrel("compare in.pgm --phase rggb --look auto -o sheet.png");
+  EXPECT_EQ(sheet.status, 0) << sheet.err;
+  const std::string line = scratch.vistrel("develop in.pgm --phase rggb -o out.png").out;
+  const size_t at = line.find("--look");
+  EXPECT_EQ(sheet.out, "in.pgm: " + line.substr(at, line.find(" -o ") - at) + "\n");
+}
+
 TEST_F(Compare, Errors) {
   scratch.write("in.pgm", pgm(40, 30, 255, sampleAt));
   expectFailure("--phase rggb -o out.pgm", 2, "-o out.pgm: a sheet is a .png or .ppm");

@@ -182,12 +182,23 @@ TEST(Convert, NameSpecifiesBitsAndPhase) {
   expectDone(scratch.vistrel("convert a_10b_rggb.pgm --from-name -o out.png"));
   expectPlain(readPng(scratch / "out.png"), {40, 24, 12});
   scratch.write("a_9b.pgm", pgm(4, 4, 65535, [](uint32_t, uint32_t) { return 100; }));
-  expectDone(scratch.vistrel("convert a_9b.pgm --from-name -o out.png"));
+  // A name of bits alone leaves the phase open.
+  const Finished open = scratch.vistrel("convert a_9b.pgm --from-name -o no.png");
+  EXPECT_EQ(open.status, 3);
+  EXPECT_EQ(open.err,
+            "vistrel: a_9b.pgm: --phase is missing, and file and name do not specify it. It names "
+            "the colours of the 2x2 block in the top left corner of the frame: rggb, bggr, grbg or "
+            "gbrg; mono is for a frame without colour filters. With --from-name a name such as "
+            "rose_12b_rggb.pgm specifies it\n");
+  expectDone(scratch.vistrel("convert a_9b.pgm --from-name --phase mono -o out.png"));
   expectPlain(readPng(scratch / "out.png"), {50});
+  scratch.write("a_9b_mono.pgm", scratch.read("a_9b.pgm"));
+  expectDone(scratch.vistrel("convert a_9b_mono.pgm --from-name -o out.png"));
   // Options override it.
-  EXPECT_EQ(scratch.vistrel("convert a_9b.pgm --from-name --bits 8 --phase grbg -o out.png").err,
-            "vistrel: a_9b.pgm: using 8 bits; its name says 9\n"
-            "vistrel: a_9b.pgm: using grbg; its name says mono\n");
+  EXPECT_EQ(
+      scratch.vistrel("convert a_9b_mono.pgm --from-name --bits 8 --phase grbg -o out.png").err,
+      "vistrel: a_9b_mono.pgm: using 8 bits; its name says 9\n"
+      "vistrel: a_9b_mono.pgm: using grbg; its name says mono\n");
   expectPlain(readPng(scratch / "out.png"), {100, 100, 100});
   for (const std::string name : {"a_99b.pgm", "a_10b_rgbb.pgm", "a10b.pgm", "a_10b_rggb_1.pgm"}) {
     scratch.write(name, pgm(4, 4, 255, plainRggb));

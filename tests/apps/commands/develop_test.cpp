@@ -7,9 +7,9 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/apps/input/tiff_file.h"
+#include "tests/apps/patches.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
-#include "tests/apps/tools/scene/chart.h"
 
 namespace vistrel {
 namespace {
@@ -37,6 +37,7 @@ struct Develop : ::testing::Test {
     ASSERT_EQ(line.substr(0, 16), "vistrel develop ");
     const Finished result = scratch.run({"sh", "-c", VISTREL_PROGRAM + line.substr(7)});
     EXPECT_EQ(result.status, 0) << line << result.err;
+    EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, line);
   }
 
@@ -111,12 +112,12 @@ TEST_F(Develop, UndoesTheCamera) {
   EXPECT_EQ(develop("in.dng -o out.png").status, 0);
   const Picture picture = readPng(scratch / "out.png");
   double before = 256;
-  for (const Patch& patch : readChart()) {
+  for (const Patch& patch : readPatches(VISTREL_CHART)) {
     std::array<double, 3> mean{};
-    for (uint32_t y = patch.top; y < patch.top + patch.height; ++y)
-      for (uint32_t x = patch.left; x < patch.left + patch.width; ++x)
+    for (uint32_t y = patch.box.y; y < patch.box.y + patch.box.height; ++y)
+      for (uint32_t x = patch.box.x; x < patch.box.x + patch.box.width; ++x)
         for (uint32_t c = 0; c < 3; ++c) mean[c] += picture.at(x, y, c);
-    for (double& m : mean) m /= patch.width * patch.height;
+    for (double& m : mean) m /= patch.box.width * patch.box.height;
     const auto [least, most] = std::minmax_element(mean.begin(), mean.end());
     if (patch.isNeutral()) {
       EXPECT_LT(*most - *least, 3) << patch.name;
@@ -209,11 +210,51 @@ TEST_F(Develop, SameIsTheLookOfTheFirstFrame) {
       << result.err;
 }
 
-TEST_F(Develop, JsonHasTheCommand) {
+// Levels are places of the 2x2 block, and a mono frame has no colours.
+TEST_F(Develop, SameIsForFramesOfOnePhase) {
+  const auto frame = pgm(16, 12, 255, darkerRggb);
+  for (const char* const name :
+       {"a_8b_rggb.pgm", "b_8b_grbg.pgm", "c_8b_mono.pgm", "d_8b_rggb.pgm"})
+    scratch.write(name, frame);
+  std::filesystem::create_directory(scratch / "out");
+  const Finished result = develop(
+      "a_8b_rggb.pgm b_8b_grbg.pgm c_8b_mono.pgm d_8b_rggb.pgm --from-name --same --keep-going -o "
+      "out");
+  EXPECT_EQ(result.status, 1);
+  const std::string first = ": --same: the phase of the first frame is rggb; that of this one is ";
+  EXPECT_NE(result.err.find("b_8b_grbg.pgm" + first + "grbg\n"), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find("c_8b_mono.pgm" + first + "mono\n"), std::string::npos) << result.err;
+  EXPECT_TRUE(std::filesystem::exists(scratch / "out/d_8b_rggb.png"));
+}
+
+TEST_F(Develop, BlamesTheBlackThatIsGiven) {
+  scratch.write("in.pgm", pgm(40, 30, 1023, [](uint32_t x, uint32_t y) {
+                  return x < 20 ? 900 : 100 + 10 * x + y;
+                }));
+  EXPECT_EQ(
+      develop("in.pgm --phase rggb -o out.png --look black=900").err,
+      "vistrel: in.pgm: --look black=900: it must be below the white level, 900, unless white= "
+      "sets another\n");
+  EXPECT_EQ(develop("in.pgm --phase rggb -o out.png --look black=1024").err,
+            "vistrel: in.pgm: --look black=1024: samples of 10 bits allow 0 to 1023\n");
+}
+
+TEST_F(Develop, JsonHasTheCommandAndItsParts) {
   EXPECT_EQ(scratch.vistrel("scene --camera -s 60x40 -o in.dng").status, 0);
-  const std::string line = develop("in.dng -o out.png").out;
-  const auto json = nlohmann::json::parse(develop("in.dng -o out.png --json").out);
-  EXPECT_EQ(json["inputs"][0]["outputs"][0]["command"].get<std::string>() + "\n", line);
+  const std::string look =
+      "black=1:2:3:4,white=4000,gains=2:1:1.5,matrix=1:0:0:0.5:0.5:0:0:0:1,exposure=1.25,"
+      "curve=asinh:50";
+  const std::string options = "in.dng -o out.png --orient 90 -a edge --look " + look;
+  const std::string line = develop(options).out;
+  const auto output =
+      nlohmann::json::parse(develop(options + " --json").out)["inputs"][0]["outputs"][0];
+  EXPECT_EQ(output["command"].get<std::string>() + "\n", line);
+  EXPECT_EQ(output["algorithm"], "edge:0");
+  EXPECT_EQ(output["orientation"], "90");
+  EXPECT_EQ(output["look"], nlohmann::json::parse(R"({
+      "black": [1, 2, 3, 4], "white": 4000, "gains": [2, 1, 1.5],
+      "matrix": [1, 0, 0, 0.5, 0.5, 0, 0, 0, 1], "highlights": "neutral",
+      "exposure": 1.25, "curve": "asinh:50.000"})"));
 }
 
 TEST_F(Develop, StandardOutputIsForThePicture) {
@@ -237,8 +278,15 @@ TEST_F(Develop, MonoIsDeveloped) {
 TEST_F(Develop, MonoHasNoColoursToBalance) {
   scratch.write("in.pgm", pgm(64, 48, 4095, [](uint32_t x, uint32_t) { return 300 + 10 * x; }));
   const std::string line = develop("in.pgm --phase mono -o out.png").out;
-  const std::string colours = "gains=4:1:1,matrix=2:0:0:0:1:0:0:0:1";
-  EXPECT_EQ(develop("in.pgm --phase mono -o out.png --look " + colours).out, line);
+  const std::string colours = "gains=4:1:1,matrix=2:0:0:0:1:0:0:0:1,highlights=clip";
+  const Finished result = develop("in.pgm --phase mono -o out.png -a vng --look " + colours);
+  EXPECT_EQ(result.out, line);
+  EXPECT_EQ(result.err,
+            "vistrel: in.pgm: --algorithm vng has no effect: the frame is mono\n"
+            "vistrel: in.pgm: --look gains= has no effect: the frame is mono\n"
+            "vistrel: in.pgm: --look matrix= has no effect: the frame is mono\n"
+            "vistrel: in.pgm: --look highlights= has no effect: the frame is mono\n");
+  EXPECT_EQ(line.find("gains"), std::string::npos) << line;
 }
 
 TEST_F(Develop, SameNamesAFirstFrameThatCannotBeRead) {
@@ -288,12 +336,12 @@ TEST_F(Develop, CalibrationTakesThePlaceOfWhatItMeasures) {
     return result.out.substr(result.out.find("--look"), result.out.find(" -o "));
   };
   const std::string plain = lookOf("");
-  const std::string picture = scratch.read("out.png");
+  const std::vector<uint16_t> picture = readPng(scratch / "out.png").samples;
   EXPECT_NE(plain.find("black=100:100:100:100,white=4000,"), std::string::npos) << plain;
   EXPECT_NE(lookOf("--dark dark.dng").find("black=0:0:0:0,white=3900,"), std::string::npos);
-  EXPECT_EQ(scratch.read("out.png"), picture);
+  EXPECT_EQ(readPng(scratch / "out.png").samples, picture);
   EXPECT_NE(lookOf("--flat flat.dng").find("black=100:100:100:100,white=4000,"), std::string::npos);
-  EXPECT_EQ(scratch.read("out.png"), picture);
+  EXPECT_EQ(readPng(scratch / "out.png").samples, picture);
 }
 
 // convert guesses nothing, but says what there is.

@@ -35,11 +35,12 @@ void writePicture(const std::filesystem::path& path, uint32_t format) {
 }
 
 inline std::string mosaicPgm(const std::string& phase, uint32_t most, uint32_t maxval) {
-  return pgm(kFrameWidth, kFrameHeight, maxval, [&](uint32_t x, uint32_t y) {
+  const auto sample = [&](uint32_t x, uint32_t y) {
     const size_t channel = std::string("rgb").find(phase[2 * (y % 2) + x % 2]);
-    const double sample = colourAt(x, y, static_cast<uint32_t>(channel), most);
-    return static_cast<uint32_t>(sample * maxval / most + 0.5);
-  });
+    const double colour = colourAt(x, y, static_cast<uint32_t>(channel), most);
+    return static_cast<uint32_t>(colour * maxval / most + 0.5);
+  };
+  return pgm(kFrameWidth, kFrameHeight, maxval, sample, phase);
 }
 
 }  // namespace vistrel

@@ -70,7 +70,7 @@ TEST(RealFrames, MonoFramesKeepTheirSamples) {
   for (const fs::path& frame : frames) {
     const FrameName name = frameNameOf(frame.stem());
     const Finished result =
-        scratch.vistrel("convert " + frame.string() + " -o out.png --from-name");
+        scratch.vistrel("convert " + frame.string() + " -o out.png --from-name --phase mono");
     ASSERT_EQ(result.status, 0) << result.err;
     const Picture picture = readPng(scratch / "out.png");
     const Mosaic mosaic(frame);

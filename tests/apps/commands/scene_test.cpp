@@ -28,11 +28,11 @@ TEST(Scene, IsTheSameEveryTime) {
 TEST(Scene, HasTheRequestedSizeAndDepth) {
   const Scratch scratch;
   EXPECT_EQ(scratch.vistrel("scene -o a.pgm -s 31x17 --bits 8 --phase mono").status, 0);
-  EXPECT_EQ(scratch.read("a.pgm").size(), 13 + 31 * 17u);
-  EXPECT_EQ(scratch.read("a.pgm").substr(0, 13), "P5\n31 17\n255\n");
+  EXPECT_EQ(scratch.read("a.pgm").size(), 26 + 31 * 17u);
+  EXPECT_EQ(scratch.read("a.pgm").substr(0, 26), "P5\n# phase mono\n31 17\n255\n");
   EXPECT_EQ(scratch.vistrel("scene -o b.pgm -s 17x31 --bits 14 --phase bggr").status, 0);
-  EXPECT_EQ(scratch.read("b.pgm").size(), 15 + 2 * 31 * 17u);
-  EXPECT_EQ(scratch.read("b.pgm").substr(0, 15), "P5\n17 31\n16383\n");
+  EXPECT_EQ(scratch.read("b.pgm").size(), 28 + 2 * 31 * 17u);
+  EXPECT_EQ(scratch.read("b.pgm").substr(0, 28), "P5\n# phase bggr\n17 31\n16383\n");
   EXPECT_EQ(scratch.vistrel("scene -o c.pgm -s 1x1").status, 0);
 }
 

@@ -11,24 +11,26 @@ namespace {
 TEST(Unpack, BytesOfTheDefinitions) {
   const struct {
     const char* name;
+    const char* phase;
     uint32_t bits;
     std::string bytes;
     std::vector<uint32_t> samples;
   } cases[] = {
-      {"BayerRG12p", 12, "\x23\x61\x45", {0x123, 0x456}},
-      {"BayerRG12Packed", 12, "\x12\x63\x45", {0x123, 0x456}},
-      {"pRCC", 12, "\x12\x45\x63", {0x123, 0x456}},
-      {"RG12", 12, "\x23\x01\x56\x04", {0x123, 0x456}},
-      {"rggb12be", 12, "\x01\x23\x04\x56", {0x123, 0x456}},
-      {"BayerRG10p", 10, "\x55\xA9\x3A\x0F\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
-      {"BayerRG10Packed", 10, "\x55\x21\xAA\x3C\x03\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
-      {"pRAA", 10, "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
-      {"RAW10", 10, "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"BayerRG12p", "rggb", 12, "\x23\x61\x45", {0x123, 0x456}},
+      {"BayerRG12Packed", "rggb", 12, "\x12\x63\x45", {0x123, 0x456}},
+      {"pRCC", "rggb", 12, "\x12\x45\x63", {0x123, 0x456}},
+      {"RG12", "rggb", 12, "\x23\x01\x56\x04", {0x123, 0x456}},
+      {"rggb12be", "rggb", 12, "\x01\x23\x04\x56", {0x123, 0x456}},
+      {"BayerRG10p", "rggb", 10, "\x55\xA9\x3A\x0F\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"BayerRG10Packed", "rggb", 10, "\x55\x21\xAA\x3C\x03\xC3", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"pRAA", "rggb", 10, "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
+      {"RAW10", "", 10, "\x55\xAA\x3C\xC3\x39", {0x155, 0x2AA, 0x0F3, 0x30C}},
       {"BayerRG14p",
+       "rggb",
        14,
        std::string("\x55\x95\xAA\xFA\x0F\0\xFC", 7),
        {0x1555, 0x2AAA, 0xFF, 0x3F00}},
-      {"BA81", 8, "\x7F\xFF", {0x7F, 0xFF}},
+      {"BA81", "bggr", 8, "\x7F\xFF", {0x7F, 0xFF}},
   };
   const Scratch scratch;
   for (const auto& c : cases) {
@@ -39,7 +41,8 @@ TEST(Unpack, BytesOfTheDefinitions) {
     EXPECT_EQ(result.err, "") << c.name;
     const uint32_t maxval = (1u << c.bits) - 1;
     EXPECT_EQ(scratch.read("out.pgm"),
-              pgm(width, 1, maxval, [&](uint32_t x, uint32_t) { return c.samples[x]; }))
+              pgm(
+                  width, 1, maxval, [&](uint32_t x, uint32_t) { return c.samples[x]; }, c.phase))
         << c.name;
   }
 }
@@ -112,7 +115,8 @@ TEST(Unpack, EveryFrameOfAFile) {
   const Scratch scratch;
   scratch.write("in.raw", "abcdefgh?");  // two frames and a byte
   const std::string unpack = "unpack in.raw -s 2x2 --pixfmt GREY -o ";
-  const std::string first = "P5\n2 2\n255\nabcd", second = "P5\n2 2\n255\nefgh";
+  const std::string first = "P5\n# phase mono\n2 2\n255\nabcd";
+  const std::string second = "P5\n# phase mono\n2 2\n255\nefgh";
   EXPECT_EQ(scratch.vistrel(unpack + "out.pgm").status, 0);
   EXPECT_EQ(scratch.read("out.pgm"), first + second);
   EXPECT_EQ(scratch.vistrel(unpack + "-").out, first + second);
@@ -136,8 +140,8 @@ TEST(Unpack, ContinuousRows) {
   const std::string unpack = "unpack in.raw -s 3x2 --pixfmt BayerRG12p -o out.pgm --continuous";
   EXPECT_EQ(scratch.vistrel(unpack + " --frame 0").err, "");
   const uint32_t samples[] = {0x123, 0x456, 0x789, 0xABC, 0xDEF, 0x012};
-  const std::string expected =
-      pgm(3, 2, 4095, [&](uint32_t x, uint32_t y) { return samples[3 * y + x]; });
+  const std::string expected = pgm(
+      3, 2, 4095, [&](uint32_t x, uint32_t y) { return samples[3 * y + x]; }, "rggb");
   EXPECT_EQ(scratch.read("out.pgm"), expected);
   EXPECT_EQ(scratch.vistrel(unpack).err, "");  // both frames
   EXPECT_EQ(scratch.read("out.pgm").substr(0, expected.size()), expected);
@@ -153,7 +157,8 @@ TEST(Unpack, Errors) {
   std::filesystem::remove(scratch / "out.pgm");
   EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2 --pixfmt none").status, 2);
   EXPECT_EQ(scratch.vistrel(unpack + "-s 2x2").status, 2);
-  EXPECT_EQ(scratch.vistrel(unpack).status, 2);
+  EXPECT_EQ(scratch.vistrel(unpack).status, 3);
+  EXPECT_EQ(scratch.vistrel("unpack in.raw -o out.tif -s 2x2 --pixfmt GREY").status, 2);
   EXPECT_EQ(scratch.vistrel("unpack in.raw -o out.ppm -s 2x2 --pixfmt GREY").status, 2);
   EXPECT_EQ(scratch.vistrel("unpack none.raw -o out.pgm -s 2x2 --pixfmt GREY").status, 4);
   const Finished cut = scratch.vistrel(unpack + "-s 2x2 --pixfmt Y16");

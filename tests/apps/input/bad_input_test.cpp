@@ -9,7 +9,10 @@
 namespace vistrel {
 namespace {
 
-const std::string kUnknown = "unknown kind of frame; -s WxH reads headerless raw files";
+const std::string kUnknown =
+    "unknown kind of frame; -s WxH reads headerless raw files, and `vistrel guess` finds their "
+    "size "
+    "and format";
 
 uint32_t plain(uint32_t, uint32_t) { return 100; }
 
@@ -47,12 +50,12 @@ TEST_F(BadInput, FileTruncatedAnywhere) {
   const auto expected = [](size_t size) -> std::string {
     if (size == 0) return "the file is empty";
     if (size == 1) return kUnknown;
-    if (size <= 13) return "the header ends before the width";
-    if (size <= 15) return "the header ends with the width";
-    if (size <= 16) return "the header ends before the height";
-    if (size <= 18) return "the header ends with the height";
-    if (size <= 19) return "the header ends before the maxval";
-    if (size <= 22) return "the header ends with the maxval";
+    if (size <= 13) return "the file ends before the width";
+    if (size <= 15) return "the file ends with the width";
+    if (size <= 16) return "the file ends before the height";
+    if (size <= 18) return "the file ends with the height";
+    if (size <= 19) return "the file ends before the maxval";
+    if (size <= 22) return "the file ends with the maxval";
     return "the file is too short: 40x30 samples of 8 bits do not fit its " + std::to_string(size) +
            " bytes";
   };
@@ -74,7 +77,7 @@ TEST_F(BadInput, StreamOfImages) {
       "4x4 with maxval 255");
   expectRejected(first + first.substr(0, 26),
                  "the file is too short: it ends within image 1 of the stream");
-  expectRejected(first + "P5 4", "the header ends with the width");
+  expectRejected(first + "P5 4", "the file ends with the width");
   expectRejected(first + first, "--frame 2: the file has 2 frames, counted from 0",
                  "--phase mono --frame 2");
 }
@@ -86,12 +89,10 @@ TEST_F(BadInput, SixteenBitFileTruncatedInASample) {
 }
 
 TEST_F(BadInput, OtherFormats) {
-  expectRejected("P6\n2 2\n255\n",
-                 "its type is P6; of the PNM family this program reads binary "
-                 "PGM, P5");
-  expectRejected("P2\n2 2\n255\n1 2 3 4\n",
-                 "its type is P2; of the PNM family this program reads "
-                 "binary PGM, P5");
+  const std::string allowed =
+      "; of the PNM family this program reads PGM, P2 and P5, and gray PAM, P7";
+  expectRejected("P6\n2 2\n255\n", "its type is P6" + allowed);
+  expectRejected("P4\n2 2\n1 2 3 4\n", "its type is P4" + allowed);
   expectRejected("GIF89a", kUnknown);
 }
 

@@ -59,7 +59,7 @@ TEST_F(Curve, MapsByTheHighestTenBits) {
 TEST_F(Curve, FileIsMissing) {
   expectFailure("cannot be read: No such file or directory", 4);
   std::filesystem::create_directory(scratch / "curve");
-  expectFailure("it is not a regular file", 4);
+  expectFailure("it is neither a regular file nor a pipe", 4);
 }
 
 TEST_F(Curve, InvalidEntries) {

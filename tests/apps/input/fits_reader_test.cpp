@@ -1,6 +1,10 @@
 // FITS: its samples, and what it says about itself.
+#include <bit>
+#include <cmath>
+
 #include "tests/apps/input/fits_file.h"
 #include "tests/apps/input/input_test.h"
+#include "tests/apps/input/tiled_fits.h"
 
 namespace vistrel {
 namespace {
@@ -68,6 +72,86 @@ TEST_F(FitsReader, FitsCubeAndExtension) {
   extension.push_back(card("GCOUNT", "1"));
   scratch.write("in.fits", fits(cards(8, {}), "") + fits(extension, "yz"));
   EXPECT_EQ(info("in.fits")["min"], 'y');
+}
+
+std::string floats(const std::vector<float>& values) {
+  std::string bytes;
+  for (const float v : values)
+    for (int shift = 24; shift >= 0; shift -= 8)
+      bytes += static_cast<char>(std::bit_cast<uint32_t>(v) >> shift);
+  return bytes;
+}
+
+// 0.5 is 32767.5, which is rounded up.
+TEST_F(FitsReader, RealNumbersFromZeroToOne) {
+  scratch.write("in.fits", fits(cards(-32, {"2", "2"}), floats({0, 0.5f, 1, NAN})));
+  const std::string said =
+      "vistrel: in.fits: its values 0 to 1 become samples 0 to 65535, by --range 0:1; 1 without a "
+      "value become 0\n";
+  const auto description = info("in.fits", said);
+  EXPECT_EQ(description["bits"], 16);
+  EXPECT_EQ(description["bits_known"], true);
+  EXPECT_EQ(scratch.vistrel("convert in.fits --phase mono --depth 16 -o out.pgm").err, said);
+  EXPECT_EQ(scratch.read("out.pgm"), pgm(2, 2, 65535, [](uint32_t x, uint32_t y) {
+              const uint32_t expected[2][2] = {{0, 32768}, {65535, 0}};
+              return expected[y][x];
+            }));
+}
+
+TEST_F(FitsReader, RealNumbersOfASensor) {
+  const auto convert = [this](const std::string& options) {
+    return scratch.vistrel("convert in.fits --phase mono --depth 16 -o out.pgm" + options).err;
+  };
+  const auto row = [](const std::vector<uint32_t>& samples) {
+    return pgm(3, 1, 65535, [&samples](uint32_t x, uint32_t) { return samples[x]; });
+  };
+  scratch.write("in.fits", fits(cards(-32, {"3", "1"}), floats({-2, 1000.5f, 40000})));
+  EXPECT_EQ(convert(""),
+            "vistrel: in.fits: its values 0 to 65535 become samples 0 to 65535, by --range "
+            "0:65535; they go from -2 to 40000, which is clipped\n");
+  EXPECT_EQ(scratch.read("out.pgm"), row({0, 1001, 40000}));
+  EXPECT_EQ(convert(" --range -2:131068"),
+            "vistrel: in.fits: its values -2 to 131068 become samples 0 to 65535, by --range "
+            "-2:131068\n");
+  EXPECT_EQ(scratch.read("out.pgm"), row({0, 501, 20001}));
+  auto header = cards(16, {"3", "1"});
+  header.push_back(card("BSCALE", "0.25"));
+  scratch.write("in.fits", fits(header, bigEndian({0, 4, 4000})));
+  convert("");
+  EXPECT_EQ(scratch.read("out.pgm"), row({0, 1, 1000}));
+}
+
+TEST_F(FitsReader, RangeOfWholeNumbersHasNoEffect) {
+  scratch.write("in.fits", fits(cards(8, {"3", "1"}), "abc"));
+  info("in.fits --range 0:1",
+       "vistrel: in.fits: --range has no effect: its samples are whole numbers\n");
+}
+
+TEST_F(FitsReader, FitsOfTiles) {
+  for (const int compression : {RICE_1, GZIP_1, GZIP_2}) {
+    const std::string name = "in" + std::to_string(compression) + ".fits.fz";
+    writeTiledFits(scratch / name, compression, 50, 40, noise(16));
+    expectSamples(name, 50, 40, 16, noise(16));
+  }
+  writeTiledFits(scratch / "h.fits", HCOMPRESS_1, 50, 40, [](auto x, auto y) { return x + y; });
+  EXPECT_EQ(scratch.vistrel("info h.fits").err,
+            "vistrel: h.fits: FITS: HCOMPRESS is not read; funpack decodes it\n");
+}
+
+TEST_F(FitsReader, PhaseInColortyp) {
+  const auto read = [this](const std::vector<std::string>& more) {
+    auto header = cards(8, {"2", "2"});
+    header.insert(header.end(), more.begin(), more.end());
+    scratch.write("in.fits", fits(header, "abcd"));
+    return scratch.vistrel("info --json in.fits");
+  };
+  const std::string grbg = card("COLORTYP", "'GRBG    '");
+  EXPECT_EQ(nlohmann::json::parse(read({grbg}).out)["phase"], "grbg");
+  EXPECT_EQ(nlohmann::json::parse(read({grbg, card("YBAYROFF", "1")}).out)["phase"], "bggr");
+  EXPECT_EQ(nlohmann::json::parse(read({grbg, card("BAYERPAT", "'RGGB    '")}).out)["phase"],
+            "rggb");
+  EXPECT_EQ(read({card("COLORTYP", "'MONO    '")}).err,
+            "vistrel: in.fits: FITS: COLORTYP \"MONO\": RGGB, BGGR, GRBG and GBRG are known\n");
 }
 
 }  // namespace

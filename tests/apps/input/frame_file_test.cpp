@@ -106,5 +106,32 @@ TEST_F(FrameFiles, OptionOverridesInvalidPhase) {
              "TIFF: a mosaic of 2x2 filters, 6 of them named: 2x2 are expected");
 }
 
+// Remarks about a frame appear although it is rejected, whether when it is opened or later.
+TEST_F(FrameFiles, RemarksAboutARejectedFrame) {
+  scratch.write("in.pgm", pgm(4, 4, 4095, [](uint32_t x, uint32_t y) { return 1000 * x + y; }));
+  const std::string note =
+      "vistrel: in.pgm: read as headerless raw because of --size; it begins like a PNM (PGM) "
+      "file\n";
+  const Finished samples =
+      scratch.vistrel("convert in.pgm -s 4x4 --bits 9 --phase rggb -o out.png");
+  EXPECT_EQ(samples.status, 3);
+  EXPECT_EQ(samples.err.find(note), 0u) << samples.err;
+  EXPECT_NE(samples.err.find("\nvistrel: in.pgm: sample 13648 "), std::string::npos) << samples.err;
+  for (const std::string command :
+       {"convert in.pgm -o out.png", "develop in.pgm -o out.png", "info in.pgm", "bench in.pgm",
+        "compare in.pgm -o out.png", "convert in.pgm -o out.png --dry-run"}) {
+    const std::string phase = command[0] == 'i' ? "" : " --phase rggb";
+    const Finished size = scratch.vistrel(command + phase + " -s 400x400 --bits 12");
+    EXPECT_EQ(size.status, 3) << command;
+    EXPECT_EQ(size.err.find(note), 0u) << command << ": " << size.err;
+    EXPECT_NE(size.err.find("the file is too short"), std::string::npos) << command;
+  }
+  const Finished json =
+      scratch.vistrel("convert in.pgm -s 400x400 --bits 12 --phase rggb -o out.png --json");
+  const auto output = nlohmann::json::parse(json.out)["inputs"][0]["outputs"][0];
+  EXPECT_EQ(output["status"], "failed");
+  EXPECT_EQ(output["warnings"].size(), 1u);
+}
+
 }  // namespace
 }  // namespace vistrel

@@ -68,6 +68,63 @@ TEST_F(SensorCalibration, RejectsWhatIsNotForTheFrame) {
   expectRejected("--dark dark.pgm --flat small.pgm", 3, "--dark dark.pgm: it has 4x1 pixels");
 }
 
+// Levels of other bits are on another scale; another phase means another part of the sensor.
+TEST_F(SensorCalibration, RejectsOtherBitsAndPhases) {
+  scratch.write("deep.pgm", pgm(4, 1, 4095, [](uint32_t, uint32_t) { return 160u; }));
+  expectRejected("--dark deep.pgm", 3, "--dark deep.pgm: it has 12 bits; this frame has 8\n");
+  expect("--flat deep.pgm", {100, 60, 255, 80});  // gains have no scale
+  expectRejected("--dark deep.pgm --flat flat.pgm", 3,
+                 "--flat flat.pgm: --dark deep.pgm: it has 12 bits; this frame has 8\n");
+  for (const std::string phase : {"rggb", "grbg"})
+    scratch.vistrel("scene --camera -s 16x12 --phase " + phase + " -o " + phase + ".dng");
+  for (const std::string option : {"--dark", "--flat"}) {
+    const Finished result = scratch.vistrel("convert rggb.dng -o out.png " + option + " grbg.dng");
+    EXPECT_EQ(result.status, 3);
+    EXPECT_NE(
+        result.err.find(option + " grbg.dng: its phase is grbg; that of this frame is rggb\n"),
+        std::string::npos)
+        << result.err;
+  }
+}
+
+TEST_F(SensorCalibration, WarnsOfFlatFieldsWithoutLight) {
+  const auto warningOf = [&](const Row& flat, const std::string& options) {
+    scratch.write("flat.pgm", rowPgm(flat));
+    const Finished result =
+        scratch.vistrel("convert in.pgm --phase mono -o out.pgm --flat flat.pgm " + options);
+    EXPECT_EQ(result.status, 0);
+    return result.err;
+  };
+  EXPECT_EQ(warningOf({100, 50, 50, 100}, ""), "");
+  EXPECT_EQ(warningOf({0, 0, 0, 0}, ""),
+            "vistrel: --flat flat.pgm: no pixel has light above black; it changes nothing\n");
+  EXPECT_EQ(scratch.read("out.pgm"), scratch.read("in.pgm"));
+  const std::string some =
+      "vistrel: --flat flat.pgm: 2 of 4 pixels have no light above black, so no gain evens them "
+      "out\n";
+  EXPECT_EQ(warningOf({100, 0, 0, 100}, ""), some);
+  EXPECT_EQ(warningOf({10, 50, 50, 90}, "--dark dark.pgm"), some);
+}
+
+// --from-name is for the frames.
+TEST_F(SensorCalibration, ItsNameSaysNothing) {
+  scratch.write("in_8b_mono.pgm", scratch.read("in.pgm"));
+  for (const std::string name : {"dark.pgm", "dark_8b.pgm", "dark_10b_rggb.pgm"}) {
+    scratch.write(name, scratch.read("dark.pgm"));
+    const Finished result =
+        scratch.vistrel("convert in_8b_mono.pgm --from-name --dark " + name + " -o out.pgm");
+    EXPECT_EQ(result.err, "") << name;
+    EXPECT_EQ(scratch.read("out.pgm"), rowPgm({90, 60, 250, 0})) << name;
+  }
+  scratch.write("in_8b_mono.raw", "abcd");
+  const Finished headerless =
+      scratch.vistrel("convert in_8b_mono.raw -s 4x1 --from-name --dark in_8b_mono.raw -o out.pgm");
+  EXPECT_EQ(headerless.status, 2);
+  EXPECT_EQ(headerless.err,
+            "vistrel: --dark in_8b_mono.raw: --bits is missing: a headerless raw file does not "
+            "specify its depth\n");
+}
+
 // A calibration is never overwritten.
 TEST_F(SensorCalibration, IsAnInput) {
   const Finished result =

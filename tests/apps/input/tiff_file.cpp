@@ -39,6 +39,7 @@ void setTags(TIFF* t, const TiffSpec& s) {
   TIFFSetField(t, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
   TIFFSetField(t, TIFFTAG_PHOTOMETRIC,
                s.samplesPerPixel == 3 ? PHOTOMETRIC_RGB
+               : s.isInverse          ? PHOTOMETRIC_MINISWHITE
                : s.cfa.empty()        ? PHOTOMETRIC_MINISBLACK
                                       : PHOTOMETRIC_CFA);
   if (s.tile) {

@@ -35,6 +35,7 @@ struct TiffSpec {
   uint16_t orientation = 0;               // of the first directory; 0: unspecified
   bool isDng = false, inSubdirectory = false, isReduced = false;
   std::vector<uint16_t> linearization = {};
+  bool isInverse = false;                       // gray of which 0 is white
   std::string encoded = {};                     // a single strip, written as it is
   uint32_t pages = 1;                           // sample(x, y + page * height)
   TiffTags camera = {}, frame = {}, exif = {};  // in the first directory, the frame's, EXIF's

@@ -1,4 +1,6 @@
 // TIFF and DNG: their samples, and what they say about themselves.
+#include <tiffio.h>
+
 #include "tests/apps/input/input_test.h"
 
 namespace vistrel {
@@ -131,6 +133,129 @@ TEST_F(TiffReader, TiffOfPages) {
   EXPECT_EQ(info("in.tif")["frames"], 3);
   EXPECT_EQ(info("in.tif --frame 2")["min"], 10);
   EXPECT_EQ(info("in.tif --frame 2")["max"], 14);
+}
+
+// Stored values are places in the table; those beyond it become its last value.
+TEST_F(TiffReader, LinearizationTable) {
+  TiffSpec spec;
+  spec.width = 64;
+  spec.height = 48;
+  spec.isDng = true;
+  spec.cfa = kGrbg;
+  for (uint32_t i = 0; i < 200; ++i) spec.linearization.push_back(uint16_t(i * i / 10));
+  const auto expected = [](uint32_t x, uint32_t y) {
+    const uint32_t stored = std::min(noise(8)(x, y), 199u);
+    return stored * stored / 10;
+  };
+  for (const uint32_t bits : {8u, 12u, 16u})
+    for (const uint32_t tile : {0u, 16u}) {
+      spec.bits = bits;
+      spec.tile = tile;
+      writeTiff(scratch / "in.dng", spec, noise(8));
+      EXPECT_EQ(info("in.dng")["bits"], 12);  // 199 * 199 / 10 = 3960
+      expectSamples("in.dng", 64, 48, 12, expected);
+    }
+  spec.white = 16000;
+  writeTiff(scratch / "in.dng", spec, noise(8));
+  EXPECT_EQ(info("in.dng")["bits"], 14);
+}
+
+// LibRaw has a reader of its own.
+TEST_F(TiffReader, LinearizationTableAsLibRawReadsIt) {
+  if (!std::filesystem::exists(VISTREL_PLUGIN)) GTEST_SKIP() << "built without LibRaw";
+  TiffSpec spec;
+  spec.width = 64;
+  spec.height = 48;
+  spec.bits = 16;
+  spec.isDng = true;
+  spec.cfa = kGrbg;
+  spec.white = 3960;
+  for (uint32_t i = 0; i < 256; ++i)
+    spec.linearization.push_back(uint16_t(i < 200 ? i * i / 10 : 3960));
+  writeTiff(scratch / "in.dng", spec, noise(8));
+  std::filesystem::copy_file(scratch / "in.dng", scratch / "in.nef");
+  for (const std::string name : {"in.dng", "in.nef"}) {
+    const Finished result =
+        scratch.vistrel("convert " + name + " --phase mono --depth 16 -o " + name + ".pgm");
+    ASSERT_EQ(result.status, 0) << result.err;
+  }
+  EXPECT_EQ(scratch.read("in.nef.pgm"), scratch.read("in.dng.pgm"));
+}
+
+TEST_F(TiffReader, TiffInWhichZeroIsWhite) {
+  for (const uint32_t bits : {8u, 10u, 16u}) {
+    TiffSpec spec;
+    spec.bits = bits;
+    spec.isInverse = true;
+    writeTiff(scratch / "in.tif", spec, noise(bits));
+    const uint32_t white = (1u << bits) - 1;
+    expectSamples("in.tif", 7, 5, bits,
+                  [&](uint32_t x, uint32_t y) { return white - noise(bits)(x, y); });
+  }
+}
+
+TEST_F(TiffReader, LayoutThatIsNotRectangular) {
+  TiffSpec spec;
+  spec.cfa = kRggb;
+  spec.isDng = true;
+  spec.frame.codes = {{TIFFTAG_CFALAYOUT, 1}};
+  writeTiff(scratch / "in.dng", spec, noise(12));
+  EXPECT_EQ(info("in.dng")["phase"], "rggb");
+  spec.frame.codes = {{TIFFTAG_CFALAYOUT, 2}};
+  writeTiff(scratch / "in.dng", spec, noise(12));
+  const Finished result = scratch.vistrel("convert in.dng -o out.png");
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err,
+            "vistrel: in.dng: TIFF: CFALayout 2: a rectangular mosaic, 1, is expected; --phase "
+            "overrides it\n");
+}
+
+TEST_F(TiffReader, SampleAboveTheBitsOfTheWhiteLevel) {
+  TiffSpec spec;
+  spec.bits = 16;
+  spec.cfa = kRggb;
+  spec.isDng = true;
+  spec.white = 4095;
+  writeTiff(scratch / "in.dng", spec,
+            [](uint32_t x, uint32_t y) { return x == 2 && y == 1 ? 4100 : 9; });
+  for (const std::string command : {"convert", "develop"}) {
+    const Finished result = scratch.vistrel(command + " in.dng -o out.png");
+    EXPECT_EQ(result.status, 3);
+    EXPECT_NE(
+        result.err.find("vistrel: in.dng: sample 4100 at column 2, row 1: samples of 12 bits "
+                        "are at most 4095; the file says that 12 bits are significant, --bits "
+                        "overrides it\n"),
+        std::string::npos)
+        << result.err;
+    EXPECT_EQ(scratch.vistrel(command + " in.dng --bits 13 -o out.png").status, 0);
+  }
+}
+
+// One byte changes in each of 60 copies, within the samples.
+TEST_F(TiffReader, DamagedDeflateIsNoticed) {
+  for (const uint32_t tile : {0u, 16u}) {
+    TiffSpec spec;
+    spec.width = 64;
+    spec.height = 48;
+    spec.bits = 16;
+    spec.compression = 8;
+    spec.rowsPerStrip = 16;
+    spec.tile = tile;
+    writeTiff(scratch / "in.tif", spec,
+              [](uint32_t x, uint32_t y) { return (x * y + x / 3) & 255; });
+    const std::string file = scratch.read("in.tif");
+    const std::string what = tile ? "tile " : "strip ";
+    uint32_t noticed = 0, all = 0;
+    for (size_t at = 60; at < file.size() / 2; at += file.size() / 60, ++all) {
+      std::string changed = file;
+      changed[at] ^= 32;
+      scratch.write("changed.tif", changed);
+      const Finished result = scratch.vistrel("info changed.tif");
+      noticed += result.status == 3 && result.err.find("TIFF: " + what) != std::string::npos;
+    }
+    EXPECT_GE(all, 25u);
+    EXPECT_EQ(noticed, all) << what;
+  }
 }
 
 }  // namespace

@@ -3,30 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 namespace vistrel::app {
 namespace {
 
 // Light has 4096 levels, evenly spaced in its root: no step is wider than this.
 constexpr double kStep = 2 / 4095.0;
 
-constexpr Transfer kLinear = {Curve::kLinear, 0};
-
-TEST(Encoded, FollowsTheDefinitions) {
-  for (double x = 0; x <= 1; x += 1 / 1024.0) {
-    const double srgb = x <= 0.0031308 ? 12.92 * x : 1.055 * std::pow(x, 1 / 2.4) - 0.055;
-    EXPECT_NEAR(encoded({Curve::kSrgb, 0}, x), srgb, 1e-9);
-    EXPECT_NEAR(encoded({Curve::kGamma, 2200}, x), std::pow(x, 1 / 2.2), 1e-9);
-    EXPECT_NEAR(encoded({Curve::kAsinh, 50'000}, x), std::asinh(50 * x) / std::asinh(50), 1e-9);
-    EXPECT_EQ(encoded(kLinear, x), x);
-  }
-}
-
-TEST(Encoded, ClampsItsArgument) {
-  EXPECT_EQ(encoded(kLinear, -1), 0);
-  EXPECT_EQ(encoded(kLinear, 2), 1);
-}
+const CurveSketch kLinear({Curve::kLinear, 0});
 
 Look lookOf(const Gains& gains) {
   Look look;

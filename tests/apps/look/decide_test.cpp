@@ -50,7 +50,7 @@ Frame sky(uint32_t phase, const std::array<double, 3>& level, double deviation) 
 
 double meanOf(const Frame& frame, const Look& look) {
   const Brightness brightness(blocksOf(frame, look.black, look.white), look);
-  return brightness.mean(look.exposure / 4096.0, look.transfer);
+  return brightness.mean(look.exposure / 4096.0, CurveSketch(look.transfer));
 }
 
 TEST(Decide, FindsBlackWhiteAndNeutralAtEveryDepth) {
@@ -127,7 +127,7 @@ TEST(DecideSky, IsDarkAndNeutral) {
     EXPECT_NEAR(above[0] / above[1], 1, 0.1);
     EXPECT_NEAR(above[2] / above[1], 1, 0.1);
     const double light = above[1] / 4096 / (look.white - look.black[1]) * look.exposure / 4096;
-    const double luminance = 255 * encoded(look.transfer, light);
+    const double luminance = 255 * CurveSketch(look.transfer, 65536).at(light);
     EXPECT_GE(luminance, 25);
     EXPECT_LE(luminance, 40);
   }
@@ -143,12 +143,56 @@ TEST(DecideSky, MonoToo) {
 
 TEST(DecideSky, OrdinaryFramesAreNone) {
   for (const double exposure : {0.05, 0.3, 1.0, 3.0})
-    EXPECT_EQ(decideLook(patches(12, 256, 4000, exposure), {}).transfer.curve, Curve::kSrgb);
+    EXPECT_NE(decideLook(patches(12, 256, 4000, exposure), {}).transfer.curve, Curve::kAsinh);
+}
+
+// As narrow and dark as a sky, but smooth.
+TEST(DecideSky, ShadowsAreNone) {
+  Noise noise;
+  const Frame frame(200, 200, 16, VISTREL_MONO, [&](uint32_t x, uint32_t y) {
+    const double wave = std::sin(x / 17.0) + std::sin(y / 23.0);
+    return 1500 + 100 * wave + 10 * noise.normal();
+  });
+  EXPECT_GE(255 * meanOf(frame, decideLook(frame, {})), 70);
+}
+
+// A dark frame was subtracted that is brighter than most of the sky.
+TEST(DecideSky, SamplesMayBeClippedAtZero) {
+  const Look look = decideLook(sky(VISTREL_RGGB, {70, 75, 80}, 85), {});
+  EXPECT_EQ(look.transfer.curve, Curve::kAsinh);
+  const Frame plain = sky(VISTREL_MONO, {0, 75, 0}, 85);
+  EXPECT_EQ(decideLook(plain, {}, {4, 4, 60, 60}).transfer.curve, Curve::kAsinh);
 }
 
 TEST(DecideSky, KnownSamplesAboveZeroAreEnough) {
   // Dark current is subtracted already: half of the noise is clipped.
   EXPECT_EQ(decideLook(sky(VISTREL_RGGB, {60, 60, 60}, 30), {}).transfer.curve, Curve::kAsinh);
+}
+
+// Neither black nor white, wherever its level lies.
+TEST(Decide, PlainSurfacesAreGray) {
+  for (const double level : {100, 300, 500, 800})
+    for (const double deviation : {0, 3})
+      for (const uint32_t phase : {VISTREL_RGGB, VISTREL_MONO}) {
+        Noise noise;
+        const Frame frame(64, 48, 10, phase, [&](uint32_t x, uint32_t y) {
+          const double part = phase == VISTREL_MONO || (x + y) % 2 ? 1 : 0.6;
+          return level * part + deviation * noise.normal() + 0.5;
+        });
+        const double mean = 255 * meanOf(frame, decideLook(frame, {}));
+        EXPECT_GE(mean, 70) << level << " " << deviation << " " << phase;
+        EXPECT_LE(mean, 170) << level << " " << deviation << " " << phase;
+      }
+}
+
+// A third of the picture is clipped and stays white.
+TEST(Decide, OverexposedFramesAreDarkenedBesideTheirHighlights) {
+  const Frame frame(90, 60, 10, VISTREL_MONO,
+                    [](uint32_t x, uint32_t y) { return x < 30 ? 1023 : 200 + 5 * x + y % 7; });
+  const Look look = decideLook(frame, {});
+  EXPECT_LE(255 * meanOf(frame, look), 170);
+  const double white = (1023.0 - look.black[0]) / (look.white - look.black[0]);
+  EXPECT_GE(CurveSketch(look.transfer).at(white * look.exposure / 4096), 0.98);
 }
 
 TEST(Decide, FramesThatShowNothing) {

@@ -116,6 +116,14 @@ TEST(Blocks, AreNoMoreThanNeeded) {
   EXPECT_GE(count, kMaxBlocks / 4);
 }
 
+TEST(BalancedSamples, AreThoseOfBlocksBelowWhite) {
+  const Frame frame(6, 6, 8, VISTREL_RGGB, [](uint32_t x, uint32_t y) { return 10 * y + x; });
+  EXPECT_EQ(balancedSamples(frame, 0, {}), 36u);
+  EXPECT_EQ(balancedSamples(frame, 0, {1, 1, 3, 2}), 6u);
+  EXPECT_EQ(balancedSamples(frame, 31, {}), 12u);  // rows 0 and 1: rows 2 and 3 have 31 and more
+  EXPECT_EQ(balancedSamples(frame, 100, {1, 1, 4, 4}), 4u);
+}
+
 TEST(Blocks, ThinMosaicsHaveNone) {
   const Frame frame(5, 1, 8, VISTREL_RGGB, [](uint32_t, uint32_t) { return 1; });
   EXPECT_TRUE(blocksOf(frame, {}, 255).empty());

@@ -29,17 +29,22 @@ TEST(FullScale, OfSixteenBitsIsThatOfTheBitsInUse) {
   EXPECT_EQ(fullScaleOf(Histogram(65536), 16), 255u);
 }
 
+// All places have the same histogram.
+uint32_t whiteIn(const Histogram& histogram, uint32_t fullScale) {
+  return whiteOf({histogram, histogram, histogram, histogram}, fullScale);
+}
+
 TEST(White, IsFullScaleIfNothingIsClipped) {
-  EXPECT_EQ(whiteOf(scene(10, 64, 700), 1023), 1023u);
-  EXPECT_EQ(whiteOf(scene(10, 64, 1024), 1023), 1023u);
-  EXPECT_EQ(whiteOf(Histogram(256), 255), 255u);
+  EXPECT_EQ(whiteIn(scene(10, 64, 700), 1023), 1023u);
+  EXPECT_EQ(whiteIn(scene(10, 64, 1024), 1023), 1023u);
+  EXPECT_EQ(whiteIn(Histogram(256), 255), 255u);
 }
 
 TEST(White, IsWhereASpikeIs) {
   for (const uint32_t white : {300u, 700u, 959u, 1020u, 1023u}) {
     Histogram histogram = scene(10, 64, white);
     histogram[white] = countOf(histogram) / 50;
-    EXPECT_EQ(whiteOf(histogram, 1023), white);
+    EXPECT_EQ(whiteIn(histogram, 1023), white);
   }
 }
 
@@ -47,34 +52,55 @@ TEST(White, IsFoundAmongSamplesWithoutLowBits) {
   Histogram histogram(4096);
   for (uint32_t value = 96; value < 4092; value += 4) histogram[value] = 60;
   histogram[4092] = 1200;
-  EXPECT_EQ(whiteOf(histogram, 4095), 4092u);
+  EXPECT_EQ(whiteIn(histogram, 4095), 4092u);
 }
 
 TEST(White, IsBelowHotPixels) {
   Histogram histogram = scene(10, 64, 959);
   histogram[959] = countOf(histogram) / 50;
   histogram[1023] = countOf(histogram) / 5000;
-  EXPECT_EQ(whiteOf(histogram, 1023), 959u);
+  EXPECT_EQ(whiteIn(histogram, 1023), 959u);
 }
 
 TEST(White, IsAtTheLowerEndOfANoisySpike) {
   Histogram histogram = scene(12, 100, 3600);
   Noise noise;
   for (int i = 0; i < 60'000; ++i) ++histogram[static_cast<uint32_t>(3600 + 20 * noise.normal())];
-  const uint32_t white = whiteOf(histogram, 4095);
+  const uint32_t white = whiteIn(histogram, 4095);
   EXPECT_GE(white, 3600u - 4 * 20);
   EXPECT_LE(white, 3600u);
 }
 
 // Every step has three times the samples of those below it, as in a pile that has no end.
-TEST(White, IsNeverNearZero) {
+TEST(White, IsAboveAQuarter) {
   Histogram histogram(1024);
   double count = 100;
-  for (size_t value = 8; value < 400; value += 4, count *= 1.3)
+  for (size_t value = 200; value < 700; value += 4, count *= 1.3)
     std::fill_n(histogram.begin() + static_cast<ptrdiff_t>(value), 4, static_cast<uint64_t>(count));
-  std::fill_n(histogram.begin() + 396, 4, static_cast<uint64_t>(2 * count));
-  EXPECT_GE(whiteOf(histogram, 1023), 32u);
-  EXPECT_LT(whiteOf(histogram, 1023), 100u);
+  std::fill_n(histogram.begin() + 696, 4, static_cast<uint64_t>(2 * count));
+  histogram[4] = 2 * countOf(histogram);  // most of the frame is dark
+  EXPECT_GE(whiteIn(histogram, 1023), 256u);
+  EXPECT_LT(whiteIn(histogram, 1023), 1023u);
+}
+
+// A sheet of paper in a dark room.
+TEST(White, IsNotThatOfADarkSurface) {
+  Histogram histogram = scene(10, 20, 90);
+  histogram[90] = 5000;
+  EXPECT_EQ(whiteIn(histogram, 1023), 1023u);
+}
+
+TEST(White, IsNotThatOfAPlainSurface) {
+  Noise noise;
+  std::array<Histogram, 4> places;
+  places.fill(Histogram(1024));
+  for (int i = 0; i < 10'000; ++i)
+    for (size_t place = 0; place < 4; ++place)
+      ++places[place][static_cast<uint32_t>((place == 1 ? 700 : 400) + 3 * noise.normal())];
+  EXPECT_EQ(whiteOf(places, 1023), 1023u);
+  places[1].assign(1024, 0);
+  places[1][959] = 10'000;  // green is clipped
+  EXPECT_EQ(whiteOf(places, 1023), 959u);
 }
 
 TEST(Black, IsTheDarkEndOfTheDarkestPlace) {
@@ -96,6 +122,14 @@ TEST(Black, IgnoresDeadPixels) {
 TEST(Black, IsAtMostAnEighth) {
   const Histogram bright = scene(10, 600, 900);
   EXPECT_EQ(blackOf({bright, bright, bright, bright}, 1023), 127u);
+}
+
+// The noise of a wall of which nothing is dark.
+TEST(Black, IsNotThatOfAPlainSurface) {
+  Noise noise;
+  Histogram wall(1024);
+  for (int i = 0; i < 10'000; ++i) ++wall[static_cast<uint32_t>(100 + 3 * noise.normal())];
+  EXPECT_LE(blackOf({wall, wall, wall, wall}, 1023), 20u);
 }
 
 TEST(Black, PlacesWithoutSamplesDoNotCount) {

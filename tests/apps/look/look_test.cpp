@@ -74,7 +74,14 @@ TEST(ParseLook, ModesComeFirst) {
   const LookChoice choice = parseLook("astro,white=4095");
   EXPECT_EQ(choice.mode, LookMode::kAstro);
   EXPECT_EQ(choice.known.white, 4095u);
-  EXPECT_THAT(errorOf("white=4095,astro"), HasSubstr("astro: NAME=VALUE is expected"));
+  EXPECT_THAT(
+      errorOf("white=4095,astro"),
+      HasSubstr("--look white=4095,astro: only the first part can be a mode, such as astro"));
+}
+
+TEST(ParseLook, NamesOfCurvesAreThoseOfTheLibrary) {
+  EXPECT_EQ(parseLook("curve=SRGB").known.transfer, (Transfer{Curve::kSrgb, 0}));
+  EXPECT_EQ(parseLook("curve=Gamma:2.2").known.transfer, (Transfer{Curve::kGamma, 2200}));
 }
 
 TEST(ParseLook, WhatIsNotGivenIsUnknown) {
@@ -124,9 +131,12 @@ TEST(ParseLook, RejectionsNameThePartItsValueAndWhatIsAllowed) {
        "blck=64: the names are black, white, gains, matrix, exposure, curve, highlights"},
       {"=1", "the names are"},
       {"white", "white: NAME=VALUE is expected, or first auto, linear, srgb or astro"},
-      {"", "auto, linear, srgb or astro"},
-      {"auto,", "NAME=VALUE is expected"},
-      {"white=9,,black=1", "NAME=VALUE is expected"},
+      {"", "--look : a part is empty"},
+      {"auto,",
+       "--look auto,: a part is empty; auto, linear, srgb, astro or NAME=VALUE is expected"},
+      {",", "--look ,: a part is empty; "},
+      {"white=9,,black=1", "--look white=9,,black=1: a part is empty; "},
+      {"auto,auto", "--look auto,auto: only the first part can be a mode, such as auto"},
       {"white=9,black=1,white=8", "white is there twice"},
       {"white=64,black=1:2:64:3", "white=64 is not above black=64"}};
   for (const auto& [text, message] : cases) EXPECT_THAT(errorOf(text), HasSubstr(message)) << text;

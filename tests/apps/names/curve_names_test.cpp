@@ -16,7 +16,8 @@ TEST(FindCurve, TakesNamesAndNumbers) {
   EXPECT_EQ(findCurve("light"), 2u);
   EXPECT_EQ(findCurve("contrast"), 6u);
   EXPECT_EQ(findCurve("5"), 5u);
-  for (const char* text : {"", "1", "7", "02", "Light", "ligh", "table.txt"})
+  EXPECT_EQ(findCurve("Lighter"), 3u);
+  for (const char* text : {"", "1", "7", "02", "ligh", "table.txt"})
     EXPECT_FALSE(findCurve(text)) << text;
 }
 

@@ -14,6 +14,10 @@ TEST(AlgorithmChoice, ThresholdIsPartOfTheName) {
   EXPECT_EQ(app::labelOf(app::parseAlgorithm("-a", "ahd")), "ahd");
 }
 
+TEST(AlgorithmChoice, CaseIsIgnored) {
+  EXPECT_STREQ(app::parseAlgorithm("-a", "AHD").row->name, "ahd");
+}
+
 TEST(AlgorithmChoice, AllAreThoseOfTheLibrary) {
   const auto all = app::orAll({});
   std::string names;

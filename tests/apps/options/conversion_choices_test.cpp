@@ -106,6 +106,9 @@ TEST_F(Choices, WithoutEffectCauseAWarning) {
             "vistrel: in.pgm: --algorithm ahd has no effect: the frame is mono\n"
             "vistrel: in.pgm: --edges padded has no effect: the frame is mono\n"
             "vistrel: in.pgm: --gray luma has no effect: the frame is mono\n");
+  EXPECT_EQ(scratch.vistrel("convert in.pgm --phase rggb --white 200 --bin-means -o out.png").err,
+            "vistrel: in.pgm: --white 200 has no effect without --wb auto\n"
+            "vistrel: in.pgm: --bin-means has no effect without --bin\n");
   EXPECT_EQ(scratch.read("out.pgm"), scratch.read("in.pgm"));
   EXPECT_EQ(scratch.vistrel("convert in.pgm -o out.png --phase rggb --depth reduce10").err,
             "vistrel: in.pgm: --depth reduce10 has no effect: the frame has 8 bits\n");

@@ -17,7 +17,8 @@ TEST(FrameName, BitsAndPhase) {
 
 TEST(FrameName, WithoutAPhaseItIsMono) {
   EXPECT_EQ(app::parseFrameName("f008_12b").bits, 12u);
-  EXPECT_EQ(app::parseFrameName("f008_12b").phase, uint32_t{VISTREL_MONO});
+  EXPECT_FALSE(app::parseFrameName("f008_12b").phase);
+  EXPECT_EQ(app::parseFrameName("f008_12b_mono").phase, uint32_t{VISTREL_MONO});
 }
 
 TEST(FrameName, WithoutBitsItIsRejected) {

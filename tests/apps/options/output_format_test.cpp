@@ -44,9 +44,9 @@ TEST(OutputFormats, OfMonoFramesAreGray) {
 
 // The picture's type determines the order of samples.
 TEST(OutputFormats, OfPicturesHaveTheWritersOrder) {
-  const std::map<std::string, uint32_t> codes{{"rgb24", VISTREL_BGR24},  {"bgra", VISTREL_ARGB32},
-                                              {"rgba", VISTREL_ARGB32},  {"argb", VISTREL_ARGB32},
-                                              {"rgb48", VISTREL_BGR48},  {"bgr48", VISTREL_BGR48},
+  const std::map<std::string, uint32_t> codes{{"bgr24", VISTREL_RGB24},  {"bgra", VISTREL_RGBA32},
+                                              {"rgba", VISTREL_RGBA32},  {"argb", VISTREL_RGBA32},
+                                              {"rgb48", VISTREL_RGB48},  {"bgr48", VISTREL_RGB48},
                                               {"gray16", VISTREL_GRAY16}};
   ConversionOptions o;
   for (const auto& [name, code] : codes)

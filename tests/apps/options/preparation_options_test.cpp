@@ -52,7 +52,9 @@ TEST_F(Preparation, AutoMakesColoursEqual) {
       scratch.vistrel("convert in.pgm -o out.png --phase rggb --black 10 --wb auto --json");
   EXPECT_THAT(plain(readPng(scratch / "out.png")), ElementsAre(90, 90, 90));
   // 90 / 31, 90 / 60 and 1 in 4096th.
-  EXPECT_EQ(result.err, "vistrel: in.pgm: --wb auto: the gains are --wb 2.9033,1.5000,1.0000\n");
+  EXPECT_EQ(result.err,
+            "vistrel: in.pgm: --wb auto: the gains are --wb 2.9033,1.5000,1.0000\n"
+            "vistrel: in.pgm: --wb auto: only 63 samples count; 256 or more are reliable\n");
   const auto output = nlohmann::json::parse(result.out)["inputs"][0]["outputs"][0];
   EXPECT_EQ(output["gains"], (nlohmann::json{11892. / 4096, 1.5, 1.}));
   EXPECT_THAT(plain(convert("--black 10 --wb 2.9033,1.5000,1.0000")), ElementsAre(90, 90, 90));
@@ -97,6 +99,25 @@ TEST_F(Preparation, HeaderlessFilesKeepAllBitsInEitherOrder) {
     EXPECT_EQ(scratch.read("out.raw"), expected) << format;
     std::filesystem::remove(scratch / "out.raw");
   }
+}
+
+// Of 10 x 10 blocks, 40 have a sample that reaches 200.
+TEST_F(Preparation, BalanceSaysIfFewSamplesCount) {
+  scratch.write("big.pgm",
+                pgm(20, 20, 255, [](uint32_t x, uint32_t) { return x < 12 ? 90 : 200; }));
+  const auto notes = [&](const std::string& options) {
+    const Finished result =
+        scratch.vistrel("convert big.pgm --phase rggb -o out.png --wb " + options);
+    return result.err.substr(result.err.find('\n') + 1);
+  };
+  EXPECT_EQ(notes("auto"), "");
+  EXPECT_EQ(notes("auto --white 201"), "");
+  EXPECT_EQ(notes("auto --white 200"),
+            "vistrel: big.pgm: --wb auto: only 240 samples count; 256 or more are reliable\n");
+  EXPECT_EQ(notes("auto:5x3+1+1"),
+            "vistrel: big.pgm: --wb auto: only 15 samples count; 256 or more are reliable\n");
+  EXPECT_EQ(scratch.vistrel("convert big.pgm --phase rggb -o out.png --wb auto:0x0+0+0").err,
+            "vistrel: --wb auto:0x0+0+0: it is empty\n");
 }
 
 TEST_F(Preparation, IsRejectedIfItExceedsTheFrame) {

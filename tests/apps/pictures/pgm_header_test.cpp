@@ -11,9 +11,9 @@ namespace {
 struct PgmHeaders : ::testing::Test {
   Scratch scratch;
 
-  app::PgmHeader read(const std::string& file, uint64_t at = 0, char type = '5') const {
+  app::PgmHeader read(const std::string& file, uint64_t at = 0) const {
     scratch.write("in.pgm", file);
-    return app::readPgmHeader(app::Source(scratch / "in.pgm"), at, type);
+    return app::readGrayHeader(app::Source(scratch / "in.pgm"), at);
   }
 };
 
@@ -29,12 +29,31 @@ TEST_F(PgmHeaders, CommentsStandBetweenItsNumbers) {
 // Only a single space ends the header: the samples may begin with white space.
 TEST_F(PgmHeaders, SamplesMayBeginWithWhiteSpace) {
   EXPECT_EQ(read("P5 1 1 255\n\n").samplesAt, 11u);
-  EXPECT_EQ(read("..P6 2 1 255 \n\n\n\n\n\n", 2, '6').samplesAt, 13u);
+  EXPECT_EQ(read("..P5 2 1 255 \n\n\n", 2).samplesAt, 13u);
+  scratch.write("in.ppm", "P6 2 1 255 \n\n\n\n\n\n");
+  EXPECT_EQ(app::readPpmHeader(app::Source(scratch / "in.ppm")).samplesAt, 11u);
+}
+
+TEST_F(PgmHeaders, LinesOfPam) {
+  const std::string head =
+      "P7\n# a comment\nWIDTH 640\nTUPLTYPE any words\nHEIGHT 480\nDEPTH 1\n\n"
+      "MAXVAL 4095\nENDHDR\n";
+  const app::PgmHeader header = read(head + "..");
+  EXPECT_EQ(header.type, '7');
+  EXPECT_EQ(header.width, 640u);
+  EXPECT_EQ(header.height, 480u);
+  EXPECT_EQ(header.maxval, 4095u);
+  EXPECT_EQ(header.samplesAt, head.size());
 }
 
 TEST_F(PgmHeaders, InvalidOnesAreRejected) {
-  for (const char* file : {"P5", "P5 1", "P5 1 1", "P5 0 1 255\n.", "P5 1 1 0\n.",
-                           "P5 1 1 65536\n.", "P5 1 x 255\n.", "P5 1 1 255"})
+  for (const char* file :
+       {"P1 1 1 1\n.", "P6 1 1 255\n...", "P7\nWIDTH 1\nHEIGHT 1\nMAXVAL 1\nENDHDR\n.",
+        "P7\nWIDTH 1\nHEIGHT 1\nDEPTH 3\nMAXVAL 1\nENDHDR\n...",
+        "P7\nWIDTH 1\nHEIGHT 1\nDEPTH 1\nMAXVAL 70000\nENDHDR\n..",
+        "P7\nWIDTH 1\nHEIGHT 1\nDEPTH 1\nMAXVAL 1\nENDHDR", "P7\nWIDTH 1\nHEIG",
+        "P7\nWIDTH 1\nSIZE 1\nDEPTH 1\nMAXVAL 1\nENDHDR\n.", "P5", "P5 1", "P5 1 1",
+        "P5 0 1 255\n.", "P5 1 1 0\n.", "P5 1 1 65536\n.", "P5 1 x 255\n.", "P5 1 1 255"})
     EXPECT_EQ(app::attempt([&] { read(file); }).status, app::kRejected) << file;
 }
 

@@ -10,7 +10,6 @@
 
 #include "apps/error.h"
 #include "apps/pictures/raw_frame.h"
-#include "apps/pictures/write_dng.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
 #include "vistrel/vistrel_host.h"
@@ -51,7 +50,7 @@ struct Dng : ::testing::Test {
   // Writes the samples as in.dng.
   void write(uint32_t bits, const DngCamera& camera) const {
     AtomicFile file(scratch / "in.dng");
-    app::writeDng(app::monoImage(grains(bits), kDngWidth, bits), camera, file);
+    app::writeDng(app::monoImage(grains(bits), kDngWidth, bits), {.camera = camera}, file);
     file.commit();
   }
   bool has(const std::string& tool) const {
@@ -248,8 +247,9 @@ TEST_F(Dng, UnpackTakesOneFrameWithColours) {
   const std::string unpack = "unpack in.raw -s 2x2 -o out.dng --pixfmt ";
   const Finished mono = scratch.vistrel(unpack + "GREY --frame 0");
   EXPECT_EQ(mono.status, 3);
-  EXPECT_EQ(mono.err,
-            "vistrel: in.raw: out.dng: a .dng needs colour filters; mono goes to .pgm or .raw\n");
+  EXPECT_EQ(
+      mono.err,
+      "vistrel: in.raw: a .dng needs colour filters; mono goes to .pgm, .png, .npy or .raw\n");
   const Finished two = scratch.vistrel(unpack + "RGGB");
   EXPECT_EQ(two.status, 3);
   EXPECT_NE(two.err.find("it has 2 frames: out.dng takes one"), two.err.npos) << two.err;
@@ -269,15 +269,65 @@ TEST_F(Dng, Mosaic) {
             "vistrel: -o out.dng: --pixfmt writes a headerless raw file, not a .dng\n");
 }
 
+// Everything that a DNG says is in the copy, and other programs read the same samples.
+TEST_F(Dng, ConvertKeepsTheMosaic) {
+  write(12, kCamera);
+  EXPECT_EQ(scratch.vistrel("convert in.dng --mosaic -o out.dng").err, "");
+  nlohmann::json before = info("in.dng"), after = info("out.dng");
+  EXPECT_EQ(before["black_level"], nlohmann::json({60, 64, 66, 71}));
+  EXPECT_EQ(after, before);
+  const std::string words = grainWords(12);
+  const auto lastOf = [&words](const std::string& file) {
+    return file.size() < words.size() ? file : file.substr(file.size() - words.size());
+  };
+  EXPECT_EQ(scratch.vistrel("convert in.dng --mosaic -o out.pgm").err, "");
+  EXPECT_EQ(lastOf(scratch.read("out.pgm")), words);
+  if (has("dcraw")) {
+    EXPECT_EQ(lastOf(scratch.run({"dcraw", "-D", "-4", "-t", "0", "-c", "out.dng"}).out), words);
+  }
+  if (has("unprocessed_raw")) {
+    EXPECT_EQ(scratch.run({"unprocessed_raw", "out.dng"}).status, 0);
+    EXPECT_EQ(lastOf(scratch.read("out.dng.pgm")), words);
+  }
+}
+
+TEST_F(Dng, ConvertMakesOneOfEveryFrame) {
+  scratch.write("in.raw", "abcdefgh");
+  std::filesystem::create_directory(scratch / "out");
+  const std::string convert = "convert in.raw -s 2x2 --pixfmt RGGB --mosaic ";
+  const Finished made = scratch.vistrel(convert + "--type dng -o out");
+  EXPECT_EQ(made.status, 0) << made.err;
+  EXPECT_EQ(made.err,
+            "vistrel: in.raw: the camera's colour matrix is unknown; using that of sRGB\n");
+  EXPECT_EQ(scratch.vistrel("unpack out/in_000001.dng -o out.raw").err, "");
+  EXPECT_EQ(scratch.read("out.raw"), "efgh");
+  EXPECT_EQ(scratch.vistrel(convert + "--frame 1 -o - --wb 2,1,2").err,
+            "vistrel: --mosaic and --wb 2,1,2 cannot be combined: samples stay as they are\n");
+  EXPECT_EQ(scratch.vistrel(convert + "--frame 1 -o out.tif").err,
+            "vistrel: -o out.tif: a raw frame is a .dng, .pgm, .png, .npy or .raw\n");
+  EXPECT_EQ(scratch.vistrel("convert in.raw -s 2x2 --pixfmt RGGB --frame 0 -o out.dng").err,
+            "vistrel: demosaicing and -o out.dng cannot be combined: a .dng holds a raw frame; "
+            "--mosaic writes one\n");
+}
+
+TEST_F(Dng, ThePhaseMustBeKnown) {
+  scratch.write("in.raw", "abcd");
+  const std::string unpack = "unpack in.raw -s 2x2 --bits 8 -o out.dng";
+  EXPECT_EQ(scratch.vistrel(unpack).err,
+            "vistrel: in.raw: --phase is missing: a .dng names the colours of the 2x2 block\n");
+  EXPECT_EQ(scratch.vistrel(unpack + " --phase gbrg").err, kNote);
+  EXPECT_EQ(info("out.dng")["phase"], "gbrg");
+}
+
 TEST_F(Dng, TooLargeIsRejected) {
   Image image;  // whose pixels are not looked at
   image.layout = {50000, 41000, 1, 16, 100000, 4100000000, 0, 0, {}};
-  AtomicFile file(scratch / "out.dng");
+  const app::PictureDetails details{.camera = app::unknownCamera(VISTREL_RGGB, 16)};
   const app::Outcome outcome =
-      app::attempt([&] { app::writeDng(image, app::unknownCamera(VISTREL_RGGB, 16), file); });
+      app::attempt([&] { app::savePicture(image, details, scratch / "out.dng"); });
   EXPECT_EQ(outcome.status, app::kRejected);
   EXPECT_EQ(outcome.text,
-            "50000x41000 samples of 16 bits: a DNG holds at most 4026531840 bytes of samples");
+            "50000x41000 samples of 16 bits: a .dng holds at most 4026531840 bytes of samples");
 }
 
 TEST_F(Dng, AppearsCompleteOrNotAtAll) {

@@ -15,20 +15,20 @@ std::array<int, 3> at(const app::Canvas& canvas, size_t x, size_t y) {
   return {p[0], p[1], p[2]};
 }
 
-constexpr std::array<int, 3> kDark{0, 0, 0}, kBgr{30, 20, 10};
+constexpr std::array<int, 3> kDark{0, 0, 0}, kRgb{10, 20, 30};
 
 TEST(Canvas, BoxesAreClipped) {
   app::Canvas canvas(4, 3, kBlack);
   canvas.box(2, -5, 100, 7, kInk);
   for (size_t y = 0; y < 3; ++y)
-    for (size_t x = 0; x < 4; ++x) EXPECT_EQ(at(canvas, x, y), x >= 2 && y < 2 ? kBgr : kDark);
+    for (size_t x = 0; x < 4; ++x) EXPECT_EQ(at(canvas, x, y), x >= 2 && y < 2 ? kRgb : kDark);
 }
 
 // The rim of a disc of radius 2 about (4, 4): the centre of pixel (5, 2) is at a distance of
 // sqrt(1.5^2 + 1.5^2) = 2.12, so a share of 2.5 - 2.12 = 0.38 is covered.
 TEST(Canvas, DiscsHaveASoftRim) {
   app::Canvas canvas(8, 8, kBlack);
-  canvas.disc(4, 4, 2, {0, 0, 100});
+  canvas.disc(4, 4, 2, {100, 0, 0});
   EXPECT_EQ(at(canvas, 4, 4)[0], 100);
   EXPECT_EQ(at(canvas, 5, 2)[0], 38);
   EXPECT_EQ(at(canvas, 2, 5)[0], 38);
@@ -41,8 +41,8 @@ TEST(Canvas, TextIsMadeOfDots) {
   EXPECT_EQ(app::Canvas::textHeight(2), 14);
   app::Canvas canvas(20, 10, kBlack);
   canvas.text(1, 1, 1, "L", kInk);
-  EXPECT_EQ(at(canvas, 1, 1), kBgr);
-  EXPECT_EQ(at(canvas, 5, 7), kBgr);
+  EXPECT_EQ(at(canvas, 1, 1), kRgb);
+  EXPECT_EQ(at(canvas, 5, 7), kRgb);
   EXPECT_EQ(at(canvas, 2, 1), kDark);
 }
 

@@ -54,5 +54,15 @@ for part in $parts; do
   grep -qE "\b$part=" <<<"$(section "$(page vistrel-develop)" DESCRIPTION)" ||
     expect "parts of a look" "$part" nothing
 done
+# So do those that turn pictures: every orientation, and its codes.
+orientations=$({ "$vistrel" convert a --orient nonsense -o b.png 2>&1 || true; } |
+  sed -n 's/.*nonsense: \(.*\) are allowed.*/\1/p' | tr -d ,)
+expect "orientations" 8 "$(wc -w <<<"$orientations")"
+for name in $orientations "1 to 8"; do
+  for command in convert develop; do
+    grep -qE "\b$name\b" <<<"$(page "vistrel-$command" | grep -A3 -- --orient)" ||
+      expect "orientations of $command" "$name" nothing
+  done
+done
 expect "pages" "$(wc -w <<<"$commands vistrel")" "$(find "$manual/man1" -name '*.1.gz' | wc -l)"
 exit $((faults > 0))

@@ -10,8 +10,8 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "tests/apps/patches.h"
 #include "tests/apps/program.h"
-#include "tests/apps/tools/scene/chart.h"
 
 namespace vistrel {
 namespace {
@@ -53,8 +53,8 @@ double signalOf(const Colour& light, size_t filter) {
 
 template <class Visit>
 void forEachPixel(const Patch& p, const Visit& visit) {
-  for (uint32_t y = p.top; y < p.top + p.height; ++y)
-    for (uint32_t x = p.left; x < p.left + p.width; ++x) visit(x, y);
+  for (uint32_t y = p.box.y; y < p.box.y + p.box.height; ++y)
+    for (uint32_t x = p.box.x; x < p.box.x + p.box.width; ++x) visit(x, y);
 }
 
 // The samples of a 16-bit PGM.
@@ -68,7 +68,7 @@ std::vector<uint32_t> wordsOf(const std::string& file) {
 
 struct SceneCamera : ::testing::Test {
   Scratch scratch;
-  const std::vector<Patch> chart = readChart();
+  const std::vector<Patch> chart = readPatches(VISTREL_CHART);
 
   std::vector<uint32_t> scene(const std::string& options) const {
     EXPECT_EQ(scratch.vistrel("scene -o out.pgm " + options).err, "");
@@ -150,8 +150,8 @@ TEST_F(SceneCamera, IsTheSameEveryTimeInEveryFile) {
   EXPECT_EQ(render("out.pgm --seed 1"), frame);
   EXPECT_NE(render("out.pgm --seed 2"), frame);
   render("in.dng");
-  EXPECT_EQ(scratch.vistrel("convert in.dng --phase mono --depth 16 -o out.pgm").status, 0);
-  EXPECT_EQ(scratch.read("out.pgm"), frame);
+  EXPECT_EQ(scratch.vistrel("unpack in.dng -o unpacked.pgm").status, 0);
+  EXPECT_EQ(scratch.read("unpacked.pgm"), frame);
 }
 
 TEST_F(SceneCamera, LevelsSuitTheBits) {
@@ -260,7 +260,7 @@ Colour deviationOf(const Patch& patch, const Colour& light, const Matrix& toSrgb
   for (size_t c = 0; c < 3; ++c) {
     double variance = 0;
     for (size_t k = 0; k < 3; ++k) {
-      const double count = patch.width * patch.height / (k == 1 ? 2.0 : 4.0);
+      const double count = patch.box.width * patch.box.height / (k == 1 ? 2.0 : 4.0);
       const double one = 0.005 * std::sqrt(signalOf(light, k) + kReadNoise * kReadNoise);
       variance += std::pow(toSrgb[c][k] * one / kNeutral[k], 2) / count;
     }
@@ -279,7 +279,7 @@ TEST_F(SceneCamera, TagsUndoTheCamera) {
   for (const Patch& patch : chart) {
     if (isClipped(patch)) continue;
     const Colour light =
-        lightAt(patch, patch.left + patch.width / 2.0, patch.top + patch.height / 2.0);
+        lightAt(patch, patch.box.x + patch.box.width / 2.0, patch.box.y + patch.box.height / 2.0);
     const Colour colour = frame.colourOf(patch);
     const Colour deviation = deviationOf(patch, light, frame.toSrgb);
     for (size_t c = 0; c < 3; ++c)

@@ -1,0 +1,59 @@
+#include "apps/commands/mosaic_job.h"
+
+#include "apps/commands/camera_details.h"
+#include "apps/commands/picture_request.h"
+
+namespace vistrel::app {
+
+vistrel_conversion unchanged(const vistrel_frame& frame) {
+  vistrel_conversion conversion = defaultConversion(frame);
+  conversion.format = frame.bytes_per_sample == 2 ? VISTREL_MONO16 : VISTREL_MONO8;
+  return conversion;
+}
+
+PictureDetails frameDetails(const FrameFile& file, std::string command) {
+  return {.encoding = kLinearLight,
+          .command = std::move(command),
+          .shot = shotOf(file.description().camera),
+          .camera = file.knowsPhase() ? std::optional(dngCameraOf(file)) : std::nullopt};
+}
+
+namespace {
+
+vistrel_frame withoutPhase(vistrel_frame frame) {
+  frame.phase = VISTREL_MONO;
+  return frame;
+}
+
+}  // namespace
+
+MosaicJob::MosaicJob(const Job& job, const InputOptions& input, const Compression& compression,
+                     const std::string& given, Preview& preview)
+    : job_(job), preview_(preview), file_(job.from, input, preview.warnings),
+      details_(frameDetails(file_, commandText("convert", job.from.filename(), job, given))) {
+  details_.compression = compression;
+  const vistrel_frame frame = withoutPhase(file_.frame());
+  checkHolds(pictureType(job.to), layoutOf(frame, unchanged(frame)), details_);
+}
+
+void MosaicJob::describe() {
+  const vistrel_frame frame = withoutPhase(file_.frame());
+  preview_.layout = layoutOf(frame, unchanged(frame));
+  addOrigin(file_, preview_);
+  if (assumesColours(pictureType(job_.to), details_)) preview_.warnings.push_back(kAssumedColours);
+}
+
+std::unique_ptr<AtomicFile> MosaicJob::run(Worker& worker) {
+  auto picture = writePicture(make(job_.frame.value_or(file_.chosen()), worker), details_, job_.to);
+  describe();
+  return picture;
+}
+
+const Image& MosaicJob::make(uint64_t n, Worker& worker) {
+  return withOriginOfBits(file_, [&]() -> const Image& {
+    const vistrel_frame frame = withoutPhase(file_.read(n));
+    return worker.convert(frame, unchanged(frame));
+  });
+}
+
+}  // namespace vistrel::app

@@ -1,0 +1,80 @@
+#include "python/extension/rejection.h"
+
+#include <cstdio>
+#include <exception>
+
+#include "apps/error.h"
+
+namespace vistrel::python {
+namespace {
+
+struct WrongType {
+  Error error;
+};
+
+vistrel_error errorOf(int32_t status, const std::string& argument, const std::string& value,
+                      const std::string& reason) {
+  vistrel_error error{};
+  const std::string subject = value.empty() ? argument : argument + " " + value;
+  const std::string text = subject.empty() ? reason : subject + ": " + reason;
+  error.status = status;
+  std::snprintf(error.argument, sizeof error.argument, "%s", argument.c_str());
+  std::snprintf(error.value, sizeof error.value, "%s", value.c_str());
+  std::snprintf(error.reason, sizeof error.reason, "%s", reason.c_str());
+  std::snprintf(error.text, sizeof error.text, "%s", text.c_str());
+  return error;
+}
+
+// The package has the classes; `kind` chooses one.
+void raise(const Error& error, const char* kind) {
+  const py::object make = py::module_::import("vistrel._errors").attr("error_of");
+  const py::object raised =
+      make(kind, error.what(), error.status(), error.argument(), error.value(), error.reason());
+  PyErr_SetObject(py::type::handle_of(raised).ptr(), raised.ptr());
+}
+
+const char* kindOf(const Error& error) {
+  switch (error.status()) {
+    case VISTREL_NO_MEMORY: return "memory";
+    case VISTREL_INTERNAL:
+    case VISTREL_BAD_STREAM:
+    case VISTREL_BUSY_STREAM:
+    case VISTREL_NO_STREAM:
+    case VISTREL_BAD_TEAM:
+    case VISTREL_NO_THREAD:
+    case VISTREL_RUN_FAILED: return "runtime";
+    default: return "value";
+  }
+}
+
+}  // namespace
+
+void reject(int32_t status, const std::string& argument, const std::string& value,
+            const std::string& reason) {
+  throw Error(errorOf(status, argument, value, reason));
+}
+
+void rejectType(int32_t status, const std::string& argument, const std::string& type,
+                const std::string& reason) {
+  throw WrongType{Error(errorOf(status, argument, type, reason))};
+}
+
+void check(int32_t status, const vistrel_error& error) {
+  if (status != VISTREL_OK) throw Error(error);
+}
+
+void bindRejection() {
+  py::register_exception_translator([](std::exception_ptr exception) {
+    try {
+      std::rethrow_exception(exception);
+    } catch (const WrongType& wrong) {
+      raise(wrong.error, "type");
+    } catch (const Error& error) {
+      raise(error, kindOf(error));
+    } catch (const app::ProgramError& error) {  // its text names the argument
+      raise(Error(errorOf(VISTREL_BAD_FORMAT, "", "", error.what())), "value");
+    }
+  });
+}
+
+}  // namespace vistrel::python

@@ -1,0 +1,84 @@
+"""Any object as any argument: a result, or an exception that Python knows."""
+
+import numpy as np
+import pytest
+import vistrel
+from frames import MOSAICS, noise
+from hypothesis import given, settings
+from hypothesis import strategies as st
+
+RAW = noise((24, 32), 12)
+
+OBJECTS = st.one_of(
+    st.none(),
+    st.booleans(),
+    st.integers(-(2**70), 2**70),
+    st.integers(-2, 20),
+    st.floats(),
+    st.text(max_size=5),
+    st.binary(max_size=5),
+    st.sampled_from(["rggb", "bilinear", "rgb24", "raw", "mean", "high", "chw", "f4", "\0", "\ud800"]),
+    st.lists(st.integers(-3, 70000), max_size=5),
+    st.lists(st.floats(), max_size=4),
+    st.sampled_from([object(), int, len, np.zeros(3), np.zeros((3, 3), "U1"), np.array(None), {}]),
+)
+OPTIONS = ["bits", "algorithm", "format", "region", "binning", "bin_mode", "window", "curve",
+           "table", "black", "white", "gains", "edges", "threshold", "gray", "truncate_to",
+           "excess", "align", "orientation", "threads", "layout", "dtype", "out"]
+EXPECTED = (ValueError, TypeError, OverflowError, MemoryError)
+
+
+@settings(max_examples=400, deadline=None)
+@given(st.dictionaries(st.sampled_from(OPTIONS), OBJECTS, max_size=3))
+def test_options(options):
+    if isinstance(options.get("threads"), int) and options["threads"] > 4:
+        options["threads"] = 300
+    try:
+        image = vistrel.convert(RAW, "rggb", **({"bits": 12} | options))
+    except EXPECTED:
+        return
+    assert isinstance(image, np.ndarray)
+
+
+@settings(max_examples=200, deadline=None)
+@given(OBJECTS, OBJECTS)
+def test_frames_and_phases(raw, phase):
+    for call in (lambda: vistrel.convert(raw, "rggb"), lambda: vistrel.convert(RAW, phase),
+                 lambda: vistrel.phase_at(phase, 1, 1), lambda: vistrel.cv2_code(phase),
+                 lambda: vistrel.rotate(phase, (3, 3))):
+        try:
+            call()
+        except EXPECTED:
+            pass
+
+
+@settings(max_examples=300, deadline=None)
+@given(st.binary(max_size=200), st.sampled_from(["Mono8", "RG12", "BayerGB10p", "RAW14", "pRCC"]),
+       st.integers(-1, 40), st.integers(-1, 40), st.none() | st.integers(-1, 60))
+def test_packed_bytes(data, name, width, height, stride):
+    try:
+        samples = vistrel.unpack(data, name, width, height, stride)
+    except vistrel.InvalidValue:
+        return
+    assert samples.shape == (height, width)
+
+
+@settings(max_examples=200, deadline=None)
+@given(st.integers(1, 40), st.integers(1, 40), st.sampled_from([*MOSAICS, "mono"]),
+       st.tuples(*[st.integers(0, 40)] * 4))
+def test_regions(height, width, phase, region):
+    """A region within the frame has the pixels of the whole image if edges are padded."""
+    raw = noise((height, width), 8)
+    x, y, columns, rows = region
+    try:
+        part = vistrel.convert(raw, phase, region=region, edges="padded")
+    except vistrel.InvalidValue:
+        assert x + columns > width or y + rows > height or min(columns, rows, height, width) < 2
+        return
+    whole = vistrel.convert(raw, phase, edges="padded")
+    assert np.array_equal(part, whole[y : y + rows, x : x + columns])
+
+
+def test_lone_surrogates_are_not_names():
+    with pytest.raises(UnicodeEncodeError):
+        vistrel.convert(RAW, "\ud800", 12)

@@ -1,0 +1,53 @@
+"""Examples in docstrings and on pages."""
+
+import contextlib
+import doctest
+import io
+import re
+from pathlib import Path
+
+import numpy
+import pytest
+import vistrel
+from vistrel import _conversion, _errors, _names, _phases
+
+ROOT = Path(__file__).resolve().parents[2]
+NAMES = {"numpy": numpy, "vistrel": vistrel}
+
+
+@pytest.mark.parametrize("module, least", [(_conversion, 8), (_names, 2), (_phases, 5)])
+def test_docstrings(module, least):
+    result = doctest.testmod(module, extraglobs=NAMES)
+    assert result.failed == 0
+    assert result.attempted >= least
+
+
+def test_a_wrong_docstring_fails():
+    parser, runner = doctest.DocTestParser(), doctest.DocTestRunner(verbose=False)
+    text = '>>> vistrel.phase_at("rggb", 0, 0).value\n\'bggr\'\n'
+    with contextlib.redirect_stdout(io.StringIO()):
+        assert runner.run(parser.get_doctest(text, NAMES, "wrong", None, 0)).failed == 1
+
+
+def blocks(page):
+    """Each block of Python, and what the page says that it prints: "It prints `...`"."""
+    text = (ROOT / page).read_text()
+    return re.findall(r"```python\n(.*?)```(?:\n\nIt prints `([^`]*)`)?", text, re.S)
+
+
+@pytest.mark.parametrize("page, least", [("README.md", 1), ("docs/python.md", 5)])
+def test_pages(page, least, tmp_path, monkeypatch):
+    """The blocks of a page run one after the other, in one namespace."""
+    monkeypatch.chdir(tmp_path)
+    names, found = {}, blocks(page)
+    assert len(found) >= least
+    for code, promise in found:
+        with contextlib.redirect_stdout(io.StringIO()) as printed:
+            exec(compile(code, page, "exec"), names)
+        if promise or printed.getvalue():
+            assert printed.getvalue().strip() == promise
+
+
+def test_errors_have_a_docstring():
+    for kind in _errors._KINDS.values():
+        assert kind.__doc__

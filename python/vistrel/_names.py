@@ -1,0 +1,117 @@
+"""Names of phases, formats and algorithms, and the tables of their properties."""
+
+import enum
+import typing
+
+import numpy as np
+
+from . import _core
+
+
+class _Name(str, enum.Enum):
+    __str__ = str.__str__
+    __format__ = str.__format__
+
+
+class Phase(_Name):
+    """The mosaic's 2x2 block at the first pixel, row by row. Members equal their `str`."""
+
+    GRBG = "grbg"
+    BGGR = "bggr"
+    RGGB = "rggb"
+    GBRG = "gbrg"
+    MONO = "mono"
+    BGR = "bgr"
+
+
+class Algorithm(_Name):
+    """Demosaic algorithms. Members equal their `str`."""
+
+    BILINEAR = "bilinear"
+    EDGE = "edge"
+    NEAR = "near"
+    LAROCHE = "laroche"
+    HAMILTON = "hamilton"
+    VNG = "vng"
+    COK = "cok"
+    KIMMEL = "kimmel"
+    GROUPING = "grouping"
+    AHD = "ahd"
+
+
+class Format(_Name):
+    """Pixel formats. Members equal their `str`. The order of the letters is that in memory."""
+
+    MONO8 = "mono8"
+    MONO16 = "mono16"
+    BGR24 = "bgr24"
+    ARGB32 = "argb32"
+    ARGB32_4 = "argb32_4"
+    GRAY8 = "gray8"
+    GRAY16 = "gray16"
+    BGR48 = "bgr48"
+    RGB24 = "rgb24"
+    BGRA32 = "bgra32"
+    RGBA32 = "rgba32"
+    RGB48 = "rgb48"
+    RGB24_PLANAR = "rgb24_planar"
+    RGB48_PLANAR = "rgb48_planar"
+    NV12 = "nv12"
+    I420 = "i420"
+
+
+class FormatInfo(typing.NamedTuple):
+    """A pixel format, as `formats` lists it."""
+
+    name: Format
+    channels: int
+    dtype: np.dtype
+    mono: bool
+    planes: int
+
+
+class AlgorithmInfo(typing.NamedTuple):
+    """A demosaic algorithm, as `algorithms` lists it."""
+
+    name: Algorithm
+    max_bits: int
+    min_size: int
+
+
+def formats():
+    """List the pixel formats.
+
+    Returns
+    -------
+    list of FormatInfo
+        Name, samples per pixel, `numpy.dtype` of a sample, whether it is for frames without colour
+        filters, and the number of planes.
+
+    Examples
+    --------
+    >>> [f.name.value for f in vistrel.formats() if f.mono]
+    ['mono8', 'mono16']
+    """
+    return [
+        FormatInfo(Format(name.lower()), channels, np.dtype(f"u{size}"), mono, planes)
+        for name, channels, size, mono, planes in _core.formats()
+    ]
+
+
+def algorithms():
+    """List the demosaic algorithms.
+
+    Returns
+    -------
+    list of AlgorithmInfo
+        Name, the most significant bits that a sample may have, and the smallest width and height
+        of a region in pixels, which ``edges="padded"`` lowers to 2.
+
+    Examples
+    --------
+    >>> {a.name.value: a.max_bits for a in vistrel.algorithms()}["ahd"]
+    16
+    """
+    return [
+        AlgorithmInfo(Algorithm(name), bits, size) for name, bits, size in _core.algorithms()
+    ]

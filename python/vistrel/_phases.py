@@ -1,0 +1,134 @@
+"""What becomes of a phase when its frame is cropped, mirrored or turned."""
+
+import operator
+
+from . import _core
+from ._errors import InvalidValue, Status
+from ._names import Phase
+
+# OpenCV names the block at row 1, column 1: these are its COLOR_Bayer..2RGB.
+_CV2_RGB = {Phase.RGGB: 48, Phase.GRBG: 49, Phase.BGGR: 46, Phase.GBRG: 47}
+_CV2_EXCHANGED = {46: 48, 47: 49, 48: 46, 49: 47}
+
+
+def _is_mosaic(phase):
+    return phase not in (Phase.MONO, Phase.BGR)
+
+
+def phase_at(phase, x, y):
+    """Return the phase of a frame that begins at column `x` and row `y` of another.
+
+    Parameters
+    ----------
+    phase : str or Phase
+        Phase of the whole frame.
+    x, y : int
+        First column and row of the crop, in pixels.
+
+    Returns
+    -------
+    Phase
+        `phase` itself if the frame is not a mosaic.
+
+    Examples
+    --------
+    A crop is a slice, with the rows first:
+
+    >>> raw = numpy.zeros((48, 64), numpy.uint8)
+    >>> crop, phase = raw[7:, 3:], vistrel.phase_at("rggb", x=3, y=7)
+    >>> phase.value
+    'bggr'
+    """
+    return Phase(_core.phase_at(phase, operator.index(x) % 2, operator.index(y) % 2))
+
+
+def flip(phase, shape, axis=None):
+    """Return the phase of ``numpy.flip(raw, axis)``.
+
+    Parameters
+    ----------
+    phase : str or Phase
+        Phase of the frame before.
+    shape : tuple of int
+        Its height and width, as ``raw.shape``.
+    axis : {None, 0, 1}, optional
+        0 exchanges top and bottom, 1 left and right, None both.
+
+    Returns
+    -------
+    Phase
+
+    Examples
+    --------
+    >>> vistrel.flip("rggb", (48, 64), axis=1).value
+    'grbg'
+    """
+    height, width = shape
+    if axis not in (None, 0, 1):
+        text = f"axis {axis!r}: None, 0 or 1"
+        raise InvalidValue(text, Status.BAD_ORIENTATION, "axis", repr(axis), "None, 0 or 1")
+    return phase_at(phase, 0 if axis == 0 else width - 1, 0 if axis == 1 else height - 1)
+
+
+def rotate(phase, shape, k=1):
+    """Return the phase of ``numpy.rot90(raw, k)``.
+
+    Parameters
+    ----------
+    phase : str or Phase
+        Phase of the frame before.
+    shape : tuple of int
+        Its height and width, as ``raw.shape``.
+    k : int, optional
+        Turns of 90 degrees, counterclockwise; clockwise if negative.
+
+    Returns
+    -------
+    Phase
+
+    Examples
+    --------
+    >>> vistrel.rotate("grbg", (48, 64)).value
+    'rggb'
+    """
+    height, width = shape
+    phase = Phase(_core.phase_name(phase))
+    for _ in range(operator.index(k) % 4):
+        if _is_mosaic(phase):  # the columns, from the last to the first, become rows
+            a, b, c, d = phase_at(phase, width - 2, 0).value
+            phase = Phase(b + d + a + c)
+        height, width = width, height
+    return phase
+
+
+def cv2_code(phase, order="rgb"):
+    """Return the code for ``cv2.cvtColor`` that takes a mosaic for what it is.
+
+    OpenCV names a mosaic after the 2x2 block at row 1, column 1, so the letters of its constants
+    are not those of the first pixels.
+
+    Parameters
+    ----------
+    phase : str or Phase
+        Phase of the frame: one of the four mosaics.
+    order : {"rgb", "bgr"}, optional
+        Order of the result's samples.
+
+    Returns
+    -------
+    int
+
+    Examples
+    --------
+    >>> vistrel.cv2_code("rggb", "bgr")  # cv2.COLOR_BayerBG2BGR
+    46
+    """
+    name = Phase(_core.phase_name(phase))
+    if not _is_mosaic(name):
+        text = f"phase {name}: not a mosaic"
+        raise InvalidValue(text, Status.BAD_PHASE, "phase", str(name), "not a mosaic")
+    if order not in ("rgb", "bgr"):
+        text = f"order {order!r}: rgb or bgr"
+        raise InvalidValue(text, Status.BAD_FORMAT, "order", repr(order), "rgb or bgr")
+    code = _CV2_RGB[name]
+    return code if order == "rgb" else _CV2_EXCHANGED[code]

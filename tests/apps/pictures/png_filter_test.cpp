@@ -1,0 +1,41 @@
+// The filter as the format defines it, byte by byte.
+#include "apps/pictures/png_filter.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+
+namespace vistrel {
+namespace {
+
+int paeth(int a, int b, int c) {
+  const int p = a + b - c;
+  const int pa = std::abs(p - a), pb = std::abs(p - b), pc = std::abs(p - c);
+  if (pa <= pb && pa <= pc) return a;
+  return pb <= pc ? b : c;
+}
+
+TEST(PngFilter, IsPaeths) {
+  std::mt19937 random(1);
+  for (const size_t step : {1u, 2u, 3u, 4u, 6u, 8u}) {
+    const size_t bytes = step * 37;
+    app::PaethFilter filter(bytes, step);
+    std::vector<uint8_t> above(bytes, 0), row(bytes);
+    for (int y = 0; y < 20; ++y) {
+      for (uint8_t& byte : row) byte = static_cast<uint8_t>(y % 2 ? random() : random() % 3 * 127);
+      const std::vector<uint8_t>& filtered = filter.next(row.data());
+      ASSERT_EQ(filtered.size(), bytes + 1);
+      EXPECT_EQ(filtered[0], 4);  // the filter's code
+      for (size_t i = 0; i < bytes; ++i) {
+        const int left = i < step ? 0 : row[i - step], corner = i < step ? 0 : above[i - step];
+        EXPECT_EQ(filtered[i + 1], static_cast<uint8_t>(row[i] - paeth(left, above[i], corner)))
+            << step << ": " << i << ", " << y;
+      }
+      above = row;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace vistrel

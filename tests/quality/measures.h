@@ -1,0 +1,34 @@
+// How far a demosaiced picture is from the truth. Ten pixels at each border do not count.
+#pragma once
+
+#include "tests/quality/planes.h"
+#include "vistrel/vistrel.hpp"
+
+namespace vistrel::quality {
+
+struct Measures {
+  double cpsnr;       // dB, of samples as they are
+  double ssim;        // of samples as they are displayed, as `vistrel report` computes it
+  double difference;  // mean distance in CIELAB (1976)
+  double zipper;  // percent of pixels whose distance from their nearest neighbour has changed by
+                  // more than 2.3: Lu and Tan (2003)
+};
+
+enum class Light { kLinear, kDisplay };  // what samples are proportional to
+
+Measures measure(const Planes& truth, const Planes& picture, Light light);
+
+struct Lab {
+  double l, a, b;
+};
+
+// Of linear light under D65.
+Lab labOf(double red, double green, double blue);
+
+// The mean distance in CIELAB from gray, up to that many pixels from the centre.
+double chromaWithin(const Planes& picture, double radius, Light light);
+
+// As it is displayed, in blue, green, red of 8 bits.
+Image displayed(const Planes& picture, Light light);
+
+}  // namespace vistrel::quality

@@ -1,0 +1,29 @@
+// Scenes in linear light, for measuring demosaic algorithms. Every machine draws the same.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tests/quality/planes.h"
+
+namespace vistrel::quality {
+
+constexpr int kSceneSize = 384;  // of its width and its height
+
+// Rings around the centre, finer outward: the frequency at a distance of r pixels is
+// r * kRingsPerPixel cycles per pixel.
+constexpr double kRingsPerPixel = 0.5 / (kSceneSize / 2);
+
+struct NamedScene {
+  std::string name, content;
+  Planes light;
+};
+
+// A scene for each kind of detail.
+std::vector<NamedScene> renderScenes();
+
+// Adds noise of that standard deviation, in parts of full scale, and limits samples to the range.
+Planes withNoise(const Planes& light, double deviation, uint64_t seed);
+
+}  // namespace vistrel::quality
