@@ -13,8 +13,8 @@ std::string film(const Image& image, const FrameRate& rate) {
   const Scratch scratch;
   AtomicFile file(scratch / "a.y4m");
   beginY4m(image.layout, rate, file);
-  writeY4m(image, file);
-  writeY4m(image, file);
+  writeY4m(image, {}, file);
+  writeY4m(image, {}, file);
   file.commit();
   return scratch.read("a.y4m");
 }
