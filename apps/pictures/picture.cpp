@@ -98,6 +98,7 @@ std::unique_ptr<AtomicFile> writePicture(const Image& image, const PictureDetail
 }
 
 void writeRaw(const Image& image, const PictureDetails&, AtomicFile& file) {
+  if (image.layout.bits <= 8) return file.write(image.pixels.data(), image.pixels.size());
   PictureRows rows(image, Depth::kKept, std::endian::little);
   for (uint32_t y = 0; y < rows.count(); ++y) file.write(rows.row(y), rows.bytes());
 }
