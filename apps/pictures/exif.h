@@ -8,7 +8,7 @@
 
 namespace vistrel::app {
 
-inline constexpr const char* kSoftware = "vistrel " VISTREL_PROGRAM_VERSION;
+extern const char* const kSoftware;
 
 bool isAscii(const std::string& text);
 

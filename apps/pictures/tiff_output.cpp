@@ -87,7 +87,9 @@ uint64_t TiffOutput::writeExif(const Shot& shot) {
   if (iso) TIFFSetField(t, EXIFTAG_ISOSPEEDRATINGS, 1, &iso);
   if (shot.date) setText(t, EXIFTAG_DATETIMEORIGINAL, exifDate(*shot.date));
   uint64_t offset = 0;
-  if (TIFFWriteCustomDirectory(t, &offset) != 1 || TIFFCreateDirectory(t) != 0) throwWriteError();
+  if (TIFFWriteCustomDirectory(t, &offset) != 1) throwWriteError();
+  TIFFFreeDirectory(t);  // the next call forgets what it has
+  if (TIFFCreateDirectory(t) != 0) throwWriteError();
   return offset;
 }
 

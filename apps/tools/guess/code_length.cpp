@@ -167,7 +167,7 @@ class NumberCode {
   double bits() const {
     double sum = 0;
     for (size_t length = 0; length < counts_.size(); ++length)
-      if (counts_[length])
+      if (counts_[length] > 0)
         sum += counts_[length] * (std::log2(all_ / counts_[length]) + static_cast<double>(length));
     return all_ > 0 ? sum / all_ : 0;
   }
