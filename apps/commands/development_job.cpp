@@ -100,6 +100,7 @@ DevelopmentJob::DevelopmentJob(const Job& job, const Development& development, P
   if (type_.channels && type_.channels != layout_.channels)
     throwError(kRejected, "{} can't hold this picture, which has {} channel{}: use .png",
                job.to.string(), layout_.channels, layout_.channels == 1 ? "" : "s");
+  checkHolds(type_, layout_, details_);
 }
 
 void DevelopmentJob::warnOfUnusedOptions() {

@@ -4,6 +4,14 @@
 #include "apps/commands/picture_request.h"
 
 namespace vistrel::app {
+namespace {
+
+vistrel_frame withoutPhase(vistrel_frame frame) {
+  frame.phase = VISTREL_MONO;
+  return frame;
+}
+
+}  // namespace
 
 vistrel_conversion unchanged(const vistrel_frame& frame) {
   vistrel_conversion conversion = defaultConversion(frame);
@@ -17,15 +25,6 @@ PictureDetails frameDetails(const FrameFile& file, std::string command) {
           .shot = shotOf(file.description().camera),
           .camera = file.knowsPhase() ? std::optional(dngCameraOf(file)) : std::nullopt};
 }
-
-namespace {
-
-vistrel_frame withoutPhase(vistrel_frame frame) {
-  frame.phase = VISTREL_MONO;
-  return frame;
-}
-
-}  // namespace
 
 MosaicJob::MosaicJob(const Job& job, const InputOptions& input, const Compression& compression,
                      const std::string& given, Preview& preview)

@@ -8,6 +8,7 @@
 namespace vistrel::app {
 
 const char* const kSoftware = "vistrel " VISTREL_PROGRAM_VERSION;
+
 namespace {
 
 enum FieldType : uint16_t { kAscii = 2, kShort = 3, kLong = 4, kRational = 5, kUndefined = 7 };
