@@ -10,6 +10,17 @@ nlohmann::ordered_json decimalsOf(const Numbers& numbers) {
   return json;
 }
 
+template <class Choice>
+void add(CLI::App& command, Choice& choice, const char* usual) {
+  command
+      .add_option_function<std::string>(
+          "--look", [&choice](const std::string& text) { choice = parseLook(text); },
+          fmt::format("auto, linear, srgb, astro; or parts of a look, such as "
+                      "exposure=1.5,curve=srgb ({})",
+                      usual))
+      ->type_name("LOOK");
+}
+
 }  // namespace
 
 nlohmann::ordered_json jsonOf(const Look& look, bool isMono) {
@@ -34,21 +45,6 @@ OptionNames lookOptionNames() {
     names.push_back({fmt::format("finish.matrix[{}]", i), "--look matrix="});
   return names;
 }
-
-namespace {
-
-template <class Choice>
-void add(CLI::App& command, Choice& choice, const char* usual) {
-  command
-      .add_option_function<std::string>(
-          "--look", [&choice](const std::string& text) { choice = parseLook(text); },
-          fmt::format("auto, linear, srgb, astro; or parts of a look, such as "
-                      "exposure=1.5,curve=srgb ({})",
-                      usual))
-      ->type_name("LOOK");
-}
-
-}  // namespace
 
 void addLookOption(CLI::App& command, LookChoice& choice) { add(command, choice, "auto"); }
 void addLookOption(CLI::App& command, std::optional<LookChoice>& choice) {
