@@ -2,6 +2,7 @@
 
 #include <pybind11/numpy.h>
 
+#include "apps/files/temporary_file.h"
 #include "apps/pictures/picture.h"
 #include "python/extension/arguments.h"
 #include "python/extension/unlocked.h"
@@ -64,6 +65,9 @@ void write(const std::string& path, const py::array& array, uint32_t bits, py::h
 
 }  // namespace
 
-void bindWrite(py::module_& module) { module.def("write", &write); }
+void bindWrite(py::module_& module) {
+  module.def("write", &write);
+  module.def("remove_stale_files", &app::removeStaleFiles);
+}
 
 }  // namespace vistrel::python

@@ -3,21 +3,24 @@
 import contextlib
 import doctest
 import io
+import os
 import re
 from pathlib import Path
 
+import dask
 import numpy
 import pytest
 import vistrel
+import vistrel.dask
 from vistrel import _conversion, _development, _errors, _frames, _guessing, _names, _phases
 
 ROOT = Path(__file__).resolve().parents[2]
-NAMES = {"numpy": numpy, "vistrel": vistrel}
+NAMES = {"dask": dask, "numpy": numpy, "os": os, "vistrel": vistrel}
 
 
 @pytest.mark.parametrize(
     "module, least",
-    [(_conversion, 8), (_development, 9), (_frames, 6), (_guessing, 5), (_names, 2), (_phases, 5)],
+    [(_conversion, 8), (_development, 9), (_frames, 6), (_guessing, 5), (vistrel.dask, 14), (_names, 2), (_phases, 5)],
 )
 def test_docstrings(module, least, tmp_path, monkeypatch):
     monkeypatch.chdir(tmp_path)

@@ -53,7 +53,7 @@ set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/d
   apps/tools/sheet apps/look apps/colour apps/options apps/progress apps/names apps/plugin apps/pictures apps/files
   apps/error apps/rejection)
 
-set(python interface apps/names apps/look apps/input apps/pictures apps/tools/guess apps/error
+set(python interface apps/names apps/look apps/input apps/pictures apps/files apps/tools/guess apps/error
   common/rows)
 
 set(tests ${bench} host ${apps} bench)
