@@ -14,9 +14,7 @@ namespace vistrel::python {
 namespace {
 
 app::LookChoice choiceIn(py::handle look) {
-  if (!PyUnicode_Check(look.ptr()))
-    rejectType(VISTREL_BAD_FINISH, "look", typeOf(look), "a str or a Look");
-  return app::parseLook(look.cast<std::string>());
+  return app::parseLook(stringOf(look, {"look", VISTREL_BAD_FINISH}));
 }
 
 // A stage that leaves everything as it is, to check what does not depend on the look.

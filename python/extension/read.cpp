@@ -44,7 +44,8 @@ void readHeaderless(const py::args& a, app::InputOptions& o) {
   if (!size[0] || !size[1]) reject(VISTREL_BAD_SIZE, "size", textOf(a[kSize]), "at least 1x1");
   o.size = app::Size{size[0], size[1]};
   if (!a[kPixelFormat].is_none())
-    o.pixfmt = &app::parsePixelFormat("pixel_format", a[kPixelFormat].cast<std::string>());
+    o.pixfmt = &app::parsePixelFormat(
+        "pixel_format", stringOf(a[kPixelFormat], {"pixel_format", VISTREL_BAD_FORMAT}));
   if (!o.pixfmt && !o.bits && !o.fromName)
     reject(VISTREL_BAD_BITS, "bits", "", "a headerless raw file does not specify its depth");
   o.bigEndian = choiceOf(a[kByteOrder], {"byte_order", VISTREL_BAD_PACKING}, kOrders) == 1;

@@ -12,9 +12,8 @@ namespace vistrel::python {
 namespace {
 
 const app::PixelFormat& formatOf(py::handle name) {
-  if (!PyUnicode_Check(name.ptr()))
-    rejectType(VISTREL_BAD_FORMAT, "pixel_format", typeOf(name), "a str");
-  return app::parsePixelFormat("pixel_format", name.cast<std::string>());
+  return app::parsePixelFormat("pixel_format",
+                               stringOf(name, {"pixel_format", VISTREL_BAD_FORMAT}));
 }
 
 vistrel_packed packedOf(const Py_buffer& bytes, const app::PixelFormat& format, py::handle width,

@@ -127,6 +127,48 @@ def test_same_samples_give_the_same_pixels(kind, entry, plain, bits):
     assert bytes(memoryview(np.ascontiguousarray(getattr(raw, "array", raw)))) == before
 
 
+# How to offer bytes in one piece.
+BUFFERS = {
+    "bytes": bytes,
+    "bytearray": bytearray,
+    "memoryview": memoryview,
+    "array.array": lambda data: array.array("B", data),
+    "words": lambda data: memoryview(array.array("H", data)),
+    "uint8": lambda data: np.frombuffer(data, np.uint8),
+    "two dimensions": lambda data: np.frombuffer(data, np.uint8).reshape(36, -1),
+    "big-endian": lambda data: np.frombuffer(data, ">u4"),
+    "floats": lambda data: np.frombuffer(data, np.float32),
+    "records": lambda data: np.frombuffer(data, [("a", "u1"), ("b", "<u2"), ("c", "u1")]),
+    "part": lambda data: np.frombuffer(b"xyz" + data + b"xyz", np.uint8)[3:-3],
+    "ctypes": lambda data: (ctypes.c_uint8 * len(data)).from_buffer_copy(data),
+    "mapped": lambda data: mapped(np.frombuffer(data, np.uint8)),
+    "Fortran order, one row": lambda data: np.asfortranarray(np.frombuffer(data, np.uint8)[None]),
+    "interface": lambda data: Interface(np.frombuffer(data, np.uint8)),
+}
+
+
+@pytest.mark.parametrize("kind", BUFFERS)
+def test_same_bytes_give_the_same_samples(kind):
+    y, x = np.mgrid[:72, :96]
+    light = 1500 + 900 * np.sin(x / 13 + y / 17) + noise((72, 96), 8) / 8
+    data = light.astype("<u2").tobytes()
+    buffer = BUFFERS[kind](data)
+    assert np.array_equal(vistrel.unpack(buffer, "BayerRG12", 96, 72), light.astype(np.uint16))
+    assert vistrel.guess(buffer) == vistrel.guess(data) != []
+
+
+@pytest.mark.parametrize(
+    "buffer, exception",
+    [(None, TypeError), ("text", TypeError), (3, TypeError), ([1, 2], TypeError),
+     (np.zeros((9, 9), np.uint8)[:, ::2], ValueError), (np.zeros((9, 9), np.uint8)[::-1], ValueError),
+     (np.zeros((9, 8), np.uint8).T, ValueError)],
+)
+def test_other_buffers_are_rejected(buffer, exception):
+    for call in (lambda: vistrel.unpack(buffer, "Mono8", 2, 2), lambda: vistrel.guess(buffer)):
+        with pytest.raises(exception):
+            call()
+
+
 def strided(strides, shape=(H, W)):
     return np.lib.stride_tricks.as_strided(np.zeros(9000, np.uint8), shape, strides)
 

@@ -113,7 +113,7 @@ def test_floats_are_16_bits_by_full_scale(bits, options):
         (("rggb", 12, "white=5,black=5"), ValueError, "BAD_FORMAT", "white=5 is not above black=5"),
         (("rggb", 12, "black=5000"), ValueError, "BAD_BLACK", "5000"),
         (("rggb", 12, "black=4095"), ValueError, "BAD_FORMAT", "below the white level"),
-        (("rggb", 12, 3), TypeError, "BAD_FINISH", "^look int: a str or a Look"),
+        (("rggb", 12, 3), TypeError, "BAD_FINISH", "^look int: a str"),
         (("rggb", 12, vistrel.Look(mode="best")), ValueError, "BAD_FORMAT", "look best"),
         (("rggb", 12, vistrel.Look(gains=(1, 2))), ValueError, "BAD_FORMAT", "look gains=1:2"),
         (("rggb", 7), ValueError, "BAD_BITS", "7"),

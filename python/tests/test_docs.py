@@ -42,7 +42,10 @@ def blocks(page):
     return re.findall(r"```python\n(.*?)```(?:\n\nIt prints `([^`]*)`)?", text, re.S)
 
 
-@pytest.mark.parametrize("page, least", [("README.md", 1), ("docs/python.md", 5)])
+@pytest.mark.parametrize("page, least", [
+    ("README.md", 1), ("docs/python.md", 10), ("docs/python-tutorial.md", 9),
+    ("docs/python-astronomy.md", 5), ("docs/many-machines.md", 2),
+])
 def test_pages(page, least, tmp_path, monkeypatch):
     """The blocks of a page run one after the other, in one namespace."""
     monkeypatch.chdir(tmp_path)

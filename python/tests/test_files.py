@@ -82,6 +82,14 @@ def test_names(tmp_path):
     assert (frame.phase, frame.bits) == ("gbrg", 12)
 
 
+def test_names_that_are_not_text(tmp_path):
+    path = os.fsdecode(os.fsencode(tmp_path) + b"/\xff.pgm")
+    vistrel.write(path, RAW, 12, phase="rggb")
+    assert np.array_equal(vistrel.read(path, "rggb").samples, RAW)
+    with pytest.raises(UnicodeEncodeError):
+        vistrel.read(path, size=(2, 2), pixel_format="\ud800")
+
+
 def test_messages_are_warnings(tmp_path):
     pgm(tmp_path / "a.pgm", RAW, 4095)
     with pytest.warns(UserWarning, match="a.pgm: using 14 bits; the file says 12"):

@@ -155,8 +155,8 @@ def read(path: Path, phase: str | None = None, bits: int | None = None, *, frame
     path = os.fspath(path)
     if not os.path.exists(path):
         raise FileNotFoundError(errno.ENOENT, os.strerror(errno.ENOENT), path)
-    fields, messages = _files.read(path, phase, bits, frame, align, from_name, size, pixel_format,
-                                   byte_order, skip, stride, continuous, range)
+    fields, messages = _files.read(os.fsencode(path), phase, bits, frame, align, from_name, size,
+                                   pixel_format, byte_order, skip, stride, continuous, range)
     for message in messages:
         warnings.warn(f"{path}: {message}", stacklevel=2)
     named = {"phase": fields["phase"] and Phase(fields["phase"]), "look": Look(**fields["look"])}
@@ -223,4 +223,4 @@ def write(path: Path, image: npt.NDArray[typing.Any], bits: int | None = None, *
     from . import _files
 
     samples, bits = _picture(image, bits)
-    _files.write(os.fspath(path), samples, bits, phase, black, white, encoding)
+    _files.write(os.fsencode(path), samples, bits, phase, black, white, encoding)

@@ -269,7 +269,7 @@ def convert_files(manifest: Path | collections.abc.Iterable[Path], out: Path, *,
     """
     from . import _files
 
-    _files.remove_stale_files(os.path.join(out, ""))
+    _files.remove_stale_files(os.fsencode(out))
     inputs = _inputs(manifest)
     jobs = np.empty((len(inputs), 2), object)
     jobs[:, 0] = inputs
