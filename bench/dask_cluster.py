@@ -1,6 +1,6 @@
 """Throughput of Dask's workers, and what the scheduler costs.
 
-    dask_workers.py [--frames N] [--size WxH] [--rounds N]
+    dask_cluster.py [--frames N] [--size WxH] [--rounds N]
 """
 
 import argparse
