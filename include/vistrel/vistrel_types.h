@@ -82,16 +82,17 @@ typedef struct vistrel_region {
 
 /* Demosaic algorithms. */
 enum {
-  VISTREL_BILINEAR = 0, /* the mean of the nearest sites */
-  VISTREL_EDGE = 1,     /* colour differences along edges; takes a threshold */
-  VISTREL_NEAR = 2,     /* nearest neighbours; green along edges */
-  VISTREL_LAROCHE = 3,  /* Laroche and Prescott: colours as differences to green */
-  VISTREL_HAMILTON = 4, /* Hamilton and Adams: colours corrected by second differences */
-  VISTREL_VNG = 5,      /* Chang, Cheung and Pang: variable number of gradients */
-  VISTREL_COK = 6,      /* Cok: colours as ratios to green */
-  VISTREL_KIMMEL = 7,   /* Kimmel: ratios to green, weighted by gradients */
-  VISTREL_GROUPING = 8, /* Lin: pixel grouping */
-  VISTREL_AHD = 256     /* Hirakawa and Parks: adaptive homogeneity-directed */
+  VISTREL_BILINEAR = 0,     /* the mean of the nearest sites */
+  VISTREL_EDGE = 1,         /* colour differences along edges; takes a threshold */
+  VISTREL_NEAR = 2,         /* nearest neighbours; green along edges */
+  VISTREL_LAROCHE = 3,      /* Laroche and Prescott: colours as differences to green */
+  VISTREL_HAMILTON = 4,     /* Hamilton and Adams: colours corrected by second differences */
+  VISTREL_VNG = 5,          /* Chang, Cheung and Pang: variable number of gradients */
+  VISTREL_COK = 6,          /* Cok: colours as ratios to green */
+  VISTREL_KIMMEL = 7,       /* Kimmel: ratios to green, weighted by gradients */
+  VISTREL_GROUPING = 8,     /* Lin: pixel grouping */
+  VISTREL_AHD = 256,        /* Hirakawa and Parks: adaptive homogeneity-directed */
+  VISTREL_DIRECTIONAL = 257 /* differences along rows and columns, blended by roughness */
 };
 
 /* Pixel formats. Alpha is 255. */

@@ -95,6 +95,7 @@ void drawAlgorithm(Draw& draw, Call& call) {
 
 bool hasRawGray(const Call& call) {
   return isMosaic(call) && call.algorithm != VISTREL_NEAR && call.algorithm != VISTREL_AHD &&
+         call.algorithm != VISTREL_DIRECTIONAL &&
          (call.algorithm != VISTREL_EDGE || call.binning == 0);
 }
 
