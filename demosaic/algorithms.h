@@ -36,7 +36,7 @@ struct AlgorithmRow {
   uint32_t code;
   uint32_t maxBits;  // maximum significant bits of a sample
   uint32_t minSize;  // minimum width and height of a frame
-  // Whether its image in libVistrel's work buffer has a guard. Without one, gray is sheared.
+  // Whether its image in libVistrel's work buffer has a guard. Only such images have raw gray.
   bool isGuarded;
   DemosaicAlgorithm<uint8_t> (*of8)();
   DemosaicAlgorithm<uint16_t> (*of16)();
