@@ -25,6 +25,12 @@ InterleavedRows interleavedRows(const EngineCall& call, const PlaneMemory& image
                          arena);
 }
 
+PlanesFunction planesKernel(const Format& format) {
+  const PixelFormatKernels& kernels = pixelFormatKernels();
+  if (format.arrangement == Arrangement::i444) return kernels.planes709;
+  return format.bytes_per_sample == 1 ? kernels.planes8 : kernels.planes16;
+}
+
 }  // namespace
 
 ImagePixels::Rows ImagePixels::rowsOf(const EngineCall& call, const PlaneMemory& firstPlane,
@@ -38,8 +44,8 @@ ImagePixels::Rows ImagePixels::rowsOf(const EngineCall& call, const PlaneMemory&
   for (size_t i = 0; i < 3; ++i)
     memory[i] = {call.pixels + planes[i].offset, static_cast<ptrdiff_t>(planes[i].stride),
                  firstPlane.bypassesCaches};
-  if (format.arrangement == Arrangement::planes)
-    return PlanarRows(memory, l.width, format.bytes_per_sample, arena);
+  if (rowsPerChroma(format) == 1)
+    return PlanarRows(memory, l.width, format.bytes_per_sample, planesKernel(format), arena);
   const bool inPairs = format.arrangement == Arrangement::nv12;
   return Ycc420Rows({memory[0], {memory[1], memory[2]}, inPairs}, l.width, l.height, arena);
 }

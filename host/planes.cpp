@@ -22,6 +22,7 @@ Planes planesOf(const Format& format, size_t width, size_t height, size_t stride
   switch (format.arrangement) {
     case Arrangement::interleaved: break;
     case Arrangement::planes:
+    case Arrangement::i444:
       second = following(first, stride, first.rowBytes, height);
       third = following(second, stride, first.rowBytes, height);
       break;

@@ -41,6 +41,7 @@ constexpr Format kFormats[] = {
      Arrangement::planes},
     {{"NV12", VISTREL_NV12, 3, 1, 0, 2, {}}, false, Direct::ycc420, nullptr, Arrangement::nv12},
     {{"I420", VISTREL_I420, 3, 1, 0, 3, {}}, false, Direct::ycc420, nullptr, Arrangement::i420},
+    {{"I444", VISTREL_I444, 3, 1, 0, 3, {}}, false, Direct::three, nullptr, Arrangement::i444},
 };
 
 constexpr auto kAlgorithms = [] {

@@ -11,7 +11,7 @@
 namespace vistrel::host {
 
 // How the samples of a pixel lie: side by side, or in planes.
-enum class Arrangement { interleaved, planes, nv12, i420 };
+enum class Arrangement { interleaved, planes, nv12, i420, i444 };
 
 struct Format : vistrel_format {
   bool redFirst;              // in the pixels that it is made from; otherwise blue comes first

@@ -68,6 +68,11 @@ struct Chroma {
   uint8_t cb, cr;
 };
 
+inline uint8_t luma709(const uint8_t* bgr) {
+  return static_cast<uint8_t>(
+      (kLumaFactor * (15 * bgr[0] + 148 * bgr[1] + 44 * bgr[2] + kLumaOffset)) >> 12);
+}
+
 inline int roundedProduct(int v, int w) { return (v * w + 16384) >> 15; }
 
 inline Chroma chroma(int blue, int red) {
@@ -87,6 +92,43 @@ VISTREL_INLINE void storePlanes(const Chroma& c, uint8_t* cb, uint8_t* cr) {
 }
 
 #endif
+
+// A unit is a pixel. The results are luma and chroma of its own.
+struct Planes709 {
+  static constexpr size_t kSources = 1, kResults = 3;
+  static constexpr size_t kSourceBytes = 3, kResultBytes = 1;
+
+#if VISTREL_SSSE3
+  static constexpr size_t kUnits = kLanes<uint8_t>;
+  VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[3]) {
+    const Channels<uint8_t> bgr = loadChannels<uint8_t>(from[0]);
+    const Pairs<uint8_t> blue = pairsOf(bgr.first, bgr.second);
+    const Pairs<uint8_t> red = pairsOf(bgr.third, bgr.second);
+    const Chroma lower = chroma(difference(blue.lower), difference(red.lower));
+    const Chroma upper = chroma(difference(blue.upper), difference(red.upper));
+    const Vec<uint8_t> results[3] = {luma709(bgr), codes(lower.cb, upper.cb),
+                                     codes(lower.cr, upper.cr)};
+    for (size_t i = 0; i < 3; ++i) std::memcpy(to[i], &results[i], sizeof results[i]);
+  }
+
+ private:
+  // 128 times the first sample of each pair less the second.
+  VISTREL_INLINE static Vec<int16_t> difference(Vec<uint8_t> pairs) {
+    const auto half = as<Vec<int16_t>>(weighted<64, -64>(pairs));
+    return half + half;
+  }
+  VISTREL_INLINE static Vec<uint8_t> codes(Vec<int16_t> lower, Vec<int16_t> upper) {
+    return narrowed(as<Vec<uint16_t>>(lower), as<Vec<uint16_t>>(upper));
+  }
+#else
+  static constexpr size_t kUnits = 1;
+  VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[3]) {
+    const uint8_t* p = from[0];
+    *to[0] = luma709(p);
+    storePlanes(chroma(128 * (p[0] - p[1]), 128 * (p[2] - p[1])), to[1], to[2]);
+  }
+#endif
+};
 
 // A unit is a pair of pixels. The results are luma, and the sums of blue and of red.
 struct PairOf709 {
@@ -108,10 +150,7 @@ struct PairOf709 {
   static constexpr size_t kUnits = 1;
   VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[3]) {
     const uint8_t* p = from[0];
-    for (size_t i = 0; i < 2; ++i) {
-      const int sum = 15 * p[3 * i] + 148 * p[3 * i + 1] + 44 * p[3 * i + 2] + kLumaOffset;
-      to[0][i] = static_cast<uint8_t>((kLumaFactor * sum) >> 12);
-    }
+    for (size_t i = 0; i < 2; ++i) to[0][i] = luma709(p + 3 * i);
     const int green = p[1] + p[4];
     const auto blue = static_cast<int16_t>(32 * (p[0] + p[3] - green));
     const auto red = static_cast<int16_t>(32 * (p[2] + p[5] - green));

@@ -30,12 +30,11 @@ void InterleavedRows::append(const void* pixels, size_t n) {
 void InterleavedRows::end() { rows_.end(); }
 
 PlanarRows::PlanarRows(const PlaneMemory (&planes)[3], size_t width, size_t sampleBytes,
-                       Arena& arena)
+                       PlanesFunction convert, Arena& arena)
     : planes_{{planes[0], width * sampleBytes, arena},
               {planes[1], width * sampleBytes, arena},
               {planes[2], width * sampleBytes, arena}},
-      sampleBytes_(sampleBytes),
-      convert_(sampleBytes == 1 ? pixelFormatKernels().planes8 : pixelFormatKernels().planes16) {}
+      sampleBytes_(sampleBytes), convert_(convert) {}
 
 void PlanarRows::begin(size_t y) {
   for (PlaneRows& plane : planes_) plane.begin(y);

@@ -54,10 +54,11 @@ class InterleavedRows final : public PixelRows {
   PixelFunction convert_;
 };
 
-// Pixels of three samples, each in a plane of its own.
+// Pixels of three samples, each in a plane of its own, or what a kernel makes of them.
 class PlanarRows final : public PixelRows {
  public:
-  PlanarRows(const PlaneMemory (&planes)[3], size_t width, size_t sampleBytes, Arena& arena);
+  PlanarRows(const PlaneMemory (&planes)[3], size_t width, size_t sampleBytes,
+             PlanesFunction convert, Arena& arena);
 
   void* inPlace(size_t) override { return nullptr; }
   void begin(size_t y) override;

@@ -74,10 +74,10 @@ void convertPixels(const void* pixels, size_t n, void* result) {
   BlockRows<Block>{{bytes(pixels)}, {bytes(result)}}.convert(n);
 }
 
-template <class T>
+template <class Block>
 void convertToPlanes(const void* pixels, size_t n, void* const planes[3]) {
-  BlockRows<Planes<T>>{{bytes(pixels)}, {bytes(planes[0]), bytes(planes[1]), bytes(planes[2])}}
-      .convert(n);
+  BlockRows<Block>{{bytes(pixels)}, {bytes(planes[0]), bytes(planes[1]), bytes(planes[2])}}.convert(
+      n);
 }
 
 inline void convertPairsTo709(const void* pixels, size_t pairs, void* luma, const PairSums& sums) {
@@ -104,11 +104,12 @@ const PixelFormatKernels kPixelFormatKernels = {convertPixels<WithAlpha<3>>,
                                                 convertPixels<WithAlpha<0>>,
                                                 convertPixels<Luma<uint8_t>>,
                                                 convertPixels<Luma<uint16_t>>,
-                                                convertToPlanes<uint8_t>,
-                                                convertToPlanes<uint16_t>,
+                                                convertToPlanes<Planes<uint8_t>>,
+                                                convertToPlanes<Planes<uint16_t>>,
                                                 convertPairsTo709,
                                                 convertToChromaPairs,
-                                                convertToChromaPlanes};
+                                                convertToChromaPlanes,
+                                                convertToPlanes<Planes709>};
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE
 VISTREL_END_TARGET

@@ -2,7 +2,8 @@
 // of another format. They are compiled once for each instruction-set level.
 //
 // A kernel reads and writes n pixels, and not a byte more, at any alignment. Sources and results
-// don't overlap. All but the alpha kernels and the planes take the order blue, green, red.
+// don't overlap. All but the alpha kernels, planes8 and planes16 take the order blue, green,
+// red.
 #pragma once
 
 #include <cstddef>
@@ -51,6 +52,9 @@ struct PixelFormatKernels {
   PairsFunction pairsTo709;
   ChromaPairsFunction chromaPairs709;    // Cb, Cr, Cb, Cr ... (NV12)
   ChromaPlanesFunction chromaPlanes709;  // a row of Cb, a row of Cr (I420)
+
+  // Rows of Y, Cb and Cr (I444). The chroma of a pixel is that of a block of four such pixels.
+  PlanesFunction planes709;
 };
 
 // The kernels of the current level.

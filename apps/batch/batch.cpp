@@ -39,46 +39,60 @@ uint32_t crcOf(const Bytes& bytes) {
   return static_cast<uint32_t>(crc32_z(0, bytes.data(), bytes.size()));
 }
 
+}  // namespace
+
 unsigned threadsFor(unsigned workers) {
   return workers ? workers : std::clamp(std::thread::hardware_concurrency(), 1u, kMaxWorkers);
 }
 
-}  // namespace
+void prepareFolder(const fs::path& folder) {
+  std::error_code error;  // writing will fail and say why
+  if (!folder.empty()) fs::create_directories(folder, error);
+  removeStaleFiles(folder.empty() ? "." : folder);
+}
 
-const Image& Worker::convert(const vistrel_frame& frame, const vistrel_conversion& conversion) {
-  if (!stream_) stream_ = Stream::acquire();
-  stream_.convertInto(frame, conversion, image_);
-  return image_;
+std::string planText(const std::string& input, const fs::path& to, const vistrel_layout& l) {
+  return fmt::format("{} -> {}: {}x{}, {} of {} bits", input, to.string(), l.width, l.height,
+                     l.channels == 1 ? "gray" : "colour", l.bits);
+}
+
+void printCommand(Progress& progress, const fs::path& to, const std::string& command) {
+  progress.clear();
+  fmt::print(isStandardOutput(to) ? stderr : stdout, "{}\n", command);
 }
 
 Batch::Batch(BatchPlan plan, const BatchOptions& options, BatchTask task)
     : plan_(std::move(plan)), options_(options), task_(std::move(task)), results_(jobs().size()),
       ended_(jobs().size()) {
+  for (const fs::path& folder : folders())
+    if (!options_.dryRun) prepareFolder(folder);
   if (!options_.manifest.empty())
     manifest_ = std::make_unique<Manifest>(options_.manifest, options_.dryRun);
 }
 
 ExitStatus Batch::run() {
-  if (!options_.dryRun) removeStale();
-  progress_ = std::make_unique<Progress>(jobs().size(), options_.progress);
-  for (const std::string& warning : warnings()) progress_->say(warning);
-  std::vector<Worker> workers(threadsFor(options_.workers));
-  runTasks({jobs().size(), [&](size_t i, size_t worker) { return runJob(i, workers[worker]); },
-            [this](size_t i) { ended(i); }},
-           static_cast<unsigned>(workers.size()));
-  printSummary();
-  progress_.reset();
+  progress_ = std::make_unique<Progress>(jobs().size(), options_);
+  for (const std::string& warning : warnings()) progress_->note("", warning);
+  const unsigned workers = threadsFor(options_.workers);
+  WorkerPool pool(workers);
+  runTasks(
+      {jobs().size(), [&](size_t i) { return runJob(i, pool); }, [this](size_t i) { ended(i); }},
+      workers > 1 ? 2 * workers : 1);  // as many wait for the disk
+  printHints();
+  progress_->finish(jobs().size() > 1 && !options_.dryRun);
   if (manifest_) manifest_->finish();
   return status();
 }
 
-void Batch::removeStale() const {
+// Those of the pictures.
+std::set<fs::path> Batch::folders() const {
   std::set<fs::path> folders;
   for (const Job& job : jobs()) folders.insert(job.to.parent_path());
-  for (const fs::path& folder : folders) removeStaleFiles(folder.empty() ? "." : folder);
+  return folders;
 }
 
-bool Batch::runJob(size_t i, Worker& worker) {
+bool Batch::runJob(size_t i, WorkerPool& workers) {
+  WorkerPool::Lease worker(workers);
   const auto start = std::chrono::steady_clock::now();
   JobResult& result = results_[i];
   result.outcome = attempt([&] { result.state = doJob(jobs()[i], result, worker); });
@@ -87,7 +101,7 @@ bool Batch::runJob(size_t i, Worker& worker) {
   return result.state != JobState::kFailed || options_.keepGoing || options_.dryRun;
 }
 
-JobState Batch::doJob(const Job& job, JobResult& result, Worker& worker) {
+JobState Batch::doJob(const Job& job, JobResult& result, WorkerPool::Lease& worker) {
   if (job.outcome.status != kDone) {
     result.preview.warnings = job.warnings;
     throw ProgramError(job.outcome.status, job.outcome.text);
@@ -96,13 +110,17 @@ JobState Batch::doJob(const Job& job, JobResult& result, Worker& worker) {
   // What comes through a pipe has no time, so it counts as new.
   if (!options_.overwrite && modified(job.from) && isUpToDate(job, provenance))
     return JobState::kUpToDate;
+  checkWritable(job.to);
   if (options_.dryRun) {
-    task_.check(job, result.preview);
+    withOptionNames(task_.names, [&] { task_.open(job, result.preview)->describe(); });
     return JobState::kPlanned;
   }
-  task_.make(job, worker, result.preview);
-  if (manifest_)
-    manifest_->add(job.to, {provenance, fs::file_size(job.to), crcOf(worker.image().pixels)});
+  const auto picture =
+      withOptionNames(task_.names, [&] { return task_.open(job, result.preview)->run(*worker); });
+  const uint32_t crc = manifest_ ? crcOf((*worker).image().pixels) : 0;
+  worker.release();
+  picture->commit();
+  if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), crc});
   return JobState::kMade;
 }
 
@@ -118,9 +136,9 @@ void Batch::ended(size_t i) {
   const JobResult& result = results_[i];
   const vistrel_layout& l = result.preview.layout;
   if (result.state == JobState::kMade)
-    progress_->made(uint64_t{l.width} * l.height);
+    progress_->made(uint64_t{l.width} * l.height, result.preview.frameBytes);
   else
-    progress_->passed();
+    result.state == JobState::kFailed ? progress_->failed() : progress_->passed();
   ended_[i] = true;
   while (reported_ < jobs().size() && ended_[reported_]) report(reported_++);
 }
@@ -128,36 +146,28 @@ void Batch::ended(size_t i) {
 void Batch::report(size_t i) {
   const Job& job = jobs()[i];
   const JobResult& result = results_[i];
-  if (i > 0 && jobs()[i - 1].from != job.from) shown_.clear();
   for (const std::string& warning : result.preview.warnings)
-    if (shown_.insert(warning).second)
-      progress_->say(fmt::format("{}: {}", job.from.string(), warning));
+    progress_->note(job.from.string(), warning);
   if (result.state == JobState::kFailed)
     progress_->say(fmt::format("{}: {}", nameOf(job), result.outcome.text));
-  if (!result.preview.command.empty() && !options_.json) printCommand(job, result.preview.command);
+  if (!result.preview.command.empty() && !options_.json && !options_.quiet)
+    printCommand(*progress_, job.to, result.preview.command);
   if (!options_.dryRun || options_.json) return;
   if (result.state == JobState::kUpToDate)
     fmt::print("{} -> {}: up to date\n", nameOf(job), job.to.string());
   if (result.state != JobState::kPlanned) return;
-  const vistrel_layout& l = result.preview.layout;
-  fmt::print("{} -> {}: {}x{}, {} of {} bits\n", nameOf(job), job.to.string(), l.width, l.height,
-             l.channels == 1 ? "gray" : "colour", l.bits);
+  fmt::print("{}\n", planText(nameOf(job), job.to, result.preview.layout));
 }
 
-// On standard output, unless that is for the picture.
-void Batch::printCommand(const Job& job, const std::string& command) {
-  progress_->clear();
-  fmt::print(isStandardOutput(job.to) ? stderr : stdout, "{}\n", command);
-}
-
-void Batch::printSummary() {
+void Batch::printHints() {
   const auto count = [this](JobState state) {
     return std::count_if(results_.begin(), results_.end(),
                          [state](const JobResult& result) { return result.state == state; });
   };
   if (const auto n = count(JobState::kUpToDate); n > 0 && !options_.dryRun)
-    progress_->say(fmt::format("up to date: {} of {}{}; --overwrite remakes them", n, jobs().size(),
-                               manifest_ ? "" : ", regardless of their options"));
+    progress_->note(
+        "", fmt::format("up to date: {} of {}{}; --overwrite remakes them", n, jobs().size(),
+                        manifest_ ? "" : ", regardless of their options"));
   if (const auto n = count(JobState::kNotBegun); n > 0)
     progress_->say(fmt::format("not begun: {} of {}; --keep-going continues after a failure", n,
                                jobs().size()));

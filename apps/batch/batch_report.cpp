@@ -1,5 +1,6 @@
 #include "apps/batch/batch.h"
 
+#include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -25,15 +26,19 @@ Json outputOf(const Job& job, const JobResult& result) {
   Json json{{"output", job.to.string()}, {"status", nameOf(result.state)}};
   if (job.frame) json["frame"] = *job.frame;
   if (result.state == JobState::kFailed) json["error"] = result.outcome.text;
-  const auto& [l, warnings, gains, command, settings] = result.preview;
-  if (!warnings.empty()) json["warnings"] = warnings;
+  const Preview& p = result.preview;
+  const vistrel_layout& l = p.layout;
+  if (!p.warnings.empty()) json["warnings"] = p.warnings;
   if (l.width) {
     json.update(
         {{"width", l.width}, {"height", l.height}, {"channels", l.channels}, {"bits", l.bits}});
+    json["phase"] = p.phase;
+    json["frame_bits"] = p.frameBits;
+    if (!p.algorithm.empty()) json["algorithm"] = p.algorithm;
   }
-  if (!gains.empty()) json["gains"] = gains;
-  if (!command.empty()) json["command"] = command;
-  if (!settings.is_null()) json.update(settings);
+  if (!p.gains.empty()) json["gains"] = p.gains;
+  if (!p.command.empty()) json["command"] = p.command;
+  if (!p.settings.is_null()) json.update(p.settings);
   json["seconds"] = microseconds(result.seconds);
   return json;
 }
@@ -52,10 +57,20 @@ Json inputsOf(const Batch& batch) {
 
 }  // namespace
 
-void printReport(const Batch& batch, ExitStatus status, double seconds) {
+void printReport(const Batch& batch, ExitStatus status) {
+  const ProgressStats& s = batch.stats();
+  const auto count = [&batch](JobState state) {
+    return std::ranges::count(batch.results(), state, &JobResult::state);
+  };
   const Json json{{"version", VISTREL_PROGRAM_VERSION},
                   {"exit_status", static_cast<int>(status)},
-                  {"seconds", microseconds(seconds)},
+                  {"seconds", microseconds(s.seconds)},
+                  {"made", count(JobState::kMade)},
+                  {"up_to_date", count(JobState::kUpToDate)},
+                  {"planned", count(JobState::kPlanned)},
+                  {"failed", count(JobState::kFailed)},
+                  {"not_begun", count(JobState::kNotBegun)},
+                  {"megabytes_per_second", microseconds(s.megabytesPerSecond())},
                   {"warnings", batch.warnings()},
                   {"inputs", inputsOf(batch)}};
   const std::string text = json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";

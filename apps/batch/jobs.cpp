@@ -1,6 +1,8 @@
 #include "apps/batch/jobs.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 #include "apps/files/stem.h"
 #include "apps/pictures/picture.h"
@@ -19,10 +21,11 @@ struct Target {
   bool folder;
   bool many;  // several inputs, or a folder for their pictures
 
-  fs::path of(const fs::path& input) const {
+  fs::path of(const InputFile& input, bool keepsExtension = false) const {
     if (!folder) return path;
-    return (path.empty() ? input.parent_path() : path) /
-           (input == "-" ? fs::path("stdin") : stemOf(input)).concat(extension);
+    fs::path name = keepsExtension ? input.path.filename() : stemOf(input.path);
+    if (input.path == "-") name = "stdin";
+    return (path.empty() ? input.path.parent_path() : path / input.folder) / name.concat(extension);
   }
 };
 
@@ -32,12 +35,34 @@ fs::path numbered(const fs::path& path, uint64_t frame) {
   return path.parent_path() / name;
 }
 
-void addJobs(const fs::path& input, const Target& target, const FramesOf& framesOf,
-             std::vector<Job>& jobs) {
-  Job job{input, target.of(input), {}, target.many, {}, {}};
+// The pictures of the inputs, before frames are numbered. Where two would have the same name, all
+// inputs of that name keep their extensions, if that helps.
+std::vector<fs::path> picturesOf(const std::vector<InputFile>& inputs, const Target& target) {
+  std::map<fs::path, std::set<fs::path>> names;  // of the inputs that have this picture
+  std::map<fs::path, size_t> counts;
+  for (const InputFile& input : inputs) {
+    names[target.of(input)].insert(input.path.filename());
+    ++counts[target.of(input)];
+  }
+  std::vector<fs::path> pictures;
+  for (const InputFile& input : inputs) {
+    const fs::path picture = target.of(input);
+    const size_t count = counts[picture];
+    pictures.push_back(target.of(input, count > 1 && names[picture].size() == count));
+  }
+  return pictures;
+}
+
+void checkIsFrame(const fs::path& input) {
+  if (isFolder(input)) throwError(kRejected, "there is no frame in this folder");
+}
+
+void addJobs(const fs::path& input, const fs::path& picture, const Target& target,
+             const FramesOf& framesOf, std::vector<Job>& jobs) {
+  Job job{input, picture, {}, target.many, {}, {}};
   uint64_t frames = 1;
   job.outcome = attempt([&] {
-    if (isFolder(input)) throwError(kRejected, "there is no frame in this folder");
+    checkIsFrame(input);
     frames = framesOf(input, job.warnings);
     if (frames > kMaxFrames)
       throwError(kRejected,
@@ -60,10 +85,17 @@ void addJobs(const fs::path& input, const Target& target, const FramesOf& frames
   }
 }
 
-// The next run must not take pictures for frames.
-void checkIsNoInput(const fs::path& folder, const fs::path& input, const std::string& extension) {
+bool isWithin(const fs::path& folder, const fs::path& outer) {
   std::error_code error;
-  if (fs::equivalent(folder, input, error))
+  const std::string inner = fs::weakly_canonical(folder, error) / "";
+  return inner.starts_with((fs::weakly_canonical(outer, error) / "").string());
+}
+
+// The next run must not take pictures for frames.
+void checkIsNoInput(const fs::path& folder, const fs::path& input, const std::string& extension,
+                    bool recursive) {
+  std::error_code error;
+  if (fs::equivalent(folder, input, error) || (recursive && isWithin(folder, input)))
     throwError(
         kUsage,
         "-o {}: it is the input folder {}, where the next run would take {} pictures for frames; "
@@ -73,7 +105,7 @@ void checkIsNoInput(const fs::path& folder, const fs::path& input, const std::st
 
 // Pictures lie beside their frames.
 void checkBeside(const Inputs& inputs, const Target& target, const IsFrame& isFrame) {
-  if (std::ranges::find(inputs.files, "-") != inputs.files.end())
+  if (std::ranges::count(inputs.files, fs::path("-"), &InputFile::path))
     throwError(kUsage, "-o is missing: standard input has no folder for its picture");
   if (!isFrame("x" + target.extension)) return;
   if (!inputs.folders.empty())
@@ -83,45 +115,59 @@ void checkBeside(const Inputs& inputs, const Target& target, const IsFrame& isFr
                inputs.folders.front().string(), target.extension);
 }
 
-void checkTarget(const Target& target, const Inputs& inputs, const IsFrame& isFrame) {
-  if (target.path.empty()) return checkBeside(inputs, target, isFrame);
+bool isPictureName(const fs::path& path) {
+  return attempt([&] { outputType(path); }).status == kDone;
+}
+
+void checkTarget(const Target& target, const Inputs& inputs, const BatchRequest& request) {
+  if (target.path.empty()) return checkBeside(inputs, target, request.isFrame);
   if (!target.folder) return void(pictureType(target.path));
-  if (isStandardOutput(target.path))
+  std::error_code error;
+  if (isStandardOutput(target.path) ||
+      (target.path.has_filename() && !fs::exists(target.path, error) && isPictureName(target.path)))
     throwError(
         kUsage,
         "-o {}: it takes a single picture; several inputs, or a folder of inputs, need a folder",
         target.path.string());
-  std::error_code error;
-  if (inputs.files.size() > 1 && target.path.has_filename() && !fs::exists(target.path, error))
-    throwError(kInputOutput, "-o {}: there is no such folder, and several inputs need one",
-               target.path.string());
   checkIsFolder(target.path);
-  if (!isFrame("x" + target.extension)) return;
+  if (!request.isFrame("x" + target.extension)) return;
   for (const fs::path& folder : inputs.folders)
-    checkIsNoInput(target.path, folder, target.extension);
+    checkIsNoInput(target.path, folder, target.extension, request.recursive);
+}
+
+BatchPlan planFilm(const BatchRequest& a, const Inputs& inputs, RunFiles& files) {
+  BatchPlan plan{{}, inputs.warnings};
+  for (const InputFile& file : inputs.files) {
+    files.addInput(file.path);
+    plan.jobs.push_back(
+        {file.path, a.output, a.frame, false, attempt([&] { checkIsFrame(file.path); }), {}});
+  }
+  files.addWritten("-o", a.output);
+  return plan;
 }
 
 }  // namespace
 
 void checkIsFolder(const fs::path& path) {
-  if (isFolder(path)) return;
   std::error_code error;
-  if (fs::exists(path, error))
+  if (fs::exists(path, error) && !isFolder(path))
     throwError(kUsage, "-o {}: a folder is expected; this is a file", path.string());
-  throwError(kInputOutput, "-o {}: there is no such folder", path.string());
 }
 
 BatchPlan planJobs(const BatchRequest& a, RunFiles& files) {
-  Inputs inputs = findInputs(a.inputs, a.isFrame);
+  const Inputs inputs = findInputs(a.inputs, a.isFrame, a.recursive);
+  if (a.film) return planFilm(a, inputs, files);
   Target target{a.output, a.extension, false, false};
-  target.folder = inputs.files.size() > 1 || inputs.files[0] != a.inputs[0] ||
+  target.folder = inputs.files.size() > 1 || inputs.files[0].path != a.inputs[0] ||
                   target.path.empty() || !target.path.has_filename() || isFolder(target.path);
   // The picture beside a single frame is as good as named.
   target.many = target.folder && !(target.path.empty() && inputs.files.size() == 1);
-  checkTarget(target, inputs, a.isFrame);
-  BatchPlan plan{{}, std::move(inputs.warnings)};
-  for (const fs::path& file : inputs.files) addJobs(file, target, a.framesOf, plan.jobs);
-  for (const fs::path& file : inputs.files) files.addInput(file);
+  checkTarget(target, inputs, a);
+  BatchPlan plan{{}, inputs.warnings};
+  const std::vector<fs::path> pictures = picturesOf(inputs.files, target);
+  for (size_t i = 0; i < pictures.size(); ++i)
+    addJobs(inputs.files[i].path, pictures[i], target, a.framesOf, plan.jobs);
+  for (const InputFile& file : inputs.files) files.addInput(file.path);
   for (const Job& job : plan.jobs) files.addWritten("-o", job.to, job.from.string());
   return plan;
 }

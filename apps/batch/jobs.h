@@ -23,7 +23,7 @@ struct Job {
   std::vector<std::string> warnings;  // about an input that can't be opened
 };
 
-// Throws ProgramError if there is no such folder.
+// Throws ProgramError (usage) if that is something else than a folder.
 void checkIsFolder(const std::filesystem::path& path);
 
 // The number of frames in an input. Throws ProgramError if it cannot be opened, and adds warnings.
@@ -32,10 +32,15 @@ using FramesOf =
 
 struct BatchRequest {
   std::vector<std::string> inputs;
-  std::string output;     // a picture, or a folder for one per input; empty: beside each input
+  // A picture or a film; or a folder, which need not exist, for a picture per input; empty: beside
+  // each input
+  std::string output;
   std::string extension;  // of the pictures in a folder, for instance ".png"
   IsFrame isFrame;        // applied to the files in a folder
   FramesOf framesOf;
+  bool recursive = false;         // folders stand for the frames in their sub-folders too
+  bool film = false;              // the output takes all pictures
+  std::optional<uint64_t> frame;  // of a film: the only frame of each input
 };
 
 struct BatchPlan {
@@ -43,10 +48,11 @@ struct BatchPlan {
   std::vector<std::string> warnings;  // for the user
 };
 
-// A folder among the inputs stands for the frames in it. If an input has several frames, each gets
-// a picture of its own: NAME_000000.png and so on. Adds all files to `files`. Throws ProgramError
-// if a file would be written twice, if an input would be overwritten, or if the output folder does
-// not exist.
+// A folder among the inputs stands for the frames in it, whose pictures keep their sub-folders. If
+// an input has several frames, each gets a picture of its own: NAME_000000.png and so on; if two
+// frames of a folder have the same name apart from the extension, m.pgm becomes m.pgm.png. A film
+// has one job for each input. Adds all files to `files`. Throws ProgramError if a file would be
+// written twice or if an input would be overwritten.
 BatchPlan planJobs(const BatchRequest& request, RunFiles& files);
 
 }  // namespace vistrel::app

@@ -14,10 +14,10 @@ class SharedTasks {
  public:
   explicit SharedTasks(const Tasks& tasks) : tasks_(tasks) {}
 
-  void work(size_t worker) {
+  void work() {
     try {
       for (size_t task; !stopped_ && (task = next_++) < tasks_.count;) {
-        if (!tasks_.run(task, worker)) stopped_ = true;
+        if (!tasks_.run(task)) stopped_ = true;
         const std::lock_guard lock(ending_);
         tasks_.ended(task);
       }
@@ -48,11 +48,11 @@ void runTasks(const Tasks& tasks, unsigned threads) {
     std::vector<std::jthread> others;
     try {
       for (size_t i = 1; i < threads && i < tasks.count; ++i)
-        others.emplace_back([&shared, i] { shared.work(i); });
+        others.emplace_back([&shared] { shared.work(); });
     } catch (const std::exception&) {
       // No memory or no thread left: the existing threads do all the work.
     }
-    shared.work(0);
+    shared.work();
   }
   shared.rethrow();
 }

@@ -9,9 +9,7 @@ namespace vistrel::app {
 // Tasks 0 to count - 1.
 struct Tasks {
   size_t count;
-  // Called with the task and the index of the thread that runs it; false stops further tasks from
-  // being started.
-  std::function<bool(size_t, size_t)> run;
+  std::function<bool(size_t)> run;    // false stops further tasks from being started
   std::function<void(size_t)> ended;  // called for one task at a time, in the order of completion
 };
 

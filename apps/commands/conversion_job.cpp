@@ -42,7 +42,7 @@ std::string noteOf(const std::vector<std::string>& unused) {
 ConversionJob::ConversionJob(const Job& job, const ConversionRun& run, Preview& preview)
     : job_(job), run_(run), options_(run.options), preview_(preview),
       file_(job.from, run.input, preview.warnings), conversion_(options_.of(file_.frame())),
-      type_(pictureType(job.to)) {
+      type_(outputType(job.to)) {
   for (std::string& unused : options_.unusedOptions(file_.frame()))
     preview_.warnings.push_back(std::move(unused));
   run.calibration.apply(file_.frame(), conversion_);
@@ -54,8 +54,16 @@ ConversionJob::ConversionJob(const Job& job, const ConversionRun& run, Preview& 
   checkHolds(type_, layout_, details());
 }
 
-void ConversionJob::run(Worker& worker) {
-  withOriginOfBits(file_, [&] { return convert(worker); });
+void ConversionJob::describe() {
+  preview_.layout = layout_;
+  addOrigin(file_, conversion_, preview_);
+}
+
+std::unique_ptr<AtomicFile> ConversionJob::run(Worker& worker) {
+  const Image& image = make(job_.frame.value_or(file_.chosen()), worker);
+  auto picture = writePicture(image, details(), job_.to);
+  describe();
+  return picture;
 }
 
 // Samples follow light linearly unless a curve is applied.
@@ -66,25 +74,27 @@ PictureDetails ConversionJob::details() const {
           .compression = run_.compression};
 }
 
-void ConversionJob::convert(Worker& worker) {
-  const vistrel_frame& frame = job_.frame ? file_.read(*job_.frame) : file_.read();
-  measureGains(frame);
-  const Image& image = worker.convert(frame, conversion_);
-  savePicture(image, details(), job_.to);
-  describe();
+const Image& ConversionJob::make(uint64_t n, Worker& worker) {
+  return withOriginOfBits(file_, [&]() -> const Image& {
+    const vistrel_frame& frame = file_.read(n);
+    vistrel_conversion conversion = conversion_;
+    measureGains(frame, conversion);
+    return worker.convert(frame, conversion);
+  });
 }
 
 // Measures the gains of gray-world here rather than in the library, so that the user sees them.
-void ConversionJob::measureGains(const vistrel_frame& frame) {
-  if (conversion_.white_balance != VISTREL_BALANCE_GRAY_WORLD) return;
-  vistrel_conversion measuring = conversion_;
+void ConversionJob::measureGains(const vistrel_frame& frame, vistrel_conversion& conversion) {
+  if (conversion.white_balance != VISTREL_BALANCE_GRAY_WORLD) return;
+  vistrel_conversion measuring = conversion;
   measuring.region = options_.preparation.balanceRegion.value_or(vistrel_region{});
   const OptionNames names{{"conversion.region", "--wb auto:"}};
   const auto measured =
       withOptionNames(names, [&] { return vistrel::measureGains(frame, measuring); });
-  conversion_.white_balance = VISTREL_BALANCE_GAINS;
-  std::copy(measured.begin(), measured.end(), conversion_.gains);
+  conversion.white_balance = VISTREL_BALANCE_GAINS;
+  std::copy(measured.begin(), measured.end(), conversion.gains);
   auto& gains = preview_.gains;
+  gains.clear();
   for (const uint32_t gain : measured) gains.push_back(gain / double{int{VISTREL_GAIN_ONE}});
   preview_.warnings.push_back(
       fmt::format("--wb auto: the gains are --wb {:.4f}", fmt::join(gains, ",")));

@@ -21,24 +21,22 @@ struct ConversionRun {
   std::string given;  // the options of input and conversion as the user typed them
 };
 
-class ConversionJob {
+class ConversionJob : public OpenJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
   // Error. Warnings appear in the preview as they arise. All arguments must outlive the object.
   ConversionJob(const Job& job, const ConversionRun& run, Preview& preview);
 
-  // Completes the preview, except for what needs the samples.
-  void describe() { preview_.layout = layout_; }
-
-  // Converts the frame, writes the picture and completes the preview.
-  void run(Worker& worker);
+  void describe() override;
+  std::unique_ptr<AtomicFile> run(Worker& worker) override;
+  uint64_t frames() const override { return file_.frames(); }
+  bool has(uint64_t n) override { return file_.has(n); }
+  const Image& make(uint64_t n, Worker& worker) override;
+  PictureDetails details() const override;
 
  private:
   [[noreturn]] void throwMisfit() const;
-  void convert(Worker& worker);
-  void measureGains(const vistrel_frame& frame);
-  PictureDetails details() const;
-
+  void measureGains(const vistrel_frame& frame, vistrel_conversion& conversion);
   const Job& job_;
   const ConversionRun& run_;
   const ConversionOptions& options_;

@@ -13,7 +13,6 @@
 #include "apps/input/curve_file.h"
 #include "apps/options/conversion_options.h"
 #include "apps/options/help.h"
-#include "apps/options/output_format.h"
 
 namespace vistrel::app {
 namespace {
@@ -46,28 +45,13 @@ void checkMosaic(const CLI::App& command) {
     throwError(kUsage, "--mosaic and {} cannot be combined: samples stay as they are", others);
 }
 
-template <class JobOf>
-BatchTask taskOf(const JobOf& jobOf, const OptionNames& names) {
-  BatchTask task;
-  task.check = [jobOf, names](const Job& job, Preview& preview) {
-    checkWritable(job.to);
-    withOptionNames(names, [&] { jobOf(job, preview).describe(); });
-  };
-  task.make = [jobOf, names](const Job& job, Worker& worker, Preview& preview) {
-    withOptionNames(names, [&] { jobOf(job, preview).run(worker); });
-  };
-  return task;
-}
-
 BatchTask taskFor(const CLI::App& command, const ConvertOptions& o, const ConversionRun& run) {
-  const OptionNames names = o.conversion.optionNames();
-  const auto mosaicOf = [&](const Job& job, Preview& preview) {
-    return MosaicJob(job, run.input, run.compression, run.given, preview);
+  BatchTask task;
+  task.open = [&o, &run](const Job& job, Preview& preview) -> std::unique_ptr<OpenJob> {
+    if (!o.mosaic) return std::make_unique<ConversionJob>(job, run, preview);
+    return std::make_unique<MosaicJob>(job, run.input, run.compression, run.given, preview);
   };
-  const auto conversionOf = [&](const Job& job, Preview& preview) {
-    return ConversionJob(job, run, preview);
-  };
-  BatchTask task = o.mosaic ? taskOf(mosaicOf, names) : taskOf(conversionOf, names);
+  task.names = o.conversion.optionNames();
   task.options = optionsOf(command, o);
   task.sources = o.conversion.calibration.files();
   if (!o.conversion.tone.table.empty()) task.sources.push_back(o.conversion.tone.curve);
@@ -82,11 +66,11 @@ ExitStatus run(const CLI::App& command, ConvertOptions& o) {
   if (curve) files.addRead("--curve", *curve);
   addReadFiles(o.conversion.calibration, files);
   BatchPlan plan = o.plan(files);
+  o.conversion.output = outputKind(plan.jobs.front().to);
   std::vector<std::string> conflicts = o.conversion.conflicts();
   const auto more = o.conflicts(plan.jobs.front().to);
   conflicts.insert(conflicts.end(), more.begin(), more.end());
   rejectConflicts(conflicts);
-  o.conversion.bare = isRawFile(plan.jobs.front().to);
   if (curve) o.conversion.tone.table = readCurve(*curve);
   const SensorCalibration calibration(o.conversion.calibration, o.input);
   addWarnings(calibration, plan);

@@ -10,7 +10,6 @@
 #include "apps/options/help.h"
 #include "apps/options/options.h"
 #include "apps/options/orientation.h"
-#include "apps/options/output_format.h"
 
 namespace vistrel::app {
 namespace {
@@ -36,14 +35,10 @@ OptionNames optionNames(const DevelopOptions& o) {
 BatchTask taskFor(const CLI::App& command, const DevelopRequest& o,
                   const Development& development) {
   BatchTask task;
-  const OptionNames names = optionNames(o.development);
-  task.check = [&development, names](const Job& job, Preview& preview) {
-    checkWritable(job.to);
-    withOptionNames(names, [&] { DevelopmentJob(job, development, preview).describe(); });
+  task.open = [&development](const Job& job, Preview& preview) {
+    return std::make_unique<DevelopmentJob>(job, development, preview);
   };
-  task.make = [&development, names](const Job& job, Worker& worker, Preview& preview) {
-    withOptionNames(names, [&] { DevelopmentJob(job, development, preview).run(worker); });
-  };
+  task.names = optionNames(o.development);
   task.options = "develop " + givenForPictures(command, "Development");
   task.sources = o.development.conversion.calibration.files();
   return task;
@@ -55,11 +50,11 @@ ExitStatus run(const CLI::App& command, DevelopRequest& o) {
   ConversionOptions& conversion = o.development.conversion;
   addReadFiles(conversion.calibration, files);
   BatchPlan plan = o.plan(files);
+  conversion.output = outputKind(plan.jobs.front().to);
   std::vector<std::string> conflicts = conversion.conflicts();
   const auto more = o.conflicts(plan.jobs.front().to);
   conflicts.insert(conflicts.end(), more.begin(), more.end());
   rejectConflicts(conflicts);
-  conversion.bare = isRawFile(plan.jobs.front().to);
   // The others are part of what is decided.
   const std::string given = givenForPictures(
       command, "Development", {"--algorithm", "--look", "--same", "--roi", "--orient"});

@@ -5,6 +5,7 @@
 #include "apps/commands/camera_details.h"
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
+#include "apps/input/readers.h"
 #include "apps/options/geometry.h"
 #include "apps/options/orientation.h"
 
@@ -65,7 +66,7 @@ AlgorithmChoice DevelopOptions::usualAlgorithm() {
 }
 
 void Development::lookAt(const Job& first) {
-  if (!options_.same) return;
+  if (!options_.same || isArriving(first.from, input_)) return;
   try {
     Preview preview;
     DevelopmentJob job(first, *this, preview);
@@ -91,7 +92,7 @@ void Development::checkSame(const vistrel_frame& frame) const {
 DevelopmentJob::DevelopmentJob(const Job& job, const Development& development, Preview& preview)
     : job_(job), development_(development), preview_(preview),
       file_(job.from, development.input(), preview.warnings),
-      conversion_(conversionOf(development.options(), file_)), type_(pictureType(job.to)) {
+      conversion_(conversionOf(development.options(), file_)), type_(outputType(job.to)) {
   development.checkSame(file_.frame());
   warnOfUnusedOptions();
   development.calibration().apply(file_.frame(), conversion_);
@@ -99,6 +100,7 @@ DevelopmentJob::DevelopmentJob(const Job& job, const Development& development, P
   if (type_.channels && type_.channels != layout_.channels)
     throwError(kRejected, "{} can't hold this picture, which has {} channel{}: use .png",
                job.to.string(), layout_.channels, layout_.channels == 1 ? "" : "s");
+  checkHolds(type_, layout_, details_);
 }
 
 void DevelopmentJob::warnOfUnusedOptions() {
@@ -108,8 +110,9 @@ void DevelopmentJob::warnOfUnusedOptions() {
     preview_.warnings.insert(preview_.warnings.end(), unused.begin(), unused.end());
 }
 
-const vistrel_frame& DevelopmentJob::read() {
-  return job_.frame ? file_.read(*job_.frame) : file_.read();
+void DevelopmentJob::describe() {
+  preview_.layout = layout_;
+  addOrigin(file_, conversion_, preview_);
 }
 
 Look DevelopmentJob::decide(const vistrel_frame& frame) const {
@@ -144,29 +147,44 @@ Look DevelopmentJob::decideCalibrated(const vistrel_frame& frame, const LookChoi
   return look;
 }
 
-Look DevelopmentJob::decide() { return decide(read()); }
+Look DevelopmentJob::decide() { return decide(file_.read(job_.frame.value_or(file_.chosen()))); }
 
-void DevelopmentJob::run(Worker& worker) {
-  withOriginOfBits(file_, [&] { return develop(worker); });
+Look DevelopmentJob::lookOf(const vistrel_frame& frame) {
+  if (const auto& shared = development_.look()) return *shared;
+  if (!development_.options().same) return decide(frame);
+  if (!first_) first_ = decide(frame);
+  return *first_;
 }
 
-void DevelopmentJob::develop(Worker& worker) {
-  const vistrel_frame& frame = read();
-  const auto& shared = development_.look();
-  const Look look = shared ? *shared : decide(frame);
-  const FinishedLook finished(look);
-  finished.apply(frame, conversion_);
-  const Image& image = worker.convert(frame, conversion_);
-  const std::string options = optionsOf(look);
-  savePicture(image,
-              {.encoding = encodingOf(look.transfer),
-               .command = commandText("develop", job_.from.filename(), job_, options),
-               .shot = shotOf(file_.description().camera),
-               .compression = development_.compression()},
-              job_.to);
-  preview_.command = commandText("develop", job_.from, job_, options) + " -o " + fileWord(job_.to);
-  preview_.settings = settingsOf(look);
+std::unique_ptr<AtomicFile> DevelopmentJob::run(Worker& worker) {
+  const Image& image = make(job_.frame.value_or(file_.chosen()), worker);
+  auto picture = writePicture(image, details_, job_.to);
   describe();
+  return picture;
+}
+
+const Image& DevelopmentJob::make(uint64_t n, Worker& worker) {
+  return withOriginOfBits(file_, [&]() -> const Image& {
+    const vistrel_frame& frame = file_.read(n);
+    const Look look = lookOf(frame);
+    const FinishedLook finished(look);
+    vistrel_conversion conversion = conversion_;
+    finished.apply(frame, conversion);
+    decided(look, n);
+    return worker.convert(frame, conversion);
+  });
+}
+
+void DevelopmentJob::decided(const Look& look, uint64_t n) {
+  const std::string options = optionsOf(look);
+  Job job = job_;
+  if (file_.frames() > 1 && !development_.input().frame) job.frame = n;
+  details_ = {.encoding = encodingOf(look.transfer),
+              .command = commandText("develop", job_.from.filename(), job, options),
+              .shot = shotOf(file_.description().camera),
+              .compression = development_.compression()};
+  preview_.command = commandText("develop", job_.from, job, options) + " -o " + fileWord(job_.to);
+  preview_.settings = settingsOf(look);
 }
 
 AlgorithmChoice DevelopmentJob::algorithm() const {

@@ -54,17 +54,18 @@ class Development {
   uint32_t bits_ = 0, phase_ = 0;  // of the frame whose look that is
 };
 
-class DevelopmentJob {
+class DevelopmentJob : public OpenJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
   // Error. Warnings appear in the preview as they arise. The arguments must outlive the object.
   DevelopmentJob(const Job& job, const Development& development, Preview& preview);
 
-  // Completes the preview, except for what needs the samples.
-  void describe() { preview_.layout = layout_; }
-
-  // Develops the frame, writes the picture and completes the preview.
-  void run(Worker& worker);
+  void describe() override;
+  std::unique_ptr<AtomicFile> run(Worker& worker) override;
+  uint64_t frames() const override { return file_.frames(); }
+  bool has(uint64_t n) override { return file_.has(n); }
+  const Image& make(uint64_t n, Worker& worker) override;
+  PictureDetails details() const override { return details_; }
 
   // The look that the frame would have by itself.
   Look decide();
@@ -72,8 +73,8 @@ class DevelopmentJob {
 
  private:
   void warnOfUnusedOptions();
-  const vistrel_frame& read();
-  void develop(Worker& worker);
+  Look lookOf(const vistrel_frame& frame);
+  void decided(const Look& look, uint64_t n);
   Look decide(const vistrel_frame& frame) const;
   Look decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const;
   AlgorithmChoice algorithm() const;
@@ -87,6 +88,8 @@ class DevelopmentJob {
   vistrel_conversion conversion_;
   const PictureType& type_;
   vistrel_layout layout_;
+  PictureDetails details_;     // of the last frame
+  std::optional<Look> first_;  // of the first frame, if all have the same and it arrives only once
 };
 
 }  // namespace vistrel::app

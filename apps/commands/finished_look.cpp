@@ -20,6 +20,24 @@ void prefer(std::optional<T>& given, const std::optional<T>& otherwise) {
   if (!given) given = otherwise;
 }
 
+template <class Numbers>
+nlohmann::ordered_json decimalsOf(const Numbers& numbers) {
+  nlohmann::ordered_json json = nlohmann::ordered_json::array();
+  for (const auto n : numbers) json.push_back(static_cast<double>(n) / kLookOne);
+  return json;
+}
+
+template <class Choice>
+void add(CLI::App& command, Choice& choice, const char* usual) {
+  command
+      .add_option_function<std::string>(
+          "--look", [&choice](const std::string& text) { choice = parseLook(text); },
+          fmt::format("auto, linear, srgb, astro; or parts of a look, such as "
+                      "exposure=1.5,curve=srgb ({})",
+                      usual))
+      ->type_name("LOOK");
+}
+
 }  // namespace
 
 LookChoice withCamera(LookChoice choice, const CameraMetadata& camera, bool isMono) {
@@ -67,17 +85,6 @@ void checkBlack(const KnownLook& given, const Look& look, const vistrel_frame& f
                black, look.white);
 }
 
-namespace {
-
-template <class Numbers>
-nlohmann::ordered_json decimalsOf(const Numbers& numbers) {
-  nlohmann::ordered_json json = nlohmann::ordered_json::array();
-  for (const auto n : numbers) json.push_back(static_cast<double>(n) / kLookOne);
-  return json;
-}
-
-}  // namespace
-
 nlohmann::ordered_json jsonOf(const Look& look, bool isMono) {
   nlohmann::ordered_json json{{"black", look.black}, {"white", look.white}};
   if (!isMono) {
@@ -100,21 +107,6 @@ OptionNames lookOptionNames() {
     names.push_back({fmt::format("finish.matrix[{}]", i), "--look matrix="});
   return names;
 }
-
-namespace {
-
-template <class Choice>
-void add(CLI::App& command, Choice& choice, const char* usual) {
-  command
-      .add_option_function<std::string>(
-          "--look", [&choice](const std::string& text) { choice = parseLook(text); },
-          fmt::format("auto, linear, srgb, astro; or parts of a look, such as "
-                      "exposure=1.5,curve=srgb ({})",
-                      usual))
-      ->type_name("LOOK");
-}
-
-}  // namespace
 
 void addLookOption(CLI::App& command, LookChoice& choice) { add(command, choice, "auto"); }
 void addLookOption(CLI::App& command, std::optional<LookChoice>& choice) {

@@ -76,16 +76,16 @@ Json jsonOf(const FrameFile& file, const Statistics& s) {
   return json;
 }
 
-// Prints the description of a frame, or adds it to `all`; with its file's name if there are
-// several.
+// Prints the description of a frame, with its file's name if there are several; or adds it to
+// `all`.
 void describe(const std::string& path, const InfoOptions& o, Json& all) {
   const bool several = o.paths.size() > 1;
   PrintedWarnings warnings(path);
   FrameFile file(path, o.input, warnings.list());
   const Statistics statistics = statisticsOf(file.read());
   if (o.json) {
-    all.push_back(jsonOf(file, statistics));
-    if (several) all.back()["file"] = path;
+    all.push_back({{"file", path}});
+    all.back().update(jsonOf(file, statistics));
     return;
   }
   if (several) fmt::print("file             {}\n", path);
@@ -99,11 +99,14 @@ ExitStatus run(const InfoOptions& o) {
   ExitStatusSum sum;
   for (const std::string& path : o.paths) {
     const Outcome outcome = attempt([&] { describe(path, o, all); });
-    if (outcome.status != kDone) fmt::print(stderr, "vistrel: {}: {}\n", path, outcome.text);
+    if (outcome.status != kDone) {
+      fmt::print(stderr, "vistrel: {}: {}\n", path, outcome.text);
+      all.push_back({{"file", path}, {"error", outcome.text}});
+    }
     sum.add(outcome.status);
   }
   const bool one = o.paths.size() == 1;
-  if (o.json && !all.empty())
+  if (o.json)
     fmt::print("{}\n", (one ? all[0] : all).dump(2, ' ', false, Json::error_handler_t::replace));
   return sum.status();
 }

@@ -4,6 +4,14 @@
 #include "apps/commands/picture_request.h"
 
 namespace vistrel::app {
+namespace {
+
+vistrel_frame withoutPhase(vistrel_frame frame) {
+  frame.phase = VISTREL_MONO;
+  return frame;
+}
+
+}  // namespace
 
 vistrel_conversion unchanged(const vistrel_frame& frame) {
   vistrel_conversion conversion = defaultConversion(frame);
@@ -18,15 +26,6 @@ PictureDetails frameDetails(const FrameFile& file, std::string command) {
           .camera = file.knowsPhase() ? std::optional(dngCameraOf(file)) : std::nullopt};
 }
 
-namespace {
-
-vistrel_frame withoutPhase(vistrel_frame frame) {
-  frame.phase = VISTREL_MONO;
-  return frame;
-}
-
-}  // namespace
-
 MosaicJob::MosaicJob(const Job& job, const InputOptions& input, const Compression& compression,
                      const std::string& given, Preview& preview)
     : job_(job), preview_(preview), file_(job.from, input, preview.warnings),
@@ -39,15 +38,21 @@ MosaicJob::MosaicJob(const Job& job, const InputOptions& input, const Compressio
 void MosaicJob::describe() {
   const vistrel_frame frame = withoutPhase(file_.frame());
   preview_.layout = layoutOf(frame, unchanged(frame));
+  addOrigin(file_, preview_);
   if (assumesColours(pictureType(job_.to), details_)) preview_.warnings.push_back(kAssumedColours);
 }
 
-void MosaicJob::run(Worker& worker) {
-  withOriginOfBits(file_, [&] {
-    const vistrel_frame frame = withoutPhase(job_.frame ? file_.read(*job_.frame) : file_.read());
-    savePicture(worker.convert(frame, unchanged(frame)), details_, job_.to);
-  });
+std::unique_ptr<AtomicFile> MosaicJob::run(Worker& worker) {
+  auto picture = writePicture(make(job_.frame.value_or(file_.chosen()), worker), details_, job_.to);
   describe();
+  return picture;
+}
+
+const Image& MosaicJob::make(uint64_t n, Worker& worker) {
+  return withOriginOfBits(file_, [&]() -> const Image& {
+    const vistrel_frame frame = withoutPhase(file_.read(n));
+    return worker.convert(frame, unchanged(frame));
+  });
 }
 
 }  // namespace vistrel::app

@@ -13,18 +13,19 @@ vistrel_conversion unchanged(const vistrel_frame& frame);
 // What a file can say about a raw frame; `command` made it.
 PictureDetails frameDetails(const FrameFile& file, std::string command);
 
-class MosaicJob {
+class MosaicJob : public OpenJob {
  public:
   // Opens the frame. Throws ProgramError. Warnings appear in the preview as they arise. The
   // arguments must outlive the object.
   MosaicJob(const Job& job, const InputOptions& input, const Compression& compression,
             const std::string& given, Preview& preview);
 
-  // Completes the preview.
-  void describe();
-
-  // Writes the frame and completes the preview.
-  void run(Worker& worker);
+  void describe() override;
+  std::unique_ptr<AtomicFile> run(Worker& worker) override;
+  uint64_t frames() const override { return file_.frames(); }
+  bool has(uint64_t n) override { return file_.has(n); }
+  const Image& make(uint64_t n, Worker& worker) override;
+  PictureDetails details() const override { return details_; }
 
  private:
   const Job& job_;

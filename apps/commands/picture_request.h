@@ -3,10 +3,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "apps/batch/batch.h"
+#include "apps/batch/film.h"
+#include "apps/input/frame_file.h"
 #include "apps/input/sensor_calibration.h"
 #include "apps/options/batch_options.h"
 #include "apps/options/compression_options.h"
@@ -17,14 +20,15 @@ namespace vistrel::app {
 
 struct PictureRequest {
   std::vector<std::string> inputs;
-  std::string output, type;  // output: empty if pictures lie beside their frames
+  std::string output, type;       // output: empty if pictures lie beside their frames
+  std::optional<FrameRate> rate;  // of a Y4M
   InputOptions input;
   BatchOptions batch;
   CompressionOptions compression;
   bool mosaic = false;  // frames are not to be demosaiced
 
   // What a frame's picture is; adds all files to `files`. Throws ProgramError.
-  BatchPlan plan(RunFiles& files) const;
+  BatchPlan plan(RunFiles& files);
 
   // Messages for the user: options that conflict, for pictures like the first one.
   std::vector<std::string> conflicts(const std::filesystem::path& first) const;
@@ -32,6 +36,10 @@ struct PictureRequest {
   // Runs the batch, and reports as the options say. Throws ProgramError.
   ExitStatus run(BatchPlan plan, BatchTask task) const;
 };
+
+// Adds what the frame is, and how it is converted.
+void addOrigin(const FrameFile& file, Preview& preview);
+void addOrigin(const FrameFile& file, const vistrel_conversion& conversion, Preview& preview);
 
 // Its warnings become those of the plan.
 void addWarnings(const SensorCalibration& calibration, BatchPlan& plan);

@@ -99,6 +99,8 @@ void checkFiles(const ReportOptions& o) {
   files.addInputs(o.references);
   if (!o.folder.empty()) {
     checkIsFolder(o.folder);
+    if (!std::filesystem::exists(o.folder))
+      throwError(kInputOutput, "-o {}: there is no such folder", o.folder);
     files.addWritten("-o", std::filesystem::path(o.folder) / kPlotName);
   }
   if (!o.json.empty()) files.addWritten("--json", o.json);

@@ -18,8 +18,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// A bar may stand in the terminal's line.
 void onSignal(int signal) {
   removeAllTemporaryFiles();
+  static constexpr char kText[] = "\nvistrel: interrupted\n";
+  const int skipped = isatty(STDERR_FILENO) ? 0 : 1;
+  [[maybe_unused]] const auto said =
+      ::write(STDERR_FILENO, kText + skipped, sizeof kText - 1 - skipped);
   _exit(128 + signal);
 }
 
@@ -111,7 +116,10 @@ void AtomicFile::throwWriteError(const char* reason) const { throwWriteErrorTo(n
 
 void checkWritable(const fs::path& path) {
   if (isStandardOutput(path)) return;
-  const fs::path folder = targetOf(path).parent_path() / "";
+  fs::path folder = targetOf(path).parent_path();
+  std::error_code error;
+  while (!folder.empty() && !fs::exists(folder, error)) folder = folder.parent_path();
+  if (!folder.empty()) folder /= "";
   if (faccessat(AT_FDCWD, folder.empty() ? "." : folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
     throwWriteErrorTo(path, std::strerror(errno));
 }

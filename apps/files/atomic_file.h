@@ -36,13 +36,14 @@ class AtomicFile {
   std::FILE* stream_ = nullptr;
 };
 
-// Throws what the constructor of an AtomicFile of that name would throw, but creates no file.
+// Throws what the constructor of an AtomicFile of that name would throw after its folder was made,
+// but creates nothing.
 void checkWritable(const std::filesystem::path& path);
 
 bool isStandardOutput(const std::filesystem::path& path);
 
-// From now on, SIGINT, SIGTERM and SIGHUP remove all temporary files and end the program with 128
-// plus the signal's number. Exceeding a file size limit becomes an ordinary error.
+// From now on, SIGINT, SIGTERM and SIGHUP remove all temporary files and end the program with a
+// message and 128 plus the signal's number. Exceeding a file size limit becomes an ordinary error.
 void installSignalHandlers();
 
 }  // namespace vistrel::app

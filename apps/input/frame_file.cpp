@@ -56,13 +56,17 @@ InputOptions withName(const std::filesystem::path& path, InputOptions o, Warning
 
 FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& options,
                      Warnings& warnings)
-    : source_(std::make_unique<Source>(path)), chosen_(options.frame.value_or(0)),
-      warnings_(warnings) {
+    : chosen_(options.frame.value_or(0)), warnings_(warnings) {
   const InputOptions o = withName(path, options, warnings_);
-  if (const char* const kind = o.size && !o.skip ? kindOf(*source_) : nullptr)
+  if (isArriving(path, o)) {
+    reader_ = openArriving(path, o);
+  } else {
+    source_ = std::make_unique<Source>(path);
+  }
+  if (const char* const kind = source_ && o.size && !o.skip ? kindOf(*source_) : nullptr)
     warnings_.push_back(
         fmt::format("read as headerless raw because of --size; it begins like a {} file", kind));
-  reader_ = o.size ? openHeaderless(*source_, o) : openReader(*source_, o);
+  if (source_) reader_ = o.size ? openHeaderless(*source_, o) : openReader(*source_, o);
   describe(o);
   addWarnings(o);
 }
@@ -101,11 +105,15 @@ bool FrameFile::hasHighBits(const InputOptions& o) const {
   return frame_.bits < 16;
 }
 
+void FrameFile::warnOfTrailingBytes() {
+  const uint64_t n = description().trailing;
+  warnings_.push_back(fmt::format("{} byte{} after the last frame {} ignored", n, n > 1 ? "s" : "",
+                                  n > 1 ? "are" : "is"));
+}
+
 void FrameFile::addWarnings(const InputOptions& o) {
   const Description& d = description();
-  if (d.trailing)
-    warnings_.push_back(fmt::format("{} byte{} after the last frame {} ignored", d.trailing,
-                                    d.trailing > 1 ? "s" : "", d.trailing > 1 ? "are" : "is"));
+  if (d.trailing) warnOfTrailingBytes();
   warnings_.insert(warnings_.end(), d.warnings.begin(), d.warnings.end());
   const char* const origin = o.pixfmt ? "--pixfmt" : "the file";
   if (o.bits && (d.bitsKnown || o.pixfmt))
@@ -133,6 +141,12 @@ void FrameFile::warnOfUnusedBits() {
 
 PrintedWarnings::~PrintedWarnings() {
   for (const std::string& warning : list_) fmt::print(stderr, "vistrel: {}: {}\n", name_, warning);
+}
+
+bool FrameFile::has(uint64_t n) {
+  if (reader_->has(n)) return true;
+  if (!source_ && description().trailing) warnOfTrailingBytes();
+  return false;
 }
 
 const vistrel_frame& FrameFile::read(uint64_t n) {

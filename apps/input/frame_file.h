@@ -28,6 +28,10 @@ class FrameFile {
   const vistrel_frame& frame() const { return frame_; }
   bool knowsPhase() const { return phaseKnown_; }
   uint64_t frames() const { return description().frames; }
+  // The frame that the options choose.
+  uint64_t chosen() const { return chosen_; }
+  // Whether there is a frame n. Frames that arrive are asked for in order, each before it is read.
+  bool has(uint64_t n);
 
   // What the file itself says.
   const Description& description() const { return reader_->description(); }
@@ -44,6 +48,7 @@ class FrameFile {
   void describe(const InputOptions& options);
   bool hasHighBits(const InputOptions& options) const;
   void addWarnings(const InputOptions& options);
+  void warnOfTrailingBytes();
   void warnOfUnusedBits();
 
   std::unique_ptr<Source> source_;
@@ -58,7 +63,7 @@ class FrameFile {
 // Calls `action`; if it rejects a sample because of its bits, the error says that the file set
 // them.
 template <class Action>
-auto withOriginOfBits(const FrameFile& file, Action&& action) {
+decltype(auto) withOriginOfBits(const FrameFile& file, Action&& action) {
   try {
     return action();
   } catch (const Error& error) {

@@ -1,8 +1,9 @@
-#include "apps/input/readers.h"
+#include "apps/input/headerless_reader.h"
 
 #include <algorithm>
 
 #include "apps/error.h"
+#include "apps/input/readers.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::app {
@@ -32,62 +33,68 @@ vistrel_packed packedOf(const InputOptions& o) {
   return packed;
 }
 
-class HeaderlessReader : public Reader {
+class HeaderlessFile : public HeaderlessReader {
  public:
-  HeaderlessReader(const Source& source, const InputOptions& o)
-      : source_(source), skip_(o.skip), packed_(packedOf(o)), layout_(packedLayoutOf(packed_)) {
-    Description& d = description_;
-    d.format = "headerless raw";
-    d.width = packed_.width;
-    d.height = packed_.height;
-    d.bits = packed_.bits;
-    d.bytesPerSample = layout_.bytes_per_sample;
-    d.highBits = o.highBits && d.bits < 16;
-    if (o.pixfmt) d.phase = o.pixfmt->phase;
-    if (o.pixfmt) d.pixfmt = o.pixfmt->pfnc;
+  HeaderlessFile(const Source& source, const InputOptions& o)
+      : HeaderlessReader(o), source_(source) {
     countFrames();
   }
 
   void read(uint64_t n, void* to) override {
-    std::vector<uint8_t> bytes(layout_.bytes);
-    source_.read(skip_ + n * frameBytes(), bytes.data(), bytes.size());
-    vistrel_packed packed = packed_;
-    packed.bytes = bytes.data();
-    packed.size = bytes.size();
-    unpackInto(packed, {static_cast<uint8_t*>(to), layout_.unpacked_bytes});
+    source_.read(skip_ + n * distance(), bytes_.data(), bytes_.size());
+    unpackTo(to);
   }
 
  private:
-  uint64_t frameBytes() const {
-    if (packed_.continuous) return layout_.bytes;
-    return (packed_.stride ? packed_.stride : layout_.row_bytes) * packed_.height;
-  }
-
   // The last row of the last frame may lack padding.
   void countFrames() {
     const uint64_t left = source_.size() - std::min(skip_, source_.size());
     const auto capacity = skip_ ? fmt::format("the {} bytes after --skip {}", left, skip_)
                                 : fmt::format("its {} bytes", left);
-    if (left < layout_.bytes)
-      throwError(kRejected, "the file is too short: {}x{} samples of {} bits do not fit {}",
-                 packed_.width, packed_.height, bitsInFile(), capacity);
-    description_.frames = 1 + (left - layout_.bytes) / frameBytes();
-    const uint64_t used = description_.frames * frameBytes();
+    if (left < bytes_.size()) throwTooShort("file", capacity);
+    description_.frames = 1 + (left - bytes_.size()) / distance();
+    const uint64_t used = description_.frames * distance();
     description_.trailing = left > used ? left - used : 0;
   }
 
-  uint32_t bitsInFile() const { return are16Bit(packed_.packing) ? 16 : packed_.bits; }
-
   const Source& source_;
-  uint64_t skip_;
-  vistrel_packed packed_;
-  vistrel_packed_layout layout_;
 };
 
 }  // namespace
 
+HeaderlessReader::HeaderlessReader(const InputOptions& o)
+    : skip_(o.skip), packed_(packedOf(o)), layout_(packedLayoutOf(packed_)), bytes_(layout_.bytes) {
+  Description& d = description_;
+  d.format = "headerless raw";
+  d.width = packed_.width;
+  d.height = packed_.height;
+  d.bits = packed_.bits;
+  d.bytesPerSample = layout_.bytes_per_sample;
+  d.highBits = o.highBits && d.bits < 16;
+  if (o.pixfmt) d.phase = o.pixfmt->phase;
+  if (o.pixfmt) d.pixfmt = o.pixfmt->pfnc;
+}
+
+uint64_t HeaderlessReader::distance() const {
+  if (packed_.continuous) return layout_.bytes;
+  return (packed_.stride ? packed_.stride : layout_.row_bytes) * packed_.height;
+}
+
+void HeaderlessReader::unpackTo(void* samples) const {
+  vistrel_packed packed = packed_;
+  packed.bytes = bytes_.data();
+  packed.size = bytes_.size();
+  unpackInto(packed, {static_cast<uint8_t*>(samples), layout_.unpacked_bytes});
+}
+
+void HeaderlessReader::throwTooShort(const char* input, const std::string& capacity) const {
+  throwError(kRejected, "the {} is too short: {}x{} samples of {} bits do not fit {}", input,
+             packed_.width, packed_.height, are16Bit(packed_.packing) ? 16 : packed_.bits,
+             capacity);
+}
+
 std::unique_ptr<Reader> openHeaderless(const Source& source, const InputOptions& options) {
-  return std::make_unique<HeaderlessReader>(source, options);
+  return std::make_unique<HeaderlessFile>(source, options);
 }
 
 }  // namespace vistrel::app

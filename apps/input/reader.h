@@ -43,6 +43,10 @@ class Reader {
   // `to` holds width * height * bytesPerSample bytes. Throws ProgramError.
   virtual void read(uint64_t n, void* to) = 0;
 
+  // Whether there is a frame n. For frames that arrive, which have to be asked for in order, it
+  // waits for the frame.
+  virtual bool has(uint64_t n) { return n < description_.frames; }
+
  protected:
   Description description_;
 };

@@ -1,6 +1,7 @@
 // The kinds of input that this program reads: each is a file of its own in this folder.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 
 #include "apps/input/reader.h"
@@ -21,5 +22,13 @@ std::unique_ptr<Reader> openCompressedDng(const Source& source, uint64_t offset)
 // A headerless raw file. `options` must have a size and either bits or a pixel format. Throws
 // ProgramError.
 std::unique_ptr<Reader> openHeaderless(const Source& source, const InputOptions& options);
+
+// Whether headerless frames shall be converted as they arrive, and do: from a pipe or a device, or
+// from standard input ("-") if that is one of them.
+bool isArriving(const std::filesystem::path& path, const InputOptions& options);
+
+// A reader for these. Its description has the largest number of frames.
+std::unique_ptr<Reader> openArriving(const std::filesystem::path& path,
+                                     const InputOptions& options);
 
 }  // namespace vistrel::app

@@ -2,7 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 
+#include "apps/error.h"
 #include "apps/options/options.h"
 
 namespace vistrel::app {
@@ -10,6 +12,19 @@ namespace {
 
 bool contains(const std::vector<std::string>& words, const std::string& word) {
   return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+Shard parseShard(const std::string& text) {
+  Shard shard;
+  const auto number = [&text](size_t from, size_t to, uint32_t& n) {
+    const auto [rest, error] = std::from_chars(&text[from], &text[to], n);
+    return error == std::errc{} && rest == &text[to];
+  };
+  const size_t slash = text.find('/');
+  if (slash == text.npos || !number(0, slash, shard.index) ||
+      !number(slash + 1, text.size(), shard.count) || shard.index < 1 || shard.index > shard.count)
+    throwError(kUsage, "--shard {}: I/N is expected, with I from 1 to N", text);
+  return shard;
 }
 
 ProgressMode parseProgressMode(const std::string& word) {
@@ -23,17 +38,25 @@ ProgressMode parseProgressMode(const std::string& word) {
 void addBatchOptions(CLI::App& command, BatchOptions& o) {
   between(command.add_option("-j,--jobs", o.workers, "Worker threads (1); 0: one per CPU"), 0,
           kMaxWorkers);
+  command.add_flag("-r,--recursive", o.recursive, "Folders with their sub-folders");
+  command
+      .add_option_function<std::string>(
+          "--shard", [&o](const std::string& s) { o.shard = parseShard(s); },
+          "Only part I of N of the pictures, for array jobs")
+      ->type_name("I/N");
   command.add_flag("--keep-going", o.keepGoing, "Continue after an input fails");
   command.add_flag("--overwrite", o.overwrite, "Remake pictures that are up to date");
   command.add_flag("--dry-run", o.dryRun, "Check all inputs, show what would be done");
   command.add_option("--manifest", o.manifest, "Record pictures; remake those that differ from it")
       ->type_name("FILE");
+  auto* quiet = command.add_flag("-q,--quiet", o.quiet, "Say nothing but what failed");
   command
       .add_option_function<std::string>(
           "--progress", [&o](const std::string& s) { o.progress = parseProgressMode(s); },
           "auto (on a terminal), always, never or json")
       ->check(CLI::IsMember({"auto", "always", "never", "json"}).description(""))
-      ->type_name("WHEN");
+      ->type_name("WHEN")
+      ->excludes(quiet);
   command.add_flag("--json", o.json, "Report on standard output as JSON");
 }
 

@@ -1,6 +1,7 @@
 // What the command line says about many frames at once.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -23,14 +24,22 @@ enum class ProgressMode {
   kJson  // one object per line
 };
 
+// The part of an array of runs that this one does: number `index` of `count`, from 1.
+struct Shard {
+  uint32_t index = 1, count = 1;
+};
+
 struct BatchOptions {
   unsigned workers = 1;  // 0: one per processor
   bool keepGoing = false, dryRun = false, overwrite = false, json = false;
+  bool quiet = false, recursive = false;
+  Shard shard;
   std::string manifest;  // a file; empty for none
   ProgressMode progress = ProgressMode::kAuto;
 };
 
-// -j, --keep-going, --overwrite, --dry-run, --manifest, --progress, --json.
+// -j, --recursive, --keep-going, --overwrite, --dry-run, --shard, --manifest, --progress, --quiet,
+// --json.
 void addBatchOptions(CLI::App& command, BatchOptions& options);
 
 // The options of these groups as the user gave them, without those of the names to leave out.

@@ -28,8 +28,14 @@ std::vector<std::string> ConversionOptions::conflicts() const {
                                     const char* why) {
     found.push_back(fmt::format("{} and {} cannot be combined: {}", one, other, why));
   };
-  const bool allBits = keepsAllBits();
-  if (depth == "16" && !allBits)
+  const bool allBits = outputFormat().allBits, inPlanes = !outputFormat().inPictures;
+  if (output == OutputKind::y4m && !format.empty() && format != "i420" && format != "i444")
+    addConflict("--format " + format, "a .y4m", "that is i420 or i444");
+  if (output == OutputKind::picture && inPlanes)
+    addConflict("--format " + format, "such a picture", "only .raw and .y4m have planes");
+  if (depth == "16" && !allBits && format.empty())
+    addConflict("--depth 16", "a .y4m", "that has 8 bits");
+  else if (depth == "16" && !allBits)
     addConflict("--depth 16", "--format " + format,
                 "that format has 8 bits; bgr48 and gray16 keep all");
   if (depth == "8" && allBits)

@@ -5,7 +5,6 @@
 #include "apps/options/geometry.h"
 #include "apps/options/options.h"
 #include "apps/options/orientation.h"
-#include "apps/options/output_format.h"
 
 namespace vistrel::app {
 namespace {
@@ -16,17 +15,12 @@ bool isNumber(const std::string& text) {
   return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
 }
 
-// The format that --format names, or the one that --depth implies.
-const OutputFormat& formatOf(const ConversionOptions& o) {
-  return outputFormat(!o.format.empty() ? o.format : o.depth == "16" ? "bgr48" : "bgr24");
-}
-
 // A mono frame can only become gray; without --format, --depth sets its bits.
 uint32_t formatOf(const ConversionOptions& o, bool mono) {
-  const OutputFormat& choice = formatOf(o);
+  const OutputFormat& choice = o.outputFormat();
   const bool gray = o.format.empty() || o.format == "gray8" || o.format == "gray16";
   if (mono && gray) return choice.allBits ? VISTREL_MONO16 : VISTREL_MONO8;
-  return o.bare ? choice.code : choice.inPictures;
+  return o.output == OutputKind::picture ? choice.inPictures.value_or(choice.code) : choice.code;
 }
 
 }  // namespace
@@ -48,7 +42,11 @@ void ToneOptions::apply(vistrel_conversion& conversion) const {
   conversion.table_entries = static_cast<uint32_t>(table.size());
 }
 
-bool ConversionOptions::keepsAllBits() const { return formatOf(*this).allBits; }
+const OutputFormat& ConversionOptions::outputFormat() const {
+  if (!format.empty()) return app::outputFormat(format);
+  if (output == OutputKind::y4m) return app::outputFormat("i420");
+  return app::outputFormat(depth == "16" ? "bgr48" : "bgr24");
+}
 
 vistrel_conversion ConversionOptions::of(const vistrel_frame& frame) const {
   const bool mono = frame.phase == VISTREL_MONO, reduced = depth == "reduce10";

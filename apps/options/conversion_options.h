@@ -11,6 +11,7 @@
 #include "apps/options/algorithm.h"
 #include "apps/options/calibration_options.h"
 #include "apps/options/option_names.h"
+#include "apps/options/output_format.h"
 #include "apps/options/preparation_options.h"
 #include "vistrel/vistrel.hpp"
 
@@ -42,7 +43,7 @@ struct ConversionOptions {
   ToneOptions tone;
   std::string depth, format, gray;  // empty: 8, the depth's format, luma
   bool mask = false;
-  bool bare = false;  // samples in the format's own order, not in that of a picture
+  OutputKind output = OutputKind::picture;
 
   // Messages for the user: options that conflict, and options that have no effect on the frame.
   std::vector<std::string> conflicts() const;
@@ -53,7 +54,8 @@ struct ConversionOptions {
   // The result refers to these options.
   vistrel_conversion of(const vistrel_frame& frame) const;
 
-  bool keepsAllBits() const;
+  // --format, or the format that --depth and the output imply.
+  const OutputFormat& outputFormat() const;
 };
 
 void addToneOptions(CLI::App& command, ToneOptions& options);

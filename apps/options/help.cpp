@@ -14,11 +14,12 @@ constexpr size_t kWidth = 80, kColumn = 28;
 
 // A help of more lines, which no screen shows at once, only names these options.
 constexpr long kLines = 40;
-constexpr const char* kRare[] = {"align",  "bin-means", "chroma",     "compression", "continuous",
-                                 "dark",   "endian",    "flat",       "format",      "frame",
-                                 "gray",   "hot",       "keep-going", "manifest",    "mask",
-                                 "mosaic", "orient",    "progress",   "quality",     "range",
-                                 "skip",   "stride",    "type",       "white",       "window"};
+constexpr const char* kRare[] = {"align",    "bin-means", "chroma", "compression", "continuous",
+                                 "dark",     "endian",    "flat",   "format",      "fps",
+                                 "frame",    "gray",      "hot",    "json",        "keep-going",
+                                 "manifest", "mask",      "mosaic", "orient",      "progress",
+                                 "quality",  "quiet",     "range",  "recursive",   "shard",
+                                 "skip",     "stride",    "type",   "white",       "window"};
 
 struct Section {
   std::string title, lines;

@@ -34,6 +34,7 @@ struct InputOptions {
   std::optional<uint64_t> frame;  // index of one frame among several
   std::optional<RealRange> range;
   bool needsPhase = false;  // reject a file that doesn't specify its phase
+  bool arriving = false;    // frames of a pipe are converted before the next ones arrive
 
   // Throws ProgramError (usage) if a required option is missing.
   void check() const;

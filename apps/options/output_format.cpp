@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "apps/names/output_type.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
@@ -18,13 +19,17 @@ constexpr OutputFormat kFormats[] = {
     {"argb", VISTREL_ARGB32, false, VISTREL_RGBA32},
     {"bgr48", VISTREL_BGR48, true, VISTREL_RGB48},
     {"rgb48", VISTREL_RGB48, true, VISTREL_RGB48},
+    {"nv12", VISTREL_NV12, false, {}},
+    {"i420", VISTREL_I420, false, {}},
+    {"i444", VISTREL_I444, false, {}},
 };
 
 }  // namespace
 
-bool isRawFile(const std::filesystem::path& output) {
-  const auto extension = output.extension();
-  return extension == ".raw" || extension == ".bin" || output == "raw:-" || output == "bin:-";
+OutputKind outputKind(const std::filesystem::path& output) {
+  const std::string type = outputTypeName(output);
+  if (type == "y4m") return OutputKind::y4m;
+  return type == "raw" || type == "bin" ? OutputKind::raw : OutputKind::picture;
 }
 
 const OutputFormat& outputFormat(const std::string& name) {

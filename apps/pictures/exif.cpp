@@ -8,6 +8,7 @@
 namespace vistrel::app {
 
 const char* const kSoftware = "vistrel " VISTREL_PROGRAM_VERSION;
+
 namespace {
 
 enum FieldType : uint16_t { kAscii = 2, kShort = 3, kLong = 4, kRational = 5, kUndefined = 7 };
@@ -57,10 +58,10 @@ class Directory {
 // Short exposures as 1/N, other numbers in millionths or, if they are large, as integers.
 void Directory::rational(uint16_t tag, const std::optional<double>& value) {
   if (!value) return;
-  constexpr double kSteps = 1000000, kLargest = 4294967295;
+  constexpr double kMillion = 1000000, kLargest = 4294967295;
   const double inverse = std::round(1 / *value);
   const bool isFraction = *value < 1 && std::abs(inverse * *value - 1) < 1e-6;
-  const double steps = isFraction ? inverse : *value * kSteps <= kLargest ? kSteps : 1;
+  const double steps = isFraction ? inverse : *value * kMillion <= kLargest ? kMillion : 1;
   const double part = isFraction ? 1 : std::min(std::round(*value * steps), kLargest);
   std::string bytes;
   put(bytes, static_cast<uint64_t>(part), 4);

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <bit>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "apps/error.h"
+#include "apps/names/output_type.h"
 #include "apps/pictures/picture_rows.h"
 #include "apps/pictures/tiff_output.h"
 
@@ -17,8 +19,9 @@ constexpr PictureType kTypes[] = {
     {".jpeg", 0, false, false, writeJpeg}, {".tif", 0, false, false, writeTiff},
     {".tiff", 0, false, false, writeTiff}, {".pam", 0, true, false, writePam},
     {".ppm", 3, true, false, writePnm},    {".pgm", 1, true, true, writePnm},
-    {".npy", 0, false, true, writeNpy},    {".dng", 1, false, true, writeDng},
-    {".raw", 0, true, true, writeRaw},     {".bin", 0, true, true, writeRaw}};
+    {".pnm", 0, true, true, writePnm},     {".npy", 0, false, true, writeNpy},
+    {".dng", 1, false, true, writeDng},    {".raw", 0, true, true, writeRaw},
+    {".bin", 0, true, true, writeRaw}};
 
 constexpr PictureType kStandardOutput{"", 0, true, true, writePnm};
 
@@ -45,9 +48,7 @@ void checkDng(const vistrel_layout& l, const PictureDetails& details) {
 
 const PictureType& pictureType(const std::filesystem::path& path) {
   if (path == "-") return kStandardOutput;
-  std::string extension = path.extension().string();
-  if (isStandardOutput(path))
-    extension = fmt::format(".{}", path.string().substr(0, path.string().size() - 2));
+  const std::string extension = fmt::format(".{}", outputTypeName(path));
   for (const PictureType& type : kTypes)
     if (extension == type.extension) return type;
   throwError(kUsage,
@@ -55,6 +56,11 @@ const PictureType& pictureType(const std::filesystem::path& path) {
              "(gray), .npy or .raw, that of a raw frame in .dng; standard output is - for PNM, "
              "png:- and so on",
              path.string());
+}
+
+const PictureType& outputType(const std::filesystem::path& path) {
+  static const PictureType y4m{".y4m", 0, true, false, writeY4m, beginY4m};
+  return outputTypeName(path) == "y4m" ? y4m : pictureType(path);
 }
 
 const PictureType& frameType(const std::filesystem::path& path) {
@@ -79,14 +85,20 @@ void checkHolds(const PictureType& type, const vistrel_layout& l, const PictureD
 
 void savePicture(const Image& image, const PictureDetails& details,
                  const std::filesystem::path& to) {
+  writePicture(image, details, to)->commit();
+}
+
+std::unique_ptr<AtomicFile> writePicture(const Image& image, const PictureDetails& details,
+                                         const std::filesystem::path& to) {
   const PictureType& type = pictureType(to);
   checkHolds(type, image.layout, details);
-  AtomicFile output(to);
-  type.write(image, details, output);
-  output.commit();
+  auto picture = std::make_unique<AtomicFile>(to);
+  type.write(image, details, *picture);
+  return picture;
 }
 
 void writeRaw(const Image& image, const PictureDetails&, AtomicFile& file) {
+  if (image.layout.bits <= 8) return file.write(image.pixels.data(), image.pixels.size());
   PictureRows rows(image, Depth::kKept, std::endian::little);
   for (uint32_t y = 0; y < rows.count(); ++y) file.write(rows.row(y), rows.bytes());
 }

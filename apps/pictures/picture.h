@@ -10,18 +10,27 @@
 
 namespace vistrel::app {
 
+// Frames per second.
+struct FrameRate {
+  uint32_t frames = 25, seconds = 1;
+};
+
 struct PictureType {
   const char* extension;
   uint32_t channels;  // 0: any
   bool many;          // may hold several images, one after the other
   bool frames;        // holds raw frames without changing a sample
   void (*write)(const Image& image, const PictureDetails& details, AtomicFile& file);
+  // What comes before the first image of a film; null if nothing does.
+  void (*begin)(const vistrel_layout& layout, const FrameRate& rate, AtomicFile& file) = nullptr;
 };
 
-// The type that the extension of `path` names; "-" is a PNM on standard output, "png:-" a PNG and
-// so on. Throws ProgramError (usage) if the name specifies no type.
+// The type that the extension of `path` names, in any case; "-" is a PNM on standard output,
+// "png:-" a PNG and so on. Throws ProgramError (usage) if the name specifies no type.
 const PictureType& pictureType(const std::filesystem::path& path);
 
+// The same where films are allowed too.
+const PictureType& outputType(const std::filesystem::path& path);
 // The same for a raw frame.
 const PictureType& frameType(const std::filesystem::path& path);
 
@@ -45,6 +54,9 @@ inline bool isSameType(const PictureType& a, const PictureType& b) {
 void checkHolds(const PictureType& type, const vistrel_layout& layout,
                 const PictureDetails& details);
 
+// Writes a picture, which appears when the caller commits it. Throws ProgramError.
+std::unique_ptr<AtomicFile> writePicture(const Image& image, const PictureDetails& details,
+                                         const std::filesystem::path& to);
 // Writes a picture that appears complete or not at all. Throws ProgramError.
 void savePicture(const Image& image, const PictureDetails& details,
                  const std::filesystem::path& to);
@@ -62,6 +74,11 @@ struct ColourPicture {
 // Reads a binary PPM, or a PNG as above of up to 16 bits. Throws ProgramError: input/output or
 // rejected.
 ColourPicture readColourPicture(const std::filesystem::path& path);
+
+// Y4M: images of bytes, as I420, I444 or MONO8. Luma and chroma are those of BT.709 in limited
+// range.
+void beginY4m(const vistrel_layout& layout, const FrameRate& rate, AtomicFile& file);
+void writeY4m(const Image& image, const PictureDetails& details, AtomicFile& file);
 
 // The writers accept mono, RGB and RGBA pixels, without gaps between rows, and throw ProgramError:
 // input/output, or rejected if the format can't hold the image.

@@ -125,11 +125,13 @@ enum {
    *   Cr = (16448 + product(r - g, 14392) + product(b - g, -1320)) >> 7
    *
    * where b, g and r are 32 times the sums of a block's samples, those at an odd edge
-   * repeated, and product(v, w) = (v * w + 16384) >> 15.
+   * repeated, and product(v, w) = (v * w + 16384) >> 15. In I444, each pixel has chroma of
+   * its own, that of a block of four such pixels.
    */
   VISTREL_NV12 = 262, /* a plane of Y, one of pairs Cb, Cr with the same stride; if the width
                           is odd, a row's last Y is stored twice */
-  VISTREL_I420 = 263  /* a plane of Y, one of Cb, one of Cr with half the stride, rounded up */
+  VISTREL_I420 = 263, /* a plane of Y, one of Cb, one of Cr with half the stride, rounded up */
+  VISTREL_I444 = 264  /* a plane of Y, one of Cb, one of Cr */
 };
 
 /* How samples of more than 8 bits are reduced to 8. Windows keep eight adjacent bits, clamped. */
@@ -352,7 +354,7 @@ typedef struct vistrel_image {
 /* A pixel format. */
 typedef struct vistrel_format {
   const char* name;          /* "BGR24" */
-  uint32_t code;             /* VISTREL_MONO8 to VISTREL_I420 */
+  uint32_t code;             /* VISTREL_MONO8 to VISTREL_I444 */
   uint32_t channels;         /* samples per pixel: 1, 3 or 4 */
   uint32_t bytes_per_sample; /* 1 or 2 */
   uint32_t mono;             /* 1: for mono frames, 0: for Bayer and BGR frames */

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <regex>
 #include <sstream>
 
 namespace vistrel {
@@ -32,6 +33,15 @@ class Capture {
  private:
   std::FILE* file_;
 };
+
+// Moves the last line of messages, if it sums up a run.
+void takeSummary(Finished& finished) {
+  static const std::regex summary("(^|\n)(vistrel: [0-9]+ made, [^\n]* in [0-9.]+ s[^\n]*\n)$");
+  std::smatch match;
+  if (!std::regex_search(finished.err, match, summary)) return;
+  finished.summary = match[2];
+  finished.err.resize(finished.err.size() - finished.summary.size());
+}
 
 }  // namespace
 
@@ -81,7 +91,10 @@ Finished Scratch::run(std::vector<std::string> command,
   }
   int status = 0;
   waitpid(child, &status, 0);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), out.text(), err.text()};
+  Finished finished{WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), out.text(),
+                    err.text(), ""};
+  takeSummary(finished);
+  return finished;
 }
 
 Finished Scratch::vistrel(const std::string& arguments,

@@ -12,6 +12,7 @@ namespace vistrel {
 struct Finished {
   int status;  // exit status; 128 plus the signal's number after a signal
   std::string out, err;
+  std::string summary;  // the line that sums up a run of many frames, which `err` then lacks
 };
 
 // A folder that is removed with its object. Names are relative to it.

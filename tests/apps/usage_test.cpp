@@ -91,9 +91,10 @@ TEST(Usage, Numbers) {
       "--curve 1: 2 to 6, light, lighter, lightest, dark, contrast, or a file with a table, "
       "are allowed\n");
   expectUsage(convert + "--depth 12", "--depth: 12 not in {8,16,reduce10}" + kHint);
-  expectUsage(
-      convert + "--format bgr32",
-      "--format: bgr32 not in {gray8,gray16,bgr24,rgb24,bgra,rgba,argb,bgr48,rgb48}" + kHint);
+  expectUsage(convert + "--format bgr32",
+              "--format: bgr32 not in {gray8,gray16,bgr24,rgb24,bgra,rgba,argb,bgr48,rgb48,"
+              "nv12,i420,i444}" +
+                  kHint);
   expectUsage(convert + "--black -1",
               "--black -1: one level, or four as in 64:64:66:64, from 0 to 65535\n");
   expectUsage(convert + "--black 65536",
@@ -166,6 +167,34 @@ TEST(Usage, ConflictingOptions) {
               "vistrel: --manifest m.jsonl and -o - cannot be combined: standard output is for the "
               "picture alone\n");
   expectUsage(convert + "--gray raw", "--gray requires --format" + kHint);
+}
+
+TEST(Usage, Films) {
+  const std::string convert = "convert a.pgm --phase rggb -o ";
+  for (const std::string rate : {"0", "-1", "25/0", "25/", "x", "30000/1001/2", "1.5"})
+    expectUsage(convert + "y4m:- --fps " + rate,
+                "--fps " + rate + ": frames per second are expected, as 25 or 30000/1001\n");
+  expectUsage(convert + "a.png --fps 25",
+              "--fps and -o a.png cannot be combined: only a Y4M has a rate\n");
+  expectUsage(convert + "y4m:- --format bgr24",
+              "--format bgr24 and a .y4m cannot be combined: that is i420 or i444\n");
+  expectUsage(convert + "a.y4m --type png",
+              "--type png and -o a.y4m cannot be combined: a picture's name sets its type, --type "
+              "that of pictures in a folder\n");
+  expectUsage(convert + "a.y4m --depth 16",
+              "--depth 16 and a .y4m cannot be combined: that has 8 bits\n");
+  expectUsage(
+      convert + "a.png --format i420",
+      "--format i420 and such a picture cannot be combined: only .raw and .y4m have planes\n");
+  expectUsage(convert + "a.y4m --json --shard 1/2",
+              "--json and -o a.y4m cannot be combined: all pictures go to one file\n"
+              "vistrel: --shard and -o a.y4m cannot be combined: all pictures go to one file\n");
+}
+
+TEST(Usage, Shards) {
+  for (const std::string shard : {"0/2", "3/2", "1", "1/", "/2", "1/x", "-1/2", "1/2/3", "1.0/2"})
+    expectUsage("convert a.pgm --phase rggb -o out/ --shard " + shard,
+                "--shard " + shard + ": I/N is expected, with I from 1 to N\n");
 }
 
 TEST(Usage, OutputFormat) {

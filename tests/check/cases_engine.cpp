@@ -64,7 +64,7 @@ void drawFormat(Draw& draw, Call& call) {
   else
     call.format = draw.pick({VISTREL_BGR24, VISTREL_ARGB32, VISTREL_ARGB32_4, VISTREL_GRAY8,
                              VISTREL_RGB24, VISTREL_BGRA32, VISTREL_RGBA32, VISTREL_RGB24_PLANAR,
-                             VISTREL_NV12, VISTREL_I420});
+                             VISTREL_NV12, VISTREL_I420, VISTREL_I444});
 }
 
 uint32_t algorithms() {

@@ -47,7 +47,7 @@ void convertAnother(vistrel_stream* stream, uint32_t seed) {
   vistrel_default_conversion(&frame, &conversion);
   conversion.excess = VISTREL_MASK;
   conversion.algorithm = random.below(9);
-  conversion.format = random.pick({VISTREL_GRAY8, VISTREL_BGR48, VISTREL_I420});
+  conversion.format = random.pick({VISTREL_GRAY8, VISTREL_BGR48, VISTREL_I420, VISTREL_I444});
   conversion.binning = 1 + random.below(2);
   const vistrel_image image{pixels.data(), pixels.size(), 0, {}};
   vistrel_stream_convert(stream, &frame, &conversion, &image, nullptr);

@@ -194,7 +194,7 @@ const ChoiceField<vistrel_conversion> kConversionChoices[] = {
      "conversion.format",
      VISTREL_BAD_FORMAT,
      VISTREL_BGR48,
-     {256, 257, 258, 259, 260, 261, 262, 263}},
+     {256, 257, 258, 259, 260, 261, 262, 263, 264}},
     {&vistrel_conversion::algorithm,
      "conversion.algorithm",
      VISTREL_BAD_ALGORITHM,

@@ -54,7 +54,7 @@ struct Planes : ::testing::TestWithParam<uint32_t> {
 };
 INSTANTIATE_TEST_SUITE_P(Every, Planes,
                          ::testing::Values(VISTREL_RGB24_PLANAR, VISTREL_RGB48_PLANAR, VISTREL_NV12,
-                                           VISTREL_I420));
+                                           VISTREL_I420, VISTREL_I444));
 
 vistrel_conversion bilinear() {
   vistrel_conversion c{};

@@ -73,6 +73,7 @@ inline std::vector<Range> rangesOf(const vistrel_layout& l, uint32_t format, siz
   switch (format) {
     case VISTREL_RGB24_PLANAR:
     case VISTREL_RGB48_PLANAR:
+    case VISTREL_I444:
       return {first, {plane + first.begin, l.row_bytes}, {2 * plane + first.begin, l.row_bytes}};
     case VISTREL_NV12: return {first, {plane + y / 2 * stride, l.row_bytes}};
     case VISTREL_I420:
@@ -129,7 +130,7 @@ struct RandomCase {
       conversion.format = r.below(2);
     else
       conversion.format =
-          r.of({2u, 3u, 5u, 6u, 7u, 256u, 257u, 258u, 259u, 260u, 261u, 262u, 263u});
+          r.of({2u, 3u, 5u, 6u, 7u, 256u, 257u, 258u, 259u, 260u, 261u, 262u, 263u, 264u});
     conversion.gray = r.below(2);
     conversion.binning = 1 + (r.oneIn(2) ? r.below(4) : 0);
     conversion.truncate_to = r.oneIn(4) ? 10 : 0;

@@ -147,7 +147,7 @@ TEST(Names, ThatAreUnknownAreRejected) {
       {VISTREL_BAD_FORMAT, "name", "BGR2",
        "MONO8 (0), MONO16 (1), BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), GRAY8 "
        "(5), GRAY16 (6), RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259), RGB24_PLANAR "
-       "(260), RGB48_PLANAR (261), NV12 (262), I420 (263) are allowed"});
+       "(260), RGB48_PLANAR (261), NV12 (262), I420 (263), I444 (264) are allowed"});
   expectUnknown(vistrel_parse_algorithm, "algorithm",
                 {VISTREL_BAD_ALGORITHM, "name", "nearest",
                  "bilinear (0), edge (1), near (2), laroche (3), hamilton (4), vng (5), cok (6), "
@@ -201,7 +201,7 @@ TEST(FormatTable, IsStable) {
                                 "ARGB32 3 4x1", "ARGB32_4 4 4x1", "BGR48 7 3x2", "GRAY8 5 1x1",
                                 "GRAY16 6 1x2", "RGB24 256 3x1", "BGRA32 257 4x1", "RGBA32 258 4x1",
                                 "RGB48 259 3x2", "RGB24_PLANAR 260 3x1", "RGB48_PLANAR 261 3x2",
-                                "NV12 262 3x1", "I420 263 3x1"));
+                                "NV12 262 3x1", "I420 263 3x1", "I444 264 3x1"));
 }
 
 TEST(Tables, AreListed) {

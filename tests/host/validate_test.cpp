@@ -76,7 +76,7 @@ const Fault kFormats[] = {
      {VISTREL_BAD_FORMAT, "conversion.format", "99",
       "rggb frames allow BGR24 (2), ARGB32 (3), ARGB32_4 (4), BGR48 (7), GRAY8 (5), GRAY16 (6), "
       "RGB24 (256), BGRA32 (257), RGBA32 (258), RGB48 (259), "
-      "RGB24_PLANAR (260), RGB48_PLANAR (261), NV12 (262), I420 (263)"}},
+      "RGB24_PLANAR (260), RGB48_PLANAR (261), NV12 (262), I420 (263), I444 (264)"}},
     {"UnknownForMono",
      [](Request& r) { r.setFrame(mono(64, 48)), r.conversion.format = 99; },
      {VISTREL_BAD_FORMAT, "conversion.format", "99", "mono frames allow MONO8 (0), MONO16 (1)"}},

@@ -23,14 +23,18 @@ TEST_P(PixelRowsSuite, Packed) {
 }
 
 TEST_P(PixelRowsSuite, Planar) {
-  for (const size_t sampleBytes : {1, 2})
+  const auto expect = [](size_t sampleBytes, PlanesFunction convert) {
     for (const size_t width : kRowWidths)
       expectSplitsToAgree(
           width, 3 * sampleBytes, 1, [&](Image& image, bool bypasses, Arena& arena) {
             return PlanarRows(
                 {image.plane(0, bypasses), image.plane(1, bypasses), image.plane(2, bypasses)},
-                width, sampleBytes, arena);
+                width, sampleBytes, convert, arena);
           });
+  };
+  expect(1, pixelFormatKernels().planes8);
+  expect(2, pixelFormatKernels().planes16);
+  expect(1, pixelFormatKernels().planes709);
 }
 
 }  // namespace

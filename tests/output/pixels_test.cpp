@@ -326,12 +326,51 @@ TEST_P(PixelFormat, ChromaPlanes709) {
       false);
 }
 
+TEST_P(PixelFormat, Planes709) {
+  compare(
+      3,
+      [](const Sources& from, size_t n, const Results& to) {
+        void* const planes[3] = {to[0], to[1], to[2]};
+        pixelFormatKernels().planes709(from[0], n, planes);
+      },
+      [](const Rows& rows, size_t n) {
+        Rows planes(3);
+        for (const uint8_t* p = rows[0].data(); n > 0; --n, p += 3) {
+          const Chroma chroma = chroma709Of(128 * (p[0] - p[1]), 128 * (p[2] - p[1]));
+          planes[0].push_back(luma709Of(p));
+          planes[1].push_back(chroma.cb);
+          planes[2].push_back(chroma.cr);
+        }
+        return planes;
+      });
+}
+
 // Two rows of the same pairs of pixels.
 void convert709(const uint8_t* pixels, size_t pairs, uint8_t* luma, uint8_t* cb, uint8_t* cr) {
   std::vector<int16_t> blue(pairs), red(pairs);
   const PairSums sums{blue.data(), red.data()};
   pixelFormatKernels().pairsTo709(pixels, pairs, luma, sums);
   pixelFormatKernels().chromaPlanes709(sums, sums, pairs, cb, cr);
+}
+
+// Of all pixels with samples 0, 1, 128, 254 and 255, where products could overflow.
+TEST_P(PixelFormat, Planes709AreThoseOfBlocksOfFourEqualPixels) {
+  const std::array<uint8_t, 5> values = {0, 1, 128, 254, 255};
+  Row pixels, pairs;
+  for (const uint8_t b : values)
+    for (const uint8_t g : values)
+      for (const uint8_t r : values) {
+        pixels.insert(pixels.end(), {b, g, r});
+        pairs.insert(pairs.end(), {b, g, r, b, g, r});
+      }
+  const size_t n = pixels.size() / 3;
+  Row y(n), cb(n), cr(n), yy(2 * n), cb2(n), cr2(n);
+  void* const planes[3] = {y.data(), cb.data(), cr.data()};
+  pixelFormatKernels().planes709(pixels.data(), n, planes);
+  convert709(pairs.data(), n, yy.data(), cb2.data(), cr2.data());
+  EXPECT_EQ(cb, cb2);
+  EXPECT_EQ(cr, cr2);
+  for (size_t i = 0; i < n; ++i) EXPECT_EQ(y[i], yy[2 * i]);
 }
 
 // Luma and chroma of one colour.

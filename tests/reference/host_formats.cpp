@@ -71,26 +71,30 @@ struct Chroma {
   uint8_t cb, cr;
 };
 
-Chroma chromaOf(const HostPixels& p, size_t column, size_t row) {
+// Of side x side pixels, four times as many of which count as one block.
+Chroma chromaOf(const HostPixels& p, size_t column, size_t row, size_t side) {
   int sums[3] = {};
   for (size_t i = 0; i < 4; ++i)
     for (size_t channel = 0; channel < 3; ++channel)
       sums[channel] +=
-          32 * static_cast<int>(p.at(std::min<size_t>(2 * column + i % 2, p.width - 1),
-                                     std::min<size_t>(2 * row + i / 2, p.height - 1), channel));
+          32 * static_cast<int>(p.at(std::min<size_t>(side * column + i % side, p.width - 1),
+                                     std::min<size_t>(side * row + i / 2 % side, p.height - 1),
+                                     channel));
   const int b = sums[kBlue] - sums[kGreen], r = sums[kRed] - sums[kGreen];
   return {static_cast<uint8_t>((16448 + product(b, 14392) + product(r, -3298)) >> 7),
           static_cast<uint8_t>((16448 + product(r, 14392) + product(b, -1320)) >> 7)};
 }
 
-void storeLumaAndChroma(const HostPixels& p, bool inPairs, const std::vector<HostPlane>& planes,
+void storeLumaAndChroma(const HostPixels& p, uint32_t format, const std::vector<HostPlane>& planes,
                         uint8_t* image) {
+  const bool inPairs = format == VISTREL_NV12;
+  const size_t side = format == VISTREL_I444 ? 1 : 2;
   for (size_t y = 0; y < p.height; ++y)
     for (size_t x = 0; x < planes[0].rowBytes; ++x)
       image[y * planes[0].stride + x] = limitedLuma(p, std::min<size_t>(x, p.width - 1), y);
-  for (size_t y = 0; y < (p.height + 1) / 2; ++y)
-    for (size_t x = 0; x < (p.width + 1) / 2; ++x) {
-      const Chroma chroma = chromaOf(p, x, y);
+  for (size_t y = 0; y < (p.height + side - 1) / side; ++y)
+    for (size_t x = 0; x < (p.width + side - 1) / side; ++x) {
+      const Chroma chroma = chromaOf(p, x, y, side);
       uint8_t* const first = image + planes[1].offset + y * planes[1].stride;
       uint8_t* const cb = inPairs ? first + 2 * x : first + x;
       uint8_t* const cr = inPairs ? cb + 1 : image + planes[2].offset + y * planes[2].stride + x;
@@ -138,6 +142,7 @@ std::vector<HostPlane> hostPlanes(uint32_t format, size_t width, size_t height, 
   switch (format) {
     case VISTREL_RGB24_PLANAR:
     case VISTREL_RGB48_PLANAR:
+    case VISTREL_I444:
       return {first,
               {second, stride, first.rowBytes, height},
               {2 * second, stride, first.rowBytes, height}};
@@ -154,7 +159,8 @@ void hostStore(const HostPixels& pixels, uint32_t format, uint8_t* image, ptrdif
     case VISTREL_RGB24_PLANAR:
     case VISTREL_RGB48_PLANAR: return storePlanar(pixels, hostSampleBytes(format), planes, image);
     case VISTREL_NV12:
-    case VISTREL_I420: return storeLumaAndChroma(pixels, format == VISTREL_NV12, planes, image);
+    case VISTREL_I420:
+    case VISTREL_I444: return storeLumaAndChroma(pixels, format, planes, image);
     default: return storePacked(pixels, format, image, stride);
   }
 }

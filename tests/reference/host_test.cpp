@@ -157,6 +157,18 @@ TEST(HostFormats, HaveLumaAndChroma) {
   EXPECT_THAT(stored(VISTREL_NV12, 4, 1, 2, white), ElementsAre(235, 235, 128, 128));
   EXPECT_THAT(stored(VISTREL_NV12, 4, 1, 2, blue), ElementsAre(32, 32, 240, 118));
   EXPECT_THAT(stored(VISTREL_I420, 6, 1, 3, blue), ElementsAre(32, 77, 77, 240, 77, 118));
+  EXPECT_THAT(stored(VISTREL_I444, 3, 1, 1, blue), ElementsAre(32, 240, 118));
+}
+
+// Black beside blue: the block's mean is half as blue. 32 * 2 * 255 = 16320 has the products 7167.9
+// and -657.4: Cb = (16448 + 7168) >> 7 = 184, Cr = (16448 - 657) >> 7 = 123.
+TEST(HostFormats, ShareChromaOrHaveTheirOwn) {
+  const std::vector<uint16_t> pixels = {0, 0, 0, 255, 0, 0};
+  Bytes shared(4), own(6);
+  hostStore({2, 1, 3, pixels}, VISTREL_I420, shared.data(), 2);
+  hostStore({2, 1, 3, pixels}, VISTREL_I444, own.data(), 2);
+  EXPECT_THAT(shared, ElementsAre(16, 32, 184, 123));
+  EXPECT_THAT(own, ElementsAre(16, 32, 128, 240, 128, 118));
 }
 
 TEST(HostConversion, LeavesTheImageOfExcessSamplesUntouched) {

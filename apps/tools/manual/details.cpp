@@ -24,7 +24,9 @@ not at all. Each command has a page of its own.)";
 constexpr const char* kConvert =
     R"(IN is a binary PGM, a gray PNG, a TIFF, a DNG or a FITS file, a camera raw file if the plug-in
 is installed, or a headerless raw file of the given --size; a folder stands for the frames in it,
-and - for standard input. A file with several frames yields a picture for each.
+and - for standard input. A file with several frames yields a picture for each, or one film:
+standard output (-, raw:-, y4m:-) and a .y4m take the pictures of all frames, one after the other.
+Headerless frames that come through a pipe are converted as they arrive.
 
 A picture shows the samples as they are: linear, without white balance, and so dark and often
 green; vistrel-develop(1) makes pictures for the eye. What the file says about levels, colours and

@@ -29,6 +29,12 @@ std::string roff(const std::string& text) {
 std::string bold(const std::string& text) { return fmt::format("\\fB{}\\fR", roff(text)); }
 std::string italic(const std::string& text) { return fmt::format("\\fI{}\\fR", roff(text)); }
 
+// Lines may end between the words of a choice.
+std::string breakable(std::string text) {
+  for (size_t at = 0; (at = text.find('|', at)) != text.npos; at += 3) text.replace(at, 1, "|\\:");
+  return text;
+}
+
 std::string trimmed(const std::string& line) {
   const size_t begin = line.find_first_not_of(' ');
   return begin == std::string::npos ? "" : line.substr(begin);
@@ -52,7 +58,8 @@ class Page {
     std::vector<std::string> names;
     for (const std::string& name : option.names) names.push_back(bold(name));
     std::string tag = joined(names, ", ");
-    if (!option.value.empty()) tag.append(tag.empty() ? "" : " ").append(italic(option.value));
+    if (!option.value.empty())
+      tag.append(tag.empty() ? "" : " ").append(breakable(italic(option.value)));
     out_ << ".TP\n" << tag << (option.repeated ? " ...\n" : "\n") << roff(option.text);
     if (option.required) out_ << " Required.";
     out_ << "\n";

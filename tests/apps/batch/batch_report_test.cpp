@@ -30,6 +30,30 @@ TEST_F(BatchReport, JsonReport) {
   EXPECT_EQ(output(2).at("status"), "failed");
   EXPECT_EQ(output(2).at("error"), "maxval 0: 1 to 65535 are allowed");
   EXPECT_EQ(output(3).at("status"), "not begun");
+  for (const auto& [key, count] :
+       {std::pair{"made", 1}, {"up_to_date", 1}, {"failed", 1}, {"not_begun", 1}})
+    EXPECT_EQ(report.at(key), count) << key;
+  EXPECT_GT(report.at("megabytes_per_second"), 0.0);
+  const json plan = json::parse(convert("a.pgm b.pgm --json --dry-run --overwrite").out);
+  EXPECT_EQ(plan.at("planned"), 2);
+  EXPECT_EQ(plan.at("up_to_date"), 0);
+}
+
+TEST_F(BatchReport, SaysHowFramesWereConverted) {
+  scratch.write("w.pgm", pgm(4, 3, 1023, [](uint32_t, uint32_t) { return 5; }));
+  const auto outputOf = [this](const std::string& options) {
+    const Finished result = scratch.vistrel("convert w.pgm --json -o out --overwrite " + options);
+    return json::parse(result.out).at("inputs").at(0).at("outputs").at(0);
+  };
+  const json edge = outputOf("--phase gbrg -a edge:20");
+  EXPECT_EQ(edge.at("phase"), "gbrg");
+  EXPECT_EQ(edge.at("frame_bits"), 10);
+  EXPECT_EQ(edge.at("bits"), 8);
+  EXPECT_EQ(edge.at("algorithm"), "edge:20");
+  EXPECT_EQ(outputOf("--phase rggb").at("algorithm"), "bilinear");
+  const json mono = outputOf("--phase mono");
+  EXPECT_EQ(mono.at("phase"), "mono");
+  EXPECT_FALSE(mono.contains("algorithm"));
 }
 
 }  // namespace

@@ -128,7 +128,7 @@ TEST_F(Batch, DryRunFailsIfTheRunWould) {
     if (geteuid() == 0 && setuid(65534) != 0) _exit(99);  // a user without special permissions
   };
   for (const std::string options :
-       {"-o no/a.png", "-o full/a.png", "-o full", "-o out/device.png", "-o a.pgm/a.png",
+       {"-o full/new/a.png", "-o full/a.png", "-o full", "-o out/device.png", "-o a.pgm/a.png",
         "-o out/a.png --manifest full/m", "-o out/a.png --manifest lines"}) {
     const Finished dry = scratch.vistrel("convert a.pgm --phase mono --dry-run " + options, nobody);
     const Finished run = scratch.vistrel("convert a.pgm --phase mono " + options, nobody);
@@ -154,6 +154,37 @@ TEST_F(Batch, TrailingBytesCauseAWarning) {
   scratch.write("frames.raw", std::string(99, ' '));
   EXPECT_EQ(scratch.vistrel(command + "--overwrite").err,
             "vistrel: frames.raw: 1 byte after the last frame is ignored\n");
+}
+
+TEST_F(Batch, IsSummedUp) {
+  EXPECT_EQ(convert("a.pgm").summary, "") << "not a single picture";
+  const std::string summary = convert("a.pgm b.pgm bad.pgm c.pgm").summary;
+  EXPECT_EQ(summary.rfind("vistrel: 1 made, 1 up to date, 1 failed, 1 not begun in ", 0), 0u)
+      << summary;
+  EXPECT_NE(summary.find(" frames/s, "), std::string::npos) << summary;
+  EXPECT_EQ(summary.substr(summary.size() - 6), " MB/s\n");
+  EXPECT_EQ(convert("a.pgm b.pgm --dry-run").summary, "");
+}
+
+TEST_F(Batch, IsQuiet) {
+  scratch.write("in.raw", std::string(100, ' '));
+  const std::string command = "convert in.raw bad.pgm -s 7x7 --bits 8 --phase mono -o out ";
+  EXPECT_NE(scratch.vistrel(command).err, "");
+  const Finished quiet = scratch.vistrel(command + "--quiet --overwrite");
+  EXPECT_EQ(
+      quiet.err,
+      "vistrel: bad.pgm: the file is too short: 7x7 samples of 8 bits do not fit its 9 bytes\n");
+  EXPECT_EQ(quiet.summary, "");
+  EXPECT_EQ(scratch.vistrel("develop a.pgm b.pgm --phase mono -o out -q").out, "");
+  EXPECT_EQ(convert("a.pgm -q --progress always").status, 2);
+}
+
+// One line for the first frame that has it, one for all others.
+TEST_F(Batch, NotesAboutManyFramesAppearOnce) {
+  const Finished result = convert("a.pgm b.pgm c.pgm -a vng");
+  EXPECT_EQ(result.err,
+            "vistrel: a.pgm: --algorithm vng has no effect: the frame is mono\n"
+            "vistrel: 2 more: --algorithm vng has no effect: the frame is mono\n");
 }
 
 }  // namespace

@@ -106,6 +106,18 @@ TEST_F(Killed, InterruptsLeaveOnlyCompleteFiles) {
   }
 }
 
+TEST_F(Killed, SaysThatItWasInterrupted) {
+  for (const auto& [signal, expected] : {std::pair{"INT", 130}, {"TERM", 143}}) {
+    const Finished result = scratch.run(
+        {"sh", "-c",
+         "sleep 1.5 | timeout --preserve-status -s $1 1 \"$0\" convert - -s 64x64 --bits 8 "
+         "--phase rggb -o raw:-",
+         VISTREL_PROGRAM, signal});
+    EXPECT_EQ(result.status, expected);
+    EXPECT_EQ(result.err, "vistrel: interrupted\n");
+  }
+}
+
 TEST_F(Killed, KeepsFilesOfRunningPrograms) {
   const pid_t child = start(command("out", "-j 2"));
   int status = 0;

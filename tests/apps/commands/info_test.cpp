@@ -23,7 +23,7 @@ std::string fourSamples(uint32_t maxval, std::vector<uint32_t> samples) {
 
 TEST(Info, AllKeys) {
   const auto expected = nlohmann::json::parse(R"({
-    "format": "PGM", "pixel_format": null, "frames": 1, "width": 4, "height": 1, "bytes_per_sample": 2, "maxval": 1023,
+    "file": "in.pgm", "format": "PGM", "pixel_format": null, "frames": 1, "width": 4, "height": 1, "bytes_per_sample": 2, "maxval": 1023,
     "bits": 10, "bits_known": true, "phase": null,
     "trailing_bytes": 0,
     "bits_used": 10, "zero_low_bits": 2, "min": 4, "max": 1020, "percent_at_max": 50.0,
@@ -97,6 +97,10 @@ TEST(Info, SeveralFiles) {
   EXPECT_EQ(json[0]["file"], "a.pgm");
   EXPECT_EQ(json[1]["file"], "b.pgm");
   EXPECT_EQ(json[1]["max"], 7);
+  const auto failed = nlohmann::json::parse(scratch.vistrel("info a.pgm none.pgm --json").out);
+  ASSERT_EQ(failed.size(), 2u);
+  EXPECT_EQ(failed[1], (nlohmann::json{{"file", "none.pgm"},
+                                       {"error", "cannot be read: No such file or directory"}}));
 }
 
 TEST(Info, BadFiles) {
@@ -107,7 +111,11 @@ TEST(Info, BadFiles) {
   scratch.write("in.pgm", "P5\n4 4\n255\nabc");
   const Finished cut = scratch.vistrel("info in.pgm --json");
   EXPECT_EQ(cut.status, 3);
-  EXPECT_EQ(cut.out, "");
+  EXPECT_EQ(
+      nlohmann::json::parse(cut.out),
+      (nlohmann::json{
+          {"file", "in.pgm"},
+          {"error", "the file is too short: 4x4 samples of 8 bits do not fit its 14 bytes"}}));
   EXPECT_EQ(cut.err,
             "vistrel: in.pgm: the file is too short: 4x4 samples of 8 bits do not fit its 14 "
             "bytes\n");

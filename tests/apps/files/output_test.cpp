@@ -74,9 +74,10 @@ TEST_F(Output, IsNotTheInput) {
   EXPECT_EQ(scratch.read("in.pgm"), pgm(64, 64, 255, noise));
 }
 
-TEST_F(Output, FolderIsMissing) {
-  expectFailure("no/out.png", 4, "in.pgm: no/out.png cannot be written: No such file or directory");
-  expectFailure("no/", 4, "-o no/: there is no such folder");
+TEST_F(Output, FolderIsMade) {
+  EXPECT_EQ(convert("new/folder/out.png").status, 0);
+  EXPECT_EQ(convert("other/").status, 0);
+  EXPECT_EQ(scratch.names(), (Names{"in.pgm", "new/folder/out.png", "other/in.png"}));
 }
 
 TEST_F(Output, FolderIsAFile) {

@@ -16,13 +16,14 @@ const std::map<std::string, uint32_t> kCodes{
     {"gray8", VISTREL_GRAY8}, {"gray16", VISTREL_GRAY16}, {"bgr24", VISTREL_BGR24},
     {"rgb24", VISTREL_RGB24}, {"bgra", VISTREL_BGRA32},   {"rgba", VISTREL_RGBA32},
     {"argb", VISTREL_ARGB32}, {"bgr48", VISTREL_BGR48},   {"rgb48", VISTREL_RGB48},
+    {"nv12", VISTREL_NV12},   {"i420", VISTREL_I420},     {"i444", VISTREL_I444},
 };
 
 TEST(OutputFormats, OfColourFramesAreAllFormats) {
   ConversionOptions o;
   for (const auto& [name, code] : kCodes) {
     o.format = name;
-    o.bare = true;
+    o.output = OutputKind::raw;
     EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, code) << name;
     EXPECT_NO_THROW(layoutOf(frame(VISTREL_RGGB), o.of(frame(VISTREL_RGGB)))) << name;
   }
@@ -51,14 +52,24 @@ TEST(OutputFormats, OfPicturesHaveTheWritersOrder) {
   for (const auto& [name, code] : codes)
     for (const char* file : {"a.png", "a", "folder/", "-", "png:-"}) {
       o.format = name;
-      o.bare = isRawFile(file);
+      o.output = outputKind(file);
       EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, code) << name << " " << file;
     }
-  for (const char* file : {"a.raw", "a.bin", "raw:-", "bin:-"}) {
+  for (const char* file : {"a.raw", "a.bin", "a.RAW", "raw:-", "Bin:-"}) {
     o.format = "rgba";
-    o.bare = isRawFile(file);
+    o.output = outputKind(file);
     EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, uint32_t{VISTREL_RGBA32}) << file;
   }
+}
+
+TEST(OutputFormats, OfFilmsArePlanar) {
+  ConversionOptions o;
+  o.output = outputKind("a.Y4M");
+  EXPECT_EQ(outputKind("y4m:-"), OutputKind::y4m);
+  EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, uint32_t{VISTREL_I420});
+  EXPECT_EQ(o.of(frame(VISTREL_MONO)).format, uint32_t{VISTREL_MONO8});
+  o.format = "i444";
+  EXPECT_EQ(o.of(frame(VISTREL_RGGB)).format, uint32_t{VISTREL_I444});
 }
 
 }  // namespace

@@ -139,6 +139,8 @@ TEST_F(Compressed, WhatAJpegCannotHold) {
   scratch.write("wide.pgm", pgm(65501, 2, 255, texture, "mono"));
   EXPECT_EQ(scratch.vistrel("convert wide.pgm --phase mono -o out.jpg").err,
             "vistrel: wide.pgm: 65501x2 pixels: a .jpg has at most 65500x65500\n");
+  for (const std::string command : {"convert", "develop"})
+    EXPECT_EQ(scratch.vistrel(command + " wide.pgm --phase mono --dry-run -o out.jpg").status, 3);
   EXPECT_EQ(scratch.vistrel(convert + "--compression 3").status, 2);
   EXPECT_EQ(scratch.vistrel("convert in.pgm -o out.png --quality 80").status, 2);
   EXPECT_EQ(scratch.vistrel("convert in.pgm -o out.png --compression lzw").status, 2);
