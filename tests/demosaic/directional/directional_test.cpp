@@ -22,7 +22,7 @@ struct Size {
 template <class T>
 std::vector<T> rowsOf(const std::vector<T>& samples, Size size, unsigned bits, int grid,
                       RowInterval rows, bool redFirst = false) {
-  const Mosaic mosaic = Mosaic::ofGrid(static_cast<unsigned>(grid));
+  const core::Mosaic mosaic = core::Mosaic::ofGrid(static_cast<unsigned>(grid));
   PlainRows<T> source(samples.data(), size.width, size.height);
   const size_t rowSamples = 3 * static_cast<size_t>(size.width);
   Canvas<T> canvas(rowSamples * static_cast<size_t>(rows.end - rows.first));
@@ -65,7 +65,7 @@ std::vector<T> stark(Size size, unsigned bits, unsigned seed) {
   std::vector<T> frame = noise<T>(static_cast<size_t>(size.width * size.height), largest, seed);
   std::mt19937 random(seed);
   for (T& sample : frame) {
-    const unsigned kind = random() % 6;
+    const auto kind = random() % 6;
     if (kind < 2) sample = static_cast<T>(kind ? largest : 0);
   }
   return frame;
