@@ -101,10 +101,10 @@ const std::vector<Row>& rows() {
     {colour("kimmel", VISTREL_KIMMEL, 16), {"LibRaw AHD", librawAhd}, {3.3, 4, 5}},
     {ahd(8), {"LibRaw AHD", librawAhd}, {22, 28, 36}},
     {ahd(16), {"LibRaw AHD", librawAhd}, {10, 14, 18}},
-    {directional(8), {"LibRaw AHD", librawAhd}, {15, 18, 25}},
-    {directional(16), {"LibRaw AHD", librawAhd}, {11, 13, 18}},
-    {directional(8), {"LibRaw PPG", librawPixelGrouping}, {4, 5, 7}},
-    {directional(16), {"LibRaw PPG", librawPixelGrouping}, {4, 5, 7}},
+    {directional(8), {"LibRaw AHD", librawAhd}, {18, 26, 34}},
+    {directional(16), {"LibRaw AHD", librawAhd}, {13, 23, 30}},
+    {directional(8), {"LibRaw PPG", librawPixelGrouping}, {5, 8, 10}},
+    {directional(16), {"LibRaw PPG", librawPixelGrouping}, {5, 7, 9}},
 #endif
 #if VISTREL_BENCH_OPENCV
     {mono(8, 1), {"OpenCV copyTo", openCvCopy}, {0.95, 1.0, 0}},

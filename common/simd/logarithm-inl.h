@@ -47,9 +47,10 @@ VISTREL_INLINE Vec<uint8_t> lookUp(const uint8_t (&table)[16], Vec<uint8_t> indi
 #elif VISTREL_NEON
   return as<Vec<uint8_t>>(vqtbl1q_u8(vld1q_u8(table), as<uint8x16_t>(indices)));
 #else
-  Vec<uint8_t> found{};
-  for (size_t i = 0; i < kLanes<uint8_t>; ++i) found[i] = table[indices[i] & 15];
-  return found;
+  uint8_t bytes[kVectorBytes];
+  store(bytes, indices);
+  for (uint8_t& byte : bytes) byte = table[byte & 15];
+  return load(bytes);
 #endif
 }
 

@@ -185,9 +185,7 @@ enum { VISTREL_GAIN_ONE = 4096, VISTREL_GAIN_MAX = 65536 };
 enum {
   VISTREL_EDGES_NATIVE = 0, /* libVistrel's substitutes; several algorithms tint the border */
   VISTREL_EDGES_PADDED = 1  /* the frame, and beyond it the frame mirrored about its outermost rows
-                               and columns, so that the mosaic continues: 8 samples on each side,
-                               9 with a binning of 3; of VISTREL_DIRECTIONAL 10, or 12
-                               with a binning of 3 or 4 */
+                               and columns, so that the mosaic continues: 8 to 12 samples a side */
 };
 
 /* What a bin of binning x binning pixels becomes. */

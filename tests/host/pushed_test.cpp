@@ -187,9 +187,9 @@ struct Reach {
   uint32_t algorithm, rows;
 };
 // Of the stages of an algorithm, as the documents add them up.
-constexpr Reach kReaches[] = {{VISTREL_BILINEAR, 2}, {VISTREL_EDGE, 3},     {VISTREL_NEAR, 2},
-                              {VISTREL_LAROCHE, 4},  {VISTREL_HAMILTON, 4}, {VISTREL_VNG, 3},
-                              {VISTREL_COK, 3},      {VISTREL_KIMMEL, 5},   {VISTREL_GROUPING, 4},
+constexpr Reach kReaches[] = {{VISTREL_BILINEAR, 2}, {VISTREL_EDGE, 3},       {VISTREL_NEAR, 2},
+                              {VISTREL_LAROCHE, 4},  {VISTREL_HAMILTON, 4},   {VISTREL_VNG, 3},
+                              {VISTREL_COK, 3},      {VISTREL_KIMMEL, 5},     {VISTREL_GROUPING, 4},
                               {VISTREL_AHD, 5},      {VISTREL_DIRECTIONAL, 9}};
 
 // The upper row of two that share chroma waits for the lower one.
