@@ -126,7 +126,8 @@ void checkFormat(handle format, SampleType type, Request& r) {
   if (type.kind == 'u' && type.bytes != row.bytes_per_sample)
     reject(VISTREL_BAD_FORMAT, "dtype", textOf(py::dtype(type.bytes == 1 ? "u1" : "u2")),
            "the samples of " + std::string(row.name) + " are others");
-  const bool chroma = row.code == VISTREL_NV12 || row.code == VISTREL_I420;
+  const bool chroma =
+      row.code == VISTREL_NV12 || row.code == VISTREL_I420 || row.code == VISTREL_I444;
   if (chroma && r.floats)
     reject(VISTREL_BAD_FORMAT, "format", textOf(format), "its samples are bytes, not float32");
   if (r.planes && (chroma || (row.channels > 1 && row.planes == 1)))
@@ -144,7 +145,8 @@ void readFormat(handle format, handle layout, handle dtype, Request& r) {
   if (r.planes) r.conversion.format = planarOf(r.conversion.format);
   checkFormat(format, type, r);
   const uint32_t code = r.conversion.format;
-  if (code == VISTREL_RGB24_PLANAR || code == VISTREL_RGB48_PLANAR) r.planes = true;
+  if (code == VISTREL_RGB24_PLANAR || code == VISTREL_RGB48_PLANAR || code == VISTREL_I444)
+    r.planes = true;
 }
 
 void readModes(const py::args& a, vistrel_conversion& c) {

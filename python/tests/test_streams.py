@@ -85,8 +85,8 @@ def test_a_waiting_stream_gets_one_that_is_released():
 
 def test_ctrl_c_interrupts_a_wait():
     held = [vistrel.Stream() for _ in range(free_streams())]
-    threading.Timer(0.05, lambda: os.kill(os.getpid(), signal.SIGINT)).start()
     with pytest.raises(KeyboardInterrupt):
+        threading.Timer(0.05, lambda: os.kill(os.getpid(), signal.SIGINT)).start()
         vistrel.Stream()
     del held
     assert convert() == EXPECTED.tobytes()
@@ -95,8 +95,8 @@ def test_ctrl_c_interrupts_a_wait():
 def test_ctrl_c_during_conversions_leaves_no_stream_taken():
     before = free_streams()
     for seconds in (0.001, 0.003, 0.01, 0.02):
-        threading.Timer(seconds, lambda: os.kill(os.getpid(), signal.SIGINT)).start()
         with pytest.raises(KeyboardInterrupt):
+            threading.Timer(seconds, lambda: os.kill(os.getpid(), signal.SIGINT)).start()
             with vistrel.Stream() as stream:
                 while True:
                     stream.convert(RAW, "rggb", 12, "ahd")

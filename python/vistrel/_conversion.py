@@ -98,8 +98,9 @@ def convert(raw, phase, bits=None, algorithm="bilinear", format=None, *, region=
     -------
     numpy.ndarray
         `out`, or a new array: (height, width, channels), or (height, width) for one channel, in
-        native byte order. With ``layout="chw"`` (channels, height, width). NV12 and I420 have
-        shape (height + ceil(height / 2), width), the width rounded up to a multiple of 2.
+        native byte order. With ``layout="chw"`` (channels, height, width), as planar RGB and I444
+        always have. NV12 and I420 have shape (height + ceil(height / 2), width), the width rounded
+        up to a multiple of 2.
 
     Raises
     ------

@@ -45,6 +45,7 @@ class Format(_Name):
     RGB48_PLANAR = "rgb48_planar"
     NV12 = "nv12"
     I420 = "i420"
+    I444 = "i444"
 
 class FormatInfo(NamedTuple):
     name: Format
