@@ -23,8 +23,8 @@ bench` measure both anew.
 
 directional is the closest of all, but takes fine patterns of saturated colours,
 such as woven cloth, for gray detail and sharpens them in wrong colours: there
-bilinear or near is better. No algorithm removes noise: bin very noisy frames.
-If pictures are binned anyway, bilinear does.)";
+bilinear or near is better. In very noisy frames bilinear is closer, and bins
+average more noise. The larger the bins, the less the choice matters.)";
 
 void printTable() {
   fmt::print("{:12}{:>8}{:>7}{:>7}{:>10}  {}\n", "", "bits", "size", "CPSNR", "ns/pixel", "for");

@@ -19,7 +19,7 @@ constexpr AlgorithmGuide kGuides[] = {
     {VISTREL_HAMILTON, "10 bits: laroche is as fast and closer", 30.96, 0.454},
     {VISTREL_VNG, "10 bits: the closest of these", 33.20, 1.728},
     {VISTREL_COK, "10 bits: laroche is faster and closer", 30.97, 0.805},
-    {VISTREL_KIMMEL, "10 bits: laroche is faster and closer", 31.84, 7.144},
+    {VISTREL_KIMMEL, "10 bits: laroche is as close; the slowest", 31.84, 7.144},
     {VISTREL_GROUPING, "10 bits: laroche is faster and closer", 30.26, 0.921},
     {VISTREL_AHD, "pictures as many other programs make them", 37.46, 2.356},
     {VISTREL_DIRECTIONAL, "still pictures, edges, stars: the closest", 40.45, 1.460},
