@@ -41,8 +41,8 @@ struct DirectionalRings {
   ColourChangeRings<Lane> changesAlongRow, changesAlongColumn;
 
   DirectionalRings(PlaneSize size, Arena& arena)
-      : samples(12, 2, size, arena), alongRow(1, 4, size, arena), alongColumn(3, 3, size, arena),
-        blends(5, 1, size, arena), sharesOfColumn(3, 1, size, arena), settled(5, 1, size, arena),
+      : samples(11, 2, size, arena), alongRow(1, 4, size, arena), alongColumn(3, 3, size, arena),
+        blends(5, 1, size, arena), sharesOfColumn(3, 1, size, arena), settled(4, 1, size, arena),
         changesAlongRow(5, size, arena), changesAlongColumn(1, size, arena) {}
 };
 
