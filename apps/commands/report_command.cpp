@@ -10,6 +10,7 @@
 #include "apps/batch/jobs.h"
 #include "apps/error.h"
 #include "apps/names/phase_names.h"
+#include "apps/options/options.h"
 #include "apps/pictures/picture.h"
 #include "apps/progress/progress.h"
 #include "apps/tools/report/plot.h"
@@ -144,7 +145,7 @@ void addReportCommand(CLI::App& program, int& status) {
   addAlgorithmsOption(*command, o->algorithms);
   command->add_option("-o,--output", o->folder, "Folder for the plot, report.png")
       ->type_name("DIR");
-  command->add_option("--json", o->json, "File for the scores as JSON")->type_name("FILE");
+  aFile(command->add_option("--json", o->json, "File for the scores as JSON"))->type_name("FILE");
   command->footer(kReportExamples);
   command->callback([o, &status] { status = run(*o); });
 }
