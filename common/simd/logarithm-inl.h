@@ -54,7 +54,7 @@ VISTREL_INLINE Vec<uint8_t> lookUp(const uint8_t (&table)[16], Vec<uint8_t> indi
 #endif
 }
 
-// v, negated where sign is below zero.
+// v, negated where sign is below zero. Where sign is 0, v must be 0.
 template <class V>
 VISTREL_INLINE V withSign(V v, V sign) {
 #if VISTREL_SSSE3 && !VISTREL_AVX512

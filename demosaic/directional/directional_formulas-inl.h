@@ -16,9 +16,9 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-// Blends of a and b. The share of b is negative and counts 1/2^15, or 1/2^7 in lanes of 32 bits. It
-// follows from the logarithms' difference t, that of b minus that of a: part[t] / 128 or, below
-// zero, 1 - part[-t] / 128. The table has the halves that part[n] lacks of 64.
+// Blends of a and b. share: that of b, negated, in units of 1/2^15, or of 1/2^7 in lanes of 32
+// bits. If the logarithm of b's roughness is that of a's plus t, it is part[t] / 128, and below
+// zero 1 - part[-t] / 128. The table has 64 - part[n].
 constexpr uint8_t kMissingParts[16] = {0,  16, 31, 42, 50, 55, 59, 61,
                                        62, 63, 63, 64, 64, 64, 64, 64};
 

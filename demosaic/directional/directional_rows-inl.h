@@ -16,17 +16,6 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-template <class T, class Lane>
-void splitIntoLanes(const T* __restrict source, size_t columns, Lane* __restrict even,
-                    Lane* __restrict odd) {
-  const size_t pairs = columns / 2;
-  for (size_t k = 0; k < pairs; ++k) {
-    even[k] = static_cast<Lane>(source[2 * k]);
-    odd[k] = static_cast<Lane>(source[2 * k + 1]);
-  }
-  if (columns & 1) even[pairs] = static_cast<Lane>(source[2 * pairs]);
-}
-
 template <class Lane, int greenParity>
 void directionalDifferences(const HalfRowWindow<Lane, 2>& samples, size_t n,
                             Lane* const (&alongRow)[2], Lane* const (&alongColumn)[2]) {
@@ -142,12 +131,12 @@ struct FillDirectional {
       const size_t at = k + i * kLanes<Lane>;
       const Tap<Lane, 1, g> sg{rows.samples, at}, dg{rows.differences, at};
       const Tap<Lane, 1, c> sc{rows.samples, at}, dc{rows.differences, at};
-      own[g][i] = limited(along(sg, dg, rows, at), rows.limit);
+      own[g][i] = clampTo(along(sg, dg, rows, at), rows.limit);
       green[g][i] = sg(0, 0);
-      opposite[g][i] = limited(across(sg, dg, rows, at), rows.limit);
+      opposite[g][i] = clampTo(across(sg, dg, rows, at), rows.limit);
       own[c][i] = sc(0, 0);
-      green[c][i] = limited(D::green(sc, dc), rows.limit);
-      opposite[c][i] = limited(D::opposite(sc, dc), rows.limit);
+      green[c][i] = clampTo(D::green(sc, dc), rows.limit);
+      opposite[c][i] = clampTo(D::opposite(sc, dc), rows.limit);
     }
     Halves<T> h;
     for (int parity = 0; parity < 2; ++parity) {
@@ -176,12 +165,11 @@ struct FillDirectional {
     return D::beside(Transposed{s}, Transposed{d}, sum(rows.alongColumn.differences),
                      sum(rows.alongColumn.samples));
   }
-  VISTREL_INLINE static V limited(V v, int limit) { return clampTo(v, limit); }
 };
 
 template <class T, class Lane>
 constexpr DirectionalKernels<T, Lane> kDirectionalKernels = {
-    splitIntoLanes<T, Lane>,
+    splitRow<T, Lane>,
     {directionalDifferences<Lane, 0>, directionalDifferences<Lane, 1>},
     {directionalChanges<Lane, 0, AlongRow>, directionalChanges<Lane, 1, AlongRow>},
     {directionalChanges<Lane, 0, AlongColumn>, directionalChanges<Lane, 1, AlongColumn>},
