@@ -27,7 +27,10 @@ reference image. CPSNR is 10 log10(255^2 / E), where E is the squared error
 averaged over all pixels and channels; SSIM is the mean over the channels
 (Gaussian window of 11 x 11, standard deviation 1.5). Ten pixels at each border
 are excluded. Both are means over the phases; ns/pixel is the fastest of twelve
-conversions, three in each phase, on one thread.)";
+conversions, three in each phase, on one thread.
+
+Photographs say little about fine coloured patterns and noisy frames:
+`vistrel algorithms --help` says which algorithms suit those.)";
 
 constexpr const char* kPlotName = "report.png";
 

@@ -37,6 +37,7 @@ class Algorithm(_Name):
     KIMMEL = "kimmel"
     GROUPING = "grouping"
     AHD = "ahd"
+    DIRECTIONAL = "directional"
 
 
 class Format(_Name):

@@ -26,6 +26,7 @@ class Algorithm(_Name):
     KIMMEL = "kimmel"
     GROUPING = "grouping"
     AHD = "ahd"
+    DIRECTIONAL = "directional"
 
 class Format(_Name):
     MONO8 = "mono8"
