@@ -1,10 +1,14 @@
 #include "apps/program.h"
 
-#include <fmt/format.h>
-
+#include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "apps/commands/commands.h"
+#include "apps/error.h"
+#include "apps/names/nearest_name.h"
+#include "apps/options/faults.h"
 #include "apps/options/help.h"
 
 namespace vistrel::app {
@@ -17,6 +21,16 @@ constexpr const char* kExamples = R"(Examples:
 
 )";
 
+// Rejects a name that is neither an option nor a command.
+void checkCommand(const CLI::App& program, const std::string& name) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : program.get_subcommands({})) names.push_back(command->get_name());
+  if (name.starts_with('-') || std::ranges::count(names, name)) return;
+  const std::string nearest = nearestName(name, names);
+  throwError(kUsage, "{}: there is no such command{}; --help lists them", name,
+             nearest.empty() ? "" : "; the nearest is " + nearest);
+}
+
 }  // namespace
 
 void describeProgram(CLI::App& program, int& status) {
@@ -24,10 +38,7 @@ void describeProgram(CLI::App& program, int& status) {
   program.description("Raw camera frames to pictures, exact to the sample");
   program.footer(std::string(kExamples) + kExitStatuses);
   setHelp(program);
-  program.set_version_flag("--version", "vistrel " VISTREL_PROGRAM_VERSION);
-  program.failure_message([](const CLI::App*, const CLI::Error& error) {
-    return fmt::format("vistrel: {}\nRun with --help for more information.\n", error.what());
-  });
+  program.set_version_flag("-V,--version", "vistrel " VISTREL_PROGRAM_VERSION);
   addAlgorithmsCommand(program, status);
   addBenchCommand(program, status);
   addCfaCommand(program, status);
@@ -42,6 +53,25 @@ void describeProgram(CLI::App& program, int& status) {
   addSceneCommand(program, status);
   addSelftestCommand(program, status);
   addUnpackCommand(program, status);
+}
+
+int runProgram(std::vector<std::string> arguments) {
+  CLI::App program;
+  int status = kDone;
+  describeProgram(program, status);
+  if (arguments.empty()) throwError(kUsage, "a command is missing; --help lists them");
+  checkCommand(program, arguments[0]);
+  std::ranges::reverse(arguments);  // as CLI11 takes them
+  try {
+    program.parse(std::move(arguments));
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() != 0) throwError(kUsage, "{}", faultText(program, error));
+    program.exit(error);  // prints the help or the version
+    return kDone;
+  }
+  if (program.get_subcommands().empty())
+    throwError(kUsage, "a command is missing; --help lists them");
+  return status;
 }
 
 }  // namespace vistrel::app

@@ -101,9 +101,9 @@ const std::vector<Option>& optionsOf12Bits() {
   return options;
 }
 
-const std::vector<Option>& optionsOfAhd() {
-  static const std::vector<Option> options{{"ahd, 12 bits to BGR24", {}, 0},
-                                           {"ahd, finished", finishPixels, 0}};
+const std::vector<Option>& optionsOfDirectional() {
+  static const std::vector<Option> options{{"directional, 12 bits to BGR24", {}, 0},
+                                           {"directional, finished", finishPixels, 0}};
   return options;
 }
 
@@ -131,7 +131,7 @@ void run(Report& report, int rounds) {
   };
   runOptions(report, optionsOf8Bits(), plain("bilinear", VISTREL_BILINEAR, 8), rounds);
   runOptions(report, optionsOf12Bits(), plain("bilinear", VISTREL_BILINEAR, 16), rounds);
-  runOptions(report, optionsOfAhd(), plain("ahd", VISTREL_AHD, 16), rounds);
+  runOptions(report, optionsOfDirectional(), plain("directional", VISTREL_DIRECTIONAL, 16), rounds);
 }
 
 }  // namespace

@@ -23,6 +23,10 @@ constexpr Conversion ahd(unsigned depth) {
   return {"ahd", VISTREL_AHD, depth, VISTREL_BGR24, 1, VISTREL_WINDOW_HIGH};
 }
 
+constexpr Conversion directional(unsigned depth) {
+  return {"directional", VISTREL_DIRECTIONAL, depth, VISTREL_BGR24, 1, VISTREL_WINDOW_HIGH};
+}
+
 constexpr Conversion mono(unsigned depth, unsigned factor,
                           uint32_t reduction = VISTREL_WINDOW_HIGH) {
   return {"mono", 0, depth, VISTREL_MONO8, factor, reduction};
@@ -97,6 +101,10 @@ const std::vector<Row>& rows() {
     {colour("kimmel", VISTREL_KIMMEL, 16), {"LibRaw AHD", librawAhd}, {3.3, 4, 5}},
     {ahd(8), {"LibRaw AHD", librawAhd}, {22, 28, 36}},
     {ahd(16), {"LibRaw AHD", librawAhd}, {10, 14, 18}},
+    {directional(8), {"LibRaw AHD", librawAhd}, {18, 26, 34}},
+    {directional(16), {"LibRaw AHD", librawAhd}, {13, 23, 30}},
+    {directional(8), {"LibRaw PPG", librawPixelGrouping}, {5, 8, 10}},
+    {directional(16), {"LibRaw PPG", librawPixelGrouping}, {5, 7, 9}},
 #endif
 #if VISTREL_BENCH_OPENCV
     {mono(8, 1), {"OpenCV copyTo", openCvCopy}, {0.95, 1.0, 0}},

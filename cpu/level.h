@@ -92,18 +92,19 @@ inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }
 
 // VISTREL_AT_LEVEL(level, name) is the address of vistrel::core::LEVEL::name, which a body compiled
 // for each level defines. VISTREL_BY_LEVEL(name) is the address at the current level.
-#define VISTREL_BODY_OF(level, name) &::vistrel::core::level::name
+#define VISTREL_BODY_OF(level, ...) &::vistrel::core::level::__VA_ARGS__
 #if VISTREL_X86
-#define VISTREL_AT_LEVEL(level, name)                                    \
-  (std::array{VISTREL_BODY_OF(base, name), VISTREL_BODY_OF(ssse3, name), \
-              VISTREL_BODY_OF(sse41, name), VISTREL_BODY_OF(avx2, name), \
-              VISTREL_BODY_OF(avx512, name)}[static_cast<size_t>(level)])
+#define VISTREL_AT_LEVEL(level, ...)                                                   \
+  (std::array{VISTREL_BODY_OF(base, __VA_ARGS__), VISTREL_BODY_OF(ssse3, __VA_ARGS__), \
+              VISTREL_BODY_OF(sse41, __VA_ARGS__), VISTREL_BODY_OF(avx2, __VA_ARGS__), \
+              VISTREL_BODY_OF(avx512, __VA_ARGS__)}[static_cast<size_t>(level)])
 #elif defined(__aarch64__)
-#define VISTREL_AT_LEVEL(level, name) \
-  (std::array{VISTREL_BODY_OF(base, name), VISTREL_BODY_OF(neon, name)}[static_cast<size_t>(level)])
+#define VISTREL_AT_LEVEL(level, ...)              \
+  (std::array{VISTREL_BODY_OF(base, __VA_ARGS__), \
+              VISTREL_BODY_OF(neon, __VA_ARGS__)}[static_cast<size_t>(level)])
 #else
-#define VISTREL_AT_LEVEL(level, name) (static_cast<void>(level), VISTREL_BODY_OF(base, name))
+#define VISTREL_AT_LEVEL(level, ...) (static_cast<void>(level), VISTREL_BODY_OF(base, __VA_ARGS__))
 #endif
-#define VISTREL_BY_LEVEL(name) VISTREL_AT_LEVEL(::vistrel::core::currentLevel(), name)
+#define VISTREL_BY_LEVEL(...) VISTREL_AT_LEVEL(::vistrel::core::currentLevel(), __VA_ARGS__)
 
 }  // namespace vistrel::core

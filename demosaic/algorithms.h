@@ -28,16 +28,19 @@ template <class T>
 DemosaicAlgorithm<T> pixelGrouping();
 template <class T>
 DemosaicAlgorithm<T> ahd();
+template <class T>
+DemosaicAlgorithm<T> directional();
 
 struct AlgorithmRow {
   const char* name;  // short, lower case
   uint32_t code;
   uint32_t maxBits;  // maximum significant bits of a sample
   uint32_t minSize;  // minimum width and height of a frame
-  // Whether its image in libVistrel's work buffer has a guard. Without one, gray is sheared.
+  // Whether its image in libVistrel's work buffer has a guard. Only such images have raw gray.
   bool isGuarded;
   DemosaicAlgorithm<uint8_t> (*of8)();
   DemosaicAlgorithm<uint16_t> (*of16)();
+  uint32_t padding = 8;  // of padded edges, on each side: at least its reach
 
   template <class T>
   DemosaicAlgorithm<T> of() const {
@@ -48,8 +51,9 @@ struct AlgorithmRow {
   }
 };
 
-// Not a code of ImgConvert8 or ImgConvert16: libVistrel has a function for this algorithm.
-constexpr uint32_t kAhdCode = 256;
+// Not codes of ImgConvert8 or ImgConvert16. For the first one libVistrel has a function; the other
+// one is libvistrelhost's alone.
+constexpr uint32_t kAhdCode = 256, kDirectionalCode = 257;
 
 // Ten bits for algorithms that clamp at 1023, fifteen for the one that compares 16-bit samples as
 // signed numbers.
@@ -64,6 +68,7 @@ inline constexpr AlgorithmRow kAlgorithms[] = {
     {"kimmel", DM_HUE_KIMMEL, 10, 2, true, kimmel, kimmel},
     {"grouping", DM_PIXEL_GROUPING, 10, 2, true, pixelGrouping, pixelGrouping},
     {"ahd", kAhdCode, 16, 5, false, ahd, ahd},
+    {"directional", kDirectionalCode, 16, 2, false, directional, directional, 10},
 };
 
 // Null for an unknown code.

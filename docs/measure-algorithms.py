@@ -14,7 +14,7 @@ import sys
 import tempfile
 
 SIZE, MIDDLE = 160, 79.3
-ALGORITHMS = "ahd edge vng laroche kimmel cok hamilton near grouping bilinear".split()
+ALGORITHMS = "directional ahd edge vng laroche kimmel cok hamilton near grouping bilinear".split()
 GRAY = (40, 40, 40), (200, 200, 200)
 COLOURED = (60, 120, 40), (200, 150, 90)
 STARS = [(16 + 21 * i + (7 * i + 3 * j) % 10 / 10, 16 + 21 * j + (i + 7 * j) % 10 / 10)

@@ -18,9 +18,6 @@ namespace {
 constexpr uint64_t kMaxSamples = std::numeric_limits<uint32_t>::max();
 constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
 
-// Wide enough for every algorithm's reach.
-constexpr uint32_t kMinPadding = 8;
-
 bool isWhole(const vistrel_region& r) { return !r.x && !r.y && !r.width && !r.height; }
 
 // Rejects a conversion because of its region or, without one, because of the whole frame.
@@ -42,7 +39,8 @@ struct Extent {
 // The padding on each side, in pixels of the result, so that bins keep their places.
 uint32_t paddingOf(const vistrel_frame& f, const vistrel_conversion& c) {
   if (c.edges == VISTREL_EDGES_NATIVE || !isMosaic(f)) return 0;
-  return (kMinPadding + c.binning - 1) / c.binning;
+  const uint32_t least = core::findAlgorithm(c.algorithm)->padding;
+  return (least + c.binning - 1) / c.binning;
 }
 
 Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c) {

@@ -33,8 +33,8 @@ class PushedRows final : public core::RowSource<T> {
   const T* row(int y) override { return line(rowOf(y)); }
 
  private:
-  // Above and below the frame, at most six rows are mirrored.
-  static constexpr uint32_t kHeld = 8;
+  // Above and below the frame, at most nine rows are mirrored.
+  static constexpr uint32_t kHeld = 10;
 
   // The frame's row that is the plan's row y.
   uint32_t rowOf(int y) const {

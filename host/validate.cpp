@@ -93,8 +93,7 @@ void checkGray(const vistrel_frame& f, const vistrel_conversion& c) {
            "raw gray is for Bayer frames; this one is {}", vistrel_phase_name(f.phase));
   const core::AlgorithmRow& a = *core::findAlgorithm(c.algorithm);
   if (!a.isGuarded)
-    reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw, "raw gray of algorithm {} is sheared",
-           a.name);
+    reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw, "algorithm {} has none", a.name);
   if (a.code == VISTREL_EDGE && c.binning > 1)
     reject(VISTREL_BAD_GRAY, "conversion.gray", kRaw, "raw gray of algorithm edge can't be binned");
 }

@@ -32,7 +32,7 @@ constexpr const char* kCompareExamples = R"(Examples:
 
 The sheet has a block for each frame, with one copy of the crop per algorithm.
 If an algorithm supports fewer bits than the frame has, the lowest bits are
-dropped first, and the label says so.)";
+dropped first, and the label says so. `vistrel algorithms`: which is for what.)";
 
 constexpr uint32_t kCropWidth = 120, kCropHeight = 90;
 // Pixels converted around the crop, so that it shows no border effects.

@@ -5,6 +5,7 @@
 
 #include "apps/error.h"
 #include "apps/input/frame_names.h"
+#include "apps/names/output_type.h"
 #include "apps/options/algorithm.h"
 #include "apps/options/help.h"
 #include "apps/options/options.h"
@@ -154,7 +155,7 @@ CLI::Option* addPictureOutputs(CLI::App& command, PictureRequest& request) {
     oneOf(command.add_option(
               "--type", request.type,
               "png, jpg, tiff, pam, ppm, pgm, pnm, npy, raw or dng, in a folder (png)"),
-          {"png", "jpg", "tiff", "pam", "ppm", "pgm", "pnm", "npy", "raw", "dng"})
+          folderTypes())
         ->type_name("TYPE");
     addCompressionOptions(command, request.compression);
     command

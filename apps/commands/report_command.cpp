@@ -10,6 +10,7 @@
 #include "apps/batch/jobs.h"
 #include "apps/error.h"
 #include "apps/names/phase_names.h"
+#include "apps/options/options.h"
 #include "apps/pictures/picture.h"
 #include "apps/progress/progress.h"
 #include "apps/tools/report/plot.h"
@@ -26,7 +27,10 @@ reference image. CPSNR is 10 log10(255^2 / E), where E is the squared error
 averaged over all pixels and channels; SSIM is the mean over the channels
 (Gaussian window of 11 x 11, standard deviation 1.5). Ten pixels at each border
 are excluded. Both are means over the phases; ns/pixel is the fastest of twelve
-conversions, three in each phase, on one thread.)";
+conversions, three in each phase, on one thread.
+
+Photographs say little about fine coloured patterns and noisy frames:
+`vistrel algorithms --help` says which algorithms suit those.)";
 
 constexpr const char* kPlotName = "report.png";
 
@@ -141,7 +145,7 @@ void addReportCommand(CLI::App& program, int& status) {
   addAlgorithmsOption(*command, o->algorithms);
   command->add_option("-o,--output", o->folder, "Folder for the plot, report.png")
       ->type_name("DIR");
-  command->add_option("--json", o->json, "File for the scores as JSON")->type_name("FILE");
+  aFile(command->add_option("--json", o->json, "File for the scores as JSON"))->type_name("FILE");
   command->footer(kReportExamples);
   command->callback([o, &status] { status = run(*o); });
 }

@@ -12,7 +12,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr size_t kCard = 80, kKeyword = 8;
+constexpr size_t kKeyword = 8;
 constexpr size_t kMaxBlocks = 1000;  // of a header
 constexpr size_t kPart = 1 << 20;
 
@@ -69,8 +69,8 @@ class Inflater {
 
   // Returns true if the header ends in this block.
   bool readCards() {
-    for (size_t at = 0; at < kFitsBlock; at += kCard) {
-      const std::string_view card(block_ + at, kCard);
+    for (size_t at = 0; at < kFitsBlock; at += kFitsCard) {
+      const std::string_view card(block_ + at, kFitsCard);
       const std::string keyword(card.substr(0, card.find_first_of(" =")));
       if (keyword == "END" && card[3] == ' ') return true;
       if (keyword.size() <= kKeyword && card.substr(kKeyword, 2) == "= ")

@@ -11,22 +11,43 @@
 #include "apps/input/gzip_stream.h"
 
 namespace vistrel::app {
-
 namespace {
 
-// cfitsio divides by the sizes of tiles as soon as it reaches their header, and has no room for the
-// complex numbers that damage makes of others.
-void checkTileCards(const std::vector<uint8_t>& bytes) {
-  constexpr size_t card = 80, value = 10;
-  for (size_t at = 0; at + card <= bytes.size(); at += card) {
-    const std::string_view text(reinterpret_cast<const char*>(bytes.data() + at), card);
-    const size_t begin = std::min(text.find_first_not_of(' ', value), card);
-    const bool isComplex = begin < card && text[begin] == '(';  // overflows a buffer of cfitsio
-    if (!text.starts_with("ZTILE") && !(isComplex && text.starts_with("Z"))) continue;
+constexpr size_t kValue = 10;  // where it begins in a card
+
+bool isWholeNumber(std::string_view value) {
+  value.remove_prefix(std::min(value.find_first_not_of(" +"), value.size()));
+  int64_t number = 0;
+  const auto [rest, error] = std::from_chars(value.data(), value.data() + value.size(), number);
+  return error == std::errc{} &&
+         (rest == value.data() + value.size() || *rest == ' ' || *rest == '/');
+}
+
+// What cfitsio does not check itself: it divides by the sizes of tiles, and of the blocks in those
+// of Rice, as soon as it reaches their header, has no room for the complex numbers that damage
+// makes of others, and takes memory for any number of columns if an earlier number is none.
+void checkCard(std::string_view card, bool hasRice) {
+  const std::string_view value = card.substr(kValue);
+  const size_t begin = std::min(value.find_first_not_of(' '), value.size());
+  const bool isComplex = value.substr(begin).starts_with('(');
+  const bool isSize = card.starts_with("ZTILE") || (hasRice && card.starts_with("ZVAL"));
+  if (isSize || (isComplex && card.starts_with("Z"))) {
     int64_t size = 0;
-    std::from_chars(text.data() + begin, text.data() + card, size);
-    if (size < 1) throwError(kRejected, "FITS: {}: a size from 1 is expected", text.substr(0, 30));
+    std::from_chars(value.data() + begin, value.data() + value.size(), size);
+    if (size < 1) throwError(kRejected, "FITS: {}: a size from 1 is expected", card.substr(0, 30));
   }
+  constexpr const char* whole[] = {"BITPIX  ", "NAXIS", "PCOUNT  ", "GCOUNT  ", "TFIELDS "};
+  const auto isNamed = [card](const char* name) { return card.starts_with(name); };
+  const bool isGiven = card.substr(8, 2) == "= " && isWholeNumber(value);
+  if (std::ranges::any_of(whole, isNamed) && !isGiven)
+    throwError(kRejected, "FITS: {}: a whole number is expected", card.substr(0, 30));
+}
+
+void checkCards(const std::vector<uint8_t>& bytes) {
+  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  const bool hasRice = text.find("'RICE_") != text.npos;
+  for (size_t at = 0; at + kFitsCard <= text.size(); at += kFitsCard)
+    checkCard(text.substr(at, kFitsCard), hasRice);
 }
 
 }  // namespace
@@ -39,9 +60,9 @@ bool FitsShape::isWhole() const {
 FitsInput::FitsInput(const Source& source)
     : bytes_(beginsGzip(source.head(3)) ? inflatedFits(source) : source.all()),
       bytesOfFile_(bytes_.size()) {
-  checkTileCards(bytes_);
   // cfitsio reads whole blocks, even past the end of the buffer.
   bytes_.resize((bytes_.size() + kFitsBlock - 1) / kFitsBlock * kFitsBlock);
+  checkCards(bytes_);
   start_ = bytes_.data();
   size_ = bytes_.size();
   int status = 0;
@@ -159,9 +180,10 @@ void FitsInput::findImage() {
 // cfitsio takes memory for a tile as its header says.
 void FitsInput::checkTileSize() {
   constexpr double kSmall = 1 << 20;  // pixels
-  // Its decoder in cfitsio trusts sizes in the samples.
-  if (text("ZCMPTYPE").starts_with("HCOMPRESS"))
-    throwError(kRejected, "FITS: HCOMPRESS is not read; funpack decodes it");
+  // The other decoders of cfitsio trust sizes in the samples.
+  const std::string method = text("ZCMPTYPE");
+  if (!method.starts_with("RICE") && !method.starts_with("GZIP") && method != "NOCOMPRESS")
+    throwError(kRejected, "FITS: {} is not read; funpack decodes it", method);
   double tile = 1, image = 1;
   for (int axis = 0; axis < std::min(shape_.axes, 3); ++axis) {
     image *= static_cast<double>(shape_.size[axis]);
@@ -196,9 +218,12 @@ void FitsInput::checkTiles(const std::string& column) {
   }
 }
 
-// The compressed bytes, as far as the file has them.
+// The compressed bytes, as far as the file has them. cfitsio would read rows that it lacks from
+// whatever follows in memory.
 std::span<const uint8_t> FitsInput::heapOfTable() {
   const double table = number("NAXIS1", 0) * number("NAXIS2", 0), all = double(shape_.bytes);
+  if (!(table >= 0 && table <= all))
+    throwError(kRejected, "FITS: the file is too short for its table of {} bytes", table);
   const double heap = number("THEAP", table);
   const auto left = heap >= 0 && heap <= all ? static_cast<size_t>(all - heap) : 0;
   return std::span<const uint8_t>(bytes_).first(bytesOfFile_).last(left);

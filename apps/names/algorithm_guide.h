@@ -6,7 +6,7 @@
 namespace vistrel::app {
 
 struct AlgorithmGuide {
-  uint32_t code;       // VISTREL_BILINEAR to VISTREL_AHD
+  uint32_t code;       // VISTREL_BILINEAR to VISTREL_DIRECTIONAL
   const char* use;     // in words
   double cpsnr;        // dB
   double nanoseconds;  // per pixel

@@ -18,4 +18,10 @@ std::string outputTypeName(const std::filesystem::path& output) {
   return name;
 }
 
+const std::vector<std::string>& folderTypes() {
+  static const std::vector<std::string> types{"png", "jpg", "tiff", "pam", "ppm",
+                                              "pgm", "pnm", "npy",  "raw", "dng"};
+  return types;
+}
+
 }  // namespace vistrel::app

@@ -111,14 +111,6 @@ void addFormats(const Kind& kind, std::vector<PixelFormat>& all) {
   all.push_back({std::nullopt, kind.bits, kind.packing, {}, {}, {}, {}, {}, {}, {}, name});
 }
 
-// Those whose case is ignored.
-std::vector<std::string> namesOf(const PixelFormat& f) {
-  std::vector<std::string> names{f.pfnc,      f.pfncValue, f.v4l2Name, kV4l2Prefix + f.v4l2Name,
-                                 f.libcamera, f.gstreamer, f.ffmpeg,   f.mipi};
-  std::erase_if(names, [](const auto& name) { return name.empty() || name == kV4l2Prefix; });
-  return names;
-}
-
 std::string nearestTo(std::string_view text) {
   std::vector<std::string> all;
   for (const PixelFormat& f : pixelFormats()) {
@@ -130,6 +122,13 @@ std::string nearestTo(std::string_view text) {
 }
 
 }  // namespace
+
+std::vector<std::string> namesOf(const PixelFormat& f) {
+  std::vector<std::string> names{f.pfnc,      f.pfncValue, f.v4l2Name, kV4l2Prefix + f.v4l2Name,
+                                 f.libcamera, f.gstreamer, f.ffmpeg,   f.mipi};
+  std::erase_if(names, [](const auto& name) { return name.empty() || name == kV4l2Prefix; });
+  return names;
+}
 
 const std::vector<PixelFormat>& pixelFormats() {
   static const std::vector<PixelFormat> formats = [] {

@@ -28,7 +28,10 @@ const std::vector<PixelFormat>& pixelFormats();
 // begin with V4L2_PIX_FMT_.
 const PixelFormat* findPixelFormat(std::string_view name);
 
-// As above, but throws ProgramError (usage), with the nearest name, if there is none.
+// Those of its names whose case is ignored.
+std::vector<std::string> namesOf(const PixelFormat& format);
+
+// Like findPixelFormat, but throws ProgramError (usage), with the nearest name, if there is none.
 const PixelFormat& parsePixelFormat(std::string_view option, std::string_view text);
 
 // Whether each sample takes two whole bytes, whatever its bits.

@@ -17,7 +17,7 @@ struct AlgorithmChoice {
 };
 
 // What pictures for the eye are made with.
-constexpr const char* kDevelopAlgorithm = "ahd";
+constexpr const char* kDevelopAlgorithm = "directional";
 
 // The algorithm at that index of the table, with its default threshold.
 AlgorithmChoice algorithmAt(size_t index);

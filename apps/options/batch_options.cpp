@@ -47,7 +47,8 @@ void addBatchOptions(CLI::App& command, BatchOptions& o) {
   command.add_flag("--keep-going", o.keepGoing, "Continue after an input fails");
   command.add_flag("--overwrite", o.overwrite, "Remake pictures that are up to date");
   command.add_flag("--dry-run", o.dryRun, "Check all inputs, show what would be done");
-  command.add_option("--manifest", o.manifest, "Record pictures; remake those that differ from it")
+  aFile(command.add_option("--manifest", o.manifest,
+                           "Record pictures; remake those that differ from it"))
       ->type_name("FILE");
   auto* quiet = command.add_flag("-q,--quiet", o.quiet, "Say nothing but what failed");
   command

@@ -1,5 +1,7 @@
 #include "apps/options/calibration_options.h"
 
+#include "apps/options/options.h"
+
 namespace vistrel::app {
 
 std::vector<std::filesystem::path> CalibrationOptions::files() const {
@@ -10,11 +12,12 @@ std::vector<std::filesystem::path> CalibrationOptions::files() const {
 }
 
 void addCalibrationOptions(CLI::App& command, CalibrationOptions& o) {
-  command.add_option("--dark", o.dark, "Frame without light, subtracted")->type_name("FILE");
-  command.add_option("--flat", o.flat, "Frame of an even light, which is evened out")
-      ->type_name("FILE");
-  command.add_option("--hot", o.hot, "Hot pixels to replace: a text of lines `X Y`")
-      ->type_name("FILE");
+  const auto addFile = [&command](const char* name, std::string& file, const char* meaning) {
+    aFile(command.add_option(name, file, meaning))->type_name("FILE");
+  };
+  addFile("--dark", o.dark, "Frame without light, subtracted");
+  addFile("--flat", o.flat, "Frame of an even light, which is evened out");
+  addFile("--hot", o.hot, "Hot pixels to replace: a text of lines `X Y`");
 }
 
 }  // namespace vistrel::app

@@ -72,7 +72,8 @@ void addToneOptions(CLI::App& command, ToneOptions& o) {
       between(command.add_option("--window", o.window,
                                  "Which 8 bits to keep: 0 the highest, 1 or 2 lower ones (0)"),
               0, 2);
-  command.add_option("--curve", o.curve, "Tone curve, or a text or PGM of 1024 values 0..255")
+  aFile(
+      command.add_option("--curve", o.curve, "Tone curve, or a text or PGM of 1024 values 0..255"))
       ->type_name("2..6|" + curveNameList("|") + "|FILE")
       ->excludes(window);
 }

@@ -11,14 +11,16 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-template <class T>
-void splitRow(const T* __restrict source, size_t columns, T* __restrict even, T* __restrict odd) {
+// Lane: the type that samples get; they must fit it.
+template <class T, class Lane = T>
+void splitRow(const T* __restrict source, size_t columns, Lane* __restrict even,
+              Lane* __restrict odd) {
   const size_t pairs = columns / 2;
   for (size_t k = 0; k < pairs; ++k) {
-    even[k] = source[2 * k];
-    odd[k] = source[2 * k + 1];
+    even[k] = static_cast<Lane>(source[2 * k]);
+    odd[k] = static_cast<Lane>(source[2 * k + 1]);
   }
-  if (columns & 1) even[pairs] = source[2 * pairs];
+  if (columns & 1) even[pairs] = static_cast<Lane>(source[2 * pairs]);
 }
 
 // Also returns all samples ORed together; 0 for bytes, since nobody needs it.

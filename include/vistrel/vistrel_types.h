@@ -82,16 +82,17 @@ typedef struct vistrel_region {
 
 /* Demosaic algorithms. */
 enum {
-  VISTREL_BILINEAR = 0, /* the mean of the nearest sites */
-  VISTREL_EDGE = 1,     /* colour differences along edges; takes a threshold */
-  VISTREL_NEAR = 2,     /* nearest neighbours; green along edges */
-  VISTREL_LAROCHE = 3,  /* Laroche and Prescott: colours as differences to green */
-  VISTREL_HAMILTON = 4, /* Hamilton and Adams: colours corrected by second differences */
-  VISTREL_VNG = 5,      /* Chang, Cheung and Pang: variable number of gradients */
-  VISTREL_COK = 6,      /* Cok: colours as ratios to green */
-  VISTREL_KIMMEL = 7,   /* Kimmel: ratios to green, weighted by gradients */
-  VISTREL_GROUPING = 8, /* Lin: pixel grouping */
-  VISTREL_AHD = 256     /* Hirakawa and Parks: adaptive homogeneity-directed */
+  VISTREL_BILINEAR = 0,     /* the mean of the nearest sites */
+  VISTREL_EDGE = 1,         /* colour differences along edges; takes a threshold */
+  VISTREL_NEAR = 2,         /* nearest neighbours; green along edges */
+  VISTREL_LAROCHE = 3,      /* Laroche and Prescott: colours as differences to green */
+  VISTREL_HAMILTON = 4,     /* Hamilton and Adams: colours corrected by second differences */
+  VISTREL_VNG = 5,          /* Chang, Cheung and Pang: variable number of gradients */
+  VISTREL_COK = 6,          /* Cok: colours as ratios to green */
+  VISTREL_KIMMEL = 7,       /* Kimmel: ratios to green, weighted by gradients */
+  VISTREL_GROUPING = 8,     /* Lin: pixel grouping */
+  VISTREL_AHD = 256,        /* Hirakawa and Parks: adaptive homogeneity-directed */
+  VISTREL_DIRECTIONAL = 257 /* differences along rows and columns, blended by roughness */
 };
 
 /* Pixel formats. Alpha is 255. */
@@ -184,8 +185,7 @@ enum { VISTREL_GAIN_ONE = 4096, VISTREL_GAIN_MAX = 65536 };
 enum {
   VISTREL_EDGES_NATIVE = 0, /* libVistrel's substitutes; several algorithms tint the border */
   VISTREL_EDGES_PADDED = 1  /* the frame, and beyond it the frame mirrored about its outermost rows
-                               and columns, so that the mosaic continues: 8 samples on each side,
-                               9 with a binning of 3 */
+                               and columns, so that the mosaic continues: 8 to 12 samples a side */
 };
 
 /* What a bin of binning x binning pixels becomes. */
@@ -232,7 +232,7 @@ typedef struct vistrel_conversion {
    * significant bits.
    */
   uint32_t format;
-  uint32_t algorithm; /* VISTREL_BILINEAR to VISTREL_AHD; only read for Bayer frames */
+  uint32_t algorithm; /* VISTREL_BILINEAR to VISTREL_DIRECTIONAL; only read for Bayer frames */
   uint32_t threshold; /* for VISTREL_EDGE, 0..255: smooths green that varies by up to that many
                          255ths of full scale; 0 smooths none. 0 for all other algorithms */
   uint32_t gray;      /* VISTREL_LUMA or VISTREL_RAW_GRAY; only read for gray formats */
@@ -330,7 +330,7 @@ typedef struct vistrel_layout {
   /*
    * Memory that a conversion needs besides frame and image, which its stream keeps: a
    * few rows for each thread. Only binned raw gray needs memory for whole images. Pushed
-   * rows need up to 8 rows of samples and 4 KiB more.
+   * rows need up to 10 rows of samples and 4 KiB more.
    */
   size_t working_bytes;
   uint32_t reserved[4]; /* written as 0 */
@@ -363,7 +363,7 @@ typedef struct vistrel_format {
 /* A demosaic algorithm. */
 typedef struct vistrel_algorithm {
   const char* name;     /* short, lower case, for command lines */
-  uint32_t code;        /* VISTREL_BILINEAR to VISTREL_AHD */
+  uint32_t code;        /* VISTREL_BILINEAR to VISTREL_DIRECTIONAL */
   uint32_t max_bits;    /* maximum significant bits of a sample */
   uint32_t min_size;    /* minimum width and height of a region, in sensor pixels; padded edges
                            allow any region of a mosaic from 2x2 up */

@@ -48,6 +48,7 @@ class Algorithm(_Name):
     KIMMEL = "kimmel"
     GROUPING = "grouping"
     AHD = "ahd"
+    DIRECTIONAL = "directional"
 
 
 class Format(_Name):

@@ -101,7 +101,7 @@ Finished Scratch::vistrel(const std::string& arguments,
                           const std::function<void()>& prepare) const {
   std::vector<std::string> command{VISTREL_PROGRAM};
   std::istringstream words(arguments);
-  for (std::string word; words >> word;) command.push_back(word);
+  for (std::string word; words >> word;) command.push_back(word == "''" ? "" : word);
   return run(command, prepare);
 }
 

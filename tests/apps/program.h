@@ -31,7 +31,7 @@ class Scratch {
   // Runs a command there; `prepare` is called in the new process before it starts.
   Finished run(std::vector<std::string> command, const std::function<void()>& prepare = {}) const;
 
-  // Runs the program with these arguments, split at spaces.
+  // Runs the program with these arguments, split at spaces; '' is an empty one.
   Finished vistrel(const std::string& arguments, const std::function<void()>& prepare = {}) const;
 
  private:

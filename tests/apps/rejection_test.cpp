@@ -88,7 +88,7 @@ TEST_F(Rejections, Conversion) {
   expect(pgm + "--format gray8 --gray raw --edges padded",
          "bytes.pgm: --edges padded: raw gray has native edges only");
   expect(pgm + "--format gray8 --gray raw -a near",
-         "bytes.pgm: --gray raw: raw gray of algorithm near is sheared");
+         "bytes.pgm: --gray raw: algorithm near has none");
   expect(pgm + "--black 256", "bytes.pgm: --black 256: samples of 8 bits allow 0 to 255");
   expect(pgm + "--window 1", "bytes.pgm: --window 1: it needs 9 bits or more; the samples have 8");
   expect("compare bytes.pgm --phase rggb -o x.png --window 2",

@@ -19,13 +19,16 @@ struct Way {
   bool inParts;   // rows of the image are made apart, excess bits found along with them
   bool isPushed;  // the whole frame is never there
   bool isShared;  // by threads
+  const char* algorithm = nullptr;  // drawn, unless given
 };
 constexpr Way kWays[] = {{"engine-alone", convertAlone, false, false, false},
                          {"engine-again", convertAgain, false, false, false},
                          {"engine-rows", convertRows, true, false, true},
                          {"engine-team", convertByTeam, false, false, true},
                          {"engine-runner", convertByRunner, false, false, true},
-                         {"engine-pushed", convertPushed, true, true, false}};
+                         {"engine-pushed", convertPushed, true, true, false},
+                         // libVistrel's functions, and so the other groups, don't have it.
+                         {"engine-directional", convertAlone, false, false, false, "directional"}};
 
 bool isMosaic(const Call& call) { return call.bayer <= VISTREL_GBRG; }
 bool isGray(const Call& call) {
@@ -83,8 +86,11 @@ uint32_t workingBits(const Call& call) {
   return call.truncateTo ? std::min(call.truncateTo, call.srcBits) : call.srcBits;
 }
 
-void drawAlgorithm(Draw& draw, Call& call) {
-  if (!draw.oneIn(3)) call.algorithm = vistrel_algorithm_at(draw.below(algorithms()))->code;
+void drawAlgorithm(Draw& draw, Call& call, const Way& way) {
+  if (way.algorithm)
+    vistrel_parse_algorithm(way.algorithm, &call.algorithm, nullptr);
+  else if (!draw.oneIn(3))
+    call.algorithm = vistrel_algorithm_at(draw.below(algorithms()))->code;
   if (call.algorithm == VISTREL_EDGE) call.threshold = draw.below(256);
   if (draw.oneIn(6)) call.truncateTo = 8 + draw.below(9);
   const uint32_t most = algorithmOf(call).max_bits;
@@ -95,6 +101,7 @@ void drawAlgorithm(Draw& draw, Call& call) {
 
 bool hasRawGray(const Call& call) {
   return isMosaic(call) && call.algorithm != VISTREL_NEAR && call.algorithm != VISTREL_AHD &&
+         call.algorithm != VISTREL_DIRECTIONAL &&
          (call.algorithm != VISTREL_EDGE || call.binning == 0);
 }
 
@@ -180,7 +187,7 @@ Call drawOne(Draw& draw, const Way& way) {
   drawFrame(draw, call);
   drawLook(draw, call, way);
   drawFormat(draw, call);
-  drawAlgorithm(draw, call);
+  drawAlgorithm(draw, call, way);
   drawGray(draw, call, way);
   drawReduction(draw, call);
   draw.memory(call, call.sampleBytes == 2);

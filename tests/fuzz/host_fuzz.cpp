@@ -135,7 +135,10 @@ vistrel_conversion conversionFrom(Input& in, const vistrel_frame& f, Look& look)
   c.format = in.below(12);
   if (in.take() & 1) c.format = 256 + in.below(9);
   c.algorithm = in.below(13);
-  if (in.take() % 8 == 0) c.algorithm = VISTREL_AHD;
+  switch (in.take() % 8) {
+    case 0: c.algorithm = VISTREL_AHD; break;
+    case 2: c.algorithm = VISTREL_DIRECTIONAL; break;
+  }
   c.threshold = in.below(257);
   c.gray = in.below(3);
   c.binning = in.below(6);

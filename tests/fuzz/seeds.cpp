@@ -104,7 +104,7 @@ void fitses(const fs::path& folder) {
   extension.push_back(card("PCOUNT", "0"));
   extension.push_back(card("GCOUNT", "1"));
   save(folder / "extension", fits(cards(8, {}), "") + fits(extension, "yz"));
-  for (const int compression : {RICE_1, GZIP_1, GZIP_2, PLIO_1}) {
+  for (const int compression : {RICE_1, GZIP_1, GZIP_2}) {
     const fs::path path = folder / ("tiles" + std::to_string(compression));
     fs::remove(path);
     writeTiledFits(path, compression, 20, 17, texture);
@@ -182,8 +182,9 @@ std::string finish() {
 }
 
 std::string conversion(const HostSeed& s) {
-  const bool isAhd = s.algorithm == VISTREL_AHD;
-  return choice(s.format, 256) + numbers({isAhd ? 0 : s.algorithm}) + flag(!isAhd) +
+  const bool isAhd = s.algorithm == VISTREL_AHD, isDirectional = s.algorithm == VISTREL_DIRECTIONAL;
+  const char other = isAhd ? '\0' : isDirectional ? '\2' : '\1';
+  return choice(s.format, 256) + numbers({other == '\1' ? s.algorithm : 0}) + other +
          numbers({0, s.gray, s.binning, 0, 0}) + '\1' + numbers({VISTREL_MASK}) + '\0' +
          numbers({3, 3, 3, 3, 0, 100, 100, 100, 0}) + (s.isThreaded ? '\x31' : '\0') +
          numbers({s.isLarge}) + '\0' + numbers({s.binning > 1, s.orientation}) +

@@ -123,7 +123,8 @@ struct RandomCase {
   void chooseConversion(Choice& r) {
     conversion = defaultConversion(frame);
     conversion.excess = VISTREL_MASK;
-    conversion.algorithm = r.oneIn(10) ? uint32_t{VISTREL_AHD} : r.below(9);
+    conversion.algorithm =
+        r.oneIn(8) ? r.of({uint32_t{VISTREL_AHD}, uint32_t{VISTREL_DIRECTIONAL}}) : r.below(9);
     if (conversion.algorithm == VISTREL_EDGE) conversion.threshold = r.below(256);
     if (frame.phase == VISTREL_MONO)
       conversion.format = r.below(2);

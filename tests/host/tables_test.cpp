@@ -151,7 +151,7 @@ TEST(Names, ThatAreUnknownAreRejected) {
   expectUnknown(vistrel_parse_algorithm, "algorithm",
                 {VISTREL_BAD_ALGORITHM, "name", "nearest",
                  "bilinear (0), edge (1), near (2), laroche (3), hamilton (4), vng (5), cok (6), "
-                 "kimmel (7), grouping (8), ahd (256) are allowed"});
+                 "kimmel (7), grouping (8), ahd (256), directional (257) are allowed"});
   expectUnknown(vistrel_parse_packing, "packing",
                 {VISTREL_BAD_PACKING, "name", "",
                  "BYTES (0), LITTLE (1), BIG (2), PFNC (3), GIGE (4), MIPI (5) are allowed"});

@@ -104,13 +104,13 @@ const Fault kFormats[] = {
        r.conversion.gray = VISTREL_RAW_GRAY, r.conversion.format = VISTREL_GRAY8,
        r.conversion.algorithm = VISTREL_NEAR;
      },
-     {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)", "raw gray of algorithm near is sheared"}},
+     {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)", "algorithm near has none"}},
     {"RawGrayOfAhd",
      [](Request& r) {
        r.conversion.gray = VISTREL_RAW_GRAY, r.conversion.format = VISTREL_GRAY8,
        r.conversion.algorithm = VISTREL_AHD;
      },
-     {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)", "raw gray of algorithm ahd is sheared"}},
+     {VISTREL_BAD_GRAY, "conversion.gray", "1 (raw)", "algorithm ahd has none"}},
     {"BinnedRawGrayOfEdge",
      [](Request& r) {
        r.conversion.gray = VISTREL_RAW_GRAY, r.conversion.format = VISTREL_GRAY8,
@@ -128,7 +128,7 @@ const Fault kAlgorithms[] = {
      [](Request& r) { r.conversion.algorithm = 9; },
      {VISTREL_BAD_ALGORITHM, "conversion.algorithm", "9",
       "bilinear (0), edge (1), near (2), laroche (3), hamilton (4), vng (5), cok (6), kimmel (7), "
-      "grouping (8), ahd (256) are allowed"}},
+      "grouping (8), ahd (256), directional (257) are allowed"}},
     {"IsNotReadForMono", [](Request& r) { r.setFrame(mono(64, 48)), r.conversion.algorithm = 9; },
      kAccepted},
     {"TooManyBits",

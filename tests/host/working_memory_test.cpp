@@ -148,15 +148,15 @@ TEST_P(WorkingMemory, IsAFewRowsAThread) {
   EXPECT_EQ(most, 3u);
 }
 
-// A frame that is pushed takes up to eight rows of samples and 4 KiB more, once.
+// A frame that is pushed takes up to ten rows of samples and 4 KiB more, once.
 TEST_P(WorkingMemory, IsLittleMoreForPushedRows) {
   uint32_t count = 0;
   forEach(kHeight, 1, [&](const auto& frame, const auto& c, const auto& layout) {
     const auto work = [&] { return vistrel_stream_begin(streams[0], &frame, &c, &image, nullptr); };
     vistrel_stream_trim(streams[0], nullptr);
     const Watch first = watched(work);
-    const size_t samplesOfRow = (frame.phase == VISTREL_BGR ? 3 : 1) * (kWidth + 2 * 9);
-    const size_t more = 8 * samplesOfRow * frame.bytes_per_sample + 4096;
+    const size_t samplesOfRow = (frame.phase == VISTREL_BGR ? 3 : 1) * (kWidth + 2 * 12);
+    const size_t more = 10 * samplesOfRow * frame.bytes_per_sample + 4096;
     EXPECT_EQ(first.calls, 1);
     EXPECT_LE(first.peak, static_cast<long>(layout.working_bytes + more) + kRoundedUp);
     EXPECT_LE(first.peak, static_cast<long>(bound()));
@@ -187,8 +187,8 @@ TEST_P(WorkingMemory, OfWholeFramesIsReported) {
         expectTaken(frame, c, layout.working_bytes);
         ++count;
       }
-  const bool isRejected =
-      GetParam() == VISTREL_EDGE || GetParam() == VISTREL_NEAR || GetParam() == VISTREL_AHD;
+  const bool isRejected = GetParam() == VISTREL_EDGE || GetParam() == VISTREL_NEAR ||
+                          GetParam() == VISTREL_AHD || GetParam() == VISTREL_DIRECTIONAL;
   EXPECT_EQ(count > 0, !isRejected);
 }
 

@@ -45,8 +45,8 @@ set(apps/tools/selftest interface)
 set(apps/commands interface apps/colour apps/input apps/look apps/batch apps/tools/report apps/tools/scene
   apps/tools/sheet apps/tools/guess apps/tools/selftest apps/options apps/names apps/progress
   apps/pictures apps/files apps/error)
-set(apps/program apps/commands apps/options)
-set(apps/main apps/program apps/files apps/names apps/error)
+set(apps/program apps/commands apps/options apps/names apps/error)
+set(apps/main apps/program apps/files apps/error)
 set(apps/tools/manual interface apps/names apps/options apps/program)
 set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/drawing
   apps/tools/guess apps/tools/manual apps/tools/report apps/tools/scene apps/tools/selftest

@@ -2,14 +2,10 @@
 
 #include <cstring>
 
-#include "tests/reference/cfa.h"
-#include "tests/reference/directional.h"
 #include "vistrel/vistrel.hpp"
 
 namespace vistrel::quality {
 namespace {
-
-constexpr uint32_t kReference = 0xFFFFFFFF;
 
 std::vector<uint16_t> mosaicOf(const Planes& light, uint32_t bits) {
   const double largest = (1 << bits) - 1;
@@ -22,8 +18,8 @@ std::vector<uint16_t> mosaicOf(const Planes& light, uint32_t bits) {
   return samples;
 }
 
-std::vector<uint16_t> convertedByHost(const std::vector<uint16_t>& samples, const Planes& size,
-                                      uint32_t bits, uint32_t code) {
+std::vector<uint16_t> converted(const std::vector<uint16_t>& samples, const Planes& size,
+                                uint32_t bits, uint32_t code) {
   const vistrel_frame frame = frameOf(samples, static_cast<uint32_t>(size.width),
                                       static_cast<uint32_t>(size.height), bits, VISTREL_RGGB);
   vistrel_conversion conversion = defaultConversion(frame);
@@ -41,15 +37,10 @@ const std::array<Algorithm, 5> kAlgorithms{{{"bilinear", VISTREL_BILINEAR},
                                             {"near", VISTREL_NEAR},
                                             {"edge", VISTREL_EDGE},
                                             {"ahd", VISTREL_AHD},
-                                            {"directional", kReference}}};
+                                            {"directional", VISTREL_DIRECTIONAL}}};
 
 Planes demosaiced(const Planes& light, uint32_t bits, const Algorithm& algorithm) {
-  const std::vector<uint16_t> samples = mosaicOf(light, bits);
-  const std::vector<uint16_t> rgb =
-      algorithm.code == kReference
-          ? reference::demosaicDirectional({light.width, light.height, static_cast<int>(bits),
-                                            reference::CFA_GRID_RGGB, samples})
-          : convertedByHost(samples, light, bits, algorithm.code);
+  const std::vector<uint16_t> rgb = converted(mosaicOf(light, bits), light, bits, algorithm.code);
   Planes planes(light.width, light.height);
   for (size_t i = 0; i < rgb.size(); ++i)
     planes.channels[i % 3][i / 3] = rgb[i] / static_cast<float>((1 << bits) - 1);

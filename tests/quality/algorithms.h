@@ -14,7 +14,7 @@ struct Algorithm {
   uint32_t code;  // VISTREL_...
 };
 
-// Those of the program that take 12 bits, and the reference's `directional`.
+// Those that take 12 bits.
 extern const std::array<Algorithm, 5> kAlgorithms;
 
 // Samples a mosaic of phase RGGB with `bits` significant bits, and demosaics it.

@@ -17,8 +17,8 @@ namespace vistrel::quality {
 namespace {
 
 constexpr uint32_t kSceneBits = 12, kPictureBits = 8;
-constexpr double kNoise[] = {0, 0.5, 1, 3};  // percent of full scale
-constexpr double kGrayUpTo = 0.35;           // cycles per pixel
+constexpr double kNoise[] = {0, 0.5, 1, 3, 6, 12};  // percent of full scale
+constexpr double kGrayUpTo = 0.35;                  // cycles per pixel
 constexpr uint64_t kSeed = 7;
 
 struct Row {

@@ -1,4 +1,4 @@
-// The directional demosaic of docs/ALGORITHM.md, for the whole image at once.
+// The directional demosaic of docs/directional.md, for the whole image at once.
 #pragma once
 
 #include <cstdint>

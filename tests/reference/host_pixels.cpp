@@ -1,9 +1,11 @@
 #include <utility>
 
 #include "tests/reference/demosaic.h"
+#include "tests/reference/directional.h"
 #include "tests/reference/host.h"
 #include "tests/reference/output.h"
 #include "tests/reference/registry.h"
+#include "vistrel/cfa.h"
 
 namespace reference {
 
@@ -62,12 +64,37 @@ void demosaic(const vistrel_conversion& c, Arguments... a) {
   }
 }
 
+// Finished pixels, blue first.
+template <class T>
+std::vector<T> directional(const Job& j, const T* samples) {
+  constexpr int kGrids[] = {CFA_GRID_GRBG, CFA_GRID_BGGR, CFA_GRID_RGGB, CFA_GRID_GBRG};
+  const uint32_t width = j.width * j.c.binning, height = j.height * j.c.binning;
+  DirectionalFrame frame{static_cast<int>(width),
+                         static_cast<int>(height),
+                         static_cast<int>(j.bits),
+                         kGrids[j.phase],
+                         {}};
+  for (uint32_t y = 0; y < height; ++y)
+    frame.samples.insert(frame.samples.end(), samples + y * j.imageWidth,
+                         samples + y * j.imageWidth + width);
+  const std::vector<uint16_t> rgb = demosaicDirectional(frame);
+  std::vector<T> pixels;
+  for (size_t i = 0; i < rgb.size(); i += 3)
+    for (const size_t channel : {2, 1, 0}) pixels.push_back(static_cast<T>(rgb[i + channel]));
+  return pixels;
+}
+
+template <class T>
+void convertDirectional(Job j, const T* samples, uint8_t* result);
+
 void convert(const Job& j, const uint8_t* samples, uint8_t* result) {
   const uint32_t binning = j.c.binning - 1;
   if (j.phase == VISTREL_MONO)
     Image8BitGrayScale(samples, j.imageWidth, 0, 8, result, 0, 0, j.width, j.height, binning);
   else if (j.phase == VISTREL_BGR)
     ConvertToOutputFormat8(samples, j.width, j.height, result, j.format, binning, 0);
+  else if (j.c.algorithm == VISTREL_DIRECTIONAL)
+    convertDirectional(j, samples, result);
   else
     demosaic(j.c, j.imageWidth, j.phase, binning, j.format, 0u, 0u, j.width, j.height, samples,
              result);
@@ -87,9 +114,19 @@ void convert(const Job& j, const uint16_t* samples, uint8_t* result) {
   else if (j.phase == VISTREL_BGR)
     ConvertToOutputFormat16(samples, j.width, j.height, j.bits, result, j.format, mode, table,
                             binning, pixelBits, 0);
+  else if (j.c.algorithm == VISTREL_DIRECTIONAL)
+    convertDirectional(j, samples, result);
   else
     demosaic(j.c, j.imageWidth, j.phase, binning, j.format, mode, 0u, 0u, j.width, j.height,
              samples, result, pixelBits, j.bits);
+}
+
+// From a mosaic to finished pixels, and from there to the format.
+template <class T>
+void convertDirectional(Job j, const T* samples, uint8_t* result) {
+  const std::vector<T> pixels = directional(j, samples);
+  j.phase = VISTREL_BGR;
+  convert(j, pixels.data(), result);
 }
 
 // The area as an image, of bytes or of 16-bit samples.
@@ -146,7 +183,8 @@ HostArea hostArea(const vistrel_frame& frame, const vistrel_conversion& c) {
   vistrel_region r = c.region;
   if (!r.x && !r.y && !r.width && !r.height) r = {0, 0, frame.width, frame.height};
   const bool isPadded = frame.phase <= VISTREL_GBRG && c.edges == VISTREL_EDGES_PADDED;
-  const uint32_t samples = !isPadded ? 0 : c.binning == 3 ? 9 : 8;
+  const uint32_t least = c.algorithm == VISTREL_DIRECTIONAL ? 10 : 8;
+  const uint32_t samples = isPadded ? (least + c.binning - 1) / c.binning * c.binning : 0;
   HostArea a{};
   a.resultWidth = r.width / c.binning;
   a.resultHeight = r.height / c.binning;

@@ -19,13 +19,21 @@ std::string bashAction(const OptionText& option) {
   return (words.empty() ? "" : words + "; ") + "compopt +o default 2>/dev/null";
 }
 
+// Completes an argument that is no option.
+std::string positionalAction(const CommandText& command) {
+  const std::string words = joined(command.positionals.front().words, " ");
+  if (words.empty()) return ":";
+  return "compopt +o default 2>/dev/null; COMPREPLY=($(compgen -W '" + words + "' -- \"$word\"))";
+}
+
 std::string caseOf(const CommandText& command) {
   std::string text = "      " + command.name + ")\n        case $before in\n";
   for (const OptionText& option : command.options)
     if (option.kind != Value::kNone)
       text += "          " + joined(option.names, " | ") + ") " + bashAction(option) + " ;;\n";
   text += "          *)\n";
-  if (!command.positionals.empty()) text += "            [[ $word == -* ]] || return\n";
+  if (!command.positionals.empty())
+    text += "            [[ $word == -* ]] || { " + positionalAction(command) + "; return; }\n";
   return text + "            words='" + namesOf(command) + "' ;;\n        esac ;;\n";
 }
 

@@ -5,10 +5,14 @@
 #include <regex>
 #include <set>
 
+#include "apps/names/output_type.h"
+#include "apps/names/pixel_format.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
 namespace {
+
+constexpr int kMostNumbers = 64;  // that a list may offer
 
 // The words in placeholders such as "a|b|c", "1..4" and "2..6|FILE".
 std::vector<std::string> wordsOf(const std::string& value) {
@@ -16,25 +20,48 @@ std::vector<std::string> wordsOf(const std::string& value) {
   static const std::regex range("([0-9]+)\\.\\.([0-9]+)"), word("[a-z0-9+-]+");
   for (const std::string& part : split(value, "|")) {
     std::smatch ends;
-    if (std::regex_match(part, ends, range))
-      for (int i = std::stoi(ends[1]); i <= std::min(std::stoi(ends[2]), 64); ++i)
+    if (std::regex_match(part, ends, range)) {
+      const int first = std::stoi(ends[1]), last = std::stoi(ends[2]);
+      for (int i = first; i <= last && last - first < kMostNumbers; ++i)
         words.push_back(std::to_string(i));
-    else if (std::regex_match(part, word))
+    } else if (std::regex_match(part, word)) {
       words.push_back(part);
+    }
   }
   return words;
 }
 
-// The values that the library knows, or else those of the placeholder.
-std::vector<std::string> knownWords(const OptionText& option) {
+std::vector<std::string> phaseWords() {
   std::vector<std::string> words;
-  if (option.value.rfind("PHASE", 0) == 0)
-    for (uint32_t phase = 0; const char* name = vistrel_phase_name(phase); ++phase)
-      words.emplace_back(name);
-  else if (!option.names.empty() && option.names.back() == "--algorithm")
-    for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
-      words.emplace_back(a->name);
-  return words.empty() ? wordsOf(option.value) : words;
+  for (uint32_t phase = 0; const char* name = vistrel_phase_name(phase); ++phase)
+    words.emplace_back(name);
+  return words;
+}
+
+std::vector<std::string> algorithmWords() {
+  std::vector<std::string> words;
+  for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
+    words.emplace_back(a->name);
+  return words;
+}
+
+// PFNC values would hide the names.
+std::vector<std::string> pixelFormatWords() {
+  std::set<std::string> words;
+  for (const PixelFormat& format : pixelFormats())
+    for (const std::string& name : namesOf(format))
+      if (name != format.pfncValue) words.insert(name);
+  return {words.begin(), words.end()};
+}
+
+// The values that the library and the program know, or else those of the placeholder.
+std::vector<std::string> knownWords(const OptionText& option) {
+  const std::string name = option.names.empty() ? option.value : option.names.back();
+  if (option.value.starts_with("PHASE")) return phaseWords();
+  if (name == "--algorithm") return algorithmWords();
+  if (name == "--pixfmt" || name == "NAME") return pixelFormatWords();
+  if (name == "--type") return folderTypes();
+  return wordsOf(option.value);
 }
 
 Value kindOf(const OptionText& option) {

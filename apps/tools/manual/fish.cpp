@@ -40,8 +40,11 @@ void writeFish(const ProgramText& program, const std::filesystem::path& folder) 
   writeOptions(program.self, first, out);
   for (const CommandText& command : program.commands) {
     const std::string condition = "__fish_seen_subcommand_from " + command.name;
-    if (command.positionals.empty())
-      out << "complete -c vistrel -n " << quoted(condition) << " -f\n";
+    const auto& positionals = command.positionals;
+    if (positionals.empty() || !positionals.front().words.empty())
+      out << "complete -c vistrel -n " << quoted(condition) << " -f"
+          << (positionals.empty() ? "" : " -a " + quoted(joined(positionals.front().words, " ")))
+          << "\n";
     writeOptions(command, condition, out);
   }
 }

@@ -40,7 +40,7 @@ void addTones(std::vector<Case>& cases) {
 constexpr uint32_t kFinishes = 3;
 
 void addFinished(std::vector<Case>& cases) {
-  for (const char* const name : {"bilinear", "ahd", "vng", "mono"}) {
+  for (const char* const name : {"bilinear", "ahd", "directional", "vng", "mono"}) {
     uint32_t code = 0;
     const bool isMono = vistrel_parse_algorithm(name, &code, nullptr) != VISTREL_OK;
     const uint32_t phase = isMono ? VISTREL_MONO : VISTREL_BGGR;

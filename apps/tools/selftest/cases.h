@@ -15,7 +15,7 @@ constexpr uint32_t kWidth = 203,
 
 struct Case {
   std::string algorithm;  // "mono" for frames without filters
-  uint32_t code;          // VISTREL_BILINEAR to VISTREL_AHD
+  uint32_t code;          // VISTREL_BILINEAR to VISTREL_DIRECTIONAL
   uint32_t threshold;
   uint32_t bits;  // 8: 8-bit samples, otherwise 16-bit ones
   uint32_t phase;

@@ -245,6 +245,41 @@
 0x0E2EA0F8411B7287,  // ahd, 16 bits, rggb, binning 2
 0x038B170514E8E773,  // ahd, 16 bits, rggb, binning 3
 0x285077CCA3C03B97,  // ahd, 16 bits, rggb, binning 4
+0x1D1EDD434A087113,  // directional, 8 bits, grbg, binning 1
+0x129055C522A30337,  // directional, 8 bits, bggr, binning 1
+0x5BD60E57929C54BF,  // directional, 8 bits, rggb, binning 1
+0xAF17AAA9A22024AB,  // directional, 8 bits, gbrg, binning 1
+0xA0AF9A9860C9145C,  // directional, 8 bits, rggb, binning 2
+0x751CD9EDD904233A,  // directional, 8 bits, rggb, binning 3
+0x95BFD024A22A0C81,  // directional, 8 bits, rggb, binning 4
+0x0A3452DFBBBE046B,  // directional, 10 bits, grbg, binning 1
+0x02F098576FF4AD54,  // directional, 10 bits, bggr, binning 1
+0xBA7659304CF4C610,  // directional, 10 bits, rggb, binning 1
+0x263E131F9DD19047,  // directional, 10 bits, gbrg, binning 1
+0x466E9FB1C70B3173,  // directional, 10 bits, rggb, binning 2
+0x3012EF33544E4CA0,  // directional, 10 bits, rggb, binning 3
+0xBCA8AFCFC0E68B06,  // directional, 10 bits, rggb, binning 4
+0x00A7E205B51A33EA,  // directional, 12 bits, grbg, binning 1
+0x0D0AA579D2EB7F27,  // directional, 12 bits, bggr, binning 1
+0xBE8A08DED2D6DFAB,  // directional, 12 bits, rggb, binning 1
+0x1451D6CF385E73AA,  // directional, 12 bits, gbrg, binning 1
+0x9C959030A6848B7F,  // directional, 12 bits, rggb, binning 2
+0xC23F2B0509181C91,  // directional, 12 bits, rggb, binning 3
+0x6AFAEE58CF134733,  // directional, 12 bits, rggb, binning 4
+0xDDB4DDEB2FD0946D,  // directional, 14 bits, grbg, binning 1
+0x137F331D33AF2350,  // directional, 14 bits, bggr, binning 1
+0x6EC7CEA69953B988,  // directional, 14 bits, rggb, binning 1
+0x24B96C953994F0CD,  // directional, 14 bits, gbrg, binning 1
+0x9C21D3FAD53D037E,  // directional, 14 bits, rggb, binning 2
+0x3853AB9390E93429,  // directional, 14 bits, rggb, binning 3
+0x5DC7E40F6C2C3ED2,  // directional, 14 bits, rggb, binning 4
+0x8D89BE8E363646EC,  // directional, 16 bits, grbg, binning 1
+0x13AFF11C6AEA6F08,  // directional, 16 bits, bggr, binning 1
+0x7DC52727E1581288,  // directional, 16 bits, rggb, binning 1
+0xF08185C59DA38CB8,  // directional, 16 bits, gbrg, binning 1
+0xAF39FA6B596E0931,  // directional, 16 bits, rggb, binning 2
+0x34148B5D42BD11FF,  // directional, 16 bits, rggb, binning 3
+0x4320B2D09FD0E5A2,  // directional, 16 bits, rggb, binning 4
 0x56A3281F8A10C617,  // mono, 8 bits, mono, binning 1
 0x541ADB78C4F91EDD,  // mono, 8 bits, mono, binning 2
 0xC21EC873AF79F510,  // mono, 8 bits, mono, binning 3
@@ -311,6 +346,21 @@
 0xB665C18CF132C2EA,  // ahd, 16 bits, bggr, binning 1, finish 1
 0xBCCD4C64DCC55223,  // ahd, 16 bits, bggr, binning 2, finish 2
 0x5601830EF8F95B34,  // ahd, 16 bits, bggr, binning 1, finish 3
+0x8472453A04B85CEC,  // directional, 8 bits, bggr, binning 1, finish 1
+0x0D30D1661D17DBF1,  // directional, 8 bits, bggr, binning 2, finish 2
+0x29EFA0FE76CBB8FB,  // directional, 8 bits, bggr, binning 1, finish 3
+0xB62F3A7AC0D0CFEE,  // directional, 10 bits, bggr, binning 1, finish 1
+0x04A778A89CA0E452,  // directional, 10 bits, bggr, binning 2, finish 2
+0x318845AF5623F794,  // directional, 10 bits, bggr, binning 1, finish 3
+0x2702A3FF89584F32,  // directional, 12 bits, bggr, binning 1, finish 1
+0x1D11BC7494334923,  // directional, 12 bits, bggr, binning 2, finish 2
+0x3A17F66AFCC9354F,  // directional, 12 bits, bggr, binning 1, finish 3
+0xEEB5D2893AB44136,  // directional, 14 bits, bggr, binning 1, finish 1
+0xE9F833B4542F2D81,  // directional, 14 bits, bggr, binning 2, finish 2
+0x7F99260D4D451510,  // directional, 14 bits, bggr, binning 1, finish 3
+0x082AC5169FC5DAC9,  // directional, 16 bits, bggr, binning 1, finish 1
+0xFD52DE722482C4CA,  // directional, 16 bits, bggr, binning 2, finish 2
+0x5AF8271B24F01C04,  // directional, 16 bits, bggr, binning 1, finish 3
 0x9B69BFCAE4EBC5ED,  // vng, 8 bits, bggr, binning 1, finish 1
 0x3C9DB94F06D6A1F3,  // vng, 8 bits, bggr, binning 2, finish 2
 0x2AC1351584DDAA94,  // vng, 8 bits, bggr, binning 1, finish 3

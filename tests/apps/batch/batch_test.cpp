@@ -38,7 +38,8 @@ TEST_F(Batch, HasAStreamForEveryWorker) {
   EXPECT_TRUE(fs::exists(scratch / "out/in_000299.png"));
   const Finished result = scratch.vistrel(arguments + "129");
   EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.err.rfind("vistrel: --jobs: Value 129 not in range 0 to 128", 0), 0u)
+  EXPECT_EQ(result.err.rfind("vistrel: --jobs 129: a whole number from 0 to 128 is expected", 0),
+            0u)
       << result.err;
 }
 

@@ -161,15 +161,23 @@ TEST_F(BadFiles, FitsOfTiles) {
                  [](uint32_t x, uint32_t y) { return 65535 - x * y; });
   const std::string file = scratch.read("whole.fits");
   const auto replaced = [&file](const std::string& card, const std::string& value) {
-    const size_t at = file.find(card);
+    const size_t at = file.find(card, 2880), begin = at + card.size();  // in the table's header
     std::string changed = file;
-    return changed.replace(at + 30 - value.size(), value.size(), value);
+    return changed.replace(begin, at + 30 - begin,
+                           std::string(at + 30 - begin - value.size(), ' ') + value);
   };
   fits("FITS: tiles of 2000000000 pixels, an image of 340", replaced("ZTILE1  =", "2000000000"));
   fits("FITS: ZTILE2  =                    0: a size from 1 is expected",
        replaced("ZTILE2  =", "0"));
+  for (const std::string name : {"NAXIS2  =", "PCOUNT  =", "GCOUNT  =", "TFIELDS ="})
+    fits("FITS: " + name + "                    .: a whole number is expected",
+         replaced(name, "."));
   std::string changed = file;
+  changed[file.find("TFIELDS =") + 9] = '(';
+  fits("FITS: TFIELDS =(                   1: a whole number is expected", changed);
+  changed = file;
   const size_t table = 2880 * (1 + file.find("END ", 2880) / 2880);  // counts and offsets
+  fits("FITS: the file is too short for its table of 136 bytes", changed.substr(0, table + 135));
   changed[table] = 0x20;
   fits("FITS: COMPRESSED_DATA of tile 1: the file is too short for it", changed);
   changed = file;
@@ -180,6 +188,17 @@ TEST_F(BadFiles, FitsOfTiles) {
   fits("FITS: COMPRESSED_DATA of tile 1 is damaged", changed);
   scratch.write("in.fits", file);
   cutEverywhere("in.fits", 241);
+}
+
+// cfitsio divides by the size of a block.
+TEST_F(BadFiles, FitsOfRice) {
+  writeTiledFits(scratch / "whole.fits", RICE_1, 20, 17,
+                 [](uint32_t x, uint32_t y) { return 65535 - x * y; });
+  std::string file = scratch.read("whole.fits");
+  const size_t value = file.find("ZVAL1   =") + 28;
+  ASSERT_EQ(file.substr(value, 2), "32");
+  fits("FITS: ZVAL1   =                    0: a size from 1 is expected",
+       file.replace(value, 2, " 0"));
 }
 
 TEST_F(BadFiles, FitsTruncatedAnywhere) {

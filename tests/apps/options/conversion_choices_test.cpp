@@ -119,7 +119,7 @@ TEST_F(Choices, RawGrayOfACompactImageIsRejected) {
   const Finished result =
       scratch.vistrel("convert in.pgm --phase rggb --format gray8 --gray raw -a near -o out.png");
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.err, "vistrel: in.pgm: --gray raw: raw gray of algorithm near is sheared\n");
+  EXPECT_EQ(result.err, "vistrel: in.pgm: --gray raw: algorithm near has none\n");
 }
 
 }  // namespace

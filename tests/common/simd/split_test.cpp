@@ -8,8 +8,8 @@ namespace {
 
 VISTREL_LEVEL_SUITE(Split);
 
-template <class T>
-void expectHalves(const std::vector<T>& row, Canvas<T>& even, Canvas<T>& odd) {
+template <class T, class Lane>
+void expectHalves(const std::vector<T>& row, Canvas<Lane>& even, Canvas<Lane>& odd) {
   for (size_t x = 0; x < row.size(); ++x)
     ASSERT_EQ((x % 2 == 0 ? even : odd).data()[x / 2], row[x]) << x << " of " << row.size();
 }
@@ -29,6 +29,22 @@ TEST_P(Split, TakesColumnsByTheirParity) {
   for (uint32_t columns : kWidths) {
     expectSplit<uint8_t>(columns);
     expectSplit<uint16_t>(columns);
+  }
+}
+
+template <class T, class Lane>
+void expectSplitInto(size_t columns) {
+  const std::vector<T> row = noise<T>(columns, 4095, 2);
+  Canvas<Lane> even((columns + 1) / 2), odd(columns / 2);
+  VISTREL_BY_LEVEL(splitRow<T, Lane>)(row.data(), columns, even.data(), odd.data());
+  expectHalves(row, even, odd);
+}
+
+TEST_P(Split, GivesSamplesOtherTypes) {
+  for (uint32_t columns : kWidths) {
+    expectSplitInto<uint8_t, int16_t>(columns);
+    expectSplitInto<uint16_t, int16_t>(columns);
+    expectSplitInto<uint16_t, int32_t>(columns);
   }
 }
 

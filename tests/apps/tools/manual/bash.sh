@@ -19,4 +19,9 @@ offers --from-name vistrel convert a.pgm --fro
 offers "" vistrel convert a
 offers "" vistrel convert -o ""
 offers "" vistrel nonsense --
+offers "BayerRG12 BayerRG12Packed BayerRG12p" vistrel convert --pixfmt BayerRG12
+offers "png pam ppm pgm pnm" vistrel develop --type p
+offers "BayerGB16" vistrel formats BayerGB16
+offers "grbg gbrg" vistrel cfa g
+offers "" vistrel bench --rounds ""
 exit $((faults > 0))

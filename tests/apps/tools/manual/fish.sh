@@ -17,4 +17,6 @@ offers "vistrel convert --fro" "--from-name "
 offers "vistrel convert -a n" "near "
 offers "vistrel convert fra" "frame.pgm "
 offers "vistrel scene fra" ""
+offers "vistrel cfa g" "gbrg grbg "
+offers "vistrel develop --type pn" "png pnm "
 exit $((faults > 0))

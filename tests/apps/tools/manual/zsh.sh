@@ -22,5 +22,7 @@ completes() {  # LINE WANTED
 completes "vistrel conv" "convert"
 completes "vistrel convert --fro" "convert --from-name"
 completes "vistrel convert -a nea" "convert -a near"
+completes "vistrel convert --pixfmt BayerRG12Pa" "convert --pixfmt BayerRG12Packed"
+completes "vistrel cfa gb" "cfa gbrg"
 completes "vistrel scene --phase grb" "scene --phase grbg"
 exit $((faults > 0))

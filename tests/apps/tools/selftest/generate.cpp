@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <fstream>
+#include <optional>
 #include <sstream>
 
 #include "apps/tools/selftest/cases.h"
@@ -56,7 +57,8 @@ uint64_t hashOf16Bit(const Case& c, uint32_t format, uint32_t lutMode) {
   return hashOf(image.data(), image.size());
 }
 
-uint64_t hashOfFinished(const Case& c) {
+// By the reference of the host layer.
+uint64_t hashOfHost(const Case& c) {
   const std::vector<uint16_t> samples = testFrame(c.bits);
   const std::vector<uint8_t> bytes(samples.begin(), samples.end());
   vistrel_frame frame{};
@@ -65,7 +67,10 @@ uint64_t hashOfFinished(const Case& c) {
   frame.samples = c.bits > 8 ? static_cast<const void*>(samples.data()) : bytes.data();
   vistrel_conversion conversion{};
   conversion.algorithm = c.code, conversion.binning = c.binning;
-  const Finishing finishing(c, conversion);
+  conversion.format = c.bits == 8 || c.reduction != kAllBits ? VISTREL_BGR24 : VISTREL_BGR48;
+  conversion.reduction = c.reduction == kAllBits ? uint32_t{VISTREL_WINDOW_HIGH} : c.reduction;
+  std::optional<Finishing> finishing;
+  if (c.finish) finishing.emplace(c, conversion);
   const auto [width, height] = reference::hostImageSize(frame, conversion);
   const size_t row = reference::hostImageRowBytes(conversion.format, width);
   std::vector<uint16_t> image((row * height + 1) / 2);
@@ -76,7 +81,7 @@ uint64_t hashOfFinished(const Case& c) {
 }
 
 uint64_t hashOfCase(const Case& c) {
-  if (c.finish) return hashOfFinished(c);
+  if (c.finish || c.code == VISTREL_DIRECTIONAL) return hashOfHost(c);
   if (c.bits == 8) return hashOfBytes(c);
   const bool mono = c.phase == VISTREL_MONO;
   if (c.reduction == kAllBits)
