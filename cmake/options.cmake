@@ -6,9 +6,17 @@ include(CMakeDependentOption)
 option(VISTREL_HOST "Build libvistrelhost" ON)
 cmake_dependent_option(VISTREL_APPS "Build the command-line program" ON VISTREL_HOST OFF)
 cmake_dependent_option(VISTREL_PYTHON "Build the Python package" OFF VISTREL_HOST OFF)
+find_package(PkgConfig QUIET)
+if(PkgConfig_FOUND)
+  pkg_check_modules(GSTREAMER QUIET IMPORTED_TARGET gstreamer-base-1.0>=1.22 gstreamer-video-1.0>=1.22)
+endif()
+cmake_dependent_option(VISTREL_GSTREAMER "Build the GStreamer element (on if GStreamer is found)"
+  "${GSTREAMER_FOUND}" VISTREL_APPS OFF)
 cmake_dependent_option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL} VISTREL_HOST OFF)
 cmake_dependent_option(VISTREL_PYTHON_TESTS "Test the Python package, with pytest" OFF
   "VISTREL_PYTHON;VISTREL_APPS;VISTREL_TESTS" OFF)
+cmake_dependent_option(VISTREL_LIVE_TESTS "Test the GStreamer element, with cameras that aren't there"
+  OFF "VISTREL_GSTREAMER;VISTREL_TESTS" OFF)
 cmake_dependent_option(VISTREL_BENCH
   "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF VISTREL_HOST OFF)
 option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/commands/finished_look.h"
+#include "apps/commands/look_options.h"
 #include "apps/error.h"
 #include "apps/files/run_files.h"
 #include "apps/input/curve_file.h"

@@ -1,9 +1,8 @@
-#include "apps/commands/finished_look.h"
+#include "apps/commands/look_options.h"
 
 #include <algorithm>
 
 #include "apps/input/camera_colour.h"
-#include "apps/look/curve.h"
 
 namespace vistrel::app {
 namespace {
@@ -34,27 +33,6 @@ LookChoice withCamera(LookChoice choice, const CameraMetadata& camera, bool isMo
   prefer(known.gains, colour.gains);
   prefer(known.matrix, colour.matrix);
   return choice;
-}
-
-FinishedLook::FinishedLook(const Look& look)
-    : look_(look), transfer_(pointsOf(look.transfer, size_t{1} << 16)) {
-  finish_.exposure = look.exposure;
-  finish_.transfer = transfer_.empty() ? nullptr : transfer_.data();
-  finish_.transfer_points = static_cast<uint32_t>(transfer_.size());
-  monoFinish_ = finish_;
-  finish_.highlights =
-      look.neutralHighlights ? VISTREL_HIGHLIGHTS_NEUTRAL : VISTREL_HIGHLIGHTS_CLIP;
-  std::copy(look.matrix.begin(), look.matrix.end(), finish_.matrix);
-}
-
-void FinishedLook::apply(const vistrel_frame& frame, vistrel_conversion& c) const {
-  const bool isMono = frame.phase == VISTREL_MONO;
-  std::copy(look_.black.begin(), look_.black.end(), c.black);
-  c.white = look_.white;
-  c.finish = isMono ? &monoFinish_ : &finish_;
-  if (isMono) return;
-  c.white_balance = VISTREL_BALANCE_GAINS;
-  std::copy(look_.gains.begin(), look_.gains.end(), c.gains);
 }
 
 void checkBlack(const KnownLook& given, const Look& look, const vistrel_frame& frame) {

@@ -1,0 +1,30 @@
+// A look as the library takes it.
+#pragma once
+
+#include <vector>
+
+#include "apps/look/look.h"
+#include "vistrel/vistrel_host.h"
+
+namespace vistrel::app {
+
+class FinishedLook {
+ public:
+  // Throws Error.
+  explicit FinishedLook(const Look& look);
+  FinishedLook(const FinishedLook&) = delete;
+  FinishedLook& operator=(const FinishedLook&) = delete;
+
+  // In 1/4096.
+  void setExposure(uint32_t exposure);
+
+  // The conversion refers to this object.
+  void apply(const vistrel_frame& frame, vistrel_conversion& conversion) const;
+
+ private:
+  const Look look_;
+  const std::vector<uint16_t> transfer_;
+  vistrel_finish finish_{}, monoFinish_{};
+};
+
+}  // namespace vistrel::app
