@@ -51,10 +51,10 @@ void append(GstCaps* caps, const GstStructure* like, const char* media, const Na
   gst_caps_append_structure(caps, structure);
 }
 
+// A framerate is not needed.
 GstStructure* anySize() {
   return gst_structure_new(kRaw, "width", GST_TYPE_INT_RANGE, 1, G_MAXINT, "height",
-                           GST_TYPE_INT_RANGE, 1, G_MAXINT, "framerate", GST_TYPE_FRACTION_RANGE, 0,
-                           1, G_MAXINT, 1, nullptr);
+                           GST_TYPE_INT_RANGE, 1, G_MAXINT, nullptr);
 }
 
 struct StructureFree {

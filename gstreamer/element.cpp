@@ -193,8 +193,8 @@ void finalize(GObject* object) {
 }
 
 void addPad(GstElementClass* element, const char* name, GstPadDirection direction, GstCaps* caps) {
-  gst_element_class_add_pad_template(
-      element, gst_pad_template_new(name, direction, GST_PAD_ALWAYS, caps));
+  gst_element_class_add_pad_template(element,
+                                     gst_pad_template_new(name, direction, GST_PAD_ALWAYS, caps));
   gst_caps_unref(caps);
 }
 

@@ -103,7 +103,8 @@ void PictureBuffer::fill(const vistrel_layout& layout, Bytes& scratch,
 // The image ends where the rows end, so that pixels can be widened in place.
 void PictureBuffer::fillWide(const std::function<void(const vistrel_image&)>& convert) {
   const auto width = static_cast<size_t>(GST_VIDEO_FRAME_WIDTH(&frame_));
-  convert({firstByteOf(frame_, 0) + 2 * width, available(0) - 2 * width,
+  convert({firstByteOf(frame_, 0) + 2 * width,
+           available(0) - 2 * width,
            static_cast<ptrdiff_t>(strideOf(frame_, 0)),
            {}});
   const WideOrder order = wideOrderOf(*frame_.info.finfo);

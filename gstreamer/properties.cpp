@@ -27,9 +27,7 @@ struct Access {
   static void setDouble(Settings& s, const GValue* value) {
     s.*kMember = g_value_get_double(value);
   }
-  static void getDouble(const Settings& s, GValue* value) {
-    g_value_set_double(value, s.*kMember);
-  }
+  static void getDouble(const Settings& s, GValue* value) { g_value_set_double(value, s.*kMember); }
   static void setText(Settings& s, const GValue* value) {
     const char* const text = g_value_get_string(value);
     s.*kMember = text ? text : "";
@@ -47,8 +45,7 @@ Property uintProperty(const char* name, const char* text, uint32_t least, uint32
 }
 
 template <auto kMember>
-Property enumProperty(const char* name, const char* text, GType type,
-                      GParamFlags flags = kFixed) {
+Property enumProperty(const char* name, const char* text, GType type, GParamFlags flags = kFixed) {
   return {g_param_spec_enum(name, name, text, type, static_cast<gint>(Settings{}.*kMember), flags),
           Access<kMember>::setEnum, Access<kMember>::getEnum};
 }
@@ -82,8 +79,8 @@ void getTable(const Settings& settings, GValue* value) {
 }
 
 Property tableProperty() {
-  GParamSpec* const entry = g_param_spec_int("entry", "entry", "A value", 0, 255, 0,
-                                             G_PARAM_READWRITE);
+  GParamSpec* const entry =
+      g_param_spec_int("entry", "entry", "A value", 0, 255, 0, G_PARAM_READWRITE);
   return {gst_param_spec_array("table", "table",
                                "1024 values for the highest ten bits of samples of 10 to 12 bits, "
                                "or one for each sample",
@@ -130,33 +127,31 @@ GType excessType() {
 }
 
 GType balanceType() {
-  return makeEnum("GstVistrelBalance",
-                  {{0, "The gains given", "off"},
-                   {1, "The gains of the first frame", "once"},
-                   {2, "Gains that follow the light", "continuous"}});
+  return makeEnum("GstVistrelBalance", {{0, "The gains given", "off"},
+                                        {1, "The gains of the first frame", "once"},
+                                        {2, "Gains that follow the light", "continuous"}});
 }
 
 using S = Settings;
 
 void addMosaic(std::vector<Property>& all) {
-  all.insert(
-      all.end(),
-      {enumProperty<&S::method>("method", "Demosaic algorithm", methodType()),
-       uintProperty<&S::threshold>("threshold", "Of the method edge: how smooth green must be", 0,
-                                   255, kControlled),
-       enumProperty<&S::edges>("edges", "What methods read beyond the border", edgesType()),
-       uintProperty<&S::binning>("binning", "Bin NxN pixels", 1, 4),
-       enumProperty<&S::binMode>("bin-mode", "What a bin becomes", binModeType()),
-       textProperty<&S::region>("region", "Part of the frame to convert, WxH+X+Y")});
+  all.insert(all.end(),
+             {enumProperty<&S::method>("method", "Demosaic algorithm", methodType()),
+              uintProperty<&S::threshold>(
+                  "threshold", "Of the method edge: how smooth green must be", 0, 255, kControlled),
+              enumProperty<&S::edges>("edges", "What methods read beyond the border", edgesType()),
+              uintProperty<&S::binning>("binning", "Bin NxN pixels", 1, 4),
+              enumProperty<&S::binMode>("bin-mode", "What a bin becomes", binModeType()),
+              textProperty<&S::region>("region", "Part of the frame to convert, WxH+X+Y")});
 }
 
 void addTones(std::vector<Property>& all) {
-  all.insert(all.end(),
-             {uintProperty<&S::window>(
-                  "window", "Which 8 bits to keep: 0 the highest, 1 or 2 lower ones", 0, 2),
-              enumProperty<&S::curve>("curve", "Tone curve, of samples of 10 bits or more",
-                                      curveType()),
-              tableProperty()});
+  all.insert(
+      all.end(),
+      {uintProperty<&S::window>("window", "Which 8 bits to keep: 0 the highest, 1 or 2 lower ones",
+                                0, 2),
+       enumProperty<&S::curve>("curve", "Tone curve, of samples of 10 bits or more", curveType()),
+       tableProperty()});
 }
 
 void addLook(std::vector<Property>& all) {

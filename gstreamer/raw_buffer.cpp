@@ -40,9 +40,9 @@ vistrel_frame frameOf(const RawStream& stream) {
   if (stream.bits && frame.bits == 16 && stream.format.phase == VISTREL_MONO)
     frame.bits = stream.bits;
   frame.phase = stream.format.phase;
-  const bool isNative =
-      stream.format.packing == VISTREL_PACKING_BYTES ||
-      (stream.format.packing == VISTREL_PACKING_LITTLE && std::endian::native == std::endian::little);
+  const bool isNative = stream.format.packing == VISTREL_PACKING_BYTES ||
+                        (stream.format.packing == VISTREL_PACKING_LITTLE &&
+                         std::endian::native == std::endian::little);
   frame.packing = isNative ? 0 : stream.format.packing;
   return frame;
 }

@@ -26,8 +26,8 @@ vistrel_frame frameOf(const RawStream& stream);
 class RawBuffer {
  public:
   // `stride` is that of buffers without a video meta. If it is 0, it is the usual one; in a buffer
-  // that is just as long as rows without padding, theirs. Throws ProgramError if the buffer does not
-  // fit the stream.
+  // that is just as long as rows without padding, theirs. Throws ProgramError if the buffer does
+  // not fit the stream.
   RawBuffer(GstBuffer* buffer, const RawStream& stream, size_t stride);
   ~RawBuffer() { gst_buffer_unmap(buffer_, &map_); }
   RawBuffer(const RawBuffer&) = delete;

@@ -33,8 +33,7 @@ vistrel_frame rowPairsOf(const vistrel_frame& frame, const vistrel_region& regio
   const uint32_t top = std::min((region.y + rows - 1) / rows, last);
   const uint32_t end = std::max((region.y + region.height) / rows, top + 1);
   const size_t rowSamples = size_t{rows} * frame.width;
-  const auto count =
-      static_cast<uint32_t>(std::clamp<size_t>(samples / rowSamples, 1, end - top));
+  const auto count = static_cast<uint32_t>(std::clamp<size_t>(samples / rowSamples, 1, end - top));
   vistrel_frame part = frame;
   part.packing = 0;
   part.stride = 0;

@@ -1,7 +1,7 @@
 #include "gstreamer/settings.h"
 
-#include "apps/options/geometry.h"
 #include "apps/look/look.h"
+#include "apps/options/geometry.h"
 
 namespace vistrel::gstreamer {
 namespace {

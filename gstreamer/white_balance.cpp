@@ -30,8 +30,8 @@ void WhiteBalance::aim(const app::Gains& found) {
 const app::Gains& WhiteBalance::next(BalanceMode mode, double seconds, double timeConstant,
                                      const Measure& measure) {
   sinceMeasured_ += seconds;
-  const bool isDue = mode == BalanceMode::kContinuous &&
-                     sinceMeasured_ * kMeasuresInTimeConstant >= timeConstant;
+  const bool isDue =
+      mode == BalanceMode::kContinuous && sinceMeasured_ * kMeasuresInTimeConstant >= timeConstant;
   if (!aim_ || isDue) aim(measure());
   const double part = timeConstant > 0 ? 1 - std::exp(-seconds / timeConstant) : 1;
   for (size_t i = 0; i < 3; ++i) {

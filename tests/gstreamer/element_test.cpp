@@ -42,8 +42,8 @@ std::vector<std::string> expectedNames() {
 }
 
 const std::vector<std::string> kColours = {
-    "RGB",       "BGR",       "RGBx",      "BGRx",      "RGBA",      "BGRA",     "ARGB",
-    "xRGB",      "GRAY8",     "GRAY16_LE", "NV12",      "I420",      "ARGB64",   "ARGB64_LE",
+    "RGB",       "BGR",       "RGBx",      "BGRx",      "RGBA",      "BGRA",      "ARGB",
+    "xRGB",      "GRAY8",     "GRAY16_LE", "NV12",      "I420",      "ARGB64",    "ARGB64_LE",
     "ARGB64_BE", "RGBA64_LE", "RGBA64_BE", "BGRA64_LE", "BGRA64_BE", "ABGR64_LE", "ABGR64_BE"};
 const std::vector<std::string> kGrays = {"GRAY8", "GRAY16_LE"};
 
@@ -126,11 +126,17 @@ const Choice kChoices[] = {
     {"edges", "padded", [](C& c) { c.edges = VISTREL_EDGES_PADDED; }},
     {"binning", "2", [](C& c) { c.binning = 2; }},
     {"binning", "3", [](C& c) { c.binning = 3; }},
-    {"region", "17x9+3+5", [](C& c) { c.region = {3, 5, 17, 9}; }},
+    {"region", "17x9+3+5",
+     [](C& c) {
+       c.region = {3, 5, 17, 9};
+     }},
     {"window", "2", [](C& c) { c.reduction = VISTREL_WINDOW_LOW; }},
     {"curve", "lightest", [](C& c) { c.reduction = VISTREL_CURVE_4; }},
     {"black", "64", [](C& c) { std::fill_n(c.black, 4, 64u); }},
-    {"black", "1:2:3:4", [](C& c) { for (uint32_t i = 0; i < 4; ++i) c.black[i] = i + 1; }},
+    {"black", "1:2:3:4",
+     [](C& c) {
+       for (uint32_t i = 0; i < 4; ++i) c.black[i] = i + 1;
+     }},
     {"gains", "2:1:1.5",
      [](C& c) {
        c.white_balance = VISTREL_BALANCE_GAINS;
@@ -155,7 +161,7 @@ TEST(Element, AppliesProperties) {
     choice.apply(conversion);
     EXPECT_EQ(visibleBytes(picture.get(), h.info()), expectedBytes(frame, conversion, h.info()))
         << choice.property << "=" << choice.value;
-    }
+  }
 }
 
 TEST(Element, AppliesATable) {

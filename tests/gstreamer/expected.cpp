@@ -12,8 +12,10 @@ uint32_t phaseOf(const std::string& name) {
   if (name.starts_with("GRAY")) return VISTREL_MONO;
   if (!name.starts_with("Bayer")) return parsePhase(name.substr(name[0] == 'S', 4).c_str());
   const std::string row = name.substr(5, 2);
-  return row == "GR" ? VISTREL_GRBG : row == "BG" ? VISTREL_BGGR : row == "RG" ? VISTREL_RGGB
-                                                                              : VISTREL_GBRG;
+  return row == "GR"   ? VISTREL_GRBG
+         : row == "BG" ? VISTREL_BGGR
+         : row == "RG" ? VISTREL_RGGB
+                       : VISTREL_GBRG;
 }
 
 uint32_t packingOf(const std::string& name, uint32_t bits) {
@@ -89,7 +91,8 @@ std::vector<uint8_t> visibleBytes(GstBuffer* buffer, const GstVideoInfo& info) {
   if (!gst_video_frame_map(&frame, &info, buffer, GST_MAP_READ)) return all;
   for (guint p = 0; p < GST_VIDEO_FRAME_N_PLANES(&frame); ++p) {
     const auto* row = static_cast<const uint8_t*>(GST_VIDEO_FRAME_PLANE_DATA(&frame, p));
-    const int bytes = GST_VIDEO_FRAME_COMP_WIDTH(&frame, p) * GST_VIDEO_FRAME_COMP_PSTRIDE(&frame, p);
+    const int bytes =
+        GST_VIDEO_FRAME_COMP_WIDTH(&frame, p) * GST_VIDEO_FRAME_COMP_PSTRIDE(&frame, p);
     for (int y = 0; y < GST_VIDEO_FRAME_COMP_HEIGHT(&frame, p); ++y) {
       all.insert(all.end(), row, row + bytes);
       row += GST_VIDEO_FRAME_PLANE_STRIDE(&frame, p);

@@ -54,7 +54,8 @@ TEST(PictureBuffer, WritesRowsAtAnyStrideAndNothingBetween) {
   Picture picture(GST_VIDEO_FORMAT_RGB, 6, 4, {5}, {21}, 5 + 4 * 21);
   EXPECT_EQ(fill(picture, VISTREL_RGB24), 0u);
   const Bytes bytes = bytesOf(picture.buffer.get());
-  for (const size_t i : {0u, 4u, 5u + 18u, 5u + 20u, 5u + 3u * 21u + 20u}) EXPECT_EQ(bytes[i], 0xA5);
+  for (const size_t i : {0u, 4u, 5u + 18u, 5u + 20u, 5u + 3u * 21u + 20u})
+    EXPECT_EQ(bytes[i], 0xA5);
 }
 
 TEST(PictureBuffer, WidensRowsAtAnyStride) {
@@ -87,7 +88,8 @@ std::string rejectionOf(const Picture& picture) {
 
 TEST(PictureBuffer, RejectsPlanesThatDoNotFit) {
   const auto kRgb = GST_VIDEO_FORMAT_RGB;
-  EXPECT_EQ(rejectionOf({kRgb, 6, 4, {0}, {17}, 96}), "the picture's stride is 17; a row has 18 bytes");
+  EXPECT_EQ(rejectionOf({kRgb, 6, 4, {0}, {17}, 96}),
+            "the picture's stride is 17; a row has 18 bytes");
   EXPECT_EQ(rejectionOf({kRgb, 6, 4, {0}, {-20}, 96}),
             "the picture's stride is -20; a row has 18 bytes");
   EXPECT_EQ(rejectionOf({kRgb, 6, 4, {1}, {20}, 78}),

@@ -22,8 +22,8 @@ RawStream streamOf(const char* format, uint32_t width, uint32_t height) {
 void addMeta(const Buffer& buffer, guint width, guint height, gsize offset, gint stride) {
   gsize offsets[GST_VIDEO_MAX_PLANES] = {offset};
   gint strides[GST_VIDEO_MAX_PLANES] = {stride};
-  gst_buffer_add_video_meta_full(buffer.get(), GST_VIDEO_FRAME_FLAG_NONE,
-                                 GST_VIDEO_FORMAT_ENCODED, width, height, 1, offsets, strides);
+  gst_buffer_add_video_meta_full(buffer.get(), GST_VIDEO_FRAME_FLAG_NONE, GST_VIDEO_FORMAT_ENCODED,
+                                 width, height, 1, offsets, strides);
 }
 
 void addCrop(const Buffer& buffer, guint x, guint y, guint width, guint height) {

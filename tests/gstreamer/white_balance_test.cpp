@@ -47,17 +47,20 @@ TEST(WhiteBalance, FollowsTheLight) {
   balance.next(BalanceMode::kContinuous, 0.5, 2, light.measure());
   light.gains[0] = 4096;
   Gains gains{};
-  for (int i = 0; i < 8; ++i) gains = balance.next(BalanceMode::kContinuous, 0.25, 2, light.measure());
+  for (int i = 0; i < 8; ++i)
+    gains = balance.next(BalanceMode::kContinuous, 0.25, 2, light.measure());
   EXPECT_NEAR(gains[0], 4096 * std::pow(2, std::exp(-1)), 2);
   EXPECT_EQ(gains[1], 4096u);
-  for (int i = 0; i < 100; ++i) gains = balance.next(BalanceMode::kContinuous, 0.25, 2, light.measure());
+  for (int i = 0; i < 100; ++i)
+    gains = balance.next(BalanceMode::kContinuous, 0.25, 2, light.measure());
   EXPECT_EQ(gains, light.gains);
 }
 
 TEST(WhiteBalance, MeasuresSomeTimesInATimeConstant) {
   Light light;
   WhiteBalance balance;
-  for (int i = 0; i < 240; ++i) balance.next(BalanceMode::kContinuous, 1.0 / 60, 1, light.measure());
+  for (int i = 0; i < 240; ++i)
+    balance.next(BalanceMode::kContinuous, 1.0 / 60, 1, light.measure());
   EXPECT_GE(light.measured, 4 * 6);
   EXPECT_LE(light.measured, 4 * 8 + 1);
 }
