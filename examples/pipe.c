@@ -1,5 +1,5 @@
-/* pipe WIDTH HEIGHT PHASE BITS <FRAMES >PICTURES: frames of 16-bit samples that arrive in portions of
-   any size. Rows of a picture leave as soon as the rows that they are made from are there. */
+/* pipe WIDTH HEIGHT PHASE BITS <FRAMES >PICTURES: frames of 16-bit samples that arrive in portions
+   of any size. Rows of a picture leave as soon as the rows that they are made from are there. */
 #include <stdio.h>
 #include <stdlib.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
-/* v4l2 DEVICE PHASE PICTURE.ppm: converts the frames of a camera in the memory into which its driver
-   puts them, 8 or 10 bits of a mosaic, and keeps the tenth. */
+/* v4l2 DEVICE PHASE PICTURE.ppm: converts the frames of a camera in the memory into which its
+   driver puts them, 8 or 10 bits of a mosaic, and keeps the tenth. */
 #include <errno.h>
 #include <fcntl.h>
 #include <linux/videodev2.h>
@@ -58,8 +58,8 @@ static int map_buffers(struct camera* camera) {
         .index = i, .type = V4L2_BUF_TYPE_VIDEO_CAPTURE, .memory = V4L2_MEMORY_MMAP};
     if (ioctl(camera->device, VIDIOC_QUERYBUF, &buffer)) return fail("no buffer");
     camera->size[i] = buffer.length;
-    camera->memory[i] = mmap(NULL, buffer.length, PROT_READ, MAP_SHARED, camera->device,
-                             (off_t)buffer.m.offset);
+    camera->memory[i] =
+        mmap(NULL, buffer.length, PROT_READ, MAP_SHARED, camera->device, (off_t)buffer.m.offset);
     if (camera->memory[i] == MAP_FAILED) return fail("no memory");
     if (ioctl(camera->device, VIDIOC_QBUF, &buffer)) return fail("the buffer is not taken");
   }

@@ -30,8 +30,8 @@ void dropPacketSockets() {
 class Simulator {
  public:
   Simulator() : serial_("VT" + std::to_string(getpid())) {
-    const char* const arguments[] = {"arv-fake-gv-camera-0.8", "-i", "127.0.0.1", "-s",
-                                     serial_.c_str(), nullptr};
+    const char* const arguments[] = {"arv-fake-gv-camera-0.8", "-i",   "127.0.0.1", "-s",
+                                     serial_.c_str(),          nullptr};
     g_spawn_async(nullptr, const_cast<char**>(arguments), nullptr,
                   static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD |
                                            G_SPAWN_STDOUT_TO_DEV_NULL),
@@ -98,8 +98,8 @@ void expectPictures(const Simulator& camera, const std::string& media, const std
       "aravissrc packet-size=8000 camera-name=" + camera.camera() +
       " num-buffers=" + std::to_string(kFrames) + " ! " + media + ",format=" + name +
       ",width=162,height=120,framerate=100/1 ! tee name=t t. ! queue ! appsink name=raw sync=false "
-      "t. ! queue ! vistreldemosaic ! video/x-raw,format=" + picture +
-      " ! appsink name=picture sync=false");
+      "t. ! queue ! vistreldemosaic ! video/x-raw,format=" +
+      picture + " ! appsink name=picture sync=false");
   ASSERT_TRUE(pipeline) << "the camera does not answer";
   Bytes last;
   int count = 0, different = 0;

@@ -31,7 +31,7 @@ test -f "$root/usr/share/doc/vistrel/images/curves.svg"
 
 examples=$root/usr/share/doc/libvistrel-dev/examples
 mkdir "$root/by-flags" "$root/by-cmake"
-for name in convert list plain; do
+for name in convert list pipe plain v4l2; do
   "$cc" "$examples/$name.c" $(pkg-config --cflags --libs vistrel vistrelhost) \
     -o "$root/by-flags/$name"
 done
