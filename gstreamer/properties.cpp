@@ -2,7 +2,7 @@
 
 #include <gst/gst.h>
 
-#include <algorithm>
+#include <list>
 
 #include "apps/names/curve_names.h"
 
@@ -90,9 +90,10 @@ Property tableProperty() {
 
 // The types live as long as the process, and so do their names.
 GType makeEnum(const char* name, std::vector<GEnumValue> values) {
+  static auto& kept = *new std::list<std::vector<GEnumValue>>;
   values.push_back({0, nullptr, nullptr});
-  auto* const kept = new std::vector(std::move(values));
-  return g_enum_register_static(name, kept->data());
+  kept.push_back(std::move(values));
+  return g_enum_register_static(name, kept.back().data());
 }
 
 GType methodType() {

@@ -2,6 +2,7 @@
 // the process; sanitizers and the leaks tracer see the rest.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <cstdlib>
 #include <random>
@@ -132,7 +133,7 @@ class Storm {
     const int row = static_cast<int>(format.row(width_));
     gsize offsets[GST_VIDEO_MAX_PLANES] = {chance(2) ? 0 : below(1000)};
     gint strides[GST_VIDEO_MAX_PLANES] = {row + static_cast<int>(below(8)) - 2};
-    if (chance(8)) strides[0] = G_MININT + static_cast<int>(below(3)) * G_MAXINT;
+    if (chance(8)) strides[0] = std::array{G_MININT, -1, 0, G_MAXINT}[below(4)];
     gst_buffer_add_video_meta_full(buffer, GST_VIDEO_FRAME_FLAG_NONE, GST_VIDEO_FORMAT_ENCODED,
                                    width_ + below(3), height_ + below(3), below(2), offsets,
                                    strides);

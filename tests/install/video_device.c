@@ -1,5 +1,5 @@
-/* A stand-in for a V4L2 camera, to be preloaded: the device /dev/video-stand-in delivers the frame of
-   the file VISTREL_FRAME again and again. The file has 96x64 big-endian samples of 10 bits; the
+/* A stand-in for a V4L2 camera, to be preloaded: the device /dev/video-stand-in delivers the frame
+   of the file VISTREL_FRAME again and again. The file has 96x64 big-endian samples of 10 bits; the
    camera packs them as MIPI CSI-2 does, in rows that are padded. */
 #define _GNU_SOURCE
 #include <dlfcn.h>
