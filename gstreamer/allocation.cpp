@@ -13,6 +13,9 @@ GstAllocationParams alignedMemory() {
   return params;
 }
 
+// Pools count in 32 bits: 0 if that is too few.
+guint poolBytes(size_t bytes) { return bytes <= G_MAXUINT ? static_cast<guint>(bytes) : 0; }
+
 bool configure(GstBufferPool* pool, GstCaps* caps, guint size, guint least, guint most,
                bool hasMeta) {
   GstStructure* const config = gst_buffer_pool_get_config(pool);
@@ -52,7 +55,7 @@ bool offerFrames(GstQuery* query) {
   GstCaps* caps = nullptr;
   gboolean wantsPool = FALSE;
   gst_query_parse_allocation(query, &caps, &wantsPool);
-  const auto bytes = caps ? static_cast<guint>(frameBytes(caps)) : 0;
+  const guint bytes = caps ? poolBytes(frameBytes(caps)) : 0;
   if (!bytes) return false;
   if (wantsPool) {
     GstBufferPool* const pool = gst_buffer_pool_new();
@@ -69,7 +72,8 @@ bool choosePictures(GstQuery* query) {
   GstCaps* caps = nullptr;
   gst_query_parse_allocation(query, &caps, nullptr);
   if (gst_query_get_n_allocation_pools(query)) return true;
-  const auto bytes = caps ? static_cast<guint>(pictureBytes(caps)) : 0;
+  const guint bytes = caps ? poolBytes(pictureBytes(caps)) : 0;
+  if (!bytes) return false;
   const bool hasMeta = gst_query_find_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
   GstBufferPool* const pool = gst_video_buffer_pool_new();
   if (configure(pool, caps, bytes, 0, 0, hasMeta))

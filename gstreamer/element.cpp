@@ -5,6 +5,7 @@
 #include <exception>
 #include <string>
 
+#include "apps/error.h"
 #include "gstreamer/allocation.h"
 #include "gstreamer/caps.h"
 #include "gstreamer/converter.h"
@@ -122,10 +123,12 @@ GstCaps* transformCaps(GstBaseTransform* base, GstPadDirection direction, GstCap
 }
 
 gboolean setCaps(GstBaseTransform* base, GstCaps* frames, GstCaps* pictures) {
-  const RawStream stream = rawStreamOf(frames);
-  GstVideoInfo info;
-  if (!gst_video_info_from_caps(&info, pictures)) return FALSE;
-  return attempt(base, [&] { stateOf(base).converter.negotiate(stream, info); });
+  return attempt(base, [&] {
+    GstVideoInfo info;
+    if (!gst_video_info_from_caps(&info, pictures))
+      app::throwError(app::kRejected, "pictures are larger than GStreamer's can be");
+    stateOf(base).converter.negotiate(rawStreamOf(frames), info);
+  });
 }
 
 // Buffers of any size go in: those that are too short are rejected when they are converted.

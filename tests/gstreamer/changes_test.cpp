@@ -1,4 +1,6 @@
 // Streams that change while they run.
+#include <gst/controller/gstdirectcontrolbinding.h>
+#include <gst/controller/gstinterpolationcontrolsource.h>
 #include <gtest/gtest.h>
 
 #include "tests/gstreamer/expected.h"
@@ -171,6 +173,40 @@ TEST(Changes, SkipFramesThatAreLate) {
       h.get(), gst_event_new_qos(GST_QOS_TYPE_UNDERFLOW, 1, GST_SECOND, GST_SECOND)));
   EXPECT_FALSE(push(GST_SECOND + GST_MSECOND));
   EXPECT_TRUE(push(5 * GST_SECOND));
+}
+
+TEST(Changes, OfControlledPropertiesFollowTheTime) {
+  Harness h;
+  h.set("look", "linear,black=0,white=255,gains=1:1:1");
+  h.pictures("video/x-raw,format=GRAY8");
+  h.frames("video/x-raw,format=GRAY8,width=2,height=2,framerate=25/1");
+  GstControlSource* const source = gst_interpolation_control_source_new();
+  g_object_set(source, "mode", GST_INTERPOLATION_MODE_LINEAR, nullptr);
+  gst_timed_value_control_source_set(GST_TIMED_VALUE_CONTROL_SOURCE(source), 0, 1);
+  gst_timed_value_control_source_set(GST_TIMED_VALUE_CONTROL_SOURCE(source), GST_SECOND, 2);
+  gst_object_add_control_binding(
+      GST_OBJECT(h.element()),
+      gst_direct_control_binding_new_absolute(GST_OBJECT(h.element()), "exposure", source));
+  gst_object_unref(source);
+  for (const auto& [time, level] : {std::pair{0, 100}, {500, 150}, {1000, 200}}) {
+    GstBuffer* const buffer = bufferOf(Bytes(8, 100));
+    GST_BUFFER_PTS(buffer) = static_cast<GstClockTime>(time) * GST_MSECOND;
+    ASSERT_EQ(gst_harness_push(h.get(), buffer), GST_FLOW_OK) << h.error();
+    EXPECT_EQ(bytesOf(h.pull().get())[0], level) << time;
+  }
+}
+
+TEST(Changes, ToFramesThatAreTooLargeAreRejected) {
+  Harness h;
+  h.pictures("video/x-raw,format=BGRx");
+  for (const char* size : {"width=2147483647,height=2147483647", "width=2147483647,height=2",
+                           "width=60000,height=60000"}) {
+    h.frames("video/x-bayer,format=rggb16le,framerate=25/1," + std::string(size));
+    EXPECT_NE(h.push(Bytes(100)), GST_FLOW_OK) << size;
+    EXPECT_NE(h.error(), "") << size;
+  }
+  h.frames(kCaps);
+  expectPicture(h, defaultConversion(frame()));
 }
 
 TEST(Changes, HoldOneStreamFromStartToStop) {
