@@ -227,7 +227,6 @@ void vistrel_demosaic_class_init(VistrelDemosaicClass* klass) {
   installProperties(object);
   describe(GST_ELEMENT_CLASS(klass));
   GstBaseTransformClass& base = klass->base;
-  base.passthrough_on_same_caps = FALSE;
   base.start = start;
   base.stop = stop;
   base.transform_caps = transformCaps;

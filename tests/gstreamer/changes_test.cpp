@@ -88,6 +88,7 @@ TEST(Changes, CanBeMended) {
 
 TEST(Changes, OfCropMetasChangeThePhase) {
   Harness h;
+  h.set("region", "10x8+3+2");  // within the crop
   h.pictures("video/x-raw,format=RGB");
   h.frames("video/x-bayer,format=grbg,width=16,height=12,framerate=25/1");
   for (const auto& [x, y] : {std::pair{0u, 0u}, {1u, 0u}, {0u, 1u}, {7u, 9u}, {16u, 12u}}) {
@@ -101,7 +102,7 @@ TEST(Changes, OfCropMetasChangeThePhase) {
     ASSERT_EQ(gst_harness_push(h.get(), buffer), GST_FLOW_OK) << h.error();
     const Buffer picture = h.pull();
     vistrel_conversion conversion = defaultConversion(frame());
-    conversion.region = {x, y, 16, 12};
+    conversion.region = {x + 3, y + 2, 10, 8};
     EXPECT_EQ(visibleBytes(picture.get(), h.info()), expectedBytes(frame(), conversion, h.info()));
     EXPECT_FALSE(gst_buffer_get_video_crop_meta(picture.get()));
   }
@@ -215,7 +216,7 @@ TEST(Changes, HoldOneStreamFromStartToStop) {
   GstElement* const one = gst_element_factory_make("vistreldemosaic", nullptr);
   EXPECT_EQ(gst_element_set_state(one, GST_STATE_PAUSED), GST_STATE_CHANGE_FAILURE);
   gst_element_set_state(one, GST_STATE_NULL);
-  all.pop_back();
+  gst_element_set_state(all.back()->element(), GST_STATE_NULL);
   EXPECT_NE(gst_element_set_state(one, GST_STATE_PAUSED), GST_STATE_CHANGE_FAILURE);
   gst_element_set_state(one, GST_STATE_NULL);
   gst_object_unref(one);

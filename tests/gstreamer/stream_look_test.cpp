@@ -64,6 +64,19 @@ TEST(StreamLook, MakesGraysGray) {
   EXPECT_NEAR(c.gains[2] / 4096.0, 1 / 0.7, kLeaning / 0.7);
 }
 
+TEST(StreamLook, ForgetsWhatItHasDecided) {
+  StreamLook look;
+  Settings settings = balanced(BalanceMode::kOnce);
+  settings.look = "srgb";
+  look.set(settings);
+  const vistrel_conversion first = applied(look, patches(0.6, 0.7, 1), 0);
+  const uint32_t exposure = first.finish->exposure;
+  look.reset();
+  const vistrel_conversion c = applied(look, patches(0.3, 0.5, 1), 0);
+  EXPECT_GT(c.gains[0], first.gains[0] * 3 / 2);
+  EXPECT_NE(c.finish->exposure, exposure);
+}
+
 TEST(StreamLook, HoldsGainsStillInNoise) {
   StreamLook look;
   look.set(balanced(BalanceMode::kContinuous));
