@@ -28,6 +28,11 @@ void FinishedLook::apply(const vistrel_frame& frame, vistrel_conversion& c) cons
   std::copy(look_.gains.begin(), look_.gains.end(), c.gains);
 }
 
+void FinishedLook::setExposure(uint32_t exposure) {
+  finish_.exposure = exposure;
+  monoFinish_.exposure = exposure;
+}
+
 void checkBlack(const KnownLook& given, const Look& look, const vistrel_frame& frame) {
   if (!given.black || given.white) return;
   const uint32_t black = std::ranges::max(look.black);

@@ -15,6 +15,9 @@ class FinishedLook {
   FinishedLook(const FinishedLook&) = delete;
   FinishedLook& operator=(const FinishedLook&) = delete;
 
+  // In 1/4096.
+  void setExposure(uint32_t exposure);
+
   // The conversion refers to this object.
   void apply(const vistrel_frame& frame, vistrel_conversion& conversion) const;
 

@@ -41,3 +41,22 @@ for id in 10 15 20; do task $id; done
 [ "$before" = "$(stat -c %Y%i pictures/2.png)" ]
 "$program" develop frames -o whole >/dev/null 2>&1
 diff -r pictures whole
+# Pieces of a pipe end anywhere in a row.
+tail -c 12288 scene.pgm | dd conv=swab status=none >frame.raw
+{ head -c 5001 frame.raw; sleep 0.1; tail -c +5002 frame.raw; cat frame.raw; } |
+  "$folder/pipe" 96 64 gbrg 12 >pipe.rgb
+tail -c 18432 program.ppm >program.rgb
+cat program.rgb program.rgb | cmp - pipe.rgb
+if head -c 5001 frame.raw | "$folder/pipe" 96 64 gbrg 12 >pipe.rgb 2>text; then exit 1; fi
+grep -q "half a frame" text
+
+# A camera that isn't there.
+if [ -n "${VISTREL_VIDEO_DEVICE-}" ]; then
+  "$2" scene -s 96x64 --bits 10 --phase rggb -o camera.pgm
+  "$2" convert camera.pgm --phase rggb --bits 10 -o program.ppm
+  tail -c 12288 camera.pgm >camera.raw
+  VISTREL_FRAME=camera.raw LD_PRELOAD=$VISTREL_VIDEO_DEVICE \
+    "$folder/v4l2" /dev/video-stand-in rggb example.ppm
+  cmp program.ppm example.ppm
+  if "$folder/v4l2" /dev/null rggb example.ppm 2>text; then exit 1; fi
+fi
