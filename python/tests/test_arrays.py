@@ -160,7 +160,8 @@ def test_same_bytes_give_the_same_samples(kind):
 @pytest.mark.parametrize(
     "buffer, exception",
     [(None, TypeError), ("text", TypeError), (3, TypeError), ([1, 2], TypeError),
-     (np.zeros((9, 9), np.uint8)[:, ::2], ValueError), (np.zeros((9, 9), np.uint8)[::-1], ValueError),
+     (np.zeros((9, 9), np.uint8)[:, ::2], ValueError),
+     (np.zeros((9, 9), np.uint8)[::-1], ValueError),
      (np.zeros((9, 8), np.uint8).T, ValueError)],
 )
 def test_other_buffers_are_rejected(buffer, exception):

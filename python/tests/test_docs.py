@@ -20,7 +20,8 @@ NAMES = {"dask": dask, "numpy": numpy, "os": os, "vistrel": vistrel}
 
 @pytest.mark.parametrize(
     "module, least",
-    [(_conversion, 8), (_development, 9), (_frames, 6), (_guessing, 5), (vistrel.dask, 14), (_names, 2), (_phases, 5)],
+    [(_conversion, 8), (_development, 9), (_frames, 6), (_guessing, 5), (_names, 2), (_phases, 5),
+     (vistrel.dask, 14)],
 )
 def test_docstrings(module, least, tmp_path, monkeypatch):
     monkeypatch.chdir(tmp_path)

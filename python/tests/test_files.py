@@ -167,8 +167,9 @@ def test_colours_are_in_the_order_of_the_array(tmp_path):
     for kind in ("png", "tif", "ppm"):
         vistrel.write(tmp_path / f"a.{kind}", image)
         assert np.array_equal(cv2.imread(str(tmp_path / f"a.{kind}"))[..., ::-1], image)
-    vistrel.write(tmp_path / "deep.png", noise((5, 7, 3), 16))
-    assert np.array_equal(cv2.imread(str(tmp_path / "deep.png"), -1)[..., ::-1], noise((5, 7, 3), 16))
+    deep = noise((5, 7, 3), 16)
+    vistrel.write(tmp_path / "deep.png", deep)
+    assert np.array_equal(cv2.imread(str(tmp_path / "deep.png"), -1)[..., ::-1], deep)
 
 
 def test_encodings(tmp_path):

@@ -89,7 +89,7 @@ def _arguments(look: str | Look, raw: Samples, phase: str, bits: int | None, alg
 
 
 def develop(raw: Samples, phase: str, bits: int | None = None, look: str | Look = "auto",
-            algorithm: str = "ahd", format: str | None = None, *, region: Region = None,
+            algorithm: str = "directional", format: str | None = None, *, region: Region = None,
             binning: int = 1, edges: str = "padded", threshold: int = 0, excess: str = "reject",
             align: str = "low", orientation: int = 1, threads: int = 1, layout: str = "hwc",
             dtype: npt.DTypeLike = None, out: npt.NDArray[typing.Any] | None = None,
@@ -169,5 +169,6 @@ def decide_look(raw: Samples, phase: str, bits: int | None = None, look: str | L
     ((200, 200, 200, 200), 4095, 'srgb')
     >>> other = vistrel.develop(raw // 2 + 100, "rggb", bits=12, look=look)
     """
-    return Look(**_core.decide(*_arguments(look, raw, phase, bits, "ahd", None, region, 1, "padded",
-                                           0, "reject", align, 1, 1, "hwc", None, None, None)))
+    return Look(**_core.decide(*_arguments(look, raw, phase, bits, "directional", None, region, 1,
+                                           "padded", 0, "reject", align, 1, 1, "hwc", None, None,
+                                           None)))
