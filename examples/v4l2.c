@@ -43,9 +43,20 @@ static int describe(const struct v4l2_pix_format* format, const char* phase, vis
     case V4L2_PIX_FMT_SGBRG10P:
     case V4L2_PIX_FMT_SGRBG10P:
     case V4L2_PIX_FMT_SRGGB10P: frame->packing = VISTREL_PACKING_MIPI; /* fall through */
-    default: frame->bytes_per_sample = 2; frame->bits = 10;
+    case V4L2_PIX_FMT_SBGGR10:
+    case V4L2_PIX_FMT_SGBRG10:
+    case V4L2_PIX_FMT_SGRBG10:
+    case V4L2_PIX_FMT_SRGGB10:
+      frame->bytes_per_sample = 2;
+      frame->bits = 10;
+      break;
+    default:
+      fprintf(stderr, "the camera delivers other frames than those of a mosaic of 8 or 10 bits\n");
+      return 1;
   }
-  return vistrel_parse_phase(phase, &frame->phase, error);
+  if (vistrel_parse_phase(phase, &frame->phase, error) == VISTREL_OK) return 0;
+  fprintf(stderr, "%s\n", error->text);
+  return 1;
 }
 
 static int map_buffers(struct camera* camera) {
@@ -108,8 +119,7 @@ int main(int argc, char** argv) {
   vistrel_error error;
   if (argc != 4) return fprintf(stderr, "v4l2 DEVICE PHASE PICTURE.ppm\n"), 2;
   if (start(argv[1], &camera)) return 1;
-  if (describe(&camera.format, argv[2], &frame, &error))
-    return fprintf(stderr, "%s\n", error.text), 1;
+  if (describe(&camera.format, argv[2], &frame, &error)) return 1;
   vistrel_default_conversion(&frame, &conversion);
   conversion.format = VISTREL_RGB24;
   if (vistrel_get_layout(&frame, &conversion, &layout, &error) ||

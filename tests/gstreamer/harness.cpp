@@ -6,6 +6,13 @@
 
 #include "gstreamer/element.h"
 
+// For the sanitizers. GLib has a table of names from the moment when it is loaded; when the table
+// grows, other threads may still read the old one, so GLib forgets it.
+extern "C" const char* __lsan_default_suppressions() { return "leak:_dl_init\n"; }
+extern "C" const char* __asan_default_options() {
+  return "fast_unwind_on_malloc=0:malloc_context_size=8";
+}
+
 namespace vistrel::test {
 namespace {
 

@@ -58,5 +58,8 @@ if [ -n "${VISTREL_VIDEO_DEVICE-}" ]; then
   VISTREL_FRAME=camera.raw LD_PRELOAD=$VISTREL_VIDEO_DEVICE \
     "$folder/v4l2" /dev/video-stand-in rggb example.ppm
   cmp program.ppm example.ppm
+  if VISTREL_FRAME=camera.raw LD_PRELOAD=$VISTREL_VIDEO_DEVICE \
+    "$folder/v4l2" /dev/video-stand-in rgbg example.ppm 2>text; then exit 1; fi
+  grep -q rgbg text
   if "$folder/v4l2" /dev/null rggb example.ppm 2>text; then exit 1; fi
 fi
