@@ -101,8 +101,8 @@ bool Film::runFrame(const Job& job, OpenJob& open, uint64_t n, Preview& preview)
   note(job, preview);
   if (outcome.status != kDone) return failed(name, outcome);
   add(name, *image, open.details());
-  if (progress_.stats().made == 0 && !preview.command.empty() && !options_.quiet)
-    printCommand(progress_, job.to, preview.command);
+  if (preview.command != printed_ && !options_.quiet)
+    printCommand(progress_, job.to, printed_ = preview.command);
   progress_.made(uint64_t{preview.layout.width} * preview.layout.height, preview.frameBytes);
   sum_.add(kDone);
   return true;

@@ -62,6 +62,7 @@ class Film {
   Worker worker_;
   FilmOutput output_;
   ExitStatusSum sum_;
+  std::string printed_;  // the last command
 };
 
 }  // namespace vistrel::app

@@ -29,12 +29,6 @@ struct Target {
   }
 };
 
-fs::path numbered(const fs::path& path, uint64_t frame) {
-  const std::string name =
-      fmt::format("{}_{:06}{}", path.stem().string(), frame, path.extension().string());
-  return path.parent_path() / name;
-}
-
 // The pictures of the inputs, before frames are numbered. Where two would have the same name, all
 // inputs of that name keep their extensions, if that helps.
 std::vector<fs::path> picturesOf(const std::vector<InputFile>& inputs, const Target& target) {
@@ -147,6 +141,12 @@ BatchPlan planFilm(const BatchRequest& a, const Inputs& inputs, RunFiles& files)
 }
 
 }  // namespace
+
+fs::path numbered(const fs::path& path, uint64_t frame) {
+  const std::string name =
+      fmt::format("{}_{:06}{}", path.stem().string(), frame, path.extension().string());
+  return path.parent_path() / name;
+}
 
 void checkIsFolder(const fs::path& path) {
   std::error_code error;

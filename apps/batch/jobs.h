@@ -23,6 +23,9 @@ struct Job {
   std::vector<std::string> warnings;  // about an input that can't be opened
 };
 
+// The picture of one of several frames: rose_000003.png.
+std::filesystem::path numbered(const std::filesystem::path& path, uint64_t frame);
+
 // Throws ProgramError (usage) if that is something else than a folder.
 void checkIsFolder(const std::filesystem::path& path);
 

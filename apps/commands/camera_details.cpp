@@ -36,7 +36,7 @@ void addColours(const CameraMetadata& m, DngCamera& camera) {
   const Calibration& c = *std::ranges::min_element(m.calibrations, {}, distanceFromD65);
   camera.matrix = product(c.individual, c.fromXyz);
   if (m.analogBalance) camera.matrix = product(diagonal(*m.analogBalance), camera.matrix);
-  if (c.temperature) camera.illuminant = lightOf(*c.temperature);
+  camera.illuminant = c.temperature ? lightOf(*c.temperature) : kExifD65;
   camera.knowsColours = true;
 }
 

@@ -47,6 +47,12 @@ std::vector<std::string> unusedParts(const KnownLook& known, const vistrel_frame
 // A stage that leaves everything as it is, for the layout of the result.
 const vistrel_finish kPlainFinish{0, VISTREL_EXPOSURE_ONE, {}, 0, nullptr, {}};
 
+// A single picture in place of a film.
+std::filesystem::path pictureLike(const std::filesystem::path& film) {
+  return isStandardOutput(film) ? "frame.png"
+                                : std::filesystem::path(film).replace_extension(".png");
+}
+
 vistrel_conversion conversionOf(const DevelopOptions& o, const FrameFile& file) {
   const vistrel_frame& frame = file.frame();
   const CameraMetadata& camera = file.description().camera;
@@ -180,13 +186,17 @@ const Image& DevelopmentJob::make(uint64_t n, Worker& worker) {
 
 void DevelopmentJob::decided(const Look& look, uint64_t n) {
   const std::string options = optionsOf(look);
-  Job job = job_;
-  if (file_.frames() > 1 && !development_.input().frame) job.frame = n;
+  Job one = job_;  // for this picture alone
+  if (file_.frames() > 1 && !development_.input().frame) one.frame = n;
   details_ = {.encoding = encodingOf(look.transfer),
-              .command = commandText("develop", job_.from.filename(), job, options),
+              .command = commandText("develop", job_.from.filename(), one, options),
               .shot = shotOf(file_.description().camera),
               .compression = development_.compression()};
-  preview_.command = commandText("develop", job_.from, job, options) + " -o " + fileWord(job_.to);
+  const bool isOfFilm = one.frame != job_.frame;
+  if (isOfFilm && !development_.options().same) one.to = numbered(pictureLike(job_.to), n);
+  const Job& repeated = isOfFilm && development_.options().same ? job_ : one;
+  preview_.command =
+      commandText("develop", job_.from, repeated, options) + " -o " + fileWord(repeated.to);
   preview_.settings = settingsOf(look);
 }
 

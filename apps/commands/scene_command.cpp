@@ -50,6 +50,7 @@ DngCamera dngCamera(const SceneOptions& o, uint32_t phase) {
   DngCamera dng = unknownCamera(phase, o.bits);
   dng.model = "Vistrel test scene";
   dng.knowsColours = true;
+  dng.illuminant = kExifD65;
   dng.neutral = {1, 1, 1};
   if (!o.camera) return dng;
   dng.model += " in warm light";

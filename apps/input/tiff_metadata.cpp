@@ -46,11 +46,24 @@ class MetadataReader {
     readCamera(m);
     readColours(m);
     readExposure(m);
+    const bool isAssumed = hasAssumedColours();
     if (TIFFSetSubDirectory(tiff_.handle(), offset)) readFrame(m);
+    if (isAssumed) forgetAssumptions(m);
     return m;
   }
 
  private:
+  // A DNG must have a matrix. That of an unknown camera, which this program writes, has no light.
+  bool hasAssumedColours() const {
+    return text(TIFFTAG_SOFTWARE).value_or("").starts_with("vistrel ") &&
+           code(TIFFTAG_CALIBRATIONILLUMINANT1).value_or(0) == 0;
+  }
+
+  static void forgetAssumptions(CameraMetadata& m) {
+    m.calibrations.clear();
+    if (m.black && std::ranges::max(*m.black) == 0) m.black.reset();
+  }
+
   // The main directory
   void readCamera(CameraMetadata& m) const {
     m.make = text(TIFFTAG_MAKE);

@@ -10,7 +10,7 @@
 
 namespace vistrel::app {
 
-constexpr uint16_t kExifD65 = 21;  // EXIF's code of that light
+constexpr uint16_t kExifUnknown = 0, kExifD65 = 21;  // EXIF's codes of lights
 
 // Its defaults are those of an unknown camera, whose colours are taken to be linear sRGB.
 struct DngCamera {
@@ -20,7 +20,7 @@ struct DngCamera {
   std::string model = "Unknown camera";
   std::optional<std::array<double, 3>> neutral{};  // red, green, blue of gray; the largest is 1
   Matrix3 matrix = srgbFromXyz();                  // from CIE XYZ to the camera's colours
-  uint16_t illuminant = kExifD65;                  // EXIF's code; for which the matrix holds
+  uint16_t illuminant = kExifUnknown;              // EXIF's code; for which the matrix holds
   uint16_t orientation = 1;                        // TIFF's code
   bool knowsColours = false;                       // or the matrix is an assumption
 };

@@ -22,7 +22,7 @@ Results go to files or to standard output, messages to standard error. A file ap
 not at all. Each command has a page of its own.)";
 
 constexpr const char* kConvert =
-    R"(IN is a binary PGM, a gray PNG, a TIFF, a DNG or a FITS file, a camera raw file if the plug-in
+    R"(IN is a PGM, a gray PAM, a gray PNG, a TIFF, a DNG or a FITS file, a camera raw file if the plug-in
 is installed, or a headerless raw file of the given --size; a folder stands for the frames in it,
 and - for standard input. A file with several frames yields a picture for each, or one film:
 standard output (-, raw:-, y4m:-) and a .y4m take the pictures of all frames, one after the other.
@@ -71,8 +71,8 @@ dust. Both have the frame's size and phase. --hot FILE is a text of
 lines "X Y", the column and the row of a pixel to replace, counted from 0; # begins a comment.)";
 
 constexpr const char* kBatch =
-    R"(With several inputs, OUT is an existing folder. A picture there that is newer than its frame is
-left alone unless --overwrite is given, so the same command goes on after an interrupt. Pictures
+    R"(With several inputs, OUT is a folder, which need not exist. A picture there that is newer than its
+frame is left alone unless --overwrite is given, so the same command goes on after an interrupt. Pictures
 and messages do not depend on --jobs.)";
 
 constexpr const char* kInfo =

@@ -139,7 +139,8 @@ TEST_F(Films, HaveOneLook) {
       "develop - --look black=0,white=255,gains=1:1:1,curve=linear -o raw:-" + format;
   const auto frames = [&](const std::string& options) {
     const Finished result = shell("cat in.raw | $V " + develop + options);
-    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    const int lines = options == "--same" ? 1 : 2;
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), lines) << result.err;
     EXPECT_EQ(result.out.size(), 48u);
     return result.out;
   };
@@ -148,6 +149,25 @@ TEST_F(Films, HaveOneLook) {
   EXPECT_EQ(same.substr(0, 24), own.substr(0, 24));
   EXPECT_NE(same, own) << "the second frame's own exposure";
   EXPECT_EQ(shell("$V " + develop + "--same <in.raw").out, same) << "a file, not a pipe";
+}
+
+// The line of a film makes the film again; the lines of its frames make their pictures.
+TEST_F(Films, AreRepeatedByTheirLines) {
+  scratch.write("in.raw", flat(40) + flat(80));
+  const Finished same = shell("$V develop in.raw --same -o a.y4m" + format);
+  EXPECT_EQ(same.out.rfind("vistrel develop in.raw -s 4x2 ", 0), 0u) << same.out;
+  const std::string film = scratch.read("a.y4m");
+  scratch.write("a.y4m", "");
+  EXPECT_EQ(shell("$V" + same.out.substr(7)).status, 0);
+  EXPECT_EQ(scratch.read("a.y4m"), film);
+
+  const std::string lines = shell("$V develop in.raw -o a.y4m" + format).out;
+  ASSERT_EQ(std::count(lines.begin(), lines.end(), '\n'), 2) << lines;
+  EXPECT_NE(lines.find(" --frame 0 "), lines.npos) << lines;
+  const size_t second = lines.find('\n') + 1;
+  EXPECT_EQ(shell("$V" + lines.substr(second + 7)).status, 0);
+  EXPECT_EQ(shell("$V develop in.raw --frame 1 -o b.png" + format).status, 0);
+  EXPECT_EQ(scratch.read("a_000001.png"), scratch.read("b.png"));
 }
 
 TEST_F(Films, ShowWhatWouldBeDone) {

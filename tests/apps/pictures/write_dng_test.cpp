@@ -173,7 +173,7 @@ TEST_F(Dng, ColoursOfAnUnknownCameraAreSrgb) {
       EXPECT_NEAR(sum, row == column, 0.0003) << row << column;
     }
   EXPECT_TRUE(tags.list<float>(TIFFTAG_ASSHOTNEUTRAL).empty());
-  EXPECT_EQ(tags.number(TIFFTAG_CALIBRATIONILLUMINANT1), 21u);
+  EXPECT_EQ(tags.number(TIFFTAG_CALIBRATIONILLUMINANT1), 0u);
 }
 
 TEST_F(Dng, DcrawAndLibRawReadTheSameSamples) {
@@ -240,6 +240,25 @@ TEST_F(Dng, Unpack) {
   EXPECT_EQ(scratch.read("out.pgm"),
             pgm(2, 2, 4095, [&](uint32_t x, uint32_t y) { return samples[2 * y + x]; }));
   EXPECT_EQ(scratch.vistrel(unpack + "dng:- --pixfmt BayerGR12p").out, scratch.read("out.dng"));
+}
+
+// A DNG must have a matrix; that of an unknown camera decides nothing.
+TEST_F(Dng, DevelopsLikeTheFrameThatItIsMadeOf) {
+  scratch.write("in.pgm", pgm(64, 48, 4095, [](uint32_t x, uint32_t y) {
+                  return 250 + (x * 31 + y * 17) % 997 * (1 + (x + y) % 2);
+                }));
+  const auto lookOf = [&](const std::string& name) {
+    const auto text =
+        scratch.vistrel("develop --json --phase rggb -o " + name + ".png " + name).out;
+    return nlohmann::json::parse(text)["files"][0]["look"];
+  };
+  const nlohmann::json look = lookOf("in.pgm");
+  EXPECT_GT(look["black"][0], 200);
+  for (const std::string command : {"unpack", "convert --mosaic"}) {
+    const Finished made = scratch.vistrel(command + " in.pgm --phase rggb -o out.dng --overwrite");
+    ASSERT_EQ(made.status, 0) << made.err;
+    EXPECT_EQ(lookOf("out.dng"), look) << command;
+  }
 }
 
 TEST_F(Dng, UnpackTakesOneFrameWithColours) {
