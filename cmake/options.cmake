@@ -6,9 +6,18 @@ include(CMakeDependentOption)
 option(VISTREL_HOST "Build libvistrelhost" ON)
 cmake_dependent_option(VISTREL_APPS "Build the command-line program" ON VISTREL_HOST OFF)
 cmake_dependent_option(VISTREL_PYTHON "Build the Python package" OFF VISTREL_HOST OFF)
+find_path(VISTREL_GSTREAMER_HEADERS gst/video/video.h PATH_SUFFIXES gstreamer-1.0)
+mark_as_advanced(VISTREL_GSTREAMER_HEADERS)
+set(found ON)
+if(NOT VISTREL_GSTREAMER_HEADERS)
+  set(found OFF)
+endif()
+cmake_dependent_option(VISTREL_GSTREAMER "Build the GStreamer element" ${found} VISTREL_APPS OFF)
 cmake_dependent_option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL} VISTREL_HOST OFF)
 cmake_dependent_option(VISTREL_PYTHON_TESTS "Test the Python package, with pytest" OFF
   "VISTREL_PYTHON;VISTREL_APPS;VISTREL_TESTS" OFF)
+cmake_dependent_option(VISTREL_LIVE_TESTS "Test the GStreamer element, with cameras that aren't there"
+  OFF "VISTREL_GSTREAMER;VISTREL_TESTS" OFF)
 cmake_dependent_option(VISTREL_BENCH
   "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF VISTREL_HOST OFF)
 option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)

@@ -23,7 +23,7 @@ def version():
 class CMakeBuild(build_ext):
     def build_extension(self, ext):
         build = os.environ.get("VISTREL_BUILD") or self.make_build()
-        for component in ("python", "python_library"):
+        for component in ("python", "python_wheel", "python_library"):
             subprocess.run(["cmake", "--install", build, "--component", component, "--strip",
                             "--prefix", Path(self.build_lib).resolve()], check=True)
 
@@ -33,7 +33,7 @@ class CMakeBuild(build_ext):
                         "-D", "VISTREL_APPS=OFF", "-D", "VISTREL_TESTS=OFF",
                         "-D", "VISTREL_PYTHON=ON", "-D", f"Python_EXECUTABLE={sys.executable}",
                         "-D", f"pybind11_DIR={pybind11.get_cmake_dir()}"], check=True)
-        subprocess.run(["cmake", "--build", build, "--target", "vistrel_python",
+        subprocess.run(["cmake", "--build", build, "--target", "vistrel_python", "vistrel_python_wheel",
                         "--parallel", str(os.cpu_count())], check=True)
         return build
 

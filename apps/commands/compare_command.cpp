@@ -7,11 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "apps/commands/finished_look.h"
+#include "apps/commands/look_options.h"
 #include "apps/error.h"
 #include "apps/files/run_files.h"
 #include "apps/input/curve_file.h"
 #include "apps/input/frame_file.h"
+#include "apps/look/camera_look.h"
+#include "apps/look/decide.h"
+#include "apps/look/finished_look.h"
 #include "apps/options/conversion_options.h"
 #include "apps/options/input_options.h"
 #include "apps/options/options.h"

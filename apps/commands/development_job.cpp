@@ -6,6 +6,9 @@
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
 #include "apps/input/readers.h"
+#include "apps/look/camera_look.h"
+#include "apps/look/decide.h"
+#include "apps/look/finished_look.h"
 #include "apps/options/geometry.h"
 #include "apps/options/orientation.h"
 

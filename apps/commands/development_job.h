@@ -6,7 +6,7 @@
 #include <string>
 
 #include "apps/batch/batch.h"
-#include "apps/commands/finished_look.h"
+#include "apps/commands/look_options.h"
 #include "apps/input/frame_file.h"
 #include "apps/input/sensor_calibration.h"
 #include "apps/options/conversion_options.h"

@@ -180,9 +180,10 @@ void FitsInput::findImage() {
 // cfitsio takes memory for a tile as its header says.
 void FitsInput::checkTileSize() {
   constexpr double kSmall = 1 << 20;  // pixels
-  // Its decoder in cfitsio trusts sizes in the samples.
-  if (text("ZCMPTYPE").starts_with("HCOMPRESS"))
-    throwError(kRejected, "FITS: HCOMPRESS is not read; funpack decodes it");
+  // The other decoders of cfitsio trust sizes in the samples.
+  const std::string method = text("ZCMPTYPE");
+  if (!method.starts_with("RICE") && !method.starts_with("GZIP") && method != "NOCOMPRESS")
+    throwError(kRejected, "FITS: {} is not read; funpack decodes it", method);
   double tile = 1, image = 1;
   for (int axis = 0; axis < std::min(shape_.axes, 3); ++axis) {
     image *= static_cast<double>(shape_.size[axis]);
@@ -217,9 +218,12 @@ void FitsInput::checkTiles(const std::string& column) {
   }
 }
 
-// The compressed bytes, as far as the file has them.
+// The compressed bytes, as far as the file has them. cfitsio would read rows that it lacks from
+// whatever follows in memory.
 std::span<const uint8_t> FitsInput::heapOfTable() {
   const double table = number("NAXIS1", 0) * number("NAXIS2", 0), all = double(shape_.bytes);
+  if (!(table >= 0 && table <= all))
+    throwError(kRejected, "FITS: the file is too short for its table of {} bytes", table);
   const double heap = number("THEAP", table);
   const auto left = heap >= 0 && heap <= all ? static_cast<size_t>(all - heap) : 0;
   return std::span<const uint8_t>(bytes_).first(bytesOfFile_).last(left);

@@ -1,6 +1,7 @@
 #include "apps/look/decide.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "apps/look/levels.h"
 #include "apps/look/neutral.h"
@@ -22,6 +23,19 @@ ColourMatrix matrixFor(const Gains& gains) {
   return isBalanced ? kIdentityMatrix : kCommon;
 }
 
+// The look that is known in all parts.
+std::optional<Look> wholeLook(const KnownLook& k, bool isMono) {
+  const bool hasColours = isMono || (k.gains && k.matrix && k.neutralHighlights);
+  if (!k.black || !k.white || !k.exposure || !k.transfer || !hasColours) return {};
+  return Look{*k.black,
+              *k.white,
+              k.gains.value_or(Gains{kLookOne, kLookOne, kLookOne}),
+              k.matrix.value_or(kIdentityMatrix),
+              *k.exposure,
+              *k.transfer,
+              k.neutralHighlights.value_or(true)};
+}
+
 }  // namespace
 
 Look decideLook(const vistrel_frame& frame, const LookChoice& choice,
@@ -30,6 +44,7 @@ Look decideLook(const vistrel_frame& frame, const LookChoice& choice,
   const LookMode mode = choice.mode;
   KnownLook known = choice.known;
   if (isMono) known.gains.reset(), known.matrix.reset();
+  if (const auto whole = wholeLook(known, isMono)) return *whole;
   const auto places = histogramsOf(frame, region);
   Look look;
   const uint32_t fullScale = fullScaleOf(sumOf(places), frame.bits);

@@ -3,7 +3,6 @@
 #include <cstring>
 
 namespace vistrel::python {
-namespace {
 
 const char* stringOf(py::handle value, const Parameter& parameter) {
   if (!PyUnicode_Check(value.ptr()))
@@ -12,8 +11,6 @@ const char* stringOf(py::handle value, const Parameter& parameter) {
   if (!text) throw py::error_already_set();
   return text;
 }
-
-}  // namespace
 
 std::string typeOf(py::handle value) { return Py_TYPE(value.ptr())->tp_name; }
 

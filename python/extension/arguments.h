@@ -11,6 +11,9 @@ struct Parameter {
   int32_t status;
 };
 
+// The text of a str, which lives as long as that.
+const char* stringOf(py::handle value, const Parameter& parameter);
+
 // An object that is one by Python's rules, such as numpy.int64.
 uint32_t integerOf(py::handle value, const Parameter& parameter);
 

@@ -32,9 +32,11 @@ struct Floats {
   float divisor;
 };
 
-// The scale of samples that keep the frame's bits is that of `white`.
+// The scale of samples that keep the frame's bits is that of `white`; that of finished ones is
+// full.
 Floats floatsOf(const Request& r, const vistrel_layout& layout) {
-  const bool keepsBits = layout.bits == r.input.frame.bits && r.conversion.white;
+  const bool keepsBits =
+      layout.bits == r.input.frame.bits && r.conversion.white && !r.conversion.finish;
   const uint32_t divisor = keepsBits ? r.conversion.white : (1u << layout.bits) - 1;
   return {layout.bits > 8 ? size_t{2} : size_t{1}, static_cast<float>(divisor)};
 }
@@ -101,6 +103,12 @@ vistrel_stream* streamOf(py::handle stream) {
 
 py::object convert(const py::args& arguments) {
   Request request = requestOf(arguments);
+  return convertBy(request, arguments);
+}
+
+}  // namespace
+
+py::object convertBy(Request& request, const py::args& arguments) {
   vistrel_conversion& conversion = request.conversion;
   const vistrel_frame& frame = request.input.frame;
   vistrel_layout layout;
@@ -119,8 +127,6 @@ py::object convert(const py::args& arguments) {
   fillPadding(request, layout, result);
   return arguments[kOut].is_none() ? py::object(result.array) : py::object(arguments[kOut]);
 }
-
-}  // namespace
 
 void bindConvert(py::module_& module) { module.def("convert", &convert); }
 

@@ -120,4 +120,14 @@ ArrayFrame frameOf(py::handle raw, py::handle phase, py::handle bits, py::handle
   return {frame, std::move(array)};
 }
 
+void makeNative(ArrayFrame& input) {
+  if (!input.frame.packing) return;
+  const vistrel_frame before = input.frame;
+  input.samples = copyOf(input.samples);
+  input.frame = describe(input.samples);
+  input.frame.phase = before.phase;
+  input.frame.bits = before.bits;
+  input.frame.alignment = before.alignment;
+}
+
 }  // namespace vistrel::python

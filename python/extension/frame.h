@@ -17,6 +17,9 @@ struct ArrayFrame {
 // `bits` is None or an integer, `align` is "low" or "high".
 ArrayFrame frameOf(py::handle raw, py::handle phase, py::handle bits, py::handle align);
 
+// Copies samples of the other byte order.
+void makeNative(ArrayFrame& input);
+
 // The array itself, or one that shares the memory that an object offers by the buffer protocol or
 // by __array_interface__.
 py::array arrayOf(py::handle object, const char* name);

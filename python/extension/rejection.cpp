@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <regex>
 
 #include "apps/error.h"
 
@@ -31,6 +32,14 @@ void raise(const Error& error, const char* kind) {
   const py::object raised =
       make(kind, error.what(), error.status(), error.argument(), error.value(), error.reason());
   PyErr_SetObject(py::type::handle_of(raised).ptr(), raised.ptr());
+}
+
+void raiseProgramError(const app::ProgramError& error) {
+  const std::string text = withArguments(error.what());
+  if (error.status() == app::kInputOutput)
+    PyErr_SetString(PyExc_OSError, text.c_str());
+  else
+    raise(Error(errorOf(VISTREL_BAD_FORMAT, "", "", text)), "value");
 }
 
 const char* kindOf(const Error& error) {
@@ -63,6 +72,17 @@ void check(int32_t status, const vistrel_error& error) {
   if (status != VISTREL_OK) throw Error(error);
 }
 
+std::string withArguments(const std::string& text) {
+  static const std::regex option("--([a-z]+)(?:-([a-z]+))?");
+  std::string result;
+  size_t end = 0;
+  for (std::sregex_iterator m(text.begin(), text.end(), option), none; m != none; ++m) {
+    result += m->prefix().str() + m->str(1) + (m->length(2) ? "_" : "") + m->str(2);
+    end = static_cast<size_t>(m->position() + m->length());
+  }
+  return result + text.substr(end);
+}
+
 void bindRejection() {
   py::register_exception_translator([](std::exception_ptr exception) {
     try {
@@ -71,8 +91,8 @@ void bindRejection() {
       raise(wrong.error, "type");
     } catch (const Error& error) {
       raise(error, kindOf(error));
-    } catch (const app::ProgramError& error) {  // its text names the argument
-      raise(Error(errorOf(VISTREL_BAD_FORMAT, "", "", error.what())), "value");
+    } catch (const app::ProgramError& error) {
+      raiseProgramError(error);
     }
   });
 }

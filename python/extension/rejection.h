@@ -23,6 +23,10 @@ namespace py = pybind11;
 // Raises what a function of the host layer reports.
 void check(int32_t status, const vistrel_error& error);
 
+// The text of a part of the program, which names options: arguments here, such as from_name for
+// "--from-name".
+std::string withArguments(const std::string& text);
+
 // Makes exceptions of what is thrown here, and of what the program's parts throw.
 void bindRejection();
 

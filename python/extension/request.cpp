@@ -115,8 +115,8 @@ const vistrel_format& rowOf(uint32_t code) {
 }
 
 // Without a format, the samples' type chooses one.
-uint32_t defaultFormat(const vistrel_frame& frame, SampleType type) {
-  const bool deep = type.kind == 'f' ? frame.bytes_per_sample == 2 : type.bytes == 2;
+uint32_t defaultFormat(const vistrel_frame& frame, SampleType type, bool isDeep) {
+  const bool deep = type.kind == 'f' ? isDeep : type.bytes == 2;
   if (frame.phase == VISTREL_MONO) return deep ? VISTREL_MONO16 : VISTREL_MONO8;
   return deep ? VISTREL_RGB48 : VISTREL_RGB24;
 }
@@ -134,13 +134,13 @@ void checkFormat(handle format, SampleType type, Request& r) {
     reject(VISTREL_BAD_FORMAT, "format", textOf(format), "with layout chw: rgb24 or rgb48");
 }
 
-void readFormat(handle format, handle layout, handle dtype, Request& r) {
+void readFormat(handle format, handle layout, handle dtype, bool isDeep, Request& r) {
   static constexpr const char* kLayouts[] = {"hwc", "chw", nullptr};
   const SampleType type = sampleTypeOf(dtype);
   r.floats = type.kind == 'f';
   r.planes = choiceOf(layout, {"layout", VISTREL_BAD_FORMAT}, kLayouts) == 1;
   r.conversion.format = format.is_none()
-                            ? defaultFormat(r.input.frame, type)
+                            ? defaultFormat(r.input.frame, type, isDeep)
                             : codeOf(format, {"format", VISTREL_BAD_FORMAT}, vistrel_parse_format);
   if (r.planes) r.conversion.format = planarOf(r.conversion.format);
   checkFormat(format, type, r);
@@ -173,7 +173,9 @@ Request requestOf(const py::args& a) {
   vistrel_default_conversion(&r.input.frame, &c);
   c.algorithm =
       codeOf(a[kAlgorithm], {"algorithm", VISTREL_BAD_ALGORITHM}, vistrel_parse_algorithm);
-  readFormat(a[kFormat], a[kLayout], a[kDtype], r);
+  const bool isFinished = a.size() > kLook;  // all bits of a finished picture are significant
+  readFormat(a[kFormat], a[kLayout], a[kDtype], isFinished || r.input.frame.bytes_per_sample == 2,
+             r);
   readRegion(a[kRegion], c);
   c.binning = integerOf(a[kBinning], {"binning", VISTREL_BAD_BINNING});
   readReduction(a[kWindow], a[kCurve], a[kTable], c);

@@ -7,7 +7,7 @@
 
 namespace vistrel::python {
 
-// The arguments of vistrel.convert, in this order: the package passes all of them.
+// The arguments of vistrel.convert and vistrel.develop, in this order: the package passes all.
 enum Argument {
   kStream,
   kRaw,
@@ -35,7 +35,7 @@ enum Argument {
   kLayout,
   kDtype,
   kOut,
-  kArguments
+  kLook  // of vistrel.develop alone
 };
 
 // Refers to the arguments' memory, which must live as long.

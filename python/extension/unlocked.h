@@ -5,6 +5,8 @@
 #include <pybind11/pybind11.h>
 #include <unistd.h>
 
+#include <exception>
+
 namespace vistrel::python {
 
 // Runs `work`, which touches no object of Python's and throws nothing, while other threads of
@@ -19,6 +21,20 @@ void withoutLock(Work work) {
   } catch (abi::__forced_unwind&) {
     for (;;) pause();
   }
+}
+
+// The same for work that may throw.
+template <class Work>
+void withoutLockOrThrow(Work work) {
+  std::exception_ptr thrown;
+  withoutLock([&] {
+    try {
+      work();
+    } catch (...) {
+      thrown = std::current_exception();
+    }
+  });
+  if (thrown) std::rethrow_exception(thrown);
 }
 
 }  // namespace vistrel::python

@@ -4,49 +4,27 @@
 
 #include "apps/names/pixel_format.h"
 #include "python/extension/arguments.h"
-#include "python/extension/frame.h"
+#include "python/extension/buffer_view.h"
 #include "python/extension/memory.h"
 #include "python/extension/unlocked.h"
 
 namespace vistrel::python {
 namespace {
 
-// The bytes of an object, in one piece.
-class BufferView {
- public:
-  explicit BufferView(py::handle object) {
-    const py::object array = PyObject_CheckBuffer(object.ptr())
-                                 ? py::reinterpret_borrow<py::object>(object)
-                                 : py::object(arrayOf(object, "buffer"));
-    if (PyObject_GetBuffer(array.ptr(), &view_, PyBUF_SIMPLE) == 0) return;
-    PyErr_Clear();
-    reject(VISTREL_BAD_STRIDE, "buffer", typeOf(object),
-           "its bytes must lie side by side: see numpy.ascontiguousarray");
-  }
-  ~BufferView() { PyBuffer_Release(&view_); }
-  BufferView(const BufferView&) = delete;
-  BufferView& operator=(const BufferView&) = delete;
-
-  const Py_buffer& get() const { return view_; }
-
- private:
-  Py_buffer view_{};
-};
-
 const app::PixelFormat& formatOf(py::handle name) {
-  if (!PyUnicode_Check(name.ptr()))
-    rejectType(VISTREL_BAD_FORMAT, "pixel_format", typeOf(name), "a str");
-  return app::parsePixelFormat("pixel_format", name.cast<std::string>());
+  return app::parsePixelFormat("pixel_format",
+                               stringOf(name, {"pixel_format", VISTREL_BAD_FORMAT}));
 }
 
 vistrel_packed packedOf(const Py_buffer& bytes, const app::PixelFormat& format, py::handle width,
-                        py::handle height, py::handle stride) {
+                        py::handle height, py::handle stride, bool isContinuous) {
   vistrel_packed p{};
   p.bytes = bytes.buf;
   p.size = static_cast<size_t>(bytes.len);
   p.width = integerOf(width, {"width", VISTREL_BAD_SIZE});
   p.height = integerOf(height, {"height", VISTREL_BAD_SIZE});
   if (!stride.is_none()) p.stride = integerOf(stride, {"stride", VISTREL_BAD_STRIDE});
+  p.continuous = isContinuous;
   p.packing = format.packing;
   p.bits = format.bits;
   return p;
@@ -62,10 +40,10 @@ void checkBytes(const vistrel_packed& packed) {
 }
 
 py::array unpack(py::handle buffer, py::handle name, py::handle width, py::handle height,
-                 py::handle stride) {
+                 py::handle stride, bool isContinuous) {
   const app::PixelFormat& format = formatOf(name);
   const BufferView view(buffer);
-  const vistrel_packed packed = packedOf(view.get(), format, width, height, stride);
+  const vistrel_packed packed = packedOf(view.get(), format, width, height, stride, isContinuous);
   vistrel_packed_layout layout;
   vistrel_error error;
   check(vistrel_get_packed_layout(&packed, &layout, &error), error);

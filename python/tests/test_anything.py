@@ -52,6 +52,45 @@ def test_frames_and_phases(raw, phase):
             pass
 
 
+LOOK_PARTS = st.one_of(
+    st.sampled_from(["auto", "linear", "srgb", "astro", "black=64", "white=4095", "highlights=clip",
+                     "gains=1:2:3", "curve=gamma:2.2", "exposure=0.001", "curve=asinh:1e9"]),
+    st.text("blackwhitegnsmrx=:.,-0123456789", max_size=12),
+)
+LOOKS = st.one_of(
+    OBJECTS,
+    st.lists(LOOK_PARTS, max_size=3).map(",".join),
+    st.builds(vistrel.Look, st.sampled_from(["auto", "astro", "no"]), OBJECTS, OBJECTS, OBJECTS,
+              OBJECTS, st.none() | st.floats()),
+)
+
+
+@settings(max_examples=300, deadline=None)
+@given(LOOKS, st.sampled_from(["rggb", "mono"]))
+def test_looks(look, phase):
+    """Of a look that is not rejected, the decided one gives the same picture."""
+    try:
+        picture = vistrel.develop(RAW, phase, 12, look)
+    except EXPECTED:
+        with pytest.raises(EXPECTED):
+            vistrel.decide_look(RAW, phase, 12, look)
+        return
+    decided = vistrel.decide_look(RAW, phase, 12, look)
+    assert np.array_equal(vistrel.develop(RAW, phase, 12, decided), picture)
+
+
+@settings(max_examples=50, deadline=None)
+@given(st.binary(max_size=4000), st.none() | st.tuples(st.integers(-1, 50), st.integers(-1, 50)))
+def test_guesses(data, size):
+    try:
+        guesses = vistrel.guess(data * 3, size)
+    except vistrel.InvalidValue:
+        assert size and min(size) < 1
+        return
+    for guess in guesses:
+        assert guess.unpack(data * 3).shape == (guess.height, guess.width)
+
+
 @settings(max_examples=300, deadline=None)
 @given(st.binary(max_size=200), st.sampled_from(["Mono8", "RG12", "BayerGB10p", "RAW14", "pRCC"]),
        st.integers(-1, 40), st.integers(-1, 40), st.none() | st.integers(-1, 60))

@@ -3,20 +3,28 @@
 import contextlib
 import doctest
 import io
+import os
 import re
 from pathlib import Path
 
+import dask
 import numpy
 import pytest
 import vistrel
-from vistrel import _conversion, _errors, _names, _phases
+import vistrel.dask
+from vistrel import _conversion, _development, _errors, _frames, _guessing, _names, _phases
 
 ROOT = Path(__file__).resolve().parents[2]
-NAMES = {"numpy": numpy, "vistrel": vistrel}
+NAMES = {"dask": dask, "numpy": numpy, "os": os, "vistrel": vistrel}
 
 
-@pytest.mark.parametrize("module, least", [(_conversion, 8), (_names, 2), (_phases, 5)])
-def test_docstrings(module, least):
+@pytest.mark.parametrize(
+    "module, least",
+    [(_conversion, 8), (_development, 9), (_frames, 6), (_guessing, 5), (_names, 2), (_phases, 5),
+     (vistrel.dask, 14)],
+)
+def test_docstrings(module, least, tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
     result = doctest.testmod(module, extraglobs=NAMES)
     assert result.failed == 0
     assert result.attempted >= least
@@ -35,7 +43,10 @@ def blocks(page):
     return re.findall(r"```python\n(.*?)```(?:\n\nIt prints `([^`]*)`)?", text, re.S)
 
 
-@pytest.mark.parametrize("page, least", [("README.md", 1), ("docs/python.md", 5)])
+@pytest.mark.parametrize("page, least", [
+    ("README.md", 1), ("docs/python.md", 10), ("docs/python-tutorial.md", 9),
+    ("docs/python-astronomy.md", 5), ("docs/many-machines.md", 2),
+])
 def test_pages(page, least, tmp_path, monkeypatch):
     """The blocks of a page run one after the other, in one namespace."""
     monkeypatch.chdir(tmp_path)

@@ -35,7 +35,9 @@ CALLS_OF_ALL_KINDS = [
     lambda: vistrel.convert(WORDS, "rggb", 12, "ahd", gains=(2, 1, 1.5), black=[1, 2, 3, 4]),
     lambda: vistrel.convert(WORDS, "rggb", 12, table=[i // 4 for i in range(1024)]),
     lambda: vistrel.unpack(WORDS, "RG12", 32, 24),
-    lambda: vistrel.Stream().convert(RAW, "rggb"),
+    lambda: vistrel.convert(RAW, "rggb", stream=vistrel.Stream()),
+    lambda: vistrel.develop(WORDS, "rggb", 12),
+    lambda: vistrel.decide_look(WORDS.astype(">u2"), "rggb", 12, "astro"),
     lambda: vistrel.phase_at("rggb", 1, 1),
     rejected,
 ]

@@ -40,14 +40,15 @@ def free_streams():
 def test_a_stream_converts_and_is_given_back():
     before = free_streams()
     with vistrel.Stream() as stream:
-        assert np.array_equal(stream.convert(RAW, "rggb", 12, "ahd"), EXPECTED)
-        assert np.array_equal(stream.convert(RAW, "rggb", bits=12, algorithm="ahd"), EXPECTED)
+        assert np.array_equal(vistrel.convert(RAW, "rggb", 12, "ahd", stream=stream), EXPECTED)
+        image = vistrel.convert(RAW, "rggb", bits=12, algorithm="ahd", stream=stream)
+        assert np.array_equal(image, EXPECTED)
         stream.trim()
-        assert np.array_equal(stream.convert(RAW, "rggb", 12, "ahd"), EXPECTED)
+        assert np.array_equal(vistrel.convert(RAW, "rggb", 12, "ahd", stream=stream), EXPECTED)
         assert free_streams() == before - 1
     assert free_streams() == before
     with pytest.raises(RuntimeError) as raised:
-        stream.convert(RAW, "rggb", 12)
+        vistrel.convert(RAW, "rggb", 12, stream=stream)
     assert raised.value.code == vistrel.Status.BAD_STREAM
     stream.release()
 
@@ -61,8 +62,8 @@ def test_exceptions_leave_no_stream_taken():
             vistrel.convert(RAW, "rggb", 9, **options)
     stream = vistrel.Stream()
     with pytest.raises(ValueError):
-        stream.convert(RAW, "rggb", 9, dtype="f4")
-    assert stream.convert(RAW, "rggb", 12, dtype="f4").dtype == np.float32
+        vistrel.convert(RAW, "rggb", 9, dtype="f4", stream=stream)
+    assert vistrel.convert(RAW, "rggb", 12, dtype="f4", stream=stream).dtype == np.float32
     del stream
     gc.collect()
     assert free_streams() == before
@@ -80,7 +81,7 @@ def test_a_waiting_stream_gets_one_that_is_released():
     held = [vistrel.Stream() for _ in range(free_streams())]
     threading.Timer(0.05, lambda: held.pop().release()).start()
     with vistrel.Stream() as stream:
-        assert stream.convert(RAW, "rggb", 12).any()
+        assert vistrel.convert(RAW, "rggb", 12, stream=stream).any()
 
 
 def test_ctrl_c_interrupts_a_wait():
@@ -99,7 +100,7 @@ def test_ctrl_c_during_conversions_leaves_no_stream_taken():
             threading.Timer(seconds, lambda: os.kill(os.getpid(), signal.SIGINT)).start()
             with vistrel.Stream() as stream:
                 while True:
-                    stream.convert(RAW, "rggb", 12, "ahd")
+                    vistrel.convert(RAW, "rggb", 12, "ahd", stream=stream)
         assert free_streams() == before
 
 
@@ -129,8 +130,9 @@ def test_many_threads_with_many_options():
         stream = vistrel.Stream()
         for i in range(40):
             k = (seed + i) % len(options)
-            by = stream.convert if i % 2 else vistrel.convert
-            assert by(RAW, "rggb", 12, **options[k]).tobytes() == expected[k]
+            on = stream if i % 2 else None
+            image = vistrel.convert(RAW, "rggb", 12, stream=on, **options[k])
+            assert image.tobytes() == expected[k]
             if i == 20:
                 vistrel.trim()
         return True
@@ -144,7 +146,7 @@ def test_one_stream_in_two_threads_is_rejected_or_right():
 
     def work(_):
         try:
-            return stream.convert(RAW, "rggb", 12, "ahd").tobytes() == EXPECTED.tobytes()
+            return np.array_equal(vistrel.convert(RAW, "rggb", 12, "ahd", stream=stream), EXPECTED)
         except vistrel.ConversionFailed as error:
             return error.code == vistrel.Status.BUSY_STREAM
 

@@ -18,8 +18,11 @@ cd "$scratch"
 "$python" -m zipfile -l ./*.whl | awk '{ print $1 }' >contents
 grep -q '^vistrel/libvistrelhost\.so\.[0-9]*$' contents
 grep -q '^vistrel/_core\..*\.so$' contents
+grep -q '^vistrel/_files\..*\.so$' contents
+grep -q '^vistrel/libtiff\.so\.[0-9]*$' contents
+if grep -E 'cfitsio|libc\.so|libstdc' contents; then exit 1; fi
 grep -q '^vistrel/py.typed$' contents
-grep -q '^vistrel/__init__.pyi$' contents
+grep -q '^vistrel/_conversion.pyi$' contents
 if grep -q test contents; then cat contents; exit 1; fi
 
 "$python" -m venv --system-site-packages environment
@@ -38,9 +41,31 @@ assert vistrel.convert(raw, "grbg", 12)[0, 0].tolist() == [128, 128, 128]
 assert vistrel.__version__ == importlib.metadata.version("vistrel")
 assert vistrel.unpack(b"\1\2", "Mono8", 2, 1).tolist() == [[1, 2]]
 
-# Both libraries are the wheel's.
-maps = open("/proc/self/maps").read().split()
-ours = {path for path in maps if "vistrel" in path.rsplit("/", 1)[-1] or "_core.cpython" in path}
-ours = {path for path in ours if "numpy" not in path}
+def loaded(*names):
+    """Libraries of this process, by the beginnings of their names."""
+    maps = open("/proc/self/maps").read().split()
+    return {p for p in maps if "numpy" not in p and p.rsplit("/", 1)[-1].startswith(names)}
+
+
+# All libraries are the wheel's, and those for files wait until they are needed.
+ours = loaded("libvistrel", "_core.", "_files.", "libpng", "libtiff")
 assert len(ours) == 2 and all(path.startswith(sys.prefix) for path in ours), ours
+for name in ("a.pgm", "a.png", "a.dng"):
+    vistrel.write(name, raw, bits=12, phase="grbg")
+    frame = vistrel.read(name, "grbg")
+    assert (frame.samples == raw).all() and frame.bits == 12, (name, frame)
+vistrel.write("a.tif", frame.develop())
+ours = loaded("libvistrel", "_core.", "_files.", "libpng", "libtiff", "libjpeg", "libwebp", "libLerc")
+assert len(ours) == 8 and all(path.startswith(sys.prefix) for path in ours), ours
+
+with open("a.fits", "wb") as file:
+    file.write(b"SIMPLE  =                    T".ljust(2880))
+for name in ("a.fits", "a.nef"):
+    open(name, "ab").write(b"x")
+    try:
+        vistrel.read(name)
+    except ImportError as error:
+        assert "python3-vistrel" in str(error)
+    else:
+        raise AssertionError(name)
 TEXT

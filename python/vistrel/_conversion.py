@@ -92,7 +92,7 @@ def convert(raw, phase, bits=None, algorithm="bilinear", format=None, *, region=
     out : array, optional
         Result to fill, of the right shape and dtype; only rows may have gaps between them.
     stream : Stream, optional
-        What `Stream.convert` passes.
+        Whose memory the conversion uses.
 
     Returns
     -------
@@ -134,7 +134,7 @@ def convert(raw, phase, bits=None, algorithm="bilinear", format=None, *, region=
         truncate_to, excess, align, orientation, threads, layout, dtype, out)
 
 
-def unpack(buffer, pixel_format, width, height, stride=None):
+def unpack(buffer, pixel_format, width, height, stride=None, continuous=False):
     """Unpack a packed frame.
 
     Parameters
@@ -148,6 +148,8 @@ def unpack(buffer, pixel_format, width, height, stride=None):
         Size in pixels.
     stride : int, optional
         Bytes from row to row. By default each row begins at the next whole byte.
+    continuous : bool, optional
+        Rows may begin within a byte: none of the bits between them is left out.
 
     Returns
     -------
@@ -166,7 +168,7 @@ def unpack(buffer, pixel_format, width, height, stride=None):
     >>> vistrel.unpack(bytes([0x34, 0x12, 0xAB]), "BayerRG12p", 2, 1).tolist()
     [[564, 2737]]
     """
-    return _core.unpack(buffer, pixel_format, width, height, stride)
+    return _core.unpack(buffer, pixel_format, width, height, stride, continuous)
 
 
 def trim():
@@ -177,7 +179,8 @@ def trim():
 class Stream:
     """Memory for conversions, held by one worker.
 
-    A worker that holds a stream allocates nothing but results from its second frame of a kind on.
+    A worker that passes its stream to `convert` or `develop` allocates nothing but results from its
+    second frame of a kind on.
     There are 128; one thread at a time may use each.
 
     Parameters
@@ -190,7 +193,7 @@ class Stream:
     --------
     >>> raw = numpy.zeros((48, 64), numpy.uint8)
     >>> with vistrel.Stream() as stream:
-    ...     image = stream.convert(raw, "rggb", algorithm="ahd")
+    ...     image = vistrel.convert(raw, "rggb", algorithm="ahd", stream=stream)
     >>> image.shape
     (48, 64, 3)
     """
@@ -210,10 +213,6 @@ class Stream:
 
     def __exit__(self, *exception):
         self.release()
-
-    def convert(self, raw, phase, bits=None, *arguments, **options):
-        """Do what `vistrel.convert` does, on this stream."""
-        return convert(raw, phase, bits, *arguments, stream=self, **options)
 
     def release(self):
         """Give the stream back. It converts no more."""

@@ -49,6 +49,7 @@ def unpack(
     width: SupportsIndex,
     height: SupportsIndex,
     stride: SupportsIndex | None = ...,
+    continuous: bool = ...,
 ) -> npt.NDArray[Any]: ...
 def trim() -> None: ...
 
@@ -59,34 +60,5 @@ class Stream:
         self,
         *exception: type[BaseException] | BaseException | TracebackType | None,
     ) -> None: ...
-    def convert(
-        self,
-        raw: _Samples | Any,
-        phase: str,
-        bits: SupportsIndex | None = ...,
-        algorithm: str = ...,
-        format: str | None = ...,
-        *,
-        region: _Integers | None = ...,
-        binning: SupportsIndex = ...,
-        bin_mode: Literal["sum", "mean"] = ...,
-        window: SupportsIndex = ...,
-        curve: SupportsIndex | None = ...,
-        table: _Integers | None = ...,
-        black: SupportsIndex | _Integers | None = ...,
-        white: SupportsIndex | None = ...,
-        gains: Literal["gray-world"] | Sequence[SupportsFloat] | npt.NDArray[Any] | None = ...,
-        edges: Literal["native", "padded"] = ...,
-        threshold: SupportsIndex = ...,
-        gray: Literal["luma", "raw"] = ...,
-        truncate_to: SupportsIndex | None = ...,
-        excess: Literal["reject", "mask"] = ...,
-        align: Literal["low", "high"] = ...,
-        orientation: SupportsIndex = ...,
-        threads: SupportsIndex = ...,
-        layout: Literal["hwc", "chw"] = ...,
-        dtype: npt.DTypeLike = ...,
-        out: npt.NDArray[Any] | None = ...,
-    ) -> npt.NDArray[Any]: ...
     def release(self) -> None: ...
     def trim(self) -> None: ...

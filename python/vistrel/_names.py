@@ -1,5 +1,7 @@
 """Names of phases, formats and algorithms, and the tables of their properties."""
 
+from __future__ import annotations
+
 import enum
 import typing
 
@@ -7,10 +9,19 @@ import numpy as np
 
 from . import _core
 
+if typing.TYPE_CHECKING:
+    import typing_extensions
+
 
 class _Name(str, enum.Enum):
-    __str__ = str.__str__
-    __format__ = str.__format__
+    if typing.TYPE_CHECKING:
+        def __new__(cls, value: object) -> typing_extensions.Self: ...
+
+    def __str__(self) -> str:
+        return str.__str__(self)
+
+    def __format__(self, specification: str) -> str:
+        return str.__format__(self, specification)
 
 
 class Phase(_Name):
@@ -67,7 +78,7 @@ class FormatInfo(typing.NamedTuple):
 
     name: Format
     channels: int
-    dtype: np.dtype
+    dtype: np.dtype[typing.Any]
     mono: bool
     planes: int
 
@@ -80,7 +91,7 @@ class AlgorithmInfo(typing.NamedTuple):
     min_size: int
 
 
-def formats():
+def formats() -> list[FormatInfo]:
     """List the pixel formats.
 
     Returns
@@ -100,7 +111,7 @@ def formats():
     ]
 
 
-def algorithms():
+def algorithms() -> list[AlgorithmInfo]:
     """List the demosaic algorithms.
 
     Returns

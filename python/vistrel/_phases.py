@@ -1,6 +1,9 @@
 """What becomes of a phase when its frame is cropped, mirrored or turned."""
 
+from __future__ import annotations
+
 import operator
+import typing
 
 from . import _core
 from ._errors import InvalidValue, Status
@@ -11,11 +14,11 @@ _CV2_RGB = {Phase.RGGB: 48, Phase.GRBG: 49, Phase.BGGR: 46, Phase.GBRG: 47}
 _CV2_EXCHANGED = {46: 48, 47: 49, 48: 46, 49: 47}
 
 
-def _is_mosaic(phase):
+def _is_mosaic(phase: Phase) -> bool:
     return phase not in (Phase.MONO, Phase.BGR)
 
 
-def phase_at(phase, x, y):
+def phase_at(phase: str, x: typing.SupportsIndex, y: typing.SupportsIndex) -> Phase:
     """Return the phase of a frame that begins at column `x` and row `y` of another.
 
     Parameters
@@ -42,7 +45,8 @@ def phase_at(phase, x, y):
     return Phase(_core.phase_at(phase, operator.index(x) % 2, operator.index(y) % 2))
 
 
-def flip(phase, shape, axis=None):
+def flip(phase: str, shape: tuple[int, int],
+         axis: typing.Literal[0, 1] | None = None) -> Phase:
     """Return the phase of ``numpy.flip(raw, axis)``.
 
     Parameters
@@ -70,15 +74,13 @@ def flip(phase, shape, axis=None):
     return phase_at(phase, 0 if axis == 0 else width - 1, 0 if axis == 1 else height - 1)
 
 
-def rotate(phase, shape, k=1):
+def rotate(phase: str, shape: tuple[int, int], k: typing.SupportsIndex = 1) -> Phase:
     """Return the phase of ``numpy.rot90(raw, k)``.
 
     Parameters
     ----------
-    phase : str or Phase
-        Phase of the frame before.
-    shape : tuple of int
-        Its height and width, as ``raw.shape``.
+    phase, shape
+        As of `flip`.
     k : int, optional
         Turns of 90 degrees, counterclockwise; clockwise if negative.
 
@@ -95,13 +97,13 @@ def rotate(phase, shape, k=1):
     phase = Phase(_core.phase_name(phase))
     for _ in range(operator.index(k) % 4):
         if _is_mosaic(phase):  # the columns, from the last to the first, become rows
-            a, b, c, d = phase_at(phase, width - 2, 0).value
+            a, b, c, d = tuple(phase_at(phase, width - 2, 0).value)
             phase = Phase(b + d + a + c)
         height, width = width, height
     return phase
 
 
-def cv2_code(phase, order="rgb"):
+def cv2_code(phase: str, order: typing.Literal["rgb", "bgr"] = "rgb") -> int:
     """Return the code for ``cv2.cvtColor`` that takes a mosaic for what it is.
 
     OpenCV names a mosaic after the 2x2 block at row 1, column 1, so the letters of its constants

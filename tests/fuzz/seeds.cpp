@@ -104,7 +104,7 @@ void fitses(const fs::path& folder) {
   extension.push_back(card("PCOUNT", "0"));
   extension.push_back(card("GCOUNT", "1"));
   save(folder / "extension", fits(cards(8, {}), "") + fits(extension, "yz"));
-  for (const int compression : {RICE_1, GZIP_1, GZIP_2, PLIO_1}) {
+  for (const int compression : {RICE_1, GZIP_1, GZIP_2}) {
     const fs::path path = folder / ("tiles" + std::to_string(compression));
     fs::remove(path);
     writeTiledFits(path, compression, 20, 17, texture);

@@ -34,7 +34,7 @@ set(apps/options interface apps/names apps/error apps/rejection)
 set(apps/progress apps/options)
 set(apps/pictures interface apps/colour apps/names apps/files apps/error)
 set(apps/input interface apps/colour apps/plugin apps/options apps/names apps/pictures apps/files apps/error)
-set(apps/look interface apps/error)
+set(apps/look interface apps/input apps/error)
 set(apps/batch interface apps/options apps/progress apps/pictures apps/files apps/error)
 set(apps/tools/drawing interface)
 set(apps/tools/scene interface apps/tools/drawing)
@@ -53,11 +53,14 @@ set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/d
   apps/tools/sheet apps/look apps/colour apps/options apps/progress apps/names apps/plugin apps/pictures apps/files
   apps/error apps/rejection)
 
-set(python interface apps/names apps/error common/rows)
+set(python interface apps/names apps/look apps/input apps/pictures apps/files apps/tools/guess apps/error
+  common/rows)
+set(gstreamer interface apps/names apps/options apps/look apps/error)
 
-set(tests ${bench} host ${apps} bench)
+set(tests ${bench} host ${apps} bench gstreamer)
 set(modules
-  common cpu streams curves samples output finish cfa platform demosaic frontend host apps python bench tests)
+  common cpu streams curves samples output finish cfa platform demosaic frontend host apps gstreamer python bench
+  tests)
 set(all_modules entries interface common/simd common/rows ${modules} ${apps})
 
 # The module of a path from the root; of a public header by its name.

@@ -16,12 +16,14 @@ set(exempt
   apps/main.cpp apps/program.cpp apps/options/batch_options.cpp apps/options/conversion_options.cpp
   apps/options/help.cpp apps/options/input_options.cpp apps/options/options.cpp  # usage_test.cpp
   apps/commands/conversion_job.cpp apps/commands/picture_request.cpp  # convert_test.cpp
-  apps/commands/development_job.cpp apps/commands/finished_look.cpp   # develop_test.cpp
+  apps/commands/development_job.cpp apps/commands/look_options.cpp
+  apps/look/camera_look.cpp apps/look/finished_look.cpp               # develop_test.cpp
   apps/options/calibration_options.cpp                                # sensor_calibration_test.cpp
   apps/files/temporary_file.cpp                                       # atomic_file_test.cpp
   apps/input/fits_input.cpp apps/input/tiff_blocks.cpp apps/input/tiff_image.cpp
   apps/input/tiff_input.cpp apps/input/readers.cpp                    # those of the readers
   apps/look/sky.cpp apps/look/tone.cpp                                # decide_test.cpp
+  apps/look/finished_look.cpp                                         # develop_test.cpp
   apps/names/algorithm_guide.cpp                                      # algorithms_test.cpp
   apps/colour/illuminant.cpp apps/colour/matrix3.cpp                   # camera_colour_test.cpp
   apps/commands/camera_info.cpp                                       # info_test.cpp
@@ -37,11 +39,12 @@ set(exempt
   apps/tools/scene/cards.cpp apps/tools/scene/scene.cpp
   apps/tools/scene/sensor.cpp apps/tools/scene/exposure.cpp           # scene_test.cpp
   apps/tools/sheet/contact_sheet.cpp                                  # compare_test.cpp
+  gstreamer/converter.cpp gstreamer/properties.cpp                    # element_test.cpp
   # These have programs of their own.
   apps/commands/selftest_command.cpp apps/tools/selftest/cases.cpp apps/tools/selftest/run.cpp
   apps/tools/manual/bash.cpp apps/tools/manual/description.cpp apps/tools/manual/details.cpp
   apps/tools/manual/fish.cpp apps/tools/manual/main.cpp apps/tools/manual/man_page.cpp
-  apps/tools/manual/zsh.cpp)
+  apps/tools/manual/zsh.cpp gstreamer/plugin.cpp)
 
 include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)
 sources(${ROOT} files)

@@ -28,6 +28,10 @@ check() {  # HEADER
   if [[ $1 == python/* ]]; then
     read -ra options <<<"-fvisibility=hidden $(/usr/bin/python3-config --includes)"
   fi
+  if [[ $1 == gstreamer/* ]]; then
+    pkg-config --exists gstreamer-video-1.0 || return 0
+    read -ra options <<<"$(pkg-config --cflags gstreamer-base-1.0 gstreamer-video-1.0)"
+  fi
   # The guards of a vector body leave out the level that it had alone.
   if [[ $1 == *-inl.h ]]; then
     options=(-include "$scratch/intrinsics.h")

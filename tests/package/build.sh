@@ -6,7 +6,8 @@ root=$(realpath "$(dirname "$0")/../..")
 
 "$root/debian/pack" "$build" "$packages"
 cd "$packages"
-for name in libvistrel1 libvistrelhost1 libvistrel-dev vistrel-tools python3-vistrel; do
+for name in libvistrel1 libvistrelhost1 libvistrel-dev vistrel-tools python3-vistrel \
+  gstreamer1.0-vistrel; do
   file=$(echo "${name}_${version}-1_"*.deb)
   [ -f "$file" ] || { echo "there is no package $name of version $version-1"; ls; exit 1; }
 done
@@ -16,6 +17,7 @@ field() { dpkg-deb -f "$1"_*.deb "$2"; }
 if grep "libvistrel1 " <<<"$(field libvistrelhost1 Depends)"; then exit 1; fi
 grep -q "libvistrelhost1 (>= $version)" <<<"$(field vistrel-tools Depends)"
 grep -q "libvistrelhost1 (>= $version)" <<<"$(field python3-vistrel Depends)"
+grep -q "libvistrelhost1 (>= $version)" <<<"$(field gstreamer1.0-vistrel Depends)"
 # Only a plug-in needs LibRaw, and the program works without it.
 grep -q libraw <<<"$(field vistrel-tools Recommends)"
 if grep libraw <<<"$(field vistrel-tools Depends)"; then exit 1; fi

@@ -9,16 +9,16 @@ export PATH=$PATH:/usr/sbin:/sbin
 rm -rf "$root"
 admin=$root/var/lib/dpkg
 mkdir -p "$admin/info" "$admin/updates" "$admin/triggers"
-awk 'BEGIN { RS = ""; ORS = "\n\n" } !/^Package: (libvistrel|vistrel|python3-vistrel)/' /var/lib/dpkg/status \
+awk 'BEGIN { RS = ""; ORS = "\n\n" } !/^Package: (libvistrel|vistrel|python3-vistrel|gstreamer1.0-vistrel)/' /var/lib/dpkg/status \
   >"$admin/status"
 dpkg-query --admindir="$admin" -W -f '${binary:Package}\n' |
   (cd "$admin/info" && sed 's/$/.list/' | xargs touch)
 into_root=(dpkg --root="$root" --force-not-root --log="$root/log")
-"${into_root[@]}" --install "$packages"/{lib,vistrel-}*.deb
+"${into_root[@]}" --install "$packages"/{lib,vistrel-,gstreamer}*.deb
 # Its script compiles modules, for which that root would need Python.
 "${into_root[@]}" --unpack "$packages"/python3-vistrel*.deb
 dpkg --root="$root" --verify libvistrel1 libvistrelhost1 libvistrel-dev vistrel-tools \
-  python3-vistrel
+  python3-vistrel gstreamer1.0-vistrel
 
 vistrel=$root/usr/bin/vistrel
 libraries=$(dirname "$(echo "$root"/usr/lib/*/libVistrel.so)")
@@ -31,7 +31,7 @@ test -f "$root/usr/share/doc/vistrel/images/curves.svg"
 
 examples=$root/usr/share/doc/libvistrel-dev/examples
 mkdir "$root/by-flags" "$root/by-cmake"
-for name in convert list plain; do
+for name in convert list pipe plain v4l2; do
   "$cc" "$examples/$name.c" $(pkg-config --cflags --libs vistrel vistrelhost) \
     -o "$root/by-flags/$name"
 done
@@ -53,7 +53,20 @@ import vistrel
 
 assert vistrel.__file__.startswith(sys.argv[1]), vistrel.__file__
 assert vistrel.convert(numpy.full((48, 64), 128, numpy.uint8), "rggb")[5, 5].tolist() == [128] * 3
+cards = ["SIMPLE  = T", "BITPIX  = 8", "NAXIS   = 2", "NAXIS1  = 4", "NAXIS2  = 2", "END"]
+with open(sys.argv[1] + "/a.fits", "wb") as file:
+    file.write("".join(f"{card:<80}" for card in cards).encode().ljust(2880) + bytes(range(8)).ljust(2880))
+assert vistrel.read(sys.argv[1] + "/a.fits", "mono").samples.shape == (2, 4)
 maps = open("/proc/self/maps").read().split()
 libraries = {path for path in maps if "/libvistrelhost.so" in path}
 assert libraries and all(path.startswith(sys.argv[1]) for path in libraries), libraries
 TEXT
+
+# GStreamer finds the element by its folder.
+if command -v gst-launch-1.0 >/dev/null; then
+  head -c 768 /dev/zero | tr '\0' '\200' >"$root/frame.raw"
+  GST_REGISTRY=$root/registry GST_PLUGIN_PATH=$libraries/gstreamer-1.0 gst-launch-1.0 -q \
+    filesrc location="$root/frame.raw" blocksize=768 ! video/x-bayer,format=rggb,width=32,height=24 ! \
+    vistreldemosaic ! video/x-raw,format=GRAY8 ! filesink location="$root/picture.raw"
+  cmp "$root/frame.raw" "$root/picture.raw"
+fi

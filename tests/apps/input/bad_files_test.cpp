@@ -177,6 +177,7 @@ TEST_F(BadFiles, FitsOfTiles) {
   fits("FITS: TFIELDS =(                   1: a whole number is expected", changed);
   changed = file;
   const size_t table = 2880 * (1 + file.find("END ", 2880) / 2880);  // counts and offsets
+  fits("FITS: the file is too short for its table of 136 bytes", changed.substr(0, table + 135));
   changed[table] = 0x20;
   fits("FITS: COMPRESSED_DATA of tile 1: the file is too short for it", changed);
   changed = file;

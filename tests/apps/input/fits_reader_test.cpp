@@ -133,9 +133,12 @@ TEST_F(FitsReader, FitsOfTiles) {
     writeTiledFits(scratch / name, compression, 50, 40, noise(16));
     expectSamples(name, 50, 40, 16, noise(16));
   }
+  writeTiledFits(scratch / "p.fits", PLIO_1, 50, 40, [](auto x, auto y) { return x + y; });
+  EXPECT_EQ(scratch.vistrel("info p.fits").err,
+            "vistrel: p.fits: FITS: PLIO_1 is not read; funpack decodes it\n");
   writeTiledFits(scratch / "h.fits", HCOMPRESS_1, 50, 40, [](auto x, auto y) { return x + y; });
   EXPECT_EQ(scratch.vistrel("info h.fits").err,
-            "vistrel: h.fits: FITS: HCOMPRESS is not read; funpack decodes it\n");
+            "vistrel: h.fits: FITS: HCOMPRESS_1 is not read; funpack decodes it\n");
 }
 
 TEST_F(FitsReader, PhaseInColortyp) {

@@ -221,6 +221,22 @@ TEST(Decide, FramesThatShowNothing) {
         }
 }
 
+TEST(Decide, SamplesOfAKnownLookAreNotRead) {
+  Look look;
+  look.black = {1, 2, 3, 4};
+  look.white = 1000;
+  const KnownLook known = parseLook(lookText(look)).known;
+  vistrel_frame frame{};  // without samples
+  frame.width = frame.height = 8;
+  frame.bytes_per_sample = 2;
+  frame.bits = 12;
+  frame.phase = VISTREL_RGGB;
+  EXPECT_EQ(decideLook(frame, {LookMode::kAstro, known}), look);
+  KnownLook mono{known.black, known.white, {}, {}, known.exposure, known.transfer, {}};
+  frame.phase = VISTREL_MONO;
+  EXPECT_EQ(decideLook(frame, {LookMode::kAuto, mono}), look);
+}
+
 TEST(Decide, KnownLevelsMayContradictTheFrame) {
   KnownLook known;
   known.black = {1000, 1000, 1000, 1000};

@@ -1,0 +1,192 @@
+#include "gstreamer/caps.h"
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <tuple>
+
+#include "gstreamer/formats.h"
+
+namespace vistrel::gstreamer {
+namespace {
+
+constexpr const char* kMosaic = "video/x-bayer";
+constexpr const char* kRaw = "video/x-raw";
+
+using Names = std::vector<const char*>;
+
+Names namesOfRaw(bool mono) {
+  Names names;
+  for (const RawFormat& format : rawFormats())
+    if ((format.phase == VISTREL_MONO) == mono) names.push_back(format.name.c_str());
+  return names;
+}
+
+Names namesOfPictures(const std::function<bool(const PictureFormat&)>& isWanted) {
+  Names names;
+  for (const PictureFormat& format : pictureFormats())
+    if (isWanted(format)) names.push_back(gst_video_format_to_string(format.video));
+  return names;
+}
+
+bool isMono(const PictureFormat& format) { return format.mono != kNoFormat; }
+
+void setFormats(GstStructure* structure, const Names& names) {
+  GValue list = G_VALUE_INIT;
+  gst_value_list_init(&list, static_cast<guint>(names.size()));
+  for (const char* name : names) {
+    GValue value = G_VALUE_INIT;
+    g_value_init(&value, G_TYPE_STRING);
+    g_value_set_string(&value, name);
+    gst_value_list_append_and_take_value(&list, &value);
+  }
+  gst_structure_take_value(structure, "format", &list);
+}
+
+// Caps of this media type that have the other fields of the structure.
+void append(GstCaps* caps, const GstStructure* like, const char* media, const Names& names) {
+  GstStructure* const structure = gst_structure_copy(like);
+  gst_structure_set_name(structure, media);
+  setFormats(structure, names);
+  gst_caps_append_structure(caps, structure);
+}
+
+// A framerate is not needed.
+GstStructure* anySize() {
+  return gst_structure_new(kRaw, "width", GST_TYPE_INT_RANGE, 1, G_MAXINT, "height",
+                           GST_TYPE_INT_RANGE, 1, G_MAXINT, nullptr);
+}
+
+struct StructureFree {
+  void operator()(GstStructure* structure) const { gst_structure_free(structure); }
+};
+using Structure = std::unique_ptr<GstStructure, StructureFree>;
+
+// Extents, both inclusive.
+struct Range {
+  int64_t least, most;
+};
+
+Range rangeOf(const GstStructure* structure, const char* field) {
+  const GValue* const value = gst_structure_get_value(structure, field);
+  if (value && G_VALUE_HOLDS_INT(value)) return {g_value_get_int(value), g_value_get_int(value)};
+  if (value && GST_VALUE_HOLDS_INT_RANGE(value))
+    return {gst_value_get_int_range_min(value), gst_value_get_int_range_max(value)};
+  return {1, G_MAXINT};
+}
+
+// `part` is the region's extent and `start` where it begins; 0 for the whole frame. Whether it lies
+// within the frame is for the converter to say.
+Range pictureRange(const Range& frame, uint32_t, uint32_t part, uint32_t binning) {
+  if (!part) return {std::max<int64_t>(frame.least / binning, 1), frame.most / binning};
+  return {part / binning, part / binning};
+}
+
+Range frameRange(const Range& picture, uint32_t start, uint32_t part, uint32_t binning) {
+  if (!part) return {picture.least * binning, (picture.most + 1) * binning - 1};
+  const int64_t extent = part / binning;
+  const bool fits = picture.least <= extent && extent <= picture.most;
+  return fits ? Range{int64_t{start} + part, G_MAXINT} : Range{1, 0};
+}
+
+// Returns false if there is no such extent.
+bool setRange(GstStructure* structure, const char* field, Range range) {
+  range.most = std::min<int64_t>(range.most, G_MAXINT);
+  if (range.least < 1 || range.least > range.most) return false;
+  const int least = static_cast<int>(range.least), most = static_cast<int>(range.most);
+  if (least == most)
+    gst_structure_set(structure, field, G_TYPE_INT, least, nullptr);
+  else
+    gst_structure_set(structure, field, GST_TYPE_INT_RANGE, least, most, nullptr);
+  return true;
+}
+
+bool resize(GstStructure* structure, GstPadDirection direction, const Shape& shape) {
+  const auto range = direction == GST_PAD_SINK ? pictureRange : frameRange;
+  const vistrel_region& r = shape.region;
+  const Range width = range(rangeOf(structure, "width"), r.x, r.width, shape.binning);
+  const Range height = range(rangeOf(structure, "height"), r.y, r.height, shape.binning);
+  return setRange(structure, "width", width) && setRange(structure, "height", height);
+}
+
+// That of the frames with another matrix and range: NV12 and I420 are BT.709 in limited range.
+std::string colorimetryOf(const GstStructure* structure, bool yuv) {
+  const char* const text = gst_structure_get_string(structure, "colorimetry");
+  GstVideoColorimetry colours;
+  if (!text || !gst_video_colorimetry_from_string(&colours, text))
+    return yuv ? GST_VIDEO_COLORIMETRY_BT709 : "";
+  colours.matrix = yuv ? GST_VIDEO_COLOR_MATRIX_BT709 : GST_VIDEO_COLOR_MATRIX_RGB;
+  colours.range = yuv ? GST_VIDEO_COLOR_RANGE_16_235 : GST_VIDEO_COLOR_RANGE_0_255;
+  gchar* const changed = gst_video_colorimetry_to_string(&colours);
+  const std::string result = changed ? changed : "";
+  g_free(changed);
+  return result;
+}
+
+void appendPictures(GstCaps* caps, const GstStructure* frames, const Shape& shape) {
+  Structure sized(gst_structure_copy(frames));
+  if (!resize(sized.get(), GST_PAD_SINK, shape)) return;
+  const std::string rgb = colorimetryOf(frames, false), yuv = colorimetryOf(frames, true);
+  gst_structure_remove_fields(sized.get(), "colorimetry", "chroma-site", nullptr);
+  const Structure chroma(gst_structure_copy(sized.get()));
+  if (!rgb.empty())
+    gst_structure_set(sized.get(), "colorimetry", G_TYPE_STRING, rgb.c_str(), nullptr);
+  if (!gst_structure_has_name(frames, kMosaic))
+    return append(caps, sized.get(), kRaw, namesOfPictures(isMono));
+  append(caps, sized.get(), kRaw, namesOfPictures(std::not_fn(isYuv)));
+  // A chroma sample is the mean of the pixels around it.
+  gst_structure_set(chroma.get(), "colorimetry", G_TYPE_STRING, yuv.c_str(), "chroma-site",
+                    G_TYPE_STRING, "jpeg", nullptr);
+  append(caps, chroma.get(), kRaw, namesOfPictures(isYuv));
+}
+
+bool hasMonoFormat(const GstStructure* pictures) {
+  Structure gray(gst_structure_new_empty(kRaw));
+  setFormats(gray.get(), namesOfPictures(isMono));
+  const GValue* const format = gst_structure_get_value(pictures, "format");
+  return !format ||
+         gst_value_intersect(nullptr, format, gst_structure_get_value(gray.get(), "format"));
+}
+
+void appendFrames(GstCaps* caps, const GstStructure* pictures, const Shape& shape) {
+  Structure sized(gst_structure_copy(pictures));
+  if (!resize(sized.get(), GST_PAD_SRC, shape)) return;
+  gst_structure_remove_fields(sized.get(), "colorimetry", "chroma-site", nullptr);
+  append(caps, sized.get(), kMosaic, namesOfRaw(false));
+  if (hasMonoFormat(pictures)) append(caps, sized.get(), kRaw, namesOfRaw(true));
+}
+
+}  // namespace
+
+bool Shape::operator==(const Shape& other) const {
+  const auto all = [](const Shape& s) {
+    return std::tuple(s.region.x, s.region.y, s.region.width, s.region.height, s.binning);
+  };
+  return all(*this) == all(other);
+}
+
+GstCaps* sinkCaps() {
+  GstCaps* const caps = gst_caps_new_empty();
+  const Structure any(anySize());
+  append(caps, any.get(), kMosaic, namesOfRaw(false));
+  append(caps, any.get(), kRaw, namesOfRaw(true));
+  return caps;
+}
+
+GstCaps* sourceCaps() {
+  GstCaps* const caps = gst_caps_new_empty();
+  const Structure any(anySize());
+  append(caps, any.get(), kRaw, namesOfPictures([](const auto&) { return true; }));
+  return caps;
+}
+
+GstCaps* transformedCaps(GstPadDirection direction, const GstCaps* caps, const Shape& shape) {
+  GstCaps* const result = gst_caps_new_empty();
+  for (guint i = 0; i < gst_caps_get_size(caps); ++i) {
+    const GstStructure* const structure = gst_caps_get_structure(caps, i);
+    (direction == GST_PAD_SINK ? appendPictures : appendFrames)(result, structure, shape);
+  }
+  return gst_caps_simplify(result);
+}
+
+}  // namespace vistrel::gstreamer

@@ -1,0 +1,251 @@
+#include "gstreamer/element.h"
+
+#include <gst/base/gstbasetransform.h>
+
+#include <exception>
+#include <string>
+
+#include "apps/error.h"
+#include "gstreamer/allocation.h"
+#include "gstreamer/caps.h"
+#include "gstreamer/converter.h"
+#include "gstreamer/properties.h"
+
+GST_DEBUG_CATEGORY_STATIC(vistrel_debug);
+#define GST_CAT_DEFAULT vistrel_debug
+
+namespace vistrel::gstreamer {
+namespace {
+
+const std::vector<Property>& properties() {
+  static const std::vector<Property> all = makeProperties();
+  return all;
+}
+
+// Of an element. Its object lock guards settings, changes and shape; all else belongs to the
+// streaming thread.
+struct State {
+  Settings settings;
+  uint64_t changes = 1;  // of the settings
+  uint64_t adopted = 0;  // those that the converter knows
+  Shape shape;           // that caps are transformed by
+  Converter converter;
+  GstClockTime last = GST_CLOCK_TIME_NONE;  // when the last frame began
+};
+
+struct VistrelDemosaic {
+  GstBaseTransform base;
+  State* state;
+};
+struct VistrelDemosaicClass {
+  GstBaseTransformClass base;
+};
+
+G_DEFINE_TYPE(VistrelDemosaic, vistrel_demosaic, GST_TYPE_BASE_TRANSFORM)
+
+State& stateOf(gpointer element) { return *static_cast<VistrelDemosaic*>(element)->state; }
+
+// Texts of the program's parsers name an option.
+std::string textOf(const std::exception& error) {
+  const std::string text = error.what();
+  return text.starts_with("--") ? text.substr(2) : text;
+}
+
+// Runs `action`; posts what it throws and returns false.
+template <class Action>
+bool attempt(GstBaseTransform* base, Action&& action) {
+  try {
+    action();
+    return true;
+  } catch (const std::exception& error) {
+    GST_ELEMENT_ERROR(base, STREAM, FORMAT, ("%s", textOf(error).c_str()), (nullptr));
+    return false;
+  }
+}
+
+void setProperty(GObject* object, guint number, const GValue* value, GParamSpec*) {
+  State& state = stateOf(object);
+  GST_OBJECT_LOCK(object);
+  properties()[number - 1].set(state.settings, value);
+  ++state.changes;
+  GST_OBJECT_UNLOCK(object);
+}
+
+void getProperty(GObject* object, guint number, GValue* value, GParamSpec*) {
+  GST_OBJECT_LOCK(object);
+  properties()[number - 1].get(stateOf(object).settings, value);
+  GST_OBJECT_UNLOCK(object);
+}
+
+// Gives the settings to the converter. If they change the size of pictures, the caps of the source
+// pad are negotiated anew before the next picture is made. Throws.
+void adoptSettings(GstBaseTransform* base) {
+  State& state = stateOf(base);
+  GST_OBJECT_LOCK(base);
+  const uint64_t changes = state.changes;
+  const Settings settings = changes == state.adopted ? Settings{} : state.settings;
+  GST_OBJECT_UNLOCK(base);
+  if (changes == state.adopted) return;
+  const Shape shape = shapeOf(settings);
+  state.converter.set(settings);
+  state.adopted = changes;
+  if (shape == state.shape) return;
+  GST_OBJECT_LOCK(base);
+  state.shape = shape;
+  GST_OBJECT_UNLOCK(base);
+  gst_base_transform_reconfigure_src(base);
+}
+
+gboolean start(GstBaseTransform* base) {
+  State& state = stateOf(base);
+  state.last = GST_CLOCK_TIME_NONE;
+  return attempt(base, [&] {
+    state.converter.start();
+    adoptSettings(base);
+  });
+}
+
+gboolean stop(GstBaseTransform* base) {
+  stateOf(base).converter.stop();
+  return TRUE;
+}
+
+GstCaps* transformCaps(GstBaseTransform* base, GstPadDirection direction, GstCaps* caps,
+                       GstCaps* filter) {
+  GST_OBJECT_LOCK(base);
+  const Shape shape = stateOf(base).shape;
+  GST_OBJECT_UNLOCK(base);
+  GstCaps* const all = transformedCaps(direction, caps, shape);
+  if (!filter) return all;
+  GstCaps* const wanted = gst_caps_intersect_full(filter, all, GST_CAPS_INTERSECT_FIRST);
+  gst_caps_unref(all);
+  return wanted;
+}
+
+gboolean setCaps(GstBaseTransform* base, GstCaps* frames, GstCaps* pictures) {
+  return attempt(base, [&] {
+    GstVideoInfo info;
+    if (!gst_video_info_from_caps(&info, pictures))
+      app::throwError(app::kRejected, "pictures are larger than GStreamer's can be");
+    stateOf(base).converter.negotiate(rawStreamOf(frames), info);
+  });
+}
+
+// Buffers of any size go in: those that are too short are rejected when they are converted.
+gboolean transformSize(GstBaseTransform*, GstPadDirection direction, GstCaps*, gsize,
+                       GstCaps* other, gsize* size) {
+  *size = direction == GST_PAD_SINK ? pictureBytes(other) : frameBytes(other);
+  return *size > 0;
+}
+
+// A caps event negotiates with the settings of that moment.
+gboolean sinkEvent(GstBaseTransform* base, GstEvent* event) {
+  if (GST_EVENT_TYPE(event) == GST_EVENT_CAPS && !attempt(base, [&] { adoptSettings(base); })) {
+    gst_event_unref(event);
+    return FALSE;
+  }
+  return GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)->sink_event(base, event);
+}
+
+// Files have segments of bytes.
+void syncControlledProperties(GstBaseTransform* base, const GstBuffer* buffer) {
+  if (base->segment.format != GST_FORMAT_TIME) return;
+  const GstClockTime time =
+      gst_segment_to_stream_time(&base->segment, GST_FORMAT_TIME, GST_BUFFER_TIMESTAMP(buffer));
+  if (GST_CLOCK_TIME_IS_VALID(time)) gst_object_sync_values(GST_OBJECT(base), time);
+}
+
+// Comes before the source pad negotiates anew.
+GstFlowReturn submitBuffer(GstBaseTransform* base, gboolean isDiscont, GstBuffer* buffer) {
+  syncControlledProperties(base, buffer);
+  if (!attempt(base, [&] { adoptSettings(base); })) {
+    gst_buffer_unref(buffer);
+    return GST_FLOW_ERROR;
+  }
+  return GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)
+      ->submit_input_buffer(base, isDiscont, buffer);
+}
+
+// Since the last frame; a frame at 25 Hz if there are no times.
+double secondsBefore(State& state, const GstBuffer* frame) {
+  const GstClockTime now = GST_BUFFER_PTS(frame), last = std::exchange(state.last, now);
+  if (!GST_CLOCK_TIME_IS_VALID(now) || !GST_CLOCK_TIME_IS_VALID(last)) return 0.04;
+  return now > last ? static_cast<double>(now - last) / GST_SECOND : 0;
+}
+
+GstFlowReturn transform(GstBaseTransform* base, GstBuffer* frame, GstBuffer* picture) {
+  State& state = stateOf(base);
+  const double seconds = secondsBefore(state, frame);
+  const bool done = attempt(base, [&] { state.converter.convert(frame, picture, seconds); });
+  return done ? GST_FLOW_OK : GST_FLOW_ERROR;
+}
+
+gboolean proposeAllocation(GstBaseTransform* base, GstQuery* decided, GstQuery* query) {
+  return offerFrames(query) && GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)
+                                   ->propose_allocation(base, decided, query);
+}
+
+gboolean decideAllocation(GstBaseTransform* base, GstQuery* query) {
+  return choosePictures(query) &&
+         GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)->decide_allocation(base, query);
+}
+
+void finalize(GObject* object) {
+  delete static_cast<VistrelDemosaic*>(static_cast<gpointer>(object))->state;
+  G_OBJECT_CLASS(vistrel_demosaic_parent_class)->finalize(object);
+}
+
+void addPad(GstElementClass* element, const char* name, GstPadDirection direction, GstCaps* caps) {
+  gst_element_class_add_pad_template(element,
+                                     gst_pad_template_new(name, direction, GST_PAD_ALWAYS, caps));
+  gst_caps_unref(caps);
+}
+
+void describe(GstElementClass* element) {
+  gst_element_class_set_static_metadata(
+      element, "Raw frames to pictures", "Filter/Converter/Video",
+      "Demosaics frames of cameras of any depth and packing, exact to the sample", "libVistrel");
+  addPad(element, "sink", GST_PAD_SINK, sinkCaps());
+  addPad(element, "src", GST_PAD_SRC, sourceCaps());
+}
+
+void installProperties(GObjectClass* object) {
+  object->set_property = setProperty;
+  object->get_property = getProperty;
+  for (guint i = 0; i < properties().size(); ++i) {
+    GParamSpec* const spec = properties()[i].spec;
+    g_object_class_install_property(object, i + 1, spec);
+    if (G_IS_PARAM_SPEC_ENUM(spec))
+      gst_type_mark_as_plugin_api(spec->value_type, GstPluginAPIFlags{});
+  }
+}
+
+void vistrel_demosaic_class_init(VistrelDemosaicClass* klass) {
+  GST_DEBUG_CATEGORY_INIT(vistrel_debug, "vistreldemosaic", 0, "Raw frames to pictures");
+  auto* const object = G_OBJECT_CLASS(klass);
+  object->finalize = finalize;
+  installProperties(object);
+  describe(GST_ELEMENT_CLASS(klass));
+  GstBaseTransformClass& base = klass->base;
+  base.start = start;
+  base.stop = stop;
+  base.transform_caps = transformCaps;
+  base.set_caps = setCaps;
+  base.transform_size = transformSize;
+  base.sink_event = sinkEvent;
+  base.submit_input_buffer = submitBuffer;
+  base.transform = transform;
+  base.propose_allocation = proposeAllocation;
+  base.decide_allocation = decideAllocation;
+}
+
+void vistrel_demosaic_init(VistrelDemosaic* element) {
+  element->state = new State;
+  gst_base_transform_set_qos_enabled(&element->base, TRUE);
+}
+
+}  // namespace
+
+GType elementType() { return vistrel_demosaic_get_type(); }
+
+}  // namespace vistrel::gstreamer

@@ -1,0 +1,10 @@
+// The element vistreldemosaic.
+#pragma once
+
+#include <glib-object.h>
+
+namespace vistrel::gstreamer {
+
+GType elementType();
+
+}  // namespace vistrel::gstreamer

@@ -1,0 +1,73 @@
+#include "python/extension/write.h"
+
+#include <pybind11/numpy.h>
+
+#include "apps/files/temporary_file.h"
+#include "apps/pictures/picture.h"
+#include "python/extension/arguments.h"
+#include "python/extension/unlocked.h"
+
+namespace vistrel::python {
+namespace {
+
+// Of an array of shape (height, width) or (height, width, channels) without gaps.
+Image imageOf(const py::array& array, uint32_t bits) {
+  Image image;
+  vistrel_layout& l = image.layout;
+  l = {};
+  l.height = static_cast<uint32_t>(array.shape(0));
+  l.width = static_cast<uint32_t>(array.shape(1));
+  l.channels = array.ndim() == 2 ? 1 : static_cast<uint32_t>(array.shape(2));
+  l.bits = bits;
+  l.bytes = static_cast<size_t>(array.nbytes());
+  l.row_bytes = l.bytes / l.height;
+  const auto* const first = static_cast<const uint8_t*>(array.data());
+  image.pixels.assign(first, first + l.bytes);
+  return image;
+}
+
+app::Encoding encodingOf(py::handle name) {
+  static constexpr const char* kEncodings[] = {"unknown", "linear", "srgb", nullptr};
+  switch (choiceOf(name, {"encoding", VISTREL_BAD_TRANSFER}, kEncodings)) {
+    case 1: return app::kLinearLight;
+    case 2: return {app::Encoding::kSrgb};
+    default: return {};
+  }
+}
+
+std::optional<app::DngCamera> cameraOf(py::handle phase, py::handle black, py::handle white,
+                                       uint32_t bits) {
+  if (phase.is_none()) return {};
+  const uint32_t code = codeOf(phase, {"phase", VISTREL_BAD_PHASE}, vistrel_parse_phase);
+  app::DngCamera camera = app::unknownCamera(code, bits);
+  uint32_t levels[4];
+  integersOf(black, {"black", VISTREL_BAD_BLACK}, levels, 4);
+  std::copy(levels, levels + 4, camera.black.begin());
+  if (!white.is_none()) camera.white = integerOf(white, {"white", VISTREL_BAD_WHITE});
+  return camera;
+}
+
+void checkChannels(const app::PictureType& type, uint32_t channels) {
+  if (type.channels && type.channels != channels)
+    reject(VISTREL_BAD_FORMAT, "image", std::to_string(channels) + " channels",
+           std::string("a ") + type.extension + " has " + std::to_string(type.channels));
+}
+
+void write(const std::string& path, const py::array& array, uint32_t bits, py::handle phase,
+           py::handle black, py::handle white, py::handle encoding) {
+  const Image image = imageOf(array, bits);
+  checkChannels(app::pictureType(path), image.layout.channels);
+  const app::PictureDetails details{.encoding = encodingOf(encoding),
+                                    .camera = cameraOf(phase, black, white, bits)};
+  if (details.camera) app::frameType(path);
+  withoutLockOrThrow([&] { app::savePicture(image, details, path); });
+}
+
+}  // namespace
+
+void bindWrite(py::module_& module) {
+  module.def("write", &write);
+  module.def("remove_stale_files", &app::removeStaleFiles);
+}
+
+}  // namespace vistrel::python

@@ -1,0 +1,193 @@
+"""Chunked arrays and files, by threads and by processes of which one is killed."""
+
+import hashlib
+import os
+import signal
+import time
+
+import numpy as np
+import pytest
+import vistrel
+from frames import noise
+
+da = pytest.importorskip("dask.array")
+distributed = pytest.importorskip("distributed")
+import vistrel.dask  # noqa: E402
+
+pytestmark = pytest.mark.filterwarnings("ignore")  # those of Dask
+
+
+def frames_of(count, chunks=4, bits=12):
+    stack = noise((count, 24, 32), bits)
+    return stack, da.from_array(stack, chunks=(chunks, 24, 32))
+
+
+@pytest.mark.parametrize(
+    "options",
+    [{}, {"algorithm": "ahd"}, {"layout": "chw", "dtype": "float32"}, {"region": (3, 4, 12, 10)},
+     {"format": "nv12"}, {"gains": "gray-world"}, {"orientation": 6}, {"format": "gray16"}],
+)
+def test_convert(options):
+    stack, frames = frames_of(10)
+    images = vistrel.dask.convert(frames, "gbrg", 12, **options)
+    expected = np.stack([vistrel.convert(raw, "gbrg", 12, **options) for raw in stack])
+    assert (images.shape, images.dtype, images.numblocks[0]) == (expected.shape, expected.dtype, 3)
+    assert images._meta.dtype == expected.dtype and images._meta.ndim == expected.ndim
+    assert np.array_equal(images.compute(scheduler="threads"), expected)
+
+
+@pytest.mark.parametrize("look", ["auto", "srgb,exposure=2", vistrel.Look(mode="linear", black=10)])
+def test_develop(look):
+    stack, frames = frames_of(6)
+    images = vistrel.dask.develop(frames, "rggb", 12, look, dtype="uint16")
+    expected = np.stack([vistrel.develop(raw, "rggb", 12, look, dtype="uint16") for raw in stack])
+    assert np.array_equal(images.compute(scheduler="threads"), expected)
+
+
+def test_unpack():
+    packed = noise((7, 24 * 50), 8)
+    frames = vistrel.dask.unpack(da.from_array(packed, chunks=(3, 400)), "BayerRG12p", 32, 24, 50)
+    expected = np.stack([vistrel.unpack(data, "BayerRG12p", 32, 24, 50) for data in packed])
+    assert (frames.shape, frames.dtype) == (expected.shape, expected.dtype)
+    assert np.array_equal(frames.compute(scheduler="threads"), expected)
+
+
+def test_chunks_become_whole_frames():
+    stack, _ = frames_of(5)
+    divided = da.from_array(stack, chunks=(2, 7, 9))
+    images = vistrel.dask.convert(divided, "rggb", 12)
+    assert images.chunks[0] == (2, 2, 1)
+    expected = np.stack([vistrel.convert(raw, "rggb", 12) for raw in stack])
+    assert np.array_equal(images.compute(scheduler="threads"), expected)
+
+
+def test_nothing_is_computed_before_it_is_asked_for():
+    def fail(block):
+        raise AssertionError
+
+    frames = da.map_blocks(fail, da.zeros((4, 24, 32), dtype="u2"), dtype="u2",
+                           meta=np.empty((0, 0, 0), "u2"))
+    images = vistrel.dask.convert(frames, "rggb", 12)
+    assert images.shape == (4, 24, 32, 3)
+    with pytest.raises(AssertionError):
+        images.compute(scheduler="sync")
+
+
+def test_names_of_tasks_follow_from_what_they_do():
+    _, frames = frames_of(4)
+    one = vistrel.dask.convert(frames, "rggb", 12)
+    assert one.name == vistrel.dask.convert(frames, "rggb", 12).name
+    assert one.name != vistrel.dask.convert(frames, "grbg", 12).name
+
+
+@pytest.mark.parametrize(
+    "call, exception",
+    [
+        (lambda f: vistrel.dask.convert(f, "rgbg", 12), ValueError),
+        (lambda f: vistrel.dask.convert(f, "rggb", 12, algorithm="best"), ValueError),
+        (lambda f: vistrel.dask.convert(f[0], "rggb", 12), ValueError),
+        (lambda f: vistrel.dask.convert(f.astype("f4"), "rggb", 12), TypeError),
+        (lambda f: vistrel.dask.develop(f, "rggb", 12, "best"), ValueError),
+        (lambda f: vistrel.dask.unpack(f, "BayerRG12p", 4, 4), ValueError),
+        (lambda f: vistrel.dask.unpack(f[0].astype("u1"), "BayerRG12p", 40, 4), ValueError),
+    ],
+)
+def test_options_are_rejected_at_once(call, exception):
+    with pytest.raises(exception):
+        call(frames_of(4)[1])
+
+
+def test_samples_are_rejected_by_the_computation():
+    _, frames = frames_of(4)
+    with pytest.raises(vistrel.InvalidValue, match="samples"):
+        vistrel.dask.convert(frames, "rggb", 10).compute(scheduler="threads")
+
+
+COUNT, CHUNK = 2000, 10
+
+
+def seeded(block_info):
+    """Frames whose samples follow from their numbers, slowly enough to be interrupted."""
+    first, end = block_info[None]["array-location"][0]
+    time.sleep(0.01)
+    return np.stack([noise((48, 64), 12, seed) for seed in range(first, end)])
+
+
+def hashes(images):
+    digests = [hashlib.sha256(image.tobytes()).hexdigest().encode() for image in images]
+    return np.array(digests, "S64")
+
+
+@pytest.fixture
+def client():
+    with distributed.LocalCluster(n_workers=2, threads_per_worker=2, processes=True,
+                                  dashboard_address=None) as cluster:
+        with distributed.Client(cluster) as client:
+            yield client
+
+
+def kill_one(client, finished):
+    """A worker, once some tasks are done."""
+    end = time.monotonic() + 60
+    while finished() < 20:
+        assert time.monotonic() < end
+        time.sleep(0.005)
+    pid = list(client.run(os.getpid).values())[0]
+    os.kill(pid, signal.SIGKILL)
+    return pid
+
+
+def tasks_done(client):
+    return client.run_on_scheduler(
+        lambda dask_scheduler: sum(t.state in ("memory", "released", "forgotten")
+                                   for t in dask_scheduler.tasks.values()))
+
+
+def test_all_frames_survive_a_killed_worker(client):
+    frames = da.map_blocks(seeded, chunks=((CHUNK,) * (COUNT // CHUNK), 48, 64), dtype="u2",
+                           meta=np.empty((0, 0, 0), "u2"))
+    images = vistrel.dask.convert(frames, "rggb", 12, algorithm="ahd")
+    result = client.compute(images.map_blocks(hashes, drop_axis=[1, 2, 3], dtype="S64"))
+    pid = kill_one(client, lambda: tasks_done(client))
+    assert not result.done()
+    got = result.result(timeout=120)
+    assert pid not in client.run(os.getpid).values()
+    raws = (noise((48, 64), 12, seed) for seed in range(COUNT))
+    expected = hashes([vistrel.convert(raw, "rggb", 12, algorithm="ahd") for raw in raws])
+    assert len(set(got)) == COUNT
+    assert np.array_equal(got, expected)
+
+
+def test_all_files_survive_a_killed_worker(client, tmp_path):
+    """What is there when the worker dies is whole, and is not made again."""
+    out, serial = tmp_path / "out", tmp_path / "serial"
+    out.mkdir()
+    serial.mkdir()
+    for i in range(400):
+        vistrel.write(tmp_path / f"{i}.pgm", noise((60, 80), 12, i), 12, phase="gbrg")
+    manifest = tmp_path / "manifest"
+    manifest.write_text("".join(f"{tmp_path}/{i}.pgm\n" for i in range(400)))
+    options = {"read": {"phase": "gbrg"}, "develop": True, "chunk": 5}
+    report = vistrel.dask.convert_files(manifest, out, **options)
+    assert (report.shape, report.dtype) == ((400,), vistrel.dask.REPORT)
+    assert not list(out.iterdir())
+    result = client.compute(report)
+    kill_one(client, lambda: len(list(out.iterdir())))
+    assert not result.done()
+    rows = result.result(timeout=120)
+    expected = vistrel.dask.convert_files(manifest, serial, **options).compute(scheduler="sync")
+    assert np.array_equal(rows["sha256"], expected["sha256"])
+    for i in range(400):
+        assert (out / f"{i}.png").read_bytes() == (serial / f"{i}.png").read_bytes()
+    again = vistrel.dask.convert_files(manifest, out, **options).compute(scheduler="threads")
+    assert not again["made"].any()
+    assert sorted(p.name for p in out.iterdir()) == sorted(p.name for p in serial.iterdir())
+    (out / "7.png").unlink()
+    again = vistrel.dask.convert_files(manifest, out, **options).compute(scheduler="threads")
+    assert np.flatnonzero(again["made"]).tolist() == [7]
+    assert np.array_equal(again["sha256"], expected["sha256"])
+
+
+def test_outputs_have_names_of_their_own():
+    with pytest.raises(ValueError, match="a/x.pgm has the same output, x.png"):
+        vistrel.dask.convert_files(["a/x.pgm", "b/x.dng"], "out")
