@@ -155,7 +155,7 @@ TEST_F(Films, HaveOneLook) {
 TEST_F(Films, AreRepeatedByTheirLines) {
   scratch.write("in.raw", flat(40) + flat(80));
   const Finished same = shell("$V develop in.raw --same -o a.y4m" + format);
-  EXPECT_EQ(same.out.rfind("vistrel develop in.raw -s 4x2 ", 0), 0u) << same.out;
+  EXPECT_EQ(same.out.rfind("vistrel develop in.raw --phase rggb ", 0), 0u) << same.out;
   const std::string film = scratch.read("a.y4m");
   scratch.write("a.y4m", "");
   EXPECT_EQ(shell("$V" + same.out.substr(7)).status, 0);

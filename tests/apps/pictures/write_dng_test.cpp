@@ -81,7 +81,7 @@ TEST_F(Dng, OurReaderFindsTheFrame) {
     EXPECT_EQ(description["format"], "DNG");
     EXPECT_EQ(description["phase"], vistrel_phase_name(phase));
     EXPECT_EQ(description["bits"], bits);
-    EXPECT_EQ(description["black_level"], nlohmann::json({0, 0, 0, 0}));
+    EXPECT_EQ(description["black_level"], nullptr);
     EXPECT_EQ(description["white_level"], (1u << bits) - 1);
     const std::string depth = bits > 8 ? " --depth 16" : "";
     EXPECT_EQ(scratch.vistrel("convert in.dng --phase mono -o out.pgm" + depth).status, 0);
@@ -250,12 +250,12 @@ TEST_F(Dng, DevelopsLikeTheFrameThatItIsMadeOf) {
   const auto lookOf = [&](const std::string& name) {
     const auto text =
         scratch.vistrel("develop --json --phase rggb -o " + name + ".png " + name).out;
-    return nlohmann::json::parse(text)["files"][0]["look"];
+    return nlohmann::json::parse(text)["inputs"][0]["outputs"][0]["look"];
   };
   const nlohmann::json look = lookOf("in.pgm");
   EXPECT_GT(look["black"][0], 200);
   for (const std::string command : {"unpack", "convert --mosaic"}) {
-    const Finished made = scratch.vistrel(command + " in.pgm --phase rggb -o out.dng --overwrite");
+    const Finished made = scratch.vistrel(command + " in.pgm --phase rggb -o out.dng");
     ASSERT_EQ(made.status, 0) << made.err;
     EXPECT_EQ(lookOf("out.dng"), look) << command;
   }
