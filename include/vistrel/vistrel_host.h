@@ -123,7 +123,7 @@ int32_t vistrel_convert_rows(vistrel_stream* stream, const vistrel_frame* frame,
  *
  * Rows of the image become final, from top to bottom and with the same bytes as in
  * vistrel_stream_convert, as soon as the rows that they are made from have been
- * pushed: at most 5 below those that their pixels cover, and in NV12 and I420 those of
+ * pushed: at most 9 below those that their pixels cover, and in NV12 and I420 those of
  * both rows of a pair.
  * Unless final_rows is null, it receives their number, even if a sample with excess
  * bits ends the conversion. The other rows of the image are then unspecified. Any
