@@ -65,7 +65,11 @@ int main(int argc, char** argv) {
   samples = malloc(layout.frame_bytes);
   image.size = layout.bytes;
   image.pixels = malloc(image.size);
+  if (!samples || !image.pixels) return fail("out of memory");
   while (!(result = convert(stream, &frame, &conversion, &image, samples, &error)))
     ;
+  vistrel_stream_release(stream, NULL);
+  free(samples);
+  free(image.pixels);
   return result == 2 ? 0 : result; /* 2: no further frame */
 }
