@@ -38,7 +38,7 @@ Floats floatsOf(const Request& r, const vistrel_layout& layout) {
   const bool keepsBits =
       layout.bits == r.input.frame.bits && r.conversion.white && !r.conversion.finish;
   const uint32_t divisor = keepsBits ? r.conversion.white : (1u << layout.bits) - 1;
-  return {layout.bits > 8 ? size_t{2} : size_t{1}, static_cast<float>(divisor)};
+  return {r.sampleBytes, static_cast<float>(divisor)};
 }
 
 // Whether rows can be widened while they are in cache.

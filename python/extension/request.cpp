@@ -123,6 +123,7 @@ uint32_t defaultFormat(const vistrel_frame& frame, SampleType type, bool isDeep)
 
 void checkFormat(handle format, SampleType type, Request& r) {
   const vistrel_format& row = rowOf(r.conversion.format);
+  r.sampleBytes = row.bytes_per_sample;
   if (type.kind == 'u' && type.bytes != row.bytes_per_sample)
     reject(VISTREL_BAD_FORMAT, "dtype", textOf(py::dtype(type.bytes == 1 ? "u1" : "u2")),
            "the samples of " + std::string(row.name) + " are others");
@@ -168,7 +169,7 @@ uint32_t threadsOf(handle value) {
 }  // namespace
 
 Request requestOf(const py::args& a) {
-  Request r{frameOf(a[kRaw], a[kPhase], a[kBits], a[kAlign]), {}, false, false, 1};
+  Request r{frameOf(a[kRaw], a[kPhase], a[kBits], a[kAlign]), {}, false, false, 0, 1};
   vistrel_conversion& c = r.conversion;
   vistrel_default_conversion(&r.input.frame, &c);
   c.algorithm =

@@ -42,8 +42,9 @@ enum Argument {
 struct Request {
   ArrayFrame input;
   vistrel_conversion conversion;
-  bool planes;  // channels come first
-  bool floats;  // samples are divided by full scale
+  bool planes;         // channels come first
+  bool floats;         // samples are divided by full scale
+  size_t sampleBytes;  // of the format, before that
   uint32_t threads;
 };
 

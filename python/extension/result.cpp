@@ -21,9 +21,9 @@ Shape shapeOf(const Request& request, const vistrel_layout& l) {
   return {height, width, l.channels};
 }
 
-py::dtype dtypeOf(const Request& request, const vistrel_layout& l) {
+py::dtype dtypeOf(const Request& request) {
   if (request.floats) return py::dtype::of<float>();
-  return l.bits > 8 ? py::dtype::of<uint16_t>() : py::dtype::of<uint8_t>();
+  return request.sampleBytes > 1 ? py::dtype::of<uint16_t>() : py::dtype::of<uint8_t>();
 }
 
 std::string textOf(const Shape& shape) {
@@ -61,12 +61,12 @@ void checkStrides(const py::array& out, const Request& request) {
 }
 
 // Where the host layer stores integers: all rows of all planes have one distance.
-void setImage(Result& r, const vistrel_layout& l, bool planes) {
-  const int row = planes ? 1 : 0;
+void setImage(Result& r, const Request& request) {
+  const int row = request.planes ? 1 : 0;
   const py::ssize_t stride = r.array.strides(row);
   const auto rowBytes = r.rowSamples * static_cast<size_t>(r.array.itemsize());
   const size_t distance = static_cast<size_t>(stride < 0 ? -stride : stride);
-  const size_t stored = r.rowSamples * (l.bits > 8 ? 2 : 1);
+  const size_t stored = r.rowSamples * request.sampleBytes;
   r.image = {};
   r.image.pixels = static_cast<char*>(r.array.mutable_data()) + (rowBytes - stored);
   r.image.size = distance * (r.planes * r.rows - 1) + stored;
@@ -78,7 +78,7 @@ void setImage(Result& r, const vistrel_layout& l, bool planes) {
 vistrel::python::Result resultOf(const Request& request, const vistrel_layout& layout,
                                  py::handle out) {
   const Shape shape = shapeOf(request, layout);
-  const py::dtype dtype = dtypeOf(request, layout);
+  const py::dtype dtype = dtypeOf(request);
   const bool isNew = out.is_none();
   Result r{isNew ? newArray(dtype, shape) : arrayOf(out, "out"), {}, 1, 0, 0};
   if (!isNew) {
@@ -90,7 +90,7 @@ vistrel::python::Result resultOf(const Request& request, const vistrel_layout& l
   r.rows = static_cast<size_t>(shape[first]);
   r.rowSamples = static_cast<size_t>(shape[first + 1]);
   if (!request.planes && shape.size() == 3) r.rowSamples *= static_cast<size_t>(shape[2]);
-  setImage(r, layout, request.planes);
+  setImage(r, request);
   return r;
 }
 

@@ -244,3 +244,22 @@ def test_structures_have_the_sizes_of_c():
     """Else the comparisons above would compare nothing."""
     assert ctypes.sizeof(c.Error) == 4 + 48 + 64 + 376 + 496 + 36
     assert ctypes.sizeof(c.Image) == 8 + 8 + 8 + 40
+
+
+@pytest.mark.parametrize("options", [{}, {"truncate_to": 8}])
+def test_wide_results_of_few_bits(options):
+    """Samples of a wide format take two bytes, however few bits they have."""
+    bits = 12 if options else 8
+    raw = noise((32, 48), bits).astype("u2")
+    for name in ("rgb48", "gray16", "rgb48_planar"):
+        layout, pixels = expected(raw, "rggb", bits, format=name, **options)
+        assert layout.bits == 8
+        image = vistrel.convert(raw, "rggb", bits, format=name, **options)
+        assert image.dtype == np.uint16
+        assert image.tobytes() == pixels.tobytes()
+    image = vistrel.convert(raw, "rggb", bits, format="rgb48", **options)
+    for layout, wide in (("hwc", image), ("chw", image.transpose(2, 0, 1))):
+        floats = vistrel.convert(raw, "rggb", bits, dtype="float32", layout=layout, **options)
+        assert np.array_equal(floats, (wide / np.float32(255)).astype("f4"))
+    mono = vistrel.convert(raw, "mono", bits, format="mono16", **options)
+    assert np.array_equal(mono, raw >> (bits - 8))

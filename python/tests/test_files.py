@@ -259,3 +259,11 @@ def test_frames_can_be_sent_to_processes(scene):
     copy = pickle.loads(pickle.dumps(frame))
     assert np.array_equal(copy.develop(), frame.develop())
     assert (copy.look, copy.camera, copy.phase) == (frame.look, frame.camera, frame.phase)
+
+
+def test_names_have_no_null_characters(tmp_path):
+    for name in ("rose\0.png", b"rose\0.png"):
+        with pytest.raises(ValueError, match="null character"):
+            vistrel.write(os.path.join(os.fsencode(tmp_path), os.fsencode(name)),
+                          np.zeros((4, 6), np.uint8))
+    assert not os.listdir(tmp_path)

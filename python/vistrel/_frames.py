@@ -222,5 +222,8 @@ def write(path: Path, image: npt.NDArray[typing.Any], bits: int | None = None, *
     """
     from . import _files
 
+    name = os.fsencode(path)
+    if b"\0" in name:
+        raise ValueError(f"path {path!r}: it contains a null character")
     samples, bits = _picture(image, bits)
-    _files.write(os.fsencode(path), samples, bits, phase, black, white, encoding)
+    _files.write(name, samples, bits, phase, black, white, encoding)
