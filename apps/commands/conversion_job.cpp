@@ -40,9 +40,8 @@ std::string noteOf(const std::vector<std::string>& unused) {
 }  // namespace
 
 ConversionJob::ConversionJob(const Job& job, const ConversionRun& run, Preview& preview)
-    : job_(job), run_(run), options_(run.options), preview_(preview),
-      file_(job.from, run.input, preview.warnings), conversion_(options_.of(file_.frame())),
-      type_(outputType(job.to)) {
+    : FileJob(job, run.input, preview), run_(run), options_(run.options),
+      conversion_(options_.of(file_.frame())), type_(outputType(job.to)) {
   for (std::string& unused : options_.unusedOptions(file_.frame()))
     preview_.warnings.push_back(std::move(unused));
   run.calibration.apply(file_.frame(), conversion_);
@@ -57,13 +56,6 @@ ConversionJob::ConversionJob(const Job& job, const ConversionRun& run, Preview& 
 void ConversionJob::describe() {
   preview_.layout = layout_;
   addOrigin(file_, conversion_, preview_);
-}
-
-std::unique_ptr<AtomicFile> ConversionJob::run(Worker& worker) {
-  const Image& image = make(job_.frame.value_or(file_.chosen()), worker);
-  auto picture = writePicture(image, details(), job_.to);
-  describe();
-  return picture;
 }
 
 // Samples follow light linearly unless a curve is applied.

@@ -4,11 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "apps/batch/batch.h"
-#include "apps/input/frame_file.h"
+#include "apps/commands/file_job.h"
 #include "apps/input/sensor_calibration.h"
 #include "apps/options/conversion_options.h"
-#include "apps/pictures/picture.h"
 
 namespace vistrel::app {
 
@@ -21,27 +19,21 @@ struct ConversionRun {
   std::string given;  // the options of input and conversion as the user typed them
 };
 
-class ConversionJob : public OpenJob {
+class ConversionJob : public FileJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
   // Error. Warnings appear in the preview as they arise. All arguments must outlive the object.
   ConversionJob(const Job& job, const ConversionRun& run, Preview& preview);
 
   void describe() override;
-  std::unique_ptr<AtomicFile> run(Worker& worker) override;
-  uint64_t frames() const override { return file_.frames(); }
-  bool has(uint64_t n) override { return file_.has(n); }
   const Image& make(uint64_t n, Worker& worker) override;
   PictureDetails details() const override;
 
  private:
   [[noreturn]] void throwMisfit() const;
   void measureGains(const vistrel_frame& frame, vistrel_conversion& conversion);
-  const Job& job_;
   const ConversionRun& run_;
   const ConversionOptions& options_;
-  Preview& preview_;
-  FrameFile file_;
   vistrel_conversion conversion_;
   const PictureType& type_;
   vistrel_layout layout_;

@@ -99,8 +99,7 @@ void Development::checkSame(const vistrel_frame& frame) const {
 }
 
 DevelopmentJob::DevelopmentJob(const Job& job, const Development& development, Preview& preview)
-    : job_(job), development_(development), preview_(preview),
-      file_(job.from, development.input(), preview.warnings),
+    : FileJob(job, development.input(), preview), development_(development),
       conversion_(conversionOf(development.options(), file_)), type_(outputType(job.to)) {
   development.checkSame(file_.frame());
   warnOfUnusedOptions();
@@ -163,13 +162,6 @@ Look DevelopmentJob::lookOf(const vistrel_frame& frame) {
   if (!development_.options().same) return decide(frame);
   if (!first_) first_ = decide(frame);
   return *first_;
-}
-
-std::unique_ptr<AtomicFile> DevelopmentJob::run(Worker& worker) {
-  const Image& image = make(job_.frame.value_or(file_.chosen()), worker);
-  auto picture = writePicture(image, details_, job_.to);
-  describe();
-  return picture;
 }
 
 const Image& DevelopmentJob::make(uint64_t n, Worker& worker) {

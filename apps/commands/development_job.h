@@ -1,16 +1,13 @@
 // One job of the develop command: a frame whose header has been read, its look, its picture.
 #pragma once
 
-#include <mutex>
 #include <optional>
 #include <string>
 
-#include "apps/batch/batch.h"
+#include "apps/commands/file_job.h"
 #include "apps/commands/look_options.h"
-#include "apps/input/frame_file.h"
 #include "apps/input/sensor_calibration.h"
 #include "apps/options/conversion_options.h"
-#include "apps/pictures/picture.h"
 
 namespace vistrel::app {
 
@@ -54,16 +51,13 @@ class Development {
   uint32_t bits_ = 0, phase_ = 0;  // of the frame whose look that is
 };
 
-class DevelopmentJob : public OpenJob {
+class DevelopmentJob : public FileJob {
  public:
   // Opens the frame and checks all that can be checked without its samples. Throws ProgramError and
   // Error. Warnings appear in the preview as they arise. The arguments must outlive the object.
   DevelopmentJob(const Job& job, const Development& development, Preview& preview);
 
   void describe() override;
-  std::unique_ptr<AtomicFile> run(Worker& worker) override;
-  uint64_t frames() const override { return file_.frames(); }
-  bool has(uint64_t n) override { return file_.has(n); }
   const Image& make(uint64_t n, Worker& worker) override;
   PictureDetails details() const override { return details_; }
 
@@ -81,10 +75,7 @@ class DevelopmentJob : public OpenJob {
   nlohmann::ordered_json settingsOf(const Look& look) const;
   std::string optionsOf(const Look& look) const;
 
-  const Job& job_;
   const Development& development_;
-  Preview& preview_;
-  FrameFile file_;
   vistrel_conversion conversion_;
   const PictureType& type_;
   vistrel_layout layout_;

@@ -10,6 +10,7 @@
 
 #include "apps/error.h"
 #include "apps/files/run_files.h"
+#include "apps/names/output_type.h"
 #include "apps/names/phase_names.h"
 #include "apps/options/input_options.h"
 #include "apps/options/options.h"
@@ -27,7 +28,7 @@ Each pixel keeps the colour of its filter. Sample v of a picture with maximum m
 becomes v (2^bits - 1) / m, rounded.)";
 
 // The types of raw frames that describe themselves.
-constexpr std::string_view kDescribed[] = {".pgm", ".dng", ".png", ".npy"};
+constexpr std::string_view kDescribed[] = {"pgm", "dng", "png", "npy"};
 
 struct MosaicOptions {
   std::string input, output;
@@ -60,11 +61,10 @@ std::vector<uint16_t> mosaicOf(const ColourPicture& picture, uint32_t phase, uin
 // A headerless raw file has a format, and no other file has.
 void checkOutput(const MosaicOptions& o) {
   const bool standard = isStandardOutput(o.output);
-  const std::string extension = std::filesystem::path(o.output).extension().string();
-  const bool described = std::ranges::count(kDescribed, extension) > 0;
+  const std::string type = outputTypeName(o.output);
+  const bool described = std::ranges::count(kDescribed, type) > 0;
   if (o.format && described)
-    throwError(kUsage, "-o {}: --pixfmt writes a headerless raw file, not a {}", o.output,
-               extension);
+    throwError(kUsage, "-o {}: --pixfmt writes a headerless raw file, not a .{}", o.output, type);
   if (!o.format && !described && !standard)
     throwError(kUsage,
                "-o {}: a raw frame is a .pgm, .dng, .png or .npy, or headerless with --pixfmt",

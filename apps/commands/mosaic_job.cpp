@@ -28,7 +28,7 @@ PictureDetails frameDetails(const FrameFile& file, std::string command) {
 
 MosaicJob::MosaicJob(const Job& job, const InputOptions& input, const Compression& compression,
                      const std::string& given, Preview& preview)
-    : job_(job), preview_(preview), file_(job.from, input, preview.warnings),
+    : FileJob(job, input, preview),
       details_(frameDetails(file_, commandText("convert", job.from.filename(), job, given))) {
   details_.compression = compression;
   const vistrel_frame frame = withoutPhase(file_.frame());
@@ -40,12 +40,6 @@ void MosaicJob::describe() {
   preview_.layout = layoutOf(frame, unchanged(frame));
   addOrigin(file_, preview_);
   if (assumesColours(pictureType(job_.to), details_)) preview_.warnings.push_back(kAssumedColours);
-}
-
-std::unique_ptr<AtomicFile> MosaicJob::run(Worker& worker) {
-  auto picture = writePicture(make(job_.frame.value_or(file_.chosen()), worker), details_, job_.to);
-  describe();
-  return picture;
 }
 
 const Image& MosaicJob::make(uint64_t n, Worker& worker) {

@@ -1,9 +1,7 @@
 // One job of convert --mosaic: a frame that is written as it is, without demosaicing.
 #pragma once
 
-#include "apps/batch/batch.h"
-#include "apps/input/frame_file.h"
-#include "apps/pictures/picture.h"
+#include "apps/commands/file_job.h"
 
 namespace vistrel::app {
 
@@ -13,7 +11,7 @@ vistrel_conversion unchanged(const vistrel_frame& frame);
 // What a file can say about a raw frame; `command` made it.
 PictureDetails frameDetails(const FrameFile& file, std::string command);
 
-class MosaicJob : public OpenJob {
+class MosaicJob : public FileJob {
  public:
   // Opens the frame. Throws ProgramError. Warnings appear in the preview as they arise. The
   // arguments must outlive the object.
@@ -21,16 +19,10 @@ class MosaicJob : public OpenJob {
             const std::string& given, Preview& preview);
 
   void describe() override;
-  std::unique_ptr<AtomicFile> run(Worker& worker) override;
-  uint64_t frames() const override { return file_.frames(); }
-  bool has(uint64_t n) override { return file_.has(n); }
   const Image& make(uint64_t n, Worker& worker) override;
   PictureDetails details() const override { return details_; }
 
  private:
-  const Job& job_;
-  Preview& preview_;
-  FrameFile file_;
   PictureDetails details_;
 };
 

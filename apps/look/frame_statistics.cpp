@@ -70,29 +70,32 @@ class FrameBlocks {
   uint32_t white_;
 };
 
-}  // namespace
-
-std::array<Histogram, 4> histogramsOf(const vistrel_frame& frame, const vistrel_region& region) {
-  const vistrel_region r = wholeIfEmpty(frame, region);
-  const SampleRows rows(frame);
+// One histogram for each place of the 2x2 block, of the values at all pixels of a region.
+template <class Value>
+std::array<Histogram, 4> histogramsBy(const vistrel_region& r, uint32_t bits, Value&& valueAt) {
   std::array<Histogram, 4> places;
-  places.fill(Histogram(size_t{1} << frame.bits));
+  places.fill(Histogram(size_t{1} << bits));
   for (uint32_t y = r.y; y < r.y + r.height; ++y)
-    for (uint32_t x = r.x; x < r.x + r.width; ++x) ++places[2 * (y % 2) + x % 2][rows.at(x, y)];
+    for (uint32_t x = r.x; x < r.x + r.width; ++x) ++places[2 * (y % 2) + x % 2][valueAt(x, y)];
   return places;
 }
 
-std::array<Histogram, 4> differencesOf(const vistrel_frame& frame, const vistrel_region& region) {
-  const vistrel_region r = wholeIfEmpty(frame, region);
+}  // namespace
+
+std::array<Histogram, 4> histogramsOf(const vistrel_frame& frame, const vistrel_region& region) {
   const SampleRows rows(frame);
-  std::array<Histogram, 4> places;
-  places.fill(Histogram(size_t{1} << frame.bits));
-  for (uint32_t y = r.y; y < r.y + r.height; ++y)
-    for (uint32_t x = r.x; x + 2 < r.x + r.width; ++x) {
-      const uint32_t one = rows.at(x, y), other = rows.at(x + 2, y);
-      ++places[2 * (y % 2) + x % 2][std::max(one, other) - std::min(one, other)];
-    }
-  return places;
+  return histogramsBy(wholeIfEmpty(frame, region), frame.bits,
+                      [&rows](uint32_t x, uint32_t y) { return rows.at(x, y); });
+}
+
+std::array<Histogram, 4> differencesOf(const vistrel_frame& frame, const vistrel_region& region) {
+  const SampleRows rows(frame);
+  vistrel_region r = wholeIfEmpty(frame, region);
+  r.width -= std::min(r.width, 2u);
+  return histogramsBy(r, frame.bits, [&rows](uint32_t x, uint32_t y) {
+    const uint32_t one = rows.at(x, y), other = rows.at(x + 2, y);
+    return std::max(one, other) - std::min(one, other);
+  });
 }
 
 Histogram sumOf(const std::array<Histogram, 4>& places) {

@@ -1,4 +1,4 @@
-// The types of outputs, as their names tell them.
+// The types of outputs, by their names.
 #pragma once
 
 #include <filesystem>

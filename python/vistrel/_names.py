@@ -20,8 +20,8 @@ class _Name(str, enum.Enum):
     def __str__(self) -> str:
         return str.__str__(self)
 
-    def __format__(self, specification: str) -> str:
-        return str.__format__(self, specification)
+    def __format__(self, form: str) -> str:
+        return str.__format__(self, form)
 
 
 class Phase(_Name):

@@ -15,6 +15,17 @@ TEST(Mosaic, EveryPhaseOfEightBits) {
   }
 }
 
+// In either case, and on standard output.
+TEST(Mosaic, NamesOfOutputs) {
+  const Scratch scratch;
+  writePicture<uint8_t>(scratch / "in.png", PNG_FORMAT_RGB);
+  EXPECT_EQ(scratch.vistrel("mosaic in.png -o OUT.PGM").err, "");
+  EXPECT_EQ(scratch.read("OUT.PGM"), mosaicPgm("rggb", 255, 255));
+  EXPECT_EQ(scratch.vistrel("mosaic in.png -o pgm:-").out, scratch.read("OUT.PGM"));
+  EXPECT_EQ(scratch.vistrel("mosaic in.png -o OUT.PGM --pixfmt RGGB").err,
+            "vistrel: -o OUT.PGM: --pixfmt writes a headerless raw file, not a .pgm\n");
+}
+
 TEST(Mosaic, Depths) {
   const Scratch scratch;
   writePicture<uint8_t>(scratch / "8.png", PNG_FORMAT_RGB);

@@ -11,14 +11,7 @@ struct CameraRaw : InputTest {};
 // LibRaw goes by content, so a DNG may stand in for a camera raw file.
 TEST_F(CameraRaw, CameraRawByThePlugin) {
   if (!std::filesystem::exists(VISTREL_PLUGIN)) GTEST_SKIP() << "built without LibRaw";
-  TiffSpec spec;
-  spec.width = 64;
-  spec.height = 48;
-  spec.bits = 16;
-  spec.cfa = {1, 2, 0, 1};  // GB/RG
-  spec.isDng = true;
-  spec.white = 16383;
-  writeTiff(scratch / "in.nef", spec, noise(14));
+  writeTiff(scratch / "in.nef", smallDng({1, 2, 0, 1}, 16383), noise(14));  // GB/RG
   const auto description = info("in.nef");
   EXPECT_EQ(description["format"], "camera raw");
   EXPECT_EQ(description["phase"], "gbrg");
@@ -30,13 +23,7 @@ TEST_F(CameraRaw, CameraRawByThePlugin) {
 // exchange would show.
 TEST_F(CameraRaw, CameraIsThatOfTheDng) {
   if (!std::filesystem::exists(VISTREL_PLUGIN)) GTEST_SKIP() << "built without LibRaw";
-  TiffSpec spec;
-  spec.width = 64;
-  spec.height = 48;
-  spec.bits = 16;
-  spec.cfa = {1, 0, 2, 1};  // GR/BG
-  spec.isDng = true;
-  spec.white = 15000;
+  TiffSpec spec = smallDng({1, 0, 2, 1}, 15000);  // GR/BG
   spec.blackSize = {2, 2};
   spec.orientation = 6;
   spec.frame.rationals = {{TIFFTAG_BLACKLEVEL, {64, 66, 68, 71}}};

@@ -43,6 +43,18 @@ struct TiffSpec {
   std::vector<uint16_t> isoSpeeds = {};         // in the EXIF directory
 };
 
+// A DNG of 64x48 samples of 16 bits, which LibRaw reads as well.
+inline TiffSpec smallDng(const std::vector<uint8_t>& cfa, uint32_t white) {
+  TiffSpec spec;
+  spec.width = 64;
+  spec.height = 48;
+  spec.bits = 16;
+  spec.cfa = cfa;
+  spec.isDng = true;
+  spec.white = white;
+  return spec;
+}
+
 void writeTiff(const std::filesystem::path& path, const TiffSpec& spec, const Sample& sample);
 
 }  // namespace vistrel

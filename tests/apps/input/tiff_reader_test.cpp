@@ -163,13 +163,7 @@ TEST_F(TiffReader, LinearizationTable) {
 // LibRaw has a reader of its own.
 TEST_F(TiffReader, LinearizationTableAsLibRawReadsIt) {
   if (!std::filesystem::exists(VISTREL_PLUGIN)) GTEST_SKIP() << "built without LibRaw";
-  TiffSpec spec;
-  spec.width = 64;
-  spec.height = 48;
-  spec.bits = 16;
-  spec.isDng = true;
-  spec.cfa = kGrbg;
-  spec.white = 3960;
+  TiffSpec spec = smallDng(kGrbg, 3960);
   for (uint32_t i = 0; i < 256; ++i)
     spec.linearization.push_back(uint16_t(i < 200 ? i * i / 10 : 3960));
   writeTiff(scratch / "in.dng", spec, noise(8));
