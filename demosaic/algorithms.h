@@ -31,6 +31,9 @@ DemosaicAlgorithm<T> ahd();
 template <class T>
 DemosaicAlgorithm<T> directional();
 
+// Rows above and below a pixel that any algorithm reads, at most.
+constexpr int kLargestReach = 9;
+
 struct AlgorithmRow {
   const char* name;  // short, lower case
   uint32_t code;

@@ -2,13 +2,11 @@
 
 #include <limits>
 
+#include "demosaic/algorithms.h"
 #include "host/significant.h"
 
 namespace vistrel::host {
 namespace {
-
-// Rows above and below: the largest reach of any algorithm, and the padding.
-constexpr int64_t kReach = 9;
 
 template <class T>
 const void* firstOf(const FramePart& part, const void* row) {
@@ -36,8 +34,8 @@ void lower(std::atomic<uint32_t>& least, uint32_t value) {
 
 FramePart partOf(const Plan& p, const vistrel_frame& f, const vistrel_conversion& c,
                  ImageRows rows) {
-  const int64_t top = p.y + (int64_t{rows.first} + p.pad) * c.binning - kReach;
-  const int64_t bottom = p.y + (int64_t{rows.end} + p.pad) * c.binning + kReach;
+  const int64_t top = p.y + (int64_t{rows.first} + p.pad) * c.binning - core::kLargestReach;
+  const int64_t bottom = p.y + (int64_t{rows.end} + p.pad) * c.binning + core::kLargestReach;
   const auto clamped = [](int64_t i, int64_t from, int64_t size, uint32_t limit) {
     return static_cast<uint32_t>(
         std::clamp(i, std::max<int64_t>(from, 0), std::min<int64_t>(from + size, limit)));

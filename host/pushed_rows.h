@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "common/mirror.h"
+#include "demosaic/algorithms.h"
 #include "host/engine.h"
 #include "host/frame_rows.h"
 
@@ -33,8 +34,8 @@ class PushedRows final : public core::RowSource<T> {
   const T* row(int y) override { return line(rowOf(y)); }
 
  private:
-  // Above and below the frame, at most nine rows are mirrored.
-  static constexpr uint32_t kHeld = 10;
+  // Above and below the frame, at most kLargestReach rows are mirrored.
+  static constexpr uint32_t kHeld = core::kLargestReach + 1;
 
   // The frame's row that is the plan's row y.
   uint32_t rowOf(int y) const {

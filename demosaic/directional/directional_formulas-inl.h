@@ -12,6 +12,7 @@
 #endif
 
 #include "common/simd/logarithm-inl.h"
+#include "demosaic/directional/directional_kernels.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -44,7 +45,7 @@ VISTREL_INLINE Vec<int32_t> blend(Vec<int32_t> a, Vec<int32_t> b, Vec<int32_t> s
 template <class Lane>
 struct Directional {
   using V = Vec<Lane>;
-  using Changes = Vec<std::make_unsigned_t<Lane>>;  // sums of them use the sign bit
+  using Changes = Vec<Change<Lane>>;
 
   VISTREL_INLINE static Changes distance(V a, V b) { return as<Changes>(absolute(a - b)); }
   // The change of differences, in steps of two levels.

@@ -46,7 +46,9 @@ void convertAnother(vistrel_stream* stream, uint32_t seed) {
   vistrel_conversion conversion{};
   vistrel_default_conversion(&frame, &conversion);
   conversion.excess = VISTREL_MASK;
-  conversion.algorithm = random.below(9);
+  uint32_t algorithms = 0;
+  while (vistrel_algorithm_at(algorithms)) ++algorithms;
+  conversion.algorithm = vistrel_algorithm_at(random.below(algorithms))->code;
   conversion.format = random.pick({VISTREL_GRAY8, VISTREL_BGR48, VISTREL_I420, VISTREL_I444});
   conversion.binning = 1 + random.below(2);
   const vistrel_image image{pixels.data(), pixels.size(), 0, {}};

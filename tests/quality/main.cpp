@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 
 #include "apps/pictures/picture.h"
 #include "apps/tools/sheet/contact_sheet.h"
@@ -18,7 +17,6 @@ namespace {
 
 constexpr uint32_t kSceneBits = 12, kPictureBits = 8;
 constexpr double kNoise[] = {0, 0.5, 1, 3, 6, 12};  // percent of full scale
-constexpr double kGrayUpTo = 0.35;                  // cycles per pixel
 constexpr uint64_t kSeed = 7;
 
 struct Row {

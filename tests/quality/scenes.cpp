@@ -20,7 +20,7 @@ Rgb linear(Rgb display) {
           app::linearOf(std::clamp(display.b, 0.0, 1.0))};
 }
 
-// A number from 0 to 1 that depends on `key` alone.
+// Numbers from 0 to 1, the same for a seed.
 class Random {
  public:
   explicit Random(uint64_t seed) : state_(seed) {}

@@ -14,6 +14,8 @@ constexpr int kSceneSize = 384;  // of its width and its height
 // Rings around the centre, finer outward: the frequency at a distance of r pixels is
 // r * kRingsPerPixel cycles per pixel.
 constexpr double kRingsPerPixel = 0.5 / (kSceneSize / 2);
+// They should stay gray up to this frequency, in cycles per pixel.
+constexpr double kGrayUpTo = 0.35;
 
 struct NamedScene {
   std::string name, content;
