@@ -14,6 +14,9 @@ function(vistrel_suites name program prefix)
   foreach(suite IN LISTS suites)
     string(REGEX REPLACE "\n(.*)\\." "\\1" suite ${suite})
     add_test(${prefix}${suite} ${program} --gtest_filter=${suite}.*:${rest})
+    if(suite STREQUAL "Camera")  # All simulated cameras answer at one port.
+      set_tests_properties(${prefix}${suite} PROPERTIES RESOURCE_LOCK camera_port)
+    endif()
     set_tests_properties(${prefix}${suite} PROPERTIES
       SKIP_REGULAR_EXPRESSION "\\[  PASSED  \\] 0 tests\\.\n(\\[  SKIPPED \\] [^\n]*\n)+$")
   endforeach()
