@@ -9,6 +9,8 @@ cmake_dependent_option(VISTREL_PYTHON "Build the Python package" OFF VISTREL_HOS
 cmake_dependent_option(VISTREL_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL} VISTREL_HOST OFF)
 cmake_dependent_option(VISTREL_PYTHON_TESTS "Test the Python package, with pytest" OFF
   "VISTREL_PYTHON;VISTREL_APPS;VISTREL_TESTS" OFF)
+cmake_dependent_option(VISTREL_QEMU_TESTS "Run tests on emulated processors too" OFF
+  VISTREL_TESTS OFF)
 cmake_dependent_option(VISTREL_BENCH
   "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF VISTREL_HOST OFF)
 option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)
