@@ -1,6 +1,6 @@
 // vistrel-count SIDE ROW TIMES: runs a conversion of a 1080p frame that often, and nothing else
-// that depends on TIMES. So the difference of two runs counts the instructions of a conversion. SIDE is
-// a level of ours, opencv or dc1394. Without arguments, prints the rows and their peers.
+// that depends on TIMES. So the difference of two runs counts the instructions of a conversion.
+// SIDE is a level of ours, opencv or dc1394. Without arguments, prints the rows and their peers.
 #include <dc1394/dc1394.h>
 
 #include <cstdio>
