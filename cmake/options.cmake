@@ -18,6 +18,8 @@ cmake_dependent_option(VISTREL_PYTHON_TESTS "Test the Python package, with pytes
   "VISTREL_PYTHON;VISTREL_APPS;VISTREL_TESTS" OFF)
 cmake_dependent_option(VISTREL_LIVE_TESTS "Test the GStreamer element, with cameras that aren't there"
   OFF "VISTREL_GSTREAMER;VISTREL_TESTS" OFF)
+cmake_dependent_option(VISTREL_QEMU_TESTS "Run tests on emulated processors too" OFF
+  VISTREL_TESTS OFF)
 cmake_dependent_option(VISTREL_BENCH
   "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF VISTREL_HOST OFF)
 option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)

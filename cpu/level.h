@@ -63,12 +63,12 @@ constexpr Level enabledLevel(uint64_t featureMask) {
 }
 
 // The level that the highest index runs: the widest one that the processor supports and the enabled
-// features allow.
+// features allow. Lower indices run no wider one, even if a caller asks for more than there is.
 inline Level g_topLevel = widestLevel();
 
 inline Level levelOfIndex([[maybe_unused]] uint32_t jumpIndex) {
 #if VISTREL_X86
-  if (jumpIndex == 2) return Level::ssse3;
+  if (jumpIndex == 2) return std::min(g_topLevel, Level::ssse3);
   return jumpIndex == 3 ? g_topLevel : Level::base;
 #else
   return g_topLevel;

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "common/arch.h"
+
 namespace vistrel::core {
 
 constexpr int32_t kBelowBase = 36;
@@ -25,6 +27,9 @@ struct BaseLevel {
 constexpr BaseLevel kBase64 = {0x08, 0x0F, 0x07};  // SSE3
 constexpr BaseLevel kBase32 = {0x04, 0x07, 0x03};  // SSE2
 constexpr BaseLevel kBase = sizeof(void*) == 8 ? kBase64 : kBase32;
+
+// The features that are enabled while none are detected.
+constexpr uint64_t kUndetected = VISTREL_X86 ? 0x07 : 0;
 
 struct LevelChoice {
   uint64_t enabled;

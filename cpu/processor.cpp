@@ -11,7 +11,7 @@ uint32_t ippJumpIndexForMergedLibsLP = 0;
 
 namespace vistrel::core {
 
-uint64_t ownFeaturesMask = 7;
+uint64_t ownFeaturesMask = kUndetected;
 uint64_t ownFeatures = 0;
 int32_t ownFeaturesAreValid = 0;
 
@@ -89,7 +89,7 @@ using namespace vistrel::core;
 int32_t ippStaticInit() {
   uint64_t features = 0;
   int32_t status = ippGetCpuFeatures(&features, nullptr);
-  status = apply(status == 0 ? chooseLevel(features) : LevelChoice{7, 0, 0, status});
+  status = apply(status == 0 ? chooseLevel(features) : LevelChoice{kUndetected, 0, 0, status});
   return ipp_has_cpuid() && ipp_is_GenuineIntel() ? status : kOtherVendor;
 }
 

@@ -15,7 +15,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 
 using Bytes = Vec<uint8_t>;
 
@@ -59,7 +59,7 @@ VISTREL_INLINE void storeInOrder(uint8_t* d, const Bytes (&v)[8]) {
   for (int i = 0; i < 8; ++i) storeBytes(d + 64 * i, v[i]);
 }
 
-#else
+#elif VISTREL_SSSE3
 
 VISTREL_INLINE Bytes inUnpackingOrder(Bytes v) { return v; }
 #define VISTREL_UNPACK(half, bits, a, b) \
@@ -81,7 +81,32 @@ VISTREL_INLINE void storeLanes(uint8_t* d, const Bytes (&v)[n]) {
 }
 VISTREL_INLINE void storeInOrder(uint8_t* d, const Bytes (&v)[8]) { storeLanes<8>(d, v); }
 
+#else
+
+template <int n>
+VISTREL_INLINE void storeLanes(uint8_t* d, const Bytes (&v)[n]) {
+  for (int i = 0; i < n; ++i) storeRegister(d + 16 * i, as<Register>(v[i]));
+}
+
+template <bool alphaFirst>
+VISTREL_INLINE void storeFours(uint8_t* d, Bytes first, Bytes green, Bytes last) {
+  const auto a = as<uint8x16_t>(first), b = as<uint8x16_t>(green), c = as<uint8x16_t>(last);
+  const uint8x16_t alpha = vdupq_n_u8(255);
+  if constexpr (alphaFirst)
+    vst4q_u8(d, {{alpha, a, b, c}});
+  else
+    vst4q_u8(d, {{a, b, c, alpha}});
+}
+
+template <bool alphaFirst>
+VISTREL_INLINE void storeWithAlpha(uint8_t* d, const ByteHalves& h) {
+  storeFours<alphaFirst>(d, inTurn<false>(h.first), inTurn<false>(h.green), inTurn<false>(h.last));
+  storeFours<alphaFirst>(d + 64, inTurn<true>(h.first), inTurn<true>(h.green),
+                         inTurn<true>(h.last));
+}
+
 #endif
+#if VISTREL_SSSE3
 
 // Pixels of four bytes each, of one column parity.
 struct Fours {
@@ -116,13 +141,19 @@ VISTREL_INLINE void storeWithAlpha(uint8_t* d, const ByteHalves& h) {
 
 #undef VISTREL_UNPACK
 
+#endif
+
 VISTREL_INLINE Channels<uint8_t> channelsOf(const ByteHalves& h, int parity) {
   return {h.first[parity], h.green[parity], h.last[parity]};
 }
 
 VISTREL_INLINE void storeInTurn(uint8_t* d, Bytes even, Bytes odd) {
+#if VISTREL_NEON
+  vst2q_u8(d, {{as<uint8x16_t>(even), as<uint8x16_t>(odd)}});
+#else
   const Pairs<uint8_t> pairs = pairsOf(even, odd);
   storeLanes<2>(d, {pairs.lower, pairs.upper});
+#endif
 }
 
 VISTREL_INLINE void storeLuma(uint8_t* d, const ByteHalves& h) {

@@ -33,6 +33,10 @@ struct AlphaOrder {
 template <int alphaAt>
 constexpr AlphaOrder<alphaAt> kAlphaOrder;
 
+#elif VISTREL_NEON
+
+constexpr int kAlphaPixels = 16;
+
 #endif
 
 template <int alphaAt>
@@ -40,7 +44,7 @@ struct WithAlpha {
   static constexpr size_t kSources = 1, kResults = 1;
   static constexpr size_t kSourceBytes = 3, kResultBytes = 4;
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   static constexpr size_t kUnits = kAlphaPixels;
 #else
   static constexpr size_t kUnits = 1;
@@ -60,6 +64,13 @@ struct WithAlpha {
       const Register order = loadRegister(kAlphaOrder<alphaAt>.bytes + 16 * g);
       storeRegister(to[0] + 16 * g, VISTREL_OP(shuffle_epi8)(v, order) | alpha);
     }
+#elif VISTREL_NEON
+    const uint8x16x3_t v = vld3q_u8(from[0]);
+    const uint8x16_t alpha = vdupq_n_u8(255);
+    if constexpr (alphaAt == 0)
+      vst4q_u8(to[0], {{alpha, v.val[0], v.val[1], v.val[2]}});
+    else
+      vst4q_u8(to[0], {{v.val[0], v.val[1], v.val[2], alpha}});
 #else
     std::memcpy(to[0] + (alphaAt == 0), from[0], 3);
     to[0][alphaAt] = 255;

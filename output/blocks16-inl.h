@@ -12,9 +12,9 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 
-VISTREL_INLINE Register columnSums(const uint16_t* s, size_t stride, int rows, __m128i shift) {
+VISTREL_INLINE Register columnSums(const uint16_t* s, size_t stride, int rows, ShiftCount shift) {
   Register sum = reduced(s, shift, set1_16(1023));
   for (int i = 1; i < rows; ++i) sum = add16(sum, reduced(s + i * stride, shift, set1_16(1023)));
   return sum;
@@ -22,7 +22,7 @@ VISTREL_INLINE Register columnSums(const uint16_t* s, size_t stride, int rows, _
 
 // Computes a register of bytes from N times as many 16-bit samples in each of N rows.
 template <int N>
-VISTREL_INLINE Register blockMeans16(const uint16_t* s, size_t stride, __m128i shift) {
+VISTREL_INLINE Register blockMeans16(const uint16_t* s, size_t stride, ShiftCount shift) {
   constexpr size_t step = kRegisterBytes / 2;
   if constexpr (N == 1) {
     return columnSums(s, stride, 1, shift);
@@ -30,17 +30,17 @@ VISTREL_INLINE Register blockMeans16(const uint16_t* s, size_t stride, __m128i s
   Register sums[N];
   for (int i = 0; i < N; ++i) sums[i] = pairSums16(columnSums(s + i * step, stride, N, shift));
   Register pairs = inOrder(pack32(sums[0], sums[1]));
-  if constexpr (N == 2) return VISTREL_OP(srli_epi16)(pairs, 1);
+  if constexpr (N == 2) return shiftRight16<1>(pairs);
   const Register more = inOrder(pack32(sums[2], sums[3]));
   pairs = inOrder(pack32(pairSums16(pairs), pairSums16(more)));
-  return VISTREL_OP(srli_epi16)(pairs, 2);
+  return shiftRight16<2>(pairs);
 }
 
 template <int N>
 VISTREL_INLINE size_t binBlocks16(const uint16_t* s, size_t stride, uint8_t* d, size_t width,
                                   Reduction by) {
   constexpr size_t half = kRegisterBytes / 2;
-  const __m128i shift = _mm_cvtsi32_si128(static_cast<int>(by.shift));
+  const ShiftCount shift = shiftCount(by.shift);
   const Register ceiling = set1_16(static_cast<int>(by.ceiling));
   size_t x = 0;
   for (; x + 2 * half <= width; x += 2 * half) {

@@ -13,7 +13,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 
 // A group of 16 source bytes, of which kSource make kOutputs results. Blocks of 2 need one pair
 // sum, so that results have 16 bits; larger ones need two, and results have 32 bits.
@@ -55,20 +55,15 @@ VISTREL_INLINE Register tapSums(const uint8_t* s, size_t stride) {
 template <int N, int channels>
 VISTREL_INLINE Register blockMeans(const uint8_t* s, size_t stride) {
   const Register sums = tapSums<N, channels, 0>(s, stride);
-  if constexpr (N == 2) return VISTREL_OP(srli_epi16)(sums, 1);
+  if constexpr (N == 2) return shiftRight16<1>(sums);
   const Register whole = pairSums16(sums);
-  if constexpr (N == 4) return VISTREL_OP(srli_epi32)(whole, 2);
-  return VISTREL_OP(srli_epi16)(VISTREL_OP(mulhi_epu16)(whole, set1_16(0xAAAB)), 1);
+  if constexpr (N == 4) return shiftRight32<2>(whole);
+  return thirds32(whole);
 }
 
 template <int N>
-VISTREL_INLINE void storeOutputs(uint8_t* d, __m128i means) {
-  if constexpr (N == 2) {
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(d), means);
-  } else {
-    const int four = _mm_cvtsi128_si32(means);
-    std::memcpy(d, &four, 4);
-  }
+VISTREL_INLINE void storeOutputs(uint8_t* d, Group means) {
+  std::memcpy(d, &means, N == 2 ? 8 : 4);
 }
 
 // Computes results from the start of the row, as many as it can without touching a byte beyond

@@ -22,10 +22,10 @@ constexpr int kLumaOffset = 3966, kLumaFactor = 17;
 constexpr int16_t kCbBlue = 14392, kCbRed = -3298, kCrRed = 14392, kCrBlue = -1320;
 constexpr int16_t kChromaOffset = 128 * 128 + 64;
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 
 // From pairs (blue, green) and (red, green): each holds half of green's weight.
-VISTREL_INLINE Vec<uint16_t> luma709(Vec<uint8_t> blueGreen, Vec<uint8_t> redGreen) {
+VISTREL_INLINE Vec<uint16_t> luma709(const auto& blueGreen, const auto& redGreen) {
   const auto sum = weighted<15, 74>(blueGreen) + weighted<44, 74>(redGreen) + kLumaOffset;
   return upperProduct(sum, kLumaFactor << 4);
 }
@@ -38,7 +38,7 @@ VISTREL_INLINE Vec<uint8_t> luma709(const Channels<uint8_t>& bgr) {
 }
 
 // 32 times the sums of pairs.
-VISTREL_INLINE Vec<int16_t> pairSums(Vec<uint8_t> pairs) {
+VISTREL_INLINE Vec<int16_t> pairSums(const auto& pairs) {
   return as<Vec<int16_t>>(weighted<32, 32>(pairs));
 }
 
@@ -98,7 +98,7 @@ struct Planes709 {
   static constexpr size_t kSources = 1, kResults = 3;
   static constexpr size_t kSourceBytes = 3, kResultBytes = 1;
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   static constexpr size_t kUnits = kLanes<uint8_t>;
   VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[3]) {
     const Channels<uint8_t> bgr = loadChannels<uint8_t>(from[0]);
@@ -113,7 +113,7 @@ struct Planes709 {
 
  private:
   // 128 times the first sample of each pair less the second.
-  VISTREL_INLINE static Vec<int16_t> difference(Vec<uint8_t> pairs) {
+  VISTREL_INLINE static Vec<int16_t> difference(const auto& pairs) {
     const auto half = as<Vec<int16_t>>(weighted<64, -64>(pairs));
     return half + half;
   }
@@ -135,7 +135,7 @@ struct PairOf709 {
   static constexpr size_t kSources = 1, kResults = 3;
   static constexpr size_t kSourceBytes = 6, kResultBytes = 2;
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   static constexpr size_t kUnits = kLanes<uint8_t> / 2;
   VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[3]) {
     const Channels<uint8_t> bgr = loadChannels<uint8_t>(from[0]);
@@ -165,7 +165,7 @@ template <size_t results>
 struct Chroma709 {
   static constexpr size_t kSources = 4, kResults = results;
   static constexpr size_t kSourceBytes = 2, kResultBytes = 2 / results;
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   using Sum = Vec<int16_t>;
 #else
   using Sum = int16_t;

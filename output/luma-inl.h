@@ -16,10 +16,10 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 
 // From bytes in pairs (blue, green) and (red, 250).
-VISTREL_INLINE Vec<uint16_t> luma(Vec<uint8_t> blueGreen, Vec<uint8_t> redConstant) {
+VISTREL_INLINE Vec<uint16_t> luma(const auto& blueGreen, const auto& redConstant) {
   const auto eighths = weighted<2, 3>(blueGreen) + weighted<3, 2>(redConstant);
   const auto sum = weighted<14, 73>(blueGreen) + weighted<37, 0>(redConstant) + (eighths >> 3);
   return upperProduct(sum, 33555) >> 6;  // a division by 125, exact for sums below 59000
@@ -61,7 +61,7 @@ struct Luma {
   static constexpr size_t kSources = 1, kResults = 1;
   static constexpr size_t kSourceBytes = 3 * sizeof(T), kResultBytes = sizeof(T);
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   static constexpr size_t kUnits = kLanes<T>;
   VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[1]) {
     const Vec<T> result = luma(loadChannels<T>(from[0]));

@@ -15,8 +15,8 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 inline void tableIndices(const uint16_t* __restrict s, uint16_t* __restrict index, size_t n,
                          uint32_t shift) {
   size_t i = 0;
-#if VISTREL_SSSE3
-  const __m128i count = _mm_cvtsi32_si128(static_cast<int>(shift));
+#if VISTREL_PERMUTES
+  const ShiftCount count = shiftCount(shift);
   constexpr size_t step = kRegisterBytes / 2;
   for (; i + step <= n; i += step) storeRegister(index + i, reduced(s + i, count, set1_16(1023)));
 #endif

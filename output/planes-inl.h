@@ -16,7 +16,7 @@ struct Planes {
   static constexpr size_t kSources = 1, kResults = 3;
   static constexpr size_t kSourceBytes = 3 * sizeof(T), kResultBytes = sizeof(T);
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   static constexpr size_t kUnits = kLanes<T>;
   VISTREL_INLINE static void convert(const uint8_t* const (&from)[1], uint8_t* const (&to)[3]) {
     const Channels<T> v = loadChannels<T>(from[0]);

@@ -26,8 +26,8 @@ inline void reduceSamples(const uint8_t* __restrict s, uint8_t* __restrict d, si
     reduceRest(s, d, 0, n, by);
 }
 
-#if VISTREL_SSSE3
-VISTREL_INLINE Register reduced(const uint16_t* s, __m128i shift, Register ceiling) {
+#if VISTREL_PERMUTES
+VISTREL_INLINE Register reduced(const uint16_t* s, ShiftCount shift, Register ceiling) {
   return min16(shiftRight16(loadRegister(s), shift), ceiling);
 }
 #endif
@@ -35,9 +35,9 @@ VISTREL_INLINE Register reduced(const uint16_t* s, __m128i shift, Register ceili
 inline void reduceSamples(const uint16_t* __restrict s, uint8_t* __restrict d, size_t n,
                           Reduction by) {
   size_t i = 0;
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   constexpr size_t half = kRegisterBytes / 2;
-  const __m128i shift = _mm_cvtsi32_si128(static_cast<int>(by.shift));
+  const ShiftCount shift = shiftCount(by.shift);
   const Register ceiling = set1_16(static_cast<int>(by.ceiling));
   for (; i + 2 * half <= n; i += 2 * half)
     storeRegister(d + i, inOrder(pack16(reduced(s + i, shift, ceiling),
@@ -49,9 +49,9 @@ inline void reduceSamples(const uint16_t* __restrict s, uint8_t* __restrict d, s
 inline void reduceSamples(const uint16_t* __restrict s, uint16_t* __restrict d, size_t n,
                           Reduction by) {
   size_t i = 0;
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   constexpr size_t half = kRegisterBytes / 2;
-  const __m128i shift = _mm_cvtsi32_si128(static_cast<int>(by.shift));
+  const ShiftCount shift = shiftCount(by.shift);
   const Register ceiling = set1_16(static_cast<int>(by.ceiling));
   for (; i + half <= n; i += half) storeRegister(d + i, reduced(s + i, shift, ceiling));
 #endif

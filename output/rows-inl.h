@@ -22,7 +22,7 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 template <int N, int channels, class T, class D>
 void binRow(const T* __restrict s, size_t stride, D* __restrict d, size_t width, Reduction by) {
   size_t x = 0;
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   if constexpr (sizeof(T) == 1) {
     if (by.shift == 0 && by.ceiling == 255) x = binBlocks8<N, channels>(s, stride, d, width);
   } else if constexpr (sizeof(D) == 1 && channels == 1 && N != 3) {
@@ -76,7 +76,7 @@ void grayRow(const void* source, size_t stride, void* destination, size_t width,
   const T* __restrict s = static_cast<const T*>(source);
   D* __restrict d = static_cast<D*>(destination);
   size_t x = 0;
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
   if constexpr (N == 1 && sizeof(T) == 1)
     if (by.shift == 0 && by.ceiling == 255) x = grayBytes(s, d, width);
 #endif

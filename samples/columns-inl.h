@@ -57,10 +57,12 @@ template <class V>
 VISTREL_INLINE V saturatingDifference(V a, V b) {
   return larger(a, b) - b;
 }
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 VISTREL_INLINE Vec<uint16_t> saturatingDifference(Vec<uint16_t> a, Vec<uint16_t> b) {
 #if VISTREL_AVX512
   return as<Vec<uint16_t>>(_mm512_subs_epu16(as<__m512i>(a), as<__m512i>(b)));
+#elif VISTREL_NEON
+  return as<Vec<uint16_t>>(vqsubq_u16(as<uint16x8_t>(a), as<uint16x8_t>(b)));
 #else
   return as<Vec<uint16_t>>(VISTREL_OP(subs_epu16)(as<Register>(a), as<Register>(b)));
 #endif

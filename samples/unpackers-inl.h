@@ -11,8 +11,6 @@
 #include "common/simd/registers-inl.h"
 #include "samples/packings-inl.h"
 
-#define VISTREL_PERMUTES (VISTREL_SSSE3 || VISTREL_NEON)
-
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 

@@ -1,8 +1,10 @@
 # ctest includes this for every GoogleTest program and adds an entry for each suite: an entry for
 # each case would start the programs two thousand times. VISTREL_LEAVE_OUT in the environment is a
 # pattern of cases to leave out. An entry counts as skipped if the list of skipped cases ends its
-# output and no case passed; after a failure a list of failed cases follows.
-function(vistrel_suites name program prefix)
+# output and no case passed; after a failure a list of failed cases follows. An emulator with its
+# arguments runs cross-compiled programs.
+function(vistrel_suites name file prefix)
+  set(program ${ARGN} ${file})
   set(rest -$ENV{VISTREL_LEAVE_OUT})
   execute_process(COMMAND ${program} --gtest_list_tests --gtest_filter=*:${rest}
     OUTPUT_VARIABLE listed RESULT_VARIABLE failed)

@@ -8,6 +8,8 @@
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
+#elif defined(__aarch64__)
+#include <arm_neon.h>
 #endif
 
 namespace vistrel::core {
@@ -21,6 +23,10 @@ struct SumBits {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(sums));
     negative = static_cast<uint32_t>(_mm_movemask_epi8(v));
     zero = static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, _mm_setzero_si128())));
+#elif defined(__aarch64__)
+    const int8x16_t v = vld1q_s8(sums);
+    negative = bitsOf(vcltzq_s8(v));
+    zero = bitsOf(vceqzq_s8(v));
 #else
     negative = zero = 0;
     for (int i = 0; i < 16; ++i) {
@@ -29,6 +35,17 @@ struct SumBits {
     }
 #endif
   }
+
+#if defined(__aarch64__)
+ private:
+  static uint32_t bitsOf(uint8x16_t masks) {
+    alignas(16) static constexpr uint8_t places[16] = {1, 2, 4, 8, 16, 32, 64, 128,
+                                                       1, 2, 4, 8, 16, 32, 64, 128};
+    uint8x16_t bits = vandq_u8(masks, vld1q_u8(places));
+    for (int i = 0; i < 3; ++i) bits = vpaddq_u8(bits, bits);
+    return vgetq_lane_u16(vreinterpretq_u16_u8(bits), 0);
+  }
+#endif
 };
 
 // For each value of eight bits: all ones for each bit that is set.

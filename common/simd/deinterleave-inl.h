@@ -1,7 +1,7 @@
 // Separates interleaved triples, such as pixels, into three vectors: the reverse of
 // interleave-inl.h. In a vector of n samples, a channel has every third position. As 3 doesn't
 // divide n, these positions differ between the vectors. So two blends collect a channel, and one
-// permutation puts it in order.
+// permutation puts it in order. NEON has an instruction for it.
 #if defined(VISTREL_DEINTERLEAVE_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_DEINTERLEAVE_INL_H
 #undef VISTREL_DEINTERLEAVE_INL_H
@@ -15,12 +15,16 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 
 template <class T>
 struct Channels {
   Vec<T> first, second, third;
 };
+
+#endif
+
+#if VISTREL_SSSE3
 
 // The bytes within which a permutation moves samples.
 #if VISTREL_AVX512
@@ -119,6 +123,19 @@ VISTREL_INLINE Channels<T> loadChannels(const uint8_t* p) {
 }
 
 #endif
+
+#elif VISTREL_NEON
+
+template <class T>
+VISTREL_INLINE Channels<T> loadChannels(const uint8_t* p) {
+  if constexpr (sizeof(T) == 1) {
+    const uint8x16x3_t v = vld3q_u8(p);
+    return {as<Vec<T>>(v.val[0]), as<Vec<T>>(v.val[1]), as<Vec<T>>(v.val[2])};
+  } else {
+    const uint16x8x3_t v = vld3q_u16(reinterpret_cast<const uint16_t*>(p));
+    return {as<Vec<T>>(v.val[0]), as<Vec<T>>(v.val[1]), as<Vec<T>>(v.val[2])};
+  }
+}
 
 #endif
 

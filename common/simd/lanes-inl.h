@@ -90,12 +90,22 @@ VISTREL_INLINE V mean2(V a, V b) {
 #endif
 }
 
+template <class V>
+VISTREL_INLINE V smaller(V a, V b) {
+  return a < b ? a : b;
+}
+
 // The means of pairs drop the low bits of two sums. These count only if both are set and p + q is
-// odd.
+// odd. With one mean rounded down and the other up, the result is exact, or one too high if only
+// the latter was rounded. NEON has both means: of two results, the smaller is exact.
 template <class V>
 VISTREL_INLINE V mean4(V a, V b, V c, V d) {
+#if VISTREL_NEON
+  return smaller(mean2(mean2(a, b), roundedMean(c, d)), mean2(roundedMean(a, b), mean2(c, d)));
+#else
   const V p = mean2(a, b), q = mean2(c, d);
   return mean2(p, q) + ((a ^ b) & (c ^ d) & (p ^ q) & 1);
+#endif
 }
 
 VISTREL_INLINE int mean2(int a, int b) { return (a + b) >> 1; }
@@ -105,10 +115,6 @@ VISTREL_INLINE int mean4(int a, int b, int c, int d) { return (a + b + c + d) >>
 template <class C, class V>
 VISTREL_INLINE V select(C condition, V a, V b) {
   return condition ? a : b;
-}
-template <class V>
-VISTREL_INLINE V smaller(V a, V b) {
-  return a < b ? a : b;
 }
 template <class V>
 VISTREL_INLINE V larger(V a, V b) {

@@ -14,6 +14,15 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
+#if VISTREL_PERMUTES
+
+template <class T>
+struct Pairs {
+  Vec<T> lower, upper;
+};
+
+#endif
+
 #if VISTREL_SSSE3
 
 #if VISTREL_AVX512
@@ -28,10 +37,6 @@ typedef Register LongRegister;
 #define VISTREL_OF_TWO(Result, name, a, b) \
   as<Result>(VISTREL_LONG_OP(name)(as<LongRegister>(a), as<LongRegister>(b)))
 
-template <class T>
-struct Pairs {
-  Vec<T> lower, upper;
-};
 VISTREL_INLINE Pairs<uint8_t> pairsOf(Vec<uint8_t> a, Vec<uint8_t> b) {
   return {VISTREL_OF_TWO(Vec<uint8_t>, unpacklo_epi8, a, b),
           VISTREL_OF_TWO(Vec<uint8_t>, unpackhi_epi8, a, b)};
@@ -66,6 +71,60 @@ VISTREL_INLINE Vec<int32_t> weighted(Vec<int16_t> v) {
 
 #undef VISTREL_OF_TWO
 #undef VISTREL_LONG_OP
+
+#elif VISTREL_NEON
+
+// Pairs of bytes stay apart, since multiplications widen half a vector.
+template <bool upper>
+struct BytePairs {
+  uint8x16_t first, second;
+};
+template <>
+struct Pairs<uint8_t> {
+  BytePairs<false> lower;
+  BytePairs<true> upper;
+};
+VISTREL_INLINE Pairs<uint8_t> pairsOf(Vec<uint8_t> a, Vec<uint8_t> b) {
+  const auto x = as<uint8x16_t>(a), y = as<uint8x16_t>(b);
+  return {{x, y}, {x, y}};
+}
+VISTREL_INLINE Pairs<uint16_t> pairsOf(Vec<uint16_t> a, Vec<uint16_t> b) {
+  const auto x = as<uint16x8_t>(a), y = as<uint16x8_t>(b);
+  return {as<Vec<uint16_t>>(vzip1q_u16(x, y)), as<Vec<uint16_t>>(vzip2q_u16(x, y))};
+}
+VISTREL_INLINE Vec<uint8_t> narrowed(Vec<uint16_t> lower, Vec<uint16_t> upper) {
+  return as<Vec<uint8_t>>(pack16(as<Register>(lower), as<Register>(upper)));
+}
+VISTREL_INLINE Vec<uint16_t> narrowed(Vec<int32_t> lower, Vec<int32_t> upper) {
+  return as<Vec<uint16_t>>(pack32(as<Register>(lower), as<Register>(upper)));
+}
+// sum + w * v
+template <int w, bool upper>
+VISTREL_INLINE uint16x8_t withProduct(uint16x8_t sum, uint8x16_t v) {
+  constexpr uint8_t size = w < 0 ? -w : w;
+  if constexpr (w < 0)
+    return upper ? vmlsl_high_u8(sum, v, vdupq_n_u8(size))
+                 : vmlsl_u8(sum, vget_low_u8(v), vdup_n_u8(size));
+  else if constexpr (w > 0)
+    return upper ? vmlal_high_u8(sum, v, vdupq_n_u8(size))
+                 : vmlal_u8(sum, vget_low_u8(v), vdup_n_u8(size));
+  else
+    return sum;
+}
+template <int a, int b, bool upper>
+VISTREL_INLINE Vec<uint16_t> weighted(const BytePairs<upper>& v) {
+  const uint16x8_t first = withProduct<a, upper>(vdupq_n_u16(0), v.first);
+  return as<Vec<uint16_t>>(withProduct<b, upper>(first, v.second));
+}
+template <int a, int b>
+VISTREL_INLINE Vec<uint16_t> weighted(Vec<uint8_t> v) {
+  const auto pairs = as<Vec<uint16_t>>(v);
+  return (pairs & 255) * static_cast<uint16_t>(a) + (pairs >> 8) * static_cast<uint16_t>(b);
+}
+template <int a, int b>
+VISTREL_INLINE Vec<int32_t> weighted(Vec<int16_t> v) {
+  return as<Vec<int32_t>>(pairProducts16(as<Register>(v), set1_32(b << 16 | a)));
+}
 
 #endif
 

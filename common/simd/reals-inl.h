@@ -58,6 +58,8 @@ VISTREL_INLINE Vec<float> approximateRoot(Vec<float> v) {
   return as<Vec<float>>(_mm256_rsqrt_ps(as<__m256>(v)));
 #elif VISTREL_X86
   return as<Vec<float>>(_mm_rsqrt_ps(as<__m128>(v)));
+#elif VISTREL_NEON
+  return 1 / as<Vec<float>>(vsqrtq_f32(as<float32x4_t>(v)));
 #else
   for (size_t k = 0; k < kLanes<float>; ++k) v[k] = approximateRoot(v[k]);
   return v;

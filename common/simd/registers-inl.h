@@ -1,5 +1,6 @@
-// Shuffles and multiply-adds within groups of 16 bytes, which x86 has from SSSE3 on. A register
-// holds one group (128 bits) or two (256 bits). Groups are independent of each other.
+// Shuffles and multiply-adds within groups of 16 bytes, which x86 has from SSSE3 on, and 64-bit ARM
+// has with NEON. A register holds one group (128 bits) or two (256 bits). Groups are independent of
+// each other.
 #if defined(VISTREL_REGISTERS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_REGISTERS_INL_H
 #undef VISTREL_REGISTERS_INL_H
@@ -15,6 +16,7 @@ namespace vistrel::core::VISTREL_NAMESPACE {
 #if VISTREL_SSSE3
 
 #undef VISTREL_OP
+typedef __m128i Group, ShiftCount;
 #if VISTREL_AVX2
 typedef __m256i Register;
 constexpr int kGroups = 2;
@@ -28,7 +30,7 @@ VISTREL_INLINE Register loadGroups(const void* p, size_t step) {  // 16 bytes ea
       _mm256_castsi128_si256(_mm_loadu_si128(static_cast<const __m128i*>(p))),
       _mm_loadu_si128(second), 1);
 }
-VISTREL_INLINE __m128i group(Register v, int i) {
+VISTREL_INLINE Group group(Register v, int i) {
   return i == 0 ? _mm256_castsi256_si128(v) : _mm256_extracti128_si256(v, 1);
 }
 template <int lanes>
@@ -51,7 +53,7 @@ VISTREL_INLINE Register allGroups(const void* p) {
   return _mm_loadu_si128(static_cast<const __m128i*>(p));
 }
 VISTREL_INLINE Register loadGroups(const void* p, size_t) { return allGroups(p); }
-VISTREL_INLINE __m128i group(Register v, int) { return v; }
+VISTREL_INLINE Group group(Register v, int) { return v; }
 template <int lanes>
 VISTREL_INLINE Register blend16(Register a, Register b) {
 #if VISTREL_SSE41
@@ -69,12 +71,11 @@ VISTREL_INLINE void storeRegister(void* p, Register v) {
 VISTREL_INLINE Register inOrder(Register v) { return v; }
 #endif
 
-constexpr size_t kRegisterBytes = sizeof(Register);
-
 VISTREL_INLINE Register permute(Register v, const uint8_t* order) {
   return VISTREL_OP(shuffle_epi8)(v, allGroups(order));
 }
 VISTREL_INLINE Register set1_16(int v) { return VISTREL_OP(set1_epi16)(static_cast<short>(v)); }
+VISTREL_INLINE Register set1_32(int v) { return VISTREL_OP(set1_epi32)(v); }
 VISTREL_INLINE Register add16(Register a, Register b) { return VISTREL_OP(add_epi16)(a, b); }
 VISTREL_INLINE Register add32(Register a, Register b) { return VISTREL_OP(add_epi32)(a, b); }
 
@@ -83,8 +84,21 @@ VISTREL_INLINE Register min16(Register a, Register b) {
   return VISTREL_OP(sub_epi16)(a, VISTREL_OP(subs_epu16)(a, b));
 }
 // Counts above 15 give zero.
-VISTREL_INLINE Register shiftRight16(Register v, __m128i count) {
+VISTREL_INLINE ShiftCount shiftCount(uint32_t n) { return _mm_cvtsi32_si128(static_cast<int>(n)); }
+VISTREL_INLINE Register shiftRight16(Register v, ShiftCount count) {
   return VISTREL_OP(srl_epi16)(v, count);
+}
+template <int count>
+VISTREL_INLINE Register shiftRight16(Register v) {
+  return VISTREL_OP(srli_epi16)(v, count);
+}
+template <int count>
+VISTREL_INLINE Register shiftRight32(Register v) {
+  return VISTREL_OP(srli_epi32)(v, count);
+}
+// Of 32-bit values below 2^16.
+VISTREL_INLINE Register thirds32(Register v) {
+  return shiftRight16<1>(VISTREL_OP(mulhi_epu16)(v, set1_16(0xAAAB)));
 }
 // Sums of neighbouring bytes as 16-bit values; of neighbouring 16-bit values below 32768 as 32-bit
 // values.
@@ -92,10 +106,92 @@ VISTREL_INLINE Register pairSums8(Register v) {
   return VISTREL_OP(maddubs_epi16)(v, VISTREL_OP(set1_epi8)(1));
 }
 VISTREL_INLINE Register pairSums16(Register v) { return VISTREL_OP(madd_epi16)(v, set1_16(1)); }
+// Sums of the products of neighbouring signed 16-bit values.
+VISTREL_INLINE Register pairProducts16(Register a, Register b) {
+  return VISTREL_OP(madd_epi16)(a, b);
+}
 // Signed 16-bit values to bytes, signed 32-bit values to 16 bits, saturated, group by group.
 VISTREL_INLINE Register pack16(Register a, Register b) { return VISTREL_OP(packus_epi16)(a, b); }
 VISTREL_INLINE Register pack32(Register a, Register b) { return VISTREL_OP(packs_epi32)(a, b); }
+VISTREL_INLINE bool isZero(Register lanes) {  // lanes of all ones or zeros
+  return VISTREL_OP(movemask_epi8)(lanes) == 0;
+}
 
+#elif VISTREL_NEON
+
+typedef uint8x16_t Register, Group;
+typedef int16x8_t ShiftCount;
+constexpr int kGroups = 1;
+
+VISTREL_INLINE uint16x8_t as16(Register v) { return vreinterpretq_u16_u8(v); }
+VISTREL_INLINE int16x8_t asSigned16(Register v) { return vreinterpretq_s16_u8(v); }
+VISTREL_INLINE uint32x4_t as32(Register v) { return vreinterpretq_u32_u8(v); }
+VISTREL_INLINE int32x4_t asSigned32(Register v) { return vreinterpretq_s32_u8(v); }
+VISTREL_INLINE Register from16(uint16x8_t v) { return vreinterpretq_u8_u16(v); }
+VISTREL_INLINE Register from32(uint32x4_t v) { return vreinterpretq_u8_u32(v); }
+
+VISTREL_INLINE Register loadRegister(const void* p) {
+  return vld1q_u8(static_cast<const uint8_t*>(p));
+}
+VISTREL_INLINE Register loadGroups(const void* p, size_t) { return loadRegister(p); }
+VISTREL_INLINE void storeRegister(void* p, Register v) { vst1q_u8(static_cast<uint8_t*>(p), v); }
+VISTREL_INLINE Register allGroups(const void* p) { return loadRegister(p); }
+VISTREL_INLINE Group group(Register v, int) { return v; }
+VISTREL_INLINE Register inOrder(Register v) { return v; }
+
+VISTREL_INLINE Register permute(Register v, const uint8_t* order) {
+  return vqtbl1q_u8(v, vld1q_u8(order));
+}
+VISTREL_INLINE Register set1_16(int v) { return from16(vdupq_n_u16(static_cast<uint16_t>(v))); }
+VISTREL_INLINE Register set1_32(int v) { return from32(vdupq_n_u32(static_cast<uint32_t>(v))); }
+VISTREL_INLINE Register add16(Register a, Register b) {
+  return from16(vaddq_u16(as16(a), as16(b)));
+}
+VISTREL_INLINE Register add32(Register a, Register b) {
+  return from32(vaddq_u32(as32(a), as32(b)));
+}
+VISTREL_INLINE Register min16(Register a, Register b) {
+  return from16(vminq_u16(as16(a), as16(b)));
+}
+
+VISTREL_INLINE ShiftCount shiftCount(uint32_t n) {
+  return vdupq_n_s16(static_cast<int16_t>(-static_cast<int>(n)));
+}
+VISTREL_INLINE Register shiftRight16(Register v, ShiftCount count) {
+  return from16(vshlq_u16(as16(v), count));
+}
+template <int count>
+VISTREL_INLINE Register shiftRight16(Register v) {
+  return from16(vshrq_n_u16(as16(v), count));
+}
+template <int count>
+VISTREL_INLINE Register shiftRight32(Register v) {
+  return from32(vshrq_n_u32(as32(v), count));
+}
+VISTREL_INLINE Register thirds32(Register v) {
+  return from32(vshrq_n_u32(vmulq_n_u32(as32(v), 0xAAAB), 17));
+}
+
+VISTREL_INLINE Register pairSums8(Register v) { return from16(vpaddlq_u8(v)); }
+VISTREL_INLINE Register pairSums16(Register v) { return from32(vpaddlq_u16(as16(v))); }
+VISTREL_INLINE Register pairProducts16(Register a, Register b) {
+  const int16x8_t x = asSigned16(a), y = asSigned16(b);
+  const int32x4_t low = vmull_s16(vget_low_s16(x), vget_low_s16(y));
+  return vreinterpretq_u8_s32(vpaddq_s32(low, vmull_high_s16(x, y)));
+}
+VISTREL_INLINE Register pack16(Register a, Register b) {
+  return vqmovun_high_s16(vqmovun_s16(asSigned16(a)), asSigned16(b));
+}
+VISTREL_INLINE Register pack32(Register a, Register b) {
+  const int16x4_t low = vqmovn_s32(asSigned32(a));
+  return vreinterpretq_u8_s16(vqmovn_high_s32(low, asSigned32(b)));
+}
+VISTREL_INLINE bool isZero(Register lanes) { return vmaxvq_u32(as32(lanes)) == 0; }
+
+#endif
+
+#if VISTREL_PERMUTES
+constexpr size_t kRegisterBytes = sizeof(Register);
 #endif
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE

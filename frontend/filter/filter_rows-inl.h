@@ -27,7 +27,7 @@ struct Box {
   }
 };
 
-VISTREL_INLINE U16 fifthOf(U16 sum) { return highProduct(sum, U16{} + 0xCCCD) >> 2; }
+VISTREL_INLINE U16 fifthOf(U16 sum) { return upperProduct(sum, 0xCCCD) >> 2; }
 
 // The mean of five samples. Even and odd columns have different taps: five each.
 template <class T>

@@ -10,6 +10,8 @@
 #include <bit>
 
 #include "common/depth.h"
+#include "common/simd/products-inl.h"
+#include "common/simd/registers-inl.h"
 #include "common/simd/widen-inl.h"
 #include "vistrel/vistrel.h"
 
@@ -29,20 +31,6 @@ VISTREL_INLINE Vec<Lane> samplesAt(int place, const T* p) {
   return place == places - 1 ? lanes : lanes & static_cast<T>(-1);
 }
 
-VISTREL_INLINE U16 highProduct(U16 a, U16 b) {
-#if VISTREL_AVX512
-  return as<U16>(_mm512_mulhi_epu16(as<__m512i>(a), as<__m512i>(b)));
-#elif VISTREL_AVX2
-  return as<U16>(_mm256_mulhi_epu16(as<__m256i>(a), as<__m256i>(b)));
-#elif VISTREL_X86
-  return as<U16>(_mm_mulhi_epu16(as<__m128i>(a), as<__m128i>(b)));
-#else
-  for (size_t i = 0; i < kLanes<uint16_t>; ++i)
-    a[i] = static_cast<uint16_t>(uint32_t{a[i]} * b[i] >> 16);
-  return a;
-#endif
-}
-
 // Quotients of 16-bit sums, limited to 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
 // n < 2^15, where 2^s is the power of two at or above d.
 class Quotient16 {
@@ -58,7 +46,7 @@ class Quotient16 {
   template <int limit>
   VISTREL_INLINE U16 of(U16 sum) const {
     const U16 n = as<U16>(larger(as<I16>(sum), I16{}));
-    const U16 q = highProduct(n + n, multiplier_) >> shift_;
+    const U16 q = upperProduct(n + n, multiplier_) >> shift_;
     return as<U16>(smaller(as<I16>(q), I16{} + int16_t{limit}));
   }
 
@@ -138,6 +126,8 @@ class PairSums {
     return as<U32>(_mm256_madd_epi16(as<__m256i>(s), as<__m256i>(weights)));
 #elif VISTREL_X86
     return as<U32>(_mm_madd_epi16(as<__m128i>(s), as<__m128i>(weights)));
+#elif VISTREL_NEON
+    return as<U32>(pairProducts16(as<Register>(s), as<Register>(weights)));
 #else
     const auto a = as<I32>(s), b = as<I32>(weights);
     return as<U32>(((a << 16) >> 16) * ((b << 16) >> 16)) + as<U32>((a >> 16) * (b >> 16));

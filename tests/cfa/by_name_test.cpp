@@ -92,7 +92,6 @@ TEST_P(Rectangles, OfHomogeneityKnowTheirPhase) {
 }
 
 TEST(RectanglesOfHomogeneity, AreChosenByPhase) {
-  if (supportedLevels().back() < Level::sse41) GTEST_SKIP() << "a processor without SSE4.1";
   for (auto local : {m7_localAHD_8u, u8_localAHD_8u, y8_localAHD_8u})
     expectEveryPhase<uint8_t>(local);
   for (auto local : {m7_localAHD_16u, u8_localAHD_16u, y8_localAHD_16u})

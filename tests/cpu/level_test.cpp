@@ -83,6 +83,21 @@ TEST_F(Levels, OfLowerIndicesAreFixed) {
   }
 }
 
+TEST_F(Levels, NeverExceedTheProcessors) {
+  for (Level top : {Level::base, Level::ssse3}) {
+    g_topLevel = top;
+    for (uint32_t index : {2u, 3u}) EXPECT_EQ(levelOfIndex(index), top);
+  }
+}
+
+#elif defined(__aarch64__)
+
+TEST_F(Levels, AreTwoOn64BitArm) {
+  EXPECT_EQ(enabledLevel(0), Level::neon);
+  EXPECT_EQ(enabledLevel(IPP_CPU_NO_AVX2), Level::base);
+  for (uint32_t index : {0u, 1u, 2u, 3u}) EXPECT_EQ(levelOfIndex(index), Level::neon);
+}
+
 #endif
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "cpu/level.h"
 #include "tests/cpu/fake_processor.h"
+#include "vistrel/platform.h"
 
 namespace vistrel::core::test {
 namespace {
@@ -137,6 +138,8 @@ TEST_F(Features, AreMissingWithoutCpuid) {
   EXPECT_THAT(registers, Each(7));
 }
 
+#if VISTREL_X86
+
 TEST_F(EnabledFeatures, LimitTheBodyOfIndexThree) {
   const auto bodyWith = [](uint64_t mask) {
     ippSetCpuFeaturesMask(mask);
@@ -151,6 +154,18 @@ TEST_F(EnabledFeatures, LimitTheBodyOfIndexThree) {
   EXPECT_EQ(levelOfIndex(2), std::min(widestLevel(), Level::ssse3));
   EXPECT_EQ(bodyWith(before), widestLevel());
 }
+
+#else
+
+TEST(FeaturesOfX86, AreNeitherDetectedNorEnabledElsewhere) {
+  EXPECT_EQ(ippStaticInit(), kOtherVendor);
+  EXPECT_EQ(ippGetEnabledCpuFeatures(), 0u);
+  for (uint64_t feature = IPP_CPU_MMX; feature <= IPP_CPU_FAMILY_B; feature <<= 1)
+    EXPECT_EQ(ownGetFeature(feature), 0) << feature;
+  EXPECT_EQ(OS_IsSSE(), 0);
+}
+
+#endif
 
 TEST_F(EnabledFeatures, AreStoredAsGiven) {
   EXPECT_EQ(ippSetCpuFeaturesMask(0xFEDCBA9876543210), 0);

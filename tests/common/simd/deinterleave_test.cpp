@@ -4,15 +4,15 @@
 #define VISTREL_BODY "tests/common/simd/deinterleave_test.cpp"
 #include "common/simd/each_level.h"
 #include "tests/common/simd/elements.h"
-#include "tests/common/simd/levels_from_ssse3.h"
+#include "tests/common/simd/levels_above_base.h"
 
-#if VISTREL_X86
+#ifdef OF_LEVEL
 
 namespace vistrel::core::test {
 namespace {
 
 class Deinterleave : public AtEveryLevel {};
-INSTANTIATE_TEST_SUITE_P(Every, Deinterleave, ::testing::ValuesIn(levelsFromSsse3()),
+INSTANTIATE_TEST_SUITE_P(Every, Deinterleave, ::testing::ValuesIn(levelsAboveBase()),
                          ::testing::PrintToStringParamName());
 
 template <class T>
@@ -40,7 +40,7 @@ TEST_P(Deinterleave, SeparatesTheSamplesOfPixels) {
 #else
 #include "common/simd/deinterleave-inl.h"
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {

@@ -3,15 +3,15 @@
 #define VISTREL_BODY "tests/common/simd/pairs_test.cpp"
 #include "common/simd/each_level.h"
 #include "tests/common/simd/elements.h"
-#include "tests/common/simd/levels_from_ssse3.h"
+#include "tests/common/simd/levels_above_base.h"
 
-#if VISTREL_X86
+#ifdef OF_LEVEL
 
 namespace vistrel::core::test {
 namespace {
 
 class Products : public AtEveryLevel {};
-INSTANTIATE_TEST_SUITE_P(Every, Products, ::testing::ValuesIn(levelsFromSsse3()),
+INSTANTIATE_TEST_SUITE_P(Every, Products, ::testing::ValuesIn(levelsAboveBase()),
                          ::testing::PrintToStringParamName());
 
 TEST_P(Products, OfBytesAddInOrder) {
@@ -34,7 +34,7 @@ TEST_P(Products, OfSamplesAddInOrder) {
 #else
 #include "common/simd/pairs-inl.h"
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {

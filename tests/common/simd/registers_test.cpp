@@ -1,5 +1,5 @@
-// Shuffles and sums in registers of 16 or 32 bytes, which x86 has from SSSE3 on. The second half of
-// this file is compiled once for each level.
+// Shuffles and sums in registers of 16 or 32 bytes, which levels above base have. The second half
+// of this file is compiled once for each level.
 #ifndef VISTREL_EACH_LEVEL
 #define VISTREL_BODY "tests/common/simd/registers_test.cpp"
 #include <algorithm>
@@ -7,9 +7,9 @@
 
 #include "common/simd/each_level.h"
 #include "tests/common/simd/elements.h"
-#include "tests/common/simd/levels_from_ssse3.h"
+#include "tests/common/simd/levels_above_base.h"
 
-#if VISTREL_X86
+#ifdef OF_LEVEL
 
 namespace vistrel::core::test {
 namespace {
@@ -19,7 +19,7 @@ class Registers : public AtEveryLevel {
   const size_t bytes_ = *OF_LEVEL(kRegisterBytes);
 };
 
-INSTANTIATE_TEST_SUITE_P(Every, Registers, ::testing::ValuesIn(levelsFromSsse3()),
+INSTANTIATE_TEST_SUITE_P(Every, Registers, ::testing::ValuesIn(levelsAboveBase()),
                          ::testing::PrintToStringParamName());
 
 using Bytes = std::vector<uint8_t>;
@@ -55,6 +55,8 @@ TEST_P(Registers, PermuteTheBytesOfEachGroup) {
     EXPECT_EQ(result[i], source[i / 16 * 16 + order[i % 16]]) << i;
 }
 
+#if VISTREL_X86
+
 template <int lanes>
 void expectBlended(void (*blended)(const int16_t*, const int16_t*, int16_t*), size_t n) {
   const std::vector<int16_t> a = counted<int16_t>(n), b = counted<int16_t>(n, 500);
@@ -68,6 +70,8 @@ TEST_P(Registers, BlendLanesByTheBitsOfAMask) {
   expectBlended<0x92>(OF_LEVEL(blended<0x92>), bytes_ / 2);
   expectBlended<0xFF>(OF_LEVEL(blended<0xFF>), bytes_ / 2);
 }
+
+#endif
 
 TEST_P(Registers, AddWithoutCarryToTheNextLane) {
   expectElements(OF_LEVEL(sums16), [](uint16_t a, uint16_t b) { return a + b; });
@@ -130,7 +134,7 @@ TEST_P(Registers, PackGroupByGroupAndSaturate) {
 #else
 #include "common/simd/registers-inl.h"
 
-#if VISTREL_SSSE3
+#if VISTREL_PERMUTES
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -140,15 +144,18 @@ inline void joinGroups(const uint8_t* p, size_t step, uint8_t* out) {
   storeRegister(out, loadGroups(p, step));
 }
 inline void lastGroup(const uint8_t* p, uint8_t* out) {
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(out), group(loadRegister(p), kGroups - 1));
+  const Group last = group(loadRegister(p), kGroups - 1);
+  std::memcpy(out, &last, sizeof last);
 }
 inline void permuted(const uint8_t* p, const uint8_t* order, uint8_t* out) {
   storeRegister(out, permute(loadRegister(p), order));
 }
+#if VISTREL_X86
 template <int lanes>
 void blended(const int16_t* a, const int16_t* b, int16_t* out) {
   storeRegister(out, blend16<lanes>(loadRegister(a), loadRegister(b)));
 }
+#endif
 
 template <class T>
 constexpr size_t kStep = kRegisterBytes / sizeof(T);
@@ -172,7 +179,7 @@ inline void smaller16(uint16_t* out, size_t n, const uint16_t* a, const uint16_t
 template <int count>
 void shifted(uint16_t* out, size_t n, const uint16_t* a) {
   for (size_t k = 0; k < n; k += kStep<uint16_t>)
-    storeRegister(out + k, shiftRight16(loadRegister(a + k), _mm_cvtsi32_si128(count)));
+    storeRegister(out + k, shiftRight16(loadRegister(a + k), shiftCount(count)));
 }
 inline void byteSums(uint16_t* out, size_t n, const uint16_t* pairs) {
   for (size_t k = 0; k < n; k += kStep<uint16_t>)
@@ -181,7 +188,7 @@ inline void byteSums(uint16_t* out, size_t n, const uint16_t* pairs) {
 // Of neighbours halved, so that they are below 32768.
 inline void sumsOfHalves(uint32_t* out, size_t n, const uint32_t* pairs) {
   for (size_t k = 0; k < n; k += kStep<uint32_t>)
-    storeRegister(out + k, pairSums16(shiftRight16(loadRegister(pairs + k), _mm_cvtsi32_si128(1))));
+    storeRegister(out + k, pairSums16(shiftRight16<1>(loadRegister(pairs + k))));
 }
 
 inline void narrowedToBytes(const int16_t* a, const int16_t* b, uint8_t* out, bool ordered) {

@@ -1,4 +1,4 @@
-// For code that x86 has from SSSE3 on.
+// For code that levels above base alone have.
 #pragma once
 
 #include <array>
@@ -6,22 +6,22 @@
 
 #include "tests/levels.h"
 
-#if VISTREL_X86
-
 // VISTREL_BY_LEVEL without the base level.
+#if VISTREL_X86
 #define OF_LEVEL(name)                         \
   (std::array{                                 \
       &ssse3::name, &sse41::name, &avx2::name, \
       &avx512::name}[static_cast<size_t>(currentLevel()) - static_cast<size_t>(Level::ssse3)])
+#elif defined(__aarch64__)
+#define OF_LEVEL(name) (&neon::name)
+#endif
 
 namespace vistrel::core::test {
 
-inline std::vector<Level> levelsFromSsse3() {
+inline std::vector<Level> levelsAboveBase() {
   std::vector<Level> levels = supportedLevels();
   levels.erase(levels.begin());
   return levels;
 }
 
 }  // namespace vistrel::core::test
-
-#endif
