@@ -46,6 +46,11 @@ void Converter::setThreads(uint32_t threads) {
     team_ = Team::create(wanted);
 }
 
+RawStream Converter::withBits(RawStream stream) const {
+  stream.bits = settings_.bits;
+  return stream;
+}
+
 vistrel_conversion Converter::conversionOf(const vistrel_frame& frame,
                                            const vistrel_region& visible,
                                            const GstVideoInfo& info) const {
@@ -63,7 +68,7 @@ vistrel_conversion Converter::conversionOf(const vistrel_frame& frame,
 }
 
 void Converter::negotiate(const RawStream& stream, const GstVideoInfo& info) {
-  const vistrel_frame frame = frameOf(stream);
+  const vistrel_frame frame = frameOf(withBits(stream));
   checkSize(layoutOf(frame, conversionOf(frame, {0, 0, frame.width, frame.height}, info)), info);
   if (stream != stream_) look_.reset();
   stream_ = stream;
@@ -72,9 +77,7 @@ void Converter::negotiate(const RawStream& stream, const GstVideoInfo& info) {
 
 void Converter::convert(GstBuffer* buffer, GstBuffer* picture, double seconds) {
   setThreads(settings_.threads);
-  RawStream stream = stream_;
-  stream.bits = settings_.bits;
-  const RawBuffer raw(buffer, stream, settings_.stride);
+  const RawBuffer raw(buffer, withBits(stream_), settings_.stride);
   const vistrel_frame& frame = raw.frame();
   vistrel_conversion conversion = conversionOf(frame, raw.visible(), info_);
   const vistrel_layout layout = layoutOf(frame, conversion);

@@ -115,6 +115,21 @@ TEST(Element, ReadsTheSignificantBits) {
   EXPECT_EQ(picture[1], 1);
 }
 
+TEST(Element, AppliesATableToTheSignificantBits) {
+  std::string table = "<0";
+  for (int i = 1; i < 4096; ++i) table += "," + std::to_string(255 - i / 16);
+  Harness h;
+  h.set("bits", "12");
+  h.set("table", table + ">");
+  h.pictures("video/x-raw,format=GRAY8");
+  h.frames(capsOf("GRAY16_LE", 2, 1));
+  ASSERT_EQ(h.push({0xFF, 0x0F, 0x10, 0x00}), GST_FLOW_OK) << h.error();
+  const Bytes picture = bytesOf(h.pull().get());
+  ASSERT_GE(picture.size(), 2u);
+  EXPECT_EQ(picture[0], 0);
+  EXPECT_EQ(picture[1], 254);
+}
+
 struct Choice {
   const char *property, *value;
   void (*apply)(vistrel_conversion& conversion);
