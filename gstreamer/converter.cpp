@@ -1,12 +1,10 @@
 #include "gstreamer/converter.h"
 
 #include "apps/error.h"
+#include "apps/look/finished_look.h"
 
 namespace vistrel::gstreamer {
 namespace {
-
-// Scales the samples of formats of 16 bits to all of these.
-const vistrel_finish kPlainFinish{0, VISTREL_EXPOSURE_ONE, {}, 0, nullptr, {}};
 
 bool isDeep(uint32_t format) {
   return format == VISTREL_RGB48 || format == VISTREL_GRAY16 || format == VISTREL_MONO16;
@@ -62,7 +60,7 @@ vistrel_conversion Converter::conversionOf(const vistrel_frame& frame,
   conversion.region = visible;
   if (r.width || r.height)
     conversion.region = {visible.x + r.x, visible.y + r.y, r.width, r.height};
-  if (isDeep(conversion.format)) conversion.finish = &kPlainFinish;
+  if (isDeep(conversion.format)) conversion.finish = &app::kPlainFinish;
   setTeam(conversion, team_);
   return conversion;
 }
