@@ -11,8 +11,8 @@ namespace vistrel::app {
 
 class FileJob : public OpenJob {
  public:
-  // Opens the file. Throws ProgramError. Warnings appear in the preview as they arise. The arguments
-  // must outlive the object.
+  // Opens the file. Throws ProgramError. Warnings appear in the preview as they arise. The
+  // arguments must outlive the object.
   FileJob(const Job& job, const InputOptions& input, Preview& preview)
       : job_(job), preview_(preview), file_(job.from, input, preview.warnings) {}
 
