@@ -230,7 +230,7 @@ def test_files_that_fail(tmp_path, scene):
     with pytest.raises(ValueError, match="empty"):
         vistrel.read(tmp_path / "empty.pgm")
     (tmp_path / "a.raw").write_bytes(b"x" * 100)
-    with pytest.raises(ValueError, match="--size WxH"):
+    with pytest.raises(ValueError, match="; size WxH reads"):
         vistrel.read(tmp_path / "a.raw")
     with pytest.raises(ValueError, match="^bits: a headerless"):
         vistrel.read(tmp_path / "a.raw", size=(5, 5))
