@@ -1,7 +1,5 @@
 #include "gstreamer/allocation.h"
 
-#include <algorithm>
-
 namespace vistrel::gstreamer {
 namespace {
 
@@ -16,11 +14,10 @@ GstAllocationParams alignedMemory() {
 // Pools count in 32 bits: 0 if that is too few.
 guint poolBytes(size_t bytes) { return bytes <= G_MAXUINT ? static_cast<guint>(bytes) : 0; }
 
-bool configure(GstBufferPool* pool, GstCaps* caps, guint size, guint least, guint most,
-               bool hasMeta) {
+bool configure(GstBufferPool* pool, GstCaps* caps, guint size, bool hasMeta) {
   GstStructure* const config = gst_buffer_pool_get_config(pool);
   const GstAllocationParams params = alignedMemory();
-  gst_buffer_pool_config_set_params(config, caps, size, least, most);
+  gst_buffer_pool_config_set_params(config, caps, size, 0, 0);
   gst_buffer_pool_config_set_allocator(config, nullptr, &params);
   if (hasMeta) gst_buffer_pool_config_add_option(config, GST_BUFFER_POOL_OPTION_VIDEO_META);
   return gst_buffer_pool_set_config(pool, config);
@@ -59,7 +56,7 @@ bool offerFrames(GstQuery* query) {
   if (!bytes) return false;
   if (wantsPool) {
     GstBufferPool* const pool = gst_buffer_pool_new();
-    if (configure(pool, caps, bytes, 0, 0, false))
+    if (configure(pool, caps, bytes, false))
       gst_query_add_allocation_pool(query, pool, bytes, 0, 0);
     gst_object_unref(pool);
   }
@@ -76,7 +73,7 @@ bool choosePictures(GstQuery* query) {
   if (!bytes) return false;
   const bool hasMeta = gst_query_find_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
   GstBufferPool* const pool = gst_video_buffer_pool_new();
-  if (configure(pool, caps, bytes, 0, 0, hasMeta))
+  if (configure(pool, caps, bytes, hasMeta))
     gst_query_add_allocation_pool(query, pool, bytes, 0, 0);
   gst_object_unref(pool);
   return true;

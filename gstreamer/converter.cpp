@@ -1,12 +1,10 @@
 #include "gstreamer/converter.h"
 
 #include "apps/error.h"
+#include "apps/look/finished_look.h"
 
 namespace vistrel::gstreamer {
 namespace {
-
-// Scales the samples of formats of 16 bits to all of these.
-const vistrel_finish kPlainFinish{0, VISTREL_EXPOSURE_ONE, {}, 0, nullptr, {}};
 
 bool isDeep(uint32_t format) {
   return format == VISTREL_RGB48 || format == VISTREL_GRAY16 || format == VISTREL_MONO16;
@@ -46,6 +44,11 @@ void Converter::setThreads(uint32_t threads) {
     team_ = Team::create(wanted);
 }
 
+RawStream Converter::withBits(RawStream stream) const {
+  stream.bits = settings_.bits;
+  return stream;
+}
+
 vistrel_conversion Converter::conversionOf(const vistrel_frame& frame,
                                            const vistrel_region& visible,
                                            const GstVideoInfo& info) const {
@@ -57,13 +60,13 @@ vistrel_conversion Converter::conversionOf(const vistrel_frame& frame,
   conversion.region = visible;
   if (r.width || r.height)
     conversion.region = {visible.x + r.x, visible.y + r.y, r.width, r.height};
-  if (isDeep(conversion.format)) conversion.finish = &kPlainFinish;
+  if (isDeep(conversion.format)) conversion.finish = &app::kPlainFinish;
   setTeam(conversion, team_);
   return conversion;
 }
 
 void Converter::negotiate(const RawStream& stream, const GstVideoInfo& info) {
-  const vistrel_frame frame = frameOf(stream);
+  const vistrel_frame frame = frameOf(withBits(stream));
   checkSize(layoutOf(frame, conversionOf(frame, {0, 0, frame.width, frame.height}, info)), info);
   if (stream != stream_) look_.reset();
   stream_ = stream;
@@ -72,9 +75,7 @@ void Converter::negotiate(const RawStream& stream, const GstVideoInfo& info) {
 
 void Converter::convert(GstBuffer* buffer, GstBuffer* picture, double seconds) {
   setThreads(settings_.threads);
-  RawStream stream = stream_;
-  stream.bits = settings_.bits;
-  const RawBuffer raw(buffer, stream, settings_.stride);
+  const RawBuffer raw(buffer, withBits(stream_), settings_.stride);
   const vistrel_frame& frame = raw.frame();
   vistrel_conversion conversion = conversionOf(frame, raw.visible(), info_);
   const vistrel_layout layout = layoutOf(frame, conversion);

@@ -24,6 +24,7 @@ class Converter {
 
  private:
   void setThreads(uint32_t threads);
+  RawStream withBits(RawStream stream) const;  // those of the settings
   vistrel_conversion conversionOf(const vistrel_frame& frame, const vistrel_region& visible,
                                   const GstVideoInfo& info) const;
 

@@ -182,7 +182,8 @@ void addBuffers(std::vector<Property>& all) {
                                        excessType()),
               uintProperty<&S::stride>("stride",
                                        "Bytes from row to row of raw buffers without a video meta; "
-                                       "0: rows rounded up to 4 bytes",
+                                       "0: rows rounded up to 4 bytes; without padding in buffers "
+                                       "of exactly that length",
                                        0, G_MAXINT),
               uintProperty<&S::threads>("threads", "Threads that share a frame; 0: one per CPU", 0,
                                         VISTREL_MAX_THREADS)});

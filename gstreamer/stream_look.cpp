@@ -92,7 +92,7 @@ app::Gains StreamLook::measure(const vistrel_frame& frame, const vistrel_convers
   app::BlackLevels black;
   std::ranges::copy(conversion.black, black.begin());
   const auto blocks = app::blocksOf(rows, black, white, columnsOf(conversion.region, rows));
-  return app::gainsOf(blocks, 1.0 / (white > black[0] ? white - black[0] : 1));
+  return app::gainsOf(blocks, black, white);
 }
 
 }  // namespace vistrel::gstreamer

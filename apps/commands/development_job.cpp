@@ -44,9 +44,6 @@ std::vector<std::string> unusedParts(const KnownLook& known, const vistrel_frame
   return unused;
 }
 
-// A stage that leaves everything as it is, for the layout of the result.
-const vistrel_finish kPlainFinish{0, VISTREL_EXPOSURE_ONE, {}, 0, nullptr, {}};
-
 // A single picture in place of a film.
 std::filesystem::path pictureLike(const std::filesystem::path& film) {
   return isStandardOutput(film) ? "frame.png"

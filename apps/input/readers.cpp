@@ -32,10 +32,9 @@ const char* kindOf(const Source& source) {
 std::unique_ptr<Reader> openReader(const Source& source, const InputOptions& options) {
   if (source.size() == 0) throwError(kRejected, "the file is empty");
   if (const ReaderType* type = typeOf(source, kTypes)) return type->open(source, options);
-  throwError(
-      kRejected,
-      "unknown kind of frame; -s WxH reads headerless raw files, and `vistrel guess` finds their "
-      "size and format");
+  throwError(kRejected,
+             "unknown kind of frame; --size WxH reads headerless raw files, and `vistrel guess` "
+             "finds their size and format");
 }
 
 void checkSize(const Description& d, const Source& source, uint32_t storedBits, uint64_t available,

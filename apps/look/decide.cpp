@@ -57,11 +57,10 @@ Look decideLook(const vistrel_frame& frame, const LookChoice& choice,
   const uint32_t black = std::min(blackOf(places, fullScale), look.white / 2);
   look.black = known.black.value_or(BlackLevels{black, black, black, black});
   const auto blocks = blocksOf(frame, look.black, look.white, region);
-  const uint32_t levels = look.white > look.black[0] ? look.white - look.black[0] : 1;
   if (known.gains)
     look.gains = *known.gains;
   else if (!isMono)
-    look.gains = gainsOf(blocks, 1.0 / levels);
+    look.gains = gainsOf(blocks, look.black, look.white);
   look.matrix = known.matrix.value_or(isMono ? kIdentityMatrix : matrixFor(look.gains));
   if (mode == LookMode::kLinear) {
     look.transfer = known.transfer.value_or(Transfer{Curve::kLinear, 0});

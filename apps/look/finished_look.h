@@ -8,6 +8,10 @@
 
 namespace vistrel::app {
 
+// A stage that leaves everything as it is. Layouts are those of finished pictures; samples of
+// formats of 16 bits are scaled to all of these.
+inline constexpr vistrel_finish kPlainFinish{0, VISTREL_EXPOSURE_ONE, {}, 0, nullptr, {}};
+
 class FinishedLook {
  public:
   // Throws Error.

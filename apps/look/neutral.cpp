@@ -149,4 +149,8 @@ Gains gainsOf(std::span<const Block> blocks, double level) {
       {exp2Of((c.magenta + c.warmth) / 2), 1, exp2Of((c.magenta - c.warmth) / 2)});
 }
 
+Gains gainsOf(std::span<const Block> blocks, const BlackLevels& black, uint32_t white) {
+  return gainsOf(blocks, 1.0 / (white > black[0] ? white - black[0] : 1));
+}
+
 }  // namespace vistrel::app

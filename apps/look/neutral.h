@@ -11,6 +11,9 @@ namespace vistrel::app {
 // are multiples of `level` from black.
 Gains gainsOf(std::span<const Block> blocks, double level);
 
+// The same of blocks from these levels of black to this one of white.
+Gains gainsOf(std::span<const Block> blocks, const BlackLevels& black, uint32_t white);
+
 // The gains that make this colour neutral, the smallest 1 and none above 16.
 Gains gainsOfNeutral(const std::array<double, 3>& neutral);
 

@@ -79,9 +79,10 @@ int32_t pushRows(const Work& w, const Floats& floats, vistrel_stream* stream,
 }
 
 int32_t convertToFloats(const Work& w, const Floats& floats, vistrel_error& error) noexcept {
-  auto own = w.stream ? vistrel::Result<Stream>(Stream()) : Stream::tryAcquire(VISTREL_NO_WAIT);
-  if (takesPushedRows(w.conversion) && own)
-    return pushRows(w, floats, w.stream ? w.stream : own->handle(), error);
+  if (takesPushedRows(w.conversion)) {
+    auto own = w.stream ? vistrel::Result<Stream>(Stream()) : Stream::tryAcquire(VISTREL_NO_WAIT);
+    if (own) return pushRows(w, floats, w.stream ? w.stream : own->handle(), error);
+  }
   const int32_t status = convertWhole(w, error);
   if (status == VISTREL_OK) widen(w.result, floats.bytes, floats.divisor, 0, w.result.rows);
   return status;

@@ -17,9 +17,6 @@ app::LookChoice choiceIn(py::handle look) {
   return app::parseLook(stringOf(look, {"look", VISTREL_BAD_FINISH}));
 }
 
-// A stage that leaves everything as it is, to check what does not depend on the look.
-const vistrel_finish kPlainFinish{0, VISTREL_EXPOSURE_ONE, {}, 0, nullptr, {}};
-
 // Rejects what the host layer would.
 void checkRequest(const Request& request) {
   vistrel_layout layout;
@@ -33,7 +30,7 @@ app::Look lookOf(Request& request, py::handle look) {
   if (frame.phase == VISTREL_BGR)
     reject(VISTREL_BAD_PHASE, "phase", "bgr", "finished pixels have no look: a mosaic or mono");
   const app::LookChoice choice = choiceIn(look);
-  request.conversion.finish = &kPlainFinish;
+  request.conversion.finish = &app::kPlainFinish;  // to check what does not depend on the look
   checkRequest(request);
   makeNative(request.input);
   app::Look decided;

@@ -163,7 +163,9 @@ void readModes(const py::args& a, vistrel_conversion& c) {
 
 uint32_t threadsOf(handle value) {
   const uint32_t threads = integerOf(value, {"threads", VISTREL_BAD_THREADS});
-  return threads ? threads : std::clamp(std::thread::hardware_concurrency(), 1u, 256u);
+  return threads
+             ? threads
+             : std::clamp<uint32_t>(std::thread::hardware_concurrency(), 1, VISTREL_MAX_THREADS);
 }
 
 }  // namespace

@@ -88,6 +88,7 @@ def test_names_of_tasks_follow_from_what_they_do():
         (lambda f: vistrel.dask.convert(f[0], "rggb", 12), ValueError),
         (lambda f: vistrel.dask.convert(f.astype("f4"), "rggb", 12), TypeError),
         (lambda f: vistrel.dask.develop(f, "rggb", 12, "best"), ValueError),
+        (lambda f: vistrel.dask.develop(f, "rggb", 12, 3), TypeError),
         (lambda f: vistrel.dask.unpack(f, "BayerRG12p", 4, 4), ValueError),
         (lambda f: vistrel.dask.unpack(f[0].astype("u1"), "BayerRG12p", 40, 4), ValueError),
     ],
@@ -191,3 +192,9 @@ def test_all_files_survive_a_killed_worker(client, tmp_path):
 def test_outputs_have_names_of_their_own():
     with pytest.raises(ValueError, match="a/x.pgm has the same output, x.png"):
         vistrel.dask.convert_files(["a/x.pgm", "b/x.dng"], "out")
+    with pytest.raises(ValueError) as raised:
+        vistrel.dask.convert_files(["a: b/x.pgm", "c: d/x.dng"], "out")
+    error = raised.value
+    assert str(error) == f"{error.argument} {error.value}: {error.reason}"
+    assert (error.argument, error.value) == ("manifest", "c: d/x.dng")
+    assert error.reason == "a: b/x.pgm has the same output, x.png"

@@ -5,7 +5,7 @@ import time
 import numpy as np
 
 from . import _core
-from ._errors import ConversionFailed, InvalidType, InvalidValue, Status
+from ._errors import ConversionFailed, InvalidType, InvalidValue, Status, rejection
 
 
 def _table_of(table):
@@ -13,11 +13,9 @@ def _table_of(table):
     values = np.asarray(table)
     if values.dtype.kind not in "ui" or values.ndim != 1:
         what = f"{values.dtype}, {values.ndim} dimensions"
-        text = f"table {what}: one dimension of integers"
-        raise InvalidType(text, Status.BAD_TABLE, "table", what, "one dimension of integers")
+        raise rejection(InvalidType, Status.BAD_TABLE, "table", what, "one dimension of integers")
     if values.size and (values.min() < 0 or values.max() > 65535):
-        text = "table: values are 0 to 255"
-        raise InvalidValue(text, Status.BAD_TABLE, "table", "", "values are 0 to 255")
+        raise rejection(InvalidValue, Status.BAD_TABLE, "table", "", "values are 0 to 255")
     return np.ascontiguousarray(values, np.uint16)
 
 

@@ -9,6 +9,7 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _core
+from ._errors import InvalidType, Status, rejection
 
 Samples = typing.Any  # an array, or anything that offers one
 Region = typing.Optional[typing.Sequence[int]]
@@ -76,6 +77,15 @@ class Look:
         return ",".join(parts if parts and self.mode == "auto" else [self.mode, *parts])
 
 
+def text_of(look: str | Look) -> str:
+    """A look as the extension takes it."""
+    if isinstance(look, Look):
+        return str(look)
+    if isinstance(look, str):
+        return look
+    raise rejection(InvalidType, Status.BAD_FINISH, "look", type(look).__name__, "a str or a Look")
+
+
 def _arguments(look: str | Look, raw: Samples, phase: str, bits: int | None, algorithm: str,
                format: str | None, region: Region, binning: int, edges: str, threshold: int,
                excess: str, align: str, orientation: int, threads: int, layout: str,
@@ -85,7 +95,7 @@ def _arguments(look: str | Look, raw: Samples, phase: str, bits: int | None, alg
     return (stream._stream if stream is not None else None, raw, phase, bits, algorithm, format,
             region, binning, "mean", 0, None, None, None, None, None, edges, threshold, "luma",
             None, excess, align, orientation, threads, layout, dtype, out,
-            str(look) if isinstance(look, Look) else look)
+            text_of(look))
 
 
 def develop(raw: Samples, phase: str, bits: int | None = None, look: str | Look = "auto",

@@ -58,6 +58,12 @@ _KINDS = {
 }
 
 
+def rejection(kind, code, argument, value, reason):
+    """An exception to raise, whose text is composed as the host layer does."""
+    subject = f"{argument} {value}" if value else argument
+    return kind(f"{subject}: {reason}", code, argument, value, reason)
+
+
 def error_of(kind, *parts):
     """For the extension module: an exception to raise."""
     return _KINDS[kind](*parts)

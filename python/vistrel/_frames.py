@@ -12,8 +12,8 @@ import numpy as np
 import numpy.typing as npt
 
 from ._conversion import convert
-from ._development import Look, develop
-from ._errors import InvalidType, InvalidValue, Status
+from ._development import Look, develop, text_of
+from ._errors import InvalidType, InvalidValue, Status, rejection
 from ._names import Phase
 
 Path = typing.Union[str, "os.PathLike[str]"]
@@ -61,8 +61,8 @@ class Frame:
 
     def _phase(self) -> Phase:
         if self.phase is None:
-            text = "phase: the file does not specify it; pass it to read"
-            raise InvalidValue(text, Status.BAD_PHASE, "phase", "", text[7:])
+            raise rejection(InvalidValue, Status.BAD_PHASE, "phase", "",
+                            "the file does not specify it; pass it to read")
         return self.phase
 
     def convert(self, **options: typing.Any) -> npt.NDArray[typing.Any]:
@@ -75,9 +75,9 @@ class Frame:
         What the file says about levels, colours, orientation and crop is applied, unless `look` or
         the options of `vistrel.develop` say something else.
         """
-        text = str(look)
+        text = text_of(look)
         names = [part.partition("=")[0] for part in text.split(",")]
-        known = {name: None for name in names if hasattr(self.look, name)}
+        known = {name: None for name in names if name in self.look._parts()}
         rest = dataclasses.replace(self.look, **known)
         if rest != Look():
             text += f",{rest}"
@@ -167,21 +167,20 @@ def _picture(image: npt.NDArray[typing.Any], bits: int | None) -> tuple[typing.A
     """The samples as files have them, and their significant bits."""
     image = np.asarray(image)
     if image.dtype.kind != "u" or image.itemsize > 2:
-        text = f"image.dtype {image.dtype}: uint8 or uint16"
-        raise InvalidType(text, Status.BAD_FORMAT, "image.dtype", str(image.dtype), text[-15:])
-    allowed = "(height, width), or with 3 or 4 channels"
+        raise rejection(InvalidType, Status.BAD_FORMAT, "image.dtype", str(image.dtype),
+                        "uint8 or uint16")
     if image.ndim not in (2, 3) or image.shape[2:] not in ((), (3,), (4,)) or not image.size:
-        text = f"image.shape {image.shape}: {allowed}"
-        raise InvalidValue(text, Status.BAD_SIZE, "image.shape", str(image.shape), allowed)
+        raise rejection(InvalidValue, Status.BAD_SIZE, "image.shape", str(image.shape),
+                        "(height, width), or with 3 or 4 channels")
     stored = 8 * image.itemsize
     bits = stored if bits is None else bits
     least = 8 if stored == 8 else 9
     if not least <= bits <= stored:
-        text = f"bits {bits}: samples of {image.dtype} have {least} to {stored}"
-        raise InvalidValue(text, Status.BAD_BITS, "bits", str(bits), text.partition(": ")[2])
+        raise rejection(InvalidValue, Status.BAD_BITS, "bits", str(bits),
+                        f"samples of {image.dtype} have {least} to {stored}")
     if bits < stored and image.max() >> bits:
-        text = f"image: a sample has more than {bits} bits"
-        raise InvalidValue(text, Status.EXCESS_SAMPLE, "image", "", text[7:])
+        raise rejection(InvalidValue, Status.EXCESS_SAMPLE, "image", "",
+                        f"a sample has more than {bits} bits")
     return np.ascontiguousarray(image, image.dtype.newbyteorder("=")), bits
 
 

@@ -6,12 +6,11 @@ import operator
 import typing
 
 from . import _core
-from ._errors import InvalidValue, Status
+from ._errors import InvalidValue, Status, rejection
 from ._names import Phase
 
 # OpenCV names the block at row 1, column 1: these are its COLOR_Bayer..2RGB.
 _CV2_RGB = {Phase.RGGB: 48, Phase.GRBG: 49, Phase.BGGR: 46, Phase.GBRG: 47}
-_CV2_EXCHANGED = {46: 48, 47: 49, 48: 46, 49: 47}
 
 
 def _is_mosaic(phase: Phase) -> bool:
@@ -69,8 +68,7 @@ def flip(phase: str, shape: tuple[int, int],
     """
     height, width = shape
     if axis not in (None, 0, 1):
-        text = f"axis {axis!r}: None, 0 or 1"
-        raise InvalidValue(text, Status.BAD_ORIENTATION, "axis", repr(axis), "None, 0 or 1")
+        raise rejection(InvalidValue, Status.BAD_ORIENTATION, "axis", repr(axis), "None, 0 or 1")
     return phase_at(phase, 0 if axis == 0 else width - 1, 0 if axis == 1 else height - 1)
 
 
@@ -127,10 +125,8 @@ def cv2_code(phase: str, order: typing.Literal["rgb", "bgr"] = "rgb") -> int:
     """
     name = Phase(_core.phase_name(phase))
     if not _is_mosaic(name):
-        text = f"phase {name}: not a mosaic"
-        raise InvalidValue(text, Status.BAD_PHASE, "phase", str(name), "not a mosaic")
+        raise rejection(InvalidValue, Status.BAD_PHASE, "phase", str(name), "not a mosaic")
     if order not in ("rgb", "bgr"):
-        text = f"order {order!r}: rgb or bgr"
-        raise InvalidValue(text, Status.BAD_FORMAT, "order", repr(order), "rgb or bgr")
-    code = _CV2_RGB[name]
-    return code if order == "rgb" else _CV2_EXCHANGED[code]
+        raise rejection(InvalidValue, Status.BAD_FORMAT, "order", repr(order), "rgb or bgr")
+    # Red and blue exchanged are the mosaic of the pixel diagonally opposite.
+    return _CV2_RGB[phase_at(name, 1, 1) if order == "bgr" else name]

@@ -1,9 +1,8 @@
 """Many frames on many machines: `vistrel` for chunked arrays and for files, by Dask.
 
-Everything is lazy. A chunk is some whole frames; each task converts those of one chunk on a stream
-of its own, without Python's lock, so the threads of a worker share its processors. Tasks depend on
-nothing but their frames and options: one that is lost with its worker is repeated elsewhere, with
-the same bytes.
+Everything is lazy. A chunk is some whole frames; each task makes those of one chunk, without
+Python's lock, so the threads of a worker share its processors. Tasks depend on nothing but their
+frames and options: one that is lost with its worker is repeated elsewhere, with the same bytes.
 """
 
 from __future__ import annotations
@@ -19,7 +18,8 @@ import numpy.typing as npt
 
 import vistrel
 
-from ._errors import InvalidValue, Status
+from ._development import text_of
+from ._errors import InvalidValue, Status, rejection
 from ._frames import Path
 
 # What `convert_files` reports of each picture.
@@ -49,8 +49,8 @@ def _each(block: _Array, function: _Function, options: dict[str, typing.Any],
 
 def _images(frames: typing.Any, function: _Function, options: dict[str, typing.Any]) -> da.Array:
     if frames.ndim != 3:
-        text = f"frames.shape {frames.shape}: (n, height, width)"
-        raise InvalidValue(text, Status.BAD_SIZE, "frames.shape", str(frames.shape), text[-18:])
+        raise rejection(InvalidValue, Status.BAD_SIZE, "frames.shape", str(frames.shape),
+                        "(n, height, width)")
     # A frame of zeros has the shape and the dtype of all, and shows what is wrong with options.
     image = function(np.zeros(frames.shape[1:], frames.dtype), options)
     return _mapped(frames, _each, image, function=function, options=options)
@@ -134,7 +134,7 @@ def develop(frames: typing.Any, phase: str, bits: int | None = None,
     >>> vistrel.dask.develop(frames, "rggb", bits=12, dtype="float32").dtype
     dtype('float32')
     """
-    return _images(frames, _develop, {"phase": phase, "bits": bits, "look": str(look)} | options)
+    return _images(frames, _develop, {"phase": phase, "bits": bits, "look": text_of(look)} | options)
 
 
 def _unpack_each(block: _Array, options: dict[str, typing.Any], shape: tuple[int, ...],
@@ -174,8 +174,8 @@ def unpack(packed: typing.Any, pixel_format: str, width: int, height: int,
 chunktype=numpy.ndarray>
     """
     if packed.ndim != 2:
-        text = f"packed.shape {packed.shape}: (n, bytes)"
-        raise InvalidValue(text, Status.BAD_SIZE, "packed.shape", str(packed.shape), text[-10:])
+        raise rejection(InvalidValue, Status.BAD_SIZE, "packed.shape", str(packed.shape),
+                        "(n, bytes)")
     options: dict[str, typing.Any] = {
         "pixel_format": pixel_format, "width": width, "height": height, "stride": stride,
         "continuous": continuous}
@@ -195,15 +195,15 @@ def _outputs(inputs: list[str], out: str, kind: str) -> list[str]:
     seen: dict[str, str] = {}
     for name, path in zip(names, inputs):
         if name in seen:
-            text = f"manifest {path}: {seen[name]} has the same output, {name}"
-            raise InvalidValue(text, Status.OVERLAP, "manifest", path, text.partition(": ")[2])
+            raise rejection(InvalidValue, Status.OVERLAP, "manifest", path,
+                            f"{seen[name]} has the same output, {name}")
         seen[name] = path
     return [os.path.join(out, name) for name in names]
 
 
 def _make(source: str, to: str, reading: dict[str, typing.Any], developed: bool,
           options: dict[str, typing.Any]) -> tuple[bool, int, bytes]:
-    """A row of the report. Pictures that are newer than their frames are left alone."""
+    """A row of the report. Pictures that are not older than their frames are left alone."""
     made = not (os.path.exists(to) and os.path.getmtime(to) >= os.path.getmtime(source))
     if made:
         frame = vistrel.read(source, **reading)
@@ -223,8 +223,8 @@ def convert_files(manifest: Path | collections.abc.Iterable[Path], out: Path, *,
                   develop: bool = False, chunk: int = 16, **options: typing.Any) -> da.Array:
     """Convert files of frames to pictures in a folder that all workers see.
 
-    A picture appears complete or not at all, and one that is newer than its frame is not made
-    again. So a computation that failed, or lost workers, is simply computed again. Other options
+    A picture appears complete or not at all, and one that is not older than its frame is not
+    made again. So a computation that failed, or lost workers, is simply computed again. Other options
     want another folder. What killed workers left of unfinished pictures, the next call removes.
 
     Parameters

@@ -53,7 +53,6 @@ vistrel_conversion plainConversion(const vistrel_frame& frame) {
   return conversion;
 }
 
-// Rows of width 22 are not whole groups of 4 bytes in any packing but that of 16 bits.
 void expectSameBytes(const std::string& from, const std::string& to, uint32_t width,
                      uint32_t height) {
   const NamedFormat format = namedFormat(from);
@@ -83,10 +82,11 @@ TEST(Element, HasAllNames) {
   EXPECT_EQ(names, expected);
 }
 
+// Rows of width 26 are not whole groups of 4 bytes in any packing but that of 16 bits.
 TEST(Element, MakesTheBytesOfTheCInterface) {
   for (const std::string& from : expectedNames())
     for (const std::string& to : mediaOf(from) == "video/x-raw" ? kGrays : kColours)
-      expectSameBytes(from, to, 22, 14);
+      expectSameBytes(from, to, 26, 14);
 }
 
 TEST(Element, MakesOddSizes) {
@@ -113,6 +113,21 @@ TEST(Element, ReadsTheSignificantBits) {
   ASSERT_GE(picture.size(), 2u);
   EXPECT_EQ(picture[0], 255);
   EXPECT_EQ(picture[1], 1);
+}
+
+TEST(Element, AppliesATableToTheSignificantBits) {
+  std::string table = "<0";
+  for (int i = 1; i < 4096; ++i) table += "," + std::to_string(255 - i / 16);
+  Harness h;
+  h.set("bits", "12");
+  h.set("table", table + ">");
+  h.pictures("video/x-raw,format=GRAY8");
+  h.frames(capsOf("GRAY16_LE", 2, 1));
+  ASSERT_EQ(h.push({0xFF, 0x0F, 0x10, 0x00}), GST_FLOW_OK) << h.error();
+  const Bytes picture = bytesOf(h.pull().get());
+  ASSERT_GE(picture.size(), 2u);
+  EXPECT_EQ(picture[0], 0);
+  EXPECT_EQ(picture[1], 254);
 }
 
 struct Choice {

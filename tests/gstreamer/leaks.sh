@@ -8,7 +8,10 @@ leaks() {
 cd "$(mktemp -d)"
 [ -n "$(leaks "$1")" ] || { echo "the tracer finds no leak"; cat log; exit 1; }
 found=$(leaks "${@:2}")
-grep -q 'PASSED' log || { cat log; exit 1; }
+if ! grep -q PASSED log || grep -q FAILED log; then
+  cat log
+  exit 1
+fi
 if [ -n "$found" ]; then
   echo "$found"
   exit 1

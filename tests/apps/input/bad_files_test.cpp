@@ -243,7 +243,7 @@ TEST_F(BadFiles, UnknownFormat) {
   scratch.write("in.bin", "what is this");
   expectRejected(
       "in.bin",
-      "unknown kind of frame; -s WxH reads headerless raw files, and `vistrel guess` finds "
+      "unknown kind of frame; --size WxH reads headerless raw files, and `vistrel guess` finds "
       "their size and format");
   scratch.write("in.tif", "");
   expectRejected("in.tif", "the file is empty");

@@ -10,9 +10,8 @@ namespace vistrel {
 namespace {
 
 const std::string kUnknown =
-    "unknown kind of frame; -s WxH reads headerless raw files, and `vistrel guess` finds their "
-    "size "
-    "and format";
+    "unknown kind of frame; --size WxH reads headerless raw files, and `vistrel guess` finds their "
+    "size and format";
 
 uint32_t plain(uint32_t, uint32_t) { return 100; }
 
