@@ -1,7 +1,7 @@
-# vistrel_export_names(TARGET LIST [NODE]): LIST has one exported name per line, a C name
+# vistrel_export_names(TARGET LIST NODE): LIST has one exported name per line, a C name
 # or the signature of an overloaded C++ function. It becomes the linker's version
 # script, which hides all other names and gives these the version NODE.
-function(vistrel_export_names target list)
+function(vistrel_export_names target list node)
   file(STRINGS ${list} lines REGEX "^[^#]")
   set(c_names "")
   set(cxx_names "")
@@ -12,7 +12,7 @@ function(vistrel_export_names target list)
       string(APPEND c_names "    ${line};\n")
     endif()
   endforeach()
-  set(script "${ARGN} {\n  global:\n${c_names}")
+  set(script "${node} {\n  global:\n${c_names}")
   if(cxx_names)
     string(APPEND script "    extern \"C++\" {\n${cxx_names}    };\n")
   endif()

@@ -1,6 +1,6 @@
 # VISTREL_VERSION: MAJOR.MINOR.PATCH, as the public header says.
 set(VISTREL_VERSION "")
-set(header ${CMAKE_CURRENT_LIST_DIR}/../include/vistrel/vistrel_version.h)
+cmake_path(SET header NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../include/vistrel/vistrel_version.h)
 foreach(part IN ITEMS MAJOR MINOR PATCH)
   file(STRINGS ${header} line REGEX "^#define VISTREL_VERSION_${part} [0-9]+$")
   string(REGEX MATCH "[0-9]+$" number "${line}")

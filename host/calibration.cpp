@@ -13,7 +13,7 @@ namespace {
 
 constexpr size_t kLevelBytes = 2;
 
-uint64_t strideOf(const vistrel_frame& f, size_t stride) {
+uint64_t levelStrideOf(const vistrel_frame& f, size_t stride) {
   return stride ? stride : kLevelBytes * f.width;
 }
 
@@ -21,7 +21,7 @@ uint64_t strideOf(const vistrel_frame& f, size_t stride) {
 void checkLevels(const vistrel_frame& f, const char* name, const void* levels, size_t size,
                  size_t stride) {
   if (!levels) return;
-  const uint64_t rowBytes = kLevelBytes * f.width, distance = strideOf(f, stride);
+  const uint64_t rowBytes = kLevelBytes * f.width, distance = levelStrideOf(f, stride);
   if (distance < rowBytes)
     reject(VISTREL_BAD_STRIDE, textOf("calibration.{}_stride", name), stride,
            "a row of {} levels has {} bytes", f.width, rowBytes);
@@ -54,7 +54,7 @@ void checkHotPixels(const vistrel_frame& f, const vistrel_calibration& c) {
 const unsigned char* levelsAt(const vistrel_frame& f, const void* levels, size_t stride, int64_t x,
                               size_t y) {
   if (!levels) return nullptr;
-  return static_cast<const unsigned char*>(levels) + y * strideOf(f, stride) +
+  return static_cast<const unsigned char*>(levels) + y * levelStrideOf(f, stride) +
          kLevelBytes * static_cast<size_t>(x);
 }
 

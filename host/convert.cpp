@@ -14,8 +14,6 @@
 namespace vistrel::host {
 namespace {
 
-ImageRows allRows(const Plan& plan) { return {0, plan.layout.height}; }
-
 size_t aligned(size_t bytes) {
   return (bytes + core::Arena::kAlign - 1) / core::Arena::kAlign * core::Arena::kAlign;
 }

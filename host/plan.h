@@ -40,6 +40,7 @@ struct Plan {
 struct ImageRows {
   uint32_t first, end;
 };
+inline ImageRows allRows(const Plan& plan) { return {0, plan.layout.height}; }
 
 // The region to convert, unrounded. Throws Rejection if it is empty or extends beyond the frame.
 vistrel_region regionOf(const vistrel_frame& frame, const vistrel_conversion& conversion);

@@ -23,8 +23,6 @@ Plan makePushedPlan(const vistrel_frame* frame, const vistrel_conversion* conver
   return plan;
 }
 
-ImageRows allRows(const Plan& plan) { return {0, plan.layout.height}; }
-
 // The parts that take memory.
 template <class T>
 struct PushedEngine {
