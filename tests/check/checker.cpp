@@ -55,7 +55,10 @@ std::optional<Failure> Checker::check(const Case& calls, Level level) {
   }
   for (size_t i = 0; i < calls.size(); ++i) {
     auto failure = checkCall(calls[i], layouts[i], level);
-    if (!failure) continue;
+    if (!failure) {
+      ++equalCalls_;
+      continue;
+    }
     if (calls.size() > 1) failure->text = fmt::format("call {}: {}", i + 1, failure->text);
     return failure;
   }

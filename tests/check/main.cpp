@@ -90,6 +90,7 @@ int check(const Catalogue& all, const std::vector<Level>& levels, const Options&
   if (experiments == 0)
     throw std::invalid_argument(fmt::format(
         "--filter '{}' --group '{}': no such function; see --list", options.filter, options.group));
+  fmt::print("{} calls between guard pages are equal\n", checker.equalCalls());
   if (failed) fmt::print("{} of {} functions failed\n", failed, experiments);
   return failed ? kFailed : kPassed;
 }
