@@ -13,8 +13,11 @@
 namespace vistrel::python {
 namespace {
 
+constexpr Parameter kLookParameter{"look", VISTREL_BAD_FINISH};
+
 app::LookChoice choiceIn(py::handle look) {
-  return app::parseLook(stringOf(look, {"look", VISTREL_BAD_FINISH}));
+  const char* const text = stringOf(look, kLookParameter);
+  return parsed(kLookParameter, [&] { return app::parseLook(text); });
 }
 
 // Rejects what the host layer would.
@@ -35,7 +38,7 @@ app::Look lookOf(Request& request, py::handle look) {
   makeNative(request.input);
   app::Look decided;
   withoutLockOrThrow([&] { decided = app::decideLook(frame, choice, request.conversion.region); });
-  app::checkBlack(choice.known, decided, frame);
+  parsed(kLookParameter, [&] { app::checkBlack(choice.known, decided, frame); });
   return decided;
 }
 
@@ -71,6 +74,7 @@ py::dict decide(const py::args& arguments) {
 void bindDevelop(py::module_& module) {
   module.def("develop", &develop);
   module.def("decide", &decide);
+  module.def("check_look", [](py::handle look) { choiceIn(look); });
 }
 
 }  // namespace vistrel::python

@@ -56,10 +56,11 @@ void checkChannels(const app::PictureType& type, uint32_t channels) {
 void write(const std::string& path, const py::array& array, uint32_t bits, py::handle phase,
            py::handle black, py::handle white, py::handle encoding) {
   const Image image = imageOf(array, bits);
-  checkChannels(app::pictureType(path), image.layout.channels);
+  const Parameter to{"path", VISTREL_BAD_FORMAT};
+  checkChannels(parsed(to, [&] { return app::pictureType(path); }), image.layout.channels);
   const app::PictureDetails details{.encoding = encodingOf(encoding),
                                     .camera = cameraOf(phase, black, white, bits)};
-  if (details.camera) app::frameType(path);
+  if (details.camera) parsed(to, [&] { app::frameType(path); });
   withoutLockOrThrow([&] { app::savePicture(image, details, path); });
 }
 

@@ -86,7 +86,7 @@ def test_names_that_are_not_text(tmp_path):
     path = os.fsdecode(os.fsencode(tmp_path) + b"/\xff.pgm")
     vistrel.write(path, RAW, 12, phase="rggb")
     assert np.array_equal(vistrel.read(path, "rggb").samples, RAW)
-    with pytest.raises(UnicodeEncodeError):
+    with pytest.raises(vistrel.InvalidValue, match="^pixel_format "):
         vistrel.read(path, size=(2, 2), pixel_format="\ud800")
 
 
@@ -272,3 +272,18 @@ def test_names_have_no_null_characters(tmp_path):
             vistrel.write(os.path.join(os.fsencode(tmp_path), os.fsencode(name)),
                           np.zeros((4, 6), np.uint8))
     assert not os.listdir(tmp_path)
+
+
+def test_levels_that_make_no_sense_are_ignored(tmp_path):
+    vistrel.write(tmp_path / "a.dng", RAW, 12, phase="rggb", black=(3000, 1, 1, 1), white=2000)
+    with pytest.warns(UserWarning, match="not below white level 2000; not used"):
+        frame = vistrel.read(tmp_path / "a.dng")
+    assert np.array_equal(frame.samples, RAW) and frame.look.black is None
+
+
+@pytest.mark.parametrize("name", ["a.pgm", "a.png", "a.dng"])
+def test_own_files_are_read_without_a_warning(name, tmp_path):
+    vistrel.write(tmp_path / name, RAW, 12, phase="grbg")
+    with warnings.catch_warnings():
+        warnings.simplefilter("error")
+        assert vistrel.read(tmp_path / name).phase == "grbg"

@@ -5,12 +5,13 @@ import time
 import numpy as np
 
 from . import _core
+from ._arguments import array_of, handle_of
 from ._errors import ConversionFailed, InvalidType, InvalidValue, Status, rejection
 
 
 def _table_of(table):
     """The values as the extension takes them: uint16, side by side."""
-    values = np.asarray(table)
+    values = array_of(table, Status.BAD_TABLE, "table")
     if values.dtype.kind not in "ui" or values.ndim != 1:
         what = f"{values.dtype}, {values.ndim} dimensions"
         raise rejection(InvalidType, Status.BAD_TABLE, "table", what, "one dimension of integers")
@@ -127,7 +128,7 @@ def convert(raw, phase, bits=None, algorithm="bilinear", format=None, *, region=
     if table is not None:
         table = _table_of(table)
     return _core.convert(
-        stream._stream if stream is not None else None, raw, phase, bits, algorithm, format, region,
+        handle_of(stream), raw, phase, bits, algorithm, format, region,
         binning, bin_mode, window, curve, table, black, white, gains, edges, threshold, gray,
         truncate_to, excess, align, orientation, threads, layout, dtype, out)
 

@@ -9,7 +9,8 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _core
-from ._errors import InvalidType, Status, rejection
+from ._arguments import handle_of
+from ._errors import InvalidType, InvalidValue, Status, rejection
 
 Samples = typing.Any  # an array, or anything that offers one
 Region = typing.Optional[typing.Sequence[int]]
@@ -48,6 +49,11 @@ class Look:
     highlights : {"neutral", "clip"}, optional
         What becomes of pixels where the sensor clips.
 
+    Raises
+    ------
+    InvalidValue
+        A part that `vistrel.develop` would reject.
+
     Examples
     --------
     >>> str(vistrel.Look(mode="srgb", black=64, gains=(2, 1, 1.5)))
@@ -65,8 +71,12 @@ class Look:
 
     def __post_init__(self) -> None:
         for name, value in vars(self).items():
-            if isinstance(value, (list, np.ndarray)):
-                object.__setattr__(self, name, tuple(np.asarray(value).tolist()))
+            if isinstance(value, (list, tuple, np.ndarray)):
+                object.__setattr__(self, name, tuple(np.ravel(np.array(value, object))))
+        if self.mode not in ("auto", "linear", "srgb", "astro"):
+            raise rejection(InvalidValue, Status.BAD_FINISH, "mode", ascii(self.mode),
+                            "auto, linear, srgb or astro")
+        _core.check_look(str(self))
 
     def _parts(self) -> dict[str, typing.Any]:
         return {name: value for name, value in vars(self).items()
@@ -92,7 +102,7 @@ def _arguments(look: str | Look, raw: Samples, phase: str, bits: int | None, alg
                dtype: npt.DTypeLike, out: npt.NDArray[typing.Any] | None,
                stream: typing.Any) -> tuple[typing.Any, ...]:
     """In the order of the extension."""
-    return (stream._stream if stream is not None else None, raw, phase, bits, algorithm, format,
+    return (handle_of(stream), raw, phase, bits, algorithm, format,
             region, binning, "mean", 0, None, None, None, None, None, edges, threshold, "luma",
             None, excess, align, orientation, threads, layout, dtype, out,
             text_of(look))

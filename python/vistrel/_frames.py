@@ -11,6 +11,7 @@ import warnings
 import numpy as np
 import numpy.typing as npt
 
+from ._arguments import array_of, integer_of, path_of
 from ._conversion import convert
 from ._development import Look, develop, text_of
 from ._errors import InvalidType, InvalidValue, Status, rejection
@@ -152,20 +153,20 @@ def read(path: Path, phase: str | None = None, bits: int | None = None, *, frame
     """
     from . import _files
 
-    path = os.fspath(path)
-    if not os.path.exists(path):
+    name = path_of(path)
+    if not os.path.exists(name):
         raise FileNotFoundError(errno.ENOENT, os.strerror(errno.ENOENT), path)
-    fields, messages = _files.read(os.fsencode(path), phase, bits, frame, align, from_name, size,
+    fields, messages = _files.read(name, phase, bits, frame, align, from_name, size,
                                    pixel_format, byte_order, skip, stride, continuous, range)
     for message in messages:
-        warnings.warn(f"{path}: {message}", stacklevel=2)
+        warnings.warn(f"{os.fsdecode(name)}: {message}", stacklevel=2)
     named = {"phase": fields["phase"] and Phase(fields["phase"]), "look": Look(**fields["look"])}
     return Frame(**fields | named)
 
 
 def _picture(image: npt.NDArray[typing.Any], bits: int | None) -> tuple[typing.Any, int]:
     """The samples as files have them, and their significant bits."""
-    image = np.asarray(image)
+    image = array_of(image, Status.BAD_FORMAT, "image")
     if image.dtype.kind != "u" or image.itemsize > 2:
         raise rejection(InvalidType, Status.BAD_FORMAT, "image.dtype", str(image.dtype),
                         "uint8 or uint16")
@@ -173,7 +174,7 @@ def _picture(image: npt.NDArray[typing.Any], bits: int | None) -> tuple[typing.A
         raise rejection(InvalidValue, Status.BAD_SIZE, "image.shape", str(image.shape),
                         "(height, width), or with 3 or 4 channels")
     stored = 8 * image.itemsize
-    bits = stored if bits is None else bits
+    bits = stored if bits is None else integer_of(bits, Status.BAD_BITS, "bits")
     least = 8 if stored == 8 else 9
     if not least <= bits <= stored:
         raise rejection(InvalidValue, Status.BAD_BITS, "bits", str(bits),
@@ -221,8 +222,6 @@ def write(path: Path, image: npt.NDArray[typing.Any], bits: int | None = None, *
     """
     from . import _files
 
-    name = os.fsencode(path)
-    if b"\0" in name:
-        raise ValueError(f"path {path!r}: it contains a null character")
+    name = path_of(path)
     samples, bits = _picture(image, bits)
     _files.write(name, samples, bits, phase, black, white, encoding)

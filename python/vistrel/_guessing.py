@@ -8,6 +8,7 @@ import typing
 import numpy.typing as npt
 
 from . import _core
+from ._arguments import bytes_of
 from ._conversion import unpack
 from ._names import Phase
 
@@ -58,8 +59,7 @@ class Guess:
 
     def unpack(self, buffer: typing.Any) -> npt.NDArray[typing.Any]:
         """Unpack the first frame of a buffer, as `vistrel.unpack` does."""
-        data = memoryview(buffer).cast("B")[self.skip:]
-        return unpack(data, self.pixel_format, self.width, self.height, self.stride,
+        return unpack(bytes_of(buffer)[self.skip:], self.pixel_format, self.width, self.height, self.stride,
                       self.continuous)
 
 
