@@ -178,7 +178,7 @@ uint32_t threadsOf(handle value) {
 }  // namespace
 
 Request requestOf(const py::args& a) {
-  Request r{frameOf(a[kRaw], a[kPhase], a[kBits], a[kAlign]), {}, false, false, 0, 1};
+  Request r{frameOf(a[kRaw], a[kPhase], a[kBits], a[kAlign]), {}, false, false, 0, 1, nullptr};
   vistrel_conversion& c = r.conversion;
   vistrel_default_conversion(&r.input.frame, &c);
   c.algorithm =
@@ -198,6 +198,13 @@ Request requestOf(const py::args& a) {
   readModes(a, c);
   r.threads = threadsOf(a[kThreads]);
   return r;
+}
+
+void calibrate(Request& request, const py::args& a, const uint32_t (&black)[4]) {
+  if (a[kDark].is_none() && a[kFlat].is_none() && a[kHot].is_none()) return;
+  request.calibration =
+      std::make_unique<const Calibration>(a[kDark], a[kFlat], a[kHot], request.input, black);
+  request.conversion.calibration = &request.calibration->get();
 }
 
 }  // namespace vistrel::python

@@ -287,3 +287,30 @@ def test_own_files_are_read_without_a_warning(name, tmp_path):
     with warnings.catch_warnings():
         warnings.simplefilter("error")
         assert vistrel.read(tmp_path / name).phase == "grbg"
+
+
+def test_a_dng_has_the_look_of_its_camera(scene, tmp_path):
+    """What was read of one camera is read of the copy, but for the rounding of its matrices."""
+    frame = vistrel.read(scene)
+    vistrel.write(tmp_path / "a.dng", frame.samples, frame.bits, phase=frame.phase, look=frame.look)
+    copy = vistrel.read(tmp_path / "a.dng")
+    assert (copy.look.black, copy.look.white) == (frame.look.black, frame.look.white)
+    assert np.allclose(copy.look.gains, frame.look.gains, atol=2 / 4096)
+    assert np.allclose(copy.look.matrix, frame.look.matrix, atol=0.01)
+    for black, expected in ((None, (64,) * 4), ((1, 2, 3, 4), (1, 2, 3, 4))):
+        vistrel.write(tmp_path / "b.dng", RAW, 12, phase="rggb", black=black,
+                      look=vistrel.Look(black=64, white=4000))
+        other = vistrel.read(tmp_path / "b.dng").look
+        assert (other.black, other.white, other.gains) == (expected, 4000, None)
+
+
+@pytest.mark.parametrize(
+    "look, exception, argument",
+    [("auto", vistrel.InvalidType, "look"),
+     (vistrel.Look(gains=(1, 1, 1), matrix=(1,) * 9), vistrel.InvalidValue, "look.matrix")],
+)
+def test_looks_that_no_dng_can_have(look, exception, argument, tmp_path):
+    with pytest.raises(exception) as raised:
+        vistrel.write(tmp_path / "a.dng", RAW, 12, phase="rggb", look=look)
+    assert raised.value.argument == argument
+    assert not os.listdir(tmp_path)

@@ -41,6 +41,21 @@ def array_of(value: typing.Any, code: Status, argument: str) -> npt.NDArray[typi
         raise _error(InvalidType, code, argument, value, "an array") from None
 
 
+def points_of(points: typing.Any) -> typing.Any:
+    """Pixels as the extension takes them: each one once, by rows and then columns."""
+    if points is None:
+        return None
+    xy = array_of(points, Status.BAD_CALIBRATION, "hot")
+    if xy.dtype.kind not in "ui" and xy.size:
+        raise rejection(InvalidType, Status.BAD_CALIBRATION, "hot.dtype", str(xy.dtype), "integers")
+    if xy.shape[1:] != (2,) and xy.size:
+        raise rejection(InvalidValue, Status.BAD_CALIBRATION, "hot.shape", str(xy.shape), "(n, 2)")
+    if xy.size and (xy.min() < 0 or xy.max() > 0xFFFFFFFF):
+        raise rejection(InvalidValue, Status.BAD_CALIBRATION, "hot", "", "0 to 4294967295")
+    yx = np.unique(xy.reshape(-1, 2)[:, ::-1], axis=0)
+    return np.ascontiguousarray(yx[:, ::-1], np.uint32)
+
+
 def bytes_of(buffer: typing.Any) -> memoryview:
     try:
         return memoryview(buffer).cast("B")

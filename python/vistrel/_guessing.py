@@ -42,6 +42,12 @@ class Guess:
     phases : tuple of Phase
         One for mono frames. Otherwise two: which sites are green is measured, not which of the
         others are red.
+
+    Examples
+    --------
+    >>> best = vistrel.Guess(1.0, 2, 1, "BayerRG12p", 12, "low", None, False, 0, 1, 0, ())
+    >>> best.unpack(bytes([0x34, 0x12, 0xAB])).tolist()
+    [[564, 2737]]
     """
 
     score: float

@@ -311,7 +311,8 @@ def convert_files(manifest: Path | collections.abc.Iterable[Path], out: Path, *,
 
     _files.remove_stale_files(os.fsencode(out))
     inputs = _inputs(manifest)
-    arguments = {"reading": read or {}, "developed": develop, "options": options}
+    arguments: dict[str, typing.Any] = {"reading": read or {}, "developed": develop,
+                                        "options": options}
     jobs = np.empty((len(inputs), 2), object)
     jobs[:, 1] = _outputs(inputs, os.path.abspath(out), kind)
     jobs[:, 0] = [os.path.abspath(path) for path in inputs]
