@@ -27,7 +27,7 @@ from ._frames import Path
 REPORT = np.dtype([("made", "?"), ("bytes", "u8"), ("sha256", "S64"), ("error", "U200")])
 
 # Of a file. They are reported, and the other files made.
-_FAILURES = (Error, OSError, ImportError)
+_FAILURES: tuple[type[Exception], ...] = (Error, OSError, ImportError)
 
 _Array = npt.NDArray[typing.Any]
 _Function = typing.Callable[..., _Array]
