@@ -48,10 +48,15 @@ G_DEFINE_TYPE(VistrelDemosaic, vistrel_demosaic, GST_TYPE_BASE_TRANSFORM)
 
 State& stateOf(gpointer element) { return *static_cast<VistrelDemosaic*>(element)->state; }
 
-// Texts of the program's parsers name an option.
+// Texts of the program's parsers name an option, those of the host layer what a property sets.
 std::string textOf(const std::exception& error) {
   const std::string text = error.what();
-  return text.starts_with("--") ? text.substr(2) : text;
+  const auto* const host = dynamic_cast<const Error*>(&error);
+  if (host && host->argument() == std::string("conversion.reduction"))
+    return std::string("window, curve, table: ") + host->reason();
+  for (const std::string prefix : {"--", "conversion."})
+    if (text.starts_with(prefix)) return text.substr(prefix.size());
+  return text;
 }
 
 // Runs `action`; posts what it throws and returns false.

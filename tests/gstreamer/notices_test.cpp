@@ -48,6 +48,14 @@ TEST(Notices, SayWhyFramesAndShapesDoNotFit) {
   EXPECT_EQ(errorOf(pipelineWith("region=32x32+32+32", size)), "");
 }
 
+TEST(Notices, NamePropertiesRatherThanArguments) {
+  const std::string size = "width=64,height=64";
+  EXPECT_EQ(errorOf(pipelineWith("curve=2", size)),
+            "window, curve, table: it needs 10 bits or more; the samples have 8");
+  EXPECT_EQ(errorOf(pipelineWith("region=10x10+60+60", size)),
+            "region 10x10+60+60: it extends beyond the frame of 64x64");
+}
+
 TEST(Notices, SourcesTakeASizeThatHasTheRegion) {
   EXPECT_EQ(errorOf(pipelineWith("region=32x32+900+700", "framerate=5/1")), "");
 }
