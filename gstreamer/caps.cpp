@@ -76,15 +76,16 @@ Range rangeOf(const GstStructure* structure, const char* field) {
 }
 
 // `part` is the region's extent and `start` where it begins; 0 for the whole frame. Whether it lies
-// within the frame is for the converter to say.
+// within the frame, and how small pictures may be, is for the converter to say.
 Range pictureRange(const Range& frame, uint32_t, uint32_t part, uint32_t binning) {
-  if (!part) return {std::max<int64_t>(frame.least / binning, 1), frame.most / binning};
-  return {part / binning, part / binning};
+  const auto binned = [&](int64_t extent) { return std::max<int64_t>(extent / binning, 1); };
+  if (!part) return {binned(frame.least), binned(frame.most)};
+  return {binned(part), binned(part)};
 }
 
 Range frameRange(const Range& picture, uint32_t start, uint32_t part, uint32_t binning) {
   if (!part) return {picture.least * binning, (picture.most + 1) * binning - 1};
-  const int64_t extent = part / binning;
+  const int64_t extent = std::max<int64_t>(part / binning, 1);
   const bool fits = picture.least <= extent && extent <= picture.most;
   return fits ? Range{int64_t{start} + part, G_MAXINT} : Range{1, 0};
 }
@@ -156,6 +157,16 @@ void appendFrames(GstCaps* caps, const GstStructure* pictures, const Shape& shap
   if (hasMonoFormat(pictures)) append(caps, sized.get(), kRaw, namesOfRaw(true));
 }
 
+// Frames that region and binning fit come first. The converter says why it rejects others.
+void appendFramesOfAnySize(GstCaps* caps) {
+  for (guint i = 0, n = gst_caps_get_size(caps); i < n; ++i) {
+    GstStructure* const any = gst_structure_copy(gst_caps_get_structure(caps, i));
+    gst_structure_set(any, "width", GST_TYPE_INT_RANGE, 1, G_MAXINT, "height", GST_TYPE_INT_RANGE,
+                      1, G_MAXINT, nullptr);
+    gst_caps_append_structure(caps, any);
+  }
+}
+
 }  // namespace
 
 bool Shape::operator==(const Shape& other) const {
@@ -186,7 +197,9 @@ GstCaps* transformedCaps(GstPadDirection direction, const GstCaps* caps, const S
     const GstStructure* const structure = gst_caps_get_structure(caps, i);
     (direction == GST_PAD_SINK ? appendPictures : appendFrames)(result, structure, shape);
   }
-  return gst_caps_simplify(result);
+  GstCaps* const simple = gst_caps_simplify(result);
+  if (direction == GST_PAD_SRC && shape != Shape{}) appendFramesOfAnySize(simple);
+  return simple;
 }
 
 }  // namespace vistrel::gstreamer

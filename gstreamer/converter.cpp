@@ -35,6 +35,10 @@ void Converter::set(const Settings& settings) {
   shape_ = shape;
 }
 
+std::vector<std::string> Converter::unused() const {
+  return stream_.width ? unusedSettings(settings_, stream_.format) : std::vector<std::string>();
+}
+
 void Converter::setThreads(uint32_t threads) {
   const uint32_t wanted =
       std::min<uint32_t>(threads ? threads : g_get_num_processors(), VISTREL_MAX_THREADS);

@@ -16,6 +16,9 @@ class Converter {
 
   void set(const Settings& settings);
 
+  // Settings that have no effect on the frames, and why; none before frames are known.
+  std::vector<std::string> unused() const;
+
   // Throws if pictures of these frames are not as `info` says, and then stays as it was.
   void negotiate(const RawStream& stream, const GstVideoInfo& info);
 

@@ -2,8 +2,10 @@
 
 #include <gst/base/gstbasetransform.h>
 
+#include <algorithm>
 #include <exception>
 #include <string>
+#include <vector>
 
 #include "apps/error.h"
 #include "gstreamer/allocation.h"
@@ -30,6 +32,7 @@ struct State {
   uint64_t adopted = 0;  // those that the converter knows
   Shape shape;           // that caps are transformed by
   Converter converter;
+  std::vector<std::string> warnings;        // that were posted
   GstClockTime last = GST_CLOCK_TIME_NONE;  // when the last frame began
 };
 
@@ -45,10 +48,15 @@ G_DEFINE_TYPE(VistrelDemosaic, vistrel_demosaic, GST_TYPE_BASE_TRANSFORM)
 
 State& stateOf(gpointer element) { return *static_cast<VistrelDemosaic*>(element)->state; }
 
-// Texts of the program's parsers name an option.
+// Texts of the program's parsers name an option, those of the host layer what a property sets.
 std::string textOf(const std::exception& error) {
   const std::string text = error.what();
-  return text.starts_with("--") ? text.substr(2) : text;
+  const auto* const host = dynamic_cast<const Error*>(&error);
+  if (host && host->argument() == std::string("conversion.reduction"))
+    return std::string("window, curve, table: ") + host->reason();
+  for (const std::string prefix : {"--", "conversion."})
+    if (text.starts_with(prefix)) return text.substr(prefix.size());
+  return text;
 }
 
 // Runs `action`; posts what it throws and returns false.
@@ -77,6 +85,16 @@ void getProperty(GObject* object, guint number, GValue* value, GParamSpec*) {
   GST_OBJECT_UNLOCK(object);
 }
 
+// Posts each warning once, as long as there is a reason for it.
+void warnOfUnusedSettings(GstBaseTransform* base) {
+  State& state = stateOf(base);
+  const std::vector<std::string> warnings = state.converter.unused();
+  for (const std::string& warning : warnings)
+    if (!std::ranges::count(state.warnings, warning))
+      GST_ELEMENT_WARNING(base, LIBRARY, SETTINGS, ("%s", warning.c_str()), (nullptr));
+  state.warnings = warnings;
+}
+
 // Gives the settings to the converter. If they change the size of pictures, the caps of the source
 // pad are negotiated anew before the next picture is made. Throws.
 void adoptSettings(GstBaseTransform* base) {
@@ -89,6 +107,7 @@ void adoptSettings(GstBaseTransform* base) {
   const Shape shape = shapeOf(settings);
   state.converter.set(settings);
   state.adopted = changes;
+  warnOfUnusedSettings(base);
   if (shape == state.shape) return;
   GST_OBJECT_LOCK(base);
   state.shape = shape;
@@ -128,6 +147,7 @@ gboolean setCaps(GstBaseTransform* base, GstCaps* frames, GstCaps* pictures) {
     if (!gst_video_info_from_caps(&info, pictures))
       app::throwError(app::kRejected, "pictures are larger than GStreamer's can be");
     stateOf(base).converter.negotiate(rawStreamOf(frames), info);
+    warnOfUnusedSettings(base);
   });
 }
 

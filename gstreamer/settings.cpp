@@ -30,6 +30,29 @@ Shape shapeOf(const Settings& settings) {
   return shape;
 }
 
+std::vector<std::string> unusedSettings(const Settings& s, const RawFormat& format) {
+  std::vector<std::string> unused;
+  const auto add = [&](bool isUnused, const char* property, const std::string& reason) {
+    if (isUnused) unused.push_back(std::string(property) + " has no effect " + reason);
+  };
+  const bool isMono = format.phase == VISTREL_MONO, hasTable = !s.table.empty();
+  add(s.window && (s.curve || hasTable), "window", hasTable ? "beside table" : "beside curve");
+  add(s.curve && hasTable, "curve", "beside table");
+  add(s.threshold && s.method != VISTREL_EDGE, "threshold", "without method=edge");
+  add(s.bits && !(isMono && format.bits == 16), "bits",
+      "on " + format.name + ", which has " + std::to_string(format.bits));
+  if (s.look.empty()) {
+    add(s.exposure > 0, "exposure", "without look");
+    add(!s.matrix.empty(), "matrix", "without look");
+  } else {
+    add(s.exposure > 0 && lookChoiceOf(s).known.exposure, "the exposure of look",
+        "beside the property exposure");
+  }
+  add(s.balance && isMono, "awb", "on mono frames");
+  add(s.balance && !isMono && !s.gains.empty(), "gains", "beside awb");
+  return unused;
+}
+
 void apply(const Settings& settings, vistrel_conversion& conversion) {
   conversion.algorithm = settings.method;
   conversion.threshold = settings.method == VISTREL_EDGE ? settings.threshold : 0;

@@ -6,6 +6,7 @@
 
 #include "apps/look/look.h"
 #include "gstreamer/caps.h"
+#include "gstreamer/formats.h"
 #include "gstreamer/white_balance.h"
 
 namespace vistrel::gstreamer {
@@ -44,6 +45,9 @@ app::LookChoice lookChoiceOf(const Settings& settings);
 
 // Throws ProgramError.
 Shape shapeOf(const Settings& settings);
+
+// What has no effect on frames of this format, and why.
+std::vector<std::string> unusedSettings(const Settings& settings, const RawFormat& format);
 
 // All but what depends on frames and on the look. It refers to the settings.
 void apply(const Settings& settings, vistrel_conversion& conversion);

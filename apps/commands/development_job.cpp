@@ -7,7 +7,7 @@
 #include "apps/error.h"
 #include "apps/input/readers.h"
 #include "apps/look/camera_look.h"
-#include "apps/look/decide.h"
+#include "apps/look/decide_calibrated.h"
 #include "apps/look/finished_look.h"
 #include "apps/options/geometry.h"
 #include "apps/options/orientation.h"
@@ -129,26 +129,11 @@ Look DevelopmentJob::decide(const vistrel_frame& frame) const {
   }
   const LookChoice choice =
       withCamera(development_.options().look, camera, frame.phase == VISTREL_MONO);
-  const Look look = calibration.isEmpty() ? decideLook(frame, choice, conversion_.region)
-                                          : decideCalibrated(frame, choice);
+  const Look look = calibration.isEmpty()
+                        ? decideLook(frame, choice, conversion_.region)
+                        : decideCalibrated(frame, choice, *conversion_.calibration,
+                                           conversion_.excess, conversion_.region);
   checkBlack(development_.options().look.known, look, frame);
-  return look;
-}
-
-// Levels come from the frame as the sensor saw it, the rest from the calibrated one.
-Look DevelopmentJob::decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const {
-  Image memory;
-  const auto after = [&](const vistrel_calibration& calibration, const BlackLevels& black) {
-    return calibratedFrame(frame, calibration, black, conversion_.excess, memory);
-  };
-  const Look levels =
-      decideLook(after(development_.calibration().darkOnly(), {}), choice, conversion_.region);
-  LookChoice rest = choice;
-  rest.known.black = BlackLevels{};
-  rest.known.white = levels.white - std::ranges::min(levels.black);
-  Look look = decideLook(after(*conversion_.calibration, levels.black), rest, conversion_.region);
-  look.black = levels.black;
-  look.white = levels.white;
   return look;
 }
 

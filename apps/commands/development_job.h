@@ -70,7 +70,6 @@ class DevelopmentJob : public FileJob {
   Look lookOf(const vistrel_frame& frame);
   void decided(const Look& look, uint64_t n);
   Look decide(const vistrel_frame& frame) const;
-  Look decideCalibrated(const vistrel_frame& frame, const LookChoice& choice) const;
   AlgorithmChoice algorithm() const;
   nlohmann::ordered_json settingsOf(const Look& look) const;
   std::string optionsOf(const Look& look) const;

@@ -121,8 +121,6 @@ void FrameFile::addWarnings(const InputOptions& o) {
   if (o.range && !d.range)
     warnings_.push_back("--range has no effect: its samples are whole numbers");
   if (o.phase && d.phase) warnIfPhasesDiffer(*o.phase, origin, *d.phase, warnings_);
-  if (d.phaseInText && !o.phase)
-    warnings_.push_back(fmt::format("using {}, as its comment says", vistrel_phase_name(*d.phase)));
   if (d.phaseFault.empty()) return;
   const char* const used = o.phase ? vistrel_phase_name(*o.phase) : nullptr;
   warnings_.push_back(d.phaseFault + (used ? fmt::format("; using {}", used) : ""));

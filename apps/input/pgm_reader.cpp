@@ -23,7 +23,6 @@ class PgmReader : public Reader {
     d.height = header.height;
     d.maxval = header.maxval;
     d.phase = header.phase;
-    d.phaseInText = d.phase.has_value();
     d.bytesPerSample = header.maxval > 255 ? 2 : 1;
     d.bits = bitsOfLargest(header.maxval, 8 * d.bytesPerSample);
     d.bitsKnown = header.maxval < 256 || d.bits < 16;

@@ -23,7 +23,6 @@ class PngReader : public Reader {
     if (vistrel_parse_phase(png.text("Phase").c_str(), &phase, nullptr) == VISTREL_OK &&
         phase <= VISTREL_MONO)
       d.phase = phase;
-    d.phaseInText = d.phase.has_value();
     checkSize(d, source, png.bits(), source.size(), kDeflateRatio);
   }
 

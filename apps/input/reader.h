@@ -22,7 +22,6 @@ struct Description {
   bool highBits = false;          // they are the highest bits of a 16-bit sample, not the lowest
   bool bitsKnown = false;         // otherwise `bits` is the size of a sample
   std::optional<uint32_t> phase;  // of the frame as it is read
-  bool phaseInText = false;       // of a comment, which other programs don't know
   std::string phaseFault;         // why the phase in the file is invalid
   uint64_t frames = 1;
   std::optional<uint32_t> maxval;  // in a PGM

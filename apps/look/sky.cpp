@@ -16,7 +16,8 @@ constexpr double kLinearSky = 0.1;       // in linear light
 constexpr double kStars = 0.9999;        // of the samples stay below white
 constexpr double kLeastDeviation = 0.5;  // what whole numbers show
 constexpr double kSkySteps = 8;          // of the curve below the sky's level, to look it up
-constexpr double kDepth = 4;             // black is at most that many deviations below the sky
+constexpr uint32_t kLargestStretch = 1'000'000'000;
+constexpr double kDepth = 4;  // black is at most that many deviations below the sky
 
 // Median and deviation, from the median of absolute deviations.
 struct Peak {
@@ -110,8 +111,9 @@ BlackLevels blackBelow(const std::array<Peak, 3>& sky, const Look& look, uint32_
 
 // The asinh that puts the sky's level, after exposure, at its luminance.
 Transfer stretch(double sky) {
+  if (sky == 0) return {Curve::kAsinh, kLargestStretch};  // all of them leave it at 0
   const auto points = static_cast<size_t>(kSkySteps / std::clamp(sky, kSkySteps / 65535, 1.0)) + 1;
-  uint32_t low = 1000, high = 1'000'000'000;
+  uint32_t low = 1000, high = kLargestStretch;
   while (high - low > 1000) {
     const uint32_t middle = low + (high - low) / 2;
     (CurveSketch({Curve::kAsinh, middle}, points).at(sky) >= kSkyLuminance ? high : low) = middle;

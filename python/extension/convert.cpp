@@ -104,6 +104,7 @@ vistrel_stream* streamOf(py::handle stream) {
 
 py::object convert(const py::args& arguments) {
   Request request = requestOf(arguments);
+  calibrate(request, arguments, request.conversion.black);
   return convertBy(request, arguments);
 }
 

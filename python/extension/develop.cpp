@@ -1,9 +1,10 @@
 #include "python/extension/develop.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
-#include "apps/look/decide.h"
+#include "apps/look/decide_calibrated.h"
 #include "apps/look/finished_look.h"
 #include "python/extension/arguments.h"
 #include "python/extension/convert.h"
@@ -13,8 +14,11 @@
 namespace vistrel::python {
 namespace {
 
+constexpr Parameter kLookParameter{"look", VISTREL_BAD_FINISH};
+
 app::LookChoice choiceIn(py::handle look) {
-  return app::parseLook(stringOf(look, {"look", VISTREL_BAD_FINISH}));
+  const char* const text = stringOf(look, kLookParameter);
+  return parsed(kLookParameter, [&] { return app::parseLook(text); });
 }
 
 // Rejects what the host layer would.
@@ -25,17 +29,25 @@ void checkRequest(const Request& request) {
 }
 
 // The look decides the rest of the conversion. The samples can be read only after a check.
-app::Look lookOf(Request& request, py::handle look) {
+app::Look lookOf(Request& request, const py::args& arguments) {
   const vistrel_frame& frame = request.input.frame;
   if (frame.phase == VISTREL_BGR)
     reject(VISTREL_BAD_PHASE, "phase", "bgr", "finished pixels have no look: a mosaic or mono");
-  const app::LookChoice choice = choiceIn(look);
+  const app::LookChoice choice = choiceIn(arguments[kLook]);
   request.conversion.finish = &app::kPlainFinish;  // to check what does not depend on the look
+  uint32_t black[4] = {};
+  if (choice.known.black) std::copy(choice.known.black->begin(), choice.known.black->end(), black);
+  calibrate(request, arguments, black);
   checkRequest(request);
   makeNative(request.input);
+  const vistrel_conversion& c = request.conversion;
   app::Look decided;
-  withoutLockOrThrow([&] { decided = app::decideLook(frame, choice, request.conversion.region); });
-  app::checkBlack(choice.known, decided, frame);
+  withoutLockOrThrow([&] {
+    decided = c.calibration
+                  ? app::decideCalibrated(frame, choice, *c.calibration, c.excess, c.region)
+                  : app::decideLook(frame, choice, c.region);
+  });
+  parsed(kLookParameter, [&] { app::checkBlack(choice.known, decided, frame); });
   return decided;
 }
 
@@ -53,14 +65,14 @@ FinishedLook finishedLook(const app::Look& look) {
 
 py::object develop(const py::args& arguments) {
   Request request = requestOf(arguments);
-  const FinishedLook look = finishedLook(lookOf(request, arguments[kLook]));
+  const FinishedLook look = finishedLook(lookOf(request, arguments));
   look->apply(request.input.frame, request.conversion);
   return convertBy(request, arguments);
 }
 
 py::dict decide(const py::args& arguments) {
   Request request = requestOf(arguments);
-  const app::Look look = lookOf(request, arguments[kLook]);
+  const app::Look look = lookOf(request, arguments);
   finishedLook(look)->apply(request.input.frame, request.conversion);
   checkRequest(request);
   return partsOf(look, request.input.frame.phase == VISTREL_MONO);
@@ -71,6 +83,7 @@ py::dict decide(const py::args& arguments) {
 void bindDevelop(py::module_& module) {
   module.def("develop", &develop);
   module.def("decide", &decide);
+  module.def("check_look", [](py::handle look) { choiceIn(look); });
 }
 
 }  // namespace vistrel::python

@@ -20,6 +20,18 @@ void checkMask(py::handle object, const char* name) {
     rejectType(VISTREL_BAD_BITS, name, typeOf(object), "fill the masked samples first");
 }
 
+constexpr const char* kAllowed = "an array, or an object with a buffer";
+
+// `source` offers the memory of `object`; it is null after an exception.
+py::array asArray(py::handle source, py::handle object, const char* name) {
+  const Parameter parameter{name, VISTREL_NULL_POINTER};
+  if (!source) rejectRaised(object, parameter, kAllowed);
+  const py::object convert = py::module_::import("numpy").attr("asarray");
+  PyObject* const array = PyObject_CallFunctionObjArgs(convert.ptr(), source.ptr(), nullptr);
+  if (!array) rejectRaised(object, parameter, kAllowed);
+  return py::reinterpret_steal<py::array>(array);
+}
+
 // Classes have the attribute too, but not its value.
 bool hasInterface(py::handle object) {
   return py::isinstance<py::dict>(py::getattr(object, "__array_interface__", py::none()));
@@ -47,8 +59,9 @@ py::ssize_t pixelBytes(const py::array& array) {
   return array.itemsize() * (array.ndim() == 3 ? 3 : 1);
 }
 
-// The host layer wants the samples of a row side by side.
+// The host layer wants the samples of a row side by side. It rejects frames without any.
 void checkStrides(const py::array& array) {
+  if (!array.size()) return;
   const bool packed = (array.shape(1) <= 1 || array.strides(1) == pixelBytes(array)) &&
                       (array.ndim() == 2 || array.strides(2) == array.itemsize());
   if (!packed || (array.shape(0) > 1 && array.strides(0) == 0))
@@ -93,16 +106,17 @@ bool isNative(const py::array& array) { return array.dtype().byteorder() != kFor
 
 py::array arrayOf(py::handle object, const char* name) {
   if (isExactArray(object)) return py::reinterpret_borrow<py::array>(object);
-  const py::object asArray = py::module_::import("numpy").attr("asarray");
   if (py::isinstance<py::array>(object)) {
     checkMask(object, name);
-    return asArray(object);
+    return asArray(object, object, name);
   }
-  // NumPy takes bytes for text, but not their view.
-  if (PyObject_CheckBuffer(object.ptr()))
-    return asArray(py::reinterpret_steal<py::object>(PyMemoryView_FromObject(object.ptr())));
-  if (hasInterface(object)) return asArray(object);
-  rejectType(VISTREL_NULL_POINTER, name, typeOf(object), "an array, or an object with a buffer");
+  if (PyObject_CheckBuffer(object.ptr())) {
+    // NumPy takes bytes for text, but not their view.
+    const auto view = py::reinterpret_steal<py::object>(PyMemoryView_FromObject(object.ptr()));
+    return asArray(view, object, name);
+  }
+  if (hasInterface(object)) return asArray(object, object, name);
+  rejectType(VISTREL_NULL_POINTER, name, typeOf(object), kAllowed);
 }
 
 ArrayFrame frameOf(py::handle raw, py::handle phase, py::handle bits, py::handle align) {

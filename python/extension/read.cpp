@@ -37,21 +37,28 @@ std::optional<uint32_t> optionalInteger(py::handle value, const Parameter& param
   return integerOf(value, parameter);
 }
 
+app::RealRange rangeOf(py::handle value) {
+  const Parameter parameter{"range", VISTREL_BAD_TABLE};
+  const auto ends = sequenceOf(value, parameter, 2, "two numbers");
+  const double low = numberOf(py::object(ends[0]), parameter);
+  const double high = numberOf(py::object(ends[1]), parameter);
+  if (!(low < high)) reject(parameter.status, parameter.name, textOf(value), "low < high");
+  return {low, high};
+}
+
 void readHeaderless(const py::args& a, app::InputOptions& o) {
   static constexpr const char* kOrders[] = {"little", "big", nullptr};
   uint32_t size[2];
   integersOf(a[kSize], {"size", VISTREL_BAD_SIZE}, size, 2);
   if (!size[0] || !size[1]) reject(VISTREL_BAD_SIZE, "size", textOf(a[kSize]), "at least 1x1");
   o.size = app::Size{size[0], size[1]};
-  if (!a[kPixelFormat].is_none())
-    o.pixfmt = &app::parsePixelFormat(
-        "pixel_format", stringOf(a[kPixelFormat], {"pixel_format", VISTREL_BAD_FORMAT}));
+  if (!a[kPixelFormat].is_none()) o.pixfmt = &pixelFormatOf(a[kPixelFormat]);
   if (!o.pixfmt && !o.bits && !o.fromName)
     reject(VISTREL_BAD_BITS, "bits", "", "a headerless raw file does not specify its depth");
   o.bigEndian = choiceOf(a[kByteOrder], {"byte_order", VISTREL_BAD_PACKING}, kOrders) == 1;
   o.skip = integerOf(a[kSkip], {"skip", VISTREL_SHORT_BUFFER});
   o.stride = optionalInteger(a[kStride], {"stride", VISTREL_BAD_STRIDE}).value_or(0);
-  o.continuous = a[kContinuous].cast<bool>();
+  o.continuous = flagOf(a[kContinuous], {"continuous", VISTREL_BAD_CONTINUOUS});
 }
 
 app::InputOptions inputOptions(const py::args& a) {
@@ -62,12 +69,8 @@ app::InputOptions inputOptions(const py::args& a) {
   o.bits = optionalInteger(a[kBits], {"bits", VISTREL_BAD_BITS});
   o.frame = integerOf(a[kIndex], {"frame", VISTREL_BAD_COUNT});
   o.highBits = choiceOf(a[kAlign], {"align", VISTREL_BAD_ALIGNMENT}, kAlignments) == 1;
-  o.fromName = a[kFromName].cast<bool>();
-  if (!a[kRange].is_none()) {
-    const auto [low, high] = a[kRange].cast<std::pair<double, double>>();
-    if (!(low < high)) reject(VISTREL_BAD_TABLE, "range", textOf(a[kRange]), "low < high");
-    o.range = app::RealRange{low, high};
-  }
+  o.fromName = flagOf(a[kFromName], {"from_name", VISTREL_BAD_BITS});
+  if (!a[kRange].is_none()) o.range = rangeOf(a[kRange]);
   if (!a[kSize].is_none()) readHeaderless(a, o);
   return o;
 }

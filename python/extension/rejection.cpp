@@ -1,10 +1,9 @@
 #include "python/extension/rejection.h"
 
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <regex>
-
-#include "apps/error.h"
 
 namespace vistrel::python {
 namespace {
@@ -16,21 +15,27 @@ struct WrongType {
 vistrel_error errorOf(int32_t status, const std::string& argument, const std::string& value,
                       const std::string& reason) {
   vistrel_error error{};
-  const std::string subject = value.empty() ? argument : argument + " " + value;
-  const std::string text = subject.empty() ? reason : subject + ": " + reason;
   error.status = status;
   std::snprintf(error.argument, sizeof error.argument, "%s", argument.c_str());
   std::snprintf(error.value, sizeof error.value, "%s", value.c_str());
+  const std::string subject = value.empty() ? argument : argument + " " + error.value;
+  const std::string text = subject.empty() ? reason : subject + ": " + reason;
   std::snprintf(error.reason, sizeof error.reason, "%s", reason.c_str());
   std::snprintf(error.text, sizeof error.text, "%s", text.c_str());
   return error;
 }
 
+// The last character may be cut.
+py::object strOf(const char* text) {
+  return py::reinterpret_steal<py::object>(
+      PyUnicode_DecodeUTF8(text, static_cast<py::ssize_t>(std::strlen(text)), "ignore"));
+}
+
 // The package has the classes; `kind` chooses one.
 void raise(const Error& error, const char* kind) {
   const py::object make = py::module_::import("vistrel._errors").attr("error_of");
-  const py::object raised =
-      make(kind, error.what(), error.status(), error.argument(), error.value(), error.reason());
+  const py::object raised = make(kind, strOf(error.what()), error.status(), strOf(error.argument()),
+                                 strOf(error.value()), strOf(error.reason()));
   PyErr_SetObject(py::type::handle_of(raised).ptr(), raised.ptr());
 }
 
@@ -66,6 +71,13 @@ void reject(int32_t status, const std::string& argument, const std::string& valu
 void rejectType(int32_t status, const std::string& argument, const std::string& type,
                 const std::string& reason) {
   throw WrongType{Error(errorOf(status, argument, type, reason))};
+}
+
+void rejectParsed(const Parameter& parameter, const std::string& text) {
+  const size_t subject = text.find_first_of(" :"), reason = text.rfind(": ");
+  const std::string value =
+      subject < reason ? text.substr(subject + 1, reason - subject - 1) : std::string();
+  reject(parameter.status, parameter.name, value, withArguments(text.substr(reason + 2)));
 }
 
 void check(int32_t status, const vistrel_error& error) {

@@ -28,10 +28,9 @@ void readRegion(handle value, vistrel_conversion& c) {
 
 void readReduction(handle window, handle curve, handle table, vistrel_conversion& c) {
   const Parameter parameter{"curve", VISTREL_BAD_REDUCTION};
-  const uint32_t w = integerOf(window, {"window", VISTREL_BAD_REDUCTION});
+  const uint32_t w = integerOf(window, {"window", VISTREL_BAD_REDUCTION}, 2);
   if ((w != 0) + !curve.is_none() + !table.is_none() > 1)
     reject(VISTREL_BAD_REDUCTION, "", "", "window, curve and table exclude each other");
-  if (w > 2) reject(VISTREL_BAD_REDUCTION, "window", std::to_string(w), "0 to 2");
   c.reduction = VISTREL_WINDOW_HIGH + w;
   if (!curve.is_none()) {
     const uint32_t number = integerOf(curve, parameter);
@@ -58,8 +57,7 @@ void readBlack(handle value, vistrel_conversion& c) {
 
 // In 1/4096, rounded.
 uint32_t gainOf(handle value) {
-  const double gain = PyFloat_AsDouble(value.ptr());
-  if (gain == -1 && PyErr_Occurred()) throw py::error_already_set();
+  const double gain = numberOf(value, {"gains", VISTREL_BAD_BALANCE});
   constexpr double kOne = double{int{VISTREL_GAIN_ONE}}, kMax = double{int{VISTREL_GAIN_MAX}};
   const double scaled = gain * kOne;
   if (!(scaled >= 0.5 && scaled <= kMax))
@@ -76,10 +74,7 @@ void readGains(handle value, vistrel_conversion& c) {
     c.white_balance = VISTREL_BALANCE_GRAY_WORLD;
     return;
   }
-  if (!PySequence_Check(value.ptr()))
-    rejectType(VISTREL_BAD_BALANCE, "gains", typeOf(value), allowed);
-  const auto gains = py::reinterpret_borrow<py::sequence>(value);
-  if (gains.size() != 3) reject(VISTREL_BAD_BALANCE, "gains", textOf(value), allowed);
+  const auto gains = sequenceOf(value, {"gains", VISTREL_BAD_BALANCE}, 3, allowed);
   c.white_balance = VISTREL_BALANCE_GAINS;
   for (size_t i = 0; i < 3; ++i) c.gains[i] = gainOf(py::object(gains[i]));
 }
@@ -89,14 +84,26 @@ struct SampleType {
   char kind = 0;
   py::ssize_t bytes = 0;
 };
+
+constexpr const char* kSampleTypes = "uint8, uint16 or float32";
+
+py::dtype dtypeOf(handle value) {
+  try {
+    return py::dtype::from_args(py::reinterpret_borrow<py::object>(value));
+  } catch (const py::error_already_set& error) {
+    if (!error.matches(PyExc_TypeError) && !error.matches(PyExc_ValueError)) throw;
+    rejectType(VISTREL_BAD_FORMAT, "dtype", textOf(value), kSampleTypes);
+  }
+}
+
 SampleType sampleTypeOf(handle value) {
   if (value.is_none()) return {};
-  const py::dtype dtype = py::dtype::from_args(py::reinterpret_borrow<py::object>(value));
+  const py::dtype dtype = dtypeOf(value);
   const SampleType type{dtype.kind(), dtype.itemsize()};
   const bool allowed =
       (type.kind == 'u' && type.bytes <= 2) || (type.kind == 'f' && type.bytes == 4);
   if (!allowed || !dtype.attr("isnative").cast<bool>())
-    rejectType(VISTREL_BAD_FORMAT, "dtype", nameOf(dtype), "uint8, uint16 or float32");
+    rejectType(VISTREL_BAD_FORMAT, "dtype", nameOf(dtype), kSampleTypes);
   return type;
 }
 
@@ -162,7 +169,7 @@ void readModes(const py::args& a, vistrel_conversion& c) {
 }
 
 uint32_t threadsOf(handle value) {
-  const uint32_t threads = integerOf(value, {"threads", VISTREL_BAD_THREADS});
+  const uint32_t threads = integerOf(value, {"threads", VISTREL_BAD_THREADS}, VISTREL_MAX_THREADS);
   return threads
              ? threads
              : std::clamp<uint32_t>(std::thread::hardware_concurrency(), 1, VISTREL_MAX_THREADS);
@@ -171,7 +178,7 @@ uint32_t threadsOf(handle value) {
 }  // namespace
 
 Request requestOf(const py::args& a) {
-  Request r{frameOf(a[kRaw], a[kPhase], a[kBits], a[kAlign]), {}, false, false, 0, 1};
+  Request r{frameOf(a[kRaw], a[kPhase], a[kBits], a[kAlign]), {}, false, false, 0, 1, nullptr};
   vistrel_conversion& c = r.conversion;
   vistrel_default_conversion(&r.input.frame, &c);
   c.algorithm =
@@ -191,6 +198,13 @@ Request requestOf(const py::args& a) {
   readModes(a, c);
   r.threads = threadsOf(a[kThreads]);
   return r;
+}
+
+void calibrate(Request& request, const py::args& a, const uint32_t (&black)[4]) {
+  if (a[kDark].is_none() && a[kFlat].is_none() && a[kHot].is_none()) return;
+  request.calibration =
+      std::make_unique<const Calibration>(a[kDark], a[kFlat], a[kHot], request.input, black);
+  request.conversion.calibration = &request.calibration->get();
 }
 
 }  // namespace vistrel::python

@@ -1,9 +1,9 @@
 // What vistrel.convert is asked for.
 #pragma once
 
-#include <pybind11/numpy.h>
+#include <memory>
 
-#include "python/extension/frame.h"
+#include "python/extension/calibration.h"
 
 namespace vistrel::python {
 
@@ -35,6 +35,9 @@ enum Argument {
   kLayout,
   kDtype,
   kOut,
+  kDark,
+  kFlat,
+  kHot,
   kLook  // of vistrel.develop alone
 };
 
@@ -46,8 +49,13 @@ struct Request {
   bool floats;         // samples are divided by full scale
   size_t sampleBytes;  // of the format, before that
   uint32_t threads;
+  std::unique_ptr<const Calibration> calibration;  // null: none
 };
 
 Request requestOf(const py::args& arguments);
+
+// Makes the request's conversion use what the arguments say about the sensor. The flat field has
+// the black levels `black` if there is no dark frame.
+void calibrate(Request& request, const py::args& arguments, const uint32_t (&black)[4]);
 
 }  // namespace vistrel::python

@@ -5,14 +5,14 @@
 namespace vistrel::python {
 namespace {
 
-uint32_t parsed(py::handle phase) {
+uint32_t phaseCodeOf(py::handle phase) {
   return codeOf(phase, {"phase", VISTREL_BAD_PHASE}, vistrel_parse_phase);
 }
 
-const char* phaseNameOf(py::handle phase) { return vistrel_phase_name(parsed(phase)); }
+const char* phaseNameOf(py::handle phase) { return vistrel_phase_name(phaseCodeOf(phase)); }
 
 const char* phaseAt(py::handle phase, uint32_t x, uint32_t y) {
-  return vistrel_phase_name(vistrel_phase_at(parsed(phase), x, y));
+  return vistrel_phase_name(vistrel_phase_at(phaseCodeOf(phase), x, y));
 }
 
 py::list formats() {

@@ -1,26 +1,21 @@
 // Work without Python's lock.
 #pragma once
 
-#include <cxxabi.h>
 #include <pybind11/pybind11.h>
-#include <unistd.h>
 
 #include <exception>
+
+#include "python/extension/restore_thread.h"
 
 namespace vistrel::python {
 
 // Runs `work`, which touches no object of Python's and throws nothing, while other threads of
-// Python run. When the interpreter ends meanwhile, it would unwind this thread through destructors
-// that need the lock; the thread then sleeps until the process ends.
+// Python run.
 template <class Work>
 void withoutLock(Work work) {
   PyThreadState* const state = PyEval_SaveThread();
   work();
-  try {
-    PyEval_RestoreThread(state);
-  } catch (abi::__forced_unwind&) {
-    for (;;) pause();
-  }
+  vistrel_restore_thread(state);
 }
 
 // The same for work that may throw.

@@ -2,7 +2,6 @@
 
 #include <pybind11/numpy.h>
 
-#include "apps/names/pixel_format.h"
 #include "python/extension/arguments.h"
 #include "python/extension/buffer_view.h"
 #include "python/extension/memory.h"
@@ -11,20 +10,15 @@
 namespace vistrel::python {
 namespace {
 
-const app::PixelFormat& formatOf(py::handle name) {
-  return app::parsePixelFormat("pixel_format",
-                               stringOf(name, {"pixel_format", VISTREL_BAD_FORMAT}));
-}
-
 vistrel_packed packedOf(const Py_buffer& bytes, const app::PixelFormat& format, py::handle width,
-                        py::handle height, py::handle stride, bool isContinuous) {
+                        py::handle height, py::handle stride, py::handle continuous) {
   vistrel_packed p{};
   p.bytes = bytes.buf;
   p.size = static_cast<size_t>(bytes.len);
   p.width = integerOf(width, {"width", VISTREL_BAD_SIZE});
   p.height = integerOf(height, {"height", VISTREL_BAD_SIZE});
   if (!stride.is_none()) p.stride = integerOf(stride, {"stride", VISTREL_BAD_STRIDE});
-  p.continuous = isContinuous;
+  p.continuous = flagOf(continuous, {"continuous", VISTREL_BAD_CONTINUOUS});
   p.packing = format.packing;
   p.bits = format.bits;
   return p;
@@ -40,10 +34,10 @@ void checkBytes(const vistrel_packed& packed) {
 }
 
 py::array unpack(py::handle buffer, py::handle name, py::handle width, py::handle height,
-                 py::handle stride, bool isContinuous) {
-  const app::PixelFormat& format = formatOf(name);
+                 py::handle stride, py::handle continuous) {
+  const app::PixelFormat& format = pixelFormatOf(name);
   const BufferView view(buffer);
-  const vistrel_packed packed = packedOf(view.get(), format, width, height, stride, isContinuous);
+  const vistrel_packed packed = packedOf(view.get(), format, width, height, stride, continuous);
   vistrel_packed_layout layout;
   vistrel_error error;
   check(vistrel_get_packed_layout(&packed, &layout, &error), error);

@@ -47,6 +47,23 @@ std::optional<app::DngCamera> cameraOf(py::handle phase, py::handle black, py::h
   return camera;
 }
 
+void numbersOf(py::handle value, const Parameter& parameter, double* numbers, size_t count) {
+  const auto items = sequenceOf(value, parameter, count, std::to_string(count) + " numbers");
+  for (size_t i = 0; i < count; ++i) numbers[i] = numberOf(py::object(items[i]), parameter);
+}
+
+// The camera's colours of a neutral object, and its matrix from linear sRGB; or None.
+void addColours(py::handle neutral, py::handle fromSrgb, app::DngCamera& camera) {
+  const Parameter look{"look", VISTREL_BAD_FINISH};
+  if (!neutral.is_none()) numbersOf(neutral, look, camera.neutral.emplace().data(), 3);
+  if (fromSrgb.is_none()) return;
+  app::Matrix3 matrix;
+  numbersOf(fromSrgb, look, matrix.data(), 9);
+  camera.matrix = app::product(matrix, camera.matrix);
+  camera.illuminant = app::kExifD65;
+  camera.knowsColours = true;
+}
+
 void checkChannels(const app::PictureType& type, uint32_t channels) {
   if (type.channels && type.channels != channels)
     reject(VISTREL_BAD_FORMAT, "image", std::to_string(channels) + " channels",
@@ -54,12 +71,15 @@ void checkChannels(const app::PictureType& type, uint32_t channels) {
 }
 
 void write(const std::string& path, const py::array& array, uint32_t bits, py::handle phase,
-           py::handle black, py::handle white, py::handle encoding) {
+           py::handle black, py::handle white, py::handle encoding, py::handle neutral,
+           py::handle fromSrgb) {
   const Image image = imageOf(array, bits);
-  checkChannels(app::pictureType(path), image.layout.channels);
-  const app::PictureDetails details{.encoding = encodingOf(encoding),
-                                    .camera = cameraOf(phase, black, white, bits)};
-  if (details.camera) app::frameType(path);
+  const Parameter to{"path", VISTREL_BAD_FORMAT};
+  checkChannels(parsed(to, [&] { return app::pictureType(path); }), image.layout.channels);
+  app::PictureDetails details{.encoding = encodingOf(encoding),
+                              .camera = cameraOf(phase, black, white, bits)};
+  if (details.camera) addColours(neutral, fromSrgb, *details.camera);
+  if (details.camera) parsed(to, [&] { app::frameType(path); });
   withoutLockOrThrow([&] { app::savePicture(image, details, path); });
 }
 

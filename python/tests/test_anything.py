@@ -1,4 +1,4 @@
-"""Any object as any argument: a result, or an exception that Python knows."""
+"""Any object as any argument: a result, or an error of the package."""
 
 import numpy as np
 import pytest
@@ -24,8 +24,8 @@ OBJECTS = st.one_of(
 )
 OPTIONS = ["bits", "algorithm", "format", "region", "binning", "bin_mode", "window", "curve",
            "table", "black", "white", "gains", "edges", "threshold", "gray", "truncate_to",
-           "excess", "align", "orientation", "threads", "layout", "dtype", "out"]
-EXPECTED = (ValueError, TypeError, OverflowError, MemoryError)
+           "excess", "align", "orientation", "threads", "layout", "dtype", "out", "stream"]
+EXPECTED = vistrel.Error
 
 
 @settings(max_examples=400, deadline=None)
@@ -60,8 +60,8 @@ LOOK_PARTS = st.one_of(
 LOOKS = st.one_of(
     OBJECTS,
     st.lists(LOOK_PARTS, max_size=3).map(",".join),
-    st.builds(vistrel.Look, st.sampled_from(["auto", "astro", "no"]), OBJECTS, OBJECTS, OBJECTS,
-              OBJECTS, st.none() | st.floats()),
+    st.tuples(st.sampled_from(["auto", "astro", "no"]), OBJECTS, OBJECTS, OBJECTS, OBJECTS,
+              st.none() | st.floats()),
 )
 
 
@@ -69,6 +69,11 @@ LOOKS = st.one_of(
 @given(LOOKS, st.sampled_from(["rggb", "mono"]))
 def test_looks(look, phase):
     """Of a look that is not rejected, the decided one gives the same picture."""
+    try:
+        if isinstance(look, tuple):
+            look = vistrel.Look(*look)
+    except EXPECTED:
+        return
     try:
         picture = vistrel.develop(RAW, phase, 12, look)
     except EXPECTED:
@@ -116,8 +121,3 @@ def test_regions(height, width, phase, region):
         return
     whole = vistrel.convert(raw, phase, edges="padded")
     assert np.array_equal(part, whole[y : y + rows, x : x + columns])
-
-
-def test_lone_surrogates_are_not_names():
-    with pytest.raises(UnicodeEncodeError):
-        vistrel.convert(RAW, "\ud800", 12)

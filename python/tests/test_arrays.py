@@ -3,6 +3,7 @@
 import array
 import ctypes
 import mmap
+import types
 
 import numpy as np
 import pytest
@@ -185,6 +186,11 @@ REJECTED = {
     "no rows": (BYTES[:0], ValueError, "BAD_SIZE"),
     "no columns": (BYTES[:, :0], ValueError, "BAD_SIZE"),
     "nothing": (np.empty((0, 0), np.uint8), ValueError, "BAD_SIZE"),
+    "new without rows": (np.zeros((0, W), np.uint8), ValueError, "BAD_SIZE"),
+    "new without columns": (np.zeros((H, 0), np.uint8), ValueError, "BAD_SIZE"),
+    "an interface of nothing": (types.SimpleNamespace(__array_interface__={}), ValueError,
+                                "NULL_POINTER"),
+    "no interface": (types.SimpleNamespace(__array_interface__=None), TypeError, "NULL_POINTER"),
     "no dimension": (np.array(3, np.uint8), ValueError, "BAD_SIZE"),
     "one dimension": (BYTES[0], ValueError, "BAD_SIZE"),
     "bytes": (BYTES.tobytes(), ValueError, "BAD_SIZE"),
@@ -257,7 +263,7 @@ def test_unpack_takes_the_bytes_of_any_object(kind):
 
 @pytest.mark.parametrize("kind", [k for k, v in REJECTED.items() if v[2] == "NULL_POINTER"])
 def test_unpack_rejects_objects_without_bytes(kind):
-    with pytest.raises(TypeError) as raised:
+    with pytest.raises(REJECTED[kind][1]) as raised:
         vistrel.unpack(REJECTED[kind][0], "RG12", W, H)
     assert raised.value.code == vistrel.Status.NULL_POINTER
 

@@ -198,3 +198,66 @@ def test_outputs_have_names_of_their_own():
     assert str(error) == f"{error.argument} {error.value}: {error.reason}"
     assert (error.argument, error.value) == ("manifest", "c: d/x.dng")
     assert error.reason == "a: b/x.pgm has the same output, x.png"
+
+
+@pytest.mark.parametrize("name", ["convert", "develop", "unpack"])
+def test_other_arrays_are_rejected_by_name(name):
+    options = ("RG12", 32, 24) if name == "unpack" else ("rggb", 12)
+    with pytest.raises(vistrel.InvalidType) as raised:
+        getattr(vistrel.dask, name)(noise((4, 24, 32), 12), *options)
+    error = raised.value
+    assert (error.argument, error.value) == ("packed" if name == "unpack" else "frames", "ndarray")
+
+
+@pytest.fixture
+def folder(tmp_path, monkeypatch):
+    """The current one, with frames a, b, c and a folder for pictures."""
+    monkeypatch.chdir(tmp_path)
+    (tmp_path / "out").mkdir()
+    for i, name in enumerate("abc"):
+        vistrel.write(f"{name}.dng", noise((24, 32), 12, i), 12, phase="gbrg")
+    return tmp_path
+
+
+@pytest.mark.parametrize(
+    "options, exception, argument",
+    [
+        ({"algorithm": "best"}, vistrel.InvalidValue, "algorithm"),
+        ({"region": (0, 0, 33, 24)}, vistrel.InvalidValue, "conversion.region"),
+        ({"develop": True, "look": "best"}, vistrel.InvalidValue, "look"),
+        ({"kind": "gif"}, vistrel.InvalidValue, "path"),
+        ({"read": {"phase": "x"}}, vistrel.InvalidValue, "phase"),
+        ({"no_option": 1}, TypeError, None),
+    ],
+)
+def test_options_for_files_are_rejected_at_once(options, exception, argument, folder):
+    with pytest.raises(exception) as raised:
+        vistrel.dask.convert_files(["none.dng", "a.dng"], "out", **options)
+    assert getattr(raised.value, "argument", None) == argument
+    assert not os.listdir("out")
+
+
+def test_files_that_fail_are_reported(folder):
+    (folder / "b.dng").write_bytes(b"no frame")
+    names = ["a.dng", "none.dng", "b.dng", "c.dng"]
+    rows = vistrel.dask.convert_files(names, "out", chunk=2).compute(scheduler="sync")
+    assert rows["made"].tolist() == [True, False, False, True]
+    assert [bool(text) for text in rows["error"]] == [False, True, True, False]
+    assert "none.dng" in rows["error"][1] and "frame" in rows["error"][2]
+    assert rows["bytes"][1:3].tolist() == [0, 0]
+    assert sorted(os.listdir("out")) == ["a.png", "c.png"]
+
+
+def test_samples_are_no_fault_of_options(folder):
+    rows = vistrel.dask.convert_files(["a.dng", "b.dng"], "out", read={"bits": 8})
+    errors = rows.compute(scheduler="sync")["error"]
+    assert all("8 bits" in text for text in errors)
+
+
+def test_relative_names_are_those_of_the_caller(folder, monkeypatch):
+    (folder / "manifest").write_text("a.dng\nb.dng\n")
+    reports = [vistrel.dask.convert_files("manifest", "out"),
+               vistrel.dask.convert_files(["c.dng"], "out")]
+    monkeypatch.chdir("/")
+    assert all(rows["made"].all() for rows in da.compute(*reports, scheduler="sync"))
+    assert len(list((folder / "out").iterdir())) == 3

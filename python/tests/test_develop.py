@@ -5,6 +5,7 @@ import dataclasses
 import json
 import os
 import subprocess
+import time
 
 import numpy as np
 import pytest
@@ -107,15 +108,13 @@ def test_floats_are_16_bits_by_full_scale(bits, options):
 @pytest.mark.parametrize(
     "arguments, exception, code, text",
     [
-        (("rggb", 12, "foo"), ValueError, "BAD_FORMAT", "^look foo: NAME=VALUE is expected"),
-        (("rggb", 12, ""), ValueError, "BAD_FORMAT", "^look : a part is empty"),
-        (("rggb", 12, "black=70000"), ValueError, "BAD_FORMAT", "^look black=70000: black is"),
-        (("rggb", 12, "white=5,black=5"), ValueError, "BAD_FORMAT", "white=5 is not above black=5"),
+        (("rggb", 12, "foo"), ValueError, "BAD_FINISH", "^look foo: NAME=VALUE is expected"),
+        (("rggb", 12, ""), ValueError, "BAD_FINISH", "^look: a part is empty"),
+        (("rggb", 12, "black=70000"), ValueError, "BAD_FINISH", "^look black=70000: black is"),
+        (("rggb", 12, "white=5,black=5"), ValueError, "BAD_FINISH", "white=5 is not above black=5"),
         (("rggb", 12, "black=5000"), ValueError, "BAD_BLACK", "5000"),
-        (("rggb", 12, "black=4095"), ValueError, "BAD_FORMAT", "below the white level"),
+        (("rggb", 12, "black=4095"), ValueError, "BAD_FINISH", "below the white level"),
         (("rggb", 12, 3), TypeError, "BAD_FINISH", "^look int: a str"),
-        (("rggb", 12, vistrel.Look(mode="best")), ValueError, "BAD_FORMAT", "look best"),
-        (("rggb", 12, vistrel.Look(gains=(1, 2))), ValueError, "BAD_FORMAT", "look gains=1:2"),
         (("rggb", 7), ValueError, "BAD_BITS", "7"),
         (("rgbg", 12), ValueError, "BAD_PHASE", "rgbg"),
     ],
@@ -172,3 +171,41 @@ def test_threads_with_different_looks():
 
     with concurrent.futures.ThreadPoolExecutor(8) as pool:
         assert all(pool.map(work, range(8)))
+
+
+@pytest.mark.parametrize(
+    "parts, argument, value",
+    [
+        ({"mode": "best"}, "mode", "'best'"),
+        ({"gains": (1, 2)}, "look", "gains=1:2"),
+        ({"exposure": float("nan")}, "look", "exposure=nan"),
+        ({"matrix": np.eye(2)}, "look", "matrix=1.0000:0.0000:0.0000:1.0000"),
+        ({"black": 70000}, "look", "black=70000"),
+        ({"curve": "\ud800"}, "look", "'curve=\\ud800'"),
+    ],
+)
+def test_looks_are_checked_when_they_are_made(parts, argument, value):
+    with pytest.raises(vistrel.InvalidValue) as raised:
+        vistrel.Look(**parts)
+    error = raised.value
+    assert (error.code, error.argument, error.value) == (vistrel.Status.BAD_FINISH, argument, value)
+
+
+@pytest.mark.parametrize("kind", [np.array, np.matrix, np.ndarray.tolist, np.ravel])
+def test_kinds_of_matrices(kind):
+    rows = np.array([[1.5, -0.25, -0.25], [0, 1, 0], [0, -0.5, 1.5]])
+    look = vistrel.Look(matrix=kind(rows))
+    assert look == vistrel.Look(matrix=(1.5, -0.25, -0.25, 0.0, 1.0, 0.0, 0.0, -0.5, 1.5))
+
+
+def test_a_dark_frame_takes_no_longer_than_others():
+    """In CPU time of the process: a stretch of nothing is not searched for."""
+    dark = np.zeros((64, 64), np.uint16)
+    vistrel.develop(dark, "rggb", 12)
+
+    def seconds():
+        begin = time.process_time()
+        vistrel.develop(dark, "rggb", 12)
+        return time.process_time() - begin
+
+    assert min(seconds() for _ in range(5)) < 0.02

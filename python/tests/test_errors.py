@@ -12,6 +12,8 @@ CASES = [
     ({"phase": "rgb"}, ValueError, "BAD_PHASE"),
     ({"phase": 2}, TypeError, "BAD_PHASE"),
     ({"phase": b"rggb"}, TypeError, "BAD_PHASE"),
+    ({"phase": "\ud800"}, ValueError, "BAD_PHASE"),
+    ({"phase": "é" * 40}, ValueError, "BAD_PHASE"),
     ({"bits": 7}, ValueError, "BAD_BITS"),
     ({"bits": 17}, ValueError, "BAD_BITS"),
     ({"bits": -1}, ValueError, "BAD_BITS"),
@@ -51,6 +53,7 @@ CASES = [
     ({"table": np.full(1024, -1)}, ValueError, "BAD_TABLE"),
     ({"table": np.full(1024, 70000)}, ValueError, "BAD_TABLE"),
     ({"table": np.zeros(1024)}, TypeError, "BAD_TABLE"),
+    ({"table": [[1], [2, 3]]}, TypeError, "BAD_TABLE"),
     ({"table": np.zeros((32, 32), int)}, TypeError, "BAD_TABLE"),
     ({"black": 4096}, ValueError, "BAD_BLACK"),
     ({"black": -1}, ValueError, "BAD_BLACK"),
@@ -64,6 +67,7 @@ CASES = [
     ({"gains": (1, 1, 0)}, ValueError, "BAD_BALANCE"),
     ({"gains": (1, 1, float("nan"))}, ValueError, "BAD_BALANCE"),
     ({"gains": 2}, TypeError, "BAD_BALANCE"),
+    ({"gains": (1, "2", 1)}, TypeError, "BAD_BALANCE"),
     ({"gains": (1, 1, 2), "phase": "mono"}, ValueError, "BAD_BALANCE"),
     ({"edges": "mirror"}, ValueError, "BAD_EDGES"),
     ({"edges": 1}, TypeError, "BAD_EDGES"),
@@ -81,10 +85,17 @@ CASES = [
     ({"dtype": "i2"}, TypeError, "BAD_FORMAT"),
     ({"dtype": "f8"}, TypeError, "BAD_FORMAT"),
     ({"dtype": ">f4"}, TypeError, "BAD_FORMAT"),
+    ({"dtype": "colour"}, TypeError, "BAD_FORMAT"),
+    ({"stream": 5}, TypeError, "BAD_STREAM"),
 ]
 
 
-@pytest.mark.parametrize("options, exception, code", CASES, ids=str)
+def check_text(error):
+    subject = " ".join(part for part in (error.argument, error.value) if part)
+    assert str(error) == (f"{subject}: {error.reason}" if subject else error.reason)
+
+
+@pytest.mark.parametrize("options, exception, code", CASES, ids=ascii)
 def test_rejection(options, exception, code):
     arguments = {"phase": "rggb", "bits": 12} | options
     with pytest.raises(exception) as raised:
@@ -92,8 +103,9 @@ def test_rejection(options, exception, code):
     error = raised.value
     assert isinstance(error, vistrel.Error)
     assert error.code == vistrel.Status[code]
-    subject = " ".join(part for part in (error.argument, error.value) if part)
-    assert str(error) == (f"{subject}: {error.reason}" if subject else error.reason)
+    check_text(error)
+    if len(options) == 1 and code != "EXCESS_SAMPLE":
+        assert error.argument.split(".")[0].split("[")[0] in (*options, "frame", "conversion")
 
 
 @pytest.mark.parametrize(
@@ -136,9 +148,45 @@ def test_errors_survive_a_process_pool():
     assert (str(copy), copy.code, copy.argument) == ("a 1: b", 3, "a")
 
 
-def test_a_dtype_that_numpy_does_not_know_is_its_own_error():
-    with pytest.raises(TypeError):
-        vistrel.convert(RAW, "rggb", 12, dtype="colour")
+@pytest.mark.parametrize(
+    "call, exception, code, argument",
+    [
+        (lambda: vistrel.phase_at("rgb", 1, 1), ValueError, "BAD_PHASE", "phase"),
+        (lambda: vistrel.phase_at("rggb", 1.5, 1), TypeError, "BAD_REGION", "x"),
+        (lambda: vistrel.flip("rggb", 5), TypeError, "BAD_SIZE", "shape"),
+        (lambda: vistrel.flip("rggb", (5, 5, 3)), ValueError, "BAD_SIZE", "shape"),
+        (lambda: vistrel.flip("rggb", ("5", 5)), TypeError, "BAD_SIZE", "shape"),
+        (lambda: vistrel.flip("rggb", (5, 5), 2), ValueError, "BAD_ORIENTATION", "axis"),
+        (lambda: vistrel.flip("rggb", (5, 5), RAW), TypeError, "BAD_ORIENTATION", "axis"),
+        (lambda: vistrel.rotate("rggb", (5, 5), 0.5), TypeError, "BAD_ORIENTATION", "k"),
+        (lambda: vistrel.cv2_code("rggb", RAW), ValueError, "BAD_FORMAT", "order"),
+        (lambda: vistrel.unpack(b"", "no", 2, 2), ValueError, "BAD_FORMAT", "pixel_format"),
+        (lambda: vistrel.unpack(b"1234", "Mono8", 2, 2, None, RAW), ValueError, "BAD_CONTINUOUS",
+         "continuous"),
+        (lambda: vistrel.read(5), TypeError, "BAD_FORMAT", "path"),
+        (lambda: vistrel.read(__file__, range=5), TypeError, "BAD_TABLE", "range"),
+        (lambda: vistrel.read(__file__, range=(1, "2")), TypeError, "BAD_TABLE", "range"),
+        (lambda: vistrel.read(__file__, from_name=RAW), ValueError, "BAD_BITS", "from_name"),
+        (lambda: vistrel.write(None, RAW), TypeError, "BAD_FORMAT", "path"),
+        (lambda: vistrel.write("a\0.png", RAW), ValueError, "BAD_FORMAT", "path"),
+        (lambda: vistrel.write("\ud800.png", RAW), ValueError, "BAD_FORMAT", "path"),
+        (lambda: vistrel.write("a.gif", RAW), ValueError, "BAD_FORMAT", "path"),
+        (lambda: vistrel.write("a.png", [[1], [2, 3]]), TypeError, "BAD_FORMAT", "image"),
+        (lambda: vistrel.write("a.png", RAW, "12"), TypeError, "BAD_BITS", "bits"),
+        (lambda: vistrel.develop(RAW, "rggb", 12, stream=5), TypeError, "BAD_STREAM", "stream"),
+        (lambda: vistrel.develop(RAW, "rggb", 12, "best"), ValueError, "BAD_FINISH", "look"),
+        (lambda: vistrel.develop(RAW, "rggb", 12, "black=2,white=1"), ValueError, "BAD_FINISH",
+         "look"),
+        (lambda: vistrel.develop(RAW, "rggb", 12, "black=4095"), ValueError, "BAD_FINISH", "look"),
+    ],
+)
+def test_other_calls_have_the_same_errors(call, exception, code, argument):
+    with pytest.raises(exception) as raised:
+        call()
+    error = raised.value
+    assert isinstance(error, vistrel.Error)
+    assert (error.code, error.argument) == (vistrel.Status[code], argument)
+    check_text(error)
 
 
 def test_an_exception_of_an_argument_passes_through():

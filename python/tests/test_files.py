@@ -86,7 +86,7 @@ def test_names_that_are_not_text(tmp_path):
     path = os.fsdecode(os.fsencode(tmp_path) + b"/\xff.pgm")
     vistrel.write(path, RAW, 12, phase="rggb")
     assert np.array_equal(vistrel.read(path, "rggb").samples, RAW)
-    with pytest.raises(UnicodeEncodeError):
+    with pytest.raises(vistrel.InvalidValue, match="^pixel_format "):
         vistrel.read(path, size=(2, 2), pixel_format="\ud800")
 
 
@@ -271,4 +271,46 @@ def test_names_have_no_null_characters(tmp_path):
         with pytest.raises(ValueError, match="null character"):
             vistrel.write(os.path.join(os.fsencode(tmp_path), os.fsencode(name)),
                           np.zeros((4, 6), np.uint8))
+    assert not os.listdir(tmp_path)
+
+
+def test_levels_that_make_no_sense_are_ignored(tmp_path):
+    vistrel.write(tmp_path / "a.dng", RAW, 12, phase="rggb", black=(3000, 1, 1, 1), white=2000)
+    with pytest.warns(UserWarning, match="not below white level 2000; not used"):
+        frame = vistrel.read(tmp_path / "a.dng")
+    assert np.array_equal(frame.samples, RAW) and frame.look.black is None
+
+
+@pytest.mark.parametrize("name", ["a.pgm", "a.png", "a.dng"])
+def test_own_files_are_read_without_a_warning(name, tmp_path):
+    vistrel.write(tmp_path / name, RAW, 12, phase="grbg")
+    with warnings.catch_warnings():
+        warnings.simplefilter("error")
+        assert vistrel.read(tmp_path / name).phase == "grbg"
+
+
+def test_a_dng_has_the_look_of_its_camera(scene, tmp_path):
+    """What was read of one camera is read of the copy, but for the rounding of its matrices."""
+    frame = vistrel.read(scene)
+    vistrel.write(tmp_path / "a.dng", frame.samples, frame.bits, phase=frame.phase, look=frame.look)
+    copy = vistrel.read(tmp_path / "a.dng")
+    assert (copy.look.black, copy.look.white) == (frame.look.black, frame.look.white)
+    assert np.allclose(copy.look.gains, frame.look.gains, atol=2 / 4096)
+    assert np.allclose(copy.look.matrix, frame.look.matrix, atol=0.01)
+    for black, expected in ((None, (64,) * 4), ((1, 2, 3, 4), (1, 2, 3, 4))):
+        vistrel.write(tmp_path / "b.dng", RAW, 12, phase="rggb", black=black,
+                      look=vistrel.Look(black=64, white=4000))
+        other = vistrel.read(tmp_path / "b.dng").look
+        assert (other.black, other.white, other.gains) == (expected, 4000, None)
+
+
+@pytest.mark.parametrize(
+    "look, exception, argument",
+    [("auto", vistrel.InvalidType, "look"),
+     (vistrel.Look(gains=(1, 1, 1), matrix=(1,) * 9), vistrel.InvalidValue, "look.matrix")],
+)
+def test_looks_that_no_dng_can_have(look, exception, argument, tmp_path):
+    with pytest.raises(exception) as raised:
+        vistrel.write(tmp_path / "a.dng", RAW, 12, phase="rggb", look=look)
+    assert raised.value.argument == argument
     assert not os.listdir(tmp_path)

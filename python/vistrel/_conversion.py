@@ -5,12 +5,13 @@ import time
 import numpy as np
 
 from . import _core
+from ._arguments import array_of, handle_of, points_of
 from ._errors import ConversionFailed, InvalidType, InvalidValue, Status, rejection
 
 
 def _table_of(table):
     """The values as the extension takes them: uint16, side by side."""
-    values = np.asarray(table)
+    values = array_of(table, Status.BAD_TABLE, "table")
     if values.dtype.kind not in "ui" or values.ndim != 1:
         what = f"{values.dtype}, {values.ndim} dimensions"
         raise rejection(InvalidType, Status.BAD_TABLE, "table", what, "one dimension of integers")
@@ -23,7 +24,7 @@ def convert(raw, phase, bits=None, algorithm="bilinear", format=None, *, region=
             bin_mode="sum", window=0, curve=None, table=None, black=None, white=None, gains=None,
             edges="native", threshold=0, gray="luma", truncate_to=None, excess="reject",
             align="low", orientation=1, threads=1, layout="hwc", dtype=None, out=None,
-            stream=None):
+            stream=None, dark=None, flat=None, hot=None):
     """Convert a raw frame to an image, exact to the sample.
 
     The result is linear: nothing is subtracted or amplified unless you ask for it. Colours are in
@@ -91,6 +92,14 @@ def convert(raw, phase, bits=None, algorithm="bilinear", format=None, *, region=
         Result to fill, of the right shape and dtype; only rows may have gaps between them.
     stream : Stream, optional
         Whose memory the conversion uses.
+    dark : array, shape (height, width), optional
+        A frame without light, exposed as long as this one, with the same bits. It is subtracted,
+        the black level with it.
+    flat : array, shape (height, width), optional
+        A frame of an evenly lit surface. What is above `dark`, or else above black, evens out
+        this frame.
+    hot : array of int, shape (n, 2), optional
+        Columns and rows of pixels that neighbours replace: ``numpy.argwhere(mask)[:, ::-1]``.
 
     Returns
     -------
@@ -127,9 +136,10 @@ def convert(raw, phase, bits=None, algorithm="bilinear", format=None, *, region=
     if table is not None:
         table = _table_of(table)
     return _core.convert(
-        stream._stream if stream is not None else None, raw, phase, bits, algorithm, format, region,
+        handle_of(stream), raw, phase, bits, algorithm, format, region,
         binning, bin_mode, window, curve, table, black, white, gains, edges, threshold, gray,
-        truncate_to, excess, align, orientation, threads, layout, dtype, out)
+        truncate_to, excess, align, orientation, threads, layout, dtype, out,
+        dark, flat, points_of(hot))
 
 
 def unpack(buffer, pixel_format, width, height, stride=None, continuous=False):
@@ -170,7 +180,18 @@ def unpack(buffer, pixel_format, width, height, stride=None, continuous=False):
 
 
 def trim():
-    """Free the memory and end the threads that wait for the next conversion."""
+    """Free the memory and end the threads that wait for the next conversion.
+
+    Examples
+    --------
+    Results of more than 1 MiB leave their memory to the next ones:
+
+    >>> raw = numpy.zeros((1200, 1600), numpy.uint8)
+    >>> for _ in range(3):
+    ...     image = vistrel.convert(raw, "rggb", threads=2)
+    >>> del image
+    >>> vistrel.trim()
+    """
     _core.trim()
 
 

@@ -42,6 +42,9 @@ def convert(
     dtype: npt.DTypeLike = ...,
     out: npt.NDArray[Any] | None = ...,
     stream: Stream | None = ...,
+    dark: _Samples | Any | None = ...,
+    flat: _Samples | Any | None = ...,
+    hot: npt.NDArray[np.integer[Any]] | Sequence[_Integers] | None = ...,
 ) -> npt.NDArray[Any]: ...
 def unpack(
     buffer: _Samples | Any,

@@ -9,7 +9,8 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _core
-from ._errors import InvalidType, Status, rejection
+from ._arguments import handle_of, points_of
+from ._errors import InvalidType, InvalidValue, Status, rejection
 
 Samples = typing.Any  # an array, or anything that offers one
 Region = typing.Optional[typing.Sequence[int]]
@@ -48,6 +49,11 @@ class Look:
     highlights : {"neutral", "clip"}, optional
         What becomes of pixels where the sensor clips.
 
+    Raises
+    ------
+    InvalidValue
+        A part that `vistrel.develop` would reject.
+
     Examples
     --------
     >>> str(vistrel.Look(mode="srgb", black=64, gains=(2, 1, 1.5)))
@@ -65,8 +71,12 @@ class Look:
 
     def __post_init__(self) -> None:
         for name, value in vars(self).items():
-            if isinstance(value, (list, np.ndarray)):
-                object.__setattr__(self, name, tuple(np.asarray(value).tolist()))
+            if isinstance(value, (list, tuple, np.ndarray)):
+                object.__setattr__(self, name, tuple(np.ravel(np.array(value, object))))
+        if self.mode not in ("auto", "linear", "srgb", "astro"):
+            raise rejection(InvalidValue, Status.BAD_FINISH, "mode", ascii(self.mode),
+                            "auto, linear, srgb or astro")
+        _core.check_look(str(self))
 
     def _parts(self) -> dict[str, typing.Any]:
         return {name: value for name, value in vars(self).items()
@@ -90,12 +100,13 @@ def _arguments(look: str | Look, raw: Samples, phase: str, bits: int | None, alg
                format: str | None, region: Region, binning: int, edges: str, threshold: int,
                excess: str, align: str, orientation: int, threads: int, layout: str,
                dtype: npt.DTypeLike, out: npt.NDArray[typing.Any] | None,
-               stream: typing.Any) -> tuple[typing.Any, ...]:
+               stream: typing.Any, dark: Samples, flat: Samples, hot: Samples,
+               ) -> tuple[typing.Any, ...]:
     """In the order of the extension."""
-    return (stream._stream if stream is not None else None, raw, phase, bits, algorithm, format,
+    return (handle_of(stream), raw, phase, bits, algorithm, format,
             region, binning, "mean", 0, None, None, None, None, None, edges, threshold, "luma",
             None, excess, align, orientation, threads, layout, dtype, out,
-            text_of(look))
+            dark, flat, points_of(hot), text_of(look))
 
 
 def develop(raw: Samples, phase: str, bits: int | None = None, look: str | Look = "auto",
@@ -103,7 +114,8 @@ def develop(raw: Samples, phase: str, bits: int | None = None, look: str | Look 
             binning: int = 1, edges: str = "padded", threshold: int = 0, excess: str = "reject",
             align: str = "low", orientation: int = 1, threads: int = 1, layout: str = "hwc",
             dtype: npt.DTypeLike = None, out: npt.NDArray[typing.Any] | None = None,
-            stream: typing.Any = None) -> npt.NDArray[typing.Any]:
+            stream: typing.Any = None, dark: Samples = None, flat: Samples = None,
+            hot: Samples = None) -> npt.NDArray[typing.Any]:
     """Make a picture for the eye of a raw frame, as ``vistrel develop`` does.
 
     Unlike `convert`, it decides how the picture should look: levels, white balance, exposure and
@@ -117,7 +129,7 @@ def develop(raw: Samples, phase: str, bits: int | None = None, look: str | Look 
         ``"auto"``, ``"linear"``, ``"srgb"`` or ``"astro"``; parts of a look that are given, such as
         ``"srgb,exposure=1.5"``; or a `Look`, such as `decide_look` returns.
     algorithm, format, region, edges, threshold, excess, align, orientation, threads, layout, out
-        As of `convert`, and `stream` too.
+        As of `convert`, and `stream`, `dark`, `flat` and `hot` too.
     binning : int, optional
         1 to 4: means of blocks of so many pixels either way become one pixel.
     dtype : dtype, optional
@@ -148,16 +160,17 @@ def develop(raw: Samples, phase: str, bits: int | None = None, look: str | Look 
     """
     return _core.develop(*_arguments(look, raw, phase, bits, algorithm, format, region, binning,
                                      edges, threshold, excess, align, orientation, threads, layout,
-                                     dtype, out, stream))
+                                     dtype, out, stream, dark, flat, hot))
 
 
 def decide_look(raw: Samples, phase: str, bits: int | None = None, look: str | Look = "auto", *,
-                region: Region = None, align: str = "low") -> Look:
+                region: Region = None, align: str = "low", dark: Samples = None,
+                flat: Samples = None, hot: Samples = None) -> Look:
     """Decide how a frame should look, without developing it.
 
     Parameters
     ----------
-    raw, phase, bits, look, region, align
+    raw, phase, bits, look, region, align, dark, flat, hot
         As of `develop`.
 
     Returns
@@ -181,4 +194,4 @@ def decide_look(raw: Samples, phase: str, bits: int | None = None, look: str | L
     """
     return Look(**_core.decide(*_arguments(look, raw, phase, bits, "directional", None, region, 1,
                                            "padded", 0, "reject", align, 1, 1, "hwc", None, None,
-                                           None)))
+                                           None, dark, flat, hot)))

@@ -11,6 +11,7 @@ import warnings
 import numpy as np
 import numpy.typing as npt
 
+from ._arguments import array_of, integer_of, path_of
 from ._conversion import convert
 from ._development import Look, develop, text_of
 from ._errors import InvalidType, InvalidValue, Status, rejection
@@ -21,7 +22,7 @@ Path = typing.Union[str, "os.PathLike[str]"]
 
 @dataclasses.dataclass(frozen=True, eq=False)
 class Frame:
-    """A raw frame with what its file says about it.
+    """A raw frame with what its file says about it, as `read` returns it.
 
     Attributes
     ----------
@@ -46,6 +47,13 @@ class Frame:
     camera : dict
         make, model, date, exposure_time in seconds, iso, gain, aperture, focal_length in
         millimetres, and temperature, that of the light in kelvins. None where unknown.
+
+    Examples
+    --------
+    >>> vistrel.write("wall.dng", numpy.full((48, 64), 900, numpy.uint16), bits=12, phase="grbg")
+    >>> frame = vistrel.read("wall.dng")
+    >>> frame.phase.value, frame.bits, frame.look.white, frame.convert(format="gray8").shape
+    ('grbg', 12, 4095, (48, 64))
     """
 
     samples: npt.NDArray[typing.Any]
@@ -78,11 +86,21 @@ class Frame:
         text = text_of(look)
         names = [part.partition("=")[0] for part in text.split(",")]
         known = {name: None for name in names if name in self.look._parts()}
-        rest = dataclasses.replace(self.look, **known)
+        rest = dataclasses.replace(self._look_above(options.get("dark")), **known)
         if rest != Look():
             text += f",{rest}"
         options = {"orientation": self.orientation, "region": self._part()} | options
         return develop(self.samples, self._phase(), self.bits, text, align=self.align, **options)
+
+    def _look_above(self, dark: typing.Any) -> Look:
+        """What the file says, with levels above those of a frame without light."""
+        white = self.look.white
+        if dark is None or white is None:
+            return self.look if dark is None else dataclasses.replace(self.look, black=None)
+        samples = array_of(dark, Status.BAD_CALIBRATION, "dark")
+        shift = 16 - self.bits if self.align == "high" else 0
+        level = int(np.floor(np.mean(samples >> shift) + 0.5))
+        return dataclasses.replace(self.look, black=None, white=max(white - level, 1))
 
     def _part(self) -> tuple[int, int, int, int] | None:
         height, width = self.samples.shape
@@ -152,20 +170,20 @@ def read(path: Path, phase: str | None = None, bits: int | None = None, *, frame
     """
     from . import _files
 
-    path = os.fspath(path)
-    if not os.path.exists(path):
+    name = path_of(path)
+    if not os.path.exists(name):
         raise FileNotFoundError(errno.ENOENT, os.strerror(errno.ENOENT), path)
-    fields, messages = _files.read(os.fsencode(path), phase, bits, frame, align, from_name, size,
+    fields, messages = _files.read(name, phase, bits, frame, align, from_name, size,
                                    pixel_format, byte_order, skip, stride, continuous, range)
     for message in messages:
-        warnings.warn(f"{path}: {message}", stacklevel=2)
+        warnings.warn(f"{os.fsdecode(name)}: {message}", stacklevel=2)
     named = {"phase": fields["phase"] and Phase(fields["phase"]), "look": Look(**fields["look"])}
     return Frame(**fields | named)
 
 
 def _picture(image: npt.NDArray[typing.Any], bits: int | None) -> tuple[typing.Any, int]:
     """The samples as files have them, and their significant bits."""
-    image = np.asarray(image)
+    image = array_of(image, Status.BAD_FORMAT, "image")
     if image.dtype.kind != "u" or image.itemsize > 2:
         raise rejection(InvalidType, Status.BAD_FORMAT, "image.dtype", str(image.dtype),
                         "uint8 or uint16")
@@ -173,7 +191,7 @@ def _picture(image: npt.NDArray[typing.Any], bits: int | None) -> tuple[typing.A
         raise rejection(InvalidValue, Status.BAD_SIZE, "image.shape", str(image.shape),
                         "(height, width), or with 3 or 4 channels")
     stored = 8 * image.itemsize
-    bits = stored if bits is None else bits
+    bits = stored if bits is None else integer_of(bits, Status.BAD_BITS, "bits")
     least = 8 if stored == 8 else 9
     if not least <= bits <= stored:
         raise rejection(InvalidValue, Status.BAD_BITS, "bits", str(bits),
@@ -184,9 +202,24 @@ def _picture(image: npt.NDArray[typing.Any], bits: int | None) -> tuple[typing.A
     return np.ascontiguousarray(image, image.dtype.newbyteorder("=")), bits
 
 
+def _camera_colours(look: Look) -> tuple[list[float] | None, list[float] | None]:
+    """The camera's colours of a neutral object, and its matrix from linear sRGB."""
+    if look.gains is None:
+        return None, None
+    neutral = min(look.gains) / np.array(look.gains)
+    if look.matrix is None:
+        return neutral.tolist(), None
+    try:
+        from_srgb = neutral[:, None] * np.linalg.inv(np.reshape(look.matrix, (3, 3)))
+    except np.linalg.LinAlgError:
+        raise rejection(InvalidValue, Status.BAD_FINISH, "look.matrix", str(look.matrix),
+                        "it has no inverse") from None
+    return neutral.tolist(), from_srgb.ravel().tolist()
+
+
 def write(path: Path, image: npt.NDArray[typing.Any], bits: int | None = None, *,
-          phase: str | None = None, black: typing.Sequence[int] = (0, 0, 0, 0),
-          white: int | None = None, encoding: str = "unknown") -> None:
+          phase: str | None = None, black: typing.Sequence[int] | None = None,
+          white: int | None = None, encoding: str = "unknown", look: Look | None = None) -> None:
     """Write a picture, or a raw frame. The file appears complete or not at all.
 
     Parameters
@@ -200,13 +233,15 @@ def write(path: Path, image: npt.NDArray[typing.Any], bits: int | None = None, *
     phase : str or Phase, optional
         Of a raw frame, which can be a dng, pgm, png, npy or raw.
     black : 4 ints, optional
-        Levels of the 2x2 block of a dng, row by row.
+        Levels of the 2x2 block of a dng, row by row: those of `look`, or else 0.
     white : int, optional
-        Where the sensor of a dng clips: the largest value of `bits` if left out. The colours of a
-        dng are those of sRGB.
+        Where the sensor of a dng clips: that of `look`, or else the largest value of `bits`.
     encoding : {"unknown", "linear", "srgb"}, optional
         How values follow from light, for types that can say so: pictures of `convert` are linear,
         those of `develop` mostly srgb.
+    look : Look, optional
+        What a dng says about the camera: black, white, gains and matrix of such a look, as that of
+        a `Frame`. Without gains and a matrix, the camera's colours are those of sRGB.
 
     Raises
     ------
@@ -218,11 +253,20 @@ def write(path: Path, image: npt.NDArray[typing.Any], bits: int | None = None, *
     Examples
     --------
     >>> vistrel.write("red.png", numpy.full((4, 6, 3), (200, 0, 0), numpy.uint8))
+    >>> look = vistrel.Look(gains=(2, 1, 1.5), matrix=(1.5, -.25, -.25, 0, 1, 0, 0, -.5, 1.5))
+    >>> raw = numpy.full((48, 64), 900, numpy.uint16)
+    >>> vistrel.write("camera.dng", raw, bits=12, phase="rggb", look=look)
+    >>> vistrel.read("camera.dng").look.gains
+    (2.0, 1.0, 1.5)
     """
     from . import _files
 
-    name = os.fsencode(path)
-    if b"\0" in name:
-        raise ValueError(f"path {path!r}: it contains a null character")
+    name = path_of(path)
     samples, bits = _picture(image, bits)
-    _files.write(name, samples, bits, phase, black, white, encoding)
+    look = Look() if look is None else look
+    if not isinstance(look, Look):
+        raise rejection(InvalidType, Status.BAD_FINISH, "look", type(look).__name__, "a Look")
+    if black is None:
+        black = look.black if isinstance(look.black, tuple) else (look.black or 0,) * 4
+    _files.write(name, samples, bits, phase, black, look.white if white is None else white,
+                 encoding, *_camera_colours(look))

@@ -8,6 +8,7 @@ import typing
 import numpy.typing as npt
 
 from . import _core
+from ._arguments import bytes_of
 from ._conversion import unpack
 from ._names import Phase
 
@@ -41,6 +42,12 @@ class Guess:
     phases : tuple of Phase
         One for mono frames. Otherwise two: which sites are green is measured, not which of the
         others are red.
+
+    Examples
+    --------
+    >>> best = vistrel.Guess(1.0, 2, 1, "BayerRG12p", 12, "low", None, False, 0, 1, 0, ())
+    >>> best.unpack(bytes([0x34, 0x12, 0xAB])).tolist()
+    [[564, 2737]]
     """
 
     score: float
@@ -58,8 +65,7 @@ class Guess:
 
     def unpack(self, buffer: typing.Any) -> npt.NDArray[typing.Any]:
         """Unpack the first frame of a buffer, as `vistrel.unpack` does."""
-        data = memoryview(buffer).cast("B")[self.skip:]
-        return unpack(data, self.pixel_format, self.width, self.height, self.stride,
+        return unpack(bytes_of(buffer)[self.skip:], self.pixel_format, self.width, self.height, self.stride,
                       self.continuous)
 
 

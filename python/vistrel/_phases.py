@@ -2,10 +2,10 @@
 
 from __future__ import annotations
 
-import operator
 import typing
 
 from . import _core
+from ._arguments import integer_of, size_of
 from ._errors import InvalidValue, Status, rejection
 from ._names import Phase
 
@@ -41,7 +41,8 @@ def phase_at(phase: str, x: typing.SupportsIndex, y: typing.SupportsIndex) -> Ph
     >>> phase.value
     'bggr'
     """
-    return Phase(_core.phase_at(phase, operator.index(x) % 2, operator.index(y) % 2))
+    x, y = integer_of(x, Status.BAD_REGION, "x"), integer_of(y, Status.BAD_REGION, "y")
+    return Phase(_core.phase_at(phase, x % 2, y % 2))
 
 
 def flip(phase: str, shape: tuple[int, int],
@@ -66,8 +67,8 @@ def flip(phase: str, shape: tuple[int, int],
     >>> vistrel.flip("rggb", (48, 64), axis=1).value
     'grbg'
     """
-    height, width = shape
-    if axis not in (None, 0, 1):
+    height, width = size_of(shape)
+    if axis is not None and integer_of(axis, Status.BAD_ORIENTATION, "axis") not in (0, 1):
         raise rejection(InvalidValue, Status.BAD_ORIENTATION, "axis", repr(axis), "None, 0 or 1")
     return phase_at(phase, 0 if axis == 0 else width - 1, 0 if axis == 1 else height - 1)
 
@@ -91,9 +92,9 @@ def rotate(phase: str, shape: tuple[int, int], k: typing.SupportsIndex = 1) -> P
     >>> vistrel.rotate("grbg", (48, 64)).value
     'rggb'
     """
-    height, width = shape
+    height, width = size_of(shape)
     phase = Phase(_core.phase_name(phase))
-    for _ in range(operator.index(k) % 4):
+    for _ in range(integer_of(k, Status.BAD_ORIENTATION, "k") % 4):
         if _is_mosaic(phase):  # the columns, from the last to the first, become rows
             a, b, c, d = tuple(phase_at(phase, width - 2, 0).value)
             phase = Phase(b + d + a + c)
@@ -126,7 +127,7 @@ def cv2_code(phase: str, order: typing.Literal["rgb", "bgr"] = "rgb") -> int:
     name = Phase(_core.phase_name(phase))
     if not _is_mosaic(name):
         raise rejection(InvalidValue, Status.BAD_PHASE, "phase", str(name), "not a mosaic")
-    if order not in ("rgb", "bgr"):
-        raise rejection(InvalidValue, Status.BAD_FORMAT, "order", repr(order), "rgb or bgr")
+    if not isinstance(order, str) or order not in ("rgb", "bgr"):
+        raise rejection(InvalidValue, Status.BAD_FORMAT, "order", ascii(order), "rgb or bgr")
     # Red and blue exchanged are the mosaic of the pixel diagonally opposite.
     return _CV2_RGB[phase_at(name, 1, 1) if order == "bgr" else name]

@@ -10,6 +10,7 @@ from __future__ import annotations
 import collections.abc
 import hashlib
 import os
+import tempfile
 import typing
 
 import dask.array as da
@@ -19,11 +20,14 @@ import numpy.typing as npt
 import vistrel
 
 from ._development import text_of
-from ._errors import InvalidValue, Status, rejection
+from ._errors import Error, InvalidType, InvalidValue, Status, rejection
 from ._frames import Path
 
-# What `convert_files` reports of each picture.
-REPORT = np.dtype([("made", "?"), ("bytes", "u8"), ("sha256", "S64")])
+# What `convert_files` reports of each picture. Without an error, that is empty.
+REPORT = np.dtype([("made", "?"), ("bytes", "u8"), ("sha256", "S64"), ("error", "U200")])
+
+# Of a file. They are reported, and the other files made.
+_FAILURES: tuple[type[Exception], ...] = (Error, OSError, ImportError)
 
 _Array = npt.NDArray[typing.Any]
 _Function = typing.Callable[..., _Array]
@@ -47,10 +51,17 @@ def _each(block: _Array, function: _Function, options: dict[str, typing.Any],
     return images
 
 
+def _check(frames: typing.Any, argument: str, shape: tuple[str, ...]) -> None:
+    if not isinstance(frames, da.Array):
+        raise rejection(InvalidType, Status.NULL_POINTER, argument, type(frames).__name__,
+                        "a dask.array.Array: see dask.array.from_array")
+    if frames.ndim != len(shape):
+        raise rejection(InvalidValue, Status.BAD_SIZE, f"{argument}.shape", str(frames.shape),
+                        f"({', '.join(shape)})")
+
+
 def _images(frames: typing.Any, function: _Function, options: dict[str, typing.Any]) -> da.Array:
-    if frames.ndim != 3:
-        raise rejection(InvalidValue, Status.BAD_SIZE, "frames.shape", str(frames.shape),
-                        "(n, height, width)")
+    _check(frames, "frames", ("n", "height", "width"))
     # A frame of zeros has the shape and the dtype of all, and shows what is wrong with options.
     image = function(np.zeros(frames.shape[1:], frames.dtype), options)
     return _mapped(frames, _each, image, function=function, options=options)
@@ -173,9 +184,7 @@ def unpack(packed: typing.Any, pixel_format: str, width: int, height: int,
     dask.array<_unpack_each, shape=(100, 48, 64), dtype=uint16, chunksize=(10, 48, 64), \
 chunktype=numpy.ndarray>
     """
-    if packed.ndim != 2:
-        raise rejection(InvalidValue, Status.BAD_SIZE, "packed.shape", str(packed.shape),
-                        "(n, bytes)")
+    _check(packed, "packed", ("n", "bytes"))
     options: dict[str, typing.Any] = {
         "pixel_format": pixel_format, "width": width, "height": height, "stride": stride,
         "continuous": continuous}
@@ -202,20 +211,47 @@ def _outputs(inputs: list[str], out: str, kind: str) -> list[str]:
 
 
 def _make(source: str, to: str, reading: dict[str, typing.Any], developed: bool,
-          options: dict[str, typing.Any]) -> tuple[bool, int, bytes]:
-    """A row of the report. Pictures that are not older than their frames are left alone."""
-    made = not (os.path.exists(to) and os.path.getmtime(to) >= os.path.getmtime(source))
-    if made:
-        frame = vistrel.read(source, **reading)
-        image = frame.develop(**options) if developed else frame.convert(**options)
-        vistrel.write(to, image, encoding="unknown" if developed else "linear")
-    with open(to, "rb") as file:
-        data = file.read()
-    return made, len(data), hashlib.sha256(data).hexdigest().encode()
+          options: dict[str, typing.Any]) -> None:
+    frame = vistrel.read(source, **reading)
+    image = frame.develop(**options) if developed else frame.convert(**options)
+    vistrel.write(to, image, encoding="unknown" if developed else "linear")
 
 
-def _make_all(jobs: _Array, **arguments: typing.Any) -> _Array:
-    return np.array([_make(source, to, **arguments) for source, to in jobs], REPORT)
+def _row(source: str, to: str, **arguments: typing.Any) -> tuple[bool, int, bytes, str]:
+    """Of the report. Pictures that are not older than their frames are left alone."""
+    try:
+        made = not (os.path.exists(to) and os.path.getmtime(to) >= os.path.getmtime(source))
+        if made:
+            _make(source, to, **arguments)
+        with open(to, "rb") as file:
+            data = file.read()
+    except _FAILURES as error:
+        return False, 0, b"", str(error)
+    return made, len(data), hashlib.sha256(data).hexdigest().encode(), ""
+
+
+def _rows(jobs: _Array, **arguments: typing.Any) -> _Array:
+    return np.array([_row(source, to, **arguments) for source, to in jobs], REPORT)
+
+
+def _try(inputs: list[str], kind: str, reading: dict[str, typing.Any],
+         **arguments: typing.Any) -> None:
+    """Make a picture of the first frame that can be read, to show what is wrong with options."""
+    for source in inputs:
+        try:
+            vistrel.read(source, **reading)
+        except _FAILURES as error:
+            if isinstance(error, Error) and error.argument in reading:
+                raise
+            continue
+        with tempfile.TemporaryDirectory() as folder:
+            try:
+                _make(source, os.path.join(folder, f"frame.{kind}"), reading, **arguments)
+            except Error as error:
+                if error.code == Status.EXCESS_SAMPLE:
+                    continue
+                raise
+        return
 
 
 def convert_files(manifest: Path | collections.abc.Iterable[Path], out: Path, *,
@@ -226,6 +262,9 @@ def convert_files(manifest: Path | collections.abc.Iterable[Path], out: Path, *,
     A picture appears complete or not at all, and one that is not older than its frame is not
     made again. So a computation that failed, or lost workers, is simply computed again. Other options
     want another folder. What killed workers left of unfinished pictures, the next call removes.
+
+    The first frame that can be read is made at once, in a folder for temporary files, to check the
+    options. Names that are relative are those that they are for the caller, not for the workers.
 
     Parameters
     ----------
@@ -247,12 +286,13 @@ def convert_files(manifest: Path | collections.abc.Iterable[Path], out: Path, *,
     Returns
     -------
     dask.array.Array, shape (n,), dtype REPORT
-        To be computed: whether the picture was made, and its file's bytes and SHA-256.
+        To be computed: whether the picture was made, its file's bytes and SHA-256; or what is wrong
+        with the frame, or its file, as ``error``. The others are made all the same.
 
     Raises
     ------
-    InvalidValue
-        Two pictures would have the same name.
+    InvalidValue, InvalidType
+        At once: options are not allowed, or two pictures would have the same name.
 
     Examples
     --------
@@ -271,9 +311,11 @@ def convert_files(manifest: Path | collections.abc.Iterable[Path], out: Path, *,
 
     _files.remove_stale_files(os.fsencode(out))
     inputs = _inputs(manifest)
+    arguments: dict[str, typing.Any] = {"reading": read or {}, "developed": develop,
+                                        "options": options}
     jobs = np.empty((len(inputs), 2), object)
-    jobs[:, 0] = inputs
-    jobs[:, 1] = _outputs(inputs, os.fspath(out), kind)
-    arguments = {"reading": read or {}, "developed": develop, "options": options}
-    return da.map_blocks(_make_all, da.from_array(jobs, chunks=(chunk, 2)), dtype=REPORT,
+    jobs[:, 1] = _outputs(inputs, os.path.abspath(out), kind)
+    jobs[:, 0] = [os.path.abspath(path) for path in inputs]
+    _try(inputs, kind, **arguments)
+    return da.map_blocks(_rows, da.from_array(jobs, chunks=(chunk, 2)), dtype=REPORT,
                          drop_axis=1, meta=np.empty(0, REPORT), **arguments)

@@ -80,6 +80,18 @@ std::string Harness::error() {
   return text;
 }
 
+std::vector<std::string> Harness::warnings() {
+  std::vector<std::string> texts;
+  while (GstMessage* const message = gst_bus_pop_filtered(bus_, GST_MESSAGE_WARNING)) {
+    GError* warning = nullptr;
+    gst_message_parse_warning(message, &warning, nullptr);
+    texts.push_back(warning->message);
+    g_error_free(warning);
+    gst_message_unref(message);
+  }
+  return texts;
+}
+
 GstBuffer* bufferOf(const Bytes& bytes) {
   return bytes.empty() ? gst_buffer_new() : gst_buffer_new_memdup(bytes.data(), bytes.size());
 }

@@ -51,6 +51,9 @@ class Harness {
   // The text of the last error message that was posted; empty if there is none.
   std::string error();
 
+  // The texts of the warnings that were posted since the last call.
+  std::vector<std::string> warnings();
+
  private:
   GstHarness* harness_;
   GstBus* bus_;

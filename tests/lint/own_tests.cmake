@@ -18,7 +18,8 @@ set(exempt
   apps/commands/conversion_job.cpp apps/commands/picture_request.cpp  # convert_test.cpp
   apps/commands/development_job.cpp apps/commands/look_options.cpp
   apps/look/camera_look.cpp apps/look/finished_look.cpp               # develop_test.cpp
-  apps/options/calibration_options.cpp                                # sensor_calibration_test.cpp
+  apps/options/calibration_options.cpp apps/input/calibrated_frame.cpp  # sensor_calibration_test.cpp
+  apps/look/decide_calibrated.cpp                                     # develop_test.cpp
   apps/files/temporary_file.cpp                                       # atomic_file_test.cpp
   apps/input/fits_input.cpp apps/input/tiff_blocks.cpp apps/input/tiff_image.cpp
   apps/input/tiff_input.cpp apps/input/readers.cpp                    # those of the readers
