@@ -27,9 +27,12 @@ std::string unexpectedText(const CLI::App& program, const std::string& argument)
                      nearest.empty() ? "" : "; the nearest is " + nearest);
 }
 
-// "--phase: At Most 1 required but received 2", "--output: 1 required OUT missing"
+// "--phase: At Most 1 required but received 2", "--output: 1 required OUT missing",
+// "json was given a disallowed flag override"
 std::string mismatchText(const std::string& text) {
   constexpr std::string_view kRequired = "required ", kMissing = " missing";
+  if (const size_t end = text.find(" was given a disallowed"); end != text.npos)
+    return fmt::format("--{}: it takes no value", text.substr(0, end));
   const std::string name = text.substr(0, text.find(':'));
   if (text.find("At Most 1 ") != text.npos)
     return fmt::format("{}: it is given more than once", name);
