@@ -15,6 +15,7 @@ std::string faultOf(std::vector<std::string> reversed) {
   group->add_option("--phase", text);
   bool flag = false;
   command->add_flag("--json", flag)->disable_flag_override();
+  program.add_subcommand("report")->add_option("--reference", text);
   program.add_subcommand("scene")->add_option("--phases", text);
   try {
     program.parse(std::move(reversed));
@@ -31,6 +32,8 @@ TEST(Faults, OptionsOfTheCommandAreSuggested) {
             "--ouput=a=b: there is no such option; the nearest is --output; --help lists them");
   EXPECT_EQ(faultOf({"--brighter", "convert"}),
             "--brighter: there is no such option; --help lists them");
+  EXPECT_EQ(faultOf({"--reference", "convert"}),
+            "--reference: there is no such option; report takes it; --help lists them");
 }
 
 TEST(Faults, Arguments) {
