@@ -43,10 +43,12 @@ std::vector<fs::path> takeOut(std::vector<fs::path>& files, const Predicate& bel
   return taken;
 }
 
-// Of each file without its extension.
+fs::path withoutExtension(const fs::path& file) { return file.parent_path() / stemOf(file); }
+
+// Of the files with each name, apart from the extension.
 std::map<fs::path, size_t> countsOf(const std::vector<fs::path>& files) {
   std::map<fs::path, size_t> counts;
-  for (const fs::path& file : files) ++counts[stemOf(file)];
+  for (const fs::path& file : files) ++counts[withoutExtension(file)];
   return counts;
 }
 
@@ -60,7 +62,7 @@ void addFolder(const fs::path& folder, const IsFrame& isFrame, bool recursive, I
   ignore("files without the extension of a frame", takeOut(frames, isFrame));
   ignore("pictures beside their frames",
          takeOut(frames, [counts = countsOf(frames)](const fs::path& file) {
-           return counts.at(stemOf(file)) < 2 || !isOwnPicture(file);
+           return counts.at(withoutExtension(file)) < 2 || !isOwnPicture(file);
          }));
   for (const fs::path& frame : frames)
     inputs.files.push_back({frame, frame.lexically_relative(folder).parent_path()});

@@ -1,5 +1,5 @@
-// Frames that arrive must be those of the same bytes as a file. The first bytes are the options, the
-// rest is the stream.
+// Frames that arrive must be those of the same bytes as a file. The first bytes are the options,
+// the rest is the stream.
 #include "apps/error.h"
 #include "apps/input/readers.h"
 #include "tests/fuzz/headerless_options.h"

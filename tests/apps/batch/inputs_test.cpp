@@ -71,11 +71,13 @@ TEST_F(BatchInputs, PicturesOfEarlierRunsAreNoFrames) {
   ASSERT_EQ(scratch.vistrel("develop --phase mono in/a.pgm").status, 0);
   ASSERT_EQ(scratch.vistrel("convert --phase mono in/a.pgm -o in/alone.png").status, 0);
   ASSERT_EQ(scratch.vistrel("convert --phase mono in/b.pgm --mosaic -o in/b.png").status, 0);
-  const Finished result = convert("in");
+  fs::create_directory(scratch / "in/deeper");
+  put("in/deeper/alone.pgm", 7);  // the picture of that name lies in another folder
+  const Finished result = convert("in --recursive");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err.rfind("vistrel: in: ignoring pictures beside their frames: a.png\n", 0), 0u)
       << result.err;
-  for (const char* name : {"a.png", "alone.png", "b.pgm.png", "b.png.png"})
+  for (const char* name : {"a.png", "alone.png", "b.pgm.png", "b.png.png", "deeper/alone.png"})
     EXPECT_TRUE(fs::exists(scratch / "out" / name)) << name;
 }
 
