@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "apps/error.h"
-#include "apps/files/atomic_file.h"
+#include "apps/files/interrupts.h"
 #include "apps/program.h"
 
 using namespace vistrel::app;

@@ -38,6 +38,7 @@ void describeProgram(CLI::App& program, int& status) {
   program.description("Raw camera frames to pictures, exact to the sample");
   program.footer(std::string(kExamples) + kExitStatuses);
   setHelp(program);
+  program.option_defaults()->disable_flag_override();  // --recursive takes no value
   program.set_version_flag("-V,--version", "vistrel " VISTREL_PROGRAM_VERSION);
   addAlgorithmsCommand(program, status);
   addBenchCommand(program, status);

@@ -21,9 +21,9 @@ std::vector<double> wave(unsigned length, double waves, double phase) {
 Frame makeFrame(const FrameSize& size, unsigned factor, unsigned significantBits) {
   Frame frame{size, significantBits, allocate<uint16_t>(size.pixels()),
               allocate<uint8_t>(size.pixels())};
-  constexpr unsigned kBits = 12;
+  constexpr unsigned kBits = 16;
   constexpr double kFilter[2][2] = {{0.9, 0.7}, {0.7, 0.5}};  // red, green / green, blue
-  constexpr unsigned kNoise = 128;                            // of 4096
+  constexpr unsigned kNoise = 2048;                           // of 65536
   const double peak = (1 << kBits) - 2.0 * kNoise;
   const auto columns = wave(size.width, 1.3, 0.4);
   const auto rows = wave(size.height, 0.8, 2.0);

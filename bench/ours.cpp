@@ -31,8 +31,9 @@ Format formatOf(uint32_t format) {
 }  // namespace
 
 std::string Conversion::name() const {
-  return fmt::format("{}{}/{}/{}x{}{}", algorithm, depth, formatOf(format).name, factor, factor,
-                     reduction == VISTREL_TABLE ? "/table" : "");
+  const std::string bits = significantBits > 12 ? fmt::format("/{}bits", significantBits) : "";
+  return fmt::format("{}{}/{}/{}x{}{}{}", algorithm, depth, formatOf(format).name, factor, factor,
+                     reduction == VISTREL_TABLE ? "/table" : "", bits);
 }
 
 Task makeOurs(const Conversion& c, const Frame& frame) {

@@ -13,18 +13,14 @@ constexpr Conversion bilinear(unsigned depth, uint32_t format, unsigned factor =
   return {"bilinear", VISTREL_BILINEAR, depth, format, factor, reduction};
 }
 
-// 10-bit samples, which all algorithms take. threshold: of the edge demosaic.
+// bits: the significant ones. All algorithms take 10. threshold: of the edge demosaic.
 constexpr Conversion colour(const char* name, uint32_t algorithm, unsigned depth,
-                            uint32_t threshold = 0) {
-  return {name, algorithm, depth, VISTREL_BGR24, 1, VISTREL_WINDOW_HIGH, 10, threshold};
+                            unsigned bits = 10, uint32_t threshold = 0) {
+  return {name, algorithm, depth, VISTREL_BGR24, 1, VISTREL_WINDOW_HIGH, bits, threshold};
 }
 
-constexpr Conversion ahd(unsigned depth) {
-  return {"ahd", VISTREL_AHD, depth, VISTREL_BGR24, 1, VISTREL_WINDOW_HIGH};
-}
-
-constexpr Conversion directional(unsigned depth) {
-  return {"directional", VISTREL_DIRECTIONAL, depth, VISTREL_BGR24, 1, VISTREL_WINDOW_HIGH};
+constexpr Conversion directional(unsigned depth, unsigned bits = 12) {
+  return colour("directional", VISTREL_DIRECTIONAL, depth, bits);
 }
 
 constexpr Conversion mono(unsigned depth, unsigned factor,
@@ -67,10 +63,10 @@ const std::vector<Row>& rows() {
     {colour("near", VISTREL_NEAR, 16), {"OpenCV edge-aware 16u", openCvEdgeAware}, {4.7, 6, 7.5}},
 #endif
 #if VISTREL_BENCH_DC1394
-    {colour("edge", VISTREL_EDGE, 8, 100),
+    {colour("edge", VISTREL_EDGE, 8, 10, 100),
      {"libdc1394 EDGESENSE", dc1394EdgeSense},
      {3.5, 4.5, 5.5}},
-    {colour("edge", VISTREL_EDGE, 16, 100),
+    {colour("edge", VISTREL_EDGE, 16, 10, 100),
      {"libdc1394 EDGESENSE", dc1394EdgeSense},
      {2.8, 3.5, 4}},
     {colour("laroche", VISTREL_LAROCHE, 8), {"libdc1394 HQLINEAR", dc1394HqLinear}, {5.5, 7, 8.5}},
@@ -99,12 +95,16 @@ const std::vector<Row>& rows() {
     {colour("grouping", VISTREL_GROUPING, 16), {"LibRaw PPG", librawPixelGrouping}, {14, 18, 20}},
     {colour("kimmel", VISTREL_KIMMEL, 8), {"LibRaw AHD", librawAhd}, {3.3, 4, 5}},
     {colour("kimmel", VISTREL_KIMMEL, 16), {"LibRaw AHD", librawAhd}, {3.3, 4, 5}},
-    {ahd(8), {"LibRaw AHD", librawAhd}, {22, 28, 36}},
-    {ahd(16), {"LibRaw AHD", librawAhd}, {10, 14, 18}},
+    {colour("ahd", VISTREL_AHD, 8, 12), {"LibRaw AHD", librawAhd}, {22, 28, 36}},
+    {colour("ahd", VISTREL_AHD, 16, 12), {"LibRaw AHD", librawAhd}, {10, 14, 18}},
     {directional(8), {"LibRaw AHD", librawAhd}, {18, 26, 34}},
     {directional(16), {"LibRaw AHD", librawAhd}, {13, 23, 30}},
+    {directional(16, 14), {"LibRaw AHD", librawAhd}, {13, 15, 18}},
+    {directional(16, 16), {"LibRaw AHD", librawAhd}, {13, 15, 18}},
     {directional(8), {"LibRaw PPG", librawPixelGrouping}, {5, 8, 10}},
     {directional(16), {"LibRaw PPG", librawPixelGrouping}, {5, 7, 9}},
+    {directional(16, 14), {"LibRaw PPG", librawPixelGrouping}, {5, 5.5, 6.5}},
+    {directional(16, 16), {"LibRaw PPG", librawPixelGrouping}, {5, 5.5, 6.5}},
 #endif
 #if VISTREL_BENCH_OPENCV
     {mono(8, 1), {"OpenCV copyTo", openCvCopy}, {0.95, 1.0, 0}},

@@ -23,7 +23,7 @@ struct Conversion {
   unsigned significantBits = 12;  // of a 16-bit source sample
   uint32_t threshold = 0;
 
-  std::string name() const;  // e.g. bilinear8/BGR24/2x2
+  std::string name() const;  // e.g. bilinear8/BGR24/2x2, ahd16/BGR24/1x1/14bits
 };
 
 struct Peer {

@@ -10,6 +10,7 @@
 
 #include "apps/batch/run_tasks.h"
 #include "apps/files/atomic_file.h"
+#include "apps/files/interrupts.h"
 #include "apps/files/temporary_file.h"
 
 namespace vistrel::app {
@@ -61,6 +62,10 @@ void printCommand(Progress& progress, const fs::path& to, const std::string& com
   fmt::print(isStandardOutput(to) ? stderr : stdout, "{}\n", command);
 }
 
+void keepForInterrupts(const ProgressStats& stats, const BatchOptions& options) {
+  if (stats.total != 1 && !options.quiet && !options.dryRun) setInterruptedText(summaryOf(stats));
+}
+
 Batch::Batch(BatchPlan plan, const BatchOptions& options, BatchTask task)
     : plan_(std::move(plan)), options_(options), task_(std::move(task)), results_(jobs().size()),
       ended_(jobs().size()) {
@@ -72,6 +77,7 @@ Batch::Batch(BatchPlan plan, const BatchOptions& options, BatchTask task)
 
 ExitStatus Batch::run() {
   progress_ = std::make_unique<Progress>(jobs().size(), options_);
+  keepForInterrupts(stats(), options_);
   for (const std::string& warning : warnings()) progress_->note("", warning);
   const unsigned workers = threadsFor(options_.workers);
   WorkerPool pool(workers);
@@ -139,6 +145,7 @@ void Batch::ended(size_t i) {
     progress_->made(uint64_t{l.width} * l.height, result.preview.frameBytes);
   else
     result.state == JobState::kFailed ? progress_->failed() : progress_->passed();
+  keepForInterrupts(stats(), options_);
   ended_[i] = true;
   while (reported_ < jobs().size() && ended_[reported_]) report(reported_++);
 }

@@ -117,6 +117,9 @@ std::string planText(const std::string& input, const std::filesystem::path& to,
 // On standard output, unless that is for the picture.
 void printCommand(Progress& progress, const std::filesystem::path& to, const std::string& command);
 
+// Has an interrupt sum up the run so far.
+void keepForInterrupts(const ProgressStats& stats, const BatchOptions& options);
+
 // Prints what became of the batch, which has run, as JSON on standard output.
 void printReport(const Batch& batch, ExitStatus status);
 

@@ -104,6 +104,7 @@ bool Film::runFrame(const Job& job, OpenJob& open, uint64_t n, Preview& preview)
   if (preview.command != printed_ && !options_.quiet)
     printCommand(progress_, job.to, printed_ = preview.command);
   progress_.made(uint64_t{preview.layout.width} * preview.layout.height, preview.frameBytes);
+  keepForInterrupts(progress_.stats(), options_);
   sum_.add(kDone);
   return true;
 }

@@ -158,8 +158,10 @@ BatchPlan planJobs(const BatchRequest& a, RunFiles& files) {
   const Inputs inputs = findInputs(a.inputs, a.isFrame, a.recursive);
   if (a.film) return planFilm(a, inputs, files);
   Target target{a.output, a.extension, false, false};
+  const bool isEmpty = isFolder(inputs.files[0].path);  // a folder without frames
   target.folder = inputs.files.size() > 1 || inputs.files[0].path != a.inputs[0] ||
-                  target.path.empty() || !target.path.has_filename() || isFolder(target.path);
+                  target.path.empty() || !target.path.has_filename() || isFolder(target.path) ||
+                  (isEmpty && !isPictureName(target.path));
   // The picture beside a single frame is as good as named.
   target.many = target.folder && !(target.path.empty() && inputs.files.size() == 1);
   checkTarget(target, inputs, a);

@@ -18,8 +18,9 @@ constexpr const char* kAlgorithmsExamples = R"(Examples:
 
 CPSNR says how close pictures come to their originals, in decibels: the mean of
 eight images of the Kodak set. ns/pixel is the time to convert 12 megapixels of
-16-bit samples to BGR24 on one core with AVX2. `vistrel report` and `vistrel
-bench` measure both anew.
+12 bits, or of 10 if that is the most, to BGR24 on one core with AVX2. From 13
+bits on, directional takes 2.4 ns, the others as long as before. `vistrel
+report` and `vistrel bench` measure both anew.
 
 directional is the closest of all, but takes fine patterns of saturated colours,
 such as woven cloth, for gray detail and sharpens them in wrong colours: there

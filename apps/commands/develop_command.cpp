@@ -60,7 +60,7 @@ ExitStatus run(const CLI::App& command, DevelopRequest& o) {
       command, "Development", {"--algorithm", "--look", "--same", "--roi", "--orient"});
   Development development(o.input, o.development, compressionOf(o.compression), given);
   addWarnings(development.calibration(), plan);
-  withOptionNames(optionNames(o.development), [&] { development.lookAt(plan.jobs.front()); });
+  withOptionNames(optionNames(o.development), [&] { development.lookAt(plan, o.batch.keepGoing); });
   return o.run(std::move(plan), taskFor(command, o, development));
 }
 

@@ -71,16 +71,27 @@ AlgorithmChoice DevelopOptions::usualAlgorithm() {
   return parseAlgorithm("--algorithm", kDevelopAlgorithm);
 }
 
-void Development::lookAt(const Job& first) {
+void Development::lookAt(const Job& job) {
+  Preview preview;
+  DevelopmentJob open(job, *this, preview);
+  look_ = open.decide();
+  bits_ = open.frame().bits;
+  phase_ = open.frame().phase;
+}
+
+// Frames that can't be read fail once more as jobs.
+void Development::lookAt(BatchPlan& plan, bool keepGoing) {
+  const Job& first = plan.jobs.front();
   if (!options_.same || isArriving(first.from, input_)) return;
-  try {
-    Preview preview;
-    DevelopmentJob job(first, *this, preview);
-    look_ = job.decide();
-    bits_ = job.frame().bits;
-    phase_ = job.frame().phase;
-  } catch (const ProgramError& error) {
-    throwError(error.status(), "--same: {}: {}", first.from.string(), error.what());
+  for (const Job& job : plan.jobs) {
+    const Outcome outcome = attempt([&] { lookAt(job); });
+    if (outcome.status != kDone && !keepGoing)
+      throwError(outcome.status, "--same: {}: {}", first.from.string(), outcome.text);
+    if (outcome.status != kDone) continue;
+    if (&job != &first)
+      plan.warnings.push_back(fmt::format(
+          "--same: the look is that of {}, the first one that can be read", job.from.string()));
+    return;
   }
 }
 

@@ -35,13 +35,16 @@ class Development {
   const std::string& given() const { return given_; }
   const SensorCalibration& calibration() const { return calibration_; }
 
-  // Decides the look of all frames, if they have the same, before any job runs.
-  void lookAt(const Job& first);
+  // Decides the look of all frames, if they have the same, before any job runs: that of the first
+  // one, or if failures don't stop the batch, of the first one that can be read.
+  void lookAt(BatchPlan& plan, bool keepGoing);
   const std::optional<Look>& look() const { return look_; }
   // Throws ProgramError if that look, if any, is not for such frames.
   void checkSame(const vistrel_frame& frame) const;
 
  private:
+  void lookAt(const Job& job);
+
   const InputOptions& input_;
   const DevelopOptions& options_;
   const Compression compression_;

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -17,16 +16,6 @@ namespace vistrel::app {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A bar may stand in the terminal's line.
-void onSignal(int signal) {
-  removeAllTemporaryFiles();
-  static constexpr char kText[] = "\nvistrel: interrupted\n";
-  const int skipped = isatty(STDERR_FILENO) ? 0 : 1;
-  [[maybe_unused]] const auto said =
-      ::write(STDERR_FILENO, kText + skipped, sizeof kText - 1 - skipped);
-  _exit(128 + signal);
-}
 
 [[noreturn]] void throwWriteErrorTo(const fs::path& path, const char* reason) {
   throwError(kInputOutput, "{} cannot be written: {}",
@@ -122,11 +111,6 @@ void checkWritable(const fs::path& path) {
   if (!folder.empty()) folder /= "";
   if (faccessat(AT_FDCWD, folder.empty() ? "." : folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
     throwWriteErrorTo(path, std::strerror(errno));
-}
-
-void installSignalHandlers() {
-  for (const int signal : kTerminatingSignals) std::signal(signal, onSignal);
-  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 }  // namespace vistrel::app

@@ -42,8 +42,4 @@ void checkWritable(const std::filesystem::path& path);
 
 bool isStandardOutput(const std::filesystem::path& path);
 
-// From now on, SIGINT, SIGTERM and SIGHUP remove all temporary files and end the program with a
-// message and 128 plus the signal's number. Exceeding a file size limit becomes an ordinary error.
-void installSignalHandlers();
-
 }  // namespace vistrel::app

@@ -18,6 +18,9 @@ namespace {
   throwError(kInputOutput, "cannot be read: {}", std::strerror(errno));
 }
 
+// Read at once: memory grows with what arrives, whatever the size of a frame.
+constexpr size_t kPiece = 1 << 22;
+
 // Reads frames as soon as they are complete, each once.
 class ArrivingReader : public HeaderlessReader {
  public:
@@ -42,10 +45,10 @@ class ArrivingReader : public HeaderlessReader {
  private:
   // The next frame, after what lies before it: bytes to skip, or the last frame's padding.
   void arrive() {
-    uint64_t before = arrived_ ? distance() - bytes_.size() : skip_;
-    while (before && !ended_) before -= take(std::min<uint64_t>(before, bytes_.size()));
-    const size_t taken = ended_ ? 0 : take(bytes_.size());
-    if (taken == bytes_.size()) return void(++arrived_);
+    uint64_t before = arrived_ ? distance() - layout_.bytes : skip_;
+    while (before && !ended_) before -= take(std::min<uint64_t>(before, kPiece));
+    const size_t taken = ended_ ? 0 : take(layout_.bytes);
+    if (taken == layout_.bytes) return void(++arrived_);
     description_.trailing = taken;
     if (!arrived_) throwTooShort("input", fmt::format("its {} bytes", skip_ - before + taken));
   }
@@ -54,7 +57,9 @@ class ArrivingReader : public HeaderlessReader {
   size_t take(size_t count) {
     size_t done = 0;
     while (done < count) {
-      const ssize_t n = ::read(descriptor_, bytes_.data() + done, count - done);
+      const size_t end = std::min(count, done + kPiece);
+      bytes_.resize(std::max(bytes_.size(), end));
+      const ssize_t n = ::read(descriptor_, bytes_.data() + done, end - done);
       if (n < 0 && errno != EINTR) throwArrivalError();
       if (n == 0) {
         ended_ = true;

@@ -41,6 +41,7 @@ class HeaderlessFile : public HeaderlessReader {
   }
 
   void read(uint64_t n, void* to) override {
+    bytes_.resize(layout_.bytes);
     source_.read(skip_ + n * distance(), bytes_.data(), bytes_.size());
     unpackTo(to);
   }
@@ -51,8 +52,8 @@ class HeaderlessFile : public HeaderlessReader {
     const uint64_t left = source_.size() - std::min(skip_, source_.size());
     const auto capacity = skip_ ? fmt::format("the {} bytes after --skip {}", left, skip_)
                                 : fmt::format("its {} bytes", left);
-    if (left < bytes_.size()) throwTooShort("file", capacity);
-    description_.frames = 1 + (left - bytes_.size()) / distance();
+    if (left < layout_.bytes) throwTooShort("file", capacity);
+    description_.frames = 1 + (left - layout_.bytes) / distance();
     const uint64_t used = description_.frames * distance();
     description_.trailing = left > used ? left - used : 0;
   }
@@ -63,7 +64,7 @@ class HeaderlessFile : public HeaderlessReader {
 }  // namespace
 
 HeaderlessReader::HeaderlessReader(const InputOptions& o)
-    : skip_(o.skip), packed_(packedOf(o)), layout_(packedLayoutOf(packed_)), bytes_(layout_.bytes) {
+    : skip_(o.skip), packed_(packedOf(o)), layout_(packedLayoutOf(packed_)) {
   Description& d = description_;
   d.format = "headerless raw";
   d.width = packed_.width;
@@ -83,7 +84,7 @@ uint64_t HeaderlessReader::distance() const {
 void HeaderlessReader::unpackTo(void* samples) const {
   vistrel_packed packed = packed_;
   packed.bytes = bytes_.data();
-  packed.size = bytes_.size();
+  packed.size = layout_.bytes;
   unpackInto(packed, {static_cast<uint8_t*>(samples), layout_.unpacked_bytes});
 }
 

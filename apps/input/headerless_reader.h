@@ -17,7 +17,7 @@ class HeaderlessReader : public Reader {
   // From the first byte of a frame to that of the next one.
   uint64_t distance() const;
 
-  // Unpacks bytes_ as Reader::read() does.
+  // Unpacks bytes_, which are all there, as Reader::read() does.
   void unpackTo(void* samples) const;
 
   [[noreturn]] void throwTooShort(const char* input, const std::string& capacity) const;
@@ -25,7 +25,7 @@ class HeaderlessReader : public Reader {
   uint64_t skip_;
   vistrel_packed packed_;
   vistrel_packed_layout layout_;
-  std::vector<uint8_t> bytes_;  // of a frame, without padding behind it
+  std::vector<uint8_t> bytes_;  // of a frame, without padding behind it; as many as were read
 };
 
 }  // namespace vistrel::app

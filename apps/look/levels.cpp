@@ -109,6 +109,7 @@ uint32_t blackOf(const std::array<Histogram, 4>& places, uint32_t fullScale) {
   uint32_t dark = fullScale;
   for (const Histogram& place : places)
     if (countOf(place)) dark = std::min(dark, darkEnd(place, fullScale / 128));
+  if (dark <= (fullScale + 1) / 16) return dark;
   const uint32_t bright = std::max(dark, quantile(sumOf(places), kBrightShare));
   return std::min({dark, bright - dark, fullScale / 8});
 }

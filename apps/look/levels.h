@@ -15,9 +15,9 @@ uint32_t fullScaleOf(const Histogram& samples, uint32_t bits);
 uint32_t whiteOf(const std::array<Histogram, 4>& places, uint32_t fullScale);
 
 // The level of the darkest samples of all places, apart from outliers. One level for all, since a
-// scene's colours make the places differ more than a sensor does. At most an eighth of full scale,
-// and at most the span from the darkest to the brightest samples, so that a frame without darkness
-// keeps its contrast, such as a plain wall.
+// scene's colours make the places differ more than a sensor does. Sensors add up to a sixteenth of
+// full scale. A higher level is at most an eighth, and at most the span from the darkest to the
+// brightest samples, so that a frame without darkness keeps its contrast, such as a plain wall.
 uint32_t blackOf(const std::array<Histogram, 4>& places, uint32_t fullScale);
 
 }  // namespace vistrel::app

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <span>
 
 #include "apps/look/brightness.h"
@@ -55,15 +56,20 @@ double noiseOf(const Histogram& differences, const Peak& peak) {
   return peak.deviation <= kLeastDeviation ? 1 : noise / peak.deviation;
 }
 
-bool hasSky(const Histogram& samples, const Histogram& differences) {
+// Samples that are those of a sky if enough of their deviation is noise.
+struct Candidate {
+  Peak peak;
+  double leastNoise;
+};
+
+std::optional<Candidate> candidateOf(const Histogram& samples) {
   const double fullScale = static_cast<double>(samples.size() - 1);
   const Peak peak = peakOf(samples);
-  const double noise = noiseOf(differences, peak);
-  const bool isPlain = peak.median <= fullScale / 16 && peak.deviation <= fullScale / 100 &&
-                       noise >= 0.7 && isNormal(samples, peak);
-  const bool isStarry = peak.median <= fullScale / 3 && peak.deviation <= fullScale / 40 &&
-                        noise >= 0.4 && hasStars(samples, peak);
-  return isPlain || isStarry;
+  if (peak.median <= fullScale / 3 && peak.deviation <= fullScale / 40 && hasStars(samples, peak))
+    return Candidate{peak, 0.4};
+  if (peak.median <= fullScale / 16 && peak.deviation <= fullScale / 100 && isNormal(samples, peak))
+    return Candidate{peak, 0.7};
+  return {};
 }
 
 // Red, green and blue of the sky; a mono frame has the same three times.
@@ -125,9 +131,16 @@ Transfer stretch(double sky) {
 
 bool isSky(const vistrel_frame& frame, const std::array<Histogram, 4>& places,
            const vistrel_region& region) {
+  std::vector<Candidate> candidates;
+  for (const Histogram& place : places) {
+    const auto candidate = countOf(place) ? candidateOf(place) : std::nullopt;
+    if (!candidate) return false;
+    candidates.push_back(*candidate);
+  }
   const auto differences = differencesOf(frame, region);
   for (size_t place = 0; place < 4; ++place)
-    if (!countOf(places[place]) || !hasSky(places[place], differences[place])) return false;
+    if (noiseOf(differences[place], candidates[place].peak) < candidates[place].leastNoise)
+      return false;
   return true;
 }
 

@@ -62,14 +62,13 @@ uint32_t parameterFor(const Brightness& brightness, double exposure, Curve curve
 // sRGB's, unless the picture would be dark, or bright with clipped highlights that must stay white.
 Transfer transferFor(const Brightness& brightness, double exposure) {
   const double mean = brightness.mean(exposure, CurveSketch(Transfer{}));
-  const auto parameter = [&](Curve curve, double luminance, uint32_t least, uint32_t largest) {
-    return parameterFor(brightness, exposure, curve, luminance, least, largest);
-  };
   if (mean < kDark)
     return {Curve::kAsinh,
-            parameter(Curve::kAsinh, kDark, kLeastAsinh, kLargestAsinh) / 1000 * 1000};
+            parameterFor(brightness, exposure, Curve::kAsinh, kDark, kLeastAsinh, kLargestAsinh) /
+                1000 * 1000};
   if (mean > kBright && hasClipped(brightness))
-    return {Curve::kGamma, parameter(Curve::kGamma, kBright, kLeastGamma, kLargestGamma)};
+    return {Curve::kGamma,
+            parameterFor(brightness, exposure, Curve::kGamma, kBright, kLeastGamma, kLargestGamma)};
   return {};
 }
 

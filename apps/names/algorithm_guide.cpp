@@ -9,8 +9,8 @@ namespace vistrel::app {
 namespace {
 
 // CPSNR: the means of `vistrel report --reference` over eight images of the Kodak set (03, 04, 05,
-// 08, 15, 19, 21, 23). Times: 12 megapixels of 16-bit samples to BGR24 with AVX2, by `vistrel-bench
-// '16/BGR24/1x1$' --level avx2`.
+// 08, 15, 19, 21, 23). Times: 12 megapixels of at most 12 bits, in 16-bit samples, to BGR24 with
+// AVX2, by `vistrel-bench '16/BGR24/1x1/12MP' --level avx2`.
 constexpr AlgorithmGuide kGuides[] = {
     {VISTREL_BILINEAR, "live view: the fastest; fine coloured patterns", 29.71, 0.306},
     {VISTREL_EDGE, "stills in less time", 34.48, 0.879},

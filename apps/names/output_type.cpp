@@ -19,8 +19,8 @@ std::string outputTypeName(const std::filesystem::path& output) {
 }
 
 const std::vector<std::string>& folderTypes() {
-  static const std::vector<std::string> types{"png", "jpg", "tiff", "pam", "ppm",
-                                              "pgm", "pnm", "npy",  "raw", "dng"};
+  static const std::vector<std::string> types{"png", "jpg", "jpeg", "tiff", "tif", "pam",
+                                              "ppm", "pgm", "pnm",  "npy",  "raw", "dng"};
   return types;
 }
 

@@ -148,9 +148,14 @@ const PixelFormat* findPixelFormat(std::string_view name) {
   const auto isCalledInAnyCase = [name = lower(text)](const PixelFormat& f) {
     return std::ranges::count(namesOf(f), name, lower);
   };
+  // Depths that FFmpeg lacks: bayer_rggb10le.
+  const auto isCalledAsByFfmpeg = [&text](const PixelFormat& f) {
+    return f.ffmpeg.empty() && !f.gstreamer.empty() && text == "bayer_" + f.gstreamer;
+  };
   const auto& all = pixelFormats();
   auto found = std::ranges::find_if(all, isCalled);
   if (found == all.end()) found = std::ranges::find_if(all, isCalledInAnyCase);
+  if (found == all.end()) found = std::ranges::find_if(all, isCalledAsByFfmpeg);
   return found == all.end() ? nullptr : &*found;
 }
 

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -18,18 +19,33 @@ void addOptionNames(const CLI::App& app, std::vector<std::string>& names) {
     if (part->get_name().empty() || part->parsed()) addOptionNames(*part, names);
 }
 
+// "; report takes it"
+std::string otherCommandText(const CLI::App& program, const std::string& option) {
+  for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; })) {
+    std::vector<std::string> names;
+    addOptionNames(*command, names);
+    if (std::ranges::count(names, option)) return fmt::format("; {} takes it", command->get_name());
+  }
+  return "";
+}
+
 std::string unexpectedText(const CLI::App& program, const std::string& argument) {
   if (argument[0] != '-') return fmt::format("{}: the command takes no such argument", argument);
   std::vector<std::string> names;
   addOptionNames(program, names);
-  const std::string nearest = nearestName(argument.substr(0, argument.find('=')), names);
-  return fmt::format("{}: there is no such option{}; --help lists them", argument,
-                     nearest.empty() ? "" : "; the nearest is " + nearest);
+  const std::string option = argument.substr(0, argument.find('='));
+  const std::string nearest = nearestName(option, names);
+  return fmt::format(
+      "{}: there is no such option{}; --help lists them", argument,
+      nearest.empty() ? otherCommandText(program, option) : "; the nearest is " + nearest);
 }
 
-// "--phase: At Most 1 required but received 2", "--output: 1 required OUT missing"
+// "--phase: At Most 1 required but received 2", "--output: 1 required OUT missing",
+// "json was given a disallowed flag override"
 std::string mismatchText(const std::string& text) {
   constexpr std::string_view kRequired = "required ", kMissing = " missing";
+  if (const size_t end = text.find(" was given a disallowed"); end != text.npos)
+    return fmt::format("--{}: it takes no value", text.substr(0, end));
   const std::string name = text.substr(0, text.find(':'));
   if (text.find("At Most 1 ") != text.npos)
     return fmt::format("{}: it is given more than once", name);

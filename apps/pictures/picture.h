@@ -65,6 +65,10 @@ void savePicture(const Image& image, const PictureDetails& details,
 // Throws ProgramError: input/output or rejected.
 Image readPng(const std::filesystem::path& path, uint32_t maxBits = 8);
 
+// Whether it is a PNG in which this program made a picture of a frame: not a raw frame, and not
+// one that other programs have written.
+bool isOwnPicture(const std::filesystem::path& path);
+
 // A picture of 8 or 16 bits per sample; no sample is above `largest`.
 struct ColourPicture {
   Image image;

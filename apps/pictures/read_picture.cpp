@@ -59,6 +59,17 @@ Image readPng(const std::filesystem::path& path, uint32_t maxBits) {
   return image;
 }
 
+bool isOwnPicture(const std::filesystem::path& path) {
+  bool isOwn = false;
+  attempt([&] {
+    const Source source(path);
+    if (source.head(4) != "\x89PNG") return;
+    const PngInput png(source);
+    isOwn = png.text("Software").starts_with("vistrel ") && png.text("Phase").empty();
+  });
+  return isOwn;
+}
+
 ColourPicture readColourPicture(const std::filesystem::path& path) {
   const Source source(path);
   if (source.head(2) == "P6") return readPpm(source);

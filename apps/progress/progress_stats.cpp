@@ -44,7 +44,7 @@ std::string summaryOf(const ProgressStats& s) {
   std::string text = fmt::format("{} made", s.made);
   if (s.upToDate()) text += fmt::format(", {} up to date", s.upToDate());
   text += fmt::format(", {} failed", s.failed);
-  if (s.total > s.done) text += fmt::format(", {} not begun", s.total - s.done);
+  if (s.total > s.done) text += fmt::format(", {} left", s.total - s.done);
   text += fmt::format(" in {:.1f} s", s.seconds);
   if (s.made == 0 || s.seconds <= 0) return text;
   return text +

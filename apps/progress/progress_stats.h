@@ -35,7 +35,7 @@ std::string barOf(const ProgressStats& stats, size_t width = 79);
 // One object on one line, without the newline.
 std::string jsonOf(const ProgressStats& stats);
 
-// "7 made, 2 up to date, 1 failed in 2.5 s: 2.8 frames/s, 12.0 MB/s"
+// "7 made, 2 up to date, 1 failed, 3 left in 2.5 s: 2.8 frames/s, 12.0 MB/s"
 std::string summaryOf(const ProgressStats& stats);
 
 }  // namespace vistrel::app

@@ -110,6 +110,7 @@ TEST(Usage, Phase) {
 
 TEST(Usage, Numbers) {
   const std::string convert = "convert a.pgm -o a.png --phase rggb ";
+  expectUsage(convert + "--recursive=5", "--recursive: it takes no value\n");
   expectUsage(convert + "--bin 0", "--bin 0: a whole number from 1 to 4 is expected\n");
   expectUsage(convert + "--bin 5", "--bin 5: a whole number from 1 to 4 is expected\n");
   expectUsage(convert + "--bits 0", "--bits 0: a whole number from 8 to 16 is expected\n");

@@ -144,6 +144,23 @@ void headerless(const fs::path& folder) {
          numbers({5, 4, format, 0}) + "\1" + std::string(1, '\0') + samples);
 }
 
+// A smooth picture of 12-bit samples, with padded rows and without, and its size.
+void guesses(const fs::path& folder) {
+  constexpr uint32_t kWidth = 60, kHeight = 44;
+  for (const uint32_t padding : {0u, 8u}) {
+    std::string bytes;
+    for (uint32_t y = 0; y < kHeight; ++y) {
+      for (uint32_t x = 0; x < kWidth; ++x) {
+        const uint32_t sample = 900 + 13 * x + 9 * y + texture(x, y) / 8 + (x + y) % 2 * 300;
+        bytes += {static_cast<char>(sample), static_cast<char>(sample >> 8)};
+      }
+      bytes.append(padding, '\0');
+    }
+    save(folder / fmt::format("padding{}", padding), '\0' + bytes);
+    save(folder / fmt::format("size{}", padding), '\1' + numbers({kWidth, kHeight}) + bytes);
+  }
+}
+
 struct HostSeed {
   uint32_t bits, format;  // of 8 bits: samples of a byte
   uint32_t algorithm = VISTREL_BILINEAR, gray = VISTREL_LUMA, binning = 1, packing = 0;
@@ -247,8 +264,8 @@ void writers(const fs::path& folder) {
 
 int main(int, char** argv) {
   const fs::path folder = argv[1];
-  for (const char* const target :
-       {"pgm", "png", "tiff", "fits", "gzip", "headerless", "host", "look", "writers"})
+  for (const char* const target : {"pgm", "png", "tiff", "fits", "gzip", "headerless", "arriving",
+                                   "guess", "host", "look", "writers"})
     fs::create_directories(folder / target);
   pgms(folder / "pgm");
   pngs(folder / "png");
@@ -256,6 +273,8 @@ int main(int, char** argv) {
   fitses(folder / "fits");
   gzips(folder / "gzip");
   headerless(folder / "headerless");
+  headerless(folder / "arriving");
+  guesses(folder / "guess");
   hosts(folder / "host");
   looks(folder / "look");
   writers(folder / "writers");

@@ -55,10 +55,10 @@ Row rowOf(const std::string& name, const CellOf& cellOf) {
 // By algorithm.
 using Results = std::array<Measures, std::tuple_size_v<decltype(kAlgorithms)>>;
 
-Results measureAll(const Planes& truth, const Planes& seen, uint32_t bits, Light light) {
+Results measureAll(const Truth& truth, const Planes& seen, uint32_t bits) {
   Results results;
   for (size_t i = 0; i < results.size(); ++i)
-    results[i] = measure(truth, demosaiced(seen, bits, kAlgorithms[i]), light);
+    results[i] = truth.of(demosaiced(seen, bits, kAlgorithms[i]));
   return results;
 }
 
@@ -93,11 +93,13 @@ void printPictures(const std::filesystem::path& folder) {
     files.push_back(entry.path());
   std::sort(files.begin(), files.end());
   std::vector<Results> all;
-  printHead("CPSNR, dB", namesOfAlgorithms());
+  printHead("CPSNR in dB, largest distance", namesOfAlgorithms());
   for (const std::filesystem::path& file : files) {
     const Planes original = readOriginal(file);
-    all.push_back(measureAll(original, original, kPictureBits, Light::kDisplay));
-    print(rowOf(file.stem(), [&](size_t i) { return fmt::format("{:.2f}", all.back()[i].cpsnr); }));
+    all.push_back(measureAll(Truth(original, Light::kDisplay), original, kPictureBits));
+    print(rowOf(file.stem(), [&](size_t i) {
+      return fmt::format("{:.2f}, {:.0f}", all.back()[i].cpsnr, all.back()[i].worst);
+    }));
   }
   printMeans("mean", all);
 }
@@ -106,7 +108,7 @@ void printScenes(const std::vector<NamedScene>& scenes) {
   fmt::print("\n");
   printHead("CPSNR, distance", namesOfAlgorithms());
   for (const NamedScene& scene : scenes) {
-    const Results results = measureAll(scene.light, scene.light, kSceneBits, Light::kLinear);
+    const Results results = measureAll(Truth(scene.light, Light::kLinear), scene.light, kSceneBits);
     print(rowOf(fmt::format("{}: {}", scene.name, scene.content), [&results](size_t i) {
       return fmt::format("{:.2f} dB, {:.2f}", results[i].cpsnr, results[i].difference);
     }));
@@ -116,11 +118,13 @@ void printScenes(const std::vector<NamedScene>& scenes) {
 void printNoise(const std::vector<NamedScene>& scenes) {
   fmt::print("\n");
   printHead("noise", namesOfAlgorithms());
+  std::vector<Truth> truths;
+  for (const NamedScene& scene : scenes) truths.emplace_back(scene.light, Light::kLinear);
   for (const double percent : kNoise) {
     std::vector<Results> all;
-    for (const NamedScene& scene : scenes)
-      all.push_back(measureAll(scene.light, withNoise(scene.light, percent / 100, kSeed),
-                               kSceneBits, Light::kLinear));
+    for (size_t i = 0; i < scenes.size(); ++i)
+      all.push_back(
+          measureAll(truths[i], withNoise(scenes[i].light, percent / 100, kSeed), kSceneBits));
     printMeans(fmt::format("{} %", percent), all);
   }
 }
@@ -134,6 +138,20 @@ void printFalseColour(const Planes& rings) {
       return fmt::format("{:.2f}", chromaWithin(demosaiced(seen, kSceneBits, kAlgorithms[i]),
                                                 kGrayUpTo / kRingsPerPixel, Light::kLinear));
     }));
+  }
+}
+
+void printPlates(const std::vector<NamedScene>& plates) {
+  fmt::print("\n");
+  printHead("CPSNR, largest distance", namesOfAlgorithms());
+  for (const double percent : {0, 3}) {
+    for (const NamedScene& plate : plates) {
+      const Results results = measureAll(Truth(plate.light, Light::kLinear),
+                                         withNoise(plate.light, percent / 100, kSeed), kSceneBits);
+      print(rowOf(fmt::format("{}, {} %", plate.name, percent), [&results](size_t i) {
+        return fmt::format("{:.2f} dB, {:.0f}", results[i].cpsnr, results[i].worst);
+      }));
+    }
   }
 }
 
@@ -181,5 +199,6 @@ int main(int count, char** arguments) {
   printNoise(scenes);
   for (const NamedScene& scene : scenes)
     if (scene.name == "rings") printFalseColour(scene.light);
+  printPlates(renderPlates());
   if (count > 2) writeCrops(scenes, arguments[2]);
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "apps/tools/report/quality.h"
 #include "apps/tools/scene/camera.h"
 
 namespace vistrel::quality {
@@ -13,21 +12,6 @@ constexpr int kBorder = app::kBorder;
 constexpr double kVisible = 2.3;  // a distance in CIELAB
 
 double distance(const Lab& p, const Lab& q) { return std::hypot(p.l - q.l, p.a - q.a, p.b - q.b); }
-
-struct LabPlane {
-  int width, height;
-  std::vector<Lab> colours;
-
-  LabPlane(const Planes& planes, Light light) : width(planes.width), height(planes.height) {
-    const auto linear = [light](float v) {
-      return light == Light::kLinear ? v : app::linearOf(std::max(v, 0.0f));
-    };
-    for (size_t i = 0; i < planes.channels[0].size(); ++i)
-      colours.push_back(labOf(linear(planes.channels[0][i]), linear(planes.channels[1][i]),
-                              linear(planes.channels[2][i])));
-  }
-  const Lab& at(int x, int y) const { return colours[static_cast<size_t>(y * width + x)]; }
-};
 
 template <class Visit>
 void forEachInside(int width, int height, const Visit& visit) {
@@ -71,16 +55,31 @@ Lab labOf(double red, double green, double blue) {
   return {116 * y - 16, 500 * (x - y), 200 * (y - z)};
 }
 
-Measures measure(const Planes& truth, const Planes& picture, Light light) {
-  const LabPlane a(truth, light), b(picture, light);
-  double distances = 0, zippers = 0;
-  forEachInside(truth.width, truth.height, [&](int x, int y) {
-    distances += distance(a.at(x, y), b.at(x, y));
-    zippers += isZipper(a, b, x, y);
+LabPlane::LabPlane(const Planes& planes, Light light) : width(planes.width), height(planes.height) {
+  const auto linear = [light](float v) {
+    return light == Light::kLinear ? v : app::linearOf(std::max(v, 0.0f));
+  };
+  for (size_t i = 0; i < planes.channels[0].size(); ++i)
+    colours.push_back(labOf(linear(planes.channels[0][i]), linear(planes.channels[1][i]),
+                            linear(planes.channels[2][i])));
+}
+
+Truth::Truth(const Planes& planes, Light light)
+    : planes_(planes), light_(light), colours_(planes, light),
+      evaluator_(displayed(planes, light)) {}
+
+Measures Truth::of(const Planes& picture) const {
+  const LabPlane colours(picture, light_);
+  double distances = 0, zippers = 0, worst = 0;
+  forEachInside(planes_.width, planes_.height, [&](int x, int y) {
+    const double apart = distance(colours_.at(x, y), colours.at(x, y));
+    distances += apart;
+    worst = std::max(worst, apart);
+    zippers += isZipper(colours_, colours, x, y);
   });
-  const double pixels = (truth.width - 2.0 * kBorder) * (truth.height - 2 * kBorder);
-  const double ssim = app::Evaluator(displayed(truth, light)).of(displayed(picture, light)).ssim;
-  return {cpsnrOf(truth, picture), ssim, distances / pixels, 100 * zippers / pixels};
+  const double pixels = (planes_.width - 2.0 * kBorder) * (planes_.height - 2 * kBorder);
+  return {cpsnrOf(planes_, picture), evaluator_.of(displayed(picture, light_)).ssim,
+          distances / pixels, 100 * zippers / pixels, worst};
 }
 
 double chromaWithin(const Planes& picture, double radius, Light light) {

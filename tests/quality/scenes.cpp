@@ -98,8 +98,8 @@ double rings(double x, double y) {
   return 0.5 + 0.5 * std::cos(std::numbers::pi * kRingsPerPixel * (u * u + v * v));
 }
 
-Planes grayRings() {
-  return render([](double x, double y) { return app::gray(0.05 + 0.85 * rings(x, y)); });
+Planes ringsOf(const Rgb& dark, const Rgb& bright) {
+  return render([&](double x, double y) { return mix(dark, bright, rings(x, y)); });
 }
 
 // A sector of 30 degrees for each pair of colours.
@@ -207,11 +207,21 @@ Planes foliage() {
 
 std::vector<NamedScene> renderScenes() {
   return {{"chart", "the program's test scene", chart()},
-          {"rings", "a gray zone plate", grayRings()},
+          {"rings", "a gray zone plate", ringsOf(app::gray(0.05), app::gray(0.9))},
           {"hues", "zone plates of saturated colours", colouredRings()},
           {"edges", "straight edges at 64 angles", edges()},
           {"text", "text on coloured paper", text()},
           {"foliage", "leaves that lie on each other", foliage()}};
+}
+
+std::vector<NamedScene> renderPlates() {
+  return {{"white and red", "", ringsOf({1, 0.1, 0.1}, {1, 1, 1})},
+          {"brown and beige", "", ringsOf({0.5, 0.3, 0.15}, {0.9, 0.7, 0.5})},
+          {"rose and mint", "", ringsOf({1, 0.7, 0.7}, {0.7, 1, 0.8})},
+          {"black and red", "", ringsOf({0.02, 0.005, 0.005}, {1, 0.02, 0.02})},
+          {"magenta and green", "", ringsOf({1, 0.1, 1}, {0.1, 1, 0.1})},
+          {"red and blue", "", ringsOf({1, 0.1, 0.1}, {0.1, 0.1, 1})},
+          {"orange and teal", "", ringsOf({1, 0.6, 0.2}, {0.2, 0.6, 0.8})}};
 }
 
 Planes withNoise(const Planes& light, double deviation, uint64_t seed) {

@@ -18,12 +18,15 @@ constexpr double kRingsPerPixel = 0.5 / (kSceneSize / 2);
 constexpr double kGrayUpTo = 0.35;
 
 struct NamedScene {
-  std::string name, content;
+  std::string name, content;  // content: of a scene whose name doesn't say it
   Planes light;
 };
 
 // A scene for each kind of detail.
 std::vector<NamedScene> renderScenes();
+
+// Zone plates of two colours. In the last two, green does not change.
+std::vector<NamedScene> renderPlates();
 
 // Adds noise of that standard deviation, in parts of full scale, and limits samples to the range.
 Planes withNoise(const Planes& light, double deviation, uint64_t seed);

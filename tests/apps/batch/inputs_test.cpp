@@ -57,8 +57,28 @@ TEST_F(BatchInputs, AFolderWithoutFramesIsRejected) {
   fs::create_directory(scratch / "empty");
   EXPECT_EQ(convert("empty").status, 3);
   EXPECT_EQ(convert("empty").err, "vistrel: empty: there is no frame in this folder\n");
+  const Finished named = scratch.vistrel("convert --phase mono empty -o pictures");
+  EXPECT_EQ(named.status, 3);
+  EXPECT_EQ(named.err, "vistrel: empty: there is no frame in this folder\n");
   EXPECT_EQ(convert("empty a.pgm --keep-going").status, 1);
   EXPECT_TRUE(fs::exists(scratch / "out/a.png"));
+}
+
+// Pictures are made beside their frames unless -o says where.
+TEST_F(BatchInputs, PicturesOfEarlierRunsAreNoFrames) {
+  fs::create_directory(scratch / "in");
+  for (const std::string name : {"in/a.pgm", "in/b.pgm"}) put(name, 7);
+  ASSERT_EQ(scratch.vistrel("develop --phase mono in/a.pgm").status, 0);
+  ASSERT_EQ(scratch.vistrel("convert --phase mono in/a.pgm -o in/alone.png").status, 0);
+  ASSERT_EQ(scratch.vistrel("convert --phase mono in/b.pgm --mosaic -o in/b.png").status, 0);
+  fs::create_directory(scratch / "in/deeper");
+  put("in/deeper/alone.pgm", 7);  // the picture of that name lies in another folder
+  const Finished result = convert("in --recursive");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err.rfind("vistrel: in: ignoring pictures beside their frames: a.png\n", 0), 0u)
+      << result.err;
+  for (const char* name : {"a.png", "alone.png", "b.pgm.png", "b.png.png", "deeper/alone.png"})
+    EXPECT_TRUE(fs::exists(scratch / "out" / name)) << name;
 }
 
 }  // namespace

@@ -160,6 +160,13 @@ TEST_F(Jobs, AreDividedIntoShards) {
   EXPECT_NE(convert(inputs + "1/3").err.find("up to date: 2 of 2"), std::string::npos);
 }
 
+TEST_F(Jobs, TypesHaveOtherNames) {
+  for (const std::string type : {"tif", "jpeg"}) {
+    EXPECT_EQ(convert("a.pgm --type " + type).err, "");
+    EXPECT_TRUE(fs::exists(scratch / ("out/a." + type)));
+  }
+}
+
 TEST_F(Jobs, OfPnmAreGrayOrColour) {
   EXPECT_EQ(convert("a.pgm --type pnm").err, "");
   EXPECT_EQ(scratch.read("out/a.pnm"), scratch.read("a.pgm"));

@@ -49,6 +49,14 @@ struct Killed : ::testing::Test {
     }
     return files;
   }
+  // That the run sums up; -1 if it doesn't.
+  int madeAndLeft() const {
+    int made = 0, left = 0;
+    const std::string messages = scratch.read("messages");
+    const int found = std::sscanf(
+        messages.c_str(), "vistrel: interrupted: %d made, 0 failed, %d left in ", &made, &left);
+    return found == 2 ? made + left : -1;
+  }
   bool inTheMidst() const {
     bool unfinished = false, finished = false;
     for (const auto& [name, bytes] : filesIn("out"))
@@ -59,7 +67,7 @@ struct Killed : ::testing::Test {
   pid_t start(const std::string& arguments) const {
     const pid_t child = fork();
     if (child != 0) return child;
-    const std::string line = "exec \"$0\" " + arguments + " 2>/dev/null";
+    const std::string line = "exec \"$0\" " + arguments + " 2>messages";
     if (chdir((scratch / "").c_str()) != 0) _exit(126);
     execlp("sh", "sh", "-c", line.c_str(), VISTREL_PROGRAM, nullptr);
     _exit(127);
@@ -103,6 +111,7 @@ TEST_F(Killed, InterruptsLeaveOnlyCompleteFiles) {
     const int status = endWith(signal, "-j 3");
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == expected) << status;
     for (const auto& [name, bytes] : filesIn("out")) EXPECT_TRUE(whole[name] == bytes) << name;
+    EXPECT_EQ(madeAndLeft(), kFrames) << scratch.read("messages");
   }
 }
 

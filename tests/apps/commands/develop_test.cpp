@@ -179,6 +179,10 @@ TEST_F(Develop, KeepsFrames) {
   EXPECT_EQ(scratch.read("in.png"), frame);
 }
 
+std::string lookOf(const std::string& line) {
+  return line.substr(line.find("--look"), line.find(" -o ") - line.find("--look"));
+}
+
 // The second frame is twice as bright, and stays so.
 TEST_F(Develop, SameIsTheLookOfTheFirstFrame) {
   for (const uint32_t factor : {1u, 2u})
@@ -187,9 +191,6 @@ TEST_F(Develop, SameIsTheLookOfTheFirstFrame) {
                     return factor * (40 + darkerRggb(x, y) * (1 + x / 10));
                   }));
   std::filesystem::create_directory(scratch / "out");
-  const auto lookOf = [](const std::string& line) {
-    return line.substr(line.find("--look"), line.find(" -o ") - line.find("--look"));
-  };
   const auto looks = [&](const std::string& options) {
     const Finished result = develop("a.pgm b.pgm --phase rggb --overwrite -o out/ " + options);
     EXPECT_EQ(result.status, 0) << result.err;
@@ -293,9 +294,28 @@ TEST_F(Develop, SameNamesAFirstFrameThatCannotBeRead) {
   std::filesystem::create_directory(scratch / "out");
   scratch.write("a.pgm", "P5 9 9 255 short");
   scratch.write("b.pgm", pgm(16, 12, 255, darkerRggb));
-  const Finished result = develop("a.pgm b.pgm --phase rggb --same --keep-going -o out");
-  EXPECT_NE(result.status, 0);
+  const Finished result = develop("a.pgm b.pgm --phase rggb --same -o out");
+  EXPECT_EQ(result.status, 3);
   EXPECT_NE(result.err.find("--same: a.pgm: "), std::string::npos) << result.err;
+}
+
+TEST_F(Develop, SameIsTheLookOfTheFirstFrameThatCanBeRead) {
+  std::filesystem::create_directory(scratch / "out");
+  scratch.write("a.pgm", "P5 9 9 255 short");
+  for (const uint32_t factor : {1u, 2u})
+    scratch.write(factor == 1 ? "b.pgm" : "c.pgm",
+                  pgm(40, 30, 1023, [factor](uint32_t x, uint32_t y) {
+                    return factor * (40 + darkerRggb(x, y) * (1 + x / 10));
+                  }));
+  const Finished alone = develop("b.pgm --phase rggb -o out/");
+  const Finished result =
+      develop("a.pgm b.pgm c.pgm --phase rggb --same --keep-going --overwrite -o out");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err.rfind("vistrel: --same: the look is that of b.pgm, ", 0), 0u) << result.err;
+  const size_t second = result.out.find('\n') + 1;
+  EXPECT_EQ(lookOf(result.out.substr(0, second)), lookOf(alone.out));
+  EXPECT_EQ(lookOf(result.out.substr(second)), lookOf(alone.out));
+  EXPECT_EQ(develop("a.pgm --phase rggb --same --keep-going -o out").status, 3);
 }
 
 TEST_F(Develop, OrientMayBeAutomatic) {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "apps/error.h"
-
+#include "apps/files/interrupts.h"
 #include "tests/apps/program.h"
 
 namespace vistrel::app {

@@ -132,6 +132,17 @@ TEST(Black, IsNotThatOfAPlainSurface) {
   EXPECT_LE(blackOf({wall, wall, wall, wall}, 1023), 20u);
 }
 
+// An underexposed scene of a sensor that adds a sixteenth of full scale.
+TEST(Black, IsThatOfTheSensorWhateverTheSceneAdds) {
+  for (const uint32_t bits : {8u, 10u, 12u, 14u}) {
+    const uint32_t fullScale = (1u << bits) - 1, black = (fullScale + 1) / 16;
+    const Histogram dim = scene(bits, black, black + black / 3);
+    const uint32_t found = blackOf({dim, dim, dim, dim}, fullScale);
+    EXPECT_GE(found, black) << bits;
+    EXPECT_LE(found, black + black / 16) << bits;
+  }
+}
+
 TEST(Black, PlacesWithoutSamplesDoNotCount) {
   const Histogram none(1024);
   EXPECT_GE(blackOf({scene(10, 64, 900), none, none, none}, 1023), 64u);

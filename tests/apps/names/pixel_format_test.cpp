@@ -179,9 +179,29 @@ TEST(PixelFormat, CaseOfNames) {
   expectFormat("0x0108000b", BG, 8, VISTREL_PACKING_BYTES);
   expectFormat("BGGR", BG, 8, VISTREL_PACKING_BYTES);
   expectFormat("srggb12_csi2p", RG, 12, VISTREL_PACKING_MIPI);
-  for (const char* none : {"PRCC", "prcc", "ba81", "byr2", "", " ", "BayerGB", "BayerGB2BGR",
-                           "COLOR_BayerGB2BGR", "GB", "Mono", "0x0108000", "mono", "V4L2_PIX_FMT_",
-                           "V4L2_PIX_FMT_BayerRG8", "RAW", "RAW16"})
+  expectFormat("bayer_rggb10le", RG, 10, VISTREL_PACKING_LITTLE);
+  expectFormat("bayer_gbrg14be", GB, 14, VISTREL_PACKING_BIG);
+  for (const char* none : {"bayer_",
+                           "bayer_gray",
+                           "bayer_rggb",
+                           "bayer_BayerRG10",
+                           "PRCC",
+                           "prcc",
+                           "ba81",
+                           "byr2",
+                           "",
+                           " ",
+                           "BayerGB",
+                           "BayerGB2BGR",
+                           "COLOR_BayerGB2BGR",
+                           "GB",
+                           "Mono",
+                           "0x0108000",
+                           "mono",
+                           "V4L2_PIX_FMT_",
+                           "V4L2_PIX_FMT_BayerRG8",
+                           "RAW",
+                           "RAW16"})
     EXPECT_EQ(app::findPixelFormat(none), nullptr) << none;
 }
 

@@ -13,6 +13,9 @@ std::string faultOf(std::vector<std::string> reversed) {
   command->add_option("--output", text)->type_name("OUT");
   CLI::App* group = command->add_option_group("Input");
   group->add_option("--phase", text);
+  bool flag = false;
+  command->add_flag("--json", flag)->disable_flag_override();
+  program.add_subcommand("report")->add_option("--reference", text);
   program.add_subcommand("scene")->add_option("--phases", text);
   try {
     program.parse(std::move(reversed));
@@ -29,6 +32,8 @@ TEST(Faults, OptionsOfTheCommandAreSuggested) {
             "--ouput=a=b: there is no such option; the nearest is --output; --help lists them");
   EXPECT_EQ(faultOf({"--brighter", "convert"}),
             "--brighter: there is no such option; --help lists them");
+  EXPECT_EQ(faultOf({"--reference", "convert"}),
+            "--reference: there is no such option; report takes it; --help lists them");
 }
 
 TEST(Faults, Arguments) {
@@ -40,6 +45,8 @@ TEST(Faults, Values) {
   EXPECT_EQ(faultOf({"b", "--output", "a", "--output", "convert"}),
             "--output: it is given more than once");
   EXPECT_EQ(faultOf({"b", "--output", "convert"}), "");
+  EXPECT_EQ(faultOf({"--json=5", "convert"}), "--json: it takes no value");
+  EXPECT_EQ(faultOf({"--json", "convert"}), "");
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ TEST(ProgressStats, AreSummedUp) {
   app::ProgressStats s;
   s.total = 10, s.done = 8, s.made = 5, s.failed = 1, s.bytes = 50'000'000, s.seconds = 2.5;
   EXPECT_EQ(app::summaryOf(s),
-            "5 made, 2 up to date, 1 failed, 2 not begun in 2.5 s: 2.0 frames/s, 20.0 MB/s");
+            "5 made, 2 up to date, 1 failed, 2 left in 2.5 s: 2.0 frames/s, 20.0 MB/s");
   s = {};
   EXPECT_EQ(app::summaryOf(s), "0 made, 0 failed in 0.0 s");
 }

@@ -39,6 +39,17 @@ TEST(Font, TellsLowerCaseFromCapitals) {
             ".####.....#.\n");
 }
 
+TEST(Font, HasAPercentSign) {
+  EXPECT_EQ(drawn("%"),
+            "##....\n"
+            "##..#.\n"
+            "...#..\n"
+            "..#...\n"
+            ".#....\n"
+            "#..##.\n"
+            "...##.\n");
+}
+
 TEST(Font, ASpaceHasNoInk) { EXPECT_EQ(drawn(" ").find('#'), std::string::npos); }
 
 }  // namespace
