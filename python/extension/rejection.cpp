@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <new>
 #include <regex>
 
 namespace vistrel::python {
@@ -96,7 +97,7 @@ std::string withArguments(const std::string& text) {
 }
 
 void bindRejection() {
-  py::register_exception_translator([](std::exception_ptr exception) {
+  py::register_local_exception_translator([](std::exception_ptr exception) {
     try {
       std::rethrow_exception(exception);
     } catch (const WrongType& wrong) {
@@ -105,6 +106,12 @@ void bindRejection() {
       raise(error, kindOf(error));
     } catch (const app::ProgramError& error) {
       raiseProgramError(error);
+    } catch (const py::builtin_exception& error) {
+      error.set_error();
+    } catch (const std::bad_alloc&) {
+      raise(Error(errorOf(VISTREL_NO_MEMORY, "", "", "out of memory")), "memory");
+    } catch (const std::exception& error) {
+      raise(Error(errorOf(VISTREL_INTERNAL, "", "", error.what())), "runtime");
     }
   });
 }

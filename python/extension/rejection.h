@@ -47,7 +47,8 @@ auto parsed(const Parameter& parameter, Parser&& parser) {
 // "--from-name".
 std::string withArguments(const std::string& text);
 
-// Makes exceptions of what is thrown here, and of what the program's parts throw.
+// Makes exceptions of whatever is thrown in this module. None may reach pybind11's translators,
+// which are those of another module.
 void bindRejection();
 
 }  // namespace vistrel::python

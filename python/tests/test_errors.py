@@ -1,5 +1,8 @@
 """Rejected calls: the exception, its code and its text."""
 
+import subprocess
+import sys
+
 import c_interface as c
 import numpy as np
 import pytest
@@ -196,3 +199,24 @@ def test_an_exception_of_an_argument_passes_through():
 
     with pytest.raises(ZeroDivisionError):
         vistrel.convert(RAW, "rggb", 12, binning=Broken())
+
+
+NO_MEMORY = """
+import resource
+import numpy
+import vistrel
+image = numpy.zeros((8000, 8000, 3), numpy.uint8)
+vistrel.write("small.png", image[:9, :9])
+used = 4096 * int(open("/proc/self/statm").read().split()[0])
+resource.setrlimit(resource.RLIMIT_AS, (used + image.nbytes // 2, -1))
+try:
+    vistrel.write("large.raw", image)
+except vistrel.OutOfMemory as error:
+    print(error.code.name)
+"""
+
+
+def test_a_failed_allocation_is_an_error_of_the_package(tmp_path):
+    done = subprocess.run([sys.executable, "-c", NO_MEMORY], capture_output=True, text=True,
+                          cwd=tmp_path)
+    assert (done.returncode, done.stdout) == (0, "NO_MEMORY\n"), done.stderr
