@@ -18,6 +18,9 @@ constexpr size_t kMinBytes = 256, kGuesses = 8;
 // Noise seldom reaches a recurrence of 6; in a small file, rows may not exceed it either.
 constexpr double kSureRecurrence = 6.5;
 
+// Bits of a byte; random ones have almost 8.
+constexpr double kMostEntropy = 7.8;
+
 // How much it counts that a code is longer than the shortest, by its share.
 constexpr double kOddsOfRate = 200;
 
@@ -46,20 +49,32 @@ double entropyOf(const std::vector<uint8_t>& bytes) {
   return entropy;
 }
 
-// Only grids whose rows recur, and whose samples predict each other.
-std::vector<RowGrid> convincingGrids(const std::vector<uint8_t>& bytes, uint32_t width) {
-  std::vector<RowGrid> grids = rowGrids(bytes, width);
+// Whether the file is a whole number of frames of that size and nothing else.
+bool fits(const Layout& l, const Size& size, size_t bytes) {
+  const size_t frame = l.stride * size.height;
+  return l.skip == 0 && frame > 0 && bytes % frame == 0;
+}
+
+// Only grids whose rows recur, and whose samples predict each other. A frame may be all noise, as
+// that of a dark sky; its size then says enough, unless the bytes are random altogether.
+std::vector<RowGrid> convincingGrids(const std::vector<uint8_t>& bytes,
+                                     const std::optional<Size>& size) {
+  const std::vector<RowGrid> grids = rowGrids(bytes, size ? size->width : 0);
   const double entropy = entropyOf(bytes);
-  std::erase_if(grids, [entropy](const RowGrid& g) {
+  std::vector<RowGrid> convincing, fitting;
+  for (const RowGrid& g : grids) {
     const double share = g.rate / entropy;
-    return g.recurrence >= kSureRecurrence ? share > 0.97 : g.recurrence < 3 || share > 0.75;
-  });
-  return grids;
+    if (g.recurrence >= kSureRecurrence ? share <= 0.97 : g.recurrence >= 3 && share <= 0.75)
+      convincing.push_back(g);
+    else if (size && entropy > 0 && entropy < kMostEntropy && fits(g.layout, *size, bytes.size()))
+      fitting.push_back(g);
+  }
+  return convincing.empty() ? fitting : convincing;
 }
 
 std::vector<Arrangement> likelyArrangements(const std::vector<uint8_t>& bytes,
                                             const std::optional<Size>& size) {
-  const std::vector<RowGrid> grids = convincingGrids(bytes, size ? size->width : 0);
+  const std::vector<RowGrid> grids = convincingGrids(bytes, size);
   std::vector<Arrangement> all;
   for (const RowGrid& grid : grids)
     for (Arrangement& a : arrangementsOf(bytes, grid, size)) {

@@ -82,6 +82,25 @@ TEST(Guess, NoiseIsNoFrame) {
   }
 }
 
+// A sky without stars is noise, but not of all values.
+TEST(Guess, DarkNoiseOfAKnownSizeIsAFrame) {
+  constexpr app::Size kSize{90, 60};
+  std::mt19937 random(7);
+  Bytes sky, noise;
+  for (uint32_t i = 0; i < 3 * kSize.width * kSize.height; ++i) {
+    sky.push_back(static_cast<uint8_t>(random() % 4 + random() % 4));
+    noise.push_back(static_cast<uint8_t>(random()));
+  }
+  EXPECT_TRUE(app::guessFormat(sky).empty());
+  EXPECT_TRUE(app::guessFormat(noise, kSize).empty());
+  EXPECT_TRUE(app::guessFormat(Bytes(sky.size(), 7), kSize).empty());
+  const auto guesses = app::guessFormat(sky, kSize);
+  ASSERT_FALSE(guesses.empty());
+  EXPECT_EQ(guesses[0].packing, uint32_t{VISTREL_PACKING_BYTES});
+  EXPECT_EQ(guesses[0].frames, 3u);
+  EXPECT_EQ(guesses[0].skip + guesses[0].trailing, 0u);
+}
+
 TEST(Guess, EqualBytesAndShortFilesAreNoFrame) {
   EXPECT_TRUE(app::guessFormat(Bytes(640 * 480)).empty());
   EXPECT_TRUE(app::guessFormat(Bytes(640 * 480, 7)).empty());
