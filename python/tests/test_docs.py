@@ -12,7 +12,7 @@ import numpy
 import pytest
 import vistrel
 import vistrel.dask
-from vistrel import _conversion, _development, _frames, _guessing, _names, _phases
+from vistrel import _conversion, _development, _errors, _frames, _guessing, _names, _phases
 
 ROOT = Path(__file__).resolve().parents[2]
 NAMES = {"dask": dask, "numpy": numpy, "os": os, "vistrel": vistrel}
@@ -20,14 +20,33 @@ NAMES = {"dask": dask, "numpy": numpy, "os": os, "vistrel": vistrel}
 
 @pytest.mark.parametrize(
     "module, least",
-    [(_conversion, 8), (_development, 9), (_frames, 6), (_guessing, 5), (_names, 2), (_phases, 5),
-     (vistrel.dask, 14)],
+    [(_conversion, 11), (_development, 9), (_errors, 8), (_frames, 11), (_guessing, 7), (_names, 8),
+     (_phases, 5), (vistrel.dask, 14)],
 )
 def test_docstrings(module, least, tmp_path, monkeypatch):
     monkeypatch.chdir(tmp_path)
     result = doctest.testmod(module, extraglobs=NAMES)
     assert result.failed == 0
     assert result.attempted >= least
+
+
+def public():
+    """Every public name of both modules, and the methods of classes."""
+    for module in (vistrel, vistrel.dask):
+        for name in module.__all__:
+            found = getattr(module, name)
+            yield name, found
+            if isinstance(found, type) and not issubclass(found, (str, int, tuple, Exception)):
+                for part, method in vars(found).items():
+                    if callable(method) and part[0] != "_":
+                        yield f"{name}.{part}", method
+
+
+def test_every_docstring_has_an_example():
+    without = [name for name, found in public()
+               if callable(found) and ">>>" not in (found.__doc__ or "")]
+    assert not without
+    assert len(list(public())) >= 39
 
 
 def blocks(page):

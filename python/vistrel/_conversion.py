@@ -234,9 +234,21 @@ class Stream:
         self.release()
 
     def release(self):
-        """Give the stream back. It converts no more."""
+        """Give the stream back. It converts no more.
+
+        Examples
+        --------
+        >>> stream = vistrel.Stream()
+        >>> stream.release()
+        """
         self._stream.release()
 
     def trim(self):
-        """Free its memory. The next conversion allocates what it needs."""
+        """Free its memory. The next conversion allocates what it needs.
+
+        Examples
+        --------
+        >>> with vistrel.Stream() as stream:
+        ...     stream.trim()
+        """
         self._stream.trim()

@@ -9,7 +9,13 @@ Status = enum.IntEnum(
     {name.removeprefix("VISTREL_"): code for name, code in _core.statuses().items()},
     module="vistrel",
 )
-Status.__doc__ = "Why a call was rejected. Values and names are those of the C interface."
+Status.__doc__ = """Why a call was rejected. Values and names are those of the C interface.
+
+Examples
+--------
+>>> vistrel.Status.OK == 0, vistrel.Status.BAD_PHASE.name
+(True, 'BAD_PHASE')
+"""
 
 
 class Error(Exception):
@@ -21,6 +27,14 @@ class Error(Exception):
         An `int`, the same as in the C interface.
     argument, value, reason : str
         The parts of the text. `argument` and `value` may be empty.
+
+    Examples
+    --------
+    >>> try:
+    ...     vistrel.phase_at("rgbg", 0, 0)
+    ... except vistrel.Error as error:
+    ...     print(error.code.name, error.argument, error.value)
+    BAD_PHASE phase rgbg
     """
 
     def __init__(self, text, code, argument="", value="", reason=""):
@@ -35,19 +49,57 @@ class Error(Exception):
 
 
 class InvalidValue(Error, ValueError):
-    """A value that is not allowed, or not together with the others."""
+    """A value that is not allowed, or not together with the others.
+
+    Examples
+    --------
+    >>> try:
+    ...     vistrel.convert(numpy.zeros((8, 8), numpy.uint8), "rggb", binning=5)
+    ... except vistrel.InvalidValue as error:
+    ...     print(error)
+    conversion.binning 5: 1 to 4 are allowed
+    """
 
 
 class InvalidType(Error, TypeError):
-    """An object, or an array's dtype, of the wrong type."""
+    """An object, or an array's dtype, of the wrong type.
+
+    Examples
+    --------
+    >>> issubclass(vistrel.InvalidType, TypeError)
+    True
+    >>> try:
+    ...     vistrel.convert(numpy.zeros((8, 8), complex), "rggb")
+    ... except vistrel.InvalidType as error:
+    ...     print(error)
+    raw.dtype complex128: uint8 or uint16
+    """
 
 
 class OutOfMemory(Error, MemoryError):
-    """An allocation failed."""
+    """An allocation failed.
+
+    Examples
+    --------
+    >>> issubclass(vistrel.OutOfMemory, MemoryError)
+    True
+    """
 
 
 class ConversionFailed(Error, RuntimeError):
-    """A stream or a thread is not available."""
+    """A stream or a thread is not available.
+
+    Examples
+    --------
+    >>> streams = [vistrel.Stream() for _ in range(128)]
+    >>> try:
+    ...     vistrel.Stream(wait=False)
+    ... except vistrel.ConversionFailed as error:
+    ...     print(error.code.name)
+    NO_STREAM
+    >>> for stream in streams:
+    ...     stream.release()
+    """
 
 
 _KINDS = {

@@ -74,7 +74,23 @@ class Frame:
         return self.phase
 
     def convert(self, **options: typing.Any) -> npt.NDArray[typing.Any]:
-        """Convert it, as `vistrel.convert` does: nothing of what the file says is applied."""
+        """Convert it, as `vistrel.convert` does: nothing of what the file says is applied.
+
+        Parameters
+        ----------
+        **options
+            Those of `vistrel.convert`, but for `phase`, `bits` and `align`.
+
+        Returns
+        -------
+        numpy.ndarray
+
+        Examples
+        --------
+        >>> vistrel.write("gray.pgm", numpy.full((6, 8), 30, numpy.uint8))
+        >>> vistrel.read("gray.pgm", phase="rggb").convert(binning=2).shape
+        (3, 4, 3)
+        """
         return convert(self.samples, self._phase(), self.bits, align=self.align, **options)
 
     def develop(self, look: str | Look = "auto", **options: typing.Any) -> npt.NDArray[typing.Any]:
@@ -82,6 +98,24 @@ class Frame:
 
         What the file says about levels, colours, orientation and crop is applied, unless `look` or
         the options of `vistrel.develop` say something else.
+
+        Parameters
+        ----------
+        look : str or Look, optional
+            As `vistrel.develop` takes it.
+        **options
+            Those of `vistrel.develop`, but for `phase`, `bits` and `align`.
+
+        Returns
+        -------
+        numpy.ndarray
+
+        Examples
+        --------
+        >>> vistrel.write("dim.pgm", numpy.full((6, 8), 30, numpy.uint8))
+        >>> frame = vistrel.read("dim.pgm", phase="rggb")
+        >>> int(frame.develop("srgb,black=0,gains=1:1:1,exposure=1")[0, 0, 0])
+        96
         """
         text = text_of(look)
         names = [part.partition("=")[0] for part in text.split(",")]

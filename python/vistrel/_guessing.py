@@ -64,7 +64,24 @@ class Guess:
     phases: tuple[Phase, ...]
 
     def unpack(self, buffer: typing.Any) -> npt.NDArray[typing.Any]:
-        """Unpack the first frame of a buffer, as `vistrel.unpack` does."""
+        """Unpack the first frame of a buffer, as `vistrel.unpack` does.
+
+        Parameters
+        ----------
+        buffer : bytes-like
+            All bytes of the file.
+
+        Returns
+        -------
+        numpy.ndarray, shape (height, width)
+            uint8 or uint16.
+
+        Examples
+        --------
+        >>> guess = vistrel.Guess(1.0, 2, 1, "Mono8", 8, "low", None, False, 3, 1, 0, ())
+        >>> guess.unpack(b"hdr" + bytes([5, 6])).tolist()
+        [[5, 6]]
+        """
         return unpack(bytes_of(buffer)[self.skip:], self.pixel_format, self.width, self.height, self.stride,
                       self.continuous)
 

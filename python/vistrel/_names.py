@@ -25,7 +25,13 @@ class _Name(str, enum.Enum):
 
 
 class Phase(_Name):
-    """The mosaic's 2x2 block at the first pixel, row by row. Members equal their `str`."""
+    """The mosaic's 2x2 block at the first pixel, row by row. Members equal their `str`.
+
+    Examples
+    --------
+    >>> vistrel.Phase.RGGB == "rggb", len(vistrel.Phase)
+    (True, 6)
+    """
 
     GRBG = "grbg"
     BGGR = "bggr"
@@ -36,7 +42,13 @@ class Phase(_Name):
 
 
 class Algorithm(_Name):
-    """Demosaic algorithms. Members equal their `str`."""
+    """Demosaic algorithms. Members equal their `str`.
+
+    Examples
+    --------
+    >>> vistrel.Algorithm("vng").name, vistrel.Algorithm.AHD == "ahd"
+    ('VNG', True)
+    """
 
     BILINEAR = "bilinear"
     EDGE = "edge"
@@ -52,7 +64,14 @@ class Algorithm(_Name):
 
 
 class Format(_Name):
-    """Pixel formats. Members equal their `str`. The order of the letters is that in memory."""
+    """Pixel formats. Members equal their `str`. The order of the letters is that in memory.
+
+    Examples
+    --------
+    >>> raw = numpy.full((8, 8), 7, numpy.uint8)
+    >>> vistrel.convert(raw, "rggb", format=vistrel.Format.RGBA32).shape
+    (8, 8, 4)
+    """
 
     MONO8 = "mono8"
     MONO16 = "mono16"
@@ -74,7 +93,25 @@ class Format(_Name):
 
 
 class FormatInfo(typing.NamedTuple):
-    """A pixel format, as `formats` lists it."""
+    """A pixel format, as `formats` lists it.
+
+    Attributes
+    ----------
+    name : Format
+    channels : int
+        Samples per pixel: 1, 3 or 4.
+    dtype : numpy.dtype
+        Of a sample: uint8 or uint16.
+    mono : bool
+        Whether it is for frames without colour filters.
+    planes : int
+        1 to 3.
+
+    Examples
+    --------
+    >>> next(f for f in vistrel.formats() if f.name == "rgb48_planar")[1:]
+    (3, dtype('uint16'), False, 3)
+    """
 
     name: Format
     channels: int
@@ -84,7 +121,21 @@ class FormatInfo(typing.NamedTuple):
 
 
 class AlgorithmInfo(typing.NamedTuple):
-    """A demosaic algorithm, as `algorithms` lists it."""
+    """A demosaic algorithm, as `algorithms` lists it.
+
+    Attributes
+    ----------
+    name : Algorithm
+    max_bits : int
+        The most significant bits that a sample may have.
+    min_size : int
+        The smallest width and height of a region in pixels, with ``edges="native"``.
+
+    Examples
+    --------
+    >>> next(a for a in vistrel.algorithms() if a.name == "cok").max_bits
+    10
+    """
 
     name: Algorithm
     max_bits: int

@@ -23,6 +23,8 @@ from ._development import text_of
 from ._errors import Error, InvalidType, InvalidValue, Status, rejection
 from ._frames import Path
 
+__all__ = ["REPORT", "convert", "convert_files", "develop", "unpack"]
+
 # What `convert_files` reports of each picture. Without an error, that is empty.
 REPORT = np.dtype([("made", "?"), ("bytes", "u8"), ("sha256", "S64"), ("error", "U200")])
 
