@@ -33,7 +33,8 @@ Values methods() {
   Values names;
   for (size_t i = 0; const vistrel_algorithm* algorithm = vistrel_algorithm_at(i); ++i)
     names.push_back(algorithm->name);
-  std::ranges::stable_partition(names, [](const std::string& name) { return name == "bilinear"; });
+  std::stable_partition(names.begin(), names.end(),
+                        [](const std::string& name) { return name == "bilinear"; });
   return names;
 }
 
