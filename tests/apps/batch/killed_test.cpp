@@ -7,12 +7,15 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <random>
 #include <sstream>
 
+#include "tests/amount.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
 
@@ -102,6 +105,32 @@ TEST_F(Killed, LeavesWhatASecondRunCompletes) {
     EXPECT_EQ(scratch.vistrel(command("out", options)).status, 0);
     EXPECT_TRUE(filesIn("out") == filesIn("whole")) << options;
   }
+}
+
+// At any moment from the start of the program to its end. VISTREL_AMOUNT in the environment is the
+// number of moments.
+TEST_F(Killed, LosesNothingAtAnyMoment) {
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_EQ(scratch.vistrel(command("whole", "")).err, "");
+  const std::chrono::duration<double, std::micro> length = std::chrono::steady_clock::now() - begin;
+  Files whole = filesIn("whole");
+  std::mt19937 random(test::seed());
+  std::uniform_real_distribution<> choice;
+  const uint64_t moments = test::amount(5);
+  for (uint64_t i = 0; i < moments; ++i) {
+    for (const auto& [name, bytes] : filesIn("out")) fs::remove(scratch / ("out/" + name));
+    const std::string options = i % 2 ? "-j 3 --manifest m.jsonl" : "-j 1";
+    const pid_t child = start(command("out", options));
+    usleep(static_cast<useconds_t>(length.count() * choice(random)));
+    kill(child, SIGKILL);
+    int status = 0;
+    waitpid(child, &status, 0);
+    for (const auto& [name, bytes] : filesIn("out"))
+      ASSERT_TRUE(name[0] == '.' || whole[name] == bytes) << name << ", moment " << i;
+    ASSERT_EQ(scratch.vistrel(command("out", options)).status, 0);
+    ASSERT_TRUE(filesIn("out") == whole) << "moment " << i;
+  }
+  std::printf("killed at %llu moments\n", static_cast<unsigned long long>(moments));
 }
 
 TEST_F(Killed, InterruptsLeaveOnlyCompleteFiles) {
