@@ -38,7 +38,8 @@ set(exempt
   apps/tools/scene/sensor.cpp apps/tools/scene/exposure.cpp           # scene_test.cpp
   apps/tools/sheet/contact_sheet.cpp                                  # compare_test.cpp
   # These have programs of their own.
-  apps/commands/selftest_command.cpp apps/tools/selftest/cases.cpp apps/tools/selftest/run.cpp
+  apps/commands/selftest_command.cpp apps/tools/selftest/cases.cpp apps/tools/selftest/print.cpp
+  apps/tools/selftest/run.cpp wasm/fields.cpp
   apps/tools/manual/bash.cpp apps/tools/manual/description.cpp apps/tools/manual/details.cpp
   apps/tools/manual/fish.cpp apps/tools/manual/main.cpp apps/tools/manual/man_page.cpp
   apps/tools/manual/zsh.cpp)
