@@ -53,11 +53,12 @@ set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/d
   apps/tools/sheet apps/look apps/colour apps/options apps/progress apps/names apps/plugin apps/pictures apps/files
   apps/error apps/rejection)
 
+set(wasm interface)
 set(python interface apps/names apps/error common/rows)
 
 set(tests ${bench} host ${apps} bench)
 set(modules
-  common cpu streams curves samples output finish cfa platform demosaic frontend host apps python bench tests)
+  common cpu streams curves samples output finish cfa platform demosaic frontend host apps wasm python bench tests)
 set(all_modules entries interface common/simd common/rows ${modules} ${apps})
 
 # The module of a path from the root; of a public header by its name.
