@@ -22,7 +22,13 @@ cmake_dependent_option(VISTREL_QEMU_TESTS "Run tests on emulated processors too"
   VISTREL_TESTS OFF)
 cmake_dependent_option(VISTREL_BENCH
   "Build the benchmarks (peers: OpenCV, libdc1394, LibRaw, libswscale)" OFF VISTREL_HOST OFF)
+# Static ones only where the platform has no others, for our own programs.
+option(BUILD_SHARED_LIBS "Build shared libraries" ON)
+cmake_dependent_option(VISTREL_EVERYWHERE
+  "Build only the tests that run on every machine: the selftest and vistrel-check" OFF
+  "VISTREL_HOST;NOT VISTREL_TESTS" OFF)
 option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)
+set(VISTREL_OPTIMIZATION -O3 CACHE STRING "How far to optimise the conversions")
 option(VISTREL_WERROR "Treat warnings as errors" OFF)
 set(VISTREL_SANITIZE "" CACHE STRING "Sanitizers for all targets, e.g. address,undefined")
 
@@ -43,7 +49,8 @@ include_directories(${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 # Exactness is a property of the build: no fused multiply-add, no reassociation.
 add_library(vistrel_exact INTERFACE)
 target_compile_options(vistrel_exact INTERFACE
-  -ffp-contract=off -fno-fast-math -fno-semantic-interposition -Wno-psabi)
+  -ffp-contract=off -fno-fast-math -Wno-psabi
+  $<$<NOT:$<BOOL:${EMSCRIPTEN}>>:-fno-semantic-interposition>)
 target_compile_definitions(vistrel_exact INTERFACE $<$<CONFIG:Debug>:VISTREL_KEEP_CALLS>)
 
 # For sources that take longer to compile than to run.

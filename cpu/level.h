@@ -103,7 +103,8 @@ inline Level currentLevel() { return levelOfIndex(ippJumpIndexForMergedLibs); }
   (std::array{VISTREL_BODY_OF(base, __VA_ARGS__), \
               VISTREL_BODY_OF(neon, __VA_ARGS__)}[static_cast<size_t>(level)])
 #else
-#define VISTREL_AT_LEVEL(level, ...) (static_cast<void>(level), VISTREL_BODY_OF(base, __VA_ARGS__))
+#define VISTREL_AT_LEVEL(level, ...) \
+  (std::array{VISTREL_BODY_OF(base, __VA_ARGS__)}[static_cast<size_t>(level)])
 #endif
 #define VISTREL_BY_LEVEL(...) VISTREL_AT_LEVEL(::vistrel::core::currentLevel(), __VA_ARGS__)
 

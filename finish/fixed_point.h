@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-namespace vistrel::core {
+#include "common/uint128.h"
 
-__extension__ typedef unsigned __int128 Uint128;
+namespace vistrel::core {
 
 // A number with 64 bits after the point.
 using Fixed = Uint128;

@@ -14,8 +14,12 @@
 namespace vistrel::host {
 namespace {
 
-size_t aligned(size_t bytes) {
-  return (bytes + core::Arena::kAlign - 1) / core::Arena::kAlign * core::Arena::kAlign;
+// Of shared memory, and that of so many members after it.
+size_t bytesOf(size_t shared, size_t members, size_t member) {
+  core::Arena count;
+  count.take<unsigned char>(shared);
+  for (size_t i = 0; i < members; ++i) count.take<unsigned char>(member);
+  return count.used();
 }
 
 // The scratch memory of one thread.
@@ -39,7 +43,7 @@ size_t turnedMemberBytes(const EngineCall& call) {
 struct BandMemory {
   BandMemory(const EngineCall& call, const Bands& bands)
       : table(finishTableBytes(call.plan, call.conversion)), member(rowsMemberBytes(call)),
-        bytes(table + bands.members() * member) {}
+        bytes(bytesOf(table, bands.members(), member)) {}
 
   size_t table, member, bytes;  // shared; of one thread; of all
 };
@@ -68,7 +72,8 @@ class TurnedConversion {
   }
 
   size_t bytes() const {
-    return imageBytes() + std::max(uprightMemory_.bytes, bands_.members() * memberBytes_);
+    return std::max(bytesOf(imageBytes(), 1, uprightMemory_.bytes),
+                    bytesOf(imageBytes(), bands_.members(), memberBytes_));
   }
 
   void make(const ThreadSource& threadSource, unsigned char* scratch) const {
@@ -81,7 +86,7 @@ class TurnedConversion {
   }
 
  private:
-  size_t imageBytes() const { return aligned(plan_.layout.bytes); }
+  size_t imageBytes() const { return bytesOf(plan_.layout.bytes, 0, 0); }
   EngineCall uprightCall(unsigned char* pixels) const {
     return {plan_,       call_.frame, conversion_,
             call_.gains, pixels,      static_cast<ptrdiff_t>(plan_.layout.row_bytes)};

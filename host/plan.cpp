@@ -1,5 +1,6 @@
 #include "host/plan.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "common/work_layout.h"
@@ -17,6 +18,7 @@ namespace {
 // The library counts the samples of a frame, a work buffer and a result with 32 bits.
 constexpr uint64_t kMaxSamples = std::numeric_limits<uint32_t>::max();
 constexpr uint64_t kMaxBytes = std::numeric_limits<size_t>::max() / 2;
+constexpr uint64_t kMaxBuffered = std::min(kMaxSamples, kMaxBytes / 2);
 
 bool isWhole(const vistrel_region& r) { return !r.x && !r.y && !r.width && !r.height; }
 
@@ -63,8 +65,9 @@ Extent placeRegion(Plan& p, const vistrel_frame& f, const vistrel_conversion& c)
   return e;
 }
 
-// The engine counts rows and columns with 31 bits, so products of two sides fit 64 bits.
-constexpr uint64_t kMaxSide = 0x7FFFFF00;
+// The engine counts rows and columns with 31 bits, so products of two sides fit 64 bits. With
+// pointers of 32 bits, it counts the samples of a few rows with 32.
+constexpr uint64_t kMaxSide = sizeof(size_t) == 8 ? 0x7FFFFF00 : 0xFFFF00;
 
 void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
                   const vistrel_conversion& c) {
@@ -73,16 +76,16 @@ void checkAmounts(const Plan& p, const Extent& e, const vistrel_frame& f,
     rejectRegion(VISTREL_TOO_LARGE, f, c, "{} more than {} rows or columns", padding, kMaxSide);
   if (e.width * e.height > kMaxSamples)
     rejectRegion(VISTREL_TOO_LARGE, f, c, "{} more than {} samples", padding, kMaxSamples);
-  if (p.throughBuffer && (3 * e.width + 18) * (e.height + 6) > kMaxSamples)
+  if (p.throughBuffer && (3 * e.width + 18) * (e.height + 6) > kMaxBuffered)
     rejectRegion(VISTREL_TOO_LARGE, f, c, "its raw gray takes a buffer of more than {} samples",
-                 kMaxSamples);
+                 kMaxBuffered);
 }
 
 // The stride of a single row does not matter.
 bool isTooLarge(uint64_t stride, uint32_t rows) { return rows > 1 && stride > kMaxBytes / rows; }
 
 void checkFrameBytes(const vistrel_frame& f) {
-  if (isTooLarge(strideOf(f), f.height))
+  if (isTooLarge(strideOf(f), f.height) || rowBytesOf(f) > kMaxBytes)
     reject(VISTREL_TOO_LARGE, "frame.stride", strideOf(f), "no memory can hold {} such rows",
            f.height);
 }
@@ -111,7 +114,7 @@ ByteRows rowsOf(const vistrel_layout& l, const vistrel_image& image, ptrdiff_t s
            countOf(l.row_bytes, "byte"));
   if (isTooLarge(distance, l.height) || below > first)
     reject(VISTREL_TOO_LARGE, "image.stride", stride, "no memory can hold {} such rows", l.height);
-  return {first - below, distance, l.row_bytes, l.height};
+  return {first - static_cast<uintptr_t>(below), distance, l.row_bytes, l.height};
 }
 
 }  // namespace
@@ -178,7 +181,8 @@ ByteRows planesIn(const Plan& plan, const vistrel_image& image, const ByteRows& 
   if (firstRows.stride > kMaxBytes / format.planes / l.height)
     reject(VISTREL_TOO_LARGE, "image.stride", image.stride, "no memory can hold {}",
            countOf(l.height, "such row"));
-  const size_t bytes = bytesOf(format, planesOf(format, l.width, l.height, firstRows.stride));
+  const auto stride = static_cast<size_t>(firstRows.stride);
+  const size_t bytes = bytesOf(format, planesOf(format, l.width, l.height, stride));
   if (image.size < bytes)
     reject(VISTREL_SHORT_BUFFER, "image.size", image.size, "planes of {}, stride {}, take {} bytes",
            countOf(l.height, "row"), firstRows.stride, bytes);

@@ -132,7 +132,7 @@ void PushedConversion::checkPortion(const void* samples, size_t size, uint32_t r
 
 void PushedConversion::push(const void* samples, uint32_t rows) {
   const auto* row = static_cast<const unsigned char*>(samples);
-  const size_t stride = strideOf(frame_);
+  const auto stride = static_cast<size_t>(strideOf(frame_));
   isOver_ = true;  // unless all samples pass
   for (; rows > 0; --rows, ++pushed_, row += stride) {
     if (pushed_ < part_.top || pushed_ >= part_.bottom) continue;

@@ -5,11 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <condition_variable>
-#include <mutex>
 #include <new>
 #include <vector>
 
 #include "common/rows/arena.h"
+#include "host/fork.h"
+#include "host/mutex.h"
 #include "host/status.h"
 
 namespace vistrel::host {
@@ -19,7 +20,7 @@ constexpr uint32_t kStreams = VISTREL_MAX_STREAMS;
 using State = StreamRecord::State;
 
 // Guards the pool. A process that forks holds the mutex meanwhile, so the child's pool is intact.
-constinit std::mutex g_mutex;
+VISTREL_GLOBAL_MUTEX g_mutex;
 
 // A cancelled thread would unwind through entries that let no exception escape.
 class CancellationOff {
@@ -114,12 +115,11 @@ Pool& pool() {
   return *g_pool;
 }
 
-[[maybe_unused]] const int g_forkHandlers =
-    pthread_atfork([] { g_mutex.lock(); }, [] { g_mutex.unlock(); },
-                   [] {
-                     if (g_pool) g_pool->restore();
-                     g_mutex.unlock();
-                   });
+[[maybe_unused]] const int g_forkHandlers = atFork([] { g_mutex.lock(); }, [] { g_mutex.unlock(); },
+                                                   [] {
+                                                     if (g_pool) g_pool->restore();
+                                                     g_mutex.unlock();
+                                                   });
 
 }  // namespace
 
@@ -129,7 +129,7 @@ void* Scratch::reserve(size_t bytes) {
   free();
   constexpr size_t kAlign = core::Arena::kAlign;
   const size_t lines = std::max<size_t>(bytes / kAlign + (bytes % kAlign > 0), 1);
-  block_.reset(std::aligned_alloc(kAlign, lines * kAlign));
+  block_.reset(core::allocateAligned(kAlign, lines * kAlign));
   if (!block_) throw std::bad_alloc();
   bytes_ = bytes;
   return block_.get();

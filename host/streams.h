@@ -5,9 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 
+#include "common/aligned_memory.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::host {
@@ -21,10 +21,7 @@ class Scratch {
   void free() { block_.reset(), bytes_ = 0; }
 
  private:
-  struct Free {
-    void operator()(void* block) const { std::free(block); }
-  };
-  std::unique_ptr<void, Free> block_;
+  std::unique_ptr<void, core::FreeAligned> block_;
   size_t bytes_ = 0;
 };
 

@@ -3,8 +3,9 @@
 #include <signal.h>
 
 #include <chrono>
-#include <mutex>
 
+#include "host/fork.h"
+#include "host/mutex.h"
 #include "host/status.h"
 
 namespace vistrel::host {
@@ -52,6 +53,9 @@ void relax() {
 #endif
 }
 
+#ifdef _WIN32
+class SignalsBlocked {};  // there are none
+#else
 // While one exists, new threads block all signals, which are for the program's own threads.
 class SignalsBlocked {
  public:
@@ -67,6 +71,7 @@ class SignalsBlocked {
  private:
   sigset_t before_;
 };
+#endif
 
 }  // namespace
 
@@ -100,7 +105,7 @@ Team::Team(uint32_t threads) : workers_(threads - 1), worker_(new Worker[workers
 Team::~Team() { end(); }
 
 void Team::start() {
-  const SignalsBlocked blocked;
+  [[maybe_unused]] const SignalsBlocked blocked;
   const auto work = [](void* worker) -> void* {
     static_cast<Worker*>(worker)->work();
     return nullptr;
@@ -155,7 +160,7 @@ union NeverDestroyed {
   ~NeverDestroyed() {}
 };
 constinit NeverDestroyed g_all;
-constinit std::mutex g_mutex;  // guards it
+VISTREL_GLOBAL_MUTEX g_mutex;  // guards it
 
 void abandonAll() {
   for (Entry* entry = g_all.teams.first.get(); entry; entry = entry->next.get()) {
@@ -165,8 +170,8 @@ void abandonAll() {
   }
 }
 
-[[maybe_unused]] const int g_forkHandlers = pthread_atfork(
-    [] { g_mutex.lock(); }, [] { g_mutex.unlock(); }, [] { abandonAll(), g_mutex.unlock(); });
+[[maybe_unused]] const int g_forkHandlers = atFork([] { g_mutex.lock(); }, [] { g_mutex.unlock(); },
+                                                   [] { abandonAll(), g_mutex.unlock(); });
 
 // The caller holds the mutex. Throws Rejection, including for a team at work.
 Place& placeOf(const vistrel_team* team, std::string_view argument) {

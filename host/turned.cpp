@@ -88,7 +88,7 @@ void storeTurned(const EngineCall& call, const unsigned char* upright, ImageRows
   Gather* const gatherRows = gatherOf(pixelBytes);
   for (uint32_t y = rows.first; y < rows.end; y += kRowsTogether) {
     const uint32_t count = std::min(kRowsTogether, rows.end - y);
-    const ptrdiff_t first = turn.first + ptrdiff_t{y} * turn.down;
+    const ptrdiff_t first = turn.first + static_cast<ptrdiff_t>(y) * turn.down;
     gatherRows(upright + first * static_cast<ptrdiff_t>(pixelBytes), turn, count, l.width, lines);
     for (uint32_t i = 0; i < count; ++i) {
       pixels.rows().begin(y + i);

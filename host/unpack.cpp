@@ -48,7 +48,7 @@ PackedFrame measure(const vistrel_packed* packed) {
   f.sampleBytes = core::sampleBytes(f.packing);
   if (all > kMaxBytes / f.sampleBytes) rejectSize(p);
   f.unpackedBytes = static_cast<size_t>(all * f.sampleBytes);
-  f.rowBytes = core::packedBytes(f.packing, static_cast<size_t>(f.samples));
+  f.rowBytes = static_cast<size_t>(core::packedBytes(f.packing, f.samples));
   f.stride = p.stride ? p.stride : f.rowBytes;
   if (f.stride < f.rowBytes)
     reject(VISTREL_BAD_STRIDE, "packed.stride", p.stride, "a row of {} has {}",

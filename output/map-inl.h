@@ -6,6 +6,7 @@
 #define VISTREL_MAP_INL_H
 #endif
 
+#include "common/simd/lanes-inl.h"
 #include "output/reduce-inl.h"
 
 VISTREL_BEGIN_TARGET
@@ -23,10 +24,12 @@ inline void tableIndices(const uint16_t* __restrict s, uint16_t* __restrict inde
   for (; i < n; ++i) index[i] = atMost<uint16_t>(uint32_t{s[i]} >> shift, 1023);
 }
 
-// The entries of eight samples, the first in the lowest byte. They are joined as a tree, since a
+// The entries of eight samples, in order in memory. They are joined as a tree, since a
 // chain of shifts would take longer than the look-ups.
 VISTREL_INLINE uint64_t eightEntries(const uint16_t* index, const uint8_t* table) {
-  const auto entry = [=](int i) { return uint64_t{table[index[i]]} << (8 * i); };
+  const auto entry = [=](int i) {
+    return uint64_t{table[index[i]]} << 8 * (kFirstIsLow ? i : 7 - i);
+  };
   return ((entry(0) | entry(1)) | (entry(2) | entry(3))) |
          ((entry(4) | entry(5)) | (entry(6) | entry(7)));
 }

@@ -17,7 +17,11 @@ uint32_t OS_timeGetTime() { return OS_GetTickCount(); }
 void OS_GetLocalTime(_OS_SYSTEMTIME* pTime) {
   const std::time_t now = std::time(nullptr);
   std::tm date{};
+#ifdef _WIN32
+  gmtime_s(&date, &now);
+#else
   gmtime_r(&now, &date);
+#endif
   *pTime = {};
   pTime->year = static_cast<uint16_t>(date.tm_year + 1900);
   pTime->month = static_cast<uint16_t>(date.tm_mon + 1);

@@ -44,7 +44,7 @@ struct ColumnsTogether {
   VISTREL_INLINE static Value part(Value v, size_t) { return v; }
   VISTREL_INLINE static Value join(const Value (&parts)[1]) { return parts[0]; }
   VISTREL_INLINE static Value constant(ColumnPair<uint32_t> pair, size_t) {
-    return as<Value>(Vec<uint32_t>{} + (pair.even | pair.odd << 16));
+    return as<Value>(Vec<uint32_t>{} + pairOf(pair.even, pair.odd));
   }
 };
 

@@ -38,7 +38,7 @@ constexpr unsigned storedBits(Packing packing) {
 constexpr size_t sampleBytes(Packing packing) { return packing == Packing::bytes ? 1 : 2; }
 
 // Eight samples take as many bytes as a sample takes bits.
-constexpr size_t packedBytes(Packing packing, size_t samples) {
+constexpr uint64_t packedBytes(Packing packing, uint64_t samples) {
   return samples / 8 * storedBits(packing) + (samples % 8 * storedBits(packing) + 7) / 8;
 }
 

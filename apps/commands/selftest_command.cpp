@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/error.h"
+#include "apps/tools/selftest/print.h"
 #include "apps/tools/selftest/run.h"
 
 namespace vistrel::app {
@@ -20,23 +21,6 @@ of this machine, and compares hashes of the results with those of a reference
 implementation.
 
 Exit status: 0 all results are correct, 1 some differ.)";
-
-std::string levelsOf(const selftest::Summary& summary) {
-  std::string levels;
-  for (const std::string& level : summary.levels) levels += (levels.empty() ? "" : ", ") + level;
-  return levels;
-}
-
-void printText(const selftest::Summary& v) {
-  for (const selftest::Difference& d : v.differences)
-    fmt::print("DIFFERS: {}, level {}: hash {:016x}, expected {:016x}\n", d.combination, d.level,
-               d.got, d.expected);
-  if (v.differences.empty())
-    fmt::print("OK: {} combinations at each of {} levels: {}\n", v.combinations, v.levels.size(),
-               levelsOf(v));
-  else
-    fmt::print("{} of {} results differ\n", v.differences.size(), v.combinations * v.levels.size());
-}
 
 void printJson(const selftest::Summary& v) {
   nlohmann::ordered_json json{{"ok", v.differences.empty()},
@@ -62,7 +46,7 @@ void addSelftestCommand(CLI::App& program, int& status) {
   command->footer(kSelftestExamples);
   command->callback([json, &status] {
     const selftest::Summary summary = selftest::run();
-    *json ? printJson(summary) : printText(summary);
+    *json ? printJson(summary) : selftest::print(summary);
     status = summary.differences.empty() ? kDone : kSomeFailed;
   });
 }

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdlib>
+#include <cstdint>
 #include <memory>
+
+#include "common/aligned_memory.h"
 
 namespace vistrel::core {
 
@@ -12,16 +14,18 @@ namespace vistrel::core {
 class Arena {
  public:
   static constexpr size_t kAlign = 64;
+  static constexpr size_t kMost = SIZE_MAX / kAlign * kAlign;
 
   Arena() = default;  // counts
   // block must be aligned to kAlign.
   explicit Arena(void* block) : block_(static_cast<char*>(block)) {}
 
-  // n elements, not initialized.
+  // n elements, not initialized. Counts no further than to kMost, which no allocation grants.
   template <class T>
   T* take(size_t n) {
     void* const place = block_ ? block_ + used_ : nullptr;
-    used_ += (n * sizeof(T) + kAlign - 1) / kAlign * kAlign;
+    const bool fits = n <= (kMost - used_) / sizeof(T);
+    used_ = fits ? used_ + (n * sizeof(T) + kAlign - 1) / kAlign * kAlign : kMost;
     return static_cast<T*>(place);
   }
 
@@ -37,12 +41,9 @@ class Arena {
 // must only construct what takes memory. Returns false if the allocation fails.
 template <class Body>
 bool withArena(Body body) {
-  struct Free {
-    void operator()(void* block) const { std::free(block); }
-  };
   Arena count;
   body(count);
-  const std::unique_ptr<void, Free> block(std::aligned_alloc(Arena::kAlign, count.used()));
+  const std::unique_ptr<void, FreeAligned> block(allocateAligned(Arena::kAlign, count.used()));
   if (!block) return false;
   Arena arena(block.get());
   body(arena);

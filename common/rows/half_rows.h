@@ -12,6 +12,7 @@
 #include <type_traits>
 
 #include "common/rows/arena.h"
+#include "common/uint128.h"
 
 namespace vistrel::core {
 
@@ -41,8 +42,7 @@ class HalfRowRing {
   // row % rows_ without a division: windows look up ten rows for each row that they make. See
   // Lemire, Kaser and Kurz, Faster remainder by direct computation (2019).
   size_t placeOf(uint32_t row) const {
-    __extension__ using Wide = unsigned __int128;
-    return static_cast<size_t>(Wide{reciprocal_ * row} * rows_ >> 64);
+    return static_cast<size_t>(Uint128{reciprocal_ * row} * rows_ >> 64);
   }
 
   static size_t pitchOf(size_t columns) {

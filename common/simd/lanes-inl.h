@@ -7,6 +7,8 @@
 #define VISTREL_LANES_INL_H
 #endif
 
+#include <bit>
+
 #include "common/simd/simd.h"
 
 VISTREL_BEGIN_TARGET
@@ -29,6 +31,14 @@ template <class T, size_t bytes = kVectorBytes>
 using Vec = typename VectorType<T, bytes>::Type;
 template <class T>
 constexpr size_t kLanes = kVectorBytes / sizeof(T);
+
+// Whether the first of the short lanes in the place of a long one is its lowest part.
+constexpr bool kFirstIsLow = std::endian::native == std::endian::little;
+
+// Values for two neighbouring lanes of 16 bits, as one of 32.
+constexpr uint32_t pairOf(uint32_t first, uint32_t second) {
+  return kFirstIsLow ? first | second << 16 : first << 16 | second;
+}
 
 // The same bits as another vector type of the same size.
 template <class V, class U>

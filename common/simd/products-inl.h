@@ -27,9 +27,8 @@ VISTREL_INLINE Vec<uint16_t> upperProduct(Vec<uint16_t> a, Vec<uint16_t> b) {
   return as<Vec<uint16_t>>(vuzp2q_u16(vreinterpretq_u16_u32(low), vreinterpretq_u16_u32(high)));
 #else
   const auto x = as<Vec<uint32_t>>(a), y = as<Vec<uint32_t>>(b);
-  const Vec<uint32_t> even = (x & 0xFFFF) * (y & 0xFFFF), odd = (x >> 16) * (y >> 16);
-  using Wide = EvenOdd<uint16_t>::Value;
-  return EvenOdd<uint16_t>::join({as<Wide>(even >> 16), as<Wide>(odd >> 16)});
+  const Vec<uint32_t> low = (x & 0xFFFF) * (y & 0xFFFF), high = (x >> 16) * (y >> 16);
+  return as<Vec<uint16_t>>((low >> 16) | (high & 0xFFFF0000));
 #endif
 }
 

@@ -99,13 +99,14 @@ struct EvenOdd {
 
   VISTREL_INLINE static Value part(Vec<T> v, size_t i) {
     const auto pairs = as<Pairs>(v);
-    return as<Value>(i == 0 ? pairs & static_cast<T>(-1) : pairs >> kBits);
+    return as<Value>((i == 0) == kFirstIsLow ? pairs & static_cast<T>(-1) : pairs >> kBits);
   }
   VISTREL_INLINE static Value load(const T* p, size_t i) {
     return part(VISTREL_NAMESPACE::load(p), i);
   }
   VISTREL_INLINE static Vec<T> join(const Value (&parts)[2]) {
-    return as<Vec<T>>(as<Pairs>(parts[0]) | as<Pairs>(parts[1]) << kBits);
+    const Value low = parts[!kFirstIsLow], high = parts[kFirstIsLow];
+    return as<Vec<T>>(as<Pairs>(low) | as<Pairs>(high) << kBits);
   }
 
  private:
@@ -164,7 +165,7 @@ struct AsDouble {
   static constexpr size_t kParts = sizeof(int32_t) / sizeof(T);
 
   VISTREL_INLINE static Doubles part(Vec<T> v, size_t i) {
-    const int unused = kBits * static_cast<int>(kParts - 1 - i);
+    const int unused = kBits * static_cast<int>(kParts - 1) - shiftOf(i);
     const Lane lanes = as<Lane>(v) << unused >> (kBits * static_cast<int>(kParts - 1));
     return toDoubles(as<Vec<int32_t>>(lanes));
   }
@@ -174,7 +175,7 @@ struct AsDouble {
     Lane joined{};
     for (size_t i = 0; i < kParts; ++i) {
       const auto v = toIntegers(parts[i]);
-      joined |= as<Lane>(smaller(v, v - v + limit)) << (kBits * static_cast<int>(i));
+      joined |= as<Lane>(smaller(v, v - v + limit)) << shiftOf(i);
     }
     return as<Vec<T>>(joined);
   }
@@ -182,6 +183,11 @@ struct AsDouble {
  private:
   using Lane = Vec<uint32_t>;
   static constexpr int kBits = 8 * static_cast<int>(sizeof(T));
+
+  // Of part i within its lane.
+  static constexpr int shiftOf(size_t i) {
+    return kBits * static_cast<int>(kFirstIsLow ? i : kParts - 1 - i);
+  }
 };
 
 }  // namespace vistrel::core::VISTREL_NAMESPACE

@@ -38,9 +38,10 @@ struct FiveTaps {
     const T* const* const first = taps + 5 * (x & 1);  // the taps of columns x, x + 2 ...
     const T* const* const second = taps + 5 * (1 - (x & 1));
     if constexpr (sizeof(T) == 1) {
-      return as<Vec<T>>(mean(first, x, 0) | mean(second, x, 1) << 8);
+      constexpr int below[] = {bitsBelow<uint16_t, T>(0), bitsBelow<uint16_t, T>(1)};
+      return as<Vec<T>>(mean(first, x, 0) << below[0] | mean(second, x, 1) << below[1]);
     } else {
-      const U32 mask = U32{} + 0xFFFF;
+      const U32 mask = U32{} + pairOf(0xFFFF, 0);
       return as<U16>((as<U32>(mean(first, x)) & mask) | (as<U32>(mean(second, x)) & ~mask));
     }
   }

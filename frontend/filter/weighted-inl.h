@@ -23,12 +23,20 @@ using U32 = Vec<uint32_t>;
 using I16 = Vec<int16_t>;
 using I32 = Vec<int32_t>;
 
-// Zero-extends the samples at one place of wider lanes: every second sample, or every fourth.
+// The bits below a place of wider lanes: every second sample's, or every fourth.
+template <class Lane, class T>
+constexpr int bitsBelow(int place) {
+  constexpr int places = sizeof(Lane) / sizeof(T), bits = 8 * sizeof(T);
+  return bits * (kFirstIsLow ? place : places - 1 - place);
+}
+
+// Zero-extends the samples at such a place.
 template <class Lane, class T>
 VISTREL_INLINE Vec<Lane> samplesAt(int place, const T* p) {
-  constexpr int places = sizeof(Lane) / sizeof(T), bits = 8 * sizeof(T);
-  const Vec<Lane> lanes = as<Vec<Lane>>(load(p)) >> (bits * place);
-  return place == places - 1 ? lanes : lanes & static_cast<T>(-1);
+  constexpr int highest = 8 * (sizeof(Lane) - sizeof(T));
+  const int below = bitsBelow<Lane, T>(place);
+  const Vec<Lane> lanes = as<Vec<Lane>>(load(p)) >> below;
+  return below == highest ? lanes : lanes & static_cast<T>(-1);
 }
 
 // Quotients of 16-bit sums, limited to 0..255: n / d = n * ceil(2^(15 + s) / d) >> (15 + s) for all
@@ -102,9 +110,9 @@ class PairSums {
     for (int row = 0; row < 3; ++row) {
       const int32_t* const w = weights + 3 * row;
       const uint32_t left = static_cast<uint16_t>(w[0]), right = static_cast<uint16_t>(w[2]);
-      left_[row] += left | static_cast<uint32_t>(w[1]) << 16;
-      right_[row][0] += right;
-      right_[row][1] += right << 16;
+      left_[row] += pairOf(left, static_cast<uint16_t>(w[1]));
+      right_[row][0] += pairOf(right, 0);
+      right_[row][1] += pairOf(0, right);
       for (int i = 0; i < 3; ++i) all += static_cast<uint32_t>(w[i]);
     }
     taken_ += all << 15;
@@ -145,10 +153,12 @@ class Weighted {
   explicit Weighted(const _FLT_3X3& filter) : sums_(filter.anWeights), quotient_(filter.nDivisor) {}
 
   VISTREL_INLINE Vec<T> at(const T* const* taps, size_t x) const {
-    constexpr int bits = 8 * sizeof(T), places = kLanes<T> / kLanes<typename Quotient::Lane>;
-    Vec<typename Quotient::Lane> result{};
+    using Lane = typename Quotient::Lane;
+    constexpr int places = kLanes<T> / kLanes<Lane>;
+    Vec<Lane> result{};
     for (int place = 0; place < places; ++place)
-      result |= quotient_.template of<kLimit<T>>(sums_.at(taps, x, place)) << (bits * place);
+      result |= quotient_.template of<kLimit<T>>(sums_.at(taps, x, place))
+                << bitsBelow<Lane, T>(place);
     return as<Vec<T>>(result);
   }
 

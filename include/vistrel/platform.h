@@ -1,12 +1,15 @@
 // Functions under the names of another system's interface, so that portable source code compiles
-// here. All of them are stateless. They trust the sizes they are given: like the C functions of the
-// same kind, they overrun text buffers that are too small.
+// here. On that system itself, only those for mutexes and times and OS_IsSSE exist. All of them are
+// stateless. They trust the sizes they are given: like the C functions of the same kind, they
+// overrun text buffers that are too small.
 #pragma once
 
 #include <pthread.h>
 
 #include <cstdint>
 #include <cstdio>
+
+#ifndef _WIN32
 
 // Convert 'A'..'Z' to 'a'..'z' and back, in place. Other bytes stay. Both return text.
 char* strlwr(char* text);
@@ -25,6 +28,8 @@ int fopen_s(std::FILE** pFile, const char* path, const char* mode);
 // Sets n bytes to zero.
 void ZeroMemory(void* p, int n);
 
+#endif
+
 // A mutex with default attributes; it is not recursive.
 void OS_InitializeCriticalSection(pthread_mutex_t* m);
 void OS_DeleteCriticalSection(pthread_mutex_t* m);
@@ -36,6 +41,8 @@ constexpr int16_t kUserDomain = -32763;
 constexpr int16_t kAppropriateDisk = -32767;
 constexpr uint32_t kDocumentsFolder = 0x646F6373;  // docs
 constexpr uint32_t kDomainLibrary = 0x646C6962;    // dlib
+
+#ifndef _WIN32
 
 // Writes a folder's name to path, a buffer of 1024 bytes, and creates nothing. The documents
 // folder of the user's domain is that of the XDG user directories (XDG_DOCUMENTS_DIR in
@@ -54,6 +61,8 @@ int OS_GetDirectory(int nKind, char* path, int nSize);
 // Always returns 0.
 int OS_GetDiskFreeSpaceEx(const char* path, uint32_t* pTotalLow, uint32_t* pTotalHigh,
                           uint32_t* pFreeLow, uint32_t* pFreeHigh);
+
+#endif
 
 // Milliseconds since an arbitrary start; wraps to 0 after 4294967.
 uint32_t OS_GetTickCount();

@@ -1,28 +1,18 @@
 #include "tests/check/block.h"
 
 #include <fmt/format.h>
-#include <sys/mman.h>
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <stdexcept>
+
+#include "tests/check/pages.h"
 
 namespace vistrel::core::check {
 namespace {
 
 constexpr size_t kGuardBytes = size_t{1} << 20;
 constexpr size_t kMargin = 4096;
-
-uint8_t* reserve(size_t bytes) {
-  void* map = mmap(nullptr, bytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-  if (map == MAP_FAILED) throw std::bad_alloc();
-  return static_cast<uint8_t*>(map);
-}
-
-void open(uint8_t* from, size_t bytes) {
-  if (mprotect(from, bytes, PROT_READ | PROT_WRITE) != 0) throw std::bad_alloc();
-}
 
 }  // namespace
 
@@ -63,11 +53,11 @@ std::optional<std::string> Block::describe(const uint8_t* address) const {
 
 GuardedMemory::GuardedMemory(size_t bytes)
     : capacity_((bytes + kMargin - 1) / kMargin * kMargin),
-      map_(reserve(capacity_ + 2 * kGuardBytes)) {
-  open(map_ + kGuardBytes, capacity_);
+      map_(reservePages(capacity_ + 2 * kGuardBytes)) {
+  openPages(map_ + kGuardBytes, capacity_);
 }
 
-GuardedMemory::~GuardedMemory() { munmap(map_, capacity_ + 2 * kGuardBytes); }
+GuardedMemory::~GuardedMemory() { releasePages(map_, capacity_ + 2 * kGuardBytes); }
 
 Block GuardedMemory::place(const Shape& shape, Edge edge) const {
   const size_t span = shape.span();
@@ -80,11 +70,11 @@ Block GuardedMemory::place(const Shape& shape, Edge edge) const {
   return {shape, begin, zone, 1, span + margin, 0};
 }
 
-GuardPageRows::GuardPageRows() : map_(reserve(kRows * kPitch + kPage)) {
-  for (size_t r = 0; r < kRows; ++r) open(map_ + kPage + r * kPitch, kPage);
+GuardPageRows::GuardPageRows() : map_(reservePages(kRows * kPitch + kPage)) {
+  for (size_t r = 0; r < kRows; ++r) openPages(map_ + kPage + r * kPitch, kPage);
 }
 
-GuardPageRows::~GuardPageRows() { munmap(map_, kRows * kPitch + kPage); }
+GuardPageRows::~GuardPageRows() { releasePages(map_, kRows * kPitch + kPage); }
 
 Block GuardPageRows::place(const Shape& shape, Edge edge) const {
   uint8_t* const page = map_ + kPage;

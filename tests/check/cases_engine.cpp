@@ -230,6 +230,7 @@ uint64_t runReference(const Call& call, const Memory& memory) {
 
 void addEngine(Catalogue& all) {
   for (const Way& way : kWays) {
+    if (way.convert == convertByTeam && !kHasThreads) continue;
     all.add(
         "engine",
         {way.name,

@@ -28,7 +28,7 @@ Layout layoutOf(const Call& call) {
   Layout layout;
   layout.pixels = uint64_t{call.roiWidth} * call.roiHeight;
   layout.source = Shape::contiguous(call.a == kRecord ? sizeof(_FLT_3X3) : 0);
-  layout.workBytes = raster.sampleBytes * raster.channels * layout.pixels;
+  layout.workBytes = static_cast<size_t>(raster.sampleBytes * raster.channels * layout.pixels);
   layout.destination = Shape::contiguous(layout.workBytes);
   layout.destinationRaster = layout.workRaster = raster;
   layout.stream = FrameSize{call.roiWidth, call.roiHeight};

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <bit>
 #include <cstring>
 #include <utility>
 
@@ -16,7 +17,10 @@ constexpr std::pair<const char*, Block Memory::*> kBlocks[] = {
 
 uint64_t sampleAt(const uint8_t* bytes, size_t sample, size_t sampleBytes) {
   uint64_t value = 0;
-  std::memcpy(&value, bytes + sample * sampleBytes, sampleBytes);
+  constexpr bool lowFirst = std::endian::native == std::endian::little;
+  char* const lowest =
+      reinterpret_cast<char*>(&value) + (lowFirst ? 0 : sizeof value - sampleBytes);
+  std::memcpy(lowest, bytes + sample * sampleBytes, sampleBytes);
   return value;
 }
 

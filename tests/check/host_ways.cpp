@@ -90,15 +90,21 @@ bool othersAreAsBefore(const Block& block, const std::vector<uint8_t>& before, R
   return true;
 }
 
-// A runner of the caller's: two threads, each with every other task, the last one first.
+// A runner of the caller's: two threads, each with every other task, the last one first. A single
+// thread takes both turns.
 int32_t runByTwo(void*, uint32_t count, void (*task)(void*, uint32_t), void* data) {
   const auto every = [=](uint32_t rest) {
     for (uint32_t index = count; index-- > 0;)
       if (index % 2 == rest) task(data, index);
   };
-  std::thread other(every, 1);
-  every(0);
-  other.join();
+  if constexpr (kHasThreads) {
+    std::thread other(every, 1);
+    every(0);
+    other.join();
+  } else {
+    every(1);
+    every(0);
+  }
   return 0;
 }
 

@@ -13,13 +13,19 @@ enum HostBreach : uint64_t {
   kRowsNotFinal         // although reported
 };
 
+#ifdef __EMSCRIPTEN__
+constexpr bool kHasThreads = false;
+#else
+constexpr bool kHasThreads = true;
+#endif
+
 using HostWay = uint64_t(const Call& call, const Memory& memory, HostCall& host);
 
-HostWay convertAlone;  // on a stream of the library's choice
-HostWay convertAgain;  // on one stream, with another conversion in between
-HostWay convertRows;   // bands of rows in any order
-HostWay convertByTeam;
-HostWay convertByRunner;  // of the caller's
+HostWay convertAlone;     // on a stream of the library's choice
+HostWay convertAgain;     // on one stream, with another conversion in between
+HostWay convertRows;      // bands of rows in any order
+HostWay convertByTeam;    // where there are threads
+HostWay convertByRunner;  // of the caller's; on one thread where there are no others
 HostWay convertPushed;    // portions of the frame's rows
 
 }  // namespace vistrel::core::check

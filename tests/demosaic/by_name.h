@@ -56,7 +56,7 @@ void PrepareBGRBuffer(uint32_t nImgWidth, uint32_t nBayer, uint32_t nBinning, ui
 
 template <class T>
 InPlacePixel<T> pixelAt(T* pPixel, unsigned nStride, Site site) {
-  return {pPixel, ptrdiff_t{nStride}, Mosaic(site)};
+  return {pPixel, static_cast<ptrdiff_t>(nStride), Mosaic(site)};
 }
 
 // Steps of pixel grouping.

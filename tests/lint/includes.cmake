@@ -56,11 +56,12 @@ set(apps apps/main apps/program apps/commands apps/input apps/batch apps/tools/d
 set(python interface apps/names apps/look apps/input apps/pictures apps/files apps/tools/guess apps/error
   common/rows)
 set(gstreamer interface apps/names apps/options apps/look apps/error)
+set(wasm interface)
 
 set(tests ${bench} host ${apps} bench gstreamer)
 set(modules
-  common cpu streams curves samples output finish cfa platform demosaic frontend host apps gstreamer python bench
-  tests)
+  common cpu streams curves samples output finish cfa platform demosaic frontend host apps gstreamer wasm python
+  bench tests)
 set(all_modules entries interface common/simd common/rows ${modules} ${apps})
 
 # The module of a path from the root; of a public header by its name.

@@ -42,7 +42,8 @@ set(exempt
   apps/tools/sheet/contact_sheet.cpp                                  # compare_test.cpp
   gstreamer/converter.cpp gstreamer/properties.cpp                    # element_test.cpp
   # These have programs of their own.
-  apps/commands/selftest_command.cpp apps/tools/selftest/cases.cpp apps/tools/selftest/run.cpp
+  apps/commands/selftest_command.cpp apps/tools/selftest/cases.cpp apps/tools/selftest/print.cpp
+  apps/tools/selftest/run.cpp wasm/fields.cpp
   apps/tools/manual/bash.cpp apps/tools/manual/description.cpp apps/tools/manual/details.cpp
   apps/tools/manual/fish.cpp apps/tools/manual/main.cpp apps/tools/manual/man_page.cpp
   apps/tools/manual/zsh.cpp gstreamer/plugin.cpp)

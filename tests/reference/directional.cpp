@@ -104,11 +104,11 @@ int chosen(int direct, int through, int changesOfSamples, int changesOfDifferenc
 // The difference at a red or blue site.
 int settledAt(const Plane& mosaic, const Plane& blended, const Around& logs, int x, int y) {
   const int here = blended.at(x, y);
-  const std::array others{blended.at(x - 2, y), blended.at(x + 2, y), blended.at(x, y - 2),
-                          blended.at(x, y + 2)};
+  const std::initializer_list<int> others{blended.at(x - 2, y), blended.at(x + 2, y),
+                                          blended.at(x, y - 2), blended.at(x, y + 2)};
   int changes = 0;
   for (const int other : others) changes += std::abs(other - here) >> 3;
-  const auto [least, most] = std::ranges::minmax(others);
+  const auto [least, most] = std::minmax(others);
   const Around s(mosaic, mosaic, x, y);
   const int direct =
       blendOfDirections(2 * (s.left + s.right), 2 * (s.up + s.down), logs) - 4 * mosaic.at(x, y);

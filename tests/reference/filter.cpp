@@ -21,7 +21,7 @@ struct Copy {
 template <class T>
 Copy<T> copyToWorkBuffer(uint32_t nIndex, const T* pImage, uint32_t samples, uint32_t L) {
   std::memcpy(g_pwBGRBuff[nIndex], pImage, uint32_t{samples * static_cast<uint32_t>(sizeof(T))});
-  return {reinterpret_cast<const T*>(g_pwBGRBuff[nIndex]), ptrdiff_t{L}};
+  return {reinterpret_cast<const T*>(g_pwBGRBuff[nIndex]), static_cast<ptrdiff_t>(L)};
 }
 
 struct Kernel {
@@ -63,8 +63,8 @@ template <class T>
 void convolveGray(const void* pFilter, const Copy<T>& copy, uint32_t w, uint32_t h, int ceiling,
                   T* pImage) {
   if (isOneOrTwo(h) || isOneOrTwo(w)) return;
-  convolve(kernelAt(pFilter), {{-1, 0, 1, -1, 0, 1, -1, 0, 1}}, copy, h, 1, ptrdiff_t{w} - 2,
-           ceiling, pImage);
+  convolve(kernelAt(pFilter), {{-1, 0, 1, -1, 0, 1, -1, 0, 1}}, copy, h, 1,
+           static_cast<ptrdiff_t>(w) - 2, ceiling, pImage);
 }
 
 template <class T>
@@ -136,7 +136,7 @@ void ImgFilterRGB3(uint32_t nIndex, const void* pFilter, uint32_t nImgWidth, uin
   const auto copy = copyToWorkBuffer(nIndex, pImage, L * nImgHeight, L);
   if (isOneOrTwo(nImgHeight) || (L >= 3 && L <= 6)) return;
   convolve(kernelAt(pFilter), {{-3, 0, 3, -1, 0, 1, -3, 0, 3}}, copy, nImgHeight, 3,
-           ptrdiff_t{L} - 4, 255, pImage);
+           static_cast<ptrdiff_t>(L) - 4, 255, pImage);
 }
 
 // The lower left tap is the byte before the lower one.
@@ -146,7 +146,7 @@ void ImgFilterRGB4(uint32_t nIndex, const void* pFilter, uint32_t nImgWidth, uin
   const auto copy = copyToWorkBuffer(nIndex, pImage, L * nImgHeight, L);
   if (isOneOrTwo(nImgHeight) || (L >= 4 && L <= 8)) return;
   convolve(kernelAt(pFilter), {{-4, 0, 4, -4, 0, 4, -1, 0, 4}}, copy, nImgHeight, 4,
-           ptrdiff_t{L} - 5, 255, pImage);
+           static_cast<ptrdiff_t>(L) - 5, 255, pImage);
 }
 
 uint32_t ImgFilter(uint32_t nID, const void* pFilter, uint32_t nFormat, uint32_t nImgWidth,

@@ -43,7 +43,8 @@ template <class T, class Visit>
 void forEachPixel(const Region& region, T* work, Visit visit) {
   for (uint32_t j = 0; j < region.Hf; ++j)
     for (uint32_t i = 0; i < region.Wf; ++i)
-      visit(region.siteOf(i, j), work + (ptrdiff_t{j} + 2) * region.S + 3 * (ptrdiff_t{i} + 2));
+      visit(region.siteOf(i, j), work + (static_cast<ptrdiff_t>(j) + 2) * region.S +
+                                     3 * (static_cast<ptrdiff_t>(i) + 2));
 }
 
 // Neighbours of a pixel, dx columns to the right and dy rows down.

@@ -15,10 +15,11 @@ void prepare(uint32_t nImgWidth, const Region& a, const T* pSrc, T* pWork) {
     for (uint32_t i = 0; i < a.Wf; ++i) {
       const T* const source = pSrc + (size_t{j} * nImgWidth + a.x0 + i);
       const auto s = [&](int dx, int dy) -> uint32_t {
-        return source[dy * ptrdiff_t{nImgWidth} + dx];
+        return source[dy * static_cast<ptrdiff_t>(nImgWidth) + dx];
       };
       const bool interior = j > 0 && j < a.Hf - 1 && i > 0 && i < a.Wf - 1;
-      T* const pixel = pWork + (ptrdiff_t{j} + 2) * a.S + 3 * (ptrdiff_t{i} + 2);
+      T* const pixel =
+          pWork + (static_cast<ptrdiff_t>(j) + 2) * a.S + 3 * (static_cast<ptrdiff_t>(i) + 2);
       pixel[kBlue] = pixel[kGreen] = pixel[kRed] = 0;
       switch (a.siteOf(i, j)) {
         case SITE_R: pixel[kRed] = *source; break;

@@ -108,7 +108,7 @@ template <class T, class Visit>
 void walk(T* work, const Region& a, Visit visit) {
   const uint32_t blockStart = a.nRoiX + a.nRoiWidth + (sizeof(T) == 1 ? a.nBayer >> 1 : 0);
   const uint32_t tailStart = a.nRoiX + (a.nBayer >> 1);
-  const ptrdiff_t pitch = 3 * ptrdiff_t{a.nRoiWidth} + 12;
+  const ptrdiff_t pitch = 3 * static_cast<ptrdiff_t>(a.nRoiWidth) + 12;
   for (uint32_t k = 0; k < a.nRoiHeight; ++k) {
     const uint32_t r = (a.nBayer + a.nRoiY + k) & 1;
     const int K = r == 0 ? kRed : kBlue;  // the colour that this row senses besides green
@@ -116,7 +116,7 @@ void walk(T* work, const Region& a, Visit visit) {
     for (uint32_t i = 0; i < a.nRoiWidth; ++i) {
       const bool block = i < (a.nRoiWidth & ~7U);
       const uint32_t c = ((block ? blockStart : tailStart) + i) & 1;
-      visit(Spot<T>{row + 3 * ptrdiff_t{i}, a.S, block}, r == c, K);
+      visit(Spot<T>{row + 3 * static_cast<ptrdiff_t>(i), a.S, block}, r == c, K);
     }
   }
 }

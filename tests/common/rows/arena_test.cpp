@@ -28,6 +28,17 @@ TEST(Arena, WithoutABlockOnlyCounts) {
   EXPECT_EQ(arena.used(), 192u);
 }
 
+TEST(Arena, CountsNoFurtherThanToTheMost) {
+  Arena products, sums;
+  products.take<uint64_t>(SIZE_MAX / 8 + 2);  // wraps to 8 bytes
+  EXPECT_EQ(products.used(), SIZE_MAX - 63);
+  sums.take<char>(SIZE_MAX - 100);
+  sums.take<char>(200);  // wraps to 100 bytes
+  EXPECT_EQ(sums.used(), SIZE_MAX - 63);
+  sums.take<char>(0);
+  EXPECT_EQ(sums.used(), SIZE_MAX - 63);
+}
+
 TEST(Arena, HasWhatWasCountedTheSecondTime) {
   int calls = 0;
   EXPECT_TRUE(withArena([&](Arena& arena) {
