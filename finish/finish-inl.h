@@ -65,7 +65,14 @@ VISTREL_INLINE int32_t matrixRow(const int32_t* m, int32_t a, int32_t b, int32_t
   return smaller(larger(v, 0), 65535);
 }
 
-template <bool fades, bool mixes>
+// t: in 1/256.
+VISTREL_INLINE int32_t faded(int32_t v, int32_t to, int32_t t) {
+  return v + (((to - v) * t + 128) >> 8);
+}
+
+// Clipped channels are estimated from the others, as in Zhang and Brainard, "Estimation of
+// saturated pixel values in digital color imaging" (2004), but without statistics of the scene.
+template <bool estimates, bool mixes>
 void finishColours(const Finish& how, size_t n, uint16_t* __restrict x, uint16_t* __restrict y,
                    uint16_t* __restrict z) {
   const In16Bits in16Bits(how.bits);
@@ -73,12 +80,15 @@ void finishColours(const Finish& how, size_t n, uint16_t* __restrict x, uint16_t
   const std::array<int32_t, 9> m = how.matrix;
   for (size_t i = 0; i < n; ++i) {
     int32_t a = in16Bits(x[i]), b = in16Bits(y[i]), c = in16Bits(z[i]);
-    if constexpr (fades) {
+    if constexpr (estimates) {
+      const int32_t ta = first.of(a), tb = second.of(b), tc = third.of(c);
       const int32_t most = larger(larger(a, b), c);
-      const int32_t t = larger(larger(first.of(a), second.of(b)), third.of(c));
-      a += ((most - a) * t + 128) >> 8;
-      b += ((most - b) * t + 128) >> 8;
-      c += ((most - c) * t + 128) >> 8;
+      const int32_t least =
+          smaller(smaller(faded(a, most, ta), faded(b, most, tb)), faded(c, most, tc));
+      const int32_t middle = (least + most + 1) >> 1;
+      a = faded(a, larger(a, middle), ta);
+      b = faded(b, larger(b, middle), tb);
+      c = faded(c, larger(c, middle), tc);
     }
     x[i] = static_cast<uint16_t>(mixes ? matrixRow(&m[0], a, b, c) : a);
     y[i] = static_cast<uint16_t>(mixes ? matrixRow(&m[3], a, b, c) : b);

@@ -14,7 +14,7 @@ constexpr size_t kFinishEntries = 65536;
 struct Finish {
   size_t channels;                // 1 or 3
   uint32_t bits;                  // of the pixels: 8..16
-  std::array<int32_t, 3> clip{};  // where channels clip, in 16 bits; 0: nothing becomes neutral
+  std::array<int32_t, 3> clip{};  // where channels clip, in 16 bits; 0: nowhere
   std::array<int32_t, 9> matrix{};
   bool hasMatrix = false;
   size_t sampleBytes;  // of the result

@@ -74,7 +74,7 @@ class Directional {
 
   void settle(int y) const {
     kernels_.settle[greenParity(y)](
-        rings_.samples.template window<1>(y), rings_.blends.template window<2>(y),
+        rings_.samples.template window<2>(y), rings_.blends.template window<2>(y),
         rings_.sharesOfColumn.half(y), halfSize(), rings_.settled.half(y));
     rings_.settled.mirrorEnds(y, colourParity(y));
     takeColourChanges(kernels_.colourChangesAlongRow, rings_.changesAlongRow, y);

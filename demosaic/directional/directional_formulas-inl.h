@@ -48,6 +48,10 @@ struct Directional {
   using Changes = Vec<Change<Lane>>;
 
   VISTREL_INLINE static Changes distance(V a, V b) { return as<Changes>(absolute(a - b)); }
+  // The changes on the way around a site, from neighbour to neighbour.
+  VISTREL_INLINE static Changes around(V a, V b, V c, V d) {
+    return distance(a, b) + distance(b, c) + distance(c, d) + distance(d, a);
+  }
   // The change of differences, in steps of two levels.
   VISTREL_INLINE static Changes change(V a, V b) { return distance(a, b) >> 3; }
 
@@ -95,6 +99,14 @@ struct Directional {
     return shareOf(smaller(v(0, -1), v(0, 1)) - smaller(h(-1, 0), h(1, 0)));
   }
 
+  // Of the site's colour, to the nearest sites of that colour.
+  template <class S>
+  VISTREL_INLINE static Changes ownChanges(S s) {
+    const V here = s(0, 0);
+    return distance(s(-2, 0), here) + distance(s(2, 0), here) + distance(s(0, -2), here) +
+           distance(s(0, 2), here);
+  }
+
   // At a red or blue site, from the blends b.
   template <class S, class B>
   VISTREL_INLINE static V settled(S s, B b, V shareOfColumn) {
@@ -105,9 +117,8 @@ struct Directional {
     const Changes changes = change(others[0], here) + change(others[1], here) +
                             change(others[2], here) + change(others[3], here);
     const V direct = blend((left + right) << 1, (up + down) << 1, shareOfColumn) - (s(0, 0) << 2);
-    const Changes samples =
-        distance(left, up) + distance(up, right) + distance(right, down) + distance(down, left);
-    return choose(direct, larger(smaller(here, most), least), changes, samples << 1);
+    const Changes samples = larger(around(left, up, right, down) << 1, ownChanges(s) >> 5);
+    return choose(direct, larger(smaller(here, most), least), changes, samples);
   }
 
   // d: the settled differences.
@@ -123,7 +134,7 @@ struct Directional {
     const V smoother = blend((a + b + 1) >> 1, (c + e + 1) >> 1,
                              shareOf(logarithm(rising + 1) - logarithm(falling + 1)));
     return choose((p + q + r + t + 2) >> 2, s(0, 0) + ((d(0, 0) - smoother + 2) >> 2),
-                  falling + rising, distance(p, q) + distance(r, t));
+                  falling + rising, around(p, r, q, t) >> 1);
   }
   // The colour of the sites beside a green one. cd, cs: the sums of three changes.
   template <class S, class D>

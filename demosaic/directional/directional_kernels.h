@@ -50,7 +50,7 @@ struct DirectionalKernels {
   void (*logs[2])(const HalfRowWindow<Change<Lane>, 1>& changes, size_t n, Lane* logs);
   void (*blends[2])(const DirectionWindow<Lane>& row, const DirectionWindow<Lane>& column, size_t n,
                     Lane* blends, Lane* sharesOfColumn);
-  void (*settle[2])(const HalfRowWindow<Lane, 1>& samples, const HalfRowWindow<Lane, 2>& blends,
+  void (*settle[2])(const Samples& samples, const HalfRowWindow<Lane, 2>& blends,
                     const Lane* sharesOfColumn, size_t n, Lane* differences);
   void (*colourChangesAlongRow[2])(const HalfRowWindow<Lane, 1>& samples,
                                    const HalfRowWindow<Lane, 1>& differences, size_t n,

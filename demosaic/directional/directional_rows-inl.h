@@ -88,13 +88,12 @@ void directionalBlends(const DirectionWindow<Lane>& row, const DirectionWindow<L
 }
 
 template <class Lane, int greenParity>
-void directionalSettle(const HalfRowWindow<Lane, 1>& samples, const HalfRowWindow<Lane, 2>& blends,
+void directionalSettle(const HalfRowWindow<Lane, 2>& samples, const HalfRowWindow<Lane, 2>& blends,
                        const Lane* sharesOfColumn, size_t n, Lane* differences) {
   constexpr int c = 1 - greenParity;
-  const HalfRowWindow<Lane, 1> s = samples;
-  const HalfRowWindow<Lane, 2> b = blends;
+  const HalfRowWindow<Lane, 2> s = samples, b = blends;
   for (size_t k = 0; k < n; k += kLanes<Lane>)
-    store(differences + k, Directional<Lane>::settled(Tap<Lane, 1, c>{s, k}, Tap<Lane, 2, c>{b, k},
+    store(differences + k, Directional<Lane>::settled(Tap<Lane, 2, c>{s, k}, Tap<Lane, 2, c>{b, k},
                                                       load(sharesOfColumn + k)));
 }
 

@@ -1,6 +1,8 @@
 // The mosaic of a frame as a ring of half rows: its smoothed green and its edges.
 #include "demosaic/mosaic_ring.h"
 
+#include <algorithm>
+
 #include "demosaic/job.h"
 #include "tests/arena.h"
 #include "tests/frames.h"
@@ -108,6 +110,27 @@ TEST_P(MosaicRingAt, SmoothsSamplesOfAllSizesAndRoundsDown) {
   for (int y = 0; y < 8; ++y) ring.load(y);
   for (int y = 0; y < 8; ++y) ring.smooth(y);
   for (int y = 0; y < 8; ++y) expectRow(frame, ring, y);
+}
+
+// Vectors read on behind a half row, where sums of twelve-bit samples must stay in their lanes too.
+TEST_P(MosaicRingAt, KeepsNoSampleOfAnOlderRowInItsSlack) {
+  constexpr int kSlack = 64 / sizeof(uint16_t), kHeight = 8, kLastRow = kHeight - 1;
+  for (unsigned phase = 0; phase < 4; ++phase)
+    for (uint32_t width : {34u, 66u, 71u}) {
+      RingFrame<uint16_t> frame(width, kHeight, phase, 4095);
+      for (int y = 0; y < kHeight - 2; ++y) std::fill_n(frame.row(y), width, uint16_t{65535});
+      MosaicRing<uint16_t> ring = frame.ring(3);
+      ring.load(0);
+      for (int y = 0; y < kHeight; ++y) {
+        if (y < kLastRow) ring.load(y + 1);
+        ring.smooth(y);
+      }
+      for (unsigned parity : {0u, 1u}) {
+        const uint16_t* const half = ring.half(kLastRow, parity);
+        const auto size = static_cast<ptrdiff_t>(ring.halfSize(parity));
+        EXPECT_LE(*std::max_element(half, half + size + kSlack), 4095) << width << ' ' << phase;
+      }
+    }
 }
 
 TEST(MosaicRing, HasOneColumnMoreInTheEvenHalfOfAnOddWidth) {

@@ -20,13 +20,21 @@ std::vector<uint16_t> identity() {
   return table;
 }
 
+// How near the clip level, in 1/256.
+int64_t clippingOf(int64_t v, int64_t clip) {
+  const int64_t h = clip >> 4;
+  return h ? std::clamp<int64_t>(v - clip + h, 0, h) * 256 / h : 0;
+}
+
 Pixel finished(Pixel v, const Finish& how) {
-  int64_t t = 0;
-  for (size_t c = 0; c < 3; ++c)
-    if (const int64_t h = how.clip[c] >> 4)
-      t = std::max(t, std::clamp<int64_t>(v[c] - how.clip[c] + h, 0, h) * 256 / h);
   const int64_t most = std::max({v[0], v[1], v[2]});
-  for (int64_t& x : v) x += ((most - x) * t + 128) >> 8;
+  Pixel t, least;
+  for (size_t c = 0; c < 3; ++c) {
+    t[c] = clippingOf(v[c], how.clip[c]);
+    least[c] = v[c] + (((most - v[c]) * t[c] + 128) >> 8);
+  }
+  const int64_t middle = (std::min({least[0], least[1], least[2]}) + most + 1) >> 1;
+  for (size_t c = 0; c < 3; ++c) v[c] += (std::max<int64_t>(middle - v[c], 0) * t[c] + 128) >> 8;
   if (!how.hasMatrix) return v;
   const Pixel from = v;
   for (size_t row = 0; row < 3; ++row) {
@@ -66,17 +74,22 @@ TEST_P(FinishRows, AreTheFormulas) {
   }
 }
 
-// One pixel of several tiles clips in one channel, and becomes neutral; the others stay.
-TEST_P(FinishRows, FadeTheHighlightsOfAnyPixel) {
+// One pixel of several tiles clips in one channel, which rises to the middle of the others.
+TEST_P(FinishRows, EstimateTheHighlightsOfAnyPixel) {
   const auto table = identity();
   Finish how{.channels = 3, .bits = 16, .sampleBytes = 2, .table = table.data()};
-  how.clip = {60000, 60000, 60000};
   for (const size_t at : {0, 100, 255, 256, 511, 512, 598, 599})
     for (size_t channel = 0; channel < 3; ++channel) {
-      std::vector<uint16_t> pixels(3 * 600, 1000), expected = pixels;
-      pixels[3 * at + channel] = 60000;
-      std::fill_n(expected.begin() + static_cast<ptrdiff_t>(3 * at), 3, uint16_t{60000});
-      std::vector<uint16_t> result(pixels.size());
+      how.clip = {60000, 60000, 60000};
+      how.clip[channel] = 500;
+      std::vector<uint16_t> pixels(3 * 600, 100);
+      for (size_t i = 0; i < pixels.size(); i += 3) {
+        pixels[i + (channel + 1) % 3] = 1000;
+        pixels[i + (channel + 2) % 3] = 2000;
+      }
+      pixels[3 * at + channel] = 500;
+      std::vector<uint16_t> expected = pixels, result(pixels.size());
+      expected[3 * at + channel] = 1500;
       finishRow(pixels.data(), 600, how, result.data());
       ASSERT_EQ(result, expected) << at << ", channel " << channel;
     }

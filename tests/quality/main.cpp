@@ -135,8 +135,9 @@ void printFalseColour(const Planes& rings) {
   for (const double percent : kNoise) {
     const Planes seen = withNoise(rings, percent / 100, kSeed);
     print(rowOf(fmt::format("{} %", percent), [&seen](size_t i) {
-      return fmt::format("{:.2f}", chromaWithin(demosaiced(seen, kSceneBits, kAlgorithms[i]),
-                                                kGrayUpTo / kRingsPerPixel, Light::kLinear));
+      const Chroma chroma = chromaWithin(demosaiced(seen, kSceneBits, kAlgorithms[i]),
+                                         kGrayUpTo / kRingsPerPixel, Light::kLinear);
+      return fmt::format("{:.2f}, {:.0f}", chroma.mean, chroma.largest);
     }));
   }
 }

@@ -82,15 +82,17 @@ Measures Truth::of(const Planes& picture) const {
           distances / pixels, 100 * zippers / pixels, worst};
 }
 
-double chromaWithin(const Planes& picture, double radius, Light light) {
+Chroma chromaWithin(const Planes& picture, double radius, Light light) {
   const LabPlane colours(picture, light);
-  double sum = 0, pixels = 0;
+  double sum = 0, pixels = 0, largest = 0;
   forEachInside(picture.width, picture.height, [&](int x, int y) {
     if (std::hypot(x + 0.5 - picture.width / 2.0, y + 0.5 - picture.height / 2.0) > radius) return;
-    sum += std::hypot(colours.at(x, y).a, colours.at(x, y).b);
+    const double chroma = std::hypot(colours.at(x, y).a, colours.at(x, y).b);
+    sum += chroma;
+    largest = std::max(largest, chroma);
     ++pixels;
   });
-  return sum / pixels;
+  return {sum / pixels, largest};
 }
 
 Image displayed(const Planes& picture, Light light) {

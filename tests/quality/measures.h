@@ -49,8 +49,12 @@ class Truth {
 // Of linear light under D65.
 Lab labOf(double red, double green, double blue);
 
-// The mean distance in CIELAB from gray, up to that many pixels from the centre.
-double chromaWithin(const Planes& picture, double radius, Light light);
+struct Chroma {
+  double mean, largest;
+};
+
+// The distance in CIELAB from gray, up to that many pixels from the centre.
+Chroma chromaWithin(const Planes& picture, double radius, Light light);
 
 // As it is displayed, in blue, green, red of 8 bits.
 Image displayed(const Planes& picture, Light light);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "tests/quality/algorithms.h"
 #include "tests/quality/measures.h"
@@ -54,10 +55,14 @@ TEST(QualityMeasures, CountZippers) {
 
 TEST(QualityMeasures, FindColourNearTheCentre) {
   Planes picture = flat(0.4f, 0.4f, 0.4f);
-  EXPECT_NEAR(chromaWithin(picture, 8, Light::kLinear), 0, 1e-3);
+  EXPECT_NEAR(chromaWithin(picture, 8, Light::kLinear).largest, 0, 1e-3);
   picture.at(0, 11, 11) = 1;  // 12 pixels from the centre
-  EXPECT_NEAR(chromaWithin(picture, 8, Light::kLinear), 0, 1e-3);
-  EXPECT_GT(chromaWithin(picture, 13, Light::kLinear), 0.05);
+  EXPECT_NEAR(chromaWithin(picture, 8, Light::kLinear).largest, 0, 1e-3);
+  const Chroma chroma = chromaWithin(picture, 13, Light::kLinear);
+  const Lab red = labOf(1, 0.4, 0.4);
+  EXPECT_NEAR(chroma.largest, std::hypot(red.a, red.b), 1e-3);
+  EXPECT_GT(chroma.mean, 0.05);
+  EXPECT_LT(chroma.mean, 0.2);
 }
 
 TEST(QualityMeasures, SeeDisplayedSamples) {
@@ -138,8 +143,59 @@ TEST(QualityDirectional, IsCloserThanAhdAndEdgeWithAnyNoise) {
 
 TEST(QualityDirectional, ShowsLessColourOnGrayRingsThanAhd) {
   const double radius = kGrayUpTo / kRingsPerPixel;
-  EXPECT_LT(chromaWithin(demosaiced(rings(), 12, algorithm("directional")), radius, Light::kLinear),
-            chromaWithin(demosaiced(rings(), 12, algorithm("ahd")), radius, Light::kLinear));
+  const auto colourOf = [&](std::string_view name) {
+    return chromaWithin(demosaiced(rings(), 12, algorithm(name)), radius, Light::kLinear).mean;
+  };
+  EXPECT_LT(colourOf("directional"), colourOf("ahd"));
+}
+
+constexpr int kPlateSize = 256;
+
+// phaseAt: of gray waves, by the place from the centre of the picture.
+template <class PhaseAt>
+Planes grayWaves(const PhaseAt& phaseAt) {
+  Planes planes(kPlateSize, kPlateSize);
+  for (int y = 0; y < kPlateSize; ++y)
+    for (int x = 0; x < kPlateSize; ++x) {
+      const double phase = phaseAt(x - kPlateSize / 2.0, y - kPlateSize / 2.0);
+      for (size_t c : {0, 1, 2})
+        planes.at(c, x, y) = static_cast<float>(0.5 + 0.5 * std::cos(phase));
+    }
+  return planes;
+}
+
+void expectNoStrongerColourThanAhd(const Planes& gray, double radius) {
+  for (const uint32_t bits : {8, 10, 12, 14, 16}) {
+    const auto largest = [&](std::string_view name) {
+      return chromaWithin(demosaiced(gray, bits, algorithm(name)), radius, Light::kLinear).largest;
+    };
+    EXPECT_LT(largest("directional"), largest("ahd")) << bits << " bits";
+  }
+}
+
+// Up to 0.30 and up to 0.35 cycles a pixel.
+TEST(QualityDirectional, HasNoPixelOfStrongerColourOnGrayPlatesThanAhd) {
+  for (const auto& [x0, y0] : {std::pair{0.0, 0.0}, {0.5, 0.5}, {0.3, -0.3}, {0.0, -0.5}})
+    for (const double start : {0.0, std::numbers::pi}) {
+      SCOPED_TRACE(testing::Message() << x0 << ' ' << y0 << ' ' << start);
+      const Planes plate = grayWaves([&, x0 = x0, y0 = y0](double x, double y) {
+        const double squares = (x - x0) * (x - x0) + (y - y0) * (y - y0);
+        return start + std::numbers::pi * squares / kPlateSize;
+      });
+      for (const double frequency : {0.30, 0.35})
+        expectNoStrongerColourThanAhd(plate, frequency * kPlateSize);
+    }
+}
+
+// At red or blue sites in dark lines at 45 degrees, all samples of green around are the same.
+TEST(QualityDirectional, HasNoPixelOfStrongerColourOnGrayDiagonalsThanAhd) {
+  for (const double frequency : {0.30, 0.32, 0.335, 0.35}) {
+    SCOPED_TRACE(frequency);
+    const Planes waves = grayWaves([&](double x, double y) {
+      return std::numbers::pi * (1 + std::numbers::sqrt2 * frequency * (x + y));
+    });
+    expectNoStrongerColourThanAhd(waves, kPlateSize / 4.0);
+  }
 }
 
 }  // namespace

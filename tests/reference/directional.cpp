@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 #include "tests/reference/cfa_sites.h"
 
@@ -101,6 +102,13 @@ int chosen(int direct, int through, int changesOfSamples, int changesOfDifferenc
                           directionalLog(8 + changesOfSamples));
 }
 
+// From each of the values to the next one, and from the last to the first.
+int changesAround(const std::array<int, 4>& values) {
+  int changes = 0;
+  for (size_t i = 0; i < 4; ++i) changes += std::abs(values[i] - values[(i + 1) % 4]);
+  return changes;
+}
+
 // The difference at a red or blue site.
 int settledAt(const Plane& mosaic, const Plane& blended, const Around& logs, int x, int y) {
   const int here = blended.at(x, y);
@@ -112,9 +120,11 @@ int settledAt(const Plane& mosaic, const Plane& blended, const Around& logs, int
   const Around s(mosaic, mosaic, x, y);
   const int direct =
       blendOfDirections(2 * (s.left + s.right), 2 * (s.up + s.down), logs) - 4 * mosaic.at(x, y);
-  const int samples = std::abs(s.left - s.up) + std::abs(s.up - s.right) +
-                      std::abs(s.right - s.down) + std::abs(s.down - s.left);
-  return chosen(direct, std::clamp(here, least, most), 2 * samples, changes);
+  int ownChanges = 0;
+  for (const auto& [i, j] : {std::pair{-2, 0}, {2, 0}, {0, -2}, {0, 2}})
+    ownChanges += std::abs(mosaic.at(x + i, y + j) - mosaic.at(x, y));
+  const int samples = std::max(2 * changesAround({s.left, s.up, s.right, s.down}), ownChanges >> 5);
+  return chosen(direct, std::clamp(here, least, most), samples, changes);
 }
 
 // At a red site blue, at a blue site red.
@@ -129,7 +139,7 @@ int oppositeAt(const Plane& mosaic, const Plane& settled, int x, int y) {
   const int direct =
       (falling[0].at(-1) + falling[0].at(1) + rising[0].at(-1) + rising[0].at(1) + 2) >> 2;
   const int samples =
-      std::abs(falling[0].at(-1) - falling[0].at(1)) + std::abs(rising[0].at(-1) - rising[0].at(1));
+      changesAround({falling[0].at(-1), rising[0].at(1), falling[0].at(1), rising[0].at(-1)}) >> 1;
   return chosen(direct, mosaic.at(x, y) + ((settled.at(x, y) - opposite + 2) >> 2), samples,
                 fallingChange + risingChange);
 }

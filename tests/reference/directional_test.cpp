@@ -111,9 +111,11 @@ TEST(ReferenceDirectional, ConvertsTheSmallestFrame) {
 }
 
 // At the bright site both directions say -187 quarters, and the sites two away say 0: in all, the
-// differences change by 4 * 23, the greens around by nothing. So green is 100 and the difference
-// -400. Beside the site, red is half way. On the diagonals it is 100 through the differences, which
-// change by 50, and 125 directly, from samples that change by 100: 100 + 25 * 14 / 128.
+// differences change by 4 * 23, the greens around by nothing, red itself by 400 >> 5 = 12. So the
+// difference is mainly -400: -400 + 400 * 2 / 128 = -394, and green is 102. Beside the site, red is
+// 149 through the differences and 150 directly, which counts 14 of 128 parts. On the diagonals it
+// is 100 through the differences, which change by 49, and 125 directly, from samples that change by
+// 200 >> 1 around the site: 100 + 25 * 14 / 128.
 TEST(ReferenceDirectional, KeepsGreenBesideASingleBrightSample) {
   for (const int grid : {RGGB, BGGR}) {
     const Image image(
@@ -121,9 +123,11 @@ TEST(ReferenceDirectional, KeepsGreenBesideASingleBrightSample) {
     for (int y = 0; y < 24; ++y) {
       for (int x = 0; x < 24; ++x) {
         const int dx = std::abs(x - 12), dy = std::abs(y - 12);
-        const int bright = dx > 1 || dy > 1 ? 100 : dx + dy == 0 ? 200 : dx + dy == 1 ? 150 : 103;
+        const int bright = dx > 1 || dy > 1 ? 100 : dx + dy == 0 ? 200 : dx + dy == 1 ? 149 : 103;
+        const int others = dx + dy == 0 ? 102 : 100;
         const bool isRed = grid == RGGB;
-        EXPECT_THAT(image.at(x, y), ElementsAre(isRed ? bright : 100, 100, isRed ? 100 : bright))
+        EXPECT_THAT(image.at(x, y),
+                    ElementsAre(isRed ? bright : others, others, isRed ? others : bright))
             << x << ' ' << y;
       }
     }

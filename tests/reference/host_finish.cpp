@@ -29,16 +29,22 @@ Pixel clipsOf(const vistrel_frame& frame, const vistrel_conversion& c, uint32_t 
   return clips;
 }
 
-void fadeHighlights(Pixel& pixel, const Pixel& clips) {
-  int64_t t = 0;
-  for (size_t i = 0; i < 3; ++i) {
-    const int64_t h = clips[i] >> 4;
-    if (!h) continue;
-    const int64_t above = pixel[i] - (clips[i] - h);
-    t = std::max(t, std::min(std::max<int64_t>(above, 0), h) * 256 / h);
-  }
+// In 1/256.
+int64_t clippingOf(int64_t v, int64_t clip) {
+  const int64_t h = clip >> 4;
+  return h ? std::min(std::max<int64_t>(v - (clip - h), 0), h) * 256 / h : 0;
+}
+
+int64_t faded(int64_t v, int64_t to, int64_t t) { return v + (((to - v) * t + 128) >> 8); }
+
+void estimateHighlights(Pixel& pixel, const Pixel& clips) {
   const int64_t most = *std::max_element(pixel.begin(), pixel.end());
-  for (int64_t& v : pixel) v += ((most - v) * t + 128) >> 8;
+  int64_t least = most;
+  for (size_t i = 0; i < 3; ++i)
+    least = std::min(least, faded(pixel[i], most, clippingOf(pixel[i], clips[i])));
+  const int64_t middle = (least + most + 1) >> 1;
+  for (size_t i = 0; i < 3; ++i)
+    pixel[i] = faded(pixel[i], std::max(pixel[i], middle), clippingOf(pixel[i], clips[i]));
 }
 
 void applyMatrix(Pixel& pixel, const int32_t (&matrix)[9]) {
@@ -76,7 +82,8 @@ HostPixels hostFinished(const HostPixels& pixels, uint32_t bits, const vistrel_f
     Pixel pixel;
     for (size_t i = 0; i < 3; ++i)
       pixel[i] = in16Bits(pixels.samples[n + (isColour ? 2 - i : 0)], bits);
-    if (isColour && finish.highlights == VISTREL_HIGHLIGHTS_NEUTRAL) fadeHighlights(pixel, clips);
+    if (isColour && finish.highlights == VISTREL_HIGHLIGHTS_NEUTRAL)
+      estimateHighlights(pixel, clips);
     if (isColour && hasMatrix) applyMatrix(pixel, finish.matrix);
     for (size_t i = 0; i < pixels.channels; ++i) {
       const int64_t light =
