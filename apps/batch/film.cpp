@@ -50,7 +50,7 @@ ExitStatus Film::run() {
   for (const std::string& warning : plan_.warnings) progress_.note("", warning);
   bool goesOn = true;
   for (const Job& job : plan_.jobs) goesOn ? void(goesOn = runInput(job)) : sum_.addSkipped();
-  if (progress_.stats().made > 0) output_.finish();
+  if (goesOn && progress_.stats().made > 0) output_.finish();
   progress_.finish(progress_.stats().done > 1);
   return sum_.status();
 }

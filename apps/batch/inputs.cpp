@@ -19,7 +19,7 @@ bool isHidden(const fs::path& path) { return path.filename().string()[0] == '.';
 // Sorted, without hidden ones.
 std::vector<fs::path> filesIn(const fs::path& folder, bool recursive) {
   std::vector<fs::path> files;
-  std::error_code error;  // from a dangling link
+  std::error_code error;  // from a link to itself
   for (fs::recursive_directory_iterator entry(folder), end; entry != end; ++entry) {
     if (!recursive || isHidden(entry->path())) entry.disable_recursion_pending();
     if (entry->is_regular_file(error) && !isHidden(entry->path())) files.push_back(entry->path());

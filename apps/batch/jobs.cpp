@@ -113,9 +113,18 @@ bool isPictureName(const fs::path& path) {
   return attempt([&] { outputType(path); }).status == kDone;
 }
 
+// A name without an extension is meant to be a folder's.
+void checkIsPicture(const fs::path& path) {
+  std::error_code error;
+  if (!path.has_extension() && !isStandardOutput(path) && !fs::exists(path, error))
+    throwError(kUsage, "-o {0}: there is no such folder; {0}/ makes one, {0}.png a picture",
+               path.string());
+  pictureType(path);
+}
+
 void checkTarget(const Target& target, const Inputs& inputs, const BatchRequest& request) {
   if (target.path.empty()) return checkBeside(inputs, target, request.isFrame);
-  if (!target.folder) return void(pictureType(target.path));
+  if (!target.folder) return checkIsPicture(target.path);
   std::error_code error;
   if (isStandardOutput(target.path) ||
       (target.path.has_filename() && !fs::exists(target.path, error) && isPictureName(target.path)))

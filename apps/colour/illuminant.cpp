@@ -41,4 +41,18 @@ Matrix3 srgbFromXyz() {
   return *inverse(product(primaries, diagonal(luminances)));
 }
 
+std::optional<double> temperatureOfSource(uint32_t code) {
+  constexpr std::pair<uint32_t, double> sources[] = {
+      {1, 5500},  {2, 4150},  {3, 2856},  {4, 5500},   // daylight, fluorescent, tungsten, flash
+      {9, 5500},  {10, 6500}, {11, 7500},              // fine weather, cloudy, shade
+      {12, 6400}, {13, 5050}, {14, 4150},              // fluorescent: daylight, day white, cool
+      {15, 3525}, {16, 2925},                          // white, warm
+      {17, 2856}, {18, 4874}, {19, 6774},              // A, B, C
+      {20, 5503}, {21, 6504}, {22, 7504}, {23, 5003},  // D55, D65, D75, D50
+      {24, 3200}};                                     // studio tungsten
+  for (const auto& [source, temperature] : sources)
+    if (source == code) return temperature;
+  return {};
+}
+
 }  // namespace vistrel::app

@@ -1,6 +1,7 @@
 // The colour of light: chromaticities, colour temperature, adaptation.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "apps/colour/matrix3.h"
@@ -30,5 +31,8 @@ std::optional<Matrix3> adaptation(const Chromaticity& from, const Chromaticity& 
 
 // From XYZ under D65 to linear sRGB, from the primaries of IEC 61966-2-1.
 Matrix3 srgbFromXyz();
+
+// The temperature of an EXIF light source: that of a CIE illuminant, or the middle of a range.
+std::optional<double> temperatureOfSource(uint32_t code);
 
 }  // namespace vistrel::app

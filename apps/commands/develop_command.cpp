@@ -8,8 +8,6 @@
 #include "apps/commands/picture_request.h"
 #include "apps/error.h"
 #include "apps/options/help.h"
-#include "apps/options/options.h"
-#include "apps/options/orientation.h"
 
 namespace vistrel::app {
 namespace {
@@ -62,20 +60,6 @@ ExitStatus run(const CLI::App& command, DevelopRequest& o) {
   addWarnings(development.calibration(), plan);
   withOptionNames(optionNames(o.development), [&] { development.lookAt(plan, o.batch.keepGoing); });
   return o.run(std::move(plan), taskFor(command, o, development));
-}
-
-void addDevelopmentOptions(CLI::App& command, DevelopOptions& o) {
-  ConversionOptions& c = o.conversion;
-  addLookOption(command, o.look);
-  command.add_flag("--same", o.same, "Give all frames the look of the first one");
-  addAlgorithmOption(command, c, kDevelopAlgorithm);
-  addRegionOption(command, c);
-  addOrientOption(command, c.orientation, true);
-  between(command.add_option("--bin", c.binning, "Means of blocks of N x N pixels (1)"), 1, 4);
-  oneOf(command.add_option("--edges", c.preparation.edges, "Borders: native, or mirrored (padded)"),
-        {"native", "padded"});
-  addCalibrationOptions(command, c.calibration);
-  addFormatOptions(command, c, {"8", "16"}, "Bits per sample (8)");
 }
 
 }  // namespace

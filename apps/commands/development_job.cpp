@@ -27,10 +27,6 @@ Encoding encodingOf(const Transfer& transfer) {
   return {};
 }
 
-bool isPart(const Crop& crop, const vistrel_frame& frame) {
-  return crop.width < frame.width || crop.height < frame.height;
-}
-
 // Parts of the look that mono frames don't have.
 std::vector<std::string> unusedParts(const KnownLook& known, const vistrel_frame& frame) {
   std::vector<std::string> unused;
@@ -50,26 +46,7 @@ std::filesystem::path pictureLike(const std::filesystem::path& film) {
                                 : std::filesystem::path(film).replace_extension(".png");
 }
 
-vistrel_conversion conversionOf(const DevelopOptions& o, const FrameFile& file) {
-  const vistrel_frame& frame = file.frame();
-  const CameraMetadata& camera = file.description().camera;
-  ConversionOptions options = o.conversion;
-  if (!options.algorithm) options.algorithm = DevelopOptions::usualAlgorithm();
-  if (options.preparation.edges.empty()) options.preparation.edges = "padded";
-  vistrel_conversion c = options.of(frame);
-  c.bin_mode = VISTREL_BIN_MEAN;
-  c.orientation = options.orientation.value_or(camera.orientation.value_or(VISTREL_UPRIGHT));
-  if (!options.region && camera.crop && isPart(*camera.crop, frame))
-    c.region = {camera.crop->x, camera.crop->y, camera.crop->width, camera.crop->height};
-  c.finish = &kPlainFinish;
-  return c;
-}
-
 }  // namespace
-
-AlgorithmChoice DevelopOptions::usualAlgorithm() {
-  return parseAlgorithm("--algorithm", kDevelopAlgorithm);
-}
 
 void Development::lookAt(const Job& job) {
   Preview preview;
@@ -108,7 +85,7 @@ void Development::checkSame(const vistrel_frame& frame) const {
 
 DevelopmentJob::DevelopmentJob(const Job& job, const Development& development, Preview& preview)
     : FileJob(job, development.input(), preview), development_(development),
-      conversion_(conversionOf(development.options(), file_)), type_(outputType(job.to)) {
+      conversion_(development.options().of(file_)), type_(outputType(job.to)) {
   development.checkSame(file_.frame());
   warnOfUnusedOptions();
   development.calibration().apply(file_.frame(), conversion_);

@@ -4,21 +4,11 @@
 #include <optional>
 #include <string>
 
+#include "apps/commands/develop_options.h"
 #include "apps/commands/file_job.h"
-#include "apps/commands/look_options.h"
 #include "apps/input/sensor_calibration.h"
-#include "apps/options/conversion_options.h"
 
 namespace vistrel::app {
-
-struct DevelopOptions {
-  ConversionOptions conversion;
-  LookChoice look;
-  bool same = false;  // the look of the first frame for all
-
-  // The algorithm without -a.
-  static AlgorithmChoice usualAlgorithm();
-};
 
 // What all jobs of a batch share.
 class Development {

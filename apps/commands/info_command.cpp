@@ -46,7 +46,7 @@ void printText(const FrameFile& file, const Statistics& s) {
   fmt::print("highest          {} ({:.3f} % of samples)\n", s.highest, s.percentAtHighest);
   fmt::print("mean             {:.3f}\n", s.mean);
   fmt::print("saturated        {:.3f} % of samples, at {} or above\n", s.percentSaturated,
-             s.fullScale);
+             s.saturation);
 }
 
 Json jsonOf(const FrameFile& file, const Statistics& s) {
@@ -82,7 +82,8 @@ void describe(const std::string& path, const InfoOptions& o, Json& all) {
   const bool several = o.paths.size() > 1;
   PrintedWarnings warnings(path);
   FrameFile file(path, o.input, warnings.list());
-  const Statistics statistics = statisticsOf(file.read());
+  const vistrel_frame& frame = file.read();
+  const Statistics statistics = statisticsOf(frame, file.description().camera.white);
   if (o.json) {
     all.push_back({{"file", path}});
     all.back().update(jsonOf(file, statistics));
@@ -117,8 +118,9 @@ void addInfoCommand(CLI::App& program, int& status) {
   auto* command = program.add_subcommand("info", "Describe raw frames");
   const auto o = std::make_shared<InfoOptions>();
   command
-      ->add_option("IN", o->paths,
-                   "Frames: PGM, PAM, PNG, TIFF, DNG, FITS, camera raw, headerless; - is stdin")
+      ->add_option(
+          "IN", o->paths,
+          "Frames: PGM, PAM, PNG, NPY, TIFF, DNG, FITS, camera raw, headerless; - is stdin")
       ->required();
   command->add_flag("--json", o->json, "Print JSON");
   addInputOptions(*command, o->input);

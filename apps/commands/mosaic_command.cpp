@@ -85,8 +85,9 @@ void mosaicOne(const MosaicOptions& o) {
   const std::vector<uint16_t> samples = mosaicOf(picture, phase, bits);
   if (!o.format) {
     const PictureDetails details{.camera = unknownCamera(phase, bits)};
-    savePicture(monoImage(samples, width, bits), details, o.output);
-    return printAssumptions(o.output, details);
+    const Image image = monoImage(samples, width, bits);
+    savePicture(image, details, o.output);
+    return printRemarks(o.output, image.layout, details);
   }
   AtomicFile output(o.output);
   writeHeaderless(*o.format, samples, width, output);

@@ -39,7 +39,8 @@ void MosaicJob::describe() {
   const vistrel_frame frame = withoutPhase(file_.frame());
   preview_.layout = layoutOf(frame, unchanged(frame));
   addOrigin(file_, preview_);
-  if (assumesColours(pictureType(job_.to), details_)) preview_.warnings.push_back(kAssumedColours);
+  for (std::string& remark : remarksOn(pictureType(job_.to), preview_.layout, details_))
+    preview_.warnings.push_back(std::move(remark));
 }
 
 const Image& MosaicJob::make(uint64_t n, Worker& worker) {

@@ -47,13 +47,15 @@ void unpackFrames(const UnpackOptions& o) {
                count, o.output);
   const PictureDetails details = frameDetails(file, "");
   AtomicFile output(o.output);
+  vistrel_layout layout{};
   for (uint64_t n = first; n < first + count; ++n) {
     const Image image = imageOf(file.read(n));
     checkHolds(type, image.layout, details);
     type.write(image, details, output);
+    layout = image.layout;
   }
   output.commit();
-  printAssumptions(o.output, details);
+  printRemarks(o.output, layout, details);
 }
 
 ExitStatus run(const UnpackOptions& o) {

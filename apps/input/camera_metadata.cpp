@@ -100,6 +100,22 @@ void dropInvalid(CameraMetadata& m, uint32_t width, uint32_t height, Warnings& w
   for (auto* value : {&m.exposureTime, &m.iso, &m.aperture, &m.focalLength}) dropUnknown(*value);
 }
 
+void forgetAssumptions(CameraMetadata& m, const std::string& software, uint32_t light) {
+  if (light != 0 || !software.starts_with("vistrel ")) return;
+  m.calibrations.clear();
+  if (m.black && std::ranges::max(*m.black) == 0) m.black.reset();
+}
+
+std::array<double, 4> blackOfPattern(std::span<const double> pattern, uint32_t rows,
+                                     uint32_t columns, double delta) {
+  std::array<double, 4> black{};
+  for (uint32_t y = 0; y < 2 * rows; ++y)
+    for (uint32_t x = 0; x < 2 * columns; ++x)
+      black[2 * (y % 2) + x % 2] += pattern[y % rows * columns + x % columns];
+  for (double& level : black) level = level / (double{1} * rows * columns) + delta;
+  return black;
+}
+
 std::optional<std::string> plainText(const std::string& text) {
   std::string plain = text;
   std::erase_if(plain, [](unsigned char c) { return c < ' ' || c == 0x7F; });

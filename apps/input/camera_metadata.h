@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,15 @@ struct CameraMetadata {
 // Zero and less stand for "unknown" in exposure, ISO, aperture and focal length, without warning.
 void dropInvalid(CameraMetadata& metadata, uint32_t width, uint32_t height,
                  std::vector<std::string>& warnings);
+
+// A DNG must have a matrix. Forgets that of an unknown camera, which this program writes for no
+// light: the code of an EXIF light source.
+void forgetAssumptions(CameraMetadata& metadata, const std::string& software, uint32_t light);
+
+// The black levels of the 2x2 block, of a pattern of any size, averaged at each place, plus
+// `delta`.
+std::array<double, 4> blackOfPattern(std::span<const double> pattern, uint32_t rows,
+                                     uint32_t columns, double delta);
 
 // Text of a file without control characters, leading and trailing spaces; nothing if that is empty.
 std::optional<std::string> plainText(const std::string& text);

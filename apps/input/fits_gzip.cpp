@@ -42,12 +42,12 @@ class Inflater {
  public:
   explicit Inflater(const Source& source) : in_(source), size_(source.size()) {}
 
-  std::vector<uint8_t> inflate() {
+  InflatedFits inflate() {
     if (!readHeader("SIMPLE  =")) throwOther();
     do readData();
     while (readHeader("XTENSION="));
     if (blockBytes_ > 0) throwRest();
-    return std::move(kept_);
+    return {std::move(kept_), in_.trailing()};
   }
 
  private:
@@ -129,6 +129,6 @@ class Inflater {
 
 }  // namespace
 
-std::vector<uint8_t> inflatedFits(const Source& source) { return Inflater(source).inflate(); }
+InflatedFits inflatedFits(const Source& source) { return Inflater(source).inflate(); }
 
 }  // namespace vistrel::app

@@ -11,8 +11,13 @@ namespace vistrel::app {
 constexpr size_t kFitsBlock = 2880;  // headers and samples take whole blocks of bytes
 constexpr size_t kFitsCard = 80;     // a line of a header
 
-// The file up to the end of its first image. All of it is decoded, so that damage anywhere shows,
-// but never more than its headers announce. Throws ProgramError.
-std::vector<uint8_t> inflatedFits(const Source& source);
+struct InflatedFits {
+  std::vector<uint8_t> bytes;  // up to the end of the first image
+  uint64_t trailing;           // bytes after the end of the compressed file
+};
+
+// All of the file is decoded, so that damage anywhere shows, but never more than its headers
+// announce. Throws ProgramError.
+InflatedFits inflatedFits(const Source& source);
 
 }  // namespace vistrel::app

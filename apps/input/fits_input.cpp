@@ -57,9 +57,12 @@ bool FitsShape::isWhole() const {
          std::trunc(zero) == zero && scale >= 1;
 }
 
-FitsInput::FitsInput(const Source& source)
-    : bytes_(beginsGzip(source.head(3)) ? inflatedFits(source) : source.all()),
-      bytesOfFile_(bytes_.size()) {
+FitsInput::FitsInput(const Source& source) {
+  InflatedFits in =
+      beginsGzip(source.head(3)) ? inflatedFits(source) : InflatedFits{source.all(), 0};
+  bytes_ = std::move(in.bytes);
+  trailing_ = in.trailing;
+  bytesOfFile_ = bytes_.size();
   // cfitsio reads whole blocks, even past the end of the buffer.
   bytes_.resize((bytes_.size() + kFitsBlock - 1) / kFitsBlock * kFitsBlock);
   checkCards(bytes_);

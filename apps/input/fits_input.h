@@ -33,6 +33,9 @@ class FitsInput {
 
   const FitsShape& shape() const { return shape_; }
 
+  // Bytes after the end of a gzip file.
+  uint64_t trailing() const { return trailing_; }
+
   // The value of a header keyword; an empty string or `otherwise` if it is missing. Throws
   // ProgramError.
   std::string text(const char* keyword);
@@ -59,7 +62,8 @@ class FitsInput {
   std::span<const uint8_t> heapOfTable();
 
   std::vector<uint8_t> bytes_;
-  uint64_t bytesOfFile_;  // without the padding behind them
+  uint64_t bytesOfFile_ = 0;  // without the padding behind them
+  uint64_t trailing_ = 0;
   void* start_;
   size_t size_;
   fitsfile* file_ = nullptr;

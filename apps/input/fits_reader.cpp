@@ -75,6 +75,7 @@ class FitsReader : public Reader {
     if (!s.isWhole()) findRange(o);
     isBottomUp_ = file_.text("ROWORDER") == "BOTTOM-UP";
     Description& d = description_;
+    d.trailing = file_.trailing();
     readPhase(file_, d);
     d.camera = readMetadata(file_);
     dropInvalid(d.camera, d.width, d.height, d.warnings);

@@ -35,14 +35,25 @@ void warnIfPhasesDiffer(uint32_t used, const char* origin, uint32_t stated, Warn
                                    vistrel_phase_name(stated)));
 }
 
+// Files that specify their bits need none in their names.
+void checkName(const InputOptions& o, bool areBitsKnown) {
+  if (o.fromName && !o.bits && !o.pixfmt && !areBitsKnown)
+    throwError(kRejected,
+               "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in {}",
+               "rose_12b_rggb.pgm");
+}
+
 // The options, completed from the file's name.
 InputOptions withName(const std::filesystem::path& path, InputOptions o, Warnings& warnings) {
-  if (!o.fromName) return o;
-  const FrameName name = parseFrameName(stemOf(path).string());
-  if (!o.bits) o.bits = name.bits;
-  if (!o.phase) o.phase = name.phase;
-  warnIfBitsDiffer(*o.bits, "its name", name.bits, warnings);
-  if (name.phase) warnIfPhasesDiffer(*o.phase, "its name", *name.phase, warnings);
+  const auto name = o.fromName ? findFrameName(stemOf(path).string()) : std::nullopt;
+  if (!name) {
+    checkName(o, !o.size);
+    return o;
+  }
+  if (!o.bits) o.bits = name->bits;
+  if (!o.phase) o.phase = name->phase;
+  warnIfBitsDiffer(*o.bits, "its name", name->bits, warnings);
+  if (name->phase) warnIfPhasesDiffer(*o.phase, "its name", *name->phase, warnings);
   return o;
 }
 
@@ -73,6 +84,7 @@ FrameFile::FrameFile(const std::filesystem::path& path, const InputOptions& opti
 
 void FrameFile::describe(const InputOptions& o) {
   const Description& d = description();
+  checkName(o, d.bitsKnown);
   if (o.needsPhase && !o.phase && !d.phase) throwPhaseError(d.phaseFault, o.fromName);
   if (chosen_ >= d.frames)
     throwError(kRejected, "--frame {}: the file has {} frames, counted from 0", chosen_, d.frames);

@@ -9,7 +9,8 @@ namespace vistrel::app {
 namespace {
 
 constexpr const char* kFitsNames[] = {".fit", ".fits", ".fts"};
-constexpr const char* kPlain[] = {".pgm", ".pnm", ".pam", ".png", ".tif", ".tiff", ".dng", ".fz"};
+constexpr const char* kPlain[] = {".pgm", ".pnm",  ".pam", ".png", ".npy",
+                                  ".tif", ".tiff", ".dng", ".fz"};
 constexpr const char* kCameraRawNames[] = {
     ".3fr", ".arw", ".cr2", ".cr3", ".crw", ".dcr", ".erf", ".iiq", ".kdc", ".mef", ".mos",
     ".mrw", ".nef", ".nrw", ".orf", ".pef", ".raf", ".rw2", ".rwl", ".sr2", ".srf", ".srw"};

@@ -58,6 +58,7 @@ void GzipStream::beginNextMember() {
   char head[3] = {};
   source_.readSome(next, head, sizeof head);
   isAtEnd_ = !beginsGzip({head, sizeof head});
+  if (isAtEnd_) trailing_ = source_.size() - next;
   at_ = next;
   zlib_.avail_in = 0;
   inflateReset(&zlib_);

@@ -25,13 +25,16 @@ class GzipStream {
   // Throws ProgramError (rejected) if the file is damaged or ends early.
   size_t read(uint8_t* to, size_t count);
 
+  // Bytes of the file after the last one that counts, once the end is reached.
+  uint64_t trailing() const { return trailing_; }
+
  private:
   void refill();
   void check(int status) const;
   void beginNextMember();
 
   const Source& source_;
-  uint64_t at_ = 0;
+  uint64_t at_ = 0, trailing_ = 0;
   std::vector<uint8_t> part_;
   z_stream zlib_{};
   bool isAtEnd_ = false;

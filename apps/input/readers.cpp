@@ -13,7 +13,8 @@ namespace {
 constexpr size_t kHead = 64;
 
 // Camera raw files come first, recognised by extension, since many of them look like TIFFs.
-constexpr const ReaderType* kTypes[] = {&kCameraRaw, &kPgm, &kPng, &kTiff, &kFits, &kGzipFits};
+constexpr const ReaderType* kTypes[] = {&kCameraRaw, &kPgm,  &kPng,     &kNpy,
+                                        &kTiff,      &kFits, &kGzipFits};
 
 const ReaderType* typeOf(const Source& source, std::span<const ReaderType* const> types) {
   const std::string head = source.head(kHead);

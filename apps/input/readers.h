@@ -10,6 +10,7 @@ namespace vistrel::app {
 
 extern const ReaderType kPgm;   // PGM, binary or plain, and gray PAM; any number of images
 extern const ReaderType kPng;   // gray, 8 or 16 bits; the sBIT chunk says how many are significant
+extern const ReaderType kNpy;   // a NumPy array of uint8 or uint16 with two axes
 extern const ReaderType kTiff;  // mosaic or gray, and DNG that is not JPEG-compressed
 extern const ReaderType kFits;  // also compressed by tiles; the third axis counts frames
 extern const ReaderType kGzipFits;   // the same in a gzip file

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cmath>
 #include <memory>
 #include <numeric>
 
@@ -30,7 +31,7 @@ uint32_t fullScale(uint32_t bits, uint32_t zeroLowBits, bool highBits) {
 
 }  // namespace
 
-Statistics statisticsOf(const vistrel_frame& frame) {
+Statistics statisticsOf(const vistrel_frame& frame, std::optional<double> white) {
   const auto histogram = std::make_unique<SampleCounts>();
   frame.bytes_per_sample == 1 ? count<uint8_t>(frame, *histogram)
                               : count<uint16_t>(frame, *histogram);
@@ -52,7 +53,9 @@ Statistics statisticsOf(const vistrel_frame& frame) {
   s.zeroLowBits = bits ? static_cast<uint32_t>(std::countr_zero(bits)) : 0;
   s.fullScale = fullScale(frame.bits == 16 && bits ? s.usedBits : frame.bits, s.zeroLowBits,
                           frame.alignment == VISTREL_HIGH_BITS);
-  s.percentSaturated = 100 * countFrom(*histogram, s.fullScale) / all;
+  const double most = s.fullScale;
+  s.saturation = static_cast<uint32_t>(std::min(std::ceil(white.value_or(most)), most));
+  s.percentSaturated = 100 * countFrom(*histogram, s.saturation) / all;
   s.percentAtHighest = 100 * countFrom(*histogram, s.highest) / all;
   return s;
 }

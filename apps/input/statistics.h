@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "vistrel/vistrel_host.h"
 
@@ -15,11 +16,12 @@ struct Statistics {
   // The largest value of the frame's bits, with the zero low bits cleared. For a frame of 16 bits,
   // whose real depth may be unknown, the largest value of the used bits.
   uint32_t fullScale;
-  double percentSaturated;  // samples at full scale or above
+  uint32_t saturation;      // the white level, if one is known below full scale; else full scale
+  double percentSaturated;  // samples at saturation or above
   double percentAtHighest;  // samples at the highest value
 };
 
 // Packed samples, as FrameFile reads them.
-Statistics statisticsOf(const vistrel_frame& frame);
+Statistics statisticsOf(const vistrel_frame& frame, std::optional<double> white = {});
 
 }  // namespace vistrel::app

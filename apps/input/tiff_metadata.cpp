@@ -21,21 +21,6 @@ double decimalOf(float value) {
   return decimal;
 }
 
-// The temperature of an EXIF light source: that of a CIE illuminant, or the middle of a range.
-std::optional<double> temperatureOfSource(uint32_t code) {
-  constexpr std::pair<uint32_t, double> sources[] = {
-      {1, 5500},  {2, 4150},  {3, 2856},  {4, 5500},   // daylight, fluorescent, tungsten, flash
-      {9, 5500},  {10, 6500}, {11, 7500},              // fine weather, cloudy, shade
-      {12, 6400}, {13, 5050}, {14, 4150},              // fluorescent: daylight, day white, cool
-      {15, 3525}, {16, 2925},                          // white, warm
-      {17, 2856}, {18, 4874}, {19, 6774},              // A, B, C
-      {20, 5503}, {21, 6504}, {22, 7504}, {23, 5003},  // D55, D65, D75, D50
-      {24, 3200}};                                     // studio tungsten
-  for (const auto& [source, temperature] : sources)
-    if (source == code) return temperature;
-  return {};
-}
-
 class MetadataReader {
  public:
   MetadataReader(const Source& source, std::vector<std::string>& warnings)
@@ -46,24 +31,14 @@ class MetadataReader {
     readCamera(m);
     readColours(m);
     readExposure(m);
-    const bool isAssumed = hasAssumedColours();
+    const std::string software = text(TIFFTAG_SOFTWARE).value_or("");
+    const uint32_t light = code(TIFFTAG_CALIBRATIONILLUMINANT1).value_or(0);
     if (TIFFSetSubDirectory(tiff_.handle(), offset)) readFrame(m);
-    if (isAssumed) forgetAssumptions(m);
+    forgetAssumptions(m, software, light);
     return m;
   }
 
  private:
-  // A DNG must have a matrix. That of an unknown camera, which this program writes, has no light.
-  bool hasAssumedColours() const {
-    return text(TIFFTAG_SOFTWARE).value_or("").starts_with("vistrel ") &&
-           code(TIFFTAG_CALIBRATIONILLUMINANT1).value_or(0) == 0;
-  }
-
-  static void forgetAssumptions(CameraMetadata& m) {
-    m.calibrations.clear();
-    if (m.black && std::ranges::max(*m.black) == 0) m.black.reset();
-  }
-
   // The main directory
   void readCamera(CameraMetadata& m) const {
     m.make = text(TIFFTAG_MAKE);
@@ -113,8 +88,7 @@ class MetadataReader {
     m.crop = crop();
   }
 
-  // A pattern of any size is averaged at each place of the 2x2 block. BlackLevelDeltaH and V are
-  // added as their means.
+  // BlackLevelDeltaH and V are added as their means.
   std::optional<std::array<double, 4>> blackLevels() {
     const uint16_t* size = nullptr;
     uint32_t rows = 1, columns = 1;
@@ -125,12 +99,7 @@ class MetadataReader {
       return {};
     const double delta = meanOf<float>(TIFFTAG_BLACKLEVELDELTAH).value_or(0) +
                          meanOf<float>(TIFFTAG_BLACKLEVELDELTAV).value_or(0);
-    std::array<double, 4> black{};
-    for (uint32_t y = 0; y < 2 * rows; ++y)
-      for (uint32_t x = 0; x < 2 * columns; ++x)
-        black[2 * (y % 2) + x % 2] += pattern[y % rows * columns + x % columns];
-    for (double& level : black) level = level / (double{1} * rows * columns) + delta;
-    return black;
+    return blackOfPattern(pattern, rows, columns, delta);
   }
 
   std::optional<Crop> crop() const {

@@ -1,6 +1,7 @@
 #include "apps/look/look.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -131,7 +132,7 @@ constexpr Part kParts[] = {
     {"white", "a level from 1 to 65535", parseWhite},
     {"gains", "red, green and blue from 1/4096 to 16, as in 1.8734:1:1.5521", parseGains},
     {"matrix",
-     "nine numbers, row by row, whose sizes add up to less than 8 in a row, as in "
+     "nine numbers, row by row, whose sizes add up to at most 7.9997 in a row, as in "
      "1:0:0:0:1:0:0:0:1",
      parseMatrix},
     {"exposure", "a factor from 1/4096 to 1024, as in 1.25", parseExposure},
@@ -192,7 +193,9 @@ std::string transferText(const Transfer& transfer) {
   return fmt::format("{}:{:.3f}", name, transfer.parameter / kThousand);
 }
 
-LookChoice parseLook(std::string_view text) {
+LookChoice parseLook(std::string_view asTyped) {
+  std::string text(asTyped);
+  std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
   LookChoice choice;
   auto items = split(text, ',');
   const auto mode = std::ranges::find(kModes, items.front(), &ModeName::name);

@@ -20,18 +20,28 @@ constexpr double kSkySteps = 8;          // of the curve below the sky's level, 
 constexpr uint32_t kLargestStretch = 1'000'000'000;
 constexpr double kDepth = 4;  // black is at most that many deviations below the sky
 
-// Median and deviation, from the median of absolute deviations.
+// Median and deviation, from the median of absolute deviations. noise: the deviation, also where
+// many samples are clipped at 0; 0 if all of them are.
 struct Peak {
-  double median, deviation;
+  double median, deviation, noise;
 };
+
+// In the normal distribution, a part of kTail lies more than a deviation below the median, and as
+// much above it.
+constexpr double kTail = 0.1587;
 
 Peak peakOf(const Histogram& samples) {
   const uint32_t median = quantile(samples, 0.5);
   Histogram distances(samples.size());
   for (uint32_t value = 0; value < samples.size(); ++value)
     distances[value > median ? value - median : median - value] += samples[value];
-  return {static_cast<double>(median),
-          std::max(1.4826 * quantile(distances, 0.5), kLeastDeviation)};
+  const double deviation = std::max(1.4826 * quantile(distances, 0.5), kLeastDeviation);
+  const bool isClipped = quantile(samples, kTail) == 0;
+  const double above = static_cast<double>(quantile(samples, 1 - kTail) - median);
+  const double noise = isClipped && above > 0 ? std::max(above, deviation)
+                       : isClipped            ? 0
+                                              : deviation;
+  return {static_cast<double>(median), deviation, noise};
 }
 
 // The normal distribution has 90 % within 1.64 deviations. Dark samples may be clipped at 0.
@@ -115,6 +125,13 @@ BlackLevels blackBelow(const std::array<Peak, 3>& sky, const Look& look, uint32_
   return black;
 }
 
+// One deviation of the noise, in the colour that has least.
+double noiseLevel(const std::array<Peak, 3>& sky, const Look& look) {
+  double least = 1e9;
+  for (size_t i = 0; i < 3; ++i) least = std::min(least, sky[i].noise * look.gains[i]);
+  return least / kLookOne / look.white;
+}
+
 // The asinh that puts the sky's level, after exposure, at its luminance.
 Transfer stretch(double sky) {
   if (sky == 0) return {Curve::kAsinh, kLargestStretch};  // all of them leave it at 0
@@ -157,7 +174,9 @@ void decideSky(const vistrel_frame& frame, const std::array<Histogram, 4>& place
   // Stars are white, unless that would make the sky gray.
   const double stars = std::max(brightness.highlight(kStars), brightness.median() / kLinearSky);
   look.exposure = known.exposure.value_or(exposureOf(stars > 0 ? 1 / stars : 1));
-  const double level = brightness.median() * look.exposure / kLookOne;
+  // A sky that is clipped at 0 has no level above its noise.
+  const double level =
+      std::max(brightness.median(), noiseLevel(sky, look)) * look.exposure / kLookOne;
   look.transfer = known.transfer ? *known.transfer : stretch(level);
 }
 

@@ -22,7 +22,7 @@ constexpr AlgorithmGuide kGuides[] = {
     {VISTREL_KIMMEL, "10 bits: laroche is as close; the slowest", 31.84, 7.144},
     {VISTREL_GROUPING, "10 bits: laroche is faster and closer", 30.26, 0.921},
     {VISTREL_AHD, "pictures as many other programs make them", 37.46, 2.356},
-    {VISTREL_DIRECTIONAL, "still pictures, edges, stars: the closest", 40.45, 1.460},
+    {VISTREL_DIRECTIONAL, "still pictures, edges, stars: the closest", 40.47, 1.460},
 };
 
 }  // namespace

@@ -33,15 +33,21 @@ bool isSameName(std::string_view one, std::string_view other) {
 }
 
 std::string nearestName(std::string_view text, const std::vector<std::string>& names) {
+  constexpr size_t kShortest = 2;
+  if (text.size() < kShortest) return "";
   std::string nearest;
-  size_t least = text.size() / 4 + 1;
+  size_t least = std::max<size_t>(text.size() / 4, 1) + 1;
   for (const std::string& name : names) {
     const size_t distance = distanceOf(text, name);
     if (distance >= least) continue;
     least = distance;
     nearest = name;
   }
-  return nearest;
+  const auto isAbbreviated = [text](const std::string& name) {
+    return isSameName(text, std::string_view(name).substr(0, text.size()));
+  };
+  const auto whole = std::ranges::find_if(names, isAbbreviated);
+  return nearest.empty() && whole != names.end() ? *whole : nearest;
 }
 
 }  // namespace vistrel::app

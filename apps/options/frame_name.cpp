@@ -21,16 +21,14 @@ std::string_view lastWord(std::string_view stem) { return stem.substr(stem.rfind
 
 }  // namespace
 
-FrameName parseFrameName(std::string_view stem) {
+std::optional<FrameName> findFrameName(std::string_view stem) {
   FrameName name{0, findPhase(lastWord(stem))};
   if (name.phase) stem = stem.substr(0, stem.rfind('_'));
   const std::string_view word = lastWord(stem);
   const char* const wordEnd = word.data() + word.size();
   const auto [digitsEnd, error] = std::from_chars(word.data(), wordEnd, name.bits);
-  if (word == stem || error != std::errc{} || std::string_view(digitsEnd, wordEnd) != "b")
-    throwError(kRejected,
-               "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in {}",
-               "rose_12b_rggb.pgm");
+  const auto digits = static_cast<size_t>(digitsEnd - word.data());
+  if (word == stem || error != std::errc{} || word.substr(digits) != "b") return {};
   return name;
 }
 

@@ -12,8 +12,8 @@ struct FrameName {
   std::optional<uint32_t> phase;  // if one follows the bits
 };
 
-// Throws ProgramError (rejected) if the name has no bits.
-FrameName parseFrameName(std::string_view stem);
+// Nothing if the name has no bits.
+std::optional<FrameName> findFrameName(std::string_view stem);
 
 // Parses "rggb", "MONO" and so on, or "blue=1,1": the row and column of the blue site. Throws
 // ProgramError (usage).

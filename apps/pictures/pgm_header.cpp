@@ -29,26 +29,37 @@ PgmHeader readNumbers(PnmWords& in, char type) {
   return header;
 }
 
-// Lines of a keyword and its value.
+// The value of a line of a PAM, which has to be given once.
+void setNumber(const char* name, const std::string& text, uint32_t max, uint32_t& to) {
+  if (to) throwError(kRejected, "PAM: its header gives {} twice", name);
+  to = parseNumber(name, text, 1, max);
+}
+
+// Lines of a keyword and its value, of which one may be empty or a comment.
 PgmHeader readPam(PnmWords& in) {
+  constexpr const char* kSpace = " \t\v\f\r";
   PgmHeader header{};
   header.type = '7';
   uint32_t depth = 0;
-  for (std::string word; (word = in.word()) != "ENDHDR";) {
-    if (word.empty()) throwError(kRejected, "the file ends within the header");
-    if (word == "WIDTH")
-      header.width = in.number("width", 1, kMaxSize);
-    else if (word == "HEIGHT")
-      header.height = in.number("height", 1, kMaxSize);
-    else if (word == "DEPTH")
-      depth = in.number("depth", 1, kMaxSize);
-    else if (word == "MAXVAL")
-      header.maxval = in.number("maxval", 1, kMaxMaxval);
-    else if (word != "TUPLTYPE")
-      throwError(kRejected, "PAM: {:?} is not a line of its header", word);
-    in.line();
+  in.line();  // the rest of the first one
+  for (;;) {
+    std::string line = in.line();
+    line.erase(line.find_last_not_of(kSpace) + 1).erase(0, line.find_first_not_of(kSpace));
+    if (line == "ENDHDR") break;
+    const std::string keyword = line.substr(0, line.find_first_of(kSpace));
+    const size_t value = line.find_first_not_of(kSpace, keyword.size());
+    const std::string text = value == line.npos ? "" : line.substr(value);
+    if (keyword == "WIDTH")
+      setNumber("WIDTH", text, kMaxSize, header.width);
+    else if (keyword == "HEIGHT")
+      setNumber("HEIGHT", text, kMaxSize, header.height);
+    else if (keyword == "DEPTH")
+      setNumber("DEPTH", text, kMaxSize, depth);
+    else if (keyword == "MAXVAL")
+      setNumber("MAXVAL", text, kMaxMaxval, header.maxval);
+    else if (!line.empty() && line[0] != '#' && keyword != "TUPLTYPE")
+      throwError(kRejected, "PAM: {:?} is not a line of its header", keyword);
   }
-  in.line();
   if (!header.width || !header.height || !depth || !header.maxval)
     throwError(kRejected, "PAM: its header lacks WIDTH, HEIGHT, DEPTH or MAXVAL");
   if (depth != 1)

@@ -69,9 +69,24 @@ const PictureType& frameType(const std::filesystem::path& path) {
   throwError(kUsage, "-o {}: a raw frame is a .dng, .pgm, .png, .npy or .raw", path.string());
 }
 
-void printAssumptions(const std::filesystem::path& path, const PictureDetails& details) {
-  if (assumesColours(pictureType(path), details))
-    fmt::print(stderr, "vistrel: {}: {}\n", path.string(), kAssumedColours);
+std::vector<std::string> remarksOn(const PictureType& type, const vistrel_layout& l,
+                                   const PictureDetails& details) {
+  constexpr uint32_t kLeast = 22;  // of LibRaw and dcraw
+  std::vector<std::string> remarks;
+  if (!isDng(type) || !details.camera) return remarks;
+  if (!details.camera->knowsColours)
+    remarks.push_back("the camera's colour matrix is unknown; using that of sRGB");
+  if (std::min(l.width, l.height) < kLeast)
+    remarks.push_back(
+        fmt::format("many programs reject raw frames below {0}x{0}; this one is {1}x{2}", kLeast,
+                    l.width, l.height));
+  return remarks;
+}
+
+void printRemarks(const std::filesystem::path& path, const vistrel_layout& layout,
+                  const PictureDetails& details) {
+  for (const std::string& remark : remarksOn(pictureType(path), layout, details))
+    fmt::print(stderr, "vistrel: {}: {}\n", path.string(), remark);
 }
 
 void checkHolds(const PictureType& type, const vistrel_layout& l, const PictureDetails& details) {

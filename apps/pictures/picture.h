@@ -2,7 +2,9 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "apps/files/atomic_file.h"
 #include "apps/pictures/picture_details.h"
@@ -37,13 +39,11 @@ const PictureType& frameType(const std::filesystem::path& path);
 // The type that holds raw frames only.
 inline bool isDng(const PictureType& type) { return std::string_view(type.extension) == ".dng"; }
 
-// Whether the file will have colours that are an assumption, and what to tell users then.
-inline bool assumesColours(const PictureType& type, const PictureDetails& details) {
-  return isDng(type) && details.camera && !details.camera->knowsColours;
-}
-inline constexpr const char* kAssumedColours =
-    "the camera's colour matrix is unknown; using that of sRGB";
-void printAssumptions(const std::filesystem::path& path, const PictureDetails& details);
+// What users should know about a file of the type.
+std::vector<std::string> remarksOn(const PictureType& type, const vistrel_layout& layout,
+                                   const PictureDetails& details);
+void printRemarks(const std::filesystem::path& path, const vistrel_layout& layout,
+                  const PictureDetails& details);
 
 // Whether both write the same files.
 inline bool isSameType(const PictureType& a, const PictureType& b) {

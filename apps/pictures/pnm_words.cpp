@@ -23,6 +23,17 @@ std::optional<uint32_t> phaseIn(const std::string& comment) {
 
 }  // namespace
 
+uint32_t parseNumber(const char* name, const std::string& text, uint32_t min, uint32_t max) {
+  uint32_t number = 0;
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, number);
+  if (end != last || error == std::errc::invalid_argument)
+    throwError(kRejected, "{} {:?}: a number is expected", name, text);
+  if (error != std::errc{} || number < min || number > max)
+    throwError(kRejected, "{} {}: {} to {} are allowed", name, text, min, max);
+  return number;
+}
+
 int PnmWords::peek() {
   if (next_ == count_) {
     partAt_ += count_;
@@ -63,13 +74,7 @@ std::string PnmWords::word() {
 uint32_t PnmWords::number(const char* name, uint32_t min, uint32_t max) {
   const std::string text = word();
   if (text.empty()) throwError(kRejected, "the file ends before the {}", name);
-  uint32_t number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool isNumber = *end == 0 && error != std::errc::invalid_argument;
-  if (!isNumber) throwError(kRejected, "{} {:?}: a number is expected", name, text);
-  if (error != std::errc{} || number < min || number > max)
-    throwError(kRejected, "{} {}: {} to {} are allowed", name, text, min, max);
-  return number;
+  return parseNumber(name, text, min, max);
 }
 
 std::string PnmWords::line() {

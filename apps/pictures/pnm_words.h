@@ -10,6 +10,9 @@
 
 namespace vistrel::app {
 
+// The number that is all of the text; `name` says what it is. Throws ProgramError (rejected).
+uint32_t parseNumber(const char* name, const std::string& text, uint32_t min, uint32_t max);
+
 // Buffered access, byte by byte. White space separates words; a comment, from # to the end of the
 // line, counts as white space. All members throw ProgramError (rejected).
 class PnmWords {
@@ -27,7 +30,7 @@ class PnmWords {
 
   // The next word, of at most 24 characters; empty at the end.
   std::string word();
-  // `name` says what the number is.
+  // The next word as a number.
   uint32_t number(const char* name, uint32_t min, uint32_t max);
   // That the last comment of the kind "# phase rggb" so far tells.
   std::optional<uint32_t> phase() const { return phase_; }

@@ -5,7 +5,7 @@
 #include "apps/pictures/picture.h"
 #include "apps/pictures/picture_rows.h"
 #include "apps/pictures/png_chunks.h"
-#include "apps/pictures/png_filter.h"
+#include "apps/pictures/png_coding.h"
 
 namespace vistrel::app {
 namespace {
@@ -58,31 +58,16 @@ void writeDetails(const vistrel_layout& l, const PictureDetails& details, Atomic
   if (details.shot != Shot{}) writeChunk("eXIf", exifOf(l, details), file);
 }
 
-// Whether a search for runs of equal bytes would cost time and gain nothing, by some of the rows.
-bool areRunsRare(PictureRows& rows, size_t step) {
-  constexpr uint32_t kEvery = 16;
-  PaethFilter filter(rows.bytes(), step);
-  size_t bytes = 0, repeated = 0;  // repeated: equal to the three bytes before
-  for (uint32_t y = 1; y < rows.count(); y += kEvery) {
-    filter.next(rows.row(y - 1));
-    const auto& row = filter.next(rows.row(y));
-    bytes += row.size();
-    for (size_t i = 3; i < row.size(); ++i)
-      repeated += row[i] == row[i - 1] && row[i] == row[i - 2] && row[i] == row[i - 3];
-  }
-  return 8 * repeated < 3 * bytes;
-}
-
 void writePixels(const Image& image, const Compression& compression, AtomicFile& file) {
   PictureRows rows(image, Depth::kScaled, std::endian::big);
   const size_t step = image.layout.channels * sampleBytes(image.layout);
-  PaethFilter filter(rows.bytes(), step);
+  const PngCoding coding = pngCodingOf(rows, step);
+  FilteredRows filtered(coding.filter, rows.bytes(), step);
   const int level = compression.level.value_or(1);
-  const int strategy = level > 1 ? Z_FILTERED : areRunsRare(rows, step) ? Z_HUFFMAN_ONLY : Z_RLE;
-  PixelChunks chunks(level, strategy, file);
+  PixelChunks chunks(level, level > 1 ? Z_FILTERED : coding.strategy, file);
   for (uint32_t y = 0; y < rows.count(); ++y) {
-    const auto& filtered = filter.next(rows.row(y));
-    chunks.add(filtered.data(), filtered.size());
+    const auto& row = filtered.next(rows.row(y));
+    chunks.add(row.data(), row.size());
   }
   chunks.finish();
 }

@@ -244,7 +244,8 @@ TEST(Usage, OutputFormat) {
       ".raw, that of a raw frame in .dng; "
       "standard output is - for PNM, png:- and so on\n";
   expectUsage("convert a.pgm --phase rggb -o a.gif", "-o a.gif" + text);
-  expectUsage("convert a.pgm --phase rggb -o picture", "-o picture" + text);
+  expectUsage("convert a.pgm --phase rggb -o picture",
+              "-o picture: there is no such folder; picture/ makes one, picture.png a picture\n");
   expectUsage("scene -o a.tif", "-o a.tif: a raw frame is a .dng, .pgm, .png, .npy or .raw\n");
 }
 

@@ -50,6 +50,19 @@ void pngs(const fs::path& folder) {
     }
 }
 
+void npys(const fs::path& folder) {
+  using namespace std::string_literals;
+  for (const std::string type : {"|u1", "<u2", ">u2"}) {
+    const std::string text =
+        "{'descr': '" + type + "', 'fortran_order': False, 'shape': (2, 3), }\n";
+    const char size = static_cast<char>(text.size());
+    save(folder / ("first" + type.substr(1)),
+         "\x93NUMPY\1\0"s + size + "\0"s + text + "abcdefghijkl");
+    save(folder / ("second" + type.substr(1)),
+         "\x93NUMPY\2\0"s + size + "\0\0\0"s + text + "abcdefghijkl");
+  }
+}
+
 void tiffs(const fs::path& folder) {
   TiffSpec spec;
   for (const uint32_t compression : {1u, 5u, 8u, 32773u}) {
@@ -264,11 +277,12 @@ void writers(const fs::path& folder) {
 
 int main(int, char** argv) {
   const fs::path folder = argv[1];
-  for (const char* const target : {"pgm", "png", "tiff", "fits", "gzip", "headerless", "arriving",
-                                   "guess", "host", "look", "writers"})
+  for (const char* const target : {"pgm", "png", "npy", "tiff", "fits", "gzip", "headerless",
+                                   "arriving", "guess", "host", "look", "writers"})
     fs::create_directories(folder / target);
   pgms(folder / "pgm");
   pngs(folder / "png");
+  npys(folder / "npy");
   tiffs(folder / "tiff");
   fitses(folder / "fits");
   gzips(folder / "gzip");

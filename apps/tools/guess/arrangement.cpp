@@ -14,11 +14,13 @@ namespace {
 
 constexpr size_t kMaxHeader = 8192, kMaxFrames = 64, kMinHeight = 8, kStarts = 4, kSeams = 12;
 
-// Programs write headers of round sizes.
+// Programs write headers of round sizes, and seldom long ones.
 double priorOfSkip(size_t skip) {
+  constexpr size_t kLong = 4096;
   if (skip == 0) return 0;
-  if (std::has_single_bit(skip) && skip >= 16) return -3;
-  return skip % 512 == 0 ? -3.5 : skip % 16 == 0 ? -5 : skip % 2 == 0 ? -7 : -9;
+  const double prior = skip > kLong ? -3 : 0;
+  if (std::has_single_bit(skip) && skip >= 16) return prior - 3;
+  return prior - (skip % 512 == 0 ? 3.5 : skip % 16 == 0 ? 5 : skip % 2 == 0 ? 7 : 9);
 }
 
 // What it says that only this share of all places is as likely an edge, if it is one.
@@ -71,7 +73,7 @@ class Arranger {
     const Size size{layout_.width, a.height};
     a.odds += priorOfSkip(skip);
     if (!size_) a.odds += priorOf(size);
-    if (!isWhole) a.odds -= size_ || isUsual(size) ? 14 : 26;
+    if (!isWhole) a.odds -= !size_ && isUsual(size) ? 14 : 26;
     if (padding && left + padding == bytes) a.odds -= 1;
     if (frames > 1)
       a.odds += oddsOfFrames(first, height, reader_.rows()) - 2 - std::log2(frames) / 2;
@@ -125,14 +127,30 @@ double oddsAgainstRounding(const RowGrid& grid) {
   return hasEmptyBytes && l.width % 4 == 0 ? 0 : 5;
 }
 
+// Two rows side by side have an edge in the middle; two halves of a row have none between them.
+class LeftEdges {
+ public:
+  LeftEdges(const std::vector<uint8_t>& bytes, size_t period, size_t group)
+      : period_(period), rows_(bytes, period, group), pairs_(bytes, 2 * period, group) {}
+
+  double oddsOf(size_t skip) const {
+    const double rank = std::min(pairs_.rankOf(skip), pairs_.rankOf(skip + period_));
+    const double ofDouble = 2 * oddsOfRank(rows_.rankOf(skip + period_ / 2), period_);
+    return std::min(4.0, oddsOfRank(rank, 2 * period_)) - std::max(0.0, ofDouble);
+  }
+
+ private:
+  size_t period_;
+  Seams rows_, pairs_;
+};
+
 struct Start {
   size_t skip;
   double odds;
 };
 
 // Where the first row may begin, less than a row into the file.
-std::vector<Start> startsOf(const std::vector<uint8_t>& bytes, const RowGrid& grid,
-                            const Seams& seams) {
+std::vector<Start> startsOf(const std::vector<uint8_t>& bytes, const RowGrid& grid) {
   const Layout& l = grid.layout;
   const auto period = static_cast<size_t>(bytesPerRow(l));
   if (grid.padding.count)
@@ -141,15 +159,11 @@ std::vector<Start> startsOf(const std::vector<uint8_t>& bytes, const RowGrid& gr
   const size_t group = groupOf(l.packing.code, l.packing.bits).bytes;
   const double oddsOfChange =
       grid.unexplained < 8 ? 0 : 0.8 * std::log2(static_cast<double>(grid.unexplained));
-  // Two rows side by side have an edge in the middle.
-  const auto oddsOfDouble = [&](size_t skip) {
-    return std::max(0.0, 2 * oddsOfRank(seams.rankOf(skip + period / 2), period));
-  };
+  const LeftEdges edges(bytes, period, groupBytes(l.packing));
   std::vector<Start> starts;
   for (const size_t skip : likelySkips(bytes.size(), period))
     if (skip == l.skip || (l.stride && (period % group || skip % group == l.skip % group)))
-      starts.push_back({skip, std::min(4.0, oddsOfRank(seams.rankOf(skip), period)) - oddsOfChange -
-                                  oddsOfDouble(skip)});
+      starts.push_back({skip, edges.oddsOf(skip) - oddsOfChange});
   const auto worth = [rest = bytes.size() % period](const Start& s) {
     return s.skip == rest ? 99 : s.odds + priorOfSkip(s.skip);
   };
@@ -163,12 +177,9 @@ std::vector<Start> startsOf(const std::vector<uint8_t>& bytes, const RowGrid& gr
 
 std::vector<Arrangement> arrangementsOf(const std::vector<uint8_t>& bytes, const RowGrid& grid,
                                         const std::optional<Size>& size) {
-  const Layout& l = grid.layout;
-  const auto period = static_cast<size_t>(bytesPerRow(l));
-  const Seams seams(bytes, period, groupBytes(l.packing));
   std::vector<Arrangement> all;
-  for (const Start& start : startsOf(bytes, grid, seams)) {
-    Layout layout = l;
+  for (const Start& start : startsOf(bytes, grid)) {
+    Layout layout = grid.layout;
     layout.skip = start.skip;
     const auto some = Arranger(bytes, layout, size).run(start.odds);
     all.insert(all.end(), some.begin(), some.end());

@@ -49,6 +49,18 @@ double entropyOf(const std::vector<uint8_t>& bytes) {
   return entropy;
 }
 
+// Whether all bytes are those of a text: samples between these would have the others too.
+bool isText(const std::vector<uint8_t>& bytes) {
+  constexpr uint8_t kTab = 9, kLineFeed = 10, kReturn = 13, kSpace = 32, kDelete = 127;
+  bool hasLines = false;
+  for (const uint8_t byte : bytes) {
+    hasLines |= byte == kLineFeed;
+    const bool isControl = byte < kSpace || byte == kDelete;
+    if (isControl && byte != kTab && byte != kLineFeed && byte != kReturn) return false;
+  }
+  return hasLines;
+}
+
 // Whether the file is a whole number of frames of that size and nothing else.
 bool fits(const Layout& l, const Size& size, size_t bytes) {
   const size_t frame = l.stride * size.height;
@@ -118,7 +130,7 @@ double oddsAgainst(const Guess& g, double unit) {
 }  // namespace
 
 std::vector<Guess> guessFormat(const std::vector<uint8_t>& bytes, const std::optional<Size>& size) {
-  if (bytes.size() < kMinBytes) return {};
+  if (bytes.size() < kMinBytes || isText(bytes)) return {};
   std::vector<Arrangement> best = likelyArrangements(bytes, size);
   std::vector<Guess> guesses;
   double sum = 0;

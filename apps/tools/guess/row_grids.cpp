@@ -36,6 +36,15 @@ bool hasUnusedBits(const std::vector<uint8_t>& bytes, const Layout& l) {
   return set * 8 > all;
 }
 
+// How many of the bytes between the rows of a layout are constant padding.
+size_t explainedBytes(const Layout& l, size_t row, const Padding& padding) {
+  if (padding.noise || !l.stride) return 0;
+  size_t count = 0;
+  for (size_t i = 0; i < padding.count; ++i)
+    count += (padding.begin + i + 2 * l.stride - l.skip % l.stride) % l.stride >= row;
+  return count;
+}
+
 class Search {
  public:
   Search(const std::vector<uint8_t>& bytes, uint32_t width)
@@ -94,9 +103,12 @@ class Search {
   // Padding of zeros may go on into a picture's dark edge; a likely place to begin is better.
   void addPadded(const Packing& p, size_t period, const Padding& padding) {
     std::vector<size_t> skips{(padding.begin + padding.count) % period};
+    if (const size_t rest = bytes_.size() % period; width_ && rest != skips[0])
+      skips.push_back(rest);
     for (const size_t skip : likelySkips(bytes_.size(), period)) {
       const size_t into = (skip + period - padding.begin) % period;
-      if (into > 0 && into <= padding.count && skip != skips[0]) skips.push_back(skip);
+      if (into > 0 && into <= padding.count && !std::ranges::count(skips, skip))
+        skips.push_back(skip);
     }
     for (const size_t skip : skips)
       for (const uint32_t width : widthsOf(p, (padding.begin + period - skip) % period))
@@ -169,10 +181,10 @@ class Search {
         hasUnusedBits(bytes_, l))
       return;
     const CodeLength length = codeLengthOf(reader, l.width, samples);
+    const size_t bytes = rowBytesOf(l.packing, l.width);
     const double row = bytesPerRow(l);
-    const double gap = row - static_cast<double>(rowBytesOf(l.packing, l.width));
-    const double constant = grid.padding.noise ? 0 : static_cast<double>(grid.padding.count);
-    grid.rate = (length.bits * l.width + 8 * std::max(0.0, gap - constant)) / row + 0.01;
+    const double gap = row - static_cast<double>(bytes + explainedBytes(l, bytes, grid.padding));
+    grid.rate = (length.bits * l.width + 8 * std::max(0.0, gap)) / row + 0.01;
     grid.unit = length.unit;
   }
 

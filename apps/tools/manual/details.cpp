@@ -22,7 +22,7 @@ Results go to files or to standard output, messages to standard error. A file ap
 not at all. Each command has a page of its own.)";
 
 constexpr const char* kConvert =
-    R"(IN is a PGM, a gray PAM, a gray PNG, a TIFF, a DNG or a FITS file, a camera raw file if the plug-in
+    R"(IN is a PGM, a gray PAM, a gray PNG, an NPY, a TIFF, a DNG or a FITS file, a camera raw file if the plug-in
 is installed, or a headerless raw file of the given --size; a folder stands for the frames in it,
 and - for standard input. A file with several frames yields a picture for each, or one film:
 standard output (-, raw:-, y4m:-) and a .y4m take the pictures of all frames, one after the other.

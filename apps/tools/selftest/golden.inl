@@ -245,41 +245,41 @@
 0x0E2EA0F8411B7287,  // ahd, 16 bits, rggb, binning 2
 0x038B170514E8E773,  // ahd, 16 bits, rggb, binning 3
 0x285077CCA3C03B97,  // ahd, 16 bits, rggb, binning 4
-0x1D1EDD434A087113,  // directional, 8 bits, grbg, binning 1
-0x129055C522A30337,  // directional, 8 bits, bggr, binning 1
-0x5BD60E57929C54BF,  // directional, 8 bits, rggb, binning 1
-0xAF17AAA9A22024AB,  // directional, 8 bits, gbrg, binning 1
-0xA0AF9A9860C9145C,  // directional, 8 bits, rggb, binning 2
-0x751CD9EDD904233A,  // directional, 8 bits, rggb, binning 3
-0x95BFD024A22A0C81,  // directional, 8 bits, rggb, binning 4
-0x0A3452DFBBBE046B,  // directional, 10 bits, grbg, binning 1
-0x02F098576FF4AD54,  // directional, 10 bits, bggr, binning 1
-0xBA7659304CF4C610,  // directional, 10 bits, rggb, binning 1
-0x263E131F9DD19047,  // directional, 10 bits, gbrg, binning 1
-0x466E9FB1C70B3173,  // directional, 10 bits, rggb, binning 2
-0x3012EF33544E4CA0,  // directional, 10 bits, rggb, binning 3
-0xBCA8AFCFC0E68B06,  // directional, 10 bits, rggb, binning 4
-0x00A7E205B51A33EA,  // directional, 12 bits, grbg, binning 1
-0x0D0AA579D2EB7F27,  // directional, 12 bits, bggr, binning 1
-0xBE8A08DED2D6DFAB,  // directional, 12 bits, rggb, binning 1
-0x1451D6CF385E73AA,  // directional, 12 bits, gbrg, binning 1
-0x9C959030A6848B7F,  // directional, 12 bits, rggb, binning 2
-0xC23F2B0509181C91,  // directional, 12 bits, rggb, binning 3
-0x6AFAEE58CF134733,  // directional, 12 bits, rggb, binning 4
-0xDDB4DDEB2FD0946D,  // directional, 14 bits, grbg, binning 1
-0x137F331D33AF2350,  // directional, 14 bits, bggr, binning 1
-0x6EC7CEA69953B988,  // directional, 14 bits, rggb, binning 1
-0x24B96C953994F0CD,  // directional, 14 bits, gbrg, binning 1
-0x9C21D3FAD53D037E,  // directional, 14 bits, rggb, binning 2
-0x3853AB9390E93429,  // directional, 14 bits, rggb, binning 3
-0x5DC7E40F6C2C3ED2,  // directional, 14 bits, rggb, binning 4
-0x8D89BE8E363646EC,  // directional, 16 bits, grbg, binning 1
-0x13AFF11C6AEA6F08,  // directional, 16 bits, bggr, binning 1
-0x7DC52727E1581288,  // directional, 16 bits, rggb, binning 1
-0xF08185C59DA38CB8,  // directional, 16 bits, gbrg, binning 1
-0xAF39FA6B596E0931,  // directional, 16 bits, rggb, binning 2
-0x34148B5D42BD11FF,  // directional, 16 bits, rggb, binning 3
-0x4320B2D09FD0E5A2,  // directional, 16 bits, rggb, binning 4
+0xC4068F1AFFF06C6A,  // directional, 8 bits, grbg, binning 1
+0xD4AA84D71DFB87AA,  // directional, 8 bits, bggr, binning 1
+0x142D0382A13706AE,  // directional, 8 bits, rggb, binning 1
+0xAA66EF6289D610DE,  // directional, 8 bits, gbrg, binning 1
+0xF33F2A70C52F518D,  // directional, 8 bits, rggb, binning 2
+0xF3609206196EE4BE,  // directional, 8 bits, rggb, binning 3
+0x8ED97649D3B63DFA,  // directional, 8 bits, rggb, binning 4
+0x94460C23834EE4DF,  // directional, 10 bits, grbg, binning 1
+0x12FB32A51611B559,  // directional, 10 bits, bggr, binning 1
+0x70DD9E573FEECE35,  // directional, 10 bits, rggb, binning 1
+0xA330251EFEF18D53,  // directional, 10 bits, gbrg, binning 1
+0x8E030FD933C61E8A,  // directional, 10 bits, rggb, binning 2
+0x99380A6DF2D9ED82,  // directional, 10 bits, rggb, binning 3
+0x6232E71B574F3248,  // directional, 10 bits, rggb, binning 4
+0x05C3C3A2F90C5562,  // directional, 12 bits, grbg, binning 1
+0x27F49BA29843A8CA,  // directional, 12 bits, bggr, binning 1
+0x121ABFD429B1BA32,  // directional, 12 bits, rggb, binning 1
+0xDADDA51190292586,  // directional, 12 bits, gbrg, binning 1
+0x85306CFCC1838206,  // directional, 12 bits, rggb, binning 2
+0x1FEEC5B96CE5C1EB,  // directional, 12 bits, rggb, binning 3
+0x226C7B02336BC980,  // directional, 12 bits, rggb, binning 4
+0xDA2F09B327057F07,  // directional, 14 bits, grbg, binning 1
+0x601ED41B07EE7B64,  // directional, 14 bits, bggr, binning 1
+0xE0C6D790D6B88128,  // directional, 14 bits, rggb, binning 1
+0x2B11EF8711FB77BF,  // directional, 14 bits, gbrg, binning 1
+0xE69F484EA667097F,  // directional, 14 bits, rggb, binning 2
+0xE4D70A2D0E004701,  // directional, 14 bits, rggb, binning 3
+0x70F7C07A3BC44E7C,  // directional, 14 bits, rggb, binning 4
+0xFCBA6B6BEF350133,  // directional, 16 bits, grbg, binning 1
+0xF50B4D9A28BBC937,  // directional, 16 bits, bggr, binning 1
+0x3D44766C3FE6272B,  // directional, 16 bits, rggb, binning 1
+0x1ABA4DFC03BA6793,  // directional, 16 bits, gbrg, binning 1
+0xA37F049782964403,  // directional, 16 bits, rggb, binning 2
+0x595E29419C42A6D0,  // directional, 16 bits, rggb, binning 3
+0x634EE6C1F31F9437,  // directional, 16 bits, rggb, binning 4
 0x56A3281F8A10C617,  // mono, 8 bits, mono, binning 1
 0x541ADB78C4F91EDD,  // mono, 8 bits, mono, binning 2
 0xC21EC873AF79F510,  // mono, 8 bits, mono, binning 3
@@ -316,64 +316,64 @@
 0x16783560913807C3,  // mono, 12 bits, mono, binning 1, lut mode 6
 0x54B4FE418E7F63B8,  // bilinear, 12 bits, grbg, binning 1, lut mode 7
 0x274E88FB51BE80FC,  // mono, 12 bits, mono, binning 1, lut mode 7
-0x01AB37A70718B9F0,  // bilinear, 8 bits, bggr, binning 1, finish 1
+0xDE40E9A7A78A69F5,  // bilinear, 8 bits, bggr, binning 1, finish 1
 0xC769B7DE946540B9,  // bilinear, 8 bits, bggr, binning 2, finish 2
 0x2955A8D911F0BEF2,  // bilinear, 8 bits, bggr, binning 1, finish 3
-0x4E5FB792F1221FD6,  // bilinear, 10 bits, bggr, binning 1, finish 1
+0x997EE25F63463F59,  // bilinear, 10 bits, bggr, binning 1, finish 1
 0x95E394612D03D13A,  // bilinear, 10 bits, bggr, binning 2, finish 2
 0x574D26856756792C,  // bilinear, 10 bits, bggr, binning 1, finish 3
-0x53259B949193F193,  // bilinear, 12 bits, bggr, binning 1, finish 1
+0x6A14FDE4754DF37D,  // bilinear, 12 bits, bggr, binning 1, finish 1
 0x28496D8397968649,  // bilinear, 12 bits, bggr, binning 2, finish 2
 0x2353B7EB68187A4F,  // bilinear, 12 bits, bggr, binning 1, finish 3
-0x81EDC3F2ABC0B490,  // bilinear, 14 bits, bggr, binning 1, finish 1
+0x89E56C35F8B911B2,  // bilinear, 14 bits, bggr, binning 1, finish 1
 0x1F6BDA106A994771,  // bilinear, 14 bits, bggr, binning 2, finish 2
 0xDE302DD9A9241293,  // bilinear, 14 bits, bggr, binning 1, finish 3
-0x9EC87DEAD86DAFC2,  // bilinear, 16 bits, bggr, binning 1, finish 1
+0xCAE0223DDE04F5F6,  // bilinear, 16 bits, bggr, binning 1, finish 1
 0xEEAEE6A31E671904,  // bilinear, 16 bits, bggr, binning 2, finish 2
 0x9954DF184C92DFF1,  // bilinear, 16 bits, bggr, binning 1, finish 3
-0x4807F4D7EA0785B3,  // ahd, 8 bits, bggr, binning 1, finish 1
+0xB018531228623638,  // ahd, 8 bits, bggr, binning 1, finish 1
 0xBE6486DB1E3799A7,  // ahd, 8 bits, bggr, binning 2, finish 2
 0x8FA8594D8782422A,  // ahd, 8 bits, bggr, binning 1, finish 3
-0x5263F71ECA5123C4,  // ahd, 10 bits, bggr, binning 1, finish 1
+0x185762C0467B49A2,  // ahd, 10 bits, bggr, binning 1, finish 1
 0xFC2F4E4103AA6C33,  // ahd, 10 bits, bggr, binning 2, finish 2
 0x378713A7293FF16E,  // ahd, 10 bits, bggr, binning 1, finish 3
-0xBEE7ACE0B2ED7838,  // ahd, 12 bits, bggr, binning 1, finish 1
+0x4AC50BB74A360383,  // ahd, 12 bits, bggr, binning 1, finish 1
 0x73E0FFB735996E38,  // ahd, 12 bits, bggr, binning 2, finish 2
 0xBC3A9C4E016A90AB,  // ahd, 12 bits, bggr, binning 1, finish 3
-0x87772333A0DB67F9,  // ahd, 14 bits, bggr, binning 1, finish 1
+0x6E4A2C7D8C5CE821,  // ahd, 14 bits, bggr, binning 1, finish 1
 0x911C3E31DDB36B69,  // ahd, 14 bits, bggr, binning 2, finish 2
 0x0733F4756DD08C24,  // ahd, 14 bits, bggr, binning 1, finish 3
-0xB665C18CF132C2EA,  // ahd, 16 bits, bggr, binning 1, finish 1
+0xA06686FAFA448959,  // ahd, 16 bits, bggr, binning 1, finish 1
 0xBCCD4C64DCC55223,  // ahd, 16 bits, bggr, binning 2, finish 2
 0x5601830EF8F95B34,  // ahd, 16 bits, bggr, binning 1, finish 3
-0x8472453A04B85CEC,  // directional, 8 bits, bggr, binning 1, finish 1
-0x0D30D1661D17DBF1,  // directional, 8 bits, bggr, binning 2, finish 2
-0x29EFA0FE76CBB8FB,  // directional, 8 bits, bggr, binning 1, finish 3
-0xB62F3A7AC0D0CFEE,  // directional, 10 bits, bggr, binning 1, finish 1
-0x04A778A89CA0E452,  // directional, 10 bits, bggr, binning 2, finish 2
-0x318845AF5623F794,  // directional, 10 bits, bggr, binning 1, finish 3
-0x2702A3FF89584F32,  // directional, 12 bits, bggr, binning 1, finish 1
-0x1D11BC7494334923,  // directional, 12 bits, bggr, binning 2, finish 2
-0x3A17F66AFCC9354F,  // directional, 12 bits, bggr, binning 1, finish 3
-0xEEB5D2893AB44136,  // directional, 14 bits, bggr, binning 1, finish 1
-0xE9F833B4542F2D81,  // directional, 14 bits, bggr, binning 2, finish 2
-0x7F99260D4D451510,  // directional, 14 bits, bggr, binning 1, finish 3
-0x082AC5169FC5DAC9,  // directional, 16 bits, bggr, binning 1, finish 1
-0xFD52DE722482C4CA,  // directional, 16 bits, bggr, binning 2, finish 2
-0x5AF8271B24F01C04,  // directional, 16 bits, bggr, binning 1, finish 3
-0x9B69BFCAE4EBC5ED,  // vng, 8 bits, bggr, binning 1, finish 1
+0x689B52B22E8FB05E,  // directional, 8 bits, bggr, binning 1, finish 1
+0x25F2CD6B7A43C162,  // directional, 8 bits, bggr, binning 2, finish 2
+0xA96E4DE7D3D7A440,  // directional, 8 bits, bggr, binning 1, finish 3
+0x30CBA4CFD4570C53,  // directional, 10 bits, bggr, binning 1, finish 1
+0xB7CFF42A3D8EBAD2,  // directional, 10 bits, bggr, binning 2, finish 2
+0x0028207E85B9635D,  // directional, 10 bits, bggr, binning 1, finish 3
+0x1290F171E5E6951F,  // directional, 12 bits, bggr, binning 1, finish 1
+0x56675E26EE77B7D9,  // directional, 12 bits, bggr, binning 2, finish 2
+0x98CCE3887AAE6E94,  // directional, 12 bits, bggr, binning 1, finish 3
+0xE4D06DE11561A8C3,  // directional, 14 bits, bggr, binning 1, finish 1
+0xCDB5E09C662C5B64,  // directional, 14 bits, bggr, binning 2, finish 2
+0xA756FA0167265931,  // directional, 14 bits, bggr, binning 1, finish 3
+0xF4B8A763712FF4B1,  // directional, 16 bits, bggr, binning 1, finish 1
+0x748DC48C3C0D9010,  // directional, 16 bits, bggr, binning 2, finish 2
+0xD4A13B5C4A77DB28,  // directional, 16 bits, bggr, binning 1, finish 3
+0x86AEE1C38BE74A6F,  // vng, 8 bits, bggr, binning 1, finish 1
 0x3C9DB94F06D6A1F3,  // vng, 8 bits, bggr, binning 2, finish 2
 0x2AC1351584DDAA94,  // vng, 8 bits, bggr, binning 1, finish 3
-0x6FBD3CD04AAEECAB,  // vng, 10 bits, bggr, binning 1, finish 1
+0x0C250D2252E7DF62,  // vng, 10 bits, bggr, binning 1, finish 1
 0x45A013EAF9B1F565,  // vng, 10 bits, bggr, binning 2, finish 2
 0x8524CB6B65614505,  // vng, 10 bits, bggr, binning 1, finish 3
-0xB8A1902EAB34B568,  // vng, 12 bits, bggr, binning 1, finish 1
+0x5A126495C2F32A88,  // vng, 12 bits, bggr, binning 1, finish 1
 0xBD77389576510A5E,  // vng, 12 bits, bggr, binning 2, finish 2
 0xCC86B8008AEF1DEA,  // vng, 12 bits, bggr, binning 1, finish 3
-0x188C012195A1C9C2,  // vng, 14 bits, bggr, binning 1, finish 1
+0x0469D5414C4502AF,  // vng, 14 bits, bggr, binning 1, finish 1
 0xA75C2986210DDACF,  // vng, 14 bits, bggr, binning 2, finish 2
 0xB1722E21FB3498CC,  // vng, 14 bits, bggr, binning 1, finish 3
-0x4D5DC611016A2E97,  // vng, 16 bits, bggr, binning 1, finish 1
+0xB10A60734AF81559,  // vng, 16 bits, bggr, binning 1, finish 1
 0xACEC6A0D84BDD017,  // vng, 16 bits, bggr, binning 2, finish 2
 0x30B2341C918F3CB3,  // vng, 16 bits, bggr, binning 1, finish 3
 0x2731DDBD2ED6167B,  // mono, 8 bits, mono, binning 1, finish 1

@@ -39,6 +39,19 @@ TEST_F(BatchReport, JsonReport) {
   EXPECT_EQ(plan.at("up_to_date"), 0);
 }
 
+// JSON is UTF-8: what isn't becomes U+FFFD.
+TEST_F(BatchReport, NamesNeedNotBeUtf8) {
+  put("\xE9.pgm", 7);
+  const Finished result = convert("\xE9.pgm --json --manifest m.jsonl");
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(valueOf("out/\xE9.png"), 7u);
+  const json input = json::parse(result.out).at("inputs").at(0);
+  EXPECT_EQ(input.at("input"), "\xEF\xBF\xBD.pgm");
+  EXPECT_EQ(input.at("outputs").at(0).at("output"), "out/\xEF\xBF\xBD.png");
+  const Finished info = scratch.vistrel("info --json \xE9.pgm");
+  EXPECT_EQ(json::parse(info.out).at("file"), "\xEF\xBF\xBD.pgm");
+}
+
 TEST_F(BatchReport, SaysHowFramesWereConverted) {
   scratch.write("w.pgm", pgm(4, 3, 1023, [](uint32_t, uint32_t) { return 5; }));
   const auto outputOf = [this](const std::string& options) {

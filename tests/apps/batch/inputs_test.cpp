@@ -11,9 +11,10 @@ using nlohmann::json;
 
 struct BatchInputs : BatchTest {};
 
-TEST_F(BatchInputs, DanglingLinksAreIgnored) {
+TEST_F(BatchInputs, LinksThatLeadNowhereAreIgnored) {
   fs::create_directory(scratch / "in");
-  fs::create_symlink("loop", scratch / "in/loop.pgm");
+  fs::create_symlink("none", scratch / "in/dangling.pgm");
+  fs::create_symlink("loop.pgm", scratch / "in/loop.pgm");
   put("in/a.pgm", 7);
   const Finished result = convert("in");
   EXPECT_EQ(result.status, 0) << result.err;

@@ -62,6 +62,12 @@ TEST(Guess, PathsAreQuoted) {
   scratch.write("it's mine.raw", pgm.substr(pgm.size() - 400 * 300 * 2));
   const Finished result = scratch.run({VISTREL_PROGRAM, "guess", "it's mine.raw"});
   EXPECT_EQ(result.out.find("vistrel convert 'it'\\''s mine.raw' -s 400x300 "), 0u) << result.out;
+  // Not taken for options.
+  std::filesystem::rename(scratch / "it's mine.raw", scratch / "-1.raw");
+  const std::string dash = scratch.vistrel("guess -- -1.raw").out;
+  const std::string command = dash.substr(0, dash.find('\n'));
+  EXPECT_EQ(command.find("vistrel convert ./-1.raw -s 400x300 "), 0u) << command;
+  EXPECT_EQ(scratch.vistrel(command.substr(8)).status, 0);
 }
 
 void expectRejection(const Scratch& scratch, const std::string& arguments, int status,

@@ -83,6 +83,17 @@ TEST(Info, Text) {
             "saturated        50.000 % of samples, at 255 or above\n");
 }
 
+// The scene's brightest samples have the level that the file calls white, below full scale.
+TEST(Info, SaturatedAtTheWhiteLevel) {
+  const Scratch scratch;
+  EXPECT_EQ(scratch.vistrel("scene --camera -s 64x48 --bits 12 -o in.dng").status, 0);
+  const auto info = nlohmann::json::parse(scratch.vistrel("info in.dng --json").out);
+  EXPECT_EQ(info["white_level"], info["max"]);
+  EXPECT_LT(info["max"], info["full_scale"]);
+  EXPECT_GT(info["percent_saturated"], 0);
+  EXPECT_EQ(info["percent_saturated"], info["percent_at_max"]);
+}
+
 TEST(Info, SeveralFiles) {
   const Scratch scratch;
   scratch.write("a.pgm", fourSamples(255, {0, 255, 128, 255}));

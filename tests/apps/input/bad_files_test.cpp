@@ -169,6 +169,8 @@ TEST_F(BadFiles, FitsOfTiles) {
   fits("FITS: tiles of 2000000000 pixels, an image of 340", replaced("ZTILE1  =", "2000000000"));
   fits("FITS: ZTILE2  =                    0: a size from 1 is expected",
        replaced("ZTILE2  =", "0"));
+  fits("FITS: ZBITPIX =               (16,1): a size from 1 is expected",
+       replaced("ZBITPIX =", "(16,1)"));
   for (const std::string name : {"NAXIS2  =", "PCOUNT  =", "GCOUNT  =", "TFIELDS ="})
     fits("FITS: " + name + "                    .: a whole number is expected",
          replaced(name, "."));

@@ -167,7 +167,7 @@ TEST_F(BadInput, UnspecifiedPhase) {
 }
 
 TEST_F(BadInput, NameWithoutBitsAndPhase) {
-  expectRejected(pgm(4, 4, 255, plain),
+  expectRejected(pgm(4, 4, 65535, plain),
                  "--from-name: the name does not end in _<bits>b_<phase> or _<bits>b, as in "
                  "rose_12b_rggb.pgm",
                  "--from-name");

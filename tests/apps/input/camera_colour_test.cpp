@@ -222,10 +222,15 @@ TEST(CameraColour, Faults) {
   m.light = kD65;
   m.calibrations = {scaledSrgb({0.05, 1, 1})};
   EXPECT_EQ(cameraColour(m).fault, "the light is beyond what the matrices describe");
-  // nearly singular: red and green differ by little
+  // Red and green differ by little: green is 1 / own of what its filter sees, less the rest of red.
   m.light.reset();
-  m.calibrations = {{product({1, 0, 0, 0.99, 0.01, 0, 0, 0, 1}, kSrgb), kIdentity, {}}};
-  EXPECT_EQ(cameraColour(m).fault, "the coefficients of a row would add up to 8 or more");
+  const auto faultOf = [&m](double own) {
+    m.calibrations = {{product({1, 0, 0, 1 - own, own, 0, 0, 0, 1}, kSrgb), kIdentity, {}}};
+    return cameraColour(m).fault;
+  };
+  for (const double own : {0.01, 0.2})  // 100 and -99, 5 and -4
+    EXPECT_EQ(faultOf(own), "the coefficients of a row would add up to 8 or more") << own;
+  EXPECT_EQ(faultOf(0.25), "");  // 4 and -3
 }
 
 }  // namespace

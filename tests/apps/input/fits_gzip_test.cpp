@@ -39,8 +39,15 @@ TEST_F(FitsGzip, HasTheSamplesOfTheFile) {
 TEST_F(FitsGzip, KeepsWhatLeadsToTheFirstImage) {
   const std::string first = fits(cards(8, {}), "") + extension(std::string(5000, 'x'));
   scratch.write("in.gz", deflated(first + extension(std::string(9000, 'y'))));
-  EXPECT_EQ(app::inflatedFits(app::Source(scratch / "in.gz")),
+  EXPECT_EQ(app::inflatedFits(app::Source(scratch / "in.gz")).bytes,
             std::vector<uint8_t>(first.begin(), first.end()));
+}
+
+TEST_F(FitsGzip, BytesAfterItsEndAreRemarked) {
+  const std::string file = deflated(fits(cards(8, {"3", "2"}), "abcdef"));
+  scratch.write("in.fits.gz", file + "rubbish");
+  const std::string said = "vistrel: in.fits.gz: 7 bytes after the last frame are ignored\n";
+  EXPECT_EQ(info("in.fits.gz", said)["trailing_bytes"], 7);
 }
 
 TEST_F(FitsGzip, EndsWhereItsHeadersSay) {

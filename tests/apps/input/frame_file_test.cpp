@@ -73,6 +73,14 @@ TEST_F(FrameFiles, OptionsThatContradictTheName) {
       "vistrel: a_10b_grbg.pgm: using 16 bits; the file says 10\n");
 }
 
+TEST_F(FrameFiles, NamesThatSayNothingOfFilesThatDo) {
+  EXPECT_EQ(scratch.vistrel("scene --camera -s 64x48 --bits 12 --phase grbg -o any.dng").status, 0);
+  EXPECT_EQ(scratch.vistrel("develop any.dng --from-name -o any.png").status, 0);
+  scratch.write("any.pgm", flat(600, 65535));
+  EXPECT_THAT(scratch.vistrel("convert any.pgm --from-name --phase rggb -o no.png").err,
+              testing::HasSubstr("--from-name: the name does not end in"));
+}
+
 // If the file's phase is invalid, an option overrides it.
 TEST_F(FrameFiles, OptionOverridesInvalidPhase) {
   const auto expect = [this](const std::string& file, const std::string& fault) {

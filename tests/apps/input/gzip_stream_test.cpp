@@ -44,6 +44,17 @@ TEST_F(GzipStreams, ReadsAllMembers) {
   EXPECT_EQ(read(deflated("abc") + std::string(9, '\0'), 2), "abc") << "padding";
 }
 
+TEST_F(GzipStreams, CountsWhatFollows) {
+  for (const std::string rest : {"", "\x1F", "rubbish"}) {
+    scratch.write("in.gz", deflated("abc") + deflated("de") + rest);
+    const app::Source source(scratch / "in.gz");
+    app::GzipStream in(source);
+    uint8_t bytes[9];
+    EXPECT_EQ(in.read(bytes, sizeof bytes), 5u);
+    EXPECT_EQ(in.trailing(), rest.size());
+  }
+}
+
 TEST_F(GzipStreams, NoticesDamage) {
   const std::string file = deflated(text());
   const std::string early = "gzip: the file ends early", damaged = "gzip: the file is damaged: ";

@@ -3,11 +3,10 @@
 
 #include "tests/apps/input/fits_file.h"
 #include "tests/apps/input/input_test.h"
+#include "tests/apps/texture.h"
 
 namespace vistrel {
 namespace {
-
-uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 3 + 7 * x * y + (x ^ y) * 29) % 4096; }
 
 struct Peers : InputTest {
   Peers() { scratch.write("in.pgm", pgm(37, 23, 4095, texture)); }

@@ -164,6 +164,16 @@ TEST(DecideSky, SamplesMayBeClippedAtZero) {
   EXPECT_EQ(decideLook(plain, {}, {4, 4, 60, 60}).transfer.curve, Curve::kAsinh);
 }
 
+// Half of the noise is clipped. One deviation is no brighter than a sky.
+TEST(DecideSky, NoiseIsNotStretchedFurtherThanSkies) {
+  const Look look = decideLook(sky(VISTREL_MONO, {0, 0, 0}, 30), {LookMode::kAstro, {}});
+  ASSERT_EQ(look.transfer.curve, Curve::kAsinh);
+  const double light = 30.0 / (look.white - look.black[0]) * look.exposure / kLookOne;
+  const double luminance = 255 * CurveSketch(look.transfer, 65536).at(light);
+  EXPECT_GE(luminance, 20);
+  EXPECT_LE(luminance, 40);
+}
+
 TEST(DecideSky, KnownSamplesAboveZeroAreEnough) {
   // Dark current is subtracted already: half of the noise is clipped.
   EXPECT_EQ(decideLook(sky(VISTREL_RGGB, {60, 60, 60}, 30), {}).transfer.curve, Curve::kAsinh);

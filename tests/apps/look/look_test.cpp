@@ -84,6 +84,16 @@ TEST(ParseLook, NamesOfCurvesAreThoseOfTheLibrary) {
   EXPECT_EQ(parseLook("curve=Gamma:2.2").known.transfer, (Transfer{Curve::kGamma, 2200}));
 }
 
+TEST(ParseLook, CaseMakesNoDifference) {
+  EXPECT_EQ(parseLook("AUTO").mode, LookMode::kAuto);
+  EXPECT_EQ(parseLook("Astro,White=4095,HIGHLIGHTS=Clip").known.white, 4095u);
+  EXPECT_EQ(parseLook("Astro,White=4095,HIGHLIGHTS=Clip").known.neutralHighlights, false);
+}
+
+TEST(ParseLook, LargestMatrix) {
+  EXPECT_EQ(parseLook("matrix=7.9997:0:0:4:-3.9997:0:0:0:1").known.matrix->front(), 32767);
+}
+
 TEST(ParseLook, WhatIsNotGivenIsUnknown) {
   EXPECT_EQ(parseLook("auto").known, KnownLook{});
   const KnownLook known = parseLook("exposure=1.25").known;
@@ -117,8 +127,9 @@ TEST(ParseLook, RejectionsNameThePartItsValueAndWhatIsAllowed) {
       {"gains=16.001:1:1", "from 1/4096 to 16"},
       {"gains=nan:1:1", "from 1/4096 to 16"},
       {"gains=1:1:1e1", "from 1/4096 to 16"},
-      {"matrix=1:0:0", "whose sizes add up to less than 8 in a row"},
-      {"matrix=4:-4:0:0:1:0:0:0:1", "whose sizes add up to less than 8 in a row"},
+      {"matrix=1:0:0", "whose sizes add up to at most 7.9997 in a row"},
+      {"matrix=7.9999:0:0:0:1:0:0:0:1", "at most 7.9997"},
+      {"matrix=4:-4:0:0:1:0:0:0:1", "whose sizes add up to at most 7.9997 in a row"},
       {"exposure=0", "a factor from 1/4096 to 1024"},
       {"exposure=1025", "a factor from 1/4096 to 1024"},
       {"curve=gamma", "gamma:G with G from 0.1 to 10"},

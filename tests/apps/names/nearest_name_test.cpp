@@ -7,6 +7,15 @@ namespace {
 
 using app::nearestName;
 
+TEST(NearestName, AnAbbreviationIsTheNameThatItBegins) {
+  const std::vector<std::string> names{"bench", "compare", "convert", "develop"};
+  EXPECT_EQ(nearestName("con", names), "convert");
+  EXPECT_EQ(nearestName("DEV", names), "develop");
+  EXPECT_EQ(nearestName("com", names), "compare");
+  EXPECT_EQ(nearestName("c", names), "") << "too short to mean one of them";
+  EXPECT_EQ(nearestName("conv", {"convert", "cont"}), "cont") << "an edit is less";
+}
+
 TEST(NearestName, OneEditForEveryFourCharacters) {
   const std::vector<std::string> names{"convert", "compare"};
   EXPECT_EQ(nearestName("convrt", names), "convert");    // a character is missing
@@ -20,7 +29,8 @@ TEST(NearestName, OneEditForEveryFourCharacters) {
 TEST(NearestName, CaseIsIgnoredAndTheFirstOfEqualsWins) {
   EXPECT_EQ(nearestName("CONVERTS", {"info", "convert"}), "convert");
   EXPECT_EQ(nearestName("RGBC", {"RGBA", "RGBD"}), "RGBA");
-  EXPECT_EQ(nearestName("RGC", {"RGA", "RGB"}), "");  // too short for an edit
+  EXPECT_EQ(nearestName("Y1O", {"Y10", "Y12"}), "Y10");
+  EXPECT_EQ(nearestName("Y", {"Y1"}), "");  // too short for an edit
 }
 
 // An exchange of neighbours is two edits.

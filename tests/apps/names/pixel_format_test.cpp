@@ -280,5 +280,32 @@ TEST(PixelFormat, TheErrorSuggestsTheNearestName) {
     EXPECT_EQ(errorOf(far).find("nearest"), std::string::npos) << errorOf(far);
 }
 
+// Every name with any one of its characters wrong, and with underscores for hyphens or the other
+// way round, leads to a name.
+TEST(PixelFormats, MisspeltNamesAreCorrected) {
+  const auto expectHelp = [](const std::string& text) {
+    if (app::findPixelFormat(text)) return;  // another name
+    const std::string error = app::attempt([&] { app::parsePixelFormat("--pixfmt", text); }).text;
+    EXPECT_NE(error.find("The nearest name is "), std::string::npos) << error;
+  };
+  size_t names = 0;
+  for (const app::PixelFormat& f : app::pixelFormats()) {
+    std::vector<std::string> all = app::namesOf(f);
+    if (!f.v4l2Code.empty()) all.push_back(f.v4l2Code);
+    for (const std::string& name : all) {
+      for (size_t i = 0; i < name.size(); ++i) {
+        std::string wrong = name;
+        wrong[i] = name[i] == 'q' ? 'x' : 'q';
+        expectHelp(wrong);
+      }
+      std::string other = name;
+      for (char& c : other) c = c == '_' ? '-' : static_cast<char>(std::tolower(c));
+      expectHelp(other);
+      ++names;
+    }
+  }
+  EXPECT_GT(names, 300u);
+}
+
 }  // namespace
 }  // namespace vistrel

@@ -8,11 +8,11 @@
 
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
+#include "tests/apps/texture.h"
 
 namespace vistrel {
 namespace {
 
-uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 3 + 7 * x * y + (x ^ y) * 29) % 4096; }
 uint32_t slope(uint32_t x, uint32_t y) { return 40 * (x + y); }
 
 struct Compressed : ::testing::Test {

@@ -46,6 +46,32 @@ TEST_F(PgmHeaders, LinesOfPam) {
   EXPECT_EQ(header.samplesAt, head.size());
 }
 
+// What looks like a keyword after a value is no line of its own.
+TEST_F(PgmHeaders, LinesOfPamStandOnceAndAlone) {
+  const std::string whole = "P7\nWIDTH 2\nHEIGHT 1\nDEPTH 1\nMAXVAL 255\nENDHDR\n";
+  const auto errorOf = [this](const std::string& file) {
+    return app::attempt([&] { read(file + ".."); }).text;
+  };
+  EXPECT_EQ(errorOf(whole), "");
+  for (const std::string line : {"WIDTH 2", "HEIGHT 1", "DEPTH 1", "MAXVAL 255"}) {
+    const std::string keyword = line.substr(0, line.find(' ')), text = "PAM: its header gives ";
+    EXPECT_EQ(errorOf("P7\n" + line + whole.substr(2)), text + keyword + " twice");
+    std::string other = whole;
+    other.replace(whole.find(line), line.size(), line + " 3");
+    EXPECT_NE(errorOf(other), "") << other;
+  }
+  std::string open = whole;
+  open.replace(open.find("255\nENDHDR"), 10, "255 ENDHDR");
+  EXPECT_EQ(errorOf(open), "MAXVAL \"255 ENDHDR\": a number is expected");
+  open = whole;
+  EXPECT_EQ(errorOf(open.replace(open.find("ENDHDR"), 6, "TUPLTYPE A ENDHDR")),
+            "the file ends within the header");
+  open = whole;
+  EXPECT_NE(errorOf(open.erase(open.find("ENDHDR"), 7)), "");
+  open = whole;
+  EXPECT_NE(errorOf(open.replace(open.find("255"), 3, std::string("25\0005", 4))), "");
+}
+
 TEST_F(PgmHeaders, InvalidOnesAreRejected) {
   for (const char* file :
        {"P1 1 1 1\n.", "P6 1 1 255\n...", "P7\nWIDTH 1\nHEIGHT 1\nMAXVAL 1\nENDHDR\n.",

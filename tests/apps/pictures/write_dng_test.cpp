@@ -225,13 +225,14 @@ TEST_F(Dng, ValidatorsFindNoFault) {
   }
 }
 
-const std::string kNote =
-    "vistrel: out.dng: the camera's colour matrix is unknown; using that of sRGB\n";
+const std::string kNotes =
+    "vistrel: out.dng: the camera's colour matrix is unknown; using that of sRGB\n"
+    "vistrel: out.dng: many programs reject raw frames below 22x22; this one is 2x2\n";
 
 TEST_F(Dng, Unpack) {
   scratch.write("in.raw", "\x23\x61\x45\x89\xC7\xAB");  // 0x123, 0x456, 0x789, 0xABC
   const std::string unpack = "unpack in.raw -s 2x2 -o ";
-  EXPECT_EQ(scratch.vistrel(unpack + "out.dng --pixfmt BayerGR12p").err, kNote);
+  EXPECT_EQ(scratch.vistrel(unpack + "out.dng --pixfmt BayerGR12p").err, kNotes);
   const auto description = info("out.dng");
   EXPECT_EQ(description["phase"], "grbg");
   EXPECT_EQ(description["bits"], 12);
@@ -273,14 +274,14 @@ TEST_F(Dng, UnpackTakesOneFrameWithColours) {
   EXPECT_EQ(two.status, 3);
   EXPECT_NE(two.err.find("it has 2 frames: out.dng takes one"), two.err.npos) << two.err;
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"in.raw"});
-  EXPECT_EQ(scratch.vistrel(unpack + "RGGB --frame 1").err, kNote);
+  EXPECT_EQ(scratch.vistrel(unpack + "RGGB --frame 1").err, kNotes);
   EXPECT_EQ(scratch.vistrel("convert out.dng --phase mono -o out.pgm").status, 0);
   EXPECT_EQ(scratch.read("out.pgm"), "P5\n2 2\n255\nefgh");
 }
 
 TEST_F(Dng, Mosaic) {
   scratch.write("in.ppm", "P6 2 2 255\nabcdefghijkl");
-  EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.dng --phase bggr").err, kNote);
+  EXPECT_EQ(scratch.vistrel("mosaic in.ppm -o out.dng --phase bggr").err, kNotes);
   EXPECT_EQ(info("out.dng")["phase"], "bggr");
   EXPECT_EQ(scratch.vistrel("convert out.dng --phase mono -o out.pgm").status, 0);
   EXPECT_EQ(scratch.read("out.pgm"), "P5\n2 2\n255\ncehj");
@@ -321,7 +322,8 @@ TEST_F(Dng, ConvertMakesOneOfEveryFrame) {
   const Finished made = scratch.vistrel(convert + "--type dng -o out");
   EXPECT_EQ(made.status, 0) << made.err;
   EXPECT_EQ(made.err,
-            "vistrel: in.raw: the camera's colour matrix is unknown; using that of sRGB\n");
+            "vistrel: in.raw: the camera's colour matrix is unknown; using that of sRGB\n"
+            "vistrel: in.raw: many programs reject raw frames below 22x22; this one is 2x2\n");
   EXPECT_EQ(scratch.vistrel("unpack out/in_000001.dng -o out.raw").err, "");
   EXPECT_EQ(scratch.read("out.raw"), "efgh");
   EXPECT_EQ(scratch.vistrel(convert + "--frame 1 -o - --wb 2,1,2").err,
@@ -338,8 +340,24 @@ TEST_F(Dng, ThePhaseMustBeKnown) {
   const std::string unpack = "unpack in.raw -s 2x2 --bits 8 -o out.dng";
   EXPECT_EQ(scratch.vistrel(unpack).err,
             "vistrel: in.raw: --phase is missing: a .dng names the colours of the 2x2 block\n");
-  EXPECT_EQ(scratch.vistrel(unpack + " --phase gbrg").err, kNote);
+  EXPECT_EQ(scratch.vistrel(unpack + " --phase gbrg").err, kNotes);
   EXPECT_EQ(info("out.dng")["phase"], "gbrg");
+}
+
+// The sizes are those of LibRaw.
+TEST_F(Dng, SmallFramesAreRemarked) {
+  const bool hasPlugin = std::filesystem::exists(VISTREL_PLUGIN);
+  for (const auto& [width, height] : {std::pair{21, 40}, {40, 21}, {22, 22}}) {
+    const std::string size = std::to_string(width) + "x" + std::to_string(height);
+    scratch.write("in.raw", std::string(static_cast<size_t>(width * height), 'a'));
+    const Finished made = scratch.vistrel("unpack in.raw -s " + size + " --pixfmt RGGB -o out.dng");
+    const bool isRemarked = made.err.find("below 22x22; this one is " + size) != made.err.npos;
+    EXPECT_EQ(isRemarked, width + height > 44) << made.err;
+    std::filesystem::rename(scratch / "out.dng", scratch / "out.nef");
+    if (hasPlugin) {
+      EXPECT_EQ(scratch.vistrel("info out.nef").status, isRemarked ? 3 : 0);
+    }
+  }
 }
 
 TEST_F(Dng, TooLargeIsRejected) {

@@ -7,11 +7,10 @@
 
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
+#include "tests/apps/texture.h"
 
 namespace vistrel {
 namespace {
-
-uint32_t texture(uint32_t x, uint32_t y) { return (x * x * 3 + 7 * x * y + (x ^ y) * 29) % 4096; }
 
 struct Written : ::testing::Test {
   Scratch scratch;

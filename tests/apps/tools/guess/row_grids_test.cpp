@@ -37,6 +37,15 @@ TEST(RowGrids, PaddingIsNoPicture) {
   EXPECT_EQ(found->padding.count, 24u);
 }
 
+// Rows of padding alone would be the easiest to predict.
+TEST(RowGrids, PaddingExplainsOnlyItself) {
+  const auto grids = app::rowGrids(waves(512), 200);
+  const auto best =
+      std::ranges::find(grids, size_t{712}, [](const app::RowGrid& g) { return g.layout.stride; });
+  ASSERT_NE(best, grids.end());
+  EXPECT_EQ(best->layout.skip, 0u);
+}
+
 TEST(RowGrids, LikelySkipsAreWithinARow) {
   const auto skips = app::likelySkips(1000, 300);
   EXPECT_EQ(skips[0], 0u);
