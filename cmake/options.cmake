@@ -18,6 +18,10 @@ cmake_dependent_option(VISTREL_PYTHON_TESTS "Test the Python package, with pytes
   "VISTREL_PYTHON;VISTREL_APPS;VISTREL_TESTS" OFF)
 cmake_dependent_option(VISTREL_LIVE_TESTS "Test the GStreamer element, with cameras that aren't there"
   OFF "VISTREL_GSTREAMER;VISTREL_TESTS" OFF)
+cmake_dependent_option(VISTREL_SITE_TESTS "Build and test the documentation's site" OFF
+  "VISTREL_GSTREAMER;VISTREL_PYTHON;VISTREL_APPS;VISTREL_TESTS" OFF)
+cmake_dependent_option(VISTREL_BROWSER_TESTS "Test the page that converts frames in the browser" OFF
+  "VISTREL_APPS;VISTREL_TESTS" OFF)
 cmake_dependent_option(VISTREL_QEMU_TESTS "Run tests on emulated processors too" OFF
   VISTREL_TESTS OFF)
 cmake_dependent_option(VISTREL_BENCH
@@ -28,6 +32,7 @@ cmake_dependent_option(VISTREL_EVERYWHERE
   "Build only the tests that run on every machine: the selftest and vistrel-check" OFF
   "VISTREL_HOST;NOT VISTREL_TESTS" OFF)
 option(VISTREL_FUZZ "Build the fuzz targets as programs of libFuzzer, with clang" OFF)
+option(VISTREL_ALL_LEVELS "Compile for every processor level, not only for base and AVX2" ON)
 set(VISTREL_OPTIMIZATION -O3 CACHE STRING "How far to optimise the conversions")
 option(VISTREL_WERROR "Treat warnings as errors" OFF)
 set(VISTREL_SANITIZE "" CACHE STRING "Sanitizers for all targets, e.g. address,undefined")
@@ -51,7 +56,8 @@ add_library(vistrel_exact INTERFACE)
 target_compile_options(vistrel_exact INTERFACE
   -ffp-contract=off -fno-fast-math -Wno-psabi
   $<$<NOT:$<BOOL:${EMSCRIPTEN}>>:-fno-semantic-interposition>)
-target_compile_definitions(vistrel_exact INTERFACE $<$<CONFIG:Debug>:VISTREL_KEEP_CALLS>)
+target_compile_definitions(vistrel_exact INTERFACE $<$<CONFIG:Debug>:VISTREL_KEEP_CALLS>
+  $<$<NOT:$<BOOL:${VISTREL_ALL_LEVELS}>>:VISTREL_FEW_LEVELS>)
 
 # For sources that take longer to compile than to run.
 add_library(vistrel_brief INTERFACE)
