@@ -98,20 +98,59 @@ TEST(FinishedColour, MatrixMixesColours) {
   EXPECT_THAT(plainPixel(convert(f.frame, f.conversion)), ElementsAre(150, 50, 0));
 }
 
-// Where green clips at 959 of 1023 and red and blue don't, as white fur does, gains would make the
-// pixel pink: the clipped green is less than it was in the scene.
-TEST(Highlights, AreNeutralWhereOneColourClips) {
-  const auto samples = samplesOf<uint16_t>(12, 10, plainColour(VISTREL_GRBG, 600, 959, 700));
+// A plain colour in a frame that clips at 959 of 1023, at half exposure, which shows what is above
+// white.
+std::vector<uint32_t> highlight(unsigned blue, unsigned green, unsigned red, uint32_t gainOfBlue,
+                                uint32_t highlights) {
+  const auto samples = samplesOf<uint16_t>(12, 10, plainColour(VISTREL_GRBG, blue, green, red));
   Finishing f(frameOf(samples, 12, 10, 10, VISTREL_GRBG));
   f.conversion.white = 959;
-  f.setGains(8192, 4096, 8192);
-  f.finish.exposure = 2048;  // shows what is above white
-  // Half of 700 * 2, 959 and 600 * 2 of 959: 186.1, just below 127.5, 159.5 of 255.
-  EXPECT_THAT(plainPixel(convert(f.frame, f.conversion)), ElementsAre(160, 127, 186));
-  f.finish.highlights = VISTREL_HIGHLIGHTS_NEUTRAL;
-  EXPECT_THAT(plainPixel(convert(f.frame, f.conversion)), ElementsAre(186, 186, 186));
-  f.finish.exposure = VISTREL_EXPOSURE_ONE;
-  EXPECT_THAT(plainPixel(convert(f.frame, f.conversion)), ElementsAre(255, 255, 255));
+  f.setGains(8192, 4096, gainOfBlue);
+  f.finish.exposure = 2048;
+  f.finish.highlights = highlights;
+  return plainPixel(convert(f.frame, f.conversion));
+}
+constexpr uint32_t kClip = VISTREL_HIGHLIGHTS_CLIP, kNeutral = VISTREL_HIGHLIGHTS_NEUTRAL;
+
+// Where green clips and red and blue don't, as white fur does, gains would make the pixel pink: the
+// clipped green is less than it was in the scene. Half of 700 * 2 and 959 of 959: 186.1, and just
+// below 127.5 of 255.
+TEST(Highlights, AreNeutralWhereOneColourClips) {
+  EXPECT_THAT(highlight(700, 959, 700, 8192, kClip), ElementsAre(186, 127, 186));
+  EXPECT_THAT(highlight(700, 959, 700, 8192, kNeutral), ElementsAre(186, 186, 186));
+}
+
+// As half of 600 * 2 is 159.5, green becomes 172.8.
+TEST(Highlights, LieBetweenTheOtherColours) {
+  EXPECT_THAT(highlight(600, 959, 700, 8192, kNeutral), ElementsAre(160, 173, 186));
+}
+
+TEST(Highlights, FollowTheLastColourThatIsNotClipped) {
+  EXPECT_THAT(highlight(959, 959, 700, 4096, kClip), ElementsAre(127, 127, 186));
+  EXPECT_THAT(highlight(959, 959, 700, 4096, kNeutral), ElementsAre(186, 186, 186));
+}
+
+TEST(Highlights, AreWhiteWhereAllColoursClip) {
+  EXPECT_THAT(highlight(959, 959, 959, 4096, kNeutral), ElementsAre(255, 255, 255));
+}
+
+// Orange, and a red lamp. Half of 900 * 2 and 50 * 2 of 959: 239.3 and 13.3. Their middle is less
+// than the clipped green.
+TEST(Highlights, KeepSaturatedColours) {
+  EXPECT_THAT(highlight(50, 959, 900, 8192, kNeutral), ElementsAre(13, 127, 239));
+  EXPECT_THAT(highlight(100, 50, 959, 8192, kNeutral), ElementsAre(27, 7, 255));
+}
+
+// Green clips more and more, from 15/16 of white to all of it; nothing jumps.
+TEST(Highlights, BeginGradually) {
+  uint32_t before = 119;
+  for (unsigned green = 895; green <= 959; green += 4) {
+    const uint32_t now = highlight(700, green, 700, 8192, kNeutral)[1];
+    EXPECT_GE(now, before) << green;
+    EXPECT_LE(now, before + 8) << green;
+    before = now;
+  }
+  EXPECT_EQ(before, 186);
 }
 
 // A colour that only its gain makes brighter than white has not clipped: it stays.

@@ -57,10 +57,12 @@ set(python interface apps/names apps/look apps/input apps/pictures apps/files ap
   common/rows)
 set(gstreamer interface apps/names apps/options apps/look apps/error)
 set(wasm interface)
+set(try interface apps/commands apps/input apps/look apps/tools/guess apps/tools/selftest apps/colour
+  apps/options apps/names apps/pictures apps/files apps/error)
 
 set(tests ${bench} host ${apps} bench gstreamer)
 set(modules
-  common cpu streams curves samples output finish cfa platform demosaic frontend host apps gstreamer wasm python
+  common cpu streams curves samples output finish cfa platform demosaic frontend host apps gstreamer wasm try python
   bench tests)
 set(all_modules entries interface common/simd common/rows ${modules} ${apps})
 

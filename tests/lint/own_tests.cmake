@@ -1,6 +1,6 @@
 # cmake -D ROOT=FOLDER -P own_tests.cmake: fails when a source of the libraries or the program,
 # FOLDER/NAME.cpp, has no test of its own, tests/FOLDER/NAME_test.cpp, or CMake does not build it.
-# python/ has tests in Python.
+# python/ has tests in Python, try/ in JavaScript.
 # NAME_command.cpp has NAME_test.cpp. Headers of common/ are sources as well; any other header is part
 # of the .cpp files that include it.
 cmake_minimum_required(VERSION 3.25)
@@ -16,7 +16,7 @@ set(exempt
   apps/main.cpp apps/program.cpp apps/options/batch_options.cpp apps/options/conversion_options.cpp
   apps/options/help.cpp apps/options/input_options.cpp apps/options/options.cpp  # usage_test.cpp
   apps/commands/conversion_job.cpp apps/commands/picture_request.cpp  # convert_test.cpp
-  apps/commands/development_job.cpp apps/commands/look_options.cpp
+  apps/commands/development_job.cpp apps/commands/develop_options.cpp apps/commands/look_options.cpp
   apps/look/camera_look.cpp apps/look/finished_look.cpp               # develop_test.cpp
   apps/options/calibration_options.cpp apps/input/calibrated_frame.cpp  # sensor_calibration_test.cpp
   apps/look/decide_calibrated.cpp                                     # develop_test.cpp
@@ -37,7 +37,8 @@ set(exempt
   apps/pictures/png_input.cpp apps/pictures/read_picture.cpp          # mosaic_test.cpp
   apps/plugin/libraw_plugin.cpp                                       # camera_raw_test.cpp
   apps/tools/report/evaluation.cpp apps/tools/report/plot.cpp         # report_test.cpp
-  apps/tools/scene/cards.cpp apps/tools/scene/scene.cpp
+  apps/tools/guess/guess_text.cpp                                     # commands/guess_test.cpp
+  apps/tools/scene/cards.cpp apps/tools/scene/scene.cpp apps/commands/scene_frame.cpp
   apps/tools/scene/sensor.cpp apps/tools/scene/exposure.cpp           # scene_test.cpp
   apps/tools/sheet/contact_sheet.cpp                                  # compare_test.cpp
   gstreamer/converter.cpp gstreamer/properties.cpp                    # element_test.cpp
@@ -50,7 +51,7 @@ set(exempt
 
 include(${CMAKE_CURRENT_LIST_DIR}/sources.cmake)
 sources(${ROOT} files)
-list(FILTER files EXCLUDE REGEX "^(bench|examples|include|python|tests)/")
+list(FILTER files EXCLUDE REGEX "^(bench|examples|include|python|tests|try)/")
 list(FILTER files INCLUDE REGEX "^common/|\\.cpp$")
 list(REMOVE_ITEM files ${exempt})
 if(NOT files)
