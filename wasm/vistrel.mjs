@@ -8,11 +8,13 @@
 // names. Fields that are left out have their defaults. Arrays stand for pointers, names for codes of
 // phases, formats, algorithms, packings and transfer curves; all other choices are numbers.
 
+// A rejected call. `status` is its code, see vistrel_status.h; the message names the argument, its
+// value and what is allowed.
 export class VistrelError extends Error {
   constructor(status, text) {
     super(text);
     this.name = 'VistrelError';
-    this.status = status;  // see vistrel_status.h
+    this.status = status;
   }
 }
 
@@ -29,7 +31,8 @@ async function bytesAt(url) {
   return new Uint8Array(await response.arrayBuffer());
 }
 
-// Loads the module that suits this machine, from the folder of this file.
+// Loads the module that suits this machine, from the folder of this file. Returns a promise of a
+// Vistrel; it fails if the module can't be fetched.
 export async function loadVistrel() {
   const name = WebAssembly.validate(kVectorModule) ? 'simd' : 'plain';
   const {default: create} = await import(`./vistrel-${name}.mjs`);
@@ -58,13 +61,16 @@ class Scratch {
   free() { for (const place of this.#places) this.#module._free(place); }
 }
 
+// libvistrelhost in a module of its own, as loadVistrel returns it. Each call copies its arrays into
+// the module's memory and frees that before it returns. `module` is the name of the module: 'simd'
+// with vector instructions, or 'plain'.
 class Vistrel {
   #module;
   #fields = new Map();
 
   constructor(module, name) {
     this.#module = module;
-    this.module = name;  // 'plain' or 'simd'
+    this.module = name;
     const view = this.#view();
     for (let at = module._vistrel_wasm_fields(); view.getUint32(at, true); at += 12)
       this.#fields.set(module.UTF8ToString(view.getUint32(at, true)),
@@ -74,8 +80,9 @@ class Vistrel {
   // Major version * 10000 + minor version * 100 + patch.
   get version() { return this.#module._vistrel_version(); }
 
-  // The image: width, height, channels, bits, and its pixels in rows without padding, as Uint8Array
-  // or Uint16Array. Throws VistrelError.
+  // The image: width, height, channels, bits, and its pixels in rows without padding, as Uint8Array,
+  // or as Uint16Array if they have more than 8 bits. Throws VistrelError; TypeError if there is no
+  // such field.
   convert(frame, conversion = {}) {
     return this.#withScratch((scratch) => {
       const place = this.#frame(scratch, frame);
@@ -95,7 +102,8 @@ class Vistrel {
     });
   }
 
-  // The gains of red, green and blue that make a frame neutral, in 1/4096: gray-world.
+  // The gains of red, green and blue that make a frame neutral, in 1/4096: gray-world. Of the
+  // conversion, black, white, excess and region count. Throws VistrelError.
   measureGains(frame, conversion = {}) {
     return this.#withScratch((scratch) => {
       const place = this.#frame(scratch, frame);
@@ -106,7 +114,9 @@ class Vistrel {
     });
   }
 
-  // The points of a transfer curve: 'linear', 'srgb', 'gamma' or 'asinh'; see vistrel_make_transfer.
+  // The points of a transfer curve, 0 to 65535, as Uint16Array: of the kind 'linear', 'srgb', 'gamma'
+  // or 'asinh'. The parameter is in thousandths, the count 2 to 65536: see vistrel_make_transfer.
+  // Throws VistrelError.
   makeTransfer(kind, parameter = 0, count = 65536) {
     return this.#withScratch((scratch) => {
       const points = scratch.take(2 * count);

@@ -14,12 +14,15 @@
 extern "C" {
 #endif
 
+/* A rectangle of a frame, in pixels. */
 typedef struct CfaRect {
-  int32_t x, y, width, height;
+  int32_t x, y;          /* upper left corner */
+  int32_t width, height; /* size */
 } CfaRect;
 
+/* The size of a frame. */
 typedef struct CfaSize {
-  int32_t width, height;
+  int32_t width, height; /* pixels */
 } CfaSize;
 
 /* Grid: the colours of the frame's upper left 2x2 pixels, row by row. */

@@ -68,11 +68,16 @@ int OS_GetDiskFreeSpaceEx(const char* path, uint32_t* pTotalLow, uint32_t* pTota
 uint32_t OS_GetTickCount();
 uint32_t OS_timeGetTime();
 
+// A date and a time of day.
 struct _OS_SYSTEMTIME {
-  uint16_t year, month, dayOfWeek, day, hour, minute, second, milliseconds;
+  uint16_t year, month;           // month: 1 to 12
+  uint16_t dayOfWeek;             // 0
+  uint16_t day;                   // of the month, from 1
+  uint16_t hour, minute, second;  // hour: 0 to 23
+  uint16_t milliseconds;          // 0
 };
 
-// The current time, in GMT despite the name. dayOfWeek and milliseconds are always 0.
+// The current time, in GMT despite the name.
 void OS_GetLocalTime(_OS_SYSTEMTIME* pTime);
 
 // Returns 1 if the library has packed operations and the enabled feature mask includes SSE, else 0.

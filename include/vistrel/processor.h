@@ -107,9 +107,6 @@ int32_t ipp_is_ssx_extension(void); /* SSE */
 int32_t ipp_is_wni_extension(void); /* SSE2 */
 int32_t ipp_is_htt_extension(void); /* several logical processors */
 int32_t ipp_is_pni_extension(void); /* SSE3 */
-
-/* 64-bit mode: 1 or 0, or the highest extended leaf if that is too low to know. */
-uint32_t ipp_is_em64t_extension(void);
 int32_t ipp_is_mni_extension(void); /* SSSE3 */
 int32_t ipp_is_sse41_extension(void);
 int32_t ipp_is_sse42_extension(void);
@@ -119,20 +116,25 @@ int32_t ipp_get_cores_on_die(void);     /* 1 if not known */
 uint64_t ipp_get_pentium_counter(void); /* the time stamp counter */
 int32_t ipp_is_GenuineIntel(void);
 
+/* 64-bit mode: 1 or 0, or the highest extended leaf if that is too low to know. */
+uint32_t ipp_is_em64t_extension(void);
+
+/* What CPUID says about the processor. Features are 1 or 0. */
 typedef struct IppPentiumIdent {
-  int32_t family, stepping, model, type;
-  int32_t leaf1Edx, leaf2Eax, leaf2Edx;
-  int32_t mmx;
-  int32_t reserved; /* not written */
-  int32_t sse, sse2, htt, sse3;
-  int32_t em64t; /* as ipp_is_em64t_extension */
-  int32_t ssse3, cores, sse41, sse42;
-  int32_t extendedFamily, extendedModel;
-  int32_t movbe;
-  int32_t avx; /* the processor has AVX, whether or not it is enabled */
-  int32_t osxsave;
+  int32_t family, stepping, model, type; /* fields of EAX of leaf 1 */
+  int32_t leaf1Edx, leaf2Eax, leaf2Edx;  /* whole registers */
+  int32_t mmx;                           /* as ipp_is_mmx_extension */
+  int32_t reserved;                      /* not written */
+  int32_t sse, sse2, htt, sse3;          /* as the probes of these features */
+  int32_t em64t;                         /* as ipp_is_em64t_extension */
+  int32_t ssse3, cores, sse41, sse42;    /* as the probes; cores as ipp_get_cores_on_die */
+  int32_t extendedFamily, extendedModel; /* fields of EAX of leaf 1 */
+  int32_t movbe;                         /* as ipp_is_movbe */
+  int32_t avx;                           /* the processor has AVX, whether or not it is enabled */
+  int32_t osxsave;                       /* the operating system saves extended registers */
 } IppPentiumIdent;
 
+/* Fills *pIdent, which must not be null. */
 void ipp_get_pentium_ident(IppPentiumIdent* pIdent);
 
 #ifdef __cplusplus

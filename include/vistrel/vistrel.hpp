@@ -64,6 +64,7 @@ inline vistrel_layout convertInto(const vistrel_frame& frame, const vistrel_conv
 // Red, green, blue in 1/4096: see vistrel_measure_gains.
 using Gains = std::array<uint32_t, 3>;
 
+// The gains that make the means of the three colours equal.
 inline Result<Gains> tryMeasureGains(const vistrel_frame& frame,
                                      const vistrel_conversion& conversion) noexcept {
   return detail::attempt<Gains>([&](Gains& gains, vistrel_error* error) {

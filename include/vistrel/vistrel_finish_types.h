@@ -7,7 +7,7 @@
 
 /* A pixel of a frame. */
 typedef struct vistrel_point {
-  uint32_t x, y;
+  uint32_t x, y; /* column and row, from 0 */
 } vistrel_point;
 
 /*
@@ -19,19 +19,20 @@ typedef struct vistrel_point {
 typedef struct vistrel_calibration {
   const void*
       dark; /* 16-bit levels, one for each pixel of the frame, in the scale of its samples */
-  size_t dark_size, dark_stride;
+  size_t dark_size, dark_stride; /* in bytes */
   const void* flat; /* 16-bit gains in 1/4096, one for each pixel: see vistrel_measure_flat */
-  size_t flat_size, flat_stride;
+  size_t flat_size, flat_stride; /* in bytes */
   const vistrel_point*
-      hot; /* hot pixels, by rows and then columns, each one once; 4-byte aligned */
-  size_t hot_count;
+      hot;              /* hot pixels, by rows and then columns, each one once; 4-byte aligned */
+  size_t hot_count;     /* how many points */
   uint32_t reserved[8]; /* 0 */
 } vistrel_calibration;
 
 /* What becomes of highlights. */
 enum {
   VISTREL_HIGHLIGHTS_CLIP = 0,   /* nothing special */
-  VISTREL_HIGHLIGHTS_NEUTRAL = 1 /* colours fade to neutral where the sensor clips; Bayer frames */
+  VISTREL_HIGHLIGHTS_NEUTRAL = 1 /* clipped channels follow the others, so that neutral areas
+                                    stay neutral; Bayer frames */
 };
 
 /* An exposure of 1, and the largest one: 65536. */
@@ -60,8 +61,13 @@ enum { VISTREL_MATRIX_MAX = 32767 };
  *
  *      t = min(max(v - (c - h), 0), h) * 256 / h      rounded down
  *
- *    With the largest t of a pixel and its largest channel m, each channel becomes
- *    v + (((m - v) * t + 128) >> 8). Channels with c < 16 don't count.
+ *    and by 0 if c < 16. It moves towards another value by
+ *
+ *      fade(v, to) = v + (((to - v) * t + 128) >> 8)
+ *
+ *    With a pixel's largest channel m, and l the least of fade(v, m) of its channels,
+ *    each channel becomes fade(v, max(v, (l + m + 1) >> 1)). So a clipped channel rises
+ *    to the middle of the two others, or to the last one that is not clipped.
  * 4. The matrix: each channel becomes min(max((sum + 2048) >> 12, 0), 65535), where
  *    the sum is that of its row times red, green and blue.
  * 5. The exposure e, which also makes up for the largest gain: with

@@ -43,8 +43,8 @@ using Bytes = std::vector<uint8_t, detail::Uninitialized<uint8_t>>;
 
 // An image. Its rows have no padding; samples of more than 8 bits take two bytes each.
 struct Image {
-  vistrel_layout layout{};
-  Bytes pixels;
+  vistrel_layout layout{};  // its size and format
+  Bytes pixels;             // rows from top to bottom, planes one after the other
 };
 
 namespace detail {

@@ -14,11 +14,15 @@
 namespace vistrel {
 inline namespace v1 {
 
-// A rejection: status() is its VISTREL_... code, what() its text. The others return parts of it.
+// A rejection. Its texts are valid as long as it lives.
 class Error : public std::exception {
  public:
+  // A copy of what a function of vistrel_host.h reported.
   explicit Error(const vistrel_error& error) noexcept : error_(error) {}
+
+  // Its VISTREL_... code.
   int32_t status() const noexcept { return error_.status; }
+  // Its text, and the parts of it: see vistrel_error.
   const char* what() const noexcept override { return error_.text; }
   const char* argument() const noexcept { return error_.argument; }
   const char* value() const noexcept { return error_.value; }
@@ -46,19 +50,27 @@ namespace detail {
 template <class T>
 class [[nodiscard]] Result {
  public:
+  // Holds that value or that error.
   Result(T value) : either_(std::move(value)) {}
   Result(const Error& error) : either_(error) {}
 
+  // Whether it holds a value.
   explicit operator bool() const noexcept { return has_value(); }
   bool has_value() const noexcept { return either_.index() == 0; }
+
+  // The value; not for a result with an error.
   T& operator*() & noexcept { return *std::get_if<0>(&either_); }
   const T& operator*() const& noexcept { return *std::get_if<0>(&either_); }
   T operator*() && noexcept { return std::move(*std::get_if<0>(&either_)); }
   T* operator->() & noexcept { return std::get_if<0>(&either_); }
   const T* operator->() const& noexcept { return std::get_if<0>(&either_); }
   const T* operator->() const&& = delete;
+
+  // The error; ends the program if there is a value.
   const Error& error() const& noexcept { return std::get<1>(either_); }
   Error error() && noexcept { return std::get<1>(either_); }
+
+  // The value; throws the error if there is one.
   T value() && {
     if (!*this) detail::raise(std::get<1>(either_));
     return std::move(*std::get_if<0>(&either_));
@@ -67,6 +79,8 @@ class [[nodiscard]] Result {
     if (!*this) detail::raise(error());
     return **this;
   }
+
+  // The value, or `other` if there is none.
   template <class U>
   T value_or(U&& other) && {
     return *this ? *std::move(*this) : static_cast<T>(std::forward<U>(other));

@@ -53,8 +53,10 @@ constexpr bool views<const uint8_t, U> = views<uint8_t, std::remove_const_t<U>>;
 template <class T>
 class Span {
  public:
+  // Views nothing, or `count` elements.
   Span() = default;
   Span(T* first, std::size_t count) noexcept : first_(first), count_(count) {}
+
   // Views a vector, an array, a string or another span; a temporary only if it is a view itself.
   template <class Container, class U = detail::ElementOf<Container>,
             class = std::enable_if_t<detail::views<T, U> && detail::outlivesTheCall<Container>>>
@@ -65,6 +67,7 @@ class Span {
   template <class U, std::size_t n>
   Span(const U (&&array)[n]) = delete;
 
+  // The elements and their number, as a container has them; indices are not checked.
   T* data() const noexcept { return first_; }
   std::size_t size() const noexcept { return count_; }
   T* begin() const noexcept { return first_; }

@@ -36,6 +36,8 @@ inline auto beginOn(vistrel_stream* stream, const vistrel_frame& frame,
 class PushedConversion {
  public:
   PushedConversion() = default;  // takes no rows
+
+  // A conversion that was moved takes no rows; one that is replaced is aborted.
   PushedConversion(PushedConversion&& other) noexcept : state_(std::exchange(other.state_, {})) {}
   PushedConversion& operator=(PushedConversion&& other) noexcept {
     if (this != &other) abort();
@@ -46,7 +48,7 @@ class PushedConversion {
 
   // Whether it takes rows. It does until the last row, a sample with excess bits or abort().
   explicit operator bool() const noexcept { return state_.stream; }
-  // That of the whole image.
+  // The layout of the whole image.
   vistrel_layout layout() const noexcept { return state_.layout; }
   // How many rows of the image are final, from the top.
   uint32_t finalRows() const noexcept { return state_.finalRows; }
@@ -109,6 +111,8 @@ class PushedConversion {
 class Stream {
  public:
   Stream() = default;  // holds none
+
+  // A Stream that was moved holds none; one that is replaced is released.
   Stream(Stream&& other) noexcept : stream_(std::exchange(other.stream_, nullptr)) {}
   Stream& operator=(Stream&& other) noexcept {
     if (this != &other) release();
@@ -117,7 +121,7 @@ class Stream {
   }
   ~Stream() { release(); }
 
-  // `wait` is VISTREL_WAIT or VISTREL_NO_WAIT.
+  // Acquires a stream. While all are in use it waits, or fails with VISTREL_NO_WAIT.
   static Result<Stream> tryAcquire(uint32_t wait = VISTREL_WAIT) noexcept {
     return detail::attempt<Stream>([&](Stream& stream, vistrel_error* error) {
       return vistrel_stream_acquire(wait, &stream.stream_, error);
@@ -125,10 +129,12 @@ class Stream {
   }
   static Stream acquire(uint32_t wait = VISTREL_WAIT) { return tryAcquire(wait).value(); }
 
+  // Whether it holds a stream.
   explicit operator bool() const noexcept { return stream_; }
+
   // For the functions of vistrel_host.h; null if it holds none. The Stream still owns it.
   vistrel_stream* handle() const noexcept { return stream_; }
-  // Afterwards it holds none.
+  // Releases the stream, so that it holds none.
   void release() noexcept {
     if (stream_) vistrel_stream_release(std::exchange(stream_, nullptr), nullptr);
   }
@@ -137,7 +143,7 @@ class Stream {
     if (stream_) vistrel_stream_trim(stream_, nullptr);
   }
 
-  // Like the functions of the same names.
+  // Convert on this stream, otherwise like the functions of the same names.
   Result<Image> tryConvert(const vistrel_frame& frame,
                            const vistrel_conversion& conversion) noexcept {
     return detail::makeImage(frame, conversion, detail::onStream(stream_, frame, conversion));
@@ -224,6 +230,8 @@ class Stream {
 class Team {
  public:
   Team() = default;  // has none
+
+  // A Team that was moved has no threads; the workers of one that is replaced end.
   Team(Team&& other) noexcept
       : team_(std::exchange(other.team_, nullptr)), threads_(std::exchange(other.threads_, 0)) {}
   Team& operator=(Team&& other) noexcept {
@@ -234,7 +242,7 @@ class Team {
   }
   ~Team() { end(); }
 
-  // 2 to VISTREL_MAX_THREADS threads, including the one that converts.
+  // Starts a team of 2 to VISTREL_MAX_THREADS threads, the one that converts among them.
   static Result<Team> tryCreate(uint32_t threads) noexcept {
     return detail::attempt<Team>([&](Team& team, vistrel_error* error) {
       team.threads_ = threads;
@@ -243,8 +251,10 @@ class Team {
   }
   static Team create(uint32_t threads) { return tryCreate(threads).value(); }
 
+  // Whether it has threads, and how many, the one that converts among them.
   explicit operator bool() const noexcept { return team_; }
   uint32_t threads() const noexcept { return threads_; }
+
   // For the functions of vistrel_host.h; null if it has no threads. The Team still owns it.
   vistrel_team* handle() const noexcept { return team_; }
   // Ends the workers. Afterwards it has no threads.

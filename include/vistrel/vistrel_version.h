@@ -2,6 +2,8 @@
 #ifndef VISTREL_VERSION_H
 #define VISTREL_VERSION_H
 
+/* Parts of the version: the minor one grows with additions, the major one when the interface of
+   binaries changes. */
 #define VISTREL_VERSION_MAJOR 1
 #define VISTREL_VERSION_MINOR 0
 #define VISTREL_VERSION_PATCH 0
