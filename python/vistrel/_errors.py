@@ -25,8 +25,12 @@ class Error(Exception):
     ----------
     code : Status
         An `int`, the same as in the C interface.
-    argument, value, reason : str
-        The parts of the text. `argument` and `value` may be empty.
+    argument : str
+        Which one, such as ``"phase"``. May be empty.
+    value : str
+        What it was. May be empty.
+    reason : str
+        What is wrong with it, or what is allowed.
 
     Examples
     --------

@@ -25,7 +25,7 @@ from ._frames import Path
 
 __all__ = ["REPORT", "convert", "convert_files", "develop", "unpack"]
 
-# What `convert_files` reports of each picture. Without an error, that is empty.
+#: What `convert_files` reports of each picture. Without an error, that is empty.
 REPORT = np.dtype([("made", "?"), ("bytes", "u8"), ("sha256", "S64"), ("error", "U200")])
 
 # Of a file. They are reported, and the other files made.
