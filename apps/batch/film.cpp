@@ -5,7 +5,7 @@
 namespace vistrel::app {
 namespace {
 
-bool areAlike(const vistrel_layout& a, const vistrel_layout& b) {
+bool haveSameLayout(const vistrel_layout& a, const vistrel_layout& b) {
   return a.width == b.width && a.height == b.height && a.channels == b.channels && a.bits == b.bits;
 }
 
@@ -21,7 +21,7 @@ FilmOutput::FilmOutput(const std::filesystem::path& path, const FrameRate& rate)
 
 void FilmOutput::check(const Image& image) const {
   const vistrel_layout& l = image.layout;
-  if (first_ && !areAlike(*first_, l))
+  if (first_ && !haveSameLayout(*first_, l))
     throwError(kRejected, "{}x{}, {} channel{} of {} bits: all pictures must be like the first one",
                l.width, l.height, l.channels, l.channels > 1 ? "s" : "", l.bits);
 }

@@ -10,7 +10,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr double kOne = 4096;
+constexpr double kMatrixOne = 4096;
 
 template <class T>
 void print(const char* name, const std::optional<T>& value, const char* unit = "") {
@@ -26,7 +26,7 @@ void printAll(const char* name, const T& values) {
 template <class T>
 void printParts(const char* name, const T& values) {
   fmt::print("{:<16}", name);
-  for (const auto v : values) fmt::print(" {:.4f}", v / kOne);
+  for (const auto v : values) fmt::print(" {:.4f}", v / kMatrixOne);
   fmt::print("\n");
 }
 
@@ -83,7 +83,7 @@ template <class T>
 Json parts(const std::optional<T>& values) {
   if (!values) return {};
   Json json = Json::array();
-  for (const auto v : *values) json.push_back(v / kOne);
+  for (const auto v : *values) json.push_back(v / kMatrixOne);
   return json;
 }
 

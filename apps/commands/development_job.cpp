@@ -17,11 +17,11 @@ namespace {
 
 // Only some curves have a name in files.
 Encoding encodingOf(const Transfer& transfer) {
-  constexpr double kOne = 1000;
+  constexpr double kThousandths = 1000;
   switch (transfer.curve) {
     case Curve::kLinear: return kLinearLight;
     case Curve::kSrgb: return {Encoding::kSrgb};
-    case Curve::kGamma: return {Encoding::kPower, kOne / transfer.parameter};
+    case Curve::kGamma: return {Encoding::kPower, kThousandths / transfer.parameter};
     case Curve::kAsinh: break;
   }
   return {};

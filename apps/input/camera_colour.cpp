@@ -8,8 +8,8 @@
 namespace vistrel::app {
 namespace {
 
-constexpr double kOne = 4096;
-constexpr double kLargest = 16;  // of gains; coefficients are smaller
+constexpr double kMatrixOne = 4096;
+constexpr double kLargestGain = 16;  // of gains; coefficients are smaller
 constexpr int kMaxPasses = 30;
 constexpr double kConverged = 1e-7;
 
@@ -57,7 +57,7 @@ std::array<uint32_t, 3> gainsOf(const Vector3& neutral) {
   const double largest = std::ranges::max(neutral);
   std::array<uint32_t, 3> gains{};
   for (size_t i = 0; i < 3; ++i)
-    gains[i] = static_cast<uint32_t>(kOne * largest / neutral[i] + 0.5);
+    gains[i] = static_cast<uint32_t>(kMatrixOne * largest / neutral[i] + 0.5);
   return gains;
 }
 
@@ -68,11 +68,11 @@ std::optional<std::array<int32_t, 9>> normalised(const Matrix3& m) {
   std::array<int32_t, 9> result{};
   for (size_t i = 0; i < 9; i += 3) {
     const double sum = m[i] + m[i + 1] + m[i + 2];
-    int32_t rest = static_cast<int32_t>(kOne), size = 0;
+    int32_t rest = static_cast<int32_t>(kMatrixOne), size = 0;
     for (size_t j = i; j < i + 3; ++j) {
       const double v = m[j] / sum;
-      if (!(sum > 0 && v > -kLargest && v < kLargest)) return {};
-      rest -= result[j] = rounded(kOne * v);
+      if (!(sum > 0 && v > -kLargestGain && v < kLargestGain)) return {};
+      rest -= result[j] = rounded(kMatrixOne * v);
     }
     *std::max_element(&result[i], &result[i] + 3) += rest;
     for (size_t j = i; j < i + 3; ++j) size += std::abs(result[j]);
@@ -83,7 +83,7 @@ std::optional<std::array<int32_t, 9>> normalised(const Matrix3& m) {
 
 bool isBalanced(const Vector3& neutral) {
   const double least = std::ranges::min(neutral);
-  return least > 0 && std::ranges::max(neutral) <= kLargest * least;
+  return least > 0 && std::ranges::max(neutral) <= kLargestGain * least;
 }
 
 // Sets the matrix, and the gains if the file specifies the light in place of the neutral.

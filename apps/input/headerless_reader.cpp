@@ -15,7 +15,7 @@ uint32_t packingOf(const InputOptions& o, uint32_t bits) {
   return o.bigEndian ? VISTREL_PACKING_BIG : VISTREL_PACKING_LITTLE;
 }
 
-vistrel_packed packedOf(const InputOptions& o) {
+vistrel_packed packedFrom(const InputOptions& o) {
   vistrel_packed packed{};
   packed.stride = o.stride;
   packed.continuous = o.continuous;
@@ -64,7 +64,7 @@ class HeaderlessFile : public HeaderlessReader {
 }  // namespace
 
 HeaderlessReader::HeaderlessReader(const InputOptions& o)
-    : skip_(o.skip), packed_(packedOf(o)), layout_(packedLayoutOf(packed_)) {
+    : skip_(o.skip), packed_(packedFrom(o)), layout_(packedLayoutOf(packed_)) {
   Description& d = description_;
   d.format = "headerless raw";
   d.width = packed_.width;

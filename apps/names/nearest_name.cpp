@@ -7,7 +7,7 @@
 namespace vistrel::app {
 namespace {
 
-bool areAlike(char a, char b) {
+bool isSameLetter(char a, char b) {
   return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
 }
 
@@ -18,7 +18,7 @@ size_t distanceOf(std::string_view a, std::string_view b) {
   for (const char letter : b) {
     size_t diagonal = distances[0]++;
     for (size_t i = 1; i <= a.size(); ++i) {
-      const size_t replaced = diagonal + !areAlike(a[i - 1], letter);
+      const size_t replaced = diagonal + !isSameLetter(a[i - 1], letter);
       diagonal = distances[i];
       distances[i] = std::min({replaced, distances[i] + 1, distances[i - 1] + 1});
     }
@@ -29,7 +29,7 @@ size_t distanceOf(std::string_view a, std::string_view b) {
 }  // namespace
 
 bool isSameName(std::string_view one, std::string_view other) {
-  return std::ranges::equal(one, other, areAlike);
+  return std::ranges::equal(one, other, isSameLetter);
 }
 
 std::string nearestName(std::string_view text, const std::vector<std::string>& names) {

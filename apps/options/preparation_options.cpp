@@ -14,7 +14,7 @@ namespace vistrel::app {
 namespace {
 
 constexpr int kMaxBlack = 65535;
-constexpr double kOne = double{int{VISTREL_GAIN_ONE}}, kMax = double{int{VISTREL_GAIN_MAX}};
+constexpr double kGainOne = double{int{VISTREL_GAIN_ONE}}, kGainMax = double{int{VISTREL_GAIN_MAX}};
 
 [[noreturn]] void throwBalanceError(const std::string& text) {
   throwError(kUsage, "--wb {}: auto, or three gains R,G,B from 1/4096 to 16, as in 2.1,1,1.6",
@@ -30,8 +30,8 @@ std::array<uint32_t, 3> parseGains(const std::string& text) {
     double gain = 0;
     if (i && (at == end || *at++ != ',')) throwBalanceError(text);
     const auto [rest, error] = std::from_chars(at, end, gain, std::chars_format::fixed);
-    const double scaled = gain * kOne;
-    if (error != std::errc{} || !(scaled >= 1 && scaled <= kMax)) throwBalanceError(text);
+    const double scaled = gain * kGainOne;
+    if (error != std::errc{} || !(scaled >= 1 && scaled <= kGainMax)) throwBalanceError(text);
     gains[i] = static_cast<uint32_t>(std::lround(scaled));
     at = rest;
   }

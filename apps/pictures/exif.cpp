@@ -58,14 +58,14 @@ class Directory {
 // Short exposures as 1/N, other numbers in millionths or, if they are large, as integers.
 void Directory::rational(uint16_t tag, const std::optional<double>& value) {
   if (!value) return;
-  constexpr double kMillion = 1000000, kLargest = 4294967295;
+  constexpr double kMillion = 1000000, kLargestWord = 4294967295;
   const double inverse = std::round(1 / *value);
   const bool isFraction = *value < 1 && std::abs(inverse * *value - 1) < 1e-6;
-  const double steps = isFraction ? inverse : *value * kMillion <= kLargest ? kMillion : 1;
-  const double part = isFraction ? 1 : std::min(std::round(*value * steps), kLargest);
+  const double steps = isFraction ? inverse : *value * kMillion <= kLargestWord ? kMillion : 1;
+  const double part = isFraction ? 1 : std::min(std::round(*value * steps), kLargestWord);
   std::string bytes;
   put(bytes, static_cast<uint64_t>(part), 4);
-  put(bytes, static_cast<uint64_t>(std::min(steps, kLargest)), 4);
+  put(bytes, static_cast<uint64_t>(std::min(steps, kLargestWord)), 4);
   add(tag, kRational, 8, bytes);
 }
 

@@ -14,7 +14,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr PictureType kTypes[] = {
+constexpr PictureType kPictureTypes[] = {
     {".png", 0, false, true, writePng},    {".jpg", 0, false, false, writeJpeg},
     {".jpeg", 0, false, false, writeJpeg}, {".tif", 0, false, false, writeTiff},
     {".tiff", 0, false, false, writeTiff}, {".pam", 0, true, false, writePam},
@@ -49,7 +49,7 @@ void checkDng(const vistrel_layout& l, const PictureDetails& details) {
 const PictureType& pictureType(const std::filesystem::path& path) {
   if (path == "-") return kStandardOutput;
   const std::string extension = fmt::format(".{}", outputTypeName(path));
-  for (const PictureType& type : kTypes)
+  for (const PictureType& type : kPictureTypes)
     if (extension == type.extension) return type;
   throwError(kUsage,
              "-o {}: the name of a picture ends in .png, .jpg, .tif, .pam, .ppm (colour), .pgm "

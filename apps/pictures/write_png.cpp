@@ -24,14 +24,14 @@ void writeHeader(const vistrel_layout& l, AtomicFile& file) {
 }
 
 void writeEncoding(const Encoding& encoding, AtomicFile& file) {
-  constexpr double kOne = 100000;
+  constexpr double kGammaOne = 100000;
   constexpr uint32_t kSrgbGamma = 45455;
   constexpr uint32_t kSrgbChromaticities[] = {31270, 32900, 64000, 33000,
                                               30000, 60000, 15000, 6000};
   if (encoding.kind == Encoding::kUnknown) return;
   const bool srgb = encoding.kind == Encoding::kSrgb;
   std::string gamma, chromaticities;
-  put32(gamma, srgb ? kSrgbGamma : static_cast<uint32_t>(std::lround(encoding.exponent * kOne)));
+  put32(gamma, srgb ? kSrgbGamma : static_cast<uint32_t>(std::lround(encoding.exponent * kGammaOne)));
   writeChunk("gAMA", gamma, file);
   if (!srgb) return;
   for (const uint32_t number : kSrgbChromaticities) put32(chromaticities, number);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr Paint kPaper{250, 249, 245}, kInk{32, 36, 44}, kPale{205, 206, 208}, kBand{240, 239, 233};
 constexpr Paint kPicture{120, 160, 205}, kMean{176, 38, 38};
-constexpr int kScale = 2, kRow = 44, kMargin = 28;
+constexpr int kScale = 2, kRow = 44, kPlotMargin = 28;
 constexpr int kLeft = 250, kPlotWidth = 900, kRight = 320;
 
 // An axis between whole decibels.
@@ -62,10 +62,10 @@ void drawRow(Canvas& canvas, const Axis& axis, int y, const std::string& label, 
 
 void drawHead(Canvas& canvas, size_t pictures) {
   canvas.text(
-      kMargin, kMargin, kScale + 1,
+      kPlotMargin, kPlotMargin, kScale + 1,
       fmt::format("Demosaicing: {} picture{} in four phases", pictures, pictures == 1 ? "" : "s"),
       kInk);
-  const int y = kMargin + 44;
+  const int y = kPlotMargin + 44;
   canvas.disc(kLeft + 6, y + 7, 4, kPicture);
   canvas.text(kLeft + 20, y, kScale, "one picture", kInk);
   canvas.disc(kLeft + 206, y + 7, 7, kMean);
@@ -94,8 +94,8 @@ Canvas plotOf(const std::vector<Evaluation>& evaluations,
   std::iota(order.begin(), order.end(), size_t{0});
   std::stable_sort(order.begin(), order.end(),
                    [&mean](size_t a, size_t b) { return mean[a].cpsnr > mean[b].cpsnr; });
-  const Axis axis = axisOf(evaluations, kMargin + 76, order.size());
-  Canvas canvas(kLeft + kPlotWidth + kRight, static_cast<uint32_t>(axis.bottom + 38 + 14 + kMargin),
+  const Axis axis = axisOf(evaluations, kPlotMargin + 76, order.size());
+  Canvas canvas(kLeft + kPlotWidth + kRight, static_cast<uint32_t>(axis.bottom + 38 + 14 + kPlotMargin),
                 kPaper);
   for (size_t row = 0; row < order.size(); row += 2)
     canvas.box(kLeft, axis.top + static_cast<int>(row) * kRow, kPlotWidth, kRow, kBand);

@@ -13,11 +13,11 @@ using std::numbers::pi;
 constexpr Rgb kPaper{0.93, 0.92, 0.88};
 constexpr Rgb kInk{0.10, 0.11, 0.14};
 
-struct Line {
+struct TextLine {
   std::string_view text;
   Rgb ink;
 };
-constexpr Line kLines[] = {
+constexpr TextLine kLines[] = {
     {"VISTREL", kInk},
     {"LIGHT TO IMAGE", {0.72, 0.12, 0.12}},
     {"SPHINX OF BLACK QUARTZ", {0.10, 0.30, 0.66}},
@@ -99,9 +99,9 @@ Rgb letters(const Spot& s) {
     return static_cast<int>(width / (static_cast<int>(line.size()) * kGlyphAdvance - 1));
   };
   double height = 0;
-  for (const Line& line : kLines) height += scaleOf(line.text) * kLineAdvance;
+  for (const TextLine& line : kLines) height += scaleOf(line.text) * kLineAdvance;
   double top = std::floor(-height / 2);
-  for (const Line& line : kLines) {
+  for (const TextLine& line : kLines) {
     const int scale = scaleOf(line.text);
     if (!scale) continue;
     const double x = std::floor((s.x + width / 2) / scale), y = std::floor((s.y - top) / scale);
