@@ -98,7 +98,7 @@ TEST(Layers, ShareNothing) {
   second.expectConverts(64, 64, 2);
   first.expectConverts(640, 480, 3);
   const Library image(VISTREL_FILE);
-  EXPECT_NE(VISTREL_NAME(image, ImgLoadDriver)(), 0);
+  VISTREL_NAME(image, ImgLoadDriver)();
   first.expectConverts(640, 480, 4);
   second.expectConverts(900, 700, 5);
 }
