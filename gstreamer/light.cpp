@@ -8,7 +8,7 @@ namespace vistrel::gstreamer {
 namespace {
 
 // So many measurements tell how much they scatter. Later ones count by a part of that memory.
-constexpr size_t kFew = 8;
+constexpr size_t kFew = 16;
 constexpr double kMemory = 32;
 
 // What noise explains: so many standard deviations, at least a little more than two steps in which
@@ -16,7 +16,7 @@ constexpr double kMemory = 32;
 constexpr double kDeviations = 5, kLeast = 0.05;
 
 // So many measurements in a row prove a change.
-constexpr size_t kProof = 3;
+constexpr size_t kProof = 4;
 
 // Successive differences have twice the variance of measurements, even while light fades.
 double varianceOf(const Light::Logarithms& a, const Light::Logarithms& b) {
