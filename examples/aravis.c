@@ -8,9 +8,11 @@
 #include <vistrel/vistrel_host.h>
 
 /* How PFNC names the colours of rows, by phase, and packings. */
-static const char* const kColours[] = {
-    [VISTREL_GRBG] = "BayerGR", [VISTREL_BGGR] = "BayerBG", [VISTREL_RGGB] = "BayerRG",
-    [VISTREL_GBRG] = "BayerGB", [VISTREL_MONO] = "Mono"};
+static const char* const kColours[] = {[VISTREL_GRBG] = "BayerGR",
+                                       [VISTREL_BGGR] = "BayerBG",
+                                       [VISTREL_RGGB] = "BayerRG",
+                                       [VISTREL_GBRG] = "BayerGB",
+                                       [VISTREL_MONO] = "Mono"};
 static const struct {
   uint32_t packing, least_bits;
   const char* suffix;

@@ -159,7 +159,8 @@ Shape currentShape(GstBaseTransform* base) {
   return shapeOf(settings);
 }
 
-// With invalid properties, any caps of the other side: the element says what is wrong when it starts.
+// With invalid properties, any caps of the other side: the element says what is wrong when it
+// starts.
 GstCaps* fittingCaps(GstBaseTransform* base, GstPadDirection direction, const GstCaps* caps) {
   try {
     return transformedCaps(direction, caps, currentShape(base));
@@ -175,6 +176,28 @@ GstCaps* transformCaps(GstBaseTransform* base, GstPadDirection direction, GstCap
   GstCaps* const wanted = gst_caps_intersect_full(filter, all, GST_CAPS_INTERSECT_FIRST);
   gst_caps_unref(all);
   return wanted;
+}
+
+// The frames that lead to what is wanted of the pictures.
+GstCaps* wantedFrames(GstBaseTransform* base, GstCaps* filter) {
+  GstCaps* const possible = gst_pad_get_pad_template_caps(base->srcpad);
+  GstCaps* const pictures = gst_pad_peer_query_caps(base->srcpad, possible);
+  GstCaps* const wanted = transformCaps(base, GST_PAD_SRC, pictures, filter);
+  gst_caps_unref(possible);
+  gst_caps_unref(pictures);
+  return wanted;
+}
+
+// The base class would prefer frames of the pictures' size, whatever region and binning are.
+gboolean answer(GstBaseTransform* base, GstPadDirection direction, GstQuery* query) {
+  if (direction != GST_PAD_SINK || GST_QUERY_TYPE(query) != GST_QUERY_CAPS)
+    return GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)->query(base, direction, query);
+  GstCaps* filter = nullptr;
+  gst_query_parse_caps(query, &filter);
+  GstCaps* const frames = wantedFrames(base, filter);
+  gst_query_set_caps_result(query, frames);
+  gst_caps_unref(frames);
+  return TRUE;
 }
 
 gboolean setCaps(GstBaseTransform* base, GstCaps* frames, GstCaps* pictures) {
@@ -292,6 +315,7 @@ void vistrel_demosaic_class_init(VistrelDemosaicClass* klass) {
   base.start = start;
   base.stop = stop;
   base.transform_caps = transformCaps;
+  base.query = answer;
   base.set_caps = setCaps;
   base.transform_size = transformSize;
   base.sink_event = sinkEvent;

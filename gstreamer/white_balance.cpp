@@ -42,8 +42,7 @@ void WhiteBalance::step(double part) {
 const app::Gains& WhiteBalance::next(BalanceMode mode, double seconds, double timeConstant,
                                      const Measure& measure) {
   sinceMeasured_ += seconds;
-  const bool isDue =
-      light_.isUnsure() || sinceMeasured_ * kMeasuresInTimeConstant >= timeConstant;
+  const bool isDue = light_.isUnsure() || sinceMeasured_ * kMeasuresInTimeConstant >= timeConstant;
   if (!aim_ || (mode == BalanceMode::kContinuous && isDue)) aim(measure());
   step(timeConstant > 0 ? 1 - std::exp(-seconds / timeConstant) : 1);
   return gains_;

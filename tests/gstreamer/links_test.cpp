@@ -25,6 +25,15 @@ TEST(Links, TakeTheSizesThatPropertiesMake) {
             "");
 }
 
+// Mono frames of the pictures' size would do for the caps filter, but not for binning.
+TEST(Links, AskForFramesOfTheRightSize) {
+  for (const char* format : {"", ",format=GRAY8", ",format=RGB"})
+    EXPECT_EQ(errorOf("videotestsrc num-buffers=2 ! vistreldemosaic binning=4 ! video/x-raw,"
+                      "width=16,height=12" +
+                      std::string(format) + " ! fakesink"),
+              "");
+}
+
 TEST(Links, RejectOtherSizes) {
   EXPECT_NE(errorOf(filtered("binning=2", "width=64,height=48")), "");
   EXPECT_NE(errorOf(filtered("", "width=32,height=24")), "");

@@ -43,8 +43,10 @@ TEST(Notices, SourcesTakeASizeThatHasTheRegion) {
 // Sources try again.
 TEST(Notices, SayOnceWhatIsWrong) {
   const std::string frames = "video/x-bayer,format=rggb,width=64,height=64,framerate=25/1";
-  for (const auto& [property, value] : {std::pair{"region", "100x10+0+0"}, {"region", "nonsense"},
-                                        {"curve", "2"}, {"look", "nonsense"}}) {
+  for (const auto& [property, value] : {std::pair{"region", "100x10+0+0"},
+                                        {"region", "nonsense"},
+                                        {"curve", "2"},
+                                        {"look", "nonsense"}}) {
     Harness h;
     h.set(property, value);
     h.pictures("video/x-raw,format=RGB");

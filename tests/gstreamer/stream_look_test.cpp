@@ -105,9 +105,7 @@ double largestStep(const Size& size, double deviation, int frames, double second
   return largest;
 }
 
-TEST(StreamLook, HoldsGainsStillInNoise) {
-  EXPECT_LT(largestStep(kUsual, 40, 60, 0.2), 0.005);
-}
+TEST(StreamLook, HoldsGainsStillInNoise) { EXPECT_LT(largestStep(kUsual, 40, 60, 0.2), 0.005); }
 
 // Where gains that are found in one frame scatter by a third.
 TEST(StreamLook, HoldsGainsStillOnSmallNoisyScenes) {
@@ -182,8 +180,7 @@ TEST(StreamLook, LeavesMonoFramesUnbalanced) {
   Settings settings = balanced(BalanceMode::kContinuous);
   settings.gains = "2:1:2";
   look.set(settings);
-  vistrel_frame frame =
-      vistrel::frameOf(samples, kUsual.width, kUsual.height, 12, VISTREL_MONO);
+  vistrel_frame frame = vistrel::frameOf(samples, kUsual.width, kUsual.height, 12, VISTREL_MONO);
   frame.stride = kUsual.width * 2;
   vistrel_conversion conversion = defaultConversion(frame);
   conversion.region = {0, 0, kUsual.width, kUsual.height};

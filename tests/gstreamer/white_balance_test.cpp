@@ -42,8 +42,7 @@ TEST(WhiteBalance, KeepsThemUnlessItIsContinuous) {
 
 // Until it is known how measurements scatter.
 void watch(WhiteBalance& balance, Lamp& light) {
-  for (int i = 0; i < 50; ++i)
-    balance.next(BalanceMode::kContinuous, 0.04, 0.04, light.measure());
+  for (int i = 0; i < 50; ++i) balance.next(BalanceMode::kContinuous, 0.04, 0.04, light.measure());
 }
 
 // After a time constant 1/e of the way is left, counted from the frame that proves the change.
