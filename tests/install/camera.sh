@@ -36,7 +36,7 @@ for colour in Mono BayerGR BayerBG BayerRG BayerGB; do
   for rest in 8 10 12 14 16 10p 12p 14p 10Packed 12Packed; do echo $colour$rest; done
 done | sort >wanted
 diff wanted known
-for format in $(cat known); do
+for format in Mono10Packed BayerGB14p; do  # known, but there is no such camera
   if "$example" nothing "$format" 160 120 1 2>text; then exit 1; fi
   if grep -q 'unknown format' text; then cat text; exit 1; fi
 done
