@@ -7,29 +7,53 @@
 #include <string.h>
 #include <vistrel/vistrel_host.h>
 
-/* More formats of PFNC lead to other bits and packings in the same way. */
+/* How PFNC names the colours of rows, by phase, and packings. */
+static const char* const kColours[] = {[VISTREL_GRBG] = "BayerGR",
+                                       [VISTREL_BGGR] = "BayerBG",
+                                       [VISTREL_RGGB] = "BayerRG",
+                                       [VISTREL_GBRG] = "BayerGB",
+                                       [VISTREL_MONO] = "Mono"};
 static const struct {
-  const char* name;
-  uint32_t bytes_per_sample, bits, packing, phase;
-} kFormats[] = {
-    {"Mono8", 1, 8, 0, VISTREL_MONO},
-    {"Mono16", 2, 16, VISTREL_PACKING_LITTLE, VISTREL_MONO},
-    {"BayerRG8", 1, 8, 0, VISTREL_RGGB},
-    {"BayerGR8", 1, 8, 0, VISTREL_GRBG},
-    {"BayerRG12p", 2, 12, VISTREL_PACKING_PFNC, VISTREL_RGGB},
-    {"BayerRG12Packed", 2, 12, VISTREL_PACKING_GIGE, VISTREL_RGGB},
-};
+  uint32_t packing, least_bits;
+  const char* suffix;
+} kPackings[] = {{VISTREL_PACKING_BYTES, 8, ""},
+                 {VISTREL_PACKING_LITTLE, 10, ""},
+                 {VISTREL_PACKING_PFNC, 10, "p"},
+                 {VISTREL_PACKING_GIGE, 10, "Packed"}};
+enum { kPhases = 5, kPackingCount = 4, kDepths = 5, kFormats = kPhases * kPackingCount * kDepths };
 
-static int describe(const char* name, vistrel_frame* frame) {
-  for (size_t i = 0; i < sizeof kFormats / sizeof *kFormats; ++i)
-    if (!strcmp(kFormats[i].name, name)) {
-      frame->bytes_per_sample = kFormats[i].bytes_per_sample;
-      frame->bits = kFormats[i].bits;
-      frame->packing = kFormats[i].packing;
-      frame->phase = kFormats[i].phase;
-      return 1;
-    }
+/* What the format at an index is called, and what it says about a frame. Returns 0 if there is
+   none at this index, as the library has no such packing. */
+static int describe(unsigned index, char name[32], vistrel_frame* frame) {
+  const unsigned phase = index % kPhases, i = index / kPhases % kPackingCount;
+  const unsigned bits = 8 + 2 * (index / kPhases / kPackingCount);
+  const vistrel_packed packed = {
+      .width = 8, .height = 1, .packing = kPackings[i].packing, .bits = bits};
+  vistrel_packed_layout layout;
+  if (bits < kPackings[i].least_bits || vistrel_get_packed_layout(&packed, &layout, NULL)) return 0;
+  snprintf(name, 32, "%s%u%s", kColours[phase], bits, kPackings[i].suffix);
+  frame->bytes_per_sample = layout.bytes_per_sample;
+  frame->bits = bits;
+  frame->packing = packed.packing == VISTREL_PACKING_BYTES ? 0 : packed.packing;
+  frame->phase = phase;
+  return 1;
+}
+
+static int find_format(const char* wanted, vistrel_frame* frame) {
+  char name[32];
+  for (unsigned i = 0; i < kFormats; ++i)
+    if (describe(i, name, frame) && !strcmp(name, wanted)) return 1;
   return 0;
+}
+
+static int reject_format(const char* wanted) {
+  vistrel_frame frame;
+  char name[32];
+  fprintf(stderr, "unknown format %s; these are known:", wanted);
+  for (unsigned i = 0; i < kFormats; ++i)
+    if (describe(i, name, &frame)) fprintf(stderr, " %s", name);
+  fprintf(stderr, "\n");
+  return 2;
 }
 
 /* Prints the mean of the picture's samples. */
@@ -92,8 +116,8 @@ int main(int argc, char** argv) {
   ArvCamera* camera;
   ArvStream* stream = NULL;
   int result;
-  if (argc != 6 || !describe(argv[2], &frame))
-    return fprintf(stderr, "aravis CAMERA FORMAT WIDTH HEIGHT COUNT\n"), 2;
+  if (argc != 6) return fprintf(stderr, "aravis CAMERA FORMAT WIDTH HEIGHT COUNT\n"), 2;
+  if (!find_format(argv[2], &frame)) return reject_format(argv[2]);
   camera = arv_camera_new(argv[1], &error);
   if (camera) stream = start(camera, argv, &error);
   if (error) return fprintf(stderr, "%s\n", error->message), 1;

@@ -31,6 +31,8 @@ Names namesOfPictures(const std::function<bool(const PictureFormat&)>& isWanted)
 
 bool isMono(const PictureFormat& format) { return format.mono != kNoFormat; }
 
+bool isRgb(const PictureFormat& format) { return !isMono(format) && !isYuv(format); }
+
 void setFormats(GstStructure* structure, const Names& names) {
   GValue list = G_VALUE_INIT;
   gst_value_list_init(&list, static_cast<guint>(names.size()));
@@ -110,35 +112,53 @@ bool resize(GstStructure* structure, GstPadDirection direction, const Shape& sha
   return setRange(structure, "width", width) && setRange(structure, "height", height);
 }
 
-// That of the frames with another matrix and range: NV12 and I420 are BT.709 in limited range.
-std::string colorimetryOf(const GstStructure* structure, bool yuv) {
-  const char* const text = gst_structure_get_string(structure, "colorimetry");
+// That of a mosaic with another matrix and range; empty if it has none.
+std::string colorimetryOf(const GstStructure* mosaic, GstVideoColorMatrix matrix,
+                          GstVideoColorRange range) {
+  const char* const text = gst_structure_get_string(mosaic, "colorimetry");
   GstVideoColorimetry colours;
-  if (!text || !gst_video_colorimetry_from_string(&colours, text))
-    return yuv ? GST_VIDEO_COLORIMETRY_BT709 : "";
-  colours.matrix = yuv ? GST_VIDEO_COLOR_MATRIX_BT709 : GST_VIDEO_COLOR_MATRIX_RGB;
-  colours.range = yuv ? GST_VIDEO_COLOR_RANGE_16_235 : GST_VIDEO_COLOR_RANGE_0_255;
+  if (!text || !gst_video_colorimetry_from_string(&colours, text)) return "";
+  colours.matrix = matrix;
+  colours.range = range;
   gchar* const changed = gst_video_colorimetry_to_string(&colours);
   const std::string result = changed ? changed : "";
   g_free(changed);
   return result;
 }
 
-void appendPictures(GstCaps* caps, const GstStructure* frames, const Shape& shape) {
-  Structure sized(gst_structure_copy(frames));
-  if (!resize(sized.get(), GST_PAD_SINK, shape)) return;
-  const std::string rgb = colorimetryOf(frames, false), yuv = colorimetryOf(frames, true);
-  gst_structure_remove_fields(sized.get(), "colorimetry", "chroma-site", nullptr);
-  const Structure chroma(gst_structure_copy(sized.get()));
-  if (!rgb.empty())
-    gst_structure_set(sized.get(), "colorimetry", G_TYPE_STRING, rgb.c_str(), nullptr);
-  if (!gst_structure_has_name(frames, kMosaic))
-    return append(caps, sized.get(), kRaw, namesOfPictures(isMono));
-  append(caps, sized.get(), kRaw, namesOfPictures(std::not_fn(isYuv)));
+void appendColoured(GstCaps* caps, const GstStructure* sized, const std::string& colorimetry,
+                    const Names& names) {
+  const Structure coloured(gst_structure_copy(sized));
+  if (!colorimetry.empty())
+    gst_structure_set(coloured.get(), "colorimetry", G_TYPE_STRING, colorimetry.c_str(), nullptr);
+  append(caps, coloured.get(), kRaw, names);
+}
+
+// Gray is luma of BT.601 in full range; NV12 and I420 are BT.709 in limited range.
+void appendPicturesOfMosaic(GstCaps* caps, GstStructure* sized) {
+  const auto colours = [sized](GstVideoColorMatrix matrix, GstVideoColorRange range) {
+    return colorimetryOf(sized, matrix, range);
+  };
+  const std::string rgb = colours(GST_VIDEO_COLOR_MATRIX_RGB, GST_VIDEO_COLOR_RANGE_0_255);
+  const std::string gray = colours(GST_VIDEO_COLOR_MATRIX_BT601, GST_VIDEO_COLOR_RANGE_0_255);
+  const std::string yuv = colours(GST_VIDEO_COLOR_MATRIX_BT709, GST_VIDEO_COLOR_RANGE_16_235);
+  gst_structure_remove_fields(sized, "colorimetry", "chroma-site", nullptr);
+  appendColoured(caps, sized, rgb, namesOfPictures(isRgb));
+  appendColoured(caps, sized, gray, namesOfPictures(isMono));
   // A chroma sample is the mean of the pixels around it.
-  gst_structure_set(chroma.get(), "colorimetry", G_TYPE_STRING, yuv.c_str(), "chroma-site",
-                    G_TYPE_STRING, "jpeg", nullptr);
-  append(caps, chroma.get(), kRaw, namesOfPictures(isYuv));
+  gst_structure_set(sized, "chroma-site", G_TYPE_STRING, "jpeg", nullptr);
+  appendColoured(caps, sized, yuv.empty() ? GST_VIDEO_COLORIMETRY_BT709 : yuv,
+                 namesOfPictures(isYuv));
+}
+
+// The samples of mono frames mean the same in pictures, and so does their colorimetry.
+void appendPictures(GstCaps* caps, const GstStructure* frames, const Shape& shape) {
+  const Structure sized(gst_structure_copy(frames));
+  if (!resize(sized.get(), GST_PAD_SINK, shape)) return;
+  if (gst_structure_has_name(frames, kMosaic))
+    appendPicturesOfMosaic(caps, sized.get());
+  else
+    append(caps, sized.get(), kRaw, namesOfPictures(isMono));
 }
 
 bool hasMonoFormat(const GstStructure* pictures) {
@@ -152,8 +172,9 @@ bool hasMonoFormat(const GstStructure* pictures) {
 void appendFrames(GstCaps* caps, const GstStructure* pictures, const Shape& shape) {
   Structure sized(gst_structure_copy(pictures));
   if (!resize(sized.get(), GST_PAD_SRC, shape)) return;
-  gst_structure_remove_fields(sized.get(), "colorimetry", "chroma-site", nullptr);
-  append(caps, sized.get(), kMosaic, namesOfRaw(false));
+  const Structure mosaic(gst_structure_copy(sized.get()));
+  gst_structure_remove_fields(mosaic.get(), "colorimetry", "chroma-site", nullptr);
+  append(caps, mosaic.get(), kMosaic, namesOfRaw(false));
   if (hasMonoFormat(pictures)) append(caps, sized.get(), kRaw, namesOfRaw(true));
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <exception>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "apps/error.h"
@@ -24,15 +25,16 @@ const std::vector<Property>& properties() {
   return all;
 }
 
-// Of an element. Its object lock guards settings, changes and shape; all else belongs to the
-// streaming thread.
+// Of an element. Its object lock guards settings and changes; all else belongs to the streaming
+// thread.
 struct State {
   Settings settings;
   uint64_t changes = 1;  // of the settings
   uint64_t adopted = 0;  // those that the converter knows
-  Shape shape;           // that caps are transformed by
+  Shape shape;           // that of the adopted settings
   Converter converter;
   std::vector<std::string> warnings;        // that were posted
+  std::string error;                        // that was posted since the last picture
   GstClockTime last = GST_CLOCK_TIME_NONE;  // when the last frame began
 };
 
@@ -59,6 +61,12 @@ std::string textOf(const std::exception& error) {
   return text;
 }
 
+// Sources try again with what has failed: an error is posted once.
+void post(GstBaseTransform* base, const std::string& error) {
+  if (std::exchange(stateOf(base).error, error) == error) return;
+  GST_ELEMENT_ERROR(base, STREAM, FORMAT, ("%s", error.c_str()), (nullptr));
+}
+
 // Runs `action`; posts what it throws and returns false.
 template <class Action>
 bool attempt(GstBaseTransform* base, Action&& action) {
@@ -66,7 +74,7 @@ bool attempt(GstBaseTransform* base, Action&& action) {
     action();
     return true;
   } catch (const std::exception& error) {
-    GST_ELEMENT_ERROR(base, STREAM, FORMAT, ("%s", textOf(error).c_str()), (nullptr));
+    post(base, textOf(error));
     return false;
   }
 }
@@ -109,15 +117,27 @@ void adoptSettings(GstBaseTransform* base) {
   state.adopted = changes;
   warnOfUnusedSettings(base);
   if (shape == state.shape) return;
-  GST_OBJECT_LOCK(base);
   state.shape = shape;
-  GST_OBJECT_UNLOCK(base);
   gst_base_transform_reconfigure_src(base);
+}
+
+// The element for which this thread negotiates; null if it doesn't.
+thread_local const GstBaseTransform* negotiating = nullptr;
+
+// Runs a step of the base class that may negotiate. Its caps are those of the adopted settings,
+// even if properties change meanwhile.
+template <class Step>
+auto negotiate(const GstBaseTransform* base, Step&& step) {
+  const GstBaseTransform* const outer = std::exchange(negotiating, base);
+  const auto result = step();
+  negotiating = outer;
+  return result;
 }
 
 gboolean start(GstBaseTransform* base) {
   State& state = stateOf(base);
   state.last = GST_CLOCK_TIME_NONE;
+  state.error.clear();
   return attempt(base, [&] {
     state.converter.start();
     adoptSettings(base);
@@ -129,16 +149,55 @@ gboolean stop(GstBaseTransform* base) {
   return TRUE;
 }
 
+// By which caps are transformed. Throws if the properties are invalid.
+Shape currentShape(GstBaseTransform* base) {
+  State& state = stateOf(base);
+  if (negotiating == base) return state.shape;
+  GST_OBJECT_LOCK(base);
+  const Settings settings = state.settings;
+  GST_OBJECT_UNLOCK(base);
+  return shapeOf(settings);
+}
+
+// With invalid properties, any caps of the other side: the element says what is wrong when it
+// starts.
+GstCaps* fittingCaps(GstBaseTransform* base, GstPadDirection direction, const GstCaps* caps) {
+  try {
+    return transformedCaps(direction, caps, currentShape(base));
+  } catch (const std::exception&) {
+    return direction == GST_PAD_SINK ? sourceCaps() : sinkCaps();
+  }
+}
+
 GstCaps* transformCaps(GstBaseTransform* base, GstPadDirection direction, GstCaps* caps,
                        GstCaps* filter) {
-  GST_OBJECT_LOCK(base);
-  const Shape shape = stateOf(base).shape;
-  GST_OBJECT_UNLOCK(base);
-  GstCaps* const all = transformedCaps(direction, caps, shape);
+  GstCaps* const all = fittingCaps(base, direction, caps);
   if (!filter) return all;
   GstCaps* const wanted = gst_caps_intersect_full(filter, all, GST_CAPS_INTERSECT_FIRST);
   gst_caps_unref(all);
   return wanted;
+}
+
+// The frames that lead to what is wanted of the pictures.
+GstCaps* wantedFrames(GstBaseTransform* base, GstCaps* filter) {
+  GstCaps* const possible = gst_pad_get_pad_template_caps(base->srcpad);
+  GstCaps* const pictures = gst_pad_peer_query_caps(base->srcpad, possible);
+  GstCaps* const wanted = transformCaps(base, GST_PAD_SRC, pictures, filter);
+  gst_caps_unref(possible);
+  gst_caps_unref(pictures);
+  return wanted;
+}
+
+// The base class would prefer frames of the pictures' size, whatever region and binning are.
+gboolean answer(GstBaseTransform* base, GstPadDirection direction, GstQuery* query) {
+  if (direction != GST_PAD_SINK || GST_QUERY_TYPE(query) != GST_QUERY_CAPS)
+    return GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)->query(base, direction, query);
+  GstCaps* filter = nullptr;
+  gst_query_parse_caps(query, &filter);
+  GstCaps* const frames = wantedFrames(base, filter);
+  gst_query_set_caps_result(query, frames);
+  gst_caps_unref(frames);
+  return TRUE;
 }
 
 gboolean setCaps(GstBaseTransform* base, GstCaps* frames, GstCaps* pictures) {
@@ -164,7 +223,9 @@ gboolean sinkEvent(GstBaseTransform* base, GstEvent* event) {
     gst_event_unref(event);
     return FALSE;
   }
-  return GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)->sink_event(base, event);
+  return negotiate(base, [&] {
+    return GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)->sink_event(base, event);
+  });
 }
 
 // Files have segments of bytes.
@@ -182,8 +243,10 @@ GstFlowReturn submitBuffer(GstBaseTransform* base, gboolean isDiscont, GstBuffer
     gst_buffer_unref(buffer);
     return GST_FLOW_ERROR;
   }
-  return GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)
-      ->submit_input_buffer(base, isDiscont, buffer);
+  return negotiate(base, [&] {
+    return GST_BASE_TRANSFORM_CLASS(vistrel_demosaic_parent_class)
+        ->submit_input_buffer(base, isDiscont, buffer);
+  });
 }
 
 // Since the last frame; a frame at 25 Hz if there are no times.
@@ -196,8 +259,10 @@ double secondsBefore(State& state, const GstBuffer* frame) {
 GstFlowReturn transform(GstBaseTransform* base, GstBuffer* frame, GstBuffer* picture) {
   State& state = stateOf(base);
   const double seconds = secondsBefore(state, frame);
-  const bool done = attempt(base, [&] { state.converter.convert(frame, picture, seconds); });
-  return done ? GST_FLOW_OK : GST_FLOW_ERROR;
+  if (!attempt(base, [&] { state.converter.convert(frame, picture, seconds); }))
+    return GST_FLOW_ERROR;
+  state.error.clear();
+  return GST_FLOW_OK;
 }
 
 gboolean proposeAllocation(GstBaseTransform* base, GstQuery* decided, GstQuery* query) {
@@ -250,6 +315,7 @@ void vistrel_demosaic_class_init(VistrelDemosaicClass* klass) {
   base.start = start;
   base.stop = stop;
   base.transform_caps = transformCaps;
+  base.query = answer;
   base.set_caps = setCaps;
   base.transform_size = transformSize;
   base.sink_event = sinkEvent;

@@ -8,11 +8,14 @@ namespace {
 
 constexpr double kMeasuresInTimeConstant = 8;
 
-// A little more than two steps in which gains are found.
-constexpr double kNoise = 0.05;
+// Gains that are so close are as good, a little more than two steps in which they are found.
+constexpr double kClose = 0.05;
 
-std::array<double, 3> logarithmsOf(const app::Gains& gains) {
-  std::array<double, 3> result;
+// By which gains move in a frame, at most, unless the light has changed.
+constexpr double kStillStep = 0.004;
+
+Light::Logarithms logarithmsOf(const app::Gains& gains) {
+  Light::Logarithms result;
   std::ranges::transform(gains, result.begin(), [](uint32_t gain) { return std::log(gain); });
   return result;
 }
@@ -20,24 +23,28 @@ std::array<double, 3> logarithmsOf(const app::Gains& gains) {
 }  // namespace
 
 void WhiteBalance::aim(const app::Gains& found) {
-  const Logarithms next = logarithmsOf(found);
-  const auto isFar = [](double a, double b) { return std::abs(a - b) > kNoise; };
-  if (!aim_) now_ = next;
-  if (!aim_ || !std::ranges::equal(next, *aim_, std::not_fn(isFar))) aim_ = next;
+  const bool hasChanged = light_.take(logarithmsOf(found));
+  if (!aim_) now_ = light_.mean();
+  if (!aim_ || hasChanged || largestDifference(light_.mean(), *aim_) > kClose) aim_ = light_.mean();
+  follows_ = follows_ || hasChanged;
   sinceMeasured_ = 0;
+}
+
+void WhiteBalance::step(double part) {
+  const double most = follows_ ? HUGE_VAL : kStillStep;
+  for (size_t i = 0; i < 3; ++i) {
+    now_[i] += std::clamp(part * ((*aim_)[i] - now_[i]), -most, most);
+    gains_[i] = static_cast<uint32_t>(std::lround(std::exp(now_[i])));
+  }
+  follows_ = follows_ && largestDifference(*aim_, now_) > kClose;
 }
 
 const app::Gains& WhiteBalance::next(BalanceMode mode, double seconds, double timeConstant,
                                      const Measure& measure) {
   sinceMeasured_ += seconds;
-  const bool isDue =
-      mode == BalanceMode::kContinuous && sinceMeasured_ * kMeasuresInTimeConstant >= timeConstant;
-  if (!aim_ || isDue) aim(measure());
-  const double part = timeConstant > 0 ? 1 - std::exp(-seconds / timeConstant) : 1;
-  for (size_t i = 0; i < 3; ++i) {
-    now_[i] += part * ((*aim_)[i] - now_[i]);
-    gains_[i] = static_cast<uint32_t>(std::lround(std::exp(now_[i])));
-  }
+  const bool isDue = light_.isUnsure() || sinceMeasured_ * kMeasuresInTimeConstant >= timeConstant;
+  if (!aim_ || (mode == BalanceMode::kContinuous && isDue)) aim(measure());
+  step(timeConstant > 0 ? 1 - std::exp(-seconds / timeConstant) : 1);
   return gains_;
 }
 

@@ -82,6 +82,23 @@ TEST(Caps, PassColorimetry) {
                  "video/x-raw,format=I420,width=11,height=9,colorimetry=bt709,chroma-site=jpeg");
 }
 
+// Luma of BT.601 in full range.
+TEST(Caps, OfAMosaicInGrayNameItsLuma) {
+  expectPictures(kFrames + ",colorimetry=bt2020", {},
+                 "video/x-raw,format=GRAY8,width=11,height=9,colorimetry=1:4:11:7");
+  expectPictures(kFrames, {}, "video/x-raw,format=GRAY8,width=11,height=9");
+}
+
+TEST(Caps, PassTheColorimetryOfMonoFrames) {
+  for (const std::string rest : {",colorimetry=bt709", ",colorimetry=1:4:16:4", ""}) {
+    const std::string size = ",width=8,height=8,framerate=30/1" + rest;
+    expectPictures("video/x-raw,format=GRAY8" + size, {}, "video/x-raw,format=GRAY8" + size);
+    expectPictures("video/x-raw,format=GRAY16_BE" + size, {},
+                   "video/x-raw,format=GRAY16_LE" + size);
+    expectFrames("video/x-raw,format=GRAY8" + size, {}, "video/x-raw,format=GRAY16_BE" + size);
+  }
+}
+
 TEST(Caps, OfMonoFramesAreGray) {
   const std::string mono = "video/x-raw,format=GRAY16_BE,width=8,height=8";
   expectPictures(mono, {}, "video/x-raw,format=GRAY8,width=8,height=8");

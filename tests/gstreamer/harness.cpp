@@ -24,6 +24,25 @@ class Gstreamer : public testing::Environment {
 };
 [[maybe_unused]] const auto* const kGstreamer = testing::AddGlobalTestEnvironment(new Gstreamer);
 
+using Parse = void (*)(GstMessage*, GError**, gchar**);
+
+// Takes the message.
+std::string textOf(GstMessage* message, Parse parse) {
+  GError* notice = nullptr;
+  parse(message, &notice, nullptr);
+  const std::string text = notice->message;
+  g_error_free(notice);
+  gst_message_unref(message);
+  return text;
+}
+
+std::vector<std::string> textsOn(GstBus* bus, GstMessageType type, Parse parse) {
+  std::vector<std::string> texts;
+  while (GstMessage* const message = gst_bus_pop_filtered(bus, type))
+    texts.push_back(textOf(message, parse));
+  return texts;
+}
+
 }  // namespace
 
 void initGstreamer() {
@@ -68,28 +87,41 @@ GstVideoInfo Harness::info() {
   return info;
 }
 
+std::vector<std::string> Harness::errors() {
+  return textsOn(bus_, GST_MESSAGE_ERROR, gst_message_parse_error);
+}
+
 std::string Harness::error() {
-  std::string text;
-  while (GstMessage* const message = gst_bus_pop_filtered(bus_, GST_MESSAGE_ERROR)) {
-    GError* error = nullptr;
-    gst_message_parse_error(message, &error, nullptr);
-    text = error->message;
-    g_error_free(error);
-    gst_message_unref(message);
-  }
-  return text;
+  const std::vector<std::string> all = errors();
+  return all.empty() ? "" : all.back();
 }
 
 std::vector<std::string> Harness::warnings() {
-  std::vector<std::string> texts;
-  while (GstMessage* const message = gst_bus_pop_filtered(bus_, GST_MESSAGE_WARNING)) {
-    GError* warning = nullptr;
-    gst_message_parse_warning(message, &warning, nullptr);
-    texts.push_back(warning->message);
-    g_error_free(warning);
-    gst_message_unref(message);
+  return textsOn(bus_, GST_MESSAGE_WARNING, gst_message_parse_warning);
+}
+
+std::string errorOf(const std::string& description) {
+  GError* error = nullptr;
+  GstElement* const pipeline = gst_parse_launch(description.c_str(), &error);
+  std::string text = error ? error->message : "";
+  g_clear_error(&error);
+  if (!pipeline) return text;
+  GstBus* const bus = gst_element_get_bus(pipeline);
+  if (text.empty()) {
+    gst_element_set_state(pipeline, GST_STATE_PLAYING);
+    constexpr auto kEnds = static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_EOS);
+    GstMessage* const end = gst_bus_timed_pop_filtered(bus, 20 * GST_SECOND, kEnds);
+    if (!end)
+      text = "no end";
+    else if (GST_MESSAGE_TYPE(end) == GST_MESSAGE_ERROR)
+      text = textOf(end, gst_message_parse_error);
+    else
+      gst_message_unref(end);
   }
-  return texts;
+  gst_object_unref(bus);
+  gst_element_set_state(pipeline, GST_STATE_NULL);
+  gst_object_unref(pipeline);
+  return text;
 }
 
 GstBuffer* bufferOf(const Bytes& bytes) {

@@ -48,7 +48,9 @@ class Harness {
   // Of the pictures: as the element says.
   GstVideoInfo info();
 
-  // The text of the last error message that was posted; empty if there is none.
+  // The texts of the errors that were posted since the last call; the last one of them, empty if
+  // there is none.
+  std::vector<std::string> errors();
   std::string error();
 
   // The texts of the warnings that were posted since the last call.
@@ -58,6 +60,10 @@ class Harness {
   GstHarness* harness_;
   GstBus* bus_;
 };
+
+// The first error of a pipeline in the notation of gst-launch, also that it can't be made; empty at
+// the end of the stream.
+std::string errorOf(const std::string& description);
 
 GstBuffer* bufferOf(const Bytes& bytes);
 Bytes bytesOf(GstBuffer* buffer);

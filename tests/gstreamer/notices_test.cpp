@@ -10,27 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-
-// The first error of a pipeline; empty at the end of the stream.
-std::string errorOf(const std::string& description) {
-  GstElement* const pipeline = gst_parse_launch(description.c_str(), nullptr);
-  gst_element_set_state(pipeline, GST_STATE_PLAYING);
-  GstBus* const bus = gst_element_get_bus(pipeline);
-  const auto wanted = static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_EOS);
-  GstMessage* const message = gst_bus_timed_pop_filtered(bus, 20 * GST_SECOND, wanted);
-  std::string text = message ? "" : "no message";
-  if (message && GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR) {
-    GError* error = nullptr;
-    gst_message_parse_error(message, &error, nullptr);
-    text = error->message;
-    g_error_free(error);
-  }
-  if (message) gst_message_unref(message);
-  gst_object_unref(bus);
-  gst_element_set_state(pipeline, GST_STATE_NULL);
-  gst_object_unref(pipeline);
-  return text;
-}
+using ::testing::SizeIs;
 
 std::string pipelineWith(const std::string& settings, const std::string& size) {
   return "videotestsrc num-buffers=2 ! video/x-bayer,format=rggb," + size + " ! vistreldemosaic " +
@@ -58,6 +38,37 @@ TEST(Notices, NamePropertiesRatherThanArguments) {
 
 TEST(Notices, SourcesTakeASizeThatHasTheRegion) {
   EXPECT_EQ(errorOf(pipelineWith("region=32x32+900+700", "framerate=5/1")), "");
+}
+
+// Sources try again.
+TEST(Notices, SayOnceWhatIsWrong) {
+  const std::string frames = "video/x-bayer,format=rggb,width=64,height=64,framerate=25/1";
+  for (const auto& [property, value] : {std::pair{"region", "100x10+0+0"},
+                                        {"region", "nonsense"},
+                                        {"curve", "2"},
+                                        {"look", "nonsense"}}) {
+    Harness h;
+    h.set(property, value);
+    h.pictures("video/x-raw,format=RGB");
+    for (int i = 0; i < 3; ++i) {
+      h.frames(frames);
+      EXPECT_NE(h.push(Bytes(4096)), GST_FLOW_OK);
+      EXPECT_NE(h.push(Bytes(4096)), GST_FLOW_OK);
+    }
+    EXPECT_THAT(h.errors(), SizeIs(1)) << property << " " << value;
+  }
+}
+
+TEST(Notices, RepeatAnErrorAfterAPicture) {
+  Harness h;
+  h.pictures("video/x-raw,format=RGB");
+  h.frames("video/x-bayer,format=rggb,width=32,height=32,framerate=25/1");
+  for (int i = 0; i < 2; ++i) {
+    ASSERT_EQ(h.push(Bytes(1024)), GST_FLOW_OK);
+    EXPECT_NE(h.push(Bytes(1023)), GST_FLOW_OK);
+    EXPECT_NE(h.push(Bytes(1023)), GST_FLOW_OK);
+    EXPECT_THAT(h.errors(), SizeIs(1));
+  }
 }
 
 struct Case {

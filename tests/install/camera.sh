@@ -22,10 +22,22 @@ receive() {  # FORMAT
   exit 1
 }
 cd "$(mktemp -d)"
-for format in Mono8 Mono16 BayerRG8 BayerGR8; do
+for format in Mono8 Mono16 BayerRG8 BayerGR8 BayerBG8 BayerGB8; do
   receive "$format"
   [ "$(wc -l <means)" = 20 ]
   awk -v format="$format" '$1 < 90 || $1 > 165 { print format, "has a mean of", $1; exit 1 }' means
 done
+
+# Every name that a format has in PFNC, and no other one.
 if "$example" nothing BayerRG9 160 120 1 2>text; then exit 1; fi
+grep -q '^unknown format BayerRG9; ' text || { cat text; exit 1; }
+sed 's/.*: //' text | tr ' ' '\n' | sort >known
+for colour in Mono BayerGR BayerBG BayerRG BayerGB; do
+  for rest in 8 10 12 14 16 10p 12p 14p 10Packed 12Packed; do echo $colour$rest; done
+done | sort >wanted
+diff wanted known
+for format in Mono10Packed BayerGB14p; do  # known, but there is no such camera
+  if "$example" nothing "$format" 160 120 1 2>text; then exit 1; fi
+  if grep -q 'unknown format' text; then cat text; exit 1; fi
+done
 rm -r "$PWD"
