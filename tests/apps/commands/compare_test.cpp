@@ -163,7 +163,8 @@ TEST_F(Compare, Errors) {
   expectFailure("--phase rggb -o out.png --crop 0x10+0+0", 3,
                 "in.pgm: --crop 0x10+0+0: it is empty");
   expectFailure("--phase rggb -o out.png --curve 2", 3,
-                "in.pgm: --curve 2: it needs 10 bits or more; the samples have 8");
+                "in.pgm: --curve 2: it needs 10 bits or more; the samples have 8; develop --look "
+                "has curves for any depth");
   scratch.write("in.ppm", pgm(40, 30, 255, sampleAt));
   EXPECT_EQ(scratch.vistrel("compare in.ppm --phase rggb -o in.ppm").err,
             "vistrel: -o in.ppm: it is the same file as the input in.ppm\n");
