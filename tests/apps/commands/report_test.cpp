@@ -194,7 +194,7 @@ TEST_F(Report, Errors) {
   expectFailure("--reference huge.png", 3,
                 "huge.png: the file is too short: 60000x60000 pixels do not fit its 41 bytes");
   scratch.write("cut.png", scratch.read("report.png").substr(0, 600));
-  expectFailure("--reference cut.png -o .", 3, "cut.png: the file is too short");
+  expectFailure("--reference cut.png -o .", 3, "cut.png: PNG: the file is too short");
 }
 
 TEST_F(Report, WriteErrorsAreReported) {
