@@ -26,9 +26,8 @@ void checkCommand(const CLI::App& program, const std::string& name) {
   std::vector<std::string> names;
   for (const CLI::App* command : program.get_subcommands({})) names.push_back(command->get_name());
   if (name.starts_with('-') || std::ranges::count(names, name)) return;
-  const std::string nearest = nearestName(name, names);
   throwError(kUsage, "{}: there is no such command{}; --help lists them", name,
-             nearest.empty() ? "" : "; the nearest is " + nearest);
+             nearestText(name, names));
 }
 
 }  // namespace

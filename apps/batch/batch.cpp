@@ -102,7 +102,7 @@ bool Batch::runJob(size_t i, WorkerPool& workers) {
   const auto start = std::chrono::steady_clock::now();
   JobResult& result = results_[i];
   result.outcome = attempt([&] { result.state = doJob(jobs()[i], result, worker); });
-  if (result.outcome.status != kDone) result.state = JobState::kFailed;
+  if (result.outcome.status != kDone) failed(result);
   result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   return result.state != JobState::kFailed || options_.keepGoing || options_.dryRun;
 }
@@ -128,6 +128,13 @@ JobState Batch::doJob(const Job& job, JobResult& result, WorkerPool::Lease& work
   picture->commit();
   if (manifest_) manifest_->add(job.to, {provenance, fs::file_size(job.to), crc});
   return JobState::kMade;
+}
+
+// There is no picture that a command could make again.
+void Batch::failed(JobResult& result) {
+  result.state = JobState::kFailed;
+  result.preview.command.clear();
+  result.preview.settings = nullptr;
 }
 
 bool Batch::isUpToDate(const Job& job, const Provenance& provenance) const {
@@ -171,10 +178,12 @@ void Batch::printHints() {
     return std::count_if(results_.begin(), results_.end(),
                          [state](const JobResult& result) { return result.state == state; });
   };
-  if (const auto n = count(JobState::kUpToDate); n > 0 && !options_.dryRun)
-    progress_->note(
-        "", fmt::format("up to date: {} of {}{}; --overwrite remakes them", n, jobs().size(),
-                        manifest_ ? "" : ", regardless of their options"));
+  if (const auto n = count(JobState::kUpToDate); n > 0 && !options_.dryRun) {
+    plan_.warnings.push_back(fmt::format("up to date: {} of {}{}; --overwrite remakes them", n,
+                                         jobs().size(),
+                                         manifest_ ? "" : ", regardless of their options"));
+    progress_->note("", plan_.warnings.back());
+  }
   if (const auto n = count(JobState::kNotBegun); n > 0)
     progress_->say(fmt::format("not begun: {} of {}; --keep-going continues after a failure", n,
                                jobs().size()));

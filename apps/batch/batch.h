@@ -80,6 +80,7 @@ class Batch {
   ExitStatus run();
 
   const std::vector<Job>& jobs() const { return plan_.jobs; }
+  // Those about no frame.
   const std::vector<std::string>& warnings() const { return plan_.warnings; }
   const std::vector<JobResult>& results() const { return results_; }
   const ProgressStats& stats() const { return progress_->stats(); }
@@ -88,6 +89,7 @@ class Batch {
   std::set<std::filesystem::path> folders() const;
   bool runJob(size_t i, WorkerPool& workers);
   JobState doJob(const Job& job, JobResult& result, WorkerPool::Lease& worker);
+  static void failed(JobResult& result);
   bool isUpToDate(const Job& job, const Provenance& provenance) const;
   void ended(size_t i);
   void report(size_t i);

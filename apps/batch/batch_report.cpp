@@ -55,6 +55,15 @@ Json inputsOf(const Batch& batch) {
   return inputs;
 }
 
+// All of them, those about a frame with its name.
+std::vector<std::string> warningsOf(const Batch& batch) {
+  std::vector<std::string> all = batch.warnings();
+  for (size_t i = 0; i < batch.jobs().size(); ++i)
+    for (const std::string& warning : batch.results()[i].preview.warnings)
+      all.push_back(fmt::format("{}: {}", batch.jobs()[i].from.string(), warning));
+  return all;
+}
+
 }  // namespace
 
 void printReport(const Batch& batch, ExitStatus status) {
@@ -71,7 +80,7 @@ void printReport(const Batch& batch, ExitStatus status) {
                   {"failed", count(JobState::kFailed)},
                   {"not_begun", count(JobState::kNotBegun)},
                   {"megabytes_per_second", microseconds(s.megabytesPerSecond())},
-                  {"warnings", batch.warnings()},
+                  {"warnings", warningsOf(batch)},
                   {"inputs", inputsOf(batch)}};
   const std::string text = json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
   fmt::print("{}", text);

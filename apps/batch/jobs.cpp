@@ -47,6 +47,11 @@ std::vector<fs::path> picturesOf(const std::vector<InputFile>& inputs, const Tar
   return pictures;
 }
 
+// A name for a folder in place of a picture.
+fs::path folderLike(const fs::path& picture) {
+  return isStandardOutput(picture) ? "pictures" : fs::path(picture).replace_extension();
+}
+
 void checkIsFrame(const fs::path& input) {
   if (isFolder(input)) throwError(kRejected, "there is no frame in this folder");
 }
@@ -63,8 +68,10 @@ void addJobs(const fs::path& input, const fs::path& picture, const Target& targe
                  "it has {} frames: at most {} are allowed at once; --frame N selects one", frames,
                  kMaxFrames);
     if (frames > 1 && isStandardOutput(target.path))
-      throwError(kRejected, "it has {} frames: standard output takes one; --frame N selects it",
-                 frames);
+      throwError(kRejected,
+                 "it has {} frames: -o {} takes one; --frame N selects it; raw:-, y4m:- and a "
+                 "folder, such as -o {}/, take all",
+                 frames, target.path.string(), folderLike(target.path).string());
   });
   if (job.outcome.status != kDone || frames == 1) {
     jobs.push_back(job);
@@ -113,12 +120,22 @@ bool isPictureName(const fs::path& path) {
   return attempt([&] { outputType(path); }).status == kDone;
 }
 
+// y4m:film is neither y4m:- nor film.y4m.
+void checkPrefix(const std::string& name) {
+  const size_t colon = name.find(':');
+  if (colon != name.npos && isPictureName("x." + name.substr(0, colon)))
+    throwError(kUsage, "-o {}: {}:- is standard output; the name of a file would be {}.{}", name,
+               name.substr(0, colon), name.substr(colon + 1), name.substr(0, colon));
+}
+
 // A name without an extension is meant to be a folder's.
 void checkIsPicture(const fs::path& path) {
   std::error_code error;
-  if (!path.has_extension() && !isStandardOutput(path) && !fs::exists(path, error))
+  if (!path.has_extension() && !isStandardOutput(path) && !fs::exists(path, error)) {
+    checkPrefix(path.string());
     throwError(kUsage, "-o {0}: there is no such folder; {0}/ makes one, {0}.png a picture",
                path.string());
+  }
   pictureType(path);
 }
 
@@ -127,11 +144,11 @@ void checkTarget(const Target& target, const Inputs& inputs, const BatchRequest&
   if (!target.folder) return checkIsPicture(target.path);
   std::error_code error;
   if (isStandardOutput(target.path) ||
-      (target.path.has_filename() && !fs::exists(target.path, error) && isPictureName(target.path)))
-    throwError(
-        kUsage,
-        "-o {}: it takes a single picture; several inputs, or a folder of inputs, need a folder",
-        target.path.string());
+      (target.path.has_filename() && !isFolder(target.path) && isPictureName(target.path)))
+    throwError(kUsage,
+               "-o {}: it takes a single picture; several inputs, or a folder of inputs, need a "
+               "folder, such as -o {}/",
+               target.path.string(), folderLike(target.path).string());
   checkIsFolder(target.path);
   if (!request.isFrame("x" + target.extension)) return;
   for (const fs::path& folder : inputs.folders)
@@ -139,6 +156,9 @@ void checkTarget(const Target& target, const Inputs& inputs, const BatchRequest&
 }
 
 BatchPlan planFilm(const BatchRequest& a, const Inputs& inputs, RunFiles& files) {
+  if (isFolder(a.output))
+    throwError(kUsage, "-o {0}: a film is a file, and this is a folder; {0}/ takes pictures",
+               a.output);
   BatchPlan plan{{}, inputs.warnings};
   for (const InputFile& file : inputs.files) {
     files.addInput(file.path);

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/commands/look_options.h"
+#include "apps/commands/develop_options.h"
 #include "apps/error.h"
 #include "apps/files/run_files.h"
 #include "apps/input/curve_file.h"
@@ -67,14 +67,26 @@ void checkCrop(vistrel_frame frame, const vistrel_region& crop) {
   layoutOf(frame, conversion);
 }
 
-// The middle of the frame by default.
-vistrel_region cropOf(const vistrel_frame& f, const CompareOptions& o) {
+// What all cells of a frame have in common: with a look, all that develop does.
+vistrel_conversion conversionOf(const FrameFile& file, const CompareOptions& o) {
+  vistrel_conversion c = o.look ? DevelopOptions{}.of(file) : defaultConversion(file.frame());
+  c.format = VISTREL_RGB24;
+  c.excess = o.mask ? VISTREL_MASK : VISTREL_REJECT;
+  o.tone.apply(c);
+  return c;
+}
+
+// The middle of what the conversion shows by default.
+vistrel_region cropOf(const vistrel_frame& f, const vistrel_conversion& c,
+                      const CompareOptions& o) {
   if (o.crop) {
     checkCrop(f, *o.crop);
     return *o.crop;
   }
-  const uint32_t width = std::min(f.width, kCropWidth), height = std::min(f.height, kCropHeight);
-  return {(f.width - width) / 2, (f.height - height) / 2, width, height};
+  const vistrel_region all = c.region.width ? c.region : vistrel_region{0, 0, f.width, f.height};
+  const uint32_t width = std::min(all.width, kCropWidth);
+  const uint32_t height = std::min(all.height, kCropHeight);
+  return {all.x + (all.width - width) / 2, all.y + (all.height - height) / 2, width, height};
 }
 
 vistrel_region widened(const vistrel_region& c, const vistrel_frame& f) {
@@ -84,50 +96,63 @@ vistrel_region widened(const vistrel_region& c, const vistrel_frame& f) {
   return {c.x - left, c.y - top, left + c.width + right, top + c.height + bottom};
 }
 
-// look: null for linear samples.
-Cell cellOf(const vistrel_frame& frame, const vistrel_region& crop,
-            const AlgorithmChoice& algorithm, const CompareOptions& o, const FinishedLook* look) {
-  const vistrel_region region = widened(crop, frame);
-  vistrel_conversion c = defaultConversion(frame);
-  c.format = VISTREL_RGB24;
-  c.algorithm = algorithm.row->code;
-  c.threshold = algorithm.threshold;
-  c.region = region;
-  c.excess = o.mask ? VISTREL_MASK : VISTREL_REJECT;
-  const bool reduced = frame.bits > algorithm.row->max_bits;
-  c.truncate_to = reduced ? algorithm.row->max_bits : 0;
-  o.tone.apply(c);
-  if (look) look->apply(frame, c);
-  std::string label = labelOf(algorithm);
-  if (reduced) label += fmt::format(", {} bit", algorithm.row->max_bits);
-  return {
-      label, convert(frame, c), {crop.x - region.x, crop.y - region.y, crop.width, crop.height}};
+// Where the crop is in the image of the region, which is turned or mirrored.
+vistrel_region placeOf(const vistrel_region& crop, const vistrel_region& region,
+                       uint32_t orientation) {
+  const auto isOneOf = [orientation](std::initializer_list<uint32_t> codes) {
+    return std::ranges::count(codes, orientation) > 0;
+  };
+  uint32_t x = crop.x - region.x, y = crop.y - region.y;
+  if (isOneOf({VISTREL_MIRRORED, VISTREL_TURNED_180, VISTREL_TRANSVERSE, VISTREL_TURNED_270}))
+    x = region.width - crop.width - x;
+  if (isOneOf({VISTREL_FLIPPED, VISTREL_TURNED_180, VISTREL_TRANSVERSE, VISTREL_TURNED_90}))
+    y = region.height - crop.height - y;
+  if (orientation < VISTREL_TRANSPOSED) return {x, y, crop.width, crop.height};
+  return {y, x, crop.height, crop.width};
 }
 
-Strip stripOf(const std::string& path, const CompareOptions& o, Progress& progress,
-              std::vector<std::string>& warnings) {
+Cell cellOf(const vistrel_frame& frame, vistrel_conversion c, const vistrel_region& crop,
+            const AlgorithmChoice& algorithm) {
+  c.algorithm = algorithm.row->code;
+  c.threshold = algorithm.threshold;
+  c.region = widened(crop, frame);
+  const bool reduced = frame.bits > algorithm.row->max_bits;
+  c.truncate_to = reduced ? algorithm.row->max_bits : 0;
+  std::string label = labelOf(algorithm);
+  if (reduced) label += fmt::format(", {} bit", algorithm.row->max_bits);
+  return {label, convert(frame, c), placeOf(crop, c.region, c.orientation)};
+}
+
+// What is known of a frame when its file has been read.
+struct Compared {
+  Strip strip;
+  std::string look;  // in words; empty for linear samples
+};
+
+Compared comparedOf(const std::string& path, const CompareOptions& o,
+                    std::vector<std::string>& warnings) {
   FrameFile file(path, o.input, warnings);
   if (file.frame().phase == VISTREL_MONO)
     throwError(kRejected,
                "a mono frame cannot be demosaiced; --phase names one of the four Bayer phases");
-  const vistrel_region crop = cropOf(file.frame(), o);
+  vistrel_conversion conversion = conversionOf(file, o);
+  const vistrel_region crop = cropOf(file.frame(), conversion, o);
   const vistrel_frame& frame = file.read();
-  Strip strip;
-  strip.title =
+  Compared result;
+  result.strip.title =
       fmt::format("{}  {} bit {}  {}  {}x", std::filesystem::path(path).filename().string(),
                   frame.bits, vistrel_phase_name(frame.phase), regionText(crop), o.zoom);
   std::optional<FinishedLook> look;
   if (o.look) {
-    const Look decided = decideLook(frame, withCamera(*o.look, file.description().camera, false));
+    const Look decided =
+        decideLook(frame, withCamera(*o.look, file.description().camera, false), conversion.region);
     checkBlack(o.look->known, decided, frame);
-    progress.clear();
-    fmt::print(isStandardOutput(o.output) ? stderr : stdout, "{}: --look {}\n", path,
-               lookText(decided));
-    look.emplace(decided);
+    result.look = lookText(decided);
+    look.emplace(decided).apply(frame, conversion);
   }
   for (const AlgorithmChoice& algorithm : orAll(o.algorithms))
-    strip.cells.push_back(cellOf(frame, crop, algorithm, o, look ? &*look : nullptr));
-  return strip;
+    result.strip.cells.push_back(cellOf(frame, conversion, crop, algorithm));
+  return result;
 }
 
 ExitStatus run(CompareOptions& o) {
@@ -144,13 +169,17 @@ ExitStatus run(CompareOptions& o) {
   files.addWritten("-o", o.output);
   if (curve) o.tone.table = readCurve(*curve);
   std::vector<Strip> strips;
+  std::string looks;
   Progress progress(o.inputs.size());
   ExitStatusSum sum;
   for (const std::string& path : o.inputs) {
     std::vector<std::string> warnings;
     const Outcome outcome = attempt([&] {
-      withOptionNames(optionNamesOf(o),
-                      [&] { strips.push_back(stripOf(path, o, progress, warnings)); });
+      withOptionNames(optionNamesOf(o), [&] {
+        const Compared compared = comparedOf(path, o, warnings);
+        strips.push_back(compared.strip);
+        if (o.look) looks += fmt::format("{}: --look {}\n", path, compared.look);
+      });
     });
     for (const std::string& warning : warnings) progress.say(fmt::format("{}: {}", path, warning));
     if (outcome.status != kDone) progress.say(fmt::format("{}: {}", path, outcome.text));
@@ -160,6 +189,8 @@ ExitStatus run(CompareOptions& o) {
   if (strips.empty()) return sum.status();
   const Canvas sheet = sheetOf(strips, o.zoom);
   savePicture(sheet.image(), {}, o.output);
+  progress.clear();
+  fmt::print(isStandardOutput(o.output) ? stderr : stdout, "{}", looks);
   return sum.status();
 }
 

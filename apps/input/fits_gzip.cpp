@@ -47,7 +47,7 @@ class Inflater {
     do readData();
     while (readHeader("XTENSION="));
     if (blockBytes_ > 0) throwRest();
-    return {std::move(kept_), in_.trailing()};
+    return {std::move(kept_), blockBytes_ + in_.trailing()};
   }
 
  private:

@@ -13,7 +13,8 @@ constexpr size_t kFitsCard = 80;     // a line of a header
 
 struct InflatedFits {
   std::vector<uint8_t> bytes;  // up to the end of the first image
-  uint64_t trailing;           // bytes after the end of the compressed file
+  uint64_t
+      trailing;  // bytes after the last header unit and its data, and after the compressed file
 };
 
 // All of the file is decoded, so that damage anywhere shows, but never more than its headers

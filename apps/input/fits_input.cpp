@@ -72,7 +72,7 @@ FitsInput::FitsInput(const Source& source) {
   fits_open_memfile(&file_, "memory", READONLY, &start_, &size_, 0, nullptr, &status);
   check(status);
   try {
-    findImage();
+    findImage(countUnits());
   } catch (...) {
     fits_close_file(file_, &(status = 0));
     throw;
@@ -152,10 +152,20 @@ void FitsInput::check(int status) const {
   throwError(kRejected, "FITS: {} (status {} of cfitsio)", text, status);
 }
 
-void FitsInput::findImage() {
+// What follows the last header unit and its data is no FITS.
+int FitsInput::countUnits() {
   int units = 0, status = 0;
+  LONGLONG header = 0, begin = 0, end = 0;
   fits_get_num_hdus(file_, &units, &status);
+  fits_movabs_hdu(file_, units, nullptr, &status);
+  fits_get_hduaddrll(file_, &header, &begin, &end, &status);
   check(status);
+  trailing_ += bytesOfFile_ - std::min(bytesOfFile_, static_cast<uint64_t>(end));
+  return units;
+}
+
+void FitsInput::findImage(int units) {
+  int status = 0;
   for (int unit = 1; unit <= units; ++unit) {
     int type = 0;
     fits_movabs_hdu(file_, unit, &type, &status);

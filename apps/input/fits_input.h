@@ -33,7 +33,7 @@ class FitsInput {
 
   const FitsShape& shape() const { return shape_; }
 
-  // Bytes after the end of a gzip file.
+  // Bytes after the last header unit and its data, and after the end of a gzip file.
   uint64_t trailing() const { return trailing_; }
 
   // The value of a header keyword; an empty string or `otherwise` if it is missing. Throws
@@ -56,7 +56,8 @@ class FitsInput {
   template <class Real>
   void readReals(int type, uint64_t n, uint64_t y, Real* to);
   void check(int status) const;
-  void findImage();
+  int countUnits();
+  void findImage(int units);
   void checkTileSize();
   void checkTiles(const std::string& column);
   std::span<const uint8_t> heapOfTable();

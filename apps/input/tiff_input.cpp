@@ -1,5 +1,6 @@
 #include "apps/input/tiff_input.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <new>
@@ -11,6 +12,8 @@ namespace {
 
 // Limit of a single allocation in libtiff, for a tag or a strip.
 constexpr tmsize_t kMaxMemory = tmsize_t{4} << 30;
+
+constexpr size_t kMaxErrors = 8;
 
 using Options = std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)>;
 
@@ -29,16 +32,16 @@ TiffInput::TiffInput(const Source& source) : source_(source), tiff_(nullptr, TIF
 }
 
 void TiffInput::throwReadError(const char* otherwise) const {
-  const std::string text = message_.empty() ? otherwise : message_;
+  const std::string text = errors_.empty() ? otherwise : errors_.front();
   const bool isNamed = text.starts_with("TIFF: ");  // libtiff puts the file's name before some
   throwError(kRejected, "{}{}", isNamed ? "" : "TIFF: ", text);
 }
 
 int TiffInput::onError(TIFF*, void* self, const char*, const char* format, va_list arguments) {
-  auto& message = static_cast<TiffInput*>(self)->message_;
+  auto& errors = static_cast<TiffInput*>(self)->errors_;
   char text[200];
   std::vsnprintf(text, sizeof text, format, arguments);
-  if (message.empty()) message = text;
+  if (errors.size() < kMaxErrors && !std::ranges::count(errors, text)) errors.push_back(text);
   return 1;
 }
 

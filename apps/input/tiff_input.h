@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "apps/files/source.h"
 
@@ -17,8 +18,11 @@ class TiffInput {
 
   TIFF* handle() const { return tiff_.get(); }
 
-  // Throws ProgramError with libtiff's message, or with `otherwise` if there is none.
+  // Throws ProgramError with libtiff's first message, or with `otherwise` if there is none.
   [[noreturn]] void throwReadError(const char* otherwise) const;
+
+  // libtiff's messages so far about what it could not use: the first few, each once.
+  const std::vector<std::string>& errors() const { return errors_; }
 
   // The value of a tag, or its default, or `otherwise`.
   template <class T>
@@ -38,7 +42,7 @@ class TiffInput {
 
   const Source& source_;
   uint64_t at_ = 0;
-  std::string message_;  // the first one
+  std::vector<std::string> errors_;
   std::unique_ptr<TIFF, void (*)(TIFF*)> tiff_;
 };
 

@@ -35,6 +35,7 @@ class MetadataReader {
     const uint32_t light = code(TIFFTAG_CALIBRATIONILLUMINANT1).value_or(0);
     if (TIFFSetSubDirectory(tiff_.handle(), offset)) readFrame(m);
     forgetAssumptions(m, software, light);
+    for (const std::string& error : tiff_.errors()) warnings_.push_back(error + "; not used");
     return m;
   }
 

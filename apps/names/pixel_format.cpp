@@ -111,14 +111,14 @@ void addFormats(const Kind& kind, std::vector<PixelFormat>& all) {
   all.push_back({std::nullopt, kind.bits, kind.packing, {}, {}, {}, {}, {}, {}, {}, name});
 }
 
-std::string nearestTo(std::string_view text) {
+std::vector<std::string> allNames() {
   std::vector<std::string> all;
   for (const PixelFormat& f : pixelFormats()) {
     const auto names = namesOf(f);
     all.insert(all.end(), names.begin(), names.end());
     all.push_back(f.v4l2Code);
   }
-  return nearestName(text, all);
+  return all;
 }
 
 }  // namespace
@@ -161,12 +161,10 @@ const PixelFormat* findPixelFormat(std::string_view name) {
 
 const PixelFormat& parsePixelFormat(std::string_view option, std::string_view text) {
   if (const PixelFormat* format = findPixelFormat(text)) return *format;
-  const std::string nearest = nearestTo(text);
+  const std::string nearest = nearestText(text, allNames());
   if (!nearest.empty())
-    throwError(kUsage,
-               "{} {}: unknown pixel format. The nearest name is {}; `vistrel formats` "
-               "lists all",
-               option, text, nearest);
+    throwError(kUsage, "{} {}: unknown pixel format{}; `vistrel formats` lists all", option, text,
+               nearest);
   throwError(kUsage,
              "{} {}: unknown pixel format. BayerRG12p (PFNC), pRCC and SRGGB12P (V4L2), "
              "SRGGB12_CSI2P (libcamera), rggb12le (GStreamer) and bayer_rggb16le (FFmpeg) are "

@@ -1,5 +1,7 @@
 #include "apps/options/algorithm.h"
 
+#include <fmt/ranges.h>
+
 #include <charconv>
 #include <optional>
 
@@ -27,10 +29,10 @@ AlgorithmChoice algorithmAt(size_t index) {
   return {row, hasThreshold(*row) ? kDefaultThreshold : 0};
 }
 
-std::string algorithmNames() {
-  std::string names;
+std::vector<std::string> algorithmNames() {
+  std::vector<std::string> names;
   for (size_t i = 0; const vistrel_algorithm* a = vistrel_algorithm_at(i); ++i)
-    names.append(i ? ", " : "").append(a->name);
+    names.push_back(a->name);
   return names;
 }
 
@@ -61,8 +63,11 @@ std::vector<AlgorithmChoice> orAll(const std::vector<AlgorithmChoice>& given) {
 
 AlgorithmChoice parseAlgorithm(std::string_view option, std::string_view text) {
   const size_t colon = text.find(':');
-  auto algorithm = find(text.substr(0, colon));
-  if (!algorithm) throwError(kUsage, "{} {}: {} are allowed", option, text, algorithmNames());
+  const std::string_view name = text.substr(0, colon);
+  auto algorithm = find(name);
+  if (!algorithm)
+    throwError(kUsage, "{} {}: {} are allowed{}", option, text, fmt::join(algorithmNames(), ", "),
+               nearestText(name, algorithmNames()));
   if (colon == text.npos) return *algorithm;
   if (!hasThreshold(*algorithm->row))
     throwError(kUsage, "{} {}: {} takes no threshold; only edge does", option, text,

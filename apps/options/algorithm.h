@@ -25,8 +25,8 @@ AlgorithmChoice algorithmAt(size_t index);
 // Parses NAME, or NAME:THRESHOLD if the algorithm has one. Throws ProgramError (usage).
 AlgorithmChoice parseAlgorithm(std::string_view option, std::string_view text);
 
-// "bilinear, near, laroche".
-std::string algorithmNames();
+// Of all, as "bilinear".
+std::vector<std::string> algorithmNames();
 
 // "edge:20"; the name alone if the algorithm has no threshold.
 std::string labelOf(const AlgorithmChoice& algorithm);

@@ -18,7 +18,7 @@ std::string ToneOptions::typed() const {
 OptionNames ToneOptions::optionNames() const {
   if (curve.empty()) return {};
   return {
-      {"conversion.reduction", "--curve", curve},
+      {"conversion.reduction", "--curve", curve, "develop --look has curves for any depth"},
       {"conversion.table_entries", "--curve", fmt::format("{}: {} entries", curve, table.size())}};
 }
 

@@ -34,10 +34,9 @@ std::string unexpectedText(const CLI::App& program, const std::string& argument)
   std::vector<std::string> names;
   addOptionNames(program, names);
   const std::string option = argument.substr(0, argument.find('='));
-  const std::string nearest = nearestName(option, names);
-  return fmt::format(
-      "{}: there is no such option{}; --help lists them", argument,
-      nearest.empty() ? otherCommandText(program, option) : "; the nearest is " + nearest);
+  const std::string nearest = nearestText(option, names);
+  return fmt::format("{}: there is no such option{}; --help lists them", argument,
+                     nearest.empty() ? otherCommandText(program, option) : nearest);
 }
 
 // "--phase: At Most 1 required but received 2", "--output: 1 required OUT missing",

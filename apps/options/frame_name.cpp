@@ -5,6 +5,7 @@
 #include <string>
 
 #include "apps/error.h"
+#include "apps/names/nearest_name.h"
 #include "apps/names/phase_names.h"
 #include "vistrel/vistrel_host.h"
 
@@ -39,8 +40,8 @@ uint32_t parsePhase(std::string_view option, std::string_view text) {
       return phase;
   throwError(kUsage,
              "{} {}: rggb, bggr, grbg, gbrg and mono are allowed, and blue=0,0 to blue=1,1, "
-             "the row and column of the blue site",
-             option, text);
+             "the row and column of the blue site{}",
+             option, text, nearestText(text, {"rggb", "bggr", "grbg", "gbrg", "mono"}));
 }
 
 }  // namespace vistrel::app

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "apps/error.h"
+#include "apps/names/nearest_name.h"
 
 namespace vistrel::app {
 
@@ -48,9 +49,9 @@ CLI::Option* fromZero(CLI::Option* option) {
 CLI::Option* oneOf(CLI::Option* option, const std::vector<std::string>& words) {
   const auto check = [=](std::string& text) -> std::string {
     if (!std::ranges::count(words, text))
-      throwFault(
-          *option, text,
-          fmt::format("{} {} allowed", fmt::join(words, ", "), words.size() > 1 ? "are" : "is"));
+      throwFault(*option, text,
+                 fmt::format("{} {} allowed{}", fmt::join(words, ", "),
+                             words.size() > 1 ? "are" : "is", nearestText(text, words)));
     return {};
   };
   return option->check(CLI::Validator(check, ""))->type_name(CLI::detail::join(words, "|"));

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "apps/error.h"
+#include "apps/names/nearest_name.h"
 #include "vistrel/vistrel_host.h"
 
 namespace vistrel::app {
@@ -22,8 +23,8 @@ uint32_t parseOrientation(std::string_view option, std::string_view text, std::s
   if (name != kNames.end()) return static_cast<uint32_t>(name - kNames.begin()) + 1;
   if (text.size() == 1 && text[0] >= '1' && text[0] <= '8')
     return static_cast<uint32_t>(text[0] - '0');
-  throwError(kUsage, "{} {}: {}{} are allowed, or TIFF's codes 1 to 8", option, text, more,
-             fmt::join(kNames, ", "));
+  throwError(kUsage, "{} {}: {}{} are allowed, or TIFF's codes 1 to 8{}", option, text, more,
+             fmt::join(kNames, ", "), nearestText(text, {kNames.begin(), kNames.end()}));
 }
 
 void addOrientOption(CLI::App& command, std::optional<uint32_t>& orientation, bool automatic) {

@@ -15,7 +15,7 @@ PngInput::PngInput(const Source& source)
   if (info_ && readHeader()) return;
   png_destroy_read_struct(&png_, &info_, nullptr);
   if (!message_.text[0]) throw std::bad_alloc();
-  throwError(kRejected, "{}", message_.text);
+  throwError(kRejected, "PNG: {}", message_.text);
 }
 
 PngInput::~PngInput() { png_destroy_read_struct(&png_, &info_, nullptr); }
@@ -35,7 +35,7 @@ std::string PngInput::text(const char* keyword) const {
 }
 
 void PngInput::readRows(uint8_t* to, size_t rowBytes) {
-  if (!decode(to, rowBytes)) throwError(kRejected, "{}", message_.text);
+  if (!decode(to, rowBytes)) throwError(kRejected, "PNG: {}", message_.text);
 }
 
 // Returns false after an error. Errors jump, so nothing in here may have a destructor.

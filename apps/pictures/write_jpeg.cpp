@@ -9,6 +9,7 @@
 
 #include "apps/pictures/exif.h"
 #include "apps/pictures/picture.h"
+#include "apps/pictures/picture_rows.h"
 
 namespace vistrel::app {
 namespace {
@@ -39,18 +40,18 @@ void describe(jpeg_compress_struct& jpeg, const vistrel_layout& l, const Compres
 }
 
 // Returns false after an error. Errors jump, so nothing in here may have a destructor.
-bool encode(jpeg_compress_struct& jpeg, Errors& errors, const Image& image,
-            const Compression& compression, const std::string& exif, std::FILE* to) {
+bool encode(jpeg_compress_struct& jpeg, Errors& errors, const vistrel_layout& layout,
+            PictureRows& rows, const Compression& compression, const std::string& exif,
+            std::FILE* to) {
   if (setjmp(errors.at)) return false;
   jpeg_create_compress(&jpeg);
   jpeg_stdio_dest(&jpeg, to);
-  describe(jpeg, image.layout, compression);
+  describe(jpeg, layout, compression);
   jpeg_start_compress(&jpeg, TRUE);
   jpeg_write_marker(&jpeg, JPEG_APP0 + 1, reinterpret_cast<const JOCTET*>(exif.data()),
                     static_cast<unsigned>(exif.size()));
   while (jpeg.next_scanline < jpeg.image_height) {
-    auto* row =
-        const_cast<JSAMPLE*>(image.pixels.data()) + jpeg.next_scanline * image.layout.row_bytes;
+    auto* row = const_cast<JSAMPLE*>(rows.row(jpeg.next_scanline));
     jpeg_write_scanlines(&jpeg, &row, 1);
   }
   jpeg_finish_compress(&jpeg);
@@ -75,7 +76,9 @@ void writeJpeg(const Image& image, const PictureDetails& details, AtomicFile& fi
   jpeg.err = jpeg_std_error(&errors.manager);
   errors.manager.error_exit = onError;
   const std::string exif = exifMarker(image.layout, details);
-  const bool good = encode(jpeg, errors, image, details.compression, exif, file.stream());
+  PictureRows rows(image, Depth::kKept, std::endian::native);
+  const bool good =
+      encode(jpeg, errors, image.layout, rows, details.compression, exif, file.stream());
   jpeg_destroy_compress(&jpeg);
   if (!good) file.throwWriteError(std::ferror(file.stream()) ? std::strerror(errno) : errors.text);
 }

@@ -67,5 +67,5 @@ def test_rejection(arguments, exception, code):
 
 
 def test_an_unknown_name_suggests_the_nearest():
-    with pytest.raises(ValueError, match="The nearest name is BayerRG12p"):
+    with pytest.raises(ValueError, match="the nearest is BayerRG12p"):
         vistrel.unpack(b"", "BayrRG12p", 1, 1)

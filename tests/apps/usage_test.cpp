@@ -98,14 +98,16 @@ TEST(Usage, DepthOfAHeaderlessFileIsRequired) {
 }
 
 TEST(Usage, Phase) {
-  const std::string kBlue =
-      " are allowed, and blue=0,0 to blue=1,1, the row and column of the blue site\n";
-  expectUsage("convert a.pgm -o a.png --phase rgbg",
-              "--phase rgbg: rggb, bggr, grbg, gbrg and mono" + kBlue);
-  expectUsage("convert a.pgm -o a.png --phase blue=0,2",
-              "--phase blue=0,2: rggb, bggr, grbg, gbrg and mono" + kBlue);
-  expectUsage("scene -o a.pgm --phase bayer",
-              "--phase bayer: rggb, bggr, grbg, gbrg and mono" + kBlue);
+  const std::string kNames =
+      "rggb, bggr, grbg, gbrg and mono are allowed, and blue=0,0 to blue=1,1, the row and column "
+      "of the blue site";
+  for (const auto& [phase, nearest] :
+       {std::pair("rgbg", "rggb"), {"bgr", "bggr"}, {"GBRG1", "gbrg"}, {"mon", "mono"}})
+    expectUsage(
+        std::string("convert a.pgm -o a.png --phase ") + phase,
+        std::string("--phase ") + phase + ": " + kNames + "; the nearest is " + nearest + "\n");
+  expectUsage("convert a.pgm -o a.png --phase blue=0,2", "--phase blue=0,2: " + kNames + "\n");
+  expectUsage("scene -o a.pgm --phase bayer", "--phase bayer: " + kNames + "\n");
 }
 
 TEST(Usage, Numbers) {
@@ -125,6 +127,9 @@ TEST(Usage, Numbers) {
   expectUsage(convert + "--format bgr32",
               "--format bgr32: gray8, gray16, bgr24, rgb24, bgra, rgba, argb, bgr48, rgb48, "
               "nv12, i420, i444 are allowed\n");
+  expectUsage(convert + "--format rbg24",
+              "--format rbg24: gray8, gray16, bgr24, rgb24, bgra, rgba, argb, bgr48, rgb48, "
+              "nv12, i420, i444 are allowed; the nearest is rgb24\n");
   expectUsage(convert + "--black -1",
               "--black -1: one level, or four as in 64:64:66:64, from 0 to 65535\n");
   expectUsage(convert + "--black 65536",
@@ -152,8 +157,12 @@ TEST(Usage, NumbersAreDecimal) {
 
 TEST(Usage, Algorithm) {
   const std::string convert = "convert a.pgm -o a.png --phase rggb -a ";
-  for (const std::string name : {"sharpest", "sharpest:4", "bilinea"})
+  for (const std::string name : {"sharpest", "sharpest:4"})
     expectUsage(convert + name, "--algorithm " + name + ": " + algorithmNames() + " are allowed\n");
+  for (const auto& [name, nearest] :
+       {std::pair("bilinea", "bilinear"), {"EGDE:20", "edge"}, {"dir", "directional"}})
+    expectUsage(convert + name, std::string("--algorithm ") + name + ": " + algorithmNames() +
+                                    " are allowed; the nearest is " + nearest + "\n");
   expectUsage(convert + "laroche:5",
               "--algorithm laroche:5: laroche takes no threshold; only edge does\n");
   for (const std::string threshold : {"256", "-1", "", "x", "5x", "99999999999"})

@@ -1,6 +1,6 @@
 #include "apps/tools/manual/details.h"
 
-#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <map>
 
@@ -94,10 +94,10 @@ it is. With it, the frame needs developing.)";
 constexpr const char* kUnfinished = "an unfinished file of a run; the next run removes it";
 
 std::string algorithms() {
-  return "Algorithms: " + algorithmNames() +
-         ". `vistrel algorithms` says which is for what. edge:N smooths green that varies by up to "
-         "N "
-         "of 255.";
+  return fmt::format(
+      "Algorithms: {}. `vistrel algorithms` says which is for what. edge:N smooths green that "
+      "varies by up to N of 255.",
+      fmt::join(algorithmNames(), ", "));
 }
 
 std::string curves() {

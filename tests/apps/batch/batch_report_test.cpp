@@ -52,6 +52,26 @@ TEST_F(BatchReport, NamesNeedNotBeUtf8) {
   EXPECT_EQ(json::parse(info.out).at("file"), "\xEF\xBF\xBD.pgm");
 }
 
+// Those that standard error has.
+TEST_F(BatchReport, HasEveryNote) {
+  const auto expectNotes = [this](const std::string& arguments, const std::string& notes) {
+    const Finished result = convert(arguments + " --json");
+    EXPECT_EQ(result.status, 0) << result.err;
+    const json report = json::parse(result.out);
+    std::string listed;
+    for (const json& note : report.at("warnings"))
+      listed += "vistrel: " + note.get<std::string>() + "\n";
+    EXPECT_EQ(listed, notes);
+    EXPECT_EQ(result.err, notes);
+  };
+  expectNotes("a.pgm", "");
+  expectNotes("a.pgm c.pgm",
+              "vistrel: up to date: 1 of 2, regardless of their options; --overwrite remakes "
+              "them\n");
+  expectNotes("a.pgm -a ahd --overwrite",
+              "vistrel: a.pgm: --algorithm ahd has no effect: the frame is mono\n");
+}
+
 TEST_F(BatchReport, SaysHowFramesWereConverted) {
   scratch.write("w.pgm", pgm(4, 3, 1023, [](uint32_t, uint32_t) { return 5; }));
   const auto outputOf = [this](const std::string& options) {

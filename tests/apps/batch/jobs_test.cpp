@@ -53,20 +53,40 @@ TEST_F(Jobs, SomeOutputsTakeASinglePicture) {
   fs::create_directory(scratch / "in");
   put("in/x.pgm", 1);
   for (const std::string inputs : {"a.pgm b.pgm", "in"})
-    for (const std::string to : {"TIF:-", "png:-", "new.PNG"}) {
+    for (const auto& [to, folder] : {std::pair("TIF:-", "pictures"),
+                                     {"png:-", "pictures"},
+                                     {"bad.pgm", "bad"},
+                                     {"out/new.PNG", "out/new"}}) {
       const Finished result = scratch.vistrel("convert " + inputs + " --phase mono -o " + to);
       EXPECT_EQ(result.status, 2);
-      EXPECT_EQ(result.err, "vistrel: -o " + to +
+      EXPECT_EQ(result.err, std::string("vistrel: -o ") + to +
                                 ": it takes a single picture; several inputs, or a folder of "
-                                "inputs, need a folder\n");
+                                "inputs, need a folder, such as -o " +
+                                folder + "/\n");
     }
   scratch.write("two.pgm", scratch.read("a.pgm") + scratch.read("b.pgm"));
   EXPECT_EQ(scratch.vistrel("convert two.pgm --phase mono -o png:-").err,
-            "vistrel: two.pgm: it has 2 frames: standard output takes one; --frame N selects it\n");
+            "vistrel: two.pgm: it has 2 frames: -o png:- takes one; --frame N selects it; raw:-, "
+            "y4m:- and a folder, such as -o pictures/, take all\n");
   const Finished none =
       scratch.run({VISTREL_PROGRAM, "convert", "a.pgm", "--phase", "mono", "-o", ""});
   EXPECT_EQ(none.status, 2);
   EXPECT_EQ(none.err, "vistrel: -o: the name of a picture or of a folder is expected\n");
+}
+
+TEST_F(Jobs, NamesOfFilmsAreThoseOfFiles) {
+  const auto expectUsage = [this](const std::string& to, const std::string& text) {
+    const Finished result = scratch.vistrel("convert a.pgm --phase mono -o " + to);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err, "vistrel: -o " + to + ": " + text + "\n");
+  };
+  expectUsage("y4m:film", "y4m:- is standard output; the name of a file would be film.y4m");
+  expectUsage("RAW:x", "RAW:- is standard output; the name of a file would be x.RAW");
+  expectUsage("a:b", "there is no such folder; a:b/ makes one, a:b.png a picture");
+  fs::create_directory(scratch / "a.y4m");
+  expectUsage("a.y4m", "a film is a file, and this is a folder; a.y4m/ takes pictures");
+  EXPECT_EQ(scratch.vistrel("convert a.pgm --phase mono -o a.y4m/").status, 0);
+  EXPECT_TRUE(fs::exists(scratch / "a.y4m/a.png"));
 }
 
 TEST_F(Jobs, NoInputIsOverwritten) {
@@ -91,9 +111,10 @@ TEST_F(Jobs, FoldersAreMade) {
 }
 
 TEST_F(Jobs, OfSeveralInputsNeedAFolder) {
-  const Finished file = scratch.vistrel("convert a.pgm b.pgm --phase mono -o bad.pgm");
+  scratch.write("notes", "");
+  const Finished file = scratch.vistrel("convert a.pgm b.pgm --phase mono -o notes");
   EXPECT_EQ(file.status, 2);
-  EXPECT_EQ(file.err, "vistrel: -o bad.pgm: a folder is expected; this is a file\n");
+  EXPECT_EQ(file.err, "vistrel: -o notes: a folder is expected; this is a file\n");
 }
 
 TEST_F(Jobs, NeedNamesOfTheirOwn) {

@@ -1,8 +1,11 @@
 // The contact sheet.
 #include <gtest/gtest.h>
 
+#include <tiffio.h>
+
 #include <algorithm>
 
+#include "tests/apps/input/tiff_file.h"
 #include "tests/apps/pictures.h"
 #include "tests/apps/program.h"
 #include "vistrel/vistrel_host.h"
@@ -110,6 +113,45 @@ TEST_F(Compare, PrintsTheLook) {
   EXPECT_EQ(sheet.out, "in.pgm: " + line.substr(at, line.find(" -o ") - at) + "\n");
 }
 
+// The dark half outside the file's crop counts for nothing, and the picture is turned.
+TEST_F(Compare, ShowsWhatDevelopMakesOfTheFile) {
+  TiffSpec spec;
+  spec.width = 64, spec.height = 48;
+  spec.cfa = {0, 1, 1, 2};
+  spec.isDng = true;
+  spec.frame.pairs = {{TIFFTAG_DEFAULTCROPORIGIN, {32, 6}}, {TIFFTAG_DEFAULTCROPSIZE, {30, 40}}};
+  for (uint16_t orientation = 1; orientation <= 8; ++orientation) {
+    spec.orientation = orientation;
+    writeTiff(scratch / "in.dng", spec,
+              [](uint32_t x, uint32_t y) { return x < 32 ? 20 : 200 + 9 * sampleAt(x, y); });
+    for (const std::string algorithm : {"ahd", "directional", "laroche"}) {
+      const std::string options = " --look auto -a " + algorithm;
+      const Finished made = scratch.vistrel("compare in.dng -o sheet.png --zoom 2" + options);
+      ASSERT_EQ(made.status, 0) << made.err;
+      ASSERT_EQ(scratch.vistrel("develop in.dng -o one.png" + options).status, 0);
+      EXPECT_EQ(timesIn(readPng(scratch / "sheet.png"), readPng(scratch / "one.png"), 2), 1)
+          << orientation << ' ' << algorithm;
+      const std::string crop = " --crop 9x7+40+11";
+      ASSERT_EQ(scratch.vistrel("compare in.dng -o sheet.png --zoom 1" + options + crop).status, 0);
+      ASSERT_EQ(scratch
+                    .vistrel("develop in.dng -o one.png --roi 9x7+40+11 " + made.out.substr(8) +
+                             " -a " + algorithm)
+                    .status,
+                0);
+      EXPECT_EQ(timesIn(readPng(scratch / "sheet.png"), readPng(scratch / "one.png"), 1), 1)
+          << orientation << ' ' << algorithm << crop;
+    }
+  }
+}
+
+TEST_F(Compare, PrintsNoLookOfASheetThatCannotBeWritten) {
+  scratch.write("in.pgm", pgm(40, 30, 255, sampleAt));
+  const Finished result =
+      scratch.vistrel("compare in.pgm --phase rggb --look auto -o missing/sheet.png");
+  EXPECT_EQ(result.status, 4);
+  EXPECT_EQ(result.out, "");
+}
+
 TEST_F(Compare, Errors) {
   scratch.write("in.pgm", pgm(40, 30, 255, sampleAt));
   expectFailure("--phase rggb -o out.pgm", 2, "-o out.pgm: a sheet is a .png or .ppm");
@@ -121,7 +163,8 @@ TEST_F(Compare, Errors) {
   expectFailure("--phase rggb -o out.png --crop 0x10+0+0", 3,
                 "in.pgm: --crop 0x10+0+0: it is empty");
   expectFailure("--phase rggb -o out.png --curve 2", 3,
-                "in.pgm: --curve 2: it needs 10 bits or more; the samples have 8");
+                "in.pgm: --curve 2: it needs 10 bits or more; the samples have 8; develop --look "
+                "has curves for any depth");
   scratch.write("in.ppm", pgm(40, 30, 255, sampleAt));
   EXPECT_EQ(scratch.vistrel("compare in.ppm --phase rggb -o in.ppm").err,
             "vistrel: -o in.ppm: it is the same file as the input in.ppm\n");

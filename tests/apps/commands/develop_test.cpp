@@ -131,6 +131,21 @@ TEST_F(Develop, UndoesTheCamera) {
   }
 }
 
+// Folders of the system grant access to everyone and take no file.
+TEST_F(Develop, PrintsNoCommandForAPictureThatCannotBeWritten) {
+  EXPECT_EQ(scratch.vistrel("scene --camera -s 60x40 -o in.dng").status, 0);
+  const Finished plain = develop("in.dng -o /proc/x.png");
+  EXPECT_EQ(plain.status, 4);
+  EXPECT_EQ(plain.out, "");
+  EXPECT_EQ(plain.err.rfind("vistrel: in.dng: /proc/x.png cannot be written: ", 0), 0u)
+      << plain.err;
+  const Finished report = develop("in.dng -o /proc/x.png --json");
+  EXPECT_EQ(report.status, 4);
+  const auto output = nlohmann::json::parse(report.out).at("inputs").at(0).at("outputs").at(0);
+  EXPECT_EQ(output.at("status"), "failed");
+  EXPECT_FALSE(output.contains("command") || output.contains("look")) << output;
+}
+
 TEST_F(Develop, UsesOrientationAndCropOfTheFile) {
   TiffSpec spec;
   spec.width = 24, spec.height = 16;

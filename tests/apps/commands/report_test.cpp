@@ -172,7 +172,7 @@ TEST_F(Report, Errors) {
   expectFailure("--reference no.png", 4, "no.png: cannot be read: No such file or directory");
   expectFailure("--reference no.png -o no", 4, "-o no: there is no such folder");
   scratch.write("text.png", "no picture");
-  expectFailure("--reference text.png", 3, "text.png: Not a PNG file");
+  expectFailure("--reference text.png", 3, "text.png: PNG: Not a PNG file");
   scratch.write("in.pgm", pgm(40, 40, 255, texture));
   ASSERT_EQ(scratch.vistrel("convert in.pgm --phase mono -o gray.png").status, 0);
   expectFailure("--reference gray.png", 3,
@@ -194,7 +194,7 @@ TEST_F(Report, Errors) {
   expectFailure("--reference huge.png", 3,
                 "huge.png: the file is too short: 60000x60000 pixels do not fit its 41 bytes");
   scratch.write("cut.png", scratch.read("report.png").substr(0, 600));
-  expectFailure("--reference cut.png -o .", 3, "cut.png: the file is too short");
+  expectFailure("--reference cut.png -o .", 3, "cut.png: PNG: the file is too short");
 }
 
 TEST_F(Report, WriteErrorsAreReported) {

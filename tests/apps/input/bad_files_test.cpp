@@ -218,7 +218,7 @@ TEST_F(BadFiles, Png) {
   const std::string file = scratch.read("in.png");
   cutEverywhere("in.png", 7);
   scratch.write("in.png", file.substr(0, 20) + '\x99' + file.substr(21));
-  expectRejected("in.png", "IHDR: CRC error");
+  expectRejected("in.png", "PNG: IHDR: CRC error");
 }
 
 TEST_F(BadFiles, Pgm) {

@@ -144,7 +144,9 @@ TEST_F(BadInput, Bits) {
       pgm(4, 4, 65535, [](uint32_t x, uint32_t y) { return x == 3 && y == 2 ? 1024 : 9; }),
       "sample 1024 at column 3, row 2: samples of 10 bits are at most 1023",
       "--phase rggb --bits 10");
-  expectRejected(pgm(4, 4, 255, plain), "--curve 2: it needs 10 bits or more; the samples have 8",
+  expectRejected(pgm(4, 4, 255, plain),
+                 "--curve 2: it needs 10 bits or more; the samples have 8; develop --look has "
+                 "curves for any depth",
                  "--phase rggb --curve 2");
   expectRejected(pgm(4, 4, 255, plain), "--depth 16: it needs 2 bytes per sample; this frame has 1",
                  "--phase rggb --depth 16");

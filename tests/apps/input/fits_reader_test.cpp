@@ -74,6 +74,30 @@ TEST_F(FitsReader, FitsCubeAndExtension) {
   EXPECT_EQ(info("in.fits")["min"], 'y');
 }
 
+TEST_F(FitsReader, BytesAfterItsEndAreRemarked) {
+  const auto expectTrailing = [this](const std::string& file, int bytes) {
+    scratch.write("in.fits", file);
+    const std::string said = bytes ? "vistrel: in.fits: " + std::to_string(bytes) + " byte" +
+                                         (bytes > 1 ? "s" : "") + " after the last frame " +
+                                         (bytes > 1 ? "are" : "is") + " ignored\n"
+                                   : "";
+    EXPECT_EQ(info("in.fits", said)["trailing_bytes"], bytes);
+  };
+  const std::string frame = fits(cards(8, {"2", "1"}), "ab");
+  auto extension = cards(8, {"2", "1"});
+  extension[0] = card("XTENSION", "'IMAGE   '");
+  extension.push_back(card("PCOUNT", "0"));
+  extension.push_back(card("GCOUNT", "1"));
+  expectTrailing(frame, 0);
+  expectTrailing(frame + fits(extension, "yz"), 0);
+  expectTrailing(frame.substr(0, 2882), 0);
+  expectTrailing(frame + "x", 1);
+  expectTrailing(frame + "rubbish", 7);
+  expectTrailing(frame + std::string(10000, 'x'), 10000);
+  expectTrailing(frame + fits(extension, "yz") + "rubbish", 7);
+  expectTrailing(frame + frame, static_cast<int>(frame.size()));
+}
+
 std::string floats(const std::vector<float>& values) {
   std::string bytes;
   for (const float v : values)

@@ -188,6 +188,25 @@ TEST_F(Metadata, MalformedTags) {
   EXPECT_TRUE(dng("crop 13x8+0+0: it exceeds the frame, or is empty; not used")["crop"].is_null());
 }
 
+// libtiff itself drops such a value, whichever directory has it.
+TEST_F(Metadata, OrientationThatDoesNotExist) {
+  for (const bool inSubdirectory : {false, true})
+    for (const char code : {0, 9}) {
+      spec.inSubdirectory = inSubdirectory;
+      spec.orientation = 6;
+      write();
+      std::string bytes = scratch.read("in.dng");
+      const std::string tag("\x12\x01\x03\0\x01\0\0\0\x06", 9);
+      const size_t at = bytes.find(tag);
+      ASSERT_NE(at, bytes.npos);
+      bytes[at + tag.size() - 1] = code;
+      scratch.write("in.dng", bytes);
+      const Json json = info("in.dng", "TIFF: Bad value " + std::to_string(code) +
+                                           " for \"Orientation\" tag; not used");
+      EXPECT_TRUE(json["orientation"].is_null()) << json;
+    }
+}
+
 // libtiff itself drops such values, and zeros stand for "unknown".
 TEST_F(Metadata, UnknownValues) {
   spec.exif.numbers = {{EXIFTAG_EXPOSURETIME, 0}, {EXIFTAG_FNUMBER, 0}};

@@ -13,6 +13,7 @@ TEST(NearestName, AnAbbreviationIsTheNameThatItBegins) {
   EXPECT_EQ(nearestName("DEV", names), "develop");
   EXPECT_EQ(nearestName("com", names), "compare");
   EXPECT_EQ(nearestName("c", names), "") << "too short to mean one of them";
+  EXPECT_EQ(nearestName("12", {"16"}), "") << "a number is not misspelt";
   EXPECT_EQ(nearestName("conv", {"convert", "cont"}), "cont") << "an edit is less";
 }
 
@@ -33,10 +34,16 @@ TEST(NearestName, CaseIsIgnoredAndTheFirstOfEqualsWins) {
   EXPECT_EQ(nearestName("Y", {"Y1"}), "");  // too short for an edit
 }
 
-// An exchange of neighbours is two edits.
-TEST(NearestName, Exchange) {
-  EXPECT_EQ(nearestName("ofni", {"info"}), "");
-  EXPECT_EQ(nearestName("formast", {"format", "formats"}), "format");
+TEST(NearestName, AnExchangeOfNeighboursIsOneEdit) {
+  EXPECT_EQ(nearestName("rgbg", {"bggr", "rggb"}), "rggb");
+  EXPECT_EQ(nearestName("covnert", {"convert"}), "convert");
+  EXPECT_EQ(nearestName("formast", {"format", "formats"}), "format") << "both are one edit away";
+  EXPECT_EQ(nearestName("ofni", {"info"}), "") << "o and i are no neighbours";
+}
+
+TEST(NearestName, Text) {
+  EXPECT_EQ(app::nearestText("convrt", {"convert"}), "; the nearest is convert");
+  EXPECT_EQ(app::nearestText("darken", {"convert"}), "");
 }
 
 }  // namespace

@@ -272,9 +272,9 @@ std::string errorOf(const char* name) {
 
 TEST(PixelFormat, TheErrorSuggestsTheNearestName) {
   EXPECT_EQ(errorOf("BayerRG12pp"),
-            "--pixfmt BayerRG12pp: unknown pixel format. The nearest name is BayerRG12p; "
+            "--pixfmt BayerRG12pp: unknown pixel format; the nearest is BayerRG12p; "
             "`vistrel formats` lists all");
-  EXPECT_NE(errorOf("SRGB12P").find("The nearest name is SRGGB12P;"), std::string::npos);
+  EXPECT_NE(errorOf("SRGB12P").find("the nearest is SRGGB12P;"), std::string::npos);
   EXPECT_NE(errorOf("V4L2_PIX_FMT_SRGGB10PP").find("is V4L2_PIX_FMT_SRGGB10P;"), std::string::npos);
   for (const char* far : {"COLOR_BayerBG2BGR", "BayerBG2BGR", "mosaic", "nv12"})
     EXPECT_EQ(errorOf(far).find("nearest"), std::string::npos) << errorOf(far);
@@ -286,7 +286,7 @@ TEST(PixelFormats, MisspeltNamesAreCorrected) {
   const auto expectHelp = [](const std::string& text) {
     if (app::findPixelFormat(text)) return;  // another name
     const std::string error = app::attempt([&] { app::parsePixelFormat("--pixfmt", text); }).text;
-    EXPECT_NE(error.find("The nearest name is "), std::string::npos) << error;
+    EXPECT_NE(error.find("the nearest is "), std::string::npos) << error;
   };
   size_t names = 0;
   for (const app::PixelFormat& f : app::pixelFormats()) {

@@ -20,10 +20,10 @@ TEST(AlgorithmChoice, CaseIsIgnored) {
 
 TEST(AlgorithmChoice, AllAreThoseOfTheLibrary) {
   const auto all = app::orAll({});
-  std::string names;
+  std::vector<std::string> names;
   for (size_t i = 0; i < all.size(); ++i) {
     EXPECT_EQ(all[i].row, vistrel_algorithm_at(i));
-    names += (i ? ", " : "") + std::string(all[i].row->name);
+    names.emplace_back(all[i].row->name);
   }
   EXPECT_EQ(vistrel_algorithm_at(all.size()), nullptr);
   EXPECT_EQ(app::algorithmNames(), names);

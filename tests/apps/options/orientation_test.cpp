@@ -20,7 +20,13 @@ TEST(Orientation, HasANameForEachCode) {
 }
 
 TEST(Orientation, NamesWhatIsAllowed) {
-  for (const char* const text : {"", "0", "9", "45", "auto", "Upright"}) {
+  for (const auto& [text, nearest] : {std::pair("", ""),
+                                      {"0", ""},
+                                      {"9", ""},
+                                      {"45", ""},
+                                      {"auto", ""},
+                                      {"Upright", "; the nearest is upright"},
+                                      {"filpped", "; the nearest is flipped"}}) {
     try {
       parseOrientation("--orient", text);
       ADD_FAILURE() << text;
@@ -28,7 +34,8 @@ TEST(Orientation, NamesWhatIsAllowed) {
       EXPECT_EQ(error.status(), kUsage);
       EXPECT_EQ(error.what(), std::string("--orient ") + text +
                                   ": upright, mirrored, 180, flipped, transposed, 90, transverse, "
-                                  "270 are allowed, or TIFF's codes 1 to 8");
+                                  "270 are allowed, or TIFF's codes 1 to 8" +
+                                  nearest);
     }
   }
 }

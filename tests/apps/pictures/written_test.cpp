@@ -53,6 +53,26 @@ TEST_F(Written, NetpbmReadsTheSame) {
   }
 }
 
+// Frames of 16-bit samples may have 8 significant bits. Their pictures are those of bytes.
+TEST_F(Written, EightBitsInSixteen) {
+  scratch.write("bytes.pgm", pgm(23, 17, 255, [](auto x, auto y) { return texture(x, y) / 16; }));
+  scratch.write("words.pgm", pgm(23, 17, 65535, [](auto x, auto y) { return texture(x, y) / 16; }));
+  const auto expectSame = [this](const std::string& phase, const std::string& out,
+                                 const std::string& decoder) {
+    convert("bytes.pgm --phase " + phase + " -o " + out);
+    const std::string bytes = decoder.empty() ? scratch.read(out) : shell(decoder + " " + out);
+    convert("words.pgm --bits 8 --depth 16 --phase " + phase + " -o " + out);
+    EXPECT_EQ(decoder.empty() ? scratch.read(out) : shell(decoder + " " + out), bytes)
+        << phase << ' ' << out;
+  };
+  for (const std::string phase : {"gbrg", "mono"}) {
+    for (const std::string out : {"out.pnm", "out.pam", "out.npy"}) expectSame(phase, out, "");
+    if (has("pngtopnm")) expectSame(phase, "out.png", "pngtopnm");
+    if (has("tifftopnm")) expectSame(phase, "out.tif", "tifftopnm -quiet -byrow");
+    if (has("djpeg")) expectSame(phase, "out.jpg", "djpeg");
+  }
+}
+
 // Red, green, blue of a PPM, or gray of a PGM, as numbers.
 std::vector<uint32_t> samplesOf(const std::string& pnm) {
   std::istringstream in(pnm);
