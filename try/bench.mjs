@@ -9,7 +9,7 @@ import {kJson, kPage, withTables} from './measured.mjs';
 import {firstPicture, folder, launch, openPage, serve, vistrel} from './tests/browser.mjs';
 import {pgm} from './tests/frames.mjs';
 
-const kWidth = 4000, kHeight = 3000, kStrip = 60, kRuns = 20, kStripRuns = 200;
+const kWidth = 4000, kHeight = 3000, kStrip = 300, kRuns = 10, kStripRuns = 120;
 const kAlgorithms = ['bilinear', 'ahd', 'directional'];
 
 const sampleAt = (i) => (i * 2654435761 >>> 13) % 4096;

@@ -77,7 +77,7 @@ test('the first picture of the scene', async (t) => {
   const times = [];
   for (let n = 0; n < 3; ++n) times.push(await firstPicture(browser, server.address));
   t.diagnostic(`after ${times.map((time) => time.toFixed(0)).join(', ')} ms`);
-  assert.ok(Math.min(...times) < 10_000, times.join());
+  assert.ok(Math.min(...times) < 30_000, times.join());  // on machines that are busy
 });
 
 test('files that are no frames', () => withPage({}, async (page) => {
