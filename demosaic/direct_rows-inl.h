@@ -59,7 +59,7 @@ VISTREL_INLINE void storeInOrder(uint8_t* d, const Bytes (&v)[8]) {
   for (int i = 0; i < 8; ++i) storeBytes(d + 64 * i, v[i]);
 }
 
-#elif VISTREL_SSSE3
+#elif VISTREL_GROUPS
 
 VISTREL_INLINE Bytes inUnpackingOrder(Bytes v) { return v; }
 #define VISTREL_UNPACK(half, bits, a, b) \
@@ -106,7 +106,7 @@ VISTREL_INLINE void storeWithAlpha(uint8_t* d, const ByteHalves& h) {
 }
 
 #endif
-#if VISTREL_SSSE3
+#if VISTREL_GROUPS
 
 // Pixels of four bytes each, of one column parity.
 struct Fours {
@@ -216,7 +216,7 @@ void storeFew(const DirectPlace& to, const ByteHalves& h, size_t n) {
 }
 
 VISTREL_INLINE Bytes narrowed(Vec<uint16_t> low, Vec<uint16_t> high, unsigned shift) {
-  const auto by = static_cast<uint16_t>(shift);
+  const auto by = madeHere(static_cast<uint16_t>(shift));
 #if VISTREL_AVX512
   const __m512i v = _mm512_packus_epi16(as<__m512i>(low >> by), as<__m512i>(high >> by));
   return as<Bytes>(

@@ -11,7 +11,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-#if VISTREL_SSSE3
+#if VISTREL_GROUPS
 
 // The source of each byte of the results; alpha has none. Unless a permutation reaches the whole
 // source, each group of 16 bytes has its own source, kApart bytes after the previous one. The
@@ -57,7 +57,7 @@ struct WithAlpha {
     const __m512i order = _mm512_load_si512(kAlphaOrder<alphaAt>.bytes);
     const __m512i alpha = _mm512_set1_epi8(-1);
     _mm512_storeu_si512(to[0], _mm512_mask_permutexvar_epi8(alpha, colours, order, v));
-#elif VISTREL_SSSE3
+#elif VISTREL_GROUPS
     const Register alpha = VISTREL_OP(set1_epi32)(static_cast<int>(0xFFu << (8 * alphaAt)));
     for (int g = 0; g < 2; g += kGroups) {
       const Register v = loadGroups(from[0] + kApart * g, kApart);

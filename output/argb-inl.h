@@ -19,7 +19,7 @@ inline void spreadToArgb(const uint8_t* __restrict bgr, uint8_t* __restrict argb
     const uint8x16_t first = vld4q_u8(argb + 4 * x).val[0];
     vst4q_u8(argb + 4 * x, {{first, colours.val[2], colours.val[1], colours.val[0]}});
   }
-#elif VISTREL_SSSE3
+#elif VISTREL_GROUPS
   alignas(16) static constexpr uint8_t order[16] = {0x80, 2, 1, 0, 0x80, 5,  4,  3,
                                                     0x80, 8, 7, 6, 0x80, 11, 10, 9};
   constexpr size_t step = 4 * kGroups;

@@ -84,7 +84,7 @@ class AboveBlack {
   // Part p of a vector of samples.
   template <class V>
   VISTREL_INLINE Value operator()(V v, size_t p) const {
-    const Value s = (Columns::part(v, p) & mask_) >> below_;
+    const Value s = (Columns::part(v, p) & mask_) >> madeHere(below_);
     return saturatingDifference(s, black_[p]);
   }
 

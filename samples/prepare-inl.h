@@ -91,7 +91,7 @@ class Prepared {
     Value parts[Columns::kParts];
     for (size_t p = 0; p < Columns::kParts; ++p) {
       const Value v = amplification_.times(aboveBlack_(samples, p), factor_[p]);
-      parts[p] = smaller(v, fullScale_) >> dropped_;
+      parts[p] = smaller(v, fullScale_) >> madeHere(dropped_);
     }
     return Columns::join(parts);
   }

@@ -33,9 +33,10 @@ class ScaledColumns {
 
  private:
   VISTREL_INLINE Value part(Vec<uint16_t> samples, size_t p) const {
-    const Value s = (Columns::part(samples, p) & mask_) >> below_;
+    const Value s = (Columns::part(samples, p) & mask_) >> madeHere(below_);
     const Value v = smaller(Value(larger(s, black_[p]) - black_[p]), range_[p]);
-    return smaller(Value((v * factor_[p] + half_) >> shift_), Value(Value{} + fullScale_));
+    return smaller(Value((v * factor_[p] + half_) >> madeHere(shift_)),
+                   Value(Value{} + fullScale_));
   }
 
   uint32_t mask_, below_, shift_, half_, fullScale_;

@@ -25,7 +25,7 @@ VISTREL_INLINE auto loadSource(const uint8_t* from) {
 #if VISTREL_AVX512
   return _mm512_maskz_inserti64x4(0xFF, _mm512_castsi256_si512(loadGroups(from, step)),
                                   loadGroups(from + 2 * step, step), 1);
-#elif VISTREL_SSSE3
+#elif VISTREL_GROUPS
   return loadGroups(from, step);
 #else
   return load(from);
@@ -60,7 +60,7 @@ VISTREL_INLINE Vec<uint16_t> permuteSource(Source v, const ByteOrder& order) {
 #if VISTREL_AVX512
   const auto bytes = _mm_load_si128(reinterpret_cast<const __m128i*>(order.byte));
   return as<Vec<uint16_t>>(_mm512_shuffle_epi8(v, _mm512_maskz_broadcast_i32x4(0xFFFF, bytes)));
-#elif VISTREL_SSSE3
+#elif VISTREL_GROUPS
   return as<Vec<uint16_t>>(permute(v, order.byte));
 #else
   return as<Vec<uint16_t>>(vqtbl1q_u8(as<uint8x16_t>(v), vld1q_u8(order.byte)));
@@ -77,7 +77,7 @@ struct Factors {
       factor[i] = static_cast<uint16_t>(1u << shiftOf(i % 8));
   }
   VISTREL_INLINE friend Vec<uint16_t> operator*(Vec<uint16_t> v, const Factors& f) {
-    return v * load(f.factor);
+    return v * madeHere(load(f.factor));
   }
 };
 

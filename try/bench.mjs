@@ -1,17 +1,24 @@
-// node bench.mjs: conversion times of 12 megapixels in this machine's browser, with two workers,
-// beside half the program's time on one thread at SSE4.1, and how soon the scene appears.
-import {readFileSync} from 'node:fs';
+// node bench.mjs: conversion times of 12 megapixels in this machine's browser beside the program's
+// at SSE4.1, when the scene's first picture appears, and how large the page is. Writes
+// docs/browser.json, and the tables made of it into docs/browser.md.
+import {readFileSync, readdirSync, writeFileSync} from 'node:fs';
 import {cpus, loadavg} from 'node:os';
-import {launch, openPage, serve, settled, vistrel} from './tests/browser.mjs';
+import {join} from 'node:path';
+import {gzipSync} from 'node:zlib';
+import {kJson, kPage, withTables} from './measured.mjs';
+import {firstPicture, folder, launch, openPage, serve, vistrel} from './tests/browser.mjs';
 import {pgm} from './tests/frames.mjs';
 
-const kWidth = 4000, kHeight = 3000, kRuns = 40, kAlgorithms = ['bilinear', 'ahd', 'directional'];
+const kWidth = 4000, kHeight = 3000, kStrip = 300, kRuns = 10, kStripRuns = 120;
+const kAlgorithms = ['bilinear', 'ahd', 'directional'];
 
-// Two workers of the page, each with the whole frame, as the page's own code uses them: the slower
-// one's fastest run.
+const sampleAt = (i) => (i * 2654435761 >>> 13) % 4096;
+
+// The page's own workers, each with the whole frame: the slower one's fastest run of half the frame
+// while both convert, then the fastest strip of one, as part of half a frame.
 async function inBrowser(page, path) {
   const bytes = readFileSync(path).toString('base64');
-  return page.evaluate(async ([text, algorithms, runs, height]) => {
+  return page.evaluate(async ([text, {algorithms, height, strip, runs, stripRuns}]) => {
     const engine = await (await fetch('engine.wasm')).arrayBuffer();
     const file = new File([Uint8Array.from(atob(text), (c) => c.charCodeAt(0))], 'bench.pgm');
     const workers = [new Worker('worker.js'), new Worker('worker.js')];
@@ -23,7 +30,7 @@ async function inBrowser(page, path) {
       await call(worker, 'start', engine);
       await call(worker, 'open', file, ['--phase', 'rggb']);
     }
-    const times = {};
+    const results = [];
     for (const algorithm of algorithms) {
       const plan = {command: 'convert', words: ['-a', algorithm, '--edges', 'padded']};
       const least = workers.map(() => Infinity);
@@ -31,35 +38,50 @@ async function inBrowser(page, path) {
         await Promise.all(workers.map(async (worker, i) => {
           least[i] = Math.min(least[i], await call(worker, 'measure', plan, i * height / 2, height / 2));
         }));
-      times[algorithm] = Math.max(...least);
+      let fastest = Infinity;
+      for (let run = 0; run < stripRuns; ++run) {
+        const first = run * strip % (height / 2);
+        fastest = Math.min(fastest, await call(workers[0], 'measure', plan, first, strip));
+      }
+      results.push({algorithm, two_workers_ms: Math.max(...least), strips_ms: fastest * height / 2 / strip});
     }
-    return times;
-  }, [bytes, kAlgorithms, kRuns, kHeight]);
+    return results;
+  }, [bytes, {algorithms: kAlgorithms, height: kHeight, strip: kStrip, runs: kRuns, stripRuns: kStripRuns}]);
 }
+
+// The program's time for half the frame, from a frame of one strip.
+function natively() {
+  const path = pgm('strip.pgm', kWidth, kStrip, 12, sampleAt);
+  const {timings} = JSON.parse(vistrel('bench', path, '--phase', 'rggb', '--json', '--rounds', '15',
+                                       ...kAlgorithms.flatMap((name) => ['-a', name])));
+  return (algorithm) => timings.find((timing) => timing.algorithm === algorithm && timing.level === 'sse41')
+      .ns_per_pixel * kWidth * kHeight / 2 / 1e6;
+}
+
+const compressed = (name) => gzipSync(readFileSync(join(folder, name)), {level: 9}).length;
 
 const server = await serve();
 const browser = await launch();
-const {page} = await openPage(browser, server.address);
-const path = pgm('bench.pgm', kWidth, kHeight, 12, (i) => (i * 2654435761 >>> 13) % 4096);
-const times = await inBrowser(page, path);
-
-const begin = Date.now();
-const shown = await openPage(browser, `${server.address}#scene`);
-await shown.page.waitForSelector('#facts:not(:empty)');
-await settled(shown.page);
-const first = Date.now() - begin;
+const load = loadavg()[0];
+const {page, close} = await openPage(browser, server.address);
+const algorithms = await inBrowser(page, pgm('bench.pgm', kWidth, kHeight, 12, sampleAt));
+await close();
+const sse41 = natively();
+const pictures = [];
+for (let n = 0; n < 5; ++n) pictures.push(await firstPicture(browser, server.address));
+const measured = {
+  date: new Date().toISOString().slice(0, 10),
+  processor: cpus()[0].model,
+  cores: cpus().length,
+  load,
+  browser: `Chromium ${browser.version().split('.')[0]}`,
+  algorithms: algorithms.map((row) => ({...row, sse41_ms: sse41(row.algorithm)})),
+  first_picture_ms: Math.min(...pictures),
+  page_bytes: readdirSync(folder).filter((name) => name !== 'try.html').reduce((sum, name) => sum + compressed(name), 0),
+  single_file_bytes: compressed('try.html'),
+};
 await browser.close();
 server.close();
-
-// In nanoseconds a pixel, of one thread.
-const {timings} = JSON.parse(vistrel(
-    'bench', path, '--phase', 'rggb', '--json', '--rounds', '15', ...kAlgorithms.flatMap((name) => ['-a', name])));
-const nativeTime = (algorithm) => timings.find((timing) =>
-  timing.algorithm === algorithm && timing.level === 'sse41').ns_per_pixel * kWidth * kHeight / 1e6 / 2;
-
-console.log(`${new Date().toISOString().slice(0, 10)}, ${cpus()[0].model}, load ${loadavg()[0].toFixed(1)}`);
-console.log('12 megapixels of 12 bits     browser    SSE4.1');
-for (const algorithm of kAlgorithms)
-  console.log(`${algorithm.padEnd(24)}${times[algorithm].toFixed(1).padStart(9)} ms` +
-              `${nativeTime(algorithm).toFixed(1).padStart(7)} ms`);
-console.log(`first picture of the scene: ${first} ms`);
+writeFileSync(kJson, `${JSON.stringify(measured, null, 2)}\n`);
+writeFileSync(kPage, withTables(readFileSync(kPage, 'utf8'), measured));
+console.log(measured);

@@ -20,7 +20,7 @@ template <class T>
 void ahdScale(T* half, size_t n, int shift) {
   const T kept = static_cast<T>(shift < 16 ? ~0 : 0);
   for (size_t k = 0; k < n; k += kLanes<T>)
-    store(half + k, (load(half + k) & kept) << (shift & 15));
+    store(half + k, (load(half + k) & kept) << madeHere(shift & 15));
 }
 
 // Green at the red or blue sites of a row, and the differences of the sensed samples to it, in both
@@ -143,12 +143,13 @@ struct FillChosen {
   }
   template <class T, int greenParity>
   VISTREL_INLINE static Halves<T> at(const ChosenRows<T>& rows, size_t k) {
+    const int shift = madeHere(rows.shift);
     Halves<T> halves;
     for (int p = 0; p < 2; ++p) {
       const T* c = rows.choice[p];
-      halves.own[p] = chosen(rows.h.own[p], rows.v.own[p], c, k) >> rows.shift;
-      halves.green[p] = chosen(rows.h.green[p], rows.v.green[p], c, k) >> rows.shift;
-      halves.opposite[p] = chosen(rows.h.opposite[p], rows.v.opposite[p], c, k) >> rows.shift;
+      halves.own[p] = chosen(rows.h.own[p], rows.v.own[p], c, k) >> shift;
+      halves.green[p] = chosen(rows.h.green[p], rows.v.green[p], c, k) >> shift;
+      halves.opposite[p] = chosen(rows.h.opposite[p], rows.v.opposite[p], c, k) >> shift;
     }
     return halves;
   }

@@ -10,6 +10,8 @@
 #include <emmintrin.h>
 #elif defined(__aarch64__)
 #include <arm_neon.h>
+#elif defined(__wasm_simd128__)
+#include <wasm_simd128.h>
 #endif
 
 namespace vistrel::core {
@@ -27,6 +29,10 @@ struct SumBits {
     const int8x16_t v = vld1q_s8(sums);
     negative = bitsOf(vcltzq_s8(v));
     zero = bitsOf(vceqzq_s8(v));
+#elif defined(__wasm_simd128__)
+    const v128_t v = wasm_v128_load(sums);
+    negative = wasm_i8x16_bitmask(v);
+    zero = wasm_i8x16_bitmask(wasm_i8x16_eq(v, wasm_i32x4_splat(0)));
 #else
     negative = zero = 0;
     for (int i = 0; i < 16; ++i) {

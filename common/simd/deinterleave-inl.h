@@ -24,7 +24,7 @@ struct Channels {
 
 #endif
 
-#if VISTREL_SSSE3
+#if VISTREL_GROUPS
 
 // The bytes within which a permutation moves samples.
 #if VISTREL_AVX512
@@ -100,7 +100,7 @@ constexpr ChannelMasks<static_cast<int>(sizeof(T))> kChannelMasks;
 
 // b where the mask has bytes of 255, a where it has zeros.
 VISTREL_INLINE Register blendBytes(Register a, Register b, Register mask) {
-#if VISTREL_SSE41
+#if VISTREL_SSE41 || VISTREL_WASM
   return VISTREL_OP(blendv_epi8)(a, b, mask);
 #else
   return _mm_or_si128(_mm_andnot_si128(mask, a), _mm_and_si128(mask, b));

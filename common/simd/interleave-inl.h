@@ -15,7 +15,7 @@
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
 
-#if VISTREL_SSSE3
+#if VISTREL_GROUPS
 
 // When vectors x, y, z of n units are interleaved, unit i of channel c goes to position 3 * i + c.
 // Modulo n, these positions all differ within a channel: each channel takes one permutation, and

@@ -47,6 +47,17 @@ VISTREL_INLINE V as(U v) {
   return (V)v;
 }
 
+// The value itself; in WebAssembly, as if it were made here and nothing were known of it. Otherwise
+// clang 14 shifts lane by lane, if it has found elsewhere that all lanes have the same count, and
+// replaces factors that it knows by such shifts.
+template <class V>
+VISTREL_INLINE V madeHere(V v) {
+#if VISTREL_WASM
+  __asm__ volatile("" : "+r"(v));
+#endif
+  return v;
+}
+
 template <class T>
 VISTREL_INLINE Vec<T> load(const T* p) {
   Vec<T> v;
@@ -70,6 +81,8 @@ VISTREL_INLINE auto roundedMean(Vec<uint8_t> a, Vec<uint8_t> b) {
   return as<Vec<uint8_t>>(_mm_avg_epu8(as<__m128i>(a), as<__m128i>(b)));
 #elif VISTREL_NEON
   return as<Vec<uint8_t>>(vrhaddq_u8(as<uint8x16_t>(a), as<uint8x16_t>(b)));
+#elif VISTREL_WASM
+  return as<Vec<uint8_t>>(wasm_u8x16_avgr(as<v128_t>(a), as<v128_t>(b)));
 #else
   return (a | b) - ((a ^ b) >> 1);
 #endif
@@ -83,6 +96,8 @@ VISTREL_INLINE auto roundedMean(Vec<uint16_t> a, Vec<uint16_t> b) {
   return as<Vec<uint16_t>>(_mm_avg_epu16(as<__m128i>(a), as<__m128i>(b)));
 #elif VISTREL_NEON
   return as<Vec<uint16_t>>(vrhaddq_u16(as<uint16x8_t>(a), as<uint16x8_t>(b)));
+#elif VISTREL_WASM
+  return as<Vec<uint16_t>>(wasm_u16x8_avgr(as<v128_t>(a), as<v128_t>(b)));
 #else
   return (a | b) - ((a ^ b) >> 1);
 #endif

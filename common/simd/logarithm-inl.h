@@ -27,7 +27,7 @@ VISTREL_INLINE Vec<int32_t> logarithm(Vec<uint32_t> n) {
 VISTREL_INLINE Vec<int16_t> logarithm(Vec<uint16_t> n) {
   const auto pairs = as<Vec<uint32_t>>(n);
   const Vec<uint32_t> first = bitsOfReals(pairs & 0xFFFF) >> 16, second = bitsOfReals(pairs >> 16);
-#if VISTREL_SSE41 && !VISTREL_AVX512
+#if (VISTREL_SSE41 && !VISTREL_AVX512) || VISTREL_WASM
   const auto upper = as<Vec<int16_t>>(blend16<0xAA>(as<Register>(first), as<Register>(second)));
 #else
   const auto upper = as<Vec<int16_t>>(first | (second & 0xFFFF0000));
@@ -41,7 +41,7 @@ VISTREL_INLINE Vec<uint8_t> lookUp(const uint8_t (&table)[16], Vec<uint8_t> indi
   const __m128i entries = _mm_loadu_si128(reinterpret_cast<const __m128i*>(table));
   const __m512i all = _mm512_maskz_broadcast_i32x4(0xFFFF, entries);
   return as<Vec<uint8_t>>(_mm512_shuffle_epi8(all, as<__m512i>(indices)));
-#elif VISTREL_SSSE3
+#elif VISTREL_GROUPS
   const Register all = allGroups(table);
   return as<Vec<uint8_t>>(VISTREL_OP(shuffle_epi8)(all, as<Register>(indices)));
 #elif VISTREL_NEON

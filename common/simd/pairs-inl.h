@@ -23,7 +23,7 @@ struct Pairs {
 
 #endif
 
-#if VISTREL_SSSE3
+#if VISTREL_GROUPS
 
 #if VISTREL_AVX512
 typedef __m512i LongRegister;

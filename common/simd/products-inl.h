@@ -25,6 +25,10 @@ VISTREL_INLINE Vec<uint16_t> upperProduct(Vec<uint16_t> a, Vec<uint16_t> b) {
   const uint32x4_t low = vmull_u16(vget_low_u16(x), vget_low_u16(y));
   const uint32x4_t high = vmull_high_u16(x, y);
   return as<Vec<uint16_t>>(vuzp2q_u16(vreinterpretq_u16_u32(low), vreinterpretq_u16_u32(high)));
+#elif VISTREL_WASM
+  const v128_t low = wasm_u32x4_extmul_low_u16x8(as<v128_t>(a), as<v128_t>(b));
+  const v128_t high = wasm_u32x4_extmul_high_u16x8(as<v128_t>(a), as<v128_t>(b));
+  return as<Vec<uint16_t>>(wasm_i16x8_shuffle(low, high, 1, 3, 5, 7, 9, 11, 13, 15));
 #else
   const auto x = as<Vec<uint32_t>>(a), y = as<Vec<uint32_t>>(b);
   const Vec<uint32_t> low = (x & 0xFFFF) * (y & 0xFFFF), high = (x >> 16) * (y >> 16);
@@ -42,6 +46,8 @@ VISTREL_INLINE Vec<int16_t> roundedProduct(Vec<int16_t> a, Vec<int16_t> b) {
   return as<Vec<int16_t>>(_mm_mulhrs_epi16(as<__m128i>(a), as<__m128i>(b)));
 #elif VISTREL_NEON
   return as<Vec<int16_t>>(vqrdmulhq_s16(as<int16x8_t>(a), as<int16x8_t>(b)));
+#elif VISTREL_WASM
+  return as<Vec<int16_t>>(wasm_i16x8_q15mulr_sat(as<v128_t>(a), as<v128_t>(b)));
 #else
   const auto x = as<Vec<uint16_t>>(a), y = as<Vec<uint16_t>>(b);
   const auto upper =

@@ -18,6 +18,9 @@ VISTREL_INLINE Vec<float> truncated(Vec<float> v) {
 VISTREL_INLINE Vec<double> truncated(Vec<double> v) {
 #if VISTREL_NEON
   return as<Vec<double>>(vcvtq_f64_s64(vcvtq_s64_f64(as<float64x2_t>(v))));
+#elif VISTREL_WASM
+  const v128_t integers = wasm_i32x4_trunc_sat_f64x2_zero(as<v128_t>(v));
+  return as<Vec<double>>(wasm_f64x2_convert_low_i32x4(integers));
 #else
   using Half = Vec<int32_t, kVectorBytes / 2>;
   return __builtin_convertvector(__builtin_convertvector(v, Half), Vec<double>);
@@ -34,6 +37,8 @@ VISTREL_INLINE Vec<double> squareRoot(Vec<double> v) {
   return as<Vec<double>>(_mm_sqrt_pd(as<__m128d>(v)));
 #elif VISTREL_NEON
   return as<Vec<double>>(vsqrtq_f64(as<float64x2_t>(v)));
+#elif VISTREL_WASM
+  return as<Vec<double>>(wasm_f64x2_sqrt(as<v128_t>(v)));
 #else
   for (size_t k = 0; k < kLanes<double>; ++k) v[k] = squareRoot(v[k]);
   return v;
@@ -60,6 +65,8 @@ VISTREL_INLINE Vec<float> approximateRoot(Vec<float> v) {
   return as<Vec<float>>(_mm_rsqrt_ps(as<__m128>(v)));
 #elif VISTREL_NEON
   return 1 / as<Vec<float>>(vsqrtq_f32(as<float32x4_t>(v)));
+#elif VISTREL_WASM
+  return 1 / as<Vec<float>>(wasm_f32x4_sqrt(as<v128_t>(v)));
 #else
   for (size_t k = 0; k < kLanes<float>; ++k) v[k] = approximateRoot(v[k]);
   return v;

@@ -1,6 +1,6 @@
 // Shuffles and multiply-adds within groups of 16 bytes, which x86 has from SSSE3 on, and 64-bit ARM
-// has with NEON. A register holds one group (128 bits) or two (256 bits). Groups are independent of
-// each other.
+// has with NEON, and WebAssembly with its vectors. A register holds one group (128 bits) or two
+// (256 bits). Groups are independent of each other.
 #if defined(VISTREL_REGISTERS_INL_H) == defined(VISTREL_TOGGLE)
 #ifdef VISTREL_REGISTERS_INL_H
 #undef VISTREL_REGISTERS_INL_H
@@ -8,7 +8,7 @@
 #define VISTREL_REGISTERS_INL_H
 #endif
 
-#include "common/simd/simd.h"
+#include "common/simd/lanes-inl.h"
 
 VISTREL_BEGIN_TARGET
 namespace vistrel::core::VISTREL_NAMESPACE {
@@ -187,6 +187,104 @@ VISTREL_INLINE Register pack32(Register a, Register b) {
   return vreinterpretq_u8_s16(vqmovn_high_s32(low, asSigned32(b)));
 }
 VISTREL_INLINE bool isZero(Register lanes) { return vmaxvq_u32(as32(lanes)) == 0; }
+
+#elif VISTREL_WASM
+
+// No type of values has these lanes. v128_t would be Vec<int32_t>, which has functions of its own.
+typedef long long Register __attribute__((vector_size(16)));
+typedef Register Group;
+struct ShiftCount {
+  uint32_t count;
+  Register kept;  // all ones, or zero for counts above 15
+};
+constexpr int kGroups = 1;
+
+VISTREL_INLINE Register loadRegister(const void* p) { return wasm_v128_load(p); }
+VISTREL_INLINE Register loadGroups(const void* p, size_t) { return loadRegister(p); }
+VISTREL_INLINE void storeRegister(void* p, Register v) { wasm_v128_store(p, v); }
+VISTREL_INLINE Register allGroups(const void* p) { return loadRegister(p); }
+VISTREL_INLINE Group group(Register v, int) { return v; }
+VISTREL_INLINE Register inOrder(Register v) { return v; }
+
+VISTREL_INLINE Register permute(Register v, const uint8_t* order) {
+  return wasm_i8x16_swizzle(v, loadRegister(order));
+}
+template <int lanes>
+VISTREL_INLINE Register blend16(Register a, Register b) {
+  constexpr auto from = [](int w) { return w + 8 * (lanes >> w & 1); };
+  return wasm_i16x8_shuffle(a, b, from(0), from(1), from(2), from(3), from(4), from(5), from(6),
+                            from(7));
+}
+VISTREL_INLINE Register set1_16(int v) { return wasm_i16x8_splat(static_cast<int16_t>(v)); }
+VISTREL_INLINE Register set1_32(int v) { return wasm_i32x4_splat(v); }
+VISTREL_INLINE Register add16(Register a, Register b) { return wasm_i16x8_add(a, b); }
+VISTREL_INLINE Register add32(Register a, Register b) { return wasm_i32x4_add(a, b); }
+VISTREL_INLINE Register min16(Register a, Register b) { return wasm_u16x8_min(a, b); }
+
+VISTREL_INLINE ShiftCount shiftCount(uint32_t n) { return {n, wasm_i32x4_splat(n < 16 ? -1 : 0)}; }
+VISTREL_INLINE Register shiftRight16(Register v, ShiftCount by) {
+  return wasm_v128_and(wasm_u16x8_shr(v, madeHere(by.count)), by.kept);
+}
+template <int count>
+VISTREL_INLINE Register shiftRight16(Register v) {
+  return wasm_u16x8_shr(v, count);
+}
+template <int count>
+VISTREL_INLINE Register shiftRight32(Register v) {
+  return wasm_u32x4_shr(v, count);
+}
+VISTREL_INLINE Register thirds32(Register v) {
+  return wasm_u32x4_shr(wasm_i32x4_mul(v, set1_32(0xAAAB)), 17);
+}
+
+VISTREL_INLINE Register pairSums8(Register v) { return wasm_u16x8_extadd_pairwise_u8x16(v); }
+VISTREL_INLINE Register pairSums16(Register v) { return wasm_i32x4_dot_i16x8(v, set1_16(1)); }
+VISTREL_INLINE Register pairProducts16(Register a, Register b) {
+  return wasm_i32x4_dot_i16x8(a, b);
+}
+VISTREL_INLINE Register pack16(Register a, Register b) { return wasm_u8x16_narrow_i16x8(a, b); }
+VISTREL_INLINE Register pack32(Register a, Register b) { return wasm_i16x8_narrow_i32x4(a, b); }
+VISTREL_INLINE bool isZero(Register lanes) { return !wasm_v128_any_true(lanes); }
+
+// What the other headers use of x86's operations.
+#undef VISTREL_OP
+#define VISTREL_OP(name) group_##name
+VISTREL_INLINE Register group_set1_epi32(int v) { return set1_32(v); }
+VISTREL_INLINE Register group_shuffle_epi8(Register v, Register order) {
+  return wasm_i8x16_swizzle(v, order);
+}
+VISTREL_INLINE Register group_blendv_epi8(Register a, Register b, Register mask) {
+  return wasm_v128_bitselect(b, a, mask);
+}
+VISTREL_INLINE Register group_subs_epu16(Register a, Register b) {
+  return wasm_u16x8_sub_sat(a, b);
+}
+VISTREL_INLINE Register group_packus_epi16(Register a, Register b) { return pack16(a, b); }
+VISTREL_INLINE Register group_packs_epi32(Register a, Register b) { return pack32(a, b); }
+VISTREL_INLINE Register group_madd_epi16(Register a, Register b) { return pairProducts16(a, b); }
+VISTREL_INLINE Register group_maddubs_epi16(Register a, Register b) {  // sums must not overflow
+  const Register bytes = wasm_v128_and(a, set1_16(255)), low = wasm_i16x8_shl(b, 8);
+  return add16(wasm_i16x8_mul(bytes, wasm_i16x8_shr(low, 8)),
+               wasm_i16x8_mul(shiftRight16<8>(a), wasm_i16x8_shr(b, 8)));
+}
+VISTREL_INLINE Register group_unpacklo_epi8(Register a, Register b) {
+  return wasm_i8x16_shuffle(a, b, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
+}
+VISTREL_INLINE Register group_unpackhi_epi8(Register a, Register b) {
+  return wasm_i8x16_shuffle(a, b, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
+}
+VISTREL_INLINE Register group_unpacklo_epi16(Register a, Register b) {
+  return wasm_i16x8_shuffle(a, b, 0, 8, 1, 9, 2, 10, 3, 11);
+}
+VISTREL_INLINE Register group_unpackhi_epi16(Register a, Register b) {
+  return wasm_i16x8_shuffle(a, b, 4, 12, 5, 13, 6, 14, 7, 15);
+}
+VISTREL_INLINE Register group_unpacklo_epi32(Register a, Register b) {
+  return wasm_i32x4_shuffle(a, b, 0, 4, 1, 5);
+}
+VISTREL_INLINE Register group_unpackhi_epi32(Register a, Register b) {
+  return wasm_i32x4_shuffle(a, b, 2, 6, 3, 7);
+}
 
 #endif
 

@@ -35,10 +35,13 @@
 #include <immintrin.h>
 #elif defined(__aarch64__)
 #include <arm_neon.h>
+#elif defined(__wasm_simd128__)
+#include <wasm_simd128.h>
 #endif
 
 // The level being compiled, by its number: on x86 0 base, 1 to 4 SSSE3, SSE4.1, AVX2, AVX-512; on
-// 64-bit ARM 0 base, 1 NEON.
+// 64-bit ARM 0 base, 1 NEON. WebAssembly has no way to ask for instructions, so its base level has
+// the vectors if all of a module has them.
 #ifndef VISTREL_LEVEL
 #define VISTREL_LEVEL 0
 #endif
@@ -49,7 +52,15 @@
 #define VISTREL_AVX2 (VISTREL_X86 && VISTREL_LEVEL >= 3)
 #define VISTREL_AVX512 (VISTREL_X86 && VISTREL_LEVEL == 4)
 #define VISTREL_NEON (!VISTREL_X86 && VISTREL_LEVEL == 1)
-#define VISTREL_PERMUTES (VISTREL_SSSE3 || VISTREL_NEON)
+#ifdef __wasm_simd128__
+#define VISTREL_WASM 1
+#else
+#define VISTREL_WASM 0
+#endif
+
+// What several of them have: permutations; x86's operations on groups (registers-inl.h).
+#define VISTREL_PERMUTES (VISTREL_SSSE3 || VISTREL_NEON || VISTREL_WASM)
+#define VISTREL_GROUPS (VISTREL_SSSE3 || VISTREL_WASM)
 
 #define VISTREL_PASTE(a, b) VISTREL_PASTE_EXPANDED(a, b)
 #define VISTREL_PASTE_EXPANDED(a, b) a##b

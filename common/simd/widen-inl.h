@@ -42,6 +42,8 @@ VISTREL_INLINE Vec<Widened<T>> loadWidened(const T* p) {
     return as<Vec<Widened<T>>>(vmovl_u8(vld1_u8(p)));
   else
     return as<Vec<Widened<T>>>(vmovl_u16(vld1_u16(p)));
+#elif VISTREL_WASM
+  return as<Vec<Widened<T>>>(sizeof(T) == 1 ? wasm_u16x8_load8x8(p) : wasm_u32x4_load16x4(p));
 #else
   Vec<T, kVectorBytes / 2> v;
   std::memcpy(&v, p, sizeof v);
@@ -80,6 +82,9 @@ struct LowHigh {
       return as<Vec<T>>(vuzp1q_u8(as<uint8x16_t>(low), as<uint8x16_t>(high)));
     else
       return as<Vec<T>>(vuzp1q_u16(as<uint16x8_t>(low), as<uint16x8_t>(high)));
+#elif VISTREL_WASM
+    return as<Vec<T>>(sizeof(T) == 1 ? wasm_u8x16_narrow_i16x8(as<v128_t>(low), as<v128_t>(high))
+                                     : wasm_u16x8_narrow_i32x4(as<v128_t>(low), as<v128_t>(high)));
 #else
     using Half = Vec<T, kVectorBytes / 2>;
     const Half halves[2] = {__builtin_convertvector(low, Half),
@@ -142,6 +147,14 @@ VISTREL_INLINE Doubles toDoubles(Vec<int32_t> v) {
   Doubles d;
   std::memcpy(&d, halves, sizeof d);
   return d;
+#elif VISTREL_WASM
+  const auto integers = as<v128_t>(v);
+  const v128_t halves[2] = {
+      wasm_f64x2_convert_low_i32x4(integers),
+      wasm_f64x2_convert_low_i32x4(wasm_i32x4_shuffle(integers, integers, 2, 3, 2, 3))};
+  Doubles d;
+  std::memcpy(&d, halves, sizeof d);
+  return d;
 #else
   return __builtin_convertvector(v, Doubles);
 #endif
@@ -153,6 +166,12 @@ VISTREL_INLINE Vec<int32_t> toIntegers(Doubles d) {
   std::memcpy(halves, &d, sizeof d);
   return as<Vec<int32_t>>(
       vmovn_high_s64(vmovn_s64(vcvtq_s64_f64(halves[0])), vcvtq_s64_f64(halves[1])));
+#elif VISTREL_WASM
+  v128_t halves[2];
+  std::memcpy(halves, &d, sizeof d);
+  return as<Vec<int32_t>>(wasm_i32x4_shuffle(wasm_i32x4_trunc_sat_f64x2_zero(halves[0]),
+                                             wasm_i32x4_trunc_sat_f64x2_zero(halves[1]), 0, 1, 4,
+                                             5));
 #else
   return __builtin_convertvector(d, Vec<int32_t>);
 #endif

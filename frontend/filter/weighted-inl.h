@@ -35,7 +35,7 @@ template <class Lane, class T>
 VISTREL_INLINE Vec<Lane> samplesAt(int place, const T* p) {
   constexpr int highest = 8 * (sizeof(Lane) - sizeof(T));
   const int below = bitsBelow<Lane, T>(place);
-  const Vec<Lane> lanes = as<Vec<Lane>>(load(p)) >> below;
+  const Vec<Lane> lanes = as<Vec<Lane>>(load(p)) >> madeHere(below);
   return below == highest ? lanes : lanes & static_cast<T>(-1);
 }
 
@@ -54,7 +54,7 @@ class Quotient16 {
   template <int limit>
   VISTREL_INLINE U16 of(U16 sum) const {
     const U16 n = as<U16>(larger(as<I16>(sum), I16{}));
-    const U16 q = upperProduct(n + n, multiplier_) >> shift_;
+    const U16 q = upperProduct(n + n, multiplier_) >> madeHere(shift_);
     return as<U16>(smaller(as<I16>(q), I16{} + int16_t{limit}));
   }
 
@@ -134,7 +134,7 @@ class PairSums {
     return as<U32>(_mm256_madd_epi16(as<__m256i>(s), as<__m256i>(weights)));
 #elif VISTREL_X86
     return as<U32>(_mm_madd_epi16(as<__m128i>(s), as<__m128i>(weights)));
-#elif VISTREL_NEON
+#elif VISTREL_NEON || VISTREL_WASM
     return as<U32>(pairProducts16(as<Register>(s), as<Register>(weights)));
 #else
     const auto a = as<I32>(s), b = as<I32>(weights);

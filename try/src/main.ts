@@ -1,7 +1,7 @@
 // The page: files in, pictures out.
 import {Controls, element} from './controls.ts';
 import {startOf} from './parts.ts';
-import {addCandidate, addToSheet, showHistogram, showProbe} from './panels.ts';
+import {addCandidate, addReason, addToSheet, showHistogram, showProbe} from './panels.ts';
 import {Pool} from './pool.ts';
 import type {FrameInfo, Plan, Prepared, Scene} from './protocol.ts';
 import * as recipes from './recipe.ts';
@@ -136,6 +136,7 @@ class Page {
     for (const one of plans) layers.push(await this.pool.convert(one, prepared));
     [this.plan, this.prepared] = [plan, prepared];
     this.view.show(layers.map(({tiles}) => tiles), prepared.width, prepared.height);
+    requestAnimationFrame(() => performance.mark('picture'));  // after the view has drawn it
     element('speed').textContent = `${layers.map(({milliseconds}) => milliseconds.toFixed(1)).join(' and ')} ms`;
     this.showNames(other);
     this.controls.showDecided(prepared);
@@ -187,8 +188,11 @@ class Page {
     for (const name of this.controls.names()) {
       const words = this.plan!.words.map((word, i) => this.plan!.words[i - 1] === '-a' ? name : word);
       const plan = {...this.plan!, words: [...words, '--roi', `${width}x${height}+${x}+${y}`]};
-      const bitmap = await this.pool.one('thumbnail', plan).catch(() => undefined);
-      if (bitmap) addToSheet(bitmap, name, () => this.chooseAlgorithm(name));
+      try {
+        addToSheet(await this.pool.one('thumbnail', plan), name, () => this.chooseAlgorithm(name));
+      } catch (error) {
+        addReason(name, error instanceof Error ? error.message : String(error));
+      }
     }
   }
 

@@ -76,3 +76,10 @@ export function addCandidate(bitmap: ImageBitmap, {score, text}: Guess, choose: 
 export function addToSheet(bitmap: ImageBitmap, name: string, choose: () => void): void {
   element('sheet').append(choice(bitmap, name, choose));
 }
+
+// Why an algorithm has no picture.
+export function addReason(name: string, reason: string): void {
+  const item = make('li', '', 'reason');
+  item.append(make('strong', name), make('span', reason));
+  element('sheet').append(item);
+}

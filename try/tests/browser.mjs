@@ -46,9 +46,25 @@ export async function openPage(browser, address, options = {}) {
   const faults = [];
   page.on('console', (message) => message.type() === 'error' && faults.push(message.text()));
   page.on('pageerror', (error) => faults.push(String(error)));
+  const own = new URL(address);
+  page.on('request', (request) => {
+    const {protocol, host} = new URL(request.url());
+    if (protocol !== 'data:' && protocol !== 'blob:' && (protocol !== own.protocol || host !== own.host))
+      faults.push(`asks another host for ${request.url()}`);
+  });
   await page.goto(address);
   await page.waitForSelector('html[data-ready]');
   return {page, faults, close: () => context.close()};
+}
+
+// Opens the page with the scene. Returns when its picture was first drawn, in milliseconds since the
+// page was asked for.
+export async function firstPicture(browser, address) {
+  const view = await openPage(browser, `${address}#scene`);
+  await view.page.waitForFunction(() => performance.getEntriesByName('picture').length);
+  const time = await view.page.evaluate(() => performance.getEntriesByName('picture')[0].startTime);
+  await view.close();
+  return time;
 }
 
 // Waits until nothing is converted any more.

@@ -6,7 +6,7 @@ import {join} from 'node:path';
 import {after, test} from 'node:test';
 import {decode} from 'fast-png';
 import {choose, give, launch, openPage, program, saved, scratch, serve, settled, vistrel} from './browser.mjs';
-import {pgm, random, scene, tiff} from './frames.mjs';
+import {npy, pgm, random, scene, tiff} from './frames.mjs';
 
 const server = await serve();
 const browser = await launch();
@@ -101,6 +101,18 @@ test('a big-endian TIFF', async () => {
   await give(view.page, path);
   await choose(view.page, 'phase', 'bggr');
   await expectSame(path);
+});
+
+test('NumPy’s arrays of 8 and 16 bits', async () => {
+  for (const [name, bytes, most] of [['eight.npy', 1, 256], ['sixteen.npy', 2, 65536]]) {
+    const path = npy(name, 75, 58, bytes, (i) => (i * 7919) % most);
+    await give(view.page, path);
+    assert.match(await view.page.textContent('#facts'), new RegExp(`75 × 58, ${8 * bytes} bits`));
+    await choose(view.page, 'phase', 'grbg');
+    await expectSame(path);
+    await choose(view.page, 'command', 'convert');
+    await expectSame(path);
+  }
 });
 
 test('gray PNGs of 8 and 16 bits, mono', async () => {

@@ -55,3 +55,13 @@ export function tiff(name, width, height, sampleAt) {
   for (let i = 0; i < width * height; ++i) samples.writeUInt16BE(sampleAt(i), 2 * i);
   return file(name, Buffer.concat([head, samples]));
 }
+
+// NumPy's file of an array of unsigned samples in little-endian order.
+export function npy(name, width, height, bytes, sampleAt) {
+  const text = `{'descr': '${bytes > 1 ? '<' : '|'}u${bytes}', 'fortran_order': False, 'shape': (${height}, ${width}), }`;
+  const head = Buffer.from(`\x93NUMPY\x01\0\0\0${text.padEnd(117)}\n`, 'latin1');
+  head.writeUInt16LE(118, 8);
+  const samples = Buffer.alloc(bytes * width * height);
+  for (let i = 0; i < width * height; ++i) samples.writeUIntLE(sampleAt(i), bytes * i, bytes);
+  return file(name, Buffer.concat([head, samples]));
+}

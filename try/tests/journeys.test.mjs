@@ -5,7 +5,7 @@ import {createRequire} from 'node:module';
 import {join} from 'node:path';
 import {pathToFileURL} from 'node:url';
 import {after, test} from 'node:test';
-import {choose, folder, give, launch, openPage, saved, scratch, serve, settled} from './browser.mjs';
+import {choose, firstPicture, folder, give, launch, openPage, saved, scratch, serve, settled} from './browser.mjs';
 import {file, scene} from './frames.mjs';
 
 const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core'), 'utf8');
@@ -60,6 +60,25 @@ test('a headerless file: guess, develop, compare, save', () => withPage({}, asyn
   assert.equal((await saved(page, 'save-bytes')).length, 648 * 484 * 3);
   await picture(page, 'headerless');
 }));
+
+test('the contact sheet says which algorithms can’t take the frame', () => withPage({}, async (page) => {
+  await give(page, scene('twelve.pgm', '-s', '200x120', '--bits', '12'));
+  await choose(page, 'command', 'convert');
+  await page.click('#make-sheet');
+  await settled(page);
+  const reasons = await page.locator('#sheet .reason').allTextContents();
+  assert.ok(reasons.some((text) => /^hamilton.*at most 10 bits/.test(text)), reasons.join('; '));
+  assert.equal(await page.locator('#sheet button').count() + reasons.length, 11);
+  await expectAccessible(page);
+  await picture(page, 'reasons');
+}));
+
+test('the first picture of the scene', async (t) => {
+  const times = [];
+  for (let n = 0; n < 3; ++n) times.push(await firstPicture(browser, server.address));
+  t.diagnostic(`after ${times.map((time) => time.toFixed(0)).join(', ')} ms`);
+  assert.ok(Math.min(...times) < 30_000, times.join());  // on machines that are busy
+});
 
 test('files that are no frames', () => withPage({}, async (page) => {
   const texts = {
