@@ -31,7 +31,8 @@ void writeEncoding(const Encoding& encoding, AtomicFile& file) {
   if (encoding.kind == Encoding::kUnknown) return;
   const bool srgb = encoding.kind == Encoding::kSrgb;
   std::string gamma, chromaticities;
-  put32(gamma, srgb ? kSrgbGamma : static_cast<uint32_t>(std::lround(encoding.exponent * kGammaOne)));
+  put32(gamma,
+        srgb ? kSrgbGamma : static_cast<uint32_t>(std::lround(encoding.exponent * kGammaOne)));
   writeChunk("gAMA", gamma, file);
   if (!srgb) return;
   for (const uint32_t number : kSrgbChromaticities) put32(chromaticities, number);

@@ -95,8 +95,8 @@ Canvas plotOf(const std::vector<Evaluation>& evaluations,
   std::stable_sort(order.begin(), order.end(),
                    [&mean](size_t a, size_t b) { return mean[a].cpsnr > mean[b].cpsnr; });
   const Axis axis = axisOf(evaluations, kPlotMargin + 76, order.size());
-  Canvas canvas(kLeft + kPlotWidth + kRight, static_cast<uint32_t>(axis.bottom + 38 + 14 + kPlotMargin),
-                kPaper);
+  Canvas canvas(kLeft + kPlotWidth + kRight,
+                static_cast<uint32_t>(axis.bottom + 38 + 14 + kPlotMargin), kPaper);
   for (size_t row = 0; row < order.size(); row += 2)
     canvas.box(kLeft, axis.top + static_cast<int>(row) * kRow, kPlotWidth, kRow, kBand);
   drawHead(canvas, evaluations.size());

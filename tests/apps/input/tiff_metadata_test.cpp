@@ -191,7 +191,7 @@ TEST_F(Metadata, MalformedTags) {
 // libtiff itself drops such a value, whichever directory has it.
 TEST_F(Metadata, OrientationThatDoesNotExist) {
   for (const bool inSubdirectory : {false, true})
-    for (const char code : {0, 9}) {
+    for (const char code : {char{0}, char{9}}) {
       spec.inSubdirectory = inSubdirectory;
       spec.orientation = 6;
       write();
