@@ -8,7 +8,7 @@
 namespace vistrel::app {
 namespace {
 
-constexpr size_t kRows = 192;  // some rows suffice
+constexpr size_t kRowsCompared = 192;  // some rows suffice
 
 // The length of the difference of two bytes, 255 being next to 0.
 const std::array<float, 256> kLengths = [] {
@@ -22,7 +22,7 @@ const double kNoise = std::accumulate(kLengths.begin(), kLengths.end(), 0.0) / 2
 // The mean length at each place of a period, of the differences from bytes `distance` before.
 std::vector<double> differencesOf(const std::vector<uint8_t>& bytes, size_t period,
                                   size_t distance) {
-  const size_t rows = bytes.size() / period, step = std::max<size_t>(1, rows / kRows) | 1;
+  const size_t rows = bytes.size() / period, step = std::max<size_t>(1, rows / kRowsCompared) | 1;
   std::vector<double> means(period);
   size_t count = 0;
   for (size_t y = 2; y < rows; y += step, ++count)
